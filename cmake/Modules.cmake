@@ -1,0 +1,22 @@
+find_package(Threads REQUIRED)
+find_package(OpenSSL 3 REQUIRED)
+find_package(Boost 1.81 REQUIRED COMPONENTS json)
+
+# morvex_library(NAME LIBRARIES...): every .cpp below the current folder becomes one static library.
+function(morvex_library name)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  add_library(${name} STATIC ${sources})
+  target_link_libraries(${name} PUBLIC ${ARGN})
+endfunction()
+
+# morvex_test(NAME LIBRARIES...): every .cpp below the current folder becomes one test program.
+function(morvex_test name)
+  find_package(GTest REQUIRED)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  add_executable(${name} ${sources})
+  target_link_libraries(${name} PRIVATE ${ARGN} GTest::gtest GTest::gmock GTest::gtest_main)
+  target_compile_definitions(${name} PRIVATE MORVEX_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
+  target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <boost/json.hpp>)
+  add_test(NAME ${name} COMMAND ${name})
+endfunction()

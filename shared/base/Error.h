@@ -1,0 +1,62 @@
+#pragma once
+
+#include <concepts>
+#include <expected>
+#include <memory>
+#include <string>
+#include <typeinfo>
+
+namespace morvex {
+
+/// A cause of failure: any copyable value that can say in Czech, for the user, what happened.
+template <class Cause>
+concept Describable = std::copyable<Cause> && requires(const Cause& cause) {
+    { cause.popis() } -> std::convertible_to<std::string>;
+};
+
+/// A failure of any layer, carried upwards without its type. Whoever must react to one cause asks `as<Cause>()`;
+/// everybody else shows `popis()`.
+class Error {
+  public:
+    template <Describable Cause>
+        requires(!std::same_as<Cause, Error>)
+    Error(Cause cause) : held_(std::make_shared<Held<Cause>>(std::move(cause))) {}
+
+    /// The sentence for the user.
+    [[nodiscard]] std::string popis() const { return held_->popis(); }
+
+    /// The cause, or null when the failure is of another type.
+    template <Describable Cause> [[nodiscard]] const Cause* as() const {
+        auto* held = dynamic_cast<const Held<Cause>*>(held_.get());
+        return held ? &held->cause : nullptr;
+    }
+
+  private:
+    struct AnyCause {
+        virtual ~AnyCause() = default;
+        [[nodiscard]] virtual std::string popis() const = 0;
+    };
+
+    template <class Cause> struct Held final : AnyCause {
+        explicit Held(Cause given) : cause(std::move(given)) {}
+        [[nodiscard]] std::string popis() const override { return cause.popis(); }
+        Cause cause;
+    };
+
+    std::shared_ptr<const AnyCause> held_;
+};
+
+/// A value, or the failure that prevented it.
+template <class T> using Result = std::expected<T, Error>;
+
+/// `return fail(KryptoChyba::…)` in a function that gives a `Result`.
+inline std::unexpected<Error> fail(Error error) { return std::unexpected<Error>(std::move(error)); }
+
+/// A failure that nobody reacts to by type: only its sentence matters.
+struct TextError {
+    std::string text;
+    [[nodiscard]] std::string popis() const { return text; }
+    bool operator==(const TextError&) const = default;
+};
+
+} // namespace morvex

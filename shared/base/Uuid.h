@@ -1,0 +1,31 @@
+#pragma once
+
+#include <array>
+#include <compare>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace morvex {
+
+/// A UUID (RFC 9562). Read in either case, written in upper case, always in the form 8-4-4-4-12.
+struct Uuid {
+    std::array<std::uint8_t, 16> bytes{};
+
+    /// A version 4 UUID from 16 random bytes: version and variant bits are set here.
+    static Uuid fromRandom(std::array<std::uint8_t, 16> random);
+    static std::optional<Uuid> parse(std::string_view text);
+
+    [[nodiscard]] std::string text() const;
+    auto operator<=>(const Uuid&) const = default;
+};
+
+} // namespace morvex
+
+template <> struct std::hash<morvex::Uuid> {
+    std::size_t operator()(const morvex::Uuid& uuid) const noexcept {
+        return std::hash<std::string_view>{}({reinterpret_cast<const char*>(uuid.bytes.data()), 16});
+    }
+};
