@@ -18,14 +18,16 @@ inline std::int64_t wholeSeconds(Date date) {
     return std::chrono::duration_cast<std::chrono::seconds>(date.time_since_epoch()).count();
 }
 
-inline Date dateFromSeconds(std::int64_t seconds) { return Date{std::chrono::seconds{seconds}}; }
+inline Date dateFromSeconds(std::int64_t seconds) {
+    return Date{std::chrono::seconds{seconds}};
+}
 
 /// `2026-11-16T00:45:56Z` (RFC 3339 with the offset `Z` only). The part below a second is dropped (truncated
 /// toward zero). Years 0 to 9999; another year is a fault of the caller and ends the process.
 std::string formatDate(Date date);
 
-/// Reads exactly the form that `formatDate` writes: fractions, other offsets, blanks, lower-case letters, days that
-/// the calendar does not have and second 60 give nothing.
+/// Reads exactly the form that `formatDate` writes: fractions, other offsets, blanks, lower-case letters,
+/// days that the calendar does not have and second 60 give nothing.
 std::optional<Date> parseWireDate(std::string_view text);
 
 } // namespace morvex

@@ -10,23 +10,23 @@ namespace morvex {
 
 /// A cause of failure: any copyable value that can say in Czech, for the user, what happened.
 template <class Cause>
-concept Describable = std::copyable<Cause> && requires(const Cause& cause) {
+concept Describable = requires(const Cause& cause) {
     { cause.popis() } -> std::convertible_to<std::string>;
-};
+} && std::copyable<Cause>;
 
-/// A failure of any layer, carried upwards without its type. Whoever must react to one cause asks `as<Cause>()`;
-/// everybody else shows `popis()`.
+/// A failure of any layer, carried upwards without its type. Whoever must react to one cause asks
+/// `as<Cause>()`; everybody else shows `popis()`.
 class Error {
   public:
-    template <Describable Cause>
-        requires(!std::same_as<Cause, Error>)
+    template <class Cause>
+        requires(!std::same_as<Cause, Error>) && Describable<Cause>
     Error(Cause cause) : held_(std::make_shared<Held<Cause>>(std::move(cause))) {}
 
     /// The sentence for the user.
     [[nodiscard]] std::string popis() const { return held_->popis(); }
 
     /// The cause, or null when the failure is of another type.
-    template <Describable Cause> [[nodiscard]] const Cause* as() const {
+    template <class Cause> [[nodiscard]] const Cause* as() const {
         auto* held = dynamic_cast<const Held<Cause>*>(held_.get());
         return held ? &held->cause : nullptr;
     }
@@ -39,7 +39,9 @@ class Error {
 
     template <class Cause> struct Held final : AnyCause {
         explicit Held(Cause given) : cause(std::move(given)) {}
+
         [[nodiscard]] std::string popis() const override { return cause.popis(); }
+
         Cause cause;
     };
 
@@ -50,12 +52,16 @@ class Error {
 template <class T> using Result = std::expected<T, Error>;
 
 /// `return fail(KryptoChyba::…)` in a function that gives a `Result`.
-inline std::unexpected<Error> fail(Error error) { return std::unexpected<Error>(std::move(error)); }
+inline std::unexpected<Error> fail(Error error) {
+    return std::unexpected<Error>(std::move(error));
+}
 
 /// A failure that nobody reacts to by type: only its sentence matters.
 struct TextError {
     std::string text;
+
     [[nodiscard]] std::string popis() const { return text; }
+
     bool operator==(const TextError&) const = default;
 };
 

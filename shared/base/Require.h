@@ -5,7 +5,6 @@
 namespace morvex {
 
 /// Ends the process with `text` when an assumption of this program does not hold. Never for outside data.
-void vyzaduj(bool condition, const char* text,
-             std::source_location where = std::source_location::current());
+void vyzaduj(bool condition, const char* text, std::source_location where = std::source_location::current());
 
 } // namespace morvex

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "foundation/Executor.h"
+#include "foundation/Task.h"
+#include "shared/base/Date.h"
+
+#include <chrono>
+#include <cstdint>
+#include <stop_token>
+
+namespace morvex {
+
+/// All time comes from here, so that tests own it. Waits count the time that the computer is suspended.
+class Clock {
+  public:
+    using Duration = std::chrono::nanoseconds;
+    using TimerId = std::uint64_t;
+
+    virtual ~Clock() = default;
+
+    /// Wall-clock time.
+    [[nodiscard]] virtual Date now() const = 0;
+
+    /// Time since the computer started, suspend included. Never goes back.
+    [[nodiscard]] virtual Duration sinceBoot() const = 0;
+
+    /// Calls `callback` once, on any thread, when `sinceBoot()` has reached `when`; at once if it has.
+    /// The callback must be short.
+    virtual TimerId at(Duration when, Job callback) = 0;
+
+    /// After its return the callback is not called, unless it is being called right now.
+    virtual void forget(TimerId timer) = 0;
+};
+
+/// Waits. True when the whole time has passed, false as soon as `stop` is requested.
+Task<bool> sleepFor(Clock& clock, Clock::Duration duration, std::stop_token stop);
+
+} // namespace morvex

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "foundation/Executor.h"
+#include "shared/base/Error.h"
+
+#include <coroutine>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <utility>
+
+namespace morvex {
+
+/// One value that arrives once, from any thread, for one waiting coroutine. The first answer wins.
+template <class T> class OneShot {
+  public:
+    /// False when an answer had already come; then nothing changes.
+    bool answer(T value) {
+        std::unique_lock lock(mutex_);
+        if (answered_) return false;
+        answered_ = true;
+        value_.emplace(std::move(value));
+        auto waiter = std::exchange(waiter_, {});
+        Executor* home = home_;
+        lock.unlock();
+        if (waiter) resume(waiter, home);
+        return true;
+    }
+
+    /// `co_await oneShot->wait()`, once. The awaiting coroutine keeps the object alive.
+    auto wait() {
+        struct Awaiter {
+            OneShot& shot;
+
+            bool await_ready() const noexcept { return false; }
+
+            bool await_suspend(std::coroutine_handle<> handle) {
+                std::lock_guard lock(shot.mutex_);
+                if (shot.answered_) return false;
+                shot.waiter_ = handle;
+                shot.home_ = Executor::current();
+                return true;
+            }
+
+            T await_resume() { return std::move(*shot.value_); }
+        };
+
+        return Awaiter{*this};
+    }
+
+  private:
+    static void resume(std::coroutine_handle<> waiter, Executor* home) {
+        if (home)
+            home->post([waiter] { waiter.resume(); });
+        else
+            waiter.resume();
+    }
+
+    std::mutex mutex_;
+    std::optional<T> value_;
+    std::coroutine_handle<> waiter_;
+    Executor* home_ = nullptr;
+    bool answered_ = false;
+};
+
+/// What a call gets when whoever should have answered went away.
+struct Abandoned {
+    [[nodiscard]] std::string popis() const { return "Operace skončila dřív, než dala výsledek."; }
+
+    bool operator==(const Abandoned&) const = default;
+};
+
+/// The answering end of a call to another thread. Dropped without an answer it answers `Abandoned`, so that a
+/// call lost in a shutdown still resumes its caller.
+template <class T> class Reply {
+  public:
+    explicit Reply(std::shared_ptr<OneShot<Result<T>>> shot) : shot_(std::move(shot)) {}
+
+    Reply(Reply&&) noexcept = default;
+    Reply& operator=(Reply&&) noexcept = default;
+
+    ~Reply() {
+        if (shot_) shot_->answer(fail(Abandoned{}));
+    }
+
+    void operator()(Result<T> result) {
+        if (auto shot = std::exchange(shot_, nullptr)) shot->answer(std::move(result));
+    }
+
+  private:
+    std::shared_ptr<OneShot<Result<T>>> shot_;
+};
+
+} // namespace morvex

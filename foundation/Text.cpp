@@ -1,0 +1,140 @@
+#include "foundation/Text.h"
+
+#include "shared/base/Require.h"
+
+#include <unicode/brkiter.h>
+#include <unicode/normalizer2.h>
+#include <unicode/uchar.h>
+#include <unicode/unistr.h>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <memory>
+
+namespace morvex {
+
+namespace {
+
+icu::UnicodeString fromUtf8(std::string_view text) {
+    return icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
+}
+
+std::string toUtf8(const icu::UnicodeString& text) {
+    std::string result;
+    text.toUTF8String(result);
+    return result;
+}
+
+const icu::Normalizer2& decomposer() {
+    static const icu::Normalizer2* instance = [] {
+        UErrorCode status = U_ZERO_ERROR;
+        auto* found = icu::Normalizer2::getNFDInstance(status);
+        vyzaduj(U_SUCCESS(status), "ICU has no normalization data");
+        return found;
+    }();
+    return *instance;
+}
+
+icu::UnicodeString decompose(const icu::UnicodeString& text) {
+    UErrorCode status = U_ZERO_ERROR;
+    auto result = decomposer().normalize(text, status);
+    return U_SUCCESS(status) ? result : text;
+}
+
+/// Calls `each` with the byte offset behind every character until it answers false.
+template <class Each> void forEachCharacter(std::string_view text, Each each) {
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::BreakIterator> breaks(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    std::unique_ptr<UText, decltype(&utext_close)> opened(
+        utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status), &utext_close);
+    vyzaduj(U_SUCCESS(status), "ICU has no character boundaries");
+    breaks->setText(opened.get(), status);
+    for (auto end = breaks->next(); end != icu::BreakIterator::DONE; end = breaks->next())
+        if (!each(static_cast<std::size_t>(end))) return;
+}
+
+} // namespace
+
+std::string trim(std::string_view text) {
+    auto size = static_cast<std::int32_t>(text.size());
+    std::int32_t start = 0;
+    for (std::int32_t next = 0; next < size; start = next) {
+        UChar32 character = 0;
+        U8_NEXT(text.data(), next, size, character);
+        if (character < 0 || !u_isUWhiteSpace(character)) break;
+    }
+    std::int32_t end = size;
+    for (std::int32_t previous = size; previous > start; end = previous) {
+        UChar32 character = 0;
+        U8_PREV(text.data(), start, previous, character);
+        if (character < 0 || !u_isUWhiteSpace(character)) break;
+    }
+    return std::string(text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(end - start)));
+}
+
+std::string lowerCase(std::string_view text) {
+    auto result = fromUtf8(text);
+    return toUtf8(result.toLower(icu::Locale::getRoot()));
+}
+
+std::string fold(std::string_view text) {
+    auto decomposed = decompose(fromUtf8(text).foldCase());
+    icu::UnicodeString kept;
+    for (std::int32_t i = 0; i < decomposed.length(); i = decomposed.moveIndex32(i, 1))
+        if (auto character = decomposed.char32At(i); u_charType(character) != U_NON_SPACING_MARK)
+            kept.append(character);
+    return toUtf8(kept);
+}
+
+bool equalFolded(std::string_view left, std::string_view right) {
+    return fold(left) == fold(right);
+}
+
+bool contains(std::string_view text, std::string_view part) {
+    if (part.empty()) return true;
+    return decompose(fromUtf8(text)).indexOf(decompose(fromUtf8(part))) >= 0;
+}
+
+std::size_t countCharacters(std::string_view text) {
+    std::size_t count = 0;
+    forEachCharacter(text, [&count](std::size_t) { return ++count, true; });
+    return count;
+}
+
+std::string firstCharacters(std::string_view text, std::size_t count) {
+    if (text.size() <= count) return std::string(text);
+    std::size_t seen = 0;
+    std::size_t length = 0;
+    forEachCharacter(text, [&](std::size_t end) {
+        if (seen == count) return false;
+        length = end;
+        return ++seen < count;
+    });
+    return std::string(text.substr(0, length));
+}
+
+std::string repairUtf8(std::string_view text) {
+    return isValidUtf8(text) ? std::string(text) : toUtf8(fromUtf8(text));
+}
+
+bool isValidUtf8(std::string_view text) {
+    auto size = static_cast<std::int32_t>(text.size());
+    for (std::int32_t next = 0; next < size;) {
+        UChar32 character = 0;
+        U8_NEXT(text.data(), next, size, character);
+        if (character < 0) return false;
+    }
+    return true;
+}
+
+std::string join(const std::vector<std::string>& parts, std::string_view separator) {
+    std::string result;
+    for (const auto& part : parts) {
+        if (&part != &parts.front()) result += separator;
+        result += part;
+    }
+    return result;
+}
+
+} // namespace morvex

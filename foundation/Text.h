@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace morvex {
+
+/// Text in this program is UTF-8; invalid sequences count as U+FFFD. Nothing here depends on the locale.
+
+/// Without white space and line breaks at both ends (Unicode property White_Space).
+std::string trim(std::string_view text);
+
+/// Lower case (full Unicode mapping), accents kept.
+std::string lowerCase(std::string_view text);
+
+/// Without case and diacritics, for comparing names with what a person said: "PLOCHÁ" folds to "plocha".
+std::string fold(std::string_view text);
+bool equalFolded(std::string_view left, std::string_view right);
+
+/// Whether `text` contains `part`, by canonical equivalence: a composed and a decomposed letter are one.
+/// Every text contains the empty one.
+bool contains(std::string_view text, std::string_view part);
+
+/// Number of extended grapheme clusters (UAX 29): what a person calls characters.
+std::size_t countCharacters(std::string_view text);
+
+/// The first `count` extended grapheme clusters.
+std::string firstCharacters(std::string_view text, std::size_t count);
+
+/// The text with every invalid sequence replaced by U+FFFD.
+std::string repairUtf8(std::string_view text);
+bool isValidUtf8(std::string_view text);
+
+std::string join(const std::vector<std::string>& parts, std::string_view separator);
+
+} // namespace morvex

@@ -1,0 +1,57 @@
+#include "foundation/ThreadExecutor.h"
+
+#include <pthread.h>
+#include <utility>
+
+namespace morvex {
+
+ThreadExecutor::ThreadExecutor(const std::string& name, unsigned threads) {
+    for (unsigned i = 0; i < threads; ++i) threads_.emplace_back([this, name] { run(name); });
+}
+
+ThreadExecutor::~ThreadExecutor() {
+    close();
+}
+
+void ThreadExecutor::post(Job job) {
+    {
+        std::lock_guard lock(mutex_);
+        if (closed_) return;
+        jobs_.push_back(std::move(job));
+    }
+    wakeUp_.notify_one();
+}
+
+void ThreadExecutor::close() {
+    std::deque<Job> dropped;
+    {
+        std::lock_guard lock(mutex_);
+        closed_ = true;
+        dropped.swap(jobs_);
+    }
+    wakeUp_.notify_all();
+    for (auto& thread : threads_)
+        if (thread.joinable()) thread.join();
+}
+
+void ThreadExecutor::run(const std::string& name) {
+#if defined(__linux__)
+    pthread_setname_np(pthread_self(), name.substr(0, 15).c_str());
+#else
+    pthread_setname_np(name.c_str());
+#endif
+    Running here(*this);
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        wakeUp_.wait(lock, [this] { return closed_ || !jobs_.empty(); });
+        if (closed_) return;
+        Job job = std::move(jobs_.front());
+        jobs_.pop_front();
+        lock.unlock();
+        job();
+        job = nullptr;
+        lock.lock();
+    }
+}
+
+} // namespace morvex

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/ports/SecretVault.h"
+
+#include <map>
+#include <utility>
+#include <vector>
+
+namespace morvex {
+
+/// A vault in memory that refuses when a test tells it to.
+class MemoryVault final : public SecretVault {
+  public:
+    Found find(const std::string& service, const std::string& account) override;
+    std::int32_t update(const std::string& service, const std::string& account, ByteView bytes) override;
+    std::int32_t add(const std::string& service, const std::string& account, ByteView bytes) override;
+    std::int32_t remove(const std::string& service, const std::string& account) override;
+    [[nodiscard]] std::optional<std::string> text(std::int32_t status) const override;
+
+    using Key = std::pair<std::string, std::string>;
+    std::map<Key, Bytes> items;
+    /// Status by operation and account, "update identita.podpisovy" for one, answered instead of the work.
+    std::map<std::string, std::int32_t> refusals;
+    std::map<std::int32_t, std::string> texts;
+    /// Every call in order, in the same form.
+    std::vector<std::string> calls;
+
+  private:
+    std::int32_t note(const std::string& operation, const std::string& account);
+};
+
+} // namespace morvex

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "foundation/Task.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// Lets the person at the computer choose folders.
+class FolderPicker {
+  public:
+    struct Question {
+        std::string prompt;                 ///< the words of the confirming button
+        std::string message;                ///< what the folders are for
+        std::optional<std::string> startAt; ///< the folder to show first
+    };
+
+    virtual ~FolderPicker() = default;
+
+    /// Absolute paths of the chosen folders; none when the person gave up.
+    virtual Task<std::vector<std::string>> pick(Question question) = 0;
+};
+
+} // namespace morvex

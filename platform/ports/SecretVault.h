@@ -1,0 +1,42 @@
+#pragma once
+
+#include "shared/base/Bytes.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// Status codes of a vault, the same on every system. Any other non-zero value is a refusal too.
+namespace vaultStatus {
+constexpr std::int32_t ok = 0;
+constexpr std::int32_t itemNotFound = -25300;
+constexpr std::int32_t interactionNotAllowed = -25308; ///< the vault is locked and nobody unlocked it
+constexpr std::int32_t userCanceled = -128;            ///< the user closed the prompt
+constexpr std::int32_t notAvailable = -25291;          ///< the vault that was chosen first cannot be reached
+constexpr std::int32_t duplicateItem = -25299;
+constexpr std::int32_t io = -36;
+} // namespace vaultStatus
+
+/// Generic passwords by service and account. Calls may block (a prompt, a bus): never on the main thread.
+class SecretVault {
+  public:
+    struct Found {
+        std::int32_t status = vaultStatus::ok;
+        Bytes bytes; ///< meaningful with status 0
+    };
+
+    virtual ~SecretVault() = default;
+
+    virtual Found find(const std::string& service, const std::string& account) = 0;
+    /// `itemNotFound` when there is no such item.
+    virtual std::int32_t update(const std::string& service, const std::string& account, ByteView bytes) = 0;
+    virtual std::int32_t add(const std::string& service, const std::string& account, ByteView bytes) = 0;
+    virtual std::int32_t remove(const std::string& service, const std::string& account) = 0;
+
+    /// The platform's words for a status, or nothing.
+    [[nodiscard]] virtual std::optional<std::string> text(std::int32_t status) const = 0;
+};
+
+} // namespace morvex

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// The user's well-known folders, as absolute paths.
+class StandardFolders {
+  public:
+    virtual ~StandardFolders() = default;
+
+    [[nodiscard]] virtual std::string home() const = 0;
+    /// Home folder of another user, for `~name`.
+    [[nodiscard]] virtual std::optional<std::string> homeOf(const std::string& user) const = 0;
+    /// Nothing when there is no desktop folder; never the home folder itself.
+    [[nodiscard]] virtual std::optional<std::string> desktop() const = 0;
+
+    /// Where this program keeps its records ("Morvex" and "TalkSpan" below it).
+    [[nodiscard]] virtual std::string applicationSupport() const = 0;
+    /// Where this program keeps its settings.
+    [[nodiscard]] virtual std::string configuration() const = 0;
+};
+
+} // namespace morvex

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "shared/base/Bytes.h"
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace morvex {
+
+using DefaultsItem = std::variant<std::string, Bytes>;
+using DefaultsValue = std::variant<bool, std::string, Bytes, std::vector<DefaultsItem>>;
+
+/// The user's settings: one flat table from key to value, kept over restarts. Main thread only.
+class UserDefaults {
+  public:
+    virtual ~UserDefaults() = default;
+
+    [[nodiscard]] virtual std::optional<DefaultsValue> get(const std::string& key) const = 0;
+    virtual void set(const std::string& key, DefaultsValue value) = 0;
+    virtual void remove(const std::string& key) = 0;
+
+    /// The value, or nothing when the key is absent or holds another type.
+    [[nodiscard]] std::optional<bool> boolean(const std::string& key) const;
+    [[nodiscard]] std::optional<std::string> text(const std::string& key) const;
+    [[nodiscard]] std::optional<Bytes> data(const std::string& key) const;
+    /// Nothing too when a single element has another type: an array counts whole or not at all.
+    [[nodiscard]] std::optional<std::vector<std::string>> texts(const std::string& key) const;
+    [[nodiscard]] std::optional<std::vector<Bytes>> dataList(const std::string& key) const;
+};
+
+} // namespace morvex

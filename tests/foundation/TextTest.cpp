@@ -1,0 +1,50 @@
+#include "foundation/Text.h"
+
+#include <gtest/gtest.h>
+
+namespace morvex {
+namespace {
+
+TEST(Text, TrimTakesUnicodeWhiteSpaceFromBothEnds) {
+    EXPECT_EQ(trim(" \t\r\n\u00a0\u2003 a b \u2028\n"), "a b");
+    EXPECT_EQ(trim(" \n "), "");
+    EXPECT_EQ(trim(""), "");
+    EXPECT_EQ(trim(" \xff "), "\xff");
+}
+
+TEST(Text, FoldIgnoresCaseAndDiacriticsInEveryLocale) {
+    EXPECT_TRUE(equalFolded("PLOCHÁ", "plocha"));
+    EXPECT_TRUE(equalFolded("Žluťoučký KŮŇ", "zlutoucky kun"));
+    EXPECT_TRUE(equalFolded("e\u0301", "É"));
+    EXPECT_TRUE(equalFolded("INFO", "info"));
+    EXPECT_FALSE(equalFolded("plocha", "plochy"));
+}
+
+TEST(Text, ContainsKeepsDiacriticsAndComparesByCanonicalEquivalence) {
+    EXPECT_TRUE(contains("re\u0301sume\u0301.txt", "résumé"));
+    EXPECT_TRUE(contains("résumé.txt", "re\u0301"));
+    EXPECT_FALSE(contains("resume.txt", "résumé"));
+    EXPECT_TRUE(contains("", ""));
+    EXPECT_FALSE(contains("", "a"));
+}
+
+TEST(Text, CharactersAreGraphemeClusters) {
+    EXPECT_EQ(countCharacters("e\u0301👨‍👩‍👧🇨🇿"), 3U);
+    EXPECT_EQ(firstCharacters("e\u0301👨‍👩‍👧🇨🇿x", 2), "e\u0301👨‍👩‍👧");
+    EXPECT_EQ(firstCharacters("abc", 0), "");
+    EXPECT_EQ(firstCharacters("abc", 5), "abc");
+}
+
+TEST(Text, InvalidSequencesAreRepaired) {
+    EXPECT_EQ(repairUtf8("a\xff"
+                         "b"),
+              "a\ufffdb");
+    EXPECT_TRUE(isValidUtf8("žluť"));
+    EXPECT_FALSE(isValidUtf8("\xed\xa0\x80"));
+    EXPECT_EQ(lowerCase("ČAJ"), "čaj");
+    EXPECT_EQ(join({"a", "b", "c"}, ", "), "a, b, c");
+    EXPECT_EQ(join({}, ", "), "");
+}
+
+} // namespace
+} // namespace morvex
