@@ -1,0 +1,41 @@
+#pragma once
+
+#include "shared/wire/Codec.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// A service that the user set up on the phone.
+struct CompanionCustomApp {
+    std::string id;
+    std::string name;
+    std::string endpoint;
+    std::string token; ///< secret
+
+    bool operator==(const CompanionCustomApp&) const = default;
+};
+
+struct CompanionPlace {
+    std::string name;
+    std::string address;
+
+    bool operator==(const CompanionPlace&) const = default;
+};
+
+/// The phone's settings that the computer follows.
+struct CompanionPreferences {
+    std::string language;
+    std::string voice;
+    std::optional<std::vector<CompanionPlace>> places; ///< no list is not the same as an empty one
+
+    bool operator==(const CompanionPreferences&) const = default;
+};
+
+extern template struct Codec<CompanionCustomApp>;
+extern template struct Codec<CompanionPlace>;
+extern template struct Codec<CompanionPreferences>;
+
+} // namespace morvex

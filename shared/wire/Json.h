@@ -1,0 +1,53 @@
+#pragma once
+
+#include "shared/base/Bytes.h"
+#include "shared/base/Error.h"
+#include "shared/wire/Codec.h"
+#include "shared/wire/JsonDocument.h"
+#include "shared/wire/JsonNode.h"
+
+#include <boost/json/fwd.hpp>
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace morvex {
+
+/// The JSON text of any record that has a `Codec`: UTF-8, no white space, keys in the order of the fields, an
+/// optional field without a value left out.
+template <class T> std::string encode(const T& record) {
+    std::string out;
+    Codec<T>::write(out, record);
+    return out;
+}
+
+/// Without white space, keys in the order of the objects.
+std::string encode(const boost::json::value& value);
+std::string encode(const boost::json::object& object);
+
+/// Reads exactly one record; unknown keys are ignored, `null` is the same as a missing key. Fails with a
+/// `DecodeError`, for a version that cannot be read with `TalkSpanError::ProtocolMismatch`, for a key with a
+/// `KryptoChyba`. Memory is bounded as `JsonDocument` says, and the record itself takes at most twice as much
+/// again.
+template <class T> Result<T> decode(std::string_view json, std::size_t limit = jsonSizeLimit) {
+    JsonDocument document;
+    const auto root = document.parse(json, limit);
+    if (!root) return fail(root.error());
+    const JsonPath path;
+    std::optional<Error> failure;
+    T record{};
+    if (!Codec<T>::read(JsonNode{**root, path, failure}, record)) return fail(std::move(*failure));
+    return record;
+}
+
+template <class T> Result<T> decode(ByteView json, std::size_t limit = jsonSizeLimit) {
+    return decode<T>(asText(json), limit);
+}
+
+/// Any JSON, by the same rules and limits, for what has no record: arguments of tools, answers of foreign
+/// services. A number too great for a double is refused, so that what was read can always be written.
+Result<boost::json::value> parseJson(std::string_view json, std::size_t limit = jsonSizeLimit);
+
+} // namespace morvex

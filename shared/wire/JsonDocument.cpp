@@ -1,0 +1,50 @@
+#include "shared/wire/JsonDocument.h"
+
+#include "shared/wire/DecodeError.h"
+
+#include <new>
+
+namespace morvex {
+namespace {
+
+constexpr std::size_t budgetPerByte = 4;
+constexpr std::size_t budgetAtLeast = 32 * 1024 * 1024;
+constexpr std::size_t parserBufferSize = 4096;
+
+} // namespace
+
+void* JsonDocument::Budget::do_allocate(std::size_t size, std::size_t alignment) {
+    if (size > left) throw std::bad_alloc{};
+    left -= size;
+    return ::operator new(size, std::align_val_t{alignment});
+}
+
+void JsonDocument::Budget::do_deallocate(void* memory, std::size_t size, std::size_t alignment) {
+    left += size;
+    ::operator delete(memory, size, std::align_val_t{alignment});
+}
+
+Result<const boost::json::value*> JsonDocument::parse(std::string_view text, std::size_t limit) {
+    using Reason = DecodeError::Reason;
+    if (text.size() > limit) return fail(DecodeError{Reason::tooLong, {}, {}});
+    budget_.left = text.size() * budgetPerByte + budgetAtLeast;
+    boost::json::parse_options strict;
+    strict.max_depth = jsonDepthLimit;
+    unsigned char buffer[parserBufferSize];
+    try {
+        boost::json::stream_parser parser{&budget_, strict, buffer, sizeof buffer};
+        parser.reset(&budget_);
+        boost::json::error_code broken;
+        const auto readBytes = parser.write_some(text, broken);
+        if (!broken && readBytes < text.size()) broken = boost::json::error::extra_data;
+        if (!broken) parser.finish(broken);
+        if (broken) return fail(DecodeError{Reason::notJson, {}, std::to_string(readBytes)});
+        auto root = parser.release();
+        root_.emplace(boost::json::pilfer(root));
+    } catch (const std::bad_alloc&) {
+        return fail(DecodeError{Reason::tooManyValues, {}, {}});
+    }
+    return &*root_;
+}
+
+} // namespace morvex

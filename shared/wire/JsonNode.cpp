@@ -1,0 +1,153 @@
+#include "shared/wire/JsonNode.h"
+
+#include "shared/base/Base64.h"
+
+#include <cmath>
+#include <utility>
+
+namespace morvex {
+namespace {
+
+constexpr double exactIntegers = 9007199254740992.0; // 2^53
+constexpr std::size_t longestQuote = 40;
+
+std::string_view typeName(boost::json::kind kind) {
+    switch (kind) {
+    case boost::json::kind::null:
+        return "null";
+    case boost::json::kind::bool_:
+        return "pravdivostní hodnota";
+    case boost::json::kind::int64:
+    case boost::json::kind::uint64:
+    case boost::json::kind::double_:
+        return "číslo";
+    case boost::json::kind::string:
+        return "text";
+    case boost::json::kind::array:
+        return "pole";
+    case boost::json::kind::object:
+        return "objekt";
+    }
+    std::unreachable();
+}
+
+/// The start of `text`, cut between two characters.
+std::string quote(std::string_view text) {
+    if (text.size() <= longestQuote) return std::string{text};
+    auto length = longestQuote;
+    while (length > 0 && (text[length] & 0xc0) == 0x80) --length;
+    return std::string{text.substr(0, length)} + "…";
+}
+
+} // namespace
+
+std::string JsonPath::text() const {
+    auto before = parent ? parent->text() : std::string{};
+    if (!parent) return before;
+    if (key.empty()) return before + '[' + std::to_string(index) + ']';
+    return before.empty() ? std::string{key} : before + '.' + std::string{key};
+}
+
+bool JsonNode::fail(DecodeError::Reason reason, std::string_view found) const {
+    return fail(DecodeError{reason, path_.text(), quote(found)});
+}
+
+bool JsonNode::fail(Error cause) const {
+    failure_ = std::move(cause);
+    return false;
+}
+
+bool JsonNode::failType() const {
+    return fail(DecodeError::Reason::wrongType, typeName(value_.kind()));
+}
+
+const boost::json::object* JsonNode::object() const {
+    if (const auto* object = value_.if_object()) return object;
+    failType();
+    return nullptr;
+}
+
+const boost::json::array* JsonNode::array() const {
+    if (const auto* array = value_.if_array()) return array;
+    failType();
+    return nullptr;
+}
+
+const boost::json::string* JsonNode::string() const {
+    if (const auto* string = value_.if_string()) return string;
+    failType();
+    return nullptr;
+}
+
+bool JsonNode::read(bool& flag) const {
+    if (!value_.is_bool()) return failType();
+    flag = value_.get_bool();
+    return true;
+}
+
+bool JsonNode::read(std::string& text) const {
+    const auto* found = string();
+    if (found) text.assign(found->data(), found->size());
+    return found != nullptr;
+}
+
+template <class Number> bool JsonNode::readInteger(Number& number) const {
+    if (!value_.is_number()) return failType();
+    if (const auto* floating = value_.if_double()) {
+        const bool isExact = std::abs(*floating) <= exactIntegers && std::trunc(*floating) == *floating;
+        if (!isExact || (*floating < 0 && !std::in_range<Number>(-1)))
+            return fail(DecodeError::Reason::outOfRange);
+        number = static_cast<Number>(*floating);
+        return true;
+    }
+    const auto* positive = value_.if_uint64();
+    const bool fits = positive ? std::in_range<Number>(*positive) : std::in_range<Number>(value_.get_int64());
+    if (!fits) return fail(DecodeError::Reason::outOfRange);
+    number = positive ? static_cast<Number>(*positive) : static_cast<Number>(value_.get_int64());
+    return true;
+}
+
+bool JsonNode::read(std::int64_t& number) const {
+    return readInteger(number);
+}
+
+bool JsonNode::read(std::uint64_t& number) const {
+    return readInteger(number);
+}
+
+bool JsonNode::read(double& number) const {
+    if (!value_.is_number()) return failType();
+    const auto found = value_.to_number<double>();
+    if (!(std::abs(found) < 0x1p63)) return fail(DecodeError::Reason::outOfRange);
+    number = found;
+    return true;
+}
+
+bool JsonNode::read(Date& date) const {
+    const auto* text = string();
+    if (!text) return false;
+    const auto read = parseWireDate(*text);
+    if (!read) return fail(DecodeError::Reason::badText, *text);
+    date = *read;
+    return true;
+}
+
+bool JsonNode::read(Uuid& uuid) const {
+    const auto* text = string();
+    if (!text) return false;
+    const auto read = Uuid::parse(*text);
+    if (!read) return fail(DecodeError::Reason::badText, *text);
+    uuid = *read;
+    return true;
+}
+
+bool JsonNode::read(Bytes& bytes) const {
+    const auto* text = string();
+    if (!text) return false;
+    auto read = base64Decode(*text);
+    if (!read) return fail(DecodeError::Reason::badText, *text);
+    bytes = std::move(*read);
+    return true;
+}
+
+} // namespace morvex

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "shared/base/Date.h"
+#include "shared/base/Uuid.h"
+#include "shared/wire/Codec.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// A note that phone and Mac keep in step. A deleted one stays as a record, with `deletedAt`.
+struct MorvexNote {
+    Uuid id;
+    std::string title;
+    std::string body;
+    Date createdAt;
+    Date updatedAt;
+    std::uint64_t revision = 0;
+    std::optional<Date> deletedAt;
+
+    bool operator==(const MorvexNote&) const = default;
+};
+
+extern template struct Codec<MorvexNote>;
+
+} // namespace morvex

@@ -1,0 +1,42 @@
+#include "shared/wire/PublicKeys.h"
+
+#include "shared/base/Base64.h"
+#include "shared/base/Overloaded.h"
+
+#include <algorithm>
+
+namespace morvex {
+
+std::string KryptoChyba::popis() const {
+    return std::visit(Overloaded{
+                          [](const SpatnaDelkaKlice& e) {
+                              return "Klíč má mít " + std::to_string(e.ocekavano) + " bajtů, má jich " +
+                                     std::to_string(e.dostal) + ".";
+                          },
+                          [](const NeplatnyKlic& e) { return e.text; },
+                          [](const NesedicOtisk&) -> std::string { return "Otisk klíče nesedí."; },
+                      },
+                      value);
+}
+
+template <class Role> Result<PublicKey<Role>> PublicKey<Role>::fromRaw(ByteView bytes) {
+    if (bytes.size() != size) return fail(KryptoChyba{KryptoChyba::SpatnaDelkaKlice{size, bytes.size()}});
+    PublicKey key;
+    std::ranges::copy(bytes, key.raw.begin());
+    return key;
+}
+
+template <class Role> Result<PublicKey<Role>> PublicKey<Role>::parse(std::string_view base64) {
+    const auto bytes = base64Decode(base64);
+    if (!bytes) return fail(KryptoChyba{KryptoChyba::NeplatnyKlic{"Nejde to přečíst jako base64."}});
+    return fromRaw(*bytes);
+}
+
+template <class Role> std::string PublicKey<Role>::text() const {
+    return base64Encode(raw);
+}
+
+template struct PublicKey<SigningRole>;
+template struct PublicKey<AgreementRole>;
+
+} // namespace morvex

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "shared/wire/RawValues.h"
+
+#include <string>
+
+namespace morvex {
+
+/// How dangerous a tool is; a case is less than every case after it.
+enum class ToolRisk { safeRead, guardedRead, localChange, change, forbidden };
+
+template <>
+inline constexpr std::array<std::string_view, 5> rawValues<ToolRisk>{"safe_read", "guarded_read",
+                                                                     "local_change", "change", "forbidden"};
+
+/// The words for the user.
+std::string riskLabel(ToolRisk risk);
+
+/// A forbidden tool asks for no approval: it is refused.
+constexpr bool requiresApproval(ToolRisk risk) {
+    return risk == ToolRisk::change;
+}
+
+} // namespace morvex
