@@ -45,9 +45,9 @@ class WebSocketClient {
 
     virtual ~WebSocketClient() = default;
 
-    /// Connects to a ws or wss address (certificate and host name verified). Fails with `NetworkError`, after
-    /// 60 seconds at the latest.
-    virtual Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url) = 0;
+    /// Connects to a ws or wss address (certificate and host name verified). Fails with `NetworkError`: after
+    /// 60 seconds at the latest, and at once when `stop` is requested.
+    virtual Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) = 0;
 };
 
 } // namespace morvex
