@@ -37,7 +37,8 @@ Result<boost::json::value> parseJson(std::string_view json, std::size_t limit) {
     const auto root = document.parse(json, limit);
     if (!root) return fail(root.error());
     if (!isFinite(**root)) return fail(DecodeError{DecodeError::Reason::outOfRange, {}, {}});
-    return boost::json::value(**root);
+    // A plain copy would stay in the document's memory, which ends here.
+    return boost::json::value(**root, boost::json::storage_ptr{});
 }
 
 void writeJson(std::string& out, const Bytes& bytes) {

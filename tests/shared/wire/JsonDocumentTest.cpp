@@ -1,0 +1,113 @@
+#include "shared/wire/JsonDocument.h"
+
+#include "shared/wire/Json.h"
+
+#include <gtest/gtest.h>
+
+namespace morvex {
+namespace {
+
+using Reason = DecodeError::Reason;
+
+std::string repeat(std::string_view piece, std::size_t times) {
+    std::string text;
+    while (times-- > 0) text += piece;
+    return text;
+}
+
+std::optional<Reason> refusal(std::string_view text, std::size_t limit = jsonSizeLimit) {
+    const auto read = parseJson(text, limit);
+    if (read) return std::nullopt;
+    const auto* error = read.error().as<DecodeError>();
+    return error ? std::optional{error->reason} : std::nullopt;
+}
+
+TEST(JsonDocument, RefusesWhatIsNoStrictJson) {
+    for (const auto* text : {
+             "",          " ",
+             "nan",       "NaN",
+             "Infinity",  "-Infinity",
+             "undefined", "True",
+             "nul",       "'a'",
+             "{",         "}",
+             "[",         "[1",
+             "[1,]",      "[,1]",
+             "[1 2]",     "{\"a\"}",
+             "{\"a\":}",  "{\"a\":1,}",
+             "{a:1}",     "{\"a\":1 \"b\":2}",
+             "// c\n1",   "/* c */ 1",
+             "1 // c",    "\xef\xbb\xbf{}",
+             "{}{}",      "{} x",
+             "1 2",       "\"a\"\"b\"",
+             "\"",        "\"\n\"",
+             "\"\t\"",    "\"\\x41\"",
+             "\"\\u12\"", "\"\\u12g4\"",
+             "\"\\",      "\0",
+         })
+        EXPECT_EQ(refusal(text), Reason::notJson) << text;
+    EXPECT_EQ(refusal(std::string_view{"{}\0", 3}), Reason::notJson);
+    EXPECT_EQ(refusal(std::string_view{"\"a\0b\"", 5}), Reason::notJson);
+}
+
+TEST(JsonDocument, RefusesNumbersOutsideTheGrammarOrTheRange) {
+    for (const auto* text :
+         {"01", "-", "-01", "+1", "1.", ".1", "1e", "1e+", "0x10", "1_000", "--1", "1e99999999999"})
+        EXPECT_EQ(refusal(text), Reason::notJson) << text;
+    for (const auto* text : {"1e400", "-1e400", "[1,{\"a\":1e309}]"})
+        EXPECT_EQ(refusal(text), Reason::outOfRange) << text;
+}
+
+TEST(JsonDocument, RefusesBadUtf8AndLoneSurrogates) {
+    for (const auto* text : {"\"\x80\"", "\"\xc3\"", "\"\xc0\xaf\"", "\"\xe0\x80\xaf\"", "\"\xed\xa0\x80\"",
+                             "\"\xf4\x90\x80\x80\"", "\"\xff\"", "{\"\xfe\":1}", R"("\ud800")", R"("\udc00")",
+                             R"("\ud800\ud800")", R"("\ud83dx")", R"("\ud83d\u0041")"})
+        EXPECT_EQ(refusal(text), Reason::notJson) << text;
+    EXPECT_EQ(parseJson(R"("\ud83d\ude00")").value(), boost::json::value("😀"));
+}
+
+TEST(JsonDocument, ReadsEscapedZeroBytes) {
+    EXPECT_EQ(parseJson(R"("a\u0000b")").value().as_string().size(), 3u);
+}
+
+TEST(JsonDocument, NestsExactlyAsDeepAsTheLimit) {
+    for (const auto& [open, close] : {std::pair{"[", "]"}, std::pair{"{\"a\":", "}"}}) {
+        const auto nested = [&](std::size_t depth) {
+            return repeat(open, depth) + "0" + repeat(close, depth);
+        };
+        EXPECT_EQ(refusal(nested(jsonDepthLimit)), std::nullopt);
+        EXPECT_EQ(refusal(nested(jsonDepthLimit + 1)), Reason::notJson);
+    }
+    EXPECT_EQ(refusal(repeat("[", 1'000'000)), Reason::notJson);
+    EXPECT_EQ(refusal(repeat("{\"a\":", 1'000'000)), Reason::notJson);
+}
+
+TEST(JsonDocument, ReadsUpToTheCallersLimit) {
+    EXPECT_EQ(refusal("[1]", 3), std::nullopt);
+    EXPECT_EQ(refusal("[1] ", 3), Reason::tooLong);
+    EXPECT_EQ(refusal(std::string(jsonSizeLimit + 1, ' ')), Reason::tooLong);
+}
+
+TEST(JsonDocument, ReadsAHugeString) {
+    const std::string text(jsonSizeLimit - 2, 'x');
+    EXPECT_EQ(parseJson('"' + text + '"').value().as_string().size(), text.size());
+}
+
+TEST(JsonDocument, RefusesATextThatIsAllValues) {
+    EXPECT_EQ(refusal('[' + repeat("0,", 5'000'000) + "0]"), Reason::tooManyValues);
+    EXPECT_EQ(refusal('[' + repeat("{},", 5'000'000) + "0]"), Reason::tooManyValues);
+    EXPECT_EQ(refusal('{' + repeat("\"\":0,", 3'000'000) + "\"\":0}"), Reason::tooManyValues);
+    EXPECT_EQ(refusal('[' + repeat("0,", 250'000) + "0]"), std::nullopt);
+}
+
+TEST(JsonDocument, LetsTheLastOfEqualKeysCount) {
+    EXPECT_EQ(encode(parseJson(R"({"a":1,"b":2,"a":3})").value()), R"({"a":3,"b":2})");
+}
+
+TEST(JsonDocument, NamesTheByteWhereTheTextBreaks) {
+    const auto read = parseJson("[1,x]");
+    ASSERT_FALSE(read);
+    EXPECT_EQ(read.error().popis(), "Zpráva není platný JSON (bajt 3).");
+}
+
+} // namespace
+} // namespace morvex
