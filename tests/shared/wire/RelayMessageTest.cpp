@@ -51,7 +51,7 @@ TEST(RelayMessage, NeedsExactlyOneKey) {
 TEST(RelayMessage, RefusesAFrameThatItCannotReadWhole) {
     const std::pair<const char*, const char*> cases[] = {
         {R"([])", "Zpráva má špatný typ (pole)."},
-        {R"({"hello":{}})", "Pole „hello“ má neznámý druh „hello“."},
+        {R"({"hello":{}})", "Zpráva má neznámý druh „hello“."},
         {R"({"peerOnline":true})", "Pole „peerOnline“ má špatný typ (pravdivostní hodnota)."},
         {R"({"peerOnline":null})", "Pole „peerOnline“ má špatný typ (null)."},
         {R"({"peerOnline":{"peerOnline":true}})", "Pole „peerOnline._0“ chybí."},
