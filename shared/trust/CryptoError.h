@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+namespace morvex {
+
+/// Why a cryptographic operation refused its input.
+enum class CryptoFailure {
+    refusedKey,    ///< the peer's public key leads to a shared secret that everybody knows
+    wrongNonce,    ///< the nonce has not 12 bytes
+    wrongTag,      ///< the authentication tag has not 16 bytes
+    unverifiable,  ///< authentication failed
+    tooLong,       ///< 2 GiB or more: the library does not take it in one operation
+    libraryFailed, ///< the library itself failed
+};
+
+struct CryptoError {
+    CryptoFailure failure;
+
+    [[nodiscard]] std::string popis() const;
+    bool operator==(const CryptoError&) const = default;
+};
+
+} // namespace morvex
