@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/ports/HttpClient.h"
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace morvex {
+
+/// Answers with what the test laid out, in order, then with a network failure.
+class ScriptedHttp final : public HttpClient {
+  public:
+    Task<Result<HttpReply>> send(HttpRequest request) override {
+        requests.push_back(std::move(request));
+        if (replies.empty()) co_return fail(NetworkError{"síť neodpovídá"});
+        HttpReply reply = std::move(replies.front());
+        replies.pop_front();
+        co_return reply;
+    }
+
+    std::deque<HttpReply> replies;
+    std::vector<HttpRequest> requests;
+};
+
+} // namespace morvex

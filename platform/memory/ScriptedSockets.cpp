@@ -1,0 +1,62 @@
+#include "platform/memory/ScriptedSockets.h"
+
+#include "platform/ports/HttpClient.h"
+
+#include <utility>
+
+namespace morvex {
+
+Task<Result<void>> ScriptedSocket::sendText(std::string text) {
+    if (!open_) co_return fail(NetworkError{why_});
+    sent.push_back(std::move(text));
+    co_return Result<void>{};
+}
+
+Task<Result<WebSocketFrame>> ScriptedSocket::receive() {
+    auto frame = co_await incoming_.next();
+    if (!frame) co_return fail(NetworkError{why_});
+    co_return *std::move(frame);
+}
+
+Task<Result<void>> ScriptedSocket::ping() {
+    ++pings;
+    if (!open_) co_return fail(NetworkError{why_});
+    auto shot = std::make_shared<OneShot<Result<void>>>();
+    waitingPings_.push_back(shot);
+    co_return co_await shot->wait();
+}
+
+void ScriptedSocket::close(CloseCode code) {
+    closed.push_back(code);
+    breakWith(why_);
+}
+
+void ScriptedSocket::deliver(std::string text, WebSocketFrame::Kind kind) {
+    incoming_.push({kind, std::move(text)});
+}
+
+void ScriptedSocket::breakWith(std::string text) {
+    if (!std::exchange(open_, false)) return;
+    why_ = std::move(text);
+    incoming_.end();
+    for (auto& shot : std::exchange(waitingPings_, {})) shot->answer(fail(NetworkError{why_}));
+}
+
+void ScriptedSocket::pong() {
+    for (auto& shot : std::exchange(waitingPings_, {})) shot->answer({});
+}
+
+Task<Result<std::shared_ptr<WebSocket>>> ScriptedSockets::connect(std::string url, std::stop_token) {
+    urls.push_back(std::move(url));
+    if (next_.empty()) co_return fail(NetworkError{"spojení odmítnuto"});
+    std::shared_ptr<WebSocket> socket = next_.front();
+    next_.pop_front();
+    co_return socket;
+}
+
+std::shared_ptr<ScriptedSocket> ScriptedSockets::layOut() {
+    next_.push_back(std::make_shared<ScriptedSocket>());
+    return next_.back();
+}
+
+} // namespace morvex

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "foundation/EventStream.h"
+#include "foundation/OneShot.h"
+#include "platform/ports/WebSocketClient.h"
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// A socket whose other end is the test.
+class ScriptedSocket final : public WebSocket {
+  public:
+    Task<Result<void>> sendText(std::string text) override;
+    Task<Result<WebSocketFrame>> receive() override;
+    Task<Result<void>> ping() override;
+    void close(CloseCode code) override;
+
+    /// What the other end sends.
+    void deliver(std::string text, WebSocketFrame::Kind kind = WebSocketFrame::Kind::text);
+    /// The other end breaks the connection.
+    void breakWith(std::string text);
+    /// The other end answers every ping that waits.
+    void pong();
+
+    std::vector<std::string> sent;
+    std::vector<CloseCode> closed;
+    int pings = 0;
+
+  private:
+    bool open_ = true;
+    std::string why_ = "spojení je zavřené";
+    EventStream<WebSocketFrame> incoming_;
+    std::vector<std::shared_ptr<OneShot<Result<void>>>> waitingPings_;
+};
+
+/// Answers connection attempts with the sockets that the test laid out, then with refusals.
+class ScriptedSockets final : public WebSocketClient {
+  public:
+    Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override;
+
+    /// The socket of a later attempt.
+    std::shared_ptr<ScriptedSocket> layOut();
+
+    std::vector<std::string> urls;
+
+  private:
+    std::deque<std::shared_ptr<ScriptedSocket>> next_;
+};
+
+} // namespace morvex

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "shared/base/Error.h"
+#include "shared/trust/DeviceIdentity.h"
+#include "shared/wire/PairedPeer.h"
+
+#include <memory>
+#include <optional>
+
+namespace morvex {
+
+/// Where this device's keys and its paired peer are kept. Calls may block; safe from any one thread at a
+/// time.
+class IdentityStore {
+  public:
+    virtual ~IdentityStore() = default;
+
+    /// Null when there is no whole identity.
+    virtual Result<std::shared_ptr<const DeviceIdentity>> nactiIdentitu() = 0;
+    virtual Result<void> ulozIdentitu(std::shared_ptr<const DeviceIdentity> identita) = 0;
+    virtual Result<void> smazIdentitu() = 0;
+
+    virtual Result<std::optional<PairedPeer>> nactiProtejsek() = 0;
+    virtual Result<void> ulozProtejsek(const PairedPeer& protejsek) = 0;
+    virtual Result<void> smazProtejsek() = 0;
+};
+
+} // namespace morvex

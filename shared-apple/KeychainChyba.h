@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// The vault refused.
+struct KeychainChyba {
+    std::int32_t stav = 0;
+    std::string co;                   ///< what was being done, such as "čtení parovani.protejsek"
+    std::optional<std::string> slova; ///< the platform's words for `stav`
+
+    [[nodiscard]] std::string popis() const {
+        return "Trezor odmítl " + co + ": " + slova.value_or("kód " + std::to_string(stav));
+    }
+
+    bool operator==(const KeychainChyba&) const = default;
+};
+
+} // namespace morvex

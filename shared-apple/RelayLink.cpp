@@ -1,0 +1,178 @@
+#include "shared-apple/RelayLink.h"
+
+#include "foundation/Try.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/TalkSpanError.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::array<int, 7> delaysInSeconds{0, 1, 2, 5, 10, 20, 30};
+constexpr auto pingInterval = 20s;
+constexpr auto pongLimit = 10s;
+
+std::unexpected<Error> notPaired(std::string why) {
+    return fail(TalkSpanError{TalkSpanError::NotPaired{std::move(why)}});
+}
+
+Task<Result<RelayMessage>> receive(std::shared_ptr<WebSocket> socket, std::stop_token stop) {
+    CO_TRY(auto, frame, co_await socket->receive());
+    if (stop.stop_requested()) co_return fail(TalkSpanError{TalkSpanError::Cancelled{}});
+    if (frame.kind == WebSocketFrame::Kind::other) co_return fail(TextError{"Neznámý druh rámce."});
+    co_return decode<RelayMessage>(frame.data);
+}
+
+/// Failures that do not heal: there is no use in trying again.
+bool isFinal(RelayFailure code) {
+    return code == RelayFailure::protocolMismatch || code == RelayFailure::unknownPair ||
+           code == RelayFailure::revoked;
+}
+
+} // namespace
+
+RelayLink::RelayLink(RelayAddress relayURL, std::shared_ptr<const DeviceIdentity> identita, PairID pair,
+                     Services services)
+    : relayURL_(std::move(relayURL)),
+      identita_(std::move(identita)),
+      pair_(std::move(pair)),
+      services_(services) {}
+
+Task<void> RelayLink::start() {
+    co_await hop(services_.executor);
+    if (chceBezet_) co_return;
+    chceBezet_ = true;
+    pokus_ = 0;
+    // The loop of a link that gave up by itself.
+    if (auto ended = std::move(bezici_)) co_await ended->join();
+    if (!chceBezet_ || bezici_) co_return;
+    bezici_ = std::make_unique<TaskScope>(services_.executor);
+    bezici_->spawn(run(*bezici_));
+}
+
+Task<void> RelayLink::stop() {
+    co_await hop(services_.executor);
+    chceBezet_ = false;
+    auto ending = std::move(bezici_);
+    if (ending) ending->stop();
+    if (auto socket = std::exchange(socket_, nullptr)) socket->close(CloseCode::goingAway);
+    if (ending) co_await ending->join();
+}
+
+Task<Result<void>> RelayLink::send(Envelope envelope) {
+    co_await hop(services_.executor);
+    if (!socket_) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
+    co_return co_await socket_->sendText(encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}}));
+}
+
+Task<void> RelayLink::run(TaskScope& scope) {
+    auto stop = scope.token();
+    while (chceBezet_ && !stop.stop_requested()) {
+        auto index = std::min(static_cast<std::size_t>(pokus_), delaysInSeconds.size() - 1);
+        int delay = delaysInSeconds[index];
+        udalosti_.push(Pripojuji{delay == 0 ? 1 : pokus_ + 1, static_cast<double>(delay)});
+        if (delay > 0 && !co_await sleepFor(services_.clock, std::chrono::seconds(delay), stop)) co_return;
+
+        auto ended = co_await connection(scope);
+        if (ended)
+            udalosti_.push(Odpojeno{"Spojení bylo uzavřeno."});
+        else if (!stop.stop_requested())
+            udalosti_.push(Odpojeno{ended.error().popis()});
+        if (stop.stop_requested()) co_return;
+        socket_ = nullptr;
+        ++pokus_;
+    }
+}
+
+Task<Result<void>> RelayLink::connection(TaskScope& scope) {
+    auto stop = scope.token();
+    CO_TRY(auto, socket, co_await services_.sockets.connect(relayURL_.socket(), stop));
+    std::stop_source connected;
+    Result<void> ended;
+    if (!stop.stop_requested()) {
+        socket_ = socket;
+        ended = co_await logIn(socket, stop);
+        if (ended) {
+            scope.spawn(keepAlive(scope, socket, connected.get_token()));
+            ended = co_await receiveAll(socket, stop);
+        }
+    }
+    connected.request_stop();
+    socket->close(CloseCode::goingAway);
+    co_return ended;
+}
+
+Task<Result<void>> RelayLink::logIn(std::shared_ptr<WebSocket> socket, std::stop_token stop) {
+    CO_TRY(auto, first, co_await receive(socket, stop));
+    auto* challenge = first.as<RelayMessage::Challenge>();
+    if (!challenge) co_return notPaired("Relay neposlal výzvu.");
+    auto mine = ProtocolVersion::current;
+    if (challenge->v.major != mine.major)
+        co_return fail(TalkSpanError{TalkSpanError::ProtocolMismatch{mine.text(), challenge->v.text()}});
+    CO_CHECK(co_await socket->sendText(encode(answerTo(*challenge))));
+
+    CO_TRY(auto, answer, co_await receive(socket, stop));
+    if (auto* failure = answer.as<RelayMessage::Failure>()) {
+        udalosti_.push(Selhalo{failure->code, failure->detail});
+        if (isFinal(failure->code)) chceBezet_ = false;
+        co_return notPaired(failure->detail);
+    }
+    auto* authenticated = answer.as<RelayMessage::Authenticated>();
+    if (!authenticated) co_return notPaired("Nečekaná odpověď na přihlášení.");
+    pokus_ = 0;
+    udalosti_.push(Prihlaseno{authenticated->peerOnline});
+    co_return Result<void>{};
+}
+
+RelayMessage RelayLink::answerTo(const RelayMessage::Challenge& challenge) const {
+    return {RelayMessage::Authenticate{pair_, identita_->deviceID(), identita_->signingKey(),
+                                       identita_->sign(challenge.nonce)}};
+}
+
+Task<Result<void>> RelayLink::receiveAll(std::shared_ptr<WebSocket> socket, std::stop_token stop) {
+    while (!stop.stop_requested()) {
+        CO_TRY(auto, message, co_await receive(socket, stop));
+        if (auto* presence = message.as<RelayMessage::PeerOnline>())
+            udalosti_.push(Protejsek{presence->isOnline});
+        else if (auto* forward = std::get_if<RelayMessage::Forward>(&message.value))
+            udalosti_.push(Obalka{std::move(forward->envelope)});
+        else if (auto* failure = message.as<RelayMessage::Failure>())
+            udalosti_.push(Selhalo{failure->code, failure->detail});
+    }
+    co_return Result<void>{};
+}
+
+Task<void> RelayLink::keepAlive(TaskScope& scope, std::shared_ptr<WebSocket> socket, std::stop_token stop) {
+    while (co_await sleepFor(services_.clock, pingInterval, stop))
+        if (!co_await hasPong(scope, socket, stop)) {
+            socket->close(CloseCode::abnormal);
+            co_return;
+        }
+}
+
+Task<bool> RelayLink::hasPong(TaskScope& scope, std::shared_ptr<WebSocket> socket, std::stop_token stop) {
+    auto zamluveno = std::make_shared<Zamluveno>();
+    scope.spawn(ping(std::move(socket), zamluveno));
+    auto timer = services_.clock.at(services_.clock.sinceBoot() + pongLimit,
+                                    [zamluveno] { zamluveno->answer(false); });
+    bool arrived = false;
+    {
+        std::stop_callback ended(stop, [zamluveno] { zamluveno->answer(true); });
+        arrived = co_await zamluveno->wait();
+    }
+    services_.clock.forget(timer);
+    co_return arrived;
+}
+
+Task<void> RelayLink::ping(std::shared_ptr<WebSocket> socket, std::shared_ptr<Zamluveno> zamluveno) {
+    auto pong = co_await socket->ping();
+    zamluveno->answer(pong.has_value());
+}
+
+} // namespace morvex

@@ -1,0 +1,110 @@
+#pragma once
+
+#include "foundation/Clock.h"
+#include "foundation/EventStream.h"
+#include "foundation/OneShot.h"
+#include "foundation/TaskScope.h"
+#include "platform/ports/WebSocketClient.h"
+#include "shared-apple/RelayAddress.h"
+#include "shared/trust/DeviceIdentity.h"
+#include "shared/wire/RelayMessage.h"
+
+#include <memory>
+#include <string>
+#include <variant>
+
+namespace morvex {
+
+/// Keeps this device connected to the relay: one WebSocket, a login by signed challenge, keep-alive,
+/// reconnection with back-off, and the events of all that. It knows nothing of sessions; it hands envelopes
+/// up and down.
+///
+/// Lives on the link's executor; `start`, `stop` and `send` may be called from any executor and hop there.
+/// The owner awaits `stop()` before it lets the object go.
+///
+///     start -> pripojuji -> (login) prihlaseno -> protejsek, obalka, selhalo ... -> odpojeno -> pripojuji
+///     ...
+class RelayLink {
+  public:
+    struct Pripojuji {
+        int pokus = 1;  ///< number of the attempt
+        double zat = 0; ///< seconds before it starts
+        bool operator==(const Pripojuji&) const = default;
+    };
+
+    struct Prihlaseno {
+        bool protejsekOnline = false;
+        bool operator==(const Prihlaseno&) const = default;
+    };
+
+    struct Protejsek {
+        bool online = false;
+        bool operator==(const Protejsek&) const = default;
+    };
+
+    struct Obalka {
+        Envelope envelope;
+        bool operator==(const Obalka&) const = default;
+    };
+
+    struct Selhalo {
+        RelayFailure code = RelayFailure::malformed;
+        std::string detail;
+        bool operator==(const Selhalo&) const = default;
+    };
+
+    struct Odpojeno {
+        std::string duvod;
+        bool operator==(const Odpojeno&) const = default;
+    };
+
+    using Udalost = std::variant<Pripojuji, Prihlaseno, Protejsek, Obalka, Selhalo, Odpojeno>;
+
+    /// What the link works with; all of it outlives the link.
+    struct Services {
+        Executor& executor;
+        Clock& clock;
+        WebSocketClient& sockets;
+    };
+
+    RelayLink(RelayAddress relayURL, std::shared_ptr<const DeviceIdentity> identita, PairID pair,
+              Services services);
+
+    /// Does nothing while the link is meant to be up.
+    Task<void> start();
+
+    /// Says goodbye (1001) and waits for the end of all that runs. Harmless when nothing runs.
+    Task<void> stop();
+
+    /// Fails with `TalkSpanError::MacOffline` when there is no socket.
+    Task<Result<void>> send(Envelope envelope);
+
+    /// The events; the stream lives as long as this object.
+    EventStream<Udalost>& udalosti() { return udalosti_; }
+
+  private:
+    /// Decides the race between a pong and its timer: whoever comes first.
+    using Zamluveno = OneShot<bool>;
+
+    // A run keeps to its own scope: a stopped one may still be ending while the next one begins.
+    Task<void> run(TaskScope& scope);
+    Task<Result<void>> connection(TaskScope& scope);
+    Task<Result<void>> logIn(std::shared_ptr<WebSocket> socket, std::stop_token stop);
+    Task<Result<void>> receiveAll(std::shared_ptr<WebSocket> socket, std::stop_token stop);
+    Task<void> keepAlive(TaskScope& scope, std::shared_ptr<WebSocket> socket, std::stop_token stop);
+    Task<bool> hasPong(TaskScope& scope, std::shared_ptr<WebSocket> socket, std::stop_token stop);
+    Task<void> ping(std::shared_ptr<WebSocket> socket, std::shared_ptr<Zamluveno> zamluveno);
+    RelayMessage answerTo(const RelayMessage::Challenge& challenge) const;
+
+    RelayAddress relayURL_;
+    std::shared_ptr<const DeviceIdentity> identita_;
+    PairID pair_;
+    Services services_;
+    std::shared_ptr<WebSocket> socket_;
+    std::unique_ptr<TaskScope> bezici_;
+    int pokus_ = 0;
+    bool chceBezet_ = false;
+    EventStream<Udalost> udalosti_;
+};
+
+} // namespace morvex

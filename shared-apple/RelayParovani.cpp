@@ -1,0 +1,63 @@
+#include "shared-apple/RelayParovani.h"
+
+#include "foundation/Try.h"
+#include "shared/trust/Revocation.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/RelayCalls.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+RelayParovani::RelayChyba refusal(const HttpReply& reply) {
+    auto body = decode<VaporDuvod>(reply.body);
+    if (body && body->reason) return {reply.status, *body->reason};
+    return {reply.status, "Relay odmítl požadavek (" + std::to_string(reply.status) + ")."};
+}
+
+} // namespace
+
+Task<Result<RelayParovani::Zalozeni>> RelayParovani::zalozit(RelayAddress relayURL,
+                                                             std::shared_ptr<const DeviceIdentity> identita,
+                                                             DeviceRole role) {
+    ZalozitPozadavek pozadavek{identita->deviceID(), identita->signingKey(), role};
+    CO_TRY(auto, body, co_await post(relayURL.call("v1/pair/create"), encode(pozadavek)));
+    CO_TRY(auto, odpoved, decode<ZalozitOdpoved>(body));
+    co_return Zalozeni{odpoved.pairID, odpoved.pairingToken, odpoved.expiresAt};
+}
+
+Task<Result<PairID>> RelayParovani::pripojit(RelayAddress relayURL, std::string pairingToken,
+                                             std::shared_ptr<const DeviceIdentity> identita,
+                                             DeviceRole role) {
+    PripojitPozadavek pozadavek{std::move(pairingToken), identita->deviceID(), identita->signingKey(), role};
+    CO_TRY(auto, body, co_await post(relayURL.call("v1/pair/join"), encode(pozadavek)));
+    CO_TRY(auto, odpoved, decode<PripojitOdpoved>(body));
+    co_return odpoved.pairID;
+}
+
+Task<Result<void>> RelayParovani::odvolat(RelayAddress relayURL, PairID pair, DeviceID target,
+                                          std::shared_ptr<const DeviceIdentity> identita) {
+    OdvolatPozadavek pozadavek{std::move(pair), std::move(target), identita->deviceID(), clock_.now(), {}};
+    auto signedText =
+        revocationSignedText(pozadavek.pairID, pozadavek.target, pozadavek.by, pozadavek.signedAt);
+    pozadavek.signature = identita->sign(asBytes(signedText));
+    CO_CHECK(co_await post(relayURL.call("v1/device/revoke"), encode(pozadavek)));
+    co_return Result<void>{};
+}
+
+Task<Result<std::string>> RelayParovani::post(std::string address, std::string body) {
+    HttpRequest request;
+    request.method = "POST";
+    request.url = std::move(address);
+    request.headers = {{"Content-Type", "application/json"}};
+    request.body = std::move(body);
+    request.timeLimit = std::chrono::seconds(15);
+    CO_TRY(auto, reply, co_await http_.send(std::move(request)));
+    if (reply.status == 0) co_return fail(RelayChyba{0, "Relay neodpověděl."});
+    if (reply.status < 200 || reply.status > 299) co_return fail(refusal(reply));
+    co_return std::move(reply.body);
+}
+
+} // namespace morvex

@@ -1,0 +1,188 @@
+#include "shared-apple/SecureLink.h"
+
+#include "shared/trust/SessionHandshake.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/SessionHello.h"
+#include "shared/wire/TalkSpanError.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+const std::string sessionRequestID = "session";
+
+/// Far more hellos than a peer sends between two keys of this device.
+constexpr std::size_t mostPeerKeys = 1024;
+
+} // namespace
+
+Result<std::shared_ptr<SecureLink>> SecureLink::create(std::shared_ptr<const DeviceIdentity> identita,
+                                                       PairedPeer protejsek, DeviceRole role,
+                                                       Services services) {
+    auto address = RelayAddress::parse(protejsek.relayURL);
+    if (!address) return fail(TalkSpanError{TalkSpanError::NotPaired{"Uložená adresa relaye nedává smysl."}});
+    return std::shared_ptr<SecureLink>(
+        new SecureLink(std::move(identita), std::move(protejsek), role, *std::move(address), services));
+}
+
+SecureLink::SecureLink(std::shared_ptr<const DeviceIdentity> identita, PairedPeer protejsek, DeviceRole role,
+                       RelayAddress address, Services services)
+    : identita_(std::move(identita)),
+      protejsek_(std::move(protejsek)),
+      role_(role),
+      services_(services),
+      spojeni_(std::move(address), identita_, protejsek_.pairID, services.relay) {}
+
+Task<void> SecureLink::spustit() {
+    co_await hop(executor());
+    if (posluchac_) co_return;
+    posluchac_ = std::make_unique<TaskScope>(executor());
+    posluchac_->spawn(listen(posluchac_->token()));
+    co_await spojeni_.start();
+}
+
+Task<void> SecureLink::zastavit() {
+    co_await hop(executor());
+    auto listening = std::move(posluchac_);
+    if (listening) listening->stop();
+    kanal_.reset();
+    mujEfemerni_.reset();
+    co_await spojeni_.stop();
+    if (listening) co_await listening->join();
+}
+
+Task<Result<void>> SecureLink::poslat(MacPayload payload, std::string requestID) {
+    co_await hop(executor());
+    if (!kanal_) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
+    // From the counter to the socket's queue there is no suspension: counters leave in their order.
+    auto envelope = kanal_->seal(asBytes(encode(payload)), std::move(requestID), EnvelopeKind::data,
+                                 envelopeLifetime, {now(), services_.random.uuid()});
+    if (!envelope) co_return fail(envelope.error());
+    co_return co_await spojeni_.send(*std::move(envelope));
+}
+
+Task<void> SecureLink::listen(std::stop_token stop) {
+    while (auto event = co_await spojeni_.udalosti().next(stop)) {
+        Task<void> handling = std::visit([this](auto& held) { return handle(std::move(held)); }, *event);
+        co_await std::move(handling);
+    }
+}
+
+Task<void> SecureLink::handle(RelayLink::Pripojuji event) {
+    kanal_.reset();
+    tell({MacAvailability::Pripojuji{event.pokus, event.zat}});
+    co_return;
+}
+
+Task<void> SecureLink::handle(RelayLink::Prihlaseno event) {
+    drawKey();
+    kanal_.reset();
+    tell({MacAvailability::Offline{}});
+    if (event.protejsekOnline) co_await sendHello();
+}
+
+Task<void> SecureLink::handle(RelayLink::Protejsek event) {
+    kanal_.reset();
+    if (event.online) {
+        drawKey();
+        co_await sendHello();
+    } else {
+        mujEfemerni_.reset();
+        tell({MacAvailability::Offline{}});
+    }
+}
+
+Task<void> SecureLink::handle(RelayLink::Obalka event) {
+    if (event.envelope.kind == EnvelopeKind::keyExchange)
+        acceptHello(event.envelope);
+    else
+        openMessage(event.envelope);
+    co_return;
+}
+
+Task<void> SecureLink::handle(RelayLink::Selhalo event) {
+    kanal_.reset();
+    if (event.code == RelayFailure::peerOffline)
+        tell({MacAvailability::Offline{}});
+    else if (event.code == RelayFailure::revoked)
+        tell({MacAvailability::NeplatneParovani{"Zařízení bylo odvoláno."}});
+    else
+        tellError(event.detail);
+    co_return;
+}
+
+Task<void> SecureLink::handle(RelayLink::Odpojeno event) {
+    kanal_.reset();
+    tell({MacAvailability::Preruseno{event.duvod}});
+    co_return;
+}
+
+Task<void> SecureLink::sendHello() {
+    if (!mujEfemerni_) co_return;
+    auto hello = makeSessionHello(*identita_, mujEfemerni_->publicKey(), protejsek_.pairID);
+    // A hello that is lost is sent again after the next login or return of the peer.
+    (void)co_await spojeni_.send(keyExchange(protejsek_.pairID, identita_->deviceID(), protejsek_.deviceID,
+                                             sessionRequestID, toBytes(encode(hello)), now(),
+                                             services_.random.uuid()));
+}
+
+void SecureLink::acceptHello(const Envelope& envelope) {
+    if (!mujEfemerni_) return;
+    auto hello = decode<SessionHello>(envelope.ciphertext);
+    if (!hello) return tellError("Protějšek poslal představení, kterému nerozumím.");
+    if (!checkSessionHello(*hello, protejsek_.pairID, protejsek_.podpisovyKlic)) {
+        kanal_.reset();
+        return tellError("Představení protějšku má neplatný podpis. Spojení nešifruju.");
+    }
+    if (!isNewKey(hello->ephemeral)) return;
+    auto channel = channelWith(hello->ephemeral);
+    if (!channel) {
+        kanal_.reset();
+        return tellError("Klíč pro spojení nejde odvodit: " + channel.error().popis());
+    }
+    kanal_ = *std::move(channel);
+    tell({MacAvailability::Pripraveny{}});
+    udalosti_.push(Pripraveno{});
+}
+
+bool SecureLink::isNewKey(const AgreementPublicKey& peerEphemeral) {
+    if (usedPeerKeys_.size() >= mostPeerKeys) return false;
+    return usedPeerKeys_.insert(peerEphemeral).second;
+}
+
+Result<SecureChannel> SecureLink::channelWith(const AgreementPublicKey& peerEphemeral) const {
+    auto pairKey = identita_->pairKey(protejsek_);
+    if (!pairKey) return fail(pairKey.error());
+    return SecureChannel::create(*pairKey, *mujEfemerni_, peerEphemeral,
+                                 {protejsek_.pairID, identita_->deviceID(), protejsek_.deviceID, role_});
+}
+
+void SecureLink::openMessage(const Envelope& envelope) {
+    if (!kanal_) return tellError("Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to.");
+    auto plaintext = kanal_->open(envelope, now());
+    if (!plaintext) {
+        auto* refused = plaintext.error().as<SecureChannel::Chyba>();
+        // A repeat is normal and concerns nobody.
+        if (refused && refused->duvod == SecureChannel::Chyba::Duvod::prehrani) return;
+        return tellError("Zprávu nejde ověřit: " + plaintext.error().popis());
+    }
+    auto payload = decode<MacPayload>(*plaintext);
+    if (!payload) return tellError("Zprávu nejde ověřit: " + payload.error().popis());
+    udalosti_.push(Zprava{*std::move(payload), envelope.requestID});
+}
+
+void SecureLink::drawKey() {
+    mujEfemerni_ = EphemeralPrivateKey::generate();
+}
+
+void SecureLink::tell(MacAvailability stav) {
+    udalosti_.push(Stav{std::move(stav)});
+}
+
+void SecureLink::tellError(std::string text) {
+    udalosti_.push(Chyba{std::move(text)});
+}
+
+} // namespace morvex

@@ -1,0 +1,113 @@
+#pragma once
+
+#include "foundation/Clock.h"
+#include "foundation/EventStream.h"
+#include "foundation/Random.h"
+#include "foundation/TaskScope.h"
+#include "shared-apple/RelayLink.h"
+#include "shared/trust/DeviceIdentity.h"
+#include "shared/trust/SecureChannel.h"
+#include "shared/wire/MacAvailability.h"
+#include "shared/wire/MacPayload.h"
+#include "shared/wire/PairedPeer.h"
+
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <variant>
+
+namespace morvex {
+
+/// What the application talks to: it sits on a `RelayLink`, exchanges session hellos with the peer, holds the
+/// current `SecureChannel`, and turns what the relay tells into states, decoded messages and errors in Czech.
+///
+/// Lives on the link's executor, so that a busy main thread never delays the link; the public operations may
+/// be called from any executor and hop there. The owner awaits `zastavit()` before it lets the object go.
+class SecureLink {
+  public:
+    struct Stav {
+        MacAvailability stav;
+        bool operator==(const Stav&) const = default;
+    };
+
+    struct Zprava {
+        MacPayload payload;
+        std::string requestID;
+        bool operator==(const Zprava&) const = default;
+    };
+
+    struct Chyba {
+        std::string text;
+        bool operator==(const Chyba&) const = default;
+    };
+
+    /// A secured session now exists.
+    struct Pripraveno {
+        bool operator==(const Pripraveno&) const = default;
+    };
+
+    using Udalost = std::variant<Stav, Zprava, Chyba, Pripraveno>;
+
+    struct Services {
+        RelayLink::Services relay;
+        Random& random;
+    };
+
+    /// Fails with `TalkSpanError::NotPaired` when the peer's relay address is unusable.
+    static Result<std::shared_ptr<SecureLink>> create(std::shared_ptr<const DeviceIdentity> identita,
+                                                      PairedPeer protejsek, DeviceRole role,
+                                                      Services services);
+
+    /// Does nothing while it runs.
+    Task<void> spustit();
+
+    /// Drops the session, stops the relay link and waits until nothing runs. May be started again.
+    Task<void> zastavit();
+
+    /// Seals and sends. Fails with `TalkSpanError::MacOffline` when there is no session.
+    Task<Result<void>> poslat(MacPayload payload, std::string requestID);
+
+    /// The events; the stream lives as long as this object.
+    EventStream<Udalost>& udalosti() { return udalosti_; }
+
+  private:
+    SecureLink(std::shared_ptr<const DeviceIdentity> identita, PairedPeer protejsek, DeviceRole role,
+               RelayAddress address, Services services);
+
+    Task<void> listen(std::stop_token stop);
+    Task<void> handle(RelayLink::Pripojuji event);
+    Task<void> handle(RelayLink::Prihlaseno event);
+    Task<void> handle(RelayLink::Protejsek event);
+    Task<void> handle(RelayLink::Obalka event);
+    Task<void> handle(RelayLink::Selhalo event);
+    Task<void> handle(RelayLink::Odpojeno event);
+    Task<void> sendHello();
+    void acceptHello(const Envelope& envelope);
+    void openMessage(const Envelope& envelope);
+    Result<SecureChannel> channelWith(const AgreementPublicKey& peerEphemeral) const;
+    /// False for a key that already met our present one. Whoever repeats an old hello, the relay for one,
+    /// would otherwise start the counters again under the same keys: two messages under one nonce, and old
+    /// messages taken for new ones.
+    bool isNewKey(const AgreementPublicKey& peerEphemeral);
+    void drawKey();
+    void tell(MacAvailability stav);
+    void tellError(std::string text);
+
+    [[nodiscard]] Executor& executor() const { return services_.relay.executor; }
+
+    [[nodiscard]] Date now() const { return services_.relay.clock.now(); }
+
+    std::shared_ptr<const DeviceIdentity> identita_;
+    PairedPeer protejsek_;
+    DeviceRole role_;
+    Services services_;
+    RelayLink spojeni_;
+    std::optional<EphemeralPrivateKey> mujEfemerni_;
+    std::set<AgreementPublicKey> usedPeerKeys_; ///< since `mujEfemerni_` was drawn
+    std::optional<SecureChannel> kanal_;
+    std::unique_ptr<TaskScope> posluchac_;
+    EventStream<Udalost> udalosti_;
+};
+
+} // namespace morvex
