@@ -1,0 +1,41 @@
+#pragma once
+
+#include "foundation/Task.h"
+#include "shared/base/Error.h"
+#include "shared/wire/ToolDescriptor.h"
+
+#include <boost/json/object.hpp>
+
+#include <functional>
+#include <string>
+
+namespace morvex {
+
+/// One call of a tool, from the phone or from this computer's own assistant.
+struct ToolCall {
+    std::string name;
+    boost::json::object arguments;
+    std::string requestID; ///< under which progress is told
+};
+
+/// What a tool answers: a JSON object, and whether it did its work.
+struct ToolOutcome {
+    bool ok = false;
+    boost::json::object result;
+
+    static ToolOutcome done(boost::json::object result) { return {true, std::move(result)}; }
+
+    /// The single key `error` with a sentence that can be read out.
+    static ToolOutcome refused(std::string sentence) { return {false, {{"error", std::move(sentence)}}}; }
+
+    static ToolOutcome refused(const Error& error) { return refused(error.popis()); }
+};
+
+/// A tool, declared once: what is told about it, when it is offered, what runs.
+struct Tool {
+    ToolDescriptor descriptor;
+    std::function<bool()> isOffered;
+    std::function<Task<ToolOutcome>(ToolCall)> run;
+};
+
+} // namespace morvex
