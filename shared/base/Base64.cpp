@@ -1,5 +1,6 @@
 #include "shared/base/Base64.h"
 
+#include <algorithm>
 #include <array>
 
 namespace morvex {
@@ -28,41 +29,37 @@ std::uint32_t quartetValue(std::string_view quartet) {
     return seen > 0x3f ? 0xffffffffu : bits;
 }
 
-void appendQuartet(std::string& text, std::uint32_t bits) {
-    for (int shift = 18; shift >= 0; shift -= 6) text += alphabet[bits >> shift & 0x3f];
-}
-
 } // namespace
 
 std::string base64Encode(ByteView bytes) {
-    std::string text;
-    text.reserve((bytes.size() + 2) / 3 * 4);
+    std::string text((bytes.size() + 2) / 3 * 4, '=');
+    auto out = text.begin();
     for (std::size_t index = 0; index < bytes.size(); index += 3) {
-        const auto group = bytes.subspan(index, std::min<std::size_t>(3, bytes.size() - index));
+        const auto count = std::min<std::size_t>(3, bytes.size() - index);
         std::uint32_t bits = 0;
         for (std::size_t place = 0; place < 3; ++place)
-            bits = bits << 8 | (place < group.size() ? group[place] : 0u);
-        appendQuartet(text, bits);
-        for (std::size_t place = group.size(); place < 3; ++place) text[text.size() - (3 - place)] = '=';
+            bits = bits << 8 | (place < count ? bytes[index + place] : 0u);
+        for (std::size_t digit = 0; digit < count + 1; ++digit)
+            *out++ = alphabet[bits >> (18 - 6 * digit) & 0x3f];
     }
     return text;
 }
 
 std::optional<Bytes> base64Decode(std::string_view text) {
     if (text.size() % 4 != 0) return std::nullopt;
-    Bytes bytes;
-    bytes.reserve(text.size() / 4 * 3);
+    const std::size_t padding = text.ends_with("==") ? 2 : text.ends_with('=') ? 1 : 0;
+    Bytes bytes(text.size() / 4 * 3 - padding);
+    auto out = bytes.begin();
     for (std::size_t index = 0; index < text.size(); index += 4) {
-        std::array<char, 4> quartet{text[index], text[index + 1], text[index + 2], text[index + 3]};
-        std::size_t padding = 0;
-        if (index + 4 == text.size())
-            for (; padding < 2 && quartet[3 - padding] == '='; ++padding) quartet[3 - padding] = 'A';
+        std::array quartet{text[index], text[index + 1], text[index + 2], text[index + 3]};
+        const std::size_t missing = index + 4 == text.size() ? padding : 0;
+        for (std::size_t place = 0; place < missing; ++place) quartet[3 - place] = alphabet[0];
 
         const auto bits = quartetValue({quartet.data(), quartet.size()});
-        const std::uint32_t bitsBeyondTheEnd = (1u << (8 * padding)) - 1;
+        const std::uint32_t bitsBeyondTheEnd = (1u << (8 * missing)) - 1;
         if (bits > 0xffffff || (bits & bitsBeyondTheEnd) != 0) return std::nullopt;
-        for (std::size_t place = 0; place < 3 - padding; ++place)
-            bytes.push_back(static_cast<std::uint8_t>(bits >> (16 - 8 * place)));
+        for (std::size_t place = 0; place < 3 - missing; ++place)
+            *out++ = static_cast<std::uint8_t>(bits >> (16 - 8 * place));
     }
     return bytes;
 }

@@ -5,6 +5,7 @@
 
 #include <boost/json.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -25,23 +26,27 @@ bool areClean(const char* eight) {
             topBits) == 0;
 }
 
-bool isContinuation(char byte) {
-    return (byte & 0xc0) == 0x80;
+bool isPlainAscii(char byte) {
+    const auto code = static_cast<unsigned char>(byte);
+    return code >= 0x20 && code < 0x80 && code != '"' && code != '\\';
 }
 
 /// The length of the UTF-8 sequence of a character beyond ASCII at the start of `text`, or 0 (RFC 3629).
 std::size_t sequenceLength(std::string_view text) {
+    const auto isContinuation = [text](std::size_t index) {
+        return index < text.size() && (text[index] & 0xc0) == 0x80;
+    };
     const auto first = static_cast<unsigned char>(text[0]);
-    const std::size_t length = first < 0xc2 ? 0 : first < 0xe0 ? 2 : first < 0xf0 ? 3 : first < 0xf5 ? 4 : 0;
-    if (length == 0 || text.size() < length) return 0;
-    for (std::size_t index = 1; index < length; ++index)
-        if (!isContinuation(text[index])) return 0;
+    if (first < 0xc2 || first > 0xf4 || !isContinuation(1)) return 0;
+    if (first < 0xe0) return 2;
 
     const auto second = static_cast<unsigned char>(text[1]);
     const bool isOverlong = (first == 0xe0 && second < 0xa0) || (first == 0xf0 && second < 0x90);
     const bool isSurrogate = first == 0xed && second > 0x9f;
     const bool isBeyondUnicode = first == 0xf4 && second > 0x8f;
-    return isOverlong || isSurrogate || isBeyondUnicode ? 0 : length;
+    if (isOverlong || isSurrogate || isBeyondUnicode || !isContinuation(2)) return 0;
+    if (first < 0xf0) return 3;
+    return isContinuation(3) ? 4 : 0;
 }
 
 /// How many bytes at the start of `text` go out unchanged.
@@ -52,11 +57,11 @@ std::size_t cleanLength(std::string_view text) {
             index += 8;
             continue;
         }
-        const auto byte = static_cast<unsigned char>(text[index]);
-        if (byte < 0x20 || byte == '"' || byte == '\\') break;
-        const auto length = byte < 0x80 ? 1 : sequenceLength(text.substr(index));
-        if (length == 0) break;
-        index += length;
+        for (const auto stop = std::min(text.size(), index + 8); index < stop;) {
+            const auto length = isPlainAscii(text[index]) ? 1 : sequenceLength(text.substr(index));
+            if (length == 0) return index;
+            index += length;
+        }
     }
     return index;
 }
