@@ -78,6 +78,11 @@ std::string lowerCase(std::string_view text) {
     return toUtf8(result.toLower(icu::Locale::getRoot()));
 }
 
+std::string upperCase(std::string_view text) {
+    auto result = fromUtf8(text);
+    return toUtf8(result.toUpper(icu::Locale::getRoot()));
+}
+
 std::string fold(std::string_view text) {
     auto decomposed = decompose(fromUtf8(text).foldCase());
     icu::UnicodeString kept;

@@ -12,8 +12,9 @@ namespace morvex {
 /// Without white space and line breaks at both ends (Unicode property White_Space).
 std::string trim(std::string_view text);
 
-/// Lower case (full Unicode mapping), accents kept.
+/// Another case (full Unicode mapping), accents kept.
 std::string lowerCase(std::string_view text);
+std::string upperCase(std::string_view text);
 
 /// Without case and diacritics, for comparing names with what a person said: "PLOCHÁ" folds to "plocha".
 std::string fold(std::string_view text);

@@ -64,6 +64,10 @@ inline void writeJson(std::string& out, std::int64_t number) {
     appendJsonNumber(out, number);
 }
 
+inline void writeJson(std::string& out, std::uint16_t number) {
+    appendJsonNumber(out, std::uint64_t{number});
+}
+
 inline void writeJson(std::string& out, std::uint64_t number) {
     appendJsonNumber(out, number);
 }

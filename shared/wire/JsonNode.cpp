@@ -3,6 +3,7 @@
 #include "shared/base/Base64.h"
 
 #include <cmath>
+#include <limits>
 #include <utility>
 
 namespace morvex {
@@ -113,6 +114,14 @@ bool JsonNode::read(std::int64_t& number) const {
 
 bool JsonNode::read(std::uint64_t& number) const {
     return readInteger(number);
+}
+
+bool JsonNode::read(std::uint16_t& number) const {
+    std::uint64_t wide = 0;
+    if (!readInteger(wide)) return false;
+    if (wide > std::numeric_limits<std::uint16_t>::max()) return fail(DecodeError::Reason::outOfRange);
+    number = static_cast<std::uint16_t>(wide);
+    return true;
 }
 
 bool JsonNode::read(double& number) const {

@@ -44,6 +44,7 @@ class JsonNode {
     /// Also a floating number without a fraction, up to 2^53.
     bool read(std::int64_t& number) const;
     bool read(std::uint64_t& number) const;
+    bool read(std::uint16_t& number) const;
     /// Finite and below 2^63, so that it has whole seconds.
     bool read(double& number) const;
     bool read(Date& date) const;
