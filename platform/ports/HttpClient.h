@@ -13,9 +13,9 @@ namespace morvex {
 
 struct HttpRequest {
     std::string method = "GET";
-    std::string url; ///< http or https, nothing else
-    std::vector<std::pair<std::string, std::string>> headers;
-    std::string body;
+    std::string url{}; ///< http or https, nothing else
+    std::vector<std::pair<std::string, std::string>> headers{};
+    std::string body{};
     std::chrono::milliseconds timeLimit{15'000}; ///< for the whole exchange, name look-up included
     std::size_t replyLimit = 1024 * 1024;        ///< bytes of the reply's body; a longer one is a failure
 };
