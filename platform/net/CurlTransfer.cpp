@@ -1,0 +1,128 @@
+#include "platform/net/CurlTransfer.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace morvex {
+
+namespace {
+
+/// RFC 9110, section 5.6.2.
+bool isToken(std::string_view text) {
+    return !text.empty() && std::ranges::all_of(text, [](char character) {
+        return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
+               (character >= 'a' && character <= 'z') ||
+               std::string_view("!#$%&'*+-.^_`|~").contains(character);
+    });
+}
+
+bool breaksLine(std::string_view text) {
+    return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
+}
+
+std::unexpected<Error> refuse(CURLcode code) {
+    return fail(NetworkError{curl_easy_strerror(code)});
+}
+
+} // namespace
+
+Result<void> CurlTransfer::prepare(const std::string& extraAuthorities) {
+    easy_.reset(curl_easy_init());
+    url_.reset(curl_url());
+    if (!easy_ || !url_) return refuse(CURLE_OUT_OF_MEMORY);
+    if (auto set = setAddress(); !set) return set;
+    if (auto set = setHeaders(); !set) return set;
+    setMethod();
+    setRules(extraAuthorities);
+    if (refused_ != CURLE_OK) return refuse(refused_);
+    return {};
+}
+
+Result<void> CurlTransfer::setAddress() {
+    // The library reads up to the first zero byte.
+    auto code = request_.url.contains('\0')
+                    ? CURLUE_MALFORMED_INPUT
+                    : curl_url_set(url_.get(), CURLUPART_URL, request_.url.c_str(), CURLU_DISALLOW_USER);
+    if (code != CURLUE_OK) return fail(NetworkError{curl_url_strerror(code)});
+    set(CURLOPT_CURLU, url_.get());
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    return {};
+}
+
+Result<void> CurlTransfer::setHeaders() {
+    // What the library would add by itself; a header of the request takes its place.
+    addHeader("Expect:");
+    addHeader("Content-Type:");
+    for (const auto& [name, value] : request_.headers) {
+        if (!isToken(name) || breaksLine(value))
+            return fail(NetworkError{"Hlavička požadavku má neplatné znaky."});
+        auto line = name;
+        line += value.empty() ? ";" : ": ";
+        line += value;
+        addHeader(line);
+    }
+    set(CURLOPT_HTTPHEADER, headers_.get());
+    return {};
+}
+
+void CurlTransfer::addHeader(const std::string& line) {
+    auto* list = curl_slist_append(headers_.get(), line.c_str());
+    if (!list) refused_ = CURLE_OUT_OF_MEMORY;
+    if (!headers_) headers_.reset(list);
+}
+
+void CurlTransfer::setMethod() {
+    if (!isToken(request_.method)) {
+        refused_ = CURLE_BAD_FUNCTION_ARGUMENT;
+        return;
+    }
+    if (request_.method == "HEAD") return set(CURLOPT_NOBODY, 1L);
+    if (request_.method == "POST" || !request_.body.empty()) {
+        set(CURLOPT_POST, 1L);
+        set(CURLOPT_POSTFIELDS, request_.body.c_str());
+        set(CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request_.body.size()));
+    }
+    set(CURLOPT_CUSTOMREQUEST, request_.method.c_str());
+}
+
+void CurlTransfer::setRules(const std::string& extraAuthorities) {
+    set(CURLOPT_NOSIGNAL, 1L);
+    set(CURLOPT_FOLLOWLOCATION, 0L);
+    set(CURLOPT_PROXY, "");
+    set(CURLOPT_SSL_VERIFYPEER, 1L);
+    set(CURLOPT_SSL_VERIFYHOST, 2L);
+    set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
+    // A name look-up that outlives its exchange must hold up neither the others nor the end of the program.
+    set(CURLOPT_QUICK_EXIT, 1L);
+    // Zero would mean no limit.
+    set(CURLOPT_TIMEOUT_MS,
+        static_cast<long>(std::max<std::chrono::milliseconds::rep>(request_.timeLimit.count(), 1)));
+    set(CURLOPT_WRITEFUNCTION, &CurlTransfer::take);
+    set(CURLOPT_WRITEDATA, static_cast<void*>(this));
+    set(CURLOPT_ERRORBUFFER, problem_.data());
+    if (extraAuthorities.empty()) return;
+    curl_blob authorities{.data = const_cast<char*>(extraAuthorities.data()),
+                          .len = extraAuthorities.size(),
+                          .flags = CURL_BLOB_COPY};
+    set(CURLOPT_CAINFO_BLOB, &authorities);
+}
+
+std::size_t CurlTransfer::take(const char* bytes, std::size_t one, std::size_t count, void* transfer) {
+    auto& self = *static_cast<CurlTransfer*>(transfer);
+    auto size = one * count;
+    self.tooLong_ = size > self.request_.replyLimit - self.received_.body.size();
+    if (self.tooLong_) return CURL_WRITEFUNC_ERROR;
+    self.received_.body.append(bytes, size);
+    return size;
+}
+
+void CurlTransfer::finish(CURLcode code) {
+    if (tooLong_) return fall(NetworkError{"Odpověď serveru je příliš dlouhá."});
+    if (code != CURLE_OK) return fall(NetworkError{problem_[0] ? problem_.data() : curl_easy_strerror(code)});
+    long status = 0;
+    curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
+    received_.status = static_cast<int>(status);
+    reply_(std::move(received_));
+}
+
+} // namespace morvex

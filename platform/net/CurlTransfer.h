@@ -1,0 +1,67 @@
+#pragma once
+
+#include "foundation/OneShot.h"
+#include "platform/ports/HttpClient.h"
+
+#include <curl/curl.h>
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+/// One HTTP exchange as libcurl sees it. Stays where it is: the library holds pointers into it.
+class CurlTransfer {
+  public:
+    CurlTransfer(HttpRequest request, Reply<HttpReply> reply)
+        : request_(std::move(request)), reply_(std::move(reply)) {}
+
+    CurlTransfer(const CurlTransfer&) = delete;
+    CurlTransfer& operator=(const CurlTransfer&) = delete;
+
+    /// Checks the request and makes the handle that the loop runs. Once, before `handle`.
+    Result<void> prepare(const std::string& extraAuthorities);
+
+    [[nodiscard]] CURL* handle() const { return easy_.get(); }
+
+    /// Answers the caller with what the library reports at the end.
+    void finish(CURLcode code);
+
+    /// Answers the caller with a failure.
+    void fall(Error error) { reply_(fail(std::move(error))); }
+
+  private:
+    struct Free {
+        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+
+        void operator()(CURLU* url) const { curl_url_cleanup(url); }
+
+        void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+    };
+
+    template <class Value> void set(CURLoption option, Value value) {
+        if (refused_ == CURLE_OK) refused_ = curl_easy_setopt(easy_.get(), option, value);
+    }
+
+    Result<void> setAddress();
+    Result<void> setHeaders();
+    void addHeader(const std::string& line);
+    void setMethod();
+    void setRules(const std::string& extraAuthorities);
+    static std::size_t take(const char* bytes, std::size_t one, std::size_t count, void* transfer);
+
+    HttpRequest request_;
+    Reply<HttpReply> reply_;
+    HttpReply received_;
+    bool tooLong_ = false;
+    std::array<char, CURL_ERROR_SIZE> problem_{};
+    CURLcode refused_ = CURLE_OK; ///< the first option that the library did not take
+
+    std::unique_ptr<CURLU, Free> url_;
+    std::unique_ptr<curl_slist, Free> headers_;
+    std::unique_ptr<CURL, Free> easy_;
+};
+
+} // namespace morvex

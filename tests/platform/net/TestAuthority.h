@@ -1,0 +1,43 @@
+#pragma once
+
+#include <openssl/evp.h>
+#include <openssl/x509.h>
+
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+/// A certificate authority that lives as long as the test, and the certificates that it issues.
+class TestAuthority {
+  public:
+    struct Identity {
+        std::string certificate; ///< PEM
+        std::string key;         ///< PEM
+    };
+
+    TestAuthority();
+
+    /// What a client has to trust.
+    [[nodiscard]] std::string certificate() const;
+
+    /// `names`: a subjectAltName, "DNS:localhost" or "IP:127.0.0.1" for example.
+    [[nodiscard]] Identity issue(const std::string& names) const;
+
+  private:
+    struct Free {
+        void operator()(EVP_PKEY* key) const { EVP_PKEY_free(key); }
+
+        void operator()(X509* certificate) const { X509_free(certificate); }
+    };
+
+    using Key = std::unique_ptr<EVP_PKEY, Free>;
+    using Certificate = std::unique_ptr<X509, Free>;
+
+    static Certificate sign(EVP_PKEY* subject, EVP_PKEY* issuer, const char* basic, const std::string& names);
+
+    Key key_;
+    Certificate certificate_;
+};
+
+} // namespace morvex
