@@ -1,0 +1,59 @@
+#include "platform/net/TlsContext.h"
+
+#include "platform/ports/HttpClient.h"
+
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/ip/address.hpp>
+#include <boost/system/system_error.hpp>
+
+namespace morvex {
+
+namespace {
+
+namespace ssl = boost::asio::ssl;
+
+Result<ssl::context> load(const std::string& extraAuthorities) {
+    try {
+        ssl::context context(ssl::context::tls_client);
+        SSL_CTX_set_min_proto_version(context.native_handle(), TLS1_2_VERSION);
+        context.set_verify_mode(ssl::verify_peer);
+        context.set_default_verify_paths();
+        if (!extraAuthorities.empty())
+            context.add_certificate_authority(boost::asio::buffer(extraAuthorities));
+        return context;
+    } catch (const boost::system::system_error& error) {
+        return fail(NetworkError{error.code().message()});
+    }
+}
+
+bool isAddress(const std::string& host) {
+    boost::system::error_code error;
+    boost::asio::ip::make_address(host, error);
+    return !error;
+}
+
+} // namespace
+
+Result<ssl::context*> TlsContext::get() {
+    if (!context_) {
+        auto loaded = load(extraAuthorities_);
+        if (!loaded) return std::unexpected(std::move(loaded).error());
+        context_.emplace(*std::move(loaded));
+    }
+    return &*context_;
+}
+
+bool expectHost(SSL* connection, const std::string& host) {
+    SSL_set_hostflags(connection, X509_CHECK_FLAG_NO_PARTIAL_WILDCARDS);
+    if (SSL_set1_host(connection, host.c_str()) != 1) return false;
+    // RFC 6066, section 3: addresses are not sent.
+    return isAddress(host) || SSL_set_tlsext_host_name(connection, host.c_str()) == 1;
+}
+
+std::optional<std::string> certificateProblem(SSL* connection) {
+    auto verdict = SSL_get_verify_result(connection);
+    if (verdict == X509_V_OK) return std::nullopt;
+    return X509_verify_cert_error_string(verdict);
+}
+
+} // namespace morvex

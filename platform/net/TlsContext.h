@@ -1,0 +1,35 @@
+#pragma once
+
+#include "shared/base/Error.h"
+
+#include <boost/asio/ssl/context.hpp>
+
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// What all TLS connections of one client share: TLS 1.2 or newer, the server's certificate always verified.
+/// Lives on the network thread.
+class TlsContext {
+  public:
+    /// `extraAuthorities` (PEM, may be empty) are trusted beside the system's.
+    explicit TlsContext(std::string extraAuthorities) : extraAuthorities_(std::move(extraAuthorities)) {}
+
+    /// The first call loads the system's authorities, which takes a quarter of a second; `NetworkError` when
+    /// the extra ones cannot be read.
+    Result<boost::asio::ssl::context*> get();
+
+  private:
+    std::string extraAuthorities_;
+    std::optional<boost::asio::ssl::context> context_;
+};
+
+/// Makes this connection accept only a certificate for `host`, and tells the server which one it wants.
+/// Before the handshake; false when memory ran out.
+bool expectHost(SSL* connection, const std::string& host);
+
+/// Why the certificate was refused; nothing when it was not.
+std::optional<std::string> certificateProblem(SSL* connection);
+
+} // namespace morvex

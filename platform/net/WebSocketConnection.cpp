@@ -1,0 +1,265 @@
+#include "platform/net/WebSocketConnection.h"
+
+#include "platform/net/TlsContext.h"
+#include "platform/net/WebSocketNetwork.h"
+#include "shared/base/Require.h"
+
+#include <boost/asio/as_tuple.hpp>
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/use_awaitable.hpp>
+#include <boost/beast/core/buffers_to_string.hpp>
+
+#include <algorithm>
+#include <exception>
+#include <tuple>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+namespace asio = boost::asio;
+namespace websocket = boost::beast::websocket;
+using boost::system::error_code;
+
+/// An operation that gives its error code as a value.
+constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
+
+/// The stream masks a message in pieces of this size.
+constexpr std::size_t writeBuffer = std::size_t{64} * 1024;
+
+/// A buffer that one large message has grown beyond this is given back.
+constexpr std::size_t keptBuffer = std::size_t{256} * 1024;
+
+/// What one waiting message costs, the empty one too.
+std::size_t costOf(const WebSocketFrame& frame) {
+    return frame.data.size() + sizeof(WebSocketFrame);
+}
+
+void rethrow(const std::exception_ptr& exception) {
+    if (exception) std::rethrow_exception(exception);
+}
+
+} // namespace
+
+WebSocketConnection::WebSocketConnection(WebSocketNetwork& network, asio::ssl::context* tls)
+    : network_(network),
+      stream_(network.context(), tls),
+      resolver_(network.context()),
+      timer_(network.context()) {
+    stream_.text(true);
+    stream_.auto_fragment(false);
+    stream_.write_buffer_bytes(writeBuffer);
+    stream_.read_message_max(WebSocketClient::messageLimit);
+    stream_.control_callback([this](websocket::frame_type kind, boost::beast::string_view payload) {
+        if (kind == websocket::frame_type::pong) noticePong({payload.data(), payload.size()});
+    });
+}
+
+void WebSocketConnection::open(WebSocketUrl url, Opened opened) {
+    opened_ = std::move(opened);
+    auto self = shared_from_this();
+    timer_.expires_after(network_.limits().opening);
+    timer_.async_wait([self](error_code error) {
+        if (!error && self->opened_) self->fall("Server se neozval včas.");
+    });
+    asio::co_spawn(network_.context(), connect(std::move(url)),
+                   [self](const std::exception_ptr& exception) { rethrow(exception); });
+}
+
+asio::awaitable<void> WebSocketConnection::connect(WebSocketUrl url) {
+    auto [notFound, addresses] = co_await resolver_.async_resolve(url.host, url.port, asTuple);
+    if (failed(notFound)) co_return;
+    auto [notConnected, address] = co_await tcp().async_connect(addresses, asTuple);
+    if (failed(notConnected)) co_return;
+    error_code refused;
+    if (failed(tcp().socket().set_option(asio::ip::tcp::no_delay(true), refused))) co_return;
+    if (url.security == WebSocketUrl::Security::tls && failed(co_await secure(url.host))) co_return;
+    co_await upgrade(std::move(url));
+}
+
+asio::awaitable<error_code> WebSocketConnection::secure(std::string host) {
+    auto* tls = stream_.next_layer().tls();
+    if (!expectHost(tls->native_handle(), host)) co_return asio::error::no_memory;
+    auto [error] = co_await tls->async_handshake(asio::ssl::stream_base::client, asTuple);
+    co_return error;
+}
+
+asio::awaitable<void> WebSocketConnection::upgrade(WebSocketUrl url) {
+    websocket::response_type response;
+    auto [error] = co_await stream_.async_handshake(response, url.authority, url.target, asTuple);
+    if (error == websocket::error::upgrade_declined)
+        co_return fall("Server odmítl WebSocket (HTTP " + std::to_string(response.result_int()) + ").");
+    if (!failed(error)) opened();
+}
+
+void WebSocketConnection::opened() {
+    timer_.cancel();
+    // From here on the stream's own limit bounds the farewell to a peer that broke the protocol.
+    stream_.set_option(
+        websocket::stream_base::timeout{network_.limits().closing, websocket::stream_base::none(), false});
+    std::exchange(opened_, nullptr)({});
+    readOn();
+}
+
+void WebSocketConnection::send(std::string text, Reply<void> reply) {
+    if (failure_) return reply(fail(*failure_));
+    outgoing_.push_back({std::move(text), std::move(reply)});
+    if (outgoing_.size() == 1) writeNext();
+}
+
+void WebSocketConnection::writeNext() {
+    stream_.async_write(asio::buffer(outgoing_.front().text),
+                        [self = shared_from_this()](error_code error, std::size_t) {
+                            auto written = std::move(self->outgoing_.front());
+                            self->outgoing_.pop_front();
+                            if (self->failed(error)) return written.reply(fail(*self->failure_));
+                            written.reply({});
+                            if (!self->outgoing_.empty()) self->writeNext();
+                        });
+}
+
+void WebSocketConnection::receive(Reply<WebSocketFrame> reply) {
+    if (arrived_.empty() && failure_) return reply(fail(*failure_));
+    vyzaduj(!receiver_, "two receives wait on one WebSocket");
+    if (arrived_.empty()) {
+        receiver_ = std::move(reply);
+        return;
+    }
+    auto frame = std::move(arrived_.front());
+    arrived_.pop_front();
+    arrivedBytes_ -= costOf(frame);
+    reply(std::move(frame));
+    readOn();
+}
+
+/// Reads ahead, up to the size of one message, so that pings and pongs pass while nobody receives.
+void WebSocketConnection::readOn() {
+    if (reading_ || failure_ || arrivedBytes_ >= WebSocketClient::messageLimit) return;
+    reading_ = true;
+    stream_.async_read(incoming_,
+                       [self = shared_from_this()](error_code error, std::size_t) { self->arrived(error); });
+}
+
+void WebSocketConnection::arrived(error_code error) {
+    reading_ = false;
+    if (failed(error)) return;
+    deliver({stream_.got_text() ? WebSocketFrame::Kind::text : WebSocketFrame::Kind::binary,
+             boost::beast::buffers_to_string(incoming_.data())});
+    incoming_.clear();
+    if (incoming_.capacity() > keptBuffer) incoming_.shrink_to_fit();
+    readOn();
+}
+
+void WebSocketConnection::deliver(WebSocketFrame frame) {
+    if (receiver_) return (*std::exchange(receiver_, std::nullopt))(std::move(frame));
+    arrivedBytes_ += costOf(frame);
+    arrived_.push_back(std::move(frame));
+}
+
+void WebSocketConnection::ping(Reply<void> reply) {
+    if (failure_) return reply(fail(*failure_));
+    pings_.push_back({++lastPing_, std::move(reply)});
+    if (!pinging_) writePing();
+}
+
+/// One ping for all that were asked for meanwhile: its pong answers the earlier ones too.
+void WebSocketConnection::writePing() {
+    pinging_ = true;
+    sentPing_ = lastPing_;
+    auto payload = std::to_string(sentPing_);
+    stream_.async_ping({payload.data(), payload.size()}, [self = shared_from_this()](error_code error) {
+        self->pinging_ = false;
+        if (!self->failed(error) && self->sentPing_ < self->lastPing_) self->writePing();
+    });
+}
+
+/// A peer that got several pings may answer the latest alone (RFC 6455, section 5.5.3).
+void WebSocketConnection::noticePong(std::string_view payload) {
+    auto matches = [payload](const Ping& ping) { return std::to_string(ping.number) == payload; };
+    auto match = std::ranges::find_if(pings_, matches);
+    if (match == pings_.end()) return;
+    for (auto answered = match - pings_.begin() + 1; answered > 0; --answered) {
+        pings_.front().reply({});
+        pings_.pop_front();
+    }
+}
+
+bool WebSocketConnection::failed(error_code error) {
+    if (error) fall(wordsFor(error));
+    return failure_.has_value();
+}
+
+std::string WebSocketConnection::wordsFor(error_code error) {
+    if (error == websocket::error::closed)
+        return "Server ukončil spojení (kód " + std::to_string(stream_.reason().code) + ").";
+    if (auto* tls = stream_.next_layer().tls())
+        if (auto problem = certificateProblem(tls->native_handle())) return *problem;
+    return error.message();
+}
+
+void WebSocketConnection::fall(std::string words) {
+    if (!failure_) failure_ = NetworkError{std::move(words)};
+    failWaiting();
+    drop();
+}
+
+void WebSocketConnection::failWaiting() {
+    if (auto opened = std::exchange(opened_, nullptr)) opened(fail(*failure_));
+    if (auto receiver = std::exchange(receiver_, std::nullopt)) (*receiver)(fail(*failure_));
+    for (auto& ping : std::exchange(pings_, {})) ping.reply(fail(*failure_));
+    for (auto& message : outgoing_) message.reply(fail(*failure_));
+    // The stream still reads from the text that it is writing.
+    while (outgoing_.size() > 1) outgoing_.pop_back();
+}
+
+void WebSocketConnection::close(CloseCode code) {
+    bool opening = static_cast<bool>(opened_);
+    bool first = !failure_;
+    if (first) failure_ = NetworkError{"Spojení je zavřené."};
+    arrived_.clear();
+    arrivedBytes_ = 0;
+    failWaiting();
+    if (code == CloseCode::abnormal || opening)
+        reset();
+    else if (first)
+        sayGoodbye(code);
+}
+
+void WebSocketConnection::sayGoodbye(CloseCode code) {
+    auto self = shared_from_this();
+    timer_.expires_after(network_.limits().closing);
+    timer_.async_wait([self](error_code error) {
+        if (!error) self->drop();
+    });
+    stream_.async_close({static_cast<std::uint16_t>(code)}, [self](error_code) { self->drop(); });
+}
+
+void WebSocketConnection::release() {
+    released_ = true;
+    if (!failure_) close(CloseCode::abnormal);
+    retire();
+}
+
+/// The peer sees a reset instead of an orderly end.
+void WebSocketConnection::reset() {
+    // Without effect on a socket that is not connected yet, or no more.
+    error_code refused;
+    if (!dropped_) std::ignore = tcp().socket().set_option(asio::socket_base::linger(true, 0), refused);
+    drop();
+}
+
+void WebSocketConnection::drop() {
+    if (std::exchange(dropped_, true)) return;
+    timer_.cancel();
+    resolver_.cancel();
+    tcp().close();
+    retire();
+}
+
+void WebSocketConnection::retire() {
+    if (dropped_ && released_) network_.forget(shared_from_this());
+}
+
+} // namespace morvex

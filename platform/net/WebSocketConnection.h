@@ -1,0 +1,108 @@
+#pragma once
+
+#include "foundation/OneShot.h"
+#include "platform/net/Transport.h"
+#include "platform/net/WebSocketUrl.h"
+#include "platform/ports/HttpClient.h"
+#include "platform/ports/WebSocketClient.h"
+
+#include <boost/asio/awaitable.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/websocket/stream.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+class WebSocketNetwork;
+
+/// One WebSocket from its first packet to its last. Everything here happens on the network thread.
+///
+/// `open` is called once and first. The network keeps the connection until it has ended and `release` was
+/// called: so what arrived before a failure can still be received. A connection that never opened releases
+/// itself.
+class WebSocketConnection final : public std::enable_shared_from_this<WebSocketConnection> {
+  public:
+    using Opened = std::move_only_function<void(Result<void>)>;
+
+    WebSocketConnection(WebSocketNetwork& network, boost::asio::ssl::context* tls);
+
+    void open(WebSocketUrl url, Opened opened);
+
+    void send(std::string text, Reply<void> reply);
+    void receive(Reply<WebSocketFrame> reply);
+    void ping(Reply<void> reply);
+    void close(CloseCode code);
+
+    /// Nobody holds the socket any more. A farewell that has begun is finished.
+    void release();
+
+  private:
+    struct Outgoing {
+        std::string text;
+        Reply<void> reply;
+    };
+
+    struct Ping {
+        std::uint64_t number = 0;
+        Reply<void> reply;
+    };
+
+    boost::asio::awaitable<void> connect(WebSocketUrl url);
+    boost::asio::awaitable<boost::system::error_code> secure(std::string host);
+    boost::asio::awaitable<void> upgrade(WebSocketUrl url);
+    void opened();
+
+    void readOn();
+    void arrived(boost::system::error_code error);
+    void deliver(WebSocketFrame frame);
+    void noticePong(std::string_view payload);
+    void writeNext();
+    void writePing();
+
+    /// True when the step failed, or when the connection was ended meanwhile.
+    bool failed(boost::system::error_code error);
+    [[nodiscard]] std::string wordsFor(boost::system::error_code error);
+
+    /// The first failure is the one that callers see; all that wait fail with it.
+    void fall(std::string words);
+    void failWaiting();
+    void sayGoodbye(CloseCode code);
+    void reset();
+    void drop();
+    void retire();
+
+    boost::beast::tcp_stream& tcp() { return boost::beast::get_lowest_layer(stream_); }
+
+    WebSocketNetwork& network_;
+    boost::beast::websocket::stream<Transport, false> stream_;
+    boost::asio::ip::tcp::resolver resolver_;
+    boost::asio::steady_timer timer_; ///< bounds the opening, later the farewell
+
+    Opened opened_; ///< empty once it was called
+    std::optional<NetworkError> failure_;
+    bool dropped_ = false;
+    bool released_ = false;
+
+    boost::beast::flat_buffer incoming_;
+    bool reading_ = false;
+    std::deque<WebSocketFrame> arrived_;
+    std::size_t arrivedBytes_ = 0;
+    std::optional<Reply<WebSocketFrame>> receiver_;
+
+    std::deque<Outgoing> outgoing_; ///< the first one is being written
+    std::deque<Ping> pings_;
+    std::uint64_t lastPing_ = 0;
+    std::uint64_t sentPing_ = 0;
+    bool pinging_ = false;
+};
+
+} // namespace morvex

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "foundation/ThreadExecutor.h"
+#include "platform/net/BeastWebSocketClient.h"
+#include "tests/platform/net/NetworkTest.h"
+#include "tests/platform/net/TestServer.h"
+
+#include <boost/beast/websocket/stream.hpp>
+
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+/// A client, and a thread on which its callers wait.
+class WebSocketTest : public testing::Test {
+  protected:
+    using Peer = boost::beast::websocket::stream<TestServer::Socket&>;
+
+    /// The server's end of a WebSocket, open.
+    static Peer accept(TestServer::Socket& socket) {
+        Peer peer(socket);
+        peer.read_message_max(0);
+        peer.accept();
+        return peer;
+    }
+
+    static std::string read(Peer& peer);
+    static void write(Peer& peer, const std::string& text);
+
+    /// A script that sends every message back.
+    static void echo(TestServer::Socket& socket);
+
+    std::shared_ptr<WebSocket> connect(const TestServer& server);
+    std::string connectFailure(const std::string& url);
+
+    ThreadExecutor executor_{"test"};
+    std::unique_ptr<BeastWebSocketClient> client_ = std::make_unique<BeastWebSocketClient>();
+};
+
+} // namespace morvex
