@@ -17,16 +17,6 @@ std::unexpected<Error> failure(int code) {
     return fail(SystemError{code});
 }
 
-Result<void> writeAll(int file, ByteView bytes) {
-    while (!bytes.empty()) {
-        auto written = ::write(file, bytes.data(), bytes.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0) return failure(errno);
-        bytes = bytes.subspan(static_cast<std::size_t>(written));
-    }
-    return {};
-}
-
 Result<void> flush(int file) {
     while (::fsync(file) != 0)
         if (errno != EINTR) return failure(errno);

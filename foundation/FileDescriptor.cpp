@@ -26,4 +26,14 @@ Result<Bytes> readUpTo(int file, std::size_t limit) {
     }
 }
 
+Result<void> writeAll(int file, ByteView bytes) {
+    while (!bytes.empty()) {
+        auto written = ::write(file, bytes.data(), bytes.size());
+        if (written < 0 && errno == EINTR) continue;
+        if (written < 0) return fail(SystemError{errno});
+        bytes = bytes.subspan(static_cast<std::size_t>(written));
+    }
+    return {};
+}
+
 } // namespace morvex

@@ -26,6 +26,9 @@ class FileDescriptor {
 
     [[nodiscard]] int get() const { return descriptor_; }
 
+    /// Gives the descriptor away; whoever takes it closes it.
+    [[nodiscard]] int release() { return std::exchange(descriptor_, -1); }
+
     explicit operator bool() const { return descriptor_ >= 0; }
 
   private:
@@ -34,5 +37,8 @@ class FileDescriptor {
 
 /// Everything up to the end of the file; more than `limit` bytes fail with EFBIG.
 Result<Bytes> readUpTo(int file, std::size_t limit);
+
+/// Writes all of the bytes, or fails after a part of them.
+Result<void> writeAll(int file, ByteView bytes);
 
 } // namespace morvex
