@@ -5,7 +5,7 @@
 
 namespace morvex {
 
-/// The user's well-known folders, as absolute paths.
+/// The user's well-known folders, as absolute paths. Safe from any thread.
 class StandardFolders {
   public:
     virtual ~StandardFolders() = default;

@@ -1,0 +1,56 @@
+#include "platform/linux/InodeBookmarks.h"
+
+#include "foundation/SystemError.h"
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+
+#include <boost/json.hpp>
+
+#include <cerrno>
+#include <sys/stat.h>
+
+namespace morvex {
+
+namespace {
+
+constexpr std::size_t longestBookmark = 64 * 1024;
+
+Result<std::uint64_t> inodeOf(const std::string& folder) {
+    struct stat status{};
+    if (!folder.starts_with('/') || folder.contains('\0')) return fail(SystemError{EINVAL});
+    if (::stat(folder.c_str(), &status) != 0) return fail(SystemError{errno});
+    if (!S_ISDIR(status.st_mode)) return fail(SystemError{ENOTDIR});
+    return status.st_ino;
+}
+
+} // namespace
+
+Result<Bytes> InodeBookmarks::create(const std::string& path) {
+    if (!isValidUtf8(path)) return fail(SystemError{EILSEQ});
+    TRY(auto, inode, inodeOf(path));
+    return toBytes(boost::json::serialize(boost::json::object{{"inode", inode}, {"path", path}}));
+}
+
+std::optional<FolderBookmarks::Resolved> InodeBookmarks::resolve(ByteView bookmark) {
+    if (bookmark.size() > longestBookmark) return std::nullopt;
+    boost::system::error_code error;
+    auto parsed = boost::json::parse(asText(bookmark), error);
+    const auto* object = error ? nullptr : parsed.if_object();
+    const auto* path = object ? object->if_contains("path") : nullptr;
+    const auto* inode = object ? object->if_contains("inode") : nullptr;
+    if (!path || !path->is_string() || !inode) return std::nullopt;
+
+    auto wanted = inode->to_number<std::uint64_t>(error);
+    std::string folder(path->as_string());
+    auto found = inodeOf(folder);
+    if (error || !found || wanted != *found) return std::nullopt;
+    return Resolved{std::move(folder), false};
+}
+
+bool InodeBookmarks::startAccess(const std::string&) {
+    return false;
+}
+
+void InodeBookmarks::stopAccess(const std::string&) {}
+
+} // namespace morvex

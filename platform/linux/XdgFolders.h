@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/ports/StandardFolders.h"
+
+namespace morvex {
+
+/// The folders of the XDG base directory and user directory specifications, looked up at every question in
+/// the environment, the password database and `user-dirs.dirs`.
+class XdgFolders final : public StandardFolders {
+  public:
+    /// `$HOME` when it is absolute, else the home folder of the password database.
+    [[nodiscard]] std::string home() const override;
+    [[nodiscard]] std::optional<std::string> homeOf(const std::string& user) const override;
+    [[nodiscard]] std::optional<std::string> desktop() const override;
+
+    [[nodiscard]] std::string applicationSupport() const override;
+    [[nodiscard]] std::string configuration() const override;
+};
+
+} // namespace morvex
