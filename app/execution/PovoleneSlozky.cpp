@@ -1,0 +1,64 @@
+#include "app/execution/PovoleneSlozky.h"
+
+#include "app/execution/Paths.h"
+#include "foundation/Text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace morvex {
+
+namespace {
+
+constexpr std::array<std::string_view, 5> desktopAliases = {"desktop", "plocha", "na plose",
+                                                            "pracovni plocha", "desktop folder"};
+
+std::string folded(std::string_view name) {
+    return lowerCase(trim(fold(name)));
+}
+
+bool liesIn(std::string_view path, std::string_view folder) {
+    if (!path.starts_with(folder)) return false;
+    // With the slash /a/b does not admit /a/bc. The root folder itself therefore admits nothing below it.
+    return path.size() == folder.size() || path[folder.size()] == '/';
+}
+
+} // namespace
+
+std::vector<std::string> PovoleneSlozky::aliasy() const {
+    std::vector<std::string> names;
+    for (const auto& slozka : slozky_) names.push_back(paths::lastComponent(slozka));
+    return names;
+}
+
+std::optional<std::string> PovoleneSlozky::slozkaProAlias(const std::optional<std::string>& alias) const {
+    if (!alias || trim(*alias).empty())
+        return slozky_.size() == 1 ? std::optional(slozky_.front()) : std::nullopt;
+    auto wanted = folded(*alias);
+    bool namesDesktop = std::ranges::find(desktopAliases, wanted) != desktopAliases.end();
+    for (const auto& slozka : slozky_) {
+        if (folded(paths::lastComponent(slozka)) == wanted) return slozka;
+        if (namesDesktop && jePlocha(slozka)) return slozka;
+    }
+    return std::nullopt;
+}
+
+bool PovoleneSlozky::obsahuje(std::string_view cesta) const {
+    auto resolved = paths::resolved(cesta);
+    return resolved && slozkaNad(*resolved);
+}
+
+std::optional<std::string> PovoleneSlozky::slozkaNad(std::string_view resolvedPath) const {
+    for (const auto& slozka : slozky_)
+        if (auto folder = paths::resolved(slozka); folder && liesIn(resolvedPath, *folder)) return folder;
+    return std::nullopt;
+}
+
+bool PovoleneSlozky::jePlocha(const std::string& slozka) const {
+    if (folded(paths::lastComponent(slozka)) == "desktop") return true;
+    auto desktop = standardFolders_->desktop();
+    auto resolved = desktop ? paths::resolved(*desktop) : std::nullopt;
+    return resolved && resolved == paths::resolved(slozka);
+}
+
+} // namespace morvex

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/ports/StandardFolders.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace morvex {
+
+/// The allowed folders as they stood at one moment, and the answers that follow from them. A plain value that
+/// may travel to a worker; links are resolved at every question. The standard folders outlive it.
+class PovoleneSlozky {
+  public:
+    /// `slozky` are standardized absolute paths.
+    PovoleneSlozky(std::vector<std::string> slozky, const StandardFolders& standardFolders)
+        : slozky_(std::move(slozky)), standardFolders_(&standardFolders) {}
+
+    [[nodiscard]] const std::vector<std::string>& slozky() const { return slozky_; }
+
+    [[nodiscard]] const StandardFolders& standardFolders() const { return *standardFolders_; }
+
+    /// The names of the folders, in order: all that others are told about them.
+    [[nodiscard]] std::vector<std::string> aliasy() const;
+
+    /// The folder that a person means by this name; the only folder when no name is given.
+    [[nodiscard]] std::optional<std::string> slozkaProAlias(const std::optional<std::string>& alias) const;
+
+    /// Whether this absolute path, its links resolved, lies in an allowed folder or is one.
+    [[nodiscard]] bool obsahuje(std::string_view cesta) const;
+
+    /// The allowed folder, its links resolved, in which a resolved path lies.
+    [[nodiscard]] std::optional<std::string> slozkaNad(std::string_view resolvedPath) const;
+
+  private:
+    [[nodiscard]] bool jePlocha(const std::string& slozka) const;
+
+    std::vector<std::string> slozky_;
+    const StandardFolders* standardFolders_;
+};
+
+} // namespace morvex

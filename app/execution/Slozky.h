@@ -1,0 +1,87 @@
+#pragma once
+
+#include "app/execution/PovoleneSlozky.h"
+#include "foundation/Task.h"
+#include "platform/ports/FolderBookmarks.h"
+#include "platform/ports/FolderPicker.h"
+#include "platform/ports/UserDefaults.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <thread>
+#include <vector>
+
+namespace morvex {
+
+/// The folders that the user allowed, the one source of truth for what may be touched. Only the person at the
+/// computer extends it, in a panel. Lives on the main thread, where every call is made; work elsewhere gets a
+/// `snimek`. Its ports outlive it. Paths are absolute, standardized, and name folders.
+class Slozky {
+  public:
+    /// Loads the folders that were allowed before; those that are no longer there are forgotten.
+    static std::unique_ptr<Slozky> create(UserDefaults& defaults, FolderBookmarks& bookmarks,
+                                          FolderPicker& picker, const StandardFolders& standardFolders);
+
+    /// Ends all access that is held.
+    ~Slozky();
+    Slozky(const Slozky&) = delete;
+    Slozky& operator=(const Slozky&) = delete;
+
+    [[nodiscard]] const std::vector<std::string>& povolene() const { return povolene_; }
+
+    /// Folders of the list without a working bookmark: still allowed, to be chosen anew.
+    [[nodiscard]] const std::set<std::string>& vyzadujiObnoveni() const { return vyzadujiObnoveni_; }
+
+    /// Why a permission could not be kept the last time; for the settings.
+    [[nodiscard]] const std::optional<std::string>& chybaOpravneni() const { return chybaOpravneni_; }
+
+    [[nodiscard]] PovoleneSlozky snimek() const;
+
+    /// As of `snimek()`.
+    [[nodiscard]] std::vector<std::string> aliasy() const;
+    [[nodiscard]] std::optional<std::string> slozkaProAlias(const std::optional<std::string>& alias) const;
+    [[nodiscard]] bool obsahuje(std::string_view cesta) const;
+
+    /// Lets the user choose folders in the panel and allows them. The task ends before this object goes.
+    Task<void> pridat();
+
+    void odebrat(std::string slozka);
+
+    /// Adds one that is called after every save and when `chybaOpravneni` is cleared, for the life of this
+    /// object.
+    void priZmene(std::function<void()> zavolat);
+
+  private:
+    Slozky(UserDefaults& defaults, FolderBookmarks& bookmarks, FolderPicker& picker,
+           const StandardFolders& standardFolders);
+
+    void nacistZalozky();
+    void nacistCesty();
+    void povolit(const std::string& slozka);
+    [[nodiscard]] bool jePovolena(const std::string& slozka) const;
+    void zacitPristup(const std::string& slozka);
+    void ukoncitPristup(const std::string& slozka);
+    void ulozit();
+    void oznamitZmenu() const;
+    void vyzadujHlavniVlakno() const;
+
+    UserDefaults& defaults_;
+    FolderBookmarks& bookmarks_;
+    FolderPicker& picker_;
+    const StandardFolders& standardFolders_;
+    std::thread::id hlavniVlakno_ = std::this_thread::get_id();
+
+    std::vector<std::string> povolene_;
+    std::set<std::string> vyzadujiObnoveni_;
+    std::optional<std::string> chybaOpravneni_;
+    std::map<std::string, Bytes> zalozky_;
+    std::set<std::string> aktivniPristupy_;
+    std::vector<std::function<void()>> priZmene_;
+};
+
+} // namespace morvex

@@ -1,0 +1,108 @@
+#include "app/execution/PovoleneSlozky.h"
+
+#include "tests/app/execution/FileTree.h"
+
+#include <gtest/gtest.h>
+
+namespace morvex {
+namespace {
+
+TEST(PovoleneSlozky, AnAbsentOrBlankNameMeansTheOnlyFolder) {
+    FileTree tree;
+    auto one = tree.allowed();
+    auto two = tree.allowed({"home/Projects", "outside"});
+    for (const auto& alias : {std::optional<std::string>(), std::optional<std::string>(""),
+                              std::optional<std::string>(" \n\u00a0")}) {
+        EXPECT_EQ(one.slozkaProAlias(alias), tree.path("home/Projects"));
+        EXPECT_EQ(two.slozkaProAlias(alias), std::nullopt);
+        EXPECT_EQ(tree.allowed({}).slozkaProAlias(alias), std::nullopt);
+    }
+}
+
+TEST(PovoleneSlozky, ANameIsFoundWithoutCaseAndDiacritics) {
+    FileTree tree;
+    auto slozky = tree.allowed({"home/Projects", "home/Účetní Knihy"});
+    EXPECT_EQ(slozky.slozkaProAlias("PROJECTS"), tree.path("home/Projects"));
+    EXPECT_EQ(slozky.slozkaProAlias("  ucetni knihy\n"), tree.path("home/Účetní Knihy"));
+    EXPECT_EQ(slozky.slozkaProAlias("u\u0301c\u030cetni\u0301 knihy"), tree.path("home/Účetní Knihy"));
+    EXPECT_EQ(slozky.slozkaProAlias("Project"), std::nullopt);
+    EXPECT_EQ(slozky.slozkaProAlias("home/Projects"), std::nullopt);
+}
+
+TEST(PovoleneSlozky, TheFirstOfEqualNamesIsFound) {
+    FileTree tree;
+    EXPECT_EQ(tree.allowed({"a/Data", "b/data"}).slozkaProAlias("data"), tree.path("a/Data"));
+}
+
+TEST(PovoleneSlozky, EveryDesktopAliasFindsAFolderNamedDesktopAndNoOther) {
+    FileTree tree;
+    auto slozky = tree.allowed({"home/Projects", "home/Desktop"});
+    for (const auto* alias :
+         {"desktop", "Plocha", "PLOCHÁ", "na ploše", "Pracovní plocha", "desktop folder"}) {
+        EXPECT_EQ(slozky.slozkaProAlias(alias), tree.path("home/Desktop")) << alias;
+        EXPECT_EQ(tree.allowed().slozkaProAlias(alias), std::nullopt) << alias;
+    }
+    EXPECT_EQ(slozky.slozkaProAlias("ploše"), std::nullopt);
+}
+
+TEST(PovoleneSlozky, TheDesktopOfTheSystemIsFoundUnderAnyNameAndThroughLinks) {
+    FileTree tree;
+    tree.folder("home/Schreibtisch");
+    tree.link("home/there", "Schreibtisch");
+    tree.standard.desktopFolder = tree.path("home/there");
+    EXPECT_EQ(tree.allowed({"home/Projects", "home/Schreibtisch"}).slozkaProAlias("plocha"),
+              tree.path("home/Schreibtisch"));
+}
+
+TEST(PovoleneSlozky, AFolderThatIsReallyNamedPlochaIsFoundByItsName) {
+    FileTree tree;
+    EXPECT_EQ(tree.allowed({"home/Plocha", "home/Desktop"}).slozkaProAlias("plocha"),
+              tree.path("home/Plocha"));
+}
+
+TEST(PovoleneSlozky, ADesktopThatLoopsIsNoDesktop) {
+    FileTree tree;
+    tree.link("home/loop", "loop");
+    tree.link("home/other", "other");
+    tree.standard.desktopFolder = tree.path("home/loop");
+    EXPECT_EQ(tree.allowed({"home/other"}).slozkaProAlias("plocha"), std::nullopt);
+}
+
+TEST(PovoleneSlozky, AFolderAdmitsItselfAndWhatLiesBelowButNoSiblingOfTheSamePrefix) {
+    FileTree tree;
+    auto slozky = tree.allowed();
+    EXPECT_TRUE(slozky.obsahuje(tree.path("home/Projects")));
+    EXPECT_TRUE(slozky.obsahuje(tree.path("home/Projects/")));
+    EXPECT_TRUE(slozky.obsahuje(tree.path("home/Projects/a")));
+    EXPECT_TRUE(slozky.obsahuje(tree.path("home/Projects/../Projects/a")));
+    EXPECT_FALSE(slozky.obsahuje(tree.path("home/ProjectsOld")));
+    EXPECT_FALSE(slozky.obsahuje(tree.path("home/Projects/../ProjectsOld")));
+    EXPECT_FALSE(slozky.obsahuje(tree.path("home")));
+    EXPECT_FALSE(slozky.obsahuje("/"));
+    EXPECT_FALSE(tree.allowed({}).obsahuje(tree.path("home/Projects")));
+}
+
+TEST(PovoleneSlozky, ALinkInsideThatPointsOutsideIsOutside) {
+    FileTree tree;
+    tree.link("home/Projects/out", tree.path("outside"));
+    EXPECT_FALSE(tree.allowed().obsahuje(tree.path("home/Projects/out")));
+    EXPECT_FALSE(tree.allowed().obsahuje(tree.path("home/Projects/out/file")));
+}
+
+TEST(PovoleneSlozky, AFolderThatIsALinkAdmitsWhatItLeadsTo) {
+    FileTree tree;
+    tree.link("home/way", tree.path("outside"));
+    auto slozky = tree.allowed({"home/way"});
+    EXPECT_TRUE(slozky.obsahuje(tree.path("outside/file")));
+    EXPECT_TRUE(slozky.obsahuje(tree.path("home/way/file")));
+    EXPECT_EQ(slozky.slozkaNad(tree.path("outside/file")), tree.path("outside"));
+}
+
+TEST(PovoleneSlozky, OnlyNamesLeaveTheComputer) {
+    FileTree tree;
+    EXPECT_EQ(tree.allowed({"home/Projects", "outside"}).aliasy(),
+              (std::vector<std::string>{"Projects", "outside"}));
+}
+
+} // namespace
+} // namespace morvex
