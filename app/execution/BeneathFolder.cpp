@@ -1,0 +1,161 @@
+#include "app/execution/BeneathFolder.h"
+
+#include "app/execution/Paths.h"
+#include "foundation/SystemError.h"
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <fcntl.h>
+#include <optional>
+#include <string>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+#include <vector>
+
+#ifdef SYS_openat2
+#include <linux/openat2.h>
+#endif
+
+namespace morvex {
+
+namespace {
+
+#ifdef O_PATH
+constexpr int toPass = O_PATH;
+#else
+constexpr int toPass = O_SEARCH;
+#endif
+
+enum class Missing { fails, isMade };
+
+/// The folders above the last component, and that component.
+struct Way {
+    std::vector<std::string> folders;
+    std::string name = ".";
+};
+
+Result<Way> wayOf(std::string_view path) {
+    if (path.contains('\0')) return fail(SystemError{EINVAL});
+    Way way;
+    way.folders = paths::components(path);
+    if (std::ranges::find(way.folders, "..") != way.folders.end()) return fail(SystemError{EXDEV});
+    if (way.folders.empty()) return way;
+    way.name = std::move(way.folders.back());
+    way.folders.pop_back();
+    return way;
+}
+
+Result<FileDescriptor> openAt(int folder, const std::string& name, int flags, mode_t mode = 0) {
+    int opened = ::openat(folder, name.c_str(), flags | O_CLOEXEC | O_NOFOLLOW, mode);
+    if (opened < 0) return fail(SystemError{errno});
+    return FileDescriptor(opened);
+}
+
+int codeOf(const Error& error) {
+    const auto* cause = error.as<SystemError>();
+    return cause ? cause->code : EIO;
+}
+
+Result<FileDescriptor> enter(int folder, const std::string& name, Missing missing) {
+    auto entered = openAt(folder, name, toPass | O_DIRECTORY);
+    if (entered || missing == Missing::fails || codeOf(entered.error()) != ENOENT) return entered;
+    if (::mkdirat(folder, name.c_str(), 0755) != 0 && errno != EEXIST) return fail(SystemError{errno});
+    return openAt(folder, name, toPass | O_DIRECTORY);
+}
+
+#ifdef SYS_openat2
+/// The whole way in one call of the kernel. Nothing where there is no such call: older kernels do not know
+/// it, and some containers forbid it.
+std::optional<Result<FileDescriptor>> enterAtOnce(int folder, const std::vector<std::string>& names) {
+    open_how how{};
+    how.flags = O_PATH | O_DIRECTORY | O_CLOEXEC | O_NOFOLLOW;
+    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_MAGICLINKS | RESOLVE_NO_SYMLINKS;
+    auto way = names.empty() ? "." : join(names, "/");
+    auto opened = ::syscall(SYS_openat2, folder, way.c_str(), &how, sizeof how);
+    if (opened >= 0) return FileDescriptor(static_cast<int>(opened));
+    if (errno == ENOSYS || errno == EPERM) return std::nullopt;
+    return fail(SystemError{errno});
+}
+#endif
+
+Result<FileDescriptor> descend(int folder, const std::vector<std::string>& names, Missing missing) {
+#ifdef SYS_openat2
+    if (missing == Missing::fails)
+        if (auto entered = enterAtOnce(folder, names)) return *std::move(entered);
+#endif
+    TRY(FileDescriptor, here, openAt(folder, ".", toPass | O_DIRECTORY));
+    for (const auto& name : names) {
+        TRY(FileDescriptor, next, enter(here.get(), name, missing));
+        here = std::move(next);
+    }
+    return here;
+}
+
+Result<void> expectFile(const struct stat& status) {
+    if (S_ISREG(status.st_mode)) return {};
+    return fail(SystemError{S_ISDIR(status.st_mode) ? EISDIR : EINVAL});
+}
+
+Result<struct stat> lookAt(int folder, const std::string& name) {
+    struct stat status{};
+    if (::fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return fail(SystemError{errno});
+    return status;
+}
+
+Result<struct stat> statusOf(int folder, std::string_view path) {
+    TRY(auto, way, wayOf(path));
+    TRY(FileDescriptor, parent, descend(folder, way.folders, Missing::fails));
+    return lookAt(parent.get(), way.name);
+}
+
+} // namespace
+
+Result<BeneathFolder> BeneathFolder::open(std::string_view resolvedPath) {
+    TRY(auto, way, wayOf(resolvedPath));
+    way.folders.push_back(std::move(way.name));
+    TRY(FileDescriptor, root, openAt(AT_FDCWD, "/", toPass | O_DIRECTORY));
+    TRY(FileDescriptor, folder, descend(root.get(), way.folders, Missing::fails));
+    return BeneathFolder(std::move(folder));
+}
+
+Result<bool> BeneathFolder::exists(std::string_view path) const {
+    auto found = statusOf(folder_.get(), path);
+    if (found) return true;
+    auto code = codeOf(found.error());
+    if (code == ENOENT || code == ENOTDIR) return false;
+    return std::unexpected(found.error());
+}
+
+Result<FileDescriptor> BeneathFolder::openFile(std::string_view path) const {
+    TRY(auto, way, wayOf(path));
+    TRY(FileDescriptor, parent, descend(folder_.get(), way.folders, Missing::fails));
+    TRY(struct stat, status, lookAt(parent.get(), way.name));
+    if (auto file = expectFile(status); !file) return std::unexpected(file.error());
+
+    // The name may be another thing by now: nothing here waits for a pipe or takes a terminal.
+    TRY(FileDescriptor, opened, openAt(parent.get(), way.name, O_RDONLY | O_NONBLOCK | O_NOCTTY));
+    if (::fstat(opened.get(), &status) != 0) return fail(SystemError{errno});
+    if (auto file = expectFile(status); !file) return std::unexpected(file.error());
+    return opened;
+}
+
+Result<FileDescriptor> BeneathFolder::openFolder(std::string_view path) const {
+    TRY(auto, way, wayOf(path));
+    TRY(FileDescriptor, parent, descend(folder_.get(), way.folders, Missing::fails));
+    return openAt(parent.get(), way.name, O_RDONLY | O_DIRECTORY);
+}
+
+Result<void> BeneathFolder::writeNew(std::string_view path, ByteView bytes) const {
+    TRY(auto, way, wayOf(path));
+    TRY(FileDescriptor, parent, descend(folder_.get(), way.folders, Missing::isMade));
+    TRY(FileDescriptor, file,
+        openAt(parent.get(), way.name, O_WRONLY | O_CREAT | O_EXCL | O_NONBLOCK | O_NOCTTY, 0644));
+    auto written = writeAll(file.get(), bytes);
+    if (!written) ::unlinkat(parent.get(), way.name.c_str(), 0);
+    return written;
+}
+
+} // namespace morvex

@@ -1,0 +1,76 @@
+#include "app/execution/OverenaCesta.h"
+
+#include "app/execution/Paths.h"
+#include "app/execution/SouboryChyba.h"
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+
+#include <algorithm>
+#include <array>
+
+namespace morvex {
+
+namespace {
+
+/// Places of credentials, in the order of testing. A longer name that begins the same is struck too: a
+/// refusal in error does no harm.
+constexpr std::array<std::string_view, 12> forbiddenFragments = {
+    "/Library/Keychains",
+    "/.ssh",
+    "/.aws",
+    "/.gnupg",
+    "/.config/gh",
+    "/.docker/config.json",
+    "/.netrc",
+    "/.npmrc",
+    "/.pypirc",
+    "/.kube",
+    "/Morvex/vault",
+    "/.local/share/keyrings",
+};
+
+Result<std::string> absolute(std::string path, const std::optional<std::string>& slozka,
+                             const PovoleneSlozky& slozky) {
+    if (path.starts_with('/')) return path;
+    auto parts = paths::components(path);
+    auto base = slozky.slozkaProAlias(parts.front());
+    if (base)
+        parts.erase(parts.begin());
+    else
+        base = slozky.slozkaProAlias(slozka);
+    if (!base) return fail(SouboryChyba::bezSlozky("Urči povolenou složku.", slozky.aliasy()));
+    return paths::below(*base, join(parts, "/"));
+}
+
+} // namespace
+
+std::string_view OverenaCesta::odSlozky() const {
+    return std::string_view(cesta).substr(std::min(slozka.size() + 1, cesta.size()));
+}
+
+std::string OverenaCesta::jmeno() const {
+    return paths::lastComponent(cesta);
+}
+
+Result<OverenaCesta> overCestu(const std::string& cesta, const std::optional<std::string>& slozka,
+                               const PovoleneSlozky& slozky) {
+    auto trimmed = trim(cesta);
+    if (trimmed.empty()) return fail(SouboryChyba{SouboryChyba::Selhalo{"Chybí cesta k souboru."}});
+    if (trimmed.contains('\0'))
+        return fail(SouboryChyba{SouboryChyba::NeniSoubor{paths::lastComponent(trimmed)}});
+
+    TRY(auto, asked, absolute(paths::expandingTilde(trimmed, slozky.standardFolders()), slozka, slozky));
+    auto standardized = paths::standardized(asked);
+    auto resolved = paths::resolved(standardized);
+    for (auto fragment : forbiddenFragments)
+        if (resolved && resolved->contains(fragment))
+            return fail(SouboryChyba{SouboryChyba::ZakazanaCesta{std::string(fragment)}});
+
+    auto folder = resolved ? slozky.slozkaNad(*resolved) : std::nullopt;
+    if (!folder)
+        return fail(
+            SouboryChyba{SouboryChyba::MimoPovolene{paths::lastComponent(resolved.value_or(standardized))}});
+    return OverenaCesta{*std::move(resolved), *std::move(folder)};
+}
+
+} // namespace morvex

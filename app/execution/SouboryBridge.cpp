@@ -1,0 +1,97 @@
+#include "app/execution/SouboryBridge.h"
+
+#include "app/execution/BeneathFolder.h"
+#include "app/execution/FileSearch.h"
+#include "app/execution/OverenaCesta.h"
+#include "app/execution/Paths.h"
+#include "foundation/SystemError.h"
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+
+#include <cerrno>
+
+namespace morvex {
+
+namespace {
+
+using Chyba = SouboryBridge::Chyba;
+
+std::unexpected<Error> zapisSelhal(const std::string& description) {
+    return fail(Chyba{Chyba::Selhalo{"Zápis selhal: " + description}});
+}
+
+/// The words for a file that could not be opened or read.
+Chyba chybaCteni(const Error& error, const std::string& name) {
+    const auto* cause = error.as<SystemError>();
+    switch (cause ? cause->code : 0) {
+    case ENOENT:
+    case ENOTDIR:
+    case EISDIR:
+    case EINVAL:
+    case ENAMETOOLONG:
+        return {Chyba::NeniSoubor{name}};
+    case EFBIG:
+        return {Chyba::PrilisVelky{name, SouboryBridge::ctenyLimit / 1024}};
+    default:
+        return {Chyba::Selhalo{"Soubor " + name + " se nepodařilo přečíst."}};
+    }
+}
+
+Result<Bytes> readFile(const OverenaCesta& cesta) {
+    TRY(auto, folder, BeneathFolder::open(cesta.slozka));
+    TRY(auto, file, folder.openFile(cesta.odSlozky()));
+    return readUpTo(file.get(), SouboryBridge::ctenyLimit);
+}
+
+Result<std::string> readText(const std::string& cesta, const std::optional<std::string>& slozka,
+                             const PovoleneSlozky& slozky) {
+    TRY(auto, checked, overCestu(cesta, slozka, slozky));
+    auto bytes = readFile(checked);
+    if (!bytes) return fail(chybaCteni(bytes.error(), checked.jmeno()));
+    return repairUtf8(asText(*bytes));
+}
+
+Result<std::string> writeText(const std::string& cesta, const std::string& obsah,
+                              const std::optional<std::string>& slozka, const PovoleneSlozky& slozky) {
+    // The path check calls such a path "not a file", which says nothing about a file that is to be made.
+    if (cesta.contains('\0')) return zapisSelhal(SystemError{EINVAL}.popis());
+    TRY(auto, checked, overCestu(cesta, slozka, slozky));
+    auto folder = BeneathFolder::open(checked.slozka);
+    if (!folder) return zapisSelhal(folder.error().popis());
+    auto exists = folder->exists(checked.odSlozky());
+    if (exists && *exists) return fail(Chyba{Chyba::UzExistuje{checked.jmeno()}});
+    auto written = folder->writeNew(checked.odSlozky(), asBytes(obsah));
+    if (!written) return zapisSelhal(written.error().popis());
+    return checked.jmeno();
+}
+
+Result<std::vector<std::string>> search(const std::string& dotaz, const std::optional<std::string>& slozka,
+                                        int limit, const PovoleneSlozky& slozky, std::stop_token stop) {
+    auto chosen = slozky.slozkaProAlias(slozka);
+    if (!chosen) return fail(Chyba::bezSlozky("Neurčil jsi složku.", slozky.aliasy()));
+    auto resolved = paths::resolved(*chosen);
+    if (!resolved) return std::vector<std::string>();
+    auto folder = BeneathFolder::open(*resolved);
+    if (!folder) return std::vector<std::string>();
+    return FileSearch(dotaz, {.found = limit}).run(*folder, std::move(stop));
+}
+
+} // namespace
+
+Task<Result<std::string>> SouboryBridge::precti(std::string cesta, std::optional<std::string> slozka,
+                                                PovoleneSlozky slozky) {
+    return runOn(worker_, [=] { return readText(cesta, slozka, slozky); });
+}
+
+Task<Result<std::string>> SouboryBridge::zapis(std::string cesta, std::string obsah,
+                                               std::optional<std::string> slozka, PovoleneSlozky slozky) {
+    return runOn(worker_, [=] { return writeText(cesta, obsah, slozka, slozky); });
+}
+
+Task<Result<std::vector<std::string>>> SouboryBridge::hledej(std::optional<std::string> dotaz,
+                                                             std::optional<std::string> slozka, int limit,
+                                                             PovoleneSlozky slozky, std::stop_token stop) {
+    return runOn(worker_, [=] { return search(dotaz.value_or(""), slozka, limit, slozky, stop); });
+}
+
+} // namespace morvex

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace morvex {
+
+/// Why a file was not touched. `name` is always the last path component, never the whole path.
+struct SouboryChyba {
+    struct MimoPovolene {
+        std::string name;
+        bool operator==(const MimoPovolene&) const = default;
+    };
+
+    struct ZakazanaCesta {
+        std::string fragment;
+        bool operator==(const ZakazanaCesta&) const = default;
+    };
+
+    struct NeniSoubor {
+        std::string name;
+        bool operator==(const NeniSoubor&) const = default;
+    };
+
+    struct PrilisVelky {
+        std::string name;
+        std::size_t limit = 0; ///< kB
+        bool operator==(const PrilisVelky&) const = default;
+    };
+
+    struct UzExistuje {
+        std::string name;
+        bool operator==(const UzExistuje&) const = default;
+    };
+
+    struct Selhalo {
+        std::string text;
+        bool operator==(const Selhalo&) const = default;
+    };
+
+    std::variant<MimoPovolene, ZakazanaCesta, NeniSoubor, PrilisVelky, UzExistuje, Selhalo> pripad;
+
+    [[nodiscard]] std::string popis() const;
+    bool operator==(const SouboryChyba&) const = default;
+
+    /// No folder could be told: `vyzva` followed by the names to choose from, or that there is none.
+    static SouboryChyba bezSlozky(std::string_view vyzva, const std::vector<std::string>& aliasy);
+};
+
+} // namespace morvex

@@ -1,0 +1,36 @@
+#include "app/execution/SouboryBridge.h"
+
+#include <gtest/gtest.h>
+
+namespace morvex {
+namespace {
+
+using Chyba = SouboryBridge::Chyba;
+
+TEST(SouboryChyba, EveryCaseHasItsSentence) {
+    struct Case {
+        Chyba chyba;
+        const char* popis;
+    };
+
+    for (const auto& [chyba, popis] : {
+             Case{{Chyba::MimoPovolene{"hosts"}}, "Cesta hosts leží mimo povolené složky. Nesahám na ni."},
+             Case{{Chyba::ZakazanaCesta{"/.ssh"}},
+                  "Na /.ssh nesahám za žádných okolností — jsou to přihlašovací údaje."},
+             Case{{Chyba::NeniSoubor{"a"}}, "a není soubor."},
+             Case{{Chyba::PrilisVelky{"a", 256}},
+                  "Soubor a má přes 256 kB. Na čtení hlasem je to moc; řekni, co v něm hledat."},
+             Case{{Chyba::UzExistuje{"a"}},
+                  "Soubor a už existuje. Přepsání musíš potvrdit — to zatím neumím."},
+             Case{{Chyba::Selhalo{"Text."}}, "Text."},
+         })
+        EXPECT_EQ(chyba.popis(), popis);
+}
+
+TEST(SouboryChyba, AMissingFolderNamesTheAllowedOnesOrSaysThatThereIsNone) {
+    EXPECT_EQ(Chyba::bezSlozky("Vyber.", {"a", "b"}).popis(), "Vyber. Povolené: a, b.");
+    EXPECT_EQ(Chyba::bezSlozky("Vyber.", {}).popis(), "Na Macu není povolená žádná složka.");
+}
+
+} // namespace
+} // namespace morvex
