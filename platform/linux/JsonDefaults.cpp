@@ -1,0 +1,140 @@
+#include "platform/linux/JsonDefaults.h"
+
+#include "foundation/AtomicFile.h"
+#include "foundation/SystemError.h"
+#include "foundation/Text.h"
+#include "shared/base/Base64.h"
+#include "shared/base/Overloaded.h"
+
+#include <boost/json.hpp>
+
+#include <cerrno>
+
+namespace morvex {
+
+namespace json = boost::json;
+
+namespace {
+
+constexpr std::string_view dataKey = "$data";
+
+std::optional<DefaultsItem> itemFrom(const json::value& value) {
+    if (auto* text = value.if_string()) return std::string(*text);
+    auto* object = value.if_object();
+    auto* encoded = object && object->size() == 1 ? object->if_contains(dataKey) : nullptr;
+    if (!encoded || !encoded->is_string()) return std::nullopt;
+    return base64Decode(encoded->get_string());
+}
+
+std::optional<DefaultsValue> valueFrom(const json::value& value) {
+    if (auto* boolean = value.if_bool()) return *boolean;
+    if (auto* array = value.if_array()) {
+        std::vector<DefaultsItem> items;
+        for (const auto& element : *array) {
+            auto item = itemFrom(element);
+            if (!item) return std::nullopt;
+            items.push_back(*std::move(item));
+        }
+        return items;
+    }
+    auto item = itemFrom(value);
+    if (!item) return std::nullopt;
+    return std::visit([](auto& held) { return DefaultsValue(std::move(held)); }, *item);
+}
+
+json::value jsonFrom(const std::string& text) {
+    return json::string(repairUtf8(text));
+}
+
+json::value jsonFrom(const Bytes& bytes) {
+    return json::object{{dataKey, base64Encode(bytes)}};
+}
+
+json::value jsonFrom(const DefaultsValue& value) {
+    return std::visit(
+        Overloaded{[](bool boolean) { return json::value(boolean); },
+                   [](const std::vector<DefaultsItem>& items) {
+                       json::array array;
+                       for (const auto& item : items)
+                           array.push_back(std::visit([](const auto& held) { return jsonFrom(held); }, item));
+                       return json::value(std::move(array));
+                   },
+                   [](const auto& item) { return jsonFrom(item); }},
+        value);
+}
+
+bool isTooLong(const Error& error) {
+    auto* cause = error.as<SystemError>();
+    return cause && cause->code == EFBIG;
+}
+
+} // namespace
+
+JsonDefaults JsonDefaults::load(const std::filesystem::path& configHome) {
+    JsonDefaults defaults(configHome / "Morvex" / "defaults.json");
+    defaults.read();
+    return defaults;
+}
+
+void JsonDefaults::read() {
+    auto bytes = readWhole(path_, sizeLimit);
+    if (!bytes && !isTooLong(bytes.error())) {
+        writable_ = false;
+        loadProblem_ = "Soubor s nastavením nejde přečíst: " + bytes.error().popis();
+        return;
+    }
+    if (bytes && !*bytes) return;
+    boost::system::error_code error;
+    json::value parsed = bytes ? json::parse(asText(**bytes), error) : json::value();
+    if (auto* object = parsed.if_object(); object && !error)
+        values_ = std::move(*object);
+    else
+        setDamagedAside();
+}
+
+void JsonDefaults::setDamagedAside() {
+    auto moved = setAside(path_);
+    writable_ = moved.has_value();
+    loadProblem_ = moved ? "Soubor s nastavením byl poškozený; je odložený jako " + moved->filename().string()
+                         : "Soubor s nastavením je poškozený a nejde odložit: " + moved.error().popis();
+}
+
+std::optional<DefaultsValue> JsonDefaults::get(const std::string& key) const {
+    auto* value = values_.if_contains(key);
+    return value ? valueFrom(*value) : std::nullopt;
+}
+
+void JsonDefaults::set(const std::string& key, DefaultsValue value) {
+    auto encoded = jsonFrom(value);
+    auto* present = values_.if_contains(key);
+    if (!present || *present != encoded) {
+        values_.insert_or_assign(key, std::move(encoded));
+        unsaved_ = true;
+    }
+    save();
+}
+
+void JsonDefaults::remove(const std::string& key) {
+    if (values_.erase(key) > 0) unsaved_ = true;
+    save();
+}
+
+std::optional<std::string> JsonDefaults::problem() const {
+    return saveProblem_ ? saveProblem_ : loadProblem_;
+}
+
+void JsonDefaults::save() {
+    if (!unsaved_ || !writable_) return;
+    auto written = write();
+    unsaved_ = !written.has_value();
+    saveProblem_.reset();
+    if (!written) saveProblem_ = "Nastavení se nepodařilo uložit: " + written.error().popis();
+}
+
+Result<void> JsonDefaults::write() const {
+    auto text = json::serialize(values_);
+    if (text.size() > sizeLimit) return fail(SystemError{EFBIG});
+    return writeAtomically(path_, asBytes(text));
+}
+
+} // namespace morvex

@@ -1,0 +1,159 @@
+#include "platform/linux/JsonDefaults.h"
+
+#include "foundation/AtomicFile.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <boost/json.hpp>
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <sys/stat.h>
+
+namespace morvex {
+namespace {
+
+using Items = std::vector<DefaultsItem>;
+
+class JsonDefaultsTest : public testing::Test {
+  protected:
+    JsonDefaults load() { return JsonDefaults::load(folder_.path()); }
+
+    void write(const std::string& text) {
+        std::filesystem::create_directories(path_.parent_path());
+        std::ofstream(path_) << text;
+    }
+
+    boost::json::value written() {
+        auto bytes = readWhole(path_, JsonDefaults::sizeLimit);
+        return bytes && *bytes ? boost::json::parse(asText(**bytes)) : boost::json::value();
+    }
+
+    TemporaryFolder folder_;
+    std::filesystem::path path_ = folder_.path() / "Morvex" / "defaults.json";
+};
+
+TEST_F(JsonDefaultsTest, KeepsEveryKindOfValue) {
+    const DefaultsValue values[] = {true,
+                                    false,
+                                    std::string(),
+                                    std::string("žluťoučký\n\"kůň\""),
+                                    Bytes(),
+                                    Bytes{0, 255, 1},
+                                    Items(),
+                                    Items{"a", "b"},
+                                    Items{Bytes{1}, Bytes{2, 3}}};
+    for (const auto& value : values) {
+        load().set("key", value);
+        EXPECT_EQ(load().get("key"), value);
+    }
+}
+
+TEST_F(JsonDefaultsTest, AMissingFileHoldsNothingAndIsNoProblem) {
+    auto defaults = load();
+    EXPECT_FALSE(defaults.get("key"));
+    EXPECT_FALSE(defaults.problem());
+    defaults.remove("key");
+    EXPECT_FALSE(std::filesystem::exists(path_));
+}
+
+TEST_F(JsonDefaultsTest, WritesOneFlatObject) {
+    auto defaults = load();
+    defaults.set("bdelost.drzet", true);
+    defaults.set("slozky", Items{Bytes{1, 2, 3}, "text"});
+    EXPECT_EQ(written(),
+              boost::json::parse(R"({"bdelost.drzet": true, "slozky": [{"$data": "AQID"}, "text"]})"));
+    defaults.remove("slozky");
+    EXPECT_EQ(written(), boost::json::parse(R"({"bdelost.drzet": true})"));
+}
+
+TEST_F(JsonDefaultsTest, TheFileIsPrivate) {
+    load().set("key", true);
+    struct stat status{};
+    ASSERT_EQ(::stat(path_.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0600U);
+}
+
+TEST_F(JsonDefaultsTest, ValuesOfOtherKindsReadAsAbsentAndAreKept) {
+    const std::string foreign =
+        R"({"number": 18446744073709551615, "fraction": 1.5, "null": null, "object": {"a": 1}, "nested": [["a"]],
+            "mixed": ["a", 1], "two": {"$data": "AQ==", "x": 1}, "bad": {"$data": "A"}, "typed": {"$data": 1}})";
+    write(foreign);
+    auto defaults = load();
+    auto expected = boost::json::parse(foreign).as_object();
+    for (const auto& entry : expected) EXPECT_FALSE(defaults.get(entry.key())) << entry.key();
+    EXPECT_FALSE(defaults.problem());
+    defaults.set("key", "value");
+    expected["key"] = "value";
+    EXPECT_EQ(written(), boost::json::value(expected));
+}
+
+TEST_F(JsonDefaultsTest, ADamagedFileIsSetAsideAndNotOverwritten) {
+    const char* damaged[] = {"", "{", "[]", "null", "{\"a\": \"\xff\"}", "{\"a\": true} x"};
+    int number = 0;
+    for (const char* text : damaged) {
+        write(text);
+        auto defaults = load();
+        EXPECT_FALSE(std::filesystem::exists(path_)) << text;
+        auto name = "defaults.json.damaged" + (++number == 1 ? "" : "-" + std::to_string(number));
+        EXPECT_EQ(readWhole(path_.parent_path() / name, 100).value(), toBytes(text));
+        EXPECT_EQ(defaults.problem(), "Soubor s nastavením byl poškozený; je odložený jako " + name);
+        defaults.set("key", true);
+        EXPECT_EQ(load().boolean("key"), true);
+        EXPECT_TRUE(defaults.problem());
+    }
+}
+
+TEST_F(JsonDefaultsTest, AFileThatIsTooLongIsSetAside) {
+    write("{}");
+    std::filesystem::resize_file(path_, JsonDefaults::sizeLimit + 1);
+    EXPECT_TRUE(load().problem());
+    EXPECT_TRUE(std::filesystem::exists(path_.string() + ".damaged"));
+}
+
+TEST_F(JsonDefaultsTest, WhatCannotBeReadIsLeftAlone) {
+    std::filesystem::create_directories(path_);
+    auto defaults = load();
+    defaults.set("key", true);
+    EXPECT_EQ(defaults.boolean("key"), true);
+    EXPECT_TRUE(defaults.problem()->starts_with("Soubor s nastavením nejde přečíst: "));
+    EXPECT_TRUE(std::filesystem::is_empty(path_));
+}
+
+TEST_F(JsonDefaultsTest, AFailedWriteKeepsTheValueAndIsTriedAgainWithTheNext) {
+    auto defaults = load();
+    std::filesystem::create_directories(path_);
+    defaults.set("first", "one");
+    EXPECT_EQ(defaults.text("first"), "one");
+    EXPECT_TRUE(defaults.problem()->starts_with("Nastavení se nepodařilo uložit: "));
+    std::filesystem::remove(path_);
+    defaults.set("second", "two");
+    EXPECT_FALSE(defaults.problem());
+    EXPECT_EQ(load().text("first"), "one");
+    EXPECT_EQ(load().text("second"), "two");
+}
+
+TEST_F(JsonDefaultsTest, MoreThanCouldBeReadAgainIsNotWritten) {
+    auto defaults = load();
+    defaults.set("key", "small");
+    defaults.set("key", std::string(JsonDefaults::sizeLimit, 'x'));
+    EXPECT_TRUE(defaults.problem());
+    EXPECT_EQ(load().text("key"), "small");
+}
+
+TEST_F(JsonDefaultsTest, TextThatIsNotUtf8CannotDamageTheFile) {
+    load().set("key", "a\xff");
+    auto defaults = load();
+    EXPECT_FALSE(defaults.problem());
+    EXPECT_EQ(defaults.text("key"), "a\uFFFD");
+}
+
+TEST_F(JsonDefaultsTest, AnEqualValueIsNotWrittenAgain) {
+    auto defaults = load();
+    defaults.set("key", true);
+    std::filesystem::remove(path_);
+    defaults.set("key", true);
+    EXPECT_FALSE(std::filesystem::exists(path_));
+}
+
+} // namespace
+} // namespace morvex
