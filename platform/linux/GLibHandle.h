@@ -1,0 +1,39 @@
+#pragma once
+
+#include <gio/gio.h>
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+template <auto release> struct GLibRelease {
+    template <class T> void operator()(T* held) const { release(held); }
+};
+
+/// Owns something of GLib's: one reference of an object, unless another way to give it back is named.
+template <class T, auto release = g_object_unref> using GLibHandle = std::unique_ptr<T, GLibRelease<release>>;
+
+/// Receives the failure of one call: `call(..., error.slot())`.
+class GLibError {
+  public:
+    GLibError() = default;
+    GLibError(const GLibError&) = delete;
+    GLibError& operator=(const GLibError&) = delete;
+
+    ~GLibError() { g_clear_error(&error_); }
+
+    /// Empties itself, so that one object serves several calls.
+    GError** slot() {
+        g_clear_error(&error_);
+        return &error_;
+    }
+
+    explicit operator bool() const { return error_ != nullptr; }
+
+    [[nodiscard]] bool is(GQuark domain, int code) const { return g_error_matches(error_, domain, code); }
+
+  private:
+    GError* error_ = nullptr;
+};
+
+} // namespace morvex
