@@ -1,0 +1,117 @@
+#include "platform/linux/FileVault.h"
+
+#include "foundation/AtomicFile.h"
+#include "platform/linux/VaultRules.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace morvex {
+
+namespace {
+
+constexpr mode_t folderMode = 0700;
+constexpr mode_t itemMode = 0600;
+
+bool isPlain(char letter) {
+    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') ||
+           (letter >= '0' && letter <= '9') || letter == '.' || letter == '_' || letter == '-';
+}
+
+/// A file name for any name but the empty one, which has none.
+std::string fileName(const std::string& name) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    bool special = name == "." || name == "..";
+    std::string encoded;
+    for (char letter : name) {
+        if (isPlain(letter) && !special) {
+            encoded += letter;
+            continue;
+        }
+        auto byte = static_cast<unsigned char>(letter);
+        encoded += '%';
+        encoded += digits[byte >> 4];
+        encoded += digits[byte & 15];
+    }
+    return encoded;
+}
+
+std::int32_t statusOf(int code) {
+    return code == ENOENT ? vaultStatus::itemNotFound : vaultStatus::io;
+}
+
+/// Opens without following a link in the last place, demands the kind of file and closes the mode to others.
+std::int32_t openPrivate(const std::filesystem::path& path, mode_t kind, mode_t mode, FileDescriptor& file) {
+    file = FileDescriptor(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    if (!file) return statusOf(errno);
+    struct stat status{};
+    if (::fstat(file.get(), &status) != 0 || (status.st_mode & S_IFMT) != kind) return vaultStatus::io;
+    if ((status.st_mode & 07777) != mode && ::fchmod(file.get(), mode) != 0) return vaultStatus::io;
+    return vaultStatus::ok;
+}
+
+} // namespace
+
+SecretVault::Found FileVault::find(const std::string& service, const std::string& account) {
+    auto opened = open(service, account);
+    if (opened.status != vaultStatus::ok) return {opened.status, {}};
+    auto bytes = readUpTo(opened.file.get(), vaultRules::itemLimit);
+    if (!bytes) return {vaultStatus::io, {}};
+    return {vaultStatus::ok, *std::move(bytes)};
+}
+
+std::int32_t FileVault::update(const std::string& service, const std::string& account, ByteView bytes) {
+    auto status = open(service, account).status;
+    return status == vaultStatus::ok ? write(service, account, bytes) : status;
+}
+
+std::int32_t FileVault::add(const std::string& service, const std::string& account, ByteView bytes) {
+    auto status = open(service, account).status;
+    if (status == vaultStatus::itemNotFound) return write(service, account, bytes);
+    return status == vaultStatus::ok ? vaultStatus::duplicateItem : status;
+}
+
+std::int32_t FileVault::remove(const std::string& service, const std::string& account) {
+    auto status = open(service, account).status;
+    if (status != vaultStatus::ok) return status;
+    return ::unlink(pathOf(service, account).c_str()) == 0 ? vaultStatus::ok : statusOf(errno);
+}
+
+std::optional<std::string> FileVault::text(std::int32_t status) const {
+    return vaultRules::text(status);
+}
+
+bool FileVault::hasItems() const {
+    std::error_code error;
+    std::filesystem::recursive_directory_iterator entry(root_, error);
+    for (; !error && entry != std::filesystem::recursive_directory_iterator(); entry.increment(error))
+        if (entry.depth() == 1 && entry->is_regular_file(error)) return true;
+    return false;
+}
+
+std::filesystem::path FileVault::pathOf(const std::string& service, const std::string& account) const {
+    return root_ / fileName(service) / fileName(account);
+}
+
+FileVault::Opened FileVault::open(const std::string& service, const std::string& account) const {
+    if (service.empty() || account.empty()) return {vaultStatus::io, {}};
+    auto path = pathOf(service, account);
+    for (const auto& folder : {root_, path.parent_path()}) {
+        FileDescriptor opened;
+        auto status = openPrivate(folder, S_IFDIR, folderMode, opened);
+        if (status != vaultStatus::ok) return {status, {}};
+    }
+    Opened item{vaultStatus::ok, {}};
+    item.status = openPrivate(path, S_IFREG, itemMode, item.file);
+    return item;
+}
+
+std::int32_t FileVault::write(const std::string& service, const std::string& account, ByteView bytes) const {
+    if (bytes.size() > vaultRules::itemLimit) return vaultStatus::io;
+    return writeAtomically(pathOf(service, account), bytes) ? vaultStatus::ok : vaultStatus::io;
+}
+
+} // namespace morvex

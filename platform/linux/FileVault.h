@@ -1,0 +1,40 @@
+#pragma once
+
+#include "foundation/FileDescriptor.h"
+#include "platform/ports/SecretVault.h"
+
+#include <filesystem>
+
+namespace morvex {
+
+/// Secrets in files that only the user can read: "<data home>/Morvex/vault/<service>/<account>", the raw
+/// bytes. For computers without a Secret Service. Modes that became wider are tightened on the way; a
+/// symbolic link, a folder or a device in place of an item is refused with `io` and left as it is.
+class FileVault final : public SecretVault {
+  public:
+    explicit FileVault(const std::filesystem::path& dataHome) : root_(dataHome / "Morvex" / "vault") {}
+
+    Found find(const std::string& service, const std::string& account) override;
+    std::int32_t update(const std::string& service, const std::string& account, ByteView bytes) override;
+    std::int32_t add(const std::string& service, const std::string& account, ByteView bytes) override;
+    std::int32_t remove(const std::string& service, const std::string& account) override;
+    [[nodiscard]] std::optional<std::string> text(std::int32_t status) const override;
+
+    /// Whether any item of any service is stored.
+    [[nodiscard]] bool hasItems() const;
+
+  private:
+    struct Opened {
+        std::int32_t status;
+        FileDescriptor file;
+    };
+
+    [[nodiscard]] std::filesystem::path pathOf(const std::string& service, const std::string& account) const;
+    [[nodiscard]] Opened open(const std::string& service, const std::string& account) const;
+    [[nodiscard]] std::int32_t write(const std::string& service, const std::string& account,
+                                     ByteView bytes) const;
+
+    std::filesystem::path root_;
+};
+
+} // namespace morvex

@@ -1,0 +1,74 @@
+#include "platform/linux/SecretServicePrompt.h"
+
+namespace morvex {
+
+namespace {
+
+constexpr const char* service = "org.freedesktop.secrets";
+constexpr const char* interface = "org.freedesktop.Secret.Prompt";
+
+gboolean wakeUp(GCancellable*, gpointer) {
+    return G_SOURCE_CONTINUE;
+}
+
+/// Ends a blocking turn of the thread's main context once the time is over.
+class DeadlineSource {
+  public:
+    explicit DeadlineSource(const CallDeadline& deadline)
+        : source_(g_cancellable_source_new(deadline.cancellable())) {
+        g_source_set_callback(source_.get(), G_SOURCE_FUNC(wakeUp), nullptr, nullptr);
+        g_source_attach(source_.get(), g_main_context_get_thread_default());
+    }
+
+    ~DeadlineSource() { g_source_destroy(source_.get()); }
+
+    DeadlineSource(const DeadlineSource&) = delete;
+    DeadlineSource& operator=(const DeadlineSource&) = delete;
+
+  private:
+    GLibHandle<GSource, g_source_unref> source_;
+};
+
+} // namespace
+
+SecretServicePrompt::End SecretServicePrompt::run(const CallDeadline& deadline) {
+    guint completed =
+        g_dbus_connection_signal_subscribe(bus_, service, interface, "Completed", path_.c_str(), nullptr,
+                                           G_DBUS_SIGNAL_FLAGS_NONE, &onCompleted, this, nullptr);
+    guint owner = g_dbus_connection_signal_subscribe(
+        bus_, "org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", "/org/freedesktop/DBus",
+        service, G_DBUS_SIGNAL_FLAGS_NONE, &onOwnerChanged, this, nullptr);
+    askForAnswer(deadline);
+    g_dbus_connection_signal_unsubscribe(bus_, completed);
+    g_dbus_connection_signal_unsubscribe(bus_, owner);
+    return end_.value_or(End::unanswered);
+}
+
+void SecretServicePrompt::askForAnswer(const CallDeadline& deadline) {
+    constexpr const char* noWindow = "";
+    DeadlineSource wake(deadline);
+    GLibHandle<GVariant, g_variant_unref> shown(g_dbus_connection_call_sync(
+        bus_, service, path_.c_str(), interface, "Prompt", g_variant_new("(s)", noWindow), nullptr,
+        G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, deadline.cancellable(), nullptr));
+    if (!shown && !deadline.passed()) end(End::vanished);
+    while (!end_ && !deadline.passed()) g_main_context_iteration(g_main_context_get_thread_default(), TRUE);
+}
+
+void SecretServicePrompt::end(End end) {
+    if (!end_) end_ = end;
+}
+
+void SecretServicePrompt::onCompleted(GDBusConnection*, const char*, const char*, const char*, const char*,
+                                      GVariant* parameters, gpointer self) {
+    if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(bv)"))) return;
+    gboolean dismissed = TRUE;
+    g_variant_get(parameters, "(bv)", &dismissed, nullptr);
+    static_cast<SecretServicePrompt*>(self)->end(dismissed ? End::dismissed : End::agreed);
+}
+
+void SecretServicePrompt::onOwnerChanged(GDBusConnection*, const char*, const char*, const char*, const char*,
+                                         GVariant*, gpointer self) {
+    static_cast<SecretServicePrompt*>(self)->end(End::vanished);
+}
+
+} // namespace morvex

@@ -1,0 +1,112 @@
+#include "platform/linux/SecretServiceVault.h"
+
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+#include "platform/linux/SecretServiceCall.h"
+#include "platform/linux/VaultRules.h"
+
+#include <cstdlib>
+
+namespace morvex {
+
+namespace {
+
+template <class T> using Outcome = SecretServiceCall::Outcome<T>;
+
+bool isSet(const char* name) {
+    const char* value = std::getenv(name);
+    return value && *value != '\0';
+}
+
+/// D-Bus carries UTF-8 without NUL; an attribute that is cut short would name another item.
+bool isUsableName(const std::string& name) {
+    return !name.empty() && !name.contains('\0') && isValidUtf8(name);
+}
+
+Outcome<void> open(SecretServiceCall& call, const std::string& service, const std::string& account) {
+    if (!isUsableName(service) || !isUsableName(account)) return std::unexpected(vaultStatus::io);
+    return call.open();
+}
+
+/// At least one item.
+Outcome<std::vector<SecretServiceCall::Item>>
+existingItems(SecretServiceCall& call, const std::string& service, const std::string& account) {
+    if (auto opened = open(call, service, account); !opened) return std::unexpected(opened.error());
+    TRY(auto, items, call.search(service, account));
+    if (items.empty()) return std::unexpected(vaultStatus::itemNotFound);
+    return items;
+}
+
+Outcome<Bytes> findBytes(SecretServiceCall& call, const std::string& service, const std::string& account) {
+    TRY(auto, items, existingItems(call, service, account));
+    auto first = std::span(items).first(1);
+    if (auto unlocked = call.unlock(first); !unlocked) return std::unexpected(unlocked.error());
+    return call.secretOf(first.front().get());
+}
+
+Outcome<void> addItem(SecretServiceCall& call, const std::string& service, const std::string& account,
+                      ByteView bytes) {
+    if (auto opened = open(call, service, account); !opened) return opened;
+    TRY(auto, items, call.search(service, account));
+    if (!items.empty()) return std::unexpected(vaultStatus::duplicateItem);
+    return call.create(service, account, bytes);
+}
+
+/// Applies `change` to every item of these names, should another program have made a second one.
+template <class Change>
+std::int32_t changeItems(const SecretServiceVault::Settings& settings, const std::string& service,
+                         const std::string& account, Change change) {
+    SecretServiceCall call(settings);
+    auto items = existingItems(call, service, account);
+    if (!items) return items.error();
+    if (auto unlocked = call.unlock(*items); !unlocked) return unlocked.error();
+    for (const auto& item : *items)
+        if (Outcome<void> changed = change(call, item.get()); !changed) return changed.error();
+    return vaultStatus::ok;
+}
+
+} // namespace
+
+SecretServiceVault::Settings SecretServiceVault::Settings::ofThisSession() {
+    Settings settings;
+    bool display = isSet("DISPLAY") || isSet("WAYLAND_DISPLAY");
+    settings.prompts = display ? Prompts::allowed : Prompts::never;
+    return settings;
+}
+
+bool SecretServiceVault::answers() const {
+    return SecretServiceCall(settings_).open().has_value();
+}
+
+SecretVault::Found SecretServiceVault::find(const std::string& service, const std::string& account) {
+    SecretServiceCall call(settings_);
+    auto bytes = findBytes(call, service, account);
+    if (!bytes) return {bytes.error(), {}};
+    return {vaultStatus::ok, *std::move(bytes)};
+}
+
+std::int32_t SecretServiceVault::update(const std::string& service, const std::string& account,
+                                        ByteView bytes) {
+    if (bytes.size() > vaultRules::itemLimit) return vaultStatus::io;
+    return changeItems(settings_, service, account, [bytes](SecretServiceCall& call, SecretItem* item) {
+        return call.setSecret(item, bytes);
+    });
+}
+
+std::int32_t SecretServiceVault::add(const std::string& service, const std::string& account, ByteView bytes) {
+    if (bytes.size() > vaultRules::itemLimit) return vaultStatus::io;
+    SecretServiceCall call(settings_);
+    auto added = addItem(call, service, account, bytes);
+    return added ? vaultStatus::ok : added.error();
+}
+
+std::int32_t SecretServiceVault::remove(const std::string& service, const std::string& account) {
+    return changeItems(settings_, service, account,
+                       [](SecretServiceCall& call, SecretItem* item) { return call.remove(item); });
+}
+
+std::optional<std::string> SecretServiceVault::text(std::int32_t status) const {
+    return vaultRules::text(status);
+}
+
+} // namespace morvex

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/ports/SecretVault.h"
+
+#include <chrono>
+#include <string>
+
+namespace morvex {
+
+/// Secrets in the desktop's keyring (freedesktop.org Secret Service), by the attributes `service` and
+/// `account`. Every call looks for the service anew, on the bus that the environment names, so that a keyring
+/// that was started again is found again; a bus is never launched. Safe from any thread; a call blocks while
+/// a prompt is on the screen.
+class SecretServiceVault final : public SecretVault {
+  public:
+    /// Whether the keyring may ask the user to unlock it.
+    enum class Prompts { allowed, never };
+
+    struct Settings {
+
+        Prompts prompts = Prompts::allowed;
+        std::chrono::milliseconds timeLimit = std::chrono::minutes(2); ///< for a whole call, prompt included
+
+        /// From the environment: nobody is asked where there is no display.
+        static Settings ofThisSession();
+    };
+
+    explicit SecretServiceVault(Settings settings = Settings::ofThisSession())
+        : settings_(std::move(settings)) {}
+
+    /// Whether a Secret Service runs on the bus, or could be started by it.
+    [[nodiscard]] bool answers() const;
+
+    Found find(const std::string& service, const std::string& account) override;
+    std::int32_t update(const std::string& service, const std::string& account, ByteView bytes) override;
+    std::int32_t add(const std::string& service, const std::string& account, ByteView bytes) override;
+    std::int32_t remove(const std::string& service, const std::string& account) override;
+    [[nodiscard]] std::optional<std::string> text(std::int32_t status) const override;
+
+  private:
+    Settings settings_;
+};
+
+} // namespace morvex

@@ -1,0 +1,26 @@
+#include "platform/linux/VaultRules.h"
+
+#include "platform/ports/SecretVault.h"
+
+namespace morvex {
+
+std::optional<std::string> vaultRules::text(std::int32_t status) {
+    switch (status) {
+    case vaultStatus::itemNotFound:
+        return "položka neexistuje";
+    case vaultStatus::interactionNotAllowed:
+        return "trezor je zamčený";
+    case vaultStatus::userCanceled:
+        return "uživatel odemčení zrušil";
+    case vaultStatus::notAvailable:
+        return "trezor není dostupný";
+    case vaultStatus::duplicateItem:
+        return "položka už existuje";
+    case vaultStatus::io:
+        return "položku nejde číst nebo zapsat";
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace morvex

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// What every vault of this system keeps to.
+namespace vaultRules {
+
+/// Bytes of one item. A larger one is refused with `vaultStatus::io`, in either direction.
+constexpr std::size_t itemLimit = 1024 * 1024;
+
+/// The words for a status, or nothing.
+std::optional<std::string> text(std::int32_t status);
+
+} // namespace vaultRules
+
+} // namespace morvex
