@@ -1,0 +1,32 @@
+#pragma once
+
+#include "foundation/JobQueue.h"
+
+#include <QObject>
+
+#include <deque>
+
+namespace morvex {
+
+/// The main executor: runs jobs in the event loop of the thread that made it, the Qt main thread. Needs a
+/// QCoreApplication. A job may run an event loop of its own: the jobs behind it go on there, in order.
+/// Made, closed and destroyed on that thread; it outlives every thread that posts to it.
+class QtMainExecutor final : public Executor {
+  public:
+    ~QtMainExecutor() override;
+
+    void post(Job job) override;
+
+    /// Drops waiting jobs and refuses later ones.
+    void close();
+
+  private:
+    void wake();
+    void runWaiting();
+
+    JobQueue queue_;
+    std::deque<Job> taken_; ///< main thread only
+    QObject context_;       ///< the target of the wake-ups: none is delivered after its end
+};
+
+} // namespace morvex
