@@ -1,0 +1,45 @@
+#pragma once
+
+#include "relay/PairCalls.h"
+#include "relay/PeerStream.h"
+#include "relay/RelayState.h"
+
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http/message.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
+
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+/// A new connection: one request, which is answered or becomes a WebSocket. There is no second request on the
+/// same connection. Owned by its coroutine, on the relay's thread.
+class HttpSession {
+  public:
+    HttpSession(boost::asio::ip::tcp::socket socket, boost::asio::ssl::context* context,
+                std::shared_ptr<RelayState> state);
+
+    static boost::asio::awaitable<void> serve(std::unique_ptr<HttpSession> self);
+
+  private:
+    using Parser = boost::beast::http::request_parser<boost::beast::http::string_body>;
+    using Request = Parser::value_type;
+
+    boost::asio::awaitable<void> answer(CallReply reply);
+    CallReply call(const Request& request);
+    CallReply callAllowed(const Request& request, std::string_view path);
+    [[nodiscard]] bool isTooMany();
+    void becomeSocket(Request upgrade);
+    /// The address as far as the limit of calls tells addresses apart; empty for this computer, which has no
+    /// limit.
+    [[nodiscard]] std::string limitedAddress();
+
+    std::shared_ptr<RelayState> state_;
+    ConnectionSlot slot_;
+    PeerStream stream_;
+    boost::beast::flat_buffer buffer_;
+};
+
+} // namespace morvex

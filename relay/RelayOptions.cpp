@@ -1,0 +1,92 @@
+#include "relay/RelayOptions.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <cstdint>
+#include <cstdlib>
+#include <sys/stat.h>
+
+namespace morvex {
+
+const std::string_view RelayOptions::help =
+    "Usage: morvex-relay [OPTION]...\n"
+    "Forwards sealed messages between the two devices of a pair.\n"
+    "\n"
+    "  --listen HOST:PORT  address to serve (default 127.0.0.1:8787; port 0 takes a free one)\n"
+    "  --db FILE           where pairs are kept (default $XDG_DATA_HOME/morvex-relay/relay.db;\n"
+    "                      :memory: forgets them at the end)\n"
+    "  --cert FILE         certificate chain in PEM, for TLS; needs --key\n"
+    "  --key FILE          private key in PEM, for TLS; needs --cert\n"
+    "  --help              show this text\n"
+    "  --version           show the version\n";
+
+namespace {
+
+bool isPort(std::string_view text) {
+    std::uint16_t port = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
+    return error == std::errc{} && end == text.data() + text.size();
+}
+
+/// `HOST:PORT`, a numeric IPv6 host in brackets.
+Result<void> readAddress(RelayOptions& options, std::string_view address) {
+    const auto colon = address.rfind(':');
+    auto host = address.substr(0, colon);
+    const bool isBracketed = host.size() >= 2 && host.front() == '[' && host.back() == ']';
+    if (isBracketed) host = host.substr(1, host.size() - 2);
+    const bool hasStrayColon = !isBracketed && host.contains(':');
+    if (colon == std::string_view::npos || host.empty() || hasStrayColon ||
+        !isPort(address.substr(colon + 1)))
+        return fail(TextError{"--listen needs HOST:PORT, not '" + std::string{address} + "'"});
+    options.host = host;
+    options.port = address.substr(colon + 1);
+    return {};
+}
+
+} // namespace
+
+Result<RelayOptions> RelayOptions::parse(std::span<const char* const> arguments) {
+    RelayOptions options;
+    Tls tls;
+    for (std::size_t index = 0; index < arguments.size(); ++index) {
+        const std::string name = arguments[index];
+        if (name == "--help" || name == "--version") {
+            options.task = name == "--help" ? Task::showHelp : Task::showVersion;
+            return options;
+        }
+        constexpr std::array<std::string_view, 4> withValue{"--listen", "--db", "--cert", "--key"};
+        if (std::ranges::find(withValue, name) == withValue.end())
+            return fail(TextError{"unknown option '" + name + "'"});
+        if (++index == arguments.size() || *arguments[index] == '\0')
+            return fail(TextError{name + " needs a value"});
+        const std::string value = arguments[index];
+        if (name == "--db") options.database = value;
+        if (name == "--cert") tls.certificate = value;
+        if (name == "--key") tls.key = value;
+        if (name != "--listen") continue;
+        if (auto read = readAddress(options, value); !read) return fail(read.error());
+    }
+    if (tls.certificate.empty() != tls.key.empty()) return fail(TextError{"--cert and --key go together"});
+    if (!tls.key.empty()) options.tls = tls;
+    return options;
+}
+
+Result<std::filesystem::path> defaultDatabase() {
+    const char* dataHome = std::getenv("XDG_DATA_HOME");
+    const char* home = std::getenv("HOME");
+    std::filesystem::path base = dataHome ? dataHome : "";
+    if (!base.is_absolute()) base = home ? std::filesystem::path{home} / ".local/share" : "";
+    if (!base.is_absolute()) return fail(TextError{"neither XDG_DATA_HOME nor HOME is set; use --db FILE"});
+
+    const auto folder = base / "morvex-relay";
+    std::error_code error;
+    std::filesystem::create_directories(base, error);
+    if (!error && ::mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST)
+        error = std::error_code{errno, std::generic_category()};
+    if (error) return fail(TextError{"cannot make " + folder.string() + ": " + error.message()});
+    return folder / "relay.db";
+}
+
+} // namespace morvex

@@ -1,0 +1,166 @@
+#include "relay/RelayServer.h"
+
+#include "relay/HttpSession.h"
+#include "relay/SocketSession.h"
+
+#include <boost/asio/as_tuple.hpp>
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/detached.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/asio/use_awaitable.hpp>
+
+#include <algorithm>
+#include <csignal>
+#include <exception>
+#include <utility>
+
+namespace morvex {
+
+namespace asio = boost::asio;
+
+namespace {
+
+constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
+constexpr std::chrono::minutes sweepEvery{10};
+constexpr std::chrono::milliseconds pauseAfterFailedAccept{100};
+/// While it stops, the relay looks often whether all connections have ended.
+constexpr std::chrono::milliseconds stoppingTick{10};
+
+using ErrorCode = boost::system::error_code;
+
+} // namespace
+
+RelayServer::RelayServer(const RelayLimits& limits, PairStore store, RelayLog log)
+    : state_(std::make_shared<RelayState>(limits, std::move(store), std::move(log))) {}
+
+Result<std::unique_ptr<RelayServer>>
+RelayServer::create(const RelayOptions& options, const RelayLimits& limits, PairStore store, RelayLog log) {
+    std::unique_ptr<RelayServer> server{new RelayServer{limits, std::move(store), std::move(log)}};
+    if (options.tls)
+        if (auto loaded = server->loadTls(*options.tls); !loaded) return fail(loaded.error());
+    if (auto listening = server->listen(options.host, options.port); !listening)
+        return fail(listening.error());
+    return server;
+}
+
+Result<void> RelayServer::loadTls(const RelayOptions::Tls& tls) {
+    auto& context = tls_.emplace(asio::ssl::context::tls_server);
+    context.set_options(asio::ssl::context::default_workarounds | asio::ssl::context::no_tlsv1 |
+                        asio::ssl::context::no_tlsv1_1);
+    ErrorCode error;
+    context.use_certificate_chain_file(tls.certificate.string(), error);
+    if (error)
+        return fail(
+            TextError{"cannot use the certificate " + tls.certificate.string() + ": " + error.message()});
+    context.use_private_key_file(tls.key.string(), asio::ssl::context::pem, error);
+    if (error) return fail(TextError{"cannot use the key " + tls.key.string() + ": " + error.message()});
+    return {};
+}
+
+Result<void> RelayServer::listen(const std::string& host, const std::string& port) {
+    ErrorCode error;
+    const auto refuse = [&] {
+        return fail(TextError{"cannot listen on " + host + " port " + port + ": " + error.message()});
+    };
+    Tcp::resolver resolver{context_};
+    const auto found = resolver.resolve(host, port, Tcp::resolver::passive, error);
+    if (error) return refuse();
+    const auto endpoint = found.begin()->endpoint();
+    acceptor_.open(endpoint.protocol(), error);
+    if (!error) acceptor_.set_option(Tcp::acceptor::reuse_address{true}, error);
+    if (!error) acceptor_.bind(endpoint, error);
+    if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
+    if (error) return refuse();
+    return {};
+}
+
+std::string RelayServer::address() const {
+    const auto endpoint = acceptor_.local_endpoint();
+    const auto host = endpoint.address().to_string();
+    return std::string{tls_ ? "https://" : "http://"} +
+           (endpoint.address().is_v6() ? "[" + host + "]" : host) + ":" + std::to_string(endpoint.port());
+}
+
+std::uint16_t RelayServer::port() const {
+    return acceptor_.local_endpoint().port();
+}
+
+void RelayServer::stopOnSignals() {
+    signals_.add(SIGINT);
+    signals_.add(SIGTERM);
+    signals_.async_wait([this](ErrorCode error, int) {
+        if (!error) startStopping();
+    });
+}
+
+void RelayServer::run() {
+    asio::co_spawn(context_, acceptConnections(), asio::detached);
+    asio::co_spawn(context_, watch(), asio::detached);
+    context_.run();
+}
+
+void RelayServer::stop() {
+    asio::post(context_, [this] { startStopping(); });
+}
+
+asio::awaitable<void> RelayServer::acceptConnections() {
+    asio::steady_timer pause{context_};
+    while (acceptor_.is_open()) {
+        auto [error, socket] = co_await acceptor_.async_accept(asTuple);
+        if (!error) {
+            serve(std::move(socket));
+        } else if (acceptor_.is_open()) {
+            // Most likely no file descriptor is free: some will be.
+            pause.expires_after(pauseAfterFailedAccept);
+            co_await pause.async_wait(asTuple);
+        }
+    }
+}
+
+void RelayServer::serve(Tcp::socket socket) {
+    if (stoppingSince_ || state_->connections >= state_->limits.connections) return;
+    ErrorCode ignored;
+    socket.set_option(Tcp::no_delay{true}, ignored);
+    auto session = std::make_unique<HttpSession>(std::move(socket), tls_ ? &*tls_ : nullptr, state_);
+    asio::co_spawn(context_, HttpSession::serve(std::move(session)), asio::detached);
+}
+
+asio::awaitable<void> RelayServer::watch() {
+    for (;;) {
+        tick(Moment::clock::now());
+        tickTimer_.expires_after(stoppingSince_ ? stoppingTick : state_->limits.tick);
+        co_await tickTimer_.async_wait(asTuple);
+    }
+}
+
+void RelayServer::tick(Moment now) {
+    std::erase_if(state_->sockets, [](const auto& socket) { return socket.expired(); });
+    const auto sockets = state_->sockets;
+    for (const auto& one : sockets)
+        if (const auto socket = one.lock()) socket->tick(now);
+    state_->switchboard.relieve();
+    if (now >= nextSweep_) sweep(now);
+    const bool isStopped = stoppingSince_ && state_->connections == 0;
+    const bool isOverdue = stoppingSince_ && now - *stoppingSince_ > state_->limits.closing;
+    if (isStopped || isOverdue) context_.stop();
+}
+
+void RelayServer::sweep(Moment now) {
+    nextSweep_ = now + sweepEvery;
+    const auto date = std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
+    if (auto swept = state_->store.sweep(date); !swept)
+        state_->log("sweeping failed: " + swept.error().popis());
+}
+
+void RelayServer::startStopping() {
+    if (stoppingSince_) return;
+    stoppingSince_ = Moment::clock::now();
+    state_->log("stopping");
+    ErrorCode ignored;
+    acceptor_.close(ignored);
+    for (const auto& one : state_->sockets)
+        if (const auto socket = one.lock()) socket->goAway();
+    tickTimer_.cancel();
+}
+
+} // namespace morvex

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "relay/RelayOptions.h"
+#include "relay/RelayState.h"
+
+#include <boost/asio/awaitable.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <boost/asio/steady_timer.hpp>
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// The whole relay on one port and one thread: that of `run`. Order: `create`, `run` once, `stop` from
+/// anywhere.
+class RelayServer {
+  public:
+    /// Listens when it returns. The failure's text is for the operator.
+    static Result<std::unique_ptr<RelayServer>> create(const RelayOptions& options, const RelayLimits& limits,
+                                                       PairStore store, RelayLog log);
+
+    RelayServer(const RelayServer&) = delete;
+    RelayServer& operator=(const RelayServer&) = delete;
+
+    /// As devices are given it, with the port that is really open: `http://127.0.0.1:8787`.
+    [[nodiscard]] std::string address() const;
+    [[nodiscard]] std::uint16_t port() const;
+
+    /// SIGINT and SIGTERM stop the relay from now on.
+    void stopOnSignals();
+    /// Serves until it is stopped and the WebSockets are closed, or the time for that is over.
+    void run();
+    /// From any thread, also more than once.
+    void stop();
+
+  private:
+    using Tcp = boost::asio::ip::tcp;
+    using Moment = std::chrono::steady_clock::time_point;
+
+    RelayServer(const RelayLimits& limits, PairStore store, RelayLog log);
+
+    Result<void> loadTls(const RelayOptions::Tls& tls);
+    Result<void> listen(const std::string& host, const std::string& port);
+    boost::asio::awaitable<void> acceptConnections();
+    void serve(Tcp::socket socket);
+    boost::asio::awaitable<void> watch();
+    void tick(Moment now);
+    void sweep(Moment now);
+    void startStopping();
+
+    boost::asio::io_context context_{1};
+    std::optional<boost::asio::ssl::context> tls_;
+    Tcp::acceptor acceptor_{context_};
+    boost::asio::signal_set signals_{context_};
+    boost::asio::steady_timer tickTimer_{context_};
+    std::shared_ptr<RelayState> state_;
+    Moment nextSweep_;
+    std::optional<Moment> stoppingSince_;
+};
+
+} // namespace morvex

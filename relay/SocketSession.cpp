@@ -1,0 +1,228 @@
+#include "relay/SocketSession.h"
+
+#include "relay/FailureFrame.h"
+
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/detached.hpp>
+#include <boost/beast/core/buffers_to_string.hpp>
+
+#include <exception>
+#include <utility>
+
+namespace morvex {
+
+namespace asio = boost::asio;
+namespace websocket = boost::beast::websocket;
+
+namespace {
+
+constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
+constexpr std::size_t readStep = 16 * kibibyte;
+/// A read buffer that grew beyond this is given back after its frame.
+constexpr std::size_t keptBuffer = 64 * kibibyte;
+
+constexpr std::uint16_t goingAway = 1001;
+constexpr std::uint16_t internalError = 1011;
+
+} // namespace
+
+SocketSession::SocketSession(PeerStream stream, std::shared_ptr<RelayState> state, ConnectionSlot slot,
+                             std::string_view clientVersion)
+    : state_(std::move(state)),
+      slot_(std::move(slot)),
+      socket_(std::move(stream)),
+      login_(Login::start(clientVersion)),
+      vitals_(state_->limits, std::chrono::steady_clock::now()),
+      mayRead_(socket_.get_executor()),
+      mayWrite_(socket_.get_executor()) {
+    // Silence and sizes are judged here: a device must hear of a frame that is too large before the end.
+    socket_.set_option(websocket::stream_base::timeout{websocket::stream_base::none(),
+                                                       websocket::stream_base::none(), false});
+    socket_.read_message_max(0);
+    socket_.auto_fragment(false);
+    socket_.text(true);
+}
+
+void SocketSession::start(Request upgrade) {
+    socket_.next_layer().tcp().expires_never();
+    state_->sockets.push_back(weak_from_this());
+    asio::co_spawn(socket_.get_executor(), readFrames(shared_from_this(), std::move(upgrade)),
+                   [self = shared_from_this()](std::exception_ptr) { self->readingEnded(); });
+}
+
+asio::awaitable<void> SocketSession::readFrames(Session self, Request upgrade) {
+    auto [error] = co_await self->socket_.async_accept(upgrade, asTuple);
+    if (error) co_return;
+    self->deliver(self->login_.challenge());
+    asio::co_spawn(self->socket_.get_executor(), writeFrames(self),
+                   [self](std::exception_ptr) { self->abort(); });
+    while (auto frame = co_await self->readFrame()) {
+        self->take(std::move(*frame));
+        while (self->isReadingPaused_ && !self->ending_) co_await self->mayRead_.wait();
+    }
+}
+
+asio::awaitable<std::optional<std::string>> SocketSession::readFrame() {
+    do {
+        auto [error, count] = co_await socket_.async_read_some(incoming_, readStep, asTuple);
+        if (error || ending_) co_return std::nullopt;
+        if (incoming_.size() > frameLimit()) {
+            refuse(RelayFailure::tooLarge);
+            co_return std::nullopt;
+        }
+    } while (!socket_.is_message_done());
+    auto frame = boost::beast::buffers_to_string(incoming_.data());
+    incoming_.clear();
+    if (incoming_.capacity() > keptBuffer) incoming_.shrink_to_fit();
+    co_return frame;
+}
+
+asio::awaitable<void> SocketSession::writeFrames(Session self) {
+    for (;;) {
+        if (!self->outgoing_.empty()) {
+            if (!co_await self->writeFrame()) co_return;
+        } else if (self->ending_) {
+            co_await self->socket_.async_close(static_cast<websocket::close_code>(self->ending_->closeCode),
+                                               asTuple);
+            co_return;
+        } else {
+            co_await self->mayWrite_.wait();
+        }
+    }
+}
+
+asio::awaitable<bool> SocketSession::writeFrame() {
+    onTheWay_ = std::move(outgoing_.front());
+    outgoing_.pop_front();
+    auto [error, count] = co_await socket_.async_write(asio::buffer(onTheWay_), asTuple);
+    waiting_ -= onTheWay_.size();
+    onTheWay_ = {};
+    if (error) co_return false;
+    state_->switchboard.drained(*this);
+    co_return true;
+}
+
+void SocketSession::take(std::string frame) {
+    if (isLoggedIn_)
+        state_->switchboard.receive(*this, std::move(frame));
+    else
+        logIn(frame);
+}
+
+void SocketSession::logIn(std::string_view frame) {
+    const auto answer = login_.answer(state_->store, frame);
+    if (!answer) {
+        log("login failed: " + answer.error().popis());
+        return end({{}, internalError});
+    }
+    if (const auto* failure = std::get_if<RelayFailure>(&*answer)) {
+        log("login refused: " + std::string{rawValue(*failure)});
+        return refuse(*failure);
+    }
+    const auto& seat = std::get<Seat>(*answer);
+    name_ = shortened(seat.pair, seat.device);
+    isLoggedIn_ = true;
+    log("logged in");
+    state_->switchboard.connect(*this, seat);
+}
+
+void SocketSession::refuse(RelayFailure code) {
+    if (isLoggedIn_)
+        state_->switchboard.refuse(*this, code);
+    else
+        end(refusalEnding(code));
+}
+
+std::size_t SocketSession::frameLimit() const {
+    return isLoggedIn_ ? state_->limits.frame : state_->limits.loginFrame;
+}
+
+void SocketSession::tick(Vitals::Moment now) {
+    switch (vitals_.judge(signs(), now)) {
+    case Vitals::Verdict::well:
+        return;
+    case Vitals::Verdict::ping:
+        return ping();
+    case Vitals::Verdict::late:
+        log("did not log in");
+        return end(refusalEnding(RelayFailure::notAuthenticated));
+    case Vitals::Verdict::dead:
+        log("silent");
+        break;
+    case Vitals::Verdict::stalled:
+        log("takes nothing");
+        break;
+    case Vitals::Verdict::lingering:
+        break;
+    }
+    abort();
+}
+
+Vitals::Signs SocketSession::signs() {
+    const auto& meter = socket_.next_layer().tcp().rate_policy();
+    auto stage = isLoggedIn_ ? Vitals::Stage::loggedIn : Vitals::Stage::loggingIn;
+    if (ending_) stage = Vitals::Stage::closing;
+    return {stage, meter.bytesRead(), meter.bytesWritten(), waiting_, isReadingPaused_};
+}
+
+void SocketSession::ping() {
+    if (isPinging_) return;
+    isPinging_ = true;
+    socket_.async_ping({},
+                       [self = shared_from_this()](boost::beast::error_code) { self->isPinging_ = false; });
+}
+
+void SocketSession::goAway() {
+    state_->switchboard.disconnect(*this);
+    end({{}, goingAway});
+}
+
+void SocketSession::deliver(std::string frame) {
+    if (ending_) return;
+    waiting_ += frame.size();
+    outgoing_.push_back(std::move(frame));
+    mayWrite_.wake();
+}
+
+std::size_t SocketSession::waiting() const {
+    return waiting_;
+}
+
+std::size_t SocketSession::held() const {
+    return waiting_ + incoming_.capacity();
+}
+
+void SocketSession::pauseReading() {
+    isReadingPaused_ = true;
+}
+
+void SocketSession::resumeReading() {
+    isReadingPaused_ = false;
+    mayRead_.wake();
+}
+
+void SocketSession::end(Ending ending) {
+    if (ending_) return;
+    outgoing_.clear();
+    waiting_ = onTheWay_.size();
+    if (!ending.lastFrame.empty()) deliver(std::move(ending.lastFrame));
+    ending_ = std::move(ending);
+    mayRead_.wake();
+    mayWrite_.wake();
+}
+
+void SocketSession::readingEnded() {
+    if (isLoggedIn_) log("gone");
+    state_->switchboard.disconnect(*this);
+    end({});
+}
+
+void SocketSession::abort() {
+    socket_.next_layer().tcp().close();
+}
+
+void SocketSession::log(std::string_view event) const {
+    state_->log(name_ + ": " + std::string{event});
+}
+
+} // namespace morvex

@@ -1,0 +1,83 @@
+#pragma once
+
+#include "relay/Gate.h"
+#include "relay/Line.h"
+#include "relay/Login.h"
+#include "relay/PeerStream.h"
+#include "relay/RelayState.h"
+#include "relay/Vitals.h"
+
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http/empty_body.hpp>
+#include <boost/beast/http/message.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <boost/beast/websocket/stream.hpp>
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace morvex {
+
+/// One WebSocket: challenge, login, then frames both ways through the switchboard. It owns itself by its two
+/// coroutines, one that reads and one that writes, and ends when both have ended. On the relay's thread.
+class SocketSession final : public Line, public std::enable_shared_from_this<SocketSession> {
+  public:
+    using Request = boost::beast::http::request<boost::beast::http::string_body>;
+
+    SocketSession(PeerStream stream, std::shared_ptr<RelayState> state, ConnectionSlot slot,
+                  std::string_view clientVersion);
+
+    /// Called once, with the request that asked for the WebSocket.
+    void start(Request upgrade);
+    /// Called from time to time: pings, and ends what is late or dead.
+    void tick(Vitals::Moment now);
+    /// The relay stops.
+    void goAway();
+
+    void deliver(std::string frame) override;
+    [[nodiscard]] std::size_t waiting() const override;
+    [[nodiscard]] std::size_t held() const override;
+    void pauseReading() override;
+    void resumeReading() override;
+    void end(Ending ending) override;
+
+  private:
+    using Session = std::shared_ptr<SocketSession>;
+
+    static boost::asio::awaitable<void> readFrames(Session self, Request upgrade);
+    static boost::asio::awaitable<void> writeFrames(Session self);
+    /// Nothing when no more frames are to be heard.
+    boost::asio::awaitable<std::optional<std::string>> readFrame();
+    boost::asio::awaitable<bool> writeFrame();
+    void take(std::string frame);
+    void logIn(std::string_view frame);
+    void refuse(RelayFailure code);
+    [[nodiscard]] std::size_t frameLimit() const;
+    [[nodiscard]] Vitals::Signs signs();
+    void ping();
+    void readingEnded();
+    void abort();
+    void log(std::string_view event) const;
+
+    std::shared_ptr<RelayState> state_;
+    ConnectionSlot slot_;
+    boost::beast::websocket::stream<PeerStream, false> socket_;
+    Login login_;
+    Vitals vitals_;
+    boost::beast::flat_buffer incoming_;
+    std::deque<std::string> outgoing_;
+    std::string onTheWay_; ///< the frame that is being written
+    std::size_t waiting_ = 0;
+    std::optional<Ending> ending_;
+    bool isLoggedIn_ = false;
+    bool isReadingPaused_ = false;
+    bool isPinging_ = false;
+    Gate mayRead_;
+    Gate mayWrite_;
+    std::string name_ = "socket"; ///< for the log
+};
+
+} // namespace morvex
