@@ -1,0 +1,53 @@
+#pragma once
+
+#include "tests/relay/TestPair.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace morvex {
+
+struct HttpAnswer {
+    unsigned status = 0; ///< 0 when the connection was closed without an answer
+    std::string body;
+};
+
+/// One call on a connection of its own; waits for the answer.
+HttpAnswer post(std::uint16_t port, std::string_view path, std::string_view body, bool usesTls = false);
+/// Sends the bytes as they are and reads until the relay closes.
+std::string exchange(std::uint16_t port, std::string_view bytes);
+
+/// Lets two new devices pair at the relay.
+TestPair pairAt(std::uint16_t port);
+
+/// One WebSocket of a device. Every call waits; the relay's pings are answered while reading.
+class DeviceSocket {
+  public:
+    explicit DeviceSocket(std::uint16_t port, bool usesTls = false, std::string_view target = "/v1/ws?v=1.4");
+    ~DeviceSocket();
+
+    void write(std::string_view frame);
+    /// As `write`, but a connection that ends meanwhile is no failure of the test.
+    bool tryToWrite(std::string_view frame);
+    /// Nothing when the relay has closed.
+    std::optional<std::string> read();
+    /// The close code after `read` has given nothing; 1006 when there was none.
+    [[nodiscard]] std::uint16_t closeCode() const;
+    [[nodiscard]] std::size_t pings() const;
+
+    /// Reads the challenge and answers it.
+    void authenticate(const TestPair& pair, const DeviceIdentity& device);
+    /// The same, then expects the welcome with this presence.
+    void logIn(const TestPair& pair, const DeviceIdentity& device, bool peerOnline);
+
+  private:
+    struct Connection;
+    template <class Stream> struct Over;
+
+    std::unique_ptr<Connection> connection_;
+};
+
+} // namespace morvex
