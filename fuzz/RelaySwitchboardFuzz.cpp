@@ -1,0 +1,126 @@
+#include "relay/FailureFrame.h"
+#include "relay/Switchboard.h"
+#include "shared/base/Require.h"
+#include "shared/wire/Json.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
+
+using namespace morvex;
+
+namespace {
+
+constexpr Switchboard::Bounds bounds{.frame = 4096, .waiting = 2000, .heldInAll = 6000};
+
+/// A socket that checks how the switchboard treats it.
+struct CheckingLine final : Line {
+    std::size_t bytes = 0;
+    bool isConnected = false;
+    bool isPaused = false;
+    bool isEnded = false;
+    bool isPeerOnline = false;
+
+    void deliver(std::string frame) override {
+        vyzaduj(!isEnded, "an ended line gets nothing");
+        bytes += frame.size();
+        const auto message = decode<RelayMessage>(frame).value();
+        if (const auto* welcome = message.as<RelayMessage::Authenticated>())
+            isPeerOnline = welcome->peerOnline;
+        if (const auto* presence = message.as<RelayMessage::PeerOnline>()) isPeerOnline = presence->isOnline;
+        if (message.as<RelayMessage::Forward>()) vyzaduj(isPeerOnline, "presence comes before its frames");
+    }
+
+    [[nodiscard]] std::size_t waiting() const override { return bytes; }
+
+    [[nodiscard]] std::size_t held() const override { return bytes; }
+
+    void pauseReading() override { isPaused = true; }
+
+    void resumeReading() override { isPaused = false; }
+
+    void end(Ending) override {
+        bytes = 0;
+        isEnded = true;
+    }
+};
+
+const DeviceID macID{"MAC"};
+const DeviceID phoneID{"PHONE"};
+const PairID pairID{"PAIR"};
+
+std::string genuineFrame(bool isFromMac) {
+    Envelope envelope;
+    envelope.v = ProtocolVersion::current;
+    envelope.pair = pairID;
+    envelope.from = isFromMac ? macID : phoneID;
+    envelope.to = isFromMac ? phoneID : macID;
+    return encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});
+}
+
+/// Two devices with two sockets each, moved by the input byte by byte.
+class Game {
+  public:
+    void play(std::string_view input) {
+        while (!input.empty()) {
+            const auto move = static_cast<std::uint8_t>(input.front());
+            input.remove_prefix(1);
+            if (move == 0xFF) return receive(lines_[0], std::string{input});
+            step(lines_[move & 3U], (move & 1U) == 0, move >> 2U);
+        }
+    }
+
+  private:
+    void step(CheckingLine& line, bool isMac, unsigned move) {
+        switch (move % 6) {
+        case 0:
+            return connect(line, isMac);
+        case 1:
+            return disconnect(line);
+        case 2:
+            return receive(line, genuineFrame(isMac));
+        case 3:
+            return drain(line);
+        case 4:
+            return board_.relieve();
+        case 5:
+            return move > 48 ? board_.revoke(pairID) : receive(line, "nonsense");
+        }
+    }
+
+    void connect(CheckingLine& line, bool isMac) {
+        disconnect(line);
+        line.isConnected = true;
+        board_.connect(line, {pairID, isMac ? macID : phoneID, isMac ? phoneID : macID});
+    }
+
+    void disconnect(CheckingLine& line) {
+        board_.disconnect(line);
+        line = {};
+    }
+
+    void receive(CheckingLine& line, std::string frame) {
+        if (line.isPaused || line.isEnded) return;
+        for (const auto& one : lines_)
+            vyzaduj(!line.isConnected || one.bytes <= bounds.waiting,
+                    "a line over the bound stops the reading");
+        board_.receive(line, std::move(frame));
+    }
+
+    void drain(CheckingLine& line) {
+        line.bytes /= 4;
+        board_.drained(line);
+    }
+
+    std::array<CheckingLine, 4> lines_;
+    Switchboard board_{bounds};
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    Game{}.play(asText({data, size}));
+    return 0;
+}
