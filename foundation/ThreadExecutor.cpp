@@ -14,11 +14,10 @@ ThreadExecutor::~ThreadExecutor() {
 }
 
 void ThreadExecutor::post(Job job) {
-    {
-        std::lock_guard lock(mutex_);
-        if (closed_) return;
-        jobs_.push_back(std::move(job));
-    }
+    std::lock_guard lock(mutex_);
+    if (closed_) return;
+    jobs_.push_back(std::move(job));
+    // Under the lock: as soon as the job has run, its owner may destroy this executor.
     wakeUp_.notify_one();
 }
 
