@@ -24,6 +24,8 @@ boost::urls::url below(const std::string& base, std::string_view path) {
 std::optional<RelayAddress> RelayAddress::parse(std::string_view text) {
     auto parsed = boost::urls::parse_uri_reference(text);
     if (!parsed || parsed->encoded_host().empty()) return std::nullopt;
+    // The parser takes what cannot belong to a host or a port for a path ("host:port", "[::1]x").
+    if (auto path = parsed->encoded_path(); !path.empty() && path.front() != '/') return std::nullopt;
     return RelayAddress(std::string(text));
 }
 
