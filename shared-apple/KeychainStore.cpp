@@ -16,11 +16,11 @@ const std::string peerAccount = "parovani.protejsek";
 Result<std::shared_ptr<const DeviceIdentity>> KeychainStore::nactiIdentitu() {
     TRY(auto, signing, read(signingAccount));
     if (!signing) return nullptr;
+    auto podpisovy = SigningPrivateKey::fromRaw(*signing);
+    wipe(*signing);
     TRY(auto, agreement, read(agreementAccount));
     if (!agreement) return nullptr;
-    auto podpisovy = SigningPrivateKey::fromRaw(*signing);
     auto dohodovy = AgreementPrivateKey::fromRaw(*agreement);
-    wipe(*signing);
     wipe(*agreement);
     if (!podpisovy) return fail(podpisovy.error());
     if (!dohodovy) return fail(dohodovy.error());
