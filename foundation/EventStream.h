@@ -30,6 +30,13 @@ template <class T> class EventStream {
         wake(lock);
     }
 
+    /// Drops the events that wait. Only while nobody consumes: a consumer would take it for the end.
+    void clear() {
+        std::deque<T> dropped;
+        std::lock_guard lock(mutex_);
+        dropped.swap(events_);
+    }
+
     /// The next event; nothing once the stream has ended, or at once when `stop` is requested: then the
     /// events that wait stay in the stream for a later consumer. One consumer at a time, on a serial
     /// executor.

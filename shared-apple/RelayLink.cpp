@@ -67,8 +67,10 @@ Task<void> RelayLink::stop() {
 
 Task<Result<void>> RelayLink::send(Envelope envelope) {
     co_await hop(services_.executor);
-    if (!socket_) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
-    co_return co_await socket_->sendText(encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}}));
+    // Held until the send has ended, which may be after the connection has.
+    auto socket = socket_;
+    if (!socket) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
+    co_return co_await socket->sendText(encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}}));
 }
 
 Task<void> RelayLink::run(TaskScope& scope) {

@@ -38,6 +38,8 @@ SecureLink::SecureLink(std::shared_ptr<const DeviceIdentity> identita, PairedPee
 Task<void> SecureLink::spustit() {
     co_await hop(executor());
     if (posluchac_) co_return;
+    // What the last run left behind concerns nobody any more.
+    spojeni_.udalosti().clear();
     posluchac_ = std::make_unique<TaskScope>(executor());
     posluchac_->spawn(listen(posluchac_->token()));
     co_await spojeni_.start();
@@ -175,6 +177,7 @@ void SecureLink::openMessage(const Envelope& envelope) {
 
 void SecureLink::drawKey() {
     mujEfemerni_ = EphemeralPrivateKey::generate();
+    usedPeerKeys_.clear();
 }
 
 void SecureLink::tell(MacAvailability stav) {

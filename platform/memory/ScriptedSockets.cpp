@@ -9,7 +9,10 @@ namespace morvex {
 Task<Result<void>> ScriptedSocket::sendText(std::string text) {
     if (!open_) co_return fail(NetworkError{why_});
     sent.push_back(std::move(text));
-    co_return Result<void>{};
+    if (!holdsSends_) co_return Result<void>{};
+    auto shot = std::make_shared<OneShot<Result<void>>>();
+    waitingSends_.push_back(shot);
+    co_return co_await shot->wait();
 }
 
 Task<Result<WebSocketFrame>> ScriptedSocket::receive() {
@@ -39,11 +42,25 @@ void ScriptedSocket::breakWith(std::string text) {
     if (!std::exchange(open_, false)) return;
     why_ = std::move(text);
     incoming_.end();
-    for (auto& shot : std::exchange(waitingPings_, {})) shot->answer(fail(NetworkError{why_}));
+    answer(waitingPings_, fail(NetworkError{why_}));
+    answer(waitingSends_, fail(NetworkError{why_}));
 }
 
 void ScriptedSocket::pong() {
-    for (auto& shot : std::exchange(waitingPings_, {})) shot->answer({});
+    answer(waitingPings_, {});
+}
+
+void ScriptedSocket::holdSends() {
+    holdsSends_ = true;
+}
+
+void ScriptedSocket::takeSends() {
+    holdsSends_ = false;
+    answer(waitingSends_, {});
+}
+
+void ScriptedSocket::answer(Waiting& waiting, const Result<void>& result) {
+    for (auto& shot : std::exchange(waiting, {})) shot->answer(result);
 }
 
 Task<Result<std::shared_ptr<WebSocket>>> ScriptedSockets::connect(std::string url, std::stop_token) {

@@ -25,16 +25,25 @@ class ScriptedSocket final : public WebSocket {
     void breakWith(std::string text);
     /// The other end answers every ping that waits.
     void pong();
+    /// The other end takes nothing: sends wait until the socket ends or `takeSends()`.
+    void holdSends();
+    void takeSends();
 
     std::vector<std::string> sent;
     std::vector<CloseCode> closed;
     int pings = 0;
 
   private:
+    using Waiting = std::vector<std::shared_ptr<OneShot<Result<void>>>>;
+
+    static void answer(Waiting& waiting, const Result<void>& result);
+
     bool open_ = true;
+    bool holdsSends_ = false;
     std::string why_ = "spojení je zavřené";
     EventStream<WebSocketFrame> incoming_;
-    std::vector<std::shared_ptr<OneShot<Result<void>>>> waitingPings_;
+    Waiting waitingPings_;
+    Waiting waitingSends_;
 };
 
 /// Answers connection attempts with the sockets that the test laid out, then with refusals.

@@ -64,6 +64,17 @@ TEST(EventStream, AnEventThatMeetsAStopOnItsWayIsNotDelivered) {
     EXPECT_EQ(executor.run(collect(stream, {})), std::vector{1});
 }
 
+TEST(EventStream, ALaterConsumerSeesNothingOfWhatWasCleared) {
+    ManualExecutor executor;
+    auto stream = std::make_shared<EventStream<int>>();
+    stream->push(1);
+    stream->push(2);
+    stream->clear();
+    stream->push(3);
+    stream->end();
+    EXPECT_EQ(executor.run(collect(stream, {})), std::vector{3});
+}
+
 TEST(EventStream, AFullQueueLetsOtherJobsRun) {
     ManualExecutor executor;
     auto stream = std::make_shared<EventStream<int>>();
