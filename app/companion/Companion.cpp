@@ -1,0 +1,195 @@
+#include "app/companion/Companion.h"
+
+#include "shared/wire/MacToolName.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+const std::string statusRequestID = "status";
+const std::string relayAddressKey = "relay.adresa";
+const std::string defaultRelayAddress = "http://127.0.0.1:8787";
+const AgentStatus withoutAgents{false, {}, {}, "Tahle verze s kódovacími agenty ještě neumí pracovat."};
+
+} // namespace
+
+Companion::Companion(CompanionServices services)
+    : services_(std::move(services)),
+      scope_(services_.main),
+      slozky_(
+          Slozky::create(services_.defaults, services_.bookmarks, services_.folderPicker, services_.folders)),
+      schvalovani_(services_.link.relay.clock, services_.link.random, scope_),
+      integrations_(services_.defaults),
+      files_(*slozky_, services_.workers, scope_.token()),
+      nastroje_(table_, state_, schvalovani_, services_.link.random),
+      report_{state_,          integrations_,           *slozky_,
+              services_.power, services_.verzeAplikace, services_.jmenoZarizeni},
+      spojeni_(services_.main, scope_,
+               [this](SecureLink::Udalost udalost) { return zpracovat(std::move(udalost)); }),
+      dorucene_(nastroje_, schvalovani_, spojeni_),
+      parovani_({services_.main, services_.storage, services_.link.relay, services_.http, services_.uloziste,
+                 scope_},
+                state_, {[this] { pripojit(); }, [this] { odpojit(); }}) {
+    state_.relayAdresa = services_.defaults.text(relayAddressKey).value_or(defaultRelayAddress);
+    addTools();
+    installCallbacks();
+}
+
+void Companion::addTools() {
+    table_.add(
+        MacToolName::status, [] { return true; },
+        [this](ToolCall call) { return stavNastroj(std::move(call)); });
+    files_.addTo(table_, [this] { return integrations_.isOn(Integration::files); });
+}
+
+void Companion::installCallbacks() {
+    auto sendStatus = [this] { scope_.spawn(poslatStav()); };
+    integrations_.onChange = sendStatus;
+    slozky_->priZmene(sendStatus);
+    schvalovani_.poslatNaTelefon = [this](ApprovalRequest zadost) {
+        if (spojeni_.jePritomne()) scope_.spawn(poslatZadost(std::move(zadost)));
+    };
+}
+
+Task<void> Companion::spustit() {
+    if (!co_await nactiIdentitu() || !co_await nactiProtejsek()) co_return;
+    pripojit();
+    obnovit();
+}
+
+Task<bool> Companion::nactiIdentitu() {
+    auto* uloziste = &services_.uloziste;
+    auto loaded = co_await runOn(services_.storage, [uloziste] { return uloziste->nactiIdentitu(); });
+    if (loaded && !*loaded) {
+        auto fresh = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
+        auto saved =
+            co_await runOn(services_.storage, [uloziste, fresh] { return uloziste->ulozIdentitu(fresh); });
+        if (saved)
+            loaded = fresh;
+        else
+            loaded = std::unexpected(saved.error());
+    }
+    if (!loaded) {
+        neplatne(loaded.error());
+        co_return false;
+    }
+    identita_ = *std::move(loaded);
+    parovani_.setIdentita(identita_);
+    co_return true;
+}
+
+Task<bool> Companion::nactiProtejsek() {
+    auto* uloziste = &services_.uloziste;
+    auto loaded = co_await runOn(services_.storage, [uloziste] { return uloziste->nactiProtejsek(); });
+    if (!loaded) {
+        neplatne(loaded.error());
+        co_return false;
+    }
+    state_.protejsek = *std::move(loaded);
+    if (!state_.protejsek.value()) state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
+    co_return true;
+}
+
+void Companion::neplatne(const Error& error) {
+    state_.dostupnost = MacAvailability{MacAvailability::NeplatneParovani{error.popis()}};
+    state_.potiz = error.popis();
+}
+
+Task<void> Companion::ukoncit() {
+    parovani_.zastavit();
+    odpojit();
+    scope_.stop();
+    co_await scope_.join();
+}
+
+void Companion::pripojit() {
+    const auto& protejsek = state_.protejsek.value();
+    if (!identita_ || !protejsek) return;
+    odpojit();
+    auto link = SecureLink::create(identita_, *protejsek, DeviceRole::mac, services_.link);
+    if (link)
+        spojeni_.pripojit(*std::move(link));
+    else
+        neplatne(link.error());
+}
+
+void Companion::odpojit() {
+    spojeni_.odpojit();
+}
+
+Task<void> Companion::zpracovat(SecureLink::Udalost udalost) {
+    Task<void> handling = std::visit([this](auto& held) { return zpracovat(std::move(held)); }, udalost);
+    co_await std::move(handling);
+}
+
+Task<void> Companion::zpracovat(SecureLink::Stav udalost) {
+    state_.dostupnost = udalost.stav;
+    if (auto* preruseno = udalost.stav.as<MacAvailability::Preruseno>()) state_.potiz = preruseno->duvod;
+    if (!udalost.stav.jePouzitelny()) schvalovani_.vyresit(false);
+    if (udalost.stav.as<MacAvailability::NeplatneParovani>()) {
+        auto neplatny = state_.protejsek.value();
+        auto* uloziste = &services_.uloziste;
+        (void)co_await runOn(services_.storage, [uloziste] { return uloziste->smazProtejsek(); });
+        if (state_.protejsek.value() == neplatny) state_.protejsek = std::nullopt;
+    }
+}
+
+Task<void> Companion::zpracovat(SecureLink::Zprava udalost) {
+    co_await dorucene_.zpracovatZpravu(std::move(udalost.payload), std::move(udalost.requestID));
+}
+
+Task<void> Companion::zpracovat(SecureLink::Chyba udalost) {
+    state_.potiz = std::move(udalost.text);
+    co_return;
+}
+
+Task<void> Companion::zpracovat(SecureLink::Pripraveno) {
+    state_.potiz = std::nullopt;
+    co_await poslatStav();
+}
+
+Task<void> Companion::poslatStav() {
+    if (!spojeni_.jePritomne()) co_return;
+    auto status = report_.at(services_.link.relay.clock.now(), nastroje_.nabizeneNastroje());
+    auto sent = co_await spojeni_.poslat({MacPayload::Status{std::move(status)}}, statusRequestID);
+    if (!sent) state_.potiz = "Stav se nepodařilo odeslat: " + sent.error().popis();
+}
+
+Task<void> Companion::obnovitSluzby() {
+    state_.stavClauda = withoutAgents;
+    state_.stavCodexu = withoutAgents;
+    co_await poslatStav();
+}
+
+void Companion::obnovit() {
+    scope_.spawn(obnovitSluzby());
+}
+
+void Companion::naUsnuti() {
+    schvalovani_.vyresit(false);
+    odpojit();
+    state_.dostupnost = MacAvailability{MacAvailability::Spanek{services_.link.relay.clock.now()}};
+}
+
+void Companion::naProbuzeni() {
+    pripojit();
+}
+
+void Companion::setRelayAdresa(const std::string& adresa) {
+    if (state_.relayAdresa.value() == adresa) return;
+    state_.relayAdresa = adresa;
+    services_.defaults.set(relayAddressKey, adresa);
+}
+
+Task<ToolOutcome> Companion::stavNastroj(ToolCall) {
+    co_return ToolOutcome::done(report_.forTool(nastroje_.nabizeneNastroje()));
+}
+
+Task<void> Companion::poslatZadost(ApprovalRequest zadost) {
+    auto id = zadost.id;
+    (void)co_await spojeni_.poslat({MacPayload::Approval{std::move(zadost)}}, std::move(id));
+}
+
+} // namespace morvex

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "app/companion/CompanionServices.h"
+#include "app/companion/CompanionState.h"
+#include "app/companion/PairingFlow.h"
+#include "app/companion/PhoneInbox.h"
+#include "app/companion/PhoneLink.h"
+#include "app/companion/Schvalovani.h"
+#include "app/companion/StatusReport.h"
+#include "app/companion/ToolGate.h"
+#include "app/execution/FileTools.h"
+#include "app/execution/Slozky.h"
+#include "app/personal/MacIntegrationSettings.h"
+#include "foundation/TaskScope.h"
+
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+/// The one object that owns every service of this computer's side. It brings the link to the phone up and
+/// down and joins the parts: what the link reports, what the phone asks, what views show. Main thread only.
+///
+/// Order of calls: the constructor; `spustit` once; at the very end `ukoncit`, awaited before destruction.
+class Companion {
+  public:
+    explicit Companion(CompanionServices services);
+
+    /// Loads the identity (or makes one) and the peer, and connects when there is a peer.
+    Task<void> spustit();
+
+    /// Ends the link and all that runs.
+    Task<void> ukoncit();
+
+    /// Builds the link from identity and peer; nothing when one of them is absent.
+    void pripojit();
+    /// Takes the link down in the background. `dostupnost` stays as it is.
+    void odpojit();
+
+    /// Tells the phone what this computer can do. Ends quietly without a link.
+    Task<void> poslatStav();
+    /// Looks for agents and mail again, then sends the status.
+    Task<void> obnovitSluzby();
+    /// The same in the background, for a button.
+    void obnovit();
+
+    void naUsnuti();
+    void naProbuzeni();
+
+    /// Kept in the user defaults on every changing write.
+    void setRelayAdresa(const std::string& adresa);
+
+    /// For reading and watching; this object and its parts alone write.
+    [[nodiscard]] CompanionState& stav() { return state_; }
+
+    [[nodiscard]] Slozky& slozky() { return *slozky_; }
+
+    [[nodiscard]] MacIntegrationSettings& integrations() { return integrations_; }
+
+    [[nodiscard]] Schvalovani& schvalovani() { return schvalovani_; }
+
+    [[nodiscard]] PairingFlow& parovani() { return parovani_; }
+
+    [[nodiscard]] ToolGate& nastroje() { return nastroje_; }
+
+  private:
+    void addTools();
+    void installCallbacks();
+    Task<bool> nactiIdentitu();
+    Task<bool> nactiProtejsek();
+    void neplatne(const Error& error);
+    Task<void> zpracovat(SecureLink::Udalost udalost);
+    Task<void> zpracovat(SecureLink::Stav udalost);
+    Task<void> zpracovat(SecureLink::Zprava udalost);
+    Task<void> zpracovat(SecureLink::Chyba udalost);
+    Task<void> zpracovat(SecureLink::Pripraveno udalost);
+    Task<ToolOutcome> stavNastroj(ToolCall call);
+    Task<void> poslatZadost(ApprovalRequest zadost);
+
+    CompanionServices services_;
+    CompanionState state_;
+    TaskScope scope_;
+    std::unique_ptr<Slozky> slozky_;
+    Schvalovani schvalovani_;
+    MacIntegrationSettings integrations_;
+    FileTools files_;
+    ToolTable table_;
+    ToolGate nastroje_;
+    StatusReport report_;
+    PhoneLink spojeni_;
+    PhoneInbox dorucene_;
+    PairingFlow parovani_;
+    std::shared_ptr<const DeviceIdentity> identita_;
+};
+
+} // namespace morvex

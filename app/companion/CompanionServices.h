@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/execution/SouboryBridge.h"
+#include "platform/ports/FolderBookmarks.h"
+#include "platform/ports/FolderPicker.h"
+#include "platform/ports/HttpClient.h"
+#include "platform/ports/PowerMonitor.h"
+#include "platform/ports/StandardFolders.h"
+#include "platform/ports/UserDefaults.h"
+#include "shared-apple/IdentityStore.h"
+#include "shared-apple/SecureLink.h"
+
+#include <string>
+
+namespace morvex {
+
+/// What the companion gets from the outside. All of it outlives the companion.
+struct CompanionServices {
+    Executor& main;
+    Executor& storage; ///< serial; for the identity store, whose calls may block
+    Executor& workers; ///< for file work, which may block
+    SecureLink::Services link;
+    HttpClient& http;
+    IdentityStore& uloziste;
+    UserDefaults& defaults;
+    FolderBookmarks& bookmarks;
+    FolderPicker& folderPicker;
+    StandardFolders& folders;
+    PowerMonitor& power;
+
+    std::string jmenoZarizeni; ///< name of this computer, shown on the phone
+    std::string verzeAplikace; ///< "x.y.z (build)"
+};
+
+} // namespace morvex

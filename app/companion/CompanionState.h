@@ -1,0 +1,29 @@
+#pragma once
+
+#include "app/companion/StavParovani.h"
+#include "shared/wire/MacAvailability.h"
+#include "shared/wire/MacStatus.h"
+#include "shared/wire/PairedPeer.h"
+
+#include <QProperty>
+
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// What views watch. Main thread only; writing an equal value notifies nobody.
+struct CompanionState {
+    QProperty<MacAvailability> dostupnost{MacAvailability{MacAvailability::Nesparovano{}}};
+    QProperty<StavParovani> parovani;
+    QProperty<std::optional<PairedPeer>> protejsek;
+    /// The last problem for the user.
+    QProperty<std::optional<std::string>> potiz;
+    QProperty<std::string> relayAdresa;
+    QProperty<AgentStatus> stavClauda{AgentStatus{false, {}, {}, "Zjišťuji…"}};
+    QProperty<AgentStatus> stavCodexu{AgentStatus{false, {}, {}, "Zjišťuji…"}};
+    QProperty<bool> postaDostupna{false};
+    QProperty<std::optional<std::string>> postaPotiz;
+};
+
+} // namespace morvex

@@ -1,0 +1,159 @@
+#include "app/companion/PairingFlow.h"
+
+#include "shared/trust/Parovani.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/PairingBundle.h"
+#include "shared/wire/PairingHello.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+const std::string pairingRequestID = "parovani";
+
+Task<void> start(std::shared_ptr<RelayLink> link) {
+    co_await link->start();
+}
+
+Task<void> takeDown(std::shared_ptr<RelayLink> link, std::unique_ptr<TaskScope> listener) {
+    co_await link->stop();
+    co_await listener->join();
+}
+
+} // namespace
+
+PairingFlow::PairingFlow(Services services, CompanionState& state, Link link)
+    : services_(services),
+      state_(state),
+      link_(std::move(link)),
+      relay_(services.http, services.relay.clock) {}
+
+void PairingFlow::zacitParovani() {
+    if (!identita_) return;
+    ++generation_;
+    auto address = RelayAddress::parse(state_.relayAdresa.value());
+    if (!address) return selhat("Adresa relaye nedává smysl.");
+    state_.parovani = StavParovani{StavParovani::Zakladam{}};
+    services_.scope.spawn(zalozit(*std::move(address), generation_));
+}
+
+Task<void> PairingFlow::zalozit(RelayAddress address, std::uint64_t generation) {
+    auto zalozeni = co_await relay_.zalozit(address, identita_, DeviceRole::mac);
+    if (generation != generation_) co_return;
+    if (!zalozeni) co_return selhat(zalozeni.error().popis());
+    PairingBundle bundle{ProtocolVersion::current, address.text(),          zalozeni->pairID,
+                         zalozeni->pairingToken,   identita_->signingKey(), identita_->agreementKey()};
+    state_.parovani = StavParovani{StavParovani::CekamNaTelefon{Parovani::qrText(bundle), zalozeni->platiDo}};
+    link_.odpojit();
+    listenFor(address, zalozeni->pairID);
+}
+
+void PairingFlow::listenFor(const RelayAddress& address, const PairID& pair) {
+    zastavit();
+    parovaci_ = std::make_shared<RelayLink>(address, identita_, pair, services_.relay);
+    parovaciPosluchac_ = std::make_unique<TaskScope>(services_.main);
+    parovaciPosluchac_->spawn(listen(parovaci_, address.text(), pair, parovaciPosluchac_->token()));
+    services_.scope.spawn(start(parovaci_));
+}
+
+Task<void> PairingFlow::listen(std::shared_ptr<RelayLink> link, std::string relayURL, PairID pair,
+                               std::stop_token stop) {
+    while (auto event = co_await link->udalosti().next(stop)) {
+        auto* obalka = std::get_if<RelayLink::Obalka>(&*event);
+        if (!obalka) continue;
+        const auto& envelope = obalka->envelope;
+        if (envelope.kind == EnvelopeKind::keyExchange && envelope.requestID == pairingRequestID &&
+            envelope.pair == pair && envelope.to == identita_->deviceID())
+            prijmout(envelope, relayURL);
+    }
+}
+
+void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL) {
+    auto hello = decode<PairingHello>(envelope.ciphertext);
+    if (!hello) return selhat("Telefon poslal nekompatibilní párovací zprávu: " + hello.error().popis());
+    if (!Parovani::checkHello(*hello, envelope.pair))
+        return selhat("Představení telefonu má neplatný podpis. Nic jsem neuložil.");
+    PairedPeer peer{envelope.pair,
+                    relayURL,
+                    hello->device,
+                    hello->signingKey,
+                    hello->agreementKey,
+                    DeviceRole::phone,
+                    services_.relay.clock.now()};
+    auto pairKey = identita_->pairKey(peer);
+    if (!pairKey) return selhat("Klíč telefonu nejde použít: " + pairKey.error().popis());
+    rozdelany_ = Rozdelany{envelope.pair, std::move(peer)};
+    state_.parovani = StavParovani{StavParovani::OverCislo{Parovani::comparisonNumber(*pairKey)}};
+}
+
+void PairingFlow::potvrditCislo(const std::string& cislo) {
+    const auto* shown = state_.parovani.value().as<StavParovani::OverCislo>();
+    if (rozdelany_ && shown && shown->cislo == cislo) services_.scope.spawn(ulozit(*rozdelany_, generation_));
+}
+
+Task<void> PairingFlow::ulozit(Rozdelany rozdelany, std::uint64_t generation) {
+    auto* uloziste = &services_.uloziste;
+    const auto& peer = rozdelany.protejsek;
+    auto saved =
+        co_await runOn(services_.storage, [uloziste, &peer] { return uloziste->ulozProtejsek(peer); });
+    if (!saved) {
+        if (generation == generation_) selhat("Párování se nepodařilo uložit: " + saved.error().popis());
+        co_return;
+    }
+    ++generation_;
+    state_.protejsek = peer;
+    rozdelany_.reset();
+    state_.parovani = StavParovani{};
+    zastavit();
+    link_.pripojit();
+}
+
+void PairingFlow::odmitnoutCislo() {
+    ++generation_;
+    rozdelany_.reset();
+    zastavit();
+    selhat("Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude "
+           "opakovat, "
+           "někdo poslouchá.");
+}
+
+void PairingFlow::zrusitParovani() {
+    ++generation_;
+    state_.parovani = StavParovani{};
+    rozdelany_.reset();
+    zastavit();
+    if (state_.protejsek.value()) link_.pripojit();
+}
+
+void PairingFlow::odvolat() {
+    const auto& protejsek = state_.protejsek.value();
+    if (!identita_ || !protejsek) return;
+    if (auto address = RelayAddress::parse(protejsek->relayURL))
+        services_.scope.spawn(zapomenout(*std::move(address), *protejsek));
+}
+
+Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
+    // Both may fail: the phone is forgotten here all the same.
+    (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita_);
+    // Another phone may have been paired while the relay took its time.
+    if (state_.protejsek.value() != protejsek) co_return;
+    auto* uloziste = &services_.uloziste;
+    (void)co_await runOn(services_.storage, [uloziste] { return uloziste->smazProtejsek(); });
+    state_.protejsek = std::nullopt;
+    link_.odpojit();
+    state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
+}
+
+void PairingFlow::zastavit() {
+    if (!parovaci_) return;
+    parovaciPosluchac_->stop();
+    services_.scope.spawn(takeDown(std::exchange(parovaci_, nullptr), std::move(parovaciPosluchac_)));
+}
+
+void PairingFlow::selhat(std::string text) {
+    state_.parovani = StavParovani{StavParovani::Chyba{std::move(text)}};
+}
+
+} // namespace morvex

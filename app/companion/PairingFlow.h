@@ -1,0 +1,82 @@
+#pragma once
+
+#include "app/companion/CompanionState.h"
+#include "foundation/TaskScope.h"
+#include "shared-apple/IdentityStore.h"
+#include "shared-apple/RelayLink.h"
+#include "shared-apple/RelayParovani.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// Brings a phone in: makes a pair at the relay, shows its QR code, waits for the phone's hello, and keeps
+/// the peer once the user has found the two numbers equal. Main thread only.
+///
+///     necinne -> zakladam -> cekamNaTelefon -> overCislo -> necinne
+///     and from any of the middle ones to chyba, or back to necinne by zrusitParovani
+class PairingFlow {
+  public:
+    struct Services {
+        Executor& main;
+        Executor& storage;
+        RelayLink::Services relay;
+        HttpClient& http;
+        IdentityStore& uloziste;
+        TaskScope& scope;
+    };
+
+    /// What the flow does to the link to the phone that was paired before.
+    struct Link {
+        std::function<void()> pripojit;
+        std::function<void()> odpojit;
+    };
+
+    PairingFlow(Services services, CompanionState& state, Link link);
+
+    /// Before it is called the flow does nothing.
+    void setIdentita(std::shared_ptr<const DeviceIdentity> identita) { identita_ = std::move(identita); }
+
+    void zacitParovani();
+    /// "Souhlasí" under this number. Nothing when the number on screen has become another one meanwhile.
+    void potvrditCislo(const std::string& cislo);
+    /// "Neshoduje se"
+    void odmitnoutCislo();
+    /// "Zrušit"
+    void zrusitParovani();
+    /// "Odpojit telefon": revokes the pair at the relay and forgets the phone, whatever the relay says.
+    void odvolat();
+
+    /// Stops the pairing link in the background.
+    void zastavit();
+
+  private:
+    struct Rozdelany {
+        PairID pair;
+        PairedPeer protejsek;
+    };
+
+    Task<void> zalozit(RelayAddress address, std::uint64_t generation);
+    void listenFor(const RelayAddress& address, const PairID& pair);
+    Task<void> listen(std::shared_ptr<RelayLink> link, std::string relayURL, PairID pair,
+                      std::stop_token stop);
+    void prijmout(const Envelope& envelope, const std::string& relayURL);
+    Task<void> ulozit(Rozdelany rozdelany, std::uint64_t generation);
+    Task<void> zapomenout(RelayAddress address, PairedPeer protejsek);
+    void selhat(std::string text);
+
+    Services services_;
+    CompanionState& state_;
+    Link link_;
+    RelayParovani relay_;
+    std::shared_ptr<const DeviceIdentity> identita_;
+    std::shared_ptr<RelayLink> parovaci_;
+    std::unique_ptr<TaskScope> parovaciPosluchac_;
+    std::optional<Rozdelany> rozdelany_;
+    std::uint64_t generation_ = 0; ///< tells a late answer of an abandoned pairing
+};
+
+} // namespace morvex

@@ -1,0 +1,67 @@
+#include "app/companion/PhoneInbox.h"
+
+#include "shared/wire/Json.h"
+
+#include <concepts>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+template <class Case, class... Cases>
+concept OneOf = (std::same_as<Case, Cases> || ...);
+
+/// Messages that change nothing here: what only this computer sends, acknowledgements whose delivery is not
+/// kept, a cancel (agents are stopped by tools of their own), and records whose service this computer does
+/// not have.
+template <class Case>
+concept Ignored =
+    OneOf<Case, MacPayload::Status, MacPayload::ToolProgress, MacPayload::ToolResult,
+          MacPayload::WorkItemUpdate, MacPayload::WorkItemAck, MacPayload::NoteUpdate, MacPayload::NoteAck,
+          MacPayload::SummaryUpdate, MacPayload::SummaryAck, MacPayload::OpenAICredential,
+          MacPayload::Preferences, MacPayload::CustomApps, MacPayload::Cancel, MacPayload::Approval>;
+
+/// Bad arguments are no arguments: the tool then says what is missing.
+boost::json::object argumentsOf(const std::string& json) {
+    auto parsed = parseJson(json);
+    if (!parsed || !parsed->is_object()) return {};
+    return std::move(parsed->as_object());
+}
+
+} // namespace
+
+Task<void> PhoneInbox::zpracovatZpravu(MacPayload payload, std::string requestID) {
+    Task<void> handling = std::visit(
+        [this, &requestID]<class Case>(Case& message) {
+            if constexpr (Ignored<Case>)
+                return ignore();
+            else
+                return handle(std::move(message), std::move(requestID));
+        },
+        payload.value);
+    co_await std::move(handling);
+}
+
+Task<void> PhoneInbox::handle(MacPayload::ToolCall call, std::string requestID) {
+    auto arguments = argumentsOf(call.argumentsJSON);
+    if (!spojeni_.jePritomne()) co_return;
+    auto outcome = co_await nastroje_.provestNastroj({std::move(call.name), std::move(arguments), requestID});
+    co_await poslatVysledek(std::move(outcome), std::move(requestID));
+}
+
+Task<void> PhoneInbox::handle(MacPayload::ApprovalDecision decision, std::string) {
+    schvalovani_.vyresit(decision.id, decision.approved);
+    co_return;
+}
+
+Task<void> PhoneInbox::ignore() {
+    co_return;
+}
+
+Task<void> PhoneInbox::poslatVysledek(ToolOutcome outcome, std::string requestID) {
+    MacPayload::ToolResult result{outcome.ok, encode(outcome.result)};
+    (void)co_await spojeni_.poslat({std::move(result)}, std::move(requestID));
+}
+
+} // namespace morvex

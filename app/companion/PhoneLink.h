@@ -1,0 +1,42 @@
+#pragma once
+
+#include "foundation/TaskScope.h"
+#include "shared-apple/SecureLink.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+/// Holds the live link to the phone, if there is one, and the one listener that reads its events: it handles
+/// an event to its end before it takes the next one, so that what the phone sends is handled strictly in
+/// order. Main thread.
+class PhoneLink {
+  public:
+    using Handler = std::function<Task<void>(SecureLink::Udalost)>;
+
+    /// `scope` runs what ends in the background; it belongs to the owner and to the main executor.
+    PhoneLink(Executor& main, TaskScope& scope, Handler handler);
+
+    /// Replaces the link. The old one goes down in the background; its events are read no more.
+    void pripojit(std::shared_ptr<SecureLink> link);
+
+    void odpojit();
+
+    [[nodiscard]] bool jePritomne() const { return spojeni_ != nullptr; }
+
+    /// Sends over the link of this moment. Without one it fails with `TalkSpanError::MacOffline`.
+    Task<Result<void>> poslat(MacPayload payload, std::string requestID);
+
+  private:
+    Task<void> listen(std::shared_ptr<SecureLink> link, std::stop_token stop);
+
+    Executor& main_;
+    TaskScope& scope_;
+    Handler handler_;
+    std::shared_ptr<SecureLink> spojeni_;
+    std::unique_ptr<TaskScope> posluchac_;
+};
+
+} // namespace morvex

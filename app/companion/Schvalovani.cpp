@@ -1,0 +1,57 @@
+#include "app/companion/Schvalovani.h"
+
+#include "shared/trust/ContentHash.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+constexpr std::chrono::seconds timeToDecide{120};
+
+}
+
+Task<bool> Schvalovani::pozadat(std::string nastroj, std::string nadpis, std::string nahlas,
+                                std::string detail) {
+    if (cekajici_) co_return false;
+    ApprovalRequest request;
+    request.id = random_.uuid().text();
+    request.tool = std::move(nastroj);
+    request.title = std::move(nadpis);
+    request.spoken = std::move(nahlas);
+    request.contentHash = contentHash(detail);
+    request.detail = std::move(detail);
+    request.expiresAt = clock_.now() + timeToDecide;
+
+    // The waiter stands before anybody hears of the request, so that an immediate decision finds it.
+    auto decision = std::make_shared<OneShot<bool>>();
+    cekajici_ = Cekajici{request, decision};
+    zadost_ = request;
+    scope_.spawn(expire(request.id));
+    if (poslatNaTelefon) poslatNaTelefon(request);
+    co_return co_await decision->wait();
+}
+
+void Schvalovani::rozhodnout(bool schvaleno) {
+    vyresit(schvaleno);
+}
+
+void Schvalovani::vyresit(bool schvaleno) {
+    if (!cekajici_) return;
+    auto decided = std::exchange(cekajici_, std::nullopt);
+    zadost_ = std::nullopt;
+    decided->pokracovani->answer(schvaleno);
+}
+
+void Schvalovani::vyresit(const std::string& id, bool schvaleno) {
+    if (cekajici_ && cekajici_->zadost.id == id) vyresit(schvaleno);
+}
+
+Task<void> Schvalovani::expire(std::string id) {
+    // An interrupted wait expires too: nothing runs without a decision.
+    co_await sleepFor(clock_, timeToDecide, scope_.token());
+    vyresit(id, false);
+}
+
+} // namespace morvex

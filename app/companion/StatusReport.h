@@ -1,0 +1,34 @@
+#pragma once
+
+#include "app/companion/CompanionState.h"
+#include "app/execution/Slozky.h"
+#include "app/personal/MacIntegrationSettings.h"
+#include "app/tools/Tool.h"
+#include "platform/ports/PowerMonitor.h"
+#include "shared/wire/MacStatus.h"
+
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// What the phone is told of this computer, computed at each send.
+struct StatusReport {
+    const CompanionState& state;
+    const MacIntegrationSettings& integrations;
+    const Slozky& slozky;
+    const PowerMonitor& power;
+    std::string appVersion;
+    std::string deviceName;
+
+    /// `offer` is what is on offer now; not all of it is listed.
+    [[nodiscard]] MacStatus at(Date now, std::vector<ToolDescriptor> offer) const;
+
+    /// The answer of the tool `mac.status`, which lists the whole offer.
+    [[nodiscard]] boost::json::object forTool(const std::vector<ToolDescriptor>& offer) const;
+
+  private:
+    [[nodiscard]] AgentStatus agent(Integration integration, const AgentStatus& detected) const;
+};
+
+} // namespace morvex

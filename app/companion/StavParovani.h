@@ -1,0 +1,48 @@
+#pragma once
+
+#include "shared/base/Date.h"
+
+#include <string>
+#include <variant>
+
+namespace morvex {
+
+/// Where the pairing stands, for the pairing view.
+struct StavParovani {
+    /// Nothing is going on.
+    struct Necinne {
+        bool operator==(const Necinne&) const = default;
+    };
+
+    /// The pair is being created at the relay.
+    struct Zakladam {
+        bool operator==(const Zakladam&) const = default;
+    };
+
+    /// The QR code is on screen until `platiDo`.
+    struct CekamNaTelefon {
+        std::string qr; ///< secret until it was used: it lets a phone join
+        Date platiDo;
+        bool operator==(const CekamNaTelefon&) const = default;
+    };
+
+    /// The phone has answered; the user compares this number.
+    struct OverCislo {
+        std::string cislo;
+        bool operator==(const OverCislo&) const = default;
+    };
+
+    struct Chyba {
+        std::string text;
+        bool operator==(const Chyba&) const = default;
+    };
+
+    std::variant<Necinne, Zakladam, CekamNaTelefon, OverCislo, Chyba> value;
+
+    /// Null when it is another case.
+    template <class Case> [[nodiscard]] const Case* as() const { return std::get_if<Case>(&value); }
+
+    bool operator==(const StavParovani&) const = default;
+};
+
+} // namespace morvex

@@ -1,0 +1,206 @@
+#include "app/console/ConsoleShell.h"
+
+#include "app/console/QrBlocks.h"
+#include "foundation/Text.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+constexpr std::string_view peerName = "Telefon";
+
+struct NamedIntegration {
+    std::string_view name;
+    Integration integration;
+};
+
+constexpr std::array<NamedIntegration, integrationCount> integrations{{
+    {"kalendare", Integration::calendar},
+    {"pripominky", Integration::reminders},
+    {"kontakty", Integration::contacts},
+    {"poznamky", Integration::notes},
+    {"sluzby", Integration::customApps},
+    {"apple-mail", Integration::appleMail},
+    {"smtp", Integration::smtp},
+    {"codex", Integration::codex},
+    {"claude", Integration::claude},
+    {"soubory", Integration::files},
+    {"terminal", Integration::terminal},
+    {"web", Integration::webSearch},
+}};
+
+} // namespace
+
+struct ConsoleShell::Command {
+    std::string_view name;
+    std::string_view argument;
+    std::string_view help;
+    void (*run)(ConsoleShell& shell, const std::string& argument);
+};
+
+const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
+    static const std::vector<Command> table{
+        {"stav", "", "spojení, telefon, složky a přepínače",
+         [](ConsoleShell& shell, const std::string&) { shell.printStatus(); }},
+        {"parovat", "", "vytvoří kód pro telefon",
+         [](ConsoleShell& shell, const std::string&) { shell.companion_.parovani().zacitParovani(); }},
+        {"souhlasi", "", "číslo na telefonu je stejné",
+         [](ConsoleShell& shell, const std::string&) {
+             shell.companion_.parovani().potvrditCislo(shell.shownNumber_);
+         }},
+        {"neshoduje", "", "číslo na telefonu je jiné",
+         [](ConsoleShell& shell, const std::string&) { shell.companion_.parovani().odmitnoutCislo(); }},
+        {"zrusit", "", "zruší rozdělané párování",
+         [](ConsoleShell& shell, const std::string&) { shell.companion_.parovani().zrusitParovani(); }},
+        {"odpojit", "", "odvolá spárovaný telefon",
+         [](ConsoleShell& shell, const std::string&) { shell.companion_.parovani().odvolat(); }},
+        {"povolit", "CESTA", "povolí složku",
+         [](ConsoleShell& shell, const std::string& path) { shell.allow(path); }},
+        {"odebrat", "CESTA", "odebere povolenou složku",
+         [](ConsoleShell& shell, const std::string& path) { shell.disallow(path); }},
+        {"zapnout", "CO", "zapne skupinu nástrojů",
+         [](ConsoleShell& shell, const std::string& name) { shell.switchIntegration(name, true); }},
+        {"vypnout", "CO", "vypne skupinu nástrojů",
+         [](ConsoleShell& shell, const std::string& name) { shell.switchIntegration(name, false); }},
+        {"potvrdit", "", "povolí akci, která čeká",
+         [](ConsoleShell& shell, const std::string&) { shell.companion_.schvalovani().rozhodnout(true); }},
+        {"zamitnout", "", "odmítne akci, která čeká",
+         [](ConsoleShell& shell, const std::string&) { shell.companion_.schvalovani().rozhodnout(false); }},
+        {"relay", "ADRESA", "nastaví relay pro příští párování",
+         [](ConsoleShell& shell, const std::string& address) { shell.companion_.setRelayAdresa(address); }},
+        {"obnovit", "", "znovu zjistí, co tu je, a pošle to telefonu",
+         [](ConsoleShell& shell, const std::string&) { shell.companion_.obnovit(); }},
+        {"pomoc", "", "tento seznam", [](ConsoleShell& shell, const std::string&) { shell.printHelp(); }},
+        {"konec", "", "ukončí program",
+         [](ConsoleShell& shell, const std::string&) { shell.surroundings_.quit(); }},
+    };
+    return table;
+}
+
+ConsoleShell::ConsoleShell(Companion& companion, Surroundings surroundings)
+    : companion_(companion), surroundings_(std::move(surroundings)) {
+    watch();
+}
+
+void ConsoleShell::watch() {
+    auto& state = companion_.stav();
+    notifiers_.push_back(state.dostupnost.addNotifier([this] { printAvailability(); }));
+    notifiers_.push_back(state.potiz.addNotifier([this] { printTrouble(); }));
+    notifiers_.push_back(state.parovani.addNotifier([this] { printPairing(); }));
+    notifiers_.push_back(companion_.schvalovani().zadost().addNotifier([this] { printApproval(); }));
+}
+
+void ConsoleShell::handle(std::string_view line) {
+    auto trimmed = trim(line);
+    if (trimmed.empty()) return;
+    auto blank = trimmed.find(' ');
+    auto name = fold(trimmed.substr(0, blank));
+    auto argument = blank == std::string::npos ? std::string() : trim(trimmed.substr(blank));
+    auto found = std::ranges::find(commands(), name, &Command::name);
+    if (found == commands().end()) return print("Neznámý příkaz „" + name + "“. Seznam ukáže „pomoc“.");
+    if (argument.empty() != found->argument.empty())
+        return print("Správně: " + std::string(found->name) + " " + std::string(found->argument));
+    found->run(*this, argument);
+}
+
+void ConsoleShell::printHelp() const {
+    for (const auto& command : commands()) {
+        auto usage = std::string(command.name) + " " + std::string(command.argument);
+        usage.resize(std::max<std::size_t>(usage.size(), 16), ' ');
+        print("  " + usage + "  " + std::string(command.help));
+    }
+    std::vector<std::string> names;
+    for (const auto& row : integrations) names.emplace_back(row.name);
+    print("  CO je jedno z: " + join(names, ", "));
+}
+
+void ConsoleShell::printStatus() {
+    const auto& state = companion_.stav();
+    shownAvailability_.clear();
+    printAvailability();
+    printTrouble();
+    const auto& peer = state.protejsek.value();
+    print("Telefon: " + (peer ? peer->deviceID.rawValue : std::string("žádný")));
+    print("Relay: " + state.relayAdresa.value());
+    printFolders();
+    std::vector<std::string> on;
+    for (const auto& row : integrations)
+        if (companion_.integrations().isOn(row.integration)) on.emplace_back(row.name);
+    print("Zapnuto: " + join(on, ", "));
+}
+
+void ConsoleShell::printFolders() {
+    const auto& folders = companion_.slozky();
+    if (folders.povolene().empty()) print("Složky: žádná není povolená");
+    for (const auto& path : folders.povolene()) {
+        bool needsRenewal = folders.vyzadujiObnoveni().contains(path);
+        print("Složka: " + repairUtf8(path) + (needsRenewal ? " (povol ji znovu)" : ""));
+    }
+}
+
+void ConsoleShell::printAvailability() {
+    auto text = companion_.stav().dostupnost.value().popis(peerName, surroundings_.clock.now());
+    if (std::exchange(shownAvailability_, text) != text) print("Stav: " + text);
+}
+
+void ConsoleShell::printTrouble() {
+    if (const auto& trouble = companion_.stav().potiz.value()) print("Potíž: " + *trouble);
+}
+
+void ConsoleShell::printPairing() {
+    const auto& pairing = companion_.stav().parovani.value();
+    if (pairing.as<StavParovani::Zakladam>()) print("Párování: zakládám pár u relaye…");
+    if (const auto* failed = pairing.as<StavParovani::Chyba>()) print("Párování: " + failed->text);
+    if (pairing.as<StavParovani::Necinne>()) print("Párování: nic neprobíhá");
+    if (const auto* waiting = pairing.as<StavParovani::CekamNaTelefon>()) {
+        print("Kód pro telefon, platí do " + formatDate(waiting->platiDo) + ":");
+        print(waiting->qr);
+        if (surroundings_.drawsPictures) print(qrBlocks(waiting->qr));
+    }
+    if (const auto* compare = pairing.as<StavParovani::OverCislo>()) {
+        shownNumber_ = compare->cislo;
+        print("Číslo k porovnání: " + compare->cislo);
+        print("Je na telefonu stejné? Odpověz „souhlasi“ nebo „neshoduje“.");
+    }
+}
+
+void ConsoleShell::printApproval() {
+    const auto& request = companion_.schvalovani().zadost().value();
+    if (!request) return print("Nic nečeká na potvrzení.");
+    print("Čeká na potvrzení: " + request->title);
+    print(request->detail);
+    print("Odpověz „potvrdit“ nebo „zamitnout“.");
+}
+
+void ConsoleShell::allow(const std::string& path) {
+    surroundings_.picker.choose(path);
+    surroundings_.scope.spawn(allowAndShow());
+}
+
+Task<void> ConsoleShell::allowAndShow() {
+    auto& folders = companion_.slozky();
+    co_await folders.pridat();
+    if (const auto& failure = folders.chybaOpravneni()) print(*failure);
+    printFolders();
+}
+
+void ConsoleShell::disallow(const std::string& path) {
+    auto& folders = companion_.slozky();
+    if (std::ranges::find(folders.povolene(), path) == folders.povolene().end())
+        return print("Složka „" + path + "“ povolená není.");
+    folders.odebrat(path);
+    printFolders();
+}
+
+void ConsoleShell::switchIntegration(const std::string& name, bool value) {
+    auto found = std::ranges::find(integrations, fold(name), &NamedIntegration::name);
+    if (found == integrations.end()) return print("Neznámá skupina „" + name + "“. Seznam ukáže „pomoc“.");
+    companion_.integrations().set(found->integration, value);
+    print(std::string(value ? "Zapnuto: " : "Vypnuto: ") + std::string(found->name));
+}
+
+} // namespace morvex

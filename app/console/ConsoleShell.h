@@ -1,0 +1,62 @@
+#pragma once
+
+#include "app/companion/Companion.h"
+#include "app/console/ConsoleFolderPicker.h"
+#include "foundation/Clock.h"
+
+#include <QProperty>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace morvex {
+
+/// The companion's face where there is no window: a command a line, and a line for whatever changes. Main
+/// thread.
+class ConsoleShell {
+  public:
+    struct Surroundings {
+        const Clock& clock;
+        ConsoleFolderPicker& picker;
+        TaskScope& scope;                       ///< runs what a command starts
+        std::function<void(std::string)> print; ///< takes one line, or several
+        std::function<void()> quit;
+        bool drawsPictures = false; ///< the output is a terminal that can show a QR code
+    };
+
+    ConsoleShell(Companion& companion, Surroundings surroundings);
+
+    /// Handles one line that a person typed.
+    void handle(std::string_view line);
+
+  private:
+    struct Command;
+    static const std::vector<Command>& commands();
+
+    void watch();
+
+    void print(const std::string& text) const { surroundings_.print(text); }
+
+    void printHelp() const;
+    void printStatus();
+    void printFolders();
+    void printAvailability();
+    void printTrouble();
+    void printPairing();
+    void printApproval();
+    void allow(const std::string& path);
+    Task<void> allowAndShow();
+    void disallow(const std::string& path);
+    void switchIntegration(const std::string& name, bool value);
+
+    Companion& companion_;
+    Surroundings surroundings_;
+    std::string shownNumber_;
+    std::string shownAvailability_;
+    std::vector<QPropertyNotifier> notifiers_;
+};
+
+} // namespace morvex

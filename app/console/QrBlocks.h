@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace morvex {
+
+/// A QR code (level L) as lines of half blocks for a terminal, dark on light whatever the terminal's colours,
+/// with the quiet zone that scanners want. An empty text when `content` does not fit into a code.
+std::string qrBlocks(std::string_view content);
+
+} // namespace morvex

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "app/execution/Slozky.h"
+#include "app/execution/SouboryBridge.h"
+#include "app/tools/ToolTable.h"
+
+#include <functional>
+#include <stop_token>
+
+namespace morvex {
+
+/// The tools `mac.files.*`. Main thread; the disk is touched on the worker.
+class FileTools {
+  public:
+    /// `stop` ends a search that is under way.
+    FileTools(const Slozky& slozky, Executor& worker, std::stop_token stop)
+        : slozky_(slozky), soubory_(worker), stop_(std::move(stop)) {}
+
+    /// They are offered while `isOn` and at least one folder is allowed.
+    void addTo(ToolTable& table, std::function<bool()> isOn);
+
+  private:
+    Task<ToolOutcome> search(ToolCall call);
+    Task<ToolOutcome> read(ToolCall call);
+    Task<ToolOutcome> write(ToolCall call);
+
+    const Slozky& slozky_;
+    SouboryBridge soubory_;
+    std::stop_token stop_;
+};
+
+} // namespace morvex

@@ -1,0 +1,128 @@
+#include "app/companion/Companion.h"
+#include "app/console/ConsoleFolderPicker.h"
+#include "app/console/ConsoleShell.h"
+#include "app/console/LineReader.h"
+#include "foundation/ThreadExecutor.h"
+#include "platform/linux/BoottimeClock.h"
+#include "platform/linux/HostnamedName.h"
+#include "platform/linux/InodeBookmarks.h"
+#include "platform/linux/JsonDefaults.h"
+#include "platform/linux/LockFileInstance.h"
+#include "platform/linux/SysfsPower.h"
+#include "platform/linux/SystemRandom.h"
+#include "platform/linux/VaultChoice.h"
+#include "platform/linux/XdgFolders.h"
+#include "platform/net/BeastWebSocketClient.h"
+#include "platform/net/CurlHttpClient.h"
+#include "platform/qt/QtMainExecutor.h"
+#include "platform/qt/UnixSignals.h"
+#include "shared-apple/KeychainStore.h"
+
+#include <QCoreApplication>
+
+#include <csignal>
+#include <cstdio>
+#include <optional>
+#include <string_view>
+#include <unistd.h>
+
+namespace morvex {
+namespace {
+
+constexpr const char* version = MORVEX_VERSION " (" MORVEX_BUILD ")";
+
+constexpr const char* help =
+    R"(morvex: dává telefonu bezpečný přístup k tomuto počítači.
+
+Program nemá žádné volby. Běží, dokud ho neukončíš; spojení, párování a povolené složky
+ovládáš příkazy na jeho vstupu, seznam ukáže příkaz „pomoc“.
+
+  --help      tento text
+  --version   verze programu
+)";
+
+void print(const std::string& text) {
+    std::fprintf(stdout, "%s\n", text.c_str());
+    std::fflush(stdout);
+}
+
+/// Everything that the companion works with. The executors go last: whatever still hops there finds them.
+struct System {
+    QtMainExecutor main;
+    ThreadExecutor storage{"uloziste"};
+    ThreadExecutor workers{"pracovnik", 2};
+    ThreadExecutor link{"spojeni"};
+    BoottimeClock clock;
+    SystemRandom random;
+    BeastWebSocketClient sockets;
+    CurlHttpClient http;
+    XdgFolders folders;
+    JsonDefaults defaults{folders.configuration()};
+    VaultChoice vault{folders.applicationSupport()};
+    KeychainStore uloziste{vault, "zz.bramwicks.tolvy"};
+    InodeBookmarks bookmarks;
+    SysfsPower power;
+    ConsoleFolderPicker picker;
+
+    CompanionServices services() {
+        return {main,   storage,  workers,  {{link, clock, sockets}, random},
+                http,   uloziste, defaults, bookmarks,
+                picker, folders,  power,    HostnamedName().name().value_or("Mac"),
+                version};
+    }
+};
+
+Task<void> endThenQuit(Companion& companion, TaskScope& commands) {
+    co_await companion.ukoncit();
+    commands.stop();
+    co_await commands.join();
+    QCoreApplication::quit();
+}
+
+int run() {
+    System system;
+    LockFileInstance instance(system.folders.applicationSupport());
+    if (!instance.claim()) {
+        std::fputs("Morvex už nad těmito daty běží.\n", stderr);
+        return 1;
+    }
+
+    Companion companion(system.services());
+    TaskScope commands(system.main);
+    TaskScope ending(system.main);
+    auto quit = [&] {
+        if (ending.live() == 0) ending.spawn(endThenQuit(companion, commands));
+    };
+    ConsoleShell shell(companion,
+                       {system.clock, system.picker, commands, print, quit, ::isatty(STDOUT_FILENO) != 0});
+    std::optional<LineReader> reader;
+    if (LineReader::hasInput(STDIN_FILENO))
+        reader.emplace(STDIN_FILENO, [&shell](const std::string& line) { shell.handle(line); });
+    UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
+
+    print("Morvex " + std::string(version) + " běží. Příkazy ukáže „pomoc“.");
+    commands.spawn(companion.spustit());
+    return QCoreApplication::exec();
+}
+
+} // namespace
+} // namespace morvex
+
+int main(int argc, char** argv) {
+    if (argc == 2 && std::string_view(argv[1]) == "--help") {
+        std::fputs(morvex::help, stdout);
+        return 0;
+    }
+    if (argc == 2 && std::string_view(argv[1]) == "--version") {
+        std::puts(morvex::version);
+        return 0;
+    }
+    if (argc > 1) {
+        std::fputs(morvex::help, stderr);
+        return 2;
+    }
+    // A reader that goes away is noticed by the failed write.
+    std::signal(SIGPIPE, SIG_IGN);
+    QCoreApplication application(argc, argv);
+    return morvex::run();
+}

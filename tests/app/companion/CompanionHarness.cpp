@@ -1,0 +1,73 @@
+#include "tests/app/companion/CompanionHarness.h"
+
+#include <filesystem>
+
+namespace morvex {
+
+void CompanionHarness::start() {
+    companion = std::make_unique<Companion>(services());
+    executor.start(companion->spustit());
+    executor.runUntilIdle();
+}
+
+std::shared_ptr<ScriptedSocket> CompanionHarness::startPaired() {
+    mac = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
+    (void)store.held.ulozIdentitu(mac);
+    (void)store.held.ulozProtejsek(phone.asPeer());
+    auto socket = sockets.layOut();
+    start();
+    phone.attach(socket, *mac);
+    return socket;
+}
+
+std::shared_ptr<ScriptedSocket> CompanionHarness::startSecured() {
+    auto socket = startPaired();
+    phone.logIn();
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    executor.runUntilIdle();
+    (void)phone.take();
+    return socket;
+}
+
+void CompanionHarness::end() {
+    EXPECT_TRUE(executor.run(companion->ukoncit()));
+    companion.reset();
+}
+
+std::string CompanionHarness::allowFolder(const std::string& name) {
+    auto path = (temporary.path() / name).string();
+    std::filesystem::create_directory(path);
+    picker.answers.push_back({path});
+    EXPECT_TRUE(executor.run(companion->slozky().pridat()));
+    return path;
+}
+
+CompanionHarness::Answer CompanionHarness::call(const std::string& tool, const std::string& argumentsJSON) {
+    phone.call(tool, argumentsJSON, "req-1");
+    executor.runUntilIdle();
+    for (const auto& received : phone.take())
+        if (const auto* result = received.payload.as<MacPayload::ToolResult>())
+            return {result->ok, result->json, received.requestID};
+    return {};
+}
+
+std::vector<MacStatus> CompanionHarness::takeStatuses() {
+    executor.runUntilIdle();
+    std::vector<MacStatus> statuses;
+    for (const auto& received : phone.take())
+        if (const auto* status = received.payload.as<MacPayload::Status>()) {
+            EXPECT_EQ(received.requestID, "status");
+            statuses.push_back(status->status);
+        }
+    return statuses;
+}
+
+CompanionServices CompanionHarness::services() {
+    return {executor,   executor, executor, {{executor, clock, sockets}, random},
+            http,       store,    defaults, bookmarks,
+            picker,     folders,  power,    "Počítač",
+            "1.2.3 (4)"};
+}
+
+} // namespace morvex

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "app/companion/Companion.h"
+#include "platform/memory/FakeFolderPicker.h"
+#include "platform/memory/FakePower.h"
+#include "platform/memory/FixedFolders.h"
+#include "platform/memory/ManualClock.h"
+#include "platform/memory/ManualExecutor.h"
+#include "platform/memory/MemoryBookmarks.h"
+#include "platform/memory/MemoryDefaults.h"
+#include "platform/memory/ScriptedHttp.h"
+#include "platform/memory/ScriptedRandom.h"
+#include "platform/memory/ScriptedSockets.h"
+#include "tests/app/companion/FailingStore.h"
+#include "tests/support/ScriptedPhone.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// A companion among fakes, on one executor that the test drives.
+class CompanionHarness : public testing::Test {
+  protected:
+    struct Answer {
+        bool ok = false;
+        std::string json;
+        std::string requestID;
+    };
+
+    ~CompanionHarness() override {
+        if (companion) end();
+    }
+
+    /// A companion that knows no phone unless the store does, started.
+    void start();
+    /// A companion that was paired with `phone` before, started; the socket of its first connection.
+    std::shared_ptr<ScriptedSocket> startPaired();
+    /// The same with a session, and everything taken that was sent until then.
+    std::shared_ptr<ScriptedSocket> startSecured();
+    void end();
+
+    /// Allows a new folder with this name below the temporary one.
+    std::string allowFolder(const std::string& name);
+
+    /// Calls a tool as the phone does; an empty answer when none came.
+    Answer call(const std::string& tool, const std::string& argumentsJSON);
+
+    std::vector<MacStatus> takeStatuses();
+
+    [[nodiscard]] std::string availability() const {
+        return companion->stav().dostupnost.value().popis("Telefon", clock.now());
+    }
+
+    [[nodiscard]] std::string trouble() const { return companion->stav().potiz.value().value_or("none"); }
+
+    TemporaryFolder temporary;
+    ManualExecutor executor;
+    ManualClock clock;
+    ScriptedRandom random;
+    ScriptedSockets sockets;
+    ScriptedHttp http;
+    FailingStore store;
+    MemoryDefaults defaults;
+    MemoryBookmarks bookmarks;
+    FakeFolderPicker picker;
+    FixedFolders folders;
+    FakePower power;
+    ScriptedPhone phone{clock};
+    std::shared_ptr<const DeviceIdentity> mac;
+    std::unique_ptr<Companion> companion;
+
+  private:
+    CompanionServices services();
+};
+
+} // namespace morvex

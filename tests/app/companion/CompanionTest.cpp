@@ -1,0 +1,192 @@
+#include "shared/wire/Json.h"
+#include "tests/app/companion/CompanionHarness.h"
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+using CompanionTest = CompanionHarness;
+
+TEST_F(CompanionTest, WithoutAPeerStaysUnpairedAndConnectsNowhere) {
+    start();
+    EXPECT_EQ(availability(), "Nespárováno");
+    EXPECT_TRUE(sockets.urls.empty());
+    EXPECT_EQ(trouble(), "none");
+}
+
+TEST_F(CompanionTest, MakesAnIdentityOnceAndKeepsIt) {
+    start();
+    auto first = store.held.nactiIdentitu().value();
+    ASSERT_TRUE(first);
+    end();
+    start();
+    EXPECT_EQ(store.held.nactiIdentitu().value()->deviceID(), first->deviceID());
+}
+
+TEST_F(CompanionTest, AStoreThatFailsAtStartEndsTheStart) {
+    for (auto* failure : {&store.failLoad, &store.failSave, &store.failPeerLoad}) {
+        *failure = TextError{"Trezor odmítl."};
+        start();
+        EXPECT_EQ(availability(), "Párování neplatí — Trezor odmítl.");
+        EXPECT_EQ(trouble(), "Trezor odmítl.");
+        EXPECT_EQ(companion->stav().stavClauda.value().problem, "Zjišťuji…") << "no refresh ran";
+        end();
+        failure->reset();
+        (void)store.held.smazIdentitu();
+    }
+}
+
+TEST_F(CompanionTest, ConnectsToTheRelayOfThePeerAndBecomesReady) {
+    auto socket = startPaired();
+    EXPECT_EQ(sockets.urls, std::vector<std::string>{"ws://relay.example/v1/ws?v=1.4"});
+    EXPECT_EQ(availability(), "Připojuji…");
+    phone.logIn(false);
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Telefon není připojený");
+    phone.deliver({RelayMessage::PeerOnline{true}});
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Připraven");
+}
+
+TEST_F(CompanionTest, APeerWithAnUnusableRelayAddressIsToldAndTheRefreshRunsAllTheSame) {
+    mac = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
+    (void)store.held.ulozIdentitu(mac);
+    (void)store.held.ulozProtejsek(phone.asPeer("nesmysl"));
+    start();
+    EXPECT_EQ(availability(),
+              "Párování neplatí — Zařízení není spárované. Uložená adresa relaye nedává smysl.");
+    EXPECT_EQ(trouble(), "Zařízení není spárované. Uložená adresa relaye nedává smysl.");
+    EXPECT_NE(companion->stav().stavClauda.value().problem, "Zjišťuji…");
+    EXPECT_TRUE(store.held.nactiProtejsek().value()) << "the peer is not forgotten";
+}
+
+TEST_F(CompanionTest, ReadyClearsTheTroubleAndSendsTheStatusEachTime) {
+    auto socket = startPaired();
+    phone.logIn();
+    executor.runUntilIdle();
+    EXPECT_EQ(trouble(), "Stav se nepodařilo odeslat: Mac není dostupný.");
+    phone.exchangeHellos();
+    EXPECT_EQ(takeStatuses().size(), 1U);
+    EXPECT_EQ(trouble(), "none");
+
+    auto second = sockets.layOut();
+    socket->breakWith("přerušeno");
+    executor.runUntilIdle();
+    EXPECT_EQ(trouble(), "přerušeno");
+    clock.advance(1s);
+    executor.runUntilIdle();
+    phone.attach(second, *mac);
+    phone.logIn();
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    EXPECT_EQ(takeStatuses().size(), 1U);
+}
+
+TEST_F(CompanionTest, AnErrorOfTheLinkIsShownAndTheLinkStays) {
+    startSecured();
+    phone.deliver({RelayMessage::Forward{keyExchange(phone.pair, phone.identity.deviceID(), mac->deviceID(),
+                                                     "session", toBytes("ne"), clock.now(), {})}});
+    executor.runUntilIdle();
+    EXPECT_EQ(trouble(), "Protějšek poslal představení, kterému nerozumím.");
+    EXPECT_EQ(availability(), "Připraven");
+    EXPECT_TRUE(call("mac.status", "{}").ok);
+}
+
+TEST_F(CompanionTest, ARevokedPairDeletesThePeerEvenWhenNobodyPairs) {
+    auto socket = startSecured();
+    store.failDelete = TextError{"Trezor odmítl."};
+    phone.deliver({RelayMessage::Failure{RelayFailure::revoked, "Pryč."}});
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Párování neplatí — Zařízení bylo odvoláno.");
+    EXPECT_FALSE(companion->stav().protejsek.value());
+    EXPECT_TRUE(store.held.nactiProtejsek().value()) << "that the vault refused is ignored";
+
+    store.failDelete.reset();
+    end();
+    start();
+    sockets.layOut();
+    EXPECT_TRUE(companion->stav().protejsek.value());
+}
+
+TEST_F(CompanionTest, SleepTakesTheLinkDownAndWakeBuildsItAnew) {
+    auto socket = startSecured();
+    companion->naUsnuti();
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Telefon spí (1 min)");
+    ASSERT_FALSE(socket->closed.empty());
+    EXPECT_EQ(socket->closed[0], CloseCode::goingAway);
+    EXPECT_EQ(clock.waiting(), 0U);
+
+    auto second = sockets.layOut();
+    companion->naProbuzeni();
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Připojuji…");
+    EXPECT_EQ(sockets.urls.size(), 2U);
+}
+
+TEST_F(CompanionTest, LateEventsOfAnOldLinkDoNotOverwriteTheSleep) {
+    auto socket = startSecured();
+    phone.deliver({RelayMessage::PeerOnline{false}});
+    socket->breakWith("přerušeno");
+    companion->naUsnuti();
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Telefon spí (1 min)");
+}
+
+TEST_F(CompanionTest, AWakeWithoutAPeerChangesNothing) {
+    start();
+    companion->naUsnuti();
+    companion->naProbuzeni();
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Telefon spí (1 min)");
+    EXPECT_TRUE(sockets.urls.empty());
+}
+
+TEST_F(CompanionTest, DisconnectingLeavesTheAvailabilityAsItIs) {
+    startSecured();
+    companion->odpojit();
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Připraven");
+}
+
+TEST_F(CompanionTest, ConnectingAgainReplacesTheLink) {
+    auto first = startSecured();
+    auto second = sockets.layOut();
+    companion->pripojit();
+    executor.runUntilIdle();
+    ASSERT_FALSE(first->closed.empty());
+    EXPECT_EQ(sockets.urls.size(), 2U);
+    phone.attach(second, *mac);
+    phone.logIn();
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Připraven");
+}
+
+TEST_F(CompanionTest, KeepsTheRelayAddressOnEveryChangingWrite) {
+    start();
+    EXPECT_EQ(companion->stav().relayAdresa.value(), "http://127.0.0.1:8787");
+    int writes = defaults.writes;
+    companion->setRelayAdresa("http://127.0.0.1:8787");
+    EXPECT_EQ(defaults.writes, writes);
+    companion->setRelayAdresa("https://relay.example");
+    EXPECT_EQ(defaults.text("relay.adresa"), "https://relay.example");
+    end();
+    start();
+    EXPECT_EQ(companion->stav().relayAdresa.value(), "https://relay.example");
+}
+
+TEST_F(CompanionTest, AnEqualWriteNotifiesNobody) {
+    startSecured();
+    int notified = 0;
+    auto notifier = companion->stav().dostupnost.addNotifier([&notified] { ++notified; });
+    phone.exchangeHellos();
+    executor.runUntilIdle();
+    EXPECT_EQ(notified, 0);
+}
+
+} // namespace
+} // namespace morvex

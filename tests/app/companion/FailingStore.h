@@ -1,0 +1,47 @@
+#pragma once
+
+#include "shared-apple/PametoveUloziste.h"
+
+#include <optional>
+#include <utility>
+
+namespace morvex {
+
+/// An identity store that fails when a test says so.
+class FailingStore final : public IdentityStore {
+  public:
+    Result<std::shared_ptr<const DeviceIdentity>> nactiIdentitu() override {
+        if (failLoad) return fail(*failLoad);
+        return held.nactiIdentitu();
+    }
+
+    Result<void> ulozIdentitu(std::shared_ptr<const DeviceIdentity> identita) override {
+        if (failSave) return fail(*failSave);
+        return held.ulozIdentitu(std::move(identita));
+    }
+
+    Result<void> smazIdentitu() override { return held.smazIdentitu(); }
+
+    Result<std::optional<PairedPeer>> nactiProtejsek() override {
+        if (failPeerLoad) return fail(*failPeerLoad);
+        return held.nactiProtejsek();
+    }
+
+    Result<void> ulozProtejsek(const PairedPeer& protejsek) override {
+        if (failSave) return fail(*failSave);
+        return held.ulozProtejsek(protejsek);
+    }
+
+    Result<void> smazProtejsek() override {
+        if (failDelete) return fail(*failDelete);
+        return held.smazProtejsek();
+    }
+
+    std::optional<TextError> failLoad;
+    std::optional<TextError> failPeerLoad;
+    std::optional<TextError> failSave;
+    std::optional<TextError> failDelete;
+    PametoveUloziste held;
+};
+
+} // namespace morvex

@@ -1,0 +1,300 @@
+#include "shared/trust/Parovani.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/PairingHello.h"
+#include "shared/wire/RelayCalls.h"
+#include "tests/app/companion/CompanionHarness.h"
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+class PairingFlowTest : public CompanionHarness {
+  protected:
+    PairingFlow& flow() { return companion->parovani(); }
+
+    const StavParovani& state() { return companion->stav().parovani.value(); }
+
+    std::string failure() {
+        const auto* failed = state().as<StavParovani::Chyba>();
+        return failed ? failed->text : "none";
+    }
+
+    void layOutPair(const std::string& pair = "NEW") {
+        ZalozitOdpoved reply{{pair}, "token-1", clock.now() + 10min};
+        http.replies.push_back({200, encode(reply)});
+    }
+
+    /// Starts a pairing up to the QR code; the socket of the pairing link.
+    std::shared_ptr<ScriptedSocket> beginPairing(const std::string& pair = "NEW") {
+        layOutPair(pair);
+        auto socket = sockets.layOut();
+        flow().zacitParovani();
+        executor.runUntilIdle();
+        mac = store.held.nactiIdentitu().value();
+        phone.pair = {pair};
+        phone.attach(socket, *mac);
+        phone.logIn(false);
+        executor.runUntilIdle();
+        return socket;
+    }
+
+    void sendHello(const PairingHello& hello, const std::string& requestID = "parovani") {
+        sendBytes(toBytes(encode(hello)), requestID);
+    }
+
+    void sendBytes(Bytes bytes, const std::string& requestID = "parovani") {
+        phone.deliver(
+            {RelayMessage::Forward{keyExchange(phone.pair, phone.identity.deviceID(), mac->deviceID(),
+                                               requestID, std::move(bytes), clock.now(), {})}});
+        executor.runUntilIdle();
+    }
+
+    PairingHello hello() { return Parovani::makeHello(phone.identity, phone.pair); }
+
+    std::string number() { return Parovani::comparisonNumber(mac->pairKey(phone.asPeer()).value()); }
+};
+
+TEST_F(PairingFlowTest, ShowsACodeWithThePublicKeysOfThisComputer) {
+    start();
+    beginPairing();
+    const auto* waiting = state().as<StavParovani::CekamNaTelefon>();
+    ASSERT_TRUE(waiting);
+    EXPECT_EQ(waiting->platiDo, clock.now() + 10min);
+    auto bundle = Parovani::bundleOf(waiting->qr).value();
+    EXPECT_EQ(bundle.pairID, PairID{"NEW"});
+    EXPECT_EQ(bundle.pairingToken, "token-1");
+    EXPECT_EQ(bundle.relayURL, "http://127.0.0.1:8787");
+    EXPECT_EQ(bundle.signingKey, mac->signingKey());
+    EXPECT_EQ(bundle.agreementKey, mac->agreementKey());
+    ASSERT_EQ(http.requests.size(), 1U);
+    EXPECT_EQ(http.requests[0].url, "http://127.0.0.1:8787/v1/pair/create");
+    EXPECT_EQ(decode<ZalozitPozadavek>(http.requests[0].body).value().role, DeviceRole::mac);
+}
+
+TEST_F(PairingFlowTest, AgreeingKeepsThePeerAndConnects) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    const auto* compare = state().as<StavParovani::OverCislo>();
+    ASSERT_TRUE(compare);
+    EXPECT_EQ(compare->cislo, number());
+    EXPECT_FALSE(store.held.nactiProtejsek().value()) << "nothing is kept before the user agreed";
+
+    auto linkSocket = sockets.layOut();
+    flow().potvrditCislo(compare->cislo);
+    executor.runUntilIdle();
+    EXPECT_EQ(state(), StavParovani{});
+    auto kept = store.held.nactiProtejsek().value();
+    ASSERT_TRUE(kept);
+    EXPECT_EQ(kept->deviceID, phone.identity.deviceID());
+    EXPECT_EQ(kept->role, DeviceRole::phone);
+    EXPECT_EQ(kept->relayURL, "http://127.0.0.1:8787");
+    EXPECT_EQ(companion->stav().protejsek.value(), kept);
+    phone.attach(linkSocket, *mac);
+    phone.logIn();
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Připraven");
+}
+
+TEST_F(PairingFlowTest, ANumberThatIsNoLongerOnScreenConfirmsNothing) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    auto first = number();
+    auto other = DeviceIdentity::generate();
+    sendHello(Parovani::makeHello(other, phone.pair));
+    EXPECT_NE(state().as<StavParovani::OverCislo>()->cislo, first) << "a later hello replaces the number";
+    flow().potvrditCislo(first);
+    executor.runUntilIdle();
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+}
+
+TEST_F(PairingFlowTest, ANumberThatDiffersKeepsNothing) {
+    start();
+    auto socket = beginPairing();
+    sendHello(hello());
+    flow().odmitnoutCislo();
+    executor.runUntilIdle();
+    EXPECT_EQ(failure(),
+              "Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude "
+              "opakovat, někdo poslouchá.");
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    EXPECT_FALSE(socket->closed.empty());
+}
+
+TEST_F(PairingFlowTest, SentencesForAHelloThatIsNoGood) {
+    start();
+    beginPairing();
+    sendBytes(toBytes("ne"));
+    EXPECT_TRUE(failure().starts_with("Telefon poslal nekompatibilní párovací zprávu: ")) << failure();
+
+    auto forged = hello();
+    forged.agreementKey = DeviceIdentity::generate().agreementKey();
+    sendHello(forged);
+    EXPECT_EQ(failure(), "Představení telefonu má neplatný podpis. Nic jsem neuložil.");
+
+    auto otherName = hello();
+    otherName.device = {"AAAA"};
+    sendHello(otherName);
+    EXPECT_EQ(failure(), "Představení telefonu má neplatný podpis. Nic jsem neuložil.");
+
+    auto unsafe = hello();
+    unsafe.agreementKey = AgreementPublicKey{};
+    auto signedText = Parovani::helloSignedText(phone.pair, unsafe.device, unsafe.agreementKey);
+    unsafe.signature = phone.identity.sign(asBytes(signedText));
+    sendHello(unsafe);
+    EXPECT_TRUE(failure().starts_with("Klíč telefonu nejde použít: ")) << failure();
+
+    flow().potvrditCislo("");
+    executor.runUntilIdle();
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    sendHello(hello());
+    EXPECT_TRUE(state().as<StavParovani::OverCislo>()) << "a good hello is still accepted afterwards";
+}
+
+TEST_F(PairingFlowTest, EnvelopesThatAreNotForThisPairingChangeNothing) {
+    start();
+    beginPairing();
+    auto before = state();
+    sendHello(hello(), "session");
+    phone.deliver(
+        {RelayMessage::Forward{keyExchange({"OTHER"}, phone.identity.deviceID(), mac->deviceID(), "parovani",
+                                           toBytes(encode(hello())), clock.now(), {})}});
+    phone.deliver(
+        {RelayMessage::Forward{keyExchange(phone.pair, phone.identity.deviceID(), {"SOMEBODY"}, "parovani",
+                                           toBytes(encode(hello())), clock.now(), {})}});
+    auto data = keyExchange(phone.pair, phone.identity.deviceID(), mac->deviceID(), "parovani",
+                            toBytes(encode(hello())), clock.now(), {});
+    data.kind = EnvelopeKind::data;
+    phone.deliver({RelayMessage::Forward{data}});
+    executor.runUntilIdle();
+    EXPECT_EQ(state(), before);
+}
+
+TEST_F(PairingFlowTest, AnAddressWithoutAHostIsRefusedInWords) {
+    start();
+    for (const char* bad : {"nesmysl", "", "http://", "http:///v1", "a b"}) {
+        companion->setRelayAdresa(bad);
+        flow().zacitParovani();
+        EXPECT_EQ(failure(), "Adresa relaye nedává smysl.") << bad;
+    }
+    EXPECT_TRUE(http.requests.empty());
+}
+
+TEST_F(PairingFlowTest, ARelayThatRefusesIsQuoted) {
+    start();
+    http.replies.push_back({429, R"({"reason":"Moc pokusů."})"});
+    flow().zacitParovani();
+    EXPECT_TRUE(state().as<StavParovani::Zakladam>());
+    executor.runUntilIdle();
+    EXPECT_EQ(failure(), "Moc pokusů.");
+    flow().zacitParovani();
+    executor.runUntilIdle();
+    EXPECT_EQ(failure(), "síť neodpovídá");
+}
+
+TEST_F(PairingFlowTest, WithoutAnIdentityNothingBegins) {
+    store.failLoad = TextError{"Trezor odmítl."};
+    start();
+    flow().zacitParovani();
+    executor.runUntilIdle();
+    EXPECT_EQ(state(), StavParovani{});
+    EXPECT_TRUE(http.requests.empty());
+}
+
+TEST_F(PairingFlowTest, TheSecondOfTwoBeginningsCounts) {
+    start();
+    layOutPair("FIRST");
+    layOutPair("SECOND");
+    flow().zacitParovani();
+    flow().zacitParovani();
+    executor.runUntilIdle();
+    ASSERT_TRUE(state().as<StavParovani::CekamNaTelefon>());
+    EXPECT_EQ(Parovani::bundleOf(state().as<StavParovani::CekamNaTelefon>()->qr).value().pairID,
+              PairID{"SECOND"});
+}
+
+TEST_F(PairingFlowTest, TheOldLinkFallsOnlyAfterTheNewPairWasMade) {
+    auto old = startSecured();
+    http.replies.push_back({500, ""});
+    flow().zacitParovani();
+    executor.runUntilIdle();
+    EXPECT_EQ(failure(), "Relay odmítl požadavek (500).");
+    EXPECT_TRUE(old->closed.empty());
+    EXPECT_EQ(availability(), "Připraven");
+    beginPairing();
+    EXPECT_FALSE(old->closed.empty());
+}
+
+TEST_F(PairingFlowTest, CancellingBringsTheOldPhoneBack) {
+    startSecured();
+    beginPairing();
+    auto urls = sockets.urls.size();
+    sockets.layOut();
+    flow().zrusitParovani();
+    executor.runUntilIdle();
+    EXPECT_EQ(state(), StavParovani{});
+    EXPECT_EQ(sockets.urls.size(), urls + 1);
+    EXPECT_EQ(availability(), "Připojuji…");
+}
+
+TEST_F(PairingFlowTest, CancellingWhileThePairIsMadeDropsTheLateAnswer) {
+    start();
+    layOutPair();
+    flow().zacitParovani();
+    flow().zrusitParovani();
+    executor.runUntilIdle();
+    EXPECT_EQ(state(), StavParovani{});
+    EXPECT_TRUE(sockets.urls.empty());
+}
+
+TEST_F(PairingFlowTest, APeerThatCannotBeKeptIsToldAndNotUsed) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    store.failSave = TextError{"Trezor odmítl."};
+    flow().potvrditCislo(number());
+    executor.runUntilIdle();
+    EXPECT_EQ(failure(), "Párování se nepodařilo uložit: Trezor odmítl.");
+    EXPECT_FALSE(companion->stav().protejsek.value());
+}
+
+TEST_F(PairingFlowTest, RevocationNamesThePhoneAndForgetsItWhateverTheRelaySays) {
+    for (int status : {204, 500, 0}) {
+        auto socket = startSecured();
+        http.requests.clear();
+        if (status != 0) http.replies.push_back({status, ""});
+        flow().odvolat();
+        executor.runUntilIdle();
+        ASSERT_EQ(http.requests.size(), 1U);
+        EXPECT_EQ(http.requests[0].url, "http://relay.example/v1/device/revoke");
+        auto request = decode<OdvolatPozadavek>(http.requests[0].body).value();
+        EXPECT_EQ(request.target, phone.identity.deviceID());
+        EXPECT_EQ(request.by, mac->deviceID());
+        EXPECT_FALSE(store.held.nactiProtejsek().value());
+        EXPECT_FALSE(companion->stav().protejsek.value());
+        EXPECT_EQ(availability(), "Nespárováno");
+        EXPECT_FALSE(socket->closed.empty());
+        end();
+    }
+}
+
+TEST_F(PairingFlowTest, RevocationWithoutAPhoneOrWithoutAUsableAddressDoesNothing) {
+    start();
+    flow().odvolat();
+    executor.runUntilIdle();
+    EXPECT_TRUE(http.requests.empty());
+    end();
+    (void)store.held.ulozProtejsek(phone.asPeer("nesmysl"));
+    start();
+    flow().odvolat();
+    executor.runUntilIdle();
+    EXPECT_TRUE(http.requests.empty());
+    EXPECT_TRUE(companion->stav().protejsek.value());
+}
+
+} // namespace
+} // namespace morvex

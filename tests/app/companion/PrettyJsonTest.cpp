@@ -1,0 +1,28 @@
+#include "app/companion/PrettyJson.h"
+
+#include "shared/wire/Json.h"
+
+#include <gtest/gtest.h>
+
+namespace morvex {
+namespace {
+
+TEST(PrettyJson, SortsKeysAndGivesEachALine) {
+    auto value = parseJson(R"({"b":[1,{"z":null,"a":true}],"a":"ř\n","c":{},"d":[]})").value();
+    EXPECT_EQ(prettyJson(value.as_object()), "{\n"
+                                             "  \"a\" : \"ř\\n\",\n"
+                                             "  \"b\" : [\n"
+                                             "    1,\n"
+                                             "    {\n"
+                                             "      \"a\" : true,\n"
+                                             "      \"z\" : null\n"
+                                             "    }\n"
+                                             "  ],\n"
+                                             "  \"c\" : {},\n"
+                                             "  \"d\" : []\n"
+                                             "}");
+    EXPECT_EQ(prettyJson({}), "{}");
+}
+
+} // namespace
+} // namespace morvex

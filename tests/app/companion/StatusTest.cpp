@@ -1,0 +1,100 @@
+#include "shared/wire/ToolCatalogue.h"
+#include "tests/app/companion/CompanionHarness.h"
+
+namespace morvex {
+namespace {
+
+using StatusTest = CompanionHarness;
+
+TEST_F(StatusTest, TellsWhatThisComputerCanDo) {
+    startSecured();
+    allowFolder("Projekty");
+    power.mains = false;
+    companion->obnovit();
+    auto statuses = takeStatuses();
+    ASSERT_FALSE(statuses.empty());
+    const auto& status = statuses.back();
+    EXPECT_EQ(status.protocolVersion, ProtocolVersion::current);
+    EXPECT_EQ(status.appVersion, "1.2.3 (4)");
+    EXPECT_EQ(status.deviceName, "Počítač");
+    EXPECT_EQ(status.allowedFolders, std::vector<std::string>{"Projekty"});
+    EXPECT_EQ(status.tools, companion->nastroje().nabizeneNastroje());
+    EXPECT_FALSE(status.runningTask);
+    EXPECT_FALSE(status.onPower);
+    EXPECT_FALSE(status.mailAvailable);
+    EXPECT_EQ(wholeSeconds(status.sentAt), wholeSeconds(clock.now()));
+    EXPECT_EQ(status.claude.problem, "Tahle verze s kódovacími agenty ještě neumí pracovat.");
+    EXPECT_FALSE(status.claude.installed);
+}
+
+TEST_F(StatusTest, AnAgentThatIsSwitchedOffSaysSoWhateverWasDetected) {
+    startSecured();
+    companion->stav().stavClauda = AgentStatus{true, "1.0", "/usr/bin", {}};
+    companion->integrations().set(Integration::claude, false);
+    auto status = takeStatuses().back();
+    EXPECT_EQ(status.claude, (AgentStatus{false, {}, {}, "Vypnuto"}));
+    EXPECT_NE(status.codex.problem, "Vypnuto");
+}
+
+TEST_F(StatusTest, MailCanBeAvailableWithoutAnyMailTool) {
+    startSecured();
+    companion->stav().postaDostupna = true;
+    companion->obnovit();
+    auto status = takeStatuses().back();
+    EXPECT_TRUE(status.mailAvailable);
+    for (const auto& tool : status.tools) EXPECT_FALSE(tool.name.starts_with("mac.mail.")) << tool.name;
+}
+
+TEST_F(StatusTest, IsSentOnEveryChangeOfFoldersAndSwitches) {
+    startSecured();
+    allowFolder("Projekty");
+    EXPECT_FALSE(takeStatuses().empty());
+    companion->integrations().set(Integration::terminal, false);
+    EXPECT_EQ(takeStatuses().size(), 1U);
+    companion->integrations().set(Integration::terminal, false);
+    EXPECT_TRUE(takeStatuses().empty());
+}
+
+TEST_F(StatusTest, AChangeOfThePowerAloneSendsNothing) {
+    startSecured();
+    power.mains = false;
+    EXPECT_TRUE(takeStatuses().empty());
+}
+
+TEST_F(StatusTest, WithoutALinkNothingIsSentAndNoTroubleIsTold) {
+    start();
+    companion->obnovit();
+    executor.runUntilIdle();
+    EXPECT_EQ(trouble(), "none");
+}
+
+TEST_F(StatusTest, AFailedStatusIsTheOneSendThatIsTold) {
+    startPaired();
+    phone.logIn(false);
+    executor.runUntilIdle();
+    EXPECT_EQ(trouble(), "Stav se nepodařilo odeslat: Mac není dostupný.");
+}
+
+TEST(StatusReport, TheListLeavesOutWhatThePhoneHasOfItsOwn) {
+    MemoryDefaults defaults;
+    MacIntegrationSettings integrations(defaults);
+    MemoryBookmarks bookmarks;
+    FakeFolderPicker picker;
+    FixedFolders folders;
+    FakePower power;
+    CompanionState state;
+    auto slozky = Slozky::create(defaults, bookmarks, picker, folders);
+    StatusReport report{state, integrations, *slozky, power, "1 (1)", "Mac"};
+    auto offer = ToolCatalogue::descriptors();
+    std::vector<std::string> listed;
+    for (const auto& tool : report.at({}, offer).tools) listed.push_back(tool.name);
+    EXPECT_EQ(listed, (std::vector<std::string>{"mac.status", "mac.web.search", "mac.codex.run",
+                                                "mac.codex.cancel", "mac.claude.run", "mac.claude.cancel",
+                                                "mac.agent.rename", "mac.files.search", "mac.files.read",
+                                                "mac.files.write", "mac.terminal.run", "mac.mail.search",
+                                                "mac.mail.read", "mac.mail.send", "mac.mail.createDraft"}));
+    EXPECT_EQ(report.forTool(offer)["tools"].as_array().size(), offer.size());
+}
+
+} // namespace
+} // namespace morvex

@@ -1,0 +1,187 @@
+#include "shared/wire/Json.h"
+#include "tests/app/companion/CompanionHarness.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+using ToolPathTest = CompanionHarness;
+
+std::string errorOf(const std::string& sentence) {
+    return encode(boost::json::object{{"error", sentence}});
+}
+
+std::vector<std::string> namesOf(const std::vector<ToolDescriptor>& tools) {
+    std::vector<std::string> names;
+    for (const auto& tool : tools) names.push_back(tool.name);
+    return names;
+}
+
+TEST_F(ToolPathTest, TheStatusToolTellsWhatThisComputerIs) {
+    startSecured();
+    allowFolder("Ukázka");
+    auto answer = call("mac.status", "{}");
+    EXPECT_TRUE(answer.ok);
+    EXPECT_EQ(answer.requestID, "req-1");
+    auto result = parseJson(answer.json).value().as_object();
+    EXPECT_EQ(result["device"], "Počítač");
+    EXPECT_EQ(result["app_version"], "1.2.3 (4)");
+    EXPECT_EQ(result["busy"], "");
+    EXPECT_EQ(result["folders"], (boost::json::array{"Ukázka"}));
+    EXPECT_EQ(result["tools"],
+              (boost::json::array{"mac.status", "mac.files.search", "mac.files.read", "mac.files.write"}));
+    EXPECT_EQ(result["claude"], "Tahle verze s kódovacími agenty ještě neumí pracovat.");
+    EXPECT_EQ(result["codex"], "Tahle verze s kódovacími agenty ještě neumí pracovat.");
+    EXPECT_EQ(result.size(), 7U);
+}
+
+TEST_F(ToolPathTest, ReadsWritesAndSearchesFilesInAnAllowedFolder) {
+    startSecured();
+    auto folder = allowFolder("Projekty");
+    auto written = call("mac.files.write", R"({"path":"nové/poznámka.txt","content":"ahoj"})");
+    EXPECT_TRUE(written.ok);
+    EXPECT_EQ(written.json, R"({"written":"poznámka.txt"})");
+    EXPECT_TRUE(std::filesystem::exists(folder + "/nové/poznámka.txt"));
+    auto read = call("mac.files.read", R"({"path":"Projekty/nové/poznámka.txt"})");
+    EXPECT_EQ(read.json, R"({"content":"ahoj"})");
+    auto found = call("mac.files.search", R"({"pattern":"POZN"})");
+    EXPECT_EQ(found.json, R"({"count":1,"files":["nové/poznámka.txt"]})");
+    EXPECT_EQ(call("mac.files.search", "{}").json, found.json);
+}
+
+TEST_F(ToolPathTest, SentencesOfTheFileTools) {
+    startSecured();
+    auto folder = allowFolder("Projekty");
+    std::ofstream(folder + "/je.txt") << "je";
+    const std::vector<std::array<std::string, 3>> rows{
+        {"mac.files.read", "{}", "Chybí cesta."},
+        {"mac.files.read", R"({"path":5})", "Chybí cesta."},
+        {"mac.files.read", R"({"path":"  "})", "Chybí cesta k souboru."},
+        {"mac.files.read", R"({"path":"../../etc/hosts"})",
+         "Cesta hosts leží mimo povolené složky. Nesahám na ni."},
+        {"mac.files.read", R"({"path":"není.txt"})", "není.txt není soubor."},
+        {"mac.files.write", R"({"path":"a.txt"})", "Chybí cesta nebo obsah."},
+        {"mac.files.write", R"({"path":"a.txt","content":""})", "Chybí cesta nebo obsah."},
+        {"mac.files.write", R"({"path":"","content":"x"})", "Chybí cesta nebo obsah."},
+        {"mac.files.write", R"({"path":"je.txt","content":"x"})",
+         "Soubor je.txt už existuje. Přepsání musíš potvrdit — to zatím neumím."},
+        {"mac.files.read", R"({"path":"a.txt","folder":"Jiná"})",
+         "Urči povolenou složku. Povolené: Projekty."},
+        {"mac.files.search", R"({"folder":"Jiná"})", "Neurčil jsi složku. Povolené: Projekty."},
+    };
+    for (const auto& [tool, arguments, sentence] : rows) {
+        auto answer = call(tool, arguments);
+        EXPECT_FALSE(answer.ok) << arguments;
+        EXPECT_EQ(answer.json, errorOf(sentence)) << arguments;
+    }
+}
+
+TEST_F(ToolPathTest, BadArgumentsAreNoArguments) {
+    startSecured();
+    allowFolder("Projekty");
+    for (const char* bad : {"[1,2]", "ne", "", "5", "null", "{\"path\":\"a\"", "{} {}"})
+        EXPECT_EQ(call("mac.files.read", bad).json, errorOf("Chybí cesta.")) << bad;
+}
+
+TEST_F(ToolPathTest, AToolThatIsNotOnOfferEndsInOneSentenceAndInTheTrouble) {
+    startSecured();
+    allowFolder("Projekty");
+    companion->integrations().set(Integration::files, false);
+    auto answer = call("mac.files.read", R"({"path":"a.txt"})");
+    EXPECT_FALSE(answer.ok);
+    EXPECT_EQ(answer.json, errorOf("Nástroj mac.files.read tenhle Mac nemá."));
+    EXPECT_EQ(trouble(), "Byl požadován nástroj mac.files.read, který tento Mac neumí.");
+}
+
+TEST_F(ToolPathTest, WithoutAnAllowedFolderNoFileToolIsOffered) {
+    startSecured();
+    EXPECT_EQ(namesOf(companion->nastroje().nabizeneNastroje()), std::vector<std::string>{"mac.status"});
+    auto folder = allowFolder("Projekty");
+    EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 4U);
+    companion->slozky().odebrat(folder);
+    EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 1U);
+}
+
+TEST_F(ToolPathTest, ReservedAndUnknownNamesAreRefusedAlike) {
+    startSecured();
+    for (const char* name : {"mac.terminal.cancel", "mac.app.open", "mac.custom.x", "rm", ""})
+        EXPECT_EQ(call(name, "{}").json, errorOf("Nástroj " + std::string(name) + " tenhle Mac nemá."));
+}
+
+TEST_F(ToolPathTest, CallsOfThePhoneAreAnsweredInTheirOrder) {
+    startSecured();
+    allowFolder("Projekty");
+    phone.call("mac.files.write", R"({"path":"a.txt","content":"1"})", "first");
+    phone.call("mac.files.read", R"({"path":"a.txt"})", "second");
+    executor.runUntilIdle();
+    std::vector<std::string> order;
+    for (const auto& received : phone.take())
+        if (received.payload.as<MacPayload::ToolResult>()) order.push_back(received.requestID);
+    EXPECT_EQ(order, (std::vector<std::string>{"first", "second"}));
+}
+
+TEST_F(ToolPathTest, MessagesThatChangeNothing) {
+    startSecured();
+    auto before = companion->stav().potiz.value();
+    phone.send({MacPayload::Cancel{}}, "req-1");
+    phone.send({MacPayload::ToolProgress{"x"}}, "a");
+    phone.send({MacPayload::ToolResult{true, "{}"}}, "b");
+    phone.send({MacPayload::NoteAck{{}, 1}}, "c");
+    phone.send({MacPayload::SummaryAck{{}, 1}}, "d");
+    phone.send({MacPayload::Status{}}, "e");
+    phone.send({MacPayload::ApprovalDecision{"unknown", true, "proč"}}, "f");
+    executor.runUntilIdle();
+    EXPECT_TRUE(phone.take().empty());
+    EXPECT_EQ(companion->stav().potiz.value(), before);
+    EXPECT_TRUE(call("mac.status", "{}").ok);
+}
+
+TEST_F(ToolPathTest, AReplyThatCannotBeSentIsLostAndTheWorkStands) {
+    auto socket = startSecured();
+    auto folder = allowFolder("Projekty");
+    phone.call("mac.files.write", R"({"path":"a.txt","content":"1"})", "lost");
+    socket->breakWith("přerušeno");
+    executor.runUntilIdle();
+    EXPECT_TRUE(std::filesystem::exists(folder + "/a.txt"));
+}
+
+Task<std::string> local(ToolGate& gate, std::string name, boost::json::object arguments) {
+    co_return encode(co_await gate.provestMistne(std::move(name), std::move(arguments)));
+}
+
+TEST_F(ToolPathTest, TheOwnAssistantReadsWithoutAskingAndLeavesTheTroubleAlone) {
+    start();
+    allowFolder("Projekty");
+    EXPECT_EQ(executor.run(local(companion->nastroje(), "mac.files.read", {})), errorOf("Chybí cesta."));
+    EXPECT_EQ(executor.run(local(companion->nastroje(), "mac.web.search", {})),
+              errorOf("Nástroj mac.web.search tenhle Mac nemá."));
+    EXPECT_EQ(trouble(), "none");
+}
+
+TEST_F(ToolPathTest, TheOwnAssistantAsksBeforeEveryChange) {
+    start();
+    auto folder = allowFolder("Projekty");
+    auto& gate = companion->nastroje();
+    auto& approvals = companion->schvalovani();
+    auto write = [&] { return local(gate, "mac.files.write", {{"path", "a.txt"}, {"content", "1"}}); };
+
+    EXPECT_FALSE(executor.run(write()));
+    ASSERT_TRUE(approvals.zadost().value());
+    auto request = *approvals.zadost().value();
+    EXPECT_EQ(request.tool, "mac.files.write");
+    EXPECT_EQ(request.title, "Povolit akci na Macu");
+    EXPECT_EQ(request.spoken, "Tato akce změní data na Macu. Potvrď ji v okně Morvex.");
+    EXPECT_EQ(request.detail, "mac.files.write\n\n{\n  \"content\" : \"1\",\n  \"path\" : \"a.txt\"\n}");
+    EXPECT_EQ(executor.run(write()), errorOf("Akce nebyla potvrzena."))
+        << "a second question is refused at once";
+    EXPECT_FALSE(std::filesystem::exists(folder + "/a.txt"));
+    approvals.rozhodnout(true);
+    executor.runUntilIdle();
+    EXPECT_TRUE(std::filesystem::exists(folder + "/a.txt"));
+}
+
+} // namespace
+} // namespace morvex
