@@ -103,7 +103,7 @@ void ConsoleShell::handle(std::string_view line) {
     auto found = std::ranges::find(commands(), name, &Command::name);
     if (found == commands().end()) return print("Neznámý příkaz „" + name + "“. Seznam ukáže „pomoc“.");
     if (argument.empty() != found->argument.empty())
-        return print("Správně: " + std::string(found->name) + " " + std::string(found->argument));
+        return print(trim("Správně: " + std::string(found->name) + " " + std::string(found->argument)));
     found->run(*this, argument);
 }
 

@@ -2,7 +2,7 @@
 #include "shared/wire/Json.h"
 #include "shared/wire/PairingHello.h"
 #include "shared/wire/RelayCalls.h"
-#include "tests/app/companion/CompanionHarness.h"
+#include "tests/support/CompanionHarness.h"
 
 namespace morvex {
 namespace {

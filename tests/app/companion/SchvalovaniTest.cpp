@@ -1,6 +1,6 @@
 #include "app/companion/Schvalovani.h"
 
-#include "tests/app/companion/CompanionHarness.h"
+#include "tests/support/CompanionHarness.h"
 
 namespace morvex {
 namespace {

@@ -1,5 +1,5 @@
 #include "shared/wire/ToolCatalogue.h"
-#include "tests/app/companion/CompanionHarness.h"
+#include "tests/support/CompanionHarness.h"
 
 namespace morvex {
 namespace {

@@ -1,5 +1,5 @@
 #include "shared/wire/Json.h"
-#include "tests/app/companion/CompanionHarness.h"
+#include "tests/support/CompanionHarness.h"
 
 #include <filesystem>
 #include <fstream>

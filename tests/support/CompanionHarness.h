@@ -11,7 +11,7 @@
 #include "platform/memory/ScriptedHttp.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedSockets.h"
-#include "tests/app/companion/FailingStore.h"
+#include "tests/support/FailingStore.h"
 #include "tests/support/ScriptedPhone.h"
 #include "tests/support/TemporaryFolder.h"
 

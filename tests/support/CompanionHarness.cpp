@@ -1,4 +1,4 @@
-#include "tests/app/companion/CompanionHarness.h"
+#include "tests/support/CompanionHarness.h"
 
 #include <filesystem>
 

@@ -1,0 +1,170 @@
+#include "app/console/ConsoleShell.h"
+
+#include "app/console/LineReader.h"
+#include "app/console/QrBlocks.h"
+#include "shared/trust/Parovani.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/RelayCalls.h"
+#include "tests/support/CompanionHarness.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+class ConsoleShellTest : public CompanionHarness {
+  protected:
+    ~ConsoleShellTest() override {
+        shell.reset();
+        EXPECT_TRUE(executor.run(scope->join()));
+    }
+
+    void startShell() {
+        start();
+        shell = std::make_unique<ConsoleShell>(
+            *companion, ConsoleShell::Surroundings{clock, consolePicker, *scope,
+                                                   [this](const std::string& text) { lines.push_back(text); },
+                                                   [this] { ++quits; }});
+    }
+
+    std::vector<std::string> type(const std::string& line) {
+        lines.clear();
+        shell->handle(line);
+        executor.runUntilIdle();
+        return lines;
+    }
+
+    static bool hasLine(const std::vector<std::string>& all, const std::string& line) {
+        return std::ranges::find(all, line) != all.end();
+    }
+
+    std::unique_ptr<TaskScope> scope = std::make_unique<TaskScope>(executor);
+    ConsoleFolderPicker consolePicker;
+    std::vector<std::string> lines;
+    int quits = 0;
+    std::unique_ptr<ConsoleShell> shell;
+};
+
+TEST_F(ConsoleShellTest, AnUnknownCommandIsToldAndABlankLineIsNot) {
+    startShell();
+    EXPECT_EQ(type("tanči"), std::vector<std::string>{"Neznámý příkaz „tanci“. Seznam ukáže „pomoc“."});
+    EXPECT_TRUE(type("   ").empty());
+    EXPECT_EQ(type("odebrat"), std::vector<std::string>{"Správně: odebrat CESTA"});
+    EXPECT_EQ(type("stav hned"), std::vector<std::string>{"Správně: stav"});
+}
+
+TEST_F(ConsoleShellTest, HelpNamesEveryCommand) {
+    startShell();
+    auto help = type("POMOC");
+    EXPECT_EQ(help.size(), 17U);
+    EXPECT_TRUE(hasLine(help, "  povolit CESTA     povolí složku"));
+}
+
+TEST_F(ConsoleShellTest, StatusShowsLinkPhoneRelayFoldersAndSwitches) {
+    startShell();
+    auto status = type("stav");
+    EXPECT_TRUE(hasLine(status, "Stav: Nespárováno"));
+    EXPECT_TRUE(hasLine(status, "Telefon: žádný"));
+    EXPECT_TRUE(hasLine(status, "Relay: http://127.0.0.1:8787"));
+    EXPECT_TRUE(hasLine(status, "Složky: žádná není povolená"));
+}
+
+TEST_F(ConsoleShellTest, SwitchesAFamilyOfTools) {
+    startShell();
+    EXPECT_EQ(type("vypnout soubory"), std::vector<std::string>{"Vypnuto: soubory"});
+    EXPECT_FALSE(companion->integrations().isOn(Integration::files));
+    EXPECT_EQ(type("zapnout web"), std::vector<std::string>{"Zapnuto: web"});
+    EXPECT_TRUE(companion->integrations().isOn(Integration::webSearch));
+    EXPECT_EQ(type("zapnout vše"), std::vector<std::string>{"Neznámá skupina „vše“. Seznam ukáže „pomoc“."});
+}
+
+TEST_F(ConsoleShellTest, QuitsOnCommand) {
+    startShell();
+    type("konec");
+    EXPECT_EQ(quits, 1);
+}
+
+TEST_F(ConsoleShellTest, PairsThroughCommands) {
+    startShell();
+    ZalozitOdpoved reply{{"NEW"}, "token", dateFromSeconds(1'800'000'600)};
+    http.replies.push_back({200, encode(reply)});
+    auto socket = sockets.layOut();
+    auto begun = type("parovat");
+    EXPECT_TRUE(hasLine(begun, "Kód pro telefon, platí do 2027-01-15T08:10:00Z:"));
+    auto code = std::ranges::find_if(begun, [](const std::string& line) { return line.starts_with("{"); });
+    ASSERT_NE(code, begun.end());
+    EXPECT_EQ(Parovani::bundleOf(*code).value().pairID, PairID{"NEW"});
+
+    mac = store.held.nactiIdentitu().value();
+    phone.pair = {"NEW"};
+    phone.attach(socket, *mac);
+    phone.logIn(false);
+    phone.deliver({RelayMessage::Forward{
+        keyExchange(phone.pair, phone.identity.deviceID(), mac->deviceID(), "parovani",
+                    toBytes(encode(Parovani::makeHello(phone.identity, phone.pair))), clock.now(), {})}});
+    lines.clear();
+    executor.runUntilIdle();
+    auto number = Parovani::comparisonNumber(mac->pairKey(phone.asPeer()).value());
+    EXPECT_TRUE(hasLine(lines, "Číslo k porovnání: " + number));
+    auto agreed = type("souhlasi");
+    EXPECT_TRUE(hasLine(agreed, "Párování: nic neprobíhá"));
+    EXPECT_TRUE(store.held.nactiProtejsek().value());
+}
+
+TEST_F(ConsoleShellTest, ShowsAnApprovalAndTakesTheDecision) {
+    startShell();
+    auto answer = std::make_shared<std::optional<bool>>();
+    auto ask = [](Schvalovani& approvals, std::shared_ptr<std::optional<bool>> into) -> Task<void> {
+        into->emplace(co_await approvals.pozadat("mac.mail.send", "Odeslat mail", "Mám?", "celý text"));
+    };
+    executor.start(ask(companion->schvalovani(), answer));
+    executor.runUntilIdle();
+    EXPECT_TRUE(hasLine(lines, "Čeká na potvrzení: Odeslat mail"));
+    EXPECT_TRUE(hasLine(lines, "celý text"));
+    type("zamitnout");
+    EXPECT_EQ(*answer, false);
+}
+
+TEST(QrBlocks, DrawsACodeWithAQuietZone) {
+    auto text = qrBlocks("ahoj");
+    // Version 1 has 21 modules; with 4 on each side that is 29, two of them in a line.
+    EXPECT_EQ(std::ranges::count(text, '\n'), 15);
+    EXPECT_EQ(qrBlocks(std::string(5000, 'a')), "");
+}
+
+TEST(LineReader, TakesLinesAsTheyComeAndStopsAtTheEnd) {
+    int argc = 1;
+    char name[] = "test";
+    char* argv[] = {name, nullptr};
+    QCoreApplication application(argc, argv);
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    EXPECT_TRUE(LineReader::hasInput(ends[0]));
+    std::vector<std::string> lines;
+    LineReader reader(ends[0], [&lines](const std::string& line) { lines.push_back(line); });
+    ASSERT_EQ(::write(ends[1], "jedna\ndv", 8), 8);
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    EXPECT_EQ(lines, std::vector<std::string>{"jedna"});
+    ASSERT_EQ(::write(ends[1], "ě\n", 3), 3);
+    ::close(ends[1]);
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+    EXPECT_EQ(lines, (std::vector<std::string>{"jedna", "dvě"}));
+    ::close(ends[0]);
+}
+
+TEST(LineReader, TheNullDeviceIsNoInput) {
+    int null = ::open("/dev/null", O_RDONLY);
+    EXPECT_FALSE(LineReader::hasInput(null));
+    ::close(null);
+    EXPECT_FALSE(LineReader::hasInput(-1));
+}
+
+} // namespace
+} // namespace morvex
