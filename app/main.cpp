@@ -57,7 +57,7 @@ struct System {
     BeastWebSocketClient sockets;
     CurlHttpClient http;
     XdgFolders folders;
-    JsonDefaults defaults{folders.configuration()};
+    JsonDefaults defaults = JsonDefaults::load(folders.configuration());
     VaultChoice vault{folders.applicationSupport()};
     KeychainStore uloziste{vault, "zz.bramwicks.tolvy"};
     InodeBookmarks bookmarks;
@@ -101,6 +101,7 @@ int run() {
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
 
     print("Morvex " + std::string(version) + " běží. Příkazy ukáže „pomoc“.");
+    if (auto problem = system.defaults.problem()) print(*problem);
     commands.spawn(companion.spustit());
     return QCoreApplication::exec();
 }
