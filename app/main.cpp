@@ -22,6 +22,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <string_view>
 #include <unistd.h>
@@ -48,11 +49,13 @@ void print(const std::string& text) {
 
 /// Everything that the companion works with. The executors go last: whatever still hops there finds them.
 struct System {
+    explicit System(std::unique_ptr<Clock> given) : clock(std::move(given)) {}
+
     QtMainExecutor main;
     ThreadExecutor storage{"uloziste"};
     ThreadExecutor workers{"pracovnik", 2};
     ThreadExecutor link{"spojeni"};
-    BoottimeClock clock;
+    std::unique_ptr<Clock> clock;
     SystemRandom random;
     BeastWebSocketClient sockets;
     CurlHttpClient http;
@@ -65,7 +68,7 @@ struct System {
     ConsoleFolderPicker picker;
 
     CompanionServices services() {
-        return {main,   storage,  workers,  {{link, clock, sockets}, random},
+        return {main,   storage,  workers,  {{link, *clock, sockets}, random},
                 http,   uloziste, defaults, bookmarks,
                 picker, folders,  power,    HostnamedName().name().value_or("Mac"),
                 version};
@@ -80,7 +83,12 @@ Task<void> endThenQuit(Companion& companion, TaskScope& commands) {
 }
 
 int run() {
-    System system;
+    auto clock = BoottimeClock::create();
+    if (!clock) {
+        std::fprintf(stderr, "Morvex nemá hodiny: %s\n", clock.error().popis().c_str());
+        return 1;
+    }
+    System system(*std::move(clock));
     LockFileInstance instance(system.folders.applicationSupport());
     if (!instance.claim()) {
         std::fputs("Morvex už nad těmito daty běží.\n", stderr);
@@ -94,7 +102,7 @@ int run() {
         if (ending.live() == 0) ending.spawn(endThenQuit(companion, commands));
     };
     ConsoleShell shell(companion,
-                       {system.clock, system.picker, commands, print, quit, ::isatty(STDOUT_FILENO) != 0});
+                       {*system.clock, system.picker, commands, print, quit, ::isatty(STDOUT_FILENO) != 0});
     std::optional<LineReader> reader;
     if (LineReader::hasInput(STDIN_FILENO))
         reader.emplace(STDIN_FILENO, [&shell](const std::string& line) { shell.handle(line); });
