@@ -22,6 +22,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -82,6 +83,12 @@ Task<void> endThenQuit(Companion& companion, TaskScope& commands) {
     QCoreApplication::quit();
 }
 
+/// Commands that come before the identity is there would do nothing, so they wait.
+Task<void> startThen(Companion& companion, std::function<void()> listen) {
+    co_await companion.spustit();
+    listen();
+}
+
 int run() {
     auto clock = BoottimeClock::create();
     if (!clock) {
@@ -104,13 +111,14 @@ int run() {
     ConsoleShell shell(companion,
                        {*system.clock, system.picker, commands, print, quit, ::isatty(STDOUT_FILENO) != 0});
     std::optional<LineReader> reader;
-    if (LineReader::hasInput(STDIN_FILENO))
-        reader.emplace(STDIN_FILENO, [&shell](const std::string& line) { shell.handle(line); });
+    auto listen = [&] {
+        print("Morvex " + std::string(version) + " běží. Příkazy ukáže „pomoc“.");
+        if (LineReader::hasInput(STDIN_FILENO))
+            reader.emplace(STDIN_FILENO, [&shell](const std::string& line) { shell.handle(line); });
+    };
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
-
-    print("Morvex " + std::string(version) + " běží. Příkazy ukáže „pomoc“.");
     if (auto problem = system.defaults.problem()) print(*problem);
-    commands.spawn(companion.spustit());
+    commands.spawn(startThen(companion, listen));
     return QCoreApplication::exec();
 }
 
