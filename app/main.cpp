@@ -108,8 +108,8 @@ int run() {
     auto quit = [&] {
         if (ending.live() == 0) ending.spawn(endThenQuit(companion, commands));
     };
-    ConsoleShell shell(companion,
-                       {*system.clock, system.picker, commands, print, quit, ::isatty(STDOUT_FILENO) != 0});
+    ConsoleShell shell(companion, {*system.clock, system.picker, system.folders, commands, print, quit,
+                                   ::isatty(STDOUT_FILENO) != 0});
     std::optional<LineReader> reader;
     auto listen = [&] {
         print("Morvex " + std::string(version) + " běží. Příkazy ukáže „pomoc“.");

@@ -1,6 +1,7 @@
 #include "app/console/ConsoleShell.h"
 
 #include "app/console/QrBlocks.h"
+#include "app/execution/Paths.h"
 #include "foundation/Text.h"
 
 #include <algorithm>
@@ -177,7 +178,9 @@ void ConsoleShell::printApproval() {
 }
 
 void ConsoleShell::allow(const std::string& path) {
-    surroundings_.picker.choose(path);
+    auto expanded = paths::expandingTilde(path, surroundings_.folders);
+    if (!expanded.starts_with('/')) return print("Cesta ke složce začíná „/“ nebo „~“.");
+    surroundings_.picker.choose(expanded);
     surroundings_.scope.spawn(allowAndShow());
 }
 
@@ -190,9 +193,10 @@ Task<void> ConsoleShell::allowAndShow() {
 
 void ConsoleShell::disallow(const std::string& path) {
     auto& folders = companion_.slozky();
-    if (std::ranges::find(folders.povolene(), path) == folders.povolene().end())
+    auto expanded = paths::standardized(paths::expandingTilde(path, surroundings_.folders));
+    if (std::ranges::find(folders.povolene(), expanded) == folders.povolene().end())
         return print("Složka „" + path + "“ povolená není.");
-    folders.odebrat(path);
+    folders.odebrat(expanded);
     printFolders();
 }
 

@@ -21,6 +21,7 @@ class ConsoleShell {
     struct Surroundings {
         const Clock& clock;
         ConsoleFolderPicker& picker;
+        const StandardFolders& folders;
         TaskScope& scope;                       ///< runs what a command starts
         std::function<void(std::string)> print; ///< takes one line, or several
         std::function<void()> quit;

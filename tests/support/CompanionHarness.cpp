@@ -64,9 +64,9 @@ std::vector<MacStatus> CompanionHarness::takeStatuses() {
 }
 
 CompanionServices CompanionHarness::services() {
-    return {executor,   executor, executor, {{executor, clock, sockets}, random},
-            http,       store,    defaults, bookmarks,
-            picker,     folders,  power,    "Počítač",
+    return {executor,     executor, *workers, {{executor, clock, sockets}, random},
+            http,         store,    defaults, bookmarks,
+            *askedPicker, folders,  power,    "Počítač",
             "1.2.3 (4)"};
 }
 

@@ -59,6 +59,8 @@ class CompanionHarness : public testing::Test {
 
     TemporaryFolder temporary;
     ManualExecutor executor;
+    /// Where file work runs; a test may set another one before the start.
+    ManualExecutor* workers = &executor;
     ManualClock clock;
     ScriptedRandom random;
     ScriptedSockets sockets;
@@ -67,6 +69,8 @@ class CompanionHarness : public testing::Test {
     MemoryDefaults defaults;
     MemoryBookmarks bookmarks;
     FakeFolderPicker picker;
+    /// What the companion asks; a test may set another one before the start.
+    FolderPicker* askedPicker = &picker;
     FixedFolders folders;
     FakePower power;
     ScriptedPhone phone{clock};

@@ -123,6 +123,28 @@ TEST_F(ToolPathTest, CallsOfThePhoneAreAnsweredInTheirOrder) {
     EXPECT_EQ(order, (std::vector<std::string>{"first", "second"}));
 }
 
+TEST_F(ToolPathTest, WhileASearchRunsTheLinkLivesAndLaterCallsWait) {
+    ManualExecutor slow;
+    workers = &slow;
+    auto socket = startSecured();
+    allowFolder("Projekty");
+    phone.call("mac.files.search", "{}", "first");
+    phone.call("mac.status", "{}", "second");
+    executor.runUntilIdle();
+    clock.advance(20s);
+    executor.runUntilIdle();
+    EXPECT_EQ(socket->pings, 1);
+    for (const auto& received : phone.take()) EXPECT_FALSE(received.payload.as<MacPayload::ToolResult>());
+
+    slow.runUntilIdle();
+    executor.runUntilIdle();
+    std::vector<std::string> order;
+    for (const auto& received : phone.take())
+        if (received.payload.as<MacPayload::ToolResult>()) order.push_back(received.requestID);
+    EXPECT_EQ(order, (std::vector<std::string>{"first", "second"}));
+    end();
+}
+
 TEST_F(ToolPathTest, MessagesThatChangeNothing) {
     startSecured();
     auto before = companion->stav().potiz.value();

@@ -26,9 +26,10 @@ class ConsoleShellTest : public CompanionHarness {
     }
 
     void startShell() {
+        askedPicker = &consolePicker;
         start();
         shell = std::make_unique<ConsoleShell>(
-            *companion, ConsoleShell::Surroundings{clock, consolePicker, *scope,
+            *companion, ConsoleShell::Surroundings{clock, consolePicker, folders, *scope,
                                                    [this](const std::string& text) { lines.push_back(text); },
                                                    [this] { ++quits; }});
     }
@@ -73,6 +74,17 @@ TEST_F(ConsoleShellTest, StatusShowsLinkPhoneRelayFoldersAndSwitches) {
     EXPECT_TRUE(hasLine(status, "Telefon: žádný"));
     EXPECT_TRUE(hasLine(status, "Relay: http://127.0.0.1:8787"));
     EXPECT_TRUE(hasLine(status, "Složky: žádná není povolená"));
+}
+
+TEST_F(ConsoleShellTest, AllowsAndRemovesFoldersAlsoBelowTheHomeFolder) {
+    folders.homeFolder = temporary.path().string();
+    std::filesystem::create_directory(temporary.path() / "Projekty");
+    startShell();
+    auto path = (temporary.path() / "Projekty").string();
+    EXPECT_EQ(type("povolit ~/Projekty"), std::vector<std::string>{"Složka: " + path});
+    EXPECT_EQ(type("povolit Projekty"), std::vector<std::string>{"Cesta ke složce začíná „/“ nebo „~“."});
+    EXPECT_EQ(type("odebrat ~/Jiné"), std::vector<std::string>{"Složka „~/Jiné“ povolená není."});
+    EXPECT_EQ(type("odebrat ~/Projekty/"), std::vector<std::string>{"Složky: žádná není povolená"});
 }
 
 TEST_F(ConsoleShellTest, SwitchesAFamilyOfTools) {
