@@ -1,5 +1,8 @@
 #include "platform/qt/QtMainExecutor.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -11,7 +14,7 @@ QtMainExecutor::~QtMainExecutor() {
 }
 
 void QtMainExecutor::post(Job job) {
-    if (queue_.push(std::move(job))) wake();
+    if (queue_.push(std::move(job))) target_.wake();
 }
 
 void QtMainExecutor::close() {
@@ -19,20 +22,31 @@ void QtMainExecutor::close() {
     auto dropped = std::exchange(taken_, {});
 }
 
-void QtMainExecutor::wake() {
-    QMetaObject::invokeMethod(&context_, [this] { runWaiting(); }, Qt::QueuedConnection);
-}
-
 void QtMainExecutor::runWaiting() {
     Running here(*this);
     std::ranges::move(queue_.takeAll(), std::back_inserter(taken_));
     // For an event loop inside one of these jobs, which has to go on with the rest.
-    if (taken_.size() > 1) wake();
+    if (taken_.size() > 1) target_.wake();
     while (!taken_.empty()) {
         Job job = std::move(taken_.front());
         taken_.pop_front();
         job();
     }
+}
+
+// The event crosses under a lock of our own: the thread sanitizer does not see those of Qt.
+void QtMainExecutor::Target::wake() {
+    std::lock_guard lock(handOver_);
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+}
+
+bool QtMainExecutor::Target::event(QEvent* event) {
+    {
+        std::lock_guard lock(handOver_);
+        if (event->type() != QEvent::User) return QObject::event(event);
+    }
+    executor_.runWaiting();
+    return true;
 }
 
 } // namespace morvex

@@ -5,6 +5,7 @@
 #include <QObject>
 
 #include <deque>
+#include <mutex>
 
 namespace morvex {
 
@@ -21,12 +22,24 @@ class QtMainExecutor final : public Executor {
     void close();
 
   private:
-    void wake();
+    /// Where the wake-ups arrive; none does after its end.
+    class Target final : public QObject {
+      public:
+        explicit Target(QtMainExecutor& executor) : executor_(executor) {}
+
+        void wake();
+        bool event(QEvent* event) override;
+
+      private:
+        QtMainExecutor& executor_;
+        std::mutex handOver_;
+    };
+
     void runWaiting();
 
     JobQueue queue_;
     std::deque<Job> taken_; ///< main thread only
-    QObject context_;       ///< the target of the wake-ups: none is delivered after its end
+    Target target_{*this};
 };
 
 } // namespace morvex

@@ -34,7 +34,7 @@ class QtMainExecutorTest : public testing::Test {
 class CallCounter final : public QObject {
   public:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::MetaCall) ++calls;
+        if (event->type() == QEvent::User) ++calls;
         return QObject::eventFilter(watched, event);
     }
 
