@@ -1,0 +1,41 @@
+#pragma once
+
+#include "shared/base/Error.h"
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// What to answer when the Mac asks for an approval while a command waits.
+enum class ApprovalPolicy { ask, yes, no, leave };
+
+/// The command line.
+struct Options {
+    enum class Command { pair, status, tools, call, watch, approve, shell, unpair, help, version };
+
+    std::optional<Command> command; ///< nothing: a shell, if there is a terminal
+    std::vector<std::string> arguments;
+    std::optional<std::filesystem::path> data;
+    std::chrono::seconds timeout{30};
+    std::optional<ApprovalPolicy> approve; ///< nothing: ask on a terminal, else leave it to the Mac
+    bool isJson = false;
+    bool isConfirmed = false; ///< the pairing number needs no question
+
+    /// `arguments` without the program's name. Fails with a `PhoneError` of wrong usage.
+    static Result<Options> parse(std::span<const char* const> arguments);
+
+    /// What `--help` shows.
+    static std::string help();
+
+    bool operator==(const Options&) const = default;
+};
+
+/// The folder of `--data`, or `$XDG_DATA_HOME/morvex-phone`.
+Result<std::filesystem::path> dataFolder(const Options& options);
+
+} // namespace morvex

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace morvex {
+
+enum class Style { plain, strong, faint, good, bad };
+
+/// A piece of text in one style. It may hold anything: the terminal takes out what could command it.
+struct Span {
+    std::string text;
+    Style style = Style::plain;
+
+    bool operator==(const Span&) const = default;
+};
+
+using StyledLine = std::vector<Span>;
+
+/// The text with control characters and marks that turn its direction replaced by U+FFFD; line breaks and
+/// tabs stay. What the Mac sends can then neither move the cursor nor make a text look like another.
+std::string printable(std::string_view text);
+
+/// Where the program writes: results to one stream, everything about their way to the other. Lives on the
+/// phone's executor.
+class Terminal {
+  public:
+    struct Output {
+        std::ostream& stream;
+        bool isTerminal = false;
+        bool isColoured = false;
+    };
+
+    Terminal(Output results, Output notes) : results_(results), notes_(notes) {}
+
+    void print(const StyledLine& line);
+    void print(const std::vector<StyledLine>& lines);
+    /// One record for a program: exact, unless the result goes to a terminal.
+    void printJson(std::string_view json);
+
+    void note(const StyledLine& line);
+
+    void note(const std::string& text) { note(StyledLine{{text, Style::faint}}); }
+
+    void problem(const std::string& text);
+    /// Stays on the line, for the answer.
+    void prompt(const std::string& text);
+
+    /// False when whoever read the results went away.
+    [[nodiscard]] bool isOpen() const { return results_.stream.good(); }
+
+  private:
+    static void write(const Output& output, const StyledLine& line, std::string_view end);
+
+    Output results_;
+    Output notes_;
+};
+
+} // namespace morvex

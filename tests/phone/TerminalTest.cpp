@@ -1,0 +1,69 @@
+#include "phone/Terminal.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace morvex {
+namespace {
+
+TEST(Terminal, TakesOutWhatCouldCommandATerminal) {
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {"příliš žluťoučký 🐎", "příliš žluťoučký 🐎"},
+        {"a\tb\nc", "a\tb\nc"},
+        {"a\r\nb", "a\nb"},
+        {"a\rb", "a\uFFFDb"},
+        {"\x1b[2J", "\uFFFD[2J"},
+        {"\x7f", "\uFFFD"},
+        {"\u009b"
+         "31m",
+         "\uFFFD31m"},
+        {"\u00a0", "\u00a0"},
+        {"a\u202eb", "a\uFFFDb"},
+        {"a\u2066b", "a\uFFFDb"},
+        {"a\u2013b", "a\u2013b"},
+        {"\xff", "\uFFFD"},
+        {"\xe2\x80", "\uFFFD"},
+        {"", ""},
+    };
+    for (const auto& [given, shown] : rows) EXPECT_EQ(printable(given), shown);
+}
+
+TEST(Terminal, ResultsAndNotesGoTheirOwnWays) {
+    std::ostringstream out;
+    std::ostringstream err;
+    Terminal terminal({out}, {err});
+    terminal.print({{"výsledek", Style::strong}});
+    terminal.note("cestou");
+    terminal.problem("potíž");
+    terminal.prompt("otázka? ");
+    EXPECT_EQ(out.str(), "výsledek\n");
+    EXPECT_EQ(err.str(), "cestou\nmorvex-phone: potíž\notázka? ");
+}
+
+TEST(Terminal, ColoursOnlyWhereColoursAreWanted) {
+    std::ostringstream out;
+    Terminal terminal({out, true, true}, {out});
+    terminal.print({{"ne", Style::bad}, {" a "}, {"ano\x1b", Style::good}});
+    EXPECT_EQ(out.str(), "\x1b[31mne\x1b[0m a \x1b[32mano\uFFFD\x1b[0m\n");
+}
+
+TEST(Terminal, JsonStaysExactUnlessAPersonLooksAtIt) {
+    std::ostringstream piped;
+    std::ostringstream shown;
+    Terminal({piped}, {piped}).printJson("\"\x7f\"");
+    Terminal({shown, true}, {shown}).printJson("\"\x7f\"");
+    EXPECT_EQ(piped.str(), "\"\x7f\"\n");
+    EXPECT_EQ(shown.str(), "\"\uFFFD\"\n");
+}
+
+TEST(Terminal, KnowsThatItsReaderWentAway) {
+    std::ostringstream out;
+    Terminal terminal({out}, {out});
+    EXPECT_TRUE(terminal.isOpen());
+    out.setstate(std::ios::badbit);
+    EXPECT_FALSE(terminal.isOpen());
+}
+
+} // namespace
+} // namespace morvex
