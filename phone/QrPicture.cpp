@@ -14,7 +14,7 @@ namespace morvex {
 
 namespace {
 
-constexpr std::size_t largestFile = 16 * 1024 * 1024;
+constexpr std::size_t largestFile = std::size_t{16} << 20;
 constexpr std::uint64_t mostPixels = 32'000'000;
 constexpr unsigned long grey = zbar_fourcc('Y', '8', '0', '0');
 

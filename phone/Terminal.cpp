@@ -3,6 +3,7 @@
 #include "foundation/Text.h"
 
 #include <array>
+#include <utility>
 
 namespace morvex {
 
@@ -51,6 +52,7 @@ std::string printable(std::string_view text) {
 }
 
 void Terminal::print(const StyledLine& line) {
+    leavePrompt();
     write(results_, line, "\n");
 }
 
@@ -59,19 +61,27 @@ void Terminal::print(const std::vector<StyledLine>& lines) {
 }
 
 void Terminal::printJson(std::string_view json) {
+    leavePrompt();
     results_.stream << (results_.isTerminal ? printable(json) : std::string(json)) << '\n' << std::flush;
 }
 
 void Terminal::note(const StyledLine& line) {
+    leavePrompt();
     write(notes_, line, "\n");
 }
 
 void Terminal::problem(const std::string& text) {
-    write(notes_, {{"morvex-phone: ", Style::bad}, {text}}, "\n");
+    note({{"morvex-phone: ", Style::bad}, {text}});
 }
 
 void Terminal::prompt(const std::string& text) {
+    leavePrompt();
     write(notes_, {{text, Style::strong}}, "");
+    isPrompting_ = true;
+}
+
+void Terminal::leavePrompt() {
+    if (std::exchange(isPrompting_, false)) write(notes_, {}, "\n");
 }
 
 void Terminal::write(const Output& output, const StyledLine& line, std::string_view end) {

@@ -45,8 +45,16 @@ class Terminal {
     void note(const std::string& text) { note(StyledLine{{text, Style::faint}}); }
 
     void problem(const std::string& text);
-    /// Stays on the line, for the answer.
+    /// Stays on its line, for the answer. Whatever is written before the answer starts a line of its own.
     void prompt(const std::string& text);
+
+    /// The line break that ended the answer stands on the terminal too.
+    void answered() { isPrompting_ = false; }
+
+    [[nodiscard]] bool isPrompting() const { return isPrompting_; }
+
+    /// Ends the line of a prompt that nobody answered.
+    void leavePrompt();
 
     /// False when whoever read the results went away.
     [[nodiscard]] bool isOpen() const { return results_.stream.good(); }
@@ -56,6 +64,7 @@ class Terminal {
 
     Output results_;
     Output notes_;
+    bool isPrompting_ = false;
 };
 
 } // namespace morvex

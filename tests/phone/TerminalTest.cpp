@@ -41,6 +41,21 @@ TEST(Terminal, ResultsAndNotesGoTheirOwnWays) {
     EXPECT_EQ(err.str(), "cestou\nmorvex-phone: potíž\notázka? ");
 }
 
+TEST(Terminal, WhatComesBeforeTheAnswerStartsALineOfItsOwn) {
+    std::ostringstream out;
+    Terminal terminal({out}, {out});
+    terminal.prompt("> ");
+    terminal.note("něco přišlo");
+    EXPECT_FALSE(terminal.isPrompting());
+    terminal.prompt("> ");
+    terminal.answered();
+    terminal.print({{"odpověď"}});
+    terminal.prompt("> ");
+    terminal.leavePrompt();
+    terminal.leavePrompt();
+    EXPECT_EQ(out.str(), "> \nněco přišlo\n> odpověď\n> \n");
+}
+
 TEST(Terminal, ColoursOnlyWhereColoursAreWanted) {
     std::ostringstream out;
     Terminal terminal({out, true, true}, {out});

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "phone/Phone.h"
+#include "phone/PhoneSession.h"
+
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// What a typed line says to a question, "a" or "n", in Czech or English, short or long; nothing for other
+/// words.
+std::optional<bool> yesOrNo(const std::string& line);
+
+/// Looks after what comes while a command waits for something else: shows progress and tasks of the Mac,
+/// acknowledges these, and shows requests for approval and answers them as the options say.
+class Attendant final : public EventListener {
+  public:
+    enum class Shows { whatMatters, everything };
+
+    Attendant(Phone& phone, PhoneSession& session, Shows shows);
+
+    Task<void> heard(Inbox::Event event) override;
+
+    /// True when the line answered the open request for approval.
+    Task<bool> isAnswer(std::string line);
+
+    /// Decides a request, or the open one without an id.
+    Task<Result<void>> decide(std::optional<std::string> approvalID, bool isApproved);
+
+    /// The tool has answered: whatever it asked before is decided.
+    void settled(const std::string& tool);
+
+    /// Whether requests are answered here at all.
+    [[nodiscard]] bool decides() const { return policy_ != ApprovalPolicy::leave; }
+
+    [[nodiscard]] bool hasDecided() const { return hasDecided_; }
+
+  private:
+    void show(const Inbox::Event& event);
+    Task<void> consider(ApprovalRequest request);
+    Task<void> answer(bool isApproved);
+    void ask();
+    void dropExpired();
+
+    Phone& phone_;
+    PhoneSession& session_;
+    Shows shows_;
+    ApprovalPolicy policy_;
+    std::optional<ApprovalRequest> open_;
+    std::string lastTrouble_;
+    bool hasDecided_ = false;
+};
+
+} // namespace morvex

@@ -1,0 +1,141 @@
+#include "phone/EventText.h"
+
+#include "phone/ResultText.h"
+#include "phone/StatusText.h"
+#include "shared/base/Overloaded.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/JsonText.h"
+
+#include <string_view>
+
+namespace morvex {
+
+namespace {
+
+/// How the link's states name the other side.
+constexpr std::string_view peerName = "Mac";
+
+struct Words {
+    std::string_view kind;
+    std::string text;
+    Style style = Style::plain;
+};
+
+std::string quoted(std::string_view text) {
+    std::string json;
+    appendJsonString(json, text);
+    return json;
+}
+
+std::string_view statusWord(const WorkItemStatus& status) {
+    switch (status.kind()) {
+    case WorkItemStatus::captured:
+        return "zapsáno";
+    case WorkItemStatus::inProgress:
+        return "běží";
+    case WorkItemStatus::waitingForMac:
+        return "čeká na Mac";
+    case WorkItemStatus::waitingForApproval:
+        return "čeká na potvrzení";
+    case WorkItemStatus::completed:
+        return "hotovo";
+    case WorkItemStatus::failed:
+        return "nepovedlo se";
+    case WorkItemStatus::cancelled:
+        return "zrušeno";
+    case WorkItemStatus::interrupted:
+        return "přerušeno";
+    case WorkItemStatus::unknown:
+        return status.rawValue;
+    }
+    return status.rawValue;
+}
+
+std::string itemText(const WorkItem& item) {
+    auto text = item.title + " — " + std::string(statusWord(item.status));
+    if (item.lastError) return text + ": " + *item.lastError;
+    return item.summary ? text + ": " + *item.summary : text;
+}
+
+std::string brief(const MacStatus& status) {
+    auto text = status.deviceName + ", nástrojů: " + std::to_string(status.tools.size());
+    return status.runningTask ? text + ", pracuje: " + status.runningTask->tool : text;
+}
+
+Words wordsFor(const MacPayload& payload) {
+    using P = MacPayload;
+    return std::visit(
+        Overloaded{
+            [](const P::Status& told) { return Words{"stav Macu", brief(told.status)}; },
+            [](const P::ToolProgress& told) { return Words{"průběh", told.text}; },
+            [](const P::ToolResult& told) {
+                return Words{"výsledek", resultJson(told.json), told.ok ? Style::good : Style::bad};
+            },
+            [](const P::WorkItemUpdate& told) { return Words{"úkol", itemText(told.item)}; },
+            [](const P::NoteUpdate& told) {
+                return Words{"poznámka", told.note.title + (told.note.deletedAt ? " (smazaná)" : "")};
+            },
+            [](const P::SummaryUpdate& told) { return Words{"souhrn", told.summary.title}; },
+            [](const P::NoteAck& told) { return Words{"doručeno", "poznámka " + told.id.text()}; },
+            [](const P::SummaryAck& told) { return Words{"doručeno", "souhrn " + told.id.text()}; },
+            [](const P::WorkItemAck& told) { return Words{"doručeno", "úkol " + told.id.text()}; },
+            [](const P::Approval& told) { return Words{"žádost", told.request.title, Style::strong}; },
+            // The rest travels from phones only; what it holds may be secret.
+            [](const auto&) { return Words{"zpráva", "nečekaná"}; },
+        },
+        payload.value);
+}
+
+std::optional<Words> wordsFor(const Inbox::Event& event, Date now) {
+    using Told = std::optional<Words>;
+    return std::visit(
+        Overloaded{
+            [now](const SecureLink::Stav& told) {
+                return Told({"spojení", told.stav.popis(peerName, now), Style::faint});
+            },
+            [](const SecureLink::Zprava& told) { return Told(wordsFor(told.payload)); },
+            [](const SecureLink::Chyba& told) { return Told({"potíž", told.text, Style::bad}); },
+            [](const auto&) { return Told(); },
+        },
+        event);
+}
+
+} // namespace
+
+std::optional<StyledLine> eventLine(const Inbox::Event& event, Date now) {
+    auto words = wordsFor(event, now);
+    if (!words) return std::nullopt;
+    return StyledLine{{timeOfDay(now) + "  ", Style::faint},
+                      {std::string(words->kind) + ": "},
+                      {std::move(words->text), words->style}};
+}
+
+std::optional<std::string> eventJson(const Inbox::Event& event, Date now) {
+    using Json = std::optional<std::string>;
+    return std::visit(Overloaded{
+                          [now](const SecureLink::Stav& told) {
+                              return Json(R"({"event":"state","text":)" +
+                                          quoted(told.stav.popis(peerName, now)) + "}");
+                          },
+                          [](const SecureLink::Pripraveno&) { return Json(R"({"event":"ready"})"); },
+                          [](const SecureLink::Chyba& told) {
+                              return Json(R"({"event":"error","text":)" + quoted(told.text) + "}");
+                          },
+                          [](const SecureLink::Zprava& told) {
+                              return Json(R"({"event":"message","requestID":)" + quoted(told.requestID) +
+                                          R"(,"payload":)" + encode(told.payload) + "}");
+                          },
+                          [](const auto&) { return Json(); },
+                      },
+                      event);
+}
+
+std::vector<StyledLine> approvalLines(const ApprovalRequest& request, Date now) {
+    auto left = wholeSeconds(request.expiresAt) - wholeSeconds(now);
+    return {{{"Mac žádá o potvrzení: ", Style::bad}, {request.title, Style::strong}},
+            {{request.tool + ", zbývá " + std::to_string(left) + " s, ID " + request.id, Style::faint}},
+            {{request.detail}},
+            {{"Rozhodnout se dá i v okně Macu.", Style::faint}}};
+}
+
+} // namespace morvex

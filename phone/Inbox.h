@@ -1,0 +1,52 @@
+#pragma once
+
+#include "foundation/Clock.h"
+#include "foundation/EventStream.h"
+#include "shared-apple/RelayLink.h"
+#include "shared-apple/SecureLink.h"
+
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <variant>
+
+namespace morvex {
+
+/// Everything that a command can wait for, in the order of its coming: what the link tells and what the user
+/// types. Events may be pushed from any thread; one consumer, on the phone's executor.
+class Inbox {
+  public:
+    /// A line that somebody typed, without its end.
+    struct Line {
+        std::string text;
+    };
+
+    /// Nobody types any more.
+    struct EndOfInput {};
+
+    using Event = std::variant<SecureLink::Stav, SecureLink::Zprava, SecureLink::Chyba,
+                               SecureLink::Pripraveno, RelayLink::Udalost, Line, EndOfInput>;
+
+    /// `interrupted` ends every wait.
+    Inbox(Clock& clock, std::stop_token interrupted) : clock_(clock), interrupted_(std::move(interrupted)) {}
+
+    void push(Event event) { events_.push(std::move(event)); }
+
+    /// The next event. Nothing once `sinceBoot()` has reached `until`, or when the user interrupts.
+    Task<std::optional<Event>> next(std::optional<Clock::Duration> until);
+
+    [[nodiscard]] bool isInterrupted() const { return interrupted_.stop_requested(); }
+
+    /// Moves what a link tells into the inbox until `stop`.
+    Task<void> forward(EventStream<SecureLink::Udalost>& from, std::stop_token stop);
+    Task<void> forward(EventStream<RelayLink::Udalost>& from, std::stop_token stop);
+
+    [[nodiscard]] Clock& clock() const { return clock_; }
+
+  private:
+    Clock& clock_;
+    std::stop_token interrupted_;
+    EventStream<Event> events_;
+};
+
+} // namespace morvex

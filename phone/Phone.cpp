@@ -1,0 +1,74 @@
+#include "phone/Phone.h"
+
+#include "foundation/Try.h"
+#include "phone/PairCommands.h"
+#include "phone/SessionCommands.h"
+#include "phone/Shell.h"
+
+#include <algorithm>
+#include <array>
+
+namespace morvex {
+
+namespace {
+
+using Command = Options::Command;
+using Shows = Attendant::Shows;
+
+struct SessionCommand {
+    Command command;
+    Task<Result<void>> (*work)(Phone&, PhoneSession&, Attendant&);
+    Shows shows = Shows::whatMatters;
+};
+
+Task<Result<void>> shell(Phone& phone, PhoneSession& session, Attendant& attendant) {
+    Shell shell(phone, session, attendant);
+    co_return co_await shell.run();
+}
+
+constexpr std::array<SessionCommand, 6> sessionCommands{{
+    {Command::status, commands::status},
+    {Command::tools, commands::tools},
+    {Command::call, commands::call},
+    {Command::watch, commands::watch, Shows::everything},
+    {Command::approve, commands::approve},
+    {Command::shell, shell},
+}};
+
+Task<Result<void>> inSession(Phone& phone, SessionCommand row) {
+    CO_TRY(auto, paired, commands::loadPaired(phone.store));
+    CO_TRY(auto, session,
+           PhoneSession::create(std::move(paired.identita), std::move(paired.mac), phone.link, phone.inbox));
+    Attendant attendant(phone, *session, row.shows);
+    co_await session->start();
+    auto ended = co_await row.work(phone, *session, attendant);
+    co_await session->stop();
+    co_return ended;
+}
+
+Task<Result<void>> chosen(Phone& phone) {
+    auto command = phone.options.command;
+    if (!command && phone.keyboard.isInteractive()) command = Command::shell;
+    if (command == Command::pair) co_return co_await commands::pair(phone);
+    if (command == Command::unpair) co_return co_await commands::unpair(phone);
+    const auto* row = std::ranges::find(sessionCommands, command, &SessionCommand::command);
+    if (row != sessionCommands.end()) co_return co_await inSession(phone, *row);
+    co_return failWith(ExitCode::usage, "Chybí příkaz. Zkus morvex-phone --help.");
+}
+
+} // namespace
+
+std::optional<std::string> plainAnswer(const Options& options) {
+    if (options.command == Command::help) return Options::help();
+    if (options.command == Command::version) return "morvex-phone " MORVEX_VERSION "\n";
+    return std::nullopt;
+}
+
+Task<ExitCode> runCommand(Phone& phone) {
+    auto ended = co_await chosen(phone);
+    if (ended) co_return ExitCode::done;
+    phone.terminal.problem(ended.error().popis());
+    co_return exitCodeOf(ended.error());
+}
+
+} // namespace morvex

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "foundation/TaskScope.h"
+#include "phone/Inbox.h"
+#include "shared-apple/SecureLink.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// Gets every event that passes while a command waits for another one.
+class EventListener {
+  public:
+    virtual ~EventListener() = default;
+    virtual Task<void> heard(Inbox::Event event) = 0;
+};
+
+/// A running link to the paired Mac, and the waiting on it: for the session, for the status, for a result by
+/// its request id. Owned by a command; lives on the phone's executor. `start()` first, `stop()` awaited
+/// before it goes; one wait at a time. Failures of waits are `PhoneError`.
+class PhoneSession {
+  public:
+    /// Fails with `TalkSpanError::NotPaired` when the stored relay address is unusable.
+    static Result<std::unique_ptr<PhoneSession>> create(std::shared_ptr<const DeviceIdentity> identita,
+                                                        PairedPeer mac, SecureLink::Services services,
+                                                        Inbox& inbox);
+
+    Task<void> start();
+    Task<void> stop();
+
+    /// The next event, after this object took note of it. Nothing at `until` (time since boot) or when the
+    /// user interrupts.
+    Task<std::optional<Inbox::Event>> next(std::optional<Clock::Duration> until);
+
+    Task<Result<void>> untilReady(Clock::Duration limit, EventListener& listener);
+
+    /// What the Mac reported last in this session; waits for the first report.
+    Task<Result<MacStatus>> status(Clock::Duration limit, EventListener& listener);
+
+    /// Calls a tool and waits for its result. `limit` is how long the Mac may be silent: progress starts it
+    /// anew, and an open approval holds it until the approval lapses.
+    Task<Result<MacPayload::ToolResult>> call(std::string name, std::string argumentsJSON,
+                                              Clock::Duration limit, EventListener& listener);
+
+    Task<Result<void>> decide(std::string approvalID, bool isApproved);
+    /// Tells the Mac that this revision of a task has arrived. One that gets lost is told again after the
+    /// Mac's next report of the task.
+    Task<void> acknowledge(WorkItem item);
+
+    /// Set while the relay does not let this phone in.
+    [[nodiscard]] std::optional<Error> refusal() const;
+
+  private:
+    PhoneSession(std::shared_ptr<SecureLink> link, SecureLink::Services services, Inbox& inbox);
+
+    void takeNote(const Inbox::Event& event);
+    void takeNote(const MacAvailability& stav);
+    Task<Result<void>> untilReadyBy(Clock::Duration deadline, EventListener& listener);
+    /// A later end of the silence after this event, or the same.
+    [[nodiscard]] Clock::Duration prolonged(Clock::Duration deadline, Clock::Duration limit,
+                                            const SecureLink::Zprava& message, const std::string& id) const;
+    [[nodiscard]] std::unexpected<Error> unreachable() const;
+
+    [[nodiscard]] Clock& clock() const { return services_.relay.clock; }
+
+    std::shared_ptr<SecureLink> link_;
+    SecureLink::Services services_;
+    Inbox& inbox_;
+    TaskScope forwarding_;
+    std::optional<MacStatus> status_; ///< of the present session
+    std::string trouble_;             ///< of the last connection
+    std::optional<std::string> refusal_;
+    bool isAtRelay_ = false;
+    bool isReady_ = false;
+};
+
+} // namespace morvex

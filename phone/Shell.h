@@ -1,0 +1,60 @@
+#pragma once
+
+#include "phone/Attendant.h"
+#include "phone/Phone.h"
+#include "phone/PhoneSession.h"
+
+#include <string>
+#include <string_view>
+
+namespace morvex {
+
+/// A prompt that stays: runs one line after another, typed or from a script, until `quit`, the end of the
+/// input or Ctrl-C, and shows what the Mac sends in between. Lives as long as its run.
+class Shell {
+  public:
+    Shell(Phone& phone, PhoneSession& session, Attendant& attendant)
+        : phone_(phone), session_(session), attendant_(attendant) {}
+
+    /// Failures of lines are told at once. A script then ends as its first one did; a person ends in peace.
+    Task<Result<void>> run();
+
+  private:
+    using Work = Task<Result<void>> (Shell::*)(std::string rest);
+    struct Row;
+
+    static const std::vector<Row>& rows();
+
+    void awaitLine();
+    /// Runs one line. False when it was the last one.
+    Task<bool> take(std::string line);
+    Task<Result<void>> carryOut(std::string line);
+
+    Task<Result<void>> status(std::string rest);
+    Task<Result<void>> tools(std::string rest);
+    Task<Result<void>> call(std::string rest);
+    Task<Result<void>> search(std::string rest);
+    Task<Result<void>> read(std::string rest);
+    Task<Result<void>> write(std::string rest);
+    Task<Result<void>> approve(std::string rest);
+    Task<Result<void>> help(std::string rest);
+    Task<Result<void>> quit(std::string rest);
+
+    Phone& phone_;
+    PhoneSession& session_;
+    Attendant& attendant_;
+    ExitCode failure_ = ExitCode::done; ///< of the first line that failed
+    bool isOver_ = false;
+};
+
+/// The first word of a line, or what stands in double quotes at its start, and the rest without the blanks
+/// between.
+struct SplitLine {
+    std::string first;
+    std::string rest;
+
+    static SplitLine of(std::string_view line);
+    bool operator==(const SplitLine&) const = default;
+};
+
+} // namespace morvex

@@ -1,0 +1,97 @@
+#include "phone/StatusText.h"
+
+#include "foundation/Text.h"
+#include "shared/wire/Json.h"
+
+#include <algorithm>
+#include <array>
+#include <ctime>
+
+namespace morvex {
+
+namespace {
+
+std::string padded(std::string text, std::size_t width) {
+    auto length = countCharacters(text);
+    if (length < width) text.append(width - length, ' ');
+    return text;
+}
+
+StyledLine field(std::string_view label, std::string value, Style style = Style::plain) {
+    constexpr std::size_t labelWidth = 11;
+    return {{padded(std::string(label), labelWidth), Style::faint}, {std::move(value), style}};
+}
+
+StyledLine agentField(std::string_view label, const AgentStatus& agent) {
+    if (!agent.installed) return field(label, agent.problem.value_or("není nainstalovaný"), Style::faint);
+    std::string text = agent.version.value_or("připravený");
+    if (agent.source) text += " (" + *agent.source + ")";
+    if (agent.problem) text += " — " + *agent.problem;
+    return field(label, text, agent.problem ? Style::bad : Style::plain);
+}
+
+std::string runningText(const RunningTask& task) {
+    auto text = task.tool + " od " + timeOfDay(task.startedAt);
+    return task.progress ? text + " — " + *task.progress : text;
+}
+
+std::string ageText(Date sentAt, Date now) {
+    auto seconds = std::max<std::int64_t>(0, wholeSeconds(now) - wholeSeconds(sentAt));
+    return timeOfDay(sentAt) + " (před " + std::to_string(seconds) + " s)";
+}
+
+Style riskStyle(ToolRisk risk) {
+    if (risk >= ToolRisk::change) return Style::bad;
+    return risk == ToolRisk::safeRead ? Style::good : Style::plain;
+}
+
+} // namespace
+
+std::vector<StyledLine> statusLines(const MacStatus& status, Date now) {
+    auto version = " (Morvex " + status.appVersion + ", protokol " + status.protocolVersion.text() + ")";
+    std::vector<StyledLine> lines{field("Mac", status.deviceName, Style::strong)};
+    lines.front().push_back({version});
+    lines.push_back(field("Napájení", status.onPower ? "ze sítě" : "z baterie"));
+    lines.push_back(
+        field("Složky", status.allowedFolders.empty() ? "žádné" : join(status.allowedFolders, ", ")));
+    lines.push_back(field("Pošta", status.mailAvailable ? "dostupná" : "nedostupná"));
+    lines.push_back(agentField("Codex", status.codex));
+    lines.push_back(agentField("Claude", status.claude));
+    lines.push_back(field("Pracuje", status.runningTask ? runningText(*status.runningTask) : "na ničem"));
+    lines.push_back(field("Nástrojů", std::to_string(status.tools.size())));
+    lines.push_back(field("Hlášeno", ageText(status.sentAt, now)));
+    return lines;
+}
+
+std::vector<StyledLine> toolLines(const std::vector<ToolDescriptor>& tools) {
+    std::size_t nameWidth = countCharacters("NÁSTROJ");
+    std::size_t riskWidth = countCharacters("RIZIKO");
+    for (const auto& tool : tools) {
+        nameWidth = std::max(nameWidth, countCharacters(tool.name));
+        riskWidth = std::max(riskWidth, countCharacters(riskLabel(tool.risk)));
+    }
+    std::vector<StyledLine> lines{
+        {{padded("NÁSTROJ", nameWidth + 2) + padded("RIZIKO", riskWidth + 2) + "POPIS", Style::faint}}};
+    for (const auto& tool : tools)
+        lines.push_back({{padded(tool.name, nameWidth + 2), Style::strong},
+                         {padded(riskLabel(tool.risk), riskWidth + 2), riskStyle(tool.risk)},
+                         {tool.summary}});
+    return lines;
+}
+
+std::string toolsJson(const std::vector<ToolDescriptor>& tools) {
+    std::vector<std::string> records;
+    records.reserve(tools.size());
+    for (const auto& tool : tools) records.push_back(encode(tool));
+    return "[" + join(records, ",") + "]";
+}
+
+std::string timeOfDay(Date date) {
+    auto seconds = static_cast<std::time_t>(wholeSeconds(date));
+    std::tm local{};
+    std::array<char, 16> text{};
+    if (!localtime_r(&seconds, &local)) return "?";
+    return {text.data(), std::strftime(text.data(), text.size(), "%H:%M:%S", &local)};
+}
+
+} // namespace morvex

@@ -1,0 +1,130 @@
+#include "tests/phone/PhoneFixture.h"
+
+#include "shared/wire/Json.h"
+#include "shared/wire/RelayCalls.h"
+
+#include <utility>
+#include <vector>
+
+namespace morvex {
+
+namespace {
+
+Task<void> drive(Phone& phone, std::optional<ExitCode>& ended) {
+    ended = co_await runCommand(phone);
+}
+
+} // namespace
+
+void ScriptedKeyboard::requestLine() {
+    isWanted_ = true;
+    give();
+}
+
+void ScriptedKeyboard::forgetTypeAhead() {
+    if (interactive) lines_.clear();
+}
+
+void ScriptedKeyboard::type(std::string line) {
+    lines_.push_back(std::move(line));
+    give();
+}
+
+void ScriptedKeyboard::end() {
+    isOver_ = true;
+    give();
+}
+
+void ScriptedKeyboard::give() {
+    if (!isWanted_ || (lines_.empty() && !isOver_)) return;
+    isWanted_ = false;
+    if (lines_.empty()) return inbox_.push(Inbox::EndOfInput{});
+    inbox_.push(Inbox::Line{lines_.front()});
+    lines_.pop_front();
+}
+
+PhoneFixture::~PhoneFixture() {
+    interruption.request_stop();
+    executor.runUntilIdle();
+    EXPECT_TRUE(ended || !phone) << "the command outlives its interruption";
+}
+
+void PhoneFixture::start(std::initializer_list<const char*> arguments) {
+    auto options = Options::parse(std::span(arguments.begin(), arguments.size()));
+    ASSERT_TRUE(options) << options.error().popis();
+    phone =
+        std::make_unique<Phone>(*std::move(options), SecureLink::Services{{executor, clock, sockets}, random},
+                                http, store, inbox, keyboard, terminal);
+    ended.reset();
+    executor.start(drive(*phone, ended));
+    run();
+}
+
+void PhoneFixture::pass(Clock::Duration time) {
+    clock.advance(time);
+    run();
+}
+
+void PhoneFixture::paired() {
+    store.ulozIdentitu(identita).value();
+    store.ulozProtejsek(mac.asPeer()).value();
+    socket = sockets.layOut();
+    mac.attach(socket, *identita);
+}
+
+void PhoneFixture::startInSession(std::initializer_list<const char*> arguments) {
+    paired();
+    start(arguments);
+    meet();
+    send({MacPayload::Status{status()}}, "status");
+}
+
+void PhoneFixture::meet() {
+    mac.logIn();
+    run();
+    mac.exchangeHellos();
+    run();
+}
+
+void PhoneFixture::startPairing(std::initializer_list<const char*> arguments, bool macIsOnline) {
+    store.ulozIdentitu(identita).value();
+    http.replies.push_back({200, encode(PripojitOdpoved{mac.pair})});
+    socket = sockets.layOut();
+    mac.attach(socket, *identita);
+    start(arguments);
+    mac.logIn(macIsOnline);
+    run();
+}
+
+void PhoneFixture::send(MacPayload payload, std::string requestID) {
+    mac.send(std::move(payload), std::move(requestID));
+    run();
+}
+
+MacStatus PhoneFixture::status() const {
+    MacStatus status;
+    status.protocolVersion = ProtocolVersion::current;
+    status.appVersion = "0.1.0";
+    status.deviceName = "Studovna";
+    status.tools = {{"mac.status", "Řekne, co Mac umí.", ToolRisk::safeRead, "{}", false},
+                    {"mac.mail.send", "Odešle mail.", ToolRisk::change, "{}", false}};
+    status.claude.problem = "Vypnuto";
+    status.codex.installed = true;
+    status.codex.version = "1.2";
+    status.allowedFolders = {"Plocha", "Projekty"};
+    status.onPower = true;
+    status.sentAt = clock.now();
+    return status;
+}
+
+ApprovalRequest PhoneFixture::approval(std::string tool) const {
+    return {.id = "A1",
+            .tool = std::move(tool),
+            .title = "Odeslat mail",
+            .spoken = "Odeslat mail?",
+            .detail = "Komu: eva@example.org",
+            .expiresAt = clock.now() + std::chrono::seconds(120),
+            .contentHash = "e3b0c44298fc1c14"};
+}
+
+} // namespace morvex
