@@ -1,0 +1,71 @@
+#include "tests/e2e/EndToEnd.h"
+
+#include "shared/base/Require.h"
+
+#include <csignal>
+
+namespace morvex {
+
+EndToEnd::EndToEnd() {
+    startRelay();
+}
+
+void EndToEnd::startRelay() {
+    auto listen = relayAddress.empty() ? "127.0.0.1:0" : relayAddress.substr(relayAddress.find("//") + 2);
+    relay = std::make_unique<Program>(
+        "morvex-relay",
+        std::vector<std::string>{"--listen", listen, "--db", (temporary.path() / "relay.db").string()},
+        environment("relay"));
+    auto line = relay->waitForLine("listening on ");
+    relayAddress = line.substr(line.find("http://"));
+}
+
+void EndToEnd::restartRelay() {
+    relay->signal(SIGTERM);
+    EXPECT_EQ(relay->wait(), 0);
+    startRelay();
+}
+
+std::unique_ptr<Program> EndToEnd::startMac(const std::string& home) {
+    auto mac = std::make_unique<Program>("morvex", std::vector<std::string>{}, environment(home));
+    mac->waitForLine("běží");
+    mac->type("relay " + relayAddress);
+    return mac;
+}
+
+Ended EndToEnd::phone(std::vector<std::string> arguments, const std::string& input) {
+    arguments.insert(arguments.begin(), {"--data", (temporary.path() / "phone").string()});
+    return runProgram("morvex-phone", arguments, environment("phone"), input);
+}
+
+std::string EndToEnd::pair(Program& mac) {
+    mac.type("parovat");
+    auto code = mac.waitForNextLine("{\"agreementKey\"");
+    auto paired = phone({"--yes", "pair", code});
+    EXPECT_EQ(paired.code, 0) << paired.output;
+    auto shown = mac.waitForNextLine("Číslo k porovnání: ");
+    auto number = shown.substr(shown.find(": ") + 2);
+    EXPECT_NE(paired.output.find(number), std::string::npos) << paired.output;
+    mac.type("souhlasi");
+    mac.waitForNextLine("Párování: nic neprobíhá");
+    return number;
+}
+
+std::string EndToEnd::allow(Program& mac, const std::string& name) {
+    auto folder = temporary.path() / "mac" / name;
+    std::filesystem::create_directories(folder);
+    mac.type("povolit " + folder.string());
+    mac.waitForNextLine("Složka: " + folder.string());
+    return folder.string();
+}
+
+Program::Environment EndToEnd::environment(const std::string& home) {
+    auto folder = temporary.path() / home;
+    std::filesystem::create_directories(folder);
+    Program::Environment variables{{"HOME", folder.string()}, {"PATH", "/usr/bin:/bin"}};
+    for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"})
+        if (const char* value = std::getenv(name)) variables[name] = value;
+    return variables;
+}
+
+} // namespace morvex

@@ -1,0 +1,154 @@
+#include "tests/e2e/Program.h"
+
+#include "shared/base/Require.h"
+
+#include <array>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <fcntl.h>
+#include <iostream>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace morvex {
+
+namespace {
+
+constexpr std::chrono::seconds patience{30};
+
+std::vector<char*> pointers(std::vector<std::string>& texts) {
+    std::vector<char*> all;
+    for (auto& text : texts) all.push_back(text.data());
+    all.push_back(nullptr);
+    return all;
+}
+
+} // namespace
+
+Program::Program(const std::string& name, const std::vector<std::string>& arguments,
+                 const Environment& environment)
+    : name_(name) {
+    std::array<int, 2> in{};
+    std::array<int, 2> out{};
+    vyzaduj(::pipe2(in.data(), O_CLOEXEC) == 0 && ::pipe2(out.data(), O_CLOEXEC) == 0, "no pipes");
+
+    std::vector<std::string> words{std::string(MORVEX_BIN_DIR) + "/" + name};
+    words.insert(words.end(), arguments.begin(), arguments.end());
+    std::vector<std::string> variables;
+    for (const auto& [key, value] : environment) variables.push_back(key + "=" + value);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, in[0], 0);
+    posix_spawn_file_actions_adddup2(&actions, out[1], 1);
+    posix_spawn_file_actions_adddup2(&actions, out[1], 2);
+    auto failure = ::posix_spawn(&process_, words[0].c_str(), &actions, nullptr, pointers(words).data(),
+                                 pointers(variables).data());
+    posix_spawn_file_actions_destroy(&actions);
+    vyzaduj(failure == 0, "a program cannot be started");
+    ::close(in[0]);
+    ::close(out[1]);
+    input_ = in[1];
+    collector_ = std::thread([this, descriptor = out[0]] { collect(descriptor); });
+}
+
+Program::~Program() {
+    if (exitCode_ < 0) {
+        signal(SIGKILL);
+        wait();
+    }
+    closeInput();
+}
+
+std::string Program::waitForLine(const std::string& text) {
+    std::size_t from = 0;
+    return waitFor(text, from);
+}
+
+std::string Program::waitForNextLine(const std::string& text) {
+    return waitFor(text, seen_);
+}
+
+void Program::type(const std::string& line) const {
+    auto text = line + "\n";
+    vyzaduj(::write(input_, text.data(), text.size()) == static_cast<ssize_t>(text.size()),
+            "the input is closed");
+}
+
+void Program::closeInput() {
+    if (input_ >= 0) ::close(input_);
+    input_ = -1;
+}
+
+void Program::signal(int number) const {
+    ::kill(process_, number);
+}
+
+int Program::wait() {
+    if (exitCode_ >= 0) return exitCode_;
+    auto deadline = std::chrono::steady_clock::now() + patience;
+    int status = 0;
+    while (::waitpid(process_, &status, WNOHANG) == 0) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            std::cerr << name_ << " does not end. It printed:\n" << output();
+            signal(SIGKILL);
+            deadline += patience;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    collector_.join();
+    exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    return exitCode_;
+}
+
+std::string Program::output() {
+    std::lock_guard lock(mutex_);
+    return output_;
+}
+
+void Program::collect(int descriptor) {
+    std::array<char, 4096> chunk{};
+    for (;;) {
+        auto got = ::read(descriptor, chunk.data(), chunk.size());
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) break;
+        std::lock_guard lock(mutex_);
+        output_.append(chunk.data(), static_cast<std::size_t>(got));
+        changed_.notify_all();
+    }
+    ::close(descriptor);
+}
+
+bool Program::findLine(const std::string& text, std::size_t& from, std::string& line) const {
+    auto found = output_.find(text, from);
+    auto end = found == std::string::npos ? found : output_.find('\n', found);
+    if (end == std::string::npos) return false;
+    auto begin = output_.rfind('\n', found);
+    begin = begin == std::string::npos ? 0 : begin + 1;
+    line = output_.substr(begin, end - begin);
+    from = end + 1;
+    return true;
+}
+
+std::string Program::waitFor(const std::string& text, std::size_t& from) {
+    std::unique_lock lock(mutex_);
+    std::string line;
+    if (!changed_.wait_for(lock, patience, [&] { return findLine(text, from, line); })) {
+        std::cerr << name_ << " never printed \"" << text << "\" but:\n" << output_;
+        vyzaduj(false, "a program did not print what was waited for");
+    }
+    return line;
+}
+
+Ended runProgram(const std::string& name, const std::vector<std::string>& arguments,
+                 const Program::Environment& environment, const std::string& input) {
+    Program program(name, arguments, environment);
+    if (!input.empty()) program.type(input);
+    program.closeInput();
+    auto code = program.wait();
+    return {code, program.output()};
+}
+
+} // namespace morvex
