@@ -23,7 +23,6 @@ TEST_F(EndToEnd, AFreshPhonePairsAndUsesFilesOfAnAllowedFolder) {
     pair(*mac);
     auto folder = allow(*mac, "Ukázka");
     std::ofstream(folder + "/nákup.txt") << "mléko";
-    mac->waitForLine("Stav: Připraven");
 
     auto status = phone({"--json", "status"});
     EXPECT_EQ(status.code, 0) << status.output;
