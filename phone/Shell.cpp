@@ -67,6 +67,7 @@ Task<Result<void>> Shell::run() {
         if (!event || std::holds_alternative<Inbox::EndOfInput>(*event)) break;
         const auto* line = std::get_if<Inbox::Line>(&*event);
         if (line) {
+            isLineAwaited_ = false;
             phone_.lineArrived();
             if (!co_await take(line->text)) break;
         } else {
@@ -81,7 +82,8 @@ Task<Result<void>> Shell::run() {
 
 void Shell::awaitLine() {
     if (phone_.keyboard.isInteractive()) phone_.terminal.prompt("morvex> ");
-    phone_.keyboard.requestLine();
+    // One line at a time: a second one would arrive while a call waits for its result, and be lost.
+    if (!std::exchange(isLineAwaited_, true)) phone_.keyboard.requestLine();
 }
 
 Task<bool> Shell::take(std::string line) {

@@ -50,6 +50,18 @@ TEST_F(ShellTest, IsTheDefaultOnATerminalOnly) {
     EXPECT_EQ(ended, ExitCode::done);
 }
 
+TEST_F(ShellTest, NewsFromTheMacBeforeALineLoseNoLaterLine) {
+    startInSession({"shell"});
+    inbox.push(SecureLink::Zprava{{MacPayload::Status{status()}}, "status"});
+    keyboard.type("read a.txt");
+    keyboard.type("search b");
+    run();
+    answerCall(true, R"({"content":"ahoj"})");
+    run();
+    EXPECT_EQ(answerCall(true, R"({"count":0})"),
+              (MacPayload{MacPayload::ToolCall{"mac.files.search", R"({"pattern":"b"})"}}));
+}
+
 TEST_F(ShellTest, RunsAScriptOfLinesInOrder) {
     startInSession({"shell"});
     type("# komentář");
