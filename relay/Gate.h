@@ -12,8 +12,8 @@ namespace morvex {
 /// waiter looks at its condition before and after.
 class Gate {
   public:
-    explicit Gate(boost::asio::any_io_executor executor)
-        : never_(std::move(executor), boost::asio::steady_timer::time_point::max()) {}
+    explicit Gate(const boost::asio::any_io_executor& executor)
+        : never_(executor, boost::asio::steady_timer::time_point::max()) {}
 
     boost::asio::awaitable<void> wait() {
         co_await never_.async_wait(boost::asio::as_tuple(boost::asio::use_awaitable));

@@ -16,6 +16,7 @@
 #include <chrono>
 #include <optional>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace morvex {
@@ -147,7 +148,7 @@ asio::awaitable<void> HttpSession::answer(CallReply reply) {
     if (error) co_return;
     // Closing over unread bytes would reset the connection and take the answer with it.
     beast::error_code ignored;
-    stream_.tcp().socket().shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
+    std::ignore = stream_.tcp().socket().shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
     std::array<char, 4 * kibibyte> discarded;
     for (;;) {
         auto [end, more] = co_await stream_.tcp().async_read_some(asio::buffer(discarded), asTuple);

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <string>
 #include <string_view>
+#include <tuple>
 
 namespace morvex {
 
@@ -87,7 +88,7 @@ Result<void> PairStore::create(const PairID& pair, const Member& creator, const 
     if (auto begun = database_.execute("BEGIN IMMEDIATE"); !begun) return begun;
     auto inserted = insertPair(pair, creator, tokenHash, expiresAt);
     if (inserted) inserted = database_.execute("COMMIT");
-    if (!inserted) (void)database_.execute("ROLLBACK");
+    if (!inserted) std::ignore = database_.execute("ROLLBACK");
     return inserted;
 }
 

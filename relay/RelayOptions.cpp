@@ -59,9 +59,9 @@ Result<RelayOptions> RelayOptions::parse(std::span<const char* const> arguments)
         constexpr std::array<std::string_view, 4> withValue{"--listen", "--db", "--cert", "--key"};
         if (std::ranges::find(withValue, name) == withValue.end())
             return fail(TextError{"unknown option '" + name + "'"});
-        if (++index == arguments.size() || *arguments[index] == '\0')
-            return fail(TextError{name + " needs a value"});
-        const std::string value = arguments[index];
+        ++index;
+        const std::string value = index < arguments.size() ? arguments[index] : "";
+        if (value.empty()) return fail(TextError{name + " needs a value"});
         if (name == "--db") options.database = value;
         if (name == "--cert") tls.certificate = value;
         if (name == "--key") tls.key = value;

@@ -11,7 +11,7 @@
 
 #include <algorithm>
 #include <csignal>
-#include <exception>
+#include <tuple>
 #include <utility>
 
 namespace morvex {
@@ -48,12 +48,11 @@ Result<void> RelayServer::loadTls(const RelayOptions::Tls& tls) {
     context.set_options(asio::ssl::context::default_workarounds | asio::ssl::context::no_tlsv1 |
                         asio::ssl::context::no_tlsv1_1);
     ErrorCode error;
-    context.use_certificate_chain_file(tls.certificate.string(), error);
-    if (error)
+    if (context.use_certificate_chain_file(tls.certificate.string(), error))
         return fail(
             TextError{"cannot use the certificate " + tls.certificate.string() + ": " + error.message()});
-    context.use_private_key_file(tls.key.string(), asio::ssl::context::pem, error);
-    if (error) return fail(TextError{"cannot use the key " + tls.key.string() + ": " + error.message()});
+    if (context.use_private_key_file(tls.key.string(), asio::ssl::context::pem, error))
+        return fail(TextError{"cannot use the key " + tls.key.string() + ": " + error.message()});
     return {};
 }
 
@@ -66,11 +65,10 @@ Result<void> RelayServer::listen(const std::string& host, const std::string& por
     const auto found = resolver.resolve(host, port, Tcp::resolver::passive, error);
     if (error) return refuse();
     const auto endpoint = found.begin()->endpoint();
-    acceptor_.open(endpoint.protocol(), error);
-    if (!error) acceptor_.set_option(Tcp::acceptor::reuse_address{true}, error);
-    if (!error) acceptor_.bind(endpoint, error);
-    if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
-    if (error) return refuse();
+    if (acceptor_.open(endpoint.protocol(), error) ||
+        acceptor_.set_option(Tcp::acceptor::reuse_address{true}, error) || acceptor_.bind(endpoint, error) ||
+        acceptor_.listen(asio::socket_base::max_listen_connections, error))
+        return refuse();
     return {};
 }
 
@@ -120,7 +118,7 @@ asio::awaitable<void> RelayServer::acceptConnections() {
 void RelayServer::serve(Tcp::socket socket) {
     if (stoppingSince_ || state_->connections >= state_->limits.connections) return;
     ErrorCode ignored;
-    socket.set_option(Tcp::no_delay{true}, ignored);
+    std::ignore = socket.set_option(Tcp::no_delay{true}, ignored);
     auto session = std::make_unique<HttpSession>(std::move(socket), tls_ ? &*tls_ : nullptr, state_);
     asio::co_spawn(context_, HttpSession::serve(std::move(session)), asio::detached);
 }
@@ -157,7 +155,7 @@ void RelayServer::startStopping() {
     stoppingSince_ = Moment::clock::now();
     state_->log("stopping");
     ErrorCode ignored;
-    acceptor_.close(ignored);
+    std::ignore = acceptor_.close(ignored);
     for (const auto& one : state_->sockets)
         if (const auto socket = one.lock()) socket->goAway();
     tickTimer_.cancel();
