@@ -20,9 +20,15 @@ class CallDeadline {
 
     [[nodiscard]] bool passed() const { return g_cancellable_is_cancelled(cancellable_.get()) != FALSE; }
 
-  private:
-    void watch(const std::stop_token& stop, std::chrono::milliseconds limit);
+    /// Zero once the time is over.
+    [[nodiscard]] std::chrono::milliseconds remaining() const;
 
+  private:
+    using Time = std::chrono::steady_clock;
+
+    void watch(const std::stop_token& stop);
+
+    Time::time_point end_;
     GLibHandle<GCancellable> cancellable_;
     std::mutex mutex_;
     std::condition_variable_any ended_;

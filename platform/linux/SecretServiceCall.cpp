@@ -50,19 +50,35 @@ bool isVanished(const GLibError& error) {
            std::ranges::any_of(streamCodes, [&](int code) { return error.is(G_IO_ERROR, code); });
 }
 
+std::mutex& turns() {
+    static std::mutex mutex;
+    return mutex;
+}
+
+/// Signals of the bus come here, and not to the main loop of another thread. It outlives the calls: a signal
+/// that arrives late, the end of the bus for one, holds the connection until it is handled.
+GMainContext* busContext() {
+    static const GLibHandle<GMainContext, g_main_context_unref> made(g_main_context_new());
+    return made.get();
+}
+
+void handleSignals() {
+    bool more = true;
+    while (more) more = g_main_context_iteration(busContext(), FALSE) != FALSE;
+}
+
 } // namespace
 
 SecretServiceCall::SecretServiceCall(const SecretServiceVault::Settings& settings)
-    : settings_(settings), deadline_(settings.timeLimit), context_(g_main_context_new()) {
-    g_main_context_push_thread_default(context_.get());
+    : settings_(settings), turn_(turns()), deadline_(settings.timeLimit) {
+    g_main_context_push_thread_default(busContext());
+    handleSignals();
 }
 
 SecretServiceCall::~SecretServiceCall() {
     service_.reset();
-    // A signal that still waits holds the connection, and with it the context that it waits in.
-    while (g_main_context_iteration(context_.get(), FALSE)) {
-    }
-    g_main_context_pop_thread_default(context_.get());
+    handleSignals();
+    g_main_context_pop_thread_default(busContext());
 }
 
 SecretServiceCall::Outcome<void> SecretServiceCall::open() {

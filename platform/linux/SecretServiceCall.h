@@ -6,14 +6,16 @@
 #include <libsecret/secret.h>
 
 #include <expected>
+#include <mutex>
 #include <span>
 #include <vector>
 
 namespace morvex {
 
 /// One call to the Secret Service: the service on the session bus and the time that all its steps share.
-/// Made, used and destroyed by one thread. `open` comes first, and nothing else when it fails. Failures are
-/// statuses of `vaultStatus`.
+/// Made, used and destroyed by one thread; there is one at a time, so that the user never sees two prompts at
+/// once, and the next one waits. `open` comes first, and nothing else when it fails. Failures are statuses of
+/// `vaultStatus`.
 class SecretServiceCall {
   public:
     template <class T> using Outcome = std::expected<T, std::int32_t>;
@@ -49,9 +51,8 @@ class SecretServiceCall {
     [[nodiscard]] std::unexpected<std::int32_t> failure() const;
 
     const SecretServiceVault::Settings& settings_;
+    std::unique_lock<std::mutex> turn_;
     CallDeadline deadline_;
-    /// Signals of the bus come here, where nobody waits for them, and not to the main loop of another thread.
-    GLibHandle<GMainContext, g_main_context_unref> context_;
     GLibError error_;
     GLibHandle<GDBusConnection> bus_;
     GLibHandle<SecretService> service_;

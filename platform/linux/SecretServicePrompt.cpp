@@ -7,23 +7,23 @@ namespace {
 constexpr const char* service = "org.freedesktop.secrets";
 constexpr const char* interface = "org.freedesktop.Secret.Prompt";
 
-gboolean wakeUp(GCancellable*, gpointer) {
-    return G_SOURCE_CONTINUE;
+gboolean wakeUp(gpointer) {
+    return G_SOURCE_REMOVE;
 }
 
 /// Ends a blocking turn of the thread's main context once the time is over.
-class DeadlineSource {
+class TimeoutSource {
   public:
-    explicit DeadlineSource(const CallDeadline& deadline)
-        : source_(g_cancellable_source_new(deadline.cancellable())) {
-        g_source_set_callback(source_.get(), G_SOURCE_FUNC(wakeUp), nullptr, nullptr);
+    explicit TimeoutSource(std::chrono::milliseconds time)
+        : source_(g_timeout_source_new(static_cast<guint>(time.count()))) {
+        g_source_set_callback(source_.get(), wakeUp, nullptr, nullptr);
         g_source_attach(source_.get(), g_main_context_get_thread_default());
     }
 
-    ~DeadlineSource() { g_source_destroy(source_.get()); }
+    ~TimeoutSource() { g_source_destroy(source_.get()); }
 
-    DeadlineSource(const DeadlineSource&) = delete;
-    DeadlineSource& operator=(const DeadlineSource&) = delete;
+    TimeoutSource(const TimeoutSource&) = delete;
+    TimeoutSource& operator=(const TimeoutSource&) = delete;
 
   private:
     GLibHandle<GSource, g_source_unref> source_;
@@ -46,12 +46,13 @@ SecretServicePrompt::End SecretServicePrompt::run(const CallDeadline& deadline) 
 
 void SecretServicePrompt::askForAnswer(const CallDeadline& deadline) {
     constexpr const char* noWindow = "";
-    DeadlineSource wake(deadline);
     GLibHandle<GVariant, g_variant_unref> shown(g_dbus_connection_call_sync(
         bus_, service, path_.c_str(), interface, "Prompt", g_variant_new("(s)", noWindow), nullptr,
         G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, deadline.cancellable(), nullptr));
     if (!shown && !deadline.passed()) end(End::vanished);
-    while (!end_ && !deadline.passed()) g_main_context_iteration(g_main_context_get_thread_default(), TRUE);
+    TimeoutSource wake(deadline.remaining());
+    while (!end_ && deadline.remaining().count() > 0)
+        g_main_context_iteration(g_main_context_get_thread_default(), TRUE);
 }
 
 void SecretServicePrompt::end(End end) {

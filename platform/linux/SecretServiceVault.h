@@ -17,9 +17,8 @@ class SecretServiceVault final : public SecretVault {
     enum class Prompts { allowed, never };
 
     struct Settings {
-
         Prompts prompts = Prompts::allowed;
-        std::chrono::milliseconds timeLimit = std::chrono::minutes(2); ///< for a whole call, prompt included
+        std::chrono::milliseconds timeLimit = std::chrono::minutes(2); ///< for a whole call from its turn on
 
         /// From the environment: nobody is asked where there is no display.
         static Settings ofThisSession();

@@ -6,6 +6,9 @@
 
 #include <gtest/gtest.h>
 
+#include <thread>
+#include <vector>
+
 namespace morvex {
 namespace {
 
@@ -131,6 +134,19 @@ TEST(SecretServiceVault, AServiceThatVanishedIsNotAvailableUntilItIsBack) {
     EXPECT_EQ(vault.remove(service, "account"), vaultStatus::notAvailable);
     keyring.startUnlocked();
     EXPECT_EQ(vault.find(service, "account").bytes, binary);
+}
+
+TEST(SecretServiceVault, ServesSeveralThreads) {
+    PrivateKeyring keyring;
+    keyring.startUnlocked();
+    SecretServiceVault vault(withoutPrompts);
+    std::vector<std::thread> threads;
+    for (const char* account : {"a", "b", "c", "d"})
+        threads.emplace_back([&vault, account] {
+            EXPECT_EQ(vault.add(service, account, asBytes(account)), vaultStatus::ok);
+            EXPECT_EQ(vault.find(service, account).bytes, toBytes(account));
+        });
+    for (auto& thread : threads) thread.join();
 }
 
 TEST(SecretServiceVault, ABusThatEndsTakesNothingWithIt) {
