@@ -102,8 +102,7 @@ constexpr std::array<OptionRow, 7> optionRows{{
 
 constexpr std::string_view endOfHelp =
     "\n"
-    "Příkazy shellu: status, tools, call NAME JSON, search TEXT, read PATH, write PATH TEXT,\n"
-    "approve yes|no, help, quit.\n"
+    "Shell má vlastní příkazy navíc; vypíše je jeho help.\n"
     "\n"
     "Návratové kódy:\n"
     "    0  hotovo\n"

@@ -38,6 +38,7 @@ Task<Result<std::string>> qrText(Phone& phone) {
     if (source != "-") co_return source;
     if (phone.keyboard.isInteractive()) phone.terminal.prompt("Vlož text QR kódu: ");
     auto line = co_await nextLine(phone);
+    if (phone.inbox.isInterrupted()) co_return fail(userInterrupted());
     if (!line) co_return failWith(ExitCode::usage, "Chybí text QR kódu.");
     co_return trim(*line);
 }
@@ -69,7 +70,7 @@ Task<Result<bool>> userAgrees(Phone& phone, PhonePairing& pairing) {
         phone.terminal.prompt(question);
         phone.keyboard.requestLine();
     }
-    if (phone.inbox.isInterrupted()) co_return failWith(ExitCode::interrupted, "Přerušeno.");
+    if (phone.inbox.isInterrupted()) co_return fail(userInterrupted());
     co_return false;
 }
 

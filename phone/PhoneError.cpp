@@ -6,6 +6,19 @@
 
 namespace morvex {
 
+PhoneError userInterrupted() {
+    return {ExitCode::interrupted, "Přerušeno."};
+}
+
+PhoneError turnedAway(const std::string& why) {
+    return {ExitCode::relayUnreachable, "Relay odmítl spojení: " + why};
+}
+
+PhoneError relaySilent(const std::string& trouble) {
+    auto why = trouble.empty() ? std::string("neodpovídá") : trouble;
+    return {ExitCode::relayUnreachable, "Relay se včas neozval: " + why};
+}
+
 ExitCode exitCodeOf(const Error& error) {
     if (const auto* own = error.as<PhoneError>()) return own->code;
     if (error.as<NetworkError>() || error.as<RelayParovani::RelayChyba>()) return ExitCode::relayUnreachable;

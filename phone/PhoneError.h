@@ -32,6 +32,12 @@ inline std::unexpected<Error> failWith(ExitCode code, std::string text) {
     return fail(PhoneError{code, std::move(text)});
 }
 
+/// What a wait ends in when the user interrupts, the relay turns the phone away, or the relay is not heard of
+/// in time (`trouble`: the failure of the last connection, if there was one).
+PhoneError userInterrupted();
+PhoneError turnedAway(const std::string& why);
+PhoneError relaySilent(const std::string& trouble);
+
 /// Also for the failures of the layers below.
 ExitCode exitCodeOf(const Error& error);
 

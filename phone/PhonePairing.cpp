@@ -79,8 +79,7 @@ Task<Result<void>> PhonePairing::heard(RelayLink::Udalost event) {
         isAtRelay_ = false;
         trouble_ = lost->duvod;
     } else if (const auto* failure = std::get_if<RelayLink::Selhalo>(&event)) {
-        if (failure->code != RelayFailure::peerOffline)
-            co_return failWith(ExitCode::relayUnreachable, "Relay odmítl spojení: " + failure->detail);
+        if (failure->code != RelayFailure::peerOffline) co_return fail(turnedAway(failure->detail));
     }
     co_return Result<void>{};
 }
@@ -106,11 +105,10 @@ Task<void> PhonePairing::leave() {
 }
 
 std::unexpected<Error> PhonePairing::unreachable() const {
-    if (inbox_.isInterrupted()) return failWith(ExitCode::interrupted, "Přerušeno.");
+    if (inbox_.isInterrupted()) return fail(userInterrupted());
     if (isAtRelay_)
         return failWith(ExitCode::macUnreachable, "Mac se včas neozval. Ukazuje ještě tenhle QR kód?");
-    auto why = trouble_.empty() ? std::string("neodpovídá") : trouble_;
-    return failWith(ExitCode::relayUnreachable, "Relay se včas neozval: " + why);
+    return fail(relaySilent(trouble_));
 }
 
 } // namespace morvex

@@ -131,16 +131,15 @@ void PhoneSession::takeNote(const MacAvailability& stav) {
 
 std::optional<Error> PhoneSession::refusal() const {
     if (!refusal_) return std::nullopt;
-    return PhoneError{ExitCode::relayUnreachable, "Relay odmítl spojení: " + *refusal_};
+    return turnedAway(*refusal_);
 }
 
 std::unexpected<Error> PhoneSession::unreachable() const {
-    if (inbox_.isInterrupted()) return failWith(ExitCode::interrupted, "Přerušeno.");
+    if (inbox_.isInterrupted()) return fail(userInterrupted());
     if (auto refused = refusal()) return fail(*std::move(refused));
     if (isAtRelay_)
         return failWith(ExitCode::macUnreachable, "Mac se včas neozval. Běží na něm Morvex a je online?");
-    auto why = trouble_.empty() ? std::string("neodpovídá") : trouble_;
-    return failWith(ExitCode::relayUnreachable, "Relay se včas neozval: " + why);
+    return fail(relaySilent(trouble_));
 }
 
 } // namespace morvex

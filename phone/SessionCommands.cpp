@@ -40,7 +40,7 @@ Task<Result<std::string>> readInput(Phone& phone, PhoneSession& session, Attenda
         if (text.size() > longestInput) co_return failWith(ExitCode::usage, "Vstup je moc dlouhý.");
         phone.keyboard.requestLine();
     }
-    co_return failWith(ExitCode::interrupted, "Přerušeno.");
+    co_return fail(userInterrupted());
 }
 
 } // namespace
@@ -111,7 +111,7 @@ Task<Result<void>> approve(Phone& phone, PhoneSession& session, Attendant& atten
     const auto deadline = phone.deadline(patience);
     while (!attendant.hasDecided() && !session.refusal()) {
         auto event = co_await session.next(deadline);
-        if (!event && phone.inbox.isInterrupted()) co_return failWith(ExitCode::interrupted, "Přerušeno.");
+        if (!event && phone.inbox.isInterrupted()) co_return fail(userInterrupted());
         if (!event) co_return failWith(ExitCode::refused, "Žádná žádost nepřišla.");
         co_await attendant.heard(*std::move(event));
     }

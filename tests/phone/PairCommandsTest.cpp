@@ -232,6 +232,22 @@ TEST_F(PairCommandsTest, CtrlCEndsThePairingAndStoresNothing) {
     EXPECT_FALSE(isStored());
 }
 
+TEST_F(PairCommandsTest, AnInputWithoutACodeIsWrongUsage) {
+    start({"pair"});
+    keyboard.end();
+    run();
+    EXPECT_EQ(ended, ExitCode::usage);
+    start({"pair", "-"});
+    EXPECT_EQ(ended, ExitCode::usage);
+}
+
+TEST_F(PairCommandsTest, CtrlCWhileTheCodeIsAwaitedIsAnInterruption) {
+    start({"pair"});
+    interruption.request_stop();
+    run();
+    EXPECT_EQ(ended, ExitCode::interrupted);
+}
+
 TEST_F(PairCommandsTest, TheFirstPairingMakesAnIdentityThatStays) {
     http.replies.push_back({500, ""});
     start({"pair", "--yes", qr().c_str()});
