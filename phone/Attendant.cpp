@@ -88,7 +88,7 @@ Task<void> Attendant::consider(ApprovalRequest request) {
 void Attendant::ask() {
     phone_.keyboard.forgetTypeAhead();
     phone_.terminal.prompt("Potvrdit? [a/n] ");
-    phone_.keyboard.requestLine();
+    phone_.requestLine();
 }
 
 Task<bool> Attendant::isAnswer(std::string line) {

@@ -11,6 +11,8 @@ Task<std::optional<Inbox::Event>> Inbox::next(std::optional<Clock::Duration> unt
     if (until) timer = clock_.at(*until, [over]() mutable { over.request_stop(); });
     auto event = co_await events_.next(over.get_token());
     if (timer) clock_.forget(*timer);
+    if (event && (std::holds_alternative<Line>(*event) || std::holds_alternative<EndOfInput>(*event)))
+        isLineExpected_ = false;
     co_return event;
 }
 

@@ -8,6 +8,7 @@
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <utility>
 #include <variant>
 
 namespace morvex {
@@ -35,6 +36,10 @@ class Inbox {
     /// The next event. Nothing once `sinceBoot()` has reached `until`, or when the user interrupts.
     Task<std::optional<Event>> next(std::optional<Clock::Duration> until);
 
+    /// True when no line is expected yet. It is from now on, until `next` gives a line or the end of the
+    /// input.
+    bool expectLine() { return !std::exchange(isLineExpected_, true); }
+
     [[nodiscard]] bool isInterrupted() const { return interrupted_.stop_requested(); }
 
     /// Moves what a link tells into the inbox until `stop`.
@@ -47,6 +52,7 @@ class Inbox {
     Clock& clock_;
     std::stop_token interrupted_;
     EventStream<Event> events_;
+    bool isLineExpected_ = false;
 };
 
 } // namespace morvex

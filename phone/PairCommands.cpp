@@ -20,7 +20,7 @@ constexpr std::chrono::minutes patience{5};
 
 /// The next line that somebody types; nothing at the end of the input, after `patience`, or when interrupted.
 Task<std::optional<std::string>> nextLine(Phone& phone) {
-    phone.keyboard.requestLine();
+    phone.requestLine();
     const auto deadline = phone.deadline(patience);
     while (auto event = co_await phone.inbox.next(deadline)) {
         if (auto* line = std::get_if<Inbox::Line>(&*event)) {
@@ -57,7 +57,7 @@ Task<Result<bool>> userAgrees(Phone& phone, PhonePairing& pairing) {
     const std::string question = "Souhlasí číslo? [a/n] ";
     phone.keyboard.forgetTypeAhead();
     phone.terminal.prompt(question);
-    phone.keyboard.requestLine();
+    phone.requestLine();
     const auto deadline = phone.deadline(patience);
     while (auto event = co_await phone.inbox.next(deadline)) {
         if (auto* told = std::get_if<RelayLink::Udalost>(&*event))
@@ -68,7 +68,7 @@ Task<Result<bool>> userAgrees(Phone& phone, PhonePairing& pairing) {
         phone.lineArrived();
         if (auto decision = yesOrNo(line->text)) co_return *decision;
         phone.terminal.prompt(question);
-        phone.keyboard.requestLine();
+        phone.requestLine();
     }
     if (phone.inbox.isInterrupted()) co_return fail(userInterrupted());
     co_return false;

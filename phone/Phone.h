@@ -26,6 +26,11 @@ struct Phone {
 
     [[nodiscard]] Date now() const { return link.relay.clock.now(); }
 
+    /// One more line comes, unless one is on its way: a second one would come while nobody waits for it.
+    void requestLine() const {
+        if (inbox.expectLine()) keyboard.requestLine();
+    }
+
     /// To be told of each line of the user, before anything is written.
     void lineArrived() const {
         if (keyboard.isInteractive()) terminal.answered();

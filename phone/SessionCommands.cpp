@@ -28,7 +28,7 @@ Result<void> afterWaiting(const PhoneSession& session) {
 /// The whole input up to its end. The session goes on meanwhile.
 Task<Result<std::string>> readInput(Phone& phone, PhoneSession& session, Attendant& attendant) {
     std::string text;
-    phone.keyboard.requestLine();
+    phone.requestLine();
     while (auto event = co_await session.next(std::nullopt)) {
         if (std::holds_alternative<Inbox::EndOfInput>(*event)) co_return text;
         const auto* line = std::get_if<Inbox::Line>(&*event);
@@ -38,7 +38,7 @@ Task<Result<std::string>> readInput(Phone& phone, PhoneSession& session, Attenda
         }
         text.append(line->text).append("\n");
         if (text.size() > longestInput) co_return failWith(ExitCode::usage, "Vstup je moc dlouhý.");
-        phone.keyboard.requestLine();
+        phone.requestLine();
     }
     co_return fail(userInterrupted());
 }

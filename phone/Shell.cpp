@@ -67,13 +67,13 @@ Task<Result<void>> Shell::run() {
         if (!event || std::holds_alternative<Inbox::EndOfInput>(*event)) break;
         const auto* line = std::get_if<Inbox::Line>(&*event);
         if (line) {
-            isLineAwaited_ = false;
             phone_.lineArrived();
             if (!co_await take(line->text)) break;
+            awaitLine();
         } else {
             co_await attendant_.heard(*std::move(event));
+            if (!phone_.terminal.isPrompting()) awaitLine();
         }
-        if (!phone_.terminal.isPrompting()) awaitLine();
     }
     phone_.terminal.leavePrompt();
     if (phone_.keyboard.isInteractive() || failure_ == ExitCode::done) co_return Result<void>{};
@@ -82,8 +82,7 @@ Task<Result<void>> Shell::run() {
 
 void Shell::awaitLine() {
     if (phone_.keyboard.isInteractive()) phone_.terminal.prompt("morvex> ");
-    // One line at a time: a second one would arrive while a call waits for its result, and be lost.
-    if (!std::exchange(isLineAwaited_, true)) phone_.keyboard.requestLine();
+    phone_.requestLine();
 }
 
 Task<bool> Shell::take(std::string line) {

@@ -45,7 +45,6 @@ class Shell {
     Attendant& attendant_;
     ExitCode failure_ = ExitCode::done; ///< of the first line that failed
     bool isOver_ = false;
-    bool isLineAwaited_ = false;
 };
 
 /// The first word of a line, or what stands in double quotes at its start, and the rest without the blanks

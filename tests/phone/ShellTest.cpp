@@ -62,6 +62,23 @@ TEST_F(ShellTest, NewsFromTheMacBeforeALineLoseNoLaterLine) {
               (MacPayload{MacPayload::ToolCall{"mac.files.search", R"({"pattern":"b"})"}}));
 }
 
+TEST_F(ShellTest, AQuestionOvertakenByTheResultLosesNoLine) {
+    startInSession({"shell", "--approve", "ask"});
+    keyboard.type("call mac.mail.send");
+    run();
+    auto received = mac.take();
+    ASSERT_EQ(received.size(), 1U);
+    keyboard.type("read a.txt");
+    keyboard.type("search b");
+    inbox.push(SecureLink::Zprava{{MacPayload::Approval{approval("mac.mail.send")}}, "A1"});
+    inbox.push(SecureLink::Zprava{{MacPayload::ToolResult{true, "{}"}}, received[0].requestID});
+    run();
+    EXPECT_EQ(answerCall(true, "{}"),
+              (MacPayload{MacPayload::ToolCall{"mac.files.read", R"({"path":"a.txt"})"}}));
+    EXPECT_EQ(answerCall(true, "{}"),
+              (MacPayload{MacPayload::ToolCall{"mac.files.search", R"({"pattern":"b"})"}}));
+}
+
 TEST_F(ShellTest, RunsAScriptOfLinesInOrder) {
     startInSession({"shell"});
     type("# komentář");
