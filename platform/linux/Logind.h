@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QLatin1StringView>
+
+namespace morvex {
+
+/// Where the login service is on the system bus (org.freedesktop.login1(5)).
+struct Logind {
+    static constexpr QLatin1StringView service{"org.freedesktop.login1"};
+    static constexpr QLatin1StringView path{"/org/freedesktop/login1"};
+    static constexpr QLatin1StringView interface{"org.freedesktop.login1.Manager"};
+};
+
+} // namespace morvex

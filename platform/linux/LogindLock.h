@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/ports/SleepInhibitor.h"
+
+#include <QDBusConnection>
+#include <QDBusPendingCallWatcher>
+#include <QDBusUnixFileDescriptor>
+#include <QString>
+
+namespace morvex {
+
+/// An inhibitor lock of the login service: asked for without waiting when this object is made, given back
+/// when it goes, also when the answer comes only after that. Main thread.
+class LogindLock final : public SleepInhibitor::Token {
+  public:
+    /// In the words of the service's method Inhibit.
+    struct Request {
+        QString what;
+        QString why;
+        QString mode;
+    };
+
+    /// `onFailure` may be empty.
+    LogindLock(const QDBusConnection& bus, const Request& request,
+               std::function<void(const Error&)> onFailure);
+
+  private:
+    void take(const std::function<void(const Error&)>& onFailure);
+
+    QDBusPendingCallWatcher answer_;
+    QDBusUnixFileDescriptor lock_;
+};
+
+} // namespace morvex

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "shared/base/Error.h"
+
+namespace morvex {
+
+/// Whether this program starts when its user logs in. Main thread only.
+class LoginItem {
+  public:
+    virtual ~LoginItem() = default;
+
+    /// What holds now, whoever set it.
+    [[nodiscard]] virtual bool isEnabled() const = 0;
+
+    virtual Result<void> enroll() = 0;
+    virtual Result<void> withdraw() = 0;
+};
+
+} // namespace morvex
