@@ -8,9 +8,13 @@
 #include "platform/linux/InodeBookmarks.h"
 #include "platform/linux/JsonDefaults.h"
 #include "platform/linux/LockFileInstance.h"
+#include "platform/linux/LogindSleepInhibitor.h"
+#include "platform/linux/LogindSleepMonitor.h"
 #include "platform/linux/SysfsPower.h"
 #include "platform/linux/SystemRandom.h"
+#include "platform/linux/UPowerMonitor.h"
 #include "platform/linux/VaultChoice.h"
+#include "platform/linux/XdgAutostart.h"
 #include "platform/linux/XdgFolders.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
@@ -65,13 +69,29 @@ struct System {
     VaultChoice vault{folders.applicationSupport()};
     KeychainStore uloziste{vault, "zz.bramwicks.tolvy"};
     InodeBookmarks bookmarks;
-    SysfsPower power;
+    SysfsPower kernelPower;
+    UPowerMonitor power{kernelPower};
+    LogindSleepMonitor sleep;
+    LogindSleepInhibitor inhibitor;
+    XdgAutostart loginItem{folders.configuration(), QCoreApplication::applicationFilePath().toStdString()};
     ConsoleFolderPicker picker;
 
     CompanionServices services() {
-        return {main,   storage,  workers,  {{link, *clock, sockets}, random},
-                http,   uloziste, defaults, bookmarks,
-                picker, folders,  power,    HostnamedName().name().value_or("Mac"),
+        return {main,
+                storage,
+                workers,
+                {{link, *clock, sockets}, random},
+                http,
+                uloziste,
+                defaults,
+                bookmarks,
+                picker,
+                folders,
+                power,
+                sleep,
+                inhibitor,
+                loginItem,
+                HostnamedName().name().value_or("Mac"),
                 version};
     }
 };

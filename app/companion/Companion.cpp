@@ -21,11 +21,17 @@ Companion::Companion(CompanionServices services)
       slozky_(
           Slozky::create(services_.defaults, services_.bookmarks, services_.folderPicker, services_.folders)),
       schvalovani_(services_.link.relay.clock, services_.link.random, scope_),
+      bdelost_({services_.power, services_.sleep, services_.inhibitor, services_.loginItem,
+                services_.defaults, services_.link.relay.clock, scope_}),
       integrations_(services_.defaults),
       files_(*slozky_, services_.workers, scope_.token()),
       nastroje_(table_, state_, schvalovani_, services_.link.random),
-      report_{state_,          integrations_,           *slozky_,
-              services_.power, services_.verzeAplikace, services_.jmenoZarizeni},
+      report_{state_,
+              integrations_,
+              *slozky_,
+              bdelost_.stav().naNapajeni,
+              services_.verzeAplikace,
+              services_.jmenoZarizeni},
       spojeni_(services_.main, scope_,
                [this](SecureLink::Udalost udalost) { return zpracovat(std::move(udalost)); }),
       dorucene_(nastroje_, schvalovani_, spojeni_),
@@ -51,6 +57,8 @@ void Companion::installCallbacks() {
     schvalovani_.poslatNaTelefon = [this](ApprovalRequest zadost) {
         if (spojeni_.jePritomne()) scope_.spawn(poslatZadost(std::move(zadost)));
     };
+    bdelost_.naUsnuti = [this] { usnout(); };
+    bdelost_.naProbuzeni = [this] { pripojit(); };
 }
 
 Task<void> Companion::spustit() {
@@ -102,6 +110,7 @@ Task<void> Companion::ukoncit() {
     odpojit();
     scope_.stop();
     co_await scope_.join();
+    co_await spojeni_.odpojeno();
 }
 
 void Companion::pripojit() {
@@ -167,14 +176,16 @@ void Companion::obnovit() {
     scope_.spawn(obnovitSluzby());
 }
 
-void Companion::naUsnuti() {
+void Companion::usnout() {
     schvalovani_.vyresit(false);
     odpojit();
     state_.dostupnost = MacAvailability{MacAvailability::Spanek{services_.link.relay.clock.now()}};
+    scope_.spawn(usnoutPoOdpojeni());
 }
 
-void Companion::naProbuzeni() {
-    pripojit();
+Task<void> Companion::usnoutPoOdpojeni() {
+    co_await spojeni_.odpojeno();
+    bdelost_.muzeUsnout();
 }
 
 void Companion::setRelayAdresa(const std::string& adresa) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/companion/Bdelost.h"
 #include "app/companion/CompanionServices.h"
 #include "app/companion/CompanionState.h"
 #include "app/companion/PairingFlow.h"
@@ -44,9 +45,6 @@ class Companion {
     /// The same in the background, for a button.
     void obnovit();
 
-    void naUsnuti();
-    void naProbuzeni();
-
     /// Kept in the user defaults on every changing write.
     void setRelayAdresa(const std::string& adresa);
 
@@ -58,6 +56,8 @@ class Companion {
     [[nodiscard]] MacIntegrationSettings& integrations() { return integrations_; }
 
     [[nodiscard]] Schvalovani& schvalovani() { return schvalovani_; }
+
+    [[nodiscard]] Bdelost& bdelost() { return bdelost_; }
 
     [[nodiscard]] PairingFlow& parovani() { return parovani_; }
 
@@ -74,6 +74,8 @@ class Companion {
     Task<void> zpracovat(SecureLink::Zprava udalost);
     Task<void> zpracovat(SecureLink::Chyba udalost);
     Task<void> zpracovat(SecureLink::Pripraveno udalost);
+    void usnout();
+    Task<void> usnoutPoOdpojeni();
     Task<ToolOutcome> stavNastroj(ToolCall call);
     Task<void> poslatZadost(ApprovalRequest zadost);
 
@@ -82,6 +84,7 @@ class Companion {
     TaskScope scope_;
     std::unique_ptr<Slozky> slozky_;
     Schvalovani schvalovani_;
+    Bdelost bdelost_;
     MacIntegrationSettings integrations_;
     FileTools files_;
     ToolTable table_;

@@ -4,7 +4,10 @@
 #include "platform/ports/FolderBookmarks.h"
 #include "platform/ports/FolderPicker.h"
 #include "platform/ports/HttpClient.h"
+#include "platform/ports/LoginItem.h"
 #include "platform/ports/PowerMonitor.h"
+#include "platform/ports/SleepInhibitor.h"
+#include "platform/ports/SleepMonitor.h"
 #include "platform/ports/StandardFolders.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared-apple/IdentityStore.h"
@@ -27,6 +30,9 @@ struct CompanionServices {
     FolderPicker& folderPicker;
     StandardFolders& folders;
     PowerMonitor& power;
+    SleepMonitor& sleep;
+    SleepInhibitor& inhibitor;
+    LoginItem& loginItem;
 
     std::string jmenoZarizeni; ///< name of this computer, shown on the phone
     std::string verzeAplikace; ///< "x.y.z (build)"

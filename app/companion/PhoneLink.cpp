@@ -12,15 +12,18 @@ Task<void> start(std::shared_ptr<SecureLink> link) {
     co_await link->spustit();
 }
 
-Task<void> takeDown(std::shared_ptr<SecureLink> link, std::unique_ptr<TaskScope> listener) {
+Task<void> takeDown(std::shared_ptr<SecureLink> link) {
     co_await link->zastavit();
+}
+
+Task<void> drain(std::unique_ptr<TaskScope> listener) {
     co_await listener->join();
 }
 
 } // namespace
 
 PhoneLink::PhoneLink(Executor& main, TaskScope& scope, Handler handler)
-    : main_(main), scope_(scope), handler_(std::move(handler)) {}
+    : main_(main), scope_(scope), handler_(std::move(handler)), odchazejici_(main) {}
 
 void PhoneLink::pripojit(std::shared_ptr<SecureLink> link) {
     odpojit();
@@ -33,7 +36,8 @@ void PhoneLink::pripojit(std::shared_ptr<SecureLink> link) {
 void PhoneLink::odpojit() {
     if (!spojeni_) return;
     posluchac_->stop();
-    scope_.spawn(takeDown(std::exchange(spojeni_, nullptr), std::move(posluchac_)));
+    scope_.spawn(drain(std::move(posluchac_)));
+    odchazejici_.spawn(takeDown(std::exchange(spojeni_, nullptr)));
 }
 
 Task<Result<void>> PhoneLink::poslat(MacPayload payload, std::string requestID) {

@@ -16,13 +16,17 @@ class PhoneLink {
   public:
     using Handler = std::function<Task<void>(SecureLink::Udalost)>;
 
-    /// `scope` runs what ends in the background; it belongs to the owner and to the main executor.
+    /// `scope` runs the links and what their listeners still handle; it belongs to the owner and to the main
+    /// executor.
     PhoneLink(Executor& main, TaskScope& scope, Handler handler);
 
     /// Replaces the link. The old one goes down in the background; its events are read no more.
     void pripojit(std::shared_ptr<SecureLink> link);
 
     void odpojit();
+
+    /// Resumes when no link is still going down. Awaited before this object goes.
+    Task<void> odpojeno() { return odchazejici_.join(); }
 
     [[nodiscard]] bool jePritomne() const { return spojeni_ != nullptr; }
 
@@ -37,6 +41,7 @@ class PhoneLink {
     Handler handler_;
     std::shared_ptr<SecureLink> spojeni_;
     std::unique_ptr<TaskScope> posluchac_;
+    TaskScope odchazejici_; ///< links that go down
 };
 
 } // namespace morvex

@@ -42,7 +42,7 @@ MacStatus StatusReport::at(Date now, std::vector<ToolDescriptor> offer) const {
     status.codex = agent(Integration::codex, state.stavCodexu);
     status.mailAvailable = integrations.isOn(Integration::appleMail) && state.postaDostupna;
     status.allowedFolders = slozky.aliasy();
-    status.onPower = power.onMains();
+    status.onPower = naNapajeni;
     status.sentAt = now;
     return status;
 }

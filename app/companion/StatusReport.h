@@ -4,8 +4,9 @@
 #include "app/execution/Slozky.h"
 #include "app/personal/MacIntegrationSettings.h"
 #include "app/tools/Tool.h"
-#include "platform/ports/PowerMonitor.h"
 #include "shared/wire/MacStatus.h"
+
+#include <QProperty>
 
 #include <string>
 #include <vector>
@@ -17,7 +18,7 @@ struct StatusReport {
     const CompanionState& state;
     const MacIntegrationSettings& integrations;
     const Slozky& slozky;
-    const PowerMonitor& power;
+    const QProperty<bool>& naNapajeni;
     std::string appVersion;
     std::string deviceName;
 

@@ -67,6 +67,10 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
          [](ConsoleShell& shell, const std::string& name) { shell.switchIntegration(name, true); }},
         {"vypnout", "CO", "vypne skupinu nástrojů",
          [](ConsoleShell& shell, const std::string& name) { shell.switchIntegration(name, false); }},
+        {"vzhuru", "zap|vyp", "při napájení nenechá počítač usnout",
+         [](ConsoleShell& shell, const std::string& word) { shell.keepAwake(word); }},
+        {"po-prihlaseni", "zap|vyp", "spouští Morvex po přihlášení",
+         [](ConsoleShell& shell, const std::string& word) { shell.startAtLogin(word); }},
         {"potvrdit", "", "povolí akci, která čeká",
          [](ConsoleShell& shell, const std::string&) { shell.companion_.schvalovani().rozhodnout(true); }},
         {"zamitnout", "", "odmítne akci, která čeká",
@@ -90,7 +94,9 @@ ConsoleShell::ConsoleShell(Companion& companion, Surroundings surroundings)
 void ConsoleShell::watch() {
     auto& state = companion_.stav();
     notifiers_.push_back(state.dostupnost.addNotifier([this] { printAvailability(); }));
-    notifiers_.push_back(state.potiz.addNotifier([this] { printTrouble(); }));
+    auto& bdelost = companion_.bdelost().stav();
+    for (auto* potiz : {&state.potiz, &bdelost.potiz, &bdelost.potizDrzeni})
+        notifiers_.push_back(potiz->addNotifier([this, potiz] { printTrouble(potiz->value()); }));
     notifiers_.push_back(state.parovani.addNotifier([this] { printPairing(); }));
     notifiers_.push_back(companion_.schvalovani().zadost().addNotifier([this] { printApproval(); }));
 }
@@ -111,7 +117,7 @@ void ConsoleShell::handle(std::string_view line) {
 void ConsoleShell::printHelp() const {
     for (const auto& command : commands()) {
         auto usage = std::string(command.name) + " " + std::string(command.argument);
-        usage.resize(std::max<std::size_t>(usage.size(), 16), ' ');
+        usage.resize(std::max<std::size_t>(usage.size(), 21), ' ');
         print("  " + usage + "  " + std::string(command.help));
     }
     std::vector<std::string> names;
@@ -123,7 +129,7 @@ void ConsoleShell::printStatus() {
     const auto& state = companion_.stav();
     shownAvailability_.clear();
     printAvailability();
-    printTrouble();
+    printTrouble(state.potiz);
     const auto& peer = state.protejsek.value();
     print("Telefon: " + (peer ? peer->deviceID.rawValue : std::string("žádný")));
     print("Relay: " + state.relayAdresa.value());
@@ -132,6 +138,10 @@ void ConsoleShell::printStatus() {
     for (const auto& row : integrations)
         if (companion_.integrations().isOn(row.integration)) on.emplace_back(row.name);
     print("Zapnuto: " + join(on, ", "));
+    printWakefulness();
+    printLoginItem();
+    printTrouble(companion_.bdelost().stav().potizDrzeni);
+    printTrouble(companion_.bdelost().stav().potiz);
 }
 
 void ConsoleShell::printFolders() {
@@ -148,8 +158,17 @@ void ConsoleShell::printAvailability() {
     if (std::exchange(shownAvailability_, text) != text) print("Stav: " + text);
 }
 
-void ConsoleShell::printTrouble() {
-    if (const auto& trouble = companion_.stav().potiz.value()) print("Potíž: " + *trouble);
+void ConsoleShell::printTrouble(const std::optional<std::string>& trouble) const {
+    if (trouble) print("Potíž: " + *trouble);
+}
+
+void ConsoleShell::printWakefulness() {
+    print("Bdění: " + companion_.bdelost().stavText());
+}
+
+void ConsoleShell::printLoginItem() {
+    bool starts = companion_.bdelost().stav().spoustetPoPrihlaseni;
+    print(std::string("Po přihlášení: ") + (starts ? "spouští se" : "nespouští se"));
 }
 
 void ConsoleShell::printPairing() {
@@ -205,6 +224,28 @@ void ConsoleShell::switchIntegration(const std::string& name, bool value) {
     if (found == integrations.end()) return print("Neznámá skupina „" + name + "“. Seznam ukáže „pomoc“.");
     companion_.integrations().set(found->integration, value);
     print(std::string(value ? "Zapnuto: " : "Vypnuto: ") + std::string(found->name));
+}
+
+void ConsoleShell::keepAwake(const std::string& word) {
+    auto wanted = readSwitch(word);
+    if (!wanted) return;
+    companion_.bdelost().setDrzetVzhuru(*wanted);
+    printWakefulness();
+}
+
+void ConsoleShell::startAtLogin(const std::string& word) {
+    auto wanted = readSwitch(word);
+    if (!wanted) return;
+    companion_.bdelost().setSpoustetPoPrihlaseni(*wanted);
+    printLoginItem();
+}
+
+std::optional<bool> ConsoleShell::readSwitch(const std::string& word) const {
+    auto folded = fold(word);
+    if (folded == "zap") return true;
+    if (folded == "vyp") return false;
+    print("Napiš „zap“ nebo „vyp“.");
+    return std::nullopt;
 }
 
 } // namespace morvex

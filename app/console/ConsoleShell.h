@@ -45,13 +45,19 @@ class ConsoleShell {
     void printStatus();
     void printFolders();
     void printAvailability();
-    void printTrouble();
+    void printTrouble(const std::optional<std::string>& trouble) const;
+    void printWakefulness();
+    void printLoginItem();
     void printPairing();
     void printApproval();
     void allow(const std::string& path);
     Task<void> allowAndShow();
     void disallow(const std::string& path);
     void switchIntegration(const std::string& name, bool value);
+    void keepAwake(const std::string& word);
+    void startAtLogin(const std::string& word);
+    /// Tells what to type when the word is no position of a switch.
+    [[nodiscard]] std::optional<bool> readSwitch(const std::string& word) const;
 
     Companion& companion_;
     Surroundings surroundings_;

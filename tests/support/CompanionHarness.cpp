@@ -64,10 +64,10 @@ std::vector<MacStatus> CompanionHarness::takeStatuses() {
 }
 
 CompanionServices CompanionHarness::services() {
-    return {executor,     executor, *workers, {{executor, clock, sockets}, random},
-            http,         store,    defaults, bookmarks,
-            *askedPicker, folders,  power,    "Počítač",
-            "1.2.3 (4)"};
+    return {executor,     executor,  *workers,  {{executor, clock, sockets}, random},
+            http,         store,     defaults,  bookmarks,
+            *askedPicker, folders,   power,     sleep,
+            inhibitor,    loginItem, "Počítač", "1.2.3 (4)"};
 }
 
 } // namespace morvex

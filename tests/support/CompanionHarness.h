@@ -2,7 +2,10 @@
 
 #include "app/companion/Companion.h"
 #include "platform/memory/FakeFolderPicker.h"
+#include "platform/memory/FakeLoginItem.h"
 #include "platform/memory/FakePower.h"
+#include "platform/memory/FakeSleepInhibitor.h"
+#include "platform/memory/FakeSleepMonitor.h"
 #include "platform/memory/FixedFolders.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
@@ -73,6 +76,9 @@ class CompanionHarness : public testing::Test {
     FolderPicker* askedPicker = &picker;
     FixedFolders folders;
     FakePower power;
+    FakeSleepMonitor sleep;
+    FakeSleepInhibitor inhibitor;
+    FakeLoginItem loginItem;
     ScriptedPhone phone{clock};
     std::shared_ptr<const DeviceIdentity> mac;
     std::unique_ptr<Companion> companion;

@@ -112,15 +112,17 @@ TEST_F(CompanionTest, ARevokedPairDeletesThePeerEvenWhenNobodyPairs) {
 
 TEST_F(CompanionTest, SleepTakesTheLinkDownAndWakeBuildsItAnew) {
     auto socket = startSecured();
-    companion->naUsnuti();
-    executor.runUntilIdle();
+    sleep.fallAsleep();
     EXPECT_EQ(availability(), "Telefon spí (1 min)");
+    EXPECT_EQ(sleep.allowed, 0) << "the link is still up";
+    executor.runUntilIdle();
     ASSERT_FALSE(socket->closed.empty());
     EXPECT_EQ(socket->closed[0], CloseCode::goingAway);
-    EXPECT_EQ(clock.waiting(), 0U);
+    EXPECT_EQ(sleep.allowed, 1);
+    EXPECT_EQ(clock.waiting(), 2U) << "only the waits of Bdelost";
 
     auto second = sockets.layOut();
-    companion->naProbuzeni();
+    sleep.wake();
     executor.runUntilIdle();
     EXPECT_EQ(availability(), "Připojuji…");
     EXPECT_EQ(sockets.urls.size(), 2U);
@@ -130,15 +132,15 @@ TEST_F(CompanionTest, LateEventsOfAnOldLinkDoNotOverwriteTheSleep) {
     auto socket = startSecured();
     phone.deliver({RelayMessage::PeerOnline{false}});
     socket->breakWith("přerušeno");
-    companion->naUsnuti();
+    sleep.fallAsleep();
     executor.runUntilIdle();
     EXPECT_EQ(availability(), "Telefon spí (1 min)");
 }
 
 TEST_F(CompanionTest, AWakeWithoutAPeerChangesNothing) {
     start();
-    companion->naUsnuti();
-    companion->naProbuzeni();
+    sleep.fallAsleep();
+    sleep.wake();
     executor.runUntilIdle();
     EXPECT_EQ(availability(), "Telefon spí (1 min)");
     EXPECT_TRUE(sockets.urls.empty());

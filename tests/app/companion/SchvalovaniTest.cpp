@@ -122,7 +122,7 @@ TEST_F(SchvalovaniTest, LossOfTheLinkRefuses) {
 TEST_F(SchvalovaniTest, SleepRefusesAlsoWithoutALink) {
     start();
     auto answer = askFor("x");
-    companion->naUsnuti();
+    sleep.fallAsleep();
     executor.runUntilIdle();
     EXPECT_EQ(*answer, false);
 }

@@ -4,12 +4,12 @@
 namespace morvex {
 namespace {
 
+using namespace std::chrono_literals;
 using StatusTest = CompanionHarness;
 
 TEST_F(StatusTest, TellsWhatThisComputerCanDo) {
     startSecured();
     allowFolder("Projekty");
-    power.mains = false;
     companion->obnovit();
     auto statuses = takeStatuses();
     ASSERT_FALSE(statuses.empty());
@@ -20,7 +20,7 @@ TEST_F(StatusTest, TellsWhatThisComputerCanDo) {
     EXPECT_EQ(status.allowedFolders, std::vector<std::string>{"Projekty"});
     EXPECT_EQ(status.tools, companion->nastroje().nabizeneNastroje());
     EXPECT_FALSE(status.runningTask);
-    EXPECT_FALSE(status.onPower);
+    EXPECT_TRUE(status.onPower);
     EXPECT_FALSE(status.mailAvailable);
     EXPECT_EQ(wholeSeconds(status.sentAt), wholeSeconds(clock.now()));
     EXPECT_EQ(status.claude.problem, "Tahle verze s kódovacími agenty ještě neumí pracovat.");
@@ -58,7 +58,10 @@ TEST_F(StatusTest, IsSentOnEveryChangeOfFoldersAndSwitches) {
 TEST_F(StatusTest, AChangeOfThePowerAloneSendsNothing) {
     startSecured();
     power.mains = false;
+    clock.advance(60s);
     EXPECT_TRUE(takeStatuses().empty());
+    companion->obnovit();
+    EXPECT_FALSE(takeStatuses().back().onPower);
 }
 
 TEST_F(StatusTest, WithoutALinkNothingIsSentAndNoTroubleIsTold) {
@@ -81,7 +84,7 @@ TEST(StatusReport, TheListLeavesOutWhatThePhoneHasOfItsOwn) {
     MemoryBookmarks bookmarks;
     FakeFolderPicker picker;
     FixedFolders folders;
-    FakePower power;
+    QProperty<bool> power{true};
     CompanionState state;
     auto slozky = Slozky::create(defaults, bookmarks, picker, folders);
     StatusReport report{state, integrations, *slozky, power, "1 (1)", "Mac"};

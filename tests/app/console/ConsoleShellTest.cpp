@@ -63,8 +63,8 @@ TEST_F(ConsoleShellTest, AnUnknownCommandIsToldAndABlankLineIsNot) {
 TEST_F(ConsoleShellTest, HelpNamesEveryCommand) {
     startShell();
     auto help = type("POMOC");
-    EXPECT_EQ(help.size(), 17U);
-    EXPECT_TRUE(hasLine(help, "  povolit CESTA     povolí složku"));
+    EXPECT_EQ(help.size(), 19U);
+    EXPECT_TRUE(hasLine(help, "  povolit CESTA          povolí složku"));
 }
 
 TEST_F(ConsoleShellTest, StatusShowsLinkPhoneRelayFoldersAndSwitches) {
@@ -74,6 +74,33 @@ TEST_F(ConsoleShellTest, StatusShowsLinkPhoneRelayFoldersAndSwitches) {
     EXPECT_TRUE(hasLine(status, "Telefon: žádný"));
     EXPECT_TRUE(hasLine(status, "Relay: http://127.0.0.1:8787"));
     EXPECT_TRUE(hasLine(status, "Složky: žádná není povolená"));
+    EXPECT_TRUE(hasLine(status, "Bdění: Po chvíli nečinnosti usne a přestane být dostupný"));
+    EXPECT_TRUE(hasLine(status, "Po přihlášení: nespouští se"));
+}
+
+TEST_F(ConsoleShellTest, KeepsTheComputerAwakeAndTellsWhenThatFails) {
+    startShell();
+    EXPECT_EQ(type("vzhuru zap"), std::vector<std::string>{"Bdění: Zůstane vzhůru, dokud je v zásuvce"});
+    lines.clear();
+    inhibitor.refuse(TextError{"Nejde to."});
+    const std::string told = "Potíž: Počítač se nepodařilo udržet vzhůru: Nejde to.";
+    EXPECT_EQ(lines, std::vector<std::string>{told});
+    EXPECT_TRUE(hasLine(type("stav"), told));
+    EXPECT_EQ(type("vzhuru VYP"),
+              std::vector<std::string>{"Bdění: Po chvíli nečinnosti usne a přestane být dostupný"});
+    EXPECT_EQ(inhibitor.live, 0);
+    EXPECT_EQ(type("vzhuru ano"), std::vector<std::string>{"Napiš „zap“ nebo „vyp“."});
+}
+
+TEST_F(ConsoleShellTest, SwitchesTheStartAtLoginAndShowsWhatHolds) {
+    startShell();
+    EXPECT_EQ(type("po-prihlaseni zap"), std::vector<std::string>{"Po přihlášení: spouští se"});
+    EXPECT_TRUE(loginItem.enabled);
+    loginItem.failure = TextError{"Nesmíš."};
+    EXPECT_EQ(type("po-prihlaseni vyp"),
+              (std::vector<std::string>{"Potíž: Spouštění po přihlášení se nepodařilo nastavit: Nesmíš.",
+                                        "Po přihlášení: spouští se"}));
+    EXPECT_EQ(type("po-prihlaseni"), std::vector<std::string>{"Správně: po-prihlaseni zap|vyp"});
 }
 
 TEST_F(ConsoleShellTest, AllowsAndRemovesFoldersAlsoBelowTheHomeFolder) {

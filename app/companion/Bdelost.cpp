@@ -1,0 +1,95 @@
+#include "app/companion/Bdelost.h"
+
+namespace morvex {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto powerInterval = 60s;
+constexpr auto longestDelayOfSleep = 3s;
+const std::string holdKey = "bdelost.drzet";
+const std::string holdReason = "Morvex for Mac má zůstat dostupný pro telefon.";
+
+} // namespace
+
+Bdelost::Bdelost(Services services) : services_(services) {
+    stav_.drzetVzhuru = services_.defaults.boolean(holdKey).value_or(false);
+    stav_.spoustetPoPrihlaseni = services_.loginItem.isEnabled();
+    services_.sleep.watch({[this] { usnout(); }, [this] { probuditSe(); }});
+    stav_.naNapajeni = services_.power.onMains();
+    services_.scope.spawn(hlidatNapajeni());
+    pouzitAktivitu();
+}
+
+Bdelost::~Bdelost() {
+    services_.sleep.unwatch();
+}
+
+void Bdelost::setSpoustetPoPrihlaseni(bool spoustet) {
+    auto changed = spoustet ? services_.loginItem.enroll() : services_.loginItem.withdraw();
+    stav_.potiz =
+        changed ? std::nullopt
+                : std::optional("Spouštění po přihlášení se nepodařilo nastavit: " + changed.error().popis());
+    stav_.spoustetPoPrihlaseni = services_.loginItem.isEnabled();
+}
+
+void Bdelost::setDrzetVzhuru(bool drzet) {
+    stav_.drzetVzhuru = drzet;
+    services_.defaults.set(holdKey, drzet);
+    pouzitAktivitu();
+}
+
+std::string Bdelost::stavText() const {
+    if (stav_.spi) return "Mac spí";
+    if (!stav_.drzetVzhuru) return "Po chvíli nečinnosti usne a přestane být dostupný";
+    return stav_.naNapajeni ? "Zůstane vzhůru, dokud je v zásuvce"
+                            : "Na baterii usne — držení vzhůru platí jen při napájení";
+}
+
+void Bdelost::muzeUsnout() {
+    // After the wake the system is getting ready to wait for the next sleep.
+    if (stav_.spi) services_.sleep.letSleep();
+}
+
+Task<void> Bdelost::hlidatNapajeni() {
+    while (co_await sleepFor(services_.clock, powerInterval, services_.scope.token())) precistNapajeni();
+}
+
+Task<void> Bdelost::omezitCekani(int spanek) {
+    co_await sleepFor(services_.clock, longestDelayOfSleep, services_.scope.token());
+    if (spanek == spanek_) muzeUsnout();
+}
+
+void Bdelost::precistNapajeni() {
+    bool mains = services_.power.onMains();
+    if (mains == stav_.naNapajeni) return;
+    stav_.naNapajeni = mains;
+    pouzitAktivitu();
+}
+
+void Bdelost::pouzitAktivitu() {
+    aktivita_.reset();
+    stav_.potizDrzeni = std::nullopt;
+    if (!stav_.drzetVzhuru || !stav_.naNapajeni) return;
+    aktivita_ = services_.inhibitor.holdOffIdleSleep(holdReason, [this](const Error& error) {
+        stav_.potizDrzeni = "Počítač se nepodařilo udržet vzhůru: " + error.popis();
+    });
+}
+
+void Bdelost::usnout() {
+    stav_.spi = true;
+    services_.scope.spawn(omezitCekani(++spanek_));
+    if (naUsnuti)
+        naUsnuti();
+    else
+        muzeUsnout();
+}
+
+void Bdelost::probuditSe() {
+    stav_.spi = false;
+    precistNapajeni();
+    if (naProbuzeni) naProbuzeni();
+}
+
+} // namespace morvex

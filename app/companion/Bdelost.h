@@ -1,0 +1,82 @@
+#pragma once
+
+#include "foundation/Clock.h"
+#include "foundation/TaskScope.h"
+#include "platform/ports/LoginItem.h"
+#include "platform/ports/PowerMonitor.h"
+#include "platform/ports/SleepInhibitor.h"
+#include "platform/ports/SleepMonitor.h"
+#include "platform/ports/UserDefaults.h"
+
+#include <QProperty>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// Wakefulness: keeps this computer reachable for the phone. It watches the power source, holds off idle
+/// sleep on mains power when the user wants that, starts the program at login, and tells of sleep and wake.
+/// Battery power always lets the computer sleep. Main thread only.
+class Bdelost {
+  public:
+    /// All of it outlives this object. `scope` runs the waits; its stop ends them.
+    struct Services {
+        PowerMonitor& power;
+        SleepMonitor& sleep;
+        SleepInhibitor& inhibitor;
+        LoginItem& loginItem;
+        UserDefaults& defaults;
+        Clock& clock;
+        TaskScope& scope;
+    };
+
+    /// For reading and watching; `Bdelost` alone writes.
+    struct Stav {
+        QProperty<bool> spoustetPoPrihlaseni{false};
+        QProperty<bool> drzetVzhuru{false}; ///< what the user wants
+        QProperty<bool> naNapajeni{false};  ///< on mains power
+        QProperty<bool> spi{false};         ///< between the news of a sleep and of the wake
+        /// The last problem with the start at login.
+        QProperty<std::optional<std::string>> potiz;
+        /// Why the computer may fall asleep although it should not.
+        QProperty<std::optional<std::string>> potizDrzeni;
+    };
+
+    explicit Bdelost(Services services);
+    ~Bdelost();
+    Bdelost(const Bdelost&) = delete;
+    Bdelost& operator=(const Bdelost&) = delete;
+
+    [[nodiscard]] Stav& stav() { return stav_; }
+
+    /// Afterwards the field shows what really holds, also after a failure.
+    void setSpoustetPoPrihlaseni(bool spoustet);
+    void setDrzetVzhuru(bool drzet);
+
+    [[nodiscard]] std::string stavText() const;
+
+    /// The sleep need not wait any longer: whoever was told by `naUsnuti` is ready. The computer waits for
+    /// this call, 3 seconds at most.
+    void muzeUsnout();
+
+    std::function<void()> naUsnuti;
+    std::function<void()> naProbuzeni;
+
+  private:
+    Task<void> hlidatNapajeni();
+    Task<void> omezitCekani(int spanek);
+    void precistNapajeni();
+    void pouzitAktivitu();
+    void usnout();
+    void probuditSe();
+
+    Services services_;
+    Stav stav_;
+    std::unique_ptr<SleepInhibitor::Token> aktivita_;
+    int spanek_ = 0; ///< number of the last sleep
+};
+
+} // namespace morvex
