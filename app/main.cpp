@@ -115,13 +115,13 @@ int run() {
         std::fprintf(stderr, "Morvex nemá hodiny: %s\n", clock.error().popis().c_str());
         return 1;
     }
-    System system(*std::move(clock));
-    LockFileInstance instance(system.folders.applicationSupport());
+    LockFileInstance instance(XdgFolders().applicationSupport());
     if (!instance.claim()) {
         std::fputs("Morvex už nad těmito daty běží.\n", stderr);
         return 1;
     }
 
+    System system(*std::move(clock));
     Companion companion(system.services());
     TaskScope commands(system.main);
     TaskScope ending(system.main);

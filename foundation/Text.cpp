@@ -98,7 +98,14 @@ bool equalFolded(std::string_view left, std::string_view right) {
 
 bool contains(std::string_view text, std::string_view part) {
     if (part.empty()) return true;
-    return decompose(fromUtf8(text)).indexOf(decompose(fromUtf8(part))) >= 0;
+    auto whole = decompose(fromUtf8(text));
+    auto wanted = decompose(fromUtf8(part));
+    for (auto found = whole.indexOf(wanted); found >= 0; found = whole.indexOf(wanted, found + 1)) {
+        // A mark behind the match belongs to its last letter, which is then another letter.
+        auto behind = found + wanted.length();
+        if (behind >= whole.length() || u_charType(whole.char32At(behind)) != U_NON_SPACING_MARK) return true;
+    }
+    return false;
 }
 
 std::size_t countCharacters(std::string_view text) {

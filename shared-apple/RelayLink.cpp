@@ -82,11 +82,8 @@ Task<void> RelayLink::run(TaskScope& scope) {
         if (delay > 0 && !co_await sleepFor(services_.clock, std::chrono::seconds(delay), stop)) co_return;
 
         auto ended = co_await connection(scope);
-        if (ended)
-            udalosti_.push(Odpojeno{"Spojení bylo uzavřeno."});
-        else if (!stop.stop_requested())
-            udalosti_.push(Odpojeno{ended.error().popis()});
         if (stop.stop_requested()) co_return;
+        udalosti_.push(Odpojeno{ended ? "Spojení bylo uzavřeno." : ended.error().popis()});
         socket_ = nullptr;
         ++pokus_;
     }

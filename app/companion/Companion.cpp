@@ -1,5 +1,6 @@
 #include "app/companion/Companion.h"
 
+#include "app/companion/SmazatPar.h"
 #include "shared/wire/MacToolName.h"
 
 #include <utility>
@@ -106,7 +107,8 @@ void Companion::neplatne(const Error& error) {
 }
 
 Task<void> Companion::ukoncit() {
-    parovani_.zastavit();
+    konci_ = true;
+    parovani_.ukoncit();
     odpojit();
     scope_.stop();
     co_await scope_.join();
@@ -115,7 +117,7 @@ Task<void> Companion::ukoncit() {
 
 void Companion::pripojit() {
     const auto& protejsek = state_.protejsek.value();
-    if (!identita_ || !protejsek) return;
+    if (konci_ || !identita_ || !protejsek) return;
     odpojit();
     auto link = SecureLink::create(identita_, *protejsek, DeviceRole::mac, services_.link);
     if (link)
@@ -139,8 +141,10 @@ Task<void> Companion::zpracovat(SecureLink::Stav udalost) {
     if (!udalost.stav.jePouzitelny()) schvalovani_.vyresit(false);
     if (udalost.stav.as<MacAvailability::NeplatneParovani>()) {
         auto neplatny = state_.protejsek.value();
+        if (!neplatny) co_return;
         auto* uloziste = &services_.uloziste;
-        (void)co_await runOn(services_.storage, [uloziste] { return uloziste->smazProtejsek(); });
+        (void)co_await runOn(services_.storage,
+                             [uloziste, &neplatny] { return smazatPar(*uloziste, *neplatny); });
         if (state_.protejsek.value() == neplatny) state_.protejsek = std::nullopt;
     }
 }

@@ -94,6 +94,7 @@ class Companion {
     PhoneInbox dorucene_;
     PairingFlow parovani_;
     std::shared_ptr<const DeviceIdentity> identita_;
+    bool konci_ = false; ///< nothing new is connected any more
 };
 
 } // namespace morvex

@@ -1,5 +1,6 @@
 #include "app/companion/PairingFlow.h"
 
+#include "app/companion/SmazatPar.h"
 #include "shared/trust/Parovani.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/PairingBundle.h"
@@ -90,7 +91,9 @@ void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL
 
 void PairingFlow::potvrditCislo(const std::string& cislo) {
     const auto* shown = state_.parovani.value().as<StavParovani::OverCislo>();
-    if (rozdelany_ && shown && shown->cislo == cislo) services_.scope.spawn(ulozit(*rozdelany_, generation_));
+    if (!rozdelany_ || !shown || shown->cislo != cislo || uklada_) return;
+    uklada_ = true;
+    services_.scope.spawn(ulozit(*rozdelany_, generation_));
 }
 
 Task<void> PairingFlow::ulozit(Rozdelany rozdelany, std::uint64_t generation) {
@@ -98,10 +101,16 @@ Task<void> PairingFlow::ulozit(Rozdelany rozdelany, std::uint64_t generation) {
     const auto& peer = rozdelany.protejsek;
     auto saved =
         co_await runOn(services_.storage, [uloziste, &peer] { return uloziste->ulozProtejsek(peer); });
-    if (!saved) {
-        if (generation == generation_) selhat("Párování se nepodařilo uložit: " + saved.error().popis());
+    uklada_ = false;
+    if (generation != generation_) {
+        // Refused, cancelled or begun anew meanwhile: what was kept before is kept again.
+        auto before = state_.protejsek.value();
+        (void)co_await runOn(services_.storage, [uloziste, &before] {
+            return before ? uloziste->ulozProtejsek(*before) : uloziste->smazProtejsek();
+        });
         co_return;
     }
+    if (!saved) co_return selhat("Párování se nepodařilo uložit: " + saved.error().popis());
     ++generation_;
     state_.protejsek = peer;
     rozdelany_.reset();
@@ -137,13 +146,19 @@ void PairingFlow::odvolat() {
 Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
     // Both may fail: the phone is forgotten here all the same.
     (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita_);
+    auto* uloziste = &services_.uloziste;
+    (void)co_await runOn(services_.storage,
+                         [uloziste, &protejsek] { return smazatPar(*uloziste, protejsek); });
     // Another phone may have been paired while the relay took its time.
     if (state_.protejsek.value() != protejsek) co_return;
-    auto* uloziste = &services_.uloziste;
-    (void)co_await runOn(services_.storage, [uloziste] { return uloziste->smazProtejsek(); });
     state_.protejsek = std::nullopt;
     link_.odpojit();
     state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
+}
+
+void PairingFlow::ukoncit() {
+    ++generation_;
+    zastavit();
 }
 
 void PairingFlow::zastavit() {

@@ -50,8 +50,8 @@ class PairingFlow {
     /// "Odpojit telefon": revokes the pair at the relay and forgets the phone, whatever the relay says.
     void odvolat();
 
-    /// Stops the pairing link in the background.
-    void zastavit();
+    /// For the end of the program: no answer that is still on its way changes anything any more.
+    void ukoncit();
 
   private:
     struct Rozdelany {
@@ -66,6 +66,8 @@ class PairingFlow {
     void prijmout(const Envelope& envelope, const std::string& relayURL);
     Task<void> ulozit(Rozdelany rozdelany, std::uint64_t generation);
     Task<void> zapomenout(RelayAddress address, PairedPeer protejsek);
+    /// Stops the pairing link in the background.
+    void zastavit();
     void selhat(std::string text);
 
     Services services_;
@@ -76,6 +78,7 @@ class PairingFlow {
     std::shared_ptr<RelayLink> parovaci_;
     std::unique_ptr<TaskScope> parovaciPosluchac_;
     std::optional<Rozdelany> rozdelany_;
+    bool uklada_ = false;
     std::uint64_t generation_ = 0; ///< tells a late answer of an abandoned pairing
 };
 

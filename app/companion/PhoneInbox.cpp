@@ -45,9 +45,10 @@ Task<void> PhoneInbox::zpracovatZpravu(MacPayload payload, std::string requestID
 
 Task<void> PhoneInbox::handle(MacPayload::ToolCall call, std::string requestID) {
     auto arguments = argumentsOf(call.argumentsJSON);
-    if (!spojeni_.jePritomne()) co_return;
+    auto link = spojeni_.soucasne();
+    if (!link) co_return;
     auto outcome = co_await nastroje_.provestNastroj({std::move(call.name), std::move(arguments), requestID});
-    co_await poslatVysledek(std::move(outcome), std::move(requestID));
+    co_await poslatVysledek(std::move(link), std::move(outcome), std::move(requestID));
 }
 
 Task<void> PhoneInbox::handle(MacPayload::ApprovalDecision decision, std::string) {
@@ -59,9 +60,10 @@ Task<void> PhoneInbox::ignore() {
     co_return;
 }
 
-Task<void> PhoneInbox::poslatVysledek(ToolOutcome outcome, std::string requestID) {
+Task<void> PhoneInbox::poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome,
+                                      std::string requestID) {
     MacPayload::ToolResult result{outcome.ok, encode(outcome.result)};
-    (void)co_await spojeni_.poslat({std::move(result)}, std::move(requestID));
+    (void)co_await link->poslat({std::move(result)}, std::move(requestID));
 }
 
 } // namespace morvex

@@ -5,6 +5,7 @@
 #include "app/companion/ToolGate.h"
 #include "shared/wire/MacPayload.h"
 
+#include <memory>
 #include <string>
 
 namespace morvex {
@@ -23,7 +24,7 @@ class PhoneInbox {
     Task<void> handle(MacPayload::ApprovalDecision decision, std::string requestID);
     Task<void> ignore();
     /// A lost reply stays lost: the work is done and stands.
-    Task<void> poslatVysledek(ToolOutcome outcome, std::string requestID);
+    Task<void> poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome, std::string requestID);
 
     ToolGate& nastroje_;
     Schvalovani& schvalovani_;

@@ -30,18 +30,24 @@ class PhoneLink {
 
     [[nodiscard]] bool jePritomne() const { return spojeni_ != nullptr; }
 
+    /// The link of this moment, or null. A reply goes over the link by which its call came, and is lost with
+    /// it.
+    [[nodiscard]] std::shared_ptr<SecureLink> soucasne() const { return spojeni_; }
+
     /// Sends over the link of this moment. Without one it fails with `TalkSpanError::MacOffline`.
     Task<Result<void>> poslat(MacPayload payload, std::string requestID);
 
   private:
-    Task<void> listen(std::shared_ptr<SecureLink> link, std::stop_token stop);
+    Task<void> listen(std::shared_ptr<SecureLink> link, std::shared_ptr<TaskScope> predecessor,
+                      std::stop_token stop);
 
     Executor& main_;
     TaskScope& scope_;
     Handler handler_;
     std::shared_ptr<SecureLink> spojeni_;
-    std::unique_ptr<TaskScope> posluchac_;
-    TaskScope odchazejici_; ///< links that go down
+    std::shared_ptr<TaskScope> posluchac_;
+    std::shared_ptr<TaskScope> lastPosluchac_; ///< of the link before; it may still handle its last event
+    TaskScope odchazejici_;                    ///< links that go down
 };
 
 } // namespace morvex

@@ -62,8 +62,9 @@ Result<OverenaCesta> overCestu(const std::string& cesta, const std::optional<std
     TRY(auto, asked, absolute(paths::expandingTilde(trimmed, slozky.standardFolders()), slozka, slozky));
     auto standardized = paths::standardized(asked);
     auto resolved = paths::resolved(standardized);
+    const auto& judged = resolved ? *resolved : standardized;
     for (auto fragment : forbiddenFragments)
-        if (resolved && resolved->contains(fragment))
+        if (judged.contains(fragment))
             return fail(SouboryChyba{SouboryChyba::ZakazanaCesta{std::string(fragment)}});
 
     auto folder = resolved ? slozky.slozkaNad(*resolved) : std::nullopt;

@@ -116,8 +116,17 @@ std::size_t CurlTransfer::take(const char* bytes, std::size_t one, std::size_t c
     return size;
 }
 
+/// Somebody answered, but not in HTTP: such answers end as an old protocol or as none that is known.
+bool CurlTransfer::answeredOtherwise(CURLcode code) const {
+    if (code != CURLE_WEIRD_SERVER_REPLY && code != CURLE_UNSUPPORTED_PROTOCOL) return false;
+    long connections = 0;
+    curl_easy_getinfo(easy_.get(), CURLINFO_NUM_CONNECTS, &connections);
+    return connections > 0;
+}
+
 void CurlTransfer::finish(CURLcode code) {
     if (tooLong_) return fall(NetworkError{"Odpověď serveru je příliš dlouhá."});
+    if (answeredOtherwise(code)) return reply_(HttpReply{});
     if (code != CURLE_OK) return fall(NetworkError{problem_[0] ? problem_.data() : curl_easy_strerror(code)});
     long status = 0;
     curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);

@@ -33,6 +33,8 @@ class CurlTransfer {
     void fall(Error error) { reply_(fail(std::move(error))); }
 
   private:
+    [[nodiscard]] bool answeredOtherwise(CURLcode code) const;
+
     struct Free {
         void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
 

@@ -21,7 +21,7 @@ struct HttpRequest {
 };
 
 struct HttpReply {
-    int status = 0;
+    int status = 0; ///< 0 when the other end answered, but not in HTTP
     std::string body;
 };
 

@@ -24,6 +24,8 @@ TEST(Text, ContainsKeepsDiacriticsAndComparesByCanonicalEquivalence) {
     EXPECT_TRUE(contains("re\u0301sume\u0301.txt", "résumé"));
     EXPECT_TRUE(contains("résumé.txt", "re\u0301"));
     EXPECT_FALSE(contains("resume.txt", "résumé"));
+    EXPECT_FALSE(contains("koně.txt", "kone"));
+    EXPECT_TRUE(contains("koně kone", "kone"));
     EXPECT_TRUE(contains("", ""));
     EXPECT_FALSE(contains("", "a"));
 }

@@ -46,6 +46,8 @@ class CompanionHarness : public testing::Test {
     std::shared_ptr<ScriptedSocket> startSecured();
     void end();
 
+    CompanionServices services();
+
     /// Allows a new folder with this name below the temporary one.
     std::string allowFolder(const std::string& name);
 
@@ -82,9 +84,6 @@ class CompanionHarness : public testing::Test {
     ScriptedPhone phone{clock};
     std::shared_ptr<const DeviceIdentity> mac;
     std::unique_ptr<Companion> companion;
-
-  private:
-    CompanionServices services();
 };
 
 } // namespace morvex

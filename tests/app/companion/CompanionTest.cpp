@@ -36,6 +36,20 @@ TEST_F(CompanionTest, AStoreThatFailsAtStartEndsTheStart) {
     }
 }
 
+TEST_F(CompanionTest, AnEndDuringTheStartIsClean) {
+    mac = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
+    (void)store.held.ulozIdentitu(mac);
+    (void)store.held.ulozProtejsek(phone.asPeer());
+    companion = std::make_unique<Companion>(services());
+    auto starting = std::make_shared<TaskScope>(executor);
+    starting->spawn(companion->spustit());
+    EXPECT_TRUE(executor.run(companion->ukoncit()));
+    executor.runUntilIdle();
+    EXPECT_EQ(starting->live(), 0);
+    EXPECT_TRUE(sockets.urls.empty());
+    companion.reset();
+}
+
 TEST_F(CompanionTest, ConnectsToTheRelayOfThePeerAndBecomesReady) {
     auto socket = startPaired();
     EXPECT_EQ(sockets.urls, std::vector<std::string>{"ws://relay.example/v1/ws?v=1.4"});

@@ -251,6 +251,70 @@ TEST_F(PairingFlowTest, CancellingWhileThePairIsMadeDropsTheLateAnswer) {
     EXPECT_TRUE(sockets.urls.empty());
 }
 
+TEST_F(PairingFlowTest, ARefusalDuringTheSaveKeepsNothing) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    flow().potvrditCislo(number());
+    flow().odmitnoutCislo();
+    executor.runUntilIdle();
+    EXPECT_TRUE(failure().starts_with("Čísla se neshodovala."));
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    EXPECT_FALSE(companion->stav().protejsek.value());
+}
+
+TEST_F(PairingFlowTest, ACancelDuringTheSaveKeepsTheOldPhone) {
+    startSecured();
+    auto old = companion->stav().protejsek.value();
+    beginPairing();
+    ScriptedPhone another(clock);
+    sendHello(Parovani::makeHello(another.identity, phone.pair));
+    flow().potvrditCislo(state().as<StavParovani::OverCislo>()->cislo);
+    flow().zrusitParovani();
+    executor.runUntilIdle();
+    EXPECT_EQ(companion->stav().protejsek.value(), old);
+    EXPECT_EQ(store.held.nactiProtejsek().value(), old);
+}
+
+TEST_F(PairingFlowTest, RefusingTheNumberDoesNotReconnectTheOldPhone) {
+    startSecured();
+    beginPairing();
+    sendHello(hello());
+    EXPECT_TRUE(store.held.nactiProtejsek().value()) << "the old peer stays until the user agrees";
+    auto urls = sockets.urls.size();
+    flow().odmitnoutCislo();
+    executor.runUntilIdle();
+    EXPECT_EQ(sockets.urls.size(), urls);
+}
+
+TEST_F(PairingFlowTest, AnEndWhileThePairIsMadeOrThePeerSavedIsClean) {
+    start();
+    layOutPair();
+    flow().zacitParovani();
+    end();
+    EXPECT_TRUE(sockets.urls.empty());
+
+    start();
+    beginPairing();
+    sendHello(hello());
+    auto urls = sockets.urls.size();
+    flow().potvrditCislo(number());
+    end();
+    EXPECT_EQ(sockets.urls.size(), urls);
+}
+
+TEST_F(PairingFlowTest, APhonePairedDuringARevocationStays) {
+    startSecured();
+    auto another = phone.asPeer();
+    another.pairID = {"ANOTHER"};
+    flow().odvolat();
+    (void)store.held.ulozProtejsek(another);
+    companion->stav().protejsek = another;
+    executor.runUntilIdle();
+    EXPECT_EQ(store.held.nactiProtejsek().value(), another);
+    EXPECT_EQ(companion->stav().protejsek.value(), another);
+}
+
 TEST_F(PairingFlowTest, APeerThatCannotBeKeptIsToldAndNotUsed) {
     start();
     beginPairing();

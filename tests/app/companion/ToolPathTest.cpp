@@ -145,6 +145,33 @@ TEST_F(ToolPathTest, WhileASearchRunsTheLinkLivesAndLaterCallsWait) {
     end();
 }
 
+TEST_F(ToolPathTest, AfterANewLinkAReplyIsLostAndTheNextCallWaitsForTheOldOne) {
+    ManualExecutor slow;
+    workers = &slow;
+    startSecured();
+    allowFolder("Projekty");
+    phone.call("mac.files.search", "{}", "old");
+    executor.runUntilIdle();
+    auto second = sockets.layOut();
+    companion->pripojit();
+    executor.runUntilIdle();
+    phone.attach(second, *mac);
+    phone.logIn();
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    phone.call("mac.status", "{}", "new");
+    executor.runUntilIdle();
+    EXPECT_TRUE(phone.take().empty()) << "one call at a time, over links too";
+
+    slow.runUntilIdle();
+    executor.runUntilIdle();
+    std::vector<std::string> replies;
+    for (const auto& received : phone.take())
+        if (received.payload.as<MacPayload::ToolResult>()) replies.push_back(received.requestID);
+    EXPECT_EQ(replies, std::vector<std::string>{"new"});
+    end();
+}
+
 TEST_F(ToolPathTest, MessagesThatChangeNothing) {
     startSecured();
     auto before = companion->stav().potiz.value();

@@ -195,11 +195,17 @@ TEST_F(CurlHttp, TheTimeLimitIsForTheWholeExchange) {
 }
 
 TEST_F(CurlHttp, AnswersThatAreNotHttpAreFailures) {
-    for (const char* garbage :
-         {"220 mail.example ESMTP\r\n", "", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nshort"}) {
+    for (const char* garbage : {"", "HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\nshort"}) {
         CannedServer server(garbage);
         EXPECT_NE(failure({.url = server.url()}), "") << garbage;
     }
+}
+
+TEST_F(CurlHttp, AnAnswerInAnotherProtocolHasNoStatus) {
+    CannedServer server("220 mail.example ESMTP\r\n");
+    auto reply = send({.url = server.url()});
+    ASSERT_TRUE(reply) << reply.error().popis();
+    EXPECT_EQ(reply->status, 0);
 }
 
 TEST_F(CurlHttp, RefusesAddressesThatAreNotPlainHttp) {
