@@ -72,6 +72,14 @@ TEST_F(KeychainStoreTest, KeepsTheRawPrivateKeysUnderTheirAccountsOfTheService) 
     EXPECT_TRUE(std::ranges::equal(item(agreementAccount), dohodovy.view()));
 }
 
+TEST_F(KeychainStoreTest, TheServiceOfTheIdentityIsNotTheServiceOfTheOtherSecrets) {
+    KeychainStore identity(vault, "zz.bramwicks.tolvy");
+    KeychainStore others(vault, "zz.bramwick.Morvex.mac");
+    ASSERT_TRUE(identity.ulozIdentitu(identita));
+    EXPECT_EQ(others.nactiIdentitu().value(), nullptr);
+    EXPECT_TRUE(identity.nactiIdentitu().value());
+}
+
 TEST_F(KeychainStoreTest, AnotherServiceIsAnotherStore) {
     ASSERT_TRUE(store.ulozIdentitu(identita));
     ASSERT_TRUE(store.ulozProtejsek(protejsek));

@@ -67,6 +67,16 @@ TEST(MacIntegrationSettings, AValueThatIsNoBooleanGivesTheDefault) {
     EXPECT_FALSE(settings.isOn(Integration::webSearch));
 }
 
+TEST(MacIntegrationSettings, AMailSwitchThatIsNoBooleanFallsBackToTheEarlierOne) {
+    MemoryDefaults defaults;
+    defaults.set("integration.smtp.enabled", std::string("ano"));
+    EXPECT_TRUE(MacIntegrationSettings(defaults).isOn(Integration::smtp));
+    defaults.set("integration.mail.enabled", false);
+    EXPECT_FALSE(MacIntegrationSettings(defaults).isOn(Integration::smtp));
+    defaults.set("integration.mail.enabled", std::string("ne"));
+    EXPECT_TRUE(MacIntegrationSettings(defaults).isOn(Integration::smtp));
+}
+
 TEST(MacIntegrationSettings, WritingTheSameValueTwiceTellsOnce) {
     MemoryDefaults defaults;
     MacIntegrationSettings settings(defaults);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <set>
 #include <sys/mman.h>
 
 namespace morvex {
@@ -305,8 +306,12 @@ TEST_F(SecureChannelTest, IsNotMadeWithAnUnsafeKeyOfThePeer) {
 }
 
 TEST(SecureChannelChyba, HasWordsOfItsOwnForEveryReason) {
-    for (auto duvod : {Duvod::prehrani, Duvod::prosla, Duvod::neoveritelna})
+    std::set<std::string> sentences;
+    for (auto duvod : {Duvod::prehrani, Duvod::prosla, Duvod::neoveritelna}) {
         EXPECT_TRUE(Chyba{duvod}.popis().ends_with('.'));
+        sentences.insert(Chyba{duvod}.popis());
+    }
+    EXPECT_EQ(sentences.size(), 3U);
 }
 
 } // namespace morvex

@@ -153,5 +153,17 @@ TEST(ApprovalRequest, IsValidStrictlyBeforeItExpires) {
     EXPECT_FALSE(request.isValid(moment + std::chrono::microseconds{1}));
 }
 
+TEST(MacPayload, TheIdOfADecisionIsAnyText) {
+    auto payload = decode<MacPayload>(R"({"approvalDecision":{"id":"no uuid","approved":true}})");
+    ASSERT_TRUE(payload) << payload.error().popis();
+    EXPECT_EQ(payload->as<MacPayload::ApprovalDecision>()->id, "no uuid");
+}
+
+TEST(MacPayload, IgnoresUnknownKeysInsideACase) {
+    auto payload = decode<MacPayload>(R"({"cancel":{"x":1}})");
+    ASSERT_TRUE(payload) << payload.error().popis();
+    EXPECT_TRUE(payload->as<MacPayload::Cancel>());
+}
+
 } // namespace
 } // namespace morvex

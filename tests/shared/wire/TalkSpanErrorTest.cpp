@@ -87,5 +87,10 @@ TEST(TalkSpanError, NeedsExactlyOneKey) {
     EXPECT_EQ(read.error().popis(), "Invalid number of keys found, expected one.");
 }
 
+TEST(TalkSpanError, AnEmptyReasonKeepsTheColon) {
+    EXPECT_EQ((TalkSpanError{TalkSpanError::Rejected{""}}.popis()), "Zamítnuto: ");
+    EXPECT_EQ((TalkSpanError{TalkSpanError::Rejected{}}.popis()), "Zamítnuto.");
+}
+
 } // namespace
 } // namespace morvex

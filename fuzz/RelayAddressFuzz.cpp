@@ -1,0 +1,19 @@
+#include "shared-apple/RelayAddress.h"
+#include "shared/base/Bytes.h"
+#include "shared/base/Require.h"
+
+#include <cstddef>
+#include <cstdint>
+
+/// The relay address of a QR code or of the settings.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace morvex;
+    auto address = RelayAddress::parse(asText({data, size}));
+    if (!address) return 0;
+    auto socket = address->socket();
+    vyzaduj(socket.starts_with("ws://") || socket.starts_with("wss://"),
+            "a socket address of another scheme");
+    vyzaduj(socket.ends_with("/v1/ws?v=1.4"), "a socket address with another end");
+    vyzaduj(RelayAddress::parse(address->call("v1/pair/create")).has_value(), "a call without an address");
+    return 0;
+}
