@@ -139,17 +139,19 @@ void Switchboard::remove(Place& place) {
     }
 }
 
-std::size_t Switchboard::mostWaiting(const Place& place) {
+std::size_t Switchboard::waitingFor(const Place& place) {
+    // With a peer, what this device says makes only the peer's queue longer: a slow receiver is still read, so that its
+    // own pings are answered. Alone it makes its own queue longer, by the answers that nobody is there.
     const auto* peer = peerOf(place);
-    return std::max(place.line->waiting(), peer ? peer->line->waiting() : 0);
+    return peer ? peer->line->waiting() : place.line->waiting();
 }
 
 void Switchboard::balance(Place& place) {
-    const auto most = mostWaiting(place);
-    if (!place.isPaused && most > bounds_.waiting) {
+    const auto waiting = waitingFor(place);
+    if (!place.isPaused && waiting > bounds_.waiting) {
         place.isPaused = true;
         place.line->pauseReading();
-    } else if (place.isPaused && most <= bounds_.waiting / 2) {
+    } else if (place.isPaused && waiting <= bounds_.waiting / 2) {
         place.isPaused = false;
         place.line->resumeReading();
     }

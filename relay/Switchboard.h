@@ -53,9 +53,9 @@ class Switchboard {
     Place* peerOf(const Place& place);
     void remove(Place& place);
     void forward(Place& from, std::string frame);
-    /// Lets the line be read, or not, by what waits for it and for its peer.
+    /// Lets the line be read, or not, by what waits on account of it.
     void balance(Place& place);
-    [[nodiscard]] std::size_t mostWaiting(const Place& place);
+    [[nodiscard]] std::size_t waitingFor(const Place& place);
 
     Bounds bounds_;
     /// A place without a line is free.
