@@ -103,10 +103,16 @@ class Game {
 
     void receive(CheckingLine& line, std::string frame) {
         if (line.isPaused || line.isEnded) return;
-        for (const auto& one : lines_)
-            vyzaduj(!line.isConnected || one.bytes <= bounds.waiting,
-                    "a line over the bound stops the reading");
+        if (line.isConnected)
+            vyzaduj(growing(line).bytes <= bounds.waiting, "a line over the bound stops the reading");
         board_.receive(line, std::move(frame));
+    }
+
+    /// The line whose queue grows by what this one says: the peer's, or its own when it is alone.
+    const CheckingLine& growing(const CheckingLine& line) const {
+        for (const auto& other : lines_)
+            if (&other != &line && other.isConnected && !other.isEnded) return other;
+        return line;
     }
 
     void drain(CheckingLine& line) {

@@ -140,8 +140,9 @@ void Switchboard::remove(Place& place) {
 }
 
 std::size_t Switchboard::waitingFor(const Place& place) {
-    // With a peer, what this device says makes only the peer's queue longer: a slow receiver is still read, so that its
-    // own pings are answered. Alone it makes its own queue longer, by the answers that nobody is there.
+    // With a peer, what this device says makes only the peer's queue longer: a slow receiver is still read,
+    // so that its own pings are answered. Alone it makes its own queue longer, by the answers that nobody is
+    // there.
     const auto* peer = peerOf(place);
     return peer ? peer->line->waiting() : place.line->waiting();
 }
