@@ -52,7 +52,12 @@ void UPowerMonitor::propertiesChanged(const QDBusMessage& signal) {
     auto arguments = signal.arguments();
     if (arguments[0].toString() != service) return;
     auto values = qdbus_cast<QVariantMap>(arguments[1]);
-    if (auto value = values.find(onBatteryName); value != values.end()) note(*value);
+    auto value = values.find(onBatteryName);
+    if (value == values.end()) return;
+    // Qt may deliver an answer after a signal that was sent later. When the answer is the newer one, the
+    // signal of its own change still comes.
+    answer_.reset();
+    note(*value);
 }
 
 } // namespace morvex

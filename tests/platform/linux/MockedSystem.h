@@ -68,6 +68,8 @@ class MockedSystem : public testing::Test {
              {interface, name, signature, QVariant::fromValue(arguments)});
     }
 
+    [[nodiscard]] const std::string& busAddress() const { return bus_.address(); }
+
     /// For the adapters.
     [[nodiscard]] const QDBusConnection& systemBus() const { return connection_; }
 

@@ -1,6 +1,7 @@
 #include "platform/linux/UPowerMonitor.h"
 
 #include "platform/memory/FakePower.h"
+#include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/MockedSystem.h"
 
 namespace morvex {
@@ -65,6 +66,27 @@ TEST_F(UPowerMonitorTest, ChangesOfOtherPropertiesAndOddValuesAreIgnored) {
     emitSignal(properties, changed, QStringLiteral("s"), {upower});
     // A question of our own comes back behind all that was sent before it.
     call(properties, QStringLiteral("GetAll"), {upower});
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(monitor.onMains());
+}
+
+TEST_F(UPowerMonitorTest, AChangeThatOvertakesTheFirstAnswerCounts) {
+    BusService* service = nullptr;
+    BusService upowerd(busAddress(), "org.freedesktop.UPower", [&service](GDBusMessage* call) {
+        g_dbus_connection_emit_signal(
+            service->connection(), nullptr, "/org/freedesktop/UPower", "org.freedesktop.DBus.Properties",
+            "PropertiesChanged",
+            g_variant_new_parsed("('org.freedesktop.UPower', {'OnBattery': <true>}, @as [])"), nullptr);
+        auto* reply = g_dbus_message_new_method_reply(call);
+        g_dbus_message_set_body(reply, g_variant_new("(v)", g_variant_new_boolean(FALSE)));
+        return reply;
+    });
+    service = &upowerd;
+    UPowerMonitor monitor(otherwise_, systemBus());
+    ASSERT_TRUE(eventuallyOnMains(monitor, false));
+    // The answer of another question comes behind the first one.
+    upowerd.waitForCall();
+    call(QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"), {upower, onBattery});
     QCoreApplication::processEvents();
     EXPECT_FALSE(monitor.onMains());
 }
