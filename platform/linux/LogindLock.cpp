@@ -4,6 +4,7 @@
 
 #include <QDBusMessage>
 #include <QDBusPendingReply>
+#include <QTimer>
 
 #include <utility>
 
@@ -28,7 +29,7 @@ LogindLock::LogindLock(const QDBusConnection& bus, const Request& request,
     if (bus.isConnected())
         QObject::connect(&answer_, &QDBusPendingCallWatcher::finished, &answer_, std::move(answered));
     else
-        QMetaObject::invokeMethod(&answer_, std::move(answered), Qt::QueuedConnection);
+        QTimer::singleShot(0, &answer_, std::move(answered));
 }
 
 void LogindLock::take(const std::function<void(const Error&)>& onFailure) {

@@ -12,7 +12,7 @@ namespace morvex {
 
 namespace {
 
-constexpr std::size_t longestEntry = 64 * 1024;
+constexpr std::size_t longestEntry = 65'536;
 using KeyFile = GLibHandle<GKeyFile, g_key_file_unref>;
 
 /// An argument of the key Exec (Desktop Entry Specification 1.5, "The Exec key"). The escaping of the key
