@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t longestUserDirs = 64 * 1024;
 constexpr std::string_view desktopKey = "XDG_DESKTOP_DIR";
 
-/// The specification tells to ignore what is not absolute.
+/// The XDG standard tells to ignore what is not absolute.
 std::optional<std::string> absoluteVariable(const char* name) {
     const char* value = std::getenv(name);
     return value && *value == '/' ? std::optional<std::string>(value) : std::nullopt;
