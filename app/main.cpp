@@ -10,6 +10,8 @@
 #include "platform/linux/LockFileInstance.h"
 #include "platform/linux/LogindSleepInhibitor.h"
 #include "platform/linux/LogindSleepMonitor.h"
+#include "platform/linux/OwnEnvironment.h"
+#include "platform/linux/SpawnLauncher.h"
 #include "platform/linux/SysfsPower.h"
 #include "platform/linux/SystemRandom.h"
 #include "platform/linux/UPowerMonitor.h"
@@ -74,6 +76,7 @@ struct System {
     LogindSleepMonitor sleep;
     LogindSleepInhibitor inhibitor;
     XdgAutostart loginItem{folders.configuration(), QCoreApplication::applicationFilePath().toStdString()};
+    SpawnLauncher processes;
     ConsoleFolderPicker picker;
 
     CompanionServices services() {
@@ -91,6 +94,8 @@ struct System {
                 sleep,
                 inhibitor,
                 loginItem,
+                processes,
+                ownEnvironment(),
                 HostnamedName().name().value_or("Mac"),
                 version};
     }
@@ -158,6 +163,8 @@ int main(int argc, char** argv) {
         std::fputs(morvex::help, stderr);
         return 2;
     }
+    // Whoever starts this program may ignore this signal; then no end of a child would be known.
+    std::signal(SIGCHLD, SIG_DFL);
     // A reader that goes away is noticed by the failed write.
     std::signal(SIGPIPE, SIG_IGN);
     QCoreApplication application(argc, argv);

@@ -9,6 +9,8 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <memory>
 
 namespace morvex {
@@ -52,6 +54,27 @@ template <class Each> void forEachCharacter(std::string_view text, Each each) {
     breaks->setText(opened.get(), status);
     for (auto end = breaks->next(); end != icu::BreakIterator::DONE; end = breaks->next())
         if (!each(static_cast<std::size_t>(end))) return;
+}
+
+bool isAscii8(const char* bytes) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return (word & 0x8080808080808080U) == 0;
+}
+
+/// Bytes before the first invalid sequence.
+std::size_t validLength(std::string_view text) {
+    for (std::size_t next = 0; next < text.size();) {
+        if (next + 8 <= text.size() && isAscii8(text.data() + next)) {
+            next += 8;
+            continue;
+        }
+        auto start = next;
+        UChar32 character = 0;
+        U8_NEXT(text.data(), next, text.size(), character);
+        if (character < 0) return start;
+    }
+    return text.size();
 }
 
 } // namespace
@@ -127,17 +150,22 @@ std::string firstCharacters(std::string_view text, std::size_t count) {
 }
 
 std::string repairUtf8(std::string_view text) {
-    return isValidUtf8(text) ? std::string(text) : toUtf8(fromUtf8(text));
+    std::string result;
+    for (;;) {
+        auto valid = validLength(text);
+        result += text.substr(0, valid);
+        text.remove_prefix(valid);
+        if (text.empty()) return result;
+        std::size_t next = 0;
+        [[maybe_unused]] UChar32 invalid = 0;
+        U8_NEXT(text.data(), next, text.size(), invalid);
+        result += "\ufffd";
+        text.remove_prefix(next);
+    }
 }
 
 bool isValidUtf8(std::string_view text) {
-    auto size = static_cast<std::int32_t>(text.size());
-    for (std::int32_t next = 0; next < size;) {
-        UChar32 character = 0;
-        U8_NEXT(text.data(), next, size, character);
-        if (character < 0) return false;
-    }
-    return true;
+    return validLength(text) == text.size();
 }
 
 std::string join(const std::vector<std::string>& parts, std::string_view separator) {

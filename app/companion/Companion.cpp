@@ -26,6 +26,10 @@ Companion::Companion(CompanionServices services)
                 services_.defaults, services_.link.relay.clock, scope_}),
       integrations_(services_.defaults),
       files_(*slozky_, services_.workers, scope_.token()),
+      programs_(services_.processes, services_.link.relay.clock, services_.workers,
+                {services_.environment, services_.folders.accountHome()}),
+      terminal_(*slozky_, {services_.processes, services_.link.relay.clock, programs_, services_.workers},
+                scope_.token()),
       nastroje_(table_, state_, schvalovani_, services_.link.random),
       report_{state_,
               integrations_,
@@ -49,6 +53,7 @@ void Companion::addTools() {
         MacToolName::status, [] { return true; },
         [this](ToolCall call) { return stavNastroj(std::move(call)); });
     files_.addTo(table_, [this] { return integrations_.isOn(Integration::files); });
+    terminal_.addTo(table_, [this] { return integrations_.isOn(Integration::terminal); });
 }
 
 void Companion::installCallbacks() {

@@ -10,7 +10,9 @@
 #include "app/companion/StatusReport.h"
 #include "app/companion/ToolGate.h"
 #include "app/execution/FileTools.h"
+#include "app/execution/ProgramDiscovery.h"
 #include "app/execution/Slozky.h"
+#include "app/execution/TerminalTools.h"
 #include "app/personal/MacIntegrationSettings.h"
 #include "foundation/TaskScope.h"
 
@@ -87,6 +89,8 @@ class Companion {
     Bdelost bdelost_;
     MacIntegrationSettings integrations_;
     FileTools files_;
+    ProgramDiscovery programs_;
+    TerminalTools terminal_;
     ToolTable table_;
     ToolGate nastroje_;
     StatusReport report_;

@@ -6,6 +6,7 @@
 #include "platform/ports/HttpClient.h"
 #include "platform/ports/LoginItem.h"
 #include "platform/ports/PowerMonitor.h"
+#include "platform/ports/ProcessLauncher.h"
 #include "platform/ports/SleepInhibitor.h"
 #include "platform/ports/SleepMonitor.h"
 #include "platform/ports/StandardFolders.h"
@@ -33,7 +34,9 @@ struct CompanionServices {
     SleepMonitor& sleep;
     SleepInhibitor& inhibitor;
     LoginItem& loginItem;
+    ProcessLauncher& processes;
 
+    Environment environment;   ///< that of this program
     std::string jmenoZarizeni; ///< name of this computer, shown on the phone
     std::string verzeAplikace; ///< "x.y.z (build)"
 };

@@ -74,7 +74,11 @@ bool isSameFolder(const std::string& left, const std::string& right) {
 } // namespace
 
 std::string XdgFolders::home() const {
-    if (auto home = absoluteVariable("HOME")) return *home;
+    auto home = absoluteVariable("HOME");
+    return home ? *home : accountHome();
+}
+
+std::string XdgFolders::accountHome() const {
     auto home = passwordHome([](passwd& entry, auto& buffer, passwd*& found) {
         return ::getpwuid_r(::getuid(), &entry, buffer.data(), buffer.size(), &found);
     });

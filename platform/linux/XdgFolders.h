@@ -10,6 +10,7 @@ class XdgFolders final : public StandardFolders {
   public:
     /// `$HOME` when it is absolute, else the home folder of the password database.
     [[nodiscard]] std::string home() const override;
+    [[nodiscard]] std::string accountHome() const override;
     [[nodiscard]] std::optional<std::string> homeOf(const std::string& user) const override;
     [[nodiscard]] std::optional<std::string> desktop() const override;
 

@@ -11,6 +11,8 @@ class FixedFolders final : public StandardFolders {
   public:
     [[nodiscard]] std::string home() const override { return homeFolder; }
 
+    [[nodiscard]] std::string accountHome() const override { return homeFolder; }
+
     [[nodiscard]] std::optional<std::string> homeOf(const std::string& user) const override {
         auto found = homes.find(user);
         return found == homes.end() ? std::nullopt : std::optional(found->second);

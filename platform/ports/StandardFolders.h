@@ -11,6 +11,8 @@ class StandardFolders {
     virtual ~StandardFolders() = default;
 
     [[nodiscard]] virtual std::string home() const = 0;
+    /// Home folder of this account as the system knows it, whatever the environment says.
+    [[nodiscard]] virtual std::string accountHome() const = 0;
     /// Home folder of another user, for `~name`.
     [[nodiscard]] virtual std::optional<std::string> homeOf(const std::string& user) const = 0;
     /// Nothing when there is no desktop folder; never the home folder itself.

@@ -28,7 +28,8 @@ TEST_F(EndToEnd, AFreshPhonePairsAndUsesFilesOfAnAllowedFolder) {
     EXPECT_EQ(status.code, 0) << status.output;
     EXPECT_TRUE(contains(status.output, R"("allowedFolders":["Ukázka"])")) << status.output;
     auto tools = phone({"tools"});
-    for (const char* name : {"mac.status", "mac.files.search", "mac.files.read", "mac.files.write"})
+    for (const char* name :
+         {"mac.status", "mac.files.search", "mac.files.read", "mac.files.write", "mac.terminal.run"})
         EXPECT_TRUE(contains(tools.output, name)) << tools.output;
 
     auto found = phone({"--json", "call", "mac.files.search", R"({"pattern":"nák"})"});
@@ -40,6 +41,13 @@ TEST_F(EndToEnd, AFreshPhonePairsAndUsesFilesOfAnAllowedFolder) {
     auto written = phone({"call", "mac.files.write", R"({"path":"nové/a.txt","content":"řádek"})"});
     EXPECT_EQ(written.code, 0) << written.output;
     EXPECT_EQ(contentOf(folder + "/nové/a.txt"), "řádek");
+
+    auto listed = phone({"call", "mac.terminal.run", R"({"program":"ls","args":["nové"]})"});
+    EXPECT_EQ(listed.code, 0) << listed.output;
+    EXPECT_TRUE(contains(listed.output, "a.txt")) << listed.output;
+    auto changing = phone({"call", "mac.terminal.run", R"({"program":"git","args":["push"]})"});
+    EXPECT_EQ(changing.code, 1);
+    EXPECT_TRUE(contains(changing.output, "git push vyžaduje tvoje potvrzení.")) << changing.output;
 
     auto outside = phone({"call", "mac.files.read", R"({"path":"../../../../../../etc/hosts"})"});
     EXPECT_EQ(outside.code, 1);

@@ -41,6 +41,26 @@ TEST(Text, InvalidSequencesAreRepaired) {
     EXPECT_EQ(repairUtf8("a\xff"
                          "b"),
               "a\ufffdb");
+
+    struct Row {
+        const char* text;
+        const char* repaired;
+    };
+
+    const Row rows[] = {
+        {"1234567\xff", "1234567\ufffd"},
+        {"12345678\xff", "12345678\ufffd"},
+        {"123456789\xffž", "123456789\ufffdž"},
+        {"k\xc5", "k\ufffd"},
+        {"\xaf\xc5\x88", "\ufffdň"},
+        {"\xe2\x82x", "\ufffdx"},
+        {"\xf0\x9f\x98", "\ufffd"},
+        {"\xf0\x9f\x98\x80", "😀"},
+        {"\xc0\xaf", "\ufffd\ufffd"},
+        {"\xed\xa0\x80", "\ufffd\ufffd\ufffd"},
+        {"\xff\xfe", "\ufffd\ufffd"},
+    };
+    for (const auto& row : rows) EXPECT_EQ(repairUtf8(row.text), row.repaired) << row.repaired;
     EXPECT_TRUE(isValidUtf8("žluť"));
     EXPECT_FALSE(isValidUtf8("\xed\xa0\x80"));
     EXPECT_EQ(lowerCase("ČAJ"), "čaj");

@@ -64,10 +64,11 @@ std::vector<MacStatus> CompanionHarness::takeStatuses() {
 }
 
 CompanionServices CompanionHarness::services() {
-    return {executor,     executor,  *workers,  {{executor, clock, sockets}, random},
-            http,         store,     defaults,  bookmarks,
-            *askedPicker, folders,   power,     sleep,
-            inhibitor,    loginItem, "Počítač", "1.2.3 (4)"};
+    return {executor,     executor,   *workers, {{executor, clock, sockets}, random},
+            http,         store,      defaults, bookmarks,
+            *askedPicker, folders,    power,    sleep,
+            inhibitor,    loginItem,  programs, {{"PATH", "/usr/bin:/bin"}},
+            "Počítač",    "1.2.3 (4)"};
 }
 
 } // namespace morvex

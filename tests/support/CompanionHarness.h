@@ -12,6 +12,7 @@
 #include "platform/memory/MemoryBookmarks.h"
 #include "platform/memory/MemoryDefaults.h"
 #include "platform/memory/ScriptedHttp.h"
+#include "platform/memory/ScriptedPrograms.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedSockets.h"
 #include "tests/support/FailingStore.h"
@@ -81,6 +82,7 @@ class CompanionHarness : public testing::Test {
     FakeSleepMonitor sleep;
     FakeSleepInhibitor inhibitor;
     FakeLoginItem loginItem;
+    ScriptedPrograms programs;
     ScriptedPhone phone{clock};
     std::shared_ptr<const DeviceIdentity> mac;
     std::unique_ptr<Companion> companion;

@@ -31,8 +31,8 @@ TEST_F(ToolPathTest, TheStatusToolTellsWhatThisComputerIs) {
     EXPECT_EQ(result["app_version"], "1.2.3 (4)");
     EXPECT_EQ(result["busy"], "");
     EXPECT_EQ(result["folders"], (boost::json::array{"Ukázka"}));
-    EXPECT_EQ(result["tools"],
-              (boost::json::array{"mac.status", "mac.files.search", "mac.files.read", "mac.files.write"}));
+    EXPECT_EQ(result["tools"], (boost::json::array{"mac.status", "mac.files.search", "mac.files.read",
+                                                   "mac.files.write", "mac.terminal.run"}));
     EXPECT_EQ(result["claude"], "Tahle verze s kódovacími agenty ještě neumí pracovat.");
     EXPECT_EQ(result["codex"], "Tahle verze s kódovacími agenty ještě neumí pracovat.");
     EXPECT_EQ(result.size(), 7U);
@@ -79,6 +79,20 @@ TEST_F(ToolPathTest, SentencesOfTheFileTools) {
     }
 }
 
+TEST_F(ToolPathTest, ACommandRunsInAnAllowedFolderAndItsStatusDecides) {
+    programs.answer = [](const OutsideProgram& program) {
+        return ScriptedPrograms::Answer{.output = program.cwd.value_or(""), .status = program.cwd ? 3 : 0};
+    };
+    startSecured();
+    auto folder = allowFolder("Projekty");
+    auto answer = call("mac.terminal.run", R"({"program":"ls"})");
+    EXPECT_FALSE(answer.ok);
+    EXPECT_EQ(answer.json, encode(boost::json::object{{"exit_code", 3}, {"output", folder}, {"stderr", ""}}));
+    EXPECT_EQ(call("mac.terminal.run", "{}").json, errorOf("Chybí program."));
+    EXPECT_EQ(call("mac.terminal.run", R"({"program":"rm","args":["-rf","/"]})").json,
+              errorOf("Program rm spustit neumím. Povolené jsou jen ty, které nic nemění."));
+}
+
 TEST_F(ToolPathTest, BadArgumentsAreNoArguments) {
     startSecured();
     allowFolder("Projekty");
@@ -100,7 +114,7 @@ TEST_F(ToolPathTest, WithoutAnAllowedFolderNoFileToolIsOffered) {
     startSecured();
     EXPECT_EQ(namesOf(companion->nastroje().nabizeneNastroje()), std::vector<std::string>{"mac.status"});
     auto folder = allowFolder("Projekty");
-    EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 4U);
+    EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 5U);
     companion->slozky().odebrat(folder);
     EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 1U);
 }

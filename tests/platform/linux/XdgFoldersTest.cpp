@@ -57,6 +57,11 @@ class XdgFoldersTest : public testing::Test {
     std::map<std::string, std::optional<std::string>> before_;
 };
 
+TEST_F(XdgFoldersTest, TheHomeOfTheAccountIsThePasswordDatabasesWhateverTheVariableSays) {
+    EXPECT_EQ(folders.accountHome(), ::getpwuid(::getuid())->pw_dir);
+    EXPECT_NE(folders.accountHome(), folders.home());
+}
+
 TEST_F(XdgFoldersTest, HomeIsTheVariableWhenItIsAbsolute) {
     EXPECT_EQ(folders.home(), home);
     for (const auto* value : {"", "relative"}) {

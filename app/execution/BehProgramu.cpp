@@ -1,0 +1,77 @@
+#include "app/execution/BehProgramu.h"
+
+#include "foundation/Try.h"
+
+namespace morvex {
+
+namespace {
+
+constexpr std::chrono::seconds betweenStages{4};
+/// How long output is awaited of those that hold the pipes when the program itself has ended.
+constexpr std::chrono::seconds drainLimit{2};
+
+} // namespace
+
+Result<void> BehProgramu::spust(ProcessLauncher& launcher, const OutsideProgram& program,
+                                Clock::Duration timeout) {
+    {
+        // Whatever the child does at once is told after the launch.
+        std::lock_guard lock(zamek_);
+        TRY(auto, child, launcher.launch(program, *this));
+        child_ = std::move(child);
+        bezi_ = true;
+    }
+    limit_ = clock_.at(clock_.sinceBoot() + timeout, [weak = weak_from_this()] {
+        if (auto self = weak.lock()) self->zastav(&BehProgramu::vyprselo_);
+    });
+    return {};
+}
+
+Task<VysledekProcesu> BehProgramu::vysledek() {
+    co_await konec_.wait();
+    clock_.forget(limit_);
+    clock_.forget(dobeh_);
+    std::lock_guard lock(zamek_);
+    co_return VysledekProcesu{.navratovyKod = status_,
+                              .vystup = sber_.vezmiVystup(),
+                              .chyby = sber_.vezmiChyby(),
+                              .zruseno = zruseno_,
+                              .vyprselCas = vyprselo_};
+}
+
+bool BehProgramu::zrusit() {
+    return zastav(&BehProgramu::zruseno_);
+}
+
+void BehProgramu::exited(std::int32_t status) {
+    {
+        std::lock_guard lock(zamek_);
+        bezi_ = false;
+        status_ = status;
+    }
+    dobeh_ = clock_.at(clock_.sinceBoot() + drainLimit, [weak = weak_from_this()] {
+        if (auto self = weak.lock()) self->child_->abandonOutput();
+    });
+}
+
+void BehProgramu::ended() {
+    sber_.dokonci();
+    konec_.answer(true);
+}
+
+bool BehProgramu::zastav(Priznak duvod) {
+    bool first = false;
+    {
+        std::lock_guard lock(zamek_);
+        if (!bezi_) return false;
+        this->*duvod = true;
+        first = !std::exchange(zastavujeSe_, true);
+        child_->signalGroup(ChildSignal::terminate);
+    }
+    if (first)
+        clock_.at(clock_.sinceBoot() + betweenStages,
+                  [self = shared_from_this()] { self->child_->signalGroup(ChildSignal::kill); });
+    return true;
+}
+
+} // namespace morvex

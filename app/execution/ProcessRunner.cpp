@@ -1,0 +1,40 @@
+#include "app/execution/ProcessRunner.h"
+
+#include "app/execution/BehProgramu.h"
+#include "app/execution/Paths.h"
+#include "shared/wire/TalkSpanError.h"
+
+#include <utility>
+
+namespace morvex {
+
+Task<Result<VysledekProcesu>> ProcessRunner::spustit(OutsideProgram program, Clock::Duration timeout,
+                                                     NaRadek naRadek, Zachyt zachyt) {
+    auto beh = std::make_shared<BehProgramu>(clock_, SberVystupu(std::move(naRadek), zachyt));
+    drz(beh);
+    auto spusteno = beh->spust(launcher_, program, timeout);
+    if (!spusteno) {
+        drz(nullptr);
+        co_return fail(TalkSpanError{TalkSpanError::ToolFailed{
+            paths::lastComponent(program.binary), "Nepodařilo se spustit: " + spusteno.error().popis()}});
+    }
+    auto vysledek = co_await beh->vysledek();
+    drz(nullptr);
+    co_return vysledek;
+}
+
+bool ProcessRunner::zrusit() {
+    std::shared_ptr<BehProgramu> beh;
+    {
+        std::lock_guard lock(zamek_);
+        beh = proces_;
+    }
+    return beh && beh->zrusit();
+}
+
+void ProcessRunner::drz(std::shared_ptr<BehProgramu> beh) {
+    std::lock_guard lock(zamek_);
+    proces_.swap(beh);
+}
+
+} // namespace morvex

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "app/execution/SberVystupu.h"
+#include "app/execution/VysledekProcesu.h"
+#include "foundation/Clock.h"
+#include "foundation/Task.h"
+#include "platform/ports/ProcessLauncher.h"
+
+#include <memory>
+#include <mutex>
+
+namespace morvex {
+
+class BehProgramu;
+
+/// Starts an outside program and follows it to its end; one object a run. Every outside program of this
+/// computer's side goes through here. The object lives until the awaited run has ended.
+class ProcessRunner {
+  public:
+    ProcessRunner(ProcessLauncher& launcher, Clock& clock) : launcher_(launcher), clock_(clock) {}
+
+    /// Awaited on an executor that outlives the clock. Only the launch can fail, with
+    /// `TalkSpanError::ToolFailed`. After `timeout` the program is stopped in two stages, as by `zrusit`.
+    /// Once it has ended its output is awaited for two seconds more, should a program that it has started
+    /// hold the pipes.
+    Task<Result<VysledekProcesu>> spustit(OutsideProgram program, Clock::Duration timeout,
+                                          NaRadek naRadek = {}, Zachyt zachyt = {});
+
+    /// Asks the program and its group to end and kills what is left of the group after four seconds. False
+    /// when no program runs. From any thread.
+    bool zrusit();
+
+  private:
+    void drz(std::shared_ptr<BehProgramu> beh);
+
+    ProcessLauncher& launcher_;
+    Clock& clock_;
+    std::mutex zamek_;
+    std::shared_ptr<BehProgramu> proces_;
+};
+
+} // namespace morvex

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "foundation/Clock.h"
+#include "foundation/Task.h"
+#include "platform/ports/ProcessLauncher.h"
+
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// Finds command-line tools as the user's terminal would, though this program inherits little of the user's
+/// search path. One object a process, safe from any thread; what it is given outlives it. Looks at the disk
+/// on the workers.
+class ProgramDiscovery {
+  public:
+    struct Surroundings {
+        Environment environment; ///< this program's own
+        std::string home;        ///< of the account, whatever the environment says
+    };
+
+    struct Nalez {
+        std::string binarka;
+        std::string adresar; ///< the entry of the path in which it lies
+        bool operator==(const Nalez&) const = default;
+    };
+
+    enum class Pamet { pouzij, obnov };
+
+    ProgramDiscovery(ProcessLauncher& launcher, Clock& clock, Executor& workers, Surroundings surroundings)
+        : launcher_(launcher), clock_(clock), workers_(workers), surroundings_(std::move(surroundings)) {}
+
+    /// The search path, joined with ":". Resolved once for the life of this object; that takes as long as the
+    /// login shell and the package managers, up to 8 seconds each and the time to stop them.
+    Task<std::string> prihlasovaciPath(Pamet pamet = Pamet::pouzij);
+
+    /// The first of the names that is found anywhere.
+    Task<std::optional<Nalez>> najdiBinarku(std::vector<std::string> jmena);
+
+    /// The environment in which a tool gives plain text and asks nothing.
+    Task<Environment> prostrediNastroju();
+
+  private:
+    Task<std::vector<std::string>> zeShellu();
+    Task<std::vector<std::string>> odSpravcuBalicku(std::string path);
+    Task<std::string> posledniRadek(OutsideProgram program);
+    [[nodiscard]] std::vector<std::string> znameAdresare() const;
+    [[nodiscard]] std::string vlastni(const std::string& promenna) const;
+
+    ProcessLauncher& launcher_;
+    Clock& clock_;
+    Executor& workers_;
+    const Surroundings surroundings_;
+    std::mutex zamek_;
+    std::optional<std::string> path_;
+};
+
+} // namespace morvex

@@ -1,0 +1,62 @@
+#include "app/execution/SberVystupu.h"
+
+#include "foundation/Text.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+void appendUpTo(std::size_t limit, std::string& kept, std::string_view chunk) {
+    kept += chunk.substr(0, limit - kept.size());
+}
+
+std::string decode(std::string bytes) {
+    return isValidUtf8(bytes) ? std::move(bytes) : repairUtf8(bytes);
+}
+
+} // namespace
+
+void SberVystupu::pridejVystup(std::string_view chunk) {
+    appendUpTo(zachyt_.vystup, vystup_, chunk);
+    if (!naRadek_) return;
+    // Each chunk is decoded by itself: a character that two chunks share is whole in the result only.
+    if (isValidUtf8(chunk))
+        rozdel(chunk);
+    else
+        rozdel(repairUtf8(chunk));
+}
+
+void SberVystupu::pridejChyby(std::string_view chunk) {
+    appendUpTo(zachyt_.chyby, chyby_, chunk);
+}
+
+void SberVystupu::dokonci() {
+    if (naRadek_) predej(std::exchange(nedokoncenyRadek_, {}));
+}
+
+std::string SberVystupu::vezmiVystup() {
+    return decode(std::exchange(vystup_, {}));
+}
+
+std::string SberVystupu::vezmiChyby() {
+    return decode(std::exchange(chyby_, {}));
+}
+
+void SberVystupu::rozdel(std::string_view text) {
+    for (auto end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
+        if (nedokoncenyRadek_.empty())
+            predej(text.substr(0, end));
+        else
+            predej(std::exchange(nedokoncenyRadek_, {}).append(text.substr(0, end)));
+        text.remove_prefix(end + 1);
+    }
+    nedokoncenyRadek_ += text;
+}
+
+void SberVystupu::predej(std::string_view radek) const {
+    if (radek.find_first_not_of(" \t") != std::string_view::npos) naRadek_(radek);
+}
+
+} // namespace morvex

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <limits>
+#include <string>
+#include <string_view>
+
+namespace morvex {
+
+/// Takes one line of standard output, without its line break. Called on a thread of the launcher's, with no
+/// lock held: it must not block.
+using NaRadek = std::function<void(std::string_view)>;
+
+/// How many bytes of each stream are kept; what comes later is read and dropped. Lines are delivered all.
+struct Zachyt {
+    static constexpr std::size_t vse = std::numeric_limits<std::size_t>::max();
+
+    std::size_t vystup = vse;
+    std::size_t chyby = vse;
+};
+
+/// Collects what a program writes and cuts its standard output into lines. Belongs to the thread that reads
+/// the program's pipes; afterwards to whoever takes the result.
+class SberVystupu {
+  public:
+    SberVystupu(NaRadek naRadek, Zachyt zachyt) : naRadek_(std::move(naRadek)), zachyt_(zachyt) {}
+
+    void pridejVystup(std::string_view chunk);
+    void pridejChyby(std::string_view chunk);
+
+    /// Delivers a last line that no line break ended.
+    void dokonci();
+
+    /// The whole as text, once; invalid UTF-8 is repaired.
+    std::string vezmiVystup();
+    std::string vezmiChyby();
+
+  private:
+    void rozdel(std::string_view text);
+    void predej(std::string_view radek) const;
+
+    NaRadek naRadek_;
+    Zachyt zachyt_;
+    std::string vystup_;
+    std::string chyby_;
+    std::string nedokoncenyRadek_;
+};
+
+} // namespace morvex

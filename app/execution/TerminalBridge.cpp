@@ -1,0 +1,55 @@
+#include "app/execution/TerminalBridge.h"
+
+#include "app/execution/ProcessRunner.h"
+#include "app/execution/TerminalGate.h"
+#include "foundation/OneShot.h"
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+
+#include <algorithm>
+
+namespace morvex {
+
+namespace {
+
+constexpr std::chrono::seconds timeLimit{60};
+constexpr std::size_t mostOutput = 6000;
+constexpr std::size_t mostErrors = 2000;
+/// Enough for the longest characters that people use, and a bound for those that nobody does.
+constexpr std::size_t bytesOfACharacter = 64;
+
+} // namespace
+
+Task<Result<TerminalBridge::Vysledek>> TerminalBridge::spustitPrikaz(std::string program,
+                                                                     std::vector<std::string> argumenty,
+                                                                     std::optional<std::string> slozka,
+                                                                     PovoleneSlozky slozky,
+                                                                     std::stop_token stop) {
+    CO_TRY(auto, name, TerminalGate::povolenyProgram(program, argumenty));
+    CO_TRY(auto, cwd, TerminalGate::pracovniSlozka(slozka, slozky));
+    if (std::ranges::any_of(argumenty, TerminalGate::jeCesta))
+        CO_CHECK(co_await runOn(
+            services_.workers, [&argumenty, &slozky] { return TerminalGate::overCesty(argumenty, slozky); }));
+    auto found = co_await services_.discovery.najdiBinarku({name});
+    if (!found) co_return fail(Chyba{Chyba::ZakazanyProgram{name}});
+    auto environment = co_await services_.discovery.prostrediNastroju();
+    co_return co_await spust({.binary = std::move(found->binarka),
+                              .args = std::move(argumenty),
+                              .cwd = std::move(cwd),
+                              .env = std::move(environment)},
+                             std::move(stop));
+}
+
+Task<Result<TerminalBridge::Vysledek>> TerminalBridge::spust(OutsideProgram program, std::stop_token stop) {
+    if (stop.stop_requested()) co_return fail(Abandoned{});
+    ProcessRunner runner(services_.launcher, services_.clock);
+    std::stop_callback cancel(stop, [&runner] { runner.zrusit(); });
+    constexpr Zachyt zachyt{.vystup = mostOutput * bytesOfACharacter,
+                            .chyby = mostErrors * bytesOfACharacter};
+    CO_TRY(auto, result, co_await runner.spustit(std::move(program), timeLimit, {}, zachyt));
+    co_return Vysledek{.vystup = firstCharacters(result.vystup, mostOutput),
+                       .chyby = firstCharacters(result.chyby, mostErrors),
+                       .status = result.navratovyKod};
+}
+
+} // namespace morvex

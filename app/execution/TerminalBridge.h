@@ -1,0 +1,51 @@
+#pragma once
+
+#include "app/execution/PovoleneSlozky.h"
+#include "app/execution/ProgramDiscovery.h"
+#include "app/execution/TerminalChyba.h"
+
+#include <cstdint>
+#include <optional>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// Runs commands that look at things for an assistant. There is no shell: a program and its arguments pass
+/// the gates and are started as they are, so that pipes, redirection and globs do not exist. A refused
+/// command stays refused. Calls do not exclude each other; they are made on the main thread, and the disk is
+/// touched on the workers.
+class TerminalBridge {
+  public:
+    using Chyba = TerminalChyba;
+
+    struct Services {
+        ProcessLauncher& launcher;
+        Clock& clock;
+        ProgramDiscovery& discovery;
+        Executor& workers;
+    };
+
+    struct Vysledek {
+        std::string vystup; ///< the first 6,000 characters
+        std::string chyby;  ///< the first 2,000 characters
+        std::int32_t status = 0;
+    };
+
+    explicit TerminalBridge(Services services) : services_(services) {}
+
+    /// A status that is not zero is a result like any other, also that of a command that was stopped after a
+    /// minute. Fails with `Chyba`, with `SouboryChyba` for an argument that is a path, when the launch fails,
+    /// and with `Abandoned` when `stop` was requested before it; later `stop` cancels the command.
+    Task<Result<Vysledek>> spustitPrikaz(std::string program, std::vector<std::string> argumenty,
+                                         std::optional<std::string> slozka, PovoleneSlozky slozky,
+                                         std::stop_token stop);
+
+  private:
+    Task<Result<Vysledek>> spust(OutsideProgram program, std::stop_token stop);
+
+    Services services_;
+};
+
+} // namespace morvex

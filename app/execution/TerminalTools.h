@@ -1,0 +1,30 @@
+#pragma once
+
+#include "app/execution/Slozky.h"
+#include "app/execution/TerminalBridge.h"
+#include "app/tools/ToolTable.h"
+
+#include <functional>
+#include <stop_token>
+
+namespace morvex {
+
+/// The tool `mac.terminal.run`. Main thread.
+class TerminalTools {
+  public:
+    /// `stop` ends a command that is under way.
+    TerminalTools(const Slozky& slozky, TerminalBridge::Services services, std::stop_token stop)
+        : slozky_(slozky), terminal_(services), stop_(std::move(stop)) {}
+
+    /// It is offered while `isOn` and at least one folder is allowed.
+    void addTo(ToolTable& table, std::function<bool()> isOn);
+
+  private:
+    Task<ToolOutcome> run(ToolCall call);
+
+    const Slozky& slozky_;
+    TerminalBridge terminal_;
+    std::stop_token stop_;
+};
+
+} // namespace morvex

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace morvex {
+
+/// How a program that was started has ended.
+struct VysledekProcesu {
+    std::int32_t navratovyKod = 0; ///< or the number of the signal that ended it
+    std::string vystup;            ///< standard output; invalid UTF-8 is repaired
+    std::string chyby;             ///< standard error, likewise
+    bool zruseno = false;          ///< the user cancelled it
+    bool vyprselCas = false;       ///< the time limit struck
+};
+
+} // namespace morvex

@@ -1,0 +1,118 @@
+#include "app/execution/ProcessRunner.h"
+#include "app/execution/TerminalBridge.h"
+#include "foundation/ThreadExecutor.h"
+#include "platform/linux/SpawnLauncher.h"
+#include "platform/memory/FixedFolders.h"
+#include "platform/memory/ManualClock.h"
+#include "tests/support/Await.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fcntl.h>
+#include <fstream>
+#include <functional>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+// What the process runner costs: lines of a long output against `wc -l`, and a small command through all
+// gates of the terminal tool against the bare start of the same program.
+
+namespace morvex {
+namespace {
+
+constexpr std::size_t fileSize = 200'000'000;
+
+/// Median in milliseconds.
+double median(int times, const std::function<void()>& work) {
+    std::vector<double> all;
+    for (int i = 0; i < times; ++i) {
+        auto start = std::chrono::steady_clock::now();
+        work();
+        std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
+        all.push_back(took.count());
+    }
+    std::ranges::sort(all);
+    return all[all.size() / 2];
+}
+
+/// The bare program: no pipe, no line, only its end.
+void spawnAndWait(std::vector<std::string> words) {
+    std::vector<char*> arguments;
+    for (auto& word : words) arguments.push_back(word.data());
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    ::posix_spawn_file_actions_init(&actions);
+    ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    pid_t pid = 0;
+    vyzaduj(::posix_spawn(&pid, words.front().c_str(), &actions, nullptr, arguments.data(), environ) == 0,
+            "a program of the baseline cannot be started");
+    ::waitpid(pid, nullptr, 0);
+    ::posix_spawn_file_actions_destroy(&actions);
+}
+
+struct Services {
+    TemporaryFolder folder;
+    ThreadExecutor home{"home"};
+    ThreadExecutor workers{"workers"};
+    SpawnLauncher launcher;
+    ManualClock clock;
+};
+
+void benchLines(Services& services) {
+    auto file = (services.folder.path() / "lines").string();
+    std::size_t lines = 0;
+    {
+        std::ofstream out(file);
+        const std::string line(79, 'x');
+        for (; lines < fileSize / (line.size() + 1); ++lines) out << line << '\n';
+    }
+    auto run = [&](Zachyt zachyt) {
+        std::size_t counted = 0;
+        ProcessRunner runner(services.launcher, services.clock);
+        auto result =
+            await(services.home, runner.spustit(
+                                     {.binary = "/bin/cat", .args = {file}}, std::chrono::minutes(1),
+                                     [&counted](std::string_view) { ++counted; }, zachyt));
+        vyzaduj(result && counted == lines, "lines were lost");
+    };
+    auto bounded = median(5, [&] { run({.vystup = 1'000'000}); });
+    auto whole = median(5, [&] { run({}); });
+    auto count = median(5, [&] { spawnAndWait({"/usr/bin/wc", "-l", file}); });
+    auto piped =
+        median(5, [&] { spawnAndWait({"/bin/sh", "-c", "/bin/cat " + file + " | /usr/bin/wc -l"}); });
+    std::printf(
+        "200 MB of lines: runner %.0f ms, all of it kept %.0f ms; wc -l %.0f ms (%.1f times), cat | wc -l "
+        "%.0f ms (%.1f times)\n",
+        bounded, whole, count, bounded / count, piped, bounded / piped);
+}
+
+void benchGate(Services& services) {
+    auto allowed = services.folder.path() / "allowed";
+    std::filesystem::create_directory(allowed);
+    FixedFolders standard;
+    ProgramDiscovery discovery(services.launcher, services.clock, services.workers,
+                               {{{"PATH", "/usr/bin:/bin"}}, "/nonexistent"});
+    TerminalBridge terminal({services.launcher, services.clock, discovery, services.workers});
+    auto run = [&] {
+        auto result = await(services.home, terminal.spustitPrikaz("ls", {allowed.string()}, {},
+                                                                  {{allowed.string()}, standard}, {}));
+        vyzaduj(result && result->status == 0, "the command did not run");
+    };
+    run();
+    auto gated = median(300, run);
+    auto bare = median(300, [&] { spawnAndWait({"/usr/bin/ls", allowed.string()}); });
+    std::printf("ls of an empty folder: all gates %.2f ms, posix_spawn %.2f ms (%.2f times)\n", gated, bare,
+                gated / bare);
+}
+
+} // namespace
+} // namespace morvex
+
+int main() {
+    morvex::Services services;
+    morvex::benchLines(services);
+    morvex::benchGate(services);
+}

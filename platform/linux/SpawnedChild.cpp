@@ -1,0 +1,110 @@
+#include "platform/linux/SpawnedChild.h"
+
+#include "foundation/SystemError.h"
+#include "foundation/Try.h"
+#include "shared/base/Require.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <csignal>
+#include <poll.h>
+#include <span>
+#include <sys/eventfd.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace morvex {
+
+namespace {
+
+/// Told when the system does not know how the child ended.
+constexpr std::int32_t unknownStatus = -1;
+
+/// WNOWAIT leaves the child to be reaped later.
+std::int32_t waitFor(pid_t pid, int options) {
+    siginfo_t info{};
+    int code = 0;
+    do code = ::waitid(P_PID, static_cast<id_t>(pid), &info, WEXITED | options);
+    while (code != 0 && errno == EINTR);
+    return code == 0 ? info.si_status : unknownStatus;
+}
+
+} // namespace
+
+Result<std::unique_ptr<ChildProcess>> SpawnedChild::create(pid_t pid, FileDescriptor output,
+                                                           FileDescriptor errors, ChildListener& listener) {
+    std::unique_ptr<SpawnedChild> child(
+        new SpawnedChild(pid, std::move(output), std::move(errors), listener));
+    if (auto started = child->start(); !started) return std::unexpected(started.error());
+    return child;
+}
+
+SpawnedChild::~SpawnedChild() {
+    if (!exited_) signalGroup(ChildSignal::kill);
+    if (thread_.joinable()) {
+        abandonOutput();
+        thread_.join();
+    }
+    waitFor(pid_, 0);
+}
+
+void SpawnedChild::signalGroup(ChildSignal signal) {
+    ::kill(-pid_, signal == ChildSignal::kill ? SIGKILL : SIGTERM);
+}
+
+void SpawnedChild::abandonOutput() {
+    ::eventfd_write(abandoned_.get(), 1);
+}
+
+Result<void> SpawnedChild::start() {
+    // The header of glibc 2.36 declares the function for C only.
+    exit_ = FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid_, 0)));
+    if (!exit_) return fail(SystemError{errno});
+    abandoned_ = FileDescriptor(::eventfd(0, EFD_CLOEXEC));
+    if (!abandoned_) return fail(SystemError{errno});
+    try {
+        thread_ = std::thread([this] { follow(); });
+    } catch (const std::system_error& error) {
+        return fail(SystemError{error.code().value()});
+    }
+    return {};
+}
+
+void SpawnedChild::follow() {
+    std::array<pollfd, 4> watched{{{output_.get(), POLLIN, 0},
+                                   {errors_.get(), POLLIN, 0},
+                                   {exit_.get(), POLLIN, 0},
+                                   {abandoned_.get(), POLLIN, 0}}};
+    auto& [output, errors, exit, abandoned] = watched;
+    // A negative descriptor is one that poll passes over.
+    auto isOpen = [](const pollfd& entry) { return entry.fd >= 0; };
+    while (std::ranges::any_of(std::span(watched).first(3), isOpen)) {
+        int ready = ::poll(watched.data(), watched.size(), -1);
+        if (ready < 0 && errno == EINTR) continue;
+        vyzaduj(ready > 0, "a child cannot be watched");
+        if (abandoned.revents != 0) break;
+        if (output.revents != 0 && !readFrom(output_, &ChildListener::output)) output.fd = -1;
+        if (errors.revents != 0 && !readFrom(errors_, &ChildListener::errors)) errors.fd = -1;
+        if (exit.revents != 0) {
+            noteExit();
+            exit.fd = -1;
+        }
+    }
+    listener_.ended();
+}
+
+bool SpawnedChild::readFrom(const FileDescriptor& pipe, Tell tell) {
+    auto got = ::read(pipe.get(), buffer_.data(), buffer_.size());
+    if (got > 0) (listener_.*tell)({buffer_.data(), static_cast<std::size_t>(got)});
+    return got > 0 || (got < 0 && errno == EINTR);
+}
+
+void SpawnedChild::noteExit() {
+    auto status = waitFor(pid_, WNOWAIT);
+    exited_ = true;
+    listener_.exited(status);
+}
+
+} // namespace morvex

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "foundation/FileDescriptor.h"
+#include "platform/ports/ProcessLauncher.h"
+
+#include <array>
+#include <atomic>
+#include <sys/types.h>
+#include <thread>
+
+namespace morvex {
+
+/// A child of this process that leads its own group, followed by a thread of its own. Its end is only noted
+/// there; it is reaped with this object, so that its number and its group's cannot mean another process
+/// before.
+class SpawnedChild final : public ChildProcess {
+  public:
+    /// Takes over a child that runs. On failure the child is killed and gone.
+    static Result<std::unique_ptr<ChildProcess>> create(pid_t pid, FileDescriptor output,
+                                                        FileDescriptor errors, ChildListener& listener);
+
+    ~SpawnedChild() override;
+
+    void signalGroup(ChildSignal signal) override;
+    void abandonOutput() override;
+
+  private:
+    using Tell = void (ChildListener::*)(std::string_view);
+
+    SpawnedChild(pid_t pid, FileDescriptor output, FileDescriptor errors, ChildListener& listener)
+        : pid_(pid), output_(std::move(output)), errors_(std::move(errors)), listener_(listener) {}
+
+    Result<void> start();
+    void follow();
+    bool readFrom(const FileDescriptor& pipe, Tell tell);
+    void noteExit();
+
+    pid_t pid_;
+    FileDescriptor output_;
+    FileDescriptor errors_;
+    ChildListener& listener_;
+    FileDescriptor exit_;      ///< readable once the child has ended
+    FileDescriptor abandoned_; ///< readable once nobody waits for output
+    std::atomic<bool> exited_ = false;
+    std::array<char, 64 * 1024> buffer_{};
+    std::thread thread_;
+};
+
+} // namespace morvex

@@ -1,0 +1,353 @@
+#include "tests/app/execution/RealPrograms.h"
+
+#include "foundation/FileDescriptor.h"
+#include "foundation/SystemError.h"
+#include "platform/linux/OwnEnvironment.h"
+#include "shared/wire/TalkSpanError.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <poll.h>
+#include <sstream>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+class RealProgramsTest : public testing::Test {
+  protected:
+    VysledekProcesu shell(const std::string& script) {
+        return programs.run(RealPrograms::shell(script)).value();
+    }
+
+    std::string launchProblem(OutsideProgram program) {
+        auto result = programs.run(std::move(program));
+        return result ? "" : result.error().popis();
+    }
+
+    static std::string failed(const std::string& tool, int code) {
+        return TalkSpanError{
+            TalkSpanError::ToolFailed{tool, "Nepodařilo se spustit: " + SystemError{code}.popis()}}
+            .popis();
+    }
+
+    std::string fifo() {
+        auto path = (folder.path() / "fifo").string();
+        vyzaduj(::mkfifo(path.c_str(), 0600) == 0, "no pipe");
+        return path;
+    }
+
+    /// Whether every process that had the other end has let go of it.
+    static bool isLetGo(const FileDescriptor& end) {
+        pollfd entry{end.get(), POLLIN, 0};
+        char byte = 0;
+        return ::poll(&entry, 1, 60'000) == 1 && ::read(end.get(), &byte, 1) == 0;
+    }
+
+    static std::size_t openDescriptors() {
+        auto all = std::filesystem::directory_iterator("/proc/self/fd");
+        return static_cast<std::size_t>(std::distance(begin(all), end(all)));
+    }
+
+    static bool hasChildren() { return ::waitpid(-1, nullptr, WNOHANG) != -1 || errno != ECHILD; }
+
+    TemporaryFolder folder;
+    RealPrograms programs;
+};
+
+TEST_F(RealProgramsTest, ArgumentsPassAsTheyAreWithoutAShell) {
+    auto result = programs.run(
+        {.binary = "/usr/bin/printf", .args = {"%s|", "$HOME", "a b", "*", ";ls", "", "`id`", "žluť", "-n"}});
+    EXPECT_EQ(result.value().vystup, "$HOME|a b|*|;ls||`id`|žluť|-n|");
+}
+
+TEST_F(RealProgramsTest, TheEnvironmentIsTheGivenOneAlone) {
+    auto result = programs.run({.binary = "/usr/bin/env", .env = {{"A", "1"}, {"B", "x=y"}}});
+    EXPECT_EQ(result.value().vystup, "A=1\nB=x=y\n");
+}
+
+TEST_F(RealProgramsTest, TheWorkingFolderIsTheGivenOneOrTheInheritedOne) {
+    OutsideProgram program{.binary = "/bin/pwd", .cwd = folder.path().string()};
+    EXPECT_EQ(programs.run(program).value().vystup, folder.path().string() + "\n");
+    program.cwd.reset();
+    EXPECT_EQ(programs.run(program).value().vystup, std::filesystem::current_path().string() + "\n");
+}
+
+TEST_F(RealProgramsTest, AToolThatAsksFindsStandardInputAtItsEnd) {
+    auto result = shell("read answer; echo \"$? <$answer>\"");
+    EXPECT_EQ(result.vystup, "1 <>\n");
+}
+
+TEST_F(RealProgramsTest, TheStatusIsThatOfTheProgramOrTheNumberOfItsSignal) {
+    EXPECT_EQ(shell("exit 0").navratovyKod, 0);
+    EXPECT_EQ(shell("exit 3").navratovyKod, 3);
+    EXPECT_EQ(shell("exit 255").navratovyKod, 255);
+    EXPECT_EQ(shell("kill -KILL $$").navratovyKod, SIGKILL);
+    EXPECT_EQ(shell("kill -SEGV $$").navratovyKod, SIGSEGV);
+}
+
+TEST_F(RealProgramsTest, BothStreamsComeApartAndWhole) {
+    auto result = shell("echo out; echo err >&2; printf last");
+    EXPECT_EQ(result.vystup, "out\nlast");
+    EXPECT_EQ(result.chyby, "err\n");
+}
+
+TEST_F(RealProgramsTest, NoOutputIsEmptyText) {
+    auto result = shell("exec >&- 2>&-; exit 4");
+    EXPECT_EQ(result.vystup + result.chyby, "");
+    EXPECT_EQ(result.navratovyKod, 4);
+}
+
+TEST_F(RealProgramsTest, ALaunchThatFailsSaysWhy) {
+    auto plain = (folder.path() / "plain").string();
+    std::ofstream(plain) << "text";
+    auto noProgram = (folder.path() / "no-program").string();
+    std::ofstream(noProgram) << "text";
+    std::filesystem::permissions(noProgram, std::filesystem::perms::owner_all);
+    auto lost = (folder.path() / "lost").string();
+    std::ofstream(lost) << "#!/nonexistent/interpreter\n";
+    std::filesystem::permissions(lost, std::filesystem::perms::owner_all);
+
+    struct Row {
+        std::string binary;
+        int code;
+    };
+
+    const Row rows[] = {{"/nonexistent/tool", ENOENT}, {plain, EACCES}, {folder.path().string(), EACCES},
+                        {noProgram, ENOEXEC},          {lost, ENOENT},  {"", ENOENT},
+                        {plain + "/below", ENOTDIR}};
+    for (const auto& row : rows) {
+        auto name = row.binary.substr(row.binary.find_last_of('/') + 1);
+        EXPECT_EQ(launchProblem({.binary = row.binary}), failed(name, row.code)) << row.binary;
+    }
+    EXPECT_EQ(launchProblem({.binary = "/bin/true", .cwd = "/nonexistent"}), failed("true", ENOENT));
+    EXPECT_EQ(launchProblem({.binary = "/bin/true", .args = {std::string(4 << 20, 'x')}}),
+              failed("true", E2BIG));
+    EXPECT_FALSE(hasChildren());
+}
+
+TEST_F(RealProgramsTest, ABinaryThatVanishedSinceItWasFoundFailsTheLaunch) {
+    auto tool = folder.path() / "tool";
+    std::filesystem::copy_file("/bin/true", tool);
+    EXPECT_EQ(launchProblem({.binary = tool.string()}), "");
+    std::filesystem::remove(tool);
+    EXPECT_EQ(launchProblem({.binary = tool.string()}), failed("tool", ENOENT));
+}
+
+TEST_F(RealProgramsTest, ATextWithANulByteIsNeverCutForTheChild) {
+    const std::string cut("-delete\0x", 9);
+    for (const OutsideProgram& program : {OutsideProgram{.binary = "/bin/echo", .args = {cut}},
+                                          OutsideProgram{.binary = "/bin/echo", .cwd = "/tmp" + cut},
+                                          OutsideProgram{.binary = "/bin/echo", .env = {{"A", cut}}}})
+        EXPECT_EQ(launchProblem(program), failed("echo", EINVAL));
+}
+
+TEST_F(RealProgramsTest, TheChildGetsNoOpenFileAndNoSignalSetting) {
+    FileDescriptor leaking(::open("/dev/null", O_RDONLY)); // NOLINT: without O_CLOEXEC on purpose
+    sigset_t blocked;
+    sigset_t before;
+    sigemptyset(&blocked);
+    sigaddset(&blocked, SIGTERM);
+    ::pthread_sigmask(SIG_BLOCK, &blocked, &before);
+    auto* handler = std::signal(SIGPIPE, SIG_IGN);
+    RealPrograms withThisMask;
+    auto result =
+        withThisMask
+            .run(RealPrograms::shell("for n in $(seq 3 99); do [ -e /proc/self/fd/$n ] && echo $n; done; "
+                                     "grep -E 'Sig(Blk|Ign)' /proc/self/status"))
+            .value();
+    std::signal(SIGPIPE, handler);
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    // The C library keeps two high signals for itself, whose setting it does not let anybody touch.
+    EXPECT_TRUE(result.vystup.starts_with("SigBlk:\t0000000000000000\nSigIgn:\t")) << result.vystup;
+    EXPECT_TRUE(result.vystup.ends_with("0000000\n")) << result.vystup;
+}
+
+TEST_F(RealProgramsTest, TheChildLeadsASessionOfItsOwnWithoutATerminal) {
+    std::istringstream stat(programs.run({.binary = "/bin/cat", .args = {"/proc/self/stat"}}).value().vystup);
+    int pid = 0;
+    int parent = 0;
+    int group = 0;
+    int session = 0;
+    int terminal = -1;
+    std::string skipped;
+    stat >> pid >> skipped >> skipped >> parent >> group >> session >> terminal;
+    EXPECT_EQ(parent, ::getpid());
+    EXPECT_EQ(group, pid);
+    EXPECT_EQ(session, pid);
+    EXPECT_EQ(terminal, 0);
+    EXPECT_EQ(shell("echo x >/dev/tty || echo none").vystup, "none\n");
+}
+
+TEST_F(RealProgramsTest, LinesComeWhileTheProgramRuns) {
+    auto gate = fifo();
+    auto run = programs.begin("echo first; read x <" + gate + "; echo second");
+    run.lines->waitFor("first");
+    EXPECT_EQ(run.lines->all(), std::vector<std::string>{"first"});
+    std::ofstream(gate) << "go\n";
+    EXPECT_EQ(run.end().vystup, "first\nsecond\n");
+    EXPECT_EQ(run.lines->all(), (std::vector<std::string>{"first", "second"}));
+}
+
+TEST_F(RealProgramsTest, AProgramThatHeedsSigtermEndsAtTheLimit) {
+    auto run = programs.begin("trap 'echo asked; exit 7' TERM; echo ready; while :; do sleep 1; done");
+    run.lines->waitFor("ready");
+    programs.clock.advance(RealPrograms::limit);
+    auto result = run.end();
+    EXPECT_TRUE(result.vyprselCas);
+    EXPECT_EQ(result.navratovyKod, 7);
+    EXPECT_EQ(result.vystup, "ready\nasked\n");
+}
+
+TEST_F(RealProgramsTest, AProgramThatIgnoresSigtermIsKilledFourSecondsAfterTheLimit) {
+    auto run = programs.begin("trap 'echo asked' TERM; echo ready; while :; do sleep 1; done");
+    run.lines->waitFor("ready");
+    programs.clock.advance(RealPrograms::limit);
+    run.lines->waitFor("asked");
+    programs.clock.advance(4s);
+    auto result = run.end();
+    EXPECT_TRUE(result.vyprselCas);
+    EXPECT_FALSE(result.zruseno);
+    EXPECT_EQ(result.navratovyKod, SIGKILL);
+}
+
+TEST_F(RealProgramsTest, AStoppedProgramIsKilledByTheSecondStage) {
+    auto run = programs.begin("echo ready; kill -STOP $$; echo never");
+    run.lines->waitFor("ready");
+    EXPECT_TRUE(run.runner->zrusit());
+    programs.clock.advance(4s);
+    auto result = run.end();
+    EXPECT_TRUE(result.zruseno);
+    EXPECT_TRUE(result.navratovyKod == SIGKILL || result.navratovyKod == SIGTERM);
+    EXPECT_EQ(result.vystup, "ready\n");
+}
+
+TEST_F(RealProgramsTest, ACancelEndsAProgramAndItsGroupAndOnlyOnce) {
+    auto run = programs.begin("sleep 1000 & echo ready; wait");
+    run.lines->waitFor("ready");
+    EXPECT_TRUE(run.runner->zrusit());
+    // The sleeping grandchild holds the pipe: only because it is gone does the run end while time stands
+    // still.
+    auto result = run.end();
+    EXPECT_TRUE(result.zruseno);
+    EXPECT_EQ(result.navratovyKod, SIGTERM);
+    EXPECT_FALSE(run.runner->zrusit());
+}
+
+TEST_F(RealProgramsTest, AGrandchildThatIgnoresSigtermOutlivesItsParentByTheStagesOnly) {
+    auto path = fifo();
+    FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    auto run = programs.begin("(trap '' TERM; exec 3>" + path + "; echo ready; exec sleep 1000) & wait");
+    run.lines->waitFor("ready");
+    EXPECT_TRUE(run.runner->zrusit());
+    programs.waitForWait(2s);
+    programs.clock.advance(2s);
+    EXPECT_EQ(run.end().navratovyKod, SIGTERM);
+    pollfd entry{held.get(), POLLIN, 0};
+    EXPECT_EQ(::poll(&entry, 1, 0), 0) << "killed before the second stage";
+    programs.clock.advance(2s);
+    EXPECT_TRUE(isLetGo(held));
+    EXPECT_FALSE(hasChildren());
+}
+
+TEST_F(RealProgramsTest, AGrandchildInASessionOfItsOwnCannotHangTheCaller) {
+    auto path = fifo();
+    FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    auto run = programs.begin("setsid sh -c 'exec 3>" + path +
+                              "; echo $$; exec sleep 1000' & "
+                              "read x <" +
+                              path + ".go; echo parent");
+    // The parent ends once its child lives in its own session.
+    vyzaduj(::mkfifo((path + ".go").c_str(), 0600) == 0 || errno == EEXIST, "no pipe");
+    while (run.lines->all().empty()) std::this_thread::yield();
+    std::ofstream(path + ".go") << "go\n";
+    run.lines->waitFor("parent");
+    programs.waitForWait(2s);
+    programs.clock.advance(2s);
+    auto result = run.end();
+    EXPECT_EQ(result.navratovyKod, 0);
+    EXPECT_TRUE(result.vystup.ends_with("\nparent\n"));
+    pollfd entry{held.get(), POLLIN, 0};
+    EXPECT_EQ(::poll(&entry, 1, 0), 0) << "a program's own session is its own affair";
+    ::kill(std::stoi(result.vystup), SIGKILL);
+    EXPECT_TRUE(isLetGo(held));
+}
+
+TEST_F(RealProgramsTest, AProgramThatEndsOnItsOwnLeavesBehindWhatItStarted) {
+    auto path = fifo();
+    FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    auto result = shell("sleep 1000 3>" + path + " >/dev/null 2>&1 & echo $!");
+    EXPECT_EQ(result.navratovyKod, 0);
+    pollfd entry{held.get(), POLLIN, 0};
+    EXPECT_EQ(::poll(&entry, 1, 0), 0);
+    ::kill(std::stoi(result.vystup), SIGKILL);
+    EXPECT_TRUE(isLetGo(held));
+}
+
+TEST_F(RealProgramsTest, AGigabyteOfOutputPassesInBoundedMemory) {
+    auto result =
+        programs.run(RealPrograms::shell("head -c 1073741824 /dev/zero; echo done >&2"), {}, {.vystup = 10});
+    EXPECT_EQ(result.value().vystup, std::string(10, '\0'));
+    EXPECT_EQ(result.value().chyby, "done\n");
+}
+
+TEST_F(RealProgramsTest, AnEndlessWriterIsStoppedAtTheLimit) {
+    auto run = programs.begin("yes");
+    run.lines->waitFor("y");
+    programs.clock.advance(RealPrograms::limit);
+    EXPECT_EQ(run.end().navratovyKod, SIGTERM);
+}
+
+TEST_F(RealProgramsTest, NothingIsLeftOfManyRunsAtOnce) {
+    shell("true");
+    auto before = openDescriptors();
+    const char* scripts[] = {"exit 0",   "kill -KILL $$",        "echo x; echo y >&2", "exec >&-; exit 3",
+                             "seq 2000", "trap '' TERM; echo x", "(exit 1) & wait $!"};
+    for (int round = 0; round < 10; ++round) {
+        std::vector<std::unique_ptr<RealPrograms::Begun>> runs;
+        for (const auto* script : scripts)
+            runs.push_back(std::make_unique<RealPrograms::Begun>(programs, RealPrograms::shell(script)));
+        runs.push_back(
+            std::make_unique<RealPrograms::Begun>(programs, RealPrograms::shell("exec sleep 1000")));
+        while (!runs.back()->runner->zrusit()) std::this_thread::yield();
+        for (auto& run : runs) run->end();
+        programs.clock.advance(4s);
+    }
+    EXPECT_EQ(openDescriptors(), before);
+    EXPECT_FALSE(hasChildren());
+    EXPECT_EQ(programs.clock.waiting(), 0U);
+}
+
+TEST_F(RealProgramsTest, AChildThatIsGivenUpIsKilledAndReaped) {
+    struct Silent final : ChildListener {
+        void output(std::string_view) override {}
+
+        void errors(std::string_view) override {}
+
+        void exited(std::int32_t) override {}
+
+        void ended() override {}
+    } listener;
+
+    programs.launcher.launch(RealPrograms::shell("trap '' TERM; sleep 1000"), listener).value();
+    EXPECT_FALSE(hasChildren());
+}
+
+TEST_F(RealProgramsTest, TheOwnEnvironmentIsThatOfThisProcess) {
+    ::setenv("MORVEX_TEST_VARIABLE", "a=b", 1);
+    EXPECT_EQ(ownEnvironment().at("MORVEX_TEST_VARIABLE"), "a=b");
+    ::unsetenv("MORVEX_TEST_VARIABLE");
+    EXPECT_FALSE(ownEnvironment().contains("MORVEX_TEST_VARIABLE"));
+}
+
+} // namespace
+} // namespace morvex
