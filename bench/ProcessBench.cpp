@@ -1,5 +1,5 @@
-#include "app/execution/ProcessRunner.h"
 #include "app/execution/TerminalBridge.h"
+#include "app/programs/ProcessRunner.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/SpawnLauncher.h"
 #include "platform/memory/FixedFolders.h"

@@ -1,7 +1,7 @@
 #include "app/execution/BeneathFolder.h"
 #include "app/execution/OverenaCesta.h"
-#include "app/execution/Paths.h"
 #include "app/execution/SouboryChyba.h"
+#include "foundation/Paths.h"
 #include "platform/memory/FixedFolders.h"
 #include "shared/base/Bytes.h"
 #include "shared/base/Require.h"

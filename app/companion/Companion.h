@@ -10,10 +10,10 @@
 #include "app/companion/StatusReport.h"
 #include "app/companion/ToolGate.h"
 #include "app/execution/FileTools.h"
-#include "app/execution/ProgramDiscovery.h"
 #include "app/execution/Slozky.h"
 #include "app/execution/TerminalTools.h"
 #include "app/personal/MacIntegrationSettings.h"
+#include "app/programs/ProgramDiscovery.h"
 #include "foundation/TaskScope.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "app/console/ConsoleShell.h"
 
 #include "app/console/QrBlocks.h"
-#include "app/execution/Paths.h"
+#include "foundation/Paths.h"
 #include "foundation/Text.h"
 
 #include <algorithm>
@@ -197,7 +197,7 @@ void ConsoleShell::printApproval() {
 }
 
 void ConsoleShell::allow(const std::string& path) {
-    auto expanded = paths::expandingTilde(path, surroundings_.folders);
+    auto expanded = expandingTilde(path, surroundings_.folders);
     if (!expanded.starts_with('/')) return print("Cesta ke složce začíná „/“ nebo „~“.");
     surroundings_.picker.choose(expanded);
     surroundings_.scope.spawn(allowAndShow());
@@ -212,7 +212,7 @@ Task<void> ConsoleShell::allowAndShow() {
 
 void ConsoleShell::disallow(const std::string& path) {
     auto& folders = companion_.slozky();
-    auto expanded = paths::standardized(paths::expandingTilde(path, surroundings_.folders));
+    auto expanded = paths::standardized(expandingTilde(path, surroundings_.folders));
     if (std::ranges::find(folders.povolene(), expanded) == folders.povolene().end())
         return print("Složka „" + path + "“ povolená není.");
     folders.odebrat(expanded);

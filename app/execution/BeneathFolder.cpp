@@ -1,6 +1,6 @@
 #include "app/execution/BeneathFolder.h"
 
-#include "app/execution/Paths.h"
+#include "foundation/Paths.h"
 #include "foundation/SystemError.h"
 #include "foundation/Text.h"
 #include "foundation/Try.h"

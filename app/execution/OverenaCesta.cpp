@@ -1,7 +1,7 @@
 #include "app/execution/OverenaCesta.h"
 
-#include "app/execution/Paths.h"
 #include "app/execution/SouboryChyba.h"
+#include "foundation/Paths.h"
 #include "foundation/Text.h"
 #include "foundation/Try.h"
 
@@ -59,7 +59,7 @@ Result<OverenaCesta> overCestu(const std::string& cesta, const std::optional<std
     if (trimmed.contains('\0'))
         return fail(SouboryChyba{SouboryChyba::NeniSoubor{paths::lastComponent(trimmed)}});
 
-    TRY(auto, asked, absolute(paths::expandingTilde(trimmed, slozky.standardFolders()), slozka, slozky));
+    TRY(auto, asked, absolute(expandingTilde(trimmed, slozky.standardFolders()), slozka, slozky));
     auto standardized = paths::standardized(asked);
     auto resolved = paths::resolved(standardized);
     const auto& judged = resolved ? *resolved : standardized;

@@ -1,6 +1,6 @@
 #include "app/execution/PovoleneSlozky.h"
 
-#include "app/execution/Paths.h"
+#include "foundation/Paths.h"
 #include "foundation/Text.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "app/execution/Slozky.h"
 
-#include "app/execution/Paths.h"
+#include "foundation/Paths.h"
 #include "shared/base/Require.h"
 
 #include <algorithm>

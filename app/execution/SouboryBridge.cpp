@@ -3,7 +3,7 @@
 #include "app/execution/BeneathFolder.h"
 #include "app/execution/FileSearch.h"
 #include "app/execution/OverenaCesta.h"
-#include "app/execution/Paths.h"
+#include "foundation/Paths.h"
 #include "foundation/SystemError.h"
 #include "foundation/Text.h"
 #include "foundation/Try.h"

@@ -1,7 +1,7 @@
 #include "app/execution/TerminalBridge.h"
 
-#include "app/execution/ProcessRunner.h"
 #include "app/execution/TerminalGate.h"
+#include "app/programs/ProcessRunner.h"
 #include "foundation/OneShot.h"
 #include "foundation/Text.h"
 #include "foundation/Try.h"

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/execution/PovoleneSlozky.h"
-#include "app/execution/ProgramDiscovery.h"
 #include "app/execution/TerminalChyba.h"
+#include "app/programs/ProgramDiscovery.h"
 
 #include <cstdint>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "app/execution/TerminalGate.h"
 
 #include "app/execution/OverenaCesta.h"
-#include "app/execution/Paths.h"
 #include "app/execution/TerminalChyba.h"
+#include "foundation/Paths.h"
 #include "foundation/Text.h"
 #include "foundation/Try.h"
 

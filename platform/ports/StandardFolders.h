@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace morvex {
 
@@ -23,5 +24,8 @@ class StandardFolders {
     /// Where this program keeps its settings.
     [[nodiscard]] virtual std::string configuration() const = 0;
 };
+
+/// `~` and `~name` in front of a path replaced by a home folder. The name of an unknown user stays as it is.
+std::string expandingTilde(std::string_view path, const StandardFolders& folders);
 
 } // namespace morvex

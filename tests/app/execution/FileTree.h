@@ -2,54 +2,21 @@
 
 #include "app/execution/PovoleneSlozky.h"
 #include "platform/memory/FixedFolders.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/FolderTree.h"
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace morvex {
 
-/// A real tree for a test: `home` with the allowed folder `home/Projects`, and `outside`.
-class FileTree {
+/// A tree with `home`, the allowed folder `home/Projects`, and `outside`.
+class FileTree : public FolderTree {
   public:
     FileTree() {
         folder("home/Projects");
         folder("outside");
         standard.homeFolder = path("home");
         standard.homes["eva"] = path("outside");
-    }
-
-    [[nodiscard]] std::string path(const std::string& name) const {
-        return (temporary_.path() / name).string();
-    }
-
-    std::string folder(const std::string& name) const {
-        std::filesystem::create_directories(path(name));
-        return path(name);
-    }
-
-    void file(const std::string& name, std::string_view content) const {
-        std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());
-        std::ofstream(path(name), std::ios::binary) << content;
-    }
-
-    /// `target` is taken as it stands, so that it may be relative or lead nowhere.
-    void link(const std::string& name, const std::string& target) const {
-        std::filesystem::create_symlink(target, path(name));
-    }
-
-    [[nodiscard]] std::string content(const std::string& name) const {
-        std::ostringstream text;
-        text << std::ifstream(path(name), std::ios::binary).rdbuf();
-        return text.str();
-    }
-
-    [[nodiscard]] bool exists(const std::string& name) const {
-        return std::filesystem::exists(std::filesystem::symlink_status(path(name)));
     }
 
     [[nodiscard]] PovoleneSlozky allowed(const std::vector<std::string>& names = {"home/Projects"}) const {
@@ -59,9 +26,6 @@ class FileTree {
     }
 
     FixedFolders standard;
-
-  private:
-    TemporaryFolder temporary_;
 };
 
 } // namespace morvex

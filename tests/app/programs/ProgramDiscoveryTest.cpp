@@ -1,4 +1,4 @@
-#include "app/execution/ProgramDiscovery.h"
+#include "app/programs/ProgramDiscovery.h"
 
 #include "foundation/SystemError.h"
 #include "foundation/Text.h"

@@ -1,4 +1,4 @@
-#include "app/execution/BehProgramu.h"
+#include "app/programs/BehProgramu.h"
 
 #include "foundation/Try.h"
 

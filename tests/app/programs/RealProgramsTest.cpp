@@ -1,4 +1,4 @@
-#include "tests/app/execution/RealPrograms.h"
+#include "tests/app/programs/RealPrograms.h"
 
 #include "foundation/FileDescriptor.h"
 #include "foundation/SystemError.h"

@@ -1,4 +1,4 @@
-#include "app/execution/Paths.h"
+#include "foundation/Paths.h"
 
 #include "foundation/Text.h"
 
@@ -126,15 +126,6 @@ std::optional<std::string> resolved(std::string_view absolutePath) {
     }
     if (result.empty()) result = "/";
     return result;
-}
-
-std::string expandingTilde(std::string_view path, const StandardFolders& folders) {
-    if (!path.starts_with('~')) return std::string(path);
-    auto end = std::min(path.find('/'), path.size());
-    auto user = path.substr(1, end - 1);
-    if (hasNul(user)) return std::string(path);
-    auto home = user.empty() ? std::optional(folders.home()) : folders.homeOf(std::string(user));
-    return home ? *home + std::string(path.substr(end)) : std::string(path);
 }
 
 bool isFolder(const std::string& path) {

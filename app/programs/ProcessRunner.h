@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/execution/SberVystupu.h"
-#include "app/execution/VysledekProcesu.h"
+#include "app/programs/SberVystupu.h"
+#include "app/programs/VysledekProcesu.h"
 #include "foundation/Clock.h"
 #include "foundation/Task.h"
 #include "platform/ports/ProcessLauncher.h"

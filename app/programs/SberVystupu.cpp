@@ -1,4 +1,4 @@
-#include "app/execution/SberVystupu.h"
+#include "app/programs/SberVystupu.h"
 
 #include "foundation/Text.h"
 

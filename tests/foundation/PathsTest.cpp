@@ -1,6 +1,6 @@
-#include "app/execution/Paths.h"
+#include "foundation/Paths.h"
 
-#include "tests/app/execution/FileTree.h"
+#include "tests/support/FolderTree.h"
 
 #include <gtest/gtest.h>
 
@@ -34,19 +34,8 @@ TEST(Paths, BelowPutsOneSlashBetween) {
     EXPECT_EQ(paths::below("/a", ""), "/a");
 }
 
-TEST(Paths, ATildeStandsForTheHomeFolderOfItsUser) {
-    FixedFolders folders;
-    folders.homeFolder = "/home/adam";
-    folders.homes["eva"] = "/home/eva";
-    EXPECT_EQ(paths::expandingTilde("~", folders), "/home/adam");
-    EXPECT_EQ(paths::expandingTilde("~/a", folders), "/home/adam/a");
-    EXPECT_EQ(paths::expandingTilde("~eva/a", folders), "/home/eva/a");
-    EXPECT_EQ(paths::expandingTilde("~nobody/a", folders), "~nobody/a");
-    EXPECT_EQ(paths::expandingTilde("a/~", folders), "a/~");
-}
-
 TEST(Paths, ResolvingFollowsChainsOfLinksToTheirEnd) {
-    FileTree tree;
+    FolderTree tree;
     tree.file("outside/secret", "");
     tree.link("home/one", "two");
     tree.link("home/two", "../home/three");
@@ -55,7 +44,7 @@ TEST(Paths, ResolvingFollowsChainsOfLinksToTheirEnd) {
 }
 
 TEST(Paths, ResolvingTakesDotsOfALinkFromWhereTheLinkReallyLies) {
-    FileTree tree;
+    FolderTree tree;
     tree.folder("outside/deep/er");
     tree.link("home/in", tree.path("outside/deep/er"));
     tree.link("outside/deep/er/up", "../../secret");
@@ -63,20 +52,20 @@ TEST(Paths, ResolvingTakesDotsOfALinkFromWhereTheLinkReallyLies) {
 }
 
 TEST(Paths, ResolvingFollowsALinkWhoseTargetDoesNotExistYet) {
-    FileTree tree;
+    FolderTree tree;
     tree.link("home/Projects/new", tree.path("outside/not/yet"));
     EXPECT_EQ(paths::resolved(tree.path("home/Projects/new/file")), tree.path("outside/not/yet/file"));
 }
 
 TEST(Paths, ResolvingLooksAgainBehindAMissingFolderThatALinkGoesBackFrom) {
-    FileTree tree;
+    FolderTree tree;
     tree.link("home/Projects/away", tree.path("outside"));
     tree.link("home/Projects/trick", "missing/../away/file");
     EXPECT_EQ(paths::resolved(tree.path("home/Projects/trick")), tree.path("outside/file"));
 }
 
 TEST(Paths, ResolvingKeepsWhatDoesNotExist) {
-    FileTree tree;
+    FolderTree tree;
     EXPECT_EQ(paths::resolved(tree.path("no/such/../file")), tree.path("no/file"));
     EXPECT_EQ(paths::resolved("/"), "/");
     std::string name(300, 'x');
@@ -84,7 +73,7 @@ TEST(Paths, ResolvingKeepsWhatDoesNotExist) {
 }
 
 TEST(Paths, ALoopOfLinksResolvesToNothing) {
-    FileTree tree;
+    FolderTree tree;
     tree.link("home/a", "b");
     tree.link("home/b", "a");
     tree.link("home/self", "self/self");
@@ -93,7 +82,7 @@ TEST(Paths, ALoopOfLinksResolvesToNothing) {
 }
 
 TEST(Paths, AChainIsFollowedAsFarAsTheSystemFollowsIt) {
-    FileTree tree;
+    FolderTree tree;
     tree.file("home/link0", "");
     for (int i = 1; i <= 41; ++i) tree.link("home/link" + std::to_string(i), "link" + std::to_string(i - 1));
     EXPECT_EQ(paths::resolved(tree.path("home/link40")), tree.path("home/link0"));
@@ -108,7 +97,7 @@ TEST(Paths, AMillionComponentsAreResolvedWithoutLookingBelowWhatIsMissing) {
 }
 
 TEST(Paths, ANulByteEndsNoPath) {
-    FileTree tree;
+    FolderTree tree;
     tree.link("home/link", tree.path("outside"));
     auto path = tree.path("home/link") + std::string("\0/x", 3);
     EXPECT_EQ(paths::resolved(path), path);
@@ -116,9 +105,9 @@ TEST(Paths, ANulByteEndsNoPath) {
 }
 
 TEST(Paths, AFolderIsRecognizedThroughALink) {
-    FileTree tree;
+    FolderTree tree;
     tree.file("home/file", "");
-    tree.link("home/link", tree.path("outside"));
+    tree.link("home/link", tree.folder("outside"));
     EXPECT_TRUE(paths::isFolder(tree.path("home/link")));
     EXPECT_FALSE(paths::isFolder(tree.path("home/file")));
     EXPECT_FALSE(paths::isFolder(tree.path("home/none")));

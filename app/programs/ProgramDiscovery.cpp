@@ -1,7 +1,7 @@
-#include "app/execution/ProgramDiscovery.h"
+#include "app/programs/ProgramDiscovery.h"
 
-#include "app/execution/Paths.h"
-#include "app/execution/ProcessRunner.h"
+#include "app/programs/ProcessRunner.h"
+#include "foundation/Paths.h"
 #include "foundation/Text.h"
 
 #include <algorithm>

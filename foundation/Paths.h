@@ -1,7 +1,5 @@
 #pragma once
 
-#include "platform/ports/StandardFolders.h"
-
 #include <optional>
 #include <string>
 #include <string_view>
@@ -27,9 +25,6 @@ std::string standardized(std::string_view absolutePath);
 /// The standardized path with all links resolved as far as the path exists. The target of a dangling link is
 /// followed too. Nothing for a loop of links or a chain that the system would not follow either.
 std::optional<std::string> resolved(std::string_view absolutePath);
-
-/// `~` and `~name` in front replaced by a home folder. The name of an unknown user stays as it is.
-std::string expandingTilde(std::string_view path, const StandardFolders& folders);
 
 /// Whether there is a folder at this absolute path, also through a link.
 bool isFolder(const std::string& path);

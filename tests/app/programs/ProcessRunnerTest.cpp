@@ -1,4 +1,4 @@
-#include "app/execution/ProcessRunner.h"
+#include "app/programs/ProcessRunner.h"
 
 #include "foundation/SystemError.h"
 #include "platform/memory/ManualClock.h"

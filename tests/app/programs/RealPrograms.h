@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/execution/ProcessRunner.h"
+#include "app/programs/ProcessRunner.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/SpawnLauncher.h"
 #include "platform/memory/ManualClock.h"

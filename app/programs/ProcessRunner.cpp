@@ -1,7 +1,7 @@
-#include "app/execution/ProcessRunner.h"
+#include "app/programs/ProcessRunner.h"
 
-#include "app/execution/BehProgramu.h"
-#include "app/execution/Paths.h"
+#include "app/programs/BehProgramu.h"
+#include "foundation/Paths.h"
 #include "shared/wire/TalkSpanError.h"
 
 #include <utility>
