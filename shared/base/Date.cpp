@@ -2,12 +2,15 @@
 
 #include "shared/base/Require.h"
 
+#include <cmath>
+
 namespace morvex {
 namespace {
 
 constexpr std::string_view form = "0000-00-00T00:00:00Z";
 constexpr std::chrono::sys_days firstDay{std::chrono::year{0} / 1 / 1};
 constexpr std::chrono::sys_days lastDay{std::chrono::year{9999} / 12 / 31};
+constexpr Date start2001{std::chrono::sys_days{std::chrono::year{2001} / 1 / 1}};
 
 void writeDigits(std::string& text, std::size_t place, std::size_t count, unsigned number) {
     for (std::size_t digit = count; digit-- > 0; number /= 10)
@@ -60,6 +63,17 @@ std::optional<Date> parseWireDate(std::string_view text) {
     const auto second = readDigits(text, 17, 2);
     if (!date.ok() || hour > 23 || minute > 59 || second > 59) return std::nullopt;
     return Date{sys_days{date} + hours{hour} + minutes{minute} + seconds{second}};
+}
+
+double secondsSince2001(Date date) {
+    return std::chrono::duration<double>(date - start2001).count();
+}
+
+std::optional<Date> dateSince2001(double seconds) {
+    static const double first = secondsSince2001(firstDay);
+    static const double behind = secondsSince2001(lastDay + std::chrono::days{1});
+    if (!(seconds >= first && seconds < behind)) return std::nullopt;
+    return start2001 + Date::duration{std::llround(seconds * 1e6)};
 }
 
 } // namespace morvex

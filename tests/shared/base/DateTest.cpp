@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 namespace morvex {
 namespace {
 
@@ -69,6 +71,30 @@ TEST(Date, RefusesEveryOtherForm) {
 TEST(Date, KnowsTheLeapDay) {
     EXPECT_EQ(parseWireDate("2000-02-29T00:00:00Z"), dateFromSeconds(951782400));
     EXPECT_TRUE(parseWireDate("2028-02-29T23:59:59Z"));
+}
+
+TEST(Date, HasANumericFormThatCountsFrom2001) {
+    EXPECT_EQ(secondsSince2001(dateFromSeconds(978'307'200)), 0.0);
+    EXPECT_EQ(secondsSince2001(dateFromSeconds(0)), -978'307'200.0);
+    EXPECT_EQ(dateSince2001(816'482'756.25),
+              parseWireDate("2026-11-16T00:45:56Z").value() + std::chrono::milliseconds(250));
+}
+
+TEST(Date, ComesThroughItsNumericFormWithItsMicroseconds) {
+    const auto whole = parseWireDate("2026-11-16T00:45:56Z").value();
+    for (int i = 0; i < 1000; ++i) {
+        auto date = whole + std::chrono::microseconds(i * 1009);
+        EXPECT_EQ(dateSince2001(secondsSince2001(date)), date) << i;
+    }
+}
+
+TEST(Date, RefusesANumberThatCouldNotBeFormatted) {
+    const auto first = secondsSince2001(parseWireDate("0000-01-01T00:00:00Z").value());
+    const auto last = secondsSince2001(parseWireDate("9999-12-31T23:59:59Z").value());
+    EXPECT_EQ(formatDate(dateSince2001(first).value()), "0000-01-01T00:00:00Z");
+    EXPECT_EQ(formatDate(dateSince2001(std::nextafter(last + 1, 0.0)).value()), "9999-12-31T23:59:59Z");
+    for (double number : {first - 1, last + 1, 1e300, -1e300, std::nan("")})
+        EXPECT_FALSE(dateSince2001(number)) << number;
 }
 
 } // namespace
