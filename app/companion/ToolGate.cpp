@@ -1,6 +1,6 @@
 #include "app/companion/ToolGate.h"
 
-#include "app/companion/PrettyJson.h"
+#include "shared/wire/PrettyJson.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "app/companion/PrettyJson.h"
+#include "shared/wire/PrettyJson.h"
 
 #include "shared/wire/Json.h"
 
@@ -62,6 +62,12 @@ void append(std::string& out, const boost::json::value& value, std::size_t level
 std::string prettyJson(const boost::json::object& object) {
     std::string out;
     appendObject(out, object, 0);
+    return out;
+}
+
+std::string prettyJson(const boost::json::array& array) {
+    std::string out;
+    appendArray(out, array, 0);
     return out;
 }
 

@@ -1,4 +1,4 @@
-#include "app/companion/PrettyJson.h"
+#include "shared/wire/PrettyJson.h"
 
 #include "shared/wire/Json.h"
 
@@ -21,7 +21,12 @@ TEST(PrettyJson, SortsKeysAndGivesEachALine) {
                                              "  \"c\" : {},\n"
                                              "  \"d\" : []\n"
                                              "}");
-    EXPECT_EQ(prettyJson({}), "{}");
+    EXPECT_EQ(prettyJson(boost::json::object{}), "{}");
+}
+
+TEST(PrettyJson, GivesEachElementOfAListALine) {
+    EXPECT_EQ(prettyJson(boost::json::array{1, "a"}), "[\n  1,\n  \"a\"\n]");
+    EXPECT_EQ(prettyJson(boost::json::array{}), "[]");
 }
 
 } // namespace
