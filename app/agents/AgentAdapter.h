@@ -1,0 +1,48 @@
+#pragma once
+
+#include "app/agents/ZpravaAgenta.h"
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace morvex {
+
+/// How one coding agent is started and understood. Has no state; safe from any thread.
+class AgentAdapter {
+  public:
+    /// A run of the agent that ends in 0 while somebody is logged in.
+    struct KontrolaPrihlaseni {
+        std::vector<std::string> argumenty;
+        std::chrono::seconds limit;
+        std::string problem; ///< what the user is told when it does not
+    };
+
+    virtual ~AgentAdapter() = default;
+
+    /// The tool's key.
+    [[nodiscard]] virtual std::string id() const = 0;
+
+    /// Names of the program, the first found one is taken.
+    [[nodiscard]] virtual std::vector<std::string> jmenaBinarky() const = 0;
+
+    /// How to install it.
+    [[nodiscard]] virtual std::string napoveda() const = 0;
+
+    /// The command line, without the program's name. With `relace` it continues that session.
+    [[nodiscard]] virtual std::vector<std::string> argumenty(std::string instrukce, std::string slozka,
+                                                             std::optional<std::string> relace) const = 0;
+
+    /// Nothing when the line is no event or says nothing of interest.
+    [[nodiscard]] virtual std::optional<ZpravaAgenta> precti(std::string_view radek) const = 0;
+
+    /// Whether the standard error of a run says that its session is gone.
+    [[nodiscard]] virtual bool jeRelacePryc(std::string_view chyby) const = 0;
+
+    /// Nothing for an agent whose login is not looked at.
+    [[nodiscard]] virtual std::optional<KontrolaPrihlaseni> kontrolaPrihlaseni() const { return {}; }
+};
+
+} // namespace morvex

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+#include <variant>
+
+namespace morvex {
+
+/// Why a task of an agent was not started.
+struct AgentChyba {
+    struct Zaneprazdneno {
+        std::string nastroj; ///< the one in use
+        bool operator==(const Zaneprazdneno&) const = default;
+    };
+
+    struct NeznamyNastroj {
+        std::string nastroj;
+        bool operator==(const NeznamyNastroj&) const = default;
+    };
+
+    struct Nenainstalovano {
+        std::string zprava; ///< a sentence for the user
+        bool operator==(const Nenainstalovano&) const = default;
+    };
+
+    struct SlozkaNeexistuje {
+        std::string cesta;
+        bool operator==(const SlozkaNeexistuje&) const = default;
+    };
+
+    struct PrazdnaInstrukce {
+        bool operator==(const PrazdnaInstrukce&) const = default;
+    };
+
+    std::variant<Zaneprazdneno, NeznamyNastroj, Nenainstalovano, SlozkaNeexistuje, PrazdnaInstrukce> pripad;
+
+    [[nodiscard]] std::string popis() const;
+    bool operator==(const AgentChyba&) const = default;
+};
+
+} // namespace morvex

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "app/agents/AgentChyba.h"
+#include "app/agents/Bezici.h"
+#include "app/programs/ProgramDiscovery.h"
+#include "foundation/Clock.h"
+#include "foundation/Task.h"
+#include "platform/ports/ProcessLauncher.h"
+#include "shared/wire/MacStatus.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <string>
+
+namespace morvex {
+
+class AgentAdapter;
+class ProcessRunner;
+
+/// Runs a coding agent as a task in the background: starts it in a folder with an instruction, follows its
+/// events, remembers its session and gives its final text. One task at a time, whatever the agent and folder.
+/// Main thread only; awaited tasks end before this object goes. Whether the folder is allowed is the caller's
+/// concern. See docs/agents.md.
+class AgentRunner {
+  public:
+    using Bezici = morvex::Bezici;
+    using Chyba = AgentChyba;
+
+    struct Services {
+        ProcessLauncher& launcher;
+        Clock& clock;
+        ProgramDiscovery& discovery;
+        Executor& main;
+        Executor& workers;
+    };
+
+    struct Zadani {
+        std::string requestID;
+        std::optional<Uuid> workItemID;
+        std::string nastroj; ///< "codex" or "claude-code"
+        std::string instrukce;
+        std::string slozka;                ///< absolute path
+        std::optional<std::string> relace; ///< the session to continue, unless one is remembered here
+    };
+
+    /// Called on the main thread while the task runs; each may be empty.
+    struct Posluchac {
+        std::function<void(std::string)> priPrubehu; ///< a text for the user; `bezici` has it already
+        std::function<void(std::string)> priRelaci;  ///< each session id when it is first seen
+    };
+
+    struct Vysledek {
+        std::string text;
+        std::optional<std::string> relace;
+
+        bool operator==(const Vysledek&) const = default;
+    };
+
+    /// `stop` ends the task that is under way and lets none start; for the end of the program.
+    AgentRunner(Services services, std::stop_token stop);
+    ~AgentRunner();
+    AgentRunner(const AgentRunner&) = delete;
+    AgentRunner& operator=(const AgentRunner&) = delete;
+
+    /// Looks for the agent, its version and its login; takes some seconds. Never fails: `problem` tells.
+    Task<AgentStatus> zjisti(std::string nastroj);
+
+    /// Runs a task to its end, for at most 15 minutes (twice when a session turns out to be gone). Fails with
+    /// `Chyba` before anything has run, and with `TalkSpanError` (`Cancelled`, `TimedOut`, `ToolFailed`)
+    /// after. All that the listener hears it hears before the task ends.
+    Task<Result<Vysledek>> spust(Zadani zadani, Posluchac posluchac);
+
+    /// Asks the running agent to end; false when none runs.
+    bool zrus();
+
+    /// The running task, or null. Not to be kept over an await.
+    [[nodiscard]] const Bezici* bezici() const { return bezici_.get(); }
+
+  private:
+    Services services_;
+    std::stop_token stop_;
+    std::map<std::string, std::unique_ptr<const AgentAdapter>> adaptery_;
+    std::shared_ptr<ProcessRunner> proces_;
+    std::shared_ptr<Bezici> bezici_;
+    std::map<std::string, std::string> relace_; ///< session by agent and folder
+};
+
+} // namespace morvex

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// What one line of an agent's event stream tells.
+struct ZpravaAgenta {
+    std::optional<std::string> relace; ///< id of the session
+    std::optional<std::string> prubeh; ///< progress, in words for the user
+    std::optional<std::string> text;   ///< a piece of what the agent says
+    std::optional<std::string> zaver;  ///< the final answer
+    std::optional<std::string> chyba;  ///< why the agent gives up
+
+    bool operator==(const ZpravaAgenta&) const = default;
+};
+
+} // namespace morvex
