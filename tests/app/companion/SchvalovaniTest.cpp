@@ -111,6 +111,32 @@ TEST_F(SchvalovaniTest, ASecondAskerIsRefusedAtOnceAndTheFirstIsNotDisturbed) {
     EXPECT_EQ(takeRequests().size(), 1U);
 }
 
+TEST_F(SchvalovaniTest, ACallOfThePhoneThatWaitsKeepsThePhonesOwnDecisionUnread) {
+    ManualExecutor slow;
+    workers = &slow;
+    startSecured();
+    allowFolder("Projekty");
+    phone.call("mac.files.search", "{}", "waiting");
+    executor.runUntilIdle();
+    auto answer = askFor("x");
+    phone.send({MacPayload::ApprovalDecision{open()->id, true, {}}}, "decision");
+    executor.runUntilIdle();
+    EXPECT_FALSE(*answer);
+    EXPECT_TRUE(open());
+
+    slow.runUntilIdle();
+    executor.runUntilIdle();
+    EXPECT_EQ(*answer, true);
+    end();
+}
+
+TEST_F(SchvalovaniTest, WithoutALinkTheRequestStandsHereAlone) {
+    start();
+    auto answer = askFor("x");
+    EXPECT_TRUE(open());
+    EXPECT_FALSE(*answer);
+}
+
 TEST_F(SchvalovaniTest, LossOfTheLinkRefuses) {
     startSecured();
     auto answer = askFor("x");

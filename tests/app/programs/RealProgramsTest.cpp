@@ -201,7 +201,7 @@ TEST_F(RealProgramsTest, LinesComeWhileTheProgramRuns) {
 TEST_F(RealProgramsTest, AProgramThatHeedsSigtermEndsAtTheLimit) {
     auto run = programs.begin("trap 'echo asked; exit 7' TERM; echo ready; while :; do sleep 1; done");
     run.lines->waitFor("ready");
-    programs.clock.advance(RealPrograms::limit);
+    programs.passLimit();
     auto result = run.end();
     EXPECT_TRUE(result.vyprselCas);
     EXPECT_EQ(result.navratovyKod, 7);
@@ -211,7 +211,7 @@ TEST_F(RealProgramsTest, AProgramThatHeedsSigtermEndsAtTheLimit) {
 TEST_F(RealProgramsTest, AProgramThatIgnoresSigtermIsKilledFourSecondsAfterTheLimit) {
     auto run = programs.begin("trap 'echo asked' TERM; echo ready; while :; do sleep 1; done");
     run.lines->waitFor("ready");
-    programs.clock.advance(RealPrograms::limit);
+    programs.passLimit();
     run.lines->waitFor("asked");
     programs.clock.advance(4s);
     auto result = run.end();
@@ -303,7 +303,7 @@ TEST_F(RealProgramsTest, AGigabyteOfOutputPassesInBoundedMemory) {
 TEST_F(RealProgramsTest, AnEndlessWriterIsStoppedAtTheLimit) {
     auto run = programs.begin("yes");
     run.lines->waitFor("y");
-    programs.clock.advance(RealPrograms::limit);
+    programs.passLimit();
     EXPECT_EQ(run.end().navratovyKod, SIGTERM);
 }
 

@@ -1,0 +1,69 @@
+#include "tests/e2e/RealCompanion.h"
+
+#include "tests/support/Await.h"
+
+namespace morvex {
+
+namespace {
+
+Date realTime() {
+    return std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
+}
+
+Task<bool> asking(Companion* companion, std::string title, std::string detail) {
+    co_return co_await companion->schvalovani().pozadat("mac.mail.send", std::move(title), "Smím?",
+                                                        std::move(detail));
+}
+
+} // namespace
+
+RealCompanion::RealCompanion(const std::string& relayAddress) : clock_(realTime()) {
+    on([&] {
+        companion_ = std::make_unique<Companion>(services());
+        companion_->setRelayAdresa(relayAddress);
+    });
+    await(main_, companion_->spustit());
+}
+
+RealCompanion::~RealCompanion() {
+    await(main_, companion_->ukoncit());
+    on([this] { companion_.reset(); });
+}
+
+std::string RealCompanion::qr() {
+    on([this] { companion_->parovani().zacitParovani(); });
+    auto& state = companion_->stav().parovani;
+    until([&state] { return state.value().as<StavParovani::CekamNaTelefon>() != nullptr; });
+    return on([&state] { return state.value().as<StavParovani::CekamNaTelefon>()->qr; });
+}
+
+void RealCompanion::agree() {
+    auto& state = companion_->stav().parovani;
+    until([&state] { return state.value().as<StavParovani::OverCislo>() != nullptr; });
+    on([this, &state] {
+        companion_->parovani().potvrditCislo(state.value().as<StavParovani::OverCislo>()->cislo);
+    });
+    until([&state] { return state.value().as<StavParovani::Necinne>() != nullptr; });
+}
+
+std::future<bool> RealCompanion::ask(const std::string& title, const std::string& detail) {
+    auto promise = std::make_shared<std::promise<bool>>();
+    auto answer = promise->get_future();
+    on([&] { detail::driveAwait(asking(companion_.get(), title, detail), promise); });
+    return answer;
+}
+
+void RealCompanion::pass(std::chrono::seconds time) {
+    clock_.advance(time);
+    clock_.setWallClock(realTime());
+}
+
+CompanionServices RealCompanion::services() {
+    return {main_,      main_,      main_,     {{link_, clock_, sockets_}, random_},
+            http_,      store_,     defaults_, bookmarks_,
+            picker_,    folders_,   power_,    sleep_,
+            inhibitor_, loginItem_, programs_, {},
+            "Počítač",  "1.0 (1)"};
+}
+
+} // namespace morvex

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "app/companion/Companion.h"
+#include "foundation/ThreadExecutor.h"
+#include "platform/linux/SystemRandom.h"
+#include "platform/memory/FakeFolderPicker.h"
+#include "platform/memory/FakeLoginItem.h"
+#include "platform/memory/FakePower.h"
+#include "platform/memory/FakeSleepInhibitor.h"
+#include "platform/memory/FakeSleepMonitor.h"
+#include "platform/memory/FixedFolders.h"
+#include "platform/memory/ManualClock.h"
+#include "platform/memory/MemoryBookmarks.h"
+#include "platform/memory/MemoryDefaults.h"
+#include "platform/memory/ScriptedPrograms.h"
+#include "platform/net/BeastWebSocketClient.h"
+#include "platform/net/CurlHttpClient.h"
+#include "shared-apple/PametoveUloziste.h"
+
+#include <future>
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+/// A companion in the test's own process, with the real network and a time that the test moves: for what
+/// none of its tools can be made to do from outside.
+class RealCompanion {
+  public:
+    explicit RealCompanion(const std::string& relayAddress);
+    ~RealCompanion();
+    RealCompanion(const RealCompanion&) = delete;
+    RealCompanion& operator=(const RealCompanion&) = delete;
+
+    /// Runs a function on the companion's thread.
+    template <class Work> auto on(Work work) {
+        std::packaged_task<decltype(work())()> task(std::move(work));
+        auto done = task.get_future();
+        main_.post([&task] { task(); });
+        return done.get();
+    }
+
+    /// Blocks until the function, run on the companion's thread, gives true.
+    template <class Condition> void until(Condition condition) {
+        auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+        while (!on(condition)) {
+            vyzaduj(std::chrono::steady_clock::now() < deadline, "the companion did not get there");
+            std::this_thread::yield();
+        }
+    }
+
+    /// Begins to pair; gives the text of the QR code.
+    std::string qr();
+    /// Agrees to the number that the phone has shown too.
+    void agree();
+
+    /// Asks for an approval; the answer comes whenever it comes.
+    std::future<bool> ask(const std::string& title, const std::string& detail);
+
+    /// Moves the waits on. The wall clock stays the one of the other processes.
+    void pass(std::chrono::seconds time);
+
+    Companion& companion() { return *companion_; }
+
+  private:
+    CompanionServices services();
+
+    ManualClock clock_;
+    ThreadExecutor main_{"hlavni"};
+    ThreadExecutor link_{"spojeni"};
+    SystemRandom random_;
+    BeastWebSocketClient sockets_;
+    CurlHttpClient http_;
+    PametoveUloziste store_;
+    MemoryDefaults defaults_;
+    MemoryBookmarks bookmarks_;
+    FakeFolderPicker picker_;
+    FixedFolders folders_;
+    FakePower power_;
+    FakeSleepMonitor sleep_;
+    FakeSleepInhibitor inhibitor_;
+    FakeLoginItem loginItem_;
+    ScriptedPrograms programs_;
+    std::unique_ptr<Companion> companion_;
+};
+
+} // namespace morvex
