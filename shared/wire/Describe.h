@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -155,6 +156,10 @@ class RecordWriter {
         if (field) required(name, *field);
     }
 
+    template <class T> void assumed(std::string_view name, const T& field, const std::type_identity_t<T>&) {
+        required(name, field);
+    }
+
     void finish() { out_ += '}'; }
 
   private:
@@ -177,6 +182,15 @@ class RecordReader {
     template <class T> void optional(std::string_view name, std::optional<T>& field) {
         field.reset();
         if (ok_ && find(name)) required(name, field.emplace());
+    }
+
+    /// A key that older records lack; they count as having `otherwise`.
+    template <class T>
+    void assumed(std::string_view name, T& field, const std::type_identity_t<T>& otherwise) {
+        if (ok_ && find(name))
+            required(name, field);
+        else
+            field = otherwise;
     }
 
     [[nodiscard]] bool ok() const { return ok_; }

@@ -1,0 +1,26 @@
+#pragma once
+
+#include "shared/base/Date.h"
+#include "shared/wire/JsonNode.h"
+
+#include <string>
+
+namespace morvex {
+
+/// A date of a record in a store's file: the number of `secondsSince2001`.
+struct NumericDate {
+    Date date;
+
+    NumericDate() = default;
+
+    NumericDate(Date given) : date(given) {}
+
+    operator Date() const { return date; }
+
+    bool operator==(const NumericDate&) const = default;
+};
+
+void writeJson(std::string& out, NumericDate date);
+bool readJson(const JsonNode& node, NumericDate& date);
+
+} // namespace morvex
