@@ -1,0 +1,298 @@
+#include "app/agents/HistorieAgentu.h"
+
+#include "app/agents/AgentId.h"
+#include "app/agents/SessionLink.h"
+#include "foundation/Paths.h"
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+#include "shared/base/Require.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/PrettyJson.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+/// More than `maximum` tasks with their longest texts take, every letter escaped.
+constexpr std::size_t fileLimit = 128 * 1024 * 1024;
+
+/// The beginning of the text, cut between two characters of it.
+std::string bounded(std::string text) {
+    if (text.size() <= HistorieAgentu::longestText) return text;
+    auto length = HistorieAgentu::longestText;
+    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) --length;
+    text.resize(length);
+    return text + "…";
+}
+
+std::optional<std::string> nameIn(const std::optional<std::string>& text) {
+    auto trimmed = trim(text.value_or(""));
+    return trimmed.empty() ? std::nullopt : std::optional(bounded(std::move(trimmed)));
+}
+
+std::string firstLine(const std::string& text) {
+    return trim(text.substr(0, text.find('\n')));
+}
+
+bool hasSession(const UkolAgenta& ukol) {
+    return ukol.relace && !ukol.relace->empty();
+}
+
+/// The session of the first task that has one and fulfils `condition`.
+template <class Condition>
+std::optional<std::string> firstSession(const std::vector<UkolAgenta>& polozky, Condition condition) {
+    auto found = std::ranges::find_if(
+        polozky, [&](const UkolAgenta& ukol) { return hasSession(ukol) && condition(ukol); });
+    return found == polozky.end() ? std::nullopt : found->relace;
+}
+
+} // namespace
+
+HistorieAgentu::HistorieAgentu(const std::filesystem::path& applicationSupport, Services services)
+    : services_(services), soubor_(applicationSupport / "TalkSpan" / "agent-tasks.json", fileLimit) {}
+
+std::unique_ptr<HistorieAgentu> HistorieAgentu::create(const std::filesystem::path& applicationSupport,
+                                                       Services services) {
+    std::unique_ptr<HistorieAgentu> historie(new HistorieAgentu(applicationSupport, services));
+    historie->nacti();
+    return historie;
+}
+
+void HistorieAgentu::nacti() {
+    auto bytes = soubor_.read();
+    if (bytes && !*bytes) return;
+    auto ukoly = bytes ? decode<std::vector<UkolAgenta>>(**bytes, fileLimit)
+                       : Result<std::vector<UkolAgenta>>(fail(bytes.error()));
+    if (!ukoly) {
+        soubor_.markDamaged();
+        setPotiz("Historii úkolů se nepodařilo načíst: " + ukoly.error().popis());
+        return;
+    }
+    polozky_ = *std::move(ukoly);
+    std::ranges::sort(polozky_, std::greater{}, [](const UkolAgenta& ukol) { return Date(ukol.zalozeno); });
+    prerusBezici();
+}
+
+void HistorieAgentu::prerusBezici() {
+    bool isChanged = false;
+    for (auto& ukol : polozky_) {
+        if (ukol.stav != UkolAgenta::Stav::bezi) continue;
+        ukol.stav = UkolAgenta::Stav::preruseno;
+        if (!ukol.dokonceno) ukol.dokonceno = services_.clock.now();
+        zvysRevizi(ukol);
+        isChanged = true;
+    }
+    if (isChanged) ulozit();
+}
+
+void HistorieAgentu::priZmene(std::function<void()> zavolat) {
+    priZmene_.push_back(std::move(zavolat));
+}
+
+UkolAgenta HistorieAgentu::zaloz(Zadani zadani) {
+    vyzadujHlavniVlakno();
+    auto found = zadani.workItemID ? vyjmi(*zadani.workItemID, zadani.nastroj) : std::nullopt;
+    auto ukol = found ? *std::move(found) : novy(zadani);
+    if (auto nazev = nameIn(zadani.nazev)) ukol.nazev = *std::move(nazev);
+    if (zadani.conversationID) ukol.conversationID = zadani.conversationID;
+    ukol.instrukce = bounded(std::move(zadani.instrukce));
+    polozky_.insert(polozky_.begin(), ukol);
+    if (polozky_.size() > maximum) polozky_.resize(maximum);
+    ulozit();
+    return ukol;
+}
+
+std::optional<UkolAgenta> HistorieAgentu::vyjmi(const Uuid& workItemID, const std::string& nastroj) {
+    auto found = std::ranges::find_if(polozky_, [&](const UkolAgenta& ukol) {
+        return ukol.workItemID == workItemID && ukol.nastroj == nastroj;
+    });
+    if (found == polozky_.end()) return std::nullopt;
+    auto ukol = std::move(*found);
+    polozky_.erase(found);
+    ukol.stav = UkolAgenta::Stav::bezi;
+    ukol.dokonceno.reset();
+    ukol.shrnuti.reset();
+    ukol.chyba.reset();
+    zvysRevizi(ukol);
+    return ukol;
+}
+
+UkolAgenta HistorieAgentu::novy(const Zadani& zadani) {
+    UkolAgenta ukol;
+    ukol.id = services_.random.uuid();
+    ukol.workItemID = zadani.workItemID.value_or(ukol.id);
+    ukol.nastroj = zadani.nastroj;
+    ukol.nazev = bounded(firstLine(zadani.instrukce));
+    ukol.slozka = zadani.slozka;
+    ukol.zalozeno = services_.clock.now();
+    ukol.aktualizovano = ukol.zalozeno;
+    return ukol;
+}
+
+template <class Zmena> void HistorieAgentu::zmen(const Uuid& workItemID, Zmena zmena) {
+    vyzadujHlavniVlakno();
+    auto* ukol = najdi(workItemID);
+    if (!ukol) return;
+    zmena(*ukol);
+    zvysRevizi(*ukol);
+    ulozit();
+}
+
+void HistorieAgentu::nastavRelaci(const Uuid& workItemID, std::string relace) {
+    zmen(workItemID, [&](UkolAgenta& ukol) { ukol.relace = bounded(std::move(relace)); });
+}
+
+void HistorieAgentu::dokonci(const Uuid& workItemID, std::string shrnuti, std::optional<std::string> relace) {
+    zmen(workItemID, [&](UkolAgenta& ukol) {
+        ukol.stav = UkolAgenta::Stav::hotovo;
+        ukol.dokonceno = services_.clock.now();
+        ukol.shrnuti = bounded(std::move(shrnuti));
+        if (relace) ukol.relace = bounded(*std::move(relace));
+        ukol.chyba.reset();
+    });
+}
+
+void HistorieAgentu::selhal(const Uuid& workItemID, std::string chyba) {
+    zmen(workItemID, [&](UkolAgenta& ukol) {
+        ukol.stav = UkolAgenta::Stav::chyba;
+        ukol.dokonceno = services_.clock.now();
+        ukol.chyba = bounded(std::move(chyba));
+    });
+}
+
+void HistorieAgentu::preruseno(const Uuid& workItemID) {
+    zmen(workItemID, [&](UkolAgenta& ukol) {
+        ukol.stav = UkolAgenta::Stav::preruseno;
+        ukol.dokonceno = services_.clock.now();
+        ukol.chyba.reset();
+    });
+}
+
+std::optional<UkolAgenta> HistorieAgentu::ukol(const Uuid& workItemID) const {
+    auto found = std::ranges::find(polozky_, workItemID, &UkolAgenta::workItemID);
+    return found == polozky_.end() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<UkolAgenta> HistorieAgentu::ukolProRelaci(const std::string& nastroj,
+                                                        const std::string& relace) const {
+    auto found = std::ranges::find_if(
+        polozky_, [&](const UkolAgenta& ukol) { return ukol.nastroj == nastroj && ukol.relace == relace; });
+    return found == polozky_.end() ? std::nullopt : std::optional(*found);
+}
+
+std::vector<UkolAgenta> HistorieAgentu::nedorucene() const {
+    std::vector<UkolAgenta> nedorucene;
+    std::ranges::copy_if(polozky_, std::back_inserter(nedorucene),
+                         [](const UkolAgenta& ukol) { return ukol.dorucenaRevize < ukol.revize; });
+    return nedorucene;
+}
+
+void HistorieAgentu::potvrd(const Uuid& workItemID, std::uint64_t revize) {
+    vyzadujHlavniVlakno();
+    bool isKnown = false;
+    // Two tools may have worked on one work item, of which the phone keeps a single record.
+    for (auto& ukol : polozky_) {
+        if (ukol.workItemID != workItemID) continue;
+        ukol.dorucenaRevize = std::max(ukol.dorucenaRevize, std::min(ukol.revize, revize));
+        isKnown = true;
+    }
+    if (isKnown) ulozit();
+}
+
+std::optional<std::string> HistorieAgentu::relaceProUkol(const Uuid& workItemID,
+                                                         const std::string& nastroj) const {
+    return firstSession(polozky_, [&](const UkolAgenta& ukol) {
+        return ukol.workItemID == workItemID && ukol.nastroj == nastroj;
+    });
+}
+
+std::optional<std::string> HistorieAgentu::relaceProSlozku(const std::string& nastroj,
+                                                           const std::string& slozka) const {
+    return firstSession(
+        polozky_, [&](const UkolAgenta& ukol) { return ukol.nastroj == nastroj && ukol.slozka == slozka; });
+}
+
+std::optional<UkolAgenta> HistorieAgentu::prijmiPokracovani(const Hledany& hledany,
+                                                            const std::string& relace) {
+    vyzadujHlavniVlakno();
+    auto trimmed = trim(relace);
+    auto* ukol = trimmed.empty() ? nullptr : najdi(hledany);
+    if (!ukol) return std::nullopt;
+    ukol->relace = bounded(std::move(trimmed));
+    zvysRevizi(*ukol);
+    ulozit();
+    return *ukol;
+}
+
+std::optional<UkolAgenta> HistorieAgentu::prejmenuj(const Hledany& hledany, const std::string& nazev) {
+    vyzadujHlavniVlakno();
+    auto wanted = nameIn(nazev);
+    auto* ukol = wanted ? najdi(hledany) : nullptr;
+    if (!ukol) return std::nullopt;
+    ukol->nazev = *std::move(wanted);
+    zvysRevizi(*ukol);
+    ulozit();
+    return *ukol;
+}
+
+void HistorieAgentu::otevritRelaci(const UkolAgenta& ukol) {
+    vyzadujHlavniVlakno();
+    if (!hasSession(ukol)) return setPotiz("Tento úkol ještě nemá relaci, ve které by šlo pokračovat.");
+    const auto link = SessionLink::of(ukol);
+    if (link && !services_.opener.open(link->url)) setPotiz(link->failure);
+}
+
+void HistorieAgentu::vymazat() {
+    vyzadujHlavniVlakno();
+    polozky_.clear();
+    ulozit();
+}
+
+UkolAgenta* HistorieAgentu::najdi(const Uuid& workItemID) {
+    auto found = std::ranges::find(polozky_, workItemID, &UkolAgenta::workItemID);
+    return found == polozky_.end() ? nullptr : &*found;
+}
+
+UkolAgenta* HistorieAgentu::najdi(const Hledany& hledany) {
+    if (hledany.workItemID) return najdi(*hledany.workItemID);
+    auto found = std::ranges::find_if(polozky_, [&](const UkolAgenta& ukol) {
+        const bool isOfTool = !hledany.nastroj || ukol.nastroj == AgentId::normalized(*hledany.nastroj);
+        return isOfTool &&
+               (!hledany.slozka || equalFolded(paths::lastComponent(ukol.slozka), *hledany.slozka));
+    });
+    return found == polozky_.end() ? nullptr : &*found;
+}
+
+void HistorieAgentu::zvysRevizi(UkolAgenta& ukol) const {
+    ukol.aktualizovano = services_.clock.now();
+    ++ukol.revize;
+}
+
+void HistorieAgentu::ulozit() {
+    auto saved = zapis();
+    potiz_ =
+        saved ? std::nullopt : std::optional("Historii úkolů se nepodařilo uložit: " + saved.error().popis());
+    oznamZmenu();
+}
+
+Result<void> HistorieAgentu::zapis() {
+    TRY(auto, json, parseJson(encode(polozky_), fileLimit));
+    return soubor_.save(asBytes(prettyJson(json.as_array())));
+}
+
+void HistorieAgentu::setPotiz(std::optional<std::string> potiz) {
+    if (std::exchange(potiz_, potiz) != potiz) oznamZmenu();
+}
+
+void HistorieAgentu::oznamZmenu() const {
+    for (const auto& zavolat : priZmene_) zavolat();
+}
+
+void HistorieAgentu::vyzadujHlavniVlakno() const {
+    vyzaduj(std::this_thread::get_id() == hlavniVlakno_, "the agents' tasks were used off the main thread");
+}
+
+} // namespace morvex

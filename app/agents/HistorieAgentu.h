@@ -1,0 +1,128 @@
+#pragma once
+
+#include "app/agents/UkolAgenta.h"
+#include "foundation/ArchiveFile.h"
+#include "foundation/Clock.h"
+#include "foundation/Random.h"
+#include "platform/ports/UrlOpener.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace morvex {
+
+/// The tasks of the coding agents, newest first, in "TalkSpan/agent-tasks.json": what ran, what the phone has
+/// not acknowledged yet, and by which session a later instruction goes on. Every change raises the revision
+/// of its task and is saved at once; a failed save is told in `potiz` and stops nothing. An operation on an
+/// unknown work item changes nothing. Lives on the main thread.
+class HistorieAgentu {
+  public:
+    static constexpr std::size_t maximum = 50; ///< tasks
+    /// Bytes that are kept of each text, so that a task always fits into a frame to the phone.
+    static constexpr std::size_t longestText = 100'000;
+
+    struct Services {
+        const Clock& clock;
+        Random& random;
+        UrlOpener& opener;
+    };
+
+    /// A task to begin.
+    struct Zadani {
+        std::optional<Uuid> workItemID; ///< a task that is to go on; absent for a new one
+        std::optional<Uuid> conversationID;
+        std::string nastroj;
+        std::optional<std::string> nazev; ///< blank is absent
+        std::string instrukce;
+        std::string slozka; ///< absolute path
+    };
+
+    /// Loads the file. Tasks that still ran when the program ended come back as interrupted.
+    static std::unique_ptr<HistorieAgentu> create(const std::filesystem::path& applicationSupport,
+                                                  Services services);
+
+    [[nodiscard]] const std::vector<UkolAgenta>& polozky() const { return polozky_; }
+
+    /// What went wrong last, for the user.
+    [[nodiscard]] const std::optional<std::string>& potiz() const { return potiz_; }
+
+    /// Adds one that is called after every change of the list or of `potiz`, for the life of this object.
+    void priZmene(std::function<void()> zavolat);
+
+    /// Begins a task: the one with this work item and the same tool goes on under its id and session, else
+    /// there is a new one. It comes to the front, and the oldest ones beyond `maximum` go.
+    UkolAgenta zaloz(Zadani zadani);
+
+    void nastavRelaci(const Uuid& workItemID, std::string relace);
+    void dokonci(const Uuid& workItemID, std::string shrnuti, std::optional<std::string> relace);
+    void selhal(const Uuid& workItemID, std::string chyba);
+    void preruseno(const Uuid& workItemID);
+
+    [[nodiscard]] std::optional<UkolAgenta> ukol(const Uuid& workItemID) const;
+    [[nodiscard]] std::optional<UkolAgenta> ukolProRelaci(const std::string& nastroj,
+                                                          const std::string& relace) const;
+
+    /// Tasks with a revision that the phone has not acknowledged, in the order of the list.
+    [[nodiscard]] std::vector<UkolAgenta> nedorucene() const;
+
+    /// The phone has this revision. Neither runs ahead of a task nor takes a delivery back.
+    void potvrd(const Uuid& workItemID, std::uint64_t revize);
+
+    /// The session of this work item, or the latest one of the tool in a folder. Nothing for an empty one.
+    [[nodiscard]] std::optional<std::string> relaceProUkol(const Uuid& workItemID,
+                                                           const std::string& nastroj) const;
+    [[nodiscard]] std::optional<std::string> relaceProSlozku(const std::string& nastroj,
+                                                             const std::string& slozka) const;
+
+    /// Which task is meant: the one of `workItemID`, otherwise the first with this tool, by any of its names,
+    /// and in a folder of this name; each only when given.
+    struct Hledany {
+        std::optional<Uuid> workItemID;
+        std::optional<std::string> nastroj;
+        std::optional<std::string> slozka;
+    };
+
+    /// Takes over a session id. Nothing happens for a blank one.
+    std::optional<UkolAgenta> prijmiPokracovani(const Hledany& hledany, const std::string& relace);
+    /// Gives a task another name, trimmed. Nothing happens for a blank one.
+    std::optional<UkolAgenta> prejmenuj(const Hledany& hledany, const std::string& nazev);
+
+    /// Opens the task's session in its agent's application; `potiz` tells when that cannot be.
+    void otevritRelaci(const UkolAgenta& ukol);
+
+    /// Forgets all tasks. The phone is not told.
+    void vymazat();
+
+  private:
+    HistorieAgentu(const std::filesystem::path& applicationSupport, Services services);
+
+    void nacti();
+    void prerusBezici();
+    void ulozit();
+    [[nodiscard]] Result<void> zapis();
+    void setPotiz(std::optional<std::string> potiz);
+    void oznamZmenu() const;
+    void zvysRevizi(UkolAgenta& ukol) const;
+    [[nodiscard]] UkolAgenta* najdi(const Uuid& workItemID);
+    [[nodiscard]] UkolAgenta* najdi(const Hledany& hledany);
+    [[nodiscard]] std::optional<UkolAgenta> vyjmi(const Uuid& workItemID, const std::string& nastroj);
+    [[nodiscard]] UkolAgenta novy(const Zadani& zadani);
+    /// Applies `zmena`, raises the revision and saves.
+    template <class Zmena> void zmen(const Uuid& workItemID, Zmena zmena);
+    void vyzadujHlavniVlakno() const;
+
+    Services services_;
+    ArchiveFile soubor_;
+    std::thread::id hlavniVlakno_ = std::this_thread::get_id();
+    std::vector<UkolAgenta> polozky_;
+    std::optional<std::string> potiz_;
+    std::vector<std::function<void()>> priZmene_;
+};
+
+} // namespace morvex

@@ -1,0 +1,246 @@
+#include "app/agents/HistorieAgentu.h"
+
+#include "tests/app/agents/HistoryFixture.h"
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+class HistorieAgentuTest : public HistoryFixture {
+  protected:
+    HistorieAgentuTest() { load(); }
+
+    static Uuid unknown() { return Uuid::parse("99999999-0000-4000-8000-000000000000").value(); }
+};
+
+TEST_F(HistorieAgentuTest, ANewTaskRunsUndeliveredUnderItsOwnId) {
+    auto ukol = begin({{}, unknown(), "codex", {}, "  Oprav testy \n a hotovo", "/home/jana/Projekty"});
+    EXPECT_EQ(ukol.workItemID, ukol.id);
+    EXPECT_EQ(ukol.conversationID, unknown());
+    EXPECT_EQ(ukol.nazev, "Oprav testy");
+    EXPECT_EQ(ukol.instrukce, "  Oprav testy \n a hotovo");
+    EXPECT_EQ(ukol.stav, UkolAgenta::Stav::bezi);
+    EXPECT_EQ(Date(ukol.zalozeno), clock.now());
+    EXPECT_EQ(ukol.aktualizovano, ukol.zalozeno);
+    EXPECT_EQ(ukol.revize, 1U);
+    EXPECT_EQ(ukol.dorucenaRevize, 0U);
+    EXPECT_EQ(historie->polozky(), std::vector{ukol});
+    EXPECT_EQ(historie->nedorucene(), std::vector{ukol});
+}
+
+TEST_F(HistorieAgentuTest, AGivenNameWinsUnlessItIsBlank) {
+    EXPECT_EQ(begin({{}, {}, "codex", " Testy ", "Oprav testy", "/p"}).nazev, "Testy");
+    EXPECT_EQ(begin({{}, {}, "codex", " \n", "Oprav testy", "/p"}).nazev, "Oprav testy");
+    EXPECT_EQ(begin("codex", "").nazev, "");
+}
+
+TEST_F(HistorieAgentuTest, AWorkItemGoesOnUnderItsIdAndSession) {
+    auto first = begin("codex", "Oprav testy");
+    begin("codex", "Jiné");
+    historie->dokonci(first.workItemID, "Hotovo.", "relace-1");
+    auto before = historie->ukol(first.workItemID).value();
+
+    auto again = begin({first.workItemID, unknown(), "codex", {}, "A ještě dokumentaci", "/p"});
+    EXPECT_EQ(again.id, first.id);
+    EXPECT_EQ(again.relace, "relace-1");
+    EXPECT_EQ(again.nazev, "Oprav testy");
+    EXPECT_EQ(again.instrukce, "A ještě dokumentaci");
+    EXPECT_EQ(again.conversationID, unknown());
+    EXPECT_EQ(again.stav, UkolAgenta::Stav::bezi);
+    EXPECT_FALSE(again.dokonceno || again.shrnuti || again.chyba);
+    EXPECT_EQ(again.revize, before.revize + 1);
+    EXPECT_EQ(again.zalozeno, first.zalozeno);
+    EXPECT_EQ(Date(again.aktualizovano), clock.now());
+    ASSERT_EQ(historie->polozky().size(), 2U);
+    EXPECT_EQ(historie->polozky().front(), again);
+    EXPECT_EQ(begin({first.workItemID, {}, "codex", "Jiný název", "x", "/p"}).nazev, "Jiný název");
+}
+
+TEST_F(HistorieAgentuTest, QuirkAWorkItemIsReusedOnlyWithTheSameTool) {
+    auto first = begin("codex", "Oprav testy");
+    auto other = begin({first.workItemID, {}, "claude-code", {}, "Oprav testy", "/p"});
+    EXPECT_NE(other.id, first.id);
+    EXPECT_EQ(other.workItemID, first.workItemID);
+    EXPECT_EQ(other.revize, 1U);
+    EXPECT_EQ(historie->polozky().size(), 2U);
+    EXPECT_EQ(historie->ukol(first.workItemID), other);
+}
+
+TEST_F(HistorieAgentuTest, EveryEndRaisesTheRevision) {
+    struct Row {
+        const char* name;
+        std::function<void(const Uuid&)> end;
+        UkolAgenta::Stav stav;
+        std::optional<std::string> shrnuti, chyba, relace;
+    };
+
+    const std::vector<Row> rows{
+        {"done", [&](const Uuid& id) { historie->dokonci(id, "Hotovo.", "r2"); }, UkolAgenta::Stav::hotovo,
+         "Hotovo.", std::nullopt, "r2"},
+        {"done without a session", [&](const Uuid& id) { historie->dokonci(id, "Hotovo.", {}); },
+         UkolAgenta::Stav::hotovo, "Hotovo.", std::nullopt, "r1"},
+        {"failed", [&](const Uuid& id) { historie->selhal(id, "Nejde to."); }, UkolAgenta::Stav::chyba,
+         std::nullopt, "Nejde to.", "r1"},
+        {"interrupted", [&](const Uuid& id) { historie->preruseno(id); }, UkolAgenta::Stav::preruseno,
+         std::nullopt, std::nullopt, "r1"},
+    };
+    for (const auto& row : rows) {
+        auto id = begin("codex", row.name).workItemID;
+        historie->nastavRelaci(id, "r1");
+        EXPECT_EQ(historie->ukol(id)->revize, 2U) << row.name;
+        clock.advance(5s);
+        row.end(id);
+        auto ukol = historie->ukol(id).value();
+        EXPECT_EQ(ukol.stav, row.stav) << row.name;
+        EXPECT_EQ(ukol.shrnuti, row.shrnuti) << row.name;
+        EXPECT_EQ(ukol.chyba, row.chyba) << row.name;
+        EXPECT_EQ(ukol.relace, row.relace) << row.name;
+        EXPECT_EQ(ukol.dokonceno, NumericDate(clock.now())) << row.name;
+        EXPECT_EQ(Date(ukol.aktualizovano), clock.now()) << row.name;
+        EXPECT_EQ(ukol.revize, 3U) << row.name;
+    }
+}
+
+TEST_F(HistorieAgentuTest, AnUnknownWorkItemIsIgnored) {
+    auto before = begin("codex", "Oprav testy");
+    int changes = 0;
+    historie->priZmene([&changes] { ++changes; });
+    historie->nastavRelaci(unknown(), "r");
+    historie->dokonci(unknown(), "x", "r");
+    historie->selhal(unknown(), "x");
+    historie->preruseno(unknown());
+    historie->potvrd(unknown(), 5);
+    EXPECT_FALSE(historie->prijmiPokracovani({unknown(), {}, {}}, "r"));
+    EXPECT_FALSE(historie->prejmenuj({unknown(), "codex", "Projekty"}, "Název"));
+    EXPECT_FALSE(historie->ukol(unknown()));
+    EXPECT_EQ(historie->polozky(), std::vector{before});
+    EXPECT_EQ(changes, 0);
+}
+
+TEST_F(HistorieAgentuTest, AnAcknowledgementNeitherRunsAheadNorTakesBack) {
+    auto id = begin("codex", "Oprav testy").workItemID;
+    historie->nastavRelaci(id, "r1");
+    historie->potvrd(id, 1);
+    EXPECT_EQ(historie->ukol(id)->dorucenaRevize, 1U);
+    EXPECT_EQ(historie->nedorucene().size(), 1U);
+    historie->potvrd(id, 99);
+    EXPECT_EQ(historie->ukol(id)->dorucenaRevize, 2U);
+    historie->potvrd(id, 1);
+    EXPECT_EQ(historie->ukol(id)->dorucenaRevize, 2U);
+    EXPECT_TRUE(historie->nedorucene().empty());
+    EXPECT_EQ(historie->ukol(id)->revize, 2U) << "a delivery is no change of the task";
+    load();
+    EXPECT_EQ(historie->ukol(id)->dorucenaRevize, 3U - 1U);
+}
+
+TEST_F(HistorieAgentuTest, AnAcknowledgementCountsForAllTasksOfItsWorkItem) {
+    auto id = begin("codex", "Oprav testy").workItemID;
+    begin({id, {}, "claude-code", {}, "Oprav testy", "/p"});
+    historie->potvrd(id, 1);
+    EXPECT_TRUE(historie->nedorucene().empty());
+}
+
+TEST_F(HistorieAgentuTest, UndeliveredTasksStandInTheOrderOfTheList) {
+    auto first = begin("codex", "1");
+    auto second = begin("codex", "2");
+    auto third = begin("codex", "3");
+    historie->potvrd(second.workItemID, 1);
+    EXPECT_EQ(historie->nedorucene(), (std::vector{third, first}));
+}
+
+TEST_F(HistorieAgentuTest, TheFiftyFirstTaskPushesOutTheOldest) {
+    auto oldest = begin("codex", "0");
+    auto second = begin("codex", "1");
+    for (int i = 2; i <= 50; ++i) begin("codex", std::to_string(i));
+    EXPECT_EQ(historie->polozky().size(), HistorieAgentu::maximum);
+    EXPECT_EQ(historie->polozky().front().nazev, "50");
+    EXPECT_FALSE(historie->ukol(oldest.workItemID));
+    EXPECT_TRUE(historie->ukol(second.workItemID));
+}
+
+TEST_F(HistorieAgentuTest, ASessionIsLookedUpByWorkItemOrByFolder) {
+    auto first = begin("codex", "1", "/p");
+    historie->nastavRelaci(first.workItemID, "starší");
+    auto second = begin("codex", "2", "/p");
+    historie->nastavRelaci(second.workItemID, "novější");
+    auto empty = begin("codex", "3", "/p");
+    historie->nastavRelaci(empty.workItemID, "");
+
+    EXPECT_EQ(historie->relaceProUkol(first.workItemID, "codex"), "starší");
+    EXPECT_FALSE(historie->relaceProUkol(first.workItemID, "claude-code"));
+    EXPECT_FALSE(historie->relaceProUkol(empty.workItemID, "codex"));
+    EXPECT_EQ(historie->relaceProSlozku("codex", "/p"), "novější");
+    EXPECT_FALSE(historie->relaceProSlozku("codex", "/P")) << "a path is compared exactly";
+    EXPECT_FALSE(historie->relaceProSlozku("claude-code", "/p"));
+    EXPECT_EQ(historie->ukolProRelaci("codex", "starší")->id, first.id);
+    EXPECT_FALSE(historie->ukolProRelaci("claude-code", "starší"));
+    EXPECT_FALSE(historie->ukolProRelaci("codex", "jiná"));
+}
+
+TEST_F(HistorieAgentuTest, AContinuationFindsItsTask) {
+    auto older = begin("codex", "1", "/home/jana/Žluťoučký");
+    auto newer = begin("claude-code", "2", "/home/jana/Projekty");
+
+    EXPECT_FALSE(historie->prijmiPokracovani({}, " \n"));
+    EXPECT_EQ(historie->prijmiPokracovani({older.workItemID, {}, {}}, " r1 ")->id, older.id);
+    EXPECT_EQ(historie->ukol(older.workItemID)->relace, "r1");
+    EXPECT_EQ(historie->ukol(older.workItemID)->revize, 2U);
+    EXPECT_EQ(historie->prijmiPokracovani({}, "r")->id, newer.id) << "the first of the list";
+    EXPECT_EQ(historie->prijmiPokracovani({{}, "Claude", "PROJEKTY"}, "r")->id, newer.id);
+    EXPECT_FALSE(historie->prijmiPokracovani({{}, "codex", "Projekty"}, "r"));
+    EXPECT_FALSE(historie->prijmiPokracovani({{}, "jiný", {}}, "r"));
+}
+
+TEST_F(HistorieAgentuTest, AContinuationFindsAFolderThatDiffersOnlyInDiacritics) {
+    auto ukol = begin("codex", "1", "/home/jana/Žluťoučký kůň");
+    begin("codex", "2", "/home/jana/Jiná");
+    EXPECT_EQ(historie->prijmiPokracovani({{}, "Codex CLI", "zlutoucky KUN"}, "r")->id, ukol.id);
+}
+
+TEST_F(HistorieAgentuTest, RenamingTrimsAndRefusesABlankName) {
+    auto older = begin("codex", "1", "/home/jana/Ukázka");
+    auto newer = begin("claude-code", "2");
+    EXPECT_FALSE(historie->prejmenuj({}, "  \n"));
+    EXPECT_EQ(historie->prejmenuj({{}, "codex", "ukazka"}, "  Úklid \n")->nazev, "Úklid");
+    EXPECT_EQ(historie->ukol(older.workItemID)->nazev, "Úklid");
+    EXPECT_EQ(historie->ukol(older.workItemID)->revize, 2U);
+    EXPECT_EQ(historie->prejmenuj({}, "Poslední")->id, newer.id);
+    EXPECT_FALSE(historie->prejmenuj({{}, "claude", "Ukázka"}, "Nic"));
+    load();
+    EXPECT_EQ(historie->ukol(older.workItemID)->nazev, "Úklid");
+}
+
+TEST_F(HistorieAgentuTest, ClearingForgetsEverythingOnDiskToo) {
+    begin("codex", "1");
+    historie->vymazat();
+    EXPECT_TRUE(historie->polozky().empty());
+    EXPECT_EQ(written(), "[]");
+}
+
+TEST_F(HistorieAgentuTest, ALongTextIsKeptToItsBound) {
+    const std::string letter = "ř";
+    std::string text = "x";
+    while (text.size() <= HistorieAgentu::longestText) text += letter;
+    auto id = begin("codex", text).workItemID;
+    historie->dokonci(id, text, {});
+    for (const auto& kept : {historie->ukol(id)->instrukce, *historie->ukol(id)->shrnuti}) {
+        EXPECT_TRUE(kept.ends_with("ř…"));
+        EXPECT_LE(kept.size(), HistorieAgentu::longestText + 3);
+    }
+}
+
+TEST_F(HistorieAgentuTest, TellsEveryWatcherOfAChange) {
+    int first = 0;
+    int second = 0;
+    historie->priZmene([&first] { ++first; });
+    historie->priZmene([&second] { ++second; });
+    auto ukol = begin("codex", "1");
+    historie->otevritRelaci(ukol);
+    EXPECT_EQ(first, 2);
+    historie->otevritRelaci(ukol);
+    EXPECT_EQ(second, 2) << "an equal trouble is no change";
+}
+
+} // namespace
+} // namespace morvex
