@@ -9,6 +9,7 @@
 #include <unicode/utf8.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <cstring>
 #include <memory>
@@ -56,23 +57,32 @@ template <class Each> void forEachCharacter(std::string_view text, Each each) {
         if (!each(static_cast<std::size_t>(end))) return;
 }
 
-bool isAscii8(const char* bytes) {
-    std::uint64_t word = 0;
-    std::memcpy(&word, bytes, sizeof word);
-    return (word & 0x8080808080808080U) == 0;
+/// So many bytes at a time are looked at with the widest instructions there are.
+constexpr std::size_t blockSize = 64;
+
+bool isAsciiBlock(const char* bytes) {
+    std::array<std::uint64_t, blockSize / sizeof(std::uint64_t)> words{};
+    std::memcpy(words.data(), bytes, blockSize);
+    std::uint64_t all = 0;
+    for (auto word : words) all |= word;
+    return (all & 0x8080808080808080U) == 0;
 }
 
 /// Bytes before the first invalid sequence.
 std::size_t validLength(std::string_view text) {
     for (std::size_t next = 0; next < text.size();) {
-        if (next + 8 <= text.size() && isAscii8(text.data() + next)) {
-            next += 8;
+        if (next + blockSize <= text.size() && isAsciiBlock(text.data() + next)) {
+            next += blockSize;
             continue;
         }
-        auto start = next;
-        UChar32 character = 0;
-        U8_NEXT(text.data(), next, text.size(), character);
-        if (character < 0) return start;
+        // Past what the block has too much, or to the end.
+        auto stop = std::min(next + blockSize, text.size());
+        while (next < stop) {
+            auto start = next;
+            UChar32 character = 0;
+            U8_NEXT(text.data(), next, text.size(), character);
+            if (character < 0) return start;
+        }
     }
     return text.size();
 }

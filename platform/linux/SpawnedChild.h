@@ -42,7 +42,7 @@ class SpawnedChild final : public ChildProcess {
     FileDescriptor exit_;      ///< readable once the child has ended
     FileDescriptor abandoned_; ///< readable once nobody waits for output
     std::atomic<bool> exited_ = false;
-    std::array<char, 64 * 1024> buffer_{};
+    std::array<char, 256 * 1024> buffer_{};
     std::thread thread_;
 };
 
