@@ -20,3 +20,9 @@ function(morvex_test name)
   target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <boost/json.hpp>)
   add_test(NAME ${name} COMMAND ${name})
 endfunction()
+
+# morvex_long_test(NAME LIBRARIES...): the same for tests that `./test --long` runs with many more cases.
+function(morvex_long_test name)
+  morvex_test(${name} ${ARGN})
+  set_tests_properties(${name} PROPERTIES LABELS long TIMEOUT 7200)
+endfunction()
