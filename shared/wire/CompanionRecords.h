@@ -37,5 +37,7 @@ struct CompanionPreferences {
 extern template struct Codec<CompanionCustomApp>;
 extern template struct Codec<CompanionPlace>;
 extern template struct Codec<CompanionPreferences>;
+extern template struct Codec<std::vector<CompanionCustomApp>>;
+extern template struct Codec<std::vector<CompanionPlace>>;
 
 } // namespace morvex

@@ -33,6 +33,10 @@ concept Is = std::same_as<std::remove_const_t<T>, Record>;
 
 template <class T> inline constexpr std::array<std::string_view, 0> caseNames{};
 
+/// A list of records can be a whole document.
+template <class T>
+concept List = std::same_as<T, std::vector<typename T::value_type>>;
+
 template <class T>
 concept Tagged = requires { std::variant_size<decltype(T::value)>::value; };
 
@@ -245,6 +249,8 @@ template <class T> void Codec<T>::write(std::string& out, const T& record) {
         out += "\":";
         std::visit([&](const auto& content) { writeFields(out, content); }, record.value);
         out += '}';
+    } else if constexpr (List<T>) {
+        writeJson(out, record);
     } else {
         writeFields(out, record);
     }
@@ -253,6 +259,8 @@ template <class T> void Codec<T>::write(std::string& out, const T& record) {
 template <class T> bool Codec<T>::read(const JsonNode& node, T& record) {
     if constexpr (Tagged<T>)
         return readCase(node, record);
+    else if constexpr (List<T>)
+        return readJson(node, record);
     else
         return readFields(node, record);
 }

@@ -102,6 +102,8 @@ void describe(auto& io, Is<MacPayload::ApprovalDecision> auto& decision) {
 template struct Codec<CompanionCustomApp>;
 template struct Codec<CompanionPlace>;
 template struct Codec<CompanionPreferences>;
+template struct Codec<std::vector<CompanionCustomApp>>;
+template struct Codec<std::vector<CompanionPlace>>;
 template struct Codec<ApprovalRequest>;
 template struct Codec<MacPayload>;
 
