@@ -1,4 +1,4 @@
-#include "app/personal/MacHotkey.h"
+#include "app/voice/MacHotkey.h"
 
 #include "foundation/Text.h"
 #include "shared/wire/Describe.h"

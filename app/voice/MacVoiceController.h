@@ -1,0 +1,97 @@
+#pragma once
+
+#include "app/keychain/Keychain.h"
+#include "app/voice/MacHotkey.h"
+#include "foundation/Task.h"
+#include "platform/ports/UserDefaults.h"
+#include "shared/wire/CompanionRecords.h"
+
+#include <array>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace morvex {
+
+/// The preferences of this computer's own voice assistant: the OpenAI key, the voice, the language, the
+/// shortcut and the named places. The phone sends most of them. Key and places lie in the keychain, the rest
+/// in the user defaults. Owned by the companion; main thread only.
+///
+/// Order of calls: the constructor; `nacist` once, ended before anything of the phone is handled; then the
+/// rest. A key or a list of places takes effect here in the order of the calls.
+class MacVoiceController {
+  public:
+    static constexpr std::array<std::string_view, 5> supportedLanguages{"cs", "en", "de", "fr", "es"};
+    static constexpr std::array<std::string_view, 10> supportedVoices{
+        "marin", "cedar", "alloy", "ash", "ballad", "coral", "echo", "sage", "shimmer", "verse"};
+    /// The language mode that follows the phone; the others are the supported languages.
+    static constexpr std::string_view phoneMode = "phone";
+
+    /// Reads the user defaults. Both outlive this object.
+    MacVoiceController(UserDefaults& defaults, const Keychain& keychain);
+
+    /// Reads what the keychain holds.
+    Task<void> nacist();
+
+    /// Keeps the key, trimmed; an empty one is forgotten. It counts only once the keychain has it; a refusal
+    /// leaves the key of before in use and stands in `credentialProblem`.
+    Task<void> setAPIKey(std::string key);
+
+    /// Takes what the phone sent, each field by itself. Languages and voices that are not supported are
+    /// ignored, and so is a keychain that refuses the places.
+    Task<void> applyPreferences(CompanionPreferences preferences);
+
+    /// `phoneMode` or a supported language; anything else is ignored.
+    void setLanguageMode(const std::string& mode);
+    void setVoice(const std::string& name);
+    void setShortcut(const MacHotkey& hotkey);
+
+    /// The address of the place with this name, compared without case and diacritics; else the text itself,
+    /// which may be an address.
+    [[nodiscard]] std::optional<std::string> resolvePlace(std::optional<std::string> text) const;
+
+    /// Empty without one. Secret.
+    [[nodiscard]] const std::string& apiKey() const { return apiKey_; }
+
+    /// Why a conversation cannot start; for views.
+    [[nodiscard]] const std::optional<std::string>& credentialProblem() const { return credentialProblem_; }
+
+    [[nodiscard]] const std::string& voice() const { return voice_; }
+
+    [[nodiscard]] const std::string& languageMode() const { return languageMode_; }
+
+    /// The supported language that was chosen here or on the phone.
+    [[nodiscard]] const std::string& languageCode() const { return languageCode_; }
+
+    /// As of `languageInForce`: the one of the texts.
+    [[nodiscard]] const std::string& textLanguage() const { return textLanguage_; }
+
+    [[nodiscard]] const MacHotkey& shortcut() const { return shortcut_; }
+
+    [[nodiscard]] const std::vector<CompanionPlace>& places() const { return places_; }
+
+    /// Adds one that is called after each change of what can be read here, for the life of this object.
+    void priZmene(std::function<void()> zavolat) { priZmene_.push_back(std::move(zavolat)); }
+
+  private:
+    void applyLanguage(const std::string& code);
+    void setLanguageCode(const std::string& code);
+    Task<void> setPlaces(std::vector<CompanionPlace> places);
+    template <class T> void publish(T& field, T value);
+
+    UserDefaults& defaults_;
+    const Keychain& keychain_;
+    std::string apiKey_;
+    std::optional<std::string> credentialProblem_;
+    std::string voice_;
+    std::string languageMode_;
+    std::string languageCode_;
+    std::string textLanguage_;
+    MacHotkey shortcut_;
+    std::vector<CompanionPlace> places_;
+    std::vector<std::function<void()>> priZmene_;
+};
+
+} // namespace morvex

@@ -1,0 +1,13 @@
+#pragma once
+
+namespace morvex::voiceKeys {
+
+/// The user defaults of the voice assistant.
+inline constexpr const char* voice = "voice.name";
+inline constexpr const char* shortcut = "voice.hotkey";
+inline constexpr const char* languageMode = "app.language.mode";
+inline constexpr const char* language = "app.language";
+inline constexpr const char* phoneLanguage = "app.language.phone";
+inline constexpr const char* languageReceived = "app.language.receivedFromPhone";
+
+} // namespace morvex::voiceKeys
