@@ -1,0 +1,151 @@
+#include "app/customapps/MacCustomAppsService.h"
+
+#include "app/customapps/NormalizedAddress.h"
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+#include "shared/wire/Json.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+constexpr const char* metadataKey = "custom.apps.metadata";
+
+std::string tokenAccount(const std::string& id) {
+    return "custom.app." + id + ".token";
+}
+
+std::vector<StoredApp> stored(const UserDefaults& defaults) {
+    auto bytes = defaults.data(metadataKey);
+    return bytes ? decode<std::vector<StoredApp>>(*bytes).value_or(std::vector<StoredApp>())
+                 : std::vector<StoredApp>();
+}
+
+bool isUsable(const CompanionCustomApp& entry) {
+    auto fits = [](const std::string& text) { return text.size() <= MacCustomAppsService::longestText; };
+    return fits(entry.id) && fits(entry.name) && fits(entry.endpoint) && normalizedAddress(entry.endpoint);
+}
+
+} // namespace
+
+MacCustomAppsService::MacCustomAppsService(UserDefaults& defaults, const Keychain& keychain, Random& random)
+    : defaults_(defaults), keychain_(keychain), random_(random), apps_(stored(defaults)) {}
+
+std::vector<AppSummary> MacCustomAppsService::apps() const {
+    std::vector<AppSummary> rows;
+    for (const auto& app : apps_)
+        rows.push_back({app.id, app.name, app.endpoint, app.isEnabled(), !app.isFromMac()});
+    return rows;
+}
+
+void MacCustomAppsService::setActive(bool active) {
+    active_ = active;
+    if (!active_) oznamit();
+}
+
+Task<void> MacCustomAppsService::replacePhoneApps(std::vector<CompanionCustomApp> list) {
+    auto entries = accepted(std::move(list));
+    co_await keepTokens(entries);
+    // Only now, since the user may have changed something while the keychain worked.
+    std::vector<StoredApp> apps;
+    std::ranges::copy_if(apps_, std::back_inserter(apps), &StoredApp::isFromMac);
+    for (const auto& entry : entries) apps.push_back(fromPhone(entry));
+    apps_ = std::move(apps);
+    keep();
+}
+
+std::vector<CompanionCustomApp> MacCustomAppsService::accepted(std::vector<CompanionCustomApp> list) const {
+    std::vector<CompanionCustomApp> entries;
+    std::set<std::string> taken;
+    for (auto& entry : list) {
+        if (entries.size() == mostPhoneApps) break;
+        entry.name = trim(entry.name);
+        entry.endpoint = trim(entry.endpoint);
+        if (!isUsable(entry) || hasMacApp(entry.id) || !taken.insert(entry.id).second) continue;
+        entries.push_back(std::move(entry));
+    }
+    return entries;
+}
+
+StoredApp MacCustomAppsService::fromPhone(const CompanionCustomApp& entry) const {
+    auto before = std::ranges::find(apps_, entry.id, &StoredApp::id);
+    bool enabled = before == apps_.end() || before->isEnabled();
+    return {entry.id, entry.name, entry.endpoint, enabled, StoredApp::fromIPhone};
+}
+
+Task<void> MacCustomAppsService::keepTokens(std::vector<CompanionCustomApp> entries) {
+    std::vector<std::string> gone;
+    for (const auto& app : apps_)
+        if (!app.isFromMac() && !std::ranges::count(entries, app.id, &CompanionCustomApp::id))
+            gone.push_back(app.id);
+    for (const auto& id : gone) co_await keychain_.remove(tokenAccount(id));
+    for (const auto& entry : entries) {
+        auto saved = co_await keychain_.save(trim(entry.token), tokenAccount(entry.id));
+        if (!saved) co_await keychain_.remove(tokenAccount(entry.id));
+    }
+}
+
+Task<Result<void>> MacCustomAppsService::save(std::optional<std::string> storedID, std::string name,
+                                              std::string endpoint, std::string token) {
+    name = trim(name);
+    endpoint = trim(endpoint);
+    token = trim(token);
+    if (name.empty()) co_return fail(ServiceError{ServiceError::MissingName{}});
+    if (!normalizedAddress(endpoint)) co_return fail(ServiceError{ServiceError::InvalidAddress{}});
+    bool isNew = !storedID || !hasMacApp(*storedID);
+    auto id = isNew ? "mac-" + lowerCase(random_.uuid().text()) : *storedID;
+    if (!token.empty()) CO_CHECK(co_await keychain_.save(token, tokenAccount(id)));
+    if (isNew) {
+        addMacApp({id, name, endpoint, true, StoredApp::fromMac});
+    } else if (auto* app = find(id)) { // it may have been removed while the keychain worked
+        app->name = name;
+        app->endpoint = endpoint;
+    }
+    keep();
+    co_return Result<void>{};
+}
+
+Task<void> MacCustomAppsService::setEnabled(std::string id, bool enabled) {
+    auto* app = find(id);
+    if (!app) co_return;
+    app->enabled = enabled;
+    keep();
+}
+
+Task<void> MacCustomAppsService::remove(std::string id) {
+    if (!hasMacApp(id)) co_return;
+    std::erase_if(apps_, [&id](const StoredApp& app) { return app.id == id; });
+    co_await keychain_.remove(tokenAccount(id));
+    keep();
+}
+
+StoredApp* MacCustomAppsService::find(const std::string& id) {
+    auto app = std::ranges::find(apps_, id, &StoredApp::id);
+    return app == apps_.end() ? nullptr : &*app;
+}
+
+bool MacCustomAppsService::hasMacApp(const std::string& id) const {
+    return std::ranges::any_of(apps_,
+                               [&id](const StoredApp& app) { return app.isFromMac() && app.id == id; });
+}
+
+void MacCustomAppsService::addMacApp(StoredApp app) {
+    auto firstOfPhone = std::ranges::find_if_not(apps_, &StoredApp::isFromMac);
+    apps_.insert(firstOfPhone, std::move(app));
+}
+
+void MacCustomAppsService::keep() {
+    defaults_.set(metadataKey, toBytes(encode(apps_)));
+    oznamit();
+}
+
+void MacCustomAppsService::oznamit() const {
+    for (const auto& zavolat : priZmene_) zavolat();
+}
+
+} // namespace morvex

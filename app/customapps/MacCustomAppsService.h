@@ -1,0 +1,81 @@
+#pragma once
+
+#include "app/customapps/AppSummary.h"
+#include "app/customapps/ServiceError.h"
+#include "app/customapps/StoredApp.h"
+#include "app/keychain/Keychain.h"
+#include "foundation/Random.h"
+#include "foundation/Task.h"
+#include "platform/ports/UserDefaults.h"
+#include "shared/base/Error.h"
+#include "shared/wire/CompanionRecords.h"
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// The custom apps: those that were added on this computer, and behind them the phone's, in its order. What
+/// they are is kept in the user defaults, their tokens in the keychain. Owned by the companion; main thread
+/// only. The owner ends all tasks before this object goes.
+class MacCustomAppsService {
+  public:
+    /// A list of the phone keeps no more apps than this; the rest is dropped.
+    static constexpr std::size_t mostPhoneApps = 256;
+    /// An entry of the phone with a longer id, name or address (bytes) is dropped: all of them have to fit
+    /// among the settings.
+    static constexpr std::size_t longestText = 4096;
+
+    /// Reads what is kept; without it, or when it is damaged, there are no apps. All three outlive this
+    /// object.
+    MacCustomAppsService(UserDefaults& defaults, const Keychain& keychain, Random& random);
+
+    [[nodiscard]] std::vector<AppSummary> apps() const;
+
+    [[nodiscard]] bool isActive() const { return active_; }
+
+    /// Whether the integration is on. Every switching off is told.
+    void setActive(bool active);
+
+    /// Takes the phone's list in place of the one before; one list at a time. An entry keeps the switch that
+    /// was set here. Dropped are entries with an unusable address and with an id that is taken, by an app of
+    /// this computer above all: the phone has no say over that one's token. A token that the keychain refuses
+    /// is lost, an empty one is removed, and so are those of apps that are gone.
+    Task<void> replacePhoneApps(std::vector<CompanionCustomApp> list);
+
+    /// Changes the app of this computer with the id `storedID`, else adds one. An empty token leaves the
+    /// present one. Fails with `ServiceError` or `KeychainError`, and nothing is changed or added then.
+    Task<Result<void>> save(std::optional<std::string> storedID, std::string name, std::string endpoint,
+                            std::string token);
+
+    /// Of an app of either source.
+    Task<void> setEnabled(std::string id, bool enabled);
+
+    /// Only what was added on this computer can be removed here.
+    Task<void> remove(std::string id);
+
+    /// Adds one that is called after each change, for the life of this object.
+    void priZmene(std::function<void()> zavolat) { priZmene_.push_back(std::move(zavolat)); }
+
+  private:
+    [[nodiscard]] StoredApp* find(const std::string& id);
+    [[nodiscard]] bool hasMacApp(const std::string& id) const;
+    [[nodiscard]] std::vector<CompanionCustomApp> accepted(std::vector<CompanionCustomApp> list) const;
+    [[nodiscard]] StoredApp fromPhone(const CompanionCustomApp& entry) const;
+    Task<void> keepTokens(std::vector<CompanionCustomApp> entries);
+    void addMacApp(StoredApp app);
+    void keep();
+    void oznamit() const;
+
+    UserDefaults& defaults_;
+    const Keychain& keychain_;
+    Random& random_;
+    std::vector<StoredApp> apps_;
+    bool active_ = true;
+    std::vector<std::function<void()>> priZmene_;
+};
+
+} // namespace morvex

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <variant>
+
+namespace morvex {
+
+/// Why a custom app was not kept, or did not do its work.
+struct ServiceError {
+    struct Http {
+        int code = 0;
+        bool operator==(const Http&) const = default;
+    };
+
+    struct Server {
+        std::string message; ///< the server's own words
+        bool operator==(const Server&) const = default;
+    };
+
+    struct MissingName {
+        bool operator==(const MissingName&) const = default;
+    };
+
+    struct InvalidAddress {
+        bool operator==(const InvalidAddress&) const = default;
+    };
+
+    struct InvalidResponse {
+        bool operator==(const InvalidResponse&) const = default;
+    };
+
+    struct Authentication {
+        bool operator==(const Authentication&) const = default;
+    };
+
+    std::variant<Http, Server, MissingName, InvalidAddress, InvalidResponse, Authentication> value;
+
+    [[nodiscard]] std::string popis() const;
+    bool operator==(const ServiceError&) const = default;
+};
+
+} // namespace morvex
