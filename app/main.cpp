@@ -86,6 +86,7 @@ struct System {
                 {{link, *clock, sockets}, random},
                 http,
                 uloziste,
+                vault,
                 defaults,
                 bookmarks,
                 picker,

@@ -24,7 +24,10 @@ Companion::Companion(CompanionServices services)
       schvalovani_(services_.link.relay.clock, services_.link.random, scope_),
       bdelost_({services_.power, services_.sleep, services_.inhibitor, services_.loginItem,
                 services_.defaults, services_.link.relay.clock, scope_}),
+      keychain_(services_.vault, services_.storage),
+      customApps_(services_.defaults, keychain_, services_.link.random),
       integrations_(services_.defaults),
+      hlas_(services_.defaults, keychain_),
       files_(*slozky_, services_.workers, scope_.token()),
       programs_(services_.processes, services_.link.relay.clock, services_.workers,
                 {services_.environment, services_.folders.accountHome()}),
@@ -39,7 +42,7 @@ Companion::Companion(CompanionServices services)
               services_.jmenoZarizeni},
       spojeni_(services_.main, scope_,
                [this](SecureLink::Udalost udalost) { return zpracovat(std::move(udalost)); }),
-      dorucene_(nastroje_, schvalovani_, spojeni_),
+      dorucene_({nastroje_, schvalovani_, spojeni_, hlas_, customApps_, [this] { return poslatStav(); }}),
       parovani_({services_.main, services_.storage, services_.link.relay, services_.http, services_.uloziste,
                  scope_},
                 state_, {[this] { pripojit(); }, [this] { odpojit(); }}) {
@@ -58,7 +61,12 @@ void Companion::addTools() {
 
 void Companion::installCallbacks() {
     auto sendStatus = [this] { scope_.spawn(poslatStav()); };
-    integrations_.onChange = sendStatus;
+    customApps_.setActive(integrations_.isOn(Integration::customApps));
+    customApps_.priZmene(sendStatus);
+    integrations_.onChange = [this, sendStatus] {
+        customApps_.setActive(integrations_.isOn(Integration::customApps));
+        sendStatus();
+    };
     slozky_->priZmene(sendStatus);
     schvalovani_.poslatNaTelefon = [this](ApprovalRequest zadost) {
         if (spojeni_.jePritomne()) scope_.spawn(poslatZadost(std::move(zadost)));
@@ -68,6 +76,7 @@ void Companion::installCallbacks() {
 }
 
 Task<void> Companion::spustit() {
+    co_await hlas_.nacist();
     if (!co_await nactiIdentitu() || !co_await nactiProtejsek()) co_return;
     pripojit();
     obnovit();

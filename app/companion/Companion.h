@@ -9,11 +9,14 @@
 #include "app/companion/Schvalovani.h"
 #include "app/companion/StatusReport.h"
 #include "app/companion/ToolGate.h"
+#include "app/customapps/MacCustomAppsService.h"
 #include "app/execution/FileTools.h"
 #include "app/execution/Slozky.h"
 #include "app/execution/TerminalTools.h"
+#include "app/keychain/Keychain.h"
 #include "app/personal/MacIntegrationSettings.h"
 #include "app/programs/ProgramDiscovery.h"
+#include "app/voice/MacVoiceController.h"
 #include "foundation/TaskScope.h"
 
 #include <memory>
@@ -29,7 +32,8 @@ class Companion {
   public:
     explicit Companion(CompanionServices services);
 
-    /// Loads the identity (or makes one) and the peer, and connects when there is a peer.
+    /// Loads what the vault holds: the assistant's secrets, the identity (or makes one) and the peer; and
+    /// connects when there is a peer.
     Task<void> spustit();
 
     /// Ends the link and all that runs.
@@ -56,6 +60,10 @@ class Companion {
     [[nodiscard]] Slozky& slozky() { return *slozky_; }
 
     [[nodiscard]] MacIntegrationSettings& integrations() { return integrations_; }
+
+    [[nodiscard]] MacCustomAppsService& customApps() { return customApps_; }
+
+    [[nodiscard]] MacVoiceController& hlas() { return hlas_; }
 
     [[nodiscard]] Schvalovani& schvalovani() { return schvalovani_; }
 
@@ -87,7 +95,10 @@ class Companion {
     std::unique_ptr<Slozky> slozky_;
     Schvalovani schvalovani_;
     Bdelost bdelost_;
+    Keychain keychain_;
+    MacCustomAppsService customApps_;
     MacIntegrationSettings integrations_;
+    MacVoiceController hlas_;
     FileTools files_;
     ProgramDiscovery programs_;
     TerminalTools terminal_;

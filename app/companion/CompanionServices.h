@@ -7,6 +7,7 @@
 #include "platform/ports/LoginItem.h"
 #include "platform/ports/PowerMonitor.h"
 #include "platform/ports/ProcessLauncher.h"
+#include "platform/ports/SecretVault.h"
 #include "platform/ports/SleepInhibitor.h"
 #include "platform/ports/SleepMonitor.h"
 #include "platform/ports/StandardFolders.h"
@@ -21,11 +22,12 @@ namespace morvex {
 /// What the companion gets from the outside. All of it outlives the companion.
 struct CompanionServices {
     Executor& main;
-    Executor& storage; ///< serial; for the identity store, whose calls may block
+    Executor& storage; ///< serial; for identity store and vault, whose calls may block
     Executor& workers; ///< for file work, which may block
     SecureLink::Services link;
     HttpClient& http;
     IdentityStore& uloziste;
+    SecretVault& vault;
     UserDefaults& defaults;
     FolderBookmarks& bookmarks;
     FolderPicker& folderPicker;

@@ -19,8 +19,7 @@ template <class Case>
 concept Ignored =
     OneOf<Case, MacPayload::Status, MacPayload::ToolProgress, MacPayload::ToolResult,
           MacPayload::WorkItemUpdate, MacPayload::WorkItemAck, MacPayload::NoteUpdate, MacPayload::NoteAck,
-          MacPayload::SummaryUpdate, MacPayload::SummaryAck, MacPayload::OpenAICredential,
-          MacPayload::Preferences, MacPayload::CustomApps, MacPayload::Cancel, MacPayload::Approval>;
+          MacPayload::SummaryUpdate, MacPayload::SummaryAck, MacPayload::Cancel, MacPayload::Approval>;
 
 /// Bad arguments are no arguments: the tool then says what is missing.
 boost::json::object argumentsOf(const std::string& json) {
@@ -45,15 +44,30 @@ Task<void> PhoneInbox::zpracovatZpravu(MacPayload payload, std::string requestID
 
 Task<void> PhoneInbox::handle(MacPayload::ToolCall call, std::string requestID) {
     auto arguments = argumentsOf(call.argumentsJSON);
-    auto link = spojeni_.soucasne();
+    auto link = services_.spojeni.soucasne();
     if (!link) co_return;
-    auto outcome = co_await nastroje_.provestNastroj({std::move(call.name), std::move(arguments), requestID});
+    auto outcome =
+        co_await services_.nastroje.provestNastroj({std::move(call.name), std::move(arguments), requestID});
     co_await poslatVysledek(std::move(link), std::move(outcome), std::move(requestID));
 }
 
 Task<void> PhoneInbox::handle(MacPayload::ApprovalDecision decision, std::string) {
-    schvalovani_.vyresit(decision.id, decision.approved);
+    services_.schvalovani.vyresit(decision.id, decision.approved);
     co_return;
+}
+
+Task<void> PhoneInbox::handle(MacPayload::OpenAICredential credential, std::string) {
+    co_await services_.hlas.setAPIKey(std::move(credential.value));
+    co_await services_.poslatStav();
+}
+
+Task<void> PhoneInbox::handle(MacPayload::Preferences sent, std::string) {
+    co_await services_.hlas.applyPreferences(std::move(sent.preferences));
+}
+
+Task<void> PhoneInbox::handle(MacPayload::CustomApps list, std::string) {
+    co_await services_.customApps.replacePhoneApps(std::move(list.apps));
+    co_await services_.poslatStav();
 }
 
 Task<void> PhoneInbox::ignore() {

@@ -3,10 +3,14 @@
 #include "app/companion/PhoneLink.h"
 #include "app/companion/Schvalovani.h"
 #include "app/companion/ToolGate.h"
+#include "app/customapps/MacCustomAppsService.h"
+#include "app/voice/MacVoiceController.h"
 #include "shared/wire/MacPayload.h"
 
+#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace morvex {
 
@@ -14,21 +18,32 @@ namespace morvex {
 /// that calls of the phone run one at a time and a decision that arrives meanwhile stays unread.
 class PhoneInbox {
   public:
-    PhoneInbox(ToolGate& nastroje, Schvalovani& schvalovani, PhoneLink& spojeni)
-        : nastroje_(nastroje), schvalovani_(schvalovani), spojeni_(spojeni) {}
+    /// All of it outlives the inbox.
+    struct Services {
+        ToolGate& nastroje;
+        Schvalovani& schvalovani;
+        PhoneLink& spojeni;
+        MacVoiceController& hlas;
+        MacCustomAppsService& customApps;
+        std::function<Task<void>()> poslatStav;
+    };
+
+    explicit PhoneInbox(Services services) : services_(std::move(services)) {}
 
     Task<void> zpracovatZpravu(MacPayload payload, std::string requestID);
 
   private:
     Task<void> handle(MacPayload::ToolCall call, std::string requestID);
     Task<void> handle(MacPayload::ApprovalDecision decision, std::string requestID);
+    /// The offer depends on the key and on the apps, so a status follows these two.
+    Task<void> handle(MacPayload::OpenAICredential credential, std::string requestID);
+    Task<void> handle(MacPayload::CustomApps list, std::string requestID);
+    Task<void> handle(MacPayload::Preferences sent, std::string requestID);
     Task<void> ignore();
     /// A lost reply stays lost: the work is done and stands.
     Task<void> poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome, std::string requestID);
 
-    ToolGate& nastroje_;
-    Schvalovani& schvalovani_;
-    PhoneLink& spojeni_;
+    Services services_;
 };
 
 } // namespace morvex

@@ -64,11 +64,25 @@ std::vector<MacStatus> CompanionHarness::takeStatuses() {
 }
 
 CompanionServices CompanionHarness::services() {
-    return {executor,     executor,   *workers, {{executor, clock, sockets}, random},
-            http,         store,      defaults, bookmarks,
-            *askedPicker, folders,    power,    sleep,
-            inhibitor,    loginItem,  programs, {{"PATH", "/usr/bin:/bin"}},
-            "Počítač",    "1.2.3 (4)"};
+    return {executor,
+            *storage,
+            *workers,
+            {{executor, clock, sockets}, random},
+            http,
+            store,
+            vault,
+            defaults,
+            bookmarks,
+            *askedPicker,
+            folders,
+            power,
+            sleep,
+            inhibitor,
+            loginItem,
+            programs,
+            {{"PATH", "/usr/bin:/bin"}},
+            "Počítač",
+            "1.2.3 (4)"};
 }
 
 } // namespace morvex

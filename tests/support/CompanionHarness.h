@@ -11,6 +11,7 @@
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/MemoryBookmarks.h"
 #include "platform/memory/MemoryDefaults.h"
+#include "platform/memory/MemoryVault.h"
 #include "platform/memory/ScriptedHttp.h"
 #include "platform/memory/ScriptedPrograms.h"
 #include "platform/memory/ScriptedRandom.h"
@@ -65,6 +66,8 @@ class CompanionHarness : public testing::Test {
 
     TemporaryFolder temporary;
     ManualExecutor executor;
+    /// Where the vault and the identity store work; a test may set another one before the start.
+    ManualExecutor* storage = &executor;
     /// Where file work runs; a test may set another one before the start.
     ManualExecutor* workers = &executor;
     ManualClock clock;
@@ -72,6 +75,7 @@ class CompanionHarness : public testing::Test {
     ScriptedSockets sockets;
     ScriptedHttp http;
     FailingStore store;
+    MemoryVault vault;
     MemoryDefaults defaults;
     MemoryBookmarks bookmarks;
     FakeFolderPicker picker;
