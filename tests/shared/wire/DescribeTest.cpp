@@ -161,6 +161,16 @@ TEST(Describe, ReadsFloatingNumbersThatHaveWholeSeconds) {
     }
 }
 
+TEST(Describe, AListOfRecordsIsADocumentToo) {
+    const std::vector<Leaf> list{{.number = 1}, {.number = -2}};
+    EXPECT_EQ(decode<std::vector<Leaf>>(encode(list)).value(), list);
+    EXPECT_EQ(encode(std::vector<Leaf>{}), "[]");
+    EXPECT_FALSE(decode<std::vector<Leaf>>("{}"));
+    const auto broken = decode<std::vector<Leaf>>("[" + leaf("1") + ",{}]");
+    ASSERT_FALSE(broken);
+    EXPECT_NE(broken.error().popis().find("[1].number"), std::string::npos) << broken.error().popis();
+}
+
 TEST(Describe, ReadsFromBytesAndWithinTheCallersLimit) {
     EXPECT_EQ(decode<Tree>(asBytes(R"({"items":[]})")).value(), Tree{});
     EXPECT_EQ(decode<Tree>(R"({"items":[]})", 11).error().popis(), "Zpráva je příliš dlouhá.");
