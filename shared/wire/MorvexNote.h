@@ -2,7 +2,7 @@
 
 #include "shared/base/Date.h"
 #include "shared/base/Uuid.h"
-#include "shared/wire/Codec.h"
+#include "shared/wire/ArchivedList.h"
 
 #include <cstdint>
 #include <optional>
@@ -20,9 +20,15 @@ struct MorvexNote {
     std::uint64_t revision = 0;
     std::optional<Date> deletedAt;
 
+    /// Which of two versions of one note counts: the higher revision, at equal ones the later change.
+    [[nodiscard]] bool supersedes(const MorvexNote& stored) const {
+        return revision != stored.revision ? revision > stored.revision : updatedAt > stored.updatedAt;
+    }
+
     bool operator==(const MorvexNote&) const = default;
 };
 
 extern template struct Codec<MorvexNote>;
+extern template struct Codec<ArchivedList<MorvexNote>>;
 
 } // namespace morvex

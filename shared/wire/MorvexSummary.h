@@ -2,7 +2,7 @@
 
 #include "shared/base/Date.h"
 #include "shared/base/Uuid.h"
-#include "shared/wire/Codec.h"
+#include "shared/wire/ArchivedList.h"
 
 #include <cstdint>
 #include <string>
@@ -25,5 +25,6 @@ struct MorvexSummary {
 };
 
 extern template struct Codec<MorvexSummary>;
+extern template struct Codec<ArchivedList<MorvexSummary>>;
 
 } // namespace morvex

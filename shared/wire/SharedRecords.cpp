@@ -1,5 +1,5 @@
 #include "shared/wire/Conversation.h"
-#include "shared/wire/Describe.h"
+#include "shared/wire/DescribeArchive.h"
 #include "shared/wire/MorvexNote.h"
 #include "shared/wire/MorvexSummary.h"
 #include "shared/wire/WorkItem.h"
@@ -70,5 +70,7 @@ template struct Codec<MorvexNote>;
 template struct Codec<MorvexSummary>;
 template struct Codec<ConversationTurn>;
 template struct Codec<Conversation>;
+template struct Codec<ArchivedList<MorvexNote>>;
+template struct Codec<ArchivedList<MorvexSummary>>;
 
 } // namespace morvex

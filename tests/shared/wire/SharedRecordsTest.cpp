@@ -110,5 +110,45 @@ TEST(Conversation, HasOneFormAndTwoRoles) {
               "Pole „turns[0].role“ má neznámou hodnotu „system“.");
 }
 
+TEST(MorvexNote, IsSupersededByAHigherRevisionAndAtEqualOnesByALaterChange) {
+    MorvexNote stored;
+    stored.revision = 5;
+    stored.updatedAt = dateFromSeconds(100);
+
+    struct Row {
+        std::uint64_t revision;
+        std::int64_t seconds;
+        bool wins;
+    };
+
+    for (auto [revision, seconds, wins] :
+         {Row{6, 1, true}, Row{4, 900, false}, Row{5, 101, true}, Row{5, 100, false}, Row{5, 99, false}}) {
+        MorvexNote incoming;
+        incoming.revision = revision;
+        incoming.updatedAt = dateFromSeconds(seconds);
+        EXPECT_EQ(incoming.supersedes(stored), wins) << revision << " " << seconds;
+    }
+}
+
+TEST(ArchivedList, HasTheRecordsWithNumericDates) {
+    ArchivedList<MorvexNote> list{{decode<MorvexNote>(note).value()}};
+    list.records[0].updatedAt += std::chrono::milliseconds(250);
+    const auto text = encode(list);
+    EXPECT_EQ(text, R"([{"id":"270BD477-422C-4709-A43C-26E6E9C37AEC","title":"Nákup","body":"mléko",)"
+                    R"("createdAt":-978307199,"updatedAt":-978307197.75,"revision":1,)"
+                    R"("deletedAt":-978307197}])");
+    EXPECT_EQ(decode<ArchivedList<MorvexNote>>(text).value(), list);
+    list.records[0].deletedAt.reset();
+    EXPECT_EQ(decode<ArchivedList<MorvexNote>>(encode(list)).value(), list);
+}
+
+TEST(ArchivedList, RefusesADateThatIsNoNumberOrCouldNotTravel) {
+    const auto text = encode(ArchivedList<MorvexNote>{{decode<MorvexNote>(note).value()}});
+    for (const char* bad : {R"("2001-01-01T00:00:00Z")", "1e15", "-1e15", "null", "true", "{}"})
+        EXPECT_FALSE(decode<ArchivedList<MorvexNote>>(replaced(text, "-978307199", bad))) << bad;
+    const auto failed = decode<ArchivedList<MorvexNote>>(replaced(text, "-978307199", "1e15"));
+    EXPECT_EQ(failed.error().as<DecodeError>()->path, "[0].createdAt");
+}
+
 } // namespace
 } // namespace morvex
