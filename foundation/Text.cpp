@@ -44,6 +44,16 @@ icu::UnicodeString decompose(const icu::UnicodeString& text) {
     return U_SUCCESS(status) ? result : text;
 }
 
+bool containsDecomposed(const icu::UnicodeString& whole, const icu::UnicodeString& wanted) {
+    if (wanted.isEmpty()) return true;
+    for (auto found = whole.indexOf(wanted); found >= 0; found = whole.indexOf(wanted, found + 1)) {
+        // A mark behind the match belongs to its last letter, which is then another letter.
+        auto behind = found + wanted.length();
+        if (behind >= whole.length() || u_charType(whole.char32At(behind)) != U_NON_SPACING_MARK) return true;
+    }
+    return false;
+}
+
 /// Calls `each` with the byte offset behind every character until it answers false.
 template <class Each> void forEachCharacter(std::string_view text, Each each) {
     UErrorCode status = U_ZERO_ERROR;
@@ -130,15 +140,11 @@ bool equalFolded(std::string_view left, std::string_view right) {
 }
 
 bool contains(std::string_view text, std::string_view part) {
-    if (part.empty()) return true;
-    auto whole = decompose(fromUtf8(text));
-    auto wanted = decompose(fromUtf8(part));
-    for (auto found = whole.indexOf(wanted); found >= 0; found = whole.indexOf(wanted, found + 1)) {
-        // A mark behind the match belongs to its last letter, which is then another letter.
-        auto behind = found + wanted.length();
-        if (behind >= whole.length() || u_charType(whole.char32At(behind)) != U_NON_SPACING_MARK) return true;
-    }
-    return false;
+    return containsDecomposed(decompose(fromUtf8(text)), decompose(fromUtf8(part)));
+}
+
+bool containsIgnoringCase(std::string_view text, std::string_view part) {
+    return containsDecomposed(decompose(fromUtf8(text).foldCase()), decompose(fromUtf8(part).foldCase()));
 }
 
 std::size_t countCharacters(std::string_view text) {

@@ -30,6 +30,15 @@ TEST(Text, ContainsKeepsDiacriticsAndComparesByCanonicalEquivalence) {
     EXPECT_FALSE(contains("", "a"));
 }
 
+TEST(Text, ContainsIgnoringCaseKeepsDiacritics) {
+    EXPECT_TRUE(containsIgnoringCase("Žluťoučký KŮŇ", "kůň"));
+    EXPECT_TRUE(containsIgnoringCase("žluťoučký kůň", "ŽLUŤ"));
+    EXPECT_TRUE(containsIgnoringCase("RE\u0301SUME\u0301", "résumé"));
+    EXPECT_FALSE(containsIgnoringCase("KONĚ", "kone"));
+    EXPECT_FALSE(containsIgnoringCase("kone", "KONĚ"));
+    EXPECT_TRUE(containsIgnoringCase("a", ""));
+}
+
 TEST(Text, CharactersAreGraphemeClusters) {
     EXPECT_EQ(countCharacters("e\u0301👨‍👩‍👧🇨🇿"), 3U);
     EXPECT_EQ(firstCharacters("e\u0301👨‍👩‍👧🇨🇿x", 2), "e\u0301👨‍👩‍👧");
