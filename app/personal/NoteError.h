@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+namespace morvex {
+
+/// Why the notes store refused a change.
+struct NoteError {
+    enum Case {
+        missingData, ///< title or body is empty
+        notFound,    ///< no note has this title
+    };
+
+    Case pripad;
+
+    [[nodiscard]] std::string popis() const;
+    bool operator==(const NoteError&) const = default;
+};
+
+} // namespace morvex

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "shared/wire/MorvexNote.h"
+
+#include <cstdint>
+
+namespace morvex {
+
+/// The file of the notes store.
+struct NotesArchive {
+    std::int64_t schemaVersion = 1;
+    ArchivedList<MorvexNote> notes; ///< deleted ones too, in the order of their coming
+
+    bool operator==(const NotesArchive&) const = default;
+};
+
+extern template struct Codec<NotesArchive>;
+
+} // namespace morvex

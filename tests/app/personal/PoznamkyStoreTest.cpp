@@ -1,0 +1,404 @@
+#include "app/personal/PoznamkyStore.h"
+
+#include "app/personal/ArchiveLoading.h"
+#include "foundation/Text.h"
+#include "shared/wire/Json.h"
+#include "tests/app/personal/PersonalStores.h"
+
+#include <limits>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+class PoznamkyStoreTest : public PersonalStores {
+  protected:
+    PoznamkyStoreTest() { watch(); }
+
+    void watch() {
+        store.priZmene = [this](const MorvexNote& note) { changes.push_back(note); };
+        store.onChange = [this] { ++viewChanges; };
+    }
+
+    MorvexNote create(const std::string& title, const std::string& body = "obsah") {
+        clock.advance(1s);
+        return store.vytvorit(title, body).value();
+    }
+
+    /// A note as the phone sends it.
+    MorvexNote fromPhone(const std::string& title, std::uint64_t revision = 1) {
+        return {phoneRandom.uuid(), title, "z telefonu", clock.now(), clock.now(), revision, {}};
+    }
+
+    [[nodiscard]] PoznamkyStore reloaded() { return PoznamkyStore::load(support.path(), clock, random); }
+
+    static std::vector<std::string> titles(const std::vector<MorvexNote>& notes) {
+        std::vector<std::string> titles;
+        for (const auto& note : notes) titles.push_back(note.title);
+        return titles;
+    }
+
+    static std::string sentence(const Result<MorvexNote>& outcome) {
+        return outcome ? "no failure" : outcome.error().popis();
+    }
+
+    using Titles = std::vector<std::string>;
+
+    std::filesystem::path file = folder / "notes-from-iphone.json";
+    PoznamkyStore store = reloaded();
+    ScriptedRandom phoneRandom = [] {
+        ScriptedRandom random;
+        for (int i = 0; i < 1000; ++i) (void)random.uuid();
+        return random;
+    }();
+    std::vector<MorvexNote> changes;
+    int viewChanges = 0;
+};
+
+TEST_F(PoznamkyStoreTest, ANewNoteIsTrimmedSavedShownAndTold) {
+    auto note = store.vytvorit("  Nákup \n", "\t mléko \n").value();
+    EXPECT_EQ(note.title, "Nákup");
+    EXPECT_EQ(note.body, "mléko");
+    EXPECT_EQ(note.revision, 1U);
+    EXPECT_EQ(note.createdAt, clock.now());
+    EXPECT_EQ(note.updatedAt, clock.now());
+    EXPECT_FALSE(note.deletedAt);
+    EXPECT_EQ(store.notes(), std::vector{note});
+    EXPECT_EQ(changes, std::vector{note});
+    EXPECT_EQ(viewChanges, 1);
+    EXPECT_EQ(reloaded().notes(), std::vector{note});
+}
+
+TEST_F(PoznamkyStoreTest, TheFileIsOneObjectWithNumericDates) {
+    clock.setWallClock(dateFromSeconds(978'307'200 + 5) + 500ms);
+    ASSERT_TRUE(store.vytvorit("Nákup", "mléko"));
+    ASSERT_TRUE(store.smazat("Nákup"));
+    EXPECT_EQ(textIn(file), R"({"schemaVersion":1,"notes":[{"id":"00000000-0000-4000-8000-000000000001",)"
+                            R"("title":"Nákup","body":"mléko","createdAt":5.5,"updatedAt":5.5,"revision":2,)"
+                            R"("deletedAt":5.5}]})");
+}
+
+TEST_F(PoznamkyStoreTest, ATitleOrBodyOfBlanksIsRefused) {
+    const std::vector<std::pair<std::string, std::string>> rows{
+        {"", "b"}, {"  \n", "b"}, {"a", ""}, {"a", " \u00a0\t"}};
+    for (const auto& [title, body] : rows)
+        EXPECT_EQ(sentence(store.vytvorit(title, body)), "Poznámka musí mít název i obsah.") << title;
+    EXPECT_TRUE(store.vsechny().empty());
+    EXPECT_TRUE(changes.empty());
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+TEST_F(PoznamkyStoreTest, ATitleIsCutTo160CharactersAsAPersonCountsThem) {
+    std::string family;
+    for (int i = 0; i < 200; ++i) family += "👨‍👩‍👧";
+    EXPECT_EQ(countCharacters(create(std::string(200, 'a')).title), 160U);
+    EXPECT_EQ(create(family).title, firstCharacters(family, 160));
+    auto changed = store.upravit(std::string(160, 'a'), std::string(161, 'b'), {}).value();
+    EXPECT_EQ(changed.title, std::string(160, 'b'));
+}
+
+TEST_F(PoznamkyStoreTest, ATitleFromThePhoneIsNotCut) {
+    EXPECT_TRUE(store.prijmout(fromPhone(std::string(200, 'a'))));
+    EXPECT_EQ(store.notes()[0].title.size(), 200U);
+}
+
+TEST_F(PoznamkyStoreTest, TheLastChangedNoteComesFirstAndEqualDatesKeepTheirOrder) {
+    create("první");
+    auto second = create("druhá");
+    ASSERT_TRUE(store.vytvorit("třetí", "ve stejnou chvíli"));
+    EXPECT_EQ(titles(store.notes()), (Titles{"druhá", "třetí", "první"}));
+    clock.advance(1s);
+    ASSERT_TRUE(store.upravit("první", {}, "nový obsah"));
+    EXPECT_EQ(titles(store.notes()), (Titles{"první", "druhá", "třetí"}));
+    EXPECT_EQ(titles(store.vsechny()), (Titles{"první", "druhá", "třetí"}));
+    EXPECT_EQ(second.revision, 1U);
+}
+
+TEST_F(PoznamkyStoreTest, SearchLooksIntoTitleAndBodyWhateverTheCase) {
+    create("Nákup", "MLÉKO a rohlíky");
+    create("Mléčné výrobky");
+    create("Auto");
+    EXPECT_EQ(titles(store.hledat(" mléko \n", 10)), Titles{"Nákup"});
+    EXPECT_EQ(titles(store.hledat("MLÉ", 10)), (Titles{"Mléčné výrobky", "Nákup"}));
+    EXPECT_TRUE(store.hledat("vlak", 10).empty());
+}
+
+TEST_F(PoznamkyStoreTest, ASearchKeepsDiacriticsAndATitleMatchDoesNot) {
+    create("Žluťoučký kůň");
+    EXPECT_TRUE(store.hledat("zlutoucky", 10).empty());
+    EXPECT_EQ(store.hledat("žluťoučký", 10).size(), 1U);
+    EXPECT_TRUE(store.upravit("ZLUTOUCKY KUN", {}, "nový"));
+}
+
+TEST_F(PoznamkyStoreTest, ALimitOf0GivesOneAndNoLimitGivesMoreThan20) {
+    for (int i = 1; i <= 25; ++i) create("poznámka " + std::to_string(i));
+    EXPECT_EQ(titles(store.hledat("   ", 0)), Titles{"poznámka 25"});
+    EXPECT_EQ(store.hledat("", -7).size(), 1U);
+    EXPECT_EQ(store.hledat("", std::numeric_limits<std::int64_t>::min()).size(), 1U);
+    EXPECT_EQ(store.hledat("", 3).size(), 3U);
+    EXPECT_EQ(store.hledat("poznámka", 50).size(), 20U);
+    EXPECT_EQ(store.hledat("", std::numeric_limits<std::int64_t>::max()).size(), 20U);
+}
+
+TEST_F(PoznamkyStoreTest, DeletedNotesAreNotFound) {
+    create("Nákup");
+    ASSERT_TRUE(store.smazat("Nákup"));
+    EXPECT_TRUE(store.hledat("", 10).empty());
+    EXPECT_TRUE(store.notes().empty());
+}
+
+TEST_F(PoznamkyStoreTest, ATitleIsMatchedWholeAndUntrimmed) {
+    create("Nákup");
+    for (const char* title : {"Nák", "Nákup 2", " Nákup", "Nákup ", ""})
+        EXPECT_EQ(sentence(store.smazat(title)), "Poznámku s tímto názvem jsem nenašel.") << title;
+}
+
+TEST_F(PoznamkyStoreTest, TheFirstMatchInStoredOrderIsTakenNotTheNewest) {
+    auto older = create("Nákup", "starší");
+    create("nakup", "novější");
+    EXPECT_EQ(store.upravit("NÁKUP", {}, "změněno").value().id, older.id);
+    EXPECT_EQ(store.smazat("nákup").value().id, older.id);
+    EXPECT_EQ(store.smazat("nákup").value().body, "novější");
+}
+
+TEST_F(PoznamkyStoreTest, AnUpdateTrimsRaisesTheRevisionAndIsTold) {
+    auto note = create("Nákup");
+    clock.advance(5s);
+    auto changed = store.upravit("nakup", "  Velký nákup ", " mouka ").value();
+    EXPECT_EQ(changed.id, note.id);
+    EXPECT_EQ(changed.title, "Velký nákup");
+    EXPECT_EQ(changed.body, "mouka");
+    EXPECT_EQ(changed.revision, 2U);
+    EXPECT_EQ(changed.createdAt, note.createdAt);
+    EXPECT_EQ(changed.updatedAt, clock.now());
+    EXPECT_EQ(changes.back(), changed);
+    EXPECT_EQ(reloaded().notes(), std::vector{changed});
+}
+
+TEST_F(PoznamkyStoreTest, AnEmptyUpdateRaisesTheRevisionAllTheSame) {
+    auto note = create("Nákup");
+    clock.advance(5s);
+    auto changed = store.upravit("Nákup", {}, {}).value();
+    EXPECT_EQ(changed.revision, 2U);
+    EXPECT_EQ(changed.updatedAt, note.updatedAt + 5s);
+    EXPECT_EQ(changed.body, note.body);
+    EXPECT_EQ(changes.size(), 2U);
+}
+
+TEST_F(PoznamkyStoreTest, ACheckThatFailsLateLeavesTheNewTitleInMemory) {
+    create("Nákup");
+    EXPECT_EQ(sentence(store.upravit("Nákup", "Jiný", "  ")), "Poznámka musí mít název i obsah.");
+    EXPECT_EQ(store.vsechny()[0].title, "Jiný");
+    EXPECT_EQ(store.vsechny()[0].revision, 1U);
+    EXPECT_EQ(titles(store.notes()), Titles{"Nákup"}) << "nothing was saved";
+    EXPECT_EQ(titles(reloaded().notes()), Titles{"Nákup"});
+    EXPECT_EQ(changes.size(), 1U);
+    create("další");
+    EXPECT_EQ(titles(reloaded().vsechny()), (Titles{"Jiný", "další"})) << "the next save writes it";
+}
+
+TEST_F(PoznamkyStoreTest, ABlankNewTitleIsRefusedBeforeAnythingChanges) {
+    auto note = create("Nákup");
+    EXPECT_EQ(sentence(store.upravit("Nákup", " ", "nový")), "Poznámka musí mít název i obsah.");
+    EXPECT_EQ(store.vsechny(), std::vector{note});
+}
+
+TEST_F(PoznamkyStoreTest, AnUnknownTitleIsNotFoundWhateverElseIsWrong) {
+    EXPECT_EQ(sentence(store.upravit("Nákup", "", "")), "Poznámku s tímto názvem jsem nenašel.");
+    EXPECT_EQ(sentence(store.smazat("Nákup")), "Poznámku s tímto názvem jsem nenašel.");
+}
+
+TEST_F(PoznamkyStoreTest, ADeletedNoteStaysAsARecordAndASecondDeleteFindsNothing) {
+    create("Žluťoučký kůň");
+    clock.advance(5s);
+    auto deleted = store.smazat("ZLUTOUCKY KUN").value();
+    EXPECT_EQ(deleted.deletedAt, clock.now());
+    EXPECT_EQ(deleted.updatedAt, clock.now());
+    EXPECT_EQ(deleted.revision, 2U);
+    EXPECT_EQ(changes.back(), deleted);
+    EXPECT_TRUE(store.notes().empty());
+    EXPECT_EQ(reloaded().vsechny(), std::vector{deleted});
+    EXPECT_EQ(sentence(store.smazat("ZLUTOUCKY KUN")), "Poznámku s tímto názvem jsem nenašel.");
+}
+
+TEST_F(PoznamkyStoreTest, ANoteOfThePhoneIsAddedAndNotToldBack) {
+    auto note = fromPhone("Z telefonu");
+    EXPECT_TRUE(store.prijmout(note));
+    EXPECT_EQ(store.notes(), std::vector{note});
+    EXPECT_EQ(reloaded().notes(), std::vector{note});
+    EXPECT_TRUE(changes.empty());
+    EXPECT_EQ(viewChanges, 1);
+}
+
+TEST_F(PoznamkyStoreTest, ADeletedNoteOfThePhoneIsKeptEvenWhenItWasNeverHere) {
+    auto deleted = fromPhone("Smazaná", 4);
+    deleted.deletedAt = clock.now();
+    EXPECT_TRUE(store.prijmout(deleted));
+    EXPECT_TRUE(store.notes().empty());
+    EXPECT_EQ(reloaded().vsechny(), std::vector{deleted});
+    EXPECT_EQ(viewChanges, 0);
+}
+
+TEST_F(PoznamkyStoreTest, TheRevisionDecidesAndAtEqualOnesTheLaterChange) {
+    auto stored = create("Nákup");
+    create("další");
+
+    struct Row {
+        std::uint64_t revision;
+        Clock::Duration later;
+        bool replaces;
+    };
+
+    const auto base = std::chrono::duration_cast<Date::duration>(0s);
+    for (auto [revision, later, replaces] : {Row{0, 9s, false}, Row{1, 0s, false}, Row{1, -1s, false},
+                                             Row{1, 1s, true}, Row{2, -9s, true}, Row{1, 99s, false}}) {
+        auto incoming = stored;
+        incoming.title = "verze " + std::to_string(revision) + "/" + std::to_string(later.count());
+        incoming.revision = revision;
+        incoming.updatedAt += base + std::chrono::duration_cast<Date::duration>(later);
+        auto before = textIn(file);
+        EXPECT_TRUE(store.prijmout(incoming)) << incoming.title;
+        EXPECT_EQ(store.vsechny()[0] == incoming, replaces) << incoming.title;
+        EXPECT_EQ(textIn(file) != before, replaces) << incoming.title;
+    }
+    EXPECT_EQ(store.vsechny()[1].title, "další") << "a replaced note keeps its place";
+}
+
+TEST_F(PoznamkyStoreTest, AnIgnoredNoteIsTakenEvenWhileNothingCanBeSaved) {
+    auto note = create("Nákup");
+    breakSaves();
+    EXPECT_TRUE(store.prijmout(note));
+    EXPECT_FALSE(store.problem());
+}
+
+TEST_F(PoznamkyStoreTest, ALocalFailureIsNotRolledBack) {
+    auto note = create("Nákup");
+    viewChanges = 0;
+    breakSaves();
+    EXPECT_NE(sentence(store.vytvorit("Druhá", "obsah")), "no failure");
+    EXPECT_NE(sentence(store.upravit("Nákup", {}, "změněno")), "no failure");
+    EXPECT_EQ(titles(store.vsechny()), (Titles{"Nákup", "Druhá"}));
+    EXPECT_EQ(store.vsechny()[0].revision, 2U);
+    EXPECT_EQ(store.notes(), std::vector{note}) << "what is shown is what was saved";
+    EXPECT_FALSE(store.problem());
+    EXPECT_EQ(changes.size(), 1U);
+    EXPECT_EQ(viewChanges, 0);
+
+    mendSaves();
+    ASSERT_TRUE(store.smazat("Druhá"));
+    EXPECT_EQ(reloaded().vsechny()[0].body, "změněno");
+    EXPECT_EQ(titles(store.notes()), Titles{"Nákup"});
+}
+
+TEST_F(PoznamkyStoreTest, ANoteOfThePhoneThatCannotBeSavedIsPutBackAndToldOf) {
+    auto note = create("Nákup");
+    viewChanges = 0;
+    breakSaves();
+    auto newer = note;
+    newer.revision = 9;
+    newer.body = "novější";
+    EXPECT_FALSE(store.prijmout(newer));
+    EXPECT_FALSE(store.prijmout(fromPhone("Nová")));
+    EXPECT_EQ(store.vsechny(), std::vector{note});
+    EXPECT_EQ(store.notes(), std::vector{note});
+    EXPECT_TRUE(store.problem());
+    EXPECT_EQ(viewChanges, 1);
+
+    mendSaves();
+    EXPECT_TRUE(store.prijmout(newer));
+    EXPECT_FALSE(store.problem());
+    EXPECT_EQ(reloaded().notes(), std::vector{newer});
+}
+
+TEST_F(PoznamkyStoreTest, PuttingBackKeepsLocalChangesThatWaitForASaveAndShowsThem) {
+    create("Nákup");
+    breakSaves();
+    EXPECT_FALSE(store.vytvorit("Druhá", "obsah"));
+    EXPECT_FALSE(store.prijmout(fromPhone("Nová")));
+    EXPECT_EQ(titles(store.notes()), (Titles{"Nákup", "Druhá"}));
+    EXPECT_EQ(store.vsechny().size(), 2U);
+}
+
+TEST_F(PoznamkyStoreTest, AnyGoodSaveClearsTheProblem) {
+    breakSaves();
+    EXPECT_FALSE(store.prijmout(fromPhone("Nová")));
+    EXPECT_TRUE(store.problem());
+    mendSaves();
+    create("místní");
+    EXPECT_FALSE(store.problem());
+}
+
+TEST_F(PoznamkyStoreTest, ABadArchiveCountsAsNoneAndIsKeptAsideBeforeTheNextSave) {
+    const std::vector<std::string> bad{
+        "",
+        "ne",
+        "[]",
+        R"({"schemaVersion":1})",
+        R"({"schemaVersion":2,"notes":[]})",
+        R"({"schemaVersion":0,"notes":[]})",
+        R"({"schemaVersion":"1","notes":[]})",
+        R"({"schemaVersion":1,"notes":[{"id":"x"}]})",
+        R"({"schemaVersion":1,"notes":[{"id":"00000000-0000-4000-8000-000000000001","title":"a","body":"b",)"
+        R"("createdAt":"2026-01-01T00:00:00Z","updatedAt":0,"revision":1}]})",
+    };
+    for (const auto& text : bad) {
+        std::filesystem::remove_all(folder);
+        put(file, text);
+        auto opened = reloaded();
+        EXPECT_TRUE(opened.vsechny().empty()) << text;
+        EXPECT_FALSE(opened.problem()) << text;
+        EXPECT_EQ(textIn(file), text);
+        auto note = opened.vytvorit("Nová", "obsah").value();
+        EXPECT_EQ(reloaded().vsechny(), std::vector{note}) << text;
+        EXPECT_EQ(textIn(file.string() + ".damaged"), text);
+    }
+}
+
+TEST_F(PoznamkyStoreTest, AnArchiveOfAnotherVersionIsReplacedByVersion1AndWhatWasAddedSince) {
+    create("stará");
+    auto text = textIn(file);
+    put(file, text.replace(text.find(":1,"), 3, ":2,"));
+    auto opened = reloaded();
+    EXPECT_TRUE(opened.notes().empty());
+    ASSERT_TRUE(opened.prijmout(fromPhone("nová")));
+    EXPECT_TRUE(textIn(file).starts_with(R"({"schemaVersion":1,)"));
+    EXPECT_EQ(titles(reloaded().vsechny()), Titles{"nová"});
+}
+
+TEST_F(PoznamkyStoreTest, AHugeArchiveIsNotReadAndNotWritten) {
+    put(file, std::string(longestArchive + 1, ' '));
+    auto opened = reloaded();
+    EXPECT_TRUE(opened.vsechny().empty());
+    EXPECT_TRUE(opened.vytvorit("a", "b"));
+    auto large = fromPhone("velká");
+    large.body = std::string(longestArchive, 'x');
+    EXPECT_FALSE(opened.prijmout(large));
+    EXPECT_EQ(titles(opened.vsechny()), Titles{"a"});
+}
+
+TEST_F(PoznamkyStoreTest, KeepsTheFractionsOfItsOwnDates) {
+    clock.setWallClock(dateFromSeconds(1'800'000'000) + std::chrono::microseconds(123'457));
+    auto note = store.vytvorit("Nákup", "obsah").value();
+    EXPECT_EQ(reloaded().notes(), std::vector{note});
+}
+
+TEST_F(PoznamkyStoreTest, TheHighestRevisionIsTakenShownSavedAndReadAndSupersededByALaterDate) {
+    auto last = fromPhone("Poslední", std::numeric_limits<std::uint64_t>::max());
+    EXPECT_TRUE(store.prijmout(last));
+    EXPECT_TRUE(store.prijmout(last));
+    EXPECT_EQ(reloaded().notes(), std::vector{last});
+    last.updatedAt += 1s;
+    EXPECT_TRUE(store.prijmout(last));
+    EXPECT_EQ(store.notes(), std::vector{last});
+    EXPECT_TRUE(store.vytvorit("Jiná", "obsah"));
+}
+
+TEST_F(PoznamkyStoreTest, ALocalChangeOfTheHighestRevisionEndsTheProcess) {
+    ASSERT_TRUE(store.prijmout(fromPhone("Poslední", std::numeric_limits<std::uint64_t>::max())));
+    EXPECT_DEATH((void)store.upravit("Poslední", {}, {}), "no higher revision");
+    EXPECT_DEATH((void)store.smazat("Poslední"), "no higher revision");
+}
+
+} // namespace
+} // namespace morvex
