@@ -24,10 +24,14 @@ Companion::Companion(CompanionServices services)
       schvalovani_(services_.link.relay.clock, services_.link.random, scope_),
       bdelost_({services_.power, services_.sleep, services_.inhibitor, services_.loginItem,
                 services_.defaults, services_.link.relay.clock, scope_}),
+      poznamky_(PoznamkyStore::load(services_.folders.applicationSupport(), services_.link.relay.clock,
+                                    services_.link.random)),
+      souhrny_(SouhrnyStore::load(services_.folders.applicationSupport())),
       keychain_(services_.vault, services_.storage),
       customApps_(services_.defaults, keychain_, services_.link.random),
       integrations_(services_.defaults),
       hlas_(services_.defaults, keychain_),
+      notes_(poznamky_),
       files_(*slozky_, services_.workers, scope_.token()),
       programs_(services_.processes, services_.link.relay.clock, services_.workers,
                 {services_.environment, services_.folders.accountHome()}),
@@ -42,7 +46,9 @@ Companion::Companion(CompanionServices services)
               services_.jmenoZarizeni},
       spojeni_(services_.main, scope_,
                [this](SecureLink::Udalost udalost) { return zpracovat(std::move(udalost)); }),
-      dorucene_({nastroje_, schvalovani_, spojeni_, hlas_, customApps_, [this] { return poslatStav(); }}),
+      poznamkyTelefonu_(poznamky_, souhrny_, spojeni_, scope_),
+      dorucene_({nastroje_, schvalovani_, poznamkyTelefonu_, spojeni_, hlas_, customApps_,
+                 [this] { return poslatStav(); }}),
       parovani_({services_.main, services_.storage, services_.link.relay, services_.http, services_.uloziste,
                  scope_},
                 state_, {[this] { pripojit(); }, [this] { odpojit(); }}) {
@@ -55,6 +61,7 @@ void Companion::addTools() {
     table_.add(
         MacToolName::status, [] { return true; },
         [this](ToolCall call) { return stavNastroj(std::move(call)); });
+    notes_.addTo(table_, [this] { return integrations_.isOn(Integration::notes); });
     files_.addTo(table_, [this] { return integrations_.isOn(Integration::files); });
     terminal_.addTo(table_, [this] { return integrations_.isOn(Integration::terminal); });
 }
@@ -175,6 +182,11 @@ Task<void> Companion::zpracovat(SecureLink::Chyba udalost) {
 Task<void> Companion::zpracovat(SecureLink::Pripraveno) {
     state_.potiz = std::nullopt;
     co_await poslatStav();
+    co_await doplnitPoPripojeni();
+}
+
+Task<void> Companion::doplnitPoPripojeni() {
+    co_await poznamkyTelefonu_.doplnit();
 }
 
 Task<void> Companion::poslatStav() {

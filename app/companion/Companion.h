@@ -3,6 +3,7 @@
 #include "app/companion/Bdelost.h"
 #include "app/companion/CompanionServices.h"
 #include "app/companion/CompanionState.h"
+#include "app/companion/NotesSync.h"
 #include "app/companion/PairingFlow.h"
 #include "app/companion/PhoneInbox.h"
 #include "app/companion/PhoneLink.h"
@@ -15,6 +16,9 @@
 #include "app/execution/TerminalTools.h"
 #include "app/keychain/Keychain.h"
 #include "app/personal/MacIntegrationSettings.h"
+#include "app/personal/NotesTools.h"
+#include "app/personal/PoznamkyStore.h"
+#include "app/personal/SouhrnyStore.h"
 #include "app/programs/ProgramDiscovery.h"
 #include "app/voice/MacVoiceController.h"
 #include "foundation/TaskScope.h"
@@ -69,6 +73,10 @@ class Companion {
 
     [[nodiscard]] Bdelost& bdelost() { return bdelost_; }
 
+    [[nodiscard]] PoznamkyStore& poznamky() { return poznamky_; }
+
+    [[nodiscard]] SouhrnyStore& souhrny() { return souhrny_; }
+
     [[nodiscard]] PairingFlow& parovani() { return parovani_; }
 
     [[nodiscard]] ToolGate& nastroje() { return nastroje_; }
@@ -86,6 +94,8 @@ class Companion {
     Task<void> zpracovat(SecureLink::Pripraveno udalost);
     void usnout();
     Task<void> usnoutPoOdpojeni();
+    /// What the phone may have missed.
+    Task<void> doplnitPoPripojeni();
     Task<ToolOutcome> stavNastroj(ToolCall call);
     Task<void> poslatZadost(ApprovalRequest zadost);
 
@@ -95,10 +105,13 @@ class Companion {
     std::unique_ptr<Slozky> slozky_;
     Schvalovani schvalovani_;
     Bdelost bdelost_;
+    PoznamkyStore poznamky_;
+    SouhrnyStore souhrny_;
     Keychain keychain_;
     MacCustomAppsService customApps_;
     MacIntegrationSettings integrations_;
     MacVoiceController hlas_;
+    NotesTools notes_;
     FileTools files_;
     ProgramDiscovery programs_;
     TerminalTools terminal_;
@@ -106,6 +119,7 @@ class Companion {
     ToolGate nastroje_;
     StatusReport report_;
     PhoneLink spojeni_;
+    NotesSync poznamkyTelefonu_;
     PhoneInbox dorucene_;
     PairingFlow parovani_;
     std::shared_ptr<const DeviceIdentity> identita_;

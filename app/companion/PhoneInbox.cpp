@@ -16,10 +16,9 @@ concept OneOf = (std::same_as<Case, Cases> || ...);
 /// kept, a cancel (agents are stopped by tools of their own), and records whose service this computer does
 /// not have.
 template <class Case>
-concept Ignored =
-    OneOf<Case, MacPayload::Status, MacPayload::ToolProgress, MacPayload::ToolResult,
-          MacPayload::WorkItemUpdate, MacPayload::WorkItemAck, MacPayload::NoteUpdate, MacPayload::NoteAck,
-          MacPayload::SummaryUpdate, MacPayload::SummaryAck, MacPayload::Cancel, MacPayload::Approval>;
+concept Ignored = OneOf<Case, MacPayload::Status, MacPayload::ToolProgress, MacPayload::ToolResult,
+                        MacPayload::WorkItemUpdate, MacPayload::WorkItemAck, MacPayload::NoteAck,
+                        MacPayload::SummaryAck, MacPayload::Cancel, MacPayload::Approval>;
 
 /// Bad arguments are no arguments: the tool then says what is missing.
 boost::json::object argumentsOf(const std::string& json) {
@@ -68,6 +67,14 @@ Task<void> PhoneInbox::handle(MacPayload::Preferences sent, std::string) {
 Task<void> PhoneInbox::handle(MacPayload::CustomApps list, std::string) {
     co_await services_.customApps.replacePhoneApps(std::move(list.apps));
     co_await services_.poslatStav();
+}
+
+Task<void> PhoneInbox::handle(MacPayload::NoteUpdate update, std::string) {
+    return services_.poznamky.prijmout(std::move(update));
+}
+
+Task<void> PhoneInbox::handle(MacPayload::SummaryUpdate update, std::string) {
+    return services_.poznamky.prijmout(std::move(update));
 }
 
 Task<void> PhoneInbox::ignore() {

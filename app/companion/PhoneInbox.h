@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/companion/NotesSync.h"
 #include "app/companion/PhoneLink.h"
 #include "app/companion/Schvalovani.h"
 #include "app/companion/ToolGate.h"
@@ -22,6 +23,7 @@ class PhoneInbox {
     struct Services {
         ToolGate& nastroje;
         Schvalovani& schvalovani;
+        NotesSync& poznamky;
         PhoneLink& spojeni;
         MacVoiceController& hlas;
         MacCustomAppsService& customApps;
@@ -39,6 +41,8 @@ class PhoneInbox {
     Task<void> handle(MacPayload::OpenAICredential credential, std::string requestID);
     Task<void> handle(MacPayload::CustomApps list, std::string requestID);
     Task<void> handle(MacPayload::Preferences sent, std::string requestID);
+    Task<void> handle(MacPayload::NoteUpdate update, std::string requestID);
+    Task<void> handle(MacPayload::SummaryUpdate update, std::string requestID);
     Task<void> ignore();
     /// A lost reply stays lost: the work is done and stands.
     Task<void> poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome, std::string requestID);

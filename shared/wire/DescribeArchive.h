@@ -24,13 +24,13 @@ template <class Io> class WithNumericDates {
     void required(std::string_view name, Date& read) {
         NumericDate numeric;
         io_.required(name, numeric);
-        read = numeric.date;
+        read = numeric;
     }
 
     void optional(std::string_view name, std::optional<Date>& read) {
         std::optional<NumericDate> numeric;
         io_.optional(name, numeric);
-        read = numeric ? std::optional(numeric->date) : std::nullopt;
+        read = numeric;
     }
 
   private:

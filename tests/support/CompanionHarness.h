@@ -36,6 +36,8 @@ class CompanionHarness : public testing::Test {
         std::string requestID;
     };
 
+    CompanionHarness() { folders.homeFolder = temporary.path().string(); }
+
     ~CompanionHarness() override {
         if (companion) end();
     }

@@ -18,7 +18,9 @@ TEST_F(StatusTest, TellsWhatThisComputerCanDo) {
     EXPECT_EQ(status.appVersion, "1.2.3 (4)");
     EXPECT_EQ(status.deviceName, "Počítač");
     EXPECT_EQ(status.allowedFolders, std::vector<std::string>{"Projekty"});
-    EXPECT_EQ(status.tools, companion->nastroje().nabizeneNastroje());
+    auto listed = companion->nastroje().nabizeneNastroje();
+    std::erase_if(listed, [](const auto& tool) { return tool.name.starts_with("mac.notes."); });
+    EXPECT_EQ(status.tools, listed);
     EXPECT_FALSE(status.runningTask);
     EXPECT_TRUE(status.onPower);
     EXPECT_FALSE(status.mailAvailable);

@@ -31,8 +31,9 @@ TEST_F(ToolPathTest, TheStatusToolTellsWhatThisComputerIs) {
     EXPECT_EQ(result["app_version"], "1.2.3 (4)");
     EXPECT_EQ(result["busy"], "");
     EXPECT_EQ(result["folders"], (boost::json::array{"Ukázka"}));
-    EXPECT_EQ(result["tools"], (boost::json::array{"mac.status", "mac.files.search", "mac.files.read",
-                                                   "mac.files.write", "mac.terminal.run"}));
+    EXPECT_EQ(result["tools"], (boost::json::array{"mac.status", "mac.notes.search", "mac.notes.create",
+                                                   "mac.notes.update", "mac.notes.delete", "mac.files.search",
+                                                   "mac.files.read", "mac.files.write", "mac.terminal.run"}));
     EXPECT_EQ(result["claude"], "Tahle verze s kódovacími agenty ještě neumí pracovat.");
     EXPECT_EQ(result["codex"], "Tahle verze s kódovacími agenty ještě neumí pracovat.");
     EXPECT_EQ(result.size(), 7U);
@@ -98,6 +99,7 @@ TEST_F(ToolPathTest, BadArgumentsAreNoArguments) {
     allowFolder("Projekty");
     for (const char* bad : {"[1,2]", "ne", "", "5", "null", "{\"path\":\"a\"", "{} {}"})
         EXPECT_EQ(call("mac.files.read", bad).json, errorOf("Chybí cesta.")) << bad;
+    EXPECT_EQ(call("mac.notes.search", "[1,2]").json, R"({"notes":[]})");
 }
 
 TEST_F(ToolPathTest, AToolThatIsNotOnOfferEndsInOneSentenceAndInTheTrouble) {
@@ -112,6 +114,7 @@ TEST_F(ToolPathTest, AToolThatIsNotOnOfferEndsInOneSentenceAndInTheTrouble) {
 
 TEST_F(ToolPathTest, WithoutAnAllowedFolderNoFileToolIsOffered) {
     startSecured();
+    companion->integrations().set(Integration::notes, false);
     EXPECT_EQ(namesOf(companion->nastroje().nabizeneNastroje()), std::vector<std::string>{"mac.status"});
     auto folder = allowFolder("Projekty");
     EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 5U);

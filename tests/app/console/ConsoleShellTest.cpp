@@ -104,7 +104,6 @@ TEST_F(ConsoleShellTest, SwitchesTheStartAtLoginAndShowsWhatHolds) {
 }
 
 TEST_F(ConsoleShellTest, AllowsAndRemovesFoldersAlsoBelowTheHomeFolder) {
-    folders.homeFolder = temporary.path().string();
     std::filesystem::create_directory(temporary.path() / "Projekty");
     startShell();
     auto path = (temporary.path() / "Projekty").string();

@@ -1,0 +1,43 @@
+#include "app/companion/NotesSync.h"
+
+#include <string>
+#include <utility>
+
+namespace morvex {
+
+NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni, TaskScope& scope)
+    : poznamky_(poznamky), souhrny_(souhrny), spojeni_(spojeni), scope_(scope) {
+    poznamky_.priZmene = [this](const MorvexNote& note) { poslatPoznamku(note); };
+}
+
+Task<void> NotesSync::prijmout(MacPayload::NoteUpdate zprava) {
+    const MacPayload::NoteAck taken{zprava.note.id, zprava.note.revision};
+    if (poznamky_.prijmout(std::move(zprava.note)))
+        (void)co_await spojeni_.poslat({taken}, "note-ack:" + taken.id.text());
+}
+
+Task<void> NotesSync::prijmout(MacPayload::SummaryUpdate zprava) {
+    const MacPayload::SummaryAck taken{zprava.summary.id, zprava.summary.revision};
+    if (souhrny_.prijmout(std::move(zprava.summary)))
+        (void)co_await spojeni_.poslat({taken}, "summary-ack:" + taken.id.text());
+}
+
+void NotesSync::poslatPoznamku(const MorvexNote& note) {
+    if (spojeni_.jePritomne()) scope_.spawn(odeslat(note));
+}
+
+Task<void> NotesSync::doplnit() {
+    const auto link = spojeni_.soucasne();
+    // By index: notes may be added and changed between two sends, but never removed while one is under way.
+    for (std::size_t i = 0; i < poznamky_.vsechny().size(); ++i) {
+        if (!link || spojeni_.soucasne() != link) co_return;
+        co_await odeslat(poznamky_.vsechny()[i]);
+    }
+}
+
+Task<void> NotesSync::odeslat(MorvexNote note) {
+    auto requestID = "note:" + note.id.text() + ":" + std::to_string(note.revision);
+    (void)co_await spojeni_.poslat({MacPayload::NoteUpdate{std::move(note)}}, std::move(requestID));
+}
+
+} // namespace morvex

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "app/companion/PhoneLink.h"
+#include "app/personal/PoznamkyStore.h"
+#include "app/personal/SouhrnyStore.h"
+#include "foundation/TaskScope.h"
+#include "shared/wire/MacPayload.h"
+
+namespace morvex {
+
+/// Keeps notes and summaries in step with the phone. It keeps no account of what has arrived: every note goes
+/// out again whenever the phone is back, and the revisions of the notes make that harmless. A lost send is
+/// never an error here. Main thread; owned by the companion, whose `scope` runs the sends.
+class NotesSync {
+  public:
+    /// From now on local changes of notes are sent.
+    NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni, TaskScope& scope);
+
+    /// What the phone has written. It is told that a record was taken only when that is so; otherwise it will
+    /// offer the record again.
+    Task<void> prijmout(MacPayload::NoteUpdate zprava);
+    Task<void> prijmout(MacPayload::SummaryUpdate zprava);
+
+    /// Sends one note in the background; nothing without a link.
+    void poslatPoznamku(const MorvexNote& note);
+
+    /// Sends every note, deleted ones too, one after the other, for as long as the present link stays.
+    Task<void> doplnit();
+
+  private:
+    Task<void> odeslat(MorvexNote note);
+
+    PoznamkyStore& poznamky_;
+    SouhrnyStore& souhrny_;
+    PhoneLink& spojeni_;
+    TaskScope& scope_;
+};
+
+} // namespace morvex

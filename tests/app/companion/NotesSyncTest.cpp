@@ -1,0 +1,274 @@
+#include "shared/wire/Json.h"
+#include "tests/support/CompanionHarness.h"
+
+#include <fstream>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+class NotesSyncTest : public CompanionHarness {
+  protected:
+    template <class Case> struct Told {
+        Case message;
+        std::string requestID;
+    };
+
+    /// The messages of one kind among what came to the phone since the last call.
+    template <class Case> std::vector<Told<Case>> take() {
+        executor.runUntilIdle();
+        std::vector<Told<Case>> told;
+        for (const auto& received : phone.take())
+            if (const auto* message = received.payload.as<Case>())
+                told.push_back({*message, received.requestID});
+        return told;
+    }
+
+    std::vector<std::string> takeUpdates() {
+        std::vector<std::string> titles;
+        for (const auto& told : take<MacPayload::NoteUpdate>()) titles.push_back(told.message.note.title);
+        return titles;
+    }
+
+    MorvexNote note(const std::string& title, std::uint64_t revision = 1) {
+        return {random.uuid(), title, "obsah", clock.now(), clock.now(), revision, {}};
+    }
+
+    MorvexSummary summary(const std::string& title) {
+        return {random.uuid(), title, "shrnutí", clock.now(), clock.now() - 24h, clock.now(), {"mail"}, 3};
+    }
+
+    void breakSaves() const {
+        auto data = temporary.path() / ".local" / "share";
+        std::filesystem::create_directories(data);
+        std::ofstream(data / "Morvex") << "in the way";
+    }
+
+    void mendSaves() const { std::filesystem::remove(temporary.path() / ".local/share/Morvex"); }
+
+    /// A session on a new connection, as after a loss.
+    void connectAgain() {
+        auto socket = sockets.layOut();
+        companion->pripojit();
+        executor.runUntilIdle();
+        phone.attach(socket, *mac);
+        phone.logIn();
+        executor.runUntilIdle();
+        phone.exchangeHellos();
+        executor.runUntilIdle();
+    }
+
+    /// The same, but the relay takes nothing more once the session stands.
+    std::shared_ptr<ScriptedSocket> stallCatchUp() {
+        auto socket = sockets.layOut();
+        companion->pripojit();
+        executor.runUntilIdle();
+        phone.attach(socket, *mac);
+        phone.logIn();
+        executor.runUntilIdle();
+        phone.exchangeHellos();
+        socket->holdSends();
+        executor.runUntilIdle();
+        return socket;
+    }
+
+    using Titles = std::vector<std::string>;
+};
+
+TEST_F(NotesSyncTest, ANoteThatIsChangedHereGoesOutUnderItsIdAndRevision) {
+    startSecured();
+    EXPECT_EQ(call("mac.notes.create", R"({"title":"Nákup","body":"mléko"})").json,
+              R"({"created":true,"title":"Nákup"})");
+    auto created = companion->poznamky().notes()[0];
+    ASSERT_TRUE(companion->poznamky().upravit("Nákup", {}, "mouka"));
+    ASSERT_TRUE(companion->poznamky().smazat("Nákup"));
+    auto told = take<MacPayload::NoteUpdate>();
+    ASSERT_EQ(told.size(), 2U);
+    EXPECT_EQ(told[0].requestID, "note:" + created.id.text() + ":2");
+    EXPECT_EQ(told[0].message.note.body, "mouka");
+    EXPECT_EQ(told[1].requestID, "note:" + created.id.text() + ":3");
+    EXPECT_TRUE(told[1].message.note.deletedAt);
+}
+
+TEST_F(NotesSyncTest, ANoteThatAToolCreatesIsSentBesideTheAnswer) {
+    startSecured();
+    phone.call("mac.notes.create", R"({"title":"Nákup","body":"mléko"})", "r");
+    auto told = take<MacPayload::NoteUpdate>();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0].requestID, "note:" + told[0].message.note.id.text() + ":1");
+    EXPECT_EQ(told[0].message.note.title, "Nákup");
+}
+
+TEST_F(NotesSyncTest, ANoteOfThePhoneIsSavedAndThenAcknowledgedAndNotSentBack) {
+    startSecured();
+    auto incoming = note("Z telefonu", 18'446'744'073'709'551'615U);
+    phone.send({MacPayload::NoteUpdate{incoming}}, "n");
+    executor.runUntilIdle();
+    auto received = phone.take();
+    ASSERT_EQ(received.size(), 1U);
+    EXPECT_EQ(received[0].payload.value,
+              (MacPayload{MacPayload::NoteAck{incoming.id, incoming.revision}}.value));
+    EXPECT_EQ(received[0].requestID, "note-ack:" + incoming.id.text());
+    EXPECT_EQ(companion->poznamky().notes(), std::vector{incoming});
+    end();
+    start();
+    EXPECT_EQ(companion->poznamky().notes(), std::vector{incoming});
+}
+
+TEST_F(NotesSyncTest, AnOldVersionIsAcknowledgedToo) {
+    startSecured();
+    auto stored = companion->poznamky().vytvorit("Nákup", "mléko").value();
+    (void)phone.take();
+    stored.revision = 0;
+    stored.title = "starší";
+    phone.send({MacPayload::NoteUpdate{stored}}, "n");
+    auto told = take<MacPayload::NoteAck>();
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0].message.revision, 0U);
+    EXPECT_EQ(companion->poznamky().notes()[0].title, "Nákup");
+}
+
+TEST_F(NotesSyncTest, ARefusedMergeGetsNoAcknowledgement) {
+    startSecured();
+    breakSaves();
+    auto incoming = note("Z telefonu");
+    phone.send({MacPayload::NoteUpdate{incoming}}, "n");
+    phone.send({MacPayload::SummaryUpdate{summary("Týden")}}, "s");
+    executor.runUntilIdle();
+    EXPECT_TRUE(phone.take().empty());
+    EXPECT_TRUE(companion->poznamky().problem());
+    EXPECT_TRUE(companion->souhrny().problem());
+    EXPECT_EQ(trouble(), "none");
+
+    mendSaves();
+    phone.send({MacPayload::NoteUpdate{incoming}}, "n");
+    EXPECT_EQ(take<MacPayload::NoteAck>().size(), 1U);
+    EXPECT_FALSE(companion->poznamky().problem());
+}
+
+TEST_F(NotesSyncTest, ASummaryIsKeptAndAcknowledgedEachTimeAndNeverSent) {
+    startSecured();
+    auto incoming = summary("Týden");
+    for (int i = 0; i < 2; ++i) {
+        phone.send({MacPayload::SummaryUpdate{incoming}}, "s");
+        executor.runUntilIdle();
+        auto received = phone.take();
+        ASSERT_EQ(received.size(), 1U);
+        EXPECT_EQ(received[0].payload.value, (MacPayload{MacPayload::SummaryAck{incoming.id, 3}}.value));
+        EXPECT_EQ(received[0].requestID, "summary-ack:" + incoming.id.text());
+        incoming.body = "stejná revize, jiný text";
+    }
+    EXPECT_EQ(companion->souhrny().summaries()[0].body, "shrnutí");
+    connectAgain();
+    EXPECT_TRUE(take<MacPayload::SummaryUpdate>().empty());
+}
+
+TEST_F(NotesSyncTest, ANoteAckIsIgnored) {
+    startSecured();
+    auto created = companion->poznamky().vytvorit("Nákup", "mléko").value();
+    EXPECT_EQ(takeUpdates(), Titles{"Nákup"});
+    phone.send({MacPayload::NoteAck{created.id, created.revision}}, "a");
+    phone.send({MacPayload::SummaryAck{created.id, created.revision}}, "a");
+    executor.runUntilIdle();
+    EXPECT_TRUE(phone.take().empty());
+    connectAgain();
+    EXPECT_EQ(takeUpdates(), Titles{"Nákup"}) << "sent again although it was acknowledged";
+}
+
+TEST_F(NotesSyncTest, AllNotesWithTombstonesGoOutAfterTheStatusEachTimeTheLinkIsReady) {
+    startSecured();
+    ASSERT_TRUE(companion->poznamky().vytvorit("první", "a"));
+    ASSERT_TRUE(companion->poznamky().vytvorit("druhá", "b"));
+    ASSERT_TRUE(companion->poznamky().smazat("první"));
+    executor.runUntilIdle();
+    for (int i = 0; i < 2; ++i) {
+        (void)phone.take();
+        connectAgain();
+        auto received = phone.take();
+        ASSERT_EQ(received.size(), 3U);
+        EXPECT_TRUE(received[0].payload.as<MacPayload::Status>());
+        const auto* first = received[1].payload.as<MacPayload::NoteUpdate>();
+        const auto* second = received[2].payload.as<MacPayload::NoteUpdate>();
+        ASSERT_TRUE(first && second);
+        EXPECT_EQ(first->note.title, "první");
+        EXPECT_TRUE(first->note.deletedAt);
+        EXPECT_EQ(received[1].requestID, "note:" + first->note.id.text() + ":2");
+        EXPECT_EQ(second->note.title, "druhá");
+    }
+}
+
+TEST_F(NotesSyncTest, WithTheLinkDownANoteWaitsForTheNextReadyAndGoesOutWithAllOthers) {
+    startSecured();
+    ASSERT_TRUE(companion->poznamky().vytvorit("první", "a"));
+    EXPECT_EQ(takeUpdates(), Titles{"první"});
+    companion->odpojit();
+    executor.runUntilIdle();
+    ASSERT_TRUE(companion->poznamky().vytvorit("druhá", "b"));
+    executor.runUntilIdle();
+    EXPECT_TRUE(phone.take().empty());
+    connectAgain();
+    EXPECT_EQ(takeUpdates(), (Titles{"první", "druhá"}));
+}
+
+TEST_F(NotesSyncTest, EachSendOfTheCatchUpIsAwaitedAndCallsWaitForItsEnd) {
+    startSecured();
+    for (const char* title : {"první", "druhá", "třetí"})
+        ASSERT_TRUE(companion->poznamky().vytvorit(title, "a"));
+    executor.runUntilIdle();
+    auto socket = stallCatchUp();
+    (void)phone.take();
+    phone.call("mac.status", "{}", "r");
+    executor.runUntilIdle();
+    EXPECT_TRUE(phone.take().empty()) << "one send waits, and nothing is sent beside it";
+    socket->takeSends();
+    executor.runUntilIdle();
+    auto received = phone.take();
+    ASSERT_EQ(received.size(), 4U);
+    EXPECT_TRUE(received[3].payload.as<MacPayload::ToolResult>());
+}
+
+TEST_F(NotesSyncTest, AChangeDuringTheCatchUpMayOvertakeIt) {
+    startSecured();
+    for (const char* title : {"první", "druhá"}) ASSERT_TRUE(companion->poznamky().vytvorit(title, "a"));
+    executor.runUntilIdle();
+    auto socket = stallCatchUp();
+    ASSERT_TRUE(companion->poznamky().upravit("druhá", {}, "změněno"));
+    ASSERT_TRUE(companion->poznamky().vytvorit("třetí", "c"));
+    executor.runUntilIdle();
+    socket->takeSends();
+    auto told = take<MacPayload::NoteUpdate>();
+    std::map<std::string, std::string> last;
+    for (const auto& one : told) last[one.message.note.title] = one.message.note.body;
+    EXPECT_EQ(last,
+              (std::map<std::string, std::string>{{"první", "a"}, {"druhá", "změněno"}, {"třetí", "c"}}));
+}
+
+TEST_F(NotesSyncTest, ALinkThatGoesEndsTheCatchUpAndTheNextOneBeginsAnew) {
+    startSecured();
+    for (int i = 0; i < 5; ++i) ASSERT_TRUE(companion->poznamky().vytvorit("p" + std::to_string(i), "a"));
+    executor.runUntilIdle();
+    (void)stallCatchUp();
+    connectAgain();
+    EXPECT_EQ(takeUpdates().size(), 5U);
+    EXPECT_EQ(trouble(), "none");
+}
+
+TEST_F(NotesSyncTest, NotesAreOffTheOfferWithTheirSwitchButStayInStep) {
+    startSecured();
+    companion->integrations().set(Integration::notes, false);
+    EXPECT_EQ(call("mac.notes.search", "{}").json,
+              R"({"error":"Nástroj mac.notes.search tenhle Mac nemá."})");
+    phone.send({MacPayload::NoteUpdate{note("Z telefonu")}}, "n");
+    EXPECT_EQ(take<MacPayload::NoteAck>().size(), 1U);
+}
+
+TEST_F(NotesSyncTest, AnEndInTheMiddleOfACatchUpIsClean) {
+    startSecured();
+    for (int i = 0; i < 5; ++i) ASSERT_TRUE(companion->poznamky().vytvorit("p" + std::to_string(i), "a"));
+    (void)stallCatchUp();
+    end();
+}
+
+} // namespace
+} // namespace morvex
