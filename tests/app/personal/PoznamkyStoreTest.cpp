@@ -1,9 +1,5 @@
-#include "app/personal/PoznamkyStore.h"
-
-#include "app/personal/ArchiveLoading.h"
 #include "foundation/Text.h"
-#include "shared/wire/Json.h"
-#include "tests/app/personal/PersonalStores.h"
+#include "tests/app/personal/PoznamkyFixture.h"
 
 #include <limits>
 
@@ -11,50 +7,7 @@ namespace morvex {
 namespace {
 
 using namespace std::chrono_literals;
-
-class PoznamkyStoreTest : public PersonalStores {
-  protected:
-    PoznamkyStoreTest() { watch(); }
-
-    void watch() {
-        store.priZmene = [this](const MorvexNote& note) { changes.push_back(note); };
-        store.onChange = [this] { ++viewChanges; };
-    }
-
-    MorvexNote create(const std::string& title, const std::string& body = "obsah") {
-        clock.advance(1s);
-        return store.vytvorit(title, body).value();
-    }
-
-    /// A note as the phone sends it.
-    MorvexNote fromPhone(const std::string& title, std::uint64_t revision = 1) {
-        return {phoneRandom.uuid(), title, "z telefonu", clock.now(), clock.now(), revision, {}};
-    }
-
-    [[nodiscard]] PoznamkyStore reloaded() { return PoznamkyStore::load(support.path(), clock, random); }
-
-    static std::vector<std::string> titles(const std::vector<MorvexNote>& notes) {
-        std::vector<std::string> titles;
-        for (const auto& note : notes) titles.push_back(note.title);
-        return titles;
-    }
-
-    static std::string sentence(const Result<MorvexNote>& outcome) {
-        return outcome ? "no failure" : outcome.error().popis();
-    }
-
-    using Titles = std::vector<std::string>;
-
-    std::filesystem::path file = folder / "notes-from-iphone.json";
-    PoznamkyStore store = reloaded();
-    ScriptedRandom phoneRandom = [] {
-        ScriptedRandom random;
-        for (int i = 0; i < 1000; ++i) (void)random.uuid();
-        return random;
-    }();
-    std::vector<MorvexNote> changes;
-    int viewChanges = 0;
-};
+using PoznamkyStoreTest = PoznamkyFixture;
 
 TEST_F(PoznamkyStoreTest, ANewNoteIsTrimmedSavedShownAndTold) {
     auto note = store.vytvorit("  Nákup \n", "\t mléko \n").value();
@@ -222,56 +175,6 @@ TEST_F(PoznamkyStoreTest, ADeletedNoteStaysAsARecordAndASecondDeleteFindsNothing
     EXPECT_EQ(sentence(store.smazat("ZLUTOUCKY KUN")), "Poznámku s tímto názvem jsem nenašel.");
 }
 
-TEST_F(PoznamkyStoreTest, ANoteOfThePhoneIsAddedAndNotToldBack) {
-    auto note = fromPhone("Z telefonu");
-    EXPECT_TRUE(store.prijmout(note));
-    EXPECT_EQ(store.notes(), std::vector{note});
-    EXPECT_EQ(reloaded().notes(), std::vector{note});
-    EXPECT_TRUE(changes.empty());
-    EXPECT_EQ(viewChanges, 1);
-}
-
-TEST_F(PoznamkyStoreTest, ADeletedNoteOfThePhoneIsKeptEvenWhenItWasNeverHere) {
-    auto deleted = fromPhone("Smazaná", 4);
-    deleted.deletedAt = clock.now();
-    EXPECT_TRUE(store.prijmout(deleted));
-    EXPECT_TRUE(store.notes().empty());
-    EXPECT_EQ(reloaded().vsechny(), std::vector{deleted});
-    EXPECT_EQ(viewChanges, 0);
-}
-
-TEST_F(PoznamkyStoreTest, TheRevisionDecidesAndAtEqualOnesTheLaterChange) {
-    auto stored = create("Nákup");
-    create("další");
-
-    struct Row {
-        std::uint64_t revision;
-        Clock::Duration later;
-        bool replaces;
-    };
-
-    const auto base = std::chrono::duration_cast<Date::duration>(0s);
-    for (auto [revision, later, replaces] : {Row{0, 9s, false}, Row{1, 0s, false}, Row{1, -1s, false},
-                                             Row{1, 1s, true}, Row{2, -9s, true}, Row{1, 99s, false}}) {
-        auto incoming = stored;
-        incoming.title = "verze " + std::to_string(revision) + "/" + std::to_string(later.count());
-        incoming.revision = revision;
-        incoming.updatedAt += base + std::chrono::duration_cast<Date::duration>(later);
-        auto before = textIn(file);
-        EXPECT_TRUE(store.prijmout(incoming)) << incoming.title;
-        EXPECT_EQ(store.vsechny()[0] == incoming, replaces) << incoming.title;
-        EXPECT_EQ(textIn(file) != before, replaces) << incoming.title;
-    }
-    EXPECT_EQ(store.vsechny()[1].title, "další") << "a replaced note keeps its place";
-}
-
-TEST_F(PoznamkyStoreTest, AnIgnoredNoteIsTakenEvenWhileNothingCanBeSaved) {
-    auto note = create("Nákup");
-    breakSaves();
-    EXPECT_TRUE(store.prijmout(note));
-    EXPECT_FALSE(store.problem());
-}
-
 TEST_F(PoznamkyStoreTest, ALocalFailureIsNotRolledBack) {
     auto note = create("Nákup");
     viewChanges = 0;
@@ -289,115 +192,6 @@ TEST_F(PoznamkyStoreTest, ALocalFailureIsNotRolledBack) {
     ASSERT_TRUE(store.smazat("Druhá"));
     EXPECT_EQ(reloaded().vsechny()[0].body, "změněno");
     EXPECT_EQ(titles(store.notes()), Titles{"Nákup"});
-}
-
-TEST_F(PoznamkyStoreTest, ANoteOfThePhoneThatCannotBeSavedIsPutBackAndToldOf) {
-    auto note = create("Nákup");
-    viewChanges = 0;
-    breakSaves();
-    auto newer = note;
-    newer.revision = 9;
-    newer.body = "novější";
-    EXPECT_FALSE(store.prijmout(newer));
-    EXPECT_FALSE(store.prijmout(fromPhone("Nová")));
-    EXPECT_EQ(store.vsechny(), std::vector{note});
-    EXPECT_EQ(store.notes(), std::vector{note});
-    EXPECT_TRUE(store.problem());
-    EXPECT_EQ(viewChanges, 1);
-
-    mendSaves();
-    EXPECT_TRUE(store.prijmout(newer));
-    EXPECT_FALSE(store.problem());
-    EXPECT_EQ(reloaded().notes(), std::vector{newer});
-}
-
-TEST_F(PoznamkyStoreTest, PuttingBackKeepsLocalChangesThatWaitForASaveAndShowsThem) {
-    create("Nákup");
-    breakSaves();
-    EXPECT_FALSE(store.vytvorit("Druhá", "obsah"));
-    EXPECT_FALSE(store.prijmout(fromPhone("Nová")));
-    EXPECT_EQ(titles(store.notes()), (Titles{"Nákup", "Druhá"}));
-    EXPECT_EQ(store.vsechny().size(), 2U);
-}
-
-TEST_F(PoznamkyStoreTest, AnyGoodSaveClearsTheProblem) {
-    breakSaves();
-    EXPECT_FALSE(store.prijmout(fromPhone("Nová")));
-    EXPECT_TRUE(store.problem());
-    mendSaves();
-    create("místní");
-    EXPECT_FALSE(store.problem());
-}
-
-TEST_F(PoznamkyStoreTest, ABadArchiveCountsAsNoneAndIsKeptAsideBeforeTheNextSave) {
-    const std::vector<std::string> bad{
-        "",
-        "ne",
-        "[]",
-        R"({"schemaVersion":1})",
-        R"({"schemaVersion":2,"notes":[]})",
-        R"({"schemaVersion":0,"notes":[]})",
-        R"({"schemaVersion":"1","notes":[]})",
-        R"({"schemaVersion":1,"notes":[{"id":"x"}]})",
-        R"({"schemaVersion":1,"notes":[{"id":"00000000-0000-4000-8000-000000000001","title":"a","body":"b",)"
-        R"("createdAt":"2026-01-01T00:00:00Z","updatedAt":0,"revision":1}]})",
-    };
-    for (const auto& text : bad) {
-        std::filesystem::remove_all(folder);
-        put(file, text);
-        auto opened = reloaded();
-        EXPECT_TRUE(opened.vsechny().empty()) << text;
-        EXPECT_FALSE(opened.problem()) << text;
-        EXPECT_EQ(textIn(file), text);
-        auto note = opened.vytvorit("Nová", "obsah").value();
-        EXPECT_EQ(reloaded().vsechny(), std::vector{note}) << text;
-        EXPECT_EQ(textIn(file.string() + ".damaged"), text);
-    }
-}
-
-TEST_F(PoznamkyStoreTest, AnArchiveOfAnotherVersionIsReplacedByVersion1AndWhatWasAddedSince) {
-    create("stará");
-    auto text = textIn(file);
-    put(file, text.replace(text.find(":1,"), 3, ":2,"));
-    auto opened = reloaded();
-    EXPECT_TRUE(opened.notes().empty());
-    ASSERT_TRUE(opened.prijmout(fromPhone("nová")));
-    EXPECT_TRUE(textIn(file).starts_with(R"({"schemaVersion":1,)"));
-    EXPECT_EQ(titles(reloaded().vsechny()), Titles{"nová"});
-}
-
-TEST_F(PoznamkyStoreTest, AHugeArchiveIsNotReadAndNotWritten) {
-    put(file, std::string(longestArchive + 1, ' '));
-    auto opened = reloaded();
-    EXPECT_TRUE(opened.vsechny().empty());
-    EXPECT_TRUE(opened.vytvorit("a", "b"));
-    auto large = fromPhone("velká");
-    large.body = std::string(longestArchive, 'x');
-    EXPECT_FALSE(opened.prijmout(large));
-    EXPECT_EQ(titles(opened.vsechny()), Titles{"a"});
-}
-
-TEST_F(PoznamkyStoreTest, KeepsTheFractionsOfItsOwnDates) {
-    clock.setWallClock(dateFromSeconds(1'800'000'000) + std::chrono::microseconds(123'457));
-    auto note = store.vytvorit("Nákup", "obsah").value();
-    EXPECT_EQ(reloaded().notes(), std::vector{note});
-}
-
-TEST_F(PoznamkyStoreTest, TheHighestRevisionIsTakenShownSavedAndReadAndSupersededByALaterDate) {
-    auto last = fromPhone("Poslední", std::numeric_limits<std::uint64_t>::max());
-    EXPECT_TRUE(store.prijmout(last));
-    EXPECT_TRUE(store.prijmout(last));
-    EXPECT_EQ(reloaded().notes(), std::vector{last});
-    last.updatedAt += 1s;
-    EXPECT_TRUE(store.prijmout(last));
-    EXPECT_EQ(store.notes(), std::vector{last});
-    EXPECT_TRUE(store.vytvorit("Jiná", "obsah"));
-}
-
-TEST_F(PoznamkyStoreTest, ALocalChangeOfTheHighestRevisionEndsTheProcess) {
-    ASSERT_TRUE(store.prijmout(fromPhone("Poslední", std::numeric_limits<std::uint64_t>::max())));
-    EXPECT_DEATH((void)store.upravit("Poslední", {}, {}), "no higher revision");
-    EXPECT_DEATH((void)store.smazat("Poslední"), "no higher revision");
 }
 
 } // namespace
