@@ -59,11 +59,11 @@ void RealCompanion::pass(std::chrono::seconds time) {
 }
 
 CompanionServices RealCompanion::services() {
-    return {main_,      main_,      main_,     {{link_, clock_, sockets_}, random_},
-            http_,      store_,     defaults_, bookmarks_,
-            picker_,    folders_,   power_,    sleep_,
-            inhibitor_, loginItem_, programs_, {},
-            "Počítač",  "1.0 (1)"};
+    return {main_,      main_,      main_,      {{link_, clock_, sockets_}, random_},
+            http_,      store_,     vault_,     defaults_,
+            bookmarks_, picker_,    folders_,   power_,
+            sleep_,     inhibitor_, loginItem_, programs_,
+            {},         "Počítač",  "1.0 (1)"};
 }
 
 } // namespace morvex

@@ -12,6 +12,7 @@
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/MemoryBookmarks.h"
 #include "platform/memory/MemoryDefaults.h"
+#include "platform/memory/MemoryVault.h"
 #include "platform/memory/ScriptedPrograms.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
@@ -72,6 +73,7 @@ class RealCompanion {
     BeastWebSocketClient sockets_;
     CurlHttpClient http_;
     PametoveUloziste store_;
+    MemoryVault vault_;
     MemoryDefaults defaults_;
     MemoryBookmarks bookmarks_;
     FakeFolderPicker picker_;
