@@ -43,6 +43,12 @@ bool BehProgramu::zrusit() {
     return zastav(&BehProgramu::zruseno_);
 }
 
+bool BehProgramu::ukoncit() {
+    std::lock_guard lock(zamek_);
+    if (bezi_) child_->signalGroup(ChildSignal::terminate);
+    return bezi_;
+}
+
 void BehProgramu::exited(std::int32_t status) {
     {
         std::lock_guard lock(zamek_);

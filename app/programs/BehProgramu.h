@@ -27,6 +27,9 @@ class BehProgramu final : public ChildListener, public std::enable_shared_from_t
     /// Asks the program to stop. False when it does not run. From any thread.
     bool zrusit();
 
+    /// The same without the second stage and without a mark in the result.
+    bool ukoncit();
+
   private:
     using Priznak = bool BehProgramu::*;
 

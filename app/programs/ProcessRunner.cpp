@@ -24,12 +24,18 @@ Task<Result<VysledekProcesu>> ProcessRunner::spustit(OutsideProgram program, Clo
 }
 
 bool ProcessRunner::zrusit() {
-    std::shared_ptr<BehProgramu> beh;
-    {
-        std::lock_guard lock(zamek_);
-        beh = proces_;
-    }
+    auto beh = drzeny();
     return beh && beh->zrusit();
+}
+
+bool ProcessRunner::ukoncit() {
+    auto beh = drzeny();
+    return beh && beh->ukoncit();
+}
+
+std::shared_ptr<BehProgramu> ProcessRunner::drzeny() {
+    std::lock_guard lock(zamek_);
+    return proces_;
 }
 
 void ProcessRunner::drz(std::shared_ptr<BehProgramu> beh) {

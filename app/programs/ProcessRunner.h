@@ -30,8 +30,13 @@ class ProcessRunner {
     /// when no program runs. From any thread.
     bool zrusit();
 
+    /// Asks once, politely: nothing is killed later, and the result does not tell of it. Else as `zrusit`,
+    /// also from within the line callback.
+    bool ukoncit();
+
   private:
     void drz(std::shared_ptr<BehProgramu> beh);
+    std::shared_ptr<BehProgramu> drzeny();
 
     ProcessLauncher& launcher_;
     Clock& clock_;

@@ -33,7 +33,7 @@ void SberVystupu::pridejChyby(std::string_view chunk) {
 }
 
 void SberVystupu::dokonci() {
-    if (naRadek_) predej(std::exchange(nedokoncenyRadek_, {}));
+    if (naRadek_) predejNedokonceny();
 }
 
 std::string SberVystupu::vezmiVystup() {
@@ -46,17 +46,33 @@ std::string SberVystupu::vezmiChyby() {
 
 void SberVystupu::rozdel(std::string_view text) {
     for (auto end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
-        if (nedokoncenyRadek_.empty())
+        if (nedokoncenyRadek_.empty() && !prilisDlouhy_) {
             predej(text.substr(0, end));
-        else
-            predej(std::exchange(nedokoncenyRadek_, {}).append(text.substr(0, end)));
+        } else {
+            pripoj(text.substr(0, end));
+            predejNedokonceny();
+        }
         text.remove_prefix(end + 1);
     }
-    nedokoncenyRadek_ += text;
+    pripoj(text);
+}
+
+void SberVystupu::pripoj(std::string_view text) {
+    if (text.size() > zachyt_.radek - nedokoncenyRadek_.size()) prilisDlouhy_ = true;
+    if (prilisDlouhy_)
+        std::string().swap(nedokoncenyRadek_);
+    else
+        nedokoncenyRadek_ += text;
+}
+
+void SberVystupu::predejNedokonceny() {
+    prilisDlouhy_ = false;
+    predej(std::exchange(nedokoncenyRadek_, {}));
 }
 
 void SberVystupu::predej(std::string_view radek) const {
-    if (radek.find_first_not_of(" \t") != std::string_view::npos) naRadek_(radek);
+    if (radek.size() <= zachyt_.radek && radek.find_first_not_of(" \t") != std::string_view::npos)
+        naRadek_(radek);
 }
 
 } // namespace morvex

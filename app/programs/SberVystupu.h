@@ -12,12 +12,14 @@ namespace morvex {
 /// lock held: it must not block.
 using NaRadek = std::function<void(std::string_view)>;
 
-/// How many bytes of each stream are kept; what comes later is read and dropped. Lines are delivered all.
+/// How many bytes are kept; what is beyond is read and dropped. Lines are delivered all, but for those that
+/// are too long.
 struct Zachyt {
     static constexpr std::size_t vse = std::numeric_limits<std::size_t>::max();
 
     std::size_t vystup = vse;
     std::size_t chyby = vse;
+    std::size_t radek = 16 * 1024 * 1024; ///< the longest line; a longer one is passed over as a whole
 };
 
 /// Collects what a program writes and cuts its standard output into lines. Belongs to the thread that reads
@@ -38,6 +40,8 @@ class SberVystupu {
 
   private:
     void rozdel(std::string_view text);
+    void pripoj(std::string_view text);
+    void predejNedokonceny();
     void predej(std::string_view radek) const;
 
     NaRadek naRadek_;
@@ -45,6 +49,7 @@ class SberVystupu {
     std::string vystup_;
     std::string chyby_;
     std::string nedokoncenyRadek_;
+    bool prilisDlouhy_ = false; ///< of the unfinished line, which is then empty
 };
 
 } // namespace morvex

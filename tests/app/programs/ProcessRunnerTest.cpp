@@ -132,6 +132,30 @@ TEST_F(ProcessRunnerTest, KeepsNoMoreThanTheCallerWantsAndDeliversAllLines) {
     EXPECT_EQ(lines, (std::vector<std::string>{"abc", "def"}));
 }
 
+TEST_F(ProcessRunnerTest, ALineThatIsTooLongIsPassedOverAsAWhole) {
+    const std::vector<std::vector<std::string>> cases = {
+        {"a\n12345\n1234\n"},                        // whole in one chunk
+        {"a\n123", "45", "67\n12", "34\n"},          // found out within a chunk
+        {"a\n1234", "5", "\n1234\n"},                // longer by one
+        {"a\n", "123456", "  ", "  \n", "1234", ""}, // blank at its end; the last line has no line break
+    };
+    for (const auto& chunks : cases) {
+        lines.clear();
+        begin({.radek = 4});
+        for (const auto& chunk : chunks)
+            if (!chunk.empty()) say(chunk);
+        exitAndEnd();
+        EXPECT_EQ(lines, (std::vector<std::string>{"a", "1234"}));
+    }
+}
+
+TEST_F(ProcessRunnerTest, ALastLineThatIsTooLongIsPassedOver) {
+    begin({.radek = 4});
+    for (const char* chunk : {"a\n", "123", "456"}) say(chunk);
+    EXPECT_EQ(exitAndEnd().vystup, "a\n123456");
+    EXPECT_EQ(lines, std::vector<std::string>{"a"});
+}
+
 TEST_F(ProcessRunnerTest, WithoutACallbackTheOutputIsKept) {
     begin({}, false);
     say("a\nb");
@@ -192,6 +216,20 @@ TEST_F(ProcessRunnerTest, ACancelStopsInTheSameStages) {
     auto whole = exitAndEnd(9);
     EXPECT_TRUE(whole.zruseno);
     EXPECT_FALSE(whole.vyprselCas);
+}
+
+TEST_F(ProcessRunnerTest, AnEndingIsAskedForOnceAndLeavesNoMark) {
+    begin();
+    EXPECT_TRUE(runner.ukoncit());
+    clock.advance(5s);
+    EXPECT_EQ(child().signals, Signals{ChildSignal::terminate});
+    exit(15);
+    EXPECT_FALSE(runner.ukoncit());
+    auto whole = end();
+    EXPECT_FALSE(runner.ukoncit());
+    EXPECT_FALSE(whole.zruseno);
+    EXPECT_FALSE(whole.vyprselCas);
+    EXPECT_EQ(whole.navratovyKod, 15);
 }
 
 TEST_F(ProcessRunnerTest, EachFlagIsSetByItsOwnTrigger) {
