@@ -1,14 +1,17 @@
 #pragma once
 
+#include "app/agents/Adaptery.h"
 #include "app/agents/AgentChyba.h"
+#include "app/agents/AgentDetection.h"
 #include "app/agents/Bezici.h"
+#include "app/agents/PosluchacAgenta.h"
+#include "app/agents/Prubeh.h"
 #include "app/programs/ProgramDiscovery.h"
 #include "foundation/Clock.h"
 #include "foundation/Task.h"
 #include "platform/ports/ProcessLauncher.h"
 #include "shared/wire/MacStatus.h"
 
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -17,8 +20,8 @@
 
 namespace morvex {
 
-class AgentAdapter;
 class ProcessRunner;
+class ProgressQueue;
 
 /// Runs a coding agent as a task in the background: starts it in a folder with an instruction, follows its
 /// events, remembers its session and gives its final text. One task at a time, whatever the agent and folder.
@@ -46,11 +49,7 @@ class AgentRunner {
         std::optional<std::string> relace; ///< the session to continue, unless one is remembered here
     };
 
-    /// Called on the main thread while the task runs; each may be empty.
-    struct Posluchac {
-        std::function<void(std::string)> priPrubehu; ///< a text for the user; `bezici` has it already
-        std::function<void(std::string)> priRelaci;  ///< each session id when it is first seen
-    };
+    using Posluchac = PosluchacAgenta;
 
     struct Vysledek {
         std::string text;
@@ -60,7 +59,7 @@ class AgentRunner {
     };
 
     /// `stop` ends the task that is under way and lets none start; for the end of the program.
-    AgentRunner(Services services, std::stop_token stop);
+    AgentRunner(Services services, std::stop_token stop, Adaptery adaptery = znameAdaptery());
     ~AgentRunner();
     AgentRunner(const AgentRunner&) = delete;
     AgentRunner& operator=(const AgentRunner&) = delete;
@@ -80,9 +79,23 @@ class AgentRunner {
     [[nodiscard]] const Bezici* bezici() const { return bezici_.get(); }
 
   private:
+    struct Nalezeno {
+        std::shared_ptr<const AgentAdapter> adapter;
+        std::string binarka;
+    };
+
+    [[nodiscard]] std::shared_ptr<const AgentAdapter> adapter(const std::string& nastroj) const;
+    [[nodiscard]] Result<void> overVolno() const;
+    Task<Result<Nalezeno>> priprav(std::string nastroj, std::string instrukce, std::string slozka);
+    Task<Result<Vysledek>> pracuj(Nalezeno nalezeno, Zadani zadani, Posluchac posluchac);
+    Task<Result<Prubeh>> navaz(Nalezeno nalezeno, Zadani zadani, std::shared_ptr<ProgressQueue> ohlasy);
+    Task<Result<Prubeh>> probehni(std::shared_ptr<const AgentAdapter> adapter, OutsideProgram program,
+                                  std::shared_ptr<ProgressQueue> ohlasy);
+
     Services services_;
     std::stop_token stop_;
-    std::map<std::string, std::unique_ptr<const AgentAdapter>> adaptery_;
+    AgentDetection detekce_;
+    const Adaptery adaptery_;
     std::shared_ptr<ProcessRunner> proces_;
     std::shared_ptr<Bezici> bezici_;
     std::map<std::string, std::string> relace_; ///< session by agent and folder

@@ -1,0 +1,73 @@
+#include "app/agents/AgentDetection.h"
+
+#include "app/programs/ProcessRunner.h"
+#include "foundation/Text.h"
+
+#include <algorithm>
+#include <ranges>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+constexpr std::chrono::seconds versionLimit{15};
+constexpr Zachyt zachyt{.vystup = 64 * 1024, .chyby = 64 * 1024};
+
+/// Trimmed; nothing when all lines are blank.
+std::optional<std::string> firstLine(std::string_view text) {
+    auto trimmed = trim(text);
+    auto line = trim(std::string_view(trimmed).substr(0, trimmed.find('\n')));
+    return line.empty() ? std::nullopt : std::optional(std::move(line));
+}
+
+} // namespace
+
+Task<AgentStatus> AgentDetection::zjisti(std::shared_ptr<const AgentAdapter> adapter) {
+    AgentStatus status;
+    auto found = co_await discovery_.najdiBinarku(adapter->jmenaBinarky());
+    if (!found) {
+        status.problem = co_await neniNalezeno(adapter);
+        co_return status;
+    }
+    status.installed = true;
+    status.source = found->adresar;
+    OutsideProgram program{.binary = found->binarka,
+                           .args = {"--version"},
+                           .cwd = {},
+                           .env = co_await discovery_.prostrediNastroju()};
+    status.version = co_await verze(program);
+    if (auto login = adapter->kontrolaPrihlaseni()) {
+        program.args = login->argumenty;
+        if (!co_await uspesne(std::move(program), login->limit)) status.problem = login->problem;
+    }
+    if (!status.problem && !status.version)
+        status.problem = "Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.";
+    co_return status;
+}
+
+Task<std::string> AgentDetection::neniNalezeno(std::shared_ptr<const AgentAdapter> adapter) {
+    auto path = co_await discovery_.prihlasovaciPath();
+    auto entries = path.empty() ? 0 : std::ranges::count(path, ':') + 1;
+    co_return "Binárku „" + adapter->jmenaBinarky().front() + "“ jsem nenašel (prohledáno " +
+        std::to_string(entries) + " adresářů). " + adapter->napoveda();
+}
+
+Task<std::optional<std::string>> AgentDetection::verze(OutsideProgram program) {
+    auto answer = co_await uspesne(std::move(program), versionLimit);
+    if (!answer) co_return std::nullopt;
+    auto line = firstLine(answer->vystup);
+    co_return line ? line : firstLine(answer->chyby);
+}
+
+/// Nothing when the program could not be started, failed, or was stopped.
+Task<std::optional<VysledekProcesu>> AgentDetection::uspesne(OutsideProgram program, Clock::Duration limit) {
+    if (stop_.stop_requested()) co_return std::nullopt;
+    ProcessRunner runner(launcher_, clock_);
+    std::stop_callback cancel(stop_, [&runner] { runner.zrusit(); });
+    auto result = co_await runner.spustit(std::move(program), limit, {}, zachyt);
+    if (!result || result->navratovyKod != 0 || result->zruseno || result->vyprselCas) co_return std::nullopt;
+    co_return *std::move(result);
+}
+
+} // namespace morvex

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "app/agents/AgentAdapter.h"
+#include "app/programs/ProgramDiscovery.h"
+#include "app/programs/VysledekProcesu.h"
+#include "foundation/Clock.h"
+#include "foundation/Task.h"
+#include "platform/ports/ProcessLauncher.h"
+#include "shared/wire/MacStatus.h"
+
+#include <memory>
+#include <optional>
+#include <stop_token>
+#include <string>
+
+namespace morvex {
+
+/// Finds out whether an agent is there and can be used. What it is given outlives it.
+class AgentDetection {
+  public:
+    /// `stop` ends the programs that are asked.
+    AgentDetection(ProcessLauncher& launcher, Clock& clock, ProgramDiscovery& discovery, std::stop_token stop)
+        : launcher_(launcher), clock_(clock), discovery_(discovery), stop_(std::move(stop)) {}
+
+    /// Never fails: `problem` tells. Asks the agent for its version (15 seconds at most) and its login.
+    Task<AgentStatus> zjisti(std::shared_ptr<const AgentAdapter> adapter);
+
+  private:
+    Task<std::string> neniNalezeno(std::shared_ptr<const AgentAdapter> adapter);
+    Task<std::optional<std::string>> verze(OutsideProgram program);
+    Task<std::optional<VysledekProcesu>> uspesne(OutsideProgram program, Clock::Duration limit);
+
+    ProcessLauncher& launcher_;
+    Clock& clock_;
+    ProgramDiscovery& discovery_;
+    std::stop_token stop_;
+};
+
+} // namespace morvex

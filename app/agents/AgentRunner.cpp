@@ -1,0 +1,178 @@
+#include "app/agents/AgentRunner.h"
+
+#include "app/agents/ProgressQueue.h"
+#include "app/agents/SberatelZprav.h"
+#include "app/programs/ProcessRunner.h"
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+#include "shared/base/Require.h"
+#include "shared/wire/TalkSpanError.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+constexpr std::chrono::seconds timeLimit{900};
+/// The events are read line by line; of the errors a sentence for the user is made.
+constexpr Zachyt zachyt{.vystup = 0, .chyby = 64 * 1024};
+
+bool isFolder(const std::string& path) {
+    std::error_code ignored;
+    return std::filesystem::is_directory(path, ignored);
+}
+
+/// A session id comes from outside; one that begins like an option would be read as one.
+std::optional<std::string> usable(std::optional<std::string> session) {
+    return session && !session->empty() && !session->starts_with('-') ? std::move(session) : std::nullopt;
+}
+
+/// On the thread that reads the output. The adapter and all that is captured may outlive the runner.
+NaRadek follow(std::shared_ptr<const AgentAdapter> adapter, std::shared_ptr<SberatelZprav> sberatel,
+               std::shared_ptr<ProgressQueue> ohlasy, std::weak_ptr<ProcessRunner> proces) {
+    return [adapter, sberatel, ohlasy, proces](std::string_view radek) {
+        auto zprava = adapter->precti(radek);
+        if (!zprava) return;
+        ProgressQueue::Ohlas ohlas;
+        if (sberatel->pridej(*zprava) == SberatelZprav::Relace::nova)
+            ohlas.relace = std::move(zprava->relace);
+        ohlas.prubeh = std::move(zprava->prubeh);
+        if (ohlas.relace || ohlas.prubeh) ohlasy->pridej(std::move(ohlas));
+        if (!zprava->chyba) return;
+        if (auto running = proces.lock()) running->ukoncit();
+    };
+}
+
+/// Standard error alone is asked, whatever has ended the run.
+bool isSessionGone(const AgentAdapter& adapter, const VysledekProcesu& vysledek) {
+    bool failed = vysledek.navratovyKod != 0 || vysledek.zruseno || vysledek.vyprselCas;
+    return failed && adapter.jeRelacePryc(vysledek.chyby);
+}
+
+Result<AgentRunner::Vysledek> outcome(const AgentAdapter& adapter, Prubeh prubeh) {
+    const auto& vysledek = prubeh.vysledek;
+    auto toolFailed = [&adapter](std::string message) {
+        return fail(TalkSpanError{TalkSpanError::ToolFailed{adapter.id(), std::move(message)}});
+    };
+    if (vysledek.zruseno) return fail(TalkSpanError{TalkSpanError::Cancelled{}});
+    if (vysledek.vyprselCas) return fail(TalkSpanError{TalkSpanError::TimedOut{timeLimit.count()}});
+    if (prubeh.chyba) return toolFailed(*std::move(prubeh.chyba));
+    if (vysledek.navratovyKod != 0) {
+        auto words = trim(vysledek.chyby);
+        auto status = std::to_string(vysledek.navratovyKod);
+        return toolFailed(words.empty() ? "Proces skončil s kódem " + status + "." : std::move(words));
+    }
+    auto text = prubeh.zaver ? std::move(prubeh.zaver) : std::move(prubeh.posledniText);
+    return AgentRunner::Vysledek{std::move(text).value_or("Nástroj nevrátil žádný text."),
+                                 std::move(prubeh.relace)};
+}
+
+} // namespace
+
+AgentRunner::AgentRunner(Services services, std::stop_token stop, Adaptery adaptery)
+    : services_(services),
+      stop_(stop),
+      detekce_(services.launcher, services.clock, services.discovery, std::move(stop)),
+      adaptery_(std::move(adaptery)) {}
+
+AgentRunner::~AgentRunner() = default;
+
+std::shared_ptr<const AgentAdapter> AgentRunner::adapter(const std::string& nastroj) const {
+    auto found = adaptery_.find(nastroj);
+    return found == adaptery_.end() ? nullptr : found->second;
+}
+
+Task<AgentStatus> AgentRunner::zjisti(std::string nastroj) {
+    auto known = adapter(nastroj);
+    if (!known) co_return AgentStatus{false, {}, {}, "Neznámý nástroj."};
+    co_return co_await detekce_.zjisti(std::move(known));
+}
+
+Task<Result<AgentRunner::Vysledek>> AgentRunner::spust(Zadani zadani, Posluchac posluchac) {
+    vyzaduj(services_.main.isCurrent(), "agents are run on the main thread");
+    CO_CHECK(overVolno());
+    CO_TRY(auto, nalezeno, co_await priprav(zadani.nastroj, zadani.instrukce, zadani.slozka));
+    // The preparation takes long enough for another task to begin.
+    CO_CHECK(overVolno());
+    bezici_ =
+        std::make_shared<Bezici>(zadani.requestID, zadani.workItemID, zadani.nastroj, services_.clock.now());
+    auto vysledek = co_await pracuj(std::move(nalezeno), std::move(zadani), std::move(posluchac));
+    bezici_.reset();
+    co_return vysledek;
+}
+
+Result<void> AgentRunner::overVolno() const {
+    if (bezici_) return fail(Chyba{Chyba::Zaneprazdneno{bezici_->nastroj}});
+    return {};
+}
+
+Task<Result<AgentRunner::Nalezeno>> AgentRunner::priprav(std::string nastroj, std::string instrukce,
+                                                         std::string slozka) {
+    auto known = adapter(nastroj);
+    if (!known) co_return fail(Chyba{Chyba::NeznamyNastroj{nastroj}});
+    if (trim(instrukce).empty()) co_return fail(Chyba{Chyba::PrazdnaInstrukce{}});
+    if (!co_await runOn(services_.workers, [&slozka] { return isFolder(slozka); }))
+        co_return fail(Chyba{Chyba::SlozkaNeexistuje{slozka}});
+    auto status = co_await detekce_.zjisti(known);
+    auto found = status.installed ? co_await services_.discovery.najdiBinarku(known->jmenaBinarky())
+                                  : std::optional<ProgramDiscovery::Nalez>{};
+    if (!found)
+        co_return fail(Chyba{Chyba::Nenainstalovano{
+            std::move(status.problem).value_or("Nástroj " + nastroj + " není nainstalovaný.")}});
+    co_return Nalezeno{std::move(known), std::move(found->binarka)};
+}
+
+Task<Result<AgentRunner::Vysledek>> AgentRunner::pracuj(Nalezeno nalezeno, Zadani zadani,
+                                                        Posluchac posluchac) {
+    const auto adapter = nalezeno.adapter;
+    const auto klic = zadani.nastroj + ":" + zadani.slozka;
+    if (auto known = relace_.find(klic); known != relace_.end()) zadani.relace = known->second;
+    zadani.relace = usable(std::move(zadani.relace));
+    auto ohlasy = std::make_shared<ProgressQueue>(services_.main, std::move(posluchac), bezici_);
+    auto prubeh = co_await navaz(nalezeno, zadani, ohlasy);
+    if (prubeh && prubeh->navazaniSelhalo) {
+        relace_.erase(klic);
+        ohlasy->ohlas({.relace = {}, .prubeh = "Předchozí relace už neexistuje, zakládám novou."});
+        zadani.relace.reset();
+        prubeh = co_await navaz(std::move(nalezeno), std::move(zadani), ohlasy);
+    }
+    if (!prubeh) co_return std::unexpected(std::move(prubeh).error());
+    if (prubeh->relace) relace_.insert_or_assign(klic, *prubeh->relace);
+    co_return outcome(*adapter, *std::move(prubeh));
+}
+
+Task<Result<Prubeh>> AgentRunner::navaz(Nalezeno nalezeno, Zadani zadani,
+                                        std::shared_ptr<ProgressQueue> ohlasy) {
+    bool isResumed = zadani.relace.has_value();
+    OutsideProgram program{.binary = std::move(nalezeno.binarka),
+                           .args = nalezeno.adapter->argumenty(std::move(zadani.instrukce), zadani.slozka,
+                                                               std::move(zadani.relace)),
+                           .cwd = zadani.slozka,
+                           .env = co_await services_.discovery.prostrediNastroju()};
+    CO_TRY(auto, prubeh, co_await probehni(nalezeno.adapter, std::move(program), std::move(ohlasy)));
+    prubeh.navazaniSelhalo = isResumed && isSessionGone(*nalezeno.adapter, prubeh.vysledek);
+    co_return prubeh;
+}
+
+Task<Result<Prubeh>> AgentRunner::probehni(std::shared_ptr<const AgentAdapter> adapter,
+                                           OutsideProgram program, std::shared_ptr<ProgressQueue> ohlasy) {
+    if (stop_.stop_requested()) co_return fail(TalkSpanError{TalkSpanError::Cancelled{}});
+    auto proces = std::make_shared<ProcessRunner>(services_.launcher, services_.clock);
+    auto sberatel = std::make_shared<SberatelZprav>();
+    std::stop_callback cancel(stop_, [&proces] { proces->zrusit(); });
+    proces_ = proces;
+    auto vysledek = co_await proces->spustit(std::move(program), timeLimit,
+                                             follow(adapter, sberatel, ohlasy, proces), zachyt);
+    proces_.reset();
+    if (!vysledek) co_return std::unexpected(std::move(vysledek).error());
+    co_return sberatel->prubeh(*std::move(vysledek));
+}
+
+bool AgentRunner::zrus() {
+    return proces_ && proces_->zrusit();
+}
+
+} // namespace morvex

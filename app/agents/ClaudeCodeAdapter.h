@@ -1,0 +1,21 @@
+#pragma once
+
+#include "app/agents/AgentAdapter.h"
+
+namespace morvex {
+
+/// The agent behind `claude -p --output-format stream-json`. It accepts its own edits and has no shell among
+/// its allowed tools; the folder is its working directory.
+class ClaudeCodeAdapter final : public AgentAdapter {
+  public:
+    [[nodiscard]] std::string id() const override;
+    [[nodiscard]] std::vector<std::string> jmenaBinarky() const override;
+    [[nodiscard]] std::string napoveda() const override;
+    [[nodiscard]] std::vector<std::string> argumenty(std::string instrukce, std::string slozka,
+                                                     std::optional<std::string> relace) const override;
+    [[nodiscard]] std::optional<ZpravaAgenta> precti(std::string_view radek) const override;
+    [[nodiscard]] bool jeRelacePryc(std::string_view chyby) const override;
+    [[nodiscard]] std::optional<KontrolaPrihlaseni> kontrolaPrihlaseni() const override;
+};
+
+} // namespace morvex

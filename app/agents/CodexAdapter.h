@@ -1,0 +1,19 @@
+#pragma once
+
+#include "app/agents/AgentAdapter.h"
+
+namespace morvex {
+
+/// The agent behind `codex exec --json`. It may write inside the folder and nowhere else.
+class CodexAdapter final : public AgentAdapter {
+  public:
+    [[nodiscard]] std::string id() const override;
+    [[nodiscard]] std::vector<std::string> jmenaBinarky() const override;
+    [[nodiscard]] std::string napoveda() const override;
+    [[nodiscard]] std::vector<std::string> argumenty(std::string instrukce, std::string slozka,
+                                                     std::optional<std::string> relace) const override;
+    [[nodiscard]] std::optional<ZpravaAgenta> precti(std::string_view radek) const override;
+    [[nodiscard]] bool jeRelacePryc(std::string_view chyby) const override;
+};
+
+} // namespace morvex

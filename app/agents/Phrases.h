@@ -1,0 +1,14 @@
+#pragma once
+
+#include <algorithm>
+#include <initializer_list>
+#include <string_view>
+
+namespace morvex {
+
+/// By bytes: for phrases in plain ASCII, in a text that was made lower case.
+inline bool containsAny(std::string_view text, std::initializer_list<std::string_view> phrases) {
+    return std::ranges::any_of(phrases, [text](auto phrase) { return text.contains(phrase); });
+}
+
+} // namespace morvex

@@ -1,0 +1,31 @@
+#include "app/agents/SberatelZprav.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+/// Whether something else is kept now.
+bool keep(std::optional<std::string>& kept, const std::optional<std::string>& said) {
+    if (!said || said->empty() || kept == said) return false;
+    kept = said;
+    return true;
+}
+
+} // namespace
+
+SberatelZprav::Relace SberatelZprav::pridej(const ZpravaAgenta& zprava) {
+    std::lock_guard lock(zamek_);
+    keep(posledniText_, zprava.text);
+    keep(zaver_, zprava.zaver);
+    keep(chyba_, zprava.chyba);
+    return keep(relace_, zprava.relace) ? Relace::nova : Relace::znama;
+}
+
+Prubeh SberatelZprav::prubeh(VysledekProcesu vysledek) const {
+    std::lock_guard lock(zamek_);
+    return {relace_, posledniText_, zaver_, chyba_, std::move(vysledek)};
+}
+
+} // namespace morvex
