@@ -59,7 +59,9 @@ Result<std::string> writeText(const std::string& cesta, const std::string& obsah
     auto folder = BeneathFolder::open(checked.slozka);
     if (!folder) return zapisSelhal(folder.error().popis());
     auto exists = folder->exists(checked.odSlozky());
-    if (exists && *exists) return fail(Chyba{Chyba::UzExistuje{checked.jmeno()}});
+    // A file at a path that cannot be looked at, a too long one, could not be read again either.
+    if (!exists) return zapisSelhal(exists.error().popis());
+    if (*exists) return fail(Chyba{Chyba::UzExistuje{checked.jmeno()}});
     auto written = folder->writeNew(checked.odSlozky(), asBytes(obsah));
     if (!written) return zapisSelhal(written.error().popis());
     return checked.jmeno();
