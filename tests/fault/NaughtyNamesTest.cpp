@@ -1,0 +1,80 @@
+#include "tests/fault/NaughtyNames.h"
+
+#include "foundation/Text.h"
+#include "tests/fault/LaidTree.h"
+#include "tests/support/Effort.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace morvex {
+namespace {
+
+const std::string below = "home/Projects/";
+
+/// What changed in the tree, folders left out.
+std::map<std::string, std::string> madeSince(const LaidTree& tree,
+                                             const std::map<std::string, std::string>& before) {
+    auto made = tree.snapshot();
+    for (const auto& [name, held] : before) {
+        EXPECT_EQ(made[name], held) << name;
+        made.erase(name);
+    }
+    auto isFolderOfAnother = [&](const auto& entry) {
+        auto next = made.upper_bound(entry.first);
+        return next != made.end() && next->first.starts_with(entry.first + "/");
+    };
+    std::erase_if(made, isFolderOfAnother);
+    return made;
+}
+
+bool isShown(const std::string& file) {
+    return !file.starts_with('.') && !file.contains("/.");
+}
+
+void expectFound(LaidTree& tree, const std::string& file) {
+    std::vector<std::string> wanted;
+    if (isShown(file)) wanted.push_back(repairUtf8(file));
+    EXPECT_EQ(tree.search(""), wanted);
+    EXPECT_EQ(tree.search(file.substr(file.find_last_of('/') + 1)), wanted);
+}
+
+void expectTaken(const NaughtyName& name) {
+    LaidTree tree("");
+    auto before = tree.snapshot();
+    EXPECT_EQ(tree.write(name.asked, "text"), Answer::done);
+    auto made = madeSince(tree, before);
+    EXPECT_EQ(made, (std::map<std::string, std::string>{{below + *name.file, "text"}}));
+    EXPECT_EQ(tree.read(name.asked).content, "text");
+    EXPECT_EQ(tree.write(name.asked, "again"), Answer::exists);
+    EXPECT_EQ(madeSince(tree, before), made);
+    expectFound(tree, *name.file);
+}
+
+void expectRefused(const NaughtyName& name) {
+    LaidTree tree("/home/a; /outside/a; /a");
+    auto before = tree.snapshot();
+    EXPECT_NE(tree.write(name.asked, "text"), Answer::done);
+    EXPECT_NE(tree.read(name.asked).answer, Answer::done);
+    EXPECT_EQ(tree.snapshot(), before);
+    EXPECT_EQ(tree.search(name.asked), std::vector<std::string>());
+}
+
+TEST(NaughtyNames, AreWrittenReadAndFoundAsOneFileOrRefusedByAll) {
+    auto names = naughtyNames();
+    std::size_t taken = 0;
+    for (const auto& name : names) {
+        SCOPED_TRACE(testing::PrintToString(name.asked.substr(0, 300)));
+        if (name.file)
+            expectTaken(name);
+        else
+            expectRefused(name);
+        if (name.file) ++taken;
+    }
+    tell("Naughty names", names.size(), std::to_string(taken) + " taken, the others refused");
+    EXPECT_GE(names.size(), 200U);
+}
+
+} // namespace
+} // namespace morvex
