@@ -43,6 +43,11 @@ void handleSignals(void (*handler)(int)) {
     for (int signal : handledSignals) ::sigaction(signal, &action, nullptr);
 }
 
+std::optional<termios> settingsOf(int terminal) {
+    termios settings{};
+    return ::tcgetattr(terminal, &settings) == 0 ? std::optional(settings) : std::nullopt;
+}
+
 bool makeNonBlocking(int descriptor) {
     return ::fcntl(descriptor, F_SETFL, O_NONBLOCK) == 0 && ::fcntl(descriptor, F_SETFD, FD_CLOEXEC) == 0;
 }
@@ -60,9 +65,14 @@ Result<std::unique_ptr<Console>> Console::create(Inbox& inbox, std::stop_source 
 }
 
 Console::Console(Inbox& inbox, std::stop_source interruption, int input, Pipe pipe)
-    : inbox_(inbox), interruption_(std::move(interruption)), input_(input), pipe_(std::move(pipe)) {}
+    : inbox_(inbox),
+      interruption_(std::move(interruption)),
+      input_(input),
+      pipe_(std::move(pipe)),
+      usual_(settingsOf(input)) {}
 
 Console::~Console() {
+    showTyping();
     handleSignals(SIG_DFL);
     signalPipe = -1;
 }
@@ -78,6 +88,18 @@ void Console::requestLine() {
 
 void Console::forgetTypeAhead() {
     if (isInteractive()) ::tcflush(input_, TCIFLUSH);
+}
+
+void Console::hideTyping() {
+    if (!usual_) return;
+    auto hidden = *usual_;
+    hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    hidden.c_lflag |= ECHONL;
+    ::tcsetattr(input_, TCSAFLUSH, &hidden);
+}
+
+void Console::showTyping() {
+    if (usual_) ::tcsetattr(input_, TCSANOW, &*usual_);
 }
 
 void Console::finish() {
@@ -102,7 +124,10 @@ void Console::takeSignals() {
     for (std::size_t index = 0; count > 0 && index < static_cast<std::size_t>(count); ++index) {
         if (told[index] != interrupt) continue;
         constexpr int interruptedCode = 130;
-        if (interruption_.stop_requested()) ::_exit(interruptedCode);
+        if (interruption_.stop_requested()) {
+            showTyping();
+            ::_exit(interruptedCode);
+        }
         interruption_.request_stop();
     }
 }

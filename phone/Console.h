@@ -6,8 +6,10 @@
 
 #include <atomic>
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <string>
+#include <termios.h>
 
 namespace morvex {
 
@@ -23,6 +25,8 @@ class Console final : public Keyboard {
     [[nodiscard]] bool isInteractive() const override;
     void requestLine() override;
     void forgetTypeAhead() override;
+    void hideTyping() override;
+    void showTyping() override;
 
     void run();
     void finish();
@@ -42,7 +46,8 @@ class Console final : public Keyboard {
     Inbox& inbox_;
     std::stop_source interruption_;
     int input_;
-    Pipe pipe_; ///< ends the waits of `run()`
+    Pipe pipe_;                          ///< ends the waits of `run()`
+    const std::optional<termios> usual_; ///< of the terminal, if the input is one
     std::string typed_;
     std::atomic<bool> isWanted_ = false;
     std::atomic<bool> isFinished_ = false;

@@ -17,6 +17,10 @@ class Keyboard {
 
     /// Forgets what a person typed before being asked.
     virtual void forgetTypeAhead() = 0;
+
+    /// What a person types is not shown until `showTyping`.
+    virtual void hideTyping() = 0;
+    virtual void showTyping() = 0;
 };
 
 } // namespace morvex

@@ -21,16 +21,27 @@ struct CommandRow {
     std::string_view name;
     std::string_view arguments;
     std::string_view summary;
-    std::array<bool, 3> takes; ///< whether it takes 0, 1, 2 arguments
+    std::array<bool, 4> takes; ///< whether it takes 0, 1, 2, 3 arguments
 };
 
-constexpr std::array<CommandRow, 9> commands{{
+constexpr std::array<CommandRow, 12> commands{{
     {Command::pair, "pair", "[QR-TEXT | - | FILE.png]", "spáruje se s Macem podle QR kódu", {true, true}},
     {Command::status, "status", "", "ukáže, co Mac právě umí a dělá", {true}},
     {Command::tools, "tools", "", "vypíše nástroje Macu", {true}},
     {Command::call, "call", "NAME [JSON | -]", "zavolá nástroj", {false, true, true}},
     {Command::watch, "watch", "", "vypisuje, co Mac posílá, do Ctrl-C", {true}},
     {Command::approve, "approve", "[ID yes|no]", "odpoví na žádost o potvrzení", {true, false, true}},
+    {Command::key, "key", "", "předá Macu OpenAI klíč, jeden řádek ze vstupu; '-' ho smaže", {true}},
+    {Command::preferences,
+     "preferences",
+     Options::preferencesArguments,
+     "ukáže nebo změní jazyk, hlas a pojmenovaná místa",
+     {true, false, true, true}},
+    {Command::apps,
+     "apps",
+     Options::appsArguments,
+     "vlastní aplikace; token je řádek ze vstupu",
+     {false, true, true, true}},
     {Command::shell, "shell", "", "čte příkazy po řádcích; výchozí na terminálu", {true}},
     {Command::unpair, "unpair", "", "zruší párování", {true}},
     {Command::help, "help", "", "tenhle text", {true}},

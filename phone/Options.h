@@ -7,6 +7,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace morvex {
@@ -16,7 +17,25 @@ enum class ApprovalPolicy { ask, yes, no, leave };
 
 /// The command line.
 struct Options {
-    enum class Command { pair, status, tools, call, watch, approve, shell, unpair, help, version };
+    enum class Command {
+        pair,
+        status,
+        tools,
+        call,
+        watch,
+        approve,
+        key,
+        preferences,
+        apps,
+        shell,
+        unpair,
+        help,
+        version
+    };
+
+    static constexpr std::string_view preferencesArguments =
+        "[language CODE | voice NAME | place NAME [ADDRESS]]";
+    static constexpr std::string_view appsArguments = "list | add NAME ADDRESS | remove NAME";
 
     std::optional<Command> command; ///< nothing: a shell, if there is a terminal
     std::vector<std::string> arguments;

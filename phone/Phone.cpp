@@ -3,6 +3,7 @@
 #include "foundation/Try.h"
 #include "phone/PairCommands.h"
 #include "phone/SessionCommands.h"
+#include "phone/SettingsCommands.h"
 #include "phone/Shell.h"
 
 #include <algorithm>
@@ -26,12 +27,23 @@ Task<Result<void>> shell(Phone& phone, PhoneSession& session, Attendant& attenda
     co_return co_await shell.run();
 }
 
-constexpr std::array<SessionCommand, 6> sessionCommands{{
+Task<Result<void>> preferences(Phone& phone, PhoneSession& session, Attendant& attendant) {
+    co_return co_await commands::preferences(phone, session, attendant, phone.options.arguments);
+}
+
+Task<Result<void>> apps(Phone& phone, PhoneSession& session, Attendant& attendant) {
+    co_return co_await commands::apps(phone, session, attendant, phone.options.arguments);
+}
+
+constexpr std::array<SessionCommand, 9> sessionCommands{{
     {Command::status, commands::status},
     {Command::tools, commands::tools},
     {Command::call, commands::call},
     {Command::watch, commands::watch, Shows::everything},
     {Command::approve, commands::approve},
+    {Command::key, commands::key},
+    {Command::preferences, preferences},
+    {Command::apps, apps},
     {Command::shell, shell},
 }};
 
@@ -51,6 +63,10 @@ Task<Result<void>> chosen(Phone& phone) {
     if (!command && phone.keyboard.isInteractive()) command = Command::shell;
     if (command == Command::pair) co_return co_await commands::pair(phone);
     if (command == Command::unpair) co_return co_await commands::unpair(phone);
+    const auto& words = phone.options.arguments;
+    if (command == Command::preferences && words.empty()) co_return commands::showPreferences(phone);
+    if (command == Command::apps && words == std::vector<std::string>{"list"})
+        co_return commands::showApps(phone);
     const auto* row = std::ranges::find(sessionCommands, command, &SessionCommand::command);
     if (row != sessionCommands.end()) co_return co_await inSession(phone, *row);
     co_return failWith(ExitCode::usage, "Chybí příkaz. Zkus morvex-phone --help.");

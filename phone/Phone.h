@@ -4,6 +4,7 @@
 #include "phone/Keyboard.h"
 #include "phone/Options.h"
 #include "phone/PhoneError.h"
+#include "phone/PhoneSettings.h"
 #include "phone/Terminal.h"
 #include "platform/ports/HttpClient.h"
 #include "shared-apple/IdentityStore.h"
@@ -20,6 +21,7 @@ struct Phone {
     SecureLink::Services link;
     HttpClient& http;
     IdentityStore& store;
+    PhoneSettings& settings;
     Inbox& inbox;
     Keyboard& keyboard;
     Terminal& terminal;

@@ -95,6 +95,22 @@ Clock::Duration PhoneSession::prolonged(Clock::Duration deadline, Clock::Duratio
     return std::max(deadline, present + left + limit);
 }
 
+Task<Result<void>> PhoneSession::tell(MacPayload payload, std::string requestID, Clock::Duration limit,
+                                      EventListener& listener) {
+    CO_CHECK(co_await untilReady(limit, listener));
+    co_return co_await link_->poslat(std::move(payload), std::move(requestID));
+}
+
+Task<Result<void>> PhoneSession::tellAndAwaitStatus(MacPayload payload, std::string requestID,
+                                                    Clock::Duration limit, EventListener& listener) {
+    // The report with which every session begins must not be taken for the answer.
+    if (auto first = co_await status(limit, listener); !first) co_return fail(first.error());
+    CO_CHECK(co_await tell(std::move(payload), std::move(requestID), limit, listener));
+    status_.reset();
+    if (auto next = co_await status(limit, listener); !next) co_return fail(next.error());
+    co_return Result<void>{};
+}
+
 Task<Result<void>> PhoneSession::decide(std::string approvalID, bool isApproved) {
     auto requestID = approvalID;
     MacPayload::ApprovalDecision decision{std::move(approvalID), isApproved, std::nullopt};

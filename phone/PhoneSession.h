@@ -44,6 +44,14 @@ class PhoneSession {
     Task<Result<MacPayload::ToolResult>> call(std::string name, std::string argumentsJSON,
                                               Clock::Duration limit, EventListener& listener);
 
+    /// Sends a message that has no answer, once there is a session.
+    Task<Result<void>> tell(MacPayload payload, std::string requestID, Clock::Duration limit,
+                            EventListener& listener);
+
+    /// The same for one that the Mac follows with a status.
+    Task<Result<void>> tellAndAwaitStatus(MacPayload payload, std::string requestID, Clock::Duration limit,
+                                          EventListener& listener);
+
     Task<Result<void>> decide(std::string approvalID, bool isApproved);
     /// Tells the Mac that this revision of a task has arrived. One that gets lost is told again after the
     /// Mac's next report of the task.

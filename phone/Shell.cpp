@@ -3,6 +3,7 @@
 #include "foundation/Text.h"
 #include "foundation/Try.h"
 #include "phone/SessionCommands.h"
+#include "phone/SettingsCommands.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/MacToolName.h"
 
@@ -14,6 +15,8 @@
 namespace morvex {
 
 namespace {
+
+constexpr std::size_t summaryColumn = 22;
 
 /// After these the rest of a script has nobody to talk to.
 bool endsScript(const Error& error) {
@@ -44,6 +47,9 @@ const std::vector<Shell::Row>& Shell::rows() {
         {"read", "PATH", "přečte soubor", &Shell::read},
         {"write", "PATH TEXT", "založí soubor (cesta s mezerami patří do uvozovek)", &Shell::write},
         {"approve", "yes|no", "odpoví na žádost o potvrzení", &Shell::approve},
+        {"key", "", "předá Macu OpenAI klíč z dalšího řádku; '-' ho smaže", &Shell::key},
+        {"preferences", Options::preferencesArguments, "jazyk, hlas a místa", &Shell::preferences},
+        {"apps", Options::appsArguments, "vlastní aplikace; token je na dalším řádku", &Shell::apps},
         {"help", "", "tenhle přehled", &Shell::help},
         {"quit", "", "konec", &Shell::quit},
     };
@@ -56,6 +62,13 @@ SplitLine SplitLine::of(std::string_view line) {
     const auto end = isQuoted ? text.find('"', 1) : std::min(text.find_first_of(" \t"), text.size());
     auto first = isQuoted ? text.substr(1, end - 1) : text.substr(0, end);
     return {std::move(first), trim(std::string_view(text).substr(isQuoted ? end + 1 : end))};
+}
+
+std::vector<std::string> SplitLine::words(std::string_view line) {
+    std::vector<std::string> words;
+    for (auto split = of(line); !split.first.empty() || !split.rest.empty(); split = of(split.rest))
+        words.push_back(std::move(split.first));
+    return words;
 }
 
 Task<Result<void>> Shell::run() {
@@ -100,7 +113,8 @@ Task<Result<void>> Shell::carryOut(std::string line) {
     if (name.empty() || name.starts_with('#')) co_return Result<void>{};
     const auto row = std::ranges::find(rows(), name, &Row::name);
     if (row == rows().end()) co_return wrongLine("Příkaz '" + name + "' neznám. Zkus help.");
-    const bool lacksArguments = rest.empty() && !row->arguments.empty();
+    const bool mayBeAlone = row->arguments.empty() || row->arguments.starts_with('[');
+    const bool lacksArguments = rest.empty() && !mayBeAlone;
     if (lacksArguments)
         co_return wrongLine("Použití: " + std::string(row->name) + " " + std::string(row->arguments));
     co_return co_await (this->*row->work)(std::move(rest));
@@ -145,10 +159,22 @@ Task<Result<void>> Shell::approve(std::string rest) {
     co_return co_await attendant_.decide(std::nullopt, *decision);
 }
 
+Task<Result<void>> Shell::key(std::string) {
+    co_return co_await commands::key(phone_, session_, attendant_);
+}
+
+Task<Result<void>> Shell::preferences(std::string rest) {
+    co_return co_await commands::preferences(phone_, session_, attendant_, SplitLine::words(rest));
+}
+
+Task<Result<void>> Shell::apps(std::string rest) {
+    co_return co_await commands::apps(phone_, session_, attendant_, SplitLine::words(rest));
+}
+
 Task<Result<void>> Shell::help(std::string) {
     for (const auto& row : rows()) {
         auto left = "  " + std::string(row.name) + " " + std::string(row.arguments);
-        left.resize(22, ' ');
+        left.resize(std::max(left.size() + 2, summaryColumn), ' ');
         phone_.terminal.print({{left, Style::strong}, {std::string(row.summary)}});
     }
     co_return Result<void>{};

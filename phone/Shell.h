@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace morvex {
 
@@ -37,6 +38,9 @@ class Shell {
     Task<Result<void>> read(std::string rest);
     Task<Result<void>> write(std::string rest);
     Task<Result<void>> approve(std::string rest);
+    Task<Result<void>> key(std::string rest);
+    Task<Result<void>> preferences(std::string rest);
+    Task<Result<void>> apps(std::string rest);
     Task<Result<void>> help(std::string rest);
     Task<Result<void>> quit(std::string rest);
 
@@ -54,6 +58,8 @@ struct SplitLine {
     std::string rest;
 
     static SplitLine of(std::string_view line);
+    /// All words of a line, by the same rule.
+    static std::vector<std::string> words(std::string_view line);
     bool operator==(const SplitLine&) const = default;
 };
 

@@ -19,6 +19,8 @@ namespace {
 
 using namespace morvex;
 
+constexpr const char* service = "morvex-phone";
+
 Terminal::Output outputTo(std::ostream& stream, int descriptor) {
     const char* noColour = std::getenv("NO_COLOR");
     const char* terminal = std::getenv("TERM");
@@ -48,11 +50,13 @@ Result<ExitCode> run(const Options& options, Terminal& terminal) {
     if (!instance.claim())
         return failWith(ExitCode::refused, "S daty v " + data->string() + " už pracuje jiný morvex-phone.");
     FileVault vault(*data);
-    KeychainStore store(vault, "morvex-phone");
+    KeychainStore store(vault, service);
+    PhoneSettings settings(vault, service);
     SystemRandom random;
     CurlHttpClient http;
     BeastWebSocketClient sockets;
-    Phone phone{options, {{executor, **clock, sockets}, random}, http, store, inbox, **console, terminal};
+    Phone phone{options, {{executor, **clock, sockets}, random}, http, store, settings, inbox, **console,
+                terminal};
     ExitCode code = ExitCode::done;
     TaskScope scope(executor);
     scope.spawn(drive(phone, **console, code));

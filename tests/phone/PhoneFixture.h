@@ -3,6 +3,7 @@
 #include "phone/Phone.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
+#include "platform/memory/MemoryVault.h"
 #include "platform/memory/ScriptedHttp.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedSockets.h"
@@ -30,10 +31,15 @@ class ScriptedKeyboard final : public Keyboard {
     void requestLine() override;
     void forgetTypeAhead() override;
 
+    void hideTyping() override { isHidden = true; }
+
+    void showTyping() override { isHidden = false; }
+
     void type(std::string line);
     void end();
 
     bool interactive = false;
+    bool isHidden = false;
 
   private:
     void give();
@@ -75,6 +81,8 @@ class PhoneFixture : public testing::Test {
     ScriptedHttp http;
     ScriptedRandom random;
     PametoveUloziste store;
+    MemoryVault vault;
+    PhoneSettings settings{vault, "morvex-phone"};
     std::stop_source interruption;
     Inbox inbox{clock, interruption.get_token()};
     ScriptedKeyboard keyboard{inbox};

@@ -1,0 +1,166 @@
+#include "phone/SettingsCommands.h"
+
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+#include "phone/SettingsText.h"
+#include "shared/wire/Json.h"
+
+#include <algorithm>
+#include <span>
+#include <utility>
+
+namespace morvex::commands {
+
+namespace {
+
+constexpr const char* taken = "Mac to převzal.";
+
+using Places = std::vector<CompanionPlace>;
+
+/// Hides what a person types while it lives.
+class HiddenTyping {
+  public:
+    explicit HiddenTyping(Keyboard& keyboard) : keyboard_(keyboard) { keyboard_.hideTyping(); }
+
+    ~HiddenTyping() { keyboard_.showTyping(); }
+
+    HiddenTyping(const HiddenTyping&) = delete;
+    HiddenTyping& operator=(const HiddenTyping&) = delete;
+
+  private:
+    Keyboard& keyboard_;
+};
+
+void ask(Phone& phone, const std::string& question) {
+    if (phone.keyboard.isInteractive()) phone.terminal.prompt(question);
+    phone.requestLine();
+}
+
+/// One line of the user, hidden. An answer to an approval that comes in between is no secret.
+Task<Result<std::string>> askSecret(Phone& phone, PhoneSession& session, Attendant& attendant,
+                                    std::string question) {
+    HiddenTyping hidden(phone.keyboard);
+    ask(phone, question);
+    while (auto event = co_await session.next(std::nullopt)) {
+        if (std::holds_alternative<Inbox::EndOfInput>(*event))
+            co_return failWith(ExitCode::usage, "Na vstupu chybí řádek s tajemstvím.");
+        const auto* line = std::get_if<Inbox::Line>(&*event);
+        if (!line) {
+            co_await attendant.heard(*std::move(event));
+            continue;
+        }
+        phone.lineArrived();
+        const auto text = trim(line->text);
+        if (!co_await attendant.isAnswer(text)) co_return text;
+        ask(phone, question);
+    }
+    co_return fail(userInterrupted());
+}
+
+std::unexpected<Error> wrongWords(std::string_view command, std::string_view arguments) {
+    return failWith(ExitCode::usage, "Použití: " + std::string(command) + " " + std::string(arguments));
+}
+
+Result<CompanionPreferences> changed(CompanionPreferences preferences, std::span<const std::string> words) {
+    const auto& what = words.front();
+    if (words.size() == 2 && what == "language") {
+        preferences.language = words[1];
+    } else if (words.size() == 2 && what == "voice") {
+        preferences.voice = words[1];
+    } else if (words.size() >= 2 && words.size() <= 3 && what == "place") {
+        auto places = preferences.places.value_or(Places{});
+        std::erase_if(places, [&](const CompanionPlace& each) { return equalFolded(each.name, words[1]); });
+        if (words.size() == 3) places.push_back({words[1], words[2]});
+        preferences.places = std::move(places);
+    } else {
+        return wrongWords("preferences", Options::preferencesArguments);
+    }
+    return preferences;
+}
+
+auto findApp(std::vector<CompanionCustomApp>& apps, const std::string& name) {
+    return std::ranges::find_if(apps,
+                                [&](const CompanionCustomApp& each) { return equalFolded(each.name, name); });
+}
+
+Task<Result<void>> sendApps(Phone& phone, PhoneSession& session, Attendant& attendant,
+                            std::vector<CompanionCustomApp> apps) {
+    CO_CHECK(co_await session.tellAndAwaitStatus({MacPayload::CustomApps{apps}}, "custom-apps",
+                                                 phone.options.timeout, attendant));
+    phone.terminal.note(taken);
+    co_return phone.settings.keep(apps);
+}
+
+Task<Result<void>> addApp(Phone& phone, PhoneSession& session, Attendant& attendant, std::string name,
+                          std::string endpoint) {
+    CO_TRY(auto, apps, phone.settings.apps());
+    CO_TRY(auto, token,
+           co_await askSecret(phone, session, attendant, "Přístupový token (prázdný, když žádný není): "));
+    auto found = findApp(apps, name);
+    if (found == apps.end()) found = apps.insert(found, {phone.link.random.uuid().text(), name, "", ""});
+    found->endpoint = std::move(endpoint);
+    found->token = std::move(token);
+    co_return co_await sendApps(phone, session, attendant, std::move(apps));
+}
+
+Task<Result<void>> removeApp(Phone& phone, PhoneSession& session, Attendant& attendant, std::string name) {
+    CO_TRY(auto, apps, phone.settings.apps());
+    auto found = findApp(apps, name);
+    if (found == apps.end()) co_return failWith(ExitCode::refused, "Aplikaci '" + name + "' tu nemám.");
+    apps.erase(found);
+    co_return co_await sendApps(phone, session, attendant, std::move(apps));
+}
+
+} // namespace
+
+Task<Result<void>> key(Phone& phone, PhoneSession& session, Attendant& attendant) {
+    CO_TRY(auto, value, co_await askSecret(phone, session, attendant, "OpenAI klíč ('-' ho z Macu smaže): "));
+    if (value.empty()) co_return failWith(ExitCode::usage, "Klíč je prázdný. Z Macu ho smaže '-'.");
+    if (value == "-") value.clear();
+    CO_CHECK(co_await session.tellAndAwaitStatus({MacPayload::OpenAICredential{std::move(value)}},
+                                                 "openai-credential", phone.options.timeout, attendant));
+    phone.terminal.note(taken);
+    co_return Result<void>{};
+}
+
+Task<Result<void>> preferences(Phone& phone, PhoneSession& session, Attendant& attendant,
+                               std::vector<std::string> words) {
+    if (words.empty()) co_return showPreferences(phone);
+    CO_TRY(auto, before, phone.settings.preferences());
+    CO_TRY(auto, after, changed(std::move(before), words));
+    CO_CHECK(co_await session.tell({MacPayload::Preferences{after}}, "preferences", phone.options.timeout,
+                                   attendant));
+    phone.terminal.note("Odesláno.");
+    co_return phone.settings.keep(after);
+}
+
+Task<Result<void>> apps(Phone& phone, PhoneSession& session, Attendant& attendant,
+                        std::vector<std::string> words) {
+    const auto what = words.empty() ? "" : words.front();
+    if (what == "list" && words.size() == 1) co_return showApps(phone);
+    if (what == "add" && words.size() == 3)
+        co_return co_await addApp(phone, session, attendant, words[1], words[2]);
+    if (what == "remove" && words.size() == 2)
+        co_return co_await removeApp(phone, session, attendant, words[1]);
+    co_return wrongWords("apps", Options::appsArguments);
+}
+
+Result<void> showPreferences(Phone& phone) {
+    TRY(auto, preferences, phone.settings.preferences());
+    if (phone.options.isJson)
+        phone.terminal.printJson(encode(preferences));
+    else
+        phone.terminal.print(preferencesLines(preferences));
+    return {};
+}
+
+Result<void> showApps(Phone& phone) {
+    TRY(auto, apps, phone.settings.apps());
+    if (phone.options.isJson)
+        phone.terminal.printJson(appsJson(apps));
+    else
+        phone.terminal.print(appLines(apps));
+    return {};
+}
+
+} // namespace morvex::commands
