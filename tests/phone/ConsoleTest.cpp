@@ -10,6 +10,8 @@
 #include <csignal>
 #include <fcntl.h>
 #include <fstream>
+#include <pty.h>
+#include <termios.h>
 #include <thread>
 #include <unistd.h>
 
@@ -74,6 +76,31 @@ TEST_F(ConsoleTest, GivesOneLineForEachRequest) {
 
 TEST_F(ConsoleTest, APipeIsNobodyToAsk) {
     EXPECT_FALSE(console->isInteractive());
+}
+
+TEST(ConsoleTerminal, HidesWhatIsTypedUntilItIsShownAgain) {
+    int master = -1;
+    int terminal = -1;
+    ASSERT_EQ(::openpty(&master, &terminal, nullptr, nullptr, nullptr), 0);
+    const FileDescriptor keepsMaster(master);
+    const FileDescriptor keepsTerminal(terminal);
+    const auto echoes = [terminal] {
+        termios settings{};
+        EXPECT_EQ(::tcgetattr(terminal, &settings), 0);
+        return (settings.c_lflag & ECHO) != 0;
+    };
+    ManualClock clock;
+    std::stop_source interruption;
+    Inbox inbox(clock, interruption.get_token());
+    {
+        auto console = Console::create(inbox, interruption, terminal).value();
+        console->hideTyping();
+        EXPECT_FALSE(echoes());
+        console->showTyping();
+        EXPECT_TRUE(echoes());
+        console->hideTyping();
+    }
+    EXPECT_TRUE(echoes()) << "a program that ends leaves the terminal as it was";
 }
 
 TEST_F(ConsoleTest, AnEndlessLineEndsTheInput) {

@@ -19,10 +19,10 @@ Result<Options> parse(std::vector<const char*> arguments) {
 
 TEST(PhoneOptions, EveryCommandIsRead) {
     const std::vector<std::pair<const char*, Command>> rows{
-        {"pair", Command::pair},        {"status", Command::status}, {"tools", Command::tools},
-        {"watch", Command::watch},      {"shell", Command::shell},   {"unpair", Command::unpair},
-        {"approve", Command::approve},  {"help", Command::help},     {"--help", Command::help},
-        {"--version", Command::version}};
+        {"pair", Command::pair},         {"status", Command::status}, {"tools", Command::tools},
+        {"watch", Command::watch},       {"shell", Command::shell},   {"unpair", Command::unpair},
+        {"approve", Command::approve},   {"help", Command::help},     {"--help", Command::help},
+        {"--version", Command::version}, {"key", Command::key},       {"preferences", Command::preferences}};
     for (const auto& [word, command] : rows) EXPECT_EQ(parse({word})->command, command) << word;
     EXPECT_EQ(parse({"call", "mac.status"})->command, Command::call);
     EXPECT_EQ(parse({})->command, std::nullopt);
@@ -68,6 +68,9 @@ TEST(PhoneOptions, WrongUsageIsToldInWords) {
         {{"call"}, "Použití: morvex-phone call NAME [JSON | -]"},
         {{"call", "a", "{}", "b"}, "Použití: morvex-phone call"},
         {{"status", "now"}, "Použití: morvex-phone status"},
+        {{"key", "sk-1"}, "Použití: morvex-phone key"},
+        {{"preferences", "voice"}, "Použití: morvex-phone preferences [language CODE"},
+        {{"apps"}, "Použití: morvex-phone apps list | add NAME ADDRESS | remove NAME"},
         {{"approve", "ID"}, "Použití: morvex-phone approve [ID yes|no]"},
     };
     for (const auto& [arguments, words] : rows) {

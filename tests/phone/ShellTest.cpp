@@ -39,6 +39,13 @@ TEST(SplitLine, TakesTheFirstWordOrWhatIsQuoted) {
     for (const auto& [line, split] : rows) EXPECT_EQ(SplitLine::of(line), split) << line;
 }
 
+TEST(SplitLine, GivesAllWordsByTheSameRule) {
+    EXPECT_EQ(SplitLine::words(" place \"U řeky\"  Krátká "),
+              (std::vector<std::string>{"place", "U řeky", "Krátká"}));
+    EXPECT_EQ(SplitLine::words("a \"\" b"), (std::vector<std::string>{"a", "", "b"}));
+    EXPECT_TRUE(SplitLine::words("  ").empty());
+}
+
 TEST_F(ShellTest, IsTheDefaultOnATerminalOnly) {
     start({});
     EXPECT_EQ(ended, ExitCode::usage);

@@ -1,0 +1,224 @@
+#include "phone/SettingsCommands.h"
+
+#include "tests/phone/PhoneFixture.h"
+
+#include <gmock/gmock.h>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+using testing::Not;
+
+class SettingsCommandsTest : public PhoneFixture {
+  protected:
+    void type(std::string line) {
+        keyboard.type(std::move(line));
+        run();
+    }
+
+    /// The one message that the phone sent since the last look.
+    MacPayload takeMessage() {
+        auto received = mac.take();
+        EXPECT_EQ(received.size(), 1U);
+        return received.empty() ? MacPayload{} : received[0].payload;
+    }
+
+    void answerWithStatus() { send({MacPayload::Status{status()}}, "status"); }
+
+    std::vector<CompanionCustomApp> takeApps() {
+        auto message = takeMessage();
+        const auto* sent = message.as<MacPayload::CustomApps>();
+        return sent ? sent->apps : std::vector<CompanionCustomApp>{};
+    }
+};
+
+TEST_F(SettingsCommandsTest, TheKeyIsALineOfTheInputAndTheStatusConfirmsIt) {
+    startInSession({"key"});
+    EXPECT_TRUE(mac.take().empty());
+    type(" sk-1 ");
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::OpenAICredential{"sk-1"}}));
+    EXPECT_FALSE(ended) << "the report at the beginning of the session is no answer";
+    answerWithStatus();
+    EXPECT_EQ(ended, ExitCode::done);
+    EXPECT_EQ(err.str(), "Mac to převzal.\n");
+}
+
+TEST_F(SettingsCommandsTest, ADashTakesTheKeyAway) {
+    startInSession({"key"});
+    type("-");
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::OpenAICredential{""}}));
+    answerWithStatus();
+    EXPECT_EQ(ended, ExitCode::done);
+}
+
+TEST_F(SettingsCommandsTest, WithoutALineNoKeyIsSent) {
+    startInSession({"key"});
+    type("  ");
+    EXPECT_EQ(ended, ExitCode::usage);
+    EXPECT_THAT(err.str(), HasSubstr("Klíč je prázdný. Z Macu ho smaže '-'."));
+    EXPECT_TRUE(mac.take().empty());
+    startInSession({"key"});
+    keyboard.end();
+    run();
+    EXPECT_EQ(ended, ExitCode::usage);
+    EXPECT_TRUE(mac.take().empty());
+}
+
+TEST_F(SettingsCommandsTest, APersonIsAskedForTheKeyAndTypesItHidden) {
+    keyboard.interactive = true;
+    startInSession({"key"});
+    EXPECT_THAT(err.str(), HasSubstr("OpenAI klíč ('-' ho z Macu smaže): "));
+    EXPECT_TRUE(keyboard.isHidden);
+    type("sk-1");
+    EXPECT_FALSE(keyboard.isHidden);
+    EXPECT_THAT(err.str() + out.str(), Not(HasSubstr("sk-1")));
+}
+
+TEST_F(SettingsCommandsTest, AnInterruptionShowsTheTypingAgain) {
+    startInSession({"key"});
+    EXPECT_TRUE(keyboard.isHidden);
+    interruption.request_stop();
+    run();
+    EXPECT_EQ(ended, ExitCode::interrupted);
+    EXPECT_FALSE(keyboard.isHidden);
+}
+
+TEST_F(SettingsCommandsTest, AnAnswerToAnApprovalIsNoKey) {
+    keyboard.interactive = true;
+    startInSession({"key"});
+    send({MacPayload::Approval{approval("mac.notes.create")}}, "A1");
+    type("a");
+    EXPECT_TRUE(takeMessage().as<MacPayload::ApprovalDecision>());
+    EXPECT_TRUE(keyboard.isHidden);
+    type("sk-1");
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::OpenAICredential{"sk-1"}}));
+}
+
+TEST_F(SettingsCommandsTest, AMacThatDoesNotFollowWithAStatusIsUnreachable) {
+    startInSession({"key", "--timeout", "5"});
+    type("sk-1");
+    pass(5s);
+    EXPECT_EQ(ended, ExitCode::macUnreachable);
+}
+
+TEST_F(SettingsCommandsTest, PreferencesAreSentWholeAndKept) {
+    startInSession({"preferences", "language", "de"});
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::Preferences{{"de", "", {}}}}));
+    EXPECT_EQ(ended, ExitCode::done);
+    startInSession({"preferences", "voice", "marin"});
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::Preferences{{"de", "marin", {}}}}));
+    startInSession({"preferences", "place", "Domov", "Krátká 2"});
+    startInSession({"preferences", "place", "Práce", "Dlouhá 1"});
+    startInSession({"preferences", "place", "DOMOV", "Nová 3"});
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::Preferences{
+                                 {"de", "marin", {{{"Práce", "Dlouhá 1"}, {"DOMOV", "Nová 3"}}}}}}));
+    startInSession({"preferences", "place", "domov"});
+    startInSession({"preferences", "place", "prace"});
+    EXPECT_EQ(takeMessage(),
+              (MacPayload{MacPayload::Preferences{{"de", "marin", std::vector<CompanionPlace>{}}}}));
+}
+
+TEST_F(SettingsCommandsTest, WhatIsKeptIsShownWithoutAMac) {
+    settings.keep(CompanionPreferences{"de", "", {{{"Domov", "Krátká 2"}}}}).value();
+    start({"preferences"});
+    EXPECT_EQ(ended, ExitCode::done);
+    EXPECT_EQ(out.str(), "Jazyk      de\nHlas       nezvoleno\nMísto      Domov: Krátká 2\n");
+    out.str("");
+    start({"preferences", "--json"});
+    EXPECT_EQ(out.str(), R"({"language":"de","voice":"","places":[{"name":"Domov","address":"Krátká 2"}]})"
+                         "\n");
+}
+
+TEST_F(SettingsCommandsTest, WrongWordsAreToldAndNothingIsSent) {
+    paired();
+    start({"preferences", "colour", "blue"});
+    EXPECT_EQ(ended, ExitCode::usage);
+    EXPECT_THAT(err.str(), HasSubstr("Použití: preferences [language CODE"));
+    EXPECT_TRUE(socket->sent.empty());
+    paired();
+    start({"apps", "paint"});
+    EXPECT_EQ(ended, ExitCode::usage);
+    EXPECT_THAT(err.str(), HasSubstr("Použití: apps list | add NAME ADDRESS | remove NAME"));
+    EXPECT_TRUE(socket->sent.empty());
+}
+
+TEST_F(SettingsCommandsTest, AppsAreSentAsAWholeListWithTheTokensOfTheInput) {
+    startInSession({"apps", "add", "Počasí", "https://example.com"});
+    type("tajné");
+    auto first = takeApps();
+    ASSERT_EQ(first.size(), 1U);
+    EXPECT_TRUE(Uuid::parse(first[0].id));
+    EXPECT_EQ(first[0], (CompanionCustomApp{first[0].id, "Počasí", "https://example.com", "tajné"}));
+    EXPECT_TRUE(settings.apps().value().empty()) << "kept once the Mac has it";
+    answerWithStatus();
+    EXPECT_EQ(ended, ExitCode::done);
+    EXPECT_EQ(settings.apps().value(), first);
+    EXPECT_THAT(err.str() + out.str(), Not(HasSubstr("tajné")));
+
+    startInSession({"apps", "add", "Jízdní řády", "https://rady.example"});
+    type("");
+    auto second = takeApps();
+    answerWithStatus();
+    ASSERT_EQ(second.size(), 2U);
+    EXPECT_EQ(second[1].token, "");
+
+    startInSession({"apps", "add", "POCASI", "https://nove.example"});
+    type("");
+    auto third = takeApps();
+    answerWithStatus();
+    ASSERT_EQ(third.size(), 2U);
+    EXPECT_EQ(third[0], (CompanionCustomApp{first[0].id, "Počasí", "https://nove.example", ""}));
+
+    startInSession({"apps", "remove", "pocasi"});
+    EXPECT_EQ(takeApps(), std::vector{second[1]});
+    answerWithStatus();
+    EXPECT_EQ(settings.apps().value(), std::vector{second[1]});
+    paired();
+    start({"apps", "remove", "pocasi"});
+    EXPECT_EQ(ended, ExitCode::refused);
+}
+
+TEST_F(SettingsCommandsTest, AppsAreListedWithoutTheirTokens) {
+    start({"apps", "list"});
+    EXPECT_EQ(out.str(), "Žádné vlastní aplikace.\n");
+    out.str("");
+    settings
+        .keep(std::vector<CompanionCustomApp>{{"1", "Počasí", "https://a", "tajné"},
+                                              {"2", "Řády", "https://b", ""}})
+        .value();
+    start({"apps", "list"});
+    EXPECT_EQ(out.str(), "Počasí  https://a  s tokenem\nŘády  https://b\n");
+    out.str("");
+    start({"apps", "list", "--json"});
+    EXPECT_EQ(out.str(), R"([{"id":"1","name":"Počasí","endpoint":"https://a","hasToken":true},)"
+                         R"({"id":"2","name":"Řády","endpoint":"https://b","hasToken":false}])"
+                         "\n");
+}
+
+TEST_F(SettingsCommandsTest, TheShellTakesThemTooWithTheSecretOnTheNextLine) {
+    startInSession({"shell"});
+    type("key");
+    type("sk-1");
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::OpenAICredential{"sk-1"}}));
+    answerWithStatus();
+    type("preferences place \"U babičky\" \"Dlouhá 1, Praha\"");
+    EXPECT_EQ(takeMessage(),
+              (MacPayload{MacPayload::Preferences{{"", "", {{{"U babičky", "Dlouhá 1, Praha"}}}}}}));
+    type("apps add Počasí https://example.com");
+    type("tajné");
+    EXPECT_EQ(takeApps().size(), 1U);
+    answerWithStatus();
+    type("preferences");
+    type("apps list");
+    type("apps");
+    keyboard.end();
+    run();
+    EXPECT_EQ(ended, ExitCode::usage) << "apps alone says nothing";
+    EXPECT_THAT(out.str(), HasSubstr("U babičky: Dlouhá 1, Praha\n"));
+    EXPECT_THAT(out.str(), HasSubstr("Počasí  https://example.com  s tokenem\n"));
+}
+
+} // namespace
+} // namespace morvex
