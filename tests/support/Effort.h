@@ -22,8 +22,10 @@ inline std::size_t cases(std::size_t fast, std::size_t full) {
     return isLongRun() ? full : fast;
 }
 
-/// Prints one line for the person who runs the tests, and keeps it with the test's result.
-inline void tell(const std::string& what, std::size_t casesRun, const std::string& outcome) {
+/// Prints one line for the person who runs the tests, and keeps it with the test's result. Called at the end:
+/// `expected` is told only when nothing in the test has failed.
+inline void tell(const std::string& what, std::size_t casesRun, const std::string& expected) {
+    const std::string outcome = testing::Test::HasFailure() ? "FAILED" : expected;
     std::cout << "CASES  " << what << ": " << casesRun << " cases, " << outcome << std::endl;
     testing::Test::RecordProperty("cases", std::to_string(casesRun));
     testing::Test::RecordProperty("outcome", outcome);
