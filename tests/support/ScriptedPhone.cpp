@@ -50,10 +50,15 @@ void ScriptedPhone::deliver(RelayMessage message) {
     socket_->deliver(encode(message));
 }
 
+Envelope ScriptedPhone::seal(const MacPayload& payload, std::string requestID) {
+    return channel_
+        ->seal(asBytes(encode(payload)), std::move(requestID), EnvelopeKind::data, envelopeLifetime,
+               {clock_.now(), random_.uuid()})
+        .value();
+}
+
 void ScriptedPhone::send(MacPayload payload, std::string requestID) {
-    auto envelope = channel_->seal(asBytes(encode(payload)), std::move(requestID), EnvelopeKind::data,
-                                   envelopeLifetime, {clock_.now(), random_.uuid()});
-    deliver({RelayMessage::Forward{std::move(envelope).value()}});
+    deliver({RelayMessage::Forward{seal(payload, std::move(requestID))}});
 }
 
 void ScriptedPhone::call(std::string tool, std::string argumentsJSON, std::string requestID) {

@@ -39,6 +39,8 @@ class ScriptedPhone {
     void exchangeHellos();
 
     void deliver(RelayMessage message);
+    /// A message that is not sent yet.
+    Envelope seal(const MacPayload& payload, std::string requestID);
     void send(MacPayload payload, std::string requestID);
     void call(std::string tool, std::string argumentsJSON, std::string requestID);
 

@@ -1,59 +1,11 @@
-#include "shared/trust/Parovani.h"
-#include "shared/wire/Json.h"
-#include "shared/wire/PairingHello.h"
-#include "shared/wire/RelayCalls.h"
-#include "tests/support/CompanionHarness.h"
+#include "tests/support/PairingHarness.h"
 
 namespace morvex {
 namespace {
 
 using namespace std::chrono_literals;
 
-class PairingFlowTest : public CompanionHarness {
-  protected:
-    PairingFlow& flow() { return companion->parovani(); }
-
-    const StavParovani& state() { return companion->stav().parovani.value(); }
-
-    std::string failure() {
-        const auto* failed = state().as<StavParovani::Chyba>();
-        return failed ? failed->text : "none";
-    }
-
-    void layOutPair(const std::string& pair = "NEW") {
-        ZalozitOdpoved reply{{pair}, "token-1", clock.now() + 10min};
-        http.replies.push_back({200, encode(reply)});
-    }
-
-    /// Starts a pairing up to the QR code; the socket of the pairing link.
-    std::shared_ptr<ScriptedSocket> beginPairing(const std::string& pair = "NEW") {
-        layOutPair(pair);
-        auto socket = sockets.layOut();
-        flow().zacitParovani();
-        executor.runUntilIdle();
-        mac = store.held.nactiIdentitu().value();
-        phone.pair = {pair};
-        phone.attach(socket, *mac);
-        phone.logIn(false);
-        executor.runUntilIdle();
-        return socket;
-    }
-
-    void sendHello(const PairingHello& hello, const std::string& requestID = "parovani") {
-        sendBytes(toBytes(encode(hello)), requestID);
-    }
-
-    void sendBytes(Bytes bytes, const std::string& requestID = "parovani") {
-        phone.deliver(
-            {RelayMessage::Forward{keyExchange(phone.pair, phone.identity.deviceID(), mac->deviceID(),
-                                               requestID, std::move(bytes), clock.now(), {})}});
-        executor.runUntilIdle();
-    }
-
-    PairingHello hello() { return Parovani::makeHello(phone.identity, phone.pair); }
-
-    std::string number() { return Parovani::comparisonNumber(mac->pairKey(phone.asPeer()).value()); }
-};
+using PairingFlowTest = PairingHarness;
 
 TEST_F(PairingFlowTest, ShowsACodeWithThePublicKeysOfThisComputer) {
     start();
