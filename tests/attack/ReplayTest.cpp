@@ -1,0 +1,219 @@
+#include "tests/attack/CraftedSender.h"
+#include "tests/support/Effort.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <limits>
+#include <random>
+#include <vector>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+using Duvod = SecureChannel::Chyba::Duvod;
+
+const Date now = dateFromSeconds(1'795'000'000);
+constexpr auto largest = std::numeric_limits<std::uint64_t>::max();
+
+enum class Verdict { accepted, foreign, late, replayed, unverifiable };
+
+Verdict verdictOf(const Result<Bytes>& opened) {
+    if (opened) return Verdict::accepted;
+    const auto* chyba = opened.error().as<SecureChannel::Chyba>();
+    if (!chyba) return Verdict::unverifiable;
+    switch (chyba->duvod) {
+    case Duvod::cizi:
+        return Verdict::foreign;
+    case Duvod::prehrani:
+        return Verdict::replayed;
+    case Duvod::prosla:
+        return Verdict::late;
+    case Duvod::neoveritelna:
+        return Verdict::unverifiable;
+    }
+    std::unreachable();
+}
+
+struct Step {
+    std::uint64_t counter;
+    bool accepted;
+};
+
+/// The counters of one direction in the order of their arrival. There is no window for reordering: what a
+/// window would still take is refused.
+const std::vector<std::pair<const char*, std::vector<Step>>> scripts{
+    {"zero is no counter", {{0, false}, {1, true}, {0, false}, {1, false}, {2, true}}},
+    {"in order", {{1, true}, {2, true}, {3, true}, {4, true}, {4, false}, {3, false}}},
+    {"a jump and what it passed",
+     {{1, true}, {9, true}, {8, false}, {7, false}, {7, false}, {6, false}, {10, true}, {9, false}}},
+    {"as far ahead as a window of 8192 would reach",
+     {{8192, true}, {1, false}, {8191, false}, {8192, false}, {8193, true}, {8193, false}, {2, false}}},
+    {"backwards", {{64, true}, {63, false}, {62, false}, {32, false}, {2, false}, {1, false}, {65, true}}},
+    {"every second one, then those between",
+     {{2, true}, {4, true}, {6, true}, {1, false}, {3, false}, {5, false}, {7, true}}},
+    {"over 2^32",
+     {{0xffff'ffff, true}, {0x1'0000'0000, true}, {0xffff'ffff, false}, {0, false}, {0x1'0000'0001, true}}},
+    {"over 2^63", {{0x7fff'ffff'ffff'ffff, true}, {0x8000'0000'0000'0000, true}, {1, false}}},
+    {"to the ceiling",
+     {{largest - 1, true}, {largest - 2, false}, {largest, true}, {largest, false}, {0, false}, {1, false}}},
+    {"straight to the ceiling",
+     {{largest, true}, {largest, false}, {0, false}, {1, false}, {largest, false}}},
+};
+
+TEST(Replay, CountersMustRise) {
+    std::size_t count = 0;
+    for (const auto& [what, script] : scripts) {
+        CraftedSender sender;
+        auto receiver = sender.receiver();
+        for (const auto& step : script) {
+            const auto envelope = sender.seal(step.counter, "id-" + std::to_string(++count), now);
+            EXPECT_EQ(verdictOf(receiver.open(envelope, now)),
+                      step.accepted ? Verdict::accepted : Verdict::replayed)
+                << what << ": " << step.counter;
+        }
+    }
+    tell("scripted orders of counters", count, "each accepted or refused as it must");
+}
+
+TEST(Replay, AForgedCeilingDoesNotShutTheGenuineMessagesOut) {
+    CraftedSender sender;
+    auto receiver = sender.receiver();
+    auto forged = sender.seal(5, "a", now);
+    forged.counter = largest;
+    EXPECT_EQ(verdictOf(receiver.open(forged, now)), Verdict::unverifiable);
+    EXPECT_EQ(verdictOf(receiver.open(sender.seal(1, "a", now), now)), Verdict::accepted);
+}
+
+TEST(ReplayDeathTest, TheSenderEndsBeforeItsCounterStartsAgain) {
+    OutgoingCounter counter(largest - 1);
+    EXPECT_EQ(counter.next(), largest);
+    EXPECT_DEATH(counter.next(), "counter");
+}
+
+/// The rules written down in the slowest way: every identity is looked for one after the other.
+class NaiveReceiver {
+  public:
+    Verdict open(const Envelope& envelope, Date when, bool isForged) {
+        if (envelope.pair != PairID{"PAIR"} || envelope.from != DeviceID{"MAC"} ||
+            envelope.to != DeviceID{"PHONE"})
+            return Verdict::foreign;
+        if (when > envelope.expiresAt + 30s || when < envelope.createdAt - 30s) return Verdict::late;
+        if (envelope.counter <= last_) return Verdict::replayed;
+        if (std::ranges::find(seen_, envelope.msgID) != seen_.end()) return Verdict::replayed;
+        if (isForged) return Verdict::unverifiable;
+        last_ = envelope.counter;
+        seen_.push_back(envelope.msgID);
+        if (seen_.size() > 512) seen_.erase(seen_.begin());
+        return Verdict::accepted;
+    }
+
+    [[nodiscard]] std::uint64_t last() const { return last_; }
+
+  private:
+    std::uint64_t last_ = 0;
+    std::vector<std::string> seen_;
+};
+
+/// Draws what arrives next: new messages, kept ones again, and all that a relay can do to them.
+class RandomArrivals {
+  public:
+    struct Arrival {
+        Envelope envelope;
+        Date when;
+        bool isForged;
+    };
+
+    explicit RandomArrivals(std::uint64_t seed) : random_(seed) {}
+
+    Arrival next(const CraftedSender& sender, std::uint64_t last) {
+        Arrival arrival{kept_.empty() || chance(60) ? fresh(sender, last) : kept_[below(kept_.size())],
+                        now + std::chrono::seconds(below(12)), false};
+        if (chance(5)) arrival.when += std::chrono::seconds(below(140)) - 50s;
+        if (chance(2)) forge(arrival);
+        if (chance(1)) redirect(arrival.envelope);
+        return arrival;
+    }
+
+  private:
+    Envelope fresh(const CraftedSender& sender, std::uint64_t last) {
+        // Near the last one mostly, sometimes behind it, sometimes an identity that was there already.
+        const auto step = below(8);
+        const auto counter = last + step < 3 ? step : last + step - 3;
+        const auto id = chance(10) ? identities_ - std::min(identities_, below(700)) : ++identities_;
+        auto envelope = sender.seal(counter, std::to_string(id), now);
+        if (kept_.size() < 700)
+            kept_.push_back(envelope);
+        else
+            kept_[below(kept_.size())] = envelope;
+        return envelope;
+    }
+
+    void forge(Arrival& arrival) {
+        arrival.isForged = true;
+        auto& envelope = arrival.envelope;
+        switch (below(5)) {
+        case 0:
+            ++envelope.counter;
+            return;
+        case 1:
+            envelope.msgID += "x";
+            return;
+        case 2:
+            envelope.requestID += "x";
+            return;
+        case 3:
+            envelope.nonce[below(nonceSize)] ^= 1;
+            return;
+        default:
+            envelope.tag[below(tagSize)] ^= 1;
+        }
+    }
+
+    void redirect(Envelope& envelope) {
+        switch (below(3)) {
+        case 0:
+            envelope.pair = {"ELSE"};
+            return;
+        case 1:
+            std::swap(envelope.from, envelope.to);
+            return;
+        default:
+            envelope.to = {"ELSE"};
+        }
+    }
+
+    std::uint64_t below(std::uint64_t bound) { return random_() % bound; }
+
+    bool chance(std::uint64_t percent) { return below(100) < percent; }
+
+    std::mt19937_64 random_;
+    std::uint64_t identities_ = 0;
+    std::vector<Envelope> kept_;
+};
+
+TEST(Replay, RandomArrivalsAreJudgedAsByTheNaiveModel) {
+    const auto total = cases(20'000, 1'000'000);
+    constexpr std::size_t arrivalsPerSession = 10'000;
+    std::array<std::size_t, 5> counts{};
+    for (std::size_t done = 0; done < total; done += arrivalsPerSession) {
+        CraftedSender sender;
+        auto receiver = sender.receiver();
+        NaiveReceiver model;
+        RandomArrivals arrivals(done);
+        for (std::size_t i = 0; i < arrivalsPerSession; ++i) {
+            const auto [envelope, when, isForged] = arrivals.next(sender, model.last());
+            const auto expected = model.open(envelope, when, isForged);
+            ASSERT_EQ(verdictOf(receiver.open(envelope, when)), expected) << "seed " << done << ", " << i;
+            ++counts[static_cast<std::size_t>(expected)];
+        }
+    }
+    for (auto count : counts) EXPECT_GT(count, total / 1000);
+    tell("random arrivals against a naive model", total,
+         std::to_string(counts[0]) + " accepted and " + std::to_string(total - counts[0]) +
+             " refused, all alike");
+}
+
+} // namespace
+} // namespace morvex
