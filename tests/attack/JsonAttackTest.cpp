@@ -1,0 +1,167 @@
+#include "shared/wire/Envelope.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/RelayMessage.h"
+#include "tests/attack/Changes.h"
+#include "tests/attack/JsonTable.h"
+#include "tests/support/Effort.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace morvex {
+namespace {
+
+using Wanted = decltype(JsonRow::wanted);
+
+/// What becomes of a text: the reason of its refusal, or how its value is written.
+Wanted outcomeOf(std::string_view text) {
+    const auto read = parseJson(text);
+    if (read) return encode(*read);
+    const auto* error = read.error().as<DecodeError>();
+    return error ? Wanted{error->reason} : Wanted{"no reason"};
+}
+
+std::string shown(const Wanted& outcome) {
+    if (const auto* reason = std::get_if<DecodeError::Reason>(&outcome))
+        return DecodeError{*reason, {}, {}}.popis();
+    return std::get<std::string>(outcome).substr(0, 200);
+}
+
+struct Group {
+    const char* name;
+    std::vector<JsonRow> (*rows)();
+};
+
+void PrintTo(const Group& group, std::ostream* out) {
+    *out << group.name;
+}
+
+class JsonAttack : public testing::TestWithParam<Group> {};
+
+TEST_P(JsonAttack, EveryRowEndsAsTheTableSays) {
+    const auto rows = GetParam().rows();
+    for (const auto& row : rows) {
+        const auto outcome = outcomeOf(row.text);
+        EXPECT_TRUE(outcome == row.wanted) << row.what << ": " << shown(outcome);
+        // What is written is read again as the same.
+        if (const auto* written = std::get_if<std::string>(&outcome))
+            EXPECT_TRUE(outcomeOf(*written) == outcome) << row.what;
+    }
+    tell(std::string("JSON ") + GetParam().name, rows.size(), "each as the table says");
+}
+
+INSTANTIATE_TEST_SUITE_P(Table, JsonAttack,
+                         testing::Values(Group{"depths", &jsonDepths}, Group{"sizes", &jsonSizes},
+                                         Group{"keys", &jsonKeys}, Group{"numbers", &jsonNumbers},
+                                         Group{"strings", &jsonStrings},
+                                         Group{"structures", &jsonStructures}),
+                         [](const auto& group) { return group.param.name; });
+
+TEST(JsonAttack, AChangedBitIsRefusedOrReadAsSomethingThatIsWrittenAndReadAlike) {
+    const std::string genuine =
+        R"({"a":[1,-2.5e3,true,null,{"b":"žluť\n\ud83d\ude00"}],"c":18446744073709551615,"a":"x"})";
+    std::size_t accepted = 0;
+    const auto count = withEveryBitChanged(genuine, [&](const std::string& changed, std::size_t) {
+        const auto outcome = outcomeOf(changed);
+        const auto* written = std::get_if<std::string>(&outcome);
+        if (!written) return;
+        ++accepted;
+        EXPECT_TRUE(outcomeOf(*written) == outcome) << changed;
+    });
+    tell("bits of a JSON text", count, std::to_string(accepted) + " read, all written and read alike");
+}
+
+TEST(JsonAttack, NoTruncationOfAnObjectIsRead) {
+    const std::string genuine = R"({"a":[1,-2.5e3,true,null,{"b":"žluť\n\ud83d\ude00"}],"c":1})";
+    const auto count = withEveryTruncation(genuine, [](const std::string& shorter) {
+        EXPECT_TRUE(outcomeOf(shorter) == Wanted{DecodeError::Reason::notJson}) << shorter;
+    });
+    tell("truncations of a JSON text", count, "none is read");
+}
+
+/// What a number is worth where a record has an unsigned integer of 64 bits.
+struct CounterRow {
+    const char* text;
+    std::optional<std::uint64_t> counter;
+};
+
+constexpr CounterRow counters[] = {
+    {"0", 0},
+    {"1", 1},
+    {"-0", 0},
+    {"-1", {}},
+    {"1.0", 1},
+    {"1.5", {}},
+    {"1e3", 1000},
+    {"1e-3", {}},
+    {"9007199254740992", 9007199254740992},
+    {"9007199254740993", 9007199254740993},
+    {"9223372036854775807", 9223372036854775807},
+    {"9223372036854775808", 9223372036854775808U},
+    {"18446744073709551615", 18446744073709551615U},
+    {"18446744073709551616", {}},
+    {"-9223372036854775808", {}},
+    {"1e19", {}},
+    {"1e400", {}},
+    {"\"1\"", {}},
+    {"true", {}},
+    {"null", {}},
+    {"[1]", {}},
+    {"{\"a\":1}", {}},
+    {"NaN", {}},
+};
+
+TEST(JsonAttack, TheCounterOfAnEnvelopeIsExactOrTheWholeEnvelopeIsRefused) {
+    const auto genuine = encode(keyExchange({"PAIR"}, {"PHONE"}, {"MAC"}, "session", toBytes("x"), {}, {}));
+    const std::string field = "\"counter\":0";
+    for (const auto& row : counters) {
+        auto text = genuine;
+        text.replace(text.find(field), field.size(), std::string("\"counter\":") + row.text);
+        const auto read = decode<Envelope>(text);
+        EXPECT_EQ(read ? std::optional{read->counter} : std::nullopt, row.counter) << row.text;
+    }
+    tell("numbers as an envelope's counter", std::size(counters), "exact or refused");
+}
+
+/// Texts where the relay sends a frame.
+struct FrameRow {
+    const char* text;
+    bool accepted;
+};
+
+constexpr FrameRow frames[] = {
+    {R"({"peerOnline":{"_0":true}})", true},
+    {R"({"peerOnline":{"_0":true,"_0":false}})", true},
+    {R"({"peerOnline":{"_0":true,"future":[1]}})", true},
+    {R"({"peerOnline":{"_0":1}})", false},
+    {R"({"peerOnline":{"_0":"true"}})", false},
+    {R"({"peerOnline":{"_0":null}})", false},
+    {R"({"peerOnline":{}})", false},
+    {R"({"peerOnline":true})", false},
+    {R"({"peerOnline":[true]})", false},
+    {R"({"peerOnline":null})", false},
+    {R"({"PeerOnline":{"_0":true}})", false},
+    {R"({"peerOnline":{"_0":true},"failure":{"code":"revoked","detail":""}})", false},
+    {R"({"failure":{"code":"revoked","detail":""}})", true},
+    {R"({"failure":{"code":"Revoked","detail":""}})", false},
+    {R"({"failure":{"code":3,"detail":""}})", false},
+    {R"({"failure":{"code":"revoked","detail":7}})", false},
+    {R"({"challenge":{"nonce":"AAAA","v":"1.4"}})", true},
+    {R"({"challenge":{"nonce":"AAA","v":"1.4"}})", false},
+    {R"({"challenge":{"nonce":"AAAA","v":"99999999999999999999.4"}})", false},
+    {R"({"challenge":{"nonce":"AAAA","v":1.4}})", false},
+    {R"({})", false},
+    {R"([])", false},
+    {R"("peerOnline")", false},
+    {R"(null)", false},
+};
+
+TEST(JsonAttack, AFrameHasExactlyOneKnownCaseWithFieldsOfTheirTypes) {
+    for (const auto& row : frames)
+        EXPECT_EQ(decode<RelayMessage>(row.text).has_value(), row.accepted) << row.text;
+    tell("shapes of a relay's frame", std::size(frames), "each as the table says");
+}
+
+} // namespace
+} // namespace morvex
