@@ -34,7 +34,7 @@ Companion::Companion(CompanionServices services)
       notes_(poznamky_),
       files_(*slozky_, services_.workers, scope_.token()),
       programs_(services_.processes, services_.link.relay.clock, services_.workers,
-                {services_.environment, services_.folders.accountHome()}),
+                {services_.environment, services_.folders.accountHome()}, scope_.token()),
       terminal_(*slozky_, {services_.processes, services_.link.relay.clock, programs_, services_.workers},
                 scope_.token()),
       nastroje_(table_, state_, schvalovani_, services_.link.random),

@@ -14,7 +14,8 @@ constexpr std::chrono::seconds timeToDecide{120};
 
 Task<bool> Schvalovani::pozadat(std::string nastroj, std::string nadpis, std::string nahlas,
                                 std::string detail) {
-    if (cekajici_) co_return false;
+    // After the stop no expiry would run: a question would stay open for ever.
+    if (cekajici_ || scope_.token().stop_requested()) co_return false;
     ApprovalRequest request;
     request.id = random_.uuid().text();
     request.tool = std::move(nastroj);
@@ -29,7 +30,8 @@ Task<bool> Schvalovani::pozadat(std::string nastroj, std::string nadpis, std::st
     cekajici_ = Cekajici{request, decision};
     zadost_ = request;
     scope_.spawn(expire(request.id));
-    if (poslatNaTelefon) poslatNaTelefon(request);
+    // A view may have decided already, as it heard of the request.
+    if (cekajici_ && poslatNaTelefon) poslatNaTelefon(request);
     co_return co_await decision->wait();
 }
 

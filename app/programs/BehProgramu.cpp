@@ -12,6 +12,10 @@ constexpr std::chrono::seconds drainLimit{2};
 
 } // namespace
 
+BehProgramu::~BehProgramu() {
+    if (zastaveni_ == Zastaveni::prvniStupen) child_->signalGroup(ChildSignal::kill);
+}
+
 Result<void> BehProgramu::spust(ProcessLauncher& launcher, const OutsideProgram& program,
                                 Clock::Duration timeout) {
     {
@@ -71,13 +75,18 @@ bool BehProgramu::zastav(Priznak duvod) {
         std::lock_guard lock(zamek_);
         if (!bezi_) return false;
         this->*duvod = true;
-        first = !std::exchange(zastavujeSe_, true);
+        first = zastaveni_ == Zastaveni::zadne;
+        if (first) zastaveni_ = Zastaveni::prvniStupen;
         child_->signalGroup(ChildSignal::terminate);
     }
-    if (first)
-        clock_.at(clock_.sinceBoot() + betweenStages,
-                  [self = shared_from_this()] { self->child_->signalGroup(ChildSignal::kill); });
+    if (first) clock_.at(clock_.sinceBoot() + betweenStages, [self = shared_from_this()] { self->zabij(); });
     return true;
+}
+
+void BehProgramu::zabij() {
+    std::lock_guard lock(zamek_);
+    zastaveni_ = Zastaveni::druhyStupen;
+    child_->signalGroup(ChildSignal::kill);
 }
 
 } // namespace morvex

@@ -18,6 +18,9 @@ class BehProgramu final : public ChildListener, public std::enable_shared_from_t
   public:
     BehProgramu(Clock& clock, SberVystupu sber) : clock_(clock), sber_(std::move(sber)) {}
 
+    /// The second stage of a stop comes at the latest now, as when the program ends before its time has come.
+    ~BehProgramu() override;
+
     /// Once, before all else.
     Result<void> spust(ProcessLauncher& launcher, const OutsideProgram& program, Clock::Duration timeout);
 
@@ -32,6 +35,7 @@ class BehProgramu final : public ChildListener, public std::enable_shared_from_t
 
   private:
     using Priznak = bool BehProgramu::*;
+    enum class Zastaveni { zadne, prvniStupen, druhyStupen };
 
     void output(std::string_view chunk) override { sber_.pridejVystup(chunk); }
 
@@ -41,6 +45,7 @@ class BehProgramu final : public ChildListener, public std::enable_shared_from_t
     void ended() override;
 
     bool zastav(Priznak duvod);
+    void zabij();
 
     Clock& clock_;
     SberVystupu sber_;
@@ -51,7 +56,7 @@ class BehProgramu final : public ChildListener, public std::enable_shared_from_t
     std::mutex zamek_;
     std::unique_ptr<ChildProcess> child_;
     bool bezi_ = false;
-    bool zastavujeSe_ = false;
+    Zastaveni zastaveni_ = Zastaveni::zadne;
     bool zruseno_ = false;
     bool vyprselo_ = false;
     std::int32_t status_ = 0;

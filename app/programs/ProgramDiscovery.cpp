@@ -97,20 +97,39 @@ std::optional<ProgramDiscovery::Nalez> search(const std::vector<std::string>& na
 } // namespace
 
 Task<std::string> ProgramDiscovery::prihlasovaciPath(Pamet pamet) {
+    std::shared_ptr<OneShot<bool>> poJinem;
     {
         std::lock_guard lock(zamek_);
         if (path_ && pamet == Pamet::pouzij) co_return *path_;
+        if (zjistujeSe_)
+            cekajici_.push_back(poJinem = std::make_shared<OneShot<bool>>());
+        else
+            zjistujeSe_ = true;
     }
+    if (poJinem) {
+        co_await poJinem->wait();
+        co_return co_await prihlasovaciPath();
+    }
+    auto path = co_await zjistitPath();
+    std::vector<std::shared_ptr<OneShot<bool>>> cekajici;
+    {
+        std::lock_guard lock(zamek_);
+        path_ = path;
+        zjistujeSe_ = false;
+        cekajici.swap(cekajici_);
+    }
+    for (const auto& dalsi : cekajici) dalsi->answer(true);
+    co_return path;
+}
+
+Task<std::string> ProgramDiscovery::zjistitPath() {
     auto entries = co_await zeShellu();
     append(entries, split(vlastni("PATH"), ':'));
     append(entries, znameAdresare());
     auto path = normalized(entries);
     entries = split(path, ':');
     append(entries, co_await odSpravcuBalicku(path));
-    path = normalized(entries);
-    std::lock_guard lock(zamek_);
-    path_ = path;
-    co_return path;
+    co_return normalized(entries);
 }
 
 Task<std::optional<ProgramDiscovery::Nalez>> ProgramDiscovery::najdiBinarku(std::vector<std::string> jmena) {
@@ -153,9 +172,12 @@ Task<std::vector<std::string>> ProgramDiscovery::odSpravcuBalicku(std::string pa
 
 /// Of the standard output, whatever the status; empty when there is none or the program did not start.
 Task<std::string> ProgramDiscovery::posledniRadek(OutsideProgram program) {
+    if (stop_.stop_requested()) co_return "";
     ProcessRunner runner(launcher_, clock_);
+    std::stop_callback cancel(stop_, [&runner] { runner.zrusit(); });
     auto result = co_await runner.spustit(std::move(program), timeLimit, {}, zachyt);
-    if (!result) co_return "";
+    // Of an output that was cut nobody knows the last line.
+    if (!result || result->vystup.size() >= zachyt.vystup) co_return "";
     auto lines = split(result->vystup, '\n');
     co_return lines.empty() ? "" : lines.back();
 }

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "foundation/Clock.h"
+#include "foundation/OneShot.h"
 #include "foundation/Task.h"
 #include "platform/ports/ProcessLauncher.h"
 
+#include <memory>
 #include <mutex>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -29,11 +32,18 @@ class ProgramDiscovery {
 
     enum class Pamet { pouzij, obnov };
 
-    ProgramDiscovery(ProcessLauncher& launcher, Clock& clock, Executor& workers, Surroundings surroundings)
-        : launcher_(launcher), clock_(clock), workers_(workers), surroundings_(std::move(surroundings)) {}
+    /// `stop` ends the programs that are being asked; what they would have said is then missing.
+    ProgramDiscovery(ProcessLauncher& launcher, Clock& clock, Executor& workers, Surroundings surroundings,
+                     std::stop_token stop = {})
+        : launcher_(launcher),
+          clock_(clock),
+          workers_(workers),
+          surroundings_(std::move(surroundings)),
+          stop_(std::move(stop)) {}
 
-    /// The search path, joined with ":". Resolved once for the life of this object; that takes as long as the
-    /// login shell and the package managers, up to 8 seconds each and the time to stop them.
+    /// The search path, joined with ":". Resolved once for the life of this object, however many ask at the
+    /// same time; that takes as long as the login shell and the package managers, up to 8 seconds each and
+    /// the time to stop them.
     Task<std::string> prihlasovaciPath(Pamet pamet = Pamet::pouzij);
 
     /// The first of the names that is found anywhere.
@@ -43,6 +53,7 @@ class ProgramDiscovery {
     Task<Environment> prostrediNastroju();
 
   private:
+    Task<std::string> zjistitPath();
     Task<std::vector<std::string>> zeShellu();
     Task<std::vector<std::string>> odSpravcuBalicku(std::string path);
     Task<std::string> posledniRadek(OutsideProgram program);
@@ -53,8 +64,11 @@ class ProgramDiscovery {
     Clock& clock_;
     Executor& workers_;
     const Surroundings surroundings_;
+    const std::stop_token stop_;
     std::mutex zamek_;
     std::optional<std::string> path_;
+    bool zjistujeSe_ = false;
+    std::vector<std::shared_ptr<OneShot<bool>>> cekajici_; ///< for the path that somebody else is resolving
 };
 
 } // namespace morvex

@@ -58,6 +58,30 @@ TEST_F(EndToEnd, AFreshPhonePairsAndUsesFilesOfAnAllowedFolder) {
     EXPECT_TRUE(contains(unknown.output, "Nástroj mac.web.search tenhle Mac nemá.")) << unknown.output;
 }
 
+TEST_F(EndToEnd, CommandsThatLookRunInAnAllowedFolderWithBothOutputsAndTheirStatus) {
+    auto mac = startMac();
+    pair(*mac);
+    auto folder = allow(*mac, "Ukázka");
+    std::ofstream(folder + "/script.py")
+        << "import sys\nprint('ven')\nprint('chyba', file=sys.stderr)\nsys.exit(3)\n";
+    auto run = [this](const std::string& program, const std::string& args) {
+        return phone({"--json", "call", "mac.terminal.run",
+                      R"({"program":")" + program + R"(","args":[)" + args + "]}"});
+    };
+    auto script = run("python3", R"("script.py")");
+    EXPECT_EQ(script.code, 1) << script.output;
+    EXPECT_TRUE(contains(script.output, R"("exit_code":3)")) << script.output;
+    EXPECT_TRUE(contains(script.output, R"("output":"ven\n")")) << script.output;
+    EXPECT_TRUE(contains(script.output, R"("stderr":"chyba\n")")) << script.output;
+
+    auto found = run("grep", R"("-n","ven",".","-r")");
+    EXPECT_EQ(found.code, 0) << found.output;
+    EXPECT_TRUE(contains(found.output, "script.py:2:print('ven')")) << found.output;
+    auto status = run("git", R"("status")");
+    EXPECT_TRUE(contains(status.output, R"("exit_code":128)")) << status.output;
+    EXPECT_TRUE(contains(status.output, "not a git repository")) << status.output;
+}
+
 TEST_F(EndToEnd, ThePromptTakesAScriptOfLines) {
     auto mac = startMac();
     pair(*mac);

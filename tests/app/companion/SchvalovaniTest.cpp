@@ -80,10 +80,10 @@ TEST_F(SchvalovaniTest, ADecisionOfThePhoneEndsTheRequestWithItsIdOnly) {
 TEST_F(SchvalovaniTest, ARequestLapsesAfter120Seconds) {
     start();
     auto answer = askFor("x");
-    clock.advance(119s);
+    clock.advance(120s - 1ms);
     executor.runUntilIdle();
     EXPECT_FALSE(*answer);
-    clock.advance(1s);
+    clock.advance(1ms);
     executor.runUntilIdle();
     EXPECT_EQ(*answer, false);
     EXPECT_FALSE(open());
@@ -135,6 +135,38 @@ TEST_F(SchvalovaniTest, WithoutALinkTheRequestStandsHereAlone) {
     auto answer = askFor("x");
     EXPECT_TRUE(open());
     EXPECT_FALSE(*answer);
+}
+
+TEST_F(SchvalovaniTest, ARequestThatCannotBeSentStandsHereAndLapses) {
+    startPaired();
+    phone.logIn();
+    executor.runUntilIdle();
+    auto before = trouble();
+    auto answer = askFor("x");
+    EXPECT_TRUE(takeRequests().empty());
+    EXPECT_TRUE(open());
+    EXPECT_EQ(trouble(), before);
+    clock.advance(120s);
+    executor.runUntilIdle();
+    EXPECT_EQ(*answer, false);
+}
+
+TEST_F(SchvalovaniTest, AViewThatDecidesAtOnceSparesThePhoneTheQuestion) {
+    startSecured();
+    auto watch = companion->schvalovani().zadost().addNotifier([this] {
+        if (open()) companion->schvalovani().rozhodnout(true);
+    });
+    EXPECT_EQ(*askFor("x"), true);
+    EXPECT_TRUE(takeRequests().empty());
+}
+
+TEST_F(SchvalovaniTest, AtTheEndOfTheProgramTheAnswerIsNo) {
+    start();
+    auto open = askFor("x");
+    EXPECT_TRUE(executor.run(companion->ukoncit()));
+    EXPECT_EQ(*open, false);
+    EXPECT_EQ(*askFor("late"), false);
+    companion.reset();
 }
 
 TEST_F(SchvalovaniTest, LossOfTheLinkRefuses) {

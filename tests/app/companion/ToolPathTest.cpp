@@ -249,5 +249,30 @@ TEST_F(ToolPathTest, TheOwnAssistantAsksBeforeEveryChange) {
     EXPECT_TRUE(std::filesystem::exists(folder + "/a.txt"));
 }
 
+Task<void> noteLocal(ToolGate& gate, std::shared_ptr<std::string> answer) {
+    *answer =
+        co_await local(gate, "mac.files.write", boost::json::object{{"path", "a.txt"}, {"content", "1"}});
+}
+
+TEST_F(ToolPathTest, WhateverIsNotAYesRefusesTheOwnAssistant) {
+    start();
+    auto folder = allowFolder("Projekty");
+    std::vector<std::function<void()>> ends{
+        [this] { companion->schvalovani().rozhodnout(false); },
+        [this] { clock.advance(120s); },
+        [this] { sleep.fallAsleep(); },
+    };
+    for (const auto& end : ends) {
+        auto answer = std::make_shared<std::string>();
+        executor.start(noteLocal(companion->nastroje(), answer));
+        executor.runUntilIdle();
+        EXPECT_EQ(*answer, "");
+        end();
+        executor.runUntilIdle();
+        EXPECT_EQ(*answer, errorOf("Akce nebyla potvrzena."));
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder + "/a.txt"));
+}
+
 } // namespace
 } // namespace morvex

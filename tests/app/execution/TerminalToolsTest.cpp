@@ -67,6 +67,12 @@ TEST_F(TerminalToolsTest, WithoutAProgramNothingRuns) {
     EXPECT_TRUE(commands().empty());
 }
 
+TEST_F(TerminalToolsTest, ABlankIsTheNameOfAProgramThatIsNotAllowed) {
+    EXPECT_EQ(call({{"program", " "}}).result,
+              (boost::json::object{
+                  {"error", "Program   spustit neumím. Povolené jsou jen ty, které nic nemění."}}));
+}
+
 TEST_F(TerminalToolsTest, ArgumentsOfAnotherTypeCountAsNone) {
     for (const boost::json::value& args :
          std::vector<boost::json::value>{"-la", {"-la", 1}, {{"a", "b"}}, nullptr}) {

@@ -27,6 +27,10 @@ using testing::ElementsAre;
 using testing::IsSupersetOf;
 using testing::StartsWith;
 
+Task<void> note(ProgramDiscovery& discovery, std::vector<std::string>& paths) {
+    paths.push_back(co_await discovery.prihlasovaciPath());
+}
+
 /// Executable files in a temporary folder, and answers of programs by the name of their binary.
 class ProgramDiscoveryTest : public testing::Test {
   protected:
@@ -49,8 +53,8 @@ class ProgramDiscoveryTest : public testing::Test {
 
     ProgramDiscovery& discovery() {
         if (!made)
-            made.emplace(programs, clock, executor,
-                         ProgramDiscovery::Surroundings{environment, path("home")});
+            made.emplace(programs, clock, executor, ProgramDiscovery::Surroundings{environment, path("home")},
+                         stop.get_token());
         return *made;
     }
 
@@ -87,6 +91,7 @@ class ProgramDiscoveryTest : public testing::Test {
     ScriptedPrograms programs;
     Environment environment;
     std::map<std::string, Answer> answers;
+    std::stop_source stop;
     std::optional<ProgramDiscovery> made;
 };
 
@@ -164,6 +169,46 @@ TEST_F(ProgramDiscoveryTest, AShellThatHangsIsStoppedAfterEightSeconds) {
     shell.listener->ended();
     executor.runUntilIdle();
     EXPECT_THAT(leading(), ElementsAre(path("own")));
+}
+
+TEST_F(ProgramDiscoveryTest, AShellThatPrintsWithoutEndYieldsNothing) {
+    environment["SHELL"] = "/bin/zsh";
+    answers["zsh"] = {.output = "/a\n" + std::string(2 * 1024 * 1024, '/')};
+    EXPECT_THAT(leading(), ElementsAre(path("own")));
+}
+
+TEST_F(ProgramDiscoveryTest, AStopEndsTheProgramThatIsAskedAndAsksNoOther) {
+    environment["SHELL"] = "/bin/zsh";
+    file("own/npm");
+    programs.answer = [](const OutsideProgram&) { return std::nullopt; };
+    EXPECT_EQ(executor.run(discovery().prihlasovaciPath()), std::nullopt);
+    stop.request_stop();
+    auto& shell = *programs.children.front();
+    EXPECT_THAT(shell.signals, ElementsAre(ChildSignal::terminate));
+    shell.listener->exited(15);
+    shell.listener->ended();
+    executor.runUntilIdle();
+    EXPECT_EQ(programs.programs.size(), 1U);
+    EXPECT_THAT(leading(), ElementsAre(path("own")));
+}
+
+TEST_F(ProgramDiscoveryTest, ManyWhoAskAtOnceGetThePathOfOneResolution) {
+    environment["SHELL"] = "/bin/zsh";
+    programs.answer = [](const OutsideProgram& program) {
+        return program.binary == "/bin/zsh" ? std::nullopt : std::optional(Answer{});
+    };
+    std::vector<std::string> paths;
+    for (int i = 0; i < 3; ++i) executor.start(note(discovery(), paths));
+    executor.runUntilIdle();
+    ASSERT_EQ(programs.children.size(), 1U);
+    auto& shell = *programs.children.front();
+    shell.listener->output("/bin/of/shell\n");
+    shell.listener->exited(0);
+    shell.listener->ended();
+    executor.runUntilIdle();
+    ASSERT_EQ(paths.size(), 3U);
+    for (const auto& each : paths) EXPECT_THAT(each, StartsWith("/bin/of/shell:"));
+    EXPECT_EQ(std::ranges::count(programs.programs, "/bin/zsh", &OutsideProgram::binary), 1);
 }
 
 TEST_F(ProgramDiscoveryTest, DuplicatesKeepTheirFirstPosition) {

@@ -39,6 +39,12 @@ class Lines {
                 "a line did not come");
     }
 
+    void waitForAny() {
+        std::unique_lock lock(mutex_);
+        vyzaduj(more_.wait_for(lock, std::chrono::minutes(1), [&] { return !lines_.empty(); }),
+                "no line came");
+    }
+
     std::vector<std::string> all() {
         std::lock_guard lock(mutex_);
         return lines_;

@@ -5,7 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <ctime>
+#include <filesystem>
+#include <fstream>
 #include <latch>
+#include <sstream>
 #include <string>
 
 namespace morvex {
@@ -48,6 +53,28 @@ TEST_F(BoottimeClockTest, CallsBackWhenTheTimeHasCome) {
     });
     done.wait();
     EXPECT_GE(called, when);
+}
+
+/// Both are seen from outside: the timer says which clock it follows, the time is the system's own.
+TEST_F(BoottimeClockTest, CountsTheTimeOfASuspend) {
+    auto timers = std::filesystem::directory_iterator("/proc/self/fdinfo");
+    auto follows = [](const std::filesystem::directory_entry& entry) {
+        std::stringstream text;
+        text << std::ifstream(entry.path()).rdbuf();
+        return text.str().contains("clockid: " + std::to_string(CLOCK_BOOTTIME) + "\n");
+    };
+    EXPECT_TRUE(std::any_of(begin(timers), end(timers), follows));
+
+    timespec before{};
+    ::clock_gettime(CLOCK_BOOTTIME, &before);
+    auto told = clock_->sinceBoot();
+    timespec after{};
+    ::clock_gettime(CLOCK_BOOTTIME, &after);
+    auto span = [](const timespec& time) {
+        return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+    };
+    EXPECT_LE(span(before), told);
+    EXPECT_LE(told, span(after));
 }
 
 TEST_F(BoottimeClockTest, CallsInTheOrderOfTheTimesAndThenOfTheCalls) {

@@ -69,10 +69,5 @@ TEST(SysfsPower, AListThatCannotBeReadCountsAsBattery) {
     EXPECT_FALSE(SysfsPower(folder.path() / "missing").onMains());
 }
 
-TEST(SysfsPower, ReadsTheKernelsOwnList) {
-    SysfsPower power;
-    EXPECT_EQ(power.onMains(), power.onMains());
-}
-
 } // namespace
 } // namespace morvex
