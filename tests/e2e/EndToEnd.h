@@ -1,41 +1,12 @@
 #pragma once
 
-#include "tests/e2e/Program.h"
-#include "tests/support/TemporaryFolder.h"
+#include "tests/e2e/Household.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <memory>
-#include <string>
-#include <vector>
-
 namespace morvex {
 
-/// A relay on a free port, and homes for computers and phones, without display and bus.
-class EndToEnd : public testing::Test {
-  protected:
-    EndToEnd();
-
-    void startRelay();
-    /// Ends the relay and starts it again on the same port and database.
-    void restartRelay();
-
-    /// A companion in the home of this name.
-    std::unique_ptr<Program> startMac(const std::string& home = "mac");
-    /// Runs one command of the phone.
-    Ended phone(std::vector<std::string> arguments, const std::string& input = "");
-
-    /// Pairs phone and computer; both have shown the number that it gives.
-    std::string pair(Program& mac);
-    /// Makes a folder in the computer's home and allows it. Gives its path.
-    std::string allow(Program& mac, const std::string& name);
-
-    Program::Environment environment(const std::string& home);
-
-    TemporaryFolder temporary;
-    std::string relayAddress;
-    std::unique_ptr<Program> relay;
-};
+/// Tests of whole programs.
+class EndToEnd : public testing::Test, protected Household {};
 
 } // namespace morvex

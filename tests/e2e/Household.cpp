@@ -1,16 +1,18 @@
-#include "tests/e2e/EndToEnd.h"
+#include "tests/e2e/Household.h"
 
 #include "shared/base/Require.h"
+
+#include <gtest/gtest.h>
 
 #include <csignal>
 
 namespace morvex {
 
-EndToEnd::EndToEnd() {
+Household::Household() {
     startRelay();
 }
 
-void EndToEnd::startRelay() {
+void Household::startRelay() {
     auto listen = relayAddress.empty() ? "127.0.0.1:0" : relayAddress.substr(relayAddress.find("//") + 2);
     relay = std::make_unique<Program>(
         "morvex-relay",
@@ -20,25 +22,25 @@ void EndToEnd::startRelay() {
     relayAddress = line.substr(line.find("http://"));
 }
 
-void EndToEnd::restartRelay() {
+void Household::restartRelay() {
     relay->signal(SIGTERM);
     EXPECT_EQ(relay->wait(), 0);
     startRelay();
 }
 
-std::unique_ptr<Program> EndToEnd::startMac(const std::string& home) {
+std::unique_ptr<Program> Household::startMac(const std::string& home) {
     auto mac = std::make_unique<Program>("morvex", std::vector<std::string>{}, environment(home));
     mac->waitForLine("běží");
     mac->type("relay " + relayAddress);
     return mac;
 }
 
-Ended EndToEnd::phone(std::vector<std::string> arguments, const std::string& input) {
+Ended Household::phone(std::vector<std::string> arguments, const std::string& input) {
     arguments.insert(arguments.begin(), {"--data", (temporary.path() / "phone").string()});
     return runProgram("morvex-phone", arguments, environment("phone"), input);
 }
 
-std::string EndToEnd::pair(Program& mac) {
+std::string Household::pair(Program& mac) {
     mac.type("parovat");
     auto code = mac.waitForNextLine("{\"agreementKey\"");
     auto paired = phone({"--yes", "pair", code});
@@ -51,7 +53,7 @@ std::string EndToEnd::pair(Program& mac) {
     return number;
 }
 
-std::string EndToEnd::allow(Program& mac, const std::string& name) {
+std::string Household::allow(Program& mac, const std::string& name) {
     auto folder = temporary.path() / "mac" / name;
     std::filesystem::create_directories(folder);
     mac.type("povolit " + folder.string());
@@ -59,10 +61,11 @@ std::string EndToEnd::allow(Program& mac, const std::string& name) {
     return folder.string();
 }
 
-Program::Environment EndToEnd::environment(const std::string& home) {
+Program::Environment Household::environment(const std::string& home) {
     auto folder = temporary.path() / home;
     std::filesystem::create_directories(folder);
     Program::Environment variables{{"HOME", folder.string()}, {"PATH", "/usr/bin:/bin"}};
+    variables.insert(shared.begin(), shared.end());
     for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"})
         if (const char* value = std::getenv(name)) variables[name] = value;
     return variables;
