@@ -1,5 +1,6 @@
 #include "app/agents/ClaudeCodeAdapter.h"
 
+#include "app/agents/AgentId.h"
 #include "app/agents/JsonFields.h"
 #include "app/agents/Phrases.h"
 #include "foundation/Text.h"
@@ -98,7 +99,7 @@ ZpravaAgenta read(const boost::json::object& line) {
 } // namespace
 
 std::string ClaudeCodeAdapter::id() const {
-    return "claude-code";
+    return std::string(AgentId::claudeCode);
 }
 
 std::vector<std::string> ClaudeCodeAdapter::jmenaBinarky() const {

@@ -1,5 +1,6 @@
 #include "app/agents/CodexAdapter.h"
 
+#include "app/agents/AgentId.h"
 #include "app/agents/JsonFields.h"
 #include "app/agents/Phrases.h"
 #include "foundation/Text.h"
@@ -76,7 +77,7 @@ ZpravaAgenta read(const Event& event) {
 } // namespace
 
 std::string CodexAdapter::id() const {
-    return "codex";
+    return std::string(AgentId::codex);
 }
 
 std::vector<std::string> CodexAdapter::jmenaBinarky() const {

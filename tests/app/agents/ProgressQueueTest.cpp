@@ -1,0 +1,94 @@
+#include "app/agents/ProgressQueue.h"
+
+#include "platform/memory/ManualExecutor.h"
+
+#include <gtest/gtest.h>
+
+namespace morvex {
+namespace {
+
+using testing::ElementsAre;
+
+class ProgressQueueTest : public testing::Test {
+  protected:
+    void progress(std::string text) { queue->pridej({.relace = {}, .prubeh = std::move(text)}); }
+
+    void session(std::string id) { queue->pridej({.relace = std::move(id), .prubeh = {}}); }
+
+    ManualExecutor executor;
+    std::vector<std::string> heard;
+    std::shared_ptr<Bezici> task = std::make_shared<Bezici>();
+    std::shared_ptr<ProgressQueue> queue = std::make_shared<ProgressQueue>(
+        executor,
+        PosluchacAgenta{[this](std::string text) { heard.push_back(std::move(text)); },
+                        [this](std::string id) { heard.push_back("session " + id); }},
+        task);
+};
+
+TEST_F(ProgressQueueTest, PassesAllOnInOrderByOneJob) {
+    progress("a");
+    session("s");
+    progress("b");
+    queue->pridej({.relace = "t", .prubeh = "c"});
+    EXPECT_TRUE(heard.empty());
+    EXPECT_EQ(executor.runUntilIdle(), 1);
+    EXPECT_THAT(heard, ElementsAre("a", "session s", "b", "session t", "c"));
+    progress("d");
+    EXPECT_EQ(executor.runUntilIdle(), 1);
+    EXPECT_EQ(heard.back(), "d");
+}
+
+TEST_F(ProgressQueueTest, TheTaskHasItsProgressBeforeItIsTold) {
+    std::vector<std::optional<std::string>> seen;
+    queue = std::make_shared<ProgressQueue>(
+        executor, PosluchacAgenta{[&](const std::string&) { seen.push_back(task->prubeh); }, {}}, task);
+    progress("a");
+    progress("b");
+    executor.runUntilIdle();
+    EXPECT_THAT(seen, ElementsAre("a", "b"));
+}
+
+TEST_F(ProgressQueueTest, LateProgressFindsNoTaskAndIsStillPassedOn) {
+    progress("late");
+    task.reset();
+    executor.runUntilIdle();
+    EXPECT_THAT(heard, ElementsAre("late"));
+}
+
+TEST_F(ProgressQueueTest, AnEmptyListenerHearsNothing) {
+    queue = std::make_shared<ProgressQueue>(executor, PosluchacAgenta{}, task);
+    progress("a");
+    session("s");
+    executor.runUntilIdle();
+    EXPECT_EQ(task->prubeh, "a");
+}
+
+TEST_F(ProgressQueueTest, AMainThreadThatIsFarBehindMissesTheOldestProgress) {
+    const std::string longText(100'000, 'x');
+    for (int i = 0; i < 1000; ++i) progress(std::to_string(i) + longText);
+    executor.runUntilIdle();
+    ASSERT_EQ(heard.size(), 10U);
+    EXPECT_EQ(heard.front(), "990" + longText);
+    EXPECT_EQ(heard.back(), "999" + longText);
+}
+
+TEST_F(ProgressQueueTest, TheLatestSessionIsNeverMissed) {
+    const std::string longText(100'000, 'x');
+    session("old");
+    session("new");
+    for (int i = 0; i < 100; ++i) progress(longText);
+    executor.runUntilIdle();
+    EXPECT_EQ(heard.front(), "session new");
+    EXPECT_EQ(std::ranges::count(heard, "session old"), 0);
+}
+
+TEST_F(ProgressQueueTest, OneTextIsPassedOnWhateverItsLength) {
+    const std::string longText(3'000'000, 'x');
+    progress("short");
+    progress(longText);
+    executor.runUntilIdle();
+    EXPECT_THAT(heard, ElementsAre(longText));
+}
+
+} // namespace
+} // namespace morvex

@@ -1,0 +1,205 @@
+#include "app/agents/AgentRunner.h"
+#include "foundation/ThreadExecutor.h"
+#include "platform/linux/SpawnLauncher.h"
+#include "platform/memory/ManualClock.h"
+#include "tests/app/programs/RealPrograms.h"
+#include "tests/support/Await.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <future>
+
+namespace morvex {
+namespace {
+
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::SizeIs;
+
+/// The agents are small shell scripts; what they print is the event stream of Codex.
+class RealAgentsTest : public testing::Test {
+  protected:
+    using Outcome = Result<AgentRunner::Vysledek>;
+
+    /// One for all tests: the search path is found out once.
+    struct Surroundings {
+        Surroundings() { std::filesystem::create_directories(folder.path() / "work"); }
+
+        TemporaryFolder folder;
+        SpawnLauncher launcher;
+        ManualClock clock;
+        ThreadExecutor main{"main"};
+        ThreadExecutor workers{"workers"};
+        ProgramDiscovery discovery{
+            launcher, clock, workers, {{{"PATH", folder.path().string()}}, "/nonexistent"}};
+    };
+
+    static void SetUpTestSuite() { surroundings = std::make_unique<Surroundings>(); }
+
+    static void TearDownTestSuite() { surroundings.reset(); }
+
+    /// Installs an agent that does this when it is run for a task.
+    static void install(const std::string& script) {
+        auto file = surroundings->folder.path() / "codex";
+        std::ofstream(file) << "#!/bin/sh\n[ \"$1\" = --version ] && { echo agent 1.0; exit; }\n" << script;
+        std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+    }
+
+    static std::string workFolder() { return surroundings->folder.path() / "work"; }
+
+    Outcome run(const std::string& script, std::optional<std::string> session = {}) {
+        install(script);
+        return await(surroundings->main, spust(std::move(session)));
+    }
+
+    std::future<Outcome> begin(const std::string& script) {
+        install(script);
+        return std::async(std::launch::async, [this] { return await(surroundings->main, spust({})); });
+    }
+
+    Task<Outcome> spust(std::optional<std::string> session) {
+        return runner.spust({"r1", {}, "codex", "Oprav to.", workFolder(), std::move(session)},
+                            {progress.callback(), {}});
+    }
+
+    bool cancel() {
+        return await(surroundings->main, runOn(surroundings->main, [this] { return runner.zrus(); }));
+    }
+
+    static inline std::unique_ptr<Surroundings> surroundings;
+    Lines progress;
+    AgentRunner runner{{surroundings->launcher, surroundings->clock, surroundings->discovery,
+                        surroundings->main, surroundings->workers},
+                       {}};
+};
+
+TEST_F(RealAgentsTest, AGoodRunGivesItsTextItsSessionAndItsProgress) {
+    auto outcome = run(R"sh(
+echo '{"type":"thread.started","thread_id":"t1"}'
+echo '{"type":"item.started","item":{"type":"command_execution","command":"make"}}'
+echo '{"type":"turn.completed","text":"Hotovo."}'
+)sh");
+    EXPECT_EQ(outcome.value(), (AgentRunner::Vysledek{"Hotovo.", "t1"}));
+    EXPECT_THAT(progress.all(), ElementsAre("Relace navázána.", "Spouštím: make"));
+}
+
+TEST_F(RealAgentsTest, TheAgentGetsItsFolderItsArgumentsAndAnInputAtItsEnd) {
+    auto outcome = run(R"sh(
+cat
+printf '{"type":"turn.completed","text":"%s %s %s %s"}' "$(pwd)" "$#" "$4" "$TERM"
+)sh");
+    EXPECT_EQ(outcome.value().text, workFolder() + " 8 " + workFolder() + " dumb");
+}
+
+TEST_F(RealAgentsTest, MalformedLinesAreSkipped) {
+    auto outcome = run(R"sh(
+echo 'Logged in.'
+echo '{"type":"error"'
+printf '{"type":"error",\000}\n'
+echo '[{"type":"error"}]'
+echo '{"type":"error","message":"\ud800"}'
+i=0; while [ $i -lt 100 ]; do printf '{"msg":'; i=$((i+1)); done; echo
+echo '{"type":"turn.completed","text":"Hotovo."}'
+)sh");
+    EXPECT_EQ(outcome.value().text, "Hotovo.");
+}
+
+TEST_F(RealAgentsTest, BytesThatAreNoTextAreReplaced) {
+    auto outcome = run(R"sh(printf '{"type":"turn.completed","text":"a\377b"}')sh");
+    EXPECT_EQ(outcome.value().text, "a\ufffdb");
+}
+
+TEST_F(RealAgentsTest, ALineOfFiftyMegabytesIsPassedOverAndTheRestIsRead) {
+    auto outcome = run(R"sh(
+printf '{"type":"error","message":"'; head -c 50000000 /dev/zero | tr '\0' x; echo '"}'
+echo '{"type":"turn.completed","text":"Hotovo."}'
+)sh");
+    EXPECT_EQ(outcome.value().text, "Hotovo.");
+}
+
+TEST_F(RealAgentsTest, ALongLineWithinTheBoundIsRead) {
+    auto outcome = run(R"sh(
+printf '{"type":"turn.completed","text":"'; head -c 8000000 /dev/zero | tr '\0' x; echo '"}'
+)sh");
+    EXPECT_EQ(outcome.value().text, std::string(8'000'000, 'x'));
+}
+
+TEST_F(RealAgentsTest, InterleavedStreamsDoNotMix) {
+    auto outcome = run(R"sh(
+i=0
+while [ $i -lt 500 ]; do
+  printf '{"type":"item.started","item":{"type":"file_'
+  echo '{"type":"error","message":"ne"}' >&2
+  echo 'change"}}'
+  i=$((i+1))
+done
+)sh");
+    EXPECT_EQ(outcome.value().text, "Nástroj nevrátil žádný text.");
+    EXPECT_THAT(progress.all(), SizeIs(500));
+    EXPECT_THAT(progress.all(), Each(std::string("Upravuji soubory.")));
+}
+
+TEST_F(RealAgentsTest, EndlessEventsAreStoppedByACancel) {
+    auto outcome = begin(R"sh(
+echo '{"type":"thread.started"}'
+exec yes '{"type":"item.started","item":{"type":"command_execution"}}'
+)sh");
+    progress.waitFor("Spouštím příkaz.");
+    EXPECT_TRUE(cancel());
+    EXPECT_EQ(outcome.get().error().popis(), "Zrušeno.");
+}
+
+TEST_F(RealAgentsTest, AnEndlessLineIsStoppedByACancel) {
+    auto outcome = begin(R"sh(
+echo '{"type":"thread.started"}'
+exec tr '\0' x </dev/zero
+)sh");
+    progress.waitFor("Relace navázána.");
+    EXPECT_TRUE(cancel());
+    EXPECT_EQ(outcome.get().error().popis(), "Zrušeno.");
+}
+
+TEST_F(RealAgentsTest, AnErrorInTheMiddleEndsTheAgentBySigtermAlone) {
+    auto outcome = run(R"sh(
+trap 'echo "{\"type\":\"item.started\",\"item\":{\"type\":\"command_execution\",\"command\":\"uklid\"}}"; exit 0' TERM
+echo '{"type":"error","message":"Došel kredit."}'
+while :; do sleep 0.01; done
+)sh");
+    EXPECT_EQ(outcome.error().popis(), "codex skončil chybou: Došel kredit.");
+    EXPECT_THAT(progress.all(), Contains("Spouštím: uklid")) << "it had the time to clean up";
+}
+
+TEST_F(RealAgentsTest, AnAgentThatIgnoresTheSignalAfterItsErrorGoesOnToItsEnd) {
+    auto outcome = run(R"sh(
+trap '' TERM
+echo '{"type":"error","message":"Došel kredit."}'
+echo '{"type":"turn.completed","text":"Dokončeno."}'
+echo '{"type":"item.started","item":{"type":"command_execution","command":"konec"}}'
+)sh");
+    EXPECT_EQ(outcome.error().popis(), "codex skončil chybou: Došel kredit.");
+    EXPECT_THAT(progress.all(), ElementsAre("Spouštím: konec"));
+}
+
+TEST_F(RealAgentsTest, ASessionThatIsGoneIsReplaced) {
+    auto outcome = run(R"sh(
+[ "$8" = resume ] && { echo 'Error: thread not found' >&2; exit 1; }
+echo '{"type":"thread.started","thread_id":"t2"}'
+echo '{"type":"turn.completed","text":"Hotovo."}'
+)sh",
+                       "t1");
+    EXPECT_EQ(outcome.value(), (AgentRunner::Vysledek{"Hotovo.", "t2"}));
+    EXPECT_THAT(progress.all(),
+                ElementsAre("Předchozí relace už neexistuje, zakládám novou.", "Relace navázána."));
+}
+
+TEST_F(RealAgentsTest, TheStatusIsToldWithoutWordsOfItsOwn) {
+    EXPECT_EQ(run("echo ' Nejde to. ' >&2; exit 3").error().popis(), "codex skončil chybou: Nejde to.");
+    EXPECT_EQ(run("exit 3").error().popis(), "codex skončil chybou: Proces skončil s kódem 3.");
+}
+
+} // namespace
+} // namespace morvex
