@@ -4,6 +4,7 @@
 #include "app/console/LineReader.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/BoottimeClock.h"
+#include "platform/linux/DesktopUrlOpener.h"
 #include "platform/linux/HostnamedName.h"
 #include "platform/linux/InodeBookmarks.h"
 #include "platform/linux/JsonDefaults.h"
@@ -77,6 +78,7 @@ struct System {
     LogindSleepInhibitor inhibitor;
     XdgAutostart loginItem{folders.configuration(), QCoreApplication::applicationFilePath().toStdString()};
     SpawnLauncher processes;
+    DesktopUrlOpener opener;
     ConsoleFolderPicker picker;
 
     CompanionServices services() {
@@ -96,6 +98,7 @@ struct System {
                 inhibitor,
                 loginItem,
                 processes,
+                opener,
                 ownEnvironment(),
                 HostnamedName().name().value_or("Mac"),
                 version};

@@ -51,14 +51,7 @@ void describe(auto& io, Is<UkolAgenta> auto& ukol) {
 }
 
 template struct Codec<UkolAgenta>;
-
-void Codec<std::vector<UkolAgenta>>::write(std::string& out, const std::vector<UkolAgenta>& ukoly) {
-    writeJson(out, ukoly);
-}
-
-bool Codec<std::vector<UkolAgenta>>::read(const JsonNode& node, std::vector<UkolAgenta>& ukoly) {
-    return readJson(node, ukoly);
-}
+template struct Codec<std::vector<UkolAgenta>>;
 
 WorkItem jakoWorkItem(const UkolAgenta& ukol) {
     WorkItem item;

@@ -44,12 +44,8 @@ inline constexpr std::array<std::string_view, 4> rawValues<UkolAgenta::Stav>{"be
                                                                              "preruseno"};
 
 extern template struct Codec<UkolAgenta>;
-
-/// The whole file: one JSON array.
-template <> struct Codec<std::vector<UkolAgenta>> {
-    static void write(std::string& out, const std::vector<UkolAgenta>& ukoly);
-    static bool read(const JsonNode& node, std::vector<UkolAgenta>& ukoly);
-};
+/// The whole file.
+extern template struct Codec<std::vector<UkolAgenta>>;
 
 /// The task as the phone is told of it.
 WorkItem jakoWorkItem(const UkolAgenta& ukol);

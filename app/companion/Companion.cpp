@@ -1,5 +1,6 @@
 #include "app/companion/Companion.h"
 
+#include "app/agents/AgentId.h"
 #include "app/companion/SmazatPar.h"
 #include "shared/wire/MacToolName.h"
 
@@ -12,7 +13,6 @@ namespace {
 const std::string statusRequestID = "status";
 const std::string relayAddressKey = "relay.adresa";
 const std::string defaultRelayAddress = "http://127.0.0.1:8787";
-const AgentStatus withoutAgents{false, {}, {}, "Tahle verze s kódovacími agenty ještě neumí pracovat."};
 
 } // namespace
 
@@ -29,6 +29,9 @@ Companion::Companion(CompanionServices services)
       souhrny_(SouhrnyStore::load(services_.folders.applicationSupport())),
       keychain_(services_.vault, services_.storage),
       customApps_(services_.defaults, keychain_, services_.link.random),
+      historieAgentu_(
+          HistorieAgentu::create(services_.folders.applicationSupport(),
+                                 {services_.link.relay.clock, services_.link.random, services_.opener})),
       integrations_(services_.defaults),
       hlas_(services_.defaults, keychain_),
       notes_(poznamky_),
@@ -37,17 +40,26 @@ Companion::Companion(CompanionServices services)
                 {services_.environment, services_.folders.accountHome()}, scope_.token()),
       terminal_(*slozky_, {services_.processes, services_.link.relay.clock, programs_, services_.workers},
                 scope_.token()),
+      agenti_({services_.processes, services_.link.relay.clock, programs_, services_.main, services_.workers},
+              scope_.token()),
       nastroje_(table_, state_, schvalovani_, services_.link.random),
       report_{state_,
               integrations_,
               *slozky_,
+              agenti_,
               bdelost_.stav().naNapajeni,
               services_.verzeAplikace,
               services_.jmenoZarizeni},
       spojeni_(services_.main, scope_,
                [this](SecureLink::Udalost udalost) { return zpracovat(std::move(udalost)); }),
       poznamkyTelefonu_(poznamky_, souhrny_, spojeni_, scope_),
-      dorucene_({nastroje_, schvalovani_, poznamkyTelefonu_, spojeni_, hlas_, customApps_,
+      ukolyTelefonu_(*historieAgentu_, spojeni_, [this] { return poslatStav(); }),
+      agentTools_(
+          agenti_, *historieAgentu_, ukolyTelefonu_,
+          {[this] { return slozky_->aliasy(); },
+           [this](const std::optional<std::string>& alias) { return slozky_->slozkaProAlias(alias); }},
+          scope_),
+      dorucene_({nastroje_, schvalovani_, ukolyTelefonu_, poznamkyTelefonu_, spojeni_, hlas_, customApps_,
                  [this] { return poslatStav(); }}),
       parovani_({services_.main, services_.storage, services_.link.relay, services_.http, services_.uloziste,
                  scope_},
@@ -62,8 +74,22 @@ void Companion::addTools() {
         MacToolName::status, [] { return true; },
         [this](ToolCall call) { return stavNastroj(std::move(call)); });
     notes_.addTo(table_, [this] { return integrations_.isOn(Integration::notes); });
+    addAgentTools();
     files_.addTo(table_, [this] { return integrations_.isOn(Integration::files); });
     terminal_.addTo(table_, [this] { return integrations_.isOn(Integration::terminal); });
+}
+
+void Companion::addAgentTools() {
+    auto isUsable = [this](Integration integration, const QProperty<AgentStatus>& stav) {
+        return
+            [this, integration, &stav] { return integrations_.isOn(integration) && stav.value().installed; };
+    };
+    agentTools_.addTo(table_, {.codex = isUsable(Integration::codex, state_.stavCodexu),
+                               .claude = isUsable(Integration::claude, state_.stavClauda),
+                               .rename = [this] {
+                                   return integrations_.isOn(Integration::codex) ||
+                                          integrations_.isOn(Integration::claude);
+                               }});
 }
 
 void Companion::installCallbacks() {
@@ -186,6 +212,7 @@ Task<void> Companion::zpracovat(SecureLink::Pripraveno) {
 }
 
 Task<void> Companion::doplnitPoPripojeni() {
+    co_await ukolyTelefonu_.doplnit();
     co_await poznamkyTelefonu_.doplnit();
 }
 
@@ -197,9 +224,15 @@ Task<void> Companion::poslatStav() {
 }
 
 Task<void> Companion::obnovitSluzby() {
-    state_.stavClauda = withoutAgents;
-    state_.stavCodexu = withoutAgents;
+    TaskScope detections(services_.main);
+    detections.spawn(zjistit(AgentId::claudeCode, &state_.stavClauda));
+    detections.spawn(zjistit(AgentId::codex, &state_.stavCodexu));
+    co_await detections.join();
     co_await poslatStav();
+}
+
+Task<void> Companion::zjistit(std::string_view nastroj, QProperty<AgentStatus>* stav) {
+    *stav = co_await agenti_.zjisti(std::string(nastroj));
 }
 
 void Companion::obnovit() {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "app/agents/AgentRunner.h"
+#include "app/agents/AgentTools.h"
+#include "app/agents/HistorieAgentu.h"
 #include "app/companion/Bdelost.h"
 #include "app/companion/CompanionServices.h"
 #include "app/companion/CompanionState.h"
@@ -9,6 +12,7 @@
 #include "app/companion/PhoneLink.h"
 #include "app/companion/Schvalovani.h"
 #include "app/companion/StatusReport.h"
+#include "app/companion/TaskSync.h"
 #include "app/companion/ToolGate.h"
 #include "app/customapps/MacCustomAppsService.h"
 #include "app/execution/FileTools.h"
@@ -77,12 +81,20 @@ class Companion {
 
     [[nodiscard]] SouhrnyStore& souhrny() { return souhrny_; }
 
+    [[nodiscard]] HistorieAgentu& historieAgentu() { return *historieAgentu_; }
+
+    [[nodiscard]] const AgentRunner& agenti() const { return agenti_; }
+
+    /// Asks the agent to end if it works on this task now.
+    bool zastavitUkol(const Uuid& workItemID) { return agentTools_.zastavit(workItemID); }
+
     [[nodiscard]] PairingFlow& parovani() { return parovani_; }
 
     [[nodiscard]] ToolGate& nastroje() { return nastroje_; }
 
   private:
     void addTools();
+    void addAgentTools();
     void installCallbacks();
     Task<bool> nactiIdentitu();
     Task<bool> nactiProtejsek();
@@ -96,6 +108,7 @@ class Companion {
     Task<void> usnoutPoOdpojeni();
     /// What the phone may have missed.
     Task<void> doplnitPoPripojeni();
+    Task<void> zjistit(std::string_view nastroj, QProperty<AgentStatus>* stav);
     Task<ToolOutcome> stavNastroj(ToolCall call);
     Task<void> poslatZadost(ApprovalRequest zadost);
 
@@ -109,17 +122,21 @@ class Companion {
     SouhrnyStore souhrny_;
     Keychain keychain_;
     MacCustomAppsService customApps_;
+    std::unique_ptr<HistorieAgentu> historieAgentu_;
     MacIntegrationSettings integrations_;
     MacVoiceController hlas_;
     NotesTools notes_;
     FileTools files_;
     ProgramDiscovery programs_;
     TerminalTools terminal_;
+    AgentRunner agenti_;
     ToolTable table_;
     ToolGate nastroje_;
     StatusReport report_;
     PhoneLink spojeni_;
     NotesSync poznamkyTelefonu_;
+    TaskSync ukolyTelefonu_;
+    AgentTools agentTools_;
     PhoneInbox dorucene_;
     PairingFlow parovani_;
     std::shared_ptr<const DeviceIdentity> identita_;

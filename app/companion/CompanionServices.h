@@ -11,6 +11,7 @@
 #include "platform/ports/SleepInhibitor.h"
 #include "platform/ports/SleepMonitor.h"
 #include "platform/ports/StandardFolders.h"
+#include "platform/ports/UrlOpener.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared-apple/IdentityStore.h"
 #include "shared-apple/SecureLink.h"
@@ -37,6 +38,7 @@ struct CompanionServices {
     SleepInhibitor& inhibitor;
     LoginItem& loginItem;
     ProcessLauncher& processes;
+    UrlOpener& opener;
 
     Environment environment;   ///< that of this program
     std::string jmenoZarizeni; ///< name of this computer, shown on the phone

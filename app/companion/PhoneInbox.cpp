@@ -17,8 +17,8 @@ concept OneOf = (std::same_as<Case, Cases> || ...);
 /// not have.
 template <class Case>
 concept Ignored = OneOf<Case, MacPayload::Status, MacPayload::ToolProgress, MacPayload::ToolResult,
-                        MacPayload::WorkItemUpdate, MacPayload::WorkItemAck, MacPayload::NoteAck,
-                        MacPayload::SummaryAck, MacPayload::Cancel, MacPayload::Approval>;
+                        MacPayload::WorkItemUpdate, MacPayload::NoteAck, MacPayload::SummaryAck,
+                        MacPayload::Cancel, MacPayload::Approval>;
 
 /// Bad arguments are no arguments: the tool then says what is missing.
 boost::json::object argumentsOf(const std::string& json) {
@@ -52,6 +52,11 @@ Task<void> PhoneInbox::handle(MacPayload::ToolCall call, std::string requestID) 
 
 Task<void> PhoneInbox::handle(MacPayload::ApprovalDecision decision, std::string) {
     services_.schvalovani.vyresit(decision.id, decision.approved);
+    co_return;
+}
+
+Task<void> PhoneInbox::handle(MacPayload::WorkItemAck potvrzeni, std::string) {
+    services_.ukoly.potvrzeno(potvrzeni);
     co_return;
 }
 

@@ -3,6 +3,7 @@
 #include "app/companion/NotesSync.h"
 #include "app/companion/PhoneLink.h"
 #include "app/companion/Schvalovani.h"
+#include "app/companion/TaskSync.h"
 #include "app/companion/ToolGate.h"
 #include "app/customapps/MacCustomAppsService.h"
 #include "app/voice/MacVoiceController.h"
@@ -23,6 +24,7 @@ class PhoneInbox {
     struct Services {
         ToolGate& nastroje;
         Schvalovani& schvalovani;
+        TaskSync& ukoly;
         NotesSync& poznamky;
         PhoneLink& spojeni;
         MacVoiceController& hlas;
@@ -37,6 +39,7 @@ class PhoneInbox {
   private:
     Task<void> handle(MacPayload::ToolCall call, std::string requestID);
     Task<void> handle(MacPayload::ApprovalDecision decision, std::string requestID);
+    Task<void> handle(MacPayload::WorkItemAck potvrzeni, std::string requestID);
     /// The offer depends on the key and on the apps, so a status follows these two.
     Task<void> handle(MacPayload::OpenAICredential credential, std::string requestID);
     Task<void> handle(MacPayload::CustomApps list, std::string requestID);

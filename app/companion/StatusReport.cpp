@@ -23,6 +23,12 @@ std::string inShort(const AgentStatus& agent) {
     return agent.problem.value_or("nenainstalováno");
 }
 
+std::optional<RunningTask> runningTask(const Bezici* bezici) {
+    if (!bezici) return std::nullopt;
+    return RunningTask{bezici->requestID, bezici->workItemID, bezici->nastroj, bezici->zacatek,
+                       bezici->prubeh};
+}
+
 boost::json::array asArray(const std::vector<std::string>& texts) {
     boost::json::array array;
     for (const auto& text : texts) array.emplace_back(text);
@@ -42,6 +48,7 @@ MacStatus StatusReport::at(Date now, std::vector<ToolDescriptor> offer) const {
     status.codex = agent(Integration::codex, state.stavCodexu);
     status.mailAvailable = integrations.isOn(Integration::appleMail) && state.postaDostupna;
     status.allowedFolders = slozky.aliasy();
+    status.runningTask = runningTask(agenti.bezici());
     status.onPower = naNapajeni;
     status.sentAt = now;
     return status;
@@ -56,7 +63,7 @@ boost::json::object StatusReport::forTool(const std::vector<ToolDescriptor>& off
             {"claude", inShort(state.stavClauda)},
             {"codex", inShort(state.stavCodexu)},
             {"folders", asArray(slozky.aliasy())},
-            {"busy", ""}};
+            {"busy", agenti.bezici() ? agenti.bezici()->nastroj : ""}};
 }
 
 AgentStatus StatusReport::agent(Integration integration, const AgentStatus& detected) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/agents/AgentRunner.h"
 #include "app/companion/CompanionState.h"
 #include "app/execution/Slozky.h"
 #include "app/personal/MacIntegrationSettings.h"
@@ -18,6 +19,7 @@ struct StatusReport {
     const CompanionState& state;
     const MacIntegrationSettings& integrations;
     const Slozky& slozky;
+    const AgentRunner& agenti;
     const QProperty<bool>& naNapajeni;
     std::string appVersion;
     std::string deviceName;

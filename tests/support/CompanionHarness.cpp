@@ -31,7 +31,10 @@ std::shared_ptr<ScriptedSocket> CompanionHarness::startSecured() {
 }
 
 void CompanionHarness::end() {
-    EXPECT_TRUE(executor.run(companion->ukoncit()));
+    TaskScope ending(executor);
+    ending.spawn(companion->ukoncit());
+    while (executor.runUntilIdle() + workers->runUntilIdle() > 0) continue;
+    EXPECT_EQ(ending.live(), 0);
     companion.reset();
 }
 
@@ -64,25 +67,11 @@ std::vector<MacStatus> CompanionHarness::takeStatuses() {
 }
 
 CompanionServices CompanionHarness::services() {
-    return {executor,
-            *storage,
-            *workers,
-            {{executor, clock, sockets}, random},
-            http,
-            store,
-            vault,
-            defaults,
-            bookmarks,
-            *askedPicker,
-            folders,
-            power,
-            sleep,
-            inhibitor,
-            loginItem,
-            programs,
-            {{"PATH", "/usr/bin:/bin"}},
-            "Počítač",
-            "1.2.3 (4)"};
+    return {executor,  *storage,     *workers,  {{executor, clock, sockets}, random},
+            http,      store,        vault,     defaults,
+            bookmarks, *askedPicker, folders,   power,
+            sleep,     inhibitor,    loginItem, programs,
+            opener,    environment,  "Počítač", "1.2.3 (4)"};
 }
 
 } // namespace morvex

@@ -16,6 +16,7 @@
 #include "platform/memory/ScriptedPrograms.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedSockets.h"
+#include "platform/memory/ScriptedUrlOpener.h"
 #include "tests/support/FailingStore.h"
 #include "tests/support/ScriptedPhone.h"
 #include "tests/support/TemporaryFolder.h"
@@ -30,13 +31,17 @@ namespace morvex {
 /// A companion among fakes, on one executor that the test drives.
 class CompanionHarness : public testing::Test {
   protected:
+    /// Outside programs fail, unless a test says otherwise.
+    CompanionHarness() {
+        folders.homeFolder = temporary.path().string();
+        programs.answer = [](const OutsideProgram&) { return ScriptedPrograms::Answer{.status = 127}; };
+    }
+
     struct Answer {
         bool ok = false;
         std::string json;
         std::string requestID;
     };
-
-    CompanionHarness() { folders.homeFolder = temporary.path().string(); }
 
     ~CompanionHarness() override {
         if (companion) end();
@@ -89,6 +94,8 @@ class CompanionHarness : public testing::Test {
     FakeSleepInhibitor inhibitor;
     FakeLoginItem loginItem;
     ScriptedPrograms programs;
+    ScriptedUrlOpener opener;
+    Environment environment{{"PATH", "/usr/bin:/bin"}};
     ScriptedPhone phone{clock};
     std::shared_ptr<const DeviceIdentity> mac;
     std::unique_ptr<Companion> companion;

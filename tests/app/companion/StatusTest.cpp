@@ -25,8 +25,9 @@ TEST_F(StatusTest, TellsWhatThisComputerCanDo) {
     EXPECT_TRUE(status.onPower);
     EXPECT_FALSE(status.mailAvailable);
     EXPECT_EQ(wholeSeconds(status.sentAt), wholeSeconds(clock.now()));
-    EXPECT_EQ(status.claude.problem, "Tahle verze s kódovacími agenty ještě neumí pracovat.");
-    EXPECT_FALSE(status.claude.installed);
+    EXPECT_EQ(status.claude, companion->stav().stavClauda.value());
+    EXPECT_EQ(status.codex, companion->stav().stavCodexu.value());
+    EXPECT_NE(status.claude.problem, "Zjišťuji…");
 }
 
 TEST_F(StatusTest, AnAgentThatIsSwitchedOffSaysSoWhateverWasDetected) {
@@ -89,7 +90,12 @@ TEST(StatusReport, TheListLeavesOutWhatThePhoneHasOfItsOwn) {
     QProperty<bool> power{true};
     CompanionState state;
     auto slozky = Slozky::create(defaults, bookmarks, picker, folders);
-    StatusReport report{state, integrations, *slozky, power, "1 (1)", "Mac"};
+    ScriptedPrograms programs;
+    ManualClock clock;
+    ManualExecutor executor;
+    ProgramDiscovery discovery(programs, clock, executor, {});
+    AgentRunner agents({programs, clock, discovery, executor, executor}, {});
+    StatusReport report{state, integrations, *slozky, agents, power, "1 (1)", "Mac"};
     auto offer = ToolCatalogue::descriptors();
     std::vector<std::string> listed;
     for (const auto& tool : report.at({}, offer).tools) listed.push_back(tool.name);

@@ -31,11 +31,12 @@ TEST_F(ToolPathTest, TheStatusToolTellsWhatThisComputerIs) {
     EXPECT_EQ(result["app_version"], "1.2.3 (4)");
     EXPECT_EQ(result["busy"], "");
     EXPECT_EQ(result["folders"], (boost::json::array{"Ukázka"}));
-    EXPECT_EQ(result["tools"], (boost::json::array{"mac.status", "mac.notes.search", "mac.notes.create",
-                                                   "mac.notes.update", "mac.notes.delete", "mac.files.search",
-                                                   "mac.files.read", "mac.files.write", "mac.terminal.run"}));
-    EXPECT_EQ(result["claude"], "Tahle verze s kódovacími agenty ještě neumí pracovat.");
-    EXPECT_EQ(result["codex"], "Tahle verze s kódovacími agenty ještě neumí pracovat.");
+    EXPECT_EQ(result["tools"],
+              (boost::json::array{"mac.status", "mac.notes.search", "mac.notes.create", "mac.notes.update",
+                                  "mac.notes.delete", "mac.agent.rename", "mac.files.search",
+                                  "mac.files.read", "mac.files.write", "mac.terminal.run"}));
+    EXPECT_EQ(result["claude"].as_string(), companion->stav().stavClauda.value().problem.value_or("none"));
+    EXPECT_EQ(result["codex"].as_string(), companion->stav().stavCodexu.value().problem.value_or("none"));
     EXPECT_EQ(result.size(), 7U);
 }
 
@@ -117,7 +118,7 @@ TEST_F(ToolPathTest, WithoutAnAllowedFolderNoFileToolIsOffered) {
     companion->integrations().set(Integration::notes, false);
     EXPECT_EQ(namesOf(companion->nastroje().nabizeneNastroje()), std::vector<std::string>{"mac.status"});
     auto folder = allowFolder("Projekty");
-    EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 5U);
+    EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 6U);
     companion->slozky().odebrat(folder);
     EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 1U);
 }

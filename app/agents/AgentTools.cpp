@@ -1,0 +1,150 @@
+#include "app/agents/AgentTools.h"
+
+#include "app/agents/AgentId.h"
+#include "app/tools/Arguments.h"
+#include "foundation/Text.h"
+#include "shared/wire/MacToolName.h"
+#include "shared/wire/TalkSpanError.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+/// A text that is no UUID counts as absent.
+std::optional<Uuid> uuid(const Arguments& arguments, std::string_view key) {
+    return Uuid::parse(arguments.requiredText(key));
+}
+
+bool isCancelled(const Error& error) {
+    const auto* known = error.as<TalkSpanError>();
+    return known && known->as<TalkSpanError::Cancelled>();
+}
+
+} // namespace
+
+void AgentTools::addTo(ToolTable& table, const Offer& offer) {
+    auto withFolder = [this](std::function<bool()> condition) {
+        return [this, condition = std::move(condition)] { return condition() && !folders_.aliasy().empty(); };
+    };
+    auto runs = [this](std::string_view nastroj) {
+        return [this, nastroj](ToolCall call) { return spust(nastroj, std::move(call)); };
+    };
+    auto cancels = [this](ToolCall call) { return zrus(std::move(call)); };
+    table.add(MacToolName::codexRun, withFolder(offer.codex), runs(AgentId::codex));
+    table.add(MacToolName::codexCancel, withFolder(offer.codex), cancels);
+    table.add(MacToolName::claudeRun, withFolder(offer.claude), runs(AgentId::claudeCode));
+    table.add(MacToolName::claudeCancel, withFolder(offer.claude), cancels);
+    table.add(MacToolName::agentRename, withFolder(offer.rename),
+              [this](ToolCall call) { return prejmenuj(std::move(call)); });
+}
+
+bool AgentTools::zastavit(const Uuid& workItemID) {
+    const auto* bezici = agenti_.bezici();
+    return bezici && bezici->workItemID == workItemID && agenti_.zrus();
+}
+
+Task<ToolOutcome> AgentTools::spust(std::string_view nastroj, ToolCall call) {
+    Arguments arguments(call.arguments);
+    auto slozka = folders_.slozkaProAlias(arguments.text("folder"));
+    if (!slozka) co_return bezSlozky();
+    if (agenti_.bezici() || agentniUloha_)
+        co_return ToolOutcome::refused("Na Macu už běží jiný úkol. Nejdřív ho dokonči nebo zastav.");
+
+    const std::string tool(nastroj);
+    auto workItemID = uuid(arguments, "work_item_id");
+    auto instrukce = arguments.requiredText("instruction");
+    auto navazana = relace(workItemID, tool, *slozka);
+    auto ukol = historie_.zaloz(
+        {workItemID, uuid(arguments, "conversation_id"), tool, arguments.text("title"), instrukce, *slozka});
+    agentniUloha_ = true;
+    // A task of the scope begins in a later job of this thread: the reply goes out before all it sends.
+    scope_.spawn(pracuj({std::move(call.requestID), ukol.workItemID, tool, std::move(instrukce),
+                         *std::move(slozka), std::move(navazana)},
+                        ukol.workItemID));
+    co_return ToolOutcome::done(
+        {{"accepted", true},
+         {"completed", false},
+         {"message", "Úkol byl přijat. Může běžet několik minut; výsledek oznámím po dokončení."},
+         {"work_item_id", ukol.workItemID.text()}});
+}
+
+ToolOutcome AgentTools::bezSlozky() const {
+    const auto aliasy = folders_.aliasy();
+    if (aliasy.empty())
+        return ToolOutcome::refused("Na Macu není povolená žádná složka. Přidej ji v okně Morvex.");
+    return ToolOutcome::refused("Neurčil jsi složku. Povolené jsou: " + join(aliasy, ", ") + ".");
+}
+
+std::optional<std::string> AgentTools::relace(const std::optional<Uuid>& workItemID,
+                                              const std::string& nastroj, const std::string& slozka) const {
+    return workItemID ? historie_.relaceProUkol(*workItemID, nastroj)
+                      : historie_.relaceProSlozku(nastroj, slozka);
+}
+
+Task<void> AgentTools::pracuj(AgentRunner::Zadani zadani, Uuid workItemID) {
+    co_await oznamUkol(workItemID);
+    co_await hlaseni_.poslatStav();
+    auto slysi = posluchac(zadani.requestID, workItemID);
+    auto vysledek = co_await agenti_.spust(std::move(zadani), std::move(slysi));
+    // The program ends: its next start finds the task running and marks it as interrupted.
+    if (scope_.token().stop_requested()) co_return;
+    zaznamenej(workItemID, std::move(vysledek));
+    co_await oznamUkol(workItemID);
+    agentniUloha_ = false;
+    co_await hlaseni_.poslatStav();
+}
+
+AgentRunner::Posluchac AgentTools::posluchac(const std::string& requestID, const Uuid& workItemID) {
+    return {.priPrubehu = [this, requestID](
+                              std::string text) { scope_.spawn(oznamPrubeh(std::move(text), requestID)); },
+            .priRelaci =
+                [this, workItemID](std::string relace) {
+                    historie_.nastavRelaci(workItemID, std::move(relace));
+                    scope_.spawn(oznamUkol(workItemID));
+                }};
+}
+
+void AgentTools::zaznamenej(const Uuid& workItemID, Result<AgentRunner::Vysledek> vysledek) {
+    if (vysledek)
+        historie_.dokonci(workItemID, std::move(vysledek->text), std::move(vysledek->relace));
+    else if (isCancelled(vysledek.error()))
+        historie_.preruseno(workItemID);
+    else
+        historie_.selhal(workItemID, vysledek.error().popis());
+}
+
+Task<void> AgentTools::oznamUkol(Uuid workItemID) {
+    auto ukol = historie_.ukol(workItemID);
+    if (ukol) co_await hlaseni_.poslatUkol(*std::move(ukol));
+}
+
+Task<void> AgentTools::oznamPrubeh(std::string text, std::string requestID) {
+    co_await hlaseni_.poslatPrubeh(std::move(text), std::move(requestID));
+    co_await hlaseni_.poslatStav();
+}
+
+Task<ToolOutcome> AgentTools::zrus(ToolCall) {
+    const bool isStopped = agenti_.zrus();
+    co_return ToolOutcome::done(
+        {{"cancelled", isStopped}, {"message", isStopped ? "Zastaveno." : "Nic neběželo."}});
+}
+
+Task<ToolOutcome> AgentTools::prejmenuj(ToolCall call) {
+    Arguments arguments(call.arguments);
+    auto title = trim(arguments.requiredText("title"));
+    auto ukol = historie_.prejmenuj(
+        {uuid(arguments, "work_item_id"), arguments.text("agent"), arguments.text("folder")}, title);
+    if (!ukol)
+        co_return ToolOutcome::refused(title.empty() ? "Chybí nový název relace."
+                                                     : "Odpovídající relaci jsem nenašel.");
+    auto workItemID = ukol->workItemID.text();
+    co_await hlaseni_.poslatUkol(*std::move(ukol));
+    co_return ToolOutcome::done({{"renamed", true},
+                                 {"title", title},
+                                 {"work_item_id", std::move(workItemID)},
+                                 {"message", "Relace se v Morvex jmenuje " + title + "."}});
+}
+
+} // namespace morvex

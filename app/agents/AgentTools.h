@@ -1,0 +1,69 @@
+#pragma once
+
+#include "app/agents/AgentReports.h"
+#include "app/agents/AgentRunner.h"
+#include "app/agents/HistorieAgentu.h"
+#include "app/tools/ToolTable.h"
+#include "foundation/TaskScope.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// The tools `mac.codex.*`, `mac.claude.*` and `mac.agent.rename`. A run is answered as soon as it is
+/// accepted and goes on in one background task, at most one at a time whatever the agent. Main thread.
+class AgentTools {
+  public:
+    /// The folders that the user allowed.
+    struct Folders {
+        std::function<std::vector<std::string>()> aliasy;
+        std::function<std::optional<std::string>(const std::optional<std::string>& alias)> slozkaProAlias;
+    };
+
+    /// What else has to hold beside an allowed folder.
+    struct Offer {
+        std::function<bool()> codex;
+        std::function<bool()> claude;
+        std::function<bool()> rename;
+    };
+
+    /// `scope` runs the background task; it belongs to the owner and is joined before this object goes.
+    AgentTools(AgentRunner& agenti, HistorieAgentu& historie, AgentReports& hlaseni, Folders folders,
+               TaskScope& scope)
+        : agenti_(agenti),
+          historie_(historie),
+          hlaseni_(hlaseni),
+          folders_(std::move(folders)),
+          scope_(scope) {}
+
+    void addTo(ToolTable& table, const Offer& offer);
+
+    /// For the person at the computer: asks the agent to end if it works on this work item now.
+    bool zastavit(const Uuid& workItemID);
+
+  private:
+    Task<ToolOutcome> spust(std::string_view nastroj, ToolCall call);
+    Task<ToolOutcome> zrus(ToolCall call);
+    Task<ToolOutcome> prejmenuj(ToolCall call);
+    [[nodiscard]] ToolOutcome bezSlozky() const;
+    [[nodiscard]] std::optional<std::string> relace(const std::optional<Uuid>& workItemID,
+                                                    const std::string& nastroj,
+                                                    const std::string& slozka) const;
+    Task<void> pracuj(AgentRunner::Zadani zadani, Uuid workItemID);
+    [[nodiscard]] AgentRunner::Posluchac posluchac(const std::string& requestID, const Uuid& workItemID);
+    void zaznamenej(const Uuid& workItemID, Result<AgentRunner::Vysledek> vysledek);
+    Task<void> oznamUkol(Uuid workItemID);
+    Task<void> oznamPrubeh(std::string text, std::string requestID);
+
+    AgentRunner& agenti_;
+    HistorieAgentu& historie_;
+    AgentReports& hlaseni_;
+    Folders folders_;
+    TaskScope& scope_;
+    bool agentniUloha_ = false; ///< the background task is there, from the acceptance to its recorded end
+};
+
+} // namespace morvex

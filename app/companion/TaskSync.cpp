@@ -1,0 +1,31 @@
+#include "app/companion/TaskSync.h"
+
+#include <utility>
+
+namespace morvex {
+
+Task<void> TaskSync::poslatStav() {
+    return poslatStav_();
+}
+
+Task<void> TaskSync::poslatUkol(UkolAgenta ukol) {
+    auto requestID = "work-item:" + ukol.workItemID.text();
+    (void)co_await spojeni_.poslat({MacPayload::WorkItemUpdate{jakoWorkItem(ukol)}}, std::move(requestID));
+}
+
+Task<void> TaskSync::poslatPrubeh(std::string text, std::string requestID) {
+    (void)co_await spojeni_.poslat({MacPayload::ToolProgress{std::move(text)}}, std::move(requestID));
+}
+
+void TaskSync::potvrzeno(const MacPayload::WorkItemAck& potvrzeni) {
+    historie_.potvrd(potvrzeni.id, potvrzeni.revision);
+}
+
+Task<void> TaskSync::doplnit() {
+    for (auto& ukol : historie_.nedorucene()) {
+        if (!spojeni_.jePritomne()) co_return;
+        co_await poslatUkol(std::move(ukol));
+    }
+}
+
+} // namespace morvex

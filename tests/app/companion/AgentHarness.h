@@ -1,0 +1,108 @@
+#pragma once
+
+#include "foundation/Text.h"
+#include "shared/wire/Json.h"
+#include "tests/support/CompanionHarness.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace morvex {
+
+/// A companion with both agents installed, logged in, and played by the test.
+class AgentHarness : public CompanionHarness {
+  protected:
+    AgentHarness() {
+        auto bin = temporary.path() / "bin";
+        std::filesystem::create_directories(bin);
+        for (const char* name : {"codex", "claude"}) {
+            std::ofstream(bin / name) << "x";
+            std::filesystem::permissions(bin / name, std::filesystem::perms::owner_all);
+        }
+        environment["PATH"] = bin.string();
+        programs.answer = [bin](const OutsideProgram& program) -> std::optional<ScriptedPrograms::Answer> {
+            if (!program.binary.starts_with(bin.string())) return ScriptedPrograms::Answer{.status = 127};
+            if (program.args.front() == "--version") return ScriptedPrograms::Answer{.output = "agent 1.0\n"};
+            if (program.args.front() == "auth") return ScriptedPrograms::Answer{};
+            return std::nullopt;
+        };
+    }
+
+    /// Paired, with a session, and one folder allowed. Gives its path.
+    std::string startWithFolder() {
+        startSecured();
+        auto folder = allowFolder("Projekty");
+        executor.runUntilIdle();
+        (void)phone.take();
+        return folder;
+    }
+
+    boost::json::object result(const std::string& tool, const boost::json::object& arguments = {}) {
+        phone.call(tool, encode(arguments), "req-1");
+        received = settled();
+        for (const auto& one : received)
+            if (const auto* found = one.payload.as<MacPayload::ToolResult>())
+                return parseJson(found->json).value().as_object();
+        return {};
+    }
+
+    std::string error(const std::string& tool, const boost::json::object& arguments = {}) {
+        auto answer = result(tool, arguments);
+        return answer.contains("error") ? std::string(answer["error"].as_string()) : "none";
+    }
+
+    /// Begins a task whose agent then waits for `say` and `finish`. Gives its work item.
+    Uuid begin(const std::string& tool, boost::json::object arguments = {}) {
+        arguments.insert_or_assign("instruction", "Oprav testy");
+        auto answer = result(tool, arguments);
+        EXPECT_TRUE(answer.contains("accepted")) << encode(answer);
+        return Uuid::parse(std::string(answer.at("work_item_id").as_string())).value();
+    }
+
+    void say(const std::string& line) {
+        agent().listener->output(line + "\n");
+        executor.runUntilIdle();
+    }
+
+    void finish(std::int32_t status = 0, const std::string& errors = {}) {
+        auto& running = agent();
+        if (!errors.empty()) running.listener->errors(errors);
+        running.listener->exited(status);
+        running.listener->ended();
+        executor.runUntilIdle();
+    }
+
+    /// A whole task of Codex, which answers with this session.
+    Uuid complete(const std::string& session, boost::json::object arguments = {}) {
+        auto id = begin("mac.codex.run", std::move(arguments));
+        say(R"({"type":"thread.started","thread_id":")" + session + "\"}");
+        finish();
+        return id;
+    }
+
+    ScriptedPrograms::Child& agent() { return *programs.children.back(); }
+
+    /// The arguments of the last program, joined.
+    [[nodiscard]] std::string commandLine() const { return join(programs.programs.back().args, " "); }
+
+    std::vector<ScriptedPhone::Received> settled() {
+        executor.runUntilIdle();
+        return phone.take();
+    }
+
+    static std::vector<WorkItem> itemsIn(const std::vector<ScriptedPhone::Received>& all) {
+        std::vector<WorkItem> items;
+        for (const auto& one : all)
+            if (const auto* update = one.payload.as<MacPayload::WorkItemUpdate>()) {
+                EXPECT_EQ(one.requestID, "work-item:" + update->item.id.text());
+                items.push_back(update->item);
+            }
+        return items;
+    }
+
+    HistorieAgentu& historie() { return companion->historieAgentu(); }
+
+    std::vector<ScriptedPhone::Received> received; ///< with the last `result`
+};
+
+} // namespace morvex
