@@ -26,6 +26,7 @@ std::vector<StyledLine> preferencesLines(const CompanionPreferences& preferences
 std::vector<StyledLine> appLines(const std::vector<CompanionCustomApp>& apps) {
     if (apps.empty()) return {{{"Žádné vlastní aplikace.", Style::faint}}};
     std::vector<StyledLine> lines;
+    lines.reserve(apps.size());
     for (const auto& app : apps)
         lines.push_back({{app.name, Style::strong},
                          {"  " + app.endpoint},

@@ -38,6 +38,7 @@ MacCustomAppsService::MacCustomAppsService(UserDefaults& defaults, const Keychai
 
 std::vector<AppSummary> MacCustomAppsService::apps() const {
     std::vector<AppSummary> rows;
+    rows.reserve(apps_.size());
     for (const auto& app : apps_)
         rows.push_back({app.id, app.name, app.endpoint, app.isEnabled(), !app.isFromMac()});
     return rows;
