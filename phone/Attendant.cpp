@@ -44,7 +44,11 @@ std::optional<bool> yesOrNo(const std::string& line) {
 }
 
 Attendant::Attendant(Phone& phone, PhoneSession& session, Shows shows)
-    : phone_(phone), session_(session), shows_(shows), policy_(policyOf(phone)) {}
+    : phone_(phone),
+      session_(session),
+      records_(phone.records, session, phone.terminal),
+      shows_(shows),
+      policy_(policyOf(phone)) {}
 
 Task<void> Attendant::heard(Inbox::Event event) {
     show(event);
@@ -53,6 +57,7 @@ Task<void> Attendant::heard(Inbox::Event event) {
         const bool isAnswered = co_await isAnswer(line->text);
         if (!isAnswered && open_) ask();
     }
+    co_await records_.heard(event);
     const auto* message = std::get_if<SecureLink::Zprava>(&event);
     if (!message) co_return;
     if (const auto* told = message->payload.as<MacPayload::WorkItemUpdate>())

@@ -2,6 +2,7 @@
 
 #include "phone/Phone.h"
 #include "phone/PhoneSession.h"
+#include "phone/RecordSync.h"
 
 #include <optional>
 #include <string>
@@ -13,7 +14,8 @@ namespace morvex {
 std::optional<bool> yesOrNo(const std::string& line);
 
 /// Looks after what comes while a command waits for something else: shows progress and tasks of the Mac,
-/// acknowledges these, and shows requests for approval and answers them as the options say.
+/// acknowledges these, keeps notes and summaries in step, and shows requests for approval and answers them as
+/// the options say.
 class Attendant final : public EventListener {
   public:
     enum class Shows { whatMatters, everything };
@@ -21,6 +23,8 @@ class Attendant final : public EventListener {
     Attendant(Phone& phone, PhoneSession& session, Shows shows);
 
     Task<void> heard(Inbox::Event event) override;
+
+    [[nodiscard]] RecordSync& records() { return records_; }
 
     /// True when the line answered the open request for approval.
     Task<bool> isAnswer(std::string line);
@@ -45,6 +49,7 @@ class Attendant final : public EventListener {
 
     Phone& phone_;
     PhoneSession& session_;
+    RecordSync records_;
     Shows shows_;
     ApprovalPolicy policy_;
     std::optional<ApprovalRequest> open_;

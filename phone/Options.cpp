@@ -21,14 +21,20 @@ struct CommandRow {
     std::string_view name;
     std::string_view arguments;
     std::string_view summary;
-    std::array<bool, 4> takes; ///< whether it takes 0, 1, 2, 3 arguments
+    std::array<bool, 5> takes; ///< whether it takes 0, 1, 2… arguments
 };
 
-constexpr std::array<CommandRow, 12> commands{{
+constexpr std::array<CommandRow, 14> commands{{
     {Command::pair, "pair", "[QR-TEXT | - | FILE.png]", "spáruje se s Macem podle QR kódu", {true, true}},
     {Command::status, "status", "", "ukáže, co Mac právě umí a dělá", {true}},
     {Command::tools, "tools", "", "vypíše nástroje Macu", {true}},
     {Command::call, "call", "NAME [JSON | -]", "zavolá nástroj", {false, true, true}},
+    {Command::notes,
+     "notes",
+     "list | create | edit | delete | sync",
+     "poznámky, i bez spojení",
+     {false, true, true, true, true}},
+    {Command::summaries, "summaries", "list | send", "souhrny pro Mac", {false, true, true, true, true}},
     {Command::watch, "watch", "", "vypisuje, co Mac posílá, do Ctrl-C", {true}},
     {Command::approve, "approve", "[ID yes|no]", "odpoví na žádost o potvrzení", {true, false, true}},
     {Command::key, "key", "", "předá Macu OpenAI klíč, jeden řádek ze vstupu; '-' ho smaže", {true}},
@@ -86,6 +92,11 @@ Result<void> takeJson(Options& options, const std::string&) {
     return {};
 }
 
+Result<void> takeOffline(Options& options, const std::string&) {
+    options.isOffline = true;
+    return {};
+}
+
 Result<void> takeYes(Options& options, const std::string&) {
     options.isConfirmed = true;
     return {};
@@ -101,17 +112,29 @@ Result<void> takeVersion(Options& options, const std::string&) {
     return {};
 }
 
-constexpr std::array<OptionRow, 7> optionRows{{
+constexpr std::array<OptionRow, 8> optionRows{{
     {"--data", "DIR", "kde jsou klíče a spárovaný Mac (výchozí $XDG_DATA_HOME/morvex-phone)", takeData},
     {"--json", "", "výstup pro programy", takeJson},
     {"--timeout", "SECONDS", "jak dlouho nejvýš čekat na relay a na Mac (výchozí 30)", takeTimeout},
     {"--yes", "", "potvrdí párovací číslo bez otázky", takeYes},
+    {"--offline", "", "poznámky a souhrny jen uloží; Mac je dostane při příštím spojení", takeOffline},
     {"--approve", "yes|no|ask", "odpověď na žádosti Macu (výchozí: na terminálu se zeptá)", takeApprove},
     {"--help", "", "tenhle text", takeHelp},
     {"--version", "", "verze programu", takeVersion},
 }};
 
 constexpr std::string_view endOfHelp =
+    "\n"
+    "Poznámky a souhrny:\n"
+    "  notes list\n"
+    "  notes create TITLE TEXT\n"
+    "  notes edit TITLE TEXT [NEW-TITLE]\n"
+    "  notes delete TITLE\n"
+    "  notes sync                        jen vyrovná telefon s Macem\n"
+    "  summaries list\n"
+    "  summaries send TITLE TEXT [SOURCE]\n"
+    "Název poznámky se porovnává bez velikosti písmen a diakritiky. Co Mac nepotvrdil, dostane při každém\n"
+    "dalším spojení znovu.\n"
     "\n"
     "Shell má vlastní příkazy navíc; vypíše je jeho help.\n"
     "\n"

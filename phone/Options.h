@@ -22,6 +22,8 @@ struct Options {
         status,
         tools,
         call,
+        notes,
+        summaries,
         watch,
         approve,
         key,
@@ -43,6 +45,7 @@ struct Options {
     std::chrono::seconds timeout{30};
     std::optional<ApprovalPolicy> approve; ///< nothing: ask on a terminal, else leave it to the Mac
     bool isJson = false;
+    bool isOffline = false;   ///< records are changed here, and delivered another time
     bool isConfirmed = false; ///< the pairing number needs no question
 
     /// `arguments` without the program's name. Fails with a `PhoneError` of wrong usage.

@@ -2,6 +2,7 @@
 
 #include "foundation/Try.h"
 #include "phone/PairCommands.h"
+#include "phone/RecordCommands.h"
 #include "phone/SessionCommands.h"
 #include "phone/SettingsCommands.h"
 #include "phone/Shell.h"
@@ -58,6 +59,16 @@ Task<Result<void>> inSession(Phone& phone, SessionCommand row) {
     co_return ended;
 }
 
+/// What was done on the phone stands, also when the Mac cannot be told of it now.
+Task<Result<void>> withRecords(Phone& phone, Command command, commands::RecordKind kind) {
+    CO_TRY(auto, delivery, commands::keepRecords(phone, kind, phone.options.arguments));
+    if (delivery == commands::Delivery::nothing || phone.options.isOffline) co_return Result<void>{};
+    auto delivered = co_await inSession(phone, {command, commands::synchronize});
+    if (!delivered && !phone.records.unconfirmed().empty())
+        phone.terminal.note("Tady je to uložené; Mac to dostane při příštím spojení.");
+    co_return delivered;
+}
+
 Task<Result<void>> chosen(Phone& phone) {
     auto command = phone.options.command;
     if (!command && phone.keyboard.isInteractive()) command = Command::shell;
@@ -67,6 +78,10 @@ Task<Result<void>> chosen(Phone& phone) {
     if (command == Command::preferences && words.empty()) co_return commands::showPreferences(phone);
     if (command == Command::apps && words == std::vector<std::string>{"list"})
         co_return commands::showApps(phone);
+    if (command == Command::notes)
+        co_return co_await withRecords(phone, *command, commands::RecordKind::notes);
+    if (command == Command::summaries)
+        co_return co_await withRecords(phone, *command, commands::RecordKind::summaries);
     const auto* row = std::ranges::find(sessionCommands, command, &SessionCommand::command);
     if (row != sessionCommands.end()) co_return co_await inSession(phone, *row);
     co_return failWith(ExitCode::usage, "Chybí příkaz. Zkus morvex-phone --help.");

@@ -4,6 +4,7 @@
 #include "phone/Keyboard.h"
 #include "phone/Options.h"
 #include "phone/PhoneError.h"
+#include "phone/PhoneRecords.h"
 #include "phone/PhoneSettings.h"
 #include "phone/Terminal.h"
 #include "platform/ports/HttpClient.h"
@@ -22,6 +23,7 @@ struct Phone {
     HttpClient& http;
     IdentityStore& store;
     PhoneSettings& settings;
+    PhoneRecords& records;
     Inbox& inbox;
     Keyboard& keyboard;
     Terminal& terminal;

@@ -117,9 +117,13 @@ Task<Result<void>> PhoneSession::decide(std::string approvalID, bool isApproved)
     co_return co_await link_->poslat({std::move(decision)}, std::move(requestID));
 }
 
+Task<void> PhoneSession::trySend(MacPayload payload, std::string requestID) {
+    (void)co_await link_->poslat(std::move(payload), std::move(requestID));
+}
+
 Task<void> PhoneSession::acknowledge(WorkItem item) {
     auto requestID = "work-item-ack:" + item.id.text();
-    (void)co_await link_->poslat({MacPayload::WorkItemAck{item.id, item.revision}}, std::move(requestID));
+    co_await trySend({MacPayload::WorkItemAck{item.id, item.revision}}, std::move(requestID));
 }
 
 void PhoneSession::takeNote(const Inbox::Event& event) {

@@ -52,6 +52,9 @@ class PhoneSession {
     Task<Result<void>> tellAndAwaitStatus(MacPayload payload, std::string requestID, Clock::Duration limit,
                                           EventListener& listener);
 
+    /// Sends what may get lost.
+    Task<void> trySend(MacPayload payload, std::string requestID);
+
     Task<Result<void>> decide(std::string approvalID, bool isApproved);
     /// Tells the Mac that this revision of a task has arrived. One that gets lost is told again after the
     /// Mac's next report of the task.

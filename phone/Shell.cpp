@@ -46,6 +46,9 @@ const std::vector<Shell::Row>& Shell::rows() {
         {"search", "TEXT", "najde soubory podle části názvu", &Shell::search},
         {"read", "PATH", "přečte soubor", &Shell::read},
         {"write", "PATH TEXT", "založí soubor (cesta s mezerami patří do uvozovek)", &Shell::write},
+        {"notes", "ACTION …", "poznámky: list, create, edit, delete, sync (slova s mezerami do uvozovek)",
+         &Shell::notes},
+        {"summaries", "ACTION …", "souhrny: list, send", &Shell::summaries},
         {"approve", "yes|no", "odpoví na žádost o potvrzení", &Shell::approve},
         {"key", "", "předá Macu OpenAI klíč z dalšího řádku; '-' ho smaže", &Shell::key},
         {"preferences", Options::preferencesArguments, "jazyk, hlas a místa", &Shell::preferences},
@@ -151,6 +154,23 @@ Task<Result<void>> Shell::write(std::string rest) {
     boost::json::object arguments{{"path", path}, {"content", content}};
     co_return co_await commands::callTool(phone_, session_, attendant_, std::string(MacToolName::filesWrite),
                                           encode(arguments));
+}
+
+Task<Result<void>> Shell::notes(std::string rest) {
+    return keep(commands::RecordKind::notes, std::move(rest));
+}
+
+Task<Result<void>> Shell::summaries(std::string rest) {
+    return keep(commands::RecordKind::summaries, std::move(rest));
+}
+
+Task<Result<void>> Shell::keep(commands::RecordKind kind, std::string rest) {
+    std::vector<std::string> words;
+    for (auto split = SplitLine::of(rest); !split.first.empty(); split = SplitLine::of(split.rest))
+        words.push_back(std::move(split.first));
+    CO_TRY(auto, delivery, commands::keepRecords(phone_, kind, words));
+    if (delivery == commands::Delivery::wanted) co_await attendant_.records().offer();
+    co_return Result<void>{};
 }
 
 Task<Result<void>> Shell::approve(std::string rest) {

@@ -3,6 +3,7 @@
 #include "phone/Attendant.h"
 #include "phone/Phone.h"
 #include "phone/PhoneSession.h"
+#include "phone/RecordCommands.h"
 
 #include <string>
 #include <string_view>
@@ -37,12 +38,16 @@ class Shell {
     Task<Result<void>> search(std::string rest);
     Task<Result<void>> read(std::string rest);
     Task<Result<void>> write(std::string rest);
+    Task<Result<void>> notes(std::string rest);
+    Task<Result<void>> summaries(std::string rest);
     Task<Result<void>> approve(std::string rest);
     Task<Result<void>> key(std::string rest);
     Task<Result<void>> preferences(std::string rest);
     Task<Result<void>> apps(std::string rest);
     Task<Result<void>> help(std::string rest);
     Task<Result<void>> quit(std::string rest);
+
+    Task<Result<void>> keep(commands::RecordKind kind, std::string rest);
 
     Phone& phone_;
     PhoneSession& session_;

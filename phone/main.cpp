@@ -53,10 +53,12 @@ Result<ExitCode> run(const Options& options, Terminal& terminal) {
     KeychainStore store(vault, service);
     PhoneSettings settings(vault, service);
     SystemRandom random;
+    auto records = PhoneRecords::load(*data, **clock, random);
     CurlHttpClient http;
     BeastWebSocketClient sockets;
-    Phone phone{options, {{executor, **clock, sockets}, random}, http, store, settings, inbox, **console,
-                terminal};
+    Phone phone{
+        options, {{executor, **clock, sockets}, random}, http, store, settings, records, inbox, **console,
+        terminal};
     ExitCode code = ExitCode::done;
     TaskScope scope(executor);
     scope.spawn(drive(phone, **console, code));

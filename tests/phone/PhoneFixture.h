@@ -9,6 +9,7 @@
 #include "platform/memory/ScriptedSockets.h"
 #include "shared-apple/PametoveUloziste.h"
 #include "tests/phone/ScriptedMac.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -83,6 +84,8 @@ class PhoneFixture : public testing::Test {
     PametoveUloziste store;
     MemoryVault vault;
     PhoneSettings settings{vault, "morvex-phone"};
+    TemporaryFolder folder;
+    PhoneRecords records = PhoneRecords::load(folder.path(), clock, random);
     std::stop_source interruption;
     Inbox inbox{clock, interruption.get_token()};
     ScriptedKeyboard keyboard{inbox};

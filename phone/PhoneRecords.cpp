@@ -1,0 +1,141 @@
+#include "phone/PhoneRecords.h"
+
+#include "foundation/Text.h"
+#include "foundation/Try.h"
+#include "phone/PhoneError.h"
+#include "shared/wire/Json.h"
+
+#include <algorithm>
+#include <chrono>
+#include <limits>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+constexpr std::size_t longestArchive = 64 * 1024 * 1024;
+constexpr std::chrono::days summarizedPeriod{1};
+
+Result<void> checkTexts(const std::string& title, const std::string& body) {
+    if (title.empty() || body.empty()) return failWith(ExitCode::usage, "Chybí název nebo text.");
+    return {};
+}
+
+template <class Record> const Record* withId(const std::vector<Record>& records, const Uuid& id) {
+    auto found = std::ranges::find(records, id, &Record::id);
+    return found == records.end() ? nullptr : &*found;
+}
+
+} // namespace
+
+PhoneRecords PhoneRecords::load(const std::filesystem::path& folder, Clock& clock, Random& random) {
+    PhoneRecords records({folder / "records.json", longestArchive}, clock, random);
+    auto bytes = records.file_.read();
+    if (!bytes || !*bytes) return records;
+    auto archive = decode<PhoneArchive>(**bytes, longestArchive);
+    if (archive && archive->schemaVersion == PhoneArchive{}.schemaVersion)
+        records.archive_ = *std::move(archive);
+    else
+        records.file_.markDamaged();
+    return records;
+}
+
+bool PhoneRecords::isConfirmed(const Uuid& id) const {
+    return std::ranges::find(archive_.unconfirmed, id) == archive_.unconfirmed.end();
+}
+
+Result<MorvexNote> PhoneRecords::create(const std::string& title, const std::string& body) {
+    MorvexNote note{random_.uuid(), trim(title), trim(body), now(), now(), 0, std::nullopt};
+    if (auto checked = checkTexts(note.title, note.body); !checked) return fail(checked.error());
+    return saveChange(archive_.notes.emplace_back(std::move(note)));
+}
+
+Result<MorvexNote> PhoneRecords::edit(const std::string& title, const std::string& body,
+                                      const std::optional<std::string>& newTitle) {
+    TRY(auto*, note, find(title));
+    auto name = newTitle ? trim(*newTitle) : note->title;
+    auto content = trim(body);
+    if (auto checked = checkTexts(name, content); !checked) return fail(checked.error());
+    note->title = std::move(name);
+    note->body = std::move(content);
+    return saveChange(*note);
+}
+
+Result<MorvexNote> PhoneRecords::remove(const std::string& title) {
+    TRY(auto*, note, find(title));
+    note->deletedAt = now();
+    return saveChange(*note);
+}
+
+Result<MorvexSummary> PhoneRecords::summarize(const std::string& title, const std::string& body,
+                                              std::vector<std::string> sources) {
+    MorvexSummary summary{random_.uuid(),           trim(title), trim(body),         now(),
+                          now() - summarizedPeriod, now(),       std::move(sources), 1};
+    if (auto checked = checkTexts(summary.title, summary.body); !checked) return fail(checked.error());
+    archive_.summaries.push_back(summary);
+    if (auto saved = saveUnconfirmed(summary.id); !saved) return fail(saved.error());
+    return summary;
+}
+
+bool PhoneRecords::merge(MorvexNote note) {
+    auto own = std::ranges::find(archive_.notes, note.id, &MorvexNote::id);
+    if (own != archive_.notes.end() && own->supersedes(note)) return false;
+    const bool isConfirmation = std::erase(archive_.unconfirmed, note.id) > 0;
+    if (own == archive_.notes.end())
+        archive_.notes.push_back(std::move(note));
+    else if (*own == note)
+        return isConfirmation;
+    else
+        *own = std::move(note);
+    return true;
+}
+
+bool PhoneRecords::confirm(const Uuid& id, std::uint64_t revision) {
+    const auto* note = withId(notes(), id);
+    const auto* summary = withId(summaries(), id);
+    const bool isLatest = (note && note->revision <= revision) || (summary && summary->revision <= revision);
+    return isLatest && std::erase(archive_.unconfirmed, id) > 0;
+}
+
+Result<void> PhoneRecords::save() {
+    auto saved = file_.save(asBytes(encode(archive_)));
+    if (saved) return saved;
+    return failWith(ExitCode::refused, "Poznámky a souhrny nejde uložit: " + saved.error().popis());
+}
+
+std::vector<MacPayload> PhoneRecords::unconfirmed() const {
+    std::vector<MacPayload> updates;
+    for (const auto& id : archive_.unconfirmed) {
+        if (const auto* note = withId(notes(), id)) updates.push_back({MacPayload::NoteUpdate{*note}});
+        if (const auto* summary = withId(summaries(), id))
+            updates.push_back({MacPayload::SummaryUpdate{*summary}});
+    }
+    return updates;
+}
+
+Result<MorvexNote*> PhoneRecords::find(const std::string& title) {
+    const auto wanted = fold(title);
+    auto found = std::ranges::find_if(archive_.notes, [&wanted](const MorvexNote& note) {
+        return !note.deletedAt && fold(note.title) == wanted;
+    });
+    if (found == archive_.notes.end())
+        return failWith(ExitCode::refused, "Poznámku „" + title + "“ tu nemám.");
+    if (found->revision == std::numeric_limits<std::uint64_t>::max())
+        return failWith(ExitCode::refused, "Poznámku „" + title + "“ už nejde změnit.");
+    return &*found;
+}
+
+Result<MorvexNote> PhoneRecords::saveChange(MorvexNote& note) {
+    ++note.revision;
+    note.updatedAt = now();
+    if (auto saved = saveUnconfirmed(note.id); !saved) return fail(saved.error());
+    return note;
+}
+
+Result<void> PhoneRecords::saveUnconfirmed(const Uuid& id) {
+    if (isConfirmed(id)) archive_.unconfirmed.push_back(id);
+    return save();
+}
+
+} // namespace morvex

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "phone/Inbox.h"
+#include "phone/PhoneRecords.h"
+#include "phone/PhoneSession.h"
+#include "phone/Terminal.h"
+
+#include <vector>
+
+namespace morvex {
+
+/// Keeps the phone's records in step with the Mac while a session runs: offers what the Mac has not confirmed
+/// whenever the session stands anew, takes and acknowledges the Mac's notes, and hears its acknowledgements.
+/// Owned by the attendant; lives on the phone's executor.
+class RecordSync {
+  public:
+    RecordSync(PhoneRecords& records, PhoneSession& session, Terminal& terminal)
+        : records_(records), session_(session), terminal_(terminal) {}
+
+    Task<void> heard(const Inbox::Event& event);
+
+    /// Sends everything that the Mac has not confirmed.
+    Task<void> offer();
+
+    /// From now on what comes is kept in memory, until `release` saves it at once and acknowledges it.
+    void hold() { isHeld_ = true; }
+
+    Task<Result<void>> release();
+
+  private:
+    Task<void> take(MorvexNote note);
+    Task<void> acknowledge(MacPayload::NoteAck taken);
+    void confirm(const Uuid& id, std::uint64_t revision);
+    /// Saves news, or leaves that to `release`. False when it could not be saved.
+    bool keep(bool isNews);
+
+    PhoneRecords& records_;
+    PhoneSession& session_;
+    Terminal& terminal_;
+    std::vector<MacPayload::NoteAck> waiting_; ///< acknowledgements of what is not saved yet
+    bool isHeld_ = false;
+    bool isUnsaved_ = false;
+};
+
+} // namespace morvex

@@ -1,0 +1,115 @@
+#include "shared/wire/Json.h"
+#include "tests/e2e/EndToEnd.h"
+
+#include <boost/json.hpp>
+
+#include <fstream>
+#include <set>
+#include <sstream>
+
+namespace morvex {
+namespace {
+
+class NotesEndToEnd : public EndToEnd {
+  protected:
+    /// "title: body" of every note that the phone keeps.
+    std::set<std::string> onPhone() {
+        std::set<std::string> notes;
+        std::istringstream lines(phone({"--json", "notes", "list"}).output);
+        for (std::string line; std::getline(lines, line);) notes.insert(text(parseJson(line).value()));
+        return notes;
+    }
+
+    /// The same of the computer, asked through its tool.
+    std::set<std::string> onMac() {
+        auto found = phone({"--json", "call", "mac.notes.search", R"({"limit":20})"});
+        std::set<std::string> notes;
+        auto result = parseJson(found.output.substr(0, found.output.find('\n')));
+        for (const auto& note : result.value().at("notes").as_array()) notes.insert(text(note));
+        return notes;
+    }
+
+    static std::string text(const boost::json::value& note) {
+        return std::string(note.at("title").as_string()) + ": " + std::string(note.at("body").as_string());
+    }
+
+    /// Ends the computer, so that the phone is alone.
+    static void end(Program& mac) {
+        mac.type("konec");
+        EXPECT_EQ(mac.wait(), 0);
+    }
+
+    void expect(std::vector<std::string> arguments, int code = 0) {
+        auto ended = phone(std::move(arguments));
+        EXPECT_EQ(ended.code, code) << ended.output;
+    }
+
+    using Notes = std::set<std::string>;
+};
+
+TEST_F(NotesEndToEnd, NotesFromBothSidesComeTogetherAndADeletionReachesTheOther) {
+    auto mac = startMac();
+    pair(*mac);
+    expect({"call", "mac.notes.create", R"({"title":"Z Macu","body":"jedna"})"});
+    expect({"call", "mac.notes.create", R"({"title":"Společná","body":"první znění"})"});
+    expect({"notes", "sync"});
+    EXPECT_EQ(onPhone(), (Notes{"Z Macu: jedna", "Společná: první znění"}));
+    end(*mac);
+
+    expect({"notes", "create", "Z telefonu", "dvě", "--offline"});
+    expect({"notes", "edit", "SPOLECNA", "druhé znění", "--offline"});
+    expect({"notes", "delete", "z macu", "--timeout", "1"}, 4);
+    EXPECT_EQ(onPhone(), (Notes{"Z telefonu: dvě", "Společná: druhé znění"}));
+
+    mac = startMac();
+    expect({"notes", "sync"});
+    const Notes all{"Z telefonu: dvě", "Společná: druhé znění"};
+    EXPECT_EQ(onPhone(), all);
+    EXPECT_EQ(onMac(), all);
+
+    expect({"call", "mac.notes.delete", R"({"title":"spolecna"})"});
+    expect({"notes", "sync"});
+    EXPECT_EQ(onPhone(), Notes{"Z telefonu: dvě"});
+    end(*mac);
+    mac = startMac();
+    EXPECT_EQ(onMac(), Notes{"Z telefonu: dvě"}) << "the computer keeps them over its own restart";
+}
+
+TEST_F(NotesEndToEnd, ANoteThatTheComputerMakesReachesAWaitingPhoneAtOnce) {
+    auto mac = startMac();
+    pair(*mac);
+    auto data = (temporary.path() / "phone").string();
+    auto shell = std::make_unique<Program>(
+        "morvex-phone", std::vector<std::string>{"--data", data, "--json", "shell"}, environment("phone"));
+    shell->type(R"(call mac.notes.create {"title":"Hned","body":"teď"})");
+    shell->waitForLine(R"("created":true)");
+    shell->type("call mac.status");
+    shell->waitForLine(R"("device")");
+    shell->type("notes list");
+    shell->waitForLine(R"("title":"Hned")");
+    shell->type("quit");
+    EXPECT_EQ(shell->wait(), 0) << shell->output();
+}
+
+TEST_F(NotesEndToEnd, ASummaryOfThePhoneIsKeptOnTheComputer) {
+    auto mac = startMac();
+    pair(*mac);
+    end(*mac);
+    expect({"summaries", "send", "Den", "psal jsem", "mail", "--offline"});
+    mac = startMac();
+    expect({"notes", "sync"});
+    auto listed = phone({"summaries", "list"});
+    EXPECT_EQ(listed.output.find("nepotvrzeno"), std::string::npos) << listed.output;
+    expect({"summaries", "send", "Večer", "spal jsem"});
+    auto file = temporary.path() / "mac/.local/share/Morvex/summaries-from-iphone.json";
+    std::stringstream content;
+    content << std::ifstream(file).rdbuf();
+    auto kept = parseJson(content.str());
+    ASSERT_TRUE(kept) << content.str();
+    Notes summaries;
+    for (const auto& summary : kept->at("summaries").as_array()) summaries.insert(text(summary));
+    EXPECT_EQ(summaries, (Notes{"Den: psal jsem", "Večer: spal jsem"}));
+}
+
+} // namespace
+} // namespace morvex
