@@ -27,10 +27,15 @@ class RecordCommandsTest : public PhoneFixture {
 };
 
 TEST_F(RecordCommandsTest, WrongWordsAreToldHowItIsMeant) {
-    const std::vector<std::initializer_list<const char*>> rows{
-        {"notes", "dance"},         {"notes", "list", "x"},           {"notes", "create", "a"},
-        {"notes", "delete"},        {"notes", "delete", "a", "b"},    {"notes", "edit", "a"},
-        {"summaries", "send", "a"}, {"summaries", "create", "a", "b"}};
+    const std::vector<std::initializer_list<const char*>> rows{{"notes"},
+                                                               {"notes", "dance"},
+                                                               {"notes", "list", "x"},
+                                                               {"notes", "create", "a"},
+                                                               {"notes", "delete"},
+                                                               {"notes", "delete", "a", "b"},
+                                                               {"notes", "edit", "a"},
+                                                               {"summaries", "send", "a"},
+                                                               {"summaries", "create", "a", "b"}};
     for (const auto& row : rows) {
         start(row);
         EXPECT_EQ(ended, ExitCode::usage);
