@@ -63,7 +63,7 @@ CompanionServices RealCompanion::services() {
             http_,      store_,     vault_,     defaults_,
             bookmarks_, picker_,    folders_,   power_,
             sleep_,     inhibitor_, loginItem_, programs_,
-            {},         "Počítač",  "1.0 (1)"};
+            opener_,    {},         "Počítač",  "1.0 (1)"};
 }
 
 } // namespace morvex

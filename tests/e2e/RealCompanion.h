@@ -14,6 +14,7 @@
 #include "platform/memory/MemoryDefaults.h"
 #include "platform/memory/MemoryVault.h"
 #include "platform/memory/ScriptedPrograms.h"
+#include "platform/memory/ScriptedUrlOpener.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
 #include "shared-apple/PametoveUloziste.h"
@@ -83,6 +84,7 @@ class RealCompanion {
     FakeSleepInhibitor inhibitor_;
     FakeLoginItem loginItem_;
     ScriptedPrograms programs_;
+    ScriptedUrlOpener opener_;
     std::unique_ptr<Companion> companion_;
 };
 
