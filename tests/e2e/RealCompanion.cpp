@@ -18,6 +18,7 @@ Task<bool> asking(Companion* companion, std::string title, std::string detail) {
 } // namespace
 
 RealCompanion::RealCompanion(const std::string& relayAddress) : clock_(realTime()) {
+    programs_.answer = [](const OutsideProgram&) { return ScriptedPrograms::Answer{.status = 127}; };
     on([&] {
         companion_ = std::make_unique<Companion>(services());
         companion_->setRelayAdresa(relayAddress);
