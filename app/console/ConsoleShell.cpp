@@ -1,6 +1,7 @@
 #include "app/console/ConsoleShell.h"
 
 #include "app/console/QrBlocks.h"
+#include "app/console/TaskLines.h"
 #include "foundation/Paths.h"
 #include "foundation/Text.h"
 
@@ -75,6 +76,10 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
          [](ConsoleShell& shell, const std::string&) { shell.companion_.schvalovani().rozhodnout(true); }},
         {"zamitnout", "", "odmítne akci, která čeká",
          [](ConsoleShell& shell, const std::string&) { shell.companion_.schvalovani().rozhodnout(false); }},
+        {"ulohy", "", "úlohy kódovacích agentů",
+         [](ConsoleShell& shell, const std::string&) { shell.printTasks(); }},
+        {"zastav", "", "zastaví úlohu, která běží",
+         [](ConsoleShell& shell, const std::string&) { shell.stopTask(); }},
         {"relay", "ADRESA", "nastaví relay pro příští párování",
          [](ConsoleShell& shell, const std::string& address) { shell.companion_.setRelayAdresa(address); }},
         {"obnovit", "", "znovu zjistí, co tu je, a pošle to telefonu",
@@ -194,6 +199,16 @@ void ConsoleShell::printApproval() {
     print("Čeká na potvrzení: " + request->title);
     print(request->detail);
     print("Odpověz „potvrdit“ nebo „zamitnout“.");
+}
+
+void ConsoleShell::printTasks() const {
+    for (const auto& line : taskLines(companion_.historieAgentu(), companion_.agenti())) print(line);
+}
+
+void ConsoleShell::stopTask() {
+    const auto* bezici = companion_.agenti().bezici();
+    const bool isAsked = bezici && bezici->workItemID && companion_.zastavitUkol(*bezici->workItemID);
+    print(isAsked ? "Zastavuji úlohu." : "Žádná úloha neběží.");
 }
 
 void ConsoleShell::allow(const std::string& path) {

@@ -50,6 +50,8 @@ class ConsoleShell {
     void printLoginItem();
     void printPairing();
     void printApproval();
+    void printTasks() const;
+    void stopTask();
     void allow(const std::string& path);
     Task<void> allowAndShow();
     void disallow(const std::string& path);

@@ -66,14 +66,22 @@ std::optional<Date> parseWireDate(std::string_view text) {
 }
 
 double secondsSince2001(Date date) {
-    return std::chrono::duration<double>(date - start2001).count();
+    const auto since = date - start2001;
+    const auto whole = std::chrono::floor<std::chrono::seconds>(since);
+    return static_cast<double>(whole.count()) + std::chrono::duration<double>(since - whole).count();
 }
 
 std::optional<Date> dateSince2001(double seconds) {
-    static const double first = secondsSince2001(firstDay);
-    static const double behind = secondsSince2001(lastDay + std::chrono::days{1});
-    if (!(seconds >= first && seconds < behind)) return std::nullopt;
-    return start2001 + Date::duration{std::llround(seconds * 1e6)};
+    constexpr double behindAllDates = 0x1p40;
+    if (!(std::abs(seconds) < behindAllDates)) return std::nullopt;
+    const auto whole = std::floor(seconds);
+    // Far away a double holds no microseconds, and its last bit may change from one reading to the next.
+    const std::int64_t step = std::abs(seconds) < 0x1p31 ? 1 : 1000;
+    const auto steps = std::llround((seconds - whole) * 1e6 / static_cast<double>(step));
+    const auto date =
+        start2001 + std::chrono::seconds{static_cast<std::int64_t>(whole)} + Date::duration{steps * step};
+    if (date < firstDay || date >= lastDay + std::chrono::days{1}) return std::nullopt;
+    return date;
 }
 
 } // namespace morvex

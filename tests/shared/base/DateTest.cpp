@@ -88,12 +88,20 @@ TEST(Date, ComesThroughItsNumericFormWithItsMicroseconds) {
     }
 }
 
+TEST(Date, IsTheSameAfterManyReadingsHoweverFarAwayAndWhateverBecomesOfTheLastBit) {
+    for (double number : {252'423'993'599.99927, -63'145'526'399.00003, 2'147'483'648.000008, 5e8 + 1e-6}) {
+        const auto first = dateSince2001(number).value();
+        for (double end : {-1e18, 1e18})
+            EXPECT_EQ(dateSince2001(std::nextafter(secondsSince2001(first), end)), first) << number;
+    }
+}
+
 TEST(Date, RefusesANumberThatCouldNotBeFormatted) {
     const auto first = secondsSince2001(parseWireDate("0000-01-01T00:00:00Z").value());
     const auto last = secondsSince2001(parseWireDate("9999-12-31T23:59:59Z").value());
     EXPECT_EQ(formatDate(dateSince2001(first).value()), "0000-01-01T00:00:00Z");
-    EXPECT_EQ(formatDate(dateSince2001(std::nextafter(last + 1, 0.0)).value()), "9999-12-31T23:59:59Z");
-    for (double number : {first - 1, last + 1, 1e300, -1e300, std::nan("")})
+    EXPECT_EQ(formatDate(dateSince2001(last + 0.999).value()), "9999-12-31T23:59:59Z");
+    for (double number : {first - 1, last + 1, last + 0.9999, 1e300, -1e300, std::nan("")})
         EXPECT_FALSE(dateSince2001(number)) << number;
 }
 

@@ -1,0 +1,51 @@
+#include "app/console/TaskLines.h"
+
+#include "foundation/Paths.h"
+
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+std::string_view words(UkolAgenta::Stav stav) {
+    switch (stav) {
+    case UkolAgenta::Stav::bezi:
+        return "běží";
+    case UkolAgenta::Stav::hotovo:
+        return "hotovo";
+    case UkolAgenta::Stav::chyba:
+        return "nepovedlo se";
+    case UkolAgenta::Stav::preruseno:
+        return "přerušeno";
+    }
+    std::unreachable();
+}
+
+/// The latest that the task has said.
+std::optional<std::string> news(const UkolAgenta& ukol, const Bezici* bezici) {
+    if (bezici && bezici->workItemID == ukol.workItemID && ukol.stav == UkolAgenta::Stav::bezi)
+        return bezici->prubeh;
+    return ukol.chyba ? ukol.chyba : ukol.shrnuti;
+}
+
+std::string line(const UkolAgenta& ukol, const Bezici* bezici) {
+    auto text = "Úloha: " + ukol.nazev + " — " + std::string(words(ukol.stav)) + " (" + ukol.nastroj + ", " +
+                paths::lastComponent(ukol.slozka) + ")";
+    if (auto told = news(ukol, bezici)) text += ": " + told->substr(0, told->find('\n'));
+    return text;
+}
+
+} // namespace
+
+std::vector<std::string> taskLines(const HistorieAgentu& historie, const AgentRunner& agenti) {
+    std::vector<std::string> lines;
+    if (historie.potiz()) lines.push_back("Potíž: " + *historie.potiz());
+    if (historie.polozky().empty()) lines.emplace_back("Úlohy: žádná tu není");
+    for (const auto& ukol : historie.polozky()) lines.push_back(line(ukol, agenti.bezici()));
+    return lines;
+}
+
+} // namespace morvex

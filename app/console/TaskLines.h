@@ -1,0 +1,14 @@
+#pragma once
+
+#include "app/agents/AgentRunner.h"
+#include "app/agents/HistorieAgentu.h"
+
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// The agents' tasks for a terminal, a line each, and what is wrong with their history.
+std::vector<std::string> taskLines(const HistorieAgentu& historie, const AgentRunner& agenti);
+
+} // namespace morvex

@@ -1,0 +1,59 @@
+#include "app/console/TaskLines.h"
+
+#include "app/programs/ProgramDiscovery.h"
+#include "platform/memory/ManualClock.h"
+#include "platform/memory/ManualExecutor.h"
+#include "platform/memory/ScriptedPrograms.h"
+#include "platform/memory/ScriptedRandom.h"
+#include "platform/memory/ScriptedUrlOpener.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace morvex {
+namespace {
+
+class TaskLinesTest : public testing::Test {
+  protected:
+    Uuid begin(const std::string& title) {
+        return historie->zaloz({{}, {}, "codex", title, title, "/home/jana/Projekty"}).workItemID;
+    }
+
+    std::vector<std::string> lines() { return taskLines(*historie, agenti); }
+
+    TemporaryFolder temporary;
+    ManualClock clock;
+    ScriptedRandom random;
+    ScriptedUrlOpener opener;
+    ScriptedPrograms programs;
+    ManualExecutor executor;
+    ProgramDiscovery discovery{programs, clock, executor, {}};
+    AgentRunner agenti{{programs, clock, discovery, executor, executor}, {}};
+    std::unique_ptr<HistorieAgentu> historie =
+        HistorieAgentu::create(temporary.path(), {clock, random, opener});
+};
+
+TEST_F(TaskLinesTest, WithoutTasksSaySo) {
+    EXPECT_EQ(lines(), std::vector<std::string>{"Úlohy: žádná tu není"});
+}
+
+TEST_F(TaskLinesTest, EveryTaskIsALineWithTheFirstLineOfItsEnd) {
+    historie->dokonci(begin("Testy"), "Opraveno.\nA ještě něco.", {});
+    historie->selhal(begin("Web"), "Nejde to.");
+    historie->preruseno(begin("Úklid"));
+    begin("Teď");
+    EXPECT_EQ(lines(), (std::vector<std::string>{
+                           "Úloha: Teď — běží (codex, Projekty)",
+                           "Úloha: Úklid — přerušeno (codex, Projekty)",
+                           "Úloha: Web — nepovedlo se (codex, Projekty): Nejde to.",
+                           "Úloha: Testy — hotovo (codex, Projekty): Opraveno.",
+                       }));
+}
+
+TEST_F(TaskLinesTest, TheTroubleOfTheHistoryComesFirst) {
+    historie->otevritRelaci(historie->ukol(begin("Testy")).value());
+    EXPECT_EQ(lines().front(), "Potíž: Tento úkol ještě nemá relaci, ve které by šlo pokračovat.");
+}
+
+} // namespace
+} // namespace morvex
