@@ -33,8 +33,8 @@ std::optional<Date> parseWireDate(std::string_view text);
 /// Seconds since 1 January 2001, with a fraction: the form of dates in the files of the stores.
 double secondsSince2001(Date date);
 
-/// Reads what `secondsSince2001` writes, more than 68 years from 2001 to the millisecond. Nothing for a number
-/// that is no date of the years 0 to 9999, which alone can be formatted.
+/// Reads what `secondsSince2001` writes, more than 68 years from 2001 to the millisecond. Nothing for a
+/// number that is no date of the years 0 to 9999, which alone can be formatted.
 std::optional<Date> dateSince2001(double seconds);
 
 } // namespace morvex

@@ -64,8 +64,8 @@ std::string Household::allow(Program& mac, const std::string& name) {
 Program::Environment Household::environment(const std::string& home) {
     auto folder = temporary.path() / home;
     std::filesystem::create_directories(folder);
-    Program::Environment variables{{"HOME", folder.string()}, {"PATH", "/usr/bin:/bin"}};
-    variables.insert(shared.begin(), shared.end());
+    auto variables = shared;
+    variables.insert({{"HOME", folder.string()}, {"PATH", "/usr/bin:/bin"}});
     for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"})
         if (const char* value = std::getenv(name)) variables[name] = value;
     return variables;

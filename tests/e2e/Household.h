@@ -31,7 +31,7 @@ class Household {
 
     Program::Environment environment(const std::string& home);
 
-    /// For every program beside what its home gives it.
+    /// For every program, before what its home gives it.
     Program::Environment shared;
     TemporaryFolder temporary;
     std::string relayAddress;

@@ -1,0 +1,168 @@
+#include "shared/wire/Json.h"
+#include "tests/e2e/EndToEnd.h"
+
+#include <boost/json.hpp>
+
+#include <chrono>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <thread>
+
+namespace morvex {
+namespace {
+
+constexpr const char* agentScript = R"(#!/bin/sh
+[ "$1" = --version ] && { echo "agent 1.0"; exit; }
+[ "$1" = auth ] && exit
+echo "$*" >> arguments
+echo '{"type":"thread.started","thread_id":"s1"}'
+echo '{"type":"item.completed","item":{"type":"command_execution","command":"make"}}'
+while [ ! -e go ]; do sleep 0.02; done
+echo '{"type":"turn.completed","text":"Opraveno."}'
+)";
+
+/// A companion among agents that are small scripts: they work in their folder until the file "go" is there.
+class AgentsTest : public EndToEnd {
+  protected:
+    AgentsTest() {
+        auto bin = temporary.path() / "agents";
+        std::filesystem::create_directories(bin);
+        for (const char* name : {"codex", "claude"}) {
+            std::ofstream(bin / name) << agentScript;
+            std::filesystem::permissions(bin / name, std::filesystem::perms::owner_all);
+        }
+        shared["PATH"] = bin.string() + ":/usr/bin:/bin";
+        mac = startMac();
+        pair(*mac);
+        folder = allow(*mac, "Ukázka");
+        awaitAgents();
+    }
+
+    /// Detection asks both programs first.
+    void awaitAgents() {
+        for (int tries = 0; tries < 60; ++tries)
+            if (phone({"tools"}).output.contains("mac.claude.run")) return;
+        FAIL() << "no agent is on offer: " << phone({"status"}).output;
+    }
+
+    /// A prompt of the phone that stays open.
+    std::unique_ptr<Program> openPhone() {
+        auto program = std::make_unique<Program>(
+            "morvex-phone",
+            std::vector<std::string>{"--data", (temporary.path() / "phone").string(), "shell"},
+            environment("phone"));
+        program->type("tools");
+        program->waitForLine("mac.status");
+        return program;
+    }
+
+    boost::json::object call(const std::string& tool, const boost::json::object& arguments = {}) {
+        auto ended = phone({"--json", "call", tool, encode(arguments)});
+        EXPECT_EQ(ended.code, 0) << ended.output;
+        // Notes of the session may stand around the result.
+        auto from = ended.output.find("\n{") == std::string::npos ? 0 : ended.output.find("\n{") + 1;
+        auto parsed = parseJson(ended.output.substr(from, ended.output.find('\n', from) - from));
+        EXPECT_TRUE(parsed && parsed->is_object()) << ended.output;
+        return parsed && parsed->is_object() ? parsed->as_object() : boost::json::object();
+    }
+
+    /// What the console of the companion lists now. Behind the list comes the answer to a word that it does
+    /// not know.
+    std::string tasks() {
+        auto before = mac->output().size();
+        mac->type("ulohy");
+        mac->type("tecka");
+        mac->waitForNextLine("„tecka“");
+        return mac->output().substr(before);
+    }
+
+    void awaitTask(const std::string& text) {
+        for (int tries = 0; tries < 600; ++tries) {
+            if (tasks().contains(text)) return;
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+        }
+        FAIL() << mac->output();
+    }
+
+    void go() const { std::ofstream(folder + "/go") << "x"; }
+
+    [[nodiscard]] std::string arguments() const {
+        std::stringstream text;
+        text << std::ifstream(folder + "/arguments").rdbuf();
+        return text.str();
+    }
+
+    std::unique_ptr<Program> mac;
+    std::string folder;
+};
+
+TEST_F(AgentsTest, ATaskIsAcceptedAtOnceAndTellsItsProgressAndItsEnd) {
+    auto prompt = openPhone();
+    prompt->type(R"(call mac.codex.run {"instruction":"Oprav testy"})");
+    prompt->waitForLine("Úkol byl přijat.");
+    prompt->waitForLine("průběh: Relace navázána.");
+    prompt->waitForLine("průběh: Spouštím: make");
+    prompt->type(R"(call mac.claude.run {"instruction":"Další"})");
+    prompt->waitForLine("Na Macu už běží jiný úkol. Nejdřív ho dokonči nebo zastav.");
+    prompt->type("status");
+    prompt->waitForLine("codex od ");
+    go();
+    prompt->waitForLine("úkol: Oprav testy — hotovo: Opraveno.");
+    prompt->type("quit");
+}
+
+TEST_F(AgentsTest, AResultWaitsForThePhoneAndALaterCallGoesOnInTheSession) {
+    auto id = call("mac.codex.run", {{"instruction", "Oprav testy"}})["work_item_id"];
+    go();
+    awaitTask("Oprav testy — hotovo (codex, Ukázka): Opraveno.");
+    auto prompt = openPhone();
+    prompt->waitForLine("úkol: Oprav testy — hotovo: Opraveno.");
+    prompt->type("quit");
+    EXPECT_EQ(prompt->wait(), 0);
+
+    EXPECT_EQ(call("mac.codex.run", {{"instruction", "Pokračuj"}, {"work_item_id", id}})["work_item_id"], id);
+    awaitTask("Oprav testy — hotovo");
+    EXPECT_TRUE(arguments().contains("resume s1 Pokračuj")) << arguments();
+
+    auto renamed = call("mac.agent.rename", {{"title", " Testy "}, {"agent", "codex"}, {"folder", "ukazka"}});
+    EXPECT_EQ(renamed["message"], "Relace se v Morvex jmenuje Testy.");
+    EXPECT_EQ(renamed["work_item_id"], id);
+    awaitTask("Testy — hotovo");
+}
+
+TEST_F(AgentsTest, ThePhoneOrThePersonStopsATask) {
+    call("mac.claude.run", {{"instruction", "Oprav testy"}});
+    awaitTask("běží");
+    auto stopped = call("mac.codex.cancel");
+    while (stopped["cancelled"] != true) stopped = call("mac.codex.cancel");
+    EXPECT_EQ(stopped["message"], "Zastaveno.");
+    awaitTask("Oprav testy — přerušeno (claude-code, Ukázka)");
+
+    call("mac.codex.run", {{"instruction", "Znovu"}});
+    awaitTask("Znovu — běží (codex, Ukázka): Spouštím: make");
+    mac->type("zastav");
+    mac->waitForNextLine("Zastavuji úlohu.");
+    awaitTask("Znovu — přerušeno (codex, Ukázka)");
+    EXPECT_EQ(call("mac.codex.cancel")["message"], "Nic neběželo.");
+}
+
+TEST_F(AgentsTest, ATaskThatRanAtTheEndOfTheProgramComesBackInterrupted) {
+    for (int signal : {SIGKILL, SIGTERM}) {
+        call("mac.codex.run", {{"instruction", "Oprav testy"}});
+        awaitTask("Spouštím: make");
+        mac->signal(signal);
+        mac->wait();
+        mac = startMac();
+        awaitTask("Oprav testy — přerušeno (codex, Ukázka)");
+        auto prompt = openPhone();
+        prompt->waitForLine("úkol: Oprav testy — přerušeno");
+        prompt->type("quit");
+        prompt->wait();
+        awaitAgents();
+    }
+}
+
+} // namespace
+} // namespace morvex
