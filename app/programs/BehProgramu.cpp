@@ -13,7 +13,7 @@ constexpr std::chrono::seconds drainLimit{2};
 } // namespace
 
 BehProgramu::~BehProgramu() {
-    if (zastaveni_ == Zastaveni::prvniStupen) child_->signalGroup(ChildSignal::kill);
+    if (zastaveni_ == Zastaveni::prvniStupen) child_->signalAll(ChildSignal::kill);
 }
 
 Result<void> BehProgramu::spust(ProcessLauncher& launcher, const OutsideProgram& program,
@@ -77,7 +77,7 @@ bool BehProgramu::zastav(Priznak duvod) {
         this->*duvod = true;
         first = zastaveni_ == Zastaveni::zadne;
         if (first) zastaveni_ = Zastaveni::prvniStupen;
-        child_->signalGroup(ChildSignal::terminate);
+        child_->signalAll(ChildSignal::terminate);
     }
     if (first) clock_.at(clock_.sinceBoot() + betweenStages, [self = shared_from_this()] { self->zabij(); });
     return true;
@@ -86,7 +86,7 @@ bool BehProgramu::zastav(Priznak duvod) {
 void BehProgramu::zabij() {
     std::lock_guard lock(zamek_);
     zastaveni_ = Zastaveni::druhyStupen;
-    child_->signalGroup(ChildSignal::kill);
+    child_->signalAll(ChildSignal::kill);
 }
 
 } // namespace morvex

@@ -26,8 +26,8 @@ class ProcessRunner {
     Task<Result<VysledekProcesu>> spustit(OutsideProgram program, Clock::Duration timeout,
                                           NaRadek naRadek = {}, Zachyt zachyt = {});
 
-    /// Asks the program and its group to end and kills what is left of the group after four seconds. False
-    /// when no program runs. From any thread.
+    /// Asks the program and all that it has started to end and kills what is left of them after four seconds.
+    /// False when no program runs. From any thread.
     bool zrusit();
 
     /// Asks once, politely: nothing is killed later, and the result does not tell of it. Else as `zrusit`,

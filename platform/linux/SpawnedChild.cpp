@@ -2,6 +2,7 @@
 
 #include "foundation/SystemError.h"
 #include "foundation/Try.h"
+#include "platform/linux/Descendants.h"
 #include "shared/base/Require.h"
 
 #include <algorithm>
@@ -21,6 +22,10 @@ namespace {
 
 /// Told when the system does not know how the child ended.
 constexpr std::int32_t unknownStatus = -1;
+
+int numberOf(ChildSignal signal) {
+    return signal == ChildSignal::kill ? SIGKILL : SIGTERM;
+}
 
 /// WNOWAIT leaves the child to be reaped later.
 std::int32_t waitFor(pid_t pid, int options) {
@@ -42,7 +47,7 @@ Result<std::unique_ptr<ChildProcess>> SpawnedChild::create(pid_t pid, FileDescri
 }
 
 SpawnedChild::~SpawnedChild() {
-    if (!exited_) signalGroup(ChildSignal::kill);
+    if (!exited_) signalAll(ChildSignal::kill);
     if (thread_.joinable()) {
         abandonOutput();
         thread_.join();
@@ -51,7 +56,16 @@ SpawnedChild::~SpawnedChild() {
 }
 
 void SpawnedChild::signalGroup(ChildSignal signal) {
-    ::kill(-pid_, signal == ChildSignal::kill ? SIGKILL : SIGTERM);
+    ::kill(-pid_, numberOf(signal));
+}
+
+void SpawnedChild::signalAll(ChildSignal signal) {
+    // Looked for before the parents can end, by which one would be lost from sight.
+    std::lock_guard lock(strayedLock_);
+    for (auto& descendant : descendantsOutsideGroup(pid_)) strayed_.push_back(std::move(descendant));
+    signalGroup(signal);
+    for (const auto& process : strayed_)
+        ::syscall(SYS_pidfd_send_signal, process.get(), numberOf(signal), nullptr, 0);
 }
 
 void SpawnedChild::abandonOutput() {

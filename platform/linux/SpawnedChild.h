@@ -5,8 +5,10 @@
 
 #include <array>
 #include <atomic>
+#include <mutex>
 #include <sys/types.h>
 #include <thread>
+#include <vector>
 
 namespace morvex {
 
@@ -22,6 +24,7 @@ class SpawnedChild final : public ChildProcess {
     ~SpawnedChild() override;
 
     void signalGroup(ChildSignal signal) override;
+    void signalAll(ChildSignal signal) override;
     void abandonOutput() override;
 
   private:
@@ -42,6 +45,8 @@ class SpawnedChild final : public ChildProcess {
     FileDescriptor exit_;      ///< readable once the child has ended
     FileDescriptor abandoned_; ///< readable once nobody waits for output
     std::atomic<bool> exited_ = false;
+    std::mutex strayedLock_;
+    std::vector<FileDescriptor> strayed_; ///< descendants that were told to end
     std::array<char, 256 * 1024> buffer_{};
     std::thread thread_;
 };

@@ -14,6 +14,8 @@ class Handle final : public ChildProcess {
 
     void signalGroup(ChildSignal signal) override { child_->signals.push_back(signal); }
 
+    void signalAll(ChildSignal signal) override { signalGroup(signal); }
+
     void abandonOutput() override {
         child_->isAbandoned = true;
         child_->listener->ended();

@@ -54,6 +54,11 @@ class ChildProcess {
     /// To the child and all of its group, also once the child itself has ended.
     virtual void signalGroup(ChildSignal signal) = 0;
 
+    /// Also to what has left the group but descends from the child, as far as the system tells of it.
+    /// Whatever was told to end once is told so again by the next call, even when the child has ended in
+    /// between.
+    virtual void signalAll(ChildSignal signal) = 0;
+
     /// Once the child has ended: waits for no more output, `ended` comes now.
     virtual void abandonOutput() = 0;
 };

@@ -50,6 +50,23 @@ TEST_F(RealProgramsTest, AGrandchildInASessionOfItsOwnCannotHangTheCaller) {
     EXPECT_TRUE(isLetGo(held));
 }
 
+TEST_F(RealProgramsTest, ACancelEndsWhatLeftTheGroupInTheSameTwoStages) {
+    auto path = fifo();
+    FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    auto run = programs.begin("setsid sh -c \"trap 'echo asked' TERM; exec 3>" + path +
+                              "; echo ready; while :; do sleep 0.1; done\" & wait");
+    run.lines->waitFor("ready");
+    EXPECT_TRUE(run.runner->zrusit());
+    run.lines->waitFor("asked");
+    programs.waitForWait(2s);
+    programs.clock.advance(2s);
+    EXPECT_TRUE(run.end().zruseno);
+    pollfd entry{held.get(), POLLIN, 0};
+    EXPECT_EQ(::poll(&entry, 1, 0), 0) << "killed before the second stage";
+    programs.clock.advance(2s);
+    EXPECT_TRUE(isLetGo(held));
+}
+
 TEST_F(RealProgramsTest, AProgramThatEndsOnItsOwnLeavesBehindWhatItStarted) {
     auto path = fifo();
     FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));

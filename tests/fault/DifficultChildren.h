@@ -1,0 +1,37 @@
+#pragma once
+
+#include "platform/ports/ProcessLauncher.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// A program that is hard to start, to follow or to end.
+struct DifficultChild {
+    enum class Ends { byItself, whenStopped, neverBegins };
+    enum class Leaves { nothing, processes };
+    enum class Begins { atOnce, withReady };
+
+    std::string what;
+    OutsideProgram program;
+    Ends ends = Ends::byItself;
+    /// When it ends by itself; absent where that is left to chance.
+    std::optional<std::int32_t> status = {};
+    /// Whether its own children may outlive it: those in its group a run that nobody stopped, others any.
+    Leaves leaves = Leaves::nothing;
+    /// What is started in other sessions while it is being stopped may be missed: such a child prints "ready"
+    /// once it has started all.
+    Begins begins = Begins::atOnce;
+};
+
+/// The variable that tells which child a process descends from: its number in the list.
+constexpr auto childMark = "MORVEX_TEST_CHILD";
+
+/// Every kind; the programs that they need are laid into `folder`.
+std::vector<DifficultChild> difficultChildren(const std::filesystem::path& folder);
+
+} // namespace morvex
