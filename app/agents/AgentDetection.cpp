@@ -12,7 +12,7 @@ namespace morvex {
 namespace {
 
 constexpr std::chrono::seconds versionLimit{15};
-constexpr Zachyt zachyt{.vystup = 64 * 1024, .chyby = 64 * 1024};
+constexpr Zachyt zachyt{.vystup = 64UL * 1024, .chyby = 64UL * 1024};
 
 /// Trimmed; nothing when all lines are blank.
 std::optional<std::string> firstLine(std::string_view text) {

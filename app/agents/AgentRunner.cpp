@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::chrono::seconds timeLimit{900};
 /// The events are read line by line; of the errors a sentence for the user is made.
-constexpr Zachyt zachyt{.vystup = 0, .chyby = 64 * 1024};
+constexpr Zachyt zachyt{.vystup = 0, .chyby = 64UL * 1024};
 
 bool isFolder(const std::string& path) {
     std::error_code ignored;

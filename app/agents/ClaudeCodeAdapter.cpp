@@ -30,8 +30,8 @@ bool isAuthenticationFailure(const std::string& text) {
     return refusesLogin(text) || containsAny(lowerCase(text), {"invalid api key", "expired token"});
 }
 
-std::string throughLoginFilter(std::string text) {
-    return refusesLogin(text) ? loginFailed : std::move(text);
+std::string throughLoginFilter(const std::string& text) {
+    return refusesLogin(text) ? loginFailed : text;
 }
 
 /// Empty when the line has none.
@@ -70,12 +70,12 @@ void readResult(const boost::json::object& line, ZpravaAgenta& zprava) {
     if (!isFailed)
         zprava.zaver = std::move(text);
     else
-        zprava.chyba = text.empty() ? failed : throughLoginFilter(std::move(text));
+        zprava.chyba = text.empty() ? failed : throughLoginFilter(text);
 }
 
 void readFailure(const boost::json::object& line, ZpravaAgenta& zprava) {
     auto text = errorText(line);
-    zprava.chyba = text.empty() ? failed : throughLoginFilter(std::move(text));
+    zprava.chyba = text.empty() ? failed : throughLoginFilter(text);
 }
 
 ZpravaAgenta read(const boost::json::object& line) {

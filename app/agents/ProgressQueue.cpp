@@ -6,7 +6,7 @@ namespace morvex {
 
 namespace {
 
-constexpr std::size_t mostWaiting = 1024 * 1024;
+constexpr std::size_t mostWaiting = 1024UL * 1024;
 
 std::size_t sizeOf(const std::optional<std::string>& text) {
     return text ? text->size() : 0;

@@ -19,7 +19,7 @@ struct Zachyt {
 
     std::size_t vystup = vse;
     std::size_t chyby = vse;
-    std::size_t radek = 16 * 1024 * 1024; ///< the longest line; a longer one is passed over as a whole
+    std::size_t radek = 16UL * 1024 * 1024; ///< the longest line; a longer one is passed over as a whole
 };
 
 /// Collects what a program writes and cuts its standard output into lines. Belongs to the thread that reads
