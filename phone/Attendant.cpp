@@ -60,8 +60,7 @@ Task<void> Attendant::heard(Inbox::Event event) {
     co_await records_.heard(event);
     const auto* message = std::get_if<SecureLink::Zprava>(&event);
     if (!message) co_return;
-    if (const auto* told = message->payload.as<MacPayload::WorkItemUpdate>())
-        co_await session_.acknowledge(told->item);
+    if (const auto* told = message->payload.as<MacPayload::WorkItemUpdate>()) co_await take(told->item);
     if (const auto* told = message->payload.as<MacPayload::Approval>()) co_await consider(told->request);
 }
 
@@ -78,6 +77,12 @@ void Attendant::show(const Inbox::Event& event) {
     const bool isNews = trouble && std::exchange(lastTrouble_, trouble->duvod) != trouble->duvod;
     if (!isNews && !matters(event)) return;
     if (auto line = eventLine(event, now)) phone_.terminal.note(*line);
+}
+
+Task<void> Attendant::take(WorkItem item) {
+    auto kept = phone_.tasks.take(item);
+    if (!kept) co_return phone_.terminal.problem("Úlohu nejde uložit: " + kept.error().popis());
+    co_await session_.acknowledge(std::move(item));
 }
 
 Task<void> Attendant::consider(ApprovalRequest request) {

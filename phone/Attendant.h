@@ -42,6 +42,8 @@ class Attendant final : public EventListener {
 
   private:
     void show(const Inbox::Event& event);
+    /// Only what is kept is acknowledged.
+    Task<void> take(WorkItem item);
     Task<void> consider(ApprovalRequest request);
     Task<void> answer(bool isApproved);
     void ask();

@@ -2,6 +2,7 @@
 
 #include "phone/ResultText.h"
 #include "phone/StatusText.h"
+#include "phone/TaskText.h"
 #include "shared/base/Overloaded.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/JsonText.h"
@@ -27,36 +28,6 @@ std::string quoted(std::string_view text) {
     return json;
 }
 
-std::string_view statusWord(const WorkItemStatus& status) {
-    switch (status.kind()) {
-    case WorkItemStatus::captured:
-        return "zapsáno";
-    case WorkItemStatus::inProgress:
-        return "běží";
-    case WorkItemStatus::waitingForMac:
-        return "čeká na Mac";
-    case WorkItemStatus::waitingForApproval:
-        return "čeká na potvrzení";
-    case WorkItemStatus::completed:
-        return "hotovo";
-    case WorkItemStatus::failed:
-        return "nepovedlo se";
-    case WorkItemStatus::cancelled:
-        return "zrušeno";
-    case WorkItemStatus::interrupted:
-        return "přerušeno";
-    case WorkItemStatus::unknown:
-        return status.rawValue;
-    }
-    return status.rawValue;
-}
-
-std::string itemText(const WorkItem& item) {
-    auto text = item.title + " — " + std::string(statusWord(item.status));
-    if (item.lastError) return text + ": " + *item.lastError;
-    return item.summary ? text + ": " + *item.summary : text;
-}
-
 std::string brief(const MacStatus& status) {
     auto text = status.deviceName + ", nástrojů: " + std::to_string(status.tools.size());
     return status.runningTask ? text + ", pracuje: " + status.runningTask->tool : text;
@@ -71,7 +42,7 @@ Words wordsFor(const MacPayload& payload) {
             [](const P::ToolResult& told) {
                 return Words{"výsledek", resultJson(told.json), told.ok ? Style::good : Style::bad};
             },
-            [](const P::WorkItemUpdate& told) { return Words{"úkol", itemText(told.item)}; },
+            [](const P::WorkItemUpdate& told) { return Words{"úkol", taskText(told.item)}; },
             [](const P::NoteUpdate& told) {
                 return Words{"poznámka", told.note.title + (told.note.deletedAt ? " (smazaná)" : "")};
             },

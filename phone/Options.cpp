@@ -24,11 +24,12 @@ struct CommandRow {
     std::array<bool, 5> takes; ///< whether it takes 0, 1, 2… arguments
 };
 
-constexpr std::array<CommandRow, 14> commands{{
+constexpr std::array<CommandRow, 15> commands{{
     {Command::pair, "pair", "[QR-TEXT | - | FILE.png]", "spáruje se s Macem podle QR kódu", {true, true}},
     {Command::status, "status", "", "ukáže, co Mac právě umí a dělá", {true}},
     {Command::tools, "tools", "", "vypíše nástroje Macu", {true}},
     {Command::call, "call", "NAME [JSON | -]", "zavolá nástroj", {false, true, true}},
+    {Command::tasks, "tasks", "", "vypíše úlohy agentů na Macu", {true}},
     {Command::notes, "notes", "ACTION …", "poznámky, i bez spojení", {true, true, true, true, true}},
     {Command::summaries, "summaries", "ACTION …", "souhrny pro Mac", {true, true, true, true, true}},
     {Command::watch, "watch", "", "vypisuje, co Mac posílá, do Ctrl-C", {true}},

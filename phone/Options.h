@@ -22,6 +22,7 @@ struct Options {
         status,
         tools,
         call,
+        tasks,
         notes,
         summaries,
         watch,

@@ -36,10 +36,11 @@ Task<Result<void>> apps(Phone& phone, PhoneSession& session, Attendant& attendan
     co_return co_await commands::apps(phone, session, attendant, phone.options.arguments);
 }
 
-constexpr std::array<SessionCommand, 9> sessionCommands{{
+constexpr std::array<SessionCommand, 10> sessionCommands{{
     {Command::status, commands::status},
     {Command::tools, commands::tools},
     {Command::call, commands::call},
+    {Command::tasks, commands::tasks},
     {Command::watch, commands::watch, Shows::everything},
     {Command::approve, commands::approve},
     {Command::key, commands::key},

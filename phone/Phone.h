@@ -6,6 +6,7 @@
 #include "phone/PhoneError.h"
 #include "phone/PhoneRecords.h"
 #include "phone/PhoneSettings.h"
+#include "phone/PhoneTasks.h"
 #include "phone/Terminal.h"
 #include "platform/ports/HttpClient.h"
 #include "shared-apple/IdentityStore.h"
@@ -24,6 +25,7 @@ struct Phone {
     IdentityStore& store;
     PhoneSettings& settings;
     PhoneRecords& records;
+    PhoneTasks& tasks;
     Inbox& inbox;
     Keyboard& keyboard;
     Terminal& terminal;

@@ -3,7 +3,9 @@
 #include "foundation/Try.h"
 #include "phone/ResultText.h"
 #include "phone/StatusText.h"
+#include "phone/TaskText.h"
 #include "shared/wire/Json.h"
+#include "shared/wire/MacToolName.h"
 
 #include <boost/json.hpp>
 
@@ -86,6 +88,17 @@ Task<Result<void>> callTool(Phone& phone, PhoneSession& session, Attendant& atte
     if (result.ok) co_return Result<void>{};
     auto sentence = errorSentence(result.json);
     co_return failWith(ExitCode::refused, sentence.empty() ? "Nástroj skončil neúspěchem." : sentence);
+}
+
+Task<Result<void>> tasks(Phone& phone, PhoneSession& session, Attendant& attendant) {
+    // The Mac answers a call after it has told of everything that this phone had missed.
+    CO_CHECK(co_await session.call(std::string(MacToolName::status), "{}", phone.options.timeout, attendant));
+    const auto& items = phone.tasks.items();
+    if (phone.options.isJson) phone.terminal.printJson(encode(items));
+    if (!phone.options.isJson && items.empty()) phone.terminal.note("Mac o žádné úloze neřekl.");
+    for (const auto& item : items)
+        if (!phone.options.isJson) phone.terminal.print(taskLines(item));
+    co_return Result<void>{};
 }
 
 Task<Result<void>> watch(Phone& phone, PhoneSession& session, Attendant& attendant) {

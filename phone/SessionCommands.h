@@ -13,6 +13,8 @@ namespace morvex::commands {
 Task<Result<void>> status(Phone& phone, PhoneSession& session, Attendant& attendant);
 Task<Result<void>> tools(Phone& phone, PhoneSession& session, Attendant& attendant);
 Task<Result<void>> call(Phone& phone, PhoneSession& session, Attendant& attendant);
+/// The tasks of the Mac that this phone knows of, once it has heard of all the changes that it missed.
+Task<Result<void>> tasks(Phone& phone, PhoneSession& session, Attendant& attendant);
 Task<Result<void>> watch(Phone& phone, PhoneSession& session, Attendant& attendant);
 Task<Result<void>> approve(Phone& phone, PhoneSession& session, Attendant& attendant);
 

@@ -43,6 +43,7 @@ const std::vector<Shell::Row>& Shell::rows() {
         {"status", "", "co Mac právě umí a dělá", &Shell::status},
         {"tools", "", "nástroje Macu", &Shell::tools},
         {"call", "NAME [JSON]", "zavolá nástroj", &Shell::call},
+        {"tasks", "", "úlohy agentů na Macu", &Shell::tasks},
         {"search", "TEXT", "najde soubory podle části názvu", &Shell::search},
         {"read", "PATH", "přečte soubor", &Shell::read},
         {"write", "PATH TEXT", "založí soubor (cesta s mezerami patří do uvozovek)", &Shell::write},
@@ -135,6 +136,10 @@ Task<Result<void>> Shell::call(std::string rest) {
     auto [name, arguments] = SplitLine::of(rest);
     co_return co_await commands::callTool(phone_, session_, attendant_, std::move(name),
                                           arguments.empty() ? "{}" : std::move(arguments));
+}
+
+Task<Result<void>> Shell::tasks(std::string) {
+    co_return co_await commands::tasks(phone_, session_, attendant_);
 }
 
 Task<Result<void>> Shell::search(std::string rest) {

@@ -35,6 +35,7 @@ class Shell {
     Task<Result<void>> status(std::string rest);
     Task<Result<void>> tools(std::string rest);
     Task<Result<void>> call(std::string rest);
+    Task<Result<void>> tasks(std::string rest);
     Task<Result<void>> search(std::string rest);
     Task<Result<void>> read(std::string rest);
     Task<Result<void>> write(std::string rest);

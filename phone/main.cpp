@@ -54,11 +54,14 @@ Result<ExitCode> run(const Options& options, Terminal& terminal) {
     PhoneSettings settings(vault, service);
     SystemRandom random;
     auto records = PhoneRecords::load(*data, **clock, random);
+    auto tasks = PhoneTasks::load(*data);
     CurlHttpClient http;
     BeastWebSocketClient sockets;
-    Phone phone{
-        options, {{executor, **clock, sockets}, random}, http, store, settings, records, inbox, **console,
-        terminal};
+    Phone phone{options,   {{executor, **clock, sockets}, random},
+                http,      store,
+                settings,  records,
+                tasks,     inbox,
+                **console, terminal};
     ExitCode code = ExitCode::done;
     TaskScope scope(executor);
     scope.spawn(drive(phone, **console, code));

@@ -66,6 +66,7 @@ void describe(auto& io, Is<Conversation> auto& conversation) {
 
 template struct Codec<AgentContinuation>;
 template struct Codec<WorkItem>;
+template struct Codec<std::vector<WorkItem>>;
 template struct Codec<MorvexNote>;
 template struct Codec<MorvexSummary>;
 template struct Codec<ConversationTurn>;

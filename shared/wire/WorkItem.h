@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace morvex {
 
@@ -46,5 +47,6 @@ struct WorkItem {
 
 extern template struct Codec<AgentContinuation>;
 extern template struct Codec<WorkItem>;
+extern template struct Codec<std::vector<WorkItem>>;
 
 } // namespace morvex

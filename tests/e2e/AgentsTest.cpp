@@ -117,10 +117,12 @@ TEST_F(AgentsTest, AResultWaitsForThePhoneAndALaterCallGoesOnInTheSession) {
     auto id = call("mac.codex.run", {{"instruction", "Oprav testy"}})["work_item_id"];
     go();
     awaitTask("Oprav testy — hotovo (codex, Ukázka): Opraveno.");
-    auto prompt = openPhone();
-    prompt->waitForLine("úkol: Oprav testy — hotovo: Opraveno.");
-    prompt->type("quit");
-    EXPECT_EQ(prompt->wait(), 0);
+    auto listed = phone({"tasks"});
+    EXPECT_TRUE(listed.output.contains("Oprav testy — hotovo: Opraveno.\n")) << listed.output;
+    EXPECT_TRUE(listed.output.contains("úkol: ")) << "it was told just now: " << listed.output;
+    listed = phone({"tasks"});
+    EXPECT_TRUE(listed.output.contains("Oprav testy — hotovo: Opraveno.\n")) << listed.output;
+    EXPECT_FALSE(listed.output.contains("úkol: ")) << "it was acknowledged: " << listed.output;
 
     EXPECT_EQ(call("mac.codex.run", {{"instruction", "Pokračuj"}, {"work_item_id", id}})["work_item_id"], id);
     awaitTask("Oprav testy — hotovo");

@@ -54,7 +54,7 @@ void PhoneFixture::start(std::initializer_list<const char*> arguments) {
     ASSERT_TRUE(options) << options.error().popis();
     phone =
         std::make_unique<Phone>(*std::move(options), SecureLink::Services{{executor, clock, sockets}, random},
-                                http, store, settings, records, inbox, keyboard, terminal);
+                                http, store, settings, records, tasks, inbox, keyboard, terminal);
     ended.reset();
     executor.start(drive(*phone, ended));
     run();

@@ -85,6 +85,7 @@ class PhoneFixture : public testing::Test {
     MemoryVault vault;
     PhoneSettings settings{vault, "morvex-phone"};
     TemporaryFolder folder;
+    PhoneTasks tasks = PhoneTasks::load(folder.path());
     PhoneRecords records = PhoneRecords::load(folder.path(), clock, random);
     std::stop_source interruption;
     Inbox inbox{clock, interruption.get_token()};

@@ -285,20 +285,6 @@ TEST_F(SessionCommandsTest, AnApprovalThatLapsedIsNotAnswered) {
     EXPECT_EQ(err.str().find("Mac žádá"), err.str().rfind("Mac žádá"));
 }
 
-TEST_F(SessionCommandsTest, TasksOfTheMacAreShownAndAcknowledged) {
-    startCall({"call", "mac.status"});
-    WorkItem item;
-    item.title = "Oprava testů";
-    item.status = WorkItemStatus::completed;
-    item.summary = "Opraveno.";
-    item.revision = 7;
-    send({MacPayload::WorkItemUpdate{item}}, "work-item:" + item.id.text());
-    EXPECT_THAT(err.str(), HasSubstr("úkol: Oprava testů — hotovo: Opraveno.\n"));
-    auto received = mac.take();
-    ASSERT_EQ(received.size(), 1U);
-    EXPECT_EQ(received[0].payload, (MacPayload{MacPayload::WorkItemAck{item.id, 7}}));
-}
-
 TEST_F(SessionCommandsTest, WatchPrintsEveryEventUntilCtrlC) {
     startInSession({"watch"});
     MorvexNote note;

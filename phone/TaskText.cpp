@@ -1,0 +1,53 @@
+#include "phone/TaskText.h"
+
+#include <string_view>
+
+namespace morvex {
+
+namespace {
+
+std::string_view statusWord(const WorkItemStatus& status) {
+    switch (status.kind()) {
+    case WorkItemStatus::captured:
+        return "zapsáno";
+    case WorkItemStatus::inProgress:
+        return "běží";
+    case WorkItemStatus::waitingForMac:
+        return "čeká na Mac";
+    case WorkItemStatus::waitingForApproval:
+        return "čeká na potvrzení";
+    case WorkItemStatus::completed:
+        return "hotovo";
+    case WorkItemStatus::failed:
+        return "nepovedlo se";
+    case WorkItemStatus::cancelled:
+        return "zrušeno";
+    case WorkItemStatus::interrupted:
+        return "přerušeno";
+    case WorkItemStatus::unknown:
+        return status.rawValue;
+    }
+    return status.rawValue;
+}
+
+std::string agentText(const WorkItem& item) {
+    if (!item.agent) return "";
+    return item.agent->tool + (item.agent->folderAlias ? " ve složce " + *item.agent->folderAlias : "") +
+           ", ";
+}
+
+} // namespace
+
+std::string taskText(const WorkItem& item) {
+    auto text = item.title + " — " + std::string(statusWord(item.status));
+    if (item.lastError) return text + ": " + *item.lastError;
+    return item.summary ? text + ": " + *item.summary : text;
+}
+
+std::vector<StyledLine> taskLines(const WorkItem& item) {
+    return {{{taskText(item)}},
+            {{"  " + agentText(item) + formatDate(item.updatedAt) + ", work_item_id " + item.id.text(),
+              Style::faint}}};
+}
+
+} // namespace morvex
