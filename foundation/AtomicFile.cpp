@@ -2,11 +2,15 @@
 
 #include "foundation/FileDescriptor.h"
 #include "foundation/SystemError.h"
+#include "foundation/Uninterrupted.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <string>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 namespace morvex {
@@ -18,15 +22,43 @@ std::unexpected<Error> failure(int code) {
 }
 
 Result<void> flush(int file) {
-    while (::fsync(file) != 0)
-        if (errno != EINTR) return failure(errno);
+    if (uninterrupted([&] { return ::fsync(file); }) != 0) return failure(errno);
     return {};
 }
 
-Result<void> writeNew(int file, ByteView bytes) {
-    if (::fchmod(file, 0600) != 0) return failure(errno);
-    if (auto written = writeAll(file, bytes); !written) return written;
-    return flush(file);
+/// The beginning of the name of a file that is still being written, to become `path`.
+std::string draftPrefix(const std::filesystem::path& path) {
+    return "." + path.filename().string() + ".new-";
+}
+
+struct Draft {
+    FileDescriptor file;
+    std::string path;
+};
+
+Result<Draft> makeDraft(const std::filesystem::path& path) {
+    Draft draft;
+    draft.file = FileDescriptor(uninterrupted([&] {
+        draft.path = (path.parent_path() / (draftPrefix(path) + "XXXXXX")).string();
+        return ::mkostemp(draft.path.data(), O_CLOEXEC);
+    }));
+    if (!draft.file) return failure(errno);
+    // The lock tells others that somebody still writes here. Where there are no locks nobody takes it away.
+    uninterrupted([&] { return ::flock(draft.file.get(), LOCK_EX | LOCK_NB); });
+    return draft;
+}
+
+Result<void> complete(const Draft& draft, ByteView bytes, const std::filesystem::path& path) {
+    if (uninterrupted([&] { return ::fchmod(draft.file.get(), 0600); }) != 0) return failure(errno);
+    if (auto written = writeAll(draft.file.get(), bytes); !written) return written;
+    if (auto flushed = flush(draft.file.get()); !flushed) return flushed;
+    if (uninterrupted([&] { return ::rename(draft.path.c_str(), path.c_str()); }) != 0) return failure(errno);
+    return {};
+}
+
+void removeUnlessWritten(const std::filesystem::path& draft) {
+    FileDescriptor file(::open(draft.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY));
+    if (file && ::flock(file.get(), LOCK_EX | LOCK_NB) == 0) ::unlink(draft.c_str());
 }
 
 } // namespace
@@ -34,28 +66,35 @@ Result<void> writeNew(int file, ByteView bytes) {
 Result<void> writeAtomically(const std::filesystem::path& path, ByteView bytes) {
     auto folder = path.parent_path();
     if (auto made = makePrivateFolders(folder); !made) return made;
-
-    auto pattern = (folder / ("." + path.filename().string() + ".XXXXXX")).string();
-    FileDescriptor file(::mkostemp(pattern.data(), O_CLOEXEC));
-    if (!file) return failure(errno);
-    auto written = writeNew(file.get(), bytes);
-    if (written && ::rename(pattern.c_str(), path.c_str()) != 0) written = failure(errno);
-    if (!written) {
-        ::unlink(pattern.c_str());
-        return written;
+    removeDrafts(path);
+    auto draft = makeDraft(path);
+    if (!draft) return std::unexpected(draft.error());
+    if (auto completed = complete(*draft, bytes, path); !completed) {
+        ::unlink(draft->path.c_str());
+        return completed;
     }
-    FileDescriptor opened(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    FileDescriptor opened(
+        uninterrupted([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
     return opened ? flush(opened.get()) : failure(errno);
 }
 
+void removeDrafts(const std::filesystem::path& path) {
+    const auto prefix = draftPrefix(path);
+    std::error_code error;
+    std::filesystem::directory_iterator entry(path.parent_path(), error);
+    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
+        if (entry->path().filename().string().starts_with(prefix)) removeUnlessWritten(entry->path());
+}
+
 Result<std::optional<Bytes>> readWhole(const std::filesystem::path& path, std::size_t limit) {
-    FileDescriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+    FileDescriptor file(
+        uninterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
     if (!file) {
         if (errno == ENOENT || errno == ENOTDIR) return std::nullopt;
         return failure(errno);
     }
     struct stat status{};
-    if (::fstat(file.get(), &status) != 0) return failure(errno);
+    if (uninterrupted([&] { return ::fstat(file.get(), &status); }) != 0) return failure(errno);
     if (!S_ISREG(status.st_mode)) return failure(EINVAL);
     auto bytes = readUpTo(file.get(), limit);
     if (!bytes) return std::unexpected(bytes.error());
@@ -63,9 +102,10 @@ Result<std::optional<Bytes>> readWhole(const std::filesystem::path& path, std::s
 }
 
 Result<void> makePrivateFolders(const std::filesystem::path& folder) {
-    if (folder.empty() || ::access(folder.c_str(), F_OK) == 0) return {};
+    if (folder.empty() || uninterrupted([&] { return ::access(folder.c_str(), F_OK); }) == 0) return {};
     if (auto made = makePrivateFolders(folder.parent_path()); !made) return made;
-    if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) return failure(errno);
+    if (uninterrupted([&] { return ::mkdir(folder.c_str(), 0700); }) != 0 && errno != EEXIST)
+        return failure(errno);
     return {};
 }
 
@@ -74,8 +114,8 @@ Result<std::filesystem::path> setAside(const std::filesystem::path& path) {
     for (int copy = 1; copy <= mostCopies; ++copy) {
         auto name = path.string() + ".damaged" + (copy == 1 ? "" : "-" + std::to_string(copy));
         // link(2) fails when the name is taken, so nothing that was set aside before is lost.
-        if (::link(path.c_str(), name.c_str()) == 0) {
-            if (::unlink(path.c_str()) != 0) return failure(errno);
+        if (uninterrupted([&] { return ::link(path.c_str(), name.c_str()); }) == 0) {
+            if (uninterrupted([&] { return ::unlink(path.c_str()); }) != 0) return failure(errno);
             return std::filesystem::path(name);
         }
         if (errno != EEXIST) return failure(errno);

@@ -10,8 +10,12 @@
 namespace morvex {
 
 /// Replaces the file by `bytes` so that a crash leaves the old file or the new one: written beside it with
-/// mode 0600, flushed, renamed, and the folder flushed. Missing parent folders are made with mode 0700.
+/// mode 0600, flushed, renamed, and the folder flushed. Missing parent folders are made with mode 0700. What
+/// a save that a crash cut short has left beside the file is removed.
 Result<void> writeAtomically(const std::filesystem::path& path, ByteView bytes);
+
+/// Removes what saves of this file that crashed have left beside it; another that is under way is let be.
+void removeDrafts(const std::filesystem::path& path);
 
 /// The whole file; nothing when there is none. A file longer than `limit` bytes fails with EFBIG, anything
 /// that is not a regular file with EINVAL.

@@ -1,6 +1,7 @@
 #include "platform/linux/FileVault.h"
 
 #include "foundation/AtomicFile.h"
+#include "foundation/Uninterrupted.h"
 #include "platform/linux/VaultRules.h"
 
 #include <cerrno>
@@ -45,10 +46,12 @@ std::int32_t statusOf(int code) {
 
 /// Opens without following a link in the last place, demands the kind of file and closes the mode to others.
 std::int32_t openPrivate(const std::filesystem::path& path, mode_t kind, mode_t mode, FileDescriptor& file) {
-    file = FileDescriptor(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    file = FileDescriptor(uninterrupted(
+        [&] { return ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); }));
     if (!file) return statusOf(errno);
     struct stat status{};
-    if (::fstat(file.get(), &status) != 0 || (status.st_mode & S_IFMT) != kind) return vaultStatus::io;
+    if (uninterrupted([&] { return ::fstat(file.get(), &status); }) != 0 || (status.st_mode & S_IFMT) != kind)
+        return vaultStatus::io;
     if ((status.st_mode & 07777) != mode && ::fchmod(file.get(), mode) != 0) return vaultStatus::io;
     return vaultStatus::ok;
 }
@@ -76,6 +79,9 @@ std::int32_t FileVault::add(const std::string& service, const std::string& accou
 
 std::int32_t FileVault::remove(const std::string& service, const std::string& account) {
     auto status = open(service, account).status;
+    // What a save that crashed has left may hold a part of the secret, or all of it.
+    if (status == vaultStatus::ok || status == vaultStatus::itemNotFound)
+        removeDrafts(pathOf(service, account));
     if (status != vaultStatus::ok) return status;
     return ::unlink(pathOf(service, account).c_str()) == 0 ? vaultStatus::ok : statusOf(errno);
 }

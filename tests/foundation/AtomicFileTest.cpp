@@ -1,12 +1,15 @@
 #include "foundation/AtomicFile.h"
 
+#include "foundation/FileDescriptor.h"
 #include "foundation/SystemError.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <fcntl.h>
 #include <fstream>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 namespace morvex {
@@ -46,6 +49,20 @@ TEST(AtomicFile, AFailedWriteKeepsTheOldFile) {
     EXPECT_FALSE(writeAtomically(path, asBytes("new")));
     EXPECT_TRUE(std::filesystem::is_directory(path));
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1);
+}
+
+TEST(AtomicFile, ASaveRemovesWhatACrashedOneHasLeftButNotWhatIsStillBeingWritten) {
+    TemporaryFolder folder;
+    auto path = folder.path() / "file";
+    std::ofstream(folder.path() / ".file.new-crashd") << "half";
+    std::ofstream(folder.path() / ".file.new-living") << "half";
+    std::ofstream(folder.path() / ".other.new-crashd") << "half";
+    FileDescriptor held(::open((folder.path() / ".file.new-living").c_str(), O_RDONLY | O_CLOEXEC));
+    ASSERT_EQ(::flock(held.get(), LOCK_EX), 0);
+    ASSERT_TRUE(writeAtomically(path, asBytes("new")));
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / ".file.new-crashd"));
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / ".file.new-living"));
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / ".other.new-crashd"));
 }
 
 TEST(AtomicFile, ReadsNothingWhereNothingIs) {

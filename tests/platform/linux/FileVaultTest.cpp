@@ -100,6 +100,15 @@ TEST_F(FileVaultTest, NamesBecomeSafeFileNames) {
     EXPECT_TRUE(fs::is_regular_file(root_ / "%2E%2E" / "account"));
 }
 
+TEST_F(FileVaultTest, ARemovalTakesWithItWhatASaveThatCrashedHasLeft) {
+    EXPECT_EQ(vault_.add(service, "account", binary), vaultStatus::ok);
+    for (auto expected : {vaultStatus::ok, vaultStatus::itemNotFound}) {
+        writeItem(".account.new-abcdef", "half a secret");
+        EXPECT_EQ(vault_.remove(service, "account"), expected);
+        EXPECT_FALSE(fs::exists(item(".account.new-abcdef")));
+    }
+}
+
 TEST_F(FileVaultTest, NamesThatNoFileCanHaveAreRefused) {
     for (const auto& account : {std::string(), std::string(256, 'a')}) {
         EXPECT_EQ(vault_.add(service, account, binary), vaultStatus::io);
