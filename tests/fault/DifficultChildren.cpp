@@ -160,7 +160,8 @@ std::vector<DifficultChild> vanishing(const fs::path& folder) {
     auto inLost = shell("d=$(mktemp -d) && cd $d && rmdir $d && pwd && ls && exit 3");
     return {
         {"is deleted while it runs",
-         shell("t=" + (folder / "tool-").string() + "$$; cp /bin/sleep $t && ($t 1000 & rm $t; wait)"),
+         shell("t=" + (folder / "tool-").string() +
+               "$$; cp /bin/sleep $t; $t 1000 & until [ /proc/$!/exe -ef $t ]; do :; done; rm $t; wait"),
          Ends::whenStopped},
         {"deletes its own script",
          shell("t=" + (folder / "script-").string() + "$$; printf 'rm $0; exit 3' >$t; exec bash $t"),
@@ -175,7 +176,6 @@ std::vector<DifficultChild> difficultChildren(const fs::path& folder) {
     std::vector<DifficultChild> all;
     for (auto part : {quick(), endless(), leaving(), dying(), missing(folder), vanishing(folder)})
         all.insert(all.end(), part.begin(), part.end());
-    for (std::size_t i = 0; i < all.size(); ++i) all[i].program.env[childMark] = std::to_string(i);
     return all;
 }
 

@@ -28,9 +28,6 @@ struct DifficultChild {
     Begins begins = Begins::atOnce;
 };
 
-/// The variable that tells which child a process descends from: its number in the list.
-constexpr auto childMark = "MORVEX_TEST_CHILD";
-
 /// Every kind; the programs that they need are laid into `folder`.
 std::vector<DifficultChild> difficultChildren(const std::filesystem::path& folder);
 

@@ -17,6 +17,9 @@ namespace {
 using namespace std::chrono_literals;
 using Ends = DifficultChild::Ends;
 
+/// The variable that tells of which run a process descends.
+constexpr auto runMark = "MORVEX_TEST_RUN";
+
 std::size_t openDescriptors() {
     auto all = std::filesystem::directory_iterator("/proc/self/fd");
     return static_cast<std::size_t>(std::distance(begin(all), end(all)));
@@ -92,11 +95,11 @@ class ProcessStormTest : public testing::Test {
     Runs begin(std::size_t count) {
         Runs runs;
         for (std::size_t i = 0; i < count; ++i) {
-            const auto& child = children_[(begun_ + i) % children_.size()];
+            auto child = children_[begun_ % children_.size()];
+            child.program.env[runMark] = std::to_string(begun_++);
             kinds_.insert(child.what);
             runs.push_back(std::make_unique<TroubledRun>(*programs_, child));
         }
-        begun_ += count;
         return runs;
     }
 
@@ -135,14 +138,13 @@ class ProcessStormTest : public testing::Test {
     void round(std::size_t count) {
         auto runs = begin(count);
         troubleUntilTheEnd(runs);
-        std::set<std::string> leaving;
         for (auto& run : runs) {
             run->expectItsEnd();
-            if (run->mayLeave()) leaving.insert(run->child().program.env.at(childMark));
+            if (run->mayLeave()) leaving_.insert(run->child().program.env.at(runMark));
         }
         programs_->clock.advance(4s);
         settle();
-        expectNothingLeft(leaving);
+        expectNothingLeft();
         for (const auto& run : runs) run->expectNoLateCallback();
     }
 
@@ -155,15 +157,17 @@ class ProcessStormTest : public testing::Test {
     }
 
     /// What may live on is ended here.
-    void expectNothingLeft(const std::set<std::string>& leaving) {
+    void expectNothingLeft() {
         auto deadline = std::chrono::steady_clock::now() + 10s;
         for (;;) {
-            auto left = processesMarked(childMark);
+            auto left = processesMarked(runMark);
             if (left.empty()) break;
             const bool isLate = std::chrono::steady_clock::now() > deadline;
             for (const auto& [mark, process] : left) {
-                if (isLate) ADD_FAILURE() << "left behind by: " << children_[std::stoul(mark)].what;
-                if (isLate || leaving.contains(mark)) ::kill(process, SIGKILL);
+                if (isLate)
+                    ADD_FAILURE() << "left behind by: "
+                                  << children_[std::stoul(mark) % children_.size()].what;
+                if (isLate || leaving_.contains(mark)) ::kill(process, SIGKILL);
             }
             std::this_thread::yield();
         }
@@ -176,6 +180,7 @@ class ProcessStormTest : public testing::Test {
     std::mt19937 random_{2'718'281}; // NOLINT: the same troubles every time
     std::unique_ptr<RealPrograms> programs_ = std::make_unique<RealPrograms>();
     std::set<std::string> kinds_;
+    std::set<std::string> leaving_; ///< the runs of which processes may be left
     std::size_t begun_ = 0;
     std::size_t descriptors_ = 0;
 };
@@ -183,8 +188,6 @@ class ProcessStormTest : public testing::Test {
 TEST_F(ProcessStormTest, NothingIsLeftOfDifficultChildrenHoweverTheyEnd) {
     ASSERT_GE(children_.size(), 30U);
     std::ranges::shuffle(children_, random_);
-    for (std::size_t i = 0; i < children_.size(); ++i)
-        children_[i].program.env[childMark] = std::to_string(i);
     descriptors_ = openDescriptors();
     const auto total = cases(160, 1'000);
     while (begun_ < total) round(std::min<std::size_t>(1 + random_() % 6, total - begun_));
