@@ -1,0 +1,150 @@
+#include "tests/fault/TracedChild.h"
+
+#include "shared/base/Require.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstddef>
+#include <cstdint>
+#include <sys/ptrace.h>
+#include <sys/syscall.h>
+#include <sys/user.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace morvex {
+
+namespace {
+
+using Kind = SystemFault::Kind;
+
+constexpr int callStop = SIGTRAP | 0x80;
+constexpr std::uint64_t noCall = ~std::uint64_t{0};
+
+constexpr std::array<long, 9> callsForMemory = {SYS_brk,      SYS_mmap,           SYS_munmap,
+                                                SYS_mprotect, SYS_mremap,         SYS_madvise,
+                                                SYS_futex,    SYS_rt_sigprocmask, SYS_getrandom};
+constexpr std::array<long, 7> callsForRoom = {SYS_write, SYS_pwrite64, SYS_openat, SYS_mkdir,
+                                              SYS_fsync, SYS_rename,   SYS_link};
+
+bool contains(const auto& calls, std::uint64_t call) {
+    return std::ranges::find(calls, static_cast<long>(call)) != calls.end();
+}
+
+[[noreturn]] void runChild(const std::function<std::function<bool()>()>& prepare) {
+    auto work = prepare();
+    if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) ::_exit(100);
+    ::raise(SIGSTOP);
+    ::_exit(work() ? 1 : 0);
+}
+
+/// The traced side of one run, from the parent.
+class Tracer {
+  public:
+    Tracer(pid_t child, SystemFault fault) : child_(child), fault_(fault) {}
+
+    TracedEnd run() {
+        int status = wait();
+        vyzaduj(WIFSTOPPED(status) && WSTOPSIG(status) == SIGSTOP, "the child cannot be traced");
+        ask(PTRACE_SETOPTIONS, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
+        for (;;) {
+            // A child that was killed at its stop cannot be told to go on.
+            ::ptrace(PTRACE_SYSCALL, child_, nullptr, nullptr);
+            status = wait();
+            if (WIFSIGNALED(status)) return end_;
+            if (WIFEXITED(status)) {
+                end_.answer = WEXITSTATUS(status) == 1;
+                return end_;
+            }
+            if (WSTOPSIG(status) == callStop) std::exchange(isInside_, !isInside_) ? leave() : enter();
+        }
+    }
+
+  private:
+    int wait() const {
+        int status = 0;
+        vyzaduj(::waitpid(child_, &status, 0) == child_, "the child is lost");
+        return status;
+    }
+
+    void ask(__ptrace_request request, long data) const {
+        vyzaduj(::ptrace(request, child_, nullptr, data) == 0, "the child cannot be traced");
+    }
+
+    [[nodiscard]] std::uint64_t get(std::size_t offset) const {
+        return static_cast<std::uint64_t>(::ptrace(PTRACE_PEEKUSER, child_, offset, nullptr));
+    }
+
+    void set(std::size_t offset, std::uint64_t value) const {
+        vyzaduj(::ptrace(PTRACE_POKEUSER, child_, offset, value) == 0, "a register cannot be set");
+    }
+
+    void enter() {
+        auto call = get(offsetof(user_regs_struct, orig_rax));
+        if (call == SYS_exit_group) return;
+        isStruck_ = strikes(call, end_.calls++);
+        if (!isStruck_) return;
+        end_.struck = true;
+        switch (fault_.kind) {
+        case Kind::killedBefore:
+            set(offsetof(user_regs_struct, orig_rax), noCall);
+            kill();
+            break;
+        case Kind::fails:
+        case Kind::failsFromThen:
+            set(offsetof(user_regs_struct, orig_rax), noCall);
+            break;
+        case Kind::writesHalf:
+            set(offsetof(user_regs_struct, rdx), get(offsetof(user_regs_struct, rdx)) / 2);
+            break;
+        case Kind::killedAfter:
+        case Kind::none:
+            break;
+        }
+    }
+
+    void leave() {
+        if (!std::exchange(isStruck_, false)) return;
+        if (fault_.kind == Kind::killedAfter) kill();
+        if (fault_.kind == Kind::fails || fault_.kind == Kind::failsFromThen)
+            set(offsetof(user_regs_struct, rax), static_cast<std::uint64_t>(-fault_.code));
+    }
+
+    [[nodiscard]] bool strikes(std::uint64_t call, std::size_t number) const {
+        switch (fault_.kind) {
+        case Kind::none:
+            return false;
+        case Kind::killedBefore:
+        case Kind::killedAfter:
+            return number == fault_.at;
+        case Kind::fails:
+            return number == fault_.at && !contains(callsForMemory, call);
+        case Kind::failsFromThen:
+            return number >= fault_.at && contains(callsForRoom, call);
+        case Kind::writesHalf:
+            return number == fault_.at && call == SYS_write;
+        }
+        return false;
+    }
+
+    void kill() const { ::kill(child_, SIGKILL); }
+
+    pid_t child_;
+    SystemFault fault_;
+    TracedEnd end_;
+    bool isInside_ = false;
+    bool isStruck_ = false;
+};
+
+} // namespace
+
+TracedEnd runTraced(const std::function<std::function<bool()>()>& prepare, SystemFault fault) {
+    auto child = ::fork();
+    vyzaduj(child >= 0, "no child");
+    if (child == 0) runChild(prepare);
+    return Tracer(child, fault).run();
+}
+
+} // namespace morvex
