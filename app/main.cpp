@@ -2,9 +2,12 @@
 #include "app/console/ConsoleFolderPicker.h"
 #include "app/console/ConsoleShell.h"
 #include "app/console/LineReader.h"
+#include "app/ui/TolvyCompanionApp.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/BoottimeClock.h"
+#include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/DesktopUrlOpener.h"
+#include "platform/linux/DisplayServer.h"
 #include "platform/linux/HostnamedName.h"
 #include "platform/linux/InodeBookmarks.h"
 #include "platform/linux/JsonDefaults.h"
@@ -21,11 +24,13 @@
 #include "platform/linux/XdgFolders.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
+#include "platform/qt/QtClipboard.h"
+#include "platform/qt/QtFolderPicker.h"
 #include "platform/qt/QtMainExecutor.h"
 #include "platform/qt/UnixSignals.h"
 #include "shared-apple/KeychainStore.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <csignal>
 #include <cstdio>
@@ -43,9 +48,10 @@ constexpr const char* version = MORVEX_VERSION " (" MORVEX_BUILD ")";
 constexpr const char* help =
     R"(morvex: dává telefonu bezpečný přístup k tomuto počítači.
 
-Program nemá žádné volby. Běží, dokud ho neukončíš; spojení, párování a povolené složky
-ovládáš příkazy na jeho vstupu, seznam ukáže příkaz „pomoc“.
+Běží, dokud ho neukončíš. Na ploše má okno a ikonu v oznamovací oblasti. Bez obrazovky spojení,
+párování a povolené složky ovládáš příkazy na jeho vstupu, seznam ukáže příkaz „pomoc“.
 
+  --console   bez okna, i když je tu obrazovka
   --help      tento text
   --version   verze programu
 )";
@@ -79,9 +85,8 @@ struct System {
     XdgAutostart loginItem{folders.configuration(), QCoreApplication::applicationFilePath().toStdString()};
     SpawnLauncher processes;
     DesktopUrlOpener opener;
-    ConsoleFolderPicker picker;
 
-    CompanionServices services() {
+    CompanionServices services(FolderPicker& picker) {
         return {main,
                 storage,
                 workers,
@@ -105,40 +110,41 @@ struct System {
     }
 };
 
-Task<void> endThenQuit(Companion& companion, TaskScope& commands) {
-    co_await companion.ukoncit();
-    commands.stop();
-    co_await commands.join();
-    QCoreApplication::quit();
-}
+enum class Face { window, console };
 
-/// Commands that come before the identity is there would do nothing, so they wait.
-Task<void> startThen(Companion& companion, std::function<void()> listen) {
-    co_await companion.spustit();
-    listen();
-}
+/// The companion, and what runs on its behalf until it has ended.
+struct Running {
+    Running(System& system, FolderPicker& picker)
+        : companion(system.services(picker)), commands(system.main), ending(system.main) {}
 
-int run() {
-    auto clock = BoottimeClock::create();
-    if (!clock) {
-        std::fprintf(stderr, "Morvex nemá hodiny: %s\n", clock.error().popis().c_str());
-        return 1;
-    }
-    LockFileInstance instance(XdgFolders().applicationSupport());
-    if (!instance.claim()) {
-        std::fputs("Morvex už nad těmito daty běží.\n", stderr);
-        return 1;
+    void quit() {
+        if (ending.live() == 0) ending.spawn(endThenQuit());
     }
 
-    System system(*std::move(clock));
-    Companion companion(system.services());
-    TaskScope commands(system.main);
-    TaskScope ending(system.main);
-    auto quit = [&] {
-        if (ending.live() == 0) ending.spawn(endThenQuit(companion, commands));
-    };
-    ConsoleShell shell(companion, {*system.clock, system.picker, system.folders, commands, print, quit,
-                                   ::isatty(STDOUT_FILENO) != 0});
+    Task<void> endThenQuit() {
+        co_await companion.ukoncit();
+        commands.stop();
+        co_await commands.join();
+        QCoreApplication::quit();
+    }
+
+    /// What comes before the identity is there would do nothing, so it waits.
+    Task<void> startThen(std::function<void()> next) {
+        co_await companion.spustit();
+        next();
+    }
+
+    Companion companion;
+    TaskScope commands;
+    TaskScope ending;
+};
+
+int runConsole(System& system) {
+    ConsoleFolderPicker picker;
+    Running running(system, picker);
+    auto quit = [&running] { running.quit(); };
+    ConsoleShell shell(running.companion, {*system.clock, picker, system.folders, running.commands, print, quit,
+                                           ::isatty(STDOUT_FILENO) != 0});
     std::optional<LineReader> reader;
     auto listen = [&] {
         print("Morvex " + std::string(version) + " běží. Příkazy ukáže „pomoc“.");
@@ -147,8 +153,50 @@ int run() {
     };
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
     if (auto problem = system.defaults.problem()) print(*problem);
-    commands.spawn(startThen(companion, listen));
+    running.commands.spawn(running.startThen(listen));
     return QCoreApplication::exec();
+}
+
+int runWindow(System& system, LockFileInstance& instance) {
+    QtFolderPicker picker;
+    QtClipboard clipboard;
+    DesktopNotifications notifications;
+    Running running(system, picker);
+    auto quit = [&] {
+        picker.close();
+        running.quit();
+    };
+    TolvyCompanionApp window(running.companion, {*system.clock, running.commands, clipboard, notifications,
+                                                 system.defaults, version, quit});
+    UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
+    instance.onCall([&window] { window.openMainWindow(); });
+    running.commands.spawn(running.startThen([&window] { window.start(); }));
+    return QCoreApplication::exec();
+}
+
+int run(Face face) {
+    auto clock = BoottimeClock::create();
+    if (!clock) {
+        std::fprintf(stderr, "Morvex nemá hodiny: %s\n", clock.error().popis().c_str());
+        return 1;
+    }
+    LockFileInstance instance(XdgFolders().applicationSupport());
+    if (!instance.claim()) {
+        if (face == Face::window && instance.callOther()) return 0;
+        std::fputs("Morvex už nad těmito daty běží.\n", stderr);
+        return 1;
+    }
+    System system(*std::move(clock));
+    return face == Face::window ? runWindow(system, instance) : runConsole(system);
+}
+
+int runWith(Face face, int argc, char** argv) {
+    if (face == Face::console) {
+        QCoreApplication application(argc, argv);
+        return run(face);
+    }
+    QApplication application(argc, argv);
+    return run(face);
 }
 
 } // namespace
@@ -163,7 +211,8 @@ int main(int argc, char** argv) {
         std::puts(morvex::version);
         return 0;
     }
-    if (argc > 1) {
+    const bool wantsConsole = argc == 2 && std::string_view(argv[1]) == "--console";
+    if (argc > 1 && !wantsConsole) {
         std::fputs(morvex::help, stderr);
         return 2;
     }
@@ -171,6 +220,6 @@ int main(int argc, char** argv) {
     std::signal(SIGCHLD, SIG_DFL);
     // A reader that goes away is noticed by the failed write.
     std::signal(SIGPIPE, SIG_IGN);
-    QCoreApplication application(argc, argv);
-    return morvex::run();
+    using enum morvex::Face;
+    return morvex::runWith(wantsConsole || !morvex::isThereADisplay() ? console : window, argc, argv);
 }

@@ -1,3 +1,5 @@
+# A library may link what only its own folder looked for.
+set(CMAKE_FIND_PACKAGE_TARGETS_GLOBAL ON)
 find_package(Threads REQUIRED)
 find_package(OpenSSL 3 REQUIRED)
 find_package(Boost 1.81 REQUIRED COMPONENTS json)

@@ -132,6 +132,7 @@ Task<bool> Companion::nactiIdentitu() {
         co_return false;
     }
     identita_ = *std::move(loaded);
+    state_.identifikator = identita_->deviceID().rawValue;
     parovani_.setIdentita(identita_);
     co_return true;
 }

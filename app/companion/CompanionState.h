@@ -17,6 +17,8 @@ struct CompanionState {
     QProperty<MacAvailability> dostupnost{MacAvailability{MacAvailability::Nesparovano{}}};
     QProperty<StavParovani> parovani;
     QProperty<std::optional<PairedPeer>> protejsek;
+    /// Identifier of this device; empty until its identity is there.
+    QProperty<std::string> identifikator;
     /// The last problem for the user.
     QProperty<std::optional<std::string>> potiz;
     QProperty<std::string> relayAdresa;

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QObject>
+#include <QtQml/qqmlregistration.h>
+
+namespace morvex {
+
+/// What the desktop says about how windows should look: light or dark, and how large text is. Main thread.
+class Appearance : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_SINGLETON
+    Q_PROPERTY(bool dark READ dark NOTIFY changed)
+    Q_PROPERTY(int textSize READ textSize NOTIFY changed)
+
+  public:
+    Appearance();
+
+    [[nodiscard]] bool dark() const;
+    /// Size of body text in pixels.
+    [[nodiscard]] int textSize() const;
+
+  Q_SIGNALS:
+    void changed();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+};
+
+} // namespace morvex

@@ -1,0 +1,32 @@
+#include "app/ui/ShortDate.h"
+
+#include <QDateTime>
+#include <QLocale>
+#include <QRegularExpression>
+
+namespace morvex {
+
+namespace {
+
+QDateTime localTime(Date date) {
+    return QDateTime::fromSecsSinceEpoch(wholeSeconds(date));
+}
+
+/// The long form has the seconds that the short one lacks, but names the time zone too.
+QString formatWithSeconds(const QLocale& locale) {
+    static const QRegularExpression timeZone(QStringLiteral("[\\s,(\\[]*t+[\\s)\\]]*"));
+    return locale.timeFormat(QLocale::LongFormat).remove(timeZone);
+}
+
+} // namespace
+
+QString shortDate(Date date) {
+    return QLocale::system().toString(localTime(date), QLocale::ShortFormat);
+}
+
+QString timeWithSeconds(Date date) {
+    auto locale = QLocale::system();
+    return locale.toString(localTime(date).time(), formatWithSeconds(locale));
+}
+
+} // namespace morvex

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/ui/ApprovalNotice.h"
+#include "app/ui/LanguageTable.h"
+#include "app/ui/TrayItem.h"
+#include "app/ui/WindowHost.h"
+
+#include <functional>
+#include <string>
+
+namespace morvex {
+
+/// The companion's face on a desktop: the tray item, its small window, the main window and the notification
+/// of an action that waits. Closing the windows leaves the program running. Needs a QApplication. Main thread.
+///
+/// Order of calls: the constructor; `start` once, when the companion has started.
+class TolvyCompanionApp {
+  public:
+    struct Surroundings {
+        Clock& clock;
+        TaskScope& scope; ///< runs what a button starts; stopped and joined before this object goes
+        Clipboard& clipboard;
+        Notifications& notifications;
+        const UserDefaults& defaults;
+        std::string appVersion;
+        std::function<void()> quit;
+    };
+
+    TolvyCompanionApp(Companion& companion, const Surroundings& surroundings);
+    ~TolvyCompanionApp();
+    TolvyCompanionApp(const TolvyCompanionApp&) = delete;
+    TolvyCompanionApp& operator=(const TolvyCompanionApp&) = delete;
+
+    /// Shows the tray item. Where there is no tray, and before a phone is paired, the main window opens too.
+    void start();
+
+    /// Opens the main window and brings it to the front.
+    void openMainWindow();
+
+    [[nodiscard]] const WindowHost& windows() const { return windows_; }
+
+  private:
+    void showApproval();
+
+    LanguageTable language_;
+    CompanionModel model_;
+    WindowHost windows_{model_};
+    TrayItem tray_;
+    ApprovalNotice notice_;
+};
+
+} // namespace morvex

@@ -1,0 +1,94 @@
+#include "app/ui/WindowHost.h"
+
+#include "app/ui/GlyphProvider.h"
+#include "shared/base/Require.h"
+
+#include <QCursor>
+#include <QGuiApplication>
+#include <QQmlComponent>
+#include <QScreen>
+
+#include <algorithm>
+
+/// Made for the module; a static library's own registration would not be linked.
+void qml_register_types_Morvex();
+
+namespace morvex {
+
+namespace {
+
+constexpr int gap = 8;
+
+/// Beside the tray item, whole on its screen.
+QPoint placeBeside(const QRect& trayItem, QSize size, const QRect& screen) {
+    auto x = trayItem.center().x() - size.width() / 2;
+    auto y = trayItem.center().y() < screen.center().y() ? trayItem.bottom() + gap
+                                                         : trayItem.top() - gap - size.height();
+    return {std::clamp(x, screen.left() + gap, std::max(screen.left() + gap, screen.right() - gap - size.width())),
+            std::clamp(y, screen.top() + gap, std::max(screen.top() + gap, screen.bottom() - gap - size.height()))};
+}
+
+} // namespace
+
+WindowHost::~WindowHost() {
+    delete main_;
+    delete menu_;
+}
+
+void WindowHost::showMainWindow(Focus focus) {
+    if (!main_) main_ = load(QStringLiteral("MainWindow"));
+    // Read by the platforms of Qt when a window is shown.
+    main_->setProperty("_q_showWithoutActivating", focus == Focus::leave);
+    if (main_->visibility() == QWindow::Minimized)
+        main_->showNormal();
+    else
+        main_->show();
+    main_->raise();
+    if (focus == Focus::take) main_->requestActivate();
+}
+
+void WindowHost::toggleMenu(const QRect& trayItem) {
+    if (menu_) {
+        menu_->close();
+        return;
+    }
+    menu_ = load(QStringLiteral("MenuBarWindow"));
+    // Not every tray tells where its items are.
+    QRect place = trayItem.isValid() ? trayItem : QRect(QCursor::pos(), QSize(1, 1));
+    auto* screen = QGuiApplication::screenAt(place.center());
+    if (!screen) screen = QGuiApplication::primaryScreen();
+    menu_->setScreen(screen);
+    menu_->setPosition(placeBeside(place, menu_->size(), screen->availableGeometry()));
+    menu_->show();
+    menu_->requestActivate();
+}
+
+void WindowHost::retranslate() {
+    if (engine_) engine_->retranslate();
+}
+
+QQuickWindow* WindowHost::load(const QString& component) {
+    if (!engine_) {
+        [[maybe_unused]] volatile auto linked = &qml_register_types_Morvex;
+        engine_ = std::make_unique<QQmlEngine>();
+        engine_->addImportPath(QStringLiteral("qrc:/qml"));
+        engine_->addImageProvider(QStringLiteral("glyph"), new GlyphProvider);
+    }
+    QQmlComponent source(engine_.get(), QUrl(QStringLiteral("qrc:/qml/Morvex/%1.qml").arg(component)));
+    vyzaduj(source.isReady(), source.errorString().toUtf8().constData());
+    auto* window = qobject_cast<QQuickWindow*>(source.createWithInitialProperties(
+        {{QStringLiteral("companion"), QVariant::fromValue(&model_)}}));
+    vyzaduj(window != nullptr, "a window is no window");
+    connect(window, &QWindow::visibleChanged, this, [this, window](bool visible) {
+        if (visible) return;
+        window->deleteLater();
+        QMetaObject::invokeMethod(this, &WindowHost::letGo, Qt::QueuedConnection);
+    });
+    return window;
+}
+
+void WindowHost::letGo() {
+    if (!main_ && !menu_) engine_.reset();
+}
+
+} // namespace morvex

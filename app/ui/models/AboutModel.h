@@ -1,0 +1,31 @@
+#pragma once
+
+#include "app/companion/CompanionState.h"
+#include "app/ui/models/ViewModel.h"
+
+namespace morvex {
+
+/// What this program and this device are: card "O aplikaci".
+class AboutModel final : public ViewModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("")
+    Q_PROPERTY(QString identifier READ identifier NOTIFY changed)
+    Q_PROPERTY(QString protocolVersion READ protocolVersion CONSTANT)
+    Q_PROPERTY(QString appVersion READ appVersion CONSTANT)
+
+  public:
+    AboutModel(CompanionState& state, QString appVersion);
+
+    /// Identifier of this device; empty until it has one.
+    [[nodiscard]] QString identifier() const;
+    [[nodiscard]] QString protocolVersion() const;
+
+    [[nodiscard]] const QString& appVersion() const { return appVersion_; }
+
+  private:
+    CompanionState& state_;
+    QString appVersion_;
+};
+
+} // namespace morvex

@@ -1,0 +1,45 @@
+#include "app/ui/models/FoldersModel.h"
+
+#include "app/execution/Paths.h"
+#include "app/ui/Localized.h"
+
+#include <QFile>
+#include <QPointer>
+#include <QVariantMap>
+
+namespace morvex {
+
+FoldersModel::FoldersModel(Slozky& slozky, TaskScope& scope) : slozky_(slozky), scope_(scope) {
+    slozky_.priZmene([self = QPointer<FoldersModel>(this)] {
+        if (self) self->refresh();
+    });
+}
+
+QVariantList FoldersModel::rows() const {
+    QVariantList rows;
+    for (const auto& path : slozky_.povolene())
+        rows.push_back(QVariantMap{
+            {QStringLiteral("path"), QFile::decodeName(path.c_str())},
+            {QStringLiteral("name"), QFile::decodeName(paths::lastComponent(path).c_str())},
+            {QStringLiteral("needsRenewal"), slozky_.vyzadujiObnoveni().contains(path)},
+        });
+    return rows;
+}
+
+bool FoldersModel::anyNeedsRenewal() const {
+    return !slozky_.vyzadujiObnoveni().empty();
+}
+
+QString FoldersModel::trouble() const {
+    return localized(slozky_.chybaOpravneni().value_or(std::string()));
+}
+
+void FoldersModel::add() {
+    scope_.spawn(slozky_.pridat());
+}
+
+void FoldersModel::remove(const QString& path) {
+    slozky_.odebrat(QFile::encodeName(path).toStdString());
+}
+
+} // namespace morvex

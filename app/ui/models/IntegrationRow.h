@@ -1,0 +1,52 @@
+#pragma once
+
+#include "app/personal/MacIntegrationSettings.h"
+#include "app/ui/models/ViewModel.h"
+
+#include <functional>
+#include <string>
+
+namespace morvex {
+
+/// One family of tools in the card "Integrace".
+class IntegrationRow final : public ViewModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("")
+    Q_PROPERTY(QString name READ name NOTIFY changed)
+    Q_PROPERTY(QString detail READ detail NOTIFY changed)
+    Q_PROPERTY(QString problem READ problem NOTIFY changed)
+    Q_PROPERTY(bool available READ available CONSTANT)
+    Q_PROPERTY(bool on READ on WRITE setOn NOTIFY changed)
+
+  public:
+    struct Description {
+        Integration integration;
+        std::string name;
+        /// The status; for a row that is not available, why. Czech.
+        std::function<std::string()> detail;
+        /// What a new look ("Zjistit znovu") may mend; empty is none.
+        std::function<std::string()> problem = [] { return std::string(); };
+        bool available = true; ///< the service exists on this system
+    };
+
+    IntegrationRow(MacIntegrationSettings& settings, Description description);
+
+    [[nodiscard]] QString name() const;
+    [[nodiscard]] QString detail() const;
+    [[nodiscard]] QString problem() const;
+
+    [[nodiscard]] bool available() const { return description_.available; }
+
+    [[nodiscard]] bool on() const;
+    void setOn(bool on);
+
+    /// Also reads the row anew when this changes.
+    template <class Value> void follow(QProperty<Value>& property) { watch(property); }
+
+  private:
+    MacIntegrationSettings& settings_;
+    Description description_;
+};
+
+} // namespace morvex

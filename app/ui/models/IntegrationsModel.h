@@ -1,0 +1,47 @@
+#pragma once
+
+#include "app/companion/Companion.h"
+#include "app/ui/models/IntegrationRow.h"
+
+#include <QList>
+
+#include <memory>
+#include <vector>
+
+namespace morvex {
+
+/// The switches of the tool families, in their groups.
+class IntegrationsModel final : public ViewModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("")
+    Q_PROPERTY(QList<QObject*> personalData READ personalData CONSTANT)
+    Q_PROPERTY(QList<QObject*> macTools READ macTools CONSTANT)
+    Q_PROPERTY(QList<QObject*> customApps READ customApps CONSTANT)
+
+  public:
+    explicit IntegrationsModel(Companion& companion);
+
+    [[nodiscard]] const QList<QObject*>& personalData() const { return personalData_; }
+
+    [[nodiscard]] const QList<QObject*>& macTools() const { return macTools_; }
+
+    [[nodiscard]] const QList<QObject*>& customApps() const { return customApps_; }
+
+    /// Looks for programs and services again.
+    Q_INVOKABLE void detectAgain();
+
+  private:
+    void addPersonalData();
+    void addMacTools();
+    void addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status);
+    IntegrationRow& add(QList<QObject*>& group, IntegrationRow::Description description);
+
+    Companion& companion_;
+    std::vector<std::unique_ptr<IntegrationRow>> rows_;
+    QList<QObject*> personalData_;
+    QList<QObject*> macTools_;
+    QList<QObject*> customApps_;
+};
+
+} // namespace morvex

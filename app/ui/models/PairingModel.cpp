@@ -1,0 +1,116 @@
+#include "app/ui/models/PairingModel.h"
+
+#include "app/ui/Localized.h"
+#include "app/ui/ShortDate.h"
+
+#include <QUrl>
+
+namespace morvex {
+
+PairingModel::PairingModel(Companion& companion, Surroundings surroundings)
+    : companion_(companion), surroundings_(surroundings) {
+    auto& state = companion_.stav();
+    watch(state.parovani);
+    watch(state.protejsek);
+    watch(state.relayAdresa);
+    codeNotifier_ = state.parovani.addNotifier([this] { watchExpiry(); });
+}
+
+PairingModel::Situation PairingModel::situation() const {
+    const auto& pairing = companion_.stav().parovani.value();
+    if (pairing.as<StavParovani::Zakladam>()) return Situation::Creating;
+    if (pairing.as<StavParovani::CekamNaTelefon>()) return Situation::ShowingCode;
+    if (pairing.as<StavParovani::OverCislo>()) return Situation::Comparing;
+    if (pairing.as<StavParovani::Chyba>()) return Situation::Failed;
+    return hasPhone() ? Situation::Paired : Situation::NoPhone;
+}
+
+bool PairingModel::hasPhone() const {
+    return companion_.stav().protejsek.value().has_value();
+}
+
+QString PairingModel::phone() const {
+    const auto& peer = companion_.stav().protejsek.value();
+    return peer ? QString::fromStdString(peer->deviceID.rawValue) : QString();
+}
+
+QString PairingModel::confirmedOn() const {
+    const auto& peer = companion_.stav().protejsek.value();
+    return peer ? shortDate(peer->potvrzeno) : QString();
+}
+
+QString PairingModel::code() const {
+    const auto* shown = companion_.stav().parovani.value().as<StavParovani::CekamNaTelefon>();
+    return shown ? QString::fromStdString(shown->qr) : QString();
+}
+
+QString PairingModel::validUntil() const {
+    const auto* shown = companion_.stav().parovani.value().as<StavParovani::CekamNaTelefon>();
+    return shown ? timeWithSeconds(shown->platiDo) : QString();
+}
+
+bool PairingModel::expired() const {
+    const auto* shown = companion_.stav().parovani.value().as<StavParovani::CekamNaTelefon>();
+    return shown && shown->platiDo <= surroundings_.clock.now();
+}
+
+QString PairingModel::number() const {
+    const auto* compared = companion_.stav().parovani.value().as<StavParovani::OverCislo>();
+    return compared ? QString::fromStdString(compared->cislo) : QString();
+}
+
+QString PairingModel::failure() const {
+    const auto* failed = companion_.stav().parovani.value().as<StavParovani::Chyba>();
+    return failed ? localized(failed->text) : QString();
+}
+
+QString PairingModel::relayAddress() const {
+    return QString::fromStdString(companion_.stav().relayAdresa.value());
+}
+
+void PairingModel::setRelayAddress(const QString& address) {
+    companion_.setRelayAdresa(address.trimmed().toStdString());
+}
+
+bool PairingModel::relayIsLocal() const {
+    auto host = QUrl(relayAddress()).host();
+    return host == QStringLiteral("localhost") || host.endsWith(QStringLiteral(".localhost")) ||
+           host.startsWith(QStringLiteral("127.")) || host == QStringLiteral("::1");
+}
+
+void PairingModel::start() {
+    companion_.parovani().zacitParovani();
+}
+
+void PairingModel::cancel() {
+    companion_.parovani().zrusitParovani();
+}
+
+void PairingModel::confirm(const QString& number) {
+    companion_.parovani().potvrditCislo(number.toStdString());
+}
+
+void PairingModel::refuse() {
+    companion_.parovani().odmitnoutCislo();
+}
+
+void PairingModel::unpair() {
+    companion_.parovani().odvolat();
+}
+
+void PairingModel::copyCode() {
+    if (!code().isEmpty()) surroundings_.clipboard.setText(code().toStdString());
+}
+
+void PairingModel::watchExpiry() {
+    const auto* shown = companion_.stav().parovani.value().as<StavParovani::CekamNaTelefon>();
+    if (shown) surroundings_.scope.spawn(refreshAt(shown->platiDo));
+}
+
+Task<void> PairingModel::refreshAt(Date expiry) {
+    auto stop = surroundings_.scope.token();
+    auto left = expiry - surroundings_.clock.now();
+    if (co_await sleepFor(surroundings_.clock, left, stop)) refresh();
+}
+
+} // namespace morvex

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "app/companion/Companion.h"
+#include "app/ui/models/ViewModel.h"
+#include "foundation/Clock.h"
+#include "platform/ports/Clipboard.h"
+
+namespace morvex {
+
+/// What the pairing view draws and does.
+class PairingModel final : public ViewModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("")
+    Q_PROPERTY(Situation situation READ situation NOTIFY changed)
+    Q_PROPERTY(bool hasPhone READ hasPhone NOTIFY changed)
+    Q_PROPERTY(QString phone READ phone NOTIFY changed)
+    Q_PROPERTY(QString confirmedOn READ confirmedOn NOTIFY changed)
+    Q_PROPERTY(QString code READ code NOTIFY changed)
+    Q_PROPERTY(QString validUntil READ validUntil NOTIFY changed)
+    Q_PROPERTY(bool expired READ expired NOTIFY changed)
+    Q_PROPERTY(QString number READ number NOTIFY changed)
+    Q_PROPERTY(QString failure READ failure NOTIFY changed)
+    Q_PROPERTY(QString relayAddress READ relayAddress WRITE setRelayAddress NOTIFY changed)
+    Q_PROPERTY(bool relayIsLocal READ relayIsLocal NOTIFY changed)
+
+  public:
+    enum class Situation { NoPhone, Paired, Creating, ShowingCode, Comparing, Failed };
+    Q_ENUM(Situation)
+
+    struct Surroundings {
+        Clock& clock;
+        TaskScope& scope;
+        Clipboard& clipboard;
+    };
+
+    PairingModel(Companion& companion, Surroundings surroundings);
+
+    [[nodiscard]] Situation situation() const;
+    [[nodiscard]] bool hasPhone() const;
+    [[nodiscard]] QString phone() const;
+    [[nodiscard]] QString confirmedOn() const;
+    [[nodiscard]] QString code() const;
+    [[nodiscard]] QString validUntil() const;
+    /// The code on screen is too old to be used.
+    [[nodiscard]] bool expired() const;
+    [[nodiscard]] QString number() const;
+    [[nodiscard]] QString failure() const;
+    [[nodiscard]] QString relayAddress() const;
+    void setRelayAddress(const QString& address);
+    /// No other device can reach the relay under this address.
+    [[nodiscard]] bool relayIsLocal() const;
+
+    Q_INVOKABLE void start();
+    Q_INVOKABLE void cancel();
+    /// "Souhlasí" under this number.
+    Q_INVOKABLE void confirm(const QString& number);
+    Q_INVOKABLE void refuse();
+    Q_INVOKABLE void unpair();
+    /// For a phone in a terminal.
+    Q_INVOKABLE void copyCode();
+
+  private:
+    void watchExpiry();
+    Task<void> refreshAt(Date expiry);
+
+    Companion& companion_;
+    Surroundings surroundings_;
+    QPropertyNotifier codeNotifier_;
+};
+
+} // namespace morvex

@@ -1,0 +1,45 @@
+#include "app/ui/models/WakefulnessModel.h"
+
+#include "app/ui/Localized.h"
+
+namespace morvex {
+
+WakefulnessModel::WakefulnessModel(Bdelost& bdelost) : bdelost_(bdelost) {
+    auto& state = bdelost_.stav();
+    for (auto* property : {&state.spoustetPoPrihlaseni, &state.drzetVzhuru, &state.naNapajeni, &state.spi})
+        watch(*property);
+    watch(state.potiz);
+    watch(state.potizDrzeni);
+}
+
+bool WakefulnessModel::startsAtLogin() const {
+    return bdelost_.stav().spoustetPoPrihlaseni;
+}
+
+void WakefulnessModel::setStartsAtLogin(bool starts) {
+    bdelost_.setSpoustetPoPrihlaseni(starts);
+    // The switch that was pressed shows what really holds, also where that is what held before.
+    refresh();
+}
+
+bool WakefulnessModel::staysAwake() const {
+    return bdelost_.stav().drzetVzhuru;
+}
+
+void WakefulnessModel::setStaysAwake(bool stays) {
+    bdelost_.setDrzetVzhuru(stays);
+}
+
+QString WakefulnessModel::state() const {
+    return localized(bdelost_.stavText());
+}
+
+QString WakefulnessModel::loginTrouble() const {
+    return localized(bdelost_.stav().potiz.value().value_or(std::string()));
+}
+
+QString WakefulnessModel::wakeTrouble() const {
+    return localized(bdelost_.stav().potizDrzeni.value().value_or(std::string()));
+}
+
+} // namespace morvex

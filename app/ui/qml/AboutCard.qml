@@ -1,0 +1,32 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+
+Karta {
+    id: view
+
+    required property AboutModel model
+
+    title: qsTr("O aplikaci")
+    glyph: "info"
+
+    RadekStavu {
+        nazev: qsTr("Identifikátor")
+        hodnota: view.model.identifier
+    }
+
+    RadekStavu {
+        nazev: qsTr("Verze protokolu")
+        hodnota: view.model.protocolVersion
+    }
+
+    RadekStavu {
+        nazev: qsTr("Verze aplikace")
+        hodnota: view.model.appVersion
+    }
+
+    CaptionText {
+        Layout.fillWidth: true
+        text: qsTr("Morvex běží bez systémového sandboxu, protože pouští tvoje vlastní programy a pracuje v tvých složkách. Přístup k souborům hlídá seznam povolených složek.")
+    }
+}

@@ -1,0 +1,53 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A button. The main one of a card is filled, a warning one has the colour of attention.
+T.Button {
+    id: button
+
+    enum Kind { Plain, Main, Warning }
+    property int kind: ActionButton.Kind.Plain
+    readonly property bool main: kind === ActionButton.Kind.Main
+    readonly property color ink: main ? Vzhled.buttonText : kind === ActionButton.Kind.Warning ? Vzhled.attention : Vzhled.text
+
+    implicitWidth: Math.max(88, label.implicitWidth + leftPadding + rightPadding)
+    implicitHeight: Vzhled.controlHeight
+    leftPadding: 16
+    rightPadding: 16
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    opacity: enabled ? 1 : 0.5
+    Accessible.name: text
+    Keys.onReturnPressed: button.click()
+    Keys.onEnterPressed: button.click()
+
+    contentItem: Text {
+        id: label
+
+        text: button.text
+        color: button.ink
+        font.pixelSize: Vzhled.bodySize
+        font.weight: Font.Medium
+        horizontalAlignment: Text.AlignHCenter
+        verticalAlignment: Text.AlignVCenter
+        elide: Text.ElideRight
+        textFormat: Text.PlainText
+    }
+
+    background: Rectangle {
+        radius: Vzhled.controlRadius
+        color: button.main ? (button.down ? Vzhled.buttonDown : button.hovered ? Vzhled.buttonHover : Vzhled.button) : (button.down ? Vzhled.pressed : button.hovered ? Vzhled.hover : Vzhled.card)
+        border.color: button.main ? "transparent" : Vzhled.fieldLine
+        border.width: button.main ? 0 : 1
+
+        Behavior on color {
+            ColorAnimation {
+                duration: Vzhled.quick
+            }
+        }
+    }
+
+    FocusRing {
+        control: button
+    }
+}

@@ -1,0 +1,19 @@
+import Morvex
+import QtQuick
+
+ButtonRow {
+    id: row
+
+    required property ApprovalModel model
+
+    ActionButton {
+        text: qsTr("Zamítnout")
+        onClicked: row.model.refuse(row.model.id)
+    }
+
+    ActionButton {
+        kind: ActionButton.Kind.Main
+        text: qsTr("Potvrdit")
+        onClicked: row.model.approve(row.model.id)
+    }
+}

@@ -1,0 +1,6 @@
+import QtQuick
+
+/// Buttons side by side, on further lines where the card is narrow.
+Flow {
+    spacing: Vzhled.smallGap
+}

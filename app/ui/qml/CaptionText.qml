@@ -1,0 +1,6 @@
+import QtQuick
+
+BodyText {
+    color: Vzhled.secondaryText
+    font.pixelSize: Vzhled.captionSize
+}

@@ -1,0 +1,14 @@
+import QtQuick
+
+/// Drawn around the control that has the keyboard, when the keyboard brought it there.
+Rectangle {
+    required property Item control
+
+    anchors.fill: control
+    anchors.margins: -3
+    visible: control.visualFocus
+    color: "transparent"
+    border.color: Vzhled.accent
+    border.width: 2
+    radius: Vzhled.controlRadius + 3
+}

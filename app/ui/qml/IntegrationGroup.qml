@@ -1,0 +1,47 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+
+/// Rows of switches under one title.
+ColumnLayout {
+    id: group
+
+    required property string title
+    required property IntegrationsModel model
+    property alias rows: repeater.model
+
+    Layout.fillWidth: true
+    Layout.topMargin: Vzhled.hairGap
+    spacing: Vzhled.smallGap
+
+    CaptionText {
+        text: group.title
+        font.weight: Font.DemiBold
+    }
+
+    Repeater {
+        id: repeater
+
+        ColumnLayout {
+            id: entry
+
+            required property IntegrationRow modelData
+
+            Layout.fillWidth: true
+            spacing: Vzhled.smallGap
+
+            Divider {}
+
+            ToggleRow {
+                name: entry.modelData.name
+                detail: entry.modelData.detail
+                problem: entry.modelData.problem
+                value: entry.modelData.on
+                available: entry.modelData.available
+                action: problem === "" ? "" : qsTr("Zjistit znovu")
+                onWanted: on => entry.modelData.on = on
+                onActed: group.model.detectAgain()
+            }
+        }
+    }
+}

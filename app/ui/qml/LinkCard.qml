@@ -1,0 +1,29 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+
+Karta {
+    id: view
+
+    required property LinkModel model
+
+    title: qsTr("Spojení")
+    glyph: "link"
+
+    RadekStavu {
+        nazev: qsTr("Telefon")
+        hodnota: view.model.availability
+        barva: view.model.needsAttention ? Vzhled.attention : view.model.usable ? Vzhled.accent : Vzhled.text
+    }
+
+    RadekStavu {
+        nazev: qsTr("Relay")
+        hodnota: view.model.relay
+    }
+
+    Note {
+        visible: text !== ""
+        trouble: true
+        text: view.model.trouble
+    }
+}

@@ -1,0 +1,51 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+
+/// The switches of what the phone may use.
+Karta {
+    id: view
+
+    required property IntegrationsModel model
+
+    title: qsTr("Integrace")
+    glyph: "grid"
+
+    BodyText {
+        Layout.fillWidth: true
+        color: Vzhled.secondaryText
+        text: qsTr("Zapni jen služby, které má Morvex na tomto Macu používat.")
+    }
+
+    IntegrationGroup {
+        title: qsTr("Osobní data")
+        rows: view.model.personalData
+        model: view.model
+    }
+
+    IntegrationGroup {
+        title: qsTr("Nástroje Macu")
+        rows: view.model.macTools
+        model: view.model
+    }
+
+    IntegrationGroup {
+        title: qsTr("Vlastní aplikace")
+        rows: view.model.customApps
+        model: view.model
+    }
+
+    CaptionText {
+        Layout.fillWidth: true
+        text: qsTr("Změna se projeví od příštího hlasového rozhovoru a bezpečně se oznámí spárovanému iPhonu.")
+    }
+
+    ButtonRow {
+        Layout.fillWidth: true
+
+        ActionButton {
+            text: qsTr("Obnovit stav")
+            onClicked: view.model.detectAgain()
+        }
+    }
+}

@@ -1,0 +1,92 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+
+/// What the tray item's window shows.
+Rectangle {
+    id: view
+
+    required property CompanionModel model
+    /// The window has done its work.
+    signal done
+
+    implicitHeight: column.implicitHeight + 2 * Vzhled.gap
+    color: Vzhled.card
+    border.color: Vzhled.line
+
+    ColumnLayout {
+        id: column
+
+        anchors.fill: parent
+        anchors.margins: Vzhled.gap
+        spacing: Vzhled.smallGap
+
+        RowLayout {
+            spacing: Vzhled.gap
+
+            Image {
+                Layout.margins: Vzhled.hairGap
+                sourceSize: Qt.size(36, 36)
+                source: `qrc:/pictures/availability/${view.model.link.symbol}.svg`
+            }
+
+            ColumnLayout {
+                spacing: 0
+
+                BodyText {
+                    text: "Morvex"
+                    font.pixelSize: Vzhled.headingSize
+                    font.weight: Font.DemiBold
+                }
+
+                CaptionText {
+                    Layout.fillWidth: true
+                    text: view.model.link.availability
+                }
+            }
+        }
+
+        Divider {
+            visible: view.model.approval.waiting
+        }
+
+        BodyText {
+            Layout.fillWidth: true
+            Layout.margins: Vzhled.hairGap
+            visible: view.model.approval.waiting
+            text: qsTr("Čeká na potvrzení: %1").arg(view.model.approval.title)
+        }
+
+        ApprovalButtons {
+            Layout.fillWidth: true
+            Layout.margins: Vzhled.hairGap
+            visible: view.model.approval.waiting
+            model: view.model.approval
+        }
+
+        Divider {}
+
+        CaptionText {
+            Layout.fillWidth: true
+            Layout.margins: Vzhled.hairGap
+            text: qsTr("Hlasový rozhovor tahle verze ještě neumí.")
+        }
+
+        Divider {}
+
+        MenuRow {
+            glyph: "window"
+            text: qsTr("Otevřít nastavení")
+            onClicked: {
+                view.model.openMainWindow();
+                view.done();
+            }
+        }
+
+        MenuRow {
+            glyph: "quit"
+            text: qsTr("Ukončit Morvex")
+            onClicked: view.model.quit()
+        }
+    }
+}

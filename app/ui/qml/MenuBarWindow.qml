@@ -1,0 +1,34 @@
+import Morvex
+import QtQuick
+
+/// The small window of the tray item. It closes when it loses the keyboard.
+Window {
+    id: window
+
+    required property CompanionModel companion
+    property bool wasActive: false
+
+    title: "Morvex"
+    flags: Qt.Tool | Qt.FramelessWindowHint
+    width: 320
+    height: content.implicitHeight
+    color: Vzhled.card
+    onActiveChanged: {
+        if (!active && wasActive)
+            close();
+        wasActive = active;
+    }
+
+    Shortcut {
+        sequences: [StandardKey.Cancel]
+        onActivated: window.close()
+    }
+
+    MenuBarObsah {
+        id: content
+
+        anchors.fill: parent
+        model: window.companion
+        onDone: window.close()
+    }
+}

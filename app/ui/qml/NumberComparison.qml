@@ -1,0 +1,51 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+
+/// The number that the phone shows too, when nobody stands between.
+ColumnLayout {
+    id: view
+
+    required property PairingModel model
+
+    spacing: Vzhled.gap
+
+    BodyText {
+        Layout.fillWidth: true
+        text: qsTr("Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?")
+    }
+
+    Text {
+        Layout.alignment: Qt.AlignHCenter
+        text: view.model.number
+        color: Vzhled.accent
+        font.pixelSize: Vzhled.numberSize
+        font.weight: Font.DemiBold
+        font.letterSpacing: 2
+        textFormat: Text.PlainText
+        Accessible.role: Accessible.StaticText
+        Accessible.name: text
+    }
+
+    BodyText {
+        Layout.fillWidth: true
+        color: Vzhled.secondaryText
+        text: qsTr("Když se čísla liší, nepotvrzuj. Znamená to, že mezi telefonem a Macem někdo je.")
+    }
+
+    ButtonRow {
+        Layout.fillWidth: true
+
+        ActionButton {
+            kind: ActionButton.Kind.Main
+            text: qsTr("Souhlasí")
+            onClicked: view.model.confirm(view.model.number)
+        }
+
+        ActionButton {
+            kind: ActionButton.Kind.Warning
+            text: qsTr("Neshoduje se")
+            onClicked: view.model.refuse()
+        }
+    }
+}

@@ -1,0 +1,102 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+import QtQuick.Templates as T
+
+/// The QR code for the phone. A press copies its text for a phone in a terminal.
+ColumnLayout {
+    id: view
+
+    required property PairingModel model
+
+    spacing: Vzhled.gap
+
+    BodyText {
+        Layout.fillWidth: true
+        text: qsTr("Načti tento kód v aplikaci Morvex na telefonu.")
+    }
+
+    T.AbstractButton {
+        id: picture
+
+        Layout.alignment: Qt.AlignHCenter
+        implicitWidth: 220 + 2 * Vzhled.smallGap
+        implicitHeight: implicitWidth
+        visible: code.drawable
+        focusPolicy: Qt.StrongFocus
+        Accessible.role: Accessible.Button
+        Accessible.name: qsTr("QR kód")
+        Accessible.description: qsTr("Kliknutím zkopíruješ text kódu.")
+        Keys.onReturnPressed: picture.click()
+        Keys.onEnterPressed: picture.click()
+        onClicked: {
+            view.model.copyCode();
+            copied.restart();
+        }
+
+        background: Rectangle {
+            radius: Vzhled.controlRadius
+            color: "#ffffff"
+            border.color: Vzhled.line
+        }
+
+        QrItem {
+            id: code
+
+            x: Vzhled.smallGap
+            y: Vzhled.smallGap
+            width: 220
+            height: 220
+            text: view.model.code
+            opacity: view.model.expired ? 0.12 : 1
+        }
+
+        FocusRing {
+            control: picture
+        }
+    }
+
+    CaptionText {
+        Layout.alignment: Qt.AlignHCenter
+        visible: picture.visible
+        text: copied.running ? qsTr("Text kódu je zkopírovaný.") : qsTr("Kliknutím zkopíruješ text kódu.")
+
+        Timer {
+            id: copied
+
+            interval: 2000
+        }
+    }
+
+    Note {
+        visible: !code.drawable
+        trouble: true
+        text: qsTr("QR kód se nepodařilo vykreslit.")
+    }
+
+    CaptionText {
+        Layout.fillWidth: true
+        text: qsTr("Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.").arg(view.model.validUntil)
+    }
+
+    Note {
+        visible: view.model.relayIsLocal
+        text: qsTr("Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.")
+    }
+
+    ButtonRow {
+        Layout.fillWidth: true
+
+        ActionButton {
+            visible: view.model.expired
+            kind: ActionButton.Kind.Main
+            text: qsTr("Zobrazit QR kód")
+            onClicked: view.model.start()
+        }
+
+        ActionButton {
+            text: qsTr("Zrušit")
+            onClicked: view.model.cancel()
+        }
+    }
+}

@@ -1,0 +1,114 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+
+/// Pairing with a phone, as far as it has got.
+Karta {
+    id: view
+
+    required property PairingModel model
+    readonly property int situation: model.situation
+
+    title: qsTr("Párování s telefonem")
+    glyph: "phone"
+
+    ColumnLayout {
+        visible: view.situation === PairingModel.NoPhone
+        spacing: Vzhled.gap
+
+        BodyText {
+            Layout.fillWidth: true
+            text: qsTr("Zatím žádný telefon. Morvex for Mac nic nedělá, dokud se nespáruje.")
+        }
+
+        RelayField {
+            model: view.model
+        }
+
+        ButtonRow {
+            Layout.fillWidth: true
+
+            ActionButton {
+                kind: ActionButton.Kind.Main
+                text: qsTr("Zobrazit QR kód")
+                onClicked: view.model.start()
+            }
+        }
+    }
+
+    ColumnLayout {
+        visible: view.situation === PairingModel.Paired
+        spacing: Vzhled.gap
+
+        RadekStavu {
+            nazev: qsTr("Spárovaný telefon")
+            hodnota: view.model.phone
+        }
+
+        CaptionText {
+            Layout.fillWidth: true
+            text: qsTr("Potvrzeno %1").arg(view.model.confirmedOn)
+        }
+
+        ButtonRow {
+            Layout.fillWidth: true
+
+            ActionButton {
+                text: qsTr("Spárovat jiný telefon")
+                onClicked: view.model.start()
+            }
+
+            ActionButton {
+                kind: ActionButton.Kind.Warning
+                text: qsTr("Odpojit telefon")
+                onClicked: view.model.unpair()
+            }
+        }
+    }
+
+    BodyText {
+        Layout.fillWidth: true
+        visible: view.situation === PairingModel.Creating
+        text: qsTr("Zakládám pár…")
+    }
+
+    PairingCode {
+        visible: view.situation === PairingModel.ShowingCode
+        model: view.model
+    }
+
+    NumberComparison {
+        visible: view.situation === PairingModel.Comparing
+        model: view.model
+    }
+
+    ColumnLayout {
+        visible: view.situation === PairingModel.Failed
+        spacing: Vzhled.gap
+
+        Note {
+            trouble: true
+            text: view.model.failure
+        }
+
+        RelayField {
+            visible: !view.model.hasPhone
+            model: view.model
+        }
+
+        ButtonRow {
+            Layout.fillWidth: true
+
+            ActionButton {
+                kind: ActionButton.Kind.Main
+                text: qsTr("Zkusit znovu")
+                onClicked: view.model.start()
+            }
+
+            ActionButton {
+                text: qsTr("Zrušit")
+                onClicked: view.model.cancel()
+            }
+        }
+    }
+}

@@ -1,0 +1,33 @@
+import QtQuick
+import QtQuick.Layouts
+
+/// A label and the value that it has.
+RowLayout {
+    id: row
+
+    property string nazev
+    property string hodnota
+    property color barva: Vzhled.text
+
+    Layout.fillWidth: true
+    spacing: Vzhled.gap
+    Accessible.role: Accessible.StaticText
+    Accessible.name: `${nazev}: ${hodnota}`
+
+    BodyText {
+        text: row.nazev
+        color: Vzhled.secondaryText
+        wrapMode: Text.NoWrap
+        Layout.alignment: Qt.AlignTop
+        Accessible.ignored: true
+    }
+
+    BodyText {
+        Layout.fillWidth: true
+        text: row.hodnota
+        color: row.barva
+        horizontalAlignment: Text.AlignRight
+        wrapMode: Text.WrapAnywhere
+        Accessible.ignored: true
+    }
+}

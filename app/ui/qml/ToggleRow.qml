@@ -1,0 +1,58 @@
+import QtQuick
+import QtQuick.Layouts
+
+/// A label with a detail below it, and a switch.
+RowLayout {
+    id: row
+
+    property string name
+    property string detail
+    property string problem
+    property bool value: false
+    property bool available: true
+    property string action
+    signal wanted(bool on)
+    signal acted
+
+    Layout.fillWidth: true
+    spacing: Vzhled.gap
+
+    ColumnLayout {
+        Layout.fillWidth: true
+        spacing: 1
+
+        BodyText {
+            Layout.fillWidth: true
+            text: row.name
+            opacity: row.available ? 1 : 0.6
+        }
+
+        CaptionText {
+            Layout.fillWidth: true
+            visible: text !== ""
+            text: row.detail
+        }
+
+        CaptionText {
+            Layout.fillWidth: true
+            visible: text !== ""
+            text: row.problem
+            color: Vzhled.attention
+        }
+    }
+
+    ActionButton {
+        visible: row.action !== ""
+        text: row.action
+        Accessible.name: `${row.action}: ${row.name}`
+        onClicked: row.acted()
+    }
+
+    ToggleSwitch {
+        enabled: row.available
+        value: row.value
+        Accessible.name: row.name
+        Accessible.description: row.detail
+        onWanted: on => row.wanted(on)
+    }
+}

@@ -1,0 +1,58 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// A switch. It shows what `value` says, and asks for a change by `wanted`.
+T.Switch {
+    id: control
+
+    property bool value: false
+    signal wanted(bool on)
+
+    implicitWidth: 44
+    implicitHeight: 28
+    focusPolicy: Qt.StrongFocus
+    hoverEnabled: true
+    opacity: enabled ? 1 : 0.45
+    checked: value
+    onToggled: {
+        const on = checked;
+        checked = Qt.binding(() => control.value);
+        wanted(on);
+    }
+    Keys.onReturnPressed: control.click()
+    Keys.onEnterPressed: control.click()
+
+    indicator: Rectangle {
+        anchors.centerIn: parent
+        width: 42
+        height: 24
+        radius: 12
+        color: control.checked ? (control.hovered ? Vzhled.buttonHover : Vzhled.button) : Vzhled.switchOff
+
+        Rectangle {
+            x: control.checked ? parent.width - width - 3 : 3
+            anchors.verticalCenter: parent.verticalCenter
+            width: 18
+            height: 18
+            radius: 9
+            color: "#ffffff"
+
+            Behavior on x {
+                NumberAnimation {
+                    duration: Vzhled.quick
+                }
+            }
+        }
+
+        Behavior on color {
+            ColorAnimation {
+                duration: Vzhled.quick
+            }
+        }
+    }
+
+    FocusRing {
+        control: control
+        radius: 17
+    }
+}

@@ -1,0 +1,55 @@
+pragma Singleton
+import Morvex
+import QtQuick
+
+/// The one place of the look: colours, sizes, distances. The two product colours are blue and orange; on a dark
+/// ground both are lighter, so that text in them stays readable.
+QtObject {
+    readonly property bool dark: Appearance.dark
+
+    readonly property color blue: Qt.rgba(0, 0.36, 0.64, 1)
+    readonly property color orange: Qt.rgba(0.82, 0.3, 0.04, 1)
+
+    readonly property color accent: dark ? "#5cb0f0" : blue
+    readonly property color attention: dark ? "#ff9a5c" : "#bd4306"
+    readonly property color button: dark ? "#1a74b8" : blue
+    readonly property color buttonHover: dark ? "#2284cd" : "#0a6cb8"
+    readonly property color buttonDown: dark ? "#14629d" : "#004c88"
+    readonly property color buttonText: "#ffffff"
+
+    readonly property color page: dark ? "#13161b" : "#f3f5f8"
+    readonly property color card: dark ? "#1c2027" : "#ffffff"
+    readonly property color line: dark ? "#2d333d" : "#e2e7ee"
+    readonly property color field: dark ? "#14181e" : "#f8fafc"
+    readonly property color fieldLine: dark ? "#4a5361" : "#b9c3d0"
+    readonly property color hover: dark ? "#272d36" : "#eef2f7"
+    readonly property color pressed: dark ? "#303742" : "#e3e9f1"
+    readonly property color text: dark ? "#eef1f5" : "#161d27"
+    readonly property color secondaryText: dark ? "#a5afbd" : "#566273"
+    readonly property color switchOff: dark ? "#566070" : "#8a95a5"
+    readonly property color accentTint: dark ? "#17344c" : "#e4f0f9"
+    readonly property color attentionTint: dark ? "#3d2717" : "#fdeee4"
+
+    readonly property int bodySize: Appearance.textSize
+    readonly property int captionSize: Math.round(bodySize * 0.9)
+    readonly property int headingSize: Math.round(bodySize * 1.15)
+    readonly property int numberSize: Math.round(bodySize * 2.6)
+    readonly property real lineHeight: 1.25
+
+    readonly property int hairGap: 4
+    readonly property int smallGap: 8
+    readonly property int gap: 12
+    readonly property int cardPadding: 20
+    readonly property int pageMargin: 24
+    readonly property int columnWidth: 640
+
+    readonly property int cardRadius: 14
+    readonly property int controlRadius: 8
+    readonly property int controlHeight: Math.max(36, Math.round(bodySize * 2.5))
+    readonly property int quick: 120
+
+    /// The form in which the drawings of the project want a colour.
+    function hex(color: color): string {
+        return color.toString().slice(-6);
+    }
+}

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/ports/Notifications.h"
+
+#include <optional>
+#include <utility>
+
+namespace morvex {
+
+/// Holds what is shown; a test presses the buttons.
+class FakeNotifications final : public Notifications {
+  public:
+    void show(Notice notice) override { shown = std::move(notice); }
+
+    void withdraw() override { shown.reset(); }
+
+    std::optional<Notice> shown;
+};
+
+} // namespace morvex

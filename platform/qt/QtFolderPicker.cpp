@@ -1,0 +1,52 @@
+#include "platform/qt/QtFolderPicker.h"
+
+#include "foundation/OneShot.h"
+
+#include <memory>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+using Answer = OneShot<std::vector<std::string>>;
+
+QFileDialog* makeDialog(const FolderPicker::Question& question) {
+    auto* dialog = new QFileDialog;
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    dialog->setWindowTitle(QString::fromStdString(question.message));
+    dialog->setLabelText(QFileDialog::Accept, QString::fromStdString(question.prompt));
+    if (question.startAt) dialog->setDirectory(QString::fromStdString(*question.startAt));
+    return dialog;
+}
+
+std::vector<std::string> chosen(const QFileDialog& dialog, int result) {
+    std::vector<std::string> paths;
+    if (result != QDialog::Accepted) return paths;
+    for (const auto& path : dialog.selectedFiles()) paths.push_back(path.toStdString());
+    return paths;
+}
+
+} // namespace
+
+Task<std::vector<std::string>> QtFolderPicker::pick(Question question) {
+    if (open_) {
+        open_->raise();
+        open_->activateWindow();
+        co_return std::vector<std::string>();
+    }
+    auto answer = std::make_shared<Answer>();
+    open_ = makeDialog(question);
+    QObject::connect(open_, &QDialog::finished, open_,
+                     [dialog = open_.get(), answer](int result) { answer->answer(chosen(*dialog, result)); });
+    open_->show();
+    co_return co_await answer->wait();
+}
+
+void QtFolderPicker::close() {
+    if (open_) open_->reject();
+}
+
+} // namespace morvex
