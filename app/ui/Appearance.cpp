@@ -28,8 +28,8 @@ int Appearance::textSize() const {
 }
 
 bool Appearance::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == qGuiApp && (event->type() == QEvent::ApplicationPaletteChange ||
-                               event->type() == QEvent::ApplicationFontChange))
+    if (watched == qGuiApp &&
+        (event->type() == QEvent::ApplicationPaletteChange || event->type() == QEvent::ApplicationFontChange))
         Q_EMIT changed();
     return QObject::eventFilter(watched, event);
 }

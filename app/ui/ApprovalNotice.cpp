@@ -16,7 +16,7 @@ ApprovalNotice::~ApprovalNotice() {
 }
 
 void ApprovalNotice::follow() {
-    auto id = approval_.id();
+    auto id = approval_.requestId();
     if (std::exchange(shown_, id) == id) return;
     if (id.isEmpty()) return notifications_.withdraw();
     const std::string approve = "approve";
@@ -27,11 +27,11 @@ void ApprovalNotice::follow() {
         else if (key == "refuse")
             approval->refuse(id);
     };
-    notifications_.show({.title = tr("Čeká na potvrzení: %1").arg(approval_.title()).toStdString(),
-                         .body = {},
-                         .actions = {{approve, tr("Potvrdit").toStdString()},
-                                     {"refuse", tr("Zamítnout").toStdString()}},
-                         .onAction = onAction});
+    notifications_.show(
+        {.title = tr("Čeká na potvrzení: %1").arg(approval_.title()).toStdString(),
+         .body = {},
+         .actions = {{approve, tr("Potvrdit").toStdString()}, {"refuse", tr("Zamítnout").toStdString()}},
+         .onAction = onAction});
 }
 
 } // namespace morvex

@@ -5,8 +5,8 @@
 
 namespace morvex {
 
-/// Shows the action that waits for a decision as a notification of the desktop, with both answers. Its text is
-/// the title alone: a notification may be seen on a locked screen. Main thread.
+/// Shows the action that waits for a decision as a notification of the desktop, with both answers. Its text
+/// is the title alone: a notification may be seen on a locked screen. Main thread.
 class ApprovalNotice final : public QObject {
     Q_OBJECT
 

@@ -21,11 +21,16 @@ AvailabilitySymbol availabilitySymbol(const MacAvailability& availability) {
 
 QString pictureName(AvailabilitySymbol symbol) {
     switch (symbol) {
-        case AvailabilitySymbol::ready: return QStringLiteral("ready");
-        case AvailabilitySymbol::busy: return QStringLiteral("busy");
-        case AvailabilitySymbol::connecting: return QStringLiteral("connecting");
-        case AvailabilitySymbol::away: return QStringLiteral("away");
-        case AvailabilitySymbol::attention: return QStringLiteral("attention");
+    case AvailabilitySymbol::ready:
+        return QStringLiteral("ready");
+    case AvailabilitySymbol::busy:
+        return QStringLiteral("busy");
+    case AvailabilitySymbol::connecting:
+        return QStringLiteral("connecting");
+    case AvailabilitySymbol::away:
+        return QStringLiteral("away");
+    case AvailabilitySymbol::attention:
+        return QStringLiteral("attention");
     }
     return {};
 }

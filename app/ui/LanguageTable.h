@@ -22,6 +22,7 @@ class LanguageTable final : public QTranslator {
 
     QString translate(const char* context, const char* source, const char* disambiguation,
                       int count) const override;
+
     [[nodiscard]] bool isEmpty() const override { return table_.isEmpty(); }
 
   private:

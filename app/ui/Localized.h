@@ -6,8 +6,8 @@
 
 namespace morvex {
 
-/// A sentence of the program in the language of its window. The key of every table is the Czech sentence; what
-/// no table knows stays Czech.
+/// A sentence of the program in the language of its window. The key of every table is the Czech sentence;
+/// what no table knows stays Czech.
 ///
 /// Sentences with values in them are found too: numbers stand in the key as %1, %2, and so does the rest
 /// behind the first ": " or " — ", which is looked up in its turn.

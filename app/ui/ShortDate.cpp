@@ -1,7 +1,6 @@
 #include "app/ui/ShortDate.h"
 
 #include <QDateTime>
-#include <QLocale>
 #include <QRegularExpression>
 
 namespace morvex {
@@ -20,12 +19,11 @@ QString formatWithSeconds(const QLocale& locale) {
 
 } // namespace
 
-QString shortDate(Date date) {
-    return QLocale::system().toString(localTime(date), QLocale::ShortFormat);
+QString shortDate(Date date, const QLocale& locale) {
+    return locale.toString(localTime(date), QLocale::ShortFormat);
 }
 
-QString timeWithSeconds(Date date) {
-    auto locale = QLocale::system();
+QString timeWithSeconds(Date date, const QLocale& locale) {
     return locale.toString(localTime(date).time(), formatWithSeconds(locale));
 }
 

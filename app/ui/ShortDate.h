@@ -2,14 +2,15 @@
 
 #include "shared/base/Date.h"
 
+#include <QLocale>
 #include <QString>
 
 namespace morvex {
 
-/// Day and time in the short form of the system's locale and time zone.
-[[nodiscard]] QString shortDate(Date date);
+/// Day and time in the short form of the locale, in the system's time zone.
+[[nodiscard]] QString shortDate(Date date, const QLocale& locale = QLocale::system());
 
 /// Time of day down to the second, without a day.
-[[nodiscard]] QString timeWithSeconds(Date date);
+[[nodiscard]] QString timeWithSeconds(Date date, const QLocale& locale = QLocale::system());
 
 } // namespace morvex

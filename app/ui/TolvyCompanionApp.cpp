@@ -16,8 +16,6 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
     QApplication::setDesktopFileName(QStringLiteral("morvex"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/morvex.svg")));
     QCoreApplication::installTranslator(&language_);
-    // A few cards need no graphics card, and without one the program starts faster and stays smaller.
-    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
     QObject::connect(model_.approval(), &ApprovalModel::changed, &windows_, [this] { showApproval(); });
 }
 

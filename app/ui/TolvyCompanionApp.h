@@ -11,7 +11,8 @@
 namespace morvex {
 
 /// The companion's face on a desktop: the tray item, its small window, the main window and the notification
-/// of an action that waits. Closing the windows leaves the program running. Needs a QApplication. Main thread.
+/// of an action that waits. Closing the windows leaves the program running. Needs a QApplication. Main
+/// thread.
 ///
 /// Order of calls: the constructor; `start` once, when the companion has started.
 class TolvyCompanionApp {

@@ -24,8 +24,10 @@ QPoint placeBeside(const QRect& trayItem, QSize size, const QRect& screen) {
     auto x = trayItem.center().x() - size.width() / 2;
     auto y = trayItem.center().y() < screen.center().y() ? trayItem.bottom() + gap
                                                          : trayItem.top() - gap - size.height();
-    return {std::clamp(x, screen.left() + gap, std::max(screen.left() + gap, screen.right() - gap - size.width())),
-            std::clamp(y, screen.top() + gap, std::max(screen.top() + gap, screen.bottom() - gap - size.height()))};
+    return {std::clamp(x, screen.left() + gap,
+                       std::max(screen.left() + gap, screen.right() - gap - size.width())),
+            std::clamp(y, screen.top() + gap,
+                       std::max(screen.top() + gap, screen.bottom() - gap - size.height()))};
 }
 
 } // namespace
@@ -76,8 +78,8 @@ QQuickWindow* WindowHost::load(const QString& component) {
     }
     QQmlComponent source(engine_.get(), QUrl(QStringLiteral("qrc:/qml/Morvex/%1.qml").arg(component)));
     vyzaduj(source.isReady(), source.errorString().toUtf8().constData());
-    auto* window = qobject_cast<QQuickWindow*>(source.createWithInitialProperties(
-        {{QStringLiteral("companion"), QVariant::fromValue(&model_)}}));
+    auto* window = qobject_cast<QQuickWindow*>(
+        source.createWithInitialProperties({{QStringLiteral("companion"), QVariant::fromValue(&model_)}}));
     vyzaduj(window != nullptr, "a window is no window");
     connect(window, &QWindow::visibleChanged, this, [this, window](bool visible) {
         if (visible) return;

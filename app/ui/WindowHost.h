@@ -10,8 +10,8 @@
 
 namespace morvex {
 
-/// The windows and the engine that draws them. Both are loaded when one is first shown and let go when none is
-/// open, so that a program in the tray stays small. Main thread.
+/// The windows and the engine that draws them. Both are loaded when one is first shown and let go when none
+/// is open, so that a program in the tray stays small. Main thread.
 class WindowHost final : public QObject {
     Q_OBJECT
 

@@ -23,7 +23,8 @@ FileDescriptor openSocket() {
 
 /// Binds or connects the socket. An address holds 108 bytes and the folder's path may be longer, so the way
 /// leads through the descriptor of the folder.
-template <class Call> bool withAddress(const std::filesystem::path& folder, const FileDescriptor& socket, Call call) {
+template <class Call>
+bool withAddress(const std::filesystem::path& folder, const FileDescriptor& socket, Call call) {
     FileDescriptor held(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
     if (!held || !socket) return false;
     sockaddr_un address{};

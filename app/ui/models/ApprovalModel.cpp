@@ -12,7 +12,7 @@ bool ApprovalModel::waiting() const {
     return schvalovani_.zadost().value().has_value();
 }
 
-QString ApprovalModel::id() const {
+QString ApprovalModel::requestId() const {
     const auto& request = schvalovani_.zadost().value();
     return request ? QString::fromStdString(request->id) : QString();
 }
@@ -36,7 +36,7 @@ void ApprovalModel::refuse(const QString& id) {
 }
 
 void ApprovalModel::decide(const QString& shownId, bool approved) {
-    if (waiting() && id() == shownId) schvalovani_.rozhodnout(approved);
+    if (waiting() && requestId() == shownId) schvalovani_.rozhodnout(approved);
 }
 
 } // namespace morvex

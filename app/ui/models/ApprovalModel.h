@@ -11,7 +11,7 @@ class ApprovalModel final : public ViewModel {
     QML_ELEMENT
     QML_UNCREATABLE("")
     Q_PROPERTY(bool waiting READ waiting NOTIFY changed)
-    Q_PROPERTY(QString id READ id NOTIFY changed)
+    Q_PROPERTY(QString requestId READ requestId NOTIFY changed)
     Q_PROPERTY(QString title READ title NOTIFY changed)
     Q_PROPERTY(QString detail READ detail NOTIFY changed)
 
@@ -19,7 +19,7 @@ class ApprovalModel final : public ViewModel {
     explicit ApprovalModel(Schvalovani& schvalovani);
 
     [[nodiscard]] bool waiting() const;
-    [[nodiscard]] QString id() const;
+    [[nodiscard]] QString requestId() const;
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString detail() const;
 

@@ -1,7 +1,7 @@
 #include "app/ui/models/FoldersModel.h"
 
-#include "app/execution/Paths.h"
 #include "app/ui/Localized.h"
+#include "foundation/Paths.h"
 
 #include <QFile>
 #include <QPointer>

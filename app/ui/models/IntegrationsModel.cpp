@@ -33,8 +33,10 @@ void IntegrationsModel::detectAgain() {
 
 void IntegrationsModel::addPersonalData() {
     const std::pair<Integration, const char*> rows[] = {
-        {Integration::calendar, "Kalendář"},           {Integration::reminders, "Připomínky"},
-        {Integration::contacts, "Kontakty"},           {Integration::notes, "Poznámky Morvex"},
+        {Integration::calendar, "Kalendář"},
+        {Integration::reminders, "Připomínky"},
+        {Integration::contacts, "Kontakty"},
+        {Integration::notes, "Poznámky Morvex"},
         {Integration::webSearch, "Vyhledávání na webu"},
     };
     for (const auto& [integration, name] : rows)
@@ -65,20 +67,19 @@ void IntegrationsModel::addMacTools() {
                     .detail = sentence("Příkazy jen v povolených složkách")});
 }
 
-void IntegrationsModel::addAgent(Integration integration, const char* name,
-                                 QProperty<AgentStatus>& status) {
-    auto& row = add(
-        macTools_,
-        {.integration = integration,
-         .name = name,
-         .detail = [&status] { return status.value().installed ? "Nainstalováno" : "Nenainstalováno"; },
-         .problem = [&status] { return status.value().problem.value_or(std::string()); }});
+void IntegrationsModel::addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status) {
+    auto& row =
+        add(macTools_,
+            {.integration = integration,
+             .name = name,
+             .detail = [&status] { return status.value().installed ? "Nainstalováno" : "Nenainstalováno"; },
+             .problem = [&status] { return status.value().problem.value_or(std::string()); }});
     row.follow(status);
 }
 
 IntegrationRow& IntegrationsModel::add(QList<QObject*>& group, IntegrationRow::Description description) {
-    auto& row =
-        rows_.emplace_back(std::make_unique<IntegrationRow>(companion_.integrations(), std::move(description)));
+    auto& row = rows_.emplace_back(
+        std::make_unique<IntegrationRow>(companion_.integrations(), std::move(description)));
     group.push_back(row.get());
     return *row;
 }

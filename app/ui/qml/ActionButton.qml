@@ -18,8 +18,9 @@ T.Button {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
-    Keys.onReturnPressed: button.click()
-    Keys.onEnterPressed: button.click()
+    Accessible.onPressAction: button.clicked()
+    Keys.onReturnPressed: button.clicked()
+    Keys.onEnterPressed: button.clicked()
 
     contentItem: Text {
         id: label

@@ -8,12 +8,12 @@ ButtonRow {
 
     ActionButton {
         text: qsTr("Zamítnout")
-        onClicked: row.model.refuse(row.model.id)
+        onClicked: row.model.refuse(row.model.requestId)
     }
 
     ActionButton {
         kind: ActionButton.Kind.Main
         text: qsTr("Potvrdit")
-        onClicked: row.model.approve(row.model.id)
+        onClicked: row.model.approve(row.model.requestId)
     }
 }

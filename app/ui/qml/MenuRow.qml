@@ -15,8 +15,9 @@ T.Button {
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     Accessible.name: text
-    Keys.onReturnPressed: row.click()
-    Keys.onEnterPressed: row.click()
+    Accessible.onPressAction: row.clicked()
+    Keys.onReturnPressed: row.clicked()
+    Keys.onEnterPressed: row.clicked()
 
     contentItem: RowLayout {
         spacing: Vzhled.gap

@@ -27,8 +27,9 @@ ColumnLayout {
         Accessible.role: Accessible.Button
         Accessible.name: qsTr("QR kód")
         Accessible.description: qsTr("Kliknutím zkopíruješ text kódu.")
-        Keys.onReturnPressed: picture.click()
-        Keys.onEnterPressed: picture.click()
+        Accessible.onPressAction: picture.clicked()
+        Keys.onReturnPressed: picture.clicked()
+        Keys.onEnterPressed: picture.clicked()
         onClicked: {
             view.model.copyCode();
             copied.restart();

@@ -8,6 +8,12 @@ T.Switch {
     property bool value: false
     signal wanted(bool on)
 
+    /// As a press does.
+    function flip() {
+        toggle();
+        toggled();
+    }
+
     implicitWidth: 44
     implicitHeight: 28
     focusPolicy: Qt.StrongFocus
@@ -19,8 +25,10 @@ T.Switch {
         checked = Qt.binding(() => control.value);
         wanted(on);
     }
-    Keys.onReturnPressed: control.click()
-    Keys.onEnterPressed: control.click()
+    Accessible.onPressAction: flip()
+    Accessible.onToggleAction: flip()
+    Keys.onReturnPressed: flip()
+    Keys.onEnterPressed: flip()
 
     indicator: Rectangle {
         anchors.centerIn: parent

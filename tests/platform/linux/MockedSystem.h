@@ -15,7 +15,8 @@
 
 namespace morvex {
 
-/// A system bus of the test's own with one service of python3-dbusmock on it.
+/// A bus of the test's own, the system's and the session's at once, with one service of python3-dbusmock on
+/// it.
 class MockedSystem : public testing::Test {
   protected:
     MockedSystem(const char* mockTemplate, QString service, QString path)
@@ -31,7 +32,8 @@ class MockedSystem : public testing::Test {
     void startService() {
         program_ = std::make_unique<ChildProgram>(
             std::vector<std::string>{"/usr/bin/python3", "-m", "dbusmock", "--template", template_},
-            ChildProgram::Environment{{"DBUS_SYSTEM_BUS_ADDRESS", bus_.address()}});
+            ChildProgram::Environment{{"DBUS_SYSTEM_BUS_ADDRESS", bus_.address()},
+                                      {"DBUS_SESSION_BUS_ADDRESS", bus_.address()}});
         ASSERT_TRUE(eventually([this] { return isThere(); })) << "python3-dbusmock does not start";
     }
 

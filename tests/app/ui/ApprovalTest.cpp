@@ -1,0 +1,90 @@
+#include "tests/app/ui/UiHarness.h"
+
+namespace morvex {
+namespace {
+
+class ApprovalTest : public UiHarness {
+  protected:
+    void ask(const std::string& title) {
+        executor.start(
+            note(companion->schvalovani().pozadat("mac.mail.send", title, "Nahlas.", "Komu: Jana")));
+        settle();
+    }
+
+    Task<void> note(Task<bool> asked) { answers.push_back(co_await std::move(asked)); }
+
+    bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
+
+    std::vector<bool> answers;
+};
+
+TEST_F(ApprovalTest, ARequestIsShownWithItsDetailAndEndsWithAPress) {
+    start();
+    openUi();
+    EXPECT_FALSE(reads("Čeká na potvrzení"));
+    for (bool approved : {true, false}) {
+        ask("Odeslat e-mail");
+        EXPECT_TRUE(reads("Čeká na potvrzení: Odeslat e-mail"));
+        EXPECT_TRUE(reads("Komu: Jana"));
+        EXPECT_TRUE(reads("Potvrdit můžeš tady i hlasem na telefonu. Bez potvrzení se neprovede nic — ani po "
+                          "vypršení."));
+        press(approved ? "Potvrdit" : "Zamítnout");
+        EXPECT_FALSE(reads("Čeká na potvrzení"));
+        EXPECT_EQ(answers.back(), approved);
+    }
+}
+
+TEST_F(ApprovalTest, AClosedWindowOpensByItselfWithoutTakingTheKeyboard) {
+    start();
+    openUi();
+    window()->close();
+    settle();
+    ASSERT_EQ(window(), nullptr);
+    ask("Odeslat e-mail");
+    ASSERT_NE(window(), nullptr);
+    EXPECT_TRUE(window()->isVisible());
+    EXPECT_TRUE(window()->property("_q_showWithoutActivating").toBool());
+}
+
+TEST_F(ApprovalTest, TheDesktopShowsItWithBothAnswersButWithoutTheDetail) {
+    start();
+    openUi();
+    ask("Odeslat e-mail");
+    ASSERT_TRUE(notifications.shown);
+    EXPECT_EQ(notifications.shown->title, "Čeká na potvrzení: Odeslat e-mail");
+    EXPECT_EQ(notifications.shown->body, "");
+    ASSERT_EQ(notifications.shown->actions.size(), 2U);
+    EXPECT_EQ(notifications.shown->actions[0].label, "Potvrdit");
+    EXPECT_EQ(notifications.shown->actions[1].label, "Zamítnout");
+    notifications.shown->onAction("refuse");
+    settle();
+    EXPECT_EQ(answers, std::vector{false});
+    EXPECT_FALSE(notifications.shown) << "it goes with the request";
+}
+
+TEST_F(ApprovalTest, AButtonOfAnEarlierNotificationDoesNotDecideALaterRequest) {
+    start();
+    openUi();
+    ask("První");
+    auto earlier = *notifications.shown;
+    press("Zamítnout");
+    ask("Druhá");
+    earlier.onAction("approve");
+    settle();
+    EXPECT_EQ(answers, std::vector{false});
+    EXPECT_TRUE(reads("Čeká na potvrzení: Druhá"));
+}
+
+TEST_F(ApprovalTest, ExpiryTakesTheQuestionAway) {
+    start();
+    openUi();
+    ask("Odeslat e-mail");
+    clock.advance(std::chrono::seconds(120));
+    settle();
+    EXPECT_FALSE(reads("Čeká na potvrzení"));
+    EXPECT_EQ(answers, std::vector{false});
+    EXPECT_FALSE(notifications.shown);
+}
+
+} // namespace
+} // namespace morvex

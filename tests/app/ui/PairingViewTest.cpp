@@ -1,0 +1,122 @@
+#include "tests/app/ui/UiHarness.h"
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+class PairingViewTest : public UiHarness {
+  protected:
+    bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
+
+    void showState(StavParovani state) {
+        companion->stav().parovani = std::move(state);
+        settle();
+    }
+
+    void showCode(const std::string& text) {
+        showState({StavParovani::CekamNaTelefon{text, clock.now() + 5min}});
+    }
+};
+
+TEST_F(PairingViewTest, WithoutAPhoneItOffersACodeAndTheRelay) {
+    start();
+    openUi();
+    EXPECT_TRUE(reads("Zatím žádný telefon. Morvex for Mac nic nedělá, dokud se nespáruje."));
+    EXPECT_EQ(names(QAccessible::EditableText), std::vector<std::string>{"Relay"});
+    press("Zobrazit QR kód");
+    EXPECT_EQ(http.requests.size(), 1U) << "the relay is asked for a pair";
+}
+
+TEST_F(PairingViewTest, ARelayOnThisComputerAloneIsToldOf) {
+    start();
+    openUi();
+    const std::string note = "Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.";
+    const std::pair<const char*, bool> addresses[] = {
+        {"http://127.0.0.1:8787", true},  {"http://localhost:8787", true},     {"http://[::1]:8787", true},
+        {"https://relay.example", false}, {"http://192.168.1.20:8787", false}, {"nesmysl", false},
+    };
+    for (const auto& [address, expected] : addresses) {
+        companion->setRelayAdresa(address);
+        settle();
+        EXPECT_EQ(reads(note), expected) << address;
+    }
+}
+
+TEST_F(PairingViewTest, APairedPhoneIsShownWithTheDateOfItsConfirmation) {
+    startPaired();
+    openUi();
+    EXPECT_TRUE(reads("Spárovaný telefon: " + phone.identity.deviceID().rawValue)) << texts();
+    EXPECT_TRUE(reads("Potvrzeno "));
+    EXPECT_TRUE(names(QAccessible::EditableText).empty())
+        << "the relay belongs to the states without a phone";
+    press("Odpojit telefon");
+    EXPECT_TRUE(reads("Zatím žádný telefon."));
+}
+
+TEST_F(PairingViewTest, CreatingAPairIsSaid) {
+    start();
+    openUi();
+    showState({StavParovani::Zakladam{}});
+    EXPECT_TRUE(reads("Zakládám pár…"));
+}
+
+TEST_F(PairingViewTest, TheCodeIsShownUntilItsTimeAndCopiedByAPress) {
+    start();
+    openUi();
+    showCode("{\"pair\":1}");
+    EXPECT_TRUE(reads("Načti tento kód v aplikaci Morvex na telefonu."));
+    EXPECT_TRUE(reads("Kód platí do ")) << texts();
+    EXPECT_TRUE(reads(". Po vypršení si nech zobrazit nový — krátká platnost je záměr."));
+    EXPECT_FALSE(reads("QR kód se nepodařilo vykreslit."));
+    press("QR kód");
+    EXPECT_EQ(clipboard.text, "{\"pair\":1}");
+    press("Zrušit");
+    EXPECT_TRUE(reads("Zatím žádný telefon."));
+}
+
+TEST_F(PairingViewTest, AnExpiredCodeIsOfferedAnew) {
+    start();
+    openUi();
+    showCode("{}");
+    EXPECT_FALSE(reads("Zobrazit QR kód"));
+    clock.advance(5min);
+    settle();
+    EXPECT_TRUE(reads("Zobrazit QR kód"));
+}
+
+TEST_F(PairingViewTest, ABundleThatIsTooLongForACodeIsSaid) {
+    start();
+    openUi();
+    showCode(std::string(3000, 'a'));
+    EXPECT_TRUE(reads("QR kód se nepodařilo vykreslit."));
+    EXPECT_FALSE(reads("Kliknutím zkopíruješ text kódu."));
+}
+
+TEST_F(PairingViewTest, TheNumberIsComparedBeforeAnythingIsKept) {
+    start();
+    openUi();
+    showState({StavParovani::OverCislo{"123 456"}});
+    EXPECT_TRUE(reads("Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?"));
+    EXPECT_TRUE(reads("123 456"));
+    EXPECT_TRUE(reads("Když se čísla liší, nepotvrzuj. Znamená to, že mezi telefonem a Macem někdo je."));
+    press("Neshoduje se");
+    EXPECT_TRUE(reads("Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to "
+                      "bude opakovat, někdo poslouchá."));
+    EXPECT_TRUE(reads("Zkusit znovu"));
+}
+
+TEST_F(PairingViewTest, AFailureSaysItsTextAndCancellingBringsTheOldPhoneBack) {
+    startPaired();
+    openUi();
+    showState({StavParovani::Chyba{"Adresa relaye nedává smysl."}});
+    EXPECT_TRUE(reads("Adresa relaye nedává smysl."));
+    EXPECT_TRUE(reads("Zkusit znovu"));
+    auto connections = sockets.urls.size();
+    press("Zrušit");
+    EXPECT_TRUE(reads("Spárovaný telefon"));
+    EXPECT_EQ(sockets.urls.size(), connections + 1);
+}
+
+} // namespace
+} // namespace morvex

@@ -1,0 +1,22 @@
+#include <QAccessible>
+#include <QApplication>
+#include <QFont>
+#include <QQuickWindow>
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+/// The tests of the window draw without a display, with one font, in one time zone.
+int main(int argc, char** argv) {
+    for (const auto& [name, value] :
+         {std::pair{"QT_QPA_PLATFORM", "offscreen"}, {"LC_ALL", "C.UTF-8"}, {"TZ", "UTC"}})
+        ::setenv(name, value, 1);
+    testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    QFont font(QStringLiteral("Inter"));
+    font.setPixelSize(14);
+    QApplication::setFont(font);
+    QAccessible::setActive(true);
+    QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+    return RUN_ALL_TESTS();
+}
