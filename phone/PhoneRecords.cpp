@@ -80,7 +80,11 @@ Result<MorvexSummary> PhoneRecords::summarize(const std::string& title, const st
 
 bool PhoneRecords::merge(MorvexNote note) {
     auto own = std::ranges::find(archive_.notes, note.id, &MorvexNote::id);
-    if (own != archive_.notes.end() && own->supersedes(note)) return false;
+    if (own != archive_.notes.end() && own->supersedes(note)) {
+        const bool isNews = isConfirmed(note.id);
+        if (isNews) archive_.unconfirmed.push_back(note.id);
+        return isNews;
+    }
     const bool isConfirmation = std::erase(archive_.unconfirmed, note.id) > 0;
     if (own == archive_.notes.end())
         archive_.notes.push_back(std::move(note));

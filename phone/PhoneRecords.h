@@ -38,7 +38,8 @@ class PhoneRecords {
                                     std::vector<std::string> sources);
 
     /// Takes the Mac's version of a note unless ours counts more. Of two versions that count the same the
-    /// Mac's stays, since the Mac keeps its own too. True when anything has changed.
+    /// Mac's stays, since the Mac keeps its own too. A Mac that tells an older version than it once confirmed
+    /// has lost ours, which is then offered again. True when anything has changed.
     bool merge(MorvexNote note);
 
     /// The Mac has this revision of a record. True when that is news.

@@ -95,14 +95,27 @@ Result<Delivery> keepRecords(Phone& phone, RecordKind kind, const Words& words) 
                                          : "Použití: summaries list | send TITLE TEXT [SOURCE]");
 }
 
-Task<Result<void>> synchronize(Phone& phone, PhoneSession& session, Attendant& attendant) {
+namespace {
+
+/// The Mac answers in order: before this result come all its notes and its acknowledgements of ours.
+Task<Result<void>> meet(Phone& phone, PhoneSession& session, Attendant& attendant) {
     attendant.records().hold();
-    CO_CHECK(co_await session.untilReady(phone.options.timeout, attendant));
-    // The Mac answers in order: before this result come all its notes and its acknowledgements of ours.
     auto answered =
         co_await session.call(std::string(MacToolName::status), "{}", phone.options.timeout, attendant);
     CO_CHECK(co_await attendant.records().release());
     if (!answered) co_return fail(answered.error());
+    co_return Result<void>{};
+}
+
+} // namespace
+
+Task<Result<void>> synchronize(Phone& phone, PhoneSession& session, Attendant& attendant) {
+    CO_CHECK(co_await session.untilReady(phone.options.timeout, attendant));
+    CO_CHECK(co_await meet(phone, session, attendant));
+    if (phone.records.unconfirmed().empty()) co_return Result<void>{};
+    // What the Mac told may have shown that it lacks something.
+    co_await attendant.records().offer();
+    CO_CHECK(co_await meet(phone, session, attendant));
     if (phone.records.unconfirmed().empty()) co_return Result<void>{};
     co_return failWith(ExitCode::refused, "Mac nepřevzal všechno. Nabídnu mu to při příštím spojení.");
 }

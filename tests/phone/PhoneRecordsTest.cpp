@@ -127,6 +127,15 @@ TEST_F(PhoneRecordsTest, OurOwnNoteComingBackConfirmsIt) {
     EXPECT_FALSE(records.merge(own)) << "no news";
 }
 
+TEST_F(PhoneRecordsTest, AnOlderVersionOfAConfirmedNoteShowsThatTheMacHasLostOurs) {
+    auto old = records.create("Nákup", "mléko").value();
+    auto own = records.edit("Nákup", "mouka", {}).value();
+    ASSERT_TRUE(records.confirm(own.id, 2));
+    EXPECT_TRUE(records.merge(old));
+    EXPECT_EQ(records.unconfirmed(), std::vector{MacPayload{MacPayload::NoteUpdate{own}}});
+    EXPECT_FALSE(records.merge(old)) << "no news";
+}
+
 TEST_F(PhoneRecordsTest, ANewNoteOfTheMacNeedsNoConfirmation) {
     auto note = fromMac("Z Macu");
     EXPECT_TRUE(records.merge(note));

@@ -108,9 +108,28 @@ TEST_F(RecordCommandsTest, ADeliveryEndsWhenTheMacHasConfirmedEverything) {
 TEST_F(RecordCommandsTest, ANoteThatTheMacRefusedStaysUnconfirmed) {
     startInSession({"notes", "create", "Nákup", "mléko"});
     answerCall(mac.take());
+    EXPECT_FALSE(ended) << "it is offered once more";
+    answerCall(mac.take());
     EXPECT_EQ(ended, ExitCode::refused);
     EXPECT_THAT(err.str(), HasSubstr("Mac nepřevzal všechno. Nabídnu mu to při příštím spojení."));
     EXPECT_FALSE(records.unconfirmed().empty());
+}
+
+TEST_F(RecordCommandsTest, ANoteThatTheMacHasLostIsOfferedAgainInTheSameSynchronization) {
+    auto old = fromMac("Nákup");
+    ASSERT_TRUE(records.merge(old));
+    auto own = records.edit("Nákup", "novější", {}).value();
+    ASSERT_TRUE(records.confirm(own.id, 2));
+    startInSession({"notes", "sync"});
+    send({MacPayload::NoteUpdate{old}}, "note:1");
+    answerCall(mac.take());
+    EXPECT_FALSE(ended);
+    auto received = mac.take();
+    ASSERT_EQ(received.size(), 3U);
+    EXPECT_EQ(received[1].payload, (MacPayload{MacPayload::NoteUpdate{own}}));
+    send({MacPayload::NoteAck{own.id, 2}}, "note-ack");
+    answerCall(received);
+    EXPECT_EQ(ended, ExitCode::done);
 }
 
 TEST_F(RecordCommandsTest, ASynchronizationTakesTheMacsNotesSavesOnceAndThenAcknowledges) {

@@ -1,0 +1,38 @@
+#include "tests/model/NotesHistory.h"
+#include "tests/support/EnvironmentValue.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <unistd.h>
+
+namespace morvex {
+namespace {
+
+constexpr std::uint64_t firstSeed = 20'270'115;
+constexpr int histories = 10'000;
+constexpr int stepsEach = 20;
+
+TEST(NotesModel, BothSidesEndAlikeAndNoAcknowledgedEditIsLost) {
+    // Saves are flushed to the disk; in memory that costs nothing.
+    const bool hasMemoryFolder = ::access("/dev/shm", W_OK) == 0;
+    EnvironmentValue base("TMPDIR",
+                          hasMemoryFolder ? "/dev/shm" : std::filesystem::temp_directory_path().string());
+    std::size_t acknowledged = 0;
+    for (int i = 0; i < histories; ++i) {
+        const auto seed = firstSeed + static_cast<std::uint64_t>(i);
+        TemporaryFolder folder;
+        NotesHistory history(seed, folder.path());
+        history.live(stepsEach);
+        history.comeToRest();
+        ASSERT_EQ(history.difference(), "") << "seed " << seed;
+        ASSERT_EQ(history.lostEdit(), "") << "seed " << seed;
+        acknowledged += history.acknowledgedEdits();
+    }
+    RecordProperty("seed", std::to_string(firstSeed));
+    EXPECT_GT(acknowledged, static_cast<std::size_t>(histories)) << "the histories are about nothing";
+}
+
+} // namespace
+} // namespace morvex
