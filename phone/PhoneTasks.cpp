@@ -9,7 +9,7 @@ namespace morvex {
 
 namespace {
 
-constexpr std::size_t longestFile = 64 * 1024 * 1024;
+constexpr std::size_t longestFile = std::size_t{64} * 1024 * 1024;
 
 }
 

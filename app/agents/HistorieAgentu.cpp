@@ -17,7 +17,7 @@ namespace morvex {
 namespace {
 
 /// More than `maximum` tasks with their longest texts take, every letter escaped.
-constexpr std::size_t fileLimit = 128 * 1024 * 1024;
+constexpr std::size_t fileLimit = std::size_t{128} * 1024 * 1024;
 
 /// The beginning of the text, cut between two characters of it.
 std::string bounded(std::string text) {
