@@ -1,5 +1,6 @@
 #include "app/execution/TerminalBridge.h"
 #include "app/programs/ProcessRunner.h"
+#include "bench/Measure.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/SpawnLauncher.h"
 #include "platform/memory/FixedFolders.h"
@@ -7,11 +8,9 @@
 #include "tests/support/Await.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <fcntl.h>
 #include <fstream>
-#include <functional>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -24,19 +23,6 @@ namespace morvex {
 namespace {
 
 constexpr std::size_t fileSize = 200'000'000;
-
-/// Median in milliseconds.
-double median(int times, const std::function<void()>& work) {
-    std::vector<double> all;
-    for (int i = 0; i < times; ++i) {
-        auto start = std::chrono::steady_clock::now();
-        work();
-        std::chrono::duration<double, std::milli> took = std::chrono::steady_clock::now() - start;
-        all.push_back(took.count());
-    }
-    std::ranges::sort(all);
-    return all[all.size() / 2];
-}
 
 /// The bare program: no pipe, no line, only its end.
 void spawnAndWait(std::vector<std::string> words) {

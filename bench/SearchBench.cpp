@@ -1,0 +1,71 @@
+#include "app/execution/SouboryBridge.h"
+#include "bench/Measure.h"
+#include "foundation/ThreadExecutor.h"
+#include "platform/memory/FixedFolders.h"
+#include "tests/support/Await.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <string>
+
+// A search by name through everything that an allowed folder may hold, as the tool does it, beside `find`.
+
+namespace morvex {
+namespace {
+
+constexpr int files = 200'000;
+constexpr int filesInFolder = 100;
+constexpr int rounds = 9;
+
+/// Names as people give them, half of them with letters beyond ASCII.
+std::string nameOf(int number) {
+    constexpr std::array<const char*, 6> words{"Faktura za energie", "Zápis ze schůze", "IMG",
+                                               "Smlouva o dílo",     "export-data",     "Přehled účtů"};
+    auto word = words[static_cast<std::size_t>(number) % words.size()];
+    return std::string(word) + " " + std::to_string(number) + (number % 2 ? ".pdf" : ".txt");
+}
+
+void fill(const std::filesystem::path& root) {
+    for (int number = 0; number < files; ++number) {
+        auto folder = root / std::to_string(number / filesInFolder / 50) /
+                      ("Složka " + std::to_string(number / filesInFolder));
+        if (number % filesInFolder == 0) std::filesystem::create_directories(folder);
+        std::ofstream(folder / nameOf(number));
+    }
+}
+
+int linesOf(const std::string& command) {
+    auto* output = ::popen(command.c_str(), "r");
+    vyzaduj(output != nullptr, "find cannot be started");
+    int lines = 0;
+    for (int byte = std::fgetc(output); byte != EOF; byte = std::fgetc(output)) lines += byte == '\n';
+    vyzaduj(::pclose(output) == 0, "find has failed");
+    return lines;
+}
+
+} // namespace
+} // namespace morvex
+
+int main() {
+    using namespace morvex;
+    TemporaryFolder temporary;
+    auto root = temporary.path() / "allowed";
+    fill(root);
+    ThreadExecutor home("home");
+    ThreadExecutor worker("worker");
+    FixedFolders standard;
+    SouboryBridge bridge(worker);
+    auto search = [&](const char* query, int expected) {
+        auto found = await(home, bridge.hledej(query, {}, files, {{root.string()}, standard}, {}));
+        vyzaduj(found && std::cmp_equal(found->size(), expected), "the search has missed a file");
+    };
+    for (const char* query : {"FAKTURA", "199999", "účtů"}) {
+        auto command = "LC_ALL=C.UTF-8 find " + root.string() + " -type f -iname '*" + query + "*'";
+        auto expected = linesOf(command);
+        auto took = medians(rounds, {[&] { search(query, expected); }, [&] { linesOf(command); }});
+        std::printf("%s, %d of %d files: search %.0f ms, find -iname %.0f ms (%.2f times)\n", query, expected,
+                    files, took[0], took[1], took[0] / took[1]);
+    }
+}
