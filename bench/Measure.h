@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <ctime>
 #include <functional>
+#include <sys/resource.h>
 #include <vector>
 
 namespace morvex {
@@ -28,15 +30,39 @@ inline double median(int times, const std::function<void()>& work) {
     return median(std::move(all));
 }
 
-/// Medians in milliseconds. The works take turns, so that whatever else the computer does slows all of them.
-inline std::vector<double> medians(int times, const std::vector<std::function<void()>>& works) {
-    std::vector<std::vector<double>> all(works.size());
+/// Processor time of this process and of the children that have ended.
+inline double processorMilliseconds() {
+    timespec own{};
+    rusage children{};
+    ::clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &own);
+    ::getrusage(RUSAGE_CHILDREN, &children);
+    const auto of = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
+    };
+    return static_cast<double>(own.tv_sec) * 1e3 + static_cast<double>(own.tv_nsec) / 1e6 +
+           of(children.ru_utime) + of(children.ru_stime);
+}
+
+/// Medians in milliseconds.
+struct Cost {
+    double wall;
+    double processor; ///< of all threads and children; tells more than `wall` when others use the computer
+};
+
+/// The works take turns, so that whatever else the computer does slows all of them.
+inline std::vector<Cost> costs(int times, const std::vector<std::function<void()>>& works) {
+    std::vector<std::vector<double>> walls(works.size());
+    std::vector<std::vector<double>> processors(works.size());
     for (int i = 0; i < times; ++i)
-        for (std::size_t work = 0; work < works.size(); ++work)
-            all[work].push_back(milliseconds(works[work]));
-    std::vector<double> middle;
-    for (auto& figures : all) middle.push_back(median(std::move(figures)));
-    return middle;
+        for (std::size_t work = 0; work < works.size(); ++work) {
+            auto before = processorMilliseconds();
+            walls[work].push_back(milliseconds(works[work]));
+            processors[work].push_back(processorMilliseconds() - before);
+        }
+    std::vector<Cost> all;
+    for (std::size_t work = 0; work < works.size(); ++work)
+        all.push_back({median(walls[work]), median(processors[work])});
+    return all;
 }
 
 } // namespace morvex

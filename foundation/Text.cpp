@@ -1,11 +1,11 @@
 #include "foundation/Text.h"
 
+#include "foundation/IcuText.h"
+#include "foundation/TextPattern.h"
 #include "shared/base/Require.h"
 
 #include <unicode/brkiter.h>
-#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
-#include <unicode/unistr.h>
 #include <unicode/utf8.h>
 
 #include <algorithm>
@@ -16,43 +16,11 @@
 
 namespace morvex {
 
+using icuText::decomposed;
+using icuText::fromUtf8;
+using icuText::toUtf8;
+
 namespace {
-
-icu::UnicodeString fromUtf8(std::string_view text) {
-    return icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())});
-}
-
-std::string toUtf8(const icu::UnicodeString& text) {
-    std::string result;
-    text.toUTF8String(result);
-    return result;
-}
-
-const icu::Normalizer2& decomposer() {
-    static const icu::Normalizer2* instance = [] {
-        UErrorCode status = U_ZERO_ERROR;
-        auto* found = icu::Normalizer2::getNFDInstance(status);
-        vyzaduj(U_SUCCESS(status), "ICU has no normalization data");
-        return found;
-    }();
-    return *instance;
-}
-
-icu::UnicodeString decompose(const icu::UnicodeString& text) {
-    UErrorCode status = U_ZERO_ERROR;
-    auto result = decomposer().normalize(text, status);
-    return U_SUCCESS(status) ? result : text;
-}
-
-bool containsDecomposed(const icu::UnicodeString& whole, const icu::UnicodeString& wanted) {
-    if (wanted.isEmpty()) return true;
-    for (auto found = whole.indexOf(wanted); found >= 0; found = whole.indexOf(wanted, found + 1)) {
-        // A mark behind the match belongs to its last letter, which is then another letter.
-        auto behind = found + wanted.length();
-        if (behind >= whole.length() || u_charType(whole.char32At(behind)) != U_NON_SPACING_MARK) return true;
-    }
-    return false;
-}
 
 /// Calls `each` with the byte offset behind every character until it answers false.
 template <class Each> void forEachCharacter(std::string_view text, Each each) {
@@ -65,6 +33,17 @@ template <class Each> void forEachCharacter(std::string_view text, Each each) {
     breaks->setText(opened.get(), status);
     for (auto end = breaks->next(); end != icu::BreakIterator::DONE; end = breaks->next())
         if (!each(static_cast<std::size_t>(end))) return;
+}
+
+std::string asciiLowerCase(std::string_view text) {
+    std::string result(text);
+    for (auto& letter : result)
+        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter + ('a' - 'A'));
+    return result;
+}
+
+std::string foldedCase(std::string_view text) {
+    return toUtf8(fromUtf8(text).foldCase());
 }
 
 /// So many bytes at a time are looked at with the widest instructions there are.
@@ -99,6 +78,12 @@ std::size_t validLength(std::string_view text) {
 
 } // namespace
 
+bool isAscii(std::string_view text) {
+    char all = 0;
+    for (const auto byte : text) all |= byte;
+    return (all & 0x80) == 0;
+}
+
 std::string trim(std::string_view text) {
     auto size = static_cast<std::int32_t>(text.size());
     std::int32_t start = 0;
@@ -117,6 +102,7 @@ std::string trim(std::string_view text) {
 }
 
 std::string lowerCase(std::string_view text) {
+    if (isAscii(text)) return asciiLowerCase(text);
     auto result = fromUtf8(text);
     return toUtf8(result.toLower(icu::Locale::getRoot()));
 }
@@ -127,10 +113,10 @@ std::string upperCase(std::string_view text) {
 }
 
 std::string fold(std::string_view text) {
-    auto decomposed = decompose(fromUtf8(text).foldCase());
+    auto letters = decomposed(fromUtf8(text).foldCase());
     icu::UnicodeString kept;
-    for (std::int32_t i = 0; i < decomposed.length(); i = decomposed.moveIndex32(i, 1))
-        if (auto character = decomposed.char32At(i); u_charType(character) != U_NON_SPACING_MARK)
+    for (std::int32_t i = 0; i < letters.length(); i = letters.moveIndex32(i, 1))
+        if (auto character = letters.char32At(i); u_charType(character) != U_NON_SPACING_MARK)
             kept.append(character);
     return toUtf8(kept);
 }
@@ -140,11 +126,11 @@ bool equalFolded(std::string_view left, std::string_view right) {
 }
 
 bool contains(std::string_view text, std::string_view part) {
-    return containsDecomposed(decompose(fromUtf8(text)), decompose(fromUtf8(part)));
+    return TextPattern(part).isIn(text);
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {
-    return containsDecomposed(decompose(fromUtf8(text).foldCase()), decompose(fromUtf8(part).foldCase()));
+    return contains(foldedCase(text), foldedCase(part));
 }
 
 std::size_t countCharacters(std::string_view text) {
@@ -178,10 +164,6 @@ std::string repairUtf8(std::string_view text) {
         result += "\ufffd";
         text.remove_prefix(next);
     }
-}
-
-bool isValidUtf8(std::string_view text) {
-    return validLength(text) == text.size();
 }
 
 std::string join(const std::vector<std::string>& parts, std::string_view separator) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Utf8.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -8,6 +10,8 @@
 namespace morvex {
 
 /// Text in this program is UTF-8; invalid sequences count as U+FFFD. Nothing here depends on the locale.
+
+bool isAscii(std::string_view text);
 
 /// Without white space and line breaks at both ends (Unicode property White_Space).
 std::string trim(std::string_view text);
@@ -34,7 +38,6 @@ std::string firstCharacters(std::string_view text, std::size_t count);
 
 /// The text with every invalid sequence replaced by U+FFFD.
 std::string repairUtf8(std::string_view text);
-bool isValidUtf8(std::string_view text);
 
 std::string join(const std::vector<std::string>& parts, std::string_view separator);
 

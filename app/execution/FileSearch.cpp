@@ -40,10 +40,13 @@ bool isPackage(std::string_view lowerCaseName) {
 
 } // namespace
 
-FileSearch::FileSearch(std::string_view query, Limits limits) : query_(lowerCase(query)), limits_(limits) {}
+FileSearch::FileSearch(std::string_view query, Limits limits) : limits_(limits) {
+    auto lowered = lowerCase(query);
+    if (lowered.size() <= longestMatch) query_.emplace(lowered);
+}
 
 Result<std::vector<std::string>> FileSearch::run(const BeneathFolder& folder, std::stop_token stop) {
-    if (query_.size() > longestMatch) return found_;
+    if (!query_) return found_;
     enter(folder.openFolder(""), "");
     for (std::size_t visited = 0; !levels_.empty() && visited < limits_.visited; ++visited) {
         if (std::cmp_greater_equal(found_.size(), limits_.found)) break;
@@ -64,10 +67,9 @@ void FileSearch::visit(const dirent& entry) {
     auto kind = kindOf(folder, entry);
     if (kind == Kind::other) return;
 
-    auto lowered = lowerCase(name);
     if (kind == Kind::file) {
-        if (contains(lowered, query_)) found_.push_back(repairUtf8(level.path + entry.d_name));
-    } else if (levels_.size() < limits_.depth && !isPackage(lowered)) {
+        if (query_->isInLowerCaseOf(name)) found_.push_back(repairUtf8(level.path + entry.d_name));
+    } else if (levels_.size() < limits_.depth && !isPackage(lowerCase(name))) {
         int opened = ::openat(folder, entry.d_name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
         if (opened >= 0) enter(FileDescriptor(opened), level.path + entry.d_name + '/');
     }

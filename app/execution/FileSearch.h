@@ -1,11 +1,13 @@
 #pragma once
 
 #include "app/execution/BeneathFolder.h"
+#include "foundation/TextPattern.h"
 #include "shared/base/Error.h"
 
 #include <cstddef>
 #include <dirent.h>
 #include <memory>
+#include <optional>
 #include <stop_token>
 #include <string>
 #include <string_view>
@@ -41,7 +43,7 @@ class FileSearch {
     void enter(Result<FileDescriptor> folder, std::string path);
     void visit(const dirent& entry);
 
-    std::string query_;
+    std::optional<TextPattern> query_; ///< nothing when no name can match
     Limits limits_;
     std::vector<Level> levels_;
     std::vector<std::string> found_;

@@ -2,65 +2,109 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 namespace morvex {
 namespace {
 
 constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-constexpr std::uint8_t noDigit = 0xff;
 
+/// The two digits of every twelve bits.
+constexpr auto digitPairs = [] {
+    std::array<std::array<char, 2>, 4096> pairs{};
+    for (std::size_t bits = 0; bits < pairs.size(); ++bits)
+        pairs[bits] = {alphabet[bits >> 6], alphabet[bits & 0x3f]};
+    return pairs;
+}();
+
+/// Set beyond the 24 bits of four digits when one of them is outside the alphabet.
+constexpr std::uint32_t noDigit = 0x0100'0000;
+
+/// What each character adds to those 24 bits, by its place among the four.
 constexpr auto digitValues = [] {
-    std::array<std::uint8_t, 256> values{};
-    values.fill(noDigit);
-    for (std::size_t digit = 0; digit < alphabet.size(); ++digit)
-        values[static_cast<std::uint8_t>(alphabet[digit])] = static_cast<std::uint8_t>(digit);
+    std::array<std::array<std::uint32_t, 256>, 4> values{};
+    for (std::size_t place = 0; place < values.size(); ++place) {
+        values[place].fill(noDigit);
+        for (std::uint32_t digit = 0; digit < alphabet.size(); ++digit)
+            values[place][static_cast<std::uint8_t>(alphabet[digit])] = digit << (18 - 6 * place);
+    }
     return values;
 }();
 
-/// Four digits as 24 bits, or more than 24 bits when one is outside the alphabet.
-std::uint32_t quartetValue(std::string_view quartet) {
+/// A record goes on behind its bytes; without room for that, a long text would be copied once more.
+constexpr std::size_t roomBehind = 1024;
+
+void encodeTriple(char* out, const std::uint8_t* triple) {
+    const auto bits = std::uint32_t{triple[0]} << 16 | std::uint32_t{triple[1]} << 8 | triple[2];
+    std::memcpy(out, digitPairs[bits >> 12].data(), 2);
+    std::memcpy(out + 2, digitPairs[bits & 0xfff].data(), 2);
+}
+
+std::uint32_t quartetValue(const char* quartet) {
     std::uint32_t bits = 0;
-    std::uint8_t seen = 0;
-    for (const char digit : quartet) {
-        const auto value = digitValues[static_cast<std::uint8_t>(digit)];
-        seen |= value;
-        bits = bits << 6 | (value & 0x3fu);
-    }
-    return seen > 0x3f ? 0xffffffffu : bits;
+    for (std::size_t place = 0; place < 4; ++place)
+        bits |= digitValues[place][static_cast<std::uint8_t>(quartet[place])];
+    return bits;
+}
+
+void writeTriple(std::uint8_t* out, std::uint32_t bits) {
+    out[0] = static_cast<std::uint8_t>(bits >> 16);
+    out[1] = static_cast<std::uint8_t>(bits >> 8);
+    out[2] = static_cast<std::uint8_t>(bits);
+}
+
+/// One to three bytes from the last four digits, of which `padding` are none.
+bool decodeLast(std::uint8_t* out, const char* text, std::size_t padding) {
+    char quartet[4];
+    std::memcpy(quartet, text, sizeof quartet);
+    std::fill_n(quartet + 4 - padding, padding, alphabet[0]);
+    const auto bits = quartetValue(quartet);
+    const std::uint32_t bitsBeyondTheEnd = (1U << (8 * padding)) - 1;
+    std::uint8_t triple[3];
+    writeTriple(triple, bits);
+    std::copy_n(triple, 3 - padding, out);
+    return ((bits & noDigit) | (bits & bitsBeyondTheEnd)) == 0;
 }
 
 } // namespace
 
+void appendBase64(std::string& out, ByteView bytes) {
+    const auto start = out.size();
+    const auto end = start + (bytes.size() + 2) / 3 * 4;
+    const auto whole = bytes.size() / 3 * 3;
+    if (end > out.capacity()) out.reserve(end + roomBehind);
+    out.resize(end, '=');
+    auto* to = out.data() + start;
+    for (std::size_t index = 0; index < whole; index += 3, to += 4) encodeTriple(to, bytes.data() + index);
+    if (whole == bytes.size()) return;
+
+    std::uint8_t last[3] = {};
+    char digits[4];
+    std::ranges::copy(bytes.subspan(whole), last);
+    encodeTriple(digits, last);
+    std::copy_n(digits, bytes.size() - whole + 1, to);
+}
+
 std::string base64Encode(ByteView bytes) {
-    std::string text((bytes.size() + 2) / 3 * 4, '=');
-    auto out = text.begin();
-    for (std::size_t index = 0; index < bytes.size(); index += 3) {
-        const auto count = std::min<std::size_t>(3, bytes.size() - index);
-        std::uint32_t bits = 0;
-        for (std::size_t place = 0; place < 3; ++place)
-            bits = bits << 8 | (place < count ? bytes[index + place] : 0u);
-        for (std::size_t digit = 0; digit < count + 1; ++digit)
-            *out++ = alphabet[bits >> (18 - 6 * digit) & 0x3f];
-    }
+    std::string text;
+    appendBase64(text, bytes);
     return text;
 }
 
 std::optional<Bytes> base64Decode(std::string_view text) {
     if (text.size() % 4 != 0) return std::nullopt;
+    if (text.empty()) return Bytes{};
     const std::size_t padding = text.ends_with("==") ? 2 : text.ends_with('=') ? 1 : 0;
     Bytes bytes(text.size() / 4 * 3 - padding);
-    auto out = bytes.begin();
-    for (std::size_t index = 0; index < text.size(); index += 4) {
-        std::array quartet{text[index], text[index + 1], text[index + 2], text[index + 3]};
-        const std::size_t missing = index + 4 == text.size() ? padding : 0;
-        for (std::size_t place = 0; place < missing; ++place) quartet[3 - place] = alphabet[0];
-
-        const auto bits = quartetValue({quartet.data(), quartet.size()});
-        const std::uint32_t bitsBeyondTheEnd = (1u << (8 * missing)) - 1;
-        if (bits > 0xffffff || (bits & bitsBeyondTheEnd) != 0) return std::nullopt;
-        for (std::size_t place = 0; place < 3 - missing; ++place)
-            *out++ = static_cast<std::uint8_t>(bits >> (16 - 8 * place));
+    auto* to = bytes.data();
+    const auto last = text.size() - 4;
+    std::uint32_t seen = 0;
+    for (std::size_t index = 0; index < last; index += 4, to += 3) {
+        const auto bits = quartetValue(text.data() + index);
+        seen |= bits;
+        writeTriple(to, bits);
     }
+    if ((seen & noDigit) != 0 || !decodeLast(to, text.data() + last, padding)) return std::nullopt;
     return bytes;
 }
 

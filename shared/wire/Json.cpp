@@ -42,7 +42,10 @@ Result<boost::json::value> parseJson(std::string_view json, std::size_t limit) {
 }
 
 void writeJson(std::string& out, const Bytes& bytes) {
-    appendJsonString(out, base64Encode(bytes));
+    // Nothing of the alphabet is escaped.
+    out += '"';
+    appendBase64(out, bytes);
+    out += '"';
 }
 
 } // namespace morvex

@@ -1,5 +1,6 @@
 #include "shared/wire/JsonDocument.h"
 
+#include "shared/base/Utf8.h"
 #include "shared/wire/DecodeError.h"
 
 #include <new>
@@ -32,6 +33,8 @@ Result<const boost::json::value*> JsonDocument::parse(std::string_view text, std
     budget_.left = text.size() * budgetPerByte + budgetAtLeast;
     boost::json::parse_options strict;
     strict.max_depth = jsonDepthLimit;
+    // The library looks several times longer; it has to find the place only when there is one.
+    strict.allow_invalid_utf8 = isValidUtf8(text);
     unsigned char buffer[parserBufferSize];
     try {
         boost::json::stream_parser parser{&budget_, strict, buffer, sizeof buffer};

@@ -2,6 +2,7 @@
 
 #include "shared/base/Hex.h"
 #include "shared/base/Require.h"
+#include "shared/base/Utf8.h"
 
 #include <boost/json.hpp>
 
@@ -16,54 +17,42 @@ namespace {
 constexpr std::uint64_t everyByte = 0x0101010101010101;
 constexpr std::uint64_t topBits = everyByte * 0x80;
 
-/// True when all eight bytes are ASCII that a JSON string holds as it is. A borrow can only make it false.
-bool areClean(const char* eight) {
+bool isEscaped(char byte) {
+    return static_cast<unsigned char>(byte) < 0x20 || byte == '"' || byte == '\\';
+}
+
+/// False when a JSON string holds all eight bytes as they are. A borrow can only make it true.
+bool mayHaveEscaped(const char* eight) {
     std::uint64_t word;
     std::memcpy(&word, eight, sizeof word);
     const auto isZero = [](std::uint64_t bytes) { return (bytes - everyByte) & ~bytes; };
     const auto isControl = (word - everyByte * 0x20) & ~word;
-    return ((word | isControl | isZero(word ^ everyByte * '"') | isZero(word ^ everyByte * '\\')) &
-            topBits) == 0;
-}
-
-bool isPlainAscii(char byte) {
-    const auto code = static_cast<unsigned char>(byte);
-    return code >= 0x20 && code < 0x80 && code != '"' && code != '\\';
-}
-
-/// The length of the UTF-8 sequence of a character beyond ASCII at the start of `text`, or 0 (RFC 3629).
-std::size_t sequenceLength(std::string_view text) {
-    const auto isContinuation = [text](std::size_t index) {
-        return index < text.size() && (text[index] & 0xc0) == 0x80;
-    };
-    const auto first = static_cast<unsigned char>(text[0]);
-    if (first < 0xc2 || first > 0xf4 || !isContinuation(1)) return 0;
-    if (first < 0xe0) return 2;
-
-    const auto second = static_cast<unsigned char>(text[1]);
-    const bool isOverlong = (first == 0xe0 && second < 0xa0) || (first == 0xf0 && second < 0x90);
-    const bool isSurrogate = first == 0xed && second > 0x9f;
-    const bool isBeyondUnicode = first == 0xf4 && second > 0x8f;
-    if (isOverlong || isSurrogate || isBeyondUnicode || !isContinuation(2)) return 0;
-    if (first < 0xf0) return 3;
-    return isContinuation(3) ? 4 : 0;
+    return ((isControl | isZero(word ^ everyByte * '"') | isZero(word ^ everyByte * '\\')) & topBits) != 0;
 }
 
 /// How many bytes at the start of `text` go out unchanged.
 std::size_t cleanLength(std::string_view text) {
     std::size_t index = 0;
-    while (index < text.size()) {
-        if (text.size() - index >= 8 && areClean(text.data() + index)) {
-            index += 8;
-            continue;
-        }
-        for (const auto stop = std::min(text.size(), index + 8); index < stop;) {
-            const auto length = isPlainAscii(text[index]) ? 1 : sequenceLength(text.substr(index));
-            if (length == 0) return index;
-            index += length;
-        }
-    }
+    while (text.size() - index >= 8 && !mayHaveEscaped(text.data() + index)) index += 8;
+    while (index < text.size() && !isEscaped(text[index])) ++index;
     return index;
+}
+
+/// The length of the UTF-8 sequence at the start of `text`, or 0 (RFC 3629).
+std::size_t sequenceLength(std::string_view text) {
+    for (std::size_t length = 1; length <= std::min<std::size_t>(4, text.size()); ++length)
+        if (isValidUtf8(text.substr(0, length))) return length;
+    return 0;
+}
+
+std::string repaired(std::string_view text) {
+    std::string valid;
+    while (!text.empty()) {
+        const auto length = sequenceLength(text);
+        valid += length > 0 ? text.substr(0, length) : "\uFFFD";
+        text.remove_prefix(std::max<std::size_t>(1, length));
+    }
+    return valid;
 }
 
 void appendEscaped(std::string& out, char byte) {
@@ -92,10 +81,6 @@ void appendEscaped(std::string& out, char byte) {
     default:
         break;
     }
-    if (static_cast<unsigned char>(byte) >= 0x80) {
-        out += "\uFFFD";
-        return;
-    }
     out += "\\u00";
     out += upperHexDigits[static_cast<std::size_t>(byte >> 4)];
     out += upperHexDigits[static_cast<std::size_t>(byte & 0x0f)];
@@ -110,6 +95,7 @@ void appendDigits(std::string& out, auto number) {
 } // namespace
 
 void appendJsonString(std::string& out, std::string_view text) {
+    if (!isValidUtf8(text)) return appendJsonString(out, repaired(text));
     out += '"';
     while (true) {
         const auto clean = cleanLength(text);

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <unicode/unistr.h>
+
+#include <string>
+#include <string_view>
+
+/// The way into the Unicode library and back, for what this folder does with text.
+namespace morvex::icuText {
+
+icu::UnicodeString fromUtf8(std::string_view text);
+std::string toUtf8(const icu::UnicodeString& text);
+
+/// Normalization form D (UAX 15).
+icu::UnicodeString decomposed(const icu::UnicodeString& text);
+
+} // namespace morvex::icuText
