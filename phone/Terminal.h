@@ -19,10 +19,6 @@ struct Span {
 
 using StyledLine = std::vector<Span>;
 
-/// The text with control characters and marks that turn its direction replaced by U+FFFD; line breaks and
-/// tabs stay. What the Mac sends can then neither move the cursor nor make a text look like another.
-std::string printable(std::string_view text);
-
 /// Where the program writes: results to one stream, everything about their way to the other. Lives on the
 /// phone's executor.
 class Terminal {

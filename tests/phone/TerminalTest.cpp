@@ -7,28 +7,6 @@
 namespace morvex {
 namespace {
 
-TEST(Terminal, TakesOutWhatCouldCommandATerminal) {
-    const std::vector<std::pair<std::string, std::string>> rows{
-        {"příliš žluťoučký 🐎", "příliš žluťoučký 🐎"},
-        {"a\tb\nc", "a\tb\nc"},
-        {"a\r\nb", "a\nb"},
-        {"a\rb", "a\uFFFDb"},
-        {"\x1b[2J", "\uFFFD[2J"},
-        {"\x7f", "\uFFFD"},
-        {"\u009b"
-         "31m",
-         "\uFFFD31m"},
-        {"\u00a0", "\u00a0"},
-        {"a\u202eb", "a\uFFFDb"},
-        {"a\u2066b", "a\uFFFDb"},
-        {"a\u2013b", "a\u2013b"},
-        {"\xff", "\uFFFD"},
-        {"\xe2\x80", "\uFFFD"},
-        {"", ""},
-    };
-    for (const auto& [given, shown] : rows) EXPECT_EQ(printable(given), shown);
-}
-
 TEST(Terminal, ResultsAndNotesGoTheirOwnWays) {
     std::ostringstream out;
     std::ostringstream err;
