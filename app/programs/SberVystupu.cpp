@@ -12,6 +12,17 @@ void appendUpTo(std::size_t limit, std::string& kept, std::string_view chunk) {
     kept += chunk.substr(0, limit - kept.size());
 }
 
+/// The end is kept twice while more may come, so that it is moved rarely.
+void appendEnd(std::size_t limit, std::string& kept, std::string_view chunk) {
+    kept += chunk;
+    if (kept.size() / 2 > limit) kept.erase(0, kept.size() - limit);
+}
+
+std::string end(std::size_t limit, std::string kept) {
+    if (kept.size() > limit) kept.erase(0, kept.size() - limit);
+    return kept;
+}
+
 std::string decode(std::string bytes) {
     return isValidUtf8(bytes) ? std::move(bytes) : repairUtf8(bytes);
 }
@@ -29,7 +40,10 @@ void SberVystupu::pridejVystup(std::string_view chunk) {
 }
 
 void SberVystupu::pridejChyby(std::string_view chunk) {
-    appendUpTo(zachyt_.chyby, chyby_, chunk);
+    if (zachyt_.castChyb == Zachyt::Cast::konec)
+        appendEnd(zachyt_.chyby, chyby_, chunk);
+    else
+        appendUpTo(zachyt_.chyby, chyby_, chunk);
 }
 
 void SberVystupu::dokonci() {
@@ -41,7 +55,7 @@ std::string SberVystupu::vezmiVystup() {
 }
 
 std::string SberVystupu::vezmiChyby() {
-    return decode(std::exchange(chyby_, {}));
+    return decode(end(zachyt_.chyby, std::exchange(chyby_, {})));
 }
 
 void SberVystupu::rozdel(std::string_view text) {

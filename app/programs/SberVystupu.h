@@ -17,8 +17,11 @@ using NaRadek = std::function<void(std::string_view)>;
 struct Zachyt {
     static constexpr std::size_t vse = std::numeric_limits<std::size_t>::max();
 
+    enum class Cast { zacatek, konec };
+
     std::size_t vystup = vse;
     std::size_t chyby = vse;
+    Cast castChyb = Cast::zacatek;          ///< which part of the errors, when they are longer
     std::size_t radek = 16UL * 1024 * 1024; ///< the longest line; a longer one is passed over as a whole
 };
 

@@ -132,6 +132,25 @@ TEST_F(ProcessRunnerTest, KeepsNoMoreThanTheCallerWantsAndDeliversAllLines) {
     EXPECT_EQ(lines, (std::vector<std::string>{"abc", "def"}));
 }
 
+TEST_F(ProcessRunnerTest, KeepsTheEndOfTheErrorsWhenTheCallerWantsThat) {
+    const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
+        {{}, ""},
+        {{"ab"}, "ab"},
+        {{"abcd"}, "abcd"},
+        {{"abcde"}, "bcde"},
+        {{"abcd", "e", "f"}, "cdef"},
+        {{"a", "b", "c", "d", "e", "f", "g", "h", "i", "j", "k"}, "hijk"},
+        {{"0123456789", "xyz"}, "9xyz"},
+        {{"aaň", "bc"}, "ňbc"},
+        {{"aaň", "bcd"}, "\ufffdbcd"},
+    };
+    for (const auto& [chunks, kept] : cases) {
+        begin({.chyby = 4, .castChyb = Zachyt::Cast::konec});
+        for (const auto& chunk : chunks) child().listener->errors(chunk);
+        EXPECT_EQ(exitAndEnd().chyby, kept);
+    }
+}
+
 TEST_F(ProcessRunnerTest, ALineThatIsTooLongIsPassedOverAsAWhole) {
     const std::vector<std::vector<std::string>> cases = {
         {"a\n12345\n1234\n"},                        // whole in one chunk
