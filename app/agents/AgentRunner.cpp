@@ -2,6 +2,7 @@
 
 #include "app/agents/ProgressQueue.h"
 #include "app/agents/SberatelZprav.h"
+#include "app/agents/SessionId.h"
 #include "app/programs/ProcessRunner.h"
 #include "foundation/Text.h"
 #include "foundation/Try.h"
@@ -17,17 +18,13 @@ namespace morvex {
 namespace {
 
 constexpr std::chrono::seconds timeLimit{900};
-/// The events are read line by line; of the errors a sentence for the user is made.
-constexpr Zachyt zachyt{.vystup = 0, .chyby = 64UL * 1024};
+/// The events are read line by line. Of the errors a sentence for the user is made: the cause stands at their
+/// end.
+constexpr Zachyt zachyt{.vystup = 0, .chyby = 64UL * 1024, .castChyb = Zachyt::Cast::konec};
 
 bool isFolder(const std::string& path) {
     std::error_code ignored;
     return std::filesystem::is_directory(path, ignored);
-}
-
-/// A session id comes from outside; one that begins like an option would be read as one.
-std::optional<std::string> usable(std::optional<std::string> session) {
-    return session && !session->empty() && !session->starts_with('-') ? std::move(session) : std::nullopt;
 }
 
 /// On the thread that reads the output. The adapter and all that is captured may outlive the runner.
@@ -36,6 +33,7 @@ NaRadek follow(std::shared_ptr<const AgentAdapter> adapter, std::shared_ptr<Sber
     return [adapter, sberatel, ohlasy, proces](std::string_view radek) {
         auto zprava = adapter->precti(radek);
         if (!zprava) return;
+        zprava->relace = SessionId::usable(std::move(zprava->relace));
         ProgressQueue::Ohlas ohlas;
         if (sberatel->pridej(*zprava) == SberatelZprav::Relace::nova)
             ohlas.relace = std::move(zprava->relace);
@@ -130,7 +128,7 @@ Task<Result<AgentRunner::Vysledek>> AgentRunner::pracuj(Nalezeno nalezeno, Zadan
     const auto adapter = nalezeno.adapter;
     const auto klic = zadani.nastroj + ":" + zadani.slozka;
     if (auto known = relace_.find(klic); known != relace_.end()) zadani.relace = known->second;
-    zadani.relace = usable(std::move(zadani.relace));
+    zadani.relace = SessionId::usable(std::move(zadani.relace));
     auto ohlasy = std::make_shared<ProgressQueue>(services_.main, std::move(posluchac), bezici_);
     auto prubeh = co_await navaz(nalezeno, zadani, ohlasy);
     if (prubeh && prubeh->navazaniSelhalo) {

@@ -17,9 +17,14 @@ std::optional<Uuid> uuid(const Arguments& arguments, std::string_view key) {
     return Uuid::parse(arguments.requiredText(key));
 }
 
-bool isCancelled(const Error& error) {
-    const auto* known = error.as<TalkSpanError>();
+bool isCancelled(const Result<AgentRunner::Vysledek>& vysledek) {
+    const auto* known = vysledek ? nullptr : vysledek.error().as<TalkSpanError>();
     return known && known->as<TalkSpanError::Cancelled>();
+}
+
+/// To rename another task than the named one would be worse than none.
+bool namesNoTask(const Arguments& arguments) {
+    return !trim(arguments.requiredText("work_item_id")).empty() && !uuid(arguments, "work_item_id");
 }
 
 } // namespace
@@ -89,27 +94,28 @@ Task<void> AgentTools::pracuj(AgentRunner::Zadani zadani, Uuid workItemID) {
     auto slysi = posluchac(zadani.requestID, workItemID);
     auto vysledek = co_await agenti_.spust(std::move(zadani), std::move(slysi));
     // The program ends: its next start finds the task running and marks it as interrupted.
-    if (scope_.token().stop_requested()) co_return;
+    if (scope_.token().stop_requested() && isCancelled(vysledek)) co_return;
     zaznamenej(workItemID, std::move(vysledek));
+    co_await novinky_.odeslano();
     co_await oznamUkol(workItemID);
     agentniUloha_ = false;
     co_await hlaseni_.poslatStav();
 }
 
 AgentRunner::Posluchac AgentTools::posluchac(const std::string& requestID, const Uuid& workItemID) {
-    return {.priPrubehu = [this, requestID](
-                              std::string text) { scope_.spawn(oznamPrubeh(std::move(text), requestID)); },
-            .priRelaci =
-                [this, workItemID](std::string relace) {
-                    historie_.nastavRelaci(workItemID, std::move(relace));
-                    scope_.spawn(oznamUkol(workItemID));
-                }};
+    return {
+        .priPrubehu = [this, requestID](std::string text) { novinky_.prubeh(std::move(text), requestID); },
+        .priRelaci =
+            [this, workItemID](std::string relace) {
+                historie_.nastavRelaci(workItemID, std::move(relace));
+                if (auto ukol = historie_.ukol(workItemID)) novinky_.ukol(*std::move(ukol));
+            }};
 }
 
 void AgentTools::zaznamenej(const Uuid& workItemID, Result<AgentRunner::Vysledek> vysledek) {
     if (vysledek)
         historie_.dokonci(workItemID, std::move(vysledek->text), std::move(vysledek->relace));
-    else if (isCancelled(vysledek.error()))
+    else if (isCancelled(vysledek))
         historie_.preruseno(workItemID);
     else
         historie_.selhal(workItemID, vysledek.error().popis());
@@ -118,11 +124,6 @@ void AgentTools::zaznamenej(const Uuid& workItemID, Result<AgentRunner::Vysledek
 Task<void> AgentTools::oznamUkol(Uuid workItemID) {
     auto ukol = historie_.ukol(workItemID);
     if (ukol) co_await hlaseni_.poslatUkol(*std::move(ukol));
-}
-
-Task<void> AgentTools::oznamPrubeh(std::string text, std::string requestID) {
-    co_await hlaseni_.poslatPrubeh(std::move(text), std::move(requestID));
-    co_await hlaseni_.poslatStav();
 }
 
 Task<ToolOutcome> AgentTools::zrus(ToolCall) {
@@ -134,8 +135,9 @@ Task<ToolOutcome> AgentTools::zrus(ToolCall) {
 Task<ToolOutcome> AgentTools::prejmenuj(ToolCall call) {
     Arguments arguments(call.arguments);
     auto title = trim(arguments.requiredText("title"));
-    auto ukol = historie_.prejmenuj(
-        {uuid(arguments, "work_item_id"), arguments.text("agent"), arguments.text("folder")}, title);
+    const HistorieAgentu::Hledany hledany{uuid(arguments, "work_item_id"), arguments.text("agent"),
+                                          arguments.text("folder")};
+    auto ukol = namesNoTask(arguments) ? std::nullopt : historie_.prejmenuj(hledany, title);
     if (!ukol)
         co_return ToolOutcome::refused(title.empty() ? "Chybí nový název relace."
                                                      : "Odpovídající relaci jsem nenašel.");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/agents/AgentNews.h"
 #include "app/agents/AgentReports.h"
 #include "app/agents/AgentRunner.h"
 #include "app/agents/HistorieAgentu.h"
@@ -36,6 +37,7 @@ class AgentTools {
         : agenti_(agenti),
           historie_(historie),
           hlaseni_(hlaseni),
+          novinky_(hlaseni, scope),
           folders_(std::move(folders)),
           scope_(scope) {}
 
@@ -43,6 +45,9 @@ class AgentTools {
 
     /// For the person at the computer: asks the agent to end if it works on this work item now.
     bool zastavit(const Uuid& workItemID);
+
+    /// Whether a task is on its way, from the acceptance to its end as the phone was told of it.
+    [[nodiscard]] bool maUlohu() const { return agentniUloha_; }
 
   private:
     Task<ToolOutcome> spust(std::string_view nastroj, ToolCall call);
@@ -56,14 +61,14 @@ class AgentTools {
     [[nodiscard]] AgentRunner::Posluchac posluchac(const std::string& requestID, const Uuid& workItemID);
     void zaznamenej(const Uuid& workItemID, Result<AgentRunner::Vysledek> vysledek);
     Task<void> oznamUkol(Uuid workItemID);
-    Task<void> oznamPrubeh(std::string text, std::string requestID);
 
     AgentRunner& agenti_;
     HistorieAgentu& historie_;
     AgentReports& hlaseni_;
+    AgentNews novinky_;
     Folders folders_;
     TaskScope& scope_;
-    bool agentniUloha_ = false; ///< the background task is there, from the acceptance to its recorded end
+    bool agentniUloha_ = false; ///< the background task is there
 };
 
 } // namespace morvex

@@ -83,7 +83,7 @@ ZpravaAgenta read(const boost::json::object& line) {
     zprava.relace = fields::text(line, "session_id");
     auto type = fields::text(line, "type");
     if (type == "system") {
-        if (fields::text(line, "subtype") == "init") zprava.prubeh = "Relace navázána.";
+        if (fields::text(line, "subtype") == "init") zprava.prubeh = sessionIsThere;
     } else if (type == "assistant") {
         readAssistant(line, zprava);
     } else if (type == "result") {

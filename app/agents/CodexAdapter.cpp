@@ -62,7 +62,7 @@ ZpravaAgenta read(const Event& event) {
     zprava.relace = session(event);
     const auto& [outer, inner, type] = event;
     if (type == "thread.started" || type == "session_configured") {
-        zprava.prubeh = "Relace navázána.";
+        zprava.prubeh = sessionIsThere;
     } else if (type == "item.started" || type == "item.updated" || type == "item.completed") {
         if (const auto* item = fields::object(inner, "item")) readItem(*item, zprava);
     } else if (type == "turn.completed" || type == "task_complete") {

@@ -1,6 +1,7 @@
 #include "app/agents/HistorieAgentu.h"
 
 #include "app/agents/AgentId.h"
+#include "app/agents/SessionId.h"
 #include "app/agents/SessionLink.h"
 #include "foundation/Paths.h"
 #include "foundation/Text.h"
@@ -10,6 +11,8 @@
 #include "shared/wire/PrettyJson.h"
 
 #include <algorithm>
+#include <functional>
+#include <map>
 #include <utility>
 
 namespace morvex {
@@ -22,10 +25,21 @@ constexpr std::size_t fileLimit = std::size_t{128} * 1024 * 1024;
 /// The beginning of the text, cut between two characters of it.
 std::string bounded(std::string text) {
     if (text.size() <= HistorieAgentu::longestText) return text;
-    auto length = HistorieAgentu::longestText;
-    while (length > 0 && (static_cast<unsigned char>(text[length]) & 0xC0) == 0x80) --length;
-    text.resize(length);
-    return text + "…";
+    return firstBytes(text, HistorieAgentu::longestText) + "…";
+}
+
+std::optional<std::string> bounded(std::optional<std::string> text) {
+    return text ? std::optional(bounded(*std::move(text))) : std::nullopt;
+}
+
+/// A file may be older than the bounds, or written by somebody else.
+UkolAgenta bounded(UkolAgenta ukol) {
+    ukol.nazev = bounded(std::move(ukol.nazev));
+    ukol.instrukce = bounded(std::move(ukol.instrukce));
+    ukol.shrnuti = bounded(std::move(ukol.shrnuti));
+    ukol.chyba = bounded(std::move(ukol.chyba));
+    ukol.relace = SessionId::usable(std::move(ukol.relace));
+    return ukol;
 }
 
 std::optional<std::string> nameIn(const std::optional<std::string>& text) {
@@ -33,19 +47,16 @@ std::optional<std::string> nameIn(const std::optional<std::string>& text) {
     return trimmed.empty() ? std::nullopt : std::optional(bounded(std::move(trimmed)));
 }
 
-std::string firstLine(const std::string& text) {
-    return trim(text.substr(0, text.find('\n')));
-}
-
-bool hasSession(const UkolAgenta& ukol) {
-    return ukol.relace && !ukol.relace->empty();
+std::string firstLine(std::string_view text) {
+    const auto trimmed = trim(text);
+    return trim(trimmed.substr(0, trimmed.find('\n')));
 }
 
 /// The session of the first task that has one and fulfils `condition`.
 template <class Condition>
 std::optional<std::string> firstSession(const std::vector<UkolAgenta>& polozky, Condition condition) {
-    auto found = std::ranges::find_if(
-        polozky, [&](const UkolAgenta& ukol) { return hasSession(ukol) && condition(ukol); });
+    auto found =
+        std::ranges::find_if(polozky, [&](const UkolAgenta& ukol) { return ukol.relace && condition(ukol); });
     return found == polozky.end() ? std::nullopt : found->relace;
 }
 
@@ -71,8 +82,10 @@ void HistorieAgentu::nacti() {
         setPotiz("Historii úkolů se nepodařilo načíst: " + ukoly.error().popis());
         return;
     }
-    polozky_ = *std::move(ukoly);
-    std::ranges::sort(polozky_, std::greater{}, [](const UkolAgenta& ukol) { return Date(ukol.zalozeno); });
+    // Equal dates keep their order.
+    std::multimap<Date, UkolAgenta, std::greater<>> byBeginning;
+    for (auto& ukol : *ukoly) byBeginning.emplace(ukol.zalozeno, bounded(std::move(ukol)));
+    for (auto& [began, ukol] : byBeginning) polozky_.push_back(std::move(ukol));
     prerusBezici();
 }
 
@@ -96,6 +109,7 @@ UkolAgenta HistorieAgentu::zaloz(Zadani zadani) {
     vyzadujHlavniVlakno();
     auto found = zadani.workItemID ? vyjmi(*zadani.workItemID, zadani.nastroj) : std::nullopt;
     auto ukol = found ? *std::move(found) : novy(zadani);
+    ukol.slozka = zadani.slozka;
     if (auto nazev = nameIn(zadani.nazev)) ukol.nazev = *std::move(nazev);
     if (zadani.conversationID) ukol.conversationID = zadani.conversationID;
     ukol.instrukce = bounded(std::move(zadani.instrukce));
@@ -126,7 +140,6 @@ UkolAgenta HistorieAgentu::novy(const Zadani& zadani) {
     ukol.workItemID = zadani.workItemID.value_or(ukol.id);
     ukol.nastroj = zadani.nastroj;
     ukol.nazev = bounded(firstLine(zadani.instrukce));
-    ukol.slozka = zadani.slozka;
     ukol.zalozeno = services_.clock.now();
     ukol.aktualizovano = ukol.zalozeno;
     return ukol;
@@ -142,7 +155,8 @@ template <class Zmena> void HistorieAgentu::zmen(const Uuid& workItemID, Zmena z
 }
 
 void HistorieAgentu::nastavRelaci(const Uuid& workItemID, std::string relace) {
-    zmen(workItemID, [&](UkolAgenta& ukol) { ukol.relace = bounded(std::move(relace)); });
+    auto usable = SessionId::usable(std::move(relace));
+    if (usable) zmen(workItemID, [&](UkolAgenta& ukol) { ukol.relace = *std::move(usable); });
 }
 
 void HistorieAgentu::dokonci(const Uuid& workItemID, std::string shrnuti, std::optional<std::string> relace) {
@@ -150,7 +164,7 @@ void HistorieAgentu::dokonci(const Uuid& workItemID, std::string shrnuti, std::o
         ukol.stav = UkolAgenta::Stav::hotovo;
         ukol.dokonceno = services_.clock.now();
         ukol.shrnuti = bounded(std::move(shrnuti));
-        if (relace) ukol.relace = bounded(*std::move(relace));
+        if (auto usable = SessionId::usable(std::move(relace))) ukol.relace = *std::move(usable);
         ukol.chyba.reset();
     });
 }
@@ -218,10 +232,10 @@ std::optional<std::string> HistorieAgentu::relaceProSlozku(const std::string& na
 std::optional<UkolAgenta> HistorieAgentu::prijmiPokracovani(const Hledany& hledany,
                                                             const std::string& relace) {
     vyzadujHlavniVlakno();
-    auto trimmed = trim(relace);
-    auto* ukol = trimmed.empty() ? nullptr : najdi(hledany);
+    auto usable = SessionId::usable(trim(relace));
+    auto* ukol = usable ? najdi(hledany) : nullptr;
     if (!ukol) return std::nullopt;
-    ukol->relace = bounded(std::move(trimmed));
+    ukol->relace = *std::move(usable);
     zvysRevizi(*ukol);
     ulozit();
     return *ukol;
@@ -238,11 +252,12 @@ std::optional<UkolAgenta> HistorieAgentu::prejmenuj(const Hledany& hledany, cons
     return *ukol;
 }
 
-void HistorieAgentu::otevritRelaci(const UkolAgenta& ukol) {
+bool HistorieAgentu::otevritRelaci(const UkolAgenta& ukol) {
     vyzadujHlavniVlakno();
-    if (!hasSession(ukol)) return setPotiz("Tento úkol ještě nemá relaci, ve které by šlo pokračovat.");
     const auto link = SessionLink::of(ukol);
-    if (link && !services_.opener.open(link->url)) setPotiz(link->failure);
+    if (link && services_.opener.open(link->url)) return true;
+    setPotiz(link ? link->failure : "Tento úkol ještě nemá relaci, ve které by šlo pokračovat.");
+    return false;
 }
 
 void HistorieAgentu::vymazat() {

@@ -20,7 +20,8 @@ namespace morvex {
 /// The tasks of the coding agents, newest first, in "TalkSpan/agent-tasks.json": what ran, what the phone has
 /// not acknowledged yet, and by which session a later instruction goes on. Every change raises the revision
 /// of its task and is saved at once; a failed save is told in `potiz` and stops nothing. An operation on an
-/// unknown work item changes nothing. Lives on the main thread.
+/// unknown work item changes nothing, and what is no name of a session counts as none. Lives on the main
+/// thread.
 class HistorieAgentu {
   public:
     static constexpr std::size_t maximum = 50; ///< tasks
@@ -56,7 +57,8 @@ class HistorieAgentu {
     void priZmene(std::function<void()> zavolat);
 
     /// Begins a task: the one with this work item and the same tool goes on under its id and session, else
-    /// there is a new one. It comes to the front, and the oldest ones beyond `maximum` go.
+    /// there is a new one. Its folder is the given one. It comes to the front, and the oldest ones beyond
+    /// `maximum` go.
     UkolAgenta zaloz(Zadani zadani);
 
     void nastavRelaci(const Uuid& workItemID, std::string relace);
@@ -88,13 +90,13 @@ class HistorieAgentu {
         std::optional<std::string> slozka;
     };
 
-    /// Takes over a session id. Nothing happens for a blank one.
+    /// Takes over a session id, trimmed. Nothing happens for a blank one.
     std::optional<UkolAgenta> prijmiPokracovani(const Hledany& hledany, const std::string& relace);
     /// Gives a task another name, trimmed. Nothing happens for a blank one.
     std::optional<UkolAgenta> prejmenuj(const Hledany& hledany, const std::string& nazev);
 
-    /// Opens the task's session in its agent's application; `potiz` tells when that cannot be.
-    void otevritRelaci(const UkolAgenta& ukol);
+    /// Opens the task's session in its agent's application. False when that cannot be: `potiz` tells why.
+    bool otevritRelaci(const UkolAgenta& ukol);
 
     /// Forgets all tasks. The phone is not told.
     void vymazat();

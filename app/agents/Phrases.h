@@ -6,6 +6,9 @@
 
 namespace morvex {
 
+/// What the user hears when an agent's session goes.
+inline constexpr std::string_view sessionIsThere = "Relace navázána.";
+
 /// By bytes: for phrases in plain ASCII, in a text that was made lower case.
 inline bool containsAny(std::string_view text, std::initializer_list<std::string_view> phrases) {
     return std::ranges::any_of(phrases, [text](auto phrase) { return text.contains(phrase); });

@@ -15,7 +15,8 @@ namespace morvex {
 
 /// Carries what an agent tells from the thread that reads its output to the main thread, in order. Each job
 /// that it posts there takes all that waits, so that whatever was added before the end of the output is heard
-/// before those who await that end go on. When the main thread is more than 1 MiB behind, the oldest progress
+/// before those who await that end go on. Of a text the first 1,000 characters are passed on, of at most 32
+/// KiB, so that it fits into every frame. When the main thread is more than 1 MiB behind, the oldest progress
 /// is passed over. Held by the line callback and by its own jobs.
 class ProgressQueue : public std::enable_shared_from_this<ProgressQueue> {
   public:

@@ -6,11 +6,8 @@ namespace morvex {
 
 namespace {
 
-/// Whether something else is kept now.
-bool keep(std::optional<std::string>& kept, const std::optional<std::string>& said) {
-    if (!said || said->empty() || kept == said) return false;
-    kept = said;
-    return true;
+void keep(std::optional<std::string>& kept, const std::optional<std::string>& said) {
+    if (said && !said->empty()) kept = said;
 }
 
 } // namespace
@@ -20,7 +17,9 @@ SberatelZprav::Relace SberatelZprav::pridej(const ZpravaAgenta& zprava) {
     keep(posledniText_, zprava.text);
     keep(zaver_, zprava.zaver);
     keep(chyba_, zprava.chyba);
-    return keep(relace_, zprava.relace) ? Relace::nova : Relace::znama;
+    keep(relace_, zprava.relace);
+    const bool isNews = relace_ && zname_.size() < mostSessions && zname_.insert(*relace_).second;
+    return isNews ? Relace::nova : Relace::znama;
 }
 
 Prubeh SberatelZprav::prubeh(VysledekProcesu vysledek) const {

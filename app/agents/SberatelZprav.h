@@ -3,7 +3,10 @@
 #include "app/agents/Prubeh.h"
 #include "app/agents/ZpravaAgenta.h"
 
+#include <cstddef>
 #include <mutex>
+#include <set>
+#include <string>
 
 namespace morvex {
 
@@ -13,7 +16,10 @@ class SberatelZprav {
   public:
     enum class Relace { nova, znama };
 
-    /// Whether the message told another session than the one before.
+    /// So many sessions of one run are news; no honest agent has that many.
+    static constexpr std::size_t mostSessions = 16;
+
+    /// Whether the message told a session that none told before it.
     Relace pridej(const ZpravaAgenta& zprava);
 
     [[nodiscard]] Prubeh prubeh(VysledekProcesu vysledek) const;
@@ -24,6 +30,7 @@ class SberatelZprav {
     std::optional<std::string> posledniText_;
     std::optional<std::string> zaver_;
     std::optional<std::string> chyba_;
+    std::set<std::string> zname_;
 };
 
 } // namespace morvex

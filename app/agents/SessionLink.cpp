@@ -1,6 +1,7 @@
 #include "app/agents/SessionLink.h"
 
 #include "app/agents/AgentId.h"
+#include "app/agents/SessionId.h"
 #include "shared/base/Hex.h"
 
 #include <string_view>
@@ -31,7 +32,7 @@ std::string percentEncoded(std::string_view text, std::string_view kept = {}) {
 } // namespace
 
 std::optional<SessionLink> SessionLink::of(const UkolAgenta& ukol) {
-    if (!ukol.relace) return std::nullopt;
+    if (!SessionId::usable(ukol.relace)) return std::nullopt;
     const auto session = percentEncoded(*ukol.relace);
     if (ukol.nastroj == AgentId::claudeCode)
         return SessionLink{

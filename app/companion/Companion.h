@@ -88,6 +88,9 @@ class Companion {
     /// Asks the agent to end if it works on this task now.
     bool zastavitUkol(const Uuid& workItemID) { return agentTools_.zastavit(workItemID); }
 
+    /// Whether an agent's task is on its way, from its acceptance to its end.
+    [[nodiscard]] bool maUlohu() const { return agentTools_.maUlohu(); }
+
     [[nodiscard]] PairingFlow& parovani() { return parovani_; }
 
     [[nodiscard]] ToolGate& nastroje() { return nastroje_; }

@@ -8,6 +8,10 @@ namespace morvex {
 
 Task<Result<void>> ScriptedSocket::sendText(std::string text) {
     if (!open_) co_return fail(NetworkError{why_});
+    if (refusals > 0) {
+        --refusals;
+        co_return fail(NetworkError{"odeslání selhalo"});
+    }
     sent.push_back(std::move(text));
     if (!holdsSends_) co_return Result<void>{};
     auto shot = std::make_shared<OneShot<Result<void>>>();

@@ -32,6 +32,7 @@ class ScriptedSocket final : public WebSocket {
     std::vector<std::string> sent;
     std::vector<CloseCode> closed;
     int pings = 0;
+    int refusals = 0; ///< so many coming sends fail, though the connection stands
 
   private:
     using Waiting = std::vector<std::shared_ptr<OneShot<Result<void>>>>;

@@ -138,7 +138,8 @@ TEST_F(AgentsTest, ThePhoneOrThePersonStopsATask) {
     call("mac.claude.run", {{"instruction", "Oprav testy"}});
     awaitTask("běží");
     auto stopped = call("mac.codex.cancel");
-    while (stopped["cancelled"] != true) stopped = call("mac.codex.cancel");
+    for (int tries = 0; tries < 60 && stopped["cancelled"] != true; ++tries)
+        stopped = call("mac.codex.cancel");
     EXPECT_EQ(stopped["message"], "Zastaveno.");
     awaitTask("Oprav testy — přerušeno (claude-code, Ukázka)");
 

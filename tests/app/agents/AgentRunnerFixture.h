@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shared/wire/TalkSpanError.h"
 #include "tests/app/agents/AgentFixture.h"
 
 #include <boost/json.hpp>

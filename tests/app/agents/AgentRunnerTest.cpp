@@ -281,11 +281,13 @@ TEST_F(AgentRunnerTest, TellsOneOutcomeInTheirOrder) {
     }
 }
 
-TEST_F(AgentRunnerTest, KeepsABoundedPartOfStandardError) {
+TEST_F(AgentRunnerTest, KeepsTheEndOfStandardErrorWhereTheCauseStands) {
     auto outcome = begin(task());
     for (int i = 0; i < 1000; ++i) child().listener->errors(std::string(1000, 'x'));
-    finish(1);
-    EXPECT_EQ(failure(outcome), "codex skončil chybou: " + std::string(64UL * 1024, 'x'));
+    finish(1, "došel kredit");
+    const std::string cause = "došel kredit";
+    EXPECT_EQ(failure(outcome),
+              "codex skončil chybou: " + std::string(64UL * 1024 - cause.size(), 'x') + cause);
 }
 
 TEST_F(AgentRunnerTest, TheEndOfTheProgramEndsTheTaskAndLetsNoneStart) {

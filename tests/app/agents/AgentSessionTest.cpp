@@ -1,4 +1,5 @@
 #include "foundation/SystemError.h"
+#include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"
 #include "tests/app/agents/AgentRunnerFixture.h"
 
@@ -21,6 +22,8 @@ class AgentSessionTest : public AgentRunnerFixture {
         auto word = std::ranges::find(args, "resume");
         return word == args.end() ? std::nullopt : std::optional(*(word + 1));
     }
+
+    const std::vector<std::string> noIds{"--dangerous", "-", "", "a\nb", std::string(513, 'x')};
 
     void remember(const std::string& id, const Zadani& given) {
         begin(given);
@@ -79,14 +82,21 @@ TEST_F(AgentSessionTest, ARunThatTellsNoSessionLeavesTheMemory) {
 }
 
 TEST_F(AgentSessionTest, ASessionThatWouldBeReadAsAnOptionIsNotContinued) {
-    for (const char* id : {"--dangerous", "-", ""}) {
+    for (const auto& id : noIds) {
         begin(task("codex", id));
         EXPECT_EQ(resumed(), std::nullopt);
         finish();
     }
-    remember("--dangerous", task());
+}
+
+TEST_F(AgentSessionTest, WhatIsNoNameOfASessionIsNotCollected) {
     begin(task());
-    EXPECT_EQ(resumed(), std::nullopt);
+    say(R"({"type":"thread.started","thread_id":"t1"})");
+    for (const auto& id : noIds) say(encode(boost::json::object{{"type", "x"}, {"thread_id", id}}));
+    EXPECT_THAT(sessions, ElementsAre("t1"));
+    finish();
+    begin(task());
+    EXPECT_EQ(resumed(), "t1");
     finish();
 }
 
@@ -155,6 +165,14 @@ TEST_F(AgentSessionTest, TheRetryLooksAtStandardErrorAlone) {
     finish(1);
     EXPECT_EQ(failure(outcome), "codex skončil chybou: thread not found");
     EXPECT_TRUE(heard.empty());
+}
+
+TEST_F(AgentSessionTest, TheWordsOfAGoneSessionSurviveNoiseBeforeThem) {
+    begin(task("codex", "t0"));
+    for (int i = 0; i < 1000; ++i) child().listener->errors(std::string(1000, 'x'));
+    finish(1, "thread not found\n");
+    EXPECT_THAT(heard, ElementsAre(newSession));
+    finish();
 }
 
 TEST_F(AgentSessionTest, ARunIsRepeatedAlsoAfterACancel) {

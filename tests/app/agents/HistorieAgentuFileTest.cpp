@@ -100,6 +100,41 @@ TEST_F(HistorieAgentuFileTest, QuirkLoadingSortsByTheBeginningOfTheTask) {
     EXPECT_EQ(order, (std::vector{idB, idA, idC}));
 }
 
+TEST_F(HistorieAgentuFileTest, TasksThatBeganTogetherStayInTheOrderOfTheFile) {
+    std::string text;
+    std::vector<std::string> wanted;
+    for (int i = 10; i < 50; ++i) {
+        wanted.push_back("00000000-0000-4000-8000-0000000000" + std::to_string(i));
+        text += (text.empty() ? "[" : ",") + record(wanted.back(), "2", R"(,"stav":"hotovo")");
+    }
+    write(text + "]");
+    load();
+    std::vector<std::string> order;
+    for (const auto& ukol : historie->polozky()) order.push_back(ukol.id.text());
+    EXPECT_EQ(order, wanted);
+}
+
+TEST_F(HistorieAgentuFileTest, TextsOfTheFileAreBoundedAsWrittenOnesAre) {
+    const std::string text(HistorieAgentu::longestText + 1, 'x');
+    const std::string kept = std::string(HistorieAgentu::longestText, 'x') + "…";
+    write(R"([{"id":")" + idA + R"(","nastroj":"codex","nazev":")" + text + R"(","instrukce":")" + text +
+          R"(","slozka":"/p","zalozeno":1,"stav":"chyba","shrnuti":")" + text + R"(","chyba":")" + text +
+          R"(","relace":")" + text + "\"}]");
+    load();
+    const auto& ukol = historie->polozky().front();
+    for (const auto& one : {ukol.nazev, ukol.instrukce, *ukol.shrnuti, *ukol.chyba}) EXPECT_EQ(one, kept);
+    EXPECT_FALSE(ukol.relace);
+}
+
+TEST_F(HistorieAgentuFileTest, ASessionOfTheFileThatIsNoneIsPassedOver) {
+    write("[" + record(idA, "3", R"(,"stav":"hotovo","relace":"--dangerous")") + "," +
+          record(idB, "2", R"(,"stav":"hotovo","relace":"")") + "," +
+          record(idC, "1", R"(,"stav":"hotovo","relace":"r1")") + "]");
+    load();
+    EXPECT_EQ(historie->relaceProSlozku("codex", "/p"), "r1");
+    EXPECT_FALSE(historie->relaceProUkol(Uuid::parse(idA).value(), "codex"));
+}
+
 TEST_F(HistorieAgentuFileTest, ATaskLeftRunningComesBackInterruptedAndUndelivered) {
     load();
     auto id = begin("codex", "Oprav testy").workItemID;

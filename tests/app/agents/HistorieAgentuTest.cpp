@@ -33,6 +33,8 @@ TEST_F(HistorieAgentuTest, AGivenNameWinsUnlessItIsBlank) {
     EXPECT_EQ(begin({{}, {}, "codex", " Testy ", "Oprav testy", "/p"}).nazev, "Testy");
     EXPECT_EQ(begin({{}, {}, "codex", " \n", "Oprav testy", "/p"}).nazev, "Oprav testy");
     EXPECT_EQ(begin("codex", "").nazev, "");
+    EXPECT_EQ(begin("codex", " \n\n Oprav testy \n a hotovo").nazev, "Oprav testy")
+        << "the first line that says something";
 }
 
 TEST_F(HistorieAgentuTest, AWorkItemGoesOnUnderItsIdAndSession) {
@@ -55,6 +57,41 @@ TEST_F(HistorieAgentuTest, AWorkItemGoesOnUnderItsIdAndSession) {
     ASSERT_EQ(historie->polozky().size(), 2U);
     EXPECT_EQ(historie->polozky().front(), again);
     EXPECT_EQ(begin({first.workItemID, {}, "codex", "Jiný název", "x", "/p"}).nazev, "Jiný název");
+}
+
+TEST_F(HistorieAgentuTest, AWorkItemThatGoesOnInAnotherFolderBelongsThere) {
+    auto first = begin("codex", "Oprav testy", "/p");
+    historie->nastavRelaci(first.workItemID, "r1");
+    EXPECT_EQ(begin({first.workItemID, {}, "codex", {}, "Dál", "/jinde"}).slozka, "/jinde");
+    EXPECT_EQ(historie->relaceProSlozku("codex", "/jinde"), "r1") << "a later instruction there continues it";
+    EXPECT_FALSE(historie->relaceProSlozku("codex", "/p"));
+}
+
+TEST_F(HistorieAgentuTest, AGivenUnknownWorkItemIsTheNameOfTheNewTask) {
+    auto ukol = begin({unknown(), {}, "codex", {}, "Oprav testy", "/p"});
+    EXPECT_EQ(ukol.workItemID, unknown());
+    EXPECT_NE(ukol.id, unknown());
+}
+
+TEST_F(HistorieAgentuTest, WhatIsNoNameOfASessionIsNotKept) {
+    auto id = begin("codex", "1", "/p").workItemID;
+    historie->nastavRelaci(id, "r1");
+    auto before = historie->ukol(id).value();
+    for (const auto& none :
+         {std::string("--dangerous"), std::string(), std::string(513, 'x'), std::string("a\nb")}) {
+        historie->nastavRelaci(id, none);
+        EXPECT_FALSE(historie->prijmiPokracovani({id, {}, {}}, none));
+    }
+    EXPECT_EQ(historie->ukol(id), before);
+    historie->dokonci(id, "Hotovo.", "-");
+    EXPECT_EQ(historie->ukol(id)->relace, "r1");
+}
+
+TEST_F(HistorieAgentuTest, WithAnIdOnlyThatTaskIsMeant) {
+    auto older = begin("codex", "1", "/home/jana/Ukázka");
+    begin("claude-code", "2", "/home/jana/Projekty");
+    EXPECT_EQ(historie->prejmenuj({older.workItemID, "claude", "Projekty"}, "Úklid")->id, older.id);
+    EXPECT_EQ(historie->prijmiPokracovani({older.workItemID, "claude", "Projekty"}, "r")->id, older.id);
 }
 
 TEST_F(HistorieAgentuTest, QuirkAWorkItemIsReusedOnlyWithTheSameTool) {
@@ -131,7 +168,7 @@ TEST_F(HistorieAgentuTest, AnAcknowledgementNeitherRunsAheadNorTakesBack) {
     EXPECT_TRUE(historie->nedorucene().empty());
     EXPECT_EQ(historie->ukol(id)->revize, 2U) << "a delivery is no change of the task";
     load();
-    EXPECT_EQ(historie->ukol(id)->dorucenaRevize, 3U - 1U);
+    EXPECT_EQ(historie->ukol(id)->dorucenaRevize, 2U);
 }
 
 TEST_F(HistorieAgentuTest, AnAcknowledgementCountsForAllTasksOfItsWorkItem) {

@@ -43,9 +43,11 @@ class RealAgentsTest : public testing::Test {
     static void TearDownTestSuite() { surroundings.reset(); }
 
     /// Installs an agent that does this when it is run for a task.
-    static void install(const std::string& script) {
-        auto file = surroundings->folder.path() / "codex";
-        std::ofstream(file) << "#!/bin/sh\n[ \"$1\" = --version ] && { echo agent 1.0; exit; }\n" << script;
+    static void install(const std::string& script, const std::string& name = "codex") {
+        auto file = surroundings->folder.path() / name;
+        std::ofstream(file) << "#!/bin/sh\n[ \"$1\" = --version ] && { echo agent 1.0; exit; }\n"
+                               "[ \"$1\" = auth ] && exit\n"
+                            << script;
         std::filesystem::permissions(file, std::filesystem::perms::owner_all);
     }
 
@@ -56,14 +58,27 @@ class RealAgentsTest : public testing::Test {
         return await(surroundings->main, spust(std::move(session)));
     }
 
+    Outcome runClaude(const std::string& script) {
+        install(script, "claude");
+        return await(surroundings->main, spust({}, "claude-code"));
+    }
+
     std::future<Outcome> begin(const std::string& script) {
         install(script);
         return std::async(std::launch::async, [this] { return await(surroundings->main, spust({})); });
     }
 
-    Task<Outcome> spust(std::optional<std::string> session) {
-        return runner.spust({"r1", {}, "codex", "Oprav to.", workFolder(), std::move(session)},
-                            {progress.callback(), {}});
+    Task<Outcome> spust(std::optional<std::string> session, const std::string& tool = "codex") {
+        return runner.spust({"r1", {}, tool, "Oprav to.", workFolder(), std::move(session)},
+                            {onMain(progress), onMain(sessions)});
+    }
+
+    /// Both are heard on the main thread only.
+    static std::function<void(std::string)> onMain(Lines& lines) {
+        return [add = lines.callback()](const std::string& line) {
+            EXPECT_TRUE(surroundings->main.isCurrent());
+            add(line);
+        };
     }
 
     bool cancel() {
@@ -72,6 +87,7 @@ class RealAgentsTest : public testing::Test {
 
     static inline std::unique_ptr<Surroundings> surroundings;
     Lines progress;
+    Lines sessions;
     AgentRunner runner{{surroundings->launcher, surroundings->clock, surroundings->discovery,
                         surroundings->main, surroundings->workers},
                        {}};
@@ -85,6 +101,39 @@ echo '{"type":"turn.completed","text":"Hotovo."}'
 )sh");
     EXPECT_EQ(outcome.value(), (AgentRunner::Vysledek{"Hotovo.", "t1"}));
     EXPECT_THAT(progress.all(), ElementsAre("Relace navázána.", "Spouštím: make"));
+    EXPECT_THAT(sessions.all(), ElementsAre("t1"));
+}
+
+TEST_F(RealAgentsTest, ClaudeCodeIsUnderstoodAmongMalformedAndHugeLines) {
+    auto outcome = runClaude(R"sh(
+echo '{"type":"system","subtype":"init","session_id":"s1"}'
+echo 'Logged in.'
+echo '{"type":"error"'
+echo '[{"type":"error"}]'
+printf '{"type":"error","message":"'; head -c 50000000 /dev/zero | tr '\0' x; echo '"}'
+echo '{"type":"assistant","session_id":"s1","message":{"content":[{"type":"text","text":"Dívám se."},{"type":"tool_use","name":"Read"}]}}'
+printf '{"type":"result","session_id":"s1","result":"%s %s"}' "$1" "$(pwd)"
+)sh");
+    EXPECT_EQ(outcome.value(), (AgentRunner::Vysledek{"-p " + workFolder(), "s1"}));
+    EXPECT_THAT(progress.all(), ElementsAre("Relace navázána.", "Používám nástroj Read."));
+    EXPECT_THAT(sessions.all(), ElementsAre("s1"));
+}
+
+TEST_F(RealAgentsTest, AnErrorOfClaudeCodeIsToldInItsWords) {
+    auto outcome = runClaude(R"sh(
+echo '{"type":"result","is_error":true,"session_id":"s1","result":"Invalid API key"}'
+exit 1
+)sh");
+    EXPECT_EQ(outcome.error().popis(), "claude-code skončil chybou: Invalid API key");
+}
+
+TEST_F(RealAgentsTest, TheCauseAtTheEndOfNoisyErrorsIsTold) {
+    auto outcome = run(R"sh(
+head -c 1000000 /dev/zero | tr '\0' ' ' >&2
+echo 'Nejde to.' >&2
+exit 3
+)sh");
+    EXPECT_EQ(outcome.error().popis(), "codex skončil chybou: Nejde to.");
 }
 
 TEST_F(RealAgentsTest, TheAgentGetsItsFolderItsArgumentsAndAnInputAtItsEnd) {

@@ -41,13 +41,17 @@ class AgentHarness : public CompanionHarness {
         phone.call(tool, encode(arguments), "req-1");
         received = settled();
         for (const auto& one : received)
-            if (const auto* found = one.payload.as<MacPayload::ToolResult>())
+            if (const auto* found = one.payload.as<MacPayload::ToolResult>()) {
+                ok = found->ok;
                 return parseJson(found->json).value().as_object();
+            }
+        ADD_FAILURE() << tool << " was not answered";
         return {};
     }
 
     std::string error(const std::string& tool, const boost::json::object& arguments = {}) {
         auto answer = result(tool, arguments);
+        EXPECT_NE(ok, answer.contains("error"));
         return answer.contains("error") ? std::string(answer["error"].as_string()) : "none";
     }
 
@@ -80,6 +84,14 @@ class AgentHarness : public CompanionHarness {
         return id;
     }
 
+    /// From now on the test plays `--version` too, so that a detection ends when the test lets it.
+    void holdDetections() {
+        auto usual = programs.answer;
+        programs.answer = [usual](const OutsideProgram& program) {
+            return program.args.front() == "--version" ? std::nullopt : usual(program);
+        };
+    }
+
     ScriptedPrograms::Child& agent() { return *programs.children.back(); }
 
     /// The arguments of the last program, joined.
@@ -103,6 +115,7 @@ class AgentHarness : public CompanionHarness {
     HistorieAgentu& historie() { return companion->historieAgentu(); }
 
     std::vector<ScriptedPhone::Received> received; ///< with the last `result`
+    bool ok = false;                               ///< of the last `result`
 };
 
 } // namespace morvex

@@ -42,6 +42,7 @@ TEST_F(AgentToolsTest, ARunIsAcceptedAtOnceAndGoesOnInTheBackground) {
                   {"completed", false},
                   {"message", "Úkol byl přijat. Může běžet několik minut; výsledek oznámím po dokončení."},
                   {"work_item_id", task.workItemID.text()}}));
+    EXPECT_TRUE(ok);
     EXPECT_EQ(kinds(received), (std::vector<std::string>{"result req-1", "task in_progress 1", "status"}));
     EXPECT_EQ(task.nazev, "Testy");
     EXPECT_EQ(task.slozka, folder);
@@ -106,6 +107,33 @@ TEST_F(AgentToolsTest, ASecondRunIsRefusedFromTheAcceptanceOn) {
     finish();
 }
 
+TEST_F(AgentToolsTest, ATaskIsBusyWhileItsAgentIsStillLookedFor) {
+    startWithFolder();
+    holdDetections();
+    begin("mac.codex.run");
+    EXPECT_FALSE(companion->agenti().bezici());
+    EXPECT_EQ(error("mac.claude.run", {{"instruction", "x"}}), busy);
+    EXPECT_TRUE(companion->maUlohu());
+    finish();
+    finish();
+    EXPECT_FALSE(companion->maUlohu());
+}
+
+TEST_F(AgentToolsTest, ProgressOfTheLastMomentComesBeforeTheEndOfTheTask) {
+    startWithFolder();
+    begin("mac.codex.run");
+    (void)settled();
+    auto* listener = agent().listener;
+    listener->output("{\"type\":\"thread.started\",\"thread_id\":\"s1\"}\n"
+                     "{\"type\":\"item.started\",\"item\":{\"type\":\"file_change\"}}\n");
+    listener->exited(0);
+    listener->ended();
+    EXPECT_EQ(kinds(settled()),
+              (std::vector<std::string>{"task in_progress 2", "progress req-1: Relace navázána.", "status",
+                                        "progress req-1: Upravuji soubory.", "status", "task completed 3",
+                                        "status"}));
+}
+
 TEST_F(AgentToolsTest, QuirkTheFolderIsTestedBeforeTheRunningTask) {
     startWithFolder();
     begin("mac.codex.run");
@@ -133,6 +161,7 @@ TEST_F(AgentToolsTest, QuirkCancelStopsWhicheverAgentRuns) {
     auto id = begin("mac.claude.run");
     EXPECT_EQ(result("mac.codex.cancel"),
               (boost::json::object{{"cancelled", true}, {"message", "Zastaveno."}}));
+    EXPECT_TRUE(ok);
     EXPECT_EQ(agent().signals, std::vector{ChildSignal::terminate});
     finish(15);
     EXPECT_EQ(itemsIn(settled()).front().status, WorkItemStatus::interrupted);
@@ -174,7 +203,8 @@ TEST_F(AgentToolsTest, AWorkItemWithoutASessionBeginsANewOneWithoutFurtherSearch
     complete("s1");
     end();
     startWithFolder();
-    begin("mac.codex.run", {{"work_item_id", "99999999-0000-4000-8000-000000000000"}});
+    const std::string unknown = "99999999-0000-4000-8000-000000000000";
+    EXPECT_EQ(begin("mac.codex.run", {{"work_item_id", unknown}}).text(), unknown);
     EXPECT_FALSE(commandLine().contains("resume")) << commandLine();
     finish();
     begin("mac.codex.run", {{"work_item_id", "žádné UUID"}});
@@ -217,13 +247,14 @@ TEST_F(AgentToolsTest, RenamingFindsItsTaskAndTellsThePhone) {
                              {"title", "Úklid"},
                              {"work_item_id", older.text()},
                              {"message", "Relace se v Morvex jmenuje Úklid."}}));
+    EXPECT_TRUE(ok);
     EXPECT_EQ(kinds(received), (std::vector<std::string>{"task completed 4", "result req-1"}));
     EXPECT_EQ(itemsIn(received).front().title, "Úklid");
     EXPECT_EQ(result("mac.agent.rename", {{"title", "Poslední"}})["work_item_id"].as_string(), newer.text());
-    EXPECT_EQ(
-        result("mac.agent.rename", {{"title", "Starší"}, {"work_item_id", older.text()}})["work_item_id"]
-            .as_string(),
-        older.text());
+    auto byId = result(
+        "mac.agent.rename",
+        {{"title", "Starší"}, {"work_item_id", older.text()}, {"agent", "claude"}, {"folder", "Jiná"}});
+    EXPECT_EQ(byId["work_item_id"].as_string(), older.text()) << "with an id nothing else is asked";
 }
 
 TEST_F(AgentToolsTest, RenamingRefusesInItsOwnWords) {
@@ -236,6 +267,12 @@ TEST_F(AgentToolsTest, RenamingRefusesInItsOwnWords) {
               "Odpovídající relaci jsem nenašel.");
     EXPECT_EQ(error("mac.agent.rename", {{"title", "x"}, {"folder", "Jiná"}}),
               "Odpovídající relaci jsem nenašel.");
+    EXPECT_EQ(error("mac.agent.rename", {{"title", "x"}, {"work_item_id", "žádné UUID"}}),
+              "Odpovídající relaci jsem nenašel.");
+    EXPECT_EQ(
+        error("mac.agent.rename", {{"title", "x"}, {"work_item_id", "99999999-0000-4000-8000-000000000000"}}),
+        "Odpovídající relaci jsem nenašel.");
+    EXPECT_EQ(historie().polozky().front().nazev, "Oprav testy");
 }
 
 TEST_F(AgentToolsTest, AreOfferedWithAFolderASwitchAndAnInstalledAgent) {
@@ -258,9 +295,6 @@ TEST_F(AgentToolsTest, AreOfferedWithAFolderASwitchAndAnInstalledAgent) {
 
 TEST_F(AgentToolsTest, TheOwnAssistantsRunTellsThePhoneUnderItsLocalId) {
     startWithFolder();
-    auto scope = std::make_shared<TaskScope>(executor);
-    phone.call("mac.status", "{}", "x");
-    (void)settled();
     auto& gate = companion->nastroje();
     executor.start([](ToolGate* gates) -> Task<void> {
         (void)co_await gates->provestMistne("mac.codex.run", {{"instruction", "x"}});

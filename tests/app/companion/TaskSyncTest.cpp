@@ -56,13 +56,46 @@ TEST_F(TaskSyncTest, UndeliveredTasksComeInTheOrderOfTheList) {
     EXPECT_EQ(items[1].id, first);
 }
 
+TEST_F(TaskSyncTest, TasksComeBeforeNotesAndOneThatFailsHoldsUpNothing) {
+    startWithFolder();
+    auto first = complete("s1");
+    auto second = complete("s2");
+    EXPECT_TRUE(companion->poznamky().vytvorit("Nákup", "mléko"));
+    (void)settled();
+
+    auto socket = sockets.layOut();
+    companion->pripojit();
+    executor.runUntilIdle();
+    phone.attach(socket, *mac);
+    phone.logIn();
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    socket->holdSends();
+    executor.runUntilIdle();
+    socket->refusals = 1;
+    socket->takeSends();
+    auto all = settled();
+    ASSERT_EQ(all.size(), 3U);
+    EXPECT_TRUE(all[0].payload.as<MacPayload::Status>());
+    EXPECT_EQ(all[1].requestID, "work-item:" + first.text()) << "the send of the other one failed";
+    EXPECT_TRUE(all[2].payload.as<MacPayload::NoteUpdate>());
+    EXPECT_EQ(trouble(), "none");
+
+    all = reconnect();
+    ASSERT_EQ(itemsIn(all).size(), 2U) << "it comes the next time";
+    EXPECT_EQ(itemsIn(all).front().id, second);
+    EXPECT_TRUE(all.back().payload.as<MacPayload::NoteUpdate>());
+}
+
 TEST_F(TaskSyncTest, AnAcknowledgementOfAnUnknownTaskChangesNothing) {
     startWithFolder();
     complete("s1");
+    (void)settled();
     auto before = historie().polozky();
     acknowledge(Uuid::parse("99999999-0000-4000-8000-000000000000").value(), 9);
     EXPECT_EQ(historie().polozky(), before);
-    EXPECT_TRUE(phone.take().empty() || trouble() == "none");
+    EXPECT_TRUE(settled().empty());
+    EXPECT_EQ(trouble(), "none");
 }
 
 TEST_F(TaskSyncTest, ACancelOfThePhoneStopsNoAgent) {
@@ -116,6 +149,36 @@ TEST_F(TaskSyncTest, AHistoryThatWasClearedMeanwhileStopsNothing) {
     EXPECT_TRUE(historie().polozky().empty());
     begin("mac.codex.run");
     finish();
+}
+
+TEST_F(TaskSyncTest, BothAgentsAreLookedForAtOnceAndEachIsToldAsSoonAsItIsKnown) {
+    startSecured();
+    holdDetections();
+    auto before = programs.children.size();
+    companion->obnovit();
+    executor.runUntilIdle();
+    ASSERT_EQ(programs.children.size(), before + 2) << "neither waits for the other";
+    for (const std::string name : {"codex", "claude"}) {
+        auto& state = name == "codex" ? companion->stav().stavCodexu : companion->stav().stavClauda;
+        auto asked = std::ranges::find_if(
+            programs.programs.begin() + static_cast<std::ptrdiff_t>(before), programs.programs.end(),
+            [&](const OutsideProgram& program) { return program.binary.ends_with(name); });
+        auto* listener =
+            programs.children.at(static_cast<std::size_t>(asked - programs.programs.begin()))->listener;
+        listener->output(name + " 2.0\n");
+        listener->exited(0);
+        listener->ended();
+        EXPECT_TRUE(takeStatuses().empty() || name == "claude");
+        EXPECT_EQ(state.value().version, name + " 2.0");
+    }
+}
+
+TEST_F(TaskSyncTest, AnAgentThatIsSwitchedOffIsToldToBe) {
+    startSecured();
+    companion->integrations().set(Integration::codex, false);
+    auto status = takeStatuses().back();
+    EXPECT_EQ(status.codex, (AgentStatus{false, {}, {}, "Vypnuto"}));
+    EXPECT_TRUE(status.claude.installed);
 }
 
 TEST_F(TaskSyncTest, BothAgentsAreLookedForAtTheStartAndAgainWhenAsked) {

@@ -1,0 +1,138 @@
+#include "app/agents/AgentTools.h"
+#include "platform/memory/ScriptedRandom.h"
+#include "platform/memory/ScriptedUrlOpener.h"
+#include "tests/app/agents/AgentRunnerFixture.h"
+#include "tests/app/agents/HeldReports.h"
+
+namespace morvex {
+namespace {
+
+using testing::ElementsAre;
+
+/// The rows of the tools among agents that the test plays, and a phone that may take nothing.
+class AgentToolRowsTest : public AgentRunnerFixture {
+  protected:
+    AgentToolRowsTest() {
+        auto always = [] { return true; };
+        tools.addTo(table, {always, always, always});
+    }
+
+    ~AgentToolRowsTest() override {
+        reports.release();
+        EXPECT_TRUE(executor.run(scope.join()));
+    }
+
+    ToolOutcome call(const std::string& tool, const boost::json::object& arguments) {
+        auto outcome = executor.run(table.find(tool)->run({tool, arguments, "r1"}));
+        EXPECT_TRUE(outcome);
+        return outcome.value();
+    }
+
+    void acceptRun() {
+        EXPECT_TRUE(call("mac.codex.run", {{"instruction", "Oprav testy"}}).ok);
+        executor.runUntilIdle();
+    }
+
+    [[nodiscard]] const UkolAgenta& ukol() const { return historie->polozky().front(); }
+
+    ScriptedRandom random;
+    ScriptedUrlOpener opener;
+    std::unique_ptr<HistorieAgentu> historie =
+        HistorieAgentu::create(folder.path() / "data", {clock, random, opener});
+    std::vector<std::string> aliases{"work"};
+    HeldReports reports;
+    TaskScope scope{executor};
+    AgentTools tools{runner,
+                     *historie,
+                     reports,
+                     {[this] { return aliases; },
+                      [this](const std::optional<std::string>&) {
+                          return aliases.size() == 1 ? std::optional(path("work")) : std::nullopt;
+                      }},
+                     scope};
+    ToolTable table;
+};
+
+TEST_F(AgentToolRowsTest, WithoutAnAllowedFolderSayWhereToAddOne) {
+    aliases.clear();
+    for (const char* tool : {"mac.codex.run", "mac.claude.run"}) {
+        auto outcome = call(tool, {{"instruction", "x"}});
+        EXPECT_FALSE(outcome.ok);
+        EXPECT_EQ(
+            outcome.result,
+            (boost::json::object{{"error", "Na Macu není povolená žádná složka. Přidej ji v okně Morvex."}}));
+    }
+    EXPECT_TRUE(historie->polozky().empty());
+}
+
+TEST_F(AgentToolRowsTest, ProgressGoesOutBeforeTheEndOfTheTaskHoweverSlowTheLinkIs) {
+    acceptRun();
+    reports.isHeld = true;
+    reports.sent.clear();
+    const std::string command = R"({"type":"item.started","item":{"type":"command_execution","command":")";
+    for (int i = 0; i < 1000; ++i) say(command + std::to_string(i) + "\"}}");
+    say(R"({"type":"turn.completed","text":"Hotovo."})");
+    finish();
+    EXPECT_EQ(ukol().stav, UkolAgenta::Stav::hotovo) << "the end is recorded at once";
+    EXPECT_THAT(reports.sent, ElementsAre("progress r1: Spouštím: 0"));
+    EXPECT_TRUE(tools.maUlohu());
+    EXPECT_FALSE(call("mac.codex.run", {{"instruction", "Další"}}).ok) << "busy until the phone was told";
+
+    reports.release();
+    executor.runUntilIdle();
+    const auto& sent = reports.sent;
+    ASSERT_EQ(sent.size(), 2 * (1 + AgentNews::mostWaiting) + 2);
+    EXPECT_THAT((std::vector(sent.end() - 4, sent.end())),
+                ElementsAre("progress r1: Spouštím: 999", "status", "task completed 2", "status"));
+    EXPECT_FALSE(tools.maUlohu());
+    acceptRun();
+    finish();
+}
+
+TEST_F(AgentToolRowsTest, AnAgentThatPrintsWithoutPauseLeavesOneSendAndABoundedWait) {
+    acceptRun();
+    reports.isHeld = true;
+    const auto before = scope.live();
+    for (int i = 0; i < 1000; ++i)
+        say(R"({"type":"item.started","item":{"type":"command_execution","command":"ls"}})");
+    EXPECT_EQ(scope.live(), before + 1);
+    reports.release();
+    finish();
+}
+
+TEST_F(AgentToolRowsTest, AtTheEndOfTheProgramOnlyACancelIsLeftForTheNextStart) {
+    struct Row {
+        const char* name;
+        bool isOver; ///< before the program ends
+        std::int32_t status;
+        UkolAgenta::Stav stav;
+    };
+
+    const std::vector<Row> rows{{"good", true, 0, UkolAgenta::Stav::hotovo},
+                                {"failed", true, 1, UkolAgenta::Stav::chyba},
+                                {"stopped", false, 15, UkolAgenta::Stav::bezi}};
+    for (const auto& row : rows) {
+        TaskScope ending(executor);
+        AgentRunner agent({programs, clock, discovery, executor, executor}, ending.token());
+        AgentTools own(agent, *historie, reports,
+                       {[this] { return aliases; },
+                        [this](const std::optional<std::string>&) { return std::optional(path("work")); }},
+                       ending);
+        ToolTable rowsOfOwn;
+        own.addTo(rowsOfOwn, {[] { return true; }, [] { return true; }, [] { return true; }});
+        auto begun = executor.run(
+            rowsOfOwn.find("mac.codex.run")->run({"mac.codex.run", {{"instruction", row.name}}, "r1"}));
+        ASSERT_TRUE(begun && begun->ok) << row.name;
+        auto* listener = child().listener;
+        if (row.isOver) listener->exited(row.status);
+        ending.stop();
+        if (!row.isOver) listener->exited(row.status);
+        listener->ended();
+        EXPECT_TRUE(executor.run(ending.join())) << row.name;
+        EXPECT_EQ(ukol().nazev, row.name);
+        EXPECT_EQ(ukol().stav, row.stav) << row.name;
+    }
+}
+
+} // namespace
+} // namespace morvex
