@@ -11,7 +11,12 @@ namespace {
 
 constexpr std::size_t longestFile = std::size_t{64} * 1024 * 1024;
 
+/// A task that was begun later under the same id is another one, whose revisions begin anew.
+bool isLater(const WorkItem& item, const WorkItem& known) {
+    return item.createdAt > known.createdAt || item.revision > known.revision;
 }
+
+} // namespace
 
 PhoneTasks PhoneTasks::load(const std::filesystem::path& folder) {
     PhoneTasks tasks({folder / "tasks.json", longestFile});
@@ -26,7 +31,7 @@ PhoneTasks PhoneTasks::load(const std::filesystem::path& folder) {
 
 Result<void> PhoneTasks::take(const WorkItem& item) {
     auto known = std::ranges::find(items_, item.id, &WorkItem::id);
-    const bool isNews = known == items_.end() || known->revision < item.revision;
+    const bool isNews = known == items_.end() || isLater(item, *known);
     if (!isNews && isSaved_) return {};
     if (isNews) {
         if (known != items_.end()) items_.erase(known);

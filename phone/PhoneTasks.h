@@ -20,7 +20,8 @@ class PhoneTasks {
     /// The one that changed last comes first.
     [[nodiscard]] const std::vector<WorkItem>& items() const { return items_; }
 
-    /// Keeps a task unless a later revision of it is here. Fails while the list cannot be saved: the Mac
+    /// Keeps a task unless this or a later revision of it is here. One that was begun later under the same id
+    /// replaces the one that is here. Fails while the list cannot be saved: the Mac
     /// should tell of the task again.
     Result<void> take(const WorkItem& item);
 

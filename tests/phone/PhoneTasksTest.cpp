@@ -30,6 +30,21 @@ TEST(PhoneTasks, KeepsTheLatestRevisionOverARestart) {
     EXPECT_EQ(PhoneTasks::load(folder.path()).items(), std::vector{item(1, 3, 30, "tři")});
 }
 
+TEST(PhoneTasks, ALaterTaskUnderTheSameIdReplacesTheOlderOneWhateverItsRevision) {
+    TemporaryFolder folder;
+    auto tasks = PhoneTasks::load(folder.path());
+    auto older = item(1, 9, 20, "starší");
+    auto newer = item(1, 1, 30, "novější");
+    older.createdAt = dateFromSeconds(10);
+    newer.createdAt = dateFromSeconds(11);
+    EXPECT_TRUE(tasks.take(older));
+    EXPECT_TRUE(tasks.take(newer));
+    EXPECT_EQ(tasks.items(), std::vector{newer});
+    newer.revision = 2;
+    EXPECT_TRUE(tasks.take(newer));
+    EXPECT_EQ(PhoneTasks::load(folder.path()).items(), std::vector{newer});
+}
+
 TEST(PhoneTasks, TheOneThatChangedLastComesFirstAndTheOldestGoes) {
     TemporaryFolder folder;
     auto tasks = PhoneTasks::load(folder.path());
