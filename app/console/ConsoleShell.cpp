@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
+#include <system_error>
 #include <utility>
 
 namespace morvex {
@@ -80,6 +82,10 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
          [](ConsoleShell& shell, const std::string&) { shell.printTasks(); }},
         {"zastav", "", "zastaví úlohu, která běží",
          [](ConsoleShell& shell, const std::string&) { shell.stopTask(); }},
+        {"pokracovat", "N", "otevře relaci úlohy v aplikaci jejího agenta",
+         [](ConsoleShell& shell, const std::string& number) { shell.continueTask(number); }},
+        {"vymazat-historii", "ano", "zapomene všechny úlohy",
+         [](ConsoleShell& shell, const std::string& answer) { shell.forgetTasks(answer); }},
         {"relay", "ADRESA", "nastaví relay pro příští párování",
          [](ConsoleShell& shell, const std::string& address) { shell.companion_.setRelayAdresa(address); }},
         {"obnovit", "", "znovu zjistí, co tu je, a pošle to telefonu",
@@ -92,7 +98,9 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
 }
 
 ConsoleShell::ConsoleShell(Companion& companion, Surroundings surroundings)
-    : companion_(companion), surroundings_(std::move(surroundings)) {
+    : companion_(companion),
+      surroundings_(std::move(surroundings)),
+      shownTaskTrouble_(companion.historieAgentu().potiz()) {
     watch();
 }
 
@@ -102,6 +110,9 @@ void ConsoleShell::watch() {
     auto& bdelost = companion_.bdelost().stav();
     for (auto* potiz : {&state.potiz, &bdelost.potiz, &bdelost.potizDrzeni})
         notifiers_.push_back(potiz->addNotifier([this, potiz] { printTrouble(potiz->value()); }));
+    companion_.historieAgentu().priZmene([alive = std::weak_ptr(alive_), this] {
+        if (!alive.expired()) printTaskTrouble();
+    });
     notifiers_.push_back(state.parovani.addNotifier([this] { printPairing(); }));
     notifiers_.push_back(companion_.schvalovani().zadost().addNotifier([this] { printApproval(); }));
 }
@@ -154,7 +165,7 @@ void ConsoleShell::printFolders() {
     if (folders.povolene().empty()) print("Složky: žádná není povolená");
     for (const auto& path : folders.povolene()) {
         bool needsRenewal = folders.vyzadujiObnoveni().contains(path);
-        print("Složka: " + repairUtf8(path) + (needsRenewal ? " (povol ji znovu)" : ""));
+        print("Složka: " + path + (needsRenewal ? " (povol ji znovu)" : ""));
     }
 }
 
@@ -184,7 +195,7 @@ void ConsoleShell::printPairing() {
     if (const auto* waiting = pairing.as<StavParovani::CekamNaTelefon>()) {
         print("Kód pro telefon, platí do " + formatDate(waiting->platiDo) + ":");
         print(waiting->qr);
-        if (surroundings_.drawsPictures) print(qrBlocks(waiting->qr));
+        if (surroundings_.drawsPictures) surroundings_.print(qrBlocks(waiting->qr));
     }
     if (const auto* compare = pairing.as<StavParovani::OverCislo>()) {
         shownNumber_ = compare->cislo;
@@ -202,13 +213,40 @@ void ConsoleShell::printApproval() {
 }
 
 void ConsoleShell::printTasks() const {
+    printTrouble(companion_.historieAgentu().potiz());
     for (const auto& line : taskLines(companion_.historieAgentu(), companion_.agenti())) print(line);
+}
+
+void ConsoleShell::printTaskTrouble() {
+    const auto& trouble = companion_.historieAgentu().potiz();
+    if (std::exchange(shownTaskTrouble_, trouble) != trouble) printTrouble(trouble);
 }
 
 void ConsoleShell::stopTask() {
     const auto* bezici = companion_.agenti().bezici();
     const bool isAsked = bezici && bezici->workItemID && companion_.zastavitUkol(*bezici->workItemID);
-    print(isAsked ? "Zastavuji úlohu." : "Žádná úloha neběží.");
+    if (isAsked) return print("Zastavuji úlohu.");
+    print(companion_.maUlohu() ? "Úloha se teprve připravuje, nebo už končí: teď ji zastavit nejde."
+                               : "Žádná úloha neběží.");
+}
+
+void ConsoleShell::continueTask(const std::string& number) {
+    auto& historie = companion_.historieAgentu();
+    const auto& ukoly = historie.polozky();
+    std::size_t position = 0;
+    auto [end, problem] = std::from_chars(number.data(), number.data() + number.size(), position);
+    const bool isNumber = problem == std::errc() && end == number.data() + number.size();
+    if (!isNumber || position < 1 || position > ukoly.size())
+        return print("Úloha „" + number + "“ tu není. Čísla ukáže „ulohy“.");
+    shownTaskTrouble_.reset();
+    if (historie.otevritRelaci(ukoly[position - 1])) return print("Otevírám relaci.");
+    printTaskTrouble();
+}
+
+void ConsoleShell::forgetTasks(const std::string& answer) {
+    if (fold(answer) != "ano") return print("Úlohy zůstaly. Zapomene je „vymazat-historii ano“.");
+    companion_.historieAgentu().vymazat();
+    print("Úlohy jsou zapomenuté.");
 }
 
 void ConsoleShell::allow(const std::string& path) {

@@ -3,10 +3,12 @@
 #include "app/companion/Companion.h"
 #include "app/console/ConsoleFolderPicker.h"
 #include "foundation/Clock.h"
+#include "foundation/Text.h"
 
 #include <QProperty>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -39,7 +41,8 @@ class ConsoleShell {
 
     void watch();
 
-    void print(const std::string& text) const { surroundings_.print(text); }
+    /// Whatever the text has from agents, the phone or names of files cannot command the terminal.
+    void print(const std::string& text) const { surroundings_.print(printable(text)); }
 
     void printHelp() const;
     void printStatus();
@@ -51,7 +54,10 @@ class ConsoleShell {
     void printPairing();
     void printApproval();
     void printTasks() const;
+    void printTaskTrouble();
     void stopTask();
+    void continueTask(const std::string& number);
+    void forgetTasks(const std::string& answer);
     void allow(const std::string& path);
     Task<void> allowAndShow();
     void disallow(const std::string& path);
@@ -65,7 +71,9 @@ class ConsoleShell {
     Surroundings surroundings_;
     std::string shownNumber_;
     std::string shownAvailability_;
+    std::optional<std::string> shownTaskTrouble_;
     std::vector<QPropertyNotifier> notifiers_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true); ///< for callbacks that outlive this object
 };
 
 } // namespace morvex

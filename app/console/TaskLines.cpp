@@ -2,6 +2,7 @@
 
 #include "foundation/Paths.h"
 
+#include <cstddef>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -31,10 +32,16 @@ std::optional<std::string> news(const UkolAgenta& ukol, const Bezici* bezici) {
     return ukol.chyba ? ukol.chyba : ukol.shrnuti;
 }
 
-std::string line(const UkolAgenta& ukol, const Bezici* bezici) {
-    auto text = "Úloha: " + ukol.nazev + " — " + std::string(words(ukol.stav)) + " (" + ukol.nastroj + ", " +
-                paths::lastComponent(ukol.slozka) + ")";
-    if (auto told = news(ukol, bezici)) text += ": " + told->substr(0, told->find('\n'));
+/// What an agent or the phone says cannot pass for a line of this program.
+std::string firstLine(const std::string& text) {
+    return text.substr(0, text.find('\n'));
+}
+
+std::string line(std::size_t number, const UkolAgenta& ukol, const Bezici* bezici) {
+    auto text = "Úloha " + std::to_string(number) + ": " + firstLine(ukol.nazev) + " — " +
+                std::string(words(ukol.stav)) + " (" + firstLine(ukol.nastroj) + ", " +
+                firstLine(paths::lastComponent(ukol.slozka)) + ")";
+    if (auto told = news(ukol, bezici)) text += ": " + firstLine(*told);
     return text;
 }
 
@@ -42,9 +49,9 @@ std::string line(const UkolAgenta& ukol, const Bezici* bezici) {
 
 std::vector<std::string> taskLines(const HistorieAgentu& historie, const AgentRunner& agenti) {
     std::vector<std::string> lines;
-    if (historie.potiz()) lines.push_back("Potíž: " + *historie.potiz());
     if (historie.polozky().empty()) lines.emplace_back("Úlohy: žádná tu není");
-    for (const auto& ukol : historie.polozky()) lines.push_back(line(ukol, agenti.bezici()));
+    for (const auto& ukol : historie.polozky())
+        lines.push_back(line(lines.size() + 1, ukol, agenti.bezici()));
     return lines;
 }
 

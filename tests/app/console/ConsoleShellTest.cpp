@@ -63,7 +63,7 @@ TEST_F(ConsoleShellTest, AnUnknownCommandIsToldAndABlankLineIsNot) {
 TEST_F(ConsoleShellTest, HelpNamesEveryCommand) {
     startShell();
     auto help = type("POMOC");
-    EXPECT_EQ(help.size(), 21U);
+    EXPECT_EQ(help.size(), 23U);
     EXPECT_TRUE(hasLine(help, "  povolit CESTA          povolí složku"));
 }
 

@@ -43,16 +43,16 @@ TEST_F(TaskLinesTest, EveryTaskIsALineWithTheFirstLineOfItsEnd) {
     historie->preruseno(begin("Úklid"));
     begin("Teď");
     EXPECT_EQ(lines(), (std::vector<std::string>{
-                           "Úloha: Teď — běží (codex, Projekty)",
-                           "Úloha: Úklid — přerušeno (codex, Projekty)",
-                           "Úloha: Web — nepovedlo se (codex, Projekty): Nejde to.",
-                           "Úloha: Testy — hotovo (codex, Projekty): Opraveno.",
+                           "Úloha 1: Teď — běží (codex, Projekty)",
+                           "Úloha 2: Úklid — přerušeno (codex, Projekty)",
+                           "Úloha 3: Web — nepovedlo se (codex, Projekty): Nejde to.",
+                           "Úloha 4: Testy — hotovo (codex, Projekty): Opraveno.",
                        }));
 }
 
-TEST_F(TaskLinesTest, TheTroubleOfTheHistoryComesFirst) {
-    historie->otevritRelaci(historie->ukol(begin("Testy")).value());
-    EXPECT_EQ(lines().front(), "Potíž: Tento úkol ještě nemá relaci, ve které by šlo pokračovat.");
+TEST_F(TaskLinesTest, ANameCannotPassForALineOfItsOwn) {
+    begin("Testy\nÚloha 2: Cizí — hotovo");
+    EXPECT_EQ(lines(), std::vector<std::string>{"Úloha 1: Testy — běží (codex, Projekty)"});
 }
 
 } // namespace
