@@ -1,0 +1,129 @@
+#include "tests/e2e/VirtualDisplay.h"
+
+#include "shared/base/Require.h"
+
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <xcb/xtest.h>
+
+namespace morvex {
+
+namespace {
+
+struct Free {
+    void operator()(void* held) const { std::free(held); }
+};
+
+template <class Reply> std::unique_ptr<Reply, Free> held(Reply* reply) {
+    vyzaduj(reply != nullptr, "the display does not answer");
+    return std::unique_ptr<Reply, Free>(reply);
+}
+
+constexpr std::uint16_t width = 1280;
+constexpr std::uint16_t height = 1024;
+
+} // namespace
+
+VirtualDisplay::VirtualDisplay() {
+    const auto size = std::to_string(width) + "x" + std::to_string(height) + "x24";
+    // It chooses a free number itself and prints it once it serves.
+    server_ =
+        std::make_unique<ChildProgram>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
+                                                                size, "-nolisten", "tcp", "-noreset"},
+                                       ChildProgram::Environment{});
+    name_ = ":" + server_->readLine();
+    connection_ = xcb_connect(name_.c_str(), nullptr);
+    vyzaduj(xcb_connection_has_error(connection_) == 0, "Xvfb does not start");
+    screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+}
+
+VirtualDisplay::~VirtualDisplay() {
+    xcb_disconnect(connection_);
+}
+
+void VirtualDisplay::press(xcb_keysym_t symbol, xcb_keysym_t holding) {
+    const auto key = find(symbol);
+    if (key.isShifted) holding = shift;
+    const auto also = holding ? find(holding).code : xcb_keycode_t{0};
+    if (also) send(also, true);
+    send(key.code, true);
+    send(key.code, false);
+    if (also) send(also, false);
+    xcb_flush(connection_);
+}
+
+void VirtualDisplay::type(const std::string& text) {
+    for (char letter : text) press(static_cast<unsigned char>(letter));
+}
+
+void VirtualDisplay::takePicture(const std::filesystem::path& file) const {
+    ChildProgram({"import", "-display", name_, "-window", "root", file.string()}, {}).readLine();
+}
+
+xcb_window_t VirtualDisplay::coverScreen() {
+    auto window = xcb_generate_id(connection_);
+    // Like a desktop's own surfaces it is placed by nobody else.
+    const std::uint32_t itself = 1;
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, width, height, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &itself);
+    xcb_map_window(connection_, window);
+    xcb_flush(connection_);
+    return window;
+}
+
+void VirtualDisplay::askToClose(xcb_window_t window) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom("WM_PROTOCOLS");
+    message.data.data32[0] = atom("WM_DELETE_WINDOW");
+    std::array<char, 32> event{};
+    static_assert(sizeof message == sizeof event);
+    std::memcpy(event.data(), &message, sizeof message);
+    xcb_send_event(connection_, 0, window, XCB_EVENT_MASK_NO_EVENT, event.data());
+    xcb_flush(connection_);
+}
+
+xcb_window_t VirtualDisplay::topWindow() {
+    auto reply = held(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, screen_->root), nullptr));
+    // From the lowest to the highest; those without pictures do not count.
+    const auto* windows = xcb_query_tree_children(reply.get());
+    for (auto index = xcb_query_tree_children_length(reply.get()); index-- > 0;) {
+        auto attributes = held(xcb_get_window_attributes_reply(
+            connection_, xcb_get_window_attributes(connection_, windows[index]), nullptr));
+        if (attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+            attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT)
+            return windows[index];
+    }
+    return 0;
+}
+
+VirtualDisplay::Key VirtualDisplay::find(xcb_keysym_t symbol) {
+    const auto* setup = xcb_get_setup(connection_);
+    const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+    auto mapping = held(xcb_get_keyboard_mapping_reply(
+        connection_, xcb_get_keyboard_mapping(connection_, setup->min_keycode, count), nullptr));
+    const auto* symbols = xcb_get_keyboard_mapping_keysyms(mapping.get());
+    const std::size_t columns = mapping->keysyms_per_keycode;
+    for (std::size_t column = 0; column < 2; ++column)
+        for (std::size_t row = 0; row < count; ++row)
+            if (symbols[row * columns + column] == symbol)
+                return {static_cast<xcb_keycode_t>(setup->min_keycode + row), column == 1};
+    vyzaduj(false, "the keyboard has no such key");
+    return {};
+}
+
+void VirtualDisplay::send(xcb_keycode_t code, bool down) {
+    xcb_test_fake_input(connection_, down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, code, XCB_CURRENT_TIME,
+                        screen_->root, 0, 0, 0);
+}
+
+xcb_atom_t VirtualDisplay::atom(const std::string& name) {
+    auto asked = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+    return held(xcb_intern_atom_reply(connection_, asked, nullptr))->atom;
+}
+
+} // namespace morvex
