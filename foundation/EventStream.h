@@ -3,6 +3,7 @@
 #include "foundation/Executor.h"
 
 #include <coroutine>
+#include <cstddef>
 #include <deque>
 #include <memory>
 #include <mutex>
@@ -12,7 +13,8 @@
 
 namespace morvex {
 
-/// An unbounded queue of events from any thread to one consumer.
+/// A queue of events from any thread to one consumer. It takes whatever is pushed; a producer that the
+/// outside drives awaits `room` before it takes more from there.
 template <class T> class EventStream {
   public:
     /// After `end()` the event is dropped.
@@ -20,35 +22,76 @@ template <class T> class EventStream {
         std::unique_lock lock(mutex_);
         if (ended_) return;
         events_.push_back(std::move(event));
-        wake(lock);
+        consumer_.wake(lock);
     }
 
     /// The consumer still gets what was pushed before, then nothing.
     void end() {
         std::unique_lock lock(mutex_);
         ended_ = true;
-        wake(lock);
+        consumer_.wake(lock);
+        lock.lock();
+        producer_.wake(lock);
     }
 
     /// Drops the events that wait. Only while nobody consumes: a consumer would take it for the end.
     void clear() {
         std::deque<T> dropped;
-        std::lock_guard lock(mutex_);
+        std::unique_lock lock(mutex_);
         dropped.swap(events_);
+        producer_.wake(lock);
     }
 
     /// The next event; nothing once the stream has ended, or at once when `stop` is requested: then the
     /// events that wait stay in the stream for a later consumer. One consumer at a time, on a serial
     /// executor.
-    auto next(std::stop_token stop = {}) { return Awaiter{*this, std::move(stop)}; }
+    auto next(std::stop_token stop = {}) { return Next{*this, std::move(stop)}; }
+
+    /// Resumes as soon as fewer than `most` events wait, the stream has ended, or `stop` is requested. One
+    /// producer at a time, on a serial executor.
+    auto room(std::size_t most, std::stop_token stop) { return Room{*this, most, std::move(stop)}; }
 
   private:
     /// After so many events without a suspension the consumer lets other jobs of its executor run.
     static constexpr int eventsInARow = 256;
 
-    class Awaiter {
+    /// A coroutine that waits for the other end of the stream. Guarded by the stream's lock.
+    struct Waiter {
+        std::coroutine_handle<> handle;
+        Executor* home = nullptr;
+
+        void wait(std::coroutine_handle<> coroutine, Executor* executor) {
+            handle = coroutine;
+            home = executor;
+        }
+
+        /// Gives the lock back.
+        void wake(std::unique_lock<std::mutex>& lock) {
+            auto waiting = std::exchange(handle, {});
+            auto* executor = home;
+            lock.unlock();
+            if (!waiting) return;
+            if (executor)
+                executor->post([waiting] { waiting.resume(); });
+            else
+                waiting.resume();
+        }
+    };
+
+    /// Wakes one end when a stop is requested.
+    struct Wake {
+        EventStream* stream;
+        Waiter EventStream::* end;
+
+        void operator()() const {
+            std::unique_lock lock(stream->mutex_);
+            (stream->*end).wake(lock);
+        }
+    };
+
+    class Next {
       public:
-        Awaiter(EventStream& stream, std::stop_token stop) : stream_(stream), stop_(std::move(stop)) {}
+        Next(EventStream& stream, std::stop_token stop) : stream_(stream), stop_(std::move(stop)) {}
 
         bool await_ready() const noexcept { return false; }
 
@@ -64,54 +107,63 @@ template <class T> class EventStream {
                     home->post([handle] { handle.resume(); });
                     return true;
                 }
-                stream_.waiter_ = handle;
-                stream_.home_ = home;
+                stream_.consumer_.wait(handle, home);
             }
             // The consumer's executor is serial: it cannot resume, and destroy this awaiter, before we
             // return.
-            if (stop_.stop_possible()) onStop_.emplace(stop_, Wake{&stream_});
+            if (stop_.stop_possible()) onStop_.emplace(stop_, Wake{&stream_, &EventStream::consumer_});
             return true;
         }
 
         std::optional<T> await_resume() {
             onStop_.reset();
-            std::lock_guard lock(stream_.mutex_);
+            std::unique_lock lock(stream_.mutex_);
             if (stop_.stop_requested() || stream_.events_.empty()) return std::nullopt;
             std::optional<T> event(std::move(stream_.events_.front()));
             stream_.events_.pop_front();
+            if (stream_.events_.size() < stream_.most_) stream_.producer_.wake(lock);
             return event;
         }
 
       private:
-        struct Wake {
-            EventStream* stream;
-
-            void operator()() const {
-                std::unique_lock lock(stream->mutex_);
-                stream->wake(lock);
-            }
-        };
-
         EventStream& stream_;
         std::stop_token stop_;
         std::optional<std::stop_callback<Wake>> onStop_;
     };
 
-    void wake(std::unique_lock<std::mutex>& lock) {
-        auto waiter = std::exchange(waiter_, {});
-        Executor* home = home_;
-        lock.unlock();
-        if (!waiter) return;
-        if (home)
-            home->post([waiter] { waiter.resume(); });
-        else
-            waiter.resume();
-    }
+    class Room {
+      public:
+        Room(EventStream& stream, std::size_t most, std::stop_token stop)
+            : stream_(stream), most_(most), stop_(std::move(stop)) {}
+
+        bool await_ready() const noexcept { return false; }
+
+        bool await_suspend(std::coroutine_handle<> handle) {
+            {
+                std::lock_guard lock(stream_.mutex_);
+                if (stop_.stop_requested() || stream_.ended_ || stream_.events_.size() < most_) return false;
+                stream_.most_ = most_;
+                stream_.producer_.wait(handle, Executor::current());
+            }
+            // As for the consumer.
+            if (stop_.stop_possible()) onStop_.emplace(stop_, Wake{&stream_, &EventStream::producer_});
+            return true;
+        }
+
+        void await_resume() { onStop_.reset(); }
+
+      private:
+        EventStream& stream_;
+        std::size_t most_;
+        std::stop_token stop_;
+        std::optional<std::stop_callback<Wake>> onStop_;
+    };
 
     std::mutex mutex_;
     std::deque<T> events_;
-    std::coroutine_handle<> waiter_;
-    Executor* home_ = nullptr;
+    Waiter consumer_;
+    Waiter producer_;
+    std::size_t most_ = 0; ///< what the producer waits for
     int inARow_ = 0;
     bool ended_ = false;
 };

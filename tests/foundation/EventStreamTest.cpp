@@ -7,6 +7,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -27,6 +28,20 @@ Task<long> sum(std::shared_ptr<EventStream<int>> stream) {
     long total = 0;
     while (auto event = co_await stream->next()) total += *event;
     co_return total;
+}
+
+/// Pushes numbers from 1 on, never more than `most` beyond what was taken.
+Task<void> produce(std::shared_ptr<EventStream<int>> stream, int count, std::size_t most,
+                   std::stop_token stop, std::shared_ptr<int> pushed) {
+    while (*pushed < count && !stop.stop_requested()) {
+        co_await stream->room(most, stop);
+        stream->push(++*pushed);
+    }
+}
+
+Task<int> takeOne(std::shared_ptr<EventStream<int>> stream) {
+    auto event = co_await stream->next();
+    co_return event.value_or(0);
 }
 
 TEST(EventStream, KeepsTheOrderAndGivesWhatWasPushedBeforeItsEnd) {
@@ -88,6 +103,51 @@ TEST(EventStream, AFullQueueLetsOtherJobsRun) {
     EXPECT_EQ(seen->size(), 1000U);
     EXPECT_GT(seenByOther, 0U);
     EXPECT_LT(seenByOther, 1000U);
+}
+
+TEST(EventStream, AProducerThatAsksForRoomGoesOnAsTheConsumerTakes) {
+    ManualExecutor executor;
+    auto stream = std::make_shared<EventStream<int>>();
+    auto pushed = std::make_shared<int>(0);
+    executor.start(produce(stream, 10, 3, {}, pushed));
+    executor.runUntilIdle();
+    EXPECT_EQ(*pushed, 3);
+    for (int taken = 1; taken <= 10; ++taken) {
+        EXPECT_EQ(executor.run(takeOne(stream)), taken);
+        EXPECT_EQ(*pushed, std::min(taken + 3, 10));
+    }
+}
+
+TEST(EventStream, AStopAnEndAndAClearingEndTheWaitForRoom) {
+    for (auto how : {0, 1, 2}) {
+        ManualExecutor executor;
+        auto stream = std::make_shared<EventStream<int>>();
+        auto pushed = std::make_shared<int>(0);
+        std::stop_source stop;
+        executor.start(produce(stream, 2, 1, stop.get_token(), pushed));
+        executor.runUntilIdle();
+        ASSERT_EQ(*pushed, 1);
+        if (how == 0) stop.request_stop();
+        if (how == 1) stream->end();
+        if (how == 2) stream->clear();
+        executor.runUntilIdle();
+        EXPECT_EQ(*pushed, 2) << how;
+    }
+}
+
+TEST(EventStream, AProducerAndAConsumerOnTwoThreadsWaitForEachOther) {
+    ThreadExecutor consumer("consumer");
+    ThreadExecutor producer("producer");
+    for (std::size_t most : {1U, 2U, 7U}) {
+        auto stream = std::make_shared<EventStream<int>>();
+        auto pushed = std::make_shared<int>(0);
+        std::thread driver([&] {
+            await(producer, produce(stream, 10'000, most, {}, pushed));
+            stream->end();
+        });
+        EXPECT_EQ(await(consumer, sum(stream)), 50'005'000L);
+        driver.join();
+    }
 }
 
 TEST(EventStream, CrossesThreadsWithoutLosingAnything) {
