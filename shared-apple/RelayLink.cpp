@@ -1,5 +1,6 @@
 #include "shared-apple/RelayLink.h"
 
+#include "foundation/Text.h"
 #include "foundation/Try.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"
@@ -17,6 +18,13 @@ using namespace std::chrono_literals;
 constexpr std::array<int, 7> delaysInSeconds{0, 1, 2, 5, 10, 20, 30};
 constexpr auto pingInterval = 20s;
 constexpr auto pongLimit = 10s;
+constexpr auto loginLimit = 60s;
+
+/// While so many events wait to be taken the relay is not read.
+constexpr std::size_t mostWaiting = 1;
+
+/// What the relay says is for a person to read.
+constexpr std::size_t longestDetail = 500;
 
 std::unexpected<Error> notPaired(std::string why) {
     return fail(TalkSpanError{TalkSpanError::NotPaired{std::move(why)}});
@@ -27,6 +35,17 @@ Task<Result<RelayMessage>> receive(std::shared_ptr<WebSocket> socket, std::stop_
     if (stop.stop_requested()) co_return fail(TalkSpanError{TalkSpanError::Cancelled{}});
     if (frame.kind == WebSocketFrame::Kind::other) co_return fail(TextError{"Neznámý druh rámce."});
     co_return decode<RelayMessage>(frame.data);
+}
+
+/// The nonce is signed as it is. One that begins like a text that this key signs elsewhere would give the
+/// relay a signature of use there: on a hello with a key of its own, for one. Chance makes no such nonce.
+bool saysMoreThanChance(ByteView nonce) {
+    const auto text = asText(nonce);
+    return text.starts_with("ts-") || text.starts_with("revoke|");
+}
+
+RelayLink::Selhalo toldBy(const RelayMessage::Failure& failure) {
+    return {failure.code, firstCharacters(failure.detail, longestDetail)};
 }
 
 /// Failures that do not heal: there is no use in trying again.
@@ -96,7 +115,7 @@ Task<Result<void>> RelayLink::connection(TaskScope& scope) {
     Result<void> ended;
     if (!stop.stop_requested()) {
         socket_ = socket;
-        ended = co_await logIn(socket, stop);
+        ended = co_await logInInTime(socket, stop);
         if (ended) {
             scope.spawn(keepAlive(scope, socket, connected.get_token()));
             ended = co_await receiveAll(socket, stop);
@@ -107,10 +126,19 @@ Task<Result<void>> RelayLink::connection(TaskScope& scope) {
     co_return ended;
 }
 
+/// Nobody else watches a relay that accepts the connection and then says nothing.
+Task<Result<void>> RelayLink::logInInTime(std::shared_ptr<WebSocket> socket, std::stop_token stop) {
+    auto timer = services_.clock.at(services_.clock.sinceBoot() + loginLimit,
+                                    [socket] { socket->close(CloseCode::abnormal); });
+    auto ended = co_await logIn(std::move(socket), std::move(stop));
+    services_.clock.forget(timer);
+    co_return ended;
+}
+
 Task<Result<void>> RelayLink::logIn(std::shared_ptr<WebSocket> socket, std::stop_token stop) {
     CO_TRY(auto, first, co_await receive(socket, stop));
     auto* challenge = first.as<RelayMessage::Challenge>();
-    if (!challenge) co_return notPaired("Relay neposlal výzvu.");
+    if (!challenge || saysMoreThanChance(challenge->nonce)) co_return notPaired("Relay neposlal výzvu.");
     auto mine = ProtocolVersion::current;
     if (challenge->v.major != mine.major)
         co_return fail(TalkSpanError{TalkSpanError::ProtocolMismatch{mine.text(), challenge->v.text()}});
@@ -118,9 +146,10 @@ Task<Result<void>> RelayLink::logIn(std::shared_ptr<WebSocket> socket, std::stop
 
     CO_TRY(auto, answer, co_await receive(socket, stop));
     if (auto* failure = answer.as<RelayMessage::Failure>()) {
-        udalosti_.push(Selhalo{failure->code, failure->detail});
+        auto told = toldBy(*failure);
+        udalosti_.push(told);
         if (isFinal(failure->code)) chceBezet_ = false;
-        co_return notPaired(failure->detail);
+        co_return notPaired(told.detail);
     }
     auto* authenticated = answer.as<RelayMessage::Authenticated>();
     if (!authenticated) co_return notPaired("Nečekaná odpověď na přihlášení.");
@@ -136,13 +165,14 @@ RelayMessage RelayLink::answerTo(const RelayMessage::Challenge& challenge) const
 
 Task<Result<void>> RelayLink::receiveAll(std::shared_ptr<WebSocket> socket, std::stop_token stop) {
     while (!stop.stop_requested()) {
+        co_await udalosti_.room(mostWaiting, stop);
         CO_TRY(auto, message, co_await receive(socket, stop));
         if (auto* presence = message.as<RelayMessage::PeerOnline>())
             udalosti_.push(Protejsek{presence->isOnline});
         else if (auto* forward = std::get_if<RelayMessage::Forward>(&message.value))
             udalosti_.push(Obalka{std::move(forward->envelope)});
         else if (auto* failure = message.as<RelayMessage::Failure>())
-            udalosti_.push(Selhalo{failure->code, failure->detail});
+            udalosti_.push(toldBy(*failure));
     }
     co_return Result<void>{};
 }

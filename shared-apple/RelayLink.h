@@ -89,6 +89,7 @@ class RelayLink {
     // A run keeps to its own scope: a stopped one may still be ending while the next one begins.
     Task<void> run(TaskScope& scope);
     Task<Result<void>> connection(TaskScope& scope);
+    Task<Result<void>> logInInTime(std::shared_ptr<WebSocket> socket, std::stop_token stop);
     Task<Result<void>> logIn(std::shared_ptr<WebSocket> socket, std::stop_token stop);
     Task<Result<void>> receiveAll(std::shared_ptr<WebSocket> socket, std::stop_token stop);
     Task<void> keepAlive(TaskScope& scope, std::shared_ptr<WebSocket> socket, std::stop_token stop);

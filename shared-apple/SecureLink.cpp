@@ -16,6 +16,9 @@ const std::string sessionRequestID = "session";
 /// Far more hellos than a peer sends between two keys of this device.
 constexpr std::size_t mostPeerKeys = 1024;
 
+/// While so many events wait for the application those of the relay wait too.
+constexpr std::size_t mostWaiting = 16;
+
 } // namespace
 
 Result<std::shared_ptr<SecureLink>> SecureLink::create(std::shared_ptr<const DeviceIdentity> identita,
@@ -69,6 +72,7 @@ Task<void> SecureLink::listen(std::stop_token stop) {
     while (auto event = co_await spojeni_.udalosti().next(stop)) {
         Task<void> handling = std::visit([this](auto& held) { return handle(std::move(held)); }, *event);
         co_await std::move(handling);
+        co_await udalosti_.room(mostWaiting, stop);
     }
 }
 

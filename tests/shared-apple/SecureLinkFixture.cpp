@@ -42,12 +42,12 @@ SecureLinkFixture::SecureLinkFixture(std::optional<AgreementPublicKey> dohodovyK
     auto peer = remembered(*phone.identita, DeviceRole::phone);
     peer.dohodovyKlic = dohodovyKlic.value_or(peer.dohodovyKlic);
     link = SecureLink::create(identita, peer, DeviceRole::mac, {{executor, clock, sockets}, random}).value();
-    executor.start(collect(link, events_, listening_.get_token()));
+    executor.start(collect(link, events_, listening.get_token()));
 }
 
 SecureLinkFixture::~SecureLinkFixture() {
     EXPECT_TRUE(executor.run(link->zastavit()));
-    listening_.request_stop();
+    listening.request_stop();
     executor.runUntilIdle();
 }
 

@@ -86,6 +86,9 @@ class SecureLinkFixture : public testing::Test {
     std::shared_ptr<SecureLink> link;
     std::shared_ptr<ScriptedSocket> socket;
 
+    /// Ends the taking of events.
+    std::stop_source listening;
+
     const Udalost offline = stav(MacAvailability::Offline{});
     const Udalost pripraveny = stav(MacAvailability::Pripraveny{});
     const Udalost pripraveno = SecureLink::Pripraveno{};
@@ -94,7 +97,6 @@ class SecureLinkFixture : public testing::Test {
     void relayFrame(const RelayMessage& message);
 
     Udalosti events_;
-    std::stop_source listening_;
 };
 
 } // namespace morvex::test

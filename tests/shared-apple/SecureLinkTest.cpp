@@ -281,5 +281,16 @@ TEST_F(SecureLinkTest, StoppingEndsAHelloThatASlowSocketHolds) {
     EXPECT_TRUE(isSecured());
 }
 
+TEST_F(SecureLinkTest, TheRelayIsNotReadWhileTheApplicationTakesNothing) {
+    logIn();
+    takeEvents();
+    listening.request_stop();
+    executor.runUntilIdle();
+    for (int i = 0; i < 20; ++i) relay(RelayMessage::PeerOnline{false});
+    socket->deliver("no frame");
+    executor.runUntilIdle();
+    EXPECT_TRUE(socket->closed.empty()) << "what breaks the connection was not read yet";
+}
+
 } // namespace
 } // namespace morvex
