@@ -17,7 +17,7 @@ struct RelayLimits {
     std::size_t httpBody = 64 * kibibyte;   ///< of a pairing call
     std::size_t callsPerMinute = 30;        ///< pairing calls of one address that is not this computer
     std::size_t loginFrame = 16 * kibibyte; ///< a frame of a device that has not logged in
-    std::size_t frame = 8 * mebibyte;       ///< a frame of a device that has
+    std::size_t frame = 4 * mebibyte;       ///< a frame of a device that has; no device takes a larger one
     std::size_t waiting = 16 * mebibyte;    ///< bytes for a device above which its sender is not read
     std::size_t heldInAll = 512 * mebibyte; ///< for all devices; above it the greediest one is cut off
 

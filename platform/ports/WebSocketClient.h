@@ -41,7 +41,7 @@ class WebSocket {
 class WebSocketClient {
   public:
     /// The largest message that is received; a larger one breaks the connection.
-    static constexpr std::size_t messageLimit = 16 * 1024 * 1024;
+    static constexpr std::size_t messageLimit = 4 * 1024 * 1024;
 
     virtual ~WebSocketClient() = default;
 

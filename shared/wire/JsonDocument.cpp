@@ -9,7 +9,7 @@ namespace morvex {
 namespace {
 
 constexpr std::size_t budgetPerByte = 4;
-constexpr std::size_t budgetAtLeast = 32 * 1024 * 1024;
+constexpr std::size_t budgetAtLeast = 8 * 1024 * 1024;
 constexpr std::size_t parserBufferSize = 4096;
 
 } // namespace

@@ -17,7 +17,7 @@ inline constexpr std::size_t jsonDepthLimit = 64;
 
 /// One parsed text and the memory under it. Strict RFC 8259: valid UTF-8, no extensions, nothing after the
 /// value. Of equal keys in one object the last counts. Parsing takes at most four times the length of the
-/// text plus 32 MiB; a text that needs more is refused.
+/// text plus 8 MiB; a text that needs more is refused.
 class JsonDocument {
   public:
     JsonDocument() = default;

@@ -96,7 +96,7 @@ TEST(JsonDocument, RefusesATextThatIsAllValues) {
     EXPECT_EQ(refusal('[' + repeat("0,", 5'000'000) + "0]"), Reason::tooManyValues);
     EXPECT_EQ(refusal('[' + repeat("{},", 5'000'000) + "0]"), Reason::tooManyValues);
     EXPECT_EQ(refusal('{' + repeat("\"\":0,", 3'000'000) + "\"\":0}"), Reason::tooManyValues);
-    EXPECT_EQ(refusal('[' + repeat("0,", 250'000) + "0]"), std::nullopt);
+    EXPECT_EQ(refusal('[' + repeat("0,", 100'000) + "0]"), std::nullopt);
 }
 
 TEST(JsonDocument, LetsTheLastOfEqualKeysCount) {
