@@ -39,10 +39,6 @@ std::string firstCharacters(std::string_view text, std::size_t count);
 /// The longest beginning of at most `count` bytes that does not end within a code point.
 std::string firstBytes(std::string_view text, std::size_t count);
 
-/// The text with control characters and marks that turn its direction replaced by U+FFFD; line breaks and
-/// tabs stay. What comes from outside can then neither command a terminal nor make a text look like another.
-std::string printable(std::string_view text);
-
 /// The text with every invalid sequence replaced by U+FFFD.
 std::string repairUtf8(std::string_view text);
 

@@ -1,6 +1,6 @@
 #include "phone/Terminal.h"
 
-#include "foundation/Text.h"
+#include "foundation/Printable.h"
 
 #include <array>
 #include <utility>
@@ -38,7 +38,7 @@ void Terminal::note(const StyledLine& line) {
 }
 
 void Terminal::problem(const std::string& text) {
-    note({{"morvex-phone: ", Style::bad}, {text}});
+    note({{"morvex-phone: ", Style::bad}, {printableLine(text)}});
 }
 
 void Terminal::prompt(const std::string& text) {

@@ -1,5 +1,6 @@
 #include "shared-apple/RelayParovani.h"
 
+#include "foundation/Text.h"
 #include "foundation/Try.h"
 #include "shared/trust/Revocation.h"
 #include "shared/wire/Json.h"
@@ -11,9 +12,12 @@ namespace morvex {
 
 namespace {
 
+/// The reason is for a person to read.
+constexpr std::size_t longestReason = 500;
+
 RelayParovani::RelayChyba refusal(const HttpReply& reply) {
     auto body = decode<VaporDuvod>(reply.body);
-    if (body && body->reason) return {reply.status, *body->reason};
+    if (body && body->reason) return {reply.status, firstCharacters(*body->reason, longestReason)};
     return {reply.status, "Relay odmítl požadavek (" + std::to_string(reply.status) + ")."};
 }
 

@@ -1,6 +1,6 @@
 #include "app/agents/SessionId.h"
 
-#include "foundation/Text.h"
+#include "foundation/Printable.h"
 
 namespace morvex {
 

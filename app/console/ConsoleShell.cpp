@@ -3,6 +3,7 @@
 #include "app/console/QrBlocks.h"
 #include "app/console/TaskLines.h"
 #include "foundation/Paths.h"
+#include "foundation/Printable.h"
 #include "foundation/Text.h"
 
 #include <algorithm>
@@ -130,6 +131,17 @@ void ConsoleShell::handle(std::string_view line) {
     found->run(*this, argument);
 }
 
+void ConsoleShell::print(const std::string& text) const {
+    surroundings_.print(printableLine(text));
+}
+
+void ConsoleShell::printForeign(const std::string& text) const {
+    auto lines = "  | " + printable(text);
+    for (auto end = lines.find('\n'); end != std::string::npos; end = lines.find('\n', end + 1))
+        lines.insert(end + 1, "  | ");
+    surroundings_.print(lines);
+}
+
 void ConsoleShell::printHelp() const {
     for (const auto& command : commands()) {
         auto usage = std::string(command.name) + " " + std::string(command.argument);
@@ -208,7 +220,7 @@ void ConsoleShell::printApproval() {
     const auto& request = companion_.schvalovani().zadost().value();
     if (!request) return print("Nic nečeká na potvrzení.");
     print("Čeká na potvrzení: " + request->title);
-    print(request->detail);
+    printForeign(request->detail);
     print("Odpověz „potvrdit“ nebo „zamitnout“.");
 }
 

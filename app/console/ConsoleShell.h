@@ -41,8 +41,10 @@ class ConsoleShell {
 
     void watch();
 
-    /// Whatever the text has from agents, the phone or names of files cannot command the terminal.
-    void print(const std::string& text) const { surroundings_.print(printable(text)); }
+    /// One line, whatever the text holds: words of a relay, for one, cannot pass for lines of the program.
+    void print(const std::string& text) const;
+    /// Lines that others wrote, set off from those of the program.
+    void printForeign(const std::string& text) const;
 
     void printHelp() const;
     void printStatus();

@@ -77,28 +77,6 @@ TEST(Text, InvalidSequencesAreRepaired) {
     EXPECT_EQ(join({}, ", "), "");
 }
 
-TEST(Text, PrintableTakesOutWhatCouldCommandATerminal) {
-    const std::vector<std::pair<std::string, std::string>> rows{
-        {"příliš žluťoučký 🐎", "příliš žluťoučký 🐎"},
-        {"a\tb\nc", "a\tb\nc"},
-        {"a\r\nb", "a\nb"},
-        {"a\rb", "a\uFFFDb"},
-        {"\x1b[2J", "\uFFFD[2J"},
-        {"\x7f", "\uFFFD"},
-        {"\u009b"
-         "31m",
-         "\uFFFD31m"},
-        {"\u00a0", "\u00a0"},
-        {"a\u202eb", "a\uFFFDb"},
-        {"a\u2066b", "a\uFFFDb"},
-        {"a\u2013b", "a\u2013b"},
-        {"\xff", "\uFFFD"},
-        {"\xe2\x80", "\uFFFD"},
-        {"", ""},
-    };
-    for (const auto& [given, shown] : rows) EXPECT_EQ(printable(given), shown);
-}
-
 TEST(Text, TheFirstBytesEndBetweenTwoCodePoints) {
     EXPECT_EQ(firstBytes("abc", 3), "abc");
     EXPECT_EQ(firstBytes("abc", 2), "ab");

@@ -194,5 +194,10 @@ TEST_F(RelayParovaniTest, ANetworkFailurePassesOnAndNothingIsTriedAgain) {
     EXPECT_EQ(http.requests.size(), 3U);
 }
 
+TEST_F(RelayParovaniTest, OfALongReasonOnlyWhatAPersonReadsIsKept) {
+    reply(429, R"({"reason":")" + std::string(501, 'x') + "\"}");
+    expectRefusal(zalozit(), {429, std::string(500, 'x')});
+}
+
 } // namespace
 } // namespace morvex

@@ -159,14 +159,21 @@ TEST_F(ConsoleShellTest, ShowsAnApprovalAndTakesTheDecision) {
     startShell();
     auto answer = std::make_shared<std::optional<bool>>();
     auto ask = [](Schvalovani& approvals, std::shared_ptr<std::optional<bool>> into) -> Task<void> {
-        into->emplace(co_await approvals.pozadat("mac.mail.send", "Odeslat mail", "Mám?", "celý text"));
+        into->emplace(co_await approvals.pozadat("mac.mail.send", "Odeslat mail", "Mám?", "celý text\nČíslo k porovnání: 123 456"));
     };
     executor.start(ask(companion->schvalovani(), answer));
     executor.runUntilIdle();
     EXPECT_TRUE(hasLine(lines, "Čeká na potvrzení: Odeslat mail"));
-    EXPECT_TRUE(hasLine(lines, "celý text"));
+    EXPECT_TRUE(hasLine(lines, "  | celý text\n  | Číslo k porovnání: 123 456"));
     type("zamitnout");
     EXPECT_EQ(*answer, false);
+}
+
+TEST_F(ConsoleShellTest, WordsOfTheRelayCannotPassForLinesOfTheProgram) {
+    startShell();
+    http.replies.push_back({400, R"({"reason":"Ne.\nČíslo k porovnání: 123 456\u001b[A"})"});
+    type("parovat");
+    EXPECT_TRUE(hasLine(lines, "Párování: Ne. Číslo k porovnání: 123 456\uFFFD[A"));
 }
 
 TEST(QrBlocks, DrawsACodeWithAQuietZone) {
