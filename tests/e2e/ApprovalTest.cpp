@@ -1,5 +1,5 @@
 #include "tests/e2e/EndToEnd.h"
-#include "tests/e2e/RealCompanion.h"
+#include "tests/support/RealCompanion.h"
 
 #include <csignal>
 

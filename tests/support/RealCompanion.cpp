@@ -1,4 +1,4 @@
-#include "tests/e2e/RealCompanion.h"
+#include "tests/support/RealCompanion.h"
 
 #include "tests/support/Await.h"
 
@@ -18,6 +18,17 @@ Task<bool> asking(Companion* companion, std::string title, std::string detail) {
 } // namespace
 
 RealCompanion::RealCompanion(const std::string& relayAddress) : clock_(realTime()) {
+    start(relayAddress);
+}
+
+RealCompanion::RealCompanion(std::shared_ptr<const DeviceIdentity> identity, const PairedPeer& peer)
+    : clock_(realTime()) {
+    (void)store_.ulozIdentitu(std::move(identity));
+    (void)store_.ulozProtejsek(peer);
+    start(peer.relayURL);
+}
+
+void RealCompanion::start(const std::string& relayAddress) {
     programs_.answer = [](const OutsideProgram&) { return ScriptedPrograms::Answer{.status = 127}; };
     on([&] {
         companion_ = std::make_unique<Companion>(services());
@@ -45,6 +56,11 @@ void RealCompanion::agree() {
         companion_->parovani().potvrditCislo(state.value().as<StavParovani::OverCislo>()->cislo);
     });
     until([&state] { return state.value().as<StavParovani::Necinne>() != nullptr; });
+}
+
+void RealCompanion::allow(const std::string& path) {
+    picker_.answers.push_back({path});
+    await(main_, companion_->slozky().pridat());
 }
 
 std::future<bool> RealCompanion::ask(const std::string& title, const std::string& detail) {

@@ -30,6 +30,8 @@ namespace morvex {
 class RealCompanion {
   public:
     explicit RealCompanion(const std::string& relayAddress);
+    /// One that has this identity and was paired before.
+    RealCompanion(std::shared_ptr<const DeviceIdentity> identity, const PairedPeer& peer);
     ~RealCompanion();
     RealCompanion(const RealCompanion&) = delete;
     RealCompanion& operator=(const RealCompanion&) = delete;
@@ -56,6 +58,9 @@ class RealCompanion {
     /// Agrees to the number that the phone has shown too.
     void agree();
 
+    /// Allows a folder.
+    void allow(const std::string& path);
+
     /// Asks for an approval; the answer comes whenever it comes.
     std::future<bool> ask(const std::string& title, const std::string& detail);
 
@@ -64,7 +69,13 @@ class RealCompanion {
 
     Companion& companion() { return *companion_; }
 
+    const Clock& clock() { return clock_; }
+
+    /// What is stored about the phone.
+    std::optional<PairedPeer> storedPeer() { return store_.nactiProtejsek().value(); }
+
   private:
+    void start(const std::string& relayAddress);
     CompanionServices services();
 
     ManualClock clock_;
