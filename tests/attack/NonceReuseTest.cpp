@@ -13,6 +13,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
+Task<void> dropEvents(std::shared_ptr<SecureLink> link, std::stop_token stop) {
+    while (co_await link->udalosti().next(stop)) {
+    }
+}
+
 /// A computer that restarts, reconnects and draws new keys while a relay repeats old hellos of its phone.
 ///
 /// A key and a nonce make one stream of bytes, with which the plaintext is mixed (RFC 8439, section 2.4). The
@@ -60,6 +65,7 @@ class NonceReuse : public test::SecureLinkFixture {
         link = SecureLink::create(identita, test::remembered(*phone.identita, DeviceRole::phone),
                                   DeviceRole::mac, {{executor, clock, sockets}, random})
                    .value();
+        executor.start(dropEvents(link, listening.get_token()));
     }
 
     void logInAgain() { relay(RelayMessage::Authenticated{random_() % 4 != 0}); }

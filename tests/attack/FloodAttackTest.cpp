@@ -1,0 +1,141 @@
+#include "shared/wire/Json.h"
+#include "tests/attack/AttackedCompanion.h"
+#include "tests/support/Effort.h"
+
+#include <atomic>
+#include <future>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::size_t mebibyte = 1024 * 1024;
+
+/// A relay that sends more than anybody can want.
+class FloodAttack : public AttackedCompanion {
+  protected:
+    /// Sends `tries` frames while the companion's main thread does something else. A companion that holds
+    /// back stops the sender, which then has sent enough.
+    template <class Send> void floodWhileBusy(HostileRelay::Line& line, Send send) {
+        std::promise<void> mayGoOn;
+        std::thread busy([&] { mac->on([&] { mayGoOn.get_future().wait(); }); });
+        flood(line, send);
+        mayGoOn.set_value();
+        busy.join();
+    }
+
+    /// Ends with the connection cut.
+    template <class Send> void flood(HostileRelay::Line& line, Send send) {
+        std::atomic<std::size_t> sent = 0;
+        std::thread sender([&] {
+            for (; sent < tries; ++sent) send();
+        });
+        for (std::size_t before = tries; sent < tries && before != sent;) {
+            before = sent;
+            std::this_thread::sleep_for(300ms);
+        }
+        line.cut();
+        sender.join();
+    }
+};
+
+TEST_F(FloodAttack, AMessageWithoutEndIsCut) {
+    auto line = logIn();
+    const std::string piece = HostileRelay::frameHead(0x00, mebibyte) + std::string(mebibyte, 'x');
+    line->sendRaw(HostileRelay::frameHead(0x01, mebibyte) + std::string(mebibyte, 'x'));
+    std::size_t sent = 0;
+    while (line->sendRaw(piece)) ++sent;
+    EXPECT_LT(sent, 64U) << "MiB until the companion ended it";
+}
+
+TEST_F(FloodAttack, AFrameThatAnnouncesAllBytesThereAreIsCut) {
+    for (auto length : {std::uint64_t{1} << 40, std::uint64_t{1} << 62, ~std::uint64_t{0}}) {
+        auto line = logIn();
+        line->sendRaw(HostileRelay::frameHead(0x81, length));
+        line->readToTheEnd();
+    }
+    tries = 3;
+}
+
+TEST_F(FloodAttack, LongTextsForABusyWindowWait) {
+    auto line = secure();
+    const auto frame =
+        encode(RelayMessage{RelayMessage::Failure{RelayFailure::malformed, std::string(mebibyte, 'x')}});
+    tries = cases(64, 1024);
+    floodWhileBusy(*line, [&] { line->send(frame); });
+}
+
+TEST_F(FloodAttack, ThePeerComesAndGoesWhileTheRelayReadsNothing) {
+    auto line = secure();
+    const auto here = encode(RelayMessage{RelayMessage::PeerOnline{true}});
+    tries = cases(20'000, 500'000);
+    floodWhileBusy(*line, [&] { line->send(here); });
+}
+
+TEST_F(FloodAttack, ThePeerGoesForABusyWindow) {
+    auto line = secure();
+    const auto gone = encode(RelayMessage{RelayMessage::PeerOnline{false}});
+    tries = cases(20'000, 500'000);
+    floodWhileBusy(*line, [&] { line->send(gone); });
+}
+
+TEST_F(FloodAttack, PingsWhosePongsNobodyReads) {
+    auto line = secure();
+    const std::string pings = [] {
+        std::string text;
+        for (int i = 0; i < 1000; ++i) text += std::string("\x89\x01x", 3);
+        return text;
+    }();
+    tries = cases(300, 10'000);
+    flood(*line, [&] { line->sendRaw(pings); });
+}
+
+TEST_F(FloodAttack, HellosThatNobodySigned) {
+    auto line = logIn();
+    const auto frame = encode(RelayMessage{RelayMessage::Forward{phone.keyExchangeWith("ne")}});
+    tries = cases(20'000, 500'000);
+    flood(*line, [&] { line->send(frame); });
+}
+
+TEST_F(FloodAttack, MoreOldHellosThanAKeyMeets) {
+    std::vector<Envelope> recorded;
+    for (int i = 0; i < 1500; ++i) recorded.push_back(phone.newHello());
+    auto line = secure();
+    for (const auto& hello : recorded) forward(*line, hello);
+    tries = recorded.size();
+    forward(*line, writeOf("a.txt"));
+    // Each new session is greeted with a status, which somebody has to read.
+    for (int i = 0; i < 1000; ++i) EXPECT_TRUE(line->receive());
+    mac->until([this] {
+        return mac->companion().stav().potiz.value().value_or("").starts_with("Zprávu nejde ověřit: ");
+    });
+}
+
+TEST_F(FloodAttack, FramesThatAreAllValues) {
+    std::string frame = R"({"future":[0)";
+    while (frame.size() < WebSocketClient::messageLimit - 3) frame += ",0";
+    frame += "]}";
+    memory = std::make_unique<MemoryMeter>();
+    tries = 3;
+    for (std::size_t i = 0; i < tries; ++i) {
+        auto line = logIn();
+        line->send(frame);
+        line->readToTheEnd();
+    }
+}
+
+TEST_F(FloodAttack, EnvelopesOfTheLargestSize) {
+    auto line = logIn();
+    auto envelope = phone.keyExchangeWith(std::string(WebSocketClient::messageLimit / 16 * 9, 'x'));
+    tries = 8;
+    for (std::size_t i = 0; i < tries; ++i) forward(*line, envelope);
+    line->say(RelayMessage::PeerOnline{true});
+    EXPECT_TRUE(line->receive());
+}
+
+} // namespace
+} // namespace morvex

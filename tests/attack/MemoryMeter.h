@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <fstream>
+#include <malloc.h>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// How much more memory this process has held, at its peak, than when the meter was made. Nothing under a
+/// sanitizer, which keeps memory of its own.
+class MemoryMeter {
+  public:
+    MemoryMeter() {
+        malloc_trim(0);
+        // From here on the system counts the peak anew (proc(5), clear_refs).
+        std::ofstream("/proc/self/clear_refs") << 5;
+        before_ = kibibytes("VmRSS:");
+    }
+
+    [[nodiscard]] std::optional<double> peakGrowthInMebibytes() const {
+        if (isSanitized || !before_) return {};
+        const auto peak = kibibytes("VmHWM:");
+        if (!peak) return {};
+        return *peak > *before_ ? static_cast<double>(*peak - *before_) / 1024 : 0;
+    }
+
+  private:
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+    static constexpr bool isSanitized = true;
+#else
+    static constexpr bool isSanitized = false;
+#endif
+
+    static std::optional<std::size_t> kibibytes(const std::string& name) {
+        std::ifstream status("/proc/self/status");
+        for (std::string word; status >> word;)
+            if (std::size_t count = 0; word == name && status >> count) return count;
+        return {};
+    }
+
+    std::optional<std::size_t> before_;
+};
+
+} // namespace morvex
