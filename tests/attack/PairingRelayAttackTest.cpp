@@ -3,6 +3,7 @@
 #include "shared/wire/RelayCalls.h"
 #include "tests/attack/HostileRelay.h"
 #include "tests/attack/MemoryMeter.h"
+#include "tests/support/Await.h"
 #include "tests/support/Effort.h"
 #include "tests/support/RealCompanion.h"
 
@@ -181,6 +182,21 @@ TEST_F(PairingRelayAttack, RepliesWithoutEndAreCut) {
                 body(200, std::string("\x1f\x8b\x08\x00\x00\x00\x00\x00", 8) + std::string(1000, 'x'),
                      "Content-Encoding: gzip\r\n")},
            });
+}
+
+TEST_F(PairingRelayAttack, AReplyOfOneByteAtATimeEndsAtTheLimitOfTheWholeExchange) {
+    relay.answerWith([](Socket& socket, const auto&) {
+        for (bool isTaken = write(socket, "HTTP/1.1 200 X\r\n\r\n"); isTaken;) {
+            std::this_thread::sleep_for(5ms);
+            isTaken = write(socket, " ");
+        }
+    });
+    CurlHttpClient client;
+    ThreadExecutor caller("caller");
+    HttpRequest request{.url = relay.address(), .timeLimit = 200ms};
+    EXPECT_FALSE(await(caller, client.send(request)));
+    expectRecovery();
+    tell("a reply of one byte at a time", 1, "given up at the limit, recovered");
 }
 
 TEST_F(PairingRelayAttack, LiesAboutTheLengthAndOtherProtocolsAreFailures) {

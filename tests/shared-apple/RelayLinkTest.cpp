@@ -1,11 +1,9 @@
 #include "shared-apple/RelayLink.h"
 
-#include "platform/memory/ManualClock.h"
-#include "platform/memory/ManualExecutor.h"
-#include "platform/memory/ScriptedSockets.h"
 #include "shared/trust/Crypto.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"
+#include "tests/shared-apple/RelayLinkFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -17,65 +15,10 @@ namespace {
 
 using namespace std::chrono_literals;
 using Udalost = RelayLink::Udalost;
-
-Task<void> collect(RelayLink& link, std::vector<Udalost>& seen, std::stop_token stop) {
-    while (auto event = co_await link.udalosti().next(stop)) seen.push_back(*std::move(event));
-}
-
-std::string challenge(std::string version = "1.4") {
-    return encode(RelayMessage{RelayMessage::Challenge{toBytes("výzva"), *ProtocolVersion::parse(version)}});
-}
-
-template <class Case> std::string frame(Case content) {
-    return encode(RelayMessage{std::move(content)});
-}
-
-class RelayLinkTest : public testing::Test {
-  protected:
-    RelayLinkTest() { executor.start(collect(link, events, listening.get_token())); }
-
-    ~RelayLinkTest() override {
-        EXPECT_TRUE(executor.run(link.stop()));
-        listening.request_stop();
-        executor.runUntilIdle();
-    }
-
-    /// A link that is logged in.
-    std::shared_ptr<ScriptedSocket> logIn() {
-        auto socket = sockets.layOut();
-        executor.start(link.start());
-        executor.runUntilIdle();
-        socket->deliver(challenge());
-        socket->deliver(frame(RelayMessage::Authenticated{true}));
-        executor.runUntilIdle();
-        return socket;
-    }
-
-    std::vector<Udalost> takeEvents() {
-        executor.runUntilIdle();
-        return std::exchange(events, {});
-    }
-
-    void pass(Clock::Duration time) {
-        clock.advance(time);
-        executor.runUntilIdle();
-    }
-
-    Envelope envelope() {
-        return keyExchange({"PAIR"}, identita->deviceID(), {"PHONE"}, "session", toBytes("hello"),
-                           clock.now(), {});
-    }
-
-    ManualExecutor executor;
-    ManualClock clock;
-    ScriptedSockets sockets;
-    std::shared_ptr<const DeviceIdentity> identita =
-        std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
-    RelayLink link{
-        *RelayAddress::parse("https://relay.example/base"), identita, {"PAIR"}, {executor, clock, sockets}};
-    std::vector<Udalost> events;
-    std::stop_source listening;
-};
+using RelayLinkTest = test::RelayLinkFixture;
+using test::challenge;
+using test::collect;
+using test::frame;
 
 TEST_F(RelayLinkTest, WaitsLongerAfterEveryFailureUpToThirtySeconds) {
     executor.start(link.start());
@@ -349,78 +292,6 @@ TEST_F(RelayLinkTest, StopWhileAFrameIsOnItsWayEndsTheConnectionInPeace) {
     socket->deliver(frame(RelayMessage::PeerOnline{false}));
     EXPECT_TRUE(executor.run(link.stop()));
     for (const auto& event : takeEvents()) EXPECT_FALSE(std::holds_alternative<RelayLink::Pripojuji>(event));
-}
-
-TEST_F(RelayLinkTest, ARelayThatSaysNothingBeforeTheLoginIsLeftAfterAMinute) {
-    for (bool challenges : {false, true}) {
-        auto socket = sockets.layOut();
-        executor.start(link.start());
-        executor.runUntilIdle();
-        if (challenges) socket->deliver(challenge());
-        pass(59s);
-        EXPECT_TRUE(socket->closed.empty());
-        pass(1s);
-        ASSERT_FALSE(socket->closed.empty());
-        EXPECT_EQ(socket->closed.front(), CloseCode::abnormal);
-        EXPECT_EQ(takeEvents().back(), (Udalost{RelayLink::Pripojuji{2, 1}}));
-        EXPECT_TRUE(executor.run(link.stop()));
-        takeEvents();
-    }
-}
-
-TEST_F(RelayLinkTest, TheLimitOfTheLoginDoesNotTouchALinkThatIsLoggedIn) {
-    auto socket = logIn();
-    for (int i = 0; i < 10; ++i) {
-        pass(20s);
-        socket->pong();
-        executor.runUntilIdle();
-    }
-    EXPECT_TRUE(socket->closed.empty());
-}
-
-TEST_F(RelayLinkTest, SignsNoNonceThatBeginsLikeATextOfItsOwn) {
-    executor.start(link.start());
-    for (const char* text : {"ts-session-hello|PAIR|MAC|AAAA", "ts-pair-hello|PAIR|MAC|AAAA", "ts-",
-                             "revoke|PAIR|PHONE|MAC|1800000000"}) {
-        auto socket = sockets.layOut();
-        executor.runUntilIdle();
-        pass(31s);
-        socket->deliver(frame(RelayMessage::Challenge{toBytes(text), ProtocolVersion::current}));
-        auto events = takeEvents();
-        EXPECT_TRUE(socket->sent.empty()) << text;
-        EXPECT_EQ(events[events.size() - 2],
-                  (Udalost{RelayLink::Odpojeno{"Zařízení není spárované. Relay neposlal výzvu."}}));
-    }
-}
-
-TEST_F(RelayLinkTest, ReadsNothingMoreWhileAnEventWaits) {
-    auto socket = logIn();
-    listening.request_stop();
-    executor.runUntilIdle();
-    socket->deliver(frame(RelayMessage::PeerOnline{false}));
-    socket->deliver(frame(RelayMessage::PeerOnline{true}));
-    socket->deliver("no frame");
-    executor.runUntilIdle();
-    EXPECT_TRUE(socket->closed.empty()) << "what breaks the connection was not read yet";
-    std::stop_source again;
-    takeEvents();
-    executor.start(collect(link, events, again.get_token()));
-    auto seen = takeEvents();
-    ASSERT_GE(seen.size(), 3U);
-    EXPECT_EQ(seen[0], (Udalost{RelayLink::Protejsek{false}}));
-    EXPECT_EQ(seen[1], (Udalost{RelayLink::Protejsek{true}}));
-    EXPECT_FALSE(socket->closed.empty());
-    EXPECT_TRUE(executor.run(link.stop()));
-    again.request_stop();
-    executor.runUntilIdle();
-}
-
-TEST_F(RelayLinkTest, OfWhatTheRelaySaysOnlyWhatAPersonReadsIsKept) {
-    auto socket = logIn();
-    takeEvents();
-    socket->deliver(frame(RelayMessage::Failure{RelayFailure::rateLimited, std::string(501, 'x')}));
-    EXPECT_EQ(takeEvents(),
-              (std::vector<Udalost>{RelayLink::Selhalo{RelayFailure::rateLimited, std::string(500, 'x')}}));
 }
 
 } // namespace

@@ -159,7 +159,8 @@ TEST_F(ConsoleShellTest, ShowsAnApprovalAndTakesTheDecision) {
     startShell();
     auto answer = std::make_shared<std::optional<bool>>();
     auto ask = [](Schvalovani& approvals, std::shared_ptr<std::optional<bool>> into) -> Task<void> {
-        into->emplace(co_await approvals.pozadat("mac.mail.send", "Odeslat mail", "Mám?", "celý text\nČíslo k porovnání: 123 456"));
+        into->emplace(co_await approvals.pozadat("mac.mail.send", "Odeslat mail", "Mám?",
+                                                 "celý text\nČíslo k porovnání: 123 456"));
     };
     executor.start(ask(companion->schvalovani(), answer));
     executor.runUntilIdle();

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "platform/memory/ManualClock.h"
+#include "platform/memory/ManualExecutor.h"
+#include "platform/memory/ScriptedSockets.h"
+#include "shared-apple/RelayLink.h"
+#include "shared/wire/Json.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace morvex::test {
+
+inline Task<void> collect(RelayLink& link, std::vector<RelayLink::Udalost>& seen, std::stop_token stop) {
+    while (auto event = co_await link.udalosti().next(stop)) seen.push_back(*std::move(event));
+}
+
+inline std::string challenge(std::string version = "1.4") {
+    return encode(RelayMessage{RelayMessage::Challenge{toBytes("výzva"), *ProtocolVersion::parse(version)}});
+}
+
+template <class Case> std::string frame(Case content) {
+    return encode(RelayMessage{std::move(content)});
+}
+
+/// A link of the computer whose relay is the test.
+class RelayLinkFixture : public testing::Test {
+  protected:
+    using Udalost = RelayLink::Udalost;
+
+    RelayLinkFixture() { executor.start(collect(link, events, listening.get_token())); }
+
+    ~RelayLinkFixture() override {
+        EXPECT_TRUE(executor.run(link.stop()));
+        listening.request_stop();
+        executor.runUntilIdle();
+    }
+
+    /// A link that is logged in.
+    std::shared_ptr<ScriptedSocket> logIn() {
+        auto socket = sockets.layOut();
+        executor.start(link.start());
+        executor.runUntilIdle();
+        socket->deliver(challenge());
+        socket->deliver(frame(RelayMessage::Authenticated{true}));
+        executor.runUntilIdle();
+        return socket;
+    }
+
+    std::vector<Udalost> takeEvents() {
+        executor.runUntilIdle();
+        return std::exchange(events, {});
+    }
+
+    void pass(Clock::Duration time) {
+        clock.advance(time);
+        executor.runUntilIdle();
+    }
+
+    Envelope envelope() {
+        return keyExchange({"PAIR"}, identita->deviceID(), {"PHONE"}, "session", toBytes("hello"),
+                           clock.now(), {});
+    }
+
+    ManualExecutor executor;
+    ManualClock clock;
+    ScriptedSockets sockets;
+    std::shared_ptr<const DeviceIdentity> identita =
+        std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
+    RelayLink link{
+        *RelayAddress::parse("https://relay.example/base"), identita, {"PAIR"}, {executor, clock, sockets}};
+    std::vector<Udalost> events;
+    std::stop_source listening;
+};
+
+} // namespace morvex::test

@@ -1,0 +1,86 @@
+#include "tests/shared-apple/RelayLinkFixture.h"
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+using Udalost = RelayLink::Udalost;
+using RelayLinkLimits = test::RelayLinkFixture;
+using test::challenge;
+using test::collect;
+using test::frame;
+
+TEST_F(RelayLinkLimits, ARelayThatSaysNothingBeforeTheLoginIsLeftAfterAMinute) {
+    for (bool challenges : {false, true}) {
+        auto socket = sockets.layOut();
+        executor.start(link.start());
+        executor.runUntilIdle();
+        if (challenges) socket->deliver(challenge());
+        pass(59s);
+        EXPECT_TRUE(socket->closed.empty());
+        pass(1s);
+        ASSERT_FALSE(socket->closed.empty());
+        EXPECT_EQ(socket->closed.front(), CloseCode::abnormal);
+        EXPECT_EQ(takeEvents().back(), (Udalost{RelayLink::Pripojuji{2, 1}}));
+        EXPECT_TRUE(executor.run(link.stop()));
+        takeEvents();
+    }
+}
+
+TEST_F(RelayLinkLimits, TheLimitOfTheLoginDoesNotTouchALinkThatIsLoggedIn) {
+    auto socket = logIn();
+    for (int i = 0; i < 10; ++i) {
+        pass(20s);
+        socket->pong();
+        executor.runUntilIdle();
+    }
+    EXPECT_TRUE(socket->closed.empty());
+}
+
+TEST_F(RelayLinkLimits, SignsNoNonceThatBeginsLikeATextOfItsOwn) {
+    executor.start(link.start());
+    for (const char* text : {"ts-session-hello|PAIR|MAC|AAAA", "ts-pair-hello|PAIR|MAC|AAAA", "ts-",
+                             "revoke|PAIR|PHONE|MAC|1800000000"}) {
+        auto socket = sockets.layOut();
+        executor.runUntilIdle();
+        pass(31s);
+        socket->deliver(frame(RelayMessage::Challenge{toBytes(text), ProtocolVersion::current}));
+        auto events = takeEvents();
+        EXPECT_TRUE(socket->sent.empty()) << text;
+        EXPECT_EQ(events[events.size() - 2],
+                  (Udalost{RelayLink::Odpojeno{"Zařízení není spárované. Relay neposlal výzvu."}}));
+    }
+}
+
+TEST_F(RelayLinkLimits, ReadsNothingMoreWhileAnEventWaits) {
+    auto socket = logIn();
+    listening.request_stop();
+    executor.runUntilIdle();
+    socket->deliver(frame(RelayMessage::PeerOnline{false}));
+    socket->deliver(frame(RelayMessage::PeerOnline{true}));
+    socket->deliver("no frame");
+    executor.runUntilIdle();
+    EXPECT_TRUE(socket->closed.empty()) << "what breaks the connection was not read yet";
+    std::stop_source again;
+    takeEvents();
+    executor.start(collect(link, events, again.get_token()));
+    auto seen = takeEvents();
+    ASSERT_GE(seen.size(), 3U);
+    EXPECT_EQ(seen[0], (Udalost{RelayLink::Protejsek{false}}));
+    EXPECT_EQ(seen[1], (Udalost{RelayLink::Protejsek{true}}));
+    EXPECT_FALSE(socket->closed.empty());
+    EXPECT_TRUE(executor.run(link.stop()));
+    again.request_stop();
+    executor.runUntilIdle();
+}
+
+TEST_F(RelayLinkLimits, OfWhatTheRelaySaysOnlyWhatAPersonReadsIsKept) {
+    auto socket = logIn();
+    takeEvents();
+    socket->deliver(frame(RelayMessage::Failure{RelayFailure::rateLimited, std::string(501, 'x')}));
+    EXPECT_EQ(takeEvents(),
+              (std::vector<Udalost>{RelayLink::Selhalo{RelayFailure::rateLimited, std::string(500, 'x')}}));
+}
+
+} // namespace
+} // namespace morvex
