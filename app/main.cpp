@@ -167,8 +167,8 @@ int runWindow(System& system, LockFileInstance& instance) {
         picker.close();
         running.quit();
     };
-    TolvyCompanionApp window(running.companion, {*system.clock, running.commands, clipboard, notifications,
-                                                 system.defaults, version, quit});
+    TolvyCompanionApp window(running.companion,
+                             {*system.clock, running.commands, clipboard, notifications, version, quit});
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
     instance.onCall([&window] { window.openMainWindow(); });
     running.commands.spawn(running.startThen([&window] { window.start(); }));

@@ -1,24 +1,18 @@
 #pragma once
 
-#include "platform/ports/UserDefaults.h"
-
 #include <QTranslator>
 
 namespace morvex {
 
-/// The language of the window: Czech until the phone has sent one, whatever the system's is. Installed in the
-/// application, it answers for every context, since the Czech sentence alone is the key. Main thread.
+/// The words of the window in one language. Installed in the application, it answers for every context, since
+/// the Czech sentence alone is the key. Main thread.
 class LanguageTable final : public QTranslator {
     Q_OBJECT
 
   public:
-    explicit LanguageTable(const UserDefaults& defaults);
-
-    /// Takes the table of the language in force. True when it is another one than before.
-    bool update();
-
-    /// "cs", "en", …
-    [[nodiscard]] const QString& code() const { return code_; }
+    /// Takes the table of this language ("cs", "en", …). Without one, as for Czech, every sentence stands for
+    /// itself. True when it is another language than before.
+    bool take(const QString& code);
 
     QString translate(const char* context, const char* source, const char* disambiguation,
                       int count) const override;
@@ -26,8 +20,7 @@ class LanguageTable final : public QTranslator {
     [[nodiscard]] bool isEmpty() const override { return table_.isEmpty(); }
 
   private:
-    const UserDefaults& defaults_;
-    QString code_;
+    QString code_ = QStringLiteral("cs");
     QTranslator table_;
 };
 

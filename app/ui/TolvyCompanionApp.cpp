@@ -6,16 +6,18 @@
 namespace morvex {
 
 TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& surroundings)
-    : language_(surroundings.defaults),
+    : hlas_(companion.hlas()),
       model_(companion, {surroundings.clock, surroundings.scope, surroundings.clipboard,
                          surroundings.appVersion, [this] { openMainWindow(); }, surroundings.quit}),
-      tray_(*model_.link(), [this](const QRect& place) { windows_.toggleMenu(place); }),
+      tray_(*model_.link(), [this](const QRect& place) { toggleMenu(place); }),
       notice_(*model_.approval(), surroundings.notifications) {
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationDisplayName(QStringLiteral("Morvex"));
     QApplication::setDesktopFileName(QStringLiteral("morvex"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/morvex.svg")));
+    followLanguage();
     QCoreApplication::installTranslator(&language_);
+    QObject::connect(model_.voice(), &VoiceModel::changed, &windows_, [this] { followLanguage(); });
     QObject::connect(model_.approval(), &ApprovalModel::changed, &windows_, [this] { showApproval(); });
 }
 
@@ -30,6 +32,12 @@ void TolvyCompanionApp::start() {
 
 void TolvyCompanionApp::openMainWindow() {
     windows_.showMainWindow(WindowHost::Focus::take);
+}
+
+void TolvyCompanionApp::followLanguage() {
+    if (!language_.take(QString::fromStdString(hlas_.textLanguage()))) return;
+    windows_.retranslate();
+    model_.refresh();
 }
 
 void TolvyCompanionApp::showApproval() {

@@ -22,7 +22,6 @@ class TolvyCompanionApp {
         TaskScope& scope; ///< runs what a button starts; stopped and joined before this object goes
         Clipboard& clipboard;
         Notifications& notifications;
-        const UserDefaults& defaults;
         std::string appVersion;
         std::function<void()> quit;
     };
@@ -38,11 +37,18 @@ class TolvyCompanionApp {
     /// Opens the main window and brings it to the front.
     void openMainWindow();
 
+    /// A press of the tray item, which is at this place.
+    void toggleMenu(const QRect& trayItem) { windows_.toggleMenu(trayItem); }
+
+    [[nodiscard]] CompanionModel& model() { return model_; }
+
     [[nodiscard]] const WindowHost& windows() const { return windows_; }
 
   private:
     void showApproval();
+    void followLanguage();
 
+    MacVoiceController& hlas_;
     LanguageTable language_;
     CompanionModel model_;
     WindowHost windows_{model_};

@@ -2,6 +2,8 @@
 
 #include "foundation/OneShot.h"
 
+#include <QCoreApplication>
+
 #include <memory>
 #include <utility>
 
@@ -11,13 +13,18 @@ namespace {
 
 using Answer = OneShot<std::vector<std::string>>;
 
+/// In the language of the program's windows.
+QString words(const std::string& czech) {
+    return QCoreApplication::translate("Morvex", czech.c_str());
+}
+
 QFileDialog* makeDialog(const FolderPicker::Question& question) {
     auto* dialog = new QFileDialog;
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
-    dialog->setWindowTitle(QString::fromStdString(question.message));
-    dialog->setLabelText(QFileDialog::Accept, QString::fromStdString(question.prompt));
+    dialog->setWindowTitle(words(question.message));
+    dialog->setLabelText(QFileDialog::Accept, words(question.prompt));
     if (question.startAt) dialog->setDirectory(QString::fromStdString(*question.startAt));
     return dialog;
 }

@@ -4,32 +4,672 @@
 <context>
     <name>Morvex</name>
     <message>
+        <source>%1 povolených složek</source>
+        <translation>%1 allowed folders</translation>
+    </message>
+    <message>
+        <source>%1 připojeno · %2 nástrojů</source>
+        <translation>%1 connected · %2 tools</translation>
+    </message>
+    <message>
+        <source>%1 synchronizováno</source>
+        <translation>%1 synced</translation>
+    </message>
+    <message>
+        <source>Adresa</source>
+        <translation>Address</translation>
+    </message>
+    <message>
+        <source>Adresa relaye nedává smysl.</source>
+        <translation>The address of the relay makes no sense.</translation>
+    </message>
+    <message>
+        <source>Adresa vlastní aplikace musí být platné HTTPS.</source>
+        <translation>The address of the custom app must be valid HTTPS.</translation>
+    </message>
+    <message>
+        <source>Apple Mail existuje jen v systému macOS.</source>
+        <translation>Apple Mail exists on macOS only.</translation>
+    </message>
+    <message>
+        <source>Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.</source>
+        <translation>The program was found, but `--version` did not answer. Check the installation.</translation>
+    </message>
+    <message>
+        <source>Běží: %1</source>
+        <translation>Running: %1</translation>
+    </message>
+    <message>
+        <source>Doplň název vlastní aplikace.</source>
+        <translation>Give the custom app a name.</translation>
+    </message>
+    <message>
+        <source>Dostupnost</source>
+        <translation>Availability</translation>
+    </message>
+    <message>
+        <source>Historii úkolů se nepodařilo načíst: %1</source>
+        <translation>The history of tasks could not be read: %1</translation>
+    </message>
+    <message>
+        <source>Historii úkolů se nepodařilo uložit: %1</source>
+        <translation>The history of tasks could not be saved: %1</translation>
+    </message>
+    <message>
+        <source>Hlas na Macu</source>
+        <translation>Voice on the Mac</translation>
+    </message>
+    <message>
+        <source>Hlasový rozhovor tahle verze ještě neumí.</source>
+        <translation>This version cannot hold a voice conversation yet.</translation>
+    </message>
+    <message>
+        <source>Hotovo</source>
+        <translation>Done</translation>
+    </message>
+    <message>
+        <source>Identifikátor</source>
+        <translation>Identifier</translation>
+    </message>
+    <message>
+        <source>Integrace</source>
+        <translation>Integrations</translation>
+    </message>
+    <message>
+        <source>Jazyk aplikace a asistentky</source>
+        <translation>Language of the app and the assistant</translation>
+    </message>
+    <message>
+        <source>Kalendář</source>
+        <translation>Calendar</translation>
+    </message>
+    <message>
+        <source>Když se čísla liší, nepotvrzuj. Znamená to, že mezi telefonem a Macem někdo je.</source>
+        <translation>If the numbers differ, do not confirm. It means that somebody stands between the phone and the Mac.</translation>
+    </message>
+    <message>
+        <source>Keychain error %1</source>
+        <translation>Keychain error %1</translation>
+    </message>
+    <message>
+        <source>Kliknutím zkopíruješ text kódu.</source>
+        <translation>A click copies the text of the code.</translation>
+    </message>
+    <message>
+        <source>Klíč pro spojení nejde odvodit: %1</source>
+        <translation>The key for the connection cannot be derived: %1</translation>
+    </message>
+    <message>
+        <source>Klíč telefonu nejde použít: %1</source>
+        <translation>The phone's key cannot be used: %1</translation>
+    </message>
+    <message>
+        <source>Kontakty</source>
+        <translation>Contacts</translation>
+    </message>
+    <message>
+        <source>Kopírovat</source>
+        <translation>Copy</translation>
+    </message>
+    <message>
+        <source>Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.</source>
+        <translation>The code is valid until %1. After that, have a new one shown — the short validity is intended.</translation>
+    </message>
+    <message>
+        <source>Mac není dostupný.</source>
+        <translation>The Mac is not available.</translation>
+    </message>
+    <message>
+        <source>Mac spí</source>
+        <translation>The Mac is asleep</translation>
+    </message>
+    <message>
+        <source>Mluvit bez držení</source>
+        <translation>Talk hands-free</translation>
+    </message>
+    <message>
+        <source>Morvex běží bez systémového sandboxu, protože pouští tvoje vlastní programy a pracuje v tvých složkách. Přístup k souborům hlídá seznam povolených složek.</source>
+        <translation>Morvex runs without the system's sandbox, since it runs programs of your own and works in your folders. Access to files is guarded by the list of allowed folders.</translation>
+    </message>
+    <message>
+        <source>Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti vybilo notebook v tašce.</source>
+        <translation>On battery the Mac goes to sleep whatever this setting says. Holding off sleep without power would drain the notebook in your bag.</translation>
+    </message>
+    <message>
+        <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
+        <translation>Goes to sleep on battery — it is kept awake on mains power only</translation>
+    </message>
+    <message>
+        <source>Nainstalováno</source>
+        <translation>Installed</translation>
+    </message>
+    <message>
+        <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
+        <translation>Scan this code in the Morvex app on the phone.</translation>
+    </message>
+    <message>
+        <source>Nenainstalováno</source>
+        <translation>Not installed</translation>
+    </message>
+    <message>
+        <source>Neshoduje se</source>
+        <translation>It differs</translation>
+    </message>
+    <message>
+        <source>Nespárováno</source>
+        <translation>Not paired</translation>
+    </message>
+    <message>
+        <source>Nový token — ponech prázdné beze změny</source>
+        <translation>New token — leave empty to keep the present one</translation>
+    </message>
+    <message>
+        <source>Nástroje Macu</source>
+        <translation>Tools of the Mac</translation>
+    </message>
+    <message>
+        <source>Název</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>O aplikaci</source>
+        <translation>About</translation>
+    </message>
+    <message>
+        <source>Obnovit stav</source>
+        <translation>Refresh</translation>
+    </message>
+    <message>
+        <source>Odebrat</source>
+        <translation>Remove</translation>
+    </message>
+    <message>
+        <source>Odpojit telefon</source>
+        <translation>Unpair the phone</translation>
+    </message>
+    <message>
+        <source>OpenAI klíč bezpečně převzat z iPhonu</source>
+        <translation>OpenAI key safely taken over from the iPhone</translation>
+    </message>
+    <message>
+        <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
+        <translation>The operation exceeded the limit of %1 seconds and was stopped.</translation>
+    </message>
+    <message>
+        <source>Osobní data</source>
+        <translation>Personal data</translation>
+    </message>
+    <message>
         <source>Otevřít nastavení</source>
         <translation>Open Settings</translation>
     </message>
     <message>
-        <source>Připojuji… (%1. pokus)</source>
-        <translation>Connecting… (attempt %1)</translation>
+        <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
+        <translation>Goes to sleep after a while of idleness and cannot be reached then</translation>
     </message>
     <message>
-        <source>Telefon spí (%1 min)</source>
-        <translation>Phone is asleep (%1 min)</translation>
+        <source>Podle iPhonu</source>
+        <translation>As on the iPhone</translation>
+    </message>
+    <message>
+        <source>Podpis zprávy nesedí. Spojení jsem zahodil.</source>
+        <translation>The signature of the message does not fit. I have dropped the connection.</translation>
+    </message>
+    <message>
+        <source>Pokračovat v Claude</source>
+        <translation>Go on in Claude</translation>
+    </message>
+    <message>
+        <source>Pokračovat v Codexu</source>
+        <translation>Go on in Codex</translation>
+    </message>
+    <message>
+        <source>Poslední úkoly</source>
+        <translation>Recent tasks</translation>
+    </message>
+    <message>
+        <source>Potvrdit</source>
+        <translation>Approve</translation>
+    </message>
+    <message>
+        <source>Potvrdit můžeš tady i hlasem na telefonu. Bez potvrzení se neprovede nic — ani po vypršení.</source>
+        <translation>You can approve here or by voice on the phone. Without approval nothing is done — not after expiry either.</translation>
+    </message>
+    <message>
+        <source>Potvrzeno %1</source>
+        <translation>Confirmed %1</translation>
+    </message>
+    <message>
+        <source>Povolené složky</source>
+        <translation>Allowed folders</translation>
+    </message>
+    <message>
+        <source>Povolit</source>
+        <translation>Allow</translation>
+    </message>
+    <message>
+        <source>Poznámky Morvex</source>
+        <translation>Morvex notes</translation>
+    </message>
+    <message>
+        <source>Poznámky vytvořené na iPhonu se po zabezpečeném spojení objeví tady a zůstanou dostupné i offline.</source>
+        <translation>Notes made on the iPhone appear here once the connection is secured, and stay available offline.</translation>
+    </message>
+    <message>
+        <source>Počítač se nepodařilo udržet vzhůru: %1</source>
+        <translation>The computer could not be kept awake: %1</translation>
+    </message>
+    <message>
+        <source>Pracuje</source>
+        <translation>Working</translation>
     </message>
     <message>
         <source>Pracuje: %1</source>
         <translation>Busy: %1</translation>
     </message>
     <message>
+        <source>Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline.</source>
+        <translation>Regular summaries made on the iPhone appear here and stay available offline.</translation>
+    </message>
+    <message>
+        <source>Protějšek poslal představení, kterému nerozumím.</source>
+        <translation>The other side sent an introduction that I do not understand.</translation>
+    </message>
+    <message>
         <source>Párování neplatí — %1</source>
-        <translation>Pairing is not valid — %1</translation>
+        <translation>The pairing is not valid — %1</translation>
+    </message>
+    <message>
+        <source>Párování s telefonem</source>
+        <translation>Pairing with a phone</translation>
+    </message>
+    <message>
+        <source>Párování se nepodařilo uložit: %1</source>
+        <translation>The pairing could not be saved: %1</translation>
+    </message>
+    <message>
+        <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
+        <translation>The other side's introduction has an invalid signature. I do not encrypt the connection.</translation>
+    </message>
+    <message>
+        <source>Představení telefonu má neplatný podpis. Nic jsem neuložil.</source>
+        <translation>The phone's introduction has an invalid signature. I have kept nothing.</translation>
+    </message>
+    <message>
+        <source>Přerušeno</source>
+        <translation>Interrupted</translation>
+    </message>
+    <message>
+        <source>Při napájení udržovat Morvex dostupný</source>
+        <translation>Keep Morvex available on mains power</translation>
+    </message>
+    <message>
+        <source>Přidat aplikaci</source>
+        <translation>Add an app</translation>
+    </message>
+    <message>
+        <source>Přidat nebo obnovit složku</source>
+        <translation>Add or renew a folder</translation>
+    </message>
+    <message>
+        <source>Přidat složku jde jen odsud. Telefon ani asistentka seznam rozšířit nemůžou.</source>
+        <translation>Folders can be added only here. Neither the phone nor the assistant can extend the list.</translation>
+    </message>
+    <message>
+        <source>Přidat vlastní aplikaci</source>
+        <translation>Add a custom app</translation>
+    </message>
+    <message>
+        <source>Přidej první aplikaci tady nebo ji synchronizuj z iPhonu.</source>
+        <translation>Add the first app here or sync it from the iPhone.</translation>
+    </message>
+    <message>
+        <source>Přidáno na Macu</source>
+        <translation>Added on the Mac</translation>
+    </message>
+    <message>
+        <source>Připoj vlastní MCP službu přes zabezpečenou HTTPS adresu.</source>
+        <translation>Connect an MCP service of your own at a secure HTTPS address.</translation>
+    </message>
+    <message>
+        <source>Připojuji…</source>
+        <translation>Connecting…</translation>
+    </message>
+    <message>
+        <source>Připojuji… (%1. pokus)</source>
+        <translation>Connecting… (attempt %1)</translation>
+    </message>
+    <message>
+        <source>Připomínky</source>
+        <translation>Reminders</translation>
+    </message>
+    <message>
+        <source>Připraven</source>
+        <translation>Ready</translation>
+    </message>
+    <message>
+        <source>Příkazy jen v povolených složkách</source>
+        <translation>Commands in allowed folders only</translation>
+    </message>
+    <message>
+        <source>Přístupový token — volitelný</source>
+        <translation>Access token — optional</translation>
+    </message>
+    <message>
+        <source>QR kód</source>
+        <translation>QR code</translation>
+    </message>
+    <message>
+        <source>QR kód se nepodařilo vykreslit.</source>
+        <translation>The QR code could not be drawn.</translation>
+    </message>
+    <message>
+        <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aktuální aplikace Claude.</source>
+        <translation>The session could not be opened. Check that the current Claude app is installed.</translation>
+    </message>
+    <message>
+        <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aplikace Codex.</source>
+        <translation>The session could not be opened. Check that the Codex app is installed.</translation>
+    </message>
+    <message>
+        <source>Relay</source>
+        <translation>Relay</translation>
+    </message>
+    <message>
+        <source>Relay neodpověděl.</source>
+        <translation>The relay did not answer.</translation>
+    </message>
+    <message>
+        <source>Relay neposlal výzvu.</source>
+        <translation>The relay sent no challenge.</translation>
+    </message>
+    <message>
+        <source>Skončilo chybou</source>
+        <translation>Failed</translation>
+    </message>
+    <message>
+        <source>Soubory</source>
+        <translation>Files</translation>
+    </message>
+    <message>
+        <source>Souhlasí</source>
+        <translation>It matches</translation>
+    </message>
+    <message>
+        <source>Souhrny Morvex</source>
+        <translation>Morvex summaries</translation>
+    </message>
+    <message>
+        <source>Spojení</source>
+        <translation>Connection</translation>
+    </message>
+    <message>
+        <source>Spojení bylo uzavřeno.</source>
+        <translation>The connection was closed.</translation>
+    </message>
+    <message>
+        <source>Spojení přerušeno — %1</source>
+        <translation>Connection interrupted — %1</translation>
+    </message>
+    <message>
+        <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>
+        <translation>The start at login could not be set: %1</translation>
+    </message>
+    <message>
+        <source>Spouštět po přihlášení</source>
+        <translation>Start at login</translation>
+    </message>
+    <message>
+        <source>Spravovat</source>
+        <translation>Manage</translation>
+    </message>
+    <message>
+        <source>Spárovaný telefon</source>
+        <translation>Paired phone</translation>
+    </message>
+    <message>
+        <source>Spárovat jiný telefon</source>
+        <translation>Pair another phone</translation>
+    </message>
+    <message>
+        <source>Stav se nepodařilo odeslat: %1</source>
+        <translation>The status could not be sent: %1</translation>
+    </message>
+    <message>
+        <source>Synchronizováno z iPhonu</source>
+        <translation>Synced from the iPhone</translation>
+    </message>
+    <message>
+        <source>Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
+        <translation>This address leads to this computer only. No other device can connect through it.</translation>
+    </message>
+    <message>
+        <source>Tahle verze to ještě neumí.</source>
+        <translation>This version cannot do that yet.</translation>
+    </message>
+    <message>
+        <source>Telefon</source>
+        <translation>Phone</translation>
+    </message>
+    <message>
+        <source>Telefon není připojený</source>
+        <translation>The phone is not connected</translation>
+    </message>
+    <message>
+        <source>Telefon poslal nekompatibilní párovací zprávu: %1</source>
+        <translation>The phone sent an incompatible pairing message: %1</translation>
+    </message>
+    <message>
+        <source>Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?</source>
+        <translation>The phone has answered. Is this number the same as the one on its screen?</translation>
+    </message>
+    <message>
+        <source>Telefon spí (%1 min)</source>
+        <translation>The phone is asleep (%1 min)</translation>
+    </message>
+    <message>
+        <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>
+        <translation>This task has no session yet in which it could go on.</translation>
+    </message>
+    <message>
+        <source>Terminál</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Text kódu je zkopírovaný.</source>
+        <translation>The text of the code is copied.</translation>
+    </message>
+    <message>
+        <source>Token</source>
+        <translation>Token</translation>
+    </message>
+    <message>
+        <source>Token se ukládá pouze do Keychainu tohoto Macu.</source>
+        <translation>The token is kept in the keychain of this Mac only.</translation>
+    </message>
+    <message>
+        <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
+        <translation>I have handled this message once. I do not carry it out again.</translation>
+    </message>
+    <message>
+        <source>U složek označených níže je potřeba jednou obnovit přístup. Klikni na Přidat nebo obnovit složku a vyber je znovu.</source>
+        <translation>Access to the folders marked below has to be renewed once. Click Add or renew a folder and choose them again.</translation>
+    </message>
+    <message>
+        <source>Ukončit Morvex</source>
+        <translation>Quit Morvex</translation>
+    </message>
+    <message>
+        <source>Uložená adresa relaye nedává smysl.</source>
+        <translation>The stored address of the relay makes no sense.</translation>
+    </message>
+    <message>
+        <source>Uložit</source>
+        <translation>Save</translation>
+    </message>
+    <message>
+        <source>Upraveno %1</source>
+        <translation>Changed %1</translation>
+    </message>
+    <message>
+        <source>Upravit</source>
+        <translation>Edit</translation>
+    </message>
+    <message>
+        <source>Upravit vlastní aplikaci</source>
+        <translation>Edit a custom app</translation>
+    </message>
+    <message>
+        <source>Verze aplikace</source>
+        <translation>App version</translation>
+    </message>
+    <message>
+        <source>Verze protokolu</source>
+        <translation>Protocol version</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace</source>
+        <translation>Custom apps</translation>
+    </message>
+    <message>
+        <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
+        <translation>Choose the folders in which Morvex may work.</translation>
+    </message>
+    <message>
+        <source>Vyhledávání na webu</source>
+        <translation>Web search</translation>
+    </message>
+    <message>
+        <source>Vymazat</source>
+        <translation>Clear</translation>
+    </message>
+    <message>
+        <source>Vymazat historii</source>
+        <translation>Clear the history</translation>
+    </message>
+    <message>
+        <source>Vymazat historii úkolů?</source>
+        <translation>Clear the history of tasks?</translation>
+    </message>
+    <message>
+        <source>Vyžaduje znovu povolit</source>
+        <translation>Has to be allowed again</translation>
+    </message>
+    <message>
+        <source>Výchozí volba se synchronizuje z hlavního iPhonu.</source>
+        <translation>The default is synced from the main iPhone.</translation>
+    </message>
+    <message>
+        <source>Zakládám pár…</source>
+        <translation>Creating a pair…</translation>
+    </message>
+    <message>
+        <source>Zamítnout</source>
+        <translation>Refuse</translation>
+    </message>
+    <message>
+        <source>Zamítnuto.</source>
+        <translation>Refused.</translation>
+    </message>
+    <message>
+        <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
+        <translation>Switch on only the services that Morvex is to use on this Mac.</translation>
+    </message>
+    <message>
+        <source>Zastavit</source>
+        <translation>Stop</translation>
+    </message>
+    <message>
+        <source>Zatím žádný telefon. Morvex for Mac nic nedělá, dokud se nespáruje.</source>
+        <translation>No phone yet. Morvex for Mac does nothing until it is paired.</translation>
+    </message>
+    <message>
+        <source>Zavřít</source>
+        <translation>Close</translation>
+    </message>
+    <message>
+        <source>Zařízení bylo odvoláno.</source>
+        <translation>The device was revoked.</translation>
+    </message>
+    <message>
+        <source>Zjistit znovu</source>
+        <translation>Look again</translation>
+    </message>
+    <message>
+        <source>Zjišťuji…</source>
+        <translation>Looking…</translation>
+    </message>
+    <message>
+        <source>Zkusit znovu</source>
+        <translation>Try again</translation>
+    </message>
+    <message>
+        <source>Změna se projeví od příštího hlasového rozhovoru a bezpečně se oznámí spárovanému iPhonu.</source>
+        <translation>A change takes effect from the next voice conversation on, and the paired iPhone is told of it securely.</translation>
+    </message>
+    <message>
+        <source>Zobrazit QR kód</source>
+        <translation>Show QR code</translation>
+    </message>
+    <message>
+        <source>Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to.</source>
+        <translation>The message came before the connection was secured. Do it again.</translation>
+    </message>
+    <message>
+        <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
+        <translation>The message came late, after %1 seconds. I have not carried it out.</translation>
+    </message>
+    <message>
+        <source>Zprávu nejde ověřit: %1</source>
+        <translation>The message cannot be verified: %1</translation>
     </message>
     <message>
         <source>Zrušeno.</source>
         <translation>Cancelled.</translation>
     </message>
     <message>
-        <source>Stav se nepodařilo odeslat: %1</source>
-        <translation>The status could not be sent: %1</translation>
+        <source>Zrušit</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Zůstane vzhůru, dokud je v zásuvce</source>
+        <translation>Stays awake while it is plugged in</translation>
+    </message>
+    <message>
+        <source>iPhone zůstává hlavní zařízení</source>
+        <translation>The iPhone stays the main device</translation>
+    </message>
+    <message>
+        <source>z iPhonu · E2EE</source>
+        <translation>from the iPhone · E2EE</translation>
+    </message>
+    <message>
+        <source>Úkoly zadané Codexu nebo Claude přes telefon se objeví tady. Pak v nich můžeš pokračovat jedním kliknutím.</source>
+        <translation>Tasks given to Codex or Claude by phone appear here. Then you can go on with them by one click.</translation>
+    </message>
+    <message>
+        <source>Úkoly zůstanou v Claude a Codexu, ale Morvex už k nim nebude nabízet tlačítka pro pokračování.</source>
+        <translation>The tasks stay in Claude and Codex, but Morvex will not offer buttons to go on with them any more.</translation>
+    </message>
+    <message>
+        <source>Čeká na potvrzení: %1</source>
+        <translation>Waits for approval: %1</translation>
+    </message>
+    <message>
+        <source>Čekám na OpenAI klíč z iPhonu</source>
+        <translation>Waiting for the OpenAI key from the iPhone</translation>
+    </message>
+    <message>
+        <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
+        <translation>The numbers differed. I have cancelled the pairing and kept nothing. Try again; if it happens repeatedly, somebody is listening.</translation>
+    </message>
+    <message>
+        <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>
+        <translation>None. Without an allowed folder neither Codex nor Claude Code has a place to work, so they are not offered to the phone at all.</translation>
+    </message>
+    <message>
+        <source>Žádné vlastní aplikace</source>
+        <translation>No custom apps</translation>
     </message>
 </context>
 </TS>

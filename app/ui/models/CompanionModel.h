@@ -1,11 +1,15 @@
 #pragma once
 
 #include "app/ui/models/AboutModel.h"
+#include "app/ui/models/AgentTasksModel.h"
 #include "app/ui/models/ApprovalModel.h"
+#include "app/ui/models/CustomAppsModel.h"
 #include "app/ui/models/FoldersModel.h"
 #include "app/ui/models/IntegrationsModel.h"
 #include "app/ui/models/LinkModel.h"
 #include "app/ui/models/PairingModel.h"
+#include "app/ui/models/RecordsModel.h"
+#include "app/ui/models/VoiceModel.h"
 #include "app/ui/models/WakefulnessModel.h"
 
 #include <functional>
@@ -24,6 +28,11 @@ class CompanionModel final : public QObject {
     Q_PROPERTY(morvex::IntegrationsModel* integrations READ integrations CONSTANT)
     Q_PROPERTY(morvex::FoldersModel* folders READ folders CONSTANT)
     Q_PROPERTY(morvex::WakefulnessModel* wakefulness READ wakefulness CONSTANT)
+    Q_PROPERTY(morvex::CustomAppsModel* customApps READ customApps CONSTANT)
+    Q_PROPERTY(morvex::VoiceModel* voice READ voice CONSTANT)
+    Q_PROPERTY(morvex::AgentTasksModel* tasks READ tasks CONSTANT)
+    Q_PROPERTY(morvex::RecordsModel* notes READ notes CONSTANT)
+    Q_PROPERTY(morvex::RecordsModel* summaries READ summaries CONSTANT)
     Q_PROPERTY(morvex::AboutModel* about READ about CONSTANT)
 
   public:
@@ -37,6 +46,7 @@ class CompanionModel final : public QObject {
     };
 
     CompanionModel(Companion& companion, Surroundings surroundings);
+    ~CompanionModel() override;
 
     LinkModel* link() { return &link_; }
 
@@ -50,7 +60,20 @@ class CompanionModel final : public QObject {
 
     WakefulnessModel* wakefulness() { return &wakefulness_; }
 
+    CustomAppsModel* customApps() { return &customApps_; }
+
+    VoiceModel* voice() { return &voice_; }
+
+    AgentTasksModel* tasks() { return &tasks_; }
+
+    RecordsModel* notes() { return &notes_; }
+
+    RecordsModel* summaries() { return &summaries_; }
+
     AboutModel* about() { return &about_; }
+
+    /// Has the windows read every text anew, as after a change of the language.
+    void refresh();
 
     /// "Otevřít nastavení"
     Q_INVOKABLE void openMainWindow();
@@ -58,6 +81,7 @@ class CompanionModel final : public QObject {
     Q_INVOKABLE void quit();
 
   private:
+    Companion& companion_;
     Surroundings surroundings_;
     LinkModel link_;
     PairingModel pairing_;
@@ -65,6 +89,11 @@ class CompanionModel final : public QObject {
     IntegrationsModel integrations_;
     FoldersModel folders_;
     WakefulnessModel wakefulness_;
+    CustomAppsModel customApps_;
+    VoiceModel voice_;
+    AgentTasksModel tasks_;
+    RecordsModel notes_;
+    RecordsModel summaries_;
     AboutModel about_;
 };
 

@@ -21,6 +21,10 @@ QString IntegrationRow::problem() const {
     return localized(description_.problem());
 }
 
+QString IntegrationRow::action() const {
+    return localized(description_.action);
+}
+
 bool IntegrationRow::on() const {
     return description_.available && settings_.isOn(description_.integration);
 }

@@ -16,6 +16,7 @@ class IntegrationRow final : public ViewModel {
     Q_PROPERTY(QString name READ name NOTIFY changed)
     Q_PROPERTY(QString detail READ detail NOTIFY changed)
     Q_PROPERTY(QString problem READ problem NOTIFY changed)
+    Q_PROPERTY(QString action READ action NOTIFY changed)
     Q_PROPERTY(bool available READ available CONSTANT)
     Q_PROPERTY(bool on READ on WRITE setOn NOTIFY changed)
 
@@ -27,7 +28,8 @@ class IntegrationRow final : public ViewModel {
         std::function<std::string()> detail;
         /// What a new look ("Zjistit znovu") may mend; empty is none.
         std::function<std::string()> problem = [] { return std::string(); };
-        bool available = true; ///< the service exists on this system
+        bool available = true;   ///< the service exists on this system
+        std::string action = {}; ///< what its button is called; none when it is empty
     };
 
     IntegrationRow(MacIntegrationSettings& settings, Description description);
@@ -35,6 +37,8 @@ class IntegrationRow final : public ViewModel {
     [[nodiscard]] QString name() const;
     [[nodiscard]] QString detail() const;
     [[nodiscard]] QString problem() const;
+
+    [[nodiscard]] QString action() const;
 
     [[nodiscard]] bool available() const { return description_.available; }
 

@@ -2,6 +2,7 @@
 
 #include <QPointer>
 
+#include <algorithm>
 #include <utility>
 
 namespace morvex {
@@ -9,10 +10,6 @@ namespace morvex {
 namespace {
 
 /// Why a row cannot be switched.
-std::function<std::string()> sentence(const char* text) {
-    return [text] { return std::string(text); };
-}
-
 constexpr const char* notYet = "Tahle verze to ještě neumí.";
 constexpr const char* onlyOnMac = "Apple Mail existuje jen v systému macOS.";
 
@@ -21,10 +18,11 @@ constexpr const char* onlyOnMac = "Apple Mail existuje jen v systému macOS.";
 IntegrationsModel::IntegrationsModel(Companion& companion) : companion_(companion) {
     addPersonalData();
     addMacTools();
-    add(customApps_, {.integration = Integration::customApps,
-                      .name = "Vlastní aplikace",
-                      .detail = sentence(notYet),
-                      .available = false});
+    addCustomApps();
+}
+
+void IntegrationsModel::refreshRows() {
+    for (const auto& row : rows_) row->refresh();
 }
 
 void IntegrationsModel::detectAgain() {
@@ -32,24 +30,41 @@ void IntegrationsModel::detectAgain() {
 }
 
 void IntegrationsModel::addPersonalData() {
-    const std::pair<Integration, const char*> rows[] = {
-        {Integration::calendar, "Kalendář"},
-        {Integration::reminders, "Připomínky"},
-        {Integration::contacts, "Kontakty"},
-        {Integration::notes, "Poznámky Morvex"},
-        {Integration::webSearch, "Vyhledávání na webu"},
-    };
-    for (const auto& [integration, name] : rows)
-        add(personalData_,
-            {.integration = integration, .name = name, .detail = sentence(notYet), .available = false});
-    add(personalData_, {.integration = Integration::appleMail,
-                        .name = "Apple Mail",
-                        .detail = sentence(onlyOnMac),
+    addMissing(Integration::calendar, "Kalendář", notYet);
+    addMissing(Integration::reminders, "Připomínky", notYet);
+    addMissing(Integration::contacts, "Kontakty", notYet);
+    auto& notes = companion_.poznamky();
+    add(personalData_, {.integration = Integration::notes, .name = "Poznámky Morvex", .detail = [&notes] {
+                            return std::to_string(notes.notes().size()) + " synchronizováno";
+                        }});
+    addMissing(Integration::webSearch, "Vyhledávání na webu", notYet);
+    addMissing(Integration::appleMail, "Apple Mail", onlyOnMac);
+    addMissing(Integration::smtp, "SMTP / IMAP", notYet);
+}
+
+void IntegrationsModel::addMissing(Integration integration, const char* name, const char* reason) {
+    add(personalData_, {.integration = integration,
+                        .name = name,
+                        .detail = [reason] { return std::string(reason); },
                         .available = false});
-    add(personalData_, {.integration = Integration::smtp,
-                        .name = "SMTP / IMAP",
-                        .detail = sentence(notYet),
-                        .available = false});
+}
+
+void IntegrationsModel::addCustomApps() {
+    auto& service = companion_.customApps();
+    auto& row = add(customApps_, {.integration = Integration::customApps,
+                                  .name = "Vlastní aplikace",
+                                  .detail = [this] { return customAppsDetail(); },
+                                  .action = "Spravovat"});
+    service.priZmene([self = QPointer<IntegrationRow>(&row)] {
+        if (self) self->refresh();
+    });
+}
+
+std::string IntegrationsModel::customAppsDetail() const {
+    auto connected = std::ranges::count_if(companion_.customApps().apps(), &AppSummary::enabled);
+    auto tools = std::ranges::count_if(companion_.nastroje().nabizeneNastroje(),
+                                       [](const auto& tool) { return tool.name.starts_with("mac.custom."); });
+    return std::to_string(connected) + " připojeno · " + std::to_string(tools) + " nástrojů";
 }
 
 void IntegrationsModel::addMacTools() {
@@ -62,9 +77,9 @@ void IntegrationsModel::addMacTools() {
     slozky.priZmene([row = QPointer<IntegrationRow>(&files)] {
         if (row) row->refresh();
     });
-    add(macTools_, {.integration = Integration::terminal,
-                    .name = "Terminál",
-                    .detail = sentence("Příkazy jen v povolených složkách")});
+    add(macTools_, {.integration = Integration::terminal, .name = "Terminál", .detail = [] {
+                        return std::string("Příkazy jen v povolených složkách");
+                    }});
 }
 
 void IntegrationsModel::addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status) {

@@ -6,6 +6,7 @@
 #include <QList>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace morvex {
@@ -28,12 +29,18 @@ class IntegrationsModel final : public ViewModel {
 
     [[nodiscard]] const QList<QObject*>& customApps() const { return customApps_; }
 
+    /// Has every row read anew.
+    void refreshRows();
+
     /// Looks for programs and services again.
     Q_INVOKABLE void detectAgain();
 
   private:
     void addPersonalData();
+    void addMissing(Integration integration, const char* name, const char* reason);
     void addMacTools();
+    void addCustomApps();
+    [[nodiscard]] std::string customAppsDetail() const;
     void addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status);
     IntegrationRow& add(QList<QObject*>& group, IntegrationRow::Description description);
 

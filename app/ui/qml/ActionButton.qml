@@ -40,12 +40,6 @@ T.Button {
         color: button.main ? (button.down ? Vzhled.buttonDown : button.hovered ? Vzhled.buttonHover : Vzhled.button) : (button.down ? Vzhled.pressed : button.hovered ? Vzhled.hover : Vzhled.card)
         border.color: button.main ? "transparent" : Vzhled.fieldLine
         border.width: button.main ? 0 : 1
-
-        Behavior on color {
-            ColorAnimation {
-                duration: Vzhled.quick
-            }
-        }
     }
 
     FocusRing {

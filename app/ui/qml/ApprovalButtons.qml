@@ -1,17 +1,30 @@
 import Morvex
 import QtQuick
 
+/// The two answers to the action that waits.
 ButtonRow {
     id: row
 
     required property ApprovalModel model
+    property bool approveFirst: false
+
+    Component.onCompleted: {
+        if (!approveFirst)
+            return;
+        refuse.parent = null;
+        refuse.parent = row;
+    }
 
     ActionButton {
+        id: refuse
+
         text: qsTr("Zamítnout")
         onClicked: row.model.refuse(row.model.requestId)
     }
 
     ActionButton {
+        id: approve
+
         kind: ActionButton.Kind.Main
         text: qsTr("Potvrdit")
         onClicked: row.model.approve(row.model.requestId)

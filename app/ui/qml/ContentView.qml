@@ -24,6 +24,40 @@ Flickable {
             contentY = Math.min(contentHeight - height, bottom - height);
     }
 
+    function read(record: var) {
+        reading.note = record;
+        reading.open();
+    }
+
+    ClearHistorySheet {
+        id: clearing
+
+        model: view.companion.tasks
+    }
+
+    PoznamkaNaMacu {
+        id: reading
+
+        onKopirovat: text => view.companion.notes.copy(text)
+    }
+
+    CustomAppsSettingsView {
+        id: customApps
+
+        model: view.companion.customApps
+        onEditing: app => {
+            close();
+            editor.edit(app);
+        }
+    }
+
+    CustomAppEditor {
+        id: editor
+
+        onClosed: customApps.open()
+        model: view.companion.customApps
+    }
+
     Connections {
         target: view.Window.window
         function onActiveFocusItemChanged() {
@@ -64,6 +98,7 @@ Flickable {
 
         VoiceCard {
             Layout.fillWidth: true
+            model: view.companion.voice
         }
 
         ApprovalCard {
@@ -76,6 +111,8 @@ Flickable {
         MacIntegrationsView {
             Layout.fillWidth: true
             model: view.companion.integrations
+            voice: view.companion.voice
+            onManagingCustomApps: customApps.open()
         }
 
         FoldersCard {
@@ -86,6 +123,30 @@ Flickable {
         WakefulnessCard {
             Layout.fillWidth: true
             model: view.companion.wakefulness
+        }
+
+        TasksCard {
+            Layout.fillWidth: true
+            model: view.companion.tasks
+            onClearing: clearing.open()
+        }
+
+        RecordsCard {
+            Layout.fillWidth: true
+            title: qsTr("Poznámky Morvex")
+            glyph: "note"
+            whenEmpty: qsTr("Poznámky vytvořené na iPhonu se po zabezpečeném spojení objeví tady a zůstanou dostupné i offline.")
+            model: view.companion.notes
+            onOpened: record => view.read(record)
+        }
+
+        RecordsCard {
+            Layout.fillWidth: true
+            title: qsTr("Souhrny Morvex")
+            glyph: "summary"
+            whenEmpty: qsTr("Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline.")
+            model: view.companion.summaries
+            onOpened: record => view.read(record)
         }
 
         AboutCard {

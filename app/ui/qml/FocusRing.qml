@@ -1,8 +1,9 @@
 import QtQuick
+import QtQuick.Templates as T
 
 /// Drawn around the control that has the keyboard, when the keyboard brought it there.
 Rectangle {
-    required property Item control
+    required property T.Control control
 
     anchors.fill: control
     anchors.margins: -3

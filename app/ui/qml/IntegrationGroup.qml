@@ -9,6 +9,7 @@ ColumnLayout {
     required property string title
     required property IntegrationsModel model
     property alias rows: repeater.model
+    signal managing
 
     Layout.fillWidth: true
     Layout.topMargin: Vzhled.hairGap
@@ -38,9 +39,9 @@ ColumnLayout {
                 problem: entry.modelData.problem
                 value: entry.modelData.on
                 available: entry.modelData.available
-                action: problem === "" ? "" : qsTr("Zjistit znovu")
+                action: problem === "" ? entry.modelData.action : qsTr("Zjistit znovu")
                 onWanted: on => entry.modelData.on = on
-                onActed: group.model.detectAgain()
+                onActed: problem === "" ? group.managing() : group.model.detectAgain()
             }
         }
     }

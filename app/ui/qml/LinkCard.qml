@@ -1,6 +1,5 @@
 import Morvex
 import QtQuick
-import QtQuick.Layouts
 
 Karta {
     id: view

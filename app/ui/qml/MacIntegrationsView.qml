@@ -7,6 +7,8 @@ Karta {
     id: view
 
     required property IntegrationsModel model
+    required property VoiceModel voice
+    signal managingCustomApps
 
     title: qsTr("Integrace")
     glyph: "grid"
@@ -33,6 +35,11 @@ Karta {
         title: qsTr("Vlastní aplikace")
         rows: view.model.customApps
         model: view.model
+        onManaging: view.managingCustomApps()
+    }
+
+    LanguageSection {
+        model: view.voice
     }
 
     CaptionText {

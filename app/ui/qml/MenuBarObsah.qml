@@ -25,9 +25,11 @@ Rectangle {
             spacing: Vzhled.gap
 
             Image {
-                Layout.margins: Vzhled.hairGap
+                Layout.leftMargin: Vzhled.hairGap
+                Layout.preferredWidth: 36
+                Layout.preferredHeight: 36
                 sourceSize: Qt.size(36, 36)
-                source: `qrc:/pictures/availability/${view.model.link.symbol}.svg`
+                source: "qrc:/pictures/waveform.svg"
             }
 
             ColumnLayout {
@@ -61,10 +63,26 @@ Rectangle {
             Layout.fillWidth: true
             Layout.margins: Vzhled.hairGap
             visible: view.model.approval.waiting
+            approveFirst: true
             model: view.model.approval
         }
 
         Divider {}
+
+        RowLayout {
+            Layout.margins: Vzhled.hairGap
+            visible: view.model.tasks.runningTool !== ""
+
+            BodyText {
+                Layout.fillWidth: true
+                text: qsTr("Běží: %1").arg(view.model.tasks.runningTool)
+            }
+
+            ActionButton {
+                text: qsTr("Zastavit")
+                onClicked: view.model.tasks.stop(view.model.tasks.runningId)
+            }
+        }
 
         CaptionText {
             Layout.fillWidth: true

@@ -14,9 +14,9 @@ Window {
     height: content.implicitHeight
     color: Vzhled.card
     onActiveChanged: {
-        if (!active && wasActive)
-            close();
-        wasActive = active;
+        if (!window.active && window.wasActive)
+            window.close();
+        window.wasActive = window.active;
     }
 
     Shortcut {

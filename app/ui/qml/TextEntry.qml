@@ -7,12 +7,19 @@ ColumnLayout {
     id: entry
 
     property string label
+    /// What stands here until something else is typed.
     property string value
     property alias hint: field.placeholderText
     property alias echoMode: field.echoMode
     property alias text: field.text
     signal edited(string text)
 
+    /// Takes the keyboard.
+    function take() {
+        field.forceActiveFocus();
+    }
+
+    onValueChanged: field.text = value
     Layout.fillWidth: true
     spacing: Vzhled.hairGap
 
@@ -29,7 +36,6 @@ ColumnLayout {
         leftPadding: 12
         rightPadding: 12
         verticalAlignment: TextInput.AlignVCenter
-        text: entry.value
         color: Vzhled.text
         selectionColor: Vzhled.button
         selectedTextColor: Vzhled.buttonText
@@ -41,7 +47,6 @@ ColumnLayout {
         Accessible.description: placeholderText
         onEditingFinished: {
             entry.edited(text);
-            text = Qt.binding(() => entry.value);
         }
 
         background: Rectangle {

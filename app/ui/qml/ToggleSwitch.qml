@@ -51,12 +51,6 @@ T.Switch {
                 }
             }
         }
-
-        Behavior on color {
-            ColorAnimation {
-                duration: Vzhled.quick
-            }
-        }
     }
 
     FocusRing {

@@ -1,8 +1,13 @@
+import Morvex
 import QtQuick
 import QtQuick.Layouts
 
 /// The computer's own voice assistant, which this version does not have.
 Karta {
+    id: view
+
+    required property VoiceModel model
+
     title: qsTr("Hlas na Macu")
     glyph: "voice"
 
@@ -14,6 +19,11 @@ Karta {
     CaptionText {
         Layout.fillWidth: true
         text: qsTr("iPhone zůstává hlavní zařízení")
+    }
+
+    CaptionText {
+        Layout.fillWidth: true
+        text: view.model.hasKey ? qsTr("OpenAI klíč bezpečně převzat z iPhonu") : qsTr("Čekám na OpenAI klíč z iPhonu")
     }
 
     ButtonRow {

@@ -36,8 +36,8 @@ UiHarness::~UiHarness() {
 
 void UiHarness::openUi() {
     ui = std::make_unique<TolvyCompanionApp>(
-        *companion, TolvyCompanionApp::Surroundings{clock, uiScope, clipboard, notifications, defaults,
-                                                    "1.2.3 (4)", [this] { ++quits; }});
+        *companion, TolvyCompanionApp::Surroundings{clock, uiScope, clipboard, notifications, "1.2.3 (4)",
+                                                    [this] { ++quits; }});
     ui->openMainWindow();
     settle();
 }
@@ -73,6 +73,16 @@ void UiHarness::press(const std::string& name, QQuickWindow* in) {
     auto toggle = QAccessibleActionInterface::toggleAction();
     actions->doAction(actions->actionNames().contains(toggle) ? toggle
                                                               : QAccessibleActionInterface::pressAction());
+    settle();
+}
+
+void UiHarness::type(const std::string& name, const std::string& text) {
+    QAccessibleInterface* field = nullptr;
+    walk(QAccessible::queryAccessibleInterface(window()), [&](QAccessibleInterface* node) {
+        if (node->role() == QAccessible::EditableText && nameOf(node) == name) field = node;
+    });
+    ASSERT_NE(field, nullptr) << name << " is not there:\n" << texts();
+    field->object()->setProperty("text", QString::fromStdString(text));
     settle();
 }
 

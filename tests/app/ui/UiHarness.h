@@ -34,6 +34,8 @@ class UiHarness : public CompanionHarness {
     std::string texts(QQuickWindow* in = nullptr);
     /// Presses the button or switch of this name.
     void press(const std::string& name, QQuickWindow* in = nullptr);
+    /// Types into the field of this name, which is empty.
+    void type(const std::string& name, const std::string& text);
     /// Whether the switch of this name is on.
     bool isOn(const std::string& name);
 

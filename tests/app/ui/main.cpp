@@ -9,7 +9,7 @@
 /// The tests of the window draw without a display, with one font, in one time zone.
 int main(int argc, char** argv) {
     for (const auto& [name, value] :
-         {std::pair{"QT_QPA_PLATFORM", "offscreen"}, {"LC_ALL", "C.UTF-8"}, {"TZ", "UTC"}})
+         {std::pair{"QT_QPA_PLATFORM", "offscreen"}, {"LC_ALL", "cs_CZ.UTF-8"}, {"TZ", "UTC"}})
         ::setenv(name, value, 1);
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);

@@ -1,0 +1,111 @@
+#include "app/ui/models/AgentTasksModel.h"
+
+#include "app/agents/AgentId.h"
+#include "app/ui/Localized.h"
+#include "app/ui/ShortDate.h"
+
+#include <QPointer>
+#include <QStringList>
+#include <QVariantMap>
+
+#include <algorithm>
+
+namespace morvex {
+
+namespace {
+
+QString agentName(const UkolAgenta& ukol) {
+    if (ukol.nastroj == AgentId::claudeCode) return QStringLiteral("Claude Code");
+    if (ukol.nastroj == AgentId::codex) return QStringLiteral("Codex");
+    return QString::fromStdString(ukol.nastroj);
+}
+
+QString stateText(UkolAgenta::Stav stav) {
+    switch (stav) {
+    case UkolAgenta::Stav::bezi:
+        return localized("Pracuje");
+    case UkolAgenta::Stav::hotovo:
+        return localized("Hotovo");
+    case UkolAgenta::Stav::chyba:
+        return localized("Skončilo chybou");
+    case UkolAgenta::Stav::preruseno:
+        return localized("Přerušeno");
+    }
+    return {};
+}
+
+/// What the button is called that goes on with the task.
+QString continuation(const UkolAgenta& ukol) {
+    return localized(ukol.nastroj == AgentId::claudeCode ? "Pokračovat v Claude" : "Pokračovat v Codexu");
+}
+
+QString idOf(const UkolAgenta& ukol) {
+    return QString::fromStdString(ukol.id.text());
+}
+
+QVariantMap row(const UkolAgenta& ukol) {
+    const QStringList about{agentName(ukol), stateText(ukol.stav), shortDate(ukol.aktualizovano)};
+    const auto& detail = ukol.chyba ? ukol.chyba : ukol.shrnuti;
+    return {
+        {QStringLiteral("id"), idOf(ukol)},
+        {QStringLiteral("title"), QString::fromStdString(ukol.nazev)},
+        {QStringLiteral("state"), about.join(QStringLiteral(" · "))},
+        {QStringLiteral("detail"), localized(detail.value_or(std::string()))},
+        {QStringLiteral("running"), ukol.stav == UkolAgenta::Stav::bezi},
+        {QStringLiteral("failed"), ukol.stav == UkolAgenta::Stav::chyba},
+        {QStringLiteral("continuation"), continuation(ukol)},
+    };
+}
+
+} // namespace
+
+AgentTasksModel::AgentTasksModel(Companion& companion)
+    : companion_(companion), historie_(companion.historieAgentu()) {
+    historie_.priZmene([self = QPointer<AgentTasksModel>(this)] {
+        if (self) self->refresh();
+    });
+}
+
+QVariantList AgentTasksModel::rows() const {
+    QVariantList rows;
+    for (const auto& ukol : historie_.polozky()) rows.push_back(row(ukol));
+    return rows;
+}
+
+QString AgentTasksModel::trouble() const {
+    return localized(historie_.potiz().value_or(std::string()));
+}
+
+QString AgentTasksModel::runningTool() const {
+    const auto* ukol = running();
+    return ukol ? agentName(*ukol) : QString();
+}
+
+QString AgentTasksModel::runningId() const {
+    const auto* ukol = running();
+    return ukol ? idOf(*ukol) : QString();
+}
+
+void AgentTasksModel::resume(const QString& id) {
+    if (const auto* ukol = find(id)) historie_.otevritRelaci(*ukol);
+}
+
+void AgentTasksModel::stop(const QString& id) {
+    if (const auto* ukol = find(id)) companion_.zastavitUkol(ukol->workItemID);
+}
+
+void AgentTasksModel::clear() {
+    historie_.vymazat();
+}
+
+const UkolAgenta* AgentTasksModel::find(const QString& id) const {
+    auto found = std::ranges::find(historie_.polozky(), id, idOf);
+    return found == historie_.polozky().end() ? nullptr : &*found;
+}
+
+const UkolAgenta* AgentTasksModel::running() const {
+    auto found = std::ranges::find(historie_.polozky(), UkolAgenta::Stav::bezi, &UkolAgenta::stav);
+    return found == historie_.polozky().end() ? nullptr : &*found;
+}
+
+} // namespace morvex

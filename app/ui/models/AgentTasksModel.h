@@ -1,0 +1,45 @@
+#pragma once
+
+#include "app/companion/Companion.h"
+#include "app/ui/models/ViewModel.h"
+
+#include <QVariantList>
+
+namespace morvex {
+
+/// The tasks of the coding agents: card "Poslední úkoly" and the running one in the tray window. The
+/// companion calls this object back, so it lives as long as the companion works.
+class AgentTasksModel final : public ViewModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("")
+    /// A map each: `id`, `title`, `state`, `detail`, `running`, `failed`, `continuation`.
+    Q_PROPERTY(QVariantList rows READ rows NOTIFY changed)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+    /// What the agent is called that works now; empty when none does.
+    Q_PROPERTY(QString runningTool READ runningTool NOTIFY changed)
+    Q_PROPERTY(QString runningId READ runningId NOTIFY changed)
+
+  public:
+    explicit AgentTasksModel(Companion& companion);
+
+    [[nodiscard]] QVariantList rows() const;
+    [[nodiscard]] QString trouble() const;
+    [[nodiscard]] QString runningTool() const;
+    [[nodiscard]] QString runningId() const;
+
+    /// "Pokračovat v …": opens the task's session in its agent's application.
+    Q_INVOKABLE void resume(const QString& id);
+    Q_INVOKABLE void stop(const QString& id);
+    /// "Vymazat historii"
+    Q_INVOKABLE void clear();
+
+  private:
+    [[nodiscard]] const UkolAgenta* find(const QString& id) const;
+    [[nodiscard]] const UkolAgenta* running() const;
+
+    Companion& companion_;
+    HistorieAgentu& historie_;
+};
+
+} // namespace morvex

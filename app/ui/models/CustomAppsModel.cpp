@@ -1,0 +1,68 @@
+#include "app/ui/models/CustomAppsModel.h"
+
+#include "app/ui/Localized.h"
+
+#include <QPointer>
+#include <QVariantMap>
+
+#include <utility>
+
+namespace morvex {
+
+CustomAppsModel::CustomAppsModel(MacCustomAppsService& service, TaskScope& scope)
+    : service_(service), scope_(scope) {
+    service_.priZmene([self = QPointer<CustomAppsModel>(this)] {
+        if (self) self->refresh();
+    });
+}
+
+QVariantList CustomAppsModel::rows() const {
+    QVariantList rows;
+    for (const auto& app : service_.apps())
+        rows.push_back(QVariantMap{
+            {QStringLiteral("id"), QString::fromStdString(app.id)},
+            {QStringLiteral("name"), QString::fromStdString(app.name)},
+            {QStringLiteral("endpoint"), QString::fromStdString(app.endpoint)},
+            {QStringLiteral("enabled"), app.enabled},
+            {QStringLiteral("fromPhone"), app.comesFromIPhone},
+        });
+    return rows;
+}
+
+QString CustomAppsModel::error() const {
+    return localized(error_);
+}
+
+void CustomAppsModel::setEnabled(const QString& id, bool enabled) {
+    scope_.spawn(service_.setEnabled(id.toStdString(), enabled));
+}
+
+void CustomAppsModel::remove(const QString& id) {
+    scope_.spawn(service_.remove(id.toStdString()));
+}
+
+void CustomAppsModel::save(const QString& id, const QString& name, const QString& endpoint,
+                           const QString& token) {
+    if (saving_) return;
+    saving_ = true;
+    error_.clear();
+    refresh();
+    auto stored = id.isEmpty() ? std::nullopt : std::optional(id.toStdString());
+    scope_.spawn(keep(std::move(stored), name.toStdString(), endpoint.toStdString(), token.toStdString()));
+}
+
+void CustomAppsModel::clearError() {
+    error_.clear();
+    refresh();
+}
+
+Task<void> CustomAppsModel::keep(std::optional<std::string> id, std::string name, std::string endpoint,
+                                 std::string token) {
+    auto kept = co_await service_.save(std::move(id), std::move(name), std::move(endpoint), std::move(token));
+    saving_ = false;
+    if (!kept) error_ = kept.error().popis();
+    refresh();
+    if (kept) Q_EMIT saved();
+}
+
+} // namespace morvex

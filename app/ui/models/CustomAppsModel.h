@@ -1,0 +1,55 @@
+#pragma once
+
+#include "app/customapps/MacCustomAppsService.h"
+#include "app/ui/models/ViewModel.h"
+#include "foundation/TaskScope.h"
+
+#include <QVariantList>
+
+#include <optional>
+
+namespace morvex {
+
+/// The custom apps and their editor. The companion calls this object back, so it lives as long as the
+/// companion works.
+class CustomAppsModel final : public ViewModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("")
+    /// A map each: `id`, `name`, `endpoint`, `enabled`, `fromPhone`.
+    Q_PROPERTY(QVariantList rows READ rows NOTIFY changed)
+    Q_PROPERTY(bool saving READ saving NOTIFY changed)
+    Q_PROPERTY(QString error READ error NOTIFY changed)
+
+  public:
+    CustomAppsModel(MacCustomAppsService& service, TaskScope& scope);
+
+    [[nodiscard]] QVariantList rows() const;
+
+    [[nodiscard]] bool saving() const { return saving_; }
+
+    /// Why the last save failed.
+    [[nodiscard]] QString error() const;
+
+    Q_INVOKABLE void setEnabled(const QString& id, bool enabled);
+    Q_INVOKABLE void remove(const QString& id);
+    /// Adds an app when the id is empty, else changes that one; `saved` tells of a success. An empty token
+    /// stays what it was.
+    Q_INVOKABLE void save(const QString& id, const QString& name, const QString& endpoint,
+                          const QString& token);
+    /// For a new look at the editor.
+    Q_INVOKABLE void clearError();
+
+  Q_SIGNALS:
+    void saved();
+
+  private:
+    Task<void> keep(std::optional<std::string> id, std::string name, std::string endpoint, std::string token);
+
+    MacCustomAppsService& service_;
+    TaskScope& scope_;
+    bool saving_ = false;
+    std::string error_;
+};
+
+} // namespace morvex

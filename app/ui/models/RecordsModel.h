@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/ui/models/ViewModel.h"
+#include "platform/ports/Clipboard.h"
+
+#include <QVariantList>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// Texts that came from the phone, for reading: the cards of notes and of summaries.
+class RecordsModel final : public ViewModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("")
+    /// A map each: `title`, `body`, `date`.
+    Q_PROPERTY(QVariantList rows READ rows NOTIFY changed)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+
+  public:
+    struct Record {
+        std::string title;
+        std::string body;
+        QString date; ///< of the last change, as it is shown
+    };
+
+    /// Where the records are; it outlives this object.
+    struct Source {
+        std::function<std::vector<Record>()> records;
+        std::function<std::optional<std::string>()> problem;
+    };
+
+    RecordsModel(Source source, Clipboard& clipboard);
+
+    [[nodiscard]] QVariantList rows() const;
+    [[nodiscard]] QString trouble() const;
+
+    Q_INVOKABLE void copy(const QString& text);
+
+  private:
+    Source source_;
+    Clipboard& clipboard_;
+};
+
+} // namespace morvex

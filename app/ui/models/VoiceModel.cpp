@@ -1,0 +1,60 @@
+#include "app/ui/models/VoiceModel.h"
+
+#include "app/ui/Localized.h"
+
+#include <QPointer>
+#include <QVariantMap>
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace morvex {
+
+namespace {
+
+struct Language {
+    std::string_view mode;
+    const char* name;
+};
+
+/// Each language is called what its speakers call it.
+constexpr std::array<Language, 6> languageModes{{
+    {MacVoiceController::phoneMode, "Podle iPhonu"},
+    {"cs", "Čeština"},
+    {"en", "English"},
+    {"de", "Deutsch"},
+    {"fr", "Français"},
+    {"es", "Español"},
+}};
+
+} // namespace
+
+VoiceModel::VoiceModel(MacVoiceController& hlas) : hlas_(hlas) {
+    hlas_.priZmene([self = QPointer<VoiceModel>(this)] {
+        if (self) self->refresh();
+    });
+}
+
+bool VoiceModel::hasKey() const {
+    return !hlas_.apiKey().empty();
+}
+
+QVariantList VoiceModel::languages() const {
+    QVariantList rows;
+    for (const auto& [mode, name] : languageModes)
+        rows.push_back(QVariantMap{{QStringLiteral("mode"), QString::fromUtf8(mode)},
+                                   {QStringLiteral("name"), localized(name)}});
+    return rows;
+}
+
+int VoiceModel::languageIndex() const {
+    auto found = std::ranges::find(languageModes, hlas_.languageMode(), &Language::mode);
+    return static_cast<int>(found - languageModes.begin());
+}
+
+void VoiceModel::setLanguageMode(const QString& mode) {
+    hlas_.setLanguageMode(mode.toStdString());
+}
+
+} // namespace morvex

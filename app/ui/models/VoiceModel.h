@@ -1,0 +1,35 @@
+#pragma once
+
+#include "app/ui/models/ViewModel.h"
+#include "app/voice/MacVoiceController.h"
+
+#include <QVariantList>
+
+namespace morvex {
+
+/// The preferences of the voice assistant: its key and the language of the program. The companion calls this
+/// object back, so it lives as long as the companion works.
+class VoiceModel final : public ViewModel {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("")
+    Q_PROPERTY(bool hasKey READ hasKey NOTIFY changed)
+    /// A map each: `mode`, `name`.
+    Q_PROPERTY(QVariantList languages READ languages NOTIFY changed)
+    Q_PROPERTY(int languageIndex READ languageIndex NOTIFY changed)
+
+  public:
+    explicit VoiceModel(MacVoiceController& hlas);
+
+    [[nodiscard]] bool hasKey() const;
+    [[nodiscard]] QVariantList languages() const;
+    /// Of the language mode in `languages`.
+    [[nodiscard]] int languageIndex() const;
+
+    Q_INVOKABLE void setLanguageMode(const QString& mode);
+
+  private:
+    MacVoiceController& hlas_;
+};
+
+} // namespace morvex

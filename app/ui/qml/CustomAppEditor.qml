@@ -1,0 +1,75 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+
+/// A new custom app, or the change of one of this computer.
+Sheet {
+    id: sheet
+
+    required property CustomAppsModel model
+    /// Null for a new one.
+    property var state: null
+
+    function edit(app: var) {
+        state = app;
+        name.text = app?.name ?? "";
+        endpoint.text = app?.endpoint ?? "";
+        token.text = "";
+        model.clearError();
+        open();
+    }
+
+    title: state ? qsTr("Upravit vlastní aplikaci") : qsTr("Přidat vlastní aplikaci")
+    onOpened: name.take()
+    buttons: [
+        ActionButton {
+            kind: ActionButton.Kind.Main
+            enabled: !sheet.model.saving
+            text: qsTr("Uložit")
+            onClicked: sheet.model.save(sheet.state?.id ?? "", name.text, endpoint.text, token.text)
+        },
+        ActionButton {
+            text: qsTr("Zrušit")
+            onClicked: sheet.close()
+        }
+    ]
+
+    Connections {
+        target: sheet.model
+        function onSaved() {
+            sheet.close();
+        }
+    }
+
+    TextEntry {
+        id: name
+
+        label: qsTr("Název")
+    }
+
+    TextEntry {
+        id: endpoint
+
+        label: qsTr("Adresa")
+        hint: "https://example.com/api/mcp"
+    }
+
+    TextEntry {
+        id: token
+
+        label: qsTr("Token")
+        echoMode: TextInput.Password
+        hint: sheet.state ? qsTr("Nový token — ponech prázdné beze změny") : qsTr("Přístupový token — volitelný")
+    }
+
+    CaptionText {
+        Layout.fillWidth: true
+        text: qsTr("Token se ukládá pouze do Keychainu tohoto Macu.")
+    }
+
+    Note {
+        visible: text !== ""
+        trouble: true
+        text: sheet.model.error
+    }
+}

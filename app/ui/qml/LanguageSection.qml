@@ -1,0 +1,43 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+
+/// In which language the program and its assistant speak.
+ColumnLayout {
+    id: section
+
+    required property VoiceModel model
+
+    Layout.fillWidth: true
+    Layout.topMargin: Vzhled.hairGap
+    spacing: Vzhled.smallGap
+
+    Divider {}
+
+    RowLayout {
+        spacing: Vzhled.gap
+
+        ColumnLayout {
+            Layout.fillWidth: true
+            spacing: 1
+
+            BodyText {
+                Layout.fillWidth: true
+                text: qsTr("Jazyk aplikace a asistentky")
+            }
+
+            CaptionText {
+                Layout.fillWidth: true
+                text: qsTr("Výchozí volba se synchronizuje z hlavního iPhonu.")
+            }
+        }
+
+        Picker {
+            Accessible.name: qsTr("Jazyk aplikace a asistentky")
+            model: section.model.languages
+            textRole: "name"
+            currentIndex: section.model.languageIndex
+            onActivated: index => section.model.setLanguageMode(section.model.languages[index].mode)
+        }
+    }
+}

@@ -1,0 +1,38 @@
+import Morvex
+import QtQuick
+import QtQuick.Layouts
+
+/// Texts from the phone, a row each; a press opens one.
+Karta {
+    id: view
+
+    required property RecordsModel model
+    required property string whenEmpty
+    signal opened(var record)
+
+    CaptionText {
+        text: qsTr("z iPhonu · E2EE")
+    }
+
+    BodyText {
+        Layout.fillWidth: true
+        visible: view.model.rows.length === 0
+        text: view.whenEmpty
+    }
+
+    Repeater {
+        model: view.model.rows
+
+        RecordRow {
+            id: row
+
+            onClicked: view.opened(row.modelData)
+        }
+    }
+
+    Note {
+        visible: text !== ""
+        trouble: true
+        text: view.model.trouble
+    }
+}

@@ -1,0 +1,242 @@
+#include "tests/app/ui/ShownCompanion.h"
+
+#include <filesystem>
+
+namespace morvex {
+namespace {
+
+class CardsTest : public ShownCompanion {
+  protected:
+    bool reads(const std::string& text, QQuickWindow* in = nullptr) {
+        return texts(in).find(text) != std::string::npos;
+    }
+};
+
+TEST_F(CardsTest, StandInTheirOrder) {
+    startSecured();
+    openUi();
+    ask();
+    const std::vector<std::string> expected{"Párování s telefonem",
+                                            "Spojení",
+                                            "Hlas na Macu",
+                                            "Čeká na potvrzení: Odeslat e-mail Janě",
+                                            "Integrace",
+                                            "Povolené složky",
+                                            "Dostupnost",
+                                            "Poslední úkoly",
+                                            "Poznámky Morvex",
+                                            "Souhrny Morvex",
+                                            "O aplikaci"};
+    EXPECT_EQ(names(QAccessible::Heading), expected);
+}
+
+TEST_F(CardsTest, AFolderIsAddedInADialogAndRemovedByItsRow) {
+    start();
+    openUi();
+    EXPECT_TRUE(reads("Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu "
+                      "vůbec nenabídnou."));
+    EXPECT_TRUE(reads("Přidat složku jde jen odsud. Telefon ani asistentka seznam rozšířit nemůžou."));
+    auto folder = temporary.path() / "Smlouvy";
+    std::filesystem::create_directory(folder);
+    picker.answers.push_back({folder.string()});
+    press("Přidat nebo obnovit složku");
+    EXPECT_EQ(companion->slozky().povolene(), std::vector<std::string>{folder.string()});
+    EXPECT_TRUE(reads("1 povolených složek"));
+    EXPECT_FALSE(reads("Žádná."));
+    press("Odebrat: " + folder.string());
+    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_TRUE(reads("Žádná."));
+}
+
+TEST_F(CardsTest, AFolderWithoutAWorkingBookmarkAsksToBeAllowedAgain) {
+    defaults.set("slozky.povolene", std::vector<DefaultsItem>{temporary.path().string()});
+    start();
+    openUi();
+    EXPECT_TRUE(reads("Vyžaduje znovu povolit"));
+    EXPECT_TRUE(reads("U složek označených níže je potřeba jednou obnovit přístup. Klikni na Přidat nebo "
+                      "obnovit složku a vyber je znovu."));
+}
+
+TEST_F(CardsTest, EachSwitchOfAFamilyIsTheOneOfTheSettings) {
+    start();
+    openUi();
+    const std::pair<const char*, Integration> rows[] = {
+        {"Poznámky Morvex", Integration::notes}, {"Codex", Integration::codex},
+        {"Claude Code", Integration::claude},    {"Soubory", Integration::files},
+        {"Terminál", Integration::terminal},     {"Vlastní aplikace", Integration::customApps},
+    };
+    for (const auto& [name, integration] : rows) {
+        EXPECT_TRUE(isOn(name)) << name;
+        press(name);
+        EXPECT_FALSE(companion->integrations().isOn(integration)) << name;
+        EXPECT_FALSE(isOn(name)) << name;
+        press(name);
+        EXPECT_TRUE(companion->integrations().isOn(integration)) << name;
+    }
+}
+
+TEST_F(CardsTest, AnAgentWithAProblemCanBeLookedForAgain) {
+    start();
+    openUi();
+    companion->stav().stavCodexu = AgentStatus{false, {}, {}, "Codex tu není."};
+    companion->stav().stavClauda = AgentStatus{true, "2.1.0", {}, {}};
+    settle();
+    EXPECT_TRUE(reads("Nenainstalováno"));
+    EXPECT_TRUE(reads("Codex tu není."));
+    EXPECT_TRUE(reads("Zjistit znovu: Codex"));
+    EXPECT_FALSE(reads("Zjistit znovu: Claude Code"));
+    press("Zjistit znovu: Codex");
+    EXPECT_FALSE(reads("Codex tu není.")) << "there is news";
+}
+
+TEST_F(CardsTest, TheSwitchOfTheLoginItemShowsWhatReallyHolds) {
+    start();
+    openUi();
+    press("Spouštět po přihlášení");
+    EXPECT_TRUE(loginItem.enabled);
+    EXPECT_TRUE(isOn("Spouštět po přihlášení"));
+    loginItem.failure = TextError{"disk je plný"};
+    press("Spouštět po přihlášení");
+    EXPECT_TRUE(isOn("Spouštět po přihlášení")) << "it did not come about";
+    EXPECT_TRUE(reads("Spouštění po přihlášení se nepodařilo nastavit: disk je plný"));
+}
+
+TEST_F(CardsTest, StayingAwakeTellsItsStateAndItsLimit) {
+    start();
+    openUi();
+    EXPECT_TRUE(reads("Po chvíli nečinnosti usne a přestane být dostupný"));
+    press("Při napájení udržovat Morvex dostupný");
+    EXPECT_TRUE(companion->bdelost().stav().drzetVzhuru);
+    EXPECT_TRUE(reads("Zůstane vzhůru, dokud je v zásuvce"));
+    EXPECT_TRUE(reads("Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti "
+                      "vybilo notebook v tašce."));
+}
+
+TEST_F(CardsTest, TasksAreStoppedContinuedAndClearedAfterAQuestion) {
+    startSecured();
+    openUi();
+    fill();
+    settle();
+    EXPECT_TRUE(reads("Claude Code · Pracuje"));
+    EXPECT_TRUE(reads("Zastavit: Přidej na web tmavý režim"));
+    press("Pokračovat v Codexu: Přelož stránku do angličtiny");
+    EXPECT_EQ(opener.opened, std::vector<std::string>{"codex://threads/relace-1"});
+    press("Pokračovat v Claude: Najdi, proč padá sestavení");
+    EXPECT_TRUE(reads("Tento úkol ještě nemá relaci, ve které by šlo pokračovat."));
+    press("Vymazat: Poslední úkoly");
+    EXPECT_TRUE(reads("Vymazat historii úkolů?"));
+    EXPECT_TRUE(reads("Úkoly zůstanou v Claude a Codexu, ale Morvex už k nim nebude nabízet tlačítka pro "
+                      "pokračování."));
+    press("Zrušit");
+    EXPECT_EQ(companion->historieAgentu().polozky().size(), 3U);
+    press("Vymazat: Poslední úkoly");
+    press("Vymazat historii");
+    EXPECT_TRUE(companion->historieAgentu().polozky().empty());
+    EXPECT_TRUE(reads("Úkoly zadané Codexu nebo Claude přes telefon se objeví tady."));
+}
+
+TEST_F(CardsTest, ANoteAndASummaryOpenAndAreCopied) {
+    startSecured();
+    openUi();
+    EXPECT_TRUE(reads("Poznámky vytvořené na iPhonu se po zabezpečeném spojení objeví tady a zůstanou "
+                      "dostupné i offline."));
+    EXPECT_TRUE(
+        reads("Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline."));
+    fill();
+    settle();
+    EXPECT_TRUE(reads("z iPhonu · E2EE"));
+    EXPECT_TRUE(reads("2 synchronizováno"));
+    press("Nákup");
+    press("Kopírovat");
+    EXPECT_EQ(clipboard.text, "Mléko\nChléb\nMáslo");
+    press("Zavřít");
+    press("Týden 2");
+    press("Kopírovat");
+    EXPECT_EQ(clipboard.text, "Dvě schůzky, odevzdaný návrh.");
+}
+
+TEST_F(CardsTest, TheKeyOfTheVoiceIsToldOfAndNeverShown) {
+    startSecured();
+    openUi();
+    EXPECT_TRUE(reads("Čekám na OpenAI klíč z iPhonu"));
+    EXPECT_TRUE(reads("iPhone zůstává hlavní zařízení"));
+    phone.send({MacPayload::OpenAICredential{"sk-tajny"}}, "k");
+    settle();
+    EXPECT_TRUE(reads("OpenAI klíč bezpečně převzat z iPhonu"));
+    EXPECT_FALSE(reads("sk-tajny"));
+}
+
+TEST_F(CardsTest, TheDeviceAndTheProtocolAreNamed) {
+    startPaired();
+    openUi();
+    EXPECT_TRUE(reads("Identifikátor: " + mac->deviceID().rawValue));
+    EXPECT_TRUE(reads("Verze protokolu: 1.4"));
+    EXPECT_TRUE(reads("Verze aplikace: 1.2.3 (4)"));
+}
+
+TEST_F(CardsTest, ATroubleOfTheLinkIsSaid) {
+    startPaired();
+    openUi();
+    companion->stav().potiz = std::string("Relay neodpověděl.");
+    settle();
+    EXPECT_TRUE(reads("Relay neodpověděl."));
+}
+
+TEST_F(CardsTest, TheTrayWindowShowsWhatGoesOnAndLeadsToTheMainWindow) {
+    startSecured();
+    openUi();
+    window()->close();
+    settle();
+    ui->toggleMenu({});
+    settle();
+    ASSERT_NE(menu(), nullptr);
+    EXPECT_TRUE(reads("Připraven", menu()));
+    EXPECT_TRUE(reads("Hlasový rozhovor tahle verze ještě neumí.", menu()));
+    EXPECT_FALSE(reads("Běží: ", menu()));
+    fill();
+    settle();
+    EXPECT_TRUE(reads("Běží: Claude Code", menu()));
+    press("Otevřít nastavení", menu());
+    EXPECT_EQ(menu(), nullptr);
+    ASSERT_NE(window(), nullptr);
+    ui->toggleMenu({});
+    settle();
+    press("Ukončit Morvex", menu());
+    EXPECT_EQ(quits, 1);
+}
+
+TEST_F(CardsTest, ACustomAppIsAddedEditedSwitchedAndRemoved) {
+    start();
+    openUi();
+    press("Spravovat: Vlastní aplikace");
+    EXPECT_TRUE(reads("Žádné vlastní aplikace"));
+    press("Přidat aplikaci");
+    press("Uložit");
+    EXPECT_TRUE(reads("Doplň název vlastní aplikace."));
+    type("Název", "Sklad");
+    type("Adresa", "https://sklad.example/api/mcp");
+    type("Token", "tajny");
+    press("Uložit");
+    ASSERT_EQ(companion->customApps().apps().size(), 1U);
+    EXPECT_EQ(companion->customApps().apps()[0].endpoint, "https://sklad.example/api/mcp");
+    EXPECT_TRUE(reads("Přidáno na Macu")) << "the list is there again";
+    EXPECT_TRUE(reads("1 připojeno · 0 nástrojů"));
+    press("Sklad");
+    EXPECT_FALSE(companion->customApps().apps()[0].enabled);
+    press("Odebrat: Sklad");
+    EXPECT_TRUE(companion->customApps().apps().empty());
+}
+
+TEST_F(CardsTest, AnAppOfThePhoneCanBeSwitchedButNotRemovedHere) {
+    startSecured();
+    openUi();
+    phone.send({MacPayload::CustomApps{{{"a", "Počasí", "https://p.example/api/mcp", ""}}}}, "c");
+    settle();
+    press("Spravovat: Vlastní aplikace");
+    EXPECT_TRUE(reads("Synchronizováno z iPhonu"));
+    EXPECT_FALSE(reads("Odebrat: Počasí"));
+    EXPECT_FALSE(reads("Upravit: Počasí"));
+}
+
+} // namespace
+} // namespace morvex

@@ -1,0 +1,46 @@
+#include "tests/app/ui/ShownCompanion.h"
+
+#include <QDir>
+
+#include <cstdlib>
+
+namespace morvex {
+namespace {
+
+/// Draws the pictures that the documents show; checks meanwhile that they can be drawn.
+class DocumentPictures : public ShownCompanion {
+  protected:
+    void keep(const QImage& picture, const char* name) {
+        ASSERT_FALSE(picture.isNull());
+        const char* folder = std::getenv("MORVEX_PICTURES");
+        if (!folder) return;
+        QDir(QString::fromUtf8(folder)).mkpath(QStringLiteral("."));
+        EXPECT_TRUE(
+            picture.save(QDir(QString::fromUtf8(folder)).filePath(QString::fromUtf8(name)), "PNG", 0));
+    }
+};
+
+TEST_F(DocumentPictures, OfThePairing) {
+    start();
+    companion->setRelayAdresa("https://relay.example.com");
+    openUi();
+    showState({StavParovani::OverCislo{"482 915"}});
+    keep(pictureOf(window()), "pairing.png");
+}
+
+TEST_F(DocumentPictures, OfTheWindowLightAndDark) {
+    startSecured();
+    openUi();
+    fill();
+    ask();
+    window()->resize(720, 900);
+    settle();
+    keep(pictureOf(window()), "window.png");
+    useColors(true);
+    keep(pictureOf(window()), "window-dark.png");
+    ui->toggleMenu({});
+    keep(pictureOf(menu()), "tray-dark.png");
+}
+
+} // namespace
+} // namespace morvex

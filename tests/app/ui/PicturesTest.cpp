@@ -1,0 +1,127 @@
+#include "tests/app/ui/ApprovedPicture.h"
+#include "tests/app/ui/ShownCompanion.h"
+
+namespace morvex {
+namespace {
+
+/// Every card in every state, against the approved pictures.
+class PicturesTest : public ShownCompanion {
+  protected:
+    void expectApproved(const QImage& picture, const std::string& name) {
+        auto scale = static_cast<int>(window()->effectiveDevicePixelRatio() * 100);
+        auto full =
+            QString::fromStdString(name) + (scale == 100 ? QString() : QStringLiteral("-%1").arg(scale));
+        EXPECT_EQ(differenceFromApproved(picture, full), "") << name;
+    }
+
+    StavParovani code(const std::string& text) {
+        return {StavParovani::CekamNaTelefon{text, clock.now() + std::chrono::minutes(5)}};
+    }
+};
+
+/// Run at 100 and at 200 percent.
+class PicturesAtAnyScaleTest : public PicturesTest {};
+
+const std::string bundle =
+    R"({"agreementKey":"b2JhbGthIHBybyBkb2hvZHUga2xpY2U9PT09PT09PT0=","pairID":"8b6f0f9e-5c1d-4a77-9a54-3f0f6b7a1c11",)"
+    R"("pairingToken":"cGFyb3ZhY2kgdG9rZW4","relayURL":"https://relay.example.com","signingKey":"cG9kcGlzIGtsaWM="})";
+
+TEST_F(PicturesTest, PairingInEachOfItsStates) {
+    start();
+    companion->setRelayAdresa("https://relay.example.com");
+    openUi();
+    const std::string title = "Párování s telefonem";
+    expectApproved(card(title), "pairing-none");
+    showState({StavParovani::Zakladam{}});
+    expectApproved(card(title), "pairing-creating");
+    showState(code(bundle));
+    clock.advance(std::chrono::minutes(5));
+    settle();
+    expectApproved(card(title), "pairing-expired");
+    showState(code(std::string(3000, 'x')));
+    expectApproved(card(title), "pairing-undrawable");
+    showState({StavParovani::OverCislo{"482 915"}});
+    expectApproved(card(title), "pairing-number");
+    showState({StavParovani::Chyba{"Adresa relaye nedává smysl."}});
+    expectApproved(card(title), "pairing-failed");
+    showState({StavParovani::Necinne{}});
+    companion->setRelayAdresa("http://127.0.0.1:8787");
+    settle();
+    expectApproved(card(title), "pairing-local-relay");
+}
+
+TEST_F(PicturesTest, APairedCompanionWithSomethingInEveryCard) {
+    startSecured();
+    openUi();
+    fill();
+    ask();
+    expectApproved(column(), "column");
+    useColors(true);
+    expectApproved(column(), "column-dark");
+}
+
+TEST_F(PicturesTest, EmptyCardsSayWhatComesThere) {
+    start();
+    openUi();
+    for (const auto& [title, name] : {std::pair{"Povolené složky", "folders-empty"},
+                                      {"Poslední úkoly", "tasks-empty"},
+                                      {"Poznámky Morvex", "notes-empty"},
+                                      {"Souhrny Morvex", "summaries-empty"}})
+        expectApproved(card(title), name);
+}
+
+TEST_F(PicturesTest, EachAvailabilityInTheCardOfTheLink) {
+    using A = MacAvailability;
+    start();
+    openUi();
+    const std::pair<MacAvailability, const char*> states[] = {
+        {{A::Pripraveny{}}, "link-ready"},
+        {{A::Zaneprazdneny{"codex"}}, "link-busy"},
+        {{A::Pripojuji{3, 5}}, "link-connecting"},
+        {{A::Preruseno{"síť neodpovídá"}}, "link-interrupted"},
+        {{A::NeplatneParovani{"relay pár nezná"}}, "link-invalid"},
+    };
+    for (const auto& [state, name] : states) {
+        companion->stav().dostupnost = state;
+        settle();
+        expectApproved(card("Spojení"), name);
+    }
+}
+
+TEST_F(PicturesAtAnyScaleTest, TheCodeOfAPairing) {
+    start();
+    companion->setRelayAdresa("https://relay.example.com");
+    openUi();
+    showState(code(bundle));
+    expectApproved(card("Párování s telefonem"), "pairing-code");
+}
+
+TEST_F(PicturesAtAnyScaleTest, TheTrayWindowInItsStates) {
+    startSecured();
+    openUi();
+    ui->toggleMenu({});
+    expectApproved(pictureOf(menu()), "menu");
+    fill();
+    ask();
+    expectApproved(pictureOf(menu()), "menu-busy");
+}
+
+TEST_F(PicturesTest, Sheets) {
+    startSecured();
+    openUi();
+    fill();
+    window()->resize(720, 560);
+    press("Vymazat: Poslední úkoly");
+    expectApproved(pictureOf(window()), "sheet-clear");
+    press("Zrušit");
+    press("Nákup");
+    expectApproved(pictureOf(window()), "sheet-note");
+    press("Zavřít");
+    press("Spravovat: Vlastní aplikace");
+    expectApproved(pictureOf(window()), "sheet-apps-empty");
+    press("Přidat aplikaci");
+    expectApproved(pictureOf(window()), "sheet-app-editor");
+}
+
+} // namespace
+} // namespace morvex

@@ -1,0 +1,93 @@
+#include "tests/app/ui/ShownCompanion.h"
+
+#include <QApplication>
+#include <QPalette>
+#include <QQuickItem>
+
+namespace morvex {
+
+namespace {
+
+constexpr int windowWidth = 720;
+
+QQuickItem* findCard(QQuickItem* item, const QString& title) {
+    if (item->property("title").toString() == title && item->property("glyph").isValid()) return item;
+    for (auto* child : item->childItems())
+        if (auto* found = findCard(child, title)) return found;
+    return nullptr;
+}
+
+} // namespace
+
+ShownCompanion::~ShownCompanion() {
+    useColors(false);
+}
+
+void ShownCompanion::useColors(bool dark) {
+    QApplication::setPalette(dark ? QPalette(QColor(0x20, 0x20, 0x20)) : QPalette(QColor(0xf0, 0xf0, 0xf0)));
+}
+
+void ShownCompanion::fill() {
+    allowFolder("Dokumenty");
+    auto web = allowFolder("web");
+    auto& history = companion->historieAgentu();
+    auto begin = [&](const char* tool, const char* title) {
+        clock.advance(std::chrono::minutes(7));
+        return history.zaloz({{}, {}, tool, title, title, web}).workItemID;
+    };
+    history.dokonci(begin("codex", "Přelož stránku do angličtiny"), "Přeloženo 14 odstavců.", "relace-1");
+    history.selhal(begin("claude-code", "Najdi, proč padá sestavení"), "Agent neodpověděl včas.");
+    begin("claude-code", "Přidej na web tmavý režim");
+    (void)companion->poznamky().vytvorit("Nákup", "Mléko\nChléb\nMáslo");
+    clock.advance(std::chrono::hours(3));
+    (void)companion->poznamky().vytvorit("Nápady na výlet", "Říp, Kokořín, Máchovo jezero");
+    (void)companion->souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
+                                         "Týden 2",
+                                         "Dvě schůzky, odevzdaný návrh.",
+                                         clock.now(),
+                                         clock.now(),
+                                         clock.now(),
+                                         {},
+                                         1});
+    companion->stav().stavClauda = AgentStatus{true, "2.1.0", "/usr/bin/claude", {}};
+    companion->stav().stavCodexu = AgentStatus{false, {}, {}, "Codex jsem na tomto počítači nenašel."};
+}
+
+void ShownCompanion::ask() {
+    executor.start(note(companion->schvalovani().pozadat(
+        "mac.mail.send", "Odeslat e-mail Janě", "Mám odeslat e-mail Janě?",
+        "Komu: jana@example.com\nPředmět: Zítřejší schůzka\n\nAhoj Jano, platí ta desátá hodina?")));
+    settle();
+}
+
+Task<void> ShownCompanion::note(Task<bool> asked) {
+    answers_.push_back(co_await std::move(asked));
+}
+
+void ShownCompanion::showState(StavParovani state) {
+    companion->stav().parovani = std::move(state);
+    settle();
+}
+
+QImage ShownCompanion::column() {
+    auto* content = window()->contentItem()->childItems().front();
+    window()->resize(windowWidth, static_cast<int>(content->property("contentHeight").toReal()));
+    return pictureOf(window());
+}
+
+QImage ShownCompanion::card(const std::string& title) {
+    auto whole = column();
+    auto* item = findCard(window()->contentItem(), QString::fromStdString(title));
+    EXPECT_NE(item, nullptr) << title;
+    if (!item) return {};
+    auto place = item->mapRectToScene(item->boundingRect());
+    auto ratio = window()->effectiveDevicePixelRatio();
+    return whole.copy(QRectF(place.topLeft() * ratio, place.size() * ratio).toRect());
+}
+
+QImage ShownCompanion::pictureOf(QQuickWindow* shown) {
+    settle();
+    return shown->grabWindow();
+}
+
+} // namespace morvex
