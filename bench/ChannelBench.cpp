@@ -121,7 +121,7 @@ void bench(const char* name, std::string_view line) {
     Baseline baseline(plaintext);
     std::string frame;
     Bytes arrived;
-    auto took = medians(
+    auto took = costs(
         rounds, {[&] { frame = session.frameOf(plaintext); }, [&] { arrived = session.plaintextOf(frame); },
                  [&] { baseline.seal(); }, [&] { baseline.open(); }, [&] { plaintext = encode(payload); },
                  [&] { vyzaduj(decode<MacPayload>(arrived) == payload, "the result changed"); }});
