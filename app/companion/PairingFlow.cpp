@@ -149,8 +149,9 @@ Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
     auto* uloziste = &services_.uloziste;
     (void)co_await runOn(services_.storage,
                          [uloziste, &protejsek] { return smazatPar(*uloziste, protejsek); });
-    // Another phone may have been paired while the relay took its time.
-    if (state_.protejsek.value() != protejsek) co_return;
+    // Another phone may have been paired while the relay took its time. That the link has forgotten this one
+    // already, since the relay told it of the end, changes nothing.
+    if (const auto& nynejsi = state_.protejsek.value(); nynejsi && *nynejsi != protejsek) co_return;
     state_.protejsek = std::nullopt;
     link_.odpojit();
     state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
