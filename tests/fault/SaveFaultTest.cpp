@@ -39,6 +39,7 @@ class Saving {
         : file_(file), old_("old" + std::string(size, 'o')), new_("new" + std::string(size, 'n')) {
         before_ = lookAfter({Kind::killedBefore, 0});
         after_ = lookAfter({Kind::none});
+        EXPECT_NE(before_, after_) << file.what;
     }
 
     /// Every fault of this kind at every call. Gives the number of them.

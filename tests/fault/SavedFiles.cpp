@@ -3,6 +3,7 @@
 #include "app/agents/HistorieAgentu.h"
 #include "app/personal/PoznamkyStore.h"
 #include "app/personal/SouhrnyStore.h"
+#include "phone/PhoneRecords.h"
 #include "platform/linux/FileVault.h"
 #include "platform/linux/JsonDefaults.h"
 #include "platform/linux/VaultRules.h"
@@ -98,6 +99,24 @@ Texts look(const fs::path& home) {
 }
 
 } // namespace notes
+
+namespace phone {
+
+std::function<bool()> change(const fs::path& home, const std::string& text) {
+    auto around = std::make_shared<Surroundings>();
+    auto records = std::make_shared<PhoneRecords>(PhoneRecords::load(home, around->clock, around->random));
+    return [around, records, text] { return records->create("Název", text).has_value(); };
+}
+
+Texts look(const fs::path& home) {
+    Surroundings around;
+    Texts texts;
+    for (const auto& note : PhoneRecords::load(home, around.clock, around.random).notes())
+        texts.push_back(note.body);
+    return texts;
+}
+
+} // namespace phone
 
 namespace summaries {
 
@@ -224,6 +243,7 @@ std::vector<SavedFile> savedFiles() {
          summaries::change,
          summaries::look,
          {"summaries-from-iphone.json"}},
+        {"a note on the phone", layByChange<phone::change>, phone::change, phone::look, {"records.json"}},
         {"a task", layByChange<tasks::change>, tasks::change, tasks::look, {"agent-tasks.json"}},
         {"the first task", layNothing, tasks::change, tasks::look, {"agent-tasks.json"}},
     };
