@@ -28,18 +28,21 @@ class FloodAttack : public AttackedCompanion {
         busy.join();
     }
 
-    /// Ends with the connection cut.
+    /// Ends with the connection cut, and `tries` what the companion let itself be sent.
     template <class Send> void flood(HostileRelay::Line& line, Send send) {
         std::atomic<std::size_t> sent = 0;
         std::thread sender([&] {
             for (; sent < tries; ++sent) send();
         });
-        for (std::size_t before = tries; sent < tries && before != sent;) {
+        std::size_t before = tries;
+        for (int idle = 0; sent < tries && idle < 20; idle = before == sent ? idle + 1 : 0) {
             before = sent;
-            std::this_thread::sleep_for(300ms);
+            std::this_thread::sleep_for(50ms);
         }
+        const std::size_t taken = sent;
         line.cut();
         sender.join();
+        tries = taken;
     }
 };
 
