@@ -11,8 +11,8 @@
 
 namespace morvex {
 
-/// The notification server of the desktop (Desktop Notifications Specification 1.2). Without a session bus or
-/// a server nothing is shown.
+/// The notification server of the desktop (the desktop standard for notifications, 1.2). Without a session
+/// bus or a server nothing is shown.
 class DesktopNotifications final : public Notifications {
   public:
     explicit DesktopNotifications(const QDBusConnection& bus = QDBusConnection::sessionBus());
