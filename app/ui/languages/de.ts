@@ -1,0 +1,675 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="cs">
+<context>
+    <name>Morvex</name>
+    <message>
+        <source>%1 povolených složek</source>
+        <translation>%1 erlaubte Ordner</translation>
+    </message>
+    <message>
+        <source>%1 připojeno · %2 nástrojů</source>
+        <translation>%1 verbunden · %2 Werkzeuge</translation>
+    </message>
+    <message>
+        <source>%1 synchronizováno</source>
+        <translation>%1 synchronisiert</translation>
+    </message>
+    <message>
+        <source>Adresa</source>
+        <translation>Adresse</translation>
+    </message>
+    <message>
+        <source>Adresa relaye nedává smysl.</source>
+        <translation>Die Adresse des Relay ergibt keinen Sinn.</translation>
+    </message>
+    <message>
+        <source>Adresa vlastní aplikace musí být platné HTTPS.</source>
+        <translation>Die Adresse der eigenen App muss gültiges HTTPS sein.</translation>
+    </message>
+    <message>
+        <source>Apple Mail existuje jen v systému macOS.</source>
+        <translation>Apple Mail gibt es nur unter macOS.</translation>
+    </message>
+    <message>
+        <source>Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.</source>
+        <translation>Das Programm wurde gefunden, aber `--version` hat nicht geantwortet. Prüfe die Installation.</translation>
+    </message>
+    <message>
+        <source>Běží: %1</source>
+        <translation>Läuft: %1</translation>
+    </message>
+    <message>
+        <source>Doplň název vlastní aplikace.</source>
+        <translation>Gib der eigenen App einen Namen.</translation>
+    </message>
+    <message>
+        <source>Dostupnost</source>
+        <translation>Verfügbarkeit</translation>
+    </message>
+    <message>
+        <source>Historii úkolů se nepodařilo načíst: %1</source>
+        <translation>Der Verlauf der Aufgaben ließ sich nicht lesen: %1</translation>
+    </message>
+    <message>
+        <source>Historii úkolů se nepodařilo uložit: %1</source>
+        <translation>Der Verlauf der Aufgaben ließ sich nicht speichern: %1</translation>
+    </message>
+    <message>
+        <source>Hlas na Macu</source>
+        <translation>Sprache am Mac</translation>
+    </message>
+    <message>
+        <source>Hlasový rozhovor tahle verze ještě neumí.</source>
+        <translation>Ein Gespräch per Stimme beherrscht diese Version noch nicht.</translation>
+    </message>
+    <message>
+        <source>Hotovo</source>
+        <translation>Fertig</translation>
+    </message>
+    <message>
+        <source>Identifikátor</source>
+        <translation>Kennung</translation>
+    </message>
+    <message>
+        <source>Integrace</source>
+        <translation>Integrationen</translation>
+    </message>
+    <message>
+        <source>Jazyk aplikace a asistentky</source>
+        <translation>Sprache der App und der Assistentin</translation>
+    </message>
+    <message>
+        <source>Kalendář</source>
+        <translation>Kalender</translation>
+    </message>
+    <message>
+        <source>Když se čísla liší, nepotvrzuj. Znamená to, že mezi telefonem a Macem někdo je.</source>
+        <translation>Wenn die Zahlen verschieden sind, bestätige nicht. Dann steht jemand zwischen Telefon und Mac.</translation>
+    </message>
+    <message>
+        <source>Keychain error %1</source>
+        <translation>Schlüsselbundfehler %1</translation>
+    </message>
+    <message>
+        <source>Kliknutím zkopíruješ text kódu.</source>
+        <translation>Ein Klick kopiert den Text des Codes.</translation>
+    </message>
+    <message>
+        <source>Klíč pro spojení nejde odvodit: %1</source>
+        <translation>Der Schlüssel der Verbindung lässt sich nicht ableiten: %1</translation>
+    </message>
+    <message>
+        <source>Klíč telefonu nejde použít: %1</source>
+        <translation>Der Schlüssel des Telefons ist nicht verwendbar: %1</translation>
+    </message>
+    <message>
+        <source>Kontakty</source>
+        <translation>Kontakte</translation>
+    </message>
+    <message>
+        <source>Kopírovat</source>
+        <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.</source>
+        <translation>Der Code gilt bis %1. Lass dir danach einen neuen zeigen — die kurze Gültigkeit ist Absicht.</translation>
+    </message>
+    <message>
+        <source>Mac není dostupný.</source>
+        <translation>Der Mac ist nicht verfügbar.</translation>
+    </message>
+    <message>
+        <source>Mac spí</source>
+        <translation>Der Mac schläft</translation>
+    </message>
+    <message>
+        <source>Mluvit bez držení</source>
+        <translation>Freihändig sprechen</translation>
+    </message>
+    <message>
+        <source>Morvex běží bez systémového sandboxu, protože pouští tvoje vlastní programy a pracuje v tvých složkách. Přístup k souborům hlídá seznam povolených složek.</source>
+        <translation>Morvex läuft ohne die Sandbox des Systems, weil es deine eigenen Programme startet und in deinen Ordnern arbeitet. Den Zugriff auf Dateien bewacht die Liste der erlaubten Ordner.</translation>
+    </message>
+    <message>
+        <source>Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti vybilo notebook v tašce.</source>
+        <translation>Im Akkubetrieb schläft der Mac unabhängig von dieser Einstellung ein. Den Ruhezustand ohne Netzstrom zu verhindern würde das Notebook in deiner Tasche leeren.</translation>
+    </message>
+    <message>
+        <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
+        <translation>Schläft im Akkubetrieb ein — wach bleibt er nur bei Netzstrom</translation>
+    </message>
+    <message>
+        <source>Nainstalováno</source>
+        <translation>Installiert</translation>
+    </message>
+    <message>
+        <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
+        <translation>Lies diesen Code in der App Morvex auf dem Telefon ein.</translation>
+    </message>
+    <message>
+        <source>Nenainstalováno</source>
+        <translation>Nicht installiert</translation>
+    </message>
+    <message>
+        <source>Neshoduje se</source>
+        <translation>Stimmt nicht überein</translation>
+    </message>
+    <message>
+        <source>Nespárováno</source>
+        <translation>Nicht gekoppelt</translation>
+    </message>
+    <message>
+        <source>Nový token — ponech prázdné beze změny</source>
+        <translation>Neues Token — leer lassen, um es zu behalten</translation>
+    </message>
+    <message>
+        <source>Nástroje Macu</source>
+        <translation>Werkzeuge des Mac</translation>
+    </message>
+    <message>
+        <source>Název</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>O aplikaci</source>
+        <translation>Über die App</translation>
+    </message>
+    <message>
+        <source>Obnovit stav</source>
+        <translation>Stand auffrischen</translation>
+    </message>
+    <message>
+        <source>Odebrat</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Odpojit telefon</source>
+        <translation>Telefon trennen</translation>
+    </message>
+    <message>
+        <source>OpenAI klíč bezpečně převzat z iPhonu</source>
+        <translation>OpenAI-Schlüssel sicher vom iPhone übernommen</translation>
+    </message>
+    <message>
+        <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
+        <translation>Der Vorgang überschritt die Grenze von %1 Sekunden und wurde angehalten.</translation>
+    </message>
+    <message>
+        <source>Osobní data</source>
+        <translation>Persönliche Daten</translation>
+    </message>
+    <message>
+        <source>Otevřít nastavení</source>
+        <translation>Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
+        <translation>Schläft nach einiger Zeit ohne Nutzung ein und ist dann nicht erreichbar</translation>
+    </message>
+    <message>
+        <source>Podle iPhonu</source>
+        <translation>Wie auf dem iPhone</translation>
+    </message>
+    <message>
+        <source>Podpis zprávy nesedí. Spojení jsem zahodil.</source>
+        <translation>Die Unterschrift der Nachricht passt nicht. Ich habe die Verbindung verworfen.</translation>
+    </message>
+    <message>
+        <source>Pokračovat v Claude</source>
+        <translation>In Claude fortsetzen</translation>
+    </message>
+    <message>
+        <source>Pokračovat v Codexu</source>
+        <translation>In Codex fortsetzen</translation>
+    </message>
+    <message>
+        <source>Poslední úkoly</source>
+        <translation>Letzte Aufgaben</translation>
+    </message>
+    <message>
+        <source>Potvrdit</source>
+        <translation>Bestätigen</translation>
+    </message>
+    <message>
+        <source>Potvrdit můžeš tady i hlasem na telefonu. Bez potvrzení se neprovede nic — ani po vypršení.</source>
+        <translation>Du kannst hier oder per Stimme am Telefon bestätigen. Ohne Bestätigung geschieht nichts — auch nicht nach Ablauf.</translation>
+    </message>
+    <message>
+        <source>Potvrzeno %1</source>
+        <translation>Bestätigt %1</translation>
+    </message>
+    <message>
+        <source>Povolené složky</source>
+        <translation>Erlaubte Ordner</translation>
+    </message>
+    <message>
+        <source>Povolit</source>
+        <translation>Erlauben</translation>
+    </message>
+    <message>
+        <source>Poznámky Morvex</source>
+        <translation>Morvex-Notizen</translation>
+    </message>
+    <message>
+        <source>Poznámky vytvořené na iPhonu se po zabezpečeném spojení objeví tady a zůstanou dostupné i offline.</source>
+        <translation>Auf dem iPhone erstellte Notizen erscheinen hier, sobald die Verbindung gesichert ist, und bleiben auch offline verfügbar.</translation>
+    </message>
+    <message>
+        <source>Počítač se nepodařilo udržet vzhůru: %1</source>
+        <translation>Der Computer ließ sich nicht wach halten: %1</translation>
+    </message>
+    <message>
+        <source>Pracuje</source>
+        <translation>Arbeitet</translation>
+    </message>
+    <message>
+        <source>Pracuje: %1</source>
+        <translation>Beschäftigt: %1</translation>
+    </message>
+    <message>
+        <source>Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline.</source>
+        <translation>Regelmäßige Zusammenfassungen vom iPhone erscheinen hier und bleiben auch offline verfügbar.</translation>
+    </message>
+    <message>
+        <source>Protějšek poslal představení, kterému nerozumím.</source>
+        <translation>Die Gegenseite hat eine Vorstellung gesendet, die ich nicht verstehe.</translation>
+    </message>
+    <message>
+        <source>Párování neplatí — %1</source>
+        <translation>Die Kopplung ist ungültig — %1</translation>
+    </message>
+    <message>
+        <source>Párování s telefonem</source>
+        <translation>Kopplung mit einem Telefon</translation>
+    </message>
+    <message>
+        <source>Párování se nepodařilo uložit: %1</source>
+        <translation>Die Kopplung ließ sich nicht speichern: %1</translation>
+    </message>
+    <message>
+        <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
+        <translation>Die Vorstellung der Gegenseite hat eine ungültige Unterschrift. Ich verschlüssele die Verbindung nicht.</translation>
+    </message>
+    <message>
+        <source>Představení telefonu má neplatný podpis. Nic jsem neuložil.</source>
+        <translation>Die Vorstellung des Telefons hat eine ungültige Unterschrift. Ich habe nichts gespeichert.</translation>
+    </message>
+    <message>
+        <source>Přerušeno</source>
+        <translation>Unterbrochen</translation>
+    </message>
+    <message>
+        <source>Při napájení udržovat Morvex dostupný</source>
+        <translation>Morvex bei Netzstrom verfügbar halten</translation>
+    </message>
+    <message>
+        <source>Přidat aplikaci</source>
+        <translation>App hinzufügen</translation>
+    </message>
+    <message>
+        <source>Přidat nebo obnovit složku</source>
+        <translation>Ordner hinzufügen oder erneuern</translation>
+    </message>
+    <message>
+        <source>Přidat složku jde jen odsud. Telefon ani asistentka seznam rozšířit nemůžou.</source>
+        <translation>Ordner lassen sich nur hier hinzufügen. Weder das Telefon noch die Assistentin kann die Liste erweitern.</translation>
+    </message>
+    <message>
+        <source>Přidat vlastní aplikaci</source>
+        <translation>Eigene App hinzufügen</translation>
+    </message>
+    <message>
+        <source>Přidej první aplikaci tady nebo ji synchronizuj z iPhonu.</source>
+        <translation>Füge hier die erste App hinzu oder synchronisiere sie vom iPhone.</translation>
+    </message>
+    <message>
+        <source>Přidáno na Macu</source>
+        <translation>Am Mac hinzugefügt</translation>
+    </message>
+    <message>
+        <source>Připoj vlastní MCP službu přes zabezpečenou HTTPS adresu.</source>
+        <translation>Verbinde einen eigenen MCP-Dienst über eine sichere HTTPS-Adresse.</translation>
+    </message>
+    <message>
+        <source>Připojuji…</source>
+        <translation>Verbinde…</translation>
+    </message>
+    <message>
+        <source>Připojuji… (%1. pokus)</source>
+        <translation>Verbinde… (%1. Versuch)</translation>
+    </message>
+    <message>
+        <source>Připomínky</source>
+        <translation>Erinnerungen</translation>
+    </message>
+    <message>
+        <source>Připraven</source>
+        <translation>Bereit</translation>
+    </message>
+    <message>
+        <source>Příkazy jen v povolených složkách</source>
+        <translation>Befehle nur in erlaubten Ordnern</translation>
+    </message>
+    <message>
+        <source>Přístupový token — volitelný</source>
+        <translation>Zugangstoken — optional</translation>
+    </message>
+    <message>
+        <source>QR kód</source>
+        <translation>QR-Code</translation>
+    </message>
+    <message>
+        <source>QR kód se nepodařilo vykreslit.</source>
+        <translation>Der QR-Code ließ sich nicht zeichnen.</translation>
+    </message>
+    <message>
+        <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aktuální aplikace Claude.</source>
+        <translation>Die Sitzung ließ sich nicht öffnen. Prüfe, ob die aktuelle App Claude installiert ist.</translation>
+    </message>
+    <message>
+        <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aplikace Codex.</source>
+        <translation>Die Sitzung ließ sich nicht öffnen. Prüfe, ob die App Codex installiert ist.</translation>
+    </message>
+    <message>
+        <source>Relay</source>
+        <translation>Relay</translation>
+    </message>
+    <message>
+        <source>Relay neodpověděl.</source>
+        <translation>Das Relay hat nicht geantwortet.</translation>
+    </message>
+    <message>
+        <source>Relay neposlal výzvu.</source>
+        <translation>Das Relay hat keine Aufforderung gesendet.</translation>
+    </message>
+    <message>
+        <source>Skončilo chybou</source>
+        <translation>Fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Soubory</source>
+        <translation>Dateien</translation>
+    </message>
+    <message>
+        <source>Souhlasí</source>
+        <translation>Stimmt überein</translation>
+    </message>
+    <message>
+        <source>Souhrny Morvex</source>
+        <translation>Morvex-Zusammenfassungen</translation>
+    </message>
+    <message>
+        <source>Spojení</source>
+        <translation>Verbindung</translation>
+    </message>
+    <message>
+        <source>Spojení bylo uzavřeno.</source>
+        <translation>Die Verbindung wurde geschlossen.</translation>
+    </message>
+    <message>
+        <source>Spojení přerušeno — %1</source>
+        <translation>Verbindung unterbrochen — %1</translation>
+    </message>
+    <message>
+        <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>
+        <translation>Der Start nach der Anmeldung ließ sich nicht einstellen: %1</translation>
+    </message>
+    <message>
+        <source>Spouštět po přihlášení</source>
+        <translation>Nach der Anmeldung starten</translation>
+    </message>
+    <message>
+        <source>Spravovat</source>
+        <translation>Verwalten</translation>
+    </message>
+    <message>
+        <source>Spárovaný telefon</source>
+        <translation>Gekoppeltes Telefon</translation>
+    </message>
+    <message>
+        <source>Spárovat jiný telefon</source>
+        <translation>Anderes Telefon koppeln</translation>
+    </message>
+    <message>
+        <source>Stav se nepodařilo odeslat: %1</source>
+        <translation>Der Stand ließ sich nicht senden: %1</translation>
+    </message>
+    <message>
+        <source>Synchronizováno z iPhonu</source>
+        <translation>Vom iPhone synchronisiert</translation>
+    </message>
+    <message>
+        <source>Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
+        <translation>Diese Adresse führt nur zu diesem Computer. Ein anderes Gerät kann sich darüber nicht verbinden.</translation>
+    </message>
+    <message>
+        <source>Tahle verze to ještě neumí.</source>
+        <translation>Das beherrscht diese Version noch nicht.</translation>
+    </message>
+    <message>
+        <source>Telefon</source>
+        <translation>Telefon</translation>
+    </message>
+    <message>
+        <source>Telefon není připojený</source>
+        <translation>Das Telefon ist nicht verbunden</translation>
+    </message>
+    <message>
+        <source>Telefon poslal nekompatibilní párovací zprávu: %1</source>
+        <translation>Das Telefon hat eine unverträgliche Kopplungsnachricht gesendet: %1</translation>
+    </message>
+    <message>
+        <source>Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?</source>
+        <translation>Das Telefon hat sich gemeldet. Ist diese Zahl dieselbe wie auf seinem Bildschirm?</translation>
+    </message>
+    <message>
+        <source>Telefon spí (%1 min)</source>
+        <translation>Das Telefon schläft (%1 min)</translation>
+    </message>
+    <message>
+        <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>
+        <translation>Diese Aufgabe hat noch keine Sitzung, in der sie fortgesetzt werden könnte.</translation>
+    </message>
+    <message>
+        <source>Terminál</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Text kódu je zkopírovaný.</source>
+        <translation>Der Text des Codes ist kopiert.</translation>
+    </message>
+    <message>
+        <source>Token</source>
+        <translation>Token</translation>
+    </message>
+    <message>
+        <source>Token se ukládá pouze do Keychainu tohoto Macu.</source>
+        <translation>Das Token wird nur im Schlüsselbund dieses Mac gespeichert.</translation>
+    </message>
+    <message>
+        <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
+        <translation>Diese Nachricht habe ich schon verarbeitet. Ein zweites Mal führe ich sie nicht aus.</translation>
+    </message>
+    <message>
+        <source>U složek označených níže je potřeba jednou obnovit přístup. Klikni na Přidat nebo obnovit složku a vyber je znovu.</source>
+        <translation>Für die unten markierten Ordner muss der Zugriff einmal erneuert werden. Klicke auf Ordner hinzufügen oder erneuern und wähle sie noch einmal aus.</translation>
+    </message>
+    <message>
+        <source>Ukončit Morvex</source>
+        <translation>Morvex beenden</translation>
+    </message>
+    <message>
+        <source>Uložená adresa relaye nedává smysl.</source>
+        <translation>Die gespeicherte Adresse des Relay ergibt keinen Sinn.</translation>
+    </message>
+    <message>
+        <source>Uložit</source>
+        <translation>Speichern</translation>
+    </message>
+    <message>
+        <source>Upraveno %1</source>
+        <translation>Geändert %1</translation>
+    </message>
+    <message>
+        <source>Upravit</source>
+        <translation>Bearbeiten</translation>
+    </message>
+    <message>
+        <source>Upravit vlastní aplikaci</source>
+        <translation>Eigene App bearbeiten</translation>
+    </message>
+    <message>
+        <source>Verze aplikace</source>
+        <translation>Version der App</translation>
+    </message>
+    <message>
+        <source>Verze protokolu</source>
+        <translation>Version des Protokolls</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace</source>
+        <translation>Eigene Apps</translation>
+    </message>
+    <message>
+        <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
+        <translation>Wähle die Ordner, in denen Morvex arbeiten darf.</translation>
+    </message>
+    <message>
+        <source>Vyhledávání na webu</source>
+        <translation>Websuche</translation>
+    </message>
+    <message>
+        <source>Vymazat</source>
+        <translation>Löschen</translation>
+    </message>
+    <message>
+        <source>Vymazat historii</source>
+        <translation>Verlauf löschen</translation>
+    </message>
+    <message>
+        <source>Vymazat historii úkolů?</source>
+        <translation>Verlauf der Aufgaben löschen?</translation>
+    </message>
+    <message>
+        <source>Vyžaduje znovu povolit</source>
+        <translation>Muss erneut erlaubt werden</translation>
+    </message>
+    <message>
+        <source>Výchozí volba se synchronizuje z hlavního iPhonu.</source>
+        <translation>Die Vorgabe wird vom Haupt-iPhone synchronisiert.</translation>
+    </message>
+    <message>
+        <source>Zakládám pár…</source>
+        <translation>Paar wird angelegt…</translation>
+    </message>
+    <message>
+        <source>Zamítnout</source>
+        <translation>Ablehnen</translation>
+    </message>
+    <message>
+        <source>Zamítnuto.</source>
+        <translation>Abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
+        <translation>Schalte nur die Dienste ein, die Morvex auf diesem Mac verwenden soll.</translation>
+    </message>
+    <message>
+        <source>Zastavit</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Zatím žádný telefon. Morvex for Mac nic nedělá, dokud se nespáruje.</source>
+        <translation>Noch kein Telefon. Morvex for Mac tut nichts, bis es gekoppelt ist.</translation>
+    </message>
+    <message>
+        <source>Zavřít</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Zařízení bylo odvoláno.</source>
+        <translation>Das Gerät wurde widerrufen.</translation>
+    </message>
+    <message>
+        <source>Zjistit znovu</source>
+        <translation>Erneut suchen</translation>
+    </message>
+    <message>
+        <source>Zjišťuji…</source>
+        <translation>Wird gesucht…</translation>
+    </message>
+    <message>
+        <source>Zkusit znovu</source>
+        <translation>Erneut versuchen</translation>
+    </message>
+    <message>
+        <source>Změna se projeví od příštího hlasového rozhovoru a bezpečně se oznámí spárovanému iPhonu.</source>
+        <translation>Die Änderung gilt ab dem nächsten Gespräch und wird dem gekoppelten iPhone sicher mitgeteilt.</translation>
+    </message>
+    <message>
+        <source>Zobrazit QR kód</source>
+        <translation>QR-Code zeigen</translation>
+    </message>
+    <message>
+        <source>Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to.</source>
+        <translation>Die Nachricht kam, bevor die Verbindung gesichert war. Wiederhole es.</translation>
+    </message>
+    <message>
+        <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
+        <translation>Die Nachricht kam zu spät, nach %1 Sekunden. Ich habe sie nicht ausgeführt.</translation>
+    </message>
+    <message>
+        <source>Zprávu nejde ověřit: %1</source>
+        <translation>Die Nachricht lässt sich nicht prüfen: %1</translation>
+    </message>
+    <message>
+        <source>Zrušeno.</source>
+        <translation>Abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Zrušit</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Zůstane vzhůru, dokud je v zásuvce</source>
+        <translation>Bleibt wach, solange er am Netz hängt</translation>
+    </message>
+    <message>
+        <source>iPhone zůstává hlavní zařízení</source>
+        <translation>Das iPhone bleibt das Hauptgerät</translation>
+    </message>
+    <message>
+        <source>z iPhonu · E2EE</source>
+        <translation>vom iPhone · E2EE</translation>
+    </message>
+    <message>
+        <source>Úkoly zadané Codexu nebo Claude přes telefon se objeví tady. Pak v nich můžeš pokračovat jedním kliknutím.</source>
+        <translation>Aufgaben, die Codex oder Claude per Telefon erhalten, erscheinen hier. Dann kannst du mit einem Klick weiterarbeiten.</translation>
+    </message>
+    <message>
+        <source>Úkoly zůstanou v Claude a Codexu, ale Morvex už k nim nebude nabízet tlačítka pro pokračování.</source>
+        <translation>Die Aufgaben bleiben in Claude und Codex, aber Morvex bietet für sie keine Knöpfe zum Fortsetzen mehr an.</translation>
+    </message>
+    <message>
+        <source>Čeká na potvrzení: %1</source>
+        <translation>Wartet auf Bestätigung: %1</translation>
+    </message>
+    <message>
+        <source>Čekám na OpenAI klíč z iPhonu</source>
+        <translation>Warte auf den OpenAI-Schlüssel vom iPhone</translation>
+    </message>
+    <message>
+        <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
+        <translation>Die Zahlen stimmten nicht überein. Ich habe die Kopplung abgebrochen und nichts gespeichert. Versuche es erneut; wiederholt es sich, hört jemand mit.</translation>
+    </message>
+    <message>
+        <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>
+        <translation>Keiner. Ohne erlaubten Ordner haben Codex und Claude Code keinen Platz zum Arbeiten und werden dem Telefon gar nicht angeboten.</translation>
+    </message>
+    <message>
+        <source>Žádné vlastní aplikace</source>
+        <translation>Keine eigenen Apps</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,675 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es" sourcelanguage="cs">
+<context>
+    <name>Morvex</name>
+    <message>
+        <source>%1 povolených složek</source>
+        <translation>%1 carpetas permitidas</translation>
+    </message>
+    <message>
+        <source>%1 připojeno · %2 nástrojů</source>
+        <translation>%1 conectadas · %2 herramientas</translation>
+    </message>
+    <message>
+        <source>%1 synchronizováno</source>
+        <translation>%1 sincronizadas</translation>
+    </message>
+    <message>
+        <source>Adresa</source>
+        <translation>Dirección</translation>
+    </message>
+    <message>
+        <source>Adresa relaye nedává smysl.</source>
+        <translation>La dirección del relay no tiene sentido.</translation>
+    </message>
+    <message>
+        <source>Adresa vlastní aplikace musí být platné HTTPS.</source>
+        <translation>La dirección de la app propia debe ser HTTPS válido.</translation>
+    </message>
+    <message>
+        <source>Apple Mail existuje jen v systému macOS.</source>
+        <translation>Apple Mail solo existe en macOS.</translation>
+    </message>
+    <message>
+        <source>Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.</source>
+        <translation>Se ha encontrado el programa, pero `--version` no ha respondido. Comprueba la instalación.</translation>
+    </message>
+    <message>
+        <source>Běží: %1</source>
+        <translation>En curso: %1</translation>
+    </message>
+    <message>
+        <source>Doplň název vlastní aplikace.</source>
+        <translation>Pon un nombre a la app propia.</translation>
+    </message>
+    <message>
+        <source>Dostupnost</source>
+        <translation>Disponibilidad</translation>
+    </message>
+    <message>
+        <source>Historii úkolů se nepodařilo načíst: %1</source>
+        <translation>No se ha podido leer el historial de tareas: %1</translation>
+    </message>
+    <message>
+        <source>Historii úkolů se nepodařilo uložit: %1</source>
+        <translation>No se ha podido guardar el historial de tareas: %1</translation>
+    </message>
+    <message>
+        <source>Hlas na Macu</source>
+        <translation>Voz en el Mac</translation>
+    </message>
+    <message>
+        <source>Hlasový rozhovor tahle verze ještě neumí.</source>
+        <translation>Esta versión todavía no sabe mantener una conversación por voz.</translation>
+    </message>
+    <message>
+        <source>Hotovo</source>
+        <translation>Listo</translation>
+    </message>
+    <message>
+        <source>Identifikátor</source>
+        <translation>Identificador</translation>
+    </message>
+    <message>
+        <source>Integrace</source>
+        <translation>Integraciones</translation>
+    </message>
+    <message>
+        <source>Jazyk aplikace a asistentky</source>
+        <translation>Idioma de la app y de la asistente</translation>
+    </message>
+    <message>
+        <source>Kalendář</source>
+        <translation>Calendario</translation>
+    </message>
+    <message>
+        <source>Když se čísla liší, nepotvrzuj. Znamená to, že mezi telefonem a Macem někdo je.</source>
+        <translation>Si los números son distintos, no confirmes. Significa que hay alguien entre el teléfono y el Mac.</translation>
+    </message>
+    <message>
+        <source>Keychain error %1</source>
+        <translation>Error del llavero %1</translation>
+    </message>
+    <message>
+        <source>Kliknutím zkopíruješ text kódu.</source>
+        <translation>Un clic copia el texto del código.</translation>
+    </message>
+    <message>
+        <source>Klíč pro spojení nejde odvodit: %1</source>
+        <translation>No se puede derivar la clave de la conexión: %1</translation>
+    </message>
+    <message>
+        <source>Klíč telefonu nejde použít: %1</source>
+        <translation>La clave del teléfono no se puede usar: %1</translation>
+    </message>
+    <message>
+        <source>Kontakty</source>
+        <translation>Contactos</translation>
+    </message>
+    <message>
+        <source>Kopírovat</source>
+        <translation>Copiar</translation>
+    </message>
+    <message>
+        <source>Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.</source>
+        <translation>El código vale hasta las %1. Después pide uno nuevo — la validez corta es intencionada.</translation>
+    </message>
+    <message>
+        <source>Mac není dostupný.</source>
+        <translation>El Mac no está disponible.</translation>
+    </message>
+    <message>
+        <source>Mac spí</source>
+        <translation>El Mac duerme</translation>
+    </message>
+    <message>
+        <source>Mluvit bez držení</source>
+        <translation>Hablar con manos libres</translation>
+    </message>
+    <message>
+        <source>Morvex běží bez systémového sandboxu, protože pouští tvoje vlastní programy a pracuje v tvých složkách. Přístup k souborům hlídá seznam povolených složek.</source>
+        <translation>Morvex funciona sin el sandbox del sistema, porque inicia tus propios programas y trabaja en tus carpetas. El acceso a los archivos lo vigila la lista de carpetas permitidas.</translation>
+    </message>
+    <message>
+        <source>Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti vybilo notebook v tašce.</source>
+        <translation>Con batería el Mac se duerme diga lo que diga este ajuste. Impedir el reposo sin corriente agotaría el portátil en tu bolsa.</translation>
+    </message>
+    <message>
+        <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
+        <translation>Con batería se duerme — solo se mantiene despierto con corriente</translation>
+    </message>
+    <message>
+        <source>Nainstalováno</source>
+        <translation>Instalado</translation>
+    </message>
+    <message>
+        <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
+        <translation>Escanea este código en la app Morvex del teléfono.</translation>
+    </message>
+    <message>
+        <source>Nenainstalováno</source>
+        <translation>No instalado</translation>
+    </message>
+    <message>
+        <source>Neshoduje se</source>
+        <translation>No coincide</translation>
+    </message>
+    <message>
+        <source>Nespárováno</source>
+        <translation>Sin vincular</translation>
+    </message>
+    <message>
+        <source>Nový token — ponech prázdné beze změny</source>
+        <translation>Token nuevo — déjalo vacío para conservar el actual</translation>
+    </message>
+    <message>
+        <source>Nástroje Macu</source>
+        <translation>Herramientas del Mac</translation>
+    </message>
+    <message>
+        <source>Název</source>
+        <translation>Nombre</translation>
+    </message>
+    <message>
+        <source>O aplikaci</source>
+        <translation>Acerca de</translation>
+    </message>
+    <message>
+        <source>Obnovit stav</source>
+        <translation>Actualizar estado</translation>
+    </message>
+    <message>
+        <source>Odebrat</source>
+        <translation>Quitar</translation>
+    </message>
+    <message>
+        <source>Odpojit telefon</source>
+        <translation>Desvincular el teléfono</translation>
+    </message>
+    <message>
+        <source>OpenAI klíč bezpečně převzat z iPhonu</source>
+        <translation>Clave de OpenAI recibida del iPhone de forma segura</translation>
+    </message>
+    <message>
+        <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
+        <translation>La operación ha superado el límite de %1 segundos y se ha detenido.</translation>
+    </message>
+    <message>
+        <source>Osobní data</source>
+        <translation>Datos personales</translation>
+    </message>
+    <message>
+        <source>Otevřít nastavení</source>
+        <translation>Abrir ajustes</translation>
+    </message>
+    <message>
+        <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
+        <translation>Se duerme tras un rato sin uso y deja de estar disponible</translation>
+    </message>
+    <message>
+        <source>Podle iPhonu</source>
+        <translation>Como en el iPhone</translation>
+    </message>
+    <message>
+        <source>Podpis zprávy nesedí. Spojení jsem zahodil.</source>
+        <translation>La firma del mensaje no encaja. He descartado la conexión.</translation>
+    </message>
+    <message>
+        <source>Pokračovat v Claude</source>
+        <translation>Continuar en Claude</translation>
+    </message>
+    <message>
+        <source>Pokračovat v Codexu</source>
+        <translation>Continuar en Codex</translation>
+    </message>
+    <message>
+        <source>Poslední úkoly</source>
+        <translation>Tareas recientes</translation>
+    </message>
+    <message>
+        <source>Potvrdit</source>
+        <translation>Confirmar</translation>
+    </message>
+    <message>
+        <source>Potvrdit můžeš tady i hlasem na telefonu. Bez potvrzení se neprovede nic — ani po vypršení.</source>
+        <translation>Puedes confirmar aquí o por voz en el teléfono. Sin confirmación no se hace nada — tampoco tras caducar.</translation>
+    </message>
+    <message>
+        <source>Potvrzeno %1</source>
+        <translation>Confirmado el %1</translation>
+    </message>
+    <message>
+        <source>Povolené složky</source>
+        <translation>Carpetas permitidas</translation>
+    </message>
+    <message>
+        <source>Povolit</source>
+        <translation>Permitir</translation>
+    </message>
+    <message>
+        <source>Poznámky Morvex</source>
+        <translation>Notas de Morvex</translation>
+    </message>
+    <message>
+        <source>Poznámky vytvořené na iPhonu se po zabezpečeném spojení objeví tady a zůstanou dostupné i offline.</source>
+        <translation>Las notas creadas en el iPhone aparecen aquí cuando la conexión está protegida y siguen disponibles sin conexión.</translation>
+    </message>
+    <message>
+        <source>Počítač se nepodařilo udržet vzhůru: %1</source>
+        <translation>No se ha podido mantener despierto el ordenador: %1</translation>
+    </message>
+    <message>
+        <source>Pracuje</source>
+        <translation>Trabajando</translation>
+    </message>
+    <message>
+        <source>Pracuje: %1</source>
+        <translation>Ocupado: %1</translation>
+    </message>
+    <message>
+        <source>Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline.</source>
+        <translation>Los resúmenes periódicos creados en el iPhone aparecen aquí y siguen disponibles sin conexión.</translation>
+    </message>
+    <message>
+        <source>Protějšek poslal představení, kterému nerozumím.</source>
+        <translation>El otro lado ha enviado una presentación que no entiendo.</translation>
+    </message>
+    <message>
+        <source>Párování neplatí — %1</source>
+        <translation>La vinculación no es válida — %1</translation>
+    </message>
+    <message>
+        <source>Párování s telefonem</source>
+        <translation>Vinculación con un teléfono</translation>
+    </message>
+    <message>
+        <source>Párování se nepodařilo uložit: %1</source>
+        <translation>No se ha podido guardar la vinculación: %1</translation>
+    </message>
+    <message>
+        <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
+        <translation>La presentación del otro lado tiene una firma no válida. No cifro la conexión.</translation>
+    </message>
+    <message>
+        <source>Představení telefonu má neplatný podpis. Nic jsem neuložil.</source>
+        <translation>La presentación del teléfono tiene una firma no válida. No he guardado nada.</translation>
+    </message>
+    <message>
+        <source>Přerušeno</source>
+        <translation>Interrumpida</translation>
+    </message>
+    <message>
+        <source>Při napájení udržovat Morvex dostupný</source>
+        <translation>Mantener Morvex disponible con corriente</translation>
+    </message>
+    <message>
+        <source>Přidat aplikaci</source>
+        <translation>Añadir app</translation>
+    </message>
+    <message>
+        <source>Přidat nebo obnovit složku</source>
+        <translation>Añadir o renovar carpeta</translation>
+    </message>
+    <message>
+        <source>Přidat složku jde jen odsud. Telefon ani asistentka seznam rozšířit nemůžou.</source>
+        <translation>Las carpetas solo se añaden aquí. Ni el teléfono ni la asistente pueden ampliar la lista.</translation>
+    </message>
+    <message>
+        <source>Přidat vlastní aplikaci</source>
+        <translation>Añadir app propia</translation>
+    </message>
+    <message>
+        <source>Přidej první aplikaci tady nebo ji synchronizuj z iPhonu.</source>
+        <translation>Añade la primera app aquí o sincronízala desde el iPhone.</translation>
+    </message>
+    <message>
+        <source>Přidáno na Macu</source>
+        <translation>Añadida en el Mac</translation>
+    </message>
+    <message>
+        <source>Připoj vlastní MCP službu přes zabezpečenou HTTPS adresu.</source>
+        <translation>Conecta un servicio MCP propio en una dirección HTTPS segura.</translation>
+    </message>
+    <message>
+        <source>Připojuji…</source>
+        <translation>Conectando…</translation>
+    </message>
+    <message>
+        <source>Připojuji… (%1. pokus)</source>
+        <translation>Conectando… (intento %1)</translation>
+    </message>
+    <message>
+        <source>Připomínky</source>
+        <translation>Recordatorios</translation>
+    </message>
+    <message>
+        <source>Připraven</source>
+        <translation>Preparado</translation>
+    </message>
+    <message>
+        <source>Příkazy jen v povolených složkách</source>
+        <translation>Órdenes solo en carpetas permitidas</translation>
+    </message>
+    <message>
+        <source>Přístupový token — volitelný</source>
+        <translation>Token de acceso — opcional</translation>
+    </message>
+    <message>
+        <source>QR kód</source>
+        <translation>Código QR</translation>
+    </message>
+    <message>
+        <source>QR kód se nepodařilo vykreslit.</source>
+        <translation>No se ha podido dibujar el código QR.</translation>
+    </message>
+    <message>
+        <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aktuální aplikace Claude.</source>
+        <translation>No se ha podido abrir la sesión. Comprueba que está instalada la app Claude actual.</translation>
+    </message>
+    <message>
+        <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aplikace Codex.</source>
+        <translation>No se ha podido abrir la sesión. Comprueba que está instalada la app Codex.</translation>
+    </message>
+    <message>
+        <source>Relay</source>
+        <translation>Relay</translation>
+    </message>
+    <message>
+        <source>Relay neodpověděl.</source>
+        <translation>El relay no ha respondido.</translation>
+    </message>
+    <message>
+        <source>Relay neposlal výzvu.</source>
+        <translation>El relay no ha enviado el desafío.</translation>
+    </message>
+    <message>
+        <source>Skončilo chybou</source>
+        <translation>Ha fallado</translation>
+    </message>
+    <message>
+        <source>Soubory</source>
+        <translation>Archivos</translation>
+    </message>
+    <message>
+        <source>Souhlasí</source>
+        <translation>Coincide</translation>
+    </message>
+    <message>
+        <source>Souhrny Morvex</source>
+        <translation>Resúmenes de Morvex</translation>
+    </message>
+    <message>
+        <source>Spojení</source>
+        <translation>Conexión</translation>
+    </message>
+    <message>
+        <source>Spojení bylo uzavřeno.</source>
+        <translation>La conexión se ha cerrado.</translation>
+    </message>
+    <message>
+        <source>Spojení přerušeno — %1</source>
+        <translation>Conexión interrumpida — %1</translation>
+    </message>
+    <message>
+        <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>
+        <translation>No se ha podido ajustar el inicio con la sesión: %1</translation>
+    </message>
+    <message>
+        <source>Spouštět po přihlášení</source>
+        <translation>Abrir al iniciar sesión</translation>
+    </message>
+    <message>
+        <source>Spravovat</source>
+        <translation>Gestionar</translation>
+    </message>
+    <message>
+        <source>Spárovaný telefon</source>
+        <translation>Teléfono vinculado</translation>
+    </message>
+    <message>
+        <source>Spárovat jiný telefon</source>
+        <translation>Vincular otro teléfono</translation>
+    </message>
+    <message>
+        <source>Stav se nepodařilo odeslat: %1</source>
+        <translation>No se ha podido enviar el estado: %1</translation>
+    </message>
+    <message>
+        <source>Synchronizováno z iPhonu</source>
+        <translation>Sincronizada desde el iPhone</translation>
+    </message>
+    <message>
+        <source>Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
+        <translation>Esta dirección solo lleva a este ordenador. Ningún otro dispositivo puede conectarse por ella.</translation>
+    </message>
+    <message>
+        <source>Tahle verze to ještě neumí.</source>
+        <translation>Esta versión todavía no sabe hacerlo.</translation>
+    </message>
+    <message>
+        <source>Telefon</source>
+        <translation>Teléfono</translation>
+    </message>
+    <message>
+        <source>Telefon není připojený</source>
+        <translation>El teléfono no está conectado</translation>
+    </message>
+    <message>
+        <source>Telefon poslal nekompatibilní párovací zprávu: %1</source>
+        <translation>El teléfono ha enviado un mensaje de vinculación incompatible: %1</translation>
+    </message>
+    <message>
+        <source>Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?</source>
+        <translation>El teléfono ha respondido. ¿Es este número igual que el de su pantalla?</translation>
+    </message>
+    <message>
+        <source>Telefon spí (%1 min)</source>
+        <translation>El teléfono duerme (%1 min)</translation>
+    </message>
+    <message>
+        <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>
+        <translation>Esta tarea todavía no tiene una sesión en la que continuar.</translation>
+    </message>
+    <message>
+        <source>Terminál</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Text kódu je zkopírovaný.</source>
+        <translation>El texto del código está copiado.</translation>
+    </message>
+    <message>
+        <source>Token</source>
+        <translation>Token</translation>
+    </message>
+    <message>
+        <source>Token se ukládá pouze do Keychainu tohoto Macu.</source>
+        <translation>El token se guarda solo en el llavero de este Mac.</translation>
+    </message>
+    <message>
+        <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
+        <translation>Ya he tratado este mensaje. No lo ejecuto otra vez.</translation>
+    </message>
+    <message>
+        <source>U složek označených níže je potřeba jednou obnovit přístup. Klikni na Přidat nebo obnovit složku a vyber je znovu.</source>
+        <translation>Hay que renovar una vez el acceso a las carpetas marcadas abajo. Haz clic en Añadir o renovar carpeta y elígelas de nuevo.</translation>
+    </message>
+    <message>
+        <source>Ukončit Morvex</source>
+        <translation>Salir de Morvex</translation>
+    </message>
+    <message>
+        <source>Uložená adresa relaye nedává smysl.</source>
+        <translation>La dirección guardada del relay no tiene sentido.</translation>
+    </message>
+    <message>
+        <source>Uložit</source>
+        <translation>Guardar</translation>
+    </message>
+    <message>
+        <source>Upraveno %1</source>
+        <translation>Modificado el %1</translation>
+    </message>
+    <message>
+        <source>Upravit</source>
+        <translation>Editar</translation>
+    </message>
+    <message>
+        <source>Upravit vlastní aplikaci</source>
+        <translation>Editar app propia</translation>
+    </message>
+    <message>
+        <source>Verze aplikace</source>
+        <translation>Versión de la app</translation>
+    </message>
+    <message>
+        <source>Verze protokolu</source>
+        <translation>Versión del protocolo</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace</source>
+        <translation>Apps propias</translation>
+    </message>
+    <message>
+        <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
+        <translation>Elige las carpetas en las que puede trabajar Morvex.</translation>
+    </message>
+    <message>
+        <source>Vyhledávání na webu</source>
+        <translation>Búsqueda en la web</translation>
+    </message>
+    <message>
+        <source>Vymazat</source>
+        <translation>Borrar</translation>
+    </message>
+    <message>
+        <source>Vymazat historii</source>
+        <translation>Borrar el historial</translation>
+    </message>
+    <message>
+        <source>Vymazat historii úkolů?</source>
+        <translation>¿Borrar el historial de tareas?</translation>
+    </message>
+    <message>
+        <source>Vyžaduje znovu povolit</source>
+        <translation>Hay que permitirla de nuevo</translation>
+    </message>
+    <message>
+        <source>Výchozí volba se synchronizuje z hlavního iPhonu.</source>
+        <translation>La opción por defecto se sincroniza desde el iPhone principal.</translation>
+    </message>
+    <message>
+        <source>Zakládám pár…</source>
+        <translation>Creando el par…</translation>
+    </message>
+    <message>
+        <source>Zamítnout</source>
+        <translation>Rechazar</translation>
+    </message>
+    <message>
+        <source>Zamítnuto.</source>
+        <translation>Rechazado.</translation>
+    </message>
+    <message>
+        <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
+        <translation>Activa solo los servicios que Morvex deba usar en este Mac.</translation>
+    </message>
+    <message>
+        <source>Zastavit</source>
+        <translation>Detener</translation>
+    </message>
+    <message>
+        <source>Zatím žádný telefon. Morvex for Mac nic nedělá, dokud se nespáruje.</source>
+        <translation>Todavía no hay teléfono. Morvex for Mac no hace nada hasta vincularse.</translation>
+    </message>
+    <message>
+        <source>Zavřít</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>Zařízení bylo odvoláno.</source>
+        <translation>El dispositivo ha sido revocado.</translation>
+    </message>
+    <message>
+        <source>Zjistit znovu</source>
+        <translation>Buscar de nuevo</translation>
+    </message>
+    <message>
+        <source>Zjišťuji…</source>
+        <translation>Buscando…</translation>
+    </message>
+    <message>
+        <source>Zkusit znovu</source>
+        <translation>Intentar de nuevo</translation>
+    </message>
+    <message>
+        <source>Změna se projeví od příštího hlasového rozhovoru a bezpečně se oznámí spárovanému iPhonu.</source>
+        <translation>El cambio vale desde la próxima conversación por voz y se comunica de forma segura al iPhone vinculado.</translation>
+    </message>
+    <message>
+        <source>Zobrazit QR kód</source>
+        <translation>Mostrar código QR</translation>
+    </message>
+    <message>
+        <source>Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to.</source>
+        <translation>El mensaje ha llegado antes de que la conexión estuviera protegida. Repítelo.</translation>
+    </message>
+    <message>
+        <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
+        <translation>El mensaje ha llegado tarde, tras %1 segundos. No lo he ejecutado.</translation>
+    </message>
+    <message>
+        <source>Zprávu nejde ověřit: %1</source>
+        <translation>No se puede verificar el mensaje: %1</translation>
+    </message>
+    <message>
+        <source>Zrušeno.</source>
+        <translation>Cancelado.</translation>
+    </message>
+    <message>
+        <source>Zrušit</source>
+        <translation>Cancelar</translation>
+    </message>
+    <message>
+        <source>Zůstane vzhůru, dokud je v zásuvce</source>
+        <translation>Sigue despierto mientras esté enchufado</translation>
+    </message>
+    <message>
+        <source>iPhone zůstává hlavní zařízení</source>
+        <translation>El iPhone sigue siendo el dispositivo principal</translation>
+    </message>
+    <message>
+        <source>z iPhonu · E2EE</source>
+        <translation>del iPhone · E2EE</translation>
+    </message>
+    <message>
+        <source>Úkoly zadané Codexu nebo Claude přes telefon se objeví tady. Pak v nich můžeš pokračovat jedním kliknutím.</source>
+        <translation>Las tareas encargadas a Codex o Claude por teléfono aparecen aquí. Luego puedes continuarlas con un clic.</translation>
+    </message>
+    <message>
+        <source>Úkoly zůstanou v Claude a Codexu, ale Morvex už k nim nebude nabízet tlačítka pro pokračování.</source>
+        <translation>Las tareas quedan en Claude y Codex, pero Morvex ya no ofrecerá botones para continuarlas.</translation>
+    </message>
+    <message>
+        <source>Čeká na potvrzení: %1</source>
+        <translation>Espera confirmación: %1</translation>
+    </message>
+    <message>
+        <source>Čekám na OpenAI klíč z iPhonu</source>
+        <translation>Esperando la clave de OpenAI del iPhone</translation>
+    </message>
+    <message>
+        <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
+        <translation>Los números no coincidían. He cancelado la vinculación y no he guardado nada. Inténtalo de nuevo; si se repite, alguien escucha.</translation>
+    </message>
+    <message>
+        <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>
+        <translation>Ninguna. Sin una carpeta permitida, ni Codex ni Claude Code tienen dónde trabajar, así que no se ofrecen al teléfono.</translation>
+    </message>
+    <message>
+        <source>Žádné vlastní aplikace</source>
+        <translation>No hay apps propias</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,675 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="fr" sourcelanguage="cs">
+<context>
+    <name>Morvex</name>
+    <message>
+        <source>%1 povolených složek</source>
+        <translation>%1 dossiers autorisés</translation>
+    </message>
+    <message>
+        <source>%1 připojeno · %2 nástrojů</source>
+        <translation>%1 connectées · %2 outils</translation>
+    </message>
+    <message>
+        <source>%1 synchronizováno</source>
+        <translation>%1 synchronisées</translation>
+    </message>
+    <message>
+        <source>Adresa</source>
+        <translation>Adresse</translation>
+    </message>
+    <message>
+        <source>Adresa relaye nedává smysl.</source>
+        <translation>L’adresse du relais n’a pas de sens.</translation>
+    </message>
+    <message>
+        <source>Adresa vlastní aplikace musí být platné HTTPS.</source>
+        <translation>L’adresse de l’app personnelle doit être en HTTPS valable.</translation>
+    </message>
+    <message>
+        <source>Apple Mail existuje jen v systému macOS.</source>
+        <translation>Apple Mail n’existe que sous macOS.</translation>
+    </message>
+    <message>
+        <source>Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.</source>
+        <translation>Le programme a été trouvé, mais `--version` n’a pas répondu. Vérifie l’installation.</translation>
+    </message>
+    <message>
+        <source>Běží: %1</source>
+        <translation>En cours : %1</translation>
+    </message>
+    <message>
+        <source>Doplň název vlastní aplikace.</source>
+        <translation>Donne un nom à l’app personnelle.</translation>
+    </message>
+    <message>
+        <source>Dostupnost</source>
+        <translation>Disponibilité</translation>
+    </message>
+    <message>
+        <source>Historii úkolů se nepodařilo načíst: %1</source>
+        <translation>L’historique des tâches n’a pas pu être lu : %1</translation>
+    </message>
+    <message>
+        <source>Historii úkolů se nepodařilo uložit: %1</source>
+        <translation>L’historique des tâches n’a pas pu être enregistré : %1</translation>
+    </message>
+    <message>
+        <source>Hlas na Macu</source>
+        <translation>Voix sur le Mac</translation>
+    </message>
+    <message>
+        <source>Hlasový rozhovor tahle verze ještě neumí.</source>
+        <translation>Cette version ne sait pas encore tenir une conversation vocale.</translation>
+    </message>
+    <message>
+        <source>Hotovo</source>
+        <translation>Terminé</translation>
+    </message>
+    <message>
+        <source>Identifikátor</source>
+        <translation>Identifiant</translation>
+    </message>
+    <message>
+        <source>Integrace</source>
+        <translation>Intégrations</translation>
+    </message>
+    <message>
+        <source>Jazyk aplikace a asistentky</source>
+        <translation>Langue de l’app et de l’assistante</translation>
+    </message>
+    <message>
+        <source>Kalendář</source>
+        <translation>Calendrier</translation>
+    </message>
+    <message>
+        <source>Když se čísla liší, nepotvrzuj. Znamená to, že mezi telefonem a Macem někdo je.</source>
+        <translation>Si les nombres diffèrent, ne confirme pas. Cela veut dire que quelqu’un se trouve entre le téléphone et le Mac.</translation>
+    </message>
+    <message>
+        <source>Keychain error %1</source>
+        <translation>Erreur du trousseau %1</translation>
+    </message>
+    <message>
+        <source>Kliknutím zkopíruješ text kódu.</source>
+        <translation>Un clic copie le texte du code.</translation>
+    </message>
+    <message>
+        <source>Klíč pro spojení nejde odvodit: %1</source>
+        <translation>La clé de la connexion ne peut pas être dérivée : %1</translation>
+    </message>
+    <message>
+        <source>Klíč telefonu nejde použít: %1</source>
+        <translation>La clé du téléphone est inutilisable : %1</translation>
+    </message>
+    <message>
+        <source>Kontakty</source>
+        <translation>Contacts</translation>
+    </message>
+    <message>
+        <source>Kopírovat</source>
+        <translation>Copier</translation>
+    </message>
+    <message>
+        <source>Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.</source>
+        <translation>Le code est valable jusqu’à %1. Ensuite, demande-en un nouveau — la courte validité est voulue.</translation>
+    </message>
+    <message>
+        <source>Mac není dostupný.</source>
+        <translation>Le Mac n’est pas disponible.</translation>
+    </message>
+    <message>
+        <source>Mac spí</source>
+        <translation>Le Mac est en veille</translation>
+    </message>
+    <message>
+        <source>Mluvit bez držení</source>
+        <translation>Parler mains libres</translation>
+    </message>
+    <message>
+        <source>Morvex běží bez systémového sandboxu, protože pouští tvoje vlastní programy a pracuje v tvých složkách. Přístup k souborům hlídá seznam povolených složek.</source>
+        <translation>Morvex fonctionne sans le bac à sable du système, car il lance tes propres programmes et travaille dans tes dossiers. L’accès aux fichiers est gardé par la liste des dossiers autorisés.</translation>
+    </message>
+    <message>
+        <source>Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti vybilo notebook v tašce.</source>
+        <translation>Sur batterie, le Mac s’endort quel que soit ce réglage. Empêcher la veille sans secteur viderait le portable dans ton sac.</translation>
+    </message>
+    <message>
+        <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
+        <translation>S’endort sur batterie — il ne reste éveillé que sur secteur</translation>
+    </message>
+    <message>
+        <source>Nainstalováno</source>
+        <translation>Installé</translation>
+    </message>
+    <message>
+        <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
+        <translation>Scanne ce code dans l’app Morvex du téléphone.</translation>
+    </message>
+    <message>
+        <source>Nenainstalováno</source>
+        <translation>Non installé</translation>
+    </message>
+    <message>
+        <source>Neshoduje se</source>
+        <translation>Il diffère</translation>
+    </message>
+    <message>
+        <source>Nespárováno</source>
+        <translation>Non associé</translation>
+    </message>
+    <message>
+        <source>Nový token — ponech prázdné beze změny</source>
+        <translation>Nouveau jeton — laisse vide pour garder l’actuel</translation>
+    </message>
+    <message>
+        <source>Nástroje Macu</source>
+        <translation>Outils du Mac</translation>
+    </message>
+    <message>
+        <source>Název</source>
+        <translation>Nom</translation>
+    </message>
+    <message>
+        <source>O aplikaci</source>
+        <translation>À propos</translation>
+    </message>
+    <message>
+        <source>Obnovit stav</source>
+        <translation>Actualiser</translation>
+    </message>
+    <message>
+        <source>Odebrat</source>
+        <translation>Retirer</translation>
+    </message>
+    <message>
+        <source>Odpojit telefon</source>
+        <translation>Dissocier le téléphone</translation>
+    </message>
+    <message>
+        <source>OpenAI klíč bezpečně převzat z iPhonu</source>
+        <translation>Clé OpenAI reçue de l’iPhone en toute sécurité</translation>
+    </message>
+    <message>
+        <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
+        <translation>L’opération a dépassé la limite de %1 secondes et a été arrêtée.</translation>
+    </message>
+    <message>
+        <source>Osobní data</source>
+        <translation>Données personnelles</translation>
+    </message>
+    <message>
+        <source>Otevřít nastavení</source>
+        <translation>Ouvrir les réglages</translation>
+    </message>
+    <message>
+        <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
+        <translation>S’endort après un moment d’inactivité et n’est alors plus joignable</translation>
+    </message>
+    <message>
+        <source>Podle iPhonu</source>
+        <translation>Comme sur l’iPhone</translation>
+    </message>
+    <message>
+        <source>Podpis zprávy nesedí. Spojení jsem zahodil.</source>
+        <translation>La signature du message ne convient pas. J’ai abandonné la connexion.</translation>
+    </message>
+    <message>
+        <source>Pokračovat v Claude</source>
+        <translation>Poursuivre dans Claude</translation>
+    </message>
+    <message>
+        <source>Pokračovat v Codexu</source>
+        <translation>Poursuivre dans Codex</translation>
+    </message>
+    <message>
+        <source>Poslední úkoly</source>
+        <translation>Tâches récentes</translation>
+    </message>
+    <message>
+        <source>Potvrdit</source>
+        <translation>Confirmer</translation>
+    </message>
+    <message>
+        <source>Potvrdit můžeš tady i hlasem na telefonu. Bez potvrzení se neprovede nic — ani po vypršení.</source>
+        <translation>Tu peux confirmer ici ou par la voix sur le téléphone. Sans confirmation, rien n’est fait — même après l’expiration.</translation>
+    </message>
+    <message>
+        <source>Potvrzeno %1</source>
+        <translation>Confirmé le %1</translation>
+    </message>
+    <message>
+        <source>Povolené složky</source>
+        <translation>Dossiers autorisés</translation>
+    </message>
+    <message>
+        <source>Povolit</source>
+        <translation>Autoriser</translation>
+    </message>
+    <message>
+        <source>Poznámky Morvex</source>
+        <translation>Notes Morvex</translation>
+    </message>
+    <message>
+        <source>Poznámky vytvořené na iPhonu se po zabezpečeném spojení objeví tady a zůstanou dostupné i offline.</source>
+        <translation>Les notes créées sur l’iPhone apparaissent ici une fois la connexion sécurisée et restent disponibles hors ligne.</translation>
+    </message>
+    <message>
+        <source>Počítač se nepodařilo udržet vzhůru: %1</source>
+        <translation>L’ordinateur n’a pas pu être gardé éveillé : %1</translation>
+    </message>
+    <message>
+        <source>Pracuje</source>
+        <translation>Travaille</translation>
+    </message>
+    <message>
+        <source>Pracuje: %1</source>
+        <translation>Occupé : %1</translation>
+    </message>
+    <message>
+        <source>Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline.</source>
+        <translation>Les résumés réguliers créés sur l’iPhone apparaissent ici et restent disponibles hors ligne.</translation>
+    </message>
+    <message>
+        <source>Protějšek poslal představení, kterému nerozumím.</source>
+        <translation>L’autre côté a envoyé une présentation que je ne comprends pas.</translation>
+    </message>
+    <message>
+        <source>Párování neplatí — %1</source>
+        <translation>L’association n’est pas valable — %1</translation>
+    </message>
+    <message>
+        <source>Párování s telefonem</source>
+        <translation>Association avec un téléphone</translation>
+    </message>
+    <message>
+        <source>Párování se nepodařilo uložit: %1</source>
+        <translation>L’association n’a pas pu être enregistrée : %1</translation>
+    </message>
+    <message>
+        <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
+        <translation>La présentation de l’autre côté a une signature non valable. Je ne chiffre pas la connexion.</translation>
+    </message>
+    <message>
+        <source>Představení telefonu má neplatný podpis. Nic jsem neuložil.</source>
+        <translation>La présentation du téléphone a une signature non valable. Je n’ai rien enregistré.</translation>
+    </message>
+    <message>
+        <source>Přerušeno</source>
+        <translation>Interrompu</translation>
+    </message>
+    <message>
+        <source>Při napájení udržovat Morvex dostupný</source>
+        <translation>Garder Morvex disponible sur secteur</translation>
+    </message>
+    <message>
+        <source>Přidat aplikaci</source>
+        <translation>Ajouter une app</translation>
+    </message>
+    <message>
+        <source>Přidat nebo obnovit složku</source>
+        <translation>Ajouter ou renouveler un dossier</translation>
+    </message>
+    <message>
+        <source>Přidat složku jde jen odsud. Telefon ani asistentka seznam rozšířit nemůžou.</source>
+        <translation>Un dossier ne s’ajoute qu’ici. Ni le téléphone ni l’assistante ne peuvent étendre la liste.</translation>
+    </message>
+    <message>
+        <source>Přidat vlastní aplikaci</source>
+        <translation>Ajouter une app personnelle</translation>
+    </message>
+    <message>
+        <source>Přidej první aplikaci tady nebo ji synchronizuj z iPhonu.</source>
+        <translation>Ajoute la première app ici ou synchronise-la depuis l’iPhone.</translation>
+    </message>
+    <message>
+        <source>Přidáno na Macu</source>
+        <translation>Ajoutée sur le Mac</translation>
+    </message>
+    <message>
+        <source>Připoj vlastní MCP službu přes zabezpečenou HTTPS adresu.</source>
+        <translation>Connecte ton propre service MCP à une adresse HTTPS sécurisée.</translation>
+    </message>
+    <message>
+        <source>Připojuji…</source>
+        <translation>Connexion…</translation>
+    </message>
+    <message>
+        <source>Připojuji… (%1. pokus)</source>
+        <translation>Connexion… (tentative %1)</translation>
+    </message>
+    <message>
+        <source>Připomínky</source>
+        <translation>Rappels</translation>
+    </message>
+    <message>
+        <source>Připraven</source>
+        <translation>Prêt</translation>
+    </message>
+    <message>
+        <source>Příkazy jen v povolených složkách</source>
+        <translation>Commandes dans les dossiers autorisés seulement</translation>
+    </message>
+    <message>
+        <source>Přístupový token — volitelný</source>
+        <translation>Jeton d’accès — facultatif</translation>
+    </message>
+    <message>
+        <source>QR kód</source>
+        <translation>Code QR</translation>
+    </message>
+    <message>
+        <source>QR kód se nepodařilo vykreslit.</source>
+        <translation>Le code QR n’a pas pu être dessiné.</translation>
+    </message>
+    <message>
+        <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aktuální aplikace Claude.</source>
+        <translation>La session n’a pas pu être ouverte. Vérifie que l’app Claude actuelle est installée.</translation>
+    </message>
+    <message>
+        <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aplikace Codex.</source>
+        <translation>La session n’a pas pu être ouverte. Vérifie que l’app Codex est installée.</translation>
+    </message>
+    <message>
+        <source>Relay</source>
+        <translation>Relais</translation>
+    </message>
+    <message>
+        <source>Relay neodpověděl.</source>
+        <translation>Le relais n’a pas répondu.</translation>
+    </message>
+    <message>
+        <source>Relay neposlal výzvu.</source>
+        <translation>Le relais n’a pas envoyé de défi.</translation>
+    </message>
+    <message>
+        <source>Skončilo chybou</source>
+        <translation>Échec</translation>
+    </message>
+    <message>
+        <source>Soubory</source>
+        <translation>Fichiers</translation>
+    </message>
+    <message>
+        <source>Souhlasí</source>
+        <translation>Il correspond</translation>
+    </message>
+    <message>
+        <source>Souhrny Morvex</source>
+        <translation>Résumés Morvex</translation>
+    </message>
+    <message>
+        <source>Spojení</source>
+        <translation>Connexion</translation>
+    </message>
+    <message>
+        <source>Spojení bylo uzavřeno.</source>
+        <translation>La connexion a été fermée.</translation>
+    </message>
+    <message>
+        <source>Spojení přerušeno — %1</source>
+        <translation>Connexion interrompue — %1</translation>
+    </message>
+    <message>
+        <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>
+        <translation>Le lancement à l’ouverture de session n’a pas pu être réglé : %1</translation>
+    </message>
+    <message>
+        <source>Spouštět po přihlášení</source>
+        <translation>Lancer à l’ouverture de session</translation>
+    </message>
+    <message>
+        <source>Spravovat</source>
+        <translation>Gérer</translation>
+    </message>
+    <message>
+        <source>Spárovaný telefon</source>
+        <translation>Téléphone associé</translation>
+    </message>
+    <message>
+        <source>Spárovat jiný telefon</source>
+        <translation>Associer un autre téléphone</translation>
+    </message>
+    <message>
+        <source>Stav se nepodařilo odeslat: %1</source>
+        <translation>L’état n’a pas pu être envoyé : %1</translation>
+    </message>
+    <message>
+        <source>Synchronizováno z iPhonu</source>
+        <translation>Synchronisée depuis l’iPhone</translation>
+    </message>
+    <message>
+        <source>Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
+        <translation>Cette adresse ne mène qu’à cet ordinateur. Aucun autre appareil ne peut s’y connecter.</translation>
+    </message>
+    <message>
+        <source>Tahle verze to ještě neumí.</source>
+        <translation>Cette version ne sait pas encore le faire.</translation>
+    </message>
+    <message>
+        <source>Telefon</source>
+        <translation>Téléphone</translation>
+    </message>
+    <message>
+        <source>Telefon není připojený</source>
+        <translation>Le téléphone n’est pas connecté</translation>
+    </message>
+    <message>
+        <source>Telefon poslal nekompatibilní párovací zprávu: %1</source>
+        <translation>Le téléphone a envoyé un message d’association incompatible : %1</translation>
+    </message>
+    <message>
+        <source>Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?</source>
+        <translation>Le téléphone a répondu. Ce nombre est-il le même que sur son écran ?</translation>
+    </message>
+    <message>
+        <source>Telefon spí (%1 min)</source>
+        <translation>Le téléphone dort (%1 min)</translation>
+    </message>
+    <message>
+        <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>
+        <translation>Cette tâche n’a pas encore de session dans laquelle la poursuivre.</translation>
+    </message>
+    <message>
+        <source>Terminál</source>
+        <translation>Terminal</translation>
+    </message>
+    <message>
+        <source>Text kódu je zkopírovaný.</source>
+        <translation>Le texte du code est copié.</translation>
+    </message>
+    <message>
+        <source>Token</source>
+        <translation>Jeton</translation>
+    </message>
+    <message>
+        <source>Token se ukládá pouze do Keychainu tohoto Macu.</source>
+        <translation>Le jeton n’est conservé que dans le trousseau de ce Mac.</translation>
+    </message>
+    <message>
+        <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
+        <translation>J’ai déjà traité ce message. Je ne l’exécute pas une seconde fois.</translation>
+    </message>
+    <message>
+        <source>U složek označených níže je potřeba jednou obnovit přístup. Klikni na Přidat nebo obnovit složku a vyber je znovu.</source>
+        <translation>L’accès aux dossiers marqués ci-dessous doit être renouvelé une fois. Clique sur Ajouter ou renouveler un dossier et choisis-les à nouveau.</translation>
+    </message>
+    <message>
+        <source>Ukončit Morvex</source>
+        <translation>Quitter Morvex</translation>
+    </message>
+    <message>
+        <source>Uložená adresa relaye nedává smysl.</source>
+        <translation>L’adresse enregistrée du relais n’a pas de sens.</translation>
+    </message>
+    <message>
+        <source>Uložit</source>
+        <translation>Enregistrer</translation>
+    </message>
+    <message>
+        <source>Upraveno %1</source>
+        <translation>Modifié le %1</translation>
+    </message>
+    <message>
+        <source>Upravit</source>
+        <translation>Modifier</translation>
+    </message>
+    <message>
+        <source>Upravit vlastní aplikaci</source>
+        <translation>Modifier une app personnelle</translation>
+    </message>
+    <message>
+        <source>Verze aplikace</source>
+        <translation>Version de l’app</translation>
+    </message>
+    <message>
+        <source>Verze protokolu</source>
+        <translation>Version du protocole</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace</source>
+        <translation>Apps personnelles</translation>
+    </message>
+    <message>
+        <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
+        <translation>Choisis les dossiers dans lesquels Morvex peut travailler.</translation>
+    </message>
+    <message>
+        <source>Vyhledávání na webu</source>
+        <translation>Recherche sur le web</translation>
+    </message>
+    <message>
+        <source>Vymazat</source>
+        <translation>Effacer</translation>
+    </message>
+    <message>
+        <source>Vymazat historii</source>
+        <translation>Effacer l’historique</translation>
+    </message>
+    <message>
+        <source>Vymazat historii úkolů?</source>
+        <translation>Effacer l’historique des tâches ?</translation>
+    </message>
+    <message>
+        <source>Vyžaduje znovu povolit</source>
+        <translation>À autoriser de nouveau</translation>
+    </message>
+    <message>
+        <source>Výchozí volba se synchronizuje z hlavního iPhonu.</source>
+        <translation>Le choix par défaut est synchronisé depuis l’iPhone principal.</translation>
+    </message>
+    <message>
+        <source>Zakládám pár…</source>
+        <translation>Création de la paire…</translation>
+    </message>
+    <message>
+        <source>Zamítnout</source>
+        <translation>Refuser</translation>
+    </message>
+    <message>
+        <source>Zamítnuto.</source>
+        <translation>Refusé.</translation>
+    </message>
+    <message>
+        <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
+        <translation>N’active que les services que Morvex doit utiliser sur ce Mac.</translation>
+    </message>
+    <message>
+        <source>Zastavit</source>
+        <translation>Arrêter</translation>
+    </message>
+    <message>
+        <source>Zatím žádný telefon. Morvex for Mac nic nedělá, dokud se nespáruje.</source>
+        <translation>Pas encore de téléphone. Morvex for Mac ne fait rien tant qu’il n’est pas associé.</translation>
+    </message>
+    <message>
+        <source>Zavřít</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Zařízení bylo odvoláno.</source>
+        <translation>L’appareil a été révoqué.</translation>
+    </message>
+    <message>
+        <source>Zjistit znovu</source>
+        <translation>Rechercher à nouveau</translation>
+    </message>
+    <message>
+        <source>Zjišťuji…</source>
+        <translation>Recherche…</translation>
+    </message>
+    <message>
+        <source>Zkusit znovu</source>
+        <translation>Réessayer</translation>
+    </message>
+    <message>
+        <source>Změna se projeví od příštího hlasového rozhovoru a bezpečně se oznámí spárovanému iPhonu.</source>
+        <translation>Le changement prend effet à la prochaine conversation vocale et l’iPhone associé en est informé de façon sûre.</translation>
+    </message>
+    <message>
+        <source>Zobrazit QR kód</source>
+        <translation>Afficher le code QR</translation>
+    </message>
+    <message>
+        <source>Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to.</source>
+        <translation>Le message est arrivé avant que la connexion soit sécurisée. Recommence.</translation>
+    </message>
+    <message>
+        <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
+        <translation>Le message est arrivé trop tard, après %1 secondes. Je ne l’ai pas exécuté.</translation>
+    </message>
+    <message>
+        <source>Zprávu nejde ověřit: %1</source>
+        <translation>Le message ne peut pas être vérifié : %1</translation>
+    </message>
+    <message>
+        <source>Zrušeno.</source>
+        <translation>Annulé.</translation>
+    </message>
+    <message>
+        <source>Zrušit</source>
+        <translation>Annuler</translation>
+    </message>
+    <message>
+        <source>Zůstane vzhůru, dokud je v zásuvce</source>
+        <translation>Reste éveillé tant qu’il est branché</translation>
+    </message>
+    <message>
+        <source>iPhone zůstává hlavní zařízení</source>
+        <translation>L’iPhone reste l’appareil principal</translation>
+    </message>
+    <message>
+        <source>z iPhonu · E2EE</source>
+        <translation>de l’iPhone · E2EE</translation>
+    </message>
+    <message>
+        <source>Úkoly zadané Codexu nebo Claude přes telefon se objeví tady. Pak v nich můžeš pokračovat jedním kliknutím.</source>
+        <translation>Les tâches confiées à Codex ou à Claude par téléphone apparaissent ici. Tu pourras les poursuivre d’un clic.</translation>
+    </message>
+    <message>
+        <source>Úkoly zůstanou v Claude a Codexu, ale Morvex už k nim nebude nabízet tlačítka pro pokračování.</source>
+        <translation>Les tâches restent dans Claude et Codex, mais Morvex ne proposera plus de boutons pour les poursuivre.</translation>
+    </message>
+    <message>
+        <source>Čeká na potvrzení: %1</source>
+        <translation>En attente de confirmation : %1</translation>
+    </message>
+    <message>
+        <source>Čekám na OpenAI klíč z iPhonu</source>
+        <translation>En attente de la clé OpenAI de l’iPhone</translation>
+    </message>
+    <message>
+        <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
+        <translation>Les nombres différaient. J’ai annulé l’association et rien enregistré. Réessaie ; si cela se répète, quelqu’un écoute.</translation>
+    </message>
+    <message>
+        <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>
+        <translation>Aucun. Sans dossier autorisé, ni Codex ni Claude Code n’ont où travailler ; ils ne sont donc pas proposés au téléphone.</translation>
+    </message>
+    <message>
+        <source>Žádné vlastní aplikace</source>
+        <translation>Aucune app personnelle</translation>
+    </message>
+</context>
+</TS>
