@@ -9,6 +9,7 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
     : hlas_(companion.hlas()),
       model_(companion, {surroundings.clock, surroundings.scope, surroundings.clipboard,
                          surroundings.appVersion, [this] { openMainWindow(); }, surroundings.quit}),
+      windows_(model_, surroundings.clock),
       tray_(*model_.link(), [this](const QRect& place) { toggleMenu(place); }),
       notice_(*model_.approval(), surroundings.notifications) {
     QApplication::setQuitOnLastWindowClosed(false);

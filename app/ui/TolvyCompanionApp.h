@@ -51,7 +51,7 @@ class TolvyCompanionApp {
     MacVoiceController& hlas_;
     LanguageTable language_;
     CompanionModel model_;
-    WindowHost windows_{model_};
+    WindowHost windows_;
     TrayItem tray_;
     ApprovalNotice notice_;
 };

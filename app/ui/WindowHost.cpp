@@ -18,6 +18,8 @@ namespace morvex {
 namespace {
 
 constexpr int gap = 8;
+/// Between the two ends of one press: the keyboard goes, and the item hears of it.
+constexpr std::chrono::milliseconds onePress{300};
 
 /// Beside the tray item, whole on its screen.
 QPoint placeBeside(const QRect& trayItem, QSize size, const QRect& screen) {
@@ -54,6 +56,7 @@ void WindowHost::toggleMenu(const QRect& trayItem) {
         menu_->close();
         return;
     }
+    if (menuClosed_ && clock_.sinceBoot() - *menuClosed_ < onePress) return;
     menu_ = load(QStringLiteral("MenuBarWindow"));
     // Not every tray tells where its items are.
     QRect place = trayItem.isValid() ? trayItem : QRect(QCursor::pos(), QSize(1, 1));
@@ -83,6 +86,7 @@ QQuickWindow* WindowHost::load(const QString& component) {
     vyzaduj(window != nullptr, "a window is no window");
     connect(window, &QWindow::visibleChanged, this, [this, window](bool visible) {
         if (visible) return;
+        if (window == menu_) menuClosed_ = clock_.sinceBoot();
         window->deleteLater();
         QMetaObject::invokeMethod(this, &WindowHost::letGo, Qt::QueuedConnection);
     });

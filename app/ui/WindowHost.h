@@ -1,12 +1,14 @@
 #pragma once
 
 #include "app/ui/models/CompanionModel.h"
+#include "foundation/Clock.h"
 
 #include <QPointer>
 #include <QQmlEngine>
 #include <QQuickWindow>
 
 #include <memory>
+#include <optional>
 
 namespace morvex {
 
@@ -16,7 +18,7 @@ class WindowHost final : public QObject {
     Q_OBJECT
 
   public:
-    explicit WindowHost(CompanionModel& model) : model_(model) {}
+    WindowHost(CompanionModel& model, const Clock& clock) : model_(model), clock_(clock) {}
 
     ~WindowHost() override;
 
@@ -26,7 +28,8 @@ class WindowHost final : public QObject {
     /// Shows the main window, or brings it to the front.
     void showMainWindow(Focus focus);
 
-    /// Shows the tray item's window near this place, or hides it when it is open.
+    /// Shows the tray item's window near this place, or hides it when it is open. A press of the item takes
+    /// the keyboard from an open one, which closes it; such a press does not open it again.
     void toggleMenu(const QRect& trayItem);
 
     /// Has every text read anew.
@@ -42,9 +45,11 @@ class WindowHost final : public QObject {
     void letGo();
 
     CompanionModel& model_;
+    const Clock& clock_;
     std::unique_ptr<QQmlEngine> engine_;
     QPointer<QQuickWindow> main_;
     QPointer<QQuickWindow> menu_;
+    std::optional<Clock::Duration> menuClosed_; ///< since the start of the computer
 };
 
 } // namespace morvex

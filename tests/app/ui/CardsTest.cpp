@@ -199,10 +199,27 @@ TEST_F(CardsTest, TheTrayWindowShowsWhatGoesOnAndLeadsToTheMainWindow) {
     press("Otevřít nastavení", menu());
     EXPECT_EQ(menu(), nullptr);
     ASSERT_NE(window(), nullptr);
+    clock.advance(std::chrono::seconds(1));
     ui->toggleMenu({});
     settle();
     press("Ukončit Morvex", menu());
     EXPECT_EQ(quits, 1);
+}
+
+TEST_F(CardsTest, APressOfTheTrayItemThatClosedItsWindowDoesNotOpenItAgain) {
+    startSecured();
+    openUi();
+    ui->toggleMenu({});
+    settle();
+    menu()->close(); // the press took the keyboard from it
+    settle();
+    ui->toggleMenu({});
+    settle();
+    EXPECT_EQ(menu(), nullptr);
+    clock.advance(std::chrono::seconds(1));
+    ui->toggleMenu({});
+    settle();
+    EXPECT_NE(menu(), nullptr);
 }
 
 TEST_F(CardsTest, ACustomAppIsAddedEditedSwitchedAndRemoved) {
