@@ -15,6 +15,7 @@
 #include "platform/linux/LogindSleepInhibitor.h"
 #include "platform/linux/LogindSleepMonitor.h"
 #include "platform/linux/OwnEnvironment.h"
+#include "platform/linux/PortalColorScheme.h"
 #include "platform/linux/SpawnLauncher.h"
 #include "platform/linux/SysfsPower.h"
 #include "platform/linux/SystemRandom.h"
@@ -162,13 +163,14 @@ int runWindow(System& system, LockFileInstance& instance) {
     QtFolderPicker picker;
     QtClipboard clipboard;
     DesktopNotifications notifications;
+    PortalColorScheme colors;
     Running running(system, picker);
     auto quit = [&] {
         picker.close();
         running.quit();
     };
-    TolvyCompanionApp window(running.companion,
-                             {*system.clock, running.commands, clipboard, notifications, version, quit});
+    TolvyCompanionApp window(running.companion, {*system.clock, running.commands, clipboard, notifications,
+                                                 colors, version, quit});
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
     instance.onCall([&window] { window.openMainWindow(); });
     running.commands.spawn(running.startThen([&window] { window.start(); }));

@@ -1,12 +1,22 @@
 #include "app/ui/TolvyCompanionApp.h"
 
 #include <QApplication>
+#include <QColor>
 #include <QIcon>
+#include <QPalette>
 
 namespace morvex {
 
+namespace {
+
+constexpr QColor darkGround{0x24, 0x28, 0x2f};
+constexpr QColor lightGround{0xef, 0xf0, 0xf2};
+
+} // namespace
+
 TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& surroundings)
     : hlas_(companion.hlas()),
+      colors_(surroundings.colors),
       model_(companion, {surroundings.clock, surroundings.scope, surroundings.clipboard,
                          surroundings.appVersion, [this] { openMainWindow(); }, surroundings.quit}),
       windows_(model_, surroundings.clock),
@@ -16,6 +26,8 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
     QApplication::setApplicationDisplayName(QStringLiteral("Morvex"));
     QApplication::setDesktopFileName(QStringLiteral("morvex"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/morvex.svg")));
+    followColors();
+    colors_.onChange([this] { followColors(); });
     followLanguage();
     QCoreApplication::installTranslator(&language_);
     QObject::connect(model_.voice(), &VoiceModel::changed, &windows_, [this] { followLanguage(); });
@@ -23,6 +35,7 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
 }
 
 TolvyCompanionApp::~TolvyCompanionApp() {
+    colors_.onChange({});
     QCoreApplication::removeTranslator(&language_);
 }
 
@@ -39,6 +52,19 @@ void TolvyCompanionApp::followLanguage() {
     if (!language_.take(QString::fromStdString(hlas_.textLanguage()))) return;
     windows_.retranslate();
     model_.refresh();
+}
+
+void TolvyCompanionApp::followColors() {
+    using enum ColorScheme::Preference;
+    // Dialogs of the toolkit follow the palette too. The empty one is the desktop's.
+    switch (colors_.preference()) {
+    case dark:
+        return QApplication::setPalette(QPalette(darkGround));
+    case light:
+        return QApplication::setPalette(QPalette(lightGround));
+    case none:
+        return QApplication::setPalette(QPalette());
+    }
 }
 
 void TolvyCompanionApp::showApproval() {

@@ -4,6 +4,7 @@
 #include "app/ui/LanguageTable.h"
 #include "app/ui/TrayItem.h"
 #include "app/ui/WindowHost.h"
+#include "platform/ports/ColorScheme.h"
 
 #include <functional>
 #include <string>
@@ -22,6 +23,7 @@ class TolvyCompanionApp {
         TaskScope& scope; ///< runs what a button starts; stopped and joined before this object goes
         Clipboard& clipboard;
         Notifications& notifications;
+        ColorScheme& colors;
         std::string appVersion;
         std::function<void()> quit;
     };
@@ -47,8 +49,10 @@ class TolvyCompanionApp {
   private:
     void showApproval();
     void followLanguage();
+    void followColors();
 
     MacVoiceController& hlas_;
+    ColorScheme& colors_;
     LanguageTable language_;
     CompanionModel model_;
     WindowHost windows_;

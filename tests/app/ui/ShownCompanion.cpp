@@ -1,7 +1,5 @@
 #include "tests/app/ui/ShownCompanion.h"
 
-#include <QApplication>
-#include <QPalette>
 #include <QQuickItem>
 
 namespace morvex {
@@ -24,7 +22,7 @@ ShownCompanion::~ShownCompanion() {
 }
 
 void ShownCompanion::useColors(bool dark) {
-    QApplication::setPalette(dark ? QPalette(QColor(0x20, 0x20, 0x20)) : QPalette(QColor(0xf0, 0xf0, 0xf0)));
+    colors.prefer(dark ? ColorScheme::Preference::dark : ColorScheme::Preference::none);
 }
 
 void ShownCompanion::fill() {

@@ -11,7 +11,7 @@ class ShownCompanion : public UiHarness {
   protected:
     ~ShownCompanion() override;
 
-    static void useColors(bool dark);
+    void useColors(bool dark);
 
     /// Folders, tasks of agents, notes and summaries. After the start.
     void fill();

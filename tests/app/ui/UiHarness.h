@@ -2,6 +2,7 @@
 
 #include "app/ui/TolvyCompanionApp.h"
 #include "platform/memory/FakeClipboard.h"
+#include "platform/memory/FakeColorScheme.h"
 #include "platform/memory/FakeNotifications.h"
 #include "tests/support/CompanionHarness.h"
 
@@ -42,6 +43,7 @@ class UiHarness : public CompanionHarness {
     TaskScope uiScope{executor};
     FakeClipboard clipboard;
     FakeNotifications notifications;
+    FakeColorScheme colors;
     int quits = 0;
     std::unique_ptr<TolvyCompanionApp> ui;
 
