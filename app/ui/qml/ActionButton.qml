@@ -18,6 +18,8 @@ T.Button {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
+    // The toolkit does not tell a screen reader that a control is disabled.
+    Accessible.ignored: !enabled
     Accessible.onPressAction: button.clicked()
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()

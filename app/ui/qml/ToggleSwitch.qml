@@ -25,6 +25,8 @@ T.Switch {
         checked = Qt.binding(() => control.value);
         wanted(on);
     }
+    // The toolkit does not tell a screen reader that a control is disabled.
+    Accessible.ignored: !enabled
     Accessible.onPressAction: flip()
     Accessible.onToggleAction: flip()
     Keys.onReturnPressed: flip()

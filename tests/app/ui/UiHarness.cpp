@@ -58,6 +58,16 @@ std::vector<std::string> UiHarness::names(QAccessible::Role role, QQuickWindow* 
     return found;
 }
 
+std::vector<std::string> UiHarness::usableControls() {
+    std::vector<std::string> found;
+    walk(QAccessible::queryAccessibleInterface(window()), [&](QAccessibleInterface* node) {
+        bool usable = canBePressed(node->role()) || node->role() == QAccessible::EditableText ||
+                      node->role() == QAccessible::ComboBox;
+        if (usable && !node->state().disabled) found.push_back(nameOf(node));
+    });
+    return found;
+}
+
 std::string UiHarness::texts(QQuickWindow* in) {
     std::string all;
     walk(QAccessible::queryAccessibleInterface(in ? in : window()),

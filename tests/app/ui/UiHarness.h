@@ -31,6 +31,8 @@ class UiHarness : public CompanionHarness {
 
     /// The names of what the window shows with this role, from top to bottom.
     std::vector<std::string> names(QAccessible::Role role, QQuickWindow* in = nullptr);
+    /// The names of all that can be pressed, switched, chosen or typed into now.
+    std::vector<std::string> usableControls();
     /// Everything that can be read in the window.
     std::string texts(QQuickWindow* in = nullptr);
     /// Presses the button or switch of this name.
