@@ -1,6 +1,5 @@
 #include "app/personal/PoznamkyStore.h"
 
-#include "app/personal/ArchiveLoading.h"
 #include "app/personal/NewestFirst.h"
 #include "foundation/Text.h"
 #include "shared/base/Require.h"
@@ -24,9 +23,9 @@ bool matches(const MorvexNote& note, const std::string& query) {
 
 PoznamkyStore PoznamkyStore::load(const std::filesystem::path& applicationSupport, Clock& clock,
                                   Random& random) {
-    PoznamkyStore store({applicationSupport / "Morvex" / "notes-from-iphone.json", longestArchive}, clock,
-                        random);
-    store.archive_ = loadArchive<NotesArchive>(store.soubor_);
+    PoznamkyStore store(RecordFile<NotesArchive>(applicationSupport / "Morvex" / "notes-from-iphone.json"),
+                        clock, random);
+    store.archive_ = store.soubor_.load();
     store.obnovNotes();
     return store;
 }
@@ -118,7 +117,7 @@ Result<MorvexNote> PoznamkyStore::ulozZmenu(MorvexNote note) {
 }
 
 Result<void> PoznamkyStore::uloz() {
-    auto saved = soubor_.save(asBytes(encode(archive_)));
+    auto saved = soubor_.save(archive_);
     if (!saved) return saved;
     obnovNotes();
     setProblem(std::nullopt);

@@ -2,9 +2,9 @@
 
 #include "app/personal/NoteError.h"
 #include "app/personal/NotesArchive.h"
-#include "foundation/ArchiveFile.h"
 #include "foundation/Clock.h"
 #include "foundation/Random.h"
+#include "foundation/archive/RecordFile.h"
 #include "shared/base/Error.h"
 
 #include <cstdint>
@@ -63,7 +63,7 @@ class PoznamkyStore {
     std::function<void()> onChange;
 
   private:
-    PoznamkyStore(ArchiveFile soubor, Clock& clock, Random& random)
+    PoznamkyStore(RecordFile<NotesArchive> soubor, Clock& clock, Random& random)
         : soubor_(std::move(soubor)), clock_(clock), random_(random) {}
 
     MorvexNote* najdi(const std::string& title);
@@ -75,7 +75,7 @@ class PoznamkyStore {
 
     std::vector<MorvexNote>& records() { return archive_.notes.records; }
 
-    ArchiveFile soubor_;
+    RecordFile<NotesArchive> soubor_;
     Clock& clock_;
     Random& random_;
     NotesArchive archive_;

@@ -1,6 +1,5 @@
 #include "app/personal/SouhrnyStore.h"
 
-#include "app/personal/ArchiveLoading.h"
 #include "app/personal/NewestFirst.h"
 
 #include <algorithm>
@@ -20,8 +19,9 @@ std::vector<MorvexSummary> sorted(const std::vector<MorvexSummary>& summaries) {
 } // namespace
 
 SouhrnyStore SouhrnyStore::load(const std::filesystem::path& applicationSupport) {
-    SouhrnyStore store({applicationSupport / "Morvex" / "summaries-from-iphone.json", longestArchive});
-    store.archive_ = loadArchive<SummariesArchive>(store.soubor_);
+    SouhrnyStore store(
+        RecordFile<SummariesArchive>(applicationSupport / "Morvex" / "summaries-from-iphone.json"));
+    store.archive_ = store.soubor_.load();
     auto& records = store.archive_.summaries.records;
     records = sorted(records);
     return store;
@@ -39,7 +39,7 @@ bool SouhrnyStore::prijmout(MorvexSummary summary) {
         *stored = std::move(summary);
     records = sorted(records);
 
-    auto saved = soubor_.save(asBytes(encode(changed)));
+    auto saved = soubor_.save(changed);
     if (saved) archive_ = std::move(changed);
     auto problem = saved ? std::nullopt : std::optional(saved.error().popis());
     const bool isNews = saved || problem != problem_;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/personal/SummariesArchive.h"
-#include "foundation/ArchiveFile.h"
+#include "foundation/archive/RecordFile.h"
 
 #include <filesystem>
 #include <functional>
@@ -32,9 +32,9 @@ class SouhrnyStore {
     std::function<void()> onChange;
 
   private:
-    explicit SouhrnyStore(ArchiveFile soubor) : soubor_(std::move(soubor)) {}
+    explicit SouhrnyStore(RecordFile<SummariesArchive> soubor) : soubor_(std::move(soubor)) {}
 
-    ArchiveFile soubor_;
+    RecordFile<SummariesArchive> soubor_;
     SummariesArchive archive_;
     std::optional<std::string> problem_;
 };

@@ -3,6 +3,7 @@
 #include "shared/base/Utf8.h"
 #include "shared/wire/DecodeError.h"
 
+#include <algorithm>
 #include <new>
 
 namespace morvex {
@@ -11,6 +12,14 @@ namespace {
 constexpr std::size_t budgetPerByte = 4;
 constexpr std::size_t budgetAtLeast = 8 * 1024 * 1024;
 constexpr std::size_t parserBufferSize = 4096;
+
+/// A text within both bounds fits into its allowance, whatever its values are.
+constexpr std::size_t surelyReadableSize = 8 * 1024 * 1024;
+constexpr std::ptrdiff_t surelyReadableValues = 128 * 1024;
+
+bool mayBeginValue(char letter) {
+    return letter == ',' || letter == '[' || letter == '{';
+}
 
 } // namespace
 
@@ -50,6 +59,16 @@ Result<const boost::json::value*> JsonDocument::parse(std::string_view text, std
         return fail(DecodeError{Reason::tooManyValues, {}, {}});
     }
     return &*root_;
+}
+
+Result<void> checkReadable(std::string_view json, std::size_t limit) {
+    // Counting takes a small part of the time of parsing, and is enough for what most people keep.
+    const bool isShort = json.size() <= std::min(limit, surelyReadableSize);
+    if (isShort && std::ranges::count_if(json, mayBeginValue) < surelyReadableValues) return {};
+    JsonDocument document;
+    auto parsed = document.parse(json, limit);
+    if (!parsed) return fail(parsed.error());
+    return {};
 }
 
 } // namespace morvex

@@ -44,4 +44,8 @@ class JsonDocument {
     std::optional<boost::json::value> root_;
 };
 
+/// Whether a text that this program has written will be read again under this limit. Fails as
+/// `JsonDocument::parse` would.
+Result<void> checkReadable(std::string_view json, std::size_t limit);
+
 } // namespace morvex

@@ -1,4 +1,3 @@
-#include "app/personal/ArchiveLoading.h"
 #include "tests/app/personal/PoznamkyFixture.h"
 
 #include <limits>
@@ -25,6 +24,30 @@ TEST_F(PoznamkyMergeTest, ADeletedNoteOfThePhoneIsKeptEvenWhenItWasNeverHere) {
     EXPECT_TRUE(store.notes().empty());
     EXPECT_EQ(reloaded().vsechny(), std::vector{deleted});
     EXPECT_EQ(viewChanges, 0);
+}
+
+TEST_F(PoznamkyMergeTest, ATombstoneOfAHigherRevisionHidesANoteThatIsVisibleHereAndStaysInTheFile) {
+    auto note = create("Nákup");
+    auto deleted = note;
+    deleted.revision = 2;
+    deleted.deletedAt = deleted.updatedAt - 9s;
+    deleted.updatedAt -= 9s;
+    EXPECT_TRUE(store.prijmout(deleted));
+    EXPECT_TRUE(store.notes().empty());
+    EXPECT_EQ(reloaded().vsechny(), std::vector{deleted});
+    EXPECT_EQ(sentence(store.smazat("Nákup")), "Poznámku s tímto názvem jsem nenašel.");
+}
+
+TEST_F(PoznamkyMergeTest, ALiveNoteOfAHigherRevisionReplacesAStoredTombstone) {
+    create("Nákup");
+    auto again = store.smazat("Nákup").value();
+    again.deletedAt.reset();
+    EXPECT_TRUE(store.prijmout(again)) << "the same revision and date: what is stored stays";
+    EXPECT_TRUE(store.notes().empty());
+    again.revision = 3;
+    EXPECT_TRUE(store.prijmout(again));
+    EXPECT_EQ(store.notes(), std::vector{again});
+    EXPECT_EQ(reloaded().vsechny(), std::vector{again});
 }
 
 TEST_F(PoznamkyMergeTest, TheRevisionDecidesAndAtEqualOnesTheLaterChange) {
@@ -135,12 +158,13 @@ TEST_F(PoznamkyMergeTest, AnArchiveOfAnotherVersionIsReplacedByVersion1AndWhatWa
 }
 
 TEST_F(PoznamkyMergeTest, AHugeArchiveIsNotReadAndNotWritten) {
-    put(file, std::string(longestArchive + 1, ' '));
+    constexpr auto sizeLimit = RecordFile<NotesArchive>::sizeLimit;
+    put(file, std::string(sizeLimit + 1, ' '));
     auto opened = reloaded();
     EXPECT_TRUE(opened.vsechny().empty());
     EXPECT_TRUE(opened.vytvorit("a", "b"));
     auto large = fromPhone("velká");
-    large.body = std::string(longestArchive, 'x');
+    large.body = std::string(sizeLimit, 'x');
     EXPECT_FALSE(opened.prijmout(large));
     EXPECT_EQ(titles(opened.vsechny()), Titles{"a"});
 }

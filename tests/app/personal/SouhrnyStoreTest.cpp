@@ -2,6 +2,8 @@
 
 #include "tests/app/personal/PersonalStores.h"
 
+#include <sys/stat.h>
+
 namespace morvex {
 namespace {
 
@@ -17,6 +19,12 @@ class SouhrnyStoreTest : public PersonalStores {
         auto created = clock.now() - std::chrono::duration_cast<Date::duration>(age);
         return {random.uuid(),        title,   "shrnutí", created, created - 24h, created,
                 {"mail", "kalendář"}, revision};
+    }
+
+    static ino_t inode(const std::filesystem::path& file) {
+        struct stat found{};
+        EXPECT_EQ(::stat(file.c_str(), &found), 0);
+        return found.st_ino;
     }
 
     [[nodiscard]] SouhrnyStore reloaded() const { return SouhrnyStore::load(support.path()); }
@@ -85,16 +93,20 @@ TEST_F(SouhrnyStoreTest, AHigherRevisionReplacesAndMovesToItsPlace) {
 TEST_F(SouhrnyStoreTest, EqualRevisionsKeepTheStoredOneEvenALaterText) {
     auto first = summary("první");
     ASSERT_TRUE(store.prijmout(first));
-    auto saved = std::filesystem::last_write_time(file);
+    const auto saved = inode(file);
     auto again = first;
     again.title = "jiný text";
     again.createdAt += 1h;
     EXPECT_TRUE(store.prijmout(again));
+    EXPECT_EQ(inode(file), saved) << "saved once: a save puts another file in its place";
     again.revision = 0;
     EXPECT_TRUE(store.prijmout(again));
+    EXPECT_EQ(inode(file), saved);
     EXPECT_EQ(store.summaries(), std::vector{first});
-    EXPECT_EQ(std::filesystem::last_write_time(file), saved);
     EXPECT_EQ(viewChanges, 1);
+    again.revision = 2;
+    EXPECT_TRUE(store.prijmout(again));
+    EXPECT_NE(inode(file), saved);
 }
 
 TEST_F(SouhrnyStoreTest, ASummaryThatCannotBeSavedChangesNothingAndIsToldOf) {
@@ -114,6 +126,20 @@ TEST_F(SouhrnyStoreTest, ASummaryThatCannotBeSavedChangesNothingAndIsToldOf) {
     EXPECT_TRUE(store.prijmout(newer));
     EXPECT_FALSE(store.problem());
     EXPECT_EQ(reloaded().summaries(), std::vector{newer});
+}
+
+TEST_F(SouhrnyStoreTest, WhatWasTakenIsStillThereAtTheNextStartAndWhatCouldNotBeIsRefused) {
+    Titles taken;
+    for (const char* title : {"a", "b", "c", "d", "e", "f"}) {
+        auto full = summary(title);
+        full.sources.resize(1'000'000);
+        if (store.prijmout(std::move(full))) taken.emplace_back(title);
+    }
+    EXPECT_GT(taken.size(), 1U);
+    EXPECT_LT(taken.size(), 6U);
+    EXPECT_EQ(store.problem(), "Zpráva má příliš mnoho hodnot.");
+    EXPECT_EQ(titles(store.summaries()), taken);
+    EXPECT_EQ(titles(reloaded().summaries()), taken);
 }
 
 TEST_F(SouhrnyStoreTest, ABadArchiveCountsAsNoneAndIsKeptAsideBeforeTheNextSave) {

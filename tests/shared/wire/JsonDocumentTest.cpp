@@ -99,6 +99,22 @@ TEST(JsonDocument, RefusesATextThatIsAllValues) {
     EXPECT_EQ(refusal('[' + repeat("0,", 100'000) + "0]"), std::nullopt);
 }
 
+TEST(JsonDocument, WhatIsWrittenCanBeJudgedBeforeItHasToBeRead) {
+    const std::string longText = '"' + repeat("\\n", 4'000'000) + '"';
+    const std::size_t most = 128 * 1024 - 2;
+    for (const auto& text :
+         {longText, '[' + repeat("0,", most) + "0]", '[' + repeat("[0],", most / 2) + "0]",
+          '{' + repeat("\"\":0,", most) + "\"\":0}", '[' + repeat("{\"\":0},", most / 2) + "0]",
+          '[' + repeat("\"\",", 400'000) + "0]"}) {
+        EXPECT_TRUE(checkReadable(text, jsonSizeLimit)) << text.substr(0, 20);
+        EXPECT_EQ(refusal(text), std::nullopt) << text.substr(0, 20);
+    }
+    const auto manyValues = checkReadable('[' + repeat("\"\",", 5'000'000) + "0]", jsonSizeLimit);
+    ASSERT_FALSE(manyValues);
+    EXPECT_EQ(manyValues.error().popis(), "Zpráva má příliš mnoho hodnot.");
+    EXPECT_FALSE(checkReadable("[1] ", 3));
+}
+
 TEST(JsonDocument, LetsTheLastOfEqualKeysCount) {
     EXPECT_EQ(encode(parseJson(R"({"a":1,"b":2,"a":3})").value()), R"({"a":3,"b":2})");
 }

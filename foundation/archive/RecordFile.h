@@ -1,0 +1,43 @@
+#pragma once
+
+#include "foundation/ArchiveFile.h"
+#include "shared/wire/Json.h"
+
+#include <cstddef>
+#include <filesystem>
+#include <utility>
+
+namespace morvex {
+
+/// A store's file that holds one record `Archive`, which has a `schemaVersion`, as JSON. Owned by the store,
+/// on its thread: `load` once at the start, then `save` at every change. Whatever was saved can be loaded.
+template <class Archive> class RecordFile {
+  public:
+    /// Bytes of the file.
+    static constexpr std::size_t sizeLimit = 64 * 1024 * 1024;
+
+    explicit RecordFile(std::filesystem::path path) : file_(std::move(path), sizeLimit) {}
+
+    /// What the file holds. A file that is missing, cannot be read, is no such archive or has another version
+    /// counts as none; the last three are kept aside when the file is next saved.
+    Archive load() {
+        auto bytes = file_.read();
+        if (!bytes || !*bytes) return {};
+        auto archive = decode<Archive>(**bytes, sizeLimit);
+        if (archive && archive->schemaVersion == Archive{}.schemaVersion) return *std::move(archive);
+        file_.markDamaged();
+        return {};
+    }
+
+    /// Fails, and leaves the file alone, when it is too long or `load` would refuse its many values.
+    Result<void> save(const Archive& archive) {
+        const auto json = encode(archive);
+        if (auto readable = checkReadable(json, sizeLimit); !readable) return readable;
+        return file_.save(asBytes(json));
+    }
+
+  private:
+    ArchiveFile file_;
+};
+
+} // namespace morvex
