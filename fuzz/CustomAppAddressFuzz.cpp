@@ -1,7 +1,7 @@
-#include "app/customapps/NormalizedAddress.h"
 #include "foundation/Text.h"
 #include "shared/base/Bytes.h"
 #include "shared/base/Require.h"
+#include "shared/wire/NormalizedAddress.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,9 +1,9 @@
 #include "app/customapps/MacCustomAppsService.h"
 
-#include "app/customapps/NormalizedAddress.h"
 #include "foundation/Text.h"
 #include "foundation/Try.h"
 #include "shared/wire/Json.h"
+#include "shared/wire/NormalizedAddress.h"
 
 #include <algorithm>
 #include <iterator>
@@ -24,11 +24,6 @@ std::vector<StoredApp> stored(const UserDefaults& defaults) {
     auto bytes = defaults.data(metadataKey);
     return bytes ? decode<std::vector<StoredApp>>(*bytes).value_or(std::vector<StoredApp>())
                  : std::vector<StoredApp>();
-}
-
-bool isUsable(const CompanionCustomApp& entry) {
-    auto fits = [](const std::string& text) { return text.size() <= MacCustomAppsService::longestText; };
-    return fits(entry.id) && fits(entry.name) && fits(entry.endpoint) && normalizedAddress(entry.endpoint);
 }
 
 } // namespace
@@ -67,7 +62,7 @@ std::vector<CompanionCustomApp> MacCustomAppsService::accepted(std::vector<Compa
         if (entries.size() == mostPhoneApps) break;
         entry.name = trim(entry.name);
         entry.endpoint = trim(entry.endpoint);
-        if (!isUsable(entry) || hasMacApp(entry.id) || !taken.insert(entry.id).second) continue;
+        if (!entry.isAcceptable() || hasMacApp(entry.id) || !taken.insert(entry.id).second) continue;
         entries.push_back(std::move(entry));
     }
     return entries;

@@ -25,9 +25,6 @@ class MacCustomAppsService {
   public:
     /// A list of the phone keeps no more apps than this; the rest is dropped.
     static constexpr std::size_t mostPhoneApps = 256;
-    /// An entry of the phone with a longer id, name or address (bytes) is dropped: all of them have to fit
-    /// among the settings.
-    static constexpr std::size_t longestText = 4096;
 
     /// Reads what is kept; without it, or when it is damaged, there are no apps. All three outlive this
     /// object.
@@ -41,9 +38,9 @@ class MacCustomAppsService {
     void setActive(bool active);
 
     /// Takes the phone's list in place of the one before; one list at a time. An entry keeps the switch that
-    /// was set here. Dropped are entries with an unusable address and with an id that is taken, by an app of
-    /// this computer above all: the phone has no say over that one's token. A token that the keychain refuses
-    /// is lost, an empty one is removed, and so are those of apps that are gone.
+    /// was set here. Dropped are entries that are not acceptable and those with an id that is taken, by an
+    /// app of this computer above all: the phone has no say over that one's token. A token that the keychain
+    /// refuses is lost, an empty one is removed, and so are those of apps that are gone.
     Task<void> replacePhoneApps(std::vector<CompanionCustomApp> list);
 
     /// Changes the app of this computer with the id `storedID`, else adds one. An empty token leaves the

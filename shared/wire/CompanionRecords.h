@@ -2,6 +2,7 @@
 
 #include "shared/wire/Codec.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,10 +11,18 @@ namespace morvex {
 
 /// A service that the user set up on the phone.
 struct CompanionCustomApp {
+    /// Bytes of id, name and address each, as JSON writes them: a whole list has to fit among the settings of
+    /// the computer.
+    static constexpr std::size_t longestText = 4096;
+
     std::string id;
     std::string name;
     std::string endpoint;
     std::string token; ///< secret
+
+    /// Whether the computer takes it into its list: the texts are short enough, and `normalizedAddress` knows
+    /// the address, which is trimmed.
+    [[nodiscard]] bool isAcceptable() const;
 
     bool operator==(const CompanionCustomApp&) const = default;
 };

@@ -1,9 +1,11 @@
 #include "app/customapps/MacCustomAppsService.h"
 
+#include "platform/linux/JsonDefaults.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/MemoryDefaults.h"
 #include "platform/memory/MemoryVault.h"
 #include "platform/memory/ScriptedRandom.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -273,6 +275,28 @@ TEST_F(MacCustomAppsServiceTest, AListOfThePhoneIsBounded) {
     replace(list);
     EXPECT_EQ(service->apps().size(), MacCustomAppsService::mostPhoneApps);
     EXPECT_EQ(ids().front(), "p0");
+}
+
+/// Control letters take six bytes each as JSON writes them.
+TEST_F(MacCustomAppsServiceTest, NoListOfThePhoneFillsTheFileOfTheSettings) {
+    TemporaryFolder folder;
+    auto settings = JsonDefaults::load(folder.path());
+    MacCustomAppsService kept(settings, keychain, random);
+    const std::string full(CompanionCustomApp::longestText / 6, '\1');
+    std::vector<CompanionCustomApp> list{{"over", full + '\1', "https://a", ""}};
+    for (std::size_t i = 0; i < MacCustomAppsService::mostPhoneApps; ++i)
+        list.push_back({std::to_string(i) + full.substr(1), full, "https://a/" + std::string(4000, 'x'), ""});
+    EXPECT_TRUE(executor.run(kept.replacePhoneApps(list)));
+    EXPECT_EQ(kept.apps().size(), MacCustomAppsService::mostPhoneApps);
+    settings.set("later", true);
+    EXPECT_EQ(settings.problem(), std::nullopt);
+    EXPECT_EQ(JsonDefaults::load(folder.path()).boolean("later"), true);
+}
+
+TEST_F(MacCustomAppsServiceTest, SwitchingTheIntegrationOffTwiceIsToldTwice) {
+    service->setActive(false);
+    service->setActive(false);
+    EXPECT_EQ(changes, 2);
 }
 
 TEST_F(MacCustomAppsServiceTest, SwitchingTheIntegrationOffIsTold) {

@@ -293,5 +293,14 @@ TEST_F(MacVoiceControllerTest, TheShortcutIsKeptAsItsRecord) {
     EXPECT_EQ(defaults.data("voice.hotkey"), toBytes(encode(hotkey)));
 }
 
+TEST_F(MacVoiceControllerTest, AnUnchangedShortcutIsWrittenAllTheSameAndNotTold) {
+    start();
+    const auto writes = defaults.writes;
+    hlas->setShortcut(hlas->shortcut());
+    EXPECT_EQ(defaults.writes, writes + 1);
+    EXPECT_EQ(defaults.data("voice.hotkey"), toBytes(encode(MacHotkey{})));
+    EXPECT_EQ(changes, 0);
+}
+
 } // namespace
 } // namespace morvex

@@ -1,4 +1,4 @@
-#include "app/customapps/NormalizedAddress.h"
+#include "shared/wire/NormalizedAddress.h"
 
 #include <gtest/gtest.h>
 
