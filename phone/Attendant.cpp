@@ -47,6 +47,7 @@ Attendant::Attendant(Phone& phone, PhoneSession& session, Shows shows)
     : phone_(phone),
       session_(session),
       records_(phone.records, session, phone.terminal),
+      settings_(phone.settings, session, phone.terminal),
       shows_(shows),
       policy_(policyOf(phone)) {}
 
@@ -58,6 +59,7 @@ Task<void> Attendant::heard(Inbox::Event event) {
         if (!isAnswered && open_) ask();
     }
     co_await records_.heard(event);
+    co_await settings_.heard(event);
     const auto* message = std::get_if<SecureLink::Zprava>(&event);
     if (!message) co_return;
     if (const auto* told = message->payload.as<MacPayload::WorkItemUpdate>()) co_await take(told->item);

@@ -3,6 +3,7 @@
 #include "phone/Phone.h"
 #include "phone/PhoneSession.h"
 #include "phone/RecordSync.h"
+#include "phone/SettingsSync.h"
 
 #include <optional>
 #include <string>
@@ -14,8 +15,8 @@ namespace morvex {
 std::optional<bool> yesOrNo(const std::string& line);
 
 /// Looks after what comes while a command waits for something else: shows progress and tasks of the Mac,
-/// acknowledges these, keeps notes and summaries in step, and shows requests for approval and answers them as
-/// the options say.
+/// acknowledges these, keeps notes, summaries and settings in step, and shows requests for approval and
+/// answers them as the options say.
 class Attendant final : public EventListener {
   public:
     enum class Shows { whatMatters, everything };
@@ -52,6 +53,7 @@ class Attendant final : public EventListener {
     Phone& phone_;
     PhoneSession& session_;
     RecordSync records_;
+    SettingsSync settings_;
     Shows shows_;
     ApprovalPolicy policy_;
     std::optional<ApprovalRequest> open_;

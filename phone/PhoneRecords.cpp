@@ -3,10 +3,10 @@
 #include "foundation/Text.h"
 #include "foundation/Try.h"
 #include "phone/PhoneError.h"
-#include "shared/wire/Json.h"
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <limits>
 #include <utility>
 
@@ -14,7 +14,6 @@ namespace morvex {
 
 namespace {
 
-constexpr std::size_t longestArchive = 64 * 1024 * 1024;
 constexpr std::chrono::days summarizedPeriod{1};
 
 Result<void> checkTexts(const std::string& title, const std::string& body) {
@@ -30,14 +29,8 @@ template <class Record> const Record* withId(const std::vector<Record>& records,
 } // namespace
 
 PhoneRecords PhoneRecords::load(const std::filesystem::path& folder, Clock& clock, Random& random) {
-    PhoneRecords records({folder / "records.json", longestArchive}, clock, random);
-    auto bytes = records.file_.read();
-    if (!bytes || !*bytes) return records;
-    auto archive = decode<PhoneArchive>(**bytes, longestArchive);
-    if (archive && archive->schemaVersion == PhoneArchive{}.schemaVersion)
-        records.archive_ = *std::move(archive);
-    else
-        records.file_.markDamaged();
+    PhoneRecords records(RecordFile<PhoneArchive>(folder / "records.json"), clock, random);
+    records.archive_ = records.file_.load();
     return records;
 }
 
@@ -102,8 +95,30 @@ bool PhoneRecords::confirm(const Uuid& id, std::uint64_t revision) {
     return isLatest && std::erase(archive_.unconfirmed, id) > 0;
 }
 
+bool PhoneRecords::missedAmong(const std::set<Uuid>& told) {
+    const std::set<Uuid> waiting(archive_.unconfirmed.begin(), archive_.unconfirmed.end());
+    bool isLost = false;
+    for (const auto& note : notes()) {
+        if (told.contains(note.id) || waiting.contains(note.id)) continue;
+        archive_.unconfirmed.push_back(note.id);
+        isLost = true;
+    }
+    if (!isLost) return false;
+    for (const auto& summary : summaries())
+        if (!waiting.contains(summary.id)) archive_.unconfirmed.push_back(summary.id);
+    return true;
+}
+
+Result<void> PhoneRecords::forgetConfirmations() {
+    if (notes().empty() && summaries().empty()) return {};
+    archive_.unconfirmed.clear();
+    std::ranges::transform(notes(), std::back_inserter(archive_.unconfirmed), &MorvexNote::id);
+    std::ranges::transform(summaries(), std::back_inserter(archive_.unconfirmed), &MorvexSummary::id);
+    return save();
+}
+
 Result<void> PhoneRecords::save() {
-    auto saved = file_.save(asBytes(encode(archive_)));
+    auto saved = file_.save(archive_);
     if (saved) return saved;
     return failWith(ExitCode::refused, "Poznámky a souhrny nejde uložit: " + saved.error().popis());
 }

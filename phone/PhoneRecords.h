@@ -1,14 +1,15 @@
 #pragma once
 
-#include "foundation/ArchiveFile.h"
 #include "foundation/Clock.h"
 #include "foundation/Random.h"
+#include "foundation/archive/RecordFile.h"
 #include "phone/PhoneArchive.h"
 #include "shared/base/Error.h"
 #include "shared/wire/MacPayload.h"
 
 #include <filesystem>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -16,7 +17,7 @@ namespace morvex {
 
 /// The phone's notes and summaries in "records.json", and which of them the Mac has not confirmed yet. Dates
 /// have whole seconds, as on their way. Changes of the user are saved at once; for what the Mac tells, `save`
-/// is called when it is worth it. A file that is no such archive is kept aside at the first save.
+/// is called when it is worth it.
 class PhoneRecords {
   public:
     static PhoneRecords load(const std::filesystem::path& folder, Clock& clock, Random& random);
@@ -45,13 +46,21 @@ class PhoneRecords {
     /// The Mac has this revision of a record. True when that is news.
     bool confirm(const Uuid& id, std::uint64_t revision);
 
+    /// The Mac has told of all its notes, which are among these. What was confirmed and is not among them it
+    /// has lost, and since summaries are never told, it counts as having lost them too then. True when there
+    /// is such a thing, which is then offered again.
+    bool missedAmong(const std::set<Uuid>& told);
+
+    /// For a new Mac: nothing is confirmed.
+    Result<void> forgetConfirmations();
+
     Result<void> save();
 
     /// What to offer to the Mac, as updates.
     [[nodiscard]] std::vector<MacPayload> unconfirmed() const;
 
   private:
-    PhoneRecords(ArchiveFile file, Clock& clock, Random& random)
+    PhoneRecords(RecordFile<PhoneArchive> file, Clock& clock, Random& random)
         : file_(std::move(file)), clock_(clock), random_(random) {}
 
     [[nodiscard]] Date now() const { return dateFromSeconds(wholeSeconds(clock_.now())); }
@@ -60,7 +69,7 @@ class PhoneRecords {
     Result<MorvexNote> saveChange(MorvexNote& note);
     Result<void> saveUnconfirmed(const Uuid& id);
 
-    ArchiveFile file_;
+    RecordFile<PhoneArchive> file_;
     Clock& clock_;
     Random& random_;
     PhoneArchive archive_;

@@ -13,6 +13,11 @@ namespace {
 /// Longer than any approval of a Mac lasts.
 constexpr Date::duration longestApproval = std::chrono::minutes(10);
 
+/// What the Mac tells of before it looks at anything that this phone has sent in the session.
+bool isCatchUp(const MacPayload& payload) {
+    return payload.as<MacPayload::NoteUpdate>() || payload.as<MacPayload::WorkItemUpdate>();
+}
+
 } // namespace
 
 Result<std::unique_ptr<PhoneSession>> PhoneSession::create(std::shared_ptr<const DeviceIdentity> identita,
@@ -56,10 +61,12 @@ Task<Result<void>> PhoneSession::untilReadyBy(Clock::Duration deadline, EventLis
 }
 
 Task<Result<MacStatus>> PhoneSession::status(Clock::Duration limit, EventListener& listener) {
-    const auto deadline = clock().sinceBoot() + limit;
+    auto deadline = clock().sinceBoot() + limit;
     while (!status_) {
         auto event = co_await next(deadline);
         if (!event || refusal_) co_return unreachable();
+        if (const auto* message = std::get_if<SecureLink::Zprava>(&*event))
+            if (isCatchUp(message->payload)) deadline = clock().sinceBoot() + limit;
         co_await listener.heard(*std::move(event));
     }
     co_return *status_;
@@ -74,7 +81,11 @@ Task<Result<MacPayload::ToolResult>> PhoneSession::call(std::string name, std::s
     while (auto event = co_await next(deadline)) {
         if (auto* message = std::get_if<SecureLink::Zprava>(&*event)) {
             const auto* result = message->payload.as<MacPayload::ToolResult>();
-            if (result && message->requestID == id) co_return *result;
+            if (result && message->requestID == id) {
+                auto answer = *result;
+                co_await listener.heard(*std::move(event));
+                co_return answer;
+            }
             deadline = prolonged(deadline, limit, *message, id);
         }
         if (refusal_) co_return unreachable();
@@ -88,7 +99,7 @@ Task<Result<MacPayload::ToolResult>> PhoneSession::call(std::string name, std::s
 Clock::Duration PhoneSession::prolonged(Clock::Duration deadline, Clock::Duration limit,
                                         const SecureLink::Zprava& message, const std::string& id) const {
     const auto present = clock().sinceBoot();
-    if (message.requestID == id) return std::max(deadline, present + limit);
+    if (message.requestID == id || isCatchUp(message.payload)) return std::max(deadline, present + limit);
     const auto* approval = message.payload.as<MacPayload::Approval>();
     if (!approval) return deadline;
     const auto left = std::min(approval->request.expiresAt - clock().now(), longestApproval);

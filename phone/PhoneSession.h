@@ -36,11 +36,13 @@ class PhoneSession {
 
     Task<Result<void>> untilReady(Clock::Duration limit, EventListener& listener);
 
+    // The limits are how long the Mac may be silent: what it makes good of earlier sessions starts them anew.
+
     /// What the Mac reported last in this session; waits for the first report.
     Task<Result<MacStatus>> status(Clock::Duration limit, EventListener& listener);
 
-    /// Calls a tool and waits for its result. `limit` is how long the Mac may be silent: progress starts it
-    /// anew, and an open approval holds it until the approval lapses.
+    /// Calls a tool and waits for its result, which the listener gets too. Progress starts the limit anew as
+    /// well, and an open approval holds it until the approval lapses.
     Task<Result<MacPayload::ToolResult>> call(std::string name, std::string argumentsJSON,
                                               Clock::Duration limit, EventListener& listener);
 

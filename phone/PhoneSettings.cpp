@@ -9,6 +9,7 @@ namespace {
 
 const std::string preferencesAccount = "nastaveni.predvolby";
 const std::string appsAccount = "nastaveni.aplikace";
+const std::string unconfirmedAccount = "nastaveni.nepotvrzeno";
 
 } // namespace
 
@@ -26,6 +27,18 @@ Result<void> PhoneSettings::keep(const CompanionPreferences& preferences) {
 
 Result<void> PhoneSettings::keep(const std::vector<CompanionCustomApp>& apps) {
     return write(appsAccount, encode(apps));
+}
+
+bool PhoneSettings::isUnconfirmed() const {
+    return vault_.find(service_, unconfirmedAccount).status == vaultStatus::ok;
+}
+
+Result<void> PhoneSettings::forgetConfirmation() {
+    return write(unconfirmedAccount, "true");
+}
+
+void PhoneSettings::confirm() {
+    vault_.remove(service_, unconfirmedAccount);
 }
 
 template <class Record> Result<Record> PhoneSettings::read(const std::string& account) const {

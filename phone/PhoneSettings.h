@@ -22,6 +22,11 @@ class PhoneSettings {
     Result<void> keep(const CompanionPreferences& preferences);
     Result<void> keep(const std::vector<CompanionCustomApp>& apps);
 
+    /// Whether the Mac may not have them: so after each pairing, until `confirm`.
+    [[nodiscard]] bool isUnconfirmed() const;
+    Result<void> forgetConfirmation();
+    void confirm();
+
   private:
     template <class Record> [[nodiscard]] Result<Record> read(const std::string& account) const;
     Result<void> write(const std::string& account, const std::string& json);

@@ -113,8 +113,8 @@ Task<Result<void>> synchronize(Phone& phone, PhoneSession& session, Attendant& a
     CO_CHECK(co_await session.untilReady(phone.options.timeout, attendant));
     CO_CHECK(co_await meet(phone, session, attendant));
     if (phone.records.unconfirmed().empty()) co_return Result<void>{};
-    // What the Mac told may have shown that it lacks something.
-    co_await attendant.records().offer();
+    // The first result had what the Mac lacks offered again; behind this one lie the acknowledgements of
+    // that.
     CO_CHECK(co_await meet(phone, session, attendant));
     if (phone.records.unconfirmed().empty()) co_return Result<void>{};
     co_return failWith(ExitCode::refused, "Mac nepřevzal všechno. Nabídnu mu to při příštím spojení.");

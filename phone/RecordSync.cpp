@@ -9,12 +9,25 @@ namespace morvex {
 
 Task<void> RecordSync::heard(const Inbox::Event& event) {
     if (const auto* told = std::get_if<SecureLink::Stav>(&event))
-        if (told->stav.as<MacAvailability::Pripraveny>()) co_return co_await offer();
+        if (told->stav.as<MacAvailability::Pripraveny>()) co_return co_await begin();
     const auto* message = std::get_if<SecureLink::Zprava>(&event);
     if (!message) co_return;
     if (const auto* told = message->payload.as<MacPayload::NoteAck>()) confirm(told->id, told->revision);
     if (const auto* told = message->payload.as<MacPayload::SummaryAck>()) confirm(told->id, told->revision);
     if (const auto* told = message->payload.as<MacPayload::NoteUpdate>()) co_await take(told->note);
+    if (message->payload.as<MacPayload::ToolResult>()) co_await caughtUp();
+}
+
+Task<void> RecordSync::begin() {
+    told_.clear();
+    isCaughtUp_ = false;
+    co_await offer();
+}
+
+Task<void> RecordSync::caughtUp() {
+    if (std::exchange(isCaughtUp_, true)) co_return;
+    keep(records_.missedAmong(std::exchange(told_, {})));
+    co_await offer();
 }
 
 Task<void> RecordSync::offer() {
@@ -29,13 +42,15 @@ Task<void> RecordSync::offer() {
 
 Task<Result<void>> RecordSync::release() {
     isHeld_ = false;
-    if (std::exchange(isUnsaved_, false)) CO_CHECK(records_.save());
+    if (isUnsaved_) CO_CHECK(records_.save());
+    isUnsaved_ = false;
     for (const auto& taken : std::exchange(waiting_, {})) co_await acknowledge(taken);
     co_return Result<void>{};
 }
 
 Task<void> RecordSync::take(MorvexNote note) {
     const MacPayload::NoteAck taken{note.id, note.revision};
+    if (!isCaughtUp_) told_.insert(note.id);
     const bool isKept = keep(records_.merge(std::move(note)));
     if (isHeld_)
         waiting_.push_back(taken);
@@ -48,6 +63,7 @@ Task<void> RecordSync::acknowledge(MacPayload::NoteAck taken) {
 }
 
 void RecordSync::confirm(const Uuid& id, std::uint64_t revision) {
+    if (!isCaughtUp_) told_.insert(id);
     keep(records_.confirm(id, revision));
 }
 

@@ -93,13 +93,22 @@ Task<Result<void>> sendApps(Phone& phone, PhoneSession& session, Attendant& atte
 
 Task<Result<void>> addApp(Phone& phone, PhoneSession& session, Attendant& attendant, std::string name,
                           std::string endpoint) {
+    CompanionCustomApp app{phone.link.random.uuid().text(), std::move(name), trim(endpoint), ""};
+    if (!app.isAcceptable())
+        co_return failWith(ExitCode::usage,
+                           "Tuhle aplikaci by Mac nepřevzal: adresa musí být https:// se jménem "
+                           "serveru a žádný text delší než 4 kB.");
     CO_TRY(auto, apps, phone.settings.apps());
     CO_TRY(auto, token,
            co_await askSecret(phone, session, attendant, "Přístupový token (prázdný, když žádný není): "));
-    auto found = findApp(apps, name);
-    if (found == apps.end()) found = apps.insert(found, {phone.link.random.uuid().text(), name, "", ""});
-    found->endpoint = std::move(endpoint);
-    found->token = std::move(token);
+    app.token = std::move(token);
+    auto found = findApp(apps, app.name);
+    if (found == apps.end()) {
+        apps.push_back(std::move(app));
+    } else {
+        found->endpoint = std::move(app.endpoint);
+        found->token = std::move(app.token);
+    }
     co_return co_await sendApps(phone, session, attendant, std::move(apps));
 }
 

@@ -170,10 +170,7 @@ Task<Result<void>> Shell::summaries(std::string rest) {
 }
 
 Task<Result<void>> Shell::keep(commands::RecordKind kind, std::string rest) {
-    std::vector<std::string> words;
-    for (auto split = SplitLine::of(rest); !split.first.empty(); split = SplitLine::of(split.rest))
-        words.push_back(std::move(split.first));
-    CO_TRY(auto, delivery, commands::keepRecords(phone_, kind, words));
+    CO_TRY(auto, delivery, commands::keepRecords(phone_, kind, SplitLine::words(rest)));
     if (delivery == commands::Delivery::wanted) co_await attendant_.records().offer();
     co_return Result<void>{};
 }

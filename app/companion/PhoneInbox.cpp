@@ -12,9 +12,8 @@ namespace {
 template <class Case, class... Cases>
 concept OneOf = (std::same_as<Case, Cases> || ...);
 
-/// Messages that change nothing here: what only this computer sends, acknowledgements whose delivery is not
-/// kept, a cancel (agents are stopped by tools of their own), and records whose service this computer does
-/// not have.
+/// Messages that change nothing here: what only this computer sends, acknowledgements of records whose
+/// delivery is not kept, and a cancel (agents are stopped by tools of their own).
 template <class Case>
 concept Ignored = OneOf<Case, MacPayload::Status, MacPayload::ToolProgress, MacPayload::ToolResult,
                         MacPayload::WorkItemUpdate, MacPayload::NoteAck, MacPayload::SummaryAck,

@@ -60,6 +60,15 @@ TEST_F(PairCommandsTest, AYesOnTheTerminalStoresTheMac) {
     EXPECT_EQ(*stored, expected);
 }
 
+TEST_F(PairCommandsTest, ANewMacHasNothingOfWhatTheOneBeforeHad) {
+    const auto note = records.create("Nákup", "mléko").value();
+    ASSERT_TRUE(records.confirm(note.id, 1));
+    startPairing({"pair", "--yes", qr().c_str()});
+    EXPECT_EQ(ended, ExitCode::done);
+    EXPECT_FALSE(PhoneRecords::load(folder.path(), clock, random).isConfirmed(note.id));
+    EXPECT_TRUE(settings.isUnconfirmed());
+}
+
 TEST_F(PairCommandsTest, JoinsAtTheRelayAsThePhoneWithTheToken) {
     startPairing({"pair", "--yes", qr().c_str()});
     ASSERT_EQ(http.requests.size(), 1U);

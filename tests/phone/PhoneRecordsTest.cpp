@@ -136,6 +136,38 @@ TEST_F(PhoneRecordsTest, AnOlderVersionOfAConfirmedNoteShowsThatTheMacHasLostOur
     EXPECT_FALSE(records.merge(old)) << "no news";
 }
 
+TEST_F(PhoneRecordsTest, WhatTheMacDidNotNameItHasLostAndSoItsSummaries) {
+    auto told = records.create("Nákup", "mléko").value();
+    auto lost = records.create("Auto", "olej").value();
+    auto waiting = records.create("Kolo", "řetěz").value();
+    auto summary = records.summarize("Den", "shrnutí", {}).value();
+    for (const auto& id : {told.id, lost.id, summary.id}) ASSERT_TRUE(records.confirm(id, 1));
+    EXPECT_FALSE(records.missedAmong({told.id, lost.id})) << "what waits for the Mac is no loss";
+    EXPECT_TRUE(records.isConfirmed(summary.id));
+    EXPECT_TRUE(records.missedAmong({told.id}));
+    EXPECT_EQ(records.unconfirmed(), (std::vector{MacPayload{MacPayload::NoteUpdate{waiting}},
+                                                  MacPayload{MacPayload::NoteUpdate{lost}},
+                                                  MacPayload{MacPayload::SummaryUpdate{summary}}}));
+    EXPECT_FALSE(records.missedAmong({told.id})) << "no news";
+}
+
+TEST_F(PhoneRecordsTest, ForANewMacNothingIsConfirmed) {
+    ASSERT_TRUE(records.forgetConfirmations());
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "records.json")) << "there is nothing to confirm";
+    auto note = records.create("Nákup", "mléko").value();
+    auto summary = records.summarize("Den", "shrnutí", {}).value();
+    ASSERT_TRUE(records.confirm(note.id, 1));
+    ASSERT_TRUE(records.confirm(summary.id, 1));
+    ASSERT_TRUE(records.forgetConfirmations());
+    EXPECT_EQ(reloaded().unconfirmed().size(), 2U);
+}
+
+TEST_F(PhoneRecordsTest, WhatIsKeptIsThereAtTheNextStartAndWhatCouldNotBeIsRefused) {
+    ASSERT_TRUE(records.create("Nákup", "mléko"));
+    ASSERT_FALSE(records.summarize("Den", "shrnutí", std::vector<std::string>(5'000'000)));
+    EXPECT_EQ(reloaded().notes().size(), 1U);
+}
+
 TEST_F(PhoneRecordsTest, ANewNoteOfTheMacNeedsNoConfirmation) {
     auto note = fromMac("Z Macu");
     EXPECT_TRUE(records.merge(note));

@@ -26,6 +26,17 @@ TEST(PhoneSettings, ReadWhatWasKeptLast) {
     EXPECT_EQ(settings.apps().value(), apps);
 }
 
+TEST(PhoneSettings, AreUnconfirmedFromAPairingUntilTheMacHasThem) {
+    MemoryVault vault;
+    PhoneSettings settings(vault, "morvex-phone");
+    EXPECT_FALSE(settings.isUnconfirmed());
+    EXPECT_TRUE(settings.forgetConfirmation());
+    EXPECT_TRUE(settings.forgetConfirmation());
+    EXPECT_TRUE(PhoneSettings(vault, "morvex-phone").isUnconfirmed());
+    settings.confirm();
+    EXPECT_FALSE(settings.isUnconfirmed());
+}
+
 TEST(PhoneSettings, ADamagedItemAndARefusalAreFailures) {
     MemoryVault vault;
     PhoneSettings settings(vault, "morvex-phone");

@@ -126,10 +126,59 @@ TEST_F(RecordCommandsTest, ANoteThatTheMacHasLostIsOfferedAgainInTheSameSynchron
     EXPECT_FALSE(ended);
     auto received = mac.take();
     ASSERT_EQ(received.size(), 3U);
-    EXPECT_EQ(received[1].payload, (MacPayload{MacPayload::NoteUpdate{own}}));
+    EXPECT_EQ(received[0].payload, (MacPayload{MacPayload::NoteUpdate{own}}));
     send({MacPayload::NoteAck{own.id, 2}}, "note-ack");
     answerCall(received);
     EXPECT_EQ(ended, ExitCode::done);
+}
+
+TEST_F(RecordCommandsTest, WhatTheMacDidNotNameBeforeItsFirstResultIsOfferedAgainOnceASession) {
+    const auto lost = fromMac("Ztracená");
+    const auto named = fromMac("Zůstala");
+    ASSERT_TRUE(records.merge(lost));
+    ASSERT_TRUE(records.merge(named));
+    keyboard.interactive = true;
+    startInSession({"shell"});
+    send({MacPayload::NoteUpdate{named}}, "note:1");
+    auto call = [this] {
+        keyboard.type("call mac.status");
+        run();
+        answerCall(mac.take());
+        return mac.take();
+    };
+    auto offered = call();
+    ASSERT_EQ(offered.size(), 1U);
+    EXPECT_EQ(offered[0].payload, (MacPayload{MacPayload::NoteUpdate{lost}}));
+    EXPECT_EQ(PhoneRecords::load(folder.path(), clock, random).unconfirmed().size(), 1U);
+    EXPECT_THAT(call(), IsEmpty());
+}
+
+TEST_F(RecordCommandsTest, ASummaryIsOfferedUnderItsId) {
+    startInSession({"summaries", "send", "Den", "shrnutí"});
+    auto received = mac.take();
+    ASSERT_EQ(received.size(), 2U);
+    const auto* update = received[0].payload.as<MacPayload::SummaryUpdate>();
+    ASSERT_TRUE(update);
+    EXPECT_EQ(received[0].requestID, "summary:" + update->summary.id.text());
+    send({MacPayload::SummaryAck{update->summary.id, 1}}, "summary-ack");
+    answerCall(received);
+    EXPECT_EQ(ended, ExitCode::done);
+}
+
+TEST_F(RecordCommandsTest, AReleaseThatFailedIsTriedAgainWithWhateverComes) {
+    paired();
+    start({"notes", "list"});
+    auto session =
+        PhoneSession::create(identita, mac.asPeer(), {{executor, clock, sockets}, random}, inbox).value();
+    RecordSync sync(records, *session, terminal);
+    sync.hold();
+    const auto note = fromMac("Z Macu");
+    ASSERT_TRUE(executor.run(sync.heard(SecureLink::Zprava{{MacPayload::NoteUpdate{note}}, "note:1"})));
+    std::filesystem::create_directory(folder.path() / "records.json");
+    EXPECT_FALSE(*executor.run(sync.release()));
+    std::filesystem::remove(folder.path() / "records.json");
+    ASSERT_TRUE(executor.run(sync.heard(SecureLink::Zprava{{MacPayload::NoteAck{note.id, 1}}, "note-ack"})));
+    EXPECT_EQ(PhoneRecords::load(folder.path(), clock, random).notes(), std::vector{note});
 }
 
 TEST_F(RecordCommandsTest, ASynchronizationTakesTheMacsNotesSavesOnceAndThenAcknowledges) {
@@ -187,6 +236,9 @@ TEST_F(RecordCommandsTest, TheShellKeepsRecordsAndOffersThemAtOnce) {
     EXPECT_EQ(type("summaries send Den shrnutí").size(), 2U) << "everything unconfirmed goes out";
     EXPECT_TRUE(type("notes \"\"").empty());
     EXPECT_THAT(err.str(), HasSubstr("Použití: notes list"));
+    err.str("");
+    EXPECT_TRUE(type("notes create \"\" text").empty());
+    EXPECT_THAT(err.str(), HasSubstr("Chybí název nebo text.")) << "an empty word counts as a word";
 }
 
 } // namespace

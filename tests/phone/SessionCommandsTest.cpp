@@ -197,6 +197,20 @@ TEST_F(SessionCommandsTest, ProgressGoesToTheNotesAndStartsTheWaitAnew) {
     EXPECT_THAT(err.str(), HasSubstr("průběh: čtu testy\n"));
 }
 
+TEST_F(SessionCommandsTest, AMacThatStillTellsWhatWasMissedIsNotSilent) {
+    startCall({"call", "mac.status", "--timeout", "10"});
+    for (int i = 0; i < 3; ++i) {
+        pass(9s);
+        send({MacPayload::NoteUpdate{
+                 {random.uuid(), "Nákup", "mléko", clock.now(), clock.now(), 1, std::nullopt}}},
+             "note");
+    }
+    pass(9s);
+    EXPECT_FALSE(ended);
+    pass(1s);
+    EXPECT_EQ(ended, ExitCode::macUnreachable);
+}
+
 TEST_F(SessionCommandsTest, ASilentMacEndsTheWaitForAResult) {
     startCall({"call", "mac.status", "--timeout", "10"});
     pass(10s);

@@ -180,6 +180,46 @@ TEST_F(SettingsCommandsTest, AppsAreSentAsAWholeListWithTheTokensOfTheInput) {
     EXPECT_EQ(ended, ExitCode::refused);
 }
 
+TEST_F(SettingsCommandsTest, AnAppThatTheMacWouldDropIsRefusedBeforeAnythingIsAskedOrSent) {
+    const std::string tooLong = "https://example.com/" + std::string(5000, 'x');
+    for (const char* address : {"http://example.com", "example.com", "https://", "", tooLong.c_str()}) {
+        err.str("");
+        paired();
+        start({"apps", "add", "Počasí", address});
+        EXPECT_EQ(ended, ExitCode::usage) << address;
+        EXPECT_THAT(err.str(), HasSubstr("Tuhle aplikaci by Mac nepřevzal"));
+        EXPECT_TRUE(mac.take().empty());
+    }
+    EXPECT_TRUE(settings.apps().value().empty());
+}
+
+TEST_F(SettingsCommandsTest, ANewMacGetsWhatWasSetBeforeUntilItHasIt) {
+    const CompanionPreferences preferences{"de", "ash", {}};
+    const std::vector<CompanionCustomApp> apps{{"1", "Počasí", "https://example.com", "t"}};
+    ASSERT_TRUE(settings.keep(preferences));
+    ASSERT_TRUE(settings.keep(apps));
+    ASSERT_TRUE(settings.forgetConfirmation());
+    startInSession({"status"});
+    auto received = mac.take();
+    ASSERT_EQ(received.size(), 2U);
+    EXPECT_EQ(received[0].payload, (MacPayload{MacPayload::Preferences{preferences}}));
+    EXPECT_EQ(received[1].payload, (MacPayload{MacPayload::CustomApps{apps}}));
+
+    startInSession({"call", "mac.status"});
+    received = mac.take();
+    ASSERT_EQ(received.size(), 3U) << "a status proves nothing";
+    send({MacPayload::ToolResult{true, "{}"}}, received[2].requestID);
+    EXPECT_EQ(ended, ExitCode::done);
+    startInSession({"status"});
+    EXPECT_TRUE(mac.take().empty());
+}
+
+TEST_F(SettingsCommandsTest, ANewMacGetsNothingWhereNothingWasSet) {
+    ASSERT_TRUE(settings.forgetConfirmation());
+    startInSession({"status"});
+    EXPECT_TRUE(mac.take().empty());
+}
+
 TEST_F(SettingsCommandsTest, AppsAreListedWithoutTheirTokens) {
     start({"apps", "list"});
     EXPECT_EQ(out.str(), "Žádné vlastní aplikace.\n");
