@@ -63,6 +63,10 @@ void ScriptedSocket::takeSends() {
     answer(waitingSends_, {});
 }
 
+void ScriptedSocket::answerSends(const Result<void>& result) {
+    answer(waitingSends_, result);
+}
+
 void ScriptedSocket::answer(Waiting& waiting, const Result<void>& result) {
     for (auto& shot : std::exchange(waiting, {})) shot->answer(result);
 }

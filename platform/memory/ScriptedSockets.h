@@ -28,6 +28,8 @@ class ScriptedSocket final : public WebSocket {
     /// The other end takes nothing: sends wait until the socket ends or `takeSends()`.
     void holdSends();
     void takeSends();
+    /// Ends the sends that wait; the socket stays open, and later sends wait too.
+    void answerSends(const Result<void>& result);
 
     std::vector<std::string> sent;
     std::vector<CloseCode> closed;

@@ -228,6 +228,21 @@ TEST_F(NotesSyncTest, EachSendOfTheCatchUpIsAwaitedAndCallsWaitForItsEnd) {
     EXPECT_TRUE(received[3].payload.as<MacPayload::ToolResult>());
 }
 
+TEST_F(NotesSyncTest, ASendThatFailsInTheCatchUpOnlyMovesOnToTheNextRecord) {
+    startSecured();
+    for (const char* title : {"první", "druhá", "třetí"})
+        ASSERT_TRUE(companion->poznamky().vytvorit(title, "a"));
+    executor.runUntilIdle();
+    auto socket = stallCatchUp();
+    socket->answerSends({});
+    EXPECT_EQ(takeUpdates(), Titles{"první"}) << "behind the status";
+    socket->answerSends(fail(NetworkError{"plno"}));
+    EXPECT_EQ(takeUpdates(), Titles{"druhá"});
+    socket->takeSends();
+    EXPECT_EQ(takeUpdates(), Titles{"třetí"});
+    EXPECT_EQ(trouble(), "none");
+}
+
 TEST_F(NotesSyncTest, AChangeDuringTheCatchUpMayOvertakeIt) {
     startSecured();
     for (const char* title : {"první", "druhá"}) ASSERT_TRUE(companion->poznamky().vytvorit(title, "a"));

@@ -46,6 +46,17 @@ TEST_F(TaskSyncTest, ATaskThatEndedWithoutTheLinkComesAgainUntilItIsAcknowledged
     EXPECT_TRUE(itemsIn(reconnect()).empty());
 }
 
+TEST_F(TaskSyncTest, TheCatchUpTellsOfTheStatusThenOfTasksAndThenOfNotes) {
+    startWithFolder();
+    ASSERT_TRUE(companion->poznamky().vytvorit("Nákup", "mléko"));
+    complete("s1");
+    auto all = reconnect();
+    ASSERT_EQ(all.size(), 3U);
+    EXPECT_TRUE(all[0].payload.as<MacPayload::Status>());
+    EXPECT_TRUE(all[1].payload.as<MacPayload::WorkItemUpdate>());
+    EXPECT_TRUE(all[2].payload.as<MacPayload::NoteUpdate>());
+}
+
 TEST_F(TaskSyncTest, UndeliveredTasksComeInTheOrderOfTheList) {
     startWithFolder();
     auto first = complete("s1");
