@@ -57,27 +57,32 @@ void NotesHistory::live(int steps) {
 
 void NotesHistory::step() {
     const int chance = dice_.below(100);
-    if (chance < 22) return editOnMac();
-    if (chance < 44) return editOnPhone();
-    if (chance < 60) return deliverToMac();
-    if (chance < 76) return deliverToPhone();
-    if (chance < 84) return connect();
-    if (chance < 90) return breakLink();
-    if (chance < 94) return restart();
-    return isDiskBroken_ ? mendDisk() : breakDisk();
+    if (chance < 21) return editOnMac();
+    if (chance < 42) return editOnPhone();
+    if (chance < 58) return deliverToMac();
+    if (chance < 74) return deliverToPhone();
+    if (chance < 82) return connect();
+    if (chance < 87) return breakLink();
+    if (chance < 91) return restart();
+    if (chance < 96) return isDiskBroken_ ? mendDisk() : breakDisk();
+    return chance < 98 ? loseArchive() : pairAnew();
+}
+
+void NotesHistory::finish() {
+    comeToRest();
+    restart();
+    comeToRest();
 }
 
 void NotesHistory::comeToRest() {
     mendDisk();
-    // Twice: what the first meeting shows to be missing is offered at the second.
-    for (int i = 0; i < 2; ++i) {
-        breakLink();
-        connect();
-        while (!toMac_.empty() || !toPhone_.empty()) {
-            deliverToMac();
-            deliverToPhone();
-        }
+    breakLink();
+    connect();
+    while (!toMac_.empty() || !toPhone_.empty()) {
+        deliverToMac();
+        deliverToPhone();
     }
+    lost_.reset();
 }
 
 std::string NotesHistory::difference() const {
@@ -91,15 +96,21 @@ std::string NotesHistory::difference() const {
 }
 
 std::string NotesHistory::lostEdit() const {
-    for (const auto& made : acknowledged_) {
-        const auto& edit = phoneMade_.at(made);
-        const auto last = std::ranges::find(mac_->vsechny(), made.first, &MorvexNote::id);
-        if (last == mac_->vsechny().end()) return "gone: " + textOf(edit);
-        if (orderOf(*last) < orderOf(edit)) return "older than " + textOf(edit) + ": " + textOf(*last);
-        const bool isTie = orderOf(*last) == orderOf(edit) && !macMade_.contains(made);
-        if (isTie && last->body != edit.body) return "replaced: " + textOf(edit) + ": " + textOf(*last);
-    }
-    return {};
+    std::string told;
+    for (const auto& [made, edit] : acknowledgedOfPhone_) told += fateOf(made, edit);
+    for (const auto& [made, edit] : acknowledgedOfMac_) told += fateOf(made, edit);
+    return told;
+}
+
+std::string NotesHistory::fateOf(const Revision& made, const MorvexNote& edit) const {
+    const auto last = std::ranges::find(mac_->vsechny(), made.first, &MorvexNote::id);
+    if (last == mac_->vsechny().end()) return "gone: " + textOf(edit) + "\n";
+    if (orderOf(*last) < orderOf(edit)) return "older than " + textOf(edit) + ": " + textOf(*last) + "\n";
+    if (orderOf(*last) > orderOf(edit) || last->body == edit.body) return {};
+    // Of two that count the same the computer's stays.
+    const auto bodies = macBodies_.find(made);
+    if (bodies != macBodies_.end() && bodies->second.contains(last->body)) return {};
+    return "replaced: " + textOf(edit) + ": " + textOf(*last) + "\n";
 }
 
 void NotesHistory::editOnMac() {
@@ -110,14 +121,14 @@ void NotesHistory::editOnMac() {
                        ? mac_->upravit(title(), dice_.below(2) ? std::optional(title()) : std::nullopt,
                                        dice_.below(4) ? std::optional(body) : std::optional<std::string>(" "))
                        : mac_->smazat(title());
-    if (changed)
-        macMade_.insert({changed->id, changed->revision});
-    else
-        isUnsaved_ = isUnsaved_ || !changed.error().as<NoteError>() ||
-                     changed.error().as<NoteError>()->pripad == NoteError::missingData;
-    if (isUnsaved_)
-        for (const auto& note : mac_->vsechny()) macMade_.insert({note.id, note.revision});
-    if (changed) isUnsaved_ = false;
+    // A refused text may come after the change of the title; only a title that was not found changes nothing.
+    const auto* refused = changed ? nullptr : changed.error().as<NoteError>();
+    isUnsaved_ = !changed && (isUnsaved_ || !refused || refused->pripad == NoteError::missingData);
+    for (const auto& note : mac_->vsechny()) {
+        if (!isUnsaved_ && (!changed || note.id != changed->id)) continue;
+        macMade_[{note.id, note.revision}] = note;
+        macBodies_[{note.id, note.revision}].insert(note.body);
+    }
 }
 
 void NotesHistory::editOnPhone() {
@@ -127,16 +138,19 @@ void NotesHistory::editOnPhone() {
                    : what < 4 ? phone_->edit(title(), body, title())
                               : phone_->remove(title());
     if (!changed) return;
-    phoneMade_[{changed->id, changed->revision}] = *changed;
+    phoneMade_.insert_or_assign({changed->id, changed->revision}, *changed);
     if (isUp_) offer();
 }
 
 void NotesHistory::connect() {
     if (isUp_) return;
     isUp_ = true;
+    isCaughtUp_ = false;
+    told_.clear();
     for (const auto& note : mac_->vsechny())
         toPhone_.push_back(encode(MacPayload{MacPayload::NoteUpdate{note}}));
     offer();
+    toMac_.push_back(encode(MacPayload{MacPayload::ToolCall{"mac.status", "{}"}}));
 }
 
 void NotesHistory::breakLink() {
@@ -153,13 +167,21 @@ void NotesHistory::deliverToMac() {
     if (toMac_.empty()) return;
     const auto payload = decode<MacPayload>(toMac_.front()).value();
     toMac_.pop_front();
+    if (payload.as<MacPayload::ToolCall>())
+        toPhone_.push_back(encode(MacPayload{MacPayload::ToolResult{true, "{}"}}));
+    if (const auto* told = payload.as<MacPayload::NoteAck>()) {
+        const Revision revision{told->id, told->revision};
+        const auto made = macMade_.find(revision);
+        // The phone may have acknowledged an own version that came back, after this one was lost.
+        if (made != macMade_.end() && textOf(made->second) == toldLast_.at(revision))
+            acknowledgedOfMac_.insert(*made);
+    }
     const auto* update = payload.as<MacPayload::NoteUpdate>();
     if (!update) return;
-    const bool isSaved = !isDiskBroken_;
     const bool isTaken = mac_->prijmout(update->note);
     if (isTaken)
         toPhone_.push_back(encode(MacPayload{MacPayload::NoteAck{update->note.id, update->note.revision}}));
-    vyzaduj(isTaken || !isSaved, "a note was refused although it can be saved");
+    vyzaduj(isTaken || isDiskBroken_, "a note was refused although it can be saved");
 }
 
 void NotesHistory::deliverToPhone() {
@@ -168,24 +190,69 @@ void NotesHistory::deliverToPhone() {
     toPhone_.pop_front();
     bool isNews = false;
     if (const auto* told = payload.as<MacPayload::NoteUpdate>()) {
+        told_.insert(told->note.id);
+        toldLast_[{told->note.id, told->note.revision}] = textOf(told->note);
         isNews = phone_->merge(told->note);
         toMac_.push_back(encode(MacPayload{MacPayload::NoteAck{told->note.id, told->note.revision}}));
     }
     if (const auto* told = payload.as<MacPayload::NoteAck>()) {
+        told_.insert(told->id);
         isNews = phone_->confirm(told->id, told->revision);
-        if (phoneMade_.contains({told->id, told->revision})) acknowledged_.insert({told->id, told->revision});
+        const auto made = phoneMade_.find({told->id, told->revision});
+        if (made != phoneMade_.end()) acknowledgedOfPhone_.insert(*made);
+    }
+    if (payload.as<MacPayload::ToolResult>() && !std::exchange(isCaughtUp_, true)) {
+        isNews = phone_->missedAmong(told_);
+        offer();
     }
     if (isNews) vyzaduj(phone_->save().has_value(), "the phone cannot save");
 }
 
+void NotesHistory::beginLoss(Side side) {
+    if (lost_ && *lost_ != side) comeToRest();
+    breakLink();
+    mendDisk();
+    lost_ = side;
+    ++losses_;
+}
+
 void NotesHistory::restart() {
     breakLink();
+    mendDisk();
+    // What was never saved is lost with its program, unless the phone was told of it.
+    if (isUnsaved_) beginLoss(Side::mac);
+    loadMac();
     phone_.emplace(PhoneRecords::load(folder_, phoneClock_, dice_));
-    // What was never saved is lost with its program, and nobody can bring it back.
-    if (!isUnsaved_ && !isDiskBroken_) loadMac();
+}
+
+void NotesHistory::loseArchive() {
+    const auto side = dice_.below(2) ? Side::mac : Side::phone;
+    beginLoss(side);
+    if (side == Side::mac) {
+        removeMacArchive();
+    } else {
+        std::filesystem::remove(folder_ / "records.json");
+        phone_.emplace(PhoneRecords::load(folder_, phoneClock_, dice_));
+    }
+}
+
+void NotesHistory::pairAnew() {
+    breakLink();
+    const bool isOtherMac = dice_.below(2) == 1;
+    if (isOtherMac) {
+        beginLoss(Side::mac);
+        removeMacArchive();
+    }
+    vyzaduj(phone_->forgetConfirmations().has_value(), "the phone cannot save");
+}
+
+void NotesHistory::removeMacArchive() {
+    std::filesystem::remove(folder_ / "Morvex" / "notes-from-iphone.json");
+    loadMac();
 }
 
 void NotesHistory::loadMac() {
+    isUnsaved_ = false;
     mac_.emplace(PoznamkyStore::load(folder_, macClock_, dice_));
     mac_->priZmene = [this](const MorvexNote& note) {
         if (isUp_) toPhone_.push_back(encode(MacPayload{MacPayload::NoteUpdate{note}}));
