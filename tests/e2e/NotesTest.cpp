@@ -91,6 +91,25 @@ TEST_F(NotesEndToEnd, ANoteThatTheComputerMakesReachesAWaitingPhoneAtOnce) {
     EXPECT_EQ(shell->wait(), 0) << shell->output();
 }
 
+TEST_F(NotesEndToEnd, AComputerThatHasLostItsFilesGetsEverythingBack) {
+    auto mac = startMac();
+    pair(*mac);
+    expect({"notes", "create", "Z telefonu", "dvě"});
+    expect({"call", "mac.notes.create", R"({"title":"Z Macu","body":"jedna"})"});
+    expect({"summaries", "send", "Den", "psal jsem"});
+    end(*mac);
+    const auto kept = temporary.path() / "mac/.local/share/Morvex";
+    std::filesystem::remove(kept / "notes-from-iphone.json");
+    std::filesystem::remove(kept / "summaries-from-iphone.json");
+
+    mac = startMac();
+    expect({"notes", "sync"});
+    EXPECT_EQ(onMac(), (Notes{"Z telefonu: dvě", "Z Macu: jedna"}));
+    EXPECT_TRUE(std::filesystem::exists(kept / "summaries-from-iphone.json"));
+    auto listed = phone({"summaries", "list"});
+    EXPECT_EQ(listed.output.find("nepotvrzeno"), std::string::npos) << listed.output;
+}
+
 TEST_F(NotesEndToEnd, ASummaryOfThePhoneIsKeptOnTheComputer) {
     auto mac = startMac();
     pair(*mac);
