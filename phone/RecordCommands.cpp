@@ -113,8 +113,7 @@ Task<Result<void>> synchronize(Phone& phone, PhoneSession& session, Attendant& a
     CO_CHECK(co_await session.untilReady(phone.options.timeout, attendant));
     CO_CHECK(co_await meet(phone, session, attendant));
     if (phone.records.unconfirmed().empty()) co_return Result<void>{};
-    // The first result had what the Mac lacks offered again; behind this one lie the acknowledgements of
-    // that.
+    // After the first result what the Mac lacks went out again. Its acknowledgements come before the second.
     CO_CHECK(co_await meet(phone, session, attendant));
     if (phone.records.unconfirmed().empty()) co_return Result<void>{};
     co_return failWith(ExitCode::refused, "Mac nepřevzal všechno. Nabídnu mu to při příštím spojení.");

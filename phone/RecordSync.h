@@ -13,8 +13,9 @@ namespace morvex {
 /// Keeps the phone's records in step with the Mac while a session runs: offers what the Mac has not confirmed
 /// whenever the session stands anew, takes and acknowledges the Mac's notes, and hears its acknowledgements.
 /// The Mac answers in order, so the first result of a tool shows that it has told of all its notes: once a
-/// session, what it turned out to lack or did not take is then offered again. Owned by the attendant; lives
-/// on the phone's executor.
+/// session, what it turned out to lack or did not take is then offered again. A result that a call of an
+/// earlier session still gets may come too soon: then more is offered than is lacking, which is harmless.
+/// Owned by the attendant; lives on the phone's executor.
 class RecordSync {
   public:
     RecordSync(PhoneRecords& records, PhoneSession& session, Terminal& terminal)
