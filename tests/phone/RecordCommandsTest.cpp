@@ -27,19 +27,20 @@ class RecordCommandsTest : public PhoneFixture {
 };
 
 TEST_F(RecordCommandsTest, WrongWordsAreToldHowItIsMeant) {
-    const std::vector<std::initializer_list<const char*>> rows{{"notes"},
-                                                               {"notes", "dance"},
-                                                               {"notes", "list", "x"},
-                                                               {"notes", "create", "a"},
-                                                               {"notes", "delete"},
-                                                               {"notes", "delete", "a", "b"},
-                                                               {"notes", "edit", "a"},
-                                                               {"summaries", "send", "a"},
-                                                               {"summaries", "create", "a", "b"}};
-    for (const auto& row : rows) {
-        start(row);
-        EXPECT_EQ(ended, ExitCode::usage);
-    }
+    auto refuse = [this](std::initializer_list<const char*> words) {
+        start(words);
+        EXPECT_EQ(ended, ExitCode::usage)
+            << testing::PrintToString(std::vector<std::string>(words.begin(), words.end()));
+    };
+    refuse({"notes"});
+    refuse({"notes", "dance"});
+    refuse({"notes", "list", "x"});
+    refuse({"notes", "create", "a"});
+    refuse({"notes", "delete"});
+    refuse({"notes", "delete", "a", "b"});
+    refuse({"notes", "edit", "a"});
+    refuse({"summaries", "send", "a"});
+    refuse({"summaries", "create", "a", "b"});
     EXPECT_THAT(err.str(), HasSubstr("Použití: notes list | create TITLE TEXT"));
     EXPECT_THAT(err.str(), HasSubstr("Použití: summaries list | send TITLE TEXT"));
 }
