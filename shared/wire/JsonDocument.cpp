@@ -12,13 +12,23 @@ namespace {
 constexpr std::size_t budgetPerByte = 4;
 constexpr std::size_t budgetAtLeast = 8 * 1024 * 1024;
 constexpr std::size_t parserBufferSize = 4096;
+/// More than any value takes in a text that has no long strings.
+constexpr std::size_t bytesPerValue = 256;
 
-/// A text within both bounds fits into its allowance, whatever its values are.
-constexpr std::size_t surelyReadableSize = 8 * 1024 * 1024;
-constexpr std::ptrdiff_t surelyReadableValues = 128 * 1024;
+/// What a text may take besides a part for each of its bytes.
+std::size_t baseBudget(std::size_t limit) {
+    return std::max(budgetAtLeast, limit / 2);
+}
 
-bool mayBeginValue(char letter) {
-    return letter == ',' || letter == '[' || letter == '{';
+/// Never less than the values of a text without white space between them. A comma within a string counts
+/// only when no space follows, as one seldom does there.
+std::size_t countValues(std::string_view json) {
+    std::size_t values = 1;
+    for (std::size_t i = 0; i + 1 < json.size(); ++i) {
+        const bool opens = json[i] == '[' || json[i] == '{';
+        values += opens || (json[i] == ',' && json[i + 1] != ' ') ? 1U : 0U;
+    }
+    return values;
 }
 
 } // namespace
@@ -39,7 +49,7 @@ void JsonDocument::Budget::do_deallocate(void* memory, std::size_t size, std::si
 Result<const boost::json::value*> JsonDocument::parse(std::string_view text, std::size_t limit) {
     using Reason = DecodeError::Reason;
     if (text.size() > limit) return fail(DecodeError{Reason::tooLong, {}, {}});
-    budget_.left = text.size() * budgetPerByte + budgetAtLeast;
+    budget_.left = text.size() * budgetPerByte + baseBudget(limit);
     boost::json::parse_options strict;
     strict.max_depth = jsonDepthLimit;
     // The library looks several times longer; it has to find the place only when there is one.
@@ -63,8 +73,8 @@ Result<const boost::json::value*> JsonDocument::parse(std::string_view text, std
 
 Result<void> checkReadable(std::string_view json, std::size_t limit) {
     // Counting takes a small part of the time of parsing, and is enough for what most people keep.
-    const bool isShort = json.size() <= std::min(limit, surelyReadableSize);
-    if (isShort && std::ranges::count_if(json, mayBeginValue) < surelyReadableValues) return {};
+    const auto base = baseBudget(limit);
+    if (json.size() <= std::min(limit, base) && countValues(json) <= base / bytesPerValue) return {};
     JsonDocument document;
     auto parsed = document.parse(json, limit);
     if (!parsed) return fail(parsed.error());

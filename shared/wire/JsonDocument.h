@@ -17,7 +17,7 @@ inline constexpr std::size_t jsonDepthLimit = 64;
 
 /// One parsed text and the memory under it. Strict RFC 8259: valid UTF-8, no extensions, nothing after the
 /// value. Of equal keys in one object the last counts. Parsing takes at most four times the length of the
-/// text plus 8 MiB; a text that needs more is refused.
+/// text plus half the limit, or 8 MiB if that is more; a text that needs more is refused.
 class JsonDocument {
   public:
     JsonDocument() = default;
@@ -44,8 +44,8 @@ class JsonDocument {
     std::optional<boost::json::value> root_;
 };
 
-/// Whether a text that this program has written will be read again under this limit. Fails as
-/// `JsonDocument::parse` would.
+/// Whether a text of `encode`, without white space between its values, will be read again under this limit.
+/// Fails as `JsonDocument::parse` would.
 Result<void> checkReadable(std::string_view json, std::size_t limit);
 
 } // namespace morvex

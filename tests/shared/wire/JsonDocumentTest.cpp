@@ -100,19 +100,33 @@ TEST(JsonDocument, RefusesATextThatIsAllValues) {
 }
 
 TEST(JsonDocument, WhatIsWrittenCanBeJudgedBeforeItHasToBeRead) {
-    const std::string longText = '"' + repeat("\\n", 4'000'000) + '"';
-    const std::size_t most = 128 * 1024 - 2;
-    for (const auto& text :
-         {longText, '[' + repeat("0,", most) + "0]", '[' + repeat("[0],", most / 2) + "0]",
-          '{' + repeat("\"\":0,", most) + "\"\":0}", '[' + repeat("{\"\":0},", most / 2) + "0]",
-          '[' + repeat("\"\",", 400'000) + "0]"}) {
-        EXPECT_TRUE(checkReadable(text, jsonSizeLimit)) << text.substr(0, 20);
-        EXPECT_EQ(refusal(text), std::nullopt) << text.substr(0, 20);
+    for (const std::size_t limit : {jsonSizeLimit, 4 * jsonSizeLimit}) {
+        const std::string longText = '"' + repeat("\\n", limit / 4 - 1) + '"';
+        const std::size_t most = limit / 2 / 256 - 2;
+        for (const auto& text :
+             {longText, '[' + repeat("0,", most) + "0]", '[' + repeat("[0],", most / 2) + "0]",
+              '{' + repeat("\"\":0,", most) + "\"\":0}", '[' + repeat("{\"\":0},", most / 2) + "0]",
+              '[' + repeat("{\"a\":\"\"},", most / 2) + "0]", '[' + repeat("\"\",", most * 2) + "0]"}) {
+            EXPECT_TRUE(checkReadable(text, limit)) << text.substr(0, 20);
+            EXPECT_EQ(refusal(text, limit), std::nullopt) << text.substr(0, 20);
+        }
     }
     const auto manyValues = checkReadable('[' + repeat("\"\",", 5'000'000) + "0]", jsonSizeLimit);
     ASSERT_FALSE(manyValues);
     EXPECT_EQ(manyValues.error().popis(), "Zpráva má příliš mnoho hodnot.");
     EXPECT_FALSE(checkReadable("[1] ", 3));
+}
+
+TEST(JsonDocument, WhatIsJudgedReadableIsRead) {
+    // Around the number of values from which the text is parsed to judge it.
+    for (const auto* value :
+         {"0", "\"\"", "[]", "{}", "[[]]", "{\"\":[]}", "\"long enough for its own memory\""})
+        for (const std::size_t count : {10'000U, 30'000U, 33'000U, 70'000U, 200'000U, 1'000'000U}) {
+            const auto text = '[' + repeat(std::string(value) + ",", count) + "0]";
+            if (text.size() > jsonSizeLimit) continue;
+            EXPECT_EQ(checkReadable(text, jsonSizeLimit).has_value(), !refusal(text))
+                << value << " x " << count;
+        }
 }
 
 TEST(JsonDocument, LetsTheLastOfEqualKeysCount) {
