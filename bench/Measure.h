@@ -4,7 +4,9 @@
 #include <chrono>
 #include <ctime>
 #include <functional>
+#include <pthread.h>
 #include <sys/resource.h>
+#include <thread>
 #include <vector>
 
 namespace morvex {
@@ -41,6 +43,14 @@ inline double processorMilliseconds() {
     };
     return static_cast<double>(own.tv_sec) * 1e3 + static_cast<double>(own.tv_nsec) / 1e6 +
            of(children.ru_utime) + of(children.ru_stime);
+}
+
+inline double threadProcessorMilliseconds(std::thread& thread) {
+    clockid_t clock{};
+    timespec used{};
+    ::pthread_getcpuclockid(thread.native_handle(), &clock);
+    ::clock_gettime(clock, &used);
+    return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
 }
 
 /// Medians in milliseconds.

@@ -1,6 +1,7 @@
 #include "app/companion/NotesSync.h"
 #include "app/companion/ToolGate.h"
 #include "app/personal/NotesTools.h"
+#include "bench/Measure.h"
 #include "foundation/AtomicFile.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/BoottimeClock.h"
@@ -19,7 +20,6 @@
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
-#include <functional>
 #include <thread>
 #include <vector>
 
@@ -30,27 +30,9 @@ namespace morvex {
 namespace {
 
 namespace json = boost::json;
-using Milliseconds = std::chrono::duration<double, std::milli>;
 
 constexpr std::size_t noteCount = 10'000;
 constexpr std::size_t fileLimit = 64 * 1024 * 1024;
-
-double timed(const std::function<void()>& work) {
-    auto start = std::chrono::steady_clock::now();
-    work();
-    return Milliseconds(std::chrono::steady_clock::now() - start).count();
-}
-
-double median(std::vector<double> all) {
-    std::ranges::sort(all);
-    return all[all.size() / 2];
-}
-
-double median(int times, const std::function<void()>& work) {
-    std::vector<double> all;
-    for (int i = 0; i < times; ++i) all.push_back(timed(work));
-    return median(std::move(all));
-}
 
 /// Notes of half a kilobyte, a tenth of them deleted.
 void fill(const std::filesystem::path& support, Clock& clock, Random& random) {
@@ -202,7 +184,7 @@ class Computer {
 
     /// Milliseconds that one local call of a tool takes.
     double callLocally() {
-        return timed([this] {
+        return milliseconds([this] {
             auto answer = await(device_.main, gate_.provestMistne("mac.notes.search", {{"limit", 1}}));
             vyzaduj(answer.contains("notes"), "a tool did not answer");
         });
@@ -266,7 +248,7 @@ double sealAndOpenAll(const Device& mac, const Device& phone, const std::vector<
                               macKey.publicKey(),
                               {pair, phone.identita->deviceID(), mac.identita->deviceID(), DeviceRole::phone})
             .value();
-    return timed([&] {
+    return milliseconds([&] {
         for (const auto& note : notes) {
             auto envelope =
                 here.seal(asBytes(encode(MacPayload{MacPayload::NoteUpdate{note}})), "note",

@@ -18,6 +18,7 @@
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
 #include "shared-apple/PametoveUloziste.h"
+#include "tests/support/CuttableSockets.h"
 
 #include <future>
 #include <memory>
@@ -67,6 +68,9 @@ class RealCompanion {
     /// Moves the waits on. The wall clock stays the one of the other processes.
     void pass(std::chrono::seconds time);
 
+    /// Resets the connection to the relay.
+    void cutConnection() { sockets_.cut(); }
+
     Companion& companion() { return *companion_; }
 
     const Clock& clock() { return clock_; }
@@ -82,7 +86,8 @@ class RealCompanion {
     ThreadExecutor main_{"hlavni"};
     ThreadExecutor link_{"spojeni"};
     SystemRandom random_;
-    BeastWebSocketClient sockets_;
+    BeastWebSocketClient network_;
+    CuttableSockets sockets_{network_};
     CurlHttpClient http_;
     PametoveUloziste store_;
     MemoryVault vault_;

@@ -1,0 +1,67 @@
+#include "bench/ClientProcess.h"
+
+#include "shared/base/Require.h"
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+namespace morvex {
+
+std::uint16_t ClientProcess::Line::waitForPort() const {
+    std::uint16_t port = 0;
+    vyzaduj(::read(in_, &port, sizeof port) == sizeof port, "the measuring program has gone");
+    return port;
+}
+
+void ClientProcess::Line::stay() const {
+    char signal = 1;
+    vyzaduj(::write(out_, &signal, 1) == 1 && ::read(in_, &signal, 1) == 1, "the measuring program has gone");
+}
+
+ClientProcess::ClientProcess(const std::function<void(Line&)>& work) {
+    std::array<int, 2> in{};
+    std::array<int, 2> out{};
+    vyzaduj(::pipe2(in.data(), O_CLOEXEC) == 0 && ::pipe2(out.data(), O_CLOEXEC) == 0, "no pipes");
+    process_ = ::fork();
+    vyzaduj(process_ >= 0, "no process");
+    if (process_ == 0) {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        Line line(in[0], out[1]);
+        work(line);
+        ::_exit(0);
+    }
+    ::close(in[0]);
+    ::close(out[1]);
+    in_ = out[0];
+    out_ = in[1];
+}
+
+ClientProcess::ClientProcess(ClientProcess&& other) noexcept
+    : process_(std::exchange(other.process_, -1)),
+      in_(std::exchange(other.in_, -1)),
+      out_(std::exchange(other.out_, -1)) {}
+
+ClientProcess::~ClientProcess() {
+    if (process_ < 0) return;
+    // A later child holds this pipe too, so that its end would not be seen.
+    const char end = 1;
+    (void)!::write(out_, &end, 1);
+    ::close(out_);
+    ::close(in_);
+    ::waitpid(process_, nullptr, 0);
+}
+
+void ClientProcess::begin(std::uint16_t port) const {
+    vyzaduj(::write(out_, &port, sizeof port) == sizeof port, "a client process has gone");
+}
+
+void ClientProcess::waitUntilDone() const {
+    char done = 0;
+    vyzaduj(::read(in_, &done, 1) == 1, "a client process has failed");
+}
+
+} // namespace morvex

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <sys/types.h>
+
+namespace morvex {
+
+/// A child of a measuring program that plays the clients. It is made before the program has threads, waits
+/// for the port, does its work and stays until this object goes. A child that ends earlier ends the program.
+class ClientProcess {
+  public:
+    /// The child's end.
+    class Line {
+      public:
+        Line(int in, int out) : in_(in), out_(out) {}
+
+        [[nodiscard]] std::uint16_t waitForPort() const;
+        /// The work is done; what the child holds, it holds until this returns.
+        void stay() const;
+
+      private:
+        int in_;
+        int out_;
+    };
+
+    explicit ClientProcess(const std::function<void(Line&)>& work);
+    ClientProcess(ClientProcess&& other) noexcept;
+    ClientProcess& operator=(ClientProcess&&) = delete;
+    ~ClientProcess();
+
+    void begin(std::uint16_t port) const;
+    void waitUntilDone() const;
+
+  private:
+    pid_t process_ = -1;
+    int in_ = -1;
+    int out_ = -1;
+};
+
+} // namespace morvex

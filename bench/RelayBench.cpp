@@ -1,0 +1,215 @@
+#include "bench/ClientProcess.h"
+#include "bench/Measure.h"
+#include "bench/PlainServer.h"
+#include "bench/PlainSocket.h"
+#include "relay/RelayServer.h"
+#include "shared/base/Require.h"
+#include "shared/trust/DeviceIdentity.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/RelayMessage.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <sys/resource.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+// The relay with as many idle phones as one process may have sockets, 20,000 at most, and what a forwarded
+// frame costs it beside a server of the same library that sends every frame back unread. The clients are
+// processes of their own: memory and processor time are the server's alone.
+
+namespace morvex {
+namespace {
+
+constexpr std::size_t wantedPhones = 20'000;
+constexpr std::size_t otherDescriptors = 100;
+constexpr std::size_t clientProcesses = 4;
+
+struct Phone {
+    PairID pair;
+    DeviceIdentity identity = DeviceIdentity::generate();
+
+    /// A socket that is logged in.
+    [[nodiscard]] std::unique_ptr<PlainSocket> logIn(std::uint16_t port, std::uint8_t from = 1) const {
+        auto socket = std::make_unique<PlainSocket>(port, from);
+        const auto challenge = decode<RelayMessage>(socket->read().value()).value();
+        const auto& nonce = challenge.as<RelayMessage::Challenge>()->nonce;
+        socket->write(encode(RelayMessage{RelayMessage::Authenticate{
+            pair, identity.deviceID(), identity.signingKey(), identity.sign(nonce)}}));
+        const auto welcome = decode<RelayMessage>(socket->read().value()).value();
+        vyzaduj(welcome.as<RelayMessage::Authenticated>() != nullptr, "the relay let a phone not in");
+        return socket;
+    }
+
+    [[nodiscard]] Member member(DeviceRole role) const {
+        return {identity.deviceID(), identity.signingKey(), role};
+    }
+
+    /// A frame for another device, with so many bytes of content.
+    [[nodiscard]] std::string frameFor(const DeviceIdentity& other, std::size_t size) const {
+        Envelope envelope{.v = ProtocolVersion::current,
+                          .pair = pair,
+                          .from = identity.deviceID(),
+                          .to = other.deviceID(),
+                          .msgID = "D2719B3C-5F0A-4A1E-8F43-6C8B2D9E7A10",
+                          .requestID = "request",
+                          .kind = EnvelopeKind::data,
+                          .createdAt = dateFromSeconds(1'800'000'000),
+                          .expiresAt = dateFromSeconds(1'800'000'060),
+                          .counter = 1,
+                          .nonce = Bytes(12),
+                          .ciphertext = Bytes(size, 1),
+                          .tag = Bytes(16)};
+        return encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});
+    }
+};
+
+/// The relay on a thread of this process.
+class Relay {
+  public:
+    explicit Relay(const std::vector<Phone>& phones)
+        : server_(make(phones)), thread_([this] { server_->run(); }) {}
+
+    ~Relay() {
+        server_->stop();
+        thread_.join();
+    }
+
+    Relay(const Relay&) = delete;
+    Relay& operator=(const Relay&) = delete;
+
+    [[nodiscard]] std::uint16_t port() const { return server_->port(); }
+
+    [[nodiscard]] double processorMilliseconds() { return threadProcessorMilliseconds(thread_); }
+
+  private:
+    /// The first two phones are one pair; every other one is alone.
+    static std::unique_ptr<RelayServer> make(const std::vector<Phone>& phones) {
+        auto store = PairStore::open(":memory:").value();
+        const auto later = dateFromSeconds(4'000'000'000);
+        for (std::size_t index = 0; index < phones.size(); ++index) {
+            Digest token{};
+            std::copy_n(reinterpret_cast<const std::uint8_t*>(&index), sizeof index, token.begin());
+            const auto& phone = phones[index];
+            const auto kept =
+                index == 1
+                    ? store.join(phone.pair, phone.member(DeviceRole::mac)).has_value()
+                    : store.create(phone.pair, phone.member(DeviceRole::phone), token, later).has_value();
+            vyzaduj(kept, "a pair cannot be kept");
+        }
+        RelayOptions options;
+        options.port = "0";
+        RelayLimits limits;
+        limits.connections = phones.size() + otherDescriptors;
+        return RelayServer::create(options, limits, std::move(store), [](std::string_view) {}).value();
+    }
+
+    std::unique_ptr<RelayServer> server_;
+    std::thread thread_;
+};
+
+double residentMebibytes() {
+    std::size_t all = 0;
+    std::size_t resident = 0;
+    std::ifstream("/proc/self/statm") >> all >> resident;
+    return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024 * 1024);
+}
+
+/// As many as wanted, or as a process may have sockets here.
+std::size_t possiblePhones() {
+    constexpr rlim_t needed = wantedPhones + otherDescriptors;
+    rlimit limit{};
+    ::getrlimit(RLIMIT_NOFILE, &limit);
+    // Only some may raise the limit itself.
+    for (const auto most : {std::max(limit.rlim_max, needed), limit.rlim_max}) {
+        limit = {std::min(most, needed), most};
+        if (::setrlimit(RLIMIT_NOFILE, &limit) == 0) break;
+    }
+    return limit.rlim_cur - otherDescriptors;
+}
+
+std::vector<Phone> makePhones(std::size_t count) {
+    std::vector<Phone> phones;
+    for (std::size_t index = 0; index < count; ++index)
+        phones.push_back({{"PAIR" + std::to_string(index == 1 ? 0 : index)}});
+    return phones;
+}
+
+void benchIdle(const std::vector<Phone>& phones) {
+    // The processes come before the threads of the relay.
+    std::vector<ClientProcess> clients;
+    for (std::size_t part = 0; part < clientProcesses; ++part)
+        clients.emplace_back([&phones, part](ClientProcess::Line& line) {
+            const auto port = line.waitForPort();
+            std::vector<std::unique_ptr<PlainSocket>> sockets;
+            for (auto index = part; index < phones.size(); index += clientProcesses)
+                sockets.push_back(phones[index].logIn(port, static_cast<std::uint8_t>(part + 1)));
+            line.stay();
+        });
+    Relay relay(phones);
+    const auto before = residentMebibytes();
+    const auto took = milliseconds([&] {
+        for (auto& client : clients) client.begin(relay.port());
+        for (auto& client : clients) client.waitUntilDone();
+    });
+    const auto after = residentMebibytes();
+    std::printf(
+        "%zu idle phones: %.0f MiB resident, %.1f KiB a phone (%.0f MiB before they came); their logins "
+        "took %.1f s\n",
+        phones.size(), after, (after - before) * 1024 / static_cast<double>(phones.size()), before,
+        took / 1000);
+}
+
+/// Sends some frames at a time and reads as many; the two sockets may be one. What is on the way stays below
+/// what the system buffers, so that nobody waits for the other.
+void pump(PlainSocket& to, PlainSocket& from, const std::string& frame, std::size_t frames) {
+    const auto window = std::max<std::size_t>(1, 16 * 1024 / frame.size());
+    for (std::size_t sent = 0; sent < frames; sent += window) {
+        for (std::size_t index = 0; index < window; ++index) to.write(frame);
+        for (std::size_t index = 0; index < window; ++index)
+            vyzaduj(from.read().has_value(), "a frame was lost");
+    }
+}
+
+void benchForwarding(const std::vector<Phone>& both, std::size_t content, std::size_t frames) {
+    const auto frame = both[0].frameFor(both[1].identity, content);
+    ClientProcess relayed([&](ClientProcess::Line& line) {
+        const auto port = line.waitForPort();
+        auto from = both[0].logIn(port);
+        auto to = both[1].logIn(port);
+        vyzaduj(from->read().has_value(), "no presence of the peer");
+        pump(*from, *to, frame, frames);
+        line.stay();
+    });
+    ClientProcess echoed([&](ClientProcess::Line& line) {
+        PlainSocket socket(line.waitForPort());
+        pump(socket, socket, frame, frames);
+        line.stay();
+    });
+    Relay relay(both);
+    PlainServer server(PlainServer::Task::echo);
+    relayed.begin(relay.port());
+    relayed.waitUntilDone();
+    echoed.begin(server.port());
+    echoed.waitUntilDone();
+    const auto relayTook = relay.processorMilliseconds();
+    const auto echoTook = server.processorMilliseconds();
+    const auto perSecond = [frames](double took) { return static_cast<double>(frames) / took * 1000; };
+    std::printf(
+        "frames of %zu bytes: relay %.0f a second and core, bare echo %.0f (%.2f times its processor time)\n",
+        frame.size(), perSecond(relayTook), perSecond(echoTook), relayTook / echoTook);
+}
+
+} // namespace
+} // namespace morvex
+
+int main() {
+    using namespace morvex;
+    benchIdle(makePhones(possiblePhones()));
+    const auto both = makePhones(2);
+    benchForwarding(both, 200, 160'000);
+    benchForwarding(both, 256 * 1024, 3'200);
+}

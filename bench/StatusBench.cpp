@@ -1,0 +1,88 @@
+#include "bench/Measure.h"
+#include "bench/PlainServer.h"
+#include "bench/PlainSocket.h"
+#include "shared/base/Base64.h"
+#include "shared/base/Require.h"
+#include "shared/wire/Json.h"
+#include "tests/support/ConnectedPair.h"
+
+#include <cstdio>
+#include <string>
+#include <thread>
+
+// A `mac.status` call of the phone through the relay and back, beside frames of the same size that travel the
+// same two hops without being opened: from one socket through a plain server to another, which answers.
+
+namespace morvex {
+namespace {
+
+constexpr int rounds = 5'000;
+
+/// As long as a frame with this payload.
+std::size_t frameSize(const MacPayload& payload) {
+    const auto device = DeviceIdentity::generate().deviceID();
+    Envelope envelope{.v = ProtocolVersion::current,
+                      .pair = {"PAIR"},
+                      .from = device,
+                      .to = device,
+                      .msgID = "D2719B3C-5F0A-4A1E-8F43-6C8B2D9E7A10",
+                      .requestID = "request-1000",
+                      .kind = EnvelopeKind::data,
+                      .createdAt = dateFromSeconds(1'800'000'000),
+                      .expiresAt = dateFromSeconds(1'800'000'060),
+                      .counter = 1000,
+                      .nonce = Bytes(12),
+                      .ciphertext = toBytes(encode(payload)),
+                      .tag = Bytes(16)};
+    return encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}}).size();
+}
+
+/// The far end of the baseline: answers every frame.
+class Answerer {
+  public:
+    Answerer(std::uint16_t port, std::string answer)
+        : socket_(port), thread_([this, answer = std::move(answer)] {
+              while (socket_.read()) socket_.write(answer);
+          }) {}
+
+    ~Answerer() { thread_.join(); }
+
+    Answerer(const Answerer&) = delete;
+    Answerer& operator=(const Answerer&) = delete;
+
+  private:
+    PlainSocket socket_;
+    std::thread thread_;
+};
+
+void bench() {
+    const MacPayload call{MacPayload::ToolCall{"mac.status", "{}"}};
+    ConnectedPair pair;
+    auto status = pair.phone().call("mac.status", "{}");
+    vyzaduj(status && status->ok, "the companion tells no status");
+
+    const std::string asked(frameSize(call), 'x');
+    const std::string answered(frameSize(MacPayload{*status}), 'x');
+    PlainServer server(PlainServer::Task::forward);
+    PlainSocket near(server.port());
+    Answerer far(server.port(), answered);
+    auto took =
+        costs(rounds, {[&] { vyzaduj(pair.phone().call("mac.status", "{}").has_value(), "a call was lost"); },
+                       [&] {
+                           near.write(asked);
+                           vyzaduj(near.read() == answered, "an echo was lost");
+                       }});
+    server.stop();
+    std::printf("mac.status, %zu bytes there and %zu back: call %.0f µs, plain echo %.0f µs (%.2f times); "
+                "processor %.0f and %.0f µs (%.2f times)\n",
+                asked.size(), answered.size(), took[0].wall * 1e3, took[1].wall * 1e3,
+                took[0].wall / took[1].wall, took[0].processor * 1e3, took[1].processor * 1e3,
+                took[0].processor / took[1].processor);
+}
+
+} // namespace
+} // namespace morvex
+
+int main() {
+    morvex::bench();
+}

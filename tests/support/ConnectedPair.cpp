@@ -1,0 +1,74 @@
+#include "tests/support/ConnectedPair.h"
+
+#include "shared/base/Require.h"
+
+namespace morvex {
+
+namespace {
+
+const PairID pair{"PAIR"};
+
+/// Real time between two steps of the manual one, and how many of them a reconnection may take.
+constexpr std::chrono::milliseconds stepWait{2};
+constexpr int mostSteps = 10'000;
+
+PairedPeer remembered(const DeviceIdentity& identity, DeviceRole role, const std::string& relay) {
+    return {.pairID = pair,
+            .relayURL = relay,
+            .deviceID = identity.deviceID(),
+            .podpisovyKlic = identity.signingKey(),
+            .dohodovyKlic = identity.agreementKey(),
+            .role = role,
+            .potvrzeno = dateFromSeconds(1'800'000'000)};
+}
+
+PairStore storeOf(const DeviceIdentity& mac, const DeviceIdentity& phone) {
+    auto store = PairStore::open(":memory:").value();
+    const Member creator{mac.deviceID(), mac.signingKey(), DeviceRole::mac};
+    const Member second{phone.deviceID(), phone.signingKey(), DeviceRole::phone};
+    vyzaduj(store.create(pair, creator, {}, dateFromSeconds(1'800'000'000)) && store.join(pair, second),
+            "the pair cannot be kept");
+    return store;
+}
+
+} // namespace
+
+ConnectedPair::ConnectedPair() {
+    auto mac = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
+    auto phone = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
+    RelayOptions options;
+    options.port = "0";
+    relay_ = RelayServer::create(options, {}, storeOf(*mac, *phone), [](std::string_view) {}).value();
+    relayThread_ = std::thread([this] { relay_->run(); });
+    mac_.emplace(mac, remembered(*phone, DeviceRole::phone, relay_->address()));
+    phone_.emplace(phone, remembered(*mac, DeviceRole::mac, relay_->address()));
+    vyzaduj(connect().has_value(), "the pair does not connect");
+}
+
+ConnectedPair::~ConnectedPair() {
+    phone_.reset();
+    mac_.reset();
+    relay_->stop();
+    relayThread_.join();
+}
+
+std::optional<std::chrono::seconds> ConnectedPair::connect() {
+    constexpr std::chrono::seconds step{1};
+    for (int steps = 0; steps < mostSteps; ++steps) {
+        if (phone_->isServed(stepWait)) return steps * step;
+        pass(step);
+    }
+    return std::nullopt;
+}
+
+void ConnectedPair::pass(std::chrono::seconds time) {
+    mac_->pass(time);
+    phone_->pass(time);
+}
+
+void ConnectedPair::cutMac() {
+    phone_->forgetSession();
+    mac_->cutConnection();
+}
+
+} // namespace morvex

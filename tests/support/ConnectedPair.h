@@ -1,0 +1,44 @@
+#pragma once
+
+#include "relay/RelayServer.h"
+#include "tests/support/RealCompanion.h"
+#include "tests/support/RealPhone.h"
+
+#include <chrono>
+#include <memory>
+#include <optional>
+#include <string>
+#include <thread>
+
+namespace morvex {
+
+/// A relay, a companion and a phone that were paired before, in this process: real components over real
+/// sockets, with a time that the owner moves. For runs of many messages.
+class ConnectedPair {
+  public:
+    ConnectedPair();
+    ~ConnectedPair();
+    ConnectedPair(const ConnectedPair&) = delete;
+    ConnectedPair& operator=(const ConnectedPair&) = delete;
+
+    /// Moves the time on until the phone is served, and tells how far; nothing when it never is.
+    std::optional<std::chrono::seconds> connect();
+
+    /// Moves the waits of both ends on.
+    void pass(std::chrono::seconds time);
+
+    RealPhone& phone() { return *phone_; }
+
+    /// Cut the connection of one end as a failing network does; `connect` follows.
+    void cutPhone() { phone_->cut(); }
+
+    void cutMac();
+
+  private:
+    std::unique_ptr<RelayServer> relay_;
+    std::thread relayThread_;
+    std::optional<RealCompanion> mac_;
+    std::optional<RealPhone> phone_;
+};
+
+} // namespace morvex

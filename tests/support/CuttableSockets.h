@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/ports/WebSocketClient.h"
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+
+namespace morvex {
+
+/// The sockets of another client, of which the newest can be reset as a failing network does. It outlives
+/// what connects through it; safe from any thread.
+class CuttableSockets final : public WebSocketClient {
+  public:
+    explicit CuttableSockets(WebSocketClient& sockets) : sockets_(sockets) {}
+
+    Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override {
+        auto socket = co_await sockets_.connect(std::move(url), std::move(stop));
+        std::lock_guard lock(mutex_);
+        if (socket) newest_ = *socket;
+        co_return socket;
+    }
+
+    void cut() {
+        std::lock_guard lock(mutex_);
+        if (auto socket = newest_.lock()) socket->close(CloseCode::abnormal);
+    }
+
+  private:
+    WebSocketClient& sockets_;
+    std::mutex mutex_;
+    std::weak_ptr<WebSocket> newest_;
+};
+
+} // namespace morvex

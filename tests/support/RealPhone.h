@@ -1,0 +1,62 @@
+#pragma once
+
+#include "foundation/ThreadExecutor.h"
+#include "platform/linux/SystemRandom.h"
+#include "platform/memory/ManualClock.h"
+#include "platform/net/BeastWebSocketClient.h"
+#include "shared-apple/SecureLink.h"
+#include "tests/support/CuttableSockets.h"
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// The phone's end of a link with the real network and a time that the owner moves. Calls block; one at a
+/// time, from one thread.
+class RealPhone {
+  public:
+    RealPhone(std::shared_ptr<const DeviceIdentity> identita, PairedPeer mac);
+    ~RealPhone();
+    RealPhone(const RealPhone&) = delete;
+    RealPhone& operator=(const RealPhone&) = delete;
+
+    /// Whether there is a session, and the computer's first status of it, within this time.
+    bool isServed(std::chrono::milliseconds patience);
+
+    /// The result of a tool; nothing when none came in time.
+    std::optional<MacPayload::ToolResult> call(std::string tool, std::string argumentsJSON);
+
+    /// Resets the connection and forgets the session.
+    void cut();
+    /// The session is over, whoever ended it: `isServed` waits for the next one.
+    void forgetSession();
+    /// Moves the waits on, and sets the wall clock right.
+    void pass(std::chrono::seconds time);
+
+  private:
+    static Task<void> listen(RealPhone* self, std::stop_token stop);
+    static Task<void> send(std::shared_ptr<SecureLink> link, MacPayload payload, std::string requestID);
+    static Task<void> end(RealPhone* self);
+    void take(const SecureLink::Udalost& event);
+
+    ManualClock clock_;
+    ThreadExecutor executor_{"telefon"};
+    SystemRandom random_;
+    BeastWebSocketClient network_;
+    CuttableSockets sockets_{network_};
+    std::shared_ptr<SecureLink> link_;
+    TaskScope scope_{executor_};
+    std::uint64_t lastRequest_ = 0;
+
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    bool isServed_ = false;
+    std::string awaited_; ///< the request whose result is waited for
+    std::optional<MacPayload::ToolResult> result_;
+};
+
+} // namespace morvex
