@@ -34,7 +34,8 @@ bool isName(std::string_view host) {
 
 bool isIpv6(const std::string& host) {
     in6_addr ignored{};
-    return ::inet_pton(AF_INET6, host.c_str(), &ignored) == 1;
+    // The system's function looks no further than to the first zero byte.
+    return !host.contains('\0') && ::inet_pton(AF_INET6, host.c_str(), &ignored) == 1;
 }
 
 bool equalsLowerCase(std::string_view text, std::string_view lowerCase) {

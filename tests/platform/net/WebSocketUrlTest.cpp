@@ -84,6 +84,7 @@ TEST(WebSocketUrl, RefusesWhatIsNoPlainWebSocketAddress) {
         "ws://[relay.example]/",
         "ws://[127.0.0.1]/",
         "ws://[fe80::1%25eth0]/",
+        std::string("ws://[::1\0x]/", 13),
     };
     for (const auto& text : texts) {
         auto url = WebSocketUrl::parse(text);
