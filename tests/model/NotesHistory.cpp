@@ -32,12 +32,6 @@ std::pair<std::uint64_t, std::int64_t> orderOf(const MorvexNote& note) {
 
 } // namespace
 
-Uuid NotesHistory::Dice::uuid() {
-    std::array<std::uint8_t, 16> bytes{};
-    for (auto& byte : bytes) byte = static_cast<std::uint8_t>(engine_());
-    return Uuid::fromRandom(bytes);
-}
-
 NotesHistory::NotesHistory(std::uint64_t seed, std::filesystem::path folder)
     : dice_(seed), folder_(std::move(folder)) {
     phoneClock_.advance(std::chrono::milliseconds(dice_.below(6000)));

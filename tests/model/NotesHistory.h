@@ -3,13 +3,13 @@
 #include "app/personal/PoznamkyStore.h"
 #include "phone/PhoneRecords.h"
 #include "platform/memory/ManualClock.h"
+#include "tests/model/Dice.h"
 
 #include <cstdint>
 #include <deque>
 #include <filesystem>
 #include <map>
 #include <optional>
-#include <random>
 #include <set>
 #include <string>
 #include <utility>
@@ -47,18 +47,6 @@ class NotesHistory {
     [[nodiscard]] std::size_t losses() const { return losses_; }
 
   private:
-    class Dice final : public Random {
-      public:
-        explicit Dice(std::uint64_t seed) : engine_(seed) {}
-
-        int below(int bound) { return static_cast<int>(engine_() % static_cast<std::uint64_t>(bound)); }
-
-        Uuid uuid() override;
-
-      private:
-        std::mt19937_64 engine_;
-    };
-
     enum class Side { mac, phone };
 
     using Revision = std::pair<Uuid, std::uint64_t>; ///< of a note

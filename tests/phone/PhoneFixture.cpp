@@ -16,33 +16,6 @@ Task<void> drive(Phone& phone, std::optional<ExitCode>& ended) {
 
 } // namespace
 
-void ScriptedKeyboard::requestLine() {
-    isWanted_ = true;
-    give();
-}
-
-void ScriptedKeyboard::forgetTypeAhead() {
-    if (interactive) lines_.clear();
-}
-
-void ScriptedKeyboard::type(std::string line) {
-    lines_.push_back(std::move(line));
-    give();
-}
-
-void ScriptedKeyboard::end() {
-    isOver_ = true;
-    give();
-}
-
-void ScriptedKeyboard::give() {
-    if (!isWanted_ || (lines_.empty() && !isOver_)) return;
-    isWanted_ = false;
-    if (lines_.empty()) return inbox_.push(Inbox::EndOfInput{});
-    inbox_.push(Inbox::Line{lines_.front()});
-    lines_.pop_front();
-}
-
 PhoneFixture::~PhoneFixture() {
     interruption.request_stop();
     executor.runUntilIdle();

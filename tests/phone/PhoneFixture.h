@@ -9,11 +9,11 @@
 #include "platform/memory/ScriptedSockets.h"
 #include "shared-apple/PametoveUloziste.h"
 #include "tests/phone/ScriptedMac.h"
+#include "tests/support/ScriptedKeyboard.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -21,35 +21,6 @@
 #include <string>
 
 namespace morvex {
-
-/// Types what the test says, when it is asked.
-class ScriptedKeyboard final : public Keyboard {
-  public:
-    explicit ScriptedKeyboard(Inbox& inbox) : inbox_(inbox) {}
-
-    [[nodiscard]] bool isInteractive() const override { return interactive; }
-
-    void requestLine() override;
-    void forgetTypeAhead() override;
-
-    void hideTyping() override { isHidden = true; }
-
-    void showTyping() override { isHidden = false; }
-
-    void type(std::string line);
-    void end();
-
-    bool interactive = false;
-    bool isHidden = false;
-
-  private:
-    void give();
-
-    Inbox& inbox_;
-    std::deque<std::string> lines_;
-    bool isWanted_ = false;
-    bool isOver_ = false;
-};
 
 /// The whole program between scripted ends: a relay with a Mac, a keyboard, and two texts for its output.
 class PhoneFixture : public testing::Test {

@@ -1,0 +1,118 @@
+#include "tests/model/ModelMac.h"
+
+#include "shared/base/Require.h"
+
+#include <algorithm>
+#include <fstream>
+#include <utility>
+
+namespace morvex {
+
+ModelMac::ModelMac(ManualExecutor& executor, ModelRelay& relay,
+                   std::shared_ptr<const DeviceIdentity> identity, const std::filesystem::path& folder,
+                   std::uint64_t seed)
+    : network(relay, ModelWire::Owner::mac), executor_(executor), random_(seed), folder_(folder) {
+    store_.ulozIdentitu(std::move(identity)).value();
+    folders_.homeFolder = folder.string();
+    programs_.answer = [this](const OutsideProgram& program) { return answer(program); };
+    std::filesystem::create_directory(folder / "bin");
+    std::ofstream(folder / "bin/codex") << "x";
+    std::filesystem::permissions(folder / "bin/codex", std::filesystem::perms::owner_all);
+    std::filesystem::create_directory(allowedFolder());
+    picker_.answers.push_back({allowedFolder().string()});
+}
+
+ModelMac::~ModelMac() {
+    stop();
+}
+
+void ModelMac::start() {
+    companion_ = std::make_unique<Companion>(services());
+    executor_.start(companion_->spustit());
+    while (executor_.runUntilIdle() + disk.runUntilIdle() > 0) continue;
+    if (!picker_.answers.empty()) executor_.run(companion_->slozky().pridat());
+}
+
+void ModelMac::stop() {
+    if (!companion_) return;
+    auto isOver = std::make_shared<bool>(false);
+    executor_.start([](Companion* companion, std::shared_ptr<bool> over) -> Task<void> {
+        co_await companion->ukoncit();
+        *over = true;
+    }(companion_.get(), isOver));
+    while (executor_.runUntilIdle() + disk.runUntilIdle() > 0) continue;
+    agentEnds();
+    while (executor_.runUntilIdle() + disk.runUntilIdle() > 0) continue;
+    vyzaduj(*isOver, "the companion does not come to its end");
+    companion_.reset();
+    isAsleep_ = false;
+}
+
+bool ModelMac::isReady() const {
+    return companion_->stav().dostupnost.value().jePouzitelny();
+}
+
+void ModelMac::fallAsleep() {
+    if (std::exchange(isAsleep_, true)) return;
+    sleep_.fallAsleep();
+    executor_.runUntilIdle();
+}
+
+void ModelMac::wake() {
+    if (!std::exchange(isAsleep_, false)) return;
+    sleep_.wake();
+    executor_.runUntilIdle();
+}
+
+void ModelMac::agentSpeaks() {
+    if (auto* listener = agent())
+        listener->output(R"({"type":"thread.started","thread_id":"s1"})"
+                         "\n");
+    executor_.runUntilIdle();
+}
+
+void ModelMac::agentEnds() {
+    if (auto* listener = agent()) {
+        listener->output(R"({"type":"turn.completed","text":"Hotovo."})"
+                         "\n");
+        listener->exited(0);
+        listener->ended();
+    }
+    executor_.runUntilIdle();
+}
+
+std::size_t ModelMac::starts(const std::string& argument) const {
+    return static_cast<std::size_t>(std::ranges::count_if(programs_.programs, [&](const auto& program) {
+        return std::ranges::find(program.args, argument) != program.args.end();
+    }));
+}
+
+ChildListener* ModelMac::agent() const {
+    for (std::size_t i = 0; i < programs_.children.size(); ++i)
+        if (auto* listener = programs_.children[i]->listener; listener && !answer(programs_.programs[i]))
+            return listener;
+    return nullptr;
+}
+
+/// An agent that works until the model lets it end, and one program that ends at once.
+std::optional<ScriptedPrograms::Answer> ModelMac::answer(const OutsideProgram& program) const {
+    if (program.binary.ends_with("/ls")) return ScriptedPrograms::Answer{.output = program.args.back()};
+    if (!program.binary.starts_with(folder_.string())) return ScriptedPrograms::Answer{.status = 127};
+    if (program.args.front() == "--version") return ScriptedPrograms::Answer{.output = "agent 1.0\n"};
+    return std::nullopt;
+}
+
+CompanionServices ModelMac::services() {
+    return {executor_,  disk,
+            disk,       {{executor_, clock, network}, random_},
+            network,    store_,
+            vault_,     defaults_,
+            bookmarks_, picker_,
+            folders_,   power_,
+            sleep_,     inhibitor_,
+            loginItem_, programs_,
+            opener_,    {{"PATH", (folder_ / "bin").string() + ":/usr/bin:/bin"}},
+            "Počítač",  "1.0 (1)"};
+}
+
+} // namespace morvex

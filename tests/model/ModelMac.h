@@ -1,0 +1,89 @@
+#pragma once
+
+#include "app/companion/Companion.h"
+#include "platform/memory/FakeFolderPicker.h"
+#include "platform/memory/FakeLoginItem.h"
+#include "platform/memory/FakePower.h"
+#include "platform/memory/FakeSleepInhibitor.h"
+#include "platform/memory/FakeSleepMonitor.h"
+#include "platform/memory/FixedFolders.h"
+#include "platform/memory/ManualClock.h"
+#include "platform/memory/ManualExecutor.h"
+#include "platform/memory/MemoryBookmarks.h"
+#include "platform/memory/MemoryDefaults.h"
+#include "platform/memory/MemoryVault.h"
+#include "platform/memory/ScriptedPrograms.h"
+#include "platform/memory/ScriptedUrlOpener.h"
+#include "shared-apple/PametoveUloziste.h"
+#include "tests/model/Dice.h"
+#include "tests/model/ModelRelay.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+/// The computer of a model: the real companion among fakes of its system, what these keep over its restarts,
+/// and the person who sits before it.
+class ModelMac {
+  public:
+    /// `folder` is the home folder; one below it is allowed.
+    ModelMac(ManualExecutor& executor, ModelRelay& relay, std::shared_ptr<const DeviceIdentity> identity,
+             const std::filesystem::path& folder, std::uint64_t seed);
+    ~ModelMac();
+
+    void start();
+    void stop();
+
+    [[nodiscard]] Companion& companion() { return *companion_; }
+
+    [[nodiscard]] std::optional<PairedPeer> phone() { return companion_->stav().protejsek.value(); }
+
+    void pairWith(const PairedPeer& phone) { store_.ulozProtejsek(phone).value(); }
+
+    [[nodiscard]] bool isReady() const;
+
+    void fallAsleep();
+    void wake();
+
+    [[nodiscard]] bool isAsleep() const { return isAsleep_; }
+
+    /// The agent that works now tells of its session, or ends; nothing without one.
+    void agentSpeaks();
+    void agentEnds();
+
+    /// How often a program was started with this argument.
+    [[nodiscard]] std::size_t starts(const std::string& argument) const;
+
+    [[nodiscard]] std::filesystem::path allowedFolder() const { return folder_ / "Projekty"; }
+
+    ManualClock clock;
+    ModelRelay::Access network;
+    ManualExecutor disk; ///< vault, store and file work
+
+  private:
+    CompanionServices services();
+    [[nodiscard]] ChildListener* agent() const;
+    [[nodiscard]] std::optional<ScriptedPrograms::Answer> answer(const OutsideProgram& program) const;
+
+    ManualExecutor& executor_;
+    Dice random_;
+    std::filesystem::path folder_;
+    PametoveUloziste store_;
+    MemoryVault vault_;
+    MemoryDefaults defaults_;
+    MemoryBookmarks bookmarks_;
+    FakeFolderPicker picker_;
+    FixedFolders folders_;
+    FakePower power_;
+    FakeSleepMonitor sleep_;
+    FakeSleepInhibitor inhibitor_;
+    FakeLoginItem loginItem_;
+    ScriptedPrograms programs_;
+    ScriptedUrlOpener opener_;
+    std::unique_ptr<Companion> companion_;
+    bool isAsleep_ = false;
+};
+
+} // namespace morvex

@@ -1,0 +1,119 @@
+#include "tests/model/ModelPhone.h"
+
+#include "shared/base/Require.h"
+#include "tests/support/ScriptedKeyboard.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+/// Takes whatever is written to it.
+class Nowhere final : public std::streambuf {
+  protected:
+    int_type overflow(int_type character) override { return traits_type::not_eof(character); }
+
+    std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
+};
+
+} // namespace
+
+/// One run of the program.
+struct ModelPhone::Program {
+    Program(ModelPhone& phone, Options given)
+        : records(PhoneRecords::load(phone.folder_, phone.clock, phone.random_)),
+          tasks(PhoneTasks::load(phone.folder_)),
+          settings(phone.vault_, "morvex-phone"),
+          inbox(phone.clock, interruption.get_token()),
+          keyboard(inbox),
+          terminal({phone.answers_}, {notes}),
+          parts{std::move(given),
+                {{phone.executor_, phone.clock, phone.network}, phone.random_},
+                phone.network,
+                phone.store_,
+                settings,
+                records,
+                tasks,
+                inbox,
+                keyboard,
+                terminal} {
+        keyboard.interactive = true;
+    }
+
+    Nowhere nowhere;
+    std::ostream notes{&nowhere};
+    std::stop_source interruption;
+    PhoneRecords records;
+    PhoneTasks tasks;
+    PhoneSettings settings;
+    Inbox inbox;
+    ScriptedKeyboard keyboard;
+    Terminal terminal;
+    Phone parts;
+    bool isOver = false;
+};
+
+ModelPhone::ModelPhone(ManualExecutor& executor, ModelRelay& relay,
+                       std::shared_ptr<const DeviceIdentity> identity, std::filesystem::path folder,
+                       std::uint64_t seed)
+    : network(relay, ModelWire::Owner::phone),
+      executor_(executor),
+      random_(seed),
+      folder_(std::move(folder)) {
+    store_.ulozIdentitu(std::move(identity)).value();
+}
+
+ModelPhone::~ModelPhone() {
+    stop();
+}
+
+void ModelPhone::start(const std::vector<const char*>& arguments) {
+    stop();
+    auto options = Options::parse(arguments).value();
+    isShell_ = options.command == Options::Command::shell;
+    program_ = std::make_unique<Program>(*this, std::move(options));
+    executor_.start(drive(program_.get()));
+    executor_.runUntilIdle();
+}
+
+void ModelPhone::stop() {
+    if (!program_) return;
+    program_->interruption.request_stop();
+    executor_.runUntilIdle();
+    vyzaduj(program_->isOver, "the phone's program outlives its interruption");
+}
+
+bool ModelPhone::isRunning() const {
+    return program_ && !program_->isOver;
+}
+
+void ModelPhone::type(std::string line) {
+    program_->keyboard.type(std::move(line));
+    executor_.runUntilIdle();
+}
+
+void ModelPhone::forgetLines() {
+    program_->keyboard.forget();
+}
+
+const PhoneRecords& ModelPhone::records() const {
+    return program_->records;
+}
+
+const PhoneTasks& ModelPhone::tasks() const {
+    return program_->tasks;
+}
+
+std::string ModelPhone::answers() const {
+    return answers_.str();
+}
+
+Task<void> ModelPhone::drive(Program* program) {
+    (void)co_await runCommand(program->parts);
+    program->isOver = true;
+}
+
+} // namespace morvex

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "phone/Phone.h"
+#include "platform/memory/ManualClock.h"
+#include "platform/memory/ManualExecutor.h"
+#include "platform/memory/MemoryVault.h"
+#include "shared-apple/PametoveUloziste.h"
+#include "tests/model/Dice.h"
+#include "tests/model/ModelRelay.h"
+
+#include <filesystem>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// The phone of a model: its real program, started and ended as a person does, with what it keeps in between.
+class ModelPhone {
+  public:
+    ModelPhone(ManualExecutor& executor, ModelRelay& relay, std::shared_ptr<const DeviceIdentity> identity,
+               std::filesystem::path folder, std::uint64_t seed);
+    ~ModelPhone();
+
+    /// Ends what runs and starts this command line.
+    void start(const std::vector<const char*>& arguments);
+    void stop();
+
+    [[nodiscard]] bool isRunning() const;
+
+    /// Waits for lines, in a session that stands or stood.
+    [[nodiscard]] bool isShell() const { return isRunning() && isShell_; }
+
+    /// Typed once the program asks for it.
+    void type(std::string line);
+    /// Lines that the program has not asked for yet are not typed.
+    void forgetLines();
+
+    [[nodiscard]] std::optional<PairedPeer> mac() { return store_.nactiProtejsek().value(); }
+
+    void pairWith(const PairedPeer& mac) { store_.ulozProtejsek(mac).value(); }
+
+    [[nodiscard]] const PhoneRecords& records() const;
+    [[nodiscard]] const PhoneTasks& tasks() const;
+
+    /// Everything that calls have answered so far, one line each.
+    [[nodiscard]] std::string answers() const;
+
+    ManualClock clock;
+    ModelRelay::Access network;
+
+  private:
+    struct Program;
+
+    static Task<void> drive(Program* program);
+
+    ManualExecutor& executor_;
+    Dice random_;
+    PametoveUloziste store_;
+    MemoryVault vault_;
+    std::filesystem::path folder_;
+    std::ostringstream answers_;
+    std::unique_ptr<Program> program_;
+    bool isShell_ = false;
+};
+
+} // namespace morvex

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "foundation/Clock.h"
+#include "platform/memory/ScriptedSockets.h"
+#include "platform/ports/HttpClient.h"
+#include "platform/ports/WebSocketClient.h"
+#include "relay/PairCalls.h"
+#include "relay/PairStore.h"
+#include "relay/Switchboard.h"
+#include "tests/model/ModelWire.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// The relay of a model: its real parts, and instead of a network wires on which every frame waits until the
+/// model lets it pass.
+class ModelRelay {
+  public:
+    /// How one device reaches the relay.
+    class Access final : public WebSocketClient, public HttpClient {
+      public:
+        Access(ModelRelay& relay, ModelWire::Owner owner) : relay_(relay), owner_(owner) {}
+
+        Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override;
+        Task<Result<HttpReply>> send(HttpRequest request) override;
+
+        bool isReachable = true;
+        bool losesReply = false; ///< of the next call, which the relay has carried out
+
+      private:
+        ModelRelay& relay_;
+        ModelWire::Owner owner_;
+    };
+
+    explicit ModelRelay(const Clock& clock);
+
+    [[nodiscard]] std::size_t wires() const { return wires_.size(); }
+
+    /// Counted from the newest.
+    ModelWire& wire(std::size_t index) { return *wires_.at(wires_.size() - 1 - index); }
+
+    /// Lets everything pass that waits now. True when anything did.
+    bool passAll();
+    /// Every wire is cut; what the relay knows of its pairs stays.
+    void restart();
+
+    void countAnew() {
+        for (auto& ledger : ledgers_) ledger.messages = 0;
+    }
+
+    /// How many messages came to this device in its present session, or since they were counted anew.
+    [[nodiscard]] std::size_t messagesTo(ModelWire::Owner owner) const {
+        return ledgers_.at(static_cast<std::size_t>(owner)).messages;
+    }
+
+  private:
+    void forgetDeadWires();
+
+    const Clock& clock_;
+    PairStore store_;
+    int pairs_ = 0;
+    PairCalls calls_;
+    std::optional<Switchboard> switchboard_;
+    std::array<ModelWire::Ledger, 2> ledgers_; ///< by owner
+    std::vector<std::unique_ptr<ModelWire>> wires_;
+};
+
+} // namespace morvex

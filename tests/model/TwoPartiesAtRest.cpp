@@ -1,0 +1,152 @@
+#include "shared/wire/Json.h"
+#include "tests/model/TwoParties.h"
+
+#include <algorithm>
+#include <chrono>
+#include <set>
+
+namespace morvex {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Longer than any wait of a device that lost its connection.
+constexpr auto longestWait = 40s;
+constexpr auto restStep = 2s;
+
+std::set<std::string> texts(const auto& records) {
+    std::set<std::string> found;
+    for (const auto& record : records) found.insert(encode(record));
+    return found;
+}
+
+std::string told(const char* whose, const std::set<std::string>& records) {
+    std::string text;
+    for (const auto& record : records) text += std::string(whose) + " " + record + "\n";
+    return text;
+}
+
+} // namespace
+
+std::string TwoParties::comeToRest() {
+    mendAll();
+    // The quiet begins when nothing is on its way that was said before.
+    flow();
+    relay_.countAnew();
+    // Whatever waits for an answer ends meanwhile, and each end finds out that its connection is dead.
+    restFor(2min);
+    mac_.companion().parovani().zrusitParovani();
+    if (!arePaired() && !pairAnew()) return "the two cannot be paired again\n";
+    for (int i = 0; i < 4 && !areReady(); ++i) {
+        if (!phone_.isShell()) startShell();
+        restFor(longestWait);
+    }
+    if (!areReady()) return "the two do not meet again\n";
+    takeNote();
+    return difference() + unconfirmed() + lostChange() + wrongEffect();
+}
+
+void TwoParties::mendAll() {
+    for (auto* device : {&mac_.network, &phone_.network}) {
+        device->isReachable = true;
+        device->losesReply = false;
+    }
+    for (auto* clock : {&mac_.clock, &phone_.clock}) clock->setWallClock(relayClock_.now());
+    isDiskHeld_ = false;
+    mac_.wake();
+    mac_.agentEnds();
+    if (!phone_.isShell()) startShell();
+    phone_.forgetLines();
+    // What such a relay took away nobody misses until the next connection.
+    if (conduct_ == RelayConduct::faulty) relay_.restart();
+}
+
+void TwoParties::restFor(std::chrono::seconds time) {
+    for (; time > 0s; time -= restStep) {
+        pass(restStep, true);
+        if (!messagesToRest_ && areReady() && difference().empty()) messagesToRest_ = messages();
+    }
+}
+
+bool TwoParties::pairAnew() {
+    pair();
+    pass(1s, true);
+    agree();
+    pass(1s, true);
+    return arePaired();
+}
+
+bool TwoParties::arePaired() {
+    const auto mac = phone_.mac();
+    const auto phone = mac_.phone();
+    return mac && phone && mac->pairID == phone->pairID;
+}
+
+bool TwoParties::areReady() {
+    return mac_.isReady() && phone_.isShell();
+}
+
+std::string TwoParties::difference() {
+    const auto here = texts(mac_.companion().poznamky().vsechny());
+    const auto there = texts(phone_.records().notes());
+    const auto kept = texts(mac_.companion().souhrny().summaries());
+    const auto sent = texts(phone_.records().summaries());
+    std::string differing;
+    if (here != there) differing += told("mac  ", here) + told("phone", there);
+    if (!std::ranges::includes(kept, sent)) differing += told("summary of the phone", sent);
+    const auto tasks = texts(phone_.tasks().items());
+    for (const auto& ukol : mac_.companion().historieAgentu().polozky())
+        if (const auto text = encode(jakoWorkItem(ukol)); !tasks.contains(text))
+            differing += "task " + text + "\n";
+    return differing;
+}
+
+std::string TwoParties::unconfirmed() {
+    std::string open;
+    for (const auto& update : phone_.records().unconfirmed()) open += "unconfirmed " + encode(update) + "\n";
+    for (const auto& ukol : mac_.companion().historieAgentu().nedorucene())
+        open += "undelivered " + encode(jakoWorkItem(ukol)) + "\n";
+    return open;
+}
+
+std::string TwoParties::lostChange() {
+    std::string lost;
+    const auto& kept = mac_.companion().poznamky().vsechny();
+    for (const auto& note : kept) {
+        const auto& latest = latest_.at(note.id);
+        if (std::ranges::find(latest.texts, encode(note)) == latest.texts.end())
+            lost += "lost " + latest.texts.front() + "\nby   " + encode(note) + "\n";
+    }
+    for (const auto& [id, latest] : latest_)
+        if (std::ranges::find(kept, id, &MorvexNote::id) == kept.end())
+            lost += "gone " + latest.texts.front() + "\n";
+    return lost;
+}
+
+std::string TwoParties::wrongEffect() {
+    const auto answers = phone_.answers();
+    std::string wrong;
+    for (const auto& call : calls_) {
+        const auto count = effects(call);
+        const bool isAnswered = answers.contains("\"" + call.name + "\"");
+        answeredCalls_ += isAnswered;
+        doneCalls_ += count > 0;
+        if (count > 1) wrong += call.name + " was carried out " + std::to_string(count) + " times\n";
+        if (isAnswered && count == 0) wrong += call.name + " was answered and never carried out\n";
+    }
+    return wrong;
+}
+
+std::size_t TwoParties::effects(const Call& call) {
+    if (call.tool == Tool::program || call.tool == Tool::agent) return mac_.starts(call.name);
+    if (call.tool == Tool::file) return std::filesystem::exists(mac_.allowedFolder() / call.name);
+    const auto& notes = mac_.companion().poznamky().vsechny();
+    return static_cast<std::size_t>(std::ranges::count(notes, call.name, &MorvexNote::title));
+}
+
+std::size_t TwoParties::messages() const {
+    return std::max(relay_.messagesTo(ModelWire::Owner::mac), relay_.messagesTo(ModelWire::Owner::phone));
+}
+
+} // namespace morvex
