@@ -1,7 +1,6 @@
 #include "foundation/Text.h"
 
 #include "foundation/IcuText.h"
-#include "foundation/TextPattern.h"
 #include "shared/base/Require.h"
 
 #include <unicode/brkiter.h>
@@ -42,10 +41,6 @@ std::string asciiLowerCase(std::string_view text) {
     for (auto& letter : result)
         if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter + ('a' - 'A'));
     return result;
-}
-
-std::string foldedCase(std::string_view text) {
-    return toUtf8(fromUtf8(text).foldCase());
 }
 
 /// So many bytes at a time are looked at with the widest instructions there are.
@@ -127,12 +122,8 @@ bool equalFolded(std::string_view left, std::string_view right) {
     return fold(left) == fold(right);
 }
 
-bool contains(std::string_view text, std::string_view part) {
-    return TextPattern(part).isIn(text);
-}
-
-bool containsIgnoringCase(std::string_view text, std::string_view part) {
-    return contains(foldedCase(text), foldedCase(part));
+std::string foldCase(std::string_view text) {
+    return isAscii(text) ? asciiLowerCase(text) : toUtf8(fromUtf8(text).foldCase());
 }
 
 std::size_t countCharacters(std::string_view text) {

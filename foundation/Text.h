@@ -24,11 +24,8 @@ std::string upperCase(std::string_view text);
 std::string fold(std::string_view text);
 bool equalFolded(std::string_view left, std::string_view right);
 
-/// Whether `text` contains `part`, by canonical equivalence: a composed and a decomposed letter are one.
-/// Every text contains the empty one.
-bool contains(std::string_view text, std::string_view part);
-/// The same without regard to case. Diacritics count: "kone" is not in "KONĚ".
-bool containsIgnoringCase(std::string_view text, std::string_view part);
+/// What texts that differ in case alone have in common (full Unicode case folding), accents kept.
+std::string foldCase(std::string_view text);
 
 /// Number of extended grapheme clusters (UAX 29): what a person calls characters.
 std::size_t countCharacters(std::string_view text);

@@ -5,44 +5,82 @@
 
 #include <unicode/locid.h>
 #include <unicode/uchar.h>
+#include <unicode/utf16.h>
 
 #include <algorithm>
-#include <cstdint>
+#include <cstddef>
 
 namespace morvex {
 
 namespace {
 
-bool containsDecomposed(const icu::UnicodeString& whole, const std::u16string& part) {
-    const icu::UnicodeString wanted(false, part.data(), static_cast<std::int32_t>(part.size()));
-    if (wanted.isEmpty()) return true;
-    for (auto found = whole.indexOf(wanted); found >= 0; found = whole.indexOf(wanted, found + 1)) {
-        // A mark behind the match belongs to its last letter, which is then another letter.
-        auto behind = found + wanted.length();
-        if (behind >= whole.length() || u_charType(whole.char32At(behind)) != U_NON_SPACING_MARK) return true;
+std::u16string_view unitsOf(const icu::UnicodeString& text) {
+    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
+}
+
+std::vector<std::uint32_t> bordersOf(std::u16string_view pattern) {
+    std::vector<std::uint32_t> borders(pattern.size(), 0);
+    std::uint32_t length = 0;
+    for (std::size_t i = 1; i < pattern.size(); ++i) {
+        while (length > 0 && pattern[i] != pattern[length]) length = borders[length - 1];
+        if (pattern[i] == pattern[length]) ++length;
+        borders[i] = length;
     }
-    return false;
+    return borders;
+}
+
+/// A mark there belongs to the letter before it, which is then another letter.
+template <class Unit> bool isMarkAt(std::basic_string_view<Unit> text, std::size_t place) {
+    if (place >= text.size() || text[place] < 0x80) return false;
+    UChar32 letter = 0;
+    U16_NEXT(text.data(), place, text.size(), letter);
+    return u_charType(letter) == U_NON_SPACING_MARK;
 }
 
 } // namespace
 
 TextPattern::TextPattern(std::string_view part) {
     const auto decomposed = icuText::decomposed(icuText::fromUtf8(part));
-    decomposed_.assign(decomposed.getBuffer(), static_cast<std::size_t>(decomposed.length()));
-    if (std::ranges::all_of(decomposed_, [](char16_t unit) { return unit < 0x80; }))
-        ascii_.emplace(decomposed_.begin(), decomposed_.end());
+    decomposed_ = unitsOf(decomposed);
+    borders_ = bordersOf(decomposed_);
+    isAscii_ = std::ranges::all_of(decomposed_, [](char16_t unit) { return unit < 0x80; });
+}
+
+TextPattern TextPattern::ignoringCase(std::string_view part) {
+    return TextPattern(foldCase(part));
 }
 
 bool TextPattern::isIn(std::string_view text) const {
-    // ASCII is its own decomposition and has no marks.
-    if (isAscii(text)) return ascii_ && text.contains(*ascii_);
-    return containsDecomposed(icuText::decomposed(icuText::fromUtf8(text)), decomposed_);
+    // ASCII is its own decomposition.
+    if (isAscii(text)) return isAscii_ && isAmong(text);
+    return isAmong(unitsOf(icuText::decomposed(icuText::fromUtf8(text))));
 }
 
 bool TextPattern::isInLowerCaseOf(std::string_view text) const {
     if (isAscii(text)) return isIn(lowerCase(text));
     auto lowered = icuText::fromUtf8(text);
-    return containsDecomposed(icuText::decomposed(lowered.toLower(icu::Locale::getRoot())), decomposed_);
+    return isAmong(unitsOf(icuText::decomposed(lowered.toLower(icu::Locale::getRoot()))));
+}
+
+bool TextPattern::isInAnyCaseIn(std::string_view text) const {
+    if (isAscii(text)) return isIn(lowerCase(text));
+    auto folded = icuText::fromUtf8(text);
+    return isAmong(unitsOf(icuText::decomposed(folded.foldCase())));
+}
+
+/// Knuth, Morris and Pratt.
+template <class Unit> bool TextPattern::isAmong(std::basic_string_view<Unit> decomposed) const {
+    if (decomposed_.empty()) return true;
+    std::size_t matched = 0;
+    for (std::size_t i = 0; i < decomposed.size(); ++i) {
+        const auto unit = static_cast<char16_t>(decomposed[i]);
+        while (matched > 0 && decomposed_[matched] != unit) matched = borders_[matched - 1];
+        if (decomposed_[matched] == unit) ++matched;
+        if (matched < decomposed_.size()) continue;
+        if (!isMarkAt(decomposed, i + 1)) return true;
+        matched = borders_[matched - 1];
+    }
+    return false;
 }
 
 } // namespace morvex

@@ -2,6 +2,7 @@
 
 #include "app/personal/NewestFirst.h"
 #include "foundation/Text.h"
+#include "foundation/TextPattern.h"
 #include "shared/base/Require.h"
 
 #include <algorithm>
@@ -15,10 +16,6 @@ namespace {
 constexpr std::size_t longestTitle = 160;
 constexpr std::int64_t mostFound = 20;
 
-bool matches(const MorvexNote& note, const std::string& query) {
-    return containsIgnoringCase(note.title, query) || containsIgnoringCase(note.body, query);
-}
-
 } // namespace
 
 PoznamkyStore PoznamkyStore::load(const std::filesystem::path& applicationSupport, Clock& clock,
@@ -31,12 +28,12 @@ PoznamkyStore PoznamkyStore::load(const std::filesystem::path& applicationSuppor
 }
 
 std::vector<MorvexNote> PoznamkyStore::hledat(const std::string& query, std::int64_t limit) const {
-    const auto wanted = trim(query);
+    const auto wanted = TextPattern::ignoringCase(trim(query));
     const auto count = static_cast<std::size_t>(std::clamp<std::int64_t>(limit, 1, mostFound));
     std::vector<MorvexNote> found;
     for (const auto& note : notes_) {
         if (found.size() == count) break;
-        if (wanted.empty() || matches(note, wanted)) found.push_back(note);
+        if (wanted.isInAnyCaseIn(note.title) || wanted.isInAnyCaseIn(note.body)) found.push_back(note);
     }
     return found;
 }

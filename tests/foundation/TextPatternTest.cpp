@@ -27,6 +27,17 @@ TEST(TextPattern, IsFoundByCanonicalEquivalence) {
         {"K", "10 \u212a", true},
         {"a", "ab\xff", true},
         {"\ufffd", "b\xff", true},
+        {"résumé", "re\u0301sume\u0301.txt", true},
+        {"re\u0301", "résumé.txt", true},
+        {"résumé", "resume.txt", false},
+        {"kone", "koně.txt", false},
+        {"kone", "koně kone", true},
+        {"a", "", false},
+        // What has begun may be the end of what begins.
+        {"aab", "aaab", true},
+        {"abab\u0161", "ababab\u0161", true},
+        {"aa", "aa\u030aa", false},
+        {"aa", "aa\u030aaa", true},
     };
     for (const auto& row : rows) EXPECT_EQ(TextPattern(row.part).isIn(row.text), row.isIn) << row.part;
 }
@@ -37,6 +48,31 @@ TEST(TextPattern, IsFoundInTheLowerCaseOfAText) {
     EXPECT_TRUE(TextPattern("k").isInLowerCaseOf("10 \u212a"));
     EXPECT_FALSE(TextPattern("FAKTURA").isInLowerCaseOf("FAKTURA.pdf"));
     EXPECT_FALSE(TextPattern("uctu").isInLowerCaseOf("Přehled ÚČTŮ"));
+}
+
+TEST(TextPattern, IsFoundWithoutRegardToCaseButWithDiacritics) {
+    const auto isIn = [](std::string_view part, std::string_view text) {
+        return TextPattern::ignoringCase(part).isInAnyCaseIn(text);
+    };
+    EXPECT_TRUE(isIn("kůň", "Žluťoučký KŮŇ"));
+    EXPECT_TRUE(isIn("ŽLUŤ", "žluťoučký kůň"));
+    EXPECT_TRUE(isIn("résumé", "RE\u0301SUME\u0301"));
+    EXPECT_TRUE(isIn("Faktura", "fAKTURA.pdf"));
+    EXPECT_TRUE(isIn("STRASSE", "Straße 1"));
+    EXPECT_FALSE(isIn("kone", "KONĚ"));
+    EXPECT_FALSE(isIn("KONĚ", "kone"));
+    EXPECT_TRUE(isIn("", "a"));
+}
+
+TEST(TextPattern, LooksAtEachPlaceOfATextOnce) {
+    // Comparing at every place anew would take hours.
+    const std::string text(4'000'000, 'a');
+    const std::string half(2'000'000, 'a');
+    EXPECT_FALSE(TextPattern(half + "b").isIn(text));
+    EXPECT_FALSE(TextPattern(half + "ě").isIn(text + "é" + text));
+    std::string marked;
+    for (int i = 0; i < 200'000; ++i) marked += "a\u030a";
+    EXPECT_FALSE(TextPattern(marked + "a").isIn(marked + marked));
 }
 
 } // namespace
