@@ -2,6 +2,7 @@
 
 #include "foundation/Text.h"
 #include "foundation/Try.h"
+#include "shared-apple/MessageTooLong.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"
 
@@ -89,7 +90,10 @@ Task<Result<void>> RelayLink::send(Envelope envelope) {
     // Held until the send has ended, which may be after the connection has.
     auto socket = socket_;
     if (!socket) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
-    co_return co_await socket->sendText(encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}}));
+    auto frame = encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});
+    // The relay would end the connection, and the next one when the message is offered again.
+    if (frame.size() > WebSocketClient::messageLimit) co_return fail(MessageTooLong{});
+    co_return co_await socket->sendText(std::move(frame));
 }
 
 Task<void> RelayLink::run(TaskScope& scope) {

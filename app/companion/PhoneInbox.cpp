@@ -1,5 +1,6 @@
 #include "app/companion/PhoneInbox.h"
 
+#include "shared-apple/MessageTooLong.h"
 #include "shared/wire/Json.h"
 
 #include <concepts>
@@ -88,7 +89,11 @@ Task<void> PhoneInbox::ignore() {
 Task<void> PhoneInbox::poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome,
                                       std::string requestID) {
     MacPayload::ToolResult result{outcome.ok, encode(outcome.result)};
-    (void)co_await link->poslat({std::move(result)}, std::move(requestID));
+    auto sent = co_await link->poslat({std::move(result)}, requestID);
+    if (sent || !sent.error().as<MessageTooLong>()) co_return;
+    auto refused = ToolOutcome::refused("Výsledek je na přenos příliš dlouhý.");
+    (void)co_await link->poslat({MacPayload::ToolResult{refused.ok, encode(refused.result)}},
+                                std::move(requestID));
 }
 
 } // namespace morvex

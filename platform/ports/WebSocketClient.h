@@ -40,7 +40,8 @@ class WebSocket {
 
 class WebSocketClient {
   public:
-    /// The largest message that is received; a larger one breaks the connection.
+    /// The largest message that is received; a larger one breaks the connection. The relay takes no larger
+    /// ones either.
     static constexpr std::size_t messageLimit = 4 * 1024 * 1024;
 
     virtual ~WebSocketClient() = default;

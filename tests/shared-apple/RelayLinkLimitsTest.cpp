@@ -1,3 +1,4 @@
+#include "shared-apple/MessageTooLong.h"
 #include "tests/shared-apple/RelayLinkFixture.h"
 
 namespace morvex {
@@ -50,6 +51,27 @@ TEST_F(RelayLinkLimits, SignsNoNonceThatBeginsLikeATextOfItsOwn) {
         EXPECT_EQ(events[events.size() - 2],
                   (Udalost{RelayLink::Odpojeno{"Zařízení není spárované. Relay neposlal výzvu."}}));
     }
+}
+
+TEST_F(RelayLinkLimits, SendsNoFrameThatTheOtherSideWouldNotTake) {
+    auto socket = logIn();
+    takeEvents();
+    auto longest = envelope();
+    longest.requestID = "";
+    const auto rest = encode(RelayMessage{RelayMessage::Forward{longest}}).size();
+    longest.requestID = std::string(WebSocketClient::messageLimit - rest, 'x');
+    EXPECT_TRUE(executor.run(link.send(longest)).value());
+    EXPECT_EQ(socket->sent.back().size(), WebSocketClient::messageLimit);
+
+    const auto count = socket->sent.size();
+    longest.requestID += 'x';
+    const auto refused = executor.run(link.send(longest)).value();
+    ASSERT_FALSE(refused);
+    EXPECT_TRUE(refused.error().as<MessageTooLong>());
+    EXPECT_EQ(refused.error().popis(), "Zpráva je na přenos příliš dlouhá.");
+    EXPECT_EQ(socket->sent.size(), count);
+    EXPECT_TRUE(executor.run(link.send(envelope())).value());
+    EXPECT_TRUE(takeEvents().empty());
 }
 
 TEST_F(RelayLinkLimits, ReadsNothingMoreWhileAnEventWaits) {

@@ -243,6 +243,32 @@ TEST_F(NotesSyncTest, ASendThatFailsInTheCatchUpOnlyMovesOnToTheNextRecord) {
     EXPECT_EQ(trouble(), "none");
 }
 
+TEST_F(NotesSyncTest, ANoteTooLongForTheWayIsPassedOverAndTheLinkStays) {
+    startSecured();
+    ASSERT_TRUE(companion->poznamky().vytvorit("první", "a"));
+    ASSERT_TRUE(companion->poznamky().vytvorit("dlouhá", std::string(3'200'000, 'x')));
+    ASSERT_TRUE(companion->poznamky().vytvorit("třetí", "c"));
+    EXPECT_EQ(takeUpdates(), (Titles{"první", "třetí"}));
+    connectAgain();
+    EXPECT_EQ(takeUpdates(), (Titles{"první", "třetí"}));
+    EXPECT_EQ(trouble(), "none");
+    auto answer = call("mac.notes.delete", R"({"title":"dlouhá"})");
+    EXPECT_TRUE(answer.ok);
+}
+
+TEST_F(NotesSyncTest, AnAnswerTooLongForTheWayIsRefusedInWords) {
+    startSecured();
+    for (const char* title : {"první", "druhá"})
+        ASSERT_TRUE(companion->poznamky().vytvorit(title, std::string(1'600'000, 'x')));
+    executor.runUntilIdle();
+    (void)phone.take();
+    auto answer = call("mac.notes.search", R"({"query":"x"})");
+    EXPECT_FALSE(answer.ok);
+    EXPECT_EQ(answer.json, R"({"error":"Výsledek je na přenos příliš dlouhý."})");
+    EXPECT_EQ(answer.requestID, "req-1");
+    EXPECT_TRUE(call("mac.notes.search", R"({"query":"druhá"})").ok);
+}
+
 TEST_F(NotesSyncTest, AChangeDuringTheCatchUpMayOvertakeIt) {
     startSecured();
     for (const char* title : {"první", "druhá"}) ASSERT_TRUE(companion->poznamky().vytvorit(title, "a"));

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+namespace morvex {
+
+/// The message makes a frame beyond `WebSocketClient::messageLimit`. Nothing was sent, and the link stays.
+struct MessageTooLong {
+    [[nodiscard]] std::string popis() const { return "Zpráva je na přenos příliš dlouhá."; }
+
+    bool operator==(const MessageTooLong&) const = default;
+};
+
+} // namespace morvex
