@@ -60,13 +60,15 @@ QVariantMap row(const UkolAgenta& ukol) {
 } // namespace
 
 AgentTasksModel::AgentTasksModel(Companion& companion)
-    : companion_(companion), historie_(companion.historieAgentu()) {
+    : companion_(companion),
+      historie_(companion.historieAgentu()),
+      rows_(*this, [this] { return readRows(); }) {
     historie_.priZmene([self = QPointer<AgentTasksModel>(this)] {
         if (self) self->refresh();
     });
 }
 
-QVariantList AgentTasksModel::rows() const {
+QVariantList AgentTasksModel::readRows() const {
     QVariantList rows;
     for (const auto& ukol : historie_.polozky()) rows.push_back(row(ukol));
     return rows;

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "app/companion/Companion.h"
-#include "app/ui/models/ViewModel.h"
-
-#include <QVariantList>
+#include "app/ui/models/RowList.h"
 
 namespace morvex {
 
@@ -14,7 +12,7 @@ class AgentTasksModel final : public ViewModel {
     QML_ELEMENT
     QML_UNCREATABLE("")
     /// A map each: `id`, `title`, `state`, `detail`, `running`, `failed`, `continuation`.
-    Q_PROPERTY(QVariantList rows READ rows NOTIFY changed)
+    Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
     /// What the agent is called that works now; empty when none does.
     Q_PROPERTY(QString runningTool READ runningTool NOTIFY changed)
@@ -23,7 +21,8 @@ class AgentTasksModel final : public ViewModel {
   public:
     explicit AgentTasksModel(Companion& companion);
 
-    [[nodiscard]] QVariantList rows() const;
+    RowList* rows() { return &rows_; }
+
     [[nodiscard]] QString trouble() const;
     [[nodiscard]] QString runningTool() const;
     [[nodiscard]] QString runningId() const;
@@ -35,11 +34,13 @@ class AgentTasksModel final : public ViewModel {
     Q_INVOKABLE void clear();
 
   private:
+    [[nodiscard]] QVariantList readRows() const;
     [[nodiscard]] const UkolAgenta* find(const QString& id) const;
     [[nodiscard]] const UkolAgenta* running() const;
 
     Companion& companion_;
     HistorieAgentu& historie_;
+    RowList rows_;
 };
 
 } // namespace morvex

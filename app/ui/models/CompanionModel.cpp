@@ -14,7 +14,7 @@ RecordsModel::Source notesOf(const PoznamkyStore& store) {
     auto records = [&store] {
         std::vector<RecordsModel::Record> all;
         for (const auto& note : store.notes())
-            all.push_back({note.title, note.body, shortDate(note.updatedAt)});
+            all.push_back({note.id.text(), note.title, note.body, shortDate(note.updatedAt)});
         return all;
     };
     return {records, [&store] { return store.problem(); }};
@@ -24,7 +24,7 @@ RecordsModel::Source summariesOf(const SouhrnyStore& store) {
     auto records = [&store] {
         std::vector<RecordsModel::Record> all;
         for (const auto& summary : store.summaries())
-            all.push_back({summary.title, summary.body, shortDate(summary.createdAt)});
+            all.push_back({summary.id.text(), summary.title, summary.body, shortDate(summary.createdAt)});
         return all;
     };
     return {records, [&store] { return store.problem(); }};

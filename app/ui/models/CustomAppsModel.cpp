@@ -10,13 +10,13 @@
 namespace morvex {
 
 CustomAppsModel::CustomAppsModel(MacCustomAppsService& service, TaskScope& scope)
-    : service_(service), scope_(scope) {
+    : service_(service), scope_(scope), rows_(*this, [this] { return readRows(); }) {
     service_.priZmene([self = QPointer<CustomAppsModel>(this)] {
         if (self) self->refresh();
     });
 }
 
-QVariantList CustomAppsModel::rows() const {
+QVariantList CustomAppsModel::readRows() const {
     QVariantList rows;
     for (const auto& app : service_.apps())
         rows.push_back(QVariantMap{

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "app/customapps/MacCustomAppsService.h"
-#include "app/ui/models/ViewModel.h"
+#include "app/ui/models/RowList.h"
 #include "foundation/TaskScope.h"
-
-#include <QVariantList>
 
 #include <optional>
 
@@ -17,14 +15,14 @@ class CustomAppsModel final : public ViewModel {
     QML_ELEMENT
     QML_UNCREATABLE("")
     /// A map each: `id`, `name`, `endpoint`, `enabled`, `fromPhone`.
-    Q_PROPERTY(QVariantList rows READ rows NOTIFY changed)
+    Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(bool saving READ saving NOTIFY changed)
     Q_PROPERTY(QString error READ error NOTIFY changed)
 
   public:
     CustomAppsModel(MacCustomAppsService& service, TaskScope& scope);
 
-    [[nodiscard]] QVariantList rows() const;
+    RowList* rows() { return &rows_; }
 
     [[nodiscard]] bool saving() const { return saving_; }
 
@@ -44,12 +42,14 @@ class CustomAppsModel final : public ViewModel {
     void saved();
 
   private:
+    [[nodiscard]] QVariantList readRows() const;
     Task<void> keep(std::optional<std::string> id, std::string name, std::string endpoint, std::string token);
 
     MacCustomAppsService& service_;
     TaskScope& scope_;
     bool saving_ = false;
     std::string error_;
+    RowList rows_;
 };
 
 } // namespace morvex

@@ -9,16 +9,18 @@
 
 namespace morvex {
 
-FoldersModel::FoldersModel(Slozky& slozky, TaskScope& scope) : slozky_(slozky), scope_(scope) {
+FoldersModel::FoldersModel(Slozky& slozky, TaskScope& scope)
+    : slozky_(slozky), scope_(scope), rows_(*this, [this] { return readRows(); }) {
     slozky_.priZmene([self = QPointer<FoldersModel>(this)] {
         if (self) self->refresh();
     });
 }
 
-QVariantList FoldersModel::rows() const {
+QVariantList FoldersModel::readRows() const {
     QVariantList rows;
     for (const auto& path : slozky_.povolene())
         rows.push_back(QVariantMap{
+            {QStringLiteral("id"), QFile::decodeName(path.c_str())},
             {QStringLiteral("path"), QFile::decodeName(path.c_str())},
             {QStringLiteral("name"), QFile::decodeName(paths::lastComponent(path).c_str())},
             {QStringLiteral("needsRenewal"), slozky_.vyzadujiObnoveni().contains(path)},

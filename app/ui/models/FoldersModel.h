@@ -1,10 +1,8 @@
 #pragma once
 
 #include "app/execution/Slozky.h"
-#include "app/ui/models/ViewModel.h"
+#include "app/ui/models/RowList.h"
 #include "foundation/TaskScope.h"
-
-#include <QVariantList>
 
 namespace morvex {
 
@@ -14,15 +12,16 @@ class FoldersModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    /// A map each: `path`, `name`, `needsRenewal`.
-    Q_PROPERTY(QVariantList rows READ rows NOTIFY changed)
+    /// A map each: `id`, `path`, `name`, `needsRenewal`.
+    Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(bool anyNeedsRenewal READ anyNeedsRenewal NOTIFY changed)
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
     FoldersModel(Slozky& slozky, TaskScope& scope);
 
-    [[nodiscard]] QVariantList rows() const;
+    RowList* rows() { return &rows_; }
+
     [[nodiscard]] bool anyNeedsRenewal() const;
     [[nodiscard]] QString trouble() const;
 
@@ -31,8 +30,11 @@ class FoldersModel final : public ViewModel {
     Q_INVOKABLE void remove(const QString& path);
 
   private:
+    [[nodiscard]] QVariantList readRows() const;
+
     Slozky& slozky_;
     TaskScope& scope_;
+    RowList rows_;
 };
 
 } // namespace morvex

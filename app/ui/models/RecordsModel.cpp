@@ -9,12 +9,13 @@
 namespace morvex {
 
 RecordsModel::RecordsModel(Source source, Clipboard& clipboard)
-    : source_(std::move(source)), clipboard_(clipboard) {}
+    : source_(std::move(source)), clipboard_(clipboard), rows_(*this, [this] { return readRows(); }) {}
 
-QVariantList RecordsModel::rows() const {
+QVariantList RecordsModel::readRows() const {
     QVariantList rows;
     for (const auto& record : source_.records())
         rows.push_back(QVariantMap{
+            {QStringLiteral("id"), QString::fromStdString(record.id)},
             {QStringLiteral("title"), QString::fromStdString(record.title)},
             {QStringLiteral("body"), QString::fromStdString(record.body)},
             {QStringLiteral("date"), record.date},

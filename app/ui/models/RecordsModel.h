@@ -1,9 +1,7 @@
 #pragma once
 
-#include "app/ui/models/ViewModel.h"
+#include "app/ui/models/RowList.h"
 #include "platform/ports/Clipboard.h"
-
-#include <QVariantList>
 
 #include <functional>
 #include <optional>
@@ -17,12 +15,13 @@ class RecordsModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    /// A map each: `title`, `body`, `date`.
-    Q_PROPERTY(QVariantList rows READ rows NOTIFY changed)
+    /// A map each: `id`, `title`, `body`, `date`.
+    Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
     struct Record {
+        std::string id;
         std::string title;
         std::string body;
         QString date; ///< of the last change, as it is shown
@@ -36,14 +35,18 @@ class RecordsModel final : public ViewModel {
 
     RecordsModel(Source source, Clipboard& clipboard);
 
-    [[nodiscard]] QVariantList rows() const;
+    RowList* rows() { return &rows_; }
+
     [[nodiscard]] QString trouble() const;
 
     Q_INVOKABLE void copy(const QString& text);
 
   private:
+    [[nodiscard]] QVariantList readRows() const;
+
     Source source_;
     Clipboard& clipboard_;
+    RowList rows_;
 };
 
 } // namespace morvex

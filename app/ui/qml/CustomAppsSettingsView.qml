@@ -30,7 +30,7 @@ Sheet {
     }
 
     ColumnLayout {
-        visible: sheet.model.rows.length === 0
+        visible: sheet.model.rows.count === 0
         spacing: Vzhled.hairGap
 
         BodyText {

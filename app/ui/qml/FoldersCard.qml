@@ -12,7 +12,7 @@ Karta {
 
     BodyText {
         Layout.fillWidth: true
-        visible: view.model.rows.length === 0
+        visible: view.model.rows.count === 0
         text: qsTr("Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.")
     }
 

@@ -16,7 +16,7 @@ Karta {
 
     BodyText {
         Layout.fillWidth: true
-        visible: view.model.rows.length === 0
+        visible: view.model.rows.count === 0
         text: view.whenEmpty
     }
 

@@ -6,7 +6,7 @@ Karta {
     id: view
 
     required property AgentTasksModel model
-    readonly property bool empty: model.rows.length === 0
+    readonly property bool empty: model.rows.count === 0
     signal clearing
 
     title: qsTr("Poslední úkoly")
