@@ -1,28 +1,22 @@
 import Morvex
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 
 /// The scrolling column of cards.
-Flickable {
+ScrollArea {
     id: view
 
     required property CompanionModel companion
 
+    content: column
+    margin: Vzhled.pageMargin
     contentWidth: width
     contentHeight: column.implicitHeight + 2 * Vzhled.pageMargin
-    boundsBehavior: Flickable.StopAtBounds
     clip: true
-
-    /// Scrolls as little as shows the whole item, or its top where it is too high.
-    function reveal(item: Item) {
-        const top = item.mapToItem(contentItem, 0, 0).y - Vzhled.pageMargin;
-        const bottom = top + item.height + 2 * Vzhled.pageMargin;
-        if (top < contentY || bottom - top > height)
-            contentY = Math.max(0, top);
-        else if (bottom > contentY + height)
-            contentY = Math.min(contentHeight - height, bottom - height);
-    }
+    focus: true
+    // From what is no control itself the keyboard goes on in the same place.
+    Keys.onTabPressed: Window.activeFocusItem.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
+    Keys.onBacktabPressed: Window.activeFocusItem.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
     function read(record: var) {
         reading.note = record;
@@ -59,16 +53,6 @@ Flickable {
     }
 
     Connections {
-        target: view.Window.window
-        function onActiveFocusItemChanged() {
-            const item = view.Window.window?.activeFocusItem;
-            for (let parent = item; parent; parent = parent.parent)
-                if (parent === column)
-                    view.reveal(item);
-        }
-    }
-
-    Connections {
         target: view.companion.approval
         function onChanged() {
             if (view.companion.approval.waiting)
@@ -76,7 +60,9 @@ Flickable {
         }
     }
 
-    T.ScrollBar.vertical: ScrollHandle {}
+    FocusKeeper {
+        area: column
+    }
 
     ColumnLayout {
         id: column

@@ -14,6 +14,10 @@ Rectangle {
     color: Vzhled.card
     border.color: Vzhled.line
 
+    FocusKeeper {
+        area: column
+    }
+
     ColumnLayout {
         id: column
 

@@ -30,6 +30,7 @@ T.Button {
 
         BodyText {
             Layout.fillWidth: true
+            lineHeight: 1
             text: row.text
             Accessible.ignored: true
         }

@@ -11,8 +11,11 @@ T.ComboBox {
     rightPadding: 34
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
-    Keys.onReturnPressed: popup.open()
-    Keys.onEnterPressed: popup.open()
+    Keys.onReleased: event => {
+        event.accepted = !popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);
+        if (event.accepted)
+            popup.open();
+    }
 
     contentItem: Text {
         text: picker.displayText

@@ -33,6 +33,7 @@ T.Popup {
         id: frame
 
         spacing: Vzhled.gap
+        Keys.forwardTo: [area]
         Accessible.role: Accessible.Dialog
         Accessible.name: sheet.title
 
@@ -44,17 +45,15 @@ T.Popup {
             Accessible.role: Accessible.Heading
         }
 
-        Flickable {
+        ScrollArea {
             id: area
 
+            content: column
             Layout.fillWidth: true
             Layout.fillHeight: true
             implicitHeight: column.implicitHeight
             contentHeight: column.implicitHeight
-            boundsBehavior: Flickable.StopAtBounds
             clip: contentHeight > height
-
-            T.ScrollBar.vertical: ScrollHandle {}
 
             ColumnLayout {
                 id: column

@@ -42,6 +42,7 @@ QtObject {
     readonly property int cardPadding: 20
     readonly property int pageMargin: 24
     readonly property int columnWidth: 640
+    readonly property int scrollStep: 48
 
     readonly property int cardRadius: 14
     readonly property int controlRadius: 8

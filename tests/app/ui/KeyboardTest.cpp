@@ -1,75 +1,30 @@
 #include "tests/app/ui/ShownCompanion.h"
 
-#include <QTest>
-
-#include <algorithm>
-#include <set>
+#include <QQuickItem>
 
 namespace morvex {
 namespace {
 
 class KeyboardTest : public ShownCompanion {
   protected:
-    void give(Qt::Key key) {
-        QTest::keyClick(window(), key);
-        settle();
+    bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
+
+    void typeKeys(const std::string& text) {
+        for (char character : text) QTest::keyClick(window(), character);
     }
 
-    std::string focused() {
+    /// Whether all of what has the keyboard is in sight.
+    bool isInSight() {
         auto* node = QAccessible::queryAccessibleInterface(window()->focusObject());
-        return node ? node->text(QAccessible::Name).toStdString() : std::string();
+        auto place = node->rect().translated(-window()->position());
+        return QRect(QPoint(0, 0), window()->size()).contains(place);
     }
 
-    /// What Tab reaches before it comes back to where it began.
-    std::vector<std::string> reachedByTab() {
-        std::vector<std::string> reached;
-        give(Qt::Key_Tab);
-        auto* first = window()->focusObject();
-        do {
-            reached.push_back(focused());
-            give(Qt::Key_Tab);
-        } while (window()->focusObject() != first && reached.size() < 200);
-        return reached;
-    }
-
-    void goTo(const std::string& name) {
-        for (int step = 0; step < 200 && focused() != name; ++step) give(Qt::Key_Tab);
-        ASSERT_EQ(focused(), name);
-    }
-
-    void openWithKeyboard() {
-        openUi();
-        window()->requestActivate();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window()));
+    /// How far the cards are scrolled.
+    double scrolled() {
+        return window()->contentItem()->childItems().front()->property("contentY").toDouble();
     }
 };
-
-TEST_F(KeyboardTest, TabReachesEveryControlOnceInTheOrderOfTheCards) {
-    startSecured();
-    openWithKeyboard();
-    fill();
-    ask();
-    auto reached = reachedByTab();
-    auto controls = usableControls();
-    EXPECT_EQ(std::multiset<std::string>(reached.begin(), reached.end()),
-              std::multiset<std::string>(controls.begin(), controls.end()));
-    EXPECT_EQ(reached.front(), "Spárovat jiný telefon");
-    auto place = [&](const char* name) { return std::ranges::find(reached, name) - reached.begin(); };
-    EXPECT_LT(place("Odpojit telefon"), place("Zamítnout"));
-    EXPECT_LT(place("Potvrdit"), place("Poznámky Morvex"));
-    EXPECT_LT(place("Přidat nebo obnovit složku"), place("Spouštět po přihlášení"));
-}
-
-TEST_F(KeyboardTest, EveryControlHasAName) {
-    startSecured();
-    openWithKeyboard();
-    fill();
-    ask();
-    auto all = usableControls();
-    EXPECT_GT(all.size(), 20U);
-    for (const auto& name : all) EXPECT_FALSE(name.empty());
-    EXPECT_EQ(std::set<std::string>(all.begin(), all.end()).size(), all.size()) << "no two sound alike";
-}
 
 TEST_F(KeyboardTest, SpaceAndEnterPressButtonsAndSwitches) {
     start();
@@ -88,29 +43,153 @@ TEST_F(KeyboardTest, SpaceAndEnterPressButtonsAndSwitches) {
     }
 }
 
+TEST_F(KeyboardTest, TheListOfLanguagesIsUsedWithArrowsEnterAndEscape) {
+    start();
+    openWithKeyboard();
+    const std::string picker = "Jazyk aplikace a asistentky";
+    for (auto key : {Qt::Key_Space, Qt::Key_Return}) {
+        goTo(picker);
+        give(key);
+        give(Qt::Key_Down);
+        give(Qt::Key_Escape);
+        EXPECT_EQ(companion->hlas().languageMode(), "phone") << "Escape leaves it as it was";
+    }
+    give(Qt::Key_Space);
+    give(Qt::Key_Down);
+    give(Qt::Key_Return);
+    EXPECT_EQ(companion->hlas().languageMode(), "cs");
+    EXPECT_EQ(focused(), picker);
+}
+
 TEST_F(KeyboardTest, WhatHasTheKeyboardIsScrolledIntoSight) {
     startSecured();
     openWithKeyboard();
-    goTo("Při napájení udržovat Morvex dostupný");
-    auto* node = QAccessible::queryAccessibleInterface(window()->focusObject());
-    auto place = node->rect().translated(-window()->position());
-    EXPECT_TRUE(QRect(QPoint(0, 0), window()->size()).contains(place));
+    fill();
+    settle();
+    const auto controls = usableControls().size();
+    for (auto key : {Qt::Key_Tab, Qt::Key_Backtab})
+        for (std::size_t step = 0; step < controls; ++step) {
+            give(key);
+            EXPECT_TRUE(isInSight()) << focused();
+        }
 }
 
-TEST_F(KeyboardTest, EscapeClosesASheetAndTheTrayWindow) {
+TEST_F(KeyboardTest, KeysScrollTheCardsAndALongNote) {
+    startSecured();
+    openWithKeyboard();
+    EXPECT_EQ(scrolled(), 0);
+    give(Qt::Key_Down);
+    auto little = scrolled();
+    EXPECT_GT(little, 0);
+    give(Qt::Key_PageDown);
+    EXPECT_GT(scrolled(), little + 100);
+    give(Qt::Key_End);
+    auto end = scrolled();
+    give(Qt::Key_Down);
+    EXPECT_EQ(scrolled(), end) << "not beyond the end";
+    give(Qt::Key_Home);
+    EXPECT_EQ(scrolled(), 0);
+}
+
+TEST_F(KeyboardTest, EscapeClosesEverySheetAndTheTrayWindow) {
     startSecured();
     openWithKeyboard();
     fill();
-    press("Vymazat: Poslední úkoly");
-    ASSERT_NE(texts().find("Vymazat historii úkolů?"), std::string::npos);
-    give(Qt::Key_Escape);
-    EXPECT_EQ(texts().find("Vymazat historii úkolů?"), std::string::npos);
+    settle();
+    for (const auto& [button, sheet] : {std::pair{"Vymazat: Poslední úkoly", "Vymazat historii úkolů?"},
+                                        {"Nákup", "Kopírovat"},
+                                        {"Spravovat: Vlastní aplikace", "Přidat aplikaci"}}) {
+        goTo(button);
+        give(Qt::Key_Space);
+        EXPECT_TRUE(reads(sheet));
+        give(Qt::Key_Escape);
+        EXPECT_FALSE(reads(sheet));
+        EXPECT_EQ(focused(), button) << "the keyboard is back where it was";
+    }
+    EXPECT_EQ(companion->historieAgentu().polozky().size(), 3U);
     ui->toggleMenu({});
     settle();
     ASSERT_NE(menu(), nullptr);
-    QTest::keyClick(menu(), Qt::Key_Escape);
-    settle();
+    give(Qt::Key_Escape, menu());
     EXPECT_EQ(menu(), nullptr);
+}
+
+TEST_F(KeyboardTest, ANewAppIsTypedAndKeptWithoutAMouse) {
+    startSecured();
+    openWithKeyboard();
+    goTo("Spravovat: Vlastní aplikace");
+    give(Qt::Key_Space);
+    goTo("Přidat aplikaci");
+    give(Qt::Key_Return);
+    EXPECT_EQ(focused(), "Název");
+    typeKeys("Sklad");
+    goTo("Adresa");
+    typeKeys("https://sklad.example/api/mcp");
+    goTo("Uložit");
+    give(Qt::Key_Space);
+    ASSERT_EQ(companion->customApps().apps().size(), 1U);
+    EXPECT_EQ(companion->customApps().apps()[0].name, "Sklad");
+    goTo("Odebrat: Sklad");
+    give(Qt::Key_Space);
+    EXPECT_TRUE(companion->customApps().apps().empty());
+    goTo("Hotovo");
+    give(Qt::Key_Space);
+    EXPECT_EQ(focused(), "Spravovat: Vlastní aplikace");
+}
+
+TEST_F(KeyboardTest, StaysInTheCardWhoseControlGoesAway) {
+    start();
+    openWithKeyboard();
+    for (const char* name : {"jedna", "dvě", "tři"}) allowFolder(name);
+    settle();
+    const auto row = [this](const char* name) { return "Odebrat: " + (temporary.path() / name).string(); };
+    goTo(row("dvě"));
+    give(Qt::Key_Space);
+    give(Qt::Key_Space);
+    EXPECT_EQ(companion->slozky().povolene().size(), 2U) << "the second press meets no button";
+    give(Qt::Key_Tab);
+    EXPECT_EQ(focused(), row("jedna"));
+    goTo("Zobrazit QR kód");
+    give(Qt::Key_Space);
+    const auto asked = http.requests.size();
+    give(Qt::Key_Space);
+    EXPECT_EQ(http.requests.size(), asked);
+    showState({StavParovani::OverCislo{"482 915"}});
+    give(Qt::Key_Tab);
+    EXPECT_EQ(focused(), "Souhlasí");
+}
+
+TEST_F(KeyboardTest, StaysOnARowWhenOtherRowsChange) {
+    startSecured();
+    openWithKeyboard();
+    fill();
+    settle();
+    const std::string running = "Zastavit: Přidej na web tmavý režim";
+    goTo(running);
+    auto& history = companion->historieAgentu();
+    history.dokonci(history.zaloz({{}, {}, "codex", "Další", "Další", temporary.path().string()}).workItemID,
+                    "Hotovo.", "relace-2");
+    settle();
+    EXPECT_TRUE(reads("Pokračovat v Codexu: Další"));
+    EXPECT_EQ(focused(), running);
+    goTo("Nákup");
+    (void)companion->poznamky().vytvorit("Nová", "Text");
+    settle();
+    EXPECT_EQ(focused(), "Nákup");
+}
+
+TEST_F(KeyboardTest, AKeyPressedOnceMoreDoesNotDecideTheNextRequest) {
+    start();
+    openWithKeyboard();
+    ask();
+    goTo("Potvrdit");
+    give(Qt::Key_Space);
+    ASSERT_EQ(answers, std::vector{true});
+    ask();
+    give(Qt::Key_Space);
+    EXPECT_EQ(answers.size(), 1U);
+    give(Qt::Key_Tab);
+    EXPECT_EQ(focused(), "Zamítnout") << "the keyboard is still at this card";
 }
 
 } // namespace

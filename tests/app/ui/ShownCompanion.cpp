@@ -59,7 +59,7 @@ void ShownCompanion::ask() {
 }
 
 Task<void> ShownCompanion::note(Task<bool> asked) {
-    answers_.push_back(co_await std::move(asked));
+    answers.push_back(co_await std::move(asked));
 }
 
 void ShownCompanion::showState(StavParovani state) {
@@ -84,8 +84,17 @@ QImage ShownCompanion::card(const std::string& title) {
 }
 
 QImage ShownCompanion::pictureOf(QQuickWindow* shown) {
+    // Layouts within layouts come to rest only after some drawn frames.
+    constexpr int mostFrames = 50;
+    QImage before;
     settle();
-    return shown->grabWindow();
+    auto picture = shown->grabWindow();
+    for (int frame = 0; frame < mostFrames && picture != before; ++frame) {
+        before = picture;
+        settle();
+        picture = shown->grabWindow();
+    }
+    return picture;
 }
 
 } // namespace morvex

@@ -24,8 +24,10 @@ class ShownCompanion : public UiHarness {
     QImage card(const std::string& title);
     QImage pictureOf(QQuickWindow* shown);
 
+    /// How what was asked has ended.
+    std::vector<bool> answers;
+
   private:
-    std::vector<bool> answers_;
     Task<void> note(Task<bool> asked);
 };
 

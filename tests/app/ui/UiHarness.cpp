@@ -52,26 +52,37 @@ void UiHarness::settle() {
 
 std::vector<std::string> UiHarness::names(QAccessible::Role role, QQuickWindow* in) {
     std::vector<std::string> found;
-    walk(QAccessible::queryAccessibleInterface(in ? in : window()), [&](QAccessibleInterface* node) {
+    morvex::walk(QAccessible::queryAccessibleInterface(in ? in : window()), [&](QAccessibleInterface* node) {
         if (node->role() == role) found.push_back(nameOf(node));
     });
     return found;
 }
 
-std::vector<std::string> UiHarness::usableControls() {
+std::vector<std::string> UiHarness::usableControls(QQuickWindow* in) {
+    auto* root = QAccessible::queryAccessibleInterface(in ? in : window());
+    morvex::walk(root, [&root](QAccessibleInterface* node) {
+        if (node->role() == QAccessible::Dialog) root = node;
+    });
     std::vector<std::string> found;
-    walk(QAccessible::queryAccessibleInterface(window()), [&](QAccessibleInterface* node) {
-        bool usable = canBePressed(node->role()) || node->role() == QAccessible::EditableText ||
-                      node->role() == QAccessible::ComboBox;
-        if (usable && !node->state().disabled) found.push_back(nameOf(node));
+    morvex::walk(root, [&](QAccessibleInterface* node) {
+        if (isControl(node)) found.push_back(nameOf(node));
     });
     return found;
 }
 
+bool UiHarness::isControl(QAccessibleInterface* node) {
+    return canBePressed(node->role()) || node->role() == QAccessible::EditableText ||
+           node->role() == QAccessible::ComboBox;
+}
+
+void UiHarness::walk(QQuickWindow* in, const Visit& visit) {
+    morvex::walk(QAccessible::queryAccessibleInterface(in), visit);
+}
+
 std::string UiHarness::texts(QQuickWindow* in) {
     std::string all;
-    walk(QAccessible::queryAccessibleInterface(in ? in : window()),
-         [&](QAccessibleInterface* node) { all += nameOf(node) + "\n"; });
+    morvex::walk(QAccessible::queryAccessibleInterface(in ? in : window()),
+                 [&](QAccessibleInterface* node) { all += nameOf(node) + "\n"; });
     return all;
 }
 
@@ -88,12 +99,39 @@ void UiHarness::press(const std::string& name, QQuickWindow* in) {
 
 void UiHarness::type(const std::string& name, const std::string& text) {
     QAccessibleInterface* field = nullptr;
-    walk(QAccessible::queryAccessibleInterface(window()), [&](QAccessibleInterface* node) {
+    morvex::walk(QAccessible::queryAccessibleInterface(window()), [&](QAccessibleInterface* node) {
         if (node->role() == QAccessible::EditableText && nameOf(node) == name) field = node;
     });
     ASSERT_NE(field, nullptr) << name << " is not there:\n" << texts();
     field->object()->setProperty("text", QString::fromStdString(text));
     settle();
+}
+
+void UiHarness::openWithKeyboard() {
+    openUi();
+    giveKeyboard(window());
+}
+
+void UiHarness::giveKeyboard(QQuickWindow* to) {
+    to->requestActivate();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(to));
+    settle();
+}
+
+void UiHarness::give(Qt::Key key, QQuickWindow* in) {
+    QTest::keyClick(in ? in : window(), key);
+    settle();
+}
+
+std::string UiHarness::focused(QQuickWindow* in) {
+    auto* node = QAccessible::queryAccessibleInterface((in ? in : window())->focusObject());
+    return node ? nameOf(node) : std::string();
+}
+
+void UiHarness::goTo(const std::string& name) {
+    constexpr int most = 100;
+    for (int step = 0; step < most && focused() != name; ++step) give(Qt::Key_Tab);
+    ASSERT_EQ(focused(), name);
 }
 
 bool UiHarness::isOn(const std::string& name) {
@@ -103,7 +141,7 @@ bool UiHarness::isOn(const std::string& name) {
 
 QAccessibleInterface* UiHarness::find(const std::string& name, QQuickWindow* in) {
     QAccessibleInterface* found = nullptr;
-    walk(QAccessible::queryAccessibleInterface(in ? in : window()), [&](QAccessibleInterface* node) {
+    morvex::walk(QAccessible::queryAccessibleInterface(in ? in : window()), [&](QAccessibleInterface* node) {
         if (!found && canBePressed(node->role()) && nameOf(node) == name) found = node;
     });
     return found;

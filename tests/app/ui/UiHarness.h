@@ -7,7 +7,9 @@
 #include "tests/support/CompanionHarness.h"
 
 #include <QAccessible>
+#include <QTest>
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -31,14 +33,27 @@ class UiHarness : public CompanionHarness {
 
     /// The names of what the window shows with this role, from top to bottom.
     std::vector<std::string> names(QAccessible::Role role, QQuickWindow* in = nullptr);
-    /// The names of all that can be pressed, switched, chosen or typed into now.
-    std::vector<std::string> usableControls();
+    /// The names of all that can be pressed, switched, chosen or typed into now: while a sheet is open, in
+    /// it.
+    std::vector<std::string> usableControls(QQuickWindow* in = nullptr);
+    [[nodiscard]] static bool isControl(QAccessibleInterface* node);
+    /// Everything that is told to a screen reader.
+    static void walk(QQuickWindow* in, const std::function<void(QAccessibleInterface*)>& visit);
     /// Everything that can be read in the window.
     std::string texts(QQuickWindow* in = nullptr);
     /// Presses the button or switch of this name.
     void press(const std::string& name, QQuickWindow* in = nullptr);
     /// Types into the field of this name, which is empty.
     void type(const std::string& name, const std::string& text);
+    /// Opens the main window and gives it the keyboard.
+    void openWithKeyboard();
+    void giveKeyboard(QQuickWindow* to);
+    /// Presses a key in the window that has the keyboard.
+    void give(Qt::Key key, QQuickWindow* in = nullptr);
+    /// The name of what has the keyboard.
+    std::string focused(QQuickWindow* in = nullptr);
+    /// Presses Tab until the control of this name has the keyboard.
+    void goTo(const std::string& name);
     /// Whether the switch of this name is on.
     bool isOn(const std::string& name);
 

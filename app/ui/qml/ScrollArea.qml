@@ -1,0 +1,51 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// Content that scrolls: with the wheel, with the keys that no control in it wants, and to whatever gets the keyboard.
+Flickable {
+    id: area
+
+    required property Item content
+    property int margin: 0
+
+    /// Scrolls as little as shows the whole item, or its top where it is too high.
+    function reveal(item: Item) {
+        const top = item.mapToItem(contentItem, 0, 0).y - margin;
+        const bottom = top + item.height + 2 * margin;
+        if (top < contentY || bottom - top > height)
+            scrollTo(top);
+        else if (bottom > contentY + height)
+            scrollTo(bottom - height);
+    }
+
+    function scrollTo(y: real) {
+        contentY = Math.max(0, Math.min(contentHeight - height, y));
+    }
+
+    boundsBehavior: Flickable.StopAtBounds
+    Keys.onUpPressed: scrollTo(contentY - Vzhled.scrollStep)
+    Keys.onDownPressed: scrollTo(contentY + Vzhled.scrollStep)
+    Keys.onPressed: event => {
+        const goals = {
+            [Qt.Key_PageUp]: contentY - height + Vzhled.scrollStep,
+            [Qt.Key_PageDown]: contentY + height - Vzhled.scrollStep,
+            [Qt.Key_Home]: 0,
+            [Qt.Key_End]: contentHeight
+        };
+        event.accepted = event.key in goals;
+        if (event.accepted)
+            scrollTo(goals[event.key]);
+    }
+
+    T.ScrollBar.vertical: ScrollHandle {}
+
+    Connections {
+        target: area.Window.window
+        function onActiveFocusItemChanged() {
+            const item = area.Window.window?.activeFocusItem;
+            for (let parent = item?.parent; parent; parent = parent.parent)
+                if (parent === area.content)
+                    area.reveal(item);
+        }
+    }
+}

@@ -1,0 +1,111 @@
+#include "tests/app/ui/EveryState.h"
+
+namespace morvex {
+
+using namespace std::chrono_literals;
+
+void EveryState::lookAtEach(const std::vector<std::pair<std::string, StavParovani>>& states,
+                            const Look& look) {
+    for (const auto& [name, state] : states) {
+        showState(state);
+        look(name, window());
+    }
+    showState({StavParovani::Necinne{}});
+}
+
+void EveryState::withoutAPhone(const Look& look) {
+    start();
+    openWithKeyboard();
+    look("no phone, a relay of this computer", window());
+    companion->setRelayAdresa("https://relay.example.com");
+    settle();
+    look("no phone", window());
+    lookAtEach(
+        {{"creating", {StavParovani::Zakladam{}}},
+         {"an undrawable code", {StavParovani::CekamNaTelefon{std::string(3000, 'x'), clock.now() + 5min}}},
+         {"a code", {StavParovani::CekamNaTelefon{"{}", clock.now() + 5min}}},
+         {"an expired code", {StavParovani::CekamNaTelefon{"{}", clock.now() - 1s}}},
+         {"a number", {StavParovani::OverCislo{"482 915"}}},
+         {"a failure", {StavParovani::Chyba{"Adresa relaye nedává smysl."}}}},
+        look);
+}
+
+void EveryState::withAPhone(const Look& look) {
+    using A = MacAvailability;
+    defaults.set("slozky.povolene", std::vector<DefaultsItem>{temporary.path().string()});
+    startSecured();
+    openWithKeyboard();
+    look("paired, a folder to renew", window());
+    fill();
+    settle();
+    look("something in every card", window());
+    ask();
+    look("an action waits", window());
+    for (const auto& availability : {MacAvailability{A::Zaneprazdneny{"codex"}},
+                                     {A::Pripojuji{3, 5}},
+                                     {A::Spanek{clock.now()}},
+                                     {A::Preruseno{"síť neodpovídá"}},
+                                     {A::NeplatneParovani{"relay pár nezná"}},
+                                     {A::Offline{}}}) {
+        companion->stav().dostupnost = availability;
+        settle();
+        look(availability.popis("Telefon", clock.now()), window());
+    }
+    companion->stav().potiz = std::string("Relay neodpověděl.");
+    settle();
+    look("trouble of the link", window());
+    lookAtEach({{"creating another pair", {StavParovani::Zakladam{}}},
+                {"a failure with a phone", {StavParovani::Chyba{"Relay neodpověděl."}}}},
+               look);
+}
+
+void EveryState::addApps() {
+    phone.send({MacPayload::CustomApps{{{"a", "Počasí", "https://p.example/api/mcp", ""}}}}, "c");
+    settle();
+    ui->model().customApps()->save({}, QStringLiteral("Sklad"),
+                                   QStringLiteral("https://sklad.example/api/mcp"), {});
+    settle();
+}
+
+void EveryState::inSheets(const Look& look) {
+    startSecured();
+    openWithKeyboard();
+    fill();
+    settle();
+    press("Vymazat: Poslední úkoly");
+    look("a question", window());
+    press("Zrušit");
+    press("Nákup");
+    look("a note", window());
+    press("Zavřít");
+    press("Spravovat: Vlastní aplikace");
+    look("no custom apps", window());
+    addApps();
+    look("custom apps", window());
+    press("Přidat aplikaci");
+    look("the editor", window());
+    press("Uložit");
+    look("the editor with an error", window());
+}
+
+void EveryState::inTheTrayWindow(const Look& look) {
+    startSecured();
+    openUi();
+    auto openMenu = [this] {
+        ui->toggleMenu({});
+        giveKeyboard(menu());
+    };
+    openMenu();
+    look("idle", menu());
+    fill();
+    settle();
+    look("an agent works", menu());
+    menu()->close();
+    // The main window comes up with the question.
+    ask();
+    clock.advance(1s);
+    openMenu();
+    look("an action waits", menu());
+}
+
+} // namespace morvex
