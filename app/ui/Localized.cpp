@@ -17,33 +17,60 @@ std::optional<QString> lookUp(const QString& key) {
     return found;
 }
 
-std::optional<QString> lookUpNumbers(const QString& sentence) {
-    static const QRegularExpression number(QStringLiteral("\\d+"));
+/// What differs from one sentence of a form to the next: quoted names, numbers, tools, and the few names that
+/// stand bare.
+const QRegularExpression& value() {
+    static const QRegularExpression expression(QStringLiteral(
+        "(?<=„)[^“]*(?=“)"
+        "|\\bmac(?:\\.\\w+)+"
+        "|(?<=^Oprávnění ke složce ).+?(?= se nepodařilo uložit)|(?<=^Složka ).+(?= neexistuje\\.$)"
+        "|(?<=^Už běží jiný úkol: ).+(?=\\. Počkej, nebo ho zruš\\.$)"
+        "|(?<=špatný typ \\().+(?=\\)\\.$)|(?<=to nezařídila \\().+(?=\\)\\.$)"
+        "|\\d+"));
+    return expression;
+}
+
+struct Form {
     QString key;
-    QStringList numbers;
+    QStringList values;
+};
+
+/// Each value as %1, %2, … in its key.
+Form formOf(const QString& sentence) {
+    Form form;
     qsizetype end = 0;
-    for (auto matches = number.globalMatch(sentence); matches.hasNext();) {
+    for (auto matches = value().globalMatch(sentence); matches.hasNext();) {
         auto match = matches.next();
-        numbers.push_back(match.captured());
-        key += sentence.mid(end, match.capturedStart() - end) + u'%' + QString::number(numbers.size());
+        form.values.push_back(match.captured());
+        form.key +=
+            sentence.mid(end, match.capturedStart() - end) + u'%' + QString::number(form.values.size());
         end = match.capturedEnd();
     }
-    if (numbers.isEmpty()) return std::nullopt;
-    auto found = lookUp(key + sentence.mid(end));
-    if (!found) return std::nullopt;
-    for (const auto& each : numbers) *found = found->arg(each);
-    return found;
+    form.key += sentence.mid(end);
+    return form;
+}
+
+/// All places at once, since a value may look like a place for another one.
+QString filled(const QString& form, const QStringList& values) {
+    QString text;
+    for (qsizetype at = 0; at < form.size(); ++at) {
+        const bool isPlace = form[at] == u'%' && at + 1 < form.size() && form[at + 1].isDigit();
+        text += isPlace ? values.value(form[++at].digitValue() - 1) : QString(form[at]);
+    }
+    return text;
 }
 
 QString localize(const QString& sentence) {
     if (auto found = lookUp(sentence)) return *found;
-    if (auto found = lookUpNumbers(sentence)) return *found;
-    for (const auto& mark : {QStringLiteral(": "), QStringLiteral(" — ")}) {
+    const auto whole = formOf(sentence);
+    if (auto found = lookUp(whole.key)) return filled(*found, whole.values);
+    for (const auto& mark : {QStringLiteral(": "), QStringLiteral(" — "), QStringLiteral(". ")}) {
         auto at = sentence.indexOf(mark);
         if (at < 0) continue;
-        auto rest = at + mark.size();
-        if (auto found = lookUp(sentence.left(rest) + QStringLiteral("%1")))
-            return found->arg(localize(sentence.mid(rest)));
+        auto form = formOf(sentence.left(at + mark.size()));
+        form.values.push_back(localize(sentence.mid(at + mark.size())));
+        if (auto found = lookUp(form.key + u'%' + QString::number(form.values.size())))
+            return filled(*found, form.values);
     }
     return sentence;
 }

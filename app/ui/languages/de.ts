@@ -24,6 +24,10 @@
         <translation>Die Adresse des Relay ergibt keinen Sinn.</translation>
     </message>
     <message>
+        <source>Adresa serveru není platná.</source>
+        <translation>Die Adresse des Servers ist ungültig.</translation>
+    </message>
+    <message>
         <source>Adresa vlastní aplikace musí být platné HTTPS.</source>
         <translation>Die Adresse der eigenen App muss gültiges HTTPS sein.</translation>
     </message>
@@ -36,8 +40,28 @@
         <translation>Das Programm wurde gefunden, aber `--version` hat nicht geantwortet. Prüfe die Installation.</translation>
     </message>
     <message>
+        <source>Binárku „%1“ jsem nenašel (prohledáno %2 adresářů). %3</source>
+        <translation>Das Programm „%1“ wurde nicht gefunden (%2 Ordner durchsucht). %3</translation>
+    </message>
+    <message>
+        <source>Byl požadován nástroj %1, který tento Mac neumí.</source>
+        <translation>Das Werkzeug %1 wurde verlangt, das dieser Mac nicht hat.</translation>
+    </message>
+    <message>
         <source>Běží: %1</source>
         <translation>Läuft: %1</translation>
+    </message>
+    <message>
+        <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
+        <translation>Claude Code ist installiert, aber die Anmeldung ist ungültig oder die Prüfung hat nicht geantwortet. Führe im Terminal `claude auth login` aus und klicke dann hier auf Erneut suchen.</translation>
+    </message>
+    <message>
+        <source>Claude Code skončil chybou.</source>
+        <translation>Claude Code endete mit einem Fehler.</translation>
+    </message>
+    <message>
+        <source>Codex skončil chybou.</source>
+        <translation>Codex endete mit einem Fehler.</translation>
     </message>
     <message>
         <source>Doplň název vlastní aplikace.</source>
@@ -96,6 +120,10 @@
         <translation>Ein Klick kopiert den Text des Codes.</translation>
     </message>
     <message>
+        <source>Klíč má mít %1 bajtů, má jich %2.</source>
+        <translation>Der Schlüssel muss %1 Bytes haben, er hat %2.</translation>
+    </message>
+    <message>
         <source>Klíč pro spojení nejde odvodit: %1</source>
         <translation>Der Schlüssel der Verbindung lässt sich nicht ableiten: %1</translation>
     </message>
@@ -110,6 +138,10 @@
     <message>
         <source>Kopírovat</source>
         <translation>Kopieren</translation>
+    </message>
+    <message>
+        <source>Kryptografická knihovna selhala.</source>
+        <translation>Die kryptografische Bibliothek hat versagt.</translation>
     </message>
     <message>
         <source>Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.</source>
@@ -144,12 +176,24 @@
         <translation>Installiert</translation>
     </message>
     <message>
+        <source>Nainstaluj: npm i -g @openai/codex (nebo brew install codex). Codex ve webovém ChatGPT ani rozšíření do editoru žádné CLI neinstalují.</source>
+        <translation>Installiere es: npm i -g @openai/codex (oder brew install codex). Weder Codex auf der ChatGPT-Webseite noch die Editor-Erweiterungen installieren ein CLI.</translation>
+    </message>
+    <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Lies diesen Code in der App Morvex auf dem Telefon ein.</translation>
     </message>
     <message>
+        <source>Nejde to přečíst jako base%1.</source>
+        <translation>Es ist nicht als base%1 lesbar.</translation>
+    </message>
+    <message>
         <source>Nenainstalováno</source>
         <translation>Nicht installiert</translation>
+    </message>
+    <message>
+        <source>Nepodařilo se spustit: %1</source>
+        <translation>Ließ sich nicht starten: %1</translation>
     </message>
     <message>
         <source>Neshoduje se</source>
@@ -158,6 +202,10 @@
     <message>
         <source>Nespárováno</source>
         <translation>Nicht gekoppelt</translation>
+    </message>
+    <message>
+        <source>Nečekaná odpověď na přihlášení.</source>
+        <translation>Unerwartete Antwort auf die Anmeldung.</translation>
     </message>
     <message>
         <source>Nový token — ponech prázdné beze změny</source>
@@ -180,12 +228,28 @@
         <translation>Stand auffrischen</translation>
     </message>
     <message>
+        <source>Obálka je od jiného zařízení.</source>
+        <translation>Der Umschlag kommt von einem anderen Gerät.</translation>
+    </message>
+    <message>
+        <source>Obálka není pro mě.</source>
+        <translation>Der Umschlag ist nicht für mich.</translation>
+    </message>
+    <message>
+        <source>Obálka patří jinému páru.</source>
+        <translation>Der Umschlag gehört zu einem anderen Paar.</translation>
+    </message>
+    <message>
         <source>Odebrat</source>
         <translation>Entfernen</translation>
     </message>
     <message>
         <source>Odpojit telefon</source>
         <translation>Telefon trennen</translation>
+    </message>
+    <message>
+        <source>Odpověď serveru je příliš dlouhá.</source>
+        <translation>Die Antwort des Servers ist zu lang.</translation>
     </message>
     <message>
         <source>OpenAI klíč bezpečně převzat z iPhonu</source>
@@ -196,12 +260,20 @@
         <translation>Der Vorgang überschritt die Grenze von %1 Sekunden und wurde angehalten.</translation>
     </message>
     <message>
+        <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
+        <translation>Die Erlaubnis für den Ordner %1 ließ sich nicht speichern: %2</translation>
+    </message>
+    <message>
         <source>Osobní data</source>
         <translation>Persönliche Daten</translation>
     </message>
     <message>
         <source>Otevřít nastavení</source>
         <translation>Einstellungen öffnen</translation>
+    </message>
+    <message>
+        <source>Otisk klíče nesedí.</source>
+        <translation>Der Fingerabdruck des Schlüssels passt nicht.</translation>
     </message>
     <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
@@ -222,6 +294,30 @@
     <message>
         <source>Pokračovat v Codexu</source>
         <translation>In Codex fortsetzen</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ chybí.</source>
+        <translation>Das Feld „%1“ fehlt.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má neznámou hodnotu „%2“.</source>
+        <translation>Das Feld „%1“ hat den unbekannten Wert „%2“.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má neznámý druh „%2“.</source>
+        <translation>Das Feld „%1“ ist von der unbekannten Art „%2“.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má nečitelnou hodnotu „%2“.</source>
+        <translation>Der Wert „%2“ im Feld „%1“ ist nicht lesbar.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má číslo mimo rozsah.</source>
+        <translation>Die Zahl im Feld „%1“ liegt außerhalb des Bereichs.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má špatný typ (%2).</source>
+        <translation>Das Feld „%1“ hat einen falschen Typ (%2).</translation>
     </message>
     <message>
         <source>Poslední úkoly</source>
@@ -328,6 +424,14 @@
         <translation>Am Mac hinzugefügt</translation>
     </message>
     <message>
+        <source>Přihlašovací služba systému to nezařídila (%1).</source>
+        <translation>Der Anmeldedienst des Systems hat es nicht eingerichtet (%1).</translation>
+    </message>
+    <message>
+        <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
+        <translation>Die Anmeldung von Claude Code ist fehlgeschlagen. Führe im Terminal `claude auth login` aus und klicke dann in der App auf Erneut suchen.</translation>
+    </message>
+    <message>
         <source>Připoj vlastní MCP službu přes zabezpečenou HTTPS adresu.</source>
         <translation>Verbinde einen eigenen MCP-Dienst über eine sichere HTTPS-Adresse.</translation>
     </message>
@@ -365,11 +469,11 @@
     </message>
     <message>
         <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aktuální aplikace Claude.</source>
-        <translation>Die Sitzung ließ sich nicht öffnen. Prüfe, ob die aktuelle App Claude installiert ist.</translation>
+        <translation>Die Sitzung ließ sich nicht öffnen. Prüfe, ob die aktuelle Claude-App installiert ist.</translation>
     </message>
     <message>
         <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aplikace Codex.</source>
-        <translation>Die Sitzung ließ sich nicht öffnen. Prüfe, ob die App Codex installiert ist.</translation>
+        <translation>Die Sitzung ließ sich nicht öffnen. Prüfe, ob die Codex-App installiert ist.</translation>
     </message>
     <message>
         <source>Relay</source>
@@ -384,8 +488,24 @@
         <translation>Das Relay hat keine Aufforderung gesendet.</translation>
     </message>
     <message>
+        <source>Server odmítl WebSocket (HTTP %1).</source>
+        <translation>Der Server hat den WebSocket abgelehnt (HTTP %1).</translation>
+    </message>
+    <message>
+        <source>Server se neozval včas.</source>
+        <translation>Der Server hat nicht rechtzeitig geantwortet.</translation>
+    </message>
+    <message>
+        <source>Server ukončil spojení (kód %1).</source>
+        <translation>Der Server hat die Verbindung beendet (Code %1).</translation>
+    </message>
+    <message>
         <source>Skončilo chybou</source>
         <translation>Fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Složka %1 neexistuje.</source>
+        <translation>Den Ordner %1 gibt es nicht.</translation>
     </message>
     <message>
         <source>Soubory</source>
@@ -406,6 +526,10 @@
     <message>
         <source>Spojení bylo uzavřeno.</source>
         <translation>Die Verbindung wurde geschlossen.</translation>
+    </message>
+    <message>
+        <source>Spojení je zavřené.</source>
+        <translation>Die Verbindung ist geschlossen.</translation>
     </message>
     <message>
         <source>Spojení přerušeno — %1</source>
@@ -450,6 +574,10 @@
     <message>
         <source>Telefon</source>
         <translation>Telefon</translation>
+    </message>
+    <message>
+        <source>Telefon a Mac mluví jinou verzí protokolu (%1.%2 proti %3.%4). Aktualizuj tu starší aplikaci.</source>
+        <translation>Telefon und Mac sprechen verschiedene Versionen des Protokolls (%1.%2 gegen %3.%4). Aktualisiere die ältere App.</translation>
     </message>
     <message>
         <source>Telefon není připojený</source>
@@ -520,6 +648,10 @@
         <translation>Eigene App bearbeiten</translation>
     </message>
     <message>
+        <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
+        <translation>Es läuft schon eine andere Aufgabe: %1. Warte oder brich sie ab.</translation>
+    </message>
+    <message>
         <source>Verze aplikace</source>
         <translation>Version der App</translation>
     </message>
@@ -528,8 +660,24 @@
         <translation>Version des Protokolls</translation>
     </message>
     <message>
+        <source>Veřejný klíč protějšku není bezpečný.</source>
+        <translation>Der öffentliche Schlüssel der Gegenseite ist nicht sicher.</translation>
+    </message>
+    <message>
         <source>Vlastní aplikace</source>
         <translation>Eigene Apps</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace odmítla přístupový token.</source>
+        <translation>Die eigene App hat das Zugriffstoken abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace vrátila HTTP %1.</source>
+        <translation>Die eigene App antwortete mit HTTP %1.</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
+        <translation>Die eigene App gab eine ungültige Antwort.</translation>
     </message>
     <message>
         <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
@@ -592,6 +740,10 @@
         <translation>Das Gerät wurde widerrufen.</translation>
     </message>
     <message>
+        <source>Zařízení není spárované. %1</source>
+        <translation>Das Gerät ist nicht gekoppelt. %1</translation>
+    </message>
+    <message>
         <source>Zjistit znovu</source>
         <translation>Erneut suchen</translation>
     </message>
@@ -616,8 +768,36 @@
         <translation>Die Nachricht kam, bevor die Verbindung gesichert war. Wiederhole es.</translation>
     </message>
     <message>
+        <source>Zpráva dorazila mimo dobu své platnosti. Zkontroluj hodiny na obou zařízeních.</source>
+        <translation>Die Nachricht kam außerhalb ihrer Gültigkeit. Prüfe die Uhren beider Geräte.</translation>
+    </message>
+    <message>
         <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
         <translation>Die Nachricht kam zu spät, nach %1 Sekunden. Ich habe sie nicht ausgeführt.</translation>
+    </message>
+    <message>
+        <source>Zpráva je příliš dlouhá.</source>
+        <translation>Die Nachricht ist zu lang.</translation>
+    </message>
+    <message>
+        <source>Zpráva má příliš mnoho hodnot.</source>
+        <translation>Die Nachricht hat zu viele Werte.</translation>
+    </message>
+    <message>
+        <source>Zpráva není platný JSON (bajt %1).</source>
+        <translation>Die Nachricht ist kein gültiges JSON (Byte %1).</translation>
+    </message>
+    <message>
+        <source>Zpráva není zašifrovaná pro tohle spojení, nebo ji někdo změnil.</source>
+        <translation>Die Nachricht ist nicht für diese Verbindung verschlüsselt, oder jemand hat sie verändert.</translation>
+    </message>
+    <message>
+        <source>Zpráva neprošla ověřením.</source>
+        <translation>Die Nachricht hat die Prüfung nicht bestanden.</translation>
+    </message>
+    <message>
+        <source>Zpráva se opakuje nebo dorazila mimo pořadí.</source>
+        <translation>Die Nachricht wiederholt sich oder kam außer der Reihe.</translation>
     </message>
     <message>
         <source>Zprávu nejde ověřit: %1</source>
@@ -638,6 +818,14 @@
     <message>
         <source>iPhone zůstává hlavní zařízení</source>
         <translation>Das iPhone bleibt das Hauptgerät</translation>
+    </message>
+    <message>
+        <source>trezor je zamčený</source>
+        <translation>der Tresor ist gesperrt</translation>
+    </message>
+    <message>
+        <source>trezor není dostupný</source>
+        <translation>der Tresor ist nicht erreichbar</translation>
     </message>
     <message>
         <source>z iPhonu · E2EE</source>

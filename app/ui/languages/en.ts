@@ -24,6 +24,10 @@
         <translation>The address of the relay makes no sense.</translation>
     </message>
     <message>
+        <source>Adresa serveru není platná.</source>
+        <translation>The address of the server is not valid.</translation>
+    </message>
+    <message>
         <source>Adresa vlastní aplikace musí být platné HTTPS.</source>
         <translation>The address of the custom app must be valid HTTPS.</translation>
     </message>
@@ -36,8 +40,28 @@
         <translation>The program was found, but `--version` did not answer. Check the installation.</translation>
     </message>
     <message>
+        <source>Binárku „%1“ jsem nenašel (prohledáno %2 adresářů). %3</source>
+        <translation>The program “%1” was not found (%2 folders searched). %3</translation>
+    </message>
+    <message>
+        <source>Byl požadován nástroj %1, který tento Mac neumí.</source>
+        <translation>The tool %1 was asked for, which this Mac does not have.</translation>
+    </message>
+    <message>
         <source>Běží: %1</source>
         <translation>Running: %1</translation>
+    </message>
+    <message>
+        <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
+        <translation>Claude Code is installed, but its login is not valid or the check did not answer. Run `claude auth login` in a terminal, then click Look again here.</translation>
+    </message>
+    <message>
+        <source>Claude Code skončil chybou.</source>
+        <translation>Claude Code ended with an error.</translation>
+    </message>
+    <message>
+        <source>Codex skončil chybou.</source>
+        <translation>Codex ended with an error.</translation>
     </message>
     <message>
         <source>Doplň název vlastní aplikace.</source>
@@ -96,6 +120,10 @@
         <translation>A click copies the text of the code.</translation>
     </message>
     <message>
+        <source>Klíč má mít %1 bajtů, má jich %2.</source>
+        <translation>The key should have %1 bytes, it has %2.</translation>
+    </message>
+    <message>
         <source>Klíč pro spojení nejde odvodit: %1</source>
         <translation>The key for the connection cannot be derived: %1</translation>
     </message>
@@ -110,6 +138,10 @@
     <message>
         <source>Kopírovat</source>
         <translation>Copy</translation>
+    </message>
+    <message>
+        <source>Kryptografická knihovna selhala.</source>
+        <translation>The cryptographic library failed.</translation>
     </message>
     <message>
         <source>Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.</source>
@@ -144,12 +176,24 @@
         <translation>Installed</translation>
     </message>
     <message>
+        <source>Nainstaluj: npm i -g @openai/codex (nebo brew install codex). Codex ve webovém ChatGPT ani rozšíření do editoru žádné CLI neinstalují.</source>
+        <translation>Install it: npm i -g @openai/codex (or brew install codex). Neither Codex in the ChatGPT website nor the editor extensions install a CLI.</translation>
+    </message>
+    <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Scan this code in the Morvex app on the phone.</translation>
     </message>
     <message>
+        <source>Nejde to přečíst jako base%1.</source>
+        <translation>It cannot be read as base%1.</translation>
+    </message>
+    <message>
         <source>Nenainstalováno</source>
         <translation>Not installed</translation>
+    </message>
+    <message>
+        <source>Nepodařilo se spustit: %1</source>
+        <translation>Could not be started: %1</translation>
     </message>
     <message>
         <source>Neshoduje se</source>
@@ -158,6 +202,10 @@
     <message>
         <source>Nespárováno</source>
         <translation>Not paired</translation>
+    </message>
+    <message>
+        <source>Nečekaná odpověď na přihlášení.</source>
+        <translation>Unexpected answer to the login.</translation>
     </message>
     <message>
         <source>Nový token — ponech prázdné beze změny</source>
@@ -180,12 +228,28 @@
         <translation>Refresh</translation>
     </message>
     <message>
+        <source>Obálka je od jiného zařízení.</source>
+        <translation>The envelope is from another device.</translation>
+    </message>
+    <message>
+        <source>Obálka není pro mě.</source>
+        <translation>The envelope is not for me.</translation>
+    </message>
+    <message>
+        <source>Obálka patří jinému páru.</source>
+        <translation>The envelope belongs to another pair.</translation>
+    </message>
+    <message>
         <source>Odebrat</source>
         <translation>Remove</translation>
     </message>
     <message>
         <source>Odpojit telefon</source>
         <translation>Unpair the phone</translation>
+    </message>
+    <message>
+        <source>Odpověď serveru je příliš dlouhá.</source>
+        <translation>The answer of the server is too long.</translation>
     </message>
     <message>
         <source>OpenAI klíč bezpečně převzat z iPhonu</source>
@@ -196,12 +260,20 @@
         <translation>The operation exceeded the limit of %1 seconds and was stopped.</translation>
     </message>
     <message>
+        <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
+        <translation>The permission for the folder %1 could not be saved: %2</translation>
+    </message>
+    <message>
         <source>Osobní data</source>
         <translation>Personal data</translation>
     </message>
     <message>
         <source>Otevřít nastavení</source>
         <translation>Open Settings</translation>
+    </message>
+    <message>
+        <source>Otisk klíče nesedí.</source>
+        <translation>The fingerprint of the key does not fit.</translation>
     </message>
     <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
@@ -222,6 +294,30 @@
     <message>
         <source>Pokračovat v Codexu</source>
         <translation>Go on in Codex</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ chybí.</source>
+        <translation>The field “%1” is missing.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má neznámou hodnotu „%2“.</source>
+        <translation>The field “%1” has the unknown value “%2”.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má neznámý druh „%2“.</source>
+        <translation>The field “%1” is of the unknown kind “%2”.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má nečitelnou hodnotu „%2“.</source>
+        <translation>The value “%2” of the field “%1” cannot be read.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má číslo mimo rozsah.</source>
+        <translation>The number in the field “%1” is out of range.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má špatný typ (%2).</source>
+        <translation>The field “%1” has a wrong type (%2).</translation>
     </message>
     <message>
         <source>Poslední úkoly</source>
@@ -328,6 +424,14 @@
         <translation>Added on the Mac</translation>
     </message>
     <message>
+        <source>Přihlašovací služba systému to nezařídila (%1).</source>
+        <translation>The login service of the system did not arrange it (%1).</translation>
+    </message>
+    <message>
+        <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
+        <translation>The Claude Code login failed. Run `claude auth login` in a terminal, then click Look again in the app.</translation>
+    </message>
+    <message>
         <source>Připoj vlastní MCP službu přes zabezpečenou HTTPS adresu.</source>
         <translation>Connect an MCP service of your own at a secure HTTPS address.</translation>
     </message>
@@ -384,8 +488,24 @@
         <translation>The relay sent no challenge.</translation>
     </message>
     <message>
+        <source>Server odmítl WebSocket (HTTP %1).</source>
+        <translation>The server refused the WebSocket (HTTP %1).</translation>
+    </message>
+    <message>
+        <source>Server se neozval včas.</source>
+        <translation>The server did not answer in time.</translation>
+    </message>
+    <message>
+        <source>Server ukončil spojení (kód %1).</source>
+        <translation>The server ended the connection (code %1).</translation>
+    </message>
+    <message>
         <source>Skončilo chybou</source>
         <translation>Failed</translation>
+    </message>
+    <message>
+        <source>Složka %1 neexistuje.</source>
+        <translation>The folder %1 does not exist.</translation>
     </message>
     <message>
         <source>Soubory</source>
@@ -406,6 +526,10 @@
     <message>
         <source>Spojení bylo uzavřeno.</source>
         <translation>The connection was closed.</translation>
+    </message>
+    <message>
+        <source>Spojení je zavřené.</source>
+        <translation>The connection is closed.</translation>
     </message>
     <message>
         <source>Spojení přerušeno — %1</source>
@@ -450,6 +574,10 @@
     <message>
         <source>Telefon</source>
         <translation>Phone</translation>
+    </message>
+    <message>
+        <source>Telefon a Mac mluví jinou verzí protokolu (%1.%2 proti %3.%4). Aktualizuj tu starší aplikaci.</source>
+        <translation>The phone and the Mac speak different versions of the protocol (%1.%2 against %3.%4). Update the older app.</translation>
     </message>
     <message>
         <source>Telefon není připojený</source>
@@ -520,6 +648,10 @@
         <translation>Edit a custom app</translation>
     </message>
     <message>
+        <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
+        <translation>Another task is running: %1. Wait, or cancel it.</translation>
+    </message>
+    <message>
         <source>Verze aplikace</source>
         <translation>App version</translation>
     </message>
@@ -528,8 +660,24 @@
         <translation>Protocol version</translation>
     </message>
     <message>
+        <source>Veřejný klíč protějšku není bezpečný.</source>
+        <translation>The other side's public key is not safe.</translation>
+    </message>
+    <message>
         <source>Vlastní aplikace</source>
         <translation>Custom apps</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace odmítla přístupový token.</source>
+        <translation>The custom app refused the access token.</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace vrátila HTTP %1.</source>
+        <translation>The custom app answered with HTTP %1.</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
+        <translation>The custom app gave an invalid answer.</translation>
     </message>
     <message>
         <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
@@ -592,6 +740,10 @@
         <translation>The device was revoked.</translation>
     </message>
     <message>
+        <source>Zařízení není spárované. %1</source>
+        <translation>The device is not paired. %1</translation>
+    </message>
+    <message>
         <source>Zjistit znovu</source>
         <translation>Look again</translation>
     </message>
@@ -616,8 +768,36 @@
         <translation>The message came before the connection was secured. Do it again.</translation>
     </message>
     <message>
+        <source>Zpráva dorazila mimo dobu své platnosti. Zkontroluj hodiny na obou zařízeních.</source>
+        <translation>The message came outside of its time. Check the clocks of both devices.</translation>
+    </message>
+    <message>
         <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
         <translation>The message came late, after %1 seconds. I have not carried it out.</translation>
+    </message>
+    <message>
+        <source>Zpráva je příliš dlouhá.</source>
+        <translation>The message is too long.</translation>
+    </message>
+    <message>
+        <source>Zpráva má příliš mnoho hodnot.</source>
+        <translation>The message has too many values.</translation>
+    </message>
+    <message>
+        <source>Zpráva není platný JSON (bajt %1).</source>
+        <translation>The message is not valid JSON (byte %1).</translation>
+    </message>
+    <message>
+        <source>Zpráva není zašifrovaná pro tohle spojení, nebo ji někdo změnil.</source>
+        <translation>The message is not encrypted for this connection, or somebody changed it.</translation>
+    </message>
+    <message>
+        <source>Zpráva neprošla ověřením.</source>
+        <translation>The message did not pass verification.</translation>
+    </message>
+    <message>
+        <source>Zpráva se opakuje nebo dorazila mimo pořadí.</source>
+        <translation>The message is a repetition or came out of order.</translation>
     </message>
     <message>
         <source>Zprávu nejde ověřit: %1</source>
@@ -638,6 +818,14 @@
     <message>
         <source>iPhone zůstává hlavní zařízení</source>
         <translation>The iPhone stays the main device</translation>
+    </message>
+    <message>
+        <source>trezor je zamčený</source>
+        <translation>the vault is locked</translation>
+    </message>
+    <message>
+        <source>trezor není dostupný</source>
+        <translation>the vault is not available</translation>
     </message>
     <message>
         <source>z iPhonu · E2EE</source>

@@ -24,6 +24,10 @@
         <translation>La dirección del relay no tiene sentido.</translation>
     </message>
     <message>
+        <source>Adresa serveru není platná.</source>
+        <translation>La dirección del servidor no es válida.</translation>
+    </message>
+    <message>
         <source>Adresa vlastní aplikace musí být platné HTTPS.</source>
         <translation>La dirección de la app propia debe ser HTTPS válido.</translation>
     </message>
@@ -36,8 +40,28 @@
         <translation>Se ha encontrado el programa, pero `--version` no ha respondido. Comprueba la instalación.</translation>
     </message>
     <message>
+        <source>Binárku „%1“ jsem nenašel (prohledáno %2 adresářů). %3</source>
+        <translation>No se ha encontrado el programa «%1» (%2 carpetas revisadas). %3</translation>
+    </message>
+    <message>
+        <source>Byl požadován nástroj %1, který tento Mac neumí.</source>
+        <translation>Se ha pedido la herramienta %1, que este Mac no tiene.</translation>
+    </message>
+    <message>
         <source>Běží: %1</source>
         <translation>En curso: %1</translation>
+    </message>
+    <message>
+        <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
+        <translation>Claude Code está instalado, pero la sesión no es válida o la comprobación no ha respondido. Ejecuta `claude auth login` en una terminal y luego haz clic aquí en Buscar de nuevo.</translation>
+    </message>
+    <message>
+        <source>Claude Code skončil chybou.</source>
+        <translation>Claude Code ha terminado con un error.</translation>
+    </message>
+    <message>
+        <source>Codex skončil chybou.</source>
+        <translation>Codex ha terminado con un error.</translation>
     </message>
     <message>
         <source>Doplň název vlastní aplikace.</source>
@@ -96,6 +120,10 @@
         <translation>Un clic copia el texto del código.</translation>
     </message>
     <message>
+        <source>Klíč má mít %1 bajtů, má jich %2.</source>
+        <translation>La clave debe tener %1 bytes y tiene %2.</translation>
+    </message>
+    <message>
         <source>Klíč pro spojení nejde odvodit: %1</source>
         <translation>No se puede derivar la clave de la conexión: %1</translation>
     </message>
@@ -110,6 +138,10 @@
     <message>
         <source>Kopírovat</source>
         <translation>Copiar</translation>
+    </message>
+    <message>
+        <source>Kryptografická knihovna selhala.</source>
+        <translation>La biblioteca criptográfica ha fallado.</translation>
     </message>
     <message>
         <source>Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.</source>
@@ -144,12 +176,24 @@
         <translation>Instalado</translation>
     </message>
     <message>
+        <source>Nainstaluj: npm i -g @openai/codex (nebo brew install codex). Codex ve webovém ChatGPT ani rozšíření do editoru žádné CLI neinstalují.</source>
+        <translation>Instálalo: npm i -g @openai/codex (o brew install codex). Ni Codex en la web de ChatGPT ni las extensiones del editor instalan un CLI.</translation>
+    </message>
+    <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Escanea este código en la app Morvex del teléfono.</translation>
     </message>
     <message>
+        <source>Nejde to přečíst jako base%1.</source>
+        <translation>No se puede leer como base%1.</translation>
+    </message>
+    <message>
         <source>Nenainstalováno</source>
         <translation>No instalado</translation>
+    </message>
+    <message>
+        <source>Nepodařilo se spustit: %1</source>
+        <translation>No se ha podido iniciar: %1</translation>
     </message>
     <message>
         <source>Neshoduje se</source>
@@ -158,6 +202,10 @@
     <message>
         <source>Nespárováno</source>
         <translation>Sin vincular</translation>
+    </message>
+    <message>
+        <source>Nečekaná odpověď na přihlášení.</source>
+        <translation>Respuesta inesperada al iniciar la sesión.</translation>
     </message>
     <message>
         <source>Nový token — ponech prázdné beze změny</source>
@@ -180,12 +228,28 @@
         <translation>Actualizar estado</translation>
     </message>
     <message>
+        <source>Obálka je od jiného zařízení.</source>
+        <translation>El sobre es de otro dispositivo.</translation>
+    </message>
+    <message>
+        <source>Obálka není pro mě.</source>
+        <translation>El sobre no es para mí.</translation>
+    </message>
+    <message>
+        <source>Obálka patří jinému páru.</source>
+        <translation>El sobre pertenece a otro par.</translation>
+    </message>
+    <message>
         <source>Odebrat</source>
         <translation>Quitar</translation>
     </message>
     <message>
         <source>Odpojit telefon</source>
         <translation>Desvincular el teléfono</translation>
+    </message>
+    <message>
+        <source>Odpověď serveru je příliš dlouhá.</source>
+        <translation>La respuesta del servidor es demasiado larga.</translation>
     </message>
     <message>
         <source>OpenAI klíč bezpečně převzat z iPhonu</source>
@@ -196,12 +260,20 @@
         <translation>La operación ha superado el límite de %1 segundos y se ha detenido.</translation>
     </message>
     <message>
+        <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
+        <translation>No se ha podido guardar el permiso de la carpeta %1: %2</translation>
+    </message>
+    <message>
         <source>Osobní data</source>
         <translation>Datos personales</translation>
     </message>
     <message>
         <source>Otevřít nastavení</source>
         <translation>Abrir ajustes</translation>
+    </message>
+    <message>
+        <source>Otisk klíče nesedí.</source>
+        <translation>La huella de la clave no encaja.</translation>
     </message>
     <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
@@ -222,6 +294,30 @@
     <message>
         <source>Pokračovat v Codexu</source>
         <translation>Continuar en Codex</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ chybí.</source>
+        <translation>Falta el campo «%1».</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má neznámou hodnotu „%2“.</source>
+        <translation>El campo «%1» tiene el valor desconocido «%2».</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má neznámý druh „%2“.</source>
+        <translation>El campo «%1» es del tipo desconocido «%2».</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má nečitelnou hodnotu „%2“.</source>
+        <translation>El valor «%2» del campo «%1» no se puede leer.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má číslo mimo rozsah.</source>
+        <translation>El número del campo «%1» está fuera de rango.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má špatný typ (%2).</source>
+        <translation>El campo «%1» tiene un tipo erróneo (%2).</translation>
     </message>
     <message>
         <source>Poslední úkoly</source>
@@ -328,6 +424,14 @@
         <translation>Añadida en el Mac</translation>
     </message>
     <message>
+        <source>Přihlašovací služba systému to nezařídila (%1).</source>
+        <translation>El servicio de sesión del sistema no lo ha hecho (%1).</translation>
+    </message>
+    <message>
+        <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
+        <translation>Ha fallado el inicio de sesión de Claude Code. Ejecuta `claude auth login` en una terminal y luego haz clic en la app en Buscar de nuevo.</translation>
+    </message>
+    <message>
         <source>Připoj vlastní MCP službu přes zabezpečenou HTTPS adresu.</source>
         <translation>Conecta un servicio MCP propio en una dirección HTTPS segura.</translation>
     </message>
@@ -365,11 +469,11 @@
     </message>
     <message>
         <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aktuální aplikace Claude.</source>
-        <translation>No se ha podido abrir la sesión. Comprueba que está instalada la app Claude actual.</translation>
+        <translation>No se ha podido abrir la sesión. Comprueba que está instalada la app actual de Claude.</translation>
     </message>
     <message>
         <source>Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aplikace Codex.</source>
-        <translation>No se ha podido abrir la sesión. Comprueba que está instalada la app Codex.</translation>
+        <translation>No se ha podido abrir la sesión. Comprueba que está instalada la app de Codex.</translation>
     </message>
     <message>
         <source>Relay</source>
@@ -384,8 +488,24 @@
         <translation>El relay no ha enviado el desafío.</translation>
     </message>
     <message>
+        <source>Server odmítl WebSocket (HTTP %1).</source>
+        <translation>El servidor ha rechazado el WebSocket (HTTP %1).</translation>
+    </message>
+    <message>
+        <source>Server se neozval včas.</source>
+        <translation>El servidor no ha respondido a tiempo.</translation>
+    </message>
+    <message>
+        <source>Server ukončil spojení (kód %1).</source>
+        <translation>El servidor ha terminado la conexión (código %1).</translation>
+    </message>
+    <message>
         <source>Skončilo chybou</source>
         <translation>Ha fallado</translation>
+    </message>
+    <message>
+        <source>Složka %1 neexistuje.</source>
+        <translation>La carpeta %1 no existe.</translation>
     </message>
     <message>
         <source>Soubory</source>
@@ -406,6 +526,10 @@
     <message>
         <source>Spojení bylo uzavřeno.</source>
         <translation>La conexión se ha cerrado.</translation>
+    </message>
+    <message>
+        <source>Spojení je zavřené.</source>
+        <translation>La conexión está cerrada.</translation>
     </message>
     <message>
         <source>Spojení přerušeno — %1</source>
@@ -450,6 +574,10 @@
     <message>
         <source>Telefon</source>
         <translation>Teléfono</translation>
+    </message>
+    <message>
+        <source>Telefon a Mac mluví jinou verzí protokolu (%1.%2 proti %3.%4). Aktualizuj tu starší aplikaci.</source>
+        <translation>El teléfono y el Mac hablan versiones distintas del protocolo (%1.%2 frente a %3.%4). Actualiza la app más antigua.</translation>
     </message>
     <message>
         <source>Telefon není připojený</source>
@@ -520,6 +648,10 @@
         <translation>Editar app propia</translation>
     </message>
     <message>
+        <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
+        <translation>Ya hay otra tarea en curso: %1. Espera o cancélala.</translation>
+    </message>
+    <message>
         <source>Verze aplikace</source>
         <translation>Versión de la app</translation>
     </message>
@@ -528,8 +660,24 @@
         <translation>Versión del protocolo</translation>
     </message>
     <message>
+        <source>Veřejný klíč protějšku není bezpečný.</source>
+        <translation>La clave pública del otro lado no es segura.</translation>
+    </message>
+    <message>
         <source>Vlastní aplikace</source>
         <translation>Apps propias</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace odmítla přístupový token.</source>
+        <translation>La app propia ha rechazado el token de acceso.</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace vrátila HTTP %1.</source>
+        <translation>La app propia ha respondido HTTP %1.</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
+        <translation>La app propia ha dado una respuesta no válida.</translation>
     </message>
     <message>
         <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
@@ -592,6 +740,10 @@
         <translation>El dispositivo ha sido revocado.</translation>
     </message>
     <message>
+        <source>Zařízení není spárované. %1</source>
+        <translation>El dispositivo no está vinculado. %1</translation>
+    </message>
+    <message>
         <source>Zjistit znovu</source>
         <translation>Buscar de nuevo</translation>
     </message>
@@ -616,8 +768,36 @@
         <translation>El mensaje ha llegado antes de que la conexión estuviera protegida. Repítelo.</translation>
     </message>
     <message>
+        <source>Zpráva dorazila mimo dobu své platnosti. Zkontroluj hodiny na obou zařízeních.</source>
+        <translation>El mensaje ha llegado fuera de su plazo. Comprueba los relojes de ambos dispositivos.</translation>
+    </message>
+    <message>
         <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
         <translation>El mensaje ha llegado tarde, tras %1 segundos. No lo he ejecutado.</translation>
+    </message>
+    <message>
+        <source>Zpráva je příliš dlouhá.</source>
+        <translation>El mensaje es demasiado largo.</translation>
+    </message>
+    <message>
+        <source>Zpráva má příliš mnoho hodnot.</source>
+        <translation>El mensaje tiene demasiados valores.</translation>
+    </message>
+    <message>
+        <source>Zpráva není platný JSON (bajt %1).</source>
+        <translation>El mensaje no es JSON válido (byte %1).</translation>
+    </message>
+    <message>
+        <source>Zpráva není zašifrovaná pro tohle spojení, nebo ji někdo změnil.</source>
+        <translation>El mensaje no está cifrado para esta conexión, o alguien lo ha cambiado.</translation>
+    </message>
+    <message>
+        <source>Zpráva neprošla ověřením.</source>
+        <translation>El mensaje no ha superado la verificación.</translation>
+    </message>
+    <message>
+        <source>Zpráva se opakuje nebo dorazila mimo pořadí.</source>
+        <translation>El mensaje se repite o ha llegado fuera de orden.</translation>
     </message>
     <message>
         <source>Zprávu nejde ověřit: %1</source>
@@ -638,6 +818,14 @@
     <message>
         <source>iPhone zůstává hlavní zařízení</source>
         <translation>El iPhone sigue siendo el dispositivo principal</translation>
+    </message>
+    <message>
+        <source>trezor je zamčený</source>
+        <translation>el almacén está bloqueado</translation>
+    </message>
+    <message>
+        <source>trezor není dostupný</source>
+        <translation>el almacén no está disponible</translation>
     </message>
     <message>
         <source>z iPhonu · E2EE</source>

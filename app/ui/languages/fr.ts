@@ -24,6 +24,10 @@
         <translation>L’adresse du relais n’a pas de sens.</translation>
     </message>
     <message>
+        <source>Adresa serveru není platná.</source>
+        <translation>L’adresse du serveur n’est pas valable.</translation>
+    </message>
+    <message>
         <source>Adresa vlastní aplikace musí být platné HTTPS.</source>
         <translation>L’adresse de l’app personnelle doit être en HTTPS valable.</translation>
     </message>
@@ -36,8 +40,28 @@
         <translation>Le programme a été trouvé, mais `--version` n’a pas répondu. Vérifie l’installation.</translation>
     </message>
     <message>
+        <source>Binárku „%1“ jsem nenašel (prohledáno %2 adresářů). %3</source>
+        <translation>Le programme « %1 » est introuvable (%2 dossiers parcourus). %3</translation>
+    </message>
+    <message>
+        <source>Byl požadován nástroj %1, který tento Mac neumí.</source>
+        <translation>L’outil %1 a été demandé, que ce Mac n’a pas.</translation>
+    </message>
+    <message>
         <source>Běží: %1</source>
         <translation>En cours : %1</translation>
+    </message>
+    <message>
+        <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
+        <translation>Claude Code est installé, mais la connexion n’est pas valable ou le contrôle n’a pas répondu. Lance `claude auth login` dans un terminal, puis clique ici sur Rechercher à nouveau.</translation>
+    </message>
+    <message>
+        <source>Claude Code skončil chybou.</source>
+        <translation>Claude Code s’est terminé par une erreur.</translation>
+    </message>
+    <message>
+        <source>Codex skončil chybou.</source>
+        <translation>Codex s’est terminé par une erreur.</translation>
     </message>
     <message>
         <source>Doplň název vlastní aplikace.</source>
@@ -96,6 +120,10 @@
         <translation>Un clic copie le texte du code.</translation>
     </message>
     <message>
+        <source>Klíč má mít %1 bajtů, má jich %2.</source>
+        <translation>La clé doit avoir %1 octets, elle en a %2.</translation>
+    </message>
+    <message>
         <source>Klíč pro spojení nejde odvodit: %1</source>
         <translation>La clé de la connexion ne peut pas être dérivée : %1</translation>
     </message>
@@ -110,6 +138,10 @@
     <message>
         <source>Kopírovat</source>
         <translation>Copier</translation>
+    </message>
+    <message>
+        <source>Kryptografická knihovna selhala.</source>
+        <translation>La bibliothèque cryptographique a échoué.</translation>
     </message>
     <message>
         <source>Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.</source>
@@ -144,12 +176,24 @@
         <translation>Installé</translation>
     </message>
     <message>
+        <source>Nainstaluj: npm i -g @openai/codex (nebo brew install codex). Codex ve webovém ChatGPT ani rozšíření do editoru žádné CLI neinstalují.</source>
+        <translation>Installe-le : npm i -g @openai/codex (ou brew install codex). Ni Codex sur le site ChatGPT ni les extensions d’éditeur n’installent de CLI.</translation>
+    </message>
+    <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Scanne ce code dans l’app Morvex du téléphone.</translation>
     </message>
     <message>
+        <source>Nejde to přečíst jako base%1.</source>
+        <translation>Illisible comme base%1.</translation>
+    </message>
+    <message>
         <source>Nenainstalováno</source>
         <translation>Non installé</translation>
+    </message>
+    <message>
+        <source>Nepodařilo se spustit: %1</source>
+        <translation>Impossible à lancer : %1</translation>
     </message>
     <message>
         <source>Neshoduje se</source>
@@ -158,6 +202,10 @@
     <message>
         <source>Nespárováno</source>
         <translation>Non associé</translation>
+    </message>
+    <message>
+        <source>Nečekaná odpověď na přihlášení.</source>
+        <translation>Réponse inattendue à la connexion.</translation>
     </message>
     <message>
         <source>Nový token — ponech prázdné beze změny</source>
@@ -180,12 +228,28 @@
         <translation>Actualiser</translation>
     </message>
     <message>
+        <source>Obálka je od jiného zařízení.</source>
+        <translation>L’enveloppe vient d’un autre appareil.</translation>
+    </message>
+    <message>
+        <source>Obálka není pro mě.</source>
+        <translation>L’enveloppe n’est pas pour moi.</translation>
+    </message>
+    <message>
+        <source>Obálka patří jinému páru.</source>
+        <translation>L’enveloppe appartient à une autre paire.</translation>
+    </message>
+    <message>
         <source>Odebrat</source>
         <translation>Retirer</translation>
     </message>
     <message>
         <source>Odpojit telefon</source>
         <translation>Dissocier le téléphone</translation>
+    </message>
+    <message>
+        <source>Odpověď serveru je příliš dlouhá.</source>
+        <translation>La réponse du serveur est trop longue.</translation>
     </message>
     <message>
         <source>OpenAI klíč bezpečně převzat z iPhonu</source>
@@ -196,12 +260,20 @@
         <translation>L’opération a dépassé la limite de %1 secondes et a été arrêtée.</translation>
     </message>
     <message>
+        <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
+        <translation>L’autorisation du dossier %1 n’a pas pu être enregistrée : %2</translation>
+    </message>
+    <message>
         <source>Osobní data</source>
         <translation>Données personnelles</translation>
     </message>
     <message>
         <source>Otevřít nastavení</source>
         <translation>Ouvrir les réglages</translation>
+    </message>
+    <message>
+        <source>Otisk klíče nesedí.</source>
+        <translation>L’empreinte de la clé ne convient pas.</translation>
     </message>
     <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
@@ -222,6 +294,30 @@
     <message>
         <source>Pokračovat v Codexu</source>
         <translation>Poursuivre dans Codex</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ chybí.</source>
+        <translation>Le champ « %1 » manque.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má neznámou hodnotu „%2“.</source>
+        <translation>Le champ « %1 » a la valeur inconnue « %2 ».</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má neznámý druh „%2“.</source>
+        <translation>Le champ « %1 » est du genre inconnu « %2 ».</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má nečitelnou hodnotu „%2“.</source>
+        <translation>La valeur « %2 » du champ « %1 » est illisible.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má číslo mimo rozsah.</source>
+        <translation>Le nombre du champ « %1 » est hors limites.</translation>
+    </message>
+    <message>
+        <source>Pole „%1“ má špatný typ (%2).</source>
+        <translation>Le champ « %1 » a un mauvais type (%2).</translation>
     </message>
     <message>
         <source>Poslední úkoly</source>
@@ -328,6 +424,14 @@
         <translation>Ajoutée sur le Mac</translation>
     </message>
     <message>
+        <source>Přihlašovací služba systému to nezařídila (%1).</source>
+        <translation>Le service de session du système ne l’a pas fait (%1).</translation>
+    </message>
+    <message>
+        <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
+        <translation>La connexion de Claude Code a échoué. Lance `claude auth login` dans un terminal, puis clique dans l’app sur Rechercher à nouveau.</translation>
+    </message>
+    <message>
         <source>Připoj vlastní MCP službu přes zabezpečenou HTTPS adresu.</source>
         <translation>Connecte ton propre service MCP à une adresse HTTPS sécurisée.</translation>
     </message>
@@ -384,8 +488,24 @@
         <translation>Le relais n’a pas envoyé de défi.</translation>
     </message>
     <message>
+        <source>Server odmítl WebSocket (HTTP %1).</source>
+        <translation>Le serveur a refusé le WebSocket (HTTP %1).</translation>
+    </message>
+    <message>
+        <source>Server se neozval včas.</source>
+        <translation>Le serveur n’a pas répondu à temps.</translation>
+    </message>
+    <message>
+        <source>Server ukončil spojení (kód %1).</source>
+        <translation>Le serveur a mis fin à la connexion (code %1).</translation>
+    </message>
+    <message>
         <source>Skončilo chybou</source>
         <translation>Échec</translation>
+    </message>
+    <message>
+        <source>Složka %1 neexistuje.</source>
+        <translation>Le dossier %1 n’existe pas.</translation>
     </message>
     <message>
         <source>Soubory</source>
@@ -406,6 +526,10 @@
     <message>
         <source>Spojení bylo uzavřeno.</source>
         <translation>La connexion a été fermée.</translation>
+    </message>
+    <message>
+        <source>Spojení je zavřené.</source>
+        <translation>La connexion est fermée.</translation>
     </message>
     <message>
         <source>Spojení přerušeno — %1</source>
@@ -450,6 +574,10 @@
     <message>
         <source>Telefon</source>
         <translation>Téléphone</translation>
+    </message>
+    <message>
+        <source>Telefon a Mac mluví jinou verzí protokolu (%1.%2 proti %3.%4). Aktualizuj tu starší aplikaci.</source>
+        <translation>Le téléphone et le Mac parlent des versions différentes du protocole (%1.%2 contre %3.%4). Mets à jour l’app la plus ancienne.</translation>
     </message>
     <message>
         <source>Telefon není připojený</source>
@@ -520,6 +648,10 @@
         <translation>Modifier une app personnelle</translation>
     </message>
     <message>
+        <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
+        <translation>Une autre tâche est en cours : %1. Attends ou annule-la.</translation>
+    </message>
+    <message>
         <source>Verze aplikace</source>
         <translation>Version de l’app</translation>
     </message>
@@ -528,8 +660,24 @@
         <translation>Version du protocole</translation>
     </message>
     <message>
+        <source>Veřejný klíč protějšku není bezpečný.</source>
+        <translation>La clé publique de l’autre côté n’est pas sûre.</translation>
+    </message>
+    <message>
         <source>Vlastní aplikace</source>
         <translation>Apps personnelles</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace odmítla přístupový token.</source>
+        <translation>L’app personnelle a refusé le jeton d’accès.</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace vrátila HTTP %1.</source>
+        <translation>L’app personnelle a répondu HTTP %1.</translation>
+    </message>
+    <message>
+        <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
+        <translation>L’app personnelle a donné une réponse non valable.</translation>
     </message>
     <message>
         <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
@@ -592,6 +740,10 @@
         <translation>L’appareil a été révoqué.</translation>
     </message>
     <message>
+        <source>Zařízení není spárované. %1</source>
+        <translation>L’appareil n’est pas associé. %1</translation>
+    </message>
+    <message>
         <source>Zjistit znovu</source>
         <translation>Rechercher à nouveau</translation>
     </message>
@@ -616,8 +768,36 @@
         <translation>Le message est arrivé avant que la connexion soit sécurisée. Recommence.</translation>
     </message>
     <message>
+        <source>Zpráva dorazila mimo dobu své platnosti. Zkontroluj hodiny na obou zařízeních.</source>
+        <translation>Le message est arrivé hors de sa durée de validité. Vérifie l’heure des deux appareils.</translation>
+    </message>
+    <message>
         <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
         <translation>Le message est arrivé trop tard, après %1 secondes. Je ne l’ai pas exécuté.</translation>
+    </message>
+    <message>
+        <source>Zpráva je příliš dlouhá.</source>
+        <translation>Le message est trop long.</translation>
+    </message>
+    <message>
+        <source>Zpráva má příliš mnoho hodnot.</source>
+        <translation>Le message a trop de valeurs.</translation>
+    </message>
+    <message>
+        <source>Zpráva není platný JSON (bajt %1).</source>
+        <translation>Le message n’est pas un JSON valable (octet %1).</translation>
+    </message>
+    <message>
+        <source>Zpráva není zašifrovaná pro tohle spojení, nebo ji někdo změnil.</source>
+        <translation>Le message n’est pas chiffré pour cette connexion, ou quelqu’un l’a modifié.</translation>
+    </message>
+    <message>
+        <source>Zpráva neprošla ověřením.</source>
+        <translation>Le message n’a pas passé la vérification.</translation>
+    </message>
+    <message>
+        <source>Zpráva se opakuje nebo dorazila mimo pořadí.</source>
+        <translation>Le message est répété ou est arrivé dans le désordre.</translation>
     </message>
     <message>
         <source>Zprávu nejde ověřit: %1</source>
@@ -638,6 +818,14 @@
     <message>
         <source>iPhone zůstává hlavní zařízení</source>
         <translation>L’iPhone reste l’appareil principal</translation>
+    </message>
+    <message>
+        <source>trezor je zamčený</source>
+        <translation>le coffre est verrouillé</translation>
+    </message>
+    <message>
+        <source>trezor není dostupný</source>
+        <translation>le coffre n’est pas disponible</translation>
     </message>
     <message>
         <source>z iPhonu · E2EE</source>

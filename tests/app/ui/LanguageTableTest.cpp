@@ -6,9 +6,11 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QRegularExpression>
+#include <QXmlStreamReader>
 #include <gtest/gtest.h>
 
 #include <set>
+#include <vector>
 
 namespace morvex {
 namespace {
@@ -48,6 +50,93 @@ TEST_F(LanguageTableTest, SentencesWithValuesAreFoundByTheirForm) {
         {"", ""},
     };
     for (const auto& [czech, english] : sentences) EXPECT_EQ(translated(czech), english);
+}
+
+TEST_F(LanguageTableTest, AValueThatLooksLikeAPlaceStaysAsItIs) {
+    table_.take(QStringLiteral("en"));
+    EXPECT_EQ(translated("Oprávnění ke složce %2 %1 se nepodařilo uložit: %1"),
+              "The permission for the folder %2 %1 could not be saved: %1");
+}
+
+/// Sentences that arise outside of the window and are shown in it, one of each form.
+const char* const sentences[] = {
+    "Binárku „codex“ jsem nenašel (prohledáno 12 adresářů). Nainstaluj: npm i -g @openai/codex (nebo brew "
+    "install codex). Codex ve webovém ChatGPT ani rozšíření do editoru žádné CLI neinstalují.",
+    "Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť "
+    "`claude auth login` a potom zde klikni na Zjistit znovu.",
+    "Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na "
+    "Zjistit znovu.",
+    "Už běží jiný úkol: codex. Počkej, nebo ho zruš.",
+    "Složka /home/jana/web neexistuje.",
+    "Oprávnění ke složce Moje smlouvy se nepodařilo uložit: No space left on device",
+    "Byl požadován nástroj mac.neco.noveho, který tento Mac neumí.",
+    "Párování neplatí — Zařízení není spárované. Relay neposlal výzvu.",
+    "Telefon a Mac mluví jinou verzí protokolu (1.4 proti 2.0). Aktualizuj tu starší aplikaci.",
+    "Zprávu nejde ověřit: Pole „toolCall.name“ má špatný typ (číslo).",
+    "Zprávu nejde ověřit: Zpráva dorazila mimo dobu své platnosti. Zkontroluj hodiny na obou zařízeních.",
+    "Telefon poslal nekompatibilní párovací zprávu: Zpráva není platný JSON (bajt 17).",
+    "Spojení přerušeno — Server odmítl WebSocket (HTTP 403).",
+    "Klíč telefonu nejde použít: Klíč má mít 32 bajtů, má jich 31.",
+    "Počítač se nepodařilo udržet vzhůru: Přihlašovací služba systému to nezařídila (Access denied).",
+    "Vlastní aplikace vrátila HTTP 500.",
+    "Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aplikace Codex.",
+};
+
+TEST_F(LanguageTableTest, SentencesFromOutsideOfTheWindowAreFoundInEveryLanguage) {
+    // Letters of Czech alone; a type of JSON is called in Czech everywhere.
+    const QRegularExpression czech(QStringLiteral("[ěščřžůďťň]"));
+    for (const char* code : {"en", "de", "fr", "es"}) {
+        table_.take(QString::fromUtf8(code));
+        for (const char* sentence : sentences) {
+            auto found = QString::fromStdString(translated(sentence)).remove(QStringLiteral("(číslo)"));
+            EXPECT_FALSE(czech.match(found).hasMatch()) << code << ": " << found.toStdString();
+            EXPECT_FALSE(found.contains(u'%')) << code << ": " << found.toStdString();
+        }
+    }
+}
+
+/// Each source sentence of a table with its translation, and whether it is told to be unfinished.
+struct Entry {
+    QString source;
+    QString translation;
+    bool finished;
+};
+
+std::vector<Entry> entriesOf(const QString& code) {
+    QFile file(QStringLiteral(MORVEX_SOURCE_DIR "/app/ui/languages/%1.ts").arg(code));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << code.toStdString();
+    std::vector<Entry> entries;
+    for (QXmlStreamReader xml(&file); !xml.atEnd(); xml.readNext()) {
+        if (!xml.isStartElement()) continue;
+        if (xml.name() == QStringLiteral("source")) entries.push_back({xml.readElementText(), {}, true});
+        if (xml.name() != QStringLiteral("translation")) continue;
+        entries.back().finished = !xml.attributes().hasAttribute(QStringLiteral("type"));
+        entries.back().translation = xml.readElementText();
+    }
+    return entries;
+}
+
+QStringList placesIn(const QString& text) {
+    static const QRegularExpression place(QStringLiteral("%\\d"));
+    QStringList places;
+    for (auto matches = place.globalMatch(text); matches.hasNext();) places << matches.next().captured();
+    places.sort();
+    return places;
+}
+
+TEST_F(LanguageTableTest, EveryLanguageHasTheSameSentencesWithTheSamePlaces) {
+    std::set<QString> english;
+    for (const auto& entry : entriesOf(QStringLiteral("en"))) english.insert(entry.source);
+    EXPECT_GT(english.size(), 200U);
+    for (const char* code : {"en", "de", "fr", "es"}) {
+        std::set<QString> sources;
+        for (const auto& [source, translation, finished] : entriesOf(QString::fromUtf8(code))) {
+            sources.insert(source);
+            EXPECT_TRUE(finished && !translation.isEmpty()) << code << ": " << source.toStdString();
+            EXPECT_EQ(placesIn(source), placesIn(translation)) << code << ": " << source.toStdString();
+        }
+        EXPECT_EQ(sources, english) << code;
+    }
 }
 
 /// What is written in the sources between `call("` and the next quote.
