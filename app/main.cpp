@@ -37,6 +37,7 @@
 #include <csignal>
 #include <cstdio>
 #include <functional>
+#include <malloc.h>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -170,8 +171,9 @@ int runWindow(System& system, LockFileInstance& instance) {
         running.quit();
     };
     TolvyCompanionApp window(running.companion, {*system.clock, running.commands, clipboard, notifications,
-                                                 colors, version, quit});
+                                                 colors, version, quit, [] { ::malloc_trim(0); }});
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
+    if (auto problem = system.defaults.problem()) print(*problem);
     instance.onCall([&window] { window.openMainWindow(); });
     running.commands.spawn(running.startThen([&window] { window.start(); }));
     return QCoreApplication::exec();

@@ -19,7 +19,7 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
       colors_(surroundings.colors),
       model_(companion, {surroundings.clock, surroundings.scope, surroundings.clipboard,
                          surroundings.appVersion, [this] { openMainWindow(); }, surroundings.quit}),
-      windows_(model_, surroundings.clock),
+      windows_(model_, surroundings.clock, surroundings.releaseMemory),
       tray_(*model_.link(), [this](const QRect& place) { toggleMenu(place); }),
       notice_(*model_.approval(), surroundings.notifications) {
     QApplication::setQuitOnLastWindowClosed(false);

@@ -26,6 +26,8 @@ class TolvyCompanionApp {
         ColorScheme& colors;
         std::string appVersion;
         std::function<void()> quit;
+        /// Gives unused memory back to the system; called when the last window is closed.
+        std::function<void()> releaseMemory;
     };
 
     TolvyCompanionApp(Companion& companion, const Surroundings& surroundings);

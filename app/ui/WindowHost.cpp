@@ -94,7 +94,9 @@ QQuickWindow* WindowHost::load(const QString& component) {
 }
 
 void WindowHost::letGo() {
-    if (!main_ && !menu_) engine_.reset();
+    if (main_ || menu_ || !engine_) return;
+    engine_.reset();
+    freed_();
 }
 
 } // namespace morvex

@@ -7,8 +7,10 @@
 #include <QQmlEngine>
 #include <QQuickWindow>
 
+#include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 
 namespace morvex {
 
@@ -18,7 +20,9 @@ class WindowHost final : public QObject {
     Q_OBJECT
 
   public:
-    WindowHost(CompanionModel& model, const Clock& clock) : model_(model), clock_(clock) {}
+    /// `freed` is called when the last window and its engine are gone.
+    WindowHost(CompanionModel& model, const Clock& clock, std::function<void()> freed)
+        : model_(model), clock_(clock), freed_(std::move(freed)) {}
 
     ~WindowHost() override;
 
@@ -46,6 +50,7 @@ class WindowHost final : public QObject {
 
     CompanionModel& model_;
     const Clock& clock_;
+    std::function<void()> freed_;
     std::unique_ptr<QQmlEngine> engine_;
     QPointer<QQuickWindow> main_;
     QPointer<QQuickWindow> menu_;

@@ -206,6 +206,22 @@ TEST_F(CardsTest, TheTrayWindowShowsWhatGoesOnAndLeadsToTheMainWindow) {
     EXPECT_EQ(quits, 1);
 }
 
+TEST_F(CardsTest, TheMemoryOfTheWindowsIsGivenBackWhenTheLastOneCloses) {
+    startSecured();
+    openUi();
+    ui->toggleMenu({});
+    settle();
+    window()->close();
+    settle();
+    EXPECT_EQ(releases, 0) << "the tray window is open";
+    menu()->close();
+    settle();
+    EXPECT_EQ(releases, 1);
+    ui->openMainWindow();
+    settle();
+    EXPECT_NE(window(), nullptr);
+}
+
 TEST_F(CardsTest, APressOfTheTrayItemThatClosedItsWindowDoesNotOpenItAgain) {
     startSecured();
     openUi();

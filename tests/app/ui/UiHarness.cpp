@@ -36,8 +36,9 @@ UiHarness::~UiHarness() {
 
 void UiHarness::openUi() {
     ui = std::make_unique<TolvyCompanionApp>(
-        *companion, TolvyCompanionApp::Surroundings{clock, uiScope, clipboard, notifications, colors,
-                                                    "1.2.3 (4)", [this] { ++quits; }});
+        *companion,
+        TolvyCompanionApp::Surroundings{clock, uiScope, clipboard, notifications, colors, "1.2.3 (4)",
+                                        [this] { ++quits; }, [this] { ++releases; }});
     ui->openMainWindow();
     settle();
 }
