@@ -153,6 +153,16 @@ TEST_F(WindowPairingTest, ANumberThatDiffersIsRefusedInTheWindow) {
         temporary.path() / "mac/.local/share/Morvex/vault/zz.bramwicks.tolvy/parovani.protejsek"));
 }
 
+TEST_F(WindowPairingTest, AKeyPressedTwiceDoesNotReachTheButtonThatHasGone) {
+    auto mac = startWindow();
+    ASSERT_NO_FATAL_FAILURE(typeRelayAddress());
+    ASSERT_NO_FATAL_FAILURE(pressButton("Zobrazit QR kód"));
+    const auto shown = readQrPicture(photograph());
+    display.press(VirtualDisplay::space);
+    ASSERT_NO_FATAL_FAILURE(goTo("Zrušit"));
+    EXPECT_EQ(readQrPicture(photograph()).value(), shown.value());
+}
+
 TEST_F(WindowPairingTest, ASecondStartBringsTheWindowToTheFront) {
     auto mac = startWindow();
     const auto window = display.topWindow();
