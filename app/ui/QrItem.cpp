@@ -11,20 +11,20 @@ namespace morvex {
 
 namespace {
 
-constexpr int quietZone = 4;
+constexpr int anyMask = -1;
 
 /// Null when the text is too long.
 QImage modulesOf(const std::string& text) {
-    using qrcodegen::QrCode;
+    using qrcodegen::QrCode, qrcodegen::QrSegment;
     if (text.empty()) return {};
     try {
-        auto code = QrCode::encodeText(text.c_str(), QrCode::Ecc::LOW);
-        const int size = code.getSize() + 2 * quietZone;
+        auto code = QrCode::encodeSegments(QrSegment::makeSegments(text.c_str()), QrCode::Ecc::LOW,
+                                           QrCode::MIN_VERSION, QrCode::MAX_VERSION, anyMask, false);
+        const int size = code.getSize();
         QImage image(size, size, QImage::Format_RGB32);
         for (int y = 0; y < size; ++y)
             for (int x = 0; x < size; ++x)
-                image.setPixelColor(x, y,
-                                    code.getModule(x - quietZone, y - quietZone) ? Qt::black : Qt::white);
+                image.setPixelColor(x, y, code.getModule(x, y) ? Qt::black : Qt::white);
         return image;
     } catch (const qrcodegen::data_too_long&) {
         return {};

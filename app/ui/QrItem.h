@@ -7,6 +7,7 @@
 namespace morvex {
 
 /// Draws a text as a QR code of the correction level L, each module a whole number of the screen's pixels.
+/// The quiet zone around it is left to what it stands on.
 class QrItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
@@ -34,7 +35,7 @@ class QrItem : public QQuickItem {
     [[nodiscard]] QRectF place() const;
 
     QString text_;
-    QImage modules_; ///< a pixel a module, with the quiet zone
+    QImage modules_; ///< a pixel a module
 };
 
 } // namespace morvex

@@ -25,12 +25,15 @@ Rectangle {
         anchors.margins: Vzhled.cardPadding
         spacing: Vzhled.gap
 
-        RowLayout {
-            spacing: Vzhled.gap
+        Item {
+            Layout.fillWidth: true
+            implicitHeight: Math.max(ground.height, heading.implicitHeight)
 
             Rectangle {
-                implicitWidth: 32
-                implicitHeight: 32
+                id: ground
+
+                width: 32
+                height: 32
                 radius: 9
                 color: card.urgent ? Vzhled.attentionTint : Vzhled.accentTint
 
@@ -41,16 +44,18 @@ Rectangle {
                 }
             }
 
-            Text {
-                Layout.fillWidth: true
+            BodyText {
+                id: heading
+
+                anchors.left: ground.right
+                anchors.leftMargin: Vzhled.gap
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
                 text: card.title
-                color: Vzhled.text
+                lineHeight: 1
                 font.pixelSize: Vzhled.headingSize
                 font.weight: Font.DemiBold
-                elide: Text.ElideRight
-                textFormat: Text.PlainText
                 Accessible.role: Accessible.Heading
-                Accessible.name: text
             }
         }
 

@@ -14,30 +14,23 @@ ColumnLayout {
 
     Divider {}
 
-    RowLayout {
-        spacing: Vzhled.gap
-
-        ColumnLayout {
-            Layout.fillWidth: true
-            spacing: 1
-
-            BodyText {
-                Layout.fillWidth: true
-                text: qsTr("Jazyk aplikace a asistentky")
-            }
-
-            CaptionText {
-                Layout.fillWidth: true
-                text: qsTr("Výchozí volba se synchronizuje z hlavního iPhonu.")
-            }
-        }
-
-        Picker {
+    SideRow {
+        controls: Picker {
             Accessible.name: qsTr("Jazyk aplikace a asistentky")
             model: section.model.languages
             textRole: "name"
             currentIndex: section.model.languageIndex
             onActivated: index => section.model.setLanguageMode(section.model.languages[index].mode)
+        }
+
+        BodyText {
+            Layout.fillWidth: true
+            text: qsTr("Jazyk aplikace a asistentky")
+        }
+
+        CaptionText {
+            Layout.fillWidth: true
+            text: qsTr("Výchozí volba se synchronizuje z hlavního iPhonu.")
         }
     }
 }

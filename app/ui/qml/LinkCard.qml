@@ -12,6 +12,7 @@ Karta {
     RadekStavu {
         nazev: qsTr("Telefon")
         hodnota: view.model.availability
+        obrazek: `qrc:/pictures/availability/${view.model.symbol}.svg`
         barva: view.model.needsAttention ? Vzhled.attention : view.model.usable ? Vzhled.accent : Vzhled.text
     }
 

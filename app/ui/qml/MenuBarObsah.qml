@@ -25,18 +25,27 @@ Rectangle {
         anchors.margins: Vzhled.gap
         spacing: Vzhled.smallGap
 
-        RowLayout {
-            spacing: Vzhled.gap
+        Item {
+            Layout.fillWidth: true
+            Layout.margins: Vzhled.hairGap
+            implicitHeight: names.implicitHeight
 
             Image {
-                Layout.leftMargin: Vzhled.hairGap
-                Layout.preferredWidth: 36
-                Layout.preferredHeight: 36
-                sourceSize: Qt.size(36, 36)
+                id: picture
+
+                anchors.verticalCenter: parent.verticalCenter
+                width: 36
+                height: 36
+                sourceSize: Qt.size(width, height)
                 source: "qrc:/pictures/waveform.svg"
             }
 
             ColumnLayout {
+                id: names
+
+                anchors.left: picture.right
+                anchors.leftMargin: Vzhled.gap
+                anchors.right: parent.right
                 spacing: 0
 
                 BodyText {
@@ -73,18 +82,17 @@ Rectangle {
 
         Divider {}
 
-        RowLayout {
+        SideRow {
             Layout.margins: Vzhled.hairGap
             visible: view.model.tasks.runningTool !== ""
+            controls: ActionButton {
+                text: qsTr("Zastavit")
+                onClicked: view.model.tasks.stop(view.model.tasks.runningId)
+            }
 
             BodyText {
                 Layout.fillWidth: true
                 text: qsTr("Běží: %1").arg(view.model.tasks.runningTool)
-            }
-
-            ActionButton {
-                text: qsTr("Zastavit")
-                onClicked: view.model.tasks.stop(view.model.tasks.runningId)
             }
         }
 

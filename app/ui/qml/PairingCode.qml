@@ -8,6 +8,9 @@ ColumnLayout {
     id: view
 
     required property PairingModel model
+    readonly property int side: 220
+    /// Four modules at least, also of the few large ones of a short text.
+    readonly property int quietZone: 16
 
     spacing: Vzhled.gap
 
@@ -20,7 +23,7 @@ ColumnLayout {
         id: picture
 
         Layout.alignment: Qt.AlignHCenter
-        implicitWidth: 220 + 2 * Vzhled.smallGap
+        implicitWidth: view.side + 2 * view.quietZone
         implicitHeight: implicitWidth
         visible: code.drawable
         focusPolicy: Qt.StrongFocus
@@ -44,10 +47,9 @@ ColumnLayout {
         QrItem {
             id: code
 
-            x: Vzhled.smallGap
-            y: Vzhled.smallGap
-            width: 220
-            height: 220
+            anchors.centerIn: parent
+            width: view.side
+            height: view.side
             text: view.model.code
             opacity: view.model.expired ? 0.12 : 1
         }
@@ -59,7 +61,7 @@ ColumnLayout {
 
     CaptionText {
         Layout.alignment: Qt.AlignHCenter
-        visible: picture.visible
+        visible: picture.visible && !view.model.expired
         text: copied.running ? qsTr("Text kódu je zkopírovaný.") : qsTr("Kliknutím zkopíruješ text kódu.")
 
         Timer {

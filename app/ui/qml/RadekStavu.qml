@@ -1,13 +1,14 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// A label and the value that it has.
+/// A label and the value that it has, with a picture of it where there is one.
 RowLayout {
     id: row
 
     property string nazev
     property string hodnota
     property color barva: Vzhled.text
+    property alias obrazek: picture.source
 
     Layout.fillWidth: true
     spacing: Vzhled.gap
@@ -29,5 +30,13 @@ RowLayout {
         horizontalAlignment: Text.AlignRight
         wrapMode: Text.WrapAnywhere
         Accessible.ignored: true
+    }
+
+    Image {
+        id: picture
+
+        Layout.alignment: Qt.AlignTop
+        visible: source.toString() !== ""
+        sourceSize: Qt.size(20, 20)
     }
 }

@@ -40,6 +40,7 @@ ColumnLayout {
         selectionColor: Vzhled.button
         selectedTextColor: Vzhled.buttonText
         placeholderTextColor: Vzhled.secondaryText
+        font.family: Qt.application.font.family
         font.pixelSize: Vzhled.bodySize
         selectByMouse: true
         hoverEnabled: true

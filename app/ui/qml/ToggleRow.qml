@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 
 /// A label with a detail below it, and a switch.
-RowLayout {
+SideRow {
     id: row
 
     property string name
@@ -14,45 +14,38 @@ RowLayout {
     signal wanted(bool on)
     signal acted
 
-    Layout.fillWidth: true
-    spacing: Vzhled.gap
+    controls: [
+        ActionButton {
+            visible: row.action !== ""
+            text: row.action
+            Accessible.name: `${row.action}: ${row.name}`
+            onClicked: row.acted()
+        },
+        ToggleSwitch {
+            enabled: row.available
+            value: row.value
+            Accessible.name: row.name
+            Accessible.description: row.detail
+            onWanted: on => row.wanted(on)
+        }
+    ]
 
-    ColumnLayout {
+    BodyText {
         Layout.fillWidth: true
-        spacing: 1
-
-        BodyText {
-            Layout.fillWidth: true
-            text: row.name
-            opacity: row.available ? 1 : 0.6
-        }
-
-        CaptionText {
-            Layout.fillWidth: true
-            visible: text !== ""
-            text: row.detail
-        }
-
-        CaptionText {
-            Layout.fillWidth: true
-            visible: text !== ""
-            text: row.problem
-            color: Vzhled.attention
-        }
+        text: row.name
+        opacity: row.available ? 1 : 0.6
     }
 
-    ActionButton {
-        visible: row.action !== ""
-        text: row.action
-        Accessible.name: `${row.action}: ${row.name}`
-        onClicked: row.acted()
+    CaptionText {
+        Layout.fillWidth: true
+        visible: text !== ""
+        text: row.detail
     }
 
-    ToggleSwitch {
-        enabled: row.available
-        value: row.value
-        Accessible.name: row.name
-        Accessible.description: row.detail
-        onWanted: on => row.wanted(on)
+    CaptionText {
+        Layout.fillWidth: true
+        visible: text !== ""
+        text: row.problem
+        color: Vzhled.attention
     }
 }

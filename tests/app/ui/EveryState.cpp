@@ -59,14 +59,6 @@ void EveryState::withAPhone(const Look& look) {
                look);
 }
 
-void EveryState::addApps() {
-    phone.send({MacPayload::CustomApps{{{"a", "Počasí", "https://p.example/api/mcp", ""}}}}, "c");
-    settle();
-    ui->model().customApps()->save({}, QStringLiteral("Sklad"),
-                                   QStringLiteral("https://sklad.example/api/mcp"), {});
-    settle();
-}
-
 void EveryState::inSheets(const Look& look) {
     startSecured();
     openWithKeyboard();

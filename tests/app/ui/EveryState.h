@@ -19,7 +19,6 @@ class EveryState : public ShownCompanion {
 
   private:
     void lookAtEach(const std::vector<std::pair<std::string, StavParovani>>& states, const Look& look);
-    void addApps();
 };
 
 } // namespace morvex

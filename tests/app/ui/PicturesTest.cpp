@@ -79,6 +79,8 @@ TEST_F(PicturesTest, EachAvailabilityInTheCardOfTheLink) {
         {{A::Zaneprazdneny{"codex"}}, "link-busy"},
         {{A::Pripojuji{3, 5}}, "link-connecting"},
         {{A::Preruseno{"síť neodpovídá"}}, "link-interrupted"},
+        {{A::Spanek{clock.now()}}, "link-asleep"},
+        {{A::Offline{}}, "link-offline"},
         {{A::NeplatneParovani{"relay pár nezná"}}, "link-invalid"},
     };
     for (const auto& [state, name] : states) {
@@ -86,6 +88,34 @@ TEST_F(PicturesTest, EachAvailabilityInTheCardOfTheLink) {
         settle();
         expectApproved(card("Spojení"), name);
     }
+    companion->stav().potiz = std::string("Relay neodpověděl.");
+    settle();
+    expectApproved(card("Spojení"), "link-trouble");
+}
+
+TEST_F(PicturesTest, WhatIsInTheWayOfACard) {
+    defaults.set("slozky.povolene", std::vector<DefaultsItem>{"/usr/share"});
+    startSecured();
+    // Before there is a switch whose knob would move.
+    companion->bdelost().setDrzetVzhuru(true);
+    openUi();
+    expectApproved(card("Povolené složky"), "folders-renew");
+    phone.send({MacPayload::OpenAICredential{"sk-tajny"}}, "k");
+    settle();
+    expectApproved(card("Hlas na Macu"), "voice-key");
+    loginItem.failure = TextError{"disk je plný"};
+    press("Spouštět po přihlášení");
+    expectApproved(card("Dostupnost"), "wakefulness-trouble");
+}
+
+TEST_F(PicturesTest, TheLongestLanguageInTheNarrowestWindow) {
+    startSecured();
+    openUi();
+    fill();
+    ask();
+    phone.send({MacPayload::Preferences{{"de", {}, {}}}}, "p");
+    settle();
+    expectApproved(column(window()->minimumWidth()), "column-narrow");
 }
 
 TEST_F(PicturesAtAnyScaleTest, TheCodeOfAPairing) {
@@ -119,8 +149,12 @@ TEST_F(PicturesTest, Sheets) {
     press("Zavřít");
     press("Spravovat: Vlastní aplikace");
     expectApproved(pictureOf(window()), "sheet-apps-empty");
+    addApps();
+    expectApproved(pictureOf(window()), "sheet-apps");
     press("Přidat aplikaci");
     expectApproved(pictureOf(window()), "sheet-app-editor");
+    press("Uložit");
+    expectApproved(pictureOf(window()), "sheet-app-error");
 }
 
 } // namespace

@@ -6,8 +6,6 @@ namespace morvex {
 
 namespace {
 
-constexpr int windowWidth = 720;
-
 QQuickItem* findCard(QQuickItem* item, const QString& title) {
     if (item->property("title").toString() == title && item->property("glyph").isValid()) return item;
     for (auto* child : item->childItems())
@@ -51,6 +49,14 @@ void ShownCompanion::fill() {
     companion->stav().stavCodexu = AgentStatus{false, {}, {}, "Codex jsem na tomto počítači nenašel."};
 }
 
+void ShownCompanion::addApps() {
+    phone.send({MacPayload::CustomApps{{{"a", "Počasí", "https://p.example/api/mcp", ""}}}}, "c");
+    settle();
+    ui->model().customApps()->save({}, QStringLiteral("Sklad"),
+                                   QStringLiteral("https://sklad.example/api/mcp"), {});
+    settle();
+}
+
 void ShownCompanion::ask() {
     executor.start(note(companion->schvalovani().pozadat(
         "mac.mail.send", "Odeslat e-mail Janě", "Mám odeslat e-mail Janě?",
@@ -67,9 +73,11 @@ void ShownCompanion::showState(StavParovani state) {
     settle();
 }
 
-QImage ShownCompanion::column() {
+QImage ShownCompanion::column(int width) {
     auto* content = window()->contentItem()->childItems().front();
-    window()->resize(windowWidth, static_cast<int>(content->property("contentHeight").toReal()));
+    window()->resize(width, window()->height());
+    (void)pictureOf(window()); // its height follows its width
+    window()->resize(width, static_cast<int>(content->property("contentHeight").toReal()));
     return pictureOf(window());
 }
 

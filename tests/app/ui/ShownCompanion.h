@@ -15,11 +15,15 @@ class ShownCompanion : public UiHarness {
 
     /// Folders, tasks of agents, notes and summaries. After the start.
     void fill();
+    /// A custom app of the phone and one of this computer.
+    void addApps();
     void ask();
     void showState(StavParovani state);
 
+    static constexpr int usualWidth = 720;
+
     /// The whole column of cards, however high it is.
-    QImage column();
+    QImage column(int width = usualWidth);
     /// The card with this title.
     QImage card(const std::string& title);
     QImage pictureOf(QQuickWindow* shown);
