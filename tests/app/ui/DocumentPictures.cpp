@@ -24,8 +24,12 @@ TEST_F(DocumentPictures, OfThePairing) {
     start();
     companion->setRelayAdresa("https://relay.example.com");
     openUi();
+    showState({StavParovani::CekamNaTelefon{
+        R"({"pair":"an example that no phone takes","relay":"https://relay.example.com","key":"MTIzNDU2Nzg5MDEyMzQ1Njc4OTA"})",
+        clock.now() + std::chrono::minutes(5)}});
+    keep(card("Párování s telefonem"), "pairing-code.png");
     showState({StavParovani::OverCislo{"482 915"}});
-    keep(pictureOf(window()), "pairing.png");
+    keep(card("Párování s telefonem"), "pairing-number.png");
 }
 
 TEST_F(DocumentPictures, OfTheWindowLightAndDark) {
@@ -33,13 +37,23 @@ TEST_F(DocumentPictures, OfTheWindowLightAndDark) {
     openUi();
     fill();
     ask();
-    window()->resize(720, 900);
-    settle();
+    window()->resize(usualWidth, 900);
     keep(pictureOf(window()), "window.png");
     useColors(true);
     keep(pictureOf(window()), "window-dark.png");
     ui->toggleMenu({});
     keep(pictureOf(menu()), "tray-dark.png");
+    useColors(false);
+    keep(pictureOf(menu()), "tray.png");
+}
+
+TEST_F(DocumentPictures, OfCardsAtWork) {
+    startSecured();
+    openUi();
+    fill();
+    for (const auto& [title, name] :
+         {std::pair{"Integrace", "integrations.png"}, {"Poslední úkoly", "tasks.png"}})
+        keep(card(title), name);
 }
 
 } // namespace
