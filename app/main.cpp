@@ -71,10 +71,9 @@ struct System {
     QtMainExecutor main;
     ThreadExecutor storage{"uloziste"};
     ThreadExecutor workers{"pracovnik", 2};
-    ThreadExecutor link{"spojeni"};
+    BeastWebSocketClient sockets;
     std::unique_ptr<Clock> clock;
     SystemRandom random;
-    BeastWebSocketClient sockets;
     CurlHttpClient http;
     XdgFolders folders;
     JsonDefaults defaults = JsonDefaults::load(folders.configuration());
@@ -93,7 +92,7 @@ struct System {
         return {main,
                 storage,
                 workers,
-                {{link, *clock, sockets}, random},
+                {{sockets.executor(), *clock, sockets}, random},
                 http,
                 uloziste,
                 vault,

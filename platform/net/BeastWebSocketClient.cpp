@@ -113,4 +113,8 @@ Task<Result<std::shared_ptr<WebSocket>>> BeastWebSocketClient::connect(std::stri
     return open(network_, std::move(url), std::move(stop));
 }
 
+Executor& BeastWebSocketClient::executor() {
+    return *network_;
+}
+
 } // namespace morvex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Executor.h"
 #include "platform/ports/WebSocketClient.h"
 
 #include <chrono>
@@ -30,6 +31,10 @@ class BeastWebSocketClient final : public WebSocketClient {
     ~BeastWebSocketClient() override;
 
     Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override;
+
+    /// The thread of the sockets, for what talks to them most: there a frame goes from hand to hand without
+    /// waking another thread. What runs here delays all sockets.
+    Executor& executor();
 
   private:
     std::shared_ptr<WebSocketNetwork> network_;

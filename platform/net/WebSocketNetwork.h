@@ -8,6 +8,7 @@
 #include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/io_context.hpp>
 
+#include <deque>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -20,12 +21,11 @@ class WebSocketConnection;
 
 /// The network thread of one client and the connections on it. The client owns it and stops it; sockets that
 /// outlive the client hold on to the empty shell, which drops their jobs.
-class WebSocketNetwork {
+class WebSocketNetwork final : public Executor {
   public:
     WebSocketNetwork(BeastWebSocketClient::Limits limits, std::string extraAuthorities);
 
-    /// From any thread. After `stop` the job is destroyed unrun.
-    void post(Job job);
+    void post(Job job) override;
 
     /// Resets all connections, waits for their operations to end, and ends the thread. Once.
     void stop();
@@ -41,15 +41,25 @@ class WebSocketNetwork {
     void forget(const std::shared_ptr<WebSocketConnection>& connection);
 
   private:
+    enum class Last { no, yes };
+
+    void run();
+    void add(Job job, Last last);
+    void wake(boost::asio::io_context& context);
+    void runJobs();
+    std::optional<Job> nextJob();
     void resetAll();
 
     const BeastWebSocketClient::Limits limits_;
     TlsContext tls_;
-    std::optional<boost::asio::io_context> context_;
+    std::shared_ptr<boost::asio::io_context> context_; ///< a thread that wakes it holds it too
     boost::asio::executor_work_guard<boost::asio::io_context::executor_type> work_;
     std::set<std::shared_ptr<WebSocketConnection>> connections_;
     std::mutex mutex_;
-    bool stopped_ = false; ///< guarded by `mutex_`
+    // Guarded by `mutex_`.
+    std::deque<Job> jobs_;
+    bool awake_ = false; ///< the jobs are being run, or will be
+    bool stopped_ = false;
     ThreadExecutor thread_;
 };
 

@@ -76,7 +76,7 @@ void RealCompanion::pass(std::chrono::seconds time) {
 }
 
 CompanionServices RealCompanion::services() {
-    return {main_,      main_,      main_,      {{link_, clock_, sockets_}, random_},
+    return {main_,      main_,      main_,      {{network_.executor(), clock_, sockets_}, random_},
             http_,      store_,     vault_,     defaults_,
             bookmarks_, picker_,    folders_,   power_,
             sleep_,     inhibitor_, loginItem_, programs_,

@@ -84,9 +84,8 @@ class RealCompanion {
 
     ManualClock clock_;
     ThreadExecutor main_{"hlavni"};
-    ThreadExecutor link_{"spojeni"};
-    SystemRandom random_;
     BeastWebSocketClient network_;
+    SystemRandom random_;
     CuttableSockets sockets_{network_};
     CurlHttpClient http_;
     PametoveUloziste store_;
