@@ -19,14 +19,14 @@ Date realTime() {
 RealPhone::RealPhone(std::shared_ptr<const DeviceIdentity> identita, PairedPeer mac)
     : clock_(realTime()),
       link_(SecureLink::create(std::move(identita), std::move(mac), DeviceRole::phone,
-                               {{executor_, clock_, sockets_}, random_})
+                               {{network_.executor(), clock_, sockets_}, random_})
                 .value()) {
-    executor_.post([this] { scope_.spawn(listen(this, scope_.token())); });
-    await(executor_, link_->spustit());
+    network_.executor().post([this] { scope_.spawn(listen(this, scope_.token())); });
+    await(network_.executor(), link_->spustit());
 }
 
 RealPhone::~RealPhone() {
-    await(executor_, end(this));
+    await(network_.executor(), end(this));
 }
 
 Task<void> RealPhone::end(RealPhone* self) {
@@ -46,10 +46,14 @@ Task<void> RealPhone::send(std::shared_ptr<SecureLink> link, MacPayload payload,
 void RealPhone::take(const SecureLink::Udalost& event) {
     const auto* message = std::get_if<SecureLink::Zprava>(&event);
     if (!message) return;
-    std::lock_guard lock(mutex_);
+    std::unique_lock lock(mutex_);
     if (message->payload.as<MacPayload::Status>()) isServed_ = true;
     const auto* result = message->payload.as<MacPayload::ToolResult>();
-    if (result && message->requestID == awaited_) result_ = *result;
+    if (result && message->requestID == awaited_) {
+        resultAt_ = std::chrono::steady_clock::now();
+        result_ = *result;
+    }
+    lock.unlock();
     changed_.notify_all();
 }
 
@@ -65,10 +69,12 @@ std::optional<MacPayload::ToolResult> RealPhone::call(std::string tool, std::str
         awaited_ = requestID;
         result_.reset();
     }
-    executor_.post([this, tool = std::move(tool), json = std::move(argumentsJSON), requestID]() mutable {
-        MacPayload payload{MacPayload::ToolCall{std::move(tool), std::move(json)}};
-        scope_.spawn(send(link_, std::move(payload), std::move(requestID)));
-    });
+    network_.executor().post(
+        [this, tool = std::move(tool), json = std::move(argumentsJSON), requestID]() mutable {
+            calledAt_ = std::chrono::steady_clock::now();
+            MacPayload payload{MacPayload::ToolCall{std::move(tool), std::move(json)}};
+            scope_.spawn(send(link_, std::move(payload), std::move(requestID)));
+        });
     std::unique_lock lock(mutex_);
     changed_.wait_for(lock, patience, [this] { return result_.has_value(); });
     return std::exchange(result_, std::nullopt);

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "foundation/ThreadExecutor.h"
 #include "platform/linux/SystemRandom.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "shared-apple/SecureLink.h"
 #include "tests/support/CuttableSockets.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <memory>
 #include <mutex>
@@ -30,6 +30,9 @@ class RealPhone {
     /// The result of a tool; nothing when none came in time.
     std::optional<MacPayload::ToolResult> call(std::string tool, std::string argumentsJSON);
 
+    /// How long the last call took on the link's own thread, from its payload to its result.
+    [[nodiscard]] std::chrono::nanoseconds lastCall() const { return resultAt_ - calledAt_; }
+
     /// Resets the connection and forgets the session.
     void cut();
     /// The session is over, whoever ended it: `isServed` waits for the next one.
@@ -44,12 +47,11 @@ class RealPhone {
     void take(const SecureLink::Udalost& event);
 
     ManualClock clock_;
-    ThreadExecutor executor_{"telefon"};
-    SystemRandom random_;
     BeastWebSocketClient network_;
+    SystemRandom random_;
     CuttableSockets sockets_{network_};
     std::shared_ptr<SecureLink> link_;
-    TaskScope scope_{executor_};
+    TaskScope scope_{network_.executor()};
     std::uint64_t lastRequest_ = 0;
 
     std::mutex mutex_;
@@ -57,6 +59,8 @@ class RealPhone {
     bool isServed_ = false;
     std::string awaited_; ///< the request whose result is waited for
     std::optional<MacPayload::ToolResult> result_;
+    std::chrono::steady_clock::time_point calledAt_;
+    std::chrono::steady_clock::time_point resultAt_;
 };
 
 } // namespace morvex
