@@ -65,18 +65,18 @@ void ModelMac::wake() {
 }
 
 void ModelMac::agentSpeaks() {
-    if (auto* listener = agent())
-        listener->output(R"({"type":"thread.started","thread_id":"s1"})"
-                         "\n");
+    if (const auto number = agent(); number < programs_.children.size())
+        programs_.children[number]->listener->output("{\"type\":\"thread.started\",\"thread_id\":\"s1\"}\n");
     executor_.runUntilIdle();
 }
 
 void ModelMac::agentEnds() {
-    if (auto* listener = agent()) {
-        listener->output(R"({"type":"turn.completed","text":"Hotovo."})"
-                         "\n");
+    if (const auto number = agent(); number < programs_.children.size()) {
+        auto* listener = programs_.children[number]->listener;
+        listener->output("{\"type\":\"turn.completed\",\"text\":\"Hotovo.\"}\n");
         listener->exited(0);
         listener->ended();
+        ended_ = number + 1;
     }
     executor_.runUntilIdle();
 }
@@ -87,11 +87,12 @@ std::size_t ModelMac::starts(const std::string& argument) const {
     }));
 }
 
-ChildListener* ModelMac::agent() const {
-    for (std::size_t i = 0; i < programs_.children.size(); ++i)
-        if (auto* listener = programs_.children[i]->listener; listener && !answer(programs_.programs[i]))
-            return listener;
-    return nullptr;
+std::size_t ModelMac::agent() const {
+    auto number = ended_;
+    while (number < programs_.children.size() &&
+           (!programs_.children[number]->listener || answer(programs_.programs[number])))
+        ++number;
+    return number;
 }
 
 /// An agent that works until the model lets it end, and one program that ends at once.

@@ -64,7 +64,8 @@ class ModelMac {
 
   private:
     CompanionServices services();
-    [[nodiscard]] ChildListener* agent() const;
+    /// The number of the agent's program among those that were started; one beyond them when none runs.
+    [[nodiscard]] std::size_t agent() const;
     [[nodiscard]] std::optional<ScriptedPrograms::Answer> answer(const OutsideProgram& program) const;
 
     ManualExecutor& executor_;
@@ -83,6 +84,7 @@ class ModelMac {
     ScriptedPrograms programs_;
     ScriptedUrlOpener opener_;
     std::unique_ptr<Companion> companion_;
+    std::size_t ended_ = 0; ///< the first agents among the programs, which say nothing more
     bool isAsleep_ = false;
 };
 

@@ -15,6 +15,9 @@ using Way = ModelWire::Way;
 /// Few, so that most changes meet others of the same record.
 constexpr int mostRecords = 4;
 
+/// Enough for a whole session to be said again, from its hello on.
+constexpr std::size_t mostRepeated = 8;
+
 std::string title(unsigned which) {
     static const std::array<std::string, 3> titles{"Nákup", "Auto", "nakup"};
     return titles.at(which % titles.size());
@@ -120,7 +123,10 @@ bool TwoParties::meddle(const ModelEvent& event) {
     if (event.kind != Kind::replay) return true;
     // Of this connection or of an older one: whoever runs the relay has kept all.
     const auto& said = wire.ledger().said(way);
-    if (!said.empty()) frames.push_back(said[event.amount % said.size()]);
+    const auto from = said.empty() ? 0 : event.amount % said.size();
+    const auto count = std::min(said.size() - from, mostRepeated);
+    frames.insert(frames.end(), said.begin() + static_cast<std::ptrdiff_t>(from),
+                  said.begin() + static_cast<std::ptrdiff_t>(from + count));
     return true;
 }
 
