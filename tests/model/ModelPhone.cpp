@@ -9,18 +9,6 @@
 
 namespace morvex {
 
-namespace {
-
-/// Takes whatever is written to it.
-class Nowhere final : public std::streambuf {
-  protected:
-    int_type overflow(int_type character) override { return traits_type::not_eof(character); }
-
-    std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
-};
-
-} // namespace
-
 /// One run of the program.
 struct ModelPhone::Program {
     Program(ModelPhone& phone, Options given)
@@ -29,7 +17,7 @@ struct ModelPhone::Program {
           settings(phone.vault_, "morvex-phone"),
           inbox(phone.clock, interruption.get_token()),
           keyboard(inbox),
-          terminal({phone.answers_}, {notes}),
+          terminal({phone.answers_}, {phone.notes_}),
           parts{std::move(given),
                 {{phone.executor_, phone.clock, phone.network}, phone.random_},
                 phone.network,
@@ -43,8 +31,6 @@ struct ModelPhone::Program {
         keyboard.interactive = true;
     }
 
-    Nowhere nowhere;
-    std::ostream notes{&nowhere};
     std::stop_source interruption;
     PhoneRecords records;
     PhoneTasks tasks;
@@ -109,6 +95,10 @@ const PhoneTasks& ModelPhone::tasks() const {
 
 std::string ModelPhone::answers() const {
     return answers_.str();
+}
+
+std::string ModelPhone::notes() const {
+    return notes_.str();
 }
 
 Task<void> ModelPhone::drive(Program* program) {

@@ -46,6 +46,8 @@ class ModelPhone {
 
     /// Everything that calls have answered so far, one line each.
     [[nodiscard]] std::string answers() const;
+    /// What the program has said beside them.
+    [[nodiscard]] std::string notes() const;
 
     ManualClock clock;
     ModelRelay::Access network;
@@ -61,6 +63,7 @@ class ModelPhone {
     MemoryVault vault_;
     std::filesystem::path folder_;
     std::ostringstream answers_;
+    std::ostringstream notes_;
     std::unique_ptr<Program> program_;
     bool isShell_ = false;
 };

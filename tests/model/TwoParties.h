@@ -71,6 +71,7 @@ class TwoParties {
     void call(Tool tool);
     void pair();
     void agree();
+    void giveUpPairing();
     void takeNote();
     void takeNote(const std::vector<MorvexNote>& notes);
 
@@ -83,6 +84,7 @@ class TwoParties {
     [[nodiscard]] std::string unconfirmed();
     [[nodiscard]] std::string lostChange();
     [[nodiscard]] std::string wrongEffect();
+    [[nodiscard]] std::string states();
     [[nodiscard]] std::size_t effects(const Call& call);
     [[nodiscard]] std::size_t messages() const;
 

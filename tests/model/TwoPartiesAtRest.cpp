@@ -36,15 +36,15 @@ std::string TwoParties::comeToRest() {
     relay_.countAnew();
     // Whatever waits for an answer ends meanwhile, and each end finds out that its connection is dead.
     restFor(2min);
-    mac_.companion().parovani().zrusitParovani();
-    if (!arePaired() && !pairAnew()) return "the two cannot be paired again\n";
-    for (int i = 0; i < 4 && !areReady(); ++i) {
+    if (!arePaired() && !pairAnew()) return "the two cannot be paired again\n" + states();
+    for (int i = 0; i == 0 || (i < 4 && !areReady()); ++i) {
         if (!phone_.isShell()) startShell();
         restFor(longestWait);
     }
-    if (!areReady()) return "the two do not meet again\n";
+    if (!areReady()) return "the two do not meet again\n" + states();
     takeNote();
-    return difference() + unconfirmed() + lostChange() + wrongEffect();
+    const auto wrong = difference() + unconfirmed() + lostChange() + wrongEffect();
+    return wrong.empty() ? "" : wrong + states();
 }
 
 void TwoParties::mendAll() {
@@ -56,6 +56,7 @@ void TwoParties::mendAll() {
     isDiskHeld_ = false;
     mac_.wake();
     mac_.agentEnds();
+    giveUpPairing();
     if (!phone_.isShell()) startShell();
     phone_.forgetLines();
     // What such a relay took away nobody misses until the next connection.
@@ -143,6 +144,12 @@ std::size_t TwoParties::effects(const Call& call) {
     if (call.tool == Tool::file) return std::filesystem::exists(mac_.allowedFolder() / call.name);
     const auto& notes = mac_.companion().poznamky().vsechny();
     return static_cast<std::size_t>(std::ranges::count(notes, call.name, &MorvexNote::title));
+}
+
+std::string TwoParties::states() {
+    auto& state = mac_.companion().stav();
+    return "mac: " + state.dostupnost.value().popis("phone", mac_.clock.now()) + ", " +
+           state.potiz.value().value_or("no trouble") + "\nphone: " + phone_.notes();
 }
 
 std::size_t TwoParties::messages() const {

@@ -80,7 +80,7 @@ bool TwoParties::happenToMac(const ModelEvent& event) {
         pair();
         return true;
     case Kind::giveUpPairing:
-        mac_.companion().parovani().zrusitParovani();
+        giveUpPairing();
         return true;
     case Kind::unpairOnMac:
         if (event.amount % 4 == 0) mac_.companion().parovani().odvolat();
@@ -180,6 +180,12 @@ void TwoParties::pair() {
     const auto& state = mac_.companion().stav().parovani.value();
     if (const auto* waiting = state.as<StavParovani::CekamNaTelefon>())
         phone_.start({"--yes", "pair", waiting->qr.c_str()});
+}
+
+void TwoParties::giveUpPairing() {
+    // Without a pairing there is nothing to press; it would only renew the link.
+    if (!mac_.companion().stav().parovani.value().as<StavParovani::Necinne>())
+        mac_.companion().parovani().zrusitParovani();
 }
 
 void TwoParties::agree() {
