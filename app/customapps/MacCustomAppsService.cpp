@@ -2,6 +2,7 @@
 
 #include "foundation/Text.h"
 #include "foundation/Try.h"
+#include "shared/wire/CustomAppLimits.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/NormalizedAddress.h"
 
@@ -59,7 +60,7 @@ std::vector<CompanionCustomApp> MacCustomAppsService::accepted(std::vector<Compa
     std::vector<CompanionCustomApp> entries;
     std::set<std::string> taken;
     for (auto& entry : list) {
-        if (entries.size() == mostPhoneApps) break;
+        if (entries.size() == customAppLimits::mostApps) break;
         entry.name = trim(entry.name);
         entry.endpoint = trim(entry.endpoint);
         if (!entry.isAcceptable() || hasMacApp(entry.id) || !taken.insert(entry.id).second) continue;
@@ -81,8 +82,12 @@ Task<void> MacCustomAppsService::keepTokens(std::vector<CompanionCustomApp> entr
             gone.push_back(app.id);
     for (const auto& id : gone) co_await keychain_.remove(tokenAccount(id));
     for (const auto& entry : entries) {
-        auto saved = co_await keychain_.save(trim(entry.token), tokenAccount(entry.id));
-        if (!saved) co_await keychain_.remove(tokenAccount(entry.id));
+        auto token = trim(entry.token);
+        const auto account = tokenAccount(entry.id);
+        const auto present = co_await keychain_.read(account);
+        if (!token.empty() && present == token) continue;
+        auto saved = co_await keychain_.save(std::move(token), account);
+        if (!saved) co_await keychain_.remove(account);
     }
 }
 

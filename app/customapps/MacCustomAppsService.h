@@ -10,7 +10,6 @@
 #include "shared/base/Error.h"
 #include "shared/wire/CompanionRecords.h"
 
-#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -23,9 +22,6 @@ namespace morvex {
 /// only. The owner ends all tasks before this object goes.
 class MacCustomAppsService {
   public:
-    /// A list of the phone keeps no more apps than this; the rest is dropped.
-    static constexpr std::size_t mostPhoneApps = 256;
-
     /// Reads what is kept; without it, or when it is damaged, there are no apps. All three outlive this
     /// object.
     MacCustomAppsService(UserDefaults& defaults, const Keychain& keychain, Random& random);
@@ -40,7 +36,8 @@ class MacCustomAppsService {
     /// Takes the phone's list in place of the one before; one list at a time. An entry keeps the switch that
     /// was set here. Dropped are entries that are not acceptable and those with an id that is taken, by an
     /// app of this computer above all: the phone has no say over that one's token. A token that the keychain
-    /// refuses is lost, an empty one is removed, and so are those of apps that are gone.
+    /// refuses is lost, an empty one is removed, and so are those of apps that are gone; one that is there
+    /// already is left alone.
     Task<void> replacePhoneApps(std::vector<CompanionCustomApp> list);
 
     /// Changes the app of this computer with the id `storedID`, else adds one. An empty token leaves the

@@ -1,5 +1,6 @@
 #include "shared/wire/CompanionRecords.h"
 
+#include "shared/wire/CustomAppLimits.h"
 #include "shared/wire/JsonText.h"
 #include "shared/wire/NormalizedAddress.h"
 
@@ -17,7 +18,8 @@ bool isShort(const std::string& text) {
 } // namespace
 
 bool CompanionCustomApp::isAcceptable() const {
-    return isShort(id) && isShort(name) && isShort(endpoint) && normalizedAddress(endpoint);
+    return id.size() <= customAppLimits::longestID && isShort(name) && isShort(endpoint) &&
+           normalizedAddress(endpoint);
 }
 
 } // namespace morvex

@@ -1,10 +1,12 @@
 #include "app/customapps/MacCustomAppsService.h"
 
+#include "platform/linux/FileVault.h"
 #include "platform/linux/JsonDefaults.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/MemoryDefaults.h"
 #include "platform/memory/MemoryVault.h"
 #include "platform/memory/ScriptedRandom.h"
+#include "shared/wire/CustomAppLimits.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -162,11 +164,33 @@ TEST_F(MacCustomAppsServiceTest, ARefusedTokenIsDeletedAndTheListGoesOn) {
     vault.refusals["add custom.app.p1.token"] = vaultStatus::io;
     replace({phoneApp("p1"), phoneApp("p2")});
     EXPECT_EQ(ids(), (Ids{"p1", "p2"}));
-    EXPECT_EQ(vault.calls,
-              (std::vector<std::string>{"remove custom.app.p1.token", "add custom.app.p1.token",
-                                        "remove custom.app.p1.token", "remove custom.app.p2.token",
-                                        "add custom.app.p2.token"}));
+    EXPECT_EQ(vault.calls, (std::vector<std::string>{"find custom.app.p1.token", "remove custom.app.p1.token",
+                                                     "add custom.app.p1.token", "remove custom.app.p1.token",
+                                                     "find custom.app.p2.token", "remove custom.app.p2.token",
+                                                     "add custom.app.p2.token"}));
     EXPECT_EQ(token("p2"), "t");
+}
+
+TEST_F(MacCustomAppsServiceTest, ATokenThatIsThereAlreadyIsNotWrittenAgain) {
+    replace({phoneApp("p1", "stejný"), phoneApp("p2", "starý")});
+    vault.calls.clear();
+    replace({phoneApp("p1", " stejný "), phoneApp("p2", "nový")});
+    EXPECT_EQ(vault.calls,
+              (std::vector<std::string>{"find custom.app.p1.token", "find custom.app.p2.token",
+                                        "remove custom.app.p2.token", "add custom.app.p2.token"}));
+    EXPECT_EQ(token("p1"), "stejný");
+    EXPECT_EQ(token("p2"), "nový");
+}
+
+TEST_F(MacCustomAppsServiceTest, TheLongestIdStillNamesATokenInAVaultOfFiles) {
+    TemporaryFolder folder;
+    FileVault files(folder.path());
+    Keychain filed(files, executor);
+    MacCustomAppsService kept(defaults, filed, random);
+    const std::string longest = std::string(customAppLimits::longestID - 2, '/') + "é";
+    EXPECT_TRUE(executor.run(kept.replacePhoneApps({phoneApp(longest), phoneApp(longest + "x")})));
+    ASSERT_EQ(kept.apps().size(), 1U);
+    EXPECT_EQ(files.find(Keychain::service, "custom.app." + longest + ".token").bytes, toBytes("t"));
 }
 
 TEST_F(MacCustomAppsServiceTest, TheSwitchOfAnAppSurvivesEachListOfThePhone) {
@@ -188,7 +212,7 @@ TEST_F(MacCustomAppsServiceTest, ASwitchThatIsTurnedWhileTheKeychainWorksHolds) 
     MacCustomAppsService waiting(defaults, slow, random);
     EXPECT_FALSE(executor.run(waiting.replacePhoneApps({phoneApp("p1"), phoneApp("p2")})));
     EXPECT_TRUE(executor.run(waiting.setEnabled("p1", false)));
-    for (int round = 0; round < 4; ++round) {
+    for (int round = 0; round < 6; ++round) {
         storage.runUntilIdle();
         executor.runUntilIdle();
     }
@@ -273,7 +297,7 @@ TEST_F(MacCustomAppsServiceTest, AListOfThePhoneIsBounded) {
     list.push_back({"far", "a", "https://a/" + std::string(5000, 'x'), ""});
     for (int i = 0; i < 300; ++i) list.push_back(phoneApp("p" + std::to_string(i), ""));
     replace(list);
-    EXPECT_EQ(service->apps().size(), MacCustomAppsService::mostPhoneApps);
+    EXPECT_EQ(service->apps().size(), customAppLimits::mostApps);
     EXPECT_EQ(ids().front(), "p0");
 }
 
@@ -284,10 +308,11 @@ TEST_F(MacCustomAppsServiceTest, NoListOfThePhoneFillsTheFileOfTheSettings) {
     MacCustomAppsService kept(settings, keychain, random);
     const std::string full(CompanionCustomApp::longestText / 6, '\1');
     std::vector<CompanionCustomApp> list{{"over", full + '\1', "https://a", ""}};
-    for (std::size_t i = 0; i < MacCustomAppsService::mostPhoneApps; ++i)
-        list.push_back({std::to_string(i) + full.substr(1), full, "https://a/" + std::string(4000, 'x'), ""});
+    for (std::size_t i = 0; i < customAppLimits::mostApps; ++i)
+        list.push_back(
+            {std::to_string(i) + std::string(60, '\1'), full, "https://a/" + std::string(4000, 'x'), ""});
     EXPECT_TRUE(executor.run(kept.replacePhoneApps(list)));
-    EXPECT_EQ(kept.apps().size(), MacCustomAppsService::mostPhoneApps);
+    EXPECT_EQ(kept.apps().size(), customAppLimits::mostApps);
     settings.set("later", true);
     EXPECT_EQ(settings.problem(), std::nullopt);
     EXPECT_EQ(JsonDefaults::load(folder.path()).boolean("later"), true);
