@@ -109,16 +109,30 @@ Result<void> makePrivateFolders(const std::filesystem::path& folder) {
     return {};
 }
 
+namespace {
+
+/// 0, or the code of the failure: EEXIST when the name is taken. What has the name is never replaced.
+int moveUnlessTaken(const char* path, const char* name) {
+    if (uninterrupted([&] { return ::link(path, name); }) == 0)
+        return uninterrupted([&] { return ::unlink(path); }) == 0 ? 0 : errno;
+    // Some file systems, those of memory cards and of a network above all, have no hard links.
+    const int refusal = errno;
+    struct stat status{};
+    const bool isFile = ::lstat(path, &status) == 0 && S_ISREG(status.st_mode);
+    if ((refusal != EPERM && refusal != EOPNOTSUPP && refusal != ENOSYS) || !isFile) return refusal;
+    auto move = [&] { return ::renameat2(AT_FDCWD, path, AT_FDCWD, name, RENAME_NOREPLACE); };
+    return uninterrupted(move) == 0 ? 0 : errno;
+}
+
+} // namespace
+
 Result<std::filesystem::path> setAside(const std::filesystem::path& path) {
     constexpr int mostCopies = 1000;
     for (int copy = 1; copy <= mostCopies; ++copy) {
         auto name = path.string() + ".damaged" + (copy == 1 ? "" : "-" + std::to_string(copy));
-        // link(2) fails when the name is taken, so nothing that was set aside before is lost.
-        if (uninterrupted([&] { return ::link(path.c_str(), name.c_str()); }) == 0) {
-            if (uninterrupted([&] { return ::unlink(path.c_str()); }) != 0) return failure(errno);
-            return std::filesystem::path(name);
-        }
-        if (errno != EEXIST) return failure(errno);
+        const int code = moveUnlessTaken(path.c_str(), name.c_str());
+        if (code == 0) return std::filesystem::path(name);
+        if (code != EEXIST) return failure(code);
     }
     return failure(EEXIST);
 }

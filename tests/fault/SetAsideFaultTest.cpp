@@ -1,0 +1,55 @@
+#include "foundation/AtomicFile.h"
+#include "tests/fault/TracedChild.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+
+namespace morvex {
+namespace {
+
+std::string contentOf(const std::filesystem::path& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator(file), {}};
+}
+
+/// Puts "damaged" aside while the first call for it fails.
+TracedEnd setAsideWith(const std::filesystem::path& path, int code) {
+    std::ofstream(path) << "damaged";
+    auto work = [path] { return [path] { return setAside(path).has_value(); }; };
+    return runTraced(work, {SystemFault::Kind::fails, 0, code});
+}
+
+TEST(SetAsideFault, AFileSystemWithoutHardLinksGetsARename) {
+    for (const int code : {EPERM, EOPNOTSUPP, ENOSYS}) {
+        TemporaryFolder folder;
+        const auto path = folder.path() / "notes.json";
+        const auto end = setAsideWith(path, code);
+        EXPECT_TRUE(end.struck);
+        EXPECT_EQ(end.answer, true);
+        EXPECT_FALSE(std::filesystem::exists(path));
+        EXPECT_EQ(contentOf(folder.path() / "notes.json.damaged"), "damaged");
+    }
+}
+
+TEST(SetAsideFault, TheRenameTakesNoNameThatIsTaken) {
+    TemporaryFolder folder;
+    const auto path = folder.path() / "notes.json";
+    std::ofstream(folder.path() / "notes.json.damaged") << "earlier";
+    EXPECT_EQ(setAsideWith(path, EPERM).answer, true);
+    EXPECT_EQ(contentOf(folder.path() / "notes.json.damaged"), "earlier");
+    EXPECT_EQ(contentOf(folder.path() / "notes.json.damaged-2"), "damaged");
+}
+
+TEST(SetAsideFault, AnyOtherFailureLeavesTheFileWhereItIs) {
+    TemporaryFolder folder;
+    const auto path = folder.path() / "notes.json";
+    EXPECT_EQ(setAsideWith(path, EACCES).answer, false);
+    EXPECT_EQ(contentOf(path), "damaged");
+}
+
+} // namespace
+} // namespace morvex
