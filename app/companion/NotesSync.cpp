@@ -1,9 +1,26 @@
 #include "app/companion/NotesSync.h"
 
+#include <coroutine>
 #include <string>
 #include <utility>
 
 namespace morvex {
+
+namespace {
+
+/// The rest runs behind what waits on this executor already. A refused save has cost time and nothing awaited
+/// follows it: a phone that offers much to a full disk would stop everything else.
+struct LetOthersRun {
+    static bool await_ready() { return false; }
+
+    static void await_suspend(std::coroutine_handle<> handle) {
+        Executor::current()->post([handle] { handle.resume(); });
+    }
+
+    static void await_resume() {}
+};
+
+} // namespace
 
 NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni, TaskScope& scope)
     : poznamky_(poznamky), souhrny_(souhrny), spojeni_(spojeni), scope_(scope) {
@@ -14,12 +31,16 @@ Task<void> NotesSync::prijmout(MacPayload::NoteUpdate zprava) {
     const MacPayload::NoteAck taken{zprava.note.id, zprava.note.revision};
     if (poznamky_.prijmout(std::move(zprava.note)))
         (void)co_await spojeni_.poslat({taken}, "note-ack:" + taken.id.text());
+    else
+        co_await LetOthersRun{};
 }
 
 Task<void> NotesSync::prijmout(MacPayload::SummaryUpdate zprava) {
     const MacPayload::SummaryAck taken{zprava.summary.id, zprava.summary.revision};
     if (souhrny_.prijmout(std::move(zprava.summary)))
         (void)co_await spojeni_.poslat({taken}, "summary-ack:" + taken.id.text());
+    else
+        co_await LetOthersRun{};
 }
 
 void NotesSync::poslatPoznamku(const MorvexNote& note) {

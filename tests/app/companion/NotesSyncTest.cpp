@@ -147,6 +147,21 @@ TEST_F(NotesSyncTest, ARefusedMergeGetsNoAcknowledgement) {
     EXPECT_FALSE(companion->poznamky().problem());
 }
 
+TEST_F(NotesSyncTest, BetweenTwoRefusedMergesOtherWorkGoesOn) {
+    startSecured();
+    breakSaves();
+    std::optional<bool> wasAlone;
+    companion->poznamky().onChange = [&] {
+        executor.post([&] { wasAlone = !companion->souhrny().problem(); });
+    };
+    phone.send({MacPayload::NoteUpdate{note("Z telefonu")}}, "n");
+    phone.send({MacPayload::SummaryUpdate{summary("Týden")}}, "s");
+    executor.runUntilIdle();
+    companion->poznamky().onChange = nullptr;
+    EXPECT_TRUE(companion->souhrny().problem());
+    EXPECT_EQ(wasAlone, true) << "it ran before the second one";
+}
+
 TEST_F(NotesSyncTest, ASummaryIsKeptAndAcknowledgedEachTimeAndNeverSent) {
     startSecured();
     auto incoming = summary("Týden");
@@ -292,6 +307,21 @@ TEST_F(NotesSyncTest, ALinkThatGoesEndsTheCatchUpAndTheNextOneBeginsAnew) {
     (void)stallCatchUp();
     connectAgain();
     EXPECT_EQ(takeUpdates().size(), 5U);
+    EXPECT_EQ(trouble(), "none");
+}
+
+TEST_F(NotesSyncTest, OnceTheLinkIsTakenDownNothingMoreOfTheCatchUpIsTried) {
+    startSecured();
+    for (int i = 0; i < 5; ++i) ASSERT_TRUE(companion->poznamky().vytvorit("p" + std::to_string(i), "a"));
+    executor.runUntilIdle();
+    auto socket = stallCatchUp();
+    socket->answerSends({});
+    EXPECT_EQ(takeUpdates(), Titles{"p0"});
+    companion->odpojit();
+    socket->answerSends({});
+    EXPECT_EQ(takeUpdates(), Titles());
+    socket->takeSends();
+    EXPECT_EQ(takeUpdates(), Titles());
     EXPECT_EQ(trouble(), "none");
 }
 
