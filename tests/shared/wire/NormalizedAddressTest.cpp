@@ -20,6 +20,7 @@ TEST(NormalizedAddress, LosesItsLastSlashesAndGetsAPathWhereItHasNone) {
         {"https://example.com/?key=1", "https://example.com/api/mcp?key=1"},
         {"https://example.com//x", "https://example.com//x"},
         {"HTTPS://Example.com/x", "HTTPS://Example.com/x"},
+        {"https://xn--pklad-zsa96e.cz/%C5%99", "https://xn--pklad-zsa96e.cz/%C5%99"},
     };
     for (const auto& [text, normalized] : rows) EXPECT_EQ(normalizedAddress(text), normalized) << text;
 }
@@ -45,6 +46,7 @@ TEST(NormalizedAddress, AcceptsHttpsWithAHostAlone) {
         "https://example.com/%zz",
         std::string("https://example.com/\0", 21),
         "https://příklad.cz",
+        "https://example.com/ř",
         "javascript:alert(1)",
     };
     for (const auto& text : rows) EXPECT_EQ(normalizedAddress(text), std::nullopt) << text;
