@@ -52,18 +52,23 @@ Attendant::Attendant(Phone& phone, PhoneSession& session, Shows shows)
       policy_(policyOf(phone)) {}
 
 Task<void> Attendant::heard(Inbox::Event event) {
-    show(event);
+    if (!isMilestone(event)) show(event);
     if (const auto* line = std::get_if<Inbox::Line>(&event)) {
         phone_.lineArrived();
         const bool isAnswered = co_await isAnswer(line->text);
         if (!isAnswered && open_) ask();
     }
-    co_await records_.heard(event);
     co_await settings_.heard(event);
+    co_await records_.heard(event);
     const auto* message = std::get_if<SecureLink::Zprava>(&event);
     if (!message) co_return;
     if (const auto* told = message->payload.as<MacPayload::WorkItemUpdate>()) co_await take(told->item);
     if (const auto* told = message->payload.as<MacPayload::Approval>()) co_await consider(told->request);
+}
+
+bool Attendant::isMilestone(const Inbox::Event& event) const {
+    const auto* message = std::get_if<SecureLink::Zprava>(&event);
+    return message && (records_.isMilestone(*message) || settings_.isMilestone(*message));
 }
 
 void Attendant::show(const Inbox::Event& event) {

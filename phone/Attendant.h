@@ -27,6 +27,8 @@ class Attendant final : public EventListener {
 
     [[nodiscard]] RecordSync& records() { return records_; }
 
+    [[nodiscard]] SettingsSync& settings() { return settings_; }
+
     /// True when the line answered the open request for approval.
     Task<bool> isAnswer(std::string line);
 
@@ -42,6 +44,7 @@ class Attendant final : public EventListener {
     [[nodiscard]] bool hasDecided() const { return hasDecided_; }
 
   private:
+    [[nodiscard]] bool isMilestone(const Inbox::Event& event) const;
     void show(const Inbox::Event& event);
     /// Only what is kept is acknowledged.
     Task<void> take(WorkItem item);

@@ -89,7 +89,7 @@ Task<Result<void>> carryOut(Phone& phone, PhonePairing& pairing) {
     if (!agrees) co_return failWith(ExitCode::notConfirmed, "Číslo nikdo nepotvrdil. Nic jsem neuložil.");
     // Before the Mac is known: what was cut short here must not pass for what the new Mac has.
     CO_CHECK(phone.records.forgetConfirmations());
-    CO_CHECK(phone.settings.forgetConfirmation());
+    CO_CHECK(phone.settings.forgetConfirmations());
     CO_CHECK(phone.store.ulozProtejsek(pairing.mac(phone.now())));
     phone.terminal.note("Spárováno. Potvrď číslo i na Macu.");
     co_return Result<void>{};

@@ -56,17 +56,17 @@ Task<Result<void>> inSession(Phone& phone, SessionCommand row) {
     Attendant attendant(phone, *session, row.shows);
     co_await session->start();
     auto ended = co_await row.work(phone, *session, attendant);
+    auto kept = co_await attendant.records().finish();
     co_await session->stop();
-    co_return ended;
+    co_return ended ? kept : ended;
 }
 
 /// What was done on the phone stands, also when the Mac cannot be told of it now.
 Task<Result<void>> withRecords(Phone& phone, Command command, commands::RecordKind kind) {
     CO_TRY(auto, delivery, commands::keepRecords(phone, kind, phone.options.arguments));
-    if (delivery == commands::Delivery::nothing || phone.options.isOffline) co_return Result<void>{};
+    if (!delivery || phone.options.isOffline) co_return Result<void>{};
     auto delivered = co_await inSession(phone, {command, commands::synchronize});
-    if (!delivered && !phone.records.unconfirmed().empty())
-        phone.terminal.note("Tady je to uložené; Mac to dostane při příštím spojení.");
+    if (!delivered && !phone.records.unconfirmed().empty()) phone.noteKept();
     co_return delivered;
 }
 

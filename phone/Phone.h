@@ -42,6 +42,9 @@ struct Phone {
         if (keyboard.isInteractive()) terminal.answered();
     }
 
+    /// A change stands although the Mac could not be told of it.
+    void noteKept() const { terminal.note("Tady je to uložené; Mac to dostane při příštím spojení."); }
+
     [[nodiscard]] Clock::Duration deadline(Clock::Duration limit) const {
         return link.relay.clock.sinceBoot() + limit;
     }

@@ -39,9 +39,10 @@ bool PhoneRecords::isConfirmed(const Uuid& id) const {
 }
 
 Result<MorvexNote> PhoneRecords::create(const std::string& title, const std::string& body) {
-    MorvexNote note{random_.uuid(), trim(title), trim(body), now(), now(), 0, std::nullopt};
+    const auto created = now();
+    MorvexNote note{random_.uuid(), trim(title), trim(body), created, created, 0, std::nullopt};
     if (auto checked = checkTexts(note.title, note.body); !checked) return fail(checked.error());
-    return saveChange(archive_.notes.emplace_back(std::move(note)));
+    return saveChange(archive_.notes.emplace_back(std::move(note)), created);
 }
 
 Result<MorvexNote> PhoneRecords::edit(const std::string& title, const std::string& body,
@@ -52,19 +53,21 @@ Result<MorvexNote> PhoneRecords::edit(const std::string& title, const std::strin
     if (auto checked = checkTexts(name, content); !checked) return fail(checked.error());
     note->title = std::move(name);
     note->body = std::move(content);
-    return saveChange(*note);
+    return saveChange(*note, now());
 }
 
 Result<MorvexNote> PhoneRecords::remove(const std::string& title) {
     TRY(auto*, note, find(title));
-    note->deletedAt = now();
-    return saveChange(*note);
+    const auto deleted = now();
+    note->deletedAt = deleted;
+    return saveChange(*note, deleted);
 }
 
 Result<MorvexSummary> PhoneRecords::summarize(const std::string& title, const std::string& body,
                                               std::vector<std::string> sources) {
-    MorvexSummary summary{random_.uuid(),           trim(title), trim(body),         now(),
-                          now() - summarizedPeriod, now(),       std::move(sources), 1};
+    const auto written = now();
+    MorvexSummary summary{random_.uuid(), trim(title),        trim(body), written, written - summarizedPeriod,
+                          written,        std::move(sources), 1};
     if (auto checked = checkTexts(summary.title, summary.body); !checked) return fail(checked.error());
     archive_.summaries.push_back(summary);
     if (auto saved = saveUnconfirmed(summary.id); !saved) return fail(saved.error());
@@ -123,14 +126,11 @@ Result<void> PhoneRecords::save() {
     return failWith(ExitCode::refused, "Poznámky a souhrny nejde uložit: " + saved.error().popis());
 }
 
-std::vector<MacPayload> PhoneRecords::unconfirmed() const {
-    std::vector<MacPayload> updates;
-    for (const auto& id : archive_.unconfirmed) {
-        if (const auto* note = withId(notes(), id)) updates.push_back({MacPayload::NoteUpdate{*note}});
-        if (const auto* summary = withId(summaries(), id))
-            updates.push_back({MacPayload::SummaryUpdate{*summary}});
-    }
-    return updates;
+std::optional<MacPayload> PhoneRecords::offer(const Uuid& id) const {
+    if (isConfirmed(id)) return std::nullopt;
+    if (const auto* note = withId(notes(), id)) return MacPayload{MacPayload::NoteUpdate{*note}};
+    if (const auto* summary = withId(summaries(), id)) return MacPayload{MacPayload::SummaryUpdate{*summary}};
+    return std::nullopt;
 }
 
 Result<MorvexNote*> PhoneRecords::find(const std::string& title) {
@@ -145,9 +145,9 @@ Result<MorvexNote*> PhoneRecords::find(const std::string& title) {
     return &*found;
 }
 
-Result<MorvexNote> PhoneRecords::saveChange(MorvexNote& note) {
+Result<MorvexNote> PhoneRecords::saveChange(MorvexNote& note, Date changed) {
     ++note.revision;
-    note.updatedAt = now();
+    note.updatedAt = changed;
     if (auto saved = saveUnconfirmed(note.id); !saved) return fail(saved.error());
     return note;
 }

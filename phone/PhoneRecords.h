@@ -56,8 +56,11 @@ class PhoneRecords {
 
     Result<void> save();
 
-    /// What to offer to the Mac, as updates.
-    [[nodiscard]] std::vector<MacPayload> unconfirmed() const;
+    /// What the Mac has not confirmed yet.
+    [[nodiscard]] const std::vector<Uuid>& unconfirmed() const { return archive_.unconfirmed; }
+
+    /// The update to send for one of these; nothing for any other record.
+    [[nodiscard]] std::optional<MacPayload> offer(const Uuid& id) const;
 
   private:
     PhoneRecords(RecordFile<PhoneArchive> file, Clock& clock, Random& random)
@@ -66,7 +69,7 @@ class PhoneRecords {
     [[nodiscard]] Date now() const { return dateFromSeconds(wholeSeconds(clock_.now())); }
 
     Result<MorvexNote*> find(const std::string& title);
-    Result<MorvexNote> saveChange(MorvexNote& note);
+    Result<MorvexNote> saveChange(MorvexNote& note, Date changed);
     Result<void> saveUnconfirmed(const Uuid& id);
 
     RecordFile<PhoneArchive> file_;

@@ -2,6 +2,7 @@
 
 #include "foundation/Try.h"
 #include "phone/PhoneError.h"
+#include "shared/wire/MacToolName.h"
 
 #include <algorithm>
 #include <utility>
@@ -13,9 +14,15 @@ namespace {
 /// Longer than any approval of a Mac lasts.
 constexpr Date::duration longestApproval = std::chrono::minutes(10);
 
-/// What the Mac tells of before it looks at anything that this phone has sent in the session.
-bool isCatchUp(const MacPayload& payload) {
-    return payload.as<MacPayload::NoteUpdate>() || payload.as<MacPayload::WorkItemUpdate>();
+/// What shows that the Mac is at work on what comes before the thing that is waited for.
+bool isSignOfLife(const MacPayload& payload) {
+    return payload.as<MacPayload::NoteUpdate>() || payload.as<MacPayload::WorkItemUpdate>() ||
+           payload.as<MacPayload::NoteAck>() || payload.as<MacPayload::SummaryAck>() ||
+           payload.as<MacPayload::ToolResult>();
+}
+
+std::unexpected<Error> connectionBroke() {
+    return failWith(ExitCode::macUnreachable, "Spojení se přerušilo, Mac to možná nemá. Zkus to znovu.");
 }
 
 } // namespace
@@ -66,18 +73,36 @@ Task<Result<MacStatus>> PhoneSession::status(Clock::Duration limit, EventListene
         auto event = co_await next(deadline);
         if (!event || refusal_) co_return unreachable();
         if (const auto* message = std::get_if<SecureLink::Zprava>(&*event))
-            if (isCatchUp(message->payload)) deadline = clock().sinceBoot() + limit;
+            if (isSignOfLife(message->payload)) deadline = clock().sinceBoot() + limit;
         co_await listener.heard(*std::move(event));
     }
     co_return *status_;
 }
 
+Task<Result<void>> PhoneSession::until(std::function<bool()> isSo, Clock::Duration limit,
+                                       EventListener& listener) {
+    auto deadline = clock().sinceBoot() + limit;
+    while (!isSo()) {
+        auto event = co_await next(deadline);
+        if (!event || refusal_) co_return unanswered();
+        if (const auto* message = std::get_if<SecureLink::Zprava>(&*event))
+            deadline = prolonged(deadline, limit, *message, "");
+        co_await listener.heard(*std::move(event));
+    }
+    co_return Result<void>{};
+}
+
 Task<Result<MacPayload::ToolResult>> PhoneSession::call(std::string name, std::string argumentsJSON,
                                                         Clock::Duration limit, EventListener& listener) {
-    auto deadline = clock().sinceBoot() + limit;
+    const auto deadline = clock().sinceBoot() + limit;
     CO_CHECK(co_await untilReadyBy(deadline, listener));
-    const auto id = services_.random.uuid().text();
+    auto id = services_.random.uuid().text();
     CO_CHECK(co_await link_->poslat({MacPayload::ToolCall{std::move(name), std::move(argumentsJSON)}}, id));
+    co_return co_await result(std::move(id), deadline, limit, listener);
+}
+
+Task<Result<MacPayload::ToolResult>> PhoneSession::result(std::string id, Clock::Duration deadline,
+                                                          Clock::Duration limit, EventListener& listener) {
     while (auto event = co_await next(deadline)) {
         if (auto* message = std::get_if<SecureLink::Zprava>(&*event)) {
             const auto* result = message->payload.as<MacPayload::ToolResult>();
@@ -88,38 +113,38 @@ Task<Result<MacPayload::ToolResult>> PhoneSession::call(std::string name, std::s
             }
             deadline = prolonged(deadline, limit, *message, id);
         }
-        if (refusal_) co_return unreachable();
+        if (refusal_) break;
         co_await listener.heard(*std::move(event));
     }
-    if (!isReady_ || inbox_.isInterrupted()) co_return unreachable();
-    co_return failWith(ExitCode::macUnreachable,
-                       "Mac včas neodpověděl. Jestli se nástroj provedl, odsud nepoznám.");
+    co_return unanswered();
+}
+
+std::unexpected<Error> PhoneSession::unanswered() const {
+    if (!isReady_ || refusal_ || inbox_.isInterrupted()) return unreachable();
+    return failWith(ExitCode::macUnreachable, "Mac včas neodpověděl. Jestli to provedl, odsud nepoznám.");
 }
 
 Clock::Duration PhoneSession::prolonged(Clock::Duration deadline, Clock::Duration limit,
                                         const SecureLink::Zprava& message, const std::string& id) const {
     const auto present = clock().sinceBoot();
-    if (message.requestID == id || isCatchUp(message.payload)) return std::max(deadline, present + limit);
+    if (message.requestID == id || isSignOfLife(message.payload)) return std::max(deadline, present + limit);
     const auto* approval = message.payload.as<MacPayload::Approval>();
     if (!approval) return deadline;
     const auto left = std::min(approval->request.expiresAt - clock().now(), longestApproval);
     return std::max(deadline, present + left + limit);
 }
 
-Task<Result<void>> PhoneSession::tell(MacPayload payload, std::string requestID, Clock::Duration limit,
-                                      EventListener& listener) {
+Task<Result<void>> PhoneSession::handOver(MacPayload payload, std::string requestID, Clock::Duration limit,
+                                          EventListener& listener) {
     CO_CHECK(co_await untilReady(limit, listener));
-    co_return co_await link_->poslat(std::move(payload), std::move(requestID));
-}
-
-Task<Result<void>> PhoneSession::tellAndAwaitStatus(MacPayload payload, std::string requestID,
-                                                    Clock::Duration limit, EventListener& listener) {
-    // The report with which every session begins must not be taken for the answer.
-    if (auto first = co_await status(limit, listener); !first) co_return fail(first.error());
-    CO_CHECK(co_await tell(std::move(payload), std::move(requestID), limit, listener));
-    status_.reset();
-    if (auto next = co_await status(limit, listener); !next) co_return fail(next.error());
-    co_return Result<void>{};
+    const auto session = sessions_;
+    CO_CHECK(co_await link_->poslat(std::move(payload), std::move(requestID)));
+    auto milestone = co_await sendMilestone();
+    if (milestone.empty()) co_return connectionBroke();
+    CO_CHECK(co_await result(std::move(milestone), clock().sinceBoot() + limit, limit, listener));
+    // A later session answers too, without having got what an earlier one has lost.
+    if (sessions_ == session) co_return Result<void>{};
+    co_return connectionBroke();
 }
 
 Task<Result<void>> PhoneSession::decide(std::string approvalID, bool isApproved) {
@@ -130,6 +155,13 @@ Task<Result<void>> PhoneSession::decide(std::string approvalID, bool isApproved)
 
 Task<void> PhoneSession::trySend(MacPayload payload, std::string requestID) {
     (void)co_await link_->poslat(std::move(payload), std::move(requestID));
+}
+
+Task<std::string> PhoneSession::sendMilestone() {
+    auto id = "milestone:" + services_.random.uuid().text();
+    MacPayload::ToolCall call{std::string(MacToolName::status), "{}"};
+    auto sent = co_await link_->poslat({std::move(call)}, id);
+    co_return sent ? id : "";
 }
 
 Task<void> PhoneSession::acknowledge(WorkItem item) {
@@ -148,6 +180,7 @@ void PhoneSession::takeNote(const Inbox::Event& event) {
 void PhoneSession::takeNote(const MacAvailability& stav) {
     isReady_ = stav.jePouzitelny();
     if (!isReady_) status_.reset();
+    if (isReady_) ++sessions_;
     if (stav.as<MacAvailability::Pripojuji>()) isAtRelay_ = false;
     if (stav.as<MacAvailability::Offline>()) {
         isAtRelay_ = true;

@@ -9,7 +9,15 @@ namespace {
 
 const std::string preferencesAccount = "nastaveni.predvolby";
 const std::string appsAccount = "nastaveni.aplikace";
-const std::string unconfirmedAccount = "nastaveni.nepotvrzeno";
+
+const std::string& accountOf(PhoneSettings::Kind kind) {
+    return kind == PhoneSettings::Kind::apps ? appsAccount : preferencesAccount;
+}
+
+/// There is such an item while the Mac may not have what is kept.
+std::string markOf(PhoneSettings::Kind kind) {
+    return accountOf(kind) + ".nepotvrzeno";
+}
 
 } // namespace
 
@@ -22,23 +30,32 @@ Result<std::vector<CompanionCustomApp>> PhoneSettings::apps() const {
 }
 
 Result<void> PhoneSettings::keep(const CompanionPreferences& preferences) {
-    return write(preferencesAccount, encode(preferences));
+    return keep(Kind::preferences, encode(preferences));
 }
 
 Result<void> PhoneSettings::keep(const std::vector<CompanionCustomApp>& apps) {
-    return write(appsAccount, encode(apps));
+    return keep(Kind::apps, encode(apps));
 }
 
-bool PhoneSettings::isUnconfirmed() const {
-    return vault_.find(service_, unconfirmedAccount).status == vaultStatus::ok;
+Result<void> PhoneSettings::keep(Kind kind, const std::string& json) {
+    if (auto marked = write(markOf(kind), "true"); !marked) return marked;
+    return write(accountOf(kind), json);
 }
 
-Result<void> PhoneSettings::forgetConfirmation() {
-    return write(unconfirmedAccount, "true");
+bool PhoneSettings::isConfirmed(Kind kind) const {
+    return vault_.find(service_, markOf(kind)).status != vaultStatus::ok;
 }
 
-void PhoneSettings::confirm() {
-    vault_.remove(service_, unconfirmedAccount);
+Result<void> PhoneSettings::forgetConfirmations() {
+    for (auto kind : kinds) {
+        if (vault_.find(service_, accountOf(kind)).status == vaultStatus::itemNotFound) continue;
+        if (auto marked = write(markOf(kind), "true"); !marked) return marked;
+    }
+    return {};
+}
+
+void PhoneSettings::confirm(Kind kind) {
+    vault_.remove(service_, markOf(kind));
 }
 
 template <class Record> Result<Record> PhoneSettings::read(const std::string& account) const {

@@ -4,6 +4,7 @@
 #include "shared/base/Error.h"
 #include "shared/wire/CompanionRecords.h"
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -13,22 +14,28 @@ namespace morvex {
 /// they are sent whole, and in the vault, for they hold tokens and addresses. Lives on the phone's executor.
 class PhoneSettings {
   public:
+    enum class Kind { preferences, apps };
+    static constexpr std::array kinds{Kind::preferences, Kind::apps};
+
     PhoneSettings(SecretVault& vault, std::string service) : vault_(vault), service_(std::move(service)) {}
 
     /// Empty ones before the first. Fails with `KeychainChyba`, or because what is kept is damaged.
     [[nodiscard]] Result<CompanionPreferences> preferences() const;
     [[nodiscard]] Result<std::vector<CompanionCustomApp>> apps() const;
 
+    /// What is kept counts as unconfirmed, until `confirm`.
     Result<void> keep(const CompanionPreferences& preferences);
     Result<void> keep(const std::vector<CompanionCustomApp>& apps);
 
-    /// Whether the Mac may not have them: so after each pairing, until `confirm`.
-    [[nodiscard]] bool isUnconfirmed() const;
-    Result<void> forgetConfirmation();
-    void confirm();
+    /// Whether the Mac has what is kept. What was never kept it need not have.
+    [[nodiscard]] bool isConfirmed(Kind kind) const;
+    void confirm(Kind kind);
+    /// For a new Mac: nothing is confirmed.
+    Result<void> forgetConfirmations();
 
   private:
     template <class Record> [[nodiscard]] Result<Record> read(const std::string& account) const;
+    Result<void> keep(Kind kind, const std::string& json);
     Result<void> write(const std::string& account, const std::string& json);
 
     SecretVault& vault_;

@@ -3,7 +3,6 @@
 #include "foundation/Try.h"
 #include "phone/RecordText.h"
 #include "shared/wire/Json.h"
-#include "shared/wire/MacToolName.h"
 
 #include <algorithm>
 #include <utility>
@@ -36,13 +35,13 @@ template <class Record> void list(const Phone& phone, const Record& record) {
 template <class Record> Result<Delivery> shown(const Phone& phone, const Result<Record>& changed) {
     if (!changed) return fail(changed.error());
     show(phone, *changed);
-    return Delivery::wanted;
+    return Delivery{{changed->id}};
 }
 
 Result<Delivery> listNotes(Phone& phone, const Words&) {
     for (const auto& note : phone.records.notes())
         if (!note.deletedAt) list(phone, note);
-    return Delivery::nothing;
+    return Delivery{};
 }
 
 Result<Delivery> createNote(Phone& phone, const Words& words) {
@@ -58,13 +57,13 @@ Result<Delivery> deleteNote(Phone& phone, const Words& words) {
     return shown(phone, phone.records.remove(words[1]));
 }
 
-Result<Delivery> onlyDeliver(Phone&, const Words&) {
-    return Delivery::wanted;
+Result<Delivery> deliverAll(Phone& phone, const Words&) {
+    return Delivery{phone.records.unconfirmed()};
 }
 
 Result<Delivery> listSummaries(Phone& phone, const Words&) {
     for (const auto& summary : phone.records.summaries()) list(phone, summary);
-    return Delivery::nothing;
+    return Delivery{};
 }
 
 Result<Delivery> sendSummary(Phone& phone, const Words& words) {
@@ -76,7 +75,7 @@ constexpr std::array<Action, 7> actions{{
     {RecordKind::notes, "create", 2, 2, createNote},
     {RecordKind::notes, "edit", 2, 3, editNote},
     {RecordKind::notes, "delete", 1, 1, deleteNote},
-    {RecordKind::notes, "sync", 0, 0, onlyDeliver},
+    {RecordKind::notes, "sync", 0, 0, deliverAll},
     {RecordKind::summaries, "list", 0, 0, listSummaries},
     {RecordKind::summaries, "send", 2, 3, sendSummary},
 }};
@@ -95,26 +94,11 @@ Result<Delivery> keepRecords(Phone& phone, RecordKind kind, const Words& words) 
                                          : "Použití: summaries list | send TITLE TEXT [SOURCE]");
 }
 
-namespace {
-
-/// The Mac answers in order: before this result come all its notes and its acknowledgements of ours.
-Task<Result<void>> meet(Phone& phone, PhoneSession& session, Attendant& attendant) {
-    attendant.records().hold();
-    auto answered =
-        co_await session.call(std::string(MacToolName::status), "{}", phone.options.timeout, attendant);
-    CO_CHECK(co_await attendant.records().release());
-    if (!answered) co_return fail(answered.error());
-    co_return Result<void>{};
-}
-
-} // namespace
-
 Task<Result<void>> synchronize(Phone& phone, PhoneSession& session, Attendant& attendant) {
     CO_CHECK(co_await session.untilReady(phone.options.timeout, attendant));
-    CO_CHECK(co_await meet(phone, session, attendant));
-    if (phone.records.unconfirmed().empty()) co_return Result<void>{};
-    // After the first result what the Mac lacks went out again. Its acknowledgements come before the second.
-    CO_CHECK(co_await meet(phone, session, attendant));
+    const auto& records = attendant.records();
+    CO_CHECK(
+        co_await session.until([&records] { return records.isSettled(); }, phone.options.timeout, attendant));
     if (phone.records.unconfirmed().empty()) co_return Result<void>{};
     co_return failWith(ExitCode::refused, "Mac nepřevzal všechno. Nabídnu mu to při příštím spojení.");
 }

@@ -4,6 +4,7 @@
 #include "phone/Phone.h"
 #include "phone/PhoneSession.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,8 +14,9 @@ namespace morvex::commands {
 
 enum class RecordKind { notes, summaries };
 
-/// What is left to do for a command after its work on the phone.
-enum class Delivery { nothing, wanted };
+/// What a command leaves to deliver after its work on the phone: these records, besides what waits anyway, or
+/// nothing.
+using Delivery = std::optional<std::vector<Uuid>>;
 
 /// Does what the words say, such as "create", "Nákup", "mléko", and shows the outcome. Wrong words are wrong
 /// usage.

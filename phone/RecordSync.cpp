@@ -2,78 +2,101 @@
 
 #include "foundation/Try.h"
 
-#include <string>
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace morvex {
+
+namespace {
+
+std::string requestIDOf(const MacPayload& offer) {
+    if (const auto* told = offer.as<MacPayload::NoteUpdate>())
+        return "note:" + told->note.id.text() + ":" + std::to_string(told->note.revision);
+    return "summary:" + offer.as<MacPayload::SummaryUpdate>()->summary.id.text();
+}
+
+} // namespace
 
 Task<void> RecordSync::heard(const Inbox::Event& event) {
     if (const auto* told = std::get_if<SecureLink::Stav>(&event))
         if (told->stav.as<MacAvailability::Pripraveny>()) co_return co_await begin();
     const auto* message = std::get_if<SecureLink::Zprava>(&event);
     if (!message) co_return;
+    if (isMilestone(*message)) co_return co_await endRound();
     if (const auto* told = message->payload.as<MacPayload::NoteAck>()) confirm(told->id, told->revision);
     if (const auto* told = message->payload.as<MacPayload::SummaryAck>()) confirm(told->id, told->revision);
-    if (const auto* told = message->payload.as<MacPayload::NoteUpdate>()) co_await take(told->note);
-    if (message->payload.as<MacPayload::ToolResult>()) co_await caughtUp();
+    if (const auto* told = message->payload.as<MacPayload::NoteUpdate>()) take(told->note);
+    if (milestone_.empty()) co_await saveNews();
+}
+
+Task<void> RecordSync::offer(std::vector<Uuid> ids) {
+    std::ranges::move(ids, std::back_inserter(queue_));
+    if (milestone_.empty()) co_await nextRound();
+}
+
+bool RecordSync::isMilestone(const SecureLink::Zprava& message) const {
+    return message.payload.as<MacPayload::ToolResult>() && !milestone_.empty() &&
+           message.requestID == milestone_;
+}
+
+Task<Result<void>> RecordSync::finish() {
+    if (isUnsaved_) CO_CHECK(records_.save());
+    isUnsaved_ = false;
+    for (const auto& [id, revision] : std::exchange(waiting_, {}))
+        co_await outbox_.trySend({MacPayload::NoteAck{id, revision}}, "note-ack:" + id.text());
+    co_return Result<void>{};
 }
 
 Task<void> RecordSync::begin() {
     told_.clear();
+    waiting_.clear();
     isCaughtUp_ = false;
-    co_await offer();
+    isSecondPass_ = false;
+    queue_.assign(records_.unconfirmed().begin(), records_.unconfirmed().end());
+    co_await nextRound();
 }
 
-Task<void> RecordSync::caughtUp() {
-    if (std::exchange(isCaughtUp_, true)) co_return;
-    keep(records_.missedAmong(std::exchange(told_, {})));
-    co_await offer();
+Task<void> RecordSync::endRound() {
+    if (!std::exchange(isCaughtUp_, true)) noteNews(records_.missedAmong(std::exchange(told_, {})));
+    co_await saveNews();
+    co_await nextRound();
 }
 
-Task<void> RecordSync::offer() {
-    for (auto& update : records_.unconfirmed()) {
-        const auto* note = update.as<MacPayload::NoteUpdate>();
-        const auto* summary = update.as<MacPayload::SummaryUpdate>();
-        auto requestID = note ? "note:" + note->note.id.text() + ":" + std::to_string(note->note.revision)
-                              : "summary:" + summary->summary.id.text();
-        co_await session_.trySend(std::move(update), std::move(requestID));
+std::vector<MacPayload> RecordSync::nextOffers() {
+    std::vector<MacPayload> offers;
+    while (true) {
+        for (; !queue_.empty() && offers.size() < offersOfRound; queue_.pop_front())
+            if (auto offer = records_.offer(queue_.front())) offers.push_back(*std::move(offer));
+        if (!offers.empty() || !isCaughtUp_ || std::exchange(isSecondPass_, true)) return offers;
+        queue_.assign(records_.unconfirmed().begin(), records_.unconfirmed().end());
     }
 }
 
-Task<Result<void>> RecordSync::release() {
-    isHeld_ = false;
-    if (isUnsaved_) CO_CHECK(records_.save());
-    isUnsaved_ = false;
-    for (const auto& taken : std::exchange(waiting_, {})) co_await acknowledge(taken);
-    co_return Result<void>{};
+Task<void> RecordSync::nextRound() {
+    milestone_.clear();
+    auto offers = nextOffers();
+    if (offers.empty() && isCaughtUp_) co_return;
+    for (auto& offer : offers) {
+        auto requestID = requestIDOf(offer);
+        co_await outbox_.trySend(std::move(offer), std::move(requestID));
+    }
+    milestone_ = co_await outbox_.sendMilestone();
 }
 
-Task<void> RecordSync::take(MorvexNote note) {
-    const MacPayload::NoteAck taken{note.id, note.revision};
+void RecordSync::take(MorvexNote note) {
     if (!isCaughtUp_) told_.insert(note.id);
-    const bool isKept = keep(records_.merge(std::move(note)));
-    if (isHeld_)
-        waiting_.push_back(taken);
-    else if (isKept)
-        co_await acknowledge(taken);
-}
-
-Task<void> RecordSync::acknowledge(MacPayload::NoteAck taken) {
-    co_await session_.trySend({taken}, "note-ack:" + taken.id.text());
+    waiting_[note.id] = note.revision;
+    noteNews(records_.merge(std::move(note)));
 }
 
 void RecordSync::confirm(const Uuid& id, std::uint64_t revision) {
     if (!isCaughtUp_) told_.insert(id);
-    keep(records_.confirm(id, revision));
+    noteNews(records_.confirm(id, revision));
 }
 
-bool RecordSync::keep(bool isNews) {
-    isUnsaved_ = isUnsaved_ || isNews;
-    if (isHeld_ || !isUnsaved_) return true;
-    auto saved = records_.save();
-    isUnsaved_ = !saved;
-    if (!saved) terminal_.problem(saved.error().popis());
-    return saved.has_value();
+Task<void> RecordSync::saveNews() {
+    if (auto saved = co_await finish(); !saved) terminal_.problem(saved.error().popis());
 }
 
 } // namespace morvex

@@ -3,6 +3,7 @@
 #include "foundation/Text.h"
 #include "foundation/Try.h"
 #include "phone/SettingsText.h"
+#include "shared/wire/CustomAppLimits.h"
 #include "shared/wire/Json.h"
 
 #include <algorithm>
@@ -83,12 +84,21 @@ auto findApp(std::vector<CompanionCustomApp>& apps, const std::string& name) {
                                 [&](const CompanionCustomApp& each) { return equalFolded(each.name, name); });
 }
 
-Task<Result<void>> sendApps(Phone& phone, PhoneSession& session, Attendant& attendant,
-                            std::vector<CompanionCustomApp> apps) {
-    CO_CHECK(co_await session.tellAndAwaitStatus({MacPayload::CustomApps{apps}}, "custom-apps",
-                                                 phone.options.timeout, attendant));
-    phone.terminal.note(taken);
-    co_return phone.settings.keep(apps);
+/// What was set on the phone stands, also when the Mac cannot be told of it now.
+Task<Result<void>> keep(Phone& phone, PhoneSession& session, Attendant& attendant, auto setting) {
+    auto told = co_await session.untilReady(phone.options.timeout, attendant);
+    CO_CHECK(phone.settings.keep(setting));
+    if (told) {
+        co_await attendant.settings().offer();
+        const auto& settings = attendant.settings();
+        told = co_await session.until([&settings] { return settings.isSettled(); }, phone.options.timeout,
+                                      attendant);
+    }
+    if (told)
+        phone.terminal.note(taken);
+    else
+        phone.noteKept();
+    co_return told;
 }
 
 Task<Result<void>> addApp(Phone& phone, PhoneSession& session, Attendant& attendant, std::string name,
@@ -99,17 +109,20 @@ Task<Result<void>> addApp(Phone& phone, PhoneSession& session, Attendant& attend
                            "Tuhle aplikaci by Mac nepřevzal: adresa musí být https:// se jménem "
                            "serveru a žádný text delší než 4 kB.");
     CO_TRY(auto, apps, phone.settings.apps());
+    auto found = findApp(apps, app.name);
+    if (found == apps.end() && apps.size() == customAppLimits::mostApps)
+        co_return failWith(ExitCode::usage, "Víc než " + std::to_string(customAppLimits::mostApps) +
+                                                " aplikací by Mac nepřevzal.");
     CO_TRY(auto, token,
            co_await askSecret(phone, session, attendant, "Přístupový token (prázdný, když žádný není): "));
     app.token = std::move(token);
-    auto found = findApp(apps, app.name);
     if (found == apps.end()) {
         apps.push_back(std::move(app));
     } else {
         found->endpoint = std::move(app.endpoint);
         found->token = std::move(app.token);
     }
-    co_return co_await sendApps(phone, session, attendant, std::move(apps));
+    co_return co_await keep(phone, session, attendant, std::move(apps));
 }
 
 Task<Result<void>> removeApp(Phone& phone, PhoneSession& session, Attendant& attendant, std::string name) {
@@ -117,7 +130,7 @@ Task<Result<void>> removeApp(Phone& phone, PhoneSession& session, Attendant& att
     auto found = findApp(apps, name);
     if (found == apps.end()) co_return failWith(ExitCode::refused, "Aplikaci '" + name + "' tu nemám.");
     apps.erase(found);
-    co_return co_await sendApps(phone, session, attendant, std::move(apps));
+    co_return co_await keep(phone, session, attendant, std::move(apps));
 }
 
 } // namespace
@@ -126,8 +139,8 @@ Task<Result<void>> key(Phone& phone, PhoneSession& session, Attendant& attendant
     CO_TRY(auto, value, co_await askSecret(phone, session, attendant, "OpenAI klíč ('-' ho z Macu smaže): "));
     if (value.empty()) co_return failWith(ExitCode::usage, "Klíč je prázdný. Z Macu ho smaže '-'.");
     if (value == "-") value.clear();
-    CO_CHECK(co_await session.tellAndAwaitStatus({MacPayload::OpenAICredential{std::move(value)}},
-                                                 "openai-credential", phone.options.timeout, attendant));
+    CO_CHECK(co_await session.handOver({MacPayload::OpenAICredential{std::move(value)}}, "openai-credential",
+                                       phone.options.timeout, attendant));
     phone.terminal.note(taken);
     co_return Result<void>{};
 }
@@ -137,10 +150,7 @@ Task<Result<void>> preferences(Phone& phone, PhoneSession& session, Attendant& a
     if (words.empty()) co_return showPreferences(phone);
     CO_TRY(auto, before, phone.settings.preferences());
     CO_TRY(auto, after, changed(std::move(before), words));
-    CO_CHECK(co_await session.tell({MacPayload::Preferences{after}}, "preferences", phone.options.timeout,
-                                   attendant));
-    phone.terminal.note("Odesláno.");
-    co_return phone.settings.keep(after);
+    co_return co_await keep(phone, session, attendant, std::move(after));
 }
 
 Task<Result<void>> apps(Phone& phone, PhoneSession& session, Attendant& attendant,

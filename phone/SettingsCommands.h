@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// The commands that set what the Mac follows of this phone. A change is kept here once it was sent. Secrets
+/// The commands that set what the Mac follows of this phone. A change is kept here before it is sent. Secrets
 /// are asked for or read from the input, one line each, since the words of a command line can be seen by
 /// every user of the computer.
 namespace morvex::commands {

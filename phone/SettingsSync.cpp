@@ -1,31 +1,48 @@
 #include "phone/SettingsSync.h"
 
+#include "foundation/Try.h"
+
 #include <utility>
 
 namespace morvex {
 
+using Kind = PhoneSettings::Kind;
+
 Task<void> SettingsSync::heard(const Inbox::Event& event) {
     if (const auto* told = std::get_if<SecureLink::Stav>(&event))
-        if (told->stav.as<MacAvailability::Pripraveny>()) co_await offer();
-    if (const auto* message = std::get_if<SecureLink::Zprava>(&event))
-        if (message->payload.as<MacPayload::ToolResult>()) confirm();
+        if (told->stav.as<MacAvailability::Pripraveny>()) co_return co_await offer();
+    const auto* message = std::get_if<SecureLink::Zprava>(&event);
+    if (!message || !isMilestone(*message)) co_return;
+    for (auto kind : std::exchange(offered_, {})) settings_.confirm(kind);
 }
 
 Task<void> SettingsSync::offer() {
-    isOffered_ = settings_.isUnconfirmed();
-    if (!isOffered_) co_return;
-    auto preferences = settings_.preferences();
-    auto apps = settings_.apps();
-    if (!preferences) terminal_.problem(preferences.error().popis());
-    if (!apps) terminal_.problem(apps.error().popis());
-    if (preferences && *preferences != CompanionPreferences{})
-        co_await session_.trySend({MacPayload::Preferences{*std::move(preferences)}}, "preferences");
-    if (apps && !apps->empty())
-        co_await session_.trySend({MacPayload::CustomApps{*std::move(apps)}}, "custom-apps");
+    offered_.clear();
+    for (auto kind : PhoneSettings::kinds) {
+        if (settings_.isConfirmed(kind)) continue;
+        auto payload = payloadOf(kind);
+        if (!payload) {
+            terminal_.problem(payload.error().popis());
+            continue;
+        }
+        co_await outbox_.trySend(*std::move(payload), kind == Kind::apps ? "custom-apps" : "preferences");
+        offered_.push_back(kind);
+    }
+    if (!offered_.empty()) milestone_ = co_await outbox_.sendMilestone();
 }
 
-void SettingsSync::confirm() {
-    if (std::exchange(isOffered_, false)) settings_.confirm();
+bool SettingsSync::isMilestone(const SecureLink::Zprava& message) const {
+    return message.payload.as<MacPayload::ToolResult>() && !offered_.empty() && !milestone_.empty() &&
+           message.requestID == milestone_;
+}
+
+Result<MacPayload> SettingsSync::payloadOf(Kind kind) const {
+    if (kind == Kind::apps) {
+        TRY(auto, apps, settings_.apps());
+        return MacPayload{MacPayload::CustomApps{std::move(apps)}};
+    }
+    TRY(auto, preferences, settings_.preferences());
+    return MacPayload{MacPayload::Preferences{std::move(preferences)}};
 }
 
 } // namespace morvex

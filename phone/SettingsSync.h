@@ -1,30 +1,43 @@
 #pragma once
 
 #include "phone/Inbox.h"
-#include "phone/PhoneSession.h"
+#include "phone/Outbox.h"
 #include "phone/PhoneSettings.h"
 #include "phone/Terminal.h"
+#include "shared/base/Error.h"
+
+#include <string>
+#include <vector>
 
 namespace morvex {
 
-/// Gives a new Mac the preferences and apps that this phone has set before: at the beginning of each session
-/// until a result of a tool shows that the Mac has got so far. Owned by the attendant; lives on the phone's
-/// executor.
+/// Gives the Mac the preferences and apps that it may not have: at the beginning of each session, and after a
+/// change, until a milestone behind them shows that the Mac has got so far. Owned by the attendant; lives on
+/// the phone's executor.
 class SettingsSync {
   public:
-    SettingsSync(PhoneSettings& settings, PhoneSession& session, Terminal& terminal)
-        : settings_(settings), session_(session), terminal_(terminal) {}
+    SettingsSync(PhoneSettings& settings, Outbox& outbox, Terminal& terminal)
+        : settings_(settings), outbox_(outbox), terminal_(terminal) {}
 
     Task<void> heard(const Inbox::Event& event);
 
-  private:
+    /// Sends what is unconfirmed.
     Task<void> offer();
-    void confirm();
+
+    /// Nothing that was offered is still on its way.
+    [[nodiscard]] bool isSettled() const { return offered_.empty(); }
+
+    /// Whether this shows that the Mac has what was offered, and is waited for by nobody else.
+    [[nodiscard]] bool isMilestone(const SecureLink::Zprava& message) const;
+
+  private:
+    [[nodiscard]] Result<MacPayload> payloadOf(PhoneSettings::Kind kind) const;
 
     PhoneSettings& settings_;
-    PhoneSession& session_;
+    Outbox& outbox_;
     Terminal& terminal_;
-    bool isOffered_ = false; ///< in this session
+    std::vector<PhoneSettings::Kind> offered_; ///< and not confirmed yet
+    std::string milestone_;                    ///< behind what was offered last
 };
 
 } // namespace morvex

@@ -171,7 +171,7 @@ Task<Result<void>> Shell::summaries(std::string rest) {
 
 Task<Result<void>> Shell::keep(commands::RecordKind kind, std::string rest) {
     CO_TRY(auto, delivery, commands::keepRecords(phone_, kind, SplitLine::words(rest)));
-    if (delivery == commands::Delivery::wanted) co_await attendant_.records().offer();
+    if (delivery) co_await attendant_.records().offer(*std::move(delivery));
     co_return Result<void>{};
 }
 

@@ -1,14 +1,46 @@
+#include "app/personal/NotesArchive.h"
+#include "foundation/AtomicFile.h"
+#include "foundation/FileDescriptor.h"
 #include "shared/wire/Json.h"
 #include "tests/e2e/EndToEnd.h"
 
 #include <boost/json.hpp>
 
+#include <array>
 #include <fstream>
 #include <set>
 #include <sstream>
+#include <sys/inotify.h>
+#include <unistd.h>
 
 namespace morvex {
 namespace {
+
+/// Counts how often a file of a folder is replaced.
+class ReplacementCounter {
+  public:
+    ReplacementCounter(const std::filesystem::path& folder, std::string name)
+        : watch_(::inotify_init1(IN_NONBLOCK | IN_CLOEXEC)), name_(std::move(name)) {
+        EXPECT_GE(::inotify_add_watch(watch_.get(), folder.c_str(), IN_MOVED_TO), 0);
+    }
+
+    /// Since the last call.
+    int take() {
+        int count = 0;
+        alignas(inotify_event) std::array<char, 65'536> events{};
+        for (ssize_t size; (size = ::read(watch_.get(), events.data(), events.size())) > 0;)
+            for (const char* at = events.data(); at < events.data() + size;) {
+                const auto* event = reinterpret_cast<const inotify_event*>(at);
+                if (event->len > 0 && name_ == event->name) ++count;
+                at += sizeof(inotify_event) + event->len;
+            }
+        return count;
+    }
+
+  private:
+    FileDescriptor watch_;
+    std::string name_;
+};
 
 class NotesEndToEnd : public EndToEnd {
   protected:
@@ -42,6 +74,21 @@ class NotesEndToEnd : public EndToEnd {
     void expect(std::vector<std::string> arguments, int code = 0) {
         auto ended = phone(std::move(arguments));
         EXPECT_EQ(ended.code, code) << ended.output;
+    }
+
+    /// Many notes, as if the computer had had them for long.
+    void layOnMac(int count) {
+        NotesArchive archive;
+        for (int i = 0; i < count; ++i) {
+            std::array<std::uint8_t, 16> bytes{};
+            bytes[0] = static_cast<std::uint8_t>(i >> 8);
+            bytes[1] = static_cast<std::uint8_t>(i);
+            const auto changed = dateFromSeconds(1'700'000'000 + i);
+            archive.notes.records.push_back({Uuid::fromRandom(bytes), "Poznámka " + std::to_string(i),
+                                             std::string(500, 'x'), changed, changed, 1, std::nullopt});
+        }
+        const auto file = temporary.path() / "mac/.local/share/Morvex/notes-from-iphone.json";
+        ASSERT_TRUE(writeAtomically(file, asBytes(encode(archive))));
     }
 
     using Notes = std::set<std::string>;
@@ -108,6 +155,40 @@ TEST_F(NotesEndToEnd, AComputerThatHasLostItsFilesGetsEverythingBack) {
     EXPECT_TRUE(std::filesystem::exists(kept / "summaries-from-iphone.json"));
     auto listed = phone({"summaries", "list"});
     EXPECT_EQ(listed.output.find("nepotvrzeno"), std::string::npos) << listed.output;
+}
+
+TEST_F(NotesEndToEnd, HundredsOfNotesReachAFreshPhoneInAnyCommandWithOneSave) {
+    auto mac = startMac();
+    pair(*mac);
+    end(*mac);
+    constexpr int count = 700;
+    layOnMac(count);
+    mac = startMac();
+    ReplacementCounter saves(temporary.path() / "phone", "records.json");
+    expect({"call", "mac.status"});
+    EXPECT_EQ(saves.take(), 1);
+    EXPECT_EQ(onPhone().size(), static_cast<std::size_t>(count));
+}
+
+TEST_F(NotesEndToEnd, HundredsOfNotesReachAComputerThatHasLostItsOwnInOneSynchronization) {
+    auto mac = startMac();
+    pair(*mac);
+    end(*mac);
+    constexpr int count = 300;
+    layOnMac(count);
+    mac = startMac();
+    expect({"notes", "sync"});
+    end(*mac);
+    std::filesystem::remove(temporary.path() / "mac/.local/share/Morvex/notes-from-iphone.json");
+    mac = startMac();
+    expect({"notes", "sync"});
+    auto listed = phone({"notes", "list"});
+    EXPECT_EQ(listed.output.find("nepotvrzeno"), std::string::npos);
+    end(*mac);
+    const auto kept =
+        readWhole(temporary.path() / "mac/.local/share/Morvex/notes-from-iphone.json", 10'000'000);
+    const auto archive = parseJson(asText(kept.value().value()));
+    EXPECT_EQ(archive->at("notes").as_array().size(), static_cast<std::size_t>(count));
 }
 
 TEST_F(NotesEndToEnd, ASummaryOfThePhoneIsKeptOnTheComputer) {

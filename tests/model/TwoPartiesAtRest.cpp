@@ -105,7 +105,7 @@ std::string TwoParties::difference() {
 
 std::string TwoParties::unconfirmed() {
     std::string open;
-    for (const auto& update : phone_.records().unconfirmed()) open += "unconfirmed " + encode(update) + "\n";
+    for (const auto& id : phone_.records().unconfirmed()) open += "unconfirmed " + id.text() + "\n";
     for (const auto& ukol : mac_.companion().historieAgentu().nedorucene())
         open += "undelivered " + encode(jakoWorkItem(ukol)) + "\n";
     return open;

@@ -63,10 +63,12 @@ TEST_F(PairCommandsTest, AYesOnTheTerminalStoresTheMac) {
 TEST_F(PairCommandsTest, ANewMacHasNothingOfWhatTheOneBeforeHad) {
     const auto note = records.create("Nákup", "mléko").value();
     ASSERT_TRUE(records.confirm(note.id, 1));
+    ASSERT_TRUE(settings.keep(std::vector<CompanionCustomApp>{}));
+    settings.confirm(PhoneSettings::Kind::apps);
     startPairing({"pair", "--yes", qr().c_str()});
     EXPECT_EQ(ended, ExitCode::done);
     EXPECT_FALSE(PhoneRecords::load(folder.path(), clock, random).isConfirmed(note.id));
-    EXPECT_TRUE(settings.isUnconfirmed());
+    EXPECT_FALSE(settings.isConfirmed(PhoneSettings::Kind::apps));
 }
 
 TEST_F(PairCommandsTest, JoinsAtTheRelayAsThePhoneWithTheToken) {

@@ -22,8 +22,8 @@ PhoneFixture::~PhoneFixture() {
     EXPECT_TRUE(ended || !phone) << "the command outlives its interruption";
 }
 
-void PhoneFixture::start(std::initializer_list<const char*> arguments) {
-    auto options = Options::parse(std::span(arguments.begin(), arguments.size()));
+void PhoneFixture::start(std::vector<const char*> arguments) {
+    auto options = Options::parse(arguments);
     ASSERT_TRUE(options) << options.error().popis();
     phone =
         std::make_unique<Phone>(*std::move(options), SecureLink::Services{{executor, clock, sockets}, random},
@@ -45,9 +45,9 @@ void PhoneFixture::paired() {
     mac.attach(socket, *identita);
 }
 
-void PhoneFixture::startInSession(std::initializer_list<const char*> arguments) {
+void PhoneFixture::startInSession(std::vector<const char*> arguments) {
     paired();
-    start(arguments);
+    start(std::move(arguments));
     meet();
     send({MacPayload::Status{status()}}, "status");
 }
@@ -72,6 +72,12 @@ void PhoneFixture::startPairing(std::initializer_list<const char*> arguments, bo
 void PhoneFixture::send(MacPayload payload, std::string requestID) {
     mac.send(std::move(payload), std::move(requestID));
     run();
+}
+
+std::size_t PhoneFixture::reachMilestones() {
+    const auto reached = mac.reachMilestones();
+    run();
+    return reached;
 }
 
 MacStatus PhoneFixture::status() const {

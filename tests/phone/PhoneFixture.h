@@ -19,6 +19,7 @@
 #include <optional>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace morvex {
 
@@ -28,7 +29,7 @@ class PhoneFixture : public testing::Test {
     ~PhoneFixture() override;
 
     /// Starts a command line and lets it run as far as it gets.
-    void start(std::initializer_list<const char*> arguments);
+    void start(std::vector<const char*> arguments);
 
     void run() { executor.runUntilIdle(); }
 
@@ -37,12 +38,14 @@ class PhoneFixture : public testing::Test {
     /// Stores a pairing, so that session commands can start.
     void paired();
     /// Starts a command in a session that stands, with the Mac's status told.
-    void startInSession(std::initializer_list<const char*> arguments);
+    void startInSession(std::vector<const char*> arguments);
     /// The relay accepts the phone's login, and the Mac answers its hello.
     void meet();
     /// Starts a pairing by `--yes` or by question; the relay lets the phone join.
     void startPairing(std::initializer_list<const char*> arguments, bool macIsOnline = true);
     void send(MacPayload payload, std::string requestID);
+    /// The Mac has handled everything so far. Gives how often it was asked.
+    std::size_t reachMilestones();
 
     [[nodiscard]] MacStatus status() const;
     [[nodiscard]] ApprovalRequest approval(std::string tool) const;

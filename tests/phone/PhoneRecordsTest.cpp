@@ -15,6 +15,21 @@ namespace {
 
 using namespace std::chrono_literals;
 
+/// A second later at each reading.
+class HastyClock final : public Clock {
+  public:
+    [[nodiscard]] Date now() const override { return dateFromSeconds(1'800'000'000 + ++readings_); }
+
+    [[nodiscard]] Duration sinceBoot() const override { return {}; }
+
+    TimerId at(Duration, Job) override { return {}; }
+
+    void forget(TimerId) override {}
+
+  private:
+    mutable int readings_ = 0;
+};
+
 class PhoneRecordsTest : public testing::Test {
   protected:
     [[nodiscard]] PhoneRecords reloaded() { return PhoneRecords::load(folder.path(), clock, random); }
@@ -45,7 +60,8 @@ TEST_F(PhoneRecordsTest, ANewNoteIsSavedInWholeSecondsAndWaitsForTheMac) {
     EXPECT_EQ(note, (MorvexNote{note.id, "Nákup", "mléko", seconds(), seconds(), 1, {}}));
     EXPECT_FALSE(records.isConfirmed(note.id));
     EXPECT_EQ(reloaded().notes(), std::vector{note});
-    EXPECT_EQ(reloaded().unconfirmed(), std::vector{MacPayload{MacPayload::NoteUpdate{note}}});
+    EXPECT_EQ(reloaded().unconfirmed(), std::vector{note.id});
+    EXPECT_EQ(reloaded().offer(note.id), MacPayload{MacPayload::NoteUpdate{note}});
 }
 
 TEST_F(PhoneRecordsTest, AChangeIsFoundByTitleAndRaisesTheRevision) {
@@ -79,9 +95,19 @@ TEST_F(PhoneRecordsTest, ASummaryCoversTheLastDay) {
     EXPECT_EQ(summary.periodEnd - summary.periodStart, 24h);
     EXPECT_EQ(summary.sources, std::vector<std::string>{"mail"});
     EXPECT_EQ(reloaded().summaries(), std::vector{summary});
-    EXPECT_EQ(records.unconfirmed(), std::vector{MacPayload{MacPayload::SummaryUpdate{summary}}});
+    EXPECT_EQ(records.offer(summary.id), MacPayload{MacPayload::SummaryUpdate{summary}});
     EXPECT_TRUE(records.confirm(summary.id, 1));
+    EXPECT_FALSE(records.offer(summary.id)) << "the Mac has it";
     EXPECT_TRUE(records.unconfirmed().empty());
+}
+
+TEST_F(PhoneRecordsTest, ADeletionHasOneTime) {
+    HastyClock hasty;
+    auto kept = PhoneRecords::load(folder.path(), hasty, random);
+    const auto created = kept.create("Kůň", "úpí").value();
+    EXPECT_EQ(created.createdAt, created.updatedAt);
+    const auto deleted = kept.remove("Kůň").value();
+    EXPECT_EQ(deleted.deletedAt, deleted.updatedAt);
 }
 
 TEST_F(PhoneRecordsTest, OnlyTheLatestRevisionConfirms) {
@@ -132,7 +158,7 @@ TEST_F(PhoneRecordsTest, AnOlderVersionOfAConfirmedNoteShowsThatTheMacHasLostOur
     auto own = records.edit("Nákup", "mouka", {}).value();
     ASSERT_TRUE(records.confirm(own.id, 2));
     EXPECT_TRUE(records.merge(old));
-    EXPECT_EQ(records.unconfirmed(), std::vector{MacPayload{MacPayload::NoteUpdate{own}}});
+    EXPECT_EQ(records.unconfirmed(), std::vector{own.id});
     EXPECT_FALSE(records.merge(old)) << "no news";
 }
 
@@ -145,9 +171,7 @@ TEST_F(PhoneRecordsTest, WhatTheMacDidNotNameItHasLostAndSoItsSummaries) {
     EXPECT_FALSE(records.missedAmong({told.id, lost.id})) << "what waits for the Mac is no loss";
     EXPECT_TRUE(records.isConfirmed(summary.id));
     EXPECT_TRUE(records.missedAmong({told.id}));
-    EXPECT_EQ(records.unconfirmed(), (std::vector{MacPayload{MacPayload::NoteUpdate{waiting}},
-                                                  MacPayload{MacPayload::NoteUpdate{lost}},
-                                                  MacPayload{MacPayload::SummaryUpdate{summary}}}));
+    EXPECT_EQ(records.unconfirmed(), (std::vector{waiting.id, lost.id, summary.id}));
     EXPECT_FALSE(records.missedAmong({told.id})) << "no news";
 }
 

@@ -26,15 +26,25 @@ TEST(PhoneSettings, ReadWhatWasKeptLast) {
     EXPECT_EQ(settings.apps().value(), apps);
 }
 
-TEST(PhoneSettings, AreUnconfirmedFromAPairingUntilTheMacHasThem) {
+TEST(PhoneSettings, AreUnconfirmedFromEachChangeUntilTheMacHasThem) {
+    using Kind = PhoneSettings::Kind;
     MemoryVault vault;
     PhoneSettings settings(vault, "morvex-phone");
-    EXPECT_FALSE(settings.isUnconfirmed());
-    EXPECT_TRUE(settings.forgetConfirmation());
-    EXPECT_TRUE(settings.forgetConfirmation());
-    EXPECT_TRUE(PhoneSettings(vault, "morvex-phone").isUnconfirmed());
-    settings.confirm();
-    EXPECT_FALSE(settings.isUnconfirmed());
+    EXPECT_TRUE(settings.isConfirmed(Kind::preferences));
+    EXPECT_TRUE(settings.forgetConfirmations());
+    EXPECT_TRUE(settings.isConfirmed(Kind::apps)) << "what was never set no Mac needs";
+
+    EXPECT_TRUE(settings.keep(CompanionPreferences{"de", "", {}}));
+    EXPECT_FALSE(settings.isConfirmed(Kind::preferences));
+    EXPECT_TRUE(settings.isConfirmed(Kind::apps));
+    settings.confirm(Kind::preferences);
+    EXPECT_TRUE(settings.isConfirmed(Kind::preferences));
+    EXPECT_TRUE(settings.forgetConfirmations());
+    EXPECT_TRUE(settings.forgetConfirmations());
+    EXPECT_FALSE(PhoneSettings(vault, "morvex-phone").isConfirmed(Kind::preferences));
+
+    EXPECT_TRUE(settings.keep(std::vector<CompanionCustomApp>{}));
+    EXPECT_FALSE(settings.isConfirmed(Kind::apps)) << "that there are none any more is news too";
 }
 
 TEST(PhoneSettings, ADamagedItemAndARefusalAreFailures) {

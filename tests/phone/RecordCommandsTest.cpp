@@ -14,13 +14,6 @@ using testing::IsEmpty;
 
 class RecordCommandsTest : public PhoneFixture {
   protected:
-    /// Answers the call that closes a delivery.
-    void answerCall(const std::vector<ScriptedMac::Received>& received) {
-        for (const auto& told : received)
-            if (told.payload.as<MacPayload::ToolCall>())
-                send({MacPayload::ToolResult{true, "{}"}}, told.requestID);
-    }
-
     MorvexNote fromMac(const std::string& title) {
         return {random.uuid(), title, "z Macu", clock.now(), clock.now(), 1, {}};
     }
@@ -94,23 +87,22 @@ TEST_F(RecordCommandsTest, AMacThatIsAwayGetsTheNoteNextTime) {
 TEST_F(RecordCommandsTest, ADeliveryEndsWhenTheMacHasConfirmedEverything) {
     startInSession({"notes", "create", "Nákup", "mléko"});
     auto received = mac.take();
-    ASSERT_EQ(received.size(), 2U) << "the offer first, then the call that closes it";
+    ASSERT_EQ(received.size(), 1U);
     const auto* update = received[0].payload.as<MacPayload::NoteUpdate>();
     ASSERT_TRUE(update);
     send({MacPayload::NoteAck{update->note.id, 1}}, "note-ack");
     EXPECT_FALSE(ended);
-    answerCall(received);
+    EXPECT_EQ(reachMilestones(), 1U);
     EXPECT_EQ(ended, ExitCode::done);
-    EXPECT_TRUE(records.isConfirmed(update->note.id));
     EXPECT_TRUE(PhoneRecords::load(folder.path(), clock, random).unconfirmed().empty());
     EXPECT_EQ(err.str(), "");
 }
 
 TEST_F(RecordCommandsTest, ANoteThatTheMacRefusedStaysUnconfirmed) {
     startInSession({"notes", "create", "Nákup", "mléko"});
-    answerCall(mac.take());
+    reachMilestones();
     EXPECT_FALSE(ended) << "it is offered once more";
-    answerCall(mac.take());
+    reachMilestones();
     EXPECT_EQ(ended, ExitCode::refused);
     EXPECT_THAT(err.str(), HasSubstr("Mac nepřevzal všechno. Nabídnu mu to při příštím spojení."));
     EXPECT_FALSE(records.unconfirmed().empty());
@@ -123,85 +115,99 @@ TEST_F(RecordCommandsTest, ANoteThatTheMacHasLostIsOfferedAgainInTheSameSynchron
     ASSERT_TRUE(records.confirm(own.id, 2));
     startInSession({"notes", "sync"});
     send({MacPayload::NoteUpdate{old}}, "note:1");
-    answerCall(mac.take());
+    reachMilestones();
     EXPECT_FALSE(ended);
     auto received = mac.take();
-    ASSERT_EQ(received.size(), 3U);
-    EXPECT_EQ(received[0].payload, (MacPayload{MacPayload::NoteUpdate{own}}));
+    ASSERT_EQ(received.size(), 2U);
+    EXPECT_EQ(received[1].payload, (MacPayload{MacPayload::NoteUpdate{own}}));
     send({MacPayload::NoteAck{own.id, 2}}, "note-ack");
-    answerCall(received);
+    reachMilestones();
     EXPECT_EQ(ended, ExitCode::done);
-}
-
-TEST_F(RecordCommandsTest, WhatTheMacDidNotNameBeforeItsFirstResultIsOfferedAgainOnceASession) {
-    const auto lost = fromMac("Ztracená");
-    const auto named = fromMac("Zůstala");
-    ASSERT_TRUE(records.merge(lost));
-    ASSERT_TRUE(records.merge(named));
-    keyboard.interactive = true;
-    startInSession({"shell"});
-    send({MacPayload::NoteUpdate{named}}, "note:1");
-    auto call = [this] {
-        keyboard.type("call mac.status");
-        run();
-        answerCall(mac.take());
-        return mac.take();
-    };
-    auto offered = call();
-    ASSERT_EQ(offered.size(), 1U);
-    EXPECT_EQ(offered[0].payload, (MacPayload{MacPayload::NoteUpdate{lost}}));
-    EXPECT_EQ(PhoneRecords::load(folder.path(), clock, random).unconfirmed().size(), 1U);
-    EXPECT_THAT(call(), IsEmpty());
 }
 
 TEST_F(RecordCommandsTest, ASummaryIsOfferedUnderItsId) {
     startInSession({"summaries", "send", "Den", "shrnutí"});
     auto received = mac.take();
-    ASSERT_EQ(received.size(), 2U);
+    ASSERT_EQ(received.size(), 1U);
     const auto* update = received[0].payload.as<MacPayload::SummaryUpdate>();
     ASSERT_TRUE(update);
     EXPECT_EQ(received[0].requestID, "summary:" + update->summary.id.text());
     send({MacPayload::SummaryAck{update->summary.id, 1}}, "summary-ack");
-    answerCall(received);
+    reachMilestones();
     EXPECT_EQ(ended, ExitCode::done);
 }
 
-TEST_F(RecordCommandsTest, AReleaseThatFailedIsTriedAgainWithWhateverComes) {
+class CatchUpOfACommand : public RecordCommandsTest,
+                          public testing::WithParamInterface<std::vector<const char*>> {};
+
+TEST_P(CatchUpOfACommand, IsSavedOnceAndThenAcknowledged) {
+    startInSession(GetParam());
+    std::vector<MorvexNote> told;
+    for (int i = 0; i < 300; ++i) {
+        told.push_back(fromMac("Poznámka " + std::to_string(i)));
+        send({MacPayload::NoteUpdate{told.back()}}, "note");
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "records.json"));
+    std::size_t acknowledged = 0;
+    auto count = [&] {
+        for (const auto& received : mac.take())
+            if (received.payload.as<MacPayload::NoteAck>()) ++acknowledged;
+    };
+    count();
+    EXPECT_EQ(acknowledged, 0U) << "nothing is acknowledged before it is saved";
+    reachMilestones();
+    count();
+    EXPECT_EQ(acknowledged, told.size());
+    EXPECT_EQ(PhoneRecords::load(folder.path(), clock, random).notes(), told);
+}
+
+const std::vector<std::vector<const char*>> commandsWithASession{
+    {"notes", "sync"}, {"call", "mac.files.read"},      {"tasks"}, {"watch"}, {"shell"},
+    {"key"},           {"approve", "--approve", "yes"},
+};
+
+INSTANTIATE_TEST_SUITE_P(EachCommand, CatchUpOfACommand, testing::ValuesIn(commandsWithASession));
+
+TEST_F(RecordCommandsTest, ACommandThatEndsBeforeTheCatchUpDoesKeepsWhatHasCome) {
     paired();
-    start({"notes", "list"});
-    auto session =
-        PhoneSession::create(identita, mac.asPeer(), {{executor, clock, sockets}, random}, inbox).value();
-    RecordSync sync(records, *session, terminal);
-    sync.hold();
+    start({"status"});
+    meet();
     const auto note = fromMac("Z Macu");
-    ASSERT_TRUE(executor.run(sync.heard(SecureLink::Zprava{{MacPayload::NoteUpdate{note}}, "note:1"})));
-    std::filesystem::create_directory(folder.path() / "records.json");
-    EXPECT_FALSE(*executor.run(sync.release()));
-    std::filesystem::remove(folder.path() / "records.json");
-    ASSERT_TRUE(executor.run(sync.heard(SecureLink::Zprava{{MacPayload::NoteAck{note.id, 1}}, "note-ack"})));
+    send({MacPayload::NoteUpdate{note}}, "note:1");
+    EXPECT_THAT(mac.take(), IsEmpty());
+    send({MacPayload::Status{status()}}, "status");
+    EXPECT_EQ(ended, ExitCode::done);
     EXPECT_EQ(PhoneRecords::load(folder.path(), clock, random).notes(), std::vector{note});
+    EXPECT_EQ(mac.take().size(), 1U);
 }
 
-TEST_F(RecordCommandsTest, ASynchronizationTakesTheMacsNotesSavesOnceAndThenAcknowledges) {
+TEST_F(RecordCommandsTest, ASynchronizationThatCannotSaveFailsWithTheReason) {
     startInSession({"notes", "sync"});
-    auto first = fromMac("první");
-    auto second = fromMac("druhá");
-    send({MacPayload::NoteUpdate{first}}, "note:1");
-    send({MacPayload::NoteUpdate{second}}, "note:2");
-    auto received = mac.take();
-    ASSERT_EQ(received.size(), 1U) << "nothing is acknowledged before it is saved";
-    EXPECT_TRUE(PhoneRecords::load(folder.path(), clock, random).notes().empty());
-    answerCall(received);
-    EXPECT_EQ(ended, ExitCode::done);
-    EXPECT_EQ(PhoneRecords::load(folder.path(), clock, random).notes(), (std::vector{first, second}));
-    auto acknowledged = mac.take();
-    ASSERT_EQ(acknowledged.size(), 2U);
-    EXPECT_EQ(acknowledged[0].payload, (MacPayload{MacPayload::NoteAck{first.id, 1}}));
-    EXPECT_EQ(acknowledged[0].requestID, "note-ack:" + first.id.text());
+    std::filesystem::create_directory(folder.path() / "records.json");
+    send({MacPayload::NoteUpdate{fromMac("Z Macu")}}, "note:1");
+    reachMilestones();
+    EXPECT_EQ(ended, ExitCode::refused);
+    EXPECT_THAT(err.str(), HasSubstr("Poznámky a souhrny nejde uložit: "));
+}
+
+TEST_F(RecordCommandsTest, AMacThatKeepsAcknowledgingIsNotSilent) {
+    for (int i = 0; i < 10; ++i) ASSERT_TRUE(records.create("Poznámka " + std::to_string(i), "text"));
+    startInSession({"notes", "sync", "--timeout", "3"});
+    for (int round = 0; !ended && round < 10; ++round) {
+        for (const auto& received : mac.take()) {
+            pass(2s);
+            const auto* update = received.payload.as<MacPayload::NoteUpdate>();
+            ASSERT_TRUE(update);
+            send({MacPayload::NoteAck{update->note.id, 1}}, "note-ack");
+        }
+        reachMilestones();
+    }
+    EXPECT_EQ(ended, ExitCode::done) << "after many times three seconds";
 }
 
 TEST_F(RecordCommandsTest, AnyCommandTakesAndAcknowledgesANoteOfTheMac) {
     startInSession({"watch"});
+    reachMilestones();
     auto note = fromMac("Z Macu");
     send({MacPayload::NoteUpdate{note}}, "note:1");
     auto received = mac.take();
@@ -212,6 +218,7 @@ TEST_F(RecordCommandsTest, AnyCommandTakesAndAcknowledgesANoteOfTheMac) {
 
 TEST_F(RecordCommandsTest, ANoteThatCannotBeSavedIsNotAcknowledgedUntilItIs) {
     startInSession({"watch"});
+    reachMilestones();
     std::filesystem::create_directory(folder.path() / "records.json");
     auto note = fromMac("Z Macu");
     send({MacPayload::NoteUpdate{note}}, "note:1");
@@ -223,18 +230,26 @@ TEST_F(RecordCommandsTest, ANoteThatCannotBeSavedIsNotAcknowledgedUntilItIs) {
     EXPECT_EQ(PhoneRecords::load(folder.path(), clock, random).notes(), std::vector{note});
 }
 
-TEST_F(RecordCommandsTest, TheShellKeepsRecordsAndOffersThemAtOnce) {
+TEST_F(RecordCommandsTest, TheShellKeepsRecordsAndOffersTheChangedOneAtOnce) {
+    ASSERT_TRUE(records.create("Dřívější", "text"));
     keyboard.interactive = true;
     startInSession({"shell"});
+    for (int refused = 0; refused < 2; ++refused) reachMilestones();
+    (void)mac.take();
     auto type = [this](const char* line) {
         keyboard.type(line);
         run();
-        return mac.take();
+        auto received = mac.take();
+        reachMilestones();
+        return received;
     };
-    EXPECT_EQ(type(R"(notes create "Velký nákup" "mléko a chleba")").size(), 1U);
-    EXPECT_EQ(records.notes()[0].body, "mléko a chleba");
+    auto received = type(R"(notes create "Velký nákup" "mléko a chleba")");
+    ASSERT_EQ(received.size(), 1U) << "what the Mac did not take waits for the next session";
+    EXPECT_EQ(received[0].payload, (MacPayload{MacPayload::NoteUpdate{records.notes()[1]}}));
+    EXPECT_EQ(records.notes()[1].body, "mléko a chleba");
     EXPECT_EQ(type(R"(notes delete "velky nakup")").size(), 1U);
-    EXPECT_EQ(type("summaries send Den shrnutí").size(), 2U) << "everything unconfirmed goes out";
+    EXPECT_EQ(type("summaries send Den shrnutí").size(), 1U);
+    EXPECT_EQ(type("notes sync").size(), 3U) << "all that is unconfirmed, when somebody asks for it";
     EXPECT_TRUE(type("notes \"\"").empty());
     EXPECT_THAT(err.str(), HasSubstr("Použití: notes list"));
     err.str("");

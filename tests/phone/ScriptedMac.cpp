@@ -27,6 +27,8 @@ PairingBundle ScriptedMac::bundle() const {
 void ScriptedMac::attach(std::shared_ptr<ScriptedSocket> socket, const DeviceIdentity& phone) {
     socket_ = std::move(socket);
     taken_ = 0;
+    received_.clear();
+    milestones_.clear();
     channel_.reset();
     phone_ = PairedPeer{
         pair, "", phone.deviceID(), phone.signingKey(), phone.agreementKey(), DeviceRole::phone, {}};
@@ -63,12 +65,31 @@ void ScriptedMac::send(MacPayload payload, std::string requestID) {
 }
 
 std::vector<ScriptedMac::Received> ScriptedMac::take() {
-    std::vector<Received> received;
-    for (const auto& envelope : takeEnvelopes())
-        if (envelope.kind == EnvelopeKind::data)
-            received.push_back({decode<MacPayload>(channel_->open(envelope, clock_.now()).value()).value(),
-                                envelope.requestID});
-    return received;
+    receive();
+    return std::exchange(received_, {});
+}
+
+const std::vector<std::string>& ScriptedMac::milestones() {
+    receive();
+    return milestones_;
+}
+
+std::size_t ScriptedMac::reachMilestones() {
+    receive();
+    const auto reached = std::exchange(milestones_, {});
+    for (const auto& requestID : reached) send({MacPayload::ToolResult{true, "{}"}}, requestID);
+    return reached.size();
+}
+
+void ScriptedMac::receive() {
+    for (const auto& envelope : takeEnvelopes()) {
+        if (envelope.kind != EnvelopeKind::data) continue;
+        auto payload = decode<MacPayload>(channel_->open(envelope, clock_.now()).value()).value();
+        if (envelope.requestID.starts_with("milestone:"))
+            milestones_.push_back(envelope.requestID);
+        else
+            received_.push_back({std::move(payload), envelope.requestID});
+    }
 }
 
 std::vector<Envelope> ScriptedMac::takeEnvelopes() {

@@ -44,8 +44,12 @@ class ScriptedMac {
     void deliver(RelayMessage message);
     void send(MacPayload payload, std::string requestID);
 
-    /// What the phone sent since the last call, opened.
+    /// What the phone sent since the last call, opened; without its milestones.
     std::vector<Received> take();
+    /// The request ids of the milestones among it that are not answered yet.
+    const std::vector<std::string>& milestones();
+    /// Answers the milestones that the phone has sent. Gives how many there were.
+    std::size_t reachMilestones();
     /// The envelopes among what it sent since the last call.
     std::vector<Envelope> takeEnvelopes();
 
@@ -54,11 +58,15 @@ class ScriptedMac {
     PairID pair{"PAIR"};
 
   private:
+    void receive();
+
     ManualClock& clock_;
     ScriptedRandom random_;
     std::shared_ptr<ScriptedSocket> socket_;
     std::optional<PairedPeer> phone_;
     std::optional<SecureChannel> channel_;
+    std::vector<Received> received_;
+    std::vector<std::string> milestones_; ///< not answered yet
     std::size_t taken_ = 0;
 };
 

@@ -215,7 +215,7 @@ TEST_F(SessionCommandsTest, ASilentMacEndsTheWaitForAResult) {
     startCall({"call", "mac.status", "--timeout", "10"});
     pass(10s);
     EXPECT_EQ(ended, ExitCode::macUnreachable);
-    EXPECT_THAT(err.str(), HasSubstr("Jestli se nástroj provedl, odsud nepoznám."));
+    EXPECT_THAT(err.str(), HasSubstr("Jestli to provedl, odsud nepoznám."));
 }
 
 TEST_F(SessionCommandsTest, AResultThatComesAfterANewSessionStillCounts) {

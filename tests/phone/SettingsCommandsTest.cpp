@@ -1,5 +1,6 @@
 #include "phone/SettingsCommands.h"
 
+#include "shared/wire/CustomAppLimits.h"
 #include "tests/phone/PhoneFixture.h"
 
 #include <gmock/gmock.h>
@@ -25,7 +26,7 @@ class SettingsCommandsTest : public PhoneFixture {
         return received.empty() ? MacPayload{} : received[0].payload;
     }
 
-    void answerWithStatus() { send({MacPayload::Status{status()}}, "status"); }
+    using Kind = PhoneSettings::Kind;
 
     std::vector<CompanionCustomApp> takeApps() {
         auto message = takeMessage();
@@ -34,13 +35,14 @@ class SettingsCommandsTest : public PhoneFixture {
     }
 };
 
-TEST_F(SettingsCommandsTest, TheKeyIsALineOfTheInputAndTheStatusConfirmsIt) {
+TEST_F(SettingsCommandsTest, TheKeyIsALineOfTheInputAndAResultBehindItConfirmsIt) {
     startInSession({"key"});
     EXPECT_TRUE(mac.take().empty());
     type(" sk-1 ");
     EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::OpenAICredential{"sk-1"}}));
-    EXPECT_FALSE(ended) << "the report at the beginning of the session is no answer";
-    answerWithStatus();
+    send({MacPayload::Status{status()}}, "status");
+    EXPECT_FALSE(ended) << "a report may have been on its way before";
+    reachMilestones();
     EXPECT_EQ(ended, ExitCode::done);
     EXPECT_EQ(err.str(), "Mac to převzal.\n");
 }
@@ -49,7 +51,7 @@ TEST_F(SettingsCommandsTest, ADashTakesTheKeyAway) {
     startInSession({"key"});
     type("-");
     EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::OpenAICredential{""}}));
-    answerWithStatus();
+    reachMilestones();
     EXPECT_EQ(ended, ExitCode::done);
 }
 
@@ -96,28 +98,97 @@ TEST_F(SettingsCommandsTest, AnAnswerToAnApprovalIsNoKey) {
     EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::OpenAICredential{"sk-1"}}));
 }
 
-TEST_F(SettingsCommandsTest, AMacThatDoesNotFollowWithAStatusIsUnreachable) {
+TEST_F(SettingsCommandsTest, AKeyThatMayHaveBeenLostWithItsSessionIsNotCalledTaken) {
+    startInSession({"key"});
+    type("sk-1");
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::OpenAICredential{"sk-1"}}));
+    mac.deliver({RelayMessage::PeerOnline{false}});
+    mac.deliver({RelayMessage::PeerOnline{true}});
+    run();
+    mac.exchangeHellos();
+    run();
+    reachMilestones();
+    EXPECT_EQ(ended, ExitCode::macUnreachable);
+    EXPECT_THAT(err.str(), HasSubstr("Spojení se přerušilo, Mac to možná nemá. Zkus to znovu."));
+    EXPECT_THAT(err.str(), Not(HasSubstr("Mac to převzal.")));
+}
+
+TEST_F(SettingsCommandsTest, AMacThatDoesNotAnswerBehindTheKeyIsUnreachable) {
     startInSession({"key", "--timeout", "5"});
     type("sk-1");
     pass(5s);
     EXPECT_EQ(ended, ExitCode::macUnreachable);
 }
 
-TEST_F(SettingsCommandsTest, PreferencesAreSentWholeAndKept) {
-    startInSession({"preferences", "language", "de"});
-    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::Preferences{{"de", "", {}}}}));
-    EXPECT_EQ(ended, ExitCode::done);
-    startInSession({"preferences", "voice", "marin"});
-    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::Preferences{{"de", "marin", {}}}}));
-    startInSession({"preferences", "place", "Domov", "Krátká 2"});
-    startInSession({"preferences", "place", "Práce", "Dlouhá 1"});
-    startInSession({"preferences", "place", "DOMOV", "Nová 3"});
-    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::Preferences{
-                                 {"de", "marin", {{{"Práce", "Dlouhá 1"}, {"DOMOV", "Nová 3"}}}}}}));
-    startInSession({"preferences", "place", "domov"});
-    startInSession({"preferences", "place", "prace"});
-    EXPECT_EQ(takeMessage(),
+TEST_F(SettingsCommandsTest, PreferencesAreKeptAndSentWhole) {
+    auto set = [this](std::initializer_list<const char*> words) {
+        startInSession(words);
+        auto sent = takeMessage();
+        reachMilestones();
+        EXPECT_EQ(ended, ExitCode::done);
+        return sent;
+    };
+    EXPECT_EQ(set({"preferences", "language", "de"}), (MacPayload{MacPayload::Preferences{{"de", "", {}}}}));
+    EXPECT_EQ(err.str(), "Mac to převzal.\n");
+    EXPECT_EQ(set({"preferences", "voice", "marin"}),
+              (MacPayload{MacPayload::Preferences{{"de", "marin", {}}}}));
+    set({"preferences", "place", "Domov", "Krátká 2"});
+    set({"preferences", "place", "Práce", "Dlouhá 1"});
+    EXPECT_EQ(set({"preferences", "place", "DOMOV", "Nová 3"}),
+              (MacPayload{
+                  MacPayload::Preferences{{"de", "marin", {{{"Práce", "Dlouhá 1"}, {"DOMOV", "Nová 3"}}}}}}));
+    set({"preferences", "place", "domov"});
+    EXPECT_EQ(set({"preferences", "place", "prace"}),
               (MacPayload{MacPayload::Preferences{{"de", "marin", std::vector<CompanionPlace>{}}}}));
+}
+
+TEST_F(SettingsCommandsTest, WhatALostLinkMayHaveTakenAlongIsOfferedInTheNextSession) {
+    startInSession({"preferences", "language", "de", "--timeout", "5"});
+    (void)mac.take();
+    mac.deliver({RelayMessage::PeerOnline{false}});
+    run();
+    pass(5s);
+    EXPECT_EQ(ended, ExitCode::macUnreachable);
+    EXPECT_THAT(err.str(), HasSubstr("Tady je to uložené; Mac to dostane při příštím spojení."));
+
+    startInSession({"status"});
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::Preferences{{"de", "", {}}}}));
+}
+
+TEST_F(SettingsCommandsTest, ANewSessionOffersAgainAndOnlyItsOwnAnswerConfirms) {
+    startInSession({"preferences", "language", "de"});
+    (void)mac.take();
+    const auto old = mac.milestones().back();
+    mac.deliver({RelayMessage::PeerOnline{false}});
+    mac.deliver({RelayMessage::PeerOnline{true}});
+    run();
+    mac.exchangeHellos();
+    run();
+    send({MacPayload::ToolResult{true, "{}"}}, old);
+    EXPECT_FALSE(ended) << "the answer to the session that is over";
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::Preferences{{"de", "", {}}}}));
+    reachMilestones();
+    EXPECT_EQ(ended, ExitCode::done);
+    EXPECT_TRUE(settings.isConfirmed(Kind::preferences));
+}
+
+TEST_F(SettingsCommandsTest, AMacThatIsAwayGetsTheSettingNextTime) {
+    paired();
+    start({"preferences", "voice", "marin", "--timeout", "5"});
+    pass(5s);
+    EXPECT_EQ(ended, ExitCode::relayUnreachable);
+    EXPECT_EQ(settings.preferences().value().voice, "marin");
+    EXPECT_FALSE(settings.isConfirmed(Kind::preferences));
+}
+
+TEST_F(SettingsCommandsTest, ARemovalThatGotLostIsOfferedAgainToo) {
+    ASSERT_TRUE(settings.keep(std::vector<CompanionCustomApp>{{"1", "Počasí", "https://a", ""}}));
+    settings.confirm(Kind::apps);
+    startInSession({"apps", "remove", "pocasi", "--timeout", "5"});
+    pass(5s);
+    EXPECT_EQ(ended, ExitCode::macUnreachable);
+    startInSession({"status"});
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::CustomApps{}}));
 }
 
 TEST_F(SettingsCommandsTest, WhatIsKeptIsShownWithoutAMac) {
@@ -151,8 +222,9 @@ TEST_F(SettingsCommandsTest, AppsAreSentAsAWholeListWithTheTokensOfTheInput) {
     ASSERT_EQ(first.size(), 1U);
     EXPECT_TRUE(Uuid::parse(first[0].id));
     EXPECT_EQ(first[0], (CompanionCustomApp{first[0].id, "Počasí", "https://example.com", "tajné"}));
-    EXPECT_TRUE(settings.apps().value().empty()) << "kept once the Mac has it";
-    answerWithStatus();
+    EXPECT_FALSE(ended);
+    EXPECT_FALSE(settings.isConfirmed(Kind::apps));
+    reachMilestones();
     EXPECT_EQ(ended, ExitCode::done);
     EXPECT_EQ(settings.apps().value(), first);
     EXPECT_THAT(err.str() + out.str(), Not(HasSubstr("tajné")));
@@ -160,20 +232,20 @@ TEST_F(SettingsCommandsTest, AppsAreSentAsAWholeListWithTheTokensOfTheInput) {
     startInSession({"apps", "add", "Jízdní řády", "https://rady.example"});
     type("");
     auto second = takeApps();
-    answerWithStatus();
+    reachMilestones();
     ASSERT_EQ(second.size(), 2U);
     EXPECT_EQ(second[1].token, "");
 
     startInSession({"apps", "add", "POCASI", "https://nove.example"});
     type("");
     auto third = takeApps();
-    answerWithStatus();
+    reachMilestones();
     ASSERT_EQ(third.size(), 2U);
     EXPECT_EQ(third[0], (CompanionCustomApp{first[0].id, "Počasí", "https://nove.example", ""}));
 
     startInSession({"apps", "remove", "pocasi"});
     EXPECT_EQ(takeApps(), std::vector{second[1]});
-    answerWithStatus();
+    reachMilestones();
     EXPECT_EQ(settings.apps().value(), std::vector{second[1]});
     paired();
     start({"apps", "remove", "pocasi"});
@@ -193,29 +265,45 @@ TEST_F(SettingsCommandsTest, AnAppThatTheMacWouldDropIsRefusedBeforeAnythingIsAs
     EXPECT_TRUE(settings.apps().value().empty());
 }
 
+TEST_F(SettingsCommandsTest, AListThatIsFullTakesNoFurtherAppButChangesOne) {
+    std::vector<CompanionCustomApp> apps;
+    for (std::size_t i = 0; i < customAppLimits::mostApps; ++i)
+        apps.push_back({std::to_string(i), "Aplikace " + std::to_string(i), "https://a", ""});
+    ASSERT_TRUE(settings.keep(apps));
+    settings.confirm(Kind::apps);
+    startInSession({"apps", "add", "Aplikace 7", "https://b"});
+    type("");
+    EXPECT_EQ(takeApps().size(), customAppLimits::mostApps);
+    reachMilestones();
+    EXPECT_EQ(ended, ExitCode::done);
+    paired();
+    start({"apps", "add", "Další", "https://b"});
+    EXPECT_EQ(ended, ExitCode::usage);
+    EXPECT_THAT(err.str(), HasSubstr("Víc než 256 aplikací by Mac nepřevzal."));
+    EXPECT_TRUE(mac.take().empty());
+}
+
 TEST_F(SettingsCommandsTest, ANewMacGetsWhatWasSetBeforeUntilItHasIt) {
     const CompanionPreferences preferences{"de", "ash", {}};
     const std::vector<CompanionCustomApp> apps{{"1", "Počasí", "https://example.com", "t"}};
     ASSERT_TRUE(settings.keep(preferences));
     ASSERT_TRUE(settings.keep(apps));
-    ASSERT_TRUE(settings.forgetConfirmation());
     startInSession({"status"});
     auto received = mac.take();
     ASSERT_EQ(received.size(), 2U);
     EXPECT_EQ(received[0].payload, (MacPayload{MacPayload::Preferences{preferences}}));
     EXPECT_EQ(received[1].payload, (MacPayload{MacPayload::CustomApps{apps}}));
 
-    startInSession({"call", "mac.status"});
-    received = mac.take();
-    ASSERT_EQ(received.size(), 3U) << "a status proves nothing";
-    send({MacPayload::ToolResult{true, "{}"}}, received[2].requestID);
-    EXPECT_EQ(ended, ExitCode::done);
-    startInSession({"status"});
-    EXPECT_TRUE(mac.take().empty());
+    startInSession({"watch"});
+    EXPECT_EQ(mac.take().size(), 2U) << "a status proves nothing";
+    reachMilestones();
+    EXPECT_TRUE(settings.isConfirmed(Kind::preferences));
+    EXPECT_TRUE(settings.isConfirmed(Kind::apps));
+    EXPECT_THAT(out.str(), Not(HasSubstr("výsledek"))) << "a milestone is nobody's news";
 }
 
 TEST_F(SettingsCommandsTest, ANewMacGetsNothingWhereNothingWasSet) {
-    ASSERT_TRUE(settings.forgetConfirmation());
+    ASSERT_TRUE(settings.forgetConfirmations());
     startInSession({"status"});
     EXPECT_TRUE(mac.take().empty());
 }
@@ -242,14 +330,15 @@ TEST_F(SettingsCommandsTest, TheShellTakesThemTooWithTheSecretOnTheNextLine) {
     type("key");
     type("sk-1");
     EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::OpenAICredential{"sk-1"}}));
-    answerWithStatus();
+    reachMilestones();
     type("preferences place \"U babičky\" \"Dlouhá 1, Praha\"");
     EXPECT_EQ(takeMessage(),
               (MacPayload{MacPayload::Preferences{{"", "", {{{"U babičky", "Dlouhá 1, Praha"}}}}}}));
+    reachMilestones();
     type("apps add Počasí https://example.com");
     type("tajné");
     EXPECT_EQ(takeApps().size(), 1U);
-    answerWithStatus();
+    reachMilestones();
     type("preferences");
     type("apps list");
     type("apps");
