@@ -37,7 +37,19 @@ NotesHistory::NotesHistory(std::uint64_t seed, std::filesystem::path folder)
     phoneClock_.advance(std::chrono::milliseconds(dice_.below(6000)));
     macClock_.advance(std::chrono::milliseconds(dice_.below(6000)));
     loadMac();
-    phone_.emplace(PhoneRecords::load(folder_, phoneClock_, dice_));
+    loadPhone();
+}
+
+Task<void> NotesHistory::Post::trySend(MacPayload payload, std::string requestID) {
+    if (history_.isUp_) history_.toMac_.push_back({encode(payload), std::move(requestID), {}});
+    co_return;
+}
+
+Task<std::string> NotesHistory::Post::sendMilestone() {
+    if (!history_.isUp_) co_return "";
+    auto id = "milestone:" + std::to_string(++milestones_);
+    co_await trySend({MacPayload::ToolCall{"mac.status", "{}"}}, id);
+    co_return id;
 }
 
 void NotesHistory::live(int steps) {
@@ -58,7 +70,7 @@ void NotesHistory::step() {
     if (chance < 82) return connect();
     if (chance < 87) return breakLink();
     if (chance < 91) return restart();
-    if (chance < 96) return isDiskBroken_ ? mendDisk() : breakDisk();
+    if (chance < 96) return brokenDisks_.empty() ? breakDisk(anySide()) : mendDisks();
     return chance < 98 ? loseArchive() : pairAnew();
 }
 
@@ -69,7 +81,7 @@ void NotesHistory::finish() {
 }
 
 void NotesHistory::comeToRest() {
-    mendDisk();
+    mendDisks();
     breakLink();
     connect();
     while (!toMac_.empty() || !toPhone_.empty()) {
@@ -82,8 +94,11 @@ void NotesHistory::comeToRest() {
 std::string NotesHistory::difference() const {
     const auto here = byId(mac_->vsechny());
     const auto there = byId(phone_->notes());
-    if (here == there) return {};
     std::ostringstream told;
+    for (const auto& summary : phone_->summaries())
+        if (!std::ranges::count(summaries_->summaries(), summary.id, &MorvexSummary::id))
+            told << "summary  " << encode(summary) << "\n";
+    if (here == there) return told.str();
     for (const auto& [id, note] : here) told << "computer " << note << "\n";
     for (const auto& [id, note] : there) told << "phone    " << note << "\n";
     return told.str();
@@ -127,24 +142,33 @@ void NotesHistory::editOnMac() {
 
 void NotesHistory::editOnPhone() {
     const auto body = "phone " + std::to_string(dice_.below(1'000'000));
-    const int what = dice_.below(5);
+    const int what = dice_.below(6);
+    if (what == 5) {
+        auto written = phone_->summarize(title(), body, {});
+        isPhoneUnsaved_ = isPhoneUnsaved_ || !written;
+        if (written) executor_.run(sync_->offer({written->id}));
+        return;
+    }
     auto changed = what < 2   ? phone_->create(title(), body)
                    : what < 4 ? phone_->edit(title(), body, title())
                               : phone_->remove(title());
-    if (!changed) return;
+    if (!changed) return noteUnsaved();
     phoneMade_.insert_or_assign({changed->id, changed->revision}, *changed);
-    if (isUp_) offer();
+    isPhoneUnsaved_ = false;
+    executor_.run(sync_->offer({changed->id}));
+}
+
+void NotesHistory::noteUnsaved() {
+    if (!brokenDisks_.contains(Side::phone)) return;
+    isPhoneUnsaved_ = true;
+    for (const auto& note : phone_->notes()) macBodies_[{note.id, note.revision}].insert(note.body);
 }
 
 void NotesHistory::connect() {
     if (isUp_) return;
     isUp_ = true;
-    isCaughtUp_ = false;
-    told_.clear();
-    for (const auto& note : mac_->vsechny())
-        toPhone_.push_back(encode(MacPayload{MacPayload::NoteUpdate{note}}));
-    offer();
-    toMac_.push_back(encode(MacPayload{MacPayload::ToolCall{"mac.status", "{}"}}));
+    for (const auto& note : mac_->vsechny()) tellPhone({MacPayload::NoteUpdate{note}});
+    phoneHears(SecureLink::Stav{{MacAvailability::Pripraveny{}}});
 }
 
 void NotesHistory::breakLink() {
@@ -153,16 +177,21 @@ void NotesHistory::breakLink() {
     toPhone_.clear();
 }
 
-void NotesHistory::offer() {
-    for (const auto& update : phone_->unconfirmed()) toMac_.push_back(encode(update));
+void NotesHistory::tellPhone(MacPayload payload, std::string requestID, std::string subject) {
+    toPhone_.push_back({encode(payload), std::move(requestID), std::move(subject)});
+}
+
+void NotesHistory::phoneHears(Inbox::Event event) {
+    vyzaduj(executor_.run(sync_->heard(std::move(event))), "the phone waits for something");
 }
 
 void NotesHistory::deliverToMac() {
     if (toMac_.empty()) return;
-    const auto payload = decode<MacPayload>(toMac_.front()).value();
+    const auto letter = std::move(toMac_.front());
     toMac_.pop_front();
-    if (payload.as<MacPayload::ToolCall>())
-        toPhone_.push_back(encode(MacPayload{MacPayload::ToolResult{true, "{}"}}));
+    const auto payload = decode<MacPayload>(letter.json).value();
+    bool isTaken = true;
+    if (payload.as<MacPayload::ToolCall>()) tellPhone({MacPayload::ToolResult{true, "{}"}}, letter.requestID);
     if (const auto* told = payload.as<MacPayload::NoteAck>()) {
         const Revision revision{told->id, told->revision};
         const auto made = macMade_.find(revision);
@@ -170,78 +199,78 @@ void NotesHistory::deliverToMac() {
         if (made != macMade_.end() && textOf(made->second) == toldLast_.at(revision))
             acknowledgedOfMac_.insert(*made);
     }
-    const auto* update = payload.as<MacPayload::NoteUpdate>();
-    if (!update) return;
-    const bool isTaken = mac_->prijmout(update->note);
-    if (isTaken)
-        toPhone_.push_back(encode(MacPayload{MacPayload::NoteAck{update->note.id, update->note.revision}}));
-    vyzaduj(isTaken || isDiskBroken_, "a note was refused although it can be saved");
+    if (const auto* update = payload.as<MacPayload::NoteUpdate>()) {
+        isTaken = mac_->prijmout(update->note);
+        if (isTaken)
+            tellPhone({MacPayload::NoteAck{update->note.id, update->note.revision}}, "note-ack",
+                      textOf(update->note));
+    }
+    if (const auto* update = payload.as<MacPayload::SummaryUpdate>()) {
+        isTaken = summaries_->prijmout(update->summary);
+        if (isTaken) tellPhone({MacPayload::SummaryAck{update->summary.id, update->summary.revision}});
+    }
+    vyzaduj(isTaken || brokenDisks_.contains(Side::mac), "a record was refused although it can be saved");
 }
 
 void NotesHistory::deliverToPhone() {
     if (toPhone_.empty()) return;
-    const auto payload = decode<MacPayload>(toPhone_.front()).value();
+    auto letter = std::move(toPhone_.front());
     toPhone_.pop_front();
-    bool isNews = false;
-    if (const auto* told = payload.as<MacPayload::NoteUpdate>()) {
-        told_.insert(told->note.id);
+    auto payload = decode<MacPayload>(letter.json).value();
+    if (const auto* told = payload.as<MacPayload::NoteUpdate>())
         toldLast_[{told->note.id, told->note.revision}] = textOf(told->note);
-        isNews = phone_->merge(told->note);
-        toMac_.push_back(encode(MacPayload{MacPayload::NoteAck{told->note.id, told->note.revision}}));
-    }
     if (const auto* told = payload.as<MacPayload::NoteAck>()) {
-        told_.insert(told->id);
-        isNews = phone_->confirm(told->id, told->revision);
         const auto made = phoneMade_.find({told->id, told->revision});
-        if (made != phoneMade_.end()) acknowledgedOfPhone_.insert(*made);
+        // What the phone once wrote under this revision may be lost, and another version have come back.
+        if (made != phoneMade_.end() && textOf(made->second) == letter.subject)
+            acknowledgedOfPhone_.insert(*made);
     }
-    if (payload.as<MacPayload::ToolResult>() && !std::exchange(isCaughtUp_, true)) {
-        isNews = phone_->missedAmong(told_);
-        offer();
-    }
-    if (isNews) vyzaduj(phone_->save().has_value(), "the phone cannot save");
+    phoneHears(SecureLink::Zprava{std::move(payload), std::move(letter.requestID)});
 }
 
 void NotesHistory::beginLoss(Side side) {
     if (lost_ && *lost_ != side) comeToRest();
     breakLink();
-    mendDisk();
+    mendDisks();
     lost_ = side;
     ++losses_;
 }
 
 void NotesHistory::restart() {
     breakLink();
-    mendDisk();
-    // What was never saved is lost with its program, unless the phone was told of it.
+    mendDisks();
+    // What was never saved is lost with its program, unless the other side was told of it.
     if (isUnsaved_) beginLoss(Side::mac);
     loadMac();
-    phone_.emplace(PhoneRecords::load(folder_, phoneClock_, dice_));
+    if (isPhoneUnsaved_) beginLoss(Side::phone);
+    loadPhone();
 }
 
 void NotesHistory::loseArchive() {
-    const auto side = dice_.below(2) ? Side::mac : Side::phone;
+    const auto side = anySide();
     beginLoss(side);
     if (side == Side::mac) {
-        removeMacArchive();
+        removeMacArchive("notes-from-iphone.json");
     } else {
         std::filesystem::remove(folder_ / "records.json");
-        phone_.emplace(PhoneRecords::load(folder_, phoneClock_, dice_));
+        loadPhone();
     }
 }
 
 void NotesHistory::pairAnew() {
     breakLink();
+    mendDisks();
     const bool isOtherMac = dice_.below(2) == 1;
     if (isOtherMac) {
         beginLoss(Side::mac);
-        removeMacArchive();
+        removeMacArchive("notes-from-iphone.json");
+        removeMacArchive("summaries-from-iphone.json");
     }
     vyzaduj(phone_->forgetConfirmations().has_value(), "the phone cannot save");
 }
 
-void NotesHistory::removeMacArchive() {
-    std::filesystem::remove(folder_ / "Morvex" / "notes-from-iphone.json");
+void NotesHistory::removeMacArchive(const char* name) {
+    std::filesystem::remove(folder_ / "Morvex" / name);
     loadMac();
 }
 
@@ -249,23 +278,40 @@ void NotesHistory::loadMac() {
     isUnsaved_ = false;
     mac_.emplace(PoznamkyStore::load(folder_, macClock_, dice_));
     mac_->priZmene = [this](const MorvexNote& note) {
-        if (isUp_) toPhone_.push_back(encode(MacPayload{MacPayload::NoteUpdate{note}}));
+        if (isUp_) tellPhone({MacPayload::NoteUpdate{note}});
     };
+    summaries_.emplace(SouhrnyStore::load(folder_));
 }
 
-void NotesHistory::breakDisk() {
-    std::error_code missing;
-    std::filesystem::rename(folder_ / "Morvex", folder_ / "away", missing);
-    std::ofstream(folder_ / "Morvex") << "in the way";
-    isDiskBroken_ = true;
+void NotesHistory::loadPhone() {
+    isPhoneUnsaved_ = false;
+    phone_.emplace(PhoneRecords::load(folder_, phoneClock_, dice_));
+    sync_.emplace(*phone_, post_, terminal_);
 }
 
-void NotesHistory::mendDisk() {
-    if (!isDiskBroken_) return;
-    std::filesystem::remove(folder_ / "Morvex");
+void NotesHistory::breakDisk(Side side) {
     std::error_code missing;
-    std::filesystem::rename(folder_ / "away", folder_ / "Morvex", missing);
-    isDiskBroken_ = false;
+    if (side == Side::mac) {
+        std::filesystem::rename(folder_ / "Morvex", folder_ / "away", missing);
+        std::ofstream(folder_ / "Morvex") << "in the way";
+    } else {
+        std::filesystem::rename(folder_ / "records.json", folder_ / "kept.json", missing);
+        std::filesystem::create_directory(folder_ / "records.json");
+    }
+    brokenDisks_.insert(side);
+}
+
+void NotesHistory::mendDisks() {
+    std::error_code missing;
+    if (brokenDisks_.contains(Side::mac)) {
+        std::filesystem::remove(folder_ / "Morvex");
+        std::filesystem::rename(folder_ / "away", folder_ / "Morvex", missing);
+    }
+    if (brokenDisks_.contains(Side::phone)) {
+        std::filesystem::remove(folder_ / "records.json");
+        std::filesystem::rename(folder_ / "kept.json", folder_ / "records.json", missing);
+    }
+    brokenDisks_.clear();
 }
 
 std::string NotesHistory::title() {
