@@ -10,6 +10,7 @@
 #include <boost/json.hpp>
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace morvex {
@@ -27,6 +28,21 @@ bool endsScript(const Error& error) {
 
 std::unexpected<Error> wrongLine(std::string text) {
     return failWith(ExitCode::usage, std::move(text));
+}
+
+constexpr std::string_view blanks = " \t";
+
+/// Takes the first word, which may be an empty one in quotes, from the front of `text`. Nothing when there is
+/// none.
+std::optional<std::string_view> takeWord(std::string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+    if (text.empty()) return std::nullopt;
+    const auto closing = text.starts_with('"') ? text.find('"', 1) : std::string_view::npos;
+    const bool isQuoted = closing != std::string_view::npos;
+    const auto end = isQuoted ? closing : std::min(text.find_first_of(blanks), text.size());
+    const auto word = isQuoted ? text.substr(1, end - 1) : text.substr(0, end);
+    text.remove_prefix(isQuoted ? end + 1 : end);
+    return word;
 }
 
 } // namespace
@@ -62,16 +78,16 @@ const std::vector<Shell::Row>& Shell::rows() {
 
 SplitLine SplitLine::of(std::string_view line) {
     const auto text = trim(line);
-    const bool isQuoted = text.starts_with('"') && text.find('"', 1) != std::string::npos;
-    const auto end = isQuoted ? text.find('"', 1) : std::min(text.find_first_of(" \t"), text.size());
-    auto first = isQuoted ? text.substr(1, end - 1) : text.substr(0, end);
-    return {std::move(first), trim(std::string_view(text).substr(isQuoted ? end + 1 : end))};
+    std::string_view rest = text;
+    auto first = takeWord(rest).value_or("");
+    return {std::string(first), trim(rest)};
 }
 
 std::vector<std::string> SplitLine::words(std::string_view line) {
+    const auto text = trim(line);
+    std::string_view rest = text;
     std::vector<std::string> words;
-    for (auto split = of(line); !split.first.empty() || !split.rest.empty(); split = of(split.rest))
-        words.push_back(std::move(split.first));
+    while (auto word = takeWord(rest)) words.emplace_back(*word);
     return words;
 }
 

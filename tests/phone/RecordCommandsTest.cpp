@@ -255,6 +255,9 @@ TEST_F(RecordCommandsTest, TheShellKeepsRecordsAndOffersTheChangedOneAtOnce) {
     err.str("");
     EXPECT_TRUE(type("notes create \"\" text").empty());
     EXPECT_THAT(err.str(), HasSubstr("Chybí název nebo text.")) << "an empty word counts as a word";
+    err.str("");
+    EXPECT_TRUE(type("notes edit Dřívější \"\"").empty());
+    EXPECT_THAT(err.str(), HasSubstr("Chybí název nebo text.")) << "also as the last one";
 }
 
 } // namespace

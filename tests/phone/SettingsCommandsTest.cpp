@@ -335,6 +335,10 @@ TEST_F(SettingsCommandsTest, TheShellTakesThemTooWithTheSecretOnTheNextLine) {
     EXPECT_EQ(takeMessage(),
               (MacPayload{MacPayload::Preferences{{"", "", {{{"U babičky", "Dlouhá 1, Praha"}}}}}}));
     reachMilestones();
+    type("preferences place \"U babičky\" \"\"");
+    EXPECT_EQ(takeMessage(), (MacPayload{MacPayload::Preferences{{"", "", {{{"U babičky", ""}}}}}}))
+        << "an empty address is no removal";
+    reachMilestones();
     type("apps add Počasí https://example.com");
     type("tajné");
     EXPECT_EQ(takeApps().size(), 1U);
@@ -345,7 +349,7 @@ TEST_F(SettingsCommandsTest, TheShellTakesThemTooWithTheSecretOnTheNextLine) {
     keyboard.end();
     run();
     EXPECT_EQ(ended, ExitCode::usage) << "apps alone says nothing";
-    EXPECT_THAT(out.str(), HasSubstr("U babičky: Dlouhá 1, Praha\n"));
+    EXPECT_THAT(out.str(), HasSubstr("U babičky: \n"));
     EXPECT_THAT(out.str(), HasSubstr("Počasí  https://example.com  s tokenem\n"));
 }
 

@@ -43,6 +43,9 @@ TEST(SplitLine, GivesAllWordsByTheSameRule) {
     EXPECT_EQ(SplitLine::words(" place \"U řeky\"  Krátká "),
               (std::vector<std::string>{"place", "U řeky", "Krátká"}));
     EXPECT_EQ(SplitLine::words("a \"\" b"), (std::vector<std::string>{"a", "", "b"}));
+    EXPECT_EQ(SplitLine::words("a \"\""), (std::vector<std::string>{"a", ""}))
+        << "an empty word may be the last";
+    EXPECT_EQ(SplitLine::words("\"a b\"c \"d"), (std::vector<std::string>{"a b", "c", "\"d"}));
     EXPECT_TRUE(SplitLine::words("  ").empty());
 }
 
