@@ -1,30 +1,39 @@
 #include "app/companion/NotesSync.h"
+#include "app/companion/StatusReport.h"
 #include "app/companion/ToolGate.h"
 #include "app/personal/NotesTools.h"
 #include "bench/Measure.h"
+#include "bench/NotesPhone.h"
 #include "foundation/AtomicFile.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/BoottimeClock.h"
 #include "platform/linux/SystemRandom.h"
+#include "platform/memory/FakeFolderPicker.h"
+#include "platform/memory/FixedFolders.h"
+#include "platform/memory/MemoryBookmarks.h"
+#include "platform/memory/MemoryDefaults.h"
+#include "platform/memory/ScriptedPrograms.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
 #include "relay/RelayServer.h"
 #include "shared-apple/RelayParovani.h"
 #include "shared/trust/SessionHandshake.h"
 #include "shared/wire/Json.h"
+#include "shared/wire/MacToolName.h"
 #include "tests/support/Await.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <boost/json.hpp>
 
 #include <algorithm>
-#include <atomic>
 #include <cstdio>
+#include <optional>
 #include <thread>
 #include <vector>
 
 // What 10,000 notes cost: load, search, merge and save against a plain JSON library on the same file, and a
-// catch-up over a real relay against sealing and opening the same messages, with local calls meanwhile.
+// catch-up of a phone that keeps them over a real relay against sealing and opening the same messages, with
+// local calls meanwhile.
 
 namespace morvex {
 namespace {
@@ -39,7 +48,8 @@ void fill(const std::filesystem::path& support, Clock& clock, Random& random) {
     NotesArchive archive;
     for (std::size_t i = 0; i < noteCount; ++i) {
         std::string body;
-        while (body.size() < 500) body += "Žluťoučký kůň pěl ďábelské ódy " + std::to_string(i) + ". ";
+        while (body.size() < 500)
+            body += "Žluťoučký kůň, který pěl, [ďábelské] ódy, " + std::to_string(i) + ". ";
         auto changed = clock.now() - std::chrono::seconds(i);
         archive.notes.records.push_back(
             {random.uuid(), "Poznámka " + std::to_string(i), body, changed, changed, 1, std::nullopt});
@@ -144,23 +154,32 @@ PairID pairOf(const Device& mac, const Device& phone, const std::string& relay, 
         .value();
 }
 
-/// What a phone has heard.
-struct Heard {
-    std::chrono::steady_clock::time_point ready;
-    std::chrono::steady_clock::time_point last;
-    std::atomic<std::size_t> notes = 0;
-};
+/// What `mac.status` tells of, with no outside programs. On the computer's main thread.
+class LocalStatus {
+  public:
+    LocalStatus(const CompanionState& state, Executor& executor, Clock& clock)
+        : state_(state),
+          discovery_(programs_, clock, executor, {}),
+          agents_({programs_, clock, discovery_, executor, executor}, {}) {}
 
-Task<void> listen(SecureLink* link, Heard* heard, std::stop_token stop) {
-    while (auto event = co_await link->udalosti().next(stop)) {
-        if (std::holds_alternative<SecureLink::Pripraveno>(*event))
-            heard->ready = std::chrono::steady_clock::now();
-        const auto* message = std::get_if<SecureLink::Zprava>(&*event);
-        if (!message || !message->payload.as<MacPayload::NoteUpdate>()) continue;
-        heard->last = std::chrono::steady_clock::now();
-        ++heard->notes;
+    [[nodiscard]] json::object told(const std::vector<ToolDescriptor>& offer) const {
+        return report_.forTool(offer);
     }
-}
+
+  private:
+    const CompanionState& state_;
+    MemoryDefaults defaults_;
+    MemoryBookmarks bookmarks_;
+    FakeFolderPicker picker_;
+    FixedFolders folders_;
+    ScriptedPrograms programs_;
+    MacIntegrationSettings integrations_{defaults_};
+    std::unique_ptr<Slozky> slozky_ = Slozky::create(defaults_, bookmarks_, picker_, folders_);
+    ProgramDiscovery discovery_;
+    AgentRunner agents_;
+    QProperty<bool> onPower_{true};
+    StatusReport report_{state_, integrations_, *slozky_, agents_, onPower_, "1.0", "Mac"};
+};
 
 /// The computer's side of a catch-up: its notes, its link, and the gate in front of its tools.
 class Computer {
@@ -171,10 +190,14 @@ class Computer {
           notes_(PoznamkyStore::load(support, clock, random)),
           summaries_(SouhrnyStore::load(support)),
           tools_(notes_),
+          clock_(clock),
           approvals_(clock, random, scope_),
           gate_(table_, state_, approvals_, random),
           link_(device.main, scope_, [this](SecureLink::Udalost event) { return handle(std::move(event)); }),
           sync_(notes_, summaries_, link_, scope_) {
+        table_.add(
+            MacToolName::status, [] { return true; },
+            [this](ToolCall call) { return tellStatus(std::move(call)); });
         tools_.addTo(table_, [] { return true; });
     }
 
@@ -183,10 +206,10 @@ class Computer {
     }
 
     /// Milliseconds that one local call of a tool takes.
-    double callLocally() {
-        return milliseconds([this] {
-            auto answer = await(device_.main, gate_.provestMistne("mac.notes.search", {{"limit", 1}}));
-            vyzaduj(answer.contains("notes"), "a tool did not answer");
+    double callLocally(const std::string& tool, const json::object& arguments, const char* expected) {
+        return milliseconds([&] {
+            auto answer = await(device_.main, gate_.provestMistne(tool, arguments));
+            vyzaduj(answer.contains(expected), "a tool did not answer");
         });
     }
 
@@ -195,6 +218,17 @@ class Computer {
   private:
     Task<void> handle(SecureLink::Udalost event) {
         if (std::holds_alternative<SecureLink::Pripraveno>(event)) co_await sync_.doplnit();
+        const auto* message = std::get_if<SecureLink::Zprava>(&event);
+        const auto* call = message ? message->payload.as<MacPayload::ToolCall>() : nullptr;
+        if (!call) co_return;
+        auto outcome = co_await gate_.provestNastroj({call->name, {}, message->requestID});
+        (void)co_await link_.poslat({MacPayload::ToolResult{outcome.ok, encode(outcome.result)}},
+                                    message->requestID);
+    }
+
+    Task<ToolOutcome> tellStatus(ToolCall) {
+        if (!status_) status_.emplace(state_, device_.main, clock_);
+        co_return ToolOutcome::done(status_->told(gate_.nabizeneNastroje()));
     }
 
     Task<void> disconnect() {
@@ -202,6 +236,7 @@ class Computer {
         scope_.stop();
         co_await scope_.join();
         co_await link_.odpojeno();
+        status_.reset();
     }
 
     Device& device_;
@@ -209,8 +244,10 @@ class Computer {
     PoznamkyStore notes_;
     SouhrnyStore summaries_;
     NotesTools tools_;
-    ToolTable table_;
+    Clock& clock_;
     CompanionState state_;
+    std::optional<LocalStatus> status_;
+    ToolTable table_;
     Schvalovani approvals_;
     ToolGate gate_;
     PhoneLink link_;
@@ -267,26 +304,35 @@ void benchCatchUp(const std::filesystem::path& support, Clock& clock, Random& ra
     Device phone;
     auto pair = pairOf(mac, phone, relay.address(), mac.main, clock);
     auto phoneLink = phone.linkTo(mac, pair, relay.address(), DeviceRole::phone, clock, random);
-    Heard heard;
+    NotesPhone keeping(support / "phone", phoneLink, clock, random);
     TaskScope listening(phone.main);
-    phone.main.post([&] { listening.spawn(listen(phoneLink.get(), &heard, listening.token())); });
+    phone.main.post([&] { listening.spawn(keeping.listen(listening.token())); });
     await(phone.main, phoneLink->spustit());
 
     Computer computer(mac, support, clock, random);
     computer.connect(mac.linkTo(phone, pair, relay.address(), DeviceRole::mac, clock, random));
-    std::vector<double> calls;
-    while (heard.notes == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    while (heard.notes < noteCount) calls.push_back(computer.callLocally());
-    const double seconds = std::chrono::duration<double>(heard.last - heard.ready).count();
+    std::vector<double> statuses;
+    std::vector<double> searches;
+    while (keeping.notes == 0) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    while (keeping.notes < noteCount) {
+        statuses.push_back(computer.callLocally("mac.status", {}, "tools"));
+        searches.push_back(computer.callLocally("mac.notes.search", {{"limit", 1}}, "notes"));
+    }
+    while (!keeping.isInStep) std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    const double seconds = std::chrono::duration<double>(keeping.last - keeping.ready).count();
+    const double kept = std::chrono::duration<double>(keeping.inStep - keeping.ready).count();
     computer.end();
     await(phone.main, endPhone(phoneLink, &listening));
 
     auto store = PoznamkyStore::load(support, clock, random);
     const double alone = sealAndOpenAll(mac, phone, store.vsechny(), clock, random) / 1000;
-    std::printf("catch-up of %zu notes over a relay: %.2f s; sealing and opening alone %.2f s (%.1f times)\n",
-                noteCount, seconds, alone, seconds / alone);
-    std::printf("local calls meanwhile: %zu, median %.2f ms, worst %.2f ms\n", calls.size(), median(calls),
-                std::ranges::max(calls));
+    std::printf("catch-up of %zu notes over a relay: %.2f s, saved and acknowledged after %.2f s; sealing "
+                "and opening "
+                "alone %.2f s (%.1f times)\n",
+                noteCount, seconds, kept, alone, seconds / alone);
+    for (const auto& [tool, calls] : {std::pair{"mac.status", &statuses}, {"mac.notes.search", &searches}})
+        std::printf("local calls of %s meanwhile: %zu, median %.2f ms, worst %.2f ms\n", tool, calls->size(),
+                    median(*calls), std::ranges::max(*calls));
 }
 
 } // namespace
