@@ -18,7 +18,8 @@ namespace {
 constexpr std::uint64_t firstSeed = 20'261'121;
 constexpr int fewestEvents = 10;
 constexpr int mostEvents = 60;
-constexpr std::size_t mostMessagesToRest = 10;
+/// Hellos, status, notes, offers, acknowledgements, and a call and its answer behind each round of offers.
+constexpr std::size_t mostMessagesToRest = 14;
 
 /// Of the history that runs now, for the case that the program ends in the midst of it.
 std::uint64_t presentSeed = 0;
