@@ -55,7 +55,10 @@ void PrintTo(Answer answer, std::ostream* out) {
     *out << names[static_cast<std::size_t>(answer)];
 }
 
-LaidTree::LaidTree(std::string_view layout, std::vector<std::string> allowed) : allowed_(std::move(allowed)) {
+LaidTree::LaidTree(std::string_view layout, std::vector<std::string> allowed,
+                   std::optional<std::string> folder)
+    : allowed_(std::move(allowed)) {
+    if (folder) folder_ = rooted(*folder);
     tree_.file("outside/secret", "secret");
     tree_.file("home/.ssh/id", "secret");
     std::string rest(layout);
@@ -76,18 +79,18 @@ std::string LaidTree::rooted(std::string_view text) const {
 }
 
 LaidTree::Read LaidTree::read(const std::string& path) {
-    auto text = executor_.run(soubory_.precti(path, {}, tree_.allowed(allowed_))).value();
+    auto text = executor_.run(soubory_.precti(path, folder_, tree_.allowed(allowed_))).value();
     if (!text) return {answerOf(text.error()), {}};
     return {Answer::done, *text};
 }
 
 Answer LaidTree::write(const std::string& path, const std::string& content) {
-    auto written = executor_.run(soubory_.zapis(path, content, {}, tree_.allowed(allowed_))).value();
+    auto written = executor_.run(soubory_.zapis(path, content, folder_, tree_.allowed(allowed_))).value();
     return written ? Answer::done : answerOf(written.error());
 }
 
 std::optional<std::vector<std::string>> LaidTree::search(const std::string& query) {
-    auto found = executor_.run(soubory_.hledej(query, {}, 50, tree_.allowed(allowed_), {})).value();
+    auto found = executor_.run(soubory_.hledej(query, folder_, 50, tree_.allowed(allowed_), {})).value();
     if (!found) return std::nullopt;
     std::ranges::sort(*found);
     return *std::move(found);

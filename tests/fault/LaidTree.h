@@ -30,7 +30,9 @@ void PrintTo(Answer answer, std::ostream* out);
 /// targets. The content of a file is "inside", and "secret" below `outside` and the other folders of `home`.
 class LaidTree {
   public:
-    LaidTree(std::string_view layout, std::vector<std::string> allowed = {"home/Projects"});
+    /// `folder` is told to the tools beside the path, as a person may name one.
+    LaidTree(std::string_view layout, std::vector<std::string> allowed = {"home/Projects"},
+             std::optional<std::string> folder = std::nullopt);
     ~LaidTree();
     LaidTree(const LaidTree&) = delete;
     LaidTree& operator=(const LaidTree&) = delete;
@@ -59,6 +61,7 @@ class LaidTree {
 
     FileTree tree_;
     std::vector<std::string> allowed_;
+    std::optional<std::string> folder_;
     std::vector<std::string> closed_;
     ManualExecutor executor_;
     SouboryBridge soubory_{executor_};

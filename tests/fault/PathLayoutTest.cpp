@@ -16,7 +16,7 @@ class PathLayoutTest : public testing::Test {
         std::size_t count = 0;
         for (const auto& layout : pathLayouts()) {
             SCOPED_TRACE(layout.what);
-            LaidTree tree(layout.tree, layout.allowed);
+            LaidTree tree(layout.tree, layout.allowed, layout.folder);
             check(layout, tree);
             ++count;
         }

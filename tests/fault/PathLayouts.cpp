@@ -198,11 +198,51 @@ std::vector<PathLayout> allowedLayouts() {
     };
 }
 
+std::vector<PathLayout> toldLayouts() {
+    const std::vector<std::string> one = {"home/Projects"};
+    const std::vector<std::string> two = {"home/Projects", "home/Second"};
+    const std::string file = "file; /home/Second/";
+    const std::string link = "file; /home/Second/link -> ../Projects/file";
+    return {
+        {"two folders, one is told", file, "file", done, exists, "", "file", two, "Projects"},
+        {"two folders, one is told in other letters", file, "file", done, exists, "", "file", two,
+         " PROJECTS "},
+        {"two folders, one is told and begins the path too", file, "Projects/file", done, exists, "", "file",
+         two, "Projects"},
+        {"two folders, the path begins with the other one", link, "Second/link", done, exists, "", "file",
+         two, "Projects"},
+        {"a folder that nobody allowed is told", file, "file", failed, failed, "", std::nullopt, two,
+         "Third"},
+        {"the same, and the path begins with an allowed one", file, "Projects/file", done, exists, "",
+         std::nullopt, two, "Third"},
+        {"the same, and the path is absolute", file, "$/home/Projects/file", done, exists, "", std::nullopt,
+         two, "Third"},
+        {"the only folder, and another one is told", "file", "file", failed, failed, "", std::nullopt, one,
+         "Third"},
+        {"a told folder that is a way out", "", "secret", failed, failed, "", std::nullopt, one,
+         "../../outside"},
+        {"a told folder that is a way out of an allowed one", "", "secret", failed, failed, "", std::nullopt,
+         one, "Projects/../../outside"},
+        {"a told folder that is an absolute path", "", "secret", failed, failed, "", std::nullopt, one,
+         "$/outside"},
+        {"a told folder that is the absolute path of an allowed one", "file", "file", failed, failed, "",
+         std::nullopt, one, "$/home/Projects"},
+        {"a told folder that is a folder within", "a/file", "file", failed, failed, "", std::nullopt, one,
+         "a"},
+        {"a told folder, and a path out of it", "", "../../outside/secret", outside, outside, "", "", two,
+         "Projects"},
+        {"a told folder, and a path to the other one's file", link, "../Second/link", done, exists, "",
+         "file", two, "Projects"},
+        {"a told folder, and credentials", ".ssh/id", ".ssh/id", forbidden, forbidden, "", "", two,
+         "Projects"},
+    };
+}
+
 } // namespace
 
 std::vector<PathLayout> pathLayouts() {
     std::vector<PathLayout> all;
-    for (auto* part : {plainLayouts, writtenLayouts, hiddenLayouts, linkLayouts, allowedLayouts})
+    for (auto* part : {plainLayouts, writtenLayouts, hiddenLayouts, linkLayouts, allowedLayouts, toldLayouts})
         for (auto& layout : part()) all.push_back(std::move(layout));
     return all;
 }

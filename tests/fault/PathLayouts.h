@@ -18,6 +18,7 @@ struct PathLayout {
     std::string made;                 ///< the file in the allowed folder that writing makes, if it is done
     std::optional<std::string> found; ///< all that a search finds, joined by ", "; nothing when it is refused
     std::vector<std::string> allowed = {"home/Projects"};
+    std::optional<std::string> folder = std::nullopt; ///< told beside the path
 };
 
 /// Every layout that the file tools are held to.
