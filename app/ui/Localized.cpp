@@ -10,6 +10,11 @@ namespace morvex {
 
 namespace {
 
+/// Bytes. What agents, phones and relays wrote may be far longer, and is in no table.
+constexpr std::size_t longestSentence = 2'000;
+/// How many sentences may stand in one another.
+constexpr int deepest = 4;
+
 std::optional<QString> lookUp(const QString& key) {
     auto source = key.toUtf8();
     auto found = QCoreApplication::translate("Morvex", source.constData());
@@ -60,17 +65,19 @@ QString filled(const QString& form, const QStringList& values) {
     return text;
 }
 
-QString localize(const QString& sentence) {
+QString localize(const QString& sentence, int deep) {
     if (auto found = lookUp(sentence)) return *found;
     const auto whole = formOf(sentence);
     if (auto found = lookUp(whole.key)) return filled(*found, whole.values);
+    if (deep == deepest) return sentence;
     for (const auto& mark : {QStringLiteral(": "), QStringLiteral(" — "), QStringLiteral(". ")}) {
         auto at = sentence.indexOf(mark);
         if (at < 0) continue;
         auto form = formOf(sentence.left(at + mark.size()));
-        form.values.push_back(localize(sentence.mid(at + mark.size())));
-        if (auto found = lookUp(form.key + u'%' + QString::number(form.values.size())))
-            return filled(*found, form.values);
+        auto found = lookUp(form.key + u'%' + QString::number(form.values.size() + 1));
+        if (!found) continue;
+        form.values.push_back(localize(sentence.mid(at + mark.size()), deep + 1));
+        return filled(*found, form.values);
     }
     return sentence;
 }
@@ -78,7 +85,8 @@ QString localize(const QString& sentence) {
 } // namespace
 
 QString localized(const std::string& sentence) {
-    return sentence.empty() ? QString() : localize(QString::fromStdString(sentence));
+    auto text = QString::fromStdString(sentence);
+    return text.isEmpty() || sentence.size() > longestSentence ? text : localize(text, 0);
 }
 
 } // namespace morvex

@@ -2,6 +2,7 @@
 
 #include "foundation/OneShot.h"
 
+#include <QAbstractItemView>
 #include <QCoreApplication>
 
 #include <memory>
@@ -18,11 +19,20 @@ QString words(const std::string& czech) {
     return QCoreApplication::translate("Morvex", czech.c_str());
 }
 
+/// No dialog of a desktop lets several folders be chosen, and the toolkit's own one only when its lists do.
+void letChooseSeveral(QFileDialog& dialog) {
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    for (const auto* name : {"listView", "treeView"})
+        if (auto* list = dialog.findChild<QAbstractItemView*>(QLatin1String(name)))
+            list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+}
+
 QFileDialog* makeDialog(const FolderPicker::Question& question) {
     auto* dialog = new QFileDialog;
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
+    letChooseSeveral(*dialog);
     dialog->setWindowTitle(words(question.message));
     dialog->setLabelText(QFileDialog::Accept, words(question.prompt));
     if (question.startAt) dialog->setDirectory(QString::fromStdString(*question.startAt));

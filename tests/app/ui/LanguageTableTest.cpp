@@ -52,6 +52,26 @@ TEST_F(LanguageTableTest, SentencesWithValuesAreFoundByTheirForm) {
     for (const auto& [czech, english] : sentences) EXPECT_EQ(translated(czech), english);
 }
 
+TEST_F(LanguageTableTest, TheToolkitSpeaksTheSameLanguage) {
+    const auto cancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel").toStdString(); };
+    EXPECT_EQ(cancel(), "Zrušit");
+    table_.take(QStringLiteral("de"));
+    EXPECT_EQ(cancel(), "Abbrechen");
+    table_.take(QStringLiteral("en"));
+    EXPECT_EQ(cancel(), "Cancel");
+}
+
+TEST_F(LanguageTableTest, ALongTextOfManySentencesIsLeftAsItIsAtOnce) {
+    table_.take(QStringLiteral("en"));
+    for (const std::string part : {"Soubor: hotov. ", "Spojení přerušeno: ", "a — ", "„", "Složka "}) {
+        std::string text;
+        for (int i = 0; i < 1'000; ++i) text += part;
+        EXPECT_EQ(translated(text), text);
+        const auto shorter = text.substr(0, 20 * part.size());
+        EXPECT_FALSE(translated(shorter).empty());
+    }
+}
+
 TEST_F(LanguageTableTest, AValueThatLooksLikeAPlaceStaysAsItIs) {
     table_.take(QStringLiteral("en"));
     EXPECT_EQ(translated("Oprávnění ke složce %2 %1 se nepodařilo uložit: %1"),
