@@ -5,33 +5,37 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <vector>
 
 namespace morvex {
 
 namespace {
 
-constexpr int coarse = 6;          ///< pixels that count as one
-constexpr double tolerance = 0.05; ///< of the full range, for the worst hundredth of them
+constexpr int tile = 10; ///< pixels of its sides; a letter is about as large
+/// Of the full range of a colour's part. Letters that stand a pixel beside their place stay below it, a
+/// letter or a symbol that is missing does not.
+constexpr double tolerance = 0.1;
 
-QImage coarsened(const QImage& picture) {
-    return picture
-        .scaled(std::max(1, picture.width() / coarse), std::max(1, picture.height() / coarse),
-                Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
-        .convertToFormat(QImage::Format_Grayscale8);
-}
-
-double worstHundredth(const QImage& left, const QImage& right) {
-    std::vector<int> differences;
-    for (int y = 0; y < left.height(); ++y)
-        for (int x = 0; x < left.width(); ++x)
-            differences.push_back(std::abs(qGray(left.pixel(x, y)) - qGray(right.pixel(x, y))));
-    auto rank = differences.begin() + static_cast<std::ptrdiff_t>(differences.size() * 99 / 100);
-    std::nth_element(differences.begin(), rank, differences.end());
-    return *rank / 255.0;
+QImage tiled(const QImage& picture) {
+    return picture.convertToFormat(QImage::Format_RGB32)
+        .scaled(std::max(1, picture.width() / tile), std::max(1, picture.height() / tile),
+                Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 } // namespace
+
+double pictureDifference(const QImage& left, const QImage& right) {
+    const auto one = tiled(left);
+    const auto other = tiled(right);
+    int worst = 0;
+    for (int y = 0; y < one.height(); ++y)
+        for (int x = 0; x < one.width(); ++x) {
+            const auto here = one.pixel(x, y);
+            const auto there = other.pixel(x, y);
+            worst = std::max({worst, std::abs(qRed(here) - qRed(there)),
+                              std::abs(qGreen(here) - qGreen(there)), std::abs(qBlue(here) - qBlue(there))});
+        }
+    return worst / 255.0;
+}
 
 std::string differenceFromApproved(const QImage& picture, const QString& name) {
     const QDir folder(QStringLiteral(MORVEX_SOURCE_DIR "/tests/app/ui/pictures"));
@@ -46,7 +50,7 @@ std::string differenceFromApproved(const QImage& picture, const QString& name) {
     if (approved.size() != picture.size())
         return "is " + std::to_string(picture.width()) + " × " + std::to_string(picture.height()) + ", not " +
                std::to_string(approved.width()) + " × " + std::to_string(approved.height());
-    auto difference = worstHundredth(coarsened(picture), coarsened(approved));
+    auto difference = pictureDifference(picture, approved);
     if (difference <= tolerance) return {};
     auto seen = QDir::temp().filePath(name + QStringLiteral("-seen.png"));
     picture.save(seen);

@@ -96,6 +96,7 @@ QImage ShownCompanion::pictureOf(QQuickWindow* shown) {
     constexpr int mostFrames = 50;
     QImage before;
     settle();
+    replaceChance(*shown->contentItem());
     auto picture = shown->grabWindow();
     for (int frame = 0; frame < mostFrames && picture != before; ++frame) {
         before = picture;
@@ -103,6 +104,20 @@ QImage ShownCompanion::pictureOf(QQuickWindow* shown) {
         picture = shown->grabWindow();
     }
     return picture;
+}
+
+void ShownCompanion::replaceChance(QQuickItem& item) {
+    const std::pair<std::string, QString> replacements[] = {
+        {temporary.path().string(), QStringLiteral("/home/jana")},
+        {mac ? mac->deviceID().rawValue : std::string(), QStringLiteral("5SFCPEHWQAW7N2MN3CCAB4CDUI")},
+        {phone.identity.deviceID().rawValue, QStringLiteral("PUYGSNR7ECXK2HNZOQOTDHVHFI")},
+    };
+    const auto shown = item.property("text").toString();
+    auto text = shown;
+    for (const auto& [chance, fixed] : replacements)
+        if (!chance.empty()) text.replace(QString::fromStdString(chance), fixed);
+    if (text != shown) item.setProperty("text", text);
+    for (auto* child : item.childItems()) replaceChance(*child);
 }
 
 } // namespace morvex

@@ -32,6 +32,8 @@ class ShownCompanion : public UiHarness {
     std::vector<bool> answers;
 
   private:
+    /// Shows fixed words instead of the folder and the identities of this run.
+    void replaceChance(QQuickItem& item);
     Task<void> note(Task<bool> asked);
 };
 
