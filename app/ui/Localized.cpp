@@ -31,6 +31,9 @@ const QRegularExpression& value() {
         "|(?<=^Oprávnění ke složce ).+?(?= se nepodařilo uložit)|(?<=^Složka ).+(?= neexistuje\\.$)"
         "|(?<=^Už běží jiný úkol: ).+(?=\\. Počkej, nebo ho zruš\\.$)"
         "|(?<=špatný typ \\().+(?=\\)\\.$)|(?<=to nezařídila \\().+(?=\\)\\.$)"
+        "|(?<=^Trezor odmítl čtení |^Trezor odmítl zápis |^Trezor odmítl mazání ).+?(?=: )"
+        "|^[\\w-]+(?= skončil chybou: )|(?<=^Mac právě pracuje: ).+(?=\\.$)"
+        "|(?<=^Nástroj )\\S+(?= neznám\\.$| není na Macu k dispozici: | není povolený: )"
         "|\\d+"));
     return expression;
 }

@@ -12,6 +12,10 @@
         <translation>%1 verbunden · %2 Werkzeuge</translation>
     </message>
     <message>
+        <source>%1 skončil chybou: %2</source>
+        <translation>%1 endete mit einem Fehler: %2</translation>
+    </message>
+    <message>
         <source>%1 synchronizováno</source>
         <translation>%1 synchronisiert</translation>
     </message>
@@ -81,11 +85,15 @@
     </message>
     <message>
         <source>Hlas na Macu</source>
-        <translation>Sprache am Mac</translation>
+        <translation>Stimme am Mac</translation>
     </message>
     <message>
         <source>Hlasový rozhovor tahle verze ještě neumí.</source>
         <translation>Ein Gespräch per Stimme beherrscht diese Version noch nicht.</translation>
+    </message>
+    <message>
+        <source>Hlavička požadavku má neplatné znaky.</source>
+        <translation>Der Kopf der Anfrage enthält ungültige Zeichen.</translation>
     </message>
     <message>
         <source>Hotovo</source>
@@ -102,6 +110,10 @@
     <message>
         <source>Jazyk aplikace a asistentky</source>
         <translation>Sprache der App und der Assistentin</translation>
+    </message>
+    <message>
+        <source>Jednorázové číslo zprávy má špatnou délku.</source>
+        <translation>Die Einmalzahl der Nachricht hat eine falsche Länge.</translation>
     </message>
     <message>
         <source>Kalendář</source>
@@ -150,6 +162,10 @@
     <message>
         <source>Mac není dostupný.</source>
         <translation>Der Mac ist nicht verfügbar.</translation>
+    </message>
+    <message>
+        <source>Mac právě pracuje: %1.</source>
+        <translation>Der Mac arbeitet gerade: %1.</translation>
     </message>
     <message>
         <source>Mac spí</source>
@@ -204,12 +220,32 @@
         <translation>Nicht gekoppelt</translation>
     </message>
     <message>
+        <source>Neznámý druh rámce.</source>
+        <translation>Unbekannte Art von Frame.</translation>
+    </message>
+    <message>
         <source>Nečekaná odpověď na přihlášení.</source>
         <translation>Unerwartete Antwort auf die Anmeldung.</translation>
     </message>
     <message>
         <source>Nový token — ponech prázdné beze změny</source>
         <translation>Neues Token — leer lassen, um es zu behalten</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není na Macu k dispozici: %2</source>
+        <translation>Das Werkzeug %1 ist am Mac nicht verfügbar: %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není povolený: %2</source>
+        <translation>Das Werkzeug %1 ist nicht erlaubt: %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 neznám.</source>
+        <translation>Das Werkzeug %1 ist unbekannt.</translation>
+    </message>
+    <message>
+        <source>Nástroj nevrátil žádný text.</source>
+        <translation>Das Werkzeug gab keinen Text zurück.</translation>
     </message>
     <message>
         <source>Nástroje Macu</source>
@@ -274,6 +310,10 @@
     <message>
         <source>Otisk klíče nesedí.</source>
         <translation>Der Fingerabdruck des Schlüssels passt nicht.</translation>
+    </message>
+    <message>
+        <source>Ověřovací značka zprávy má špatnou délku.</source>
+        <translation>Das Prüfzeichen der Nachricht hat eine falsche Länge.</translation>
     </message>
     <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
@@ -344,6 +384,10 @@
         <translation>Erlauben</translation>
     </message>
     <message>
+        <source>Povolit akci na Macu</source>
+        <translation>Eine Aktion am Mac erlauben</translation>
+    </message>
+    <message>
         <source>Poznámky Morvex</source>
         <translation>Morvex-Notizen</translation>
     </message>
@@ -368,8 +412,16 @@
         <translation>Regelmäßige Zusammenfassungen vom iPhone erscheinen hier und bleiben auch offline verfügbar.</translation>
     </message>
     <message>
+        <source>Proces skončil s kódem %1.</source>
+        <translation>Der Prozess endete mit dem Code %1.</translation>
+    </message>
+    <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
         <translation>Die Gegenseite hat eine Vorstellung gesendet, die ich nicht verstehe.</translation>
+    </message>
+    <message>
+        <source>Prázdné zadání.</source>
+        <translation>Die Aufgabe ist leer.</translation>
     </message>
     <message>
         <source>Párování neplatí — %1</source>
@@ -486,6 +538,10 @@
     <message>
         <source>Relay neposlal výzvu.</source>
         <translation>Das Relay hat keine Aufforderung gesendet.</translation>
+    </message>
+    <message>
+        <source>Relay odmítl požadavek (%1).</source>
+        <translation>Das Relay hat die Anfrage abgelehnt (%1).</translation>
     </message>
     <message>
         <source>Server odmítl WebSocket (HTTP %1).</source>
@@ -608,12 +664,28 @@
         <translation>Der Text des Codes ist kopiert.</translation>
     </message>
     <message>
+        <source>Tohle potřebuje potvrzení: %1</source>
+        <translation>Das muss bestätigt werden: %1</translation>
+    </message>
+    <message>
         <source>Token</source>
         <translation>Token</translation>
     </message>
     <message>
         <source>Token se ukládá pouze do Keychainu tohoto Macu.</source>
         <translation>Das Token wird nur im Schlüsselbund dieses Mac gespeichert.</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl mazání %1: %2</source>
+        <translation>Der Tresor verweigert das Löschen von %1: %2</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl zápis %1: %2</source>
+        <translation>Der Tresor verweigert das Schreiben von %1: %2</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl čtení %1: %2</source>
+        <translation>Der Tresor verweigert das Lesen von %1: %2</translation>
     </message>
     <message>
         <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
@@ -720,6 +792,10 @@
         <translation>Abgelehnt.</translation>
     </message>
     <message>
+        <source>Zamítnuto: %1</source>
+        <translation>Abgelehnt: %1</translation>
+    </message>
+    <message>
         <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
         <translation>Schalte nur die Dienste ein, die Morvex auf diesem Mac verwenden soll.</translation>
     </message>
@@ -776,6 +852,14 @@
         <translation>Die Nachricht kam zu spät, nach %1 Sekunden. Ich habe sie nicht ausgeführt.</translation>
     </message>
     <message>
+        <source>Zpráva je na přenos příliš dlouhá.</source>
+        <translation>Die Nachricht ist zu lang für die Übertragung.</translation>
+    </message>
+    <message>
+        <source>Zpráva je na zašifrování moc dlouhá.</source>
+        <translation>Die Nachricht ist zu lang zum Verschlüsseln.</translation>
+    </message>
+    <message>
         <source>Zpráva je příliš dlouhá.</source>
         <translation>Die Nachricht ist zu lang.</translation>
     </message>
@@ -820,12 +904,28 @@
         <translation>Das iPhone bleibt das Hauptgerät</translation>
     </message>
     <message>
+        <source>kód %1</source>
+        <translation>Code %1</translation>
+    </message>
+    <message>
+        <source>položka už existuje</source>
+        <translation>der Eintrag existiert bereits</translation>
+    </message>
+    <message>
+        <source>položku nejde číst nebo zapsat</source>
+        <translation>der Eintrag lässt sich nicht lesen oder schreiben</translation>
+    </message>
+    <message>
         <source>trezor je zamčený</source>
         <translation>der Tresor ist gesperrt</translation>
     </message>
     <message>
         <source>trezor není dostupný</source>
         <translation>der Tresor ist nicht erreichbar</translation>
+    </message>
+    <message>
+        <source>uživatel odemčení zrušil</source>
+        <translation>das Entsperren wurde abgebrochen</translation>
     </message>
     <message>
         <source>z iPhonu · E2EE</source>

@@ -12,6 +12,10 @@
         <translation>%1 connected · %2 tools</translation>
     </message>
     <message>
+        <source>%1 skončil chybou: %2</source>
+        <translation>%1 ended with an error: %2</translation>
+    </message>
+    <message>
         <source>%1 synchronizováno</source>
         <translation>%1 synced</translation>
     </message>
@@ -21,7 +25,7 @@
     </message>
     <message>
         <source>Adresa relaye nedává smysl.</source>
-        <translation>The address of the relay makes no sense.</translation>
+        <translation>The relay address is not valid.</translation>
     </message>
     <message>
         <source>Adresa serveru není platná.</source>
@@ -53,7 +57,7 @@
     </message>
     <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
-        <translation>Claude Code is installed, but its login is not valid or the check did not answer. Run `claude auth login` in a terminal, then click Look again here.</translation>
+        <translation>Claude Code is installed, but its login is not valid or the check did not answer. Run `claude auth login` in a terminal, then click Check again here.</translation>
     </message>
     <message>
         <source>Claude Code skončil chybou.</source>
@@ -85,7 +89,11 @@
     </message>
     <message>
         <source>Hlasový rozhovor tahle verze ještě neumí.</source>
-        <translation>This version cannot hold a voice conversation yet.</translation>
+        <translation>Voice conversations are not available in this version yet.</translation>
+    </message>
+    <message>
+        <source>Hlavička požadavku má neplatné znaky.</source>
+        <translation>The request's header has invalid characters.</translation>
     </message>
     <message>
         <source>Hotovo</source>
@@ -102,6 +110,10 @@
     <message>
         <source>Jazyk aplikace a asistentky</source>
         <translation>Language of the app and the assistant</translation>
+    </message>
+    <message>
+        <source>Jednorázové číslo zprávy má špatnou délku.</source>
+        <translation>The message's nonce has a wrong length.</translation>
     </message>
     <message>
         <source>Kalendář</source>
@@ -145,11 +157,15 @@
     </message>
     <message>
         <source>Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.</source>
-        <translation>The code is valid until %1. After that, have a new one shown — the short validity is intended.</translation>
+        <translation>The code is valid until %1. After that, show a new one — codes are short-lived on purpose.</translation>
     </message>
     <message>
         <source>Mac není dostupný.</source>
         <translation>The Mac is not available.</translation>
+    </message>
+    <message>
+        <source>Mac právě pracuje: %1.</source>
+        <translation>The Mac is busy: %1.</translation>
     </message>
     <message>
         <source>Mac spí</source>
@@ -165,7 +181,7 @@
     </message>
     <message>
         <source>Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti vybilo notebook v tašce.</source>
-        <translation>On battery the Mac goes to sleep whatever this setting says. Holding off sleep without power would drain the notebook in your bag.</translation>
+        <translation>On battery the Mac goes to sleep whatever this setting says. Holding off sleep without power would drain the laptop in your bag.</translation>
     </message>
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
@@ -197,11 +213,15 @@
     </message>
     <message>
         <source>Neshoduje se</source>
-        <translation>It differs</translation>
+        <translation>They don't match</translation>
     </message>
     <message>
         <source>Nespárováno</source>
         <translation>Not paired</translation>
+    </message>
+    <message>
+        <source>Neznámý druh rámce.</source>
+        <translation>Unknown kind of frame.</translation>
     </message>
     <message>
         <source>Nečekaná odpověď na přihlášení.</source>
@@ -210,6 +230,22 @@
     <message>
         <source>Nový token — ponech prázdné beze změny</source>
         <translation>New token — leave empty to keep the present one</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není na Macu k dispozici: %2</source>
+        <translation>The tool %1 is not available on the Mac: %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není povolený: %2</source>
+        <translation>The tool %1 is not allowed: %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 neznám.</source>
+        <translation>The tool %1 is unknown.</translation>
+    </message>
+    <message>
+        <source>Nástroj nevrátil žádný text.</source>
+        <translation>The tool returned no text.</translation>
     </message>
     <message>
         <source>Nástroje Macu</source>
@@ -276,6 +312,10 @@
         <translation>The fingerprint of the key does not fit.</translation>
     </message>
     <message>
+        <source>Ověřovací značka zprávy má špatnou délku.</source>
+        <translation>The message's authentication tag has a wrong length.</translation>
+    </message>
+    <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
         <translation>Goes to sleep after a while of idleness and cannot be reached then</translation>
     </message>
@@ -289,11 +329,11 @@
     </message>
     <message>
         <source>Pokračovat v Claude</source>
-        <translation>Go on in Claude</translation>
+        <translation>Continue in Claude</translation>
     </message>
     <message>
         <source>Pokračovat v Codexu</source>
-        <translation>Go on in Codex</translation>
+        <translation>Continue in Codex</translation>
     </message>
     <message>
         <source>Pole „%1“ chybí.</source>
@@ -344,6 +384,10 @@
         <translation>Allow</translation>
     </message>
     <message>
+        <source>Povolit akci na Macu</source>
+        <translation>Allow an action on the Mac</translation>
+    </message>
+    <message>
         <source>Poznámky Morvex</source>
         <translation>Morvex notes</translation>
     </message>
@@ -368,8 +412,16 @@
         <translation>Regular summaries made on the iPhone appear here and stay available offline.</translation>
     </message>
     <message>
+        <source>Proces skončil s kódem %1.</source>
+        <translation>The process ended with code %1.</translation>
+    </message>
+    <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
         <translation>The other side sent an introduction that I do not understand.</translation>
+    </message>
+    <message>
+        <source>Prázdné zadání.</source>
+        <translation>The task is empty.</translation>
     </message>
     <message>
         <source>Párování neplatí — %1</source>
@@ -389,7 +441,7 @@
     </message>
     <message>
         <source>Představení telefonu má neplatný podpis. Nic jsem neuložil.</source>
-        <translation>The phone's introduction has an invalid signature. I have kept nothing.</translation>
+        <translation>The phone's introduction has an invalid signature. Nothing was saved.</translation>
     </message>
     <message>
         <source>Přerušeno</source>
@@ -429,7 +481,7 @@
     </message>
     <message>
         <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
-        <translation>The Claude Code login failed. Run `claude auth login` in a terminal, then click Look again in the app.</translation>
+        <translation>The Claude Code login failed. Run `claude auth login` in a terminal, then click Check again in the app.</translation>
     </message>
     <message>
         <source>Připoj vlastní MCP službu přes zabezpečenou HTTPS adresu.</source>
@@ -488,6 +540,10 @@
         <translation>The relay sent no challenge.</translation>
     </message>
     <message>
+        <source>Relay odmítl požadavek (%1).</source>
+        <translation>The relay refused the request (%1).</translation>
+    </message>
+    <message>
         <source>Server odmítl WebSocket (HTTP %1).</source>
         <translation>The server refused the WebSocket (HTTP %1).</translation>
     </message>
@@ -513,7 +569,7 @@
     </message>
     <message>
         <source>Souhlasí</source>
-        <translation>It matches</translation>
+        <translation>They match</translation>
     </message>
     <message>
         <source>Souhrny Morvex</source>
@@ -537,7 +593,7 @@
     </message>
     <message>
         <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>
-        <translation>The start at login could not be set: %1</translation>
+        <translation>Starting at login could not be set: %1</translation>
     </message>
     <message>
         <source>Spouštět po přihlášení</source>
@@ -608,12 +664,28 @@
         <translation>The text of the code is copied.</translation>
     </message>
     <message>
+        <source>Tohle potřebuje potvrzení: %1</source>
+        <translation>This needs to be confirmed: %1</translation>
+    </message>
+    <message>
         <source>Token</source>
         <translation>Token</translation>
     </message>
     <message>
         <source>Token se ukládá pouze do Keychainu tohoto Macu.</source>
         <translation>The token is kept in the keychain of this Mac only.</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl mazání %1: %2</source>
+        <translation>The vault refused to delete %1: %2</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl zápis %1: %2</source>
+        <translation>The vault refused to write %1: %2</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl čtení %1: %2</source>
+        <translation>The vault refused to read %1: %2</translation>
     </message>
     <message>
         <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
@@ -629,7 +701,7 @@
     </message>
     <message>
         <source>Uložená adresa relaye nedává smysl.</source>
-        <translation>The stored address of the relay makes no sense.</translation>
+        <translation>The stored relay address is not valid.</translation>
     </message>
     <message>
         <source>Uložit</source>
@@ -637,7 +709,7 @@
     </message>
     <message>
         <source>Upraveno %1</source>
-        <translation>Changed %1</translation>
+        <translation>Edited %1</translation>
     </message>
     <message>
         <source>Upravit</source>
@@ -713,11 +785,15 @@
     </message>
     <message>
         <source>Zamítnout</source>
-        <translation>Refuse</translation>
+        <translation>Deny</translation>
     </message>
     <message>
         <source>Zamítnuto.</source>
         <translation>Refused.</translation>
+    </message>
+    <message>
+        <source>Zamítnuto: %1</source>
+        <translation>Denied: %1</translation>
     </message>
     <message>
         <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
@@ -745,7 +821,7 @@
     </message>
     <message>
         <source>Zjistit znovu</source>
-        <translation>Look again</translation>
+        <translation>Check again</translation>
     </message>
     <message>
         <source>Zjišťuji…</source>
@@ -774,6 +850,14 @@
     <message>
         <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
         <translation>The message came late, after %1 seconds. I have not carried it out.</translation>
+    </message>
+    <message>
+        <source>Zpráva je na přenos příliš dlouhá.</source>
+        <translation>The message is too long to be sent.</translation>
+    </message>
+    <message>
+        <source>Zpráva je na zašifrování moc dlouhá.</source>
+        <translation>The message is too long to be encrypted.</translation>
     </message>
     <message>
         <source>Zpráva je příliš dlouhá.</source>
@@ -820,12 +904,28 @@
         <translation>The iPhone stays the main device</translation>
     </message>
     <message>
+        <source>kód %1</source>
+        <translation>code %1</translation>
+    </message>
+    <message>
+        <source>položka už existuje</source>
+        <translation>the item exists already</translation>
+    </message>
+    <message>
+        <source>položku nejde číst nebo zapsat</source>
+        <translation>the item cannot be read or written</translation>
+    </message>
+    <message>
         <source>trezor je zamčený</source>
         <translation>the vault is locked</translation>
     </message>
     <message>
         <source>trezor není dostupný</source>
         <translation>the vault is not available</translation>
+    </message>
+    <message>
+        <source>uživatel odemčení zrušil</source>
+        <translation>the user cancelled unlocking it</translation>
     </message>
     <message>
         <source>z iPhonu · E2EE</source>
@@ -841,7 +941,7 @@
     </message>
     <message>
         <source>Čeká na potvrzení: %1</source>
-        <translation>Waits for approval: %1</translation>
+        <translation>Waiting for approval: %1</translation>
     </message>
     <message>
         <source>Čekám na OpenAI klíč z iPhonu</source>

@@ -12,6 +12,10 @@
         <translation>%1 conectadas · %2 herramientas</translation>
     </message>
     <message>
+        <source>%1 skončil chybou: %2</source>
+        <translation>%1 terminó con un error: %2</translation>
+    </message>
+    <message>
         <source>%1 synchronizováno</source>
         <translation>%1 sincronizadas</translation>
     </message>
@@ -88,6 +92,10 @@
         <translation>Esta versión todavía no sabe mantener una conversación por voz.</translation>
     </message>
     <message>
+        <source>Hlavička požadavku má neplatné znaky.</source>
+        <translation>La cabecera de la petición tiene caracteres no válidos.</translation>
+    </message>
+    <message>
         <source>Hotovo</source>
         <translation>Listo</translation>
     </message>
@@ -102,6 +110,10 @@
     <message>
         <source>Jazyk aplikace a asistentky</source>
         <translation>Idioma de la app y de la asistente</translation>
+    </message>
+    <message>
+        <source>Jednorázové číslo zprávy má špatnou délku.</source>
+        <translation>El número único del mensaje tiene una longitud incorrecta.</translation>
     </message>
     <message>
         <source>Kalendář</source>
@@ -150,6 +162,10 @@
     <message>
         <source>Mac není dostupný.</source>
         <translation>El Mac no está disponible.</translation>
+    </message>
+    <message>
+        <source>Mac právě pracuje: %1.</source>
+        <translation>El Mac está ocupado: %1.</translation>
     </message>
     <message>
         <source>Mac spí</source>
@@ -204,12 +220,32 @@
         <translation>Sin vincular</translation>
     </message>
     <message>
+        <source>Neznámý druh rámce.</source>
+        <translation>Tipo de trama desconocido.</translation>
+    </message>
+    <message>
         <source>Nečekaná odpověď na přihlášení.</source>
         <translation>Respuesta inesperada al iniciar la sesión.</translation>
     </message>
     <message>
         <source>Nový token — ponech prázdné beze změny</source>
         <translation>Token nuevo — déjalo vacío para conservar el actual</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není na Macu k dispozici: %2</source>
+        <translation>La herramienta %1 no está disponible en el Mac: %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není povolený: %2</source>
+        <translation>La herramienta %1 no está permitida: %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 neznám.</source>
+        <translation>La herramienta %1 es desconocida.</translation>
+    </message>
+    <message>
+        <source>Nástroj nevrátil žádný text.</source>
+        <translation>La herramienta no devolvió ningún texto.</translation>
     </message>
     <message>
         <source>Nástroje Macu</source>
@@ -274,6 +310,10 @@
     <message>
         <source>Otisk klíče nesedí.</source>
         <translation>La huella de la clave no encaja.</translation>
+    </message>
+    <message>
+        <source>Ověřovací značka zprávy má špatnou délku.</source>
+        <translation>La etiqueta de autenticación del mensaje tiene una longitud incorrecta.</translation>
     </message>
     <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
@@ -344,6 +384,10 @@
         <translation>Permitir</translation>
     </message>
     <message>
+        <source>Povolit akci na Macu</source>
+        <translation>Permitir una acción en el Mac</translation>
+    </message>
+    <message>
         <source>Poznámky Morvex</source>
         <translation>Notas de Morvex</translation>
     </message>
@@ -368,8 +412,16 @@
         <translation>Los resúmenes periódicos creados en el iPhone aparecen aquí y siguen disponibles sin conexión.</translation>
     </message>
     <message>
+        <source>Proces skončil s kódem %1.</source>
+        <translation>El proceso terminó con el código %1.</translation>
+    </message>
+    <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
         <translation>El otro lado ha enviado una presentación que no entiendo.</translation>
+    </message>
+    <message>
+        <source>Prázdné zadání.</source>
+        <translation>La tarea está vacía.</translation>
     </message>
     <message>
         <source>Párování neplatí — %1</source>
@@ -486,6 +538,10 @@
     <message>
         <source>Relay neposlal výzvu.</source>
         <translation>El relay no ha enviado el desafío.</translation>
+    </message>
+    <message>
+        <source>Relay odmítl požadavek (%1).</source>
+        <translation>El relay rechazó la petición (%1).</translation>
     </message>
     <message>
         <source>Server odmítl WebSocket (HTTP %1).</source>
@@ -608,12 +664,28 @@
         <translation>El texto del código está copiado.</translation>
     </message>
     <message>
+        <source>Tohle potřebuje potvrzení: %1</source>
+        <translation>Esto necesita confirmación: %1</translation>
+    </message>
+    <message>
         <source>Token</source>
         <translation>Token</translation>
     </message>
     <message>
         <source>Token se ukládá pouze do Keychainu tohoto Macu.</source>
         <translation>El token se guarda solo en el llavero de este Mac.</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl mazání %1: %2</source>
+        <translation>El almacén rechazó borrar %1: %2</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl zápis %1: %2</source>
+        <translation>El almacén rechazó escribir %1: %2</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl čtení %1: %2</source>
+        <translation>El almacén rechazó leer %1: %2</translation>
     </message>
     <message>
         <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
@@ -720,6 +792,10 @@
         <translation>Rechazado.</translation>
     </message>
     <message>
+        <source>Zamítnuto: %1</source>
+        <translation>Denegado: %1</translation>
+    </message>
+    <message>
         <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
         <translation>Activa solo los servicios que Morvex deba usar en este Mac.</translation>
     </message>
@@ -776,6 +852,14 @@
         <translation>El mensaje ha llegado tarde, tras %1 segundos. No lo he ejecutado.</translation>
     </message>
     <message>
+        <source>Zpráva je na přenos příliš dlouhá.</source>
+        <translation>El mensaje es demasiado largo para enviarlo.</translation>
+    </message>
+    <message>
+        <source>Zpráva je na zašifrování moc dlouhá.</source>
+        <translation>El mensaje es demasiado largo para cifrarlo.</translation>
+    </message>
+    <message>
         <source>Zpráva je příliš dlouhá.</source>
         <translation>El mensaje es demasiado largo.</translation>
     </message>
@@ -820,12 +904,28 @@
         <translation>El iPhone sigue siendo el dispositivo principal</translation>
     </message>
     <message>
+        <source>kód %1</source>
+        <translation>código %1</translation>
+    </message>
+    <message>
+        <source>položka už existuje</source>
+        <translation>el elemento ya existe</translation>
+    </message>
+    <message>
+        <source>položku nejde číst nebo zapsat</source>
+        <translation>el elemento no se puede leer ni escribir</translation>
+    </message>
+    <message>
         <source>trezor je zamčený</source>
         <translation>el almacén está bloqueado</translation>
     </message>
     <message>
         <source>trezor není dostupný</source>
         <translation>el almacén no está disponible</translation>
+    </message>
+    <message>
+        <source>uživatel odemčení zrušil</source>
+        <translation>el usuario canceló el desbloqueo</translation>
     </message>
     <message>
         <source>z iPhonu · E2EE</source>

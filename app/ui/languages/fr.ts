@@ -12,6 +12,10 @@
         <translation>%1 connectées · %2 outils</translation>
     </message>
     <message>
+        <source>%1 skončil chybou: %2</source>
+        <translation>%1 s’est terminé par une erreur : %2</translation>
+    </message>
+    <message>
         <source>%1 synchronizováno</source>
         <translation>%1 synchronisées</translation>
     </message>
@@ -88,6 +92,10 @@
         <translation>Cette version ne sait pas encore tenir une conversation vocale.</translation>
     </message>
     <message>
+        <source>Hlavička požadavku má neplatné znaky.</source>
+        <translation>L’en-tête de la requête contient des caractères non valides.</translation>
+    </message>
+    <message>
         <source>Hotovo</source>
         <translation>Terminé</translation>
     </message>
@@ -102,6 +110,10 @@
     <message>
         <source>Jazyk aplikace a asistentky</source>
         <translation>Langue de l’app et de l’assistante</translation>
+    </message>
+    <message>
+        <source>Jednorázové číslo zprávy má špatnou délku.</source>
+        <translation>Le nonce du message a une longueur incorrecte.</translation>
     </message>
     <message>
         <source>Kalendář</source>
@@ -152,6 +164,10 @@
         <translation>Le Mac n’est pas disponible.</translation>
     </message>
     <message>
+        <source>Mac právě pracuje: %1.</source>
+        <translation>Le Mac est occupé : %1.</translation>
+    </message>
+    <message>
         <source>Mac spí</source>
         <translation>Le Mac est en veille</translation>
     </message>
@@ -197,11 +213,15 @@
     </message>
     <message>
         <source>Neshoduje se</source>
-        <translation>Il diffère</translation>
+        <translation>Ils diffèrent</translation>
     </message>
     <message>
         <source>Nespárováno</source>
         <translation>Non associé</translation>
+    </message>
+    <message>
+        <source>Neznámý druh rámce.</source>
+        <translation>Type de trame inconnu.</translation>
     </message>
     <message>
         <source>Nečekaná odpověď na přihlášení.</source>
@@ -210,6 +230,22 @@
     <message>
         <source>Nový token — ponech prázdné beze změny</source>
         <translation>Nouveau jeton — laisse vide pour garder l’actuel</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není na Macu k dispozici: %2</source>
+        <translation>L’outil %1 n’est pas disponible sur le Mac : %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není povolený: %2</source>
+        <translation>L’outil %1 n’est pas autorisé : %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 neznám.</source>
+        <translation>L’outil %1 est inconnu.</translation>
+    </message>
+    <message>
+        <source>Nástroj nevrátil žádný text.</source>
+        <translation>L’outil n’a renvoyé aucun texte.</translation>
     </message>
     <message>
         <source>Nástroje Macu</source>
@@ -274,6 +310,10 @@
     <message>
         <source>Otisk klíče nesedí.</source>
         <translation>L’empreinte de la clé ne convient pas.</translation>
+    </message>
+    <message>
+        <source>Ověřovací značka zprávy má špatnou délku.</source>
+        <translation>Le code d’authentification du message a une longueur incorrecte.</translation>
     </message>
     <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
@@ -344,6 +384,10 @@
         <translation>Autoriser</translation>
     </message>
     <message>
+        <source>Povolit akci na Macu</source>
+        <translation>Autoriser une action sur le Mac</translation>
+    </message>
+    <message>
         <source>Poznámky Morvex</source>
         <translation>Notes Morvex</translation>
     </message>
@@ -368,8 +412,16 @@
         <translation>Les résumés réguliers créés sur l’iPhone apparaissent ici et restent disponibles hors ligne.</translation>
     </message>
     <message>
+        <source>Proces skončil s kódem %1.</source>
+        <translation>Le processus s’est terminé avec le code %1.</translation>
+    </message>
+    <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
         <translation>L’autre côté a envoyé une présentation que je ne comprends pas.</translation>
+    </message>
+    <message>
+        <source>Prázdné zadání.</source>
+        <translation>La tâche est vide.</translation>
     </message>
     <message>
         <source>Párování neplatí — %1</source>
@@ -488,6 +540,10 @@
         <translation>Le relais n’a pas envoyé de défi.</translation>
     </message>
     <message>
+        <source>Relay odmítl požadavek (%1).</source>
+        <translation>Le relais a refusé la requête (%1).</translation>
+    </message>
+    <message>
         <source>Server odmítl WebSocket (HTTP %1).</source>
         <translation>Le serveur a refusé le WebSocket (HTTP %1).</translation>
     </message>
@@ -513,7 +569,7 @@
     </message>
     <message>
         <source>Souhlasí</source>
-        <translation>Il correspond</translation>
+        <translation>Ils sont identiques</translation>
     </message>
     <message>
         <source>Souhrny Morvex</source>
@@ -608,12 +664,28 @@
         <translation>Le texte du code est copié.</translation>
     </message>
     <message>
+        <source>Tohle potřebuje potvrzení: %1</source>
+        <translation>Ceci doit être confirmé : %1</translation>
+    </message>
+    <message>
         <source>Token</source>
         <translation>Jeton</translation>
     </message>
     <message>
         <source>Token se ukládá pouze do Keychainu tohoto Macu.</source>
         <translation>Le jeton n’est conservé que dans le trousseau de ce Mac.</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl mazání %1: %2</source>
+        <translation>Le coffre a refusé la suppression de %1 : %2</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl zápis %1: %2</source>
+        <translation>Le coffre a refusé l’écriture de %1 : %2</translation>
+    </message>
+    <message>
+        <source>Trezor odmítl čtení %1: %2</source>
+        <translation>Le coffre a refusé la lecture de %1 : %2</translation>
     </message>
     <message>
         <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
@@ -720,6 +792,10 @@
         <translation>Refusé.</translation>
     </message>
     <message>
+        <source>Zamítnuto: %1</source>
+        <translation>Refusé : %1</translation>
+    </message>
+    <message>
         <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
         <translation>N’active que les services que Morvex doit utiliser sur ce Mac.</translation>
     </message>
@@ -776,6 +852,14 @@
         <translation>Le message est arrivé trop tard, après %1 secondes. Je ne l’ai pas exécuté.</translation>
     </message>
     <message>
+        <source>Zpráva je na přenos příliš dlouhá.</source>
+        <translation>Le message est trop long pour être transmis.</translation>
+    </message>
+    <message>
+        <source>Zpráva je na zašifrování moc dlouhá.</source>
+        <translation>Le message est trop long pour être chiffré.</translation>
+    </message>
+    <message>
         <source>Zpráva je příliš dlouhá.</source>
         <translation>Le message est trop long.</translation>
     </message>
@@ -820,12 +904,28 @@
         <translation>L’iPhone reste l’appareil principal</translation>
     </message>
     <message>
+        <source>kód %1</source>
+        <translation>code %1</translation>
+    </message>
+    <message>
+        <source>položka už existuje</source>
+        <translation>l’élément existe déjà</translation>
+    </message>
+    <message>
+        <source>položku nejde číst nebo zapsat</source>
+        <translation>l’élément ne peut être lu ni écrit</translation>
+    </message>
+    <message>
         <source>trezor je zamčený</source>
         <translation>le coffre est verrouillé</translation>
     </message>
     <message>
         <source>trezor není dostupný</source>
         <translation>le coffre n’est pas disponible</translation>
+    </message>
+    <message>
+        <source>uživatel odemčení zrušil</source>
+        <translation>le déverrouillage a été annulé</translation>
     </message>
     <message>
         <source>z iPhonu · E2EE</source>

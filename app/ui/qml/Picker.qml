@@ -11,6 +11,8 @@ T.ComboBox {
     rightPadding: 34
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
+    // The toolkit tells a screen reader no value of a control that has a name of its own.
+    Accessible.description: displayText
     Keys.onReleased: event => {
         event.accepted = !popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);
         if (event.accepted)

@@ -5,6 +5,16 @@ namespace {
 
 class LanguageTest : public UiHarness {
   protected:
+    /// What a screen reader tells of the choice of the language.
+    std::string chosenValue() {
+        std::string told;
+        walk(window(), [&told](QAccessibleInterface* node) {
+            if (node->role() == QAccessible::ComboBox)
+                told = node->text(QAccessible::Description).toStdString();
+        });
+        return told;
+    }
+
     bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
 };
 
@@ -25,10 +35,12 @@ TEST_F(LanguageTest, TheWindowHasEveryLanguageToChooseFrom) {
     openUi();
     EXPECT_EQ(names(QAccessible::ComboBox), std::vector<std::string>{"Jazyk aplikace a asistentky"});
     EXPECT_EQ(ui->model().voice()->languageIndex(), 0);
+    EXPECT_EQ(chosenValue(), "Podle iPhonu");
     ui->model().voice()->setLanguageMode(QStringLiteral("en"));
     settle();
     EXPECT_EQ(companion->hlas().languageMode(), "en");
     EXPECT_EQ(ui->model().voice()->languageIndex(), 2);
+    EXPECT_EQ(chosenValue(), "English");
 }
 
 } // namespace
