@@ -14,6 +14,7 @@
 #include "platform/linux/LockFileInstance.h"
 #include "platform/linux/LogindSleepInhibitor.h"
 #include "platform/linux/LogindSleepMonitor.h"
+#include "platform/linux/OrphanWatch.h"
 #include "platform/linux/OwnEnvironment.h"
 #include "platform/linux/PortalColorScheme.h"
 #include "platform/linux/SpawnLauncher.h"
@@ -66,7 +67,8 @@ void print(const std::string& text) {
 
 /// Everything that the companion works with. The executors go last: whatever still hops there finds them.
 struct System {
-    explicit System(std::unique_ptr<Clock> given) : clock(std::move(given)) {}
+    System(std::unique_ptr<Clock> given, OrphanWatch& orphans)
+        : clock(std::move(given)), processes(&orphans) {}
 
     QtMainExecutor main;
     ThreadExecutor storage{"uloziste"};
@@ -178,7 +180,7 @@ int runWindow(System& system, LockFileInstance& instance) {
     return QCoreApplication::exec();
 }
 
-int run(Face face) {
+int run(Face face, OrphanWatch& orphans) {
     auto clock = BoottimeClock::create();
     if (!clock) {
         std::fprintf(stderr, "Morvex nemá hodiny: %s\n", clock.error().popis().c_str());
@@ -190,19 +192,25 @@ int run(Face face) {
         std::fputs("Morvex už nad těmito daty běží.\n", stderr);
         return 1;
     }
-    System system(*std::move(clock));
+    System system(*std::move(clock), orphans);
     return face == Face::window ? runWindow(system, instance) : runConsole(system);
 }
 
 int runWith(Face face, int argc, char** argv) {
+    auto orphans = OrphanWatch::create();
+    if (!orphans) {
+        std::fprintf(stderr, "Morvex nemůže hlídat programy, které spustí: %s\n",
+                     orphans.error().popis().c_str());
+        return 1;
+    }
     if (face == Face::console) {
         QCoreApplication application(argc, argv);
-        return run(face);
+        return run(face, *orphans);
     }
     QApplication application(argc, argv);
     // A few cards need no graphics card, and without one the program starts faster and stays smaller.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    return run(face);
+    return run(face, *orphans);
 }
 
 } // namespace

@@ -133,7 +133,7 @@ Result<std::unique_ptr<ChildProcess>> SpawnLauncher::launch(const OutsideProgram
     TRY(auto, output, Pipe::create());
     TRY(auto, errors, Pipe::create());
     TRY(auto, pid, spawn(program, output.writeEnd, errors.writeEnd));
-    return SpawnedChild::create(pid, std::move(output.readEnd), std::move(errors.readEnd), listener);
+    return SpawnedChild::create(pid, std::move(output.readEnd), std::move(errors.readEnd), listener, watch_);
 }
 
 } // namespace morvex

@@ -39,9 +39,10 @@ std::int32_t waitFor(pid_t pid, int options) {
 } // namespace
 
 Result<std::unique_ptr<ChildProcess>> SpawnedChild::create(pid_t pid, FileDescriptor output,
-                                                           FileDescriptor errors, ChildListener& listener) {
+                                                           FileDescriptor errors, ChildListener& listener,
+                                                           OrphanWatch* watch) {
     std::unique_ptr<SpawnedChild> child(
-        new SpawnedChild(pid, std::move(output), std::move(errors), listener));
+        new SpawnedChild(pid, std::move(output), std::move(errors), listener, watch));
     if (auto started = child->start(); !started) return std::unexpected(started.error());
     return child;
 }
@@ -52,6 +53,7 @@ SpawnedChild::~SpawnedChild() {
         abandonOutput();
         thread_.join();
     }
+    if (watch_) watch_->ended(pid_);
     waitFor(pid_, 0);
 }
 
@@ -73,6 +75,7 @@ void SpawnedChild::abandonOutput() {
 }
 
 Result<void> SpawnedChild::start() {
+    if (watch_) watch_->begun(pid_);
     // The header of glibc 2.36 declares the function for C only.
     exit_ = FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid_, 0)));
     if (!exit_) return fail(SystemError{errno});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/FileDescriptor.h"
+#include "platform/linux/OrphanWatch.h"
 #include "platform/ports/ProcessLauncher.h"
 
 #include <array>
@@ -17,9 +18,10 @@ namespace morvex {
 /// before.
 class SpawnedChild final : public ChildProcess {
   public:
-    /// Takes over a child that runs. On failure the child is killed and gone.
+    /// Takes over a child that runs. On failure the child is killed and gone. `watch` may be null.
     static Result<std::unique_ptr<ChildProcess>> create(pid_t pid, FileDescriptor output,
-                                                        FileDescriptor errors, ChildListener& listener);
+                                                        FileDescriptor errors, ChildListener& listener,
+                                                        OrphanWatch* watch);
 
     ~SpawnedChild() override;
 
@@ -30,8 +32,13 @@ class SpawnedChild final : public ChildProcess {
   private:
     using Tell = void (ChildListener::*)(std::string_view);
 
-    SpawnedChild(pid_t pid, FileDescriptor output, FileDescriptor errors, ChildListener& listener)
-        : pid_(pid), output_(std::move(output)), errors_(std::move(errors)), listener_(listener) {}
+    SpawnedChild(pid_t pid, FileDescriptor output, FileDescriptor errors, ChildListener& listener,
+                 OrphanWatch* watch)
+        : pid_(pid),
+          output_(std::move(output)),
+          errors_(std::move(errors)),
+          listener_(listener),
+          watch_(watch) {}
 
     Result<void> start();
     void follow();
@@ -42,6 +49,7 @@ class SpawnedChild final : public ChildProcess {
     FileDescriptor output_;
     FileDescriptor errors_;
     ChildListener& listener_;
+    OrphanWatch* watch_;
     FileDescriptor exit_;      ///< readable once the child has ended
     FileDescriptor abandoned_; ///< readable once nobody waits for output
     std::atomic<bool> exited_ = false;

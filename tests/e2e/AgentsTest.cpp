@@ -9,28 +9,49 @@
 #include <fstream>
 #include <sstream>
 #include <thread>
+#include <utility>
 
 namespace morvex {
 namespace {
 
-constexpr const char* agentScript = R"(#!/bin/sh
+/// What both agents do: they answer the detection, and work in their folder until the file "go" is there.
+constexpr const char* scriptBegin = R"(#!/bin/sh
 [ "$1" = --version ] && { echo "agent 1.0"; exit; }
 [ "$1" = auth ] && exit
 echo "$*" >> arguments
+echo $$ > agent
+)";
+
+constexpr const char* codexScript = R"(
 echo '{"type":"thread.started","thread_id":"s1"}'
 echo '{"type":"item.completed","item":{"type":"command_execution","command":"make"}}'
 while [ ! -e go ]; do sleep 0.02; done
 echo '{"type":"turn.completed","text":"Opraveno."}'
 )";
 
-/// A companion among agents that are small scripts: they work in their folder until the file "go" is there.
+constexpr const char* claudeScript = R"(
+echo '{"type":"system","subtype":"init","session_id":"c1"}'
+echo '{"type":"assistant","session_id":"c1","message":{"content":[{"type":"tool_use","name":"Edit"}]}}'
+while [ ! -e go ]; do sleep 0.02; done
+echo '{"type":"result","subtype":"success","is_error":false,"result":"Upraveno.","session_id":"c1"}'
+)";
+
+/// Whether the process is there and no zombie.
+bool runs(pid_t process) {
+    std::stringstream text;
+    text << std::ifstream("/proc/" + std::to_string(process) + "/stat").rdbuf();
+    auto afterName = text.str().rfind(") ");
+    return afterName != std::string::npos && text.str()[afterName + 2] != 'Z';
+}
+
+/// A companion among agents that are small scripts. None of them outlives a test.
 class AgentsTest : public EndToEnd {
   protected:
     AgentsTest() {
         auto bin = temporary.path() / "agents";
         std::filesystem::create_directories(bin);
-        for (const char* name : {"codex", "claude"}) {
-            std::ofstream(bin / name) << agentScript;
+        for (auto [name, script] : {std::pair("codex", codexScript), std::pair("claude", claudeScript)}) {
+            std::ofstream(bin / name) << scriptBegin << script;
             std::filesystem::permissions(bin / name, std::filesystem::perms::owner_all);
         }
         shared["PATH"] = bin.string() + ":/usr/bin:/bin";
@@ -38,6 +59,24 @@ class AgentsTest : public EndToEnd {
         pair(*mac);
         folder = allow(*mac, "Ukázka");
         awaitAgents();
+    }
+
+    ~AgentsTest() override {
+        mac.reset();
+        awaitEndOfAgent();
+    }
+
+    /// Of the one that was started last.
+    void awaitEndOfAgent() const {
+        pid_t agent = 0;
+        std::ifstream(folder + "/agent") >> agent;
+        for (int tries = 0; agent > 0 && runs(agent); ++tries) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            if (tries < 200) continue;
+            ::kill(-agent, SIGKILL);
+            ADD_FAILURE() << "the agent outlives the program";
+            return;
+        }
     }
 
     /// Detection asks both programs first.
@@ -134,6 +173,17 @@ TEST_F(AgentsTest, AResultWaitsForThePhoneAndALaterCallGoesOnInTheSession) {
     awaitTask("Testy — hotovo");
 }
 
+TEST_F(AgentsTest, TheOtherAgentTellsItsOwnEventsAndGoesOnInItsOwnSession) {
+    auto id = call("mac.claude.run", {{"instruction", "Uprav testy"}})["work_item_id"];
+    awaitTask("Uprav testy — běží (claude-code, Ukázka): Používám nástroj Edit.");
+    go();
+    awaitTask("Uprav testy — hotovo (claude-code, Ukázka): Upraveno.");
+    call("mac.claude.run", {{"instruction", "Pokračuj"}, {"work_item_id", id}});
+    awaitTask("Uprav testy — hotovo");
+    EXPECT_TRUE(arguments().contains("-p Pokračuj --output-format stream-json --verbose --resume c1 "))
+        << arguments();
+}
+
 TEST_F(AgentsTest, ThePhoneOrThePersonStopsATask) {
     call("mac.claude.run", {{"instruction", "Oprav testy"}});
     awaitTask("běží");
@@ -151,12 +201,13 @@ TEST_F(AgentsTest, ThePhoneOrThePersonStopsATask) {
     EXPECT_EQ(call("mac.codex.cancel")["message"], "Nic neběželo.");
 }
 
-TEST_F(AgentsTest, ATaskThatRanAtTheEndOfTheProgramComesBackInterrupted) {
+TEST_F(AgentsTest, ATaskThatRanAtTheEndOfTheProgramComesBackInterruptedAndItsAgentIsGone) {
     for (int signal : {SIGKILL, SIGTERM}) {
         call("mac.codex.run", {{"instruction", "Oprav testy"}});
         awaitTask("Spouštím: make");
         mac->signal(signal);
         mac->wait();
+        awaitEndOfAgent();
         mac = startMac();
         awaitTask("Oprav testy — přerušeno (codex, Ukázka)");
         auto prompt = openPhone();

@@ -1,0 +1,103 @@
+#include "platform/linux/OrphanWatch.h"
+
+#include "foundation/SystemError.h"
+#include "platform/linux/Descendants.h"
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <filesystem>
+#include <set>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+/// The watch holds no terminal, folder or file of the program, and nothing that is meant for the program
+/// reaches it. Gives the end at which it listens.
+int separate(int socket) {
+    ::setsid();
+    ::signal(SIGTERM, SIG_IGN);
+    ::signal(SIGHUP, SIG_IGN);
+    // Not found by whoever ends everything of the program's name.
+    ::prctl(PR_SET_NAME, "orphan-watch");
+    ::dup2(socket, STDIN_FILENO);
+    const int nowhere = ::open("/dev/null", O_RDWR);
+    ::dup2(nowhere, STDOUT_FILENO);
+    ::dup2(nowhere, STDERR_FILENO);
+    ::close_range(STDERR_FILENO + 1, ~0U, 0);
+    std::error_code ignored;
+    std::filesystem::current_path("/", ignored);
+    return STDIN_FILENO;
+}
+
+/// All at once: whoever watched over them is gone, and the next start may begin in the same folder.
+void killGroup(pid_t leader) {
+    const auto strayed = descendantsOutsideGroup(leader);
+    ::kill(-leader, SIGKILL);
+    for (const auto& process : strayed) ::syscall(SYS_pidfd_send_signal, process.get(), SIGKILL, nullptr, 0);
+}
+
+/// A number begins a watch and its negative ends it.
+std::set<pid_t> leadersAtTheEndOf(int socket) {
+    std::set<pid_t> leaders;
+    pid_t number = 0;
+    for (;;) {
+        auto got = ::recv(socket, &number, sizeof number, 0);
+        if (got < 0 && errno == EINTR) continue;
+        if (got != sizeof number) return leaders;
+        if (number > 0) leaders.insert(number);
+        if (number < 0) leaders.erase(-number);
+    }
+}
+
+} // namespace
+
+Result<OrphanWatch> OrphanWatch::create() {
+    std::array<int, 2> ends{};
+    if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends.data()) != 0)
+        return fail(SystemError{errno});
+    FileDescriptor heard(ends[0]);
+    FileDescriptor told(ends[1]);
+    const auto watcher = ::fork();
+    if (watcher < 0) return fail(SystemError{errno});
+    if (watcher == 0) {
+        for (auto leader : leadersAtTheEndOf(separate(heard.get()))) killGroup(leader);
+        ::_exit(0);
+    }
+    return OrphanWatch(std::move(told), watcher);
+}
+
+OrphanWatch::OrphanWatch(OrphanWatch&& other) noexcept
+    : told_(std::move(other.told_)), watcher_(std::exchange(other.watcher_, 0)) {}
+
+OrphanWatch::~OrphanWatch() {
+    if (watcher_ == 0) return;
+    ::close(told_.release());
+    while (::waitpid(watcher_, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
+void OrphanWatch::begun(pid_t leader) {
+    tell(leader);
+}
+
+void OrphanWatch::ended(pid_t leader) {
+    tell(-leader);
+}
+
+void OrphanWatch::tell(pid_t number) {
+    // A watch that somebody ended hears nothing; that is no reason to end too.
+    while (::send(told_.get(), &number, sizeof number, MSG_NOSIGNAL) < 0 && errno == EINTR) {
+    }
+}
+
+} // namespace morvex
