@@ -18,12 +18,14 @@ std::size_t forbiddenLength(std::string_view text) {
     const auto first = byte(0);
     if (first == '\n' || first == '\t') return 0;
     if (first < 0x20 || first == 0x7f) return 1;
-    if (first == 0xc2 && byte(1) < 0xa0) return 2; // U+0080 to U+009F
+    if (first == 0xc2 && byte(1) < 0xa0) return 2;  // U+0080 to U+009F
+    if (first == 0xd8 && byte(1) == 0x9c) return 2; // U+061C
     if (first != 0xe2) return 0;
-    const bool isMark = byte(1) == 0x80 && (byte(2) == 0x8e || byte(2) == 0x8f);    // U+200E, U+200F
-    const bool isEmbedding = byte(1) == 0x80 && byte(2) >= 0xaa && byte(2) <= 0xae; // U+202A to U+202E
-    const bool isIsolate = byte(1) == 0x81 && byte(2) >= 0xa6 && byte(2) <= 0xa9;   // U+2066 to U+2069
-    return isMark || isEmbedding || isIsolate ? 3 : 0;
+    const bool isMark = byte(1) == 0x80 && (byte(2) == 0x8e || byte(2) == 0x8f); // U+200E, U+200F
+    // U+2028 and U+2029, which break lines, and U+202A to U+202E
+    const bool isBreakOrEmbedding = byte(1) == 0x80 && byte(2) >= 0xa8 && byte(2) <= 0xae;
+    const bool isIsolate = byte(1) == 0x81 && byte(2) >= 0xa6 && byte(2) <= 0xa9; // U+2066 to U+2069
+    return isMark || isBreakOrEmbedding || isIsolate ? 3 : 0;
 }
 
 } // namespace
