@@ -1,5 +1,6 @@
 #include "phone/EventText.h"
 
+#include "foundation/Printable.h"
 #include "phone/ResultText.h"
 #include "phone/StatusText.h"
 #include "phone/TaskText.h"
@@ -78,7 +79,7 @@ std::optional<StyledLine> eventLine(const Inbox::Event& event, Date now) {
     if (!words) return std::nullopt;
     return StyledLine{{timeOfDay(now) + "  ", Style::faint},
                       {std::string(words->kind) + ": "},
-                      {std::move(words->text), words->style}};
+                      {printableLine(words->text), words->style}};
 }
 
 std::optional<std::string> eventJson(const Inbox::Event& event, Date now) {
@@ -103,7 +104,7 @@ std::optional<std::string> eventJson(const Inbox::Event& event, Date now) {
 
 std::vector<StyledLine> approvalLines(const ApprovalRequest& request, Date now) {
     auto left = wholeSeconds(request.expiresAt) - wholeSeconds(now);
-    return {{{"Mac žádá o potvrzení: ", Style::bad}, {request.title, Style::strong}},
+    return {{{"Mac žádá o potvrzení: ", Style::bad}, {printableLine(request.title), Style::strong}},
             {{request.tool + ", zbývá " + std::to_string(left) + " s, ID " + request.id, Style::faint}},
             {{request.detail}},
             {{"Rozhodnout se dá i v okně Macu.", Style::faint}}};

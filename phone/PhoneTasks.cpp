@@ -1,24 +1,32 @@
 #include "phone/PhoneTasks.h"
 
+#include "foundation/SystemError.h"
 #include "shared/wire/Json.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <functional>
+#include <tuple>
 
 namespace morvex {
 
 namespace {
 
-constexpr std::size_t longestFile = std::size_t{64} * 1024 * 1024;
-
-/// A task that was begun later under the same id is another one, whose revisions begin anew.
+/// Each agent that works on a work item has a task of its own, with its own revisions. The task that changed
+/// last is the one that counts, in whichever order they come.
 bool isLater(const WorkItem& item, const WorkItem& known) {
-    return item.createdAt > known.createdAt || item.revision > known.revision;
+    if (item.createdAt == known.createdAt) return item.revision > known.revision;
+    return std::tie(item.updatedAt, item.createdAt) > std::tie(known.updatedAt, known.createdAt);
+}
+
+bool isTooLong(const Result<void>& saved) {
+    const auto* known = saved ? nullptr : saved.error().as<SystemError>();
+    return known && known->code == EFBIG;
 }
 
 } // namespace
 
-PhoneTasks PhoneTasks::load(const std::filesystem::path& folder) {
+PhoneTasks PhoneTasks::load(const std::filesystem::path& folder, std::size_t longestFile) {
     PhoneTasks tasks({folder / "tasks.json", longestFile});
     auto bytes = tasks.file_.read();
     if (!bytes || !*bytes) return tasks;
@@ -26,6 +34,8 @@ PhoneTasks PhoneTasks::load(const std::filesystem::path& folder) {
         tasks.items_ = *std::move(items);
     else
         tasks.file_.markDamaged();
+    std::ranges::sort(tasks.items_, std::greater{}, &WorkItem::updatedAt);
+    if (tasks.items_.size() > maximum) tasks.items_.resize(maximum);
     return tasks;
 }
 
@@ -39,9 +49,17 @@ Result<void> PhoneTasks::take(const WorkItem& item) {
                       item);
         if (items_.size() > maximum) items_.resize(maximum);
     }
-    auto saved = file_.save(asBytes(encode(items_)));
+    auto saved = save();
+    while (isTooLong(saved) && items_.size() > 1) {
+        items_.pop_back();
+        saved = save();
+    }
     isSaved_ = saved.has_value();
     return saved;
+}
+
+Result<void> PhoneTasks::save() {
+    return file_.save(asBytes(encode(items_)));
 }
 
 } // namespace morvex

@@ -15,18 +15,21 @@ class PhoneTasks {
   public:
     static constexpr std::size_t maximum = 100; ///< tasks; those that changed longest ago go
 
-    static PhoneTasks load(const std::filesystem::path& folder);
+    /// Tasks beyond `longestFile` bytes go too.
+    static PhoneTasks load(const std::filesystem::path& folder,
+                           std::size_t longestFile = std::size_t{64} * 1024 * 1024);
 
     /// The one that changed last comes first.
     [[nodiscard]] const std::vector<WorkItem>& items() const { return items_; }
 
-    /// Keeps a task unless this or a later revision of it is here. One that was begun later under the same id
-    /// replaces the one that is here. Fails while the list cannot be saved: the Mac
-    /// should tell of the task again.
+    /// Keeps a task unless this or a later revision of it is here. Of two tasks under one id the one that
+    /// changed last is kept. Fails while the list cannot be saved: the Mac should tell of the task again.
     Result<void> take(const WorkItem& item);
 
   private:
     explicit PhoneTasks(ArchiveFile file) : file_(std::move(file)) {}
+
+    Result<void> save();
 
     ArchiveFile file_;
     std::vector<WorkItem> items_;

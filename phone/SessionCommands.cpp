@@ -91,13 +91,16 @@ Task<Result<void>> callTool(Phone& phone, PhoneSession& session, Attendant& atte
 }
 
 Task<Result<void>> tasks(Phone& phone, PhoneSession& session, Attendant& attendant) {
-    // The Mac answers a call after it has told of everything that this phone had missed.
-    CO_CHECK(co_await session.call(std::string(MacToolName::status), "{}", phone.options.timeout, attendant));
+    // The Mac answers a call after it has told of everything that this phone had missed. Without its answer
+    // there is still what it told before.
+    auto answered =
+        co_await session.call(std::string(MacToolName::status), "{}", phone.options.timeout, attendant);
     const auto& items = phone.tasks.items();
     if (phone.options.isJson) phone.terminal.printJson(encode(items));
-    if (!phone.options.isJson && items.empty()) phone.terminal.note("Mac o žádné úloze neřekl.");
+    if (answered && !phone.options.isJson && items.empty()) phone.terminal.note("Mac o žádné úloze neřekl.");
     for (const auto& item : items)
         if (!phone.options.isJson) phone.terminal.print(taskLines(item));
+    CO_CHECK(std::move(answered));
     co_return Result<void>{};
 }
 

@@ -1,5 +1,7 @@
 #include "phone/TaskText.h"
 
+#include "foundation/Printable.h"
+
 #include <string_view>
 
 namespace morvex {
@@ -32,16 +34,16 @@ std::string_view statusWord(const WorkItemStatus& status) {
 
 std::string agentText(const WorkItem& item) {
     if (!item.agent) return "";
-    return item.agent->tool + (item.agent->folderAlias ? " ve složce " + *item.agent->folderAlias : "") +
-           ", ";
+    const auto& folder = item.agent->folderAlias;
+    return printableLine(item.agent->tool + (folder ? " ve složce " + *folder : "") + ", ");
 }
 
 } // namespace
 
 std::string taskText(const WorkItem& item) {
     auto text = item.title + " — " + std::string(statusWord(item.status));
-    if (item.lastError) return text + ": " + *item.lastError;
-    return item.summary ? text + ": " + *item.summary : text;
+    const auto& told = item.lastError ? item.lastError : item.summary;
+    return printableLine(told ? text + ": " + *told : text);
 }
 
 std::vector<StyledLine> taskLines(const WorkItem& item) {

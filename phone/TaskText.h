@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Where a task stands, in one line.
+/// Where a task stands, in one line whatever the agent said.
 std::string taskText(const WorkItem& item);
 
 /// The same with who works on it, and with the id that continues it.

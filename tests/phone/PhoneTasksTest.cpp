@@ -1,9 +1,11 @@
 #include "phone/PhoneTasks.h"
 
+#include "shared/wire/Json.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 
 namespace morvex {
@@ -30,19 +32,49 @@ TEST(PhoneTasks, KeepsTheLatestRevisionOverARestart) {
     EXPECT_EQ(PhoneTasks::load(folder.path()).items(), std::vector{item(1, 3, 30, "tři")});
 }
 
-TEST(PhoneTasks, ALaterTaskUnderTheSameIdReplacesTheOlderOneWhateverItsRevision) {
-    TemporaryFolder folder;
-    auto tasks = PhoneTasks::load(folder.path());
+TEST(PhoneTasks, OfTwoTasksUnderOneIdTheOneThatChangedLastStaysInWhicheverOrderTheyCome) {
     auto older = item(1, 9, 20, "starší");
-    auto newer = item(1, 1, 30, "novější");
     older.createdAt = dateFromSeconds(10);
+    auto newer = item(1, 1, 30, "novější");
     newer.createdAt = dateFromSeconds(11);
-    EXPECT_TRUE(tasks.take(older));
-    EXPECT_TRUE(tasks.take(newer));
-    EXPECT_EQ(tasks.items(), std::vector{newer});
-    newer.revision = 2;
-    EXPECT_TRUE(tasks.take(newer));
-    EXPECT_EQ(PhoneTasks::load(folder.path()).items(), std::vector{newer});
+    auto sameMoment = item(1, 1, 20, "v téže vteřině");
+    sameMoment.createdAt = dateFromSeconds(20);
+    auto again = item(1, 10, 40, "starší pokračuje");
+    again.createdAt = older.createdAt;
+    const std::vector<std::vector<WorkItem>> rows{
+        {older, newer}, {older, sameMoment}, {newer, again}, {older, newer, again}};
+    for (auto row : rows) {
+        const auto wanted = std::vector{row.back()};
+        std::ranges::sort(row, {}, &WorkItem::title);
+        do {
+            TemporaryFolder folder;
+            auto tasks = PhoneTasks::load(folder.path());
+            for (const auto& told : row) EXPECT_TRUE(tasks.take(told));
+            EXPECT_EQ(tasks.items(), wanted) << row.front().title << " came first";
+            EXPECT_EQ(PhoneTasks::load(folder.path()).items(), wanted);
+        } while (std::ranges::next_permutation(row, {}, &WorkItem::title).found);
+    }
+}
+
+TEST(PhoneTasks, TheOldestGoWhenTheFileWouldGrowTooLong) {
+    TemporaryFolder folder;
+    auto tasks = PhoneTasks::load(folder.path(), 2500);
+    for (std::uint8_t id = 1; id <= 4; ++id)
+        EXPECT_TRUE(tasks.take(item(id, 1, id, std::string(700, 'x')))) << int{id};
+    EXPECT_EQ(tasks.items().front().id, item(4, 1, 4).id);
+    EXPECT_LT(tasks.items().size(), 4U);
+    EXPECT_EQ(PhoneTasks::load(folder.path()).items(), tasks.items());
+}
+
+TEST(PhoneTasks, ALoadedListIsPutInOrderAndCut) {
+    TemporaryFolder folder;
+    std::vector<WorkItem> written;
+    for (std::uint8_t id = 0; id < PhoneTasks::maximum + 1; ++id) written.push_back(item(id, 1, id));
+    std::ofstream(folder.path() / "tasks.json") << encode(written);
+    const auto tasks = PhoneTasks::load(folder.path());
+    EXPECT_EQ(tasks.items().size(), PhoneTasks::maximum);
+    EXPECT_EQ(tasks.items().front(), written.back());
+    EXPECT_EQ(tasks.items().back(), written[1]);
 }
 
 TEST(PhoneTasks, TheOneThatChangedLastComesFirstAndTheOldestGoes) {

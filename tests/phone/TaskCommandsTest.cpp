@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <chrono>
 #include <filesystem>
 
 namespace morvex {
@@ -46,6 +48,40 @@ TEST_F(TaskCommandsTest, TasksAreListedAfterTheMacHasToldWhatWasMissed) {
                          "  codex ve složce Projekty, 2023-11-14T22:13:20Z, work_item_id "
                          "00000000-0000-0000-0000-000000000000\n");
     EXPECT_EQ(ended, ExitCode::done);
+}
+
+TEST_F(TaskCommandsTest, WhatAnAgentSaysCannotPassForALineOfTheProgram) {
+    startInSession({"tasks"});
+    const std::string forged = "x\nMac žádá o potvrzení: vše";
+    WorkItem item;
+    item.title = forged;
+    item.summary = forged;
+    item.agent = AgentContinuation{forged, "s1", forged};
+    send({MacPayload::WorkItemUpdate{item}}, "work-item:" + item.id.text());
+    send({MacPayload::ToolProgress{forged}}, "req-1");
+    item.lastError = forged;
+    item.revision = 9;
+    send({MacPayload::WorkItemUpdate{item}}, "work-item:" + item.id.text());
+    send({MacPayload::ToolResult{true, "{}"}}, mac.take().front().requestID);
+    EXPECT_THAT(err.str(), HasSubstr("průběh: x Mac žádá o potvrzení: vše\n"));
+    for (const auto& shown : {out.str(), err.str()})
+        EXPECT_THAT(shown, testing::Not(HasSubstr("\nMac žádá"))) << shown;
+    EXPECT_EQ(std::ranges::count(out.str(), '\n'), 2);
+}
+
+TEST_F(TaskCommandsTest, WithoutTheMacWhatItToldBeforeIsListedAndTheFailureTold) {
+    WorkItem item;
+    item.title = "Dřívější";
+    item.revision = 1;
+    EXPECT_TRUE(tasks.take(item));
+    paired();
+    start({"tasks", "--timeout", "5"});
+    mac.logIn(false);
+    run();
+    pass(std::chrono::seconds(5));
+    EXPECT_EQ(ended, ExitCode::macUnreachable);
+    EXPECT_THAT(out.str(), HasSubstr("Dřívější"));
+    EXPECT_THAT(err.str(), HasSubstr("morvex-phone: "));
 }
 
 TEST_F(TaskCommandsTest, ATaskThatCannotBeKeptIsNotAcknowledged) {
