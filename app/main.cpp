@@ -151,7 +151,7 @@ int runConsole(System& system) {
                                            quit, ::isatty(STDOUT_FILENO) != 0});
     std::optional<LineReader> reader;
     auto listen = [&] {
-        print("Morvex " + std::string(version) + " běží. Příkazy ukáže „pomoc“.");
+        shell.greet(version);
         if (LineReader::hasInput(STDIN_FILENO))
             reader.emplace(STDIN_FILENO, [&shell](const std::string& line) { shell.handle(line); });
     };

@@ -1,6 +1,7 @@
 #include "app/agents/AgentDetection.h"
 
 #include "app/programs/ProcessRunner.h"
+#include "foundation/Printable.h"
 #include "foundation/Text.h"
 
 #include <algorithm>
@@ -14,16 +15,20 @@ namespace {
 constexpr std::chrono::seconds versionLimit{15};
 constexpr Zachyt zachyt{.vystup = 64UL * 1024, .chyby = 64UL * 1024};
 
+/// A version goes out with every status.
+constexpr std::size_t longestVersion = 200;
+
 /// Trimmed; nothing when all lines are blank.
 std::optional<std::string> firstLine(std::string_view text) {
     auto trimmed = trim(text);
     auto line = trim(std::string_view(trimmed).substr(0, trimmed.find('\n')));
-    return line.empty() ? std::nullopt : std::optional(std::move(line));
+    return line.empty() ? std::nullopt : std::optional(printableLine(firstCharacters(line, longestVersion)));
 }
 
 } // namespace
 
-Task<AgentStatus> AgentDetection::zjisti(std::shared_ptr<const AgentAdapter> adapter) {
+Task<AgentStatus> AgentDetection::zjisti(std::shared_ptr<const AgentAdapter> adapter,
+                                         std::stop_token zastaveni) {
     AgentStatus status;
     auto found = co_await discovery_.najdiBinarku(adapter->jmenaBinarky());
     if (!found) {
@@ -36,10 +41,11 @@ Task<AgentStatus> AgentDetection::zjisti(std::shared_ptr<const AgentAdapter> ada
                            .args = {"--version"},
                            .cwd = {},
                            .env = co_await discovery_.prostrediNastroju()};
-    status.version = co_await verze(program);
+    status.version = co_await verze(program, zastaveni);
     if (auto login = adapter->kontrolaPrihlaseni()) {
         program.args = login->argumenty;
-        if (!co_await uspesne(std::move(program), login->limit)) status.problem = login->problem;
+        if (!co_await uspesne(std::move(program), login->limit, std::move(zastaveni)))
+            status.problem = login->problem;
     }
     if (!status.problem && !status.version)
         status.problem = "Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.";
@@ -53,18 +59,21 @@ Task<std::string> AgentDetection::neniNalezeno(std::shared_ptr<const AgentAdapte
         std::to_string(entries) + " adresářů). " + adapter->napoveda();
 }
 
-Task<std::optional<std::string>> AgentDetection::verze(OutsideProgram program) {
-    auto answer = co_await uspesne(std::move(program), versionLimit);
+Task<std::optional<std::string>> AgentDetection::verze(OutsideProgram program, std::stop_token zastaveni) {
+    auto answer = co_await uspesne(std::move(program), versionLimit, std::move(zastaveni));
     if (!answer) co_return std::nullopt;
     auto line = firstLine(answer->vystup);
     co_return line ? line : firstLine(answer->chyby);
 }
 
 /// Nothing when the program could not be started, failed, or was stopped.
-Task<std::optional<VysledekProcesu>> AgentDetection::uspesne(OutsideProgram program, Clock::Duration limit) {
-    if (stop_.stop_requested()) co_return std::nullopt;
+Task<std::optional<VysledekProcesu>> AgentDetection::uspesne(OutsideProgram program, Clock::Duration limit,
+                                                             std::stop_token zastaveni) {
+    if (stop_.stop_requested() || zastaveni.stop_requested()) co_return std::nullopt;
     ProcessRunner runner(launcher_, clock_);
-    std::stop_callback cancel(stop_, [&runner] { runner.zrusit(); });
+    auto cancel = [&runner] { runner.zrusit(); };
+    std::stop_callback atTheEnd(stop_, cancel);
+    std::stop_callback onDemand(zastaveni, cancel);
     auto result = co_await runner.spustit(std::move(program), limit, {}, zachyt);
     if (!result || result->navratovyKod != 0 || result->zruseno || result->vyprselCas) co_return std::nullopt;
     co_return *std::move(result);

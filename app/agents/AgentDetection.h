@@ -23,12 +23,14 @@ class AgentDetection {
         : launcher_(launcher), clock_(clock), discovery_(discovery), stop_(std::move(stop)) {}
 
     /// Never fails: `problem` tells. Asks the agent for its version (15 seconds at most) and its login.
-    Task<AgentStatus> zjisti(std::shared_ptr<const AgentAdapter> adapter);
+    /// `zastaveni` ends those programs too; what they would have said is missing then.
+    Task<AgentStatus> zjisti(std::shared_ptr<const AgentAdapter> adapter, std::stop_token zastaveni);
 
   private:
     Task<std::string> neniNalezeno(std::shared_ptr<const AgentAdapter> adapter);
-    Task<std::optional<std::string>> verze(OutsideProgram program);
-    Task<std::optional<VysledekProcesu>> uspesne(OutsideProgram program, Clock::Duration limit);
+    Task<std::optional<std::string>> verze(OutsideProgram program, std::stop_token zastaveni);
+    Task<std::optional<VysledekProcesu>> uspesne(OutsideProgram program, Clock::Duration limit,
+                                                 std::stop_token zastaveni);
 
     ProcessLauncher& launcher_;
     Clock& clock_;

@@ -84,15 +84,16 @@ std::shared_ptr<const AgentAdapter> AgentRunner::adapter(const std::string& nast
 }
 
 Task<AgentStatus> AgentRunner::zjisti(std::string nastroj) {
+    vyzadujHlavniVlakno();
     auto known = adapter(nastroj);
     if (!known) co_return AgentStatus{false, {}, {}, "Neznámý nástroj."};
-    co_return co_await detekce_.zjisti(std::move(known));
+    co_return co_await detekce_.zjisti(std::move(known), {});
 }
 
 Task<Result<AgentRunner::Vysledek>> AgentRunner::spust(Zadani zadani, Posluchac posluchac) {
-    vyzaduj(services_.main.isCurrent(), "agents are run on the main thread");
+    vyzadujHlavniVlakno();
     CO_CHECK(overVolno());
-    CO_TRY(auto, nalezeno, co_await priprav(zadani.nastroj, zadani.instrukce, zadani.slozka));
+    CO_TRY(auto, nalezeno, co_await priprav(zadani));
     // The preparation takes long enough for another task to begin.
     CO_CHECK(overVolno());
     bezici_ =
@@ -107,14 +108,22 @@ Result<void> AgentRunner::overVolno() const {
     return {};
 }
 
-Task<Result<AgentRunner::Nalezeno>> AgentRunner::priprav(std::string nastroj, std::string instrukce,
-                                                         std::string slozka) {
+Result<void> AgentRunner::overNezastaveno(const std::stop_token& zastaveni) const {
+    if (stop_.stop_requested() || zastaveni.stop_requested())
+        return fail(TalkSpanError{TalkSpanError::Cancelled{}});
+    return {};
+}
+
+Task<Result<AgentRunner::Nalezeno>> AgentRunner::priprav(Zadani zadani) {
+    const auto& nastroj = zadani.nastroj;
+    const auto& slozka = zadani.slozka;
     auto known = adapter(nastroj);
     if (!known) co_return fail(Chyba{Chyba::NeznamyNastroj{nastroj}});
-    if (trim(instrukce).empty()) co_return fail(Chyba{Chyba::PrazdnaInstrukce{}});
+    if (trim(zadani.instrukce).empty()) co_return fail(Chyba{Chyba::PrazdnaInstrukce{}});
     if (!co_await runOn(services_.workers, [&slozka] { return isFolder(slozka); }))
         co_return fail(Chyba{Chyba::SlozkaNeexistuje{slozka}});
-    auto status = co_await detekce_.zjisti(known);
+    auto status = co_await detekce_.zjisti(known, zadani.zastaveni);
+    CO_CHECK(overNezastaveno(zadani.zastaveni));
     auto found = status.installed ? co_await services_.discovery.najdiBinarku(known->jmenaBinarky())
                                   : std::optional<ProgramDiscovery::Nalez>{};
     if (!found)
@@ -144,20 +153,23 @@ Task<Result<AgentRunner::Vysledek>> AgentRunner::pracuj(Nalezeno nalezeno, Zadan
 
 Task<Result<Prubeh>> AgentRunner::navaz(Nalezeno nalezeno, Zadani zadani,
                                         std::shared_ptr<ProgressQueue> ohlasy) {
-    bool isResumed = zadani.relace.has_value();
+    const bool isResumed = zadani.relace.has_value();
+    auto zastaveni = std::move(zadani.zastaveni);
     OutsideProgram program{.binary = std::move(nalezeno.binarka),
                            .args = nalezeno.adapter->argumenty(std::move(zadani.instrukce), zadani.slozka,
                                                                std::move(zadani.relace)),
                            .cwd = zadani.slozka,
                            .env = co_await services_.discovery.prostrediNastroju()};
-    CO_TRY(auto, prubeh, co_await probehni(nalezeno.adapter, std::move(program), std::move(ohlasy)));
+    CO_TRY(auto, prubeh,
+           co_await probehni(nalezeno.adapter, std::move(program), std::move(ohlasy), std::move(zastaveni)));
     prubeh.navazaniSelhalo = isResumed && isSessionGone(*nalezeno.adapter, prubeh.vysledek);
     co_return prubeh;
 }
 
 Task<Result<Prubeh>> AgentRunner::probehni(std::shared_ptr<const AgentAdapter> adapter,
-                                           OutsideProgram program, std::shared_ptr<ProgressQueue> ohlasy) {
-    if (stop_.stop_requested()) co_return fail(TalkSpanError{TalkSpanError::Cancelled{}});
+                                           OutsideProgram program, std::shared_ptr<ProgressQueue> ohlasy,
+                                           std::stop_token zastaveni) {
+    CO_CHECK(overNezastaveno(zastaveni));
     auto proces = std::make_shared<ProcessRunner>(services_.launcher, services_.clock);
     auto sberatel = std::make_shared<SberatelZprav>();
     std::stop_callback cancel(stop_, [&proces] { proces->zrusit(); });
@@ -167,6 +179,14 @@ Task<Result<Prubeh>> AgentRunner::probehni(std::shared_ptr<const AgentAdapter> a
     proces_.reset();
     if (!vysledek) co_return std::unexpected(std::move(vysledek).error());
     co_return sberatel->prubeh(*std::move(vysledek));
+}
+
+void AgentRunner::vyzadujHlavniVlakno() const {
+    vyzaduj(services_.main.isCurrent(), "agents are run on the main thread");
+}
+
+const AgentRunner::Bezici* AgentRunner::bezici() const {
+    return bezici_.get();
 }
 
 bool AgentRunner::zrus() {

@@ -47,6 +47,8 @@ class AgentRunner {
         std::string instrukce;
         std::string slozka;                ///< absolute path
         std::optional<std::string> relace; ///< the session to continue, unless one is remembered here
+        /// Ends the preparation, and lets no agent start. One that runs is not touched: that is for `zrus`.
+        std::stop_token zastaveni = {};
     };
 
     using Posluchac = PosluchacAgenta;
@@ -76,7 +78,7 @@ class AgentRunner {
     bool zrus();
 
     /// The running task, or null. Not to be kept over an await.
-    [[nodiscard]] const Bezici* bezici() const { return bezici_.get(); }
+    [[nodiscard]] const Bezici* bezici() const;
 
   private:
     struct Nalezeno {
@@ -86,11 +88,13 @@ class AgentRunner {
 
     [[nodiscard]] std::shared_ptr<const AgentAdapter> adapter(const std::string& nastroj) const;
     [[nodiscard]] Result<void> overVolno() const;
-    Task<Result<Nalezeno>> priprav(std::string nastroj, std::string instrukce, std::string slozka);
+    Task<Result<Nalezeno>> priprav(Zadani zadani);
     Task<Result<Vysledek>> pracuj(Nalezeno nalezeno, Zadani zadani, Posluchac posluchac);
     Task<Result<Prubeh>> navaz(Nalezeno nalezeno, Zadani zadani, std::shared_ptr<ProgressQueue> ohlasy);
     Task<Result<Prubeh>> probehni(std::shared_ptr<const AgentAdapter> adapter, OutsideProgram program,
-                                  std::shared_ptr<ProgressQueue> ohlasy);
+                                  std::shared_ptr<ProgressQueue> ohlasy, std::stop_token zastaveni);
+    [[nodiscard]] Result<void> overNezastaveno(const std::stop_token& zastaveni) const;
+    void vyzadujHlavniVlakno() const;
 
     Services services_;
     std::stop_token stop_;

@@ -12,9 +12,18 @@ namespace morvex {
 
 namespace {
 
+/// The id of a call goes out with every progress of its task and in every status: bytes that are kept of it.
+constexpr std::size_t longestRequestID = 512;
+
 /// A text that is no UUID counts as absent.
 std::optional<Uuid> uuid(const Arguments& arguments, std::string_view key) {
     return Uuid::parse(arguments.requiredText(key));
+}
+
+/// Trimmed; a blank one counts as absent, as models like to send those.
+std::optional<std::string> named(const Arguments& arguments, std::string_view key) {
+    auto text = trim(arguments.requiredText(key));
+    return text.empty() ? std::nullopt : std::optional(std::move(text));
 }
 
 bool isCancelled(const Result<AgentRunner::Vysledek>& vysledek) {
@@ -47,7 +56,14 @@ void AgentTools::addTo(ToolTable& table, const Offer& offer) {
 
 bool AgentTools::zastavit(const Uuid& workItemID) {
     const auto* bezici = agenti_.bezici();
-    return bezici && bezici->workItemID == workItemID && agenti_.zrus();
+    if (bezici && bezici->workItemID == workItemID && agenti_.zrus()) return true;
+    if (!agentniUloha_ || agentniUloha_->workItemID != workItemID || agentniUloha_->jeKonec) return false;
+    agentniUloha_->zastaveni.request_stop();
+    return true;
+}
+
+std::optional<Uuid> AgentTools::uloha() const {
+    return agentniUloha_ ? std::optional(agentniUloha_->workItemID) : std::nullopt;
 }
 
 Task<ToolOutcome> AgentTools::spust(std::string_view nastroj, ToolCall call) {
@@ -63,11 +79,12 @@ Task<ToolOutcome> AgentTools::spust(std::string_view nastroj, ToolCall call) {
     auto navazana = relace(workItemID, tool, *slozka);
     auto ukol = historie_.zaloz(
         {workItemID, uuid(arguments, "conversation_id"), tool, arguments.text("title"), instrukce, *slozka});
-    agentniUloha_ = true;
+    agentniUloha_.emplace(ukol.workItemID);
     // A task of the scope begins in a later job of this thread: the reply goes out before all it sends.
-    scope_.spawn(pracuj({std::move(call.requestID), ukol.workItemID, tool, std::move(instrukce),
-                         *std::move(slozka), std::move(navazana)},
-                        ukol.workItemID));
+    scope_.spawn(
+        pracuj({firstBytes(call.requestID, longestRequestID), ukol.workItemID, tool, std::move(instrukce),
+                *std::move(slozka), std::move(navazana), agentniUloha_->zastaveni.get_token()},
+               ukol.workItemID));
     co_return ToolOutcome::done(
         {{"accepted", true},
          {"completed", false},
@@ -95,10 +112,11 @@ Task<void> AgentTools::pracuj(AgentRunner::Zadani zadani, Uuid workItemID) {
     auto vysledek = co_await agenti_.spust(std::move(zadani), std::move(slysi));
     // The program ends: its next start finds the task running and marks it as interrupted.
     if (scope_.token().stop_requested() && isCancelled(vysledek)) co_return;
+    agentniUloha_->jeKonec = true;
     zaznamenej(workItemID, std::move(vysledek));
     co_await novinky_.odeslano();
     co_await oznamUkol(workItemID);
-    agentniUloha_ = false;
+    agentniUloha_.reset();
     co_await hlaseni_.poslatStav();
 }
 
@@ -135,13 +153,14 @@ Task<ToolOutcome> AgentTools::zrus(ToolCall) {
 Task<ToolOutcome> AgentTools::prejmenuj(ToolCall call) {
     Arguments arguments(call.arguments);
     auto title = trim(arguments.requiredText("title"));
-    const HistorieAgentu::Hledany hledany{uuid(arguments, "work_item_id"), arguments.text("agent"),
-                                          arguments.text("folder")};
+    const HistorieAgentu::Hledany hledany{uuid(arguments, "work_item_id"), named(arguments, "agent"),
+                                          named(arguments, "folder")};
     auto ukol = namesNoTask(arguments) ? std::nullopt : historie_.prejmenuj(hledany, title);
     if (!ukol)
         co_return ToolOutcome::refused(title.empty() ? "Chybí nový název relace."
                                                      : "Odpovídající relaci jsem nenašel.");
     auto workItemID = ukol->workItemID.text();
+    title = ukol->nazev;
     co_await hlaseni_.poslatUkol(*std::move(ukol));
     co_return ToolOutcome::done({{"renamed", true},
                                  {"title", title},

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -43,11 +44,13 @@ class AgentTools {
 
     void addTo(ToolTable& table, const Offer& offer);
 
-    /// For the person at the computer: asks the agent to end if it works on this work item now.
+    /// For the person at the computer: asks the agent to end if it works on this work item now. While the
+    /// task is still being prepared the wish is kept, and it ends before its agent starts. False when it is
+    /// no task on its way, or one that has ended already.
     bool zastavit(const Uuid& workItemID);
 
-    /// Whether a task is on its way, from the acceptance to its end as the phone was told of it.
-    [[nodiscard]] bool maUlohu() const { return agentniUloha_; }
+    /// The work item of the task on its way, from the acceptance to its end as the phone was told of it.
+    [[nodiscard]] std::optional<Uuid> uloha() const;
 
   private:
     Task<ToolOutcome> spust(std::string_view nastroj, ToolCall call);
@@ -62,13 +65,19 @@ class AgentTools {
     void zaznamenej(const Uuid& workItemID, Result<AgentRunner::Vysledek> vysledek);
     Task<void> oznamUkol(Uuid workItemID);
 
+    struct AgentniUloha {
+        Uuid workItemID;
+        std::stop_source zastaveni = {};
+        bool jeKonec = false; ///< recorded; the phone is still being told
+    };
+
     AgentRunner& agenti_;
     HistorieAgentu& historie_;
     AgentReports& hlaseni_;
     AgentNews novinky_;
     Folders folders_;
     TaskScope& scope_;
-    bool agentniUloha_ = false; ///< the background task is there
+    std::optional<AgentniUloha> agentniUloha_; ///< while the background task is there
 };
 
 } // namespace morvex

@@ -85,11 +85,11 @@ class Companion {
 
     [[nodiscard]] const AgentRunner& agenti() const { return agenti_; }
 
-    /// Asks the agent to end if it works on this task now.
+    /// Asks the agent to end if it works on this task, or is about to.
     bool zastavitUkol(const Uuid& workItemID) { return agentTools_.zastavit(workItemID); }
 
-    /// Whether an agent's task is on its way, from its acceptance to its end.
-    [[nodiscard]] bool maUlohu() const { return agentTools_.maUlohu(); }
+    /// The work item of an agent's task that is on its way, from its acceptance to its end.
+    [[nodiscard]] std::optional<Uuid> uloha() const { return agentTools_.uloha(); }
 
     [[nodiscard]] PairingFlow& parovani() { return parovani_; }
 

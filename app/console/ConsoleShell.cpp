@@ -99,10 +99,13 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
 }
 
 ConsoleShell::ConsoleShell(Companion& companion, Surroundings surroundings)
-    : companion_(companion),
-      surroundings_(std::move(surroundings)),
-      shownTaskTrouble_(companion.historieAgentu().potiz()) {
+    : companion_(companion), surroundings_(std::move(surroundings)) {
     watch();
+}
+
+void ConsoleShell::greet(const std::string& version) {
+    print("Morvex " + version + " běží. Příkazy ukáže „pomoc“.");
+    printTaskTrouble();
 }
 
 void ConsoleShell::watch() {
@@ -170,6 +173,7 @@ void ConsoleShell::printStatus() {
     printLoginItem();
     printTrouble(companion_.bdelost().stav().potizDrzeni);
     printTrouble(companion_.bdelost().stav().potiz);
+    printTrouble(companion_.historieAgentu().potiz());
 }
 
 void ConsoleShell::printFolders() {
@@ -235,11 +239,9 @@ void ConsoleShell::printTaskTrouble() {
 }
 
 void ConsoleShell::stopTask() {
-    const auto* bezici = companion_.agenti().bezici();
-    const bool isAsked = bezici && bezici->workItemID && companion_.zastavitUkol(*bezici->workItemID);
-    if (isAsked) return print("Zastavuji úlohu.");
-    print(companion_.maUlohu() ? "Úloha se teprve připravuje, nebo už končí: teď ji zastavit nejde."
-                               : "Žádná úloha neběží.");
+    const auto uloha = companion_.uloha();
+    if (uloha && companion_.zastavitUkol(*uloha)) return print("Zastavuji úlohu.");
+    print(uloha ? "Úloha už končí." : "Žádná úloha neběží.");
 }
 
 void ConsoleShell::continueTask(const std::string& number) {
@@ -257,8 +259,10 @@ void ConsoleShell::continueTask(const std::string& number) {
 
 void ConsoleShell::forgetTasks(const std::string& answer) {
     if (fold(answer) != "ano") return print("Úlohy zůstaly. Zapomene je „vymazat-historii ano“.");
-    companion_.historieAgentu().vymazat();
-    print("Úlohy jsou zapomenuté.");
+    auto& historie = companion_.historieAgentu();
+    shownTaskTrouble_.reset();
+    historie.vymazat();
+    if (!historie.potiz()) print("Úlohy jsou zapomenuté.");
 }
 
 void ConsoleShell::allow(const std::string& path) {

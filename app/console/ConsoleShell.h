@@ -32,6 +32,9 @@ class ConsoleShell {
 
     ConsoleShell(Companion& companion, Surroundings surroundings);
 
+    /// Says that the program runs, and what went wrong before anybody listened. Before the first line.
+    void greet(const std::string& version);
+
     /// Handles one line that a person typed.
     void handle(std::string_view line);
 

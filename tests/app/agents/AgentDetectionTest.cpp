@@ -56,6 +56,11 @@ TEST_F(AgentDetectionTest, AnUnknownToolIsAProblem) {
     EXPECT_TRUE(programs.programs.empty());
 }
 
+TEST_F(AgentDetectionTest, AVersionIsOneShortLineWithoutMarks) {
+    version = Answer{.output = "\x1b[1m" + std::string(300, 'x') + "\n"};
+    EXPECT_EQ(detect("codex").version, "\uFFFD[1m" + std::string(196, 'x'));
+}
+
 TEST_F(AgentDetectionTest, AMissingBinaryIsToldWithTheNumberOfFoldersAndTheHint) {
     auto path = executor.run(discovery.prihlasovaciPath()).value();
     auto folders = std::to_string(std::ranges::count(path, ':') + 1);

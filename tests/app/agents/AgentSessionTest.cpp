@@ -32,6 +32,19 @@ class AgentSessionTest : public AgentRunnerFixture {
     }
 };
 
+TEST_F(AgentSessionTest, AWishToStopTouchesNoRunningAgentAndLetsNoSecondOneStart) {
+    std::stop_source wish;
+    auto given = task("codex", "t0");
+    given.zastaveni = wish.get_token();
+    auto outcome = begin(std::move(given));
+    const auto before = launches();
+    wish.request_stop();
+    EXPECT_TRUE(child().signals.empty());
+    finish(1, "thread not found");
+    EXPECT_EQ(launches(), before);
+    EXPECT_TRUE(failedAs<TalkSpanError::Cancelled>(outcome));
+}
+
 TEST_F(AgentSessionTest, TheCallersSessionIsContinuedJustBeforeTheInstruction) {
     begin(task("codex", "t0"));
     auto args = program().args;

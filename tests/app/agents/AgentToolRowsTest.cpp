@@ -28,6 +28,11 @@ class AgentToolRowsTest : public AgentRunnerFixture {
         return outcome.value();
     }
 
+    ToolOutcome rename(const boost::json::object& arguments) { return call("mac.agent.rename", arguments); }
+
+    /// From now on the test plays `--version` too.
+    void holdDetection() { version.reset(); }
+
     void acceptRun() {
         EXPECT_TRUE(call("mac.codex.run", {{"instruction", "Oprav testy"}}).ok);
         executor.runUntilIdle();
@@ -75,7 +80,7 @@ TEST_F(AgentToolRowsTest, ProgressGoesOutBeforeTheEndOfTheTaskHoweverSlowTheLink
     finish();
     EXPECT_EQ(ukol().stav, UkolAgenta::Stav::hotovo) << "the end is recorded at once";
     EXPECT_THAT(reports.sent, ElementsAre("progress r1: Spouštím: 0"));
-    EXPECT_TRUE(tools.maUlohu());
+    EXPECT_TRUE(tools.uloha());
     EXPECT_FALSE(call("mac.codex.run", {{"instruction", "Další"}}).ok) << "busy until the phone was told";
 
     reports.release();
@@ -84,7 +89,7 @@ TEST_F(AgentToolRowsTest, ProgressGoesOutBeforeTheEndOfTheTaskHoweverSlowTheLink
     ASSERT_EQ(sent.size(), 2 * (1 + AgentNews::mostWaiting) + 2);
     EXPECT_THAT((std::vector(sent.end() - 4, sent.end())),
                 ElementsAre("progress r1: Spouštím: 999", "status", "task completed 2", "status"));
-    EXPECT_FALSE(tools.maUlohu());
+    EXPECT_FALSE(tools.uloha());
     acceptRun();
     finish();
 }
@@ -97,6 +102,73 @@ TEST_F(AgentToolRowsTest, AnAgentThatPrintsWithoutPauseLeavesOneSendAndABoundedW
         say(R"({"type":"item.started","item":{"type":"command_execution","command":"ls"}})");
     EXPECT_EQ(scope.live(), before + 1);
     reports.release();
+    finish();
+}
+
+TEST_F(AgentToolRowsTest, AStopDuringThePreparationIsKeptAndNoAgentStarts) {
+    holdDetection();
+    acceptRun();
+    const auto launched = launches();
+    EXPECT_FALSE(tools.zastavit(random.uuid())) << "another task";
+    EXPECT_TRUE(tools.zastavit(ukol().workItemID));
+    EXPECT_EQ(child().signals, std::vector{ChildSignal::terminate}) << "the detection ends too";
+    finish(15);
+    EXPECT_EQ(launches(), launched);
+    EXPECT_EQ(ukol().stav, UkolAgenta::Stav::preruseno);
+    EXPECT_EQ(reports.sent.back(), "status");
+    EXPECT_FALSE(tools.zastavit(ukol().workItemID));
+}
+
+TEST_F(AgentToolRowsTest, QuirkACancelOfThePhoneFindsNothingDuringThePreparation) {
+    holdDetection();
+    acceptRun();
+    EXPECT_EQ(call("mac.codex.cancel", {}).result,
+              (boost::json::object{{"cancelled", false}, {"message", "Nic neběželo."}}));
+    finish();
+    EXPECT_TRUE(runner.bezici());
+    finish();
+}
+
+TEST_F(AgentToolRowsTest, AStopAfterTheRecordedEndStopsNothing) {
+    acceptRun();
+    reports.isHeld = true;
+    finish();
+    EXPECT_TRUE(tools.uloha()) << "the phone is still being told";
+    EXPECT_FALSE(tools.zastavit(ukol().workItemID));
+}
+
+TEST_F(AgentToolRowsTest, ALinkThatTakesNothingDelaysTheStartOfTheAgentAndTheNextRun) {
+    reports.isHeld = true;
+    acceptRun();
+    EXPECT_EQ(launches(), 0U);
+    EXPECT_FALSE(call("mac.codex.run", {{"instruction", "Další"}}).ok);
+    reports.release();
+    executor.runUntilIdle();
+    EXPECT_TRUE(runner.bezici());
+    finish();
+}
+
+TEST_F(AgentToolRowsTest, RenamingAnswersWithTheNameThatWasKept) {
+    acceptRun();
+    finish();
+    auto outcome = rename({{"title", std::string(HistorieAgentu::longestText + 1, 'x')}});
+    EXPECT_EQ(ukol().nazev.size(), HistorieAgentu::longestText + std::string("…").size());
+    EXPECT_EQ(outcome.result.at("title").as_string(), ukol().nazev);
+    EXPECT_EQ(outcome.result.at("message").as_string(), "Relace se v Morvex jmenuje " + ukol().nazev + ".");
+}
+
+TEST_F(AgentToolRowsTest, ABlankArgumentOfARenamingCountsAsAbsent) {
+    acceptRun();
+    finish();
+    EXPECT_TRUE(rename({{"title", "1"}, {"agent", ""}, {"folder", " "}, {"work_item_id", ""}}).ok);
+    EXPECT_TRUE(rename({{"title", "2"}, {"agent", " Codex "}, {"folder", " WORK\n"}}).ok);
+    EXPECT_FALSE(rename({{"title", "3"}, {"folder", "jiná"}}).ok);
+}
+
+TEST_F(AgentToolRowsTest, AHugeIdOfACallIsKeptToItsBeginning) {
+    const ToolCall huge{"mac.codex.run", {{"instruction", "Oprav testy"}}, std::string(1'000'000, 'r')};
+    ASSERT_TRUE(executor.run(table.find("mac.codex.run")->run(huge)));
+    EXPECT_EQ(runner.bezici()->requestID, std::string(512, 'r'));
     finish();
 }
 

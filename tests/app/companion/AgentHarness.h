@@ -112,6 +112,8 @@ class AgentHarness : public CompanionHarness {
         return items;
     }
 
+    [[nodiscard]] std::filesystem::path applicationSupport() const { return folders.applicationSupport(); }
+
     HistorieAgentu& historie() { return companion->historieAgentu(); }
 
     std::vector<ScriptedPhone::Received> received; ///< with the last `result`

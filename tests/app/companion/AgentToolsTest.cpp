@@ -113,10 +113,10 @@ TEST_F(AgentToolsTest, ATaskIsBusyWhileItsAgentIsStillLookedFor) {
     begin("mac.codex.run");
     EXPECT_FALSE(companion->agenti().bezici());
     EXPECT_EQ(error("mac.claude.run", {{"instruction", "x"}}), busy);
-    EXPECT_TRUE(companion->maUlohu());
+    EXPECT_TRUE(companion->uloha());
     finish();
     finish();
-    EXPECT_FALSE(companion->maUlohu());
+    EXPECT_FALSE(companion->uloha());
 }
 
 TEST_F(AgentToolsTest, ProgressOfTheLastMomentComesBeforeTheEndOfTheTask) {

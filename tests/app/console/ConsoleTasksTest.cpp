@@ -43,11 +43,38 @@ TEST_F(ConsoleTasksTest, AStopTellsWhatIsTrueAtThatMoment) {
     EXPECT_EQ(type("zastav"), none);
     holdDetections();
     begin("mac.codex.run");
-    EXPECT_EQ(type("zastav"), Lines{"Úloha se teprve připravuje, nebo už končí: teď ji zastavit nejde."});
-    finish();
-    EXPECT_EQ(type("zastav"), Lines{"Zastavuji úlohu."});
+    EXPECT_EQ(type("zastav"), Lines{"Zastavuji úlohu."}) << "while it is being prepared";
     finish(15);
     EXPECT_EQ(type("zastav"), none);
+    EXPECT_EQ(historie().polozky().front().stav, UkolAgenta::Stav::preruseno);
+    begin("mac.codex.run");
+    finish();
+    EXPECT_EQ(type("zastav"), Lines{"Zastavuji úlohu."}) << "while it runs";
+    finish(15);
+    EXPECT_EQ(type("zastav"), none);
+}
+
+TEST_F(ConsoleTasksTest, AHistoryThatCouldNotBeLoadedIsToldAtTheStartAndInTheStatus) {
+    auto file = applicationSupport() / "TalkSpan" / "agent-tasks.json";
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream(file) << "poškozeno";
+    startShell();
+    shell->greet("1.0");
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_EQ(lines[0], "Morvex 1.0 běží. Příkazy ukáže „pomoc“.");
+    EXPECT_TRUE(lines[1].starts_with("Potíž: Historii úkolů se nepodařilo načíst: ")) << lines[1];
+    const auto trouble = lines[1];
+    EXPECT_EQ(std::ranges::count(type("stav"), trouble), 1);
+}
+
+TEST_F(ConsoleTasksTest, TasksThatCouldNotBeForgottenOnDiskAreNotCalledForgotten) {
+    startShell();
+    complete("s1");
+    std::filesystem::remove_all(applicationSupport() / "TalkSpan");
+    std::ofstream(applicationSupport() / "TalkSpan") << "v cestě";
+    auto told = type("vymazat-historii ano");
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_TRUE(told[0].starts_with("Potíž: Historii úkolů se nepodařilo uložit: ")) << told[0];
 }
 
 TEST_F(ConsoleTasksTest, TheTroubleOfTheHistoryIsToldWhenItChangesAndBeforeTheTasks) {
