@@ -21,11 +21,12 @@ namespace {
 
 /// More than `maximum` tasks with their longest texts take, every letter escaped.
 constexpr std::size_t fileLimit = std::size_t{128} * 1024 * 1024;
+/// No folder that can be opened by its path has a longer one, and no agent a longer name.
+constexpr std::size_t longestPath = 4096;
 
-/// The beginning of the text, cut between two characters of it.
-std::string bounded(std::string text) {
-    if (text.size() <= HistorieAgentu::longestText) return text;
-    return firstBytes(text, HistorieAgentu::longestText) + "…";
+/// The beginning of the text, cut between two code points of it.
+std::string bounded(std::string text, std::size_t longest = HistorieAgentu::longestText) {
+    return text.size() <= longest ? text : firstBytes(text, longest) + "…";
 }
 
 std::optional<std::string> bounded(std::optional<std::string> text) {
@@ -36,10 +37,16 @@ std::optional<std::string> bounded(std::optional<std::string> text) {
 UkolAgenta bounded(UkolAgenta ukol) {
     ukol.nazev = bounded(std::move(ukol.nazev));
     ukol.instrukce = bounded(std::move(ukol.instrukce));
+    ukol.nastroj = bounded(std::move(ukol.nastroj), longestPath);
+    ukol.slozka = bounded(std::move(ukol.slozka), longestPath);
     ukol.shrnuti = bounded(std::move(ukol.shrnuti));
     ukol.chyba = bounded(std::move(ukol.chyba));
     ukol.relace = SessionId::usable(std::move(ukol.relace));
     return ukol;
+}
+
+bool isUndelivered(const UkolAgenta& ukol) {
+    return ukol.dorucenaRevize < ukol.revize;
 }
 
 std::optional<std::string> nameIn(const std::optional<std::string>& text) {
@@ -50,6 +57,14 @@ std::optional<std::string> nameIn(const std::optional<std::string>& text) {
 std::string firstLine(std::string_view text) {
     const auto trimmed = trim(text);
     return trim(trimmed.substr(0, trimmed.find('\n')));
+}
+
+/// The first task of the work item, or null.
+template <class Tasks, class Forgotten>
+auto* firstOf(const Uuid& workItemID, Tasks& polozky, Forgotten& zapomenuty) {
+    auto found = std::ranges::find(polozky, workItemID, &UkolAgenta::workItemID);
+    if (found != polozky.end()) return &*found;
+    return zapomenuty && zapomenuty->workItemID == workItemID ? &*zapomenuty : nullptr;
 }
 
 /// The session of the first task that has one and fulfils `condition`.
@@ -86,6 +101,7 @@ void HistorieAgentu::nacti() {
     std::multimap<Date, UkolAgenta, std::greater<>> byBeginning;
     for (auto& ukol : *ukoly) byBeginning.emplace(ukol.zalozeno, bounded(std::move(ukol)));
     for (auto& [began, ukol] : byBeginning) polozky_.push_back(std::move(ukol));
+    if (polozky_.size() > maximum) polozky_.resize(maximum);
     prerusBezici();
 }
 
@@ -101,7 +117,25 @@ void HistorieAgentu::prerusBezici() {
     if (isChanged) ulozit();
 }
 
+const std::vector<UkolAgenta>& HistorieAgentu::polozky() const {
+    vyzadujHlavniVlakno();
+    return polozky_;
+}
+
+const std::optional<std::string>& HistorieAgentu::potiz() const {
+    vyzadujHlavniVlakno();
+    return potiz_;
+}
+
+const UkolAgenta* HistorieAgentu::bezici() const {
+    vyzadujHlavniVlakno();
+    auto found = std::ranges::find(polozky_, UkolAgenta::Stav::bezi, &UkolAgenta::stav);
+    if (found != polozky_.end()) return &*found;
+    return zapomenuty_ && zapomenuty_->stav == UkolAgenta::Stav::bezi ? &*zapomenuty_ : nullptr;
+}
+
 void HistorieAgentu::priZmene(std::function<void()> zavolat) {
+    vyzadujHlavniVlakno();
     priZmene_.push_back(std::move(zavolat));
 }
 
@@ -186,38 +220,52 @@ void HistorieAgentu::preruseno(const Uuid& workItemID) {
 }
 
 std::optional<UkolAgenta> HistorieAgentu::ukol(const Uuid& workItemID) const {
-    auto found = std::ranges::find(polozky_, workItemID, &UkolAgenta::workItemID);
-    return found == polozky_.end() ? std::nullopt : std::optional(*found);
+    vyzadujHlavniVlakno();
+    const auto* found = firstOf(workItemID, polozky_, zapomenuty_);
+    return found ? std::optional(*found) : std::nullopt;
 }
 
 std::optional<UkolAgenta> HistorieAgentu::ukolProRelaci(const std::string& nastroj,
                                                         const std::string& relace) const {
+    vyzadujHlavniVlakno();
     auto found = std::ranges::find_if(
         polozky_, [&](const UkolAgenta& ukol) { return ukol.nastroj == nastroj && ukol.relace == relace; });
     return found == polozky_.end() ? std::nullopt : std::optional(*found);
 }
 
 std::vector<UkolAgenta> HistorieAgentu::nedorucene() const {
+    vyzadujHlavniVlakno();
     std::vector<UkolAgenta> nedorucene;
-    std::ranges::copy_if(polozky_, std::back_inserter(nedorucene),
-                         [](const UkolAgenta& ukol) { return ukol.dorucenaRevize < ukol.revize; });
+    std::ranges::copy_if(polozky_, std::back_inserter(nedorucene), isUndelivered);
+    if (zapomenuty_ && isUndelivered(*zapomenuty_)) nedorucene.push_back(*zapomenuty_);
     return nedorucene;
 }
 
 void HistorieAgentu::potvrd(const Uuid& workItemID, std::uint64_t revize) {
     vyzadujHlavniVlakno();
-    bool isKnown = false;
-    // Two tools may have worked on one work item, of which the phone keeps a single record.
-    for (auto& ukol : polozky_) {
-        if (ukol.workItemID != workItemID) continue;
-        ukol.dorucenaRevize = std::max(ukol.dorucenaRevize, std::min(ukol.revize, revize));
-        isKnown = true;
-    }
-    if (isKnown) ulozit();
+    auto* ukol = potvrzovany(workItemID, revize);
+    const auto dorucena = ukol ? std::min(ukol->revize, revize) : 0;
+    if (!ukol || dorucena <= ukol->dorucenaRevize) return;
+    ukol->dorucenaRevize = dorucena;
+    ulozit();
+}
+
+UkolAgenta* HistorieAgentu::potvrzovany(const Uuid& workItemID, std::uint64_t revize) {
+    auto first = [this, &workItemID](auto condition) {
+        auto found = std::ranges::find_if(polozky_, [&](const UkolAgenta& ukol) {
+            return ukol.workItemID == workItemID && condition(ukol);
+        });
+        return found == polozky_.end() ? nullptr : &*found;
+    };
+    auto* ukol =
+        first([revize](const auto& known) { return known.revize == revize && isUndelivered(known); });
+    if (!ukol) ukol = first([revize](const auto& known) { return known.revize >= revize; });
+    return ukol ? ukol : najdi(workItemID);
 }
 
 std::optional<std::string> HistorieAgentu::relaceProUkol(const Uuid& workItemID,
                                                          const std::string& nastroj) const {
+    vyzadujHlavniVlakno();
     return firstSession(polozky_, [&](const UkolAgenta& ukol) {
         return ukol.workItemID == workItemID && ukol.nastroj == nastroj;
     });
@@ -225,6 +273,7 @@ std::optional<std::string> HistorieAgentu::relaceProUkol(const Uuid& workItemID,
 
 std::optional<std::string> HistorieAgentu::relaceProSlozku(const std::string& nastroj,
                                                            const std::string& slozka) const {
+    vyzadujHlavniVlakno();
     return firstSession(
         polozky_, [&](const UkolAgenta& ukol) { return ukol.nastroj == nastroj && ukol.slozka == slozka; });
 }
@@ -262,13 +311,13 @@ bool HistorieAgentu::otevritRelaci(const UkolAgenta& ukol) {
 
 void HistorieAgentu::vymazat() {
     vyzadujHlavniVlakno();
+    if (const auto* running = bezici()) zapomenuty_ = UkolAgenta(*running);
     polozky_.clear();
     ulozit();
 }
 
 UkolAgenta* HistorieAgentu::najdi(const Uuid& workItemID) {
-    auto found = std::ranges::find(polozky_, workItemID, &UkolAgenta::workItemID);
-    return found == polozky_.end() ? nullptr : &*found;
+    return firstOf(workItemID, polozky_, zapomenuty_);
 }
 
 UkolAgenta* HistorieAgentu::najdi(const Hledany& hledany) {

@@ -25,7 +25,8 @@ namespace morvex {
 class HistorieAgentu {
   public:
     static constexpr std::size_t maximum = 50; ///< tasks
-    /// Bytes that are kept of each text, so that a task always fits into a frame to the phone.
+    /// Bytes that are kept of each text (and 4096 of the folder's path and the agent's name), so that a task
+    /// always fits into a frame to the phone.
     static constexpr std::size_t longestText = 100'000;
 
     struct Services {
@@ -48,10 +49,13 @@ class HistorieAgentu {
     static std::unique_ptr<HistorieAgentu> create(const std::filesystem::path& applicationSupport,
                                                   Services services);
 
-    [[nodiscard]] const std::vector<UkolAgenta>& polozky() const { return polozky_; }
+    [[nodiscard]] const std::vector<UkolAgenta>& polozky() const;
 
     /// What went wrong last, for the user.
-    [[nodiscard]] const std::optional<std::string>& potiz() const { return potiz_; }
+    [[nodiscard]] const std::optional<std::string>& potiz() const;
+
+    /// The task that runs, or null; also one that the list has forgotten since it began. Not to be kept.
+    [[nodiscard]] const UkolAgenta* bezici() const;
 
     /// Adds one that is called after every change of the list or of `potiz`, for the life of this object.
     void priZmene(std::function<void()> zavolat);
@@ -73,7 +77,8 @@ class HistorieAgentu {
     /// Tasks with a revision that the phone has not acknowledged, in the order of the list.
     [[nodiscard]] std::vector<UkolAgenta> nedorucene() const;
 
-    /// The phone has this revision. Neither runs ahead of a task nor takes a delivery back.
+    /// The phone has this revision. Neither runs ahead of a task nor takes a delivery back. Where two tools
+    /// worked on one work item, it is meant for the task that waits for exactly this acknowledgement.
     void potvrd(const Uuid& workItemID, std::uint64_t revize);
 
     /// The session of this work item, or the latest one of the tool in a folder. Nothing for an empty one.
@@ -98,7 +103,8 @@ class HistorieAgentu {
     /// Opens the task's session in its agent's application. False when that cannot be: `potiz` tells why.
     bool otevritRelaci(const UkolAgenta& ukol);
 
-    /// Forgets all tasks. The phone is not told.
+    /// Forgets all tasks. The phone is not told. A task that runs goes from the list and the file, yet it is
+    /// known by its id until this program ends, so that the phone hears of its end.
     void vymazat();
 
   private:
@@ -112,6 +118,7 @@ class HistorieAgentu {
     void oznamZmenu() const;
     void zvysRevizi(UkolAgenta& ukol) const;
     [[nodiscard]] UkolAgenta* najdi(const Uuid& workItemID);
+    [[nodiscard]] UkolAgenta* potvrzovany(const Uuid& workItemID, std::uint64_t revize);
     [[nodiscard]] UkolAgenta* najdi(const Hledany& hledany);
     [[nodiscard]] std::optional<UkolAgenta> vyjmi(const Uuid& workItemID, const std::string& nastroj);
     [[nodiscard]] UkolAgenta novy(const Zadani& zadani);
@@ -123,6 +130,7 @@ class HistorieAgentu {
     ArchiveFile soubor_;
     std::thread::id hlavniVlakno_ = std::this_thread::get_id();
     std::vector<UkolAgenta> polozky_;
+    std::optional<UkolAgenta> zapomenuty_; ///< ran when the list was cleared
     std::optional<std::string> potiz_;
     std::vector<std::function<void()>> priZmene_;
 };

@@ -4,7 +4,8 @@
 
 namespace morvex {
 
-/// Gives an address to the application that handles its scheme. Main thread only.
+/// Gives an address to the application that handles its scheme. Main thread only, and it may hold that thread
+/// for the moment in which an application is found and started: a person has just asked for it.
 class UrlOpener {
   public:
     virtual ~UrlOpener() = default;

@@ -1,5 +1,6 @@
 #include "app/agents/AgentId.h"
 #include "app/agents/AgentRunner.h"
+#include "foundation/Printable.h"
 #include "foundation/TaskScope.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/BoottimeClock.h"
@@ -20,7 +21,7 @@ namespace {
 const std::string unknownSession = "6f9619ff-8b86-4d01-b42d-00c04fc964ff";
 
 void print(const std::string& name, const std::optional<std::string>& value) {
-    std::printf("  %-10s %s\n", name.c_str(), value.value_or("-").c_str());
+    std::printf("  %-10s %s\n", name.c_str(), printableLine(value.value_or("-")).c_str());
 }
 
 Task<void> cancelLater(Clock& clock, AgentRunner& runner, std::stop_token ended) {

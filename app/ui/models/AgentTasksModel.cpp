@@ -79,12 +79,12 @@ QString AgentTasksModel::trouble() const {
 }
 
 QString AgentTasksModel::runningTool() const {
-    const auto* ukol = running();
+    const auto* ukol = historie_.bezici();
     return ukol ? agentName(*ukol) : QString();
 }
 
 QString AgentTasksModel::runningId() const {
-    const auto* ukol = running();
+    const auto* ukol = historie_.bezici();
     return ukol ? idOf(*ukol) : QString();
 }
 
@@ -102,12 +102,9 @@ void AgentTasksModel::clear() {
 
 const UkolAgenta* AgentTasksModel::find(const QString& id) const {
     auto found = std::ranges::find(historie_.polozky(), id, idOf);
-    return found == historie_.polozky().end() ? nullptr : &*found;
-}
-
-const UkolAgenta* AgentTasksModel::running() const {
-    auto found = std::ranges::find(historie_.polozky(), UkolAgenta::Stav::bezi, &UkolAgenta::stav);
-    return found == historie_.polozky().end() ? nullptr : &*found;
+    if (found != historie_.polozky().end()) return &*found;
+    const auto* running = historie_.bezici();
+    return running && idOf(*running) == id ? running : nullptr;
 }
 
 } // namespace morvex

@@ -36,7 +36,6 @@ class AgentTasksModel final : public ViewModel {
   private:
     [[nodiscard]] QVariantList readRows() const;
     [[nodiscard]] const UkolAgenta* find(const QString& id) const;
-    [[nodiscard]] const UkolAgenta* running() const;
 
     Companion& companion_;
     HistorieAgentu& historie_;

@@ -126,6 +126,27 @@ TEST_F(HistorieAgentuFileTest, TextsOfTheFileAreBoundedAsWrittenOnesAre) {
     EXPECT_FALSE(ukol.relace);
 }
 
+TEST_F(HistorieAgentuFileTest, TheAgentAndTheFolderOfTheFileAreBoundedToo) {
+    const std::string text(5000, 'x');
+    write(R"([{"id":")" + idA + R"(","nastroj":")" + text + R"(","nazev":"x","slozka":"/)" + text +
+          R"(","zalozeno":1,"stav":"hotovo"}])");
+    load();
+    const auto& ukol = historie->polozky().front();
+    EXPECT_EQ(ukol.nastroj, std::string(4096, 'x') + "…");
+    EXPECT_EQ(ukol.slozka, "/" + std::string(4095, 'x') + "…");
+}
+
+TEST_F(HistorieAgentuFileTest, OfALongerFileTheFiftyNewestTasksAreTaken) {
+    std::string text;
+    for (int i = 10; i < 90; ++i)
+        text += (text.empty() ? "[" : ",") + record("00000000-0000-4000-8000-0000000000" + std::to_string(i),
+                                                    std::to_string(i), R"(,"stav":"hotovo")");
+    write(text + "]");
+    load();
+    EXPECT_EQ(historie->polozky().size(), HistorieAgentu::maximum);
+    EXPECT_EQ(historie->polozky().front().id.text(), "00000000-0000-4000-8000-000000000089");
+}
+
 TEST_F(HistorieAgentuFileTest, ASessionOfTheFileThatIsNoneIsPassedOver) {
     write("[" + record(idA, "3", R"(,"stav":"hotovo","relace":"--dangerous")") + "," +
           record(idB, "2", R"(,"stav":"hotovo","relace":"")") + "," +

@@ -2,6 +2,9 @@
 
 #include "tests/app/agents/HistoryFixture.h"
 
+#include <functional>
+#include <thread>
+
 namespace morvex {
 namespace {
 
@@ -171,11 +174,35 @@ TEST_F(HistorieAgentuTest, AnAcknowledgementNeitherRunsAheadNorTakesBack) {
     EXPECT_EQ(historie->ukol(id)->dorucenaRevize, 2U);
 }
 
-TEST_F(HistorieAgentuTest, AnAcknowledgementCountsForAllTasksOfItsWorkItem) {
+TEST_F(HistorieAgentuTest, AnAcknowledgementIsMeantForTheTaskThatCanHaveSentIt) {
     auto id = begin("codex", "Oprav testy").workItemID;
+    for (int revision = 2; revision <= 6; ++revision) historie->nastavRelaci(id, "r1");
     begin({id, {}, "claude-code", {}, "Oprav testy", "/p"});
+    auto delivered = [this] {
+        std::vector<std::uint64_t> all;
+        for (const auto& ukol : historie->polozky()) all.push_back(ukol.dorucenaRevize);
+        return all;
+    };
+    using Revisions = std::vector<std::uint64_t>;
+    historie->potvrd(id, 5);
+    EXPECT_EQ(delivered(), (Revisions{0, 5})) << "the new task has no revision 5";
     historie->potvrd(id, 1);
+    EXPECT_EQ(delivered(), (Revisions{1, 5}));
+    historie->nastavRelaci(id, "r2");
+    historie->potvrd(id, 6);
+    EXPECT_EQ(delivered(), (Revisions{1, 6}));
+    historie->potvrd(id, 99);
+    EXPECT_EQ(delivered(), (Revisions{2, 6}));
     EXPECT_TRUE(historie->nedorucene().empty());
+}
+
+TEST_F(HistorieAgentuTest, AnAcknowledgementThatSaysNothingNewIsNoChange) {
+    auto id = begin("codex", "Oprav testy").workItemID;
+    historie->potvrd(id, 1);
+    int changes = 0;
+    historie->priZmene([&changes] { ++changes; });
+    historie->potvrd(id, 1);
+    EXPECT_EQ(changes, 0);
 }
 
 TEST_F(HistorieAgentuTest, UndeliveredTasksStandInTheOrderOfTheList) {
@@ -253,6 +280,37 @@ TEST_F(HistorieAgentuTest, ClearingForgetsEverythingOnDiskToo) {
     historie->vymazat();
     EXPECT_TRUE(historie->polozky().empty());
     EXPECT_EQ(written(), "[]");
+}
+
+TEST_F(HistorieAgentuTest, ARunningTaskThatWasForgottenIsKnownUntilThePhoneHasItsEnd) {
+    auto id = begin("codex", "1").workItemID;
+    historie->vymazat();
+    EXPECT_EQ(historie->bezici()->workItemID, id);
+    historie->vymazat();
+    historie->dokonci(id, "Hotovo.", "r1");
+    EXPECT_FALSE(historie->bezici());
+    EXPECT_EQ(historie->ukol(id)->shrnuti, "Hotovo.");
+    ASSERT_EQ(historie->nedorucene().size(), 1U);
+    EXPECT_EQ(historie->nedorucene().front().revize, 2U);
+    historie->potvrd(id, 2);
+    EXPECT_TRUE(historie->nedorucene().empty());
+    EXPECT_TRUE(historie->polozky().empty());
+    EXPECT_EQ(written(), "[]");
+    EXPECT_NE(begin({id, {}, "codex", {}, "Znovu", "/p"}).relace, "r1") << "it is a new task";
+    EXPECT_EQ(historie->ukol(id)->nazev, "Znovu");
+}
+
+TEST_F(HistorieAgentuTest, OffTheMainThreadTheProgramEnds) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto id = begin("codex", "1").workItemID;
+    const std::vector<std::function<void()>> uses{
+        [&] { (void)historie->polozky(); }, [&] { (void)historie->potiz(); },
+        [&] { (void)historie->ukol(id); },  [&] { (void)historie->nedorucene(); },
+        [&] { historie->preruseno(id); },   [&] { (void)historie->relaceProUkol(id, "codex"); },
+        [&] { historie->priZmene([] {}); }, [&] { (void)historie->relaceProSlozku("codex", "/p"); },
+        [&] { (void)historie->bezici(); },  [&] { (void)historie->ukolProRelaci("codex", "r"); },
+    };
+    for (const auto& use : uses) EXPECT_DEATH(std::thread(use).join(), "off the main thread");
 }
 
 TEST_F(HistorieAgentuTest, ALongTextIsKeptToItsBound) {

@@ -152,14 +152,56 @@ TEST_F(TaskSyncTest, AnEndOfTheProgramStopsTheAgentAndTheNextStartTellsOfTheInte
     EXPECT_EQ(items.front().revision, 2U);
 }
 
-TEST_F(TaskSyncTest, AHistoryThatWasClearedMeanwhileStopsNothing) {
+TEST_F(TaskSyncTest, ATaskThatRanWhenTheHistoryWasClearedIsToldToItsEnd) {
     startWithFolder();
-    begin("mac.codex.run");
+    auto id = begin("mac.codex.run");
     historie().vymazat();
+    EXPECT_TRUE(settled().empty()) << "the phone is not told of the clearing";
+    say(R"({"type":"turn.completed","text":"Opraveno."})");
     finish();
+    auto items = itemsIn(settled());
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_EQ(items.front().id, id);
+    EXPECT_EQ(items.front().summary, "Opraveno.");
     EXPECT_TRUE(historie().polozky().empty());
     begin("mac.codex.run");
     finish();
+    EXPECT_EQ(itemsIn(reconnect()).size(), 2U);
+    acknowledge(id, items.front().revision);
+    EXPECT_EQ(itemsIn(reconnect()).size(), 1U);
+}
+
+TEST_F(TaskSyncTest, ThePersonStopsATaskThatTheHistoryHasForgotten) {
+    startWithFolder();
+    auto id = begin("mac.codex.run");
+    historie().vymazat();
+    EXPECT_TRUE(companion->zastavitUkol(id));
+    finish(15);
+    EXPECT_EQ(itemsIn(settled()).back().status, WorkItemStatus::interrupted);
+}
+
+TEST_F(TaskSyncTest, TheLongestTaskFitsIntoAFrame) {
+    const std::string worst(HistorieAgentu::longestText + 1, '\x01');
+    UkolAgenta ukol;
+    ukol.relace = std::string(512, '"');
+    ukol.nastroj = worst;
+    ukol.slozka = worst;
+    ukol.nazev = worst;
+    ukol.instrukce = worst;
+    ukol.shrnuti = worst;
+    ukol.chyba = worst;
+    ukol.revize = 7;
+    auto file = applicationSupport() / "TalkSpan" / "agent-tasks.json";
+    std::filesystem::create_directories(file.parent_path());
+    std::ofstream(file) << encode(std::vector{ukol});
+    auto socket = startPaired();
+    phone.logIn();
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    auto items = itemsIn(settled());
+    ASSERT_EQ(items.size(), 1U);
+    EXPECT_TRUE(items.front().agent);
+    for (const auto& frame : socket->sent) EXPECT_LT(frame.size(), WebSocketClient::messageLimit);
 }
 
 TEST_F(TaskSyncTest, BothAgentsAreLookedForAtOnceAndEachIsToldAsSoonAsItIsKnown) {

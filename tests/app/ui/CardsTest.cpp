@@ -1,3 +1,4 @@
+#include "app/ui/models/AgentTasksModel.h"
 #include "tests/app/ui/ShownCompanion.h"
 
 #include <filesystem>
@@ -110,6 +111,18 @@ TEST_F(CardsTest, StayingAwakeTellsItsStateAndItsLimit) {
     EXPECT_TRUE(reads("Zůstane vzhůru, dokud je v zásuvce"));
     EXPECT_TRUE(reads("Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti "
                       "vybilo notebook v tašce."));
+}
+
+TEST_F(CardsTest, ATaskThatRunsCanStillBeStoppedWhenTheListHasForgottenIt) {
+    startSecured();
+    companion->historieAgentu().zaloz({{}, {}, "codex", {}, "Oprav testy", "/p"});
+    AgentTasksModel model(*companion);
+    const auto id = model.runningId();
+    EXPECT_FALSE(id.isEmpty());
+    companion->historieAgentu().vymazat();
+    EXPECT_EQ(model.rows()->rowCount(), 0);
+    EXPECT_EQ(model.runningId(), id);
+    EXPECT_EQ(model.runningTool(), QStringLiteral("Codex"));
 }
 
 TEST_F(CardsTest, TasksAreStoppedContinuedAndClearedAfterAQuestion) {
