@@ -7,6 +7,7 @@
 #include "shared/trust/DeviceIdentity.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/RelayMessage.h"
+#include "tests/support/SampleEnvelope.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -50,19 +51,7 @@ struct Phone {
 
     /// A frame for another device, with so many bytes of content.
     [[nodiscard]] std::string frameFor(const DeviceIdentity& other, std::size_t size) const {
-        Envelope envelope{.v = ProtocolVersion::current,
-                          .pair = pair,
-                          .from = identity.deviceID(),
-                          .to = other.deviceID(),
-                          .msgID = "D2719B3C-5F0A-4A1E-8F43-6C8B2D9E7A10",
-                          .requestID = "request",
-                          .kind = EnvelopeKind::data,
-                          .createdAt = dateFromSeconds(1'800'000'000),
-                          .expiresAt = dateFromSeconds(1'800'000'060),
-                          .counter = 1,
-                          .nonce = Bytes(12),
-                          .ciphertext = Bytes(size, 1),
-                          .tag = Bytes(16)};
+        auto envelope = sampleEnvelope(pair, identity.deviceID(), other.deviceID(), Bytes(size, 1));
         return encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});
     }
 };

@@ -5,6 +5,7 @@
 #include "shared/base/Require.h"
 #include "shared/wire/Json.h"
 #include "tests/support/ConnectedPair.h"
+#include "tests/support/SampleEnvelope.h"
 
 #include <cstdio>
 #include <string>
@@ -23,19 +24,7 @@ constexpr int rounds = 5'000;
 /// As long as a frame with this payload.
 std::size_t frameSize(const MacPayload& payload) {
     const auto device = DeviceIdentity::generate().deviceID();
-    Envelope envelope{.v = ProtocolVersion::current,
-                      .pair = {"PAIR"},
-                      .from = device,
-                      .to = device,
-                      .msgID = "D2719B3C-5F0A-4A1E-8F43-6C8B2D9E7A10",
-                      .requestID = "request-1000",
-                      .kind = EnvelopeKind::data,
-                      .createdAt = dateFromSeconds(1'800'000'000),
-                      .expiresAt = dateFromSeconds(1'800'000'060),
-                      .counter = 1000,
-                      .nonce = Bytes(12),
-                      .ciphertext = toBytes(encode(payload)),
-                      .tag = Bytes(16)};
+    auto envelope = sampleEnvelope({"PAIR"}, device, device, toBytes(encode(payload)));
     return encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}}).size();
 }
 

@@ -2,6 +2,7 @@
 #include "tests/shared/trust/TrustSupport.h"
 #include "tests/support/Effort.h"
 #include "tests/support/PairingHarness.h"
+#include "tests/support/SmallOrderPoints.h"
 
 #include <string>
 #include <vector>
@@ -124,24 +125,11 @@ TEST_F(PairingAttack, ASessionHelloIsNoPairingHello) {
 }
 
 TEST_F(PairingAttack, KeysWhoseSecretEverybodyKnowsAreRefused) {
-    // The points of small order and their forms that are not reduced (RFC 7748, section 6.1).
-    const std::vector<std::string> points{
-        "0000000000000000000000000000000000000000000000000000000000000000",
-        "0100000000000000000000000000000000000000000000000000000000000000",
-        "e0eb7a7c3b41b8ae1656e3faf19fc46ada098deb9c32b1fd866205165f49b800",
-        "5f9c95bca3508c24b1d0b1559c83ef5b04445cc4581c8e86d8224eddd09f1157",
-        "ecffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff7f",
-        "edffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff7f",
-        "eeffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff7f",
-        "0000000000000000000000000000000000000000000000000000000000000080",
-        "0100000000000000000000000000000000000000000000000000000000000080",
-        "edffffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff",
-    };
-    for (const auto& point : points) {
+    for (const auto* point : test::smallOrderPoints) {
         sendHello(signedBy(stranger, {test::key32(test::unhex(point))}));
         expectRefused("Klíč telefonu nejde použít: ");
     }
-    tries = points.size();
+    tries = std::size(test::smallOrderPoints);
 }
 
 TEST_F(PairingAttack, AHelloBehindTheGenuineOneTakesItsNumberAway) {

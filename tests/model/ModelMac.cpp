@@ -13,13 +13,13 @@ ModelMac::ModelMac(ManualExecutor& executor, ModelRelay& relay,
                    std::uint64_t seed)
     : network(relay, ModelWire::Owner::mac), executor_(executor), random_(seed), folder_(folder) {
     store_.ulozIdentitu(std::move(identity)).value();
-    folders_.homeFolder = folder.string();
-    programs_.answer = [this](const OutsideProgram& program) { return answer(program); };
+    desktop_.folders.homeFolder = folder.string();
+    desktop_.programs.answer = [this](const OutsideProgram& program) { return answer(program); };
     std::filesystem::create_directory(folder / "bin");
     std::ofstream(folder / "bin/codex") << "x";
     std::filesystem::permissions(folder / "bin/codex", std::filesystem::perms::owner_all);
     std::filesystem::create_directory(allowedFolder());
-    picker_.answers.push_back({allowedFolder().string()});
+    desktop_.picker.answers.push_back({allowedFolder().string()});
 }
 
 ModelMac::~ModelMac() {
@@ -30,7 +30,7 @@ void ModelMac::start() {
     companion_ = std::make_unique<Companion>(services());
     executor_.start(companion_->spustit());
     while (executor_.runUntilIdle() + disk.runUntilIdle() > 0) continue;
-    if (!picker_.answers.empty()) executor_.run(companion_->slozky().pridat());
+    if (!desktop_.picker.answers.empty()) executor_.run(companion_->slozky().pridat());
 }
 
 void ModelMac::stop() {
@@ -54,25 +54,26 @@ bool ModelMac::isReady() const {
 
 void ModelMac::fallAsleep() {
     if (std::exchange(isAsleep_, true)) return;
-    sleep_.fallAsleep();
+    desktop_.sleep.fallAsleep();
     executor_.runUntilIdle();
 }
 
 void ModelMac::wake() {
     if (!std::exchange(isAsleep_, false)) return;
-    sleep_.wake();
+    desktop_.sleep.wake();
     executor_.runUntilIdle();
 }
 
 void ModelMac::agentSpeaks() {
-    if (const auto number = agent(); number < programs_.children.size())
-        programs_.children[number]->listener->output("{\"type\":\"thread.started\",\"thread_id\":\"s1\"}\n");
+    if (const auto number = agent(); number < desktop_.programs.children.size())
+        desktop_.programs.children[number]->listener->output(
+            "{\"type\":\"thread.started\",\"thread_id\":\"s1\"}\n");
     executor_.runUntilIdle();
 }
 
 void ModelMac::agentEnds() {
-    if (const auto number = agent(); number < programs_.children.size()) {
-        auto* listener = programs_.children[number]->listener;
+    if (const auto number = agent(); number < desktop_.programs.children.size()) {
+        auto* listener = desktop_.programs.children[number]->listener;
         listener->output("{\"type\":\"turn.completed\",\"text\":\"Hotovo.\"}\n");
         listener->exited(0);
         listener->ended();
@@ -82,15 +83,16 @@ void ModelMac::agentEnds() {
 }
 
 std::size_t ModelMac::starts(const std::string& argument) const {
-    return static_cast<std::size_t>(std::ranges::count_if(programs_.programs, [&](const auto& program) {
-        return std::ranges::find(program.args, argument) != program.args.end();
-    }));
+    return static_cast<std::size_t>(
+        std::ranges::count_if(desktop_.programs.programs, [&](const auto& program) {
+            return std::ranges::find(program.args, argument) != program.args.end();
+        }));
 }
 
 std::size_t ModelMac::agent() const {
     auto number = ended_;
-    while (number < programs_.children.size() &&
-           (!programs_.children[number]->listener || answer(programs_.programs[number])))
+    while (number < desktop_.programs.children.size() &&
+           (!desktop_.programs.children[number]->listener || answer(desktop_.programs.programs[number])))
         ++number;
     return number;
 }
@@ -104,16 +106,8 @@ std::optional<ScriptedPrograms::Answer> ModelMac::answer(const OutsideProgram& p
 }
 
 CompanionServices ModelMac::services() {
-    return {executor_,  disk,
-            disk,       {{executor_, clock, network}, random_},
-            network,    store_,
-            vault_,     defaults_,
-            bookmarks_, picker_,
-            folders_,   power_,
-            sleep_,     inhibitor_,
-            loginItem_, programs_,
-            opener_,    {{"PATH", (folder_ / "bin").string() + ":/usr/bin:/bin"}},
-            "Počítač",  "1.0 (1)"};
+    return desktop_.services({executor_, disk, disk}, {{executor_, clock, network}, random_}, network, store_,
+                             {{"PATH", (folder_ / "bin").string() + ":/usr/bin:/bin"}});
 }
 
 } // namespace morvex

@@ -1,22 +1,12 @@
 #pragma once
 
 #include "app/companion/Companion.h"
-#include "platform/memory/FakeFolderPicker.h"
-#include "platform/memory/FakeLoginItem.h"
-#include "platform/memory/FakePower.h"
-#include "platform/memory/FakeSleepInhibitor.h"
-#include "platform/memory/FakeSleepMonitor.h"
-#include "platform/memory/FixedFolders.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
-#include "platform/memory/MemoryBookmarks.h"
-#include "platform/memory/MemoryDefaults.h"
-#include "platform/memory/MemoryVault.h"
-#include "platform/memory/ScriptedPrograms.h"
-#include "platform/memory/ScriptedUrlOpener.h"
 #include "shared-apple/PametoveUloziste.h"
 #include "tests/model/Dice.h"
 #include "tests/model/ModelRelay.h"
+#include "tests/support/FakeDesktop.h"
 
 #include <filesystem>
 #include <memory>
@@ -72,17 +62,7 @@ class ModelMac {
     Dice random_;
     std::filesystem::path folder_;
     PametoveUloziste store_;
-    MemoryVault vault_;
-    MemoryDefaults defaults_;
-    MemoryBookmarks bookmarks_;
-    FakeFolderPicker picker_;
-    FixedFolders folders_;
-    FakePower power_;
-    FakeSleepMonitor sleep_;
-    FakeSleepInhibitor inhibitor_;
-    FakeLoginItem loginItem_;
-    ScriptedPrograms programs_;
-    ScriptedUrlOpener opener_;
+    FakeDesktop desktop_;
     std::unique_ptr<Companion> companion_;
     std::size_t ended_ = 0; ///< the first agents among the programs, which say nothing more
     bool isAsleep_ = false;

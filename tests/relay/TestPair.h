@@ -5,6 +5,7 @@
 #include "shared/wire/Json.h"
 #include "shared/wire/RelayCalls.h"
 #include "shared/wire/RelayMessage.h"
+#include "tests/support/SampleEnvelope.h"
 
 #include <string>
 #include <utility>
@@ -37,19 +38,7 @@ struct TestPair {
     }
 
     [[nodiscard]] Envelope envelope(const DeviceIdentity& from, const DeviceIdentity& to) const {
-        return {.v = ProtocolVersion::current,
-                .pair = id,
-                .from = from.deviceID(),
-                .to = to.deviceID(),
-                .msgID = "D2719B3C-5F0A-4A1E-8F43-6C8B2D9E7A10",
-                .requestID = "request",
-                .kind = EnvelopeKind::data,
-                .createdAt = dateFromSeconds(1'700'000'000),
-                .expiresAt = dateFromSeconds(1'700'000'060),
-                .counter = 1,
-                .nonce = Bytes(12, 1),
-                .ciphertext = Bytes(64, 2),
-                .tag = Bytes(16, 3)};
+        return sampleEnvelope(id, from.deviceID(), to.deviceID(), Bytes(64, 2));
     }
 
     /// A frame with an envelope, `size` bytes of content in it.

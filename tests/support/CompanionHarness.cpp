@@ -30,6 +30,17 @@ std::shared_ptr<ScriptedSocket> CompanionHarness::startSecured() {
     return socket;
 }
 
+std::shared_ptr<ScriptedSocket> CompanionHarness::connectAgain() {
+    auto socket = sockets.layOut();
+    companion->pripojit();
+    executor.runUntilIdle();
+    phone.attach(socket, *mac);
+    phone.logIn();
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    return socket;
+}
+
 void CompanionHarness::end() {
     TaskScope ending(executor);
     ending.spawn(companion->ukoncit());
@@ -67,11 +78,8 @@ std::vector<MacStatus> CompanionHarness::takeStatuses() {
 }
 
 CompanionServices CompanionHarness::services() {
-    return {executor,  *storage,     *workers,  {{executor, clock, sockets}, random},
-            http,      store,        vault,     defaults,
-            bookmarks, *askedPicker, folders,   power,
-            sleep,     inhibitor,    loginItem, programs,
-            opener,    environment,  "Počítač", "1.2.3 (4)"};
+    return FakeDesktop::services({executor, *storage, *workers}, {{executor, clock, sockets}, random}, http,
+                                 store, environment, "1.2.3 (4)");
 }
 
 } // namespace morvex

@@ -1,23 +1,13 @@
 #pragma once
 
 #include "app/companion/Companion.h"
-#include "platform/memory/FakeFolderPicker.h"
-#include "platform/memory/FakeLoginItem.h"
-#include "platform/memory/FakePower.h"
-#include "platform/memory/FakeSleepInhibitor.h"
-#include "platform/memory/FakeSleepMonitor.h"
-#include "platform/memory/FixedFolders.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
-#include "platform/memory/MemoryBookmarks.h"
-#include "platform/memory/MemoryDefaults.h"
-#include "platform/memory/MemoryVault.h"
 #include "platform/memory/ScriptedHttp.h"
-#include "platform/memory/ScriptedPrograms.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedSockets.h"
-#include "platform/memory/ScriptedUrlOpener.h"
 #include "tests/support/FailingStore.h"
+#include "tests/support/FakeDesktop.h"
 #include "tests/support/ScriptedPhone.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -29,7 +19,7 @@
 namespace morvex {
 
 /// A companion among fakes, on one executor that the test drives.
-class CompanionHarness : public testing::Test {
+class CompanionHarness : public testing::Test, protected FakeDesktop {
   protected:
     /// Outside programs fail, unless a test says otherwise.
     CompanionHarness() {
@@ -53,6 +43,8 @@ class CompanionHarness : public testing::Test {
     std::shared_ptr<ScriptedSocket> startPaired();
     /// The same with a session, and everything taken that was sent until then.
     std::shared_ptr<ScriptedSocket> startSecured();
+    /// A session on a new connection, as after a loss; what it leads to is not run yet.
+    std::shared_ptr<ScriptedSocket> connectAgain();
     void end();
 
     CompanionServices services();
@@ -82,19 +74,6 @@ class CompanionHarness : public testing::Test {
     ScriptedSockets sockets;
     ScriptedHttp http;
     FailingStore store;
-    MemoryVault vault;
-    MemoryDefaults defaults;
-    MemoryBookmarks bookmarks;
-    FakeFolderPicker picker;
-    /// What the companion asks; a test may set another one before the start.
-    FolderPicker* askedPicker = &picker;
-    FixedFolders folders;
-    FakePower power;
-    FakeSleepMonitor sleep;
-    FakeSleepInhibitor inhibitor;
-    FakeLoginItem loginItem;
-    ScriptedPrograms programs;
-    ScriptedUrlOpener opener;
     Environment environment{{"PATH", "/usr/bin:/bin"}};
     ScriptedPhone phone{clock};
     std::shared_ptr<const DeviceIdentity> mac;

@@ -29,7 +29,7 @@ RealCompanion::RealCompanion(std::shared_ptr<const DeviceIdentity> identity, con
 }
 
 void RealCompanion::start(const std::string& relayAddress) {
-    programs_.answer = [](const OutsideProgram&) { return ScriptedPrograms::Answer{.status = 127}; };
+    desktop_.programs.answer = [](const OutsideProgram&) { return ScriptedPrograms::Answer{.status = 127}; };
     on([&] {
         companion_ = std::make_unique<Companion>(services());
         companion_->setRelayAdresa(relayAddress);
@@ -59,7 +59,7 @@ void RealCompanion::agree() {
 }
 
 void RealCompanion::allow(const std::string& path) {
-    picker_.answers.push_back({path});
+    desktop_.picker.answers.push_back({path});
     await(main_, companion_->slozky().pridat());
 }
 
@@ -76,11 +76,8 @@ void RealCompanion::pass(std::chrono::seconds time) {
 }
 
 CompanionServices RealCompanion::services() {
-    return {main_,      main_,      main_,      {{network_.executor(), clock_, sockets_}, random_},
-            http_,      store_,     vault_,     defaults_,
-            bookmarks_, picker_,    folders_,   power_,
-            sleep_,     inhibitor_, loginItem_, programs_,
-            opener_,    {},         "Počítač",  "1.0 (1)"};
+    return desktop_.services({main_, main_, main_}, {{network_.executor(), clock_, sockets_}, random_}, http_,
+                             store_);
 }
 
 } // namespace morvex

@@ -3,22 +3,12 @@
 #include "app/companion/Companion.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/SystemRandom.h"
-#include "platform/memory/FakeFolderPicker.h"
-#include "platform/memory/FakeLoginItem.h"
-#include "platform/memory/FakePower.h"
-#include "platform/memory/FakeSleepInhibitor.h"
-#include "platform/memory/FakeSleepMonitor.h"
-#include "platform/memory/FixedFolders.h"
 #include "platform/memory/ManualClock.h"
-#include "platform/memory/MemoryBookmarks.h"
-#include "platform/memory/MemoryDefaults.h"
-#include "platform/memory/MemoryVault.h"
-#include "platform/memory/ScriptedPrograms.h"
-#include "platform/memory/ScriptedUrlOpener.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
 #include "shared-apple/PametoveUloziste.h"
 #include "tests/support/CuttableSockets.h"
+#include "tests/support/FakeDesktop.h"
 
 #include <future>
 #include <memory>
@@ -89,17 +79,7 @@ class RealCompanion {
     CuttableSockets sockets_{network_};
     CurlHttpClient http_;
     PametoveUloziste store_;
-    MemoryVault vault_;
-    MemoryDefaults defaults_;
-    MemoryBookmarks bookmarks_;
-    FakeFolderPicker picker_;
-    FixedFolders folders_;
-    FakePower power_;
-    FakeSleepMonitor sleep_;
-    FakeSleepInhibitor inhibitor_;
-    FakeLoginItem loginItem_;
-    ScriptedPrograms programs_;
-    ScriptedUrlOpener opener_;
+    FakeDesktop desktop_;
     std::unique_ptr<Companion> companion_;
 };
 

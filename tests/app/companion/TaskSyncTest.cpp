@@ -9,13 +9,7 @@ class TaskSyncTest : public AgentHarness {
   protected:
     /// The phone goes and comes back. Gives what it gets then.
     std::vector<ScriptedPhone::Received> reconnect() {
-        auto next = sockets.layOut();
-        companion->pripojit();
-        executor.runUntilIdle();
-        phone.attach(next, *mac);
-        phone.logIn();
-        executor.runUntilIdle();
-        phone.exchangeHellos();
+        (void)connectAgain();
         return settled();
     }
 
@@ -74,13 +68,7 @@ TEST_F(TaskSyncTest, TasksComeBeforeNotesAndOneThatFailsHoldsUpNothing) {
     EXPECT_TRUE(companion->poznamky().vytvorit("Nákup", "mléko"));
     (void)settled();
 
-    auto socket = sockets.layOut();
-    companion->pripojit();
-    executor.runUntilIdle();
-    phone.attach(socket, *mac);
-    phone.logIn();
-    executor.runUntilIdle();
-    phone.exchangeHellos();
+    auto socket = connectAgain();
     socket->holdSends();
     executor.runUntilIdle();
     socket->refusals = 1;

@@ -170,13 +170,7 @@ TEST_F(ToolPathTest, AfterANewLinkAReplyIsLostAndTheNextCallWaitsForTheOldOne) {
     allowFolder("Projekty");
     phone.call("mac.files.search", "{}", "old");
     executor.runUntilIdle();
-    auto second = sockets.layOut();
-    companion->pripojit();
-    executor.runUntilIdle();
-    phone.attach(second, *mac);
-    phone.logIn();
-    executor.runUntilIdle();
-    phone.exchangeHellos();
+    (void)connectAgain();
     phone.call("mac.status", "{}", "new");
     executor.runUntilIdle();
     EXPECT_TRUE(phone.take().empty()) << "one call at a time, over links too";

@@ -2,6 +2,7 @@
 
 #include "shared/trust/CryptoError.h"
 #include "tests/shared/trust/TrustSupport.h"
+#include "tests/support/SmallOrderPoints.h"
 
 #include <gtest/gtest.h>
 #include <openssl/err.h>
@@ -170,21 +171,10 @@ TEST(Crypto, BothSidesOfX25519ReachTheSameSecret) {
     EXPECT_EQ(hex(x25519(bob, x25519PublicKey(alice)).value().view()), expected);
 }
 
-// RFC 7748, section 6.1: points of small order give a secret of zeros, whoever computes it.
 TEST(Crypto, RefusesX25519KeysThatGiveASecretOfZeros) {
-    const char* points[] = {
-        "0000000000000000000000000000000000000000000000000000000000000000",
-        "0100000000000000000000000000000000000000000000000000000000000000",
-        "e0eb7a7c3b41b8ae1656e3faf19fc46ada098deb9c32b1fd866205165f49b800",
-        "5f9c95bca3508c24b1d0b1559c83ef5b04445cc4581c8e86d8224eddd09f1157",
-        "ecffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff7f",
-        "edffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff7f",
-        "eeffffffffffffffffffffffffffffffffffffffffffffffffffffffffffff7f",
-        "0000000000000000000000000000000000000000000000000000000000000080",
-    };
     RawKey privateKey;
     fillRandom(privateKey);
-    for (auto point : points)
+    for (const auto* point : test::smallOrderPoints)
         expectFailure(x25519(privateKey, key32(unhex(point))), CryptoFailure::refusedKey);
 }
 

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "app/companion/CompanionServices.h"
+#include "platform/memory/FakeFolderPicker.h"
+#include "platform/memory/FakeLoginItem.h"
+#include "platform/memory/FakePower.h"
+#include "platform/memory/FakeSleepInhibitor.h"
+#include "platform/memory/FakeSleepMonitor.h"
+#include "platform/memory/FixedFolders.h"
+#include "platform/memory/MemoryBookmarks.h"
+#include "platform/memory/MemoryDefaults.h"
+#include "platform/memory/MemoryVault.h"
+#include "platform/memory/ScriptedPrograms.h"
+#include "platform/memory/ScriptedUrlOpener.h"
+
+#include <string>
+#include <utility>
+
+namespace morvex {
+
+/// What a companion finds around it on a computer, apart from network, time and threads, as fakes. Lives
+/// longer than the companion.
+struct FakeDesktop {
+    struct Executors {
+        Executor& main;
+        Executor& storage;
+        Executor& workers;
+    };
+
+    MemoryVault vault;
+    MemoryDefaults defaults;
+    MemoryBookmarks bookmarks;
+    FakeFolderPicker picker;
+    /// What the companion asks; a test may set another one before the start.
+    FolderPicker* askedPicker = &picker;
+    FixedFolders folders;
+    FakePower power;
+    FakeSleepMonitor sleep;
+    FakeSleepInhibitor inhibitor;
+    FakeLoginItem loginItem;
+    ScriptedPrograms programs;
+    ScriptedUrlOpener opener;
+
+    CompanionServices services(Executors executors, SecureLink::Services link, HttpClient& http,
+                               IdentityStore& store, Environment environment = {},
+                               std::string version = "1.0 (1)") {
+        return {executors.main,
+                executors.storage,
+                executors.workers,
+                link,
+                http,
+                store,
+                vault,
+                defaults,
+                bookmarks,
+                *askedPicker,
+                folders,
+                power,
+                sleep,
+                inhibitor,
+                loginItem,
+                programs,
+                opener,
+                std::move(environment),
+                "Počítač",
+                std::move(version)};
+    }
+};
+
+} // namespace morvex
