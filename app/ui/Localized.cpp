@@ -30,10 +30,13 @@ const QRegularExpression& value() {
         "|\\bmac(?:\\.\\w+)+"
         "|(?<=^Oprávnění ke složce ).+?(?= se nepodařilo uložit)|(?<=^Složka ).+(?= neexistuje\\.$)"
         "|(?<=^Už běží jiný úkol: ).+(?=\\. Počkej, nebo ho zruš\\.$)"
-        "|(?<=špatný typ \\().+(?=\\)\\.$)|(?<=to nezařídila \\().+(?=\\)\\.$)"
+        "|(?<=špatný typ \\()(?<type>.+)(?=\\)\\.$)|(?<=to nezařídila \\().+(?=\\)\\.$)"
         "|(?<=^Trezor odmítl čtení |^Trezor odmítl zápis |^Trezor odmítl mazání ).+?(?=: )"
         "|^[\\w-]+(?= skončil chybou: )|(?<=^Mac právě pracuje: ).+(?=\\.$)"
-        "|(?<=^Nástroj )\\S+(?= neznám\\.$| není na Macu k dispozici: | není povolený: )"
+        "|(?<=^Nástroj )\\S+(?= neznám\\.$| není nainstalovaný\\.$| není na Macu k dispozici: | není "
+        "povolený: )"
+        "|(?<=^Cesta ).+(?= leží mimo povolené složky\\. Nesahám na ni\\.$)"
+        "|(?<=jinou verzí protokolu \\()\\S+(?= proti )|(?<= proti )\\S+(?=\\)\\. Aktualizuj )"
         "|\\d+"));
     return expression;
 }
@@ -49,7 +52,8 @@ Form formOf(const QString& sentence) {
     qsizetype end = 0;
     for (auto matches = value().globalMatch(sentence); matches.hasNext();) {
         auto match = matches.next();
-        form.values.push_back(match.captured());
+        const auto type = match.captured(QStringLiteral("type"));
+        form.values.push_back(type.isEmpty() ? match.captured() : lookUp(type).value_or(type));
         form.key +=
             sentence.mid(end, match.capturedStart() - end) + u'%' + QString::number(form.values.size());
         end = match.capturedEnd();

@@ -56,6 +56,10 @@
         <translation>Läuft: %1</translation>
     </message>
     <message>
+        <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
+        <translation>Der Pfad %1 liegt außerhalb der erlaubten Ordner. Ich fasse ihn nicht an.</translation>
+    </message>
+    <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
         <translation>Claude Code ist installiert, aber die Anmeldung ist ungültig oder die Prüfung hat nicht geantwortet. Führe im Terminal `claude auth login` aus und klicke dann hier auf Erneut suchen.</translation>
     </message>
@@ -106,6 +110,10 @@
     <message>
         <source>Integrace</source>
         <translation>Integrationen</translation>
+    </message>
+    <message>
+        <source>Invalid number of keys found, expected one.</source>
+        <translation>Die Nachricht müsste genau einen Fall haben.</translation>
     </message>
     <message>
         <source>Jazyk aplikace a asistentky</source>
@@ -224,6 +232,10 @@
         <translation>Unbekannte Art von Frame.</translation>
     </message>
     <message>
+        <source>Neznámý nástroj.</source>
+        <translation>Unbekanntes Werkzeug.</translation>
+    </message>
+    <message>
         <source>Nečekaná odpověď na přihlášení.</source>
         <translation>Unerwartete Antwort auf die Anmeldung.</translation>
     </message>
@@ -234,6 +246,10 @@
     <message>
         <source>Nástroj %1 není na Macu k dispozici: %2</source>
         <translation>Das Werkzeug %1 ist am Mac nicht verfügbar: %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není nainstalovaný.</source>
+        <translation>Das Werkzeug %1 ist nicht installiert.</translation>
     </message>
     <message>
         <source>Nástroj %1 není povolený: %2</source>
@@ -294,6 +310,10 @@
     <message>
         <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
         <translation>Der Vorgang überschritt die Grenze von %1 Sekunden und wurde angehalten.</translation>
+    </message>
+    <message>
+        <source>Operace skončila dřív, než dala výsledek.</source>
+        <translation>Der Vorgang endete, bevor er ein Ergebnis lieferte.</translation>
     </message>
     <message>
         <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
@@ -434,6 +454,10 @@
     <message>
         <source>Párování se nepodařilo uložit: %1</source>
         <translation>Die Kopplung ließ sich nicht speichern: %1</translation>
+    </message>
+    <message>
+        <source>Předchozí relace už neexistuje, zakládám novou.</source>
+        <translation>Die vorige Sitzung gibt es nicht mehr, ich beginne eine neue.</translation>
     </message>
     <message>
         <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
@@ -632,8 +656,8 @@
         <translation>Telefon</translation>
     </message>
     <message>
-        <source>Telefon a Mac mluví jinou verzí protokolu (%1.%2 proti %3.%4). Aktualizuj tu starší aplikaci.</source>
-        <translation>Telefon und Mac sprechen verschiedene Versionen des Protokolls (%1.%2 gegen %3.%4). Aktualisiere die ältere App.</translation>
+        <source>Telefon a Mac mluví jinou verzí protokolu (%1 proti %2). Aktualizuj tu starší aplikaci.</source>
+        <translation>Telefon und Mac sprechen verschiedene Versionen des Protokolls (%1 gegen %2). Aktualisiere die ältere App.</translation>
     </message>
     <message>
         <source>Telefon není připojený</source>
@@ -840,6 +864,10 @@
         <translation>QR-Code zeigen</translation>
     </message>
     <message>
+        <source>Zpráva chybí.</source>
+        <translation>Die Nachricht fehlt.</translation>
+    </message>
+    <message>
         <source>Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to.</source>
         <translation>Die Nachricht kam, bevor die Verbindung gesichert war. Wiederhole es.</translation>
     </message>
@@ -864,8 +892,28 @@
         <translation>Die Nachricht ist zu lang.</translation>
     </message>
     <message>
+        <source>Zpráva má neznámou hodnotu „%1“.</source>
+        <translation>Die Nachricht hat den unbekannten Wert „%1“.</translation>
+    </message>
+    <message>
+        <source>Zpráva má neznámý druh „%1“.</source>
+        <translation>Die Nachricht ist von der unbekannten Art „%1“.</translation>
+    </message>
+    <message>
+        <source>Zpráva má nečitelnou hodnotu „%1“.</source>
+        <translation>Der Wert „%1“ der Nachricht ist nicht lesbar.</translation>
+    </message>
+    <message>
         <source>Zpráva má příliš mnoho hodnot.</source>
         <translation>Die Nachricht hat zu viele Werte.</translation>
+    </message>
+    <message>
+        <source>Zpráva má číslo mimo rozsah.</source>
+        <translation>Die Zahl in der Nachricht liegt außerhalb des Bereichs.</translation>
+    </message>
+    <message>
+        <source>Zpráva má špatný typ (%1).</source>
+        <translation>Die Nachricht hat einen falschen Typ (%1).</translation>
     </message>
     <message>
         <source>Zpráva není platný JSON (bajt %1).</source>
@@ -908,12 +956,32 @@
         <translation>Code %1</translation>
     </message>
     <message>
+        <source>objekt</source>
+        <translation>Objekt</translation>
+    </message>
+    <message>
+        <source>pole</source>
+        <translation>Liste</translation>
+    </message>
+    <message>
+        <source>položka neexistuje</source>
+        <translation>der Eintrag existiert nicht</translation>
+    </message>
+    <message>
         <source>položka už existuje</source>
         <translation>der Eintrag existiert bereits</translation>
     </message>
     <message>
         <source>položku nejde číst nebo zapsat</source>
         <translation>der Eintrag lässt sich nicht lesen oder schreiben</translation>
+    </message>
+    <message>
+        <source>pravdivostní hodnota</source>
+        <translation>Wahrheitswert</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>Text</translation>
     </message>
     <message>
         <source>trezor je zamčený</source>
@@ -950,6 +1018,10 @@
     <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
         <translation>Die Zahlen stimmten nicht überein. Ich habe die Kopplung abgebrochen und nichts gespeichert. Versuche es erneut; wiederholt es sich, hört jemand mit.</translation>
+    </message>
+    <message>
+        <source>číslo</source>
+        <translation>Zahl</translation>
     </message>
     <message>
         <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>

@@ -56,6 +56,10 @@
         <translation>Running: %1</translation>
     </message>
     <message>
+        <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
+        <translation>The path %1 is outside of the allowed folders. I do not touch it.</translation>
+    </message>
+    <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
         <translation>Claude Code is installed, but its login is not valid or the check did not answer. Run `claude auth login` in a terminal, then click Check again here.</translation>
     </message>
@@ -106,6 +110,10 @@
     <message>
         <source>Integrace</source>
         <translation>Integrations</translation>
+    </message>
+    <message>
+        <source>Invalid number of keys found, expected one.</source>
+        <translation>The message should have exactly one case.</translation>
     </message>
     <message>
         <source>Jazyk aplikace a asistentky</source>
@@ -224,6 +232,10 @@
         <translation>Unknown kind of frame.</translation>
     </message>
     <message>
+        <source>Neznámý nástroj.</source>
+        <translation>Unknown tool.</translation>
+    </message>
+    <message>
         <source>Nečekaná odpověď na přihlášení.</source>
         <translation>Unexpected answer to the login.</translation>
     </message>
@@ -234,6 +246,10 @@
     <message>
         <source>Nástroj %1 není na Macu k dispozici: %2</source>
         <translation>The tool %1 is not available on the Mac: %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není nainstalovaný.</source>
+        <translation>The tool %1 is not installed.</translation>
     </message>
     <message>
         <source>Nástroj %1 není povolený: %2</source>
@@ -294,6 +310,10 @@
     <message>
         <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
         <translation>The operation exceeded the limit of %1 seconds and was stopped.</translation>
+    </message>
+    <message>
+        <source>Operace skončila dřív, než dala výsledek.</source>
+        <translation>The operation ended before it gave a result.</translation>
     </message>
     <message>
         <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
@@ -434,6 +454,10 @@
     <message>
         <source>Párování se nepodařilo uložit: %1</source>
         <translation>The pairing could not be saved: %1</translation>
+    </message>
+    <message>
+        <source>Předchozí relace už neexistuje, zakládám novou.</source>
+        <translation>The previous session does not exist any more; starting a new one.</translation>
     </message>
     <message>
         <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
@@ -632,8 +656,8 @@
         <translation>Phone</translation>
     </message>
     <message>
-        <source>Telefon a Mac mluví jinou verzí protokolu (%1.%2 proti %3.%4). Aktualizuj tu starší aplikaci.</source>
-        <translation>The phone and the Mac speak different versions of the protocol (%1.%2 against %3.%4). Update the older app.</translation>
+        <source>Telefon a Mac mluví jinou verzí protokolu (%1 proti %2). Aktualizuj tu starší aplikaci.</source>
+        <translation>The phone and the Mac speak different versions of the protocol (%1 against %2). Update the older app.</translation>
     </message>
     <message>
         <source>Telefon není připojený</source>
@@ -840,6 +864,10 @@
         <translation>Show QR code</translation>
     </message>
     <message>
+        <source>Zpráva chybí.</source>
+        <translation>The message is missing.</translation>
+    </message>
+    <message>
         <source>Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to.</source>
         <translation>The message came before the connection was secured. Do it again.</translation>
     </message>
@@ -864,8 +892,28 @@
         <translation>The message is too long.</translation>
     </message>
     <message>
+        <source>Zpráva má neznámou hodnotu „%1“.</source>
+        <translation>The message has the unknown value “%1”.</translation>
+    </message>
+    <message>
+        <source>Zpráva má neznámý druh „%1“.</source>
+        <translation>The message is of the unknown kind “%1”.</translation>
+    </message>
+    <message>
+        <source>Zpráva má nečitelnou hodnotu „%1“.</source>
+        <translation>The value “%1” of the message cannot be read.</translation>
+    </message>
+    <message>
         <source>Zpráva má příliš mnoho hodnot.</source>
         <translation>The message has too many values.</translation>
+    </message>
+    <message>
+        <source>Zpráva má číslo mimo rozsah.</source>
+        <translation>The number in the message is out of range.</translation>
+    </message>
+    <message>
+        <source>Zpráva má špatný typ (%1).</source>
+        <translation>The message has a wrong type (%1).</translation>
     </message>
     <message>
         <source>Zpráva není platný JSON (bajt %1).</source>
@@ -908,12 +956,32 @@
         <translation>code %1</translation>
     </message>
     <message>
+        <source>objekt</source>
+        <translation>object</translation>
+    </message>
+    <message>
+        <source>pole</source>
+        <translation>array</translation>
+    </message>
+    <message>
+        <source>položka neexistuje</source>
+        <translation>the item does not exist</translation>
+    </message>
+    <message>
         <source>položka už existuje</source>
         <translation>the item exists already</translation>
     </message>
     <message>
         <source>položku nejde číst nebo zapsat</source>
         <translation>the item cannot be read or written</translation>
+    </message>
+    <message>
+        <source>pravdivostní hodnota</source>
+        <translation>truth value</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>text</translation>
     </message>
     <message>
         <source>trezor je zamčený</source>
@@ -950,6 +1018,10 @@
     <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
         <translation>The numbers differed. I have cancelled the pairing and kept nothing. Try again; if it happens repeatedly, somebody is listening.</translation>
+    </message>
+    <message>
+        <source>číslo</source>
+        <translation>number</translation>
     </message>
     <message>
         <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>

@@ -56,6 +56,10 @@
         <translation>En curso: %1</translation>
     </message>
     <message>
+        <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
+        <translation>La ruta %1 está fuera de las carpetas permitidas. No la toco.</translation>
+    </message>
+    <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
         <translation>Claude Code está instalado, pero la sesión no es válida o la comprobación no ha respondido. Ejecuta `claude auth login` en una terminal y luego haz clic aquí en Buscar de nuevo.</translation>
     </message>
@@ -106,6 +110,10 @@
     <message>
         <source>Integrace</source>
         <translation>Integraciones</translation>
+    </message>
+    <message>
+        <source>Invalid number of keys found, expected one.</source>
+        <translation>El mensaje debería tener exactamente un caso.</translation>
     </message>
     <message>
         <source>Jazyk aplikace a asistentky</source>
@@ -224,6 +232,10 @@
         <translation>Tipo de trama desconocido.</translation>
     </message>
     <message>
+        <source>Neznámý nástroj.</source>
+        <translation>Herramienta desconocida.</translation>
+    </message>
+    <message>
         <source>Nečekaná odpověď na přihlášení.</source>
         <translation>Respuesta inesperada al iniciar la sesión.</translation>
     </message>
@@ -234,6 +246,10 @@
     <message>
         <source>Nástroj %1 není na Macu k dispozici: %2</source>
         <translation>La herramienta %1 no está disponible en el Mac: %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není nainstalovaný.</source>
+        <translation>La herramienta %1 no está instalada.</translation>
     </message>
     <message>
         <source>Nástroj %1 není povolený: %2</source>
@@ -294,6 +310,10 @@
     <message>
         <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
         <translation>La operación ha superado el límite de %1 segundos y se ha detenido.</translation>
+    </message>
+    <message>
+        <source>Operace skončila dřív, než dala výsledek.</source>
+        <translation>La operación terminó antes de dar un resultado.</translation>
     </message>
     <message>
         <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
@@ -434,6 +454,10 @@
     <message>
         <source>Párování se nepodařilo uložit: %1</source>
         <translation>No se ha podido guardar la vinculación: %1</translation>
+    </message>
+    <message>
+        <source>Předchozí relace už neexistuje, zakládám novou.</source>
+        <translation>La sesión anterior ya no existe; empiezo una nueva.</translation>
     </message>
     <message>
         <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
@@ -632,8 +656,8 @@
         <translation>Teléfono</translation>
     </message>
     <message>
-        <source>Telefon a Mac mluví jinou verzí protokolu (%1.%2 proti %3.%4). Aktualizuj tu starší aplikaci.</source>
-        <translation>El teléfono y el Mac hablan versiones distintas del protocolo (%1.%2 frente a %3.%4). Actualiza la app más antigua.</translation>
+        <source>Telefon a Mac mluví jinou verzí protokolu (%1 proti %2). Aktualizuj tu starší aplikaci.</source>
+        <translation>El teléfono y el Mac hablan versiones distintas del protocolo (%1 frente a %2). Actualiza la app más antigua.</translation>
     </message>
     <message>
         <source>Telefon není připojený</source>
@@ -840,6 +864,10 @@
         <translation>Mostrar código QR</translation>
     </message>
     <message>
+        <source>Zpráva chybí.</source>
+        <translation>Falta el mensaje.</translation>
+    </message>
+    <message>
         <source>Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to.</source>
         <translation>El mensaje ha llegado antes de que la conexión estuviera protegida. Repítelo.</translation>
     </message>
@@ -864,8 +892,28 @@
         <translation>El mensaje es demasiado largo.</translation>
     </message>
     <message>
+        <source>Zpráva má neznámou hodnotu „%1“.</source>
+        <translation>El mensaje tiene el valor desconocido «%1».</translation>
+    </message>
+    <message>
+        <source>Zpráva má neznámý druh „%1“.</source>
+        <translation>El mensaje es del tipo desconocido «%1».</translation>
+    </message>
+    <message>
+        <source>Zpráva má nečitelnou hodnotu „%1“.</source>
+        <translation>El valor «%1» del mensaje no se puede leer.</translation>
+    </message>
+    <message>
         <source>Zpráva má příliš mnoho hodnot.</source>
         <translation>El mensaje tiene demasiados valores.</translation>
+    </message>
+    <message>
+        <source>Zpráva má číslo mimo rozsah.</source>
+        <translation>El número del mensaje está fuera de rango.</translation>
+    </message>
+    <message>
+        <source>Zpráva má špatný typ (%1).</source>
+        <translation>El mensaje tiene un tipo erróneo (%1).</translation>
     </message>
     <message>
         <source>Zpráva není platný JSON (bajt %1).</source>
@@ -908,12 +956,32 @@
         <translation>código %1</translation>
     </message>
     <message>
+        <source>objekt</source>
+        <translation>objeto</translation>
+    </message>
+    <message>
+        <source>pole</source>
+        <translation>lista</translation>
+    </message>
+    <message>
+        <source>položka neexistuje</source>
+        <translation>el elemento no existe</translation>
+    </message>
+    <message>
         <source>položka už existuje</source>
         <translation>el elemento ya existe</translation>
     </message>
     <message>
         <source>položku nejde číst nebo zapsat</source>
         <translation>el elemento no se puede leer ni escribir</translation>
+    </message>
+    <message>
+        <source>pravdivostní hodnota</source>
+        <translation>valor booleano</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>texto</translation>
     </message>
     <message>
         <source>trezor je zamčený</source>
@@ -950,6 +1018,10 @@
     <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
         <translation>Los números no coincidían. He cancelado la vinculación y no he guardado nada. Inténtalo de nuevo; si se repite, alguien escucha.</translation>
+    </message>
+    <message>
+        <source>číslo</source>
+        <translation>número</translation>
     </message>
     <message>
         <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>

@@ -56,6 +56,10 @@
         <translation>En cours : %1</translation>
     </message>
     <message>
+        <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
+        <translation>Le chemin %1 est hors des dossiers autorisés. Je n’y touche pas.</translation>
+    </message>
+    <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
         <translation>Claude Code est installé, mais la connexion n’est pas valable ou le contrôle n’a pas répondu. Lance `claude auth login` dans un terminal, puis clique ici sur Rechercher à nouveau.</translation>
     </message>
@@ -106,6 +110,10 @@
     <message>
         <source>Integrace</source>
         <translation>Intégrations</translation>
+    </message>
+    <message>
+        <source>Invalid number of keys found, expected one.</source>
+        <translation>Le message devrait avoir exactement un cas.</translation>
     </message>
     <message>
         <source>Jazyk aplikace a asistentky</source>
@@ -224,6 +232,10 @@
         <translation>Type de trame inconnu.</translation>
     </message>
     <message>
+        <source>Neznámý nástroj.</source>
+        <translation>Outil inconnu.</translation>
+    </message>
+    <message>
         <source>Nečekaná odpověď na přihlášení.</source>
         <translation>Réponse inattendue à la connexion.</translation>
     </message>
@@ -234,6 +246,10 @@
     <message>
         <source>Nástroj %1 není na Macu k dispozici: %2</source>
         <translation>L’outil %1 n’est pas disponible sur le Mac : %2</translation>
+    </message>
+    <message>
+        <source>Nástroj %1 není nainstalovaný.</source>
+        <translation>L’outil %1 n’est pas installé.</translation>
     </message>
     <message>
         <source>Nástroj %1 není povolený: %2</source>
@@ -294,6 +310,10 @@
     <message>
         <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
         <translation>L’opération a dépassé la limite de %1 secondes et a été arrêtée.</translation>
+    </message>
+    <message>
+        <source>Operace skončila dřív, než dala výsledek.</source>
+        <translation>L’opération s’est terminée avant de donner un résultat.</translation>
     </message>
     <message>
         <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
@@ -434,6 +454,10 @@
     <message>
         <source>Párování se nepodařilo uložit: %1</source>
         <translation>L’association n’a pas pu être enregistrée : %1</translation>
+    </message>
+    <message>
+        <source>Předchozí relace už neexistuje, zakládám novou.</source>
+        <translation>La session précédente n’existe plus, j’en ouvre une nouvelle.</translation>
     </message>
     <message>
         <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
@@ -632,8 +656,8 @@
         <translation>Téléphone</translation>
     </message>
     <message>
-        <source>Telefon a Mac mluví jinou verzí protokolu (%1.%2 proti %3.%4). Aktualizuj tu starší aplikaci.</source>
-        <translation>Le téléphone et le Mac parlent des versions différentes du protocole (%1.%2 contre %3.%4). Mets à jour l’app la plus ancienne.</translation>
+        <source>Telefon a Mac mluví jinou verzí protokolu (%1 proti %2). Aktualizuj tu starší aplikaci.</source>
+        <translation>Le téléphone et le Mac parlent des versions différentes du protocole (%1 contre %2). Mets à jour l’app la plus ancienne.</translation>
     </message>
     <message>
         <source>Telefon není připojený</source>
@@ -840,6 +864,10 @@
         <translation>Afficher le code QR</translation>
     </message>
     <message>
+        <source>Zpráva chybí.</source>
+        <translation>Le message manque.</translation>
+    </message>
+    <message>
         <source>Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to.</source>
         <translation>Le message est arrivé avant que la connexion soit sécurisée. Recommence.</translation>
     </message>
@@ -864,8 +892,28 @@
         <translation>Le message est trop long.</translation>
     </message>
     <message>
+        <source>Zpráva má neznámou hodnotu „%1“.</source>
+        <translation>Le message a la valeur inconnue « %1 ».</translation>
+    </message>
+    <message>
+        <source>Zpráva má neznámý druh „%1“.</source>
+        <translation>Le message est du genre inconnu « %1 ».</translation>
+    </message>
+    <message>
+        <source>Zpráva má nečitelnou hodnotu „%1“.</source>
+        <translation>La valeur « %1 » du message est illisible.</translation>
+    </message>
+    <message>
         <source>Zpráva má příliš mnoho hodnot.</source>
         <translation>Le message a trop de valeurs.</translation>
+    </message>
+    <message>
+        <source>Zpráva má číslo mimo rozsah.</source>
+        <translation>Le nombre du message est hors limites.</translation>
+    </message>
+    <message>
+        <source>Zpráva má špatný typ (%1).</source>
+        <translation>Le message a un mauvais type (%1).</translation>
     </message>
     <message>
         <source>Zpráva není platný JSON (bajt %1).</source>
@@ -908,12 +956,32 @@
         <translation>code %1</translation>
     </message>
     <message>
+        <source>objekt</source>
+        <translation>objet</translation>
+    </message>
+    <message>
+        <source>pole</source>
+        <translation>liste</translation>
+    </message>
+    <message>
+        <source>položka neexistuje</source>
+        <translation>l’élément n’existe pas</translation>
+    </message>
+    <message>
         <source>položka už existuje</source>
         <translation>l’élément existe déjà</translation>
     </message>
     <message>
         <source>položku nejde číst nebo zapsat</source>
         <translation>l’élément ne peut être lu ni écrit</translation>
+    </message>
+    <message>
+        <source>pravdivostní hodnota</source>
+        <translation>valeur booléenne</translation>
+    </message>
+    <message>
+        <source>text</source>
+        <translation>texte</translation>
     </message>
     <message>
         <source>trezor je zamčený</source>
@@ -950,6 +1018,10 @@
     <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
         <translation>Les nombres différaient. J’ai annulé l’association et rien enregistré. Réessaie ; si cela se répète, quelqu’un écoute.</translation>
+    </message>
+    <message>
+        <source>číslo</source>
+        <translation>nombre</translation>
     </message>
     <message>
         <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>

@@ -1,0 +1,159 @@
+#include "app/agents/AgentChyba.h"
+#include "app/customapps/ServiceError.h"
+#include "app/keychain/KeychainError.h"
+#include "app/ui/LanguageTable.h"
+#include "app/ui/Localized.h"
+#include "foundation/OneShot.h"
+#include "shared-apple/KeychainChyba.h"
+#include "shared-apple/MessageTooLong.h"
+#include "shared/trust/CryptoError.h"
+#include "shared/trust/SecureChannel.h"
+#include "shared/wire/DecodeError.h"
+#include "shared/wire/PublicKeys.h"
+#include "shared/wire/TalkSpanError.h"
+
+#include <QCoreApplication>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace morvex {
+namespace {
+
+/// Stands in any field of an error.
+struct Sample {
+    static constexpr const char* text = "codex";
+
+    operator std::string() const { return text; }
+
+    operator int() const { return 5; }
+
+    operator std::int64_t() const { return 5; }
+
+    operator std::size_t() const { return 5; }
+
+    operator double() const { return 5; }
+};
+
+template <class Record, class... Samples> Record filled(Samples... samples) {
+    if constexpr (requires { Record{samples..., Sample()}; })
+        return filled<Record>(samples..., Sample());
+    else
+        return Record{samples...};
+}
+
+/// The words of every case of an error that is one of several records.
+template <class Failure, class... Cases> std::vector<std::string> wordsOf(std::variant<Cases...> Failure::*) {
+    return {Failure{filled<Cases>()}.popis()...};
+}
+
+template <class Enumeration, Enumeration value> constexpr bool isNamed() {
+    // "… [Enumeration = …, value = …::name]" for an enumerator, "… value = (…)5]" for another number.
+    constexpr std::string_view signature = __PRETTY_FUNCTION__;
+    return signature[signature.rfind("value = ") + 8] != '(';
+}
+
+/// The words of every enumerator of an error that has such a reason.
+template <class Enumeration, int at = 0> std::vector<std::string> wordsOfEach(auto failureOf) {
+    constexpr auto reason = static_cast<Enumeration>(at);
+    if constexpr (isNamed<Enumeration, reason>()) {
+        auto words = wordsOfEach<Enumeration, at + 1>(failureOf);
+        words.push_back(failureOf(reason).popis());
+        return words;
+    }
+    return {};
+}
+
+struct Words {
+    const char* header; ///< of the error
+    std::vector<std::string> sentences;
+};
+
+const std::vector<Words>& everyError() {
+    using Channel = SecureChannel::Chyba;
+    const auto whole = [](DecodeError::Reason reason) { return DecodeError{reason, "", "5"}; };
+    const auto field = [](DecodeError::Reason reason) { return DecodeError{reason, "a.b[1]", "5"}; };
+    static const std::vector<Words> errors{
+        {"app/agents/AgentChyba.h", wordsOf(&AgentChyba::pripad)},
+        {"app/customapps/ServiceError.h", wordsOf(&ServiceError::value)},
+        {"app/keychain/KeychainError.h", {filled<KeychainError>().popis()}},
+        {"foundation/OneShot.h", {Abandoned{}.popis()}},
+        {"shared-apple/KeychainChyba.h",
+         {KeychainChyba{5, "čtení identita", {}}.popis(), KeychainChyba{5, "zápis identita", {}}.popis(),
+          KeychainChyba{5, "mazání identita", {}}.popis()}},
+        {"shared-apple/MessageTooLong.h", {MessageTooLong{}.popis()}},
+        {"shared/trust/CryptoError.h",
+         wordsOfEach<CryptoFailure>([](CryptoFailure failure) { return CryptoError{failure}; })},
+        {"shared/trust/SecureChannel.h",
+         wordsOfEach<Channel::Duvod>([](Channel::Duvod duvod) { return Channel{duvod, Sample::text}; })},
+        {"shared/wire/DecodeError.h", wordsOfEach<DecodeError::Reason>(whole)},
+        {"shared/wire/DecodeError.h", wordsOfEach<DecodeError::Reason>(field)},
+        {"shared/wire/PublicKeys.h", wordsOf(&KryptoChyba::value)},
+        {"shared/wire/TalkSpanError.h", wordsOf(&TalkSpanError::value)},
+    };
+    return errors;
+}
+
+/// Errors whose words are not the program's own, or which only the phone tells.
+const std::set<std::string> withoutWordsHere{
+    "app/execution/SouboryChyba.h",  // told by the phone
+    "app/execution/TerminalChyba.h", // told by the phone
+    "app/personal/NoteError.h",      // told by the phone
+    "foundation/SystemError.h",      // the system's words
+    "platform/ports/HttpClient.h",   // the platform's words
+    "shared-apple/RelayParovani.h",  // the relay's words
+    "shared/base/Error.h",           // words of whoever made it
+};
+
+class ErrorWordsTest : public testing::Test {
+  protected:
+    ErrorWordsTest() { QCoreApplication::installTranslator(&table_); }
+
+    ~ErrorWordsTest() override { QCoreApplication::removeTranslator(&table_); }
+
+    LanguageTable table_;
+};
+
+TEST_F(ErrorWordsTest, EveryCaseOfEveryErrorIsToldInEveryLanguage) {
+    const auto mayStay = [](const std::string& words, const QString& language) {
+        return words == Sample::text ||
+               (language == QStringLiteral("en") && words.starts_with("Keychain error"));
+    };
+    for (const auto& code :
+         {QStringLiteral("en"), QStringLiteral("de"), QStringLiteral("fr"), QStringLiteral("es")}) {
+        table_.take(code);
+        for (const auto& [header, sentences] : everyError())
+            for (const auto& words : sentences) {
+                const auto found = localized(words).toStdString();
+                EXPECT_TRUE(mayStay(words, code) || found != words)
+                    << code.toStdString() << ", " << header << ": " << words;
+            }
+    }
+}
+
+TEST_F(ErrorWordsTest, NoErrorIsLeftOut) {
+    std::set<std::string> known = withoutWordsHere;
+    for (const auto& [header, words] : everyError()) {
+        known.insert(header);
+        EXPECT_FALSE(words.empty()) << header;
+    }
+    const std::filesystem::path root(MORVEX_SOURCE_DIR);
+    for (const char* folder : {"app", "foundation", "platform", "shared", "shared-apple"})
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(root / folder)) {
+            if (entry.path().extension() != ".h") continue;
+            std::ostringstream text;
+            text << std::ifstream(entry.path()).rdbuf();
+            if (!text.str().contains("string popis() const")) continue;
+            const auto header = std::filesystem::relative(entry.path(), root).string();
+            EXPECT_TRUE(known.contains(header)) << header << " is in no list of this test";
+        }
+}
+
+} // namespace
+} // namespace morvex
