@@ -292,12 +292,28 @@
         <translation>Der Umschlag gehört zu einem anderen Paar.</translation>
     </message>
     <message>
+        <source>Odebere se i její token. Asistentka pak její nástroje nebude mít.</source>
+        <translation>Auch ihr Token wird entfernt. Die Assistentin hat ihre Werkzeuge dann nicht mehr.</translation>
+    </message>
+    <message>
         <source>Odebrat</source>
         <translation>Entfernen</translation>
     </message>
     <message>
+        <source>Odebrat aplikaci „%1“?</source>
+        <translation>App „%1“ entfernen?</translation>
+    </message>
+    <message>
+        <source>Odpojit</source>
+        <translation>Trennen</translation>
+    </message>
+    <message>
         <source>Odpojit telefon</source>
         <translation>Telefon trennen</translation>
+    </message>
+    <message>
+        <source>Odpojit telefon?</source>
+        <translation>Telefon trennen?</translation>
     </message>
     <message>
         <source>Odpověď serveru je příliš dlouhá.</source>
@@ -674,6 +690,10 @@
     <message>
         <source>Telefon spí (%1 min)</source>
         <translation>Das Telefon schläft (%1 min)</translation>
+    </message>
+    <message>
+        <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
+        <translation>Das Telefon sieht diesen Mac dann nicht mehr. Dafür musst du es erneut koppeln.</translation>
     </message>
     <message>
         <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>

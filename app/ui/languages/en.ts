@@ -292,12 +292,28 @@
         <translation>The envelope belongs to another pair.</translation>
     </message>
     <message>
+        <source>Odebere se i její token. Asistentka pak její nástroje nebude mít.</source>
+        <translation>Its token is removed too. The assistant will not have its tools any more.</translation>
+    </message>
+    <message>
         <source>Odebrat</source>
         <translation>Remove</translation>
     </message>
     <message>
+        <source>Odebrat aplikaci „%1“?</source>
+        <translation>Remove the app “%1”?</translation>
+    </message>
+    <message>
+        <source>Odpojit</source>
+        <translation>Unpair</translation>
+    </message>
+    <message>
         <source>Odpojit telefon</source>
         <translation>Unpair the phone</translation>
+    </message>
+    <message>
+        <source>Odpojit telefon?</source>
+        <translation>Unpair the phone?</translation>
     </message>
     <message>
         <source>Odpověď serveru je příliš dlouhá.</source>
@@ -674,6 +690,10 @@
     <message>
         <source>Telefon spí (%1 min)</source>
         <translation>The phone is asleep (%1 min)</translation>
+    </message>
+    <message>
+        <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
+        <translation>The phone will no longer see this Mac. You will have to pair it again before it can.</translation>
     </message>
     <message>
         <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>

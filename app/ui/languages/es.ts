@@ -292,12 +292,28 @@
         <translation>El sobre pertenece a otro par.</translation>
     </message>
     <message>
+        <source>Odebere se i její token. Asistentka pak její nástroje nebude mít.</source>
+        <translation>También se quita su token. La asistente ya no tendrá sus herramientas.</translation>
+    </message>
+    <message>
         <source>Odebrat</source>
         <translation>Quitar</translation>
     </message>
     <message>
+        <source>Odebrat aplikaci „%1“?</source>
+        <translation>¿Quitar la app «%1»?</translation>
+    </message>
+    <message>
+        <source>Odpojit</source>
+        <translation>Desvincular</translation>
+    </message>
+    <message>
         <source>Odpojit telefon</source>
         <translation>Desvincular el teléfono</translation>
+    </message>
+    <message>
+        <source>Odpojit telefon?</source>
+        <translation>¿Desvincular el teléfono?</translation>
     </message>
     <message>
         <source>Odpověď serveru je příliš dlouhá.</source>
@@ -674,6 +690,10 @@
     <message>
         <source>Telefon spí (%1 min)</source>
         <translation>El teléfono duerme (%1 min)</translation>
+    </message>
+    <message>
+        <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
+        <translation>El teléfono dejará de ver este Mac. Para que vuelva a verlo, tendrás que vincularlo de nuevo.</translation>
     </message>
     <message>
         <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>

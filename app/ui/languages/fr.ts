@@ -292,12 +292,28 @@
         <translation>L’enveloppe appartient à une autre paire.</translation>
     </message>
     <message>
+        <source>Odebere se i její token. Asistentka pak její nástroje nebude mít.</source>
+        <translation>Son jeton est supprimé aussi. L’assistante n’aura plus ses outils.</translation>
+    </message>
+    <message>
         <source>Odebrat</source>
         <translation>Retirer</translation>
     </message>
     <message>
+        <source>Odebrat aplikaci „%1“?</source>
+        <translation>Retirer l’app « %1 » ?</translation>
+    </message>
+    <message>
+        <source>Odpojit</source>
+        <translation>Dissocier</translation>
+    </message>
+    <message>
         <source>Odpojit telefon</source>
         <translation>Dissocier le téléphone</translation>
+    </message>
+    <message>
+        <source>Odpojit telefon?</source>
+        <translation>Dissocier le téléphone ?</translation>
     </message>
     <message>
         <source>Odpověď serveru je příliš dlouhá.</source>
@@ -674,6 +690,10 @@
     <message>
         <source>Telefon spí (%1 min)</source>
         <translation>Le téléphone dort (%1 min)</translation>
+    </message>
+    <message>
+        <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
+        <translation>Le téléphone ne verra plus ce Mac. Pour qu’il le revoie, il faudra l’associer de nouveau.</translation>
     </message>
     <message>
         <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>

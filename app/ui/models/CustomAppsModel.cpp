@@ -48,21 +48,24 @@ void CustomAppsModel::save(const QString& id, const QString& name, const QString
     error_.clear();
     refresh();
     auto stored = id.isEmpty() ? std::nullopt : std::optional(id.toStdString());
-    scope_.spawn(keep(std::move(stored), name.toStdString(), endpoint.toStdString(), token.toStdString()));
+    scope_.spawn(
+        keep(editor_, std::move(stored), name.toStdString(), endpoint.toStdString(), token.toStdString()));
 }
 
-void CustomAppsModel::clearError() {
+void CustomAppsModel::startEditing() {
+    ++editor_;
     error_.clear();
     refresh();
 }
 
-Task<void> CustomAppsModel::keep(std::optional<std::string> id, std::string name, std::string endpoint,
-                                 std::string token) {
+Task<void> CustomAppsModel::keep(int asker, std::optional<std::string> id, std::string name,
+                                 std::string endpoint, std::string token) {
     auto kept = co_await service_.save(std::move(id), std::move(name), std::move(endpoint), std::move(token));
     saving_ = false;
-    if (!kept) error_ = kept.error().popis();
+    const bool stillOpen = asker == editor_;
+    if (stillOpen && !kept) error_ = kept.error().popis();
     refresh();
-    if (kept) Q_EMIT saved();
+    if (stillOpen && kept) Q_EMIT saved();
 }
 
 } // namespace morvex

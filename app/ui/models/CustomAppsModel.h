@@ -31,23 +31,25 @@ class CustomAppsModel final : public ViewModel {
 
     Q_INVOKABLE void setEnabled(const QString& id, bool enabled);
     Q_INVOKABLE void remove(const QString& id);
-    /// Adds an app when the id is empty, else changes that one; `saved` tells of a success. An empty token
-    /// stays what it was.
+    /// Adds an app when the id is empty, else changes that one. An empty token stays what it was. The end is
+    /// told, by `saved` or by `error`, to the editor that asked alone.
     Q_INVOKABLE void save(const QString& id, const QString& name, const QString& endpoint,
                           const QString& token);
-    /// For a new look at the editor.
-    Q_INVOKABLE void clearError();
+    /// The editor opens.
+    Q_INVOKABLE void startEditing();
 
   Q_SIGNALS:
     void saved();
 
   private:
     [[nodiscard]] QVariantList readRows() const;
-    Task<void> keep(std::optional<std::string> id, std::string name, std::string endpoint, std::string token);
+    Task<void> keep(int asker, std::optional<std::string> id, std::string name, std::string endpoint,
+                    std::string token);
 
     MacCustomAppsService& service_;
     TaskScope& scope_;
     bool saving_ = false;
+    int editor_ = 0; ///< counts the openings of the editor
     std::string error_;
     RowList rows_;
 };

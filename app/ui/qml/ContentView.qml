@@ -23,10 +23,22 @@ ScrollArea {
         reading.open();
     }
 
-    ClearHistorySheet {
+    ConfirmationSheet {
         id: clearing
 
-        model: view.companion.tasks
+        title: qsTr("Vymazat historii úkolů?")
+        text: qsTr("Úkoly zůstanou v Claude a Codexu, ale Morvex už k nim nebude nabízet tlačítka pro pokračování.")
+        action: qsTr("Vymazat historii")
+        onConfirmed: view.companion.tasks.clear()
+    }
+
+    ConfirmationSheet {
+        id: unpairing
+
+        title: qsTr("Odpojit telefon?")
+        text: qsTr("Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.")
+        action: qsTr("Odpojit")
+        onConfirmed: view.companion.pairing.unpair()
     }
 
     PoznamkaNaMacu {
@@ -43,6 +55,27 @@ ScrollArea {
             close();
             editor.edit(app);
         }
+        onRemoving: app => {
+            close();
+            removal.ask(app);
+        }
+    }
+
+    ConfirmationSheet {
+        id: removal
+
+        property string appId
+
+        function ask(app: var) {
+            appId = app.id;
+            title = qsTr("Odebrat aplikaci „%1“?").arg(app.name);
+            open();
+        }
+
+        text: qsTr("Odebere se i její token. Asistentka pak její nástroje nebude mít.")
+        action: qsTr("Odebrat")
+        onConfirmed: view.companion.customApps.remove(appId)
+        onClosed: customApps.open()
     }
 
     CustomAppEditor {
@@ -75,6 +108,7 @@ ScrollArea {
         ParovaniView {
             Layout.fillWidth: true
             model: view.companion.pairing
+            onUnpairing: unpairing.open()
         }
 
         LinkCard {

@@ -15,8 +15,12 @@ Sheet {
         name.text = app?.name ?? "";
         endpoint.text = app?.endpoint ?? "";
         token.text = "";
-        model.clearError();
+        model.startEditing();
         open();
+    }
+
+    function save() {
+        model.save(state?.id ?? "", name.text, endpoint.text, token.text);
     }
 
     title: state ? qsTr("Upravit vlastní aplikaci") : qsTr("Přidat vlastní aplikaci")
@@ -26,7 +30,7 @@ Sheet {
             kind: ActionButton.Kind.Main
             enabled: !sheet.model.saving
             text: qsTr("Uložit")
-            onClicked: sheet.model.save(sheet.state?.id ?? "", name.text, endpoint.text, token.text)
+            onClicked: sheet.save()
         },
         ActionButton {
             text: qsTr("Zrušit")
@@ -45,6 +49,7 @@ Sheet {
         id: name
 
         label: qsTr("Název")
+        onAccepted: sheet.save()
     }
 
     TextEntry {
@@ -52,6 +57,7 @@ Sheet {
 
         label: qsTr("Adresa")
         hint: "https://example.com/api/mcp"
+        onAccepted: sheet.save()
     }
 
     TextEntry {
@@ -60,6 +66,7 @@ Sheet {
         label: qsTr("Token")
         echoMode: TextInput.Password
         hint: sheet.state ? qsTr("Nový token — ponech prázdné beze změny") : qsTr("Přístupový token — volitelný")
+        onAccepted: sheet.save()
     }
 
     CaptionText {

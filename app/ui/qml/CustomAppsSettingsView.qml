@@ -8,6 +8,7 @@ Sheet {
 
     required property CustomAppsModel model
     signal editing(var app)
+    signal removing(var app)
 
     title: qsTr("Vlastní aplikace")
     buttons: [
@@ -52,7 +53,7 @@ Sheet {
 
             onWanted: on => sheet.model.setEnabled(row.modelData.id, on)
             onEdited: sheet.editing(row.modelData)
-            onRemoved: sheet.model.remove(row.modelData.id)
+            onRemoved: sheet.removing(row.modelData)
         }
     }
 }

@@ -8,6 +8,7 @@ Karta {
 
     required property PairingModel model
     readonly property int situation: model.situation
+    signal unpairing
 
     title: qsTr("Párování s telefonem")
     glyph: "phone"
@@ -61,7 +62,7 @@ Karta {
             ActionButton {
                 kind: ActionButton.Kind.Warning
                 text: qsTr("Odpojit telefon")
-                onClicked: view.model.unpair()
+                onClicked: view.unpairing()
             }
         }
     }

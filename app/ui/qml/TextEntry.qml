@@ -13,6 +13,8 @@ ColumnLayout {
     property alias echoMode: field.echoMode
     property alias text: field.text
     signal edited(string text)
+    /// Enter was pressed.
+    signal accepted
 
     /// Takes the keyboard.
     function take() {
@@ -46,9 +48,8 @@ ColumnLayout {
         hoverEnabled: true
         Accessible.name: entry.label
         Accessible.description: placeholderText
-        onEditingFinished: {
-            entry.edited(text);
-        }
+        onEditingFinished: entry.edited(text)
+        onAccepted: entry.accepted()
 
         background: Rectangle {
             radius: Vzhled.controlRadius

@@ -270,7 +270,33 @@ TEST_F(CardsTest, ACustomAppIsAddedEditedSwitchedAndRemoved) {
     press("Sklad");
     EXPECT_FALSE(companion->customApps().apps()[0].enabled);
     press("Odebrat: Sklad");
+    EXPECT_TRUE(reads("Odebrat aplikaci „Sklad“?"));
+    EXPECT_EQ(companion->customApps().apps().size(), 1U);
+    press("Odebrat");
     EXPECT_TRUE(companion->customApps().apps().empty());
+    EXPECT_TRUE(reads("Žádné vlastní aplikace")) << "the list is there again";
+}
+
+TEST_F(CardsTest, ASaveThatEndsAfterItsEditorSaysNothingInTheNextOne) {
+    start();
+    openUi();
+    press("Spravovat: Vlastní aplikace");
+    press("Přidat aplikaci");
+    auto& apps = *ui->model().customApps();
+    const auto address = QStringLiteral("https://sklad.example/api/mcp");
+    auto saveAndLeave = [&](const QString& id) {
+        apps.save(id, QStringLiteral("Sklad"), address, QStringLiteral("tajny"));
+        apps.startEditing();
+        settle();
+        EXPECT_TRUE(reads("Přidat vlastní aplikaci")) << "the next editor stays open";
+        EXPECT_EQ(apps.error(), QString());
+        EXPECT_FALSE(apps.saving());
+    };
+    saveAndLeave({});
+    ASSERT_EQ(companion->customApps().apps().size(), 1U);
+    const auto id = companion->customApps().apps()[0].id;
+    vault.refusals["add custom.app." + id + ".token"] = -25293;
+    saveAndLeave(QString::fromStdString(id));
 }
 
 TEST_F(CardsTest, AnAppOfThePhoneCanBeSwitchedButNotRemovedHere) {

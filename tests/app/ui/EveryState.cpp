@@ -67,6 +67,9 @@ void EveryState::inSheets(const Look& look) {
     press("Vymazat: Poslední úkoly");
     look("a question", window());
     press("Zrušit");
+    press("Odpojit telefon");
+    look("a question about the phone", window());
+    press("Zrušit");
     press("Nákup");
     look("a note", window());
     press("Zavřít");
@@ -74,6 +77,9 @@ void EveryState::inSheets(const Look& look) {
     look("no custom apps", window());
     addApps();
     look("custom apps", window());
+    press("Odebrat: Sklad");
+    look("a question about an app", window());
+    press("Zrušit");
     press("Přidat aplikaci");
     look("the editor", window());
     press("Uložit");

@@ -125,11 +125,16 @@ TEST_F(KeyboardTest, ANewAppIsTypedAndKeptWithoutAMouse) {
     typeKeys("Sklad");
     goTo("Adresa");
     typeKeys("https://sklad.example/api/mcp");
-    goTo("Uložit");
-    give(Qt::Key_Space);
+    give(Qt::Key_Return);
     ASSERT_EQ(companion->customApps().apps().size(), 1U);
     EXPECT_EQ(companion->customApps().apps()[0].name, "Sklad");
     goTo("Odebrat: Sklad");
+    give(Qt::Key_Space);
+    give(Qt::Key_Return);
+    EXPECT_EQ(companion->customApps().apps().size(), 1U) << "Enter at the question leaves it";
+    goTo("Odebrat: Sklad");
+    give(Qt::Key_Space);
+    goTo("Odebrat");
     give(Qt::Key_Space);
     EXPECT_TRUE(companion->customApps().apps().empty());
     goTo("Hotovo");

@@ -51,6 +51,11 @@ TEST_F(PairingViewTest, APairedPhoneIsShownWithTheDateOfItsConfirmation) {
     EXPECT_TRUE(names(QAccessible::EditableText).empty())
         << "the relay belongs to the states without a phone";
     press("Odpojit telefon");
+    EXPECT_TRUE(reads("Odpojit telefon?"));
+    press("Zrušit");
+    EXPECT_TRUE(reads("Spárovaný telefon: "));
+    press("Odpojit telefon");
+    press("Odpojit");
     EXPECT_TRUE(reads("Zatím žádný telefon."));
 }
 

@@ -144,6 +144,9 @@ TEST_F(PicturesTest, Sheets) {
     press("Vymazat: Poslední úkoly");
     expectApproved(pictureOf(window()), "sheet-clear");
     press("Zrušit");
+    press("Odpojit telefon");
+    expectApproved(pictureOf(window()), "sheet-unpair");
+    press("Zrušit");
     press("Nákup");
     expectApproved(pictureOf(window()), "sheet-note");
     press("Zavřít");
@@ -151,6 +154,9 @@ TEST_F(PicturesTest, Sheets) {
     expectApproved(pictureOf(window()), "sheet-apps-empty");
     addApps();
     expectApproved(pictureOf(window()), "sheet-apps");
+    press("Odebrat: Sklad");
+    expectApproved(pictureOf(window()), "sheet-app-removal");
+    press("Zrušit");
     press("Přidat aplikaci");
     expectApproved(pictureOf(window()), "sheet-app-editor");
     press("Uložit");

@@ -2,20 +2,21 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// The confirmation of clearing the history of tasks.
+/// A question before something that cannot be taken back. Enter and Escape leave everything as it is.
 Sheet {
     id: sheet
 
-    required property AgentTasksModel model
+    required property string text
+    required property string action
+    signal confirmed
 
-    title: qsTr("Vymazat historii úkolů?")
     buttons: [
         ActionButton {
             kind: ActionButton.Kind.Warning
-            text: qsTr("Vymazat historii")
+            text: sheet.action
             onClicked: {
-                sheet.model.clear();
                 sheet.close();
+                sheet.confirmed();
             }
         },
         ActionButton {
@@ -27,6 +28,6 @@ Sheet {
 
     BodyText {
         Layout.fillWidth: true
-        text: qsTr("Úkoly zůstanou v Claude a Codexu, ale Morvex už k nim nebude nabízet tlačítka pro pokračování.")
+        text: sheet.text
     }
 }
