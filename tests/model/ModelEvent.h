@@ -35,6 +35,7 @@ struct ModelEvent {
         restartRelay,
         restartMac,
         restartPhone,
+        crash, ///< of a device: what it had not saved is lost, and nobody is told
         sleep, ///< of the Mac; or more often its end
         skew,  ///< another wall clock
         pair,  ///< anew; the person at the Mac agrees at some later event

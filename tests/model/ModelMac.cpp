@@ -11,7 +11,11 @@ namespace morvex {
 ModelMac::ModelMac(ManualExecutor& executor, ModelRelay& relay,
                    std::shared_ptr<const DeviceIdentity> identity, const std::filesystem::path& folder,
                    std::uint64_t seed)
-    : network(relay, ModelWire::Owner::mac), executor_(executor), random_(seed), folder_(folder) {
+    : network(relay, ModelWire::Owner::mac),
+      executor_(executor),
+      relay_(relay),
+      random_(seed),
+      folder_(folder) {
     store_.ulozIdentitu(std::move(identity)).value();
     desktop_.folders.homeFolder = folder.string();
     desktop_.programs.answer = [this](const OutsideProgram& program) { return answer(program); };
@@ -29,23 +33,46 @@ ModelMac::~ModelMac() {
 void ModelMac::start() {
     companion_ = std::make_unique<Companion>(services());
     executor_.start(companion_->spustit());
-    while (executor_.runUntilIdle() + disk.runUntilIdle() > 0) continue;
+    while (executor_.runUntilIdle() + runDisk() > 0) continue;
     if (!desktop_.picker.answers.empty()) executor_.run(companion_->slozky().pridat());
 }
 
 void ModelMac::stop() {
     if (!companion_) return;
+    wake();
     auto isOver = std::make_shared<bool>(false);
     executor_.start([](Companion* companion, std::shared_ptr<bool> over) -> Task<void> {
         co_await companion->ukoncit();
         *over = true;
     }(companion_.get(), isOver));
-    while (executor_.runUntilIdle() + disk.runUntilIdle() > 0) continue;
+    while (executor_.runUntilIdle() + runDisk() > 0) continue;
     agentEnds();
-    while (executor_.runUntilIdle() + disk.runUntilIdle() > 0) continue;
+    while (executor_.runUntilIdle() + runDisk() > 0) continue;
     vyzaduj(*isOver, "the companion does not come to its end");
     companion_.reset();
-    isAsleep_ = false;
+}
+
+/// The program does come to its end, as tasks must, but out of touch, and whatever it does on its way is
+/// undone.
+void ModelMac::crash() {
+    std::filesystem::copy(folder_, aside(), std::filesystem::copy_options::recursive);
+    const auto items = desktop_.vault.items;
+    const auto defaults = desktop_.defaults;
+    const auto peer = store_.nactiProtejsek().value();
+    const auto programs = desktop_.programs.programs.size();
+    const auto writes = writes_;
+    const bool wasReachable = std::exchange(network.isReachable, false);
+    stop();
+    network.isReachable = wasReachable;
+    std::filesystem::remove_all(folder_);
+    std::filesystem::rename(aside(), folder_);
+    desktop_.vault.items = items;
+    desktop_.defaults = defaults;
+    (peer ? store_.ulozProtejsek(*peer) : store_.smazProtejsek()).value();
+    desktop_.programs.programs.resize(programs);
+    desktop_.programs.children.resize(std::min(programs, desktop_.programs.children.size()));
+    ended_ = desktop_.programs.children.size();
+    writes_ = writes;
 }
 
 bool ModelMac::isReady() const {
@@ -60,8 +87,32 @@ void ModelMac::fallAsleep() {
 
 void ModelMac::wake() {
     if (!std::exchange(isAsleep_, false)) return;
+    relay_.setAsleep(ModelWire::Owner::mac, false);
+    clock.advance(std::exchange(slept_, Clock::Duration::zero()));
     desktop_.sleep.wake();
     executor_.runUntilIdle();
+}
+
+void ModelMac::advance(Clock::Duration time) {
+    isAsleep_ ? void(slept_ += time) : clock.advance(time);
+}
+
+std::optional<Clock::Duration> ModelMac::untilNext() const {
+    return isAsleep_ ? std::nullopt : clock.untilNext();
+}
+
+int ModelMac::runDisk() {
+    if (isAsleep_) return 0;
+    const auto jobs = disk_.runUntilIdle();
+    if (jobs > 0) countFiles();
+    return jobs;
+}
+
+void ModelMac::countFiles() {
+    for (const auto& entry : std::filesystem::directory_iterator(allowedFolder())) {
+        ++writes_[entry.path().filename()];
+        std::filesystem::remove(entry.path());
+    }
 }
 
 void ModelMac::agentSpeaks() {
@@ -89,6 +140,11 @@ std::size_t ModelMac::starts(const std::string& argument) const {
         }));
 }
 
+std::size_t ModelMac::writes(const std::string& name) const {
+    const auto found = writes_.find(name);
+    return found == writes_.end() ? 0 : found->second;
+}
+
 std::size_t ModelMac::agent() const {
     auto number = ended_;
     while (number < desktop_.programs.children.size() &&
@@ -106,8 +162,8 @@ std::optional<ScriptedPrograms::Answer> ModelMac::answer(const OutsideProgram& p
 }
 
 CompanionServices ModelMac::services() {
-    return desktop_.services({executor_, disk, disk}, {{executor_, clock, network}, random_}, network, store_,
-                             {{"PATH", (folder_ / "bin").string() + ":/usr/bin:/bin"}});
+    return desktop_.services({executor_, disk_, disk_}, {{executor_, clock, network}, random_}, network,
+                             store_, {{"PATH", (folder_ / "bin").string() + ":/usr/bin:/bin"}});
 }
 
 } // namespace morvex

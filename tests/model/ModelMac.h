@@ -9,6 +9,7 @@
 #include "tests/support/FakeDesktop.h"
 
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string>
 
@@ -25,6 +26,8 @@ class ModelMac {
 
     void start();
     void stop();
+    /// Ends without a word, and its disk is as it was: what waits for it never happens.
+    void crash();
 
     [[nodiscard]] Companion& companion() { return *companion_; }
 
@@ -34,10 +37,21 @@ class ModelMac {
 
     [[nodiscard]] bool isReady() const;
 
+    /// Its time and its disk stand still from now on.
     void fallAsleep();
+    /// Its wires work again too, and its time has gone on.
     void wake();
 
     [[nodiscard]] bool isAsleep() const { return isAsleep_; }
+
+    /// Time passes, also while it sleeps.
+    void advance(Clock::Duration time);
+    /// Until its next timer; nothing while it sleeps.
+    [[nodiscard]] std::optional<Clock::Duration> untilNext() const;
+
+    /// Does what waits for the disk. Gives the number of jobs, none while it sleeps. A written file is
+    /// counted and taken away, so that the same call could write it again.
+    int runDisk();
 
     /// The agent that works now tells of its session, or ends; nothing without one.
     void agentSpeaks();
@@ -45,12 +59,13 @@ class ModelMac {
 
     /// How often a program was started with this argument.
     [[nodiscard]] std::size_t starts(const std::string& argument) const;
+    /// How often a file of this name was written into the allowed folder.
+    [[nodiscard]] std::size_t writes(const std::string& name) const;
 
     [[nodiscard]] std::filesystem::path allowedFolder() const { return folder_ / "Projekty"; }
 
     ManualClock clock;
     ModelRelay::Access network;
-    ManualExecutor disk; ///< vault, store and file work
 
   private:
     CompanionServices services();
@@ -58,14 +73,22 @@ class ModelMac {
     [[nodiscard]] std::size_t agent() const;
     [[nodiscard]] std::optional<ScriptedPrograms::Answer> answer(const OutsideProgram& program) const;
 
+    [[nodiscard]] std::filesystem::path aside() const { return folder_.string() + "-aside"; }
+
+    void countFiles();
+
     ManualExecutor& executor_;
+    ManualExecutor disk_; ///< vault, store and file work
+    ModelRelay& relay_;
     Dice random_;
     std::filesystem::path folder_;
     PametoveUloziste store_;
     FakeDesktop desktop_;
     std::unique_ptr<Companion> companion_;
     std::size_t ended_ = 0; ///< the first agents among the programs, which say nothing more
+    std::map<std::string, std::size_t> writes_; ///< by name
     bool isAsleep_ = false;
+    Clock::Duration slept_{0};
 };
 
 } // namespace morvex

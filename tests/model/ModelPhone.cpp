@@ -72,6 +72,25 @@ void ModelPhone::stop() {
     vyzaduj(program_->isOver, "the phone's program outlives its interruption");
 }
 
+/// The program does come to its end, as tasks must, but out of touch, and whatever it does on its way is
+/// undone.
+void ModelPhone::crash() {
+    const auto aside = folder_.string() + "-aside";
+    std::filesystem::copy(folder_, aside, std::filesystem::copy_options::recursive);
+    const auto items = vault_.items;
+    const auto peer = mac();
+    const auto answered = answers();
+    const bool wasReachable = std::exchange(network.isReachable, false);
+    stop();
+    network.isReachable = wasReachable;
+    std::filesystem::remove_all(folder_);
+    std::filesystem::rename(aside, folder_);
+    vault_.items = items;
+    (peer ? store_.ulozProtejsek(*peer) : store_.smazProtejsek()).value();
+    answers_.str(answered);
+    answers_.seekp(0, std::ios::end);
+}
+
 bool ModelPhone::isRunning() const {
     return program_ && !program_->isOver;
 }

@@ -26,6 +26,8 @@ class ModelPhone {
     /// Ends what runs and starts this command line.
     void start(const std::vector<const char*>& arguments);
     void stop();
+    /// Ends without a word, and its disk is as it was.
+    void crash();
 
     [[nodiscard]] bool isRunning() const;
 

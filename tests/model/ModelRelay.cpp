@@ -52,6 +52,27 @@ bool ModelRelay::passAll() {
     return hasPassed;
 }
 
+bool ModelRelay::passOneEach() {
+    bool hasPassed = false;
+    for (std::size_t i = 0; i < wires_.size(); ++i) {
+        if (wires_[i]->pass(ModelWire::Way::toRelay)) hasPassed = true;
+        if (wires_[i]->pass(ModelWire::Way::toDevice)) hasPassed = true;
+        wires_[i]->pong();
+    }
+    return hasPassed;
+}
+
+void ModelRelay::passUnderWay() {
+    for (auto way : {ModelWire::Way::toRelay, ModelWire::Way::toDevice})
+        for (auto& wire : wires_)
+            for (auto waiting = wire->frames(way).size(); waiting > 0; --waiting) wire->pass(way);
+}
+
+void ModelRelay::loseDevice(ModelWire::Owner owner, Farewell farewell) {
+    for (auto& wire : wires_)
+        if (wire->owner() == owner) farewell == Farewell::noticed ? wire->cut() : wire->loseRelay();
+}
+
 void ModelRelay::restart() {
     for (auto& wire : wires_) wire->cut();
     forgetDeadWires();

@@ -47,6 +47,18 @@ class ModelRelay {
 
     /// Lets everything pass that waits now. True when anything did.
     bool passAll();
+    /// Lets one frame pass on each wire and in each direction. True when any did.
+    bool passOneEach();
+    /// Lets pass what was said before now, and nothing of what follows from it.
+    void passUnderWay();
+    /// A device has ended in the midst of its work. Its end of the connection may stay unnoticed.
+    enum class Farewell { noticed, unnoticed };
+    void loseDevice(ModelWire::Owner owner, Farewell farewell);
+
+    void setAsleep(ModelWire::Owner owner, bool isAsleep) {
+        ledgers_.at(static_cast<std::size_t>(owner)).isAsleep = isAsleep;
+    }
+
     /// Every wire is cut; what the relay knows of its pairs stays.
     void restart();
 
@@ -54,7 +66,7 @@ class ModelRelay {
         for (auto& ledger : ledgers_) ledger.messages = 0;
     }
 
-    /// How many messages came to this device in its present session, or since they were counted anew.
+    /// How many messages came to this device since they were counted anew.
     [[nodiscard]] std::size_t messagesTo(ModelWire::Owner owner) const {
         return ledgers_.at(static_cast<std::size_t>(owner)).messages;
     }

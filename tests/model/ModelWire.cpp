@@ -13,10 +13,6 @@ bool hasContent(const std::string& frame) {
     return frame.contains(R"("kind":"data")");
 }
 
-bool isHello(const std::string& frame) {
-    return frame.contains(R"("kind":"keyExchange")");
-}
-
 } // namespace
 
 ModelWire::ModelWire(Owner owner, Switchboard& switchboard, PairStore& store, Ledger& ledger)
@@ -52,7 +48,7 @@ void ModelWire::end(Ending ending) {
 }
 
 bool ModelWire::pass(Way way) {
-    if (isStalled_) return false;
+    if (isStalled_ || ledger_.isAsleep) return false;
     auto& waitingFrames = frames(way);
     if (waitingFrames.empty()) return passEnd(way);
     if (way == Way::toRelay && isPaused_ && !isEnding_) return false;
@@ -61,7 +57,6 @@ bool ModelWire::pass(Way way) {
     if (way == Way::toRelay) {
         if (!isEnding_ && !isLeft_) hear(std::move(frame));
     } else {
-        if (isHello(frame)) ledger_.messages = 0;
         if (hasContent(frame)) ++ledger_.messages;
         socket_->deliver(std::move(frame));
         switchboard_.drained(*this);
@@ -105,7 +100,8 @@ void ModelWire::loseRelay() {
 
 void ModelWire::pong() {
     collect();
-    if (!isStalled_ && !isEnding_ && toRelay_.empty() && toDevice_.empty()) socket_->pong();
+    if (!isStalled_ && !isEnding_ && !ledger_.isAsleep && toRelay_.empty() && toDevice_.empty())
+        socket_->pong();
 }
 
 std::deque<std::string>& ModelWire::frames(Way way) {

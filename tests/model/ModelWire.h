@@ -23,7 +23,8 @@ class ModelWire final : public Line {
 
     /// What has passed over all wires of a device.
     struct Ledger {
-        std::size_t messages = 0; ///< with content that came out at the device since its peer's last hello
+        std::size_t messages = 0;         ///< with content that came out at the device
+        bool isAsleep = false;            ///< the device: nothing passes meanwhile, and no ping is sent
         std::vector<std::string> toRelay; ///< everything that was said, for those who say it again
         std::vector<std::string> toDevice;
 

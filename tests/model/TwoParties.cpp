@@ -29,6 +29,7 @@ std::filesystem::path made(std::filesystem::path folder) {
 
 TwoParties::TwoParties(std::uint64_t seed, const std::filesystem::path& folder, RelayConduct conduct)
     : conduct_(conduct),
+      ids_(seed),
       mac_(executor_, relay_, identityOf(ModelWire::Owner::mac), made(folder / "mac"), seed + 1),
       phone_(executor_, relay_, identityOf(ModelWire::Owner::phone), made(folder / "phone"), seed + 2) {
     mac_.start();
@@ -41,18 +42,20 @@ TwoParties::TwoParties(std::uint64_t seed, const std::filesystem::path& folder, 
 void TwoParties::happen(const ModelEvent& event) {
     if (!happenToWires(event) && !happenToMac(event)) happenToPhone(event);
     run();
-    if (event.which % 3 == 0) agree();
+    if (event.which % 3 == 0 && !mac_.isAsleep()) agree();
     if (!phone_.isRunning() && event.amount % 3 != 0) startShell();
     takeNote();
 }
 
 void TwoParties::run() {
-    while (executor_.runUntilIdle() + (isDiskHeld_ ? 0 : mac_.disk.runUntilIdle()) > 0) continue;
+    while (executor_.runUntilIdle() + (isDiskHeld_ ? 0 : mac_.runDisk()) > 0) continue;
 }
 
 void TwoParties::flow() {
-    do run();
-    while (relay_.passAll());
+    do {
+        run();
+        if (isResting_) noteAgreement();
+    } while (isResting_ ? relay_.passOneEach() : relay_.passAll());
 }
 
 void TwoParties::trickle(unsigned seed) {
@@ -67,10 +70,9 @@ void TwoParties::trickle(unsigned seed) {
 void TwoParties::pass(Clock::Duration time, bool isFlowing) {
     for (int steps = 0; time > Clock::Duration::zero() && steps < 200; ++steps) {
         auto step = time;
-        for (const auto* clock : {&mac_.clock, &phone_.clock})
-            if (const auto next = clock->untilNext())
-                step = std::min(step, std::max(*next, Clock::Duration(1)));
-        mac_.clock.advance(step);
+        for (const auto next : {mac_.untilNext(), phone_.clock.untilNext()})
+            if (next) step = std::min(step, std::max(*next, Clock::Duration(1)));
+        mac_.advance(step);
         phone_.clock.advance(step);
         relayClock_.advance(step);
         time -= step;

@@ -28,7 +28,9 @@ class TwoParties {
     /// Ends all faults and waits until both ends say the same. Gives what is wrong then, or nothing.
     std::string comeToRest();
 
-    /// Messages that the busier end took in the session of the rest until both said the same.
+    /// Messages with content that the busier end took since all faults ended until both were connected and
+    /// said the same for good: status, notes, offers, answers, acknowledgements. What had been said before
+    /// is not among them, nor are the hellos of sessions.
     [[nodiscard]] std::size_t messagesToRest() const { return messagesToRest_.value_or(0); }
 
     [[nodiscard]] std::size_t calls() const { return calls_.size(); }
@@ -45,6 +47,7 @@ class TwoParties {
     struct Call {
         Tool tool;
         std::string name; ///< nobody else uses it
+        Uuid workItem;    ///< of an agent
     };
 
     /// Every version of a note that counts most, of those that were kept anywhere.
@@ -63,6 +66,8 @@ class TwoParties {
     void happenToPhone(const ModelEvent& event);
     bool meddle(const ModelEvent& event);
     void skew(const ModelEvent& event);
+    void crash(const ModelEvent& event);
+    void fallAsleep(const ModelEvent& event);
     /// Whether one more record may be made, which is counted then.
     bool mayCreate();
     void startShell();
@@ -76,7 +81,9 @@ class TwoParties {
     void takeNote(const std::vector<MorvexNote>& notes);
 
     void mendAll();
+    void workOff();
     void restFor(std::chrono::seconds time);
+    void noteAgreement();
     bool pairAnew();
     [[nodiscard]] bool arePaired();
     [[nodiscard]] bool areReady();
@@ -86,9 +93,11 @@ class TwoParties {
     [[nodiscard]] std::string wrongEffect();
     [[nodiscard]] std::string states();
     [[nodiscard]] std::size_t effects(const Call& call);
+    [[nodiscard]] bool isAnswered(const Call& call, const std::string& answers);
     [[nodiscard]] std::size_t messages() const;
 
     RelayConduct conduct_;
+    Dice ids_;
     ManualClock relayClock_;
     ManualExecutor executor_;
     ModelRelay relay_{relayClock_};
@@ -103,6 +112,7 @@ class TwoParties {
     int records_ = 0;
     unsigned written_ = 0; ///< texts, each another one
     bool isDiskHeld_ = false;
+    bool isResting_ = false;
 };
 
 } // namespace morvex

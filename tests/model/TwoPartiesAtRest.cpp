@@ -31,9 +31,9 @@ std::string told(const char* whose, const std::set<std::string>& records) {
 
 std::string TwoParties::comeToRest() {
     mendAll();
-    // The quiet begins when nothing is on its way that was said before.
-    flow();
+    workOff();
     relay_.countAnew();
+    isResting_ = true;
     // Whatever waits for an answer ends meanwhile, and each end finds out that its connection is dead.
     restFor(2min);
     if (!arePaired() && !pairAnew()) return "the two cannot be paired again\n" + states();
@@ -52,9 +52,9 @@ void TwoParties::mendAll() {
         device->isReachable = true;
         device->losesReply = false;
     }
+    mac_.wake();
     for (auto* clock : {&mac_.clock, &phone_.clock}) clock->setWallClock(relayClock_.now());
     isDiskHeld_ = false;
-    mac_.wake();
     mac_.agentEnds();
     giveUpPairing();
     if (!phone_.isShell()) startShell();
@@ -63,11 +63,24 @@ void TwoParties::mendAll() {
     if (conduct_ == RelayConduct::faulty) relay_.restart();
 }
 
-void TwoParties::restFor(std::chrono::seconds time) {
-    for (; time > 0s; time -= restStep) {
-        pass(restStep, true);
-        if (!messagesToRest_ && areReady() && difference().empty()) messagesToRest_ = messages();
+/// What was said before the faults ended is taken, and what follows from it at once. The quiet begins then.
+void TwoParties::workOff() {
+    for (int hops = 0; hops < 2; ++hops) {
+        run();
+        relay_.passUnderWay();
     }
+    run();
+}
+
+void TwoParties::restFor(std::chrono::seconds time) {
+    for (; time > 0s; time -= restStep) pass(restStep, true);
+}
+
+void TwoParties::noteAgreement() {
+    if (!areReady() || !difference().empty())
+        messagesToRest_.reset();
+    else if (!messagesToRest_)
+        messagesToRest_ = messages();
 }
 
 bool TwoParties::pairAnew() {
@@ -130,20 +143,27 @@ std::string TwoParties::wrongEffect() {
     std::string wrong;
     for (const auto& call : calls_) {
         const auto count = effects(call);
-        const bool isAnswered = answers.contains("\"" + call.name + "\"");
-        answeredCalls_ += isAnswered;
+        const bool isKnown = count > 0 || mac_.companion().historieAgentu().ukol(call.workItem);
+        const bool isTold = isAnswered(call, answers);
+        answeredCalls_ += isTold;
         doneCalls_ += count > 0;
         if (count > 1) wrong += call.name + " was carried out " + std::to_string(count) + " times\n";
-        if (isAnswered && count == 0) wrong += call.name + " was answered and never carried out\n";
+        if (isTold && !isKnown) wrong += call.name + " was answered and never carried out\n";
     }
     return wrong;
 }
 
 std::size_t TwoParties::effects(const Call& call) {
     if (call.tool == Tool::program || call.tool == Tool::agent) return mac_.starts(call.name);
-    if (call.tool == Tool::file) return std::filesystem::exists(mac_.allowedFolder() / call.name);
+    if (call.tool == Tool::file) return mac_.writes(call.name);
     const auto& notes = mac_.companion().poznamky().vsechny();
     return static_cast<std::size_t>(std::ranges::count(notes, call.name, &MorvexNote::title));
+}
+
+/// An agent's answer names its work item; that it was accepted is then known to the history of tasks, even
+/// when the computer ended before the agent began.
+bool TwoParties::isAnswered(const Call& call, const std::string& answers) {
+    return answers.contains("\"" + (call.tool == Tool::agent ? call.workItem.text() : call.name) + "\"");
 }
 
 std::string TwoParties::states() {

@@ -23,6 +23,12 @@ std::string title(unsigned which) {
     return titles.at(which % titles.size());
 }
 
+/// Somebody sits at the Mac.
+bool isByPerson(Kind kind) {
+    return kind == Kind::editOnMac || kind == Kind::pair || kind == Kind::giveUpPairing ||
+           kind == Kind::unpairOnMac;
+}
+
 } // namespace
 
 bool TwoParties::happenToWires(const ModelEvent& event) {
@@ -59,12 +65,13 @@ bool TwoParties::happenToWires(const ModelEvent& event) {
 }
 
 bool TwoParties::happenToMac(const ModelEvent& event) {
+    if (isByPerson(event.kind)) mac_.wake();
     switch (event.kind) {
     case Kind::editOnMac:
         editOnMac(event);
         return true;
     case Kind::agentWorks:
-        event.amount % 2 == 0 ? mac_.agentSpeaks() : mac_.agentEnds();
+        if (!mac_.isAsleep()) event.amount % 2 == 0 ? mac_.agentSpeaks() : mac_.agentEnds();
         return true;
     case Kind::holdDisk:
         isDiskHeld_ = event.which % 3 == 0;
@@ -73,8 +80,11 @@ bool TwoParties::happenToMac(const ModelEvent& event) {
         mac_.stop();
         mac_.start();
         return true;
+    case Kind::crash:
+        crash(event);
+        return true;
     case Kind::sleep:
-        event.which % 3 == 0 ? mac_.fallAsleep() : mac_.wake();
+        event.which % 2 == 0 ? fallAsleep(event) : mac_.wake();
         return true;
     case Kind::pair:
         pair();
@@ -130,8 +140,30 @@ bool TwoParties::meddle(const ModelEvent& event) {
     return true;
 }
 
+void TwoParties::crash(const ModelEvent& event) {
+    const auto farewell =
+        event.amount % 2 == 0 ? ModelRelay::Farewell::noticed : ModelRelay::Farewell::unnoticed;
+    if (event.which % 2 == 0) {
+        relay_.loseDevice(ModelWire::Owner::mac, farewell);
+        mac_.crash();
+        mac_.start();
+    } else {
+        relay_.loseDevice(ModelWire::Owner::phone, farewell);
+        phone_.crash();
+        startShell();
+    }
+}
+
+void TwoParties::fallAsleep(const ModelEvent& event) {
+    mac_.fallAsleep();
+    // What it said last may still get out.
+    if (event.amount % 2 == 0) flow();
+    relay_.setAsleep(ModelWire::Owner::mac, true);
+}
+
 void TwoParties::skew(const ModelEvent& event) {
     // With less than half a minute between them the two still understand each other.
+    if (event.which % 2 == 0 && mac_.isAsleep()) return;
     const auto most = conduct_ == RelayConduct::honest ? 14s : 4000s;
     auto& clock = event.which % 2 == 0 ? mac_.clock : phone_.clock;
     clock.setWallClock(relayClock_.now() + most * (static_cast<int>(event.amount) - 500) / 500);
@@ -166,12 +198,14 @@ void TwoParties::editOnPhone(const ModelEvent& event) {
 
 void TwoParties::call(Tool tool) {
     const auto name = "call-" + std::to_string(calls_.size());
-    calls_.push_back({tool, name});
+    calls_.push_back({tool, name, ids_.uuid()});
     if (tool == Tool::note) phone_.type(R"(call mac.notes.create {"title":")" + name + R"(","body":"x"})");
     if (tool == Tool::file) phone_.type(R"(call mac.files.write {"path":")" + name + R"(","content":"x"})");
     if (tool == Tool::program)
         phone_.type(R"(call mac.terminal.run {"program":"ls","args":[")" + name + R"("]})");
-    if (tool == Tool::agent) phone_.type(R"(call mac.codex.run {"instruction":")" + name + R"("})");
+    if (tool == Tool::agent)
+        phone_.type(R"(call mac.codex.run {"instruction":")" + name + R"(","work_item_id":")" +
+                    calls_.back().workItem.text() + R"("})");
 }
 
 void TwoParties::pair() {

@@ -18,8 +18,10 @@ namespace {
 constexpr std::uint64_t firstSeed = 20'261'121;
 constexpr int fewestEvents = 10;
 constexpr int mostEvents = 60;
-/// Hellos, status, notes, offers, acknowledgements, and a call and its answer behind each round of offers.
-constexpr std::size_t mostMessagesToRest = 14;
+/// To either end, from the moment when no fault is left and what was said before has been taken: the status
+/// and each of few records of the other side, and the same once more when both have begun the session at
+/// once.
+constexpr std::size_t mostMessagesToRest = 10;
 
 /// Of the history that runs now, for the case that the program ends in the midst of it.
 std::uint64_t presentSeed = 0;
