@@ -225,10 +225,12 @@ Task<void> Companion::poslatStav() {
 }
 
 Task<void> Companion::obnovitSluzby() {
+    state_.zjistovani = state_.zjistovani + 1;
     TaskScope detections(services_.main);
     detections.spawn(zjistit(AgentId::claudeCode, &state_.stavClauda));
     detections.spawn(zjistit(AgentId::codex, &state_.stavCodexu));
     co_await detections.join();
+    state_.zjistovani = state_.zjistovani - 1;
     co_await poslatStav();
 }
 

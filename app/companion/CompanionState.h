@@ -22,8 +22,12 @@ struct CompanionState {
     /// The last problem for the user.
     QProperty<std::optional<std::string>> potiz;
     QProperty<std::string> relayAdresa;
-    QProperty<AgentStatus> stavClauda{AgentStatus{false, {}, {}, "Zjišťuji…"}};
-    QProperty<AgentStatus> stavCodexu{AgentStatus{false, {}, {}, "Zjišťuji…"}};
+    /// Stands as an agent's problem until the first look for it has ended.
+    static constexpr const char* jesteNevim = "Zjišťuji…";
+    QProperty<AgentStatus> stavClauda{AgentStatus{false, {}, {}, jesteNevim}};
+    QProperty<AgentStatus> stavCodexu{AgentStatus{false, {}, {}, jesteNevim}};
+    /// How many looks for what is there are under way.
+    QProperty<int> zjistovani{0};
     QProperty<bool> postaDostupna{false};
     QProperty<std::optional<std::string>> postaPotiz;
 };

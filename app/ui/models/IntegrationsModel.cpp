@@ -19,14 +19,19 @@ IntegrationsModel::IntegrationsModel(Companion& companion) : companion_(companio
     addPersonalData();
     addMacTools();
     addCustomApps();
+    watch(companion_.stav().zjistovani);
 }
 
 void IntegrationsModel::refreshRows() {
     for (const auto& row : rows_) row->refresh();
 }
 
+bool IntegrationsModel::detecting() const {
+    return companion_.stav().zjistovani > 0;
+}
+
 void IntegrationsModel::detectAgain() {
-    companion_.obnovit();
+    if (!detecting()) companion_.obnovit();
 }
 
 void IntegrationsModel::addPersonalData() {
@@ -83,13 +88,20 @@ void IntegrationsModel::addMacTools() {
 }
 
 void IntegrationsModel::addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status) {
+    auto isKnown = [this, &status] {
+        return !detecting() && status.value().problem != CompanionState::jesteNevim;
+    };
+    auto detail = [isKnown, &status]() -> std::string {
+        if (!isKnown()) return CompanionState::jesteNevim;
+        return status.value().installed ? "Nainstalováno" : "Nenainstalováno";
+    };
+    auto problem = [isKnown, &status] {
+        return isKnown() ? status.value().problem.value_or(std::string()) : std::string();
+    };
     auto& row =
-        add(macTools_,
-            {.integration = integration,
-             .name = name,
-             .detail = [&status] { return status.value().installed ? "Nainstalováno" : "Nenainstalováno"; },
-             .problem = [&status] { return status.value().problem.value_or(std::string()); }});
+        add(macTools_, {.integration = integration, .name = name, .detail = detail, .problem = problem});
     row.follow(status);
+    row.follow(companion_.stav().zjistovani);
 }
 
 IntegrationRow& IntegrationsModel::add(QList<QObject*>& group, IntegrationRow::Description description) {

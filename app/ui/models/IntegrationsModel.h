@@ -19,6 +19,7 @@ class IntegrationsModel final : public ViewModel {
     Q_PROPERTY(QList<QObject*> personalData READ personalData CONSTANT)
     Q_PROPERTY(QList<QObject*> macTools READ macTools CONSTANT)
     Q_PROPERTY(QList<QObject*> customApps READ customApps CONSTANT)
+    Q_PROPERTY(bool detecting READ detecting NOTIFY changed)
 
   public:
     explicit IntegrationsModel(Companion& companion);
@@ -32,7 +33,9 @@ class IntegrationsModel final : public ViewModel {
     /// Has every row read anew.
     void refreshRows();
 
-    /// Looks for programs and services again.
+    /// A look for programs and services is under way.
+    [[nodiscard]] bool detecting() const;
+    /// Looks for programs and services again, unless it does already.
     Q_INVOKABLE void detectAgain();
 
   private:

@@ -54,5 +54,12 @@ Karta {
             text: qsTr("Obnovit stav")
             onClicked: view.model.detectAgain()
         }
+
+        CaptionText {
+            height: Vzhled.controlHeight
+            verticalAlignment: Text.AlignVCenter
+            visible: view.model.detecting
+            text: qsTr("Zjišťuji…")
+        }
     }
 }

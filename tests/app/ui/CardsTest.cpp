@@ -90,6 +90,35 @@ TEST_F(CardsTest, AnAgentWithAProblemCanBeLookedForAgain) {
     EXPECT_FALSE(reads("Codex tu není.")) << "there is news";
 }
 
+TEST_F(CardsTest, ALookForTheAgentsIsSaidAndIsNoProblem) {
+    start();
+    openUi();
+    auto& state = companion->stav();
+    const auto isLooking = [this] {
+        EXPECT_TRUE(reads("Zjišťuji…"));
+        EXPECT_FALSE(reads("Nenainstalováno"));
+        EXPECT_FALSE(reads("Codex tu není."));
+        EXPECT_FALSE(reads("Zjistit znovu"));
+    };
+    for (auto* agent : {&state.stavCodexu, &state.stavClauda})
+        *agent = AgentStatus{false, {}, {}, CompanionState::jesteNevim};
+    settle();
+    isLooking();
+    for (auto* agent : {&state.stavCodexu, &state.stavClauda})
+        *agent = AgentStatus{false, {}, {}, "Codex tu není."};
+    state.zjistovani = 1;
+    settle();
+    isLooking();
+    state.zjistovani = 0;
+    settle();
+    EXPECT_TRUE(reads("Zjistit znovu: Codex"));
+    EXPECT_FALSE(reads("Zjišťuji…"));
+    std::vector<int> looks;
+    auto noted = state.zjistovani.addNotifier([&] { looks.push_back(state.zjistovani); });
+    press("Obnovit stav");
+    EXPECT_EQ(looks, (std::vector{1, 0}));
+}
+
 TEST_F(CardsTest, TheSwitchOfTheLoginItemShowsWhatReallyHolds) {
     start();
     openUi();
