@@ -18,6 +18,7 @@
 #include "platform/linux/OwnEnvironment.h"
 #include "platform/linux/PortalColorScheme.h"
 #include "platform/linux/SpawnLauncher.h"
+#include "platform/linux/StatusNotifierTray.h"
 #include "platform/linux/SysfsPower.h"
 #include "platform/linux/SystemRandom.h"
 #include "platform/linux/UPowerMonitor.h"
@@ -30,6 +31,7 @@
 #include "platform/qt/QtFolderPicker.h"
 #include "platform/qt/QtMainExecutor.h"
 #include "platform/qt/UnixSignals.h"
+#include "platform/qt/XembedTray.h"
 #include "shared-apple/KeychainStore.h"
 
 #include <QApplication>
@@ -166,13 +168,15 @@ int runWindow(System& system, LockFileInstance& instance) {
     QtClipboard clipboard;
     DesktopNotifications notifications;
     PortalColorScheme colors;
+    XembedTray embedding;
+    StatusNotifierTray tray(embedding);
     Running running(system, picker);
     auto quit = [&] {
         picker.close();
         running.quit();
     };
     TolvyCompanionApp window(running.companion, {*system.clock, running.commands, clipboard, notifications,
-                                                 colors, version, quit, [] { ::malloc_trim(0); }});
+                                                 colors, tray, version, quit, [] { ::malloc_trim(0); }});
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
     if (auto problem = system.defaults.problem()) print(*problem);
     instance.onCall([&window] { window.openMainWindow(); });

@@ -5,9 +5,14 @@
 #include <QIcon>
 #include <QPalette>
 
+#include <chrono>
+
 namespace morvex {
 
 namespace {
+
+/// A person who has started the program where there is no tray waits so long for the window.
+constexpr std::chrono::seconds trayPatience{5};
 
 constexpr QColor darkGround{0x24, 0x28, 0x2f};
 constexpr QColor lightGround{0xef, 0xf0, 0xf2};
@@ -16,11 +21,14 @@ constexpr QColor lightGround{0xef, 0xf0, 0xf2};
 
 TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& surroundings)
     : hlas_(companion.hlas()),
+      clock_(surroundings.clock),
+      scope_(surroundings.scope),
       colors_(surroundings.colors),
+      tray_(surroundings.tray),
       model_(companion, {surroundings.clock, surroundings.scope, surroundings.clipboard,
                          surroundings.appVersion, [this] { openMainWindow(); }, surroundings.quit}),
       windows_(model_, surroundings.clock, surroundings.releaseMemory),
-      tray_(*model_.link(), [this](const QRect& place) { toggleMenu(place); }),
+      item_(*model_.link(), tray_, [this](const QRect& place) { toggleMenu(place); }),
       notice_(*model_.approval(), surroundings.notifications) {
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationDisplayName(QStringLiteral("Morvex"));
@@ -40,8 +48,15 @@ TolvyCompanionApp::~TolvyCompanionApp() {
 }
 
 void TolvyCompanionApp::start() {
-    tray_.show();
-    if (!TrayItem::isThereATray() || !model_.pairing()->hasPhone()) openMainWindow();
+    item_.show();
+    if (!model_.pairing()->hasPhone())
+        openMainWindow();
+    else if (!tray_.isThere())
+        scope_.spawn(openMainWindowWithoutATray());
+}
+
+Task<void> TolvyCompanionApp::openMainWindowWithoutATray() {
+    if (co_await sleepFor(clock_, trayPatience, scope_.token()) && !tray_.isThere()) openMainWindow();
 }
 
 void TolvyCompanionApp::openMainWindow() {

@@ -5,6 +5,7 @@
 #include "app/ui/TrayItem.h"
 #include "app/ui/WindowHost.h"
 #include "platform/ports/ColorScheme.h"
+#include "platform/ports/Tray.h"
 
 #include <functional>
 #include <string>
@@ -24,6 +25,7 @@ class TolvyCompanionApp {
         Clipboard& clipboard;
         Notifications& notifications;
         ColorScheme& colors;
+        Tray& tray;
         std::string appVersion;
         std::function<void()> quit;
         /// Gives unused memory back to the system; called when the last window is closed.
@@ -35,7 +37,8 @@ class TolvyCompanionApp {
     TolvyCompanionApp(const TolvyCompanionApp&) = delete;
     TolvyCompanionApp& operator=(const TolvyCompanionApp&) = delete;
 
-    /// Shows the tray item. Where there is no tray, and before a phone is paired, the main window opens too.
+    /// Shows the tray item. Before a phone is paired the main window opens too, and after some seconds where
+    /// no tray has come; at a login it may come later than this program.
     void start();
 
     /// Opens the main window and brings it to the front.
@@ -49,16 +52,20 @@ class TolvyCompanionApp {
     [[nodiscard]] const WindowHost& windows() const { return windows_; }
 
   private:
+    Task<void> openMainWindowWithoutATray();
     void showApproval();
     void followLanguage();
     void followColors();
 
     MacVoiceController& hlas_;
+    Clock& clock_;
+    TaskScope& scope_;
     ColorScheme& colors_;
+    Tray& tray_;
     LanguageTable language_;
     CompanionModel model_;
     WindowHost windows_;
-    TrayItem tray_;
+    TrayItem item_;
     ApprovalNotice notice_;
 };
 

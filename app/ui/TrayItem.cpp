@@ -6,22 +6,39 @@
 
 namespace morvex {
 
-TrayItem::TrayItem(const LinkModel& link, std::function<void(const QRect&)> onPress) : link_(link) {
-    connect(&link, &LinkModel::changed, this, [this] { showAvailability(); });
-    connect(&icon_, &QSystemTrayIcon::activated, this,
-            [this, onPress = std::move(onPress)] { onPress(icon_.geometry()); });
-    showAvailability();
+TrayItem::TrayItem(const LinkModel& link, Tray& tray, std::function<void(const QRect&)> onPress)
+    : link_(link), tray_(tray), onPress_(std::move(onPress)) {}
+
+TrayItem::~TrayItem() {
+    tray_.onArrival({});
 }
 
 void TrayItem::show() {
-    icon_.show();
+    tray_.onArrival([this] { appear(); });
+    if (tray_.isThere()) appear();
+}
+
+void TrayItem::appear() {
+    // Qt looks for the kind of the tray once a process, when the first item is made; this one comes back to
+    // it by itself.
+    if (icon_) return;
+    icon_.emplace();
+    connect(&*icon_, &QSystemTrayIcon::activated, this, &TrayItem::pressed);
+    connect(&link_, &LinkModel::changed, this, &TrayItem::showAvailability);
+    showAvailability();
+    icon_->show();
+}
+
+void TrayItem::pressed(QSystemTrayIcon::ActivationReason reason) {
+    // Its first half was told as a press already.
+    if (reason != QSystemTrayIcon::DoubleClick) onPress_(icon_->geometry());
 }
 
 void TrayItem::showAvailability() {
-    icon_.setToolTip(QStringLiteral("Morvex – ") + link_.availability());
+    icon_->setToolTip(QStringLiteral("Morvex – ") + link_.availability());
     auto symbol = link_.symbol();
     if (std::exchange(shownSymbol_, symbol) != symbol)
-        icon_.setIcon(QIcon(QStringLiteral(":/pictures/availability/%1.svg").arg(symbol)));
+        icon_->setIcon(QIcon(QStringLiteral(":/pictures/availability/%1.svg").arg(symbol)));
 }
 
 } // namespace morvex

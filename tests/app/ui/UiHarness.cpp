@@ -35,12 +35,22 @@ UiHarness::~UiHarness() {
 }
 
 void UiHarness::openUi() {
-    ui = std::make_unique<TolvyCompanionApp>(
-        *companion,
-        TolvyCompanionApp::Surroundings{clock, uiScope, clipboard, notifications, colors, "1.2.3 (4)",
-                                        [this] { ++quits; }, [this] { ++releases; }});
+    makeUi();
     ui->openMainWindow();
     settle();
+}
+
+void UiHarness::startUi() {
+    makeUi();
+    ui->start();
+    settle();
+}
+
+void UiHarness::makeUi() {
+    ui = std::make_unique<TolvyCompanionApp>(
+        *companion,
+        TolvyCompanionApp::Surroundings{clock, uiScope, clipboard, notifications, colors, tray, "1.2.3 (4)",
+                                        [this] { ++quits; }, [this] { ++releases; }});
 }
 
 void UiHarness::settle() {

@@ -4,6 +4,7 @@
 #include "platform/memory/FakeClipboard.h"
 #include "platform/memory/FakeColorScheme.h"
 #include "platform/memory/FakeNotifications.h"
+#include "platform/memory/FakeTray.h"
 #include "tests/support/CompanionHarness.h"
 
 #include <QAccessible>
@@ -22,8 +23,10 @@ class UiHarness : public CompanionHarness {
   protected:
     ~UiHarness() override;
 
-    /// The face of a companion that was started before.
+    /// The face of a companion that was started before, with its main window.
     void openUi();
+    /// The same as a program starts it.
+    void startUi();
     /// Runs both the companion and the windows until nothing moves.
     void settle();
 
@@ -61,11 +64,13 @@ class UiHarness : public CompanionHarness {
     FakeClipboard clipboard;
     FakeNotifications notifications;
     FakeColorScheme colors;
+    FakeTray tray;
     int quits = 0;
     int releases = 0; ///< of the memory of windows that are closed
     std::unique_ptr<TolvyCompanionApp> ui;
 
   private:
+    void makeUi();
     QAccessibleInterface* find(const std::string& name, QQuickWindow* in);
 };
 

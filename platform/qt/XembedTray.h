@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/ports/Tray.h"
+
+#include <QAbstractNativeEventFilter>
+
+#include <cstdint>
+#include <functional>
+
+namespace morvex {
+
+/// The tray of an X display that takes the items' windows into its own; elsewhere there is none. Needs a
+/// QGuiApplication. Main thread.
+class XembedTray final : public Tray, private QAbstractNativeEventFilter {
+  public:
+    XembedTray();
+    ~XembedTray() override;
+
+    [[nodiscard]] bool isThere() const override;
+
+    void onArrival(std::function<void()> arrived) override;
+
+  private:
+    bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
+
+    /// Names of the display.
+    std::uint32_t manager_ = 0;
+    std::uint32_t tray_ = 0;
+    std::function<void()> arrived_;
+};
+
+} // namespace morvex
