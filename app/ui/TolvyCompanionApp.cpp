@@ -29,7 +29,7 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
                          surroundings.appVersion, [this] { openMainWindow(); }, surroundings.quit}),
       windows_(model_, surroundings.clock, surroundings.releaseMemory),
       item_(*model_.link(), tray_, [this](const QRect& place) { toggleMenu(place); }),
-      notice_(*model_.approval(), surroundings.notifications) {
+      notice_(*model_.approval(), surroundings.notifications, [this] { openMainWindow(); }) {
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationDisplayName(QStringLiteral("Morvex"));
     QApplication::setDesktopFileName(QStringLiteral("morvex"));

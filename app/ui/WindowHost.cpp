@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QQmlComponent>
 #include <QScreen>
+#include <QStyleHints>
 
 #include <algorithm>
 
@@ -52,11 +53,15 @@ void WindowHost::showMainWindow(Focus focus) {
 }
 
 void WindowHost::toggleMenu(const QRect& trayItem) {
+    const auto now = clock_.sinceBoot();
+    const std::chrono::milliseconds doubleClick{QGuiApplication::styleHints()->mouseDoubleClickInterval()};
+    if (itemPressed_ && now - *itemPressed_ < doubleClick) return;
+    itemPressed_ = now;
     if (menu_) {
         menu_->close();
         return;
     }
-    if (menuClosed_ && clock_.sinceBoot() - *menuClosed_ < onePress) return;
+    if (menuClosed_ && now - *menuClosed_ < onePress) return;
     menu_ = load(QStringLiteral("MenuBarWindow"));
     // Not every tray tells where its items are.
     QRect place = trayItem.isValid() ? trayItem : QRect(QCursor::pos(), QSize(1, 1));

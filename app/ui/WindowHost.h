@@ -33,7 +33,8 @@ class WindowHost final : public QObject {
     void showMainWindow(Focus focus);
 
     /// Shows the tray item's window near this place, or hides it when it is open. A press of the item takes
-    /// the keyboard from an open one, which closes it; such a press does not open it again.
+    /// the keyboard from an open one, which closes it; such a press does not open it again. The second half
+    /// of a double click does nothing.
     void toggleMenu(const QRect& trayItem);
 
     /// Has every text read anew.
@@ -54,7 +55,9 @@ class WindowHost final : public QObject {
     std::unique_ptr<QQmlEngine> engine_;
     QPointer<QQuickWindow> main_;
     QPointer<QQuickWindow> menu_;
-    std::optional<Clock::Duration> menuClosed_; ///< since the start of the computer
+    /// Both since the start of the computer.
+    std::optional<Clock::Duration> itemPressed_;
+    std::optional<Clock::Duration> menuClosed_;
 };
 
 } // namespace morvex

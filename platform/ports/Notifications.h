@@ -21,8 +21,11 @@ class Notifications {
         std::string title;
         std::string body;
         std::vector<Action> actions;
-        std::function<void(const std::string& key)> onAction; ///< a press of a button, once at most
+        std::function<void(const std::string& key)> onAction; ///< a press, once at most
     };
+
+    /// Key of the action that a press of the message itself is; its label may never be seen.
+    static constexpr const char* pressedItself = "default";
 
     virtual ~Notifications() = default;
 

@@ -53,13 +53,28 @@ TEST_F(ApprovalTest, TheDesktopShowsItWithBothAnswersButWithoutTheDetail) {
     ASSERT_TRUE(notifications.shown);
     EXPECT_EQ(notifications.shown->title, "Čeká na potvrzení: Odeslat e-mail");
     EXPECT_EQ(notifications.shown->body, "");
-    ASSERT_EQ(notifications.shown->actions.size(), 2U);
-    EXPECT_EQ(notifications.shown->actions[0].label, "Potvrdit");
-    EXPECT_EQ(notifications.shown->actions[1].label, "Zamítnout");
+    ASSERT_EQ(notifications.shown->actions.size(), 3U);
+    EXPECT_EQ(notifications.shown->actions[1].label, "Potvrdit");
+    EXPECT_EQ(notifications.shown->actions[2].label, "Zamítnout");
     notifications.shown->onAction("refuse");
     settle();
     EXPECT_EQ(answers, std::vector{false});
     EXPECT_FALSE(notifications.shown) << "it goes with the request";
+}
+
+TEST_F(ApprovalTest, APressOfTheNotificationItselfOpensTheWindowAndDecidesNothing) {
+    start();
+    openUi();
+    ask("Odeslat e-mail");
+    window()->close();
+    settle();
+    EXPECT_EQ(notifications.shown->actions[0].key, "default") << "the desktops' name of such a press";
+    notifications.shown->onAction("default");
+    settle();
+    ASSERT_NE(window(), nullptr);
+    EXPECT_FALSE(window()->property("_q_showWithoutActivating").toBool()) << "it takes the keyboard";
+    EXPECT_TRUE(reads("Čeká na potvrzení: Odeslat e-mail"));
+    EXPECT_TRUE(answers.empty());
 }
 
 TEST_F(ApprovalTest, AButtonOfAnEarlierNotificationDoesNotDecideALaterRequest) {

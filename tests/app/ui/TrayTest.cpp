@@ -54,5 +54,18 @@ TEST_F(TrayTest, WhereNoTrayComesTheWindowOpensAfterSomeSeconds) {
     EXPECT_EQ(window(), nullptr);
 }
 
+TEST_F(TrayTest, TwoPressesOfADoubleClickCountAsOne) {
+    startSecured();
+    startUi();
+    for (bool opens : {true, false}) {
+        ui->toggleMenu({});
+        settle();
+        ui->toggleMenu({});
+        settle();
+        EXPECT_EQ(menu() != nullptr, opens);
+        pass(1s);
+    }
+}
+
 } // namespace
 } // namespace morvex
