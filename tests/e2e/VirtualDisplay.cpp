@@ -2,8 +2,8 @@
 
 #include "shared/base/Require.h"
 
+#include <algorithm>
 #include <array>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <xcb/xtest.h>
@@ -73,18 +73,29 @@ xcb_window_t VirtualDisplay::coverScreen() {
     return window;
 }
 
+void VirtualDisplay::startTray() {
+    tray_ = xcb_generate_id(connection_);
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, tray_, screen_->root, 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    const auto name = atom("_NET_SYSTEM_TRAY_S0");
+    xcb_set_selection_owner(connection_, tray_, name, XCB_CURRENT_TIME);
+    tell(screen_->root, XCB_EVENT_MASK_STRUCTURE_NOTIFY, "MANAGER", {XCB_CURRENT_TIME, name, tray_});
+}
+
+xcb_window_t VirtualDisplay::itemInTray() {
+    const auto request = atom("_NET_SYSTEM_TRAY_OPCODE");
+    constexpr std::uint32_t dock = 0;
+    for (;;) {
+        const std::unique_ptr<xcb_generic_event_t, Free> event(xcb_poll_for_event(connection_));
+        if (!event) return 0;
+        if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE) continue;
+        const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
+        if (message.type == request && message.data.data32[1] == dock) return message.data.data32[2];
+    }
+}
+
 void VirtualDisplay::askToClose(xcb_window_t window) {
-    xcb_client_message_event_t message{};
-    message.response_type = XCB_CLIENT_MESSAGE;
-    message.format = 32;
-    message.window = window;
-    message.type = atom("WM_PROTOCOLS");
-    message.data.data32[0] = atom("WM_DELETE_WINDOW");
-    std::array<char, 32> event{};
-    static_assert(sizeof message == sizeof event);
-    std::memcpy(event.data(), &message, sizeof message);
-    xcb_send_event(connection_, 0, window, XCB_EVENT_MASK_NO_EVENT, event.data());
-    xcb_flush(connection_);
+    tell(window, XCB_EVENT_MASK_NO_EVENT, "WM_PROTOCOLS", {atom("WM_DELETE_WINDOW")});
 }
 
 xcb_window_t VirtualDisplay::topWindow() {
@@ -124,6 +135,21 @@ void VirtualDisplay::send(xcb_keycode_t code, bool down) {
 xcb_atom_t VirtualDisplay::atom(const std::string& name) {
     auto asked = xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
     return held(xcb_intern_atom_reply(connection_, asked, nullptr))->atom;
+}
+
+void VirtualDisplay::tell(xcb_window_t window, std::uint32_t mask, const std::string& type,
+                          std::array<std::uint32_t, 5> words) {
+    xcb_client_message_event_t message{};
+    message.response_type = XCB_CLIENT_MESSAGE;
+    message.format = 32;
+    message.window = window;
+    message.type = atom(type);
+    std::ranges::copy(words, message.data.data32);
+    std::array<char, 32> event{};
+    static_assert(sizeof message == sizeof event);
+    std::memcpy(event.data(), &message, sizeof message);
+    xcb_send_event(connection_, 0, window, mask, event.data());
+    xcb_flush(connection_);
 }
 
 } // namespace morvex

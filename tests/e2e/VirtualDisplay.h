@@ -4,6 +4,8 @@
 #include "tests/support/ChildProgram.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <array>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -33,6 +35,10 @@ class VirtualDisplay {
 
     /// A window over all of the screen, as of another program that somebody uses.
     xcb_window_t coverScreen();
+    /// Becomes the display's own tray, and tells everybody.
+    void startTray();
+    /// The window of an item that asks to be taken into it; zero while none does.
+    [[nodiscard]] xcb_window_t itemInTray();
     /// What the close button of a title bar does.
     void askToClose(xcb_window_t window);
     /// Zero when none is open.
@@ -52,12 +58,15 @@ class VirtualDisplay {
     Key find(xcb_keysym_t symbol);
     void send(xcb_keycode_t code, bool down);
     xcb_atom_t atom(const std::string& name);
+    void tell(xcb_window_t window, std::uint32_t mask, const std::string& type,
+              std::array<std::uint32_t, 5> words);
 
     TemporaryFolder folder_;
     std::unique_ptr<ChildProgram> server_;
     std::string name_;
     xcb_connection_t* connection_ = nullptr;
     const xcb_screen_t* screen_ = nullptr;
+    xcb_window_t tray_ = 0;
 };
 
 } // namespace morvex

@@ -1,82 +1,14 @@
 #include "phone/QrPicture.h"
-#include "tests/e2e/Household.h"
-#include "tests/e2e/ScreenReader.h"
-#include "tests/e2e/VirtualDisplay.h"
-#include "tests/support/PrivateBus.h"
+#include "tests/e2e/OnDesktop.h"
 
-#include <QCoreApplication>
-#include <gtest/gtest.h>
-
-#include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <thread>
 
 namespace morvex {
 namespace {
 
-/// The whole program on a desktop: its window drawn on a display without a screen, used with a keyboard and
-/// read with eyes and ears.
-class WindowPairingTest : public testing::Test, protected Household {
+class WindowPairingTest : public OnDesktop {
   protected:
-    WindowPairingTest() {
-        static int argc = 1;
-        static char name[] = "test";
-        static char* argv[] = {name, nullptr};
-        static QCoreApplication application(argc, argv);
-        for (const auto& [variable, value] : desktop()) shared[variable] = value;
-    }
-
-    ChildProgram::Environment desktop() {
-        const auto runtime = temporary.path() / "run";
-        std::filesystem::create_directories(runtime);
-        std::filesystem::permissions(runtime, std::filesystem::perms::owner_all);
-        return {{"DISPLAY", display.name()},
-                {"DBUS_SESSION_BUS_ADDRESS", bus.address()},
-                {"XDG_RUNTIME_DIR", runtime.string()},
-                {"GSETTINGS_BACKEND", "memory"},
-                {"QT_QPA_PLATFORM", "xcb"},
-                {"QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1"},
-                {"LC_ALL", "C.UTF-8"}};
-    }
-
-    /// Waits until the condition holds; false when it does not within a time that no working system needs.
-    template <class Condition> static bool eventually(Condition condition) {
-        const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(30);
-        while (!condition()) {
-            if (std::chrono::steady_clock::now() > giveUp) return false;
-            std::this_thread::sleep_for(std::chrono::milliseconds(10));
-        }
-        return true;
-    }
-
-    /// Waits for this text in the window.
-    void see(const std::string& text) {
-        ASSERT_TRUE(eventually([&] { return reader.shows(text); })) << text << " is not in\n" << screen();
-    }
-
-    /// Tab after Tab until the keyboard is at the item of this name.
-    void goTo(const std::string& name) {
-        constexpr int mostItems = 60;
-        auto at = reader.withKeyboard();
-        for (int presses = 0; presses < mostItems && !(at && at->name == name); ++presses) {
-            display.press(VirtualDisplay::tab);
-            auto before = at ? at->path : QString();
-            ASSERT_TRUE(eventually([&] {
-                at = reader.withKeyboard();
-                return at && at->path != before;
-            })) << "the keyboard stays where it is\n"
-                << screen();
-        }
-        ASSERT_TRUE(at && at->name == name) << name << " is not to be reached\n" << screen();
-    }
-
-    void pressButton(const std::string& name) {
-        see(name);
-        goTo(name);
-        display.press(VirtualDisplay::space);
-    }
-
     void typeRelayAddress() {
         see("Relay");
         goTo("Relay");
@@ -93,28 +25,6 @@ class WindowPairingTest : public testing::Test, protected Household {
         })) << screen();
         return picture;
     }
-
-    std::string screen() const {
-        std::string all;
-        for (const auto& item : reader.read())
-            all += "  " + item.name + (item.hasKeyboard ? "   <- keyboard\n" : "\n");
-        return all;
-    }
-
-    std::unique_ptr<Program> startWindow() {
-        auto mac = std::make_unique<Program>("morvex", std::vector<std::string>{}, environment("mac"));
-        see("Zobrazit QR kód");
-        return mac;
-    }
-
-    void startAgain() {
-        auto second = runProgram("morvex", {}, environment("mac"));
-        EXPECT_EQ(second.code, 0) << second.output;
-    }
-
-    VirtualDisplay display;
-    PrivateBus bus;
-    ScreenReader reader{desktop()};
 };
 
 TEST_F(WindowPairingTest, APersonWithAKeyboardPairsAPhoneThatPhotographsTheScreen) {

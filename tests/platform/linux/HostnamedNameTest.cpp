@@ -1,6 +1,6 @@
 #include "platform/linux/HostnamedName.h"
 
-#include "tests/platform/linux/BusService.h"
+#include "tests/support/BusService.h"
 #include "tests/support/PrivateBus.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "platform/linux/PortalColorScheme.h"
 
-#include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/MockedSystem.h"
+#include "tests/support/BusService.h"
 
 namespace morvex {
 namespace {

@@ -1,8 +1,8 @@
 #include "platform/linux/SecretServiceVault.h"
 
 #include "platform/linux/VaultRules.h"
-#include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/PrivateKeyring.h"
+#include "tests/support/BusService.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "platform/linux/StatusNotifierTray.h"
 
 #include "platform/memory/FakeTray.h"
-#include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/MockedSystem.h"
+#include "tests/support/BusService.h"
 
 #include <atomic>
 

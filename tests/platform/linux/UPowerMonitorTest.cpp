@@ -1,8 +1,8 @@
 #include "platform/linux/UPowerMonitor.h"
 
 #include "platform/memory/FakePower.h"
-#include "tests/platform/linux/BusService.h"
 #include "tests/platform/linux/MockedSystem.h"
+#include "tests/support/BusService.h"
 
 namespace morvex {
 namespace {

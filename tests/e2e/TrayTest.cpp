@@ -1,0 +1,167 @@
+#include "tests/e2e/OnDesktop.h"
+#include "tests/e2e/TrayHost.h"
+
+#include <csignal>
+#include <optional>
+
+namespace morvex {
+namespace {
+
+/// The whole program with its item in a desktop's tray.
+class TrayTest : public OnDesktop {
+  protected:
+    /// Leaves a phone to the companion, which does not run afterwards.
+    void pairInTheConsole() {
+        Program mac("morvex", {"--console"}, environment("mac"));
+        mac.waitForLine("běží");
+        mac.type("relay " + relayAddress);
+        pair(mac);
+        mac.type("konec");
+        EXPECT_EQ(mac.wait(), 0) << mac.output();
+    }
+
+    std::unique_ptr<Program> connectPhone() {
+        auto program = std::make_unique<Program>(
+            "morvex-phone",
+            std::vector<std::string>{"--data", (temporary.path() / "phone").string(), "shell"},
+            environment("phone"));
+        program->type("status");
+        return program;
+    }
+
+    void expectItem() {
+        ASSERT_TRUE(eventually([&] { return tray->items() == 1; })) << "no item in the tray";
+    }
+
+    void expectToolTip(const std::string& text) {
+        EXPECT_TRUE(eventually([&] { return tray->toolTip() == "Morvex – " + text; })) << tray->toolTip();
+    }
+
+    /// Presses the item with one button of the mouse or another, later than a second click of a double one.
+    void press(void (TrayHost::*button)() = &TrayHost::press) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(600));
+        ((*tray).*button)();
+    }
+
+    bool nothingIsOpen() { return display.topWindow() == 0; }
+
+    std::optional<TrayHost> tray;
+};
+
+TEST_F(TrayTest, PictureAndToolTipFollowTheLink) {
+    pairInTheConsole();
+    tray.emplace(bus.address());
+    auto mac = start();
+    ASSERT_NO_FATAL_FAILURE(expectItem());
+    expectToolTip("Telefon není připojený");
+    const auto away = tray->picture();
+    auto device = connectPhone();
+    expectToolTip("Připraven");
+    const auto ready = tray->picture();
+    device.reset();
+    expectToolTip("Telefon není připojený");
+    EXPECT_EQ(tray->picture(), away);
+    relay->signal(SIGKILL);
+    EXPECT_TRUE(eventually([&] { return tray->picture() != away; }));
+    EXPECT_NE(tray->picture(), ready);
+    EXPECT_NE(ready, away);
+    EXPECT_TRUE(nothingIsOpen()) << "a companion with a phone stays in the tray";
+}
+
+TEST_F(TrayTest, APressOpensTheSmallWindowAndAnotherOneClosesIt) {
+    pairInTheConsole();
+    tray.emplace(bus.address());
+    auto mac = start();
+    ASSERT_NO_FATAL_FAILURE(expectItem());
+    for (auto button : {&TrayHost::press, &TrayHost::askForMenu}) {
+        press(button);
+        ASSERT_NO_FATAL_FAILURE(see("Otevřít nastavení"));
+        EXPECT_FALSE(reader.shows("Spárovat jiný telefon")) << "that is the main window";
+        press(button);
+        EXPECT_TRUE(eventually([&] { return nothingIsOpen(); })) << screen();
+    }
+    press();
+    ASSERT_NO_FATAL_FAILURE(pressButton("Otevřít nastavení"));
+    ASSERT_NO_FATAL_FAILURE(see("Spárovat jiný telefon"));
+    press();
+    ASSERT_NO_FATAL_FAILURE(pressButton("Ukončit Morvex"));
+    EXPECT_EQ(mac->wait(), 0) << mac->output();
+}
+
+TEST_F(TrayTest, ADoubleClickLeavesTheSmallWindowOpen) {
+    pairInTheConsole();
+    tray.emplace(bus.address());
+    auto mac = start();
+    ASSERT_NO_FATAL_FAILURE(expectItem());
+    tray->press();
+    tray->press();
+    // Answered after both presses.
+    expectToolTip("Telefon není připojený");
+    ASSERT_NO_FATAL_FAILURE(see("Otevřít nastavení"));
+    EXPECT_FALSE(nothingIsOpen());
+    press();
+    EXPECT_TRUE(eventually([&] { return nothingIsOpen(); })) << screen();
+}
+
+TEST_F(TrayTest, WithoutAPhoneTheWindowOpensBesideTheItem) {
+    tray.emplace(bus.address());
+    auto mac = startWindow();
+    ASSERT_NO_FATAL_FAILURE(expectItem());
+    expectToolTip("Nespárováno");
+}
+
+TEST_F(TrayTest, WithAPhoneAndWithoutATrayTheWindowOpens) {
+    pairInTheConsole();
+    auto mac = start();
+    ASSERT_NO_FATAL_FAILURE(see("Spárovat jiný telefon"));
+}
+
+TEST_F(TrayTest, ATrayThatComesTwoSecondsAfterTheProgramGetsTheItem) {
+    pairInTheConsole();
+    auto mac = start();
+    std::this_thread::sleep_for(std::chrono::seconds(2)); // the tray is slow, nothing is proved by it
+    tray.emplace(bus.address());
+    ASSERT_NO_FATAL_FAILURE(expectItem());
+    press();
+    ASSERT_NO_FATAL_FAILURE(see("Otevřít nastavení"));
+}
+
+TEST_F(TrayTest, ATrayThatComesAfterTheWindowHasOpenedGetsTheItemAndGetsItAgainWhenItComesBack) {
+    auto mac = startWindow();
+    for (int time = 0; time < 2; ++time) {
+        tray.reset();
+        tray.emplace(bus.address());
+        ASSERT_NO_FATAL_FAILURE(expectItem());
+        expectToolTip("Nespárováno");
+    }
+}
+
+TEST_F(TrayTest, ATrayOfTheDisplayItselfGetsTheItemEarlyOrLate) {
+    pairInTheConsole();
+    for (bool early : {true, false}) {
+        VirtualDisplay other;
+        shared["DISPLAY"] = other.name();
+        if (early) other.startTray();
+        auto mac = start();
+        if (!early) {
+            EXPECT_TRUE(eventually([&] { return other.topWindow() != 0; })) << "the window without a tray";
+            other.startTray();
+        }
+        EXPECT_TRUE(eventually([&] { return other.itemInTray() != 0; })) << early;
+    }
+}
+
+TEST_F(TrayTest, ASecondStartBringsTheWindowOfOneInTheTrayToTheFront) {
+    pairInTheConsole();
+    tray.emplace(bus.address());
+    auto mac = start();
+    ASSERT_NO_FATAL_FAILURE(expectItem());
+    const auto other = display.coverScreen();
+    ASSERT_EQ(display.topWindow(), other);
+    startAgain();
+    ASSERT_NO_FATAL_FAILURE(see("Spárovat jiný telefon"));
+    EXPECT_NE(display.topWindow(), other);
+}
+
+} // namespace
+} // namespace morvex
