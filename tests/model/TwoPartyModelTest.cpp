@@ -102,10 +102,11 @@ TEST(TwoPartyModel, BothEndsAgreeAfterwardsNothingIsLostAndNothingIsDoneTwice) {
     const auto first = chosen ? std::strtoull(chosen, nullptr, 10) : firstSeed;
     const auto count = chosen ? 1 : cases(300, 100'000);
     Outcome all;
-    for (std::size_t i = 0; i < count; ++i) {
-        const History history(first + i);
+    std::size_t played = 0;
+    for (; played < count && !HasFailure(); ++played) {
+        const History history(first + played);
         const auto outcome = play(history);
-        ASSERT_EQ(outcome.wrong, "") << report(history);
+        EXPECT_EQ(outcome.wrong, "") << report(history);
         all.messagesToRest = std::max(all.messagesToRest, outcome.messagesToRest);
         all.calls += outcome.calls;
         all.doneCalls += outcome.doneCalls;
@@ -113,9 +114,9 @@ TEST(TwoPartyModel, BothEndsAgreeAfterwardsNothingIsLostAndNothingIsDoneTwice) {
         all.versions += outcome.versions;
     }
     for (int signal : {SIGABRT, SIGSEGV}) std::signal(signal, SIG_DFL);
-    if (!chosen) EXPECT_GT(all.versions, count) << "the histories are about nothing";
-    if (!chosen) EXPECT_GT(all.answeredCalls, count / 10) << "hardly any call is answered";
-    tell("histories of a phone, a relay and a computer", count,
+    if (!chosen) EXPECT_GT(all.versions, played) << "the histories are about nothing";
+    if (!chosen) EXPECT_GE(all.answeredCalls, played / 10) << "hardly any call is answered";
+    tell("histories of a phone, a relay and a computer", played,
          "alike after at most " + std::to_string(all.messagesToRest) + " messages to one end; " +
              std::to_string(all.versions) + " versions of notes, none lost; " + std::to_string(all.calls) +
              " calls, " + std::to_string(all.doneCalls) + " done once, " + std::to_string(all.answeredCalls) +

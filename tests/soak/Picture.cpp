@@ -19,7 +19,9 @@ struct Curve {
 };
 
 constexpr Curve curves[] = {
-    {"latency of a call, µs (median)", &Sample::latency},
+    {"latency of a status call, µs (median)", &Sample::latency},
+    {"latency of a plain echo over the same hops, µs (median)", &Sample::echo},
+    {"these two, times", &Sample::ratio},
     {"processor time of a call, µs", &Sample::processor},
     {"heap in use, MiB", &Sample::heap},
     {"resident memory, MiB", &Sample::resident},

@@ -33,16 +33,23 @@ PairStore storeOf(const DeviceIdentity& mac, const DeviceIdentity& phone) {
 
 } // namespace
 
-ConnectedPair::ConnectedPair() {
-    auto mac = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
-    auto phone = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
-    RelayOptions options;
-    options.port = "0";
-    relay_ = RelayServer::create(options, {}, storeOf(*mac, *phone), [](std::string_view) {}).value();
-    relayThread_ = std::thread([this] { relay_->run(); });
-    mac_.emplace(mac, remembered(*phone, DeviceRole::phone, relay_->address()));
-    phone_.emplace(phone, remembered(*mac, DeviceRole::mac, relay_->address()));
+ConnectedPair::ConnectedPair()
+    : macIdentity_(std::make_shared<const DeviceIdentity>(DeviceIdentity::generate())),
+      phoneIdentity_(std::make_shared<const DeviceIdentity>(DeviceIdentity::generate())) {
+    startRelay("0");
+    mac_.emplace(macIdentity_, remembered(*phoneIdentity_, DeviceRole::phone, relay_->address()), home());
+    phone_.emplace(phoneIdentity_, remembered(*macIdentity_, DeviceRole::mac, relay_->address()));
     vyzaduj(connect().has_value(), "the pair does not connect");
+}
+
+void ConnectedPair::startRelay(const std::string& port) {
+    RelayOptions options;
+    options.port = port;
+    auto relay =
+        RelayServer::create(options, {}, storeOf(*macIdentity_, *phoneIdentity_), [](std::string_view) {});
+    vyzaduj(relay.has_value(), "the relay does not start");
+    relay_ = *std::move(relay);
+    relayThread_ = std::thread([this] { relay_->run(); });
 }
 
 ConnectedPair::~ConnectedPair() {
@@ -69,6 +76,15 @@ void ConnectedPair::pass(std::chrono::seconds time) {
 void ConnectedPair::cutMac() {
     phone_->forgetSession();
     mac_->cutConnection();
+}
+
+void ConnectedPair::restartRelay() {
+    const auto port = std::to_string(relay_->port());
+    phone_->forgetSession();
+    relay_->stop();
+    relayThread_.join();
+    relay_.reset();
+    startRelay(port);
 }
 
 } // namespace morvex

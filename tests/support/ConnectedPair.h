@@ -3,6 +3,7 @@
 #include "relay/RelayServer.h"
 #include "tests/support/RealCompanion.h"
 #include "tests/support/RealPhone.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <chrono>
 #include <memory>
@@ -34,7 +35,21 @@ class ConnectedPair {
 
     void cutMac();
 
+    /// Ends the relay and starts another one at the same address; `connect` follows.
+    void restartRelay();
+
+    /// The home folder of the companion.
+    [[nodiscard]] const std::filesystem::path& home() const { return home_.path(); }
+
+    /// Allows a folder.
+    void allow(const std::filesystem::path& folder) { mac_->allow(folder); }
+
   private:
+    void startRelay(const std::string& port);
+
+    TemporaryFolder home_;
+    std::shared_ptr<const DeviceIdentity> macIdentity_;
+    std::shared_ptr<const DeviceIdentity> phoneIdentity_;
     std::unique_ptr<RelayServer> relay_;
     std::thread relayThread_;
     std::optional<RealCompanion> mac_;

@@ -21,8 +21,10 @@ RealCompanion::RealCompanion(const std::string& relayAddress) : clock_(realTime(
     start(relayAddress);
 }
 
-RealCompanion::RealCompanion(std::shared_ptr<const DeviceIdentity> identity, const PairedPeer& peer)
+RealCompanion::RealCompanion(std::shared_ptr<const DeviceIdentity> identity, const PairedPeer& peer,
+                             const std::string& home)
     : clock_(realTime()) {
+    desktop_.folders.homeFolder = home;
     (void)store_.ulozIdentitu(std::move(identity));
     (void)store_.ulozProtejsek(peer);
     start(peer.relayURL);

@@ -21,8 +21,9 @@ namespace morvex {
 class RealCompanion {
   public:
     explicit RealCompanion(const std::string& relayAddress);
-    /// One that has this identity and was paired before.
-    RealCompanion(std::shared_ptr<const DeviceIdentity> identity, const PairedPeer& peer);
+    /// One that has this identity and was paired before. Without a home folder it can keep no records.
+    RealCompanion(std::shared_ptr<const DeviceIdentity> identity, const PairedPeer& peer,
+                  const std::string& home = "/nonexistent");
     ~RealCompanion();
     RealCompanion(const RealCompanion&) = delete;
     RealCompanion& operator=(const RealCompanion&) = delete;
