@@ -660,8 +660,8 @@
         <translation>Vom iPhone synchronisiert</translation>
     </message>
     <message>
-        <source>Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
-        <translation>Diese Adresse führt nur zu diesem Computer. Ein anderes Gerät kann sich darüber nicht verbinden.</translation>
+        <source>Adresa relaye vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
+        <translation>Die Adresse des Relays führt nur zu diesem Computer. Ein anderes Gerät kann sich darüber nicht verbinden.</translation>
     </message>
     <message>
         <source>Tahle verze to ještě neumí.</source>

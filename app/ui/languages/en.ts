@@ -660,8 +660,8 @@
         <translation>Synced from the iPhone</translation>
     </message>
     <message>
-        <source>Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
-        <translation>This address leads to this computer only. No other device can connect through it.</translation>
+        <source>Adresa relaye vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
+        <translation>The relay address leads to this computer only. No other device can connect through it.</translation>
     </message>
     <message>
         <source>Tahle verze to ještě neumí.</source>

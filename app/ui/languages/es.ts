@@ -660,8 +660,8 @@
         <translation>Sincronizada desde el iPhone</translation>
     </message>
     <message>
-        <source>Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
-        <translation>Esta dirección solo lleva a este ordenador. Ningún otro dispositivo puede conectarse por ella.</translation>
+        <source>Adresa relaye vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
+        <translation>La dirección del relay solo lleva a este ordenador. Ningún otro dispositivo puede conectarse por ella.</translation>
     </message>
     <message>
         <source>Tahle verze to ještě neumí.</source>

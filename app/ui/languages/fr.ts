@@ -660,8 +660,8 @@
         <translation>Synchronisée depuis l’iPhone</translation>
     </message>
     <message>
-        <source>Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
-        <translation>Cette adresse ne mène qu’à cet ordinateur. Aucun autre appareil ne peut s’y connecter.</translation>
+        <source>Adresa relaye vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.</source>
+        <translation>L’adresse du relais ne mène qu’à cet ordinateur. Aucun autre appareil ne peut s’y connecter.</translation>
     </message>
     <message>
         <source>Tahle verze to ještě neumí.</source>

@@ -3,9 +3,20 @@
 #include "app/ui/Localized.h"
 #include "app/ui/ShortDate.h"
 
+#include <QHostAddress>
 #include <QUrl>
 
 namespace morvex {
+
+namespace {
+
+bool leadsHere(const QString& host) {
+    const QHostAddress address(host);
+    return host == QStringLiteral("localhost") || host.endsWith(QStringLiteral(".localhost")) ||
+           address.isLoopback() || address == QHostAddress::AnyIPv4 || address == QHostAddress::AnyIPv6;
+}
+
+} // namespace
 
 PairingModel::PairingModel(Companion& companion, Surroundings surroundings)
     : companion_(companion), surroundings_(surroundings) {
@@ -74,8 +85,8 @@ void PairingModel::setRelayAddress(const QString& address) {
 
 bool PairingModel::relayIsLocal() const {
     auto host = QUrl(relayAddress()).host();
-    return host == QStringLiteral("localhost") || host.endsWith(QStringLiteral(".localhost")) ||
-           host.startsWith(QStringLiteral("127.")) || host == QStringLiteral("::1");
+    while (host.endsWith(u'.')) host.chop(1);
+    return leadsHere(host);
 }
 
 void PairingModel::start() {

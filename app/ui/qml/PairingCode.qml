@@ -82,9 +82,8 @@ ColumnLayout {
         text: qsTr("Kód platí do %1. Po vypršení si nech zobrazit nový — krátká platnost je záměr.").arg(view.model.validUntil)
     }
 
-    Note {
-        visible: view.model.relayIsLocal
-        text: qsTr("Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.")
+    LocalRelayNote {
+        model: view.model
     }
 
     ButtonRow {

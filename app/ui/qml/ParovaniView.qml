@@ -23,6 +23,8 @@ Karta {
         }
 
         RelayField {
+            id: relay
+
             model: view.model
         }
 
@@ -32,7 +34,10 @@ Karta {
             ActionButton {
                 kind: ActionButton.Kind.Main
                 text: qsTr("Zobrazit QR kód")
-                onClicked: view.model.start()
+                onClicked: {
+                    relay.commit();
+                    view.model.start();
+                }
             }
         }
     }
@@ -49,6 +54,10 @@ Karta {
         CaptionText {
             Layout.fillWidth: true
             text: qsTr("Potvrzeno %1").arg(view.model.confirmedOn)
+        }
+
+        LocalRelayNote {
+            model: view.model
         }
 
         ButtonRow {
@@ -93,7 +102,14 @@ Karta {
         }
 
         RelayField {
+            id: otherRelay
+
             visible: !view.model.hasPhone
+            model: view.model
+        }
+
+        LocalRelayNote {
+            visible: view.model.hasPhone && view.model.relayIsLocal
             model: view.model
         }
 
@@ -103,7 +119,10 @@ Karta {
             ActionButton {
                 kind: ActionButton.Kind.Main
                 text: qsTr("Zkusit znovu")
-                onClicked: view.model.start()
+                onClicked: {
+                    otherRelay.commit();
+                    view.model.start();
+                }
             }
 
             ActionButton {

@@ -11,15 +11,21 @@ ColumnLayout {
     Layout.fillWidth: true
     spacing: Vzhled.smallGap
 
+    /// What was typed counts, also when the keyboard is still there.
+    function commit() {
+        entry.commit();
+    }
+
     TextEntry {
+        id: entry
+
         label: qsTr("Relay")
         hint: "https://relay.example.com"
         value: relay.model.relayAddress
         onEdited: text => relay.model.relayAddress = text
     }
 
-    Note {
-        visible: relay.model.relayIsLocal
-        text: qsTr("Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.")
+    LocalRelayNote {
+        model: relay.model
     }
 }

@@ -21,7 +21,14 @@ ColumnLayout {
         field.forceActiveFocus();
     }
 
+    /// Tells what was typed, if it was not told yet.
+    function commit() {
+        if (field.text !== value)
+            edited(field.text);
+    }
+
     onValueChanged: field.text = value
+    Component.onDestruction: commit()
     Layout.fillWidth: true
     spacing: Vzhled.hairGap
 
@@ -48,7 +55,7 @@ ColumnLayout {
         hoverEnabled: true
         Accessible.name: entry.label
         Accessible.description: placeholderText
-        onEditingFinished: entry.edited(text)
+        onEditingFinished: entry.commit()
         onAccepted: entry.accepted()
 
         background: Rectangle {

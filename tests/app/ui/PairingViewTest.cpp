@@ -31,16 +31,73 @@ TEST_F(PairingViewTest, WithoutAPhoneItOffersACodeAndTheRelay) {
 TEST_F(PairingViewTest, ARelayOnThisComputerAloneIsToldOf) {
     start();
     openUi();
-    const std::string note = "Tahle adresa vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.";
+    const std::string note = "Adresa relaye vede jen na tento počítač. Jiné zařízení se přes ni nepřipojí.";
     const std::pair<const char*, bool> addresses[] = {
-        {"http://127.0.0.1:8787", true},  {"http://localhost:8787", true},     {"http://[::1]:8787", true},
-        {"https://relay.example", false}, {"http://192.168.1.20:8787", false}, {"nesmysl", false},
+        {"http://127.0.0.1:8787", true},
+        {"http://127.8.9.10", true},
+        {"http://localhost:8787", true},
+        {"http://LOCALHOST.:8787", true},
+        {"http://relay.localhost", true},
+        {"http://[::1]:8787", true},
+        {"http://[::ffff:127.0.0.1]:8787", true},
+        {"http://0.0.0.0:8787", true},
+        {"http://[::]:8787", true},
+        {"https://relay.example", false},
+        {"https://127.example.com", false},
+        {"https://localhost.example.com", false},
+        {"http://192.168.1.20:8787", false},
+        {"http://[::ffff:192.168.1.20]:8787", false},
+        {"nesmysl", false},
+        {"", false},
     };
     for (const auto& [address, expected] : addresses) {
         companion->setRelayAdresa(address);
         settle();
         EXPECT_EQ(reads(note), expected) << address;
     }
+}
+
+TEST_F(PairingViewTest, ARelayOnThisComputerAloneIsToldOfWithAPhoneToo) {
+    startPaired();
+    openUi();
+    const auto tells = [this] { return reads("Adresa relaye vede jen na tento počítač."); };
+    for (const char* address : {"http://127.0.0.1:8787", "https://relay.example"}) {
+        companion->setRelayAdresa(address);
+        const bool expected = std::string_view(address).starts_with("http://127");
+        showState({StavParovani::Necinne{}});
+        EXPECT_EQ(tells(), expected) << "paired";
+        showState({StavParovani::Chyba{"Relay neodpověděl."}});
+        EXPECT_EQ(tells(), expected) << "a failure with a phone";
+        showCode("{}");
+        EXPECT_EQ(tells(), expected) << "a code";
+    }
+}
+
+TEST_F(PairingViewTest, AnAddressThatWasTypedCountsWhenTheButtonIsPressed) {
+    start();
+    openUi();
+    type("Relay", "http://first.example");
+    press("Zobrazit QR kód");
+    EXPECT_EQ(companion->stav().relayAdresa.value(), "http://first.example");
+    EXPECT_EQ(http.requests.back().url, "http://first.example/v1/pair/create");
+    showState({StavParovani::Chyba{"Relay neodpověděl."}});
+    type("Relay", "http://second.example");
+    press("Zkusit znovu");
+    EXPECT_EQ(http.requests.back().url, "http://second.example/v1/pair/create");
+}
+
+TEST_F(PairingViewTest, AnAddressThatWasTypedCountsWhenTheWindowOrTheProgramEnds) {
+    start();
+    openUi();
+    type("Relay", "http://first.example");
+    window()->close();
+    settle();
+    EXPECT_EQ(companion->stav().relayAdresa.value(), "http://first.example");
+    ui->openMainWindow();
+    settle();
+    type("Relay", "http://second.example");
+    ui.reset();
+    EXPECT_EQ(companion->stav().relayAdresa.value(), "http://second.example");
 }
 
 TEST_F(PairingViewTest, APairedPhoneIsShownWithTheDateOfItsConfirmation) {

@@ -50,6 +50,20 @@ TEST_F(PicturesTest, PairingInEachOfItsStates) {
     expectApproved(card(title), "pairing-local-relay");
 }
 
+TEST_F(PicturesTest, PairingWithAPhone) {
+    startPaired();
+    openUi();
+    const std::string title = "Párování s telefonem";
+    expectApproved(card(title), "pairing-paired-local-relay");
+    showState({StavParovani::Chyba{"Relay neodpověděl."}});
+    expectApproved(card(title), "pairing-failed-with-phone-local-relay");
+    companion->setRelayAdresa("https://relay.example.com");
+    settle();
+    expectApproved(card(title), "pairing-failed-with-phone");
+    showState({StavParovani::Necinne{}});
+    expectApproved(card(title), "pairing-paired");
+}
+
 TEST_F(PicturesTest, APairedCompanionWithSomethingInEveryCard) {
     startSecured();
     openUi();

@@ -24,6 +24,7 @@ void ShownCompanion::useColors(bool dark) {
 }
 
 void ShownCompanion::fill() {
+    companion->setRelayAdresa("https://relay.example");
     allowFolder("Dokumenty");
     auto web = allowFolder("web");
     auto& history = companion->historieAgentu();

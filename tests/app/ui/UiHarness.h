@@ -46,7 +46,7 @@ class UiHarness : public CompanionHarness {
     std::string texts(QQuickWindow* in = nullptr);
     /// Presses the button or switch of this name.
     void press(const std::string& name, QQuickWindow* in = nullptr);
-    /// Types into the field of this name, which is empty.
+    /// Has this text in the field of this name, which keeps the keyboard.
     void type(const std::string& name, const std::string& text);
     /// Opens the main window and gives it the keyboard.
     void openWithKeyboard();
