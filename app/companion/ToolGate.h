@@ -28,7 +28,7 @@ class ToolGate {
     Task<boost::json::object> provestMistne(std::string name, boost::json::object arguments);
 
   private:
-    [[nodiscard]] Task<bool> isApproved(const std::string& name, const boost::json::object& arguments);
+    Task<bool> askForApproval(const std::string& name, const boost::json::object& arguments);
 
     const ToolTable& table_;
     CompanionState& state_;
