@@ -1,7 +1,7 @@
 #include "app/execution/FileSearch.h"
 
-#include "foundation/OneShot.h"
 #include "foundation/Text.h"
+#include "shared/wire/TalkSpanError.h"
 
 #include <algorithm>
 #include <array>
@@ -50,7 +50,7 @@ Result<std::vector<std::string>> FileSearch::run(const BeneathFolder& folder, st
     enter(folder.openFolder(""), "");
     for (std::size_t visited = 0; !levels_.empty() && visited < limits_.visited; ++visited) {
         if (std::cmp_greater_equal(found_.size(), limits_.found)) break;
-        if (stop.stop_requested()) return fail(Abandoned{});
+        if (stop.stop_requested()) return fail(TalkSpanError{TalkSpanError::Cancelled{}});
         if (const auto* entry = ::readdir(levels_.back().folder.get()))
             visit(*entry);
         else

@@ -31,7 +31,7 @@ class FileSearch {
     FileSearch(std::string_view query, Limits limits);
 
     /// Paths relative to the folder, as text, in the order of the system. Blocks; once, on a worker. Fails
-    /// with `Abandoned` alone, when `stop` is requested.
+    /// with `TalkSpanError::Cancelled` alone, when `stop` is requested.
     Result<std::vector<std::string>> run(const BeneathFolder& folder, std::stop_token stop);
 
   private:

@@ -34,7 +34,7 @@ class SouboryBridge {
                                     PovoleneSlozky slozky);
 
     /// At most `limit` files whose name contains `dotaz`, as paths relative to the folder, in the order of
-    /// the disk. Fails with `Abandoned` when `stop` is requested before the end.
+    /// the disk. Fails with `TalkSpanError::Cancelled` when `stop` is requested before the end.
     Task<Result<std::vector<std::string>>> hledej(std::optional<std::string> dotaz,
                                                   std::optional<std::string> slozka, int limit,
                                                   PovoleneSlozky slozky, std::stop_token stop);

@@ -2,9 +2,9 @@
 
 #include "app/execution/TerminalGate.h"
 #include "app/programs/ProcessRunner.h"
-#include "foundation/OneShot.h"
 #include "foundation/Text.h"
 #include "foundation/Try.h"
+#include "shared/wire/TalkSpanError.h"
 
 #include <algorithm>
 
@@ -41,7 +41,7 @@ Task<Result<TerminalBridge::Vysledek>> TerminalBridge::spustitPrikaz(std::string
 }
 
 Task<Result<TerminalBridge::Vysledek>> TerminalBridge::spust(OutsideProgram program, std::stop_token stop) {
-    if (stop.stop_requested()) co_return fail(Abandoned{});
+    if (stop.stop_requested()) co_return fail(TalkSpanError{TalkSpanError::Cancelled{}});
     ProcessRunner runner(services_.launcher, services_.clock);
     std::stop_callback cancel(stop, [&runner] { runner.zrusit(); });
     constexpr Zachyt zachyt{.vystup = mostOutput * bytesOfACharacter,

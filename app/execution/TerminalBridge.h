@@ -37,7 +37,8 @@ class TerminalBridge {
 
     /// A status that is not zero is a result like any other, also that of a command that was stopped after a
     /// minute. Fails with `Chyba`, with `SouboryChyba` for an argument that is a path, when the launch fails,
-    /// and with `Abandoned` when `stop` was requested before it; later `stop` cancels the command.
+    /// and with `TalkSpanError::Cancelled` when `stop` was requested before it; later `stop` cancels the
+    /// command.
     Task<Result<Vysledek>> spustitPrikaz(std::string program, std::vector<std::string> argumenty,
                                          std::optional<std::string> slozka, PovoleneSlozky slozky,
                                          std::stop_token stop);

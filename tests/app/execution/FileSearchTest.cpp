@@ -1,8 +1,8 @@
 #include "app/execution/FileSearch.h"
 
 #include "app/execution/SouboryBridge.h"
-#include "foundation/OneShot.h"
 #include "platform/memory/ManualExecutor.h"
+#include "shared/wire/TalkSpanError.h"
 #include "tests/app/execution/FileTree.h"
 
 #include <gmock/gmock.h>
@@ -164,7 +164,9 @@ TEST_F(FileSearchTest, AStopEndsTheWalk) {
     stop.request_stop();
     auto result = executor.run(soubory.hledej({}, {}, 50, tree.allowed(), stop.get_token())).value();
     ASSERT_FALSE(result);
-    EXPECT_NE(result.error().as<Abandoned>(), nullptr);
+    const auto* known = result.error().as<TalkSpanError>();
+    ASSERT_NE(known, nullptr);
+    EXPECT_TRUE(known->as<TalkSpanError::Cancelled>());
 }
 
 } // namespace

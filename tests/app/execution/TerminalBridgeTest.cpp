@@ -202,7 +202,7 @@ TEST_F(TerminalBridgeTest, AStopCancelsTheCommandAndRefusesLaterOnes) {
     EXPECT_EQ(child.signals, std::vector{ChildSignal::terminate});
     end(child, 15);
     EXPECT_EQ(later.value().value().status, 15);
-    EXPECT_EQ(refusal("ls", {}), Abandoned{}.popis());
+    EXPECT_EQ(refusal("ls", {}), "Zrušeno.");
 }
 
 TEST_F(TerminalBridgeTest, CallsDoNotExcludeEachOther) {
