@@ -22,11 +22,7 @@ Result<void> ArchiveFile::save(ByteView bytes) {
 Result<void> ArchiveFile::putDamagedAside() {
     if (!isDamaged_) return {};
     auto moved = setAside(path_);
-    if (!moved) {
-        const auto* cause = moved.error().as<SystemError>();
-        const bool isGone = cause && cause->code == ENOENT;
-        if (!isGone) return fail(moved.error());
-    }
+    if (!moved && systemCode(moved.error()) != ENOENT) return fail(moved.error());
     isDamaged_ = false;
     return {};
 }

@@ -8,4 +8,9 @@ std::string SystemError::popis() const {
     return std::generic_category().message(code);
 }
 
+int systemCode(const Error& error) {
+    const auto* cause = error.as<SystemError>();
+    return cause ? cause->code : 0;
+}
+
 } // namespace morvex

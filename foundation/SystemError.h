@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Error.h"
+
 #include <string>
 
 namespace morvex {
@@ -11,5 +13,8 @@ struct SystemError {
     [[nodiscard]] std::string popis() const;
     bool operator==(const SystemError&) const = default;
 };
+
+/// The errno of a `SystemError`; 0 for any other failure.
+int systemCode(const Error& error);
 
 } // namespace morvex

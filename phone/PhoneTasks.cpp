@@ -19,11 +19,6 @@ bool isLater(const WorkItem& item, const WorkItem& known) {
     return std::tie(item.updatedAt, item.createdAt) > std::tie(known.updatedAt, known.createdAt);
 }
 
-bool isTooLong(const Result<void>& saved) {
-    const auto* known = saved ? nullptr : saved.error().as<SystemError>();
-    return known && known->code == EFBIG;
-}
-
 } // namespace
 
 PhoneTasks PhoneTasks::load(const std::filesystem::path& folder, std::size_t longestFile) {
@@ -50,7 +45,7 @@ Result<void> PhoneTasks::take(const WorkItem& item) {
         if (items_.size() > maximum) items_.resize(maximum);
     }
     auto saved = save();
-    while (isTooLong(saved) && items_.size() > 1) {
+    while (!saved && systemCode(saved.error()) == EFBIG && items_.size() > 1) {
         items_.pop_back();
         saved = save();
     }

@@ -54,14 +54,9 @@ Result<FileDescriptor> openAt(int folder, const std::string& name, int flags, mo
     return FileDescriptor(opened);
 }
 
-int codeOf(const Error& error) {
-    const auto* cause = error.as<SystemError>();
-    return cause ? cause->code : EIO;
-}
-
 Result<FileDescriptor> enter(int folder, const std::string& name, Missing missing) {
     auto entered = openAt(folder, name, toPass | O_DIRECTORY);
-    if (entered || missing == Missing::fails || codeOf(entered.error()) != ENOENT) return entered;
+    if (entered || missing == Missing::fails || systemCode(entered.error()) != ENOENT) return entered;
     if (::mkdirat(folder, name.c_str(), 0755) != 0 && errno != EEXIST) return fail(SystemError{errno});
     return openAt(folder, name, toPass | O_DIRECTORY);
 }
@@ -124,21 +119,21 @@ Result<BeneathFolder> BeneathFolder::open(std::string_view resolvedPath) {
 Result<bool> BeneathFolder::exists(std::string_view path) const {
     auto found = statusOf(folder_.get(), path);
     if (found) return true;
-    auto code = codeOf(found.error());
+    auto code = systemCode(found.error());
     if (code == ENOENT || code == ENOTDIR) return false;
-    return std::unexpected(found.error());
+    return fail(found.error());
 }
 
 Result<FileDescriptor> BeneathFolder::openFile(std::string_view path) const {
     TRY(auto, way, wayOf(path));
     TRY(FileDescriptor, parent, descend(folder_.get(), way.folders, Missing::fails));
     TRY(struct stat, status, lookAt(parent.get(), way.name));
-    if (auto file = expectFile(status); !file) return std::unexpected(file.error());
+    if (auto file = expectFile(status); !file) return fail(file.error());
 
     // The name may be another thing by now: nothing here waits for a pipe or takes a terminal.
     TRY(FileDescriptor, opened, openAt(parent.get(), way.name, O_RDONLY | O_NONBLOCK | O_NOCTTY));
     if (::fstat(opened.get(), &status) != 0) return fail(SystemError{errno});
-    if (auto file = expectFile(status); !file) return std::unexpected(file.error());
+    if (auto file = expectFile(status); !file) return fail(file.error());
     return opened;
 }
 

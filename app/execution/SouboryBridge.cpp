@@ -22,8 +22,7 @@ std::unexpected<Error> zapisSelhal(const std::string& description) {
 
 /// The words for a file that could not be opened or read.
 Chyba chybaCteni(const Error& error, const std::string& name) {
-    const auto* cause = error.as<SystemError>();
-    switch (cause ? cause->code : 0) {
+    switch (systemCode(error)) {
     case ENOENT:
     case ENOTDIR:
     case EISDIR:

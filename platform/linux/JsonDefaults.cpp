@@ -63,11 +63,6 @@ json::value jsonFrom(const DefaultsValue& value) {
         value);
 }
 
-bool isTooLong(const Error& error) {
-    auto* cause = error.as<SystemError>();
-    return cause && cause->code == EFBIG;
-}
-
 } // namespace
 
 JsonDefaults JsonDefaults::load(const std::filesystem::path& configHome) {
@@ -78,7 +73,7 @@ JsonDefaults JsonDefaults::load(const std::filesystem::path& configHome) {
 
 void JsonDefaults::read() {
     auto bytes = readWhole(path_, sizeLimit);
-    if (!bytes && !isTooLong(bytes.error())) {
+    if (!bytes && systemCode(bytes.error()) != EFBIG) {
         writable_ = false;
         loadProblem_ = "Soubor s nastavením nejde přečíst: " + bytes.error().popis();
         return;
