@@ -1,15 +1,14 @@
 #pragma once
 
-#include "platform/ports/HostName.h"
-
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace morvex {
 
 /// The computer's name: the pretty one from the system's host name service, the pretty one from its file, the
 /// network name. Safe from any thread; a call lasts half a second at most.
-class HostnamedName final : public HostName {
+class HostnamedName {
   public:
     /// Where the names come from; other values than the system's own are for tests.
     struct Sources {
@@ -22,7 +21,8 @@ class HostnamedName final : public HostName {
 
     explicit HostnamedName(Sources sources = Sources::ofThisSystem()) : sources_(std::move(sources)) {}
 
-    [[nodiscard]] std::optional<std::string> name() const override;
+    /// The name that a person gave the computer, else its network name; nothing when it has neither.
+    [[nodiscard]] std::optional<std::string> name() const;
 
   private:
     [[nodiscard]] std::string nameOnBus() const;

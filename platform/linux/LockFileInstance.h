@@ -1,24 +1,32 @@
 #pragma once
 
 #include "foundation/FileDescriptor.h"
-#include "platform/ports/SingleInstance.h"
 
 #include <QSocketNotifier>
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 namespace morvex {
 
-/// Holds a lock on "<data home>/Morvex/lock". The kernel lets it go when the process ends, however it ends;
-/// the file stays. Others call it through the socket "call" beside the lock, which only this user can reach.
-class LockFileInstance final : public SingleInstance {
+/// One companion a data folder: two with one identity would push each other off the relay for ever. Holds a
+/// lock on "<data home>/Morvex/lock". The kernel lets it go when the process ends, however it ends; the file
+/// stays. Others call it through the socket "call" beside the lock, which only this user can reach. Main
+/// thread only.
+class LockFileInstance {
   public:
     explicit LockFileInstance(const std::filesystem::path& dataHome) : folder_(dataHome / "Morvex") {}
 
-    bool claim() override;
-    bool callOther() override;
-    void onCall(std::function<void()> called) override;
+    /// True when this process is the one; it stays the one until it ends. False when another process is, or
+    /// when the lock cannot be made.
+    bool claim();
+
+    /// Asks the process that is the one to show itself. False when it does not listen.
+    bool callOther();
+
+    /// Listens for others, after a claim that came true.
+    void onCall(std::function<void()> called);
 
   private:
     std::filesystem::path folder_;
