@@ -36,7 +36,7 @@ void Switchboard::connect(Line& line, Seat seat) {
     } else {
         own = std::ranges::find(places, nullptr, &Place::line);
     }
-    vyzaduj(own != places.end(), "a pair has two devices");
+    vyzaduj(own != places.end(), "a pair has a third device");
     pairOf_[&line] = seat.pair;
     *own = {std::move(seat), &line, false};
 
