@@ -1,4 +1,5 @@
 #include "app/agents/AgentRunner.h"
+#include "bench/Measure.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/SpawnLauncher.h"
 #include "platform/memory/ManualClock.h"
@@ -31,12 +32,6 @@ const char* const events[] = {
     R"({"type":"item.completed","item":{"id":"item_2","type":"agent_message","text":"Opravil jsem příliš žluťoučkého koně."}})",
     R"({"type":"item.completed","item":{"id":"item_3","type":"file_change","changes":[{"path":"src/main.cpp","kind":"update"}]}})",
 };
-
-double milliseconds(const std::function<void()>& work) {
-    auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
-}
 
 /// Of this process, in MiB.
 long peakMemory() {

@@ -4,13 +4,12 @@
 #include "app/agents/SberatelZprav.h"
 #include "app/agents/SessionId.h"
 #include "app/programs/ProcessRunner.h"
+#include "foundation/Paths.h"
 #include "foundation/Text.h"
 #include "foundation/Try.h"
 #include "shared/base/Require.h"
 #include "shared/wire/TalkSpanError.h"
 
-#include <filesystem>
-#include <system_error>
 #include <utility>
 
 namespace morvex {
@@ -21,11 +20,6 @@ constexpr std::chrono::seconds timeLimit{900};
 /// The events are read line by line. Of the errors a sentence for the user is made: the cause stands at their
 /// end.
 constexpr Zachyt zachyt{.vystup = 0, .chyby = 64UL * 1024, .castChyb = Zachyt::Cast::konec};
-
-bool isFolder(const std::string& path) {
-    std::error_code ignored;
-    return std::filesystem::is_directory(path, ignored);
-}
 
 /// On the thread that reads the output. The adapter and all that is captured may outlive the runner.
 NaRadek follow(std::shared_ptr<const AgentAdapter> adapter, std::shared_ptr<SberatelZprav> sberatel,
@@ -120,7 +114,7 @@ Task<Result<AgentRunner::Nalezeno>> AgentRunner::priprav(Zadani zadani) {
     auto known = adapter(nastroj);
     if (!known) co_return fail(Chyba{Chyba::NeznamyNastroj{nastroj}});
     if (trim(zadani.instrukce).empty()) co_return fail(Chyba{Chyba::PrazdnaInstrukce{}});
-    if (!co_await runOn(services_.workers, [&slozka] { return isFolder(slozka); }))
+    if (!co_await runOn(services_.workers, [&slozka] { return paths::isFolder(slozka); }))
         co_return fail(Chyba{Chyba::SlozkaNeexistuje{slozka}});
     auto status = co_await detekce_.zjisti(known, zadani.zastaveni);
     CO_CHECK(overNezastaveno(zadani.zastaveni));

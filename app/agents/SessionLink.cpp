@@ -2,6 +2,7 @@
 
 #include "app/agents/AgentId.h"
 #include "app/agents/SessionId.h"
+#include "shared/base/Ascii.h"
 #include "shared/base/Hex.h"
 
 #include <string_view>
@@ -11,8 +12,7 @@ namespace morvex {
 namespace {
 
 bool isUnreserved(char letter) {
-    const bool isLetter = (letter >= 'A' && letter <= 'Z') || (letter >= 'a' && letter <= 'z');
-    return isLetter || (letter >= '0' && letter <= '9') || std::string_view("-._~").contains(letter);
+    return isAsciiLetterOrDigit(letter) || std::string_view("-._~").contains(letter);
 }
 
 /// RFC 3986, section 2.1: everything but the unreserved characters and those of `kept`.

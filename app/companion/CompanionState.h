@@ -9,8 +9,12 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace morvex {
+
+/// What the words of `dostupnost` call the other device.
+inline constexpr std::string_view peerName = "Telefon";
 
 /// What views watch. Main thread only; writing an equal value notifies nobody.
 struct CompanionState {
@@ -29,7 +33,6 @@ struct CompanionState {
     /// How many looks for what is there are under way.
     QProperty<int> zjistovani{0};
     QProperty<bool> postaDostupna{false};
-    QProperty<std::optional<std::string>> postaPotiz;
 };
 
 } // namespace morvex

@@ -16,8 +16,6 @@ namespace morvex {
 
 namespace {
 
-constexpr std::string_view peerName = "Telefon";
-
 struct NamedIntegration {
     std::string_view name;
     Integration integration;

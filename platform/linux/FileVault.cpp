@@ -3,6 +3,8 @@
 #include "foundation/AtomicFile.h"
 #include "foundation/Uninterrupted.h"
 #include "platform/linux/VaultRules.h"
+#include "shared/base/Ascii.h"
+#include "shared/base/Hex.h"
 
 #include <cerrno>
 #include <fcntl.h>
@@ -18,13 +20,11 @@ constexpr mode_t folderMode = 0700;
 constexpr mode_t itemMode = 0600;
 
 bool isPlain(char letter) {
-    return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') ||
-           (letter >= '0' && letter <= '9') || letter == '.' || letter == '_' || letter == '-';
+    return isAsciiLetterOrDigit(letter) || std::string_view("._-").contains(letter);
 }
 
 /// A file name for any name but the empty one, which has none.
 std::string fileName(const std::string& name) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     bool special = name == "." || name == "..";
     std::string encoded;
     for (char letter : name) {
@@ -33,27 +33,13 @@ std::string fileName(const std::string& name) {
             continue;
         }
         auto byte = static_cast<unsigned char>(letter);
-        encoded += '%';
-        encoded += digits[byte >> 4];
-        encoded += digits[byte & 15];
+        encoded.append({'%', upperHexDigits[byte >> 4], upperHexDigits[byte & 15]});
     }
     return encoded;
 }
 
 std::int32_t statusOf(int code) {
     return code == ENOENT ? vaultStatus::itemNotFound : vaultStatus::io;
-}
-
-/// Opens without following a link in the last place, demands the kind of file and closes the mode to others.
-std::int32_t openPrivate(const std::filesystem::path& path, mode_t kind, mode_t mode, FileDescriptor& file) {
-    file = FileDescriptor(uninterrupted(
-        [&] { return ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); }));
-    if (!file) return statusOf(errno);
-    struct stat status{};
-    if (uninterrupted([&] { return ::fstat(file.get(), &status); }) != 0 || (status.st_mode & S_IFMT) != kind)
-        return vaultStatus::io;
-    if ((status.st_mode & 07777) != mode && ::fchmod(file.get(), mode) != 0) return vaultStatus::io;
-    return vaultStatus::ok;
 }
 
 } // namespace
@@ -102,17 +88,25 @@ std::filesystem::path FileVault::pathOf(const std::string& service, const std::s
     return root_ / fileName(service) / fileName(account);
 }
 
+FileVault::Opened FileVault::openPrivate(const std::filesystem::path& path, mode_t kind, mode_t mode) {
+    FileDescriptor file(uninterrupted(
+        [&] { return ::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC); }));
+    if (!file) return {statusOf(errno), {}};
+    struct stat status{};
+    if (uninterrupted([&] { return ::fstat(file.get(), &status); }) != 0 || (status.st_mode & S_IFMT) != kind)
+        return {vaultStatus::io, {}};
+    if ((status.st_mode & 07777) != mode && ::fchmod(file.get(), mode) != 0) return {vaultStatus::io, {}};
+    return {vaultStatus::ok, std::move(file)};
+}
+
 FileVault::Opened FileVault::open(const std::string& service, const std::string& account) const {
     if (service.empty() || account.empty()) return {vaultStatus::io, {}};
     auto path = pathOf(service, account);
     for (const auto& folder : {root_, path.parent_path()}) {
-        FileDescriptor opened;
-        auto status = openPrivate(folder, S_IFDIR, folderMode, opened);
-        if (status != vaultStatus::ok) return {status, {}};
+        auto opened = openPrivate(folder, S_IFDIR, folderMode);
+        if (opened.status != vaultStatus::ok) return opened;
     }
-    Opened item{vaultStatus::ok, {}};
-    item.status = openPrivate(path, S_IFREG, itemMode, item.file);
-    return item;
+    return openPrivate(path, S_IFREG, itemMode);
 }
 
 std::int32_t FileVault::write(const std::string& service, const std::string& account, ByteView bytes) const {

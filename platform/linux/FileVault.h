@@ -4,6 +4,7 @@
 #include "platform/ports/SecretVault.h"
 
 #include <filesystem>
+#include <sys/types.h>
 
 namespace morvex {
 
@@ -26,10 +27,12 @@ class FileVault final : public SecretVault {
   private:
     struct Opened {
         std::int32_t status;
-        FileDescriptor file;
+        FileDescriptor file; ///< closed unless the status is `ok`
     };
 
     [[nodiscard]] std::filesystem::path pathOf(const std::string& service, const std::string& account) const;
+    /// Without following a link in the last place. Demands the kind of file and closes the mode to others.
+    static Opened openPrivate(const std::filesystem::path& path, mode_t kind, mode_t mode);
     [[nodiscard]] Opened open(const std::string& service, const std::string& account) const;
     [[nodiscard]] std::int32_t write(const std::string& service, const std::string& account,
                                      ByteView bytes) const;

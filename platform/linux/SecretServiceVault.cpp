@@ -2,21 +2,15 @@
 
 #include "foundation/Text.h"
 #include "foundation/Try.h"
+#include "platform/linux/DisplayServer.h"
 #include "platform/linux/SecretServiceCall.h"
 #include "platform/linux/VaultRules.h"
-
-#include <cstdlib>
 
 namespace morvex {
 
 namespace {
 
 template <class T> using Outcome = SecretServiceCall::Outcome<T>;
-
-bool isSet(const char* name) {
-    const char* value = std::getenv(name);
-    return value && *value != '\0';
-}
 
 /// D-Bus carries UTF-8 without NUL; an attribute that is cut short would name another item.
 bool isUsableName(const std::string& name) {
@@ -69,8 +63,7 @@ std::int32_t changeItems(const SecretServiceVault::Settings& settings, const std
 
 SecretServiceVault::Settings SecretServiceVault::Settings::ofThisSession() {
     Settings settings;
-    bool display = isSet("DISPLAY") || isSet("WAYLAND_DISPLAY");
-    settings.prompts = display ? Prompts::allowed : Prompts::never;
+    settings.prompts = isThereADisplay() ? Prompts::allowed : Prompts::never;
     return settings;
 }
 

@@ -3,6 +3,7 @@
 #include "foundation/AtomicFile.h"
 #include "foundation/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <filesystem>

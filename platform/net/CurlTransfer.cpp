@@ -1,5 +1,7 @@
 #include "platform/net/CurlTransfer.h"
 
+#include "shared/base/Ascii.h"
+
 #include <algorithm>
 #include <string_view>
 
@@ -10,9 +12,7 @@ namespace {
 /// RFC 9110, section 5.6.2.
 bool isToken(std::string_view text) {
     return !text.empty() && std::ranges::all_of(text, [](char character) {
-        return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
-               (character >= 'a' && character <= 'z') ||
-               std::string_view("!#$%&'*+-.^_`|~").contains(character);
+        return isAsciiLetterOrDigit(character) || std::string_view("!#$%&'*+-.^_`|~").contains(character);
     });
 }
 

@@ -1,6 +1,7 @@
 #include "platform/net/WebSocketUrl.h"
 
 #include "platform/ports/HttpClient.h"
+#include "shared/base/Ascii.h"
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -17,18 +18,13 @@ struct Authority {
     std::optional<std::string> port;
 };
 
-bool isLetterOrDigit(char character) {
-    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
-           (character >= '0' && character <= '9');
-}
-
 bool isTargetCharacter(char character) {
-    return isLetterOrDigit(character) || std::string_view("-._~:/?[]@!$&'()*+,;=%").contains(character);
+    return isAsciiLetterOrDigit(character) || std::string_view("-._~:/?[]@!$&'()*+,;=%").contains(character);
 }
 
 bool isName(std::string_view host) {
     return !host.empty() && std::ranges::all_of(host, [](char character) {
-        return isLetterOrDigit(character) || std::string_view("-._~").contains(character);
+        return isAsciiLetterOrDigit(character) || std::string_view("-._~").contains(character);
     });
 }
 

@@ -14,8 +14,8 @@ struct WebSocketUrl {
     Security security = Security::plain;
     std::string host; ///< a name, an IPv4 address, or an IPv6 address without its brackets
     std::string port; ///< decimal, never empty
-    std::string
-        authority; ///< for the header `Host`: with brackets, and with the port unless it is the usual one
+    /// For the header `Host`: with brackets, and with the port unless it is the usual one.
+    std::string authority;
     std::string target; ///< path and query, begins with "/"
 
     /// Strict: ws or wss, ASCII only. Refuses user names, fragments, blanks and control characters, zones of

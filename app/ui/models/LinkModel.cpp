@@ -4,12 +4,6 @@
 
 namespace morvex {
 
-namespace {
-
-constexpr std::string_view peerName = "Telefon";
-
-} // namespace
-
 LinkModel::LinkModel(Companion& companion, Clock& clock, TaskScope& scope)
     : state_(companion.stav()), clock_(clock), scope_(scope) {
     watch(state_.dostupnost);
