@@ -21,33 +21,26 @@ struct CommandRow {
     std::string_view name;
     std::string_view arguments;
     std::string_view summary;
-    std::array<bool, 5> takes; ///< whether it takes 0, 1, 2… arguments
+    std::string_view takes; ///< a digit for each number of arguments that it takes
 };
 
 constexpr std::array<CommandRow, 15> commands{{
-    {Command::pair, "pair", "[QR-TEXT | - | FILE.png]", "spáruje se s Macem podle QR kódu", {true, true}},
-    {Command::status, "status", "", "ukáže, co Mac právě umí a dělá", {true}},
-    {Command::tools, "tools", "", "vypíše nástroje Macu", {true}},
-    {Command::call, "call", "NAME [JSON | -]", "zavolá nástroj", {false, true, true}},
-    {Command::tasks, "tasks", "", "vypíše úlohy agentů na Macu", {true}},
-    {Command::notes, "notes", "ACTION …", "poznámky, i bez spojení", {true, true, true, true, true}},
-    {Command::summaries, "summaries", "ACTION …", "souhrny pro Mac", {true, true, true, true, true}},
-    {Command::watch, "watch", "", "vypisuje, co Mac posílá, do Ctrl-C", {true}},
-    {Command::approve, "approve", "[ID yes|no]", "odpoví na žádost o potvrzení", {true, false, true}},
-    {Command::key, "key", "", "předá Macu OpenAI klíč, jeden řádek ze vstupu; '-' ho smaže", {true}},
-    {Command::preferences,
-     "preferences",
-     Options::preferencesArguments,
-     "ukáže nebo změní jazyk, hlas a pojmenovaná místa",
-     {true, false, true, true}},
-    {Command::apps,
-     "apps",
-     Options::appsArguments,
-     "vlastní aplikace; token je řádek ze vstupu",
-     {false, true, true, true}},
-    {Command::shell, "shell", "", "čte příkazy po řádcích; výchozí na terminálu", {true}},
-    {Command::unpair, "unpair", "", "zruší párování", {true}},
-    {Command::help, "help", "", "tenhle text", {true}},
+    {Command::pair, "pair", "[QR-TEXT | - | FILE.png]", "spáruje se s Macem podle QR kódu", "01"},
+    {Command::status, "status", "", "ukáže, co Mac právě umí a dělá", "0"},
+    {Command::tools, "tools", "", "vypíše nástroje Macu", "0"},
+    {Command::call, "call", "NAME [JSON | -]", "zavolá nástroj", "12"},
+    {Command::tasks, "tasks", "", "vypíše úlohy agentů na Macu", "0"},
+    {Command::notes, "notes", "ACTION …", "poznámky, i bez spojení", "01234"},
+    {Command::summaries, "summaries", "ACTION …", "souhrny pro Mac", "01234"},
+    {Command::watch, "watch", "", "vypisuje, co Mac posílá, do Ctrl-C", "0"},
+    {Command::approve, "approve", "[ID yes|no]", "odpoví na žádost o potvrzení", "02"},
+    {Command::key, "key", "", "předá Macu OpenAI klíč, jeden řádek ze vstupu; '-' ho smaže", "0"},
+    {Command::preferences, "preferences", Options::preferencesArguments,
+     "ukáže nebo změní jazyk, hlas a pojmenovaná místa", "023"},
+    {Command::apps, "apps", Options::appsArguments, "vlastní aplikace; token je řádek ze vstupu", "123"},
+    {Command::shell, "shell", "", "čte příkazy po řádcích; výchozí na terminálu", "0"},
+    {Command::unpair, "unpair", "", "zruší párování", "0"},
+    {Command::help, "help", "", "tenhle text", "0"},
 }};
 
 struct OptionRow {
@@ -72,10 +65,14 @@ Result<void> takeTimeout(Options& options, const std::string& value) {
 }
 
 Result<void> takeApprove(Options& options, const std::string& value) {
-    constexpr std::array<std::string_view, 3> words{"ask", "yes", "no"};
-    const auto* found = std::ranges::find(words, value);
-    if (found == words.end()) return wrongUsage("--approve chce yes, no nebo ask, ne '" + value + "'.");
-    options.approve = static_cast<ApprovalPolicy>(found - words.begin());
+    if (value == "ask")
+        options.approve = ApprovalPolicy::ask;
+    else if (value == "yes")
+        options.approve = ApprovalPolicy::yes;
+    else if (value == "no")
+        options.approve = ApprovalPolicy::no;
+    else
+        return wrongUsage("--approve chce yes, no nebo ask, ne '" + value + "'.");
     return {};
 }
 
@@ -169,7 +166,7 @@ Result<void> checkArguments(const Options& options) {
     const auto* row = std::ranges::find(commands, options.command, &CommandRow::command);
     if (row == commands.end()) return {};
     auto count = options.arguments.size();
-    if (count < row->takes.size() && row->takes[count]) return {};
+    if (count < 10 && row->takes.contains(static_cast<char>('0' + count))) return {};
     auto usage = row->arguments.empty() ? "" : " " + std::string(row->arguments);
     return wrongUsage("Použití: morvex-phone " + std::string(row->name) + usage);
 }

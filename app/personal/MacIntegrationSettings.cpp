@@ -7,6 +7,7 @@ namespace morvex {
 namespace {
 
 struct Switch {
+    Integration integration;
     const char* key;
     const char* fallbackKey; ///< read when `key` is absent; never written
     bool fallback;
@@ -15,22 +16,30 @@ struct Switch {
 /// The one switch that mail had before there were two. Only ever read.
 constexpr const char* earlierMailKey = "integration.mail.enabled";
 
-/// In the order of `Integration`. Web search alone is opt-in: it sends spoken text to a service outside the
+/// Web search alone is opt-in: it sends spoken text to a service outside the
 /// pair.
 constexpr std::array<Switch, integrationCount> switches{{
-    {"integration.calendar.enabled", nullptr, true},
-    {"integration.reminders.enabled", nullptr, true},
-    {"integration.contacts.enabled", nullptr, true},
-    {"integration.notes.enabled", nullptr, true},
-    {"integration.customApps.enabled", nullptr, true},
-    {"integration.appleMail.enabled", earlierMailKey, true},
-    {"integration.smtp.enabled", earlierMailKey, true},
-    {"integration.codex.enabled", nullptr, true},
-    {"integration.claude.enabled", nullptr, true},
-    {"integration.files.enabled", nullptr, true},
-    {"integration.terminal.enabled", nullptr, true},
-    {"integration.webSearch.enabled", nullptr, false},
+    {Integration::calendar, "integration.calendar.enabled", nullptr, true},
+    {Integration::reminders, "integration.reminders.enabled", nullptr, true},
+    {Integration::contacts, "integration.contacts.enabled", nullptr, true},
+    {Integration::notes, "integration.notes.enabled", nullptr, true},
+    {Integration::customApps, "integration.customApps.enabled", nullptr, true},
+    {Integration::appleMail, "integration.appleMail.enabled", earlierMailKey, true},
+    {Integration::smtp, "integration.smtp.enabled", earlierMailKey, true},
+    {Integration::codex, "integration.codex.enabled", nullptr, true},
+    {Integration::claude, "integration.claude.enabled", nullptr, true},
+    {Integration::files, "integration.files.enabled", nullptr, true},
+    {Integration::terminal, "integration.terminal.enabled", nullptr, true},
+    {Integration::webSearch, "integration.webSearch.enabled", nullptr, false},
 }};
+
+constexpr bool areInOrder() {
+    for (std::size_t i = 0; i < switches.size(); ++i)
+        if (static_cast<std::size_t>(switches[i].integration) != i) return false;
+    return true;
+}
+
+static_assert(areInOrder(), "a switch is found by the number of its integration");
 
 bool read(const UserDefaults& defaults, const Switch& row) {
     if (auto value = defaults.boolean(row.key)) return *value;
