@@ -5,6 +5,8 @@
 
 #include <boost/json.hpp>
 
+#include <algorithm>
+
 namespace morvex {
 
 namespace {

@@ -9,7 +9,6 @@
 #include <boost/asio/post.hpp>
 #include <boost/asio/use_awaitable.hpp>
 
-#include <algorithm>
 #include <csignal>
 #include <tuple>
 #include <utility>

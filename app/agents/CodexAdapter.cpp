@@ -85,9 +85,8 @@ std::vector<std::string> CodexAdapter::jmenaBinarky() const {
 }
 
 std::string CodexAdapter::napoveda() const {
-    return "Nainstaluj: npm i -g @openai/codex (nebo brew install codex). Codex ve webovém ChatGPT ani "
-           "rozšíření "
-           "do editoru žádné CLI neinstalují.";
+    return "Nainstaluj: npm i -g @openai/codex (nebo brew install codex). "
+           "Codex ve webovém ChatGPT ani rozšíření do editoru žádné CLI neinstalují.";
 }
 
 std::vector<std::string> CodexAdapter::argumenty(std::string instrukce, std::string slozka,

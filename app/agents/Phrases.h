@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// What the user hears when an agent's session goes.
+/// What the user hears when an agent has opened or resumed its session.
 inline constexpr std::string_view sessionIsThere = "Relace navázána.";
 
 /// By bytes: for phrases in plain ASCII, in a text that was made lower case.

@@ -54,7 +54,7 @@ class Companion {
 
     /// Tells the phone what this computer can do. Ends quietly without a link.
     Task<void> poslatStav();
-    /// Looks for agents and mail again, then sends the status.
+    /// Looks for the agents again, then sends the status.
     Task<void> obnovitSluzby();
     /// The same in the background, for a button.
     void obnovit();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/execution/SouboryBridge.h"
 #include "platform/ports/FolderBookmarks.h"
 #include "platform/ports/FolderPicker.h"
 #include "platform/ports/HttpClient.h"

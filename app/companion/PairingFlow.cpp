@@ -85,7 +85,7 @@ void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL
                     services_.relay.clock.now()};
     auto pairKey = identita_->pairKey(peer);
     if (!pairKey) return selhat("Klíč telefonu nejde použít: " + pairKey.error().popis());
-    rozdelany_ = Rozdelany{envelope.pair, std::move(peer)};
+    rozdelany_ = std::move(peer);
     state_.parovani = StavParovani{StavParovani::OverCislo{Parovani::comparisonNumber(*pairKey)}};
 }
 
@@ -96,9 +96,8 @@ void PairingFlow::potvrditCislo(const std::string& cislo) {
     services_.scope.spawn(ulozit(*rozdelany_, generation_));
 }
 
-Task<void> PairingFlow::ulozit(Rozdelany rozdelany, std::uint64_t generation) {
+Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
     auto* uloziste = &services_.uloziste;
-    const auto& peer = rozdelany.protejsek;
     auto saved =
         co_await runOn(services_.storage, [uloziste, &peer] { return uloziste->ulozProtejsek(peer); });
     uklada_ = false;
@@ -123,9 +122,8 @@ void PairingFlow::odmitnoutCislo() {
     ++generation_;
     rozdelany_.reset();
     zastavit();
-    selhat("Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude "
-           "opakovat, "
-           "někdo poslouchá.");
+    selhat("Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; "
+           "pokud se to bude opakovat, někdo poslouchá.");
 }
 
 void PairingFlow::zrusitParovani() {

@@ -54,17 +54,12 @@ class PairingFlow {
     void ukoncit();
 
   private:
-    struct Rozdelany {
-        PairID pair;
-        PairedPeer protejsek;
-    };
-
     Task<void> zalozit(RelayAddress address, std::uint64_t generation);
     void listenFor(const RelayAddress& address, const PairID& pair);
     Task<void> listen(std::shared_ptr<RelayLink> link, std::string relayURL, PairID pair,
                       std::stop_token stop);
     void prijmout(const Envelope& envelope, const std::string& relayURL);
-    Task<void> ulozit(Rozdelany rozdelany, std::uint64_t generation);
+    Task<void> ulozit(PairedPeer peer, std::uint64_t generation);
     Task<void> zapomenout(RelayAddress address, PairedPeer protejsek);
     /// Stops the pairing link in the background.
     void zastavit();
@@ -77,7 +72,7 @@ class PairingFlow {
     std::shared_ptr<const DeviceIdentity> identita_;
     std::shared_ptr<RelayLink> parovaci_;
     std::unique_ptr<TaskScope> parovaciPosluchac_;
-    std::optional<Rozdelany> rozdelany_;
+    std::optional<PairedPeer> rozdelany_; ///< waits for the word about its number
     bool uklada_ = false;
     std::uint64_t generation_ = 0; ///< tells a late answer of an abandoned pairing
 };

@@ -3,7 +3,6 @@
 #include "app/companion/Companion.h"
 #include "app/console/ConsoleFolderPicker.h"
 #include "foundation/Clock.h"
-#include "foundation/Text.h"
 
 #include <QProperty>
 

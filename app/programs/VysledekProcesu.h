@@ -10,7 +10,7 @@ struct VysledekProcesu {
     std::int32_t navratovyKod = 0; ///< or the number of the signal that ended it
     std::string vystup;            ///< standard output; invalid UTF-8 is repaired
     std::string chyby;             ///< standard error, likewise
-    bool zruseno = false;          ///< the user cancelled it
+    bool zruseno = false;          ///< somebody cancelled it, or this program ends
     bool vyprselCas = false;       ///< the time limit struck
 };
 
