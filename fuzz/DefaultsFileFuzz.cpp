@@ -29,6 +29,8 @@ Settings settings(const JsonDefaults& defaults, const boost::json::object& keys)
 /// setting.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const MemoryFolder folder;
+    static const bool isLaid = std::filesystem::create_directory(folder.path() / "Morvex");
+    vyzaduj(isLaid, "no folder for the settings");
     const auto file = asText({data, size});
     folder.write("Morvex/defaults.json", file);
 

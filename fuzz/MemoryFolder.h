@@ -1,34 +1,48 @@
 #pragma once
 
-#include "tests/support/EnvironmentValue.h"
-#include "tests/support/TemporaryFolder.h"
+#include "shared/base/Require.h"
 
+#include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <string_view>
 #include <unistd.h>
 
 namespace morvex {
 
-/// A folder for a target whose input is a file; in memory where the system has such a place, for a target
-/// writes and flushes its file at each turn.
+/// A folder for a target whose input is a file or a path; in memory where the system has such a place, for a
+/// target writes its file, or looks the path up, at each turn. Goes with the program.
 class MemoryFolder {
   public:
-    [[nodiscard]] const std::filesystem::path& path() const { return folder_.path(); }
+    MemoryFolder() {
+        const auto place =
+            ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : std::filesystem::temp_directory_path();
+        auto pattern = (place / "morvex-fuzz-XXXXXX").string();
+        vyzaduj(::mkdtemp(pattern.data()) != nullptr, "no temporary folder");
+        path_ = std::filesystem::canonical(pattern);
+    }
 
+    ~MemoryFolder() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    MemoryFolder(const MemoryFolder&) = delete;
+    MemoryFolder& operator=(const MemoryFolder&) = delete;
+
+    [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+
+    /// Replaces the content of a file whose folder is there.
     void write(const char* name, std::string_view bytes) const {
-        std::filesystem::create_directories((path() / name).parent_path());
-        std::ofstream(path() / name, std::ios::binary) << bytes;
+        const int file = ::open((path_ / name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
+        vyzaduj(file >= 0 && ::write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()),
+                "the input cannot be laid out");
+        ::close(file);
     }
 
   private:
-    static std::string place() {
-        return ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : std::filesystem::temp_directory_path().string();
-    }
-
-    EnvironmentValue temporary_{"TMPDIR", place()};
-    TemporaryFolder folder_;
+    std::filesystem::path path_;
 };
 
 } // namespace morvex

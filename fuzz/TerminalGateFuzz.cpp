@@ -1,12 +1,12 @@
-#include "app/execution/OverenaCesta.h"
 #include "app/execution/SouboryChyba.h"
 #include "app/execution/TerminalChyba.h"
 #include "app/execution/TerminalGate.h"
-#include "platform/memory/FixedFolders.h"
-#include "shared/base/Bytes.h"
-#include "shared/base/Require.h"
+#include "fuzz/TreeWithSecrets.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -14,15 +14,32 @@
 namespace {
 
 using namespace morvex;
+using Words = std::set<std::string, std::less<>>;
 
-const std::set<std::string, std::less<>> programs = {"ls",    "cat",  "head",    "tail",       "wc",  "file",
-                                                     "stat",  "grep", "rg",      "find",       "du",  "df",
-                                                     "swift", "node", "python3", "xcodebuild", "npm", "git"};
+// What may run and what may not, written down once more, so that a change of the gate is noticed here.
+const Words programs = {"ls",   "cat", "head", "tail",  "wc",   "file",    "stat",       "grep", "rg",
+                        "find", "du",  "df",   "swift", "node", "python3", "xcodebuild", "npm",  "git"};
+const Words changing = {"install", "uninstall", "publish", "update",   "upgrade", "add",
+                        "remove",  "push",      "pull",    "fetch",    "clone",   "commit",
+                        "merge",   "rebase",    "reset",   "checkout", "clean",   "rm",
+                        "mv",      "init",      "tag",     "stash"};
+const Words readingOfGit = {"status", "log",      "diff",  "show",     "branch",   "remote",
+                            "config", "describe", "blame", "shortlog", "ls-files", "rev-parse"};
 
-/// What no command that passes may have.
 bool isForbidden(const std::string& argument) {
     return argument == "-exec" || argument == "-execdir" || argument == "-delete" ||
            argument.starts_with("--upload-pack") || argument.starts_with("--receive-pack");
+}
+
+/// The first argument that is no option, as a program sees it that does not care for the case.
+std::optional<std::string> subcommand(const std::vector<std::string>& arguments) {
+    for (auto argument : arguments) {
+        if (argument.starts_with('-')) continue;
+        for (auto& letter : argument)
+            if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+        return argument;
+    }
+    return std::nullopt;
 }
 
 std::vector<std::string> lines(std::string_view text) {
@@ -35,31 +52,42 @@ std::vector<std::string> lines(std::string_view text) {
     }
 }
 
+void judgeProgram(const std::string& program, const std::vector<std::string>& arguments) {
+    const auto name = TerminalGate::povolenyProgram(program, arguments);
+    if (!name) return vyzaduj(name.error().as<TerminalChyba>() != nullptr, "a refusal without a sentence");
+    vyzaduj(programs.contains(*name) && program.contains(*name), "a program that is not allowed");
+    vyzaduj(std::ranges::none_of(arguments, isForbidden), "a forbidden argument passed");
+    const auto word = subcommand(arguments);
+    if (!word) return;
+    vyzaduj(!changing.contains(*word), "a changing word passed");
+    vyzaduj(*name != "git" || readingOfGit.contains(*word), "a subcommand of git passed that may change");
+}
+
+void judgePaths(const std::vector<std::string>& arguments, const TreeWithSecrets& tree) {
+    static const auto slozky = tree.allowed();
+    const auto passed = TerminalGate::overCesty(arguments, slozky);
+    if (!passed) return vyzaduj(passed.error().as<SouboryChyba>() != nullptr, "a refusal without a sentence");
+    for (const auto& argument : arguments) {
+        vyzaduj(TerminalGate::jeCesta(argument) ==
+                    (!argument.empty() && (argument[0] == '/' || argument[0] == '~')),
+                "a path that is taken for none");
+        if (!TerminalGate::jeCesta(argument)) continue;
+        const auto checked = overCestu(argument, std::nullopt, slozky);
+        vyzaduj(checked.has_value(), "an unchecked path passed");
+        tree.expectHarmless(*checked);
+    }
+}
+
 } // namespace
 
+/// A command of an assistant: the first line is the program, every further one an argument.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const FixedFolders standard;
-    static const PovoleneSlozky slozky({"/nonexistent/Projects"}, standard);
-    // The first line is the program, every further one an argument.
-    auto args = lines(asText({data, size}));
-    auto program = args.front();
-    args.erase(args.begin());
-
-    auto name = TerminalGate::povolenyProgram(program, args);
-    if (name) {
-        vyzaduj(programs.contains(*name) && program.contains(*name), "a program that is not allowed");
-        vyzaduj(std::ranges::none_of(args, isForbidden), "a forbidden argument passed");
-        bool pushes = *name == "git" && !args.empty() && (args[0] == "push" || args[0] == "gc");
-        vyzaduj(!pushes && (args.empty() || args[0] != "clean"), "a changing word passed");
-    } else {
-        vyzaduj(name.error().as<TerminalChyba>() != nullptr, "a refusal without a sentence");
-    }
-
-    auto paths = TerminalGate::overCesty(args, slozky);
-    for (const auto& argument : args) {
-        if (!paths || !TerminalGate::jeCesta(argument)) continue;
-        vyzaduj(overCestu(argument, std::nullopt, slozky).has_value(), "an unchecked path passed");
-    }
-    if (!paths) vyzaduj(paths.error().as<SouboryChyba>() != nullptr, "a refusal without a sentence");
+    static const TreeWithSecrets tree;
+    auto arguments = lines(asText({data, size}));
+    const auto program = arguments.front();
+    arguments.erase(arguments.begin());
+    for (auto& argument : arguments) argument = tree.placed(std::move(argument));
+    judgeProgram(program, arguments);
+    judgePaths(arguments, tree);
     return 0;
 }

@@ -2,6 +2,7 @@
 #include "platform/linux/XdgFolders.h"
 #include "shared/base/Bytes.h"
 #include "shared/base/Require.h"
+#include "tests/support/EnvironmentValue.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,0 +1,66 @@
+// What an agent's program writes, from the pipe to what is kept of the run. The first byte chooses the agent
+// and how long the pieces are in which the output comes.
+
+#include "app/agents/ClaudeCodeAdapter.h"
+#include "app/agents/CodexAdapter.h"
+#include "app/agents/SberatelZprav.h"
+#include "app/programs/SberVystupu.h"
+#include "foundation/Text.h"
+#include "shared/base/Bytes.h"
+#include "shared/base/Require.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+using namespace morvex;
+
+namespace {
+
+/// Short, so that lines beyond it occur.
+constexpr std::size_t longestLine = 300;
+
+std::vector<std::string> linesOf(std::string_view output, std::size_t pieceLength) {
+    std::vector<std::string> lines;
+    SberVystupu collector([&lines](std::string_view line) { lines.emplace_back(line); },
+                          Zachyt{.radek = longestLine});
+    for (auto rest = output; !rest.empty();) {
+        const auto piece = rest.substr(0, pieceLength);
+        rest.remove_prefix(piece.size());
+        collector.pridejVystup(piece);
+    }
+    collector.dokonci();
+    vyzaduj(collector.vezmiVystup() == repairUtf8(output), "the output is not what was written");
+    return lines;
+}
+
+void expectALine(const std::string& line) {
+    vyzaduj(isValidUtf8(line) && !line.contains('\n') && line.size() <= longestLine, "what is no line");
+    vyzaduj(line.find_first_not_of(" \t") != std::string::npos, "a line that says nothing");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) return 0;
+    static const ClaudeCodeAdapter claude;
+    static const CodexAdapter codex;
+    const AgentAdapter& agent = data[0] % 2 == 0 ? static_cast<const AgentAdapter&>(claude) : codex;
+    const auto output = asText({data + 1, size - 1});
+    const auto pieceLength = data[0] / 2 == 0 ? std::string_view::npos : data[0] / 2U;
+
+    const auto lines = linesOf(output, pieceLength);
+    // Each piece is decoded by itself, so only a character that two pieces share may make a difference.
+    if (isAscii(output))
+        vyzaduj(lines == linesOf(output, std::string_view::npos), "the pieces make other lines");
+    SberatelZprav kept;
+    std::size_t sessions = 0;
+    for (const auto& line : lines) {
+        expectALine(line);
+        if (const auto message = agent.precti(line))
+            sessions += kept.pridej(*message) == SberatelZprav::Relace::nova;
+    }
+    vyzaduj(sessions <= SberatelZprav::mostSessions, "more sessions than one run may name");
+    return 0;
+}

@@ -1,0 +1,128 @@
+// Any bytes on a new connection to the relay, through the real parser of HTTP and, behind an upgrade, that of
+// WebSockets. The other end of the connection lies in memory. What is left of it when the device has gone is
+// nothing.
+
+#include "relay/HttpSession.h"
+#include "shared/base/Require.h"
+#include "shared/wire/Json.h"
+#include "shared/wire/RelayCalls.h"
+
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/detached.hpp>
+#include <boost/asio/io_context.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <string>
+#include <sys/socket.h>
+#include <unistd.h>
+#include <utility>
+
+using namespace morvex;
+namespace asio = boost::asio;
+
+namespace {
+
+/// So many connections share one relay, until its store has grown.
+constexpr int connectionsPerRelay = 2000;
+
+class Relay {
+  public:
+    /// What the relay says to a device that sends these bytes and goes.
+    std::string hear(std::string_view input) {
+        if (connections_++ % connectionsPerRelay == 0) state_ = freshState();
+        connect();
+        // A WebSocket speaks only when it has been answered.
+        const auto head = std::min(input.find("\r\n\r\n"), input.size());
+        say(input.substr(0, head + 4));
+        say(input.substr(std::min(head + 4, input.size())));
+        ::shutdown(device_, SHUT_WR);
+        while (context_.poll() > 0) listen();
+        listen();
+        ::close(device_);
+        while (context_.poll() > 0) {
+        }
+        vyzaduj(state_->connections == 0, "a connection outlives its device");
+        return std::exchange(heard_, {});
+    }
+
+  private:
+    static std::shared_ptr<RelayState> freshState() {
+        RelayLimits limits;
+        // A socket in memory has no address, so all of them count as one.
+        limits.callsPerMinute = std::numeric_limits<std::size_t>::max();
+        return std::make_shared<RelayState>(limits, PairStore::open(":memory:").value(),
+                                            [](std::string_view) {});
+    }
+
+    void connect() {
+        std::array<int, 2> ends{};
+        vyzaduj(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) == 0,
+                "no sockets");
+        device_ = ends[0];
+        asio::ip::tcp::socket socket(context_);
+        socket.assign(asio::ip::tcp::v4(), ends[1]);
+        context_.restart();
+        asio::co_spawn(context_,
+                       HttpSession::serve(std::make_unique<HttpSession>(std::move(socket), nullptr, state_)),
+                       asio::detached);
+    }
+
+    void say(std::string_view bytes) {
+        // The relay may have closed already.
+        if (!bytes.empty()) (void)::send(device_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        while (context_.poll() > 0) listen();
+    }
+
+    void listen() {
+        std::array<char, 4096> buffer{};
+        for (ssize_t count = 0; (count = ::read(device_, buffer.data(), buffer.size())) > 0;)
+            heard_.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+
+    asio::io_context context_{1};
+    std::shared_ptr<RelayState> state_;
+    int connections_ = 0;
+    int device_ = -1;
+    std::string heard_;
+};
+
+/// The value of a header of an answer of the relay; empty without it.
+std::string_view header(std::string_view head, std::string_view name) {
+    const auto start = head.find("\r\n" + std::string(name) + ": ");
+    if (start == std::string_view::npos) return {};
+    const auto value = head.substr(start + name.size() + 4);
+    return value.substr(0, value.find("\r\n"));
+}
+
+void expectAnAnswer(std::string_view heard) {
+    const auto end = heard.find("\r\n\r\n");
+    vyzaduj(end != std::string_view::npos && heard.starts_with("HTTP/1.1 "), "an answer that is none");
+    const auto head = heard.substr(0, end + 2);
+    const auto status = head.substr(9, 3);
+    if (status == "101") return;
+    const auto body = heard.substr(end + 4);
+    if (status == "204") return vyzaduj(body.empty(), "an empty answer has content");
+    vyzaduj(header(head, "Content-Length") == std::to_string(body.size()), "an answer of another length");
+    // An upgrade that asks for another version, or has no key, is refused in the library's words.
+    if (header(head, "Content-Type") != "application/json")
+        return vyzaduj(status == "400" || status == "426", "a refusal in other words");
+    vyzaduj(header(head, "Connection") == "close", "a second request is invited");
+    if (status == "200") return vyzaduj(decode<PripojitOdpoved>(body).has_value(), "a reply names the pair");
+    vyzaduj(status[0] == '4', "the relay has no reason to fail");
+    const auto refused = decode<VaporDuvod>(body);
+    vyzaduj(refused && refused->reason, "a refusal has a reason");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static Relay relay;
+    const auto heard = relay.hear(asText({data, size}));
+    if (!heard.empty()) expectAnAnswer(heard);
+    return 0;
+}
