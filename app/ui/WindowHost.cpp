@@ -41,15 +41,25 @@ WindowHost::~WindowHost() {
 }
 
 void WindowHost::showMainWindow(Focus focus) {
+    // Closed, but not gone yet.
+    if (main_ && !main_->isVisible()) delete main_;
     if (!main_) main_ = load(QStringLiteral("MainWindow"));
     // Read by the platforms of Qt when a window is shown.
     main_->setProperty("_q_showWithoutActivating", focus == Focus::leave);
-    if (main_->visibility() == QWindow::Minimized)
+    if (main_->visibility() == QWindow::Minimized) {
+        if (focus == Focus::leave) makeUnknown(*main_);
         main_->showNormal();
-    else
+    } else {
         main_->show();
+    }
     main_->raise();
     if (focus == Focus::take) main_->requestActivate();
+}
+
+void WindowHost::makeUnknown(QQuickWindow& window) {
+    hiding_ = true;
+    window.destroy();
+    hiding_ = false;
 }
 
 void WindowHost::toggleMenu(const QRect& trayItem) {
@@ -90,7 +100,7 @@ QQuickWindow* WindowHost::load(const QString& component) {
         source.createWithInitialProperties({{QStringLiteral("companion"), QVariant::fromValue(&model_)}}));
     vyzaduj(window != nullptr, "a window is no window");
     connect(window, &QWindow::visibleChanged, this, [this, window](bool visible) {
-        if (visible) return;
+        if (visible || hiding_) return;
         if (window == menu_) menuClosed_ = clock_.sinceBoot();
         window->deleteLater();
         QMetaObject::invokeMethod(this, &WindowHost::letGo, Qt::QueuedConnection);

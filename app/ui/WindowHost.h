@@ -47,6 +47,9 @@ class WindowHost final : public QObject {
 
   private:
     QQuickWindow* load(const QString& component);
+    /// Makes it a new window for the desktop, with all that it holds. Window managers give the keyboard to
+    /// one that was minimized, whatever it asks for.
+    void makeUnknown(QQuickWindow& window);
     void letGo();
 
     CompanionModel& model_;
@@ -55,6 +58,7 @@ class WindowHost final : public QObject {
     std::unique_ptr<QQmlEngine> engine_;
     QPointer<QQuickWindow> main_;
     QPointer<QQuickWindow> menu_;
+    bool hiding_ = false; ///< what becomes invisible now is not closed
     /// Both since the start of the computer.
     std::optional<Clock::Duration> itemPressed_;
     std::optional<Clock::Duration> menuClosed_;

@@ -2,8 +2,8 @@
 
 #include "tests/e2e/Household.h"
 #include "tests/e2e/ScreenReader.h"
-#include "tests/e2e/VirtualDisplay.h"
 #include "tests/support/PrivateBus.h"
+#include "tests/support/VirtualDisplay.h"
 
 #include <gtest/gtest.h>
 

@@ -1,24 +1,23 @@
-#include "tests/e2e/VirtualDisplay.h"
+#include "tests/support/VirtualDisplay.h"
 
 #include "shared/base/Require.h"
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
+#include <thread>
 #include <xcb/xtest.h>
 
 namespace morvex {
 
 namespace {
 
-struct Free {
-    void operator()(void* held) const { std::free(held); }
-};
-
-template <class Reply> std::unique_ptr<Reply, Free> held(Reply* reply) {
+template <class Reply> auto held(Reply* reply) {
     vyzaduj(reply != nullptr, "the display does not answer");
-    return std::unique_ptr<Reply, Free>(reply);
+    return XcbOwned<Reply>(reply);
 }
 
 constexpr std::uint16_t width = 1280;
@@ -63,14 +62,47 @@ void VirtualDisplay::takePicture(const std::filesystem::path& file) const {
 }
 
 xcb_window_t VirtualDisplay::coverScreen() {
-    auto window = xcb_generate_id(connection_);
     // Like a desktop's own surfaces it is placed by nobody else.
-    const std::uint32_t itself = 1;
+    return openWindow(XCB_CW_OVERRIDE_REDIRECT, 1);
+}
+
+xcb_window_t VirtualDisplay::openAnotherProgram() {
+    return openWindow(XCB_CW_EVENT_MASK, XCB_EVENT_MASK_KEY_PRESS);
+}
+
+xcb_window_t VirtualDisplay::openWindow(std::uint32_t mask, std::uint32_t value) {
+    auto window = xcb_generate_id(connection_);
     xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, 0, 0, width, height, 0,
-                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &itself);
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, mask, &value);
     xcb_map_window(connection_, window);
     xcb_flush(connection_);
     return window;
+}
+
+void VirtualDisplay::startWindowManager() {
+    const auto settings = folder_.path() / "jwmrc";
+    std::ofstream(settings) << "<?xml version=\"1.0\"?><JWM><FocusModel>click</FocusModel></JWM>";
+    manager_ = std::make_unique<ChildProgram>(
+        std::vector<std::string>{"jwm", "-display", name_, "-f", settings.string()},
+        ChildProgram::Environment{});
+    const auto name = atom("_NET_SUPPORTING_WM_CHECK");
+    const auto isThere = [&] {
+        auto asked = xcb_get_property(connection_, 0, screen_->root, name, XCB_ATOM_WINDOW, 0, 1);
+        return held(xcb_get_property_reply(connection_, asked, nullptr))->length == 1;
+    };
+    while (!isThere()) std::this_thread::sleep_for(std::chrono::milliseconds(5));
+}
+
+xcb_window_t VirtualDisplay::withKeyboard() {
+    return held(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr))->focus;
+}
+
+bool VirtualDisplay::isOnTop(xcb_window_t window) {
+    const auto top = topWindow();
+    while (window != top && window != 0 && window != screen_->root)
+        window =
+            held(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr))->parent;
+    return top != 0 && window == top;
 }
 
 void VirtualDisplay::startTray() {
@@ -85,13 +117,20 @@ void VirtualDisplay::startTray() {
 xcb_window_t VirtualDisplay::itemInTray() {
     const auto request = atom("_NET_SYSTEM_TRAY_OPCODE");
     constexpr std::uint32_t dock = 0;
-    for (;;) {
-        const std::unique_ptr<xcb_generic_event_t, Free> event(xcb_poll_for_event(connection_));
-        if (!event) return 0;
+    while (auto event = nextEvent()) {
         if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE) continue;
         const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(*event);
         if (message.type == request && message.data.data32[1] == dock) return message.data.data32[2];
     }
+    return 0;
+}
+
+bool VirtualDisplay::heardKey(xcb_window_t window) {
+    while (auto event = nextEvent())
+        if (event->response_type == XCB_KEY_PRESS &&
+            reinterpret_cast<const xcb_key_press_event_t&>(*event).event == window)
+            return true;
+    return false;
 }
 
 void VirtualDisplay::askToClose(xcb_window_t window) {
@@ -110,6 +149,10 @@ xcb_window_t VirtualDisplay::topWindow() {
             return windows[index];
     }
     return 0;
+}
+
+XcbOwned<xcb_generic_event_t> VirtualDisplay::nextEvent() {
+    return XcbOwned<xcb_generic_event_t>(xcb_poll_for_event(connection_));
 }
 
 VirtualDisplay::Key VirtualDisplay::find(xcb_keysym_t symbol) {

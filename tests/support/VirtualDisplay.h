@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -13,8 +14,15 @@
 
 namespace morvex {
 
-/// A display of the test's own, drawn in memory, without a window manager, and the hands of a person before
-/// it. Needs Xvfb and ImageMagick.
+/// Gives back what the display's library has given.
+struct XcbRelease {
+    void operator()(void* held) const { std::free(held); }
+};
+
+template <class T> using XcbOwned = std::unique_ptr<T, XcbRelease>;
+
+/// A display of the test's own, drawn in memory, and the hands of a person before it. No window manager cares
+/// for its windows unless one is started. Needs Xvfb, ImageMagick and JWM.
 class VirtualDisplay {
   public:
     VirtualDisplay();
@@ -35,6 +43,16 @@ class VirtualDisplay {
 
     /// A window over all of the screen, as of another program that somebody uses.
     xcb_window_t coverScreen();
+    /// From now on windows have frames, and one of them has the keyboard.
+    void startWindowManager();
+    /// A window of another program as large as the screen, which the window manager cares for.
+    xcb_window_t openAnotherProgram();
+    /// Whether a key was pressed there since it was asked last.
+    [[nodiscard]] bool heardKey(xcb_window_t window);
+    /// Which window a pressed key goes to.
+    [[nodiscard]] xcb_window_t withKeyboard();
+    /// Whether nothing is above this window, or above the frame that it is in.
+    [[nodiscard]] bool isOnTop(xcb_window_t window);
     /// Becomes the display's own tray, and tells everybody.
     void startTray();
     /// The window of an item that asks to be taken into it; zero while none does.
@@ -55,6 +73,8 @@ class VirtualDisplay {
         bool isShifted = false;
     };
 
+    xcb_window_t openWindow(std::uint32_t mask, std::uint32_t value);
+    XcbOwned<xcb_generic_event_t> nextEvent();
     Key find(xcb_keysym_t symbol);
     void send(xcb_keycode_t code, bool down);
     xcb_atom_t atom(const std::string& name);
@@ -63,6 +83,7 @@ class VirtualDisplay {
 
     TemporaryFolder folder_;
     std::unique_ptr<ChildProgram> server_;
+    std::unique_ptr<ChildProgram> manager_;
     std::string name_;
     xcb_connection_t* connection_ = nullptr;
     const xcb_screen_t* screen_ = nullptr;
