@@ -103,6 +103,8 @@ Result<std::optional<Bytes>> readWhole(const std::filesystem::path& path, std::s
 
 Result<void> makePrivateFolders(const std::filesystem::path& folder) {
     if (folder.empty() || uninterrupted([&] { return ::access(folder.c_str(), F_OK); }) == 0) return {};
+    // Whatever else is wrong with a folder is wrong with those above it up to the root, which has none above.
+    if (errno != ENOENT) return failure(errno);
     if (auto made = makePrivateFolders(folder.parent_path()); !made) return made;
     if (uninterrupted([&] { return ::mkdir(folder.c_str(), 0700); }) != 0 && errno != EEXIST)
         return failure(errno);

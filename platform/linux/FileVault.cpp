@@ -81,7 +81,7 @@ bool FileVault::hasItems() const {
     std::filesystem::recursive_directory_iterator entry(root_, error);
     for (; !error && entry != std::filesystem::recursive_directory_iterator(); entry.increment(error))
         if (entry.depth() == 1 && entry->is_regular_file(error)) return true;
-    return false;
+    return error && error != std::errc::no_such_file_or_directory;
 }
 
 std::filesystem::path FileVault::pathOf(const std::string& service, const std::string& account) const {

@@ -21,7 +21,7 @@ class FileVault final : public SecretVault {
     std::int32_t remove(const std::string& service, const std::string& account) override;
     [[nodiscard]] std::optional<std::string> text(std::int32_t status) const override;
 
-    /// Whether any item of any service is stored.
+    /// Whether any item of any service is stored, or may be in what cannot be read.
     [[nodiscard]] bool hasItems() const;
 
   private:

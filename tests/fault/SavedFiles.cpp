@@ -3,7 +3,6 @@
 #include "app/agents/HistorieAgentu.h"
 #include "app/personal/PoznamkyStore.h"
 #include "app/personal/SouhrnyStore.h"
-#include "phone/PhoneRecords.h"
 #include "platform/linux/FileVault.h"
 #include "platform/linux/JsonDefaults.h"
 #include "platform/linux/VaultRules.h"
@@ -21,13 +20,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
-
-void layNothing(const fs::path&, const std::string&) {}
-
-/// Lays by a change that nothing disturbs.
-template <auto change> void layByChange(const fs::path& home, const std::string& text) {
-    vyzaduj(change(home, text)(), "nothing could be laid");
-}
 
 namespace settings {
 
@@ -66,13 +58,6 @@ Texts look(const fs::path& home) {
 
 } // namespace secret
 
-/// What the stores of records need besides their file. A copy is as good.
-struct Surroundings {
-    ManualClock clock;
-    ScriptedRandom random;
-    ScriptedUrlOpener opener;
-};
-
 namespace notes {
 
 std::function<bool()> change(const fs::path& home, const std::string& text) {
@@ -99,24 +84,6 @@ Texts look(const fs::path& home) {
 }
 
 } // namespace notes
-
-namespace phone {
-
-std::function<bool()> change(const fs::path& home, const std::string& text) {
-    auto around = std::make_shared<Surroundings>();
-    auto records = std::make_shared<PhoneRecords>(PhoneRecords::load(home, around->clock, around->random));
-    return [around, records, text] { return records->create("Název", text).has_value(); };
-}
-
-Texts look(const fs::path& home) {
-    Surroundings around;
-    Texts texts;
-    for (const auto& note : PhoneRecords::load(home, around.clock, around.random).notes())
-        texts.push_back(note.body);
-    return texts;
-}
-
-} // namespace phone
 
 namespace summaries {
 
@@ -162,9 +129,18 @@ Texts look(const fs::path& home) {
 
 namespace damaged {
 
+/// Beside the file, what is in it.
+constexpr auto copyName = "copy";
+
 void lay(const fs::path& file, const std::string& text) {
     fs::create_directories(file.parent_path());
-    std::ofstream(file) << "{" << text;
+    for (const auto& path : {file, file.parent_path() / copyName}) std::ofstream(path) << "{" << text;
+}
+
+std::string contentOf(const fs::path& file) {
+    std::stringstream content;
+    content << std::ifstream(file).rdbuf();
+    return content.str();
 }
 
 void laySettings(const fs::path& home, const std::string& text) {
@@ -175,13 +151,11 @@ void layNotes(const fs::path& home, const std::string& text) {
     lay(home / "Morvex/notes-from-iphone.json", text);
 }
 
-/// Whether the words of the damaged file are still there, under whatever name.
+/// Whether the damaged file is still there as it was, under whatever name.
 std::string whatIsLeft(const fs::path& home) {
-    for (const auto& entry : fs::directory_iterator(home / "Morvex")) {
-        std::stringstream content;
-        content << std::ifstream(entry.path()).rdbuf();
-        if (content.str().starts_with("{old") && content.str().size() >= 14) return "kept";
-    }
+    const auto copy = contentOf(home / "Morvex" / copyName);
+    for (const auto& entry : fs::directory_iterator(home / "Morvex"))
+        if (entry.path().filename() != copyName && contentOf(entry.path()) == copy) return "kept";
     return "lost";
 }
 
@@ -208,7 +182,7 @@ Texts lookForNotes(const fs::path& home) {
 
 } // namespace
 
-std::vector<SavedFile> savedFiles() {
+std::vector<SavedFile> filesOfTheCompanion() {
     const std::string notesFile = "notes-from-iphone.json";
     return {
         {"settings", layByChange<settings::change>, settings::change, settings::look, {"defaults.json"}},
@@ -232,18 +206,17 @@ std::vector<SavedFile> savedFiles() {
          damaged::laySettings,
          damaged::changeSettings,
          damaged::lookForSettings,
-         {"defaults.json", "defaults.json.damaged", "defaults.json.damaged-2"}},
+         {"defaults.json", "defaults.json.damaged", "defaults.json.damaged-2", damaged::copyName}},
         {"a note over damaged ones",
          damaged::layNotes,
          notes::change,
          damaged::lookForNotes,
-         {notesFile, notesFile + ".damaged", notesFile + ".damaged-2"}},
+         {notesFile, notesFile + ".damaged", notesFile + ".damaged-2", damaged::copyName}},
         {"a summary",
          layByChange<summaries::change>,
          summaries::change,
          summaries::look,
          {"summaries-from-iphone.json"}},
-        {"a note on the phone", layByChange<phone::change>, phone::change, phone::look, {"records.json"}},
         {"a task", layByChange<tasks::change>, tasks::change, tasks::look, {"agent-tasks.json"}},
         {"the first task", layNothing, tasks::change, tasks::look, {"agent-tasks.json"}},
     };

@@ -1,5 +1,10 @@
 #pragma once
 
+#include "platform/memory/ManualClock.h"
+#include "platform/memory/ScriptedRandom.h"
+#include "platform/memory/ScriptedUrlOpener.h"
+#include "shared/base/Require.h"
+
 #include <cstddef>
 #include <filesystem>
 #include <functional>
@@ -8,7 +13,7 @@
 
 namespace morvex {
 
-/// A file of this program that holds what a user would miss.
+/// A file of these programs that holds what a user would miss.
 struct SavedFile {
     std::string what;
     /// What the user has beforehand, `text` in it.
@@ -21,8 +26,26 @@ struct SavedFile {
     std::vector<std::string> names;
     /// Bytes of the largest text that the file takes.
     std::size_t largest = 10'000'000;
+    /// Whether an interrupted call is made again.
+    bool isPatient = true;
 };
 
-std::vector<SavedFile> savedFiles();
+std::vector<SavedFile> filesOfTheCompanion();
+/// And of the system adapters.
+std::vector<SavedFile> filesOfPhoneAndRelay();
+
+inline void layNothing(const std::filesystem::path&, const std::string&) {}
+
+/// Lays by a change that nothing disturbs.
+template <auto change> void layByChange(const std::filesystem::path& home, const std::string& text) {
+    vyzaduj(change(home, text)(), "nothing could be laid");
+}
+
+/// What the stores of records need besides their file. A copy is as good.
+struct Surroundings {
+    ManualClock clock;
+    ScriptedRandom random;
+    ScriptedUrlOpener opener;
+};
 
 } // namespace morvex

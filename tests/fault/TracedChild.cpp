@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
+#include <fcntl.h>
 #include <sys/ptrace.h>
 #include <sys/syscall.h>
 #include <sys/user.h>
@@ -26,18 +27,27 @@ constexpr std::uint64_t noCall = ~std::uint64_t{0};
 constexpr std::array<long, 9> callsForMemory = {SYS_brk,      SYS_mmap,           SYS_munmap,
                                                 SYS_mprotect, SYS_mremap,         SYS_madvise,
                                                 SYS_futex,    SYS_rt_sigprocmask, SYS_getrandom};
-constexpr std::array<long, 7> callsForRoom = {SYS_write, SYS_pwrite64, SYS_openat, SYS_mkdir,
-                                              SYS_fsync, SYS_rename,   SYS_link};
+constexpr std::array<long, 10> callsForRoom = {SYS_write, SYS_pwrite64,  SYS_openat,    SYS_mkdir,
+                                               SYS_fsync, SYS_fdatasync, SYS_ftruncate, SYS_rename,
+                                               SYS_link,  SYS_renameat2};
+/// Opening changes something only when it makes or empties a file.
+constexpr std::array<long, 13> changingCalls = {
+    SYS_write,  SYS_pwrite64, SYS_mkdir, SYS_rename, SYS_renameat2, SYS_link,     SYS_linkat,
+    SYS_unlink, SYS_unlinkat, SYS_rmdir, SYS_fchmod, SYS_chmod,     SYS_ftruncate};
 
 bool contains(const auto& calls, std::uint64_t call) {
     return std::ranges::find(calls, static_cast<long>(call)) != calls.end();
 }
 
+/// No status with which a library ends a program.
+constexpr int exitOfYes = 91;
+constexpr int exitOfNo = 90;
+
 [[noreturn]] void runChild(const std::function<std::function<bool()>()>& prepare) {
     auto work = prepare();
     if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) ::_exit(100);
     ::raise(SIGSTOP);
-    ::_exit(work() ? 1 : 0);
+    ::_exit(work() ? exitOfYes : exitOfNo);
 }
 
 /// The traced side of one run, from the parent.
@@ -49,16 +59,18 @@ class Tracer {
         int status = wait();
         vyzaduj(WIFSTOPPED(status) && WSTOPSIG(status) == SIGSTOP, "the child cannot be traced");
         ask(PTRACE_SETOPTIONS, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
-        for (;;) {
+        for (long signal = 0;;) {
             // A child that was killed at its stop cannot be told to go on.
-            ::ptrace(PTRACE_SYSCALL, child_, nullptr, nullptr);
+            ::ptrace(PTRACE_SYSCALL, child_, nullptr, signal);
             status = wait();
             if (WIFSIGNALED(status)) return end_;
             if (WIFEXITED(status)) {
-                end_.answer = WEXITSTATUS(status) == 1;
+                const int exit = WEXITSTATUS(status);
+                if (exit == exitOfYes || exit == exitOfNo) end_.answer = exit == exitOfYes;
                 return end_;
             }
-            if (WSTOPSIG(status) == callStop) std::exchange(isInside_, !isInside_) ? leave() : enter();
+            signal = WSTOPSIG(status) == callStop ? 0 : WSTOPSIG(status);
+            if (signal == 0) std::exchange(isInside_, !isInside_) ? leave() : enter();
         }
     }
 
@@ -84,22 +96,19 @@ class Tracer {
     void enter() {
         auto call = get(offsetof(user_regs_struct, orig_rax));
         if (call == SYS_exit_group) return;
-        isStruck_ = strikes(call, end_.calls++);
+        isStruck_ = strikes(call);
         if (!isStruck_) return;
         end_.struck = true;
         switch (fault_.kind) {
-        case Kind::killedBefore:
-            set(offsetof(user_regs_struct, orig_rax), noCall);
-            kill();
-            break;
         case Kind::fails:
-        case Kind::failsFromThen:
+        case Kind::diskFull:
+        case Kind::diskBroken:
             set(offsetof(user_regs_struct, orig_rax), noCall);
             break;
         case Kind::writesHalf:
             set(offsetof(user_regs_struct, rdx), get(offsetof(user_regs_struct, rdx)) / 2);
             break;
-        case Kind::killedAfter:
+        case Kind::killed:
         case Kind::none:
             break;
         }
@@ -107,33 +116,45 @@ class Tracer {
 
     void leave() {
         if (!std::exchange(isStruck_, false)) return;
-        if (fault_.kind == Kind::killedAfter) kill();
-        if (fault_.kind == Kind::fails || fault_.kind == Kind::failsFromThen)
+        if (fault_.kind == Kind::killed)
+            ::kill(child_, SIGKILL);
+        else if (fault_.kind != Kind::writesHalf)
             set(offsetof(user_regs_struct, rax), static_cast<std::uint64_t>(-fault_.code));
     }
 
-    [[nodiscard]] bool strikes(std::uint64_t call, std::size_t number) const {
+    [[nodiscard]] bool strikes(std::uint64_t call) {
+        if (!isOfSort(call)) return false;
+        const auto number = seen_++;
+        const bool isForGood = fault_.kind == Kind::diskFull || fault_.kind == Kind::diskBroken;
+        return isForGood ? number >= fault_.at : number == fault_.at;
+    }
+
+    /// Whether the fault could strike this call.
+    [[nodiscard]] bool isOfSort(std::uint64_t call) const {
         switch (fault_.kind) {
         case Kind::none:
             return false;
-        case Kind::killedBefore:
-        case Kind::killedAfter:
-            return number == fault_.at;
+        case Kind::killed:
+            return contains(changingCalls, call) || (call == SYS_openat && isMakingFiles());
         case Kind::fails:
-            return number == fault_.at && !contains(callsForMemory, call);
-        case Kind::failsFromThen:
-            return number >= fault_.at && contains(callsForRoom, call);
+        case Kind::diskBroken:
+            return !contains(callsForMemory, call);
+        case Kind::diskFull:
+            return contains(callsForRoom, call);
         case Kind::writesHalf:
-            return number == fault_.at && call == SYS_write;
+            return call == SYS_write || call == SYS_pwrite64;
         }
         return false;
     }
 
-    void kill() const { ::kill(child_, SIGKILL); }
+    [[nodiscard]] bool isMakingFiles() const {
+        return (get(offsetof(user_regs_struct, rdx)) & (O_CREAT | O_TRUNC)) != 0;
+    }
 
     pid_t child_;
     SystemFault fault_;
     TracedEnd end_;
+    std::size_t seen_ = 0; ///< calls of the fault's sort
     bool isInside_ = false;
     bool isStruck_ = false;
 };

@@ -8,29 +8,29 @@ namespace morvex {
 
 /// What goes wrong at one system call of a child.
 struct SystemFault {
+    /// Each strikes among calls of one sort, so that no two faults are the same in another place.
     enum class Kind {
         none,
-        killedBefore,  ///< the child is killed and the call not made
-        killedAfter,   ///< the child is killed when the call was made
-        fails,         ///< the call is not made and gives `code`
-        failsFromThen, ///< likewise this call and all later ones that could need room on the disk
-        writesHalf,    ///< a write takes half of its bytes
+        killed,     ///< when a call was made that changes what is on the disk
+        fails,      ///< a call on files is not made and gives `code`
+        diskFull,   ///< likewise a call that could need room on the disk, and all later ones
+        diskBroken, ///< likewise a call on files, and all later ones
+        writesHalf, ///< a write takes half of its bytes
     };
 
     Kind kind = Kind::none;
-    std::size_t at = 0; ///< the call, counted from 0
+    std::size_t at = 0; ///< the call among those of its sort, counted from 0
     int code = 0;
 };
 
 /// How a child with a fault has ended.
 struct TracedEnd {
-    std::optional<bool> answer; ///< of the work; nothing when the child was killed
-    std::size_t calls = 0;      ///< the system calls of the work that were begun
+    std::optional<bool> answer; ///< of the work; nothing when the child ended before it had one
     bool struck = false;        ///< whether there was a call for the fault
 };
 
-/// Runs `prepare` in a copy of this process and then, with the fault, the work that it gives. Faults other
-/// than the killing ones strike only calls on files, never those for memory. Linux on x86-64.
+/// Runs `prepare` in a copy of this process and then, with the fault, the work that it gives. Calls for
+/// memory and locks of threads are no calls on files. Linux on x86-64.
 TracedEnd runTraced(const std::function<std::function<bool()>()>& prepare, SystemFault fault);
 
 } // namespace morvex

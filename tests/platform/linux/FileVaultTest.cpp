@@ -170,6 +170,12 @@ TEST_F(FileVaultTest, KnowsWhetherAnythingIsStored) {
     EXPECT_TRUE(vault_.hasItems());
 }
 
+TEST_F(FileVaultTest, WhatCannotBeReadMayHoldItems) {
+    fs::create_directories(root_.parent_path());
+    std::ofstream(root_) << "no folder";
+    EXPECT_TRUE(vault_.hasItems());
+}
+
 TEST_F(FileVaultTest, HasWordsForTheStatusesItKnows) {
     EXPECT_EQ(vault_.text(vaultStatus::itemNotFound), "položka neexistuje");
     EXPECT_EQ(vault_.text(vaultStatus::interactionNotAllowed), "trezor je zamčený");
