@@ -40,6 +40,9 @@ class AttackedCompanion : public testing::Test {
 
     /// Calls a tool as the phone does. The JSON of the answer, empty when the connection ended before.
     std::string call(HostileRelay::Line& line, const std::string& tool, const std::string& argumentsJSON);
+    /// What became of all that was sent on this line: whether the companion still serves it, after everything
+    /// before has been judged. False when the companion has ended the connection.
+    bool isServed(HostileRelay::Line& line);
     /// The next answer to a call of the phone.
     std::string nextAnswer(HostileRelay::Line& line);
     /// The answers to a call of `mac.status` and to all calls before it.
@@ -49,6 +52,8 @@ class AttackedCompanion : public testing::Test {
 
     /// What the companion shows its user as the trouble.
     std::string trouble();
+    /// Takes away what it shows.
+    void forgetTrouble();
 
     TemporaryFolder temporary;
     HostileRelay relay;
@@ -60,8 +65,12 @@ class AttackedCompanion : public testing::Test {
     std::unique_ptr<MemoryMeter> memory;
     /// The files that calls of the phone have written and no others.
     std::set<std::string> written;
-    /// What the attack was about, for the line that is told.
+
+    /// For the line that is told: how many attacks it were, and what the test has counted.
     std::size_t tries = 1;
+    std::string counted = "nothing gained";
+    /// Challenges that the companion has answered while a test waited for something else.
+    std::size_t signatures = 0;
 
   private:
     PairedPeer peer() const;

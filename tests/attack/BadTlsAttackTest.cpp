@@ -1,8 +1,12 @@
+#include "shared/trust/Parovani.h"
+#include "tests/attack/MemoryMeter.h"
 #include "tests/platform/net/TestAuthority.h"
 #include "tests/platform/net/TestServer.h"
+#include "tests/relay/RunningRelay.h"
 #include "tests/shared-apple/Devices.h"
 #include "tests/support/Effort.h"
 #include "tests/support/RealCompanion.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/ssl/context.hpp>
@@ -12,85 +16,172 @@
 
 #include <array>
 #include <atomic>
+#include <fstream>
+#include <functional>
 #include <string>
+#include <thread>
+#include <vector>
 
 namespace morvex {
 namespace {
 
 using namespace std::chrono_literals;
+using Socket = TestServer::Socket;
 namespace ssl = boost::asio::ssl;
 
-/// Somebody on the way to a relay whose address is https, without a certificate that the system trusts.
+/// What somebody on the way does with a connection to a relay whose address is https.
+struct Fault {
+    const char* what;
+    std::function<void(Socket&)> play;
+};
+
+/// Carries what one says to the other until it has ended.
+void carry(Socket& from, Socket& to) {
+    std::array<char, 4096> buffer{};
+    boost::system::error_code error;
+    while (!error) {
+        const auto count = from.read_some(boost::asio::buffer(buffer), error);
+        if (!error) boost::asio::write(to, boost::asio::buffer(buffer.data(), count), error);
+    }
+    to.shutdown(Socket::shutdown_both, error);
+}
+
+/// Somebody on the way to a relay of real TLS, whose authority the companion trusts. He puts himself in its
+/// place, and at the end lets the connections through.
 class BadTls : public testing::Test {
   protected:
-    /// Plays a server of TLS with a certificate of its own making. What it is told then it must not be told.
-    void playOwnAuthority(TestServer::Socket& socket) {
-        const auto made = TestAuthority().issue("IP:127.0.0.1");
-        ssl::context context(ssl::context::tls_server);
-        context.use_certificate_chain(boost::asio::buffer(made.certificate));
-        context.use_private_key(boost::asio::buffer(made.key), ssl::context::pem);
-        ssl::stream<TestServer::Socket&> stream(socket, context);
-        boost::system::error_code error;
-        stream.handshake(ssl::stream_base::server, error);
-        std::array<char, 1> byte{};
-        if (!error) told += stream.read_some(boost::asio::buffer(byte), error);
+    BadTls() {
+        for (const auto& [name, text] :
+             {std::pair{"certificate", genuine_.certificate}, {"key", genuine_.key}})
+            std::ofstream(folder_.path() / name) << text;
+    }
+
+    /// A companion and a phone that are a pair at the relay.
+    PairedPeer pairAtRelay(const DeviceIdentity& mac) {
+        auto peer = test::remembered(*test::newIdentity(), DeviceRole::phone);
+        peer.relayURL = address();
+        const auto until = dateFromSeconds(4'000'000'000);
+        EXPECT_TRUE(
+            store_.create(peer.pairID, {mac.deviceID(), mac.signingKey(), DeviceRole::mac}, {}, until));
+        EXPECT_TRUE(store_.join(peer.pairID, {peer.deviceID, peer.podpisovyKlic, DeviceRole::phone}));
+        return peer;
+    }
+
+    void openRelay() {
+        RelayOptions options;
+        options.tls = {folder_.path() / "certificate", folder_.path() / "key"};
+        relay_ = std::make_unique<RunningRelay>(RunningRelay::quickLimits(), std::move(store_), options);
+    }
+
+    [[nodiscard]] std::string address() const { return "https://" + server.authority(); }
+
+    /// A server of TLS that holds a certificate. What it is told then it must not be told.
+    std::function<void(Socket&)> holding(TestAuthority::Identity identity,
+                                         ssl::context::method method = ssl::context::tls_server) {
+        return [this, identity = std::move(identity), method](Socket& socket) {
+            ssl::context context(method);
+            if (method != ssl::context::tls_server) SSL_CTX_set_security_level(context.native_handle(), 0);
+            context.use_certificate_chain(boost::asio::buffer(identity.certificate));
+            context.use_private_key(boost::asio::buffer(identity.key), ssl::context::pem);
+            ssl::stream<Socket&> stream(socket, context);
+            boost::system::error_code error;
+            stream.handshake(ssl::stream_base::server, error);
+            std::array<char, 1> byte{};
+            if (!error) told += stream.read_some(boost::asio::buffer(byte), error);
+        };
     }
 
     /// Answers the first bytes of a handshake with something else.
-    static void playBytes(TestServer::Socket& socket, const std::string& bytes) {
-        std::array<char, 1> byte{};
-        boost::system::error_code error;
-        socket.read_some(boost::asio::buffer(byte), error);
-        boost::asio::write(socket, boost::asio::buffer(bytes), error);
-        while (!error) socket.read_some(boost::asio::buffer(byte), error);
+    static std::function<void(Socket&)> saying(std::string bytes) {
+        return [bytes = std::move(bytes)](Socket& socket) {
+            std::array<char, 1> byte{};
+            boost::system::error_code error;
+            socket.read_some(boost::asio::buffer(byte), error);
+            boost::asio::write(socket, boost::asio::buffer(bytes), error);
+            while (!error) socket.read_some(boost::asio::buffer(byte), error);
+        };
     }
 
-    void play(TestServer::Socket& socket) {
-        switch (connections_++ % 4) {
-        case 0:
-            return playOwnAuthority(socket);
-        case 1:
-            return playBytes(socket, "HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}");
-        case 2:
-            return playBytes(socket, std::string("\x15\x03\x03\x00\x02\x02\x28", 7));
-        default:
-            return playBytes(socket, std::string("\x16\x03\x03\xff\xff", 5) + std::string(70'000, 'x'));
-        }
-    }
-
+    TestAuthority authority;
+    const std::vector<Fault> faults{
+        {"an unknown authority", holding(TestAuthority().issue("IP:127.0.0.1"))},
+        {"nobody's signature", holding(TestAuthority::issueToItself("IP:127.0.0.1"))},
+        {"a certificate of yesterday", holding(authority.issue("IP:127.0.0.1", {-48h, -1h}))},
+        {"a certificate of tomorrow", holding(authority.issue("IP:127.0.0.1", {1h, 48h}))},
+        {"another address", holding(authority.issue("IP:127.0.0.2"))},
+        {"a name", holding(authority.issue("DNS:localhost,DNS:relay.example"))},
+        {"TLS 1.1", holding(authority.issue("IP:127.0.0.1"), ssl::context::tlsv11_server)},
+        {"HTTP", saying("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}")},
+        {"an alert", saying(std::string("\x15\x03\x03\x00\x02\x02\x28", 7))},
+        {"a record too long", saying(std::string("\x16\x03\x03\xff\xff", 5) + std::string(70'000, 'x'))},
+    };
     std::atomic<std::size_t> told = 0;
-    TestServer server{[this](TestServer::Socket& socket) { play(socket); }};
+    std::atomic<bool> isHonest = false;
 
   private:
-    std::size_t connections_ = 0;
+    void play(Socket& socket) {
+        if (!isHonest) return faults[faulty_++ % faults.size()].play(socket);
+        Socket relay(socket.get_executor());
+        relay.connect({boost::asio::ip::address_v4::loopback(), relay_->port()});
+        std::thread back([&] { carry(relay, socket); });
+        carry(socket, relay);
+        back.join();
+    }
+
+    const TestAuthority::Identity genuine_ = authority.issue("IP:127.0.0.1");
+    TemporaryFolder folder_;
+    PairStore store_ = RunningRelay::memoryStore();
+    std::unique_ptr<RunningRelay> relay_;
+    std::size_t faulty_ = 0;
+
+  protected:
+    TestServer server{[this](Socket& socket) { play(socket); }};
 };
 
 TEST_F(BadTls, APairingTellsItNothing) {
-    RealCompanion mac("https://" + server.authority());
+    openRelay();
+    RealCompanion mac(address(), authority.certificate());
+    const MemoryMeter memory;
     auto& state = mac.companion().stav().parovani;
-    for (int attempt = 0; attempt < 4; ++attempt) {
+    for (const auto& fault : faults) {
         mac.on([&] { mac.companion().parovani().zacitParovani(); });
         mac.until([&state] { return !state.value().as<StavParovani::Zakladam>(); });
-        EXPECT_TRUE(mac.on([&state] { return state.value().as<StavParovani::Chyba>() != nullptr; }));
+        EXPECT_TRUE(mac.on([&state] { return state.value().as<StavParovani::Chyba>() != nullptr; }))
+            << fault.what;
     }
-    EXPECT_EQ(server.connections(), 4);
+    EXPECT_EQ(server.connections(), std::ssize(faults)) << "nothing is tried again";
     EXPECT_EQ(told, 0U);
-    tell("bad TLS at a pairing", 4, "all refused in words, nothing told");
+    isHonest = true;
+    EXPECT_TRUE(Parovani::bundleOf(mac.qr()));
+    tell("bad TLS at a pairing", faults.size(),
+         "all refused in words, nothing told, recovered, " + expectLittleMemory(memory));
 }
 
 TEST_F(BadTls, TheLinkTellsItNothingAndTriesAgain) {
-    auto identity = test::newIdentity();
-    auto peer = test::remembered(*test::newIdentity(), DeviceRole::phone);
-    peer.relayURL = "https://" + server.authority();
-    RealCompanion mac(identity, peer);
-    for (int passed = 0; passed < 2000 && server.connections() < 8; ++passed) {
+    const auto identity = test::newIdentity();
+    const auto peer = pairAtRelay(*identity);
+    openRelay();
+    RealCompanion mac(identity, peer, "/nonexistent", authority.certificate());
+    const MemoryMeter memory;
+    const auto attacks = std::ssize(faults);
+    for (int passed = 0; passed < 2000 && server.connections() < attacks; ++passed) {
         mac.pass(31s);
         std::this_thread::sleep_for(5ms);
     }
-    EXPECT_GE(server.connections(), 8);
+    EXPECT_GE(server.connections(), attacks);
     EXPECT_EQ(told, 0U);
+    isHonest = true;
+    const auto isLoggedIn = [&] {
+        return mac.companion().stav().dostupnost.value().as<MacAvailability::Offline>() != nullptr;
+    };
+    for (int passed = 0; passed < 2000 && !mac.on(isLoggedIn); ++passed) {
+        mac.pass(31s);
+        std::this_thread::sleep_for(5ms);
+    }
+    EXPECT_TRUE(mac.on(isLoggedIn));
     EXPECT_EQ(mac.storedPeer(), peer);
-    tell("bad TLS for the link", 8, "all refused, nothing told, tried again");
+    tell("bad TLS for the link", faults.size(),
+         "all refused, nothing told, logged in at the honest one, " + expectLittleMemory(memory));
 }
 
 } // namespace

@@ -18,31 +18,31 @@ constexpr std::size_t mebibyte = 1024 * 1024;
 /// A relay that sends more than anybody can want.
 class FloodAttack : public AttackedCompanion {
   protected:
-    /// Sends `tries` frames while the companion's main thread does something else. A companion that holds
+    /// Sends so many frames while the companion's main thread does something else. A companion that holds
     /// back stops the sender, which then has sent enough.
-    template <class Send> void floodWhileBusy(HostileRelay::Line& line, Send send) {
+    template <class Send> void floodWhileBusy(HostileRelay::Line& line, std::size_t most, Send send) {
         std::promise<void> mayGoOn;
         std::thread busy([&] { mac->on([&] { mayGoOn.get_future().wait(); }); });
-        flood(line, send);
+        flood(line, most, send);
         mayGoOn.set_value();
         busy.join();
     }
 
-    /// Ends with the connection cut, and `tries` what the companion let itself be sent.
-    template <class Send> void flood(HostileRelay::Line& line, Send send) {
+    /// Ends with the connection cut.
+    template <class Send> void flood(HostileRelay::Line& line, std::size_t most, Send send) {
         std::atomic<std::size_t> sent = 0;
         std::thread sender([&] {
-            for (; sent < tries; ++sent) send();
+            for (; sent < most; ++sent) send();
         });
-        std::size_t before = tries;
-        for (int idle = 0; sent < tries && idle < 20; idle = before == sent ? idle + 1 : 0) {
+        std::size_t before = most;
+        for (int idle = 0; sent < most && idle < 20; idle = before == sent ? idle + 1 : 0) {
             before = sent;
             std::this_thread::sleep_for(50ms);
         }
         const std::size_t taken = sent;
         line.cut();
         sender.join();
-        tries = taken;
+        counted = std::to_string(taken) + " of " + std::to_string(most) + " sent before it held back";
     }
 };
 
@@ -68,22 +68,19 @@ TEST_F(FloodAttack, LongTextsForABusyWindowWait) {
     auto line = secure();
     const auto frame =
         encode(RelayMessage{RelayMessage::Failure{RelayFailure::malformed, std::string(mebibyte, 'x')}});
-    tries = cases(64, 1024);
-    floodWhileBusy(*line, [&] { line->send(frame); });
+    floodWhileBusy(*line, cases(64, 1024), [&] { line->send(frame); });
 }
 
 TEST_F(FloodAttack, ThePeerComesAndGoesWhileTheRelayReadsNothing) {
     auto line = secure();
     const auto here = encode(RelayMessage{RelayMessage::PeerOnline{true}});
-    tries = cases(20'000, 500'000);
-    floodWhileBusy(*line, [&] { line->send(here); });
+    floodWhileBusy(*line, cases(20'000, 500'000), [&] { line->send(here); });
 }
 
 TEST_F(FloodAttack, ThePeerGoesForABusyWindow) {
     auto line = secure();
     const auto gone = encode(RelayMessage{RelayMessage::PeerOnline{false}});
-    tries = cases(20'000, 500'000);
-    floodWhileBusy(*line, [&] { line->send(gone); });
+    floodWhileBusy(*line, cases(20'000, 500'000), [&] { line->send(gone); });
 }
 
 TEST_F(FloodAttack, PingsWhosePongsNobodyReads) {
@@ -93,15 +90,13 @@ TEST_F(FloodAttack, PingsWhosePongsNobodyReads) {
         for (int i = 0; i < 1000; ++i) text += std::string("\x89\x01x", 3);
         return text;
     }();
-    tries = cases(300, 10'000);
-    flood(*line, [&] { line->sendRaw(pings); });
+    flood(*line, cases(300, 10'000), [&] { line->sendRaw(pings); });
 }
 
 TEST_F(FloodAttack, HellosThatNobodySigned) {
     auto line = logIn();
     const auto frame = encode(RelayMessage{RelayMessage::Forward{phone.keyExchangeWith("ne")}});
-    tries = cases(20'000, 500'000);
-    flood(*line, [&] { line->send(frame); });
+    flood(*line, cases(20'000, 500'000), [&] { line->send(frame); });
 }
 
 TEST_F(FloodAttack, MoreOldHellosThanAKeyMeets) {
@@ -109,7 +104,7 @@ TEST_F(FloodAttack, MoreOldHellosThanAKeyMeets) {
     for (int i = 0; i < 1500; ++i) recorded.push_back(phone.newHello());
     auto line = secure();
     for (const auto& hello : recorded) forward(*line, hello);
-    tries = recorded.size();
+    counted = std::to_string(recorded.size()) + " hellos";
     forward(*line, writeOf("a.txt"));
     // Each new session is greeted with a status, which somebody has to read.
     for (int i = 0; i < 1000; ++i) EXPECT_TRUE(line->receive());
@@ -134,8 +129,9 @@ TEST_F(FloodAttack, FramesThatAreAllValues) {
 TEST_F(FloodAttack, EnvelopesOfTheLargestSize) {
     auto line = logIn();
     auto envelope = phone.keyExchangeWith(std::string(WebSocketClient::messageLimit / 16 * 9, 'x'));
-    tries = 8;
-    for (std::size_t i = 0; i < tries; ++i) forward(*line, envelope);
+    constexpr int envelopes = 8;
+    for (int i = 0; i < envelopes; ++i) forward(*line, envelope);
+    counted = std::to_string(envelopes) + " envelopes";
     line->say(RelayMessage::PeerOnline{true});
     EXPECT_TRUE(line->receive());
 }

@@ -3,11 +3,16 @@
 #include "shared/wire/RelayMessage.h"
 #include "tests/attack/Changes.h"
 #include "tests/attack/JsonTable.h"
+#include "tests/attack/MemoryMeter.h"
 #include "tests/support/Effort.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <chrono>
+#include <cmath>
 #include <optional>
+#include <string>
 
 namespace morvex {
 namespace {
@@ -28,6 +33,28 @@ std::string shown(const Wanted& outcome) {
     return std::get<std::string>(outcome).substr(0, 200);
 }
 
+/// What the dearest row of a table cost.
+class Cost {
+  public:
+    /// The memory of a text is bounded by its length, whatever it says.
+    void include(const JsonRow& row, const MemoryMeter& memory, std::chrono::nanoseconds time) {
+        slowest_ = std::max(slowest_, std::chrono::duration_cast<std::chrono::milliseconds>(time));
+        const auto grown = memory.peakGrowthInMebibytes();
+        if (!grown) return;
+        most_ = std::max(most_, *grown);
+        EXPECT_LT(*grown, 8 + 5 * static_cast<double>(row.text.size()) / (1024 * 1024)) << row.what;
+    }
+
+    [[nodiscard]] std::string text() const {
+        return "at most " + std::to_string(static_cast<int>(std::ceil(most_))) + " MiB and " +
+               std::to_string(slowest_.count()) + " ms";
+    }
+
+  private:
+    double most_ = 0;
+    std::chrono::milliseconds slowest_{};
+};
+
 struct Group {
     const char* name;
     std::vector<JsonRow> (*rows)();
@@ -41,14 +68,18 @@ class JsonAttack : public testing::TestWithParam<Group> {};
 
 TEST_P(JsonAttack, EveryRowEndsAsTheTableSays) {
     const auto rows = GetParam().rows();
+    Cost worst;
     for (const auto& row : rows) {
+        const MemoryMeter memory;
+        const auto start = std::chrono::steady_clock::now();
         const auto outcome = outcomeOf(row.text);
+        worst.include(row, memory, std::chrono::steady_clock::now() - start);
         EXPECT_TRUE(outcome == row.wanted) << row.what << ": " << shown(outcome);
         // What is written is read again as the same.
         if (const auto* written = std::get_if<std::string>(&outcome))
             EXPECT_TRUE(outcomeOf(*written) == outcome) << row.what;
     }
-    tell(std::string("JSON ") + GetParam().name, rows.size(), "each as the table says");
+    tell(std::string("JSON ") + GetParam().name, rows.size(), "each as the table says, " + worst.text());
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, JsonAttack,

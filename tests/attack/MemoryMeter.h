@@ -1,5 +1,7 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <cstddef>
 #include <fstream>
 #include <malloc.h>
@@ -42,5 +44,15 @@ class MemoryMeter {
 
     std::optional<std::size_t> before_;
 };
+
+/// Expects of an attack that it costs little memory. How much it was, for the line that is told.
+inline std::string expectLittleMemory(const MemoryMeter& memory) {
+    constexpr double mostGrowth = 32;
+    const auto growth = memory.peakGrowthInMebibytes();
+    if (!growth) return "memory not measured";
+    EXPECT_LT(*growth, mostGrowth) << "MiB";
+    const auto text = std::to_string(*growth);
+    return text.substr(0, text.find('.') + 2) + " MiB more";
+}
 
 } // namespace morvex

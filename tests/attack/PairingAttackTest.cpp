@@ -1,4 +1,5 @@
 #include "shared/trust/SessionHandshake.h"
+#include "tests/attack/MemoryMeter.h"
 #include "tests/shared/trust/TrustSupport.h"
 #include "tests/support/Effort.h"
 #include "tests/support/PairingHarness.h"
@@ -23,7 +24,7 @@ class PairingAttack : public PairingHarness {
         EXPECT_FALSE(store.held.nactiProtejsek().value()) << "a stranger was kept";
         expectRecovery();
         tell(testing::UnitTest::GetInstance()->current_test_info()->name(), tries,
-             "nobody paired, recovered");
+             counted + ", recovered, " + expectLittleMemory(memory));
     }
 
     /// The phone tries again and the user agrees to its number.
@@ -66,6 +67,8 @@ class PairingAttack : public PairingHarness {
     const std::string illegible = "Telefon poslal nekompatibilní párovací zprávu: ";
     const DeviceIdentity stranger = DeviceIdentity::generate();
     std::size_t tries = 1;
+    std::string counted = "nobody paired";
+    const MemoryMeter memory;
 };
 
 TEST_F(PairingAttack, AHelloOfTheRelaysOwnShowsAnotherNumber) {
@@ -197,12 +200,13 @@ TEST_F(PairingAttack, EnvelopesForSomethingElseAreNotHeard) {
 }
 
 TEST_F(PairingAttack, AFloodOfHellosLeavesTheLastNumberAlone) {
-    tries = cases(500, 20'000);
-    for (std::size_t i = 0; i < tries; ++i)
+    const auto hellos = cases(500, 20'000);
+    for (std::size_t i = 0; i < hellos; ++i)
         sendHello(Parovani::makeHello(i % 2 == 0 ? stranger : phone.identity, phone.pair));
     EXPECT_EQ(shownNumber(), number());
     flow().odmitnoutCislo();
     executor.runUntilIdle();
+    counted = std::to_string(hellos) + " hellos, nobody paired";
 }
 
 TEST_F(PairingAttack, TheRelayIsNotToldWhatItWouldNeedToFindAFittingNumber) {

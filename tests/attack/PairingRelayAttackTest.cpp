@@ -14,6 +14,7 @@
 #include <functional>
 #include <string>
 #include <vector>
+#include <zlib.h>
 
 namespace morvex {
 namespace {
@@ -52,6 +53,27 @@ std::function<void(Socket&)> raw(std::string bytes) {
     return [=](Socket& socket) { write(socket, bytes); };
 }
 
+/// So many zeros as a gzip file (RFC 1952), a thousandth of them long.
+std::string packedZeros(std::size_t count) {
+    const std::string zeros(mebibyte, '\0');
+    std::string packed(count / 512, '\0');
+    z_stream stream{};
+    constexpr int gzip = 16;
+    vyzaduj(deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, MAX_WBITS + gzip, MAX_MEM_LEVEL,
+                         Z_DEFAULT_STRATEGY) == Z_OK,
+            "zlib does not start");
+    stream.next_out = reinterpret_cast<Bytef*>(packed.data());
+    stream.avail_out = static_cast<uInt>(packed.size());
+    for (std::size_t done = 0; done < count; done += zeros.size()) {
+        stream.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(zeros.data()));
+        stream.avail_in = static_cast<uInt>(zeros.size());
+        deflate(&stream, done + zeros.size() < count ? Z_NO_FLUSH : Z_FINISH);
+    }
+    packed.resize(stream.total_out);
+    deflateEnd(&stream);
+    return packed;
+}
+
 /// A companion that pairs at a relay of the test, over the real network.
 class PairingRelayAttack : public testing::Test {
   protected:
@@ -88,15 +110,19 @@ class PairingRelayAttack : public testing::Test {
     }
 
     void tryAll(const std::string& what, const std::vector<Answer>& answers) {
-        MemoryMeter memory;
         for (const auto& answer : answers) expectRefused(answer);
-        if (const auto growth = memory.peakGrowthInMebibytes()) EXPECT_LT(*growth, 32);
+        end(what, answers.size(), "all refused in words");
+    }
+
+    /// The end of every test: the companion pairs with an honest relay, and all of it took little memory.
+    void end(const std::string& what, std::size_t attacks, const std::string& outcome) {
         expectRecovery();
-        tell(what, answers.size(), "all refused in words, recovered");
+        tell(what, attacks, outcome + ", recovered, " + expectLittleMemory(memory));
     }
 
     HostileRelay relay;
     RealCompanion mac{relay.address()};
+    const MemoryMeter memory;
 };
 
 TEST_F(PairingRelayAttack, RepliesThatAreNoPairMakeNone) {
@@ -178,25 +204,39 @@ TEST_F(PairingRelayAttack, RepliesWithoutEndAreCut) {
                 }},
                {"a first line without end",
                 [&](Socket& socket) { writeWithoutEnd(socket, "HTTP/1.1 200 ", piece); }},
-               {"a bomb that is packed",
-                body(200, std::string("\x1f\x8b\x08\x00\x00\x00\x00\x00", 8) + std::string(1000, 'x'),
-                     "Content-Encoding: gzip\r\n")},
            });
 }
 
-TEST_F(PairingRelayAttack, AReplyOfOneByteAtATimeEndsAtTheLimitOfTheWholeExchange) {
-    relay.answerWith([](Socket& socket, const auto&) {
-        for (bool isTaken = write(socket, "HTTP/1.1 200 X\r\n\r\n"); isTaken;) {
-            std::this_thread::sleep_for(5ms);
-            isTaken = write(socket, " ");
-        }
+TEST_F(PairingRelayAttack, ABombThatIsPackedIsNotUnfolded) {
+    const auto bomb = packedZeros(std::size_t{1024} * mebibyte);
+    EXPECT_LT(bomb.size(), HttpRequest{}.replyLimit) << "it would be refused by its length";
+    expectRefused({"a bomb that nobody asked for", body(200, bomb, "Content-Encoding: gzip\r\n")});
+
+    // Nor where somebody asks for packed replies.
+    relay.answerWith([&bomb](Socket& socket, const auto&) {
+        HostileRelay::reply(socket, 200, bomb, "Content-Encoding: gzip\r\n");
     });
     CurlHttpClient client;
     ThreadExecutor caller("caller");
-    HttpRequest request{.url = relay.address(), .timeLimit = 200ms};
-    EXPECT_FALSE(await(caller, client.send(request)));
-    expectRecovery();
-    tell("a reply of one byte at a time", 1, "given up at the limit, recovered");
+    HttpRequest request{.url = relay.address()};
+    request.headers.emplace_back("Accept-Encoding", "gzip");
+    const auto reply = await(caller, client.send(request));
+    ASSERT_TRUE(reply) << reply.error().popis();
+    EXPECT_EQ(reply->body.size(), bomb.size());
+    end("1 GiB of zeros packed into a reply", 2, "left as it is");
+}
+
+TEST_F(PairingRelayAttack, AReplyOfOneByteAtATimeEndsAtTheLimitOfTheWholeExchange) {
+    mac.http().divideLimits(50);
+    expectRefused({"a byte at a time", [](Socket& socket) {
+                       for (bool isTaken = write(socket, "HTTP/1.1 200 X\r\n\r\n"); isTaken;) {
+                           std::this_thread::sleep_for(5ms);
+                           isTaken = write(socket, " ");
+                       }
+                   }});
+    EXPECT_EQ(mac.http().allowed(), 15s);
+    mac.http().divideLimits(1);
+    end("a reply of one byte at a time", 1, "given up at the limit");
 }
 
 TEST_F(PairingRelayAttack, LiesAboutTheLengthAndOtherProtocolsAreFailures) {
@@ -229,8 +269,7 @@ TEST_F(PairingRelayAttack, ARelayWithoutTlsAtAnHttpsAddressIsToldNothing) {
     EXPECT_FALSE(Parovani::bundleOf(shown));
     EXPECT_EQ(relay.requests(), 0) << "no request in the clear";
     mac.on([&] { mac.companion().setRelayAdresa(relay.address()); });
-    expectRecovery();
-    tell("a relay without TLS at an https address", 1, "refused, told nothing, recovered");
+    end("a relay without TLS at an https address", 1, "refused, told nothing");
 }
 
 } // namespace

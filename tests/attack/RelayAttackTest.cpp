@@ -24,51 +24,40 @@ class RelayAttack : public AttackedCompanion {
         line.say(RelayMessage::Challenge{std::move(nonce), ProtocolVersion::current});
     }
 
-    /// Frames of every case but `left`.
-    std::vector<RelayMessage> framesBut(std::size_t left) {
-        std::vector<RelayMessage> frames{
-            {RelayMessage::Challenge{toBytes("výzva"), ProtocolVersion::current}},
-            {RelayMessage::Authenticate{
-                {"PAIR"}, phone.identita->deviceID(), phone.identita->signingKey(), {}}},
-            {RelayMessage::Authenticated{true}},
-            {RelayMessage::PeerOnline{true}},
-            {RelayMessage::Forward{phone.newHello()}},
-            {RelayMessage::Failure{RelayFailure::rateLimited, "Moc rychle."}}};
-        std::erase_if(frames, [left](const RelayMessage& frame) { return frame.value.index() == left; });
-        return frames;
-    }
-
-    /// A genuine call whose envelope the relay has changed as text, in a session of its own.
+    /// Sends a genuine call whose envelope the relay has changed as text, in a session of its own.
     void sendChanged(const std::string& field, const std::string& value) {
         auto line = secure();
         auto frame = encode(RelayMessage{RelayMessage::Forward{writeOf("changed.txt")}});
         const auto start = frame.find('"' + field + "\":") + field.size() + 3;
         const auto quoted = frame[start] == '"' ? 1U : 0U;
         const auto end = frame.find_first_of(quoted ? "\"" : ",}", start + quoted) + quoted;
+        forgetTrouble();
         line->send(frame.replace(start, end - start, value));
-        // Either the frame cannot be read and the connection ends, or the call is refused.
-        line->cut();
         ++tries;
+        // Either the frame cannot be read and the connection ends, or the call is refused and the next
+        // served.
+        const bool isServedOn = isServed(*line);
+        const auto shown = trouble();
+        if (!isServedOn)
+            ++ended_;
+        else if (shown.starts_with("Zprávu nejde ověřit: "))
+            ++refused_;
+        else
+            expectRepeat(field, value, shown);
+        counted = std::to_string(ended_) + " ended the connection, " + std::to_string(refused_) +
+                  " refused in words, " + std::to_string(tries - ended_ - refused_) + " taken for a repeat";
     }
-};
 
-TEST_F(RelayAttack, FramesOutOfTurnLogNobodyIn) {
-    tries = 0;
-    for (auto& frame : framesBut(0)) {
-        auto line = connect();
-        line->send(frame);
-        EXPECT_FALSE(line->receive()) << "nothing is answered";
-        ++tries;
+  private:
+    /// A counter that is not ahead of the last one is a repeat, of which nobody is told.
+    static void expectRepeat(const std::string& field, const std::string& value, const std::string& shown) {
+        EXPECT_EQ(field + value, "counter0") << value << ": " << shown;
+        EXPECT_EQ(shown, "none");
     }
-    for (auto& frame : framesBut(2)) {
-        auto line = connect();
-        challenge(*line);
-        EXPECT_TRUE(line->receive());
-        line->send(frame);
-        EXPECT_FALSE(line->receive()) << "nothing but the one login is sent";
-        ++tries;
-    }
-}
+
+    std::size_t ended_ = 0;
+    std::size_t refused_ = 0;
+};
 
 TEST_F(RelayAttack, ARelayThatSaysNothingIsLeft) {
     for (bool challenges : {false, true}) {
@@ -279,7 +268,7 @@ TEST_F(RelayAttack, ACallInPiecesOfOneByteIsStillOneCall) {
     }
     EXPECT_EQ(answersUntilStatus(*line).size(), 1U);
     written = {"pieces.txt"};
-    tries = frame.size();
+    counted = std::to_string(frame.size()) + " pieces, done once";
 }
 
 TEST_F(RelayAttack, AnythingButAWebSocketIsTriedAgainAndNeverFollowed) {

@@ -10,15 +10,16 @@
 namespace morvex {
 namespace {
 
-/// A link on which everything arrives that a relay makes of a genuine envelope.
+/// A link on which everything arrives that a relay makes of a genuine frame.
 class TamperedSession : public test::SecureLinkFixture {
   protected:
-    /// The events that the envelope causes, when it can be read at all. One that cannot breaks the
-    /// connection.
-    Udalosti arrive(const std::string& envelopeJSON) {
-        auto read = decode<Envelope>(envelopeJSON);
-        if (!read) return {};
-        relay(*std::move(read));
+    static std::string frameOf(Envelope envelope) {
+        return encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});
+    }
+
+    /// A frame arrives as the relay wrote it. The events that it causes.
+    Udalosti arrive(std::string frame) {
+        socket->deliver(std::move(frame));
         return takeEvents();
     }
 
@@ -28,129 +29,181 @@ class TamperedSession : public test::SecureLinkFixture {
         return std::holds_alternative<SecureLink::Pripraveno>(event);
     }
 
-    void expectNoMessage(const std::string& changed) {
-        EXPECT_TRUE(std::ranges::none_of(arrive(changed), isMessage)) << changed;
+    static bool isLoss(const Udalost& event) {
+        const auto* told = std::get_if<SecureLink::Stav>(&event);
+        return told && told->stav.as<MacAvailability::Preruseno>();
     }
 
-    void expectNoSession(const std::string& changed) {
-        EXPECT_TRUE(std::ranges::none_of(arrive(changed), isSession)) << changed;
+    /// The changed frame brings neither a message nor a session, and nothing is sent because of it. Whether
+    /// the connection outlived it: what cannot be read as a frame ends it.
+    bool outlives(const std::string& changed) {
+        const auto sent = socket->sent.size();
+        const auto events = arrive(changed);
+        EXPECT_TRUE(std::ranges::none_of(events, isMessage)) << changed;
+        EXPECT_TRUE(std::ranges::none_of(events, isSession)) << changed;
+        EXPECT_EQ(socket->sent.size(), sent) << changed;
+        const bool isLost = std::ranges::any_of(events, isLoss);
+        ++(isLost ? lost_ : refused_);
+        return !isLost;
     }
 
-    /// Envelopes of three shapes, sealed one after the other.
-    std::vector<std::pair<MacPayload, Envelope>> threeEnvelopes() {
-        std::vector<std::pair<MacPayload, Envelope>> made;
-        for (MacPayload payload :
-             {MacPayload{MacPayload::ToolCall{"mac.files.write", R"({"path":"a.txt","content":"žluť"})"}},
-              MacPayload{MacPayload::ApprovalDecision{"A3F45126-91AE-49CF-A231-8EA42E787339", true, {}}},
-              MacPayload{MacPayload::ToolProgress{""}}})
-            made.emplace_back(payload, phone.seal(payload));
-        return made;
+    void logInAgain() {
+        reconnect(std::chrono::seconds{1});
+        relay(RelayMessage::Authenticated{true});
+        takeEvents();
     }
+
+    /// Tries a change of a genuine message, in a session. Afterwards the genuine one is accepted, or, when
+    /// the connection has ended, one in the next session.
+    void expectRefused(const MacPayload& payload, Envelope genuine, const std::string& changed) {
+        if (!outlives(changed)) {
+            EXPECT_TRUE(hasNoSession()) << changed;
+            logInAgain();
+            exchangeHellos();
+            takeEvents();
+            genuine = phone.seal(payload);
+        }
+        relay(std::move(genuine));
+        EXPECT_EQ(takeEvents(), (Udalosti{zprava(payload)})) << changed;
+    }
+
+    /// Tries a change of the phone's hello, without a session. Afterwards the genuine one is accepted.
+    void expectHelloRefused(Envelope genuine, const std::string& changed) {
+        if (!outlives(changed)) {
+            logInAgain();
+        } else {
+            EXPECT_TRUE(hasNoSession()) << changed;
+        }
+        relay(std::move(genuine));
+        EXPECT_TRUE(std::ranges::any_of(takeEvents(), isSession)) << changed;
+        // A new key of this device, and no session.
+        relay(RelayMessage::PeerOnline{true});
+        takeEvents();
+    }
+
+    void tellRefused(const std::string& what) {
+        tell(what, lost_ + refused_,
+             std::to_string(lost_) + " ended the connection, " + std::to_string(refused_) +
+                 " refused, the genuine one accepted after each");
+    }
+
+    /// Messages of three shapes.
+    const std::vector<MacPayload> payloads{
+        {MacPayload::ToolCall{"mac.files.write", R"({"path":"a.txt","content":"žluť"})"}},
+        {MacPayload::ApprovalDecision{"A3F45126-91AE-49CF-A231-8EA42E787339", true, {}}},
+        {MacPayload::ToolProgress{""}}};
+
+    static constexpr auto sealedFields = {&Envelope::nonce, &Envelope::ciphertext, &Envelope::tag};
+
+  private:
+    std::size_t lost_ = 0;
+    std::size_t refused_ = 0;
 };
 
 TEST_F(TamperedSession, NoBitOfASessionHelloMayChange) {
     logIn();
+    takeEvents();
     const auto genuine = phone.newHello();
-    phone.meet(*identita, sentHellos().back());
-    const auto count =
-        withEveryBitChanged(asText(genuine.ciphertext), [&](const std::string& changed, std::size_t) {
-            auto envelope = genuine;
-            envelope.ciphertext = toBytes(changed);
-            expectNoSession(encode(envelope));
-        });
-    relay(genuine);
-    EXPECT_TRUE(isSecured());
-    tell("bits of a session hello", count, "all refused, the genuine one accepted");
+    withEveryBitChanged(asText(genuine.ciphertext), [&](const std::string& changed, std::size_t) {
+        auto envelope = genuine;
+        envelope.ciphertext = toBytes(changed);
+        expectHelloRefused(genuine, frameOf(std::move(envelope)));
+    });
+    tellRefused("bits of a session hello");
 }
 
 TEST_F(TamperedSession, NoTruncationOfASessionHelloIsAccepted) {
     logIn();
+    takeEvents();
     const auto genuine = phone.newHello();
-    phone.meet(*identita, sentHellos().back());
-    const auto count = withEveryTruncation(asText(genuine.ciphertext), [&](const std::string& shorter) {
+    withEveryTruncation(asText(genuine.ciphertext), [&](const std::string& shorter) {
         auto envelope = genuine;
         envelope.ciphertext = toBytes(shorter);
-        expectNoSession(encode(envelope));
+        expectHelloRefused(genuine, frameOf(std::move(envelope)));
     });
-    relay(genuine);
-    EXPECT_TRUE(isSecured());
-    tell("truncations of a session hello", count, "all refused, the genuine one accepted");
+    withEveryTruncation(frameOf(genuine),
+                        [&](const std::string& shorter) { expectHelloRefused(genuine, shorter); });
+    tellRefused("truncations of a session hello and of its frame");
 }
 
-TEST_F(TamperedSession, OfAHellosEnvelopeOnlyTheKindAndTheSignedHelloCount) {
+TEST_F(TamperedSession, OfAHellosFrameOnlyTheKindAndTheSignedHelloCount) {
     logIn();
+    takeEvents();
     const auto genuine = phone.newHello();
     std::size_t accepted = 0;
-    const auto count = withEveryBitChanged(encode(genuine), [&](const std::string& changed, std::size_t) {
-        const auto read = decode<Envelope>(changed);
-        const bool isSameHello = read && read->ciphertext == genuine.ciphertext && read->kind == genuine.kind;
-        EXPECT_EQ(std::ranges::any_of(arrive(changed), isSession), isSameHello) << changed;
-        if (!isSameHello) return;
+    const auto count = withEveryBitChanged(frameOf(genuine), [&](const std::string& changed, std::size_t) {
+        const auto read = decode<RelayMessage>(changed);
+        const auto* forward = read ? read->as<RelayMessage::Forward>() : nullptr;
+        const bool isSameHello = forward && forward->envelope.ciphertext == genuine.ciphertext &&
+                                 forward->envelope.kind == genuine.kind;
+        if (!isSameHello) return expectHelloRefused(genuine, changed);
         ++accepted;
+        EXPECT_TRUE(std::ranges::any_of(arrive(changed), isSession)) << changed;
         // A new key of this device, which the hello has not met yet.
         relay(RelayMessage::PeerOnline{true});
         takeEvents();
     });
     EXPECT_GT(accepted, 0U);
-    phone.meet(*identita, sentHellos().back());
-    relay(genuine);
-    EXPECT_TRUE(isSecured());
-    tell("bits of a hello's envelope", count,
+    tell("bits of a hello's frame", count,
          std::to_string(accepted) + " in fields that nothing depends on, the others refused");
 }
 
-TEST_F(TamperedSession, NoBitOfThreeEnvelopesMayChange) {
+TEST_F(TamperedSession, NoBitOfTheFramesOfThreeMessagesMayChange) {
     secure();
-    std::size_t count = 0;
-    for (const auto& [payload, genuine] : threeEnvelopes()) {
-        count += withEveryBitChanged(
-            encode(genuine), [&](const std::string& changed, std::size_t) { expectNoMessage(changed); });
-        relay(genuine);
-        EXPECT_EQ(takeEvents(), (Udalosti{zprava(payload)}));
+    for (const auto& payload : payloads) {
+        for (std::size_t bit = 0;; ++bit) {
+            auto genuine = phone.seal(payload);
+            auto changed = frameOf(genuine);
+            if (bit >= 8 * changed.size()) break;
+            changed[bit / 8] =
+                static_cast<char>(static_cast<unsigned char>(changed[bit / 8]) ^ 1U << bit % 8);
+            expectRefused(payload, std::move(genuine), changed);
+        }
     }
     EXPECT_TRUE(isSecured());
-    tell("bits of three envelopes", count, "all refused, the genuine ones accepted");
+    tellRefused("bits of the frames of three messages");
 }
 
 TEST_F(TamperedSession, NoBitOfTheSealedBytesMayChange) {
     secure();
-    std::size_t count = 0;
-    for (const auto& [payload, genuine] : threeEnvelopes()) {
-        for (auto field : {&Envelope::nonce, &Envelope::ciphertext, &Envelope::tag})
-            count +=
-                withEveryBitChanged(asText(genuine.*field), [&](const std::string& changed, std::size_t) {
-                    auto envelope = genuine;
-                    envelope.*field = toBytes(changed);
-                    expectNoMessage(encode(envelope));
-                });
-        relay(genuine);
-        EXPECT_EQ(takeEvents(), (Udalosti{zprava(payload)}));
-    }
-    tell("bits of the sealed bytes of three envelopes", count, "all refused, the genuine ones accepted");
+    for (const auto& payload : payloads)
+        for (auto field : sealedFields) {
+            const auto size = (phone.seal(payload).*field).size();
+            for (std::size_t bit = 0; bit < 8 * size; ++bit) {
+                auto genuine = phone.seal(payload);
+                auto changed = genuine;
+                (changed.*field)[bit / 8] ^= static_cast<std::uint8_t>(1U << bit % 8);
+                expectRefused(payload, std::move(genuine), frameOf(std::move(changed)));
+            }
+        }
+    tellRefused("bits of the sealed bytes of three messages");
 }
 
-TEST_F(TamperedSession, NoTruncationOfThreeEnvelopesIsAccepted) {
+TEST_F(TamperedSession, NoTruncationOfThreeMessagesIsAccepted) {
     secure();
-    std::size_t count = 0;
-    for (const auto& [payload, genuine] : threeEnvelopes()) {
-        count += withEveryTruncation(encode(genuine), [&](const std::string& shorter) {
-            EXPECT_FALSE(decode<Envelope>(shorter)) << shorter;
-        });
-        for (auto field : {&Envelope::nonce, &Envelope::ciphertext, &Envelope::tag})
-            count += withEveryTruncation(asText(genuine.*field), [&](const std::string& shorter) {
-                auto envelope = genuine;
-                envelope.*field = toBytes(shorter);
-                expectNoMessage(encode(envelope));
-            });
-        relay(genuine);
-        EXPECT_EQ(takeEvents(), (Udalosti{zprava(payload)}));
+    for (const auto& payload : payloads) {
+        for (std::size_t length = 0;; ++length) {
+            auto genuine = phone.seal(payload);
+            const auto frame = frameOf(genuine);
+            if (length >= frame.size()) break;
+            expectRefused(payload, std::move(genuine), frame.substr(0, length));
+        }
+        for (auto field : sealedFields) {
+            const auto size = (phone.seal(payload).*field).size();
+            for (std::size_t length = 0; length < size; ++length) {
+                auto genuine = phone.seal(payload);
+                auto shorter = genuine;
+                (shorter.*field).resize(length);
+                expectRefused(payload, std::move(genuine), frameOf(std::move(shorter)));
+            }
+        }
     }
-    tell("truncations of three envelopes", count, "all refused, the genuine ones accepted");
+    tellRefused("truncations of the frames and the sealed bytes of three messages");
 }
 
 TEST_F(TamperedSession, WithoutItsFirstMessagesADirectionGoesOnAndTheDeletedOnesAreLostForGood) {
     constexpr std::size_t messages = 8;
-    for (std::size_t deleted = 0; deleted <= messages; ++deleted) {
+    for (std::size_t deleted = 1; deleted <= messages; ++deleted) {
         logIn();
         exchangeHellos();
         takeEvents();
@@ -164,7 +217,7 @@ TEST_F(TamperedSession, WithoutItsFirstMessagesADirectionGoesOnAndTheDeletedOnes
         EXPECT_TRUE(isSecured());
         EXPECT_TRUE(executor.run(link->zastavit()));
     }
-    tell("deletions after a handshake, from the computer", messages + 1, "no late message accepted");
+    tell("deletions after a handshake, from the computer", messages, "no late message accepted");
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -20,6 +21,12 @@ inline bool isLongRun() {
 /// How many cases to run now.
 inline std::size_t cases(std::size_t fast, std::size_t full) {
     return isLongRun() ? full : fast;
+}
+
+/// Where what is drawn by chance begins: at MORVEX_SEED, otherwise where it always does.
+inline std::uint64_t seed(std::uint64_t usual) {
+    const char* chosen = std::getenv("MORVEX_SEED");
+    return chosen ? std::strtoull(chosen, nullptr, 10) : usual;
 }
 
 /// Prints one line for the person who runs the tests, and keeps it with the test's result. Called at the end:

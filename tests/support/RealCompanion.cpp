@@ -17,13 +17,14 @@ Task<bool> asking(Companion* companion, std::string title, std::string detail) {
 
 } // namespace
 
-RealCompanion::RealCompanion(const std::string& relayAddress) : clock_(realTime()) {
+RealCompanion::RealCompanion(const std::string& relayAddress, const std::string& authorities)
+    : clock_(realTime()), network_({}, authorities), curl_(authorities) {
     start(relayAddress);
 }
 
 RealCompanion::RealCompanion(std::shared_ptr<const DeviceIdentity> identity, const PairedPeer& peer,
-                             const std::string& home)
-    : clock_(realTime()) {
+                             const std::string& home, const std::string& authorities)
+    : clock_(realTime()), network_({}, authorities), curl_(authorities) {
     desktop_.folders.homeFolder = home;
     (void)store_.ulozIdentitu(std::move(identity));
     (void)store_.ulozProtejsek(peer);

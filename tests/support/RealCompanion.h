@@ -9,6 +9,7 @@
 #include "shared-apple/PametoveUloziste.h"
 #include "tests/support/CuttableSockets.h"
 #include "tests/support/FakeDesktop.h"
+#include "tests/support/HastyHttp.h"
 
 #include <future>
 #include <memory>
@@ -20,10 +21,11 @@ namespace morvex {
 /// none of its tools can be made to do from outside.
 class RealCompanion {
   public:
-    explicit RealCompanion(const std::string& relayAddress);
+    /// `authorities`: certificates (PEM) that it trusts beside the system's.
+    explicit RealCompanion(const std::string& relayAddress, const std::string& authorities = {});
     /// One that has this identity and was paired before. Without a home folder it can keep no records.
     RealCompanion(std::shared_ptr<const DeviceIdentity> identity, const PairedPeer& peer,
-                  const std::string& home = "/nonexistent");
+                  const std::string& home = "/nonexistent", const std::string& authorities = {});
     ~RealCompanion();
     RealCompanion(const RealCompanion&) = delete;
     RealCompanion& operator=(const RealCompanion&) = delete;
@@ -62,6 +64,9 @@ class RealCompanion {
     /// Resets the connection to the relay.
     void cutConnection() { sockets_.cut(); }
 
+    /// The way of its calls over HTTP.
+    HastyHttp& http() { return http_; }
+
     Companion& companion() { return *companion_; }
 
     const Clock& clock() { return clock_; }
@@ -78,7 +83,8 @@ class RealCompanion {
     BeastWebSocketClient network_;
     SystemRandom random_;
     CuttableSockets sockets_{network_};
-    CurlHttpClient http_;
+    CurlHttpClient curl_;
+    HastyHttp http_{curl_};
     PametoveUloziste store_;
     FakeDesktop desktop_;
     std::unique_ptr<Companion> companion_;

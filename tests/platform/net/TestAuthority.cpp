@@ -41,28 +41,35 @@ void name(X509_NAME* name, const std::string& commonName) {
 } // namespace
 
 TestAuthority::TestAuthority()
-    : key_(EVP_EC_gen("P-256")), certificate_(sign(key_.get(), key_.get(), "critical,CA:TRUE", {})) {}
+    : key_(EVP_EC_gen("P-256")), certificate_(sign(key_.get(), key_.get(), "critical,CA:TRUE", {}, {})) {}
 
 std::string TestAuthority::certificate() const {
     return pem(certificate_.get());
 }
 
-TestAuthority::Identity TestAuthority::issue(const std::string& names) const {
+TestAuthority::Identity TestAuthority::issue(const std::string& names, Validity validity) const {
     Key key(EVP_EC_gen("P-256"));
-    auto signedOne = sign(key.get(), key_.get(), "critical,CA:FALSE", names);
-    return {pem(signedOne.get()), pem([&key](BIO* to) {
-                return PEM_write_bio_PrivateKey(to, key.get(), nullptr, nullptr, 0, nullptr, nullptr);
+    return identity(sign(key.get(), key_.get(), "critical,CA:FALSE", names, validity).get(), key.get());
+}
+
+TestAuthority::Identity TestAuthority::issueToItself(const std::string& names) {
+    Key key(EVP_EC_gen("P-256"));
+    return identity(sign(key.get(), key.get(), "critical,CA:FALSE", names, {}).get(), key.get());
+}
+
+TestAuthority::Identity TestAuthority::identity(X509* certificate, EVP_PKEY* key) {
+    return {pem(certificate), pem([key](BIO* to) {
+                return PEM_write_bio_PrivateKey(to, key, nullptr, nullptr, 0, nullptr, nullptr);
             })};
 }
 
 TestAuthority::Certificate TestAuthority::sign(EVP_PKEY* subject, EVP_PKEY* issuer, const char* basic,
-                                               const std::string& names) {
-    constexpr long hour = 3600;
+                                               const std::string& names, Validity validity) {
     Certificate made(X509_new());
     check(made && subject && X509_set_version(made.get(), X509_VERSION_3) == 1);
     ASN1_INTEGER_set(X509_get_serialNumber(made.get()), subject == issuer ? 1 : 2);
-    X509_gmtime_adj(X509_getm_notBefore(made.get()), -hour);
-    X509_gmtime_adj(X509_getm_notAfter(made.get()), hour);
+    X509_gmtime_adj(X509_getm_notBefore(made.get()), validity.begins.count());
+    X509_gmtime_adj(X509_getm_notAfter(made.get()), validity.ends.count());
     name(X509_get_issuer_name(made.get()), "Test authority");
     name(X509_get_subject_name(made.get()), subject == issuer ? "Test authority" : "Test server");
     check(X509_set_pubkey(made.get(), subject) == 1);

@@ -3,6 +3,7 @@
 #include <openssl/evp.h>
 #include <openssl/x509.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -21,8 +22,18 @@ class TestAuthority {
     /// What a client has to trust.
     [[nodiscard]] std::string certificate() const;
 
+    /// When a certificate counts, from now on.
+    struct Validity {
+        std::chrono::seconds begins = -std::chrono::hours{1};
+        std::chrono::seconds ends = std::chrono::hours{1};
+    };
+
     /// `names`: a subjectAltName, "DNS:localhost" or "IP:127.0.0.1" for example.
-    [[nodiscard]] Identity issue(const std::string& names) const;
+    [[nodiscard]] Identity issue(const std::string& names) const { return issue(names, {}); }
+
+    [[nodiscard]] Identity issue(const std::string& names, Validity validity) const;
+    /// One that nobody but itself has signed.
+    [[nodiscard]] static Identity issueToItself(const std::string& names);
 
   private:
     struct Free {
@@ -34,7 +45,9 @@ class TestAuthority {
     using Key = std::unique_ptr<EVP_PKEY, Free>;
     using Certificate = std::unique_ptr<X509, Free>;
 
-    static Certificate sign(EVP_PKEY* subject, EVP_PKEY* issuer, const char* basic, const std::string& names);
+    static Certificate sign(EVP_PKEY* subject, EVP_PKEY* issuer, const char* basic, const std::string& names,
+                            Validity validity);
+    static Identity identity(X509* certificate, EVP_PKEY* key);
 
     Key key_;
     Certificate certificate_;

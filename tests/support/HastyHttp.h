@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/ports/HttpClient.h"
+
+#include <atomic>
+#include <chrono>
+#include <utility>
+
+namespace morvex {
+
+/// Another client, which is given a part of the time that its caller allows, so that a test sees the limit
+/// strike. Set from any thread.
+class HastyHttp final : public HttpClient {
+  public:
+    explicit HastyHttp(HttpClient& http) : http_(http) {}
+
+    Task<Result<HttpReply>> send(HttpRequest request) override {
+        allowed_ = request.timeLimit;
+        request.timeLimit /= divisor_.load();
+        co_return co_await http_.send(std::move(request));
+    }
+
+    void divideLimits(int by) { divisor_ = by; }
+
+    /// What the last caller allowed.
+    [[nodiscard]] std::chrono::milliseconds allowed() const { return allowed_; }
+
+  private:
+    HttpClient& http_;
+    std::atomic<int> divisor_ = 1;
+    std::atomic<std::chrono::milliseconds> allowed_{};
+};
+
+} // namespace morvex
