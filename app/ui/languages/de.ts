@@ -872,6 +872,10 @@
         <translation>Wird gesucht…</translation>
     </message>
     <message>
+        <source>Zkopírováno</source>
+        <translation>Kopiert</translation>
+    </message>
+    <message>
         <source>Zkusit znovu</source>
         <translation>Erneut versuchen</translation>
     </message>

@@ -872,6 +872,10 @@
         <translation>Looking…</translation>
     </message>
     <message>
+        <source>Zkopírováno</source>
+        <translation>Copied</translation>
+    </message>
+    <message>
         <source>Zkusit znovu</source>
         <translation>Try again</translation>
     </message>

@@ -872,6 +872,10 @@
         <translation>Buscando…</translation>
     </message>
     <message>
+        <source>Zkopírováno</source>
+        <translation>Copiado</translation>
+    </message>
+    <message>
         <source>Zkusit znovu</source>
         <translation>Intentar de nuevo</translation>
     </message>

@@ -872,6 +872,10 @@
         <translation>Recherche…</translation>
     </message>
     <message>
+        <source>Zkopírováno</source>
+        <translation>Copié</translation>
+    </message>
+    <message>
         <source>Zkusit znovu</source>
         <translation>Réessayer</translation>
     </message>

@@ -6,13 +6,17 @@
 
 namespace morvex {
 
-AboutModel::AboutModel(CompanionState& state, QString appVersion)
-    : state_(state), appVersion_(std::move(appVersion)) {
+AboutModel::AboutModel(CompanionState& state, QString appVersion, Clipboard& clipboard)
+    : state_(state), appVersion_(std::move(appVersion)), clipboard_(clipboard) {
     watch(state_.identifikator);
 }
 
 QString AboutModel::identifier() const {
     return QString::fromStdString(state_.identifikator.value());
+}
+
+void AboutModel::copyIdentifier() {
+    clipboard_.setText(state_.identifikator.value());
 }
 
 QString AboutModel::protocolVersion() const {

@@ -2,6 +2,7 @@
 
 #include "app/companion/CompanionState.h"
 #include "app/ui/models/ViewModel.h"
+#include "platform/ports/Clipboard.h"
 
 namespace morvex {
 
@@ -15,7 +16,7 @@ class AboutModel final : public ViewModel {
     Q_PROPERTY(QString appVersion READ appVersion CONSTANT)
 
   public:
-    AboutModel(CompanionState& state, QString appVersion);
+    AboutModel(CompanionState& state, QString appVersion, Clipboard& clipboard);
 
     /// Identifier of this device; empty until it has one.
     [[nodiscard]] QString identifier() const;
@@ -23,9 +24,12 @@ class AboutModel final : public ViewModel {
 
     [[nodiscard]] const QString& appVersion() const { return appVersion_; }
 
+    Q_INVOKABLE void copyIdentifier();
+
   private:
     CompanionState& state_;
     QString appVersion_;
+    Clipboard& clipboard_;
 };
 
 } // namespace morvex

@@ -20,11 +20,20 @@ RecordsModel::Source notesOf(const PoznamkyStore& store) {
     return {records, [&store] { return store.problem(); }};
 }
 
+/// The period that a summary is about, and where it came from.
+QString originOf(const MorvexSummary& summary) {
+    auto origin = shortDate(summary.periodStart) + QStringLiteral(" – ") + shortDate(summary.periodEnd);
+    for (const auto& source : summary.sources)
+        origin += QStringLiteral(" · ") + QString::fromStdString(source);
+    return origin;
+}
+
 RecordsModel::Source summariesOf(const SouhrnyStore& store) {
     auto records = [&store] {
         std::vector<RecordsModel::Record> all;
         for (const auto& summary : store.summaries())
-            all.push_back({summary.id.text(), summary.title, summary.body, shortDate(summary.createdAt)});
+            all.push_back({summary.id.text(), summary.title, summary.body, shortDate(summary.createdAt),
+                           originOf(summary)});
         return all;
     };
     return {records, [&store] { return store.problem(); }};
@@ -46,7 +55,7 @@ CompanionModel::CompanionModel(Companion& companion, Surroundings surroundings)
       tasks_(companion),
       notes_(notesOf(companion.poznamky()), surroundings_.clipboard),
       summaries_(summariesOf(companion.souhrny()), surroundings_.clipboard),
-      about_(companion.stav(), QString::fromStdString(surroundings_.appVersion)) {
+      about_(companion.stav(), QString::fromStdString(surroundings_.appVersion), surroundings_.clipboard) {
     companion_.poznamky().onChange = [this] {
         notes_.refresh();
         integrations_.refreshRows();

@@ -2,25 +2,38 @@
 
 #include "app/ui/Localized.h"
 
-#include <QVariantMap>
-
+#include <algorithm>
 #include <utility>
 
 namespace morvex {
+
+namespace {
+
+QVariantMap row(const RecordsModel::Record& record) {
+    return {
+        {QStringLiteral("id"), QString::fromStdString(record.id)},
+        {QStringLiteral("title"), QString::fromStdString(record.title)},
+        {QStringLiteral("body"), QString::fromStdString(record.body)},
+        {QStringLiteral("date"), record.date},
+        {QStringLiteral("origin"), record.origin},
+    };
+}
+
+} // namespace
 
 RecordsModel::RecordsModel(Source source, Clipboard& clipboard)
     : source_(std::move(source)), clipboard_(clipboard), rows_(*this, [this] { return readRows(); }) {}
 
 QVariantList RecordsModel::readRows() const {
     QVariantList rows;
-    for (const auto& record : source_.records())
-        rows.push_back(QVariantMap{
-            {QStringLiteral("id"), QString::fromStdString(record.id)},
-            {QStringLiteral("title"), QString::fromStdString(record.title)},
-            {QStringLiteral("body"), QString::fromStdString(record.body)},
-            {QStringLiteral("date"), record.date},
-        });
+    for (const auto& record : source_.records()) rows.push_back(row(record));
     return rows;
+}
+
+QVariantMap RecordsModel::find(const QString& id) const {
+    const auto records = source_.records();
+    auto found = std::ranges::find(records, id.toStdString(), &Record::id);
+    return found == records.end() ? QVariantMap() : row(*found);
 }
 
 QString RecordsModel::trouble() const {

@@ -3,6 +3,8 @@
 #include "app/ui/models/RowList.h"
 #include "platform/ports/Clipboard.h"
 
+#include <QVariantMap>
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -15,7 +17,7 @@ class RecordsModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    /// A map each: `id`, `title`, `body`, `date`.
+    /// A map each: `id`, `title`, `body`, `date`, `origin`.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
@@ -24,7 +26,8 @@ class RecordsModel final : public ViewModel {
         std::string id;
         std::string title;
         std::string body;
-        QString date; ///< of the last change, as it is shown
+        QString date;        ///< of the last change, as it is shown
+        QString origin = {}; ///< what it was made from, as it is shown; empty where that is not known
     };
 
     /// Where the records are; it outlives this object.
@@ -39,6 +42,8 @@ class RecordsModel final : public ViewModel {
 
     [[nodiscard]] QString trouble() const;
 
+    /// The map of one record; without an `id` when there is none.
+    [[nodiscard]] Q_INVOKABLE QVariantMap find(const QString& id) const;
     Q_INVOKABLE void copy(const QString& text);
 
   private:

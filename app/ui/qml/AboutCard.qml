@@ -25,6 +25,16 @@ Karta {
         hodnota: view.model.appVersion
     }
 
+    ButtonRow {
+        Layout.fillWidth: true
+        visible: view.model.identifier !== ""
+
+        CopyButton {
+            what: qsTr("Identifikátor")
+            onCopy: view.model.copyIdentifier()
+        }
+    }
+
     CaptionText {
         Layout.fillWidth: true
         text: qsTr("Morvex běží bez systémového sandboxu, protože pouští tvoje vlastní programy a pracuje v tvých složkách. Přístup k souborům hlídá seznam povolených složek.")

@@ -18,11 +18,6 @@ ScrollArea {
     Keys.onTabPressed: Window.activeFocusItem.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
     Keys.onBacktabPressed: Window.activeFocusItem.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
-    function read(record: var) {
-        reading.note = record;
-        reading.open();
-    }
-
     ConfirmationSheet {
         id: clearing
 
@@ -44,7 +39,7 @@ ScrollArea {
     PoznamkaNaMacu {
         id: reading
 
-        onKopirovat: text => view.companion.notes.copy(text)
+        onKopirovat: text => records.copy(text)
     }
 
     CustomAppsSettingsView {
@@ -157,7 +152,7 @@ ScrollArea {
             glyph: "note"
             whenEmpty: qsTr("Poznámky vytvořené na iPhonu se po zabezpečeném spojení objeví tady a zůstanou dostupné i offline.")
             model: view.companion.notes
-            onOpened: record => view.read(record)
+            onOpened: id => reading.read(model, id)
         }
 
         RecordsCard {
@@ -166,7 +161,7 @@ ScrollArea {
             glyph: "summary"
             whenEmpty: qsTr("Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline.")
             model: view.companion.summaries
-            onOpened: record => view.read(record)
+            onOpened: id => reading.read(model, id)
         }
 
         AboutCard {

@@ -1,18 +1,29 @@
+import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// A note or a summary, whole. `kopirovat` asks for its text.
+/// A note or a summary, whole. It follows its record: a newer one is shown, one that is gone closes the sheet.
+/// `kopirovat` asks for its text.
 Sheet {
     id: sheet
 
+    property RecordsModel records: null
     property var note: ({})
     signal kopirovat(string text)
 
+    function read(from: RecordsModel, id: string) {
+        records = from;
+        note = from.find(id);
+        copying.reset();
+        open();
+    }
+
     title: note.title ?? ""
     buttons: [
-        ActionButton {
-            text: qsTr("Kopírovat")
-            onClicked: sheet.kopirovat(sheet.note.body)
+        CopyButton {
+            id: copying
+
+            onCopy: sheet.kopirovat(sheet.note.body)
         },
         ActionButton {
             focus: true
@@ -22,14 +33,31 @@ Sheet {
         }
     ]
 
+    Connections {
+        target: sheet.records
+        enabled: sheet.opened
+        function onChanged() {
+            const now = sheet.records.find(sheet.note.id);
+            if (now.id === undefined)
+                return sheet.close();
+            sheet.note = now;
+        }
+    }
+
     CaptionText {
         Layout.fillWidth: true
         text: qsTr("Upraveno %1").arg(sheet.note.date ?? "")
     }
 
-    BodyText {
+    CaptionText {
+        Layout.fillWidth: true
+        visible: text !== ""
+        text: sheet.note.origin ?? ""
+    }
+
+    SelectableText {
         Layout.fillWidth: true
         text: sheet.note.body ?? ""
-        wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        wrapMode: TextEdit.WrapAtWordBoundaryOrAnywhere
     }
 }

@@ -8,7 +8,7 @@ Karta {
 
     required property RecordsModel model
     required property string whenEmpty
-    signal opened(var record)
+    signal opened(string id)
 
     CaptionText {
         text: qsTr("z iPhonu · E2EE")
@@ -26,7 +26,7 @@ Karta {
         RecordRow {
             id: row
 
-            onClicked: view.opened(row.modelData)
+            onClicked: view.opened(row.modelData.id)
         }
     }
 

@@ -191,10 +191,38 @@ TEST_F(CardsTest, ANoteAndASummaryOpenAndAreCopied) {
     press("Nákup");
     press("Kopírovat");
     EXPECT_EQ(clipboard.text, "Mléko\nChléb\nMáslo");
+    EXPECT_TRUE(reads("Zkopírováno"));
     press("Zavřít");
     press("Týden 2");
+    EXPECT_TRUE(reads("· Kalendář · Pošta")) << "the sources";
     press("Kopírovat");
     EXPECT_EQ(clipboard.text, "Dvě schůzky, odevzdaný návrh.");
+}
+
+TEST_F(CardsTest, AnOpenNoteFollowsItsRecordUntilThePhoneDeletesIt) {
+    startSecured();
+    openUi();
+    auto note = companion->poznamky().vytvorit("Nákup", "Mléko").value();
+    (void)companion->poznamky().vytvorit("Jiná", "Text");
+    settle();
+    press("Nákup");
+    EXPECT_TRUE(reads("Upraveno "));
+    note.body = "Mléko\nChléb";
+    ++note.revision;
+    phone.send({MacPayload::NoteUpdate{note}}, "n1");
+    settle();
+    EXPECT_TRUE(reads("Chléb"));
+    press("Kopírovat");
+    EXPECT_EQ(clipboard.text, "Mléko\nChléb");
+    phone.send({MacPayload::Preferences{{"en", {}, {}}}}, "p");
+    settle();
+    EXPECT_TRUE(reads("Edited "));
+    note.deletedAt = clock.now();
+    ++note.revision;
+    phone.send({MacPayload::NoteUpdate{note}}, "n2");
+    settle();
+    EXPECT_FALSE(reads("Edited "));
+    EXPECT_FALSE(reads("Close"));
 }
 
 TEST_F(CardsTest, TheKeyOfTheVoiceIsToldOfAndNeverShown) {
@@ -212,6 +240,9 @@ TEST_F(CardsTest, TheDeviceAndTheProtocolAreNamed) {
     startPaired();
     openUi();
     EXPECT_TRUE(reads("Identifikátor: " + mac->deviceID().rawValue));
+    press("Kopírovat: Identifikátor");
+    EXPECT_EQ(clipboard.text, mac->deviceID().rawValue);
+    EXPECT_TRUE(reads("Zkopírováno: Identifikátor"));
     EXPECT_TRUE(reads("Verze protokolu: 1.4"));
     EXPECT_TRUE(reads("Verze aplikace: 1.2.3 (4)"));
 }

@@ -42,9 +42,9 @@ void ShownCompanion::fill() {
                                          "Týden 2",
                                          "Dvě schůzky, odevzdaný návrh.",
                                          clock.now(),
+                                         clock.now() - std::chrono::days(7),
                                          clock.now(),
-                                         clock.now(),
-                                         {},
+                                         {"Kalendář", "Pošta"},
                                          1});
     companion->stav().stavClauda = AgentStatus{true, "2.1.0", "/usr/bin/claude", {}};
     companion->stav().stavCodexu = AgentStatus{false, {}, {}, "Codex jsem na tomto počítači nenašel."};

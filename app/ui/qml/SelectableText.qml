@@ -1,0 +1,16 @@
+import QtQuick
+
+/// A text of which parts can be marked and copied.
+TextEdit {
+    color: Vzhled.text
+    selectionColor: Vzhled.button
+    selectedTextColor: Vzhled.buttonText
+    font.family: Qt.application.font.family
+    font.pixelSize: Vzhled.bodySize
+    wrapMode: TextEdit.Wrap
+    textFormat: TextEdit.PlainText
+    readOnly: true
+    selectByMouse: true
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}
