@@ -18,7 +18,9 @@ bool LanguageTable::take(const QString& code) {
 
 QString LanguageTable::translate(const char* context, const char* source, const char* disambiguation,
                                  int count) const {
-    auto found = table_.translate("Morvex", source);
+    // A sentence without forms for its number is found without the number alone.
+    auto found = table_.translate("Morvex", source, nullptr, count);
+    if (found.isNull()) found = table_.translate("Morvex", source);
     return found.isNull() ? toolkit_.translate(context, source, disambiguation, count) : found;
 }
 

@@ -14,10 +14,14 @@ namespace {
 constexpr std::size_t longestSentence = 2'000;
 /// How many sentences may stand in one another.
 constexpr int deepest = 4;
+const QString besides = QStringLiteral(" · ");
 
-std::optional<QString> lookUp(const QString& key) {
+constexpr int noNumber = -1;
+
+/// `number` is the one in the sentence, for languages whose words follow it.
+std::optional<QString> lookUp(const QString& key, int number = noNumber) {
     auto source = key.toUtf8();
-    auto found = QCoreApplication::translate("Morvex", source.constData());
+    auto found = QCoreApplication::translate("Morvex", source.constData(), nullptr, number);
     if (found == key) return std::nullopt;
     return found;
 }
@@ -44,6 +48,12 @@ const QRegularExpression& value() {
 struct Form {
     QString key;
     QStringList values;
+
+    [[nodiscard]] int number() const {
+        bool isNumber = false;
+        const auto first = values.value(0).toInt(&isNumber);
+        return isNumber ? first : noNumber;
+    }
 };
 
 /// Each value as %1, %2, … in its key.
@@ -72,21 +82,30 @@ QString filled(const QString& form, const QStringList& values) {
     return text;
 }
 
+QString localize(const QString& sentence, int deep);
+
+/// Facts side by side, each a sentence of its own.
+QString localizeFacts(const QString& sentence, int deep) {
+    QStringList facts;
+    for (const auto& fact : sentence.split(besides)) facts << localize(fact, deep + 1);
+    return facts.join(besides);
+}
+
 QString localize(const QString& sentence, int deep) {
     if (auto found = lookUp(sentence)) return *found;
     const auto whole = formOf(sentence);
-    if (auto found = lookUp(whole.key)) return filled(*found, whole.values);
+    if (auto found = lookUp(whole.key, whole.number())) return filled(*found, whole.values);
     if (deep == deepest) return sentence;
     for (const auto& mark : {QStringLiteral(": "), QStringLiteral(" — "), QStringLiteral(". ")}) {
         auto at = sentence.indexOf(mark);
         if (at < 0) continue;
         auto form = formOf(sentence.left(at + mark.size()));
-        auto found = lookUp(form.key + u'%' + QString::number(form.values.size() + 1));
+        auto found = lookUp(form.key + u'%' + QString::number(form.values.size() + 1), form.number());
         if (!found) continue;
         form.values.push_back(localize(sentence.mid(at + mark.size()), deep + 1));
         return filled(*found, form.values);
     }
-    return sentence;
+    return sentence.contains(besides) ? localizeFacts(sentence, deep) : sentence;
 }
 
 } // namespace

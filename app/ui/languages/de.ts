@@ -3,21 +3,37 @@
 <TS version="2.1" language="de" sourcelanguage="cs">
 <context>
     <name>Morvex</name>
-    <message>
+    <message numerus="yes">
         <source>%1 povolených složek</source>
-        <translation>%1 erlaubte Ordner</translation>
+        <translation>
+            <numerusform>%1 erlaubter Ordner</numerusform>
+            <numerusform>%1 erlaubte Ordner</numerusform>
+        </translation>
     </message>
-    <message>
-        <source>%1 připojeno · %2 nástrojů</source>
-        <translation>%1 verbunden · %2 Werkzeuge</translation>
+    <message numerus="yes">
+        <source>%1 připojeno</source>
+        <translation>
+            <numerusform>%1 verbunden</numerusform>
+            <numerusform>%1 verbunden</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 nástrojů</source>
+        <translation>
+            <numerusform>%1 Tool</numerusform>
+            <numerusform>%1 Tools</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 synchronizováno</source>
+        <translation>
+            <numerusform>%1 synchronisiert</numerusform>
+            <numerusform>%1 synchronisiert</numerusform>
+        </translation>
     </message>
     <message>
         <source>%1 skončil chybou: %2</source>
         <translation>%1 endete mit einem Fehler: %2</translation>
-    </message>
-    <message>
-        <source>%1 synchronizováno</source>
-        <translation>%1 synchronisiert</translation>
     </message>
     <message>
         <source>Adresa</source>
@@ -49,7 +65,7 @@
     </message>
     <message>
         <source>Byl požadován nástroj %1, který tento Mac neumí.</source>
-        <translation>Das Werkzeug %1 wurde verlangt, das dieser Mac nicht hat.</translation>
+        <translation>Das Tool %1 wurde verlangt, das dieser Mac nicht hat.</translation>
     </message>
     <message>
         <source>Běží: %1</source>
@@ -233,7 +249,7 @@
     </message>
     <message>
         <source>Neznámý nástroj.</source>
-        <translation>Unbekanntes Werkzeug.</translation>
+        <translation>Unbekanntes Tool.</translation>
     </message>
     <message>
         <source>Nečekaná odpověď na přihlášení.</source>
@@ -245,27 +261,27 @@
     </message>
     <message>
         <source>Nástroj %1 není na Macu k dispozici: %2</source>
-        <translation>Das Werkzeug %1 ist am Mac nicht verfügbar: %2</translation>
+        <translation>Das Tool %1 ist am Mac nicht verfügbar: %2</translation>
     </message>
     <message>
         <source>Nástroj %1 není nainstalovaný.</source>
-        <translation>Das Werkzeug %1 ist nicht installiert.</translation>
+        <translation>Das Tool %1 ist nicht installiert.</translation>
     </message>
     <message>
         <source>Nástroj %1 není povolený: %2</source>
-        <translation>Das Werkzeug %1 ist nicht erlaubt: %2</translation>
+        <translation>Das Tool %1 ist nicht erlaubt: %2</translation>
     </message>
     <message>
         <source>Nástroj %1 neznám.</source>
-        <translation>Das Werkzeug %1 ist unbekannt.</translation>
+        <translation>Das Tool %1 ist unbekannt.</translation>
     </message>
     <message>
         <source>Nástroj nevrátil žádný text.</source>
-        <translation>Das Werkzeug gab keinen Text zurück.</translation>
+        <translation>Das Tool gab keinen Text zurück.</translation>
     </message>
     <message>
         <source>Nástroje Macu</source>
-        <translation>Werkzeuge des Mac</translation>
+        <translation>Tools des Mac</translation>
     </message>
     <message>
         <source>Název</source>
@@ -293,7 +309,7 @@
     </message>
     <message>
         <source>Odebere se i její token. Asistentka pak její nástroje nebude mít.</source>
-        <translation>Auch ihr Token wird entfernt. Die Assistentin hat ihre Werkzeuge dann nicht mehr.</translation>
+        <translation>Auch ihr Token wird entfernt. Die Assistentin hat ihre Tools dann nicht mehr.</translation>
     </message>
     <message>
         <source>Odebrat</source>

@@ -3,21 +3,37 @@
 <TS version="2.1" language="en" sourcelanguage="cs">
 <context>
     <name>Morvex</name>
-    <message>
+    <message numerus="yes">
         <source>%1 povolených složek</source>
-        <translation>%1 allowed folders</translation>
+        <translation>
+            <numerusform>%1 allowed folder</numerusform>
+            <numerusform>%1 allowed folders</numerusform>
+        </translation>
     </message>
-    <message>
-        <source>%1 připojeno · %2 nástrojů</source>
-        <translation>%1 connected · %2 tools</translation>
+    <message numerus="yes">
+        <source>%1 připojeno</source>
+        <translation>
+            <numerusform>%1 connected</numerusform>
+            <numerusform>%1 connected</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 nástrojů</source>
+        <translation>
+            <numerusform>%1 tool</numerusform>
+            <numerusform>%1 tools</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 synchronizováno</source>
+        <translation>
+            <numerusform>%1 synced</numerusform>
+            <numerusform>%1 synced</numerusform>
+        </translation>
     </message>
     <message>
         <source>%1 skončil chybou: %2</source>
         <translation>%1 ended with an error: %2</translation>
-    </message>
-    <message>
-        <source>%1 synchronizováno</source>
-        <translation>%1 synced</translation>
     </message>
     <message>
         <source>Adresa</source>

@@ -3,21 +3,37 @@
 <TS version="2.1" language="es" sourcelanguage="cs">
 <context>
     <name>Morvex</name>
-    <message>
+    <message numerus="yes">
         <source>%1 povolených složek</source>
-        <translation>%1 carpetas permitidas</translation>
+        <translation>
+            <numerusform>%1 carpeta permitida</numerusform>
+            <numerusform>%1 carpetas permitidas</numerusform>
+        </translation>
     </message>
-    <message>
-        <source>%1 připojeno · %2 nástrojů</source>
-        <translation>%1 conectadas · %2 herramientas</translation>
+    <message numerus="yes">
+        <source>%1 připojeno</source>
+        <translation>
+            <numerusform>%1 conectada</numerusform>
+            <numerusform>%1 conectadas</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 nástrojů</source>
+        <translation>
+            <numerusform>%1 herramienta</numerusform>
+            <numerusform>%1 herramientas</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 synchronizováno</source>
+        <translation>
+            <numerusform>%1 sincronizada</numerusform>
+            <numerusform>%1 sincronizadas</numerusform>
+        </translation>
     </message>
     <message>
         <source>%1 skončil chybou: %2</source>
         <translation>%1 terminó con un error: %2</translation>
-    </message>
-    <message>
-        <source>%1 synchronizováno</source>
-        <translation>%1 sincronizadas</translation>
     </message>
     <message>
         <source>Adresa</source>

@@ -3,21 +3,37 @@
 <TS version="2.1" language="fr" sourcelanguage="cs">
 <context>
     <name>Morvex</name>
-    <message>
+    <message numerus="yes">
         <source>%1 povolených složek</source>
-        <translation>%1 dossiers autorisés</translation>
+        <translation>
+            <numerusform>%1 dossier autorisé</numerusform>
+            <numerusform>%1 dossiers autorisés</numerusform>
+        </translation>
     </message>
-    <message>
-        <source>%1 připojeno · %2 nástrojů</source>
-        <translation>%1 connectées · %2 outils</translation>
+    <message numerus="yes">
+        <source>%1 připojeno</source>
+        <translation>
+            <numerusform>%1 connectée</numerusform>
+            <numerusform>%1 connectées</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 nástrojů</source>
+        <translation>
+            <numerusform>%1 outil</numerusform>
+            <numerusform>%1 outils</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 synchronizováno</source>
+        <translation>
+            <numerusform>%1 synchronisée</numerusform>
+            <numerusform>%1 synchronisées</numerusform>
+        </translation>
     </message>
     <message>
         <source>%1 skončil chybou: %2</source>
         <translation>%1 s’est terminé par une erreur : %2</translation>
-    </message>
-    <message>
-        <source>%1 synchronizováno</source>
-        <translation>%1 synchronisées</translation>
     </message>
     <message>
         <source>Adresa</source>

@@ -52,6 +52,28 @@ TEST_F(LanguageTableTest, SentencesWithValuesAreFoundByTheirForm) {
     for (const auto& [czech, english] : sentences) EXPECT_EQ(translated(czech), english);
 }
 
+TEST_F(LanguageTableTest, WordsFollowTheirNumberButInCzech) {
+    const auto apps = [](int connected, int tools) {
+        return translated(std::to_string(connected) + " připojeno · " + std::to_string(tools) + " nástrojů");
+    };
+    EXPECT_EQ(translated("1 povolených složek"), "1 povolených složek");
+    EXPECT_EQ(apps(1, 1), "1 připojeno · 1 nástrojů");
+    table_.take(QStringLiteral("en"));
+    EXPECT_EQ(translated("1 povolených složek"), "1 allowed folder");
+    EXPECT_EQ(translated("0 povolených složek"), "0 allowed folders");
+    EXPECT_EQ(translated("12 povolených složek"), "12 allowed folders");
+    EXPECT_EQ(apps(2, 1), "2 connected · 1 tool");
+    table_.take(QStringLiteral("fr"));
+    EXPECT_EQ(translated("0 povolených složek"), "0 dossier autorisé");
+    EXPECT_EQ(apps(1, 2), "1 connectée · 2 outils");
+    table_.take(QStringLiteral("de"));
+    EXPECT_EQ(translated("1 povolených složek"), "1 erlaubter Ordner");
+    EXPECT_EQ(apps(3, 1), "3 verbunden · 1 Tool");
+    table_.take(QStringLiteral("es"));
+    EXPECT_EQ(translated("2 povolených složek"), "2 carpetas permitidas");
+    EXPECT_EQ(apps(1, 1), "1 conectada · 1 herramienta");
+}
+
 TEST_F(LanguageTableTest, TheToolkitSpeaksTheSameLanguage) {
     const auto cancel = [] { return QCoreApplication::translate("QPlatformTheme", "Cancel").toStdString(); };
     EXPECT_EQ(cancel(), "Zrušit");
@@ -132,10 +154,11 @@ TEST_F(LanguageTableTest, SentencesFromOutsideOfTheWindowAreFoundInEveryLanguage
     }
 }
 
-/// Each source sentence of a table with its translation, and whether it is told to be unfinished.
+/// Each source sentence of a table with its translations, one for each form of its number, and whether it is
+/// told to be unfinished.
 struct Entry {
     QString source;
-    QString translation;
+    QStringList translations;
     bool finished;
 };
 
@@ -143,12 +166,16 @@ std::vector<Entry> entriesOf(const QString& code) {
     QFile file(QStringLiteral(MORVEX_SOURCE_DIR "/app/ui/languages/%1.ts").arg(code));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << code.toStdString();
     std::vector<Entry> entries;
+    bool hasForms = false;
     for (QXmlStreamReader xml(&file); !xml.atEnd(); xml.readNext()) {
         if (!xml.isStartElement()) continue;
+        if (xml.name() == QStringLiteral("message"))
+            hasForms = xml.attributes().hasAttribute(QStringLiteral("numerus"));
         if (xml.name() == QStringLiteral("source")) entries.push_back({xml.readElementText(), {}, true});
+        if (xml.name() == QStringLiteral("numerusform")) entries.back().translations << xml.readElementText();
         if (xml.name() != QStringLiteral("translation")) continue;
         entries.back().finished = !xml.attributes().hasAttribute(QStringLiteral("type"));
-        entries.back().translation = xml.readElementText();
+        if (!hasForms) entries.back().translations << xml.readElementText();
     }
     return entries;
 }
@@ -167,10 +194,13 @@ TEST_F(LanguageTableTest, EveryLanguageHasTheSameSentencesWithTheSamePlaces) {
     EXPECT_GT(english.size(), 200U);
     for (const char* code : {"en", "de", "fr", "es"}) {
         std::set<QString> sources;
-        for (const auto& [source, translation, finished] : entriesOf(QString::fromUtf8(code))) {
+        for (const auto& [source, translations, finished] : entriesOf(QString::fromUtf8(code))) {
             sources.insert(source);
-            EXPECT_TRUE(finished && !translation.isEmpty()) << code << ": " << source.toStdString();
-            EXPECT_EQ(placesIn(source), placesIn(translation)) << code << ": " << source.toStdString();
+            EXPECT_TRUE(finished && !translations.isEmpty()) << code << ": " << source.toStdString();
+            for (const auto& translation : translations) {
+                EXPECT_FALSE(translation.isEmpty()) << code << ": " << source.toStdString();
+                EXPECT_EQ(placesIn(source), placesIn(translation)) << code << ": " << source.toStdString();
+            }
         }
         EXPECT_EQ(sources, english) << code;
     }
