@@ -156,6 +156,10 @@
         <translation>Ein Klick kopiert den Text des Codes.</translation>
     </message>
     <message>
+        <source>Klávesová zkratka pro hlas</source>
+        <translation>Tastenkürzel für die Stimme</translation>
+    </message>
+    <message>
         <source>Klíč má mít %1 bajtů, má jich %2.</source>
         <translation>Der Schlüssel muss %1 Bytes haben, er hat %2.</translation>
     </message>
@@ -210,6 +214,10 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>Schläft im Akkubetrieb ein — wach bleibt er nur bei Netzstrom</translation>
+    </message>
+    <message>
+        <source>Nahrát vlastní zkratku</source>
+        <translation>Eigenes Kürzel aufnehmen</translation>
     </message>
     <message>
         <source>Nainstalováno</source>

@@ -156,6 +156,10 @@
         <translation>A click copies the text of the code.</translation>
     </message>
     <message>
+        <source>Klávesová zkratka pro hlas</source>
+        <translation>Keyboard shortcut for the voice</translation>
+    </message>
+    <message>
         <source>Klíč má mít %1 bajtů, má jich %2.</source>
         <translation>The key should have %1 bytes, it has %2.</translation>
     </message>
@@ -210,6 +214,10 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>Goes to sleep on battery — it is kept awake on mains power only</translation>
+    </message>
+    <message>
+        <source>Nahrát vlastní zkratku</source>
+        <translation>Record a shortcut</translation>
     </message>
     <message>
         <source>Nainstalováno</source>

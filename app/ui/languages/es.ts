@@ -156,6 +156,10 @@
         <translation>Un clic copia el texto del código.</translation>
     </message>
     <message>
+        <source>Klávesová zkratka pro hlas</source>
+        <translation>Atajo de teclado para la voz</translation>
+    </message>
+    <message>
         <source>Klíč má mít %1 bajtů, má jich %2.</source>
         <translation>La clave debe tener %1 bytes y tiene %2.</translation>
     </message>
@@ -210,6 +214,10 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>Con batería se duerme — solo se mantiene despierto con corriente</translation>
+    </message>
+    <message>
+        <source>Nahrát vlastní zkratku</source>
+        <translation>Grabar un atajo propio</translation>
     </message>
     <message>
         <source>Nainstalováno</source>

@@ -156,6 +156,10 @@
         <translation>Un clic copie le texte du code.</translation>
     </message>
     <message>
+        <source>Klávesová zkratka pro hlas</source>
+        <translation>Raccourci clavier pour la voix</translation>
+    </message>
+    <message>
         <source>Klíč má mít %1 bajtů, má jich %2.</source>
         <translation>La clé doit avoir %1 octets, elle en a %2.</translation>
     </message>
@@ -210,6 +214,10 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>S’endort sur batterie — il ne reste éveillé que sur secteur</translation>
+    </message>
+    <message>
+        <source>Nahrát vlastní zkratku</source>
+        <translation>Enregistrer un raccourci</translation>
     </message>
     <message>
         <source>Nainstalováno</source>

@@ -26,6 +26,7 @@ ColumnLayout {
         BodyText {
             Layout.fillWidth: true
             text: qsTr("Jazyk aplikace a asistentky")
+            Accessible.ignored: true
         }
 
         CaptionText {

@@ -38,10 +38,6 @@ Karta {
         onManaging: view.managingCustomApps()
     }
 
-    LanguageSection {
-        model: view.voice
-    }
-
     CaptionText {
         Layout.fillWidth: true
         text: qsTr("Změna se projeví od příštího hlasového rozhovoru a bezpečně se oznámí spárovanému iPhonu.")
@@ -62,4 +58,10 @@ Karta {
             text: qsTr("Zjišťuji…")
         }
     }
+
+    LanguageSection {
+        model: view.voice
+    }
+
+    HotkeySection {}
 }

@@ -63,6 +63,8 @@ ColumnLayout {
         Layout.alignment: Qt.AlignHCenter
         visible: picture.visible && !view.model.expired
         text: copied.running ? qsTr("Text kódu je zkopírovaný.") : qsTr("Kliknutím zkopíruješ text kódu.")
+        // The code itself is described so.
+        Accessible.ignored: !copied.running
 
         Timer {
             id: copied

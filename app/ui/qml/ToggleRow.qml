@@ -1,7 +1,8 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// A label with a detail below it, and a switch.
+/// A label with a detail below it, and a switch. The switch tells a screen reader all of it; where it cannot be used, the
+/// texts do.
 SideRow {
     id: row
 
@@ -25,7 +26,7 @@ SideRow {
             enabled: row.available
             value: row.value
             Accessible.name: row.name
-            Accessible.description: row.detail
+            Accessible.description: [row.detail, row.problem].filter(text => text !== "").join("\n")
             onWanted: on => row.wanted(on)
         }
     ]
@@ -34,12 +35,14 @@ SideRow {
         Layout.fillWidth: true
         text: row.name
         opacity: row.available ? 1 : 0.6
+        Accessible.ignored: row.available
     }
 
     CaptionText {
         Layout.fillWidth: true
         visible: text !== ""
         text: row.detail
+        Accessible.ignored: row.available
     }
 
     CaptionText {
@@ -47,5 +50,6 @@ SideRow {
         visible: text !== ""
         text: row.problem
         color: Vzhled.attention
+        Accessible.ignored: row.available
     }
 }

@@ -53,9 +53,26 @@ class EveryStateTest : public EveryState {
             << state << ": " << name << " cannot be used";
     }
 
+    /// What stands beside a control as text and is told by the control too.
+    void expectNothingIsToldTwice(const std::string& state, QQuickWindow* shown) {
+        std::set<std::string> told;
+        walk(shown, [&](QAccessibleInterface* node) {
+            if (!isControl(node)) return;
+            told.insert(node->text(QAccessible::Name).toStdString());
+            for (const auto& line : node->text(QAccessible::Description).split(u'\n'))
+                told.insert(line.toStdString());
+        });
+        walk(shown, [&](QAccessibleInterface* node) {
+            const auto name = node->text(QAccessible::Name).toStdString();
+            EXPECT_FALSE(node->role() == QAccessible::StaticText && told.contains(name))
+                << state << ": " << name << " is told twice";
+        });
+    }
+
     Look everythingMakesSense() {
         return [this](const std::string& state, QQuickWindow* shown) {
             walk(shown, [&](QAccessibleInterface* node) { expectSense(node, state); });
+            expectNothingIsToldTwice(state, shown);
             auto controls = usableControls(shown);
             EXPECT_EQ(std::set(controls.begin(), controls.end()).size(), controls.size())
                 << state << ": two controls sound alike";

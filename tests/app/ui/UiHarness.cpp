@@ -92,8 +92,9 @@ void UiHarness::walk(QQuickWindow* in, const Visit& visit) {
 
 std::string UiHarness::texts(QQuickWindow* in) {
     std::string all;
-    morvex::walk(QAccessible::queryAccessibleInterface(in ? in : window()),
-                 [&](QAccessibleInterface* node) { all += nameOf(node) + "\n"; });
+    morvex::walk(QAccessible::queryAccessibleInterface(in ? in : window()), [&](QAccessibleInterface* node) {
+        all += nameOf(node) + "\n" + node->text(QAccessible::Description).toStdString() + "\n";
+    });
     return all;
 }
 

@@ -42,7 +42,7 @@ class UiHarness : public CompanionHarness {
     [[nodiscard]] static bool isControl(QAccessibleInterface* node);
     /// Everything that is told to a screen reader.
     static void walk(QQuickWindow* in, const std::function<void(QAccessibleInterface*)>& visit);
-    /// Everything that can be read in the window.
+    /// Everything that a screen reader can tell of the window.
     std::string texts(QQuickWindow* in = nullptr);
     /// Presses the button or switch of this name.
     void press(const std::string& name, QQuickWindow* in = nullptr);

@@ -1,0 +1,28 @@
+import QtQuick
+import QtQuick.Layouts
+
+/// The shortcut for the voice, which this version does not have.
+ColumnLayout {
+    Layout.fillWidth: true
+    spacing: Vzhled.smallGap
+
+    Divider {}
+
+    SideRow {
+        controls: ActionButton {
+            enabled: false
+            text: qsTr("Nahrát vlastní zkratku")
+        }
+
+        BodyText {
+            Layout.fillWidth: true
+            text: qsTr("Klávesová zkratka pro hlas")
+            opacity: 0.6
+        }
+
+        CaptionText {
+            Layout.fillWidth: true
+            text: qsTr("Tahle verze to ještě neumí.")
+        }
+    }
+}
