@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/ui/ProductColors.h"
+
 #include <QObject>
 #include <QtQml/qqmlregistration.h>
 
@@ -12,6 +14,8 @@ class Appearance : public QObject {
     QML_SINGLETON
     Q_PROPERTY(bool dark READ dark NOTIFY changed)
     Q_PROPERTY(int textSize READ textSize NOTIFY changed)
+    Q_PROPERTY(QColor blue READ blue CONSTANT)
+    Q_PROPERTY(QColor orange READ orange CONSTANT)
 
   public:
     Appearance();
@@ -19,6 +23,10 @@ class Appearance : public QObject {
     [[nodiscard]] bool dark() const;
     /// Size of body text in pixels.
     [[nodiscard]] int textSize() const;
+
+    [[nodiscard]] static QColor blue() { return ProductColors::blue; }
+
+    [[nodiscard]] static QColor orange() { return ProductColors::orange; }
 
   Q_SIGNALS:
     void changed();

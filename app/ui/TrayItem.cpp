@@ -1,10 +1,30 @@
 #include "app/ui/TrayItem.h"
 
+#include "app/ui/GlyphProvider.h"
+#include "app/ui/ProductColors.h"
+
 #include <QIcon>
+#include <QPixmap>
 
 #include <utility>
 
 namespace morvex {
+
+namespace {
+
+/// In shades that stand out from a light panel and from a dark one.
+QIcon iconOf(const QString& symbol) {
+    const auto color = symbol == pictureName(AvailabilitySymbol::attention)
+                           ? ProductColors::shade(ProductColors::orange, 0.86F, 0.88F)
+                           : ProductColors::shade(ProductColors::blue, 0.8F, 0.81F);
+    QIcon icon;
+    for (int side : {16, 22, 24, 32, 48, 64})
+        icon.addPixmap(QPixmap::fromImage(
+            drawGlyph(QStringLiteral("availability/") + symbol, color.name().toLatin1(), {side, side})));
+    return icon;
+}
+
+} // namespace
 
 TrayItem::TrayItem(const LinkModel& link, Tray& tray, std::function<void(const QRect&)> onPress)
     : link_(link), tray_(tray), onPress_(std::move(onPress)) {}
@@ -37,8 +57,7 @@ void TrayItem::pressed(QSystemTrayIcon::ActivationReason reason) {
 void TrayItem::showAvailability() {
     icon_->setToolTip(QStringLiteral("Morvex – ") + link_.availability());
     auto symbol = link_.symbol();
-    if (std::exchange(shownSymbol_, symbol) != symbol)
-        icon_->setIcon(QIcon(QStringLiteral(":/pictures/availability/%1.svg").arg(symbol)));
+    if (std::exchange(shownSymbol_, symbol) != symbol) icon_->setIcon(iconOf(symbol));
 }
 
 } // namespace morvex

@@ -37,7 +37,7 @@ Rectangle {
                 width: 36
                 height: 36
                 sourceSize: Qt.size(width, height)
-                source: "qrc:/pictures/waveform.svg"
+                source: `image://glyph/waveform/${Vzhled.hex(Vzhled.button)}`
             }
 
             ColumnLayout {

@@ -2,19 +2,21 @@ pragma Singleton
 import Morvex
 import QtQuick
 
-/// The one place of the look: colours, sizes, distances. The two product colours are blue and orange; on a dark
-/// ground both are lighter, so that text in them stays readable.
+/// The one place of the look: colours, sizes, distances. Coloured are shades of the product's blue and orange; on a dark
+/// ground they are lighter, so that text in them stays readable.
 QtObject {
     readonly property bool dark: Appearance.dark
 
-    readonly property color blue: Qt.rgba(0, 0.36, 0.64, 1)
-    readonly property color orange: Qt.rgba(0.82, 0.3, 0.04, 1)
+    readonly property color blue: Appearance.blue
+    readonly property color orange: Appearance.orange
 
-    readonly property color accent: dark ? "#5cb0f0" : blue
-    readonly property color attention: dark ? "#ff9a5c" : "#bd4306"
-    readonly property color button: dark ? "#1a74b8" : blue
-    readonly property color buttonHover: dark ? "#2284cd" : "#0a6cb8"
-    readonly property color buttonDown: dark ? "#14629d" : "#004c88"
+    readonly property color accent: dark ? shade(blue, 0.62, 0.94) : blue
+    readonly property color attention: dark ? shade(orange, 0.64, 1) : shade(orange, 0.97, 0.74)
+    readonly property color accentTint: dark ? shade(blue, 0.7, 0.3) : shade(blue, 0.08, 0.98)
+    readonly property color attentionTint: dark ? shade(orange, 0.62, 0.24) : shade(orange, 0.09, 0.99)
+    readonly property color button: dark ? shade(blue, 0.86, 0.72) : blue
+    readonly property color buttonHover: dark ? shade(blue, 0.83, 0.8) : shade(blue, 0.95, 0.72)
+    readonly property color buttonDown: dark ? shade(blue, 0.87, 0.62) : shade(blue, 1, 0.53)
     readonly property color buttonText: "#ffffff"
 
     readonly property color page: dark ? "#13161b" : "#f3f5f8"
@@ -27,8 +29,6 @@ QtObject {
     readonly property color text: dark ? "#eef1f5" : "#161d27"
     readonly property color secondaryText: dark ? "#a5afbd" : "#566273"
     readonly property color switchOff: dark ? "#566070" : "#8a95a5"
-    readonly property color accentTint: dark ? "#17344c" : "#e4f0f9"
-    readonly property color attentionTint: dark ? "#3d2717" : "#fdeee4"
 
     readonly property int bodySize: Appearance.textSize
     readonly property int captionSize: Math.round(bodySize * 0.9)
@@ -48,6 +48,10 @@ QtObject {
     readonly property int controlRadius: 8
     readonly property int controlHeight: Math.max(36, Math.round(bodySize * 2.5))
     readonly property int quick: 120
+
+    function shade(color: color, saturation: real, value: real): color {
+        return Qt.hsva(color.hsvHue, saturation, value, 1);
+    }
 
     /// The form in which the drawings of the project want a colour.
     function hex(color: color): string {

@@ -1,4 +1,11 @@
+#include "app/ui/ProductColors.h"
 #include "tests/app/ui/UiHarness.h"
+
+#include <QDirIterator>
+#include <QFile>
+#include <QRegularExpression>
+
+#include <cstdlib>
 
 namespace morvex {
 namespace {
@@ -18,6 +25,50 @@ TEST_F(ColorsTest, AnOpenWindowFollowsTheDesktop) {
     colors.prefer(ColorScheme::Preference::light);
     settle();
     EXPECT_GT(lightness(), 200);
+}
+
+class ProductColorsTest : public testing::Test {
+  protected:
+    static std::vector<QColor> colorsIn(const QString& path) {
+        static const QRegularExpression color(QStringLiteral("#(?:[0-9a-fA-F]{6}|[0-9a-fA-F]{3})\\b"));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+        std::vector<QColor> found;
+        const auto content = QString::fromUtf8(file.readAll());
+        for (auto matches = color.globalMatch(content); matches.hasNext();)
+            found.emplace_back(matches.next().captured());
+        return found;
+    }
+
+    static bool isShadeOf(const QColor& color, const QColor& product) {
+        return std::abs(color.hsvHue() - product.hsvHue()) <= 1;
+    }
+};
+
+TEST_F(ProductColorsTest, EveryDrawingHasShadesOfTheTwoAndWhite) {
+    QDirIterator drawings(QStringLiteral(":/pictures"), {QStringLiteral("*.svg")}, QDir::Files,
+                          QDirIterator::Subdirectories);
+    int seen = 0;
+    while (drawings.hasNext()) {
+        const auto path = drawings.next();
+        ++seen;
+        for (const auto& color : colorsIn(path))
+            EXPECT_TRUE(color == Qt::white || isShadeOf(color, ProductColors::blue) ||
+                        isShadeOf(color, ProductColors::orange))
+                << path.toStdString() << ": " << color.name().toStdString();
+    }
+    EXPECT_GT(seen, 15);
+}
+
+TEST_F(ProductColorsTest, NoPartOfTheWindowHasAColourOfItsOwn) {
+    QDirIterator files(QStringLiteral(MORVEX_SOURCE_DIR "/app/ui/qml"), {QStringLiteral("*.qml")},
+                       QDir::Files);
+    while (files.hasNext()) {
+        const auto path = files.next();
+        if (path.endsWith(QStringLiteral("/Vzhled.qml"))) continue;
+        for (const auto& color : colorsIn(path))
+            EXPECT_EQ(color, QColor(Qt::white)) << path.toStdString() << ": " << color.name().toStdString();
+    }
 }
 
 } // namespace
