@@ -1,4 +1,3 @@
-#include "tests/app/ui/ApprovedPicture.h"
 #include "tests/app/ui/ShownCompanion.h"
 
 namespace morvex {
@@ -7,13 +6,6 @@ namespace {
 /// Every card in every state, against the approved pictures.
 class PicturesTest : public ShownCompanion {
   protected:
-    void expectApproved(const QImage& picture, const std::string& name) {
-        auto scale = static_cast<int>(window()->effectiveDevicePixelRatio() * 100);
-        auto full =
-            QString::fromStdString(name) + (scale == 100 ? QString() : QStringLiteral("-%1").arg(scale));
-        EXPECT_EQ(differenceFromApproved(picture, full), "") << name;
-    }
-
     StavParovani code(const std::string& text) {
         return {StavParovani::CekamNaTelefon{text, clock.now() + std::chrono::minutes(5)}};
     }

@@ -1,5 +1,7 @@
 #include "tests/app/ui/ShownCompanion.h"
 
+#include "tests/app/ui/ApprovedPicture.h"
+
 #include <QQuickItem>
 
 namespace morvex {
@@ -59,10 +61,19 @@ void ShownCompanion::addApps() {
 }
 
 void ShownCompanion::ask() {
-    executor.start(note(companion->schvalovani().pozadat(
-        "mac.mail.send", "Odeslat e-mail Janě", "Mám odeslat e-mail Janě?",
-        "Komu: jana@example.com\nPředmět: Zítřejší schůzka\n\nAhoj Jano, platí ta desátá hodina?")));
+    ask("Odeslat e-mail Janě",
+        "Komu: jana@example.com\nPředmět: Zítřejší schůzka\n\nAhoj Jano, platí ta desátá hodina?");
+}
+
+void ShownCompanion::ask(const std::string& title, const std::string& detail) {
+    executor.start(note(companion->schvalovani().pozadat("mac.mail.send", title, "Nahlas.", detail)));
     settle();
+}
+
+void ShownCompanion::expectApproved(const QImage& picture, const std::string& name) {
+    const auto scale = static_cast<int>(window()->effectiveDevicePixelRatio() * 100);
+    const auto suffix = scale == 100 ? QString() : QStringLiteral("-%1").arg(scale);
+    EXPECT_EQ(differenceFromApproved(picture, QString::fromStdString(name) + suffix), "") << name;
 }
 
 Task<void> ShownCompanion::note(Task<bool> asked) {

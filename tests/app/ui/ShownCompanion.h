@@ -18,6 +18,7 @@ class ShownCompanion : public UiHarness {
     /// A custom app of the phone and one of this computer.
     void addApps();
     void ask();
+    void ask(const std::string& title, const std::string& detail);
     void showState(StavParovani state);
 
     static constexpr int usualWidth = 720;
@@ -27,6 +28,9 @@ class ShownCompanion : public UiHarness {
     /// The card with this title.
     QImage card(const std::string& title);
     QImage pictureOf(QQuickWindow* shown);
+
+    /// Against the approved picture of this name and of the scale in force.
+    void expectApproved(const QImage& picture, const std::string& name);
 
     /// How what was asked has ended.
     std::vector<bool> answers;
