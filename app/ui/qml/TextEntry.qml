@@ -1,6 +1,5 @@
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 
 /// A labelled line of text. What was typed is told by `edited` once it is complete.
 ColumnLayout {
@@ -11,7 +10,7 @@ ColumnLayout {
     property string value
     property alias hint: field.placeholderText
     property alias echoMode: field.echoMode
-    property alias text: field.text
+    property alias text: field.typed
     signal edited(string text)
     /// Enter was pressed.
     signal accepted
@@ -23,11 +22,15 @@ ColumnLayout {
 
     /// Tells what was typed, if it was not told yet.
     function commit() {
-        if (field.text !== value)
-            edited(field.text);
+        if (field.typed !== value)
+            edited(field.typed);
     }
 
-    onValueChanged: field.text = value
+    function told(): string {
+        return field.echoMode === TextInput.Normal ? field.typed : "";
+    }
+
+    onValueChanged: field.typed = value
     Component.onDestruction: commit()
     Layout.fillWidth: true
     spacing: Vzhled.hairGap
@@ -37,43 +40,23 @@ ColumnLayout {
         Accessible.ignored: true
     }
 
-    T.TextField {
+    EntryInput {
         id: field
 
+        /// What a screen reader is told. The toolkit would tell it a password too.
+        property string text: entry.told()
+
+        onTextChanged: {
+            // Written by a screen reader.
+            if (text === entry.told())
+                return;
+            typed = text;
+            text = Qt.binding(entry.told);
+        }
         Layout.fillWidth: true
-        implicitHeight: Vzhled.controlHeight
-        leftPadding: 12
-        rightPadding: 12
-        verticalAlignment: TextInput.AlignVCenter
-        color: Vzhled.text
-        selectionColor: Vzhled.button
-        selectedTextColor: Vzhled.buttonText
-        placeholderTextColor: Vzhled.secondaryText
-        font.family: Qt.application.font.family
-        font.pixelSize: Vzhled.bodySize
-        selectByMouse: true
-        hoverEnabled: true
         Accessible.name: entry.label
         Accessible.description: placeholderText
         onEditingFinished: entry.commit()
         onAccepted: entry.accepted()
-
-        background: Rectangle {
-            radius: Vzhled.controlRadius
-            color: Vzhled.field
-            border.color: field.activeFocus ? Vzhled.accent : field.hovered ? Vzhled.secondaryText : Vzhled.fieldLine
-            border.width: field.activeFocus ? 2 : 1
-        }
-
-        Text {
-            anchors.fill: parent
-            leftPadding: field.leftPadding
-            verticalAlignment: Text.AlignVCenter
-            visible: field.text === "" && field.preeditText === ""
-            text: field.placeholderText
-            color: field.placeholderTextColor
-            font: field.font
-            elide: Text.ElideRight
-        }
     }
 }

@@ -1,0 +1,125 @@
+#include "shared/base/Bytes.h"
+#include "tests/app/ui/UiHarness.h"
+
+#include <QAccessible>
+
+namespace morvex {
+namespace {
+
+class CustomAppsViewTest : public UiHarness {
+  protected:
+    bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
+
+    /// What a screen reader is told to stand in a field.
+    std::string valueOf(const std::string& field) {
+        QString found;
+        walk(window(), [&](QAccessibleInterface* node) {
+            if (node->role() != QAccessible::EditableText ||
+                node->text(QAccessible::Name).toStdString() != field)
+                return;
+            found = node->text(QAccessible::Value);
+            if (auto* text = node->textInterface()) found += text->text(0, text->characterCount());
+        });
+        return found.toStdString();
+    }
+};
+
+/// What the toolkit told of changes in fields.
+QString toldOfChanges; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables): a handler has no state
+
+void noteChange(QAccessibleEvent* event) {
+    if (event->type() == QAccessible::TextInserted)
+        toldOfChanges += static_cast<QAccessibleTextInsertEvent*>(event)->textInserted();
+    if (event->type() == QAccessible::TextUpdated)
+        toldOfChanges += static_cast<QAccessibleTextUpdateEvent*>(event)->textInserted();
+    if (event->type() == QAccessible::ValueChanged)
+        toldOfChanges += static_cast<QAccessibleValueChangeEvent*>(event)->value().toString();
+}
+
+TEST_F(CustomAppsViewTest, ACustomAppIsAddedEditedSwitchedAndRemoved) {
+    start();
+    openUi();
+    press("Spravovat: Vlastní aplikace");
+    EXPECT_TRUE(reads("Žádné vlastní aplikace"));
+    press("Přidat aplikaci");
+    press("Uložit");
+    EXPECT_TRUE(reads("Doplň název vlastní aplikace."));
+    type("Název", "Sklad");
+    type("Adresa", "https://sklad.example/api/mcp");
+    type("Token", "tajny");
+    press("Uložit");
+    ASSERT_EQ(companion->customApps().apps().size(), 1U);
+    EXPECT_EQ(companion->customApps().apps()[0].endpoint, "https://sklad.example/api/mcp");
+    EXPECT_TRUE(reads("Přidáno na Macu")) << "the list is there again";
+    EXPECT_TRUE(reads("1 připojeno · 0 nástrojů"));
+    press("Sklad");
+    EXPECT_FALSE(companion->customApps().apps()[0].enabled);
+    press("Odebrat: Sklad");
+    EXPECT_TRUE(reads("Odebrat aplikaci „Sklad“?"));
+    EXPECT_EQ(companion->customApps().apps().size(), 1U);
+    press("Odebrat");
+    EXPECT_TRUE(companion->customApps().apps().empty());
+    EXPECT_TRUE(reads("Žádné vlastní aplikace")) << "the list is there again";
+}
+
+TEST_F(CustomAppsViewTest, ASaveThatEndsAfterItsEditorSaysNothingInTheNextOne) {
+    start();
+    openUi();
+    press("Spravovat: Vlastní aplikace");
+    press("Přidat aplikaci");
+    auto& apps = *ui->model().customApps();
+    const auto address = QStringLiteral("https://sklad.example/api/mcp");
+    auto saveAndLeave = [&](const QString& id) {
+        apps.save(id, QStringLiteral("Sklad"), address, QStringLiteral("tajny"));
+        apps.startEditing();
+        settle();
+        EXPECT_TRUE(reads("Přidat vlastní aplikaci")) << "the next editor stays open";
+        EXPECT_EQ(apps.error(), QString());
+        EXPECT_FALSE(apps.saving());
+    };
+    saveAndLeave({});
+    ASSERT_EQ(companion->customApps().apps().size(), 1U);
+    const auto id = companion->customApps().apps()[0].id;
+    vault.refusals["add custom.app." + id + ".token"] = -25293;
+    saveAndLeave(QString::fromStdString(id));
+}
+
+TEST_F(CustomAppsViewTest, AScreenReaderIsToldOfTheTokensFieldButNotTheToken) {
+    startSecured();
+    openUi();
+    giveKeyboard(window());
+    press("Spravovat: Vlastní aplikace");
+    press("Přidat aplikaci");
+    toldOfChanges.clear();
+    auto* before = QAccessible::installUpdateHandler(noteChange);
+    goTo("Token");
+    QTest::keyClick(window(), 'x');
+    QTest::keyClick(window(), 'q');
+    settle();
+    QAccessible::installUpdateHandler(before);
+    EXPECT_EQ(valueOf("Token"), "");
+    EXPECT_FALSE(toldOfChanges.contains(u'x')) << toldOfChanges.toStdString();
+    type("Token", "tajny");
+    EXPECT_EQ(valueOf("Token"), "");
+    type("Název", "Sklad");
+    EXPECT_NE(valueOf("Název").find("Sklad"), std::string::npos);
+    type("Adresa", "https://sklad.example/api/mcp");
+    press("Uložit");
+    ASSERT_EQ(companion->customApps().apps().size(), 1U);
+    const auto account = "custom.app." + companion->customApps().apps()[0].id + ".token";
+    EXPECT_EQ(asText(vault.items[{"zz.bramwick.Morvex.mac", account}]), "tajny");
+}
+
+TEST_F(CustomAppsViewTest, AnAppOfThePhoneCanBeSwitchedButNotRemovedHere) {
+    startSecured();
+    openUi();
+    phone.send({MacPayload::CustomApps{{{"a", "Počasí", "https://p.example/api/mcp", ""}}}}, "c");
+    settle();
+    press("Spravovat: Vlastní aplikace");
+    EXPECT_TRUE(reads("Synchronizováno z iPhonu"));
+    EXPECT_FALSE(reads("Odebrat: Počasí"));
+    EXPECT_FALSE(reads("Upravit: Počasí"));
+}
+
+} // namespace
+} // namespace morvex
