@@ -176,7 +176,8 @@ int runWindow(System& system, LockFileInstance& instance) {
         running.quit();
     };
     TolvyCompanionApp window(running.companion, {*system.clock, running.commands, clipboard, notifications,
-                                                 colors, tray, version, quit, [] { ::malloc_trim(0); }});
+                                                 colors, tray, version, quit, [] { ::malloc_trim(0); },
+                                                 [&system] { return system.defaults.problem(); }});
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
     if (auto problem = system.defaults.problem()) print(*problem);
     instance.onCall([&window] { window.openMainWindow(); });

@@ -41,6 +41,7 @@ const QRegularExpression& value() {
         "povolený: )"
         "|(?<=^Cesta ).+(?= leží mimo povolené složky\\. Nesahám na ni\\.$)"
         "|(?<=jinou verzí protokolu \\()\\S+(?= proti )|(?<= proti )\\S+(?=\\)\\. Aktualizuj )"
+        "|(?<=je odložený jako ).+$"
         "|\\d+"));
     return expression;
 }

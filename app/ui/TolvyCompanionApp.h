@@ -8,6 +8,7 @@
 #include "platform/ports/Tray.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace morvex {
@@ -30,6 +31,8 @@ class TolvyCompanionApp {
         std::function<void()> quit;
         /// Gives unused memory back to the system; called when the last window is closed.
         std::function<void()> releaseMemory;
+        /// Why the settings could not be read or kept.
+        std::function<std::optional<std::string>()> settingsProblem = [] { return std::nullopt; };
     };
 
     TolvyCompanionApp(Companion& companion, const Surroundings& surroundings);

@@ -228,6 +228,10 @@
         <translation>Installiere es: npm i -g @openai/codex (oder brew install codex). Weder Codex auf der ChatGPT-Webseite noch die Editor-Erweiterungen installieren ein CLI.</translation>
     </message>
     <message>
+        <source>Nastavení se nepodařilo uložit: %1</source>
+        <translation>Die Einstellungen ließen sich nicht speichern: %1</translation>
+    </message>
+    <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Lies diesen Code in der App Morvex auf dem Telefon ein.</translation>
     </message>
@@ -626,6 +630,18 @@
     <message>
         <source>Složka %1 neexistuje.</source>
         <translation>Den Ordner %1 gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
+        <translation>Die Datei mit den Einstellungen war beschädigt; sie liegt beiseite als %1</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením je poškozený a nejde odložit: %1</source>
+        <translation>Die Datei mit den Einstellungen ist beschädigt und lässt sich nicht beiseitelegen: %1</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením nejde přečíst: %1</source>
+        <translation>Die Datei mit den Einstellungen ist nicht lesbar: %1</translation>
     </message>
     <message>
         <source>Soubory</source>

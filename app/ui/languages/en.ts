@@ -228,6 +228,10 @@
         <translation>Install it: npm i -g @openai/codex (or brew install codex). Neither Codex in the ChatGPT website nor the editor extensions install a CLI.</translation>
     </message>
     <message>
+        <source>Nastavení se nepodařilo uložit: %1</source>
+        <translation>The settings could not be saved: %1</translation>
+    </message>
+    <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Scan this code in the Morvex app on the phone.</translation>
     </message>
@@ -626,6 +630,18 @@
     <message>
         <source>Složka %1 neexistuje.</source>
         <translation>The folder %1 does not exist.</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
+        <translation>The settings file was damaged; it is set aside as %1</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením je poškozený a nejde odložit: %1</source>
+        <translation>The settings file is damaged and cannot be set aside: %1</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením nejde přečíst: %1</source>
+        <translation>The settings file cannot be read: %1</translation>
     </message>
     <message>
         <source>Soubory</source>

@@ -228,6 +228,10 @@
         <translation>Instálalo: npm i -g @openai/codex (o brew install codex). Ni Codex en la web de ChatGPT ni las extensiones del editor instalan un CLI.</translation>
     </message>
     <message>
+        <source>Nastavení se nepodařilo uložit: %1</source>
+        <translation>No se pudieron guardar los ajustes: %1</translation>
+    </message>
+    <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Escanea este código en la app Morvex del teléfono.</translation>
     </message>
@@ -626,6 +630,18 @@
     <message>
         <source>Složka %1 neexistuje.</source>
         <translation>La carpeta %1 no existe.</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
+        <translation>El archivo de ajustes estaba dañado; se ha apartado como %1</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením je poškozený a nejde odložit: %1</source>
+        <translation>El archivo de ajustes está dañado y no se puede apartar: %1</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením nejde přečíst: %1</source>
+        <translation>No se puede leer el archivo de ajustes: %1</translation>
     </message>
     <message>
         <source>Soubory</source>

@@ -228,6 +228,10 @@
         <translation>Installe-le : npm i -g @openai/codex (ou brew install codex). Ni Codex sur le site ChatGPT ni les extensions d’éditeur n’installent de CLI.</translation>
     </message>
     <message>
+        <source>Nastavení se nepodařilo uložit: %1</source>
+        <translation>Les réglages n’ont pas pu être enregistrés : %1</translation>
+    </message>
+    <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Scanne ce code dans l’app Morvex du téléphone.</translation>
     </message>
@@ -626,6 +630,18 @@
     <message>
         <source>Složka %1 neexistuje.</source>
         <translation>Le dossier %1 n’existe pas.</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
+        <translation>Le fichier des réglages était endommagé ; il est mis de côté sous %1</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením je poškozený a nejde odložit: %1</source>
+        <translation>Le fichier des réglages est endommagé et ne peut être mis de côté : %1</translation>
+    </message>
+    <message>
+        <source>Soubor s nastavením nejde přečíst: %1</source>
+        <translation>Le fichier des réglages est illisible : %1</translation>
     </message>
     <message>
         <source>Soubory</source>

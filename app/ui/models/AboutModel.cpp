@@ -1,13 +1,14 @@
 #include "app/ui/models/AboutModel.h"
 
+#include "app/ui/Localized.h"
 #include "shared/wire/ProtocolVersion.h"
 
 #include <utility>
 
 namespace morvex {
 
-AboutModel::AboutModel(CompanionState& state, QString appVersion, Clipboard& clipboard)
-    : state_(state), appVersion_(std::move(appVersion)), clipboard_(clipboard) {
+AboutModel::AboutModel(CompanionState& state, Surroundings surroundings)
+    : state_(state), surroundings_(std::move(surroundings)) {
     watch(state_.identifikator);
 }
 
@@ -16,7 +17,11 @@ QString AboutModel::identifier() const {
 }
 
 void AboutModel::copyIdentifier() {
-    clipboard_.setText(state_.identifikator.value());
+    surroundings_.clipboard.setText(state_.identifikator.value());
+}
+
+QString AboutModel::trouble() const {
+    return localized(surroundings_.settingsProblem().value_or(std::string()));
 }
 
 QString AboutModel::protocolVersion() const {

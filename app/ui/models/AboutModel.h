@@ -4,6 +4,10 @@
 #include "app/ui/models/ViewModel.h"
 #include "platform/ports/Clipboard.h"
 
+#include <functional>
+#include <optional>
+#include <string>
+
 namespace morvex {
 
 /// What this program and this device are: card "O aplikaci".
@@ -14,22 +18,31 @@ class AboutModel final : public ViewModel {
     Q_PROPERTY(QString identifier READ identifier NOTIFY changed)
     Q_PROPERTY(QString protocolVersion READ protocolVersion CONSTANT)
     Q_PROPERTY(QString appVersion READ appVersion CONSTANT)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
-    AboutModel(CompanionState& state, QString appVersion, Clipboard& clipboard);
+    struct Surroundings {
+        QString appVersion;
+        Clipboard& clipboard;
+        std::function<std::optional<std::string>()> settingsProblem;
+    };
+
+    AboutModel(CompanionState& state, Surroundings surroundings);
 
     /// Identifier of this device; empty until it has one.
     [[nodiscard]] QString identifier() const;
     [[nodiscard]] QString protocolVersion() const;
 
-    [[nodiscard]] const QString& appVersion() const { return appVersion_; }
+    [[nodiscard]] const QString& appVersion() const { return surroundings_.appVersion; }
+
+    /// Of the settings; read when a window opens.
+    [[nodiscard]] QString trouble() const;
 
     Q_INVOKABLE void copyIdentifier();
 
   private:
     CompanionState& state_;
-    QString appVersion_;
-    Clipboard& clipboard_;
+    Surroundings surroundings_;
 };
 
 } // namespace morvex

@@ -13,6 +13,7 @@
 #include "app/ui/models/WakefulnessModel.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 namespace morvex {
@@ -43,6 +44,7 @@ class CompanionModel final : public QObject {
         std::string appVersion;
         std::function<void()> openMainWindow;
         std::function<void()> quit;
+        std::function<std::optional<std::string>()> settingsProblem;
     };
 
     CompanionModel(Companion& companion, Surroundings surroundings);

@@ -10,6 +10,12 @@ Karta {
     title: qsTr("O aplikaci")
     glyph: "info"
 
+    Note {
+        visible: text !== ""
+        trouble: true
+        text: view.model.trouble
+    }
+
     RadekStavu {
         nazev: qsTr("Identifikátor")
         hodnota: view.model.identifier

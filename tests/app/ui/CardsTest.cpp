@@ -246,6 +246,16 @@ TEST_F(CardsTest, TheDeviceAndTheProtocolAreNamed) {
     EXPECT_TRUE(reads("Verze aplikace: 1.2.3 (4)"));
 }
 
+TEST_F(CardsTest, SettingsThatCannotBeReadAreToldOf) {
+    start();
+    settingsProblem = "Soubor s nastavením byl poškozený; je odložený jako defaults.json.damaged-1";
+    openUi();
+    EXPECT_TRUE(reads(*settingsProblem));
+    companion->hlas().setLanguageMode("en");
+    settle();
+    EXPECT_TRUE(reads("The settings file was damaged; it is set aside as defaults.json.damaged-1"));
+}
+
 TEST_F(CardsTest, ATroubleOfTheLinkIsSaid) {
     startPaired();
     openUi();

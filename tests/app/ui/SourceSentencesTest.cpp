@@ -39,7 +39,6 @@ const std::map<QString, const char*>& notForTheWindow() {
         {QStringLiteral("app/ui/Localized.cpp"), "forms of sentences"},
         {QStringLiteral("app/ui/models/VoiceModel.cpp"), "each language is called what its speakers call it"},
         {QStringLiteral("app/voice/MacVoiceController.cpp"), "this version has no voice"},
-        {QStringLiteral("platform/linux/JsonDefaults.cpp"), terminal},
         {QStringLiteral("platform/linux/LogindSleepMonitor.cpp"),
          "the system shows it to whoever lists its locks"},
         {QStringLiteral("shared/wire/ToolCatalogue.cpp"), phone},

@@ -48,9 +48,9 @@ void UiHarness::startUi() {
 
 void UiHarness::makeUi() {
     ui = std::make_unique<TolvyCompanionApp>(
-        *companion,
-        TolvyCompanionApp::Surroundings{clock, uiScope, clipboard, notifications, colors, tray, "1.2.3 (4)",
-                                        [this] { ++quits; }, [this] { ++releases; }});
+        *companion, TolvyCompanionApp::Surroundings{clock, uiScope, clipboard, notifications, colors, tray,
+                                                    "1.2.3 (4)", [this] { ++quits; }, [this] { ++releases; },
+                                                    [this] { return settingsProblem; }});
 }
 
 void UiHarness::settle() {

@@ -65,6 +65,7 @@ class UiHarness : public CompanionHarness {
     FakeNotifications notifications;
     FakeColorScheme colors;
     FakeTray tray;
+    std::optional<std::string> settingsProblem;
     int quits = 0;
     int releases = 0; ///< of the memory of windows that are closed
     std::unique_ptr<TolvyCompanionApp> ui;
