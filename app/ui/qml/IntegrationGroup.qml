@@ -14,10 +14,13 @@ ColumnLayout {
     Layout.fillWidth: true
     Layout.topMargin: Vzhled.hairGap
     spacing: Vzhled.smallGap
+    Accessible.role: Accessible.Grouping
+    Accessible.name: title
 
     CaptionText {
         text: group.title
         font.weight: Font.DemiBold
+        Accessible.ignored: true
     }
 
     Repeater {

@@ -97,7 +97,7 @@ TEST_F(KeyboardTest, EscapeClosesEverySheetAndTheTrayWindow) {
     fill();
     settle();
     for (const auto& [button, sheet] : {std::pair{"Vymazat: Poslední úkoly", "Vymazat historii úkolů?"},
-                                        {"Nákup", "Kopírovat"},
+                                        {"Nákup", "Zavřít"},
                                         {"Spravovat: Vlastní aplikace", "Přidat aplikaci"}}) {
         goTo(button);
         give(Qt::Key_Space);

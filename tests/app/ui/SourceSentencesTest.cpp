@@ -54,7 +54,7 @@ const QRegularExpression& czech() {
 
 /// What stands between the values of a sentence.
 QStringList partsOf(const QString& sentence) {
-    static const QRegularExpression value(QStringLiteral("%\\d|\\d+|„|“|\\\\n"));
+    static const QRegularExpression value(QStringLiteral("%\\d|\\d+|„|“| · |\\\\n"));
     return sentence.split(value, Qt::SkipEmptyParts);
 }
 
