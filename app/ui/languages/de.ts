@@ -424,6 +424,10 @@
         <translation>Das Feld „%1“ hat einen falschen Typ (%2).</translation>
     </message>
     <message>
+        <source>Poslední změnu z telefonu se nepodařilo uložit: %1</source>
+        <translation>Die letzte Änderung vom Telefon ließ sich nicht speichern: %1</translation>
+    </message>
+    <message>
         <source>Poslední úkoly</source>
         <translation>Letzte Aufgaben</translation>
     </message>

@@ -424,6 +424,10 @@
         <translation>The field “%1” has a wrong type (%2).</translation>
     </message>
     <message>
+        <source>Poslední změnu z telefonu se nepodařilo uložit: %1</source>
+        <translation>The last change from the phone could not be saved: %1</translation>
+    </message>
+    <message>
         <source>Poslední úkoly</source>
         <translation>Recent tasks</translation>
     </message>

@@ -424,6 +424,10 @@
         <translation>El campo «%1» tiene un tipo erróneo (%2).</translation>
     </message>
     <message>
+        <source>Poslední změnu z telefonu se nepodařilo uložit: %1</source>
+        <translation>No se pudo guardar el último cambio del teléfono: %1</translation>
+    </message>
+    <message>
         <source>Poslední úkoly</source>
         <translation>Tareas recientes</translation>
     </message>

@@ -424,6 +424,10 @@
         <translation>Le champ « %1 » a un mauvais type (%2).</translation>
     </message>
     <message>
+        <source>Poslední změnu z telefonu se nepodařilo uložit: %1</source>
+        <translation>La dernière modification du téléphone n’a pas pu être enregistrée : %1</translation>
+    </message>
+    <message>
         <source>Poslední úkoly</source>
         <translation>Tâches récentes</translation>
     </message>

@@ -37,7 +37,10 @@ QVariantMap RecordsModel::find(const QString& id) const {
 }
 
 QString RecordsModel::trouble() const {
-    return localized(source_.problem().value_or(std::string()));
+    const auto problem = source_.problem();
+    if (!problem) return {};
+    const std::string told = "Poslední změnu z telefonu se nepodařilo uložit: " + *problem;
+    return localized(told);
 }
 
 void RecordsModel::copy(const QString& text) {

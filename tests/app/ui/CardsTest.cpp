@@ -247,11 +247,11 @@ TEST_F(CardsTest, TheDeviceAndTheProtocolAreNamed) {
 }
 
 TEST_F(CardsTest, SettingsThatCannotBeReadAreToldOf) {
-    start();
+    startSecured();
     settingsProblem = "Soubor s nastavením byl poškozený; je odložený jako defaults.json.damaged-1";
     openUi();
     EXPECT_TRUE(reads(*settingsProblem));
-    companion->hlas().setLanguageMode("en");
+    phone.send({MacPayload::Preferences{{"en", {}, {}}}}, "p");
     settle();
     EXPECT_TRUE(reads("The settings file was damaged; it is set aside as defaults.json.damaged-1"));
 }

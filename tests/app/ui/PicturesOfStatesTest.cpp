@@ -75,13 +75,30 @@ TEST_F(PicturesOfStatesTest, Wakefulness) {
 
 TEST_F(PicturesOfStatesTest, TroubleOfWhatIsKept) {
     for (const char* name : {"notes-from-iphone.json", "summaries-from-iphone.json"}) breakStoreFile(name);
-    start();
+    startSecured();
     openUi();
     const auto path = (temporary.path() / "Smlouvy").string();
     std::filesystem::create_directory(path);
     bookmarks.refusals[path] = "No space left on device";
     picker.answers.push_back({path});
     press("Přidat nebo obnovit složku");
+    phone.send({MacPayload::NoteUpdate{{Uuid::parse("22222222-2222-4222-8222-222222222222").value(),
+                                        "Nákup",
+                                        "Mléko",
+                                        clock.now(),
+                                        clock.now(),
+                                        1,
+                                        {}}}},
+               "n");
+    EXPECT_FALSE(companion->souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
+                                                "Týden 2",
+                                                "Dvě schůzky.",
+                                                clock.now(),
+                                                clock.now(),
+                                                clock.now(),
+                                                {},
+                                                1}));
+    settle();
     expectApproved(card("Povolené složky"), "folders-trouble");
     expectApproved(card("Poznámky Morvex"), "notes-trouble");
     expectApproved(card("Souhrny Morvex"), "summaries-trouble");
