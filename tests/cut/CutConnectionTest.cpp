@@ -72,6 +72,7 @@ class BadLine {
         proxy_.arm(FaultProxy::Fault::cut, SIZE_MAX - 1);
         EXPECT_TRUE(call()) << "the line is good again, but the computer is not back";
         auto times = notes();
+        times.merge(programs());
         for (const auto& [name, isAnswered] : answers_) {
             auto happened = name.ends_with(".txt") ? fileCount(name) : times[name];
             EXPECT_LE(happened, 1) << name;
@@ -83,18 +84,42 @@ class BadLine {
     }
 
   private:
+    /// A tool whose effect can be counted, called in a way that leaves a name of its own.
+    struct Deed {
+        std::string name;
+        std::string tool;
+        boost::json::object arguments;
+    };
+
+    [[nodiscard]] static Deed deed(std::size_t number) {
+        const auto text = std::to_string(number);
+        if (number % 3 == 0) {
+            const auto name = "soubor-" + text + ".txt";
+            return {name, "mac.files.write", {{"path", name}, {"content", name}}};
+        }
+        const auto name = (number % 3 == 1 ? "Poznámka " : "program-") + text;
+        if (number % 3 == 1) return {name, "mac.notes.create", {{"title", name}, {"body", name}}};
+        // Unlike the other two nothing hinders it from happening twice.
+        boost::json::array args{"-c", "open('log', 'a').write('" + name + "\\n')"};
+        return {name, "mac.terminal.run", {{"program", "python3"}, {"args", std::move(args)}}};
+    }
+
     /// One call, with a name of its own; whether it was answered.
     bool call() {
-        const auto number = std::to_string(answers_.size());
-        const bool isFile = answers_.size() % 2 == 0;
-        const auto name = isFile ? "soubor-" + number + ".txt" : "Poznámka " + number;
-        boost::json::object arguments{{isFile ? "path" : "title", name}, {isFile ? "content" : "body", name}};
-        auto ended = home_.phone(
-            {"--timeout", "4", "call", isFile ? "mac.files.write" : "mac.notes.create", encode(arguments)});
+        const auto [name, tool, arguments] = deed(answers_.size());
+        auto ended = home_.phone({"--timeout", "4", "call", tool, encode(arguments)});
         // Nobody else makes such a name: where it is taken, this very call has taken it before.
         EXPECT_FALSE(ended.output.contains("už existuje")) << name << ended.output;
         EXPECT_NE(ended.code, 1) << ended.output;
         return answers_[name] = ended.code == 0;
+    }
+
+    /// How often each program has appended its name.
+    [[nodiscard]] std::map<std::string, int> programs() const {
+        std::map<std::string, int> times;
+        std::ifstream log(folder_ + "/log");
+        for (std::string name; std::getline(log, name);) ++times[name];
+        return times;
     }
 
     [[nodiscard]] int fileCount(const std::string& name) const {

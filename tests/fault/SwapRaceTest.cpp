@@ -1,4 +1,5 @@
 #include "app/execution/BeneathFolder.h"
+#include "app/execution/FileSearch.h"
 #include "app/execution/SouboryBridge.h"
 #include "platform/memory/ManualExecutor.h"
 #include "tests/app/execution/FileTree.h"
@@ -10,27 +11,39 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <thread>
+#include <unistd.h>
+#include <utility>
 
 namespace morvex {
 namespace {
 
+constexpr std::size_t kindsOfRaces = 15;
+
 /// Of each kind of race; a million in all.
 std::size_t attempts() {
-    return cases(200, 125'000);
+    return cases(200, 1'000'000 / kindsOfRaces + 1);
 }
 
-/// Exchanges two entries of a tree as fast as it can, for as long as it lives.
+/// Exchanges two entries of a tree as fast as it can, for as long as it lives. Where the right one does not
+/// exist, the left one goes there and comes back, unless its name was taken meanwhile.
 class Swapper {
   public:
     Swapper(std::string left, std::string right)
         : thread_([this, left = std::move(left), right = std::move(right)] {
+              const bool isExchange = ::access(right.c_str(), F_OK) == 0;
+              const auto* from = left.c_str();
+              const auto* to = right.c_str();
               while (!done_ && error_ == 0) {
-                  if (::renameat2(AT_FDCWD, left.c_str(), AT_FDCWD, right.c_str(), RENAME_EXCHANGE) != 0)
-                      error_ = errno;
-                  else
+                  const unsigned how = isExchange ? RENAME_EXCHANGE : RENAME_NOREPLACE;
+                  if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, how) == 0) {
                       ++swaps_;
+                      if (!isExchange) std::swap(from, to);
+                  } else if (isExchange || errno != EEXIST) {
+                      error_ = errno;
+                  }
               }
           }) {
         while (swaps_ == 0 && error_ == 0) std::this_thread::yield();
@@ -64,8 +77,10 @@ class SwapRaceTest : public testing::Test {
         std::size_t through = 0;
         std::size_t raced = 0;
         std::size_t tried = 0;
+        // While others use the computer, few attempts meet an exchange.
+        const auto most = 10'000 * attempts();
         auto isDone = [&] { return raced >= attempts() && through > 0; };
-        for (; !isDone() && swapper.error() == 0 && tried < 1'000 * attempts(); ++tried) {
+        for (; !isDone() && swapper.error() == 0 && tried < most; ++tried) {
             const auto before = swapper.swaps();
             if (attempt(tried)) ++through;
             if (swapper.swaps() != before) ++raced;
@@ -79,7 +94,7 @@ class SwapRaceTest : public testing::Test {
         tell("Race: " + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()), raced,
              "of " + std::to_string(tried) + " attempts, " + std::to_string(through) +
                  " got through inside, " + std::to_string(swapper.swaps()) + " exchanges, " +
-                 (HasFailure() ? "something outside was touched" : "nothing outside was touched"));
+                 "nothing outside was touched");
     }
 
     /// Nothing but "inside" may ever be read from this path.
@@ -89,6 +104,45 @@ class SwapRaceTest : public testing::Test {
             if (result) EXPECT_EQ(*result, "inside");
             return result.has_value();
         });
+    }
+
+    /// The tool is asked, and nothing but "file" may ever be found.
+    void raceSearching(const std::string& left, const std::string& right) {
+        race(left, right, [&](std::size_t) {
+            return expectFilesAlone(executor.run(soubory.hledej({}, {}, 50, tree.allowed(), {})).value());
+        });
+    }
+
+    /// The same of an allowed folder whose path was resolved before: one that comes to lie behind a link
+    /// later is not opened.
+    void raceSearchingOf(const std::string& left, const std::string& right, const std::string& allowed) {
+        race(left, right, [&](std::size_t) {
+            auto folder = BeneathFolder::open(tree.path(allowed));
+            return folder && expectFilesAlone(FileSearch("", {.found = 50}).run(*folder, {}));
+        });
+    }
+
+    /// Whether anything was found.
+    static bool expectFilesAlone(const Result<std::vector<std::string>>& found) {
+        if (!found) return false;
+        for (const auto& path : *found) EXPECT_EQ(std::filesystem::path(path).filename(), "file") << path;
+        return !found->empty();
+    }
+
+    /// Likewise for writing. `inside` is the folder while all is well, whose name may lead elsewhere.
+    void raceWriting(const std::string& left, const std::string& right, const std::string& allowed,
+                     const FileDescriptor& inside) {
+        race(left, right, [&](std::size_t) {
+            auto folder = BeneathFolder::open(tree.path(allowed));
+            const bool isWritten = folder && folder->writeNew("new", asBytes("x"));
+            // Taken away again, so that the next attempt has to make it.
+            if (isWritten) ::unlinkat(inside.get(), "new", 0);
+            return isWritten;
+        });
+    }
+
+    [[nodiscard]] FileDescriptor opened(const std::string& folder) {
+        return FileDescriptor(::open(tree.folder(folder).c_str(), O_PATH | O_CLOEXEC));
     }
 
     FileTree tree;
@@ -151,7 +205,7 @@ TEST_F(SwapRaceTest, AFileSwappedForAPipeNeverBlocks) {
 }
 
 TEST_F(SwapRaceTest, AFolderSwappedForALinkIsNeverWrittenThrough) {
-    FileDescriptor folder(::open(tree.folder("home/Projects/folder").c_str(), O_PATH | O_CLOEXEC));
+    const auto folder = opened("home/Projects/folder");
     tree.link("home/Projects/link", tree.path("outside"));
     race("home/Projects/folder", "home/Projects/link", [&](std::size_t i) {
         auto name = std::to_string(i % 2) + "/file";
@@ -165,15 +219,65 @@ TEST_F(SwapRaceTest, AFolderSwappedForALinkIsNeverWrittenThrough) {
     EXPECT_TRUE(std::filesystem::is_empty(tree.path("outside")));
 }
 
+TEST_F(SwapRaceTest, AFolderAboveTheAllowedOneSwappedForALinkIsNeverWrittenThrough) {
+    tree.folder("outside/Projects");
+    const auto inside = opened("home/Projects");
+    tree.link("link", tree.path("outside"));
+    raceWriting("home", "link", "home/Projects", inside);
+    EXPECT_TRUE(std::filesystem::is_empty(tree.path("outside/Projects")));
+}
+
+TEST_F(SwapRaceTest, AnAllowedFolderSwappedForALinkIsNeverWrittenThrough) {
+    const auto inside = opened("home/Projects/inner");
+    tree.link("home/Projects/link", tree.path("outside"));
+    raceWriting("home/Projects/inner", "home/Projects/link", "home/Projects/inner", inside);
+    EXPECT_TRUE(std::filesystem::is_empty(tree.path("outside")));
+}
+
+TEST_F(SwapRaceTest, ALinkToWhatDoesNotExistThatComesAndGoesIsNeverWrittenThrough) {
+    const auto inside = opened("home/Projects");
+    tree.link("home/Projects/new", tree.path("outside/made"));
+    race("home/Projects/new", "home/Projects/away", [&](std::size_t) {
+        auto written = executor.run(soubory.zapis("new", "x", {}, tree.allowed())).value();
+        if (written) ::unlinkat(inside.get(), "new", 0);
+        return written.has_value();
+    });
+    EXPECT_TRUE(std::filesystem::is_empty(tree.path("outside")));
+}
+
 TEST_F(SwapRaceTest, AFolderSwappedForALinkIsNeverSearchedOutside) {
     tree.file("outside/secret", "");
     tree.file("home/Projects/folder/file", "");
     tree.link("home/Projects/link", tree.path("outside"));
-    race("home/Projects/folder", "home/Projects/link", [this](std::size_t) {
-        auto found = executor.run(soubory.hledej({}, {}, 50, tree.allowed(), {})).value().value();
-        for (const auto& path : found) EXPECT_TRUE(path.ends_with("/file")) << path;
-        return !found.empty();
-    });
+    raceSearching("home/Projects/folder", "home/Projects/link");
+}
+
+TEST_F(SwapRaceTest, AFolderDeepDownSwappedForALinkIsNeverSearchedOutside) {
+    tree.file("outside/deep/secret", "");
+    tree.file("home/Projects/folder/deep/file", "");
+    tree.link("home/Projects/folder/link", tree.path("outside/deep"));
+    raceSearching("home/Projects/folder/deep", "home/Projects/folder/link");
+}
+
+TEST_F(SwapRaceTest, AFileSwappedForALinkIsNeverSearchedOutside) {
+    tree.file("outside/secret", "");
+    tree.file("home/Projects/file", "");
+    tree.link("link", tree.path("outside"));
+    raceSearching("home/Projects/file", "link");
+}
+
+TEST_F(SwapRaceTest, AFolderAboveTheAllowedOneSwappedForALinkIsNeverSearchedOutside) {
+    tree.file("outside/Projects/secret", "");
+    tree.file("home/Projects/file", "");
+    tree.link("link", tree.path("outside"));
+    raceSearchingOf("home", "link", "home/Projects");
+}
+
+TEST_F(SwapRaceTest, AnAllowedFolderSwappedForALinkIsNeverSearchedOutside) {
+    tree.file("outside/secret", "");
+    tree.file("home/Projects/inner/file", "");
+    tree.link("home/Projects/link", tree.path("outside"));
+    raceSearchingOf("home/Projects/inner", "home/Projects/link", "home/Projects/inner");
 }
 
 } // namespace
