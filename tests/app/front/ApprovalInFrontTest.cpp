@@ -75,45 +75,44 @@ class ApprovalInFrontTest : public UiHarness {
         display().press('a');
         EXPECT_TRUE(eventually([&] { return display().heardKey(other); })) << "it goes where it did before";
         EXPECT_EQ(display().withKeyboard(), other);
-
-        static VirtualDisplay& display() {
-            return desk->display;
-        }
-
-        static inline std::unique_ptr<Desk> desk;
-        xcb_window_t other = 0;
-    };
-
-    TEST_F(ApprovalInFrontTest, AClosedWindowOpensAboveTheProgramThatKeepsTheKeyboard) {
-        ASSERT_NO_FATAL_FAILURE(openWithTheKeyboard());
-        window()->close();
-        ASSERT_NO_FATAL_FAILURE(useAnotherProgram());
-        ask();
-        expectInFrontWithoutTheKeyboard();
     }
 
-    TEST_F(ApprovalInFrontTest, ACoveredWindowComesAboveTheProgramThatKeepsTheKeyboard) {
-        ASSERT_NO_FATAL_FAILURE(openWithTheKeyboard());
-        ASSERT_NO_FATAL_FAILURE(useAnotherProgram());
-        ask();
-        expectInFrontWithoutTheKeyboard();
-    }
+    static VirtualDisplay& display() { return desk->display; }
 
-    TEST_F(ApprovalInFrontTest, AMinimizedWindowComesBackAboveTheProgramThatKeepsTheKeyboard) {
-        ASSERT_NO_FATAL_FAILURE(openWithTheKeyboard());
-        window()->showMinimized();
-        ASSERT_TRUE(eventually([&] { return !isOnTop(); }));
-        ASSERT_NO_FATAL_FAILURE(useAnotherProgram());
-        ask();
-        expectInFrontWithoutTheKeyboard();
-    }
+    static inline std::unique_ptr<Desk> desk;
+    xcb_window_t other = 0;
+};
 
-    TEST_F(ApprovalInFrontTest, AWindowThatThePersonAsksForTakesTheKeyboard) {
-        ASSERT_NO_FATAL_FAILURE(openWithTheKeyboard());
-        ASSERT_NO_FATAL_FAILURE(useAnotherProgram());
-        ui->openMainWindow();
-        EXPECT_TRUE(eventually([&] { return isOnTop() && window()->isActive(); }));
-    }
+TEST_F(ApprovalInFrontTest, AClosedWindowOpensAboveTheProgramThatKeepsTheKeyboard) {
+    ASSERT_NO_FATAL_FAILURE(openWithTheKeyboard());
+    window()->close();
+    ASSERT_NO_FATAL_FAILURE(useAnotherProgram());
+    ask();
+    expectInFrontWithoutTheKeyboard();
+}
+
+TEST_F(ApprovalInFrontTest, ACoveredWindowComesAboveTheProgramThatKeepsTheKeyboard) {
+    ASSERT_NO_FATAL_FAILURE(openWithTheKeyboard());
+    ASSERT_NO_FATAL_FAILURE(useAnotherProgram());
+    ask();
+    expectInFrontWithoutTheKeyboard();
+}
+
+TEST_F(ApprovalInFrontTest, AMinimizedWindowComesBackAboveTheProgramThatKeepsTheKeyboard) {
+    ASSERT_NO_FATAL_FAILURE(openWithTheKeyboard());
+    window()->showMinimized();
+    ASSERT_TRUE(eventually([&] { return !isOnTop(); }));
+    ASSERT_NO_FATAL_FAILURE(useAnotherProgram());
+    ask();
+    expectInFrontWithoutTheKeyboard();
+}
+
+TEST_F(ApprovalInFrontTest, AWindowThatThePersonAsksForTakesTheKeyboard) {
+    ASSERT_NO_FATAL_FAILURE(openWithTheKeyboard());
+    ASSERT_NO_FATAL_FAILURE(useAnotherProgram());
+    ui->openMainWindow();
+    EXPECT_TRUE(eventually([&] { return isOnTop() && window()->isActive(); }));
+}
 
 } // namespace
 } // namespace morvex
