@@ -145,11 +145,11 @@ void benchIdle(const std::vector<Phone>& phones) {
         for (auto& client : clients) client.waitUntilDone();
     });
     const auto after = residentMebibytes();
-    std::printf(
-        "%zu idle phones: %.0f MiB resident, %.1f KiB a phone (%.0f MiB before they came); their logins "
-        "took %.1f s\n",
-        phones.size(), after, (after - before) * 1024 / static_cast<double>(phones.size()), before,
-        took / 1000);
+    std::printf("%zu idle phones (of %zu, for as many as there are descriptors) before a first ping: %.0f "
+                "MiB resident, %.1f KiB a phone (%.0f MiB before they came); their logins "
+                "took %.1f s\n",
+                phones.size(), wantedPhones, after,
+                (after - before) * 1024 / static_cast<double>(phones.size()), before, took / 1000);
 }
 
 /// Sends some frames at a time and reads as many; the two sockets may be one. What is on the way stays below
