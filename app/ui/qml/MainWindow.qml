@@ -7,10 +7,11 @@ Window {
     required property CompanionModel companion
 
     title: "Morvex"
-    width: 720
-    height: 560
-    minimumWidth: 420
-    minimumHeight: 360
+    // A small or much enlarged screen has less room.
+    width: Math.min(720, Screen.desktopAvailableWidth)
+    height: Math.min(560, Screen.desktopAvailableHeight)
+    minimumWidth: Math.min(420, Screen.desktopAvailableWidth)
+    minimumHeight: Math.min(360, Screen.desktopAvailableHeight)
     color: Vzhled.page
 
     ContentView {
