@@ -1,8 +1,8 @@
 #include "phone/Options.h"
 
 #include "foundation/Text.h"
-#include "foundation/Try.h"
 #include "phone/PhoneError.h"
+#include "shared/base/Try.h"
 
 #include <algorithm>
 #include <array>

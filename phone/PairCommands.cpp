@@ -1,11 +1,11 @@
 #include "phone/PairCommands.h"
 
 #include "foundation/Text.h"
-#include "foundation/Try.h"
 #include "phone/Attendant.h"
 #include "phone/PhonePairing.h"
 #include "phone/QrPicture.h"
 #include "shared-apple/RelayParovani.h"
+#include "shared/base/Try.h"
 #include "shared/trust/DeviceIdentity.h"
 
 #include <chrono>

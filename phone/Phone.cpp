@@ -1,11 +1,11 @@
 #include "phone/Phone.h"
 
-#include "foundation/Try.h"
 #include "phone/PairCommands.h"
 #include "phone/RecordCommands.h"
 #include "phone/SessionCommands.h"
 #include "phone/SettingsCommands.h"
 #include "phone/Shell.h"
+#include "shared/base/Try.h"
 
 #include <algorithm>
 #include <array>

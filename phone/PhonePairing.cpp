@@ -1,8 +1,8 @@
 #include "phone/PhonePairing.h"
 
-#include "foundation/Try.h"
 #include "phone/PhoneError.h"
 #include "shared-apple/RelayParovani.h"
+#include "shared/base/Try.h"
 #include "shared/trust/Parovani.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"

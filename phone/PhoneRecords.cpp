@@ -1,8 +1,8 @@
 #include "phone/PhoneRecords.h"
 
 #include "foundation/Text.h"
-#include "foundation/Try.h"
 #include "phone/PhoneError.h"
+#include "shared/base/Try.h"
 
 #include <algorithm>
 #include <chrono>

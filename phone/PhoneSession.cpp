@@ -1,7 +1,7 @@
 #include "phone/PhoneSession.h"
 
-#include "foundation/Try.h"
 #include "phone/PhoneError.h"
+#include "shared/base/Try.h"
 #include "shared/wire/MacToolName.h"
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 #include "phone/QrPicture.h"
 
 #include "foundation/AtomicFile.h"
-#include "foundation/Try.h"
 #include "phone/PhoneError.h"
+#include "shared/base/Try.h"
 
 #include <zbar.h>
 

@@ -1,7 +1,7 @@
 #include "phone/RecordCommands.h"
 
-#include "foundation/Try.h"
 #include "phone/RecordText.h"
+#include "shared/base/Try.h"
 #include "shared/wire/Json.h"
 
 #include <algorithm>

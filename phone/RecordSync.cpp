@@ -1,6 +1,6 @@
 #include "phone/RecordSync.h"
 
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,9 +1,9 @@
 #include "phone/SessionCommands.h"
 
-#include "foundation/Try.h"
 #include "phone/ResultText.h"
 #include "phone/StatusText.h"
 #include "phone/TaskText.h"
+#include "shared/base/Try.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/MacToolName.h"
 

@@ -1,8 +1,8 @@
 #include "phone/SettingsCommands.h"
 
 #include "foundation/Text.h"
-#include "foundation/Try.h"
 #include "phone/SettingsText.h"
+#include "shared/base/Try.h"
 #include "shared/wire/CustomAppLimits.h"
 #include "shared/wire/Json.h"
 

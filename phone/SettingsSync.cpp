@@ -1,6 +1,6 @@
 #include "phone/SettingsSync.h"
 
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 
 #include <utility>
 

@@ -1,9 +1,9 @@
 #include "phone/Shell.h"
 
 #include "foundation/Text.h"
-#include "foundation/Try.h"
 #include "phone/SessionCommands.h"
 #include "phone/SettingsCommands.h"
+#include "shared/base/Try.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/MacToolName.h"
 

@@ -1,6 +1,6 @@
 #include "shared-apple/KeychainStore.h"
 
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 #include "shared/wire/Json.h"
 
 namespace morvex {

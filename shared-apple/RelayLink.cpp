@@ -1,8 +1,8 @@
 #include "shared-apple/RelayLink.h"
 
 #include "foundation/Text.h"
-#include "foundation/Try.h"
 #include "shared-apple/MessageTooLong.h"
+#include "shared/base/Try.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"
 

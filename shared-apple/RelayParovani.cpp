@@ -1,7 +1,7 @@
 #include "shared-apple/RelayParovani.h"
 
 #include "foundation/Text.h"
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 #include "shared/trust/Revocation.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/RelayCalls.h"

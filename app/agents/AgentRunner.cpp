@@ -6,8 +6,8 @@
 #include "app/programs/ProcessRunner.h"
 #include "foundation/Paths.h"
 #include "foundation/Text.h"
-#include "foundation/Try.h"
 #include "shared/base/Require.h"
+#include "shared/base/Try.h"
 #include "shared/wire/TalkSpanError.h"
 
 #include <utility>

@@ -5,8 +5,8 @@
 #include "app/agents/SessionLink.h"
 #include "foundation/Paths.h"
 #include "foundation/Text.h"
-#include "foundation/Try.h"
 #include "shared/base/Require.h"
+#include "shared/base/Try.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/PrettyJson.h"
 

@@ -1,7 +1,7 @@
 #include "app/customapps/MacCustomAppsService.h"
 
 #include "foundation/Text.h"
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 #include "shared/wire/CustomAppLimits.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/NormalizedAddress.h"

@@ -3,7 +3,7 @@
 #include "foundation/Paths.h"
 #include "foundation/SystemError.h"
 #include "foundation/Text.h"
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 
 #include <algorithm>
 #include <cerrno>

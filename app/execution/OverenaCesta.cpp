@@ -3,7 +3,7 @@
 #include "app/execution/SouboryChyba.h"
 #include "foundation/Paths.h"
 #include "foundation/Text.h"
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 
 #include <algorithm>
 #include <array>

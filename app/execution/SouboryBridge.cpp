@@ -6,7 +6,7 @@
 #include "foundation/Paths.h"
 #include "foundation/SystemError.h"
 #include "foundation/Text.h"
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 
 #include <cerrno>
 

@@ -3,7 +3,7 @@
 #include "app/execution/TerminalGate.h"
 #include "app/programs/ProcessRunner.h"
 #include "foundation/Text.h"
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 #include "shared/wire/TalkSpanError.h"
 
 #include <algorithm>

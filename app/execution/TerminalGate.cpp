@@ -4,7 +4,7 @@
 #include "app/execution/TerminalChyba.h"
 #include "foundation/Paths.h"
 #include "foundation/Text.h"
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "app/programs/BehProgramu.h"
 
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 
 namespace morvex {
 

@@ -2,7 +2,7 @@
 
 #include "foundation/SystemError.h"
 #include "foundation/Text.h"
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 
 #include <boost/json.hpp>
 

@@ -1,10 +1,10 @@
 #include "platform/linux/SecretServiceVault.h"
 
 #include "foundation/Text.h"
-#include "foundation/Try.h"
 #include "platform/linux/DisplayServer.h"
 #include "platform/linux/SecretServiceCall.h"
 #include "platform/linux/VaultRules.h"
+#include "shared/base/Try.h"
 
 namespace morvex {
 

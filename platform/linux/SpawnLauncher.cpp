@@ -2,8 +2,8 @@
 
 #include "foundation/FileDescriptor.h"
 #include "foundation/SystemError.h"
-#include "foundation/Try.h"
 #include "platform/linux/SpawnedChild.h"
+#include "shared/base/Try.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
 #include "platform/linux/SpawnedChild.h"
 
 #include "foundation/SystemError.h"
-#include "foundation/Try.h"
 #include "platform/linux/Descendants.h"
 #include "shared/base/Require.h"
+#include "shared/base/Try.h"
 
 #include <algorithm>
 #include <cerrno>

@@ -1,9 +1,9 @@
 #include "platform/net/BeastWebSocketClient.h"
 
-#include "foundation/Try.h"
 #include "platform/net/NetworkCall.h"
 #include "platform/net/WebSocketConnection.h"
 #include "platform/net/WebSocketNetwork.h"
+#include "shared/base/Try.h"
 
 #include <utility>
 

@@ -1,8 +1,8 @@
 #include "foundation/Task.h"
 
 #include "foundation/ThreadExecutor.h"
-#include "foundation/Try.h"
 #include "platform/memory/ManualExecutor.h"
+#include "shared/base/Try.h"
 #include "tests/support/Await.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "tests/shared-apple/PhoneDevice.h"
 
-#include "foundation/Try.h"
+#include "shared/base/Try.h"
 #include "shared/trust/SessionHandshake.h"
 #include "shared/wire/Json.h"
 

@@ -13,13 +13,17 @@
         return std::unexpected(std::move(MORVEX_UNIQUE_NAME(tried, __LINE__)).error());                      \
     type name = *std::move(MORVEX_UNIQUE_NAME(tried, __LINE__))
 
-/// `CO_TRY(auto, value, co_await operation())`: the same in a coroutine.
+/// `CHECK(expression)`: the same without a value.
+#define CHECK(...)                                                                                           \
+    if (auto tried = (__VA_ARGS__); !tried) return std::unexpected(std::move(tried).error())
+
+/// `CO_TRY(auto, value, co_await operation())`: `TRY` in a coroutine.
 #define CO_TRY(type, name, ...)                                                                              \
     auto MORVEX_UNIQUE_NAME(tried, __LINE__) = (__VA_ARGS__);                                                \
     if (!MORVEX_UNIQUE_NAME(tried, __LINE__))                                                                \
         co_return std::unexpected(std::move(MORVEX_UNIQUE_NAME(tried, __LINE__)).error());                   \
     type name = *std::move(MORVEX_UNIQUE_NAME(tried, __LINE__))
 
-/// `CO_CHECK(co_await operation())`: the same for an operation without a value.
+/// `CO_CHECK(co_await operation())`: `CHECK` in a coroutine.
 #define CO_CHECK(...)                                                                                        \
     if (auto tried = (__VA_ARGS__); !tried) co_return std::unexpected(std::move(tried).error())
