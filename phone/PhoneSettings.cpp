@@ -1,7 +1,10 @@
 #include "phone/PhoneSettings.h"
 
-#include "shared-apple/KeychainChyba.h"
+#include "shared/base/Try.h"
 #include "shared/wire/Json.h"
+
+#include <string_view>
+#include <tuple>
 
 namespace morvex {
 
@@ -9,6 +12,7 @@ namespace {
 
 const std::string preferencesAccount = "nastaveni.predvolby";
 const std::string appsAccount = "nastaveni.aplikace";
+constexpr std::string_view marked = "true";
 
 const std::string& accountOf(PhoneSettings::Kind kind) {
     return kind == PhoneSettings::Kind::apps ? appsAccount : preferencesAccount;
@@ -38,39 +42,32 @@ Result<void> PhoneSettings::keep(const std::vector<CompanionCustomApp>& apps) {
 }
 
 Result<void> PhoneSettings::keep(Kind kind, const std::string& json) {
-    if (auto marked = write(markOf(kind), "true"); !marked) return marked;
-    return write(accountOf(kind), json);
+    CHECK(items_.write(markOf(kind), asBytes(marked)));
+    return items_.write(accountOf(kind), asBytes(json));
 }
 
 bool PhoneSettings::isConfirmed(Kind kind) const {
-    return vault_.find(service_, markOf(kind)).status != vaultStatus::ok;
+    const auto mark = items_.read(markOf(kind));
+    return !mark || !*mark;
 }
 
 Result<void> PhoneSettings::forgetConfirmations() {
     for (auto kind : kinds) {
-        if (vault_.find(service_, accountOf(kind)).status == vaultStatus::itemNotFound) continue;
-        if (auto marked = write(markOf(kind), "true"); !marked) return marked;
+        const auto kept = items_.read(accountOf(kind));
+        if (kept && !*kept) continue;
+        CHECK(items_.write(markOf(kind), asBytes(marked)));
     }
     return {};
 }
 
 void PhoneSettings::confirm(Kind kind) {
-    vault_.remove(service_, markOf(kind));
+    std::ignore = items_.erase(markOf(kind));
 }
 
 template <class Record> Result<Record> PhoneSettings::read(const std::string& account) const {
-    auto found = vault_.find(service_, account);
-    if (found.status == vaultStatus::itemNotFound) return Record{};
-    if (found.status != vaultStatus::ok)
-        return fail(KeychainChyba{found.status, "čtení " + account, vault_.text(found.status)});
-    return decode<Record>(found.bytes);
-}
-
-Result<void> PhoneSettings::write(const std::string& account, const std::string& json) {
-    auto status = vault_.update(service_, account, asBytes(json));
-    if (status == vaultStatus::itemNotFound) status = vault_.add(service_, account, asBytes(json));
-    if (status == vaultStatus::ok) return {};
-    return fail(KeychainChyba{status, "zápis " + account, vault_.text(status)});
+    TRY(const auto, bytes, items_.read(account));
+    if (!bytes) return Record{};
+    return decode<Record>(*bytes);
 }
 
 } // namespace morvex

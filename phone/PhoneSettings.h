@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/SecretVault.h"
+#include "shared-apple/VaultItems.h"
 #include "shared/base/Error.h"
 #include "shared/wire/CompanionRecords.h"
 
@@ -17,7 +17,7 @@ class PhoneSettings {
     enum class Kind { preferences, apps };
     static constexpr std::array kinds{Kind::preferences, Kind::apps};
 
-    PhoneSettings(SecretVault& vault, std::string service) : vault_(vault), service_(std::move(service)) {}
+    PhoneSettings(SecretVault& vault, std::string service) : items_(vault, std::move(service)) {}
 
     /// Empty ones before the first. Fails with `KeychainChyba`, or because what is kept is damaged.
     [[nodiscard]] Result<CompanionPreferences> preferences() const;
@@ -36,10 +36,8 @@ class PhoneSettings {
   private:
     template <class Record> [[nodiscard]] Result<Record> read(const std::string& account) const;
     Result<void> keep(Kind kind, const std::string& json);
-    Result<void> write(const std::string& account, const std::string& json);
 
-    SecretVault& vault_;
-    std::string service_;
+    VaultItems items_;
 };
 
 } // namespace morvex

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/ports/SecretVault.h"
 #include "shared-apple/IdentityStore.h"
-#include "shared-apple/KeychainChyba.h"
+#include "shared-apple/VaultItems.h"
 
 #include <string>
 
@@ -12,7 +11,7 @@ namespace morvex {
 /// `KeychainChyba`.
 class KeychainStore final : public IdentityStore {
   public:
-    KeychainStore(SecretVault& vault, std::string sluzba) : vault_(vault), sluzba_(std::move(sluzba)) {}
+    KeychainStore(SecretVault& vault, std::string sluzba) : items_(vault, std::move(sluzba)) {}
 
     Result<std::shared_ptr<const DeviceIdentity>> nactiIdentitu() override;
     Result<void> ulozIdentitu(std::shared_ptr<const DeviceIdentity> identita) override;
@@ -22,13 +21,7 @@ class KeychainStore final : public IdentityStore {
     Result<void> smazProtejsek() override;
 
   private:
-    Result<std::optional<Bytes>> read(const std::string& account);
-    Result<void> write(const std::string& account, ByteView bytes);
-    Result<void> erase(const std::string& account);
-    std::unexpected<Error> refusal(std::int32_t status, const char* verb, const std::string& account) const;
-
-    SecretVault& vault_;
-    std::string sluzba_;
+    VaultItems items_;
 };
 
 } // namespace morvex

@@ -55,6 +55,7 @@ TEST(PhoneSettings, ADamagedItemAndARefusalAreFailures) {
     vault.refusals["find nastaveni.aplikace"] = vaultStatus::io;
     EXPECT_EQ(settings.apps().error().popis(), "Trezor odmítl čtení nastaveni.aplikace: kód -36");
     vault.refusals["update nastaveni.aplikace"] = vaultStatus::io;
+    vault.refusals["add nastaveni.aplikace"] = vaultStatus::io;
     EXPECT_EQ(settings.keep(std::vector<CompanionCustomApp>{}).error().popis(),
               "Trezor odmítl zápis nastaveni.aplikace: kód -36");
 }
