@@ -70,11 +70,7 @@ template <class T> class EventStream {
             auto waiting = std::exchange(handle, {});
             auto* executor = home;
             lock.unlock();
-            if (!waiting) return;
-            if (executor)
-                executor->post([waiting] { waiting.resume(); });
-            else
-                waiting.resume();
+            if (waiting) resumeOn(executor, waiting);
         }
     };
 
@@ -104,7 +100,7 @@ template <class T> class EventStream {
                 if (ready && (++stream_.inARow_ < eventsInARow || !home)) return false;
                 stream_.inARow_ = 0;
                 if (ready) {
-                    home->post([handle] { handle.resume(); });
+                    resumeOn(home, handle);
                     return true;
                 }
                 stream_.consumer_.wait(handle, home);

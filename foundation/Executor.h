@@ -1,5 +1,6 @@
 #pragma once
 
+#include <coroutine>
 #include <functional>
 
 namespace morvex {
@@ -36,5 +37,13 @@ class Executor {
         Executor* previous_;
     };
 };
+
+/// Resumes a coroutine on its executor; here when it has none.
+inline void resumeOn(Executor* home, std::coroutine_handle<> waiting) {
+    if (home)
+        home->post([waiting] { waiting.resume(); });
+    else
+        waiting.resume();
+}
 
 } // namespace morvex

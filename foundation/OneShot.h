@@ -23,7 +23,7 @@ template <class T> class OneShot {
         auto waiter = std::exchange(waiter_, {});
         Executor* home = home_;
         lock.unlock();
-        if (waiter) resume(waiter, home);
+        if (waiter) resumeOn(home, waiter);
         return true;
     }
 
@@ -49,13 +49,6 @@ template <class T> class OneShot {
     }
 
   private:
-    static void resume(std::coroutine_handle<> waiter, Executor* home) {
-        if (home)
-            home->post([waiter] { waiter.resume(); });
-        else
-            waiter.resume();
-    }
-
     std::mutex mutex_;
     std::optional<T> value_;
     std::coroutine_handle<> waiter_;

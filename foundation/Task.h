@@ -68,7 +68,7 @@ struct FinalAwaiter {
         Executor* home = ended.promise().home;
         if (home == nullptr || home->isCurrent()) return continuation;
         // From here on another thread may destroy the ended coroutine.
-        home->post([continuation] { continuation.resume(); });
+        resumeOn(home, continuation);
         return std::noop_coroutine();
     }
 
@@ -126,9 +126,7 @@ inline auto hop(Executor& executor) {
 
         bool await_ready() const noexcept { return target.isCurrent(); }
 
-        void await_suspend(std::coroutine_handle<> handle) const {
-            target.post([handle] { handle.resume(); });
-        }
+        void await_suspend(std::coroutine_handle<> handle) const { resumeOn(&target, handle); }
 
         void await_resume() const noexcept {}
     };
@@ -136,16 +134,23 @@ inline auto hop(Executor& executor) {
     return Awaiter{executor};
 }
 
+/// `co_await letOthersRun()`: the rest runs behind what waits on this executor already.
+inline auto letOthersRun() {
+    struct Awaiter {
+        bool await_ready() const noexcept { return false; }
+
+        void await_suspend(std::coroutine_handle<> handle) const { resumeOn(Executor::current(), handle); }
+
+        void await_resume() const noexcept {}
+    };
+
+    return Awaiter{};
+}
+
 /// Runs a plain function on another executor (`work` may block there) and resumes with its result here.
 template <class Work> Task<std::invoke_result_t<Work&>> runOn(Executor& executor, Work work) {
     co_await hop(executor);
     co_return work();
-}
-
-/// Runs an asynchronous operation on another executor and resumes with its result here.
-template <class T> Task<T> taskOn(Executor& executor, Task<T> task) {
-    co_await hop(executor);
-    co_return co_await std::move(task);
 }
 
 } // namespace morvex

@@ -3,6 +3,7 @@
 #include "app/agents/UkolAgenta.h"
 #include "foundation/ArchiveFile.h"
 #include "foundation/Clock.h"
+#include "foundation/Listeners.h"
 #include "foundation/Random.h"
 #include "platform/ports/UrlOpener.h"
 
@@ -115,7 +116,6 @@ class HistorieAgentu {
     void ulozit();
     [[nodiscard]] Result<void> zapis();
     void setPotiz(std::optional<std::string> potiz);
-    void oznamZmenu() const;
     void zvysRevizi(UkolAgenta& ukol) const;
     [[nodiscard]] UkolAgenta* najdi(const Uuid& workItemID);
     [[nodiscard]] UkolAgenta* potvrzovany(const Uuid& workItemID, std::uint64_t revize);
@@ -132,7 +132,7 @@ class HistorieAgentu {
     std::vector<UkolAgenta> polozky_;
     std::optional<UkolAgenta> zapomenuty_; ///< ran when the list was cleared
     std::optional<std::string> potiz_;
-    std::vector<std::function<void()>> priZmene_;
+    Listeners priZmene_;
 };
 
 } // namespace morvex

@@ -42,7 +42,7 @@ std::vector<AppSummary> MacCustomAppsService::apps() const {
 
 void MacCustomAppsService::setActive(bool active) {
     active_ = active;
-    if (!active_) oznamit();
+    if (!active_) priZmene_.tell();
 }
 
 Task<void> MacCustomAppsService::replacePhoneApps(std::vector<CompanionCustomApp> list) {
@@ -142,11 +142,7 @@ void MacCustomAppsService::addMacApp(StoredApp app) {
 
 void MacCustomAppsService::keep() {
     defaults_.set(metadataKey, toBytes(encode(apps_)));
-    oznamit();
-}
-
-void MacCustomAppsService::oznamit() const {
-    for (const auto& zavolat : priZmene_) zavolat();
+    priZmene_.tell();
 }
 
 } // namespace morvex

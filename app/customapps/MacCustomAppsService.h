@@ -4,6 +4,7 @@
 #include "app/customapps/ServiceError.h"
 #include "app/customapps/StoredApp.h"
 #include "app/keychain/Keychain.h"
+#include "foundation/Listeners.h"
 #include "foundation/Random.h"
 #include "foundation/Task.h"
 #include "platform/ports/UserDefaults.h"
@@ -52,7 +53,7 @@ class MacCustomAppsService {
     Task<void> remove(std::string id);
 
     /// Adds one that is called after each change, for the life of this object.
-    void priZmene(std::function<void()> zavolat) { priZmene_.push_back(std::move(zavolat)); }
+    void priZmene(std::function<void()> zavolat) { priZmene_.add(std::move(zavolat)); }
 
   private:
     [[nodiscard]] StoredApp* find(const std::string& id);
@@ -62,14 +63,13 @@ class MacCustomAppsService {
     Task<void> keepTokens(std::vector<CompanionCustomApp> entries);
     void addMacApp(StoredApp app);
     void keep();
-    void oznamit() const;
 
     UserDefaults& defaults_;
     const Keychain& keychain_;
     Random& random_;
     std::vector<StoredApp> apps_;
     bool active_ = true;
-    std::vector<std::function<void()>> priZmene_;
+    Listeners priZmene_;
 };
 
 } // namespace morvex

@@ -60,7 +60,7 @@ Task<void> Slozky::pridat() {
     vyzadujHlavniVlakno();
     if (chybaOpravneni_) {
         chybaOpravneni_.reset();
-        oznamitZmenu();
+        priZmene_.tell();
     }
     FolderPicker::Question question{"Povolit", "Vyber složky, ve kterých smí Morvex pracovat.", {}};
     if (!vyzadujiObnoveni_.empty()) question.startAt = *vyzadujiObnoveni_.begin();
@@ -83,7 +83,7 @@ void Slozky::odebrat(std::string slozka) {
 
 void Slozky::priZmene(std::function<void()> zavolat) {
     vyzadujHlavniVlakno();
-    priZmene_.push_back(std::move(zavolat));
+    priZmene_.add(std::move(zavolat));
 }
 
 void Slozky::nacistZalozky() {
@@ -140,11 +140,7 @@ void Slozky::ulozit() {
         if (auto found = zalozky_.find(slozka); found != zalozky_.end()) zalozky.emplace_back(found->second);
     defaults_.set(pathsKey, std::move(cesty));
     defaults_.set(bookmarksKey, std::move(zalozky));
-    oznamitZmenu();
-}
-
-void Slozky::oznamitZmenu() const {
-    for (const auto& zavolat : priZmene_) zavolat();
+    priZmene_.tell();
 }
 
 void Slozky::vyzadujHlavniVlakno() const {

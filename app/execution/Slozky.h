@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/execution/PovoleneSlozky.h"
+#include "foundation/Listeners.h"
 #include "foundation/Task.h"
 #include "platform/ports/FolderBookmarks.h"
 #include "platform/ports/FolderPicker.h"
@@ -67,7 +68,6 @@ class Slozky {
     void zacitPristup(const std::string& slozka);
     void ukoncitPristup(const std::string& slozka);
     void ulozit();
-    void oznamitZmenu() const;
     void vyzadujHlavniVlakno() const;
 
     UserDefaults& defaults_;
@@ -81,7 +81,7 @@ class Slozky {
     std::optional<std::string> chybaOpravneni_;
     std::map<std::string, Bytes> zalozky_;
     std::set<std::string> aktivniPristupy_;
-    std::vector<std::function<void()>> priZmene_;
+    Listeners priZmene_;
 };
 
 } // namespace morvex

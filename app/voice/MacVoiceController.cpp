@@ -140,7 +140,7 @@ std::optional<std::string> MacVoiceController::resolvePlace(std::optional<std::s
 template <class T> void MacVoiceController::publish(T& field, T value) {
     if (field == value) return;
     field = std::move(value);
-    for (const auto& zavolat : priZmene_) zavolat();
+    priZmene_.tell();
 }
 
 } // namespace morvex

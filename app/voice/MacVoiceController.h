@@ -2,6 +2,7 @@
 
 #include "app/keychain/Keychain.h"
 #include "app/voice/MacHotkey.h"
+#include "foundation/Listeners.h"
 #include "foundation/Task.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared/wire/CompanionRecords.h"
@@ -73,7 +74,7 @@ class MacVoiceController {
     [[nodiscard]] const std::vector<CompanionPlace>& places() const { return places_; }
 
     /// Adds one that is called after each change of what can be read here, for the life of this object.
-    void priZmene(std::function<void()> zavolat) { priZmene_.push_back(std::move(zavolat)); }
+    void priZmene(std::function<void()> zavolat) { priZmene_.add(std::move(zavolat)); }
 
   private:
     void applyLanguage(const std::string& code);
@@ -91,7 +92,7 @@ class MacVoiceController {
     std::string textLanguage_;
     MacHotkey shortcut_;
     std::vector<CompanionPlace> places_;
-    std::vector<std::function<void()>> priZmene_;
+    Listeners priZmene_;
 };
 
 } // namespace morvex
