@@ -47,7 +47,7 @@ Result<std::shared_ptr<const DeviceIdentity>> ownIdentity(IdentityStore& store) 
     TRY(auto, identita, store.nactiIdentitu());
     if (identita) return identita;
     auto fresh = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
-    if (auto stored = store.ulozIdentitu(fresh); !stored) return fail(stored.error());
+    CHECK(store.ulozIdentitu(fresh));
     return fresh;
 }
 
@@ -116,7 +116,7 @@ Task<Result<void>> pair(Phone& phone) {
 
 Task<Result<void>> unpair(Phone& phone) {
     CO_TRY(auto, paired, loadPaired(phone.store));
-    Result<void> revoked = failWith(ExitCode::relayUnreachable, "Uložená adresa relaye nedává smysl.");
+    Result<void> revoked = failWith(ExitCode::relayUnreachable, RelayAddress::keptOneIsUnusable);
     if (auto address = RelayAddress::parse(paired.mac.relayURL)) {
         RelayParovani relay(phone.http, phone.link.relay.clock);
         revoked = co_await relay.odvolat(*std::move(address), paired.mac.pairID, paired.mac.deviceID,

@@ -11,13 +11,6 @@
 
 namespace morvex {
 
-namespace {
-
-/// What the Mac expects on the envelope of an introduction.
-const std::string pairingRequestID = "parovani";
-
-} // namespace
-
 Result<std::unique_ptr<PhonePairing>> PhonePairing::create(const std::string& qrText,
                                                            std::shared_ptr<const DeviceIdentity> identita,
                                                            SecureLink::Services services, Inbox& inbox) {
@@ -86,9 +79,9 @@ Task<Result<void>> PhonePairing::heard(RelayLink::Udalost event) {
 
 Task<void> PhonePairing::introduce() {
     auto hello = encode(Parovani::makeHello(*identita_, bundle_.pairID));
-    auto sent = co_await link_.send(
-        keyExchange(bundle_.pairID, identita_->deviceID(), deviceID(bundle_.signingKey), pairingRequestID,
-                    toBytes(hello), services_.relay.clock.now(), services_.random.uuid()));
+    auto sent = co_await link_.send(keyExchange(
+        bundle_.pairID, identita_->deviceID(), deviceID(bundle_.signingKey), std::string(Parovani::requestID),
+        toBytes(hello), services_.relay.clock.now(), services_.random.uuid()));
     if (sent) isIntroduced_ = true;
 }
 

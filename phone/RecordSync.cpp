@@ -11,8 +11,7 @@ namespace morvex {
 namespace {
 
 std::string requestIDOf(const MacPayload& offer) {
-    if (const auto* told = offer.as<MacPayload::NoteUpdate>())
-        return "note:" + told->note.id.text() + ":" + std::to_string(told->note.revision);
+    if (const auto* told = offer.as<MacPayload::NoteUpdate>()) return requestID(told->note);
     return "summary:" + offer.as<MacPayload::SummaryUpdate>()->summary.id.text();
 }
 
@@ -44,7 +43,7 @@ Task<Result<void>> RecordSync::finish() {
     if (isUnsaved_) CO_CHECK(records_.save());
     isUnsaved_ = false;
     for (const auto& [id, revision] : std::exchange(waiting_, {}))
-        co_await outbox_.trySend({MacPayload::NoteAck{id, revision}}, "note-ack:" + id.text());
+        co_await outbox_.trySend({MacPayload::NoteAck{id, revision}}, noteAckID(id));
     co_return Result<void>{};
 }
 

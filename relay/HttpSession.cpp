@@ -1,6 +1,7 @@
 #include "relay/HttpSession.h"
 
 #include "relay/SocketSession.h"
+#include "shared/wire/RelayCalls.h"
 
 #include <boost/asio/as_tuple.hpp>
 #include <boost/asio/ip/address.hpp>
@@ -28,7 +29,6 @@ namespace http = boost::beast::http;
 namespace {
 
 constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
-constexpr std::string_view socketPath = "/v1/ws";
 
 std::string_view pathOf(std::string_view target) {
     return target.substr(0, target.find('?'));
@@ -92,7 +92,8 @@ asio::awaitable<void> HttpSession::serve(std::unique_ptr<HttpSession> self) {
         co_return;
     }
     auto request = parser.release();
-    const bool wantsSocket = pathOf(request.target()) == socketPath && beast::websocket::is_upgrade(request);
+    const bool wantsSocket = relayPaths::isAt(pathOf(request.target()), relayPaths::socket) &&
+                             beast::websocket::is_upgrade(request);
     if (wantsSocket && self->buffer_.size() == 0)
         self->becomeSocket(std::move(request));
     else
@@ -106,7 +107,7 @@ void HttpSession::becomeSocket(Request upgrade) {
 
 CallReply HttpSession::call(const Request& request) {
     const auto path = pathOf(request.target());
-    if (path == socketPath) return refusal(CallRefusal::notSocket);
+    if (relayPaths::isAt(path, relayPaths::socket)) return refusal(CallRefusal::notSocket);
     if (!PairCalls::knows(path)) return refusal(CallRefusal::unknownCall);
     if (request.method() != http::verb::post) return refusal(CallRefusal::wrongMethod);
     if (!isJson(request[http::field::content_type])) return refusal(CallRefusal::wrongContentType);

@@ -14,14 +14,15 @@
 
 namespace morvex {
 
+using relayPaths::createPair;
+using relayPaths::isAt;
+using relayPaths::joinPair;
+using relayPaths::revokeDevice;
+
 namespace {
 
 constexpr std::chrono::minutes tokenLifetime{10};
 constexpr std::chrono::minutes signatureTolerance{5};
-
-constexpr std::string_view createPath = "/v1/pair/create";
-constexpr std::string_view joinPath = "/v1/pair/join";
-constexpr std::string_view revokePath = "/v1/device/revoke";
 
 /// Status and the words that the device shows.
 std::pair<unsigned, const char*> meaning(CallRefusal cause) {
@@ -103,13 +104,13 @@ CallReply refusal(CallRefusal cause) {
 }
 
 bool PairCalls::knows(std::string_view path) {
-    return path == createPath || path == joinPath || path == revokePath;
+    return isAt(path, createPair) || isAt(path, joinPair) || isAt(path, revokeDevice);
 }
 
 CallReply PairCalls::answer(std::string_view path, std::string_view body, Date now) {
-    if (path == createPath) return create(body, now);
-    if (path == joinPath) return join(body, now);
-    if (path == revokePath) return revoke(body, now);
+    if (isAt(path, createPair)) return create(body, now);
+    if (isAt(path, joinPair)) return join(body, now);
+    if (isAt(path, revokeDevice)) return revoke(body, now);
     return refusal(CallRefusal::unknownCall);
 }
 

@@ -1,6 +1,7 @@
 #include "shared-apple/RelayAddress.h"
 
 #include "shared/wire/ProtocolVersion.h"
+#include "shared/wire/RelayCalls.h"
 
 #include <boost/url.hpp>
 
@@ -34,7 +35,7 @@ std::string RelayAddress::call(std::string_view path) const {
 }
 
 std::string RelayAddress::socket() const {
-    auto url = below(text_, "v1/ws");
+    auto url = below(text_, relayPaths::socket);
     url.set_scheme(url.scheme_id() == boost::urls::scheme::https ? "wss" : "ws");
     url.set_encoded_query("v=" + ProtocolVersion::current.text());
     return std::string(url.buffer());

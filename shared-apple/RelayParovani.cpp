@@ -27,7 +27,7 @@ Task<Result<RelayParovani::Zalozeni>> RelayParovani::zalozit(RelayAddress relayU
                                                              std::shared_ptr<const DeviceIdentity> identita,
                                                              DeviceRole role) {
     ZalozitPozadavek pozadavek{identita->deviceID(), identita->signingKey(), role};
-    CO_TRY(auto, body, co_await post(relayURL.call("v1/pair/create"), encode(pozadavek)));
+    CO_TRY(auto, body, co_await post(relayURL.call(relayPaths::createPair), encode(pozadavek)));
     CO_TRY(auto, odpoved, decode<ZalozitOdpoved>(body));
     co_return Zalozeni{odpoved.pairID, odpoved.pairingToken, odpoved.expiresAt};
 }
@@ -36,7 +36,7 @@ Task<Result<PairID>> RelayParovani::pripojit(RelayAddress relayURL, std::string 
                                              std::shared_ptr<const DeviceIdentity> identita,
                                              DeviceRole role) {
     PripojitPozadavek pozadavek{std::move(pairingToken), identita->deviceID(), identita->signingKey(), role};
-    CO_TRY(auto, body, co_await post(relayURL.call("v1/pair/join"), encode(pozadavek)));
+    CO_TRY(auto, body, co_await post(relayURL.call(relayPaths::joinPair), encode(pozadavek)));
     CO_TRY(auto, odpoved, decode<PripojitOdpoved>(body));
     co_return odpoved.pairID;
 }
@@ -47,7 +47,7 @@ Task<Result<void>> RelayParovani::odvolat(RelayAddress relayURL, PairID pair, De
     auto signedText =
         revocationSignedText(pozadavek.pairID, pozadavek.target, pozadavek.by, pozadavek.signedAt);
     pozadavek.signature = identita->sign(asBytes(signedText));
-    CO_CHECK(co_await post(relayURL.call("v1/device/revoke"), encode(pozadavek)));
+    CO_CHECK(co_await post(relayURL.call(relayPaths::revokeDevice), encode(pozadavek)));
     co_return Result<void>{};
 }
 

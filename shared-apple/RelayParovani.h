@@ -13,6 +13,7 @@
 namespace morvex {
 
 /// The calls over HTTP that make, join and end a pair at the relay. Nothing is tried again here.
+/// Any thread may call; `http` and `clock` outlive the calls.
 class RelayParovani {
   public:
     struct Zalozeni {

@@ -1,5 +1,6 @@
 #include "shared-apple/SecureLink.h"
 
+#include "shared/base/Try.h"
 #include "shared/trust/SessionHandshake.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/SessionHello.h"
@@ -25,7 +26,7 @@ Result<std::shared_ptr<SecureLink>> SecureLink::create(std::shared_ptr<const Dev
                                                        PairedPeer protejsek, DeviceRole role,
                                                        Services services) {
     auto address = RelayAddress::parse(protejsek.relayURL);
-    if (!address) return fail(TalkSpanError{TalkSpanError::NotPaired{"Uložená adresa relaye nedává smysl."}});
+    if (!address) return fail(TalkSpanError{TalkSpanError::NotPaired{RelayAddress::keptOneIsUnusable}});
     return std::shared_ptr<SecureLink>(
         new SecureLink(std::move(identita), std::move(protejsek), role, *std::move(address), services));
 }
@@ -62,10 +63,10 @@ Task<Result<void>> SecureLink::poslat(MacPayload payload, std::string requestID)
     co_await hop(executor());
     if (!kanal_) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
     // From the counter to the socket's queue there is no suspension: counters leave in their order.
-    auto envelope = kanal_->seal(asBytes(encode(payload)), std::move(requestID), EnvelopeKind::data,
-                                 envelopeLifetime, {now(), services_.random.uuid()});
-    if (!envelope) co_return fail(envelope.error());
-    co_return co_await spojeni_.send(*std::move(envelope));
+    CO_TRY(auto, envelope,
+           kanal_->seal(asBytes(encode(payload)), std::move(requestID), EnvelopeKind::data, envelopeLifetime,
+                        {now(), services_.random.uuid()}));
+    co_return co_await spojeni_.send(std::move(envelope));
 }
 
 Task<void> SecureLink::listen(std::stop_token stop) {
@@ -159,9 +160,8 @@ bool SecureLink::isNewKey(const AgreementPublicKey& peerEphemeral) {
 }
 
 Result<SecureChannel> SecureLink::channelWith(const AgreementPublicKey& peerEphemeral) const {
-    auto pairKey = identita_->pairKey(protejsek_);
-    if (!pairKey) return fail(pairKey.error());
-    return SecureChannel::create(*pairKey, *mujEfemerni_, peerEphemeral,
+    TRY(const auto, pairKey, identita_->pairKey(protejsek_));
+    return SecureChannel::create(pairKey, *mujEfemerni_, peerEphemeral,
                                  {protejsek_.pairID, identita_->deviceID(), protejsek_.deviceID, role_});
 }
 

@@ -1,26 +1,9 @@
 #include "app/companion/NotesSync.h"
 
-#include <coroutine>
 #include <string>
 #include <utility>
 
 namespace morvex {
-
-namespace {
-
-/// The rest runs behind what waits on this executor already. A refused save has cost time and nothing awaited
-/// follows it: a phone that offers much to a full disk would stop everything else.
-struct LetOthersRun {
-    static bool await_ready() { return false; }
-
-    static void await_suspend(std::coroutine_handle<> handle) {
-        Executor::current()->post([handle] { handle.resume(); });
-    }
-
-    static void await_resume() {}
-};
-
-} // namespace
 
 NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni, TaskScope& scope)
     : poznamky_(poznamky), souhrny_(souhrny), spojeni_(spojeni), scope_(scope) {
@@ -30,9 +13,10 @@ NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& 
 Task<void> NotesSync::prijmout(MacPayload::NoteUpdate zprava) {
     const MacPayload::NoteAck taken{zprava.note.id, zprava.note.revision};
     if (poznamky_.prijmout(std::move(zprava.note)))
-        (void)co_await spojeni_.poslat({taken}, "note-ack:" + taken.id.text());
+        (void)co_await spojeni_.poslat({taken}, noteAckID(taken.id));
     else
-        co_await LetOthersRun{};
+        // A refused save has cost time: a phone that offers much to a full disk would stop everything else.
+        co_await letOthersRun();
 }
 
 Task<void> NotesSync::prijmout(MacPayload::SummaryUpdate zprava) {
@@ -40,7 +24,7 @@ Task<void> NotesSync::prijmout(MacPayload::SummaryUpdate zprava) {
     if (souhrny_.prijmout(std::move(zprava.summary)))
         (void)co_await spojeni_.poslat({taken}, "summary-ack:" + taken.id.text());
     else
-        co_await LetOthersRun{};
+        co_await letOthersRun();
 }
 
 void NotesSync::poslatPoznamku(const MorvexNote& note) {
@@ -57,8 +41,8 @@ Task<void> NotesSync::doplnit() {
 }
 
 Task<void> NotesSync::odeslat(MorvexNote note) {
-    auto requestID = "note:" + note.id.text() + ":" + std::to_string(note.revision);
-    (void)co_await spojeni_.poslat({MacPayload::NoteUpdate{std::move(note)}}, std::move(requestID));
+    auto id = requestID(note);
+    (void)co_await spojeni_.poslat({MacPayload::NoteUpdate{std::move(note)}}, std::move(id));
 }
 
 } // namespace morvex

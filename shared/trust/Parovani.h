@@ -27,6 +27,9 @@ class DeviceIdentity;
 /// The phone trusts the computer by the QR code, the computer trusts the phone by the number.
 namespace morvex::Parovani {
 
+/// The request id of the hello's envelope.
+inline constexpr std::string_view requestID = "parovani";
+
 /// The text of the QR code: JSON with sorted keys and nothing around it.
 std::string qrText(const PairingBundle& bundle);
 /// Any failure, an unreadable version too, fails the whole.

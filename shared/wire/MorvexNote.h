@@ -28,6 +28,11 @@ struct MorvexNote {
     bool operator==(const MorvexNote&) const = default;
 };
 
+/// The request id under which a note travels.
+std::string requestID(const MorvexNote& note);
+/// That of its acknowledgement.
+std::string noteAckID(const Uuid& id);
+
 extern template struct Codec<MorvexNote>;
 extern template struct Codec<ArchivedList<MorvexNote>>;
 

@@ -9,10 +9,24 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace morvex {
 
-/// POST v1/pair/create: makes a pair.
+/// The relay's addresses, below its base address.
+namespace relayPaths {
+inline constexpr std::string_view socket = "v1/ws";
+inline constexpr std::string_view createPair = "v1/pair/create";
+inline constexpr std::string_view joinPair = "v1/pair/join";
+inline constexpr std::string_view revokeDevice = "v1/device/revoke";
+
+/// Whether the path of a request, with its slash in front, is one of these.
+constexpr bool isAt(std::string_view path, std::string_view address) {
+    return path.starts_with('/') && path.substr(1) == address;
+}
+} // namespace relayPaths
+
+/// POST to `createPair`: makes a pair.
 struct ZalozitPozadavek {
     DeviceID deviceID;
     SigningPublicKey key;
@@ -29,7 +43,7 @@ struct ZalozitOdpoved {
     bool operator==(const ZalozitOdpoved&) const = default;
 };
 
-/// POST v1/pair/join: the second device joins.
+/// POST to `joinPair`: the second device joins.
 struct PripojitPozadavek {
     std::string pairingToken;
     DeviceID deviceID;
@@ -45,7 +59,7 @@ struct PripojitOdpoved {
     bool operator==(const PripojitOdpoved&) const = default;
 };
 
-/// POST v1/device/revoke: shuts a device out of its pair. The reply has no body that is read.
+/// POST to `revokeDevice`: shuts a device out of its pair. The reply has no body that is read.
 struct OdvolatPozadavek {
     PairID pairID;
     DeviceID target;

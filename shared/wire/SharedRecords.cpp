@@ -74,4 +74,12 @@ template struct Codec<Conversation>;
 template struct Codec<ArchivedList<MorvexNote>>;
 template struct Codec<ArchivedList<MorvexSummary>>;
 
+std::string requestID(const MorvexNote& note) {
+    return "note:" + note.id.text() + ":" + std::to_string(note.revision);
+}
+
+std::string noteAckID(const Uuid& id) {
+    return "note-ack:" + id.text();
+}
+
 } // namespace morvex
