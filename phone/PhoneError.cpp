@@ -1,6 +1,6 @@
 #include "phone/PhoneError.h"
 
-#include "platform/ports/HttpClient.h"
+#include "platform/ports/NetworkError.h"
 #include "shared-apple/RelayParovani.h"
 #include "shared/wire/TalkSpanError.h"
 

@@ -1,7 +1,5 @@
 #include "platform/memory/ScriptedSockets.h"
 
-#include "platform/ports/HttpClient.h"
-
 #include <utility>
 
 namespace morvex {

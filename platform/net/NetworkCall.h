@@ -2,7 +2,7 @@
 
 #include "foundation/OneShot.h"
 #include "foundation/Task.h"
-#include "platform/ports/HttpClient.h"
+#include "platform/ports/NetworkError.h"
 
 #include <memory>
 

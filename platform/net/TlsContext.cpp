@@ -1,6 +1,7 @@
 #include "platform/net/TlsContext.h"
 
-#include "platform/ports/HttpClient.h"
+#include "platform/ports/NetworkError.h"
+#include "shared/base/Try.h"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/ip/address.hpp>
@@ -36,9 +37,8 @@ bool isAddress(const std::string& host) {
 
 Result<ssl::context*> TlsContext::get() {
     if (!context_) {
-        auto loaded = load(extraAuthorities_);
-        if (!loaded) return std::unexpected(std::move(loaded).error());
-        context_.emplace(*std::move(loaded));
+        TRY(auto, loaded, load(extraAuthorities_));
+        context_.emplace(std::move(loaded));
     }
     return &*context_;
 }

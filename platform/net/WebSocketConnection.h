@@ -3,7 +3,6 @@
 #include "foundation/OneShot.h"
 #include "platform/net/Transport.h"
 #include "platform/net/WebSocketUrl.h"
-#include "platform/ports/HttpClient.h"
 #include "platform/ports/WebSocketClient.h"
 
 #include <boost/asio/awaitable.hpp>

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Task.h"
+#include "platform/ports/NetworkError.h"
 #include "shared/base/Error.h"
 
 #include <chrono>
@@ -25,14 +26,8 @@ struct HttpReply {
     std::string body;
 };
 
-/// A network failure, in the platform's words.
-struct NetworkError {
-    std::string text;
-
-    [[nodiscard]] std::string popis() const { return text; }
-};
-
 /// One HTTP exchange. No cookies, no cache; redirects are not followed; certificates are verified.
+/// From any thread; the caller resumes where it waited.
 class HttpClient {
   public:
     virtual ~HttpClient() = default;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Task.h"
+#include "platform/ports/NetworkError.h"
 #include "shared/base/Error.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include "tests/shared-apple/LoopbackRelay.h"
 
-#include "platform/ports/HttpClient.h"
+#include "platform/ports/NetworkError.h"
 #include "shared/trust/Crypto.h"
 #include "shared/wire/Json.h"
 

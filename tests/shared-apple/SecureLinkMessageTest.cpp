@@ -1,4 +1,4 @@
-#include "platform/ports/HttpClient.h"
+#include "platform/ports/NetworkError.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"
 #include "tests/shared-apple/SecureLinkFixture.h"

@@ -106,7 +106,7 @@ const std::set<std::string> withoutWordsHere{
     "app/execution/TerminalChyba.h", // told by the phone
     "app/personal/NoteError.h",      // told by the phone
     "foundation/SystemError.h",      // the system's words
-    "platform/ports/HttpClient.h",   // the platform's words
+    "platform/ports/NetworkError.h", // the platform's words
     "shared-apple/RelayParovani.h",  // the relay's words
     "shared/base/Error.h",           // words of whoever made it
 };

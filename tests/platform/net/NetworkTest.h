@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ports/HttpClient.h"
+#include "platform/ports/NetworkError.h"
 #include "tests/support/Await.h"
 
 #include <gtest/gtest.h>

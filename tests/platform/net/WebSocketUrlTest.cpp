@@ -1,6 +1,6 @@
 #include "platform/net/WebSocketUrl.h"
 
-#include "platform/ports/HttpClient.h"
+#include "platform/ports/NetworkError.h"
 
 #include <gtest/gtest.h>
 
