@@ -7,10 +7,7 @@
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
 
-#include <algorithm>
-#include <array>
 #include <cstdint>
-#include <cstring>
 #include <memory>
 
 namespace morvex {
@@ -20,8 +17,6 @@ using icuText::fromUtf8;
 using icuText::toUtf8;
 
 namespace {
-
-constexpr std::string_view replacement = "\uFFFD";
 
 /// Calls `each` with the byte offset behind every character until it answers false.
 template <class Each> void forEachCharacter(std::string_view text, Each each) {
@@ -43,43 +38,7 @@ std::string asciiLowerCase(std::string_view text) {
     return result;
 }
 
-/// So many bytes at a time are looked at with the widest instructions there are.
-constexpr std::size_t blockSize = 64;
-
-bool isAsciiBlock(const char* bytes) {
-    std::array<std::uint64_t, blockSize / sizeof(std::uint64_t)> words{};
-    std::memcpy(words.data(), bytes, blockSize);
-    std::uint64_t all = 0;
-    for (auto word : words) all |= word;
-    return (all & 0x8080808080808080U) == 0;
-}
-
-/// Bytes before the first invalid sequence.
-std::size_t validLength(std::string_view text) {
-    for (std::size_t next = 0; next < text.size();) {
-        if (next + blockSize <= text.size() && isAsciiBlock(text.data() + next)) {
-            next += blockSize;
-            continue;
-        }
-        // Past what the block has too much, or to the end.
-        auto stop = std::min(next + blockSize, text.size());
-        while (next < stop) {
-            auto start = next;
-            UChar32 character = 0;
-            U8_NEXT(text.data(), next, text.size(), character);
-            if (character < 0) return start;
-        }
-    }
-    return text.size();
-}
-
 } // namespace
-
-bool isAscii(std::string_view text) {
-    char all = 0;
-    for (const auto byte : text) all |= byte;
-    return (all & 0x80) == 0;
-}
 
 std::string trim(std::string_view text) {
     auto size = static_cast<std::int32_t>(text.size());
@@ -96,6 +55,11 @@ std::string trim(std::string_view text) {
         if (character < 0 || !u_isUWhiteSpace(character)) break;
     }
     return std::string(text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(end - start)));
+}
+
+std::string firstLine(std::string_view text) {
+    const auto trimmed = trim(text);
+    return trim(std::string_view(trimmed).substr(0, trimmed.find('\n')));
 }
 
 std::string lowerCase(std::string_view text) {
@@ -142,27 +106,6 @@ std::string firstCharacters(std::string_view text, std::size_t count) {
         return ++seen < count;
     });
     return std::string(text.substr(0, length));
-}
-
-std::string firstBytes(std::string_view text, std::size_t count) {
-    if (text.size() <= count) return std::string(text);
-    while (count > 0 && U8_IS_TRAIL(static_cast<std::uint8_t>(text[count]))) --count;
-    return std::string(text.substr(0, count));
-}
-
-std::string repairUtf8(std::string_view text) {
-    std::string result;
-    for (;;) {
-        auto valid = validLength(text);
-        result += text.substr(0, valid);
-        text.remove_prefix(valid);
-        if (text.empty()) return result;
-        std::size_t next = 0;
-        [[maybe_unused]] UChar32 invalid = 0;
-        U8_NEXT(text.data(), next, text.size(), invalid);
-        result += replacement;
-        text.remove_prefix(next);
-    }
 }
 
 std::string join(const std::vector<std::string>& parts, std::string_view separator) {

@@ -11,10 +11,11 @@ namespace morvex {
 
 /// Text in this program is UTF-8; invalid sequences count as U+FFFD. Nothing here depends on the locale.
 
-bool isAscii(std::string_view text);
-
 /// Without white space and line breaks at both ends (Unicode property White_Space).
 std::string trim(std::string_view text);
+
+/// The first line of the trimmed text, trimmed.
+std::string firstLine(std::string_view text);
 
 /// Another case (full Unicode mapping), accents kept.
 std::string lowerCase(std::string_view text);
@@ -32,12 +33,6 @@ std::size_t countCharacters(std::string_view text);
 
 /// The first `count` extended grapheme clusters.
 std::string firstCharacters(std::string_view text, std::size_t count);
-
-/// The longest beginning of at most `count` bytes that does not end within a code point.
-std::string firstBytes(std::string_view text, std::size_t count);
-
-/// The text with every invalid sequence replaced by U+FFFD.
-std::string repairUtf8(std::string_view text);
 
 std::string join(const std::vector<std::string>& parts, std::string_view separator);
 

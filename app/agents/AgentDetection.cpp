@@ -19,9 +19,8 @@ constexpr Zachyt zachyt{.vystup = 64UL * 1024, .chyby = 64UL * 1024};
 constexpr std::size_t longestVersion = 200;
 
 /// Trimmed; nothing when all lines are blank.
-std::optional<std::string> firstLine(std::string_view text) {
-    auto trimmed = trim(text);
-    auto line = trim(std::string_view(trimmed).substr(0, trimmed.find('\n')));
+std::optional<std::string> versionIn(std::string_view text) {
+    auto line = firstLine(text);
     return line.empty() ? std::nullopt : std::optional(printableLine(firstCharacters(line, longestVersion)));
 }
 
@@ -62,8 +61,8 @@ Task<std::string> AgentDetection::neniNalezeno(std::shared_ptr<const AgentAdapte
 Task<std::optional<std::string>> AgentDetection::verze(OutsideProgram program, std::stop_token zastaveni) {
     auto answer = co_await uspesne(std::move(program), versionLimit, std::move(zastaveni));
     if (!answer) co_return std::nullopt;
-    auto line = firstLine(answer->vystup);
-    co_return line ? line : firstLine(answer->chyby);
+    auto version = versionIn(answer->vystup);
+    co_return version ? version : versionIn(answer->chyby);
 }
 
 /// Nothing when the program could not be started, failed, or was stopped.

@@ -54,11 +54,6 @@ std::optional<std::string> nameIn(const std::optional<std::string>& text) {
     return trimmed.empty() ? std::nullopt : std::optional(bounded(std::move(trimmed)));
 }
 
-std::string firstLine(std::string_view text) {
-    const auto trimmed = trim(text);
-    return trim(trimmed.substr(0, trimmed.find('\n')));
-}
-
 /// The first task of the work item, or null.
 template <class Tasks, class Forgotten>
 auto* firstOf(const Uuid& workItemID, Tasks& polozky, Forgotten& zapomenuty) {
@@ -136,7 +131,7 @@ const UkolAgenta* HistorieAgentu::bezici() const {
 
 void HistorieAgentu::priZmene(std::function<void()> zavolat) {
     vyzadujHlavniVlakno();
-    priZmene_.push_back(std::move(zavolat));
+    priZmene_.add(std::move(zavolat));
 }
 
 UkolAgenta HistorieAgentu::zaloz(Zadani zadani) {
@@ -339,7 +334,7 @@ void HistorieAgentu::ulozit() {
     auto saved = zapis();
     potiz_ =
         saved ? std::nullopt : std::optional("Historii úkolů se nepodařilo uložit: " + saved.error().popis());
-    oznamZmenu();
+    priZmene_.tell();
 }
 
 Result<void> HistorieAgentu::zapis() {
@@ -348,11 +343,7 @@ Result<void> HistorieAgentu::zapis() {
 }
 
 void HistorieAgentu::setPotiz(std::optional<std::string> potiz) {
-    if (std::exchange(potiz_, potiz) != potiz) oznamZmenu();
-}
-
-void HistorieAgentu::oznamZmenu() const {
-    for (const auto& zavolat : priZmene_) zavolat();
+    if (std::exchange(potiz_, potiz) != potiz) priZmene_.tell();
 }
 
 void HistorieAgentu::vyzadujHlavniVlakno() const {

@@ -1,6 +1,6 @@
 #include "shared/base/Utf8.h"
 
-#include <cstddef>
+#include <array>
 #include <cstdint>
 
 namespace morvex {
@@ -48,7 +48,48 @@ bool isOpenBefore(const char* bytes) {
                   static_cast<std::uint8_t>(bytes[-1]));
 }
 
+/// How many bytes a sequence has that begins so; 0 when none does.
+std::size_t lengthAfter(std::uint8_t first) {
+    if (first < 0x80) return 1;
+    if (first < 0xc2 || first > 0xf4) return 0;
+    return first < 0xe0 ? 2 : first < 0xf0 ? 3 : 4;
+}
+
+/// The bytes of the sequence at the start of `text` up to the first one that is wrong or missing.
+std::size_t begunLength(std::string_view text, std::size_t wanted) {
+    std::array<std::uint8_t, reach> before{0, 0, static_cast<std::uint8_t>(text.front())};
+    std::size_t length = 1;
+    for (; length < wanted && length < text.size(); ++length) {
+        const auto byte = static_cast<std::uint8_t>(text[length]);
+        if (isWrong(before[0], before[1], before[2], byte)) break;
+        before = {before[1], before[2], byte};
+    }
+    return length;
+}
+
 } // namespace
+
+bool isAscii(std::string_view text) {
+    return isAscii(text.data(), text.size());
+}
+
+std::string firstBytes(std::string_view text, std::size_t count) {
+    if (text.size() <= count) return std::string(text);
+    while (count > 0 && (text[count] & 0xc0) == 0x80) --count;
+    return std::string(text.substr(0, count));
+}
+
+std::string repairUtf8(std::string_view text) {
+    if (isValidUtf8(text)) return std::string(text);
+    std::string result;
+    while (!text.empty()) {
+        const auto wanted = lengthAfter(static_cast<std::uint8_t>(text.front()));
+        const auto length = begunLength(text, wanted);
+        result += length == wanted ? text.substr(0, length) : "\uFFFD";
+        text.remove_prefix(length);
+    }
+    return result;
+}
 
 bool isValidUtf8(std::string_view text) {
     if (text.size() <= blockSize && isAscii(text.data(), text.size())) return true;

@@ -1,6 +1,7 @@
 #include "shared/wire/JsonNode.h"
 
 #include "shared/base/Base64.h"
+#include "shared/base/Utf8.h"
 
 #include <cmath>
 #include <limits>
@@ -32,12 +33,8 @@ std::string_view typeName(boost::json::kind kind) {
     std::unreachable();
 }
 
-/// The start of `text`, cut between two characters.
 std::string quote(std::string_view text) {
-    if (text.size() <= longestQuote) return std::string{text};
-    auto length = longestQuote;
-    while (length > 0 && (text[length] & 0xc0) == 0x80) --length;
-    return std::string{text.substr(0, length)} + "…";
+    return text.size() <= longestQuote ? std::string{text} : firstBytes(text, longestQuote) + "…";
 }
 
 } // namespace

@@ -38,23 +38,6 @@ std::size_t cleanLength(std::string_view text) {
     return index;
 }
 
-/// The length of the UTF-8 sequence at the start of `text`, or 0 (RFC 3629).
-std::size_t sequenceLength(std::string_view text) {
-    for (std::size_t length = 1; length <= std::min<std::size_t>(4, text.size()); ++length)
-        if (isValidUtf8(text.substr(0, length))) return length;
-    return 0;
-}
-
-std::string repaired(std::string_view text) {
-    std::string valid;
-    while (!text.empty()) {
-        const auto length = sequenceLength(text);
-        valid += length > 0 ? text.substr(0, length) : "\uFFFD";
-        text.remove_prefix(std::max<std::size_t>(1, length));
-    }
-    return valid;
-}
-
 void appendEscaped(std::string& out, char byte) {
     switch (byte) {
     case '"':
@@ -95,7 +78,7 @@ void appendDigits(std::string& out, auto number) {
 } // namespace
 
 void appendJsonString(std::string& out, std::string_view text) {
-    if (!isValidUtf8(text)) return appendJsonString(out, repaired(text));
+    if (!isValidUtf8(text)) return appendJsonString(out, repairUtf8(text));
     out += '"';
     while (true) {
         const auto clean = cleanLength(text);
