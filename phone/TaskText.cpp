@@ -8,30 +8,6 @@ namespace morvex {
 
 namespace {
 
-std::string_view statusWord(const WorkItemStatus& status) {
-    switch (status.kind()) {
-    case WorkItemStatus::captured:
-        return "zapsáno";
-    case WorkItemStatus::inProgress:
-        return "běží";
-    case WorkItemStatus::waitingForMac:
-        return "čeká na Mac";
-    case WorkItemStatus::waitingForApproval:
-        return "čeká na potvrzení";
-    case WorkItemStatus::completed:
-        return "hotovo";
-    case WorkItemStatus::failed:
-        return "nepovedlo se";
-    case WorkItemStatus::cancelled:
-        return "zrušeno";
-    case WorkItemStatus::interrupted:
-        return "přerušeno";
-    case WorkItemStatus::unknown:
-        return status.rawValue;
-    }
-    return status.rawValue;
-}
-
 std::string agentText(const WorkItem& item) {
     if (!item.agent) return "";
     const auto& folder = item.agent->folderAlias;
@@ -41,7 +17,7 @@ std::string agentText(const WorkItem& item) {
 } // namespace
 
 std::string taskText(const WorkItem& item) {
-    auto text = item.title + " — " + std::string(statusWord(item.status));
+    auto text = item.title + " — " + std::string(item.status.words());
     const auto& told = item.lastError ? item.lastError : item.summary;
     return printableLine(told ? text + ": " + *told : text);
 }

@@ -15,20 +15,6 @@ std::string inOneLine(std::string text) {
     return text;
 }
 
-WorkItemStatus::Case stavProTelefon(UkolAgenta::Stav stav) {
-    switch (stav) {
-    case UkolAgenta::Stav::bezi:
-        return WorkItemStatus::inProgress;
-    case UkolAgenta::Stav::hotovo:
-        return WorkItemStatus::completed;
-    case UkolAgenta::Stav::chyba:
-        return WorkItemStatus::failed;
-    case UkolAgenta::Stav::preruseno:
-        return WorkItemStatus::interrupted;
-    }
-    std::unreachable();
-}
-
 } // namespace
 
 void describe(auto& io, Is<UkolAgenta> auto& ukol) {
@@ -52,6 +38,20 @@ void describe(auto& io, Is<UkolAgenta> auto& ukol) {
 
 template struct Codec<UkolAgenta>;
 template struct Codec<std::vector<UkolAgenta>>;
+
+WorkItemStatus::Case stavProTelefon(UkolAgenta::Stav stav) {
+    switch (stav) {
+    case UkolAgenta::Stav::bezi:
+        return WorkItemStatus::inProgress;
+    case UkolAgenta::Stav::hotovo:
+        return WorkItemStatus::completed;
+    case UkolAgenta::Stav::chyba:
+        return WorkItemStatus::failed;
+    case UkolAgenta::Stav::preruseno:
+        return WorkItemStatus::interrupted;
+    }
+    std::unreachable();
+}
 
 WorkItem jakoWorkItem(const UkolAgenta& ukol) {
     WorkItem item;

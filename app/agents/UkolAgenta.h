@@ -49,5 +49,6 @@ extern template struct Codec<std::vector<UkolAgenta>>;
 
 /// The task as the phone is told of it.
 WorkItem jakoWorkItem(const UkolAgenta& ukol);
+WorkItemStatus::Case stavProTelefon(UkolAgenta::Stav stav);
 
 } // namespace morvex

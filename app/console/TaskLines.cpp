@@ -1,6 +1,7 @@
 #include "app/console/TaskLines.h"
 
 #include "foundation/Paths.h"
+#include "foundation/Text.h"
 
 #include <cstddef>
 #include <optional>
@@ -11,20 +12,6 @@ namespace morvex {
 
 namespace {
 
-std::string_view words(UkolAgenta::Stav stav) {
-    switch (stav) {
-    case UkolAgenta::Stav::bezi:
-        return "běží";
-    case UkolAgenta::Stav::hotovo:
-        return "hotovo";
-    case UkolAgenta::Stav::chyba:
-        return "nepovedlo se";
-    case UkolAgenta::Stav::preruseno:
-        return "přerušeno";
-    }
-    std::unreachable();
-}
-
 /// The latest that the task has said.
 std::optional<std::string> news(const UkolAgenta& ukol, const Bezici* bezici) {
     if (bezici && bezici->workItemID == ukol.workItemID && ukol.stav == UkolAgenta::Stav::bezi)
@@ -33,14 +20,10 @@ std::optional<std::string> news(const UkolAgenta& ukol, const Bezici* bezici) {
 }
 
 /// What an agent or the phone says cannot pass for a line of this program.
-std::string firstLine(const std::string& text) {
-    return text.substr(0, text.find('\n'));
-}
-
 std::string line(std::size_t number, const UkolAgenta& ukol, const Bezici* bezici) {
     auto text = "Úloha " + std::to_string(number) + ": " + firstLine(ukol.nazev) + " — " +
-                std::string(words(ukol.stav)) + " (" + firstLine(ukol.nastroj) + ", " +
-                firstLine(paths::lastComponent(ukol.slozka)) + ")";
+                std::string(WorkItemStatus(stavProTelefon(ukol.stav)).words()) + " (" +
+                firstLine(ukol.nastroj) + ", " + firstLine(paths::lastComponent(ukol.slozka)) + ")";
     if (auto told = news(ukol, bezici)) text += ": " + firstLine(*told);
     return text;
 }

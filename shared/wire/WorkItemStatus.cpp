@@ -3,6 +3,8 @@
 #include "shared/base/Require.h"
 #include "shared/wire/RawValues.h"
 
+#include <utility>
+
 namespace morvex {
 
 template <>
@@ -17,6 +19,30 @@ WorkItemStatus::WorkItemStatus(Case known) {
 
 WorkItemStatus::Case WorkItemStatus::kind() const {
     return fromRawValue<Case>(rawValue).value_or(unknown);
+}
+
+std::string_view WorkItemStatus::words() const {
+    switch (kind()) {
+    case captured:
+        return "zapsáno";
+    case inProgress:
+        return "běží";
+    case waitingForMac:
+        return "čeká na Mac";
+    case waitingForApproval:
+        return "čeká na potvrzení";
+    case completed:
+        return "hotovo";
+    case failed:
+        return "nepovedlo se";
+    case cancelled:
+        return "zrušeno";
+    case interrupted:
+        return "přerušeno";
+    case unknown:
+        return rawValue;
+    }
+    std::unreachable();
 }
 
 } // namespace morvex

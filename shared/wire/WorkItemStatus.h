@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace morvex {
 
@@ -29,6 +30,8 @@ struct WorkItemStatus {
     explicit WorkItemStatus(std::string word) : rawValue(std::move(word)) {}
 
     [[nodiscard]] Case kind() const;
+    /// For whoever reads a terminal; an unknown status stands as it came.
+    [[nodiscard]] std::string_view words() const;
     bool operator==(const WorkItemStatus&) const = default;
 };
 

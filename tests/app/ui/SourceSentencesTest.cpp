@@ -43,6 +43,7 @@ const std::map<QString, const char*>& notForTheWindow() {
          "the system shows it to whoever lists its locks"},
         {QStringLiteral("shared/wire/ToolCatalogue.cpp"), phone},
         {QStringLiteral("shared/wire/ToolRisk.cpp"), phone},
+        {QStringLiteral("shared/wire/WorkItemStatus.cpp"), terminal},
     };
     return files;
 }
