@@ -2,7 +2,6 @@
 
 #include "shared/wire/Codec.h"
 
-#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -11,10 +10,6 @@ namespace morvex {
 
 /// A service that the user set up on the phone.
 struct CompanionCustomApp {
-    /// Bytes of id, name and address each, as JSON writes them: a whole list has to fit among the settings of
-    /// the computer.
-    static constexpr std::size_t longestText = 4096;
-
     std::string id;
     std::string name;
     std::string endpoint;

@@ -11,4 +11,8 @@ constexpr std::size_t mostApps = 256;
 /// take three in the name of a file, and such a name has 255 at most.
 constexpr std::size_t longestID = 64;
 
+/// Bytes of an app's name and address each, as JSON writes them: a whole list has to fit among the settings
+/// of the computer.
+constexpr std::size_t longestText = 4096;
+
 } // namespace morvex::customAppLimits

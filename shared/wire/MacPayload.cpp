@@ -4,24 +4,6 @@
 
 namespace morvex {
 
-void describe(auto& io, Is<CompanionCustomApp> auto& app) {
-    io.required("id", app.id);
-    io.required("name", app.name);
-    io.required("endpoint", app.endpoint);
-    io.required("token", app.token);
-}
-
-void describe(auto& io, Is<CompanionPlace> auto& place) {
-    io.required("name", place.name);
-    io.required("address", place.address);
-}
-
-void describe(auto& io, Is<CompanionPreferences> auto& preferences) {
-    io.required("language", preferences.language);
-    io.required("voice", preferences.voice);
-    io.optional("places", preferences.places);
-}
-
 void describe(auto& io, Is<ApprovalRequest> auto& request) {
     io.required("id", request.id);
     io.required("tool", request.tool);
@@ -99,11 +81,6 @@ void describe(auto& io, Is<MacPayload::ApprovalDecision> auto& decision) {
     io.optional("reason", decision.reason);
 }
 
-template struct Codec<CompanionCustomApp>;
-template struct Codec<CompanionPlace>;
-template struct Codec<CompanionPreferences>;
-template struct Codec<std::vector<CompanionCustomApp>>;
-template struct Codec<std::vector<CompanionPlace>>;
 template struct Codec<ApprovalRequest>;
 template struct Codec<MacPayload>;
 

@@ -306,7 +306,7 @@ TEST_F(MacCustomAppsServiceTest, NoListOfThePhoneFillsTheFileOfTheSettings) {
     TemporaryFolder folder;
     auto settings = JsonDefaults::load(folder.path());
     MacCustomAppsService kept(settings, keychain, random);
-    const std::string full(CompanionCustomApp::longestText / 6, '\1');
+    const std::string full(customAppLimits::longestText / 6, '\1');
     std::vector<CompanionCustomApp> list{{"over", full + '\1', "https://a", ""}};
     for (std::size_t i = 0; i < customAppLimits::mostApps; ++i)
         list.push_back(
