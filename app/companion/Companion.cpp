@@ -21,28 +21,24 @@ Companion::Companion(CompanionServices services)
       scope_(services_.main),
       slozky_(
           Slozky::create(services_.defaults, services_.bookmarks, services_.folderPicker, services_.folders)),
-      schvalovani_(services_.link.relay.clock, services_.link.random, scope_),
+      schvalovani_(clock(), random(), scope_),
       bdelost_({services_.power, services_.sleep, services_.inhibitor, services_.loginItem,
-                services_.defaults, services_.link.relay.clock, scope_}),
-      poznamky_(PoznamkyStore::load(services_.folders.applicationSupport(), services_.link.relay.clock,
-                                    services_.link.random)),
+                services_.defaults, clock(), scope_}),
+      poznamky_(PoznamkyStore::load(services_.folders.applicationSupport(), clock(), random())),
       souhrny_(SouhrnyStore::load(services_.folders.applicationSupport())),
-      keychain_(services_.vault, services_.storage),
-      customApps_(services_.defaults, keychain_, services_.link.random),
-      historieAgentu_(
-          HistorieAgentu::create(services_.folders.applicationSupport(),
-                                 {services_.link.relay.clock, services_.link.random, services_.opener})),
+      keychain_(services_.vault, services_.vaultThread),
+      customApps_(services_.defaults, keychain_, random()),
+      historieAgentu_(HistorieAgentu::create(services_.folders.applicationSupport(),
+                                             {clock(), random(), services_.opener})),
       integrations_(services_.defaults),
       hlas_(services_.defaults, keychain_),
-      notes_(poznamky_),
-      files_(*slozky_, services_.workers, scope_.token()),
-      programs_(services_.processes, services_.link.relay.clock, services_.workers,
+      notesTools_(poznamky_),
+      fileTools_(*slozky_, services_.workers, scope_.token()),
+      programs_(services_.processes, clock(), services_.workers,
                 {services_.environment, services_.folders.accountHome()}, scope_.token()),
-      terminal_(*slozky_, {services_.processes, services_.link.relay.clock, programs_, services_.workers},
-                scope_.token()),
-      agenti_({services_.processes, services_.link.relay.clock, programs_, services_.main, services_.workers},
-              scope_.token()),
-      nastroje_(table_, state_, schvalovani_, services_.link.random),
+      terminalTools_(*slozky_, {services_.processes, clock(), programs_, services_.workers}, scope_.token()),
+      agenti_({services_.processes, clock(), programs_, services_.main, services_.workers}, scope_.token()),
+      nastroje_(table_, state_, schvalovani_, random()),
       report_{state_,
               integrations_,
               *slozky_,
@@ -61,8 +57,8 @@ Companion::Companion(CompanionServices services)
           scope_),
       dorucene_({nastroje_, schvalovani_, ukolyTelefonu_, poznamkyTelefonu_, spojeni_, hlas_, customApps_,
                  [this] { return poslatStav(); }}),
-      parovani_({services_.main, services_.storage, services_.link.relay, services_.http, services_.uloziste,
-                 scope_},
+      parovani_({services_.main, services_.vaultThread, services_.link.relay, services_.http,
+                 services_.uloziste, scope_},
                 state_, {[this] { pripojit(); }, [this] { odpojit(); }}) {
     state_.relayAdresa = services_.defaults.text(relayAddressKey).value_or(defaultRelayAddress);
     addTools();
@@ -73,10 +69,10 @@ void Companion::addTools() {
     table_.add(
         MacToolName::status, [] { return true; },
         [this](ToolCall call) { return stavNastroj(std::move(call)); });
-    notes_.addTo(table_, [this] { return integrations_.isOn(Integration::notes); });
+    notesTools_.addTo(table_, [this] { return integrations_.isOn(Integration::notes); });
     addAgentTools();
-    files_.addTo(table_, [this] { return integrations_.isOn(Integration::files); });
-    terminal_.addTo(table_, [this] { return integrations_.isOn(Integration::terminal); });
+    fileTools_.addTo(table_, [this] { return integrations_.isOn(Integration::files); });
+    terminalTools_.addTo(table_, [this] { return integrations_.isOn(Integration::terminal); });
 }
 
 void Companion::addAgentTools() {
@@ -117,15 +113,15 @@ Task<void> Companion::spustit() {
 
 Task<bool> Companion::nactiIdentitu() {
     auto* uloziste = &services_.uloziste;
-    auto loaded = co_await runOn(services_.storage, [uloziste] { return uloziste->nactiIdentitu(); });
+    auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return uloziste->nactiIdentitu(); });
     if (loaded && !*loaded) {
         auto fresh = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
-        auto saved =
-            co_await runOn(services_.storage, [uloziste, fresh] { return uloziste->ulozIdentitu(fresh); });
+        auto saved = co_await runOn(services_.vaultThread,
+                                    [uloziste, fresh] { return uloziste->ulozIdentitu(fresh); });
         if (saved)
             loaded = fresh;
         else
-            loaded = std::unexpected(saved.error());
+            loaded = fail(saved.error());
     }
     if (!loaded) {
         neplatne(loaded.error());
@@ -139,7 +135,7 @@ Task<bool> Companion::nactiIdentitu() {
 
 Task<bool> Companion::nactiProtejsek() {
     auto* uloziste = &services_.uloziste;
-    auto loaded = co_await runOn(services_.storage, [uloziste] { return uloziste->nactiProtejsek(); });
+    auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return uloziste->nactiProtejsek(); });
     if (!loaded) {
         neplatne(loaded.error());
         co_return false;
@@ -191,7 +187,7 @@ Task<void> Companion::zpracovat(SecureLink::Stav udalost) {
         auto neplatny = state_.protejsek.value();
         if (!neplatny) co_return;
         auto* uloziste = &services_.uloziste;
-        (void)co_await runOn(services_.storage,
+        (void)co_await runOn(services_.vaultThread,
                              [uloziste, &neplatny] { return smazatPar(*uloziste, *neplatny); });
         if (state_.protejsek.value() == neplatny) state_.protejsek = std::nullopt;
     }
@@ -219,7 +215,7 @@ Task<void> Companion::doplnitPoPripojeni() {
 
 Task<void> Companion::poslatStav() {
     if (!spojeni_.jePritomne()) co_return;
-    auto status = report_.at(services_.link.relay.clock.now(), nastroje_.nabizeneNastroje());
+    auto status = report_.at(clock().now(), nastroje_.nabizeneNastroje());
     auto sent = co_await spojeni_.poslat({MacPayload::Status{std::move(status)}}, statusRequestID);
     if (!sent) state_.potiz = "Stav se nepodařilo odeslat: " + sent.error().popis();
 }
@@ -245,7 +241,7 @@ void Companion::obnovit() {
 void Companion::usnout() {
     schvalovani_.vyresit(false);
     odpojit();
-    state_.dostupnost = MacAvailability{MacAvailability::Spanek{services_.link.relay.clock.now()}};
+    state_.dostupnost = MacAvailability{MacAvailability::Spanek{clock().now()}};
     scope_.spawn(usnoutPoOdpojeni());
 }
 

@@ -115,6 +115,11 @@ class Companion {
     Task<ToolOutcome> stavNastroj(ToolCall call);
     Task<void> poslatZadost(ApprovalRequest zadost);
 
+    [[nodiscard]] Clock& clock() const { return services_.link.relay.clock; }
+
+    [[nodiscard]] Random& random() const { return services_.link.random; }
+
+    // Each is made from those above it and goes before them: the order is part of the design.
     CompanionServices services_;
     CompanionState state_;
     TaskScope scope_;
@@ -128,10 +133,10 @@ class Companion {
     std::unique_ptr<HistorieAgentu> historieAgentu_;
     MacIntegrationSettings integrations_;
     MacVoiceController hlas_;
-    NotesTools notes_;
-    FileTools files_;
+    NotesTools notesTools_;
+    FileTools fileTools_;
     ProgramDiscovery programs_;
-    TerminalTools terminal_;
+    TerminalTools terminalTools_;
     AgentRunner agenti_;
     ToolTable table_;
     ToolGate nastroje_;

@@ -12,8 +12,6 @@ namespace morvex {
 
 namespace {
 
-const std::string pairingRequestID = "parovani";
-
 Task<void> start(std::shared_ptr<RelayLink> link) {
     co_await link->start();
 }
@@ -65,7 +63,7 @@ Task<void> PairingFlow::listen(std::shared_ptr<RelayLink> link, std::string rela
         auto* obalka = std::get_if<RelayLink::Obalka>(&*event);
         if (!obalka) continue;
         const auto& envelope = obalka->envelope;
-        if (envelope.kind == EnvelopeKind::keyExchange && envelope.requestID == pairingRequestID &&
+        if (envelope.kind == EnvelopeKind::keyExchange && envelope.requestID == Parovani::requestID &&
             envelope.pair == pair && envelope.to == identita_->deviceID())
             prijmout(envelope, relayURL);
     }
@@ -99,12 +97,12 @@ void PairingFlow::potvrditCislo(const std::string& cislo) {
 Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
     auto* uloziste = &services_.uloziste;
     auto saved =
-        co_await runOn(services_.storage, [uloziste, &peer] { return uloziste->ulozProtejsek(peer); });
+        co_await runOn(services_.vaultThread, [uloziste, &peer] { return uloziste->ulozProtejsek(peer); });
     uklada_ = false;
     if (generation != generation_) {
         // Refused, cancelled or begun anew meanwhile: what was kept before is kept again.
         auto before = state_.protejsek.value();
-        (void)co_await runOn(services_.storage, [uloziste, &before] {
+        (void)co_await runOn(services_.vaultThread, [uloziste, &before] {
             return before ? uloziste->ulozProtejsek(*before) : uloziste->smazProtejsek();
         });
         co_return;
@@ -145,7 +143,7 @@ Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
     // Both may fail: the phone is forgotten here all the same.
     (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita_);
     auto* uloziste = &services_.uloziste;
-    (void)co_await runOn(services_.storage,
+    (void)co_await runOn(services_.vaultThread,
                          [uloziste, &protejsek] { return smazatPar(*uloziste, protejsek); });
     // Another phone may have been paired while the relay took its time. That the link has forgotten this one
     // already, since the relay told it of the end, changes nothing.

@@ -22,7 +22,7 @@ class PairingFlow {
   public:
     struct Services {
         Executor& main;
-        Executor& storage;
+        Executor& vaultThread;
         RelayLink::Services relay;
         HttpClient& http;
         IdentityStore& uloziste;

@@ -34,7 +34,8 @@ class PhoneLink {
     /// it.
     [[nodiscard]] std::shared_ptr<SecureLink> soucasne() const { return spojeni_; }
 
-    /// Sends over the link of this moment. Without one it fails with `TalkSpanError::MacOffline`.
+    /// Sends over the link of this moment. Without one it fails with `TalkSpanError::MacOffline`, else as
+    /// `SecureLink::poslat` does.
     Task<Result<void>> poslat(MacPayload payload, std::string requestID);
 
   private:

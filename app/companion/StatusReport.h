@@ -14,7 +14,8 @@
 
 namespace morvex {
 
-/// What the phone is told of this computer, computed at each send.
+/// What the phone is told of this computer, computed at each send. Main thread; what it refers to outlives
+/// it.
 struct StatusReport {
     const CompanionState& state;
     const MacIntegrationSettings& integrations;
