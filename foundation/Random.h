@@ -4,7 +4,8 @@
 
 namespace morvex {
 
-/// Identifiers and other random values that tests want to foresee. Keys never come from here.
+/// Identifiers and other random values that tests want to foresee. Keys never come from here. Any thread may
+/// draw.
 class Random {
   public:
     virtual ~Random() = default;

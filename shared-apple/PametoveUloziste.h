@@ -6,7 +6,8 @@
 
 namespace morvex {
 
-/// Identity and peer for as long as this object lives. Never fails; safe from any thread.
+/// Identity and peer for as long as this object lives: for tests, the programs keep theirs. Never fails; safe
+/// from any thread.
 class PametoveUloziste final : public IdentityStore {
   public:
     Result<std::shared_ptr<const DeviceIdentity>> nactiIdentitu() override {

@@ -76,7 +76,8 @@ class RelayLink {
     /// Says goodbye (1001) and waits for the end of all that runs. Harmless when nothing runs.
     Task<void> stop();
 
-    /// Fails with `TalkSpanError::MacOffline` when there is no socket.
+    /// Fails with `TalkSpanError::MacOffline` when there is no socket, with `MessageTooLong` for a frame
+    /// beyond the limit (nothing is sent, the link stays), else with `NetworkError`.
     Task<Result<void>> send(Envelope envelope);
 
     /// The events; the stream lives as long as this object.

@@ -65,7 +65,8 @@ class SecureLink {
     /// Drops the session, stops the relay link and waits until nothing runs. May be started again.
     Task<void> zastavit();
 
-    /// Seals and sends. Fails with `TalkSpanError::MacOffline` when there is no session.
+    /// Seals and sends. Fails with `TalkSpanError::MacOffline` when there is no session, else as
+    /// `RelayLink::send` does.
     Task<Result<void>> poslat(MacPayload payload, std::string requestID);
 
     /// The events; the stream lives as long as this object.

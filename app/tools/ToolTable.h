@@ -7,7 +7,8 @@
 
 namespace morvex {
 
-/// All tools of this computer in the fixed order of the offer, whatever was registered when.
+/// All tools of this computer in the fixed order of the offer, whatever was registered when. Main
+/// thread; filled once, before the first call. What its rows use outlives it.
 class ToolTable {
   public:
     /// `name` is one of the catalogue, which knows the rest of the descriptor; each is added once.

@@ -8,7 +8,8 @@
 
 namespace morvex {
 
-/// A lasting right to a folder, in bytes that can be stored, and the access that it opens.
+/// A lasting right to a folder, in bytes that can be stored, and the access that it opens. Main thread; a
+/// call looks at the folder and at nothing in it.
 class FolderBookmarks {
   public:
     struct Resolved {
@@ -18,6 +19,7 @@ class FolderBookmarks {
 
     virtual ~FolderBookmarks() = default;
 
+    /// Fails, with the system's words, for what is no folder.
     virtual Result<Bytes> create(const std::string& path) = 0;
     /// Nothing when the bookmark no longer leads to its folder. Never asks the user.
     virtual std::optional<Resolved> resolve(ByteView bookmark) = 0;

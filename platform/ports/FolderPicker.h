@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Lets the person at the computer choose folders.
+/// Lets the person at the computer choose folders. Main thread.
 class FolderPicker {
   public:
     struct Question {

@@ -2,7 +2,8 @@
 
 namespace morvex {
 
-/// Where the computer's power comes from.
+/// Where the computer's power comes from. Asked on the main thread, again and again: an answer costs no more
+/// than a few small files of the kernel.
 class PowerMonitor {
   public:
     virtual ~PowerMonitor() = default;

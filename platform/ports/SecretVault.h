@@ -32,7 +32,9 @@ class SecretVault {
     virtual Found find(const std::string& service, const std::string& account) = 0;
     /// `itemNotFound` when there is no such item.
     virtual std::int32_t update(const std::string& service, const std::string& account, ByteView bytes) = 0;
+    /// `duplicateItem` when there is one.
     virtual std::int32_t add(const std::string& service, const std::string& account, ByteView bytes) = 0;
+    /// `itemNotFound` when there is no such item.
     virtual std::int32_t remove(const std::string& service, const std::string& account) = 0;
 
     /// The platform's words for a status, or nothing.
