@@ -8,7 +8,8 @@
 
 namespace morvex {
 
-/// A cause of failure: any copyable value that can say in Czech, for the user, what happened.
+/// A cause of failure: any copyable value that can say what happened in words for whoever reads it, as a rule
+/// Czech.
 template <class Cause>
 concept Describable = requires(const Cause& cause) {
     { cause.popis() } -> std::convertible_to<std::string>;
@@ -22,7 +23,7 @@ class Error {
         requires(!std::same_as<Cause, Error>) && Describable<Cause>
     Error(Cause cause) : held_(std::make_shared<Held<Cause>>(std::move(cause))) {}
 
-    /// The sentence for the user.
+    /// The sentence for whoever reads it.
     [[nodiscard]] std::string popis() const { return held_->popis(); }
 
     /// The cause, or null when the failure is of another type.

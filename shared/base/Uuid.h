@@ -3,7 +3,6 @@
 #include <array>
 #include <compare>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,9 +22,3 @@ struct Uuid {
 };
 
 } // namespace morvex
-
-template <> struct std::hash<morvex::Uuid> {
-    std::size_t operator()(const morvex::Uuid& uuid) const noexcept {
-        return std::hash<std::string_view>{}({reinterpret_cast<const char*>(uuid.bytes.data()), 16});
-    }
-};

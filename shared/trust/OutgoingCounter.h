@@ -14,7 +14,7 @@ class OutgoingCounter {
 
     /// Running out of numbers ends the process.
     std::uint64_t next() {
-        vyzaduj(last_ < std::numeric_limits<std::uint64_t>::max(), "the message counter has a next value");
+        vyzaduj(last_ < std::numeric_limits<std::uint64_t>::max(), "the message counter has no next value");
         return ++last_;
     }
 

@@ -6,7 +6,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -66,9 +65,3 @@ extern template struct PublicKey<SigningRole>;
 extern template struct PublicKey<AgreementRole>;
 
 } // namespace morvex
-
-template <class Role> struct std::hash<morvex::PublicKey<Role>> {
-    std::size_t operator()(const morvex::PublicKey<Role>& key) const noexcept {
-        return std::hash<std::string_view>{}(morvex::asText(key.raw));
-    }
-};
