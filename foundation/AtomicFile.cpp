@@ -3,6 +3,7 @@
 #include "foundation/FileDescriptor.h"
 #include "foundation/SystemError.h"
 #include "foundation/Uninterrupted.h"
+#include "shared/base/Try.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -67,10 +68,9 @@ Result<void> writeAtomically(const std::filesystem::path& path, ByteView bytes) 
     auto folder = path.parent_path();
     if (auto made = makePrivateFolders(folder); !made) return made;
     removeDrafts(path);
-    auto draft = makeDraft(path);
-    if (!draft) return std::unexpected(draft.error());
-    if (auto completed = complete(*draft, bytes, path); !completed) {
-        ::unlink(draft->path.c_str());
+    TRY(auto, draft, makeDraft(path));
+    if (auto completed = complete(draft, bytes, path); !completed) {
+        ::unlink(draft.path.c_str());
         return completed;
     }
     FileDescriptor opened(
@@ -96,9 +96,8 @@ Result<std::optional<Bytes>> readWhole(const std::filesystem::path& path, std::s
     struct stat status{};
     if (uninterrupted([&] { return ::fstat(file.get(), &status); }) != 0) return failure(errno);
     if (!S_ISREG(status.st_mode)) return failure(EINVAL);
-    auto bytes = readUpTo(file.get(), limit);
-    if (!bytes) return std::unexpected(bytes.error());
-    return std::optional(*std::move(bytes));
+    TRY(auto, bytes, readUpTo(file.get(), limit));
+    return std::optional(std::move(bytes));
 }
 
 Result<void> makePrivateFolders(const std::filesystem::path& folder) {

@@ -179,7 +179,7 @@ Result<Options> Options::parse(std::span<const char* const> arguments) {
     for (std::size_t index = 0; index < arguments.size(); ++index) {
         const std::string word = arguments[index];
         if (!readsOptions || !word.starts_with("--")) {
-            if (auto taken = takeWord(options, word); !taken) return fail(taken.error());
+            CHECK(takeWord(options, word));
             continue;
         }
         if (word == "--") {
@@ -192,10 +192,10 @@ Result<Options> Options::parse(std::span<const char* const> arguments) {
             !row->value.empty() && (index + 1 == arguments.size() || *arguments[index + 1] == 0);
         if (lacksValue) return wrongUsage(word + " chce hodnotu " + std::string(row->value) + ".");
         std::string value = row->value.empty() ? "" : arguments[++index];
-        if (auto taken = row->take(options, value); !taken) return fail(taken.error());
+        CHECK(row->take(options, value));
         if (options.command == Command::help || options.command == Command::version) return options;
     }
-    if (auto checked = checkArguments(options); !checked) return fail(checked.error());
+    CHECK(checkArguments(options));
     return options;
 }
 

@@ -41,7 +41,7 @@ bool PhoneRecords::isConfirmed(const Uuid& id) const {
 Result<MorvexNote> PhoneRecords::create(const std::string& title, const std::string& body) {
     const auto created = now();
     MorvexNote note{random_.uuid(), trim(title), trim(body), created, created, 0, std::nullopt};
-    if (auto checked = checkTexts(note.title, note.body); !checked) return fail(checked.error());
+    CHECK(checkTexts(note.title, note.body));
     return saveChange(archive_.notes.emplace_back(std::move(note)), created);
 }
 
@@ -50,7 +50,7 @@ Result<MorvexNote> PhoneRecords::edit(const std::string& title, const std::strin
     TRY(auto*, note, find(title));
     auto name = newTitle ? trim(*newTitle) : note->title;
     auto content = trim(body);
-    if (auto checked = checkTexts(name, content); !checked) return fail(checked.error());
+    CHECK(checkTexts(name, content));
     note->title = std::move(name);
     note->body = std::move(content);
     return saveChange(*note, now());
@@ -68,9 +68,9 @@ Result<MorvexSummary> PhoneRecords::summarize(const std::string& title, const st
     const auto written = now();
     MorvexSummary summary{random_.uuid(), trim(title),        trim(body), written, written - summarizedPeriod,
                           written,        std::move(sources), 1};
-    if (auto checked = checkTexts(summary.title, summary.body); !checked) return fail(checked.error());
+    CHECK(checkTexts(summary.title, summary.body));
     archive_.summaries.push_back(summary);
-    if (auto saved = saveUnconfirmed(summary.id); !saved) return fail(saved.error());
+    CHECK(saveUnconfirmed(summary.id));
     return summary;
 }
 
@@ -148,7 +148,7 @@ Result<MorvexNote*> PhoneRecords::find(const std::string& title) {
 Result<MorvexNote> PhoneRecords::saveChange(MorvexNote& note, Date changed) {
     ++note.revision;
     note.updatedAt = changed;
-    if (auto saved = saveUnconfirmed(note.id); !saved) return fail(saved.error());
+    CHECK(saveUnconfirmed(note.id));
     return note;
 }
 

@@ -8,6 +8,7 @@
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
 #include "shared-apple/KeychainStore.h"
+#include "shared/base/Try.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -37,35 +38,32 @@ Task<void> drive(Phone& phone, Console& console, ExitCode& code) {
 Result<ExitCode> run(const Options& options, Terminal& terminal) {
     // First, so that it goes last: clock and network post to it until their own threads have ended.
     ThreadExecutor executor("phone");
-    auto clock = BoottimeClock::create();
-    if (!clock) return fail(clock.error());
+    TRY(const auto, clock, BoottimeClock::create());
     std::stop_source interruption;
-    Inbox inbox(**clock, interruption.get_token());
-    auto console = Console::create(inbox, interruption, STDIN_FILENO);
-    if (!console) return fail(console.error());
-    auto data = dataFolder(options);
-    if (!data) return fail(data.error());
+    Inbox inbox(*clock, interruption.get_token());
+    TRY(const auto, console, Console::create(inbox, interruption, STDIN_FILENO));
+    TRY(const auto, data, dataFolder(options));
 
-    LockFileInstance instance(*data);
+    LockFileInstance instance(data);
     if (!instance.claim())
-        return failWith(ExitCode::refused, "S daty v " + data->string() + " už pracuje jiný morvex-phone.");
-    FileVault vault(*data);
+        return failWith(ExitCode::refused, "S daty v " + data.string() + " už pracuje jiný morvex-phone.");
+    FileVault vault(data);
     KeychainStore store(vault, service);
     PhoneSettings settings(vault, service);
     SystemRandom random;
-    auto records = PhoneRecords::load(*data, **clock, random);
-    auto tasks = PhoneTasks::load(*data);
+    auto records = PhoneRecords::load(data, *clock, random);
+    auto tasks = PhoneTasks::load(data);
     CurlHttpClient http;
     BeastWebSocketClient sockets;
-    Phone phone{options,   {{executor, **clock, sockets}, random},
-                http,      store,
-                settings,  records,
-                tasks,     inbox,
-                **console, terminal};
+    Phone phone{options,  {{executor, *clock, sockets}, random},
+                http,     store,
+                settings, records,
+                tasks,    inbox,
+                *console, terminal};
     ExitCode code = ExitCode::done;
     TaskScope scope(executor);
-    scope.spawn(drive(phone, **console, code));
-    (*console)->run();
+    scope.spawn(drive(phone, *console, code));
+    console->run();
     executor.close();
     return code;
 }

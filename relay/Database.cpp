@@ -1,5 +1,7 @@
 #include "relay/Database.h"
 
+#include "shared/base/Try.h"
+
 #include <sqlite3.h>
 
 #include <cerrno>
@@ -56,8 +58,7 @@ std::int64_t Rows::integer(int column) const {
 }
 
 Result<Database> Database::open(const std::string& path) {
-    if (path != ":memory:")
-        if (auto made = makeFile(path); !made) return fail(made.error());
+    if (path != ":memory:") CHECK(makeFile(path));
     sqlite3* handle = nullptr;
     const int code = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     Database database{handle};

@@ -2,6 +2,7 @@
 
 #include "shared/base/Bytes.h"
 #include "shared/base/Error.h"
+#include "shared/base/Try.h"
 
 #include <cstdint>
 #include <memory>
@@ -45,19 +46,17 @@ class Database {
     static Result<Database> open(const std::string& path);
 
     template <class... Value> [[nodiscard]] Result<Rows> rows(std::string_view sql, const Value&... values) {
-        auto statement = prepare(sql);
-        if (!statement) return fail(statement.error());
+        TRY(auto*, statement, prepare(sql));
         int place = 0;
-        (bind(*statement, ++place, values), ...);
-        return Rows{*statement};
+        (bind(statement, ++place, values), ...);
+        return Rows{statement};
     }
 
     /// Statements that give no rows. The number of rows that were inserted, deleted or updated.
     template <class... Value>
     [[nodiscard]] Result<std::int64_t> change(std::string_view sql, const Value&... values) {
-        auto started = rows(sql, values...);
-        if (!started) return fail(started.error());
-        if (auto done = started->next(); !done) return fail(done.error());
+        TRY(auto, started, rows(sql, values...));
+        CHECK(started.next());
         return changedRows();
     }
 

@@ -1,5 +1,6 @@
 #include "relay/Login.h"
 
+#include "shared/base/Try.h"
 #include "shared/trust/Fingerprint.h"
 #include "shared/wire/Json.h"
 
@@ -53,10 +54,9 @@ Result<LoginAnswer> Login::answer(PairStore& store, std::string_view frame) cons
 Result<LoginAnswer> Login::check(PairStore& store, const RelayMessage::Authenticate& given) const {
     if (deviceID(given.key) != given.device || !ed25519Verify(given.signature, nonce_, given.key.raw))
         return RelayFailure::badSignature;
-    const auto pair = store.find(given.pair);
-    if (!pair) return fail(pair.error());
-    if (!*pair) return RelayFailure::unknownPair;
-    return seat(**pair, given);
+    TRY(const auto, pair, store.find(given.pair));
+    if (!pair) return RelayFailure::unknownPair;
+    return seat(*pair, given);
 }
 
 } // namespace morvex

@@ -1,5 +1,7 @@
 #include "relay/RelayOptions.h"
 
+#include "shared/base/Try.h"
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -65,8 +67,7 @@ Result<RelayOptions> RelayOptions::parse(std::span<const char* const> arguments)
         if (name == "--db") options.database = value;
         if (name == "--cert") tls.certificate = value;
         if (name == "--key") tls.key = value;
-        if (name != "--listen") continue;
-        if (auto read = readAddress(options, value); !read) return fail(read.error());
+        if (name == "--listen") CHECK(readAddress(options, value));
     }
     if (tls.certificate.empty() != tls.key.empty()) return fail(TextError{"--cert and --key go together"});
     if (!tls.key.empty()) options.tls = tls;

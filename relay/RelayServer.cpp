@@ -2,6 +2,7 @@
 
 #include "relay/HttpSession.h"
 #include "relay/SocketSession.h"
+#include "shared/base/Try.h"
 
 #include <boost/asio/as_tuple.hpp>
 #include <boost/asio/co_spawn.hpp>
@@ -35,10 +36,8 @@ RelayServer::RelayServer(const RelayLimits& limits, PairStore store, RelayLog lo
 Result<std::unique_ptr<RelayServer>>
 RelayServer::create(const RelayOptions& options, const RelayLimits& limits, PairStore store, RelayLog log) {
     std::unique_ptr<RelayServer> server{new RelayServer{limits, std::move(store), std::move(log)}};
-    if (options.tls)
-        if (auto loaded = server->loadTls(*options.tls); !loaded) return fail(loaded.error());
-    if (auto listening = server->listen(options.host, options.port); !listening)
-        return fail(listening.error());
+    if (options.tls) CHECK(server->loadTls(*options.tls));
+    CHECK(server->listen(options.host, options.port));
     return server;
 }
 

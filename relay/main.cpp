@@ -1,4 +1,5 @@
 #include "relay/RelayServer.h"
+#include "shared/base/Try.h"
 
 #include <chrono>
 #include <csignal>
@@ -32,11 +33,10 @@ void logLine(std::string_view line) {
 }
 
 Result<std::unique_ptr<RelayServer>> start(const RelayOptions& options) {
-    const auto file = options.database ? Result<std::filesystem::path>{*options.database} : defaultDatabase();
-    if (!file) return fail(file.error());
-    auto store = PairStore::open(*file);
-    if (!store) return fail(store.error());
-    return RelayServer::create(options, RelayLimits{}, std::move(*store), logLine);
+    TRY(const auto, file,
+        options.database ? Result<std::filesystem::path>{*options.database} : defaultDatabase());
+    TRY(auto, store, PairStore::open(file));
+    return RelayServer::create(options, RelayLimits{}, std::move(store), logLine);
 }
 
 int serve(const RelayOptions& options) {

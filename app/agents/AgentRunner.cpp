@@ -140,7 +140,7 @@ Task<Result<AgentRunner::Vysledek>> AgentRunner::pracuj(Nalezeno nalezeno, Zadan
         zadani.relace.reset();
         prubeh = co_await navaz(std::move(nalezeno), std::move(zadani), ohlasy);
     }
-    if (!prubeh) co_return std::unexpected(std::move(prubeh).error());
+    if (!prubeh) co_return fail(prubeh.error());
     if (prubeh->relace) relace_.insert_or_assign(klic, *prubeh->relace);
     co_return outcome(*adapter, *std::move(prubeh));
 }
@@ -171,7 +171,7 @@ Task<Result<Prubeh>> AgentRunner::probehni(std::shared_ptr<const AgentAdapter> a
     auto vysledek = co_await proces->spustit(std::move(program), timeLimit,
                                              follow(adapter, sberatel, ohlasy, proces), zachyt);
     proces_.reset();
-    if (!vysledek) co_return std::unexpected(std::move(vysledek).error());
+    if (!vysledek) co_return fail(vysledek.error());
     co_return sberatel->prubeh(*std::move(vysledek));
 }
 

@@ -128,12 +128,12 @@ Result<FileDescriptor> BeneathFolder::openFile(std::string_view path) const {
     TRY(auto, way, wayOf(path));
     TRY(FileDescriptor, parent, descend(folder_.get(), way.folders, Missing::fails));
     TRY(struct stat, status, lookAt(parent.get(), way.name));
-    if (auto file = expectFile(status); !file) return fail(file.error());
+    CHECK(expectFile(status));
 
     // The name may be another thing by now: nothing here waits for a pipe or takes a terminal.
     TRY(FileDescriptor, opened, openAt(parent.get(), way.name, O_RDONLY | O_NONBLOCK | O_NOCTTY));
     if (::fstat(opened.get(), &status) != 0) return fail(SystemError{errno});
-    if (auto file = expectFile(status); !file) return fail(file.error());
+    CHECK(expectFile(status));
     return opened;
 }
 

@@ -1,6 +1,7 @@
 #include "app/execution/SouboryChyba.h"
 
 #include "foundation/Text.h"
+#include "shared/wire/TalkSpanError.h"
 
 namespace morvex {
 
@@ -8,7 +9,7 @@ namespace {
 
 struct Popis {
     std::string operator()(const SouboryChyba::MimoPovolene& chyba) const {
-        return "Cesta " + chyba.name + " leží mimo povolené složky. Nesahám na ni.";
+        return TalkSpanError{TalkSpanError::OutsideAllowedFolders{chyba.name}}.popis();
     }
 
     std::string operator()(const SouboryChyba::ZakazanaCesta& chyba) const {

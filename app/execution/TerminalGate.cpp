@@ -78,9 +78,7 @@ bool jeCesta(const std::string& argument) {
 
 Result<void> overCesty(const std::vector<std::string>& argumenty, const PovoleneSlozky& slozky) {
     for (const auto& argument : argumenty) {
-        if (!jeCesta(argument)) continue;
-        if (auto checked = overCestu(argument, std::nullopt, slozky); !checked)
-            return std::unexpected(checked.error());
+        if (jeCesta(argument)) CHECK(overCestu(argument, std::nullopt, slozky));
     }
     return {};
 }

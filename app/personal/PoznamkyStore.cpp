@@ -4,6 +4,7 @@
 #include "foundation/Text.h"
 #include "foundation/TextPattern.h"
 #include "shared/base/Require.h"
+#include "shared/base/Try.h"
 
 #include <algorithm>
 #include <limits>
@@ -108,7 +109,7 @@ void PoznamkyStore::zvysRevizi(MorvexNote& note) {
 }
 
 Result<MorvexNote> PoznamkyStore::ulozZmenu(MorvexNote note) {
-    if (auto saved = uloz(); !saved) return fail(saved.error());
+    CHECK(uloz());
     if (priZmene) priZmene(note);
     return note;
 }

@@ -25,7 +25,7 @@ Outcome<void> open(SecretServiceCall& call, const std::string& service, const st
 /// At least one item.
 Outcome<std::vector<SecretServiceCall::Item>>
 existingItems(SecretServiceCall& call, const std::string& service, const std::string& account) {
-    if (auto opened = open(call, service, account); !opened) return std::unexpected(opened.error());
+    CHECK(open(call, service, account));
     TRY(auto, items, call.search(service, account));
     if (items.empty()) return std::unexpected(vaultStatus::itemNotFound);
     return items;
@@ -34,13 +34,13 @@ existingItems(SecretServiceCall& call, const std::string& service, const std::st
 Outcome<Bytes> findBytes(SecretServiceCall& call, const std::string& service, const std::string& account) {
     TRY(auto, items, existingItems(call, service, account));
     auto first = std::span(items).first(1);
-    if (auto unlocked = call.unlock(first); !unlocked) return std::unexpected(unlocked.error());
+    CHECK(call.unlock(first));
     return call.secretOf(first.front().get());
 }
 
 Outcome<void> addItem(SecretServiceCall& call, const std::string& service, const std::string& account,
                       ByteView bytes) {
-    if (auto opened = open(call, service, account); !opened) return opened;
+    CHECK(open(call, service, account));
     TRY(auto, items, call.search(service, account));
     if (!items.empty()) return std::unexpected(vaultStatus::duplicateItem);
     return call.create(service, account, bytes);

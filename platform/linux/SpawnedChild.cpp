@@ -43,7 +43,7 @@ Result<std::unique_ptr<ChildProcess>> SpawnedChild::create(pid_t pid, FileDescri
                                                            OrphanWatch* watch) {
     std::unique_ptr<SpawnedChild> child(
         new SpawnedChild(pid, std::move(output), std::move(errors), listener, watch));
-    if (auto started = child->start(); !started) return std::unexpected(started.error());
+    CHECK(child->start());
     return child;
 }
 

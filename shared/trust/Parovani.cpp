@@ -1,5 +1,6 @@
 #include "shared/trust/Parovani.h"
 
+#include "shared/base/Try.h"
 #include "shared/trust/DeviceIdentity.h"
 #include "shared/wire/Json.h"
 
@@ -36,11 +37,10 @@ bool checkHello(const PairingHello& hello, const PairID& pairID, SignatureCheck 
 
 Result<PairKey> pairKey(const AgreementPrivateKey& dohodovy, const AgreementPublicKey& peerKey,
                         const DeviceID& device, const DeviceID& peer) {
-    auto shared = dohodovy.sharedSecret(peerKey);
-    if (!shared) return fail(shared.error());
+    TRY(const auto, shared, dohodovy.sharedSecret(peerKey));
     const auto& [first, second] = std::minmax(device.rawValue, peer.rawValue);
     auto salt = first + "|" + second;
-    return PairKey(hkdfSha256<keySize>(shared->view(), asBytes(salt), asBytes("ts-pair-v1")));
+    return PairKey(hkdfSha256<keySize>(shared.view(), asBytes(salt), asBytes("ts-pair-v1")));
 }
 
 std::string comparisonNumber(const PairKey& pairKey) {

@@ -1,5 +1,6 @@
 #include "shared/trust/SecureChannel.h"
 
+#include "shared/base/Try.h"
 #include "shared/trust/CryptoError.h"
 
 #include <utility>
@@ -43,9 +44,8 @@ SecureChannel::SecureChannel(SessionKeys keys, Ends ends)
 
 Result<SecureChannel> SecureChannel::create(const PairKey& pairKey, const EphemeralPrivateKey& mujEfemerni,
                                             const AgreementPublicKey& peerEphemeral, Ends ends) {
-    auto keys = SessionKeys::derive(pairKey, mujEfemerni, peerEphemeral, ends.role);
-    if (!keys) return fail(keys.error());
-    return SecureChannel(std::move(*keys), std::move(ends));
+    TRY(auto, keys, SessionKeys::derive(pairKey, mujEfemerni, peerEphemeral, ends.role));
+    return SecureChannel(std::move(keys), std::move(ends));
 }
 
 Result<Envelope> SecureChannel::seal(ByteView plaintext, std::string requestID, EnvelopeKind kind,
@@ -66,10 +66,10 @@ Result<Envelope> SecureChannel::seal(ByteView plaintext, std::string requestID, 
         .ciphertext = {},
         .tag = {},
     };
-    auto sealed = chachaSeal(odesilaci_.view(), envelope.nonce, asBytes(associatedData(envelope)), plaintext);
-    if (!sealed) return fail(sealed.error());
-    envelope.ciphertext = std::move(sealed->ciphertext);
-    envelope.tag = std::move(sealed->tag);
+    TRY(auto, sealed,
+        chachaSeal(odesilaci_.view(), envelope.nonce, asBytes(associatedData(envelope)), plaintext));
+    envelope.ciphertext = std::move(sealed.ciphertext);
+    envelope.tag = std::move(sealed.tag);
     return envelope;
 }
 
@@ -86,7 +86,7 @@ Result<void> SecureChannel::checkBeforeOpening(const Envelope& envelope, Date no
 }
 
 Result<Bytes> SecureChannel::open(const Envelope& envelope, Date now) {
-    if (auto checked = checkBeforeOpening(envelope, now); !checked) return fail(checked.error());
+    CHECK(checkBeforeOpening(envelope, now));
     // The nonce is the sender's choice: the tag proves it, whatever the counter says.
     auto plaintext = chachaOpen(prijimaci_.view(), envelope.nonce, asBytes(associatedData(envelope)),
                                 envelope.ciphertext, envelope.tag);

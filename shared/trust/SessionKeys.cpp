@@ -1,14 +1,15 @@
 #include "shared/trust/SessionKeys.h"
 
+#include "shared/base/Try.h"
+
 #include <string>
 
 namespace morvex {
 
 Result<SessionKeys> SessionKeys::derive(const PairKey& pairKey, const EphemeralPrivateKey& mujEfemerni,
                                         const AgreementPublicKey& peerEphemeral, DeviceRole role) {
-    auto shared = mujEfemerni.sharedSecret(peerEphemeral);
-    if (!shared) return fail(shared.error());
-    auto base = hkdfSha256<keySize>(shared->view(), pairKey.view(), asBytes("ts-session-v1"));
+    TRY(const auto, shared, mujEfemerni.sharedSecret(peerEphemeral));
+    auto base = hkdfSha256<keySize>(shared.view(), pairKey.view(), asBytes("ts-session-v1"));
     auto directionKey = [&base](DeviceRole from, DeviceRole to) {
         auto label = "ts-" + std::string(rawValue(from)) + "->" + std::string(rawValue(to));
         return ChannelKey(hkdfSha256<keySize>(base.view(), {}, asBytes(label)));

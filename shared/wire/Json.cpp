@@ -1,6 +1,7 @@
 #include "shared/wire/Json.h"
 
 #include "shared/base/Base64.h"
+#include "shared/base/Try.h"
 #include "shared/wire/Describe.h"
 #include "shared/wire/JsonText.h"
 
@@ -34,11 +35,10 @@ std::string encode(const boost::json::object& object) {
 
 Result<boost::json::value> parseJson(std::string_view json, std::size_t limit) {
     JsonDocument document;
-    const auto root = document.parse(json, limit);
-    if (!root) return fail(root.error());
-    if (!isFinite(**root)) return fail(DecodeError{DecodeError::Reason::outOfRange, {}, {}});
+    TRY(const auto*, root, document.parse(json, limit));
+    if (!isFinite(*root)) return fail(DecodeError{DecodeError::Reason::outOfRange, {}, {}});
     // A plain copy would stay in the document's memory, which ends here.
-    return boost::json::value(**root, boost::json::storage_ptr{});
+    return boost::json::value(*root, boost::json::storage_ptr{});
 }
 
 void writeJson(std::string& out, const Bytes& bytes) {

@@ -1,5 +1,6 @@
 #include "shared/wire/JsonDocument.h"
 
+#include "shared/base/Try.h"
 #include "shared/base/Utf8.h"
 #include "shared/wire/DecodeError.h"
 
@@ -76,8 +77,7 @@ Result<void> checkReadable(std::string_view json, std::size_t limit) {
     const auto base = baseBudget(limit);
     if (json.size() <= std::min(limit, base) && countValues(json) <= base / bytesPerValue) return {};
     JsonDocument document;
-    auto parsed = document.parse(json, limit);
-    if (!parsed) return fail(parsed.error());
+    CHECK(document.parse(json, limit));
     return {};
 }
 

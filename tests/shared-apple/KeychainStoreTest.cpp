@@ -1,6 +1,7 @@
 #include "shared-apple/KeychainStore.h"
 
 #include "platform/memory/MemoryVault.h"
+#include "shared-apple/KeychainChyba.h"
 #include "shared/wire/DecodeError.h"
 #include "tests/shared-apple/Devices.h"
 

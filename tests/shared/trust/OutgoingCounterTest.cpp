@@ -13,7 +13,7 @@ TEST(OutgoingCounter, CountsFromOne) {
 TEST(OutgoingCounterDeathTest, EndsTheProcessInsteadOfStartingAgain) {
     OutgoingCounter counter(std::numeric_limits<std::uint64_t>::max() - 1);
     EXPECT_EQ(counter.next(), std::numeric_limits<std::uint64_t>::max());
-    EXPECT_DEATH(counter.next(), "the message counter has a next value");
+    EXPECT_DEATH(counter.next(), "the message counter has no next value");
 }
 
 } // namespace morvex
