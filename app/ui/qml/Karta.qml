@@ -10,7 +10,7 @@ Rectangle {
     property bool urgent: false
     default property alias obsah: content.data
 
-    implicitHeight: column.implicitHeight + 2 * Vzhled.cardPadding
+    implicitHeight: header.height + Vzhled.gap + content.implicitHeight + 2 * Vzhled.cardPadding
     radius: Vzhled.cardRadius
     color: Vzhled.card
     border.color: urgent ? Vzhled.attention : Vzhled.line
@@ -18,52 +18,53 @@ Rectangle {
     Accessible.role: Accessible.Grouping
     Accessible.name: title
 
-    ColumnLayout {
-        id: column
+    // No layout around the content's own: one more would not come to rest in time with wrapped texts.
+    Item {
+        id: header
 
-        anchors.fill: parent
+        anchors.left: parent.left
+        anchors.right: parent.right
+        anchors.top: parent.top
         anchors.margins: Vzhled.cardPadding
+        height: Math.max(ground.height, heading.implicitHeight)
+
+        Rectangle {
+            id: ground
+
+            width: 32
+            height: 32
+            radius: 9
+            color: card.urgent ? Vzhled.attentionTint : Vzhled.accentTint
+
+            Glyph {
+                anchors.centerIn: parent
+                name: card.glyph
+                color: card.urgent ? Vzhled.attention : Vzhled.accent
+            }
+        }
+
+        BodyText {
+            id: heading
+
+            anchors.left: ground.right
+            anchors.leftMargin: Vzhled.gap
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            text: card.title
+            lineHeight: 1
+            font.pixelSize: Vzhled.headingSize
+            font.weight: Font.DemiBold
+            Accessible.role: Accessible.Heading
+        }
+    }
+
+    ColumnLayout {
+        id: content
+
+        anchors.left: header.left
+        anchors.right: header.right
+        anchors.top: header.bottom
+        anchors.topMargin: Vzhled.gap
         spacing: Vzhled.gap
-
-        Item {
-            Layout.fillWidth: true
-            implicitHeight: Math.max(ground.height, heading.implicitHeight)
-
-            Rectangle {
-                id: ground
-
-                width: 32
-                height: 32
-                radius: 9
-                color: card.urgent ? Vzhled.attentionTint : Vzhled.accentTint
-
-                Glyph {
-                    anchors.centerIn: parent
-                    name: card.glyph
-                    color: card.urgent ? Vzhled.attention : Vzhled.accent
-                }
-            }
-
-            BodyText {
-                id: heading
-
-                anchors.left: ground.right
-                anchors.leftMargin: Vzhled.gap
-                anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
-                text: card.title
-                lineHeight: 1
-                font.pixelSize: Vzhled.headingSize
-                font.weight: Font.DemiBold
-                Accessible.role: Accessible.Heading
-            }
-        }
-
-        ColumnLayout {
-            id: content
-
-            Layout.fillWidth: true
-            spacing: Vzhled.gap
-        }
     }
 }
