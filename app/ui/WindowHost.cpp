@@ -1,5 +1,6 @@
 #include "app/ui/WindowHost.h"
 
+#include "app/ui/DescriptionNews.h"
 #include "app/ui/GlyphProvider.h"
 #include "shared/base/Require.h"
 
@@ -99,6 +100,7 @@ QQuickWindow* WindowHost::load(const QString& component) {
     auto* window = qobject_cast<QQuickWindow*>(
         source.createWithInitialProperties({{QStringLiteral("companion"), QVariant::fromValue(&model_)}}));
     vyzaduj(window != nullptr, "a window is no window");
+    new DescriptionNews(*window);
     connect(window, &QWindow::visibleChanged, this, [this, window](bool visible) {
         if (visible || hiding_) return;
         if (window == menu_) menuClosed_ = clock_.sinceBoot();

@@ -33,6 +33,9 @@ class ScreenReader {
     [[nodiscard]] std::vector<Item> read() const;
     /// Whether there is something of this name.
     [[nodiscard]] bool shows(const std::string& name) const;
+
+    [[nodiscard]] const QDBusConnection& bus() const { return *bus_; }
+
     /// What a pressed key would reach.
     [[nodiscard]] std::optional<Item> withKeyboard() const;
 

@@ -1,5 +1,6 @@
 #include "phone/QrPicture.h"
 #include "tests/e2e/OnDesktop.h"
+#include "tests/e2e/ToldDescriptions.h"
 
 #include <csignal>
 #include <filesystem>
@@ -71,6 +72,16 @@ TEST_F(WindowPairingTest, AKeyPressedTwiceDoesNotReachTheButtonThatHasGone) {
     display.press(VirtualDisplay::space);
     ASSERT_NO_FATAL_FAILURE(goTo("Zrušit"));
     EXPECT_EQ(readQrPicture(photograph()).value(), shown.value());
+}
+
+TEST_F(WindowPairingTest, AScreenReaderIsToldThatTheCodeWasCopied) {
+    ToldDescriptions told(reader.bus());
+    auto mac = startWindow();
+    ASSERT_NO_FATAL_FAILURE(typeRelayAddress());
+    ASSERT_NO_FATAL_FAILURE(pressButton("Zobrazit QR kód"));
+    ASSERT_NO_FATAL_FAILURE(see("Načti tento kód v aplikaci Morvex na telefonu."));
+    ASSERT_NO_FATAL_FAILURE(pressButton("QR kód"));
+    EXPECT_TRUE(eventually([&] { return told.hasHeard("Text kódu je zkopírovaný."); })) << screen();
 }
 
 TEST_F(WindowPairingTest, ASecondStartBringsTheWindowToTheFront) {

@@ -7,6 +7,8 @@ T.Button {
 
     enum Kind { Plain, Main, Warning }
     property int kind: ActionButton.Kind.Plain
+    /// What a screen reader adds: what came of the last press, where that is shown elsewhere.
+    property string outcome
     readonly property bool main: kind === ActionButton.Kind.Main
     readonly property color ink: main ? Vzhled.buttonText : kind === ActionButton.Kind.Warning ? Vzhled.attention : Vzhled.text
 
@@ -18,6 +20,7 @@ T.Button {
     hoverEnabled: true
     opacity: enabled ? 1 : 0.5
     Accessible.name: text
+    Accessible.description: outcome
     // The toolkit does not tell a screen reader that a control is disabled.
     Accessible.ignored: !enabled
     Accessible.onPressAction: button.clicked()

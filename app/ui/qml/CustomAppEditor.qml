@@ -30,6 +30,7 @@ Sheet {
             kind: ActionButton.Kind.Main
             enabled: !sheet.model.saving
             text: qsTr("Uložit")
+            outcome: activeFocus ? sheet.model.error : ""
             onClicked: sheet.save()
         },
         ActionButton {
@@ -49,6 +50,7 @@ Sheet {
         id: name
 
         label: qsTr("Název")
+        problem: sheet.model.error
         onAccepted: sheet.save()
     }
 
@@ -57,6 +59,7 @@ Sheet {
 
         label: qsTr("Adresa")
         hint: "https://example.com/api/mcp"
+        problem: sheet.model.error
         onAccepted: sheet.save()
     }
 
@@ -66,6 +69,7 @@ Sheet {
         label: qsTr("Token")
         echoMode: TextInput.Password
         hint: sheet.state ? qsTr("Nový token — ponech prázdné beze změny") : qsTr("Přístupový token — volitelný")
+        problem: sheet.model.error
         onAccepted: sheet.save()
     }
 

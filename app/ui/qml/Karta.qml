@@ -8,6 +8,9 @@ Rectangle {
     property string title
     property string glyph
     property bool urgent: false
+    /// What has come while the keyboard was in this card and its control went away: told as the description of what
+    /// has the keyboard then, the card.
+    property string news
     default property alias obsah: content.data
 
     implicitHeight: header.height + Vzhled.gap + content.implicitHeight + 2 * Vzhled.cardPadding
@@ -17,6 +20,7 @@ Rectangle {
     border.width: urgent ? 2 : 1
     Accessible.role: Accessible.Grouping
     Accessible.name: title
+    Accessible.description: news
 
     // No layout around the content's own: one more would not come to rest in time with wrapped texts.
     Item {

@@ -7,10 +7,13 @@ ColumnLayout {
     id: view
 
     required property PairingModel model
+    readonly property string words: `${question.text} ${model.number}`
 
     spacing: Vzhled.gap
 
     BodyText {
+        id: question
+
         Layout.fillWidth: true
         text: qsTr("Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?")
     }

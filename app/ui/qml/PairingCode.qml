@@ -29,7 +29,7 @@ ColumnLayout {
         focusPolicy: Qt.StrongFocus
         Accessible.role: Accessible.Button
         Accessible.name: qsTr("QR kód")
-        Accessible.description: qsTr("Kliknutím zkopíruješ text kódu.")
+        Accessible.description: hint.text
         Accessible.onPressAction: picture.clicked()
         Keys.onReturnPressed: picture.clicked()
         Keys.onEnterPressed: picture.clicked()
@@ -60,11 +60,13 @@ ColumnLayout {
     }
 
     CaptionText {
+        id: hint
+
         Layout.alignment: Qt.AlignHCenter
         visible: picture.visible && !view.model.expired
         text: copied.running ? qsTr("Text kódu je zkopírovaný.") : qsTr("Kliknutím zkopíruješ text kódu.")
         // The code itself is described so.
-        Accessible.ignored: !copied.running
+        Accessible.ignored: true
 
         Timer {
             id: copied

@@ -12,6 +12,11 @@ Karta {
 
     title: qsTr("Párování s telefonem")
     glyph: "phone"
+    news: ({
+            [PairingModel.Creating]: creating.text,
+            [PairingModel.Comparing]: comparison.words,
+            [PairingModel.Failed]: failure.text
+        })[situation] ?? ""
 
     ColumnLayout {
         visible: view.situation === PairingModel.NoPhone
@@ -77,6 +82,8 @@ Karta {
     }
 
     BodyText {
+        id: creating
+
         Layout.fillWidth: true
         visible: view.situation === PairingModel.Creating
         text: qsTr("Zakládám pár…")
@@ -88,6 +95,8 @@ Karta {
     }
 
     NumberComparison {
+        id: comparison
+
         visible: view.situation === PairingModel.Comparing
         model: view.model
     }
@@ -97,6 +106,8 @@ Karta {
         spacing: Vzhled.gap
 
         Note {
+            id: failure
+
             trouble: true
             text: view.model.failure
         }

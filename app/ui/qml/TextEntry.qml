@@ -8,6 +8,8 @@ ColumnLayout {
     property string label
     /// What stands here until something else is typed.
     property string value
+    /// What is wrong with it, told to a screen reader while it has the keyboard; it is shown elsewhere.
+    property string problem
     property alias hint: field.placeholderText
     property alias echoMode: field.echoMode
     property alias text: field.typed
@@ -55,7 +57,7 @@ ColumnLayout {
         }
         Layout.fillWidth: true
         Accessible.name: entry.label
-        Accessible.description: placeholderText
+        Accessible.description: activeFocus && entry.problem !== "" ? entry.problem : placeholderText
         onEditingFinished: entry.commit()
         onAccepted: entry.accepted()
     }

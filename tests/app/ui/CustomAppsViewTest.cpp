@@ -42,8 +42,12 @@ TEST_F(CustomAppsViewTest, ACustomAppIsAddedEditedSwitchedAndRemoved) {
     press("Spravovat: Vlastní aplikace");
     EXPECT_TRUE(reads("Žádné vlastní aplikace"));
     press("Přidat aplikaci");
-    press("Uložit");
+    giveKeyboard(window());
+    goTo("Uložit");
+    give(Qt::Key_Return);
     EXPECT_TRUE(reads("Doplň název vlastní aplikace."));
+    EXPECT_EQ(focused(), "Uložit");
+    EXPECT_EQ(focusedDescription(), "Doplň název vlastní aplikace.") << "a screen reader is told too";
     type("Název", "Sklad");
     type("Adresa", "https://sklad.example/api/mcp");
     type("Token", "tajny");

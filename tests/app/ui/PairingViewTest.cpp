@@ -168,6 +168,33 @@ TEST_F(PairingViewTest, TheNumberIsComparedBeforeAnythingIsKept) {
     EXPECT_TRUE(reads("Zkusit znovu"));
 }
 
+TEST_F(PairingViewTest, WhatComesWhileTheKeyboardIsInTheCardIsToldToAScreenReader) {
+    start();
+    openUi();
+    openWithKeyboard();
+    showCode("{}");
+    goTo("Zrušit");
+    showState({StavParovani::OverCislo{"123 456"}});
+    EXPECT_EQ(focused(), "Párování s telefonem") << "the button has gone";
+    EXPECT_EQ(focusedDescription(),
+              "Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce? 123 456");
+    goTo("Neshoduje se");
+    give(Qt::Key_Return);
+    EXPECT_EQ(focused(), "Párování s telefonem");
+    EXPECT_TRUE(focusedDescription().starts_with("Čísla se neshodovala.")) << focusedDescription();
+}
+
+TEST_F(PairingViewTest, ThatTheCodeWasCopiedDescribesWhatHasTheKeyboard) {
+    start();
+    openUi();
+    openWithKeyboard();
+    showCode("{}");
+    goTo("QR kód");
+    EXPECT_EQ(focusedDescription(), "Kliknutím zkopíruješ text kódu.");
+    give(Qt::Key_Return);
+    EXPECT_EQ(focusedDescription(), "Text kódu je zkopírovaný.");
+}
+
 TEST_F(PairingViewTest, AFailureSaysItsTextAndCancellingBringsTheOldPhoneBack) {
     startPaired();
     openUi();

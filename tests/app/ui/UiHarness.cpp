@@ -140,6 +140,11 @@ std::string UiHarness::focused(QQuickWindow* in) {
     return node ? nameOf(node) : std::string();
 }
 
+std::string UiHarness::focusedDescription() {
+    auto* node = QAccessible::queryAccessibleInterface(window()->focusObject());
+    return node ? node->text(QAccessible::Description).toStdString() : std::string();
+}
+
 void UiHarness::goTo(const std::string& name) {
     constexpr int most = 100;
     for (int step = 0; step < most && focused() != name; ++step) give(Qt::Key_Tab);

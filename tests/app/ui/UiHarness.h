@@ -55,6 +55,8 @@ class UiHarness : public CompanionHarness {
     void give(Qt::Key key, QQuickWindow* in = nullptr);
     /// The name of what has the keyboard.
     std::string focused(QQuickWindow* in = nullptr);
+    /// What a screen reader adds to that name.
+    std::string focusedDescription();
     /// Presses Tab until the control of this name has the keyboard.
     void goTo(const std::string& name);
     /// Whether the switch of this name is on.

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+
+class QQuickItem;
+class QQuickWindow;
+
+namespace morvex {
+
+/// Tells screen readers when the description of what has the keyboard changes; the toolkit tells them of
+/// names alone. One a window, which owns it. Main thread.
+class DescriptionNews : public QObject {
+    Q_OBJECT
+
+  public:
+    explicit DescriptionNews(QQuickWindow& window);
+
+  private Q_SLOTS:
+    void follow();
+    void tell();
+
+  private:
+    QQuickWindow& window_;
+    QPointer<QObject> followed_; ///< what `Accessible` attached to the item
+};
+
+} // namespace morvex
