@@ -37,8 +37,12 @@ QPoint placeBeside(const QRect& trayItem, QSize size, const QRect& screen) {
 } // namespace
 
 WindowHost::~WindowHost() {
-    delete main_;
-    delete menu_;
+    for (auto* window : {main_.data(), menu_.data()}) {
+        if (!window) continue;
+        // A window that goes tells that it is hidden, when it is none any more.
+        window->disconnect(this);
+        delete window;
+    }
 }
 
 void WindowHost::showMainWindow(Focus focus) {
