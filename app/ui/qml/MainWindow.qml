@@ -10,7 +10,7 @@ Window {
     // A small or much enlarged screen has less room.
     width: Math.min(720, Screen.desktopAvailableWidth)
     height: Math.min(560, Screen.desktopAvailableHeight)
-    minimumWidth: Math.min(420, Screen.desktopAvailableWidth)
+    minimumWidth: Math.min(30 * Vzhled.bodySize, Screen.desktopAvailableWidth)
     minimumHeight: Math.min(360, Screen.desktopAvailableHeight)
     color: Vzhled.page
 

@@ -5,7 +5,7 @@ import QtQuick.Templates as T
 T.ComboBox {
     id: picker
 
-    implicitWidth: 200
+    implicitWidth: Math.round(14.5 * Vzhled.bodySize)
     implicitHeight: Vzhled.controlHeight
     leftPadding: 12
     rightPadding: 34

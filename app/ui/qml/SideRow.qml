@@ -1,31 +1,32 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// Texts on the left, controls on the right, in the middle of the row's height.
+/// Texts on the left, controls on the right, in the middle of the row's height; below the texts where those would be left
+/// with little room.
 Item {
     id: row
 
     default property alias texts: left.data
     property alias controls: right.data
+    readonly property real beside: right.implicitWidth > 0 ? right.implicitWidth + Vzhled.gap : 0
+    readonly property bool stacked: beside > 0 && width - beside < 0.4 * width
 
     Layout.fillWidth: true
-    implicitHeight: Math.max(left.implicitHeight, right.implicitHeight)
+    implicitHeight: stacked ? left.implicitHeight + Vzhled.smallGap + right.implicitHeight : Math.max(left.implicitHeight, right.implicitHeight)
 
     ColumnLayout {
         id: left
 
-        anchors.left: parent.left
-        anchors.right: right.left
-        anchors.rightMargin: right.width > 0 ? Vzhled.gap : 0
-        anchors.verticalCenter: parent.verticalCenter
+        y: row.stacked ? 0 : Math.round((row.height - height) / 2)
+        width: row.stacked ? row.width : row.width - row.beside
         spacing: 1
     }
 
     RowLayout {
         id: right
 
-        anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
+        x: row.stacked ? 0 : row.width - width
+        y: row.stacked ? row.height - height : Math.round((row.height - height) / 2)
         spacing: Vzhled.gap
     }
 }

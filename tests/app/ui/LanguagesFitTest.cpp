@@ -1,13 +1,23 @@
 #include "tests/app/ui/ShownCompanion.h"
 
+#include <QFont>
+#include <QGuiApplication>
 #include <QQuickItem>
 
 namespace morvex {
 namespace {
 
-/// Every language in the narrowest window.
-class LanguagesFitTest : public ShownCompanion {
+/// Every language in the narrowest window, also where the desktop asks for text twice as large.
+class LanguagesFitTest : public ShownCompanion, public testing::WithParamInterface<int> {
   protected:
+    LanguagesFitTest() {
+        auto larger = usual_;
+        larger.setPixelSize(GetParam());
+        QGuiApplication::setFont(larger);
+    }
+
+    ~LanguagesFitTest() override { QGuiApplication::setFont(usual_); }
+
     /// What is cut off or stands outside of the window, by its text.
     std::vector<std::string> misfits(QQuickItem* item) {
         std::vector<std::string> found;
@@ -29,9 +39,15 @@ class LanguagesFitTest : public ShownCompanion {
         (void)pictureOf(shown); // only what was drawn is laid out
         for (const auto& misfit : misfits(shown->contentItem())) ADD_FAILURE() << state << ": " << misfit;
     }
+
+  private:
+    QFont usual_ = QGuiApplication::font();
 };
 
-TEST_F(LanguagesFitTest, NothingIsCutOffInTheNarrowestWindow) {
+INSTANTIATE_TEST_SUITE_P(TextOfPixels, LanguagesFitTest, testing::Values(14, 20, 28),
+                         testing::PrintToStringParamName());
+
+TEST_P(LanguagesFitTest, NothingIsCutOffInTheNarrowestWindow) {
     startSecured();
     openUi();
     fill();
