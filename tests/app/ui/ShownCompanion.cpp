@@ -18,6 +18,9 @@ QQuickItem* findCard(QQuickItem* item, const QString& title) {
 } // namespace
 
 ShownCompanion::~ShownCompanion() {
+    // What still waits is noted here while there is a place for it.
+    if (companion) companion->schvalovani().vyresit(false);
+    executor.runUntilIdle();
     useColors(false);
 }
 
