@@ -11,11 +11,7 @@ class ApprovalTest : public UiHarness {
         settle();
     }
 
-    Task<void> note(Task<bool> asked) { answers.push_back(co_await std::move(asked)); }
-
     bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
-
-    std::vector<bool> answers;
 };
 
 TEST_F(ApprovalTest, ARequestIsShownWithItsDetailAndEndsWithAPress) {

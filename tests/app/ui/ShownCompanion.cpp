@@ -18,9 +18,6 @@ QQuickItem* findCard(QQuickItem* item, const QString& title) {
 } // namespace
 
 ShownCompanion::~ShownCompanion() {
-    // What still waits is noted here while there is a place for it.
-    if (companion) companion->schvalovani().vyresit(false);
-    executor.runUntilIdle();
     useColors(false);
 }
 
@@ -77,10 +74,6 @@ void ShownCompanion::expectApproved(const QImage& picture, const std::string& na
     const auto scale = static_cast<int>(window()->effectiveDevicePixelRatio() * 100);
     const auto suffix = scale == 100 ? QString() : QStringLiteral("-%1").arg(scale);
     EXPECT_EQ(differenceFromApproved(picture, QString::fromStdString(name) + suffix), "") << name;
-}
-
-Task<void> ShownCompanion::note(Task<bool> asked) {
-    answers.push_back(co_await std::move(asked));
 }
 
 void ShownCompanion::showState(StavParovani state) {

@@ -32,13 +32,9 @@ class ShownCompanion : public UiHarness {
     /// Against the approved picture of this name and of the scale in force.
     void expectApproved(const QImage& picture, const std::string& name);
 
-    /// How what was asked has ended.
-    std::vector<bool> answers;
-
   private:
     /// Shows fixed words instead of the folder and the identities of this run.
     void replaceChance(QQuickItem& item);
-    Task<void> note(Task<bool> asked);
 };
 
 } // namespace morvex

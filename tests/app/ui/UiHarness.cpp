@@ -28,6 +28,9 @@ bool canBePressed(QAccessible::Role role) {
 } // namespace
 
 UiHarness::~UiHarness() {
+    // What still waits is noted while there is a place for it.
+    if (companion) companion->schvalovani().vyresit(false);
+    executor.runUntilIdle();
     uiScope.stop();
     EXPECT_TRUE(executor.run(uiScope.join()));
     ui.reset();
@@ -133,6 +136,10 @@ void UiHarness::giveKeyboard(QQuickWindow* to) {
 void UiHarness::give(Qt::Key key, QQuickWindow* in) {
     QTest::keyClick(in ? in : window(), key);
     settle();
+}
+
+Task<void> UiHarness::note(Task<bool> asked) {
+    answers.push_back(co_await std::move(asked));
 }
 
 std::string UiHarness::focused(QQuickWindow* in) {

@@ -59,6 +59,8 @@ class UiHarness : public CompanionHarness {
     std::string focusedDescription();
     /// Presses Tab until the control of this name has the keyboard.
     void goTo(const std::string& name);
+    /// Notes the end of a question in `answers`.
+    Task<void> note(Task<bool> asked);
     /// Whether the switch of this name is on.
     bool isOn(const std::string& name);
 
@@ -68,6 +70,7 @@ class UiHarness : public CompanionHarness {
     FakeColorScheme colors;
     FakeTray tray;
     std::optional<std::string> settingsProblem;
+    std::vector<bool> answers; ///< how what was asked has ended
     int quits = 0;
     int releases = 0; ///< of the memory of windows that are closed
     std::unique_ptr<TolvyCompanionApp> ui;
