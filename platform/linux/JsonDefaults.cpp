@@ -8,7 +8,9 @@
 
 #include <boost/json.hpp>
 
+#include <algorithm>
 #include <cerrno>
+#include <cmath>
 
 namespace morvex {
 
@@ -63,6 +65,16 @@ json::value jsonFrom(const DefaultsValue& value) {
         value);
 }
 
+/// Whether it can be written so that it is read again: a number beyond the range is read as infinite, and
+/// JSON has no word for that.
+bool canBeWritten(const json::value& value) {
+    if (const auto* number = value.if_double()) return std::isfinite(*number);
+    if (const auto* array = value.if_array()) return std::ranges::all_of(*array, canBeWritten);
+    if (const auto* object = value.if_object())
+        return std::ranges::all_of(*object, [](const auto& pair) { return canBeWritten(pair.value()); });
+    return true;
+}
+
 } // namespace
 
 JsonDefaults JsonDefaults::load(const std::filesystem::path& configHome) {
@@ -81,7 +93,7 @@ void JsonDefaults::read() {
     if (bytes && !*bytes) return;
     boost::system::error_code error;
     json::value parsed = bytes ? json::parse(asText(**bytes), error) : json::value();
-    if (auto* object = parsed.if_object(); object && !error)
+    if (auto* object = parsed.if_object(); object && !error && canBeWritten(parsed))
         values_ = std::move(*object);
     else
         setDamagedAside();

@@ -88,7 +88,14 @@ TEST_F(JsonDefaultsTest, ValuesOfOtherKindsReadAsAbsentAndAreKept) {
 }
 
 TEST_F(JsonDefaultsTest, ADamagedFileIsSetAsideAndNotOverwritten) {
-    const char* damaged[] = {"", "{", "[]", "null", "{\"a\": \"\xff\"}", "{\"a\": true} x"};
+    const char* damaged[] = {"",
+                             "{",
+                             "[]",
+                             "null",
+                             "{\"a\": \"\xff\"}",
+                             "{\"a\": true} x",
+                             "{\"a\": 1e999}",
+                             "{\"a\": [{\"b\": -1e999}]}"};
     int number = 0;
     for (const char* text : damaged) {
         write(text);
