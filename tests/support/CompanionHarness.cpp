@@ -20,11 +20,16 @@ std::shared_ptr<ScriptedSocket> CompanionHarness::startPaired() {
     return socket;
 }
 
-std::shared_ptr<ScriptedSocket> CompanionHarness::startSecured() {
+std::shared_ptr<ScriptedSocket> CompanionHarness::startWithSession() {
     auto socket = startPaired();
     phone.logIn();
     executor.runUntilIdle();
     phone.exchangeHellos();
+    return socket;
+}
+
+std::shared_ptr<ScriptedSocket> CompanionHarness::startSecured() {
+    auto socket = startWithSession();
     executor.runUntilIdle();
     (void)phone.take();
     return socket;

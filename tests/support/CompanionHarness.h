@@ -41,7 +41,9 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
     void start();
     /// A companion that was paired with `phone` before, started; the socket of its first connection.
     std::shared_ptr<ScriptedSocket> startPaired();
-    /// The same with a session, and everything taken that was sent until then.
+    /// The same with a session; what was sent for it is still to be taken.
+    std::shared_ptr<ScriptedSocket> startWithSession();
+    /// The same, and everything taken that was sent until then.
     std::shared_ptr<ScriptedSocket> startSecured();
     /// A session on a new connection, as after a loss; what it leads to is not run yet.
     std::shared_ptr<ScriptedSocket> connectAgain();

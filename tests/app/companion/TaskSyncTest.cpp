@@ -129,10 +129,7 @@ TEST_F(TaskSyncTest, AnEndOfTheProgramStopsTheAgentAndTheNextStartTellsOfTheInte
     EXPECT_EQ(historie().ukol(id)->stav, UkolAgenta::Stav::bezi) << "nothing is recorded at that moment";
     end();
 
-    auto socket = startPaired();
-    phone.logIn();
-    executor.runUntilIdle();
-    phone.exchangeHellos();
+    auto socket = startWithSession();
     auto items = itemsIn(settled());
     ASSERT_EQ(items.size(), 1U);
     EXPECT_EQ(items.front().id, id);
@@ -182,10 +179,7 @@ TEST_F(TaskSyncTest, TheLongestTaskFitsIntoAFrame) {
     auto file = applicationSupport() / "TalkSpan" / "agent-tasks.json";
     std::filesystem::create_directories(file.parent_path());
     std::ofstream(file) << encode(std::vector{ukol});
-    auto socket = startPaired();
-    phone.logIn();
-    executor.runUntilIdle();
-    phone.exchangeHellos();
+    auto socket = startWithSession();
     auto items = itemsIn(settled());
     ASSERT_EQ(items.size(), 1U);
     EXPECT_TRUE(items.front().agent);

@@ -68,6 +68,16 @@ class OrphanWatchTest : public testing::Test {
     /// As at the sudden end of the program.
     void dropWatch() { OrphanWatch dropped = std::move(watch); }
 
+    /// What this script starts, which holds the pipe, does not outlive the watch.
+    void expectAllKilled(const std::string& script) {
+        Heard heard;
+        auto child = shell(script, heard);
+        awaitHolder();
+        dropWatch();
+        EXPECT_EQ(heard.status(), SIGKILL);
+        EXPECT_TRUE(isLetGo(60'000));
+    }
+
     TemporaryFolder folder;
     std::string path = (folder.path() / "fifo").string();
     FileDescriptor held;
@@ -76,22 +86,11 @@ class OrphanWatchTest : public testing::Test {
 };
 
 TEST_F(OrphanWatchTest, KillsTheWholeGroupOfAProgramThatStillRuns) {
-    Heard heard;
-    auto child =
-        shell("trap '' TERM; (exec 3>$F; printf x >&3; exec sleep 1000) & wait; exec sleep 1000", heard);
-    awaitHolder();
-    dropWatch();
-    EXPECT_EQ(heard.status(), SIGKILL);
-    EXPECT_TRUE(isLetGo(60'000));
+    expectAllKilled("trap '' TERM; (exec 3>$F; printf x >&3; exec sleep 1000) & wait; exec sleep 1000");
 }
 
 TEST_F(OrphanWatchTest, KillsWhatLeftTheGroupToo) {
-    Heard heard;
-    auto child = shell("setsid sh -c 'exec 3>$F; printf x >&3; exec sleep 1000' & wait", heard);
-    awaitHolder();
-    dropWatch();
-    EXPECT_EQ(heard.status(), SIGKILL);
-    EXPECT_TRUE(isLetGo(60'000));
+    expectAllKilled("setsid sh -c 'exec 3>$F; printf x >&3; exec sleep 1000' & wait");
 }
 
 TEST_F(OrphanWatchTest, LeavesAloneWhatAProgramLeftBehindThatHasEnded) {
