@@ -100,7 +100,8 @@ Texts look(const fs::path& home) {
 namespace database {
 
 const PairID pair{"PAIR"};
-constexpr std::size_t longestName = 10'000'000;
+/// Some tens of pages: each of many more would be written just like these.
+constexpr std::size_t longestName = 100'000;
 
 /// A device with a long name, so that a member takes several pages.
 Member memberOf(const std::string& text, DeviceRole role) {
