@@ -17,9 +17,14 @@ std::uint16_t ClientProcess::Line::waitForPort() const {
     return port;
 }
 
+void ClientProcess::Line::report() const {
+    const char done = 1;
+    vyzaduj(::write(out_, &done, 1) == 1, "the measuring program has gone");
+}
+
 void ClientProcess::Line::stay() const {
-    char signal = 1;
-    vyzaduj(::write(out_, &signal, 1) == 1 && ::read(in_, &signal, 1) == 1, "the measuring program has gone");
+    char end = 0;
+    vyzaduj(::read(in_, &end, 1) == 1, "the measuring program has gone");
 }
 
 ClientProcess::ClientProcess(const std::function<void(Line&)>& work) {

@@ -17,7 +17,9 @@ class ClientProcess {
         Line(int in, int out) : in_(in), out_(out) {}
 
         [[nodiscard]] std::uint16_t waitForPort() const;
-        /// The work is done; what the child holds, it holds until this returns.
+        /// A part of the work is done.
+        void report() const;
+        /// What the child holds, it holds until this returns.
         void stay() const;
 
       private:
@@ -31,6 +33,7 @@ class ClientProcess {
     ~ClientProcess();
 
     void begin(std::uint16_t port) const;
+    /// Until the child's next report.
     void waitUntilDone() const;
 
   private:

@@ -1,5 +1,7 @@
 #include "bench/PlainSocket.h"
 
+#include "shared/base/Require.h"
+
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/beast/core/buffers_to_string.hpp>
@@ -13,7 +15,7 @@ using asio::ip::tcp;
 
 namespace {
 
-/// One for all sockets: it has descriptors of its own. Nothing waits on it.
+/// One for all sockets: it has descriptors of its own.
 asio::io_context& context() {
     static asio::io_context instance;
     return instance;
@@ -23,6 +25,16 @@ asio::io_context& context() {
 
 struct PlainSocket::Connection {
     boost::beast::websocket::stream<tcp::socket, false> socket{context()};
+    boost::beast::flat_buffer frame{}; ///< what came while it listens
+    std::size_t pings = 0;
+
+    void listen() {
+        socket.async_read(frame, [this](boost::beast::error_code closed, std::size_t) {
+            vyzaduj(!closed, "the server has let a client go");
+            frame.clear();
+            listen();
+        });
+    }
 };
 
 PlainSocket::PlainSocket(std::uint16_t port, std::uint8_t from)
@@ -50,6 +62,22 @@ std::optional<std::string> PlainSocket::read() {
     connection_->socket.read(frame, closed);
     if (closed) return std::nullopt;
     return boost::beast::buffers_to_string(frame.data());
+}
+
+void PlainSocket::listen() {
+    connection_->socket.control_callback([this](boost::beast::websocket::frame_type kind, std::string_view) {
+        if (kind == boost::beast::websocket::frame_type::ping) ++connection_->pings;
+    });
+    connection_->listen();
+}
+
+void PlainSocket::idle(std::chrono::milliseconds time) {
+    context().restart();
+    context().run_for(time);
+}
+
+std::size_t PlainSocket::pings() const {
+    return connection_->pings;
 }
 
 } // namespace morvex

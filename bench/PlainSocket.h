@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -21,6 +23,13 @@ class PlainSocket {
     void write(std::string_view text);
     /// Nothing when the server has closed.
     std::optional<std::string> read();
+
+    /// Answers the pings of the server from now on, while `idle` runs, and drops what comes besides.
+    void listen();
+    /// The time of all sockets that listen.
+    static void idle(std::chrono::milliseconds time);
+    /// Those that were answered.
+    [[nodiscard]] std::size_t pings() const;
 
   private:
     struct Connection;
