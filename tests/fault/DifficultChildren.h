@@ -13,19 +13,26 @@ namespace morvex {
 /// A program that is hard to start, to follow or to end.
 struct DifficultChild {
     enum class Ends { byItself, whenStopped, neverBegins };
-    enum class Leaves { nothing, processes };
+    /// Which processes of its own may outlive it.
+    enum class Leaves {
+        nothing,
+        unlessStopped, ///< any, of a run that nobody stopped
+        daemons,       ///< those whose parents have ended, however it ends itself
+    };
     enum class Begins { atOnce, withReady };
+    enum class Inherits { environment, nothing };
 
     std::string what;
     OutsideProgram program;
     Ends ends = Ends::byItself;
     /// When it ends by itself; absent where that is left to chance.
     std::optional<std::int32_t> status = {};
-    /// Whether its own children may outlive it: those in its group a run that nobody stopped, others any.
     Leaves leaves = Leaves::nothing;
     /// What is started in other sessions while it is being stopped may be missed: such a child prints "ready"
     /// once it has started all.
     Begins begins = Begins::atOnce;
+    /// What the processes that it leaves have of it.
+    Inherits inherits = Inherits::environment;
 };
 
 /// Every kind; the programs that they need are laid into `folder`.

@@ -1,15 +1,13 @@
 #include "tests/fault/MarkedProcesses.h"
 
-#include <cerrno>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sys/wait.h>
 
 namespace morvex {
 
-std::multimap<std::string, pid_t> processesMarked(const std::string& variable) {
-    std::multimap<std::string, pid_t> found;
+std::map<pid_t, std::string> processesMarked(const std::string& variable) {
+    std::map<pid_t, std::string> found;
     const auto begin = variable + "=";
     for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
         auto process = static_cast<pid_t>(std::atoi(entry.path().filename().c_str()));
@@ -17,15 +15,9 @@ std::multimap<std::string, pid_t> processesMarked(const std::string& variable) {
         // One that has ended has no environment any more.
         std::ifstream environment(entry.path() / "environ", std::ios::binary);
         for (std::string text; std::getline(environment, text, '\0');)
-            if (text.starts_with(begin)) found.emplace(text.substr(begin.size()), process);
+            if (text.starts_with(begin)) found.emplace(process, text.substr(begin.size()));
     }
     return found;
-}
-
-bool hasChildren() {
-    siginfo_t info{};
-    return ::waitid(P_ALL, 0, &info, WEXITED | WSTOPPED | WCONTINUED | WNOHANG | WNOWAIT) == 0 ||
-           errno != ECHILD;
 }
 
 } // namespace morvex

@@ -6,11 +6,8 @@
 
 namespace morvex {
 
-/// The living processes whose environment has this variable, by its value: whatever descends from a child
-/// that was started with it, wherever it went.
-std::multimap<std::string, pid_t> processesMarked(const std::string& variable);
-
-/// Whether this process has children, dead ones that nobody reaped among them.
-bool hasChildren();
+/// The living processes whose environment has this variable, with its value: whatever descends from a child
+/// that was started with it, wherever it went, as long as it kept its environment.
+std::map<pid_t, std::string> processesMarked(const std::string& variable);
 
 } // namespace morvex

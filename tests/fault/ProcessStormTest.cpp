@@ -1,13 +1,13 @@
-#include "tests/app/programs/RealPrograms.h"
-#include "tests/fault/DifficultChildren.h"
 #include "tests/fault/MarkedProcesses.h"
+#include "tests/fault/Orphans.h"
+#include "tests/fault/TroubledRun.h"
 #include "tests/support/Effort.h"
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <csignal>
 #include <filesystem>
+#include <map>
 #include <random>
 #include <set>
 
@@ -25,182 +25,204 @@ std::size_t openDescriptors() {
     return static_cast<std::size_t>(std::distance(begin(all), end(all)));
 }
 
-/// One run of a difficult child, and who troubled it.
-class TroubledRun {
-  public:
-    TroubledRun(RealPrograms& programs, const DifficultChild& child)
-        : child_(child),
-          runner_(programs.launcher, programs.clock),
-          result_(std::async(std::launch::async, [this, &programs] {
-              auto result =
-                  await(programs.home, runner_.spustit(child_.program, RealPrograms::limit,
-                                                       [this](std::string_view line) { note(line); }));
-              linesAtTheEnd_ = lines_;
-              return result;
-          })) {}
+/// How many runs ended in which way; a run may count more than once.
+struct Endings {
+    std::size_t asked = 0;
+    std::size_t cancelled = 0;
+    std::size_t outOfTime = 0;
+    std::size_t killed = 0;
+    std::size_t neverBegan = 0;
+    std::map<std::string, std::size_t> byThemselves; ///< of each kind
 
-    void cancel() {
-        if (runner_.zrusit()) cancelled_ = true;
+    void count(const TroubledRun& run) {
+        if (run.wasAsked()) ++asked;
+        if (run.wasCancelled()) ++cancelled;
+        if (run.wasOutOfTime()) ++outOfTime;
+        if (run.wasKilled()) ++killed;
+        if (run.neverBegan()) ++neverBegan;
+        if (run.endedByItself()) ++byThemselves[run.child().what];
     }
 
-    void askToEnd() {
-        if (runner_.ukoncit()) asked_ = true;
+    [[nodiscard]] std::string told() const {
+        std::size_t all = 0;
+        for (const auto& [kind, count] : byThemselves) all += count;
+        return std::to_string(all) + " ended by themselves, " + std::to_string(asked) +
+               " were asked to end, " + std::to_string(cancelled) + " cancelled, " +
+               std::to_string(outOfTime) + " reached the limit, " + std::to_string(killed) +
+               " were killed, " + std::to_string(neverBegan) + " never began";
     }
-
-    [[nodiscard]] bool hasEnded() const { return result_.wait_for(2ms) == std::future_status::ready; }
-
-    [[nodiscard]] bool hasBegun() const { return ready_ || child_.begins == DifficultChild::Begins::atOnce; }
-
-    /// Whether processes may be left of it because it was asked politely and took its time: the runner, which
-    /// kills whom it stops, never had to. Known once its end was looked at.
-    [[nodiscard]] bool mayLeaveAsAsked() const { return asked_ && !wasStopped_; }
-
-    [[nodiscard]] bool mayLeave() const {
-        return mayLeaveAsAsked() || child_.leaves == DifficultChild::Leaves::processes;
-    }
-
-    void expectItsEnd() {
-        auto result = result_.get();
-        SCOPED_TRACE(child_.what);
-        EXPECT_EQ(result.has_value(), child_.ends != Ends::neverBegins);
-        if (!result) return;
-        wasStopped_ = result->zruseno || result->vyprselCas;
-        const bool stopped = wasStopped_ || asked_;
-        EXPECT_EQ(result->zruseno, cancelled_);
-        if (child_.ends == Ends::whenStopped) EXPECT_TRUE(stopped);
-        if (!stopped && child_.status) EXPECT_EQ(result->navratovyKod, *child_.status);
-    }
-
-    /// Long after the end.
-    void expectNoLateCallback() const { EXPECT_EQ(lines_, linesAtTheEnd_) << child_.what; }
-
-    [[nodiscard]] const DifficultChild& child() const { return child_; }
-
-  private:
-    void note(std::string_view line) {
-        ++lines_;
-        if (line == "ready") ready_ = true;
-    }
-
-    DifficultChild child_;
-    ProcessRunner runner_;
-    std::atomic<std::size_t> lines_ = 0;
-    std::atomic<bool> ready_ = false;
-    std::size_t linesAtTheEnd_ = 0;
-    bool cancelled_ = false;
-    bool asked_ = false;
-    bool wasStopped_ = false; ///< cancelled, or out of time
-    std::future<Result<VysledekProcesu>> result_;
 };
 
-class ProcessStormTest : public testing::Test {
-  protected:
-    using Runs = std::vector<std::unique_ptr<TroubledRun>>;
+/// Runs of difficult children, many at once. Lives in a process above orphans, from before its first thread.
+class ProcessStorm {
+  public:
+    ProcessStorm() {
+        std::ranges::shuffle(all_.children, random_);
+        std::ranges::copy_if(all_.children, std::back_inserter(ending_.children),
+                             [](const auto& child) { return child.ends != Ends::whenStopped; });
+    }
 
-    Runs begin(std::size_t count) {
+    void rage() {
+        const auto total = cases(200, 2'000);
+        for (bool isCalm = false; begun_ < total; isCalm = !isCalm)
+            isCalm ? round(ending_, &ProcessStorm::waitForTheEnd)
+                   : round(all_, &ProcessStorm::troubleUntilTheEnd);
+        EXPECT_GE(all_.children.size(), 30U);
+        for (const auto& child : ending_.children)
+            if (child.ends == Ends::byItself) EXPECT_GT(endings_.byThemselves[child.what], 0U) << child.what;
+        tell("Process runner", begun_,
+             std::to_string(all_.children.size()) + " kinds of children; " + endings_.told() + "; " +
+                 std::to_string(daemons_.size()) + " daemons of stopped runs lived on and what " +
+                 std::to_string(left_.size()) + " runs that nobody stopped left, of the others nothing");
+    }
+
+  private:
+    /// They come in turn.
+    struct Kinds {
+        const DifficultChild& next() { return children[turn++ % children.size()]; }
+
+        std::vector<DifficultChild> children;
+        std::size_t turn = 0;
+    };
+
+    using Runs = std::vector<std::unique_ptr<TroubledRun>>;
+    using Passing = void (ProcessStorm::*)(const Runs&);
+
+    Runs begin(Kinds& kinds) {
         Runs runs;
+        const std::size_t count = 1 + random_() % 6;
         for (std::size_t i = 0; i < count; ++i) {
-            auto child = children_[begun_ % children_.size()];
+            auto child = kinds.next();
             child.program.env[runMark] = std::to_string(begun_++);
-            kinds_.insert(child.what);
-            runs.push_back(std::make_unique<TroubledRun>(*programs_, child));
+            runs.push_back(std::make_unique<TroubledRun>(programs_, child));
         }
         return runs;
     }
 
-    /// Somebody cancels, asks, waits or lets time pass, in any order, until all have ended.
-    void troubleUntilTheEnd(Runs& runs) {
-        for (auto& run : runs)
+    static bool isAnyRunning(const Runs& runs) {
+        return std::ranges::any_of(runs, [](const auto& run) { return !run->hasEnded(); });
+    }
+
+    /// Nobody does anything. Time passes for those alone whose outputs are held by others after the end.
+    void waitForTheEnd(const Runs& runs) {
+        while (isAnyRunning(runs))
+            if (auto wait = programs_.clock.untilNext(); wait && *wait <= 2s) programs_.clock.advance(*wait);
+    }
+
+    /// Somebody cancels, asks, waits or lets time pass, in any order.
+    void troubleUntilTheEnd(const Runs& runs) {
+        for (const auto& run : runs)
             while (!run->hasBegun()) std::this_thread::yield();
-        auto isRunning = [](const auto& run) { return !run->hasEnded(); };
-        while (std::ranges::any_of(runs, isRunning)) {
-            auto& run = *runs[random_() % runs.size()];
-            switch (random_() % 8) {
-            case 0:
-                run.cancel();
-                break;
-            case 1:
-                run.askToEnd();
-                break;
-            case 2:
-                programs_->clock.advance(RealPrograms::limit);
-                break;
-            case 3:
-                programs_->clock.advance(1s);
-                break;
-            case 4:
-                programs_->clock.advance(4s);
-                break;
-            case 5:
-                std::thread([&run] { run.cancel(); }).join();
-                break;
-            default:
-                std::this_thread::yield();
-            }
+        while (isAnyRunning(runs)) trouble(*runs[random_() % runs.size()]);
+    }
+
+    void trouble(TroubledRun& run) {
+        switch (random_() % 12) {
+        case 0:
+        case 1:
+            return run.cancel();
+        case 2:
+            return std::thread([&run] { run.cancel(); }).join();
+        case 3:
+        case 4:
+            return run.askToEnd();
+        case 5:
+            return programs_.clock.advance(RealPrograms::limit);
+        case 6:
+            return programs_.clock.advance(1s);
+        case 7:
+            return programs_.clock.advance(4s);
+        default:
+            std::this_thread::yield();
         }
     }
 
-    void round(std::size_t count) {
-        auto runs = begin(count);
-        troubleUntilTheEnd(runs);
+    void round(Kinds& kinds, Passing pass) {
+        auto runs = begin(kinds);
+        (this->*pass)(runs);
         for (auto& run : runs) {
             run->expectItsEnd();
-            if (run->mayLeaveAsAsked()) ++asked_;
-            if (run->mayLeave()) leaving_.insert(run->child().program.env.at(runMark));
+            endings_.count(*run);
         }
-        programs_->clock.advance(4s);
+        programs_.clock.advance(4s);
         settle();
-        expectNothingLeft();
+        expectNothingLeft(runs);
         for (const auto& run : runs) run->expectNoLateCallback();
     }
 
     /// What the runs still had to do on their executor is done.
     void settle() {
         std::promise<void> done;
-        programs_->home.post([&done] { done.set_value(); });
+        programs_.home.post([&done] { done.set_value(); });
         done.get_future().get();
-        EXPECT_EQ(programs_->clock.waiting(), 0U);
+        EXPECT_EQ(programs_.clock.waiting(), 0U);
     }
 
     /// What may live on is ended here.
-    void expectNothingLeft() {
-        auto deadline = std::chrono::steady_clock::now() + 10s;
-        for (;;) {
-            auto left = processesMarked(runMark);
-            if (left.empty()) break;
+    void expectNothingLeft(const Runs& runs) {
+        const auto deadline = std::chrono::steady_clock::now() + 10s;
+        for (auto left = living(); !left.empty(); left = living()) {
             const bool isLate = std::chrono::steady_clock::now() > deadline;
-            for (const auto& [mark, process] : left) {
-                if (isLate)
-                    ADD_FAILURE() << "left behind by: "
-                                  << children_[std::stoul(mark) % children_.size()].what;
-                if (isLate || leaving_.contains(mark)) ::kill(process, SIGKILL);
-            }
+            for (const auto& [process, mark] : left) judge(process, mark, runs, isLate);
             std::this_thread::yield();
         }
-        EXPECT_FALSE(hasChildren()) << "a zombie";
+        EXPECT_EQ(ownChildren(), childrenAtFirst_) << "a zombie, or a child that nobody looks after";
         EXPECT_EQ(openDescriptors(), descriptors_);
     }
 
+    /// All that descends from runs, with the mark where it has one.
+    static std::map<pid_t, std::string> living() {
+        auto all = processesMarked(runMark);
+        for (auto orphan : livingOrphans()) all.try_emplace(orphan, "");
+        return all;
+    }
+
+    void judge(pid_t process, const std::string& mark, const Runs& runs, bool isLate) {
+        auto owner = std::ranges::find_if(runs, [&mark](const auto& run) { return mayOwn(*run, mark); });
+        if (owner != runs.end()) {
+            auto& excused = (*owner)->wasStopped() ? daemons_ : left_;
+            excused.insert((*owner)->child().program.env.at(runMark));
+        } else if (isLate) {
+            ADD_FAILURE() << "left behind by: " << names(runs, mark);
+        } else {
+            return;
+        }
+        ::kill(process, SIGKILL);
+    }
+
+    static bool mayOwn(const TroubledRun& run, const std::string& mark) {
+        if (!run.mayLeave()) return false;
+        return mark.empty() ? run.child().inherits == DifficultChild::Inherits::nothing
+                            : run.child().program.env.at(runMark) == mark;
+    }
+
+    /// Of the runs that have this mark; of all where a process has none.
+    static std::string names(const Runs& runs, const std::string& mark) {
+        std::string all;
+        for (const auto& run : runs)
+            if (mark.empty() || run->child().program.env.at(runMark) == mark) all += run->child().what + "; ";
+        return all;
+    }
+
     TemporaryFolder folder_;
-    std::vector<DifficultChild> children_ = difficultChildren(folder_.path());
     std::mt19937 random_{2'718'281}; // NOLINT: the same troubles every time
-    std::unique_ptr<RealPrograms> programs_ = std::make_unique<RealPrograms>();
-    std::set<std::string> kinds_;
-    std::set<std::string> leaving_; ///< the runs of which processes may be left
+    Kinds all_{difficultChildren(folder_.path())};
+    Kinds ending_; ///< without those that have to be stopped
+    OrphanWatch watch_ = OrphanWatch::create().value();
+    RealPrograms programs_{&watch_};
+    Endings endings_;
+    std::set<std::string> daemons_; ///< the stopped runs whose daemons lived on
+    std::set<std::string> left_;    ///< the runs that nobody stopped and of which something lived on
     std::size_t begun_ = 0;
-    std::size_t asked_ = 0; ///< of them politely and never stopped
-    std::size_t descriptors_ = 0;
+    std::set<pid_t> childrenAtFirst_ = ownChildren();
+    std::size_t descriptors_ = openDescriptors();
 };
 
-TEST_F(ProcessStormTest, NothingIsLeftOfDifficultChildrenHoweverTheyEnd) {
-    ASSERT_GE(children_.size(), 30U);
-    std::ranges::shuffle(children_, random_);
-    descriptors_ = openDescriptors();
-    const auto total = cases(160, 1'000);
-    while (begun_ < total) round(std::min<std::size_t>(1 + random_() % 6, total - begun_));
-    tell("Process runner", begun_,
-         std::to_string(kinds_.size()) + " kinds of children, " + std::to_string(asked_) +
-             " runs asked to end and let be, of the others " + "nothing was left");
+TEST(ProcessStorm, NothingIsLeftOfDifficultChildrenHoweverTheyEnd) {
+    EXPECT_TRUE(succeedsAboveOrphans([] {
+        ProcessStorm().rage();
+        return !testing::Test::HasFailure();
+    }));
 }
 
 } // namespace

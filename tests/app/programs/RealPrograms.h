@@ -59,6 +59,8 @@ class Lines {
 /// Real children, and a time that stands still.
 class RealPrograms {
   public:
+    explicit RealPrograms(OrphanWatch* watch = nullptr) : launcher(watch) {}
+
     static OutsideProgram shell(const std::string& script) {
         return {.binary = "/bin/sh", .args = {"-c", script}, .cwd = {}, .env = {{"PATH", "/usr/bin:/bin"}}};
     }

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "tests/app/programs/RealPrograms.h"
+#include "tests/fault/DifficultChildren.h"
+
+#include <atomic>
+#include <cstddef>
+#include <future>
+#include <optional>
+#include <string_view>
+
+namespace morvex {
+
+/// One run of a difficult child, and who troubled it. Belongs to the test's thread.
+class TroubledRun {
+  public:
+    TroubledRun(RealPrograms& programs, const DifficultChild& child);
+
+    void cancel();
+    void askToEnd();
+
+    [[nodiscard]] bool hasBegun() const;
+    [[nodiscard]] bool hasEnded() const;
+
+    /// Once, when it has ended or to wait for that; what follows is known afterwards.
+    void expectItsEnd();
+
+    [[nodiscard]] bool neverBegan() const { return !result_; }
+
+    [[nodiscard]] bool wasAsked() const { return asked_; }
+
+    [[nodiscard]] bool wasCancelled() const { return result_ && result_->zruseno; }
+
+    [[nodiscard]] bool wasOutOfTime() const { return result_ && result_->vyprselCas; }
+
+    [[nodiscard]] bool wasStopped() const { return wasCancelled() || wasOutOfTime(); }
+
+    /// By the second stage of a stop.
+    [[nodiscard]] bool wasKilled() const;
+
+    [[nodiscard]] bool endedByItself() const { return result_ && !wasStopped() && !asked_; }
+
+    /// Whether processes of it may live on.
+    [[nodiscard]] bool mayLeave() const;
+
+    /// Long after the end.
+    void expectNoLateCallback() const;
+
+    [[nodiscard]] const DifficultChild& child() const { return child_; }
+
+  private:
+    void note(std::string_view line);
+
+    DifficultChild child_;
+    ProcessRunner runner_;
+    std::atomic<std::size_t> lines_ = 0;
+    std::atomic<bool> ready_ = false;
+    std::size_t linesAtTheEnd_ = 0;
+    bool cancelled_ = false;
+    bool asked_ = false;
+    std::optional<VysledekProcesu> result_;
+    std::future<Result<VysledekProcesu>> end_;
+};
+
+} // namespace morvex
