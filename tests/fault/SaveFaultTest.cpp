@@ -73,6 +73,7 @@ class Saving {
         TemporaryFolder home;
         auto end = save(home.path(), fault);
         auto found = file_.look(home.path());
+        if (fault.kind != Kind::killed) EXPECT_TRUE(end.answer.has_value()) << "ended by the fault";
         EXPECT_TRUE(found == before_ || found == after_) << testing::PrintToString(found).substr(0, 1000);
         if (end.answer.value_or(false)) EXPECT_EQ(found, after_) << "saved only in words";
         const bool isPassing = fault.code == EINTR || fault.kind == Kind::writesHalf;
