@@ -138,8 +138,8 @@ void Slozky::ulozit() {
     std::vector<DefaultsItem> zalozky;
     for (const auto& slozka : povolene_)
         if (auto found = zalozky_.find(slozka); found != zalozky_.end()) zalozky.emplace_back(found->second);
-    defaults_.set(pathsKey, std::move(cesty));
-    defaults_.set(bookmarksKey, std::move(zalozky));
+    // A folder that stands in one of them alone counts as allowed.
+    defaults_.setTogether({{pathsKey, std::move(cesty)}, {bookmarksKey, std::move(zalozky)}});
     priZmene_.tell();
 }
 

@@ -89,27 +89,22 @@ Task<void> MacVoiceController::applyPreferences(CompanionPreferences preferences
 }
 
 void MacVoiceController::applyLanguage(const std::string& code) {
-    defaults_.set(voiceKeys::phoneLanguage, code);
-    defaults_.set(voiceKeys::languageReceived, true);
-    if (languageMode_ == phoneMode)
-        setLanguageCode(code);
-    else
-        publish(textLanguage_, languageInForce(defaults_));
+    DefaultsValues values{{voiceKeys::phoneLanguage, code}, {voiceKeys::languageReceived, true}};
+    const bool isInForce = languageMode_ == phoneMode;
+    if (isInForce) values.emplace(voiceKeys::language, code);
+    defaults_.setTogether(std::move(values));
+    if (isInForce) publish(languageCode_, code);
+    publish(textLanguage_, languageInForce(defaults_));
 }
 
 void MacVoiceController::setLanguageMode(const std::string& mode) {
     if (!isMode(mode)) return;
-    defaults_.set(voiceKeys::languageMode, mode);
+    auto code = mode == phoneMode
+                    ? supportedOrUsual(defaults_.text(voiceKeys::phoneLanguage).value_or(languageCode_))
+                    : mode;
+    defaults_.setTogether({{voiceKeys::languageMode, mode}, {voiceKeys::language, code}});
     publish(languageMode_, mode);
-    if (mode == phoneMode)
-        setLanguageCode(supportedOrUsual(defaults_.text(voiceKeys::phoneLanguage).value_or(languageCode_)));
-    else
-        setLanguageCode(mode);
-}
-
-void MacVoiceController::setLanguageCode(const std::string& code) {
-    defaults_.set(voiceKeys::language, code);
-    publish(languageCode_, code);
+    publish(languageCode_, std::move(code));
     publish(textLanguage_, languageInForce(defaults_));
 }
 

@@ -78,7 +78,6 @@ class MacVoiceController {
 
   private:
     void applyLanguage(const std::string& code);
-    void setLanguageCode(const std::string& code);
     Task<void> setPlaces(std::vector<CompanionPlace> places);
     template <class T> void publish(T& field, T value);
 

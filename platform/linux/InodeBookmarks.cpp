@@ -2,6 +2,7 @@
 
 #include "foundation/SystemError.h"
 #include "foundation/Text.h"
+#include "foundation/Uninterrupted.h"
 #include "shared/base/Try.h"
 
 #include <boost/json.hpp>
@@ -18,7 +19,7 @@ constexpr std::size_t longestBookmark = 64 * 1024;
 Result<std::uint64_t> inodeOf(const std::string& folder) {
     struct stat status{};
     if (!folder.starts_with('/') || folder.contains('\0')) return fail(SystemError{EINVAL});
-    if (::stat(folder.c_str(), &status) != 0) return fail(SystemError{errno});
+    if (uninterrupted([&] { return ::stat(folder.c_str(), &status); }) != 0) return fail(SystemError{errno});
     if (!S_ISDIR(status.st_mode)) return fail(SystemError{ENOTDIR});
     return status.st_ino;
 }

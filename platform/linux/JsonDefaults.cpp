@@ -111,10 +111,11 @@ std::optional<DefaultsValue> JsonDefaults::get(const std::string& key) const {
     return value ? valueFrom(*value) : std::nullopt;
 }
 
-void JsonDefaults::set(const std::string& key, DefaultsValue value) {
-    auto encoded = jsonFrom(value);
-    auto* present = values_.if_contains(key);
-    if (!present || *present != encoded) {
+void JsonDefaults::setTogether(DefaultsValues values) {
+    for (const auto& [key, value] : values) {
+        auto encoded = jsonFrom(value);
+        const auto* present = values_.if_contains(key);
+        if (present && *present == encoded) continue;
         values_.insert_or_assign(key, std::move(encoded));
         unsaved_ = true;
     }

@@ -25,7 +25,7 @@ class JsonDefaults final : public UserDefaults {
 
     [[nodiscard]] std::optional<DefaultsValue> get(const std::string& key) const override;
     /// Text that is not UTF-8 is repaired.
-    void set(const std::string& key, DefaultsValue value) override;
+    void setTogether(DefaultsValues values) override;
     void remove(const std::string& key) override;
 
     /// What is wrong with the file, as a sentence for the user; nothing when all is well.

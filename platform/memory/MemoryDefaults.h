@@ -2,7 +2,7 @@
 
 #include "platform/ports/UserDefaults.h"
 
-#include <map>
+#include <utility>
 
 namespace morvex {
 
@@ -14,9 +14,10 @@ class MemoryDefaults final : public UserDefaults {
         return found == values_.end() ? std::nullopt : std::optional(found->second);
     }
 
-    void set(const std::string& key, DefaultsValue value) override {
+    void setTogether(DefaultsValues values) override {
         ++writes;
-        values_.insert_or_assign(key, std::move(value));
+        values.merge(values_);
+        values_ = std::move(values);
     }
 
     void remove(const std::string& key) override { values_.erase(key); }
@@ -24,7 +25,7 @@ class MemoryDefaults final : public UserDefaults {
     int writes = 0;
 
   private:
-    std::map<std::string, DefaultsValue> values_;
+    DefaultsValues values_;
 };
 
 } // namespace morvex

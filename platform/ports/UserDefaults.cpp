@@ -25,6 +25,12 @@ template <class T> std::optional<std::vector<T>> listOf(std::optional<DefaultsVa
 
 } // namespace
 
+void UserDefaults::set(const std::string& key, DefaultsValue value) {
+    DefaultsValues values;
+    values.emplace(key, std::move(value));
+    setTogether(std::move(values));
+}
+
 std::optional<bool> UserDefaults::boolean(const std::string& key) const {
     return valueAs<bool>(get(key));
 }

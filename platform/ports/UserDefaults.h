@@ -2,6 +2,7 @@
 
 #include "shared/base/Bytes.h"
 
+#include <map>
 #include <optional>
 #include <string>
 #include <variant>
@@ -11,6 +12,7 @@ namespace morvex {
 
 using DefaultsItem = std::variant<std::string, Bytes>;
 using DefaultsValue = std::variant<bool, std::string, Bytes, std::vector<DefaultsItem>>;
+using DefaultsValues = std::map<std::string, DefaultsValue>;
 
 /// The user's settings: one flat table from key to value, kept over restarts. Main thread only.
 class UserDefaults {
@@ -18,8 +20,11 @@ class UserDefaults {
     virtual ~UserDefaults() = default;
 
     [[nodiscard]] virtual std::optional<DefaultsValue> get(const std::string& key) const = 0;
-    virtual void set(const std::string& key, DefaultsValue value) = 0;
+    /// All of them in one save: the next start finds every value or none of them, whenever this program ends.
+    virtual void setTogether(DefaultsValues values) = 0;
     virtual void remove(const std::string& key) = 0;
+
+    void set(const std::string& key, DefaultsValue value);
 
     /// The value, or nothing when the key is absent or holds another type.
     [[nodiscard]] std::optional<bool> boolean(const std::string& key) const;

@@ -8,7 +8,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <iterator>
 #include <ostream>
 #include <span>
 
@@ -107,9 +106,7 @@ std::string fastestFolder() {
 void forEachSave(const std::string& what, const std::function<std::size_t(const Saving&)>& faults) {
     EnvironmentValue temporary("TMPDIR", fastestFolder());
     std::size_t count = 0;
-    auto files = filesOfTheCompanion();
-    std::ranges::move(filesOfPhoneAndRelay(), std::back_inserter(files));
-    for (const auto& file : files)
+    for (const auto& file : savedFiles())
         for (auto size : sizesNow()) {
             if (size + 10 > file.largest) continue;
             Saving saving(file, size);

@@ -182,6 +182,13 @@ Texts lookForNotes(const fs::path& home) {
 
 } // namespace
 
+std::vector<SavedFile> savedFiles() {
+    std::vector<SavedFile> all;
+    for (const auto& files : {filesOfTheCompanion(), filesOfSettings(), filesOfPhoneAndRelay()})
+        all.insert(all.end(), files.begin(), files.end());
+    return all;
+}
+
 std::vector<SavedFile> filesOfTheCompanion() {
     const std::string notesFile = "notes-from-iphone.json";
     return {

@@ -30,8 +30,11 @@ struct SavedFile {
     bool isPatient = true;
 };
 
+/// Of all programs and of the system adapters.
+std::vector<SavedFile> savedFiles();
+
 std::vector<SavedFile> filesOfTheCompanion();
-/// And of the system adapters.
+std::vector<SavedFile> filesOfSettings();
 std::vector<SavedFile> filesOfPhoneAndRelay();
 
 inline void layNothing(const std::filesystem::path&, const std::string&) {}

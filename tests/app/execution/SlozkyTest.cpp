@@ -89,6 +89,15 @@ TEST_F(SlozkyTest, ChosenFoldersAreAllowedSavedAndAccessed) {
     EXPECT_EQ(slozky->slozkaProAlias("B"), b);
 }
 
+TEST_F(SlozkyTest, PathsAndBookmarksAreKeptInOneSave) {
+    auto slozky = load();
+    auto writes = defaults.writes;
+    choose(*slozky, {a, b});
+    EXPECT_EQ(defaults.writes, writes + 1);
+    slozky->odebrat(a);
+    EXPECT_EQ(defaults.writes, writes + 2);
+}
+
 TEST_F(SlozkyTest, GivingUpChangesNothing) {
     auto slozky = load();
     int writes = defaults.writes;

@@ -284,6 +284,14 @@ TEST_F(MacVoiceControllerTest, EqualChoicesTellNobody) {
     EXPECT_EQ(defaults.text("voice.name"), "ash");
 }
 
+TEST_F(MacVoiceControllerTest, ALanguageIsKeptInOneSaveWithAllThatItChanges) {
+    start();
+    apply({"fr", "", {}});
+    EXPECT_EQ(defaults.writes, 1);
+    hlas->setLanguageMode("de");
+    EXPECT_EQ(defaults.writes, 2);
+}
+
 TEST_F(MacVoiceControllerTest, TheShortcutIsKeptAsItsRecord) {
     start();
     MacHotkey hotkey{MacHotkey::Kind::key, 49, MacHotkey::command | MacHotkey::shift, "Space"};

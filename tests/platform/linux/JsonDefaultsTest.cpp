@@ -56,6 +56,15 @@ TEST_F(JsonDefaultsTest, AMissingFileHoldsNothingAndIsNoProblem) {
     EXPECT_FALSE(std::filesystem::exists(path_));
 }
 
+TEST_F(JsonDefaultsTest, SeveralValuesGoIntoOneSave) {
+    auto defaults = load();
+    defaults.setTogether({{"a", true}, {"b", "text"}, {"c", Bytes{1}}});
+    auto again = load();
+    EXPECT_EQ(again.boolean("a"), true);
+    EXPECT_EQ(again.text("b"), "text");
+    EXPECT_EQ(again.data("c"), Bytes{1});
+}
+
 TEST_F(JsonDefaultsTest, WritesOneFlatObject) {
     auto defaults = load();
     defaults.set("bdelost.drzet", true);
