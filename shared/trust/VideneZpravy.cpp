@@ -2,9 +2,14 @@
 
 namespace morvex {
 
-void VideneZpravy::vloz(const std::string& msgID) {
-    if (!mnozina_.insert(msgID).second) return;
-    poradi_.push_back(msgID);
+bool VideneZpravy::obsahuje(std::string_view msgID) const {
+    return mnozina_.contains(sha256(asBytes(msgID)));
+}
+
+void VideneZpravy::vloz(std::string_view msgID) {
+    const auto digest = sha256(asBytes(msgID));
+    if (!mnozina_.insert(digest).second) return;
+    poradi_.push_back(digest);
     if (poradi_.size() <= strop_) return;
     mnozina_.erase(poradi_.front());
     poradi_.pop_front();

@@ -1,4 +1,5 @@
 #include "tests/attack/CraftedSender.h"
+#include "tests/attack/MemoryMeter.h"
 #include "tests/support/Effort.h"
 
 #include <gtest/gtest.h>
@@ -86,6 +87,19 @@ TEST(Replay, AForgedCeilingDoesNotShutTheGenuineMessagesOut) {
     EXPECT_EQ(verdictOf(receiver.open(forged, now)), Verdict::unverifiable);
     EXPECT_EQ(verdictOf(receiver.open(sender.seal(1, "a", now), now)), Verdict::accepted);
     tell("a forged ceiling of the counter", 1, "refused, the genuine message behind it accepted");
+}
+
+TEST(Replay, IdentitiesOfAnyLengthTakeNoRoom) {
+    const CraftedSender sender;
+    auto receiver = sender.receiver();
+    constexpr std::uint64_t envelopes = 512;
+    const MemoryMeter memory;
+    for (std::uint64_t counter = 1; counter <= envelopes; ++counter) {
+        const auto identity = std::to_string(counter) + std::string(500'000, 'x');
+        EXPECT_EQ(verdictOf(receiver.open(sender.seal(counter, identity, now), now)), Verdict::accepted);
+        EXPECT_EQ(verdictOf(receiver.open(sender.seal(counter + 1, identity, now), now)), Verdict::replayed);
+    }
+    tell("Identities of half a megabyte", envelopes, "each known again, " + expectLittleMemory(memory));
 }
 
 TEST(ReplayDeathTest, TheSenderEndsBeforeItsCounterStartsAgain) {

@@ -22,4 +22,13 @@ TEST(VideneZpravy, AnIdentityThatIsHereKeepsItsPlace) {
     EXPECT_TRUE(seen.obsahuje("c"));
 }
 
+TEST(VideneZpravy, IdentitiesThatDifferOnlyFarBehindAreTwo) {
+    const std::string longest(1'000'000, 'x');
+    VideneZpravy seen;
+    seen.vloz(longest + "a");
+    EXPECT_TRUE(seen.obsahuje(longest + "a"));
+    EXPECT_FALSE(seen.obsahuje(longest + "b"));
+    EXPECT_FALSE(seen.obsahuje(longest));
+}
+
 } // namespace morvex
