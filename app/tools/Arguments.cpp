@@ -18,7 +18,7 @@ std::optional<std::int64_t> Arguments::integer(std::string_view key) const {
     if (const auto* whole = value->if_int64()) return *whole;
     constexpr double bound = -static_cast<double>(std::numeric_limits<std::int64_t>::min());
     const auto* number = value->if_double();
-    if (!number || !(*number >= -bound && *number < bound)) return std::nullopt;
+    if (!number || !(*number > -bound && *number < bound)) return std::nullopt;
     return static_cast<std::int64_t>(*number);
 }
 

@@ -10,7 +10,8 @@
 namespace morvex {
 namespace {
 
-constexpr double exactIntegers = 9007199254740992.0; // 2^53
+/// From here on several numbers round to one: 2^53.
+constexpr double inexactIntegers = 9007199254740992.0;
 constexpr std::size_t longestQuote = 40;
 
 std::string_view typeName(boost::json::kind kind) {
@@ -33,10 +34,6 @@ std::string_view typeName(boost::json::kind kind) {
     std::unreachable();
 }
 
-std::string quote(std::string_view text) {
-    return text.size() <= longestQuote ? std::string{text} : firstBytes(text, longestQuote) + "…";
-}
-
 } // namespace
 
 std::string JsonPath::text() const {
@@ -47,7 +44,7 @@ std::string JsonPath::text() const {
 }
 
 bool JsonNode::fail(DecodeError::Reason reason, std::string_view found) const {
-    return fail(DecodeError{reason, path_.text(), quote(found)});
+    return fail(DecodeError{reason, path_.text(), clipped(found, longestQuote)});
 }
 
 bool JsonNode::fail(Error cause) const {
@@ -92,7 +89,7 @@ bool JsonNode::read(std::string& text) const {
 template <class Number> bool JsonNode::readInteger(Number& number) const {
     if (!value_.is_number()) return failType();
     if (const auto* floating = value_.if_double()) {
-        const bool isExact = std::abs(*floating) <= exactIntegers && std::trunc(*floating) == *floating;
+        const bool isExact = std::abs(*floating) < inexactIntegers && std::trunc(*floating) == *floating;
         if (!isExact || (*floating < 0 && !std::in_range<Number>(-1)))
             return fail(DecodeError::Reason::outOfRange);
         number = static_cast<Number>(*floating);
