@@ -14,14 +14,15 @@
 namespace morvex {
 
 /// A queue of events from any thread to one consumer. It takes whatever is pushed; a producer that the
-/// outside drives awaits `room` before it takes more from there.
+/// outside drives awaits `room` before it takes more from there, and says what its events weigh.
 template <class T> class EventStream {
   public:
     /// After `end()` the event is dropped.
-    void push(T event) {
+    void push(T event, std::size_t weight = 1) {
         std::unique_lock lock(mutex_);
         if (ended_) return;
-        events_.push_back(std::move(event));
+        events_.push_back({std::move(event), weight});
+        weight_ += weight;
         consumer_.wake(lock);
     }
 
@@ -36,9 +37,10 @@ template <class T> class EventStream {
 
     /// Drops the events that wait. Only while nobody consumes: a consumer would take it for the end.
     void clear() {
-        std::deque<T> dropped;
+        std::deque<Waiting> dropped;
         std::unique_lock lock(mutex_);
         dropped.swap(events_);
+        weight_ = 0;
         producer_.wake(lock);
     }
 
@@ -47,13 +49,18 @@ template <class T> class EventStream {
     /// executor.
     auto next(std::stop_token stop = {}) { return Next{*this, std::move(stop)}; }
 
-    /// Resumes as soon as fewer than `most` events wait, the stream has ended, or `stop` is requested. One
-    /// producer at a time, on a serial executor.
+    /// Resumes as soon as the events that wait weigh less than `most`, the stream has ended, or `stop` is
+    /// requested. One producer at a time, on a serial executor.
     auto room(std::size_t most, std::stop_token stop) { return Room{*this, most, std::move(stop)}; }
 
   private:
     /// After so many events without a suspension the consumer lets other jobs of its executor run.
     static constexpr int eventsInARow = 256;
+
+    struct Waiting {
+        T event;
+        std::size_t weight;
+    };
 
     /// A coroutine that waits for the other end of the stream. Guarded by the stream's lock.
     struct Waiter {
@@ -115,9 +122,10 @@ template <class T> class EventStream {
             onStop_.reset();
             std::unique_lock lock(stream_.mutex_);
             if (stop_.stop_requested() || stream_.events_.empty()) return std::nullopt;
-            std::optional<T> event(std::move(stream_.events_.front()));
+            std::optional<T> event(std::move(stream_.events_.front().event));
+            stream_.weight_ -= stream_.events_.front().weight;
             stream_.events_.pop_front();
-            if (stream_.events_.size() < stream_.most_) stream_.producer_.wake(lock);
+            if (stream_.weight_ < stream_.most_) stream_.producer_.wake(lock);
             return event;
         }
 
@@ -137,7 +145,7 @@ template <class T> class EventStream {
         bool await_suspend(std::coroutine_handle<> handle) {
             {
                 std::lock_guard lock(stream_.mutex_);
-                if (stop_.stop_requested() || stream_.ended_ || stream_.events_.size() < most_) return false;
+                if (stop_.stop_requested() || stream_.ended_ || stream_.weight_ < most_) return false;
                 stream_.most_ = most_;
                 stream_.producer_.wait(handle, Executor::current());
             }
@@ -156,7 +164,8 @@ template <class T> class EventStream {
     };
 
     std::mutex mutex_;
-    std::deque<T> events_;
+    std::deque<Waiting> events_;
+    std::size_t weight_ = 0; ///< of all that wait
     Waiter consumer_;
     Waiter producer_;
     std::size_t most_ = 0; ///< what the producer waits for

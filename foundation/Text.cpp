@@ -108,6 +108,11 @@ std::string firstCharacters(std::string_view text, std::size_t count) {
     return std::string(text.substr(0, length));
 }
 
+std::string excerpt(std::string_view text, std::size_t count) {
+    constexpr std::size_t bytesOfCharacter = 8;
+    return firstCharacters(firstBytes(text, bytesOfCharacter * count), count);
+}
+
 std::string join(const std::vector<std::string>& parts, std::string_view separator) {
     std::string result;
     for (const auto& part : parts) {

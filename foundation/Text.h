@@ -34,6 +34,10 @@ std::size_t countCharacters(std::string_view text);
 /// The first `count` extended grapheme clusters.
 std::string firstCharacters(std::string_view text, std::size_t count);
 
+/// The same of a text from outside, in at most 8 bytes a character on the average: a character has no
+/// longest form, and one alone may be of any size.
+std::string excerpt(std::string_view text, std::size_t count);
+
 std::string join(const std::vector<std::string>& parts, std::string_view separator);
 
 } // namespace morvex

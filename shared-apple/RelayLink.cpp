@@ -46,7 +46,7 @@ bool saysMoreThanChance(ByteView nonce) {
 }
 
 RelayLink::Selhalo toldBy(const RelayMessage::Failure& failure) {
-    return {failure.code, firstCharacters(failure.detail, longestDetail)};
+    return {failure.code, excerpt(failure.detail, longestDetail)};
 }
 
 /// Failures that do not heal: there is no use in trying again.
@@ -158,6 +158,7 @@ Task<Result<void>> RelayLink::logIn(std::shared_ptr<WebSocket> socket, std::stop
     auto* authenticated = answer.as<RelayMessage::Authenticated>();
     if (!authenticated) co_return notPaired("Nečekaná odpověď na přihlášení.");
     pokus_ = 0;
+    ++logins_;
     udalosti_.push(Prihlaseno{authenticated->peerOnline});
     co_return Result<void>{};
 }

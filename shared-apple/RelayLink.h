@@ -9,6 +9,7 @@
 #include "shared/trust/DeviceIdentity.h"
 #include "shared/wire/RelayMessage.h"
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <variant>
@@ -83,6 +84,10 @@ class RelayLink {
     /// The events; the stream lives as long as this object.
     EventStream<Udalost>& udalosti() { return udalosti_; }
 
+    /// How many logins have been told by `Prihlaseno`, those included that wait in the stream. On the link's
+    /// executor.
+    [[nodiscard]] std::uint64_t logins() const { return logins_; }
+
   private:
     /// Decides the race between a pong and its timer: whoever comes first.
     using Zamluveno = OneShot<bool>;
@@ -104,6 +109,7 @@ class RelayLink {
     Services services_;
     std::shared_ptr<WebSocket> socket_;
     std::unique_ptr<TaskScope> bezici_;
+    std::uint64_t logins_ = 0;
     int pokus_ = 0;
     bool chceBezet_ = false;
     EventStream<Udalost> udalosti_;

@@ -17,7 +17,7 @@ constexpr std::size_t longestReason = 500;
 
 RelayParovani::RelayChyba refusal(const HttpReply& reply) {
     auto body = decode<VaporDuvod>(reply.body);
-    if (body && body->reason) return {reply.status, firstCharacters(*body->reason, longestReason)};
+    if (body && body->reason) return {reply.status, excerpt(*body->reason, longestReason)};
     return {reply.status, "Relay odmítl požadavek (" + std::to_string(reply.status) + ")."};
 }
 

@@ -17,8 +17,11 @@ const std::string sessionRequestID = "session";
 /// Far more hellos than a peer sends between two keys of this device.
 constexpr std::size_t mostPeerKeys = 1024;
 
-/// While so many events wait for the application those of the relay wait too.
-constexpr std::size_t mostWaiting = 16;
+/// While so many bytes wait for the application the events of the relay wait too.
+constexpr std::size_t mostWaiting = 2 * 1024 * 1024;
+
+/// What an event counts for besides its message.
+constexpr std::size_t weightOfEvent = 4 * 1024;
 
 } // namespace
 
@@ -44,6 +47,7 @@ Task<void> SecureLink::spustit() {
     if (posluchac_) co_return;
     // What the last run left behind concerns nobody any more.
     spojeni_.udalosti().clear();
+    login_ = spojeni_.logins();
     posluchac_ = std::make_unique<TaskScope>(executor());
     posluchac_->spawn(listen(posluchac_->token()));
     co_await spojeni_.start();
@@ -61,7 +65,8 @@ Task<void> SecureLink::zastavit() {
 
 Task<Result<void>> SecureLink::poslat(MacPayload payload, std::string requestID) {
     co_await hop(executor());
-    if (!kanal_) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
+    // While the application is busy the link may have a new connection of which nothing was handled yet.
+    if (!kanal_ || login_ != spojeni_.logins()) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
     // From the counter to the socket's queue there is no suspension: counters leave in their order.
     CO_TRY(auto, envelope,
            kanal_->seal(asBytes(encode(payload)), std::move(requestID), EnvelopeKind::data, envelopeLifetime,
@@ -84,6 +89,7 @@ Task<void> SecureLink::handle(RelayLink::Pripojuji event) {
 }
 
 Task<void> SecureLink::handle(RelayLink::Prihlaseno event) {
+    ++login_;
     drawKey();
     kanal_.reset();
     tell({MacAvailability::Offline{}});
@@ -151,7 +157,7 @@ void SecureLink::acceptHello(const Envelope& envelope) {
     }
     kanal_ = *std::move(channel);
     tell({MacAvailability::Pripraveny{}});
-    udalosti_.push(Pripraveno{});
+    udalosti_.push(Pripraveno{}, weightOfEvent);
 }
 
 bool SecureLink::isNewKey(const AgreementPublicKey& peerEphemeral) {
@@ -176,7 +182,8 @@ void SecureLink::openMessage(const Envelope& envelope) {
     }
     auto payload = decode<MacPayload>(*plaintext);
     if (!payload) return tellError("Zprávu nejde ověřit: " + payload.error().popis());
-    udalosti_.push(Zprava{*std::move(payload), envelope.requestID});
+    udalosti_.push(Zprava{*std::move(payload), envelope.requestID},
+                   weightOfEvent + plaintext->size() + envelope.requestID.size());
 }
 
 void SecureLink::drawKey() {
@@ -185,11 +192,11 @@ void SecureLink::drawKey() {
 }
 
 void SecureLink::tell(MacAvailability stav) {
-    udalosti_.push(Stav{std::move(stav)});
+    udalosti_.push(Stav{std::move(stav)}, weightOfEvent);
 }
 
 void SecureLink::tellError(std::string text) {
-    udalosti_.push(Chyba{std::move(text)});
+    udalosti_.push(Chyba{std::move(text)}, weightOfEvent);
 }
 
 } // namespace morvex

@@ -11,6 +11,7 @@
 #include "shared/wire/MacPayload.h"
 #include "shared/wire/PairedPeer.h"
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <set>
@@ -107,6 +108,7 @@ class SecureLink {
     std::optional<EphemeralPrivateKey> mujEfemerni_;
     std::set<AgreementPublicKey> usedPeerKeys_; ///< since `mujEfemerni_` was drawn
     std::optional<SecureChannel> kanal_;
+    std::uint64_t login_ = 0; ///< the last one of the link that was handled
     std::unique_ptr<TaskScope> posluchac_;
     EventStream<Udalost> udalosti_;
 };

@@ -25,22 +25,22 @@ constexpr std::size_t fileLimit = std::size_t{128} * 1024 * 1024;
 constexpr std::size_t longestPath = 4096;
 
 /// The beginning of the text, cut between two code points of it.
-std::string bounded(std::string text, std::size_t longest = HistorieAgentu::longestText) {
-    return text.size() <= longest ? text : firstBytes(text, longest) + "…";
+std::string bounded(const std::string& text, std::size_t longest = HistorieAgentu::longestText) {
+    return clipped(text, longest);
 }
 
 std::optional<std::string> bounded(std::optional<std::string> text) {
-    return text ? std::optional(bounded(*std::move(text))) : std::nullopt;
+    return text ? std::optional(bounded(*text)) : std::nullopt;
 }
 
 /// A file may be older than the bounds, or written by somebody else.
 UkolAgenta bounded(UkolAgenta ukol) {
-    ukol.nazev = bounded(std::move(ukol.nazev));
-    ukol.instrukce = bounded(std::move(ukol.instrukce));
+    ukol.nazev = bounded(ukol.nazev);
+    ukol.instrukce = bounded(ukol.instrukce);
     ukol.nastroj = bounded(std::move(ukol.nastroj), longestPath);
     ukol.slozka = bounded(std::move(ukol.slozka), longestPath);
-    ukol.shrnuti = bounded(std::move(ukol.shrnuti));
-    ukol.chyba = bounded(std::move(ukol.chyba));
+    ukol.shrnuti = bounded(ukol.shrnuti);
+    ukol.chyba = bounded(ukol.chyba);
     ukol.relace = SessionId::usable(std::move(ukol.relace));
     return ukol;
 }
@@ -51,7 +51,7 @@ bool isUndelivered(const UkolAgenta& ukol) {
 
 std::optional<std::string> nameIn(const std::optional<std::string>& text) {
     auto trimmed = trim(text.value_or(""));
-    return trimmed.empty() ? std::nullopt : std::optional(bounded(std::move(trimmed)));
+    return trimmed.empty() ? std::nullopt : std::optional(bounded(trimmed));
 }
 
 /// The first task of the work item, or null.
@@ -94,7 +94,7 @@ void HistorieAgentu::nacti() {
     }
     // Equal dates keep their order.
     std::multimap<Date, UkolAgenta, std::greater<>> byBeginning;
-    for (auto& ukol : *ukoly) byBeginning.emplace(ukol.zalozeno, bounded(std::move(ukol)));
+    for (auto& ukol : *ukoly) byBeginning.emplace(ukol.zalozeno, bounded(ukol));
     for (auto& [began, ukol] : byBeginning) polozky_.push_back(std::move(ukol));
     if (polozky_.size() > maximum) polozky_.resize(maximum);
     prerusBezici();
@@ -141,7 +141,7 @@ UkolAgenta HistorieAgentu::zaloz(Zadani zadani) {
     ukol.slozka = zadani.slozka;
     if (auto nazev = nameIn(zadani.nazev)) ukol.nazev = *std::move(nazev);
     if (zadani.conversationID) ukol.conversationID = zadani.conversationID;
-    ukol.instrukce = bounded(std::move(zadani.instrukce));
+    ukol.instrukce = bounded(zadani.instrukce);
     polozky_.insert(polozky_.begin(), ukol);
     if (polozky_.size() > maximum) polozky_.resize(maximum);
     ulozit();
@@ -192,7 +192,7 @@ void HistorieAgentu::dokonci(const Uuid& workItemID, std::string shrnuti, std::o
     zmen(workItemID, [&](UkolAgenta& ukol) {
         ukol.stav = UkolAgenta::Stav::hotovo;
         ukol.dokonceno = services_.clock.now();
-        ukol.shrnuti = bounded(std::move(shrnuti));
+        ukol.shrnuti = bounded(shrnuti);
         if (auto usable = SessionId::usable(std::move(relace))) ukol.relace = *std::move(usable);
         ukol.chyba.reset();
     });
@@ -202,7 +202,7 @@ void HistorieAgentu::selhal(const Uuid& workItemID, std::string chyba) {
     zmen(workItemID, [&](UkolAgenta& ukol) {
         ukol.stav = UkolAgenta::Stav::chyba;
         ukol.dokonceno = services_.clock.now();
-        ukol.chyba = bounded(std::move(chyba));
+        ukol.chyba = bounded(chyba);
     });
 }
 

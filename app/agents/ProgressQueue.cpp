@@ -10,12 +10,6 @@ namespace {
 
 constexpr std::size_t mostWaiting = 1024UL * 1024;
 constexpr std::size_t mostCharacters = 1000;
-/// A character has no longest form; this is room for a thousand of those that people write.
-constexpr std::size_t mostBytes = 32UL * 1024;
-
-std::string inShort(const std::string& text) {
-    return firstCharacters(firstBytes(text, mostBytes), mostCharacters);
-}
 
 std::size_t sizeOf(const std::optional<std::string>& text) {
     return text ? text->size() : 0;
@@ -28,7 +22,7 @@ std::size_t sizeOf(const ProgressQueue::Ohlas& ohlas) {
 } // namespace
 
 void ProgressQueue::pridej(Ohlas ohlas) {
-    if (ohlas.prubeh) ohlas.prubeh = inShort(*ohlas.prubeh);
+    if (ohlas.prubeh) ohlas.prubeh = excerpt(*ohlas.prubeh, mostCharacters);
     std::lock_guard lock(zamek_);
     bool isAwaited = !fronta_.empty();
     velikost_ += sizeOf(ohlas);

@@ -1,5 +1,6 @@
 #include "app/companion/ToolGate.h"
 
+#include "shared/base/Utf8.h"
 #include "shared/wire/PrettyJson.h"
 
 #include <utility>
@@ -8,8 +9,11 @@ namespace morvex {
 
 namespace {
 
-std::string notHere(const std::string& name) {
-    return "Nástroj " + name + " tenhle Mac nemá.";
+/// No tool has a longer name; the phone writes any.
+constexpr std::size_t longestName = 200;
+
+std::string notHere(std::string_view name) {
+    return "Nástroj " + clipped(name, longestName) + " tenhle Mac nemá.";
 }
 
 /// Null when the tool is not on offer at this moment.
@@ -23,7 +27,8 @@ const Tool* findOffered(const ToolTable& table, const std::string& name) {
 Task<ToolOutcome> ToolGate::provestNastroj(ToolCall call) {
     const auto* tool = findOffered(table_, call.name);
     if (!tool) {
-        state_.potiz = "Byl požadován nástroj " + call.name + ", který tento Mac neumí.";
+        state_.potiz =
+            "Byl požadován nástroj " + clipped(call.name, longestName) + ", který tento Mac neumí.";
         co_return ToolOutcome::refused(notHere(call.name));
     }
     co_return co_await tool->run(std::move(call));

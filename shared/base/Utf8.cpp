@@ -79,6 +79,10 @@ std::string firstBytes(std::string_view text, std::size_t count) {
     return std::string(text.substr(0, count));
 }
 
+std::string clipped(std::string_view text, std::size_t count) {
+    return text.size() <= count ? std::string(text) : firstBytes(text, count) + "…";
+}
+
 std::string repairUtf8(std::string_view text) {
     if (isValidUtf8(text)) return std::string(text);
     std::string result;

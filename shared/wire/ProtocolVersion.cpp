@@ -1,5 +1,6 @@
 #include "shared/wire/ProtocolVersion.h"
 
+#include "shared/base/Utf8.h"
 #include "shared/wire/TalkSpanError.h"
 
 #include <array>
@@ -8,6 +9,9 @@
 
 namespace morvex {
 namespace {
+
+/// Of what is no version, for the person who reads of it.
+constexpr std::size_t longestQuote = 40;
 
 std::optional<std::int64_t> parseInteger(std::string_view text) {
     if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
@@ -34,7 +38,7 @@ std::optional<ProtocolVersion> read(std::string_view text) {
 
 Result<ProtocolVersion> ProtocolVersion::parse(std::string_view text) {
     if (const auto version = read(text)) return *version;
-    return fail(TalkSpanError{TalkSpanError::ProtocolMismatch{current.text(), std::string{text}}});
+    return fail(TalkSpanError{TalkSpanError::ProtocolMismatch{current.text(), clipped(text, longestQuote)}});
 }
 
 std::string ProtocolVersion::text() const {

@@ -71,16 +71,30 @@ TEST_F(FloodAttack, LongTextsForABusyWindowWait) {
     floodWhileBusy(*line, cases(64, 1024), [&] { line->send(frame); });
 }
 
+TEST_F(FloodAttack, TextsOfOneCharacterForABusyWindowWait) {
+    auto line = secure();
+    std::string character = "a";
+    while (character.size() < 3 * mebibyte) character += "\u0301";
+    const auto frame = encode(RelayMessage{RelayMessage::Failure{RelayFailure::malformed, character}});
+    floodWhileBusy(*line, cases(64, 1024), [&] { line->send(frame); });
+}
+
+TEST_F(FloodAttack, LongMessagesOfThePhoneForABusyWindowWait) {
+    auto line = secure();
+    const MacPayload message{MacPayload::ToolProgress{std::string(2 * mebibyte, 'x')}};
+    floodWhileBusy(*line, cases(64, 512), [&] { forward(*line, phone.seal(message)); });
+}
+
 TEST_F(FloodAttack, ThePeerComesAndGoesWhileTheRelayReadsNothing) {
     auto line = secure();
     const auto here = encode(RelayMessage{RelayMessage::PeerOnline{true}});
-    floodWhileBusy(*line, cases(20'000, 500'000), [&] { line->send(here); });
+    floodWhileBusy(*line, cases(200'000, 500'000), [&] { line->send(here); });
 }
 
 TEST_F(FloodAttack, ThePeerGoesForABusyWindow) {
     auto line = secure();
     const auto gone = encode(RelayMessage{RelayMessage::PeerOnline{false}});
-    floodWhileBusy(*line, cases(20'000, 500'000), [&] { line->send(gone); });
+    floodWhileBusy(*line, cases(200'000, 500'000), [&] { line->send(gone); });
 }
 
 TEST_F(FloodAttack, PingsWhosePongsNobodyReads) {

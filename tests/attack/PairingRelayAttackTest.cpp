@@ -163,6 +163,9 @@ TEST_F(PairingRelayAttack, RefusalsAreQuotedBrieflyOrByTheirNumber) {
     for (int status : {199, 300, 304, 400, 401, 403, 404, 407, 418, 429, 500, 503, 599, 999})
         answers.push_back({"a status", body(status, "{}")});
     answers.push_back({"a long reason", body(400, R"({"reason":")" + std::string(900'000, 'x') + "\"}")});
+    std::string character = "a";
+    for (int i = 0; i < 400'000; ++i) character += "\u0301";
+    answers.push_back({"a reason of one long character", body(400, R"({"reason":")" + character + "\"}")});
     answers.push_back({"a reason with commands", body(400, R"({"reason":"\u001b[2J\nKód pro telefon"})")});
     answers.push_back({"a reason that is a number", body(400, R"({"reason":1e400})")});
     tryAll("refusals of the making of a pair", answers);

@@ -118,6 +118,19 @@ TEST(EventStream, AProducerThatAsksForRoomGoesOnAsTheConsumerTakes) {
     }
 }
 
+TEST(EventStream, AProducerWaitsForTheWeightOfWhatItPushed) {
+    ManualExecutor executor;
+    auto stream = std::make_shared<EventStream<int>>();
+    stream->push(1, 100);
+    stream->push(2, 5);
+    auto pushed = std::make_shared<int>(2);
+    executor.start(produce(stream, 3, 6, {}, pushed));
+    executor.runUntilIdle();
+    EXPECT_EQ(*pushed, 2);
+    EXPECT_EQ(executor.run(takeOne(stream)), 1);
+    EXPECT_EQ(*pushed, 3) << "the heavy one has gone";
+}
+
 TEST(EventStream, AStopAnEndAndAClearingEndTheWaitForRoom) {
     for (auto how : {0, 1, 2}) {
         ManualExecutor executor;

@@ -104,5 +104,28 @@ TEST_F(RelayLinkLimits, OfWhatTheRelaySaysOnlyWhatAPersonReadsIsKept) {
               (std::vector<Udalost>{RelayLink::Selhalo{RelayFailure::rateLimited, std::string(500, 'x')}}));
 }
 
+TEST_F(RelayLinkLimits, ACharacterWithoutEndIsCutToo) {
+    auto socket = logIn();
+    takeEvents();
+    std::string character = "a";
+    for (int i = 0; i < 100'000; ++i) character += "\u0301";
+    socket->deliver(frame(RelayMessage::Failure{RelayFailure::rateLimited, character}));
+    const auto seen = takeEvents();
+    ASSERT_EQ(seen.size(), 1U);
+    EXPECT_LE(std::get<RelayLink::Selhalo>(seen[0]).detail.size(), 4'000U);
+}
+
+TEST_F(RelayLinkLimits, OfAVersionThatIsNoneOnlyTheBeginningIsTold) {
+    auto socket = logIn();
+    takeEvents();
+    auto challenge = encode(RelayMessage{RelayMessage::Challenge{{}, ProtocolVersion::current}});
+    const auto version = '"' + ProtocolVersion::current.text() + '"';
+    challenge.replace(challenge.find(version), version.size(), '"' + std::string(1'000'000, '1') + '"');
+    socket->deliver(challenge);
+    const auto seen = takeEvents();
+    ASSERT_FALSE(seen.empty());
+    EXPECT_LT(std::get<RelayLink::Odpojeno>(seen[0]).duvod.size(), 300U);
+}
+
 } // namespace
 } // namespace morvex

@@ -286,10 +286,43 @@ TEST_F(SecureLinkTest, TheRelayIsNotReadWhileTheApplicationTakesNothing) {
     takeEvents();
     listening.request_stop();
     executor.runUntilIdle();
-    for (int i = 0; i < 20; ++i) relay(RelayMessage::PeerOnline{false});
+    for (int i = 0; i < 600; ++i) relay(RelayMessage::PeerOnline{false});
     socket->deliver("no frame");
     executor.runUntilIdle();
     EXPECT_TRUE(socket->closed.empty()) << "what breaks the connection was not read yet";
+}
+
+TEST_F(SecureLinkTest, LongMessagesForABusyApplicationWaitWithTheRelay) {
+    secure();
+    listening.request_stop();
+    executor.runUntilIdle();
+    for (int i = 0; i < 5; ++i) relay(phone.seal(note(std::string(1'000'000, 'x'))));
+    socket->deliver("no frame");
+    executor.runUntilIdle();
+    EXPECT_TRUE(socket->closed.empty()) << "what breaks the connection was not read yet";
+}
+
+TEST_F(SecureLinkTest, SomeHundredsOfShortMessagesForABusyApplicationHoldNothingUp) {
+    secure();
+    listening.request_stop();
+    executor.runUntilIdle();
+    for (int i = 0; i < 400; ++i) relay(phone.seal(note("krátká")));
+    socket->deliver("no frame");
+    executor.runUntilIdle();
+    EXPECT_FALSE(socket->closed.empty());
+}
+
+TEST_F(SecureLinkTest, ASessionOfALostConnectionIsNotUsedOnTheNextOneWhileTheApplicationIsBusy) {
+    secure();
+    listening.request_stop();
+    executor.runUntilIdle();
+    for (int i = 0; i < 3; ++i) relay(phone.seal(note(std::string(1'000'000, 'x'))));
+    socket->breakWith("síť spadla");
+    executor.runUntilIdle();
+    reconnect(1s);
+    relay(RelayMessage::Authenticated{true});
+    EXPECT_TRUE(hasNoSession());
+    EXPECT_TRUE(sentEnvelopes().empty()) << "on the new connection";
 }
 
 } // namespace

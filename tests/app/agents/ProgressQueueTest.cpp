@@ -100,7 +100,7 @@ TEST_F(ProgressQueueTest, ACharacterOfEndlessMarksIsCutToo) {
     while (character.size() < 3'000'000) character += "\u0301";
     progress(character);
     executor.runUntilIdle();
-    EXPECT_THAT(heard, ElementsAre(character.substr(0, 32UL * 1024 - 1)));
+    EXPECT_THAT(heard, ElementsAre(character.substr(0, 7999)));
 }
 
 } // namespace
