@@ -1,7 +1,9 @@
 #include "platform/linux/Descendants.h"
 
 #include "foundation/AtomicFile.h"
+#include "foundation/FileDescriptor.h"
 
+#include <csignal>
 #include <filesystem>
 #include <map>
 #include <sstream>
@@ -9,67 +11,107 @@
 #include <sys/syscall.h>
 #include <system_error>
 #include <unistd.h>
+#include <vector>
 
 namespace morvex {
 
 namespace {
 
-struct Kinship {
+using Process = Descendants::Process;
+
+/// A stop takes effect when the system next gives the process the processor; a bound for those that others
+/// continue again and again.
+constexpr int mostRounds = 100;
+
+struct Status {
+    char state = 0;
     pid_t parent = 0;
     pid_t group = 0;
-    bool operator==(const Kinship&) const = default;
+    pid_t session = 0;
+    unsigned long long start = 0;
+
+    /// Neither stopped nor dead, nor waiting for a child that has yet to become another program.
+    [[nodiscard]] bool runs() const { return state == 'R' || state == 'S'; }
 };
 
-/// As proc(5) has it: state, parent and group follow the name, which stands in brackets and may hold any.
-Kinship kinshipOf(pid_t process) {
+/// As proc(5) has it: what follows the name, which stands in brackets and may hold any.
+Status statusOf(pid_t process) {
     constexpr std::size_t longest = 4096;
-    Kinship kinship;
-    auto status = readWhole("/proc/" + std::to_string(process) + "/stat", longest);
-    if (!status || !*status) return kinship;
-    std::string text(asText(**status));
+    constexpr int fieldsBeforeStart = 15;
+    Status status;
+    auto file = readWhole("/proc/" + std::to_string(process) + "/stat", longest);
+    if (!file || !*file) return status;
+    std::string text(asText(**file));
     std::istringstream fields(text.substr(text.rfind(')') + 1));
-    char state = 0;
-    fields >> state >> kinship.parent >> kinship.group;
-    return kinship;
+    fields >> status.state >> status.parent >> status.group >> status.session;
+    std::string passed;
+    for (int i = 0; i < fieldsBeforeStart; ++i) fields >> passed;
+    fields >> status.start;
+    return status;
 }
 
-struct Process {
-    pid_t number = 0;
-    Kinship kinship;
-};
-
-std::multimap<pid_t, Process> processesByParent() {
-    std::multimap<pid_t, Process> all;
+std::map<Process, Status> allProcesses() {
+    std::map<Process, Status> all;
     std::error_code error;
     std::filesystem::directory_iterator entry("/proc", error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         auto number = static_cast<pid_t>(std::atoi(entry->path().filename().c_str()));
         if (number <= 0) continue;
-        auto kinship = kinshipOf(number);
-        all.emplace(kinship.parent, Process{number, kinship});
+        auto status = statusOf(number);
+        all.emplace(Process{number, status.start}, status);
     }
     return all;
 }
 
-} // namespace
-
-std::vector<FileDescriptor> descendantsOutsideGroup(pid_t leader) {
-    auto processes = processesByParent();
-    std::vector<FileDescriptor> found;
-    std::vector<pid_t> parents{leader};
-    for (std::size_t i = 0; i < parents.size(); ++i) {
-        auto [first, last] = processes.equal_range(parents[i]);
-        for (auto child = first; child != last; ++child) {
-            const auto& [number, kinship] = child->second;
-            parents.push_back(number);
-            if (kinship.group == leader) continue;
-            FileDescriptor opened(static_cast<int>(::syscall(SYS_pidfd_open, number, 0)));
-            // The number may have passed to another process since it was read.
-            if (opened && kinshipOf(number) == kinship) found.push_back(std::move(opened));
-        }
-        processes.erase(first, last);
+/// The session, the known ones, and what descends from any of them.
+std::map<Process, Status> family(pid_t session, const std::set<Process>& known) {
+    std::multimap<pid_t, std::pair<Process, Status>> byParent;
+    std::vector<std::pair<Process, Status>> open;
+    for (const auto& [process, status] : allProcesses()) {
+        byParent.emplace(status.parent, std::pair(process, status));
+        if (status.session == session || known.contains(process)) open.emplace_back(process, status);
+    }
+    std::map<Process, Status> found;
+    while (!open.empty()) {
+        auto next = open.back();
+        open.pop_back();
+        if (!found.insert(next).second) continue;
+        auto [first, last] = byParent.equal_range(next.first.number);
+        for (auto child = first; child != last; ++child) open.push_back(child->second);
     }
     return found;
+}
+
+/// Through a descriptor of the process, so that the signal reaches it or nobody.
+bool sendTo(const Process& process, int number) {
+    const FileDescriptor opened(static_cast<int>(::syscall(SYS_pidfd_open, process.number, 0)));
+    return opened && statusOf(process.number).start == process.start &&
+           ::syscall(SYS_pidfd_send_signal, opened.get(), number, nullptr, 0) == 0;
+}
+
+} // namespace
+
+void Descendants::signal(int number) {
+    ::kill(-leader_, SIGSTOP);
+    // What started while one round read the table of processes is found by the next.
+    for (int round = 0, still = 0; round < mostRounds && still < 2; ++round)
+        still = stopThoseThatRun() ? 0 : still + 1;
+    send(number);
+    send(SIGCONT);
+}
+
+bool Descendants::stopThoseThatRun() {
+    bool didAnyRun = false;
+    for (const auto& [process, status] : family(leader_, strayed_)) {
+        if (status.group != leader_) strayed_.insert(process);
+        if (status.runs() && sendTo(process, SIGSTOP)) didAnyRun = true;
+    }
+    return didAnyRun;
+}
+
+void Descendants::send(int number) const {
+    ::kill(-leader_, number);
+    for (const auto& process : strayed_) sendTo(process, number);
 }
 
 } // namespace morvex

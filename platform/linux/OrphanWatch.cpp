@@ -11,7 +11,6 @@
 #include <set>
 #include <sys/prctl.h>
 #include <sys/socket.h>
-#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
@@ -39,13 +38,6 @@ int separate(int socket) {
     return STDIN_FILENO;
 }
 
-/// All at once: whoever watched over them is gone, and the next start may begin in the same folder.
-void killGroup(pid_t leader) {
-    const auto strayed = descendantsOutsideGroup(leader);
-    ::kill(-leader, SIGKILL);
-    for (const auto& process : strayed) ::syscall(SYS_pidfd_send_signal, process.get(), SIGKILL, nullptr, 0);
-}
-
 /// A number begins a watch and its negative ends it.
 std::set<pid_t> leadersAtTheEndOf(int socket) {
     std::set<pid_t> leaders;
@@ -70,7 +62,8 @@ Result<OrphanWatch> OrphanWatch::create() {
     const auto watcher = ::fork();
     if (watcher < 0) return fail(SystemError{errno});
     if (watcher == 0) {
-        for (auto leader : leadersAtTheEndOf(separate(heard.get()))) killGroup(leader);
+        // At once: whoever watched over them is gone, and the next start may begin in the same folder.
+        for (auto leader : leadersAtTheEndOf(separate(heard.get()))) Descendants(leader).signal(SIGKILL);
         ::_exit(0);
     }
     return OrphanWatch(std::move(told), watcher);

@@ -1,7 +1,6 @@
 #include "platform/linux/SpawnedChild.h"
 
 #include "foundation/SystemError.h"
-#include "platform/linux/Descendants.h"
 #include "shared/base/Require.h"
 #include "shared/base/Try.h"
 
@@ -62,12 +61,8 @@ void SpawnedChild::signalGroup(ChildSignal signal) {
 }
 
 void SpawnedChild::signalAll(ChildSignal signal) {
-    // Looked for before the parents can end, by which one would be lost from sight.
-    std::lock_guard lock(strayedLock_);
-    for (auto& descendant : descendantsOutsideGroup(pid_)) strayed_.push_back(std::move(descendant));
-    signalGroup(signal);
-    for (const auto& process : strayed_)
-        ::syscall(SYS_pidfd_send_signal, process.get(), numberOf(signal), nullptr, 0);
+    std::lock_guard lock(descendantsLock_);
+    descendants_.signal(numberOf(signal));
 }
 
 void SpawnedChild::abandonOutput() {

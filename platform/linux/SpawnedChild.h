@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/FileDescriptor.h"
+#include "platform/linux/Descendants.h"
 #include "platform/linux/OrphanWatch.h"
 #include "platform/ports/ProcessLauncher.h"
 
@@ -9,7 +10,6 @@
 #include <mutex>
 #include <sys/types.h>
 #include <thread>
-#include <vector>
 
 namespace morvex {
 
@@ -38,7 +38,8 @@ class SpawnedChild final : public ChildProcess {
           output_(std::move(output)),
           errors_(std::move(errors)),
           listener_(listener),
-          watch_(watch) {}
+          watch_(watch),
+          descendants_(pid) {}
 
     Result<void> start();
     void follow();
@@ -53,8 +54,8 @@ class SpawnedChild final : public ChildProcess {
     FileDescriptor exit_;      ///< readable once the child has ended
     FileDescriptor abandoned_; ///< readable once nobody waits for output
     std::atomic<bool> exited_ = false;
-    std::mutex strayedLock_;
-    std::vector<FileDescriptor> strayed_; ///< descendants that were told to end
+    std::mutex descendantsLock_;
+    Descendants descendants_;
     std::array<char, 256 * 1024> buffer_{};
     std::thread thread_;
 };

@@ -10,7 +10,6 @@ namespace {
 namespace fs = std::filesystem;
 using Ends = DifficultChild::Ends;
 using Leaves = DifficultChild::Leaves;
-using Begins = DifficultChild::Begins;
 using Inherits = DifficultChild::Inherits;
 
 OutsideProgram shell(const std::string& script) {
@@ -87,26 +86,27 @@ std::vector<DifficultChild> endless() {
          shell("setsid bash -c 'echo ready; exec sleep 1000' & wait"),
          Ends::whenStopped,
          {},
-         Leaves::unlessStopped,
-         Begins::withReady},
+         Leaves::unlessStopped},
         {"has a child in a session of its own that ignores SIGTERM",
          shell("setsid bash -c \"trap '' TERM; echo ready; while :; do sleep 0.2; done\" & wait"),
          Ends::whenStopped,
          {},
-         Leaves::unlessStopped,
-         Begins::withReady},
+         Leaves::unlessStopped},
         {"has children in groups of their own",
          shell("set -m; sleep 1000 & sleep 1001 & echo ready; wait"),
          Ends::whenStopped,
          {},
-         Leaves::unlessStopped,
-         Begins::withReady},
+         Leaves::unlessStopped},
         {"has a child in a session within a session",
          shell("setsid bash -c 'setsid bash -c \"echo ready; exec sleep 1000\" & wait' & wait"),
          Ends::whenStopped,
          {},
-         Leaves::unlessStopped,
-         Begins::withReady},
+         Leaves::unlessStopped},
+        {"starts sessions without end",
+         shell("while :; do setsid sleep 1000 & done"),
+         Ends::whenStopped,
+         {},
+         Leaves::unlessStopped},
         {"has a child that ignores SIGTERM and holds the outputs",
          shell("(trap '' TERM; exec sleep 1000) & echo ready; wait"),
          Ends::whenStopped,
@@ -119,14 +119,12 @@ std::vector<DifficultChild> endless() {
          Ends::whenStopped,
          {},
          Leaves::unlessStopped,
-         Begins::withReady,
          Inherits::nothing},
         {"starts a daemon and stays",
          shell("(setsid bash -c 'echo ready; exec sleep 1000 >/dev/null 2>&1' &); exec sleep 1001"),
          Ends::whenStopped,
          {},
-         Leaves::daemons,
-         Begins::withReady},
+         Leaves::daemons},
     };
 }
 
@@ -143,7 +141,7 @@ std::vector<DifficultChild> leaving() {
          Leaves::daemons},
         {"leaves a daemon without its environment",
          shell("(env -i setsid sleep 1000 >/dev/null 2>&1 &); exit 9"), Ends::byItself, 9, Leaves::daemons,
-         Begins::atOnce, Inherits::nothing},
+         Inherits::nothing},
         {"leaves a child that writes later", shell("(sleep 0.02; echo later) & exit 9"), Ends::byItself, 9},
     };
 }

@@ -16,10 +16,9 @@ struct DifficultChild {
     /// Which processes of its own may outlive it.
     enum class Leaves {
         nothing,
-        unlessStopped, ///< any, of a run that nobody stopped
+        unlessStopped, ///< any, of a run that nobody stopped, or asked to end before
         daemons,       ///< those whose parents have ended, however it ends itself
     };
-    enum class Begins { atOnce, withReady };
     enum class Inherits { environment, nothing };
 
     std::string what;
@@ -28,9 +27,6 @@ struct DifficultChild {
     /// When it ends by itself; absent where that is left to chance.
     std::optional<std::int32_t> status = {};
     Leaves leaves = Leaves::nothing;
-    /// What is started in other sessions while it is being stopped may be missed: such a child prints "ready"
-    /// once it has started all.
-    Begins begins = Begins::atOnce;
     /// What the processes that it leaves have of it.
     Inherits inherits = Inherits::environment;
 };

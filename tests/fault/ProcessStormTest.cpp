@@ -73,7 +73,8 @@ class ProcessStorm {
         tell("Process runner", begun_,
              std::to_string(all_.children.size()) + " kinds of children; " + endings_.told() + "; " +
                  std::to_string(daemons_.size()) + " daemons of stopped runs lived on and what " +
-                 std::to_string(left_.size()) + " runs that nobody stopped left, of the others nothing");
+                 std::to_string(left_.size()) +
+                 " runs left that ended by themselves or were asked to, of the others nothing");
     }
 
   private:
@@ -111,8 +112,6 @@ class ProcessStorm {
 
     /// Somebody cancels, asks, waits or lets time pass, in any order.
     void troubleUntilTheEnd(const Runs& runs) {
-        for (const auto& run : runs)
-            while (!run->hasBegun()) std::this_thread::yield();
         while (isAnyRunning(runs)) trouble(*runs[random_() % runs.size()]);
     }
 
@@ -180,7 +179,8 @@ class ProcessStorm {
     void judge(pid_t process, const std::string& mark, const Runs& runs, bool isLate) {
         auto owner = std::ranges::find_if(runs, [&mark](const auto& run) { return mayOwn(*run, mark); });
         if (owner != runs.end()) {
-            auto& excused = (*owner)->wasStopped() ? daemons_ : left_;
+            const bool isDaemon = (*owner)->wasStopped() && !(*owner)->wasAsked();
+            auto& excused = isDaemon ? daemons_ : left_;
             excused.insert((*owner)->child().program.env.at(runMark));
         } else if (isLate) {
             ADD_FAILURE() << "left behind by: " << names(runs, mark);
@@ -200,7 +200,8 @@ class ProcessStorm {
     static std::string names(const Runs& runs, const std::string& mark) {
         std::string all;
         for (const auto& run : runs)
-            if (mark.empty() || run->child().program.env.at(runMark) == mark) all += run->child().what + "; ";
+            if (mark.empty() || run->child().program.env.at(runMark) == mark)
+                all += run->child().what + (run->wasAsked() ? " (asked); " : "; ");
         return all;
     }
 
@@ -212,7 +213,7 @@ class ProcessStorm {
     RealPrograms programs_{&watch_};
     Endings endings_;
     std::set<std::string> daemons_; ///< the stopped runs whose daemons lived on
-    std::set<std::string> left_;    ///< the runs that nobody stopped and of which something lived on
+    std::set<std::string> left_;    ///< the other runs of which something lived on
     std::size_t begun_ = 0;
     std::set<pid_t> childrenAtFirst_ = ownChildren();
     std::size_t descriptors_ = openDescriptors();

@@ -13,7 +13,7 @@ TroubledRun::TroubledRun(RealPrograms& programs, const DifficultChild& child)
       runner_(programs.launcher, programs.clock),
       end_(std::async(std::launch::async, [this, &programs] {
           auto result = await(programs.home, runner_.spustit(child_.program, RealPrograms::limit,
-                                                             [this](std::string_view line) { note(line); }));
+                                                             [this](std::string_view) { ++lines_; }));
           linesAtTheEnd_ = lines_;
           return result;
       })) {}
@@ -24,10 +24,6 @@ void TroubledRun::cancel() {
 
 void TroubledRun::askToEnd() {
     if (runner_.ukoncit()) asked_ = true;
-}
-
-bool TroubledRun::hasBegun() const {
-    return ready_ || child_.begins == DifficultChild::Begins::atOnce;
 }
 
 bool TroubledRun::hasEnded() const {
@@ -53,16 +49,11 @@ bool TroubledRun::wasKilled() const {
 
 bool TroubledRun::mayLeave() const {
     using enum DifficultChild::Leaves;
-    return child_.leaves == daemons || (child_.leaves == unlessStopped && !wasStopped());
+    return child_.leaves == daemons || (child_.leaves == unlessStopped && (asked_ || !wasStopped()));
 }
 
 void TroubledRun::expectNoLateCallback() const {
     EXPECT_EQ(lines_, linesAtTheEnd_) << child_.what;
-}
-
-void TroubledRun::note(std::string_view line) {
-    ++lines_;
-    if (line == "ready") ready_ = true;
 }
 
 } // namespace morvex

@@ -7,7 +7,6 @@
 #include <cstddef>
 #include <future>
 #include <optional>
-#include <string_view>
 
 namespace morvex {
 
@@ -19,7 +18,6 @@ class TroubledRun {
     void cancel();
     void askToEnd();
 
-    [[nodiscard]] bool hasBegun() const;
     [[nodiscard]] bool hasEnded() const;
 
     /// Once, when it has ended or to wait for that; what follows is known afterwards.
@@ -49,12 +47,9 @@ class TroubledRun {
     [[nodiscard]] const DifficultChild& child() const { return child_; }
 
   private:
-    void note(std::string_view line);
-
     DifficultChild child_;
     ProcessRunner runner_;
     std::atomic<std::size_t> lines_ = 0;
-    std::atomic<bool> ready_ = false;
     std::size_t linesAtTheEnd_ = 0;
     bool cancelled_ = false;
     bool asked_ = false;

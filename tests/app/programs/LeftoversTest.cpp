@@ -67,6 +67,51 @@ TEST_F(RealProgramsTest, ACancelEndsWhatLeftTheGroupInTheSameTwoStages) {
     EXPECT_TRUE(isLetGo(held));
 }
 
+TEST_F(RealProgramsTest, ACancelOvertakesAProgramThatStartsSessionsWithoutEnd) {
+    auto path = fifo();
+    FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    auto run = programs.begin(
+        "exec 3>" + path +
+        "; echo ready; for i in 1 2 3 4 5 6 7 8; do while :; do setsid sleep 1000 & done & done; wait");
+    run.lines->waitFor("ready");
+    EXPECT_TRUE(run.runner->zrusit());
+    EXPECT_EQ(run.end().navratovyKod, SIGTERM);
+    programs.clock.advance(4s);
+    EXPECT_TRUE(isLetGo(held));
+}
+
+TEST_F(RealProgramsTest, ACancelEndsAGroupOfItsOwnWhoseParentHasEnded) {
+    auto path = fifo();
+    FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    auto run =
+        programs.begin("exec bash -c 'set -m; (sleep 1000 3>" + path + " &); echo ready; exec sleep 1000'");
+    run.lines->waitFor("ready");
+    EXPECT_TRUE(run.runner->zrusit());
+    run.end();
+    EXPECT_TRUE(isLetGo(held));
+}
+
+TEST_F(RealProgramsTest, TheSecondStageEndsAlsoWhatWasStartedBetweenTheStages) {
+    auto path = fifo();
+    FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
+    auto run = programs.begin("setsid sh -c \"trap 'setsid sh -c \\\"echo started; exec sleep 1000\\\" 3>" +
+                              path + " &' TERM; echo ready; while :; do sleep 0.1; done\" & wait");
+    run.lines->waitFor("ready");
+    EXPECT_TRUE(run.runner->zrusit());
+    run.lines->waitFor("started");
+    programs.waitForWait(2s);
+    programs.clock.advance(4s);
+    run.end();
+    EXPECT_TRUE(isLetGo(held));
+}
+
+TEST_F(RealProgramsTest, AProgramThatWasStoppedHearsThatItShallEnd) {
+    auto run = programs.begin("echo ready; kill -STOP $$; sleep 1000");
+    run.lines->waitFor("ready");
+    EXPECT_TRUE(run.runner->zrusit());
+    EXPECT_EQ(run.end().navratovyKod, SIGTERM);
+}
+
 TEST_F(RealProgramsTest, AProgramThatEndsOnItsOwnLeavesBehindWhatItStarted) {
     auto path = fifo();
     FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));

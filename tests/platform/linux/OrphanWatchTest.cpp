@@ -93,6 +93,11 @@ TEST_F(OrphanWatchTest, KillsWhatLeftTheGroupToo) {
     expectAllKilled("setsid sh -c 'exec 3>$F; printf x >&3; exec sleep 1000' & wait");
 }
 
+TEST_F(OrphanWatchTest, OvertakesAProgramThatStartsSessionsWithoutEnd) {
+    expectAllKilled("exec 3>$F; printf x >&3; for i in 1 2 3 4 5 6 7 8; do while :; do setsid sleep 1000 & "
+                    "done & done; wait");
+}
+
 TEST_F(OrphanWatchTest, LeavesAloneWhatAProgramLeftBehindThatHasEnded) {
     Heard heard;
     auto child = shell("(exec 3>$F; printf x >&3; exec sleep 1000) >/dev/null 2>&1 & echo $!", heard);
