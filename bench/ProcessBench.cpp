@@ -89,9 +89,10 @@ void benchGate(Services& services) {
     ProgramDiscovery discovery(services.launcher, services.clock, services.workers,
                                {{{"PATH", "/usr/bin:/bin"}}, "/nonexistent"});
     TerminalBridge terminal({services.launcher, services.clock, discovery, services.workers});
+    auto povolene = [&] { return PovoleneSlozky({allowed.string()}, standard); };
     auto run = [&] {
-        auto result = await(services.home, terminal.spustitPrikaz("ls", {allowed.string()}, {},
-                                                                  {{allowed.string()}, standard}, {}));
+        auto result =
+            await(services.home, terminal.spustitPrikaz("ls", {allowed.string()}, {}, povolene, {}));
         vyzaduj(result && result->status == 0, "the command did not run");
     };
     run();

@@ -23,21 +23,34 @@ constexpr std::size_t bytesOfACharacter = 64;
 Task<Result<TerminalBridge::Vysledek>> TerminalBridge::spustitPrikaz(std::string program,
                                                                      std::vector<std::string> argumenty,
                                                                      std::optional<std::string> slozka,
-                                                                     PovoleneSlozky slozky,
+                                                                     NyniPovolene povolene,
                                                                      std::stop_token stop) {
     CO_TRY(auto, name, TerminalGate::povolenyProgram(program, argumenty));
-    CO_TRY(auto, cwd, TerminalGate::pracovniSlozka(slozka, slozky));
-    if (std::ranges::any_of(argumenty, TerminalGate::jeCesta))
-        CO_CHECK(co_await runOn(
-            services_.workers, [&argumenty, &slozky] { return TerminalGate::overCesty(argumenty, slozky); }));
+    CO_CHECK(co_await overMista(argumenty, slozka, povolene));
     auto found = co_await services_.discovery.najdiBinarku({name});
     if (!found) co_return fail(Chyba{Chyba::ZakazanyProgram{name}});
     auto environment = co_await services_.discovery.prostrediNastroju();
+    // The first look for programs may take as long as the user needs to remove a folder.
+    CO_TRY(auto, cwd, co_await overMista(argumenty, slozka, povolene));
     co_return co_await spust({.binary = std::move(found->binarka),
                               .args = std::move(argumenty),
                               .cwd = std::move(cwd),
                               .env = std::move(environment)},
                              std::move(stop));
+}
+
+Task<Result<std::string>> TerminalBridge::overMista(std::vector<std::string> argumenty,
+                                                    std::optional<std::string> slozka,
+                                                    NyniPovolene povolene) {
+    for (;;) {
+        const auto slozky = povolene();
+        CO_TRY(auto, cwd, TerminalGate::pracovniSlozka(slozka, slozky));
+        if (std::ranges::any_of(argumenty, TerminalGate::jeCesta))
+            CO_CHECK(co_await runOn(services_.workers, [&argumenty, &slozky] {
+                return TerminalGate::overCesty(argumenty, slozky);
+            }));
+        if (povolene().slozky() == slozky.slozky()) co_return cwd;
+    }
 }
 
 Task<Result<TerminalBridge::Vysledek>> TerminalBridge::spust(OutsideProgram program, std::stop_token stop) {

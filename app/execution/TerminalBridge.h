@@ -5,6 +5,7 @@
 #include "app/programs/ProgramDiscovery.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -33,17 +34,23 @@ class TerminalBridge {
         std::int32_t status = 0;
     };
 
+    /// The allowed folders as they stand at the moment of the call.
+    using NyniPovolene = std::function<PovoleneSlozky()>;
+
     explicit TerminalBridge(Services services) : services_(services) {}
 
     /// A status that is not zero is a result like any other, also that of a command that was stopped after a
     /// minute. Fails with `Chyba`, with `SouboryChyba` for an argument that is a path, when the launch fails,
     /// and with `TalkSpanError::Cancelled` when `stop` was requested before it; later `stop` cancels the
-    /// command.
+    /// command. The folders are judged as they stand when the command starts.
     Task<Result<Vysledek>> spustitPrikaz(std::string program, std::vector<std::string> argumenty,
-                                         std::optional<std::string> slozka, PovoleneSlozky slozky,
+                                         std::optional<std::string> slozka, NyniPovolene povolene,
                                          std::stop_token stop);
 
   private:
+    /// The working folder, once it and all paths among the arguments are allowed.
+    Task<Result<std::string>> overMista(std::vector<std::string> argumenty, std::optional<std::string> slozka,
+                                        NyniPovolene povolene);
     Task<Result<Vysledek>> spust(OutsideProgram program, std::stop_token stop);
 
     Services services_;

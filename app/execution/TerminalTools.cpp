@@ -18,7 +18,7 @@ Task<ToolOutcome> TerminalTools::run(ToolCall call) {
     if (program.empty()) co_return ToolOutcome::refused("Chybí program.");
     auto ended = co_await terminal_.spustitPrikaz(
         std::move(program), arguments.texts("args").value_or(std::vector<std::string>{}),
-        arguments.text("folder"), slozky_.snimek(), stop_);
+        arguments.text("folder"), [this] { return slozky_.snimek(); }, stop_);
     if (!ended) co_return ToolOutcome::refused(ended.error());
     co_return ToolOutcome{
         ended->status == 0,

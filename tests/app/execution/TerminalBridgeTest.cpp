@@ -132,6 +132,21 @@ TEST_F(TerminalBridgeTest, APathMayLieInAnotherAllowedFolder) {
     EXPECT_EQ(refusal("cat", {tree.path("outside/a")}, "projects"), "");
 }
 
+TEST_F(TerminalBridgeTest, AFolderThatIsRemovedWhileTheProgramIsLookedForIsNotWorkedIn) {
+    allowed = {"home/Projects", "outside"};
+    whileLookingForPrograms = [this] { allowed = {"outside"}; };
+    EXPECT_EQ(refusal("ls", {}, "projects"), "Pracovní složka projects není mezi povolenými.");
+    EXPECT_EQ(refusal("ls", {}, "outside"), "");
+}
+
+TEST_F(TerminalBridgeTest, APathIntoAFolderThatIsRemovedWhileTheProgramIsLookedForIsRefused) {
+    tree.file("outside/a", "");
+    allowed = {"home/Projects", "outside"};
+    whileLookingForPrograms = [this] { allowed = {"home/Projects"}; };
+    EXPECT_EQ(refusal("cat", {tree.path("outside/a")}, "projects"),
+              "Cesta a leží mimo povolené složky. Nesahám na ni.");
+}
+
 TEST_F(TerminalBridgeTest, AnAllowedProgramThatIsNotInstalledCannotBeRun) {
     std::filesystem::remove(tree.path("bin/xcodebuild"));
     auto result = run("xcodebuild", {"-list"});
@@ -222,14 +237,14 @@ TEST_F(TerminalBridgeTest, ARealCommandShowsWhatLiesInTheFolder) {
     ProgramDiscovery real(launcher, clock, workers,
                           {{{"PATH", "/usr/bin:/bin"}, {"LC_ALL", "C.UTF-8"}}, tree.path("home")});
     TerminalBridge bridge({launcher, clock, real, workers});
-    auto result = await(home, bridge.spustitPrikaz("ls", {tree.path("home/Projects"), "missing"}, {},
-                                                   tree.allowed(), {}))
-                      .value();
+    auto povolene = [this] { return tree.allowed(); };
+    auto result =
+        await(home, bridge.spustitPrikaz("ls", {tree.path("home/Projects"), "missing"}, {}, povolene, {}))
+            .value();
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.vystup, tree.path("home/Projects") + ":\nplán.txt\n");
     EXPECT_TRUE(result.chyby.contains("missing"));
-    EXPECT_EQ(await(home, bridge.spustitPrikaz("cat", {"plán.txt"}, {}, tree.allowed(), {})).value().vystup,
-              "x");
+    EXPECT_EQ(await(home, bridge.spustitPrikaz("cat", {"plán.txt"}, {}, povolene, {})).value().vystup, "x");
 }
 
 } // namespace

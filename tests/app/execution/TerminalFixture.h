@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -24,8 +25,11 @@ class TerminalFixture : public testing::Test {
                                  "du", "df", "swift", "node", "python3", "xcodebuild", "npm", "git"})
             program(name);
         programs.answer = [this](const OutsideProgram& asked) {
-            // Package managers that this computer may have are asked once and say nothing.
-            return isCommand(asked) ? answer : ScriptedPrograms::Answer{};
+            if (isCommand(asked)) return answer;
+            // Package managers that this computer may have, and the one above, are asked once and say
+            // nothing.
+            whileLookingForPrograms();
+            return std::optional(ScriptedPrograms::Answer{});
         };
     }
 
@@ -38,7 +42,8 @@ class TerminalFixture : public testing::Test {
 
     Task<Result<TerminalBridge::Vysledek>> task(const std::string& name, const std::vector<std::string>& args,
                                                 const std::optional<std::string>& folder = {}) {
-        return terminal.spustitPrikaz(name, args, folder, tree.allowed(allowed), stop.get_token());
+        return terminal.spustitPrikaz(
+            name, args, folder, [this] { return tree.allowed(allowed); }, stop.get_token());
     }
 
     Result<TerminalBridge::Vysledek> run(const std::string& name, const std::vector<std::string>& args,
@@ -81,6 +86,7 @@ class TerminalFixture : public testing::Test {
     FileTree tree;
     std::optional<Result<TerminalBridge::Vysledek>> later;
     std::vector<std::string> allowed = {"home/Projects"};
+    std::function<void()> whileLookingForPrograms = [] {};
     ManualExecutor executor;
     ManualClock clock;
     ScriptedPrograms programs;

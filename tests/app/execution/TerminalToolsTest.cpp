@@ -57,6 +57,15 @@ TEST_F(TerminalToolsTest, AStatusThatIsNotZeroIsNotOkAndHasNoError) {
     EXPECT_EQ(outcome.result, (boost::json::object{{"exit_code", 3}, {"output", ""}, {"stderr", ""}}));
 }
 
+TEST_F(TerminalToolsTest, AFolderThatTheUserRemovesBeforeTheStartIsNotWorkedIn) {
+    whileLookingForPrograms = [this] { slozky->odebrat(tree.path("home/Projects")); };
+    auto outcome = call({{"program", "ls"}});
+    EXPECT_FALSE(outcome.ok);
+    EXPECT_EQ(outcome.result,
+              (boost::json::object{{"error", "Pracovní složka (neurčena) není mezi povolenými."}}));
+    EXPECT_TRUE(commands().empty());
+}
+
 TEST_F(TerminalToolsTest, WithoutAProgramNothingRuns) {
     for (const auto& arguments :
          {boost::json::object{}, {{"program", ""}}, {{"program", 1}}, {{"program", nullptr}}}) {
