@@ -2,6 +2,7 @@
 
 #include "app/agents/AgentId.h"
 #include "app/agents/JsonFields.h"
+#include "app/agents/OperandText.h"
 #include "app/agents/Phrases.h"
 #include "foundation/Text.h"
 #include "shared/wire/JsonDocument.h"
@@ -112,7 +113,7 @@ std::string ClaudeCodeAdapter::napoveda() const {
 
 std::vector<std::string> ClaudeCodeAdapter::argumenty(std::string instrukce, std::string /*slozka*/,
                                                       std::optional<std::string> relace) const {
-    std::vector<std::string> all = {"-p", std::move(instrukce), "--output-format", "stream-json",
+    std::vector<std::string> all = {"-p", operandText(std::move(instrukce)), "--output-format", "stream-json",
                                     "--verbose"};
     if (relace) {
         all.emplace_back("--resume");

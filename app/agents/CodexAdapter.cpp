@@ -2,6 +2,7 @@
 
 #include "app/agents/AgentId.h"
 #include "app/agents/JsonFields.h"
+#include "app/agents/OperandText.h"
 #include "app/agents/Phrases.h"
 #include "foundation/Text.h"
 #include "shared/wire/JsonDocument.h"
@@ -97,7 +98,7 @@ std::vector<std::string> CodexAdapter::argumenty(std::string instrukce, std::str
         all.emplace_back("resume");
         all.push_back(*std::move(relace));
     }
-    all.push_back(std::move(instrukce));
+    all.push_back(operandText(std::move(instrukce)));
     return all;
 }
 
