@@ -19,6 +19,7 @@ Task<void> dropEvents(std::shared_ptr<SecureLink> link, std::stop_token stop) {
 }
 
 /// A computer that restarts, reconnects and draws new keys while a relay repeats old hellos of its phone.
+/// Both ends of a session seal.
 ///
 /// A key and a nonce make one stream of bytes, with which the plaintext is mixed (RFC 8439, section 2.4). The
 /// test knows the plaintexts, so it sees the streams: one that came twice would be a nonce that served twice.
@@ -73,6 +74,9 @@ class NonceReuse : public test::SecureLinkFixture {
     void deliverNewHello() {
         hellos_.push_back(phone.newHello());
         relay(hellos_.back());
+        if (sentHellos().empty()) return;
+        phone.meet(*identita, sentHellos().back());
+        hasPhoneMet_ = true;
     }
 
     void deliverOldHello() {
@@ -85,6 +89,7 @@ class NonceReuse : public test::SecureLinkFixture {
         for (auto count = random_() % 4; count > 0; --count) {
             const auto payload = note(std::to_string(random_()));
             if (poslat(payload)) collect(sentEnvelopes().back(), encode(payload));
+            if (hasPhoneMet_) collect(phone.seal(payload), encode(payload));
         }
     }
 
@@ -97,6 +102,7 @@ class NonceReuse : public test::SecureLinkFixture {
         EXPECT_TRUE(streams_.insert(std::move(stream)).second) << "a nonce served twice under one key";
     }
 
+    bool hasPhoneMet_ = false;
     std::mt19937_64 random_{seed(4)};
     std::vector<Envelope> hellos_;
 };

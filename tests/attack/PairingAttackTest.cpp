@@ -113,7 +113,14 @@ TEST_F(PairingAttack, APairOfTheRelaysChoiceMovesNoHelloToAnother) {
         sendHello(Parovani::makeHello(phone.identity, PairID{pair}));
         expectRefused(badSignature);
     }
-    tries = 4;
+    // The same where the pair that the computer waits in has such a name.
+    for (const char* pair : {"NEW|X", "|", ""}) {
+        beginPairing(pair);
+        auto shifted = Parovani::makeHello(phone.identity, PairID{std::string(pair) + "|"});
+        sendHello(shifted);
+        expectRefused(badSignature);
+    }
+    tries = 7;
 }
 
 TEST_F(PairingAttack, ASessionHelloIsNoPairingHello) {
@@ -213,7 +220,15 @@ TEST_F(PairingAttack, TheRelayIsNotToldWhatItWouldNeedToFindAFittingNumber) {
     // The number depends on the computer's agreement key, which is in the code on the screen alone.
     ASSERT_EQ(http.requests.size(), 1U);
     EXPECT_EQ(http.requests[0].body.find(mac->agreementKey().text()), std::string::npos);
-    for (const auto& sent : sockets.urls) EXPECT_EQ(sent.find(mac->agreementKey().text()), std::string::npos);
+    for (const auto& url : sockets.urls) EXPECT_EQ(url.find(mac->agreementKey().text()), std::string::npos);
+    const auto socket = beginPairing("NEXT");
+    sendHello(hello());
+    EXPECT_EQ(shownNumber(), number());
+    EXPECT_FALSE(socket->sent.empty());
+    for (const auto& frame : socket->sent)
+        EXPECT_EQ(frame.find(mac->agreementKey().text()), std::string::npos) << frame;
+    flow().odmitnoutCislo();
+    executor.runUntilIdle();
 }
 
 } // namespace

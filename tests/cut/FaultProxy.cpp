@@ -1,6 +1,7 @@
 #include "tests/cut/FaultProxy.h"
 
 #include "shared/base/Require.h"
+#include "tests/cut/FrameMemory.h"
 
 #include <algorithm>
 #include <arpa/inet.h>
@@ -89,7 +90,12 @@ class FaultProxy::Connection {
     void pass(std::size_t to, std::span<const char> bytes) {
         while (!bytes.empty() && isCarrying_) {
             auto piece = bytes.first(slices_ > 0 ? std::min(slice_, bytes.size()) : bytes.size());
+            piece = piece.first(frames_[to].take(piece));
             isCarrying_ = sendAll(ends_[to], piece);
+            if (isRepeating_[to] && frames_[to].isAtEndOfFrame() && isCarrying_) {
+                isRepeating_[to] = false;
+                isCarrying_ = sendAll(ends_[to], frames_[to].last());
+            }
             bytes = bytes.subspan(piece.size());
             if (slices_ > 0 && slices_-- > 0) std::this_thread::sleep_for(pause_);
         }
@@ -122,6 +128,9 @@ class FaultProxy::Connection {
         case Fault::slowed:
             passIn(40, 50, 5ms);
             break;
+        case Fault::repeated:
+            isRepeating_[1 - from] = true;
+            break;
         }
     }
 
@@ -134,6 +143,8 @@ class FaultProxy::Connection {
     FaultProxy& proxy_;
     std::array<FileDescriptor, 2> ends_;
     std::array<bool, 2> hasEnded_{};
+    std::array<FrameMemory, 2> frames_; ///< towards each end
+    std::array<bool, 2> isRepeating_{};
     bool isCarrying_ = true;
     std::size_t slice_ = 1;
     int slices_ = 0; ///< that are still to come

@@ -24,8 +24,9 @@ class FaultProxy {
         stalled,    ///< nothing passes for a second, then both ends are closed
         sliced,     ///< the next bytes pass one by one
         slowed,     ///< the next bytes pass in small pieces, with a wait behind each
+        repeated,   ///< the frame that ends next comes once more
     };
-    static constexpr int faults = 6;
+    static constexpr int faults = 7;
 
     /// `relay` is "http://127.0.0.1:<port>".
     explicit FaultProxy(const std::string& relay);
