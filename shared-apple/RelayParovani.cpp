@@ -2,6 +2,7 @@
 
 #include "foundation/Text.h"
 #include "shared/base/Try.h"
+#include "shared/base/Utf8.h"
 #include "shared/trust/Revocation.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/RelayCalls.h"
@@ -21,6 +22,14 @@ RelayParovani::RelayChyba refusal(const HttpReply& reply) {
     return {reply.status, "Relay odmítl požadavek (" + std::to_string(reply.status) + ")."};
 }
 
+/// What the relay draws is shown as a code and kept: it is there, and short enough for both.
+Result<void> checkDrawn(std::string_view field, std::string_view drawn) {
+    constexpr std::size_t longest = 1000;
+    constexpr std::size_t longestQuote = 40;
+    if (!drawn.empty() && drawn.size() <= longest) return {};
+    return fail(DecodeError{DecodeError::Reason::badText, std::string(field), clipped(drawn, longestQuote)});
+}
+
 } // namespace
 
 Task<Result<RelayParovani::Zalozeni>> RelayParovani::zalozit(RelayAddress relayURL,
@@ -29,6 +38,8 @@ Task<Result<RelayParovani::Zalozeni>> RelayParovani::zalozit(RelayAddress relayU
     ZalozitPozadavek pozadavek{identita->deviceID(), identita->signingKey(), role};
     CO_TRY(auto, body, co_await post(relayURL.call(relayPaths::createPair), encode(pozadavek)));
     CO_TRY(auto, odpoved, decode<ZalozitOdpoved>(body));
+    CO_CHECK(checkDrawn("pairID", odpoved.pairID.rawValue));
+    CO_CHECK(checkDrawn("pairingToken", odpoved.pairingToken));
     co_return Zalozeni{odpoved.pairID, odpoved.pairingToken, odpoved.expiresAt};
 }
 
@@ -38,6 +49,7 @@ Task<Result<PairID>> RelayParovani::pripojit(RelayAddress relayURL, std::string 
     PripojitPozadavek pozadavek{std::move(pairingToken), identita->deviceID(), identita->signingKey(), role};
     CO_TRY(auto, body, co_await post(relayURL.call(relayPaths::joinPair), encode(pozadavek)));
     CO_TRY(auto, odpoved, decode<PripojitOdpoved>(body));
+    CO_CHECK(checkDrawn("pairID", odpoved.pairID.rawValue));
     co_return odpoved.pairID;
 }
 

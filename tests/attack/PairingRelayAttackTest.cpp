@@ -127,35 +127,45 @@ class PairingRelayAttack : public testing::Test {
 
 TEST_F(PairingRelayAttack, RepliesThatAreNoPairMakeNone) {
     const std::string pair = R"("pairID":"P","pairingToken":"t")";
-    tryAll("replies to the making of a pair",
-           {
-               {"nothing", body(200, "")},
-               {"no content", body(204, "")},
-               {"a page", body(200, "<html>")},
-               {"no fields", body(200, "{}")},
-               {"no end", body(200, founded(pair))},
-               {"a list", body(200, "[" + founded(pair + R"(,"expiresAt":"2030-01-01T00:00:00Z")") + "]")},
-               {"a number as pair",
-                body(200, R"({"pairID":1,"pairingToken":"t","expiresAt":"2030-01-01T00:00:00Z"})")},
-               {"a number as end", body(200, founded(pair + R"(,"expiresAt":1800000000)"))},
-               {"a negative end", body(200, founded(pair + R"(,"expiresAt":-1)"))},
-               {"a huge end", body(200, founded(pair + R"(,"expiresAt":1e400)"))},
-               {"an end that is none", body(200, founded(pair + R"(,"expiresAt":NaN)"))},
-               {"a day that is none", body(200, founded(pair + R"(,"expiresAt":"2030-02-30T00:00:00Z")"))},
-               {"an end without zone", body(200, founded(pair + R"(,"expiresAt":"2030-02-20T00:00:00")"))},
-               {"another pair behind",
-                body(200, founded(pair + R"(,"expiresAt":"2030-01-01T00:00:00Z")") + "{}")},
-               {"deep", body(200, std::string(500'000, '['))},
-               {"all values", body(
-                                  200, "[" +
-                                           [] {
-                                               std::string zeros;
-                                               while (zeros.size() < mebibyte - 10) zeros += "0,";
-                                               return zeros;
-                                           }() +
-                                           "0]")},
-               {"no UTF-8", body(200, "{\"pairID\":\"\xff\"}")},
-           });
+    tryAll(
+        "replies to the making of a pair",
+        {
+            {"nothing", body(200, "")},
+            {"no content", body(204, "")},
+            {"a page", body(200, "<html>")},
+            {"no fields", body(200, "{}")},
+            {"no end", body(200, founded(pair))},
+            {"a list", body(200, "[" + founded(pair + R"(,"expiresAt":"2030-01-01T00:00:00Z")") + "]")},
+            {"a number as pair",
+             body(200, R"({"pairID":1,"pairingToken":"t","expiresAt":"2030-01-01T00:00:00Z"})")},
+            {"a pair without a name",
+             body(200, R"({"pairID":"","pairingToken":"t","expiresAt":"2030-01-01T00:00:00Z"})")},
+            {"no token", body(200, R"({"pairID":"P","pairingToken":"","expiresAt":"2030-01-01T00:00:00Z"})")},
+            {"a name that fits no code",
+             body(200, R"({"pairID":")" + std::string(900'000, 'P') +
+                           R"(","pairingToken":"t","expiresAt":"2030-01-01T00:00:00Z"})")},
+            {"a token that fits no code",
+             body(200, R"({"pairID":"P","pairingToken":")" + std::string(1001, 't') +
+                           R"(","expiresAt":"2030-01-01T00:00:00Z"})")},
+            {"a number as end", body(200, founded(pair + R"(,"expiresAt":1800000000)"))},
+            {"a negative end", body(200, founded(pair + R"(,"expiresAt":-1)"))},
+            {"a huge end", body(200, founded(pair + R"(,"expiresAt":1e400)"))},
+            {"an end that is none", body(200, founded(pair + R"(,"expiresAt":NaN)"))},
+            {"a day that is none", body(200, founded(pair + R"(,"expiresAt":"2030-02-30T00:00:00Z")"))},
+            {"an end without zone", body(200, founded(pair + R"(,"expiresAt":"2030-02-20T00:00:00")"))},
+            {"another pair behind",
+             body(200, founded(pair + R"(,"expiresAt":"2030-01-01T00:00:00Z")") + "{}")},
+            {"deep", body(200, std::string(500'000, '['))},
+            {"all values", body(
+                               200, "[" +
+                                        [] {
+                                            std::string zeros;
+                                            while (zeros.size() < mebibyte - 10) zeros += "0,";
+                                            return zeros;
+                                        }() +
+                                        "0]")},
+            {"no UTF-8", body(200, "{\"pairID\":\"\xff\"}")},
+        });
 }
 
 TEST_F(PairingRelayAttack, RefusalsAreQuotedBrieflyOrByTheirNumber) {

@@ -184,6 +184,25 @@ TEST_F(RelayParovaniTest, ASuccessWhoseBodyIsNoReplyIsADecodingFailure) {
     EXPECT_TRUE(pair.error().as<DecodeError>());
 }
 
+TEST_F(RelayParovaniTest, WhatFitsNoCodeIsNoPair) {
+    const auto foundedAs = [](const std::string& pair, const std::string& token) {
+        return R"({"pairID":")" + pair + R"(","pairingToken":")" + token +
+               R"(","expiresAt":"2027-01-15T08:10:00Z"})";
+    };
+    const std::string longest(1000, 'x');
+    const auto quote = longest.substr(0, 40) + "…";
+    reply(200, foundedAs(longest, longest));
+    EXPECT_TRUE(zalozit());
+    reply(200, foundedAs("", "T"));
+    EXPECT_EQ(zalozit().error().popis(), "Pole „pairID“ má nečitelnou hodnotu „“.");
+    reply(200, foundedAs(longest + "x", "T"));
+    EXPECT_EQ(zalozit().error().popis(), "Pole „pairID“ má nečitelnou hodnotu „" + quote + "“.");
+    reply(200, foundedAs("P", ""));
+    EXPECT_EQ(zalozit().error().popis(), "Pole „pairingToken“ má nečitelnou hodnotu „“.");
+    reply(200, R"({"pairID":")" + longest + R"(x"})");
+    EXPECT_EQ(pripojit().error().popis(), "Pole „pairID“ má nečitelnou hodnotu „" + quote + "“.");
+}
+
 TEST_F(RelayParovaniTest, ANetworkFailurePassesOnAndNothingIsTriedAgain) {
     auto zalozeni = zalozit();
     ASSERT_FALSE(zalozeni);
