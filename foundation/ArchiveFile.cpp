@@ -9,12 +9,16 @@ namespace morvex {
 
 Result<std::optional<Bytes>> ArchiveFile::read() {
     auto bytes = readWhole(path_, limit_);
-    isDamaged_ = !bytes.has_value();
+    const int code = bytes ? 0 : systemCode(bytes.error());
+    isDamaged_ = code == EFBIG || code == EINVAL;
+    unread_.reset();
+    if (!bytes && !isDamaged_) unread_ = bytes.error();
     return bytes;
 }
 
 Result<void> ArchiveFile::save(ByteView bytes) {
     if (bytes.size() > limit_) return fail(SystemError{EFBIG});
+    if (unread_) return fail(*unread_);
     if (auto aside = putDamagedAside(); !aside) return aside;
     return writeAtomically(path_, bytes);
 }

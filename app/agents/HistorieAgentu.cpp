@@ -88,7 +88,7 @@ void HistorieAgentu::nacti() {
     auto ukoly = bytes ? decode<std::vector<UkolAgenta>>(**bytes, fileLimit)
                        : Result<std::vector<UkolAgenta>>(fail(bytes.error()));
     if (!ukoly) {
-        soubor_.markDamaged();
+        if (bytes) soubor_.markDamaged();
         setPotiz("Historii úkolů se nepodařilo načíst: " + ukoly.error().popis());
         return;
     }

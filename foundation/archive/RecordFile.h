@@ -19,7 +19,8 @@ template <class Archive> class RecordFile {
     explicit RecordFile(std::filesystem::path path) : file_(std::move(path), sizeLimit) {}
 
     /// What the file holds. A file that is missing, cannot be read, is no such archive or has another version
-    /// counts as none; the last three are kept aside when the file is next saved.
+    /// counts as none. The last two are kept aside when the file is next saved; while there is one that could
+    /// not be read nothing is saved.
     Archive load() {
         auto bytes = file_.read();
         if (!bytes || !*bytes) return {};

@@ -9,9 +9,28 @@
 #include <cerrno>
 #include <fstream>
 #include <string>
+#include <sys/resource.h>
 
 namespace morvex {
 namespace {
+
+/// While it lives this process can open nothing.
+class WithoutDescriptors {
+  public:
+    WithoutDescriptors() {
+        ::getrlimit(RLIMIT_NOFILE, &before_);
+        const rlimit none{0, before_.rlim_max};
+        ::setrlimit(RLIMIT_NOFILE, &none);
+    }
+
+    ~WithoutDescriptors() { ::setrlimit(RLIMIT_NOFILE, &before_); }
+
+    WithoutDescriptors(const WithoutDescriptors&) = delete;
+    WithoutDescriptors& operator=(const WithoutDescriptors&) = delete;
+
+  private:
+    rlimit before_{};
+};
 
 class ArchiveFileTest : public testing::Test {
   protected:
@@ -82,6 +101,25 @@ TEST_F(ArchiveFileTest, WritesNothingWhileADamagedFileCannotBePutAside) {
     std::ofstream(path) << "in its place";
     EXPECT_TRUE(archive.save(asBytes("new")));
     EXPECT_EQ(textIn(damaged()), "in its place");
+}
+
+TEST_F(ArchiveFileTest, WhatCannotBeReadNowIsNeitherPutAsideNorOverwritten) {
+    ASSERT_TRUE(archive.save(asBytes("whole")));
+    {
+        WithoutDescriptors none;
+        auto bytes = archive.read();
+        ASSERT_FALSE(bytes);
+        EXPECT_EQ(systemCode(bytes.error()), EMFILE);
+    }
+    auto saved = archive.save(asBytes("new"));
+    ASSERT_FALSE(saved);
+    EXPECT_EQ(systemCode(saved.error()), EMFILE);
+    EXPECT_EQ(textIn(path), "whole");
+    EXPECT_FALSE(std::filesystem::exists(damaged()));
+
+    EXPECT_EQ(asText(archive.read().value().value()), "whole");
+    EXPECT_TRUE(archive.save(asBytes("new")));
+    EXPECT_EQ(textIn(path), "new");
 }
 
 TEST_F(ArchiveFileTest, SavesWhenTheDamagedFileIsGone) {
