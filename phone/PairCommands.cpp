@@ -4,6 +4,7 @@
 #include "phone/Attendant.h"
 #include "phone/PhonePairing.h"
 #include "phone/QrPicture.h"
+#include "shared-apple/OwnIdentity.h"
 #include "shared-apple/RelayParovani.h"
 #include "shared/base/Try.h"
 #include "shared/trust/DeviceIdentity.h"
@@ -41,14 +42,6 @@ Task<Result<std::string>> qrText(Phone& phone) {
     if (phone.inbox.isInterrupted()) co_return fail(userInterrupted());
     if (!line) co_return failWith(ExitCode::usage, "Chybí text QR kódu.");
     co_return trim(*line);
-}
-
-Result<std::shared_ptr<const DeviceIdentity>> ownIdentity(IdentityStore& store) {
-    TRY(auto, identita, store.nactiIdentitu());
-    if (identita) return identita;
-    auto fresh = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
-    CHECK(store.ulozIdentitu(fresh));
-    return fresh;
 }
 
 /// True for a yes. The pairing goes on meanwhile: a Mac that comes back is introduced to again.

@@ -2,6 +2,7 @@
 
 #include "app/agents/AgentId.h"
 #include "app/companion/SmazatPar.h"
+#include "shared-apple/OwnIdentity.h"
 #include "shared/wire/MacToolName.h"
 
 #include <utility>
@@ -113,16 +114,7 @@ Task<void> Companion::spustit() {
 
 Task<bool> Companion::nactiIdentitu() {
     auto* uloziste = &services_.uloziste;
-    auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return uloziste->nactiIdentitu(); });
-    if (loaded && !*loaded) {
-        auto fresh = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
-        auto saved = co_await runOn(services_.vaultThread,
-                                    [uloziste, fresh] { return uloziste->ulozIdentitu(fresh); });
-        if (saved)
-            loaded = fresh;
-        else
-            loaded = fail(saved.error());
-    }
+    auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return ownIdentity(*uloziste); });
     if (!loaded) {
         neplatne(loaded.error());
         co_return false;

@@ -69,7 +69,8 @@ std::int32_t FileVault::remove(const std::string& service, const std::string& ac
     if (status == vaultStatus::ok || status == vaultStatus::itemNotFound)
         removeDrafts(pathOf(service, account));
     if (status != vaultStatus::ok) return status;
-    return ::unlink(pathOf(service, account).c_str()) == 0 ? vaultStatus::ok : statusOf(errno);
+    const auto path = pathOf(service, account);
+    return uninterrupted([&] { return ::unlink(path.c_str()); }) == 0 ? vaultStatus::ok : statusOf(errno);
 }
 
 std::optional<std::string> FileVault::text(std::int32_t status) const {
