@@ -1,9 +1,12 @@
 #include "foundation/Paths.h"
 
+#include "foundation/SystemError.h"
 #include "foundation/Text.h"
+#include "foundation/Uninterrupted.h"
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <climits>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -61,6 +64,14 @@ class Pending {
   private:
     std::vector<std::string> parts_;
 };
+
+/// Of what is at the absolute path, also through a link.
+Result<mode_t> modeOf(const std::string& path) {
+    struct stat status{};
+    if (!path.starts_with('/') || hasNul(path)) return fail(SystemError{ENOENT});
+    if (uninterrupted([&] { return ::stat(path.c_str(), &status); }) != 0) return fail(SystemError{errno});
+    return status.st_mode;
+}
 
 } // namespace
 
@@ -129,9 +140,13 @@ std::optional<std::string> resolved(std::string_view absolutePath) {
 }
 
 bool isFolder(const std::string& path) {
-    struct stat status{};
-    return path.starts_with('/') && !hasNul(path) && ::stat(path.c_str(), &status) == 0 &&
-           S_ISDIR(status.st_mode);
+    const auto mode = modeOf(path);
+    return mode && S_ISDIR(*mode);
+}
+
+bool isNoFolder(const std::string& path) {
+    const auto mode = modeOf(path);
+    return mode ? !S_ISDIR(*mode) : saysMissing(systemCode(mode.error()));
 }
 
 } // namespace morvex::paths

@@ -29,4 +29,7 @@ std::optional<std::string> resolved(std::string_view absolutePath);
 /// Whether there is a folder at this absolute path, also through a link.
 bool isFolder(const std::string& path);
 
+/// Whether there certainly is none. What cannot be looked at, on a disk that fails say, may be one.
+bool isNoFolder(const std::string& path);
+
 } // namespace morvex::paths

@@ -1,5 +1,6 @@
 #include "foundation/SystemError.h"
 
+#include <cerrno>
 #include <system_error>
 
 namespace morvex {
@@ -11,6 +12,10 @@ std::string SystemError::popis() const {
 int systemCode(const Error& error) {
     const auto* cause = error.as<SystemError>();
     return cause ? cause->code : 0;
+}
+
+bool saysMissing(int code) {
+    return code == ENOENT || code == ENOTDIR || code == ELOOP || code == ENAMETOOLONG || code == EINVAL;
 }
 
 } // namespace morvex

@@ -17,4 +17,8 @@ struct SystemError {
 /// The errno of a `SystemError`; 0 for any other failure.
 int systemCode(const Error& error);
 
+/// Whether an errno of a look at a path tells that nothing is there, or can be at such a path. After any
+/// other something may be.
+bool saysMissing(int code);
+
 } // namespace morvex

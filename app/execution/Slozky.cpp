@@ -13,11 +13,12 @@ namespace {
 constexpr auto bookmarksKey = "slozky.bezpecnostniZalozky";
 constexpr auto pathsKey = "slozky.povolene";
 
-/// The path in its standard form, when there is a folder.
-std::optional<std::string> existingFolder(const std::string& path) {
+/// The path in its standard form, unless the folder is gone. One that cannot be looked at now is not
+/// forgotten for it.
+std::optional<std::string> keptFolder(const std::string& path) {
     if (!path.starts_with('/')) return std::nullopt;
     auto standardized = paths::standardized(path);
-    return paths::isFolder(standardized) ? std::optional(standardized) : std::nullopt;
+    return paths::isNoFolder(standardized) ? std::nullopt : std::optional(standardized);
 }
 
 } // namespace
@@ -89,7 +90,7 @@ void Slozky::priZmene(std::function<void()> zavolat) {
 void Slozky::nacistZalozky() {
     for (auto& zalozka : defaults_.dataList(bookmarksKey).value_or(std::vector<Bytes>())) {
         auto resolved = bookmarks_.resolve(zalozka);
-        auto slozka = resolved ? existingFolder(resolved->path) : std::nullopt;
+        auto slozka = resolved ? keptFolder(resolved->path) : std::nullopt;
         if (!slozka || jePovolena(*slozka)) continue;
         povolene_.push_back(*slozka);
         zacitPristup(*slozka);
@@ -100,7 +101,7 @@ void Slozky::nacistZalozky() {
 
 void Slozky::nacistCesty() {
     for (const auto& cesta : defaults_.texts(pathsKey).value_or(std::vector<std::string>())) {
-        auto slozka = existingFolder(cesta);
+        auto slozka = keptFolder(cesta);
         if (!slozka || jePovolena(*slozka)) continue;
         povolene_.push_back(*slozka);
         vyzadujiObnoveni_.insert(*slozka);

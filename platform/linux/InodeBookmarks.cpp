@@ -44,7 +44,9 @@ std::optional<FolderBookmarks::Resolved> InodeBookmarks::resolve(ByteView bookma
     auto wanted = inode->to_number<std::uint64_t>(error);
     std::string folder(path->as_string());
     auto found = inodeOf(folder);
-    if (error || !found || wanted != *found) return std::nullopt;
+    // A folder that cannot be looked at now may well be the one.
+    const bool mayBeIt = found ? wanted == *found : !saysMissing(systemCode(found.error()));
+    if (error || !mayBeIt) return std::nullopt;
     return Resolved{std::move(folder), false};
 }
 

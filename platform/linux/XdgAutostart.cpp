@@ -2,11 +2,13 @@
 
 #include "foundation/AtomicFile.h"
 #include "foundation/SystemError.h"
+#include "foundation/Uninterrupted.h"
 #include "platform/linux/GLibHandle.h"
 
+#include <cerrno>
 #include <string>
 #include <string_view>
-#include <system_error>
+#include <unistd.h>
 
 namespace morvex {
 
@@ -64,10 +66,9 @@ Result<void> XdgAutostart::enroll() {
 }
 
 Result<void> XdgAutostart::withdraw() {
-    std::error_code error;
-    std::filesystem::remove(entry_, error);
-    if (error) return fail(SystemError{error.value()});
-    return {};
+    if (uninterrupted([&] { return ::unlink(entry_.c_str()); }) == 0 || errno == ENOENT || errno == ENOTDIR)
+        return {};
+    return fail(SystemError{errno});
 }
 
 } // namespace morvex

@@ -21,7 +21,8 @@ class FolderBookmarks {
 
     /// Fails, with the system's words, for what is no folder.
     virtual Result<Bytes> create(const std::string& path) = 0;
-    /// Nothing when the bookmark no longer leads to its folder. Never asks the user.
+    /// Nothing when the bookmark no longer leads to its folder; one whose folder cannot be looked at now
+    /// still does. Never asks the user.
     virtual std::optional<Resolved> resolve(ByteView bookmark) = 0;
 
     /// Access is counted: every `startAccess` that gave true needs one `stopAccess`.
