@@ -45,32 +45,32 @@ class Saving {
     }
 
     /// Every fault of this kind, at each call where it can strike. Gives their number.
-    std::size_t tryAll(Kind kind, int code = 0) const {
+    std::size_t tryAll(Kind kind, int code = 0, FaultTime time = FaultTime::work) const {
         for (std::size_t at = 0;; ++at) {
             SystemFault fault{kind, at, code};
             SCOPED_TRACE(testing::Message() << file_.what << ", " << old_.size() << " bytes, " << fault);
-            if (!expectOldOrNew(fault)) return at;
+            if (!expectOldOrNew(fault, time)) return at;
         }
     }
 
   private:
     using Texts = std::vector<std::string>;
 
-    TracedEnd save(const fs::path& home, SystemFault fault) const {
+    TracedEnd save(const fs::path& home, SystemFault fault, FaultTime time) const {
         file_.lay(home, old_);
-        return runTraced([&] { return file_.change(home, new_); }, fault);
+        return runTraced([&] { return file_.change(home, new_); }, fault, time);
     }
 
     [[nodiscard]] Texts lookAfterwards() const {
         TemporaryFolder home;
-        EXPECT_EQ(save(home.path(), {}).answer, true);
+        EXPECT_EQ(save(home.path(), {}, FaultTime::work).answer, true);
         return file_.look(home.path());
     }
 
     /// Whether the fault struck.
-    bool expectOldOrNew(SystemFault fault) const {
+    bool expectOldOrNew(SystemFault fault, FaultTime time) const {
         TemporaryFolder home;
-        auto end = save(home.path(), fault);
+        auto end = save(home.path(), fault, time);
         auto found = file_.look(home.path());
         if (fault.kind != Kind::killed) EXPECT_TRUE(end.answer.has_value()) << "ended by the fault";
         EXPECT_TRUE(found == before_ || found == after_) << testing::PrintToString(found).substr(0, 1000);
@@ -138,6 +138,14 @@ TEST(SaveFault, ABrokenDiskAtAnyCallLeavesTheOldFileOrTheNewOne) {
 TEST(SaveFault, AnInterruptionOrAShortWriteAtAnyCallIsGotOver) {
     forEachSave("interrupted or cut in half", [](const Saving& saving) {
         return saving.tryAll(Kind::fails, EINTR) + saving.tryAll(Kind::writesHalf);
+    });
+}
+
+TEST(SaveFault, ADiskThatFailsWhileAProgramStartsCostsNothingThatWasSavedBefore) {
+    forEachSave("after a failure at the start", [](const Saving& saving) {
+        return saving.tryAll(Kind::fails, EIO, FaultTime::preparation) +
+               saving.tryAll(Kind::fails, EMFILE, FaultTime::preparation) +
+               saving.tryAll(Kind::diskBroken, EIO, FaultTime::preparation);
     });
 }
 

@@ -17,11 +17,11 @@ namespace morvex {
 struct SavedFile {
     std::string what;
     /// What the user has beforehand, `text` in it.
-    void (*lay)(const std::filesystem::path& home, const std::string& text);
+    std::function<void(const std::filesystem::path& home, const std::string& text)> lay;
     /// Starts the owner of the file; what it gives then saves `text` and tells whether it counts as saved.
-    std::function<bool()> (*change)(const std::filesystem::path& home, const std::string& text);
+    std::function<std::function<bool()>(const std::filesystem::path& home, const std::string& text)> change;
     /// What the user finds at the next start, and every trouble that is told then.
-    std::vector<std::string> (*look)(const std::filesystem::path& home);
+    std::function<std::vector<std::string>(const std::filesystem::path& home)> look;
     /// Those that may stand in the file's folder once another save has worked.
     std::vector<std::string> names;
     /// Bytes of the largest text that the file takes.
@@ -33,8 +33,10 @@ struct SavedFile {
 /// Of all programs and of the system adapters.
 std::vector<SavedFile> savedFiles();
 
-std::vector<SavedFile> filesOfTheCompanion();
+std::vector<SavedFile> filesOfStores();
+std::vector<SavedFile> filesOverDamagedOnes();
 std::vector<SavedFile> filesOfSettings();
+std::vector<SavedFile> filesOfSecrets();
 std::vector<SavedFile> filesOfPhoneAndRelay();
 
 inline void layNothing(const std::filesystem::path&, const std::string&) {}

@@ -1,7 +1,5 @@
 #include "phone/PhoneRecords.h"
 #include "phone/PhoneTasks.h"
-#include "platform/linux/VaultChoice.h"
-#include "platform/linux/VaultRules.h"
 #include "platform/linux/XdgAutostart.h"
 #include "relay/PairStore.h"
 #include "shared/trust/DeviceIdentity.h"
@@ -67,6 +65,10 @@ std::function<bool()> change(const fs::path& home, const std::string& text) {
     return [home, text] { return XdgAutostart(home, "/opt/" + text).enroll().has_value(); };
 }
 
+std::function<bool()> withdraw(const fs::path& home, const std::string& text) {
+    return [home, text] { return XdgAutostart(home, "/opt/" + text).withdraw().has_value(); };
+}
+
 Texts look(const fs::path& home) {
     std::stringstream entry;
     entry << std::ifstream(home / "autostart/morvex.desktop").rdbuf();
@@ -74,28 +76,6 @@ Texts look(const fs::path& home) {
 }
 
 } // namespace autostart
-
-/// A secret that lies in files from a time when there was no choice yet.
-namespace vaultChoice {
-
-constexpr auto service = "služba";
-constexpr auto account = "účet";
-
-void lay(const fs::path& home, const std::string& text) {
-    vyzaduj(FileVault(home).add(service, account, asBytes(text)) == vaultStatus::ok, "no secret");
-}
-
-std::function<bool()> change(const fs::path& home, const std::string& text) {
-    auto vault = std::make_shared<VaultChoice>(home);
-    return [vault, text] { return vault->update(service, account, asBytes(text)) == vaultStatus::ok; };
-}
-
-Texts look(const fs::path& home) {
-    auto [status, bytes] = VaultChoice(home).find(service, account);
-    return {std::to_string(status), std::string(asText(bytes))};
-}
-
-} // namespace vaultChoice
 
 namespace database {
 
@@ -124,9 +104,22 @@ std::function<bool()> create(const fs::path& home, const std::string& text) {
     };
 }
 
+/// What is to be done with a database that can be opened.
+std::function<bool()> changed(const fs::path& home, const std::function<bool(PairStore&)>& change) {
+    auto opened = PairStore::open(fileOf(home));
+    if (!opened) return [] { return false; };
+    auto store = std::make_shared<PairStore>(*std::move(opened));
+    return [store, change] { return change(*store); };
+}
+
 std::function<bool()> join(const fs::path& home, const std::string& text) {
-    auto store = std::make_shared<PairStore>(PairStore::open(fileOf(home)).value());
-    return [store, text] { return store->join(pair, memberOf(text, DeviceRole::phone)).has_value(); };
+    return changed(home, [text](PairStore& store) {
+        return store.join(pair, memberOf(text, DeviceRole::phone)).has_value();
+    });
+}
+
+std::function<bool()> revoke(const fs::path& home, const std::string&) {
+    return changed(home, [](PairStore& store) { return store.revoke(pair, dateFromSeconds(2)).has_value(); });
 }
 
 Texts look(const fs::path& home) {
@@ -135,6 +128,7 @@ Texts look(const fs::path& home) {
     const auto found = store->find(pair);
     if (!found) return {found.error().popis()};
     Texts texts;
+    if (*found && (*found)->isRevoked) texts.emplace_back("revoked");
     if (*found)
         for (const auto& member : (*found)->members) texts.push_back(member.device.rawValue);
     return texts;
@@ -147,6 +141,7 @@ Texts look(const fs::path& home) {
 std::vector<SavedFile> filesOfPhoneAndRelay() {
     return {
         {"a note on the phone", layByChange<phone::note>, phone::note, phone::look, {"records.json"}},
+        {"the first note on the phone", layNothing, phone::note, phone::look, {"records.json"}},
         {"a summary on the phone", layByChange<phone::note>, phone::summarize, phone::look, {"records.json"}},
         {"a task on the phone", layByChange<phone::task>, phone::task, phone::lookForTasks, {"tasks.json"}},
         {"the first task on the phone", layNothing, phone::task, phone::lookForTasks, {"tasks.json"}},
@@ -162,12 +157,12 @@ std::vector<SavedFile> filesOfPhoneAndRelay() {
          autostart::look,
          {"morvex.desktop"},
          autostart::longestPath},
-        {"the choice of the vault",
-         vaultChoice::lay,
-         vaultChoice::change,
-         vaultChoice::look,
-         {"vault-backend", "%C3%BA%C4%8Det"},
-         vaultRules::itemLimit},
+        {"no start at login any more",
+         layByChange<autostart::change>,
+         autostart::withdraw,
+         autostart::look,
+         {"morvex.desktop"},
+         autostart::longestPath},
         {"the first pair of a relay",
          layNothing,
          database::create,
@@ -178,6 +173,13 @@ std::vector<SavedFile> filesOfPhoneAndRelay() {
         {"the second device of a pair",
          layByChange<database::create>,
          database::join,
+         database::look,
+         {"relay.sqlite"},
+         database::longestName,
+         false},
+        {"a revoked pair",
+         layByChange<database::create>,
+         database::revoke,
          database::look,
          {"relay.sqlite"},
          database::longestName,

@@ -19,6 +19,23 @@ namespace {
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
+namespace settings {
+
+std::function<bool()> change(const fs::path& home, const std::string& text) {
+    auto defaults = std::make_shared<JsonDefaults>(JsonDefaults::load(home));
+    return [defaults, text] {
+        defaults->set("text", text);
+        return !defaults->problem();
+    };
+}
+
+Texts look(const fs::path& home) {
+    auto defaults = JsonDefaults::load(home);
+    return {defaults.text("text").value_or("none"), defaults.problem().value_or("")};
+}
+
+} // namespace settings
+
 namespace folders {
 
 constexpr auto bookmarksKey = "slozky.bezpecnostniZalozky";
@@ -122,6 +139,8 @@ Texts look(const fs::path& home) {
 
 std::vector<SavedFile> filesOfSettings() {
     return {
+        {"settings", layByChange<settings::change>, settings::change, settings::look, {"defaults.json"}},
+        {"the first settings", layNothing, settings::change, settings::look, {"defaults.json"}},
         {"a removed folder", folders::lay, folders::remove, folders::look, {"defaults.json"}},
         {"an allowed folder", folders::lay, folders::allow, folders::look, {"defaults.json"}},
         {"the phone's language", language::lay, language::change, language::look, {"defaults.json"}},

@@ -25,9 +25,10 @@ using Kind = SystemFault::Kind;
 constexpr int callStop = SIGTRAP | 0x80;
 constexpr std::uint64_t noCall = ~std::uint64_t{0};
 
-constexpr std::array<long, 9> callsForMemory = {SYS_brk,      SYS_mmap,           SYS_munmap,
-                                                SYS_mprotect, SYS_mremap,         SYS_madvise,
-                                                SYS_futex,    SYS_rt_sigprocmask, SYS_getrandom};
+/// Those of the C library and of sanitizers.
+constexpr auto callsOfTheRuntime = std::to_array<long>(
+    {SYS_brk, SYS_mmap, SYS_munmap, SYS_mprotect, SYS_mremap, SYS_madvise, SYS_futex, SYS_rt_sigprocmask,
+     SYS_sigaltstack, SYS_sched_yield, SYS_getpid, SYS_gettid, SYS_tgkill, SYS_getrandom});
 constexpr std::array<long, 10> callsForRoom = {SYS_write, SYS_pwrite64,  SYS_openat,    SYS_mkdir,
                                                SYS_fsync, SYS_fdatasync, SYS_ftruncate, SYS_rename,
                                                SYS_link,  SYS_renameat2};
@@ -45,9 +46,11 @@ constexpr int exitOfYes = 91;
 constexpr int exitOfNo = 90;
 
 /// An exception ends the child: behind this call wait the tests of the parent.
-[[noreturn]] void runChild(const std::function<std::function<bool()>()>& prepare) noexcept {
-    auto work = prepare();
+[[noreturn]] void runChild(const std::function<std::function<bool()>()>& prepare, FaultTime time) noexcept {
     if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) ::_exit(100);
+    if (time == FaultTime::preparation) ::raise(SIGSTOP);
+    auto work = prepare();
+    // Tells the parent to begin, or that it is over.
     ::raise(SIGSTOP);
     ::_exit(work() ? exitOfYes : exitOfNo);
 }
@@ -74,6 +77,10 @@ class Tracer {
             }
             signal = WSTOPSIG(status) == callStop ? 0 : WSTOPSIG(status);
             if (signal == 0) std::exchange(isInside_, !isInside_) ? leave() : enter();
+            if (signal == SIGSTOP) {
+                isOver_ = true;
+                signal = 0;
+            }
         }
     }
 
@@ -127,7 +134,7 @@ class Tracer {
     }
 
     [[nodiscard]] bool strikes(std::uint64_t call) {
-        if (!isOfSort(call)) return false;
+        if (isOver_ || !isOfSort(call)) return false;
         const auto number = seen_++;
         return isForGood() ? number >= fault_.at : number == fault_.at;
     }
@@ -145,7 +152,7 @@ class Tracer {
             return contains(changingCalls, call) || (call == SYS_openat && isMakingFiles());
         case Kind::fails:
         case Kind::diskBroken:
-            return !contains(callsForMemory, call);
+            return !contains(callsOfTheRuntime, call);
         case Kind::diskFull:
             return contains(callsForRoom, call);
         case Kind::writesHalf:
@@ -190,11 +197,12 @@ class OneProcessor {
 
 } // namespace
 
-TracedEnd runTraced(const std::function<std::function<bool()>()>& prepare, SystemFault fault) {
+TracedEnd runTraced(const std::function<std::function<bool()>()>& prepare, SystemFault fault,
+                    FaultTime time) {
     OneProcessor processor;
     auto child = ::fork();
     vyzaduj(child >= 0, "no child");
-    if (child == 0) runChild(prepare);
+    if (child == 0) runChild(prepare, time);
     return Tracer(child, fault).run();
 }
 

@@ -29,8 +29,12 @@ struct TracedEnd {
     bool struck = false;        ///< whether there was a call for the fault
 };
 
-/// Runs `prepare` in a copy of this process and then, with the fault, the work that it gives. Calls for
-/// memory and locks of threads are no calls on files. Linux on x86-64.
-TracedEnd runTraced(const std::function<std::function<bool()>()>& prepare, SystemFault fault);
+/// Which part of a child meets the fault.
+enum class FaultTime { work, preparation };
+
+/// Runs `prepare` in a copy of this process and then the work that it gives, one of them with the fault.
+/// Calls of the runtime, for memory or locks of threads say, are no calls on files. Linux on x86-64.
+TracedEnd runTraced(const std::function<std::function<bool()>()>& prepare, SystemFault fault,
+                    FaultTime time = FaultTime::work);
 
 } // namespace morvex
