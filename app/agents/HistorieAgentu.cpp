@@ -11,7 +11,9 @@
 #include "shared/wire/PrettyJson.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <functional>
+#include <limits>
 #include <map>
 #include <utility>
 
@@ -327,7 +329,8 @@ UkolAgenta* HistorieAgentu::najdi(const Hledany& hledany) {
 
 void HistorieAgentu::zvysRevizi(UkolAgenta& ukol) const {
     ukol.aktualizovano = services_.clock.now();
-    ++ukol.revize;
+    // A file may hold the highest one. One that began anew would count as delivered.
+    if (ukol.revize < std::numeric_limits<std::uint64_t>::max()) ++ukol.revize;
 }
 
 void HistorieAgentu::ulozit() {

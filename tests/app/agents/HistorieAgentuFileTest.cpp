@@ -171,6 +171,14 @@ TEST_F(HistorieAgentuFileTest, ATaskLeftRunningComesBackInterruptedAndUndelivere
     EXPECT_EQ(historie->ukol(id), ukol) << "once, and saved";
 }
 
+TEST_F(HistorieAgentuFileTest, ATaskLeftRunningUnderTheHighestRevisionKeepsIt) {
+    const std::string highest = "18446744073709551615";
+    write("[" + record(idA, "2", R"(,"stav":"bezi","dorucenaRevize":7,"revize":)" + highest) + "]");
+    load();
+    EXPECT_EQ(std::to_string(historie->polozky().front().revize), highest);
+    EXPECT_EQ(historie->nedorucene(), historie->polozky());
+}
+
 TEST_F(HistorieAgentuFileTest, AnInterruptedTaskKeepsTheEndThatItHas) {
     write("[" + record(idA, "2", R"(,"stav":"bezi","dokonceno":5)") + "]");
     load();
