@@ -1,15 +1,84 @@
-#include "app/personal/NotesArchive.h"
+// The file of the notes, as the store reads it: the store shows what stands there, takes a change of the user
+// and one of the phone, and all of it is there at the next start.
+
+#include "app/personal/PoznamkyStore.h"
 #include "fuzz/RoundTrip.h"
+#include "fuzz/SortNewestFirst.h"
+#include "fuzz/StoreFile.h"
+#include "platform/memory/ManualClock.h"
+#include "platform/memory/ScriptedRandom.h"
 #include "shared/wire/MacPayload.h"
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace morvex;
-    roundTrip<NotesArchive>(data, size);
-    // Every note that was read goes out to the phone, so it must have a form in which it can travel.
-    const auto archive = decode<NotesArchive>(ByteView{data, size});
-    if (!archive) return 0;
-    for (const auto& note : archive->notes.records)
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <vector>
+
+using namespace morvex;
+
+namespace {
+
+using Notes = std::vector<MorvexNote>;
+
+struct World {
+    const StoreFile& file;
+    ManualClock clock{};
+    ScriptedRandom random{};
+
+    PoznamkyStore load() { return PoznamkyStore::load(file.folder(), clock, random); }
+};
+
+void expectHeld(const PoznamkyStore& store, const Notes& expected) {
+    vyzaduj(store.vsechny() == expected, "the store holds other notes");
+    Notes shown;
+    std::ranges::remove_copy_if(expected, std::back_inserter(shown), &std::optional<Date>::has_value,
+                                &MorvexNote::deletedAt);
+    sortNewestFirst(shown, &MorvexNote::updatedAt);
+    vyzaduj(store.notes() == shown, "the store shows other notes");
+    if (shown.empty()) return;
+    const auto found = store.hledat(shown.front().title, 1);
+    vyzaduj(found.size() == 1 && found.front() == shown.front(), "a note is not found by its title");
+}
+
+/// The phone's next version of the first note counts, the one before does not.
+void mergeTheFirst(PoznamkyStore& store, Notes& expected) {
+    auto& first = expected.front();
+    if (first.revision == std::numeric_limits<std::uint64_t>::max()) return;
+    auto older = first;
+    older.body += "?";
+    ++first.revision;
+    first.title += "!";
+    vyzaduj(store.prijmout(first) && store.prijmout(older), "a version of the phone cannot be saved");
+}
+
+/// Every note that was read goes out to the phone, so it must have a form in which it can travel.
+void expectToTravel(const Notes& notes) {
+    for (const auto& note : notes)
         vyzaduj(decode<MacPayload>(encode(MacPayload{MacPayload::NoteUpdate{note}})).has_value(),
                 "a kept note cannot travel");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const StoreFile file("Morvex/notes-from-iphone.json");
+    World world{file};
+    const auto input = asText({data, size});
+    roundTrip<NotesArchive>(data, size);
+    const auto archive = decode<NotesArchive>(input);
+    const bool isReadable = archive && archive->schemaVersion == 1;
+    auto expected = isReadable ? archive->notes.records : Notes{};
+    expectToTravel(expected);
+
+    file.lay(input);
+    auto store = world.load();
+    expectHeld(store, expected);
+    if (!expected.empty()) mergeTheFirst(store, expected);
+    const auto made = store.vytvorit("Nová", "Text");
+    vyzaduj(made && made->title == "Nová" && made->body == "Text" && made->revision == 1, "no new note");
+    expected.push_back(*made);
+    expectHeld(store, expected);
+    expectHeld(world.load(), expected);
+    file.expectAside(input, isReadable ? StoreFile::Read::all : StoreFile::Read::nothing);
     return 0;
 }

@@ -1,7 +1,74 @@
-#include "app/personal/SummariesArchive.h"
+// The file of the summaries, as the store reads it: the store shows what stands there, takes what the phone
+// tells, and all of it is there at the next start.
+
+#include "app/personal/SouhrnyStore.h"
 #include "fuzz/RoundTrip.h"
+#include "fuzz/SortNewestFirst.h"
+#include "fuzz/StoreFile.h"
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+using namespace morvex;
+
+namespace {
+
+using Summaries = std::vector<MorvexSummary>;
+
+void expectHeld(const SouhrnyStore& store, Summaries& expected) {
+    sortNewestFirst(expected, &MorvexSummary::createdAt);
+    vyzaduj(store.summaries() == expected, "the store holds other summaries");
+}
+
+/// The phone's next version of the last summary counts; the same once more with other words does not.
+void mergeTheLast(SouhrnyStore& store, Summaries& expected) {
+    const auto id = expected.back().id;
+    auto& known = *std::ranges::find(expected, id, &MorvexSummary::id);
+    if (known.revision == std::numeric_limits<std::uint64_t>::max()) return;
+    ++known.revision;
+    known.title += "!";
+    auto same = known;
+    same.body += "?";
+    vyzaduj(store.prijmout(known) && store.prijmout(same), "a version of the phone cannot be saved");
+}
+
+/// One that no file names but by intent.
+MorvexSummary news() {
+    MorvexSummary summary;
+    summary.id.bytes.fill(0xA5);
+    summary.title = "Nový";
+    summary.createdAt = dateFromSeconds(1'800'000'000);
+    summary.revision = std::numeric_limits<std::uint64_t>::max();
+    return summary;
+}
+
+void merge(SouhrnyStore& store, Summaries& expected, const MorvexSummary& summary) {
+    vyzaduj(store.prijmout(summary), "a summary cannot be saved");
+    const auto known = std::ranges::find(expected, summary.id, &MorvexSummary::id);
+    if (known == expected.end())
+        expected.push_back(summary);
+    else if (known->revision < summary.revision)
+        *known = summary;
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    morvex::roundTrip<morvex::SummariesArchive>(data, size);
+    static const StoreFile file("Morvex/summaries-from-iphone.json");
+    const auto input = asText({data, size});
+    roundTrip<SummariesArchive>(data, size);
+    const auto archive = decode<SummariesArchive>(input);
+    const bool isReadable = archive && archive->schemaVersion == 1;
+    auto expected = isReadable ? archive->summaries.records : Summaries{};
+
+    file.lay(input);
+    auto store = SouhrnyStore::load(file.folder());
+    expectHeld(store, expected);
+    if (!expected.empty()) mergeTheLast(store, expected);
+    merge(store, expected, news());
+    expectHeld(store, expected);
+    expectHeld(SouhrnyStore::load(file.folder()), expected);
+    file.expectAside(input, isReadable ? StoreFile::Read::all : StoreFile::Read::nothing);
     return 0;
 }

@@ -1,19 +1,112 @@
-#include "app/agents/HistorieAgentu.h"
-#include "fuzz/RoundTrip.h"
-#include "shared/wire/PrettyJson.h"
+// The file of the agents' tasks, as the history reads it: what ran is told as interrupted, the rest stands as
+// it was written, and a change is there at the next start. Every task can be told to the phone.
 
-/// The file of the agents' tasks: what is read is written as a text that gives the same tasks, and every
-/// task can be told to the phone.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace morvex;
-    using Tasks = std::vector<UkolAgenta>;
-    roundTrip<Tasks>(data, size);
-    const auto read = decode<Tasks>(ByteView{data, size});
-    if (!read) return 0;
-    auto json = parseJson(encode(*read));
-    vyzaduj(json.has_value(), "what was written is no JSON");
-    vyzaduj(decode<Tasks>(prettyJson(json->as_array())) == *read, "the lines for people say something else");
-    for (const auto& ukol : *read)
+#include "app/agents/HistorieAgentu.h"
+#include "fuzz/SortNewestFirst.h"
+#include "fuzz/StoreFile.h"
+#include "platform/memory/ManualClock.h"
+#include "platform/memory/ScriptedRandom.h"
+#include "platform/memory/ScriptedUrlOpener.h"
+#include "shared/wire/Json.h"
+
+#include <algorithm>
+#include <limits>
+
+using namespace morvex;
+
+namespace {
+
+using Tasks = std::vector<UkolAgenta>;
+using Stav = UkolAgenta::Stav;
+
+struct World {
+    const StoreFile& file;
+    ManualClock clock{};
+    ScriptedRandom random{};
+    ScriptedUrlOpener opener{};
+
+    std::unique_ptr<HistorieAgentu> start() {
+        return HistorieAgentu::create(file.folder(), {clock, random, opener});
+    }
+};
+
+/// What begins like an option or breaks a line goes, what is plain stays.
+void expectSession(const std::optional<std::string>& written, const std::optional<std::string>& held) {
+    vyzaduj(!held || held == written, "a session that nobody wrote");
+    if (!written) return;
+    const bool isDangerous = written->empty() || written->front() == '-' ||
+                             std::ranges::any_of(*written, [](char each) { return each >= 0 && each < ' '; });
+    const bool isPlain =
+        !written->empty() && written->size() <= 512 && std::ranges::all_of(*written, [](char each) {
+            return (each >= 'a' && each <= 'z') || (each >= '0' && each <= '9');
+        });
+    vyzaduj(!(held ? isDangerous : isPlain), "the wrong sessions are held");
+}
+
+void raise(std::uint64_t& revize) {
+    if (revize < std::numeric_limits<std::uint64_t>::max()) ++revize;
+}
+
+/// What is held after a start over these tasks.
+Tasks atStart(Tasks tasks, Date now) {
+    sortNewestFirst(tasks, &UkolAgenta::zalozeno);
+    if (tasks.size() > 50) tasks.resize(50);
+    for (auto& ukol : tasks) {
+        if (ukol.stav != Stav::bezi) continue;
+        ukol.stav = Stav::preruseno;
+        if (!ukol.dokonceno) ukol.dokonceno = now;
+        ukol.aktualizovano = now;
+        raise(ukol.revize);
+    }
+    return tasks;
+}
+
+void expectHeld(const HistorieAgentu& historie, Tasks&& expected) {
+    const auto& held = historie.polozky();
+    vyzaduj(held.size() == expected.size(), "another number of tasks");
+    for (std::size_t index = 0; index < held.size(); ++index) {
+        expectSession(expected[index].relace, held[index].relace);
+        expected[index].relace = held[index].relace;
+        vyzaduj(held[index] == expected[index], "a task is held as another one");
+    }
+}
+
+/// Gives the first task another name, or begins one where there is none.
+void change(HistorieAgentu& historie) {
+    if (historie.polozky().empty()) {
+        const auto begun = historie.zaloz({{}, {}, "codex", {}, "Pracuj", "/"});
+        return vyzaduj(historie.polozky() == Tasks{begun} && begun.stav == Stav::bezi, "no new task");
+    }
+    auto expected = historie.polozky();
+    auto& first = expected.front();
+    const auto named = historie.prejmenuj({first.workItemID, {}, {}}, "Jiný název");
+    raise(first.revize);
+    first.nazev = "Jiný název";
+    first.aktualizovano = named->aktualizovano;
+    vyzaduj(historie.polozky() == expected, "another change than the wanted one");
+}
+
+void expectToTravel(const Tasks& tasks) {
+    for (const auto& ukol : tasks)
         vyzaduj(decode<WorkItem>(encode(jakoWorkItem(ukol))).has_value(), "a task has no form for the phone");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const StoreFile file("TalkSpan/agent-tasks.json");
+    World world{file};
+    const auto input = asText({data, size});
+    const auto read = decode<Tasks>(input);
+    if (read) expectToTravel(*read);
+
+    file.lay(input);
+    const auto historie = world.start();
+    vyzaduj(historie->potiz().has_value() == !read.has_value(), "a failure is not told, or told without one");
+    expectHeld(*historie, atStart(read.value_or(Tasks{}), world.clock.now()));
+    change(*historie);
+    vyzaduj(!historie->potiz(), "the tasks cannot be saved");
+    expectHeld(*world.start(), atStart(historie->polozky(), world.clock.now()));
+    file.expectAside(input, read ? StoreFile::Read::all : StoreFile::Read::nothing);
     return 0;
 }

@@ -1,0 +1,59 @@
+// The phone's file of the Mac's tasks: what stands there is held, the one that changed last in front; a newer
+// revision counts and an older one does not, also at the next start.
+
+#include "fuzz/RoundTrip.h"
+#include "fuzz/SortNewestFirst.h"
+#include "fuzz/StoreFile.h"
+#include "phone/PhoneTasks.h"
+
+#include <algorithm>
+#include <limits>
+
+using namespace morvex;
+
+namespace {
+
+using Items = std::vector<WorkItem>;
+
+WorkItem news() {
+    WorkItem item;
+    item.id.bytes.fill(0xA5);
+    item.title = "Nový";
+    item.createdAt = item.updatedAt = dateFromSeconds(1'800'000'000);
+    item.revision = 1;
+    return item;
+}
+
+/// The Mac's next revision of the last task, and then the one before.
+void takeTheLast(PhoneTasks& tasks, Items& expected) {
+    auto& last = expected.back();
+    // This program writes no file in which a task stands twice: which of them changes then matters little.
+    if (std::ranges::count(expected, last.id, &WorkItem::id) > 1) return;
+    if (last.revision == std::numeric_limits<std::uint64_t>::max()) return;
+    const auto older = last;
+    ++last.revision;
+    last.title += "!";
+    vyzaduj(tasks.take(last).has_value() && tasks.take(older).has_value(), "a task cannot be saved");
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const StoreFile file("tasks.json");
+    const auto input = asText({data, size});
+    roundTrip<Items>(data, size);
+    const auto read = decode<Items>(input);
+    auto expected = read.value_or(Items{});
+    sortNewestFirst(expected, &WorkItem::updatedAt);
+
+    file.lay(input);
+    auto tasks = PhoneTasks::load(file.folder());
+    vyzaduj(tasks.items() == expected, "other tasks are held");
+    if (expected.empty()) expected.push_back(news());
+    vyzaduj(!tasks.items().empty() || tasks.take(news()).has_value(), "a task cannot be saved");
+    takeTheLast(tasks, expected);
+    vyzaduj(tasks.items() == expected, "another task is held than the one that was told");
+    vyzaduj(PhoneTasks::load(file.folder()).items() == expected, "the next start finds other tasks");
+    file.expectAside(input, read ? StoreFile::Read::all : StoreFile::Read::nothing);
+    return 0;
+}
