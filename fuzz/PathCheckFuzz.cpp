@@ -1,14 +1,15 @@
-#include "app/execution/SouboryChyba.h"
-#include "fuzz/TreeWithSecrets.h"
+#include "fuzz/PathJudge.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
-/// The path of a file tool, in a real tree.
+/// The path of a file tool, in a real tree: what lies inside passes and is all that can be read and written,
+/// the rest is refused for its cause.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
     static const TreeWithSecrets tree;
+    static const PathJudge judge(tree);
     static const auto slozky = tree.allowed();
     // Text in front of the first line break names the folder.
     const auto text = asText({data, size});
@@ -16,9 +17,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string slozka(text.substr(0, lineEnd));
     const auto path = tree.placed(std::string(text.substr(std::min(lineEnd + 1, text.size()))));
 
-    if (auto checked = overCestu(path, slozka, slozky))
-        tree.expectHarmless(*checked);
-    else
-        vyzaduj(checked.error().as<SouboryChyba>() != nullptr, "a failure without a sentence");
+    const auto expected = judge.verdict(path, slozka);
+    const auto checked = overCestu(path, slozka, slozky);
+    const auto actual =
+        checked ? PathVerdict{PathVerdict::passes, checked->cesta} : PathVerdict::of(checked.error());
+    vyzaduj(!expected || actual == *expected, "another verdict than the rules give");
+    if (!checked) return 0;
+    tree.expectHarmless(*checked);
+    tree.expectHarmlessWriting(*checked);
     return 0;
 }

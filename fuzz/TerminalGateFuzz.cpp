@@ -1,11 +1,14 @@
-#include "app/execution/SouboryChyba.h"
+// A command of an assistant. The first line is the program and, behind a tab, the name of the folder; every
+// further line is an argument. What the gates must say is found once more here, and compared.
+
 #include "app/execution/TerminalChyba.h"
 #include "app/execution/TerminalGate.h"
-#include "fuzz/TreeWithSecrets.h"
+#include "fuzz/PathJudge.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <optional>
 #include <set>
 #include <string>
@@ -15,6 +18,7 @@ namespace {
 
 using namespace morvex;
 using Words = std::set<std::string, std::less<>>;
+using Refusal = std::optional<decltype(TerminalChyba::pripad)>;
 
 // What may run and what may not, written down once more, so that a change of the gate is noticed here.
 const Words programs = {"ls",   "cat", "head", "tail",  "wc",   "file",    "stat",       "grep", "rg",
@@ -26,68 +30,111 @@ const Words changing = {"install", "uninstall", "publish", "update",   "upgrade"
 const Words readingOfGit = {"status", "log",      "diff",  "show",     "branch",   "remote",
                             "config", "describe", "blame", "shortlog", "ls-files", "rev-parse"};
 
-bool isForbidden(const std::string& argument) {
-    return argument == "-exec" || argument == "-execdir" || argument == "-delete" ||
-           argument.starts_with("--upload-pack") || argument.starts_with("--receive-pack");
-}
+struct Command {
+    std::string program;
+    std::optional<std::string> slozka;
+    std::vector<std::string> arguments;
+};
 
-/// The first argument that is no option, as a program sees it that does not care for the case.
-std::optional<std::string> subcommand(const std::vector<std::string>& arguments) {
-    for (auto argument : arguments) {
-        if (argument.starts_with('-')) continue;
-        for (auto& letter : argument)
-            if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-        return argument;
-    }
-    return std::nullopt;
-}
-
-std::vector<std::string> lines(std::string_view text) {
+std::vector<std::string> split(std::string_view text, char separator) {
     std::vector<std::string> all;
     for (;;) {
-        auto end = text.find('\n');
+        auto end = text.find(separator);
         all.emplace_back(text.substr(0, end));
         if (end == std::string_view::npos) return all;
         text.remove_prefix(end + 1);
     }
 }
 
-void judgeProgram(const std::string& program, const std::vector<std::string>& arguments) {
-    const auto name = TerminalGate::povolenyProgram(program, arguments);
-    if (!name) return vyzaduj(name.error().as<TerminalChyba>() != nullptr, "a refusal without a sentence");
-    vyzaduj(programs.contains(*name) && program.contains(*name), "a program that is not allowed");
-    vyzaduj(std::ranges::none_of(arguments, isForbidden), "a forbidden argument passed");
-    const auto word = subcommand(arguments);
-    if (!word) return;
-    vyzaduj(!changing.contains(*word), "a changing word passed");
-    vyzaduj(*name != "git" || readingOfGit.contains(*word), "a subcommand of git passed that may change");
+Command commandOf(std::string_view input, const TreeWithSecrets& tree) {
+    auto lines = split(input, '\n');
+    auto first = split(lines.front(), '\t');
+    Command command{first.front(), {}, {lines.begin() + 1, lines.end()}};
+    if (first.size() > 1) command.slozka = first[1];
+    for (auto& argument : command.arguments) argument = tree.placed(std::move(argument));
+    return command;
 }
 
-void judgePaths(const std::vector<std::string>& arguments, const TreeWithSecrets& tree) {
-    static const auto slozky = tree.allowed();
-    const auto passed = TerminalGate::overCesty(arguments, slozky);
-    if (!passed) return vyzaduj(passed.error().as<SouboryChyba>() != nullptr, "a refusal without a sentence");
-    for (const auto& argument : arguments) {
-        vyzaduj(TerminalGate::jeCesta(argument) ==
-                    (!argument.empty() && (argument[0] == '/' || argument[0] == '~')),
-                "a path that is taken for none");
-        if (!TerminalGate::jeCesta(argument)) continue;
-        const auto checked = overCestu(argument, std::nullopt, slozky);
-        vyzaduj(checked.has_value(), "an unchecked path passed");
-        tree.expectHarmless(*checked);
+std::string lastComponent(std::string path) {
+    while (path.size() > 1 && path.ends_with('/')) path.pop_back();
+    return path == "/" ? path : repairUtf8(std::filesystem::path(path).filename().string());
+}
+
+/// A word that the user must say is the first argument that is no option.
+std::optional<std::string> wordForTheUser(const std::string& name, const Command& command) {
+    for (const auto& argument : command.arguments) {
+        if (argument.starts_with('-')) continue;
+        auto word = lowerCase(argument);
+        const bool reads = name == "git" ? readingOfGit.contains(word) : !changing.contains(word);
+        return reads ? std::nullopt : std::optional(std::move(word));
     }
+    return std::nullopt;
+}
+
+std::optional<std::string> suspicion(const Command& command) {
+    for (const auto& argument : command.arguments) {
+        if (argument == "-exec" || argument == "-execdir" || argument == "-delete")
+            return "obsahuje " + argument + ", což umí spustit cokoli dalšího";
+        if (argument.starts_with("--upload-pack") || argument.starts_with("--receive-pack"))
+            return "obsahuje " + argument;
+    }
+    return std::nullopt;
+}
+
+/// By the first of the gates that refuses the program.
+Refusal refusalOf(const std::string& name, const Command& command) {
+    if (!programs.contains(name)) return TerminalChyba::ZakazanyProgram{name};
+    if (const auto word = wordForTheUser(name, command))
+        return TerminalChyba::VyzadujePotvrzeni{name + " " + *word};
+    if (const auto reason = suspicion(command)) return TerminalChyba::PodezreleArgumenty{*reason};
+    return std::nullopt;
+}
+
+void expectRefusal(const Error& error, const Refusal& expected) {
+    const auto* refusal = error.as<TerminalChyba>();
+    vyzaduj(refusal && expected && refusal->pripad == *expected, "another refusal than the rules give");
+}
+
+void judgeProgram(const Command& command) {
+    const auto name = lastComponent(command.program);
+    const auto expected = refusalOf(name, command);
+    const auto allowed = TerminalGate::povolenyProgram(command.program, command.arguments);
+    if (!allowed) return expectRefusal(allowed.error(), expected);
+    vyzaduj(!expected && *allowed == name, "a command passed");
+}
+
+void judgeFolder(const Command& command, const PathJudge& judge, const PovoleneSlozky& slozky) {
+    const auto expected = judge.folderNamed(command.slozka.value_or(""));
+    const auto folder = TerminalGate::pracovniSlozka(command.slozka, slozky);
+    if (!folder && !expected)
+        return expectRefusal(folder.error(),
+                             TerminalChyba::MimoPovolene{command.slozka.value_or("(neurčena)")});
+    vyzaduj(folder && expected && *folder == *expected, "another working folder than the named one");
+}
+
+void judgePaths(const Command& command, const PathJudge& judge, const PovoleneSlozky& slozky) {
+    const auto passed = TerminalGate::overCesty(command.arguments, slozky);
+    for (const auto& argument : command.arguments) {
+        if (!argument.starts_with('/') && !argument.starts_with('~')) continue;
+        const auto expected = judge.verdict(argument, "");
+        // Over a link that leads nowhere the path check has its own target.
+        if (!expected) return;
+        if (expected->kind == PathVerdict::passes) continue;
+        return vyzaduj(!passed && PathVerdict::of(passed.error()) == *expected,
+                       "another refusal of a path than the rules give");
+    }
+    vyzaduj(passed.has_value(), "paths inside are refused");
 }
 
 } // namespace
 
-/// A command of an assistant: the first line is the program, every further one an argument.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const TreeWithSecrets tree;
-    auto arguments = lines(asText({data, size}));
-    const auto program = arguments.front();
-    arguments.erase(arguments.begin());
-    for (auto& argument : arguments) argument = tree.placed(std::move(argument));
-    judgeProgram(program, arguments);
-    judgePaths(arguments, tree);
+    static const PathJudge judge(tree);
+    static const auto slozky = tree.allowed();
+    const auto command = commandOf(asText({data, size}), tree);
+    judgeProgram(command);
+    judgeFolder(command, judge, slozky);
+    judgePaths(command, judge, slozky);
     return 0;
 }

@@ -9,21 +9,42 @@
 #include "shared/base/Bytes.h"
 #include "shared/base/Require.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
+#include <string_view>
+#include <sys/stat.h>
+#include <vector>
 
 namespace morvex {
 
-/// An allowed folder full of ways out, with a secret behind each.
+/// Two allowed folders full of ways out, with a secret behind each.
 class TreeWithSecrets {
   public:
+    /// Where credentials lie, written down once more, so that a change of the check is noticed here.
+    static constexpr std::array<std::string_view, 12> forbidden = {"/Library/Keychains",
+                                                                   "/.ssh",
+                                                                   "/.aws",
+                                                                   "/.gnupg",
+                                                                   "/.config/gh",
+                                                                   "/.docker/config.json",
+                                                                   "/.netrc",
+                                                                   "/.npmrc",
+                                                                   "/.pypirc",
+                                                                   "/.kube",
+                                                                   "/Morvex/vault",
+                                                                   "/.local/share/keyrings"};
+
     TreeWithSecrets() {
         standard_.homeFolder = path("home");
+        standard_.desktopFolder = path("home/Desktop");
         file("home/Projects/a/file", "inside");
-        file("home/Projects/.ssh/key", "secret");
-        file("home/ProjectsOld/a", "secret");
-        file("outside/a/file", "secret");
+        file("home/Desktop/note", "inside");
+        for (const auto fragment : forbidden) secret("home/Projects" + std::string(fragment) + "/key");
+        secret("home/ProjectsOld/a");
+        secret("outside/a/file");
         link("home/Projects/b", "a");
         link("home/Projects/o", path("outside"));
         link("home/Projects/u", "../../outside");
@@ -32,10 +53,12 @@ class TreeWithSecrets {
         link("home/Projects/k", ".ssh");
         link("home/Projects/l", "l");
         link("home/Projects/r", "/proc/self/root");
+        link("home/Desktop/p", "../Projects");
         link("outside/back", path("home/Projects"));
+        for (const auto& place : secrets_) statuses_.push_back(statusOf(place));
     }
 
-    [[nodiscard]] std::string path(const char* name) const { return (folder_.path() / name).string(); }
+    [[nodiscard]] std::string path(const std::string& name) const { return (folder_.path() / name).string(); }
 
     /// What an input says about this tree: @ in front stands for its place.
     [[nodiscard]] std::string placed(std::string text) const {
@@ -43,36 +66,80 @@ class TreeWithSecrets {
         return text;
     }
 
-    [[nodiscard]] PovoleneSlozky allowed() const { return {{path("home/Projects")}, standard_}; }
+    [[nodiscard]] std::vector<std::string> folders() const {
+        return {path("home/Projects"), path("home/Desktop")};
+    }
+
+    [[nodiscard]] PovoleneSlozky allowed() const { return {folders(), standard_}; }
 
     /// A path that passed lies inside, and what is read there is no secret.
     void expectHarmless(const OverenaCesta& checked) const {
-        const auto allowed = path("home/Projects");
-        vyzaduj(checked.slozka == allowed, "another folder than the allowed one");
-        vyzaduj(checked.cesta == allowed || checked.cesta.starts_with(allowed + "/"), "a path outside");
-        vyzaduj(!checked.cesta.contains("/.ssh") && !checked.cesta.contains('\0'), "a forbidden path");
+        vyzaduj(std::ranges::count(folders(), checked.slozka) == 1, "another folder than an allowed one");
+        vyzaduj(checked.cesta == checked.slozka || checked.cesta.starts_with(checked.slozka + "/"),
+                "a path outside");
+        vyzaduj(!checked.cesta.contains('\0'), "a path that the system cuts");
+        for (const auto fragment : forbidden) vyzaduj(!checked.cesta.contains(fragment), "a forbidden path");
         vyzaduj(paths::resolved(checked.cesta) == checked.cesta, "a link was left");
         if (char* real = ::realpath(checked.cesta.c_str(), nullptr)) {
             vyzaduj(checked.cesta == real, "the system resolves it otherwise");
             std::free(real);
         }
-        auto folder = BeneathFolder::open(checked.slozka);
-        auto opened = folder ? folder->openFile(checked.odSlozky()) : std::unexpected(folder.error());
+        auto opened = BeneathFolder::open(checked.slozka)->openFile(checked.odSlozky());
         if (opened) vyzaduj(asText(*readUpTo(opened->get(), 100)) == "inside", "a secret was read");
     }
 
+    /// What is written at a path that passed lies there and nowhere else, and replaces nothing. It is taken
+    /// away again.
+    void expectHarmlessWriting(const OverenaCesta& checked) const {
+        auto above = std::filesystem::path(checked.cesta);
+        auto made = above;
+        std::error_code ignored;
+        for (; !std::filesystem::exists(above, ignored); above = above.parent_path()) made = above;
+        const bool isThere = above == checked.cesta;
+        const bool canBe = !isThere && std::filesystem::is_directory(above);
+
+        const auto written =
+            BeneathFolder::open(checked.slozka)->writeNew(checked.odSlozky(), asBytes("inside"));
+        vyzaduj(written.has_value() == canBe, "what can be written is what is not there");
+        for (std::size_t index = 0; index < secrets_.size(); ++index)
+            vyzaduj(isSame(statusOf(secrets_[index]), statuses_[index]), "a secret was written");
+        if (!written) return;
+        vyzaduj(std::filesystem::file_size(checked.cesta) == 6, "nothing was written");
+        std::filesystem::remove_all(made);
+    }
+
   private:
-    void file(const char* name, std::string_view content) const {
+    void file(const std::string& name, std::string_view content) const {
         std::filesystem::create_directories((folder_.path() / name).parent_path());
-        folder_.write(name, content);
+        folder_.write(name.c_str(), content);
+    }
+
+    /// A file that nobody may read, in a folder into which nobody may write.
+    void secret(const std::string& name) {
+        file(name, "secret");
+        secrets_.push_back(folder_.path() / name);
+        secrets_.push_back(secrets_.back().parent_path());
     }
 
     void link(const char* name, const std::string& target) const {
         std::filesystem::create_symlink(target, folder_.path() / name);
     }
 
+    static struct stat statusOf(const std::filesystem::path& place) {
+        struct stat status{};
+        vyzaduj(::stat(place.c_str(), &status) == 0, "a secret is gone");
+        return status;
+    }
+
+    static bool isSame(const struct stat& left, const struct stat& right) {
+        return left.st_size == right.st_size && left.st_mtim.tv_sec == right.st_mtim.tv_sec &&
+               left.st_mtim.tv_nsec == right.st_mtim.tv_nsec;
+    }
+
     MemoryFolder folder_;
     FixedFolders standard_;
+    std::vector<std::filesystem::path> secrets_;
+    std::vector<struct stat> statuses_;
 };
 
 } // namespace morvex
