@@ -40,6 +40,9 @@ class LaidTree {
     /// The text with "$" as the root of the tree.
     [[nodiscard]] std::string rooted(std::string_view text) const;
 
+    /// From now on this is told to the tools beside the path, as it stands.
+    void tellFolder(std::string folder) { folder_ = std::move(folder); }
+
     struct Read {
         Answer answer;
         std::string content;

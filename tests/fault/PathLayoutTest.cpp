@@ -25,6 +25,14 @@ class PathLayoutTest : public testing::Test {
         return {layout.tree, layout.allowed, layout.folder, ""};
     }
 
+    /// Those whose names contain the query, which is in plain letters.
+    static std::vector<std::string> matching(std::vector<std::string> found, const std::string& query) {
+        std::erase_if(found, [&query](const std::string& path) {
+            return !lowerCase(path.substr(path.rfind('/') + 1)).contains(lowerCase(query));
+        });
+        return found;
+    }
+
     /// Runs the check on a fresh tree of every layout that differs from those before, and says how many there
     /// were.
     void forEachLayout(const std::string& tool, Differences (*differences)(const PathLayout&),
@@ -36,6 +44,7 @@ class PathLayoutTest : public testing::Test {
             LaidTree tree(layout.tree, layout.allowed, layout.folder);
             check(layout, tree);
         }
+        EXPECT_GE(tried.size(), 60U);
         tell("Path check, " + tool, tried.size(), "all as wanted");
     }
 };
@@ -73,7 +82,11 @@ TEST_F(PathLayoutTest, SearchingFindsTheFilesInsideByTheirOwnNames) {
         auto before = tree.snapshot();
         auto found = tree.search("");
         ASSERT_EQ(found.has_value(), layout.found.has_value());
-        if (found) EXPECT_EQ(join(*found, ", "), *layout.found);
+        if (found) {
+            EXPECT_EQ(join(*found, ", "), *layout.found);
+            for (const std::string query : {"e", "FILE", "secret"})
+                EXPECT_EQ(tree.search(query), matching(*found, query)) << query;
+        }
         EXPECT_EQ(tree.snapshot(), before);
     });
 }

@@ -1,5 +1,6 @@
 #include "app/execution/BeneathFolder.h"
 #include "app/execution/FileSearch.h"
+#include "app/execution/OverenaCesta.h"
 #include "app/execution/SouboryBridge.h"
 #include "platform/memory/ManualExecutor.h"
 #include "tests/app/execution/FileTree.h"
@@ -20,36 +21,42 @@
 namespace morvex {
 namespace {
 
-constexpr std::size_t kindsOfRaces = 15;
+/// Those that exchange links and folders; two more are no exchange, or one of files.
+constexpr std::size_t kindsOfRaces = 13;
 
-/// Of each kind of race; a million in all.
+/// Of each kind; a million in all.
 std::size_t attempts() {
     return cases(200, 1'000'000 / kindsOfRaces + 1);
 }
+
+/// What became of an attempt.
+enum class Outcome {
+    refusedByCheck,
+    refusedInUse, ///< the check had passed
+    foundNothing, ///< of a search, which does not tell what it passed over
+    through,
+};
 
 /// Exchanges two entries of a tree as fast as it can, for as long as it lives. Where the right one does not
 /// exist, the left one goes there and comes back, unless its name was taken meanwhile.
 class Swapper {
   public:
     Swapper(std::string left, std::string right)
-        : thread_([this, left = std::move(left), right = std::move(right)] {
-              const bool isExchange = ::access(right.c_str(), F_OK) == 0;
-              const auto* from = left.c_str();
-              const auto* to = right.c_str();
-              while (!done_ && error_ == 0) {
-                  const unsigned how = isExchange ? RENAME_EXCHANGE : RENAME_NOREPLACE;
-                  if (::renameat2(AT_FDCWD, from, AT_FDCWD, to, how) == 0) {
-                      ++swaps_;
-                      if (!isExchange) std::swap(from, to);
-                  } else if (isExchange || errno != EEXIST) {
-                      error_ = errno;
-                  }
-              }
+        : left_(std::move(left)),
+          right_(std::move(right)),
+          isExchange_(::access(right_.c_str(), F_OK) == 0),
+          thread_([this] {
+              while (!done_ && error_ == 0) isExchange_ ? exchange() : comeOrGo();
           }) {
         while (swaps_ == 0 && error_ == 0) std::this_thread::yield();
     }
 
     ~Swapper() { stop(); }
+
+    /// One more, on the thread of the caller.
+    void exchange() {
+        if (!rename(left_, right_, RENAME_EXCHANGE)) error_ = errno;
+    }
 
     [[nodiscard]] std::size_t swaps() const { return swaps_; }
 
@@ -62,6 +69,21 @@ class Swapper {
     }
 
   private:
+    void comeOrGo() {
+        if (!rename(left_, right_, RENAME_NOREPLACE) && !rename(right_, left_, RENAME_NOREPLACE) &&
+            errno != EEXIST)
+            error_ = errno;
+    }
+
+    bool rename(const std::string& from, const std::string& to, unsigned how) {
+        const bool isDone = ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), how) == 0;
+        if (isDone) ++swaps_;
+        return isDone;
+    }
+
+    std::string left_;
+    std::string right_;
+    bool isExchange_;
     std::atomic<bool> done_ = false;
     std::atomic<std::size_t> swaps_ = 0;
     std::atomic<int> error_ = 0;
@@ -70,11 +92,12 @@ class Swapper {
 
 class SwapRaceTest : public testing::Test {
   protected:
-    /// Tries this while two entries are exchanged, until so many attempts met at least one exchange, and says
-    /// how often it got through.
-    template <class Try> void race(const std::string& left, const std::string& right, Try attempt) {
+    /// Tries this while two entries are exchanged, until so many attempts that passed the check met at least
+    /// one exchange, and says how often one was refused in its use.
+    template <class Try> std::size_t race(const std::string& left, const std::string& right, Try attempt) {
         Swapper swapper(tree.path(left), tree.path(right));
         std::size_t through = 0;
+        std::size_t refused = 0;
         std::size_t raced = 0;
         std::size_t tried = 0;
         // While others use the computer, few attempts meet an exchange.
@@ -82,10 +105,13 @@ class SwapRaceTest : public testing::Test {
         auto isDone = [&] { return raced >= attempts() && through > 0; };
         for (; !isDone() && swapper.error() == 0 && tried < most; ++tried) {
             const auto before = swapper.swaps();
-            if (attempt(tried)) ++through;
-            if (swapper.swaps() != before) ++raced;
-            // On a busy computer the other thread may wait for long.
-            if (tried % 100 == 0) std::this_thread::yield();
+            const Outcome outcome = attempt(tried, swapper);
+            if (outcome == Outcome::through) ++through;
+            if (outcome == Outcome::refusedInUse) ++refused;
+            if (swapper.swaps() == before)
+                std::this_thread::yield(); // on a busy computer the other thread may wait for long
+            else if (outcome != Outcome::refusedByCheck)
+                ++raced;
         }
         swapper.stop();
         EXPECT_EQ(swapper.error(), 0) << "the entries could not be exchanged";
@@ -93,32 +119,69 @@ class SwapRaceTest : public testing::Test {
         EXPECT_GT(through, 0U);
         tell("Race: " + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()), raced,
              "of " + std::to_string(tried) + " attempts, " + std::to_string(through) +
-                 " got through inside, " + std::to_string(swapper.swaps()) + " exchanges, " +
-                 "nothing outside was touched");
+                 " got through inside, " + std::to_string(refused) + " were refused after the check, " +
+                 std::to_string(swapper.swaps()) + " exchanges, nothing outside was touched");
+        return refused;
+    }
+
+    /// A refusal of the tool; one for another reason than the path comes from the use.
+    static Outcome refusal(const Error& error) {
+        const auto* chyba = error.as<SouboryChyba>();
+        return chyba && std::holds_alternative<SouboryChyba::Selhalo>(chyba->pripad)
+                   ? Outcome::refusedInUse
+                   : Outcome::refusedByCheck;
+    }
+
+    /// What the tools do, with an exchange in the midst. An allowed folder may lie behind a link, when it
+    /// does so as its path is checked; one that comes to lie behind one later is not opened.
+    template <class Use>
+    void raceOfAllowed(const std::string& left, const std::string& right, const std::string& allowed,
+                       Use use) {
+        const auto refused = race(left, right, [&](std::size_t i, Swapper& swapper) {
+            const auto checked = overCestu("file", {}, tree.allowed({allowed}));
+            swapper.exchange();
+            if (i % 2 == 0) swapper.exchange();
+            if (!checked || checked->slozka != tree.path(allowed)) return Outcome::refusedByCheck;
+            auto folder = BeneathFolder::open(checked->slozka);
+            return folder && use(*folder) ? Outcome::through : Outcome::refusedInUse;
+        });
+        EXPECT_GT(refused, 0U);
+    }
+
+    /// Few attempts can be without one: the tool takes a moment between check and use only.
+    static void expectRefusals(std::size_t refused) {
+        if (isLongRun()) EXPECT_GT(refused, 0U);
     }
 
     /// Nothing but "inside" may ever be read from this path.
-    void raceReading(const std::string& path, const std::string& left, const std::string& right) {
-        race(left, right, [&](std::size_t) {
+    std::size_t raceReading(const std::string& path, const std::string& left, const std::string& right) {
+        return race(left, right, [&](std::size_t, Swapper&) {
             auto result = executor.run(soubory.precti(path, {}, tree.allowed())).value();
-            if (result) EXPECT_EQ(*result, "inside");
-            return result.has_value();
+            if (!result) return refusal(result.error());
+            EXPECT_EQ(*result, "inside");
+            return Outcome::through;
+        });
+    }
+
+    void raceReadingOf(const std::string& left, const std::string& right, const std::string& allowed) {
+        raceOfAllowed(left, right, allowed, [](const BeneathFolder& folder) {
+            auto file = folder.openFile("file");
+            if (file) EXPECT_EQ(asText(*readUpTo(file->get(), 100)), "inside");
+            return file.has_value();
         });
     }
 
     /// The tool is asked, and nothing but "file" may ever be found.
     void raceSearching(const std::string& left, const std::string& right) {
-        race(left, right, [&](std::size_t) {
-            return expectFilesAlone(executor.run(soubory.hledej({}, {}, 50, tree.allowed(), {})).value());
+        race(left, right, [&](std::size_t, Swapper&) {
+            const auto found = executor.run(soubory.hledej({}, {}, 50, tree.allowed(), {})).value();
+            return expectFilesAlone(found) ? Outcome::through : Outcome::foundNothing;
         });
     }
 
-    /// The same of an allowed folder whose path was resolved before: one that comes to lie behind a link
-    /// later is not opened.
     void raceSearchingOf(const std::string& left, const std::string& right, const std::string& allowed) {
-        race(left, right, [&](std::size_t) {
-            auto folder = BeneathFolder::open(tree.path(allowed));
-            return folder && expectFilesAlone(FileSearch("", {.found = 50}).run(*folder, {}));
+        raceOfAllowed(left, right, allowed, [](const BeneathFolder& folder) {
+            return expectFilesAlone(FileSearch("", {.found = 50}).run(folder, {}));
         });
     }
 
@@ -129,12 +192,11 @@ class SwapRaceTest : public testing::Test {
         return !found->empty();
     }
 
-    /// Likewise for writing. `inside` is the folder while all is well, whose name may lead elsewhere.
-    void raceWriting(const std::string& left, const std::string& right, const std::string& allowed,
-                     const FileDescriptor& inside) {
-        race(left, right, [&](std::size_t) {
-            auto folder = BeneathFolder::open(tree.path(allowed));
-            const bool isWritten = folder && folder->writeNew("new", asBytes("x"));
+    /// `inside` is the folder while all is well, whose name may lead elsewhere.
+    void raceWritingOf(const std::string& left, const std::string& right, const std::string& allowed,
+                       const FileDescriptor& inside) {
+        raceOfAllowed(left, right, allowed, [&](const BeneathFolder& folder) {
+            const bool isWritten = folder.writeNew("new", asBytes("x")).has_value();
             // Taken away again, so that the next attempt has to make it.
             if (isWritten) ::unlinkat(inside.get(), "new", 0);
             return isWritten;
@@ -154,7 +216,7 @@ TEST_F(SwapRaceTest, AFileSwappedForALinkIsNeverReadFromOutside) {
     tree.file("outside/secret", "secret");
     tree.file("home/Projects/file", "inside");
     tree.link("home/Projects/link", tree.path("outside/secret"));
-    raceReading("file", "home/Projects/file", "home/Projects/link");
+    expectRefusals(raceReading("file", "home/Projects/file", "home/Projects/link"));
 }
 
 TEST_F(SwapRaceTest, ALinkSwappedForALinkIsNeverReadFromOutside) {
@@ -169,33 +231,21 @@ TEST_F(SwapRaceTest, AFolderSwappedForALinkIsNeverReadFromOutside) {
     tree.file("outside/deep/file", "secret");
     tree.file("home/Projects/folder/deep/file", "inside");
     tree.link("home/Projects/link", tree.path("outside"));
-    raceReading("folder/deep/file", "home/Projects/folder", "home/Projects/link");
+    expectRefusals(raceReading("folder/deep/file", "home/Projects/folder", "home/Projects/link"));
 }
 
 TEST_F(SwapRaceTest, AFolderAboveTheAllowedOneSwappedForALinkIsNeverReadFromOutside) {
     tree.file("outside/Projects/file", "secret");
     tree.file("home/Projects/file", "inside");
     tree.link("link", tree.path("outside"));
-    // An allowed folder may lie behind a link, when it does so as its path is resolved. One that comes to lie
-    // behind one later is not opened.
-    race("home", "link", [this](std::size_t) {
-        auto folder = BeneathFolder::open(tree.path("home/Projects"));
-        auto file = folder ? folder->openFile("file") : std::unexpected(folder.error());
-        if (file) EXPECT_EQ(asText(*readUpTo(file->get(), 100)), "inside");
-        return file.has_value();
-    });
+    raceReadingOf("home", "link", "home/Projects");
 }
 
 TEST_F(SwapRaceTest, AnAllowedFolderSwappedForALinkIsNeverReadFromOutside) {
     tree.file("outside/file", "secret");
     tree.file("home/Projects/inner/file", "inside");
     tree.link("home/Projects/link", tree.path("outside"));
-    race("home/Projects/inner", "home/Projects/link", [this](std::size_t) {
-        auto folder = BeneathFolder::open(tree.path("home/Projects/inner"));
-        auto file = folder ? folder->openFile("file") : std::unexpected(folder.error());
-        if (file) EXPECT_EQ(asText(*readUpTo(file->get(), 100)), "inside");
-        return file.has_value();
-    });
+    raceReadingOf("home/Projects/inner", "home/Projects/link", "home/Projects/inner");
 }
 
 TEST_F(SwapRaceTest, AFileSwappedForAPipeNeverBlocks) {
@@ -207,15 +257,17 @@ TEST_F(SwapRaceTest, AFileSwappedForAPipeNeverBlocks) {
 TEST_F(SwapRaceTest, AFolderSwappedForALinkIsNeverWrittenThrough) {
     const auto folder = opened("home/Projects/folder");
     tree.link("home/Projects/link", tree.path("outside"));
-    race("home/Projects/folder", "home/Projects/link", [&](std::size_t i) {
+    const auto refused = race("home/Projects/folder", "home/Projects/link", [&](std::size_t i, Swapper&) {
         auto name = std::to_string(i % 2) + "/file";
         auto written = executor.run(soubory.zapis("folder/" + name, "x", {}, tree.allowed())).value();
         // Taken away again, and its folder now and then, so that the next attempt has to make them.
         ::unlinkat(folder.get(), name.c_str(), 0);
         if (i % 5 == 0) ::unlinkat(folder.get(), std::to_string(i % 2).c_str(), AT_REMOVEDIR);
-        if (written) EXPECT_EQ(*written, "file");
-        return written.has_value();
+        if (!written) return refusal(written.error());
+        EXPECT_EQ(*written, "file");
+        return Outcome::through;
     });
+    expectRefusals(refused);
     EXPECT_TRUE(std::filesystem::is_empty(tree.path("outside")));
 }
 
@@ -223,24 +275,25 @@ TEST_F(SwapRaceTest, AFolderAboveTheAllowedOneSwappedForALinkIsNeverWrittenThrou
     tree.folder("outside/Projects");
     const auto inside = opened("home/Projects");
     tree.link("link", tree.path("outside"));
-    raceWriting("home", "link", "home/Projects", inside);
+    raceWritingOf("home", "link", "home/Projects", inside);
     EXPECT_TRUE(std::filesystem::is_empty(tree.path("outside/Projects")));
 }
 
 TEST_F(SwapRaceTest, AnAllowedFolderSwappedForALinkIsNeverWrittenThrough) {
     const auto inside = opened("home/Projects/inner");
     tree.link("home/Projects/link", tree.path("outside"));
-    raceWriting("home/Projects/inner", "home/Projects/link", "home/Projects/inner", inside);
+    raceWritingOf("home/Projects/inner", "home/Projects/link", "home/Projects/inner", inside);
     EXPECT_TRUE(std::filesystem::is_empty(tree.path("outside")));
 }
 
 TEST_F(SwapRaceTest, ALinkToWhatDoesNotExistThatComesAndGoesIsNeverWrittenThrough) {
     const auto inside = opened("home/Projects");
     tree.link("home/Projects/new", tree.path("outside/made"));
-    race("home/Projects/new", "home/Projects/away", [&](std::size_t) {
+    race("home/Projects/new", "home/Projects/away", [&](std::size_t, Swapper&) {
         auto written = executor.run(soubory.zapis("new", "x", {}, tree.allowed())).value();
-        if (written) ::unlinkat(inside.get(), "new", 0);
-        return written.has_value();
+        if (!written) return refusal(written.error());
+        ::unlinkat(inside.get(), "new", 0);
+        return Outcome::through;
     });
     EXPECT_TRUE(std::filesystem::is_empty(tree.path("outside")));
 }
