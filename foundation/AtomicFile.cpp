@@ -27,6 +27,13 @@ Result<void> flush(int file) {
     return {};
 }
 
+/// So that the names in it outlive a loss of power.
+Result<void> flushFolder(const std::filesystem::path& folder) {
+    FileDescriptor opened(
+        uninterrupted([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
+    return opened ? flush(opened.get()) : failure(errno);
+}
+
 /// The beginning of the name of a file that is still being written, to become `path`.
 std::string draftPrefix(const std::filesystem::path& path) {
     return "." + path.filename().string() + ".new-";
@@ -73,9 +80,7 @@ Result<void> writeAtomically(const std::filesystem::path& path, ByteView bytes) 
         ::unlink(draft.path.c_str());
         return completed;
     }
-    FileDescriptor opened(
-        uninterrupted([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
-    return opened ? flush(opened.get()) : failure(errno);
+    return flushFolder(folder);
 }
 
 void removeDrafts(const std::filesystem::path& path) {
@@ -104,18 +109,23 @@ Result<void> makePrivateFolders(const std::filesystem::path& folder) {
     if (folder.empty() || uninterrupted([&] { return ::access(folder.c_str(), F_OK); }) == 0) return {};
     // Whatever else is wrong with a folder is wrong with those above it up to the root, which has none above.
     if (errno != ENOENT) return failure(errno);
-    if (auto made = makePrivateFolders(folder.parent_path()); !made) return made;
+    const auto parent = folder.has_parent_path() ? folder.parent_path() : ".";
+    if (auto made = makePrivateFolders(parent); !made) return made;
     if (uninterrupted([&] { return ::mkdir(folder.c_str(), 0700); }) != 0 && errno != EEXIST)
         return failure(errno);
-    return {};
+    return flushFolder(parent);
 }
 
 namespace {
 
 /// 0, or the code of the failure: EEXIST when the name is taken. What has the name is never replaced.
 int moveUnlessTaken(const char* path, const char* name) {
-    if (uninterrupted([&] { return ::link(path, name); }) == 0)
-        return uninterrupted([&] { return ::unlink(path); }) == 0 ? 0 : errno;
+    if (uninterrupted([&] { return ::link(path, name); }) == 0) {
+        if (uninterrupted([&] { return ::unlink(path); }) == 0) return 0;
+        const int code = errno;
+        uninterrupted([&] { return ::unlink(name); });
+        return code;
+    }
     // Some file systems, those of memory cards and of a network above all, have no hard links.
     const int refusal = errno;
     struct stat status{};

@@ -21,7 +21,7 @@ void removeDrafts(const std::filesystem::path& path);
 /// that is not a regular file with EINVAL.
 Result<std::optional<Bytes>> readWhole(const std::filesystem::path& path, std::size_t limit);
 
-/// Makes the folder and its missing parents, private to the user (0700).
+/// Makes the folder and its missing parents, private to the user (0700), to outlive a loss of power.
 Result<void> makePrivateFolders(const std::filesystem::path& folder);
 
 /// Puts a damaged file out of the way under a name that is free, "<name>.damaged", "<name>.damaged-2" and so

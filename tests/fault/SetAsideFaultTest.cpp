@@ -16,11 +16,11 @@ std::string contentOf(const std::filesystem::path& path) {
     return {std::istreambuf_iterator(file), {}};
 }
 
-/// Puts "damaged" aside while the first call for it fails.
-TracedEnd setAsideWith(const std::filesystem::path& path, int code) {
+/// Puts "damaged" aside while the first call for it fails, or the one that is given.
+TracedEnd setAsideWith(const std::filesystem::path& path, int code, std::size_t call = 0) {
     std::ofstream(path) << "damaged";
     auto work = [path] { return [path] { return setAside(path).has_value(); }; };
-    return runTraced(work, {SystemFault::Kind::fails, 0, code});
+    return runTraced(work, {SystemFault::Kind::fails, call, code});
 }
 
 TEST(SetAsideFault, AFileSystemWithoutHardLinksGetsARename) {
@@ -42,6 +42,15 @@ TEST(SetAsideFault, TheRenameTakesNoNameThatIsTaken) {
     EXPECT_EQ(setAsideWith(path, EPERM).answer, true);
     EXPECT_EQ(contentOf(folder.path() / "notes.json.damaged"), "earlier");
     EXPECT_EQ(contentOf(folder.path() / "notes.json.damaged-2"), "damaged");
+}
+
+TEST(SetAsideFault, AFileThatKeepsItsNameGetsNoSecondOne) {
+    TemporaryFolder folder;
+    const auto path = folder.path() / "notes.json";
+    constexpr std::size_t removal = 1;
+    EXPECT_EQ(setAsideWith(path, EPERM, removal).answer, false);
+    EXPECT_EQ(contentOf(path), "damaged");
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "notes.json.damaged"));
 }
 
 TEST(SetAsideFault, AnyOtherFailureLeavesTheFileWhereItIs) {
