@@ -17,12 +17,16 @@ namespace {
 constexpr std::size_t longestTitle = 160;
 constexpr std::int64_t mostFound = 20;
 
+/// Bytes of its record, but for what each change changes.
+std::size_t lengthOf(const MorvexNote& note) {
+    return encode(MorvexNote{note.id, note.title, note.body, {}, {}, 0, {}}).size();
+}
+
 } // namespace
 
 PoznamkyStore PoznamkyStore::load(const std::filesystem::path& applicationSupport, Clock& clock,
                                   Random& random) {
-    PoznamkyStore store(RecordFile<NotesArchive>(applicationSupport / "Morvex" / "notes-from-iphone.json"),
-                        clock, random);
+    PoznamkyStore store(File(applicationSupport / "Morvex" / "notes-from-iphone.json"), clock, random);
     store.archive_ = store.soubor_.load();
     store.obnovNotes();
     return store;
@@ -79,11 +83,12 @@ bool PoznamkyStore::prijmout(MorvexNote note) {
     auto stored = std::ranges::find(records(), note.id, &MorvexNote::id);
     const bool isNew = stored == records().end();
     if (!isNew && !note.supersedes(*stored)) return true;
+    const bool grows = isNew || lengthOf(note) > lengthOf(*stored);
     if (isNew)
         stored = records().insert(stored, std::move(note));
     else
         std::swap(*stored, note);
-    auto saved = uloz();
+    auto saved = uloz(grows ? receivedLimit : File::sizeLimit);
     if (saved) return true;
     if (isNew)
         records().pop_back();
@@ -114,8 +119,8 @@ Result<MorvexNote> PoznamkyStore::ulozZmenu(MorvexNote note) {
     return note;
 }
 
-Result<void> PoznamkyStore::uloz() {
-    auto saved = soubor_.save(archive_);
+Result<void> PoznamkyStore::uloz(std::size_t limit) {
+    auto saved = soubor_.save(archive_, limit);
     if (!saved) return saved;
     obnovNotes();
     setProblem(std::nullopt);

@@ -22,9 +22,13 @@ namespace morvex {
 ///
 /// A local change that cannot be saved fails, but holds in memory until a later save writes it: the user's
 /// words are not thrown away. A note of the phone that cannot be saved is put back, since the phone must not
-/// be told that it was taken.
+/// be told that it was taken. The phone's notes leave room in the file for changes of this computer.
 class PoznamkyStore {
   public:
+    using File = RecordFile<NotesArchive>;
+    /// Bytes of the file to which notes of the phone may make it grow.
+    static constexpr std::size_t receivedLimit = File::sizeLimit / 4 * 3;
+
     static PoznamkyStore load(const std::filesystem::path& applicationSupport, Clock& clock, Random& random);
 
     /// What the user sees: the notes that are not deleted, last changed first.
@@ -63,19 +67,19 @@ class PoznamkyStore {
     std::function<void()> onChange;
 
   private:
-    PoznamkyStore(RecordFile<NotesArchive> soubor, Clock& clock, Random& random)
+    PoznamkyStore(File soubor, Clock& clock, Random& random)
         : soubor_(std::move(soubor)), clock_(clock), random_(random) {}
 
     MorvexNote* najdi(const std::string& title);
     void zvysRevizi(MorvexNote& note);
     Result<MorvexNote> ulozZmenu(MorvexNote note);
-    Result<void> uloz();
+    Result<void> uloz(std::size_t limit = File::sizeLimit);
     void obnovNotes();
     void setProblem(std::optional<std::string> problem);
 
     std::vector<MorvexNote>& records() { return archive_.notes.records; }
 
-    RecordFile<NotesArchive> soubor_;
+    File soubor_;
     Clock& clock_;
     Random& random_;
     NotesArchive archive_;

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "foundation/ArchiveFile.h"
+#include "foundation/SystemError.h"
 #include "shared/wire/Json.h"
 
+#include <cerrno>
 #include <cstddef>
 #include <filesystem>
 #include <utility>
@@ -30,9 +32,11 @@ template <class Archive> class RecordFile {
         return {};
     }
 
-    /// Fails, and leaves the file alone, when it is too long or `load` would refuse its many values.
-    Result<void> save(const Archive& archive) {
+    /// Fails, and leaves the file alone, when it is longer than `limit` or `load` would refuse its many
+    /// values.
+    Result<void> save(const Archive& archive, std::size_t limit = sizeLimit) {
         const auto json = encode(archive);
+        if (json.size() > limit) return fail(SystemError{EFBIG});
         if (auto readable = checkReadable(json, sizeLimit); !readable) return readable;
         return file_.save(asBytes(json));
     }

@@ -169,6 +169,27 @@ TEST_F(PoznamkyMergeTest, AHugeArchiveIsNotReadAndNotWritten) {
     EXPECT_EQ(titles(opened.vsechny()), Titles{"a"});
 }
 
+TEST_F(PoznamkyMergeTest, NotesOfThePhoneLeaveRoomForChangesOfThisComputer) {
+    const std::string half(PoznamkyStore::receivedLimit / 2, 'x');
+    auto note = fromPhone("velká");
+    note.body = half;
+    ASSERT_TRUE(store.prijmout(note));
+    auto second = fromPhone("druhá");
+    second.body = half;
+    EXPECT_FALSE(store.prijmout(second));
+    EXPECT_TRUE(store.problem());
+    EXPECT_TRUE(store.vytvorit("zdejší", half)) << "beyond the limit of the phone";
+
+    auto longer = note;
+    longer.revision += 1;
+    longer.body += '"';
+    EXPECT_FALSE(store.prijmout(longer));
+    note.revision += 2;
+    note.deletedAt = note.updatedAt;
+    EXPECT_TRUE(store.prijmout(note)) << "a deletion needs no room";
+    EXPECT_EQ(titles(reloaded().notes()), Titles{"zdejší"});
+}
+
 TEST_F(PoznamkyMergeTest, KeepsTheFractionsOfItsOwnDates) {
     clock.setWallClock(dateFromSeconds(1'800'000'000) + std::chrono::microseconds(123'457));
     auto note = store.vytvorit("Nákup", "obsah").value();
