@@ -100,6 +100,14 @@ Result<struct stat> lookAt(int folder, const std::string& name) {
     return status;
 }
 
+/// Whether the name still is the one of the file that was opened.
+bool isNameOf(int file, int folder, const std::string& name) {
+    struct stat opened{};
+    auto found = lookAt(folder, name);
+    return found && ::fstat(file, &opened) == 0 && found->st_dev == opened.st_dev &&
+           found->st_ino == opened.st_ino;
+}
+
 Result<struct stat> statusOf(int folder, std::string_view path) {
     TRY(auto, way, wayOf(path));
     TRY(FileDescriptor, parent, descend(folder, way.folders, Missing::fails));
@@ -149,7 +157,8 @@ Result<void> BeneathFolder::writeNew(std::string_view path, ByteView bytes) cons
     TRY(FileDescriptor, file,
         openAt(parent.get(), way.name, O_WRONLY | O_CREAT | O_EXCL | O_NONBLOCK | O_NOCTTY, 0644));
     auto written = writeAll(file.get(), bytes);
-    if (!written) ::unlinkat(parent.get(), way.name.c_str(), 0);
+    if (!written && isNameOf(file.get(), parent.get(), way.name))
+        ::unlinkat(parent.get(), way.name.c_str(), 0);
     return written;
 }
 
