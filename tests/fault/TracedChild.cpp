@@ -8,7 +8,6 @@
 #include <csignal>
 #include <cstddef>
 #include <cstdint>
-#include <fcntl.h>
 #include <sched.h>
 #include <sys/ptrace.h>
 #include <sys/syscall.h>
@@ -29,13 +28,10 @@ constexpr std::uint64_t noCall = ~std::uint64_t{0};
 constexpr auto callsOfTheRuntime = std::to_array<long>(
     {SYS_brk, SYS_mmap, SYS_munmap, SYS_mprotect, SYS_mremap, SYS_madvise, SYS_futex, SYS_rt_sigprocmask,
      SYS_sigaltstack, SYS_sched_yield, SYS_getpid, SYS_gettid, SYS_tgkill, SYS_getrandom});
-constexpr std::array<long, 10> callsForRoom = {SYS_write, SYS_pwrite64,  SYS_openat,    SYS_mkdir,
-                                               SYS_fsync, SYS_fdatasync, SYS_ftruncate, SYS_rename,
-                                               SYS_link,  SYS_renameat2};
-/// Opening changes something only when it makes or empties a file.
-constexpr std::array<long, 13> changingCalls = {
-    SYS_write,  SYS_pwrite64, SYS_mkdir, SYS_rename, SYS_renameat2, SYS_link,     SYS_linkat,
-    SYS_unlink, SYS_unlinkat, SYS_rmdir, SYS_fchmod, SYS_chmod,     SYS_ftruncate};
+constexpr auto callsForRoom = std::to_array<long>(
+    {SYS_write, SYS_pwrite64, SYS_writev, SYS_pwritev, SYS_openat, SYS_mkdir, SYS_mkdirat, SYS_fsync,
+     SYS_fdatasync, SYS_ftruncate, SYS_fallocate, SYS_rename, SYS_renameat, SYS_renameat2, SYS_link,
+     SYS_linkat, SYS_symlink, SYS_symlinkat, SYS_copy_file_range});
 
 bool contains(const auto& calls, std::uint64_t call) {
     return std::ranges::find(calls, static_cast<long>(call)) != calls.end();
@@ -116,6 +112,7 @@ class Tracer {
             set(offsetof(user_regs_struct, orig_rax), noCall);
             break;
         case Kind::writesHalf:
+        case Kind::killedHalfway:
             set(offsetof(user_regs_struct, rdx), get(offsetof(user_regs_struct, rdx)) / 2);
             break;
         case Kind::killed:
@@ -127,7 +124,7 @@ class Tracer {
     void leave() {
         if (!std::exchange(isStruck_, false)) return;
         isOver_ = !isForGood();
-        if (fault_.kind == Kind::killed)
+        if (fault_.kind == Kind::killed || fault_.kind == Kind::killedHalfway)
             ::kill(child_, SIGKILL);
         else if (fault_.kind != Kind::writesHalf)
             set(offsetof(user_regs_struct, rax), static_cast<std::uint64_t>(-fault_.code));
@@ -149,20 +146,16 @@ class Tracer {
         case Kind::none:
             return false;
         case Kind::killed:
-            return contains(changingCalls, call) || (call == SYS_openat && isMakingFiles());
         case Kind::fails:
         case Kind::diskBroken:
             return !contains(callsOfTheRuntime, call);
         case Kind::diskFull:
             return contains(callsForRoom, call);
         case Kind::writesHalf:
+        case Kind::killedHalfway:
             return call == SYS_write || call == SYS_pwrite64;
         }
         return false;
-    }
-
-    [[nodiscard]] bool isMakingFiles() const {
-        return (get(offsetof(user_regs_struct, rdx)) & (O_CREAT | O_TRUNC)) != 0;
     }
 
     pid_t child_;

@@ -11,11 +11,12 @@ struct SystemFault {
     /// Each strikes among calls of one sort, so that no two faults are the same in another place.
     enum class Kind {
         none,
-        killed,     ///< when a call was made that changes what is on the disk
-        fails,      ///< a call on files is not made and gives `code`
-        diskFull,   ///< likewise a call that could need room on the disk, and all later ones
-        diskBroken, ///< likewise a call on files, and all later ones
-        writesHalf, ///< a write takes half of its bytes
+        killed,        ///< when a call on files was made
+        killedHalfway, ///< when a write took half of its bytes
+        fails,         ///< a call on files is not made and gives `code`
+        diskFull,      ///< likewise a call that could need room on the disk, and all later ones
+        diskBroken,    ///< likewise a call on files, and all later ones
+        writesHalf,    ///< a write takes half of its bytes
     };
 
     Kind kind = Kind::none;
