@@ -1,25 +1,67 @@
+// One line of the event stream of Claude Code, read once more by its type.
+
 #include "app/agents/ClaudeCodeAdapter.h"
-#include "foundation/Text.h"
+#include "fuzz/AgentLine.h"
 #include "shared/base/Bytes.h"
-#include "shared/base/Require.h"
 
 #include <cstddef>
 #include <cstdint>
 
-/// One line of the event stream of Claude Code.
+using namespace morvex;
+
+namespace {
+
+std::string errorText(const boost::json::value& event) {
+    for (const char* place :
+         {"/error", "/error/message", "/error/detail", "/message", "/message/error", "/result"})
+        if (auto text = textAt(event, place); text && !text->empty()) return *std::move(text);
+    return "";
+}
+
+void readBlocks(const boost::json::value& event, Told& told) {
+    boost::system::error_code missing;
+    const auto* content = event.find_pointer("/message/content", missing);
+    if (!content || !content->is_array()) return;
+    const auto& blocks = content->get_array();
+    if (!std::ranges::all_of(blocks, [](const auto& block) { return block.is_object(); })) return;
+    for (const auto& block : blocks) {
+        told.text = told.text || (textAt(block, "/type") == "text" && textAt(block, "/text"));
+        told.prubeh = told.prubeh || (textAt(block, "/type") == "tool_use" && textAt(block, "/name"));
+    }
+}
+
+Told toldBy(const boost::json::value& event) {
+    Told told{.relace = textAt(event, "/session_id").has_value()};
+    const auto type = textAt(event, "/type");
+    if (type == "system") {
+        told.prubeh = textAt(event, "/subtype") == "init";
+    } else if (type == "assistant") {
+        readBlocks(event, told);
+    } else if (type == "result") {
+        const auto* flag = event.get_object().if_contains("is_error");
+        told.chyba = (flag && *flag == boost::json::value(true)) ||
+                     textAt(event, "/subtype") == "error_during_execution";
+        told.zaver = !told.chyba;
+    } else {
+        told.chyba = type == "error" || type == "stream_error" ||
+                     says(errorText(event), {"authentication failed", "sign in again", "not authenticated",
+                                             "unauthorized", "invalid api key", "expired token"});
+    }
+    return told;
+}
+
+} // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace morvex;
     static const ClaudeCodeAdapter claude;
-    auto line = asText({data, size});
-    (void)claude.jeRelacePryc(line);
-    auto zprava = claude.precti(line);
-    if (!zprava) return 0;
-    const auto& [relace, prubeh, text, zaver, chyba] = *zprava;
-    vyzaduj(relace || prubeh || text || zaver || chyba, "an event says nothing");
-    int ends = zaver.has_value() + chyba.has_value();
-    vyzaduj(ends + (prubeh || text ? 1 : 0) <= 1, "an event says an end and more");
-    vyzaduj(!chyba || !chyba->empty(), "an error has no words");
-    for (const auto* said : {&relace, &prubeh, &text, &zaver, &chyba})
-        vyzaduj(!*said || isValidUtf8(**said), "an event says what is no text");
+    const auto line = asText({data, size});
+    const auto event = eventIn(line);
+    const auto zprava = claude.precti(line);
+    expectMessage(zprava, event ? toldBy(*event) : Told{});
+    vyzaduj(!zprava || zprava->relace == textAt(*event, "/session_id"), "another session than the line's");
+    vyzaduj(!zprava || !zprava->chyba || !zprava->chyba->empty(), "an error has no words");
+    vyzaduj(claude.jeRelacePryc(line) == says(line, {"no conversation found", "session not found",
+                                                     "could not find session", "invalid session"}),
+            "a session is gone, or is not");
     return 0;
 }

@@ -1,27 +1,60 @@
+// One line of the event stream of Codex, read once more by its type.
+
 #include "app/agents/CodexAdapter.h"
-#include "foundation/Text.h"
+#include "fuzz/AgentLine.h"
 #include "shared/base/Bytes.h"
-#include "shared/base/Require.h"
 
 #include <cstddef>
 #include <cstdint>
 
-/// One line of the event stream of Codex.
+using namespace morvex;
+
+namespace {
+
+/// The event, which an older stream puts into another object.
+std::string place(const boost::json::value& event, std::string_view name) {
+    const auto* inner = event.get_object().if_contains("msg");
+    return (inner && inner->is_object() ? "/msg/" : "/") + std::string(name);
+}
+
+bool namesSession(const boost::json::value& event, std::string_view type) {
+    for (const char* name : {"thread_id", "session_id"})
+        if (textAt(event, "/" + std::string(name)) || textAt(event, place(event, name))) return true;
+    return type == "thread.started" && textAt(event, "/id");
+}
+
+Told toldBy(const boost::json::value& event) {
+    const auto has = [&event](std::string_view name) {
+        return textAt(event, place(event, name)).has_value();
+    };
+    const auto type = textAt(event, place(event, "type")).value_or(textAt(event, "/type").value_or(""));
+    Told told{.relace = namesSession(event, type)};
+    if (type == "thread.started" || type == "session_configured") told.prubeh = true;
+    if (type == "item.started" || type == "item.updated" || type == "item.completed") {
+        const auto item = textAt(event, place(event, "item/type"));
+        told.prubeh = item == "command_execution" || item == "file_change";
+        told.text = item == "agent_message" && has("item/text");
+    }
+    if (type == "turn.completed" || type == "task_complete")
+        told.zaver = has("text") || has("last_agent_message");
+    if (type == "error" || type == "stream_error") told.chyba = true;
+    return told;
+}
+
+} // namespace
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace morvex;
     static const CodexAdapter codex;
-    auto line = asText({data, size});
-    (void)codex.jeRelacePryc(line);
-    auto zprava = codex.precti(line);
-    if (!zprava) return 0;
-    const auto& [relace, prubeh, text, zaver, chyba] = *zprava;
-    int kinds = prubeh.has_value() + text.has_value() + zaver.has_value() + chyba.has_value();
-    vyzaduj(kinds == 1 || (kinds == 0 && relace), "an event says one thing, or its session");
-    for (const auto* said : {&relace, &prubeh, &text, &zaver, &chyba})
-        vyzaduj(!*said || isValidUtf8(**said), "an event says what is no text");
+    const auto line = asText({data, size});
+    const auto event = eventIn(line);
+    const auto zprava = codex.precti(line);
+    expectMessage(zprava, event ? toldBy(*event) : Told{});
+    vyzaduj(codex.jeRelacePryc(line) ==
+                says(line, {"no such thread", "thread not found", "session not found", "invalid session"}),
+            "a session is gone, or is not");
     const std::string command = "Spouštím: ";
-    if (prubeh && prubeh->starts_with(command))
-        vyzaduj(countCharacters(prubeh->substr(command.size())) <= 160,
+    if (zprava && zprava->prubeh && zprava->prubeh->starts_with(command))
+        vyzaduj(countCharacters(zprava->prubeh->substr(command.size())) <= 160,
                 "a command is shown beyond its limit");
     return 0;
 }
