@@ -8,7 +8,7 @@ namespace morvex {
 
 /// What the leader of a session has started: all of its session, and what descends from these as far as the
 /// line of living parents leads. A process in a session of its own whose parent has ended is not found. One
-/// thread at a time; while it is used the leader may end, but is not reaped.
+/// thread at a time; meanwhile the leader may end, but its number is not given to another.
 class Descendants {
   public:
     explicit Descendants(pid_t leader) : leader_(leader) {}
