@@ -21,6 +21,7 @@ const std::string_view RelayOptions::help =
     "                      :memory: forgets them at the end)\n"
     "  --cert FILE         certificate chain in PEM, for TLS; needs --key\n"
     "  --key FILE          private key in PEM, for TLS; needs --cert\n"
+    "  --connections COUNT how many there may be at a time, 1 to 1000000 (default 1024)\n"
     "  --help              show this text\n"
     "  --version           show the version\n";
 
@@ -47,6 +48,15 @@ Result<void> readAddress(RelayOptions& options, std::string_view address) {
     return {};
 }
 
+Result<void> readConnections(RelayOptions& options, std::string_view text) {
+    constexpr std::size_t most = 1'000'000;
+    const auto* end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, options.connections);
+    if (read.ec == std::errc{} && read.ptr == end && options.connections > 0 && options.connections <= most)
+        return {};
+    return fail(TextError{"--connections needs a number from 1 to 1000000, not '" + std::string{text} + "'"});
+}
+
 } // namespace
 
 Result<RelayOptions> RelayOptions::parse(std::span<const char* const> arguments) {
@@ -58,7 +68,8 @@ Result<RelayOptions> RelayOptions::parse(std::span<const char* const> arguments)
             options.task = name == "--help" ? Task::showHelp : Task::showVersion;
             return options;
         }
-        constexpr std::array<std::string_view, 4> withValue{"--listen", "--db", "--cert", "--key"};
+        constexpr std::array<std::string_view, 5> withValue{"--listen", "--db", "--cert", "--key",
+                                                            "--connections"};
         if (std::ranges::find(withValue, name) == withValue.end())
             return fail(TextError{"unknown option '" + name + "'"});
         ++index;
@@ -68,6 +79,7 @@ Result<RelayOptions> RelayOptions::parse(std::span<const char* const> arguments)
         if (name == "--cert") tls.certificate = value;
         if (name == "--key") tls.key = value;
         if (name == "--listen") CHECK(readAddress(options, value));
+        if (name == "--connections") CHECK(readConnections(options, value));
     }
     if (tls.certificate.empty() != tls.key.empty()) return fail(TextError{"--cert and --key go together"});
     if (!tls.key.empty()) options.tls = tls;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "relay/RelayLimits.h"
 #include "shared/base/Error.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -27,6 +29,7 @@ struct RelayOptions {
     /// Nothing: the default place. `:memory:` keeps the pairs only as long as the program runs.
     std::optional<std::filesystem::path> database;
     std::optional<Tls> tls;
+    std::size_t connections = RelayLimits{}.connections;
 
     static const std::string_view help;
 

@@ -19,12 +19,19 @@ int complain(const Error& error, int exitCode) {
     return exitCode;
 }
 
-/// Many systems allow fewer open files than the relay's connections need, until asked.
-void raiseFileLimit() {
+/// Many systems allow fewer open files than the relay's connections need, until asked. Fails where even then
+/// they are too few: the relay would turn devices away below its limit.
+Result<void> raiseFileLimit(std::size_t connections) {
+    constexpr std::size_t otherFiles = 64;
+    const auto needed = connections + otherFiles;
     rlimit limit{};
-    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return {};
     limit.rlim_cur = limit.rlim_max;
     setrlimit(RLIMIT_NOFILE, &limit);
+    if (limit.rlim_max >= needed) return {};
+    return fail(TextError{"--connections " + std::to_string(connections) + " needs " +
+                          std::to_string(needed) + " open files, and this system allows " +
+                          std::to_string(limit.rlim_max) + " (ulimit -Hn)"});
 }
 
 void logLine(std::string_view line) {
@@ -36,12 +43,15 @@ Result<std::unique_ptr<RelayServer>> start(const RelayOptions& options) {
     TRY(const auto, file,
         options.database ? Result<std::filesystem::path>{*options.database} : defaultDatabase());
     TRY(auto, store, PairStore::open(file));
-    return RelayServer::create(options, RelayLimits{}, std::move(store), logLine);
+    RelayLimits limits;
+    limits.connections = options.connections;
+    return RelayServer::create(options, limits, std::move(store), logLine);
 }
 
 int serve(const RelayOptions& options) {
     std::signal(SIGPIPE, SIG_IGN);
-    raiseFileLimit();
+    if (auto raised = raiseFileLimit(options.connections); !raised)
+        return complain(raised.error(), EXIT_FAILURE);
     auto server = start(options);
     if (!server) return complain(server.error(), EXIT_FAILURE);
     (*server)->stopOnSignals();

@@ -30,15 +30,18 @@ TEST(RelayOptions, ServeThisComputerAloneUnlessToldOtherwise) {
     EXPECT_EQ(options->port, "8787");
     EXPECT_FALSE(options->database);
     EXPECT_FALSE(options->tls);
+    EXPECT_EQ(options->connections, 1024U);
 }
 
 TEST(RelayOptions, TakeEveryOption) {
-    const auto options = parse({"--listen", "0.0.0.0:443", "--db", "/d", "--cert", "/c", "--key", "/k"});
+    const auto options = parse(
+        {"--listen", "0.0.0.0:443", "--db", "/d", "--cert", "/c", "--key", "/k", "--connections", "1000000"});
     ASSERT_TRUE(options);
     EXPECT_EQ(options->host, "0.0.0.0");
     EXPECT_EQ(options->port, "443");
     EXPECT_EQ(options->database, "/d");
     EXPECT_EQ(options->tls, (RelayOptions::Tls{"/c", "/k"}));
+    EXPECT_EQ(options->connections, 1'000'000U);
 }
 
 TEST(RelayOptions, TakeIPv6HostsInBrackets) {
@@ -60,6 +63,9 @@ TEST(RelayOptions, SayWhatIsWrong) {
     EXPECT_EQ(refusalOf({"--db", ""}), "--db needs a value");
     EXPECT_EQ(refusalOf({"--cert", "/c"}), "--cert and --key go together");
     EXPECT_EQ(refusalOf({"--key", "/k"}), "--cert and --key go together");
+    for (const char* count : {"0", "-1", "1000001", "99999999999999999999", "many", "10x", " 1"})
+        EXPECT_EQ(refusalOf({"--connections", count}),
+                  std::string{"--connections needs a number from 1 to 1000000, not '"} + count + "'");
     for (const char* address :
          {"8787", "host", ":8787", "host:", "host:65536", "host:-1", "host:8x", "::1:8787", "[]:1"})
         EXPECT_EQ(refusalOf({"--listen", address}),

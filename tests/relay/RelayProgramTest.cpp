@@ -131,6 +131,30 @@ TEST(RelayProgram, ServesOverTls) {
     EXPECT_EQ(program.exitCode(), 0);
 }
 
+TEST(RelayProgram, TakesAsManyConnectionsAsItIsTold) {
+    Program program{{"--listen", "127.0.0.1:0", "--db", ":memory:", "--connections", "1"}};
+    const auto port = portIn(program.line());
+    {
+        DeviceSocket socket{port};
+        EXPECT_TRUE(socket.read()) << "the challenge";
+        EXPECT_EQ(post(port, "/v1/pair/create", "{}").status, 0U) << "closed at once";
+    }
+    program.signal(SIGTERM);
+    EXPECT_EQ(program.exitCode(), 0);
+}
+
+TEST(RelayProgram, SaysThatTheSystemAllowsFewerOpenFilesThanItNeeds) {
+    TemporaryFolder folder;
+    const auto errors = folder.path() / "errors";
+    const auto command = "ulimit -n 500; " MORVEX_RELAY_PROGRAM
+                         " --listen 127.0.0.1:0 --db :memory: --connections 1000 2>" +
+                         errors.string();
+    const int status = std::system(command.c_str());
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_EQ(contentOf(errors), "morvex-relay: --connections 1000 needs 1064 open files, and this system "
+                                 "allows 500 (ulimit -Hn)\n");
+}
+
 TEST(RelayProgram, ExplainsItself) {
     Program help{{"--help"}};
     EXPECT_EQ(help.line(), "Usage: morvex-relay [OPTION]...");
