@@ -4,14 +4,19 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <boost/asio/ssl/stream.hpp>
 #include <boost/beast/core/buffers_to_string.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/websocket/ssl.hpp>
 #include <boost/beast/websocket/stream.hpp>
 
 namespace morvex {
 
 namespace asio = boost::asio;
+namespace websocket = boost::beast::websocket;
 using asio::ip::tcp;
+using TlsStream = asio::ssl::stream<tcp::socket>;
 
 namespace {
 
@@ -21,53 +26,93 @@ asio::io_context& context() {
     return instance;
 }
 
+asio::ssl::context& tlsContext() {
+    static asio::ssl::context instance(asio::ssl::context::tls_client);
+    return instance;
+}
+
+void connect(tcp::socket& socket, std::uint16_t port, std::uint8_t from) {
+    socket.open(tcp::v4());
+    socket.bind({asio::ip::address_v4(asio::ip::address_v4::bytes_type{127, 0, 0, from}), 0});
+    socket.connect({asio::ip::address_v4::loopback(), port});
+    socket.set_option(tcp::no_delay{true});
+}
+
 } // namespace
 
 struct PlainSocket::Connection {
-    boost::beast::websocket::stream<tcp::socket, false> socket{context()};
-    boost::beast::flat_buffer frame{}; ///< what came while it listens
-    std::size_t pings = 0;
+    virtual ~Connection() = default;
+    virtual void write(std::string_view text) = 0;
+    virtual std::optional<std::string> read() = 0;
+    virtual void listen() = 0;
 
-    void listen() {
-        socket.async_read(frame, [this](boost::beast::error_code closed, std::size_t) {
+    std::size_t pings = 0;
+};
+
+template <class Stream> struct PlainSocket::ConnectionOver : Connection {
+    template <class... Arguments>
+    explicit ConnectionOver(Arguments&&... arguments) : socket(std::forward<Arguments>(arguments)...) {}
+
+    void open() {
+        socket.auto_fragment(false);
+        socket.text(true);
+        socket.handshake("localhost", "/v1/ws?v=1.4");
+        socket.control_callback([this](websocket::frame_type kind, std::string_view) {
+            if (kind == websocket::frame_type::ping) ++pings;
+        });
+    }
+
+    void write(std::string_view text) override {
+        boost::beast::error_code broken;
+        socket.write(asio::buffer(text), broken);
+    }
+
+    std::optional<std::string> read() override {
+        boost::beast::flat_buffer frame;
+        boost::beast::error_code closed;
+        socket.read(frame, closed);
+        if (closed) return std::nullopt;
+        return boost::beast::buffers_to_string(frame.data());
+    }
+
+    void listen() override {
+        socket.async_read(dropped, [this](boost::beast::error_code closed, std::size_t) {
             vyzaduj(!closed, "the server has let a client go");
-            frame.clear();
+            dropped.clear();
             listen();
         });
     }
+
+    websocket::stream<Stream, false> socket;
+    boost::beast::flat_buffer dropped;
 };
 
-PlainSocket::PlainSocket(std::uint16_t port, std::uint8_t from)
-    : connection_(std::make_unique<Connection>()) {
-    auto& tcpSocket = connection_->socket.next_layer();
-    tcpSocket.open(tcp::v4());
-    tcpSocket.bind({asio::ip::address_v4(asio::ip::address_v4::bytes_type{127, 0, 0, from}), 0});
-    tcpSocket.connect({asio::ip::address_v4::loopback(), port});
-    tcpSocket.set_option(tcp::no_delay{true});
-    connection_->socket.auto_fragment(false);
-    connection_->socket.text(true);
-    connection_->socket.handshake("localhost", "/v1/ws?v=1.4");
+PlainSocket::PlainSocket(std::uint16_t port, std::uint8_t from, Security security) {
+    if (security == Security::tls) {
+        auto connection = std::make_unique<ConnectionOver<TlsStream>>(context(), tlsContext());
+        connect(connection->socket.next_layer().next_layer(), port, from);
+        connection->socket.next_layer().handshake(TlsStream::client);
+        connection->open();
+        connection_ = std::move(connection);
+    } else {
+        auto connection = std::make_unique<ConnectionOver<tcp::socket>>(context());
+        connect(connection->socket.next_layer(), port, from);
+        connection->open();
+        connection_ = std::move(connection);
+    }
 }
 
 PlainSocket::~PlainSocket() = default;
 
 void PlainSocket::write(std::string_view text) {
-    boost::beast::error_code broken;
-    connection_->socket.write(asio::buffer(text), broken);
+    connection_->write(text);
 }
 
 std::optional<std::string> PlainSocket::read() {
-    boost::beast::flat_buffer frame;
-    boost::beast::error_code closed;
-    connection_->socket.read(frame, closed);
-    if (closed) return std::nullopt;
-    return boost::beast::buffers_to_string(frame.data());
+    return connection_->read();
 }
 
 void PlainSocket::listen() {
-    connection_->socket.control_callback([this](boost::beast::websocket::frame_type kind, std::string_view) {
-        if (kind == boost::beast::websocket::frame_type::ping) ++connection_->pings;
-    });
     connection_->listen();
 }
 

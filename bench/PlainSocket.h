@@ -13,9 +13,11 @@ namespace morvex {
 /// One WebSocket of a client whose calls block, for one thread.
 class PlainSocket {
   public:
-    /// To a server of this computer, from an address of this computer: `127.0.0.<from>`. A failure ends the
-    /// program.
-    explicit PlainSocket(std::uint16_t port, std::uint8_t from = 1);
+    enum class Security { none, tls };
+
+    /// To a server of this computer, whoever it says it is, from an address of this computer:
+    /// `127.0.0.<from>`. A failure ends the program.
+    explicit PlainSocket(std::uint16_t port, std::uint8_t from = 1, Security security = Security::none);
     ~PlainSocket();
     PlainSocket(const PlainSocket&) = delete;
     PlainSocket& operator=(const PlainSocket&) = delete;
@@ -33,6 +35,7 @@ class PlainSocket {
 
   private:
     struct Connection;
+    template <class Stream> struct ConnectionOver;
     std::unique_ptr<Connection> connection_;
 };
 

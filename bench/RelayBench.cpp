@@ -8,6 +8,8 @@
 #include "shared/wire/Json.h"
 #include "shared/wire/RelayMessage.h"
 #include "tests/support/SampleEnvelope.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestAuthority.h"
 
 #include <algorithm>
 #include <chrono>
@@ -31,13 +33,16 @@ constexpr std::size_t wantedPhones = 20'000;
 constexpr std::size_t otherDescriptors = 100;
 constexpr std::size_t clientProcesses = 4;
 
+using Security = PlainSocket::Security;
+
 struct Phone {
     PairID pair;
     DeviceIdentity identity = DeviceIdentity::generate();
 
     /// A socket that is logged in.
-    [[nodiscard]] std::unique_ptr<PlainSocket> logIn(std::uint16_t port, std::uint8_t from = 1) const {
-        auto socket = std::make_unique<PlainSocket>(port, from);
+    [[nodiscard]] std::unique_ptr<PlainSocket> logIn(std::uint16_t port, std::uint8_t from = 1,
+                                                     Security security = Security::none) const {
+        auto socket = std::make_unique<PlainSocket>(port, from, security);
         const auto challenge = decode<RelayMessage>(socket->read().value()).value();
         const auto& nonce = challenge.as<RelayMessage::Challenge>()->nonce;
         socket->write(encode(RelayMessage{RelayMessage::Authenticate{
@@ -61,8 +66,8 @@ struct Phone {
 /// The relay on a thread of this process.
 class Relay {
   public:
-    explicit Relay(const std::vector<Phone>& phones)
-        : server_(make(phones)), thread_([this] { server_->run(); }) {}
+    explicit Relay(const std::vector<Phone>& phones, Security security = Security::none)
+        : server_(make(phones, security)), thread_([this] { server_->run(); }) {}
 
     ~Relay() {
         server_->stop();
@@ -78,7 +83,7 @@ class Relay {
 
   private:
     /// The first two phones are one pair; every other one is alone.
-    static std::unique_ptr<RelayServer> make(const std::vector<Phone>& phones) {
+    static std::unique_ptr<RelayServer> make(const std::vector<Phone>& phones, Security security) {
         auto store = PairStore::open(":memory:").value();
         const auto later = dateFromSeconds(4'000'000'000);
         for (std::size_t index = 0; index < phones.size(); ++index) {
@@ -93,10 +98,20 @@ class Relay {
         }
         RelayOptions options;
         options.port = "0";
+        TemporaryFolder certificates;
+        if (security == Security::tls) options.tls = issueIn(certificates.path());
         RelayLimits limits;
         limits.connections = phones.size() + otherDescriptors;
         limits.pingAfter = std::chrono::seconds{1};
         return RelayServer::create(options, limits, std::move(store), [](std::string_view) {}).value();
+    }
+
+    static RelayOptions::Tls issueIn(const std::filesystem::path& folder) {
+        const auto identity = TestAuthority::issueToItself("DNS:localhost");
+        const RelayOptions::Tls files{folder / "certificate.pem", folder / "key.pem"};
+        std::ofstream(files.certificate) << identity.certificate;
+        std::ofstream(files.key) << identity.key;
+        return files;
     }
 
     std::unique_ptr<RelayServer> server_;
@@ -137,21 +152,21 @@ void beIdle(std::span<const std::unique_ptr<PlainSocket>> sockets) {
     while (!std::ranges::all_of(sockets, isPinged)) PlainSocket::idle(std::chrono::milliseconds{100});
 }
 
-void benchIdle(const std::vector<Phone>& phones) {
+void benchIdle(const std::vector<Phone>& phones, Security security) {
     // The processes come before the threads of the relay.
     std::vector<ClientProcess> clients;
     for (std::size_t part = 0; part < clientProcesses; ++part)
-        clients.emplace_back([&phones, part](ClientProcess::Line& line) {
+        clients.emplace_back([&phones, part, security](ClientProcess::Line& line) {
             const auto port = line.waitForPort();
             std::vector<std::unique_ptr<PlainSocket>> sockets;
             for (auto index = part; index < phones.size(); index += clientProcesses)
-                sockets.push_back(phones[index].logIn(port, static_cast<std::uint8_t>(part + 1)));
+                sockets.push_back(phones[index].logIn(port, static_cast<std::uint8_t>(part + 1), security));
             line.report();
             beIdle(sockets);
             line.report();
             line.stay();
         });
-    Relay relay(phones);
+    Relay relay(phones, security);
     const auto before = residentMebibytes();
     const auto took = milliseconds([&] {
         for (auto& client : clients) client.begin(relay.port());
@@ -160,10 +175,10 @@ void benchIdle(const std::vector<Phone>& phones) {
     const auto loggedIn = residentMebibytes();
     for (auto& client : clients) client.waitUntilDone();
     const auto after = residentMebibytes();
-    std::printf("%zu idle phones (of %zu, for as many as there are descriptors) after two pings each: %.0f "
+    std::printf("%zu idle phones%s (of %zu, for as many as there are descriptors) after two pings each: %.0f "
                 "MiB resident, %.1f KiB a phone (%.0f MiB before they came, %.0f before the pings); their "
                 "logins took %.1f s\n",
-                phones.size(), wantedPhones, after,
+                phones.size(), security == Security::tls ? " over TLS" : "", wantedPhones, after,
                 (after - before) * 1024 / static_cast<double>(phones.size()), before, loggedIn, took / 1000);
 }
 
@@ -214,7 +229,9 @@ void benchForwarding(const std::vector<Phone>& both, std::size_t content, std::s
 
 int main() {
     using namespace morvex;
-    benchIdle(makePhones(possiblePhones()));
+    const auto phones = makePhones(possiblePhones());
+    benchIdle(phones, PlainSocket::Security::none);
+    benchIdle(phones, PlainSocket::Security::tls);
     const auto both = makePhones(2);
     benchForwarding(both, 200, 160'000);
     benchForwarding(both, 256 * 1024, 3'200);

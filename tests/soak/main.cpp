@@ -10,7 +10,7 @@
 #include <vector>
 
 // soak ENVELOPES RECONNECTIONS [PICTURE]: prints how the process stands along the way and ends with 1 when a
-// call was lost, heap or descriptors grow, or calls end slower beside plain echoes than they began.
+// call was lost, memory or descriptors grow, or calls end slower beside plain echoes than they began.
 
 namespace morvex {
 namespace {
@@ -19,6 +19,8 @@ namespace {
 /// little from what allocators and queues differ by between two moments.
 constexpr double allowedSlope = 0.25;
 constexpr double allowedSlopeOfShortRun = 16;
+/// MiB, of which a slope says nothing when they come all at once.
+constexpr double allowedStep = 4;
 constexpr double allowedDescriptorGrowth = 2;
 constexpr double allowedLatencyGrowth = 0.10;
 /// Of a sample; with fewer the middle of them says nothing about a tenth.
@@ -42,9 +44,18 @@ bool isHeapFlat(const std::vector<Sample>& samples, bool isShort) {
     const auto change = changeOf(samples, &Sample::heap);
     const auto slope = slopeAfterWarmUp(samples, &Sample::heap) * mebibyte;
     const auto allowed = isShort ? allowedSlopeOfShortRun : allowedSlope;
+    const bool isFlat = slope <= allowed && change.after - change.before <= allowedStep;
     std::printf("CASES  soak, heap: %.2f MiB after warm-up, %.2f at the end, %+.2f bytes an envelope, %s\n",
-                change.before, change.after, slope, slope > allowed ? "GROWS" : "flat");
-    return slope <= allowed;
+                change.before, change.after, slope, isFlat ? "flat" : "GROWS");
+    return isFlat;
+}
+
+bool isResidentMemoryFlat(const std::vector<Sample>& samples) {
+    const auto change = changeOf(samples, &Sample::resident);
+    const bool isFlat = change.after - change.before <= allowedStep;
+    std::printf("CASES  soak, resident memory: %.1f MiB after warm-up, %.1f at the end, %s\n", change.before,
+                change.after, isFlat ? "flat" : "GROWN");
+    return isFlat;
 }
 
 bool areDescriptorsFlat(const std::vector<Sample>& samples) {
@@ -79,9 +90,8 @@ int soak(SoakRun::Plan plan, const char* picture) {
     std::printf("CASES  soak: %s, %zu of them by a new relay, in %.1f hours of moved time, %zu calls lost\n",
                 title.c_str(), run.relayRestarts(), hours, run.lostCalls());
     const bool isShort = run.echoes() < fewestEchoes;
-    const std::array flat{isHeapFlat(samples, isShort), areDescriptorsFlat(samples),
-                          isLatencyFlat(samples, isShort)};
-    tell("resident memory in MiB", changeOf(samples, &Sample::resident));
+    const std::array flat{isHeapFlat(samples, isShort), isResidentMemoryFlat(samples),
+                          areDescriptorsFlat(samples), isLatencyFlat(samples, isShort)};
     tell("latency of a status call in µs", changeOf(samples, &Sample::latency));
     tell("processor time of a call of any kind in µs", changeOf(samples, &Sample::processor));
     if (picture) std::ofstream(picture) << pictureOf(samples, title);

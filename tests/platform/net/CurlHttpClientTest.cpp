@@ -2,8 +2,8 @@
 
 #include "foundation/ThreadExecutor.h"
 #include "tests/platform/net/NetworkTest.h"
-#include "tests/platform/net/TestAuthority.h"
 #include "tests/platform/net/TestServer.h"
+#include "tests/support/TestAuthority.h"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/ssl/context.hpp>

@@ -1,5 +1,5 @@
-#include "tests/platform/net/TestAuthority.h"
 #include "tests/platform/net/WebSocketTest.h"
+#include "tests/support/TestAuthority.h"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/ssl/context.hpp>

@@ -1,4 +1,4 @@
-#include "tests/platform/net/TestAuthority.h"
+#include "tests/support/TestAuthority.h"
 
 #include "shared/base/Require.h"
 
