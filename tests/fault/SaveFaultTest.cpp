@@ -26,8 +26,9 @@ namespace fs = std::filesystem;
 using Kind = SystemFault::Kind;
 
 constexpr std::size_t smallest = 10;
-/// One save of the larger ones takes several writes.
-constexpr std::size_t sizes[] = {smallest, 70'000, 5'000, 1'500'000};
+constexpr std::size_t largest = 1'500'000;
+/// The larger ones are more than one page of a database and one buffer of a library.
+constexpr std::size_t sizes[] = {smallest, 70'000, 5'000, largest};
 
 /// The sizes that are tried now.
 std::span<const std::size_t> sizesNow() {
@@ -49,12 +50,11 @@ class Saving {
         EXPECT_NE(before_, after_) << file.what;
     }
 
-    /// Every fault of this kind, at each call where it can strike. Gives their number. A short run leaves
-    /// some out where others are much the same.
+    /// Every fault of this kind, at each call where it can strike. Gives their number. Some are left out
+    /// where others are much the same, in a short run many.
     std::size_t tryAll(Kind kind, int code = 0, FaultTime time = FaultTime::work) const {
-        const auto step = cases(shortRunsStep(kind, code), 1);
         for (std::size_t count = 0;; ++count) {
-            SystemFault fault{kind, count * step, code};
+            SystemFault fault{kind, count * step(kind, code), code};
             SCOPED_TRACE(testing::Message() << file_.what << ", " << old_.size() << " bytes, " << fault);
             if (!expectOldOrNew(fault, time)) return count;
         }
@@ -63,10 +63,11 @@ class Saving {
   private:
     using Texts = std::vector<std::string>;
 
-    /// From one call that is struck to the next: the calls beside it, another code or less text come to much
-    /// the same.
-    [[nodiscard]] std::size_t shortRunsStep(Kind kind, int code) const {
+    /// From one call that is struck to the next: the calls beside it, another code or another size come to
+    /// much the same.
+    [[nodiscard]] std::size_t step(Kind kind, int code) const {
         if (kind == Kind::writesHalf || kind == Kind::killedHalfway) return 1;
+        if (isLongRun()) return size_ < largest ? 1 : 4;
         if (size_ > smallest) return 24;
         const bool isForGood = kind == Kind::diskFull || kind == Kind::diskBroken;
         return isForGood || code == ENOSPC || code == EMFILE ? 6 : 1;
