@@ -48,6 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!hello) return 0;
     judge(*hello);
     judgePartsOf(*hello);
-    vyzaduj(!Parovani::checkHello(*hello, PairID{"OTHER"}), "a hello for another pair is accepted");
+    vyzaduj(!Parovani::checkHello(genuine(), PairID{"OTHER" + hello->device.rawValue}),
+            "a hello for another pair is accepted");
     return 0;
 }

@@ -13,6 +13,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 using namespace morvex;
 
@@ -33,6 +34,9 @@ Member member(const DeviceIdentity& device, DeviceRole role) {
     return {device.deviceID(), device.signingKey(), role};
 }
 
+/// Why a call is refused; nothing for a good one.
+using Cause = std::optional<CallRefusal>;
+
 class Relay {
   public:
     Relay() {
@@ -44,11 +48,11 @@ class Relay {
     /// Each tells whether the call was a good one.
     bool create(std::string_view body) {
         const auto request = decode<ZalozitPozadavek>(body);
-        const bool isGood = request && deviceID(request->key) == request->deviceID;
-        const auto reply = answer("/v1/pair/create", body, isGood ? 200 : 400);
+        const auto cause = strangeness(request);
+        const auto reply = answer("/v1/pair/create", body, cause);
         const auto stored = find("FRESH");
-        vyzaduj(stored.has_value() == isGood, "a refused pair is made, or a good one is not");
-        if (!isGood) return false;
+        vyzaduj(stored.has_value() == !cause, "a refused pair is made, or a good one is not");
+        if (cause) return false;
         const auto made = decode<ZalozitOdpoved>(reply.body);
         vyzaduj(made && made->pairID.rawValue == "FRESH" && made->pairingToken == "token3" &&
                     made->expiresAt > now,
@@ -60,25 +64,23 @@ class Relay {
 
     bool join(std::string_view body) {
         const auto request = decode<PripojitPozadavek>(body);
-        const bool isKnown = request && deviceID(request->key) == request->deviceID;
-        const bool isGood = isKnown && request->pairingToken == "token1" &&
-                            request->deviceID != mac.deviceID() && request->role == DeviceRole::phone;
-        const auto reply = answer("/v1/pair/join", body, isGood ? 200 : 400);
-        vyzaduj(find("WAITING")->members.size() == (isGood ? 2 : 1),
+        const auto cause = strangeness(request).or_else([&] { return whyNotJoined(*request); });
+        const auto reply = answer("/v1/pair/join", body, cause);
+        vyzaduj(find("WAITING")->members.size() == (cause ? 1 : 2),
                 "a device joined that may not, or did not");
-        if (isGood)
+        if (!cause)
             vyzaduj(decode<PripojitOdpoved>(reply.body)->pairID.rawValue == "WAITING", "another pair");
-        return isGood;
+        return !cause;
     }
 
     bool revoke(std::string_view body) {
         const auto request = decode<OdvolatPozadavek>(body);
-        const bool isGood = request && *request == genuine();
-        const auto reply = answer("/v1/device/revoke", body, isGood ? 204 : 400);
-        vyzaduj(find("WHOLE")->isRevoked == isGood && !find("WAITING")->isRevoked,
+        const auto cause = request ? whyNotRevoked(*request) : Cause(CallRefusal::unreadable);
+        const auto reply = answer("/v1/device/revoke", body, cause);
+        vyzaduj(find("WHOLE")->isRevoked == !cause && !find("WAITING")->isRevoked,
                 "the wrong pairs are revoked");
-        vyzaduj(reply.revoked.has_value() == isGood, "the sockets of another pair end");
-        return isGood;
+        vyzaduj(reply.revoked.has_value() == !cause, "the sockets of another pair end");
+        return !cause;
     }
 
   private:
@@ -92,15 +94,35 @@ class Relay {
 
     std::optional<StoredPair> find(const char* name) { return store_.find(PairID{name}).value(); }
 
-    /// 400 stands for any refusal.
-    CallReply answer(const char* path, std::string_view body, unsigned expected) {
+    CallReply answer(const char* path, std::string_view body, Cause cause) {
         auto reply = calls_.answer(path, body, now);
         vyzaduj(reply.trouble.empty(), "the store has no reason to fail");
-        const bool isRefused = reply.status >= 400 && reply.status < 500;
-        vyzaduj(expected == 400 ? isRefused : reply.status == expected, "another answer than the rules give");
+        vyzaduj(cause ? reply.body == refusal(*cause).body : reply.status < 300,
+                "another answer than the rules give");
         const auto refused = decode<VaporDuvod>(reply.body);
-        vyzaduj(!isRefused || (refused && refused->reason), "a refusal has a reason");
+        vyzaduj(!cause || (reply.status >= 400 && refused && refused->reason), "a refusal has a reason");
         return reply;
+    }
+
+    template <class Request> static Cause strangeness(const Result<Request>& request) {
+        if (!request) return CallRefusal::unreadable;
+        return deviceID(request->key) == request->deviceID ? Cause{} : CallRefusal::wrongFingerprint;
+    }
+
+    static Cause whyNotJoined(const PripojitPozadavek& request) {
+        if (request.pairingToken == "token2") return CallRefusal::usedToken;
+        if (request.pairingToken != "token1") return CallRefusal::unknownToken;
+        if (request.deviceID == mac.deviceID()) return CallRefusal::sameDevice;
+        return request.role == DeviceRole::mac ? CallRefusal::sameRole : Cause{};
+    }
+
+    /// Nobody but the two devices can sign.
+    static Cause whyNotRevoked(const OdvolatPozadavek& request) {
+        const bool isWhole = request.pairID.rawValue == "WHOLE";
+        if (!isWhole && request.pairID.rawValue != "WAITING") return CallRefusal::unknownPair;
+        const bool isMember = request.by == mac.deviceID() || (isWhole && request.by == phone.deviceID());
+        if (!isMember) return CallRefusal::notMember;
+        return request == genuine() ? Cause{} : CallRefusal::badSignature;
     }
 
     /// What the computer signed.
