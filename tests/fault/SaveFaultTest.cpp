@@ -69,8 +69,8 @@ class Saving {
         if (kind == Kind::writesHalf || kind == Kind::killedHalfway) return 1;
         if (isLongRun()) return size_ < largest ? 1 : 4;
         if (size_ > smallest) return 24;
-        const bool isForGood = kind == Kind::diskFull || kind == Kind::diskBroken;
-        return isForGood || code == ENOSPC || code == EMFILE ? 6 : 1;
+        const bool isEachTried = kind == Kind::killed || (kind == Kind::fails && code == EIO);
+        return isEachTried ? 1 : 6;
     }
 
     TracedEnd save(const fs::path& home, SystemFault fault, FaultTime time) const {
