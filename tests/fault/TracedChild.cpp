@@ -14,6 +14,7 @@
 #include <sys/user.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <utility>
 
 namespace morvex {
 
