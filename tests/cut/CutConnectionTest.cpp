@@ -67,6 +67,7 @@ class BadLine {
     Tally look() {
         proxy_.arm(FaultProxy::Fault::cut, SIZE_MAX - 1);
         EXPECT_TRUE(call()) << "the line is good again, but the computer is not back";
+        tally_.calls = answers_.size();
         auto times = notes();
         times.merge(programs());
         for (const auto& [name, isAnswered] : answers_) {
