@@ -50,18 +50,10 @@ bool isHeapFlat(const std::vector<Sample>& samples, bool isShort) {
     return isFlat;
 }
 
-bool isResidentMemoryFlat(const std::vector<Sample>& samples) {
-    const auto change = changeOf(samples, &Sample::resident);
-    const bool isFlat = change.after - change.before <= allowedStep;
-    std::printf("CASES  soak, resident memory: %.1f MiB after warm-up, %.1f at the end, %s\n", change.before,
-                change.after, isFlat ? "flat" : "GROWN");
-    return isFlat;
-}
-
-bool areDescriptorsFlat(const std::vector<Sample>& samples) {
-    const auto change = changeOf(samples, &Sample::descriptors);
-    const bool isFlat = change.after - change.before <= allowedDescriptorGrowth;
-    std::printf("CASES  soak, descriptors: %.0f after warm-up, %.0f at the end, %s\n", change.before,
+/// `name` with its unit.
+bool isFlat(const char* name, Change change, double allowedGrowth) {
+    const bool isFlat = change.after - change.before <= allowedGrowth;
+    std::printf("CASES  soak, %s: %.1f after warm-up, %.1f at the end, %s\n", name, change.before,
                 change.after, isFlat ? "flat" : "GROWN");
     return isFlat;
 }
@@ -90,8 +82,11 @@ int soak(SoakRun::Plan plan, const char* picture) {
     std::printf("CASES  soak: %s, %zu of them by a new relay, in %.1f hours of moved time, %zu calls lost\n",
                 title.c_str(), run.relayRestarts(), hours, run.lostCalls());
     const bool isShort = run.echoes() < fewestEchoes;
-    const std::array flat{isHeapFlat(samples, isShort), isResidentMemoryFlat(samples),
-                          areDescriptorsFlat(samples), isLatencyFlat(samples, isShort)};
+    const std::array flat{
+        isHeapFlat(samples, isShort),
+        isFlat("resident memory in MiB", changeOf(samples, &Sample::resident), allowedStep),
+        isFlat("descriptors", changeOf(samples, &Sample::descriptors), allowedDescriptorGrowth),
+        isLatencyFlat(samples, isShort)};
     tell("latency of a status call in µs", changeOf(samples, &Sample::latency));
     tell("processor time of a call of any kind in µs", changeOf(samples, &Sample::processor));
     if (picture) std::ofstream(picture) << pictureOf(samples, title);
