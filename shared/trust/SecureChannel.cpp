@@ -66,6 +66,7 @@ Result<Envelope> SecureChannel::seal(ByteView plaintext, std::string requestID, 
         .ciphertext = {},
         .tag = {},
     };
+    if (!isUnambiguous(envelope)) return fail(AmbiguousIdentity{});
     TRY(auto, sealed,
         chachaSeal(odesilaci_.view(), envelope.nonce, asBytes(associatedData(envelope)), plaintext));
     envelope.ciphertext = std::move(sealed.ciphertext);
@@ -95,6 +96,7 @@ Result<Bytes> SecureChannel::open(const Envelope& envelope, Date now) {
         if (cause && cause->failure == CryptoFailure::wrongTag) return plaintext;
         return fail(Chyba{Duvod::neoveritelna});
     }
+    if (!isUnambiguous(envelope)) return fail(AmbiguousIdentity{});
     poslednPrichozi_ = envelope.counter;
     videneZpravy_.vloz(envelope.msgID);
     return plaintext;

@@ -52,14 +52,15 @@ class SecureChannel {
     static Result<SecureChannel> create(const PairKey& pairKey, const EphemeralPrivateKey& mujEfemerni,
                                         const AgreementPublicKey& peerEphemeral, Ends ends);
 
-    /// Takes the next counter, whether or not the rest succeeds; it fails only for content of 2 GiB and
-    /// more.
+    /// Takes the next counter, whether or not the rest succeeds. Fails with `AmbiguousIdentity` for a request
+    /// id with a "|", and for content of 2 GiB and more.
     Result<Envelope> seal(ByteView plaintext, std::string requestID, EnvelopeKind kind,
                           std::chrono::seconds lifetime, Stamp stamp);
 
-    /// Fails with `Chyba`, but for a tag of the wrong size with `CryptoError`. A refused envelope changes
-    /// nothing: the genuine one with its counter is still accepted. There is no window for reordering: an
-    /// envelope that was overtaken is lost.
+    /// Fails with `Chyba`, but for a tag of the wrong size with `CryptoError`, and for a genuine envelope
+    /// whose message or request id has a "|" with `AmbiguousIdentity`. A refused envelope changes nothing:
+    /// the genuine one with its counter is still accepted. There is no window for reordering: an envelope
+    /// that was overtaken is lost.
     Result<Bytes> open(const Envelope& envelope, Date now);
 
   private:

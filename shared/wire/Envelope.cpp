@@ -21,6 +21,10 @@ std::string associatedData(const Envelope& envelope) {
     return text;
 }
 
+bool isUnambiguous(const Envelope& envelope) {
+    return !envelope.msgID.contains('|') && !envelope.requestID.contains('|');
+}
+
 Envelope keyExchange(PairID pair, DeviceID from, DeviceID to, std::string requestID, Bytes plainBytes,
                      Date now, Uuid msgID) {
     return {

@@ -45,6 +45,19 @@ extern template struct Codec<Envelope>;
 /// The clear fields as the bytes that sealing and opening authenticate.
 std::string associatedData(const Envelope& envelope);
 
+/// An identity of a message or of a request has a "|", which the associated data put between the two: with
+/// the bar moved from one to the other they would stay the same.
+struct AmbiguousIdentity {
+    [[nodiscard]] std::string popis() const {
+        return "Identita zprávy nebo požadavku obsahuje svislou čáru.";
+    }
+
+    bool operator==(const AmbiguousIdentity&) const = default;
+};
+
+/// Whether no other envelope has the same associated data.
+bool isUnambiguous(const Envelope& envelope);
+
 /// An envelope with the plain bytes of a hello, which its own signature protects.
 Envelope keyExchange(PairID pair, DeviceID from, DeviceID to, std::string requestID, Bytes plainBytes,
                      Date now, Uuid msgID);

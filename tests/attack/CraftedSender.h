@@ -22,8 +22,9 @@ class CraftedSender {
             .value();
     }
 
-    [[nodiscard]] Envelope seal(std::uint64_t counter, std::string msgID, Date now) const {
-        Envelope envelope = keyExchange({"PAIR"}, {"MAC"}, {"PHONE"}, "request", {}, now, {});
+    [[nodiscard]] Envelope seal(std::uint64_t counter, std::string msgID, Date now,
+                                std::string requestID = "request") const {
+        Envelope envelope = keyExchange({"PAIR"}, {"MAC"}, {"PHONE"}, std::move(requestID), {}, now, {});
         envelope.kind = EnvelopeKind::data;
         envelope.msgID = std::move(msgID);
         envelope.counter = counter;

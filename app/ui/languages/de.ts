@@ -120,6 +120,10 @@
         <translation>Fertig</translation>
     </message>
     <message>
+        <source>Identita zprávy nebo požadavku obsahuje svislou čáru.</source>
+        <translation>Die Kennung der Nachricht oder der Anfrage enthält einen senkrechten Strich.</translation>
+    </message>
+    <message>
         <source>Identifikátor</source>
         <translation>Kennung</translation>
     </message>

@@ -120,6 +120,10 @@
         <translation>Done</translation>
     </message>
     <message>
+        <source>Identita zprávy nebo požadavku obsahuje svislou čáru.</source>
+        <translation>The identity of the message or of the request contains a vertical bar.</translation>
+    </message>
+    <message>
         <source>Identifikátor</source>
         <translation>Identifier</translation>
     </message>

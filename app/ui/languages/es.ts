@@ -120,6 +120,10 @@
         <translation>Listo</translation>
     </message>
     <message>
+        <source>Identita zprávy nebo požadavku obsahuje svislou čáru.</source>
+        <translation>La identidad del mensaje o de la petición contiene una barra vertical.</translation>
+    </message>
+    <message>
         <source>Identifikátor</source>
         <translation>Identificador</translation>
     </message>

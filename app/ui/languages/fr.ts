@@ -120,6 +120,10 @@
         <translation>Terminé</translation>
     </message>
     <message>
+        <source>Identita zprávy nebo požadavku obsahuje svislou čáru.</source>
+        <translation>L’identité du message ou de la demande contient une barre verticale.</translation>
+    </message>
+    <message>
         <source>Identifikátor</source>
         <translation>Identifiant</translation>
     </message>

@@ -297,6 +297,13 @@ TEST_F(SecureChannelTest, TheSameEphemeralKeysWithoutThePairKeyOpenNothing) {
     expectRefusal(stranger.value().open(seal(mac), now), Duvod::neoveritelna);
 }
 
+TEST_F(SecureChannelTest, SealsUnderNoRequestIdWithABar) {
+    const auto refused = mac.seal(asBytes("x"), "note|1", EnvelopeKind::data, envelopeLifetime, {now, {}});
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().popis(), "Identita zprávy nebo požadavku obsahuje svislou čáru.");
+    EXPECT_TRUE(mac.seal(asBytes("x"), "note:1", EnvelopeKind::data, envelopeLifetime, {now, {}}));
+}
+
 TEST_F(SecureChannelTest, IsNotMadeWithAnUnsafeKeyOfThePeer) {
     auto channel = SecureChannel::create(pairKey(), macKey, AgreementPublicKey{},
                                          {{"PAIR"}, {"MAC"}, {"PHONE"}, DeviceRole::mac});
