@@ -56,25 +56,27 @@ asio::awaitable<void> SocketSession::readFrames(Session self, Request upgrade) {
     self->deliver(self->login_.challenge());
     asio::co_spawn(self->socket_.get_executor(), writeFrames(self),
                    [self](std::exception_ptr) { self->abort(); });
-    while (auto frame = co_await self->readFrame()) {
-        self->take(std::move(*frame));
+    while (co_await self->readFrame()) {
+        self->takeFrame();
         while (self->isReadingPaused_ && !self->ending_) co_await self->mayRead_.wait();
     }
 }
 
-asio::awaitable<std::optional<std::string>> SocketSession::readFrame() {
+asio::awaitable<bool> SocketSession::readFrame() {
     do {
         auto [error, count] = co_await socket_.async_read_some(incoming_, readStep, asTuple);
-        if (error || ending_) co_return std::nullopt;
-        if (incoming_.size() > frameLimit()) {
-            refuse(RelayFailure::tooLarge);
-            co_return std::nullopt;
-        }
+        if (error || ending_ || !isBearable()) co_return false;
     } while (!socket_.is_message_done());
-    auto frame = boost::beast::buffers_to_string(incoming_.data());
+    co_return true;
+}
+
+bool SocketSession::isBearable() {
+    if (passedOver_ == 0 && incoming_.size() <= longestFrame()) return true;
+    passedOver_ += incoming_.size();
     incoming_.clear();
-    if (incoming_.capacity() > keptBuffer) incoming_.shrink_to_fit();
-    co_return frame;
+    if (isLoggedIn_ && passedOver_ <= state_->limits.passedOver) return true;
+    refuse(RelayFailure::tooLarge);
+    return false;
 }
 
 asio::awaitable<void> SocketSession::writeFrames(Session self) {
@@ -102,8 +104,13 @@ asio::awaitable<bool> SocketSession::writeFrame() {
     co_return true;
 }
 
-void SocketSession::take(std::string frame) {
-    if (isLoggedIn_)
+void SocketSession::takeFrame() {
+    auto frame = boost::beast::buffers_to_string(incoming_.data());
+    incoming_.clear();
+    if (incoming_.capacity() > keptBuffer) incoming_.shrink_to_fit();
+    if (std::exchange(passedOver_, 0) > 0)
+        deliver(failureFrame(RelayFailure::tooLarge));
+    else if (isLoggedIn_)
         state_->switchboard.receive(*this, std::move(frame));
     else
         logIn(frame);
@@ -133,7 +140,7 @@ void SocketSession::refuse(RelayFailure code) {
         end(refusalEnding(code));
 }
 
-std::size_t SocketSession::frameLimit() const {
+std::size_t SocketSession::longestFrame() const {
     return isLoggedIn_ ? state_->limits.frame : state_->limits.loginFrame;
 }
 

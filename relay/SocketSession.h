@@ -48,13 +48,15 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
 
     static boost::asio::awaitable<void> readFrames(Session self, Request upgrade);
     static boost::asio::awaitable<void> writeFrames(Session self);
-    /// Nothing when no more frames are to be heard.
-    boost::asio::awaitable<std::optional<std::string>> readFrame();
+    /// Reads one frame, or passes over it. False when no more frames are to be heard.
+    boost::asio::awaitable<bool> readFrame();
+    /// Passes over what is too long of the frame that is being read. False when that has to end.
+    bool isBearable();
     boost::asio::awaitable<bool> writeFrame();
-    void take(std::string frame);
+    void takeFrame();
     void logIn(std::string_view frame);
     void refuse(RelayFailure code);
-    [[nodiscard]] std::size_t frameLimit() const;
+    [[nodiscard]] std::size_t longestFrame() const;
     [[nodiscard]] Vitals::Signs signs();
     void ping();
     void readingEnded();
@@ -67,6 +69,7 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
     Login login_;
     Vitals vitals_;
     boost::beast::flat_buffer incoming_;
+    std::size_t passedOver_ = 0; ///< bytes of the frame that is being read
     std::deque<std::string> outgoing_;
     std::string onTheWay_; ///< the frame that is being written
     std::size_t waiting_ = 0;

@@ -183,9 +183,21 @@ TEST(RelayServer, EndsASocketThatForgesASender) {
     EXPECT_EQ(both.phone.read(), offline);
 }
 
-TEST(RelayServer, EndsASocketAfterAFrameThatIsTooLarge) {
+TEST(RelayServer, PassesOverAFrameThatIsTooLargeAndKeepsTheSocket) {
+    Connected both;
+    const auto frame = both.pair.fromPhone();
+    for (const auto size : {frameLimit + 1, 3 * frameLimit}) {
+        both.phone.write(std::string(size, ' '));
+        EXPECT_EQ(both.phone.read(), failureFrame(RelayFailure::tooLarge));
+        both.phone.write(frame);
+        EXPECT_EQ(both.mac.read(), frame) << "nothing came before it";
+    }
+}
+
+TEST(RelayServer, EndsASocketWhoseFrameGoesOnAndOn) {
     auto limits = RunningRelay::quickLimits();
     limits.frame = 100'000;
+    limits.passedOver = 2 * mebibyte;
     Connected both{limits};
     const auto largest = both.pair.frame(both.pair.mac, both.pair.phone, 1, 70'000);
     ASSERT_LE(largest.size(), limits.frame);

@@ -55,14 +55,16 @@ TEST_F(VitalsTest, ADeviceThatIsNotReadIsNotSilent) {
     EXPECT_EQ(after(341), Verdict::dead);
 }
 
-TEST_F(VitalsTest, ADeviceThatTakesNothingForAMinuteIsStalled) {
+TEST_F(VitalsTest, ADeviceThatTakesNothingForTwoMinutesAndAHalfIsStalled) {
     signs.waiting = 100;
     signs.bytesRead = 1;
     after(0);
     signs.bytesRead = 2;
-    EXPECT_EQ(after(60), Verdict::well);
+    EXPECT_EQ(after(75), Verdict::well);
     signs.bytesRead = 3;
-    EXPECT_EQ(after(61), Verdict::stalled);
+    EXPECT_EQ(after(150), Verdict::well);
+    signs.bytesRead = 4;
+    EXPECT_EQ(after(151), Verdict::stalled);
 }
 
 TEST_F(VitalsTest, WhatBeginsToWaitLateIsNotWaitedForSinceEarlier) {
@@ -72,7 +74,9 @@ TEST_F(VitalsTest, WhatBeginsToWaitLateIsNotWaitedForSinceEarlier) {
     signs.waiting = 100;
     EXPECT_EQ(after(70), Verdict::well);
     signs.bytesRead = 3;
-    EXPECT_EQ(after(131), Verdict::stalled);
+    EXPECT_EQ(after(151), Verdict::well);
+    signs.bytesRead = 4;
+    EXPECT_EQ(after(221), Verdict::stalled);
 }
 
 TEST_F(VitalsTest, ASlowDeviceThatTakesSomethingIsNotStalled) {
