@@ -217,7 +217,7 @@ class Computer {
 
   private:
     Task<void> handle(SecureLink::Udalost event) {
-        if (std::holds_alternative<SecureLink::Pripraveno>(event)) co_await sync_.doplnit();
+        if (std::holds_alternative<SecureLink::Pripraveno>(event)) co_await sync_.doplnit(link_.soucasne());
         const auto* message = std::get_if<SecureLink::Zprava>(&event);
         const auto* call = message ? message->payload.as<MacPayload::ToolCall>() : nullptr;
         if (!call) co_return;

@@ -195,14 +195,15 @@ Task<void> Companion::zpracovat(SecureLink::Chyba udalost) {
 }
 
 Task<void> Companion::zpracovat(SecureLink::Pripraveno) {
+    const auto link = spojeni_.soucasne();
     state_.potiz = std::nullopt;
     co_await poslatStav();
-    co_await doplnitPoPripojeni();
+    co_await doplnitPoPripojeni(link);
 }
 
-Task<void> Companion::doplnitPoPripojeni() {
-    co_await ukolyTelefonu_.doplnit();
-    co_await poznamkyTelefonu_.doplnit();
+Task<void> Companion::doplnitPoPripojeni(std::shared_ptr<SecureLink> link) {
+    co_await ukolyTelefonu_.doplnit(link);
+    co_await poznamkyTelefonu_.doplnit(link);
 }
 
 Task<void> Companion::poslatStav() {

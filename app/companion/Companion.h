@@ -109,8 +109,8 @@ class Companion {
     Task<void> zpracovat(SecureLink::Pripraveno udalost);
     void usnout();
     Task<void> usnoutPoOdpojeni();
-    /// What the phone may have missed.
-    Task<void> doplnitPoPripojeni();
+    /// What the phone may have missed, over this link.
+    Task<void> doplnitPoPripojeni(std::shared_ptr<SecureLink> link);
     Task<void> zjistit(std::string_view nastroj, QProperty<AgentStatus>* stav);
     Task<ToolOutcome> stavNastroj(ToolCall call);
     Task<void> poslatZadost(ApprovalRequest zadost);

@@ -31,8 +31,7 @@ void NotesSync::poslatPoznamku(const MorvexNote& note) {
     if (spojeni_.jePritomne()) scope_.spawn(odeslat(note));
 }
 
-Task<void> NotesSync::doplnit() {
-    const auto link = spojeni_.soucasne();
+Task<void> NotesSync::doplnit(std::shared_ptr<SecureLink> link) {
     // By index: notes may be added and changed between two sends, but never removed while one is under way.
     for (std::size_t i = 0; i < poznamky_.vsechny().size(); ++i) {
         if (!link || spojeni_.soucasne() != link) co_return;

@@ -6,6 +6,8 @@
 #include "foundation/TaskScope.h"
 #include "shared/wire/MacPayload.h"
 
+#include <memory>
+
 namespace morvex {
 
 /// Keeps notes and summaries in step with the phone. It keeps no account of what has arrived: every note goes
@@ -24,8 +26,8 @@ class NotesSync {
     /// Sends one note in the background; nothing without a link.
     void poslatPoznamku(const MorvexNote& note);
 
-    /// Sends every note, deleted ones too, one after the other, for as long as the present link stays.
-    Task<void> doplnit();
+    /// Sends every note, deleted ones too, one after the other, for as long as this link is the present one.
+    Task<void> doplnit(std::shared_ptr<SecureLink> link);
 
   private:
     Task<void> odeslat(MorvexNote note);

@@ -20,7 +20,7 @@ concept Ignored = OneOf<Case, MacPayload::Status, MacPayload::ToolProgress, MacP
                         MacPayload::WorkItemUpdate, MacPayload::NoteAck, MacPayload::SummaryAck,
                         MacPayload::Cancel, MacPayload::Approval>;
 
-/// Bad arguments are no arguments: the tool then says what is missing.
+/// Arguments that do not parse count as an empty object: the tool then says what is missing.
 boost::json::object argumentsOf(const std::string& json) {
     auto parsed = parseJson(json);
     if (!parsed || !parsed->is_object()) return {};
@@ -45,6 +45,8 @@ Task<void> PhoneInbox::handle(MacPayload::ToolCall call, std::string requestID) 
     auto arguments = argumentsOf(call.argumentsJSON);
     auto link = services_.spojeni.soucasne();
     if (!link) co_return;
+    const auto turn = co_await calls_.take();
+    if (services_.spojeni.soucasne() != link) co_return;
     auto outcome =
         co_await services_.nastroje.provestNastroj({std::move(call.name), std::move(arguments), requestID});
     co_await poslatVysledek(std::move(link), std::move(outcome), std::move(requestID));
@@ -61,15 +63,18 @@ Task<void> PhoneInbox::handle(MacPayload::WorkItemAck potvrzeni, std::string) {
 }
 
 Task<void> PhoneInbox::handle(MacPayload::OpenAICredential credential, std::string) {
+    const auto turn = co_await settings_.take();
     co_await services_.hlas.setAPIKey(std::move(credential.value));
     co_await services_.poslatStav();
 }
 
 Task<void> PhoneInbox::handle(MacPayload::Preferences sent, std::string) {
+    const auto turn = co_await settings_.take();
     co_await services_.hlas.applyPreferences(std::move(sent.preferences));
 }
 
 Task<void> PhoneInbox::handle(MacPayload::CustomApps list, std::string) {
+    const auto turn = co_await settings_.take();
     co_await services_.customApps.replacePhoneApps(std::move(list.apps));
     co_await services_.poslatStav();
 }

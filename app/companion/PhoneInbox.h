@@ -7,6 +7,7 @@
 #include "app/companion/ToolGate.h"
 #include "app/customapps/MacCustomAppsService.h"
 #include "app/voice/MacVoiceController.h"
+#include "foundation/Turns.h"
 #include "shared/wire/MacPayload.h"
 
 #include <functional>
@@ -16,8 +17,10 @@
 
 namespace morvex {
 
-/// What becomes of each message of the phone. Main thread; the listener awaits each message to its end, so
-/// that calls of the phone run one at a time and a decision that arrives meanwhile stays unread.
+/// What becomes of each message of the phone. Main thread; the listener of a link awaits each message to its
+/// end, so that a decision that arrives while a call runs stays unread. Over all links calls run one at a
+/// time: the first call of a new link waits for the last one of the link before, and ends unbegun when its
+/// own link goes meanwhile.
 class PhoneInbox {
   public:
     /// All of it outlives the inbox.
@@ -51,6 +54,8 @@ class PhoneInbox {
     Task<void> poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome, std::string requestID);
 
     Services services_;
+    Turns calls_;
+    Turns settings_; ///< the vault is slow, and what was sent later is to count
 };
 
 } // namespace morvex

@@ -29,14 +29,13 @@ void PhoneLink::pripojit(std::shared_ptr<SecureLink> link) {
     odpojit();
     spojeni_ = std::move(link);
     posluchac_ = std::make_shared<TaskScope>(main_);
-    posluchac_->spawn(listen(spojeni_, std::exchange(lastPosluchac_, nullptr), posluchac_->token()));
+    posluchac_->spawn(listen(spojeni_, posluchac_->token()));
     scope_.spawn(start(spojeni_));
 }
 
 void PhoneLink::odpojit() {
     if (!spojeni_) return;
     posluchac_->stop();
-    lastPosluchac_ = posluchac_;
     scope_.spawn(drain(std::move(posluchac_)));
     odchazejici_.spawn(takeDown(std::exchange(spojeni_, nullptr)));
 }
@@ -47,10 +46,7 @@ Task<Result<void>> PhoneLink::poslat(MacPayload payload, std::string requestID) 
     co_return co_await link->poslat(std::move(payload), std::move(requestID));
 }
 
-Task<void> PhoneLink::listen(std::shared_ptr<SecureLink> link, std::shared_ptr<TaskScope> predecessor,
-                             std::stop_token stop) {
-    if (predecessor) co_await predecessor->join();
-    predecessor.reset();
+Task<void> PhoneLink::listen(std::shared_ptr<SecureLink> link, std::stop_token stop) {
     while (auto event = co_await link->udalosti().next(stop)) co_await handler_(*std::move(event));
 }
 

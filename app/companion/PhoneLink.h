@@ -10,8 +10,9 @@
 namespace morvex {
 
 /// Holds the live link to the phone, if there is one, and the one listener that reads its events: it handles
-/// an event to its end before it takes the next one, so that what the phone sends is handled strictly in
-/// order. Main thread.
+/// an event to its end before it takes the next one, so that what the phone sends over a link is handled
+/// strictly in order. The events of a new link do not wait for what the one before still handles. Main
+/// thread.
 class PhoneLink {
   public:
     using Handler = std::function<Task<void>(SecureLink::Udalost)>;
@@ -39,16 +40,14 @@ class PhoneLink {
     Task<Result<void>> poslat(MacPayload payload, std::string requestID);
 
   private:
-    Task<void> listen(std::shared_ptr<SecureLink> link, std::shared_ptr<TaskScope> predecessor,
-                      std::stop_token stop);
+    Task<void> listen(std::shared_ptr<SecureLink> link, std::stop_token stop);
 
     Executor& main_;
     TaskScope& scope_;
     Handler handler_;
     std::shared_ptr<SecureLink> spojeni_;
     std::shared_ptr<TaskScope> posluchac_;
-    std::shared_ptr<TaskScope> lastPosluchac_; ///< of the link before; it may still handle its last event
-    TaskScope odchazejici_;                    ///< links that go down
+    TaskScope odchazejici_; ///< links that go down
 };
 
 } // namespace morvex

@@ -21,9 +21,9 @@ void TaskSync::potvrzeno(const MacPayload::WorkItemAck& potvrzeni) {
     historie_.potvrd(potvrzeni.id, potvrzeni.revision);
 }
 
-Task<void> TaskSync::doplnit() {
+Task<void> TaskSync::doplnit(std::shared_ptr<SecureLink> link) {
     for (auto& ukol : historie_.nedorucene()) {
-        if (!spojeni_.jePritomne()) co_return;
+        if (!link || spojeni_.soucasne() != link) co_return;
         co_await poslatUkol(std::move(ukol));
     }
 }

@@ -6,6 +6,8 @@
 #include "shared/wire/MacPayload.h"
 
 #include <functional>
+#include <memory>
+#include <utility>
 
 namespace morvex {
 
@@ -22,8 +24,9 @@ class TaskSync final : public AgentReports {
 
     void potvrzeno(const MacPayload::WorkItemAck& potvrzeni);
 
-    /// Sends what the phone has not acknowledged, one after the other, for as long as there is a link.
-    Task<void> doplnit();
+    /// Sends what the phone has not acknowledged, one after the other, for as long as this link is the
+    /// present one.
+    Task<void> doplnit(std::shared_ptr<SecureLink> link);
 
   private:
     HistorieAgentu& historie_;

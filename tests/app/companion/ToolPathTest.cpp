@@ -163,27 +163,6 @@ TEST_F(ToolPathTest, WhileASearchRunsTheLinkLivesAndLaterCallsWait) {
     end();
 }
 
-TEST_F(ToolPathTest, AfterANewLinkAReplyIsLostAndTheNextCallWaitsForTheOldOne) {
-    ManualExecutor slow;
-    workers = &slow;
-    startSecured();
-    allowFolder("Projekty");
-    phone.call("mac.files.search", "{}", "old");
-    executor.runUntilIdle();
-    (void)connectAgain();
-    phone.call("mac.status", "{}", "new");
-    executor.runUntilIdle();
-    EXPECT_TRUE(phone.take().empty()) << "one call at a time, over links too";
-
-    slow.runUntilIdle();
-    executor.runUntilIdle();
-    std::vector<std::string> replies;
-    for (const auto& received : phone.take())
-        if (received.payload.as<MacPayload::ToolResult>()) replies.push_back(received.requestID);
-    EXPECT_EQ(replies, std::vector<std::string>{"new"});
-    end();
-}
-
 TEST_F(ToolPathTest, MessagesThatChangeNothing) {
     startSecured();
     auto before = companion->stav().potiz.value();

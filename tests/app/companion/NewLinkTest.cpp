@@ -1,0 +1,141 @@
+#include "tests/support/CompanionHarness.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace morvex {
+namespace {
+
+/// What a new link may do while the link before it still has work under way.
+class NewLinkTest : public CompanionHarness {
+  protected:
+    /// A call that runs until `slow` does. The folder that is allowed.
+    std::string callThatLasts() {
+        workers = &slow;
+        startSecured();
+        auto folder = allowFolder("Projekty");
+        phone.call("mac.files.search", "{}", "old");
+        executor.runUntilIdle();
+        return folder;
+    }
+
+    void workOnVault() {
+        for (int round = 0; round < 12; ++round) {
+            slow.runUntilIdle();
+            executor.runUntilIdle();
+        }
+    }
+
+    void sendNote() {
+        MorvexNote note{random.uuid(), "Z telefonu", "obsah", clock.now(), clock.now(), 1, {}};
+        phone.send({MacPayload::NoteUpdate{note}}, "note");
+        executor.runUntilIdle();
+    }
+
+    /// The request ids of the results that came to the phone since the last call.
+    std::vector<std::string> takeResults() {
+        executor.runUntilIdle();
+        std::vector<std::string> ids;
+        for (const auto& received : phone.take())
+            if (received.payload.as<MacPayload::ToolResult>()) ids.push_back(received.requestID);
+        return ids;
+    }
+
+    ManualExecutor slow;
+};
+
+TEST_F(NewLinkTest, AfterANewLinkAReplyIsLostAndTheNextCallWaitsForTheOldOne) {
+    callThatLasts();
+    (void)connectAgain();
+    phone.call("mac.status", "{}", "new");
+    EXPECT_TRUE(takeResults().empty()) << "one call at a time, over links too";
+
+    slow.runUntilIdle();
+    EXPECT_EQ(takeResults(), std::vector<std::string>{"new"});
+    end();
+}
+
+TEST_F(NewLinkTest, ANewLinkIsLookedAtWhileACallOfTheOldOneRuns) {
+    callThatLasts();
+    companion->odpojit();
+    auto socket = sockets.layOut();
+    companion->pripojit();
+    executor.runUntilIdle();
+    phone.attach(socket, *mac);
+    phone.logIn(false);
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Telefon není připojený");
+    phone.deliver({RelayMessage::PeerOnline{true}});
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    EXPECT_EQ(takeStatuses().size(), 1U);
+    EXPECT_EQ(availability(), "Připraven");
+
+    sendNote();
+    ASSERT_EQ(companion->poznamky().vsechny().size(), 1U) << "only calls wait";
+    slow.runUntilIdle();
+    end();
+}
+
+TEST_F(NewLinkTest, OverALinkTheOrderStaysWhileItsCallWaitsForTheOldOne) {
+    callThatLasts();
+    (void)connectAgain();
+    phone.call("mac.notes.search", "{}", "new");
+    sendNote();
+    EXPECT_TRUE(companion->poznamky().vsechny().empty()) << "it came behind the call";
+    slow.runUntilIdle();
+    executor.runUntilIdle();
+    EXPECT_EQ(companion->poznamky().vsechny().size(), 1U);
+    end();
+}
+
+TEST_F(NewLinkTest, ACallWhoseLinkGoesBeforeItsTurnIsNotCarriedOut) {
+    const auto folder = callThatLasts();
+    (void)connectAgain();
+    phone.call("mac.files.write", R"({"path":"a.txt","content":"1"})", "second");
+    executor.runUntilIdle();
+    (void)connectAgain();
+    phone.call("mac.files.write", R"({"path":"b.txt","content":"1"})", "third");
+    executor.runUntilIdle();
+    for (int i = 0; i < 8; ++i) {
+        slow.runUntilIdle();
+        executor.runUntilIdle();
+    }
+    EXPECT_EQ(takeResults(), std::vector<std::string>{"third"});
+    EXPECT_FALSE(std::filesystem::exists(folder + "/a.txt"));
+    EXPECT_TRUE(std::filesystem::exists(folder + "/b.txt"));
+    end();
+}
+
+TEST_F(NewLinkTest, AnEndWhileACallOfANewLinkWaitsIsClean) {
+    callThatLasts();
+    (void)connectAgain();
+    phone.call("mac.status", "{}", "new");
+    executor.runUntilIdle();
+    end();
+}
+
+TEST_F(NewLinkTest, SettingsCountInTheOrderOfTheirComingWhileTheVaultIsSlow) {
+    storage = &slow;
+    startPaired();
+    workOnVault();
+    phone.logIn();
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+    executor.runUntilIdle();
+    phone.send({MacPayload::CustomApps{{{"p1", "a", "https://a", "t"}}}}, "apps");
+    executor.runUntilIdle();
+    (void)connectAgain();
+    phone.send({MacPayload::CustomApps{{{"p2", "b", "https://b", "t"}}}}, "apps");
+    executor.runUntilIdle();
+    workOnVault();
+    EXPECT_EQ(companion->customApps().apps(),
+              (std::vector<AppSummary>{{"p2", "b", "https://b", true, true}}));
+    EXPECT_FALSE(vault.items.contains({Keychain::service, "custom.app.p1.token"}));
+    EXPECT_TRUE(vault.items.contains({Keychain::service, "custom.app.p2.token"}));
+    workers = &slow;
+    end();
+}
+
+} // namespace
+} // namespace morvex
