@@ -27,8 +27,8 @@ void NotesPhone::noteTime(const SecureLink::Udalost& event) {
     ++notes;
 }
 
-Task<void> NotesPhone::trySend(MacPayload payload, std::string requestID) {
-    (void)co_await link_->poslat(std::move(payload), std::move(requestID));
+Task<Result<void>> NotesPhone::trySend(MacPayload payload, std::string requestID) {
+    co_return co_await link_->poslat(std::move(payload), std::move(requestID));
 }
 
 Task<std::string> NotesPhone::sendMilestone() {

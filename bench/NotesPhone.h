@@ -24,7 +24,7 @@ class NotesPhone final : public Outbox {
 
     Task<void> listen(std::stop_token stop);
 
-    Task<void> trySend(MacPayload payload, std::string requestID) override;
+    Task<Result<void>> trySend(MacPayload payload, std::string requestID) override;
     Task<std::string> sendMilestone() override;
 
     std::atomic<std::size_t> notes = 0; ///< heard

@@ -153,8 +153,8 @@ Task<Result<void>> PhoneSession::decide(std::string approvalID, bool isApproved)
     co_return co_await link_->poslat({std::move(decision)}, std::move(requestID));
 }
 
-Task<void> PhoneSession::trySend(MacPayload payload, std::string requestID) {
-    (void)co_await link_->poslat(std::move(payload), std::move(requestID));
+Task<Result<void>> PhoneSession::trySend(MacPayload payload, std::string requestID) {
+    co_return co_await link_->poslat(std::move(payload), std::move(requestID));
 }
 
 Task<std::string> PhoneSession::sendMilestone() {
@@ -166,7 +166,7 @@ Task<std::string> PhoneSession::sendMilestone() {
 
 Task<void> PhoneSession::acknowledge(WorkItem item) {
     auto requestID = "work-item-ack:" + item.id.text();
-    co_await trySend({MacPayload::WorkItemAck{item.id, item.revision}}, std::move(requestID));
+    (void)co_await trySend({MacPayload::WorkItemAck{item.id, item.revision}}, std::move(requestID));
 }
 
 void PhoneSession::takeNote(const Inbox::Event& event) {

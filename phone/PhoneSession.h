@@ -57,7 +57,7 @@ class PhoneSession final : public Outbox {
     Task<Result<void>> handOver(MacPayload payload, std::string requestID, Clock::Duration limit,
                                 EventListener& listener);
 
-    Task<void> trySend(MacPayload payload, std::string requestID) override;
+    Task<Result<void>> trySend(MacPayload payload, std::string requestID) override;
     Task<std::string> sendMilestone() override;
 
     Task<Result<void>> decide(std::string approvalID, bool isApproved);

@@ -1,5 +1,7 @@
 #include "phone/RecordSync.h"
 
+#include "foundation/Text.h"
+#include "shared-apple/MessageTooLong.h"
 #include "shared/base/Try.h"
 
 #include <algorithm>
@@ -13,6 +15,17 @@ namespace {
 std::string requestIDOf(const MacPayload& offer) {
     if (const auto* told = offer.as<MacPayload::NoteUpdate>()) return requestID(told->note);
     return "summary:" + offer.as<MacPayload::SummaryUpdate>()->summary.id.text();
+}
+
+constexpr std::size_t longestTitle = 60;
+
+/// For an offer that makes a frame beyond the limit.
+std::string tooLong(const MacPayload& offer) {
+    if (const auto* told = offer.as<MacPayload::NoteUpdate>())
+        return "Poznámka „" + excerpt(told->note.title, longestTitle) +
+               "“ je na přenos příliš dlouhá. Zůstane jen tady.";
+    const auto& title = offer.as<MacPayload::SummaryUpdate>()->summary.title;
+    return "Souhrn „" + excerpt(title, longestTitle) + "“ je na přenos příliš dlouhý. Zůstane jen tady.";
 }
 
 } // namespace
@@ -43,7 +56,7 @@ Task<Result<void>> RecordSync::finish() {
     if (isUnsaved_) CO_CHECK(records_.save());
     isUnsaved_ = false;
     for (const auto& [id, revision] : std::exchange(waiting_, {}))
-        co_await outbox_.trySend({MacPayload::NoteAck{id, revision}}, noteAckID(id));
+        (void)co_await outbox_.trySend({MacPayload::NoteAck{id, revision}}, noteAckID(id));
     co_return Result<void>{};
 }
 
@@ -74,11 +87,13 @@ std::vector<MacPayload> RecordSync::nextOffers() {
 
 Task<void> RecordSync::nextRound() {
     milestone_.clear();
-    auto offers = nextOffers();
+    const auto offers = nextOffers();
     if (offers.empty() && isCaughtUp_) co_return;
-    for (auto& offer : offers) {
+    for (const auto& offer : offers) {
         auto requestID = requestIDOf(offer);
-        co_await outbox_.trySend(std::move(offer), std::move(requestID));
+        auto sent = co_await outbox_.trySend(offer, requestID);
+        if (sent || !sent.error().as<MessageTooLong>()) continue;
+        if (tooLong_.insert(std::move(requestID)).second) terminal_.problem(tooLong(offer));
     }
     milestone_ = co_await outbox_.sendMilestone();
 }

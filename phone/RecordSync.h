@@ -21,7 +21,8 @@ namespace morvex {
 /// begins. When nothing is left to offer, what comes is saved one by one.
 ///
 /// The first round of a session ends when the Mac has told of all its notes: what it turned out to lack is
-/// offered too then. What it does not take is offered a second time, and again in the next session.
+/// offered too then. What it does not take is offered a second time, and again in the next session. What no
+/// frame can take is told, and stays here.
 ///
 ///     session: offers, milestone →            round: offers, milestone →
 ///              ← notes, acks, result                 ← acks, result            ... until all is offered
@@ -70,6 +71,7 @@ class RecordSync {
     std::string milestone_;                 ///< of the round that runs; empty between rounds
     std::map<Uuid, std::uint64_t> waiting_; ///< revisions to acknowledge as soon as they are saved
     std::set<Uuid> told_;                   ///< what the Mac told of or confirmed before its first milestone
+    std::set<std::string> tooLong_;         ///< versions that no frame can take, which was told
     bool isCaughtUp_ = false;
     bool isSecondPass_ = false;
     bool isUnsaved_ = false;

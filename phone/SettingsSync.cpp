@@ -1,5 +1,6 @@
 #include "phone/SettingsSync.h"
 
+#include "shared-apple/MessageTooLong.h"
 #include "shared/base/Try.h"
 
 #include <utility>
@@ -25,10 +26,20 @@ Task<void> SettingsSync::offer() {
             terminal_.problem(payload.error().popis());
             continue;
         }
-        co_await outbox_.trySend(*std::move(payload), kind == Kind::apps ? "custom-apps" : "preferences");
-        offered_.push_back(kind);
+        auto sent =
+            co_await outbox_.trySend(*std::move(payload), kind == Kind::apps ? "custom-apps" : "preferences");
+        if (!sent && sent.error().as<MessageTooLong>())
+            tellTooLong(kind);
+        else
+            offered_.push_back(kind);
     }
     if (!offered_.empty()) milestone_ = co_await outbox_.sendMilestone();
+}
+
+void SettingsSync::tellTooLong(PhoneSettings::Kind kind) {
+    if (!tooLong_.insert(kind).second) return;
+    terminal_.problem(kind == Kind::apps ? "Seznam aplikací je na přenos příliš dlouhý. Zůstane jen tady."
+                                         : "Předvolby jsou na přenos příliš dlouhé. Zůstanou jen tady.");
 }
 
 bool SettingsSync::isMilestone(const SecureLink::Zprava& message) const {

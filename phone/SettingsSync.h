@@ -6,6 +6,7 @@
 #include "phone/Terminal.h"
 #include "shared/base/Error.h"
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,7 @@ class SettingsSync {
     [[nodiscard]] bool isMilestone(const SecureLink::Zprava& message) const;
 
   private:
+    void tellTooLong(PhoneSettings::Kind kind);
     [[nodiscard]] Result<MacPayload> payloadOf(PhoneSettings::Kind kind) const;
 
     PhoneSettings& settings_;
@@ -38,6 +40,7 @@ class SettingsSync {
     Terminal& terminal_;
     std::vector<PhoneSettings::Kind> offered_; ///< and not confirmed yet
     std::string milestone_;                    ///< behind what was offered last
+    std::set<PhoneSettings::Kind> tooLong_;    ///< what no frame can take, which was told
 };
 
 } // namespace morvex

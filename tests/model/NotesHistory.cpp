@@ -40,15 +40,15 @@ NotesHistory::NotesHistory(std::uint64_t seed, std::filesystem::path folder)
     loadPhone();
 }
 
-Task<void> NotesHistory::Post::trySend(MacPayload payload, std::string requestID) {
+Task<Result<void>> NotesHistory::Post::trySend(MacPayload payload, std::string requestID) {
     if (history_.isUp_) history_.toMac_.push_back({encode(payload), std::move(requestID), {}});
-    co_return;
+    co_return Result<void>{};
 }
 
 Task<std::string> NotesHistory::Post::sendMilestone() {
     if (!history_.isUp_) co_return "";
     auto id = "milestone:" + std::to_string(++milestones_);
-    co_await trySend({MacPayload::ToolCall{"mac.status", "{}"}}, id);
+    (void)co_await trySend({MacPayload::ToolCall{"mac.status", "{}"}}, id);
     co_return id;
 }
 

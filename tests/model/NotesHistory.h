@@ -64,7 +64,7 @@ class NotesHistory {
       public:
         explicit Post(NotesHistory& history) : history_(history) {}
 
-        Task<void> trySend(MacPayload payload, std::string requestID) override;
+        Task<Result<void>> trySend(MacPayload payload, std::string requestID) override;
         Task<std::string> sendMilestone() override;
 
       private:

@@ -3,6 +3,9 @@
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/ScriptedRandom.h"
+#include "shared-apple/MessageTooLong.h"
+#include "shared/base/FrameLimit.h"
+#include "shared/wire/Json.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -17,9 +20,10 @@ using testing::IsEmpty;
 /// A Mac that remembers what the phone sent.
 class WrittenDown final : public Outbox {
   public:
-    Task<void> trySend(MacPayload payload, std::string) override {
+    Task<Result<void>> trySend(MacPayload payload, std::string) override {
+        if (encode(payload).size() > longest) co_return fail(MessageTooLong{});
         sent.push_back(std::move(payload));
-        co_return;
+        co_return Result<void>{};
     }
 
     Task<std::string> sendMilestone() override {
@@ -29,6 +33,7 @@ class WrittenDown final : public Outbox {
 
     std::vector<MacPayload> take() { return std::exchange(sent, {}); }
 
+    std::size_t longest = frameLimit;
     std::vector<MacPayload> sent;
     std::vector<std::string> milestones;
 };
@@ -100,6 +105,24 @@ TEST_F(RecordSyncTest, RefusalsDoNotHoldTheRestBack) {
     reachMilestone();
     EXPECT_EQ(acknowledgeAll(), 2U);
     EXPECT_EQ(records.unconfirmed().size(), 8U);
+}
+
+TEST_F(RecordSyncTest, WhatNoFrameCanTakeIsToldOnceAndTheRestGoesOn) {
+    createNotes(1);
+    ASSERT_TRUE(records.create("Dlouhá", std::string(2'000, 'x')));
+    ASSERT_TRUE(records.summarize("Den", std::string(2'000, 'x'), {}));
+    createNotes(1);
+    outbox.longest = 1'000;
+    for (int session = 0; session < 2; ++session) {
+        beginSession();
+        while (!sync.isSettled()) {
+            acknowledgeAll();
+            reachMilestone();
+        }
+    }
+    EXPECT_EQ(records.unconfirmed().size(), 2U) << "they are kept";
+    EXPECT_EQ(err.str(), "morvex-phone: Poznámka „Dlouhá“ je na přenos příliš dlouhá. Zůstane jen tady.\n"
+                         "morvex-phone: Souhrn „Den“ je na přenos příliš dlouhý. Zůstane jen tady.\n");
 }
 
 TEST_F(RecordSyncTest, WhatWasRefusedIsOfferedASecondTimeAndAgainAtTheNextSession) {
