@@ -194,7 +194,7 @@ class Computer {
           approvals_(clock, random, scope_),
           gate_(table_, state_, approvals_, random),
           link_(device.main, scope_, [this](SecureLink::Udalost event) { return handle(std::move(event)); }),
-          sync_(notes_, summaries_, link_, scope_) {
+          sync_(notes_, summaries_, link_, state_, scope_) {
         table_.add(
             MacToolName::status, [] { return true; },
             [this](ToolCall call) { return tellStatus(std::move(call)); });

@@ -2,6 +2,7 @@
 
 #include "app/agents/AgentId.h"
 #include "app/companion/SmazatPar.h"
+#include "shared-apple/MessageTooLong.h"
 #include "shared-apple/OwnIdentity.h"
 #include "shared/wire/MacToolName.h"
 
@@ -49,7 +50,7 @@ Companion::Companion(CompanionServices services)
               services_.jmenoZarizeni},
       spojeni_(services_.main, scope_,
                [this](SecureLink::Udalost udalost) { return zpracovat(std::move(udalost)); }),
-      poznamkyTelefonu_(poznamky_, souhrny_, spojeni_, scope_),
+      poznamkyTelefonu_(poznamky_, souhrny_, spojeni_, state_, scope_),
       ukolyTelefonu_(*historieAgentu_, spojeni_, [this] { return poslatStav(); }),
       agentTools_(
           agenti_, *historieAgentu_, ukolyTelefonu_,
@@ -209,8 +210,11 @@ Task<void> Companion::doplnitPoPripojeni(std::shared_ptr<SecureLink> link) {
 Task<void> Companion::poslatStav() {
     if (!spojeni_.jePritomne()) co_return;
     auto status = report_.at(clock().now(), nastroje_.nabizeneNastroje());
-    auto sent = co_await spojeni_.poslat({MacPayload::Status{std::move(status)}}, statusRequestID);
-    if (!sent) state_.potiz = "Stav se nepodařilo odeslat: " + sent.error().popis();
+    auto sent = co_await spojeni_.poslat({MacPayload::Status{status}}, statusRequestID);
+    if (sent) co_return;
+    state_.potiz = "Stav se nepodařilo odeslat: " + sent.error().popis();
+    if (sent.error().as<MessageTooLong>())
+        (void)co_await spojeni_.poslat({MacPayload::Status{shortened(std::move(status))}}, statusRequestID);
 }
 
 Task<void> Companion::obnovitSluzby() {

@@ -1,12 +1,22 @@
 #include "app/companion/NotesSync.h"
 
+#include "foundation/Text.h"
+#include "shared-apple/MessageTooLong.h"
+
 #include <string>
 #include <utility>
 
 namespace morvex {
 
-NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni, TaskScope& scope)
-    : poznamky_(poznamky), souhrny_(souhrny), spojeni_(spojeni), scope_(scope) {
+namespace {
+
+constexpr std::size_t longestTitle = 60;
+
+} // namespace
+
+NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni,
+                     CompanionState& state, TaskScope& scope)
+    : poznamky_(poznamky), souhrny_(souhrny), spojeni_(spojeni), state_(state), scope_(scope) {
     poznamky_.priZmene = [this](const MorvexNote& note) { poslatPoznamku(note); };
 }
 
@@ -40,8 +50,14 @@ Task<void> NotesSync::doplnit(std::shared_ptr<SecureLink> link) {
 }
 
 Task<void> NotesSync::odeslat(MorvexNote note) {
-    auto id = requestID(note);
-    (void)co_await spojeni_.poslat({MacPayload::NoteUpdate{std::move(note)}}, std::move(id));
+    auto sent = co_await spojeni_.poslat({MacPayload::NoteUpdate{note}}, requestID(note));
+    if (!sent && sent.error().as<MessageTooLong>()) tellTooLong(note);
+}
+
+void NotesSync::tellTooLong(const MorvexNote& note) {
+    if (!tooLong_.insert(requestID(note)).second) return;
+    state_.potiz = "Poznámka „" + excerpt(note.title, longestTitle) +
+                   "“ je na přenos příliš dlouhá, telefon ji nedostane.";
 }
 
 } // namespace morvex

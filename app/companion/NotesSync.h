@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/companion/CompanionState.h"
 #include "app/companion/PhoneLink.h"
 #include "app/personal/PoznamkyStore.h"
 #include "app/personal/SouhrnyStore.h"
@@ -7,16 +8,20 @@
 #include "shared/wire/MacPayload.h"
 
 #include <memory>
+#include <set>
+#include <string>
 
 namespace morvex {
 
 /// Keeps notes and summaries in step with the phone. It keeps no account of what has arrived: every note goes
 /// out again whenever the phone is back, and the revisions of the notes make that harmless. A lost send is
-/// never an error here. Main thread; owned by the companion, whose `scope` runs the sends.
+/// never an error here; of a note that no frame can take the person is told once, as the trouble. Main
+/// thread; owned by the companion, whose `scope` runs the sends.
 class NotesSync {
   public:
     /// From now on local changes of notes are sent.
-    NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni, TaskScope& scope);
+    NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni, CompanionState& state,
+              TaskScope& scope);
 
     /// What the phone has written. It is told that a record was taken only when that is so; otherwise it will
     /// offer the record again.
@@ -31,11 +36,14 @@ class NotesSync {
 
   private:
     Task<void> odeslat(MorvexNote note);
+    void tellTooLong(const MorvexNote& note);
 
     PoznamkyStore& poznamky_;
     SouhrnyStore& souhrny_;
     PhoneLink& spojeni_;
+    CompanionState& state_;
     TaskScope& scope_;
+    std::set<std::string> tooLong_; ///< versions of notes that no frame can take; each was told once
 };
 
 } // namespace morvex

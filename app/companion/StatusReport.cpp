@@ -1,5 +1,11 @@
 #include "app/companion/StatusReport.h"
 
+#include "shared/base/FrameLimit.h"
+#include "shared/base/Utf8.h"
+#include "shared/wire/Json.h"
+
+#include <boost/json/value.hpp>
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -29,6 +35,42 @@ std::optional<RunningTask> runningTask(const Bezici* bezici) {
                        bezici->prubeh};
 }
 
+/// What a report that was shortened has of each text, and of each list as JSON.
+constexpr std::size_t longestText = 1000;
+constexpr std::size_t longestList = frameLimit / 4;
+
+void shorten(std::string& text) {
+    text = clipped(text, longestText);
+}
+
+void shorten(std::optional<std::string>& text) {
+    if (text) shorten(*text);
+}
+
+void shorten(AgentStatus& agent) {
+    shorten(agent.version);
+    shorten(agent.source);
+    shorten(agent.problem);
+}
+
+std::size_t sizeOf(const ToolDescriptor& tool) {
+    return encode(tool).size() + 1;
+}
+
+std::size_t sizeOf(const std::string& text) {
+    return encode(boost::json::value(text)).size() + 1;
+}
+
+template <class Item> void dropWhatDoesNotFit(std::vector<Item>& list) {
+    std::size_t kept = 0;
+    std::erase_if(list, [&kept](const Item& item) {
+        const auto size = sizeOf(item);
+        if (kept + size > longestList) return true;
+        kept += size;
+        return false;
+    });
+}
+
 boost::json::array asArray(const std::vector<std::string>& texts) {
     boost::json::array array;
     for (const auto& text : texts) array.emplace_back(text);
@@ -51,6 +93,21 @@ MacStatus StatusReport::at(Date now, std::vector<ToolDescriptor> offer) const {
     status.runningTask = runningTask(agenti.bezici());
     status.onPower = naNapajeni;
     status.sentAt = now;
+    return status;
+}
+
+MacStatus shortened(MacStatus status) {
+    shorten(status.appVersion);
+    shorten(status.deviceName);
+    shorten(status.claude);
+    shorten(status.codex);
+    dropWhatDoesNotFit(status.tools);
+    dropWhatDoesNotFit(status.allowedFolders);
+    if (auto& task = status.runningTask) {
+        shorten(task->requestID);
+        shorten(task->tool);
+        shorten(task->progress);
+    }
     return status;
 }
 

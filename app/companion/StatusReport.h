@@ -35,4 +35,8 @@ struct StatusReport {
     [[nodiscard]] AgentStatus agent(Integration integration, const AgentStatus& detected) const;
 };
 
+/// The same with less: texts are cut, and of tools and folders only those are listed that fit, in their
+/// order. For a report that makes a frame beyond the limit.
+[[nodiscard]] MacStatus shortened(MacStatus status);
+
 } // namespace morvex

@@ -460,6 +460,10 @@
         <translation>Eine Aktion am Mac erlauben</translation>
     </message>
     <message>
+        <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
+        <translation>Die Notiz „%1“ ist zu lang zum Übertragen; das Telefon bekommt sie nicht.</translation>
+    </message>
+    <message>
         <source>Poznámky Morvex</source>
         <translation>Morvex-Notizen</translation>
     </message>

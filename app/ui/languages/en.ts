@@ -460,6 +460,10 @@
         <translation>Allow an action on the Mac</translation>
     </message>
     <message>
+        <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
+        <translation>The note “%1” is too long to be sent; the phone will not get it.</translation>
+    </message>
+    <message>
         <source>Poznámky Morvex</source>
         <translation>Morvex notes</translation>
     </message>

@@ -460,6 +460,10 @@
         <translation>Permitir una acción en el Mac</translation>
     </message>
     <message>
+        <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
+        <translation>La nota «%1» es demasiado larga para enviarla; el teléfono no la recibirá.</translation>
+    </message>
+    <message>
         <source>Poznámky Morvex</source>
         <translation>Notas de Morvex</translation>
     </message>

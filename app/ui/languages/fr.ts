@@ -460,6 +460,10 @@
         <translation>Autoriser une action sur le Mac</translation>
     </message>
     <message>
+        <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
+        <translation>La note « %1 » est trop longue pour être envoyée ; le téléphone ne la recevra pas.</translation>
+    </message>
+    <message>
         <source>Poznámky Morvex</source>
         <translation>Notes Morvex</translation>
     </message>

@@ -1,3 +1,4 @@
+#include "shared/wire/Json.h"
 #include "shared/wire/ToolCatalogue.h"
 #include "tests/support/CompanionHarness.h"
 
@@ -79,6 +80,42 @@ TEST_F(StatusTest, AFailedStatusIsTheOneSendThatIsTold) {
     phone.logIn(false);
     executor.runUntilIdle();
     EXPECT_EQ(trouble(), "Stav se nepodařilo odeslat: Mac není dostupný.");
+}
+
+TEST_F(StatusTest, AReportTooLongForTheWayIsToldAndGoesShortened) {
+    startSecured();
+    allowFolder("Projekty");
+    (void)takeStatuses();
+    companion->stav().stavClauda = AgentStatus{true, "1.0", std::string(4'000'000, 'x'), {}};
+    (void)connectAgain();
+    auto statuses = takeStatuses();
+    ASSERT_EQ(statuses.size(), 1U);
+    EXPECT_EQ(statuses[0].claude.source, std::string(1000, 'x') + "…");
+    EXPECT_EQ(statuses[0].allowedFolders, std::vector<std::string>{"Projekty"});
+    EXPECT_FALSE(statuses[0].tools.empty());
+    EXPECT_EQ(trouble(), "Stav se nepodařilo odeslat: Zpráva je na přenos příliš dlouhá.");
+    EXPECT_TRUE(call("mac.status", "{}").ok);
+}
+
+TEST(StatusReport, AShortenedOneFitsWhateverItHolds) {
+    const std::string endless(10'000'000, '\x01');
+    MacStatus status;
+    status.appVersion = endless;
+    status.deviceName = endless;
+    for (int i = 0; i < 3; ++i)
+        status.tools.push_back({"mac.custom." + std::to_string(i), "short", {}, "{}"});
+    status.tools[1].parametersJSON = endless;
+    status.claude = {true, endless, endless, endless};
+    status.codex = status.claude;
+    status.allowedFolders.assign(100'000, std::string(255, '"'));
+    status.runningTask = RunningTask{endless, {}, endless, {}, endless};
+    const auto less = shortened(status);
+    EXPECT_LT(encode(MacPayload{MacPayload::Status{less}}).size(), frameLimit / 4 * 3);
+    ASSERT_EQ(less.tools.size(), 2U) << "the long one is left out";
+    EXPECT_EQ(less.tools[1].name, "mac.custom.2");
+    EXPECT_GT(less.allowedFolders.size(), 1000U);
+    const auto again = shortened(less);
+    EXPECT_EQ(again.allowedFolders, less.allowedFolders);
 }
 
 TEST(StatusReport, TheListLeavesOutWhatThePhoneHasOfItsOwn) {
