@@ -65,6 +65,7 @@ Task<Result<void>> PhonePairing::untilIntroduced(Clock::Duration limit) {
 Task<Result<void>> PhonePairing::heard(RelayLink::Udalost event) {
     if (const auto* told = std::get_if<RelayLink::Prihlaseno>(&event)) {
         isAtRelay_ = true;
+        login_ = told->login;
         if (told->protejsekOnline) co_await introduce();
     } else if (const auto* presence = std::get_if<RelayLink::Protejsek>(&event)) {
         if (presence->online) co_await introduce();
@@ -79,9 +80,11 @@ Task<Result<void>> PhonePairing::heard(RelayLink::Udalost event) {
 
 Task<void> PhonePairing::introduce() {
     auto hello = encode(Parovani::makeHello(*identita_, bundle_.pairID));
-    auto sent = co_await link_.send(keyExchange(
-        bundle_.pairID, identita_->deviceID(), deviceID(bundle_.signingKey), std::string(Parovani::requestID),
-        toBytes(hello), services_.relay.clock.now(), services_.random.uuid()));
+    auto sent =
+        co_await link_.send(keyExchange(bundle_.pairID, identita_->deviceID(), deviceID(bundle_.signingKey),
+                                        std::string(Parovani::requestID), toBytes(hello),
+                                        services_.relay.clock.now(), services_.random.uuid()),
+                            login_);
     if (sent) isIntroduced_ = true;
 }
 

@@ -55,7 +55,8 @@ class PhonePairing {
     Inbox& inbox_;
     RelayLink link_;
     TaskScope forwarding_;
-    std::string trouble_; ///< of the last connection
+    std::string trouble_;    ///< of the last connection
+    RelayLink::Login login_; ///< the last one that was told
     bool isAtRelay_ = false;
     bool isIntroduced_ = false;
 };

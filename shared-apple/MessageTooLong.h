@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// The message makes a frame beyond `WebSocketClient::messageLimit`. Nothing was sent, and the link stays.
+/// The message makes a frame beyond `frameLimit`. Nothing was sent, and the link stays.
 struct MessageTooLong {
     [[nodiscard]] std::string popis() const { return "Zpráva je na přenos příliš dlouhá."; }
 

@@ -81,18 +81,19 @@ Task<void> RelayLink::stop() {
     chceBezet_ = false;
     auto ending = std::move(bezici_);
     if (ending) ending->stop();
+    login_.reset();
     if (auto socket = std::exchange(socket_, nullptr)) socket->close(CloseCode::goingAway);
     if (ending) co_await ending->join();
 }
 
-Task<Result<void>> RelayLink::send(Envelope envelope) {
+Task<Result<void>> RelayLink::send(Envelope envelope, Login login) {
     co_await hop(services_.executor);
+    if (!isCurrent(login)) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
     // Held until the send has ended, which may be after the connection has.
     auto socket = socket_;
-    if (!socket) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
     auto frame = encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});
-    // The relay would end the connection, and the next one when the message is offered again.
-    if (frame.size() > WebSocketClient::messageLimit) co_return fail(MessageTooLong{});
+    // Nobody would take it.
+    if (frame.size() > frameLimit) co_return fail(MessageTooLong{});
     co_return co_await socket->sendText(std::move(frame));
 }
 
@@ -126,6 +127,8 @@ Task<Result<void>> RelayLink::connection(TaskScope& scope) {
         }
     }
     connected.request_stop();
+    // A run that was stopped has lost its login already; a later run may have one.
+    if (!stop.stop_requested()) login_.reset();
     socket->close(CloseCode::goingAway);
     co_return ended;
 }
@@ -158,8 +161,8 @@ Task<Result<void>> RelayLink::logIn(std::shared_ptr<WebSocket> socket, std::stop
     auto* authenticated = answer.as<RelayMessage::Authenticated>();
     if (!authenticated) co_return notPaired("Nečekaná odpověď na přihlášení.");
     pokus_ = 0;
-    ++logins_;
-    udalosti_.push(Prihlaseno{authenticated->peerOnline});
+    login_ = std::make_shared<const LoginMark>();
+    udalosti_.push(Prihlaseno{authenticated->peerOnline, login_});
     co_return Result<void>{};
 }
 
@@ -183,11 +186,15 @@ Task<Result<void>> RelayLink::receiveAll(std::shared_ptr<WebSocket> socket, std:
 }
 
 Task<void> RelayLink::keepAlive(TaskScope& scope, std::shared_ptr<WebSocket> socket, std::stop_token stop) {
-    while (co_await sleepFor(services_.clock, pingInterval, stop))
-        if (!co_await hasPong(scope, socket, stop)) {
-            socket->close(CloseCode::abnormal);
-            co_return;
-        }
+    while (co_await sleepFor(services_.clock, pingInterval, stop)) {
+        const auto before = socket->reading();
+        if (co_await hasPong(scope, socket, stop)) continue;
+        // A pong may lie behind what this end does not read yet. The next ping is sent all the same: a broken
+        // connection is noticed by writing, and the relay hears that somebody is there.
+        if (before.isHeldBack || socket->reading() != before) continue;
+        socket->close(CloseCode::abnormal);
+        co_return;
+    }
 }
 
 Task<bool> RelayLink::hasPong(TaskScope& scope, std::shared_ptr<WebSocket> socket, std::stop_token stop) {

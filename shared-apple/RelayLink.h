@@ -9,7 +9,6 @@
 #include "shared/trust/DeviceIdentity.h"
 #include "shared/wire/RelayMessage.h"
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <variant>
@@ -33,9 +32,17 @@ class RelayLink {
         bool operator==(const Pripojuji&) const = default;
     };
 
+    struct LoginMark {};
+
+    /// Stands for one login, from its acceptance to the end of its socket.
+    using Login = std::shared_ptr<const LoginMark>;
+
     struct Prihlaseno {
         bool protejsekOnline = false;
-        bool operator==(const Prihlaseno&) const = default;
+        Login login = {}; ///< for what is sent from now on
+
+        /// Two logins that tell the same are equal.
+        bool operator==(const Prihlaseno& other) const { return protejsekOnline == other.protejsekOnline; }
     };
 
     struct Protejsek {
@@ -77,16 +84,16 @@ class RelayLink {
     /// Says goodbye (1001) and waits for the end of all that runs. Harmless when nothing runs.
     Task<void> stop();
 
-    /// Fails with `TalkSpanError::MacOffline` when there is no socket, with `MessageTooLong` for a frame
-    /// beyond the limit (nothing is sent, the link stays), else with `NetworkError`.
-    Task<Result<void>> send(Envelope envelope);
+    /// Sends on the socket of this login. Fails with `TalkSpanError::MacOffline` once that is over or for no
+    /// login, with `MessageTooLong` for a frame beyond the limit (nothing is sent, the link stays), else with
+    /// `NetworkError`.
+    Task<Result<void>> send(Envelope envelope, Login login);
+
+    /// Whether the socket of this login is the one of this moment. On the link's executor.
+    [[nodiscard]] bool isCurrent(const Login& login) const { return login && login == login_; }
 
     /// The events; the stream lives as long as this object.
     EventStream<Udalost>& udalosti() { return udalosti_; }
-
-    /// How many logins have been told by `Prihlaseno`, those included that wait in the stream. On the link's
-    /// executor.
-    [[nodiscard]] std::uint64_t logins() const { return logins_; }
 
   private:
     /// Decides the race between a pong and its timer: whoever comes first.
@@ -109,7 +116,7 @@ class RelayLink {
     Services services_;
     std::shared_ptr<WebSocket> socket_;
     std::unique_ptr<TaskScope> bezici_;
-    std::uint64_t logins_ = 0;
+    Login login_; ///< of `socket_`, once the relay has accepted it
     int pokus_ = 0;
     bool chceBezet_ = false;
     EventStream<Udalost> udalosti_;

@@ -47,7 +47,7 @@ Task<void> SecureLink::spustit() {
     if (posluchac_) co_return;
     // What the last run left behind concerns nobody any more.
     spojeni_.udalosti().clear();
-    login_ = spojeni_.logins();
+    login_.reset();
     posluchac_ = std::make_unique<TaskScope>(executor());
     posluchac_->spawn(listen(posluchac_->token()));
     co_await spojeni_.start();
@@ -66,12 +66,12 @@ Task<void> SecureLink::zastavit() {
 Task<Result<void>> SecureLink::poslat(MacPayload payload, std::string requestID) {
     co_await hop(executor());
     // While the application is busy the link may have a new connection of which nothing was handled yet.
-    if (!kanal_ || login_ != spojeni_.logins()) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
+    if (!kanal_ || !spojeni_.isCurrent(login_)) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
     // From the counter to the socket's queue there is no suspension: counters leave in their order.
     CO_TRY(auto, envelope,
            kanal_->seal(asBytes(encode(payload)), std::move(requestID), EnvelopeKind::data, envelopeLifetime,
                         {now(), services_.random.uuid()}));
-    co_return co_await spojeni_.send(std::move(envelope));
+    co_return co_await spojeni_.send(std::move(envelope), login_);
 }
 
 Task<void> SecureLink::listen(std::stop_token stop) {
@@ -89,7 +89,7 @@ Task<void> SecureLink::handle(RelayLink::Pripojuji event) {
 }
 
 Task<void> SecureLink::handle(RelayLink::Prihlaseno event) {
-    ++login_;
+    login_ = std::move(event.login);
     drawKey();
     kanal_.reset();
     tell({MacAvailability::Offline{}});
@@ -138,7 +138,8 @@ Task<void> SecureLink::sendHello() {
     // A hello that is lost is sent again after the next login or return of the peer.
     (void)co_await spojeni_.send(keyExchange(protejsek_.pairID, identita_->deviceID(), protejsek_.deviceID,
                                              sessionRequestID, toBytes(encode(hello)), now(),
-                                             services_.random.uuid()));
+                                             services_.random.uuid()),
+                                 login_);
 }
 
 void SecureLink::acceptHello(const Envelope& envelope) {

@@ -11,7 +11,6 @@
 #include "shared/wire/MacPayload.h"
 #include "shared/wire/PairedPeer.h"
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <set>
@@ -66,8 +65,8 @@ class SecureLink {
     /// Drops the session, stops the relay link and waits until nothing runs. May be started again.
     Task<void> zastavit();
 
-    /// Seals and sends. Fails with `TalkSpanError::MacOffline` when there is no session, else as
-    /// `RelayLink::send` does.
+    /// Seals and sends. Fails with `TalkSpanError::MacOffline` when there is no session or its login is over,
+    /// with `AmbiguousIdentity` for a request id that cannot be told apart, else as `RelayLink::send` does.
     Task<Result<void>> poslat(MacPayload payload, std::string requestID);
 
     /// The events; the stream lives as long as this object.
@@ -108,7 +107,7 @@ class SecureLink {
     std::optional<EphemeralPrivateKey> mujEfemerni_;
     std::set<AgreementPublicKey> usedPeerKeys_; ///< since `mujEfemerni_` was drawn
     std::optional<SecureChannel> kanal_;
-    std::uint64_t login_ = 0; ///< the last one of the link that was handled
+    RelayLink::Login login_; ///< the last one that was handled; the session belongs to it
     std::unique_ptr<TaskScope> posluchac_;
     EventStream<Udalost> udalosti_;
 };

@@ -52,6 +52,14 @@ void ScriptedSocket::pong() {
     answer(waitingPings_, {});
 }
 
+void ScriptedSocket::holdBack() {
+    reading_ = {true, reading_.pauses + 1};
+}
+
+void ScriptedSocket::readOn() {
+    reading_.isHeldBack = false;
+}
+
 void ScriptedSocket::holdSends() {
     holdsSends_ = true;
 }

@@ -17,6 +17,9 @@ class ScriptedSocket final : public WebSocket {
     Task<Result<void>> sendText(std::string text) override;
     Task<Result<WebSocketFrame>> receive() override;
     Task<Result<void>> ping() override;
+
+    [[nodiscard]] Reading reading() const override { return reading_; }
+
     void close(CloseCode code) override;
 
     /// What the other end sends.
@@ -31,6 +34,10 @@ class ScriptedSocket final : public WebSocket {
     /// Ends the sends that wait; the socket stays open, and later sends wait too.
     void answerSends(const Result<void>& result);
 
+    /// This end holds back reading, as one does for which too much waits, or goes on.
+    void holdBack();
+    void readOn();
+
     std::vector<std::string> sent;
     std::vector<CloseCode> closed;
     int pings = 0;
@@ -41,6 +48,7 @@ class ScriptedSocket final : public WebSocket {
 
     static void answer(Waiting& waiting, const Result<void>& result);
 
+    Reading reading_;
     bool open_ = true;
     bool holdsSends_ = false;
     std::string why_ = "spojení je zavřené";

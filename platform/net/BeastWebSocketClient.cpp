@@ -29,8 +29,8 @@ Task<Result<T>> call(SharedNetwork network, WeakConnection target,
 /// What the program holds. Its calls do not refer to it, so that it may go while they wait.
 class BeastWebSocket final : public WebSocket {
   public:
-    BeastWebSocket(SharedNetwork network, WeakConnection connection)
-        : network_(std::move(network)), connection_(std::move(connection)) {}
+    BeastWebSocket(SharedNetwork network, const std::shared_ptr<WebSocketConnection>& connection)
+        : network_(std::move(network)), connection_(connection), meter_(connection->meter()) {}
 
     ~BeastWebSocket() override {
         network_->post([target = connection_] {
@@ -50,6 +50,8 @@ class BeastWebSocket final : public WebSocket {
         return call<void>(network_, connection_, &WebSocketConnection::ping);
     }
 
+    [[nodiscard]] Reading reading() const override { return meter_->reading(); }
+
     void close(CloseCode code) override {
         network_->post([target = connection_, code] {
             if (auto connection = target.lock()) connection->close(code);
@@ -59,6 +61,7 @@ class BeastWebSocket final : public WebSocket {
   private:
     SharedNetwork network_;
     WeakConnection connection_;
+    std::shared_ptr<const ReadingMeter> meter_;
 };
 
 using OpenReply = Reply<std::shared_ptr<WebSocket>>;
@@ -78,8 +81,9 @@ void begin(const SharedNetwork& network, WebSocketUrl url, const Attempt& attemp
     network->adopt(connection);
     connection->open(std::move(url),
                      [network, attempt, reply = std::move(reply)](Result<void> opened) mutable {
-                         if (opened) return reply(std::make_shared<BeastWebSocket>(network, *attempt));
-                         if (auto failed = attempt->lock()) failed->release();
+                         auto connection = attempt->lock();
+                         if (opened) return reply(std::make_shared<BeastWebSocket>(network, connection));
+                         if (connection) connection->release();
                          reply(std::unexpected(std::move(opened).error()));
                      });
 }

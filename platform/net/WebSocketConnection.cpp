@@ -2,6 +2,7 @@
 
 #include "platform/net/TlsContext.h"
 #include "platform/net/WebSocketNetwork.h"
+#include "shared/base/FrameLimit.h"
 #include "shared/base/Require.h"
 
 #include <boost/asio/as_tuple.hpp>
@@ -29,6 +30,9 @@ constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
 /// The stream masks a message in pieces of this size.
 constexpr std::size_t writeBuffer = std::size_t{64} * 1024;
 
+/// A message is read in pieces of this size.
+constexpr std::size_t readStep = std::size_t{64} * 1024;
+
 /// A buffer that one large message has grown beyond this is given back.
 constexpr std::size_t keptBuffer = std::size_t{256} * 1024;
 
@@ -51,7 +55,7 @@ WebSocketConnection::WebSocketConnection(WebSocketNetwork& network, asio::ssl::c
     stream_.text(true);
     stream_.auto_fragment(false);
     stream_.write_buffer_bytes(writeBuffer);
-    stream_.read_message_max(WebSocketClient::messageLimit);
+    stream_.read_message_max(passedOverLimit);
     stream_.control_callback([this](websocket::frame_type kind, boost::beast::string_view payload) {
         if (kind == websocket::frame_type::pong) noticePong({payload.data(), payload.size()});
     });
@@ -136,20 +140,36 @@ void WebSocketConnection::receive(Reply<WebSocketFrame> reply) {
 
 /// Reads ahead, up to the size of one message, so that pings and pongs pass while nobody receives.
 void WebSocketConnection::readOn() {
-    if (reading_ || failure_ || arrivedBytes_ >= WebSocketClient::messageLimit) return;
+    if (reading_ || failure_) return;
+    if (arrivedBytes_ >= frameLimit) return meter_->holdBack();
+    meter_->readOn();
     reading_ = true;
-    stream_.async_read(incoming_,
-                       [self = shared_from_this()](error_code error, std::size_t) { self->arrived(error); });
+    stream_.async_read_some(incoming_, readStep, [self = shared_from_this()](error_code error, std::size_t) {
+        self->arrived(error);
+    });
 }
 
 void WebSocketConnection::arrived(error_code error) {
     reading_ = false;
     if (failed(error)) return;
+    if (isPassedOver_ || incoming_.size() > frameLimit) passOver();
+    if (stream_.is_message_done()) takeMessage();
+    readOn();
+}
+
+/// What is too long is read all the same, since more may come behind it.
+void WebSocketConnection::passOver() {
+    isPassedOver_ = true;
+    incoming_.clear();
+    if (incoming_.capacity() > keptBuffer) incoming_.shrink_to_fit();
+}
+
+void WebSocketConnection::takeMessage() {
+    if (std::exchange(isPassedOver_, false)) return;
     deliver({stream_.got_text() ? WebSocketFrame::Kind::text : WebSocketFrame::Kind::binary,
              boost::beast::buffers_to_string(incoming_.data())});
     incoming_.clear();
     if (incoming_.capacity() > keptBuffer) incoming_.shrink_to_fit();
-    readOn();
 }
 
 void WebSocketConnection::deliver(WebSocketFrame frame) {
@@ -218,8 +238,6 @@ void WebSocketConnection::close(CloseCode code) {
     bool opening = static_cast<bool>(opened_);
     bool first = !failure_;
     if (first) failure_ = NetworkError{"Spojení je zavřené."};
-    arrived_.clear();
-    arrivedBytes_ = 0;
     failWaiting();
     if (code == CloseCode::abnormal || opening)
         reset();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/OneShot.h"
+#include "platform/net/ReadingMeter.h"
 #include "platform/net/Transport.h"
 #include "platform/net/WebSocketUrl.h"
 #include "platform/ports/WebSocketClient.h"
@@ -39,6 +40,10 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
     void send(std::string text, Reply<void> reply);
     void receive(Reply<WebSocketFrame> reply);
     void ping(Reply<void> reply);
+
+    /// The state of reading, for any thread; it outlives the connection.
+    [[nodiscard]] std::shared_ptr<const ReadingMeter> meter() const { return meter_; }
+
     void close(CloseCode code);
 
     /// Nobody holds the socket any more. A farewell that has begun is finished.
@@ -62,6 +67,8 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
 
     void readOn();
     void arrived(boost::system::error_code error);
+    void passOver();
+    void takeMessage();
     void deliver(WebSocketFrame frame);
     void noticePong(std::string_view payload);
     void writeNext();
@@ -93,8 +100,10 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
 
     boost::beast::flat_buffer incoming_;
     bool reading_ = false;
+    bool isPassedOver_ = false; ///< the message that is being read
     std::deque<WebSocketFrame> arrived_;
     std::size_t arrivedBytes_ = 0;
+    std::shared_ptr<ReadingMeter> meter_ = std::make_shared<ReadingMeter>();
     std::optional<Reply<WebSocketFrame>> receiver_;
 
     std::deque<Outgoing> outgoing_; ///< the first one is being written

@@ -3,8 +3,8 @@
 #include "foundation/Task.h"
 #include "platform/ports/NetworkError.h"
 #include "shared/base/Error.h"
+#include "shared/base/FrameLimit.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <stop_token>
@@ -29,11 +29,23 @@ class WebSocket {
     /// Resumes when the frame has been handed to the system, so that a slow peer slows the sender.
     virtual Task<Result<void>> sendText(std::string text) = 0;
 
-    /// The next whole message. Fails once the socket is closed by either side or broken.
+    /// The next whole message of at most `frameLimit` bytes; a longer one is passed over. Fails once the
+    /// socket is closed by either side or broken and everything that had arrived until then was taken.
     virtual Task<Result<WebSocketFrame>> receive() = 0;
 
     /// Resumes when the pong to this ping has arrived. Fails when the socket ends first.
     virtual Task<Result<void>> ping() = 0;
+
+    /// Whether this end reads what the other one sends. It holds back while too much waits for `receive`, and
+    /// then sees no pong either.
+    struct Reading {
+        bool isHeldBack = false;
+        std::uint64_t pauses = 0; ///< how often it has held back so far
+        bool operator==(const Reading&) const = default;
+    };
+
+    /// From any thread.
+    [[nodiscard]] virtual Reading reading() const = 0;
 
     /// Ends the socket, also while other calls wait: those fail. From any thread, any number of times.
     virtual void close(CloseCode code) = 0;
@@ -41,10 +53,6 @@ class WebSocket {
 
 class WebSocketClient {
   public:
-    /// The largest message that is received; a larger one breaks the connection. The relay takes no larger
-    /// ones either.
-    static constexpr std::size_t messageLimit = 4 * 1024 * 1024;
-
     virtual ~WebSocketClient() = default;
 
     /// Connects to a ws or wss address (certificate and host name verified). Fails with `NetworkError`: after

@@ -34,6 +34,8 @@ class LoopbackRelay::Socket final : public WebSocket {
 
     Task<Result<void>> ping() override { co_return Result<void>{}; }
 
+    [[nodiscard]] Reading reading() const override { return {}; }
+
     void close(CloseCode) override {
         relay_.leave(*this);
         incoming_.end();

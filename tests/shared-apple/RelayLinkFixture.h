@@ -53,6 +53,7 @@ class RelayLinkFixture : public testing::Test {
 
     std::vector<Udalost> takeEvents() {
         executor.runUntilIdle();
+        noteLogin();
         return std::exchange(events, {});
     }
 
@@ -61,9 +62,21 @@ class RelayLinkFixture : public testing::Test {
         executor.runUntilIdle();
     }
 
+    /// In the name of the last login that was told.
+    Result<void> send(Envelope envelope) {
+        executor.runUntilIdle();
+        noteLogin();
+        return executor.run(link.send(std::move(envelope), login)).value();
+    }
+
     Envelope envelope() {
         return keyExchange({"PAIR"}, identita->deviceID(), {"PHONE"}, "session", toBytes("hello"),
                            clock.now(), {});
+    }
+
+    void noteLogin() {
+        for (const auto& event : events)
+            if (const auto* told = std::get_if<RelayLink::Prihlaseno>(&event)) login = told->login;
     }
 
     ManualExecutor executor;
@@ -74,6 +87,7 @@ class RelayLinkFixture : public testing::Test {
     RelayLink link{
         *RelayAddress::parse("https://relay.example/base"), identita, {"PAIR"}, {executor, clock, sockets}};
     std::vector<Udalost> events;
+    RelayLink::Login login; ///< the last one that was told
     std::stop_source listening;
 };
 

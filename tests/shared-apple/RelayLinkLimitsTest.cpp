@@ -59,18 +59,18 @@ TEST_F(RelayLinkLimits, SendsNoFrameThatTheOtherSideWouldNotTake) {
     auto longest = envelope();
     longest.requestID = "";
     const auto rest = encode(RelayMessage{RelayMessage::Forward{longest}}).size();
-    longest.requestID = std::string(WebSocketClient::messageLimit - rest, 'x');
-    EXPECT_TRUE(executor.run(link.send(longest)).value());
-    EXPECT_EQ(socket->sent.back().size(), WebSocketClient::messageLimit);
+    longest.requestID = std::string(frameLimit - rest, 'x');
+    EXPECT_TRUE(send(longest));
+    EXPECT_EQ(socket->sent.back().size(), frameLimit);
 
     const auto count = socket->sent.size();
     longest.requestID += 'x';
-    const auto refused = executor.run(link.send(longest)).value();
+    const auto refused = send(longest);
     ASSERT_FALSE(refused);
     EXPECT_TRUE(refused.error().as<MessageTooLong>());
     EXPECT_EQ(refused.error().popis(), "Zpráva je na přenos příliš dlouhá.");
     EXPECT_EQ(socket->sent.size(), count);
-    EXPECT_TRUE(executor.run(link.send(envelope())).value());
+    EXPECT_TRUE(send(envelope()));
     EXPECT_TRUE(takeEvents().empty());
 }
 
@@ -91,6 +91,76 @@ TEST_F(RelayLinkLimits, ReadsNothingMoreWhileAnEventWaits) {
     EXPECT_EQ(seen[0], (Udalost{RelayLink::Protejsek{false}}));
     EXPECT_EQ(seen[1], (Udalost{RelayLink::Protejsek{true}}));
     EXPECT_FALSE(socket->closed.empty());
+    EXPECT_TRUE(executor.run(link.stop()));
+    again.request_stop();
+    executor.runUntilIdle();
+}
+
+TEST_F(RelayLinkLimits, NoPongIsNoSignOfDeathWhileThisEndHoldsBackReading) {
+    auto socket = logIn();
+    takeEvents();
+    socket->holdBack();
+    for (int i = 0; i < 10; ++i) {
+        pass(20s);
+        pass(10s);
+    }
+    EXPECT_TRUE(socket->closed.empty());
+    EXPECT_EQ(socket->pings, 10) << "a broken connection is noticed by writing";
+    socket->deliver(frame(RelayMessage::PeerOnline{true}));
+    EXPECT_EQ(takeEvents(), (std::vector<Udalost>{RelayLink::Protejsek{true}}));
+}
+
+TEST_F(RelayLinkLimits, AHoldingBackThatEndedMeanwhileStartsTheTimeOfThePongAnew) {
+    auto socket = logIn();
+    socket->holdBack();
+    pass(20s);
+    socket->readOn();
+    pass(10s);
+    EXPECT_TRUE(socket->closed.empty()) << "the pong may lie behind what is read only now";
+
+    pass(20s);
+    socket->holdBack();
+    socket->readOn();
+    pass(10s);
+    EXPECT_TRUE(socket->closed.empty());
+}
+
+TEST_F(RelayLinkLimits, ADeadSocketIsNoticedOnceThisEndReadsAgain) {
+    auto socket = logIn();
+    socket->holdBack();
+    pass(60s);
+    socket->readOn();
+    takeEvents();
+    for (int i = 0; i < 6; ++i) pass(10s);
+    ASSERT_FALSE(socket->closed.empty());
+    EXPECT_EQ(socket->closed[0], CloseCode::abnormal);
+    EXPECT_TRUE(std::holds_alternative<RelayLink::Odpojeno>(takeEvents()[0]));
+}
+
+TEST_F(RelayLinkLimits, AResetIsToldWhileThisEndHoldsBackReading) {
+    auto socket = logIn();
+    takeEvents();
+    socket->holdBack();
+    pass(30s);
+    socket->breakWith("spojení spadlo");
+    EXPECT_EQ(takeEvents()[0], (Udalost{RelayLink::Odpojeno{"spojení spadlo"}}));
+}
+
+TEST_F(RelayLinkLimits, WhatWasReadBeforeASilentEndIsTold) {
+    auto socket = logIn();
+    listening.request_stop();
+    executor.runUntilIdle();
+    for (int i = 0; i < 5; ++i) socket->deliver(frame(RelayMessage::PeerOnline{true}));
+    pass(20s);
+    pass(10s);
+    ASSERT_FALSE(socket->closed.empty());
+    std::stop_source again;
+    takeEvents();
+    executor.start(collect(link, events, again.get_token()));
+    auto seen = takeEvents();
+    ASSERT_GE(seen.size(), 6U);
+    for (std::size_t i = 0; i < 5; ++i) EXPECT_EQ(seen[i], (Udalost{RelayLink::Protejsek{true}}));
+    EXPECT_TRUE(std::holds_alternative<RelayLink::Odpojeno>(seen[5]));
     EXPECT_TRUE(executor.run(link.stop()));
     again.request_stop();
     executor.runUntilIdle();

@@ -158,7 +158,7 @@ TEST_F(RelayLinkTest, AFailureAfterLoginChangesNothingInTheLink) {
     socket->deliver(frame(RelayMessage::PeerOnline{false}));
     EXPECT_EQ(takeEvents(), (std::vector<Udalost>{RelayLink::Selhalo{RelayFailure::revoked, "Pryč."},
                                                   RelayLink::Protejsek{false}}));
-    EXPECT_TRUE(executor.run(link.send(envelope())).value());
+    EXPECT_TRUE(send(envelope()));
 }
 
 TEST_F(RelayLinkTest, HandsEnvelopesUpFromTextAndBinaryFramesAndIgnoresLoginFrames) {
@@ -201,11 +201,42 @@ TEST_F(RelayLinkTest, AFrameOfAnotherKindIsRefusedInWords) {
 TEST_F(RelayLinkTest, SendDuringAWaitFailsAndTouchesNoEvent) {
     executor.start(link.start());
     takeEvents();
-    auto sent = executor.run(link.send(envelope())).value();
+    auto sent = send(envelope());
     ASSERT_FALSE(sent);
     EXPECT_TRUE(sent.error().as<TalkSpanError>());
     EXPECT_EQ(sent.error().popis(), "Mac není dostupný.");
     EXPECT_TRUE(takeEvents().empty());
+}
+
+TEST_F(RelayLinkTest, NothingIsSentOnASocketThatHasNotLoggedIn) {
+    auto socket = logIn();
+    takeEvents();
+    ASSERT_TRUE(send(envelope()));
+    socket->breakWith("síť spadla");
+    auto next = sockets.layOut();
+    executor.runUntilIdle();
+    pass(1s);
+    EXPECT_EQ(send(envelope()).error().popis(), "Mac není dostupný.");
+    EXPECT_TRUE(next->sent.empty());
+    next->deliver(challenge());
+    EXPECT_EQ(send(envelope()).error().popis(), "Mac není dostupný.");
+    EXPECT_EQ(next->sent.size(), 1U) << "the answer to the challenge";
+}
+
+TEST_F(RelayLinkTest, WhatBelongsToAnEarlierLoginIsNotSentInALaterOne) {
+    auto first = logIn();
+    takeEvents();
+    const auto earlier = login;
+    first->breakWith("síť spadla");
+    auto second = sockets.layOut();
+    executor.runUntilIdle();
+    pass(1s);
+    second->deliver(challenge());
+    second->deliver(frame(RelayMessage::Authenticated{true}));
+    takeEvents();
+    EXPECT_FALSE(executor.run(link.send(envelope(), earlier)).value());
+    EXPECT_TRUE(send(envelope()));
+    EXPECT_EQ(second->sent.size(), 2U);
 }
 
 TEST_F(RelayLinkTest, PingsEveryTwentySecondsAndGoesOnAfterAPong) {

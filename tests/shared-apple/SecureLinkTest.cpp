@@ -319,10 +319,16 @@ TEST_F(SecureLinkTest, ASessionOfALostConnectionIsNotUsedOnTheNextOneWhileTheApp
     for (int i = 0; i < 3; ++i) relay(phone.seal(note(std::string(1'000'000, 'x'))));
     socket->breakWith("síť spadla");
     executor.runUntilIdle();
-    reconnect(1s);
+    socket = sockets.layOut();
+    pass(1s);
+    EXPECT_TRUE(hasNoSession());
+    EXPECT_TRUE(socket->sent.empty()) << "on the new connection, before its challenge";
+    relay(RelayMessage::Challenge{toBytes("výzva"), ProtocolVersion::current});
+    EXPECT_TRUE(hasNoSession());
+    EXPECT_TRUE(sentEnvelopes().empty()) << "before its login";
     relay(RelayMessage::Authenticated{true});
     EXPECT_TRUE(hasNoSession());
-    EXPECT_TRUE(sentEnvelopes().empty()) << "on the new connection";
+    EXPECT_TRUE(sentEnvelopes().empty()) << "after its login";
 }
 
 } // namespace

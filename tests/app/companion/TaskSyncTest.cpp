@@ -183,7 +183,7 @@ TEST_F(TaskSyncTest, TheLongestTaskFitsIntoAFrame) {
     auto items = itemsIn(settled());
     ASSERT_EQ(items.size(), 1U);
     EXPECT_TRUE(items.front().agent);
-    for (const auto& frame : socket->sent) EXPECT_LT(frame.size(), WebSocketClient::messageLimit);
+    for (const auto& frame : socket->sent) EXPECT_LT(frame.size(), frameLimit);
 }
 
 TEST_F(TaskSyncTest, BothAgentsAreLookedForAtOnceAndEachIsToldAsSoonAsItIsKnown) {
