@@ -28,17 +28,22 @@ class FloodAttack : public AttackedCompanion {
         busy.join();
     }
 
+    /// Until the companion takes no more, or everything was sent.
+    static void waitUntilHeldBack(const std::atomic<std::size_t>& sent, std::size_t most) {
+        std::size_t before = most;
+        for (int idle = 0; sent < most && idle < 20; idle = before == sent ? idle + 1 : 0) {
+            before = sent;
+            std::this_thread::sleep_for(50ms);
+        }
+    }
+
     /// Ends with the connection cut.
     template <class Send> void flood(HostileRelay::Line& line, std::size_t most, Send send) {
         std::atomic<std::size_t> sent = 0;
         std::thread sender([&] {
             for (; sent < most; ++sent) send();
         });
-        std::size_t before = most;
-        for (int idle = 0; sent < most && idle < 20; idle = before == sent ? idle + 1 : 0) {
-            before = sent;
-            std::this_thread::sleep_for(50ms);
-        }
+        waitUntilHeldBack(sent, most);
         const std::size_t taken = sent;
         line.cut();
         sender.join();
@@ -85,6 +90,42 @@ TEST_F(FloodAttack, LongMessagesOfThePhoneForABusyWindowWait) {
     floodWhileBusy(*line, cases(64, 512), [&] { forward(*line, phone.seal(message)); });
 }
 
+TEST_F(FloodAttack, CallsBehindABusyWindowAreAnsweredThoughNoPongWasReadForMinutes) {
+    auto line = secure();
+    const auto calls = cases(24, 64);
+    const MacPayload message{
+        MacPayload::ToolCall{"mac.status", R"({"x":")" + std::string(mebibyte, 'x') + "\"}"}};
+    std::promise<void> mayGoOn;
+    std::thread busy([&] { mac->on([&] { mayGoOn.get_future().wait(); }); });
+    std::atomic<std::size_t> sent = 0;
+    std::thread sender([&] {
+        for (; sent < calls; ++sent) forward(*line, phone.seal(message));
+    });
+    waitUntilHeldBack(sent, calls);
+    EXPECT_LT(sent, calls);
+    for (int i = 0; i < 24; ++i) {
+        mac->pass(10s);
+        std::this_thread::sleep_for(10ms);
+    }
+    mayGoOn.set_value();
+    busy.join();
+    sender.join();
+    std::size_t answered = 0;
+    while (answered < calls && !nextAnswer(*line).empty()) ++answered;
+    EXPECT_EQ(answered, calls);
+    tries = calls;
+    counted = std::to_string(answered) + " calls answered";
+}
+
+TEST_F(FloodAttack, FramesBeyondTheLimitArePassedOver) {
+    auto line = secure();
+    tries = cases(8, 200);
+    const std::string frame(frameLimit + 1, ' ');
+    for (std::size_t i = 0; i < tries; ++i) line->send(frame);
+    EXPECT_TRUE(isServed(*line));
+    counted = "served behind them";
+}
+
 TEST_F(FloodAttack, ThePeerComesAndGoesWhileTheRelayReadsNothing) {
     auto line = secure();
     const auto here = encode(RelayMessage{RelayMessage::PeerOnline{true}});
@@ -129,7 +170,7 @@ TEST_F(FloodAttack, MoreOldHellosThanAKeyMeets) {
 
 TEST_F(FloodAttack, FramesThatAreAllValues) {
     std::string frame = R"({"future":[0)";
-    while (frame.size() < WebSocketClient::messageLimit - 3) frame += ",0";
+    while (frame.size() < frameLimit - 3) frame += ",0";
     frame += "]}";
     memory = std::make_unique<MemoryMeter>();
     tries = 3;
@@ -142,7 +183,7 @@ TEST_F(FloodAttack, FramesThatAreAllValues) {
 
 TEST_F(FloodAttack, EnvelopesOfTheLargestSize) {
     auto line = logIn();
-    auto envelope = phone.keyExchangeWith(std::string(WebSocketClient::messageLimit / 16 * 9, 'x'));
+    auto envelope = phone.keyExchangeWith(std::string(frameLimit / 16 * 9, 'x'));
     constexpr int envelopes = 8;
     for (int i = 0; i < envelopes; ++i) forward(*line, envelope);
     counted = std::to_string(envelopes) + " envelopes";

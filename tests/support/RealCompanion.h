@@ -64,6 +64,11 @@ class RealCompanion {
     /// Resets the connection to the relay.
     void cutConnection() { sockets_.cut(); }
 
+    /// Its work on files waits until then.
+    void occupyWorkers(std::future<void> until) {
+        workers_.post([until = std::move(until)] { until.wait(); });
+    }
+
     /// The way of its calls over HTTP.
     HastyHttp& http() { return http_; }
 
@@ -80,6 +85,7 @@ class RealCompanion {
 
     ManualClock clock_;
     ThreadExecutor main_{"hlavni"};
+    ThreadExecutor workers_{"pracovnik"};
     BeastWebSocketClient network_;
     SystemRandom random_;
     CuttableSockets sockets_{network_};
