@@ -35,7 +35,7 @@ Companion::Companion(CompanionServices services)
       integrations_(services_.defaults),
       hlas_(services_.defaults, keychain_),
       notesTools_(poznamky_),
-      fileTools_(*slozky_, services_.workers, scope_.token()),
+      fileTools_(*slozky_, services_.workers, {clock(), WriteAllowance::usual}, scope_.token()),
       programs_(services_.processes, clock(), services_.workers,
                 {services_.environment, services_.folders.accountHome()}, scope_.token()),
       terminalTools_(*slozky_, {services_.processes, clock(), programs_, services_.workers}, scope_.token()),

@@ -5,13 +5,23 @@
 
 #include <boost/json/array.hpp>
 
+#include <algorithm>
+
 namespace morvex {
 
 namespace {
 
 constexpr int mostFilesFound = 50;
 
+/// What a new file takes on a disk, with an entry and a folder for each part of its path: a thousand files of
+/// one byte fill a disk too.
+std::size_t onDisk(const std::string& path, const std::string& content) {
+    constexpr std::size_t block = 4096;
+    const auto parts = 1 + static_cast<std::size_t>(std::ranges::count(path, '/'));
+    return (content.size() / block + 1 + parts) * block;
 }
+
+} // namespace
 
 void FileTools::addTo(ToolTable& table, std::function<bool()> isOn) {
     auto isOffered = [this, isOn = std::move(isOn)] { return isOn() && !slozky_.povolene().empty(); };
@@ -45,8 +55,14 @@ Task<ToolOutcome> FileTools::write(ToolCall call) {
     auto path = arguments.requiredText("path");
     auto content = arguments.requiredText("content");
     if (path.empty() || content.empty()) co_return ToolOutcome::refused("Chybí cesta nebo obsah.");
+    const auto bytes = onDisk(path, content);
+    if (!allowance_.take(bytes))
+        co_return ToolOutcome::refused(SouboryChyba{SouboryChyba::PrilisMnohoZapsano{}});
     auto written = co_await soubory_.zapis(std::move(path), std::move(content), arguments.text("folder"),
                                            slozky_.snimek());
+    // A write that broke off may have filled the disk all the same.
+    const auto* refusal = written ? nullptr : written.error().as<SouboryChyba>();
+    if (refusal && refusal->nicNezapsalo()) allowance_.giveBack(bytes);
     if (!written) co_return ToolOutcome::refused(written.error());
     co_return ToolOutcome::done({{"written", *written}});
 }

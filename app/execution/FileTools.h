@@ -2,10 +2,12 @@
 
 #include "app/execution/Slozky.h"
 #include "app/execution/SouboryBridge.h"
+#include "app/execution/WriteAllowance.h"
 #include "app/tools/ToolTable.h"
 
 #include <functional>
 #include <stop_token>
+#include <utility>
 
 namespace morvex {
 
@@ -13,8 +15,8 @@ namespace morvex {
 class FileTools {
   public:
     /// `stop` ends a search that is under way.
-    FileTools(const Slozky& slozky, Executor& worker, std::stop_token stop)
-        : slozky_(slozky), soubory_(worker), stop_(std::move(stop)) {}
+    FileTools(const Slozky& slozky, Executor& worker, WriteAllowance allowance, std::stop_token stop)
+        : slozky_(slozky), soubory_(worker), allowance_(std::move(allowance)), stop_(std::move(stop)) {}
 
     /// They are offered while `isOn` and at least one folder is allowed.
     void addTo(ToolTable& table, std::function<bool()> isOn);
@@ -26,6 +28,7 @@ class FileTools {
 
     const Slozky& slozky_;
     SouboryBridge soubory_;
+    WriteAllowance allowance_; ///< of all links since the start; a new connection begins no new hour
     std::stop_token stop_;
 };
 

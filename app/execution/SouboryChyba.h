@@ -36,14 +36,24 @@ struct SouboryChyba {
         bool operator==(const UzExistuje&) const = default;
     };
 
+    struct PrilisMnohoZapsano {
+        bool operator==(const PrilisMnohoZapsano&) const = default;
+    };
+
     struct Selhalo {
         std::string text;
         bool operator==(const Selhalo&) const = default;
     };
 
-    std::variant<MimoPovolene, ZakazanaCesta, NeniSoubor, PrilisVelky, UzExistuje, Selhalo> pripad;
+    std::variant<MimoPovolene, ZakazanaCesta, NeniSoubor, PrilisVelky, UzExistuje, PrilisMnohoZapsano,
+                 Selhalo>
+        pripad;
 
     [[nodiscard]] std::string popis() const;
+
+    /// Whether this says for certain that nothing was written.
+    [[nodiscard]] bool nicNezapsalo() const { return !std::holds_alternative<Selhalo>(pripad); }
+
     bool operator==(const SouboryChyba&) const = default;
 
     /// No folder could be told: `vyzva` followed by the names to choose from, or that there is none.

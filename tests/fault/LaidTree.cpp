@@ -28,6 +28,7 @@ Answer answerOf(const Error& error) {
                                  [](const Chyba::NeniSoubor&) { return Answer::notAFile; },
                                  [](const Chyba::PrilisVelky&) { return Answer::tooLarge; },
                                  [](const Chyba::UzExistuje&) { return Answer::exists; },
+                                 [](const Chyba::PrilisMnohoZapsano&) { return Answer::failed; },
                                  [](const Chyba::Selhalo&) { return Answer::failed; }},
                       chyba->pripad);
 }

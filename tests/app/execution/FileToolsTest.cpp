@@ -1,0 +1,95 @@
+#include "app/execution/FileTools.h"
+
+#include "platform/memory/FakeFolderPicker.h"
+#include "platform/memory/ManualClock.h"
+#include "platform/memory/ManualExecutor.h"
+#include "platform/memory/MemoryBookmarks.h"
+#include "platform/memory/MemoryDefaults.h"
+#include "shared/wire/MacToolName.h"
+#include "tests/app/execution/FileTree.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The tools with room for two small files an hour.
+class FileToolsTest : public testing::Test {
+  protected:
+    FileToolsTest() {
+        defaults.set("slozky.povolene", std::vector<DefaultsItem>{tree.path("home/Projects")});
+        slozky = Slozky::create(defaults, bookmarks, picker, tree.standard);
+        tools.emplace(*slozky, executor, WriteAllowance(clock, smallFile * 2), stop.get_token());
+        tools->addTo(table, [] { return true; });
+    }
+
+    /// "written", or the sentence of the refusal.
+    std::string write(const std::string& path, const std::string& content = "x") {
+        const auto* tool = table.find(MacToolName::filesWrite);
+        auto outcome =
+            executor.run(tool->run({"mac.files.write", {{"path", path}, {"content", content}}, "r"})).value();
+        return outcome.ok ? "written" : std::string(outcome.result.at("error").as_string());
+    }
+
+    [[nodiscard]] bool exists(const std::string& name) const {
+        return std::filesystem::exists(tree.path("home/Projects/" + name));
+    }
+
+    static constexpr std::size_t smallFile = 8192; ///< on a disk: a block, and its entry
+    static constexpr auto enough =
+        "Za poslední hodinu už bylo zapsáno tolik, kolik smí, tedy 1 GB. Zkus to později.";
+
+    FileTree tree;
+    ManualClock clock;
+    ManualExecutor executor;
+    MemoryDefaults defaults;
+    MemoryBookmarks bookmarks;
+    FakeFolderPicker picker;
+    std::unique_ptr<Slozky> slozky;
+    std::stop_source stop;
+    std::optional<FileTools> tools;
+    ToolTable table;
+};
+
+TEST_F(FileToolsTest, WhatIsWrittenWithinAnHourHasASumAndASentence) {
+    EXPECT_EQ(write("a.txt"), "written");
+    EXPECT_EQ(write("b.txt"), "written");
+    EXPECT_EQ(write("c.txt"), enough);
+    EXPECT_FALSE(exists("c.txt"));
+    clock.advance(61min);
+    EXPECT_EQ(write("c.txt"), "written");
+}
+
+TEST_F(FileToolsTest, AFileCountsByWhatItTakesOnADisk) {
+    EXPECT_EQ(write("long.txt", std::string(9000, 'x')), "written");
+    EXPECT_EQ(write("b.txt"), enough);
+}
+
+TEST_F(FileToolsTest, FoldersThatAreMadeForAFileCount) {
+    EXPECT_EQ(write("one/two/a.txt"), "written");
+    EXPECT_EQ(write("b.txt"), enough);
+}
+
+TEST_F(FileToolsTest, ACallThatWritesNothingCountsForNothing) {
+    for (int i = 0; i < 9; ++i) {
+        EXPECT_NE(write("/etc/morvex.txt"), enough);
+        EXPECT_NE(write(".ssh/a"), enough);
+    }
+    EXPECT_EQ(write("a.txt"), "written");
+    for (int i = 0; i < 9; ++i) EXPECT_NE(write("a.txt"), enough) << "it exists";
+    EXPECT_EQ(write("b.txt"), "written");
+}
+
+TEST_F(FileToolsTest, AWriteThatFailsOnTheDiskCountsWhole) {
+    const std::string tooLong(300, 'n');
+    EXPECT_NE(write(tooLong), "written");
+    EXPECT_NE(write(tooLong), enough);
+    EXPECT_EQ(write("a.txt"), enough);
+}
+
+} // namespace
+} // namespace morvex
