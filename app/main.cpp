@@ -74,6 +74,7 @@ struct System {
 
     QtMainExecutor main;
     ThreadExecutor storage{"uloziste"};
+    ThreadExecutor records{"zapis"};
     ThreadExecutor workers{"pracovnik", 2};
     BeastWebSocketClient sockets;
     std::unique_ptr<Clock> clock;
@@ -95,6 +96,7 @@ struct System {
     CompanionServices services(FolderPicker& picker) {
         return {main,
                 storage,
+                records,
                 workers,
                 {{sockets.executor(), *clock, sockets}, random},
                 http,

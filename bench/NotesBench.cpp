@@ -1,34 +1,15 @@
-#include "app/companion/NotesSync.h"
-#include "app/companion/StatusReport.h"
-#include "app/companion/ToolGate.h"
-#include "app/personal/NotesTools.h"
 #include "bench/Measure.h"
+#include "bench/NotesComputer.h"
 #include "bench/NotesPhone.h"
 #include "foundation/AtomicFile.h"
-#include "foundation/ThreadExecutor.h"
 #include "platform/linux/BoottimeClock.h"
 #include "platform/linux/SystemRandom.h"
-#include "platform/memory/FakeFolderPicker.h"
-#include "platform/memory/FixedFolders.h"
-#include "platform/memory/MemoryBookmarks.h"
-#include "platform/memory/MemoryDefaults.h"
-#include "platform/memory/ScriptedPrograms.h"
-#include "platform/net/BeastWebSocketClient.h"
-#include "platform/net/CurlHttpClient.h"
-#include "relay/RelayServer.h"
-#include "shared-apple/RelayParovani.h"
 #include "shared/trust/SessionHandshake.h"
-#include "shared/wire/Json.h"
-#include "shared/wire/MacToolName.h"
-#include "tests/support/Await.h"
+#include "tests/support/AwaitedStores.h"
 #include "tests/support/TemporaryFolder.h"
-
-#include <boost/json.hpp>
 
 #include <algorithm>
 #include <cstdio>
-#include <optional>
-#include <thread>
 #include <vector>
 
 // What 10,000 notes cost: load, search, merge and save against a plain JSON library on the same file, and a
@@ -61,11 +42,11 @@ void fill(const std::filesystem::path& support, Clock& clock, Random& random) {
 
 void benchStore(const std::filesystem::path& support, Clock& clock, Random& random) {
     const auto file = support / "Morvex/notes-from-iphone.json";
-    auto store = PoznamkyStore::load(support, clock, random);
+    AwaitedNotes store(support, clock, random);
     vyzaduj(store.vsechny().size() == noteCount, "the notes were not read");
 
     json::value plain;
-    auto load = median(9, [&] { (void)PoznamkyStore::load(support, clock, random); });
+    auto load = median(9, [&] { (void)AwaitedNotes(support, clock, random); });
     auto parse = median(9, [&] {
         auto bytes = readWhole(file, fileLimit).value().value();
         plain = json::parse(asText(bytes));
@@ -94,165 +75,6 @@ void benchStore(const std::filesystem::path& support, Clock& clock, Random& rand
     std::printf("search through all of them: %.1f ms; comparing bytes alone %.1f ms (%.1f times)\n", search,
                 find, search / find);
 }
-
-/// The relay with its thread.
-class Relay {
-  public:
-    Relay() : server_(make()), thread_([this] { server_->run(); }) {}
-
-    ~Relay() {
-        server_->stop();
-        thread_.join();
-    }
-
-    Relay(const Relay&) = delete;
-    Relay& operator=(const Relay&) = delete;
-
-    [[nodiscard]] std::string address() const { return server_->address(); }
-
-  private:
-    static std::unique_ptr<RelayServer> make() {
-        RelayOptions options;
-        options.port = "0";
-        return RelayServer::create(options, {}, PairStore::open(":memory:").value(), [](std::string_view) {})
-            .value();
-    }
-
-    std::unique_ptr<RelayServer> server_;
-    std::thread thread_;
-};
-
-/// One end of the pair, with threads and a socket of its own.
-struct Device {
-    ThreadExecutor main{"main"};
-    ThreadExecutor link{"link"};
-    BeastWebSocketClient sockets;
-    std::shared_ptr<const DeviceIdentity> identita =
-        std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
-
-    std::shared_ptr<SecureLink> linkTo(const Device& other, PairID pair, const std::string& relay,
-                                       DeviceRole role, Clock& clock, Random& random) {
-        const auto otherRole = role == DeviceRole::mac ? DeviceRole::phone : DeviceRole::mac;
-        PairedPeer peer{std::move(pair),
-                        relay,
-                        other.identita->deviceID(),
-                        other.identita->signingKey(),
-                        other.identita->agreementKey(),
-                        otherRole,
-                        clock.now()};
-        return SecureLink::create(identita, std::move(peer), role, {{link, clock, sockets}, random}).value();
-    }
-};
-
-PairID pairOf(const Device& mac, const Device& phone, const std::string& relay, Executor& executor,
-              const Clock& clock) {
-    CurlHttpClient http;
-    RelayParovani calls(http, clock);
-    auto address = RelayAddress::parse(relay).value();
-    auto made = await(executor, calls.zalozit(address, mac.identita, DeviceRole::mac)).value();
-    return await(executor, calls.pripojit(address, made.pairingToken, phone.identita, DeviceRole::phone))
-        .value();
-}
-
-/// What `mac.status` tells of, with no outside programs. On the computer's main thread.
-class LocalStatus {
-  public:
-    LocalStatus(const CompanionState& state, Executor& executor, Clock& clock)
-        : state_(state),
-          discovery_(programs_, clock, executor, {}),
-          agents_({programs_, clock, discovery_, executor, executor}, {}) {}
-
-    [[nodiscard]] json::object told(const std::vector<ToolDescriptor>& offer) const {
-        return report_.forTool(offer);
-    }
-
-  private:
-    const CompanionState& state_;
-    MemoryDefaults defaults_;
-    MemoryBookmarks bookmarks_;
-    FakeFolderPicker picker_;
-    FixedFolders folders_;
-    ScriptedPrograms programs_;
-    MacIntegrationSettings integrations_{defaults_};
-    std::unique_ptr<Slozky> slozky_ = Slozky::create(defaults_, bookmarks_, picker_, folders_);
-    ProgramDiscovery discovery_;
-    AgentRunner agents_;
-    QProperty<bool> onPower_{true};
-    StatusReport report_{state_, integrations_, *slozky_, agents_, onPower_, "1.0", "Mac"};
-};
-
-/// The computer's side of a catch-up: its notes, its link, and the gate in front of its tools.
-class Computer {
-  public:
-    Computer(Device& device, const std::filesystem::path& support, Clock& clock, Random& random)
-        : device_(device),
-          scope_(device.main),
-          notes_(PoznamkyStore::load(support, clock, random)),
-          summaries_(SouhrnyStore::load(support)),
-          tools_(notes_),
-          clock_(clock),
-          approvals_(clock, random, scope_),
-          gate_(table_, state_, approvals_, random),
-          link_(device.main, scope_, [this](SecureLink::Udalost event) { return handle(std::move(event)); }),
-          sync_(notes_, summaries_, link_, state_, scope_) {
-        table_.add(
-            MacToolName::status, [] { return true; },
-            [this](ToolCall call) { return tellStatus(std::move(call)); });
-        tools_.addTo(table_, [] { return true; });
-    }
-
-    void connect(const std::shared_ptr<SecureLink>& link) {
-        device_.main.post([this, link] { link_.pripojit(link); });
-    }
-
-    /// Milliseconds that one local call of a tool takes.
-    double callLocally(const std::string& tool, const json::object& arguments, const char* expected) {
-        return milliseconds([&] {
-            auto answer = await(device_.main, gate_.provestMistne(tool, arguments));
-            vyzaduj(answer.contains(expected), "a tool did not answer");
-        });
-    }
-
-    void end() { await(device_.main, disconnect()); }
-
-  private:
-    Task<void> handle(SecureLink::Udalost event) {
-        if (std::holds_alternative<SecureLink::Pripraveno>(event)) co_await sync_.doplnit(link_.soucasne());
-        const auto* message = std::get_if<SecureLink::Zprava>(&event);
-        const auto* call = message ? message->payload.as<MacPayload::ToolCall>() : nullptr;
-        if (!call) co_return;
-        auto outcome = co_await gate_.provestNastroj({call->name, {}, message->requestID});
-        (void)co_await link_.poslat({MacPayload::ToolResult{outcome.ok, encode(outcome.result)}},
-                                    message->requestID);
-    }
-
-    Task<ToolOutcome> tellStatus(ToolCall) {
-        if (!status_) status_.emplace(state_, device_.main, clock_);
-        co_return ToolOutcome::done(status_->told(gate_.nabizeneNastroje()));
-    }
-
-    Task<void> disconnect() {
-        link_.odpojit();
-        scope_.stop();
-        co_await scope_.join();
-        co_await link_.odpojeno();
-        status_.reset();
-    }
-
-    Device& device_;
-    TaskScope scope_;
-    PoznamkyStore notes_;
-    SouhrnyStore summaries_;
-    NotesTools tools_;
-    Clock& clock_;
-    CompanionState state_;
-    std::optional<LocalStatus> status_;
-    ToolTable table_;
-    Schvalovani approvals_;
-    ToolGate gate_;
-    PhoneLink link_;
-    NotesSync sync_;
-};
 
 Task<void> endPhone(std::shared_ptr<SecureLink> link, TaskScope* scope) {
     co_await link->zastavit();
@@ -324,7 +146,7 @@ void benchCatchUp(const std::filesystem::path& support, Clock& clock, Random& ra
     computer.end();
     await(phone.main, endPhone(phoneLink, &listening));
 
-    auto store = PoznamkyStore::load(support, clock, random);
+    AwaitedNotes store(support, clock, random);
     const double alone = sealAndOpenAll(mac, phone, store.vsechny(), clock, random) / 1000;
     std::printf("catch-up of %zu notes over a relay: %.2f s, saved and acknowledged after %.2f s; sealing "
                 "and opening "

@@ -20,7 +20,10 @@ Task<void> NotesPhone::listen(std::stop_token stop) {
 
 void NotesPhone::noteTime(const SecureLink::Udalost& event) {
     const auto now = std::chrono::steady_clock::now();
-    if (std::holds_alternative<SecureLink::Pripraveno>(event)) ready = now;
+    if (std::holds_alternative<SecureLink::Pripraveno>(event)) {
+        ready = now;
+        isReady = true;
+    }
     const auto* message = std::get_if<SecureLink::Zprava>(&event);
     if (!message || !message->payload.as<MacPayload::NoteUpdate>()) return;
     last = now;

@@ -28,6 +28,7 @@ class NotesPhone final : public Outbox {
     Task<std::string> sendMilestone() override;
 
     std::atomic<std::size_t> notes = 0; ///< heard
+    std::atomic<bool> isReady = false;  ///< a session stands
     std::atomic<bool> isInStep = false; ///< everything is saved and acknowledged; what stands below is valid
     Time ready;                         ///< of the session
     Time last;                          ///< note

@@ -1,13 +1,13 @@
 // The file of the notes, as the store reads it: the store shows what stands there, takes a change of the user
 // and one of the phone, and all of it is there at the next start.
 
-#include "app/personal/PoznamkyStore.h"
 #include "fuzz/RoundTrip.h"
 #include "fuzz/SortNewestFirst.h"
 #include "fuzz/StoreFile.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "shared/wire/MacPayload.h"
+#include "tests/support/AwaitedStores.h"
 
 #include <algorithm>
 #include <iterator>
@@ -25,7 +25,7 @@ struct World {
     ManualClock clock{};
     ScriptedRandom random{};
 
-    PoznamkyStore load() { return PoznamkyStore::load(file.folder(), clock, random); }
+    AwaitedNotes load() { return {file.folder(), clock, random}; }
 };
 
 void expectHeld(const PoznamkyStore& store, const Notes& expected) {
@@ -41,7 +41,7 @@ void expectHeld(const PoznamkyStore& store, const Notes& expected) {
 }
 
 /// The phone's next version of the first note counts, the one before does not.
-void mergeTheFirst(PoznamkyStore& store, Notes& expected) {
+void mergeTheFirst(AwaitedNotes& store, Notes& expected) {
     auto& first = expected.front();
     if (first.revision == std::numeric_limits<std::uint64_t>::max()) return;
     auto older = first;

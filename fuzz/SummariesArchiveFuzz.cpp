@@ -1,10 +1,10 @@
 // The file of the summaries, as the store reads it: the store shows what stands there, takes what the phone
 // tells, and all of it is there at the next start.
 
-#include "app/personal/SouhrnyStore.h"
 #include "fuzz/RoundTrip.h"
 #include "fuzz/SortNewestFirst.h"
 #include "fuzz/StoreFile.h"
+#include "tests/support/AwaitedStores.h"
 
 #include <algorithm>
 #include <limits>
@@ -22,7 +22,7 @@ void expectHeld(const SouhrnyStore& store, Summaries& expected) {
 }
 
 /// The phone's next version of the last summary counts; the same once more with other words does not.
-void mergeTheLast(SouhrnyStore& store, Summaries& expected) {
+void mergeTheLast(AwaitedSummaries& store, Summaries& expected) {
     const auto id = expected.back().id;
     auto& known = *std::ranges::find(expected, id, &MorvexSummary::id);
     if (known.revision == std::numeric_limits<std::uint64_t>::max()) return;
@@ -43,7 +43,7 @@ MorvexSummary news() {
     return summary;
 }
 
-void merge(SouhrnyStore& store, Summaries& expected, const MorvexSummary& summary) {
+void merge(AwaitedSummaries& store, Summaries& expected, const MorvexSummary& summary) {
     vyzaduj(store.prijmout(summary), "a summary cannot be saved");
     const auto known = std::ranges::find(expected, summary.id, &MorvexSummary::id);
     if (known == expected.end())
@@ -63,12 +63,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto expected = isReadable ? archive->summaries.records : Summaries{};
 
     file.lay(input);
-    auto store = SouhrnyStore::load(file.folder());
+    AwaitedSummaries store(file.folder());
     expectHeld(store, expected);
     if (!expected.empty()) mergeTheLast(store, expected);
     merge(store, expected, news());
     expectHeld(store, expected);
-    expectHeld(SouhrnyStore::load(file.folder()), expected);
+    expectHeld(AwaitedSummaries(file.folder()), expected);
     file.expectAside(input, isReadable ? StoreFile::Read::all : StoreFile::Read::nothing);
     return 0;
 }

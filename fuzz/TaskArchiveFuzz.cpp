@@ -4,6 +4,7 @@
 #include "app/agents/HistorieAgentu.h"
 #include "fuzz/SortNewestFirst.h"
 #include "fuzz/StoreFile.h"
+#include "platform/memory/ImmediateExecutor.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedUrlOpener.h"
@@ -22,11 +23,12 @@ using Stav = UkolAgenta::Stav;
 struct World {
     const StoreFile& file;
     ManualClock clock{};
+    ImmediateExecutor saving{};
     ScriptedRandom random{};
     ScriptedUrlOpener opener{};
 
     std::unique_ptr<HistorieAgentu> start() {
-        return HistorieAgentu::create(file.folder(), {clock, random, opener});
+        return HistorieAgentu::create(file.folder(), {{saving, saving, clock}, random, opener});
     }
 };
 

@@ -80,6 +80,8 @@ Task<ToolOutcome> AgentTools::spust(std::string_view nastroj, ToolCall call) {
     auto ukol = historie_.zaloz(
         {workItemID, uuid(arguments, "conversation_id"), tool, arguments.text("title"), instrukce, *slozka});
     agentniUloha_.emplace(ukol.workItemID);
+    // A task that was accepted is known after the next start.
+    co_await historie_.ulozeno();
     // A task of the scope begins in a later job of this thread: the reply goes out before all it sends.
     scope_.spawn(
         pracuj({firstBytes(call.requestID, longestRequestID), ukol.workItemID, tool, std::move(instrukce),

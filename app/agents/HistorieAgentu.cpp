@@ -75,7 +75,10 @@ std::optional<std::string> firstSession(const std::vector<UkolAgenta>& polozky, 
 } // namespace
 
 HistorieAgentu::HistorieAgentu(const std::filesystem::path& applicationSupport, Services services)
-    : services_(services), soubor_(applicationSupport / "TalkSpan" / "agent-tasks.json", fileLimit) {}
+    : services_(services),
+      soubor_(applicationSupport / "TalkSpan" / "agent-tasks.json", fileLimit),
+      saves_(services.saving, {[this] { return zacniUkladat(); },
+                               [this](const Result<void>& saved) { skonciUkladani(saved); }}) {}
 
 std::unique_ptr<HistorieAgentu> HistorieAgentu::create(const std::filesystem::path& applicationSupport,
                                                        Services services) {
@@ -107,7 +110,7 @@ void HistorieAgentu::prerusBezici() {
     for (auto& ukol : polozky_) {
         if (ukol.stav != UkolAgenta::Stav::bezi) continue;
         ukol.stav = UkolAgenta::Stav::preruseno;
-        if (!ukol.dokonceno) ukol.dokonceno = services_.clock.now();
+        if (!ukol.dokonceno) ukol.dokonceno = services_.saving.clock.now();
         zvysRevizi(ukol);
         isChanged = true;
     }
@@ -171,7 +174,7 @@ UkolAgenta HistorieAgentu::novy(const Zadani& zadani) {
     ukol.workItemID = zadani.workItemID.value_or(ukol.id);
     ukol.nastroj = zadani.nastroj;
     ukol.nazev = bounded(firstLine(zadani.instrukce));
-    ukol.zalozeno = services_.clock.now();
+    ukol.zalozeno = services_.saving.clock.now();
     ukol.aktualizovano = ukol.zalozeno;
     return ukol;
 }
@@ -193,7 +196,7 @@ void HistorieAgentu::nastavRelaci(const Uuid& workItemID, std::string relace) {
 void HistorieAgentu::dokonci(const Uuid& workItemID, std::string shrnuti, std::optional<std::string> relace) {
     zmen(workItemID, [&](UkolAgenta& ukol) {
         ukol.stav = UkolAgenta::Stav::hotovo;
-        ukol.dokonceno = services_.clock.now();
+        ukol.dokonceno = services_.saving.clock.now();
         ukol.shrnuti = bounded(shrnuti);
         if (auto usable = SessionId::usable(std::move(relace))) ukol.relace = *std::move(usable);
         ukol.chyba.reset();
@@ -203,7 +206,7 @@ void HistorieAgentu::dokonci(const Uuid& workItemID, std::string shrnuti, std::o
 void HistorieAgentu::selhal(const Uuid& workItemID, std::string chyba) {
     zmen(workItemID, [&](UkolAgenta& ukol) {
         ukol.stav = UkolAgenta::Stav::chyba;
-        ukol.dokonceno = services_.clock.now();
+        ukol.dokonceno = services_.saving.clock.now();
         ukol.chyba = bounded(chyba);
     });
 }
@@ -211,7 +214,7 @@ void HistorieAgentu::selhal(const Uuid& workItemID, std::string chyba) {
 void HistorieAgentu::preruseno(const Uuid& workItemID) {
     zmen(workItemID, [&](UkolAgenta& ukol) {
         ukol.stav = UkolAgenta::Stav::preruseno;
-        ukol.dokonceno = services_.clock.now();
+        ukol.dokonceno = services_.saving.clock.now();
         ukol.chyba.reset();
     });
 }
@@ -328,21 +331,26 @@ UkolAgenta* HistorieAgentu::najdi(const Hledany& hledany) {
 }
 
 void HistorieAgentu::zvysRevizi(UkolAgenta& ukol) const {
-    ukol.aktualizovano = services_.clock.now();
+    ukol.aktualizovano = services_.saving.clock.now();
     // A file may hold the highest one. One that began anew would count as delivered.
     if (ukol.revize < std::numeric_limits<std::uint64_t>::max()) ++ukol.revize;
 }
 
 void HistorieAgentu::ulozit() {
-    auto saved = zapis();
-    potiz_ =
-        saved ? std::nullopt : std::optional("Historii úkolů se nepodařilo uložit: " + saved.error().popis());
+    (void)saves_.request(0);
     priZmene_.tell();
 }
 
-Result<void> HistorieAgentu::zapis() {
-    TRY(auto, json, parseJson(encode(polozky_), fileLimit));
-    return soubor_.save(asBytes(prettyJson(json.as_array())));
+SaveQueue::Save HistorieAgentu::zacniUkladat() {
+    return {.write = [this, polozky = polozky_]() -> Result<void> {
+        TRY(auto, json, parseJson(encode(polozky), fileLimit));
+        return soubor_.save(asBytes(prettyJson(json.as_array())));
+    }};
+}
+
+void HistorieAgentu::skonciUkladani(const Result<void>& saved) {
+    setPotiz(saved ? std::nullopt
+                   : std::optional("Historii úkolů se nepodařilo uložit: " + saved.error().popis()));
 }
 
 void HistorieAgentu::setPotiz(std::optional<std::string> potiz) {

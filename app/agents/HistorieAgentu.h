@@ -2,9 +2,9 @@
 
 #include "app/agents/UkolAgenta.h"
 #include "foundation/ArchiveFile.h"
-#include "foundation/Clock.h"
 #include "foundation/Listeners.h"
 #include "foundation/Random.h"
+#include "foundation/SaveQueue.h"
 #include "platform/ports/UrlOpener.h"
 
 #include <cstddef>
@@ -20,9 +20,9 @@ namespace morvex {
 
 /// The tasks of the coding agents, newest first, in "TalkSpan/agent-tasks.json": what ran, what the phone has
 /// not acknowledged yet, and by which session a later instruction goes on. Every change raises the revision
-/// of its task and is saved at once; a failed save is told in `potiz` and stops nothing. An operation on an
-/// unknown work item changes nothing, and what is no name of a session counts as none. Lives on the main
-/// thread.
+/// of its task and is saved on the storage thread; a failed save is told in `potiz` and stops nothing. An
+/// operation on an unknown work item changes nothing, and what is no name of a session counts as none. Lives
+/// on the main thread.
 class HistorieAgentu {
   public:
     static constexpr std::size_t maximum = 50; ///< tasks
@@ -31,7 +31,7 @@ class HistorieAgentu {
     static constexpr std::size_t longestText = 100'000;
 
     struct Services {
-        const Clock& clock;
+        Saving saving;
         Random& random;
         UrlOpener& opener;
     };
@@ -108,13 +108,18 @@ class HistorieAgentu {
     /// known by its id until this program ends, so that the phone hears of its end.
     void vymazat();
 
+    /// Resumes when what was changed until now has been saved, or could not be. What is told to the phone
+    /// waits for it, and so does the end of the program.
+    Task<void> ulozeno() { return saves_.settled(); }
+
   private:
     HistorieAgentu(const std::filesystem::path& applicationSupport, Services services);
 
     void nacti();
     void prerusBezici();
     void ulozit();
-    [[nodiscard]] Result<void> zapis();
+    SaveQueue::Save zacniUkladat();
+    void skonciUkladani(const Result<void>& saved);
     void setPotiz(std::optional<std::string> potiz);
     void zvysRevizi(UkolAgenta& ukol) const;
     [[nodiscard]] UkolAgenta* najdi(const Uuid& workItemID);
@@ -133,6 +138,7 @@ class HistorieAgentu {
     std::optional<UkolAgenta> zapomenuty_; ///< ran when the list was cleared
     std::optional<std::string> potiz_;
     Listeners priZmene_;
+    SaveQueue saves_;
 };
 
 } // namespace morvex

@@ -26,12 +26,12 @@ Companion::Companion(CompanionServices services)
       schvalovani_(clock(), random(), scope_),
       bdelost_({services_.power, services_.sleep, services_.inhibitor, services_.loginItem,
                 services_.defaults, clock(), scope_}),
-      poznamky_(PoznamkyStore::load(services_.folders.applicationSupport(), clock(), random())),
-      souhrny_(SouhrnyStore::load(services_.folders.applicationSupport())),
+      poznamky_(services_.folders.applicationSupport(), saving(), random()),
+      souhrny_(services_.folders.applicationSupport(), saving()),
       keychain_(services_.vault, services_.vaultThread),
       customApps_(services_.defaults, keychain_, random()),
       historieAgentu_(HistorieAgentu::create(services_.folders.applicationSupport(),
-                                             {clock(), random(), services_.opener})),
+                                             {saving(), random(), services_.opener})),
       integrations_(services_.defaults),
       hlas_(services_.defaults, keychain_),
       notesTools_(poznamky_),
@@ -50,7 +50,7 @@ Companion::Companion(CompanionServices services)
               services_.jmenoZarizeni},
       spojeni_(services_.main, scope_,
                [this](SecureLink::Udalost udalost) { return zpracovat(std::move(udalost)); }),
-      poznamkyTelefonu_(poznamky_, souhrny_, spojeni_, state_, scope_),
+      poznamkyTelefonu_(poznamky_, souhrny_, spojeni_, state_, services_.main, scope_),
       ukolyTelefonu_(*historieAgentu_, spojeni_, [this] { return poslatStav(); }),
       agentTools_(
           agenti_, *historieAgentu_, ukolyTelefonu_,
@@ -149,6 +149,11 @@ Task<void> Companion::ukoncit() {
     odpojit();
     scope_.stop();
     co_await scope_.join();
+    // Nothing new comes any more, so this is a save or two of each store.
+    co_await poznamkyTelefonu_.vyrizeno();
+    co_await poznamky_.ulozeno();
+    co_await souhrny_.ulozeno();
+    co_await historieAgentu_->ulozeno();
     co_await spojeni_.odpojeno();
 }
 

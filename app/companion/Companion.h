@@ -115,6 +115,8 @@ class Companion {
     Task<ToolOutcome> stavNastroj(ToolCall call);
     Task<void> poslatZadost(ApprovalRequest zadost);
 
+    [[nodiscard]] Saving saving() const { return {services_.main, services_.recordsThread, clock()}; }
+
     [[nodiscard]] Clock& clock() const { return services_.link.relay.clock; }
 
     [[nodiscard]] Random& random() const { return services_.link.random; }

@@ -22,8 +22,9 @@ namespace morvex {
 /// What the companion gets from the outside. All of it outlives the companion.
 struct CompanionServices {
     Executor& main;
-    Executor& vaultThread; ///< serial; for identity store and vault, whose calls may block
-    Executor& workers;     ///< for file work, which may block
+    Executor& vaultThread;   ///< serial; for identity store and vault, whose calls may block
+    Executor& recordsThread; ///< serial; where the stores write their files
+    Executor& workers;       ///< for file work, which may block
     SecureLink::Services link;
     HttpClient& http;
     IdentityStore& uloziste;

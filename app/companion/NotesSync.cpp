@@ -3,7 +3,6 @@
 #include "foundation/Text.h"
 #include "shared-apple/MessageTooLong.h"
 
-#include <string>
 #include <utility>
 
 namespace morvex {
@@ -15,26 +14,54 @@ constexpr std::size_t longestTitle = 60;
 } // namespace
 
 NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni,
-                     CompanionState& state, TaskScope& scope)
-    : poznamky_(poznamky), souhrny_(souhrny), spojeni_(spojeni), state_(state), scope_(scope) {
+                     CompanionState& state, Executor& main, TaskScope& scope)
+    : poznamky_(poznamky),
+      souhrny_(souhrny),
+      spojeni_(spojeni),
+      state_(state),
+      scope_(scope),
+      potvrzovani_(main) {
     poznamky_.priZmene = [this](const MorvexNote& note) { poslatPoznamku(note); };
 }
 
 Task<void> NotesSync::prijmout(MacPayload::NoteUpdate zprava) {
     const MacPayload::NoteAck taken{zprava.note.id, zprava.note.revision};
-    if (poznamky_.prijmout(std::move(zprava.note)))
-        (void)co_await spojeni_.poslat({taken}, noteAckID(taken.id));
-    else
-        // A refused save has cost time: a phone that offers much to a full disk would stop everything else.
-        co_await letOthersRun();
+    co_await zaradit(
+        {poznamky_.prijmout(std::move(zprava.note)), spojeni_.soucasne(), {taken}, noteAckID(taken.id)});
 }
 
 Task<void> NotesSync::prijmout(MacPayload::SummaryUpdate zprava) {
     const MacPayload::SummaryAck taken{zprava.summary.id, zprava.summary.revision};
-    if (souhrny_.prijmout(std::move(zprava.summary)))
-        (void)co_await spojeni_.poslat({taken}, "summary-ack:" + taken.id.text());
-    else
-        co_await letOthersRun();
+    co_await zaradit({souhrny_.prijmout(std::move(zprava.summary)),
+                      spojeni_.soucasne(),
+                      {taken},
+                      "summary-ack:" + taken.id.text()});
+}
+
+Task<void> NotesSync::zaradit(Prijaty zaznam) {
+    prijate_.push_back(std::move(zaznam));
+    if (potvrzovani_.live() == 0) potvrzovani_.spawn(potvrzovat());
+    // One record that cannot be saved makes the save of all that wait with it fail. After such a save as many
+    // are tried alone, so that each of the others gets through when the phone offers it again.
+    const bool isAlone = poJednom_ > 0;
+    if (isAlone) --poJednom_;
+    if (isAlone || prijate_.size() >= mostWaiting) co_await vyrizeno();
+}
+
+Task<void> NotesSync::potvrzovat() {
+    for (; !prijate_.empty(); prijate_.pop_front()) {
+        auto& zaznam = prijate_.front();
+        if (!co_await std::move(zaznam.ulozeni))
+            ++poJednom_;
+        else if (zaznam.spojeni)
+            (void)co_await zaznam.spojeni->poslat(std::move(zaznam.potvrzeni), std::move(zaznam.requestID));
+    }
+}
+
+Task<void> NotesSync::vyrizeno() {
+    poznamky_.spechat();
+    souhrny_.spechat();
+    co_await potvrzovani_.join();
 }
 
 void NotesSync::poslatPoznamku(const MorvexNote& note) {
@@ -42,10 +69,12 @@ void NotesSync::poslatPoznamku(const MorvexNote& note) {
 }
 
 Task<void> NotesSync::doplnit(std::shared_ptr<SecureLink> link) {
-    // By index: notes may be added and changed between two sends, but never removed while one is under way.
-    for (std::size_t i = 0; i < poznamky_.vsechny().size(); ++i) {
+    // A note that the phone hears of counts for it as kept here.
+    co_await vyrizeno();
+    // By id: notes may be changed between two sends. Those that are added meanwhile go out by themselves.
+    for (const auto& id : poznamky_.ids()) {
         if (!link || spojeni_.soucasne() != link) co_return;
-        co_await odeslat(poznamky_.vsechny()[i]);
+        if (const auto* note = poznamky_.note(id)) co_await odeslat(*note);
     }
 }
 

@@ -46,6 +46,8 @@ Task<void> PhoneInbox::handle(MacPayload::ToolCall call, std::string requestID) 
     auto link = services_.spojeni.soucasne();
     if (!link) co_return;
     const auto turn = co_await calls_.take();
+    // What the phone told before a call is kept, and acknowledged, before the call is carried out.
+    co_await services_.poznamky.vyrizeno();
     if (services_.spojeni.soucasne() != link) co_return;
     auto outcome =
         co_await services_.nastroje.provestNastroj({std::move(call.name), std::move(arguments), requestID});

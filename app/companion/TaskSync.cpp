@@ -9,6 +9,8 @@ Task<void> TaskSync::poslatStav() {
 }
 
 Task<void> TaskSync::poslatUkol(UkolAgenta ukol) {
+    // The phone is told of nothing that the next start might not know.
+    co_await historie_.ulozeno();
     auto requestID = "work-item:" + ukol.workItemID.text();
     (void)co_await spojeni_.poslat({MacPayload::WorkItemUpdate{jakoWorkItem(ukol)}}, std::move(requestID));
 }

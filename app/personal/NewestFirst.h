@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/archive/RecordsAhead.h"
 #include "shared/base/Date.h"
 
 #include <algorithm>
@@ -7,17 +8,28 @@
 
 namespace morvex {
 
-/// The records by this date of theirs, later ones first; those of one date keep their order. The pointers
-/// stand while `records` does.
+/// The records by this date of theirs, later ones first; those of one date keep their order.
 template <class Record>
-std::vector<const Record*> newestFirst(const std::vector<Record>& records, Date Record::* date) {
-    std::vector<const Record*> sorted;
-    sorted.reserve(records.size());
-    for (const auto& record : records) sorted.push_back(&record);
-    std::ranges::sort(sorted, [date](const Record* left, const Record* right) {
-        return left->*date != right->*date ? left->*date > right->*date : left < right;
+std::vector<Kept<Record>> newestFirst(const std::vector<Kept<Record>>& records, Date Record::* date) {
+    std::vector<const Kept<Record>*> order;
+    order.reserve(records.size());
+    for (const auto& kept : records) order.push_back(&kept);
+    std::ranges::sort(order, [date](const auto* left, const auto* right) {
+        const auto &earlier = (*left->record).*date, &later = (*right->record).*date;
+        return earlier != later ? earlier > later : left < right;
     });
+    std::vector<Kept<Record>> sorted;
+    sorted.reserve(order.size());
+    for (const auto* kept : order) sorted.push_back(*kept);
     return sorted;
+}
+
+/// Copies of the records.
+template <class Record> std::vector<Record> copied(const std::vector<Kept<Record>>& records) {
+    std::vector<Record> copies;
+    copies.reserve(records.size());
+    for (const auto& kept : records) copies.push_back(*kept.record);
+    return copies;
 }
 
 } // namespace morvex

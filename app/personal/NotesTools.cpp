@@ -44,22 +44,22 @@ Task<ToolOutcome> NotesTools::create(ToolCall call) {
     const auto title = arguments.requiredText("title");
     const auto body = arguments.requiredText("body");
     if (title.empty() || body.empty()) co_return ToolOutcome::refused("Chybí název nebo obsah poznámky.");
-    co_return answer("created", poznamky_.vytvorit(title, body));
+    co_return answer("created", co_await poznamky_.vytvorit(title, body));
 }
 
 Task<ToolOutcome> NotesTools::update(ToolCall call) {
     Arguments arguments(call.arguments);
     const auto title = arguments.requiredText("title");
     if (title.empty()) co_return ToolOutcome::refused(missingTitle);
-    co_return answer("updated",
-                     poznamky_.upravit(title, arguments.text("new_title"), arguments.text("body")));
+    auto note = co_await poznamky_.upravit(title, arguments.text("new_title"), arguments.text("body"));
+    co_return answer("updated", note);
 }
 
 Task<ToolOutcome> NotesTools::remove(ToolCall call) {
     Arguments arguments(call.arguments);
     const auto title = arguments.requiredText("title");
     if (title.empty()) co_return ToolOutcome::refused(missingTitle);
-    co_return answer("deleted", poznamky_.smazat(title));
+    co_return answer("deleted", co_await poznamky_.smazat(title));
 }
 
 } // namespace morvex

@@ -1,12 +1,14 @@
 #include "app/personal/PoznamkyStore.h"
 
 #include "app/personal/NewestFirst.h"
+#include "foundation/SystemError.h"
 #include "foundation/Text.h"
 #include "foundation/TextPattern.h"
 #include "shared/base/Require.h"
 #include "shared/base/Try.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <limits>
 #include <utility>
 
@@ -16,20 +18,38 @@ namespace {
 
 constexpr std::size_t longestTitle = 160;
 constexpr std::int64_t mostFound = 20;
+/// Bytes of the file around its records.
+constexpr std::size_t frameLength = 64;
 
 /// Bytes of its record, but for what each change changes.
 std::size_t lengthOf(const MorvexNote& note) {
     return encode(MorvexNote{note.id, note.title, note.body, {}, {}, 0, {}}).size();
 }
 
+Task<bool> refused() {
+    co_return false;
+}
+
 } // namespace
 
-PoznamkyStore PoznamkyStore::load(const std::filesystem::path& applicationSupport, Clock& clock,
-                                  Random& random) {
-    PoznamkyStore store(File(applicationSupport / "Morvex" / "notes-from-iphone.json"), clock, random);
-    store.archive_ = store.soubor_.load();
-    store.obnovNotes();
-    return store;
+PoznamkyStore::PoznamkyStore(const std::filesystem::path& applicationSupport, Saving saving, Random& random)
+    : soubor_(applicationSupport / "Morvex" / "notes-from-iphone.json"),
+      clock_(saving.clock),
+      random_(random),
+      records_(soubor_.load().notes.records),
+      saves_(saving, {[this] { return zacniUkladat(); },
+                      [this](const Result<void>& saved) { skonciUkladani(saved); }}) {
+    obnovNotes(records_.all());
+}
+
+std::vector<MorvexNote> PoznamkyStore::vsechny() const {
+    return copied(records_.all());
+}
+
+std::vector<Uuid> PoznamkyStore::ids() const {
+    std::vector<Uuid> ids;
+    for (const auto& kept : records_.all()) ids.push_back(kept.record->id);
+    return ids;
 }
 
 std::vector<MorvexNote> PoznamkyStore::hledat(const std::string& query, std::int64_t limit) const {
@@ -43,99 +63,118 @@ std::vector<MorvexNote> PoznamkyStore::hledat(const std::string& query, std::int
     return found;
 }
 
-Result<MorvexNote> PoznamkyStore::vytvorit(const std::string& title, const std::string& body) {
+Task<Result<MorvexNote>> PoznamkyStore::vytvorit(std::string title, std::string body) {
     const auto name = trim(title);
     auto content = trim(body);
-    if (name.empty() || content.empty()) return fail(NoteError{NoteError::missingData});
-    records().push_back({random_.uuid(), firstCharacters(name, longestTitle), std::move(content),
-                         clock_.now(), clock_.now(), 1, std::nullopt});
-    return ulozZmenu(records().back());
+    if (name.empty() || content.empty()) co_return fail(NoteError{NoteError::missingData});
+    co_return co_await ulozZmenu({random_.uuid(), firstCharacters(name, longestTitle), std::move(content),
+                                  clock_.now(), clock_.now(), 1, std::nullopt});
 }
 
-Result<MorvexNote> PoznamkyStore::upravit(const std::string& title,
-                                          const std::optional<std::string>& newTitle,
-                                          const std::optional<std::string>& newBody) {
-    auto* note = najdi(title);
-    if (!note) return fail(NoteError{NoteError::notFound});
+Task<Result<MorvexNote>> PoznamkyStore::upravit(std::string title, std::optional<std::string> newTitle,
+                                                std::optional<std::string> newBody) {
+    const auto* found = najdi(title);
+    if (!found) co_return fail(NoteError{NoteError::notFound});
+    auto note = *found;
     if (newTitle) {
         const auto name = trim(*newTitle);
-        if (name.empty()) return fail(NoteError{NoteError::missingData});
-        note->title = firstCharacters(name, longestTitle);
+        if (name.empty()) co_return fail(NoteError{NoteError::missingData});
+        note.title = firstCharacters(name, longestTitle);
     }
     if (newBody) {
         auto content = trim(*newBody);
-        if (content.empty()) return fail(NoteError{NoteError::missingData});
-        note->body = std::move(content);
+        if (content.empty()) {
+            if (newTitle) records_.change(std::move(note));
+            co_return fail(NoteError{NoteError::missingData});
+        }
+        note.body = std::move(content);
     }
-    zvysRevizi(*note);
-    return ulozZmenu(*note);
+    zvysRevizi(note);
+    co_return co_await ulozZmenu(std::move(note));
 }
 
-Result<MorvexNote> PoznamkyStore::smazat(const std::string& title) {
-    auto* note = najdi(title);
-    if (!note) return fail(NoteError{NoteError::notFound});
-    zvysRevizi(*note);
-    note->deletedAt = note->updatedAt;
-    return ulozZmenu(*note);
+Task<Result<MorvexNote>> PoznamkyStore::smazat(std::string title) {
+    const auto* found = najdi(title);
+    if (!found) co_return fail(NoteError{NoteError::notFound});
+    auto note = *found;
+    zvysRevizi(note);
+    note.deletedAt = note.updatedAt;
+    co_return co_await ulozZmenu(std::move(note));
 }
 
-bool PoznamkyStore::prijmout(MorvexNote note) {
-    auto stored = std::ranges::find(records(), note.id, &MorvexNote::id);
-    const bool isNew = stored == records().end();
-    if (!isNew && !note.supersedes(*stored)) return true;
-    const bool grows = isNew || lengthOf(note) > lengthOf(*stored);
-    if (isNew)
-        stored = records().insert(stored, std::move(note));
-    else
-        std::swap(*stored, note);
-    auto saved = uloz(grows ? receivedLimit : File::sizeLimit);
-    if (saved) return true;
-    if (isNew)
-        records().pop_back();
-    else
-        std::swap(*stored, note);
-    obnovNotes();
-    setProblem(saved.error().popis());
-    return false;
+Task<bool> PoznamkyStore::prijmout(MorvexNote note) {
+    const auto* stored = records_.find(note.id);
+    // The phone may forget its version once the one that counts instead is on the disk.
+    if (stored && !note.supersedes(*stored)) return saves_.onDisk(records_.standing(note.id));
+    if (!vejdeSe(note, stored)) {
+        setProblem(SystemError{EFBIG}.popis());
+        return refused();
+    }
+    const auto growth = note.title.size() + note.body.size();
+    records_.receive(std::move(note));
+    jePrijata_ = true;
+    return SaveQueue::onDisk(saves_.request(growth));
 }
 
-MorvexNote* PoznamkyStore::najdi(const std::string& title) {
+/// What does not grow always fits.
+bool PoznamkyStore::vejdeSe(const MorvexNote& note, const MorvexNote* stored) const {
+    const auto length = lengthOf(note);
+    const auto before = stored ? lengthOf(*stored) : 0;
+    return length <= before || records_.bytes() - before + length + frameLength <= receivedLimit;
+}
+
+const MorvexNote* PoznamkyStore::najdi(const std::string& title) const {
     const auto wanted = fold(title);
-    auto found = std::ranges::find_if(records(), [&wanted](const MorvexNote& note) {
-        return !note.deletedAt && fold(note.title) == wanted;
+    auto found = std::ranges::find_if(records_.all(), [&wanted](const Records::Kept& kept) {
+        return !kept.record->deletedAt && fold(kept.record->title) == wanted;
     });
-    return found == records().end() ? nullptr : &*found;
+    return found == records_.all().end() ? nullptr : found->record.get();
 }
 
-void PoznamkyStore::zvysRevizi(MorvexNote& note) {
+void PoznamkyStore::zvysRevizi(MorvexNote& note) const {
     vyzaduj(note.revision < std::numeric_limits<std::uint64_t>::max(), "a note has no higher revision left");
     ++note.revision;
     note.updatedAt = clock_.now();
 }
 
-Result<MorvexNote> PoznamkyStore::ulozZmenu(MorvexNote note) {
-    CHECK(uloz());
+Task<Result<MorvexNote>> PoznamkyStore::ulozZmenu(MorvexNote note) {
+    records_.change(note);
+    const auto save = saves_.request(note.title.size() + note.body.size());
+    // Whoever asked waits, a tool or a person.
+    saves_.hurry();
+    CO_CHECK(co_await save->wait());
     if (priZmene) priZmene(note);
-    return note;
+    co_return note;
 }
 
-Result<void> PoznamkyStore::uloz(std::size_t limit) {
-    auto saved = soubor_.save(archive_, limit);
-    if (!saved) return saved;
-    obnovNotes();
-    setProblem(std::nullopt);
-    return {};
+SaveQueue::Save PoznamkyStore::zacniUkladat() {
+    jePrijataUkladana_ = std::exchange(jePrijata_, false);
+    ukladane_ = records_.beginSave();
+    return {records_.bytes(),
+            [this, records = ukladane_] { return soubor_.save({.notes = {copied(records)}}); }};
 }
 
-void PoznamkyStore::obnovNotes() {
-    auto visible = newestFirst(vsechny(), &MorvexNote::updatedAt);
-    std::erase_if(visible, [](const MorvexNote* note) { return note->deletedAt.has_value(); });
-    const auto isSame = [](const MorvexNote* left, const MorvexNote& right) { return *left == right; };
+void PoznamkyStore::skonciUkladani(const Result<void>& saved) {
+    const auto records = std::exchange(ukladane_, {});
+    if (saved) {
+        records_.saved();
+        obnovNotes(records);
+        setProblem(std::nullopt);
+        return;
+    }
+    records_.failed();
+    if (!jePrijataUkladana_) return;
+    obnovNotes(records_.withoutReceived());
+    setProblem(saved.error().popis());
+}
+
+void PoznamkyStore::obnovNotes(const Records::List& records) {
+    auto visible = records;
+    std::erase_if(visible, [](const auto& kept) { return kept.record->deletedAt.has_value(); });
+    visible = newestFirst(visible, &MorvexNote::updatedAt);
+    const auto isSame = [](const auto& kept, const MorvexNote& note) { return *kept.record == note; };
     if (std::ranges::equal(visible, notes_, isSame)) return;
-    std::vector<MorvexNote> notes;
-    notes.reserve(visible.size());
-    for (const auto* note : visible) notes.push_back(*note);
-    notes_ = std::move(notes);
+    notes_ = copied(visible);
     if (onChange) onChange();
 }
 

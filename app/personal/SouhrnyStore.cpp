@@ -2,50 +2,47 @@
 
 #include "app/personal/NewestFirst.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace morvex {
 
-namespace {
-
-std::vector<MorvexSummary> sorted(const std::vector<MorvexSummary>& summaries) {
-    std::vector<MorvexSummary> sorted;
-    sorted.reserve(summaries.size());
-    for (const auto* summary : newestFirst(summaries, &MorvexSummary::createdAt)) sorted.push_back(*summary);
-    return sorted;
+SouhrnyStore::SouhrnyStore(const std::filesystem::path& applicationSupport, Saving saving)
+    : soubor_(applicationSupport / "Morvex" / "summaries-from-iphone.json"),
+      records_(soubor_.load().summaries.records),
+      saves_(saving, {[this] { return zacniUkladat(); },
+                      [this](const Result<void>& saved) { skonciUkladani(saved); }}) {
+    records_.reorder(newestFirst(records_.all(), &MorvexSummary::createdAt));
+    summaries_ = copied(records_.all());
 }
 
-} // namespace
-
-SouhrnyStore SouhrnyStore::load(const std::filesystem::path& applicationSupport) {
-    SouhrnyStore store(
-        RecordFile<SummariesArchive>(applicationSupport / "Morvex" / "summaries-from-iphone.json"));
-    store.archive_ = store.soubor_.load();
-    auto& records = store.archive_.summaries.records;
-    records = sorted(records);
-    return store;
+Task<bool> SouhrnyStore::prijmout(MorvexSummary summary) {
+    const auto* stored = records_.find(summary.id);
+    // The phone may forget its version once the one that counts instead is on the disk.
+    if (stored && stored->revision >= summary.revision) return saves_.onDisk(records_.standing(summary.id));
+    const auto growth = summary.title.size() + summary.body.size();
+    records_.receive(std::move(summary));
+    return SaveQueue::onDisk(saves_.request(growth));
 }
 
-bool SouhrnyStore::prijmout(MorvexSummary summary) {
-    auto changed = archive_;
-    auto& records = changed.summaries.records;
-    auto stored = std::ranges::find(records, summary.id, &MorvexSummary::id);
-    if (stored == records.end())
-        records.push_back(std::move(summary));
-    else if (stored->revision >= summary.revision)
-        return true;
-    else
-        *stored = std::move(summary);
-    records = sorted(records);
+SaveQueue::Save SouhrnyStore::zacniUkladat() {
+    records_.reorder(newestFirst(records_.all(), &MorvexSummary::createdAt));
+    ukladane_ = records_.beginSave();
+    return {records_.bytes(),
+            [this, records = ukladane_] { return soubor_.save({.summaries = {copied(records)}}); }};
+}
 
-    auto saved = soubor_.save(changed);
-    if (saved) archive_ = std::move(changed);
+void SouhrnyStore::skonciUkladani(const Result<void>& saved) {
+    const auto records = std::exchange(ukladane_, {});
+    if (saved) {
+        records_.saved();
+        summaries_ = copied(records);
+    } else {
+        records_.failed();
+    }
     auto problem = saved ? std::nullopt : std::optional(saved.error().popis());
     const bool isNews = saved || problem != problem_;
     problem_ = std::move(problem);
     if (isNews && onChange) onChange();
-    return saved.has_value();
 }
 
 } // namespace morvex

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/personal/SummariesArchive.h"
+#include "foundation/SaveQueue.h"
 #include "foundation/archive/RecordFile.h"
+#include "foundation/archive/RecordsAhead.h"
 
 #include <filesystem>
 #include <functional>
@@ -12,31 +14,45 @@
 namespace morvex {
 
 /// The summaries that the phone has written, for reading, in "Morvex/summaries-from-iphone.json". Nothing is
-/// made, changed or deleted here. Main thread; the file is read once and written at every change.
+/// made, changed or deleted here. Main thread; the file is read once and written on the storage thread,
+/// several summaries at once when they come fast. The owner awaits `ulozeno` before the store goes.
 class SouhrnyStore {
   public:
-    static SouhrnyStore load(const std::filesystem::path& applicationSupport);
+    /// Reads the file.
+    SouhrnyStore(const std::filesystem::path& applicationSupport, Saving saving);
 
-    /// All of them, the newest first.
-    [[nodiscard]] const std::vector<MorvexSummary>& summaries() const { return archive_.summaries.records; }
+    /// All that are on the disk, the newest first.
+    [[nodiscard]] const std::vector<MorvexSummary>& summaries() const { return summaries_; }
 
     /// Why the last summary could not be saved; nothing after a save that worked.
     [[nodiscard]] const std::optional<std::string>& problem() const { return problem_; }
 
-    /// Merges a summary: only a higher revision replaces the stored one. True when the phone may be told that
-    /// it was taken, also for one that does not count any more; false when it could not be saved, and then
-    /// nothing has changed.
-    bool prijmout(MorvexSummary summary);
+    /// Merges a summary at once: only a higher revision replaces the stored one. The task waits for the save.
+    /// True when the phone may be told that it was taken, also for one that does not count any more; false
+    /// when it, or the one that counts instead, could not be saved, and then it is put back.
+    Task<bool> prijmout(MorvexSummary summary);
+
+    /// Lets nothing wait for more summaries any longer.
+    void spechat() { saves_.hurry(); }
+
+    /// The same, and resumes when the saves that were asked for until now have ended.
+    Task<void> ulozeno() { return saves_.settled(); }
 
     /// For views: `summaries()` or `problem()` is another one than before.
     std::function<void()> onChange;
 
   private:
-    explicit SouhrnyStore(RecordFile<SummariesArchive> soubor) : soubor_(std::move(soubor)) {}
+    using Records = RecordsAhead<MorvexSummary>;
+
+    SaveQueue::Save zacniUkladat();
+    void skonciUkladani(const Result<void>& saved);
 
     RecordFile<SummariesArchive> soubor_;
-    SummariesArchive archive_;
+    Records records_;
+    Records::List ukladane_; ///< by the save that is under way
+    std::vector<MorvexSummary> summaries_;
     std::optional<std::string> problem_;
+    SaveQueue saves_;
 };
 
 } // namespace morvex

@@ -12,7 +12,8 @@
 namespace morvex {
 
 /// A store's file that holds one record `Archive`, which has a `schemaVersion`, as JSON. Owned by the store,
-/// on its thread: `load` once at the start, then `save` at every change. Whatever was saved can be loaded.
+/// `load` once at the start, then `save` at every change, one at a time, on whatever thread. Whatever was
+/// saved can be loaded.
 template <class Archive> class RecordFile {
   public:
     /// Bytes of the file.
@@ -32,11 +33,11 @@ template <class Archive> class RecordFile {
         return {};
     }
 
-    /// Fails, and leaves the file alone, when it is longer than `limit` or `load` would refuse its many
+    /// Fails, and leaves the file alone, when it is longer than `sizeLimit` or `load` would refuse its many
     /// values.
-    Result<void> save(const Archive& archive, std::size_t limit = sizeLimit) {
+    Result<void> save(const Archive& archive) {
         const auto json = encode(archive);
-        if (json.size() > limit) return fail(SystemError{EFBIG});
+        if (json.size() > sizeLimit) return fail(SystemError{EFBIG});
         if (auto readable = checkReadable(json, sizeLimit); !readable) return readable;
         return file_.save(asBytes(json));
     }

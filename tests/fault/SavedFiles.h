@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/agents/HistorieAgentu.h"
+#include "platform/memory/ImmediateExecutor.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedUrlOpener.h"
@@ -46,9 +48,12 @@ template <auto change> void layByChange(const std::filesystem::path& home, const
     vyzaduj(change(home, text)(), "nothing could be laid");
 }
 
-/// What the stores of records need besides their file. A copy is as good.
+/// What the stores of records need besides their file. They save before their calls return.
 struct Surroundings {
+    HistorieAgentu::Services services() { return {{executor, executor, clock}, random, opener}; }
+
     ManualClock clock;
+    ImmediateExecutor executor;
     ScriptedRandom random;
     ScriptedUrlOpener opener;
 };

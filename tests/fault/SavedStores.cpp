@@ -1,7 +1,6 @@
 #include "app/agents/HistorieAgentu.h"
-#include "app/personal/PoznamkyStore.h"
-#include "app/personal/SouhrnyStore.h"
 #include "tests/fault/SavedFiles.h"
+#include "tests/support/AwaitedStores.h"
 
 namespace morvex {
 
@@ -14,13 +13,13 @@ namespace notes {
 
 std::function<bool()> change(const fs::path& home, const std::string& text) {
     auto around = std::make_shared<Surroundings>();
-    auto store = std::make_shared<PoznamkyStore>(PoznamkyStore::load(home, around->clock, around->random));
+    auto store = std::make_shared<AwaitedNotes>(home, around->clock, around->random);
     return [around, store, text] { return store->vytvorit("Název", text).has_value(); };
 }
 
 std::function<bool()> receive(const fs::path& home, const std::string& text) {
     auto around = std::make_shared<Surroundings>();
-    auto store = std::make_shared<PoznamkyStore>(PoznamkyStore::load(home, around->clock, around->random));
+    auto store = std::make_shared<AwaitedNotes>(home, around->clock, around->random);
     auto now = around->clock.now();
     MorvexNote note{around->random.uuid(), "Název", text, now, now, 1, {}};
     if (!store->vsechny().empty()) note.id = store->vsechny()[0].id, note.revision = 2;
@@ -29,7 +28,7 @@ std::function<bool()> receive(const fs::path& home, const std::string& text) {
 
 std::function<bool()> remove(const fs::path& home, const std::string&) {
     auto around = std::make_shared<Surroundings>();
-    auto store = std::make_shared<PoznamkyStore>(PoznamkyStore::load(home, around->clock, around->random));
+    auto store = std::make_shared<AwaitedNotes>(home, around->clock, around->random);
     const bool isDone = store->notes().empty() && !store->vsechny().empty();
     return [around, store, isDone] { return isDone || store->smazat("Název").has_value(); };
 }
@@ -37,7 +36,7 @@ std::function<bool()> remove(const fs::path& home, const std::string&) {
 Texts look(const fs::path& home) {
     Surroundings around;
     Texts texts;
-    for (const auto& note : PoznamkyStore::load(home, around.clock, around.random).vsechny())
+    for (const auto& note : AwaitedNotes(home, around.clock, around.random).vsechny())
         texts.push_back((note.deletedAt ? "deleted " : "") + note.body);
     return texts;
 }
@@ -47,7 +46,7 @@ Texts look(const fs::path& home) {
 namespace summaries {
 
 std::function<bool()> change(const fs::path& home, const std::string& text) {
-    auto store = std::make_shared<SouhrnyStore>(SouhrnyStore::load(home));
+    auto store = std::make_shared<AwaitedSummaries>(home);
     Surroundings around;
     auto id = around.random.uuid();
     if (!store->summaries().empty()) id = around.random.uuid();
@@ -58,7 +57,7 @@ std::function<bool()> change(const fs::path& home, const std::string& text) {
 
 Texts look(const fs::path& home) {
     Texts texts;
-    for (const auto& summary : SouhrnyStore::load(home).summaries()) texts.push_back(summary.body);
+    for (const auto& summary : AwaitedSummaries(home).summaries()) texts.push_back(summary.body);
     return texts;
 }
 
@@ -68,8 +67,7 @@ namespace tasks {
 
 std::function<bool()> change(const fs::path& home, const std::string& text) {
     auto around = std::make_shared<Surroundings>();
-    std::shared_ptr<HistorieAgentu> store =
-        HistorieAgentu::create(home, {around->clock, around->random, around->opener});
+    std::shared_ptr<HistorieAgentu> store = HistorieAgentu::create(home, around->services());
     return [around, store, text] {
         store->zaloz({{}, {}, "codex", "Název", text, "/home"});
         return !store->potiz();
@@ -78,8 +76,7 @@ std::function<bool()> change(const fs::path& home, const std::string& text) {
 
 std::function<bool()> clear(const fs::path& home, const std::string&) {
     auto around = std::make_shared<Surroundings>();
-    std::shared_ptr<HistorieAgentu> store =
-        HistorieAgentu::create(home, {around->clock, around->random, around->opener});
+    std::shared_ptr<HistorieAgentu> store = HistorieAgentu::create(home, around->services());
     return [around, store] {
         store->vymazat();
         return !store->potiz();
@@ -89,8 +86,7 @@ std::function<bool()> clear(const fs::path& home, const std::string&) {
 /// The phone was told of the last task. When there is none that it was not told of all are forgotten.
 std::function<bool()> confirm(const fs::path& home, const std::string&) {
     auto around = std::make_shared<Surroundings>();
-    std::shared_ptr<HistorieAgentu> store =
-        HistorieAgentu::create(home, {around->clock, around->random, around->opener});
+    std::shared_ptr<HistorieAgentu> store = HistorieAgentu::create(home, around->services());
     return [around, store] {
         auto waiting = store->nedorucene();
         if (waiting.empty())
@@ -103,7 +99,7 @@ std::function<bool()> confirm(const fs::path& home, const std::string&) {
 
 Texts look(const fs::path& home) {
     Surroundings around;
-    auto store = HistorieAgentu::create(home, {around.clock, around.random, around.opener});
+    auto store = HistorieAgentu::create(home, around.services());
     Texts texts;
     if (store->potiz()) texts.push_back(*store->potiz());
     for (const auto& task : store->polozky()) texts.push_back(task.instrukce);

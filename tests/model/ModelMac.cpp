@@ -75,6 +75,13 @@ void ModelMac::crash() {
     writes_ = writes;
 }
 
+std::vector<MorvexNote> ModelMac::savedNotes() const {
+    const auto folder = desktop_.folders.applicationSupport();
+    return RecordFile<NotesArchive>(std::filesystem::path(folder) / "Morvex/notes-from-iphone.json")
+        .load()
+        .notes.records;
+}
+
 bool ModelMac::isReady() const {
     return companion_->stav().dostupnost.value().jePouzitelny();
 }
@@ -162,8 +169,8 @@ std::optional<ScriptedPrograms::Answer> ModelMac::answer(const OutsideProgram& p
 }
 
 CompanionServices ModelMac::services() {
-    return desktop_.services({executor_, disk_, disk_}, {{executor_, clock, network}, random_}, network,
-                             store_, {{"PATH", (folder_ / "bin").string() + ":/usr/bin:/bin"}});
+    return desktop_.services({executor_, disk_, disk_, disk_}, {{executor_, clock, network}, random_},
+                             network, store_, {{"PATH", (folder_ / "bin").string() + ":/usr/bin:/bin"}});
 }
 
 } // namespace morvex

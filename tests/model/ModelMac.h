@@ -33,6 +33,9 @@ class ModelMac {
 
     [[nodiscard]] std::optional<PairedPeer> phone() { return companion_->stav().protejsek.value(); }
 
+    /// All notes on its disk, deleted ones too.
+    [[nodiscard]] std::vector<MorvexNote> savedNotes() const;
+
     void pairWith(const PairedPeer& phone) { store_.ulozProtejsek(phone).value(); }
 
     [[nodiscard]] bool isReady() const;

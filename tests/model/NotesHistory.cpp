@@ -112,8 +112,8 @@ std::string NotesHistory::lostEdit() const {
 }
 
 std::string NotesHistory::fateOf(const Revision& made, const MorvexNote& edit) const {
-    const auto last = std::ranges::find(mac_->vsechny(), made.first, &MorvexNote::id);
-    if (last == mac_->vsechny().end()) return "gone: " + textOf(edit) + "\n";
+    const auto* last = mac_->note(made.first);
+    if (!last) return "gone: " + textOf(edit) + "\n";
     if (orderOf(*last) < orderOf(edit)) return "older than " + textOf(edit) + ": " + textOf(*last) + "\n";
     if (orderOf(*last) > orderOf(edit) || last->body == edit.body) return {};
     // Of two that count the same the computer's stays.
@@ -276,11 +276,11 @@ void NotesHistory::removeMacArchive(const char* name) {
 
 void NotesHistory::loadMac() {
     isUnsaved_ = false;
-    mac_.emplace(PoznamkyStore::load(folder_, macClock_, dice_));
+    mac_.emplace(folder_, macClock_, dice_);
     mac_->priZmene = [this](const MorvexNote& note) {
         if (isUp_) tellPhone({MacPayload::NoteUpdate{note}});
     };
-    summaries_.emplace(SouhrnyStore::load(folder_));
+    summaries_.emplace(folder_);
 }
 
 void NotesHistory::loadPhone() {

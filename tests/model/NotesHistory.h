@@ -1,11 +1,10 @@
 #pragma once
 
-#include "app/personal/PoznamkyStore.h"
-#include "app/personal/SouhrnyStore.h"
 #include "phone/RecordSync.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "tests/model/Dice.h"
+#include "tests/support/AwaitedStores.h"
 
 #include <cstdint>
 #include <deque>
@@ -106,8 +105,8 @@ class NotesHistory {
     std::filesystem::path folder_;
     ManualClock macClock_;
     ManualClock phoneClock_;
-    std::optional<PoznamkyStore> mac_;
-    std::optional<SouhrnyStore> summaries_;
+    std::optional<AwaitedNotes> mac_;
+    std::optional<AwaitedSummaries> summaries_;
     std::optional<PhoneRecords> phone_;
     ManualExecutor executor_;
     std::ostringstream problems_; ///< that the phone told

@@ -85,7 +85,7 @@ void TwoParties::startShell() {
 }
 
 void TwoParties::takeNote() {
-    takeNote(mac_.companion().poznamky().vsechny());
+    takeNote(mac_.savedNotes());
     takeNote(phone_.records().notes());
 }
 

@@ -18,6 +18,10 @@ constexpr int mostRecords = 4;
 /// Enough for a whole session to be said again, from its hello on.
 constexpr std::size_t mostRepeated = 8;
 
+Task<void> ignoreEnd(Task<Result<MorvexNote>> change) {
+    (void)co_await std::move(change);
+}
+
 std::string title(unsigned which) {
     static const std::array<std::string, 3> titles{"Nákup", "Auto", "nakup"};
     return titles.at(which % titles.size());
@@ -177,13 +181,14 @@ bool TwoParties::mayCreate() {
 
 void TwoParties::editOnMac(const ModelEvent& event) {
     auto& notes = mac_.companion().poznamky();
+    const auto begin = [this](auto change) { executor_.start(ignoreEnd(std::move(change))); };
     const auto body = "mac " + std::to_string(++written_);
     if (event.amount % 5 == 0)
-        (void)notes.smazat(title(event.which));
+        begin(notes.smazat(title(event.which)));
     else if ((event.amount % 5 == 1 || notes.notes().empty()) && mayCreate())
-        (void)notes.vytvorit(title(event.which), body);
+        begin(notes.vytvorit(title(event.which), body));
     else
-        (void)notes.upravit(title(event.which), title(event.which / 3), body);
+        begin(notes.upravit(title(event.which), title(event.which / 3), body));
 }
 
 void TwoParties::editOnPhone(const ModelEvent& event) {

@@ -49,7 +49,7 @@ std::shared_ptr<ScriptedSocket> CompanionHarness::connectAgain() {
 void CompanionHarness::end() {
     TaskScope ending(executor);
     ending.spawn(companion->ukoncit());
-    while (executor.runUntilIdle() + workers->runUntilIdle() > 0) continue;
+    while (executor.runUntilIdle() + workers->runUntilIdle() + records->runUntilIdle() > 0) continue;
     EXPECT_EQ(ending.live(), 0);
     companion.reset();
 }
@@ -83,8 +83,8 @@ std::vector<MacStatus> CompanionHarness::takeStatuses() {
 }
 
 CompanionServices CompanionHarness::services() {
-    return FakeDesktop::services({executor, *storage, *workers}, {{executor, clock, sockets}, random}, http,
-                                 store, environment, "1.2.3 (4)");
+    return FakeDesktop::services({executor, *storage, *records, *workers},
+                                 {{executor, clock, sockets}, random}, http, store, environment, "1.2.3 (4)");
 }
 
 } // namespace morvex

@@ -59,6 +59,9 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
 
     std::vector<MacStatus> takeStatuses();
 
+    /// What the task ends with, which waits for nothing but the companion itself.
+    template <class T> T ended(Task<T> task) { return executor.run(std::move(task)).value(); }
+
     [[nodiscard]] std::string availability() const {
         return companion->stav().dostupnost.value().popis("Telefon", clock.now());
     }
@@ -69,6 +72,8 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
     ManualExecutor executor;
     /// Where the vault and the identity store work; a test may set another one before the start.
     ManualExecutor* storage = &executor;
+    /// Where the stores write; a test may set another one before the start.
+    ManualExecutor* records = &executor;
     /// Where file work runs; a test may set another one before the start.
     ManualExecutor* workers = &executor;
     ManualClock clock;

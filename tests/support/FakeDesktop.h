@@ -24,6 +24,7 @@ struct FakeDesktop {
     struct Executors {
         Executor& main;
         Executor& storage;
+        Executor& records;
         Executor& workers;
     };
 
@@ -46,6 +47,7 @@ struct FakeDesktop {
                                std::string version = "1.0 (1)") {
         return {executors.main,
                 executors.storage,
+                executors.records,
                 executors.workers,
                 link,
                 http,

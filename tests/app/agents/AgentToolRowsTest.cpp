@@ -1,4 +1,5 @@
 #include "app/agents/AgentTools.h"
+#include "platform/memory/ImmediateExecutor.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedUrlOpener.h"
 #include "tests/app/agents/AgentRunnerFixture.h"
@@ -41,9 +42,10 @@ class AgentToolRowsTest : public AgentRunnerFixture {
     [[nodiscard]] const UkolAgenta& ukol() const { return historie->polozky().front(); }
 
     ScriptedRandom random;
+    ImmediateExecutor saving;
     ScriptedUrlOpener opener;
     std::unique_ptr<HistorieAgentu> historie =
-        HistorieAgentu::create(folder.path() / "data", {clock, random, opener});
+        HistorieAgentu::create(folder.path() / "data", {{saving, saving, clock}, random, opener});
     std::vector<std::string> aliases{"work"};
     HeldReports reports;
     TaskScope scope{executor};

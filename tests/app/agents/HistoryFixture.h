@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/agents/HistorieAgentu.h"
+#include "platform/memory/ImmediateExecutor.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedUrlOpener.h"
@@ -20,7 +21,9 @@ namespace morvex {
 class HistoryFixture : public testing::Test {
   protected:
     /// Starts the program anew over the same file.
-    void load() { historie = HistorieAgentu::create(temporary.path(), {clock, random, opener}); }
+    void load() {
+        historie = HistorieAgentu::create(temporary.path(), {{saving, saving, clock}, random, opener});
+    }
 
     void write(const std::string& text) {
         std::filesystem::create_directories(file().parent_path());
@@ -54,6 +57,7 @@ class HistoryFixture : public testing::Test {
 
     TemporaryFolder temporary;
     ManualClock clock;
+    ImmediateExecutor saving;
     ScriptedRandom random;
     ScriptedUrlOpener opener;
     std::unique_ptr<HistorieAgentu> historie;

@@ -63,8 +63,8 @@ TEST_F(NotesSyncTest, ANoteThatIsChangedHereGoesOutUnderItsIdAndRevision) {
     EXPECT_EQ(call("mac.notes.create", R"({"title":"Nákup","body":"mléko"})").json,
               R"({"created":true,"title":"Nákup"})");
     auto created = companion->poznamky().notes()[0];
-    ASSERT_TRUE(companion->poznamky().upravit("Nákup", {}, "mouka"));
-    ASSERT_TRUE(companion->poznamky().smazat("Nákup"));
+    ASSERT_TRUE(ended(companion->poznamky().upravit("Nákup", {}, "mouka")));
+    ASSERT_TRUE(ended(companion->poznamky().smazat("Nákup")));
     auto told = take<MacPayload::NoteUpdate>();
     ASSERT_EQ(told.size(), 2U);
     EXPECT_EQ(told[0].requestID, "note:" + created.id.text() + ":2");
@@ -100,7 +100,7 @@ TEST_F(NotesSyncTest, ANoteOfThePhoneIsSavedAndThenAcknowledgedAndNotSentBack) {
 
 TEST_F(NotesSyncTest, AnOldVersionIsAcknowledgedToo) {
     startSecured();
-    auto stored = companion->poznamky().vytvorit("Nákup", "mléko").value();
+    auto stored = ended(companion->poznamky().vytvorit("Nákup", "mléko")).value();
     (void)phone.take();
     stored.revision = 0;
     stored.title = "starší";
@@ -163,7 +163,7 @@ TEST_F(NotesSyncTest, ASummaryIsKeptAndAcknowledgedEachTimeAndNeverSent) {
 
 TEST_F(NotesSyncTest, ANoteAckIsIgnored) {
     startSecured();
-    auto created = companion->poznamky().vytvorit("Nákup", "mléko").value();
+    auto created = ended(companion->poznamky().vytvorit("Nákup", "mléko")).value();
     EXPECT_EQ(takeUpdates(), Titles{"Nákup"});
     phone.send({MacPayload::NoteAck{created.id, created.revision}}, "a");
     phone.send({MacPayload::SummaryAck{created.id, created.revision}}, "a");
@@ -175,9 +175,9 @@ TEST_F(NotesSyncTest, ANoteAckIsIgnored) {
 
 TEST_F(NotesSyncTest, AllNotesWithTombstonesGoOutAfterTheStatusEachTimeTheLinkIsReady) {
     startSecured();
-    ASSERT_TRUE(companion->poznamky().vytvorit("první", "a"));
-    ASSERT_TRUE(companion->poznamky().vytvorit("druhá", "b"));
-    ASSERT_TRUE(companion->poznamky().smazat("první"));
+    ASSERT_TRUE(ended(companion->poznamky().vytvorit("první", "a")));
+    ASSERT_TRUE(ended(companion->poznamky().vytvorit("druhá", "b")));
+    ASSERT_TRUE(ended(companion->poznamky().smazat("první")));
     executor.runUntilIdle();
     for (int i = 0; i < 2; ++i) {
         (void)phone.take();
@@ -198,11 +198,11 @@ TEST_F(NotesSyncTest, AllNotesWithTombstonesGoOutAfterTheStatusEachTimeTheLinkIs
 
 TEST_F(NotesSyncTest, WithTheLinkDownANoteWaitsForTheNextReadyAndGoesOutWithAllOthers) {
     startSecured();
-    ASSERT_TRUE(companion->poznamky().vytvorit("první", "a"));
+    ASSERT_TRUE(ended(companion->poznamky().vytvorit("první", "a")));
     EXPECT_EQ(takeUpdates(), Titles{"první"});
     companion->odpojit();
     executor.runUntilIdle();
-    ASSERT_TRUE(companion->poznamky().vytvorit("druhá", "b"));
+    ASSERT_TRUE(ended(companion->poznamky().vytvorit("druhá", "b")));
     executor.runUntilIdle();
     EXPECT_TRUE(phone.take().empty());
     (void)connectAgain();
@@ -212,7 +212,7 @@ TEST_F(NotesSyncTest, WithTheLinkDownANoteWaitsForTheNextReadyAndGoesOutWithAllO
 TEST_F(NotesSyncTest, EachSendOfTheCatchUpIsAwaitedAndCallsWaitForItsEnd) {
     startSecured();
     for (const char* title : {"první", "druhá", "třetí"})
-        ASSERT_TRUE(companion->poznamky().vytvorit(title, "a"));
+        ASSERT_TRUE(ended(companion->poznamky().vytvorit(title, "a")));
     executor.runUntilIdle();
     auto socket = stallCatchUp();
     (void)phone.take();
@@ -229,7 +229,7 @@ TEST_F(NotesSyncTest, EachSendOfTheCatchUpIsAwaitedAndCallsWaitForItsEnd) {
 TEST_F(NotesSyncTest, ASendThatFailsInTheCatchUpOnlyMovesOnToTheNextRecord) {
     startSecured();
     for (const char* title : {"první", "druhá", "třetí"})
-        ASSERT_TRUE(companion->poznamky().vytvorit(title, "a"));
+        ASSERT_TRUE(ended(companion->poznamky().vytvorit(title, "a")));
     executor.runUntilIdle();
     auto socket = stallCatchUp();
     socket->answerSends({});
@@ -243,9 +243,9 @@ TEST_F(NotesSyncTest, ASendThatFailsInTheCatchUpOnlyMovesOnToTheNextRecord) {
 
 TEST_F(NotesSyncTest, ANoteTooLongForTheWayIsPassedOverAndTheLinkStays) {
     startSecured();
-    ASSERT_TRUE(companion->poznamky().vytvorit("první", "a"));
-    ASSERT_TRUE(companion->poznamky().vytvorit("dlouhá", std::string(3'200'000, 'x')));
-    ASSERT_TRUE(companion->poznamky().vytvorit("třetí", "c"));
+    ASSERT_TRUE(ended(companion->poznamky().vytvorit("první", "a")));
+    ASSERT_TRUE(ended(companion->poznamky().vytvorit("dlouhá", std::string(3'200'000, 'x'))));
+    ASSERT_TRUE(ended(companion->poznamky().vytvorit("třetí", "c")));
     EXPECT_EQ(takeUpdates(), (Titles{"první", "třetí"}));
     EXPECT_EQ(trouble(), "Poznámka „dlouhá“ je na přenos příliš dlouhá, telefon ji nedostane.");
     (void)connectAgain();
@@ -262,7 +262,7 @@ TEST_F(NotesSyncTest, ANoteTooLongForTheWayIsPassedOverAndTheLinkStays) {
 TEST_F(NotesSyncTest, AnAnswerTooLongForTheWayIsRefusedInWords) {
     startSecured();
     for (const char* title : {"první", "druhá"})
-        ASSERT_TRUE(companion->poznamky().vytvorit(title, std::string(1'600'000, 'x')));
+        ASSERT_TRUE(ended(companion->poznamky().vytvorit(title, std::string(1'600'000, 'x'))));
     executor.runUntilIdle();
     (void)phone.take();
     auto answer = call("mac.notes.search", R"({"query":"x"})");
@@ -274,11 +274,12 @@ TEST_F(NotesSyncTest, AnAnswerTooLongForTheWayIsRefusedInWords) {
 
 TEST_F(NotesSyncTest, AChangeDuringTheCatchUpMayOvertakeIt) {
     startSecured();
-    for (const char* title : {"první", "druhá"}) ASSERT_TRUE(companion->poznamky().vytvorit(title, "a"));
+    for (const char* title : {"první", "druhá"})
+        ASSERT_TRUE(ended(companion->poznamky().vytvorit(title, "a")));
     executor.runUntilIdle();
     auto socket = stallCatchUp();
-    ASSERT_TRUE(companion->poznamky().upravit("druhá", {}, "změněno"));
-    ASSERT_TRUE(companion->poznamky().vytvorit("třetí", "c"));
+    ASSERT_TRUE(ended(companion->poznamky().upravit("druhá", {}, "změněno")));
+    ASSERT_TRUE(ended(companion->poznamky().vytvorit("třetí", "c")));
     executor.runUntilIdle();
     socket->takeSends();
     auto told = take<MacPayload::NoteUpdate>();
@@ -290,7 +291,8 @@ TEST_F(NotesSyncTest, AChangeDuringTheCatchUpMayOvertakeIt) {
 
 TEST_F(NotesSyncTest, ALinkThatGoesEndsTheCatchUpAndTheNextOneBeginsAnew) {
     startSecured();
-    for (int i = 0; i < 5; ++i) ASSERT_TRUE(companion->poznamky().vytvorit("p" + std::to_string(i), "a"));
+    for (int i = 0; i < 5; ++i)
+        ASSERT_TRUE(ended(companion->poznamky().vytvorit("p" + std::to_string(i), "a")));
     executor.runUntilIdle();
     (void)stallCatchUp();
     (void)connectAgain();
@@ -300,7 +302,8 @@ TEST_F(NotesSyncTest, ALinkThatGoesEndsTheCatchUpAndTheNextOneBeginsAnew) {
 
 TEST_F(NotesSyncTest, OnceTheLinkIsTakenDownNothingMoreOfTheCatchUpIsTried) {
     startSecured();
-    for (int i = 0; i < 5; ++i) ASSERT_TRUE(companion->poznamky().vytvorit("p" + std::to_string(i), "a"));
+    for (int i = 0; i < 5; ++i)
+        ASSERT_TRUE(ended(companion->poznamky().vytvorit("p" + std::to_string(i), "a")));
     executor.runUntilIdle();
     auto socket = stallCatchUp();
     socket->answerSends({});
@@ -324,7 +327,8 @@ TEST_F(NotesSyncTest, NotesAreOffTheOfferWithTheirSwitchButStayInStep) {
 
 TEST_F(NotesSyncTest, AnEndInTheMiddleOfACatchUpIsClean) {
     startSecured();
-    for (int i = 0; i < 5; ++i) ASSERT_TRUE(companion->poznamky().vytvorit("p" + std::to_string(i), "a"));
+    for (int i = 0; i < 5; ++i)
+        ASSERT_TRUE(ended(companion->poznamky().vytvorit("p" + std::to_string(i), "a")));
     (void)stallCatchUp();
     end();
 }

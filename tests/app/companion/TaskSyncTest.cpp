@@ -42,7 +42,7 @@ TEST_F(TaskSyncTest, ATaskThatEndedWithoutTheLinkComesAgainUntilItIsAcknowledged
 
 TEST_F(TaskSyncTest, TheCatchUpTellsOfTheStatusThenOfTasksAndThenOfNotes) {
     startWithFolder();
-    ASSERT_TRUE(companion->poznamky().vytvorit("Nákup", "mléko"));
+    ASSERT_TRUE(ended(companion->poznamky().vytvorit("Nákup", "mléko")));
     complete("s1");
     auto all = reconnect();
     ASSERT_EQ(all.size(), 3U);
@@ -65,7 +65,7 @@ TEST_F(TaskSyncTest, TasksComeBeforeNotesAndOneThatFailsHoldsUpNothing) {
     startWithFolder();
     auto first = complete("s1");
     auto second = complete("s2");
-    EXPECT_TRUE(companion->poznamky().vytvorit("Nákup", "mléko"));
+    EXPECT_TRUE(ended(companion->poznamky().vytvorit("Nákup", "mléko")));
     (void)settled();
 
     auto socket = connectAgain();

@@ -1,6 +1,7 @@
 #include "app/console/TaskLines.h"
 
 #include "app/programs/ProgramDiscovery.h"
+#include "platform/memory/ImmediateExecutor.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/ScriptedPrograms.h"
@@ -23,6 +24,7 @@ class TaskLinesTest : public testing::Test {
 
     TemporaryFolder temporary;
     ManualClock clock;
+    ImmediateExecutor saving;
     ScriptedRandom random;
     ScriptedUrlOpener opener;
     ScriptedPrograms programs;
@@ -30,7 +32,7 @@ class TaskLinesTest : public testing::Test {
     ProgramDiscovery discovery{programs, clock, executor, {}};
     AgentRunner agenti{{programs, clock, discovery, executor, executor}, {}};
     std::unique_ptr<HistorieAgentu> historie =
-        HistorieAgentu::create(temporary.path(), {clock, random, opener});
+        HistorieAgentu::create(temporary.path(), {{saving, saving, clock}, random, opener});
 };
 
 TEST_F(TaskLinesTest, WithoutTasksSaySo) {

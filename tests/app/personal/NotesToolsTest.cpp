@@ -21,8 +21,12 @@ class NotesToolsTest : public PersonalStores {
         return executor.run(tool->run({"mac.notes." + name, std::move(parsed), "r"})).value();
     }
 
+    void create(const std::string& title, const std::string& body) {
+        ASSERT_TRUE(executor.run(store.vytvorit(title, body)).value());
+    }
+
     ManualExecutor executor;
-    PoznamkyStore store = PoznamkyStore::load(support.path(), clock, random);
+    PoznamkyStore store{support.path(), {executor, executor, clock}, random};
     NotesTools tools{store};
     ToolTable table;
     bool isOn = true;
@@ -51,9 +55,9 @@ TEST_F(NotesToolsTest, CreateUpdateAndDeleteTellTheStoredTitle) {
 }
 
 TEST_F(NotesToolsTest, SearchGivesIdTitleBodyAndTheTimeOfTheLastChange) {
-    ASSERT_TRUE(store.vytvorit("Nákup", "mléko"));
+    create("Nákup", "mléko");
     clock.advance(1500ms);
-    ASSERT_TRUE(store.vytvorit("Auto", "servis"));
+    create("Auto", "servis");
     auto found = call("search", R"({"query":"nák"})");
     EXPECT_TRUE(found.ok);
     EXPECT_EQ(encode(found.result), R"({"notes":[{"id":"00000000-0000-4000-8000-000000000001",)"
@@ -63,7 +67,7 @@ TEST_F(NotesToolsTest, SearchGivesIdTitleBodyAndTheTimeOfTheLastChange) {
 }
 
 TEST_F(NotesToolsTest, SearchGivesTenNotesUnlessALimitIsGiven) {
-    for (int i = 0; i < 30; ++i) ASSERT_TRUE(store.vytvorit("p" + std::to_string(i), "obsah"));
+    for (int i = 0; i < 30; ++i) create("p" + std::to_string(i), "obsah");
     auto count = [this](const std::string& arguments) {
         return call("search", arguments).result["notes"].as_array().size();
     };
@@ -75,7 +79,7 @@ TEST_F(NotesToolsTest, SearchGivesTenNotesUnlessALimitIsGiven) {
 }
 
 TEST_F(NotesToolsTest, Sentences) {
-    ASSERT_TRUE(store.vytvorit("Nákup", "mléko"));
+    create("Nákup", "mléko");
     const std::vector<std::array<std::string, 3>> rows{
         {"create", "{}", "Chybí název nebo obsah poznámky."},
         {"create", R"({"title":"a"})", "Chybí název nebo obsah poznámky."},
@@ -98,7 +102,7 @@ TEST_F(NotesToolsTest, Sentences) {
 }
 
 TEST_F(NotesToolsTest, AnUpdateWithNothingNewStillGoesThroughToTheStore) {
-    ASSERT_TRUE(store.vytvorit("Nákup", "mléko"));
+    create("Nákup", "mléko");
     EXPECT_TRUE(call("update", R"({"title":"Nákup"})").ok);
     EXPECT_EQ(store.notes()[0].revision, 2U);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/personal/PoznamkyStore.h"
 #include "tests/app/personal/PersonalStores.h"
+#include "tests/support/AwaitedStores.h"
 
 #include <chrono>
 #include <filesystem>
@@ -30,7 +30,7 @@ class PoznamkyFixture : public PersonalStores {
         return {phoneRandom.uuid(), title, "z telefonu", clock.now(), clock.now(), revision, {}};
     }
 
-    [[nodiscard]] PoznamkyStore reloaded() { return PoznamkyStore::load(support.path(), clock, random); }
+    [[nodiscard]] AwaitedNotes reloaded() { return {support.path(), clock, random}; }
 
     static std::vector<std::string> titles(const std::vector<MorvexNote>& notes) {
         std::vector<std::string> titles;
@@ -45,7 +45,7 @@ class PoznamkyFixture : public PersonalStores {
     using Titles = std::vector<std::string>;
 
     std::filesystem::path file = folder / "notes-from-iphone.json";
-    PoznamkyStore store = reloaded();
+    AwaitedNotes store = reloaded();
     ScriptedRandom phoneRandom = [] {
         ScriptedRandom random;
         for (int i = 0; i < 1000; ++i) (void)random.uuid();

@@ -1,6 +1,5 @@
-#include "app/personal/SouhrnyStore.h"
-
 #include "tests/app/personal/PersonalStores.h"
+#include "tests/support/AwaitedStores.h"
 
 #include <sys/stat.h>
 
@@ -27,7 +26,7 @@ class SouhrnyStoreTest : public PersonalStores {
         return found.st_ino;
     }
 
-    [[nodiscard]] SouhrnyStore reloaded() const { return SouhrnyStore::load(support.path()); }
+    [[nodiscard]] AwaitedSummaries reloaded() const { return AwaitedSummaries(support.path()); }
 
     static std::vector<std::string> titles(const std::vector<MorvexSummary>& summaries) {
         std::vector<std::string> titles;
@@ -38,7 +37,7 @@ class SouhrnyStoreTest : public PersonalStores {
     using Titles = std::vector<std::string>;
 
     std::filesystem::path file = folder / "summaries-from-iphone.json";
-    SouhrnyStore store = reloaded();
+    AwaitedSummaries store = reloaded();
     int viewChanges = 0;
 };
 

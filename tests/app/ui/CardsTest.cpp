@@ -202,8 +202,8 @@ TEST_F(CardsTest, ANoteAndASummaryOpenAndAreCopied) {
 TEST_F(CardsTest, AnOpenNoteFollowsItsRecordUntilThePhoneDeletesIt) {
     startSecured();
     openUi();
-    auto note = companion->poznamky().vytvorit("Nákup", "Mléko").value();
-    (void)companion->poznamky().vytvorit("Jiná", "Text");
+    auto note = ended(companion->poznamky().vytvorit("Nákup", "Mléko")).value();
+    (void)ended(companion->poznamky().vytvorit("Jiná", "Text"));
     settle();
     press("Nákup");
     EXPECT_TRUE(reads("Upraveno "));

@@ -178,7 +178,7 @@ TEST_F(KeyboardTest, StaysOnARowWhenOtherRowsChange) {
     EXPECT_TRUE(reads("Pokračovat v Codexu: Další"));
     EXPECT_EQ(focused(), running);
     goTo("Nákup");
-    (void)companion->poznamky().vytvorit("Nová", "Text");
+    (void)ended(companion->poznamky().vytvorit("Nová", "Text"));
     settle();
     EXPECT_EQ(focused(), "Nákup");
 }

@@ -90,14 +90,15 @@ TEST_F(PicturesOfStatesTest, TroubleOfWhatIsKept) {
                                         1,
                                         {}}}},
                "n");
-    EXPECT_FALSE(companion->souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
-                                                "Týden 2",
-                                                "Dvě schůzky.",
-                                                clock.now(),
-                                                clock.now(),
-                                                clock.now(),
-                                                {},
-                                                1}));
+    EXPECT_FALSE(
+        ended(companion->souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
+                                             "Týden 2",
+                                             "Dvě schůzky.",
+                                             clock.now(),
+                                             clock.now(),
+                                             clock.now(),
+                                             {},
+                                             1})));
     settle();
     expectApproved(card("Povolené složky"), "folders-trouble");
     expectApproved(card("Poznámky Morvex"), "notes-trouble");

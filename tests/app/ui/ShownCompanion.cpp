@@ -37,17 +37,17 @@ void ShownCompanion::fill() {
     history.dokonci(begin("codex", "Přelož stránku do angličtiny"), "Přeloženo 14 odstavců.", "relace-1");
     history.selhal(begin("claude-code", "Najdi, proč padá sestavení"), "Agent neodpověděl včas.");
     begin("claude-code", "Přidej na web tmavý režim");
-    (void)companion->poznamky().vytvorit("Nákup", "Mléko\nChléb\nMáslo");
+    (void)ended(companion->poznamky().vytvorit("Nákup", "Mléko\nChléb\nMáslo"));
     clock.advance(std::chrono::hours(3));
-    (void)companion->poznamky().vytvorit("Nápady na výlet", "Říp, Kokořín, Máchovo jezero");
-    (void)companion->souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
-                                         "Týden 2",
-                                         "Dvě schůzky, odevzdaný návrh.",
-                                         clock.now(),
-                                         clock.now() - std::chrono::days(7),
-                                         clock.now(),
-                                         {"Kalendář", "Pošta"},
-                                         1});
+    (void)ended(companion->poznamky().vytvorit("Nápady na výlet", "Říp, Kokořín, Máchovo jezero"));
+    (void)ended(companion->souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
+                                               "Týden 2",
+                                               "Dvě schůzky, odevzdaný návrh.",
+                                               clock.now(),
+                                               clock.now() - std::chrono::days(7),
+                                               clock.now(),
+                                               {"Kalendář", "Pošta"},
+                                               1}));
     companion->stav().stavClauda = AgentStatus{true, "2.1.0", "/usr/bin/claude", {}};
     companion->stav().stavCodexu = AgentStatus{false, {}, {}, "Codex jsem na tomto počítači nenašel."};
 }
