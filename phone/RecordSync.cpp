@@ -28,6 +28,13 @@ std::string tooLong(const MacPayload& offer) {
     return "Souhrn „" + excerpt(title, longestTitle) + "“ je na přenos příliš dlouhý. Zůstane jen tady.";
 }
 
+std::size_t textOf(const MacPayload& offer) {
+    if (const auto* told = offer.as<MacPayload::NoteUpdate>())
+        return told->note.title.size() + told->note.body.size();
+    const auto& summary = offer.as<MacPayload::SummaryUpdate>()->summary;
+    return summary.title.size() + summary.body.size();
+}
+
 } // namespace
 
 Task<void> RecordSync::heard(const Inbox::Event& event) {
@@ -77,9 +84,15 @@ Task<void> RecordSync::endRound() {
 
 std::vector<MacPayload> RecordSync::nextOffers() {
     std::vector<MacPayload> offers;
+    std::size_t text = 0;
+    const auto most = isCaughtUp_ ? offersOfRound : offersOfFirstRound;
     while (true) {
-        for (; !queue_.empty() && offers.size() < offersOfRound; queue_.pop_front())
-            if (auto offer = records_.offer(queue_.front())) offers.push_back(*std::move(offer));
+        for (; !queue_.empty() && offers.size() < most && text < textOfRound; queue_.pop_front()) {
+            auto offer = records_.offer(queue_.front());
+            if (!offer) continue;
+            text += textOf(*offer);
+            offers.push_back(*std::move(offer));
+        }
         if (!offers.empty() || !isCaughtUp_ || std::exchange(isSecondPass_, true)) return offers;
         queue_.assign(records_.unconfirmed().begin(), records_.unconfirmed().end());
     }

@@ -33,7 +33,11 @@ class RecordSync {
   public:
     /// A Mac opens a few messages ahead while it is busy with a long catch-up; what waits behind them may
     /// expire before it is opened. These and the first calls of a command are less than that.
-    static constexpr std::size_t offersOfRound = 8;
+    static constexpr std::size_t offersOfFirstRound = 8;
+    /// Later it is not, and saves at once what comes together: its file is written whole for each round.
+    static constexpr std::size_t offersOfRound = 512;
+    /// Bytes of texts after which a round takes no further offer.
+    static constexpr std::size_t textOfRound = 1024 * 1024;
 
     RecordSync(PhoneRecords& records, Outbox& outbox, Terminal& terminal)
         : records_(records), outbox_(outbox), terminal_(terminal) {}

@@ -1,5 +1,6 @@
 #include "phone/RecordSync.h"
 
+#include "phone/PhoneArchive.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/ScriptedRandom.h"
@@ -10,6 +11,7 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
 #include <sstream>
 
 namespace morvex {
@@ -64,6 +66,17 @@ class RecordSyncTest : public testing::Test {
         return offers.size();
     }
 
+    /// Of a new session in which the Mac takes everything: how many offers each round had.
+    std::vector<std::size_t> roundsOfBacklog() {
+        beginSession();
+        std::vector<std::size_t> rounds;
+        while (!sync.isSettled() && rounds.size() < 100) {
+            rounds.push_back(acknowledgeAll());
+            reachMilestone();
+        }
+        return rounds;
+    }
+
     void createNotes(int count) {
         for (int i = 0; i < count; ++i) ASSERT_TRUE(records.create("Poznámka " + std::to_string(i), "text"));
     }
@@ -88,14 +101,33 @@ class RecordSyncTest : public testing::Test {
 
 TEST_F(RecordSyncTest, ABacklogIsNeverSentAtOnceAndGoesOnWithEachMilestone) {
     createNotes(20);
-    beginSession();
-    std::vector<std::size_t> rounds;
-    while (!sync.isSettled() && rounds.size() < 100) {
-        rounds.push_back(acknowledgeAll());
-        reachMilestone();
-    }
-    EXPECT_EQ(rounds, (std::vector<std::size_t>{8, 8, 4}));
+    EXPECT_EQ(roundsOfBacklog(), (std::vector<std::size_t>{8, 12}))
+        << "the Mac is busy with its own at first";
     EXPECT_THAT(records.unconfirmed(), IsEmpty());
+}
+
+TEST_F(RecordSyncTest, ARoundHasAtMost512Offers) {
+    PhoneArchive archive;
+    for (int i = 0; i < 8 + 512 + 3; ++i) {
+        archive.notes.push_back(fromMac("Poznámka"));
+        archive.unconfirmed.push_back(archive.notes.back().id);
+    }
+    std::ofstream(folder.path() / "records.json") << encode(archive);
+    auto many = reloaded();
+    RecordSync other(many, outbox, terminal);
+    ASSERT_TRUE(executor.run(other.heard(SecureLink::Stav{{MacAvailability::Pripraveny{}}})));
+    EXPECT_EQ(outbox.take().size(), 8U);
+    const SecureLink::Zprava milestone{{MacPayload::ToolResult{true, "{}"}}, outbox.milestones.back()};
+    ASSERT_TRUE(executor.run(other.heard(milestone)));
+    EXPECT_EQ(outbox.take().size(), 512U);
+}
+
+TEST_F(RecordSyncTest, ARoundEndsWithTheOfferThatMakesItAMebibyteOfText) {
+    createNotes(8);
+    const std::string half(512 * 1024, 'x');
+    for (int i = 0; i < 5; ++i) ASSERT_TRUE(records.create("Dlouhá", half));
+    // The records are offered by their ids, which are drawn in order.
+    EXPECT_EQ(roundsOfBacklog(), (std::vector<std::size_t>{8, 2, 2, 1}));
 }
 
 TEST_F(RecordSyncTest, RefusalsDoNotHoldTheRestBack) {
