@@ -45,6 +45,7 @@
 #include <optional>
 #include <string_view>
 #include <unistd.h>
+#include <utility>
 
 namespace morvex {
 namespace {
@@ -125,8 +126,9 @@ struct Running {
     Running(System& system, FolderPicker& picker)
         : companion(system.services(picker)), commands(system.main), ending(system.main) {}
 
+    /// Any number of times: another signal may come until the main loop has ended.
     void quit() {
-        if (ending.live() == 0) ending.spawn(endThenQuit());
+        if (!std::exchange(isEnding, true)) ending.spawn(endThenQuit());
     }
 
     Task<void> endThenQuit() {
@@ -145,6 +147,7 @@ struct Running {
     Companion companion;
     TaskScope commands;
     TaskScope ending;
+    bool isEnding = false;
 };
 
 int runConsole(System& system) {

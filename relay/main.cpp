@@ -34,6 +34,15 @@ Result<void> raiseFileLimit(std::size_t connections) {
                           std::to_string(limit.rlim_max) + " (ulimit -Hn)"});
 }
 
+/// Those that end the relay; whoever handles them until then may give them up afterwards.
+void ignoreSignals() {
+    sigset_t ending;
+    sigemptyset(&ending);
+    sigaddset(&ending, SIGINT);
+    sigaddset(&ending, SIGTERM);
+    sigprocmask(SIG_BLOCK, &ending, nullptr);
+}
+
 void logLine(std::string_view line) {
     const auto now = std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
     std::cerr << formatDate(now) << ' ' << line << '\n';
@@ -57,6 +66,8 @@ int serve(const RelayOptions& options) {
     (*server)->stopOnSignals();
     std::cout << "listening on " << (*server)->address() << std::endl;
     (*server)->run();
+    // The end of the server gives up the signals, and one more of them is no reason to die of it.
+    ignoreSignals();
     return EXIT_SUCCESS;
 }
 

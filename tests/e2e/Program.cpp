@@ -86,6 +86,13 @@ void Program::signal(int number) const {
     ::kill(process_, number);
 }
 
+bool Program::hasEnded() const {
+    siginfo_t told{};
+    return exitCode_ >= 0 ||
+           (::waitid(P_PID, static_cast<id_t>(process_), &told, WEXITED | WNOHANG | WNOWAIT) == 0 &&
+            told.si_pid == process_);
+}
+
 int Program::wait() {
     if (exitCode_ >= 0) return exitCode_;
     auto deadline = std::chrono::steady_clock::now() + patience;

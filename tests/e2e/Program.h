@@ -33,6 +33,8 @@ class Program {
     void closeInput();
     void signal(int number) const;
 
+    /// Whether it has come to its end; `wait` is still to be called.
+    [[nodiscard]] bool hasEnded() const;
     /// The exit code; 128 and the signal's number for a death by signal.
     int wait();
     /// What was printed so far; everything, once `wait` has returned.
