@@ -7,6 +7,7 @@
 #include "shared/trust/DeviceIdentity.h"
 #include "shared/trust/Fingerprint.h"
 #include "shared/trust/Revocation.h"
+#include "shared/trust/UsableSigningKey.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/RelayCalls.h"
 
@@ -106,7 +107,8 @@ class Relay {
 
     template <class Request> static Cause strangeness(const Result<Request>& request) {
         if (!request) return CallRefusal::unreadable;
-        return deviceID(request->key) == request->deviceID ? Cause{} : CallRefusal::wrongFingerprint;
+        if (deviceID(request->key) != request->deviceID) return CallRefusal::wrongFingerprint;
+        return isUsableSigningKey(request->key.raw) ? Cause{} : CallRefusal::unusableKey;
     }
 
     static Cause whyNotJoined(const PripojitPozadavek& request) {

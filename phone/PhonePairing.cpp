@@ -3,13 +3,25 @@
 #include "phone/PhoneError.h"
 #include "shared-apple/RelayParovani.h"
 #include "shared/base/Try.h"
+#include "shared/trust/CryptoError.h"
 #include "shared/trust/Parovani.h"
+#include "shared/trust/UsableSigningKey.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"
 
 #include <utility>
 
 namespace morvex {
+
+namespace {
+
+Result<PairKey> pairKeyWith(const DeviceIdentity& identita, const PairingBundle& bundle) {
+    if (!isUsableSigningKey(bundle.signingKey.raw)) return fail(CryptoError{CryptoFailure::refusedKey});
+    return Parovani::pairKey(identita.dohodovy(), bundle.agreementKey, identita.deviceID(),
+                             deviceID(bundle.signingKey));
+}
+
+} // namespace
 
 Result<std::unique_ptr<PhonePairing>> PhonePairing::create(const std::string& qrText,
                                                            std::shared_ptr<const DeviceIdentity> identita,
@@ -21,8 +33,7 @@ Result<std::unique_ptr<PhonePairing>> PhonePairing::create(const std::string& qr
         return fail(TalkSpanError{TalkSpanError::ProtocolMismatch{mine.text(), bundle->v.text()}});
     auto address = RelayAddress::parse(bundle->relayURL);
     if (!address) return failWith(ExitCode::usage, "Adresa relaye v QR kódu nedává smysl.");
-    auto key = Parovani::pairKey(identita->dohodovy(), bundle->agreementKey, identita->deviceID(),
-                                 deviceID(bundle->signingKey));
+    auto key = pairKeyWith(*identita, *bundle);
     if (!key) return failWith(ExitCode::refused, "Klíč Macu nejde použít: " + key.error().popis());
     return std::unique_ptr<PhonePairing>(new PhonePairing(*std::move(bundle), *std::move(address),
                                                           std::move(identita),

@@ -4,6 +4,7 @@
 #include "shared/trust/Base32.h"
 #include "shared/trust/Fingerprint.h"
 #include "shared/trust/Revocation.h"
+#include "shared/trust/UsableSigningKey.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/RelayCalls.h"
 
@@ -31,6 +32,8 @@ std::pair<unsigned, const char*> meaning(CallRefusal cause) {
         return {400, "Požadavku nerozumím."};
     case CallRefusal::wrongFingerprint:
         return {400, "Označení zařízení neodpovídá jeho klíči."};
+    case CallRefusal::unusableKey:
+        return {400, "Klíč zařízení není bezpečný."};
     case CallRefusal::unknownToken:
         return {404, "Tenhle párovací kód neznám."};
     case CallRefusal::expiredToken:
@@ -80,6 +83,13 @@ Digest tokenHash(std::string_view token) {
     return sha256(asBytes(token));
 }
 
+/// Why a device must not become a member; nothing for a good one.
+std::optional<CallRefusal> whyNotTaken(const DeviceID& device, const SigningPublicKey& key) {
+    if (deviceID(key) != device) return CallRefusal::wrongFingerprint;
+    if (!isUsableSigningKey(key.raw)) return CallRefusal::unusableKey;
+    return std::nullopt;
+}
+
 bool isTimely(Date signedAt, Date now) {
     return std::chrono::abs(now - signedAt) <= signatureTolerance;
 }
@@ -117,7 +127,7 @@ CallReply PairCalls::answer(std::string_view path, std::string_view body, Date n
 CallReply PairCalls::create(std::string_view body, Date now) {
     const auto request = decode<ZalozitPozadavek>(body);
     if (!request) return refusal(CallRefusal::unreadable);
-    if (deviceID(request->key) != request->deviceID) return refusal(CallRefusal::wrongFingerprint);
+    if (const auto cause = whyNotTaken(request->deviceID, request->key)) return refusal(*cause);
 
     const auto fresh = fresh_();
     const auto expiresAt = now + tokenLifetime;
@@ -130,7 +140,7 @@ CallReply PairCalls::create(std::string_view body, Date now) {
 CallReply PairCalls::join(std::string_view body, Date now) {
     const auto request = decode<PripojitPozadavek>(body);
     if (!request) return refusal(CallRefusal::unreadable);
-    if (deviceID(request->key) != request->deviceID) return refusal(CallRefusal::wrongFingerprint);
+    if (const auto cause = whyNotTaken(request->deviceID, request->key)) return refusal(*cause);
 
     const auto pair = store_.findByToken(tokenHash(request->pairingToken));
     if (!pair) return storeFailed(pair.error());

@@ -31,6 +31,7 @@ struct CallReply {
 enum class CallRefusal {
     unreadable,
     wrongFingerprint,
+    unusableKey,
     unknownToken,
     expiredToken,
     usedToken,

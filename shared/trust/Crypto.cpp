@@ -2,6 +2,7 @@
 
 #include "shared/base/Require.h"
 #include "shared/trust/CryptoError.h"
+#include "shared/trust/UsableSigningKey.h"
 
 #include <openssl/core_names.h>
 #include <openssl/err.h>
@@ -145,7 +146,8 @@ Bytes ed25519Sign(ByteView message, KeyView privateKey) {
 
 bool ed25519Verify(ByteView signature, ByteView message, ByteView publicKey) {
     ErrorScope errors;
-    if (publicKey.size() != keySize) return false;
+    // The library verifies under keys of small order too.
+    if (!isUsableSigningKey(publicKey)) return false;
     Key key(EVP_PKEY_new_raw_public_key_ex(nullptr, "ED25519", nullptr, publicKey.data(), publicKey.size()));
     DigestContext context(EVP_MD_CTX_new());
     return key && context && EVP_DigestVerifyInit(context.get(), nullptr, nullptr, nullptr, key.get()) == 1 &&

@@ -47,8 +47,8 @@ SecretBytes<Size> hkdfSha256(ByteView keyMaterial, ByteView salt, ByteView info)
 /// Ed25519 (RFC 8032).
 RawKey ed25519PublicKey(KeyView privateKey);
 Bytes ed25519Sign(ByteView message, KeyView privateKey);
-/// Never fails by error: a key or signature of a wrong length, or one that is no point of the curve, is just
-/// false.
+/// Never fails by error: a key or signature of a wrong length, one that is no point of the curve, or a key
+/// that nobody can own (`isUsableSigningKey`) is just false.
 bool ed25519Verify(ByteView signature, ByteView message, ByteView publicKey);
 
 /// X25519 (RFC 7748).

@@ -6,7 +6,7 @@ namespace morvex {
 
 /// Why a cryptographic operation refused its input.
 enum class CryptoFailure {
-    refusedKey,    ///< the peer's public key leads to a shared secret that everybody knows
+    refusedKey,    ///< the peer's public key leads to a secret that everybody knows, or nobody can own it
     wrongNonce,    ///< the nonce has not 12 bytes
     wrongTag,      ///< the authentication tag has not 16 bytes
     unverifiable,  ///< authentication failed

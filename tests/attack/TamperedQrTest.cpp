@@ -12,6 +12,7 @@
 #include "shared/wire/TalkSpanError.h"
 #include "tests/attack/Changes.h"
 #include "tests/support/Effort.h"
+#include "tests/support/UnownedSigningKeys.h"
 
 #include <gtest/gtest.h>
 
@@ -180,6 +181,16 @@ TEST_F(TamperedQr, EveryBitOfItsKeysMattersButTheOneThatX25519Ignores) {
         EXPECT_EQ(pairWith(Parovani::qrText(changed)), End::otherKey) << bit;
     }
     tell("bits of the keys in a QR code", 16 * keySize, std::to_string(same) + " without effect");
+}
+
+TEST_F(TamperedQr, AKeyThatNobodyOwnsIsRefusedInWords) {
+    const auto keys = test::unownedSigningKeys();
+    for (const auto& key : keys) {
+        auto changed = bundle;
+        changed.signingKey.raw = key;
+        EXPECT_EQ(pairWith(Parovani::qrText(changed)), End::refusedKey);
+    }
+    tell("keys nobody owns in a QR code", keys.size(), "refused in words");
 }
 
 TEST_F(TamperedQr, NoTruncationIsRead) {
