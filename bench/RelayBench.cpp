@@ -193,35 +193,48 @@ void pump(PlainSocket& to, PlainSocket& from, const std::string& frame, std::siz
     }
 }
 
-void benchForwarding(const std::vector<Phone>& both, std::size_t content, std::size_t frames) {
-    const auto frame = both[0].frameFor(both[1].identity, content);
-    ClientProcess relayed([&](ClientProcess::Line& line) {
+/// The processor time of the relay for so many frames from one phone to the other.
+double forward(const std::vector<Phone>& both, const std::string& frame, std::size_t frames,
+               Security security) {
+    ClientProcess client([&](ClientProcess::Line& line) {
         const auto port = line.waitForPort();
-        auto from = both[0].logIn(port);
-        auto to = both[1].logIn(port);
+        auto from = both[0].logIn(port, 1, security);
+        auto to = both[1].logIn(port, 1, security);
         vyzaduj(from->read().has_value(), "no presence of the peer");
         pump(*from, *to, frame, frames);
         line.report();
         line.stay();
     });
-    ClientProcess echoed([&](ClientProcess::Line& line) {
+    Relay relay(both, security);
+    client.begin(relay.port());
+    client.waitUntilDone();
+    return relay.processorMilliseconds();
+}
+
+/// The same of a server that sends every frame back unread.
+double echo(const std::string& frame, std::size_t frames) {
+    ClientProcess client([&](ClientProcess::Line& line) {
         PlainSocket socket(line.waitForPort());
         pump(socket, socket, frame, frames);
         line.report();
         line.stay();
     });
-    Relay relay(both);
     PlainServer server(PlainServer::Task::echo);
-    relayed.begin(relay.port());
-    relayed.waitUntilDone();
-    echoed.begin(server.port());
-    echoed.waitUntilDone();
-    const auto relayTook = relay.processorMilliseconds();
-    const auto echoTook = server.processorMilliseconds();
+    client.begin(server.port());
+    client.waitUntilDone();
+    return server.processorMilliseconds();
+}
+
+void benchForwarding(const std::vector<Phone>& both, std::size_t content, std::size_t frames) {
+    const auto frame = both[0].frameFor(both[1].identity, content);
+    const auto relayTook = forward(both, frame, frames, Security::none);
+    const auto tlsTook = forward(both, frame, frames, Security::tls);
+    const auto echoTook = echo(frame, frames);
     const auto perSecond = [frames](double took) { return static_cast<double>(frames) / took * 1000; };
-    std::printf(
-        "frames of %zu bytes: relay %.0f a second and core, bare echo %.0f (%.2f times its processor time)\n",
-        frame.size(), perSecond(relayTook), perSecond(echoTook), relayTook / echoTook);
+    std::printf("frames of %zu bytes: relay %.0f a second and core, bare echo %.0f (%.2f times its processor "
+                "time); relay over TLS %.0f (%.2f times that of the relay without)\n",
+                frame.size(), perSecond(relayTook), perSecond(echoTook), relayTook / echoTook,
+                perSecond(tlsTook), tlsTook / relayTook);
 }
 
 } // namespace

@@ -17,7 +17,6 @@
 #include <chrono>
 #include <optional>
 #include <string_view>
-#include <tuple>
 #include <utility>
 
 namespace morvex {
@@ -81,7 +80,7 @@ HttpSession::HttpSession(asio::ip::tcp::socket socket, asio::ssl::context* conte
     : state_(std::move(state)), slot_(state_), stream_(std::move(socket), context) {}
 
 asio::awaitable<void> HttpSession::serve(std::unique_ptr<HttpSession> self) {
-    self->stream_.tcp().expires_after(self->state_->limits.request);
+    self->stream_.connection().expiresAfter(self->state_->limits.request);
     if (!co_await self->stream_.handshake()) co_return;
     Parser parser;
     parser.header_limit(static_cast<std::uint32_t>(self->state_->limits.httpHeader));
@@ -131,7 +130,7 @@ bool HttpSession::isTooMany() {
 
 std::string HttpSession::limitedAddress() {
     beast::error_code error;
-    auto address = stream_.tcp().socket().remote_endpoint(error).address();
+    auto address = stream_.connection().socket().remote_endpoint(error).address();
     if (address.is_v6() && address.to_v6().is_v4_mapped())
         address = asio::ip::make_address_v4(asio::ip::v4_mapped, address.to_v6());
     if (address.is_loopback()) return {};
@@ -143,16 +142,16 @@ std::string HttpSession::limitedAddress() {
 }
 
 asio::awaitable<void> HttpSession::answer(CallReply reply) {
-    stream_.tcp().expires_after(state_->limits.closing);
+    stream_.connection().expiresAfter(state_->limits.closing);
     auto message = response(std::move(reply));
     auto [error, count] = co_await http::async_write(stream_, message, asTuple);
     if (error) co_return;
+    co_await stream_.sayEnd();
     // Closing over unread bytes would reset the connection and take the answer with it.
-    beast::error_code ignored;
-    std::ignore = stream_.tcp().socket().shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
     std::array<char, 4 * kibibyte> discarded;
     for (;;) {
-        auto [end, more] = co_await stream_.tcp().async_read_some(asio::buffer(discarded), asTuple);
+        auto [end, more] =
+            co_await stream_.connection().socket().async_read_some(asio::buffer(discarded), asTuple);
         if (end) co_return;
     }
 }

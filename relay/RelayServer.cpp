@@ -2,6 +2,7 @@
 
 #include "relay/HttpSession.h"
 #include "relay/SocketSession.h"
+#include "relay/TlsSettings.h"
 #include "shared/base/Try.h"
 
 #include <boost/asio/as_tuple.hpp>
@@ -36,22 +37,12 @@ RelayServer::RelayServer(const RelayLimits& limits, PairStore store, RelayLog lo
 Result<std::unique_ptr<RelayServer>>
 RelayServer::create(const RelayOptions& options, const RelayLimits& limits, PairStore store, RelayLog log) {
     std::unique_ptr<RelayServer> server{new RelayServer{limits, std::move(store), std::move(log)}};
-    if (options.tls) CHECK(server->loadTls(*options.tls));
+    if (options.tls) {
+        TRY(auto, context, loadTls(*options.tls));
+        server->tls_.emplace(std::move(context));
+    }
     CHECK(server->listen(options.host, options.port));
     return server;
-}
-
-Result<void> RelayServer::loadTls(const RelayOptions::Tls& tls) {
-    auto& context = tls_.emplace(asio::ssl::context::tls_server);
-    context.set_options(asio::ssl::context::default_workarounds | asio::ssl::context::no_tlsv1 |
-                        asio::ssl::context::no_tlsv1_1);
-    ErrorCode error;
-    if (context.use_certificate_chain_file(tls.certificate.string(), error))
-        return fail(
-            TextError{"cannot use the certificate " + tls.certificate.string() + ": " + error.message()});
-    if (context.use_private_key_file(tls.key.string(), asio::ssl::context::pem, error))
-        return fail(TextError{"cannot use the key " + tls.key.string() + ": " + error.message()});
-    return {};
 }
 
 Result<void> RelayServer::listen(const std::string& host, const std::string& port) {

@@ -45,7 +45,6 @@ class RelayServer {
 
     RelayServer(const RelayLimits& limits, PairStore store, RelayLog log);
 
-    Result<void> loadTls(const RelayOptions::Tls& tls);
     Result<void> listen(const std::string& host, const std::string& port);
     boost::asio::awaitable<void> acceptConnections();
     void serve(Tcp::socket socket);

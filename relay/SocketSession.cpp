@@ -44,7 +44,7 @@ SocketSession::SocketSession(PeerStream stream, std::shared_ptr<RelayState> stat
 }
 
 void SocketSession::start(Request upgrade) {
-    socket_.next_layer().tcp().expires_never();
+    socket_.next_layer().connection().expiresNever();
     state_->sockets.push_back(weak_from_this());
     asio::co_spawn(socket_.get_executor(), readFrames(shared_from_this(), std::move(upgrade)),
                    [self = shared_from_this()](std::exception_ptr) { self->readingEnded(); });
@@ -166,10 +166,10 @@ void SocketSession::tick(Vitals::Moment now) {
 }
 
 Vitals::Signs SocketSession::signs() {
-    const auto& meter = socket_.next_layer().tcp().rate_policy();
+    const auto& meter = socket_.next_layer().connection().meter();
     auto stage = isLoggedIn_ ? Vitals::Stage::loggedIn : Vitals::Stage::loggingIn;
     if (ending_) stage = Vitals::Stage::closing;
-    return {stage, meter.bytesRead(), meter.bytesWritten(), waiting_, isReadingPaused_};
+    return {stage, meter.bytesRead, meter.bytesWritten, waiting_, isReadingPaused_};
 }
 
 void SocketSession::ping() {
@@ -225,7 +225,7 @@ void SocketSession::readingEnded() {
 }
 
 void SocketSession::abort() {
-    socket_.next_layer().tcp().close();
+    socket_.next_layer().connection().close();
 }
 
 void SocketSession::log(std::string_view event) const {

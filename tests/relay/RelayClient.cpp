@@ -74,6 +74,37 @@ std::string exchange(std::uint16_t port, std::string_view bytes) {
     return answer;
 }
 
+struct RawSocket::Connection {
+    tcp::socket socket{context()};
+};
+
+RawSocket::RawSocket(std::uint16_t port) : connection_(std::make_unique<Connection>()) {
+    connection_->socket.connect(endpoint(port));
+    connection_->socket.set_option(tcp::no_delay{true});
+}
+
+RawSocket::~RawSocket() = default;
+
+void RawSocket::write(std::string_view bytes) {
+    beast::error_code error;
+    asio::write(connection_->socket, asio::buffer(bytes), error);
+}
+
+std::string RawSocket::readHead() {
+    std::string head;
+    beast::error_code error;
+    for (char byte = 0; !error && !head.ends_with("\r\n\r\n"); head += byte)
+        asio::read(connection_->socket, asio::buffer(&byte, 1), error);
+    return head;
+}
+
+std::string RawSocket::readToTheEnd() {
+    std::string bytes;
+    beast::error_code error;
+    asio::read(connection_->socket, asio::dynamic_buffer(bytes), error);
+    return bytes;
+}
+
 TestPair pairAt(std::uint16_t port) {
     TestPair pair;
     const auto created = post(port, "/v1/pair/create", TestPair::create(pair.mac));
@@ -90,6 +121,7 @@ struct DeviceSocket::Connection {
     virtual beast::error_code write(std::string_view frame) = 0;
     virtual std::optional<std::string> read() = 0;
     [[nodiscard]] virtual std::uint16_t closeCode() const = 0;
+    virtual void resetOnEnd() = 0;
     std::size_t pings = 0;
 };
 
@@ -125,6 +157,10 @@ template <class Stream> struct DeviceSocket::Over final : Connection {
         return socket.reason() ? static_cast<std::uint16_t>(socket.reason().code) : 1006;
     }
 
+    void resetOnEnd() override {
+        beast::get_lowest_layer(socket).set_option(asio::socket_base::linger(true, 0));
+    }
+
     beast::websocket::stream<Stream> socket;
 };
 
@@ -156,6 +192,10 @@ std::uint16_t DeviceSocket::closeCode() const {
 
 std::size_t DeviceSocket::pings() const {
     return connection_->pings;
+}
+
+void DeviceSocket::resetOnEnd() {
+    connection_->resetOnEnd();
 }
 
 void DeviceSocket::authenticate(const TestPair& pair, const DeviceIdentity& device) {

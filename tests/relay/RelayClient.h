@@ -20,6 +20,23 @@ HttpAnswer post(std::uint16_t port, std::string_view path, std::string_view body
 /// Sends the bytes as they are and reads until the relay closes.
 std::string exchange(std::uint16_t port, std::string_view bytes);
 
+/// A connection of raw bytes. Every call waits.
+class RawSocket {
+  public:
+    explicit RawSocket(std::uint16_t port);
+    ~RawSocket();
+
+    void write(std::string_view bytes);
+    /// Up to the empty line, and no byte further.
+    std::string readHead();
+    std::string readToTheEnd();
+
+  private:
+    struct Connection;
+
+    std::unique_ptr<Connection> connection_;
+};
+
 /// Lets two new devices pair at the relay.
 TestPair pairAt(std::uint16_t port);
 
@@ -37,6 +54,8 @@ class DeviceSocket {
     /// The close code after `read` has given nothing; 1006 when there was none.
     [[nodiscard]] std::uint16_t closeCode() const;
     [[nodiscard]] std::size_t pings() const;
+    /// The connection will end with a reset instead of an orderly end.
+    void resetOnEnd();
 
     /// Reads the challenge and answers it.
     void authenticate(const TestPair& pair, const DeviceIdentity& device);

@@ -4,6 +4,7 @@
 
 #include <openssl/ec.h>
 #include <openssl/pem.h>
+#include <openssl/rsa.h>
 #include <openssl/x509v3.h>
 
 namespace morvex {
@@ -52,8 +53,8 @@ TestAuthority::Identity TestAuthority::issue(const std::string& names, Validity 
     return identity(sign(key.get(), key_.get(), "critical,CA:FALSE", names, validity).get(), key.get());
 }
 
-TestAuthority::Identity TestAuthority::issueToItself(const std::string& names) {
-    Key key(EVP_EC_gen("P-256"));
+TestAuthority::Identity TestAuthority::issueToItself(const std::string& names, KeyKind kind) {
+    Key key(kind == KeyKind::rsa ? EVP_RSA_gen(2048) : EVP_EC_gen("P-256"));
     return identity(sign(key.get(), key.get(), "critical,CA:FALSE", names, {}).get(), key.get());
 }
 

@@ -32,8 +32,11 @@ class TestAuthority {
     [[nodiscard]] Identity issue(const std::string& names) const { return issue(names, {}); }
 
     [[nodiscard]] Identity issue(const std::string& names, Validity validity) const;
+    enum class KeyKind { ellipticCurve, rsa };
+
     /// One that nobody but itself has signed.
-    [[nodiscard]] static Identity issueToItself(const std::string& names);
+    [[nodiscard]] static Identity issueToItself(const std::string& names,
+                                                KeyKind kind = KeyKind::ellipticCurve);
 
   private:
     struct Free {

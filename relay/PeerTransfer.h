@@ -1,0 +1,135 @@
+#pragma once
+
+#include "relay/PeerConnection.h"
+
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/error.hpp>
+#include <boost/asio/post.hpp>
+#include <boost/beast/core/role.hpp>
+#include <boost/beast/websocket/teardown.hpp>
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <utility>
+
+namespace morvex {
+
+/// How bytes of a device are read: what a `PeerTransfer` does with its buffers.
+template <class Buffers> struct Reading {
+    Buffers buffers;
+
+    template <class Handler> static void start(PeerConnection& connection, Buffers given, Handler&& handler) {
+        connection.socket().async_read_some(given, std::forward<Handler>(handler));
+    }
+
+    /// Into the first buffer that is not empty.
+    TlsChannel::Outcome attempt(TlsChannel& tls) const {
+        const auto end = boost::asio::buffer_sequence_end(buffers);
+        for (auto at = boost::asio::buffer_sequence_begin(buffers); at != end; ++at)
+            if (const boost::asio::mutable_buffer one = *at; one.size() > 0) return tls.read(one);
+        return {};
+    }
+
+    static void count(ByteMeter& meter, std::size_t bytes) { meter.bytesRead += bytes; }
+};
+
+/// How bytes for a device are written.
+template <class Buffers> struct Writing {
+    Buffers buffers;
+
+    template <class Handler> static void start(PeerConnection& connection, Buffers given, Handler&& handler) {
+        connection.socket().async_write_some(given, std::forward<Handler>(handler));
+    }
+
+    /// As much as one record takes. The head of a frame and what follows it lie apart and go out as one.
+    TlsChannel::Outcome attempt(TlsChannel& tls) const {
+        const boost::asio::const_buffer first = *boost::asio::buffer_sequence_begin(buffers);
+        if (first.size() >= SSL3_RT_MAX_PLAIN_LENGTH || first.size() == boost::asio::buffer_size(buffers))
+            return tls.write(first);
+        std::array<char, SSL3_RT_MAX_PLAIN_LENGTH> record;
+        const auto size = boost::asio::buffer_copy(boost::asio::buffer(record), buffers);
+        return tls.write(boost::asio::buffer(record.data(), size));
+    }
+
+    static void count(ByteMeter& meter, std::size_t bytes) { meter.bytesWritten += bytes; }
+};
+
+/// One `async_read_some` or `async_write_some`, for `async_compose`. Over TLS it tries at once, and otherwise
+/// whenever the socket has become ready; without TLS the socket's own operation does all of that.
+template <class Direction> class PeerTransfer {
+  public:
+    PeerTransfer(std::shared_ptr<PeerConnection> connection, Direction direction)
+        : connection_(std::move(connection)), direction_(std::move(direction)) {}
+
+    template <class Self>
+    void operator()(Self& self, boost::system::error_code error = {}, std::size_t bytes = 0) {
+        switch (stage_) {
+        case Stage::begun:
+            return connection_->tls() ? attempt(self) : startPlain(self);
+        case Stage::plain:
+            direction_.count(connection_->meter(), bytes);
+            return self.complete(error, bytes);
+        case Stage::waiting:
+            // A socket that was closed since may have taken the buffers with it.
+            if (!error && !connection_->socket().is_open()) error = boost::asio::error::operation_aborted;
+            return error ? self.complete(error, 0) : attempt(self);
+        case Stage::posted:
+            return self.complete(outcome_.error, outcome_.bytes);
+        }
+    }
+
+  private:
+    enum class Stage { begun, plain, waiting, posted };
+
+    // What `self` holds, this object among it, moves away with it: what is needed then is taken out before.
+
+    template <class Self> void startPlain(Self& self) {
+        stage_ = Stage::plain;
+        const auto connection = connection_;
+        Direction::start(*connection, direction_.buffers, std::move(self));
+    }
+
+    template <class Self> void attempt(Self& self) {
+        outcome_ = direction_.attempt(*connection_->tls());
+        const auto connection = connection_;
+        const auto need = outcome_.need;
+        if (need != TlsChannel::Need::nothing) {
+            stage_ = Stage::waiting;
+            return void(connection->ready(need, std::move(self)));
+        }
+        if (stage_ == Stage::waiting) return self.complete(outcome_.error, outcome_.bytes);
+        // Nobody is called back within the call that began the operation.
+        stage_ = Stage::posted;
+        boost::asio::post(connection->socket().get_executor(), std::move(self));
+    }
+
+    std::shared_ptr<PeerConnection> connection_;
+    Direction direction_;
+    TlsChannel::Outcome outcome_{};
+    Stage stage_ = Stage::begun;
+};
+
+/// The end of a connection, for `async_compose`: the farewell of TLS, then that of TCP.
+class PeerFarewell {
+  public:
+    PeerFarewell(std::shared_ptr<PeerConnection> connection, boost::beast::role_type role)
+        : connection_(std::move(connection)), role_(role) {}
+
+    template <class Self> void operator()(Self& self, boost::system::error_code error = {}) {
+        if (isSaid_) return self.complete(error);
+        const auto connection = connection_;
+        if (auto* tls = connection->tls(); tls && !error)
+            if (const auto need = tls->sayEnd().need; need != TlsChannel::Need::nothing)
+                return void(connection->ready(need, std::move(self)));
+        isSaid_ = true;
+        boost::beast::websocket::async_teardown(role_, connection->socket(), std::move(self));
+    }
+
+  private:
+    std::shared_ptr<PeerConnection> connection_;
+    boost::beast::role_type role_;
+    bool isSaid_ = false;
+};
+
+} // namespace morvex
