@@ -1,18 +1,23 @@
 #pragma once
 
+#include "platform/net/ScreenedRead.h"
+
+#include <boost/asio/compose.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/ssl/ssl_stream.hpp>
 #include <boost/beast/websocket/ssl.hpp>
 #include <boost/beast/websocket/teardown.hpp>
 
+#include <cstddef>
 #include <utility>
 #include <variant>
 
 namespace morvex {
 
 /// The bytes below a WebSocket, over TCP with or without TLS: one type for both, so that everything above is
-/// written, and compiled, once. Models the stream concepts of Asio and Beast.
+/// written, and compiled, once. The peer's frames are looked at before they are read. Models the stream
+/// concepts of Asio and Beast.
 class Transport {
   public:
     using Tcp = boost::beast::tcp_stream;
@@ -32,8 +37,7 @@ class Transport {
     executor_type get_executor() { return next_layer().get_executor(); }
 
     template <class Buffers, class Token> auto async_read_some(const Buffers& buffers, Token&& token) {
-        return tls() ? tls()->async_read_some(buffers, std::forward<Token>(token))
-                     : next_layer().async_read_some(buffers, std::forward<Token>(token));
+        return tls() ? screenedRead(*tls(), buffers, token) : screenedRead(next_layer(), buffers, token);
     }
 
     template <class Buffers, class Token> auto async_write_some(const Buffers& buffers, Token&& token) {
@@ -42,9 +46,16 @@ class Transport {
     }
 
   private:
+    template <class Source, class Buffers, class Token>
+    auto screenedRead(Source& source, const Buffers& buffers, Token& token) {
+        return boost::asio::async_compose<Token, void(boost::system::error_code, std::size_t)>(
+            ScreenedRead<Source, Buffers>(source, screen_, buffers), token, source);
+    }
+
     using Stream = std::variant<Tcp, Tls>;
 
     Stream stream_;
+    FrameScreen screen_{FrameScreen::Start::answer};
 };
 
 /// How Beast ends the stream after the closing handshake.

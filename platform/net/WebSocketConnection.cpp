@@ -1,6 +1,7 @@
 #include "platform/net/WebSocketConnection.h"
 
 #include "platform/net/TlsContext.h"
+#include "platform/net/UpgradeAnswer.h"
 #include "platform/net/WebSocketNetwork.h"
 #include "shared/base/FrameLimit.h"
 #include "shared/base/Require.h"
@@ -95,6 +96,7 @@ asio::awaitable<void> WebSocketConnection::upgrade(WebSocketUrl url) {
     auto [error] = co_await stream_.async_handshake(response, url.authority, url.target, asTuple);
     if (error == websocket::error::upgrade_declined)
         co_return fall("Server odmítl WebSocket (HTTP " + std::to_string(response.result_int()) + ").");
+    if (!error && !isWhatWasAskedFor(response)) error = websocket::error::upgrade_declined;
     if (!failed(error)) opened();
 }
 
