@@ -1,11 +1,14 @@
 #include "relay/HttpSession.h"
 
+#include "relay/HttpReply.h"
+#include "relay/HttpRules.h"
 #include "relay/SocketSession.h"
 #include "shared/wire/RelayCalls.h"
 
 #include <boost/asio/as_tuple.hpp>
 #include <boost/asio/ip/address.hpp>
 #include <boost/asio/use_awaitable.hpp>
+#include <boost/asio/write.hpp>
 #include <boost/beast/core/string.hpp>
 #include <boost/beast/http/error.hpp>
 #include <boost/beast/http/read.hpp>
@@ -29,12 +32,22 @@ namespace {
 
 constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
 
+/// The head, or what announces a chunk: a parser keeps no more than one of them.
+constexpr std::size_t bufferLimit(const RelayLimits& limits) {
+    return 2 * limits.httpHeader;
+}
+
+/// RFC 9110, section 15.2.1.
+constexpr std::string_view carryOn = "HTTP/1.1 100 Continue\r\n\r\n";
+
 std::string_view pathOf(std::string_view target) {
-    return target.substr(0, target.find('?'));
+    const auto local = httpRules::localPart(target);
+    return local.substr(0, local.find('?'));
 }
 
 /// The value of `v` in the address; empty without one.
 std::string_view versionOf(std::string_view target) {
+    target = httpRules::localPart(target);
     auto rest = target.substr(std::min(target.find('?'), target.size()));
     while (!rest.empty()) {
         rest.remove_prefix(1);
@@ -43,6 +56,14 @@ std::string_view versionOf(std::string_view target) {
         rest.remove_prefix(item.size());
     }
     return {};
+}
+
+bool wantsSocket(const httpRules::Head& head) {
+    return relayPaths::isAt(pathOf(head.target()), relayPaths::socket) && beast::websocket::is_upgrade(head);
+}
+
+Date today() {
+    return std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
 }
 
 bool isJson(std::string_view contentType) {
@@ -60,43 +81,46 @@ std::optional<CallRefusal> refusalFor(beast::error_code error) {
     return std::nullopt;
 }
 
-http::response<http::string_body> response(CallReply reply) {
-    http::response<http::string_body> response{static_cast<http::status>(reply.status), 11};
-    response.keep_alive(false);
-    response.set(http::field::cache_control, "no-store");
-    if (reply.status == 405) response.set(http::field::allow, "POST");
-    if (reply.status == 426) response.set(http::field::upgrade, "websocket");
-    if (reply.status == 429) response.set(http::field::retry_after, "60");
-    if (!reply.body.empty()) response.set(http::field::content_type, "application/json");
-    response.body() = std::move(reply.body);
-    response.prepare_payload();
-    return response;
-}
-
 } // namespace
 
 HttpSession::HttpSession(asio::ip::tcp::socket socket, asio::ssl::context* context,
                          std::shared_ptr<RelayState> state)
-    : state_(std::move(state)), slot_(state_), stream_(std::move(socket), context) {}
+    : state_(std::move(state)),
+      slot_(state_),
+      stream_(std::move(socket), context),
+      buffer_(bufferLimit(state_->limits)) {}
 
 asio::awaitable<void> HttpSession::serve(std::unique_ptr<HttpSession> self) {
     self->stream_.connection().expiresAfter(self->state_->limits.request);
-    if (!co_await self->stream_.handshake()) co_return;
+    if (co_await self->stream_.handshake()) co_await self->answerOne();
+}
+
+asio::awaitable<void> HttpSession::answerOne() {
     Parser parser;
-    parser.header_limit(static_cast<std::uint32_t>(self->state_->limits.httpHeader));
-    parser.body_limit(self->state_->limits.httpBody);
-    auto [error, count] = co_await http::async_read(self->stream_, self->buffer_, parser, asTuple);
-    if (error) {
-        if (const auto cause = refusalFor(error)) co_await self->answer(refusal(*cause));
-        co_return;
-    }
-    auto request = parser.release();
-    const bool wantsSocket = relayPaths::isAt(pathOf(request.target()), relayPaths::socket) &&
-                             beast::websocket::is_upgrade(request);
-    if (wantsSocket && self->buffer_.size() == 0)
-        self->becomeSocket(std::move(request));
-    else
-        co_await self->answer(self->call(request));
+    parser.header_limit(static_cast<std::uint32_t>(state_->limits.httpHeader));
+    parser.body_limit(state_->limits.httpBody);
+    auto [headError, headSize] = co_await http::async_read_header(stream_, buffer_, parser, asTuple);
+    if (headError) co_return co_await answerError(headError);
+    isHeadWanted_ = parser.get().method() == http::verb::head;
+    if (const auto fault = faultIn(parser)) co_return co_await answer(refusal(*fault));
+    if (wantsSocket(parser.get())) co_return becomeSocket(parser.release());
+    if (httpRules::waitsForContinue(parser.get()) && !parser.is_done() && buffer_.size() == 0)
+        co_await asio::async_write(stream_, asio::buffer(carryOn), asTuple);
+    auto [error, size] = co_await http::async_read(stream_, buffer_, parser, asTuple);
+    if (error) co_return co_await answerError(error);
+    co_await answer(call(parser.get()));
+}
+
+std::optional<CallRefusal> HttpSession::faultIn(const Parser& parser) const {
+    if (const auto fault = httpRules::faultOf(parser.get())) return fault;
+    if (!wantsSocket(parser.get())) return std::nullopt;
+    // Nothing may come before the answer (RFC 6455, section 4.1).
+    if (!parser.is_done() || buffer_.size() > 0) return CallRefusal::unreadable;
+    return httpRules::faultOfUpgrade(parser.get());
+}
+
+asio::awaitable<void> HttpSession::answerError(beast::error_code error) {
+    if (const auto cause = refusalFor(error)) co_await answer(refusal(*cause));
 }
 
 void HttpSession::becomeSocket(Request upgrade) {
@@ -115,8 +139,7 @@ CallReply HttpSession::call(const Request& request) {
 }
 
 CallReply HttpSession::callAllowed(const Request& request, std::string_view path) {
-    const auto now = std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
-    auto reply = state_->calls.answer(path, request.body(), now);
+    auto reply = state_->calls.answer(path, request.body(), today());
     const auto trouble = reply.trouble.empty() ? "" : ": " + reply.trouble;
     state_->log(std::string{path} + ": " + std::to_string(reply.status) + trouble);
     if (reply.revoked) state_->switchboard.revoke(*reply.revoked);
@@ -143,8 +166,10 @@ std::string HttpSession::limitedAddress() {
 
 asio::awaitable<void> HttpSession::answer(CallReply reply) {
     stream_.connection().expiresAfter(state_->limits.closing);
-    auto message = response(std::move(reply));
-    auto [error, count] = co_await http::async_write(stream_, message, asTuple);
+    const auto message = httpReply(std::move(reply), today());
+    http::response_serializer<http::string_body> serializer(message);
+    auto [error, count] = isHeadWanted_ ? co_await http::async_write_header(stream_, serializer, asTuple)
+                                        : co_await http::async_write(stream_, serializer, asTuple);
     if (error) co_return;
     co_await stream_.sayEnd();
     // Closing over unread bytes would reset the connection and take the answer with it.

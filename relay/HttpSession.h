@@ -10,6 +10,7 @@
 #include <boost/beast/http/string_body.hpp>
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace morvex {
@@ -27,7 +28,10 @@ class HttpSession {
     using Parser = boost::beast::http::request_parser<boost::beast::http::string_body>;
     using Request = Parser::value_type;
 
+    boost::asio::awaitable<void> answerOne();
     boost::asio::awaitable<void> answer(CallReply reply);
+    boost::asio::awaitable<void> answerError(boost::beast::error_code error);
+    [[nodiscard]] std::optional<CallRefusal> faultIn(const Parser& parser) const;
     CallReply call(const Request& request);
     CallReply callAllowed(const Request& request, std::string_view path);
     [[nodiscard]] bool isTooMany();
@@ -40,6 +44,7 @@ class HttpSession {
     ConnectionSlot slot_;
     PeerStream stream_;
     boost::beast::flat_buffer buffer_;
+    bool isHeadWanted_ = false; ///< the answer has no content then (RFC 9110, section 9.3.2)
 };
 
 } // namespace morvex

@@ -62,6 +62,10 @@ std::pair<unsigned, const char*> meaning(CallRefusal cause) {
         return {426, "Tahle adresa je jen pro WebSocket."};
     case CallRefusal::wrongContentType:
         return {400, "Požadavek musí být JSON."};
+    case CallRefusal::unknownCoding:
+        return {501, "Takové kódování požadavku neumím."};
+    case CallRefusal::unknownSocketVersion:
+        return {426, "Takovou verzi WebSocketu neumím."};
     case CallRefusal::tooLarge:
         return {413, "Požadavek je moc velký."};
     case CallRefusal::tooMany:

@@ -46,6 +46,8 @@ enum class CallRefusal {
     wrongMethod,
     notSocket,
     wrongContentType,
+    unknownCoding,
+    unknownSocketVersion,
     tooLarge,
     tooMany,
     storeFailed,

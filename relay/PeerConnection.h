@@ -2,6 +2,7 @@
 
 #include "relay/ByteMeter.h"
 #include "relay/TlsChannel.h"
+#include "shared/base/FrameScreen.h"
 
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/ssl/context.hpp>
@@ -30,6 +31,12 @@ class PeerConnection : public std::enable_shared_from_this<PeerConnection> {
 
     [[nodiscard]] ByteMeter& meter() { return meter_; }
 
+    /// From now on the peer sends frames of a WebSocket.
+    void screenFrames() { screen_.emplace(FrameScreen::Start::frames); }
+
+    /// Null before.
+    [[nodiscard]] FrameScreen* screen() { return screen_ ? &*screen_ : nullptr; }
+
     /// Closes the connection after this time, unless another one is set before.
     void expiresAfter(std::chrono::steady_clock::duration time);
     void expiresNever();
@@ -46,6 +53,7 @@ class PeerConnection : public std::enable_shared_from_this<PeerConnection> {
     Socket socket_;
     ByteMeter meter_;
     std::optional<TlsChannel> tls_; ///< refers to the two above
+    std::optional<FrameScreen> screen_;
     boost::asio::steady_timer deadline_;
 };
 

@@ -6,10 +6,13 @@
 #include <boost/asio/error.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/beast/core/role.hpp>
+#include <boost/beast/websocket/error.hpp>
 #include <boost/beast/websocket/teardown.hpp>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <utility>
 
@@ -32,6 +35,19 @@ template <class Buffers> struct Reading {
     }
 
     static void count(ByteMeter& meter, std::size_t bytes) { meter.bytesRead += bytes; }
+
+    /// Looks at what was read before it is handed on.
+    [[nodiscard]] boost::system::error_code examine(FrameScreen& screen, std::size_t bytes) const {
+        const auto end = boost::asio::buffer_sequence_end(buffers);
+        for (auto at = boost::asio::buffer_sequence_begin(buffers); at != end && bytes > 0; ++at) {
+            const boost::asio::mutable_buffer one = *at;
+            const auto count = std::min(bytes, one.size());
+            if (!screen.pass({static_cast<std::uint8_t*>(one.data()), count}))
+                return boost::beast::websocket::error::bad_close_code;
+            bytes -= count;
+        }
+        return {};
+    }
 };
 
 /// How bytes for a device are written.
@@ -53,6 +69,8 @@ template <class Buffers> struct Writing {
     }
 
     static void count(ByteMeter& meter, std::size_t bytes) { meter.bytesWritten += bytes; }
+
+    static boost::system::error_code examine(FrameScreen&, std::size_t) { return {}; }
 };
 
 /// One `async_read_some` or `async_write_some`, for `async_compose`. Over TLS it tries at once, and otherwise
@@ -69,7 +87,9 @@ template <class Direction> class PeerTransfer {
             return connection_->tls() ? attempt(self) : startPlain(self);
         case Stage::plain:
             direction_.count(connection_->meter(), bytes);
-            return self.complete(error, bytes);
+            outcome_ = {.error = error, .bytes = bytes};
+            examine();
+            return self.complete(outcome_.error, outcome_.bytes);
         case Stage::waiting:
             // A socket that was closed since may have taken the buffers with it.
             if (!error && !connection_->socket().is_open()) error = boost::asio::error::operation_aborted;
@@ -98,10 +118,18 @@ template <class Direction> class PeerTransfer {
             stage_ = Stage::waiting;
             return void(connection->ready(need, std::move(self)));
         }
+        examine();
         if (stage_ == Stage::waiting) return self.complete(outcome_.error, outcome_.bytes);
         // Nobody is called back within the call that began the operation.
         stage_ = Stage::posted;
         boost::asio::post(connection->socket().get_executor(), std::move(self));
+    }
+
+    void examine() {
+        auto* screen = connection_->screen();
+        if (!screen || outcome_.error) return;
+        outcome_.error = direction_.examine(*screen, outcome_.bytes);
+        if (outcome_.error) outcome_.bytes = 0;
     }
 
     std::shared_ptr<PeerConnection> connection_;

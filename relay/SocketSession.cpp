@@ -12,6 +12,7 @@
 namespace morvex {
 
 namespace asio = boost::asio;
+namespace http = boost::beast::http;
 namespace websocket = boost::beast::websocket;
 
 namespace {
@@ -41,6 +42,9 @@ SocketSession::SocketSession(PeerStream stream, std::shared_ptr<RelayState> stat
     socket_.read_message_max(0);
     socket_.auto_fragment(false);
     socket_.text(true);
+    socket_.set_option(websocket::stream_base::decorator(
+        [](websocket::response_type& response) { response.set(http::field::server, "morvex-relay"); }));
+    socket_.next_layer().connection().screenFrames();
 }
 
 void SocketSession::start(Request upgrade) {
