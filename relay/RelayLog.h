@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Takes one line an event, without its end. Lines name no token, key or content.
+/// Takes one line an event, without its end. From any thread. Lines name no token, key or content.
 using RelayLog = std::function<void(std::string_view line)>;
 
 /// Enough of a checked identifier to tell devices apart in the log.

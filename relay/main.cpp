@@ -1,3 +1,4 @@
+#include "relay/LogQueue.h"
 #include "relay/RelayServer.h"
 #include "shared/base/Try.h"
 
@@ -6,7 +7,9 @@
 #include <cstdlib>
 #include <iostream>
 #include <span>
+#include <string>
 #include <sys/resource.h>
+#include <unistd.h>
 
 namespace {
 
@@ -43,25 +46,28 @@ void ignoreSignals() {
     sigprocmask(SIG_BLOCK, &ending, nullptr);
 }
 
-void logLine(std::string_view line) {
-    const auto now = std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
-    std::cerr << formatDate(now) << ' ' << line << '\n';
+RelayLog logTo(LogQueue& queue) {
+    return [&queue](std::string_view line) {
+        const auto now = std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
+        queue.write(formatDate(now) + ' ' + std::string{line});
+    };
 }
 
-Result<std::unique_ptr<RelayServer>> start(const RelayOptions& options) {
+Result<std::unique_ptr<RelayServer>> start(const RelayOptions& options, LogQueue& queue) {
     TRY(const auto, file,
         options.database ? Result<std::filesystem::path>{*options.database} : defaultDatabase());
     TRY(auto, store, PairStore::open(file));
     RelayLimits limits;
     limits.connections = options.connections;
-    return RelayServer::create(options, limits, std::move(store), logLine);
+    return RelayServer::create(options, limits, std::move(store), logTo(queue));
 }
 
 int serve(const RelayOptions& options) {
     std::signal(SIGPIPE, SIG_IGN);
     if (auto raised = raiseFileLimit(options.connections); !raised)
         return complain(raised.error(), EXIT_FAILURE);
-    auto server = start(options);
+    LogQueue queue{STDERR_FILENO};
+    auto server = start(options, queue);
     if (!server) return complain(server.error(), EXIT_FAILURE);
     (*server)->stopOnSignals();
     std::cout << "listening on " << (*server)->address() << std::endl;

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
+#include <optional>
 #include <spawn.h>
 #include <sstream>
 #include <sys/wait.h>
@@ -27,14 +28,17 @@ std::string contentOf(const std::filesystem::path& file) {
 /// `morvex-relay` as a process; its error output goes to a file.
 class Program {
   public:
-    explicit Program(std::vector<std::string> arguments) {
+    explicit Program(std::vector<std::string> arguments, std::optional<int> errorOutput = std::nullopt) {
         int ends[2];
         EXPECT_EQ(pipe2(ends, O_CLOEXEC), 0);
         posix_spawn_file_actions_t actions;
         posix_spawn_file_actions_init(&actions);
         posix_spawn_file_actions_adddup2(&actions, ends[1], STDOUT_FILENO);
-        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errorFile().c_str(), O_WRONLY | O_CREAT,
-                                         0600);
+        if (errorOutput)
+            posix_spawn_file_actions_adddup2(&actions, *errorOutput, STDERR_FILENO);
+        else
+            posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, errorFile().c_str(), O_WRONLY | O_CREAT,
+                                             0600);
         arguments.insert(arguments.begin(), MORVEX_RELAY_PROGRAM);
         std::vector<char*> pointers;
         for (auto& argument : arguments) pointers.push_back(argument.data());
@@ -105,6 +109,29 @@ TEST(RelayProgram, ServesUntilItIsTold) {
         EXPECT_THAT(program.errors(), testing::Not(testing::HasSubstr(pair.mac.deviceID().rawValue)));
         EXPECT_THAT(program.errors(), testing::Not(testing::HasSubstr(pair.mac.signingKey().text())));
     }
+}
+
+TEST(RelayProgram, ServesAndEndsWhenNobodyReadsItsLog) {
+    int ends[2];
+    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    const int space = fcntl(ends[1], F_GETPIPE_SZ);
+    const std::string full(static_cast<std::size_t>(space), 'x');
+    ASSERT_EQ(write(ends[1], full.data(), full.size()), space);
+
+    Program program{{"--listen", "127.0.0.1:0", "--db", ":memory:"}, ends[1]};
+    const auto port = portIn(program.line());
+    const auto pair = pairAt(port);
+    DeviceSocket mac{port};
+    mac.logIn(pair, pair.mac, false);
+    DeviceSocket phone{port};
+    phone.logIn(pair, pair.phone, true);
+    phone.write(pair.fromPhone());
+    while (mac.read() != pair.fromPhone()) {
+    }
+    program.signal(SIGTERM);
+    EXPECT_EQ(program.exitCode(), 0);
+    close(ends[0]);
+    close(ends[1]);
 }
 
 TEST(RelayProgram, ServesOverTls) {
