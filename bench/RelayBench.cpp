@@ -2,12 +2,9 @@
 #include "bench/Measure.h"
 #include "bench/PlainServer.h"
 #include "bench/PlainSocket.h"
+#include "bench/RelayPhone.h"
 #include "relay/RelayServer.h"
 #include "shared/base/Require.h"
-#include "shared/trust/DeviceIdentity.h"
-#include "shared/wire/Json.h"
-#include "shared/wire/RelayMessage.h"
-#include "tests/support/SampleEnvelope.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestAuthority.h"
 
@@ -35,38 +32,10 @@ constexpr std::size_t clientProcesses = 4;
 
 using Security = PlainSocket::Security;
 
-struct Phone {
-    PairID pair;
-    DeviceIdentity identity = DeviceIdentity::generate();
-
-    /// A socket that is logged in.
-    [[nodiscard]] std::unique_ptr<PlainSocket> logIn(std::uint16_t port, std::uint8_t from = 1,
-                                                     Security security = Security::none) const {
-        auto socket = std::make_unique<PlainSocket>(port, from, security);
-        const auto challenge = decode<RelayMessage>(socket->read().value()).value();
-        const auto& nonce = challenge.as<RelayMessage::Challenge>()->nonce;
-        socket->write(encode(RelayMessage{RelayMessage::Authenticate{
-            pair, identity.deviceID(), identity.signingKey(), identity.sign(nonce)}}));
-        const auto welcome = decode<RelayMessage>(socket->read().value()).value();
-        vyzaduj(welcome.as<RelayMessage::Authenticated>() != nullptr, "the relay let a phone not in");
-        return socket;
-    }
-
-    [[nodiscard]] Member member(DeviceRole role) const {
-        return {identity.deviceID(), identity.signingKey(), role};
-    }
-
-    /// A frame for another device, with so many bytes of content.
-    [[nodiscard]] std::string frameFor(const DeviceIdentity& other, std::size_t size) const {
-        auto envelope = sampleEnvelope(pair, identity.deviceID(), other.deviceID(), Bytes(size, 1));
-        return encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});
-    }
-};
-
 /// The relay on a thread of this process.
 class Relay {
   public:
-    explicit Relay(const std::vector<Phone>& phones, Security security = Security::none)
+    explicit Relay(const std::vector<RelayPhone>& phones, Security security = Security::none)
         : server_(make(phones, security)), thread_([this] { server_->run(); }) {}
 
     ~Relay() {
@@ -83,7 +52,7 @@ class Relay {
 
   private:
     /// The first two phones are one pair; every other one is alone.
-    static std::unique_ptr<RelayServer> make(const std::vector<Phone>& phones, Security security) {
+    static std::unique_ptr<RelayServer> make(const std::vector<RelayPhone>& phones, Security security) {
         auto store = PairStore::open(":memory:").value();
         const auto later = dateFromSeconds(4'000'000'000);
         for (std::size_t index = 0; index < phones.size(); ++index) {
@@ -101,7 +70,8 @@ class Relay {
         TemporaryFolder certificates;
         if (security == Security::tls) options.tls = issueIn(certificates.path());
         RelayLimits limits;
-        limits.connections = phones.size() + otherDescriptors;
+        // They are all pairs of which one device is alone, for whom there is half of the places.
+        limits.connections = 2 * phones.size() + otherDescriptors;
         limits.pingAfter = std::chrono::seconds{1};
         return RelayServer::create(options, limits, std::move(store), [](std::string_view) {}).value();
     }
@@ -138,8 +108,8 @@ std::size_t possiblePhones() {
     return limit.rlim_cur - otherDescriptors;
 }
 
-std::vector<Phone> makePhones(std::size_t count) {
-    std::vector<Phone> phones;
+std::vector<RelayPhone> makePhones(std::size_t count) {
+    std::vector<RelayPhone> phones;
     for (std::size_t index = 0; index < count; ++index)
         phones.push_back({{"PAIR" + std::to_string(index == 1 ? 0 : index)}});
     return phones;
@@ -152,7 +122,7 @@ void beIdle(std::span<const std::unique_ptr<PlainSocket>> sockets) {
     while (!std::ranges::all_of(sockets, isPinged)) PlainSocket::idle(std::chrono::milliseconds{100});
 }
 
-void benchIdle(const std::vector<Phone>& phones, Security security) {
+void benchIdle(const std::vector<RelayPhone>& phones, Security security) {
     // The processes come before the threads of the relay.
     std::vector<ClientProcess> clients;
     for (std::size_t part = 0; part < clientProcesses; ++part)
@@ -194,7 +164,7 @@ void pump(PlainSocket& to, PlainSocket& from, const std::string& frame, std::siz
 }
 
 /// The processor time of the relay for so many frames from one phone to the other.
-double forward(const std::vector<Phone>& both, const std::string& frame, std::size_t frames,
+double forward(const std::vector<RelayPhone>& both, const std::string& frame, std::size_t frames,
                Security security) {
     ClientProcess client([&](ClientProcess::Line& line) {
         const auto port = line.waitForPort();
@@ -225,7 +195,7 @@ double echo(const std::string& frame, std::size_t frames) {
     return server.processorMilliseconds();
 }
 
-void benchForwarding(const std::vector<Phone>& both, std::size_t content, std::size_t frames) {
+void benchForwarding(const std::vector<RelayPhone>& both, std::size_t content, std::size_t frames) {
     const auto frame = both[0].frameFor(both[1].identity, content);
     const auto relayTook = forward(both, frame, frames, Security::none);
     const auto tlsTook = forward(both, frame, frames, Security::tls);

@@ -17,7 +17,6 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <memory>
 #include <string>
 #include <sys/socket.h>
@@ -49,16 +48,13 @@ class Relay {
         ::close(device_);
         while (context_.poll() > 0) {
         }
-        vyzaduj(state_->connections == 0, "a connection outlives its device");
+        vyzaduj(state_->places.taken() == 0, "a connection outlives its device");
         return std::exchange(heard_, {});
     }
 
   private:
     static std::shared_ptr<RelayState> freshState() {
-        RelayLimits limits;
-        // A socket in memory has no address, so all of them count as one.
-        limits.callsPerMinute = std::numeric_limits<std::size_t>::max();
-        return std::make_shared<RelayState>(limits, PairStore::open(":memory:").value(),
+        return std::make_shared<RelayState>(RelayLimits{}, PairStore::open(":memory:").value(),
                                             [](std::string_view) {});
     }
 
@@ -70,8 +66,12 @@ class Relay {
         asio::ip::tcp::socket socket(context_);
         socket.assign(asio::ip::tcp::v4(), ends[1]);
         context_.restart();
+        // A socket in memory has no address; this computer's has no limits.
+        const auto origin = Origin::of(asio::ip::address_v4::loopback());
+        auto place = state_->places.enter(origin, Places::Moment::clock::now());
         asio::co_spawn(context_,
-                       HttpSession::serve(std::make_unique<HttpSession>(std::move(socket), nullptr, state_)),
+                       HttpSession::serve(std::make_unique<HttpSession>(std::move(socket), nullptr, state_,
+                                                                        *std::move(place))),
                        asio::detached);
     }
 

@@ -6,6 +6,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <string>
 #include <utility>
 
 namespace morvex {
@@ -40,7 +41,8 @@ http::response<http::string_body> httpReply(CallReply reply, Date now) {
         response.set(http::field::upgrade, "websocket");
         response.set(http::field::sec_websocket_version, "13");
     }
-    if (reply.status == 429) response.set(http::field::retry_after, "60");
+    if (reply.retryAfter > reply.retryAfter.zero())
+        response.set(http::field::retry_after, std::to_string(reply.retryAfter.count()));
     if (!reply.body.empty()) response.set(http::field::content_type, "application/json");
     response.body() = std::move(reply.body);
     response.prepare_payload();

@@ -6,7 +6,6 @@
 #include "shared/wire/RelayCalls.h"
 
 #include <boost/asio/as_tuple.hpp>
-#include <boost/asio/ip/address.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/core/string.hpp>
@@ -19,6 +18,7 @@
 #include <array>
 #include <chrono>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -84,15 +84,20 @@ std::optional<CallRefusal> refusalFor(beast::error_code error) {
 } // namespace
 
 HttpSession::HttpSession(asio::ip::tcp::socket socket, asio::ssl::context* context,
-                         std::shared_ptr<RelayState> state)
+                         std::shared_ptr<RelayState> state, Places::Place place)
     : state_(std::move(state)),
-      slot_(state_),
+      place_(std::move(place)),
       stream_(std::move(socket), context),
-      buffer_(bufferLimit(state_->limits)) {}
+      buffer_(bufferLimit(state_->limits)) {
+    place_.onEviction([this] { stream_.connection().close(); });
+}
 
 asio::awaitable<void> HttpSession::serve(std::unique_ptr<HttpSession> self) {
+    if (!co_await self->hearsAnything()) co_return;
+    self->stream_.connection().expiresAfter(self->state_->limits.handshake);
+    if (!co_await self->stream_.handshake()) co_return;
     self->stream_.connection().expiresAfter(self->state_->limits.request);
-    if (co_await self->stream_.handshake()) co_await self->answerOne();
+    co_await self->answerOne();
 }
 
 asio::awaitable<void> HttpSession::answerOne() {
@@ -103,7 +108,10 @@ asio::awaitable<void> HttpSession::answerOne() {
     if (headError) co_return co_await answerError(headError);
     isHeadWanted_ = parser.get().method() == http::verb::head;
     if (const auto fault = faultIn(parser)) co_return co_await answer(refusal(*fault));
-    if (wantsSocket(parser.get())) co_return becomeSocket(parser.release());
+    if (wantsSocket(parser.get())) {
+        if (!mayLogIn()) co_return co_await answer(refusal(CallRefusal::tooMany));
+        co_return becomeSocket(parser.release());
+    }
     if (httpRules::waitsForContinue(parser.get()) && !parser.is_done() && buffer_.size() == 0)
         co_await asio::async_write(stream_, asio::buffer(carryOn), asTuple);
     auto [error, size] = co_await http::async_read(stream_, buffer_, parser, asTuple);
@@ -123,8 +131,15 @@ asio::awaitable<void> HttpSession::answerError(beast::error_code error) {
     if (const auto cause = refusalFor(error)) co_await answer(refusal(*cause));
 }
 
+asio::awaitable<bool> HttpSession::hearsAnything() {
+    auto [error] = co_await stream_.connection().socket().async_wait(asio::socket_base::wait_read, asTuple);
+    place_.hasSpoken();
+    co_return !error;
+}
+
 void HttpSession::becomeSocket(Request upgrade) {
-    std::make_shared<SocketSession>(std::move(stream_), state_, std::move(slot_), versionOf(upgrade.target()))
+    std::make_shared<SocketSession>(std::move(stream_), state_, std::move(place_),
+                                    versionOf(upgrade.target()))
         ->start(std::move(upgrade));
 }
 
@@ -134,34 +149,29 @@ CallReply HttpSession::call(const Request& request) {
     if (!PairCalls::knows(path)) return refusal(CallRefusal::unknownCall);
     if (request.method() != http::verb::post) return refusal(CallRefusal::wrongMethod);
     if (!isJson(request[http::field::content_type])) return refusal(CallRefusal::wrongContentType);
-    if (isTooMany()) return refusal(CallRefusal::tooMany);
+    if (const auto cause = refusalByLimit(path)) return refusal(*cause);
     return callAllowed(request, path);
 }
 
 CallReply HttpSession::callAllowed(const Request& request, std::string_view path) {
     auto reply = state_->calls.answer(path, request.body(), today());
+    const auto kind = std::string{path} + ": " + std::to_string(reply.status);
     const auto trouble = reply.trouble.empty() ? "" : ": " + reply.trouble;
-    state_->log(std::string{path} + ": " + std::to_string(reply.status) + trouble);
+    state_->events.note(kind, place_.origin(), kind + trouble, EventLog::Moment::clock::now());
     if (reply.revoked) state_->switchboard.revoke(*reply.revoked);
     return reply;
 }
 
-bool HttpSession::isTooMany() {
-    const auto address = limitedAddress();
-    return !address.empty() && !state_->rateLimit.admits(address, RateLimit::Moment::clock::now());
+std::optional<CallRefusal> HttpSession::refusalByLimit(std::string_view path) {
+    const auto now = OriginLimit::Moment::clock::now();
+    if (!state_->callLimit.admits(place_.origin(), now)) return CallRefusal::tooMany;
+    if (PairCalls::creates(path) && !state_->creationLimit.admits(place_.origin(), now))
+        return CallRefusal::tooManyPairs;
+    return std::nullopt;
 }
 
-std::string HttpSession::limitedAddress() {
-    beast::error_code error;
-    auto address = stream_.connection().socket().remote_endpoint(error).address();
-    if (address.is_v6() && address.to_v6().is_v4_mapped())
-        address = asio::ip::make_address_v4(asio::ip::v4_mapped, address.to_v6());
-    if (address.is_loopback()) return {};
-    if (address.is_v4()) return address.to_string();
-    // Whoever has one address of a /64 has all of them.
-    auto bytes = address.to_v6().to_bytes();
-    std::fill(bytes.begin() + 8, bytes.end(), std::uint8_t{0});
-    return asio::ip::make_address_v6(bytes).to_string();
+bool HttpSession::mayLogIn() const {
+    return state_->loginLimit.hasRoom(place_.origin(), OriginLimit::Moment::clock::now());
 }
 
 asio::awaitable<void> HttpSession::answer(CallReply reply) {

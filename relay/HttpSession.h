@@ -2,6 +2,7 @@
 
 #include "relay/PairCalls.h"
 #include "relay/PeerStream.h"
+#include "relay/Places.h"
 #include "relay/RelayState.h"
 
 #include <boost/beast/core/flat_buffer.hpp>
@@ -11,7 +12,7 @@
 
 #include <memory>
 #include <optional>
-#include <string>
+#include <string_view>
 
 namespace morvex {
 
@@ -20,7 +21,7 @@ namespace morvex {
 class HttpSession {
   public:
     HttpSession(boost::asio::ip::tcp::socket socket, boost::asio::ssl::context* context,
-                std::shared_ptr<RelayState> state);
+                std::shared_ptr<RelayState> state, Places::Place place);
 
     static boost::asio::awaitable<void> serve(std::unique_ptr<HttpSession> self);
 
@@ -34,14 +35,15 @@ class HttpSession {
     [[nodiscard]] std::optional<CallRefusal> faultIn(const Parser& parser) const;
     CallReply call(const Request& request);
     CallReply callAllowed(const Request& request, std::string_view path);
-    [[nodiscard]] bool isTooMany();
+    /// Why another call of this address is not taken now.
+    std::optional<CallRefusal> refusalByLimit(std::string_view path);
+    [[nodiscard]] bool mayLogIn() const;
+    /// Whether the first byte comes before the place is taken away.
+    boost::asio::awaitable<bool> hearsAnything();
     void becomeSocket(Request upgrade);
-    /// The address as far as the limit of calls tells addresses apart; empty for this computer, which has no
-    /// limit.
-    [[nodiscard]] std::string limitedAddress();
 
     std::shared_ptr<RelayState> state_;
-    ConnectionSlot slot_;
+    Places::Place place_;
     PeerStream stream_;
     boost::beast::flat_buffer buffer_;
     bool isHeadWanted_ = false; ///< the answer has no content then (RFC 9110, section 9.3.2)

@@ -17,7 +17,7 @@ LoginAnswer seat(const StoredPair& pair, const RelayMessage::Authenticate& given
     if (!member || member->key != given.key) return RelayFailure::unknownPair;
     if (pair.isRevoked) return RelayFailure::revoked;
     const auto* peer = pair.peerOf(given.device);
-    return Seat{pair.id, given.device, peer ? std::optional{peer->device} : std::nullopt};
+    return Seat{pair.id, given.device, peer ? std::optional{peer->device} : std::nullopt, pair.expiresAt};
 }
 
 bool speaksOurVersion(std::string_view clientVersion) {

@@ -14,6 +14,7 @@ struct Seat {
     PairID pair;
     DeviceID device;
     std::optional<DeviceID> peer; ///< nothing while nobody has joined the pair
+    Date tokenEnd{};              ///< of the pair's token, hence minutes after the pair was made
 
     bool operator==(const Seat&) const = default;
 };

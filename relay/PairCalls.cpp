@@ -70,10 +70,18 @@ std::pair<unsigned, const char*> meaning(CallRefusal cause) {
         return {413, "Požadavek je moc velký."};
     case CallRefusal::tooMany:
         return {429, "Moc požadavků najednou. Zkus to za minutu."};
+    case CallRefusal::tooManyPairs:
+        return {429, "Z téhle adresy už dnes vzniklo moc párů. Zkus to zítra."};
     case CallRefusal::storeFailed:
         return {500, "Relay má potíže se svým úložištěm."};
     }
     std::unreachable();
+}
+
+std::chrono::seconds retryAfter(CallRefusal cause) {
+    if (cause == CallRefusal::tooMany) return std::chrono::minutes{1};
+    if (cause == CallRefusal::tooManyPairs) return std::chrono::days{1};
+    return {};
 }
 
 CallReply storeFailed(const Error& error) {
@@ -114,11 +122,15 @@ FreshPair FreshPair::make() {
 
 CallReply refusal(CallRefusal cause) {
     const auto [status, words] = meaning(cause);
-    return {.status = status, .body = encode(VaporDuvod{words})};
+    return {.status = status, .body = encode(VaporDuvod{words}), .retryAfter = retryAfter(cause)};
+}
+
+bool PairCalls::creates(std::string_view path) {
+    return isAt(path, createPair);
 }
 
 bool PairCalls::knows(std::string_view path) {
-    return isAt(path, createPair) || isAt(path, joinPair) || isAt(path, revokeDevice);
+    return creates(path) || isAt(path, joinPair) || isAt(path, revokeDevice);
 }
 
 CallReply PairCalls::answer(std::string_view path, std::string_view body, Date now) {

@@ -2,6 +2,7 @@
 
 #include "relay/PairStore.h"
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
@@ -25,6 +26,7 @@ struct CallReply {
     std::optional<PairID> revoked{};
     /// For the log only: why the store failed.
     std::string trouble{};
+    std::chrono::seconds retryAfter{}; ///< told when it is not zero
 };
 
 /// Why a call is refused.
@@ -50,6 +52,7 @@ enum class CallRefusal {
     unknownSocketVersion,
     tooLarge,
     tooMany,
+    tooManyPairs,
     storeFailed,
 };
 
@@ -65,6 +68,8 @@ class PairCalls {
 
     /// Whether the path is one of the calls.
     static bool knows(std::string_view path);
+    /// Whether the path is that of the call which makes a pair.
+    static bool creates(std::string_view path);
     /// `path` as `/v1/pair/create`; another one is refused.
     CallReply answer(std::string_view path, std::string_view body, Date now);
 

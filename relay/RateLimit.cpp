@@ -2,25 +2,27 @@
 
 namespace morvex {
 
-namespace {
-
-constexpr std::chrono::minutes span{1};
-
-} // namespace
-
-bool RateLimit::admits(std::string_view address, Moment now) {
-    makeRoom(now);
-    auto& minute = minutes_.try_emplace(std::string{address}, Minute{now}).first->second;
-    if (now - minute.start >= span) minute = {now};
-    if (minute.calls == perMinute_) return false;
-    ++minute.calls;
-    return true;
+bool RateLimit::hasRoom(const Prefix& range, Moment now, std::size_t cost) const {
+    const auto found = byRange_.find(range);
+    const bool isCounted = found != byRange_.end() && now - found->second->start < span_;
+    return (isCounted ? found->second->used : 0) + cost <= most_;
 }
 
-void RateLimit::makeRoom(Moment now) {
-    if (minutes_.size() < maxAddresses) return;
-    std::erase_if(minutes_, [&](const auto& entry) { return now - entry.second.start >= span; });
-    if (minutes_.size() >= maxAddresses) minutes_.clear();
+void RateLimit::charge(const Prefix& range, Moment now, std::size_t cost) {
+    countOf(range, now)->used += cost;
+}
+
+RateLimit::Counts::iterator RateLimit::countOf(const Prefix& range, Moment now) {
+    while (!counts_.empty() && now - counts_.front().start >= span_) forgetOldest();
+    if (const auto found = byRange_.find(range); found != byRange_.end()) return found->second;
+    if (counts_.size() == maxRanges) forgetOldest();
+    counts_.push_back({range, now});
+    return byRange_[range] = std::prev(counts_.end());
+}
+
+void RateLimit::forgetOldest() {
+    byRange_.erase(counts_.front().range);
+    counts_.pop_front();
 }
 
 } // namespace morvex

@@ -1,35 +1,47 @@
 #pragma once
 
+#include "relay/Origin.h"
+
 #include <chrono>
 #include <cstddef>
-#include <string>
-#include <string_view>
-#include <unordered_map>
+#include <list>
+#include <map>
 
 namespace morvex {
 
-/// So many calls a minute for each address. No network here; owned by the relay.
+/// So much in a span of time for each range of addresses. The span begins with the first charge. Every call
+/// takes time in the logarithm of the ranges that it remembers. No network here; one thread.
 class RateLimit {
   public:
     using Moment = std::chrono::steady_clock::time_point;
+    using Span = std::chrono::steady_clock::duration;
 
-    static constexpr std::size_t maxAddresses = 4096;
+    static constexpr std::size_t maxRanges = 4096;
 
-    explicit RateLimit(std::size_t perMinute) : perMinute_(perMinute) {}
+    RateLimit(std::size_t most, Span span) : most_(most), span_(span) {}
 
-    /// Counts one call. With more addresses in a minute than it can remember it forgets all of them.
-    bool admits(std::string_view address, Moment now);
+    /// Whether so much more is within the limit now.
+    [[nodiscard]] bool hasRoom(const Prefix& range, Moment now, std::size_t cost = 1) const;
+    /// With more ranges than it can remember it forgets the one that was counted for the longest time.
+    void charge(const Prefix& range, Moment now, std::size_t cost = 1);
 
   private:
-    struct Minute {
+    struct Count {
+        Prefix range;
         Moment start;
-        std::size_t calls = 0;
+        std::size_t used = 0;
     };
 
-    void makeRoom(Moment now);
+    using Counts = std::list<Count>;
 
-    std::size_t perMinute_;
-    std::unordered_map<std::string, Minute> minutes_;
+    Counts::iterator countOf(const Prefix& range, Moment now);
+    void forgetOldest();
+
+    std::size_t most_;
+    Span span_;
+    Counts counts_; ///< by their start
+    /// A tree, since whoever chooses addresses could choose them so that they collide in a hash table.
+    std::map<Prefix, Counts::iterator> byRange_;
 };
 
 } // namespace morvex

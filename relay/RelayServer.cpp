@@ -105,10 +105,17 @@ asio::awaitable<void> RelayServer::acceptConnections() {
 }
 
 void RelayServer::serve(Tcp::socket socket) {
-    if (stoppingSince_ || state_->connections >= state_->limits.connections) return;
     ErrorCode ignored;
+    const auto address = socket.remote_endpoint(ignored).address();
+    if (stoppingSince_ || ignored) return;
+    const auto now = Moment::clock::now();
+    const auto origin = Origin::of(address, state_->limits.thisComputer);
+    auto place =
+        state_->connectionLimit.admits(origin, now) ? state_->places.enter(origin, now) : std::nullopt;
+    if (!place) return state_->events.note("a connection is refused", origin, "a connection is refused", now);
     std::ignore = socket.set_option(Tcp::no_delay{true}, ignored);
-    auto session = std::make_unique<HttpSession>(std::move(socket), tls_ ? &*tls_ : nullptr, state_);
+    auto session =
+        std::make_unique<HttpSession>(std::move(socket), tls_ ? &*tls_ : nullptr, state_, *std::move(place));
     asio::co_spawn(context_, HttpSession::serve(std::move(session)), asio::detached);
 }
 
@@ -125,9 +132,11 @@ void RelayServer::tick(Moment now) {
     const auto sockets = state_->sockets;
     for (const auto& one : sockets)
         if (const auto socket = one.lock()) socket->tick(now);
+    state_->places.endSilent(now);
+    state_->events.tick(now);
     state_->switchboard.relieve();
     if (now >= nextSweep_) sweep(now);
-    const bool isStopped = stoppingSince_ && state_->connections == 0;
+    const bool isStopped = stoppingSince_ && state_->places.taken() == 0;
     const bool isOverdue = stoppingSince_ && now - *stoppingSince_ > state_->limits.closing;
     if (isStopped || isOverdue) context_.stop();
 }

@@ -6,6 +6,7 @@
 #include <boost/asio/detached.hpp>
 #include <boost/beast/core/buffers_to_string.hpp>
 
+#include <chrono>
 #include <exception>
 #include <utility>
 
@@ -24,18 +25,24 @@ constexpr std::size_t keptBuffer = 64 * kibibyte;
 
 constexpr std::uint16_t goingAway = 1001;
 constexpr std::uint16_t internalError = 1011;
+constexpr std::uint16_t tryAgainLater = 1013;
+
+Date today() {
+    return std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
+}
 
 } // namespace
 
-SocketSession::SocketSession(PeerStream stream, std::shared_ptr<RelayState> state, ConnectionSlot slot,
+SocketSession::SocketSession(PeerStream stream, std::shared_ptr<RelayState> state, Places::Place place,
                              std::string_view clientVersion)
     : state_(std::move(state)),
-      slot_(std::move(slot)),
+      place_(std::move(place)),
       socket_(std::move(stream)),
       login_(Login::start(clientVersion)),
       vitals_(state_->limits, std::chrono::steady_clock::now()),
       mayRead_(socket_.get_executor()),
       mayWrite_(socket_.get_executor()) {
+    place_.onEviction([this] { abort(); });
     // Silence and sizes are judged here: a device must hear of a frame that is too large before the end.
     socket_.set_option(websocket::stream_base::timeout{websocket::stream_base::none(),
                                                        websocket::stream_base::none(), false});
@@ -121,6 +128,8 @@ void SocketSession::takeFrame() {
 }
 
 void SocketSession::logIn(std::string_view frame) {
+    if (!state_->loginLimit.admits(place_.origin(), Vitals::Moment::clock::now()))
+        return turnAway("too many logins");
     const auto answer = login_.answer(state_->store, frame);
     if (!answer) {
         log("login failed: " + answer.error().popis());
@@ -128,13 +137,29 @@ void SocketSession::logIn(std::string_view frame) {
     }
     if (const auto* failure = std::get_if<RelayFailure>(&*answer)) {
         log("login refused: " + std::string{rawValue(*failure)});
+        loginFailed(state_->limits.failedLoginCost - 1);
         return refuse(*failure);
     }
-    const auto& seat = std::get<Seat>(*answer);
+    sitDown(std::get<Seat>(*answer));
+}
+
+void SocketSession::sitDown(const Seat& seat) {
+    const bool isNew = !seat.peer || today() - seat.tokenEnd < state_->limits.newPair;
+    if (!place_.rise(isNew ? Places::Standing::newPair : Places::Standing::knownPair))
+        return turnAway("no place for a login");
     name_ = shortened(seat.pair, seat.device);
     isLoggedIn_ = true;
     log("logged in");
     state_->switchboard.connect(*this, seat);
+}
+
+void SocketSession::loginFailed(std::size_t cost) {
+    state_->loginLimit.charge(place_.origin(), Vitals::Moment::clock::now(), cost);
+}
+
+void SocketSession::turnAway(const std::string& reason) {
+    log(reason);
+    end({{}, tryAgainLater});
 }
 
 void SocketSession::refuse(RelayFailure code) {
@@ -156,6 +181,7 @@ void SocketSession::tick(Vitals::Moment now) {
         return ping();
     case Vitals::Verdict::late:
         log("did not log in");
+        loginFailed(state_->limits.failedLoginCost);
         return end(refusalEnding(RelayFailure::notAuthenticated));
     case Vitals::Verdict::dead:
         log("silent");
@@ -232,8 +258,8 @@ void SocketSession::abort() {
     socket_.next_layer().connection().close();
 }
 
-void SocketSession::log(std::string_view event) const {
-    state_->log(name_ + ": " + std::string{event});
+void SocketSession::log(const std::string& event) {
+    state_->events.note(event, place_.origin(), name_ + ": " + event, Vitals::Moment::clock::now());
 }
 
 } // namespace morvex

@@ -26,7 +26,7 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
   public:
     using Request = boost::beast::http::request<boost::beast::http::string_body>;
 
-    SocketSession(PeerStream stream, std::shared_ptr<RelayState> state, ConnectionSlot slot,
+    SocketSession(PeerStream stream, std::shared_ptr<RelayState> state, Places::Place place,
                   std::string_view clientVersion);
 
     /// Called once, with the request that asked for the WebSocket.
@@ -55,16 +55,20 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
     boost::asio::awaitable<bool> writeFrame();
     void takeFrame();
     void logIn(std::string_view frame);
+    void sitDown(const Seat& seat);
+    void loginFailed(std::size_t cost);
+    /// No fault of the device: it may try again later.
+    void turnAway(const std::string& reason);
     void refuse(RelayFailure code);
     [[nodiscard]] std::size_t longestFrame() const;
     [[nodiscard]] Vitals::Signs signs();
     void ping();
     void readingEnded();
     void abort();
-    void log(std::string_view event) const;
+    void log(const std::string& event);
 
     std::shared_ptr<RelayState> state_;
-    ConnectionSlot slot_;
+    Places::Place place_;
     boost::beast::websocket::stream<PeerStream, false> socket_;
     Login login_;
     Vitals vitals_;

@@ -35,6 +35,12 @@ tcp::endpoint endpoint(std::uint16_t port) {
     return {asio::ip::address_v4::loopback(), port};
 }
 
+void connect(tcp::socket& socket, std::uint16_t port, const std::string& from) {
+    socket.open(tcp::v4());
+    socket.bind({asio::ip::make_address(from), 0});
+    socket.connect(endpoint(port));
+}
+
 template <class Stream> HttpAnswer ask(Stream& stream, std::string_view path, std::string_view body) {
     http::request<http::string_body> request{http::verb::post, path, 11};
     request.set(http::field::host, "localhost");
@@ -52,14 +58,15 @@ template <class Stream> HttpAnswer ask(Stream& stream, std::string_view path, st
 
 } // namespace
 
-HttpAnswer post(std::uint16_t port, std::string_view path, std::string_view body, bool usesTls) {
+HttpAnswer post(std::uint16_t port, std::string_view path, std::string_view body, bool usesTls,
+                const std::string& from) {
     if (!usesTls) {
         tcp::socket socket{context()};
-        socket.connect(endpoint(port));
+        connect(socket, port, from);
         return ask(socket, path, body);
     }
     asio::ssl::stream<tcp::socket> stream{context(), tlsContext()};
-    stream.next_layer().connect(endpoint(port));
+    connect(stream.next_layer(), port, from);
     stream.handshake(asio::ssl::stream_base::client);
     return ask(stream, path, body);
 }
@@ -116,6 +123,17 @@ TestPair pairAt(std::uint16_t port) {
     return pair;
 }
 
+PairStore storeOf(const std::vector<TestPair>& pairs, Date tokenEnd) {
+    auto store = PairStore::open(":memory:").value();
+    for (const auto& pair : pairs) {
+        const Member mac{pair.mac.deviceID(), pair.mac.signingKey(), DeviceRole::mac};
+        const Member phone{pair.phone.deviceID(), pair.phone.signingKey(), DeviceRole::phone};
+        EXPECT_TRUE(store.create(pair.id, mac, sha256(asBytes(pair.id.rawValue)), tokenEnd));
+        EXPECT_TRUE(store.join(pair.id, phone).value());
+    }
+    return store;
+}
+
 struct DeviceSocket::Connection {
     virtual ~Connection() = default;
     virtual beast::error_code write(std::string_view frame) = 0;
@@ -127,8 +145,9 @@ struct DeviceSocket::Connection {
 
 template <class Stream> struct DeviceSocket::Over final : Connection {
     template <class... Argument>
-    explicit Over(std::uint16_t port, std::string_view target, Argument&... argument) : socket(argument...) {
-        beast::get_lowest_layer(socket).connect(endpoint(port));
+    Over(std::uint16_t port, std::string_view target, const std::string& from, Argument&... argument)
+        : socket(argument...) {
+        connect(beast::get_lowest_layer(socket), port, from);
         if constexpr (!std::same_as<Stream, tcp::socket>)
             socket.next_layer().handshake(asio::ssl::stream_base::client);
         socket.read_message_max(0);
@@ -164,12 +183,13 @@ template <class Stream> struct DeviceSocket::Over final : Connection {
     beast::websocket::stream<Stream> socket;
 };
 
-DeviceSocket::DeviceSocket(std::uint16_t port, bool usesTls, std::string_view target) {
+DeviceSocket::DeviceSocket(std::uint16_t port, bool usesTls, std::string_view target,
+                           const std::string& from) {
     if (usesTls)
-        connection_ =
-            std::make_unique<Over<asio::ssl::stream<tcp::socket>>>(port, target, context(), tlsContext());
+        connection_ = std::make_unique<Over<asio::ssl::stream<tcp::socket>>>(port, target, from, context(),
+                                                                             tlsContext());
     else
-        connection_ = std::make_unique<Over<tcp::socket>>(port, target, context());
+        connection_ = std::make_unique<Over<tcp::socket>>(port, target, from, context());
 }
 
 DeviceSocket::~DeviceSocket() = default;

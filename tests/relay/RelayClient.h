@@ -1,5 +1,6 @@
 #pragma once
 
+#include "relay/PairStore.h"
 #include "tests/relay/TestPair.h"
 
 #include <cstdint>
@@ -7,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace morvex {
 
@@ -15,8 +17,12 @@ struct HttpAnswer {
     std::string body;
 };
 
+inline const std::string thisComputer = "127.0.0.1";
+
 /// One call on a connection of its own; waits for the answer.
-HttpAnswer post(std::uint16_t port, std::string_view path, std::string_view body, bool usesTls = false);
+/// `from` is one of this computer's addresses.
+HttpAnswer post(std::uint16_t port, std::string_view path, std::string_view body, bool usesTls = false,
+                const std::string& from = thisComputer);
 /// Sends the bytes as they are and reads until the relay closes.
 std::string exchange(std::uint16_t port, std::string_view bytes);
 
@@ -40,10 +46,14 @@ class RawSocket {
 /// Lets two new devices pair at the relay.
 TestPair pairAt(std::uint16_t port);
 
+/// A store that knows these pairs, whose tokens end then and were used at once.
+PairStore storeOf(const std::vector<TestPair>& pairs, Date tokenEnd);
+
 /// One WebSocket of a device. Every call waits; the relay's pings are answered while reading.
 class DeviceSocket {
   public:
-    explicit DeviceSocket(std::uint16_t port, bool usesTls = false, std::string_view target = "/v1/ws?v=1.4");
+    explicit DeviceSocket(std::uint16_t port, bool usesTls = false, std::string_view target = "/v1/ws?v=1.4",
+                          const std::string& from = thisComputer);
     ~DeviceSocket();
 
     void write(std::string_view frame);

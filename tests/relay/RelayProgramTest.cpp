@@ -162,8 +162,9 @@ TEST(RelayProgram, TakesAsManyConnectionsAsItIsTold) {
     Program program{{"--listen", "127.0.0.1:0", "--db", ":memory:", "--connections", "1"}};
     const auto port = portIn(program.line());
     {
+        const auto pair = pairAt(port);
         DeviceSocket socket{port};
-        EXPECT_TRUE(socket.read()) << "the challenge";
+        socket.logIn(pair, pair.mac, false);
         EXPECT_EQ(post(port, "/v1/pair/create", "{}").status, 0U) << "closed at once";
     }
     program.signal(SIGTERM);

@@ -354,8 +354,9 @@ TEST(RelayServer, ClosesConnectionsBeyondItsLimit) {
     auto limits = RunningRelay::quickLimits();
     limits.connections = 1;
     RunningRelay relay{limits};
+    const auto pair = pairAt(relay.port());
     DeviceSocket only{relay.port()};
-    only.read();
+    only.logIn(pair, pair.mac, false);
     EXPECT_EQ(exchange(relay.port(), request("GET /", "")), "");
 }
 

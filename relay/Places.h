@@ -1,0 +1,113 @@
+#pragma once
+
+#include "relay/Crowd.h"
+#include "relay/Origin.h"
+
+#include <array>
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <utility>
+
+namespace morvex {
+
+/// Who may have one of the relay's places. A connection enters as a guest, speaks, and rises by its login.
+/// Where places run out, those of the network that has the most go first, so that whoever takes many pushes
+/// out themself. Every call takes time in the logarithm of the places. No network here; one thread.
+class Places {
+  public:
+    using Moment = std::chrono::steady_clock::time_point;
+
+    enum class Standing {
+        guest,    ///< has not logged in
+        newPair,  ///< logged in for a pair that was made a short time ago, as anybody can
+        knownPair ///< logged in for any other pair
+    };
+
+    /// The most of each.
+    struct Bounds {
+        std::size_t all;
+        std::size_t guests;
+        std::size_t newPairs;
+        std::size_t loggedIn; ///< new and known pairs; the others are left to guests, who may be known ones
+        std::size_t site;     ///< of one site, whatever their standing
+        std::size_t network;
+        std::chrono::steady_clock::duration silence; ///< for the first byte of a guest
+
+        static Bounds of(std::size_t connections, std::chrono::steady_clock::duration silence);
+    };
+
+    /// One connection's place, which it gives back when it goes. It must not outlive the places.
+    class Place {
+      public:
+        Place(Places& places, Crowd::Number number, const Origin& origin)
+            : places_(&places), number_(number), origin_(origin) {}
+
+        Place(Place&& other) noexcept
+            : places_(std::exchange(other.places_, nullptr)),
+              number_(other.number_),
+              origin_(other.origin_) {}
+
+        Place& operator=(Place&&) = delete;
+        ~Place();
+
+        [[nodiscard]] const Origin& origin() const { return origin_; }
+
+        /// What ends the connection when its place is taken away. The place counts as free from then on.
+        void onEviction(std::function<void()> close);
+        /// The first byte has come.
+        void hasSpoken();
+        /// The connection has logged in. False when there is no place for it.
+        [[nodiscard]] bool rise(Standing standing);
+
+      private:
+        Places* places_;
+        Crowd::Number number_;
+        Origin origin_;
+    };
+
+    explicit Places(const Bounds& bounds) : bounds_(bounds) {}
+
+    Places(const Places&) = delete;
+    Places& operator=(const Places&) = delete;
+
+    /// Nothing when there is no place for another guest of this origin.
+    std::optional<Place> enter(const Origin& origin, Moment now);
+    /// Ends the guests that have said nothing for too long.
+    void endSilent(Moment now);
+
+    [[nodiscard]] std::size_t taken() const { return holders_.size(); }
+
+  private:
+    struct Holder {
+        Origin origin;
+        Standing standing = Standing::guest;
+        Moment since;
+        std::function<void()> close{};
+    };
+
+    Crowd& networksOf(Standing standing) { return networks_.at(static_cast<std::size_t>(standing)); }
+
+    bool makeRoomAround(const Origin& origin);
+    bool makeRoomForGuest();
+    bool makeRoomFor(Standing standing, const Prefix& network);
+    bool rise(Crowd::Number number, Standing standing);
+    /// False when there is nobody.
+    bool evictOldestGuest(const std::set<Crowd::Number>* guests);
+    void evict(Crowd::Number number);
+    void count(Crowd::Number number, const Holder& holder);
+    void remove(std::map<Crowd::Number, Holder>::iterator holder);
+
+    const Bounds bounds_;
+    Crowd::Number last_ = 0;
+    std::map<Crowd::Number, Holder> holders_;
+    std::set<Crowd::Number> silent_; ///< guests that have not spoken
+    std::array<Crowd, 3> networks_;  ///< by standing
+    Crowd guestsBySite_;
+    Crowd sites_; ///< everybody
+};
+
+} // namespace morvex
