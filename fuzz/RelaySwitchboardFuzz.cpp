@@ -17,7 +17,7 @@ namespace {
 /// A longer game says nothing that a short one does not say, and takes its time.
 constexpr int mostMoves = 32;
 
-constexpr Switchboard::Bounds bounds{.frame = 4096, .waiting = 2000, .heldInAll = 6000};
+constexpr Switchboard::Bounds bounds{.frame = 4096, .waiting = 2000, .heldInAll = 3000};
 
 const DeviceID macID{"MAC"};
 const DeviceID phoneID{"PHONE"};
@@ -97,7 +97,7 @@ class Game {
         case 3:
             return drain(line);
         case 4:
-            return board_.relieve();
+            return weigh(line);
         case 5:
             return move > 48 ? board_.revoke(pairID) : receive(line, "nonsense");
         }
@@ -119,6 +119,19 @@ class Game {
         if (line.isConnected)
             vyzaduj(growing(line).bytes <= bounds.waiting, "a line over the bound stops the reading");
         board_.receive(line, std::move(frame));
+        expectLittleHeld();
+    }
+
+    void weigh(CheckingLine& line) {
+        board_.weigh(line);
+        expectLittleHeld();
+    }
+
+    void expectLittleHeld() const {
+        std::size_t held = 0;
+        for (const auto& line : lines_)
+            if (line.isConnected && !line.isEnded) held += line.bytes;
+        vyzaduj(held <= bounds.heldInAll, "all lines hold more than they may together");
     }
 
     /// The line whose queue grows by what this one says: the peer's, or its own when it is alone.

@@ -10,6 +10,7 @@ namespace morvex {
 struct Ending {
     std::string lastFrame;
     std::uint16_t closeCode = 1000;
+    bool freesMemory = false; ///< what it holds is needed at once, if need be without a closing handshake
 };
 
 /// One socket of a logged-in device, as the switchboard sees it. None of these calls back into the

@@ -134,7 +134,6 @@ void RelayServer::tick(Moment now) {
         if (const auto socket = one.lock()) socket->tick(now);
     state_->places.endSilent(now);
     state_->events.tick(now);
-    state_->switchboard.relieve();
     if (now >= nextSweep_) sweep(now);
     const bool isStopped = stoppingSince_ && state_->places.taken() == 0;
     const bool isOverdue = stoppingSince_ && now - *stoppingSince_ > state_->limits.closing;

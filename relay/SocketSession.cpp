@@ -76,6 +76,7 @@ asio::awaitable<void> SocketSession::readFrames(Session self, Request upgrade) {
 asio::awaitable<bool> SocketSession::readFrame() {
     do {
         auto [error, count] = co_await socket_.async_read_some(incoming_, readStep, asTuple);
+        state_->switchboard.weigh(*this);
         if (error || ending_ || !isBearable()) co_return false;
     } while (!socket_.is_message_done());
     co_return true;
@@ -242,6 +243,7 @@ void SocketSession::end(Ending ending) {
     if (ending_) return;
     outgoing_.clear();
     waiting_ = onTheWay_.size();
+    if (ending.freesMemory && held() > keptBuffer) abort();
     if (!ending.lastFrame.empty()) deliver(std::move(ending.lastFrame));
     ending_ = std::move(ending);
     mayRead_.wake();

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace morvex {
 
@@ -31,20 +30,22 @@ void Switchboard::connect(Line& line, Seat seat) {
     auto own = std::ranges::find_if(
         places, [&](const Place& place) { return place.line && place.seat.device == seat.device; });
     if (own != places.end()) {
-        pairOf_.erase(own->line);
+        forget(*own->line);
         own->line->end({{}, normalClosure});
     } else {
         own = std::ranges::find(places, nullptr, &Place::line);
     }
     vyzaduj(own != places.end(), "a pair has a third device");
-    pairOf_[&line] = seat.pair;
+    connected_[&line] = {seat.pair};
     *own = {std::move(seat), &line, false};
 
     auto* peer = peerOf(*own);
     line.deliver(encode(RelayMessage{RelayMessage::Authenticated{peer != nullptr}}));
+    weighOnly(line);
     if (!peer) return;
     peer->seat.peer = own->seat.device;
     peer->line->deliver(presenceFrame(true));
+    weighOnly(*peer->line);
     balance(*own);
     balance(*peer);
 }
@@ -61,21 +62,25 @@ void Switchboard::receive(Line& line, std::string frame) {
     if (!forwarded || !isAddressedRight(forwarded->envelope, place->seat))
         return refuse(line, RelayFailure::malformed);
     forward(*place, std::move(frame));
+    relieve();
 }
 
 void Switchboard::forward(Place& from, std::string frame) {
     if (auto* peer = peerOf(from)) {
         peer->line->deliver(std::move(frame));
+        weighOnly(*peer->line);
         balance(*peer);
     } else {
         from.line->deliver(failureFrame(RelayFailure::peerOffline));
     }
+    weighOnly(*from.line);
     balance(from);
 }
 
 void Switchboard::drained(Line& line) {
     auto* place = placeOf(line);
     if (!place) return;
+    weighOnly(line);
     balance(*place);
     if (auto* peer = peerOf(*place)) balance(*peer);
 }
@@ -92,32 +97,52 @@ void Switchboard::revoke(const PairID& pair) {
     if (found == pairs_.end()) return;
     for (auto& place : found->second) {
         if (!place.line) continue;
-        pairOf_.erase(place.line);
+        forget(*place.line);
         place.line->end(refusalEnding(RelayFailure::revoked));
     }
     pairs_.erase(found);
 }
 
+void Switchboard::weigh(Line& line) {
+    weighOnly(line);
+    relieve();
+}
+
+void Switchboard::weighOnly(Line& line) {
+    const auto found = connected_.find(&line);
+    if (found == connected_.end()) return;
+    auto& held = found->second.held;
+    heldInAll_ -= held;
+    held = line.held();
+    heldInAll_ += held;
+}
+
 void Switchboard::relieve() {
-    std::vector<std::pair<std::size_t, Line*>> lines;
-    std::size_t all = 0;
-    for (const auto& [line, pair] : pairOf_) {
-        lines.emplace_back(line->held(), line);
-        all += line->held();
-    }
-    std::ranges::sort(lines, std::greater{}, &std::pair<std::size_t, Line*>::first);
-    for (const auto& [held, line] : lines) {
-        if (all <= bounds_.heldInAll) return;
-        all -= held;
-        line->end({{}, tryAgainLater});
-        disconnect(*line);
+    while (heldInAll_ > bounds_.heldInAll) {
+        auto& line = *std::ranges::max_element(connected_, {}, [](const auto& entry) {
+                          return entry.second.held;
+                      })->first;
+        line.end({.lastFrame = {}, .closeCode = tryAgainLater, .freesMemory = true});
+        disconnect(line);
     }
 }
 
+void Switchboard::forget(Line& line) {
+    const auto found = connected_.find(&line);
+    heldInAll_ -= found->second.held;
+    connected_.erase(found);
+}
+
+std::vector<PairID> Switchboard::connectedPairs() const {
+    std::vector<PairID> pairs;
+    for (const auto& [pair, places] : pairs_) pairs.push_back(pair);
+    return pairs;
+}
+
 Switchboard::Place* Switchboard::placeOf(Line& line) {
-    const auto pair = pairOf_.find(&line);
-    if (pair == pairOf_.end()) return nullptr;
-    auto& places = pairs_.at(pair->second);
+    const auto found = connected_.find(&line);
+    if (found == connected_.end()) return nullptr;
+    auto& places = pairs_.at(found->second.pair);
     return &*std::ranges::find(places, &line, &Place::line);
 }
 
@@ -129,10 +154,11 @@ Switchboard::Place* Switchboard::peerOf(const Place& place) {
 
 void Switchboard::remove(Place& place) {
     auto* peer = peerOf(place);
-    pairOf_.erase(place.line);
+    forget(*place.line);
     if (peer) {
         place.line = nullptr;
         peer->line->deliver(presenceFrame(false));
+        weighOnly(*peer->line);
         balance(*peer);
     } else {
         pairs_.erase(PairID{place.seat.pair});

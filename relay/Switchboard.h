@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 namespace morvex {
 
@@ -35,12 +36,15 @@ class Switchboard {
     void receive(Line& line, std::string frame);
     /// Some of what waited has left.
     void drained(Line& line);
+    /// The line may hold more or less than before. Where all lines together hold too much, the greediest ones
+    /// are ended, which may be this one.
+    void weigh(Line& line);
     /// The line has done what ends it: it hears why, and its peer that it is gone.
     void refuse(Line& line, RelayFailure code);
     /// Both devices hear that the pair is no more.
     void revoke(const PairID& pair);
-    /// Ends the greediest lines until all together hold what they may.
-    void relieve();
+    /// The pairs of which a device is connected.
+    [[nodiscard]] std::vector<PairID> connectedPairs() const;
 
   private:
     struct Place {
@@ -49,9 +53,17 @@ class Switchboard {
         bool isPaused = false;
     };
 
+    struct Connected {
+        PairID pair;
+        std::size_t held = 0; ///< when it was weighed
+    };
+
     Place* placeOf(Line& line);
     Place* peerOf(const Place& place);
     void remove(Place& place);
+    void forget(Line& line);
+    void weighOnly(Line& line);
+    void relieve();
     void forward(Place& from, std::string frame);
     /// Lets the line be read, or not, by what waits on account of it.
     void balance(Place& place);
@@ -60,7 +72,8 @@ class Switchboard {
     Bounds bounds_;
     /// A place without a line is free.
     std::unordered_map<PairID, std::array<Place, 2>> pairs_;
-    std::unordered_map<Line*, PairID> pairOf_;
+    std::unordered_map<Line*, Connected> connected_;
+    std::size_t heldInAll_ = 0;
 };
 
 } // namespace morvex

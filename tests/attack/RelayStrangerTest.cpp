@@ -216,4 +216,35 @@ TEST_F(RelayStranger, CreationsFromAWholeProvidersNetworkAreLimited) {
              std::to_string(defaults.callsPerMinute) + " of another network");
 }
 
+TEST_F(RelayStranger, UnfinishedFramesStayWithinTheMemoryOfAll) {
+    auto small = RunningRelay::quickLimits();
+    small.heldInAll = 24 * mebibyte;
+    // What is counted only now and then would not be counted at all.
+    small.tick = std::chrono::hours{1};
+    const auto count = cases(60, 300);
+    const auto own = namedPairs(count, "OWN");
+    auto store = storeOf(own, today());
+    RunningRelay relay{small, std::move(store)};
+    const std::string unfinished(3 * mebibyte, ' ');
+    MemoryMeter memory;
+    std::deque<StrangerSocket> sockets;
+    for (std::size_t index = 0; index < count; ++index) {
+        auto& socket = sockets.emplace_back(relay.port(), "127.0.0.1");
+        socket.logIn(own[index], own[index].mac);
+        socket.sayUnfinished(unfinished);
+    }
+    // Once this pair has spoken, what came before has been read.
+    DeviceSocket mac{relay.port()};
+    mac.logIn(own[0], own[0].mac, false);
+    mac.write(own[0].fromMac());
+    EXPECT_TRUE(mac.read());
+    const auto growth = memory.peakGrowthInMebibytes();
+    if (growth) {
+        EXPECT_LT(*growth, 64) << "MiB";
+    }
+    tell("Unfinished frames of 3 MiB, 24 MiB allowed", count,
+         growth ? std::to_string(static_cast<int>(*growth)) + " MiB more at the peak"
+                : "memory not measured");
+}
+
 } // namespace morvex

@@ -261,11 +261,36 @@ TEST_F(SwitchboardTest, TheGreediestLineGoesWhenAllHoldTooMuch) {
     connectBoth();
     mac.bytes = 40'000;
     phone.bytes = 60'000;
-    board.relieve();
+    board.weigh(mac);
+    board.weigh(phone);
     EXPECT_FALSE(phone.ending);
     phone.bytes = 60'001;
-    board.relieve();
-    EXPECT_TRUE(phone.ending);
+    board.weigh(phone);
+    ASSERT_TRUE(phone.ending);
+    EXPECT_EQ(phone.ending->closeCode, 1013);
+    EXPECT_TRUE(phone.ending->freesMemory);
     EXPECT_FALSE(mac.ending);
     EXPECT_EQ(mac.take(), Frames{offline});
+}
+
+TEST_F(SwitchboardTest, FramesThatPassAreCountedAsTheyCome) {
+    Switchboard small{{.frame = 1 << 20, .waiting = 1 << 20, .heldInAll = 5000}};
+    small.connect(mac, seatOf(pair.mac, pair.phone));
+    small.connect(phone, seatOf(pair.phone, pair.mac));
+    const auto frame = pair.frame(pair.mac, pair.phone, 1, 1000);
+    while (!phone.ending && phone.bytes < 10'000) small.receive(mac, frame);
+    EXPECT_TRUE(phone.ending);
+    EXPECT_LE(phone.bytes, 5000 + frame.size());
+    EXPECT_FALSE(mac.ending);
+    for (int count = 0; count < 3; ++count) small.receive(mac, pair.fromMac());
+    EXPECT_FALSE(mac.ending) << "what the other held is no longer counted";
+}
+
+TEST_F(SwitchboardTest, TellsWhichPairsAreConnected) {
+    EXPECT_TRUE(board.connectedPairs().empty());
+    connectBoth();
+    EXPECT_EQ(board.connectedPairs(), std::vector{pair.id});
+    board.disconnect(mac);
+    board.disconnect(phone);
+    EXPECT_TRUE(board.connectedPairs().empty());
 }
