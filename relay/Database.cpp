@@ -83,6 +83,10 @@ Result<void> Database::execute(const std::string& sql) {
     return {};
 }
 
+void Database::interrupt() {
+    sqlite3_interrupt(database_.get());
+}
+
 std::int64_t Database::changedRows() const {
     return sqlite3_changes64(database_.get());
 }

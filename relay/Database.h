@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <unordered_map>
 #include <utility>
 
@@ -62,6 +63,21 @@ class Database {
 
     /// Any number of statements without values, not kept.
     [[nodiscard]] Result<void> execute(const std::string& sql);
+
+    /// Carries out `work`, which gives a `Result`, as a whole or not at all.
+    template <class Work> auto transaction(const Work& work) -> decltype(work()) {
+        CHECK(execute("BEGIN IMMEDIATE"));
+        auto done = work();
+        if (done) {
+            if (const auto committed = execute("COMMIT"); !committed)
+                done = std::unexpected(committed.error());
+        }
+        if (!done) std::ignore = execute("ROLLBACK");
+        return done;
+    }
+
+    /// From any thread: what is being carried out fails.
+    void interrupt();
 
   private:
     struct Close {

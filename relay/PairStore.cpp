@@ -1,59 +1,39 @@
 #include "relay/PairStore.h"
 
+#include "relay/PairSchema.h"
 #include "shared/base/Try.h"
 
 #include <algorithm>
 #include <chrono>
 #include <string>
-#include <string_view>
-#include <tuple>
+#include <utility>
 
 namespace morvex {
 
 namespace {
 
-/// Marks the file as a relay's, so that no other database is written into by mistake.
-constexpr std::int64_t applicationID = 0x4D565852;
-constexpr std::int64_t schemaVersion = 1;
-constexpr std::chrono::hours sweepDelay{1};
+constexpr std::chrono::hours tokenMemory{1};
+constexpr std::chrono::days untilFirstLogin{2};
+constexpr std::chrono::days unused{180};
+constexpr std::chrono::days betweenWrites{1};
 
-const std::string schema =
-    "BEGIN IMMEDIATE;"
-    "CREATE TABLE pairs (id TEXT PRIMARY KEY, tokenHash BLOB UNIQUE, expiresAt INTEGER NOT NULL,"
-    " revokedAt INTEGER) STRICT, WITHOUT ROWID;"
-    "CREATE TABLE members (pair TEXT NOT NULL REFERENCES pairs (id) ON DELETE CASCADE, role TEXT NOT NULL,"
-    " device TEXT NOT NULL, key BLOB NOT NULL, PRIMARY KEY (pair, role), UNIQUE (pair, device))"
-    " STRICT, WITHOUT ROWID;"
-    "PRAGMA application_id = " +
-    std::to_string(applicationID) + ";PRAGMA user_version = " + std::to_string(schemaVersion) + ";COMMIT;";
+/// Unused pages that are kept for what comes next, and up to which size of what is in use a file of an
+/// earlier version is written anew once, so that its unused pages can be given back.
+constexpr std::int64_t sparePages = 256;
+constexpr std::int64_t quicklyCopied = 64 * 1024 * 1024;
 
-Result<std::int64_t> number(Database& database, std::string_view sql) {
-    TRY(auto, rows, database.rows(sql));
-    TRY(const bool, found, rows.next());
-    return found ? rows.integer(0) : 0;
-}
+/// Readers need not wait for a writer, nor a writer for readers.
+constexpr const char* settings =
+    "PRAGMA foreign_keys = ON; PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL;"
+    "PRAGMA journal_size_limit = 4194304";
 
-Result<void> checkWhole(Database& database) {
-    TRY(auto, rows, database.rows("PRAGMA quick_check(1)"));
-    TRY(const bool, found, rows.next());
-    if (!found || rows.text(0) != "ok") return fail(TextError{"it is damaged"});
-    return {};
-}
-
-Result<void> bringToSchema(Database& database) {
-    CHECK(checkWhole(database));
-    TRY(const auto, application, number(database, "PRAGMA application_id"));
-    TRY(const auto, version, number(database, "PRAGMA user_version"));
-    TRY(const auto, tables, number(database, "SELECT count(*) FROM sqlite_schema"));
-    if (tables == 0 && application == 0) return database.execute(schema);
-    if (application != applicationID) return fail(TextError{"it belongs to another program"});
-    if (version != schemaVersion) return fail(TextError{"it was written by another version of this program"});
-    return {};
+constexpr std::int64_t secondsIn(std::chrono::seconds time) {
+    return time.count();
 }
 
 Result<void> prepareFile(Database& database) {
     CHECK(bringToSchema(database));
-    return database.execute("PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL");
+    return database.execute(settings);
 }
 
 } // namespace
@@ -75,38 +55,42 @@ Result<PairStore> PairStore::open(const std::filesystem::path& file) {
     auto database = Database::open(file.string());
     if (!database) return refuse(database.error());
     if (auto prepared = prepareFile(*database); !prepared) return refuse(prepared.error());
-    return PairStore{std::move(*database)};
+    return PairStore{std::move(*database), file == ":memory:" ? std::filesystem::path{} : file};
 }
 
 Result<void> PairStore::create(const PairID& pair, const Member& creator, const Digest& tokenHash,
                                Date expiresAt) {
-    CHECK(database_.execute("BEGIN IMMEDIATE"));
-    auto inserted = insertPair(pair, creator, tokenHash, expiresAt);
-    if (inserted) inserted = database_.execute("COMMIT");
-    if (!inserted) std::ignore = database_.execute("ROLLBACK");
-    return inserted;
+    return database_.transaction([&] -> Result<void> {
+        CHECK(database_.change("INSERT INTO pairs (id, tokenHash, expiresAt, forgetAt) VALUES (?, ?, ?, ?)",
+                               pair.rawValue, ByteView{tokenHash}, wholeSeconds(expiresAt),
+                               wholeSeconds(expiresAt + tokenMemory)));
+        CHECK(insertMember(pair, creator));
+        return {};
+    });
 }
 
-Result<void> PairStore::insertPair(const PairID& pair, const Member& creator, const Digest& tokenHash,
-                                   Date expiresAt) {
-    CHECK(database_.change("INSERT INTO pairs (id, tokenHash, expiresAt) VALUES (?, ?, ?)", pair.rawValue,
-                           ByteView{tokenHash}, wholeSeconds(expiresAt)));
-    CHECK(join(pair, creator));
-    return {};
-}
-
-Result<bool> PairStore::join(const PairID& pair, const Member& second) {
+Result<bool> PairStore::insertMember(const PairID& pair, const Member& member) {
     // The keys of the table refuse a role or a device that the pair has already, also to another process.
     TRY(const auto, inserted,
         database_.change("INSERT OR IGNORE INTO members (pair, role, device, key) VALUES (?, ?, ?, ?)",
-                         pair.rawValue, rawValue(second.role), second.device.rawValue,
-                         ByteView{second.key.raw}));
+                         pair.rawValue, rawValue(member.role), member.device.rawValue,
+                         ByteView{member.key.raw}));
     return inserted == 1;
 }
 
+Result<bool> PairStore::join(const PairID& pair, const Member& second) {
+    return database_.transaction([&] -> Result<bool> {
+        TRY(const bool, isJoined, insertMember(pair, second));
+        if (!isJoined) return false;
+        CHECK(database_.change("UPDATE pairs SET forgetAt = expiresAt + ? WHERE id = ? AND revokedAt IS NULL",
+                               secondsIn(untilFirstLogin), pair.rawValue));
+        return true;
+    });
+}
+
 Result<void> PairStore::revoke(const PairID& pair, Date now) {
-    CHECK(database_.change("UPDATE pairs SET revokedAt = coalesce(revokedAt, ?) WHERE id = ?",
-                           wholeSeconds(now), pair.rawValue));
+    CHECK(database_.change("UPDATE pairs SET revokedAt = ?, forgetAt = ? WHERE id = ? AND revokedAt IS NULL",
+                           wholeSeconds(now), wholeSeconds(now + unused), pair.rawValue));
     return {};
 }
 
@@ -143,14 +127,58 @@ Result<std::vector<Member>> PairStore::members(const PairID& pair) {
     }
 }
 
-Result<void> PairStore::sweep(Date now) {
-    const auto limit = wholeSeconds(now - sweepDelay);
-    CHECK(database_.change("DELETE FROM pairs WHERE expiresAt < ? AND revokedAt IS NULL"
-                           " AND (SELECT count(*) FROM members WHERE pair = pairs.id) < 2",
-                           limit));
-    CHECK(database_.change("UPDATE pairs SET tokenHash = NULL WHERE expiresAt < ? AND tokenHash IS NOT NULL",
-                           limit));
-    return {};
+Result<void> PairStore::keep(std::span<const PairID> pairs, Date now) {
+    const auto end = now + unused;
+    return database_.transaction([&] -> Result<void> {
+        for (const auto& pair : pairs)
+            CHECK(database_.change("UPDATE pairs SET forgetAt = ? WHERE id = ? AND forgetAt < ?"
+                                   " AND revokedAt IS NULL"
+                                   " AND (SELECT count(*) FROM members WHERE pair = pairs.id) = 2",
+                                   wholeSeconds(end), pair.rawValue, wholeSeconds(end - betweenWrites)));
+        return {};
+    });
+}
+
+Result<std::int64_t> PairStore::giveEnds(Date now) {
+    return database_.change("UPDATE pairs SET forgetAt = CASE WHEN revokedAt IS NULL"
+                            " AND (SELECT count(*) FROM members WHERE pair = pairs.id) < 2"
+                            " THEN expiresAt + ? ELSE ? END"
+                            " WHERE id IN (SELECT id FROM pairs WHERE forgetAt IS NULL LIMIT ?)",
+                            secondsIn(tokenMemory), wholeSeconds(now + unused), rowsAtOnce);
+}
+
+Result<bool> PairStore::sweep(Date now) {
+    return database_.transaction([&] -> Result<bool> {
+        TRY(const auto, dated, giveEnds(now));
+        TRY(const auto, forgotten,
+            database_.change("DELETE FROM pairs WHERE id IN"
+                             " (SELECT id FROM pairs WHERE forgetAt < ? ORDER BY forgetAt LIMIT ?)",
+                             wholeSeconds(now), rowsAtOnce));
+        TRY(const auto, used,
+            database_.change("UPDATE pairs SET tokenHash = NULL WHERE id IN (SELECT id FROM pairs"
+                             " WHERE expiresAt < ? AND tokenHash IS NOT NULL ORDER BY expiresAt LIMIT ?)",
+                             wholeSeconds(now - tokenMemory), rowsAtOnce));
+        return std::max({dated, forgotten, used}) == rowsAtOnce;
+    });
+}
+
+Result<bool> PairStore::shrink() {
+    TRY(const auto, all, number(database_, "PRAGMA page_count"));
+    TRY(const auto, unusedPages, number(database_, "PRAGMA freelist_count"));
+    if (unusedPages <= sparePages) return false;
+    TRY(const auto, givesPagesBack, number(database_, "PRAGMA auto_vacuum"));
+    if (givesPagesBack != 0) {
+        CHECK(database_.execute("PRAGMA incremental_vacuum(" + std::to_string(pagesAtOnce) + ")"));
+        return true;
+    }
+    TRY(const auto, pageSize, number(database_, "PRAGMA page_size"));
+    if ((all - unusedPages) * pageSize > quicklyCopied) return false;
+    CHECK(database_.execute("PRAGMA auto_vacuum = INCREMENTAL; VACUUM"));
+    return false;
+}
+
+Result<void> PairStore::check() {
+    return checkWhole(database_);
 }
 
 } // namespace morvex

@@ -23,11 +23,17 @@ namespace {
 
 constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
 constexpr std::chrono::minutes sweepEvery{10};
+/// How often the pairs of long connections count as used.
+constexpr std::chrono::hours useEvery{6};
 constexpr std::chrono::milliseconds pauseAfterFailedAccept{100};
 /// While it stops, the relay looks often whether all connections have ended.
 constexpr std::chrono::milliseconds stoppingTick{10};
 
 using ErrorCode = boost::system::error_code;
+
+Date today() {
+    return std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
+}
 
 } // namespace
 
@@ -42,7 +48,22 @@ RelayServer::create(const RelayOptions& options, const RelayLimits& limits, Pair
         server->tls_.emplace(std::move(context));
     }
     CHECK(server->listen(options.host, options.port));
+    CHECK(server->startUpkeep());
     return server;
+}
+
+Result<void> RelayServer::startUpkeep() {
+    if (state_->store.file().empty()) {
+        state_->pairUsed = [state = state_.get()](const PairID& pair) {
+            std::ignore = state->store.keep({&pair, 1}, today());
+        };
+        return {};
+    }
+    TRY(auto, upkeep, StoreUpkeep::create(state_->store.file(), state_->log));
+    upkeep_ = std::move(upkeep);
+    state_->pairUsed = [keeper = upkeep_.get()](const PairID& pair) { keeper->used(pair); };
+    upkeep_->start();
+    return {};
 }
 
 Result<void> RelayServer::listen(const std::string& host, const std::string& port) {
@@ -134,17 +155,21 @@ void RelayServer::tick(Moment now) {
         if (const auto socket = one.lock()) socket->tick(now);
     state_->places.endSilent(now);
     state_->events.tick(now);
-    if (now >= nextSweep_) sweep(now);
+    lookAfterStore(now);
     const bool isStopped = stoppingSince_ && state_->places.taken() == 0;
     const bool isOverdue = stoppingSince_ && now - *stoppingSince_ > state_->limits.closing;
     if (isStopped || isOverdue) context_.stop();
 }
 
-void RelayServer::sweep(Moment now) {
-    nextSweep_ = now + sweepEvery;
-    const auto date = std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
-    if (auto swept = state_->store.sweep(date); !swept)
-        state_->log("sweeping failed: " + swept.error().popis());
+void RelayServer::lookAfterStore(Moment now) {
+    if (now >= nextUse_) {
+        nextUse_ = now + useEvery;
+        for (const auto& pair : state_->switchboard.connectedPairs()) state_->pairUsed(pair);
+    }
+    if (upkeep_ || now < nextSweep_) return;
+    const auto swept = state_->store.sweep(today());
+    if (!swept) state_->log("sweeping failed: " + swept.error().popis());
+    if (!swept || !*swept) nextSweep_ = now + sweepEvery;
 }
 
 void RelayServer::startStopping() {

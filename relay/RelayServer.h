@@ -2,6 +2,7 @@
 
 #include "relay/RelayOptions.h"
 #include "relay/RelayState.h"
+#include "relay/StoreUpkeep.h"
 
 #include <boost/asio/awaitable.hpp>
 #include <boost/asio/io_context.hpp>
@@ -50,7 +51,9 @@ class RelayServer {
     void serve(Tcp::socket socket);
     boost::asio::awaitable<void> watch();
     void tick(Moment now);
-    void sweep(Moment now);
+    void lookAfterStore(Moment now);
+    /// Wires the store to who looks after it, which is this thread for one without a file.
+    Result<void> startUpkeep();
     void startStopping();
 
     boost::asio::io_context context_{1};
@@ -59,7 +62,10 @@ class RelayServer {
     boost::asio::signal_set signals_{context_};
     boost::asio::steady_timer tickTimer_{context_};
     std::shared_ptr<RelayState> state_;
+    /// Nothing for a store without a file.
+    std::unique_ptr<StoreUpkeep> upkeep_;
     Moment nextSweep_;
+    Moment nextUse_;
     std::optional<Moment> stoppingSince_;
 };
 

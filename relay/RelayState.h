@@ -9,6 +9,7 @@
 #include "relay/RelayLog.h"
 #include "relay/Switchboard.h"
 
+#include <functional>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -34,6 +35,8 @@ struct RelayState {
     OriginLimit loginLimit{limits.loginsPerMinute, std::chrono::minutes{1}};
     RelayLog log;             ///< of the relay itself
     EventLog events{log, {}}; ///< of what others cause
+    /// Hears of a pair that is in use.
+    std::function<void(const PairID&)> pairUsed = [](const PairID&) {};
     /// The WebSockets that are to be looked after. Dead ones are taken out at the next tick.
     std::vector<std::weak_ptr<SocketSession>> sockets;
 };

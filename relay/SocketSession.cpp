@@ -152,6 +152,7 @@ void SocketSession::sitDown(const Seat& seat) {
     isLoggedIn_ = true;
     log("logged in");
     state_->switchboard.connect(*this, seat);
+    state_->pairUsed(seat.pair);
 }
 
 void SocketSession::loginFailed(std::size_t cost) {

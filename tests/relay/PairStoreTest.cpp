@@ -139,7 +139,7 @@ TEST(PairStore, RefusesTheDatabaseOfAnotherProgram) {
 TEST(PairStore, RefusesTheSchemaOfAnotherVersion) {
     StoredFile file;
     file.fill();
-    execute(file.path, "PRAGMA user_version = 2");
+    execute(file.path, "PRAGMA user_version = 3");
     EXPECT_THAT(file.refusal(), testing::EndsWith("it was written by another version of this program"));
 }
 

@@ -26,7 +26,7 @@ PairStore storeOf(const DeviceIdentity& mac, const DeviceIdentity& phone) {
     auto store = PairStore::open(":memory:").value();
     const Member creator{mac.deviceID(), mac.signingKey(), DeviceRole::mac};
     const Member second{phone.deviceID(), phone.signingKey(), DeviceRole::phone};
-    vyzaduj(store.create(pair, creator, {}, dateFromSeconds(1'800'000'000)) && store.join(pair, second),
+    vyzaduj(store.create(pair, creator, {}, dateFromSeconds(4'000'000'000)) && store.join(pair, second),
             "the pair cannot be kept");
     return store;
 }
