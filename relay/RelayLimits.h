@@ -35,7 +35,7 @@ struct RelayLimits {
 
     Time firstByte{std::chrono::seconds{3}};  ///< for a new connection to say anything
     Time handshake{std::chrono::seconds{5}};  ///< for the TLS handshake
-    Time request{std::chrono::seconds{10}};   ///< for a whole HTTP request, the TLS handshake included
+    Time request{std::chrono::seconds{10}};   ///< for a whole HTTP request behind that
     Time login{std::chrono::seconds{10}};     ///< from the challenge to the accepted login
     Time pingAfter{std::chrono::seconds{30}}; ///< of silence
     Time silence{std::chrono::seconds{90}};   ///< after which a device counts as gone
