@@ -25,7 +25,7 @@ PhoneTasks PhoneTasks::load(const std::filesystem::path& folder, std::size_t lon
     PhoneTasks tasks({folder / "tasks.json", longestFile});
     auto bytes = tasks.file_.read();
     if (!bytes || !*bytes) return tasks;
-    if (auto items = decode<std::vector<WorkItem>>(**bytes, longestFile))
+    if (auto items = decode<std::vector<WorkItem>>(**bytes, fileLimits(longestFile, (*bytes)->size())))
         tasks.items_ = *std::move(items);
     else
         tasks.file_.markDamaged();

@@ -41,7 +41,7 @@ std::string Login::challenge() const {
 }
 
 Result<LoginAnswer> Login::answer(PairStore& store, std::string_view frame) const {
-    const auto message = decode<RelayMessage>(frame);
+    const auto message = decode<RelayMessage>(frame, messageLimits);
     if (!message) return RelayFailure::malformed;
     if (message->as<RelayMessage::Forward>()) return RelayFailure::notAuthenticated;
     const auto* given = message->as<RelayMessage::Authenticate>();

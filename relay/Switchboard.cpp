@@ -57,7 +57,7 @@ void Switchboard::disconnect(Line& line) {
 void Switchboard::receive(Line& line, std::string frame) {
     auto* place = placeOf(line);
     if (!place) return;
-    const auto message = decode<RelayMessage>(frame, bounds_.frame);
+    const auto message = decode<RelayMessage>(frame, {bounds_.frame, messageLimits.values});
     const auto* forwarded = message ? message->as<RelayMessage::Forward>() : nullptr;
     if (!forwarded || !isAddressedRight(forwarded->envelope, place->seat))
         return refuse(line, RelayFailure::malformed);

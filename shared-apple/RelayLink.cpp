@@ -35,7 +35,7 @@ Task<Result<RelayMessage>> receive(std::shared_ptr<WebSocket> socket, std::stop_
     CO_TRY(auto, frame, co_await socket->receive());
     if (stop.stop_requested()) co_return fail(TalkSpanError{TalkSpanError::Cancelled{}});
     if (frame.kind == WebSocketFrame::Kind::other) co_return fail(TextError{"Neznámý druh rámce."});
-    co_return decode<RelayMessage>(frame.data);
+    co_return decode<RelayMessage>(frame.data, messageLimits);
 }
 
 /// The nonce is signed as it is. One that begins like a text that this key signs elsewhere would give the

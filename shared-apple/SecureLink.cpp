@@ -144,7 +144,7 @@ Task<void> SecureLink::sendHello() {
 
 void SecureLink::acceptHello(const Envelope& envelope) {
     if (!mujEfemerni_) return;
-    auto hello = decode<SessionHello>(envelope.ciphertext);
+    auto hello = decode<SessionHello>(envelope.ciphertext, messageLimits);
     if (!hello) return tellError("Protějšek poslal představení, kterému nerozumím.");
     if (!checkSessionHello(*hello, protejsek_.pairID, protejsek_.podpisovyKlic)) {
         kanal_.reset();
@@ -181,7 +181,7 @@ void SecureLink::openMessage(const Envelope& envelope) {
         if (refused && refused->duvod == SecureChannel::Chyba::Duvod::prehrani) return;
         return tellError("Zprávu nejde ověřit: " + plaintext.error().popis());
     }
-    auto payload = decode<MacPayload>(*plaintext);
+    auto payload = decode<MacPayload>(*plaintext, messageLimits);
     if (!payload) return tellError("Zprávu nejde ověřit: " + payload.error().popis());
     udalosti_.push(Zprava{*std::move(payload), envelope.requestID},
                    weightOfEvent + plaintext->size() + envelope.requestID.size());

@@ -125,10 +125,9 @@ std::vector<std::string> ClaudeCodeAdapter::argumenty(std::string instrukce, std
 }
 
 std::optional<ZpravaAgenta> ClaudeCodeAdapter::precti(std::string_view radek) const {
-    JsonDocument document;
-    const auto root = document.parse(radek, jsonSizeLimit);
-    if (!root || !(*root)->is_object()) return std::nullopt;
-    auto zprava = read((*root)->get_object());
+    const auto root = parseDocument(radek);
+    if (!root || !root->is_object()) return std::nullopt;
+    auto zprava = read(root->get_object());
     return zprava == ZpravaAgenta{} ? std::nullopt : std::optional(std::move(zprava));
 }
 

@@ -103,10 +103,9 @@ std::vector<std::string> CodexAdapter::argumenty(std::string instrukce, std::str
 }
 
 std::optional<ZpravaAgenta> CodexAdapter::precti(std::string_view radek) const {
-    JsonDocument document;
-    const auto root = document.parse(radek, jsonSizeLimit);
-    if (!root || !(*root)->is_object()) return std::nullopt;
-    auto zprava = read(unwrap((*root)->get_object()));
+    const auto root = parseDocument(radek);
+    if (!root || !root->is_object()) return std::nullopt;
+    auto zprava = read(unwrap(root->get_object()));
     return zprava == ZpravaAgenta{} ? std::nullopt : std::optional(std::move(zprava));
 }
 

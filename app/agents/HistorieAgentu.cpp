@@ -90,7 +90,7 @@ std::unique_ptr<HistorieAgentu> HistorieAgentu::create(const std::filesystem::pa
 void HistorieAgentu::nacti() {
     auto bytes = soubor_.read();
     if (bytes && !*bytes) return;
-    auto ukoly = bytes ? decode<std::vector<UkolAgenta>>(**bytes, fileLimit)
+    auto ukoly = bytes ? decode<std::vector<UkolAgenta>>(**bytes, fileLimits(fileLimit, (*bytes)->size()))
                        : Result<std::vector<UkolAgenta>>(fail(bytes.error()));
     if (!ukoly) {
         if (bytes) soubor_.markDamaged();
@@ -343,7 +343,8 @@ void HistorieAgentu::ulozit() {
 
 SaveQueue::Save HistorieAgentu::zacniUkladat() {
     return {.write = [this, polozky = polozky_]() -> Result<void> {
-        TRY(auto, json, parseJson(encode(polozky), fileLimit));
+        const auto text = encode(polozky);
+        TRY(auto, json, parseJson(text, fileLimits(fileLimit, text.size())));
         return soubor_.save(asBytes(prettyJson(json.as_array())));
     }};
 }

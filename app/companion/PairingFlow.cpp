@@ -70,7 +70,7 @@ Task<void> PairingFlow::listen(std::shared_ptr<RelayLink> link, std::string rela
 }
 
 void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL) {
-    auto hello = decode<PairingHello>(envelope.ciphertext);
+    auto hello = decode<PairingHello>(envelope.ciphertext, messageLimits);
     if (!hello) return selhat("Telefon poslal nekompatibilní párovací zprávu: " + hello.error().popis());
     if (!Parovani::checkHello(*hello, envelope.pair))
         return selhat("Představení telefonu má neplatný podpis. Nic jsem neuložil.");

@@ -22,7 +22,7 @@ concept Ignored = OneOf<Case, MacPayload::Status, MacPayload::ToolProgress, MacP
 
 /// Arguments that do not parse count as an empty object: the tool then says what is missing.
 boost::json::object argumentsOf(const std::string& json) {
-    auto parsed = parseJson(json);
+    auto parsed = parseJson(json, messageLimits);
     if (!parsed || !parsed->is_object()) return {};
     return std::move(parsed->as_object());
 }

@@ -27,7 +27,7 @@ template <class Archive> class RecordFile {
     Archive load() {
         auto bytes = file_.read();
         if (!bytes || !*bytes) return {};
-        auto archive = decode<Archive>(**bytes, sizeLimit);
+        auto archive = decode<Archive>(**bytes, fileLimits(sizeLimit, (*bytes)->size()));
         if (archive && archive->schemaVersion == Archive{}.schemaVersion) return *std::move(archive);
         file_.markDamaged();
         return {};
@@ -38,7 +38,8 @@ template <class Archive> class RecordFile {
     Result<void> save(const Archive& archive) {
         const auto json = encode(archive);
         if (json.size() > sizeLimit) return fail(SystemError{EFBIG});
-        if (auto readable = checkReadable(json, sizeLimit); !readable) return readable;
+        if (auto readable = checkReadable(json, fileLimits(sizeLimit, json.size())); !readable)
+            return readable;
         return file_.save(asBytes(json));
     }
 

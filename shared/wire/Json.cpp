@@ -33,12 +33,10 @@ std::string encode(const boost::json::object& object) {
     return out;
 }
 
-Result<boost::json::value> parseJson(std::string_view json, std::size_t limit) {
-    JsonDocument document;
-    TRY(const auto*, root, document.parse(json, limit));
-    if (!isFinite(*root)) return fail(DecodeError{DecodeError::Reason::outOfRange, {}, {}});
-    // A plain copy would stay in the document's memory, which ends here.
-    return boost::json::value(*root, boost::json::storage_ptr{});
+Result<boost::json::value> parseJson(std::string_view json, JsonLimits limits) {
+    TRY(auto, root, parseDocument(json, limits));
+    if (!isFinite(root)) return fail(DecodeError{DecodeError::Reason::outOfRange, {}, {}});
+    return root;
 }
 
 void writeJson(std::string& out, const Bytes& bytes) {

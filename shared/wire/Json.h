@@ -29,25 +29,24 @@ std::string encode(const boost::json::object& object);
 
 /// Reads exactly one record; unknown keys are ignored, `null` is the same as a missing key. Fails with a
 /// `DecodeError`, for a version that cannot be read with `TalkSpanError::ProtocolMismatch`, for a key with a
-/// `KryptoChyba`. Memory is bounded as `JsonDocument` says, and the record itself takes at most twice as much
-/// again.
-template <class T> Result<T> decode(std::string_view json, std::size_t limit = jsonSizeLimit) {
-    JsonDocument document;
-    const auto root = document.parse(json, limit);
+/// `KryptoChyba`. Memory is bounded as `parseDocument` says, and the record itself takes at most twice as
+/// much again.
+template <class T> Result<T> decode(std::string_view json, JsonLimits limits = {}) {
+    const auto root = parseDocument(json, limits);
     if (!root) return fail(root.error());
     const JsonPath path;
     std::optional<Error> failure;
     T record{};
-    if (!Codec<T>::read(JsonNode{**root, path, failure}, record)) return fail(std::move(*failure));
+    if (!Codec<T>::read(JsonNode{*root, path, failure}, record)) return fail(std::move(*failure));
     return record;
 }
 
-template <class T> Result<T> decode(ByteView json, std::size_t limit = jsonSizeLimit) {
-    return decode<T>(asText(json), limit);
+template <class T> Result<T> decode(ByteView json, JsonLimits limits = {}) {
+    return decode<T>(asText(json), limits);
 }
 
 /// Any JSON, by the same rules and limits, for what has no record: arguments of tools, answers of foreign
 /// services. A number too great for a double is refused, so that what was read can always be written.
-Result<boost::json::value> parseJson(std::string_view json, std::size_t limit = jsonSizeLimit);
+Result<boost::json::value> parseJson(std::string_view json, JsonLimits limits = {});
 
 } // namespace morvex

@@ -175,7 +175,7 @@ TEST(Describe, AListOfRecordsIsADocumentToo) {
 
 TEST(Describe, ReadsFromBytesAndWithinTheCallersLimit) {
     EXPECT_EQ(decode<Tree>(asBytes(R"({"items":[]})")).value(), Tree{});
-    EXPECT_EQ(decode<Tree>(R"({"items":[]})", 11).error().popis(), "Zpráva je příliš dlouhá.");
+    EXPECT_EQ(decode<Tree>(R"({"items":[]})", {.size = 11}).error().popis(), "Zpráva je příliš dlouhá.");
 }
 
 } // namespace
