@@ -32,7 +32,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto defaults = JsonDefaults::load(file.folder());
     file.expectAside(input, defaults.problem() ? StoreFile::Read::nothing : StoreFile::Read::all);
     if (defaults.problem()) return 0;
-    const auto values = boost::json::parse(input).as_object();
+    const auto values = boost::json::parse(input, {}, {.max_depth = jsonDepthLimit}).as_object();
     const auto before = settings(defaults, values);
     defaults.set("fuzz", true);
     for (const auto& [key, value] : before)

@@ -4,6 +4,7 @@
 #include "foundation/Text.h"
 #include "foundation/Uninterrupted.h"
 #include "shared/base/Try.h"
+#include "shared/wire/Json.h"
 
 #include <boost/json.hpp>
 
@@ -33,14 +34,13 @@ Result<Bytes> InodeBookmarks::create(const std::string& path) {
 }
 
 std::optional<FolderBookmarks::Resolved> InodeBookmarks::resolve(ByteView bookmark) {
-    if (bookmark.size() > longestBookmark) return std::nullopt;
-    boost::system::error_code error;
-    auto parsed = boost::json::parse(asText(bookmark), error);
-    const auto* object = error ? nullptr : parsed.if_object();
+    auto parsed = parseJson(asText(bookmark), {.size = longestBookmark});
+    const auto* object = parsed ? parsed->if_object() : nullptr;
     const auto* path = object ? object->if_contains("path") : nullptr;
     const auto* inode = object ? object->if_contains("inode") : nullptr;
     if (!path || !path->is_string() || !inode) return std::nullopt;
 
+    boost::system::error_code error;
     auto wanted = inode->to_number<std::uint64_t>(error);
     std::string folder(path->as_string());
     auto found = inodeOf(folder);

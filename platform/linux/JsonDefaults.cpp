@@ -5,12 +5,12 @@
 #include "foundation/Text.h"
 #include "shared/base/Base64.h"
 #include "shared/base/Overloaded.h"
+#include "shared/base/Try.h"
+#include "shared/wire/Json.h"
 
 #include <boost/json.hpp>
 
-#include <algorithm>
 #include <cerrno>
-#include <cmath>
 
 namespace morvex {
 
@@ -19,6 +19,7 @@ namespace json = boost::json;
 namespace {
 
 constexpr std::string_view dataKey = "$data";
+constexpr JsonLimits limits{.size = JsonDefaults::sizeLimit};
 
 std::optional<DefaultsItem> itemFrom(const json::value& value) {
     if (auto* text = value.if_string()) return std::string(*text);
@@ -65,16 +66,6 @@ json::value jsonFrom(const DefaultsValue& value) {
         value);
 }
 
-/// Whether it can be written so that it is read again: a number beyond the range is read as infinite, and
-/// JSON has no word for that.
-bool canBeWritten(const json::value& value) {
-    if (const auto* number = value.if_double()) return std::isfinite(*number);
-    if (const auto* array = value.if_array()) return std::ranges::all_of(*array, canBeWritten);
-    if (const auto* object = value.if_object())
-        return std::ranges::all_of(*object, [](const auto& pair) { return canBeWritten(pair.value()); });
-    return true;
-}
-
 } // namespace
 
 JsonDefaults JsonDefaults::load(const std::filesystem::path& configHome) {
@@ -91,10 +82,9 @@ void JsonDefaults::read() {
         return;
     }
     if (bytes && !*bytes) return;
-    boost::system::error_code error;
-    json::value parsed = bytes ? json::parse(asText(**bytes), error) : json::value();
-    if (auto* object = parsed.if_object(); object && !error && canBeWritten(parsed))
-        values_ = std::move(*object);
+    auto parsed = bytes ? parseJson(asText(**bytes), limits) : Result<json::value>(fail(bytes.error()));
+    if (parsed && parsed->is_object())
+        values_ = std::move(parsed->get_object());
     else
         setDamagedAside();
 }
@@ -142,6 +132,7 @@ void JsonDefaults::save() {
 Result<void> JsonDefaults::write() const {
     auto text = json::serialize(values_);
     if (text.size() > sizeLimit) return fail(SystemError{EFBIG});
+    CHECK(checkReadable(text, limits));
     return writeAtomically(path_, asBytes(text));
 }
 
