@@ -3,6 +3,7 @@
 #include "shared/base/Require.h"
 
 #include <unicode/normalizer2.h>
+#include <unicode/utf16.h>
 
 #include <cstdint>
 
@@ -20,6 +21,30 @@ const icu::Normalizer2& decomposer() {
     return *instance;
 }
 
+/// Whether sorting the marks of a letter goes on past this one: some that have no combining class consist of
+/// marks that have one. Letters below U+0300 begin anew.
+bool isSortedWithOthers(UChar32 character) {
+    return character >= 0x300 && decomposer().hasBoundaryBefore(character) == 0;
+}
+
+/// Without the marks beyond 30 in a row. Sorting them takes the square of their number.
+icu::UnicodeString streamSafe(const icu::UnicodeString& text) {
+    constexpr int longestRun = 30;
+    icu::UnicodeString safe;
+    std::int32_t copied = 0;
+    int run = 0;
+    for (std::int32_t next = 0; next < text.length();) {
+        const auto start = next;
+        const auto character = text.char32At(start);
+        next += U16_LENGTH(character);
+        run = isSortedWithOthers(character) ? run + 1 : 0;
+        if (run <= longestRun) continue;
+        safe.append(text, copied, start - copied);
+        copied = next;
+    }
+    return copied == 0 ? text : safe.append(text, copied, text.length() - copied);
+}
+
 } // namespace
 
 icu::UnicodeString fromUtf8(std::string_view text) {
@@ -34,7 +59,7 @@ std::string toUtf8(const icu::UnicodeString& text) {
 
 icu::UnicodeString decomposed(const icu::UnicodeString& text) {
     UErrorCode status = U_ZERO_ERROR;
-    auto result = decomposer().normalize(text, status);
+    auto result = decomposer().normalize(streamSafe(text), status);
     return U_SUCCESS(status) ? result : text;
 }
 

@@ -11,7 +11,9 @@ namespace morvex::icuText {
 icu::UnicodeString fromUtf8(std::string_view text);
 std::string toUtf8(const icu::UnicodeString& text);
 
-/// Normalization form D (UAX 15).
+/// Normalization form D (UAX 15). Of the marks of one letter the first 30 count, as in the Stream-Safe Text
+/// Format (section 13), so that the time is in proportion to the length whatever the text is; no language
+/// writes as many.
 icu::UnicodeString decomposed(const icu::UnicodeString& text);
 
 } // namespace morvex::icuText

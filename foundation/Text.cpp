@@ -74,6 +74,7 @@ std::string upperCase(std::string_view text) {
 }
 
 std::string fold(std::string_view text) {
+    if (isAscii(text)) return asciiLowerCase(text);
     auto letters = decomposed(fromUtf8(text).foldCase());
     icu::UnicodeString kept;
     for (std::int32_t i = 0; i < letters.length(); i = letters.moveIndex32(i, 1))

@@ -5,20 +5,19 @@
 
 #include <unicode/locid.h>
 #include <unicode/uchar.h>
-#include <unicode/utf16.h>
+#include <unicode/utf8.h>
 
-#include <algorithm>
 #include <cstddef>
 
 namespace morvex {
 
 namespace {
 
-std::u16string_view unitsOf(const icu::UnicodeString& text) {
-    return {text.getBuffer(), static_cast<std::size_t>(text.length())};
+std::string decomposed(const icu::UnicodeString& text) {
+    return icuText::toUtf8(icuText::decomposed(text));
 }
 
-std::vector<std::uint32_t> bordersOf(std::u16string_view pattern) {
+std::vector<std::uint32_t> bordersOf(std::string_view pattern) {
     std::vector<std::uint32_t> borders(pattern.size(), 0);
     std::uint32_t length = 0;
     for (std::size_t i = 1; i < pattern.size(); ++i) {
@@ -30,21 +29,17 @@ std::vector<std::uint32_t> bordersOf(std::u16string_view pattern) {
 }
 
 /// A mark there belongs to the letter before it, which is then another letter.
-template <class Unit> bool isMarkAt(std::basic_string_view<Unit> text, std::size_t place) {
-    if (place >= text.size() || text[place] < 0x80) return false;
+bool isMarkAt(std::string_view text, std::size_t place) {
+    if (place >= text.size() || static_cast<unsigned char>(text[place]) < 0x80) return false;
     UChar32 letter = 0;
-    U16_NEXT(text.data(), place, text.size(), letter);
+    U8_NEXT(text.data(), place, text.size(), letter);
     return u_charType(letter) == U_NON_SPACING_MARK;
 }
 
 } // namespace
 
-TextPattern::TextPattern(std::string_view part) {
-    const auto decomposed = icuText::decomposed(icuText::fromUtf8(part));
-    decomposed_ = unitsOf(decomposed);
-    borders_ = bordersOf(decomposed_);
-    isAscii_ = std::ranges::all_of(decomposed_, [](char16_t unit) { return unit < 0x80; });
-}
+TextPattern::TextPattern(std::string_view part)
+    : decomposed_(decomposed(icuText::fromUtf8(part))), borders_(bordersOf(decomposed_)) {}
 
 TextPattern TextPattern::ignoringCase(std::string_view part) {
     return TextPattern(foldCase(part));
@@ -52,32 +47,32 @@ TextPattern TextPattern::ignoringCase(std::string_view part) {
 
 bool TextPattern::isIn(std::string_view text) const {
     // ASCII is its own decomposition.
-    if (isAscii(text)) return isAscii_ && isAmong(text);
-    return isAmong(unitsOf(icuText::decomposed(icuText::fromUtf8(text))));
+    return isAscii(text) ? isAmong(text) : isAmong(decomposed(icuText::fromUtf8(text)));
 }
 
 bool TextPattern::isInLowerCaseOf(std::string_view text) const {
-    if (isAscii(text)) return isIn(lowerCase(text));
+    if (isAscii(text)) return isAmong(lowerCase(text));
     auto lowered = icuText::fromUtf8(text);
-    return isAmong(unitsOf(icuText::decomposed(lowered.toLower(icu::Locale::getRoot()))));
+    return isAmong(decomposed(lowered.toLower(icu::Locale::getRoot())));
 }
 
-bool TextPattern::isInAnyCaseIn(std::string_view text) const {
-    if (isAscii(text)) return isIn(lowerCase(text));
+std::string TextPattern::searchable(std::string_view text) {
+    if (isAscii(text)) return foldCase(text);
     auto folded = icuText::fromUtf8(text);
-    return isAmong(unitsOf(icuText::decomposed(folded.foldCase())));
+    return decomposed(folded.foldCase());
 }
 
 /// Knuth, Morris and Pratt.
-template <class Unit> bool TextPattern::isAmong(std::basic_string_view<Unit> decomposed) const {
+bool TextPattern::isAmong(std::string_view searchable) const {
     if (decomposed_.empty()) return true;
     std::size_t matched = 0;
-    for (std::size_t i = 0; i < decomposed.size(); ++i) {
-        const auto unit = static_cast<char16_t>(decomposed[i]);
-        while (matched > 0 && decomposed_[matched] != unit) matched = borders_[matched - 1];
-        if (decomposed_[matched] == unit) ++matched;
+    for (std::size_t i = 0; i < searchable.size(); ++i) {
+        if (matched == 0 && (i = searchable.find(decomposed_.front(), i)) == std::string_view::npos)
+            return false;
+        while (matched > 0 && decomposed_[matched] != searchable[i]) matched = borders_[matched - 1];
+        if (decomposed_[matched] == searchable[i]) ++matched;
         if (matched < decomposed_.size()) continue;
-        if (!isMarkAt(decomposed, i + 1)) return true;
+        if (!isMarkAt(searchable, i + 1)) return true;
         matched = borders_[matched - 1];
     }
     return false;

@@ -42,6 +42,22 @@ TEST(TextPattern, IsFoundByCanonicalEquivalence) {
     for (const auto& row : rows) EXPECT_EQ(TextPattern(row.part).isIn(row.text), row.isIn) << row.part;
 }
 
+TEST(TextPattern, MarksCountAsFarAsAnyLanguageWritesThem) {
+    const auto marked = [](int marks) {
+        std::string letter = "a";
+        for (int i = 0; i < marks; ++i) letter += i % 2 == 0 ? "\u0301" : "\u0316";
+        return letter;
+    };
+    EXPECT_FALSE(TextPattern(marked(28)).isIn(marked(30) + "b"));
+    EXPECT_FALSE(TextPattern(marked(29)).isIn(marked(30) + "b"));
+    EXPECT_TRUE(TextPattern(marked(30)).isIn(marked(30) + "b"));
+    EXPECT_TRUE(TextPattern(marked(30)).isIn(marked(300'000) + "b"));
+    EXPECT_TRUE(TextPattern(marked(300'000) + "b" + marked(5)).isIn(marked(40) + "b" + marked(5)));
+    EXPECT_FALSE(TextPattern(marked(40) + "b" + marked(5)).isIn(marked(40) + "b" + marked(6)));
+    EXPECT_TRUE(TextPattern::ignoringCase(marked(300'000)).isInAnyCaseIn(marked(300'000)));
+    EXPECT_TRUE(TextPattern(marked(300'000)).isInLowerCaseOf(marked(300'000)));
+}
+
 TEST(TextPattern, IsFoundInTheLowerCaseOfAText) {
     EXPECT_TRUE(TextPattern("faktura").isInLowerCaseOf("FAKTURA.pdf"));
     EXPECT_TRUE(TextPattern("účtů").isInLowerCaseOf("Přehled ÚČTŮ"));

@@ -1,0 +1,52 @@
+#include "foundation/IcuText.h"
+#include "foundation/Text.h"
+#include "foundation/TextPattern.h"
+#include "shared/base/Bytes.h"
+#include "shared/base/Require.h"
+
+#include <unicode/uchar.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace {
+
+using namespace morvex;
+
+constexpr std::size_t longest = 4 * 1024;
+/// How far a mark may move when the marks of its letter are sorted: 30 of them, each of two at most, and
+/// those that belong to the letter itself.
+constexpr std::size_t mostStepsOfMark = 64;
+
+/// The marks that each mark of this text may have had to pass.
+std::size_t stepsOf(const icu::UnicodeString& decomposed) {
+    std::size_t steps = 0;
+    std::size_t run = 0;
+    for (std::int32_t i = 0; i < decomposed.length(); i = decomposed.moveIndex32(i, 1)) {
+        run = u_getCombiningClass(decomposed.char32At(i)) != 0 ? run + 1 : 0;
+        steps += run;
+    }
+    return steps;
+}
+
+} // namespace
+
+/// A text of any person, and the same over and over: folded and searched within a budget of steps.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) return 0;
+    std::string text;
+    while (text.size() + size <= longest) text += asText({data, size});
+
+    const auto decomposed = icuText::decomposed(icuText::fromUtf8(text));
+    vyzaduj(stepsOf(decomposed) <= mostStepsOfMark * static_cast<std::size_t>(decomposed.length()),
+            "sorting marks took too many steps");
+    const auto searchable = TextPattern::searchable(text);
+    vyzaduj(searchable.size() <= 3 * text.size(), "a text grew too long");
+    vyzaduj(TextPattern::ignoringCase(text).isAmong(searchable), "a text does not hold itself");
+    vyzaduj(fold(text).size() <= searchable.size(), "a folded text has more than its letters");
+    const auto cut = excerpt(text, 10);
+    vyzaduj(cut.size() <= 80 && countCharacters(cut) <= 10 && text.starts_with(cut),
+            "a text was cut wrongly");
+    return 0;
+}
