@@ -17,9 +17,18 @@ namespace morvex {
 namespace {
 
 constexpr std::size_t longestTitle = 160;
+/// One character may be of any size; those of a family of people have 25 bytes.
+constexpr std::size_t longestTitleBytes = 32 * longestTitle;
+constexpr std::size_t longestQuery = 1000;
+/// Bytes of a title that names a note: the phone's own are not cut.
+constexpr std::size_t longestNamed = 64 * 1024;
 constexpr std::int64_t mostFound = 20;
 /// Bytes of the file around its records.
 constexpr std::size_t frameLength = 64;
+
+std::string cutTitle(std::string_view title) {
+    return firstCharacters(firstBytes(title, longestTitleBytes), longestTitle);
+}
 
 /// Bytes of its record, but for what each change changes.
 std::size_t lengthOf(const MorvexNote& note) {
@@ -53,12 +62,13 @@ std::vector<Uuid> PoznamkyStore::ids() const {
 }
 
 std::vector<MorvexNote> PoznamkyStore::hledat(const std::string& query, std::int64_t limit) const {
-    const auto wanted = TextPattern::ignoringCase(trim(query));
+    const auto wanted = TextPattern::ignoringCase(excerpt(trim(query), longestQuery));
     const auto count = static_cast<std::size_t>(std::clamp<std::int64_t>(limit, 1, mostFound));
     std::vector<MorvexNote> found;
     for (const auto& note : notes_) {
         if (found.size() == count) break;
-        if (wanted.isInAnyCaseIn(note.title) || wanted.isInAnyCaseIn(note.body)) found.push_back(note);
+        const auto& folded = folded_.of(note);
+        if (wanted.isAmong(folded.title) || wanted.isAmong(folded.body)) found.push_back(note);
     }
     return found;
 }
@@ -67,8 +77,8 @@ Task<Result<MorvexNote>> PoznamkyStore::vytvorit(std::string title, std::string 
     const auto name = trim(title);
     auto content = trim(body);
     if (name.empty() || content.empty()) co_return fail(NoteError{NoteError::missingData});
-    co_return co_await ulozZmenu({random_.uuid(), firstCharacters(name, longestTitle), std::move(content),
-                                  clock_.now(), clock_.now(), 1, std::nullopt});
+    co_return co_await ulozZmenu(
+        {random_.uuid(), cutTitle(name), std::move(content), clock_.now(), clock_.now(), 1, std::nullopt});
 }
 
 Task<Result<MorvexNote>> PoznamkyStore::upravit(std::string title, std::optional<std::string> newTitle,
@@ -79,7 +89,7 @@ Task<Result<MorvexNote>> PoznamkyStore::upravit(std::string title, std::optional
     if (newTitle) {
         const auto name = trim(*newTitle);
         if (name.empty()) co_return fail(NoteError{NoteError::missingData});
-        note.title = firstCharacters(name, longestTitle);
+        note.title = cutTitle(name);
     }
     if (newBody) {
         auto content = trim(*newBody);
@@ -124,9 +134,10 @@ bool PoznamkyStore::vejdeSe(const MorvexNote& note, const MorvexNote* stored) co
 }
 
 const MorvexNote* PoznamkyStore::najdi(const std::string& title) const {
+    if (title.size() > longestNamed) return nullptr;
     const auto wanted = fold(title);
-    auto found = std::ranges::find_if(records_.all(), [&wanted](const Records::Kept& kept) {
-        return !kept.record->deletedAt && fold(kept.record->title) == wanted;
+    auto found = std::ranges::find_if(records_.all(), [&](const Records::Kept& kept) {
+        return !kept.record->deletedAt && folded_.of(*kept.record).name == wanted;
     });
     return found == records_.all().end() ? nullptr : found->record.get();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/personal/FoldedNotes.h"
 #include "app/personal/NoteError.h"
 #include "app/personal/NotesArchive.h"
 #include "foundation/Clock.h"
@@ -53,11 +54,12 @@ class PoznamkyStore {
     [[nodiscard]] const MorvexNote* note(const Uuid& id) const { return records_.find(id); }
 
     /// The first of `notes()` whose title or body contains the query, whatever its case; diacritics count. A
-    /// blank query finds every note. `limit` counts as 1 to 20.
+    /// blank query finds every note; of a longer one the first 1,000 characters (8,000 bytes) count. `limit`
+    /// counts as 1 to 20.
     [[nodiscard]] std::vector<MorvexNote> hledat(const std::string& query, std::int64_t limit) const;
 
     /// Ends when the note is saved. Fails with a `NoteError`, or with what prevented the save; so do the next
-    /// two. Titles are cut to 160 characters.
+    /// two. Titles are cut to 160 characters and 5,120 bytes.
     Task<Result<MorvexNote>> vytvorit(std::string title, std::string body);
 
     /// Changes the first note with this title, case and diacritics aside; what is not given stays. The
@@ -105,6 +107,7 @@ class PoznamkyStore {
     bool jePrijata_ = false;         ///< a note of the phone waits for the next save
     bool jePrijataUkladana_ = false; ///< and for the one that is under way
     std::vector<MorvexNote> notes_;
+    mutable FoldedNotes folded_; ///< filled by what only looks
     std::optional<std::string> problem_;
     SaveQueue saves_;
 };

@@ -51,6 +51,53 @@ TEST_F(PoznamkyStoreTest, ATitleIsCutTo160CharactersAsAPersonCountsThem) {
     EXPECT_EQ(changed.title, std::string(160, 'b'));
 }
 
+TEST_F(PoznamkyStoreTest, ATitleOfOneCharacterWithoutEndIsCutToo) {
+    std::string letter = "a";
+    while (letter.size() < 1'000'000) letter += "\u0301\u0316";
+    EXPECT_EQ(create(letter).title.size(), 5119U);
+    auto changed = store.upravit(create("b").title, letter, {}).value();
+    EXPECT_EQ(changed.title.size(), 5119U);
+}
+
+TEST_F(PoznamkyStoreTest, NotesWhoseLettersHaveMarksWithoutEndAreFoundLikeOthers) {
+    // Sorting the marks of each letter would take hours.
+    std::string marks;
+    for (int i = 0; i < 100'000; ++i) marks += "\u0301";
+    for (int i = 0; i < 100'000; ++i) marks += "\u0316";
+    EXPECT_TRUE(store.prijmout(fromPhone("Nákup" + marks)));
+    auto hostile = fromPhone("jiná");
+    hostile.body = "x" + marks + " konec";
+    EXPECT_TRUE(store.prijmout(hostile));
+    EXPECT_EQ(store.hledat("KONEC", 20), std::vector{hostile});
+    EXPECT_EQ(store.hledat("x" + marks + marks, 20), std::vector{hostile});
+    EXPECT_TRUE(store.smazat("nakup"));
+}
+
+TEST_F(PoznamkyStoreTest, AQueryCountsAsFarAsItsFirst1000Characters) {
+    const auto note = store.vytvorit("a", std::string(1000, 'x') + "y").value();
+    EXPECT_EQ(store.hledat(std::string(999, 'x') + "z", 20), std::vector<MorvexNote>{});
+    EXPECT_EQ(store.hledat(std::string(1000, 'x') + "z", 20), std::vector{note});
+}
+
+TEST_F(PoznamkyStoreTest, ATitleOfMoreThan64KibibytesNamesNoNote) {
+    for (const std::size_t size : {64 * 1024U, 64 * 1024U + 1})
+        EXPECT_TRUE(store.prijmout(fromPhone(std::string(size, 'a'))));
+    EXPECT_TRUE(store.smazat(std::string(64 * 1024, 'A')));
+    EXPECT_EQ(sentence(store.smazat(std::string(64 * 1024 + 1, 'A'))),
+              "Poznámku s tímto názvem jsem nenašel.");
+}
+
+TEST_F(PoznamkyStoreTest, AChangedNoteIsFoundByWhatItSaysNow) {
+    create("Nákup");
+    EXPECT_EQ(store.hledat("nákup", 20).size(), 1U);
+    ASSERT_TRUE(store.upravit("nakup", "Úklid", "smeták"));
+    EXPECT_TRUE(store.hledat("nákup", 20).empty());
+    EXPECT_EQ(store.hledat("úklid", 20).size(), 1U);
+    EXPECT_EQ(store.hledat("smeták", 20).size(), 1U);
+    EXPECT_FALSE(store.upravit("uklid", "Zahrada", " ")) << "the title holds without a revision";
+    EXPECT_TRUE(store.smazat("zahrada"));
+}
+
 TEST_F(PoznamkyStoreTest, ATitleFromThePhoneIsNotCut) {
     EXPECT_TRUE(store.prijmout(fromPhone(std::string(200, 'a'))));
     EXPECT_EQ(store.notes()[0].title.size(), 200U);
