@@ -21,7 +21,7 @@ constexpr std::size_t longestVersion = 200;
 /// Trimmed; nothing when all lines are blank.
 std::optional<std::string> versionIn(std::string_view text) {
     auto line = firstLine(text);
-    return line.empty() ? std::nullopt : std::optional(printableLine(firstCharacters(line, longestVersion)));
+    return line.empty() ? std::nullopt : std::optional(printableLine(excerpt(line, longestVersion)));
 }
 
 } // namespace

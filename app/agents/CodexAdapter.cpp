@@ -38,7 +38,7 @@ std::optional<std::string> session(const Event& event) {
 }
 
 std::string commandProgress(const boost::json::object& item) {
-    auto command = firstCharacters(fields::text(item, "command").value_or(""), mostOfCommand);
+    auto command = excerpt(fields::text(item, "command").value_or(""), mostOfCommand);
     return command.empty() ? "Spouštím příkaz." : "Spouštím: " + command;
 }
 

@@ -322,10 +322,11 @@ UkolAgenta* HistorieAgentu::najdi(const Uuid& workItemID) {
 
 UkolAgenta* HistorieAgentu::najdi(const Hledany& hledany) {
     if (hledany.workItemID) return najdi(*hledany.workItemID);
+    const auto nastroj = hledany.nastroj.transform(AgentId::normalized);
+    const auto slozka = hledany.slozka ? fold(firstBytes(*hledany.slozka, longestPath)) : std::string{};
     auto found = std::ranges::find_if(polozky_, [&](const UkolAgenta& ukol) {
-        const bool isOfTool = !hledany.nastroj || ukol.nastroj == AgentId::normalized(*hledany.nastroj);
-        return isOfTool &&
-               (!hledany.slozka || equalFolded(paths::lastComponent(ukol.slozka), *hledany.slozka));
+        return (!nastroj || ukol.nastroj == *nastroj) &&
+               (!hledany.slozka || fold(paths::lastComponent(ukol.slozka)) == slozka);
     });
     return found == polozky_.end() ? nullptr : &*found;
 }

@@ -13,6 +13,9 @@ namespace {
 constexpr std::array<std::string_view, 5> desktopAliases = {"desktop", "plocha", "na plose",
                                                             "pracovni plocha", "desktop folder"};
 
+/// Bytes. The name of a folder has 255 at most, and a person may say it in another form.
+constexpr std::size_t longestAlias = 4096;
+
 std::string folded(std::string_view name) {
     return lowerCase(trim(fold(name)));
 }
@@ -32,9 +35,10 @@ std::vector<std::string> PovoleneSlozky::aliasy() const {
 }
 
 std::optional<std::string> PovoleneSlozky::slozkaProAlias(const std::optional<std::string>& alias) const {
-    if (!alias || trim(*alias).empty())
-        return slozky_.size() == 1 ? std::optional(slozky_.front()) : std::nullopt;
-    auto wanted = folded(*alias);
+    const auto name = alias ? trim(*alias) : std::string{};
+    if (name.empty()) return slozky_.size() == 1 ? std::optional(slozky_.front()) : std::nullopt;
+    if (name.size() > longestAlias) return std::nullopt;
+    auto wanted = folded(name);
     bool namesDesktop = std::ranges::find(desktopAliases, wanted) != desktopAliases.end();
     for (const auto& slozka : slozky_) {
         if (folded(paths::lastComponent(slozka)) == wanted) return slozka;

@@ -128,7 +128,7 @@ Task<void> MacVoiceController::setPlaces(std::vector<CompanionPlace> places) {
 std::optional<std::string> MacVoiceController::resolvePlace(std::optional<std::string> text) const {
     if (!text) return text;
     auto place = std::ranges::find_if(
-        places_, [&text](const CompanionPlace& each) { return equalFolded(each.name, *text); });
+        places_, [name = fold(*text)](const CompanionPlace& each) { return fold(each.name) == name; });
     return place == places_.end() ? text : place->address;
 }
 

@@ -29,6 +29,15 @@ TEST(PovoleneSlozky, ANameIsFoundWithoutCaseAndDiacritics) {
     EXPECT_EQ(slozky.slozkaProAlias("home/Projects"), std::nullopt);
 }
 
+TEST(PovoleneSlozky, ANameOfMoreThan4096BytesNamesNothing) {
+    FileTree tree;
+    auto slozky = tree.allowed({"home/Projects", "outside"});
+    std::string name = "projects";
+    while (name.size() < 4096) name += "\u0301";
+    EXPECT_EQ(slozky.slozkaProAlias(name), tree.path("home/Projects"));
+    EXPECT_EQ(slozky.slozkaProAlias(name + "\u0301"), std::nullopt);
+}
+
 TEST(PovoleneSlozky, TheFirstOfEqualNamesIsFound) {
     FileTree tree;
     EXPECT_EQ(tree.allowed({"a/Data", "b/data"}).slozkaProAlias("data"), tree.path("a/Data"));
