@@ -40,17 +40,23 @@ template <class T> class EventStream {
         std::deque<Waiting> dropped;
         std::unique_lock lock(mutex_);
         dropped.swap(events_);
-        weight_ = 0;
+        for (const auto& waiting : dropped) weight_ -= waiting.weight;
         producer_.wake(lock);
     }
+
+    /// An event whose weight counts until this object goes, which is before the stream does.
+    class Held;
 
     /// The next event; nothing once the stream has ended, or at once when `stop` is requested: then the
     /// events that wait stay in the stream for a later consumer. One consumer at a time, on a serial
     /// executor.
     auto next(std::stop_token stop = {}) { return Next{*this, std::move(stop)}; }
 
-    /// Resumes as soon as the events that wait weigh less than `most`, the stream has ended, or `stop` is
-    /// requested. One producer at a time, on a serial executor.
+    /// The same for a consumer that puts events aside: `room` goes on counting them.
+    auto nextHeld(std::stop_token stop) { return NextHeld{*this, std::move(stop)}; }
+
+    /// Resumes as soon as the events that wait or are held weigh less than `most`, the stream has ended, or
+    /// `stop` is requested. One producer at a time, on a serial executor.
     auto room(std::size_t most, std::stop_token stop) { return Room{*this, most, std::move(stop)}; }
 
   private:
@@ -119,20 +125,38 @@ template <class T> class EventStream {
         }
 
         std::optional<T> await_resume() {
-            onStop_.reset();
-            std::unique_lock lock(stream_.mutex_);
-            if (stop_.stop_requested() || stream_.events_.empty()) return std::nullopt;
-            std::optional<T> event(std::move(stream_.events_.front().event));
-            stream_.weight_ -= stream_.events_.front().weight;
-            stream_.events_.pop_front();
-            if (stream_.weight_ < stream_.most_) stream_.producer_.wake(lock);
-            return event;
+            auto taken = take();
+            if (!taken) return std::nullopt;
+            stream_.lighten(taken->weight);
+            return std::move(taken->event);
         }
 
-      private:
+      protected:
+        std::optional<Waiting> take() {
+            onStop_.reset();
+            std::lock_guard lock(stream_.mutex_);
+            if (stop_.stop_requested() || stream_.events_.empty()) return std::nullopt;
+            std::optional<Waiting> taken(std::move(stream_.events_.front()));
+            stream_.events_.pop_front();
+            return taken;
+        }
+
         EventStream& stream_;
+
+      private:
         std::stop_token stop_;
         std::optional<std::stop_callback<Wake>> onStop_;
+    };
+
+    class NextHeld : public Next {
+      public:
+        using Next::Next;
+
+        std::optional<Held> await_resume() {
+            auto taken = this->take();
+            if (!taken) return std::nullopt;
+            return Held{this->stream_, std::move(taken->event), taken->weight};
+        }
     };
 
     class Room {
@@ -163,14 +187,43 @@ template <class T> class EventStream {
         std::optional<std::stop_callback<Wake>> onStop_;
     };
 
+    void lighten(std::size_t weight) {
+        std::unique_lock lock(mutex_);
+        weight_ -= weight;
+        if (weight_ < most_) producer_.wake(lock);
+    }
+
     std::mutex mutex_;
     std::deque<Waiting> events_;
-    std::size_t weight_ = 0; ///< of all that wait
+    std::size_t weight_ = 0; ///< of all that wait here or are held
     Waiter consumer_;
     Waiter producer_;
     std::size_t most_ = 0; ///< what the producer waits for
     int inARow_ = 0;
     bool ended_ = false;
+};
+
+template <class T> class EventStream<T>::Held {
+  public:
+    Held(EventStream& stream, T event, std::size_t weight)
+        : event(std::move(event)), stream_(&stream), weight_(weight) {}
+
+    Held(Held&& other) noexcept
+        : event(std::move(other.event)),
+          stream_(std::exchange(other.stream_, nullptr)),
+          weight_(other.weight_) {}
+
+    Held& operator=(Held&&) = delete;
+
+    ~Held() {
+        if (stream_) stream_->lighten(weight_);
+    }
+
+    T event;
+
+  private:
+    EventStream* stream_;
+    std::size_t weight_;
 };
 
 } // namespace morvex

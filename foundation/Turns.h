@@ -43,6 +43,8 @@ class Turns {
         co_return Turn(*this);
     }
 
+    [[nodiscard]] bool isTaken() const { return isTaken_; }
+
   private:
     void next() {
         if (waiting_.empty()) {

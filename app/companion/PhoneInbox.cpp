@@ -45,7 +45,6 @@ Task<void> PhoneInbox::handle(MacPayload::ToolCall call, std::string requestID) 
     auto arguments = argumentsOf(call.argumentsJSON);
     auto link = services_.spojeni.soucasne();
     if (!link) co_return;
-    const auto turn = co_await calls_.take();
     // What the phone told before a call is kept, and acknowledged, before the call is carried out.
     co_await services_.poznamky.vyrizeno();
     if (services_.spojeni.soucasne() != link) co_return;

@@ -17,10 +17,8 @@
 
 namespace morvex {
 
-/// What becomes of each message of the phone. Main thread; the listener of a link awaits each message to its
-/// end, so that a decision that arrives while a call runs stays unread. Over all links calls run one at a
-/// time: the first call of a new link waits for the last one of the link before, and ends unbegun when its
-/// own link goes meanwhile.
+/// What becomes of each message of the phone. Main thread; `PhoneLink` awaits each message of a session to
+/// its end, so that calls of the phone run one at a time and a decision that arrives meanwhile stays unread.
 class PhoneInbox {
   public:
     /// All of it outlives the inbox.
@@ -54,7 +52,6 @@ class PhoneInbox {
     Task<void> poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome, std::string requestID);
 
     Services services_;
-    Turns calls_;
     Turns settings_; ///< the vault is slow, and what was sent later is to count
 };
 

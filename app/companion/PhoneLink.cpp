@@ -20,6 +20,14 @@ Task<void> drain(std::shared_ptr<TaskScope> listener) {
     co_await listener->join();
 }
 
+bool isMessage(const SecureLink::Udalost& event) {
+    return std::holds_alternative<SecureLink::Zprava>(event);
+}
+
+bool isCall(const SecureLink::Udalost& message) {
+    return std::holds_alternative<MacPayload::ToolCall>(std::get<SecureLink::Zprava>(message).payload.value);
+}
+
 } // namespace
 
 PhoneLink::PhoneLink(Executor& main, TaskScope& scope, Handler handler)
@@ -36,6 +44,9 @@ void PhoneLink::pripojit(std::shared_ptr<SecureLink> link) {
 void PhoneLink::odpojit() {
     if (!spojeni_) return;
     posluchac_->stop();
+    // What waits is counted in the link, which goes.
+    for (auto* session = relace_.get(); session; session = session->before.get()) session->waiting.clear();
+    beginSession();
     scope_.spawn(drain(std::move(posluchac_)));
     odchazejici_.spawn(takeDown(std::exchange(spojeni_, nullptr)));
 }
@@ -47,7 +58,40 @@ Task<Result<void>> PhoneLink::poslat(MacPayload payload, std::string requestID) 
 }
 
 Task<void> PhoneLink::listen(std::shared_ptr<SecureLink> link, std::stop_token stop) {
-    while (auto event = co_await link->udalosti().next(stop)) co_await handler_(*std::move(event));
+    while (auto held = co_await link->udalosti().nextHeld(stop)) {
+        if (isMessage(held->event)) {
+            putAside(link, *std::move(held));
+            continue;
+        }
+        if (std::holds_alternative<SecureLink::Pripraveno>(held->event)) beginSession();
+        co_await handler_(std::move(held->event));
+    }
+}
+
+void PhoneLink::beginSession() {
+    const bool isIdle = relace_->waiting.empty() && !relace_->handling.isTaken();
+    if (!isIdle) relace_ = std::make_shared<Session>(std::move(relace_));
+}
+
+void PhoneLink::putAside(const std::shared_ptr<SecureLink>& link, Event message) {
+    const bool isHandled = !relace_->waiting.empty() || relace_->handling.isTaken();
+    relace_->waiting.push_back(std::move(message));
+    if (!isHandled) posluchac_->spawn(handleMessages(link, relace_, posluchac_->token()));
+}
+
+Task<void> PhoneLink::handleMessages([[maybe_unused]] std::shared_ptr<SecureLink> link,
+                                     std::shared_ptr<Session> session, std::stop_token stop) {
+    const auto turn = co_await session->handling.take();
+    while (!session->waiting.empty() && !stop.stop_requested()) {
+        auto message = std::move(session->waiting.front());
+        session->waiting.pop_front();
+        if (isCall(message.event) && session->before) {
+            (void)co_await session->before->handling.take();
+            session->before.reset();
+        }
+        if (stop.stop_requested()) co_return;
+        co_await handler_(std::move(message.event));
+    }
 }
 
 } // namespace morvex

@@ -1,18 +1,20 @@
 #pragma once
 
 #include "foundation/TaskScope.h"
+#include "foundation/Turns.h"
 #include "shared-apple/SecureLink.h"
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
 
 namespace morvex {
 
-/// Holds the live link to the phone, if there is one, and the one listener that reads its events: it handles
-/// an event to its end before it takes the next one, so that what the phone sends over a link is handled
-/// strictly in order. The events of a new link do not wait for what the one before still handles. Main
-/// thread.
+/// Holds the live link to the phone, if there is one, and reads its events. What the link tells of itself is
+/// handled at once, one event after the other. The messages of a session are handled strictly in order, each
+/// to its end; calls wait also for the messages of the sessions before, over this link or another. A new
+/// session is thus looked at while a call of the last one still runs. Main thread.
 class PhoneLink {
   public:
     using Handler = std::function<Task<void>(SecureLink::Udalost)>;
@@ -40,14 +42,28 @@ class PhoneLink {
     Task<Result<void>> poslat(MacPayload payload, std::string requestID);
 
   private:
+    using Event = EventStream<SecureLink::Udalost>::Held;
+
+    struct Session {
+        std::shared_ptr<Session> before; ///< until a call has waited for it
+        std::deque<Event> waiting;
+        Turns handling; ///< taken from the first message to the last one that waits
+    };
+
     Task<void> listen(std::shared_ptr<SecureLink> link, std::stop_token stop);
+    void beginSession();
+    void putAside(const std::shared_ptr<SecureLink>& link, Event message);
+    /// Holds the link, in which what waits is counted.
+    Task<void> handleMessages(std::shared_ptr<SecureLink> link, std::shared_ptr<Session> session,
+                              std::stop_token stop);
 
     Executor& main_;
     TaskScope& scope_;
     Handler handler_;
     std::shared_ptr<SecureLink> spojeni_;
     std::shared_ptr<TaskScope> posluchac_;
-    TaskScope odchazejici_; ///< links that go down
+    std::shared_ptr<Session> relace_ = std::make_shared<Session>(); ///< the last one
+    TaskScope odchazejici_;                                         ///< links that go down
 };
 
 } // namespace morvex

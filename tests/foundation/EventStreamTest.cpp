@@ -1,6 +1,7 @@
 #include "foundation/EventStream.h"
 
 #include "foundation/Task.h"
+#include "foundation/TaskScope.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/memory/ManualExecutor.h"
 #include "tests/support/Await.h"
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -37,6 +39,11 @@ Task<void> produce(std::shared_ptr<EventStream<int>> stream, int count, std::siz
         co_await stream->room(most, stop);
         stream->push(++*pushed);
     }
+}
+
+Task<void> holdInto(std::shared_ptr<EventStream<int>> stream, std::stop_token stop,
+                    std::deque<EventStream<int>::Held>& held) {
+    while (auto event = co_await stream->nextHeld(stop)) held.push_back(*std::move(event));
 }
 
 Task<int> takeOne(std::shared_ptr<EventStream<int>> stream) {
@@ -161,6 +168,35 @@ TEST(EventStream, AProducerAndAConsumerOnTwoThreadsWaitForEachOther) {
         EXPECT_EQ(await(consumer, sum(stream)), 50'005'000L);
         driver.join();
     }
+}
+
+TEST(EventStream, AHeldEventCountsUntilItIsLetGo) {
+    ManualExecutor executor;
+    auto stream = std::make_shared<EventStream<int>>();
+    auto pushed = std::make_shared<int>(0);
+    std::stop_source stop;
+    TaskScope producing(executor);
+    producing.spawn(produce(stream, 5, 2, {}, pushed));
+    executor.runUntilIdle();
+    ASSERT_EQ(*pushed, 2);
+
+    TaskScope consuming(executor);
+    std::deque<EventStream<int>::Held> held;
+    consuming.spawn(holdInto(stream, stop.get_token(), held));
+    executor.runUntilIdle();
+    ASSERT_EQ(held.size(), 2U);
+    EXPECT_EQ(*pushed, 2) << "what is held counts";
+
+    held.pop_front();
+    executor.runUntilIdle();
+    EXPECT_EQ(*pushed, 3);
+    held.clear();
+    executor.runUntilIdle();
+    EXPECT_EQ(*pushed, 5);
+    held.clear();
+    stop.request_stop();
+    executor.runUntilIdle();
+    EXPECT_EQ(producing.live() + consuming.live(), 0);
 }
 
 TEST(EventStream, CrossesThreadsWithoutLosingAnything) {

@@ -6,13 +6,13 @@
 namespace morvex {
 namespace {
 
-/// What a new link may do while the link before it still has work under way.
+/// What a new link, or a new session of the same link, may do while the one before still has work under way.
 class NewLinkTest : public CompanionHarness {
   protected:
     /// A call that runs until `slow` does. The folder that is allowed.
     std::string callThatLasts() {
         workers = &slow;
-        startSecured();
+        socket = startSecured();
         auto folder = allowFolder("Projekty");
         phone.call("mac.files.search", "{}", "old");
         executor.runUntilIdle();
@@ -41,7 +41,33 @@ class NewLinkTest : public CompanionHarness {
         return ids;
     }
 
+    /// The connection breaks, and the link makes its next one; up to the relay's challenge.
+    void loseConnection() {
+        auto next = sockets.layOut();
+        socket->breakWith("přerušeno");
+        executor.runUntilIdle();
+        clock.advance(std::chrono::seconds(2));
+        executor.runUntilIdle();
+        socket = std::move(next);
+        phone.attach(socket, *mac);
+    }
+
+    void beginSession() {
+        phone.logIn();
+        executor.runUntilIdle();
+        phone.exchangeHellos();
+        executor.runUntilIdle();
+    }
+
+    void finishCalls() {
+        for (int round = 0; round < 8; ++round) {
+            slow.runUntilIdle();
+            executor.runUntilIdle();
+        }
+    }
+
     ManualExecutor slow;
+    std::shared_ptr<ScriptedSocket> socket;
 };
 
 TEST_F(NewLinkTest, AfterANewLinkAReplyIsLostAndTheNextCallWaitsForTheOldOne) {
@@ -77,6 +103,62 @@ TEST_F(NewLinkTest, ANewLinkIsLookedAtWhileACallOfTheOldOneRuns) {
     end();
 }
 
+TEST_F(NewLinkTest, ALostConnectionIsToldWhileACallRuns) {
+    callThatLasts();
+    loseConnection();
+    EXPECT_EQ(trouble(), "přerušeno");
+    phone.logIn(false);
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Telefon není připojený");
+    finishCalls();
+    end();
+}
+
+TEST_F(NewLinkTest, TheNextSessionIsLookedAtWhileACallOfTheOneBeforeRuns) {
+    callThatLasts();
+    loseConnection();
+    beginSession();
+    EXPECT_EQ(availability(), "Připraven");
+    EXPECT_EQ(takeStatuses().size(), 1U);
+
+    sendNote();
+    EXPECT_EQ(companion->poznamky().vsechny().size(), 1U) << "only calls wait";
+    phone.call("mac.status", "{}", "new");
+    EXPECT_TRUE(takeResults().empty()) << "one call at a time, over sessions too";
+    finishCalls();
+    EXPECT_EQ(takeResults(), (std::vector<std::string>{"old", "new"}))
+        << "the link is the same, and so the old call has its answer";
+    end();
+}
+
+TEST_F(NewLinkTest, CallsOfTheSessionBeforeComeFirst) {
+    const auto folder = callThatLasts();
+    phone.call("mac.files.write", R"({"path":"a.txt","content":"1"})", "waiting");
+    executor.runUntilIdle();
+    loseConnection();
+    beginSession();
+    (void)takeStatuses();
+    phone.call("mac.files.write", R"({"path":"b.txt","content":"1"})", "new");
+    finishCalls();
+    EXPECT_EQ(takeResults(), (std::vector<std::string>{"old", "waiting", "new"}));
+    EXPECT_TRUE(std::filesystem::exists(folder + "/a.txt"));
+    EXPECT_TRUE(std::filesystem::exists(folder + "/b.txt"));
+    end();
+}
+
+TEST_F(NewLinkTest, MessagesThatWaitAtTheEndOfALinkAreDropped) {
+    callThatLasts();
+    sendNote();
+    loseConnection();
+    beginSession();
+    phone.call("mac.status", "{}", "new");
+    executor.runUntilIdle();
+    companion->odpojit();
+    finishCalls();
+    EXPECT_TRUE(companion->poznamky().vsechny().empty());
+    end();
+}
+
 TEST_F(NewLinkTest, OverALinkTheOrderStaysWhileItsCallWaitsForTheOldOne) {
     callThatLasts();
     (void)connectAgain();
@@ -97,10 +179,7 @@ TEST_F(NewLinkTest, ACallWhoseLinkGoesBeforeItsTurnIsNotCarriedOut) {
     (void)connectAgain();
     phone.call("mac.files.write", R"({"path":"b.txt","content":"1"})", "third");
     executor.runUntilIdle();
-    for (int i = 0; i < 8; ++i) {
-        slow.runUntilIdle();
-        executor.runUntilIdle();
-    }
+    finishCalls();
     EXPECT_EQ(takeResults(), std::vector<std::string>{"third"});
     EXPECT_FALSE(std::filesystem::exists(folder + "/a.txt"));
     EXPECT_TRUE(std::filesystem::exists(folder + "/b.txt"));
