@@ -16,6 +16,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <sys/resource.h>
 #include <vector>
 
 namespace morvex {
@@ -47,6 +48,14 @@ std::string addressOfNetwork(std::size_t number) {
 /// A stranger at a small relay, beside devices of a pair that it has known for long.
 class RelayStranger : public testing::Test {
   protected:
+    /// A long run holds more sockets than many systems allow unasked.
+    static void SetUpTestSuite() {
+        rlimit limit{};
+        ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+        limit.rlim_cur = limit.rlim_max;
+        ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+    }
+
     static RelayLimits limits() {
         auto limits = RunningRelay::quickLimits();
         limits.connections = places;
