@@ -95,8 +95,15 @@ TEST_F(FloodAttack, CallsBehindABusyWindowAreAnsweredThoughNoPongWasReadForMinut
     const auto calls = cases(24, 64);
     const MacPayload message{
         MacPayload::ToolCall{"mac.status", R"({"x":")" + std::string(mebibyte, 'x') + "\"}"}};
+    std::promise<void> isBusy;
     std::promise<void> mayGoOn;
-    std::thread busy([&] { mac->on([&] { mayGoOn.get_future().wait(); }); });
+    std::thread busy([&] {
+        mac->on([&] {
+            isBusy.set_value();
+            mayGoOn.get_future().wait();
+        });
+    });
+    isBusy.get_future().wait();
     std::atomic<std::size_t> sent = 0;
     std::thread sender([&] {
         for (; sent < calls; ++sent) forward(*line, phone.seal(message));
