@@ -7,8 +7,11 @@
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <fstream>
 #include <iostream>
 #include <spawn.h>
+#include <sys/ptrace.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -105,9 +108,47 @@ int Program::wait() {
         }
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
+    noteEnd(status);
+    return exitCode_;
+}
+
+void Program::noteEnd(int status) {
     collector_.join();
     exitCode_ = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    return exitCode_;
+}
+
+void Program::waitForHandler(int number) const {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (std::chrono::steady_clock::now() < deadline) {
+        std::ifstream status("/proc/" + std::to_string(process_) + "/status");
+        for (std::string name, value; status >> name >> value;)
+            if (name == "SigCgt:" && (std::stoull(value, nullptr, 16) >> (number - 1)) & 1U) return;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    vyzaduj(false, "a program does not take a signal over");
+}
+
+Program::Stepped Program::endBySignals(int first, int second, std::size_t distance) {
+    constexpr int systemCall = SIGTRAP | 0x80;
+    const auto send = [this](int number) { ::syscall(SYS_tgkill, process_, process_, number); };
+    int status = 0;
+    vyzaduj(::ptrace(PTRACE_SEIZE, process_, nullptr, PTRACE_O_TRACESYSGOOD) == 0 &&
+                ::ptrace(PTRACE_INTERRUPT, process_, nullptr, nullptr) == 0 &&
+                ::waitpid(process_, &status, __WALL) == process_,
+            "a program cannot be traced");
+    send(first);
+    std::size_t steps = 0;
+    long delivered = 0;
+    while (true) {
+        ::ptrace(PTRACE_SYSCALL, process_, nullptr, delivered);
+        if (::waitpid(process_, &status, __WALL) != process_ || !WIFSTOPPED(status)) break;
+        const bool isStep = WSTOPSIG(status) == systemCall;
+        const bool isSignal = !isStep && status >> 16 == 0;
+        delivered = isSignal ? WSTOPSIG(status) : 0;
+        if (isStep && ++steps == distance) send(second);
+    }
+    noteEnd(status);
+    return {exitCode_, steps};
 }
 
 std::string Program::output() {

@@ -33,6 +33,17 @@ class Program {
     void closeInput();
     void signal(int number) const;
 
+    /// Waits until it takes this signal over.
+    void waitForHandler(int number) const;
+
+    struct Stepped {
+        int code = 0;          ///< as of `wait`
+        std::size_t steps = 0; ///< entries to system calls and returns from them, of the main thread
+    };
+
+    /// Ends it by a signal, and sends another one when its main thread has made so many steps since.
+    Stepped endBySignals(int first, int second, std::size_t distance);
+
     /// Whether it has come to its end; `wait` is still to be called.
     [[nodiscard]] bool hasEnded() const;
     /// The exit code; 128 and the signal's number for a death by signal.
@@ -47,6 +58,8 @@ class Program {
 
     std::string name_;
     pid_t process_ = -1;
+    void noteEnd(int status);
+
     int input_ = -1;
     int exitCode_ = -1;
     std::mutex mutex_;
