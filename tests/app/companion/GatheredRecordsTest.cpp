@@ -141,7 +141,13 @@ TEST_F(GatheredRecordsTest, TheEndOfTheProgramWaitsUntilEverythingIsSaved) {
     startSecured();
     send("a");
     send("b");
-    end();
+    TaskScope ending(executor);
+    ending.spawn(companion->ukoncit());
+    executor.runUntilIdle();
+    EXPECT_EQ(ending.live(), 1) << "the disk is still at work";
+    while (executor.runUntilIdle() + disk.runUntilIdle() > 0) continue;
+    EXPECT_EQ(ending.live(), 0);
+    companion.reset();
     start();
     EXPECT_EQ(companion->poznamky().notes().size(), 2U);
 }
