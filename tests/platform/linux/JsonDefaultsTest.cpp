@@ -156,6 +156,23 @@ TEST_F(JsonDefaultsTest, MoreThanCouldBeReadAgainIsNotWritten) {
     EXPECT_EQ(load().text("key"), "small");
 }
 
+TEST_F(JsonDefaultsTest, MoreTextsThanCouldBeReadAgainAreNotWritten) {
+    auto defaults = load();
+    defaults.set("key", Items{"a"});
+    defaults.set("key", Items(70'000, "a"));
+    EXPECT_EQ(defaults.problem(), "Nastavení se nepodařilo uložit: Zpráva má příliš mnoho hodnot.");
+    EXPECT_EQ(load().get("key"), DefaultsValue(Items{"a"}));
+}
+
+TEST_F(JsonDefaultsTest, AFileWithMoreKeysThanMayCollideIsSetAside) {
+    for (const int keys : {1400, 1500}) {
+        std::string text = "{";
+        for (int i = 0; i < keys; ++i) text += '"' + std::to_string(i) + "\":true,";
+        write(text + "\"last\":true}");
+        EXPECT_EQ(load().get("last").has_value(), keys == 1400) << keys;
+    }
+}
+
 TEST_F(JsonDefaultsTest, TextThatIsNotUtf8CannotDamageTheFile) {
     load().set("key", "a\xff");
     auto defaults = load();
