@@ -18,8 +18,8 @@ namespace morvex {
 /// Keeps notes and summaries in step with the phone. It keeps no account of what has arrived: every note goes
 /// out again whenever the phone is back, and the revisions of the notes make that harmless. A lost send is
 /// never an error here; of a note that no frame can take the person is told once, as the trouble. Main
-/// thread; owned by the companion, whose `scope` runs the sends, and which awaits `vyrizeno` before this object
-/// goes.
+/// thread; owned by the companion, whose `scope` runs the sends, and which awaits `vyrizeno` before this
+/// object goes.
 ///
 /// Records of the phone that come one after the other are saved together: each is merged at once and waits
 /// here, in the order of its coming, for its save and its acknowledgement, while the next ones are taken.

@@ -79,8 +79,8 @@ void RealCompanion::pass(std::chrono::seconds time) {
 }
 
 CompanionServices RealCompanion::services() {
-    return desktop_.services({main_, main_, main_, workers_}, {{network_.executor(), clock_, sockets_}, random_},
-                             http_, store_);
+    return desktop_.services({main_, main_, main_, workers_},
+                             {{network_.executor(), clock_, sockets_}, random_}, http_, store_);
 }
 
 } // namespace morvex
