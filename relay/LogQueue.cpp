@@ -1,5 +1,7 @@
 #include "relay/LogQueue.h"
 
+#include "relay/QuietThread.h"
+
 #include <cerrno>
 #include <condition_variable>
 #include <deque>
@@ -42,7 +44,7 @@ struct LogQueue::Shared {
 };
 
 LogQueue::LogQueue(int descriptor) : shared_(std::make_shared<Shared>(descriptor)) {
-    std::thread([shared = shared_] { shared->run(); }).detach();
+    startQuietThread([shared = shared_] { shared->run(); }).detach();
 }
 
 LogQueue::~LogQueue() {

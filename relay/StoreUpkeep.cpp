@@ -1,5 +1,6 @@
 #include "relay/StoreUpkeep.h"
 
+#include "relay/QuietThread.h"
 #include "shared/base/Try.h"
 
 #include <chrono>
@@ -35,7 +36,7 @@ StoreUpkeep::~StoreUpkeep() {
 }
 
 void StoreUpkeep::start() {
-    thread_ = std::thread{[this] { run(); }};
+    thread_ = startQuietThread([this] { run(); });
 }
 
 void StoreUpkeep::used(const PairID& pair) {
