@@ -257,9 +257,14 @@ void ConsoleShell::continueTask(const std::string& number) {
 
 void ConsoleShell::forgetTasks(const std::string& answer) {
     if (fold(answer) != "ano") return print("Úlohy zůstaly. Zapomene je „vymazat-historii ano“.");
-    auto& historie = companion_.historieAgentu();
     shownTaskTrouble_.reset();
+    surroundings_.scope.spawn(forgetAndTell());
+}
+
+Task<void> ConsoleShell::forgetAndTell() {
+    auto& historie = companion_.historieAgentu();
     historie.vymazat();
+    co_await historie.ulozeno();
     if (!historie.potiz()) print("Úlohy jsou zapomenuté.");
 }
 

@@ -62,6 +62,7 @@ class ConsoleShell {
     void stopTask();
     void continueTask(const std::string& number);
     void forgetTasks(const std::string& answer);
+    Task<void> forgetAndTell();
     void allow(const std::string& path);
     Task<void> allowAndShow();
     void disallow(const std::string& path);
