@@ -142,7 +142,9 @@ void expectAnAnswer(std::string_view heard, bool hasContent) {
     vyzaduj(header(head, "Content-Type") == "application/json", "an answer in other words");
     vyzaduj(header(head, "Connection").starts_with("close"), "a second request is invited");
     vyzaduj(header(head, "Date").ends_with(" GMT"), "an answer without its time");
-    if (!hasContent) return vyzaduj(body.empty(), "an answer to HEAD has content");
+    // A first line that cannot be read asks for nothing in particular.
+    if (!hasContent && (status != "400" || body.empty()))
+        return vyzaduj(body.empty(), "an answer to HEAD has content");
     vyzaduj(header(head, "Content-Length") == std::to_string(body.size()), "an answer of another length");
     if (status == "200") return vyzaduj(decode<PripojitOdpoved>(body).has_value(), "a reply names the pair");
     vyzaduj(status[0] == '4' || status == "501", "the relay has no reason to fail");

@@ -105,8 +105,8 @@ asio::awaitable<void> HttpSession::answerOne() {
     parser.header_limit(static_cast<std::uint32_t>(state_->limits.httpHeader));
     parser.body_limit(state_->limits.httpBody);
     auto [headError, headSize] = co_await http::async_read_header(stream_, buffer_, parser, asTuple);
-    if (headError) co_return co_await answerError(headError);
     isHeadWanted_ = parser.get().method() == http::verb::head;
+    if (headError) co_return co_await answerError(headError);
     if (const auto fault = faultIn(parser)) co_return co_await answer(refusal(*fault));
     if (wantsSocket(parser.get())) {
         if (!mayLogIn()) co_return co_await answer(refusal(CallRefusal::tooMany));

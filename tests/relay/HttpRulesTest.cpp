@@ -172,6 +172,12 @@ TEST_F(HttpRulesTest, SendsNoContentToAHead) {
     EXPECT_THAT(answer, testing::EndsWith("\r\n\r\n"));
 }
 
+TEST_F(HttpRulesTest, SendsNoContentToAHeadThatIsBroken) {
+    const auto answer = exchange(relay.port(), "HEAD /v1/pair/create HTTP/1.1\r\nHost\r\n\r\n");
+    EXPECT_EQ(statusOf(answer), 400U);
+    EXPECT_THAT(answer, testing::EndsWith("\r\n\r\n"));
+}
+
 TEST_F(HttpRulesTest, SaysWhenItAnsweredAndNotWithWhat) {
     for (const auto& bytes : {with(length, content), with("Content-Length: x\r\n")}) {
         const auto answer = exchange(relay.port(), bytes);
