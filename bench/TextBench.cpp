@@ -1,10 +1,10 @@
-#include "app/personal/PoznamkyStore.h"
 #include "bench/Measure.h"
 #include "foundation/Text.h"
 #include "foundation/TextPattern.h"
 #include "platform/linux/BoottimeClock.h"
 #include "platform/linux/SystemRandom.h"
 #include "shared/base/Require.h"
+#include "tests/support/AwaitedStores.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cstdio>
@@ -52,7 +52,7 @@ struct Stored {
     TemporaryFolder support;
     std::unique_ptr<BoottimeClock> clock = BoottimeClock::create().value();
     SystemRandom random;
-    PoznamkyStore store = PoznamkyStore::load(support.path(), *clock, random);
+    AwaitedNotes store{support.path(), *clock, random};
     MorvexNote note{random.uuid(), "Poznámka", {}, clock->now(), clock->now(), 1, {}};
 
     void change(const std::string& body) {

@@ -1,5 +1,6 @@
 #include "fuzz/StoreFile.h"
 #include "platform/linux/JsonDefaults.h"
+#include "shared/wire/JsonLimits.h"
 
 #include <boost/json.hpp>
 

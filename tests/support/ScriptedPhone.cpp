@@ -46,6 +46,10 @@ void ScriptedPhone::exchangeHellos() {
                                                toBytes(encode(mine)), clock_.now(), random_.uuid())}});
 }
 
+void ScriptedPhone::pong() {
+    if (socket_) socket_->pong();
+}
+
 void ScriptedPhone::deliver(RelayMessage message) {
     socket_->deliver(encode(message));
 }

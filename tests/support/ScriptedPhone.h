@@ -39,6 +39,8 @@ class ScriptedPhone {
     void exchangeHellos();
 
     void deliver(RelayMessage message);
+    /// The relay's answer to every ping that waits.
+    void pong();
     /// A message that is not sent yet.
     Envelope seal(const MacPayload& payload, std::string requestID);
     void send(MacPayload payload, std::string requestID);

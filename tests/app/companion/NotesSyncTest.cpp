@@ -251,7 +251,7 @@ TEST_F(NotesSyncTest, ANoteTooLongForTheWayIsPassedOverAndTheLinkStays) {
     (void)connectAgain();
     EXPECT_EQ(takeUpdates(), (Titles{"první", "třetí"}));
     EXPECT_EQ(trouble(), "none") << "once is enough";
-    ASSERT_TRUE(companion->poznamky().upravit("dlouhá", {}, std::string(3'200'000, 'y')));
+    ASSERT_TRUE(ended(companion->poznamky().upravit("dlouhá", {}, std::string(3'200'000, 'y'))));
     executor.runUntilIdle();
     EXPECT_NE(trouble(), "none") << "another version";
     EXPECT_EQ(companion->poznamky().vsechny().size(), 3U);

@@ -9,6 +9,7 @@
 #include "shared/trust/CryptoError.h"
 #include "shared/trust/SecureChannel.h"
 #include "shared/wire/DecodeError.h"
+#include "shared/wire/Envelope.h"
 #include "shared/wire/PublicKeys.h"
 #include "shared/wire/TalkSpanError.h"
 
@@ -94,6 +95,7 @@ const std::vector<Words>& everyError() {
          wordsOfEach<Channel::Duvod>([](Channel::Duvod duvod) { return Channel{duvod, Sample::text}; })},
         {"shared/wire/DecodeError.h", wordsOfEach<DecodeError::Reason>(whole)},
         {"shared/wire/DecodeError.h", wordsOfEach<DecodeError::Reason>(field)},
+        {"shared/wire/Envelope.h", {AmbiguousIdentity{}.popis()}},
         {"shared/wire/PublicKeys.h", wordsOf(&KryptoChyba::value)},
         {"shared/wire/TalkSpanError.h", wordsOf(&TalkSpanError::value)},
     };

@@ -38,6 +38,8 @@ void ShownCompanion::fill() {
     history.selhal(begin("claude-code", "Najdi, proč padá sestavení"), "Agent neodpověděl včas.");
     begin("claude-code", "Přidej na web tmavý režim");
     (void)ended(companion->poznamky().vytvorit("Nákup", "Mléko\nChléb\nMáslo"));
+    phone.pong();
+    executor.runUntilIdle();
     clock.advance(std::chrono::hours(3));
     (void)ended(companion->poznamky().vytvorit("Nápady na výlet", "Říp, Kokořín, Máchovo jezero"));
     (void)ended(companion->souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
