@@ -2,11 +2,14 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <ctime>
+#include <fstream>
 #include <functional>
 #include <pthread.h>
 #include <sys/resource.h>
 #include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace morvex {
@@ -51,6 +54,14 @@ inline double threadProcessorMilliseconds(std::thread& thread) {
     ::pthread_getcpuclockid(thread.native_handle(), &clock);
     ::clock_gettime(clock, &used);
     return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
+}
+
+/// Of this process.
+inline double residentMebibytes() {
+    std::size_t all = 0;
+    std::size_t resident = 0;
+    std::ifstream("/proc/self/statm") >> all >> resident;
+    return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024 * 1024);
 }
 
 /// Medians in milliseconds.

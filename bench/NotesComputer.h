@@ -5,16 +5,12 @@
 #include "app/companion/ToolGate.h"
 #include "app/personal/NotesTools.h"
 #include "bench/Measure.h"
-#include "foundation/ThreadExecutor.h"
+#include "bench/PairedDevices.h"
 #include "platform/memory/FakeFolderPicker.h"
 #include "platform/memory/FixedFolders.h"
 #include "platform/memory/MemoryBookmarks.h"
 #include "platform/memory/MemoryDefaults.h"
 #include "platform/memory/ScriptedPrograms.h"
-#include "platform/net/BeastWebSocketClient.h"
-#include "platform/net/CurlHttpClient.h"
-#include "relay/RelayServer.h"
-#include "shared-apple/RelayParovani.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/MacToolName.h"
 #include "tests/support/Await.h"
@@ -24,73 +20,11 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 #include <utility>
 
-// A relay, a computer that keeps notes and whatever it needs for that, each with threads and sockets of its
-// own.
+// A computer that keeps notes, and whatever it needs for that.
 
 namespace morvex {
-
-/// The relay with its thread.
-class Relay {
-  public:
-    Relay() : server_(make()), thread_([this] { server_->run(); }) {}
-
-    ~Relay() {
-        server_->stop();
-        thread_.join();
-    }
-
-    Relay(const Relay&) = delete;
-    Relay& operator=(const Relay&) = delete;
-
-    [[nodiscard]] std::string address() const { return server_->address(); }
-
-  private:
-    static std::unique_ptr<RelayServer> make() {
-        RelayOptions options;
-        options.port = "0";
-        return RelayServer::create(options, {}, PairStore::open(":memory:").value(), [](std::string_view) {})
-            .value();
-    }
-
-    std::unique_ptr<RelayServer> server_;
-    std::thread thread_;
-};
-
-/// One end of the pair, with threads and a socket of its own.
-struct Device {
-    ThreadExecutor main{"main"};
-    ThreadExecutor records{"records"};
-    ThreadExecutor link{"link"};
-    BeastWebSocketClient sockets;
-    std::shared_ptr<const DeviceIdentity> identita =
-        std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
-
-    std::shared_ptr<SecureLink> linkTo(const Device& other, PairID pair, const std::string& relay,
-                                       DeviceRole role, Clock& clock, Random& random) {
-        const auto otherRole = role == DeviceRole::mac ? DeviceRole::phone : DeviceRole::mac;
-        PairedPeer peer{std::move(pair),
-                        relay,
-                        other.identita->deviceID(),
-                        other.identita->signingKey(),
-                        other.identita->agreementKey(),
-                        otherRole,
-                        clock.now()};
-        return SecureLink::create(identita, std::move(peer), role, {{link, clock, sockets}, random}).value();
-    }
-};
-
-inline PairID pairOf(const Device& mac, const Device& phone, const std::string& relay, Executor& executor,
-                     const Clock& clock) {
-    CurlHttpClient http;
-    RelayParovani calls(http, clock);
-    auto address = RelayAddress::parse(relay).value();
-    auto made = await(executor, calls.zalozit(address, mac.identita, DeviceRole::mac)).value();
-    return await(executor, calls.pripojit(address, made.pairingToken, phone.identita, DeviceRole::phone))
-        .value();
-}
 
 /// What `mac.status` tells of, with no outside programs. On the computer's main thread.
 class LocalStatus {

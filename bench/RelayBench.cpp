@@ -17,7 +17,6 @@
 #include <string>
 #include <sys/resource.h>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
 // The relay with as many idle phones as one process may have sockets, 20,000 at most, and what a forwarded
@@ -88,13 +87,6 @@ class Relay {
     std::unique_ptr<RelayServer> server_;
     std::thread thread_;
 };
-
-double residentMebibytes() {
-    std::size_t all = 0;
-    std::size_t resident = 0;
-    std::ifstream("/proc/self/statm") >> all >> resident;
-    return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / (1024 * 1024);
-}
 
 /// As many as wanted, or as a process may have sockets here.
 std::size_t possiblePhones() {

@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <fstream>
 #include <malloc.h>
-#include <unistd.h>
 
 namespace morvex {
 
@@ -36,13 +35,6 @@ double processorMicroseconds() {
 double heapMebibytes() {
     const auto heap = ::mallinfo2();
     return static_cast<double>(heap.uordblks + heap.hblkhd) / mebibyte;
-}
-
-double residentMebibytes() {
-    std::size_t all = 0;
-    std::size_t resident = 0;
-    std::ifstream("/proc/self/statm") >> all >> resident;
-    return static_cast<double>(resident) * static_cast<double>(::sysconf(_SC_PAGESIZE)) / mebibyte;
 }
 
 double openDescriptors() {
