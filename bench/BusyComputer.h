@@ -1,0 +1,65 @@
+#pragma once
+
+#include "app/companion/Companion.h"
+#include "bench/PairedDevices.h"
+#include "shared-apple/PametoveUloziste.h"
+#include "tests/support/FakeDesktop.h"
+
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace morvex {
+
+/// A companion with the real network and the real time, whose work on files can be held up.
+class BusyComputer {
+  public:
+    /// It may work on files in `home`. All of it outlives this object.
+    BusyComputer(Device& device, const PairedPeer& phone, Clock& clock, Random& random,
+                 const std::filesystem::path& home);
+    ~BusyComputer();
+    BusyComputer(const BusyComputer&) = delete;
+    BusyComputer& operator=(const BusyComputer&) = delete;
+
+    /// Work on files begins no sooner than that.
+    void occupyFileWork(std::chrono::seconds time);
+
+    /// How often it has connected to the relay.
+    [[nodiscard]] int connections() const { return sockets_.connections; }
+
+    /// The trouble that its window shows; empty without one.
+    std::string trouble();
+
+  private:
+    static Task<void> start(BusyComputer* self, Clock& clock, Random& random);
+    static Task<void> end(BusyComputer* self);
+    static Task<std::string> tellTrouble(Companion* companion);
+
+    class CountedSockets final : public WebSocketClient {
+      public:
+        explicit CountedSockets(WebSocketClient& sockets) : sockets_(sockets) {}
+
+        Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override {
+            ++connections;
+            return sockets_.connect(std::move(url), std::move(stop));
+        }
+
+        std::atomic<int> connections = 0;
+
+      private:
+        WebSocketClient& sockets_;
+    };
+
+    Device& device_;
+    ThreadExecutor files_{"files"};
+    CountedSockets sockets_;
+    CurlHttpClient http_;
+    PametoveUloziste store_;
+    FakeDesktop desktop_;
+    std::unique_ptr<Companion> companion_;
+};
+
+} // namespace morvex
