@@ -64,11 +64,6 @@ class RealCompanion {
     /// Resets the connection to the relay.
     void cutConnection() { sockets_.cut(); }
 
-    /// Its work on files waits until then.
-    void occupyWorkers(std::future<void> until) {
-        workers_.post([until = std::move(until)] { until.wait(); });
-    }
-
     /// The way of its calls over HTTP.
     HastyHttp& http() { return http_; }
 
