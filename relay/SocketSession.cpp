@@ -1,6 +1,7 @@
 #include "relay/SocketSession.h"
 
 #include "relay/FailureFrame.h"
+#include "shared/base/NotReadingPong.h"
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
@@ -178,7 +179,7 @@ std::size_t SocketSession::longestFrame() const {
 void SocketSession::tick(Vitals::Moment now) {
     switch (vitals_.judge(signs(), now)) {
     case Vitals::Verdict::well:
-        return;
+        return tellNotReading();
     case Vitals::Verdict::ping:
         return ping();
     case Vitals::Verdict::late:
@@ -208,6 +209,13 @@ void SocketSession::ping() {
     if (isPinging_) return;
     isPinging_ = true;
     socket_.async_ping({},
+                       [self = shared_from_this()](boost::beast::error_code) { self->isPinging_ = false; });
+}
+
+void SocketSession::tellNotReading() {
+    if (!isReadingPaused_ || ending_ || isPinging_) return;
+    isPinging_ = true;
+    socket_.async_pong(websocket::ping_data(notReadingPong.data(), notReadingPong.size()),
                        [self = shared_from_this()](boost::beast::error_code) { self->isPinging_ = false; });
 }
 

@@ -63,6 +63,7 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
     [[nodiscard]] std::size_t longestFrame() const;
     [[nodiscard]] Vitals::Signs signs();
     void ping();
+    void tellNotReading();
     void readingEnded();
     void abort();
     void log(const std::string& event);
@@ -80,7 +81,7 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
     std::optional<Ending> ending_;
     bool isLoggedIn_ = false;
     bool isReadingPaused_ = false;
-    bool isPinging_ = false;
+    bool isPinging_ = false; ///< or sends a pong
     Gate mayRead_;
     Gate mayWrite_;
     std::string name_ = "socket"; ///< for the log

@@ -4,6 +4,7 @@
 #include "platform/net/UpgradeAnswer.h"
 #include "platform/net/WebSocketNetwork.h"
 #include "shared/base/FrameLimit.h"
+#include "shared/base/NotReadingPong.h"
 #include "shared/base/Require.h"
 
 #include <boost/asio/as_tuple.hpp>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <tuple>
 #include <utility>
 
@@ -197,12 +199,17 @@ void WebSocketConnection::writePing() {
     });
 }
 
-/// A peer that got several pings may answer the latest alone (RFC 6455, section 5.5.3).
+/// A peer that got several pings may answer the latest alone (RFC 6455, section 5.5.3). One that does not
+/// read gets none at present, but lives.
 void WebSocketConnection::noticePong(std::string_view payload) {
+    if (payload == notReadingPong) return answerPings(std::ssize(pings_));
     auto matches = [payload](const Ping& ping) { return std::to_string(ping.number) == payload; };
     auto match = std::ranges::find_if(pings_, matches);
-    if (match == pings_.end()) return;
-    for (auto answered = match - pings_.begin() + 1; answered > 0; --answered) {
+    if (match != pings_.end()) answerPings(match - pings_.begin() + 1);
+}
+
+void WebSocketConnection::answerPings(std::ptrdiff_t count) {
+    for (; count > 0; --count) {
         pings_.front().reply({});
         pings_.pop_front();
     }

@@ -71,6 +71,7 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
     void takeMessage();
     void deliver(WebSocketFrame frame);
     void noticePong(std::string_view payload);
+    void answerPings(std::ptrdiff_t count);
     void writeNext();
     void writePing();
 

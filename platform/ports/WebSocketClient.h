@@ -33,7 +33,7 @@ class WebSocket {
     /// socket is closed by either side or broken and everything that had arrived until then was taken.
     virtual Task<Result<WebSocketFrame>> receive() = 0;
 
-    /// Resumes when the pong to this ping has arrived. Fails when the socket ends first.
+    /// Resumes at the pong to this ping, or at a `notReadingPong`. Fails when the socket ends first.
     virtual Task<Result<void>> ping() = 0;
 
     /// Whether this end reads what the other one sends. It holds back while too much waits for `receive`, and

@@ -1,5 +1,6 @@
 #include "platform/net/BeastWebSocketClient.h"
 
+#include "shared/base/NotReadingPong.h"
 #include "tests/platform/net/WebSocketTest.h"
 
 #include <boost/asio/buffer.hpp>
@@ -186,6 +187,23 @@ TEST_F(BeastWebSocket, APingWaitsForItsOwnPongUntilTheEnd) {
     EXPECT_TRUE(waits(ping));
     socket->close(CloseCode::abnormal);
     EXPECT_NE(failureOf(end(std::move(ping))), "");
+}
+
+TEST_F(BeastWebSocket, APingEndsWhenThePeerTellsThatItDoesNotReadAtPresent) {
+    std::promise<void> isAsked;
+    TestServer server([&isAsked](TestServer::Socket& socket) {
+        auto peer = accept(socket);
+        isAsked.get_future().wait();
+        peer.pong({notReadingPong.data(), notReadingPong.size()});
+        readToTheEnd(socket);
+    });
+    auto socket = connect(server);
+    auto ping = start(executor_, socket->ping());
+    passThroughTheNetworkThread();
+    EXPECT_TRUE(waits(ping));
+    isAsked.set_value();
+    EXPECT_TRUE(end(std::move(ping)));
+    socket->close(CloseCode::abnormal);
 }
 
 TEST_F(BeastWebSocket, AnswersThePingsOfItsPeer) {
