@@ -29,6 +29,10 @@ Task<void> CallingPhone::end(CallingPhone* self) {
 }
 
 void CallingPhone::call(std::size_t count, Calls calls) {
+    {
+        std::lock_guard lock(mutex_);
+        tally_.lastSign = Now::now();
+    }
     executor_.post(
         [this, count, calls = std::move(calls)]() mutable { scope_.spawn(send(count, std::move(calls))); });
 }

@@ -34,7 +34,7 @@ class CallingPhone {
         std::size_t refused = 0;
         Time firstAnswer;
         Time lastAnswer;
-        Time lastSign; ///< of progress: a call left or an answer came
+        Time lastSign; ///< of progress: calls were asked for, one left, an answer came
     };
 
     /// `executor` is the link's. Starts the link.
