@@ -112,13 +112,14 @@ std::string RawSocket::readToTheEnd() {
     return bytes;
 }
 
-TestPair pairAt(std::uint16_t port) {
+TestPair pairAt(std::uint16_t port, bool usesTls) {
     TestPair pair;
-    const auto created = post(port, "/v1/pair/create", TestPair::create(pair.mac));
+    const auto created = post(port, "/v1/pair/create", TestPair::create(pair.mac), usesTls);
     EXPECT_EQ(created.status, 200U) << created.body;
     const auto founding = decode<ZalozitOdpoved>(created.body).value();
     pair.id = founding.pairID;
-    const auto joined = post(port, "/v1/pair/join", TestPair::join(pair.phone, founding.pairingToken));
+    const auto joined =
+        post(port, "/v1/pair/join", TestPair::join(pair.phone, founding.pairingToken), usesTls);
     EXPECT_EQ(joined.status, 200U) << joined.body;
     return pair;
 }

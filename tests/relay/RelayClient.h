@@ -44,7 +44,7 @@ class RawSocket {
 };
 
 /// Lets two new devices pair at the relay.
-TestPair pairAt(std::uint16_t port);
+TestPair pairAt(std::uint16_t port, bool usesTls = false);
 
 /// A store that knows these pairs, whose tokens end then and were used at once.
 PairStore storeOf(const std::vector<TestPair>& pairs, Date tokenEnd);

@@ -1,12 +1,9 @@
 #include "relay/FailureFrame.h"
-#include "tests/relay/RelayClient.h"
-#include "tests/relay/RunningRelay.h"
+#include "tests/relay/ConnectedPair.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <future>
 #include <thread>
 #include <vector>
 
@@ -15,9 +12,6 @@ using namespace morvex;
 namespace {
 
 constexpr std::uint16_t policyViolation = 1008;
-
-const std::string online = encode(RelayMessage{RelayMessage::PeerOnline{true}});
-const std::string offline = encode(RelayMessage{RelayMessage::PeerOnline{false}});
 
 Date today() {
     return std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
@@ -37,19 +31,7 @@ void expectEnded(DeviceSocket& socket, RelayFailure code) {
     EXPECT_EQ(socket.closeCode(), policyViolation);
 }
 
-/// Both devices of a pair, logged in.
-struct Connected {
-    RunningRelay relay;
-    TestPair pair = pairAt(relay.port());
-    DeviceSocket mac{relay.port()};
-    DeviceSocket phone{relay.port()};
-
-    explicit Connected(const RelayLimits& limits = RunningRelay::quickLimits()) : relay(limits) {
-        mac.logIn(pair, pair.mac, false);
-        phone.logIn(pair, pair.phone, true);
-        EXPECT_EQ(mac.read(), online);
-    }
-};
+using Connected = ConnectedPair<RunningRelay>;
 
 } // namespace
 
@@ -207,55 +189,6 @@ TEST(RelayServer, EndsASocketWhoseFrameGoesOnAndOn) {
     both.mac.tryToWrite(std::string(3 * mebibyte, ' '));
     expectEnded(both.mac, RelayFailure::tooLarge);
     EXPECT_EQ(both.phone.read(), offline);
-}
-
-TEST(RelayServer, PassesTheLargestFileThatADeviceSends) {
-    Connected both;
-    const auto frame = both.pair.frame(both.pair.mac, both.pair.phone, 1, 2'500'000);
-    std::jthread sender{[&] { both.mac.write(frame); }};
-    EXPECT_EQ(both.phone.read(), frame);
-}
-
-TEST(RelayServer, PassesABurstOfTenThousandNotesInOrder) {
-    Connected both;
-    std::jthread sender{[&] {
-        for (std::uint64_t counter = 1; counter <= 10'000; ++counter)
-            both.mac.write(both.pair.frame(both.pair.mac, both.pair.phone, counter, 700));
-    }};
-    for (std::uint64_t counter = 1; counter <= 10'000; ++counter)
-        ASSERT_EQ(both.phone.read(), both.pair.frame(both.pair.mac, both.pair.phone, counter, 700));
-}
-
-TEST(RelayServer, HoldsASenderBackAndLosesNothing) {
-    auto limits = RunningRelay::quickLimits();
-    limits.waiting = 100'000;
-    Connected both{limits};
-    constexpr std::uint64_t count = 200;
-    std::jthread sender{[&] {
-        for (std::uint64_t counter = 1; counter <= count; ++counter)
-            both.mac.write(both.pair.frame(both.pair.mac, both.pair.phone, counter, 60'000));
-    }};
-    for (std::uint64_t counter = 1; counter <= count; ++counter)
-        ASSERT_EQ(both.phone.read(), both.pair.frame(both.pair.mac, both.pair.phone, counter, 60'000));
-    both.phone.write(both.pair.fromPhone());
-    EXPECT_EQ(both.mac.read(), both.pair.fromPhone());
-}
-
-TEST(RelayServer, ClosesAReceiverThatTakesNothingAndKeepsLittleForIt) {
-    auto limits = RunningRelay::quickLimits();
-    limits.waiting = mebibyte;
-    limits.stall = RelayLimits::Time{300};
-    Connected both{limits};
-    constexpr std::size_t count = 60;
-    const auto frame = both.pair.frame(both.pair.mac, both.pair.phone, 1, 750'000);
-    for (std::size_t sent = 0; sent < count; ++sent) both.mac.write(frame);
-    both.mac.write("nonsense");
-    EXPECT_EQ(both.mac.read(), offline);
-    std::size_t refused = 0;
-    auto answer = both.mac.read();
-    for (; answer == failureFrame(RelayFailure::peerOffline); answer = both.mac.read()) ++refused;
-    EXPECT_EQ(answer, failureFrame(RelayFailure::malformed));
-    EXPECT_GT(refused, count / 2) << "the relay and the sockets' own buffers took half of 60 MB";
 }
 
 TEST(RelayServer, PingsSilentDevicesAndKeepsThoseThatAnswer) {

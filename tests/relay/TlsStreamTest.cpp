@@ -1,18 +1,13 @@
-#include "tests/relay/RelayClient.h"
-#include "tests/relay/TlsRelay.h"
+#include "tests/relay/ConnectedPair.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
+#include <memory>
 #include <string>
-#include <thread>
 
 using namespace morvex;
 
 namespace {
-
-const std::string online = encode(RelayMessage{RelayMessage::PeerOnline{true}});
-const std::string offline = encode(RelayMessage{RelayMessage::PeerOnline{false}});
 
 constexpr bool overTls = true;
 
@@ -21,30 +16,6 @@ std::string request(std::string_view body) {
            "application/json\r\nContent-Length: " +
            std::to_string(body.size()) + "\r\n\r\n" + std::string{body};
 }
-
-TestPair pairOverTls(std::uint16_t port) {
-    TestPair pair;
-    const auto created = post(port, "/v1/pair/create", TestPair::create(pair.mac), overTls);
-    const auto founding = decode<ZalozitOdpoved>(created.body).value();
-    pair.id = founding.pairID;
-    const auto joining = TestPair::join(pair.phone, founding.pairingToken);
-    EXPECT_EQ(post(port, "/v1/pair/join", joining, overTls).status, 200U);
-    return pair;
-}
-
-/// Both devices of a pair, logged in over TLS.
-struct Connected {
-    TlsRelay relay;
-    TestPair pair = pairOverTls(relay.port());
-    DeviceSocket mac{relay.port(), overTls};
-    DeviceSocket phone{relay.port(), overTls};
-
-    explicit Connected(const RelayLimits& limits = RunningRelay::quickLimits()) : relay(limits) {
-        mac.logIn(pair, pair.mac, false);
-        phone.logIn(pair, pair.phone, true);
-        EXPECT_EQ(mac.read(), online);
-    }
-};
 
 struct TlsStream : testing::Test {
     TlsRelay relay;
@@ -119,54 +90,8 @@ TEST(TlsStreamLimits, EndsAHandshakeThatDoesNotEndItself) {
     EXPECT_EQ(silent.read(), "");
 }
 
-TEST(TlsSockets, CarryTheLargestFramesBothWays) {
-    Connected both;
-    const auto fromMac = both.pair.frame(both.pair.mac, both.pair.phone, 1, 2'500'000);
-    const auto fromPhone = both.pair.frame(both.pair.phone, both.pair.mac, 1, 2'500'000);
-    std::jthread macSends{[&] { both.mac.write(fromMac); }};
-    EXPECT_EQ(both.phone.read(), fromMac);
-    macSends.join();
-    std::jthread phoneSends{[&] { both.phone.write(fromPhone); }};
-    EXPECT_EQ(both.mac.read(), fromPhone);
-}
-
-TEST(TlsSockets, CarryABurstInOrder) {
-    Connected both;
-    std::jthread sender{[&] {
-        for (std::uint64_t counter = 1; counter <= 3000; ++counter)
-            both.mac.write(both.pair.frame(both.pair.mac, both.pair.phone, counter, 700));
-    }};
-    for (std::uint64_t counter = 1; counter <= 3000; ++counter)
-        ASSERT_EQ(both.phone.read(), both.pair.frame(both.pair.mac, both.pair.phone, counter, 700));
-}
-
-TEST(TlsSockets, HoldASenderBackAndLoseNothing) {
-    auto limits = RunningRelay::quickLimits();
-    limits.waiting = 100'000;
-    Connected both{limits};
-    constexpr std::uint64_t count = 200;
-    std::jthread sender{[&] {
-        for (std::uint64_t counter = 1; counter <= count; ++counter)
-            both.mac.write(both.pair.frame(both.pair.mac, both.pair.phone, counter, 60'000));
-    }};
-    for (std::uint64_t counter = 1; counter <= count; ++counter)
-        ASSERT_EQ(both.phone.read(), both.pair.frame(both.pair.mac, both.pair.phone, counter, 60'000));
-    both.phone.write(both.pair.fromPhone());
-    EXPECT_EQ(both.mac.read(), both.pair.fromPhone());
-}
-
-TEST(TlsSockets, EndAReceiverThatTakesNothing) {
-    auto limits = RunningRelay::quickLimits();
-    limits.waiting = mebibyte;
-    limits.stall = RelayLimits::Time{300};
-    Connected both{limits};
-    const auto frame = both.pair.frame(both.pair.mac, both.pair.phone, 1, 750'000);
-    for (std::size_t sent = 0; sent < 60; ++sent) both.mac.write(frame);
-    EXPECT_EQ(both.mac.read(), offline);
-}
-
 TEST(TlsSockets, NoticePeersThatAreCutWithoutAFarewell) {
-    Connected both;
+    ConnectedPair<TlsRelay> both;
     for (const bool isReset : {false, true}) {
         auto phone = std::make_unique<DeviceSocket>(both.relay.port(), overTls);
         phone->logIn(both.pair, both.pair.phone, true);
