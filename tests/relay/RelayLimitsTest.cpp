@@ -1,0 +1,90 @@
+#include "tests/relay/RelayClient.h"
+#include "tests/relay/RunningRelay.h"
+
+#include <gtest/gtest.h>
+
+using namespace morvex;
+
+namespace {
+
+using std::chrono::hours;
+using std::chrono::minutes;
+using std::chrono::seconds;
+
+constexpr OriginLimit::Moment start{hours{1}};
+
+/// A relay whose limits by address hold for this computer too.
+RelayLimits strictLimits() {
+    auto limits = RunningRelay::quickLimits();
+    limits.thisComputer = Origin::ThisComputer::limited;
+    return limits;
+}
+
+unsigned create(const RunningRelay& relay, const std::string& from) {
+    const auto body = TestPair::create(DeviceIdentity::generate());
+    return post(relay.port(), "/v1/pair/create", body, false, from).status;
+}
+
+const std::string other = "127.200.0.1";
+
+} // namespace
+
+TEST(RelayLimits, HoldForAnAddressAndASpan) {
+    struct Row {
+        const char* what;
+        OriginLimit RelayState::* limit;
+        std::size_t most;
+        seconds span;
+    };
+
+    const auto origin = Origin::of(boost::asio::ip::make_address("203.0.113.7"));
+    for (const auto& [what, limit, most, span] :
+         {Row{"connections", &RelayState::connectionLimit, 600, minutes{1}},
+          Row{"calls", &RelayState::callLimit, 30, minutes{1}},
+          Row{"new pairs", &RelayState::creationLimit, 200, hours{24}},
+          Row{"logins", &RelayState::loginLimit, 240, minutes{1}}}) {
+        RelayState state{RelayLimits{}, RunningRelay::memoryStore(), [](std::string_view) {}};
+        std::size_t admitted = 0;
+        while ((state.*limit).admits(origin, start)) ++admitted;
+        EXPECT_EQ(admitted, most) << what;
+        EXPECT_FALSE((state.*limit).admits(origin, start + span - seconds{1})) << what;
+        EXPECT_TRUE((state.*limit).admits(origin, start + span)) << what;
+    }
+}
+
+TEST(RelayLimits, RefuseFurtherPairsOfAnAddress) {
+    auto limits = strictLimits();
+    limits.pairsPerDay = 2;
+    const RunningRelay relay{limits};
+    EXPECT_EQ(create(relay, thisComputer), 200U);
+    EXPECT_EQ(create(relay, thisComputer), 200U);
+    EXPECT_EQ(create(relay, thisComputer), 429U);
+    EXPECT_EQ(post(relay.port(), "/v1/pair/join", TestPair::join(DeviceIdentity::generate(), "x")).status,
+              404U)
+        << "another call is not refused";
+    EXPECT_EQ(create(relay, other), 200U);
+}
+
+TEST(RelayLimits, RefuseFurtherCallsOfAnAddress) {
+    auto limits = strictLimits();
+    limits.callsPerMinute = 2;
+    const RunningRelay relay{limits};
+    const auto join = [&](const std::string& from) {
+        const auto body = TestPair::join(DeviceIdentity::generate(), "unknown");
+        return post(relay.port(), "/v1/pair/join", body, false, from).status;
+    };
+    EXPECT_EQ(join(thisComputer), 404U);
+    EXPECT_EQ(join(thisComputer), 404U);
+    EXPECT_EQ(join(thisComputer), 429U);
+    EXPECT_EQ(join(other), 404U);
+}
+
+TEST(RelayLimits, RefuseFurtherConnectionsOfAnAddress) {
+    auto limits = strictLimits();
+    limits.connectionsPerMinute = 2;
+    const RunningRelay relay{limits};
+    EXPECT_EQ(create(relay, thisComputer), 200U);
+    EXPECT_EQ(create(relay, thisComputer), 200U);
+    EXPECT_EQ(create(relay, thisComputer), 0U) << "closed without an answer";
+    EXPECT_EQ(create(relay, other), 200U);
+}
