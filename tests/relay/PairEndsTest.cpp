@@ -80,6 +80,18 @@ struct PairEndsTest : testing::Test {
         return rows;
     }
 
+    /// All that SQLite knows of the tables and indexes of a file, and the marks of its owner and version.
+    static std::vector<std::string> schemaOf(const std::filesystem::path& path) {
+        auto database = Database::open(path.string()).value();
+        std::vector<std::string> texts;
+        for (const char* sql : {"SELECT name || ': ' || ifnull(sql, '') FROM sqlite_schema ORDER BY name",
+                                "PRAGMA application_id", "PRAGMA user_version"}) {
+            auto rows = database.rows(sql).value();
+            while (rows.next().value()) texts.push_back(rows.text(0));
+        }
+        return texts;
+    }
+
     std::int64_t pages() {
         auto database = Database::open(file.string()).value();
         auto rows = database.rows("PRAGMA page_count").value();
@@ -180,6 +192,7 @@ TEST_F(PairEndsTest, AnEarlierFileKeepsItsPairsAndGetsEnds) {
     auto rows = earlierPair("JOINED", "NULL", 2);
     std::ranges::copy(earlierPair("REVOKED", "1700000000", 2), std::back_inserter(rows));
     std::ranges::copy(earlierPair("ALONE", "NULL", 1), std::back_inserter(rows));
+    std::ranges::copy(earlierPair("UNUSED", "NULL", 2), std::back_inserter(rows));
     layEarlierFile(rows);
     auto store = open();
     EXPECT_EQ(store.find(PairID{"JOINED"}).value()->members.size(), 2U);
@@ -188,8 +201,26 @@ TEST_F(PairEndsTest, AnEarlierFileKeepsItsPairsAndGetsEnds) {
     expectEnd(store, "ALONE", now + hours{1});
     EXPECT_TRUE(knows(store, "JOINED"));
     ASSERT_TRUE(store.keep(std::vector{PairID{"JOINED"}}, now + days{5}));
+    sweepAll(store, now + days{180});
+    EXPECT_TRUE(knows(store, "UNUSED"));
     expectEnd(store, "REVOKED", now + days{180});
+    EXPECT_FALSE(knows(store, "UNUSED"));
     expectEnd(store, "JOINED", now + days{185});
+}
+
+TEST_F(PairEndsTest, AnEarlierFileGetsTheSchemaOfANewOne) {
+    layEarlierFile({});
+    open();
+    const auto fresh = folder.path() / "fresh.db";
+    ASSERT_TRUE(PairStore::open(fresh));
+    EXPECT_EQ(schemaOf(file), schemaOf(fresh));
+}
+
+TEST_F(PairEndsTest, AnEarlierFileThatCannotBeTakenOverStaysAsItWas) {
+    layEarlierFile({"CREATE INDEX pairsByToken ON pairs (id)"});
+    const auto before = schemaOf(file);
+    EXPECT_FALSE(PairStore::open(file));
+    EXPECT_EQ(schemaOf(file), before);
 }
 
 TEST_F(PairEndsTest, AnEarlierFileLearnsToGivePagesBackWhileItIsInUse) {
