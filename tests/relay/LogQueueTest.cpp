@@ -10,6 +10,7 @@
 #include <fstream>
 #include <string>
 #include <string_view>
+#include <sys/resource.h>
 #include <unistd.h>
 #include <vector>
 
@@ -104,6 +105,27 @@ TEST(LogQueue, ComesBackAfterAFullDisk) {
         ASSERT_TRUE(queue.drain(minutes{1}));
     }
     EXPECT_EQ(linesOf(file), (Lines{"2 log lines were lost", "third", "fourth"}));
+}
+
+TEST(LogQueue, BeginsALineAnewBehindOneThatWasCutShort) {
+    TemporaryFolder folder;
+    const auto file = folder.path() / "log";
+    const int descriptor = ::open(file.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    ASSERT_GE(descriptor, 0);
+    const auto before = ::signal(SIGXFSZ, SIG_IGN);
+    rlimit all{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &all), 0);
+    LogQueue queue{descriptor};
+    const rlimit four{.rlim_cur = 4, .rlim_max = all.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &four), 0);
+    queue.write("first");
+    const bool isDrained = queue.drain(minutes{1});
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &all), 0);
+    ::signal(SIGXFSZ, before);
+    ASSERT_TRUE(isDrained);
+    queue.write("second");
+    ASSERT_TRUE(queue.drain(minutes{1}));
+    EXPECT_EQ(linesOf(file), (Lines{"firs", "1 log lines were lost", "second"}));
 }
 
 TEST(LogQueue, AReaderThatIsGoneEndsNothing) {
