@@ -10,6 +10,8 @@
 namespace morvex {
 namespace {
 
+constexpr std::size_t mebibyte = std::size_t{1024} * 1024;
+
 /// What a socket takes of a peer that sends much.
 class WebSocketLimits : public WebSocketTest {
   protected:
@@ -28,16 +30,16 @@ class WebSocketLimits : public WebSocketTest {
 TEST_F(WebSocketLimits, ReceivesAMessageOfTheLimitAndPassesOverLongerOnes) {
     TestServer server([](TestServer::Socket& socket) {
         auto peer = accept(socket);
-        write(peer, std::string(frameLimit, 'x'));
-        write(peer, std::string(frameLimit + 1, 'x'));
-        write(peer, std::string(3 * frameLimit, 'x'));
+        write(peer, std::string(4 * mebibyte, 'x'));
+        write(peer, std::string(4 * mebibyte + 1, 'x'));
+        write(peer, std::string(32 * mebibyte, 'x'));
         write(peer, "behind them");
         endOf(peer);
     });
     auto socket = connect(server);
     auto frame = receive(socket);
     ASSERT_TRUE(frame) << frame.error().popis();
-    EXPECT_EQ(frame->data.size(), frameLimit);
+    EXPECT_EQ(frame->data.size(), 4 * mebibyte);
     auto next = receive(socket);
     ASSERT_TRUE(next) << next.error().popis();
     EXPECT_EQ(next->data, "behind them");
@@ -46,7 +48,8 @@ TEST_F(WebSocketLimits, ReceivesAMessageOfTheLimitAndPassesOverLongerOnes) {
 TEST_F(WebSocketLimits, BreaksOverAMessageThatGoesOnAndOn) {
     TestServer server([](TestServer::Socket& socket) {
         auto peer = accept(socket);
-        write(peer, std::string(passedOverLimit + 1, 'x'));
+        write(peer, std::string(32 * mebibyte + 1, 'x'));
+        write(peer, "behind it");
         endOf(peer);
     });
     auto socket = connect(server);
