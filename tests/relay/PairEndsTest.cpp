@@ -193,6 +193,7 @@ TEST_F(PairEndsTest, AnEarlierFileKeepsItsPairsAndGetsEnds) {
     std::ranges::copy(earlierPair("REVOKED", "1700000000", 2), std::back_inserter(rows));
     std::ranges::copy(earlierPair("ALONE", "NULL", 1), std::back_inserter(rows));
     std::ranges::copy(earlierPair("UNUSED", "NULL", 2), std::back_inserter(rows));
+    std::ranges::copy(earlierPair("REVOKED ALONE", "1700000000", 1), std::back_inserter(rows));
     layEarlierFile(rows);
     auto store = open();
     EXPECT_EQ(store.find(PairID{"JOINED"}).value()->members.size(), 2U);
@@ -203,8 +204,10 @@ TEST_F(PairEndsTest, AnEarlierFileKeepsItsPairsAndGetsEnds) {
     ASSERT_TRUE(store.keep(std::vector{PairID{"JOINED"}}, now + days{5}));
     sweepAll(store, now + days{180});
     EXPECT_TRUE(knows(store, "UNUSED"));
+    EXPECT_TRUE(knows(store, "REVOKED ALONE"));
     expectEnd(store, "REVOKED", now + days{180});
     EXPECT_FALSE(knows(store, "UNUSED"));
+    EXPECT_FALSE(knows(store, "REVOKED ALONE"));
     expectEnd(store, "JOINED", now + days{185});
 }
 

@@ -193,7 +193,10 @@ TEST(RelayServer, PassesAFrameOfTheLargestSize) {
     Connected both;
     auto largest = both.pair.fromMac();
     largest.resize(4 * mebibyte, ' ');
-    std::jthread sender{[&] { both.mac.write(largest); }};
+    std::jthread sender{[&] {
+        both.mac.write(largest);
+        both.mac.write(both.pair.fromMac());
+    }};
     EXPECT_TRUE(both.phone.read() == largest);
 }
 
