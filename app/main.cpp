@@ -82,7 +82,7 @@ struct System {
     SystemRandom random;
     CurlHttpClient http;
     XdgFolders folders;
-    JsonDefaults defaults = JsonDefaults::load(folders.configuration());
+    JsonDefaults defaults{folders.configuration(), {main, records, *clock}};
     VaultChoice vault{folders.applicationSupport()};
     KeychainStore uloziste{vault, "zz.bramwicks.tolvy"};
     InodeBookmarks bookmarks;
@@ -124,7 +124,10 @@ enum class Face { window, console };
 /// The companion, and what runs on its behalf until it has ended.
 struct Running {
     Running(System& system, FolderPicker& picker)
-        : companion(system.services(picker)), commands(system.main), ending(system.main) {}
+        : defaults(system.defaults),
+          companion(system.services(picker)),
+          commands(system.main),
+          ending(system.main) {}
 
     /// Any number of times: another signal may come until the main loop has ended.
     void quit() {
@@ -135,6 +138,8 @@ struct Running {
         co_await companion.ukoncit();
         commands.stop();
         co_await commands.join();
+        co_await defaults.ukoncit();
+        if (auto problem = defaults.problem()) print(*problem);
         QCoreApplication::quit();
     }
 
@@ -144,6 +149,7 @@ struct Running {
         next();
     }
 
+    JsonDefaults& defaults;
     Companion companion;
     TaskScope commands;
     TaskScope ending;
@@ -181,8 +187,7 @@ int runWindow(System& system, LockFileInstance& instance) {
         running.quit();
     };
     TolvyCompanionApp window(running.companion, {*system.clock, running.commands, clipboard, notifications,
-                                                 colors, tray, version, quit, [] { ::malloc_trim(0); },
-                                                 [&system] { return system.defaults.problem(); }});
+                                                 colors, tray, version, quit, [] { ::malloc_trim(0); }});
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
     if (auto problem = system.defaults.problem()) print(*problem);
     instance.onCall([&window] { window.openMainWindow(); });

@@ -1,6 +1,6 @@
 #include "fuzz/StoreFile.h"
-#include "platform/linux/JsonDefaults.h"
 #include "shared/wire/JsonLimits.h"
+#include "tests/support/ImmediateDefaults.h"
 
 #include <boost/json.hpp>
 
@@ -30,7 +30,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto input = asText({data, size});
     file.lay(input);
 
-    auto defaults = JsonDefaults::load(file.folder());
+    ImmediateDefaults defaults(file.folder());
     file.expectAside(input, defaults.problem() ? StoreFile::Read::nothing : StoreFile::Read::all);
     if (defaults.problem()) return 0;
     const auto values = boost::json::parse(input, {}, {.max_depth = jsonDepthLimit}).as_object();
@@ -38,7 +38,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     defaults.set("fuzz", true);
     for (const auto& [key, value] : before)
         if (value && key != "fuzz") defaults.set(key, *value);
-    const auto again = JsonDefaults::load(file.folder());
+    const ImmediateDefaults again(file.folder());
     vyzaduj(!defaults.problem() && !again.problem(), "the settings cannot be written");
     auto after = settings(again, values);
     if (before.contains("fuzz")) after["fuzz"] = before.at("fuzz");

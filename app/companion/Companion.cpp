@@ -63,8 +63,14 @@ Companion::Companion(CompanionServices services)
                  services_.uloziste, scope_},
                 state_, {[this] { pripojit(); }, [this] { odpojit(); }}) {
     state_.relayAdresa = services_.defaults.text(relayAddressKey).value_or(defaultRelayAddress);
+    state_.potizNastaveni = services_.defaults.problem();
+    services_.defaults.onProblem = [this] { state_.potizNastaveni = services_.defaults.problem(); };
     addTools();
     installCallbacks();
+}
+
+Companion::~Companion() {
+    services_.defaults.onProblem = nullptr;
 }
 
 void Companion::addTools() {

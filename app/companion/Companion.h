@@ -39,6 +39,9 @@ namespace morvex {
 class Companion {
   public:
     explicit Companion(CompanionServices services);
+    ~Companion();
+    Companion(const Companion&) = delete;
+    Companion& operator=(const Companion&) = delete;
 
     /// Loads what the vault holds: the assistant's secrets, the identity (or makes one) and the peer; and
     /// connects when there is a peer.

@@ -25,6 +25,8 @@ struct CompanionState {
     QProperty<std::string> identifikator;
     /// The last problem for the user.
     QProperty<std::optional<std::string>> potiz;
+    /// Why the settings could not be read or saved.
+    QProperty<std::optional<std::string>> potizNastaveni;
     QProperty<std::string> relayAdresa;
     /// Stands as an agent's problem until the first look for it has ended.
     static constexpr const char* jesteNevim = "Zjišťuji…";

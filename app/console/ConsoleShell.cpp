@@ -110,7 +110,7 @@ void ConsoleShell::watch() {
     auto& state = companion_.stav();
     notifiers_.push_back(state.dostupnost.addNotifier([this] { printAvailability(); }));
     auto& bdelost = companion_.bdelost().stav();
-    for (auto* potiz : {&state.potiz, &bdelost.potiz, &bdelost.potizDrzeni})
+    for (auto* potiz : {&state.potiz, &state.potizNastaveni, &bdelost.potiz, &bdelost.potizDrzeni})
         notifiers_.push_back(potiz->addNotifier([this, potiz] { printTrouble(potiz->value()); }));
     companion_.historieAgentu().priZmene([alive = std::weak_ptr(alive_), this] {
         if (!alive.expired()) printTaskTrouble();
@@ -159,6 +159,7 @@ void ConsoleShell::printStatus() {
     shownAvailability_.clear();
     printAvailability();
     printTrouble(state.potiz);
+    printTrouble(state.potizNastaveni);
     const auto& peer = state.protejsek.value();
     print("Telefon: " + (peer ? peer->deviceID.rawValue : std::string("žádný")));
     print("Relay: " + state.relayAdresa.value());

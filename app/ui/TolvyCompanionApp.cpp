@@ -27,7 +27,7 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
       tray_(surroundings.tray),
       model_(companion,
              {surroundings.clock, surroundings.scope, surroundings.clipboard, surroundings.appVersion,
-              [this] { openMainWindow(); }, surroundings.quit, surroundings.settingsProblem}),
+              [this] { openMainWindow(); }, surroundings.quit}),
       windows_(model_, surroundings.clock, surroundings.releaseMemory),
       item_(*model_.link(), tray_, [this](const QRect& place) { toggleMenu(place); }),
       notice_(*model_.approval(), surroundings.notifications, [this] { openMainWindow(); }) {

@@ -31,8 +31,6 @@ class TolvyCompanionApp {
         std::function<void()> quit;
         /// Gives unused memory back to the system; called when the last window is closed.
         std::function<void()> releaseMemory;
-        /// Why the settings could not be read or kept.
-        std::function<std::optional<std::string>()> settingsProblem = [] { return std::nullopt; };
     };
 
     TolvyCompanionApp(Companion& companion, const Surroundings& surroundings);

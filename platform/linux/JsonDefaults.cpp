@@ -11,6 +11,7 @@
 #include <boost/json.hpp>
 
 #include <cerrno>
+#include <utility>
 
 namespace morvex {
 
@@ -68,10 +69,16 @@ json::value jsonFrom(const DefaultsValue& value) {
 
 } // namespace
 
-JsonDefaults JsonDefaults::load(const std::filesystem::path& configHome) {
-    JsonDefaults defaults(configHome / "Morvex" / "defaults.json");
-    defaults.read();
-    return defaults;
+JsonDefaults::JsonDefaults(const std::filesystem::path& configHome, Saving saving)
+    : path_(configHome / "Morvex" / "defaults.json"),
+      saving_(saving),
+      saves_(saving, {[this] { return zacniUkladat(); },
+                      [this](const Result<void>& result) { dokonciUkladani(result); }}) {
+    read();
+}
+
+JsonDefaults::~JsonDefaults() {
+    forgetRetry();
 }
 
 void JsonDefaults::read() {
@@ -122,18 +129,47 @@ std::optional<std::string> JsonDefaults::problem() const {
 }
 
 void JsonDefaults::save() {
-    if (!unsaved_ || !writable_) return;
-    auto written = write();
-    unsaved_ = !written.has_value();
-    saveProblem_.reset();
-    if (!written) saveProblem_ = "Nastavení se nepodařilo uložit: " + written.error().popis();
+    if (unsaved_ && writable_ && !isEnding_) (void)saves_.request(0);
 }
 
-Result<void> JsonDefaults::write() const {
+SaveQueue::Save JsonDefaults::zacniUkladat() {
+    forgetRetry();
+    unsaved_ = false;
     auto text = json::serialize(values_);
-    if (text.size() > sizeLimit) return fail(SystemError{EFBIG});
-    CHECK(checkReadable(text, limits));
-    return writeAtomically(path_, asBytes(text));
+    const auto size = text.size();
+    return {size, [path = path_, text = std::move(text)]() -> Result<void> {
+                if (text.size() > sizeLimit) return fail(SystemError{EFBIG});
+                CHECK(checkReadable(text, limits));
+                return writeAtomically(path, asBytes(text));
+            }};
+}
+
+void JsonDefaults::dokonciUkladani(const Result<void>& result) {
+    auto problem = result ? std::nullopt
+                          : std::optional("Nastavení se nepodařilo uložit: " + result.error().popis());
+    if (!result) unsaved_ = true;
+    if (!result && !isEnding_) waitForRetry();
+    if (std::exchange(saveProblem_, problem) != problem && onProblem) onProblem();
+}
+
+void JsonDefaults::waitForRetry() {
+    auto* home = &saving_.home;
+    retry_ = saving_.clock.at(saving_.clock.sinceBoot() + retryDelay, [home, self = std::weak_ptr(self_)] {
+        home->post([self] {
+            if (const auto defaults = self.lock()) (*defaults)->save();
+        });
+    });
+}
+
+void JsonDefaults::forgetRetry() {
+    if (retry_ != 0) saving_.clock.forget(std::exchange(retry_, 0));
+}
+
+Task<void> JsonDefaults::ukoncit() {
+    forgetRetry();
+    save();
+    isEnding_ = true;
+    co_await saves_.settled();
 }
 
 } // namespace morvex

@@ -1,50 +1,67 @@
 #pragma once
 
+#include "foundation/SaveQueue.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared/base/Error.h"
 
 #include <boost/json/object.hpp>
 
+#include <chrono>
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 
 namespace morvex {
 
 /// The settings in one JSON file, "<config home>/Morvex/defaults.json": an object from key to text, boolean,
 /// data (`{"$data":"<base64>"}`) or an array of texts and data. Values of other kinds are kept for whoever
-/// wrote them and read as absent. Every change is written at once; a change that cannot be written holds in
-/// memory and is tried again with the next one. Main thread only.
-class JsonDefaults final : public UserDefaults {
+/// wrote them and read as absent. Changes are written on the storage thread, those that come during a save
+/// together in the next one. A save that fails is tried again until it succeeds. Main thread only, which is
+/// the home of `saving`.
+class JsonDefaults : public UserDefaults {
   public:
     /// Bytes of the file.
     static constexpr std::size_t sizeLimit = 16 * 1024 * 1024;
 
-    /// Reads the file. A damaged one is set aside and the settings start empty. One that can be neither read
-    /// nor set aside is left alone: then nothing is written.
-    static JsonDefaults load(const std::filesystem::path& configHome);
+    /// From a save that failed to the next one, where no change asks for it earlier.
+    static constexpr Clock::Duration retryDelay = std::chrono::seconds(5);
+
+    /// Reads the file, here and now. A damaged one is set aside and the settings start empty. One that can
+    /// be neither read nor set aside is left alone: then nothing is written.
+    JsonDefaults(const std::filesystem::path& configHome, Saving saving);
+    ~JsonDefaults() override;
 
     [[nodiscard]] std::optional<DefaultsValue> get(const std::string& key) const override;
     /// Text that is not UTF-8 is repaired.
     void setTogether(DefaultsValues values) override;
     void remove(const std::string& key) override;
+    [[nodiscard]] std::optional<std::string> problem() const override;
 
-    /// What is wrong with the file, as a sentence for the user; nothing when all is well.
-    [[nodiscard]] std::optional<std::string> problem() const;
+    /// Saves what is left, and tries once more what could not be saved; awaited before this object goes. What
+    /// is changed later is not saved.
+    Task<void> ukoncit();
 
   private:
-    explicit JsonDefaults(std::filesystem::path path) : path_(std::move(path)) {}
-
     void read();
     void setDamagedAside();
     void save();
-    Result<void> write() const;
+    SaveQueue::Save zacniUkladat();
+    void dokonciUkladani(const Result<void>& result);
+    void waitForRetry();
+    void forgetRetry();
 
     std::filesystem::path path_;
+    Saving saving_;
     boost::json::object values_;
     bool writable_ = true;
     bool unsaved_ = false;
     std::optional<std::string> loadProblem_;
     std::optional<std::string> saveProblem_;
+    Clock::TimerId retry_ = 0; ///< 0 without one
+    bool isEnding_ = false;
+    /// Known to the timer, which may ring when this object is gone.
+    std::shared_ptr<JsonDefaults*> self_ = std::make_shared<JsonDefaults*>(this);
+    SaveQueue saves_;
 };
 
 } // namespace morvex

@@ -2,11 +2,12 @@
 
 #include "platform/ports/UserDefaults.h"
 
+#include <string>
 #include <utility>
 
 namespace morvex {
 
-/// Settings that live as long as the test.
+/// Settings that live as long as the test, and fail to be saved when it says so.
 class MemoryDefaults final : public UserDefaults {
   public:
     [[nodiscard]] std::optional<DefaultsValue> get(const std::string& key) const override {
@@ -22,9 +23,17 @@ class MemoryDefaults final : public UserDefaults {
 
     void remove(const std::string& key) override { values_.erase(key); }
 
+    [[nodiscard]] std::optional<std::string> problem() const override { return problem_; }
+
+    void setProblem(std::optional<std::string> problem) {
+        problem_ = std::move(problem);
+        if (onProblem) onProblem();
+    }
+
     int writes = 0;
 
   private:
+    std::optional<std::string> problem_;
     DefaultsValues values_;
 };
 

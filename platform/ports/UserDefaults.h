@@ -2,6 +2,7 @@
 
 #include "shared/base/Bytes.h"
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -14,7 +15,8 @@ using DefaultsItem = std::variant<std::string, Bytes>;
 using DefaultsValue = std::variant<bool, std::string, Bytes, std::vector<DefaultsItem>>;
 using DefaultsValues = std::map<std::string, DefaultsValue>;
 
-/// The user's settings: one flat table from key to value, kept over restarts. Main thread only.
+/// The user's settings: one flat table from key to value, kept over restarts. A change counts at once and is
+/// saved behind it, so that nobody waits for the disk. Main thread only.
 class UserDefaults {
   public:
     virtual ~UserDefaults() = default;
@@ -23,6 +25,12 @@ class UserDefaults {
     /// All of them in one save: the next start finds every value or none of them, whenever this program ends.
     virtual void setTogether(DefaultsValues values) = 0;
     virtual void remove(const std::string& key) = 0;
+
+    /// Why the settings could not be read or saved, as a sentence for the user; nothing when all is well.
+    [[nodiscard]] virtual std::optional<std::string> problem() const = 0;
+
+    /// Called after each change of `problem`. Whoever sets it takes it back before it goes.
+    std::function<void()> onProblem;
 
     void set(const std::string& key, DefaultsValue value);
 

@@ -1,5 +1,5 @@
-#include "platform/linux/JsonDefaults.h"
 #include "tests/fault/SavedFiles.h"
+#include "tests/support/ImmediateDefaults.h"
 
 #include <algorithm>
 #include <fstream>
@@ -58,15 +58,15 @@ SavedFile overDamaged(const std::string& first, const fs::path& path, const std:
 /// The settings set a damaged file aside when they load, which is a part of the work here.
 std::function<bool()> changeSettings(const fs::path& home, const std::string& text) {
     return [home, text] {
-        auto defaults = JsonDefaults::load(home);
+        ImmediateDefaults defaults(home);
         defaults.set("text", text);
-        return defaults.text("text") == text && JsonDefaults::load(home).text("text") == text;
+        return defaults.text("text") == text && ImmediateDefaults(home).text("text") == text;
     };
 }
 
 /// Without the trouble, which is told once.
 Texts lookForSettings(const fs::path& home) {
-    return {JsonDefaults::load(home).text("text").value_or("none")};
+    return {ImmediateDefaults(home).text("text").value_or("none")};
 }
 
 } // namespace

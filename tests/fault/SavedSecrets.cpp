@@ -1,12 +1,12 @@
 #include "app/customapps/MacCustomAppsService.h"
 #include "platform/linux/FileVault.h"
-#include "platform/linux/JsonDefaults.h"
 #include "platform/linux/VaultChoice.h"
 #include "platform/linux/VaultRules.h"
 #include "platform/memory/ManualExecutor.h"
 #include "shared-apple/KeychainStore.h"
 #include "shared-apple/OwnIdentity.h"
 #include "tests/fault/SavedFiles.h"
+#include "tests/support/ImmediateDefaults.h"
 
 #include <algorithm>
 #include <memory>
@@ -83,9 +83,9 @@ Texts look(const fs::path& home) {
 namespace customApp {
 
 struct Opened {
-    explicit Opened(const fs::path& home) : defaults(JsonDefaults::load(home)), vault(home) {}
+    explicit Opened(const fs::path& home) : defaults(home), vault(home) {}
 
-    JsonDefaults defaults;
+    ImmediateDefaults defaults;
     FileVault vault;
     ManualExecutor executor;
     ScriptedRandom random;

@@ -2,12 +2,12 @@
 #include "app/voice/LanguageInForce.h"
 #include "app/voice/MacVoiceController.h"
 #include "platform/linux/InodeBookmarks.h"
-#include "platform/linux/JsonDefaults.h"
 #include "platform/memory/FakeFolderPicker.h"
 #include "platform/memory/FixedFolders.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/MemoryVault.h"
 #include "tests/fault/SavedFiles.h"
+#include "tests/support/ImmediateDefaults.h"
 
 #include <memory>
 #include <utility>
@@ -22,7 +22,7 @@ using Texts = std::vector<std::string>;
 namespace settings {
 
 std::function<bool()> change(const fs::path& home, const std::string& text) {
-    auto defaults = std::make_shared<JsonDefaults>(JsonDefaults::load(home));
+    auto defaults = std::make_shared<ImmediateDefaults>(home);
     return [defaults, text] {
         defaults->set("text", text);
         return !defaults->problem();
@@ -30,7 +30,7 @@ std::function<bool()> change(const fs::path& home, const std::string& text) {
 }
 
 Texts look(const fs::path& home) {
-    auto defaults = JsonDefaults::load(home);
+    const ImmediateDefaults defaults(home);
     return {defaults.text("text").value_or("none"), defaults.problem().value_or("")};
 }
 
@@ -43,7 +43,7 @@ constexpr auto pathsKey = "slozky.povolene";
 
 /// The allowed folders, and what they need.
 struct Opened {
-    explicit Opened(const fs::path& home) : defaults(JsonDefaults::load(home)) {
+    explicit Opened(const fs::path& home) : defaults(home) {
         slozky = Slozky::create(defaults, bookmarks, picker, standard);
     }
 
@@ -56,7 +56,7 @@ struct Opened {
     FakeFolderPicker picker;
     FixedFolders standard;
     ManualExecutor executor;
-    JsonDefaults defaults;
+    ImmediateDefaults defaults;
     std::unique_ptr<Slozky> slozky;
 };
 
@@ -87,7 +87,7 @@ std::function<bool()> allow(const fs::path& home, const std::string&) {
 
 /// What is kept and what comes of it.
 Texts look(const fs::path& home) {
-    auto kept = JsonDefaults::load(home);
+    const ImmediateDefaults kept(home);
     auto paths = kept.texts(pathsKey).value_or(Texts());
     auto bookmarks = kept.dataList(bookmarksKey).value_or(std::vector<Bytes>());
     Texts texts{std::to_string(paths.size()), std::to_string(bookmarks.size()), kept.text("text").value()};
@@ -103,9 +103,9 @@ Texts look(const fs::path& home) {
 namespace language {
 
 struct Opened {
-    explicit Opened(const fs::path& home) : defaults(JsonDefaults::load(home)) {}
+    explicit Opened(const fs::path& home) : defaults(home) {}
 
-    JsonDefaults defaults;
+    ImmediateDefaults defaults;
     MemoryVault vault;
     ManualExecutor executor;
     Keychain keychain{vault, executor};
@@ -113,7 +113,7 @@ struct Opened {
 };
 
 void lay(const fs::path& home, const std::string& text) {
-    JsonDefaults::load(home).set("text", text);
+    ImmediateDefaults(home).set("text", text);
 }
 
 std::function<bool()> change(const fs::path& home, const std::string&) {

@@ -7,9 +7,10 @@
 
 namespace morvex {
 
-AboutModel::AboutModel(CompanionState& state, Surroundings surroundings)
-    : state_(state), surroundings_(std::move(surroundings)) {
+AboutModel::AboutModel(CompanionState& state, QString appVersion, Clipboard& clipboard)
+    : state_(state), appVersion_(std::move(appVersion)), clipboard_(clipboard) {
     watch(state_.identifikator);
+    watch(state_.potizNastaveni);
 }
 
 QString AboutModel::identifier() const {
@@ -17,11 +18,11 @@ QString AboutModel::identifier() const {
 }
 
 void AboutModel::copyIdentifier() {
-    surroundings_.clipboard.setText(state_.identifikator.value());
+    clipboard_.setText(state_.identifikator.value());
 }
 
 QString AboutModel::trouble() const {
-    return localized(surroundings_.settingsProblem().value_or(std::string()));
+    return localized(state_.potizNastaveni.value().value_or(std::string()));
 }
 
 QString AboutModel::protocolVersion() const {

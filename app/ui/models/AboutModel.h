@@ -4,10 +4,6 @@
 #include "app/ui/models/ViewModel.h"
 #include "platform/ports/Clipboard.h"
 
-#include <functional>
-#include <optional>
-#include <string>
-
 namespace morvex {
 
 /// What this program and this device are: card "O aplikaci".
@@ -21,28 +17,23 @@ class AboutModel final : public ViewModel {
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
-    struct Surroundings {
-        QString appVersion;
-        Clipboard& clipboard;
-        std::function<std::optional<std::string>()> settingsProblem;
-    };
-
-    AboutModel(CompanionState& state, Surroundings surroundings);
+    AboutModel(CompanionState& state, QString appVersion, Clipboard& clipboard);
 
     /// Identifier of this device; empty until it has one.
     [[nodiscard]] QString identifier() const;
     [[nodiscard]] QString protocolVersion() const;
 
-    [[nodiscard]] const QString& appVersion() const { return surroundings_.appVersion; }
+    [[nodiscard]] const QString& appVersion() const { return appVersion_; }
 
-    /// Of the settings; read when a window opens.
+    /// Of the settings.
     [[nodiscard]] QString trouble() const;
 
     Q_INVOKABLE void copyIdentifier();
 
   private:
     CompanionState& state_;
-    Surroundings surroundings_;
+    QString appVersion_;
+    Clipboard& clipboard_;
 };
 
 } // namespace morvex

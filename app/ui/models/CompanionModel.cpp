@@ -55,8 +55,7 @@ CompanionModel::CompanionModel(Companion& companion, Surroundings surroundings)
       tasks_(companion),
       notes_(notesOf(companion.poznamky()), surroundings_.clipboard),
       summaries_(summariesOf(companion.souhrny()), surroundings_.clipboard),
-      about_(companion.stav(), {QString::fromStdString(surroundings_.appVersion), surroundings_.clipboard,
-                                surroundings_.settingsProblem}) {
+      about_(companion.stav(), QString::fromStdString(surroundings_.appVersion), surroundings_.clipboard) {
     companion_.poznamky().onChange = [this] {
         notes_.refresh();
         integrations_.refreshRows();

@@ -44,7 +44,6 @@ class CompanionModel final : public QObject {
         std::string appVersion;
         std::function<void()> openMainWindow;
         std::function<void()> quit;
-        std::function<std::optional<std::string>()> settingsProblem;
     };
 
     CompanionModel(Companion& companion, Surroundings surroundings);

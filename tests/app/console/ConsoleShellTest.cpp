@@ -92,6 +92,17 @@ TEST_F(ConsoleShellTest, KeepsTheComputerAwakeAndTellsWhenThatFails) {
     EXPECT_EQ(type("vzhuru ano"), std::vector<std::string>{"Napiš „zap“ nebo „vyp“."});
 }
 
+TEST_F(ConsoleShellTest, TellsAtOnceAndInTheStatusThatTheSettingsAreNotSaved) {
+    startShell();
+    lines.clear();
+    defaults.setProblem("Nastavení se nepodařilo uložit: Na disku není místo.");
+    const std::string told = "Potíž: Nastavení se nepodařilo uložit: Na disku není místo.";
+    EXPECT_EQ(lines, std::vector<std::string>{told});
+    EXPECT_TRUE(hasLine(type("stav"), told));
+    defaults.setProblem({});
+    EXPECT_FALSE(hasLine(type("stav"), told));
+}
+
 TEST_F(ConsoleShellTest, SwitchesTheStartAtLoginAndShowsWhatHolds) {
     startShell();
     EXPECT_EQ(type("po-prihlaseni zap"), std::vector<std::string>{"Po přihlášení: spouští se"});

@@ -1,12 +1,12 @@
 #include "app/customapps/MacCustomAppsService.h"
 
 #include "platform/linux/FileVault.h"
-#include "platform/linux/JsonDefaults.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/MemoryDefaults.h"
 #include "platform/memory/MemoryVault.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "shared/wire/CustomAppLimits.h"
+#include "tests/support/ImmediateDefaults.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -304,7 +304,7 @@ TEST_F(MacCustomAppsServiceTest, AListOfThePhoneIsBounded) {
 /// Control letters take six bytes each as JSON writes them.
 TEST_F(MacCustomAppsServiceTest, NoListOfThePhoneFillsTheFileOfTheSettings) {
     TemporaryFolder folder;
-    auto settings = JsonDefaults::load(folder.path());
+    ImmediateDefaults settings(folder.path());
     MacCustomAppsService kept(settings, keychain, random);
     const std::string full(customAppLimits::longestText / 6, '\1');
     std::vector<CompanionCustomApp> list{{"over", full + '\1', "https://a", ""}};
@@ -315,7 +315,7 @@ TEST_F(MacCustomAppsServiceTest, NoListOfThePhoneFillsTheFileOfTheSettings) {
     EXPECT_EQ(kept.apps().size(), customAppLimits::mostApps);
     settings.set("later", true);
     EXPECT_EQ(settings.problem(), std::nullopt);
-    EXPECT_EQ(JsonDefaults::load(folder.path()).boolean("later"), true);
+    EXPECT_EQ(ImmediateDefaults(folder.path()).boolean("later"), true);
 }
 
 TEST_F(MacCustomAppsServiceTest, SwitchingTheIntegrationOffTwiceIsToldTwice) {

@@ -247,13 +247,26 @@ TEST_F(CardsTest, TheDeviceAndTheProtocolAreNamed) {
 }
 
 TEST_F(CardsTest, SettingsThatCannotBeReadAreToldOf) {
+    const std::string damaged = "Soubor s nastavením byl poškozený; je odložený jako defaults.json.damaged-1";
+    defaults.setProblem(damaged);
     startSecured();
-    settingsProblem = "Soubor s nastavením byl poškozený; je odložený jako defaults.json.damaged-1";
     openUi();
-    EXPECT_TRUE(reads(*settingsProblem));
+    EXPECT_TRUE(reads(damaged));
     phone.send({MacPayload::Preferences{{"en", {}, {}}}}, "p");
     settle();
     EXPECT_TRUE(reads("The settings file was damaged; it is set aside as defaults.json.damaged-1"));
+}
+
+TEST_F(CardsTest, SettingsThatCannotBeSavedAreToldOfWhileTheWindowIsOpen) {
+    const std::string full = "Nastavení se nepodařilo uložit: Na disku není místo.";
+    startSecured();
+    openUi();
+    defaults.setProblem(full);
+    settle();
+    EXPECT_TRUE(reads(full));
+    defaults.setProblem({});
+    settle();
+    EXPECT_FALSE(reads(full));
 }
 
 TEST_F(CardsTest, ATroubleOfTheLinkIsSaid) {

@@ -69,7 +69,6 @@ class UiHarness : public CompanionHarness {
     FakeNotifications notifications;
     FakeColorScheme colors;
     FakeTray tray;
-    std::optional<std::string> settingsProblem;
     std::vector<bool> answers; ///< how what was asked has ended
     int quits = 0;
     int releases = 0; ///< of the memory of windows that are closed

@@ -1,6 +1,8 @@
 #include "platform/linux/JsonDefaults.h"
 
 #include "foundation/AtomicFile.h"
+#include "platform/memory/ManualExecutor.h"
+#include "tests/support/ImmediateDefaults.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <boost/json.hpp>
@@ -16,7 +18,7 @@ using Items = std::vector<DefaultsItem>;
 
 class JsonDefaultsTest : public testing::Test {
   protected:
-    JsonDefaults load() { return JsonDefaults::load(folder_.path()); }
+    ImmediateDefaults load() { return ImmediateDefaults(folder_.path()); }
 
     void write(const std::string& text) {
         std::filesystem::create_directories(path_.parent_path());
@@ -148,6 +150,35 @@ TEST_F(JsonDefaultsTest, AFailedWriteKeepsTheValueAndIsTriedAgainWithTheNext) {
     EXPECT_EQ(load().text("second"), "two");
 }
 
+TEST_F(JsonDefaultsTest, AFailedWriteIsTriedAgainUntilItSucceeds) {
+    auto defaults = load();
+    std::filesystem::create_directories(path_);
+    defaults.set("key", "value");
+    defaults.retry();
+    EXPECT_TRUE(defaults.problem());
+    std::filesystem::remove(path_);
+    defaults.retry();
+    EXPECT_FALSE(defaults.problem());
+    EXPECT_EQ(load().text("key"), "value");
+    std::filesystem::remove(path_);
+    defaults.retry();
+    EXPECT_FALSE(std::filesystem::exists(path_)) << "what is saved is not saved again";
+}
+
+TEST_F(JsonDefaultsTest, EachChangeOfTheTroubleIsTold) {
+    auto defaults = load();
+    std::vector<bool> told;
+    defaults.onProblem = [&] { told.push_back(defaults.problem().has_value()); };
+    defaults.set("key", "value");
+    std::filesystem::remove(path_);
+    std::filesystem::create_directories(path_);
+    defaults.set("key", "other");
+    defaults.retry();
+    std::filesystem::remove(path_);
+    defaults.retry();
+    EXPECT_EQ(told, (std::vector{true, false}));
+}
+
 TEST_F(JsonDefaultsTest, MoreThanCouldBeReadAgainIsNotWritten) {
     auto defaults = load();
     defaults.set("key", "small");
@@ -186,6 +217,82 @@ TEST_F(JsonDefaultsTest, AnEqualValueIsNotWrittenAgain) {
     std::filesystem::remove(path_);
     defaults.set("key", true);
     EXPECT_FALSE(std::filesystem::exists(path_));
+}
+
+/// Settings whose disk works when the test lets it.
+class SlowJsonDefaultsTest : public JsonDefaultsTest {
+  protected:
+    ~SlowJsonDefaultsTest() override { end(); }
+
+    /// One save, if one is under way.
+    void write() {
+        home_.runUntilIdle();
+        disk_.runUntilIdle();
+        home_.runUntilIdle();
+    }
+
+    bool end() {
+        home_.start(note());
+        write();
+        write();
+        return ended_;
+    }
+
+    Task<void> note() {
+        co_await defaults_.ukoncit();
+        ended_ = true;
+    }
+
+    ManualExecutor home_;
+    ManualExecutor disk_;
+    ManualClock clock_;
+    JsonDefaults defaults_{folder_.path(), {home_, disk_, clock_}};
+    bool ended_ = false;
+};
+
+TEST_F(SlowJsonDefaultsTest, AChangeCountsAtOnceAndIsWrittenOnTheOtherThread) {
+    defaults_.set("key", true);
+    home_.runUntilIdle();
+    EXPECT_EQ(defaults_.boolean("key"), true);
+    EXPECT_FALSE(std::filesystem::exists(path_));
+    disk_.runUntilIdle();
+    EXPECT_EQ(load().boolean("key"), true);
+}
+
+TEST_F(SlowJsonDefaultsTest, ChangesDuringASaveGoTogetherIntoTheNext) {
+    defaults_.set("first", true);
+    home_.runUntilIdle();
+    defaults_.set("second", true);
+    defaults_.set("third", true);
+    defaults_.remove("first");
+    disk_.runUntilIdle();
+    EXPECT_EQ(written(), boost::json::parse(R"({"first": true})"));
+    home_.runUntilIdle();
+    EXPECT_EQ(disk_.runUntilIdle(), 1);
+    EXPECT_EQ(written(), boost::json::parse(R"({"second": true, "third": true})"));
+}
+
+TEST_F(SlowJsonDefaultsTest, TheEndWaitsForWhatIsLeftAndNothingIsSavedBehindIt) {
+    defaults_.set("first", true);
+    home_.runUntilIdle();
+    defaults_.set("second", true);
+    EXPECT_TRUE(end());
+    EXPECT_EQ(load().boolean("second"), true);
+    defaults_.set("third", true);
+    write();
+    EXPECT_EQ(defaults_.boolean("third"), true);
+    EXPECT_FALSE(load().boolean("third"));
+}
+
+TEST_F(SlowJsonDefaultsTest, TheEndTriesOnceMoreAndDoesNotWaitForADiskThatFails) {
+    std::filesystem::create_directories(path_);
+    defaults_.set("key", true);
+    write();
+    ASSERT_TRUE(defaults_.problem());
+    EXPECT_TRUE(end());
+    EXPECT_TRUE(defaults_.problem());
+    clock_.advance(JsonDefaults::retryDelay);
+    EXPECT_EQ(home_.runUntilIdle(), 0);
 }
 
 } // namespace
