@@ -54,6 +54,9 @@ Task<void> MacCustomAppsService::replacePhoneApps(std::vector<CompanionCustomApp
     for (const auto& entry : entries) apps.push_back(fromPhone(entry));
     apps_ = std::move(apps);
     keep();
+    // The phone takes what it is told then for the news that its list is kept.
+    co_await defaults_.ulozeno();
+    priZmene_.tell();
 }
 
 std::vector<CompanionCustomApp> MacCustomAppsService::accepted(std::vector<CompanionCustomApp> list) const {
@@ -108,6 +111,7 @@ Task<Result<void>> MacCustomAppsService::save(std::optional<std::string> storedI
         app->endpoint = endpoint;
     }
     keep();
+    priZmene_.tell();
     co_return Result<void>{};
 }
 
@@ -116,6 +120,7 @@ Task<void> MacCustomAppsService::setEnabled(std::string id, bool enabled) {
     if (!app) co_return;
     app->enabled = enabled;
     keep();
+    priZmene_.tell();
 }
 
 Task<void> MacCustomAppsService::remove(std::string id) {
@@ -123,6 +128,7 @@ Task<void> MacCustomAppsService::remove(std::string id) {
     std::erase_if(apps_, [&id](const StoredApp& app) { return app.id == id; });
     co_await keychain_.remove(tokenAccount(id));
     keep();
+    priZmene_.tell();
 }
 
 StoredApp* MacCustomAppsService::find(const std::string& id) {
@@ -142,7 +148,6 @@ void MacCustomAppsService::addMacApp(StoredApp app) {
 
 void MacCustomAppsService::keep() {
     defaults_.set(metadataKey, toBytes(encode(apps_)));
-    priZmene_.tell();
 }
 
 } // namespace morvex

@@ -38,7 +38,7 @@ class MacCustomAppsService {
     /// was set here. Dropped are entries that are not acceptable and those with an id that is taken, by an
     /// app of this computer above all: the phone has no say over that one's token. A token that the keychain
     /// refuses is lost, an empty one is removed, and so are those of apps that are gone; one that is there
-    /// already is left alone.
+    /// already is left alone. Ends when the list is on the disk, or could not be saved.
     Task<void> replacePhoneApps(std::vector<CompanionCustomApp> list);
 
     /// Changes the app of this computer with the id `storedID`, else adds one. An empty token leaves the

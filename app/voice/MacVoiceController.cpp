@@ -86,6 +86,7 @@ Task<void> MacVoiceController::applyPreferences(CompanionPreferences preferences
     if (isSupportedLanguage(preferences.language)) applyLanguage(preferences.language);
     if (isSupportedVoice(preferences.voice)) setVoice(preferences.voice);
     if (preferences.places) co_await setPlaces(*std::move(preferences.places));
+    co_await defaults_.ulozeno();
 }
 
 void MacVoiceController::applyLanguage(const std::string& code) {

@@ -41,7 +41,7 @@ class MacVoiceController {
     Task<void> setAPIKey(std::string key);
 
     /// Takes what the phone sent, each field by itself. Languages and voices that are not supported are
-    /// ignored, and so is a keychain that refuses the places.
+    /// ignored, and so is a keychain that refuses the places. Ends when all is kept, or could not be.
     Task<void> applyPreferences(CompanionPreferences preferences);
 
     /// `phoneMode` or a supported language; anything else is ignored.

@@ -169,7 +169,7 @@ Task<void> JsonDefaults::ukoncit() {
     forgetRetry();
     save();
     isEnding_ = true;
-    co_await saves_.settled();
+    co_await ulozeno();
 }
 
 } // namespace morvex

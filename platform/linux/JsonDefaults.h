@@ -35,6 +35,8 @@ class JsonDefaults : public UserDefaults {
     /// Text that is not UTF-8 is repaired.
     void setTogether(DefaultsValues values) override;
     void remove(const std::string& key) override;
+    Task<void> ulozeno() override { return saves_.settled(); }
+
     [[nodiscard]] std::optional<std::string> problem() const override;
 
     /// Saves what is left, and tries once more what could not be saved; awaited before this object goes. What

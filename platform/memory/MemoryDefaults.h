@@ -23,6 +23,8 @@ class MemoryDefaults final : public UserDefaults {
 
     void remove(const std::string& key) override { values_.erase(key); }
 
+    Task<void> ulozeno() override { co_return; }
+
     [[nodiscard]] std::optional<std::string> problem() const override { return problem_; }
 
     void setProblem(std::optional<std::string> problem) {

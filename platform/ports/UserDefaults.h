@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Task.h"
 #include "shared/base/Bytes.h"
 
 #include <functional>
@@ -25,6 +26,9 @@ class UserDefaults {
     /// All of them in one save: the next start finds every value or none of them, whenever this program ends.
     virtual void setTogether(DefaultsValues values) = 0;
     virtual void remove(const std::string& key) = 0;
+
+    /// Ends when all that was changed until now has been written, or could not be.
+    virtual Task<void> ulozeno() = 0;
 
     /// Why the settings could not be read or saved, as a sentence for the user; nothing when all is well.
     [[nodiscard]] virtual std::optional<std::string> problem() const = 0;
