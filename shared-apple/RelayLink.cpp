@@ -39,7 +39,8 @@ Task<Result<RelayMessage>> receive(std::shared_ptr<WebSocket> socket, std::stop_
 }
 
 /// The nonce is signed as it is. One that begins like a text that this key signs elsewhere would give the
-/// relay a signature of use there: on a hello with a key of its own, for one. Chance makes no such nonce.
+/// relay a signature of use there: on a hello with a key of its own, for one. Chance makes such a nonce once in
+/// sixteen million logins, which are tried again.
 bool saysMoreThanChance(ByteView nonce) {
     const auto text = asText(nonce);
     return text.starts_with("ts-") || text.starts_with("revoke|");
@@ -161,7 +162,7 @@ Task<Result<void>> RelayLink::logIn(std::shared_ptr<WebSocket> socket, std::stop
     auto* authenticated = answer.as<RelayMessage::Authenticated>();
     if (!authenticated) co_return notPaired("Nečekaná odpověď na přihlášení.");
     pokus_ = 0;
-    login_ = std::make_shared<const LoginMark>();
+    login_ = std::make_shared<const LoginMark>(socket->ended());
     udalosti_.push(Prihlaseno{authenticated->peerOnline, login_});
     co_return Result<void>{};
 }

@@ -10,6 +10,7 @@
 #include "shared/wire/RelayMessage.h"
 
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <variant>
 
@@ -32,9 +33,12 @@ class RelayLink {
         bool operator==(const Pripojuji&) const = default;
     };
 
-    struct LoginMark {};
+    struct LoginMark {
+        std::stop_token over; ///< requested with the end of the socket
+    };
 
-    /// Stands for one login, from its acceptance to the end of its socket.
+    /// Stands for one login, from its acceptance to the end of its socket, behind which messages that were
+    /// read before may still come.
     using Login = std::shared_ptr<const LoginMark>;
 
     struct Prihlaseno {

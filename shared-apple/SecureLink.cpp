@@ -1,5 +1,6 @@
 #include "shared-apple/SecureLink.h"
 
+#include "foundation/EitherStop.h"
 #include "shared/base/Try.h"
 #include "shared/trust/SessionHandshake.h"
 #include "shared/wire/Json.h"
@@ -17,11 +18,19 @@ const std::string sessionRequestID = "session";
 /// Far more hellos than a peer sends between two keys of this device.
 constexpr std::size_t mostPeerKeys = 1024;
 
-/// While so many bytes wait for the application the events of the relay wait too.
-constexpr std::size_t mostWaiting = 2 * 1024 * 1024;
+/// While so many bytes wait for the application the messages of its session wait with the relay.
+constexpr std::size_t mostMessages = 2 * 1024 * 1024;
+
+/// While so many wait, which only connections that came and went leave behind, everything does.
+constexpr std::size_t mostWaiting = 32 * 1024 * 1024;
 
 /// What an event counts for besides its message.
 constexpr std::size_t weightOfEvent = 4 * 1024;
+
+bool isMessage(const RelayLink::Udalost& event) {
+    const auto* envelope = std::get_if<RelayLink::Obalka>(&event);
+    return envelope && envelope->envelope.kind == EnvelopeKind::data;
+}
 
 } // namespace
 
@@ -76,10 +85,19 @@ Task<Result<void>> SecureLink::poslat(MacPayload payload, std::string requestID)
 
 Task<void> SecureLink::listen(std::stop_token stop) {
     while (auto event = co_await spojeni_.udalosti().next(stop)) {
+        co_await roomFor(*event, stop);
+        if (stop.stop_requested()) co_return;
         Task<void> handling = std::visit([this](auto& held) { return handle(std::move(held)); }, *event);
         co_await std::move(handling);
-        co_await udalosti_.room(mostWaiting, stop);
     }
+}
+
+Task<void> SecureLink::roomFor(const RelayLink::Udalost& event, std::stop_token stop) {
+    if (isMessage(event) && login_) {
+        const EitherStop rush(stop, login_->over);
+        co_await udalosti_.room(mostMessages, rush.token());
+    }
+    co_await udalosti_.room(mostWaiting, stop);
 }
 
 Task<void> SecureLink::handle(RelayLink::Pripojuji event) {

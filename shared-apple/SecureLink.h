@@ -77,6 +77,9 @@ class SecureLink {
                RelayAddress address, Services services);
 
     Task<void> listen(std::stop_token stop);
+    /// A message waits for the application while its connection stands. Behind that nothing waits but for the
+    /// bound on memory, so that a new connection is never kept from its session.
+    Task<void> roomFor(const RelayLink::Udalost& event, std::stop_token stop);
     Task<void> handle(RelayLink::Pripojuji event);
     Task<void> handle(RelayLink::Prihlaseno event);
     Task<void> handle(RelayLink::Protejsek event);

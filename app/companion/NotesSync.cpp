@@ -71,10 +71,11 @@ void NotesSync::poslatPoznamku(const MorvexNote& note) {
 Task<void> NotesSync::doplnit(std::shared_ptr<SecureLink> link) {
     // A note that the phone hears of counts for it as kept here.
     co_await vyrizeno();
-    // By id: notes may be changed between two sends. Those that are added meanwhile go out by themselves.
+    // By id: notes may be changed between two sends. Those that are added meanwhile go out by themselves. One
+    // that the phone sends meanwhile is acknowledged when it is saved.
     for (const auto& id : poznamky_.ids()) {
         if (!link || spojeni_.soucasne() != link) co_return;
-        if (const auto* note = poznamky_.note(id)) co_await odeslat(*note);
+        if (const auto* note = poznamky_.keptNote(id)) co_await odeslat(*note);
     }
 }
 

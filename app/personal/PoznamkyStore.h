@@ -53,6 +53,11 @@ class PoznamkyStore {
     /// The note as it is now, or null. Valid until the next change.
     [[nodiscard]] const MorvexNote* note(const Uuid& id) const { return records_.find(id); }
 
+    /// The same, but null also for a note of the phone that is not on the disk yet.
+    [[nodiscard]] const MorvexNote* keptNote(const Uuid& id) const {
+        return records_.isReceivedAhead(id) ? nullptr : note(id);
+    }
+
     /// The first of `notes()` whose title or body contains the query, whatever its case; diacritics count. A
     /// blank query finds every note; of a longer one the first 1,000 characters (8,000 bytes) count. `limit`
     /// counts as 1 to 20.

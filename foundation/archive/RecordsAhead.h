@@ -76,6 +76,11 @@ template <class Record> class RecordsAhead {
         return changedUnderWay_.contains(id) ? Standing::underWay : Standing::saved;
     }
 
+    /// Whether the record in memory is one of the phone that is not on the disk yet.
+    [[nodiscard]] bool isReceivedAhead(const Uuid& id) const {
+        return received_.contains(id) || receivedUnderWay_.contains(id);
+    }
+
     /// What is to be saved now.
     List beginSave() {
         receivedUnderWay_ = std::exchange(received_, {});

@@ -44,6 +44,7 @@ void ScriptedSocket::breakWith(std::string text) {
     if (!std::exchange(open_, false)) return;
     why_ = std::move(text);
     incoming_.end();
+    ended_.request_stop();
     answer(waitingPings_, fail(NetworkError{why_}));
     answer(waitingSends_, fail(NetworkError{why_}));
 }

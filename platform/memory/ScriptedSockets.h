@@ -6,6 +6,7 @@
 
 #include <deque>
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,8 @@ class ScriptedSocket final : public WebSocket {
     Task<Result<void>> ping() override;
 
     [[nodiscard]] Reading reading() const override { return reading_; }
+
+    [[nodiscard]] std::stop_token ended() const override { return ended_.get_token(); }
 
     void close(CloseCode code) override;
 
@@ -50,6 +53,7 @@ class ScriptedSocket final : public WebSocket {
 
     Reading reading_;
     bool open_ = true;
+    std::stop_source ended_;
     bool holdsSends_ = false;
     std::string why_ = "spojení je zavřené";
     EventStream<WebSocketFrame> incoming_;

@@ -30,7 +30,8 @@ Task<Result<T>> call(SharedNetwork network, WeakConnection target,
 class BeastWebSocket final : public WebSocket {
   public:
     BeastWebSocket(SharedNetwork network, const std::shared_ptr<WebSocketConnection>& connection)
-        : network_(std::move(network)), connection_(connection), meter_(connection->meter()) {}
+        : network_(std::move(network)), connection_(connection), meter_(connection->meter()),
+          ended_(connection->ended()) {}
 
     ~BeastWebSocket() override {
         network_->post([target = connection_] {
@@ -52,6 +53,8 @@ class BeastWebSocket final : public WebSocket {
 
     [[nodiscard]] Reading reading() const override { return meter_->reading(); }
 
+    [[nodiscard]] std::stop_token ended() const override { return ended_; }
+
     void close(CloseCode code) override {
         network_->post([target = connection_, code] {
             if (auto connection = target.lock()) connection->close(code);
@@ -62,6 +65,7 @@ class BeastWebSocket final : public WebSocket {
     SharedNetwork network_;
     WeakConnection connection_;
     std::shared_ptr<const ReadingMeter> meter_;
+    std::stop_token ended_;
 };
 
 using OpenReply = Reply<std::shared_ptr<WebSocket>>;

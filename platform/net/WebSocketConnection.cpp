@@ -229,9 +229,14 @@ std::string WebSocketConnection::wordsFor(error_code error) {
 }
 
 void WebSocketConnection::fall(std::string words) {
-    if (!failure_) failure_ = NetworkError{std::move(words)};
+    if (!failure_) endWith(std::move(words));
     failWaiting();
     drop();
+}
+
+void WebSocketConnection::endWith(std::string words) {
+    failure_ = NetworkError{std::move(words)};
+    ended_.request_stop();
 }
 
 void WebSocketConnection::failWaiting() {
@@ -246,7 +251,7 @@ void WebSocketConnection::failWaiting() {
 void WebSocketConnection::close(CloseCode code) {
     bool opening = static_cast<bool>(opened_);
     bool first = !failure_;
-    if (first) failure_ = NetworkError{"Spojení je zavřené."};
+    if (first) endWith("Spojení je zavřené.");
     failWaiting();
     if (code == CloseCode::abnormal || opening)
         reset();

@@ -18,6 +18,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <stop_token>
 #include <string>
 
 namespace morvex {
@@ -43,6 +44,9 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
 
     /// The state of reading, for any thread; it outlives the connection.
     [[nodiscard]] std::shared_ptr<const ReadingMeter> meter() const { return meter_; }
+
+    /// Requested with the first failure.
+    [[nodiscard]] std::stop_token ended() const { return ended_.get_token(); }
 
     void close(CloseCode code);
 
@@ -81,6 +85,7 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
 
     /// The first failure is the one that callers see; all that wait fail with it.
     void fall(std::string words);
+    void endWith(std::string words);
     void failWaiting();
     void sayGoodbye(CloseCode code);
     void reset();
@@ -96,6 +101,7 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
 
     Opened opened_; ///< empty once it was called
     std::optional<NetworkError> failure_;
+    std::stop_source ended_; ///< when there is a failure
     bool dropped_ = false;
     bool released_ = false;
 

@@ -47,6 +47,10 @@ class WebSocket {
     /// From any thread.
     [[nodiscard]] virtual Reading reading() const = 0;
 
+    /// Requested once the socket is closed by either side or broken: from then on `receive` gives what had
+    /// arrived until then. From any thread, also after the socket's life.
+    [[nodiscard]] virtual std::stop_token ended() const = 0;
+
     /// Ends the socket, also while other calls wait: those fail. From any thread, any number of times.
     virtual void close(CloseCode code) = 0;
 };

@@ -36,9 +36,12 @@ class LoopbackRelay::Socket final : public WebSocket {
 
     [[nodiscard]] Reading reading() const override { return {}; }
 
+    [[nodiscard]] std::stop_token ended() const override { return ended_.get_token(); }
+
     void close(CloseCode) override {
         relay_.leave(*this);
         incoming_.end();
+        ended_.request_stop();
     }
 
     template <class Case> void deliver(Case content) {
@@ -51,6 +54,7 @@ class LoopbackRelay::Socket final : public WebSocket {
   private:
     LoopbackRelay& relay_;
     EventStream<WebSocketFrame> incoming_;
+    std::stop_source ended_;
 };
 
 Task<Result<std::shared_ptr<WebSocket>>> LoopbackRelay::connect(std::string, std::stop_token) {

@@ -286,7 +286,7 @@ TEST_F(SecureLinkTest, TheRelayIsNotReadWhileTheApplicationTakesNothing) {
     takeEvents();
     listening.request_stop();
     executor.runUntilIdle();
-    for (int i = 0; i < 600; ++i) relay(RelayMessage::PeerOnline{false});
+    for (int i = 0; i < 8'500; ++i) relay(RelayMessage::PeerOnline{false});
     socket->deliver("no frame");
     executor.runUntilIdle();
     EXPECT_TRUE(socket->closed.empty()) << "what breaks the connection was not read yet";
@@ -328,7 +328,66 @@ TEST_F(SecureLinkTest, ASessionOfALostConnectionIsNotUsedOnTheNextOneWhileTheApp
     EXPECT_TRUE(sentEnvelopes().empty()) << "before its login";
     relay(RelayMessage::Authenticated{true});
     EXPECT_TRUE(hasNoSession());
-    EXPECT_TRUE(sentEnvelopes().empty()) << "after its login";
+    ASSERT_EQ(sentEnvelopes().size(), 1U) << "after its login";
+    EXPECT_EQ(sentHellos().size(), 1U);
+}
+
+/// The application takes nothing, and behind what it would take a connection ends.
+class LeftMessagesTest : public SecureLinkTest {
+  protected:
+    void loseTheConnectionBehind(int messages) {
+        for (int i = 0; i < messages; ++i) relay(phone.seal(note(std::string(1'000'000, 'x'))));
+        socket->breakWith("síť spadla");
+        executor.runUntilIdle();
+    }
+
+    void secureAnew() {
+        reconnect(1s);
+        relay(RelayMessage::Authenticated{true});
+        ASSERT_FALSE(sentHellos().empty()) << "the new connection is not looked at";
+        exchangeHellos();
+    }
+
+    void SetUp() override {
+        secure();
+        listening.request_stop();
+        executor.runUntilIdle();
+    }
+};
+
+TEST_F(LeftMessagesTest, ANewConnectionGetsItsSessionWhileTheyWait) {
+    loseTheConnectionBehind(8);
+    EXPECT_TRUE(hasNoSession());
+    secureAnew();
+    EXPECT_TRUE(isSecured());
+}
+
+TEST_F(LeftMessagesTest, NothingIsSealedForAConnectionThatIsOver) {
+    loseTheConnectionBehind(8);
+    const auto sent = socket->sent.size();
+    EXPECT_TRUE(hasNoSession());
+    EXPECT_EQ(socket->sent.size(), sent);
+}
+
+TEST_F(LeftMessagesTest, ConnectionsThatComeAndGoLeaveABoundedNumberBehind) {
+    const auto isTriedAgain = [this] {
+        const auto tries = sockets.urls.size();
+        pass(1s);
+        return sockets.urls.size() > tries;
+    };
+    int connections = 0;
+    while (connections < 40) {
+        loseTheConnectionBehind(4);
+        socket = sockets.layOut();
+        if (!isTriedAgain()) break;
+        relay(RelayMessage::Challenge{toBytes("výzva"), ProtocolVersion::current});
+        relay(RelayMessage::Authenticated{true});
+        if (sentHellos().empty()) break;
+        exchangeHellos();
+        ++connections;
+    }
+    EXPECT_GT(connections, 4);
+    EXPECT_LT(connections, 12);
 }
 
 } // namespace

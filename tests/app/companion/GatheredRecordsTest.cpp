@@ -115,6 +115,50 @@ TEST_F(GatheredRecordsTest, ACatchUpTellsOfNoNoteThatIsNotOnTheDisk) {
     EXPECT_EQ(told, 1U);
 }
 
+/// A message of the session before, which waited behind a call, may be handled beside the catch-up.
+TEST_F(GatheredRecordsTest, ACatchUpTellsOfNoVersionThatCameMeanwhileAndIsNotOnTheDisk) {
+    ManualExecutor slow;
+    workers = &slow;
+    auto socket = startSecured();
+    (void)allowFolder("Projekty");
+    send("first");
+    send("second");
+    auto last = send("last");
+    for (int save = 0; save < 2; ++save) (void)write();
+    phone.call("mac.files.search", "{}", "call");
+    ++last.revision;
+    last.updatedAt += 1s;
+    phone.send({MacPayload::NoteUpdate{last}}, "n");
+    executor.runUntilIdle();
+
+    auto next = sockets.layOut();
+    socket->breakWith("přerušeno");
+    executor.runUntilIdle();
+    clock.advance(2s);
+    executor.runUntilIdle();
+    phone.attach(next, *mac);
+    phone.logIn();
+    executor.runUntilIdle();
+    next->holdSends();
+    phone.exchangeHellos();
+    executor.runUntilIdle();
+    next->answerSends({}); // of the status; the first note follows
+    executor.runUntilIdle();
+    while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
+    next->answerSends({}); // of the first note and of the old call's result
+    executor.runUntilIdle();
+    ASSERT_EQ(companion->poznamky().note(last.id)->revision, last.revision);
+    next->takeSends();
+    executor.runUntilIdle();
+    Texts told;
+    for (const auto& received : phone.take())
+        if (const auto* update = received.payload.as<MacPayload::NoteUpdate>())
+            told.push_back(names[update->note.id]);
+    EXPECT_EQ(told, (Texts{"first", "second"}));
+    EXPECT_EQ(write(), Texts{"last"});
+    end();
+}
+
 TEST_F(GatheredRecordsTest, AfterAFailedSaveAsManyRecordsAreSavedOneByOne) {
     startSecured();
     breakSaves();

@@ -131,6 +131,20 @@ TEST_F(NewLinkTest, TheNextSessionIsLookedAtWhileACallOfTheOneBeforeRuns) {
     end();
 }
 
+TEST_F(NewLinkTest, TheNextSessionIsLookedAtAlsoWhileMoreMessagesWaitThanTheLinkTakes) {
+    callThatLasts();
+    for (int i = 0; i < 600; ++i) phone.call("mac.status", "{}", "waiting");
+    executor.runUntilIdle();
+    loseConnection();
+    EXPECT_EQ(trouble(), "přerušeno");
+    beginSession();
+    EXPECT_EQ(availability(), "Připraven");
+    EXPECT_EQ(takeStatuses().size(), 1U);
+    finishCalls();
+    EXPECT_EQ(takeResults().size(), 601U);
+    end();
+}
+
 TEST_F(NewLinkTest, CallsOfTheSessionBeforeComeFirst) {
     const auto folder = callThatLasts();
     phone.call("mac.files.write", R"({"path":"a.txt","content":"1"})", "waiting");
