@@ -39,8 +39,8 @@ Task<Result<RelayMessage>> receive(std::shared_ptr<WebSocket> socket, std::stop_
 }
 
 /// The nonce is signed as it is. One that begins like a text that this key signs elsewhere would give the
-/// relay a signature of use there: on a hello with a key of its own, for one. Chance makes such a nonce once in
-/// sixteen million logins, which are tried again.
+/// relay a signature of use there: on a hello with a key of its own, for one. Chance makes such a nonce once
+/// in sixteen million logins, which are tried again.
 bool saysMoreThanChance(ByteView nonce) {
     const auto text = asText(nonce);
     return text.starts_with("ts-") || text.starts_with("revoke|");

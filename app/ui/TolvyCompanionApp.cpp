@@ -25,9 +25,8 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
       scope_(surroundings.scope),
       colors_(surroundings.colors),
       tray_(surroundings.tray),
-      model_(companion,
-             {surroundings.clock, surroundings.scope, surroundings.clipboard, surroundings.appVersion,
-              [this] { openMainWindow(); }, surroundings.quit}),
+      model_(companion, {surroundings.clock, surroundings.scope, surroundings.clipboard,
+                         surroundings.appVersion, [this] { openMainWindow(); }, surroundings.quit}),
       windows_(model_, surroundings.clock, surroundings.releaseMemory),
       item_(*model_.link(), tray_, [this](const QRect& place) { toggleMenu(place); }),
       notice_(*model_.approval(), surroundings.notifications, [this] { openMainWindow(); }) {

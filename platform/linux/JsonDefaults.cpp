@@ -145,8 +145,8 @@ SaveQueue::Save JsonDefaults::zacniUkladat() {
 }
 
 void JsonDefaults::dokonciUkladani(const Result<void>& result) {
-    auto problem = result ? std::nullopt
-                          : std::optional("Nastavení se nepodařilo uložit: " + result.error().popis());
+    auto problem =
+        result ? std::nullopt : std::optional("Nastavení se nepodařilo uložit: " + result.error().popis());
     if (!result) unsaved_ = true;
     if (!result && !isEnding_) waitForRetry();
     if (std::exchange(saveProblem_, problem) != problem && onProblem) onProblem();

@@ -35,6 +35,7 @@ class JsonDefaults : public UserDefaults {
     /// Text that is not UTF-8 is repaired.
     void setTogether(DefaultsValues values) override;
     void remove(const std::string& key) override;
+
     Task<void> ulozeno() override { return saves_.settled(); }
 
     [[nodiscard]] std::optional<std::string> problem() const override;

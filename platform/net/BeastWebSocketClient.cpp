@@ -30,7 +30,9 @@ Task<Result<T>> call(SharedNetwork network, WeakConnection target,
 class BeastWebSocket final : public WebSocket {
   public:
     BeastWebSocket(SharedNetwork network, const std::shared_ptr<WebSocketConnection>& connection)
-        : network_(std::move(network)), connection_(connection), meter_(connection->meter()),
+        : network_(std::move(network)),
+          connection_(connection),
+          meter_(connection->meter()),
           ended_(connection->ended()) {}
 
     ~BeastWebSocket() override {
