@@ -46,6 +46,15 @@ std::shared_ptr<ScriptedSocket> CompanionHarness::connectAgain() {
     return socket;
 }
 
+void CompanionHarness::logInBeforeThePhone() {
+    phone.logIn(false);
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Telefon není připojený");
+    phone.deliver({RelayMessage::PeerOnline{true}});
+    executor.runUntilIdle();
+    phone.exchangeHellos();
+}
+
 void CompanionHarness::end() {
     TaskScope ending(executor);
     ending.spawn(companion->ukoncit());

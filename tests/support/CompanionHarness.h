@@ -47,6 +47,8 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
     std::shared_ptr<ScriptedSocket> startSecured();
     /// A session on a new connection, as after a loss; what it leads to is not run yet.
     std::shared_ptr<ScriptedSocket> connectAgain();
+    /// A login while the phone is away, and the session when it comes; what that leads to is not run yet.
+    void logInBeforeThePhone();
     void end();
 
     CompanionServices services();

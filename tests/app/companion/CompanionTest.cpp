@@ -54,12 +54,7 @@ TEST_F(CompanionTest, ConnectsToTheRelayOfThePeerAndBecomesReady) {
     auto socket = startPaired();
     EXPECT_EQ(sockets.urls, std::vector<std::string>{"ws://relay.example/v1/ws?v=1.4"});
     EXPECT_EQ(availability(), "Připojuji…");
-    phone.logIn(false);
-    executor.runUntilIdle();
-    EXPECT_EQ(availability(), "Telefon není připojený");
-    phone.deliver({RelayMessage::PeerOnline{true}});
-    executor.runUntilIdle();
-    phone.exchangeHellos();
+    logInBeforeThePhone();
     executor.runUntilIdle();
     EXPECT_EQ(availability(), "Připraven");
 }

@@ -88,12 +88,7 @@ TEST_F(NewLinkTest, ANewLinkIsLookedAtWhileACallOfTheOldOneRuns) {
     companion->pripojit();
     executor.runUntilIdle();
     phone.attach(socket, *mac);
-    phone.logIn(false);
-    executor.runUntilIdle();
-    EXPECT_EQ(availability(), "Telefon není připojený");
-    phone.deliver({RelayMessage::PeerOnline{true}});
-    executor.runUntilIdle();
-    phone.exchangeHellos();
+    logInBeforeThePhone();
     EXPECT_EQ(takeStatuses().size(), 1U);
     EXPECT_EQ(availability(), "Připraven");
 
