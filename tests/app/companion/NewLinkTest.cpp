@@ -195,6 +195,20 @@ TEST_F(NewLinkTest, ACallWhoseLinkGoesBeforeItsTurnIsNotCarriedOut) {
     end();
 }
 
+TEST_F(NewLinkTest, ACallWhoseLinkGoesWhileRecordsAreSavedIsNotCarriedOut) {
+    records = &slow;
+    startSecured();
+    const auto folder = allowFolder("Projekty");
+    sendNote();
+    phone.call("mac.files.write", R"({"path":"a.txt","content":"1"})", "old");
+    executor.runUntilIdle();
+    (void)connectAgain();
+    finishCalls();
+    EXPECT_EQ(companion->poznamky().vsechny().size(), 1U) << "the note had come before";
+    EXPECT_FALSE(std::filesystem::exists(folder + "/a.txt"));
+    end();
+}
+
 TEST_F(NewLinkTest, AnEndWhileACallOfANewLinkWaitsIsClean) {
     callThatLasts();
     (void)connectAgain();
