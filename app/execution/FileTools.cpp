@@ -18,7 +18,7 @@ constexpr int mostFilesFound = 50;
 std::size_t onDisk(const std::string& path, const std::string& content) {
     constexpr std::size_t block = 4096;
     const auto parts = 1 + static_cast<std::size_t>(std::ranges::count(path, '/'));
-    return (content.size() / block + 1 + parts) * block;
+    return ((content.size() + block - 1) / block + parts) * block;
 }
 
 } // namespace

@@ -248,5 +248,19 @@ TEST_F(ToolPathTest, WhateverIsNotAYesRefusesTheOwnAssistant) {
     EXPECT_FALSE(std::filesystem::exists(folder + "/a.txt"));
 }
 
+TEST_F(ToolPathTest, AGibibyteAnHourMayBeWrittenWhateverConnectionItComesBy) {
+    startSecured();
+    allowFolder("Projekty");
+    // A block for each part of a path that no file can have, and one for the content: all but two blocks.
+    constexpr std::size_t blocks = 1024 * 1024 * 1024 / 4096;
+    const std::string parts(blocks - 4, '/');
+    EXPECT_EQ(call("mac.files.write", R"({"path":")" + parts + R"(\u0000","content":"x"})").json,
+              errorOf("Zápis selhal: Invalid argument"));
+    (void)connectAgain();
+    EXPECT_TRUE(call("mac.files.write", R"({"path":"a.txt","content":"x"})").ok);
+    EXPECT_EQ(call("mac.files.write", R"({"path":"b.txt","content":"x"})").json,
+              errorOf("Za poslední hodinu už bylo zapsáno tolik, kolik smí, tedy 1 GB. Zkus to později."));
+}
+
 } // namespace
 } // namespace morvex

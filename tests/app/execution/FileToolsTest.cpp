@@ -69,6 +69,11 @@ TEST_F(FileToolsTest, AFileCountsByWhatItTakesOnADisk) {
     EXPECT_EQ(write("b.txt"), enough);
 }
 
+TEST_F(FileToolsTest, AWholeBlockIsOneBlock) {
+    EXPECT_EQ(write("whole.txt", std::string(4096, 'x')), "written");
+    EXPECT_EQ(write("b.txt"), "written");
+}
+
 TEST_F(FileToolsTest, FoldersThatAreMadeForAFileCount) {
     EXPECT_EQ(write("one/two/a.txt"), "written");
     EXPECT_EQ(write("b.txt"), enough);
