@@ -28,7 +28,7 @@ void watch(std::stop_token stop) {
 AttackedCompanion::AttackedCompanion()
     : phoneClock(std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now())),
       watchdog_(watch) {
-    mac = std::make_unique<RealCompanion>(identity, peer());
+    mac = std::make_unique<RealCompanion>(identity, peer(), home.path().string());
     mac->allow(temporary.path().string());
     memory = std::make_unique<MemoryMeter>();
 }

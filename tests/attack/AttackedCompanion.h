@@ -55,7 +55,8 @@ class AttackedCompanion : public testing::Test {
     /// Takes away what it shows.
     void forgetTrouble();
 
-    TemporaryFolder temporary;
+    TemporaryFolder temporary; ///< the folder that is allowed
+    TemporaryFolder home;      ///< where the companion keeps its records
     HostileRelay relay;
     SystemRandom random;
     std::shared_ptr<const DeviceIdentity> identity = test::newIdentity();
