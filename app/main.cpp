@@ -33,6 +33,7 @@
 #include "platform/qt/UnixSignals.h"
 #include "platform/qt/XembedTray.h"
 #include "shared-apple/KeychainStore.h"
+#include "shared/base/LogQueue.h"
 
 #include <QApplication>
 #include <QQuickWindow>
@@ -63,10 +64,10 @@ párování a povolené složky ovládáš příkazy na jeho vstupu, seznam uká
   --version   verze programu
 )";
 
-void print(const std::string& text) {
-    std::fprintf(stdout, "%s\n", text.c_str());
-    std::fflush(stdout);
-}
+using Print = std::function<void(const std::string&)>;
+
+/// Far beyond what a command prints at once.
+constexpr std::size_t longestPrint = 256 * 1024;
 
 /// Everything that the companion works with. The executors go last: whatever still hops there finds them.
 struct System {
@@ -123,8 +124,10 @@ enum class Face { window, console };
 
 /// The companion, and what runs on its behalf until it has ended.
 struct Running {
-    Running(System& system, FolderPicker& picker)
+    /// `complain` tells a person who has left already.
+    Running(System& system, FolderPicker& picker, Print complain)
         : defaults(system.defaults),
+          complain(std::move(complain)),
           companion(system.services(picker)),
           commands(system.main),
           ending(system.main) {}
@@ -139,7 +142,7 @@ struct Running {
         commands.stop();
         co_await commands.join();
         co_await defaults.ukoncit();
-        if (auto problem = defaults.problem()) print(*problem);
+        if (auto problem = defaults.problem()) complain(*problem);
         QCoreApplication::quit();
     }
 
@@ -150,15 +153,16 @@ struct Running {
     }
 
     JsonDefaults& defaults;
+    Print complain;
     Companion companion;
     TaskScope commands;
     TaskScope ending;
     bool isEnding = false;
 };
 
-int runConsole(System& system) {
+int runConsole(System& system, const Print& print) {
     ConsoleFolderPicker picker;
-    Running running(system, picker);
+    Running running(system, picker, print);
     auto quit = [&running] { running.quit(); };
     ConsoleShell shell(running.companion, {*system.clock, picker, system.folders, running.commands, print,
                                            quit, ::isatty(STDOUT_FILENO) != 0});
@@ -174,14 +178,14 @@ int runConsole(System& system) {
     return QCoreApplication::exec();
 }
 
-int runWindow(System& system, LockFileInstance& instance) {
+int runWindow(System& system, LockFileInstance& instance, const Print& print) {
     QtFolderPicker picker;
     QtClipboard clipboard;
     DesktopNotifications notifications;
     PortalColorScheme colors;
     XembedTray embedding;
     StatusNotifierTray tray(embedding);
-    Running running(system, picker);
+    Running running(system, picker, print);
     auto quit = [&] {
         picker.close();
         running.quit();
@@ -207,8 +211,11 @@ int run(Face face, OrphanWatch& orphans) {
         std::fputs("Morvex už nad těmito daty běží.\n", stderr);
         return 1;
     }
+    // A reader that stops must not stop the program.
+    LogQueue output(STDOUT_FILENO, {.longest = longestPrint, .lost = " řádků výpisu se ztratilo."});
+    const Print print = [&output](const std::string& text) { output.write(text); };
     System system(*std::move(clock), orphans);
-    return face == Face::window ? runWindow(system, instance) : runConsole(system);
+    return face == Face::window ? runWindow(system, instance, print) : runConsole(system, print);
 }
 
 int runWith(Face face, int argc, char** argv) {

@@ -1,6 +1,6 @@
 #include "relay/StoreUpkeep.h"
 
-#include "relay/QuietThread.h"
+#include "shared/base/QuietThread.h"
 #include "shared/base/Try.h"
 
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "relay/LogQueue.h"
+#include "shared/base/LogQueue.h"
 #include "relay/RelayServer.h"
 #include "shared/base/Try.h"
 

@@ -97,7 +97,7 @@ Task<void> PhoneInbox::poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutc
     MacPayload::ToolResult result{outcome.ok, encode(outcome.result)};
     auto sent = co_await link->poslat({std::move(result)}, requestID);
     if (sent || !sent.error().as<MessageTooLong>()) co_return;
-    auto refused = ToolOutcome::refused("Výsledek je na přenos příliš dlouhý.");
+    auto refused = ToolOutcome::tooLong();
     (void)co_await link->poslat({MacPayload::ToolResult{refused.ok, encode(refused.result)}},
                                 std::move(requestID));
 }

@@ -16,6 +16,9 @@ namespace morvex {
 
 namespace {
 
+/// Lines about the link in one minute.
+constexpr int mostNews = 60;
+
 struct NamedIntegration {
     std::string_view name;
     Integration integration;
@@ -108,10 +111,12 @@ void ConsoleShell::greet(const std::string& version) {
 
 void ConsoleShell::watch() {
     auto& state = companion_.stav();
-    notifiers_.push_back(state.dostupnost.addNotifier([this] { printAvailability(); }));
+    notifiers_.push_back(state.dostupnost.addNotifier([this] { tellOfAvailability(); }));
     auto& bdelost = companion_.bdelost().stav();
     for (auto* potiz : {&state.potiz, &state.potizNastaveni, &bdelost.potiz, &bdelost.potizDrzeni})
-        notifiers_.push_back(potiz->addNotifier([this, potiz] { printTrouble(potiz->value()); }));
+        notifiers_.push_back(potiz->addNotifier([this, potiz] {
+            if (potiz->value() && mayTellOfLink()) printTrouble(potiz->value());
+        }));
     companion_.historieAgentu().priZmene([alive = std::weak_ptr(alive_), this] {
         if (!alive.expired()) printTaskTrouble();
     });
@@ -187,6 +192,24 @@ void ConsoleShell::printFolders() {
 void ConsoleShell::printAvailability() {
     auto text = companion_.stav().dostupnost.value().popis(peerName, surroundings_.clock.now());
     if (std::exchange(shownAvailability_, text) != text) print("Stav: " + text);
+}
+
+void ConsoleShell::tellOfAvailability() {
+    const auto text = companion_.stav().dostupnost.value().popis(peerName, surroundings_.clock.now());
+    if (text != shownAvailability_ && mayTellOfLink()) printAvailability();
+}
+
+/// A relay may have as much to tell as it likes.
+bool ConsoleShell::mayTellOfLink() {
+    const auto now = surroundings_.clock.sinceBoot();
+    if (now - minuteOfNews_ >= std::chrono::minutes(1)) {
+        minuteOfNews_ = now;
+        newsOfMinute_ = 0;
+    }
+    ++newsOfMinute_;
+    if (newsOfMinute_ == mostNews + 1)
+        print("Zpráv o spojení je příliš mnoho, minutu se další neukážou. Co platí, vypíše „stav“.");
+    return newsOfMinute_ <= mostNews;
 }
 
 void ConsoleShell::printTrouble(const std::optional<std::string>& trouble) const {

@@ -52,6 +52,7 @@ class ConsoleShell {
     void printStatus();
     void printFolders();
     void printAvailability();
+    void tellOfAvailability();
     void printTrouble(const std::optional<std::string>& trouble) const;
     void printWakefulness();
     void printLoginItem();
@@ -72,8 +73,13 @@ class ConsoleShell {
     /// Tells what to type when the word is no position of a switch.
     [[nodiscard]] std::optional<bool> readSwitch(const std::string& word) const;
 
+    /// Whether news of the link are still shown in this minute.
+    [[nodiscard]] bool mayTellOfLink();
+
     Companion& companion_;
     Surroundings surroundings_;
+    Clock::Duration minuteOfNews_{0}; ///< its begin
+    int newsOfMinute_ = 0;
     std::string shownNumber_;
     std::string shownAvailability_;
     std::optional<std::string> shownTaskTrouble_;

@@ -17,4 +17,8 @@ const FoldedNotes::Folded& FoldedNotes::of(const MorvexNote& note) {
     return kept->second.folded;
 }
 
+void FoldedNotes::keepOnly(const std::function<bool(const Uuid&)>& isLookedAt) {
+    std::erase_if(kept_, [&isLookedAt](const auto& each) { return !isLookedAt(each.first); });
+}
+
 } // namespace morvex

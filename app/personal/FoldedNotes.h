@@ -3,14 +3,15 @@
 #include "shared/wire/MorvexNote.h"
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <string>
 
 namespace morvex {
 
 /// The texts of notes as they are compared. Folding takes far longer than comparing, so what was folded once
-/// is kept until the note changes: as much memory again as the notes that were looked at, for text that
-/// consists of rare letters up to three times as much. Owned by the store, on its thread.
+/// is kept until the note changes or goes: as much memory again as the notes that were looked at, for text
+/// that consists of rare letters up to three times as much. Owned by the store, on its thread.
 class FoldedNotes {
   public:
     struct Folded {
@@ -21,6 +22,12 @@ class FoldedNotes {
 
     /// Stands until the next call.
     const Folded& of(const MorvexNote& note);
+
+    /// Forgets the notes that are not, or no more, to be looked at.
+    void keepOnly(const std::function<bool(const Uuid&)>& isLookedAt);
+
+    /// How many notes it keeps.
+    [[nodiscard]] std::size_t size() const { return kept_.size(); }
 
   private:
     /// What a note was like when it was folded. Its body does not change without its revision or date.

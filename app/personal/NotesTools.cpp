@@ -1,6 +1,7 @@
 #include "app/personal/NotesTools.h"
 
 #include "app/tools/Arguments.h"
+#include "shared/base/FrameLimit.h"
 #include "shared/wire/MacToolName.h"
 
 #include <boost/json/array.hpp>
@@ -29,9 +30,14 @@ void NotesTools::addTo(ToolTable& table, std::function<bool()> isOn) {
 
 Task<ToolOutcome> NotesTools::search(ToolCall call) {
     Arguments arguments(call.arguments);
+    const auto found =
+        poznamky_.hledat(arguments.requiredText("query"), arguments.integer("limit").value_or(usuallyFound));
+    // Before the answer is made of them, which would take several times their memory.
+    std::size_t size = 0;
+    for (const auto& note : found) size += note.title.size() + note.body.size();
+    if (size > frameLimit) co_return ToolOutcome::tooLong();
     boost::json::array notes;
-    for (const auto& note :
-         poznamky_.hledat(arguments.requiredText("query"), arguments.integer("limit").value_or(usuallyFound)))
+    for (const auto& note : found)
         notes.push_back(boost::json::object{{"id", note.id.text()},
                                             {"title", note.title},
                                             {"body", note.body},

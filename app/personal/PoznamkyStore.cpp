@@ -167,13 +167,19 @@ SaveQueue::Save PoznamkyStore::zacniUkladat() {
 
 void PoznamkyStore::skonciUkladani(const Result<void>& saved) {
     const auto records = std::exchange(ukladane_, {});
-    if (saved) {
+    if (saved)
         records_.saved();
+    else
+        records_.failed();
+    folded_.keepOnly([this](const Uuid& id) {
+        const auto* note = records_.find(id);
+        return note && !note->deletedAt;
+    });
+    if (saved) {
         obnovNotes(records);
         setProblem(std::nullopt);
         return;
     }
-    records_.failed();
     if (!jePrijataUkladana_) return;
     obnovNotes(records_.withoutReceived());
     setProblem(saved.error().popis());

@@ -87,6 +87,9 @@ class PoznamkyStore {
     /// The same, and resumes when the saves that were asked for until now have ended.
     Task<void> ulozeno() { return saves_.settled(); }
 
+    /// How many notes are kept as they are compared.
+    [[nodiscard]] std::size_t folded() const { return folded_.size(); }
+
     /// After each local change that was saved; never for a note of the phone.
     std::function<void(const MorvexNote&)> priZmene;
     /// For views: `notes()` or `problem()` is another one than before.

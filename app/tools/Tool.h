@@ -29,6 +29,9 @@ struct ToolOutcome {
     static ToolOutcome refused(std::string sentence) { return {false, {{"error", std::move(sentence)}}}; }
 
     static ToolOutcome refused(const Error& error) { return refused(error.popis()); }
+
+    /// What was found fills no frame.
+    static ToolOutcome tooLong() { return refused("Výsledek je na přenos příliš dlouhý."); }
 };
 
 /// A tool, declared once: what is told about it, when it is offered, what runs.

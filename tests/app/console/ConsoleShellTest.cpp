@@ -103,6 +103,28 @@ TEST_F(ConsoleShellTest, TellsAtOnceAndInTheStatusThatTheSettingsAreNotSaved) {
     EXPECT_FALSE(hasLine(type("stav"), told));
 }
 
+TEST_F(ConsoleShellTest, ARelayThatComplainsWithoutEndIsShownSixtyTimesAMinute) {
+    startShell();
+    const auto complain = [this](int times) {
+        lines.clear();
+        for (int i = 0; i < times; ++i) {
+            companion->stav().potiz = "potíž " + std::to_string(i);
+            companion->stav().dostupnost = MacAvailability{MacAvailability::Preruseno{std::to_string(i)}};
+        }
+        return lines.size();
+    };
+    const std::string more = "Zpráv o spojení je příliš mnoho, minutu se další neukážou. Co platí, vypíše „stav“.";
+    EXPECT_EQ(complain(100), 61U);
+    EXPECT_EQ(lines.back(), more);
+    clock.advance(59s);
+    EXPECT_EQ(complain(1), 0U);
+    EXPECT_TRUE(hasLine(type("stav"), "Potíž: potíž 0"));
+    clock.advance(1s);
+    EXPECT_EQ(complain(30), 60U);
+    EXPECT_EQ(complain(1), 1U);
+    EXPECT_EQ(lines.back(), more);
+}
+
 TEST_F(ConsoleShellTest, SwitchesTheStartAtLoginAndShowsWhatHolds) {
     startShell();
     EXPECT_EQ(type("po-prihlaseni zap"), std::vector<std::string>{"Po přihlášení: spouští se"});

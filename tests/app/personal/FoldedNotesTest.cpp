@@ -37,5 +37,16 @@ TEST(FoldedNotes, EachNoteHasItsOwn) {
     EXPECT_EQ(notes.of(first).name, "prvni");
 }
 
+TEST(FoldedNotes, ThoseThatAreGoneAreForgotten) {
+    FoldedNotes notes;
+    const MorvexNote first{Uuid::fromRandom({1}), "První", longText, {}, {}, 1, {}};
+    const MorvexNote second{Uuid::fromRandom({2}), "Druhá", longText, {}, {}, 1, {}};
+    const char* body = notes.of(first).body.data();
+    (void)notes.of(second);
+    notes.keepOnly([&first](const Uuid& id) { return id == first.id; });
+    EXPECT_EQ(notes.size(), 1U);
+    EXPECT_EQ(notes.of(first).body.data(), body);
+}
+
 } // namespace
 } // namespace morvex

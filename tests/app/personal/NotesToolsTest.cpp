@@ -1,6 +1,7 @@
 #include "app/personal/NotesTools.h"
 
 #include "platform/memory/ManualExecutor.h"
+#include "shared/base/FrameLimit.h"
 #include "shared/wire/Json.h"
 #include "tests/app/personal/PersonalStores.h"
 
@@ -52,6 +53,37 @@ TEST_F(NotesToolsTest, CreateUpdateAndDeleteTellTheStoredTitle) {
     EXPECT_TRUE(deleted.ok);
     EXPECT_EQ(encode(deleted.result), R"({"deleted":true,"title":"Velký nákup"})");
     EXPECT_TRUE(store.notes().empty());
+}
+
+/// Only so many, whoever makes them, are held as they are compared.
+TEST_F(NotesToolsTest, NotesThatWereSearchedAndDeletedLeaveNothingBehind) {
+    create("Zůstane", "obsah");
+    for (int round = 0; round < 3; ++round) {
+        create("Nákup", "mléko");
+        EXPECT_TRUE(call("search", R"({"query":"nic takového"})").ok);
+        EXPECT_EQ(store.folded(), 2U);
+        EXPECT_TRUE(call("delete", R"({"title":"nakup"})").ok);
+        EXPECT_EQ(store.folded(), 1U);
+    }
+    MorvexNote note{random.uuid(), "Z telefonu", "obsah", clock.now(), clock.now(), 1, {}};
+    EXPECT_TRUE(executor.run(store.prijmout(note)));
+    EXPECT_TRUE(call("search", R"({"query":"nic takového"})").ok);
+    note.revision = 2;
+    note.deletedAt = clock.now();
+    EXPECT_TRUE(executor.run(store.prijmout(note)));
+    EXPECT_EQ(store.folded(), 1U);
+}
+
+TEST_F(NotesToolsTest, WhatIsFoundAndFillsNoFrameIsRefusedBeforeAnAnswerIsMadeOfIt) {
+    const std::string half(frameLimit / 2 - 100, 'x');
+    create("první", half);
+    create("druhá", half);
+    EXPECT_TRUE(call("search", R"({"query":"xxx"})").ok);
+    create("třetí", std::string(200, 'x'));
+    const auto refused = call("search", R"({"query":"xxx"})");
+    EXPECT_FALSE(refused.ok);
+    EXPECT_EQ(encode(refused.result), R"({"error":"Výsledek je na přenos příliš dlouhý."})");
+    EXPECT_TRUE(call("search", R"({"query":"xxx","limit":2})").ok);
 }
 
 TEST_F(NotesToolsTest, SearchGivesIdTitleBodyAndTheTimeOfTheLastChange) {

@@ -7,8 +7,8 @@
 
 namespace morvex {
 
-/// A thread that takes no signal: those of the process are for the thread that serves, which alone decides
-/// when they end the relay. The mask is set before the thread begins, since a new thread inherits it.
+/// A thread that takes no signal: those of the process are for the thread that decides when they end it. The
+/// mask is set before the thread begins, since a new thread inherits it.
 template <class Work> std::thread startQuietThread(Work work) {
     sigset_t all;
     sigset_t before;

@@ -1,4 +1,4 @@
-#include "relay/LogQueue.h"
+#include "shared/base/LogQueue.h"
 
 #include "tests/support/TemporaryFolder.h"
 
@@ -56,6 +56,19 @@ TEST(LogQueue, WritesLinesInOrder) {
     EXPECT_EQ(pipe.line(), "one");
     EXPECT_EQ(pipe.line(), std::string(LogQueue::maxLine, 'x'));
     EXPECT_EQ(pipe.line(), "two");
+}
+
+TEST(LogQueue, HasItsOwnLengthOfLinesAndWordsOfWhatIsLost) {
+    const Pipe pipe;
+    LogQueue queue{pipe.in(), {.longest = 200'000, .lost = " řádků chybí"}};
+    const std::string longest(200'000, 'x');
+    for (int i = 0; i < 30; ++i) queue.write(longest);
+    std::size_t whole = 0;
+    std::string line;
+    for (line = pipe.line(); line == longest; line = pipe.line()) ++whole;
+    // The number comes before the next line that is written, so among those that waited.
+    EXPECT_LE(whole, LogQueue::maxBytes / longest.size() + 1);
+    EXPECT_TRUE(line.ends_with(" řádků chybí")) << line;
 }
 
 TEST(LogQueue, AReaderThatStopsHoldsUpNobodyAndHearsHowMuchItMissed) {

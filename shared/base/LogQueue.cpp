@@ -1,6 +1,6 @@
-#include "relay/LogQueue.h"
+#include "shared/base/LogQueue.h"
 
-#include "relay/QuietThread.h"
+#include "shared/base/QuietThread.h"
 
 #include <cerrno>
 #include <condition_variable>
@@ -22,7 +22,7 @@ constexpr int pollMilliseconds = 50;
 } // namespace
 
 struct LogQueue::Shared {
-    explicit Shared(int given) : descriptor(given) {}
+    Shared(int given, Style chosen) : descriptor(given), style(std::move(chosen)) {}
 
     /// The thread, until the queue ends.
     void run();
@@ -32,18 +32,21 @@ struct LogQueue::Shared {
     bool isEnding();
 
     const int descriptor;
+    const Style style;
     bool isMidLine = false; ///< a line was begun and could not be finished
 
     std::mutex mutex;
     std::condition_variable hasNews;
     std::condition_variable isDrained;
     std::deque<std::string> lines;
+    std::size_t bytes = 0; ///< of them
     std::size_t lost = 0; ///< lines that nobody has been told of
     bool isBusy = false;
     bool ends = false;
 };
 
-LogQueue::LogQueue(int descriptor) : shared_(std::make_shared<Shared>(descriptor)) {
+LogQueue::LogQueue(int descriptor, Style style)
+    : shared_(std::make_shared<Shared>(descriptor, std::move(style))) {
     startQuietThread([shared = shared_] { shared->run(); }).detach();
 }
 
@@ -55,12 +58,13 @@ LogQueue::~LogQueue() {
 }
 
 void LogQueue::write(std::string line) {
-    if (line.size() > maxLine) line.resize(maxLine);
+    if (line.size() > shared_->style.longest) line.resize(shared_->style.longest);
     const std::lock_guard lock{shared_->mutex};
-    if (shared_->lines.size() == maxLines) {
+    if (shared_->lines.size() == maxLines || shared_->bytes + line.size() > maxBytes) {
         ++shared_->lost;
         return;
     }
+    shared_->bytes += line.size();
     shared_->lines.push_back(std::move(line));
     shared_->hasNews.notify_one();
 }
@@ -81,6 +85,7 @@ void LogQueue::Shared::run() {
         isBusy = true;
         const auto line = std::move(lines.front());
         lines.pop_front();
+        bytes -= line.size();
         const auto lostBefore = std::exchange(lost, 0);
         lock.unlock();
         put(line, lostBefore);
@@ -89,7 +94,7 @@ void LogQueue::Shared::run() {
 }
 
 void LogQueue::Shared::put(const std::string& line, std::size_t lostBefore) {
-    const auto notice = lostBefore == 0 ? "" : std::to_string(lostBefore) + " log lines were lost\n";
+    const auto notice = lostBefore == 0 ? "" : std::to_string(lostBefore) + style.lost + '\n';
     const bool isToldOfLost = notice.empty() || writeAll(notice);
     const bool isWritten = isToldOfLost && writeAll(line + '\n');
     const std::lock_guard lock{mutex};
