@@ -185,7 +185,10 @@ int runWindow(System& system, LockFileInstance& instance, const Print& print) {
     PortalColorScheme colors;
     XembedTray embedding;
     StatusNotifierTray tray(embedding);
-    Running running(system, picker, print);
+    Running running(system, picker, [&notifications, &print](const std::string& problem) {
+        print(problem);
+        notifications.show({"Morvex", problem, {}, {}});
+    });
     auto quit = [&] {
         picker.close();
         running.quit();

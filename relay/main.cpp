@@ -1,5 +1,5 @@
-#include "shared/base/LogQueue.h"
 #include "relay/RelayServer.h"
+#include "shared/base/LogQueue.h"
 #include "shared/base/Try.h"
 
 #include <chrono>

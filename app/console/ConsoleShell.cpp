@@ -318,8 +318,15 @@ void ConsoleShell::disallow(const std::string& path) {
 void ConsoleShell::switchIntegration(const std::string& name, bool value) {
     auto found = std::ranges::find(integrations, fold(name), &NamedIntegration::name);
     if (found == integrations.end()) return print("Neznámá skupina „" + name + "“. Seznam ukáže „pomoc“.");
-    companion_.integrations().set(found->integration, value);
-    print(std::string(value ? "Zapnuto: " : "Vypnuto: ") + std::string(found->name));
+    if (value) return surroundings_.scope.spawn(turnOnAndTell(found->integration, std::string(found->name)));
+    companion_.integrations().vypnout(found->integration);
+    print("Vypnuto: " + std::string(found->name));
+}
+
+Task<void> ConsoleShell::turnOnAndTell(Integration integration, std::string name) {
+    const auto kept = co_await companion_.integrations().zapnout(integration);
+    if (!kept) co_return printTrouble(neulozenoKvuli(kept.error()));
+    if (companion_.integrations().isOn(integration)) print("Zapnuto: " + name);
 }
 
 void ConsoleShell::keepAwake(const std::string& word) {

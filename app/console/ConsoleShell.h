@@ -66,6 +66,7 @@ class ConsoleShell {
     Task<void> forgetAndTell();
     void allow(const std::string& path);
     Task<void> allowAndShow();
+    Task<void> turnOnAndTell(Integration integration, std::string name);
     void disallow(const std::string& path);
     void switchIntegration(const std::string& name, bool value);
     void keepAwake(const std::string& word);

@@ -21,6 +21,16 @@ std::string tokenAccount(const std::string& id) {
     return "custom.app." + id + ".token";
 }
 
+StoredApp* find(std::vector<StoredApp>& apps, const std::string& id) {
+    auto app = std::ranges::find(apps, id, &StoredApp::id);
+    return app == apps.end() ? nullptr : &*app;
+}
+
+void addMacApp(std::vector<StoredApp>& apps, StoredApp app) {
+    auto firstOfPhone = std::ranges::find_if_not(apps, &StoredApp::isFromMac);
+    apps.insert(firstOfPhone, std::move(app));
+}
+
 std::vector<StoredApp> stored(const UserDefaults& defaults) {
     auto bytes = defaults.data(metadataKey);
     return bytes ? decode<std::vector<StoredApp>>(*bytes).value_or(std::vector<StoredApp>())
@@ -104,23 +114,50 @@ Task<Result<void>> MacCustomAppsService::save(std::optional<std::string> storedI
     bool isNew = !storedID || !hasMacApp(*storedID);
     auto id = isNew ? "mac-" + lowerCase(random_.uuid().text()) : *storedID;
     if (!token.empty()) CO_CHECK(co_await keychain_.save(token, tokenAccount(id)));
-    if (isNew) {
-        addMacApp({id, name, endpoint, true, StoredApp::fromMac});
-    } else if (auto* app = find(id)) { // it may have been removed while the keychain worked
-        app->name = name;
-        app->endpoint = endpoint;
+    auto saved = co_await keepOnceSaved([&](std::vector<StoredApp>& apps) {
+        if (isNew)
+            addMacApp(apps, {id, name, endpoint, true, StoredApp::fromMac});
+        else if (auto* app = find(apps, id)) // it may have been removed while the keychain worked
+            *app = {id, name, endpoint, app->isEnabled(), StoredApp::fromMac};
+    });
+    if (!saved && isNew) co_await keychain_.remove(tokenAccount(id));
+    co_return saved;
+}
+
+Task<Result<void>> MacCustomAppsService::setEnabled(std::string id, bool enabled) {
+    auto* app = find(apps_, id);
+    if (!app) co_return Result<void>{};
+    if (enabled) {
+        turningOn_.insert(id);
+        auto saved = co_await keepOnceSaved([this, &id](std::vector<StoredApp>& apps) {
+            auto* found = find(apps, id);
+            if (found && turningOn_.contains(id)) found->enabled = true;
+        });
+        turningOn_.erase(id);
+        co_return saved;
     }
+    turningOn_.erase(id);
+    app->enabled = false;
     keep();
     priZmene_.tell();
     co_return Result<void>{};
 }
 
-Task<void> MacCustomAppsService::setEnabled(std::string id, bool enabled) {
-    auto* app = find(id);
-    if (!app) co_return;
-    app->enabled = enabled;
-    keep();
+Task<Result<void>> MacCustomAppsService::keepOnceSaved(std::function<void(std::vector<StoredApp>&)> change) {
+    const auto turn = co_await saving_.take();
+    std::vector<StoredApp> apps;
+    Result<void> saved;
+    do {
+        apps = apps_;
+        change(apps);
+        DefaultsValues values;
+        values.emplace(metadataKey, toBytes(encode(apps)));
+        saved = co_await defaults_.setOnceSaved(std::move(values));
+    } while (!saved && saved.error().as<ChangedMeanwhile>());
+    if (!saved) co_return saved;
+    apps_ = std::move(apps);
     priZmene_.tell();
+    co_return saved;
 }
 
 Task<void> MacCustomAppsService::remove(std::string id) {
@@ -131,19 +168,9 @@ Task<void> MacCustomAppsService::remove(std::string id) {
     priZmene_.tell();
 }
 
-StoredApp* MacCustomAppsService::find(const std::string& id) {
-    auto app = std::ranges::find(apps_, id, &StoredApp::id);
-    return app == apps_.end() ? nullptr : &*app;
-}
-
 bool MacCustomAppsService::hasMacApp(const std::string& id) const {
     return std::ranges::any_of(apps_,
                                [&id](const StoredApp& app) { return app.isFromMac() && app.id == id; });
-}
-
-void MacCustomAppsService::addMacApp(StoredApp app) {
-    auto firstOfPhone = std::ranges::find_if_not(apps_, &StoredApp::isFromMac);
-    apps_.insert(firstOfPhone, std::move(app));
 }
 
 void MacCustomAppsService::keep() {

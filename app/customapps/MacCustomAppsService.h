@@ -7,12 +7,14 @@
 #include "foundation/Listeners.h"
 #include "foundation/Random.h"
 #include "foundation/Task.h"
+#include "foundation/Turns.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared/base/Error.h"
 #include "shared/wire/CompanionRecords.h"
 
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -42,12 +44,14 @@ class MacCustomAppsService {
     Task<void> replacePhoneApps(std::vector<CompanionCustomApp> list);
 
     /// Changes the app of this computer with the id `storedID`, else adds one. An empty token leaves the
-    /// present one. Fails with `ServiceError` or `KeychainError`, and nothing is changed or added then.
+    /// present one. Fails with `ServiceError`, `KeychainError` or what prevented the save, and nothing is
+    /// changed or added then but the token of an app that is there.
     Task<Result<void>> save(std::optional<std::string> storedID, std::string name, std::string endpoint,
                             std::string token);
 
-    /// Of an app of either source.
-    Task<void> setEnabled(std::string id, bool enabled);
+    /// Of an app of either source. Off counts at once, on once it is saved; it fails with what prevented
+    /// that.
+    Task<Result<void>> setEnabled(std::string id, bool enabled);
 
     /// Only what was added on this computer can be removed here.
     Task<void> remove(std::string id);
@@ -56,19 +60,21 @@ class MacCustomAppsService {
     void priZmene(std::function<void()> zavolat) { priZmene_.add(std::move(zavolat)); }
 
   private:
-    [[nodiscard]] StoredApp* find(const std::string& id);
     [[nodiscard]] bool hasMacApp(const std::string& id) const;
     [[nodiscard]] std::vector<CompanionCustomApp> accepted(std::vector<CompanionCustomApp> list) const;
     [[nodiscard]] StoredApp fromPhone(const CompanionCustomApp& entry) const;
     Task<void> keepTokens(std::vector<CompanionCustomApp> entries);
-    void addMacApp(StoredApp app);
     void keep();
+    /// The change counts once it is saved. It is made anew on a list that was changed meanwhile.
+    Task<Result<void>> keepOnceSaved(std::function<void(std::vector<StoredApp>&)> change);
 
     UserDefaults& defaults_;
     const Keychain& keychain_;
     Random& random_;
     std::vector<StoredApp> apps_;
     bool active_ = true;
+    Turns saving_;                    ///< of changes that do not count yet
+    std::set<std::string> turningOn_; ///< apps whose switching on is among them
     Listeners priZmene_;
 };
 

@@ -68,8 +68,48 @@ Task<void> Slozky::pridat() {
 
     auto chosen = co_await picker_.pick(std::move(question));
     if (chosen.empty()) co_return;
-    for (const auto& slozka : chosen) povolit(paths::standardized(slozka));
-    ulozit();
+    const auto nove = noveZalozky(std::move(chosen));
+    auto ulozeno = co_await ulozitNove(nove);
+    if (ulozeno)
+        for (const auto& [slozka, zalozka] : nove) povolit(slozka, zalozka);
+    else
+        nepodariloSe(nove.front().first, ulozeno.error());
+    priZmene_.tell();
+}
+
+Slozky::Nove Slozky::noveZalozky(std::vector<std::string> chosen) {
+    Nove nove;
+    for (const auto& path : chosen) {
+        auto slozka = paths::standardized(path);
+        auto zalozka = bookmarks_.create(slozka);
+        if (zalozka)
+            nove.emplace_back(std::move(slozka), *std::move(zalozka));
+        else
+            nepodariloSe(slozka, zalozka.error());
+    }
+    return nove;
+}
+
+/// A folder is allowed only once that is on the disk. One that is removed meanwhile is removed there too.
+Task<Result<void>> Slozky::ulozitNove(const Nove& nove) {
+    if (nove.empty()) co_return Result<void>{};
+    const auto turn = co_await ukladani_.take();
+    Result<void> ulozeno;
+    do {
+        auto povolene = povolene_;
+        auto zalozky = zalozky_;
+        for (const auto& [slozka, zalozka] : nove) {
+            if (std::ranges::find(povolene, slozka) == povolene.end()) povolene.push_back(slozka);
+            zalozky[slozka] = zalozka;
+        }
+        ulozeno = co_await defaults_.setOnceSaved(hodnoty(povolene, zalozky));
+    } while (!ulozeno && ulozeno.error().as<ChangedMeanwhile>());
+    co_return ulozeno;
+}
+
+void Slozky::nepodariloSe(const std::string& slozka, const Error& proc) {
+    chybaOpravneni_ =
+        "Oprávnění ke složce " + paths::lastComponent(slozka) + " se nepodařilo uložit: " + proc.popis();
 }
 
 void Slozky::odebrat(std::string slozka) {
@@ -108,15 +148,9 @@ void Slozky::nacistCesty() {
     }
 }
 
-void Slozky::povolit(const std::string& slozka) {
-    auto zalozka = bookmarks_.create(slozka);
-    if (!zalozka) {
-        chybaOpravneni_ = "Oprávnění ke složce " + paths::lastComponent(slozka) +
-                          " se nepodařilo uložit: " + zalozka.error().popis();
-        return;
-    }
+void Slozky::povolit(const std::string& slozka, const Bytes& zalozka) {
     if (!jePovolena(slozka)) povolene_.push_back(slozka);
-    zalozky_[slozka] = *std::move(zalozka);
+    zalozky_[slozka] = zalozka;
     vyzadujiObnoveni_.erase(slozka);
     ukoncitPristup(slozka);
     zacitPristup(slozka);
@@ -135,13 +169,18 @@ void Slozky::ukoncitPristup(const std::string& slozka) {
 }
 
 void Slozky::ulozit() {
-    std::vector<DefaultsItem> cesty(povolene_.begin(), povolene_.end());
-    std::vector<DefaultsItem> zalozky;
-    for (const auto& slozka : povolene_)
-        if (auto found = zalozky_.find(slozka); found != zalozky_.end()) zalozky.emplace_back(found->second);
-    // A folder that stands in one of them alone counts as allowed.
-    defaults_.setTogether({{pathsKey, std::move(cesty)}, {bookmarksKey, std::move(zalozky)}});
+    defaults_.setTogether(hodnoty(povolene_, zalozky_));
     priZmene_.tell();
+}
+
+/// In one save, since a folder that stands in one of the lists alone counts as allowed.
+DefaultsValues Slozky::hodnoty(const std::vector<std::string>& povolene,
+                               const std::map<std::string, Bytes>& zalozky) {
+    std::vector<DefaultsItem> kept;
+    for (const auto& slozka : povolene)
+        if (auto found = zalozky.find(slozka); found != zalozky.end()) kept.emplace_back(found->second);
+    return {{pathsKey, std::vector<DefaultsItem>(povolene.begin(), povolene.end())},
+            {bookmarksKey, std::move(kept)}};
 }
 
 void Slozky::vyzadujHlavniVlakno() const {

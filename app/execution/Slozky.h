@@ -3,6 +3,7 @@
 #include "app/execution/PovoleneSlozky.h"
 #include "foundation/Listeners.h"
 #include "foundation/Task.h"
+#include "foundation/Turns.h"
 #include "platform/ports/FolderBookmarks.h"
 #include "platform/ports/FolderPicker.h"
 #include "platform/ports/UserDefaults.h"
@@ -15,6 +16,7 @@
 #include <string>
 #include <string_view>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace morvex {
@@ -48,9 +50,11 @@ class Slozky {
     [[nodiscard]] std::optional<std::string> slozkaProAlias(const std::optional<std::string>& alias) const;
     [[nodiscard]] bool obsahuje(std::string_view cesta) const;
 
-    /// Lets the user choose folders in the panel and allows them. The task ends before this object goes.
+    /// Lets the user choose folders in the panel and allows them, once that is saved. The task ends before
+    /// this object goes.
     Task<void> pridat();
 
+    /// Counts at once; saving goes on behind it until it succeeds.
     void odebrat(std::string slozka);
 
     /// Adds one that is called after every save and when `chybaOpravneni` is cleared, for the life of this
@@ -63,7 +67,14 @@ class Slozky {
 
     void nacistZalozky();
     void nacistCesty();
-    void povolit(const std::string& slozka);
+    /// Chosen folders with their bookmarks.
+    using Nove = std::vector<std::pair<std::string, Bytes>>;
+    Nove noveZalozky(std::vector<std::string> chosen);
+    Task<Result<void>> ulozitNove(const Nove& nove);
+    void nepodariloSe(const std::string& slozka, const Error& proc);
+    void povolit(const std::string& slozka, const Bytes& zalozka);
+    static DefaultsValues hodnoty(const std::vector<std::string>& povolene,
+                                  const std::map<std::string, Bytes>& zalozky);
     [[nodiscard]] bool jePovolena(const std::string& slozka) const;
     void zacitPristup(const std::string& slozka);
     void ukoncitPristup(const std::string& slozka);
@@ -81,6 +92,7 @@ class Slozky {
     std::optional<std::string> chybaOpravneni_;
     std::map<std::string, Bytes> zalozky_;
     std::set<std::string> aktivniPristupy_;
+    Turns ukladani_; ///< of folders that are not allowed yet
     Listeners priZmene_;
 };
 

@@ -1,6 +1,7 @@
 #include "app/personal/MacIntegrationSettings.h"
 
 #include <string>
+#include <utility>
 
 namespace morvex {
 
@@ -53,12 +54,28 @@ MacIntegrationSettings::MacIntegrationSettings(UserDefaults& defaults) : default
     for (std::size_t i = 0; i < integrationCount; ++i) values_[i] = read(defaults, switches[i]);
 }
 
-void MacIntegrationSettings::set(Integration integration, bool value) {
-    auto i = index(integration);
-    if (values_[i] == value) return;
-    values_[i] = value;
-    defaults_.set(switches[i].key, value);
-    if (onChange) onChange();
+void MacIntegrationSettings::vypnout(Integration integration) {
+    // Also ends a switching on that is not saved yet.
+    if (isOn(integration) || isTurningOn_[index(integration)])
+        defaults_.set(switches[index(integration)].key, false);
+    change(integration, false);
+}
+
+Task<Result<void>> MacIntegrationSettings::zapnout(Integration integration) {
+    const auto i = index(integration);
+    if (values_[i]) co_return Result<void>{};
+    DefaultsValues values;
+    values.emplace(switches[i].key, true);
+    ++isTurningOn_[i];
+    auto saved = co_await defaults_.setOnceSaved(std::move(values));
+    --isTurningOn_[i];
+    if (saved) change(integration, true);
+    if (!saved && saved.error().as<ChangedMeanwhile>()) co_return Result<void>{};
+    co_return saved;
+}
+
+void MacIntegrationSettings::change(Integration integration, bool value) {
+    if (std::exchange(values_[index(integration)], value) != value && onChange) onChange();
 }
 
 } // namespace morvex

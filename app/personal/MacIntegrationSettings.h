@@ -1,6 +1,8 @@
 #pragma once
 
+#include "foundation/Task.h"
 #include "platform/ports/UserDefaults.h"
+#include "shared/base/Error.h"
 
 #include <array>
 #include <cstddef>
@@ -32,16 +34,24 @@ class MacIntegrationSettings {
 
     [[nodiscard]] bool isOn(Integration integration) const { return values_[index(integration)]; }
 
-    /// An equal value does nothing; another one is kept and told through `onChange`.
-    void set(Integration integration, bool value);
+    /// Counts at once; saving goes on behind it until it succeeds. One that is off already is left alone.
+    void vypnout(Integration integration);
 
+    /// Counts once it is saved. Fails with what prevented that; an interrupted one that is off again does
+    /// not. The task ends before this object goes.
+    Task<Result<void>> zapnout(Integration integration);
+
+    /// Called after each change.
     std::function<void()> onChange;
 
   private:
+    void change(Integration integration, bool value);
+
     static std::size_t index(Integration integration) { return static_cast<std::size_t>(integration); }
 
     UserDefaults& defaults_;
     std::array<bool, integrationCount> values_{};
+    std::array<int, integrationCount> isTurningOn_{}; ///< how many wait for their save
 };
 
 } // namespace morvex

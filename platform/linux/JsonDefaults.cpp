@@ -1,6 +1,7 @@
 #include "platform/linux/JsonDefaults.h"
 
 #include "foundation/AtomicFile.h"
+#include "foundation/OneShot.h"
 #include "foundation/SystemError.h"
 #include "foundation/Text.h"
 #include "shared/base/Base64.h"
@@ -110,6 +111,7 @@ std::optional<DefaultsValue> JsonDefaults::get(const std::string& key) const {
 
 void JsonDefaults::setTogether(DefaultsValues values) {
     for (const auto& [key, value] : values) {
+        endProposals(key);
         auto encoded = jsonFrom(value);
         const auto* present = values_.if_contains(key);
         if (present && *present == encoded) continue;
@@ -120,8 +122,33 @@ void JsonDefaults::setTogether(DefaultsValues values) {
 }
 
 void JsonDefaults::remove(const std::string& key) {
+    endProposals(key);
     if (values_.erase(key) > 0) unsaved_ = true;
     save();
+}
+
+void JsonDefaults::endProposals(std::string_view key) {
+    for (const auto& proposal : proposals_)
+        if (proposal->values.contains(key)) proposal->isOver = true;
+    for (const auto& proposal : proposalsUnderWay_) {
+        if (!proposal->values.contains(key)) continue;
+        proposal->isOver = true;
+        unsaved_ = true; // the save brings it to the disk
+    }
+}
+
+Task<Result<void>> JsonDefaults::setOnceSaved(DefaultsValues values) {
+    if (!writable_) co_return fail(TextError{loadProblem_.value_or(std::string())});
+    if (isEnding_) co_return fail(Abandoned{});
+    auto proposal = std::make_shared<Proposal>();
+    for (const auto& [key, value] : values) {
+        endProposals(key);
+        proposal->values.insert_or_assign(key, jsonFrom(value));
+    }
+    proposals_.push_back(proposal);
+    const auto saved = co_await saves_.request(0)->wait();
+    if (proposal->isOver) co_return fail(ChangedMeanwhile{});
+    co_return saved;
 }
 
 std::optional<std::string> JsonDefaults::problem() const {
@@ -134,8 +161,10 @@ void JsonDefaults::save() {
 
 SaveQueue::Save JsonDefaults::zacniUkladat() {
     forgetRetry();
-    unsaved_ = false;
-    auto text = json::serialize(values_);
+    unsavedUnderWay_ = std::exchange(unsaved_, false);
+    proposalsUnderWay_ = std::exchange(proposals_, {});
+    std::erase_if(proposalsUnderWay_, [](const auto& proposal) { return proposal->isOver; });
+    auto text = json::serialize(withProposals());
     const auto size = text.size();
     return {size, [path = path_, text = std::move(text)]() -> Result<void> {
                 if (text.size() > sizeLimit) return fail(SystemError{EFBIG});
@@ -144,11 +173,26 @@ SaveQueue::Save JsonDefaults::zacniUkladat() {
             }};
 }
 
+json::object JsonDefaults::withProposals() const {
+    auto values = values_;
+    for (const auto& proposal : proposalsUnderWay_)
+        if (!proposal->isOver)
+            for (const auto& [key, value] : proposal->values) values.insert_or_assign(key, value);
+    return values;
+}
+
 void JsonDefaults::dokonciUkladani(const Result<void>& result) {
-    auto problem =
-        result ? std::nullopt : std::optional("Nastavení se nepodařilo uložit: " + result.error().popis());
-    if (!result) unsaved_ = true;
-    if (!result && !isEnding_) waitForRetry();
+    if (result)
+        values_ = withProposals();
+    else
+        unsaved_ = unsaved_ || unsavedUnderWay_;
+    proposalsUnderWay_.clear();
+    std::optional<std::string> problem;
+    // Who made a proposal is told by itself.
+    if (!result && unsaved_) {
+        problem = neulozenoKvuli(result.error());
+        if (!isEnding_) waitForRetry();
+    }
     if (std::exchange(saveProblem_, problem) != problem && onProblem) onProblem();
 }
 

@@ -10,6 +10,10 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace morvex {
 
@@ -35,6 +39,7 @@ class JsonDefaults : public UserDefaults {
     /// Text that is not UTF-8 is repaired.
     void setTogether(DefaultsValues values) override;
     void remove(const std::string& key) override;
+    Task<Result<void>> setOnceSaved(DefaultsValues values) override;
 
     Task<void> ulozeno() override { return saves_.settled(); }
 
@@ -45,6 +50,17 @@ class JsonDefaults : public UserDefaults {
     Task<void> ukoncit();
 
   private:
+    /// Values that count once they are saved.
+    struct Proposal {
+        boost::json::object values;
+        bool isOver = false; ///< one of them was changed
+    };
+
+    using Proposals = std::vector<std::shared_ptr<Proposal>>;
+
+    void endProposals(std::string_view key);
+    /// What the save that is under way holds, or will.
+    [[nodiscard]] boost::json::object withProposals() const;
     void read();
     void setDamagedAside();
     void save();
@@ -58,6 +74,9 @@ class JsonDefaults : public UserDefaults {
     boost::json::object values_;
     bool writable_ = true;
     bool unsaved_ = false;
+    bool unsavedUnderWay_ = false; ///< the save that is under way has changes that count already
+    Proposals proposals_;
+    Proposals proposalsUnderWay_;
     std::optional<std::string> loadProblem_;
     std::optional<std::string> saveProblem_;
     Clock::TimerId retry_ = 0; ///< 0 without one

@@ -23,6 +23,12 @@ class MemoryDefaults final : public UserDefaults {
 
     void remove(const std::string& key) override { values_.erase(key); }
 
+    Task<Result<void>> setOnceSaved(DefaultsValues values) override {
+        if (refusal) co_return fail(*refusal);
+        setTogether(std::move(values));
+        co_return Result<void>{};
+    }
+
     Task<void> ulozeno() override { co_return; }
 
     [[nodiscard]] std::optional<std::string> problem() const override { return problem_; }
@@ -33,6 +39,7 @@ class MemoryDefaults final : public UserDefaults {
     }
 
     int writes = 0;
+    std::optional<TextError> refusal; ///< of what is to count once it is saved
 
   private:
     std::optional<std::string> problem_;

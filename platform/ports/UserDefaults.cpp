@@ -25,6 +25,10 @@ template <class T> std::optional<std::vector<T>> listOf(std::optional<DefaultsVa
 
 } // namespace
 
+std::string neulozenoKvuli(const Error& error) {
+    return "Nastavení se nepodařilo uložit: " + error.popis();
+}
+
 void UserDefaults::set(const std::string& key, DefaultsValue value) {
     DefaultsValues values;
     values.emplace(key, std::move(value));

@@ -2,6 +2,7 @@
 
 #include "foundation/Task.h"
 #include "shared/base/Bytes.h"
+#include "shared/base/Error.h"
 
 #include <functional>
 #include <map>
@@ -16,6 +17,16 @@ using DefaultsItem = std::variant<std::string, Bytes>;
 using DefaultsValue = std::variant<bool, std::string, Bytes, std::vector<DefaultsItem>>;
 using DefaultsValues = std::map<std::string, DefaultsValue>;
 
+/// Why a change that was to count once it was saved does not: the value was changed again before.
+struct ChangedMeanwhile {
+    [[nodiscard]] std::string popis() const { return "Nastavení se mezitím změnilo."; }
+
+    bool operator==(const ChangedMeanwhile&) const = default;
+};
+
+/// "Nastavení se nepodařilo uložit: …", for the user.
+std::string neulozenoKvuli(const Error& error);
+
 /// The user's settings: one flat table from key to value, kept over restarts. A change counts at once and is
 /// saved behind it, so that nobody waits for the disk. Main thread only.
 class UserDefaults {
@@ -26,6 +37,10 @@ class UserDefaults {
     /// All of them in one save: the next start finds every value or none of them, whenever this program ends.
     virtual void setTogether(DefaultsValues values) = 0;
     virtual void remove(const std::string& key) = 0;
+
+    /// As `setTogether`, for what lets others do more: it counts only once it is saved. Until then, and when
+    /// it fails, nothing has changed. Fails with `ChangedMeanwhile`, or with what prevented the save.
+    virtual Task<Result<void>> setOnceSaved(DefaultsValues values) = 0;
 
     /// Ends when all that was changed until now has been written, or could not be.
     virtual Task<void> ulozeno() = 0;

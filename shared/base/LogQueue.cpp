@@ -40,7 +40,7 @@ struct LogQueue::Shared {
     std::condition_variable isDrained;
     std::deque<std::string> lines;
     std::size_t bytes = 0; ///< of them
-    std::size_t lost = 0; ///< lines that nobody has been told of
+    std::size_t lost = 0;  ///< lines that nobody has been told of
     bool isBusy = false;
     bool ends = false;
 };

@@ -9,8 +9,8 @@ namespace morvex {
 
 /// Writes lines to a descriptor on a thread of its own, so that nobody waits for whoever reads them. Of what
 /// the reader does not take 4,096 lines and 4 MiB wait; more is dropped and counted, and so is what cannot be
-/// written. The count is a line as soon as one can be written again. The descriptor stays open as long as the program runs, since a write that
-/// never returns may still use it.
+/// written. The count is a line as soon as one can be written again. The descriptor stays open as long as the
+/// program runs, since a write that never returns may still use it.
 class LogQueue {
   public:
     static constexpr std::size_t maxLines = 4096;

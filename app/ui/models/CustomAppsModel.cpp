@@ -9,8 +9,9 @@
 
 namespace morvex {
 
-CustomAppsModel::CustomAppsModel(MacCustomAppsService& service, TaskScope& scope)
-    : service_(service), scope_(scope), rows_(*this, [this] { return readRows(); }) {
+CustomAppsModel::CustomAppsModel(MacCustomAppsService& service, CompanionState& state, TaskScope& scope)
+    : service_(service), state_(state), scope_(scope), rows_(*this, [this] { return readRows(); }) {
+    watch(state_.potizNastaveni);
     service_.priZmene([self = QPointer<CustomAppsModel>(this)] {
         if (self) self->refresh();
     });
@@ -34,7 +35,18 @@ QString CustomAppsModel::error() const {
 }
 
 void CustomAppsModel::setEnabled(const QString& id, bool enabled) {
-    scope_.spawn(service_.setEnabled(id.toStdString(), enabled));
+    scope_.spawn(turn(id.toStdString(), enabled));
+}
+
+Task<void> CustomAppsModel::turn(std::string id, bool enabled) {
+    const auto kept = co_await service_.setEnabled(std::move(id), enabled);
+    switchTrouble_ = kept ? std::string() : neulozenoKvuli(kept.error());
+    refresh();
+}
+
+QString CustomAppsModel::trouble() const {
+    if (!switchTrouble_.empty()) return localized(switchTrouble_);
+    return localized(state_.potizNastaveni.value().value_or(std::string()));
 }
 
 void CustomAppsModel::remove(const QString& id) {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "app/companion/CompanionState.h"
 #include "app/customapps/MacCustomAppsService.h"
 #include "app/ui/models/RowList.h"
 #include "foundation/TaskScope.h"
 
 #include <optional>
+#include <string>
 
 namespace morvex {
 
@@ -18,9 +20,10 @@ class CustomAppsModel final : public ViewModel {
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(bool saving READ saving NOTIFY changed)
     Q_PROPERTY(QString error READ error NOTIFY changed)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
-    CustomAppsModel(MacCustomAppsService& service, TaskScope& scope);
+    CustomAppsModel(MacCustomAppsService& service, CompanionState& state, TaskScope& scope);
 
     RowList* rows() { return &rows_; }
 
@@ -29,6 +32,10 @@ class CustomAppsModel final : public ViewModel {
     /// Why the last save failed.
     [[nodiscard]] QString error() const;
 
+    /// Why the last switch could not be switched on, or the settings are not saved.
+    [[nodiscard]] QString trouble() const;
+
+    /// On counts, and shows, once it is saved.
     Q_INVOKABLE void setEnabled(const QString& id, bool enabled);
     Q_INVOKABLE void remove(const QString& id);
     /// Adds an app when the id is empty, else changes that one. An empty token stays what it was. The end is
@@ -46,8 +53,12 @@ class CustomAppsModel final : public ViewModel {
     Task<void> keep(int asker, std::optional<std::string> id, std::string name, std::string endpoint,
                     std::string token);
 
+    Task<void> turn(std::string id, bool enabled);
+
     MacCustomAppsService& service_;
+    CompanionState& state_;
     TaskScope& scope_;
+    std::string switchTrouble_;
     bool saving_ = false;
     int editor_ = 0; ///< counts the openings of the editor
     std::string error_;

@@ -9,8 +9,9 @@
 
 namespace morvex {
 
-FoldersModel::FoldersModel(Slozky& slozky, TaskScope& scope)
-    : slozky_(slozky), scope_(scope), rows_(*this, [this] { return readRows(); }) {
+FoldersModel::FoldersModel(Slozky& slozky, CompanionState& state, TaskScope& scope)
+    : slozky_(slozky), state_(state), scope_(scope), rows_(*this, [this] { return readRows(); }) {
+    watch(state_.potizNastaveni);
     slozky_.priZmene([self = QPointer<FoldersModel>(this)] {
         if (self) self->refresh();
     });
@@ -33,7 +34,8 @@ bool FoldersModel::anyNeedsRenewal() const {
 }
 
 QString FoldersModel::trouble() const {
-    return localized(slozky_.chybaOpravneni().value_or(std::string()));
+    if (const auto& chyba = slozky_.chybaOpravneni()) return localized(*chyba);
+    return localized(state_.potizNastaveni.value().value_or(std::string()));
 }
 
 void FoldersModel::add() {

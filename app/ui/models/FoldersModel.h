@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/companion/CompanionState.h"
 #include "app/execution/Slozky.h"
 #include "app/ui/models/RowList.h"
 #include "foundation/TaskScope.h"
@@ -18,11 +19,12 @@ class FoldersModel final : public ViewModel {
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
-    FoldersModel(Slozky& slozky, TaskScope& scope);
+    FoldersModel(Slozky& slozky, CompanionState& state, TaskScope& scope);
 
     RowList* rows() { return &rows_; }
 
     [[nodiscard]] bool anyNeedsRenewal() const;
+    /// Why the last permission could not be kept, or the settings are not saved.
     [[nodiscard]] QString trouble() const;
 
     /// Asks for folders in a dialog.
@@ -33,6 +35,7 @@ class FoldersModel final : public ViewModel {
     [[nodiscard]] QVariantList readRows() const;
 
     Slozky& slozky_;
+    CompanionState& state_;
     TaskScope& scope_;
     RowList rows_;
 };

@@ -6,8 +6,12 @@
 
 namespace morvex {
 
-IntegrationRow::IntegrationRow(MacIntegrationSettings& settings, Description description)
-    : settings_(settings), description_(std::move(description)) {}
+IntegrationRow::IntegrationRow(MacIntegrationSettings& settings, TaskScope& scope, Description description,
+                               Switched switched)
+    : settings_(settings),
+      scope_(scope),
+      description_(std::move(description)),
+      switched_(std::move(switched)) {}
 
 QString IntegrationRow::name() const {
     return localized(description_.name);
@@ -30,7 +34,19 @@ bool IntegrationRow::on() const {
 }
 
 void IntegrationRow::setOn(bool on) {
-    settings_.set(description_.integration, on);
+    if (on) return scope_.spawn(turnOn(&settings_, description_.integration, this));
+    settings_.vypnout(description_.integration);
+    end({});
+}
+
+Task<void> IntegrationRow::turnOn(MacIntegrationSettings* settings, Integration integration,
+                                  QPointer<IntegrationRow> row) {
+    const auto result = co_await settings->zapnout(integration);
+    if (row) row->end(result);
+}
+
+void IntegrationRow::end(const Result<void>& result) {
+    switched_(result);
     refresh();
 }
 

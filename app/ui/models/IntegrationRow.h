@@ -2,6 +2,9 @@
 
 #include "app/personal/MacIntegrationSettings.h"
 #include "app/ui/models/ViewModel.h"
+#include "foundation/TaskScope.h"
+
+#include <QPointer>
 
 #include <functional>
 #include <string>
@@ -32,7 +35,11 @@ class IntegrationRow final : public ViewModel {
         std::string action = {}; ///< what its button is called; none when it is empty
     };
 
-    IntegrationRow(MacIntegrationSettings& settings, Description description);
+    /// Told how a switching ended, with the failure.
+    using Switched = std::function<void(const Result<void>&)>;
+
+    IntegrationRow(MacIntegrationSettings& settings, TaskScope& scope, Description description,
+                   Switched switched);
 
     [[nodiscard]] QString name() const;
     [[nodiscard]] QString detail() const;
@@ -43,14 +50,21 @@ class IntegrationRow final : public ViewModel {
     [[nodiscard]] bool available() const { return description_.available; }
 
     [[nodiscard]] bool on() const;
+    /// On counts, and shows, once it is saved.
     void setOn(bool on);
 
     /// Also reads the row anew when this changes.
     template <class Value> void follow(QProperty<Value>& property) { watch(property); }
 
   private:
+    static Task<void> turnOn(MacIntegrationSettings* settings, Integration integration,
+                             QPointer<IntegrationRow> row);
+    void end(const Result<void>& result);
+
     MacIntegrationSettings& settings_;
+    TaskScope& scope_;
     Description description_;
+    Switched switched_;
 };
 
 } // namespace morvex

@@ -20,15 +20,20 @@ class IntegrationsModel final : public ViewModel {
     Q_PROPERTY(QList<QObject*> macTools READ macTools CONSTANT)
     Q_PROPERTY(QList<QObject*> customApps READ customApps CONSTANT)
     Q_PROPERTY(bool detecting READ detecting NOTIFY changed)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
-    explicit IntegrationsModel(Companion& companion);
+    /// `scope` runs what a switch starts.
+    IntegrationsModel(Companion& companion, TaskScope& scope);
 
     [[nodiscard]] const QList<QObject*>& personalData() const { return personalData_; }
 
     [[nodiscard]] const QList<QObject*>& macTools() const { return macTools_; }
 
     [[nodiscard]] const QList<QObject*>& customApps() const { return customApps_; }
+
+    /// Why the last switch could not be switched on, or the settings are not saved.
+    [[nodiscard]] QString trouble() const;
 
     /// Has every row read anew.
     void refreshRows();
@@ -47,7 +52,11 @@ class IntegrationsModel final : public ViewModel {
     void addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status);
     IntegrationRow& add(QList<QObject*>& group, IntegrationRow::Description description);
 
+    void noteSwitch(const Result<void>& result);
+
     Companion& companion_;
+    TaskScope& scope_;
+    std::string switchTrouble_;
     std::vector<std::unique_ptr<IntegrationRow>> rows_;
     QList<QObject*> personalData_;
     QList<QObject*> macTools_;

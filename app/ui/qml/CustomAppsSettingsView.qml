@@ -56,4 +56,10 @@ Sheet {
             onRemoved: sheet.removing(row.modelData)
         }
     }
+
+    Note {
+        visible: text !== ""
+        trouble: true
+        text: sheet.model.trouble
+    }
 }

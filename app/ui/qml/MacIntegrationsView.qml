@@ -38,6 +38,12 @@ Karta {
         onManaging: view.managingCustomApps()
     }
 
+    Note {
+        visible: text !== ""
+        trouble: true
+        text: view.model.trouble
+    }
+
     CaptionText {
         Layout.fillWidth: true
         text: qsTr("Změna se projeví od příštího hlasového rozhovoru a bezpečně se oznámí spárovanému iPhonu.")

@@ -61,6 +61,13 @@ Rectangle {
             }
         }
 
+        Note {
+            Layout.margins: Vzhled.hairGap
+            visible: text !== ""
+            trouble: true
+            text: view.model.about.trouble
+        }
+
         Divider {
             visible: view.model.approval.waiting
         }

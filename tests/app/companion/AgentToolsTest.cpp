@@ -286,10 +286,10 @@ TEST_F(AgentToolsTest, AreOfferedWithAFolderASwitchAndAnInstalledAgent) {
     companion->stav().stavClauda = AgentStatus{false, {}, {}, "chybí"};
     EXPECT_EQ(offeredAgentTools(gate),
               (std::vector<std::string>{"mac.codex.run", "mac.codex.cancel", "mac.agent.rename"}));
-    companion->integrations().set(Integration::codex, false);
+    companion->integrations().vypnout(Integration::codex);
     EXPECT_EQ(offeredAgentTools(gate), std::vector<std::string>{"mac.agent.rename"})
         << "whether an agent is installed does not matter for a name";
-    companion->integrations().set(Integration::claude, false);
+    companion->integrations().vypnout(Integration::claude);
     EXPECT_EQ(offeredAgentTools(gate), std::vector<std::string>{});
 }
 

@@ -318,7 +318,7 @@ TEST_F(NotesSyncTest, OnceTheLinkIsTakenDownNothingMoreOfTheCatchUpIsTried) {
 
 TEST_F(NotesSyncTest, NotesAreOffTheOfferWithTheirSwitchButStayInStep) {
     startSecured();
-    companion->integrations().set(Integration::notes, false);
+    companion->integrations().vypnout(Integration::notes);
     EXPECT_EQ(call("mac.notes.search", "{}").json,
               R"({"error":"Nástroj mac.notes.search tenhle Mac nemá."})");
     phone.send({MacPayload::NoteUpdate{note("Z telefonu")}}, "n");

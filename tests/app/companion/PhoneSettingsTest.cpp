@@ -100,10 +100,10 @@ TEST_F(PhoneSettingsTest, TheSwitchOfTheIntegrationReachesTheApps) {
     defaults.set("integration.customApps.enabled", false);
     startSecured();
     EXPECT_FALSE(companion->customApps().isActive());
-    companion->integrations().set(Integration::customApps, true);
+    EXPECT_TRUE(ended(companion->integrations().zapnout(Integration::customApps)));
     EXPECT_TRUE(companion->customApps().isActive());
     EXPECT_EQ(takeStatuses().size(), 1U);
-    companion->integrations().set(Integration::customApps, false);
+    companion->integrations().vypnout(Integration::customApps);
     EXPECT_FALSE(companion->customApps().isActive());
     EXPECT_EQ(takeStatuses().size(), 2U);
 }

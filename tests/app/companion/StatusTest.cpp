@@ -34,7 +34,7 @@ TEST_F(StatusTest, TellsWhatThisComputerCanDo) {
 TEST_F(StatusTest, AnAgentThatIsSwitchedOffSaysSoWhateverWasDetected) {
     startSecured();
     companion->stav().stavClauda = AgentStatus{true, "1.0", "/usr/bin", {}};
-    companion->integrations().set(Integration::claude, false);
+    companion->integrations().vypnout(Integration::claude);
     auto status = takeStatuses().back();
     EXPECT_EQ(status.claude, (AgentStatus{false, {}, {}, "Vypnuto"}));
     EXPECT_NE(status.codex.problem, "Vypnuto");
@@ -53,9 +53,9 @@ TEST_F(StatusTest, IsSentOnEveryChangeOfFoldersAndSwitches) {
     startSecured();
     allowFolder("Projekty");
     EXPECT_FALSE(takeStatuses().empty());
-    companion->integrations().set(Integration::terminal, false);
+    companion->integrations().vypnout(Integration::terminal);
     EXPECT_EQ(takeStatuses().size(), 1U);
-    companion->integrations().set(Integration::terminal, false);
+    companion->integrations().vypnout(Integration::terminal);
     EXPECT_TRUE(takeStatuses().empty());
 }
 

@@ -210,7 +210,7 @@ TEST_F(TaskSyncTest, BothAgentsAreLookedForAtOnceAndEachIsToldAsSoonAsItIsKnown)
 
 TEST_F(TaskSyncTest, AnAgentThatIsSwitchedOffIsToldToBe) {
     startSecured();
-    companion->integrations().set(Integration::codex, false);
+    companion->integrations().vypnout(Integration::codex);
     auto status = takeStatuses().back();
     EXPECT_EQ(status.codex, (AgentStatus{false, {}, {}, "Vypnuto"}));
     EXPECT_TRUE(status.claude.installed);

@@ -106,7 +106,7 @@ TEST_F(ToolPathTest, BadArgumentsAreNoArguments) {
 TEST_F(ToolPathTest, AToolThatIsNotOnOfferEndsInOneSentenceAndInTheTrouble) {
     startSecured();
     allowFolder("Projekty");
-    companion->integrations().set(Integration::files, false);
+    companion->integrations().vypnout(Integration::files);
     auto answer = call("mac.files.read", R"({"path":"a.txt"})");
     EXPECT_FALSE(answer.ok);
     EXPECT_EQ(answer.json, errorOf("Nástroj mac.files.read tenhle Mac nemá."));
@@ -115,7 +115,7 @@ TEST_F(ToolPathTest, AToolThatIsNotOnOfferEndsInOneSentenceAndInTheTrouble) {
 
 TEST_F(ToolPathTest, WithoutAnAllowedFolderNoFileToolIsOffered) {
     startSecured();
-    companion->integrations().set(Integration::notes, false);
+    companion->integrations().vypnout(Integration::notes);
     EXPECT_EQ(namesOf(companion->nastroje().nabizeneNastroje()), std::vector<std::string>{"mac.status"});
     auto folder = allowFolder("Projekty");
     EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 6U);

@@ -113,7 +113,8 @@ TEST_F(ConsoleShellTest, ARelayThatComplainsWithoutEndIsShownSixtyTimesAMinute) 
         }
         return lines.size();
     };
-    const std::string more = "Zpráv o spojení je příliš mnoho, minutu se další neukážou. Co platí, vypíše „stav“.";
+    const std::string more =
+        "Zpráv o spojení je příliš mnoho, minutu se další neukážou. Co platí, vypíše „stav“.";
     EXPECT_EQ(complain(100), 61U);
     EXPECT_EQ(lines.back(), more);
     clock.advance(59s);

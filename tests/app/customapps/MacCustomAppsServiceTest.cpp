@@ -318,22 +318,6 @@ TEST_F(MacCustomAppsServiceTest, NoListOfThePhoneFillsTheFileOfTheSettings) {
     EXPECT_EQ(ImmediateDefaults(folder.path()).boolean("later"), true);
 }
 
-TEST_F(MacCustomAppsServiceTest, TheListOfThePhoneIsToldOfWhenItIsOnTheDisk) {
-    TemporaryFolder folder;
-    ManualExecutor disk;
-    ManualClock clock;
-    JsonDefaults settings(folder.path(), {executor, disk, clock});
-    MacCustomAppsService kept(settings, keychain, random);
-    int told = 0;
-    kept.priZmene([&told] { ++told; });
-    EXPECT_FALSE(executor.run(kept.replacePhoneApps({phoneApp("p")})));
-    EXPECT_EQ(told, 0);
-    disk.runUntilIdle();
-    executor.runUntilIdle();
-    EXPECT_EQ(told, 1);
-    EXPECT_TRUE(ImmediateDefaults(folder.path()).data("custom.apps.metadata"));
-}
-
 TEST_F(MacCustomAppsServiceTest, SwitchingTheIntegrationOffTwiceIsToldTwice) {
     service->setActive(false);
     service->setActive(false);

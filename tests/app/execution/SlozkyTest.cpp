@@ -6,6 +6,7 @@
 #include "platform/memory/MemoryBookmarks.h"
 #include "platform/memory/MemoryDefaults.h"
 #include "tests/app/execution/FileTree.h"
+#include "tests/support/SlowDefaults.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -288,6 +289,87 @@ TEST_F(SlozkyTest, ASnapshotKeepsTheFoldersOfItsMoment) {
     slozky->odebrat(a);
     EXPECT_TRUE(snimek.obsahuje(a + "/file"));
     EXPECT_FALSE(slozky->obsahuje(a + "/file"));
+}
+
+/// Folders whose disk works when the test lets it.
+class SlowSlozkyTest : public testing::Test, public SlowDefaults {
+  protected:
+    /// Starts to allow what the person chooses.
+    void choose(std::vector<std::string> answer) {
+        picker.answers.push_back(std::move(answer));
+        home.start(slozky->pridat());
+        home.runUntilIdle();
+    }
+
+    [[nodiscard]] std::vector<std::string> keptPaths() const {
+        return kept().texts(pathsKey).value_or(std::vector<std::string>());
+    }
+
+    FileTree tree;
+    std::string a = tree.folder("a");
+    std::string b = tree.folder("b");
+    MemoryBookmarks bookmarks;
+    FakeFolderPicker picker;
+    std::unique_ptr<Slozky> slozky = Slozky::create(defaults, bookmarks, picker, tree.standard);
+};
+
+TEST_F(SlowSlozkyTest, AFolderIsAllowedOnceThatIsSaved) {
+    write();
+    choose({a});
+    EXPECT_FALSE(slozky->obsahuje(a));
+    EXPECT_THAT(bookmarks.held, IsEmpty());
+    write();
+    EXPECT_TRUE(slozky->obsahuje(a));
+    EXPECT_THAT(keptPaths(), ElementsAre(a));
+}
+
+TEST_F(SlowSlozkyTest, AFolderThatCannotBeSavedIsNotAllowedAndThatIsTold) {
+    write();
+    int changes = 0;
+    slozky->priZmene([&changes] { ++changes; });
+    breakSaves();
+    choose({a});
+    write();
+    EXPECT_FALSE(slozky->obsahuje(a));
+    EXPECT_TRUE(slozky->chybaOpravneni()->starts_with("Oprávnění ke složce a se nepodařilo uložit: "));
+    EXPECT_EQ(changes, 1);
+    mendSaves();
+    retry();
+    EXPECT_THAT(keptPaths(), IsEmpty());
+}
+
+TEST_F(SlowSlozkyTest, ARemovedFolderIsGoneAtOnceAndOnTheDiskAsSoonAsThatWorks) {
+    choose({a, b});
+    write();
+    write();
+    breakSaves();
+    slozky->odebrat(a);
+    EXPECT_FALSE(slozky->obsahuje(a));
+    write();
+    EXPECT_TRUE(defaults.problem());
+    mendSaves();
+    retry();
+    EXPECT_THAT(keptPaths(), ElementsAre(b));
+}
+
+TEST_F(SlowSlozkyTest, AFolderThatIsRemovedWhileAnotherIsSavedStaysRemoved) {
+    choose({a});
+    write();
+    write();
+    choose({b});
+    disk.runUntilIdle();
+    slozky->odebrat(a);
+    for (int save = 0; save < 3; ++save) write();
+    EXPECT_THAT(slozky->povolene(), ElementsAre(b));
+    EXPECT_THAT(keptPaths(), ElementsAre(b));
+}
+
+TEST_F(SlowSlozkyTest, TwoChoicesAtOnceAreBothSaved) {
+    choose({a});
+    choose({b});
+    for (int save = 0; save < 4; ++save) write();
+    EXPECT_THAT(slozky->povolene(), ElementsAre(a, b));
+    EXPECT_THAT(keptPaths(), ElementsAre(a, b));
 }
 
 TEST(Slozky, UseOnAnotherThreadEndsTheProcess) {

@@ -1,6 +1,8 @@
 #include "app/personal/MacIntegrationSettings.h"
 
+#include "platform/memory/ManualExecutor.h"
 #include "platform/memory/MemoryDefaults.h"
+#include "tests/support/SlowDefaults.h"
 
 #include <gtest/gtest.h>
 
@@ -26,6 +28,14 @@ const std::vector<std::pair<Integration, std::string>> keys{
     {Integration::webSearch, "integration.webSearch.enabled"},
 };
 
+void turn(MacIntegrationSettings& settings, Integration integration, bool on) {
+    ManualExecutor executor;
+    if (on)
+        EXPECT_TRUE(executor.run(settings.zapnout(integration)).value());
+    else
+        settings.vypnout(integration);
+}
+
 TEST(MacIntegrationSettings, AFreshInstallationHasEverythingOnButWebSearch) {
     MemoryDefaults defaults;
     MacIntegrationSettings settings(defaults);
@@ -39,7 +49,7 @@ TEST(MacIntegrationSettings, EverySwitchHasItsKey) {
         MemoryDefaults defaults;
         MacIntegrationSettings settings(defaults);
         bool changed = !settings.isOn(integration);
-        settings.set(integration, changed);
+        turn(settings, integration, changed);
         EXPECT_EQ(defaults.boolean(key), changed);
         EXPECT_EQ(defaults.writes, 1);
         EXPECT_EQ(MacIntegrationSettings(defaults).isOn(integration), changed);
@@ -52,7 +62,7 @@ TEST(MacIntegrationSettings, TheEarlierMailSwitchIsOnlyReadWhereTheNewOnesAreAbs
     EXPECT_FALSE(MacIntegrationSettings(defaults).isOn(Integration::appleMail));
     EXPECT_FALSE(MacIntegrationSettings(defaults).isOn(Integration::smtp));
     MacIntegrationSettings settings(defaults);
-    settings.set(Integration::smtp, true);
+    turn(settings, Integration::smtp, true);
     EXPECT_TRUE(MacIntegrationSettings(defaults).isOn(Integration::smtp));
     EXPECT_FALSE(MacIntegrationSettings(defaults).isOn(Integration::appleMail));
     EXPECT_EQ(defaults.boolean("integration.mail.enabled"), false);
@@ -82,11 +92,96 @@ TEST(MacIntegrationSettings, WritingTheSameValueTwiceTellsOnce) {
     MacIntegrationSettings settings(defaults);
     int told = 0;
     settings.onChange = [&told] { ++told; };
-    settings.set(Integration::files, false);
-    settings.set(Integration::files, false);
-    settings.set(Integration::notes, true);
+    settings.vypnout(Integration::files);
+    settings.vypnout(Integration::files);
+    turn(settings, Integration::notes, true);
     EXPECT_EQ(told, 1);
     EXPECT_EQ(defaults.writes, 1);
+}
+
+/// Settings on a disk that works when the test lets it.
+class SlowSwitchTest : public testing::Test, public SlowDefaults {
+  protected:
+    SlowSwitchTest() {
+        settings.onChange = [this] { ++told; };
+        settings.vypnout(Integration::files);
+        write();
+        told = 0;
+    }
+
+    /// Starts to switch on. The task's end is noted.
+    void turnOn() {
+        home.start(note());
+        home.runUntilIdle();
+    }
+
+    Task<void> note() {
+        const auto kept = co_await settings.zapnout(Integration::files);
+        ends.push_back(kept ? "kept" : "refused");
+    }
+
+    [[nodiscard]] bool isOn() const { return settings.isOn(Integration::files); }
+
+    MacIntegrationSettings settings{defaults};
+    int told = 0;
+    std::vector<std::string> ends;
+};
+
+TEST_F(SlowSwitchTest, OnCountsOnceItIsSaved) {
+    turnOn();
+    EXPECT_FALSE(isOn());
+    EXPECT_EQ(told, 0);
+    write();
+    EXPECT_TRUE(isOn());
+    EXPECT_EQ(told, 1);
+    EXPECT_EQ(ends, std::vector<std::string>{"kept"});
+}
+
+TEST_F(SlowSwitchTest, OnThatCannotBeSavedStaysOffAlsoInTheFile) {
+    breakSaves();
+    turnOn();
+    write();
+    EXPECT_FALSE(isOn());
+    EXPECT_EQ(told, 0);
+    EXPECT_EQ(ends, std::vector<std::string>{"refused"});
+    mendSaves();
+    defaults.set("later", true);
+    write();
+    EXPECT_EQ(kept().boolean("integration.files.enabled"), false);
+}
+
+TEST_F(SlowSwitchTest, OffCountsAtOnceAndIsSavedLater) {
+    turnOn();
+    write();
+    breakSaves();
+    settings.vypnout(Integration::files);
+    EXPECT_FALSE(isOn());
+    write();
+    EXPECT_TRUE(defaults.problem());
+    mendSaves();
+    retry();
+    EXPECT_FALSE(defaults.problem());
+    EXPECT_EQ(kept().boolean("integration.files.enabled"), false);
+}
+
+TEST_F(SlowSwitchTest, OffEndsAnOnThatIsNotSavedYet) {
+    turnOn();
+    settings.vypnout(Integration::files);
+    write();
+    write();
+    EXPECT_FALSE(isOn());
+    EXPECT_EQ(kept().boolean("integration.files.enabled"), false);
+    EXPECT_EQ(ends, std::vector<std::string>{"kept"}) << "nobody is told of a failure";
+}
+
+TEST_F(SlowSwitchTest, OffDuringTheSaveOfAnOnHoldsAlsoInTheFile) {
+    turnOn();
+    disk.runUntilIdle();
+    settings.vypnout(Integration::files);
+    write();
+    write();
+    EXPECT_FALSE(isOn());
+    EXPECT_EQ(kept().boolean("integration.files.enabled"), false);
 }
 
 } // namespace

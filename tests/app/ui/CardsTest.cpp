@@ -257,18 +257,6 @@ TEST_F(CardsTest, SettingsThatCannotBeReadAreToldOf) {
     EXPECT_TRUE(reads("The settings file was damaged; it is set aside as defaults.json.damaged-1"));
 }
 
-TEST_F(CardsTest, SettingsThatCannotBeSavedAreToldOfWhileTheWindowIsOpen) {
-    const std::string full = "Nastavení se nepodařilo uložit: Na disku není místo.";
-    startSecured();
-    openUi();
-    defaults.setProblem(full);
-    settle();
-    EXPECT_TRUE(reads(full));
-    defaults.setProblem({});
-    settle();
-    EXPECT_FALSE(reads(full));
-}
-
 TEST_F(CardsTest, ATroubleOfTheLinkIsSaid) {
     startPaired();
     openUi();

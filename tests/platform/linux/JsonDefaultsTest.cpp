@@ -1,8 +1,8 @@
 #include "platform/linux/JsonDefaults.h"
 
 #include "foundation/AtomicFile.h"
-#include "platform/memory/ManualExecutor.h"
 #include "tests/support/ImmediateDefaults.h"
+#include "tests/support/SlowDefaults.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <boost/json.hpp>
@@ -219,80 +219,164 @@ TEST_F(JsonDefaultsTest, AnEqualValueIsNotWrittenAgain) {
     EXPECT_FALSE(std::filesystem::exists(path_));
 }
 
-/// Settings whose disk works when the test lets it.
-class SlowJsonDefaultsTest : public JsonDefaultsTest {
+class SlowJsonDefaultsTest : public testing::Test, public SlowDefaults {
   protected:
-    ~SlowJsonDefaultsTest() override { end(); }
-
-    /// One save, if one is under way.
-    void write() {
-        home_.runUntilIdle();
-        disk_.runUntilIdle();
-        home_.runUntilIdle();
-    }
-
     bool end() {
-        home_.start(note());
+        home.start(note());
         write();
         write();
         return ended_;
     }
 
     Task<void> note() {
-        co_await defaults_.ukoncit();
+        co_await defaults.ukoncit();
         ended_ = true;
     }
 
-    ManualExecutor home_;
-    ManualExecutor disk_;
-    ManualClock clock_;
-    JsonDefaults defaults_{folder_.path(), {home_, disk_, clock_}};
+    /// Proposes `key` as true and notes the end.
+    void propose(const std::string& key) {
+        home.start(noteProposal(key));
+        home.runUntilIdle();
+    }
+
+    Task<void> noteProposal(std::string key) {
+        DefaultsValues values;
+        values.emplace(key, true);
+        const auto saved = co_await defaults.setOnceSaved(std::move(values));
+        told.push_back(key + (saved ? " saved" : " failed: " + saved.error().popis()));
+    }
+
     bool ended_ = false;
+    std::vector<std::string> told;
 };
 
 TEST_F(SlowJsonDefaultsTest, AChangeCountsAtOnceAndIsWrittenOnTheOtherThread) {
-    defaults_.set("key", true);
-    home_.runUntilIdle();
-    EXPECT_EQ(defaults_.boolean("key"), true);
-    EXPECT_FALSE(std::filesystem::exists(path_));
-    disk_.runUntilIdle();
-    EXPECT_EQ(load().boolean("key"), true);
+    defaults.set("key", true);
+    home.runUntilIdle();
+    EXPECT_EQ(defaults.boolean("key"), true);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    disk.runUntilIdle();
+    EXPECT_EQ(kept().boolean("key"), true);
+    write();
 }
 
 TEST_F(SlowJsonDefaultsTest, ChangesDuringASaveGoTogetherIntoTheNext) {
-    defaults_.set("first", true);
-    home_.runUntilIdle();
-    defaults_.set("second", true);
-    defaults_.set("third", true);
-    defaults_.remove("first");
-    disk_.runUntilIdle();
-    EXPECT_EQ(written(), boost::json::parse(R"({"first": true})"));
-    home_.runUntilIdle();
-    EXPECT_EQ(disk_.runUntilIdle(), 1);
-    EXPECT_EQ(written(), boost::json::parse(R"({"second": true, "third": true})"));
+    defaults.set("first", true);
+    home.runUntilIdle();
+    defaults.set("second", true);
+    defaults.set("third", true);
+    defaults.remove("first");
+    disk.runUntilIdle();
+    EXPECT_EQ(kept().boolean("first"), true);
+    EXPECT_FALSE(kept().boolean("second"));
+    home.runUntilIdle();
+    EXPECT_EQ(disk.runUntilIdle(), 1);
+    EXPECT_FALSE(kept().boolean("first"));
+    EXPECT_EQ(kept().boolean("second"), true);
+    EXPECT_EQ(kept().boolean("third"), true);
+    write();
 }
 
 TEST_F(SlowJsonDefaultsTest, TheEndWaitsForWhatIsLeftAndNothingIsSavedBehindIt) {
-    defaults_.set("first", true);
-    home_.runUntilIdle();
-    defaults_.set("second", true);
+    defaults.set("first", true);
+    home.runUntilIdle();
+    defaults.set("second", true);
     EXPECT_TRUE(end());
-    EXPECT_EQ(load().boolean("second"), true);
-    defaults_.set("third", true);
+    EXPECT_EQ(kept().boolean("second"), true);
+    defaults.set("third", true);
+    propose("fourth");
     write();
-    EXPECT_EQ(defaults_.boolean("third"), true);
-    EXPECT_FALSE(load().boolean("third"));
+    EXPECT_EQ(defaults.boolean("third"), true);
+    EXPECT_FALSE(kept().boolean("third"));
+    EXPECT_EQ(told, std::vector<std::string>{"fourth failed: Operace skončila dřív, než dala výsledek."});
 }
 
 TEST_F(SlowJsonDefaultsTest, TheEndTriesOnceMoreAndDoesNotWaitForADiskThatFails) {
-    std::filesystem::create_directories(path_);
-    defaults_.set("key", true);
+    breakSaves();
+    defaults.set("key", true);
     write();
-    ASSERT_TRUE(defaults_.problem());
+    ASSERT_TRUE(defaults.problem());
     EXPECT_TRUE(end());
-    EXPECT_TRUE(defaults_.problem());
-    clock_.advance(JsonDefaults::retryDelay);
-    EXPECT_EQ(home_.runUntilIdle(), 0);
+    EXPECT_TRUE(defaults.problem());
+    clock.advance(JsonDefaults::retryDelay);
+    EXPECT_EQ(home.runUntilIdle(), 0);
+}
+
+TEST_F(SlowJsonDefaultsTest, AProposalCountsOnceItIsSaved) {
+    propose("key");
+    EXPECT_FALSE(defaults.boolean("key"));
+    write();
+    EXPECT_EQ(defaults.boolean("key"), true);
+    EXPECT_EQ(kept().boolean("key"), true);
+    EXPECT_EQ(told, std::vector<std::string>{"key saved"});
+}
+
+TEST_F(SlowJsonDefaultsTest, AProposalThatCannotBeSavedIsGoneAndLeavesNoTrouble) {
+    breakSaves();
+    propose("key");
+    write();
+    EXPECT_FALSE(defaults.problem()) << "who made it is told";
+    mendSaves();
+    clock.advance(JsonDefaults::retryDelay);
+    EXPECT_EQ(home.runUntilIdle(), 0) << "it is not tried again";
+    defaults.set("other", true);
+    write();
+    EXPECT_FALSE(defaults.boolean("key"));
+    EXPECT_FALSE(kept().boolean("key"));
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_TRUE(told[0].starts_with("key failed: ")) << told[0];
+}
+
+TEST_F(SlowJsonDefaultsTest, AChangeBesideARefusedProposalIsTriedAgainWithoutIt) {
+    breakSaves();
+    propose("wider");
+    defaults.set("narrower", true);
+    write();
+    write();
+    EXPECT_TRUE(defaults.problem());
+    mendSaves();
+    retry();
+    EXPECT_FALSE(defaults.problem());
+    EXPECT_EQ(kept().boolean("narrower"), true);
+    EXPECT_FALSE(kept().boolean("wider"));
+}
+
+TEST_F(SlowJsonDefaultsTest, AChangeEndsTheProposalsOfItsValueThatWait) {
+    defaults.set("busy", true);
+    home.runUntilIdle();
+    propose("key");
+    propose("other");
+    defaults.set("key", false);
+    write();
+    write();
+    EXPECT_EQ(kept().boolean("key"), false);
+    EXPECT_EQ(kept().boolean("other"), true);
+    EXPECT_EQ(told, (std::vector<std::string>{"key failed: Nastavení se mezitím změnilo.", "other saved"}));
+}
+
+TEST_F(SlowJsonDefaultsTest, AnEqualChangeEndsTheProposalWhoseSaveIsUnderWayAlsoOnTheDisk) {
+    defaults.set("key", false);
+    write();
+    propose("key");
+    disk.runUntilIdle();
+    ASSERT_EQ(kept().boolean("key"), true);
+    defaults.set("key", false);
+    write();
+    write();
+    EXPECT_EQ(defaults.boolean("key"), false);
+    EXPECT_EQ(kept().boolean("key"), false);
+    EXPECT_EQ(told, std::vector<std::string>{"key failed: Nastavení se mezitím změnilo."});
+}
+
+TEST_F(SlowJsonDefaultsTest, AFileThatIsLeftAloneRefusesProposals) {
+    breakSaves();
+    ImmediateDefaults unreadable(folder.path());
+    DefaultsValues values;
+    values.emplace("key", true);
+    const auto saved = home.run(unreadable.setOnceSaved(std::move(values)));
+    ASSERT_TRUE(saved.has_value());
+    ASSERT_FALSE(*saved);
+    EXPECT_EQ(saved->error().popis(), unreadable.problem());
 }
 
 } // namespace
