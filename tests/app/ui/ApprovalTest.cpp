@@ -10,8 +10,6 @@ class ApprovalTest : public UiHarness {
             note(companion->schvalovani().pozadat("mac.mail.send", title, "Nahlas.", "Komu: Jana")));
         settle();
     }
-
-    bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
 };
 
 TEST_F(ApprovalTest, ARequestIsShownWithItsDetailAndEndsWithAPress) {

@@ -6,12 +6,7 @@
 namespace morvex {
 namespace {
 
-class CardsTest : public ShownCompanion {
-  protected:
-    bool reads(const std::string& text, QQuickWindow* in = nullptr) {
-        return texts(in).find(text) != std::string::npos;
-    }
-};
+class CardsTest : public ShownCompanion {};
 
 TEST_F(CardsTest, StandInTheirOrder) {
     startSecured();

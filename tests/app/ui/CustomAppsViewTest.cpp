@@ -8,8 +8,6 @@ namespace {
 
 class CustomAppsViewTest : public UiHarness {
   protected:
-    bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
-
     /// What a screen reader is told to stand in a field.
     std::string valueOf(const std::string& field) {
         QString found;

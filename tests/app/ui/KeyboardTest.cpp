@@ -7,8 +7,6 @@ namespace {
 
 class KeyboardTest : public ShownCompanion {
   protected:
-    bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
-
     void typeKeys(const std::string& text) {
         for (char character : text) QTest::keyClick(window(), character);
     }

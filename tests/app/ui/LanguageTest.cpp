@@ -14,8 +14,6 @@ class LanguageTest : public UiHarness {
         });
         return told;
     }
-
-    bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
 };
 
 TEST_F(LanguageTest, AnOpenWindowChangesItsLanguageWithThePhone) {

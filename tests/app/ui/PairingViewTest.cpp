@@ -7,8 +7,6 @@ using namespace std::chrono_literals;
 
 class PairingViewTest : public UiHarness {
   protected:
-    bool reads(const std::string& text) { return texts().find(text) != std::string::npos; }
-
     void showState(StavParovani state) {
         companion->stav().parovani = std::move(state);
         settle();

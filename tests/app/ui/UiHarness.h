@@ -44,6 +44,12 @@ class UiHarness : public CompanionHarness {
     static void walk(QQuickWindow* in, const std::function<void(QAccessibleInterface*)>& visit);
     /// Everything that a screen reader can tell of the window.
     std::string texts(QQuickWindow* in = nullptr);
+
+    /// Whether this text is among it.
+    bool reads(const std::string& text, QQuickWindow* in = nullptr) {
+        return texts(in).find(text) != std::string::npos;
+    }
+
     /// Presses the button or switch of this name.
     void press(const std::string& name, QQuickWindow* in = nullptr);
     /// Has this text in the field of this name, which keeps the keyboard.
