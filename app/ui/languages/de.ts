@@ -232,6 +232,10 @@
         <translation>Installiere es: npm i -g @openai/codex (oder brew install codex). Weder Codex auf der ChatGPT-Webseite noch die Editor-Erweiterungen installieren ein CLI.</translation>
     </message>
     <message>
+        <source>Nastavení se mezitím změnilo.</source>
+        <translation>Die Einstellungen wurden inzwischen geändert.</translation>
+    </message>
+    <message>
         <source>Nastavení se nepodařilo uložit: %1</source>
         <translation>Die Einstellungen ließen sich nicht speichern: %1</translation>
     </message>

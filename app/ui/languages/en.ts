@@ -232,6 +232,10 @@
         <translation>Install it: npm i -g @openai/codex (or brew install codex). Neither Codex in the ChatGPT website nor the editor extensions install a CLI.</translation>
     </message>
     <message>
+        <source>Nastavení se mezitím změnilo.</source>
+        <translation>The settings were changed meanwhile.</translation>
+    </message>
+    <message>
         <source>Nastavení se nepodařilo uložit: %1</source>
         <translation>The settings could not be saved: %1</translation>
     </message>

@@ -232,6 +232,10 @@
         <translation>Instálalo: npm i -g @openai/codex (o brew install codex). Ni Codex en la web de ChatGPT ni las extensiones del editor instalan un CLI.</translation>
     </message>
     <message>
+        <source>Nastavení se mezitím změnilo.</source>
+        <translation>Los ajustes cambiaron mientras tanto.</translation>
+    </message>
+    <message>
         <source>Nastavení se nepodařilo uložit: %1</source>
         <translation>No se pudieron guardar los ajustes: %1</translation>
     </message>

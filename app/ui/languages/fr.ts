@@ -232,6 +232,10 @@
         <translation>Installe-le : npm i -g @openai/codex (ou brew install codex). Ni Codex sur le site ChatGPT ni les extensions d’éditeur n’installent de CLI.</translation>
     </message>
     <message>
+        <source>Nastavení se mezitím změnilo.</source>
+        <translation>Les réglages ont changé entre-temps.</translation>
+    </message>
+    <message>
         <source>Nastavení se nepodařilo uložit: %1</source>
         <translation>Les réglages n’ont pas pu être enregistrés : %1</translation>
     </message>

@@ -4,6 +4,7 @@
 #include "app/ui/LanguageTable.h"
 #include "app/ui/Localized.h"
 #include "foundation/OneShot.h"
+#include "platform/ports/UserDefaults.h"
 #include "shared-apple/KeychainChyba.h"
 #include "shared-apple/MessageTooLong.h"
 #include "shared/trust/CryptoError.h"
@@ -85,6 +86,7 @@ const std::vector<Words>& everyError() {
         {"app/customapps/ServiceError.h", wordsOf(&ServiceError::value)},
         {"app/keychain/KeychainError.h", {filled<KeychainError>().popis()}},
         {"foundation/OneShot.h", {Abandoned{}.popis()}},
+        {"platform/ports/UserDefaults.h", {ChangedMeanwhile{}.popis()}},
         {"shared-apple/KeychainChyba.h",
          {KeychainChyba{5, "čtení identita", {}}.popis(), KeychainChyba{5, "zápis identita", {}}.popis(),
           KeychainChyba{5, "mazání identita", {}}.popis()}},
