@@ -54,6 +54,8 @@ struct CheckingLine final : Line {
 
     [[nodiscard]] std::size_t held() const override { return bytes; }
 
+    [[nodiscard]] Prefix site() const override { return {}; }
+
     void pauseReading() override { isPaused = true; }
 
     void resumeReading() override { isPaused = false; }
@@ -111,6 +113,7 @@ class Game {
 
     void disconnect(CheckingLine& line) {
         board_.disconnect(line);
+        board_.forget(line);
         line = {};
     }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "relay/Origin.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -25,11 +27,14 @@ class Line {
     [[nodiscard]] virtual std::size_t waiting() const = 0;
     /// Bytes that this socket costs: waiting ones and an unfinished incoming frame.
     [[nodiscard]] virtual std::size_t held() const = 0;
+    /// Where it comes from, as far as memory is shared out.
+    [[nodiscard]] virtual Prefix site() const = 0;
 
     virtual void pauseReading() = 0;
     virtual void resumeReading() = 0;
 
-    /// Drops what waits, sends the last frame and closes. Frames that arrive afterwards are nobody's.
+    /// Drops what waits and what has come of a frame, sends the last frame and closes. Frames that arrive
+    /// afterwards are nobody's. One that is closing already may still be asked to free memory.
     virtual void end(Ending ending) = 0;
 };
 

@@ -24,7 +24,7 @@ struct RelayLimits {
     std::size_t frame = frameLimit;           ///< a frame of a device that has; a longer one is passed over
     std::size_t passedOver = passedOverLimit; ///< bytes of one such frame; beyond them the socket ends
     std::size_t waiting = 16 * mebibyte;      ///< bytes for a device above which its sender is not read
-    std::size_t heldInAll = 512 * mebibyte;   ///< for all devices; above it the greediest one is cut off
+    std::size_t heldInAll = 512 * mebibyte;   ///< for all devices; above it the greediest one is closed
 
     std::size_t connectionsPerMinute = 600; ///< new ones of one address
     std::size_t callsPerMinute = 30;        ///< pairing calls of one address
@@ -42,6 +42,9 @@ struct RelayLimits {
     /// In which a device takes nothing of what waits for it. A computer takes nothing more while one call of
     /// the phone runs, which lasts two minutes at most.
     Time stall{std::chrono::seconds{150}};
+    /// From the first byte of a frame to its last. An envelope is valid for a minute, so a device that needs
+    /// longer is not understood anyway.
+    Time wholeFrame{std::chrono::seconds{150}};
     Time closing{std::chrono::seconds{5}}; ///< for the last frame and the closing handshake
     Time tick{std::chrono::seconds{1}};    ///< how often the times above are looked at
 

@@ -5,7 +5,6 @@
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/detached.hpp>
-#include <boost/beast/core/buffers_to_string.hpp>
 
 #include <chrono>
 #include <exception>
@@ -21,8 +20,8 @@ namespace {
 
 constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
 constexpr std::size_t readStep = 16 * kibibyte;
-/// A read buffer that grew beyond this is given back after its frame.
-constexpr std::size_t keptBuffer = 64 * kibibyte;
+/// Who holds more while memory is needed is cut off instead of closed.
+constexpr std::size_t bearableWhileClosing = 64 * kibibyte;
 
 constexpr std::uint16_t goingAway = 1001;
 constexpr std::uint16_t internalError = 1011;
@@ -55,6 +54,10 @@ SocketSession::SocketSession(PeerStream stream, std::shared_ptr<RelayState> stat
     socket_.next_layer().connection().screenFrames();
 }
 
+SocketSession::~SocketSession() {
+    state_->switchboard.forget(*this);
+}
+
 void SocketSession::start(Request upgrade) {
     socket_.next_layer().connection().expiresNever();
     state_->sockets.push_back(weak_from_this());
@@ -76,9 +79,12 @@ asio::awaitable<void> SocketSession::readFrames(Session self, Request upgrade) {
 
 asio::awaitable<bool> SocketSession::readFrame() {
     do {
-        auto [error, count] = co_await socket_.async_read_some(incoming_, readStep, asTuple);
+        auto [error, count] = co_await socket_.async_read_some(step_, readStep, asTuple);
+        if (error || ending_) co_return false;
+        incoming_.append({static_cast<const char*>(step_.cdata().data()), step_.size()});
+        step_.clear();
         state_->switchboard.weigh(*this);
-        if (error || ending_ || !isBearable()) co_return false;
+        if (ending_ || !isBearable()) co_return false;
     } while (!socket_.is_message_done());
     co_return true;
 }
@@ -118,9 +124,8 @@ asio::awaitable<bool> SocketSession::writeFrame() {
 }
 
 void SocketSession::takeFrame() {
-    auto frame = boost::beast::buffers_to_string(incoming_.data());
-    incoming_.clear();
-    if (incoming_.capacity() > keptBuffer) incoming_.shrink_to_fit();
+    ++framesRead_;
+    auto frame = incoming_.take();
     if (std::exchange(passedOver_, 0) > 0)
         deliver(failureFrame(RelayFailure::tooLarge));
     else if (isLoggedIn_)
@@ -192,6 +197,9 @@ void SocketSession::tick(Vitals::Moment now) {
     case Vitals::Verdict::stalled:
         log("takes nothing");
         break;
+    case Vitals::Verdict::unfinished:
+        log("does not finish a frame");
+        break;
     case Vitals::Verdict::lingering:
         break;
     }
@@ -202,7 +210,13 @@ Vitals::Signs SocketSession::signs() {
     const auto& meter = socket_.next_layer().connection().meter();
     auto stage = isLoggedIn_ ? Vitals::Stage::loggedIn : Vitals::Stage::loggingIn;
     if (ending_) stage = Vitals::Stage::closing;
-    return {stage, meter.bytesRead, meter.bytesWritten, waiting_, isReadingPaused_};
+    return {.stage = stage,
+            .bytesRead = meter.bytesRead,
+            .bytesWritten = meter.bytesWritten,
+            .waiting = waiting_,
+            .isReadingPaused = isReadingPaused_,
+            .framesRead = framesRead_,
+            .isWithinFrame = !socket_.is_message_done()};
 }
 
 void SocketSession::ping() {
@@ -222,6 +236,7 @@ void SocketSession::tellNotReading() {
 void SocketSession::goAway() {
     state_->switchboard.disconnect(*this);
     end({{}, goingAway});
+    state_->switchboard.weigh(*this);
 }
 
 void SocketSession::deliver(std::string frame) {
@@ -236,7 +251,7 @@ std::size_t SocketSession::waiting() const {
 }
 
 std::size_t SocketSession::held() const {
-    return waiting_ + incoming_.capacity();
+    return waiting_ + incoming_.capacity() + step_.capacity();
 }
 
 void SocketSession::pauseReading() {
@@ -249,10 +264,13 @@ void SocketSession::resumeReading() {
 }
 
 void SocketSession::end(Ending ending) {
+    if (!ending_) {
+        outgoing_.clear();
+        incoming_.clear();
+        waiting_ = onTheWay_.size();
+    }
+    if (ending.freesMemory && held() > bearableWhileClosing) abort();
     if (ending_) return;
-    outgoing_.clear();
-    waiting_ = onTheWay_.size();
-    if (ending.freesMemory && held() > keptBuffer) abort();
     if (!ending.lastFrame.empty()) deliver(std::move(ending.lastFrame));
     ending_ = std::move(ending);
     mayRead_.wake();
@@ -263,6 +281,7 @@ void SocketSession::readingEnded() {
     if (isLoggedIn_) log("gone");
     state_->switchboard.disconnect(*this);
     end({});
+    state_->switchboard.weigh(*this);
 }
 
 void SocketSession::abort() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "relay/FrameBuffer.h"
 #include "relay/Gate.h"
 #include "relay/Line.h"
 #include "relay/Login.h"
@@ -12,6 +13,7 @@
 #include <boost/beast/http/string_body.hpp>
 #include <boost/beast/websocket/stream.hpp>
 
+#include <cstdint>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -28,6 +30,9 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
 
     SocketSession(PeerStream stream, std::shared_ptr<RelayState> state, Places::Place place,
                   std::string_view clientVersion);
+    ~SocketSession() override;
+    SocketSession(const SocketSession&) = delete;
+    SocketSession& operator=(const SocketSession&) = delete;
 
     /// Called once, with the request that asked for the WebSocket.
     void start(Request upgrade);
@@ -39,6 +44,9 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
     void deliver(std::string frame) override;
     [[nodiscard]] std::size_t waiting() const override;
     [[nodiscard]] std::size_t held() const override;
+
+    [[nodiscard]] Prefix site() const override { return place_.origin().site(); }
+
     void pauseReading() override;
     void resumeReading() override;
     void end(Ending ending) override;
@@ -73,8 +81,10 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
     boost::beast::websocket::stream<PeerStream, false> socket_;
     Login login_;
     Vitals vitals_;
-    boost::beast::flat_buffer incoming_;
+    boost::beast::flat_buffer step_; ///< what is read at a time
+    FrameBuffer incoming_;
     std::size_t passedOver_ = 0; ///< bytes of the frame that is being read
+    std::uint64_t framesRead_ = 0;
     std::deque<std::string> outgoing_;
     std::string onTheWay_; ///< the frame that is being written
     std::size_t waiting_ = 0;

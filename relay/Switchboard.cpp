@@ -30,22 +30,24 @@ void Switchboard::connect(Line& line, Seat seat) {
     auto own = std::ranges::find_if(
         places, [&](const Place& place) { return place.line && place.seat.device == seat.device; });
     if (own != places.end()) {
-        forget(*own->line);
+        connected_.erase(own->line);
         own->line->end({{}, normalClosure});
+        ledger_.weigh(*own->line);
     } else {
         own = std::ranges::find(places, nullptr, &Place::line);
     }
     vyzaduj(own != places.end(), "a pair has a third device");
-    connected_[&line] = {seat.pair};
+    connected_.insert_or_assign(&line, seat.pair);
+    ledger_.enter(line);
     *own = {std::move(seat), &line, false};
 
     auto* peer = peerOf(*own);
     line.deliver(encode(RelayMessage{RelayMessage::Authenticated{peer != nullptr}}));
-    weighOnly(line);
+    ledger_.weigh(line);
     if (!peer) return;
     peer->seat.peer = own->seat.device;
     peer->line->deliver(presenceFrame(true));
-    weighOnly(*peer->line);
+    ledger_.weigh(*peer->line);
     balance(*own);
     balance(*peer);
 }
@@ -68,19 +70,19 @@ void Switchboard::receive(Line& line, std::string frame) {
 void Switchboard::forward(Place& from, std::string frame) {
     if (auto* peer = peerOf(from)) {
         peer->line->deliver(std::move(frame));
-        weighOnly(*peer->line);
+        ledger_.weigh(*peer->line);
         balance(*peer);
     } else {
         from.line->deliver(failureFrame(RelayFailure::peerOffline));
     }
-    weighOnly(*from.line);
+    ledger_.weigh(*from.line);
     balance(from);
 }
 
 void Switchboard::drained(Line& line) {
+    ledger_.weigh(line);
     auto* place = placeOf(line);
     if (!place) return;
-    weighOnly(line);
     balance(*place);
     if (auto* peer = peerOf(*place)) balance(*peer);
 }
@@ -97,40 +99,26 @@ void Switchboard::revoke(const PairID& pair) {
     if (found == pairs_.end()) return;
     for (auto& place : found->second) {
         if (!place.line) continue;
-        forget(*place.line);
+        connected_.erase(place.line);
         place.line->end(refusalEnding(RelayFailure::revoked));
+        ledger_.weigh(*place.line);
     }
     pairs_.erase(found);
 }
 
 void Switchboard::weigh(Line& line) {
-    weighOnly(line);
+    ledger_.weigh(line);
     relieve();
 }
 
-void Switchboard::weighOnly(Line& line) {
-    const auto found = connected_.find(&line);
-    if (found == connected_.end()) return;
-    auto& held = found->second.held;
-    heldInAll_ -= held;
-    held = line.held();
-    heldInAll_ += held;
-}
-
 void Switchboard::relieve() {
-    while (heldInAll_ > bounds_.heldInAll) {
-        auto& line = *std::ranges::max_element(connected_, {}, [](const auto& entry) {
-                          return entry.second.held;
-                      })->first;
+    while (ledger_.sum() > bounds_.heldInAll) {
+        auto& line = ledger_.greediest();
         line.end({.lastFrame = {}, .closeCode = tryAgainLater, .freesMemory = true});
         disconnect(line);
+        // It has freed what it held, or is cut off and does so at once.
+        ledger_.leave(line);
     }
-}
-
-void Switchboard::forget(Line& line) {
-    const auto found = connected_.find(&line);
-    heldInAll_ -= found->second.held;
-    connected_.erase(found);
 }
 
 std::vector<PairID> Switchboard::connectedPairs() const {
@@ -142,7 +130,7 @@ std::vector<PairID> Switchboard::connectedPairs() const {
 Switchboard::Place* Switchboard::placeOf(Line& line) {
     const auto found = connected_.find(&line);
     if (found == connected_.end()) return nullptr;
-    auto& places = pairs_.at(found->second.pair);
+    auto& places = pairs_.at(found->second);
     return &*std::ranges::find(places, &line, &Place::line);
 }
 
@@ -154,11 +142,12 @@ Switchboard::Place* Switchboard::peerOf(const Place& place) {
 
 void Switchboard::remove(Place& place) {
     auto* peer = peerOf(place);
-    forget(*place.line);
+    connected_.erase(place.line);
+    ledger_.weigh(*place.line);
     if (peer) {
         place.line = nullptr;
         peer->line->deliver(presenceFrame(false));
-        weighOnly(*peer->line);
+        ledger_.weigh(*peer->line);
         balance(*peer);
     } else {
         pairs_.erase(PairID{place.seat.pair});

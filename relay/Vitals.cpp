@@ -11,6 +11,7 @@ Vitals::Verdict Vitals::judge(const Signs& signs, Moment now) {
     if (signs.stage == Stage::loggingIn)
         return now - stageSince_ > limits_.login ? Verdict::late : Verdict::well;
     if (now - tookAt_ > limits_.stall) return Verdict::stalled;
+    if (now - frameSince_ > limits_.wholeFrame) return Verdict::unfinished;
     if (now - heardAt_ > limits_.silence) return Verdict::dead;
     if (now - std::max(heardAt_, pingedAt_) < limits_.pingAfter) return Verdict::well;
     pingedAt_ = now;
@@ -24,6 +25,9 @@ void Vitals::note(const Signs& signs, Moment now) {
     if (signs.stage != last_.stage) stageSince_ = now;
     if (signs.bytesRead != last_.bytesRead || couldNotBeHeard) heardAt_ = now;
     if (signs.bytesWritten != last_.bytesWritten || hadNothingToTake) tookAt_ = now;
+    const bool isSameFrame =
+        signs.isWithinFrame && last_.isWithinFrame && signs.framesRead == last_.framesRead;
+    if (!isSameFrame) frameSince_ = now;
     last_ = signs;
 }
 

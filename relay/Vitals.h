@@ -22,19 +22,27 @@ class Vitals {
         std::uint64_t bytesWritten = 0;
         std::size_t waiting = 0;      ///< bytes to write
         bool isReadingPaused = false; ///< then silence is of our own making
+        std::uint64_t framesRead = 0;
+        bool isWithinFrame = false; ///< one has begun and is not read to its end
     };
 
     enum class Verdict {
         well,
-        ping,     ///< silent for a while: ask
-        late,     ///< no login in time
-        dead,     ///< silent too long
-        stalled,  ///< takes nothing of what waits for it
-        lingering ///< does not finish to close
+        ping,       ///< silent for a while: ask
+        late,       ///< no login in time
+        dead,       ///< silent too long
+        stalled,    ///< takes nothing of what waits for it
+        unfinished, ///< does not come to the end of a frame
+        lingering   ///< does not finish to close
     };
 
     Vitals(const RelayLimits& limits, Moment start)
-        : limits_(limits), stageSince_(start), heardAt_(start), tookAt_(start), pingedAt_(start) {}
+        : limits_(limits),
+          stageSince_(start),
+          heardAt_(start),
+          tookAt_(start),
+          pingedAt_(start),
+          frameSince_(start) {}
 
     Verdict judge(const Signs& signs, Moment now);
 
@@ -47,6 +55,7 @@ class Vitals {
     Moment heardAt_;
     Moment tookAt_;
     Moment pingedAt_;
+    Moment frameSince_;
 };
 
 } // namespace morvex

@@ -1,3 +1,4 @@
+#include "relay/FrameBuffer.h"
 #include "relay/RelayServer.h"
 #include "shared/base/LogQueue.h"
 #include "shared/base/Try.h"
@@ -6,6 +7,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+#include <malloc.h>
 #include <span>
 #include <string>
 #include <sys/resource.h>
@@ -37,6 +39,13 @@ Result<void> raiseFileLimit(std::size_t connections) {
                           std::to_string(limit.rlim_max) + " (ulimit -Hn)"});
 }
 
+/// What long frames held goes back to the system at once. Left alone, the heap takes each long block that is
+/// freed for a reason to keep longer ones.
+void giveMemoryBack() {
+    mallopt(M_MMAP_THRESHOLD, FrameBuffer::longestPiece);
+    mallopt(M_TRIM_THRESHOLD, 4 * FrameBuffer::longestPiece);
+}
+
 /// Those that end the relay; whoever handles them until then may give them up afterwards.
 void ignoreSignals() {
     sigset_t ending;
@@ -66,6 +75,7 @@ int serve(const RelayOptions& options) {
     std::signal(SIGPIPE, SIG_IGN);
     if (auto raised = raiseFileLimit(options.connections); !raised)
         return complain(raised.error(), EXIT_FAILURE);
+    giveMemoryBack();
     LogQueue queue{STDERR_FILENO};
     auto server = start(options, queue);
     if (!server) return complain(server.error(), EXIT_FAILURE);

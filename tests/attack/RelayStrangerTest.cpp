@@ -256,4 +256,65 @@ TEST_F(RelayStranger, UnfinishedFramesStayWithinTheMemoryOfAll) {
                 : "memory not measured");
 }
 
+TEST_F(RelayStranger, SocketsThatAreReplacedTakeTheirUnfinishedFramesAlong) {
+    auto small = RunningRelay::quickLimits();
+    small.heldInAll = 24 * mebibyte;
+    // They may take as long as they like to close.
+    small.closing = std::chrono::hours{1};
+    const auto count = cases(60, 300);
+    RunningRelay relay{small, storeOf(known, longAgo)};
+    const std::string unfinished(3 * mebibyte, ' ');
+    MemoryMeter memory;
+    std::deque<StrangerSocket> sockets;
+    for (std::size_t index = 0; index < count; ++index) {
+        auto& socket = sockets.emplace_back(relay.port(), "127.0.0.1");
+        socket.logIn(known[0], known[0].mac);
+        socket.sayUnfinished(unfinished);
+    }
+    DeviceSocket phone{relay.port()};
+    phone.logIn(known[0], known[0].phone, true);
+    const auto growth = memory.peakGrowthInMebibytes();
+    if (growth) {
+        EXPECT_LT(*growth, 64) << "MiB";
+    }
+    tell("Unfinished frames of 3 MiB on replaced sockets, 24 MiB allowed", count,
+         growth ? std::to_string(static_cast<int>(*growth)) + " MiB more at the peak"
+                : "memory not measured");
+}
+
+TEST_F(RelayStranger, UnfinishedFramesOfOneAddressEndNoLongerOneOfAnother) {
+    auto small = RunningRelay::quickLimits();
+    small.thisComputer = Origin::ThisComputer::limited;
+    small.heldInAll = 24 * mebibyte;
+    small.closing = RelayLimits::Time{50};
+    const auto count = cases(40, 100);
+    auto pairs = namedPairs(count, "OWN");
+    pairs.push_back(known[0]);
+    RunningRelay relay{small, storeOf(pairs, longAgo)};
+    StrangerSocket honest{relay.port(), honestAddress};
+    honest.logIn(known[0], known[0].mac);
+    honest.sayUnfinished(std::string(3 * mebibyte, ' '));
+    std::deque<StrangerSocket> sockets;
+    for (std::size_t index = 0; index < count; ++index) {
+        auto& socket = sockets.emplace_back(relay.port(), "127.1.0.1");
+        socket.logIn(pairs[index], pairs[index].mac);
+        socket.sayUnfinished(std::string((index == 0 ? 2 : 1) * mebibyte, ' '));
+    }
+    EXPECT_TRUE(sockets[0].isCutOff()) << "the one of its address that holds the most";
+    DeviceSocket phone{relay.port(), false, "/v1/ws?v=1.4", honestAddress};
+    phone.logIn(known[0], known[0].phone, true);
+    tell("Unfinished frames of 1 MiB from one address, 24 MiB allowed", count,
+         "an unfinished frame of 3 MiB from another one stayed");
+}
+
+TEST_F(RelayStranger, AFrameThatIsNeverFinishedEndsItsSocket) {
+    auto hasty = RunningRelay::quickLimits();
+    hasty.wholeFrame = RelayLimits::Time{100};
+    RunningRelay relay{hasty, storeOf(known, longAgo)};
+    StrangerSocket socket{relay.port(), "127.0.0.1"};
+    socket.logIn(known[0], known[0].mac);
+    socket.sayUnfinished("{");
+    EXPECT_TRUE(socket.isCutOff());
+}
+
 } // namespace morvex

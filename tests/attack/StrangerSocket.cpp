@@ -4,8 +4,10 @@
 
 #include <arpa/inet.h>
 #include <array>
+#include <cerrno>
 #include <netinet/in.h>
 #include <sys/socket.h>
+#include <sys/time.h>
 #include <unistd.h>
 
 namespace morvex {
@@ -74,6 +76,16 @@ void StrangerSocket::logIn(const TestPair& pair, const DeviceIdentity& device) {
 void StrangerSocket::sayUnfinished(std::string_view beginning) const {
     say(frameHead(4U << 20U));
     say(beginning);
+}
+
+bool StrangerSocket::isCutOff() const {
+    const timeval patience{.tv_sec = 20, .tv_usec = 0};
+    EXPECT_EQ(::setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience), 0);
+    std::array<char, 4096> ignored;
+    for (;;) {
+        const auto count = ::recv(socket_, ignored.data(), ignored.size(), 0);
+        if (count <= 0) return count == 0 || errno == ECONNRESET;
+    }
 }
 
 std::string StrangerSocket::textFrame(std::string_view text) {

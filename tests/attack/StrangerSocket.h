@@ -26,6 +26,9 @@ class StrangerSocket {
     /// A frame of 4 MiB of which only this much comes. The relay may end the connection meanwhile.
     void sayUnfinished(std::string_view beginning) const;
 
+    /// Waits for the relay to end the connection. False when it does not in twenty seconds.
+    [[nodiscard]] bool isCutOff() const;
+
     /// One masked text frame (RFC 6455, section 5.2), its mask all zeros.
     static std::string textFrame(std::string_view text);
 

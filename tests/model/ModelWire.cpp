@@ -26,6 +26,7 @@ ModelWire::ModelWire(Owner owner, Switchboard& switchboard, PairStore& store, Le
 
 ModelWire::~ModelWire() {
     leave();
+    switchboard_.forget(*this);
 }
 
 void ModelWire::deliver(std::string frame) {

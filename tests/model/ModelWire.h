@@ -41,6 +41,8 @@ class ModelWire final : public Line {
 
     [[nodiscard]] std::size_t held() const override { return waiting(); }
 
+    [[nodiscard]] Prefix site() const override { return {}; }
+
     void pauseReading() override { isPaused_ = true; }
 
     void resumeReading() override { isPaused_ = false; }

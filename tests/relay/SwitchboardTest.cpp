@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <optional>
 #include <vector>
 
@@ -18,6 +19,7 @@ struct RecordingLine final : Line {
     std::size_t bytes = 0;
     bool isPaused = false;
     std::optional<Ending> ending;
+    Prefix address{};
 
     void deliver(std::string frame) override {
         bytes += frame.size();
@@ -27,6 +29,8 @@ struct RecordingLine final : Line {
     [[nodiscard]] std::size_t waiting() const override { return bytes; }
 
     [[nodiscard]] std::size_t held() const override { return bytes; }
+
+    [[nodiscard]] Prefix site() const override { return address; }
 
     void pauseReading() override { isPaused = true; }
 
@@ -271,6 +275,59 @@ TEST_F(SwitchboardTest, TheGreediestLineGoesWhenAllHoldTooMuch) {
     EXPECT_TRUE(phone.ending->freesMemory);
     EXPECT_FALSE(mac.ending);
     EXPECT_EQ(mac.take(), Frames{offline});
+}
+
+TEST_F(SwitchboardTest, WhileASiteHoldsMoreNobodyElseGoes) {
+    const Prefix greedySite{.bytes = {1}, .length = 128};
+    const Prefix otherSite{.bytes = {2}, .length = 128};
+    std::array<RecordingLine, 4> greedy;
+    for (std::size_t index = 0; index < greedy.size(); ++index) {
+        greedy.at(index).address = greedySite;
+        const PairID own{"GREEDY" + std::to_string(index)};
+        board.connect(greedy.at(index), {own, pair.mac.deviceID(), std::nullopt});
+        greedy.at(index).bytes = 15'000 + index;
+        board.weigh(greedy.at(index));
+    }
+    mac.address = otherSite;
+    connectMac(mac);
+    mac.bytes = 39'000;
+    board.weigh(mac);
+    EXPECT_FALSE(greedy[3].ending);
+    mac.bytes = 45'000;
+    board.weigh(mac);
+    EXPECT_FALSE(mac.ending);
+    EXPECT_TRUE(greedy[3].ending) << "the greediest one of that site";
+    for (std::size_t index = 0; index < 3; ++index) EXPECT_FALSE(greedy.at(index).ending) << index;
+    mac.bytes = 60'000;
+    board.weigh(mac);
+    EXPECT_TRUE(mac.ending) << "now its own site holds the most";
+    EXPECT_FALSE(greedy[2].ending);
+}
+
+TEST_F(SwitchboardTest, ALineThatClosesCountsUntilItIsGone) {
+    connectMac(mac);
+    mac.bytes = 60'000;
+    RecordingLine again;
+    connectMac(again);
+    ASSERT_TRUE(mac.ending);
+    EXPECT_FALSE(mac.ending->freesMemory);
+    board.disconnect(mac);
+    again.bytes = 40'001;
+    board.weigh(again);
+    EXPECT_TRUE(mac.ending->freesMemory);
+    EXPECT_FALSE(again.ending);
+}
+
+TEST_F(SwitchboardTest, ALineThatIsGoneDoesNotCount) {
+    connectMac(mac);
+    mac.bytes = 60'000;
+    board.weigh(mac);
+    board.disconnect(mac);
+    board.forget(mac);
+    connectPhone(phone);
+    phone.bytes = 100'000;
+    board.weigh(phone);
+    EXPECT_FALSE(phone.ending);
 }
 
 TEST_F(SwitchboardTest, FramesThatPassAreCountedAsTheyCome) {

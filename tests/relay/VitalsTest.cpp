@@ -88,6 +88,34 @@ TEST_F(VitalsTest, ASlowDeviceThatTakesSomethingIsNotStalled) {
     }
 }
 
+TEST_F(VitalsTest, AFrameHasTwoMinutesAndAHalfHoweverItsBytesCome) {
+    signs.isWithinFrame = true;
+    after(0);
+    for (int count = 10; count <= 150; count += 10) {
+        ++signs.bytesRead;
+        EXPECT_EQ(after(count), Verdict::well) << count;
+    }
+    ++signs.bytesRead;
+    EXPECT_EQ(after(151), Verdict::unfinished);
+}
+
+TEST_F(VitalsTest, EachFrameHasATimeOfItsOwn) {
+    signs.isWithinFrame = true;
+    for (int count = 0; count < 600; count += 50) {
+        ++signs.bytesRead;
+        if (count % 150 == 0) ++signs.framesRead;
+        EXPECT_EQ(after(count), Verdict::well) << count;
+    }
+    signs.isWithinFrame = false;
+    ++signs.bytesRead;
+    after(620);
+    signs.isWithinFrame = true;
+    for (int count = 700; count <= 850; count += 50) {
+        ++signs.bytesRead;
+        EXPECT_EQ(after(count), Verdict::well) << count;
+    }
+}
+
 TEST_F(VitalsTest, ClosingHasItsOwnTime) {
     after(29);
     signs.stage = Stage::closing;
