@@ -57,6 +57,14 @@ std::string toUtf8(const icu::UnicodeString& text) {
     return result;
 }
 
+icu::UnicodeString caseFolded(const icu::UnicodeString& text) {
+    UErrorCode status = U_ZERO_ERROR;
+    const auto* folder = icu::Normalizer2::getNFKCCasefoldInstance(status);
+    vyzaduj(U_SUCCESS(status), "ICU has no data for case folding");
+    auto result = folder->normalize(text, status);
+    return U_SUCCESS(status) ? result : text;
+}
+
 icu::UnicodeString decomposed(const icu::UnicodeString& text) {
     UErrorCode status = U_ZERO_ERROR;
     auto result = decomposer().normalize(streamSafe(text), status);

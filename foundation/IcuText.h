@@ -16,4 +16,8 @@ std::string toUtf8(const icu::UnicodeString& text);
 /// writes as many.
 icu::UnicodeString decomposed(const icu::UnicodeString& text);
 
+/// Normalization form NFKC_Casefold (UAX 31): without case, and without the code points that do not show.
+/// Takes the square of the number of marks of a letter.
+icu::UnicodeString caseFolded(const icu::UnicodeString& text);
+
 } // namespace morvex::icuText

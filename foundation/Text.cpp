@@ -91,6 +91,12 @@ std::string foldCase(std::string_view text) {
     return isAscii(text) ? asciiLowerCase(text) : toUtf8(fromUtf8(text).foldCase());
 }
 
+std::string foldFileName(std::string_view name) {
+    auto folded = isAscii(name) ? asciiLowerCase(name) : toUtf8(icuText::caseFolded(fromUtf8(name)));
+    folded.resize(folded.find_last_not_of(". ") + 1);
+    return folded;
+}
+
 std::size_t countCharacters(std::string_view text) {
     std::size_t count = 0;
     forEachCharacter(text, [&count](std::size_t) { return ++count, true; });

@@ -28,6 +28,11 @@ bool equalFolded(std::string_view left, std::string_view right);
 /// What texts that differ in case alone have in common (full Unicode case folding), accents kept.
 std::string foldCase(std::string_view text);
 
+/// What the names of files have in common that are one name to some file system: without case, without code
+/// points that do not show, and without dots and blanks at the end. For names that a disk may hold; the time
+/// is the square of their length.
+std::string foldFileName(std::string_view name);
+
 /// Number of extended grapheme clusters (UAX 29): what a person calls characters.
 std::size_t countCharacters(std::string_view text);
 

@@ -29,8 +29,6 @@ constexpr int toPass = O_PATH;
 constexpr int toPass = O_SEARCH;
 #endif
 
-enum class Missing { fails, isMade };
-
 /// The folders above the last component, and that component.
 struct Way {
     std::vector<std::string> folders;
@@ -54,9 +52,9 @@ Result<FileDescriptor> openAt(int folder, const std::string& name, int flags, mo
     return FileDescriptor(opened);
 }
 
-Result<FileDescriptor> enter(int folder, const std::string& name, Missing missing) {
+Result<FileDescriptor> enterOrMake(int folder, const std::string& name) {
     auto entered = openAt(folder, name, toPass | O_DIRECTORY);
-    if (entered || missing == Missing::fails || systemCode(entered.error()) != ENOENT) return entered;
+    if (entered || systemCode(entered.error()) != ENOENT) return entered;
     if (::mkdirat(folder, name.c_str(), 0755) != 0 && errno != EEXIST) return fail(SystemError{errno});
     return openAt(folder, name, toPass | O_DIRECTORY);
 }
@@ -76,14 +74,24 @@ std::optional<Result<FileDescriptor>> enterAtOnce(int folder, const std::vector<
 }
 #endif
 
-Result<FileDescriptor> descend(int folder, const std::vector<std::string>& names, Missing missing) {
+Result<FileDescriptor> descend(int folder, const std::vector<std::string>& names) {
 #ifdef SYS_openat2
-    if (missing == Missing::fails)
-        if (auto entered = enterAtOnce(folder, names)) return *std::move(entered);
+    if (auto entered = enterAtOnce(folder, names)) return *std::move(entered);
 #endif
     TRY(FileDescriptor, here, openAt(folder, ".", toPass | O_DIRECTORY));
     for (const auto& name : names) {
-        TRY(FileDescriptor, next, enter(here.get(), name, missing));
+        TRY(FileDescriptor, next, openAt(here.get(), name, toPass | O_DIRECTORY));
+        here = std::move(next);
+    }
+    return here;
+}
+
+Result<FileDescriptor> descendMaking(int folder, const std::vector<std::string>& names,
+                                     const BeneathFolder::MayHold& mayHold) {
+    TRY(FileDescriptor, here, openAt(folder, ".", toPass | O_DIRECTORY));
+    for (const auto& name : names) {
+        CHECK(mayHold(here.get(), name, BeneathFolder::Held::folder));
+        TRY(FileDescriptor, next, enterOrMake(here.get(), name));
         here = std::move(next);
     }
     return here;
@@ -110,7 +118,7 @@ bool isNameOf(int file, int folder, const std::string& name) {
 
 Result<struct stat> statusOf(int folder, std::string_view path) {
     TRY(auto, way, wayOf(path));
-    TRY(FileDescriptor, parent, descend(folder, way.folders, Missing::fails));
+    TRY(FileDescriptor, parent, descend(folder, way.folders));
     return lookAt(parent.get(), way.name);
 }
 
@@ -120,7 +128,7 @@ Result<BeneathFolder> BeneathFolder::open(std::string_view resolvedPath) {
     TRY(auto, way, wayOf(resolvedPath));
     way.folders.push_back(std::move(way.name));
     TRY(FileDescriptor, root, openAt(AT_FDCWD, "/", toPass | O_DIRECTORY));
-    TRY(FileDescriptor, folder, descend(root.get(), way.folders, Missing::fails));
+    TRY(FileDescriptor, folder, descend(root.get(), way.folders));
     return BeneathFolder(std::move(folder));
 }
 
@@ -134,7 +142,7 @@ Result<bool> BeneathFolder::exists(std::string_view path) const {
 
 Result<FileDescriptor> BeneathFolder::openFile(std::string_view path) const {
     TRY(auto, way, wayOf(path));
-    TRY(FileDescriptor, parent, descend(folder_.get(), way.folders, Missing::fails));
+    TRY(FileDescriptor, parent, descend(folder_.get(), way.folders));
     TRY(struct stat, status, lookAt(parent.get(), way.name));
     CHECK(expectFile(status));
 
@@ -147,13 +155,14 @@ Result<FileDescriptor> BeneathFolder::openFile(std::string_view path) const {
 
 Result<FileDescriptor> BeneathFolder::openFolder(std::string_view path) const {
     TRY(auto, way, wayOf(path));
-    TRY(FileDescriptor, parent, descend(folder_.get(), way.folders, Missing::fails));
+    TRY(FileDescriptor, parent, descend(folder_.get(), way.folders));
     return openAt(parent.get(), way.name, O_RDONLY | O_DIRECTORY);
 }
 
-Result<void> BeneathFolder::writeNew(std::string_view path, ByteView bytes) const {
+Result<void> BeneathFolder::writeNew(std::string_view path, ByteView bytes, const MayHold& mayHold) const {
     TRY(auto, way, wayOf(path));
-    TRY(FileDescriptor, parent, descend(folder_.get(), way.folders, Missing::isMade));
+    TRY(FileDescriptor, parent, descendMaking(folder_.get(), way.folders, mayHold));
+    CHECK(mayHold(parent.get(), way.name, Held::file));
     TRY(FileDescriptor, file,
         openAt(parent.get(), way.name, O_WRONLY | O_CREAT | O_EXCL | O_NONBLOCK | O_NOCTTY, 0644));
     auto written = writeAll(file.get(), bytes);

@@ -4,6 +4,8 @@
 #include "shared/base/Bytes.h"
 #include "shared/base/Error.h"
 
+#include <functional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -15,6 +17,8 @@ namespace morvex {
 /// `SystemError`.
 class BeneathFolder {
   public:
+    enum class Held { folder, file };
+
     /// `resolvedPath` is absolute, its links resolved.
     static Result<BeneathFolder> open(std::string_view resolvedPath);
 
@@ -28,11 +32,18 @@ class BeneathFolder {
     /// A folder, for listing.
     [[nodiscard]] Result<FileDescriptor> openFolder(std::string_view path) const;
 
+    /// Asked at each step to a new file, before it is taken or made, what a folder may hold: the folder is
+    /// open for passing through, `name` lies in it or will. A failure ends the writing and is passed on.
+    using MayHold = std::function<Result<void>(int folder, const std::string& name, Held held)>;
+
     /// Makes a new file with these bytes (0644) and the folders above it (0755), less the umask. What exists
     /// is never replaced: EEXIST. A file that could not be written whole is removed again; its folders stay.
-    [[nodiscard]] Result<void> writeNew(std::string_view path, ByteView bytes) const;
+    [[nodiscard]] Result<void> writeNew(std::string_view path, ByteView bytes,
+                                        const MayHold& mayHold = anything) const;
 
   private:
+    static Result<void> anything(int /*folder*/, const std::string& /*name*/, Held /*held*/) { return {}; }
+
     explicit BeneathFolder(FileDescriptor folder) : folder_(std::move(folder)) {}
 
     FileDescriptor folder_;

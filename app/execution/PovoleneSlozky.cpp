@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace morvex {
 
@@ -53,9 +54,11 @@ bool PovoleneSlozky::obsahuje(std::string_view cesta) const {
 }
 
 std::optional<std::string> PovoleneSlozky::slozkaNad(std::string_view resolvedPath) const {
+    std::optional<std::string> innermost;
     for (const auto& slozka : slozky_)
-        if (auto folder = paths::resolved(slozka); folder && liesIn(resolvedPath, *folder)) return folder;
-    return std::nullopt;
+        if (auto folder = paths::resolved(slozka); folder && liesIn(resolvedPath, *folder))
+            if (!innermost || innermost->size() < folder->size()) innermost = std::move(folder);
+    return innermost;
 }
 
 bool PovoleneSlozky::jePlocha(const std::string& slozka) const {

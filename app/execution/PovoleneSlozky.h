@@ -31,7 +31,7 @@ class PovoleneSlozky {
     /// Whether this absolute path, its links resolved, lies in an allowed folder or is one.
     [[nodiscard]] bool obsahuje(std::string_view cesta) const;
 
-    /// The allowed folder, its links resolved, in which a resolved path lies.
+    /// The allowed folder, its links resolved, in which a resolved path lies; of several the innermost.
     [[nodiscard]] std::optional<std::string> slozkaNad(std::string_view resolvedPath) const;
 
   private:

@@ -2,6 +2,7 @@
 
 #include "app/execution/BeneathFolder.h"
 #include "app/execution/FileSearch.h"
+#include "app/execution/ObeyedFiles.h"
 #include "app/execution/OverenaCesta.h"
 #include "foundation/Paths.h"
 #include "foundation/SystemError.h"
@@ -61,7 +62,9 @@ Result<std::string> writeText(const std::string& cesta, const std::string& obsah
     // A file at a path that cannot be looked at, a too long one, could not be read again either.
     if (!exists) return zapisSelhal(exists.error().popis());
     if (*exists) return fail(Chyba{Chyba::UzExistuje{checked.jmeno()}});
-    auto written = folder->writeNew(checked.odSlozky(), asBytes(obsah));
+    CHECK(ObeyedFiles::checkNames(checked.odSlozky()));
+    auto written = folder->writeNew(checked.odSlozky(), asBytes(obsah), ObeyedFiles::checkRepository);
+    if (!written && written.error().as<Chyba>()) return fail(written.error());
     if (!written) return zapisSelhal(written.error().popis());
     return checked.jmeno();
 }

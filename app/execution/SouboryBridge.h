@@ -14,8 +14,9 @@
 namespace morvex {
 
 /// Searches, reads and writes files for an assistant, in allowed folders only: never credentials, never a
-/// replaced file, never more than can be read aloud. Has no state; the disk is touched on the worker, against
-/// the folders as they were allowed at the call. Failures are `Chyba` unless told otherwise.
+/// replaced file nor one that a program obeys, never more than can be read aloud. Has no state; the disk is
+/// touched on the worker, against the folders as they were allowed at the call. Failures are `Chyba` unless
+/// told otherwise.
 class SouboryBridge {
   public:
     using Chyba = SouboryChyba;
@@ -29,7 +30,7 @@ class SouboryBridge {
     Task<Result<std::string>> precti(std::string cesta, std::optional<std::string> slozka,
                                      PovoleneSlozky slozky);
 
-    /// Makes a new file and the folders above it. Gives its name.
+    /// Makes a new file and the folders above it, unless a program would obey it. Gives its name.
     Task<Result<std::string>> zapis(std::string cesta, std::string obsah, std::optional<std::string> slozka,
                                     PovoleneSlozky slozky);
 

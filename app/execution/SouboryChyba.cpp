@@ -29,6 +29,10 @@ struct Popis {
         return "Soubor " + chyba.name + " už existuje. Přepsání musíš potvrdit — to zatím neumím.";
     }
 
+    std::string operator()(const SouboryChyba::SpustilByProgram& chyba) const {
+        return "Soubor " + chyba.name + " by mohl sám spustit program. Takový nezapisuju.";
+    }
+
     std::string operator()(const SouboryChyba::PrilisMnohoZapsano&) const {
         return "Za poslední hodinu už bylo zapsáno tolik, kolik smí, tedy 1 GB. Zkus to později.";
     }

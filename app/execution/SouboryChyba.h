@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Why a file was not touched. `name` is always the last path component, never the whole path.
+/// Why a file was not touched. `name` is always one path component, never the whole path.
 struct SouboryChyba {
     struct MimoPovolene {
         std::string name;
@@ -36,6 +36,11 @@ struct SouboryChyba {
         bool operator==(const UzExistuje&) const = default;
     };
 
+    struct SpustilByProgram {
+        std::string name;
+        bool operator==(const SpustilByProgram&) const = default;
+    };
+
     struct PrilisMnohoZapsano {
         bool operator==(const PrilisMnohoZapsano&) const = default;
     };
@@ -45,8 +50,8 @@ struct SouboryChyba {
         bool operator==(const Selhalo&) const = default;
     };
 
-    std::variant<MimoPovolene, ZakazanaCesta, NeniSoubor, PrilisVelky, UzExistuje, PrilisMnohoZapsano,
-                 Selhalo>
+    std::variant<MimoPovolene, ZakazanaCesta, NeniSoubor, PrilisVelky, UzExistuje, SpustilByProgram,
+                 PrilisMnohoZapsano, Selhalo>
         pripad;
 
     [[nodiscard]] std::string popis() const;

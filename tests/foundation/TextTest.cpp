@@ -63,6 +63,17 @@ TEST(Text, CaseIsFoldedAndAccentsStay) {
     EXPECT_NE(foldCase("KONĚ"), foldCase("KONE"));
 }
 
+TEST(Text, NamesThatAFileSystemTakesForOneFoldToOne) {
+    for (const auto* name : {".git", ".GIT", ".gi\u200ct", "\ufeff.git", ".git.", ".git . ", ".ｇｉｔ"})
+        EXPECT_EQ(foldFileName(name), ".git") << name;
+    EXPECT_EQ(foldFileName("i\u017fa"), "isa");
+    EXPECT_EQ(foldFileName("e\u0301"), foldFileName("\u00c9"));
+    EXPECT_EQ(foldFileName(" a b"), " a b");
+    EXPECT_EQ(foldFileName("..."), "");
+    EXPECT_EQ(foldFileName("git"), "git");
+    EXPECT_NE(foldFileName(".gít"), ".git");
+}
+
 TEST(Text, CharactersAreGraphemeClusters) {
     EXPECT_EQ(countCharacters("e\u0301👨‍👩‍👧🇨🇿"), 3U);
     EXPECT_EQ(firstCharacters("e\u0301👨‍👩‍👧🇨🇿x", 2), "e\u0301👨‍👩‍👧");

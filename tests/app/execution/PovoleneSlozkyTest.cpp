@@ -107,6 +107,15 @@ TEST(PovoleneSlozky, AFolderThatIsALinkAdmitsWhatItLeadsTo) {
     EXPECT_EQ(slozky.slozkaNad(tree.path("outside/file")), tree.path("outside"));
 }
 
+TEST(PovoleneSlozky, OfFoldersInEachOtherTheInnermostCounts) {
+    FileTree tree;
+    for (const auto& slozky :
+         {tree.allowed({"home", "home/Projects"}), tree.allowed({"home/Projects", "home"})}) {
+        EXPECT_EQ(slozky.slozkaNad(tree.path("home/Projects/a")), tree.path("home/Projects"));
+        EXPECT_EQ(slozky.slozkaNad(tree.path("home/a")), tree.path("home"));
+    }
+}
+
 TEST(PovoleneSlozky, OnlyNamesLeaveTheComputer) {
     FileTree tree;
     EXPECT_EQ(tree.allowed({"home/Projects", "outside"}).aliasy(),

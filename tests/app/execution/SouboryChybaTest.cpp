@@ -22,6 +22,8 @@ TEST(SouboryChyba, EveryCaseHasItsSentence) {
                   "Soubor a má přes 256 kB. Na čtení hlasem je to moc; řekni, co v něm hledat."},
              Case{{Chyba::UzExistuje{"a"}},
                   "Soubor a už existuje. Přepsání musíš potvrdit — to zatím neumím."},
+             Case{{Chyba::SpustilByProgram{".git"}},
+                  "Soubor .git by mohl sám spustit program. Takový nezapisuju."},
              Case{{Chyba::PrilisMnohoZapsano{}},
                   "Za poslední hodinu už bylo zapsáno tolik, kolik smí, tedy 1 GB. Zkus to později."},
              Case{{Chyba::Selhalo{"Text."}}, "Text."},
