@@ -588,10 +588,6 @@
         <translation>Bereit</translation>
     </message>
     <message>
-        <source>Příkazy jen v povolených složkách</source>
-        <translation>Befehle nur in erlaubten Ordnern</translation>
-    </message>
-    <message>
         <source>Přístupový token — volitelný</source>
         <translation>Zugangstoken — optional</translation>
     </message>
@@ -686,6 +682,10 @@
     <message>
         <source>Spojení přerušeno — %1</source>
         <translation>Verbindung unterbrochen — %1</translation>
+    </message>
+    <message>
+        <source>Spouští příkazy v povolených složkách a umí spustit jakýkoli kód</source>
+        <translation>Führt Befehle in erlaubten Ordnern aus und kann jeden Code ausführen</translation>
     </message>
     <message>
         <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>

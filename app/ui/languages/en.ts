@@ -588,10 +588,6 @@
         <translation>Ready</translation>
     </message>
     <message>
-        <source>Příkazy jen v povolených složkách</source>
-        <translation>Commands in allowed folders only</translation>
-    </message>
-    <message>
         <source>Přístupový token — volitelný</source>
         <translation>Access token — optional</translation>
     </message>
@@ -686,6 +682,10 @@
     <message>
         <source>Spojení přerušeno — %1</source>
         <translation>Connection interrupted — %1</translation>
+    </message>
+    <message>
+        <source>Spouští příkazy v povolených složkách a umí spustit jakýkoli kód</source>
+        <translation>Runs commands in allowed folders and can run any code</translation>
     </message>
     <message>
         <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>

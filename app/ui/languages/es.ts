@@ -588,10 +588,6 @@
         <translation>Preparado</translation>
     </message>
     <message>
-        <source>Příkazy jen v povolených složkách</source>
-        <translation>Órdenes solo en carpetas permitidas</translation>
-    </message>
-    <message>
         <source>Přístupový token — volitelný</source>
         <translation>Token de acceso — opcional</translation>
     </message>
@@ -686,6 +682,10 @@
     <message>
         <source>Spojení přerušeno — %1</source>
         <translation>Conexión interrumpida — %1</translation>
+    </message>
+    <message>
+        <source>Spouští příkazy v povolených složkách a umí spustit jakýkoli kód</source>
+        <translation>Ejecuta órdenes en carpetas permitidas y puede ejecutar cualquier código</translation>
     </message>
     <message>
         <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>

@@ -588,10 +588,6 @@
         <translation>Prêt</translation>
     </message>
     <message>
-        <source>Příkazy jen v povolených složkách</source>
-        <translation>Commandes dans les dossiers autorisés seulement</translation>
-    </message>
-    <message>
         <source>Přístupový token — volitelný</source>
         <translation>Jeton d’accès — facultatif</translation>
     </message>
@@ -686,6 +682,10 @@
     <message>
         <source>Spojení přerušeno — %1</source>
         <translation>Connexion interrompue — %1</translation>
+    </message>
+    <message>
+        <source>Spouští příkazy v povolených složkách a umí spustit jakýkoli kód</source>
+        <translation>Exécute des commandes dans les dossiers autorisés et peut exécuter n’importe quel code</translation>
     </message>
     <message>
         <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>

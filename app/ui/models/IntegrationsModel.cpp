@@ -96,9 +96,10 @@ void IntegrationsModel::addMacTools() {
     slozky.priZmene([row = QPointer<IntegrationRow>(&files)] {
         if (row) row->refresh();
     });
-    add(macTools_, {.integration = Integration::terminal, .name = "Terminál", .detail = [] {
-                        return std::string("Příkazy jen v povolených složkách");
-                    }});
+    add(macTools_,
+        {.integration = Integration::terminal, .name = "Terminál", .detail = [] {
+             return std::string("Spouští příkazy v povolených složkách a umí spustit jakýkoli kód");
+         }});
 }
 
 void IntegrationsModel::addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status) {

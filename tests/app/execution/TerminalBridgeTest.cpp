@@ -11,8 +11,10 @@
 #include "tests/support/Await.h"
 
 #include <cerrno>
+#include <fstream>
 #include <functional>
 #include <map>
+#include <sstream>
 
 namespace morvex {
 namespace {
@@ -84,6 +86,29 @@ TEST_F(TerminalBridgeTest, AdmitsHelpersOfSearchProgramsThatTheListDoesNotName) 
     EXPECT_EQ(refusal("rg", {"--hostname-bin=./x", "x"}), "");
     EXPECT_EQ(refusal("find", {".", "-fprint", "a"}), "");
     EXPECT_EQ(refusal("git", {"diff", "--ext-diff"}), "");
+}
+
+TEST_F(TerminalBridgeTest, AdmitsTheEffectsThatTheDocumentTells) {
+    const std::vector<std::vector<std::string>> commands = {
+        {"find", ".", "-maxdepth", "0", "-fprintf", "../x", "text"},
+        {"git", "config", "--file=../x", "core.pager", "sh"},
+        {"git", "--config-env=core.fsmonitor=SHELL", "status"},
+        {"git", "remote", "add", "x", "ext::sh -c touch% x"},
+        {"file", "-C", "-m", "magic"},
+        {"wc", "--files0-from=/etc/passwd"},
+        {"npm", "exec", "--call", "touch x"},
+        {"npm", "pkg", "set", "scripts.test=x"},
+        {"npm", "version", "patch"},
+        {"rg", "--pre", "./x", "needle"},
+    };
+    std::ostringstream document;
+    document << std::ifstream(MORVEX_SOURCE_DIR "/docs/security.md").rdbuf();
+    for (const auto& command : commands) {
+        std::string line;
+        for (const auto& word : command) line += word.contains(' ') ? " '" + word + "'" : " " + word;
+        EXPECT_EQ(refusal(command.front(), {command.begin() + 1, command.end()}), "") << line;
+        EXPECT_TRUE(document.str().contains("| `" + line.substr(1) + "` |")) << line;
+    }
 }
 
 TEST_F(TerminalBridgeTest, DoesNotExamineDotsInARelativePathOnPurpose) {

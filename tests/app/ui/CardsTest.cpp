@@ -71,6 +71,15 @@ TEST_F(CardsTest, EachSwitchOfAFamilyIsTheOneOfTheSettings) {
     }
 }
 
+TEST_F(CardsTest, TheRowOfTheTerminalSaysThatItRunsAnyCode) {
+    startSecured();
+    openUi();
+    EXPECT_TRUE(reads("Spouští příkazy v povolených složkách a umí spustit jakýkoli kód"));
+    phone.send({MacPayload::Preferences{{"en", {}, {}}}}, "p");
+    settle();
+    EXPECT_TRUE(reads("Runs commands in allowed folders and can run any code"));
+}
+
 TEST_F(CardsTest, AnAgentWithAProblemCanBeLookedForAgain) {
     start();
     openUi();
