@@ -73,13 +73,6 @@ TEST(ClaudeCodeAdapter, ResumesASessionBeforeTheRights) {
                             "Read,Grep,Glob,LS,NotebookRead,NotebookEdit,Edit,Write,WebSearch,WebFetch"));
 }
 
-TEST(ClaudeCodeAdapter, AnInstructionThatBeginsLikeAnOptionIsNone) {
-    for (const std::string instruction : {"- first\n- second", "--help", "-"})
-        EXPECT_EQ(claude.argumenty(instruction, "/work", {}).at(1), " " + instruction);
-    for (const std::string instruction : {" - first", "–help", "1 - 2", ""})
-        EXPECT_EQ(claude.argumenty(instruction, "/work", {}).at(1), instruction);
-}
-
 TEST(ClaudeCodeAdapter, ALineThatIsNoObjectSaysNothing) {
     check({{"", {}},
            {"error", {}},

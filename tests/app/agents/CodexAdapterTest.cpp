@@ -69,15 +69,6 @@ TEST(CodexAdapter, ResumesASessionJustBeforeTheInstruction) {
                             "workspace-write", "resume", "t1", "Dál."));
 }
 
-TEST(CodexAdapter, AnInstructionThatBeginsLikeAnOptionIsNone) {
-    for (const std::string instruction : {"- first\n- second", "--help", "-"}) {
-        EXPECT_EQ(codex.argumenty(instruction, "/work", {}).back(), " " + instruction);
-        EXPECT_EQ(codex.argumenty(instruction, "/work", "t1").back(), " " + instruction);
-    }
-    for (const std::string instruction : {" - first", "–help", "1 - 2", ""})
-        EXPECT_EQ(codex.argumenty(instruction, "/work", {}).back(), instruction);
-}
-
 TEST(CodexAdapter, ALineThatIsNoObjectSaysNothing) {
     check({{"", {}},
            {"Reading prompt from stdin...", {}},
