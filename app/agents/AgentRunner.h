@@ -77,6 +77,9 @@ class AgentRunner {
     /// Asks the running agent to end; false when none runs.
     bool zrus();
 
+    /// Whether an agent was started whose end is not there yet. It may have exited, with output to be read.
+    [[nodiscard]] bool jeSpusteny() const { return proces_ != nullptr; }
+
     /// The running task, or null. Not to be kept over an await.
     [[nodiscard]] const Bezici* bezici() const;
 

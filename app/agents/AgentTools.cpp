@@ -55,11 +55,10 @@ void AgentTools::addTo(ToolTable& table, const Offer& offer) {
 }
 
 bool AgentTools::zastavit(const Uuid& workItemID) {
-    const auto* bezici = agenti_.bezici();
-    if (bezici && bezici->workItemID == workItemID && agenti_.zrus()) return true;
     if (!agentniUloha_ || agentniUloha_->workItemID != workItemID || agentniUloha_->jeKonec) return false;
+    if (agenti_.zrus()) return true;
     agentniUloha_->zastaveni.request_stop();
-    return true;
+    return !agenti_.jeSpusteny();
 }
 
 std::optional<Uuid> AgentTools::uloha() const {
@@ -147,7 +146,8 @@ Task<void> AgentTools::oznamUkol(Uuid workItemID) {
 }
 
 Task<ToolOutcome> AgentTools::zrus(ToolCall) {
-    const bool isStopped = agenti_.zrus();
+    const auto workItemID = uloha();
+    const bool isStopped = workItemID && zastavit(*workItemID);
     co_return ToolOutcome::done(
         {{"cancelled", isStopped}, {"message", isStopped ? "Zastaveno." : "Nic neběželo."}});
 }

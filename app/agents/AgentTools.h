@@ -44,9 +44,9 @@ class AgentTools {
 
     void addTo(ToolTable& table, const Offer& offer);
 
-    /// For the person at the computer: asks the agent to end if it works on this work item now. While the
-    /// task is still being prepared the wish is kept, and it ends before its agent starts. False when it is
-    /// no task on its way, or one that has ended already.
+    /// Asks the agent to end if it works on this work item now. While the task is still being prepared the
+    /// wish is kept, and it ends before its agent starts. False when it is no task on its way, or one whose
+    /// agent has ended already.
     bool zastavit(const Uuid& workItemID);
 
     /// The work item of the task on its way, from the acceptance to its end as the phone was told of it.

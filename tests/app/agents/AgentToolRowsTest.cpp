@@ -121,14 +121,40 @@ TEST_F(AgentToolRowsTest, AStopDuringThePreparationIsKeptAndNoAgentStarts) {
     EXPECT_FALSE(tools.zastavit(ukol().workItemID));
 }
 
-TEST_F(AgentToolRowsTest, QuirkACancelOfThePhoneFindsNothingDuringThePreparation) {
-    holdDetection();
+TEST_F(AgentToolRowsTest, ACancelOfThePhoneDuringThePreparationStopsTheTaskAndSaysSo) {
+    for (const char* cancel : {"mac.codex.cancel", "mac.claude.cancel"}) {
+        holdDetection();
+        acceptRun();
+        const auto launched = launches();
+        EXPECT_EQ(call(cancel, {}).result,
+                  (boost::json::object{{"cancelled", true}, {"message", "Zastaveno."}}));
+        EXPECT_EQ(child().signals, std::vector{ChildSignal::terminate}) << "the detection ends too";
+        finish(15);
+        EXPECT_EQ(launches(), launched);
+        EXPECT_EQ(ukol().stav, UkolAgenta::Stav::preruseno);
+        EXPECT_EQ(call(cancel, {}).result,
+                  (boost::json::object{{"cancelled", false}, {"message", "Nic neběželo."}}));
+    }
+}
+
+TEST_F(AgentToolRowsTest, ACancelBeforeTheAgentIsLookedForLetsNothingStart) {
+    reports.isHeld = true;
     acceptRun();
-    EXPECT_EQ(call("mac.codex.cancel", {}).result,
-              (boost::json::object{{"cancelled", false}, {"message", "Nic neběželo."}}));
-    finish();
-    EXPECT_TRUE(runner.bezici());
-    finish();
+    EXPECT_EQ(call("mac.codex.cancel", {}).result.at("message"), "Zastaveno.");
+    reports.release();
+    executor.runUntilIdle();
+    for (const auto& one : programs.programs) EXPECT_FALSE(one.binary.ends_with("/codex"));
+    EXPECT_EQ(ukol().stav, UkolAgenta::Stav::preruseno);
+}
+
+TEST_F(AgentToolRowsTest, ACancelAfterTheAgentHasExitedChangesNothingAndSaysSo) {
+    acceptRun();
+    child().listener->exited(0);
+    EXPECT_EQ(call("mac.codex.cancel", {}).result.at("message"), "Nic neběželo.");
+    EXPECT_FALSE(tools.zastavit(ukol().workItemID));
+    child().listener->ended();
+    executor.runUntilIdle();
+    EXPECT_EQ(ukol().stav, UkolAgenta::Stav::hotovo);
 }
 
 TEST_F(AgentToolRowsTest, AStopAfterTheRecordedEndStopsNothing) {

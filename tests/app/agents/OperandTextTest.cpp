@@ -15,7 +15,7 @@ const Words subcommands{"help",  "review", "resume", "fork",      "exec",       
                         "login", "logout", "update", "upgrade",   "doctor",      "auth",       "agents",
                         "apply", "plugin", "cloud",  "debug",     "setup-token", "auto-mode",  "ultrareview",
                         "queue", "x",      "7",      "features2", "mcp_server",  "completion", "install"};
-const Words options{"--help", "-", "-h", "- first\n- second", "--dangerously-skip-permissions"};
+const Words options{"--help", "-", "-h", "- first\n- second", "--config=a b"};
 const Words sentences{"Oprav testy", "help me", "help\n", " help",  "Pokračuj", "oprav!", "Help",
                       "/review",     "–help",   "1 - 2",  " - bod", "žluť",     ""};
 
