@@ -79,6 +79,7 @@ Task<ToolOutcome> AgentTools::spust(std::string_view nastroj, ToolCall call) {
     auto ukol = historie_.zaloz(
         {workItemID, uuid(arguments, "conversation_id"), tool, arguments.text("title"), instrukce, *slozka});
     agentniUloha_.emplace(ukol.workItemID);
+    agentniUloha_->priOpusteni.emplace(call.opusteni, [this] { opust(); });
     // A task that was accepted is known after the next start.
     co_await historie_.ulozeno();
     // A task of the scope begins in a later job of this thread: the reply goes out before all it sends.
@@ -150,6 +151,12 @@ Task<ToolOutcome> AgentTools::zrus(ToolCall) {
     const bool isStopped = workItemID && zastavit(*workItemID);
     co_return ToolOutcome::done(
         {{"cancelled", isStopped}, {"message", isStopped ? "Zastaveno." : "Nic neběželo."}});
+}
+
+void AgentTools::opust() {
+    // A session that turns out to be gone is not begun anew either.
+    agentniUloha_->zastaveni.request_stop();
+    agenti_.zrus();
 }
 
 Task<ToolOutcome> AgentTools::prejmenuj(ToolCall call) {

@@ -55,6 +55,7 @@ class AgentTools {
   private:
     Task<ToolOutcome> spust(std::string_view nastroj, ToolCall call);
     Task<ToolOutcome> zrus(ToolCall call);
+    void opust();
     Task<ToolOutcome> prejmenuj(ToolCall call);
     [[nodiscard]] ToolOutcome bezSlozky() const;
     [[nodiscard]] std::optional<std::string> relace(const std::optional<Uuid>& workItemID,
@@ -69,6 +70,8 @@ class AgentTools {
         Uuid workItemID;
         std::stop_source zastaveni = {};
         bool jeKonec = false; ///< recorded; the phone is still being told
+        /// For the call that began it.
+        std::optional<std::stop_callback<std::function<void()>>> priOpusteni = {};
     };
 
     AgentRunner& agenti_;

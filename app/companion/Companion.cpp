@@ -61,7 +61,7 @@ Companion::Companion(CompanionServices services)
                  [this] { return poslatStav(); }}),
       parovani_({services_.main, services_.vaultThread, services_.link.relay, services_.http,
                  services_.uloziste, scope_},
-                state_, {[this] { pripojit(); }, [this] { odpojit(); }}) {
+                state_, {[this] { pripojit(); }, [this] { odpojit(); }, [this] { opustitTelefon(); }}) {
     state_.relayAdresa = services_.defaults.text(relayAddressKey).value_or(defaultRelayAddress);
     state_.potizNastaveni = services_.defaults.problem();
     services_.defaults.onProblem = [this] { state_.potizNastaveni = services_.defaults.problem(); };
@@ -187,14 +187,24 @@ Task<void> Companion::zpracovat(SecureLink::Stav udalost) {
     state_.dostupnost = udalost.stav;
     if (auto* preruseno = udalost.stav.as<MacAvailability::Preruseno>()) state_.potiz = preruseno->duvod;
     if (!udalost.stav.jePouzitelny()) schvalovani_.vyresit(false);
-    if (udalost.stav.as<MacAvailability::NeplatneParovani>()) {
-        auto neplatny = state_.protejsek.value();
-        if (!neplatny) co_return;
-        auto* uloziste = &services_.uloziste;
-        (void)co_await runOn(services_.vaultThread,
-                             [uloziste, &neplatny] { return smazatPar(*uloziste, *neplatny); });
-        if (state_.protejsek.value() == neplatny) state_.protejsek = std::nullopt;
-    }
+    if (udalost.stav.as<MacAvailability::NeplatneParovani>()) co_await zapomenoutNeplatny();
+}
+
+Task<void> Companion::zapomenoutNeplatny() {
+    auto neplatny = state_.protejsek.value();
+    if (!neplatny) co_return;
+    opustitTelefon();
+    // Where the vault refuses, the next start finds the peer and hears of its end again.
+    auto* uloziste = &services_.uloziste;
+    (void)co_await runOn(services_.vaultThread,
+                         [uloziste, &neplatny] { return smazatPar(*uloziste, *neplatny); });
+}
+
+void Companion::opustitTelefon() {
+    state_.protejsek = std::nullopt;
+    odpojit();
+    schvalovani_.vyresit(false);
+    dorucene_.opustit();
 }
 
 Task<void> Companion::zpracovat(SecureLink::Zprava udalost) {

@@ -105,6 +105,9 @@ class Companion {
     Task<bool> nactiIdentitu();
     Task<bool> nactiProtejsek();
     void neplatne(const Error& error);
+    /// The phone is not paired any more: it is forgotten, and what it has begun ends.
+    void opustitTelefon();
+    Task<void> zapomenoutNeplatny();
     Task<void> zpracovat(SecureLink::Udalost udalost);
     Task<void> zpracovat(SecureLink::Stav udalost);
     Task<void> zpracovat(SecureLink::Zprava udalost);

@@ -109,6 +109,8 @@ Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
     }
     if (!saved) co_return selhat("Párování se nepodařilo uložit: " + saved.error().popis());
     ++generation_;
+    if (const auto& before = state_.protejsek.value(); before && before->deviceID != peer.deviceID)
+        link_.opustit();
     state_.protejsek = peer;
     rozdelany_.reset();
     state_.parovani = StavParovani{};
@@ -133,24 +135,20 @@ void PairingFlow::zrusitParovani() {
 }
 
 void PairingFlow::odvolat() {
-    const auto& protejsek = state_.protejsek.value();
-    if (!identita_ || !protejsek) return;
-    if (auto address = RelayAddress::parse(protejsek->relayURL))
-        services_.scope.spawn(zapomenout(*std::move(address), *protejsek));
+    const auto protejsek = state_.protejsek.value();
+    auto address = protejsek ? RelayAddress::parse(protejsek->relayURL) : std::nullopt;
+    if (!identita_ || !address) return;
+    link_.opustit();
+    state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
+    services_.scope.spawn(zapomenout(*std::move(address), *protejsek));
 }
 
 Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
-    // Both may fail: the phone is forgotten here all the same.
-    (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita_);
+    // Both may fail. Another phone may be paired while they take their time.
     auto* uloziste = &services_.uloziste;
     (void)co_await runOn(services_.vaultThread,
                          [uloziste, &protejsek] { return smazatPar(*uloziste, protejsek); });
-    // Another phone may have been paired while the relay took its time. That the link has forgotten this one
-    // already, since the relay told it of the end, changes nothing.
-    if (const auto& nynejsi = state_.protejsek.value(); nynejsi && *nynejsi != protejsek) co_return;
-    state_.protejsek = std::nullopt;
-    link_.odpojit();
-    state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
+    (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita_);
 }
 
 void PairingFlow::ukoncit() {

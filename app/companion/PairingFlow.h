@@ -33,6 +33,8 @@ class PairingFlow {
     struct Link {
         std::function<void()> pripojit;
         std::function<void()> odpojit;
+        /// The phone is forgotten, and what it has begun ends.
+        std::function<void()> opustit;
     };
 
     PairingFlow(Services services, CompanionState& state, Link link);
@@ -47,7 +49,7 @@ class PairingFlow {
     void odmitnoutCislo();
     /// "Zrušit"
     void zrusitParovani();
-    /// "Odpojit telefon": revokes the pair at the relay and forgets the phone, whatever the relay says.
+    /// "Odpojit telefon": forgets the phone at once, and revokes the pair at the relay, whatever that says.
     void odvolat();
 
     /// For the end of the program: no answer that is still on its way changes anything any more.

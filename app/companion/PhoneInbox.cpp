@@ -48,8 +48,8 @@ Task<void> PhoneInbox::handle(MacPayload::ToolCall call, std::string requestID) 
     // What the phone told before a call is kept, and acknowledged, before the call is carried out.
     co_await services_.poznamky.vyrizeno();
     if (services_.spojeni.soucasne() != link) co_return;
-    auto outcome =
-        co_await services_.nastroje.provestNastroj({std::move(call.name), std::move(arguments), requestID});
+    auto outcome = co_await services_.nastroje.provestNastroj(
+        {std::move(call.name), std::move(arguments), requestID, prace_.get_token()});
     co_await poslatVysledek(std::move(link), std::move(outcome), std::move(requestID));
 }
 
@@ -64,18 +64,21 @@ Task<void> PhoneInbox::handle(MacPayload::WorkItemAck potvrzeni, std::string) {
 }
 
 Task<void> PhoneInbox::handle(MacPayload::OpenAICredential credential, std::string) {
-    const auto turn = co_await settings_.take();
+    const auto turn = co_await naRade();
+    if (!turn) co_return;
     co_await services_.hlas.setAPIKey(std::move(credential.value));
     co_await services_.poslatStav();
 }
 
 Task<void> PhoneInbox::handle(MacPayload::Preferences sent, std::string) {
-    const auto turn = co_await settings_.take();
+    const auto turn = co_await naRade();
+    if (!turn) co_return;
     co_await services_.hlas.applyPreferences(std::move(sent.preferences));
 }
 
 Task<void> PhoneInbox::handle(MacPayload::CustomApps list, std::string) {
-    const auto turn = co_await settings_.take();
+    const auto turn = co_await naRade();
+    if (!turn) co_return;
     co_await services_.customApps.replacePhoneApps(std::move(list.apps));
     co_await services_.poslatStav();
 }
@@ -90,6 +93,13 @@ Task<void> PhoneInbox::handle(MacPayload::SummaryUpdate update, std::string) {
 
 Task<void> PhoneInbox::ignore() {
     co_return;
+}
+
+Task<PhoneInbox::SettingsTurn> PhoneInbox::naRade() {
+    const auto opusteni = prace_.get_token();
+    auto turn = co_await settings_.take();
+    if (opusteni.stop_requested()) co_return std::nullopt;
+    co_return SettingsTurn(std::move(turn));
 }
 
 Task<void> PhoneInbox::poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome,

@@ -12,6 +12,8 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
+#include <stop_token>
 #include <string>
 #include <utility>
 
@@ -37,7 +39,13 @@ class PhoneInbox {
 
     Task<void> zpracovatZpravu(MacPayload payload, std::string requestID);
 
+    /// The phone is not paired any more: programs that its calls have started end, and settings of it that
+    /// wait for their turn are not taken. What comes afterwards is of a phone that was paired anew.
+    void opustit() { std::exchange(prace_, {}).request_stop(); }
+
   private:
+    using SettingsTurn = std::optional<Turns::Turn>;
+
     Task<void> handle(MacPayload::ToolCall call, std::string requestID);
     Task<void> handle(MacPayload::ApprovalDecision decision, std::string requestID);
     Task<void> handle(MacPayload::WorkItemAck potvrzeni, std::string requestID);
@@ -48,11 +56,14 @@ class PhoneInbox {
     Task<void> handle(MacPayload::NoteUpdate update, std::string requestID);
     Task<void> handle(MacPayload::SummaryUpdate update, std::string requestID);
     Task<void> ignore();
+    /// Nothing when the phone has been abandoned meanwhile.
+    Task<SettingsTurn> naRade();
     /// A lost reply stays lost: the work is done and stands.
     Task<void> poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome, std::string requestID);
 
     Services services_;
-    Turns settings_; ///< the vault is slow, and what was sent later is to count
+    std::stop_source prace_; ///< of the phone that is paired
+    Turns settings_;         ///< the vault is slow, and what was sent later is to count
 };
 
 } // namespace morvex

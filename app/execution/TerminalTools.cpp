@@ -16,9 +16,13 @@ Task<ToolOutcome> TerminalTools::run(ToolCall call) {
     Arguments arguments(call.arguments);
     auto program = arguments.requiredText("program");
     if (program.empty()) co_return ToolOutcome::refused("Chybí program.");
+    std::stop_source konec;
+    auto ukonci = [&konec] { konec.request_stop(); };
+    std::stop_callback atTheEnd(stop_, ukonci);
+    std::stop_callback whenAbandoned(call.opusteni, ukonci);
     auto ended = co_await terminal_.spustitPrikaz(
         std::move(program), arguments.texts("args").value_or(std::vector<std::string>{}),
-        arguments.text("folder"), [this] { return slozky_.snimek(); }, stop_);
+        arguments.text("folder"), [this] { return slozky_.snimek(); }, konec.get_token());
     if (!ended) co_return ToolOutcome::refused(ended.error());
     co_return ToolOutcome{
         ended->status == 0,

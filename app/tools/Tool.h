@@ -7,6 +7,7 @@
 #include <boost/json/object.hpp>
 
 #include <functional>
+#include <stop_token>
 #include <string>
 
 namespace morvex {
@@ -16,6 +17,9 @@ struct ToolCall {
     std::string name;
     boost::json::object arguments;
     std::string requestID; ///< under which progress is told
+    /// Requested when nobody stands behind the call any more: its phone is not paired now. Programs that it
+    /// has started end then, whether the call was answered or not.
+    std::stop_token opusteni = {};
 };
 
 /// What a tool answers: a JSON object, and whether it did its work.

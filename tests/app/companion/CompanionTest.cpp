@@ -104,19 +104,38 @@ TEST_F(CompanionTest, AnErrorOfTheLinkIsShownAndTheLinkStays) {
 }
 
 TEST_F(CompanionTest, ARevokedPairDeletesThePeerEvenWhenNobodyPairs) {
-    auto socket = startSecured();
-    store.failDelete = TextError{"Trezor odmítl."};
+    startSecured();
+    ASSERT_EQ(companion->stav().parovani.value(), StavParovani{}) << "the view of the pairing is closed";
     phone.deliver({RelayMessage::Failure{RelayFailure::revoked, "Pryč."}});
     executor.runUntilIdle();
     EXPECT_EQ(availability(), "Párování neplatí — Zařízení bylo odvoláno.");
     EXPECT_FALSE(companion->stav().protejsek.value());
-    EXPECT_TRUE(store.held.nactiProtejsek().value()) << "that the vault refused is ignored";
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    end();
+    start();
+    EXPECT_EQ(availability(), "Nespárováno");
+}
+
+TEST_F(CompanionTest, ARefusedRemovalOfARevokedPeerIsTriedAgainAtTheNextRevocation) {
+    startSecured();
+    store.failDelete = TextError{"Trezor odmítl."};
+    phone.deliver({RelayMessage::Failure{RelayFailure::revoked, "Pryč."}});
+    executor.runUntilIdle();
+    EXPECT_FALSE(companion->stav().protejsek.value());
+    EXPECT_TRUE(store.held.nactiProtejsek().value()) << "the vault refused";
 
     store.failDelete.reset();
     end();
+    auto socket = sockets.layOut();
     start();
-    sockets.layOut();
     EXPECT_TRUE(companion->stav().protejsek.value());
+    phone.attach(socket, *mac);
+    phone.deliver({RelayMessage::Challenge{toBytes("nonce"), ProtocolVersion::current}});
+    phone.deliver({RelayMessage::Failure{RelayFailure::revoked, "Pryč."}});
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Párování neplatí — Zařízení bylo odvoláno.");
+    EXPECT_FALSE(companion->stav().protejsek.value());
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
 }
 
 TEST_F(CompanionTest, SleepTakesTheLinkDownAndWakeBuildsItAnew) {

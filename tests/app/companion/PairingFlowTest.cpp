@@ -267,6 +267,33 @@ TEST_F(PairingFlowTest, APhonePairedDuringARevocationStays) {
     EXPECT_EQ(companion->stav().protejsek.value(), another);
 }
 
+TEST_F(PairingFlowTest, AnotherPhoneEndsWhatTheOneBeforeHasBegunAndTheSamePhoneDoesNot) {
+    programs.answer = [](const OutsideProgram& program) -> std::optional<ScriptedPrograms::Answer> {
+        if (program.binary.ends_with("/ls")) return std::nullopt;
+        return ScriptedPrograms::Answer{.status = 127};
+    };
+    const DeviceIdentity another = DeviceIdentity::generate();
+    for (const auto* next : {&phone.identity, &another}) {
+        startSecured();
+        allowFolder("Projekty");
+        phone.call("mac.terminal.run", R"({"program":"ls"})", "old");
+        executor.runUntilIdle();
+        auto& running = *programs.children.back();
+        beginPairing();
+        sendHello(Parovani::makeHello(*next, phone.pair));
+        EXPECT_TRUE(running.signals.empty()) << "nobody has agreed yet";
+        sockets.layOut();
+        flow().potvrditCislo(state().as<StavParovani::OverCislo>()->cislo);
+        executor.runUntilIdle();
+        EXPECT_EQ(running.signals.empty(), next == &phone.identity);
+        EXPECT_EQ(companion->stav().protejsek.value()->deviceID, next->deviceID());
+        running.listener->exited(0);
+        running.listener->ended();
+        phone.pair = {"PAIR"};
+        end();
+    }
+}
+
 TEST_F(PairingFlowTest, APeerThatCannotBeKeptIsToldAndNotUsed) {
     start();
     beginPairing();
