@@ -120,7 +120,10 @@ Task<Result<void>> MacCustomAppsService::save(std::optional<std::string> storedI
         else if (auto* app = find(apps, id)) // it may have been removed while the keychain worked
             *app = {id, name, endpoint, app->isEnabled(), StoredApp::fromMac};
     });
-    if (!saved && isNew) co_await keychain_.remove(tokenAccount(id));
+    if (saved || !isNew) co_return saved;
+    // An app that stands on the disk in spite of the failure keeps its token.
+    co_await defaults_.ulozeno();
+    if (!defaults_.problem()) co_await keychain_.remove(tokenAccount(id));
     co_return saved;
 }
 

@@ -161,7 +161,7 @@ void JsonDefaults::save() {
 
 SaveQueue::Save JsonDefaults::zacniUkladat() {
     forgetRetry();
-    unsavedUnderWay_ = std::exchange(unsaved_, false);
+    unsaved_ = false;
     proposalsUnderWay_ = std::exchange(proposals_, {});
     std::erase_if(proposalsUnderWay_, [](const auto& proposal) { return proposal->isOver; });
     auto text = json::serialize(withProposals());
@@ -182,17 +182,12 @@ json::object JsonDefaults::withProposals() const {
 }
 
 void JsonDefaults::dokonciUkladani(const Result<void>& result) {
-    if (result)
-        values_ = withProposals();
-    else
-        unsaved_ = unsaved_ || unsavedUnderWay_;
+    if (result) values_ = withProposals();
     proposalsUnderWay_.clear();
-    std::optional<std::string> problem;
-    // Who made a proposal is told by itself.
-    if (!result && unsaved_) {
-        problem = neulozenoKvuli(result.error());
-        if (!isEnding_) waitForRetry();
-    }
+    // What failed may stand on the disk all the same, a proposal that does not count too.
+    if (!result) unsaved_ = true;
+    if (!result && !isEnding_) waitForRetry();
+    auto problem = result ? std::nullopt : std::optional(neulozenoKvuli(result.error()));
     if (std::exchange(saveProblem_, problem) != problem && onProblem) onProblem();
 }
 
@@ -209,11 +204,16 @@ void JsonDefaults::forgetRetry() {
     if (retry_ != 0) saving_.clock.forget(std::exchange(retry_, 0));
 }
 
+Task<void> JsonDefaults::ulozeno() {
+    save();
+    co_await saves_.settled();
+}
+
 Task<void> JsonDefaults::ukoncit() {
     forgetRetry();
     save();
     isEnding_ = true;
-    co_await ulozeno();
+    co_await saves_.settled();
 }
 
 } // namespace morvex

@@ -41,7 +41,8 @@ class JsonDefaults : public UserDefaults {
     void remove(const std::string& key) override;
     Task<Result<void>> setOnceSaved(DefaultsValues values) override;
 
-    Task<void> ulozeno() override { return saves_.settled(); }
+    /// What could not be saved is tried once more.
+    Task<void> ulozeno() override;
 
     [[nodiscard]] std::optional<std::string> problem() const override;
 
@@ -74,7 +75,6 @@ class JsonDefaults : public UserDefaults {
     boost::json::object values_;
     bool writable_ = true;
     bool unsaved_ = false;
-    bool unsavedUnderWay_ = false; ///< the save that is under way has changes that count already
     Proposals proposals_;
     Proposals proposalsUnderWay_;
     std::optional<std::string> loadProblem_;

@@ -76,7 +76,10 @@ TEST_F(SlowCustomAppsTest, ANewAppThatCannotBeSavedLeavesNothingBehind) {
     breakSaves();
     start(service.save({}, "a", "https://a", "tajné"));
     write();
+    mendSaves();
+    write();
     EXPECT_TRUE(service.apps().empty());
+    EXPECT_EQ(keptMetadata(), "");
     EXPECT_TRUE(vault.items.empty());
     EXPECT_EQ(ends, std::vector<std::string>{"refused"});
     EXPECT_EQ(told, 0);
