@@ -28,7 +28,7 @@ Words handedOver(const std::string& instruction) {
             auto usual = adapter->argumenty("Oprav to.", "/work", session);
             const auto place = std::ranges::distance(usual.begin(), std::ranges::find(usual, "Oprav to."));
             auto line = adapter->argumenty(instruction, "/work", session);
-            if (line.size() != usual.size()) {
+            if (line.size() != usual.size() || place == std::ssize(usual)) {
                 ADD_FAILURE() << id << " has another command line for " << instruction;
                 continue;
             }
