@@ -94,7 +94,7 @@ TEST_F(TerminalBridgeTest, AdmitsTheEffectsThatTheDocumentTells) {
         {"git", "config", "--file=../x", "core.pager", "sh"},
         {"git", "--config-env=core.fsmonitor=SHELL", "status"},
         {"git", "remote", "add", "x", "ext::sh -c touch% x"},
-        {"file", "-C", "-m", "magic"},
+        {"file", "-C", "--magic-file", "magic"},
         {"wc", "--files0-from=/etc/passwd"},
         {"npm", "exec", "--call", "touch x"},
         {"npm", "pkg", "set", "scripts.test=x"},
