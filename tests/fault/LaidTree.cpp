@@ -28,6 +28,7 @@ Answer answerOf(const Error& error) {
                                  [](const Chyba::NeniSoubor&) { return Answer::notAFile; },
                                  [](const Chyba::PrilisVelky&) { return Answer::tooLarge; },
                                  [](const Chyba::UzExistuje&) { return Answer::exists; },
+                                 [](const Chyba::SpustilByProgram&) { return Answer::obeyed; },
                                  [](const Chyba::PrilisMnohoZapsano&) { return Answer::failed; },
                                  [](const Chyba::Selhalo&) { return Answer::failed; }},
                       chyba->pripad);
@@ -52,7 +53,7 @@ std::string described(const fs::directory_entry& entry, const FileTree& tree, co
 
 void PrintTo(Answer answer, std::ostream* out) {
     constexpr std::string_view names[] = {"done",     "forbidden", "outside", "notAFile",
-                                          "tooLarge", "exists",    "failed"};
+                                          "tooLarge", "exists",    "obeyed",  "failed"};
     *out << names[static_cast<std::size_t>(answer)];
 }
 

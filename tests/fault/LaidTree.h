@@ -14,7 +14,7 @@
 namespace morvex {
 
 /// What a file tool said.
-enum class Answer { done, forbidden, outside, notAFile, tooLarge, exists, failed };
+enum class Answer { done, forbidden, outside, notAFile, tooLarge, exists, obeyed, failed };
 
 /// How a test's failure shows it.
 void PrintTo(Answer answer, std::ostream* out);
