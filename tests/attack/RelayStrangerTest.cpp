@@ -288,11 +288,11 @@ TEST_F(RelayStranger, UnfinishedFramesOfOneAddressEndNoLongerOneOfAnother) {
     small.heldInAll = 24 * mebibyte;
     small.closing = RelayLimits::Time{50};
     const auto count = cases(40, 100);
-    auto pairs = namedPairs(count, "OWN");
-    pairs.push_back(known[0]);
+    const auto pairs = namedPairs(count + 1, "OWN");
+    const auto& other = pairs.back();
     RunningRelay relay{small, storeOf(pairs, longAgo)};
     StrangerSocket honest{relay.port(), honestAddress};
-    honest.logIn(known[0], known[0].mac);
+    honest.logIn(other, other.mac);
     honest.sayUnfinished(std::string(3 * mebibyte, ' '));
     std::deque<StrangerSocket> sockets;
     for (std::size_t index = 0; index < count; ++index) {
@@ -302,7 +302,7 @@ TEST_F(RelayStranger, UnfinishedFramesOfOneAddressEndNoLongerOneOfAnother) {
     }
     EXPECT_TRUE(sockets[0].isCutOff()) << "the one of its address that holds the most";
     DeviceSocket phone{relay.port(), false, "/v1/ws?v=1.4", honestAddress};
-    phone.logIn(known[0], known[0].phone, true);
+    phone.logIn(other, other.phone, true);
     tell("Unfinished frames of 1 MiB from one address, 24 MiB allowed", count,
          "an unfinished frame of 3 MiB from another one stayed");
 }
