@@ -145,10 +145,10 @@ void PairingFlow::odvolat() {
 
 Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
     // Both may fail. Another phone may be paired while they take their time.
+    (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita_);
     auto* uloziste = &services_.uloziste;
     (void)co_await runOn(services_.vaultThread,
                          [uloziste, &protejsek] { return smazatPar(*uloziste, protejsek); });
-    (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita_);
 }
 
 void PairingFlow::ukoncit() {
