@@ -63,6 +63,7 @@ TEST(LogQueue, HasItsOwnLengthOfLinesAndWordsOfWhatIsLost) {
     LogQueue queue{pipe.in(), {.longest = 200'000, .lost = " řádků chybí"}};
     const std::string longest(200'000, 'x');
     for (int i = 0; i < 30; ++i) queue.write(longest);
+    queue.write("last");
     std::size_t whole = 0;
     std::string line;
     for (line = pipe.line(); line == longest; line = pipe.line()) ++whole;
