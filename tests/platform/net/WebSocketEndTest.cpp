@@ -1,5 +1,7 @@
 #include "tests/platform/net/WebSocketTest.h"
 
+#include <future>
+
 namespace morvex {
 namespace {
 
@@ -7,13 +9,16 @@ namespace {
 class WebSocketEnd : public WebSocketTest {};
 
 TEST_F(WebSocketEnd, IsToldWhileWhatArrivedBeforeItStillWaits) {
-    TestServer server([](TestServer::Socket& socket) {
+    std::promise<void> mayEnd;
+    TestServer server([&mayEnd](TestServer::Socket& socket) {
         auto peer = accept(socket);
         write(peer, "last words");
+        mayEnd.get_future().wait();
         peer.close({});
     });
     auto socket = connect(server);
     EXPECT_FALSE(socket->ended().stop_requested());
+    mayEnd.set_value();
     while (await(executor_, socket->ping())) continue;
     EXPECT_TRUE(socket->ended().stop_requested());
     EXPECT_EQ(await(executor_, socket->receive()).value().data, "last words");
