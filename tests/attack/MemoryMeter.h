@@ -45,9 +45,8 @@ class MemoryMeter {
     std::optional<std::size_t> before_;
 };
 
-/// Expects of an attack that it costs little memory. How much it was, for the line that is told.
-inline std::string expectLittleMemory(const MemoryMeter& memory) {
-    constexpr double mostGrowth = 32;
+/// Expects of an attack that it costs little memory, in MiB. How much it was, for the line that is told.
+inline std::string expectLittleMemory(const MemoryMeter& memory, double mostGrowth = 32) {
     const auto growth = memory.peakGrowthInMebibytes();
     if (!growth) return "memory not measured";
     EXPECT_LT(*growth, mostGrowth) << "MiB";

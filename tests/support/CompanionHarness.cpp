@@ -35,14 +35,14 @@ std::shared_ptr<ScriptedSocket> CompanionHarness::startSecured() {
     return socket;
 }
 
-std::shared_ptr<ScriptedSocket> CompanionHarness::connectAgain() {
+std::shared_ptr<ScriptedSocket> CompanionHarness::connectAgain(ScriptedPhone& device) {
     auto socket = sockets.layOut();
     companion->pripojit();
     executor.runUntilIdle();
-    phone.attach(socket, *mac);
-    phone.logIn();
+    device.attach(socket, *mac);
+    device.logIn();
     executor.runUntilIdle();
-    phone.exchangeHellos();
+    device.exchangeHellos();
     return socket;
 }
 

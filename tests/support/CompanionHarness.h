@@ -45,8 +45,11 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
     std::shared_ptr<ScriptedSocket> startWithSession();
     /// The same, and everything taken that was sent until then.
     std::shared_ptr<ScriptedSocket> startSecured();
+
     /// A session on a new connection, as after a loss; what it leads to is not run yet.
-    std::shared_ptr<ScriptedSocket> connectAgain();
+    std::shared_ptr<ScriptedSocket> connectAgain() { return connectAgain(phone); }
+
+    std::shared_ptr<ScriptedSocket> connectAgain(ScriptedPhone& device);
     /// A login while the phone is away, and the session when it comes; what that leads to is not run yet.
     void logInBeforeThePhone();
     void end();

@@ -67,13 +67,7 @@ class UnpairingTest : public AgentHarness, public testing::WithParamInterface<Wa
         const auto peer = newcomer.asPeer();
         (void)store.held.ulozProtejsek(peer);
         companion->stav().protejsek = peer;
-        auto socket = sockets.layOut();
-        companion->pripojit();
-        executor.runUntilIdle();
-        newcomer.attach(socket, *mac);
-        newcomer.logIn();
-        executor.runUntilIdle();
-        newcomer.exchangeHellos();
+        (void)connectAgain(newcomer);
         executor.runUntilIdle();
     }
 
