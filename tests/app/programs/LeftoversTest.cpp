@@ -83,9 +83,10 @@ TEST_F(RealProgramsTest, ACancelOvertakesAProgramThatStartsSessionsWithoutEnd) {
 TEST_F(RealProgramsTest, ACancelEndsAGroupOfItsOwnWhoseParentHasEnded) {
     auto path = fifo();
     FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    auto run =
-        programs.begin("exec bash -c 'set -m; (sleep 1000 3>" + path + " &); echo ready; exec sleep 1000'");
-    run.lines->waitFor("ready");
+    auto run = programs.begin("exec bash -c 'set -m; (sh -c \"exec 3>" + path +
+                              "; echo open; exec sleep 1000\" &); echo ended; exec sleep 1000'");
+    run.lines->waitFor("open");
+    run.lines->waitFor("ended");
     EXPECT_TRUE(run.runner->zrusit());
     run.end();
     EXPECT_TRUE(isLetGo(held));
@@ -115,7 +116,8 @@ TEST_F(RealProgramsTest, AProgramThatWasStoppedHearsThatItShallEnd) {
 TEST_F(RealProgramsTest, AProgramThatEndsOnItsOwnLeavesBehindWhatItStarted) {
     auto path = fifo();
     FileDescriptor held(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC));
-    auto result = shell("sleep 1000 3>" + path + " >/dev/null 2>&1 & echo $!");
+    // The shell opens the pipe, so that it is open before the program ends.
+    auto result = shell("exec 3>" + path + "; sleep 1000 >/dev/null 2>&1 & echo $!");
     EXPECT_EQ(result.navratovyKod, 0);
     pollfd entry{held.get(), POLLIN, 0};
     EXPECT_EQ(::poll(&entry, 1, 0), 0);
