@@ -79,16 +79,20 @@ void PhoneLink::putAside(const std::shared_ptr<SecureLink>& link, Event message)
     if (!isHandled) posluchac_->spawn(handleMessages(link, relace_, posluchac_->token()));
 }
 
+Task<void> PhoneLink::waitForThoseBefore(Session& session) {
+    // One that has had no call has waited for none of its own.
+    for (auto earlier = session.before; earlier; earlier = earlier->before)
+        (void)co_await earlier->handling.take();
+    session.before.reset();
+}
+
 Task<void> PhoneLink::handleMessages([[maybe_unused]] std::shared_ptr<SecureLink> link,
                                      std::shared_ptr<Session> session, std::stop_token stop) {
     const auto turn = co_await session->handling.take();
     while (!session->waiting.empty() && !stop.stop_requested()) {
         auto message = std::move(session->waiting.front());
         session->waiting.pop_front();
-        if (isCall(message.event) && session->before) {
-            (void)co_await session->before->handling.take();
-            session->before.reset();
-        }
+        if (isCall(message.event)) co_await waitForThoseBefore(*session);
         if (stop.stop_requested()) co_return;
         co_await handler_(std::move(message.event));
     }

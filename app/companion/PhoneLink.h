@@ -53,6 +53,8 @@ class PhoneLink {
     Task<void> listen(std::shared_ptr<SecureLink> link, std::stop_token stop);
     void beginSession();
     void putAside(const std::shared_ptr<SecureLink>& link, Event message);
+    /// Until nothing of the sessions before is under way. The caller keeps the session.
+    static Task<void> waitForThoseBefore(Session& session);
     /// Holds the link, in which what waits is counted.
     Task<void> handleMessages(std::shared_ptr<SecureLink> link, std::shared_ptr<Session> session,
                               std::stop_token stop);

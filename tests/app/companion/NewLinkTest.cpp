@@ -155,6 +155,25 @@ TEST_F(NewLinkTest, CallsOfTheSessionBeforeComeFirst) {
     end();
 }
 
+TEST_F(NewLinkTest, ACallWaitsAlsoForTheCallOfASessionBeforeTheLast) {
+    ManualExecutor saves;
+    records = &saves;
+    callThatLasts();
+    loseConnection();
+    beginSession();
+    sendNote();
+    loseConnection();
+    beginSession();
+    phone.call("mac.status", "{}", "new");
+    executor.runUntilIdle();
+    saves.runUntilIdle();
+    EXPECT_TRUE(takeResults().empty()) << "the session between had a note only";
+
+    finishCalls();
+    EXPECT_EQ(takeResults(), (std::vector<std::string>{"old", "new"}));
+    end();
+}
+
 TEST_F(NewLinkTest, MessagesThatWaitAtTheEndOfALinkAreDropped) {
     callThatLasts();
     sendNote();
