@@ -19,6 +19,10 @@ struct Popis {
         return "Složka " + chyba.cesta + " neexistuje.";
     }
 
+    std::string operator()(const AgentChyba::SlozkaUzNeniPovolena& chyba) const {
+        return "Složka " + chyba.cesta + " už není povolená.";
+    }
+
     std::string operator()(const AgentChyba::PrazdnaInstrukce&) const { return "Prázdné zadání."; }
 };
 

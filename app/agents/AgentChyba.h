@@ -27,11 +27,18 @@ struct AgentChyba {
         bool operator==(const SlozkaNeexistuje&) const = default;
     };
 
+    struct SlozkaUzNeniPovolena {
+        std::string cesta;
+        bool operator==(const SlozkaUzNeniPovolena&) const = default;
+    };
+
     struct PrazdnaInstrukce {
         bool operator==(const PrazdnaInstrukce&) const = default;
     };
 
-    std::variant<Zaneprazdneno, NeznamyNastroj, Nenainstalovano, SlozkaNeexistuje, PrazdnaInstrukce> pripad;
+    std::variant<Zaneprazdneno, NeznamyNastroj, Nenainstalovano, SlozkaNeexistuje, SlozkaUzNeniPovolena,
+                 PrazdnaInstrukce>
+        pripad;
 
     [[nodiscard]] std::string popis() const;
     bool operator==(const AgentChyba&) const = default;

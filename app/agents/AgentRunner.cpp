@@ -108,6 +108,12 @@ Result<void> AgentRunner::overNezastaveno(const std::stop_token& zastaveni) cons
     return {};
 }
 
+Result<void> AgentRunner::overStart(const Zadani& zadani) const {
+    CHECK(overNezastaveno(zadani.zastaveni));
+    if (!zadani.jePovolena()) return fail(Chyba{Chyba::SlozkaUzNeniPovolena{zadani.slozka}});
+    return {};
+}
+
 Task<Result<AgentRunner::Nalezeno>> AgentRunner::priprav(Zadani zadani) {
     const auto& nastroj = zadani.nastroj;
     const auto& slozka = zadani.slozka;
@@ -148,22 +154,19 @@ Task<Result<AgentRunner::Vysledek>> AgentRunner::pracuj(Nalezeno nalezeno, Zadan
 Task<Result<Prubeh>> AgentRunner::navaz(Nalezeno nalezeno, Zadani zadani,
                                         std::shared_ptr<ProgressQueue> ohlasy) {
     const bool isResumed = zadani.relace.has_value();
-    auto zastaveni = std::move(zadani.zastaveni);
     OutsideProgram program{.binary = std::move(nalezeno.binarka),
                            .args = nalezeno.adapter->argumenty(std::move(zadani.instrukce), zadani.slozka,
                                                                std::move(zadani.relace)),
                            .cwd = zadani.slozka,
                            .env = co_await services_.discovery.prostrediNastroju()};
-    CO_TRY(auto, prubeh,
-           co_await probehni(nalezeno.adapter, std::move(program), std::move(ohlasy), std::move(zastaveni)));
+    CO_CHECK(overStart(zadani));
+    CO_TRY(auto, prubeh, co_await probehni(nalezeno.adapter, std::move(program), std::move(ohlasy)));
     prubeh.navazaniSelhalo = isResumed && isSessionGone(*nalezeno.adapter, prubeh.vysledek);
     co_return prubeh;
 }
 
 Task<Result<Prubeh>> AgentRunner::probehni(std::shared_ptr<const AgentAdapter> adapter,
-                                           OutsideProgram program, std::shared_ptr<ProgressQueue> ohlasy,
-                                           std::stop_token zastaveni) {
-    CO_CHECK(overNezastaveno(zastaveni));
+                                           OutsideProgram program, std::shared_ptr<ProgressQueue> ohlasy) {
     auto proces = std::make_shared<ProcessRunner>(services_.launcher, services_.clock);
     auto sberatel = std::make_shared<SberatelZprav>();
     std::stop_callback cancel(stop_, [&proces] { proces->zrusit(); });

@@ -12,6 +12,7 @@
 #include "platform/ports/ProcessLauncher.h"
 #include "shared/wire/MacStatus.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -25,7 +26,7 @@ class ProgressQueue;
 
 /// Runs a coding agent as a task in the background: starts it in a folder with an instruction, follows its
 /// events, remembers its session and gives its final text. One task at a time, whatever the agent and folder.
-/// Main thread only; awaited tasks end before this object goes. Whether the folder is allowed is the caller's
+/// Main thread only; awaited tasks end before this object goes. Which folders are allowed is the caller's
 /// concern. See docs/agents.md.
 class AgentRunner {
   public:
@@ -49,6 +50,8 @@ class AgentRunner {
         std::optional<std::string> relace; ///< the session to continue, unless one is remembered here
         /// Ends the preparation, and lets no agent start. One that runs is not touched: that is for `zrus`.
         std::stop_token zastaveni = {};
+        /// Whether the folder is still allowed; asked before each start of the agent, and not afterwards.
+        std::function<bool()> jePovolena = [] { return true; };
     };
 
     using Posluchac = PosluchacAgenta;
@@ -95,7 +98,9 @@ class AgentRunner {
     Task<Result<Vysledek>> pracuj(Nalezeno nalezeno, Zadani zadani, Posluchac posluchac);
     Task<Result<Prubeh>> navaz(Nalezeno nalezeno, Zadani zadani, std::shared_ptr<ProgressQueue> ohlasy);
     Task<Result<Prubeh>> probehni(std::shared_ptr<const AgentAdapter> adapter, OutsideProgram program,
-                                  std::shared_ptr<ProgressQueue> ohlasy, std::stop_token zastaveni);
+                                  std::shared_ptr<ProgressQueue> ohlasy);
+    /// What may have changed since the task was accepted.
+    [[nodiscard]] Result<void> overStart(const Zadani& zadani) const;
     [[nodiscard]] Result<void> overNezastaveno(const std::stop_token& zastaveni) const;
     void vyzadujHlavniVlakno() const;
 

@@ -85,7 +85,8 @@ Task<ToolOutcome> AgentTools::spust(std::string_view nastroj, ToolCall call) {
     // A task of the scope begins in a later job of this thread: the reply goes out before all it sends.
     scope_.spawn(
         pracuj({firstBytes(call.requestID, longestRequestID), ukol.workItemID, tool, std::move(instrukce),
-                *std::move(slozka), std::move(navazana), agentniUloha_->zastaveni.get_token()},
+                *slozka, std::move(navazana), agentniUloha_->zastaveni.get_token(),
+                [this, cesta = *slozka] { return folders_.obsahuje(cesta); }},
                ukol.workItemID));
     co_return ToolOutcome::done(
         {{"accepted", true},

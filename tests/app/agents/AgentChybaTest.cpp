@@ -12,6 +12,7 @@ TEST(AgentChyba, HasASentenceForEachCase) {
     EXPECT_EQ(Chyba{Chyba::NeznamyNastroj{"vim"}}.popis(), "Nástroj vim neznám.");
     EXPECT_EQ(Chyba{Chyba::Nenainstalovano{"Jak to je."}}.popis(), "Jak to je.");
     EXPECT_EQ(Chyba{Chyba::SlozkaNeexistuje{"/a"}}.popis(), "Složka /a neexistuje.");
+    EXPECT_EQ(Chyba{Chyba::SlozkaUzNeniPovolena{"/a"}}.popis(), "Složka /a už není povolená.");
     EXPECT_EQ(Chyba{Chyba::PrazdnaInstrukce{}}.popis(), "Prázdné zadání.");
 }
 

@@ -45,6 +45,19 @@ TEST_F(AgentSessionTest, AWishToStopTouchesNoRunningAgentAndLetsNoSecondOneStart
     EXPECT_TRUE(failedAs<TalkSpanError::Cancelled>(outcome));
 }
 
+TEST_F(AgentSessionTest, AFolderThatWasRemovedMeanwhileIsNotWorkedInAgain) {
+    bool isAllowed = true;
+    auto given = task("codex", "t0");
+    given.jePovolena = [&] { return isAllowed; };
+    auto outcome = begin(std::move(given));
+    const auto before = launches();
+    isAllowed = false;
+    EXPECT_TRUE(child().signals.empty()) << "the agent that runs goes on";
+    finish(1, "thread not found");
+    EXPECT_EQ(launches(), before);
+    EXPECT_EQ(failure(outcome), "Složka " + path("work") + " už není povolená.");
+}
+
 TEST_F(AgentSessionTest, TheCallersSessionIsContinuedJustBeforeTheInstruction) {
     begin(task("codex", "t0"));
     auto args = program().args;

@@ -119,6 +119,16 @@ TEST_F(AgentToolsTest, ATaskIsBusyWhileItsAgentIsStillLookedFor) {
     EXPECT_FALSE(companion->uloha());
 }
 
+TEST_F(AgentToolsTest, AFolderThatIsRemovedWhileTheAgentIsLookedForIsNotWorkedIn) {
+    const auto folder = startWithFolder();
+    holdDetections();
+    begin("mac.codex.run");
+    companion->slozky().odebrat(folder);
+    finish();
+    EXPECT_EQ(historie().polozky().front().chyba, "Složka " + folder + " už není povolená.");
+    EXPECT_FALSE(companion->uloha());
+}
+
 TEST_F(AgentToolsTest, ProgressOfTheLastMomentComesBeforeTheEndOfTheTask) {
     startWithFolder();
     begin("mac.codex.run");
