@@ -10,6 +10,7 @@
 #include <poll.h>
 #include <span>
 #include <sys/eventfd.h>
+#include <sys/ioctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <system_error>
@@ -96,7 +97,11 @@ void SpawnedChild::follow() {
         int ready = ::poll(watched.data(), watched.size(), -1);
         if (ready < 0 && errno == EINTR) continue;
         vyzaduj(ready > 0, "a child cannot be watched");
-        if (abandoned.revents != 0) break;
+        if (abandoned.revents != 0) {
+            if (isOpen(output)) readWhatIsThere(output_, &ChildListener::output);
+            if (isOpen(errors)) readWhatIsThere(errors_, &ChildListener::errors);
+            break;
+        }
         if (output.revents != 0 && !readFrom(output_, &ChildListener::output)) output.fd = -1;
         if (errors.revents != 0 && !readFrom(errors_, &ChildListener::errors)) errors.fd = -1;
         if (exit.revents != 0) {
@@ -111,6 +116,20 @@ bool SpawnedChild::readFrom(const FileDescriptor& pipe, Tell tell) {
     auto got = ::read(pipe.get(), buffer_.data(), buffer_.size());
     if (got > 0) (listener_.*tell)({buffer_.data(), static_cast<std::size_t>(got)});
     return got > 0 || (got < 0 && errno == EINTR);
+}
+
+void SpawnedChild::readWhatIsThere(const FileDescriptor& pipe, Tell tell) {
+    int there = 0;
+    // Whoever still holds the other end may write without end: only what it wrote up to now counts.
+    if (::ioctl(pipe.get(), FIONREAD, &there) != 0) return;
+    while (there > 0) {
+        const auto part = std::min(static_cast<std::size_t>(there), buffer_.size());
+        const auto got = ::read(pipe.get(), buffer_.data(), part);
+        if (got < 0 && errno == EINTR) continue;
+        if (got <= 0) return;
+        (listener_.*tell)({buffer_.data(), static_cast<std::size_t>(got)});
+        there -= static_cast<int>(got);
+    }
 }
 
 void SpawnedChild::noteExit() {

@@ -44,6 +44,8 @@ class SpawnedChild final : public ChildProcess {
     Result<void> start();
     void follow();
     bool readFrom(const FileDescriptor& pipe, Tell tell);
+    /// Of a pipe that may never end.
+    void readWhatIsThere(const FileDescriptor& pipe, Tell tell);
     void noteExit();
 
     pid_t pid_;

@@ -59,7 +59,7 @@ class ChildProcess {
     /// between.
     virtual void signalAll(ChildSignal signal) = 0;
 
-    /// Once the child has ended: waits for no more output, `ended` comes now.
+    /// Once the child has ended: waits for no more output. What is there is still told, then `ended` comes.
     virtual void abandonOutput() = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <csignal>
 #include <fcntl.h>
 #include <fstream>
+#include <future>
 
 // What is left of a run: children of children, zombies, open files.
 
@@ -90,6 +91,38 @@ TEST_F(RealProgramsTest, ACancelEndsAGroupOfItsOwnWhoseParentHasEnded) {
     EXPECT_TRUE(run.runner->zrusit());
     run.end();
     EXPECT_TRUE(isLetGo(held));
+}
+
+TEST_F(RealProgramsTest, WhatWasWrittenBeforeNobodyWaitsAnyMoreIsReadByASlowReaderToo) {
+    const auto go = fifo();
+    const auto written = go + ".written";
+    vyzaduj(::mkfifo(written.c_str(), 0600) == 0, "no pipe");
+    std::promise<void> late;
+    std::promise<void> reads;
+    const auto slowly = [&, mayRead = reads.get_future().share()](std::string_view line) {
+        if (line != "late") return;
+        late.set_value();
+        mayRead.wait();
+    };
+    auto run = std::async(std::launch::async, [&] {
+        return programs
+            .run(RealPrograms::shell("(read x <" + go + "; echo late; read x <" + go +
+                                     "; echo later; echo more >&2; echo >" + written +
+                                     "; exec sleep 1000) & echo $!"),
+                 slowly)
+            .value();
+    });
+    programs.waitForWait(2s);
+    std::ofstream(go) << "go\n";
+    late.get_future().wait();
+    std::ofstream(go) << "go\n";
+    std::ifstream(written).get();
+    programs.clock.advance(2s);
+    reads.set_value();
+    const auto result = run.get();
+    EXPECT_TRUE(result.vystup.ends_with("\nlate\nlater\n")) << result.vystup;
+    EXPECT_EQ(result.chyby, "more\n");
+    ::kill(std::stoi(result.vystup), SIGKILL);
 }
 
 TEST_F(RealProgramsTest, TheSecondStageEndsAlsoWhatWasStartedBetweenTheStages) {
