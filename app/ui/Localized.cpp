@@ -32,7 +32,8 @@ const QRegularExpression& value() {
     static const QRegularExpression expression(QStringLiteral(
         "(?<=„)[^“]*(?=“)"
         "|\\bmac(?:\\.\\w+)+"
-        "|(?<=^Oprávnění ke složce ).+?(?= se nepodařilo uložit)|(?<=^Složka ).+(?= neexistuje\\.$)"
+        "|(?<=^Oprávnění ke složce ).+?(?= se nepodařilo uložit)|(?<=^Složka ).+(?= (?:neexistuje|už není "
+        "povolená)\\.$)"
         "|(?<=^Už běží jiný úkol: ).+(?=\\. Počkej, nebo ho zruš\\.$)"
         "|(?<=špatný typ \\()(?<type>.+)(?=\\)\\.$)|(?<=to nezařídila \\().+(?=\\)\\.$)"
         "|(?<=^Trezor odmítl čtení |^Trezor odmítl zápis |^Trezor odmítl mazání ).+?(?=: )"

@@ -644,6 +644,10 @@
         <translation>Den Ordner %1 gibt es nicht.</translation>
     </message>
     <message>
+        <source>Složka %1 už není povolená.</source>
+        <translation>Der Ordner %1 ist nicht mehr erlaubt.</translation>
+    </message>
+    <message>
         <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
         <translation>Die Datei mit den Einstellungen war beschädigt; sie liegt beiseite als %1</translation>
     </message>

@@ -644,6 +644,10 @@
         <translation>The folder %1 does not exist.</translation>
     </message>
     <message>
+        <source>Složka %1 už není povolená.</source>
+        <translation>The folder %1 is no longer allowed.</translation>
+    </message>
+    <message>
         <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
         <translation>The settings file was damaged; it is set aside as %1</translation>
     </message>

@@ -644,6 +644,10 @@
         <translation>La carpeta %1 no existe.</translation>
     </message>
     <message>
+        <source>Složka %1 už není povolená.</source>
+        <translation>La carpeta %1 ya no está permitida.</translation>
+    </message>
+    <message>
         <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
         <translation>El archivo de ajustes estaba dañado; se ha apartado como %1</translation>
     </message>

@@ -644,6 +644,10 @@
         <translation>Le dossier %1 n’existe pas.</translation>
     </message>
     <message>
+        <source>Složka %1 už není povolená.</source>
+        <translation>Le dossier %1 n’est plus autorisé.</translation>
+    </message>
+    <message>
         <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
         <translation>Le fichier des réglages était endommagé ; il est mis de côté sous %1</translation>
     </message>

@@ -55,7 +55,8 @@ class AgentToolRowsTest : public AgentRunnerFixture {
                      {[this] { return aliases; },
                       [this](const std::optional<std::string>&) {
                           return aliases.size() == 1 ? std::optional(path("work")) : std::nullopt;
-                      }},
+                      },
+                      [](std::string_view) { return true; }},
                      scope};
     ToolTable table;
 };
@@ -216,7 +217,8 @@ TEST_F(AgentToolRowsTest, AtTheEndOfTheProgramOnlyACancelIsLeftForTheNextStart) 
         AgentRunner agent({programs, clock, discovery, executor, executor}, ending.token());
         AgentTools own(agent, *historie, reports,
                        {[this] { return aliases; },
-                        [this](const std::optional<std::string>&) { return std::optional(path("work")); }},
+                        [this](const std::optional<std::string>&) { return std::optional(path("work")); },
+                        [](std::string_view) { return true; }},
                        ending);
         ToolTable rowsOfOwn;
         own.addTo(rowsOfOwn, {[] { return true; }, [] { return true; }, [] { return true; }});

@@ -110,6 +110,7 @@ const char* const sentences[] = {
     "Zjistit znovu.",
     "Už běží jiný úkol: codex. Počkej, nebo ho zruš.",
     "Složka /home/jana/web neexistuje.",
+    "Složka /home/jana/web už není povolená.",
     "Oprávnění ke složce Moje smlouvy se nepodařilo uložit: No space left on device",
     "Byl požadován nástroj mac.neco.noveho, který tento Mac neumí.",
     "Párování neplatí — Zařízení není spárované. Relay neposlal výzvu.",
