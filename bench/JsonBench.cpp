@@ -29,6 +29,8 @@ alignas(16) std::byte tableMemory[tableSize];
 
 } // namespace
 
+#if !__has_feature(address_sanitizer) && !__has_feature(thread_sanitizer)
+// The sanitizers have these functions themselves. With them the table lies anywhere.
 void* operator new(std::size_t size) {
     void* memory = size == tableSize ? static_cast<void*>(tableMemory) : std::malloc(size);
     if (!memory) throw std::bad_alloc{};
@@ -42,6 +44,7 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     operator delete(memory);
 }
+#endif
 
 namespace morvex {
 namespace {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/Sanitized.h"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -29,12 +31,6 @@ class MemoryMeter {
     }
 
   private:
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-    static constexpr bool isSanitized = true;
-#else
-    static constexpr bool isSanitized = false;
-#endif
-
     static std::optional<std::size_t> kibibytes(const std::string& name) {
         std::ifstream status("/proc/self/status");
         for (std::string word; status >> word;)

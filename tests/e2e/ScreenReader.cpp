@@ -64,6 +64,7 @@ std::uint64_t statesOf(const QDBusConnection& bus, const ScreenReader::Item& ite
         list >> word;
         states |= std::uint64_t{word} << shift;
     }
+    list.endArray();
     return states;
 }
 
