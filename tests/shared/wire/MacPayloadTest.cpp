@@ -145,6 +145,30 @@ TEST(MacPayload, NamesTheFailingFieldDeepInside) {
     EXPECT_EQ(read.error().popis(), "Pole „status._0.tools[0].risk“ má neznámou hodnotu „dangerous“.");
 }
 
+constexpr auto approvalRequest =
+    R"({"id":"r1","tool":"mac.mail.send","title":"Odeslat","spoken":"Mám to poslat?","detail":"Komu: a@b",)"
+    R"("expiresAt":"2026-11-16T00:45:56Z","contentHash":"e3b0c44298fc1c14"})";
+
+TEST(ApprovalRequest, HasOneForm) {
+    const ApprovalRequest request{"r1",        "mac.mail.send", "Odeslat",         "Mám to poslat?",
+                                  "Komu: a@b", moment,          "e3b0c44298fc1c14"};
+    EXPECT_EQ(encode(request), approvalRequest);
+    EXPECT_EQ(decode<ApprovalRequest>(approvalRequest).value(), request);
+}
+
+TEST(ApprovalRequest, NeedsEveryField) {
+    for (const std::string key : {"id", "tool", "title", "spoken", "detail", "expiresAt", "contentHash"}) {
+        std::string text = approvalRequest;
+        text.insert(text.find('"' + key + '"') + 1, "other ");
+        EXPECT_FALSE(decode<ApprovalRequest>(text)) << text;
+    }
+}
+
+TEST(CompanionPreferences, HasOneFormWithPlaces) {
+    EXPECT_EQ(encode(CompanionPreferences{"cs", "verse", {{{"Doma", "Dlouhá 1"}}}}),
+              R"({"language":"cs","voice":"verse","places":[{"name":"Doma","address":"Dlouhá 1"}]})");
+}
+
 TEST(ApprovalRequest, IsValidStrictlyBeforeItExpires) {
     ApprovalRequest request;
     request.expiresAt = moment;

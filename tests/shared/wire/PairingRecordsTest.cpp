@@ -47,6 +47,14 @@ TEST(SessionHello, HasOneForm) {
     EXPECT_EQ(encode(decode<SessionHello>(text).value()), text);
 }
 
+TEST(SessionHello, NeedsEveryField) {
+    const std::string text =
+        R"({"device":"D","ephemeral":"/3nqd8Iv0dzBFfimuQzhQhC5VLBm7Ib9GDxBVpesEmE=","signature":"AQI="})";
+    ASSERT_TRUE(decode<SessionHello>(text));
+    for (const auto* key : {"\"device\"", "\"ephemeral\"", "\"signature\""})
+        EXPECT_FALSE(decode<SessionHello>(replaced(text, key, "\"other\""))) << key;
+}
+
 TEST(PairedPeer, KeepsTheConfirmationAtWholeSeconds) {
     constexpr auto text =
         R"({"pairID":"P","relayURL":"http://127.0.0.1:8787","deviceID":"D",)"

@@ -29,17 +29,29 @@ TEST(WorkItem, IsValidWithoutItsOptionalFieldsAndWritesNoneOfThem) {
     EXPECT_EQ(encode(item), shortItem);
 }
 
-TEST(WorkItem, CarriesEveryField) {
+TEST(WorkItem, HasOneFormWithEveryField) {
+    constexpr auto text =
+        R"({"id":"270BD477-422C-4709-A43C-26E6E9C37AEC","conversationID":"270BD477-422C-4709-A43C-26E6E9C37AED",)"
+        R"("title":"Testy","originalRequest":"Oprav testy","summary":"hotovo","status":"completed",)"
+        R"("nextAction":"nic","lastError":"","source":"mac","createdAt":"1970-01-01T00:00:01Z",)"
+        R"("updatedAt":"1970-01-01T00:00:02Z","revision":7,)"
+        R"("agent":{"tool":"mac.codex.run","sessionID":"S","folderAlias":"Plocha"}})";
     auto item = decode<WorkItem>(shortItem).value();
-    item.conversationID = Uuid{};
+    item.conversationID = Uuid::parse("270BD477-422C-4709-A43C-26E6E9C37AED");
     item.summary = "hotovo";
+    item.status = WorkItemStatus::completed;
     item.nextAction = "nic";
     item.lastError = "";
     item.source = WorkItemSource::mac;
-    item.agent = AgentContinuation{"mac.codex.run", "S", {}};
-    const auto text = encode(item);
+    item.revision = 7;
+    item.agent = AgentContinuation{"mac.codex.run", "S", "Plocha"};
+    EXPECT_EQ(encode(item), text);
     EXPECT_EQ(decode<WorkItem>(text).value(), item);
-    EXPECT_TRUE(text.ends_with(R"("agent":{"tool":"mac.codex.run","sessionID":"S"}})"));
+}
+
+TEST(AgentContinuation, LeavesOutWhatItDoesNotKnow) {
+    EXPECT_EQ(encode(AgentContinuation{"mac.codex.run", {}, {}}), R"({"tool":"mac.codex.run"})");
+    EXPECT_FALSE(decode<AgentContinuation>(R"({"sessionID":"S","folderAlias":"Plocha"})"));
 }
 
 TEST(WorkItem, RefusesAnUnknownSource) {
