@@ -87,6 +87,8 @@ Task<void> SecureLink::listen(std::stop_token stop) {
     while (auto event = co_await spojeni_.udalosti().next(stop)) {
         co_await roomFor(*event, stop);
         if (stop.stop_requested()) co_return;
+        // A session ends with whatever happens to the connection that made it.
+        if (!std::holds_alternative<RelayLink::Obalka>(*event)) kanal_.reset();
         Task<void> handling = std::visit([this](auto& held) { return handle(std::move(held)); }, *event);
         co_await std::move(handling);
     }
@@ -101,7 +103,6 @@ Task<void> SecureLink::roomFor(const RelayLink::Udalost& event, std::stop_token 
 }
 
 Task<void> SecureLink::handle(RelayLink::Pripojuji event) {
-    kanal_.reset();
     tell({MacAvailability::Pripojuji{event.pokus, event.zat}});
     co_return;
 }
@@ -109,13 +110,11 @@ Task<void> SecureLink::handle(RelayLink::Pripojuji event) {
 Task<void> SecureLink::handle(RelayLink::Prihlaseno event) {
     login_ = std::move(event.login);
     drawKey();
-    kanal_.reset();
     tell({MacAvailability::Offline{}});
     if (event.protejsekOnline) co_await sendHello();
 }
 
 Task<void> SecureLink::handle(RelayLink::Protejsek event) {
-    kanal_.reset();
     if (event.online) {
         drawKey();
         co_await sendHello();
@@ -134,7 +133,6 @@ Task<void> SecureLink::handle(RelayLink::Obalka event) {
 }
 
 Task<void> SecureLink::handle(RelayLink::Selhalo event) {
-    kanal_.reset();
     if (event.code == RelayFailure::peerOffline)
         tell({MacAvailability::Offline{}});
     else if (event.code == RelayFailure::revoked)
@@ -145,7 +143,6 @@ Task<void> SecureLink::handle(RelayLink::Selhalo event) {
 }
 
 Task<void> SecureLink::handle(RelayLink::Odpojeno event) {
-    kanal_.reset();
     tell({MacAvailability::Preruseno{event.duvod}});
     co_return;
 }

@@ -53,6 +53,10 @@ void ScriptedSocket::pong() {
     answer(waitingPings_, {});
 }
 
+void ScriptedSocket::refusePong() {
+    answer(waitingPings_, fail(NetworkError{"ping selhal"}));
+}
+
 void ScriptedSocket::holdBack() {
     reading_ = {true, reading_.pauses + 1};
 }

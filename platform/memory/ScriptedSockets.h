@@ -31,6 +31,8 @@ class ScriptedSocket final : public WebSocket {
     void breakWith(std::string text);
     /// The other end answers every ping that waits.
     void pong();
+    /// Every ping that waits ends with an error, though the connection stands.
+    void refusePong();
     /// The other end takes nothing: sends wait until the socket ends or `takeSends()`.
     void holdSends();
     void takeSends();

@@ -139,16 +139,29 @@ TEST_F(RelayLinkTest, GivesUpOnFailuresAtLoginThatDoNotHeal) {
 TEST_F(RelayLinkTest, TriesAgainAfterABadSignatureAndOtherFailuresAtLogin) {
     executor.start(link.start());
     takeEvents();
-    for (auto code : {RelayFailure::badSignature, RelayFailure::rateLimited, RelayFailure::malformed}) {
+    std::size_t tries = sockets.urls.size();
+    for (auto code : {RelayFailure::badSignature, RelayFailure::notAuthenticated, RelayFailure::expired,
+                      RelayFailure::tooLarge, RelayFailure::rateLimited, RelayFailure::peerOffline,
+                      RelayFailure::malformed}) {
         auto socket = sockets.layOut();
         pass(30s);
+        ASSERT_EQ(sockets.urls.size(), ++tries) << rawValue(code);
         socket->deliver(challenge());
         socket->deliver(frame(RelayMessage::Failure{code, "Ne."}));
         auto seen = takeEvents();
-        ASSERT_EQ(seen.size(), 3U);
+        ASSERT_EQ(seen.size(), 3U) << rawValue(code);
         EXPECT_EQ(seen[0], Udalost(RelayLink::Selhalo{code, "Ne."}));
-        EXPECT_TRUE(std::holds_alternative<RelayLink::Pripojuji>(seen[2]));
+        EXPECT_EQ(seen[1], Udalost(RelayLink::Odpojeno{"Zařízení není spárované. Ne."}));
+        EXPECT_TRUE(std::holds_alternative<RelayLink::Pripojuji>(seen[2])) << rawValue(code);
     }
+}
+
+TEST_F(RelayLinkTest, ALostSocketIsForgotten) {
+    std::weak_ptr<ScriptedSocket> watched = logIn();
+    watched.lock()->breakWith("síť spadla");
+    takeEvents();
+    login.reset();
+    EXPECT_TRUE(watched.expired());
 }
 
 TEST_F(RelayLinkTest, AFailureAfterLoginChangesNothingInTheLink) {
@@ -267,6 +280,17 @@ TEST_F(RelayLinkTest, ClosesWith1006WhenNoPongComesInTenSeconds) {
     EXPECT_EQ(seen[1], Udalost(RelayLink::Pripojuji{2, 1}));
 }
 
+TEST_F(RelayLinkTest, APingThatFailsClosesWithoutWaitingForThePong) {
+    auto socket = logIn();
+    pass(20s);
+    EXPECT_TRUE(socket->closed.empty());
+    socket->refusePong();
+    takeEvents();
+    ASSERT_FALSE(socket->closed.empty());
+    EXPECT_EQ(socket->closed[0], CloseCode::abnormal);
+    EXPECT_EQ(clock.untilNext(), 1s) << "only the wait before the next attempt";
+}
+
 TEST_F(RelayLinkTest, APongAfterTheTimerDoesNothing) {
     auto socket = logIn();
     pass(20s);
@@ -322,7 +346,10 @@ TEST_F(RelayLinkTest, StopWhileAFrameIsOnItsWayEndsTheConnectionInPeace) {
     takeEvents();
     socket->deliver(frame(RelayMessage::PeerOnline{false}));
     EXPECT_TRUE(executor.run(link.stop()));
-    for (const auto& event : takeEvents()) EXPECT_FALSE(std::holds_alternative<RelayLink::Pripojuji>(event));
+    for (const auto& event : takeEvents()) EXPECT_EQ(event, Udalost(RelayLink::Protejsek{false}));
+    EXPECT_EQ(socket->closed.front(), CloseCode::goingAway);
+    EXPECT_EQ(clock.waiting(), 0U);
+    EXPECT_EQ(sockets.urls.size(), 1U);
 }
 
 } // namespace

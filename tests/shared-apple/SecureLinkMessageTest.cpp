@@ -39,6 +39,18 @@ TEST_F(SecureLinkMessageTest, AMessageBeforeTheSessionIsToldAndHarmsNothing) {
     EXPECT_EQ(takeEvents(), (Udalosti{zprava(note("early"))}));
 }
 
+TEST_F(SecureLinkMessageTest, AMessageOfALostConnectionsSessionIsTooEarlyOnTheNextOne) {
+    secure();
+    const auto late = phone.seal(note("of the old session"));
+    socket->breakWith("síť spadla");
+    executor.runUntilIdle();
+    reconnect(1s);
+    relay(RelayMessage::Authenticated{true});
+    takeEvents();
+    relay(late);
+    EXPECT_EQ(takeEvents(), (Udalosti{chyba(tooEarly)}));
+}
+
 TEST_F(SecureLinkMessageTest, AMessageDeliveredTwiceIsToldOnceAndTheRepeatInSilence) {
     secure();
     auto first = phone.seal(note("first"));
