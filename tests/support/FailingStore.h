@@ -28,6 +28,7 @@ class FailingStore final : public IdentityStore {
     }
 
     Result<void> ulozProtejsek(const PairedPeer& protejsek) override {
+        ++peerSaves;
         if (failSave) return fail(*failSave);
         return held.ulozProtejsek(protejsek);
     }
@@ -37,6 +38,7 @@ class FailingStore final : public IdentityStore {
         return held.smazProtejsek();
     }
 
+    int peerSaves = 0; ///< also those that fail
     std::optional<TextError> failLoad;
     std::optional<TextError> failPeerLoad;
     std::optional<TextError> failSave;

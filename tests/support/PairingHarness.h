@@ -55,7 +55,13 @@ class PairingHarness : public CompanionHarness {
 
     PairingHello hello() { return Parovani::makeHello(phone.identity, phone.pair); }
 
-    std::string number() { return Parovani::comparisonNumber(mac->pairKey(phone.asPeer()).value()); }
+    /// The number that the phone shows.
+    std::string number() {
+        const PairedPeer computer{
+            phone.pair,      "",         mac->deviceID(), mac->signingKey(), mac->agreementKey(),
+            DeviceRole::mac, clock.now()};
+        return Parovani::comparisonNumber(phone.identity.pairKey(computer).value());
+    }
 };
 
 } // namespace morvex

@@ -138,6 +138,55 @@ TEST_F(CompanionTest, ARefusedRemovalOfARevokedPeerIsTriedAgainAtTheNextRevocati
     EXPECT_FALSE(store.held.nactiProtejsek().value());
 }
 
+TEST_F(CompanionTest, ARevocationAtTheLoginForgetsThePeerAndIsTheLastWord) {
+    auto socket = startPaired();
+    phone.deliver({RelayMessage::Challenge{toBytes("nonce"), ProtocolVersion::current}});
+    phone.deliver({RelayMessage::Failure{RelayFailure::revoked, "Pryč."}});
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Párování neplatí — Zařízení bylo odvoláno.");
+    EXPECT_FALSE(companion->stav().protejsek.value());
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    clock.advance(60s);
+    executor.runUntilIdle();
+    EXPECT_EQ(sockets.urls.size(), 1U);
+}
+
+TEST_F(CompanionTest, AnotherFailureAtTheLoginKeepsThePeerAndIsTriedAgain) {
+    auto socket = startPaired();
+    phone.deliver({RelayMessage::Challenge{toBytes("nonce"), ProtocolVersion::current}});
+    phone.deliver({RelayMessage::Failure{RelayFailure::rateLimited, "Pomaleji."}});
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Připojuji… (2. pokus)");
+    EXPECT_EQ(trouble(), "Zařízení není spárované. Pomaleji.");
+    EXPECT_TRUE(store.held.nactiProtejsek().value());
+    clock.advance(1s);
+    executor.runUntilIdle();
+    EXPECT_EQ(sockets.urls.size(), 2U);
+}
+
+TEST_F(CompanionTest, APairThatTheRelayDoesNotKnowAtTheLoginKeepsThePeerAndIsNotTriedAgain) {
+    auto socket = startPaired();
+    phone.deliver({RelayMessage::Challenge{toBytes("nonce"), ProtocolVersion::current}});
+    phone.deliver({RelayMessage::Failure{RelayFailure::unknownPair, "Neznám."}});
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Spojení přerušeno — Zařízení není spárované. Neznám.");
+    EXPECT_TRUE(store.held.nactiProtejsek().value());
+    clock.advance(60s);
+    executor.runUntilIdle();
+    EXPECT_EQ(sockets.urls.size(), 1U);
+}
+
+TEST_F(CompanionTest, TheOldLinkIsGoneAlsoWhenTheNewOneCannotBeBuilt) {
+    auto socket = startSecured();
+    companion->stav().protejsek = phone.asPeer("nesmysl");
+    companion->pripojit();
+    executor.runUntilIdle();
+    EXPECT_FALSE(socket->closed.empty());
+    EXPECT_EQ(availability(),
+              "Párování neplatí — Zařízení není spárované. Uložená adresa relaye nedává smysl.");
+    EXPECT_EQ(trouble(), "Zařízení není spárované. Uložená adresa relaye nedává smysl.");
+}
+
 TEST_F(CompanionTest, SleepTakesTheLinkDownAndWakeBuildsItAnew) {
     auto socket = startSecured();
     sleep.fallAsleep();
@@ -207,15 +256,6 @@ TEST_F(CompanionTest, KeepsTheRelayAddressOnEveryChangingWrite) {
     end();
     start();
     EXPECT_EQ(companion->stav().relayAdresa.value(), "https://relay.example");
-}
-
-TEST_F(CompanionTest, AnEqualWriteNotifiesNobody) {
-    startSecured();
-    int notified = 0;
-    auto notifier = companion->stav().dostupnost.addNotifier([&notified] { ++notified; });
-    phone.exchangeHellos();
-    executor.runUntilIdle();
-    EXPECT_EQ(notified, 0);
 }
 
 } // namespace

@@ -77,6 +77,15 @@ TEST_F(SchvalovaniTest, ADecisionOfThePhoneEndsTheRequestWithItsIdOnly) {
     EXPECT_EQ(*answer, true);
 }
 
+TEST_F(SchvalovaniTest, ANoOfThePhoneIsANo) {
+    startSecured();
+    auto answer = askFor("x");
+    phone.send({MacPayload::ApprovalDecision{open()->id, false, {}}}, "a");
+    executor.runUntilIdle();
+    EXPECT_EQ(*answer, false);
+    EXPECT_FALSE(open());
+}
+
 TEST_F(SchvalovaniTest, ARequestLapsesAfter120Seconds) {
     start();
     auto answer = askFor("x");
@@ -175,6 +184,45 @@ TEST_F(SchvalovaniTest, LossOfTheLinkRefuses) {
     phone.deliver({RelayMessage::PeerOnline{false}});
     executor.runUntilIdle();
     EXPECT_EQ(*answer, false);
+}
+
+TEST_F(SchvalovaniTest, ANewConnectionRefuses) {
+    startSecured();
+    auto answer = askFor("x");
+    sockets.layOut();
+    companion->pripojit();
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Připojuji…");
+    EXPECT_EQ(*answer, false);
+}
+
+TEST_F(SchvalovaniTest, ALinkThatGivesUpRefuses) {
+    startPaired();
+    phone.deliver({RelayMessage::Challenge{toBytes("nonce"), ProtocolVersion::current}});
+    auto answer = askFor("x");
+    EXPECT_FALSE(*answer);
+    phone.deliver({RelayMessage::Failure{RelayFailure::unknownPair, "Neznám."}});
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Spojení přerušeno — Zařízení není spárované. Neznám.");
+    EXPECT_EQ(*answer, false);
+}
+
+TEST_F(SchvalovaniTest, ARevokedPairRefuses) {
+    startSecured();
+    auto answer = askFor("x");
+    phone.deliver({RelayMessage::Failure{RelayFailure::revoked, "Pryč."}});
+    executor.runUntilIdle();
+    EXPECT_EQ(*answer, false);
+}
+
+TEST_F(SchvalovaniTest, ANewSessionLeavesTheQuestionOpen) {
+    startSecured();
+    auto answer = askFor("x");
+    phone.exchangeHellos();
+    executor.runUntilIdle();
+    EXPECT_EQ(availability(), "Připraven");
+    EXPECT_FALSE(*answer);
+    EXPECT_TRUE(open());
 }
 
 TEST_F(SchvalovaniTest, SleepRefusesAlsoWithoutALink) {

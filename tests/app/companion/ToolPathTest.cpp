@@ -35,9 +35,20 @@ TEST_F(ToolPathTest, TheStatusToolTellsWhatThisComputerIs) {
               (boost::json::array{"mac.status", "mac.notes.search", "mac.notes.create", "mac.notes.update",
                                   "mac.notes.delete", "mac.agent.rename", "mac.files.search",
                                   "mac.files.read", "mac.files.write", "mac.terminal.run"}));
-    EXPECT_EQ(result["claude"].as_string(), companion->stav().stavClauda.value().problem.value_or("none"));
-    EXPECT_EQ(result["codex"].as_string(), companion->stav().stavCodexu.value().problem.value_or("none"));
     EXPECT_EQ(result.size(), 7U);
+}
+
+TEST_F(ToolPathTest, TheStatusToolTellsAnAgentsVersionBeforeItsProblem) {
+    startSecured();
+    const auto agents = [this] {
+        auto result = parseJson(call("mac.status", "{}").json).value().as_object();
+        return encode(boost::json::value(boost::json::array{result["claude"], result["codex"]}));
+    };
+    companion->stav().stavClauda = AgentStatus{true, "2.0.1", "/usr/bin/claude", "Nepřihlášeno."};
+    companion->stav().stavCodexu = AgentStatus{false, {}, {}, "Codex tu není."};
+    EXPECT_EQ(agents(), R"(["2.0.1","Codex tu není."])");
+    companion->stav().stavClauda = AgentStatus{true, {}, {}, {}};
+    EXPECT_EQ(agents(), R"(["nenainstalováno","Codex tu není."])");
 }
 
 TEST_F(ToolPathTest, ReadsWritesAndSearchesFilesInAnAllowedFolder) {
@@ -186,6 +197,7 @@ TEST_F(ToolPathTest, AReplyThatCannotBeSentIsLostAndTheWorkStands) {
     socket->breakWith("přerušeno");
     executor.runUntilIdle();
     EXPECT_TRUE(std::filesystem::exists(folder + "/a.txt"));
+    for (const auto& received : phone.take()) EXPECT_FALSE(received.payload.as<MacPayload::ToolResult>());
 }
 
 Task<std::string> local(ToolGate& gate, std::string name, boost::json::object arguments) {
@@ -221,6 +233,23 @@ TEST_F(ToolPathTest, TheOwnAssistantAsksBeforeEveryChange) {
     approvals.rozhodnout(true);
     executor.runUntilIdle();
     EXPECT_TRUE(std::filesystem::exists(folder + "/a.txt"));
+}
+
+TEST_F(ToolPathTest, WhatLeftTheOfferWhileItWasAskedAboutIsNotCarriedOut) {
+    start();
+    auto folder = allowFolder("Projekty");
+    auto writing = local(companion->nastroje(), "mac.files.write", {{"path", "a.txt"}, {"content", "1"}});
+    auto answer = std::make_shared<std::string>();
+    executor.start([](Task<std::string> held, std::shared_ptr<std::string> kept) -> Task<void> {
+        *kept = co_await std::move(held);
+    }(std::move(writing), answer));
+    executor.runUntilIdle();
+    ASSERT_TRUE(companion->schvalovani().zadost().value());
+    companion->integrations().vypnout(Integration::files);
+    companion->schvalovani().rozhodnout(true);
+    executor.runUntilIdle();
+    EXPECT_EQ(*answer, errorOf("Nástroj mac.files.write tenhle Mac nemá."));
+    EXPECT_FALSE(std::filesystem::exists(folder + "/a.txt"));
 }
 
 Task<void> noteLocal(ToolGate& gate, std::shared_ptr<std::string> answer) {

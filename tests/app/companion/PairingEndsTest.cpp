@@ -1,0 +1,75 @@
+#include "tests/support/PairingHarness.h"
+
+namespace morvex {
+namespace {
+
+/// How the link of a pairing ends, and what a second press does.
+using PairingEndsTest = PairingHarness;
+
+TEST_F(PairingEndsTest, AgreeingEndsTheLinkOfThePairing) {
+    start();
+    auto socket = beginPairing();
+    sendHello(hello());
+    EXPECT_TRUE(socket->closed.empty());
+    flow().potvrditCislo(number());
+    executor.runUntilIdle();
+    EXPECT_FALSE(socket->closed.empty());
+}
+
+TEST_F(PairingEndsTest, CancellingEndsTheLinkOfThePairing) {
+    start();
+    auto socket = beginPairing();
+    flow().zrusitParovani();
+    executor.runUntilIdle();
+    EXPECT_FALSE(socket->closed.empty());
+}
+
+TEST_F(PairingEndsTest, ANewStartEndsTheLinkOfThePairingBefore) {
+    start();
+    auto first = beginPairing("FIRST");
+    auto second = beginPairing("SECOND");
+    EXPECT_FALSE(first->closed.empty());
+    EXPECT_TRUE(second->closed.empty());
+}
+
+TEST_F(PairingEndsTest, AfterACancelNumberAndHelloOfThatPairingCountForNothing) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    const auto shown = number();
+    flow().zrusitParovani();
+    flow().potvrditCislo(shown);
+    sendHello(hello());
+    EXPECT_EQ(state(), StavParovani{});
+    EXPECT_EQ(store.peerSaves, 0);
+}
+
+TEST_F(PairingEndsTest, AgreeingTwiceKeepsThePeerOnce) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    const auto connections = sockets.urls.size();
+    sockets.layOut();
+    for (int i = 0; i < 2; ++i) flow().potvrditCislo(number());
+    executor.runUntilIdle();
+    EXPECT_EQ(store.peerSaves, 1);
+    EXPECT_EQ(sockets.urls.size(), connections + 1);
+}
+
+TEST_F(PairingEndsTest, AgreeingAgainAfterAFailedSaveTriesAgain) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    store.failSave = TextError{"Trezor odmítl."};
+    flow().potvrditCislo(number());
+    executor.runUntilIdle();
+    store.failSave.reset();
+    sendHello(hello());
+    flow().potvrditCislo(number());
+    executor.runUntilIdle();
+    EXPECT_EQ(store.peerSaves, 2);
+    EXPECT_TRUE(store.held.nactiProtejsek().value());
+}
+
+} // namespace
+} // namespace morvex
