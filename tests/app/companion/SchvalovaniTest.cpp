@@ -42,10 +42,12 @@ TEST_F(SchvalovaniTest, ShowsTheRequestHereAndOnThePhone) {
     EXPECT_EQ(open()->title, "Odeslat mail");
     EXPECT_EQ(open()->spoken, "Mám odeslat mail?");
     EXPECT_EQ(open()->detail, "Komu: a@b.cz");
+    EXPECT_EQ(open()->contentHash, "d73baab2454d46a3");
     EXPECT_EQ(open()->expiresAt, clock.now() + 120s);
     auto sent = takeRequests();
     ASSERT_EQ(sent.size(), 1U);
     EXPECT_EQ(sent[0].id, open()->id);
+    EXPECT_EQ(sent[0].contentHash, "d73baab2454d46a3");
     EXPECT_FALSE(*answer);
 }
 
