@@ -129,6 +129,19 @@ TEST_F(NotesSyncTest, ARefusedMergeGetsNoAcknowledgement) {
     EXPECT_FALSE(companion->poznamky().problem());
 }
 
+TEST_F(NotesSyncTest, AnAcknowledgementWhoseSendFailsIsLostWithoutAWord) {
+    auto socket = startSecured();
+    socket->refusals = 2;
+    phone.send({MacPayload::NoteUpdate{note("Z telefonu")}}, "n");
+    phone.send({MacPayload::SummaryUpdate{summary("Týden")}}, "s");
+    executor.runUntilIdle();
+    EXPECT_EQ(socket->refusals, 0);
+    EXPECT_TRUE(phone.take().empty());
+    EXPECT_EQ(trouble(), "none");
+    EXPECT_EQ(companion->poznamky().notes().size(), 1U);
+    EXPECT_EQ(companion->souhrny().summaries().size(), 1U);
+}
+
 TEST_F(NotesSyncTest, BetweenTwoRefusedMergesOtherWorkGoesOn) {
     startSecured();
     breakSaves();

@@ -86,6 +86,21 @@ TEST_F(TaskSyncTest, TasksComeBeforeNotesAndOneThatFailsHoldsUpNothing) {
     EXPECT_TRUE(all.back().payload.as<MacPayload::NoteUpdate>());
 }
 
+TEST_F(TaskSyncTest, AProgressWhoseSendFailsIsLostWithoutAWord) {
+    auto socket = startWithSession();
+    allowFolder("Projekty");
+    begin("mac.codex.run");
+    (void)settled();
+    socket->refusals = 1;
+    say(R"({"type":"item.completed","item":{"type":"command_execution","command":"ls"}})");
+    auto all = settled();
+    ASSERT_EQ(all.size(), 1U);
+    EXPECT_TRUE(all.front().payload.as<MacPayload::Status>()) << "which follows a progress";
+    EXPECT_EQ(socket->refusals, 0);
+    EXPECT_EQ(trouble(), "none");
+    finish();
+}
+
 TEST_F(TaskSyncTest, AnAcknowledgementOfAnUnknownTaskChangesNothing) {
     startWithFolder();
     complete("s1");

@@ -200,6 +200,16 @@ TEST_F(ToolPathTest, AReplyThatCannotBeSentIsLostAndTheWorkStands) {
     for (const auto& received : phone.take()) EXPECT_FALSE(received.payload.as<MacPayload::ToolResult>());
 }
 
+TEST_F(ToolPathTest, AReplyWhoseSendFailsIsLostWithoutAWord) {
+    auto socket = startSecured();
+    socket->refusals = 1;
+    EXPECT_EQ(call("mac.status", "{}").requestID, "");
+    EXPECT_EQ(socket->refusals, 0) << "it was tried";
+    EXPECT_TRUE(phone.take().empty()) << "nothing was sent in its place";
+    EXPECT_EQ(trouble(), "none");
+    EXPECT_TRUE(call("mac.status", "{}").ok);
+}
+
 Task<std::string> local(ToolGate& gate, std::string name, boost::json::object arguments) {
     co_return encode(co_await gate.provestMistne(std::move(name), std::move(arguments)));
 }
