@@ -184,8 +184,12 @@ TEST_F(ToolPathTest, MessagesThatChangeNothing) {
     phone.send({MacPayload::SummaryAck{{}, 1}}, "d");
     phone.send({MacPayload::Status{}}, "e");
     phone.send({MacPayload::ApprovalDecision{"unknown", true, "proč"}}, "f");
+    phone.send({MacPayload::WorkItemUpdate{}}, "g");
+    phone.send({MacPayload::Approval{}}, "h");
     executor.runUntilIdle();
     EXPECT_TRUE(phone.take().empty());
+    EXPECT_TRUE(companion->historieAgentu().polozky().empty());
+    EXPECT_FALSE(companion->schvalovani().zadost().value());
     EXPECT_EQ(companion->stav().potiz.value(), before);
     EXPECT_TRUE(call("mac.status", "{}").ok);
 }
