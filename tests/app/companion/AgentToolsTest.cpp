@@ -1,5 +1,7 @@
 #include "tests/app/companion/AgentHarness.h"
 
+#include <set>
+
 namespace morvex {
 namespace {
 
@@ -303,21 +305,30 @@ TEST_F(AgentToolsTest, AreOfferedWithAFolderASwitchAndAnInstalledAgent) {
     EXPECT_EQ(offeredAgentTools(gate), std::vector<std::string>{});
 }
 
-TEST_F(AgentToolsTest, TheOwnAssistantsRunTellsThePhoneUnderItsLocalId) {
+TEST_F(AgentToolsTest, EachRunOfTheOwnAssistantTellsThePhoneUnderAFreshLocalId) {
     startWithFolder();
     auto& gate = companion->nastroje();
-    executor.start([](ToolGate* gates) -> Task<void> {
-        (void)co_await gates->provestMistne("mac.codex.run", {{"instruction", "x"}});
-    }(&gate));
-    executor.runUntilIdle();
-    companion->schvalovani().rozhodnout(true);
-    executor.runUntilIdle();
-    say(R"({"type":"thread.started","thread_id":"s1"})");
-    bool isTold = false;
-    for (const auto& one : settled())
-        if (one.payload.as<MacPayload::ToolProgress>()) isTold = one.requestID.starts_with("mac-local:");
-    EXPECT_TRUE(isTold);
-    finish();
+    const std::string prefix = "mac-local:";
+    std::set<Uuid> ids;
+    for (int run = 0; run < 2; ++run) {
+        executor.start([](ToolGate* gates) -> Task<void> {
+            (void)co_await gates->provestMistne("mac.codex.run", {{"instruction", "x"}});
+        }(&gate));
+        executor.runUntilIdle();
+        companion->schvalovani().rozhodnout(true);
+        executor.runUntilIdle();
+        say(R"({"type":"thread.started","thread_id":"s1"})");
+        for (const auto& one : settled()) {
+            if (!one.payload.as<MacPayload::ToolProgress>()) continue;
+            ASSERT_TRUE(one.requestID.starts_with(prefix)) << one.requestID;
+            const auto id = Uuid::parse(one.requestID.substr(prefix.size()));
+            ASSERT_TRUE(id) << one.requestID;
+            EXPECT_EQ(one.requestID, prefix + id->text());
+            ids.insert(*id);
+        }
+        finish();
+    }
+    EXPECT_EQ(ids.size(), 2U);
 }
 
 } // namespace
