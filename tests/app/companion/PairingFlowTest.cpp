@@ -18,6 +18,7 @@ TEST_F(PairingFlowTest, ShowsACodeWithThePublicKeysOfThisComputer) {
     ASSERT_TRUE(waiting);
     EXPECT_EQ(waiting->platiDo, clock.now() + 10min);
     auto bundle = Parovani::bundleOf(waiting->qr).value();
+    EXPECT_EQ(bundle.v, ProtocolVersion::current);
     EXPECT_EQ(bundle.pairID, PairID{"NEW"});
     EXPECT_EQ(bundle.pairingToken, "token-1");
     EXPECT_EQ(bundle.relayURL, "http://127.0.0.1:8787");
