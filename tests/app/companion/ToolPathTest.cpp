@@ -140,6 +140,15 @@ TEST_F(ToolPathTest, ReservedAndUnknownNamesAreRefusedAlike) {
         EXPECT_EQ(call(name, "{}").json, errorOf("Nástroj " + std::string(name) + " tenhle Mac nemá."));
 }
 
+TEST_F(ToolPathTest, OfALongNameTwoHundredBytesAreSaidBack) {
+    startSecured();
+    const std::string name = "nástroj" + std::string(192, 'x');
+    ASSERT_EQ(name.size(), 200U);
+    EXPECT_EQ(call(name, "{}").json, errorOf("Nástroj " + name + " tenhle Mac nemá."));
+    EXPECT_EQ(call(name + "y", "{}").json, errorOf("Nástroj " + name + "… tenhle Mac nemá."));
+    EXPECT_EQ(trouble(), "Byl požadován nástroj " + name + "…, který tento Mac neumí.");
+}
+
 TEST_F(ToolPathTest, CallsOfThePhoneAreAnsweredInTheirOrder) {
     startSecured();
     allowFolder("Projekty");
