@@ -10,6 +10,24 @@ class ApprovalTest : public UiHarness {
             note(companion->schvalovani().pozadat("mac.mail.send", title, "Nahlas.", "Komu: Jana")));
         settle();
     }
+
+    void openMenu() {
+        clock.advance(std::chrono::seconds(1)); // two presses at once would count as one
+        ui->toggleMenu({});
+        settle();
+        ASSERT_NE(menu(), nullptr);
+    }
+
+    /// Where the button of this name is on the screen.
+    static QRect place(const std::string& name, QQuickWindow* in) {
+        QRect found;
+        walk(in, [&](QAccessibleInterface* node) {
+            if (node->role() == QAccessible::Button && node->text(QAccessible::Name).toStdString() == name)
+                found = node->rect();
+        });
+        EXPECT_FALSE(found.isEmpty()) << name;
+        return found;
+    }
 };
 
 TEST_F(ApprovalTest, ARequestIsShownWithItsDetailAndEndsWithAPress) {
@@ -26,6 +44,34 @@ TEST_F(ApprovalTest, ARequestIsShownWithItsDetailAndEndsWithAPress) {
         EXPECT_FALSE(reads("Čeká na potvrzení"));
         EXPECT_EQ(answers.back(), approved);
     }
+}
+
+TEST_F(ApprovalTest, TheWindowOfTheTrayAsksTooAndTakesBothAnswers) {
+    startSecured();
+    tray.come();
+    startUi();
+    for (bool approved : {true, false}) {
+        ask("Odeslat e-mail");
+        openMenu();
+        EXPECT_THAT(names(QAccessible::StaticText, menu()),
+                    testing::Contains("Čeká na potvrzení: Odeslat e-mail"));
+        press(approved ? "Potvrdit" : "Zamítnout", menu());
+        EXPECT_EQ(answers.back(), approved);
+        EXPECT_FALSE(reads("Čeká na potvrzení", menu()));
+        EXPECT_THAT(names(QAccessible::Button, menu()), testing::Not(testing::Contains("Potvrdit")));
+        menu()->close();
+        settle();
+    }
+}
+
+TEST_F(ApprovalTest, TheYesComesFirstInTheTrayAndLastInTheWindow) {
+    startSecured();
+    tray.come();
+    startUi();
+    ask("Odeslat e-mail");
+    openMenu();
+    EXPECT_LT(place("Potvrdit", menu()).left(), place("Zamítnout", menu()).left());
+    EXPECT_LT(place("Zamítnout", window()).left(), place("Potvrdit", window()).left());
 }
 
 TEST_F(ApprovalTest, AClosedWindowOpensByItselfWithoutTakingTheKeyboard) {

@@ -3,6 +3,8 @@
 #include <QQuickItem>
 #include <QScreen>
 
+#include <algorithm>
+
 namespace morvex {
 namespace {
 
@@ -60,6 +62,14 @@ TEST_F(ScaleTest, TheWindowIsNoLargerThanTheScreen) {
         EXPECT_LE(size.width(), screen.width());
         EXPECT_LE(size.height(), screen.height());
     }
+}
+
+TEST_F(ScaleTest, TheWindowIs560HighAndMayShrinkTo360WhereTheScreenHasRoom) {
+    start();
+    openUi();
+    const int screen = window()->screen()->availableSize().height();
+    EXPECT_EQ(window()->height(), std::min(560, screen));
+    EXPECT_EQ(window()->minimumHeight(), std::min(360, screen));
 }
 
 } // namespace
