@@ -115,7 +115,7 @@ struct System {
                 processes,
                 opener,
                 ownEnvironment(),
-                HostnamedName().name().value_or("Mac"),
+                HostnamedName().name(),
                 version};
     }
 };

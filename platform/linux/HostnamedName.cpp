@@ -34,11 +34,11 @@ HostnamedName::Sources HostnamedName::Sources::ofThisSystem() {
     return sources;
 }
 
-std::optional<std::string> HostnamedName::name() const {
+std::string HostnamedName::name() const {
     auto name = nameOnBus();
     if (name.empty()) name = nameInMachineInfo();
     if (name.empty()) name = networkName();
-    return name.empty() ? std::nullopt : std::optional(name);
+    return name.empty() ? "Mac" : name;
 }
 
 std::string HostnamedName::nameOnBus() const {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 #include <string>
 
 namespace morvex {
@@ -21,8 +20,8 @@ class HostnamedName {
 
     explicit HostnamedName(Sources sources = Sources::ofThisSystem()) : sources_(std::move(sources)) {}
 
-    /// The name that a person gave the computer, else its network name; nothing when it has neither.
-    [[nodiscard]] std::optional<std::string> name() const;
+    /// The name that a person gave the computer, else its network name, else "Mac".
+    [[nodiscard]] std::string name() const;
 
   private:
     [[nodiscard]] std::string nameOnBus() const;

@@ -39,7 +39,7 @@ class HostnamedNameTest : public testing::Test {
         return name();
     }
 
-    std::string name() { return HostnamedName(sources_).name().value_or("nothing"); }
+    std::string name() { return HostnamedName(sources_).name(); }
 
     TemporaryFolder folder_;
     HostnamedName::Sources sources_{.systemBus = "",
@@ -91,12 +91,12 @@ TEST_F(HostnamedNameTest, ReadsTheQuotingOfTheFile) {
     }
 }
 
-TEST_F(HostnamedNameTest, IsNothingWhenNobodyNamedTheComputer) {
-    EXPECT_EQ(name(), "nothing");
+TEST_F(HostnamedNameTest, IsMacWhenNobodyNamedTheComputer) {
+    EXPECT_EQ(name(), "Mac");
     writeNetworkName("(none)\n");
-    EXPECT_EQ(name(), "nothing");
+    EXPECT_EQ(name(), "Mac");
     writeNetworkName(" \n");
-    EXPECT_EQ(name(), "nothing");
+    EXPECT_EQ(name(), "Mac");
 }
 
 TEST_F(HostnamedNameTest, TheKernelTellsTheNetworkName) {
