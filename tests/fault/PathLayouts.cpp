@@ -209,6 +209,8 @@ std::vector<PathLayout> toldLayouts() {
          " PROJECTS "},
         {"two folders, one is told and begins the path too", file, "Projects/file", done, exists, "", "file",
          two, "Projects"},
+        {"two folders, the second is told", "file; /home/Second/; /home/Second/other = file", "other", done,
+         exists, "", "other", two, "Second"},
         {"two folders, the path begins with the other one", link, "Second/link", done, exists, "", "file",
          two, "Projects"},
         {"a folder that nobody allowed is told", file, "file", failed, failed, "", std::nullopt, two,

@@ -30,7 +30,7 @@ class FileSearchTest : public testing::Test {
 
     std::string refusal(const std::optional<std::string>& slozka, const PovoleneSlozky& slozky) {
         auto result = executor.run(soubory.hledej("a", slozka, 50, slozky, {})).value();
-        return result ? "found" : result.error().popis();
+        return result ? "" : result.error().popis();
     }
 
     Found walk(FileSearch::Limits limits) const {
@@ -155,7 +155,17 @@ TEST_F(FileSearchTest, WithoutAFolderTheAllowedOnesAreTold) {
     EXPECT_EQ(refusal("Music", two), "Neurčil jsi složku. Povolené: Projects, outside.");
     EXPECT_EQ(refusal("Music", tree.allowed()), "Neurčil jsi složku. Povolené: Projects.");
     EXPECT_EQ(refusal({}, tree.allowed({})), "Na Macu není povolená žádná složka.");
-    EXPECT_EQ(refusal("outside", two), "found");
+}
+
+TEST_F(FileSearchTest, TheFolderThatIsNamedIsWalked) {
+    tree.file("home/Projects/first", "");
+    tree.file("outside/second", "");
+    const auto two = tree.allowed({"home/Projects", "outside"});
+    auto found = [&](const std::string& slozka) {
+        return executor.run(soubory.hledej({}, slozka, 50, two, {})).value().value();
+    };
+    EXPECT_THAT(found("Projects"), ElementsAre("first"));
+    EXPECT_THAT(found("outside"), ElementsAre("second"));
 }
 
 TEST_F(FileSearchTest, AStopEndsTheWalk) {

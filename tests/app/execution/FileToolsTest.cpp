@@ -27,11 +27,13 @@ class FileToolsTest : public testing::Test {
         tools->addTo(table, [] { return true; });
     }
 
+    ToolOutcome call(std::string_view name, boost::json::object arguments) {
+        return executor.run(table.find(name)->run({std::string(name), std::move(arguments), "r"})).value();
+    }
+
     /// "written", or the sentence of the refusal.
     std::string write(const std::string& path, const std::string& content = "x") {
-        const auto* tool = table.find(MacToolName::filesWrite);
-        auto outcome =
-            executor.run(tool->run({"mac.files.write", {{"path", path}, {"content", content}}, "r"})).value();
+        auto outcome = call(MacToolName::filesWrite, {{"path", path}, {"content", content}});
         return outcome.ok ? "written" : std::string(outcome.result.at("error").as_string());
     }
 
@@ -54,6 +56,24 @@ class FileToolsTest : public testing::Test {
     std::optional<FileTools> tools;
     ToolTable table;
 };
+
+TEST_F(FileToolsTest, EachToolWorksInTheFolderThatIsNamed) {
+    picker.answers.push_back({tree.path("outside")});
+    ASSERT_TRUE(executor.run(slozky->pridat()));
+    for (const std::string name : {"Projects", "outside"}) {
+        const auto file = name + ".txt";
+        const auto content = "in " + name;
+        EXPECT_EQ(
+            call(MacToolName::filesWrite, {{"path", file}, {"content", content}, {"folder", name}}).result,
+            (boost::json::object{{"written", file}}));
+        EXPECT_EQ(call(MacToolName::filesRead, {{"path", file}, {"folder", name}}).result,
+                  (boost::json::object{{"content", content}}));
+        EXPECT_EQ(call(MacToolName::filesSearch, {{"folder", name}}).result,
+                  (boost::json::object{{"count", 1}, {"files", {file}}}));
+    }
+    EXPECT_EQ(tree.content("home/Projects/Projects.txt"), "in Projects");
+    EXPECT_EQ(tree.content("outside/outside.txt"), "in outside");
+}
 
 TEST_F(FileToolsTest, WhatIsWrittenWithinAnHourHasASumAndASentence) {
     EXPECT_EQ(write("a.txt"), "written");

@@ -50,6 +50,15 @@ TEST_F(TerminalToolsTest, AnswersStatusOutputAndErrors) {
     EXPECT_EQ(commands().back().args, std::vector<std::string>{"status"});
 }
 
+TEST_F(TerminalToolsTest, ACommandRunsInTheFolderThatIsNamed) {
+    picker.answers.push_back({tree.path("outside")});
+    ASSERT_TRUE(executor.run(slozky->pridat()));
+    EXPECT_TRUE(call({{"program", "ls"}, {"folder", "outside"}}).ok);
+    EXPECT_EQ(commands().back().cwd, tree.path("outside"));
+    EXPECT_TRUE(call({{"program", "ls"}, {"folder", "PROJECTS"}}).ok);
+    EXPECT_EQ(commands().back().cwd, tree.path("home/Projects"));
+}
+
 TEST_F(TerminalToolsTest, AStatusThatIsNotZeroIsNotOkAndHasNoError) {
     answer = {.status = 3};
     auto outcome = call({{"program", "ls"}});
