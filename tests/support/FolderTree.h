@@ -39,6 +39,12 @@ class FolderTree {
         return text.str();
     }
 
+    /// Lets nobody but a superuser into what stands there, and everybody as far as there.
+    void close(const std::string& name) const {
+        std::filesystem::permissions(path(""), std::filesystem::perms{0755});
+        std::filesystem::permissions(path(name), std::filesystem::perms::none);
+    }
+
     [[nodiscard]] bool exists(const std::string& name) const {
         return std::filesystem::exists(std::filesystem::symlink_status(path(name)));
     }

@@ -4,6 +4,7 @@
 #include "platform/memory/ManualExecutor.h"
 #include "shared/wire/TalkSpanError.h"
 #include "tests/app/execution/FileTree.h"
+#include "tests/support/PlainUser.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -166,6 +167,23 @@ TEST_F(FileSearchTest, TheFolderThatIsNamedIsWalked) {
     };
     EXPECT_THAT(found("Projects"), ElementsAre("first"));
     EXPECT_THAT(found("outside"), ElementsAre("second"));
+}
+
+TEST_F(FileSearchTest, AFolderThatCannotBeReadIsPassedOver) {
+    for (const std::string name : {"a", "b", "c"}) tree.file("home/Projects/" + name + "/file", "");
+    tree.file("home/Projects/file", "");
+    tree.close("home/Projects/b");
+    {
+        const PlainUser user;
+        EXPECT_THAT(search(""), UnorderedElementsAre("file", "a/file", "c/file"));
+    }
+    std::filesystem::permissions(tree.path("home/Projects/b"), std::filesystem::perms::owner_all);
+    tree.close("home/Projects");
+    {
+        const PlainUser user;
+        EXPECT_THAT(search(""), IsEmpty());
+    }
+    std::filesystem::permissions(tree.path("home/Projects"), std::filesystem::perms::owner_all);
 }
 
 TEST_F(FileSearchTest, AStopEndsTheWalk) {

@@ -1,6 +1,7 @@
 #include "platform/linux/InodeBookmarks.h"
 
-#include "tests/support/TemporaryFolder.h"
+#include "tests/support/FolderTree.h"
+#include "tests/support/PlainUser.h"
 
 #include <gtest/gtest.h>
 
@@ -45,6 +46,23 @@ TEST(InodeBookmarks, AnotherFolderAtThePathIsNotTheOneThatWasAllowed) {
     fs::remove(path);
     fs::create_directory_symlink(folder.path() / "b", path);
     EXPECT_TRUE(bookmarks.resolve(*bookmark));
+}
+
+TEST(InodeBookmarks, AFolderThatMayNotBeLookedAtNowMayBeTheOneThatWasAllowed) {
+    FolderTree tree;
+    InodeBookmarks bookmarks;
+    const auto path = tree.folder("closed/inner");
+    const auto bookmark = bookmarks.create(path);
+    ASSERT_TRUE(bookmark);
+    tree.close("closed");
+    {
+        const PlainUser user;
+        ASSERT_FALSE(bookmarks.create(path)) << "it cannot be looked at";
+        const auto resolved = bookmarks.resolve(*bookmark);
+        ASSERT_TRUE(resolved);
+        EXPECT_EQ(resolved->path, path);
+    }
+    fs::permissions(tree.path("closed"), fs::perms::owner_all);
 }
 
 TEST(InodeBookmarks, OnlyAFolderHasABookmark) {
