@@ -63,6 +63,20 @@ TEST(PovoleneSlozky, TheDesktopOfTheSystemIsFoundUnderAnyNameAndThroughLinks) {
               tree.path("home/Schreibtisch"));
 }
 
+TEST(PovoleneSlozky, ADesktopIsKnownByItsNameInAnyLetters) {
+    FileTree tree;
+    for (const std::string name : {"home/desktop", "home/DESKTOP", "home/De\u0301sktop"})
+        EXPECT_EQ(tree.allowed({"home/Projects", name}).slozkaProAlias("na ploše"), tree.path(name));
+    EXPECT_EQ(tree.allowed({"home/Projects", "home/Desktop folder"}).slozkaProAlias("plocha"), std::nullopt);
+}
+
+TEST(PovoleneSlozky, AnAllowedFolderThatLeadsToTheDesktopIsTheDesktop) {
+    FileTree tree;
+    tree.standard.desktopFolder = tree.folder("home/Schreibtisch");
+    tree.link("home/way", "Schreibtisch");
+    EXPECT_EQ(tree.allowed({"home/Projects", "home/way"}).slozkaProAlias("plocha"), tree.path("home/way"));
+}
+
 TEST(PovoleneSlozky, AFolderThatIsReallyNamedPlochaIsFoundByItsName) {
     FileTree tree;
     EXPECT_EQ(tree.allowed({"home/Plocha", "home/Desktop"}).slozkaProAlias("plocha"),
