@@ -40,6 +40,21 @@ Slozky::~Slozky() {
     for (const auto& slozka : aktivniPristupy_) bookmarks_.stopAccess(slozka);
 }
 
+const std::vector<std::string>& Slozky::povolene() const {
+    vyzadujHlavniVlakno();
+    return povolene_;
+}
+
+const std::set<std::string>& Slozky::vyzadujiObnoveni() const {
+    vyzadujHlavniVlakno();
+    return vyzadujiObnoveni_;
+}
+
+const std::optional<std::string>& Slozky::chybaOpravneni() const {
+    vyzadujHlavniVlakno();
+    return chybaOpravneni_;
+}
+
 PovoleneSlozky Slozky::snimek() const {
     vyzadujHlavniVlakno();
     return {povolene_, standardFolders_};

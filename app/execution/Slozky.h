@@ -35,13 +35,13 @@ class Slozky {
     Slozky(const Slozky&) = delete;
     Slozky& operator=(const Slozky&) = delete;
 
-    [[nodiscard]] const std::vector<std::string>& povolene() const { return povolene_; }
+    [[nodiscard]] const std::vector<std::string>& povolene() const;
 
     /// Folders of the list without a working bookmark: still allowed, to be chosen anew.
-    [[nodiscard]] const std::set<std::string>& vyzadujiObnoveni() const { return vyzadujiObnoveni_; }
+    [[nodiscard]] const std::set<std::string>& vyzadujiObnoveni() const;
 
     /// Why a permission could not be kept the last time; for the settings.
-    [[nodiscard]] const std::optional<std::string>& chybaOpravneni() const { return chybaOpravneni_; }
+    [[nodiscard]] const std::optional<std::string>& chybaOpravneni() const;
 
     [[nodiscard]] PovoleneSlozky snimek() const;
 
