@@ -78,6 +78,16 @@ TEST_F(AgentRunnerTest, ShowsTheRunningTask) {
     EXPECT_EQ(runner.bezici(), nullptr);
 }
 
+TEST_F(AgentRunnerTest, ATaskBeginsWhenItsAgentWasFound) {
+    version.reset();
+    begin(task());
+    clock.advance(5s);
+    finish();
+    ASSERT_NE(runner.bezici(), nullptr);
+    EXPECT_EQ(runner.bezici()->zacatek, clock.now());
+    finish();
+}
+
 TEST_F(AgentRunnerTest, TellsProgressInOrderAndBeforeTheEnd) {
     auto outcome = begin(task());
     child().listener->output("{\"type\":\"thread.started\",\"thread_id\":\"t1\"}\n"
@@ -240,6 +250,21 @@ TEST_F(AgentRunnerTest, AnErrorOfTheAgentEndsItBySigtermAlone) {
     EXPECT_THAT(child().signals, ElementsAre(ChildSignal::terminate)) << "there is no second stage";
     finish(15);
     EXPECT_EQ(failure(outcome), "codex skončil chybou: Došel kredit.");
+}
+
+TEST_F(AgentRunnerTest, AnErrorWithoutWordsEndsTheAgentTooAndSaysNothingOfItsOwn) {
+    for (const auto& [errors, words] :
+         {std::pair{" kvóta\n", "kvóta"}, std::pair{"", "Proces skončil s kódem 15."}}) {
+        auto outcome = begin(task());
+        say(R"({"type":"error","message":""})");
+        EXPECT_THAT(child().signals, ElementsAre(ChildSignal::terminate));
+        finish(15, errors);
+        EXPECT_EQ(failure(outcome), "codex skončil chybou: " + std::string(words));
+    }
+    auto outcome = begin(task());
+    say(R"({"type":"error","message":""})");
+    finish(0);
+    EXPECT_EQ(outcome->value().value().text, "Nástroj nevrátil žádný text.");
 }
 
 TEST_F(AgentRunnerTest, AnErrorInTheLastWordsOfAnEndedAgentSignalsNobody) {

@@ -98,6 +98,24 @@ TEST_F(AgentSessionTest, TheSessionOfAFailedRunIsRemembered) {
     finish();
 }
 
+TEST_F(AgentSessionTest, HoweverARunEndsItsSessionIsRemembered) {
+    const std::pair<std::string, std::function<void()>> ends[] = {
+        {"cancel", [this] { EXPECT_TRUE(runner.zrus()); }},
+        {"limit", [this] { clock.advance(900s); }},
+        {"error", [this] { say(R"({"type":"error","message":"Došel kredit."})"); }},
+    };
+    for (const auto& [session, end] : ends) {
+        auto outcome = begin(task());
+        say(R"({"type":"thread.started","thread_id":")" + session + "\"}");
+        end();
+        finish(15);
+        EXPECT_NE(failure(outcome), "") << session;
+        begin(task());
+        EXPECT_EQ(resumed(), session);
+        finish();
+    }
+}
+
 TEST_F(AgentSessionTest, ARunThatTellsNoSessionLeavesTheMemory) {
     remember("t1", task());
     begin(task());

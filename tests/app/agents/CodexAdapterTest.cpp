@@ -91,6 +91,8 @@ TEST(CodexAdapter, ReadsEachTypeOfEvent) {
            {R"({"type":"task_complete","last_agent_message":"b"})", final("b")},
            {R"({"type":"error","message":"m"})", error("m")},
            {R"({"type":"error"})", error("Codex skončil chybou.")},
+           {R"({"type":"error","message":""})", error("")},
+           {R"({"type":"stream_error","message":""})", error("")},
            {R"({"type":"error","message":{"text":"m"}})", error("Codex skončil chybou.")},
            {R"({"type":"stream_error","message":"m"})", error("m")},
            {R"({"type":"stream_error"})", error("Codex skončil chybou.")},
