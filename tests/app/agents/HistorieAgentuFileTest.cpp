@@ -1,3 +1,4 @@
+#include "foundation/SystemError.h"
 #include "shared/wire/Json.h"
 #include "tests/app/agents/HistoryFixture.h"
 
@@ -75,6 +76,14 @@ TEST_F(HistorieAgentuFileTest, AnOlderRecordIsFilledIn) {
     EXPECT_EQ(ukol.revize, 1U);
     EXPECT_FALSE(ukol.conversationID || ukol.relace || ukol.chyba);
     EXPECT_EQ(trouble(), "none");
+}
+
+TEST_F(HistorieAgentuFileTest, AFileInWhichNothingRanIsLeftAsItIs) {
+    const auto text = std::string("[") + oldRecord + "]";
+    write(text);
+    load();
+    EXPECT_EQ(historie->polozky().size(), 1U);
+    EXPECT_EQ(written(), text);
 }
 
 TEST_F(HistorieAgentuFileTest, AnOlderRecordWithoutAnEndIsDatedByItsBeginning) {
@@ -199,7 +208,9 @@ TEST_F(HistorieAgentuFileTest, ADamagedFileGivesTheMessageAndAnEmptyList) {
         write(text);
         load();
         EXPECT_TRUE(historie->polozky().empty()) << name;
-        EXPECT_TRUE(trouble().starts_with("Historii úkolů se nepodařilo načíst: ")) << name << trouble();
+        const auto why = decode<std::vector<UkolAgenta>>(text).error().popis();
+        EXPECT_NE(why, "") << name;
+        EXPECT_EQ(trouble(), "Historii úkolů se nepodařilo načíst: " + why) << name;
         EXPECT_EQ(written(), text) << name << ": reading alone leaves it";
     }
 }
@@ -218,7 +229,7 @@ TEST_F(HistorieAgentuFileTest, AFailedSaveIsToldAndTheListStaysRight) {
     load();
     std::ofstream(temporary.path() / "TalkSpan") << "v cestě";
     auto ukol = begin("codex", "Oprav testy");
-    EXPECT_TRUE(trouble().starts_with("Historii úkolů se nepodařilo uložit: ")) << trouble();
+    EXPECT_EQ(trouble(), "Historii úkolů se nepodařilo uložit: " + SystemError{ENOTDIR}.popis());
     EXPECT_EQ(historie->polozky(), std::vector{ukol});
     std::filesystem::remove(temporary.path() / "TalkSpan");
     historie->nastavRelaci(ukol.workItemID, "r1");

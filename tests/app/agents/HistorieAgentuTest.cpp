@@ -309,6 +309,9 @@ TEST_F(HistorieAgentuTest, OffTheMainThreadTheProgramEnds) {
         [&] { historie->preruseno(id); },   [&] { (void)historie->relaceProUkol(id, "codex"); },
         [&] { historie->priZmene([] {}); }, [&] { (void)historie->relaceProSlozku("codex", "/p"); },
         [&] { (void)historie->bezici(); },  [&] { (void)historie->ukolProRelaci("codex", "r"); },
+        [&] { begin("codex", "2"); },       [&] { (void)historie->prijmiPokracovani({id, {}, {}}, "r"); },
+        [&] { historie->potvrd(id, 1); },   [&] { (void)historie->prejmenuj({id, {}, {}}, "Název"); },
+        [&] { historie->vymazat(); },       [&] { (void)historie->otevritRelaci({}); },
     };
     for (const auto& use : uses) EXPECT_DEATH(std::thread(use).join(), "off the main thread");
 }
