@@ -38,6 +38,7 @@ Task<VysledekProcesu> BehProgramu::vysledek() {
     std::lock_guard lock(zamek_);
     co_return VysledekProcesu{.navratovyKod = status_,
                               .vystup = sber_.vezmiVystup(),
+                              .vystupUriznut = sber_.jeVystupUriznut(),
                               .chyby = sber_.vezmiChyby(),
                               .zruseno = zruseno_,
                               .vyprselCas = vyprselo_};

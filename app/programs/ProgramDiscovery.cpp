@@ -16,8 +16,8 @@ namespace morvex {
 namespace {
 
 constexpr std::chrono::seconds timeLimit{8};
-/// Only the last line counts; a start-up file may write whatever it likes.
-constexpr Zachyt zachyt{.vystup = 1024 * 1024, .chyby = 0};
+/// Only the last line counts; a start-up file may write whatever it likes before it.
+constexpr Zachyt zachyt{.vystup = 1024 * 1024, .castVystupu = Zachyt::Cast::konec, .chyby = 0};
 
 /// A leading ~ is the home folder of the account.
 constexpr std::array<std::string_view, 18> wellKnown = {
@@ -63,6 +63,15 @@ std::vector<std::string> split(std::string_view text, char separator) {
         text.remove_prefix(std::min(end + 1, text.size()));
     }
     return parts;
+}
+
+/// The last line that is not empty.
+std::string lastLine(const VysledekProcesu& result) {
+    auto lines = split(result.vystup, '\n');
+    if (lines.empty()) return "";
+    // Where the text was cut, its first line may be the end of a longer one.
+    const bool isWhole = lines.size() > 1 || !result.vystupUriznut || result.vystup.starts_with('\n');
+    return isWhole ? std::move(lines.back()) : "";
 }
 
 void append(std::vector<std::string>& all, std::vector<std::string> more) {
@@ -176,10 +185,7 @@ Task<std::string> ProgramDiscovery::posledniRadek(OutsideProgram program) {
     ProcessRunner runner(launcher_, clock_);
     std::stop_callback cancel(stop_, [&runner] { runner.zrusit(); });
     auto result = co_await runner.spustit(std::move(program), timeLimit, {}, zachyt);
-    // Of an output that was cut nobody knows the last line.
-    if (!result || result->vystup.size() >= zachyt.vystup) co_return "";
-    auto lines = split(result->vystup, '\n');
-    co_return lines.empty() ? "" : lines.back();
+    co_return result ? lastLine(*result) : "";
 }
 
 std::vector<std::string> ProgramDiscovery::znameAdresare() const {

@@ -18,6 +18,13 @@ void appendEnd(std::size_t limit, std::string& kept, std::string_view chunk) {
     if (kept.size() / 2 > limit) kept.erase(0, kept.size() - limit);
 }
 
+void append(std::size_t limit, Zachyt::Cast cast, std::string& kept, std::string_view chunk) {
+    if (cast == Zachyt::Cast::konec)
+        appendEnd(limit, kept, chunk);
+    else
+        appendUpTo(limit, kept, chunk);
+}
+
 std::string end(std::size_t limit, std::string kept) {
     if (kept.size() > limit) kept.erase(0, kept.size() - limit);
     return kept;
@@ -30,7 +37,8 @@ std::string decode(std::string bytes) {
 } // namespace
 
 void SberVystupu::pridejVystup(std::string_view chunk) {
-    appendUpTo(zachyt_.vystup, vystup_, chunk);
+    bajtuVystupu_ += chunk.size();
+    append(zachyt_.vystup, zachyt_.castVystupu, vystup_, chunk);
     if (!naRadek_) return;
     // Each chunk is decoded by itself: a character that two chunks share is whole in the result only.
     if (isValidUtf8(chunk))
@@ -40,10 +48,7 @@ void SberVystupu::pridejVystup(std::string_view chunk) {
 }
 
 void SberVystupu::pridejChyby(std::string_view chunk) {
-    if (zachyt_.castChyb == Zachyt::Cast::konec)
-        appendEnd(zachyt_.chyby, chyby_, chunk);
-    else
-        appendUpTo(zachyt_.chyby, chyby_, chunk);
+    append(zachyt_.chyby, zachyt_.castChyb, chyby_, chunk);
 }
 
 void SberVystupu::dokonci() {
@@ -51,7 +56,7 @@ void SberVystupu::dokonci() {
 }
 
 std::string SberVystupu::vezmiVystup() {
-    return decode(std::exchange(vystup_, {}));
+    return decode(end(zachyt_.vystup, std::exchange(vystup_, {})));
 }
 
 std::string SberVystupu::vezmiChyby() {

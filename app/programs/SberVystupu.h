@@ -20,8 +20,9 @@ struct Zachyt {
     enum class Cast { zacatek, konec };
 
     std::size_t vystup = vse;
+    Cast castVystupu = Cast::zacatek; ///< which part, when there is more
     std::size_t chyby = vse;
-    Cast castChyb = Cast::zacatek;          ///< which part of the errors, when they are longer
+    Cast castChyb = Cast::zacatek;
     std::size_t radek = 16UL * 1024 * 1024; ///< the longest line; a longer one is passed over as a whole
 };
 
@@ -37,7 +38,10 @@ class SberVystupu {
     /// Delivers a last line that no line break ended.
     void dokonci();
 
-    /// The whole as text, once; invalid UTF-8 is repaired.
+    /// Whether there was more of the standard output than what is kept.
+    [[nodiscard]] bool jeVystupUriznut() const { return bajtuVystupu_ > zachyt_.vystup; }
+
+    /// What is kept as text, once; invalid UTF-8 is repaired.
     std::string vezmiVystup();
     std::string vezmiChyby();
 
@@ -49,6 +53,7 @@ class SberVystupu {
 
     NaRadek naRadek_;
     Zachyt zachyt_;
+    std::size_t bajtuVystupu_ = 0; ///< all that came
     std::string vystup_;
     std::string chyby_;
     std::string nedokoncenyRadek_;

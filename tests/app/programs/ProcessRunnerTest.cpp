@@ -151,6 +151,32 @@ TEST_F(ProcessRunnerTest, KeepsTheEndOfTheErrorsWhenTheCallerWantsThat) {
     }
 }
 
+TEST_F(ProcessRunnerTest, KeepsTheEndOfTheOutputWhenTheCallerWantsThatAndSaysWhetherItWasCut) {
+    struct Case {
+        std::vector<std::string> chunks;
+        std::string end;
+        std::string beginning;
+        bool isCut;
+    };
+
+    const std::vector<Case> cases = {
+        {{}, "", "", false},
+        {{"ab", "cd"}, "abcd", "abcd", false},
+        {{"abcde"}, "bcde", "abcd", true},
+        {{"abcd", "e", "f"}, "cdef", "abcd", true},
+        {{"0123456789", "xyz"}, "9xyz", "0123", true},
+        {{"\xff\xff\xff\xff"}, "\ufffd\ufffd\ufffd\ufffd", "\ufffd\ufffd\ufffd\ufffd", false},
+    };
+    for (const auto& [chunks, wantedEnd, beginning, isCut] : cases)
+        for (auto cast : {Zachyt::Cast::konec, Zachyt::Cast::zacatek}) {
+            begin({.vystup = 4, .castVystupu = cast});
+            for (const auto& chunk : chunks) say(chunk);
+            const auto whole = exitAndEnd();
+            EXPECT_EQ(whole.vystup, cast == Zachyt::Cast::konec ? wantedEnd : beginning);
+            EXPECT_EQ(whole.vystupUriznut, isCut) << wantedEnd;
+        }
+}
+
 TEST_F(ProcessRunnerTest, ALineThatIsTooLongIsPassedOverAsAWhole) {
     const std::vector<std::vector<std::string>> cases = {
         {"a\n12345\n1234\n"},                        // whole in one chunk

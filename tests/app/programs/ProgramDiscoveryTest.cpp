@@ -171,9 +171,51 @@ TEST_F(ProgramDiscoveryTest, AShellThatHangsIsStoppedAfterEightSeconds) {
     EXPECT_THAT(leading(), ElementsAre(path("own")));
 }
 
-TEST_F(ProgramDiscoveryTest, AShellThatPrintsWithoutEndYieldsNothing) {
+TEST_F(ProgramDiscoveryTest, HoweverMuchAProgramPrintsItsLastLineCounts) {
     environment["SHELL"] = "/bin/zsh";
-    answers["zsh"] = {.output = "/a\n" + std::string(2 * 1024 * 1024, '/')};
+    file("own/npm");
+    const std::string before[] = {
+        std::string(3'000'000, 'x') + "\n",
+        std::string(600'000, '\xff') + "\n", // which is three times as long when it is repaired
+        std::string(3'000'000, '\n'),
+        std::string(1024 * 1024 - 7, 'x') + "\n", // as much as is kept, with what the shell prints behind it
+        std::string(1024 * 1024 - 6, 'x') + "\n",
+    };
+    for (const auto& banner : before) {
+        made.reset();
+        answers["zsh"] = {.output = banner + "/a:/b\n"};
+        answers["npm"] = {.output = banner + "/npm"};
+        EXPECT_THAT(leading(), ElementsAre("/a", "/b", path("own"))) << banner.size();
+        EXPECT_THAT(trailing(), ElementsAre("/npm/bin")) << banner.size();
+    }
+}
+
+TEST_F(ProgramDiscoveryTest, ALastLineOfMoreThanAMebibyteYieldsNothing) {
+    environment["SHELL"] = "/bin/zsh";
+    constexpr std::size_t most = 1024 * 1024;
+    for (std::size_t length : {most + 1, 3 * most}) {
+        made.reset();
+        answers["zsh"] = {.output = "/a\n/b" + std::string(length - 4, ':') + "/c"};
+        EXPECT_THAT(leading(), ElementsAre(path("own"))) << length;
+    }
+    made.reset();
+    answers["zsh"] = {.output = "/b" + std::string(most - 4, ':') + "/c"};
+    EXPECT_THAT(leading(), ElementsAre("/b", "/c", path("own"))) << "it is all that was printed";
+}
+
+TEST_F(ProgramDiscoveryTest, AShellThatPrintsWithoutEndIsStoppedAfterEightSeconds) {
+    environment["SHELL"] = "/bin/zsh";
+    programs.answer = [](const OutsideProgram& program) {
+        return program.binary == "/bin/zsh" ? std::nullopt : std::optional(Answer{});
+    };
+    EXPECT_EQ(executor.run(discovery().prihlasovaciPath()), std::nullopt);
+    auto& shell = *programs.children.front();
+    for (int i = 0; i < 50; ++i) shell.listener->output(std::string(100'000, '/'));
+    clock.advance(8s);
+    EXPECT_THAT(shell.signals, ElementsAre(ChildSignal::terminate));
+    shell.listener->exited(15);
+    shell.listener->ended();
+    executor.runUntilIdle();
     EXPECT_THAT(leading(), ElementsAre(path("own")));
 }
 
