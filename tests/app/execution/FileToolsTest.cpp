@@ -75,6 +75,14 @@ TEST_F(FileToolsTest, EachToolWorksInTheFolderThatIsNamed) {
     EXPECT_EQ(tree.content("outside/outside.txt"), "in outside");
 }
 
+TEST_F(FileToolsTest, ASearchFindsFiftyFilesAtMost) {
+    for (int i = 0; i < 60; ++i) tree.file("home/Projects/a" + std::to_string(i), "");
+    const auto* tool = table.find(MacToolName::filesSearch);
+    auto outcome = executor.run(tool->run({"mac.files.search", {{"pattern", "a"}}, "r"})).value();
+    EXPECT_EQ(outcome.result.at("count"), 50);
+    EXPECT_EQ(outcome.result.at("files").as_array().size(), 50U);
+}
+
 TEST_F(FileToolsTest, WhatIsWrittenWithinAnHourHasASumAndASentence) {
     EXPECT_EQ(write("a.txt"), "written");
     EXPECT_EQ(write("b.txt"), "written");

@@ -83,6 +83,12 @@ TEST(PovoleneSlozky, AFolderThatIsReallyNamedPlochaIsFoundByItsName) {
               tree.path("home/Plocha"));
 }
 
+TEST(PovoleneSlozky, TheFirstFolderThatMatchesIsFoundByItsNameOrAsTheDesktop) {
+    FileTree tree;
+    EXPECT_EQ(tree.allowed({"home/Desktop", "home/Plocha"}).slozkaProAlias("plocha"),
+              tree.path("home/Desktop"));
+}
+
 TEST(PovoleneSlozky, ADesktopThatLoopsIsNoDesktop) {
     FileTree tree;
     tree.link("home/loop", "loop");

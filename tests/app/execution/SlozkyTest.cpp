@@ -7,6 +7,7 @@
 #include "platform/memory/MemoryBookmarks.h"
 #include "platform/memory/MemoryDefaults.h"
 #include "tests/app/execution/FileTree.h"
+#include "tests/support/PlainUser.h"
 #include "tests/support/SlowDefaults.h"
 
 #include <gmock/gmock.h>
@@ -216,6 +217,16 @@ TEST_F(SlozkyTest, ADeletedFolderIsGoneFromBothKeysAfterTheNextStart) {
     EXPECT_THAT(slozky->povolene(), ElementsAre(b));
     EXPECT_THAT(savedPaths(), ElementsAre(b));
     EXPECT_THAT(savedBookmarks(), ElementsAre("bookmark 2 " + b));
+}
+
+TEST_F(SlozkyTest, AFolderThatMayNotBeLookedAtNowIsNotForgotten) {
+    const auto inner = tree.folder("closed/inner");
+    store({}, {inner});
+    tree.close("closed");
+    const PlainUser user;
+    auto slozky = load();
+    EXPECT_THAT(slozky->povolene(), ElementsAre(inner));
+    EXPECT_THAT(savedPaths(), ElementsAre(inner));
 }
 
 TEST_F(SlozkyTest, AFileInPlaceOfTheFolderIsNotAllowed) {

@@ -5,6 +5,7 @@
 #include "platform/memory/ManualExecutor.h"
 #include "tests/app/execution/FileTree.h"
 #include "tests/support/Await.h"
+#include "tests/support/PlainUser.h"
 
 #include <gtest/gtest.h>
 
@@ -106,6 +107,13 @@ TEST_F(SouboryBridgeTest, AFileThatCannotBeReadIsTold) {
     auto memory = "/proc/" + std::to_string(::getpid()) + "/mem";
     EXPECT_EQ(said(executor.run(soubory.precti(memory, {}, proc)).value()),
               "Soubor mem se nepodařilo přečíst.");
+}
+
+TEST_F(SouboryBridgeTest, AFileThatMayNotBeReadIsToldAndCalledAFile) {
+    tree.file("home/Projects/locked", "secret");
+    tree.close("home/Projects/locked");
+    const PlainUser user;
+    EXPECT_EQ(read("locked"), "Soubor locked se nepodařilo přečíst.");
 }
 
 TEST_F(SouboryBridgeTest, ReadAndWriteTellTheRefusalsOfThePathCheck) {

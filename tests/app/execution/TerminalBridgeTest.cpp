@@ -68,6 +68,17 @@ TEST_F(TerminalBridgeTest, EveryCommandOfTheTableGetsItsVerdict) {
     }
 }
 
+TEST_F(TerminalBridgeTest, EveryChangingWordNeedsTheUserWithEveryProgram) {
+    for (const std::string program : allowedPrograms)
+        for (const std::string word :
+             {"install", "uninstall", "publish", "update", "upgrade", "add",    "remove", "push",
+              "pull",    "fetch",     "clone",   "commit", "merge",   "rebase", "reset",  "checkout",
+              "clean",   "rm",        "mv",      "init",   "tag",     "stash"})
+            EXPECT_EQ(refusal(program, {"-n", word, "."}),
+                      program + " " + word +
+                          " vyžaduje tvoje potvrzení. Schvalování zatím neumím — udělej to na Macu sám.");
+}
+
 TEST_F(TerminalBridgeTest, AdmitsInterpretersWithAnyCodeOnPurpose) {
     EXPECT_EQ(refusal("python3", {"-c", "import shutil; shutil.rmtree('.')"}), "");
     EXPECT_EQ(refusal("node", {"-e", "require('child_process').exec('rm -rf .')"}), "");
@@ -177,6 +188,18 @@ TEST_F(TerminalBridgeTest, AnAllowedProgramThatIsNotInstalledCannotBeRun) {
     auto result = run("xcodebuild", {"-list"});
     ASSERT_FALSE(result);
     EXPECT_EQ(*result.error().as<Chyba>(), (Chyba{Chyba::ZakazanyProgram{"xcodebuild"}}));
+}
+
+TEST_F(TerminalBridgeTest, EveryGateSpeaksBeforeAProgramIsLookedFor) {
+    std::filesystem::remove(tree.path("bin/xcodebuild"));
+    EXPECT_EQ(refusal("xcodebuild", {"clean"}),
+              "xcodebuild clean vyžaduje tvoje potvrzení. Schvalování zatím neumím — udělej to na Macu sám.");
+    EXPECT_EQ(refusal("xcodebuild", {"-exec"}),
+              "Ten příkaz nespustím: obsahuje -exec, což umí spustit cokoli dalšího");
+    EXPECT_EQ(refusal("xcodebuild", {"-list"}, "Music"), "Pracovní složka Music není mezi povolenými.");
+    EXPECT_EQ(refusal("xcodebuild", {"/etc/passwd"}),
+              "Cesta passwd leží mimo povolené složky. Nesahám na ni.");
+    EXPECT_TRUE(programs.programs.empty()) << "nothing was asked where programs are";
 }
 
 TEST_F(TerminalBridgeTest, AFailedLaunchIsPassedOn) {

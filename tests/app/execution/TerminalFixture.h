@@ -20,10 +20,12 @@ namespace morvex {
 /// The eighteen programs as files of a path of their own; none is ever started.
 class TerminalFixture : public testing::Test {
   protected:
+    static constexpr const char* allowedPrograms[] = {"ls",    "cat",  "head",    "tail",       "wc",  "file",
+                                                      "stat",  "grep", "rg",      "find",       "du",  "df",
+                                                      "swift", "node", "python3", "xcodebuild", "npm", "git"};
+
     TerminalFixture() {
-        for (const char* name : {"ls", "cat", "head", "tail", "wc", "file", "stat", "grep", "rg", "find",
-                                 "du", "df", "swift", "node", "python3", "xcodebuild", "npm", "git"})
-            program(name);
+        for (const char* name : allowedPrograms) program(name);
         programs.answer = [this](const OutsideProgram& asked) {
             if (isCommand(asked)) return answer;
             // Package managers that this computer may have, and the one above, are asked once and say

@@ -346,6 +346,9 @@ TEST_F(ProgramDiscoveryTest, ToolsGetTheOwnEnvironmentForPlainText) {
     environment["PATH"] = "/x";
     environment["TERM"] = "xterm";
     environment["LANG"] = "cs_CZ.UTF-8";
+    environment["NO_COLOR"] = "";
+    environment["FORCE_COLOR"] = "3";
+    environment["CI"] = "false";
     auto given = executor.run(discovery().prostrediNastroju()).value();
     EXPECT_EQ(given, (Environment{{"PATH", resolved()},
                                   {"TERM", "dumb"},
