@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -97,6 +98,18 @@ TEST(MacIntegrationSettings, WritingTheSameValueTwiceTellsOnce) {
     turn(settings, Integration::notes, true);
     EXPECT_EQ(told, 1);
     EXPECT_EQ(defaults.writes, 1);
+}
+
+TEST(MacIntegrationSettings, WhoIsToldFindsTheNewValueInPlace) {
+    MemoryDefaults defaults;
+    MacIntegrationSettings settings(defaults);
+    std::vector<std::pair<bool, std::optional<bool>>> found;
+    settings.onChange = [&] {
+        found.emplace_back(settings.isOn(Integration::files), defaults.boolean("integration.files.enabled"));
+    };
+    turn(settings, Integration::files, false);
+    turn(settings, Integration::files, true);
+    EXPECT_EQ(found, (std::vector<std::pair<bool, std::optional<bool>>>{{false, false}, {true, true}}));
 }
 
 /// Settings on a disk that works when the test lets it.

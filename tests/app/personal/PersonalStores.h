@@ -33,6 +33,12 @@ class PersonalStores : public testing::Test {
         std::ofstream(folder) << "in the way";
     }
 
+    /// Nobody but a superuser may write there; everybody may come as far.
+    void lockSaves() const {
+        std::filesystem::permissions(support.path(), std::filesystem::perms{0755});
+        std::filesystem::permissions(folder, std::filesystem::perms{0555});
+    }
+
     void mendSaves() {
         std::filesystem::remove(folder);
         if (std::filesystem::exists(away)) std::filesystem::rename(away, folder);

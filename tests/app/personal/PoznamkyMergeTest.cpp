@@ -1,5 +1,8 @@
+#include "foundation/SystemError.h"
 #include "tests/app/personal/PoznamkyFixture.h"
+#include "tests/support/PlainUser.h"
 
+#include <cerrno>
 #include <limits>
 
 namespace morvex {
@@ -100,6 +103,19 @@ TEST_F(PoznamkyMergeTest, ANoteOfThePhoneThatCannotBeSavedIsPutBackAndToldOf) {
     EXPECT_TRUE(store.prijmout(newer));
     EXPECT_FALSE(store.problem());
     EXPECT_EQ(reloaded().notes(), std::vector{newer});
+}
+
+TEST_F(PoznamkyMergeTest, TheProblemIsTheErrorOfTheSaveThatFailedLast) {
+    create("Nákup");
+    breakSaves();
+    EXPECT_FALSE(store.prijmout(fromPhone("Nová")));
+    EXPECT_EQ(store.problem(), SystemError{ENOTDIR}.popis());
+    mendSaves();
+    lockSaves();
+    const PlainUser user;
+    EXPECT_FALSE(store.prijmout(fromPhone("Nová")));
+    EXPECT_EQ(store.problem(), SystemError{EACCES}.popis());
+    EXPECT_EQ(sentence(store.vytvorit("Místní", "obsah")), SystemError{EACCES}.popis());
 }
 
 TEST_F(PoznamkyMergeTest, PuttingBackKeepsLocalChangesThatWaitForASaveAndShowsThem) {

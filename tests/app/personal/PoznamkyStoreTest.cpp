@@ -222,6 +222,33 @@ TEST_F(PoznamkyStoreTest, ADeletedNoteStaysAsARecordAndASecondDeleteFindsNothing
     EXPECT_EQ(sentence(store.smazat("ZLUTOUCKY KUN")), "Poznámku s tímto názvem jsem nenašel.");
 }
 
+/// A clock that has gone on each time it is read.
+class GoingClock final : public Clock {
+  public:
+    [[nodiscard]] Date now() const override {
+        still_.advance(1s);
+        return still_.now();
+    }
+
+    [[nodiscard]] Duration sinceBoot() const override { return still_.sinceBoot(); }
+
+    TimerId at(Duration when, Job callback) override { return still_.at(when, std::move(callback)); }
+
+    void forget(TimerId timer) override { still_.forget(timer); }
+
+  private:
+    mutable ManualClock still_;
+};
+
+TEST_F(PoznamkyStoreTest, ADeletionIsTheLastChangeAtOneAndTheSameTime) {
+    GoingClock going;
+    AwaitedNotes notes(support.path(), going, random);
+    ASSERT_TRUE(notes.vytvorit("Nákup", "obsah"));
+    const auto deleted = notes.smazat("Nákup").value();
+    EXPECT_GT(deleted.updatedAt, deleted.createdAt);
+    EXPECT_EQ(deleted.deletedAt, deleted.updatedAt);
+}
+
 TEST_F(PoznamkyStoreTest, ALocalFailureIsNotRolledBack) {
     auto note = create("Nákup");
     viewChanges = 0;

@@ -1,6 +1,9 @@
+#include "foundation/SystemError.h"
 #include "tests/app/personal/PersonalStores.h"
 #include "tests/support/AwaitedStores.h"
+#include "tests/support/PlainUser.h"
 
+#include <cerrno>
 #include <sys/stat.h>
 
 namespace morvex {
@@ -125,6 +128,18 @@ TEST_F(SouhrnyStoreTest, ASummaryThatCannotBeSavedChangesNothingAndIsToldOf) {
     EXPECT_TRUE(store.prijmout(newer));
     EXPECT_FALSE(store.problem());
     EXPECT_EQ(reloaded().summaries(), std::vector{newer});
+}
+
+TEST_F(SouhrnyStoreTest, TheProblemIsTheErrorOfTheSaveThatFailedLast) {
+    ASSERT_TRUE(store.prijmout(summary("první")));
+    breakSaves();
+    EXPECT_FALSE(store.prijmout(summary("druhá")));
+    EXPECT_EQ(store.problem(), SystemError{ENOTDIR}.popis());
+    mendSaves();
+    lockSaves();
+    const PlainUser user;
+    EXPECT_FALSE(store.prijmout(summary("druhá")));
+    EXPECT_EQ(store.problem(), SystemError{EACCES}.popis());
 }
 
 TEST_F(SouhrnyStoreTest, WhatWasTakenIsStillThereAtTheNextStartAndWhatCouldNotBeIsRefused) {
