@@ -2,6 +2,7 @@
 
 #include "app/ui/DescriptionNews.h"
 #include "app/ui/GlyphProvider.h"
+#include "app/ui/PressGuard.h"
 #include "shared/base/Require.h"
 
 #include <QCursor>
@@ -105,6 +106,7 @@ QQuickWindow* WindowHost::load(const QString& component) {
         source.createWithInitialProperties({{QStringLiteral("companion"), QVariant::fromValue(&model_)}}));
     vyzaduj(window != nullptr, "a window is no window");
     new DescriptionNews(*window);
+    new PressGuard(*window, clock_);
     connect(window, &QWindow::visibleChanged, this, [this, window](bool visible) {
         if (visible || hiding_) return;
         if (window == menu_) menuClosed_ = clock_.sinceBoot();

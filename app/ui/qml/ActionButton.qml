@@ -9,6 +9,8 @@ T.Button {
     property int kind: ActionButton.Kind.Plain
     /// What a screen reader adds: what came of the last press, where that is shown elsewhere.
     property string outcome
+    /// What it is about, where that changes under the same text. A press counts only for what has been there for a moment.
+    property string subject
     readonly property bool main: kind === ActionButton.Kind.Main
     readonly property color ink: main ? Vzhled.buttonText : kind === ActionButton.Kind.Warning ? Vzhled.attention : Vzhled.text
 

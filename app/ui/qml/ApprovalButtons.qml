@@ -19,6 +19,7 @@ ButtonRow {
         id: refuse
 
         text: qsTr("Zamítnout")
+        subject: row.model.requestId
         onClicked: row.model.refuse(row.model.requestId)
     }
 
@@ -27,6 +28,7 @@ ButtonRow {
 
         kind: ActionButton.Kind.Main
         text: qsTr("Potvrdit")
+        subject: row.model.requestId
         onClicked: row.model.approve(row.model.requestId)
     }
 }

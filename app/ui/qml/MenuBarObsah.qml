@@ -94,6 +94,7 @@ Rectangle {
             visible: view.model.tasks.runningTool !== ""
             controls: ActionButton {
                 text: qsTr("Zastavit")
+                subject: view.model.tasks.runningId
                 onClicked: view.model.tasks.stop(view.model.tasks.runningId)
             }
 

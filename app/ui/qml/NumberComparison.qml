@@ -42,12 +42,14 @@ ColumnLayout {
         ActionButton {
             kind: ActionButton.Kind.Main
             text: qsTr("Souhlasí")
+            subject: view.model.number
             onClicked: view.model.confirm(view.model.number)
         }
 
         ActionButton {
             kind: ActionButton.Kind.Warning
             text: qsTr("Neshoduje se")
+            subject: view.model.number
             onClicked: view.model.refuse()
         }
     }

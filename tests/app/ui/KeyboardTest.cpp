@@ -128,6 +128,7 @@ TEST_F(KeyboardTest, ANewAppIsTypedAndKeptWithoutAMouse) {
     EXPECT_EQ(companion->customApps().apps()[0].name, "Sklad");
     goTo("Odebrat: Sklad");
     give(Qt::Key_Space);
+    clock.advance(std::chrono::seconds(1));
     give(Qt::Key_Return);
     EXPECT_EQ(companion->customApps().apps().size(), 1U) << "Enter at the question leaves it";
     goTo("Odebrat: Sklad");

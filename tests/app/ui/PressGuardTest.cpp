@@ -1,0 +1,180 @@
+#include "tests/app/ui/ShownCompanion.h"
+
+#include <QQuickItem>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+class PressGuardTest : public ShownCompanion {
+  protected:
+    /// Until what has changed is on the screen.
+    void draw() {
+        settle();
+        bool isDrawn = false;
+        auto connection =
+            QObject::connect(window(), &QQuickWindow::frameSwapped, window(), [&] { isDrawn = true; });
+        window()->update();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return isDrawn; }));
+        QObject::disconnect(connection);
+    }
+
+    /// The middle of the button or field of this name; drawn first, since layouts move.
+    QPoint placeOf(const std::string& name) {
+        draw();
+        draw();
+        QPoint place;
+        walk(window(), [&](QAccessibleInterface* node) {
+            if (isControl(node) && node->text(QAccessible::Name).toStdString() == name)
+                place = node->rect().center() - window()->position();
+        });
+        EXPECT_FALSE(place.isNull()) << name;
+        EXPECT_TRUE(QRect(QPoint(0, 0), window()->size()).contains(place)) << name;
+        return place;
+    }
+
+    void click(QPoint place) {
+        QTest::mouseClick(window(), Qt::LeftButton, {}, place);
+        settle();
+    }
+
+    /// As a person who reads before the next press.
+    void pause() {
+        draw();
+        clock.advance(400ms);
+    }
+
+    void openHigh() {
+        openWithKeyboard();
+        window()->resize(720, 3'000);
+        draw();
+    }
+};
+
+TEST_F(PressGuardTest, TheSecondHalfOfADoubleClickIsNotForWhatTheFirstBrought) {
+    startPaired();
+    openHigh();
+    const auto place = placeOf("Spárovat jiný telefon");
+    showState({StavParovani::OverCislo{"482 915"}});
+    pause();
+    click(place);
+    showState({StavParovani::Necinne{}});
+    clock.advance(399ms);
+    click(place);
+    click(place + QPoint(3, 2));
+    EXPECT_TRUE(http.requests.empty()) << "a hand that rests is never quite still";
+    clock.advance(1ms);
+    draw();
+    click(place);
+    EXPECT_TRUE(http.requests.empty()) << "it was not seen before the press before";
+    pause();
+    click(place);
+    EXPECT_EQ(http.requests.size(), 1U);
+}
+
+TEST_F(PressGuardTest, WhatComesByItselfUnderARestingPointerTakesNoPressForAMoment) {
+    startPaired();
+    openHigh();
+    const auto place = placeOf("Spárovat jiný telefon");
+    showState({StavParovani::OverCislo{"482 915"}});
+    // A move to where the pointer is already would be none.
+    QTest::mouseMove(window(), place + QPoint(0, 30));
+    QTest::mouseMove(window(), place);
+    pause();
+    showState({StavParovani::Necinne{}});
+    draw();
+    clock.advance(399ms);
+    click(place);
+    EXPECT_TRUE(http.requests.empty());
+    clock.advance(1ms);
+    click(place);
+    EXPECT_EQ(http.requests.size(), 1U);
+}
+
+TEST_F(PressGuardTest, APointerThatMovesThereMeansIt) {
+    startPaired();
+    openHigh();
+    const auto place = placeOf("Spárovat jiný telefon");
+    const auto other = placeOf("Odpojit telefon");
+    showState({StavParovani::OverCislo{"482 915"}});
+    pause();
+    click(other);
+    showState({StavParovani::Necinne{}});
+    click(place);
+    EXPECT_EQ(http.requests.size(), 1U);
+}
+
+TEST_F(PressGuardTest, ARowThatMovesUpIsNotRemovedWithTheOneBefore) {
+    start();
+    openHigh();
+    const auto first = allowFolder("a");
+    const auto second = allowFolder("b");
+    const auto place = placeOf("Odebrat: " + first);
+    pause();
+    click(place);
+    click(place);
+    EXPECT_EQ(companion->slozky().povolene(), std::vector{second});
+    pause();
+    click(place);
+    EXPECT_TRUE(companion->slozky().povolene().empty());
+}
+
+TEST_F(PressGuardTest, TheNextQuestionUnderTheSameButtonIsNotAnsweredWithTheLastOne) {
+    start();
+    openHigh();
+    ask("Odeslat e-mail", "Komu: Jana");
+    const auto place = placeOf("Potvrdit");
+    pause();
+    click(place);
+    ask("Smazat vše", "Komu: Jana");
+    click(place);
+    EXPECT_EQ(answers, std::vector{true});
+    pause();
+    click(place);
+    EXPECT_EQ(answers, (std::vector{true, true}));
+}
+
+TEST_F(PressGuardTest, AQuestionThatTheFirstOfTwoQuickKeysBroughtStays) {
+    startPaired();
+    openHigh();
+    for (auto key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
+        goTo("Odpojit telefon");
+        give(key);
+        ASSERT_EQ(focused(), "Zrušit") << key;
+        clock.advance(399ms);
+        give(key);
+        EXPECT_EQ(focused(), "Zrušit") << key;
+        clock.advance(1ms);
+        give(key);
+        EXPECT_EQ(focused(), "Odpojit telefon") << key;
+        clock.advance(400ms);
+    }
+}
+
+TEST_F(PressGuardTest, AKeyThatIsHeldPressesNothingThatItBrought) {
+    startPaired();
+    openHigh();
+    goTo("Odpojit telefon");
+    give(Qt::Key_Return);
+    clock.advance(1s);
+    for (int repeat = 0; repeat < 3; ++repeat) {
+        QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, {}, QStringLiteral("\r"), true);
+        QCoreApplication::sendEvent(window(), &held);
+        settle();
+        EXPECT_EQ(focused(), "Zrušit");
+        clock.advance(100ms);
+    }
+}
+
+TEST_F(PressGuardTest, BlanksAreTypedAsFastAsOneLikes) {
+    start();
+    openHigh();
+    goTo("Relay");
+    for (int blank = 0; blank < 3; ++blank) give(Qt::Key_Space);
+    QTest::keyClick(window(), Qt::Key_Space);
+    EXPECT_TRUE(window()->activeFocusItem()->property("text").toString().contains(QStringLiteral("    ")));
+}
+
+} // namespace
+} // namespace morvex
