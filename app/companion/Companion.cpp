@@ -219,6 +219,7 @@ Task<void> Companion::zpracovat(SecureLink::Chyba udalost) {
 Task<void> Companion::zpracovat(SecureLink::Pripraveno) {
     const auto link = spojeni_.soucasne();
     state_.potiz = std::nullopt;
+    state_.telefonOdesel = false;
     co_await poslatStav();
     co_await doplnitPoPripojeni(link);
 }

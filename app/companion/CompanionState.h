@@ -21,6 +21,8 @@ struct CompanionState {
     QProperty<MacAvailability> dostupnost{MacAvailability{MacAvailability::Nesparovano{}}};
     QProperty<StavParovani> parovani;
     QProperty<std::optional<PairedPeer>> protejsek;
+    /// The phone whose number is compared, or that was just confirmed, has left and has had no session yet.
+    QProperty<bool> telefonOdesel{false};
     /// Identifier of this device; empty until its identity is there.
     QProperty<std::string> identifikator;
     /// The last problem for the user.

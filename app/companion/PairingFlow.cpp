@@ -34,6 +34,7 @@ void PairingFlow::zacitParovani() {
     ++generation_;
     auto address = RelayAddress::parse(state_.relayAdresa.value());
     if (!address) return selhat("Adresa relaye nedává smysl.");
+    state_.telefonOdesel = false;
     state_.parovani = StavParovani{StavParovani::Zakladam{}};
     services_.scope.spawn(zalozit(*std::move(address), generation_));
 }
@@ -60,6 +61,7 @@ void PairingFlow::listenFor(const RelayAddress& address, const PairID& pair) {
 Task<void> PairingFlow::listen(std::shared_ptr<RelayLink> link, std::string relayURL, PairID pair,
                                std::stop_token stop) {
     while (auto event = co_await link->udalosti().next(stop)) {
+        sledovat(*event);
         auto* obalka = std::get_if<RelayLink::Obalka>(&*event);
         if (!obalka) continue;
         const auto& envelope = obalka->envelope;
@@ -67,6 +69,14 @@ Task<void> PairingFlow::listen(std::shared_ptr<RelayLink> link, std::string rela
             envelope.pair == pair && envelope.to == identita_->deviceID())
             prijmout(envelope, relayURL);
     }
+}
+
+void PairingFlow::sledovat(const RelayLink::Udalost& event) {
+    if (!rozdelany_) return;
+    if (const auto* presence = std::get_if<RelayLink::Protejsek>(&event))
+        state_.telefonOdesel = !presence->online;
+    if (const auto* login = std::get_if<RelayLink::Prihlaseno>(&event))
+        state_.telefonOdesel = !login->protejsekOnline;
 }
 
 void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL) {
@@ -84,6 +94,7 @@ void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL
     auto pairKey = identita_->pairKey(peer);
     if (!pairKey) return selhat("Klíč telefonu nejde použít: " + pairKey.error().popis());
     rozdelany_ = std::move(peer);
+    state_.telefonOdesel = false;
     state_.parovani = StavParovani{StavParovani::OverCislo{Parovani::comparisonNumber(*pairKey)}};
 }
 
@@ -121,6 +132,7 @@ Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
 void PairingFlow::odmitnoutCislo() {
     ++generation_;
     rozdelany_.reset();
+    state_.telefonOdesel = false;
     zastavit();
     selhat("Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; "
            "pokud se to bude opakovat, někdo poslouchá.");
@@ -130,6 +142,7 @@ void PairingFlow::zrusitParovani() {
     ++generation_;
     state_.parovani = StavParovani{};
     rozdelany_.reset();
+    state_.telefonOdesel = false;
     zastavit();
     if (state_.protejsek.value()) link_.pripojit();
 }
@@ -140,6 +153,7 @@ void PairingFlow::odvolat() {
     if (!identita_ || !address) return;
     link_.opustit();
     state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
+    state_.telefonOdesel = false;
     services_.scope.spawn(zapomenout(*std::move(address), *protejsek));
 }
 

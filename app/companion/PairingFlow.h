@@ -60,6 +60,8 @@ class PairingFlow {
     void listenFor(const RelayAddress& address, const PairID& pair);
     Task<void> listen(std::shared_ptr<RelayLink> link, std::string relayURL, PairID pair,
                       std::stop_token stop);
+    /// Notes whether the phone that has introduced itself is still there.
+    void sledovat(const RelayLink::Udalost& event);
     void prijmout(const Envelope& envelope, const std::string& relayURL);
     Task<void> ulozit(PairedPeer peer, std::uint64_t generation);
     Task<void> zapomenout(RelayAddress address, PairedPeer protejsek);

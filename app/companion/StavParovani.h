@@ -7,6 +7,11 @@
 
 namespace morvex {
 
+/// What is told of a phone that went away while its number was compared. It keeps nothing itself before its person
+/// agrees too.
+inline constexpr const char* telefonMezitimOdesel =
+    "Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.";
+
 /// Where the pairing stands, for the pairing view.
 struct StavParovani {
     /// Nothing is going on.

@@ -121,6 +121,7 @@ void ConsoleShell::watch() {
         if (!alive.expired()) printTaskTrouble();
     });
     notifiers_.push_back(state.parovani.addNotifier([this] { printPairing(); }));
+    notifiers_.push_back(state.telefonOdesel.addNotifier([this] { tellOfLeaving(); }));
     notifiers_.push_back(companion_.schvalovani().zadost().addNotifier([this] { printApproval(); }));
 }
 
@@ -240,6 +241,12 @@ void ConsoleShell::printPairing() {
         print("Číslo k porovnání: " + compare->cislo);
         print("Je na telefonu stejné? Odpověz „souhlasi“ nebo „neshoduje“.");
     }
+}
+
+/// A relay may say so as often as it likes.
+void ConsoleShell::tellOfLeaving() {
+    if (companion_.stav().telefonOdesel.value() && mayTellOfLink())
+        print(std::string("Párování: ") + telefonMezitimOdesel);
 }
 
 void ConsoleShell::printApproval() {

@@ -57,6 +57,7 @@ class ConsoleShell {
     void printWakefulness();
     void printLoginItem();
     void printPairing();
+    void tellOfLeaving();
     void printApproval();
     void printTasks() const;
     void printTaskTrouble();

@@ -736,6 +736,10 @@
         <translation>Telefon und Mac sprechen verschiedene Versionen des Protokolls (%1 gegen %2). Aktualisiere die ältere App.</translation>
     </message>
     <message>
+        <source>Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.</source>
+        <translation>Das Telefon ist inzwischen gegangen. Falls es die Kopplung aufgegeben hat, verbindet es sich nicht und muss neu gekoppelt werden.</translation>
+    </message>
+    <message>
         <source>Telefon není připojený</source>
         <translation>Das Telefon ist nicht verbunden</translation>
     </message>

@@ -736,6 +736,10 @@
         <translation>The phone and the Mac speak different versions of the protocol (%1 against %2). Update the older app.</translation>
     </message>
     <message>
+        <source>Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.</source>
+        <translation>The phone has left meanwhile. If it gave up the pairing, it will not connect and has to be paired again.</translation>
+    </message>
+    <message>
         <source>Telefon není připojený</source>
         <translation>The phone is not connected</translation>
     </message>

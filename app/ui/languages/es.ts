@@ -736,6 +736,10 @@
         <translation>El teléfono y el Mac hablan versiones distintas del protocolo (%1 frente a %2). Actualiza la app más antigua.</translation>
     </message>
     <message>
+        <source>Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.</source>
+        <translation>El teléfono se ha ido entretanto. Si abandonó el emparejamiento, no se conectará y habrá que emparejarlo de nuevo.</translation>
+    </message>
+    <message>
         <source>Telefon není připojený</source>
         <translation>El teléfono no está conectado</translation>
     </message>

@@ -736,6 +736,10 @@
         <translation>Le téléphone et le Mac parlent des versions différentes du protocole (%1 contre %2). Mets à jour l’app la plus ancienne.</translation>
     </message>
     <message>
+        <source>Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.</source>
+        <translation>Le téléphone est parti entre-temps. S’il a abandonné l’appairage, il ne se connectera pas et devra être appairé à nouveau.</translation>
+    </message>
+    <message>
         <source>Telefon není připojený</source>
         <translation>Le téléphone n’est pas connecté</translation>
     </message>

@@ -23,6 +23,7 @@ PairingModel::PairingModel(Companion& companion, Surroundings surroundings)
     auto& state = companion_.stav();
     watch(state.parovani);
     watch(state.protejsek);
+    watch(state.telefonOdesel);
     watch(state.relayAdresa);
     codeNotifier_ = state.parovani.addNotifier([this] { watchExpiry(); });
 }
@@ -68,6 +69,10 @@ bool PairingModel::expired() const {
 QString PairingModel::number() const {
     const auto* compared = companion_.stav().parovani.value().as<StavParovani::OverCislo>();
     return compared ? QString::fromStdString(compared->cislo) : QString();
+}
+
+QString PairingModel::phoneLeft() const {
+    return companion_.stav().telefonOdesel.value() ? localized(telefonMezitimOdesel) : QString();
 }
 
 QString PairingModel::failure() const {

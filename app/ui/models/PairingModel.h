@@ -20,6 +20,7 @@ class PairingModel final : public ViewModel {
     Q_PROPERTY(QString validUntil READ validUntil NOTIFY changed)
     Q_PROPERTY(bool expired READ expired NOTIFY changed)
     Q_PROPERTY(QString number READ number NOTIFY changed)
+    Q_PROPERTY(QString phoneLeft READ phoneLeft NOTIFY changed)
     Q_PROPERTY(QString failure READ failure NOTIFY changed)
     Q_PROPERTY(QString relayAddress READ relayAddress WRITE setRelayAddress NOTIFY changed)
     Q_PROPERTY(bool relayIsLocal READ relayIsLocal NOTIFY changed)
@@ -45,6 +46,8 @@ class PairingModel final : public ViewModel {
     /// The code on screen is too old to be used.
     [[nodiscard]] bool expired() const;
     [[nodiscard]] QString number() const;
+    /// That the phone has left meanwhile; empty while it is there.
+    [[nodiscard]] QString phoneLeft() const;
     [[nodiscard]] QString failure() const;
     [[nodiscard]] QString relayAddress() const;
     void setRelayAddress(const QString& address);

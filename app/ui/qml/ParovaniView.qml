@@ -14,7 +14,7 @@ Karta {
     glyph: "phone"
     news: ({
             [PairingModel.Creating]: creating.text,
-            [PairingModel.Comparing]: comparison.words,
+            [PairingModel.Comparing]: `${comparison.words} ${left.text}`.trim(),
             [PairingModel.Failed]: failure.text
         })[situation] ?? ""
 
@@ -99,6 +99,14 @@ Karta {
 
         visible: view.situation === PairingModel.Comparing
         model: view.model
+    }
+
+    Note {
+        id: left
+
+        visible: text !== "" && (view.situation === PairingModel.Comparing || view.situation === PairingModel.Paired)
+        trouble: true
+        text: view.model.phoneLeft
     }
 
     ColumnLayout {

@@ -103,6 +103,15 @@ TEST_F(ConsoleShellTest, TellsAtOnceAndInTheStatusThatTheSettingsAreNotSaved) {
     EXPECT_FALSE(hasLine(type("stav"), told));
 }
 
+TEST_F(ConsoleShellTest, TellsThatThePhoneHasLeftWhileItsNumberWaits) {
+    startShell();
+    lines.clear();
+    companion->stav().telefonOdesel = true;
+    companion->stav().telefonOdesel = false;
+    EXPECT_EQ(lines, std::vector<std::string>{"Párování: Telefon mezitím odešel. Pokud párování vzdal, nepřipojí "
+                                              "se a je potřeba ho spárovat znovu."});
+}
+
 TEST_F(ConsoleShellTest, ARelayThatComplainsWithoutEndIsShownSixtyTimesAMinute) {
     startShell();
     int told = 0;

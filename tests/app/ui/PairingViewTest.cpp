@@ -166,6 +166,24 @@ TEST_F(PairingViewTest, TheNumberIsComparedBeforeAnythingIsKept) {
     EXPECT_TRUE(reads("Zkusit znovu"));
 }
 
+TEST_F(PairingViewTest, APhoneThatHasLeftIsToldBesideItsNumberAndOnceItIsPaired) {
+    startPaired();
+    openUi();
+    const std::string told =
+        "Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.";
+    for (const auto& state :
+         {StavParovani{StavParovani::OverCislo{"123 456"}}, StavParovani{StavParovani::Necinne{}}}) {
+        showState(state);
+        for (bool hasLeft : {true, false}) {
+            companion->stav().telefonOdesel = hasLeft;
+            settle();
+            EXPECT_EQ(reads(told), hasLeft);
+        }
+    }
+    showState({StavParovani::OverCislo{"123 456"}});
+    EXPECT_TRUE(reads("Souhlasí")) << "it may come back";
+}
+
 TEST_F(PairingViewTest, WhatComesWhileTheKeyboardIsInTheCardIsToldToAScreenReader) {
     start();
     openUi();
