@@ -230,10 +230,11 @@ Task<void> Companion::doplnitPoPripojeni(std::shared_ptr<SecureLink> link) {
 }
 
 Task<void> Companion::poslatStav() {
-    if (!spojeni_.jePritomne()) co_return;
+    const auto link = spojeni_.soucasne();
+    if (!link) co_return;
     auto status = report_.at(clock().now(), nastroje_.nabizeneNastroje());
     auto sent = co_await spojeni_.poslat({MacPayload::Status{status}}, statusRequestID);
-    if (sent) co_return;
+    if (sent || spojeni_.soucasne() != link) co_return;
     state_.potiz = "Stav se nepodařilo odeslat: " + sent.error().popis();
     if (sent.error().as<MessageTooLong>())
         (void)co_await spojeni_.poslat({MacPayload::Status{shortened(std::move(status))}}, statusRequestID);

@@ -154,6 +154,8 @@ void PairingFlow::odvolat() {
     link_.opustit();
     state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
     state_.telefonOdesel = false;
+    // What went wrong on the way to that phone concerns nobody any more.
+    state_.potiz = std::nullopt;
     services_.scope.spawn(zapomenout(*std::move(address), *protejsek));
 }
 

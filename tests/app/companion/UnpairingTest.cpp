@@ -99,6 +99,9 @@ class UnpairingTest : public AgentHarness, public testing::WithParamInterface<Wa
     ScriptedPhone another{clock};
 };
 
+/// After „Odpojit telefon“.
+using ForgottenTrouble = CompanionHarness;
+
 INSTANTIATE_TEST_SUITE_P(Way, UnpairingTest, testing::Values(Way::button, Way::revokedByRelay), nameOf);
 
 TEST_P(UnpairingTest, ThePhoneIsForgottenAndItsLinkGoesDown) {
@@ -114,6 +117,28 @@ TEST_P(UnpairingTest, ThePhoneIsForgottenAndItsLinkGoesDown) {
     sleep.wake();
     executor.runUntilIdle();
     EXPECT_EQ(sockets.urls.size(), connections);
+}
+
+TEST_F(ForgottenTrouble, WhatWentWrongOnTheWayToThePhoneGoesWithIt) {
+    auto socket = startSecured();
+    socket->breakWith("Relay neodpověděl.");
+    executor.runUntilIdle();
+    ASSERT_EQ(trouble(), "Relay neodpověděl.");
+    companion->parovani().odvolat();
+    EXPECT_EQ(trouble(), "none");
+    executor.runUntilIdle();
+    EXPECT_EQ(trouble(), "none");
+}
+
+TEST_F(ForgottenTrouble, AStatusThatWasOnItsWayTellsNothingAfterwards) {
+    auto socket = startSecured();
+    socket->holdSends();
+    executor.start(companion->poslatStav());
+    executor.runUntilIdle();
+    companion->parovani().odvolat();
+    executor.runUntilIdle();
+    EXPECT_FALSE(socket->closed.empty());
+    EXPECT_EQ(trouble(), "none");
 }
 
 TEST_P(UnpairingTest, ARunningCommandIsStopped) {
