@@ -14,6 +14,7 @@
 #include "platform/linux/LockFileInstance.h"
 #include "platform/linux/LogindSleepInhibitor.h"
 #include "platform/linux/LogindSleepMonitor.h"
+#include "platform/linux/NetlinkMonitor.h"
 #include "platform/linux/OrphanWatch.h"
 #include "platform/linux/OwnEnvironment.h"
 #include "platform/linux/PortalColorScheme.h"
@@ -90,6 +91,7 @@ struct System {
     SysfsPower kernelPower;
     UPowerMonitor power{kernelPower};
     LogindSleepMonitor sleep;
+    NetlinkMonitor network;
     LogindSleepInhibitor inhibitor;
     XdgAutostart loginItem{folders.configuration(), QCoreApplication::applicationFilePath().toStdString()};
     SpawnLauncher processes;
@@ -110,6 +112,7 @@ struct System {
                 folders,
                 power,
                 sleep,
+                network,
                 inhibitor,
                 loginItem,
                 processes,

@@ -1,5 +1,6 @@
 #include "shared-apple/RelayLink.h"
 
+#include "foundation/EitherStop.h"
 #include "foundation/Text.h"
 #include "shared-apple/MessageTooLong.h"
 #include "shared/base/Try.h"
@@ -87,6 +88,11 @@ Task<void> RelayLink::stop() {
     if (ending) co_await ending->join();
 }
 
+Task<void> RelayLink::tryNow() {
+    co_await hop(services_.executor);
+    cekani_.request_stop();
+}
+
 Task<Result<void>> RelayLink::send(Envelope envelope, Login login) {
     co_await hop(services_.executor);
     if (!isCurrent(login)) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
@@ -104,7 +110,7 @@ Task<void> RelayLink::run(TaskScope& scope) {
         auto index = std::min(static_cast<std::size_t>(pokus_), delaysInSeconds.size() - 1);
         int delay = delaysInSeconds[index];
         udalosti_.push(Pripojuji{delay == 0 ? 1 : pokus_ + 1, static_cast<double>(delay)});
-        if (delay > 0 && !co_await sleepFor(services_.clock, std::chrono::seconds(delay), stop)) co_return;
+        if (delay > 0 && !co_await pause(std::chrono::seconds(delay), stop)) co_return;
 
         auto ended = co_await connection(scope);
         if (stop.stop_requested()) co_return;
@@ -112,6 +118,13 @@ Task<void> RelayLink::run(TaskScope& scope) {
         socket_ = nullptr;
         ++pokus_;
     }
+}
+
+Task<bool> RelayLink::pause(Clock::Duration time, std::stop_token stop) {
+    cekani_ = {};
+    const EitherStop ended(stop, cekani_.get_token());
+    (void)co_await sleepFor(services_.clock, time, ended.token());
+    co_return !stop.stop_requested();
 }
 
 Task<Result<void>> RelayLink::connection(TaskScope& scope) {

@@ -20,8 +20,8 @@ namespace morvex {
 /// reconnection with back-off, and the events of all that. It knows nothing of sessions; it hands envelopes
 /// up and down.
 ///
-/// Lives on the link's executor; `start`, `stop` and `send` may be called from any executor and hop there.
-/// The owner awaits `stop()` before it lets the object go.
+/// Lives on the link's executor; `start`, `stop`, `tryNow` and `send` may be called from any executor and hop
+/// there. The owner awaits `stop()` before it lets the object go.
 ///
 ///     start -> pripojuji -> (login) prihlaseno -> protejsek, obalka, selhalo ... -> odpojeno -> pripojuji
 ///     ...
@@ -88,6 +88,10 @@ class RelayLink {
     /// Says goodbye (1001) and waits for the end of all that runs. Harmless when nothing runs.
     Task<void> stop();
 
+    /// The attempt that is waited for begins now. Nothing while none is waited for; the waits after it stay
+    /// as they are.
+    Task<void> tryNow();
+
     /// Sends on the socket of this login. Fails with `TalkSpanError::MacOffline` once that is over or for no
     /// login, with `MessageTooLong` for a frame beyond the limit (nothing is sent, the link stays), else with
     /// `NetworkError`.
@@ -105,6 +109,8 @@ class RelayLink {
 
     // A run keeps to its own scope: a stopped one may still be ending while the next one begins.
     Task<void> run(TaskScope& scope);
+    /// Between two attempts. False when the run is to end.
+    Task<bool> pause(Clock::Duration time, std::stop_token stop);
     Task<Result<void>> connection(TaskScope& scope);
     Task<Result<void>> logInInTime(std::shared_ptr<WebSocket> socket, std::stop_token stop);
     Task<Result<void>> logIn(std::shared_ptr<WebSocket> socket, std::stop_token stop);
@@ -120,7 +126,8 @@ class RelayLink {
     Services services_;
     std::shared_ptr<WebSocket> socket_;
     std::unique_ptr<TaskScope> bezici_;
-    Login login_; ///< of `socket_`, once the relay has accepted it
+    Login login_;             ///< of `socket_`, once the relay has accepted it
+    std::stop_source cekani_; ///< of the attempt that is waited for, when one is
     int pokus_ = 0;
     bool chceBezet_ = false;
     EventStream<Udalost> udalosti_;

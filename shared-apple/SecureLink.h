@@ -65,6 +65,9 @@ class SecureLink {
     /// Drops the session, stops the relay link and waits until nothing runs. May be started again.
     Task<void> zastavit();
 
+    /// As `RelayLink::tryNow`.
+    Task<void> zkusitHned() { return spojeni_.tryNow(); }
+
     /// Seals and sends. Fails with `TalkSpanError::MacOffline` when there is no session or its login is over,
     /// with `AmbiguousIdentity` for a request id that cannot be told apart, else as `RelayLink::send` does.
     Task<Result<void>> poslat(MacPayload payload, std::string requestID);

@@ -12,9 +12,16 @@ namespace morvex {
 
 namespace {
 
+/// One change of the network is told a dozen times, and only the last of them makes it usable.
+constexpr std::chrono::seconds networkSettles{1};
+
 const std::string statusRequestID = "status";
 const std::string relayAddressKey = "relay.adresa";
 const std::string defaultRelayAddress = "http://127.0.0.1:8787";
+
+Clock::Duration wait(const MacAvailability::Pripojuji& pripojuji) {
+    return std::chrono::duration_cast<Clock::Duration>(std::chrono::duration<double>(pripojuji.dalsiZa));
+}
 
 } // namespace
 
@@ -70,6 +77,7 @@ Companion::Companion(CompanionServices services)
 }
 
 Companion::~Companion() {
+    services_.network.unwatch();
     services_.defaults.onProblem = nullptr;
 }
 
@@ -110,6 +118,9 @@ void Companion::installCallbacks() {
     };
     bdelost_.naUsnuti = [this] { usnout(); };
     bdelost_.naProbuzeni = [this] { pripojit(); };
+    services_.network.watch([this] {
+        if (!std::exchange(sitSeMeni_, true)) scope_.spawn(poZmeneSite());
+    });
 }
 
 Task<void> Companion::spustit() {
@@ -176,6 +187,18 @@ void Companion::pripojit() {
 
 void Companion::odpojit() {
     spojeni_.odpojit();
+    state_.dalsiPokus = std::nullopt;
+}
+
+void Companion::zkusitHned() {
+    spojeni_.zkusitHned();
+    parovani_.zkusitHned();
+}
+
+Task<void> Companion::poZmeneSite() {
+    const bool isOver = co_await sleepFor(clock(), networkSettles, scope_.token());
+    sitSeMeni_ = false;
+    if (isOver) zkusitHned();
 }
 
 Task<void> Companion::zpracovat(SecureLink::Udalost udalost) {
@@ -184,6 +207,9 @@ Task<void> Companion::zpracovat(SecureLink::Udalost udalost) {
 }
 
 Task<void> Companion::zpracovat(SecureLink::Stav udalost) {
+    const auto* pripojuji = udalost.stav.as<MacAvailability::Pripojuji>();
+    const bool ceka = pripojuji && pripojuji->dalsiZa > 0;
+    state_.dalsiPokus = ceka ? std::optional(clock().sinceBoot() + wait(*pripojuji)) : std::nullopt;
     state_.dostupnost = udalost.stav;
     if (auto* preruseno = udalost.stav.as<MacAvailability::Preruseno>()) state_.potiz = preruseno->duvod;
     if (!udalost.stav.jePouzitelny()) schvalovani_.vyresit(false);

@@ -55,6 +55,9 @@ class Companion {
     /// Takes the link down in the background. `dostupnost` stays as it is.
     void odpojit();
 
+    /// The link that waits for its next attempt tries now, and so does the one of a pairing.
+    void zkusitHned();
+
     /// Tells the phone what this computer can do. Ends quietly without a link.
     Task<void> poslatStav();
     /// Looks for the agents again, then sends the status.
@@ -113,6 +116,7 @@ class Companion {
     Task<void> zpracovat(SecureLink::Zprava udalost);
     Task<void> zpracovat(SecureLink::Chyba udalost);
     Task<void> zpracovat(SecureLink::Pripraveno udalost);
+    Task<void> poZmeneSite();
     void usnout();
     Task<void> usnoutPoOdpojeni();
     /// What the phone may have missed, over this link.
@@ -156,7 +160,8 @@ class Companion {
     PhoneInbox dorucene_;
     PairingFlow parovani_;
     std::shared_ptr<const DeviceIdentity> identita_;
-    bool konci_ = false; ///< nothing new is connected any more
+    bool sitSeMeni_ = false; ///< a change of the network was told less than a second ago
+    bool konci_ = false;     ///< nothing new is connected any more
 };
 
 } // namespace morvex

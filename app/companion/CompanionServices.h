@@ -4,6 +4,7 @@
 #include "platform/ports/FolderPicker.h"
 #include "platform/ports/HttpClient.h"
 #include "platform/ports/LoginItem.h"
+#include "platform/ports/NetworkMonitor.h"
 #include "platform/ports/PowerMonitor.h"
 #include "platform/ports/ProcessLauncher.h"
 #include "platform/ports/SecretVault.h"
@@ -35,6 +36,7 @@ struct CompanionServices {
     StandardFolders& folders;
     PowerMonitor& power;
     SleepMonitor& sleep;
+    NetworkMonitor& network;
     SleepInhibitor& inhibitor;
     LoginItem& loginItem;
     ProcessLauncher& processes;

@@ -1,12 +1,14 @@
 #pragma once
 
 #include "app/companion/StavParovani.h"
+#include "foundation/Clock.h"
 #include "shared/wire/MacAvailability.h"
 #include "shared/wire/MacStatus.h"
 #include "shared/wire/PairedPeer.h"
 
 #include <QProperty>
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +18,11 @@ namespace morvex {
 /// What the words of `dostupnost` call the other device.
 inline constexpr std::string_view peerName = "Telefon";
 
+/// "Další pokus za 20 s", with `left` until it.
+inline std::string popisDalsihoPokusu(Clock::Duration left) {
+    return "Další pokus za " + std::to_string(std::chrono::ceil<std::chrono::seconds>(left).count()) + " s";
+}
+
 /// What views watch. Main thread only; writing an equal value notifies nobody.
 struct CompanionState {
     QProperty<MacAvailability> dostupnost{MacAvailability{MacAvailability::Nesparovano{}}};
@@ -23,6 +30,8 @@ struct CompanionState {
     QProperty<std::optional<PairedPeer>> protejsek;
     /// The phone whose number is compared, or that was just confirmed, has left and has had no session yet.
     QProperty<bool> telefonOdesel{false};
+    /// When the link tries to connect again, since the start of the computer; nothing while it does not wait.
+    QProperty<std::optional<Clock::Duration>> dalsiPokus;
     /// Identifier of this device; empty until its identity is there.
     QProperty<std::string> identifikator;
     /// The last problem for the user.

@@ -16,6 +16,10 @@ Task<void> start(std::shared_ptr<RelayLink> link) {
     co_await link->start();
 }
 
+Task<void> tryNow(std::shared_ptr<RelayLink> link) {
+    co_await link->tryNow();
+}
+
 Task<void> takeDown(std::shared_ptr<RelayLink> link, std::unique_ptr<TaskScope> listener) {
     co_await link->stop();
     co_await listener->join();
@@ -165,6 +169,10 @@ Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
     auto* uloziste = &services_.uloziste;
     (void)co_await runOn(services_.vaultThread,
                          [uloziste, &protejsek] { return smazatPar(*uloziste, protejsek); });
+}
+
+void PairingFlow::zkusitHned() {
+    if (parovaci_) services_.scope.spawn(tryNow(parovaci_));
 }
 
 void PairingFlow::ukoncit() {

@@ -52,6 +52,9 @@ class PairingFlow {
     /// "Odpojit telefon": forgets the phone at once, and revokes the pair at the relay, whatever that says.
     void odvolat();
 
+    /// The attempt that the link of the pairing waits for begins now.
+    void zkusitHned();
+
     /// For the end of the program: no answer that is still on its way changes anything any more.
     void ukoncit();
 

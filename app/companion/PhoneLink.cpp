@@ -12,6 +12,10 @@ Task<void> start(std::shared_ptr<SecureLink> link) {
     co_await link->spustit();
 }
 
+Task<void> tryNow(std::shared_ptr<SecureLink> link) {
+    co_await link->zkusitHned();
+}
+
 Task<void> takeDown(std::shared_ptr<SecureLink> link) {
     co_await link->zastavit();
 }
@@ -49,6 +53,10 @@ void PhoneLink::odpojit() {
     beginSession();
     scope_.spawn(drain(std::move(posluchac_)));
     odchazejici_.spawn(takeDown(std::exchange(spojeni_, nullptr)));
+}
+
+void PhoneLink::zkusitHned() {
+    if (spojeni_) scope_.spawn(tryNow(spojeni_));
 }
 
 Task<Result<void>> PhoneLink::poslat(MacPayload payload, std::string requestID) {

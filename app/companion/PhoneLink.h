@@ -28,6 +28,9 @@ class PhoneLink {
 
     void odpojit();
 
+    /// The attempt that the link waits for begins now.
+    void zkusitHned();
+
     /// Resumes when no link is still going down. Awaited before this object goes.
     Task<void> odpojeno() { return odchazejici_.join(); }
 

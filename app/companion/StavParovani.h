@@ -7,8 +7,8 @@
 
 namespace morvex {
 
-/// What is told of a phone that went away while its number was compared. It keeps nothing itself before its person
-/// agrees too.
+/// What is told of a phone that went away while its number was compared. It keeps nothing itself before its
+/// person agrees too.
 inline constexpr const char* telefonMezitimOdesel =
     "Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.";
 

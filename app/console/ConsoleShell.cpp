@@ -76,6 +76,8 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
          [](ConsoleShell& shell, const std::string& word) { shell.keepAwake(word); }},
         {"po-prihlaseni", "zap|vyp", "spouští Morvex po přihlášení",
          [](ConsoleShell& shell, const std::string& word) { shell.startAtLogin(word); }},
+        {"zkusit", "", "připojí se hned, nečeká na další pokus",
+         [](ConsoleShell& shell, const std::string&) { shell.tryNow(); }},
         {"potvrdit", "", "povolí akci, která čeká",
          [](ConsoleShell& shell, const std::string&) { shell.companion_.schvalovani().rozhodnout(true); }},
         {"zamitnout", "", "odmítne akci, která čeká",
@@ -164,6 +166,7 @@ void ConsoleShell::printStatus() {
     const auto& state = companion_.stav();
     shownAvailability_.clear();
     printAvailability();
+    printNextAttempt();
     printTrouble(state.potiz);
     printTrouble(state.potizNastaveni);
     const auto& peer = state.protejsek.value();
@@ -193,6 +196,17 @@ void ConsoleShell::printFolders() {
 void ConsoleShell::printAvailability() {
     auto text = companion_.stav().dostupnost.value().popis(peerName, surroundings_.clock.now());
     if (std::exchange(shownAvailability_, text) != text) print("Stav: " + text);
+}
+
+void ConsoleShell::printNextAttempt() const {
+    const auto& when = companion_.stav().dalsiPokus.value();
+    const auto now = surroundings_.clock.sinceBoot();
+    if (when && *when > now) print(popisDalsihoPokusu(*when - now));
+}
+
+void ConsoleShell::tryNow() {
+    print(companion_.stav().dalsiPokus.value() ? "Zkouším to hned." : "Na další pokus se nečeká.");
+    companion_.zkusitHned();
 }
 
 void ConsoleShell::tellOfAvailability() {

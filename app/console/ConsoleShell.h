@@ -52,6 +52,8 @@ class ConsoleShell {
     void printStatus();
     void printFolders();
     void printAvailability();
+    void printNextAttempt() const;
+    void tryNow();
     void tellOfAvailability();
     void printTrouble(const std::optional<std::string>& trouble) const;
     void printWakefulness();

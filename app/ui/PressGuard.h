@@ -13,10 +13,11 @@ class QKeyEvent;
 
 namespace morvex {
 
-/// Keeps a press from what a person cannot have meant: a control that has come under the pointer by itself takes none
-/// for a moment, and the second of two quick presses of a key counts only for what took the first one. So the second
-/// half of a double click is lost on whatever the first half brought there, a row that moves up, a sheet, the next
-/// question under the same button. One for each window, which owns it. Main thread.
+/// Keeps a press from what a person cannot have meant: a control that has come under the pointer by itself
+/// takes none for a moment, and the second of two quick presses of a key counts only for what took the first
+/// one. So the second half of a double click is lost on whatever the first half brought there, a row that
+/// moves up, a sheet, the next question under the same button. One for each window, which owns it. Main
+/// thread.
 class PressGuard final : public QObject {
     Q_OBJECT
 

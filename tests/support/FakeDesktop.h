@@ -3,6 +3,7 @@
 #include "app/companion/CompanionServices.h"
 #include "platform/memory/FakeFolderPicker.h"
 #include "platform/memory/FakeLoginItem.h"
+#include "platform/memory/FakeNetworkMonitor.h"
 #include "platform/memory/FakePower.h"
 #include "platform/memory/FakeSleepInhibitor.h"
 #include "platform/memory/FakeSleepMonitor.h"
@@ -37,6 +38,7 @@ struct FakeDesktop {
     FixedFolders folders;
     FakePower power;
     FakeSleepMonitor sleep;
+    FakeNetworkMonitor network;
     FakeSleepInhibitor inhibitor;
     FakeLoginItem loginItem;
     ScriptedPrograms programs;
@@ -59,6 +61,7 @@ struct FakeDesktop {
                 folders,
                 power,
                 sleep,
+                network,
                 inhibitor,
                 loginItem,
                 programs,

@@ -88,6 +88,10 @@
         <translation>Codex endete mit einem Fehler.</translation>
     </message>
     <message>
+        <source>Další pokus za %1 s</source>
+        <translation>Nächster Versuch in %1 s</translation>
+    </message>
+    <message>
         <source>Doplň název vlastní aplikace.</source>
         <translation>Gib der eigenen App einen Namen.</translation>
     </message>
@@ -938,6 +942,10 @@
     <message>
         <source>Zkopírováno</source>
         <translation>Kopiert</translation>
+    </message>
+    <message>
+        <source>Zkusit hned</source>
+        <translation>Jetzt versuchen</translation>
     </message>
     <message>
         <source>Zkusit znovu</source>

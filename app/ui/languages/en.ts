@@ -88,6 +88,10 @@
         <translation>Codex ended with an error.</translation>
     </message>
     <message>
+        <source>Další pokus za %1 s</source>
+        <translation>Next attempt in %1 s</translation>
+    </message>
+    <message>
         <source>Doplň název vlastní aplikace.</source>
         <translation>Give the custom app a name.</translation>
     </message>
@@ -938,6 +942,10 @@
     <message>
         <source>Zkopírováno</source>
         <translation>Copied</translation>
+    </message>
+    <message>
+        <source>Zkusit hned</source>
+        <translation>Try now</translation>
     </message>
     <message>
         <source>Zkusit znovu</source>

@@ -88,6 +88,10 @@
         <translation>Codex ha terminado con un error.</translation>
     </message>
     <message>
+        <source>Další pokus za %1 s</source>
+        <translation>Próximo intento en %1 s</translation>
+    </message>
+    <message>
         <source>Doplň název vlastní aplikace.</source>
         <translation>Pon un nombre a la app propia.</translation>
     </message>
@@ -938,6 +942,10 @@
     <message>
         <source>Zkopírováno</source>
         <translation>Copiado</translation>
+    </message>
+    <message>
+        <source>Zkusit hned</source>
+        <translation>Intentar ahora</translation>
     </message>
     <message>
         <source>Zkusit znovu</source>

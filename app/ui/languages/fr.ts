@@ -88,6 +88,10 @@
         <translation>Codex s’est terminé par une erreur.</translation>
     </message>
     <message>
+        <source>Další pokus za %1 s</source>
+        <translation>Prochain essai dans %1 s</translation>
+    </message>
+    <message>
         <source>Doplň název vlastní aplikace.</source>
         <translation>Donne un nom à l’app personnelle.</translation>
     </message>
@@ -938,6 +942,10 @@
     <message>
         <source>Zkopírováno</source>
         <translation>Copié</translation>
+    </message>
+    <message>
+        <source>Zkusit hned</source>
+        <translation>Essayer maintenant</translation>
     </message>
     <message>
         <source>Zkusit znovu</source>

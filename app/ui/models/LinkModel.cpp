@@ -5,11 +5,13 @@
 namespace morvex {
 
 LinkModel::LinkModel(Companion& companion, Clock& clock, TaskScope& scope)
-    : state_(companion.stav()), clock_(clock), scope_(scope) {
+    : companion_(companion), state_(companion.stav()), clock_(clock), scope_(scope) {
     watch(state_.dostupnost);
     watch(state_.relayAdresa);
     watch(state_.protejsek);
     watch(state_.potiz);
+    watch(state_.dalsiPokus);
+    attemptNotifier_ = state_.dalsiPokus.addNotifier([this] { countSeconds(); });
     sleepNotifier_ = state_.dostupnost.addNotifier([this] { countMinutes(); });
 }
 
@@ -34,6 +36,15 @@ QString LinkModel::relay() const {
     return QString::fromStdString(peer ? peer->relayURL : state_.relayAdresa.value());
 }
 
+QString LinkModel::nextAttempt() const {
+    const auto left = untilNextAttempt();
+    return left > Clock::Duration::zero() ? localized(popisDalsihoPokusu(left)) : QString();
+}
+
+void LinkModel::tryNow() {
+    companion_.zkusitHned();
+}
+
 QString LinkModel::trouble() const {
     return localized(state_.potiz.value().value_or(std::string()));
 }
@@ -50,6 +61,25 @@ Task<void> LinkModel::refreshEachMinute() {
            co_await sleepFor(clock_, std::chrono::minutes(1), stop))
         refresh();
     counting_ = false;
+}
+
+Clock::Duration LinkModel::untilNextAttempt() const {
+    const auto& when = state_.dalsiPokus.value();
+    return when ? *when - clock_.sinceBoot() : Clock::Duration::zero();
+}
+
+void LinkModel::countSeconds() {
+    if (countingSeconds_ || untilNextAttempt() <= Clock::Duration::zero()) return;
+    countingSeconds_ = true;
+    scope_.spawn(refreshEachSecond());
+}
+
+Task<void> LinkModel::refreshEachSecond() {
+    auto stop = scope_.token();
+    while (untilNextAttempt() > Clock::Duration::zero() &&
+           co_await sleepFor(clock_, std::chrono::seconds(1), stop))
+        refresh();
+    countingSeconds_ = false;
 }
 
 } // namespace morvex

@@ -17,6 +17,7 @@ class LinkModel final : public ViewModel {
     Q_PROPERTY(bool usable READ usable NOTIFY changed)
     Q_PROPERTY(bool needsAttention READ needsAttention NOTIFY changed)
     Q_PROPERTY(QString relay READ relay NOTIFY changed)
+    Q_PROPERTY(QString nextAttempt READ nextAttempt NOTIFY changed)
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
@@ -28,17 +29,28 @@ class LinkModel final : public ViewModel {
     [[nodiscard]] bool usable() const;
     [[nodiscard]] bool needsAttention() const;
     [[nodiscard]] QString relay() const;
+    /// When the link tries again; empty while it does not wait.
+    [[nodiscard]] QString nextAttempt() const;
     [[nodiscard]] QString trouble() const;
+
+    /// "Zkusit hned"
+    Q_INVOKABLE void tryNow();
 
   private:
     void countMinutes();
     Task<void> refreshEachMinute();
+    void countSeconds();
+    Task<void> refreshEachSecond();
+    [[nodiscard]] Clock::Duration untilNextAttempt() const;
 
+    Companion& companion_;
     CompanionState& state_;
     Clock& clock_;
     TaskScope& scope_;
     bool counting_ = false;
+    bool countingSeconds_ = false;
     QPropertyNotifier sleepNotifier_;
+    QPropertyNotifier attemptNotifier_;
 };
 
 } // namespace morvex

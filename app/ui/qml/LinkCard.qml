@@ -1,5 +1,6 @@
 import Morvex
 import QtQuick
+import QtQuick.Layouts
 
 Karta {
     id: view
@@ -14,6 +15,20 @@ Karta {
         hodnota: view.model.availability
         obrazek: `image://glyph/availability/${view.model.symbol}/${Vzhled.hex(view.model.needsAttention ? Vzhled.attention : Vzhled.accent)}`
         barva: view.model.needsAttention ? Vzhled.attention : view.model.usable ? Vzhled.accent : Vzhled.text
+    }
+
+    SideRow {
+        visible: view.model.nextAttempt !== ""
+        controls: ActionButton {
+            text: qsTr("Zkusit hned")
+            onClicked: view.model.tryNow()
+        }
+
+        BodyText {
+            Layout.fillWidth: true
+            text: view.model.nextAttempt
+            color: Vzhled.secondaryText
+        }
     }
 
     RadekStavu {

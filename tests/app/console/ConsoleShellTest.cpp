@@ -28,6 +28,10 @@ class ConsoleShellTest : public CompanionHarness {
     void startShell() {
         askedPicker = &consolePicker;
         start();
+        makeShell();
+    }
+
+    void makeShell() {
         shell = std::make_unique<ConsoleShell>(
             *companion, ConsoleShell::Surroundings{clock, consolePicker, folders, *scope,
                                                    [this](const std::string& text) { lines.push_back(text); },
@@ -63,7 +67,7 @@ TEST_F(ConsoleShellTest, AnUnknownCommandIsToldAndABlankLineIsNot) {
 TEST_F(ConsoleShellTest, HelpNamesEveryCommand) {
     startShell();
     auto help = type("POMOC");
-    EXPECT_EQ(help.size(), 23U);
+    EXPECT_EQ(help.size(), 24U);
     EXPECT_TRUE(hasLine(help, "  povolit CESTA          povolí složku"));
 }
 
@@ -108,8 +112,27 @@ TEST_F(ConsoleShellTest, TellsThatThePhoneHasLeftWhileItsNumberWaits) {
     lines.clear();
     companion->stav().telefonOdesel = true;
     companion->stav().telefonOdesel = false;
-    EXPECT_EQ(lines, std::vector<std::string>{"Párování: Telefon mezitím odešel. Pokud párování vzdal, nepřipojí "
-                                              "se a je potřeba ho spárovat znovu."});
+    EXPECT_EQ(lines,
+              std::vector<std::string>{"Párování: Telefon mezitím odešel. Pokud párování vzdal, nepřipojí "
+                                       "se a je potřeba ho spárovat znovu."});
+}
+
+TEST_F(ConsoleShellTest, TellsWhenTheLinkTriesNextAndTriesAtOnceWhenAsked) {
+    auto socket = startPaired();
+    executor.runUntilIdle();
+    makeShell();
+    EXPECT_EQ(type("zkusit"), std::vector<std::string>{"Na další pokus se nečeká."});
+    socket->breakWith("Relay neodpověděl.");
+    executor.runUntilIdle();
+    for (auto wait : {1s, 2s}) {
+        clock.advance(wait);
+        executor.runUntilIdle();
+    }
+    clock.advance(1500ms);
+    EXPECT_TRUE(hasLine(type("stav"), "Další pokus za 4 s"));
+    const auto attempts = sockets.urls.size();
+    EXPECT_EQ(type("zkusit").front(), "Zkouším to hned.");
+    EXPECT_EQ(sockets.urls.size(), attempts + 1);
 }
 
 TEST_F(ConsoleShellTest, ARelayThatComplainsWithoutEndIsShownSixtyTimesAMinute) {

@@ -1,15 +1,11 @@
 #pragma once
 
+#include "tests/platform/linux/MainLoopTest.h"
 #include "tests/support/PrivateBus.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QEventLoop>
-#include <QTimer>
-#include <gtest/gtest.h>
 
-#include <chrono>
 #include <memory>
 #include <string>
 
@@ -17,15 +13,10 @@ namespace morvex {
 
 /// A bus of the test's own, the system's and the session's at once, with one service of python3-dbusmock on
 /// it.
-class MockedSystem : public testing::Test {
+class MockedSystem : public MainLoopTest {
   protected:
     MockedSystem(const char* mockTemplate, QString service, QString path)
-        : template_(mockTemplate), service_(std::move(service)), path_(std::move(path)) {
-        static int argc = 1;
-        static char name[] = "test";
-        static char* argv[] = {name, nullptr};
-        static QCoreApplication application(argc, argv);
-    }
+        : template_(mockTemplate), service_(std::move(service)), path_(std::move(path)) {}
 
     ~MockedSystem() override { QDBusConnection::disconnectFromBus(connectionName); }
 
@@ -40,19 +31,6 @@ class MockedSystem : public testing::Test {
     void endService() {
         program_->end();
         ASSERT_TRUE(eventually([this] { return !isThere(); }));
-    }
-
-    /// Runs the main loop until the condition holds: false when it does not within a time that no working
-    /// system needs.
-    template <class Condition> static bool eventually(Condition condition) {
-        auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-        while (!condition()) {
-            if (std::chrono::steady_clock::now() > giveUp) return false;
-            QEventLoop loop;
-            QTimer::singleShot(std::chrono::milliseconds(5), &loop, &QEventLoop::quit);
-            loop.exec();
-        }
-        return true;
     }
 
     QDBusMessage call(const QString& interface, const QString& method, const QVariantList& arguments) const {

@@ -1,0 +1,54 @@
+#include "tests/app/ui/UiHarness.h"
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// The card "Spojení".
+class LinkViewTest : public UiHarness {
+  protected:
+    void pass(Clock::Duration time) {
+        clock.advance(time);
+        settle();
+    }
+
+    void loseLink() {
+        startSecured()->breakWith("Relay neodpověděl.");
+        openUi();
+        for (auto wait : {1s, 2s, 5s, 10s}) pass(wait);
+    }
+};
+
+TEST_F(LinkViewTest, SaysWhenTheLinkTriesNextAndCountsTheSeconds) {
+    loseLink();
+    for (int left = 20; left > 0; --left) {
+        EXPECT_TRUE(reads("Další pokus za " + std::to_string(left) + " s")) << texts();
+        pass(1s);
+    }
+    EXPECT_TRUE(reads("Další pokus za 30 s")) << "the attempt of that moment has failed";
+}
+
+TEST_F(LinkViewTest, TriesAtOnceOnAPressAndOffersNothingOnceItIsThere) {
+    loseLink();
+    auto socket = sockets.layOut();
+    const auto attempts = sockets.urls.size();
+    press("Zkusit hned");
+    EXPECT_EQ(sockets.urls.size(), attempts + 1);
+    phone.attach(socket, *mac);
+    phone.logIn();
+    settle();
+    EXPECT_FALSE(reads("Další pokus"));
+    EXPECT_FALSE(reads("Zkusit hned"));
+}
+
+TEST_F(LinkViewTest, WhileAnAttemptIsMadeNoneIsAnnounced) {
+    loseLink();
+    (void)sockets.layOut();
+    pass(20s);
+    EXPECT_EQ(availability(), "Připojuji… (6. pokus)");
+    EXPECT_FALSE(reads("Další pokus"));
+}
+
+} // namespace
+} // namespace morvex
