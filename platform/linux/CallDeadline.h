@@ -4,7 +4,9 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <functional>
 #include <mutex>
+#include <stop_token>
 #include <thread>
 
 namespace morvex {
@@ -14,7 +16,8 @@ namespace morvex {
 /// service at the other end may never answer.
 class CallDeadline {
   public:
-    explicit CallDeadline(std::chrono::milliseconds limit);
+    /// Once `ending` is requested two seconds are left at most.
+    explicit CallDeadline(std::chrono::milliseconds limit, std::stop_token ending = {});
 
     [[nodiscard]] GCancellable* cancellable() const { return cancellable_.get(); }
 
@@ -26,12 +29,14 @@ class CallDeadline {
   private:
     using Time = std::chrono::steady_clock;
 
+    void hurry();
     void watch(const std::stop_token& stop);
 
     Time::time_point end_;
     GLibHandle<GCancellable> cancellable_;
-    std::mutex mutex_;
+    mutable std::mutex mutex_; ///< of `end_`
     std::condition_variable_any ended_;
+    std::stop_callback<std::function<void()>> ending_;
     std::jthread watcher_;
 };
 

@@ -21,6 +21,13 @@ class FileVault final : public SecretVault {
     std::int32_t remove(const std::string& service, const std::string& account) override;
     [[nodiscard]] std::optional<std::string> text(std::int32_t status) const override;
 
+    [[nodiscard]] Place place() override { return Place::privateFiles; }
+
+    /// Nobody is asked for a file.
+    void stopAsking() override {}
+
+    void end() override {}
+
     /// Whether any item of any service is stored, or may be in what cannot be read.
     [[nodiscard]] bool hasItems() const;
 

@@ -69,8 +69,11 @@ void handleSignals() {
 
 } // namespace
 
-SecretServiceCall::SecretServiceCall(const SecretServiceVault::Settings& settings)
-    : settings_(settings), turn_(turns()), deadline_(settings.timeLimit) {
+SecretServiceCall::SecretServiceCall(const SecretServiceVault::Settings& settings, Stops stops)
+    : settings_(settings),
+      asking_(std::move(stops.asking)),
+      turn_(turns()),
+      deadline_(settings.timeLimit, std::move(stops.ending)) {
     g_main_context_push_thread_default(busContext());
     handleSignals();
 }
@@ -142,9 +145,9 @@ SecretServiceCall::Outcome<void> SecretServiceCall::ask(const char* method, GVar
     GLibHandle<GVariant, g_variant_unref> path(g_variant_get_child_value(reply.get(), 1));
     std::string prompt = g_variant_get_string(path.get(), nullptr);
     if (prompt == "/") return {};
-    if (settings_.prompts == SecretServiceVault::Prompts::never)
+    if (settings_.prompts == SecretServiceVault::Prompts::never || asking_.stop_requested())
         return std::unexpected(vaultStatus::interactionNotAllowed);
-    switch (SecretServicePrompt(bus_.get(), std::move(prompt)).run(deadline_)) {
+    switch (SecretServicePrompt(bus_.get(), std::move(prompt)).run(deadline_, asking_)) {
     case SecretServicePrompt::End::agreed:
         return {};
     case SecretServicePrompt::End::dismissed:

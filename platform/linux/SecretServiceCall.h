@@ -21,8 +21,13 @@ class SecretServiceCall {
     template <class T> using Outcome = std::expected<T, std::int32_t>;
     using Item = GLibHandle<SecretItem>;
 
+    struct Stops {
+        std::stop_token asking; ///< no person is waited for any more
+        std::stop_token ending; ///< nothing is waited for longer than two seconds
+    };
+
     /// `settings` outlive the call.
-    explicit SecretServiceCall(const SecretServiceVault::Settings& settings);
+    SecretServiceCall(const SecretServiceVault::Settings& settings, Stops stops);
     SecretServiceCall(const SecretServiceCall&) = delete;
     SecretServiceCall& operator=(const SecretServiceCall&) = delete;
     ~SecretServiceCall();
@@ -51,6 +56,7 @@ class SecretServiceCall {
     [[nodiscard]] std::unexpected<std::int32_t> failure() const;
 
     const SecretServiceVault::Settings& settings_;
+    std::stop_token asking_;
     std::unique_lock<std::mutex> turn_;
     CallDeadline deadline_;
     GLibError error_;

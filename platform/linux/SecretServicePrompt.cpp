@@ -31,28 +31,30 @@ class TimeoutSource {
 
 } // namespace
 
-SecretServicePrompt::End SecretServicePrompt::run(const CallDeadline& deadline) {
+SecretServicePrompt::End SecretServicePrompt::run(const CallDeadline& deadline, const std::stop_token& stop) {
     guint completed =
         g_dbus_connection_signal_subscribe(bus_, service, interface, "Completed", path_.c_str(), nullptr,
                                            G_DBUS_SIGNAL_FLAGS_NONE, &onCompleted, this, nullptr);
     guint owner = g_dbus_connection_signal_subscribe(
         bus_, "org.freedesktop.DBus", "org.freedesktop.DBus", "NameOwnerChanged", "/org/freedesktop/DBus",
         service, G_DBUS_SIGNAL_FLAGS_NONE, &onOwnerChanged, this, nullptr);
-    askForAnswer(deadline);
+    askForAnswer(deadline, stop);
     g_dbus_connection_signal_unsubscribe(bus_, completed);
     g_dbus_connection_signal_unsubscribe(bus_, owner);
     return end_.value_or(End::unanswered);
 }
 
-void SecretServicePrompt::askForAnswer(const CallDeadline& deadline) {
+void SecretServicePrompt::askForAnswer(const CallDeadline& deadline, const std::stop_token& stop) {
     constexpr const char* noWindow = "";
     GLibHandle<GVariant, g_variant_unref> shown(g_dbus_connection_call_sync(
         bus_, service, path_.c_str(), interface, "Prompt", g_variant_new("(s)", noWindow), nullptr,
         G_DBUS_CALL_FLAGS_NO_AUTO_START, -1, deadline.cancellable(), nullptr));
     if (!shown && !deadline.passed()) end(End::vanished);
     TimeoutSource wake(deadline.remaining());
-    while (!end_ && deadline.remaining().count() > 0)
-        g_main_context_iteration(g_main_context_get_thread_default(), TRUE);
+    auto* context = g_main_context_get_thread_default();
+    const std::stop_callback stopped(stop, [context] { g_main_context_wakeup(context); });
+    while (!end_ && !stop.stop_requested() && deadline.remaining().count() > 0)
+        g_main_context_iteration(context, TRUE);
 }
 
 void SecretServicePrompt::end(End end) {

@@ -26,10 +26,11 @@ class SecretServicePrompt {
 
     /// Once. A question without an answer is not taken back: a common keyring crashes on that, and closes it
     /// anyway when the connection ends.
-    End run(const CallDeadline& deadline);
+    /// It is `unanswered` at once when `stop` is requested.
+    End run(const CallDeadline& deadline, const std::stop_token& stop = {});
 
   private:
-    void askForAnswer(const CallDeadline& deadline);
+    void askForAnswer(const CallDeadline& deadline, const std::stop_token& stop);
     void end(End end);
 
     static void onCompleted(GDBusConnection*, const char*, const char*, const char*, const char*,

@@ -46,19 +46,6 @@ Outcome<void> addItem(SecretServiceCall& call, const std::string& service, const
     return call.create(service, account, bytes);
 }
 
-/// Applies `change` to every item of these names, should another program have made a second one.
-template <class Change>
-std::int32_t changeItems(const SecretServiceVault::Settings& settings, const std::string& service,
-                         const std::string& account, Change change) {
-    SecretServiceCall call(settings);
-    auto items = existingItems(call, service, account);
-    if (!items) return items.error();
-    if (auto unlocked = call.unlock(*items); !unlocked) return unlocked.error();
-    for (const auto& item : *items)
-        if (Outcome<void> changed = change(call, item.get()); !changed) return changed.error();
-    return vaultStatus::ok;
-}
-
 } // namespace
 
 SecretServiceVault::Settings SecretServiceVault::Settings::ofThisSession() {
@@ -67,12 +54,43 @@ SecretServiceVault::Settings SecretServiceVault::Settings::ofThisSession() {
     return settings;
 }
 
+void SecretServiceVault::stopAsking() {
+    std::lock_guard lock(mutex_);
+    asking_.request_stop();
+    if (!ending_.stop_requested()) asking_ = {};
+}
+
+void SecretServiceVault::end() {
+    std::lock_guard lock(mutex_);
+    ending_.request_stop();
+    asking_.request_stop();
+}
+
+SecretServiceCall SecretServiceVault::begin() const {
+    std::unique_lock lock(mutex_);
+    SecretServiceCall::Stops stops{asking_.get_token(), ending_.get_token()};
+    lock.unlock();
+    return {settings_, std::move(stops)};
+}
+
+template <class Change>
+std::int32_t SecretServiceVault::changeItems(const std::string& service, const std::string& account,
+                                             Change change) const {
+    auto call = begin();
+    auto items = existingItems(call, service, account);
+    if (!items) return items.error();
+    if (auto unlocked = call.unlock(*items); !unlocked) return unlocked.error();
+    for (const auto& item : *items)
+        if (Outcome<void> changed = change(call, item.get()); !changed) return changed.error();
+    return vaultStatus::ok;
+}
+
 bool SecretServiceVault::answers() const {
-    return SecretServiceCall(settings_).open().has_value();
+    return begin().open().has_value();
 }
 
 SecretVault::Found SecretServiceVault::find(const std::string& service, const std::string& account) {
-    SecretServiceCall call(settings_);
+    auto call = begin();
     auto bytes = findBytes(call, service, account);
     if (!bytes) return {bytes.error(), {}};
     return {vaultStatus::ok, *std::move(bytes)};
@@ -81,20 +99,20 @@ SecretVault::Found SecretServiceVault::find(const std::string& service, const st
 std::int32_t SecretServiceVault::update(const std::string& service, const std::string& account,
                                         ByteView bytes) {
     if (bytes.size() > vaultRules::itemLimit) return vaultStatus::io;
-    return changeItems(settings_, service, account, [bytes](SecretServiceCall& call, SecretItem* item) {
+    return changeItems(service, account, [bytes](SecretServiceCall& call, SecretItem* item) {
         return call.setSecret(item, bytes);
     });
 }
 
 std::int32_t SecretServiceVault::add(const std::string& service, const std::string& account, ByteView bytes) {
     if (bytes.size() > vaultRules::itemLimit) return vaultStatus::io;
-    SecretServiceCall call(settings_);
+    auto call = begin();
     auto added = addItem(call, service, account, bytes);
     return added ? vaultStatus::ok : added.error();
 }
 
 std::int32_t SecretServiceVault::remove(const std::string& service, const std::string& account) {
-    return changeItems(settings_, service, account,
+    return changeItems(service, account,
                        [](SecretServiceCall& call, SecretItem* item) { return call.remove(item); });
 }
 

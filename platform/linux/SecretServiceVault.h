@@ -3,9 +3,13 @@
 #include "platform/ports/SecretVault.h"
 
 #include <chrono>
+#include <mutex>
+#include <stop_token>
 #include <string>
 
 namespace morvex {
+
+class SecretServiceCall;
 
 /// Secrets in the desktop's keyring (freedesktop.org Secret Service), by the attributes `service` and
 /// `account`. Every call looks for the service anew, on the bus that the environment names, so that a keyring
@@ -36,8 +40,22 @@ class SecretServiceVault final : public SecretVault {
     std::int32_t remove(const std::string& service, const std::string& account) override;
     [[nodiscard]] std::optional<std::string> text(std::int32_t status) const override;
 
+    [[nodiscard]] Place place() override { return Place::keyring; }
+
+    void stopAsking() override;
+    void end() override;
+
   private:
+    /// Waits for its turn.
+    [[nodiscard]] SecretServiceCall begin() const;
+    /// Applies `change` to every item of these names, should another program have made a second one.
+    template <class Change>
+    std::int32_t changeItems(const std::string& service, const std::string& account, Change change) const;
+
     Settings settings_;
+    mutable std::mutex mutex_;
+    std::stop_source asking_; ///< what is asked now
+    std::stop_source ending_;
 };
 
 } // namespace morvex

@@ -40,6 +40,10 @@ std::optional<std::string> VaultChoice::text(std::int32_t status) const {
     return vaultRules::text(status);
 }
 
+SecretVault::Place VaultChoice::place() {
+    return chosen() == &files_ ? Place::privateFiles : Place::keyring;
+}
+
 SecretVault* VaultChoice::chosen() {
     std::lock_guard lock(mutex_);
     if (!chosen_) chosen_ = remembered();

@@ -23,6 +23,12 @@ class VaultChoice final : public SecretVault {
     std::int32_t add(const std::string& service, const std::string& account, ByteView bytes) override;
     std::int32_t remove(const std::string& service, const std::string& account) override;
     [[nodiscard]] std::optional<std::string> text(std::int32_t status) const override;
+    /// Files once they were chosen.
+    [[nodiscard]] Place place() override;
+
+    void stopAsking() override { service_.stopAsking(); }
+
+    void end() override { service_.end(); }
 
   private:
     SecretVault* chosen();

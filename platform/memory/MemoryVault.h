@@ -17,6 +17,16 @@ class MemoryVault final : public SecretVault {
     std::int32_t remove(const std::string& service, const std::string& account) override;
     [[nodiscard]] std::optional<std::string> text(std::int32_t status) const override;
 
+    [[nodiscard]] Place place() override { return where; }
+
+    void stopAsking() override { ++stops; }
+
+    void end() override { isEnded = true; }
+
+    Place where = Place::keyring;
+    int stops = 0; ///< how often a question was taken back
+    bool isEnded = false;
+
     using Key = std::pair<std::string, std::string>;
     std::map<Key, Bytes> items;
     /// Status by operation and account, "update identita.podpisovy" for one, answered instead of the work.

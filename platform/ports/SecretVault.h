@@ -37,6 +37,17 @@ class SecretVault {
     /// `itemNotFound` when there is no such item.
     virtual std::int32_t remove(const std::string& service, const std::string& account) = 0;
 
+    enum class Place { keyring, privateFiles };
+
+    /// Where the items lie.
+    [[nodiscard]] virtual Place place() = 0;
+
+    /// From any thread, and never blocks: a call that waits for a person answers `interactionNotAllowed`.
+    virtual void stopAsking() = 0;
+    /// The same for good, for the end of the program: later calls ask nobody, and none takes longer than two
+    /// seconds.
+    virtual void end() = 0;
+
     /// The platform's words for a status, or nothing.
     [[nodiscard]] virtual std::optional<std::string> text(std::int32_t status) const = 0;
 };

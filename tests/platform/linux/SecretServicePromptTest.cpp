@@ -46,13 +46,13 @@ class SecretServicePromptTest : public testing::Test {
         return std::make_unique<BusService>(bus_.address(), "org.freedesktop.secrets", answer);
     }
 
-    End run(std::chrono::milliseconds limit) {
+    End run(std::chrono::milliseconds limit, const std::stop_token& stop = {}) {
         auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                        G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
         GLibHandle<GDBusConnection> connection(
             g_dbus_connection_new_for_address_sync(bus_.address().c_str(), flags, nullptr, nullptr, nullptr));
         CallDeadline deadline(limit);
-        auto end = SecretServicePrompt(connection.get(), path).run(deadline);
+        auto end = SecretServicePrompt(connection.get(), path).run(deadline, stop);
         g_dbus_connection_close_sync(connection.get(), nullptr, nullptr);
         return end;
     }
@@ -100,6 +100,18 @@ TEST_F(SecretServicePromptTest, EndsWhenTheServiceDoes) {
     });
     EXPECT_EQ(run(1min), End::vanished);
     ending.join();
+}
+
+TEST_F(SecretServicePromptTest, EndsAtOnceWhenNobodyIsToBeAskedAnyMore) {
+    service_ = service(nullptr);
+    std::stop_source stop;
+    std::thread stopping([this, &stop] {
+        service_->waitForCall();
+        stop.request_stop();
+    });
+    EXPECT_EQ(run(1h, stop.get_token()), End::unanswered);
+    stopping.join();
+    EXPECT_EQ(run(1h, stop.get_token()), End::unanswered) << "a stop before the question counts too";
 }
 
 TEST_F(SecretServicePromptTest, WithoutTheServiceItIsNotAsked) {

@@ -31,6 +31,7 @@ TEST_F(VaultChoiceTest, TakesFilesWhereThereIsNoService) {
     EXPECT_EQ(remembered(), "nothing");
     EXPECT_EQ(vault.add(service, "account", secret), vaultStatus::ok);
     EXPECT_EQ(remembered(), "files");
+    EXPECT_EQ(vault.place(), SecretVault::Place::privateFiles);
     EXPECT_EQ(FileVault(folder_.path()).find(service, "account").bytes, secret);
 }
 
@@ -40,6 +41,7 @@ TEST_F(VaultChoiceTest, TakesTheServiceWhereOneAnswers) {
     auto vault = choice();
     EXPECT_EQ(vault.find(service, "account").status, vaultStatus::itemNotFound);
     EXPECT_EQ(remembered(), "secret-service");
+    EXPECT_EQ(vault.place(), SecretVault::Place::keyring);
     EXPECT_EQ(vault.add(service, "account", secret), vaultStatus::ok);
     EXPECT_EQ(vault.update(service, "account", secret), vaultStatus::ok);
     EXPECT_EQ(SecretServiceVault(withoutPrompts).find(service, "account").bytes, secret);
