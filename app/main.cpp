@@ -39,6 +39,7 @@
 #include <QApplication>
 #include <QQuickWindow>
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <functional>
@@ -149,10 +150,15 @@ struct Running {
         QCoreApplication::quit();
     }
 
-    /// What comes before the identity is there would do nothing, so it waits.
+    /// Commands find the keys of this computer there, unless a keyring lets them wait.
     Task<void> startThen(std::function<void()> next) {
         co_await companion.spustit();
-        next();
+        if (!isEnding) next();
+    }
+
+    Task<void> afterPatience(Clock& clock, std::function<void()> next) {
+        constexpr std::chrono::seconds patience{3};
+        if (co_await sleepFor(clock, patience, commands.token())) next();
     }
 
     JsonDefaults& defaults;
@@ -170,7 +176,9 @@ int runConsole(System& system, const Print& print) {
     ConsoleShell shell(running.companion, {*system.clock, picker, system.folders, running.commands, print,
                                            quit, ::isatty(STDOUT_FILENO) != 0});
     std::optional<LineReader> reader;
+    bool isListening = false;
     auto listen = [&] {
+        if (std::exchange(isListening, true)) return;
         shell.greet(version);
         if (LineReader::hasInput(STDIN_FILENO))
             reader.emplace(STDIN_FILENO, [&shell](const std::string& line) { shell.handle(line); });
@@ -178,6 +186,7 @@ int runConsole(System& system, const Print& print) {
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
     if (auto problem = system.defaults.problem()) print(*problem);
     running.commands.spawn(running.startThen(listen));
+    running.commands.spawn(running.afterPatience(*system.clock, listen));
     return QCoreApplication::exec();
 }
 
@@ -201,7 +210,8 @@ int runWindow(System& system, LockFileInstance& instance, const Print& print) {
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
     if (auto problem = system.defaults.problem()) print(*problem);
     instance.onCall([&window] { window.openMainWindow(); });
-    running.commands.spawn(running.startThen([&window] { window.start(); }));
+    window.start();
+    running.commands.spawn(running.companion.spustit());
     return QCoreApplication::exec();
 }
 

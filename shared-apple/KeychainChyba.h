@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/ports/SecretVault.h"
+
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -14,6 +16,11 @@ struct KeychainChyba {
 
     [[nodiscard]] std::string popis() const {
         return "Trezor odmítl " + co + ": " + slova.value_or("kód " + std::to_string(stav));
+    }
+
+    /// Nobody unlocked it: not asked, asked in vain, or by a prompt that was closed.
+    [[nodiscard]] bool jeZamceno() const {
+        return stav == vaultStatus::interactionNotAllowed || stav == vaultStatus::userCanceled;
     }
 
     bool operator==(const KeychainChyba&) const = default;

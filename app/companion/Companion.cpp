@@ -2,8 +2,10 @@
 
 #include "app/agents/AgentId.h"
 #include "app/companion/SmazatPar.h"
+#include "shared-apple/KeychainChyba.h"
 #include "shared-apple/MessageTooLong.h"
 #include "shared-apple/OwnIdentity.h"
+#include "shared/base/Try.h"
 #include "shared/wire/MacToolName.h"
 
 #include <utility>
@@ -68,7 +70,9 @@ Companion::Companion(CompanionServices services)
                  [this] { return poslatStav(); }}),
       parovani_({services_.main, services_.vaultThread, services_.link.relay, services_.http,
                  services_.uloziste, scope_},
-                state_, {[this] { pripojit(); }, [this] { odpojit(); }, [this] { opustitTelefon(); }}) {
+                state_,
+                {[this] { pripojit(); }, [this] { odpojit(); }, [this] { opustitTelefon(); },
+                 [this] { return nacistKlice(); }}) {
     state_.relayAdresa = services_.defaults.text(relayAddressKey).value_or(defaultRelayAddress);
     state_.potizNastaveni = services_.defaults.problem();
     services_.defaults.onProblem = [this] { state_.potizNastaveni = services_.defaults.problem(); };
@@ -124,23 +128,49 @@ void Companion::installCallbacks() {
 }
 
 Task<void> Companion::spustit() {
-    co_await hlas_.nacist();
-    if (!co_await nactiIdentitu() || !co_await nactiProtejsek()) co_return;
-    pripojit();
-    obnovit();
+    (void)co_await nacistKlice();
 }
 
-Task<bool> Companion::nactiIdentitu() {
+void Companion::zkusitZnovu() {
+    if (identita_) return;
+    services_.vault.stopAsking();
+    if (!std::exchange(nactouSeZnovu_, true)) scope_.spawn(nacistZnovu());
+}
+
+Task<void> Companion::nacistZnovu() {
+    (void)co_await nacistKlice();
+}
+
+Task<Result<void>> Companion::nacistKlice() {
+    const auto turn = co_await nacitani_.take();
+    nactouSeZnovu_ = false;
+    if (identita_ || konci_) co_return Result<void>{};
+    state_.klice = StavKlicu{};
+    state_.potiz = std::nullopt;
+    CO_CHECK(co_await nactiIdentitu());
+    co_await hlas_.nacist();
+    const bool jeNacteny = co_await nactiProtejsek();
+    state_.klice = StavKlicu{StavKlicu::Pripad::jsou};
+    if (!jeNacteny) co_return Result<void>{};
+    pripojit();
+    obnovit();
+    co_return Result<void>{};
+}
+
+Task<Result<void>> Companion::nactiIdentitu() {
     auto* uloziste = &services_.uloziste;
     auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return ownIdentity(*uloziste); });
     if (!loaded) {
-        neplatne(loaded.error());
-        co_return false;
+        if (!konci_) kliceNejsou(loaded.error());
+        co_return fail(TextError{state_.klice.value().duvod});
     }
     identita_ = *std::move(loaded);
     state_.identifikator = identita_->deviceID().rawValue;
     parovani_.setIdentita(identita_);
-    co_return true;
+    auto* vault = &services_.vault;
+    state_.kliceJsouVSouborech = co_await runOn(
+        services_.vaultThread, [vault] { return vault->place() == SecretVault::Place::privateFiles; });
+    co_return Result<void>{};
 }
 
 Task<bool> Companion::nactiProtejsek() {
@@ -160,8 +190,20 @@ void Companion::neplatne(const Error& error) {
     state_.potiz = error.popis();
 }
 
+void Companion::kliceNejsou(const Error& error) {
+    const auto* refusal = error.as<KeychainChyba>();
+    if (refusal && refusal->jeZamceno()) {
+        state_.dostupnost = MacAvailability{MacAvailability::Preruseno{klicenkaZamcena}};
+        state_.potiz = klicenkaZamcenaCele;
+    } else {
+        neplatne(error);
+    }
+    state_.klice = StavKlicu{StavKlicu::Pripad::nejsou, *state_.potiz.value()};
+}
+
 Task<void> Companion::ukoncit() {
     konci_ = true;
+    services_.vault.end();
     parovani_.ukoncit();
     odpojit();
     scope_.stop();

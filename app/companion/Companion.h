@@ -26,6 +26,7 @@
 #include "app/programs/ProgramDiscovery.h"
 #include "app/voice/MacVoiceController.h"
 #include "foundation/TaskScope.h"
+#include "foundation/Turns.h"
 
 #include <memory>
 #include <string>
@@ -43,9 +44,14 @@ class Companion {
     Companion(const Companion&) = delete;
     Companion& operator=(const Companion&) = delete;
 
-    /// Loads what the vault holds: the assistant's secrets, the identity (or makes one) and the peer; and
-    /// connects when there is a peer.
+    /// Loads what the vault holds: the identity (or makes one), the assistant's secrets and the peer; and
+    /// connects when there is a peer. Where the vault refuses the identity, it may be tried again by
+    /// `zkusitZnovu`.
     Task<void> spustit();
+
+    /// Takes back the question that a keyring has open, and loads the keys again. Nothing once they are
+    /// there.
+    void zkusitZnovu();
 
     /// Ends the link and all that runs.
     Task<void> ukoncit();
@@ -105,9 +111,12 @@ class Companion {
     void addTools();
     void addAgentTools();
     void installCallbacks();
-    Task<bool> nactiIdentitu();
+    Task<Result<void>> nacistKlice();
+    Task<void> nacistZnovu();
+    Task<Result<void>> nactiIdentitu();
     Task<bool> nactiProtejsek();
     void neplatne(const Error& error);
+    void kliceNejsou(const Error& error);
     /// The phone is not paired any more: it is forgotten, and what it has begun ends.
     void opustitTelefon();
     Task<void> zapomenoutNeplatny();
@@ -134,6 +143,7 @@ class Companion {
     // Each is made from those above it and goes before them: the order is part of the design.
     CompanionServices services_;
     CompanionState state_;
+    Turns nacitani_; ///< of the keys
     TaskScope scope_;
     std::unique_ptr<Slozky> slozky_;
     Schvalovani schvalovani_;
@@ -160,8 +170,9 @@ class Companion {
     PhoneInbox dorucene_;
     PairingFlow parovani_;
     std::shared_ptr<const DeviceIdentity> identita_;
-    bool sitSeMeni_ = false; ///< a change of the network was told less than a second ago
-    bool konci_ = false;     ///< nothing new is connected any more
+    bool nactouSeZnovu_ = false; ///< another load of the keys waits for its turn
+    bool sitSeMeni_ = false;     ///< a change of the network was told less than a second ago
+    bool konci_ = false;         ///< nothing new is connected any more
 };
 
 } // namespace morvex

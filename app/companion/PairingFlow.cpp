@@ -34,13 +34,20 @@ PairingFlow::PairingFlow(Services services, CompanionState& state, Link link)
       relay_(services.http, services.relay.clock) {}
 
 void PairingFlow::zacitParovani() {
-    if (!identita_) return;
+    if (!identita_) return services_.scope.spawn(nacistAZacit());
     ++generation_;
     auto address = RelayAddress::parse(state_.relayAdresa.value());
     if (!address) return selhat("Adresa relaye nedává smysl.");
     state_.telefonOdesel = false;
     state_.parovani = StavParovani{StavParovani::Zakladam{}};
     services_.scope.spawn(zalozit(*std::move(address), generation_));
+}
+
+Task<void> PairingFlow::nacistAZacit() {
+    auto loaded = co_await link_.nacistKlice();
+    if (!loaded) co_return selhat(loaded.error().popis());
+    // It may have turned out that there is a phone.
+    if (identita_ && !state_.protejsek.value()) zacitParovani();
 }
 
 Task<void> PairingFlow::zalozit(RelayAddress address, std::uint64_t generation) {
@@ -154,7 +161,8 @@ void PairingFlow::zrusitParovani() {
 void PairingFlow::odvolat() {
     const auto protejsek = state_.protejsek.value();
     auto address = protejsek ? RelayAddress::parse(protejsek->relayURL) : std::nullopt;
-    if (!identita_ || !address) return;
+    if (!identita_ || !protejsek) return;
+    if (!address) return selhat(RelayAddress::keptOneIsUnusable);
     link_.opustit();
     state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
     state_.telefonOdesel = false;

@@ -35,11 +35,14 @@ class PairingFlow {
         std::function<void()> odpojit;
         /// The phone is forgotten, and what it has begun ends.
         std::function<void()> opustit;
+        /// Loads the keys of this computer, which were not to be had before.
+        std::function<Task<Result<void>>()> nacistKlice;
     };
 
     PairingFlow(Services services, CompanionState& state, Link link);
 
-    /// Before it is called the flow does nothing.
+    /// Before it is called only `zacitParovani` does something: it tries to get the identity, and begins with
+    /// it.
     void setIdentita(std::shared_ptr<const DeviceIdentity> identita) { identita_ = std::move(identita); }
 
     void zacitParovani();
@@ -59,6 +62,7 @@ class PairingFlow {
     void ukoncit();
 
   private:
+    Task<void> nacistAZacit();
     Task<void> zalozit(RelayAddress address, std::uint64_t generation);
     void listenFor(const RelayAddress& address, const PairID& pair);
     Task<void> listen(std::shared_ptr<RelayLink> link, std::string relayURL, PairID pair,

@@ -76,7 +76,7 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
          [](ConsoleShell& shell, const std::string& word) { shell.keepAwake(word); }},
         {"po-prihlaseni", "zap|vyp", "spouští Morvex po přihlášení",
          [](ConsoleShell& shell, const std::string& word) { shell.startAtLogin(word); }},
-        {"zkusit", "", "připojí se hned, nečeká na další pokus",
+        {"zkusit", "", "připojí se hned, nebo se znovu zeptá klíčenky",
          [](ConsoleShell& shell, const std::string&) { shell.tryNow(); }},
         {"potvrdit", "", "povolí akci, která čeká",
          [](ConsoleShell& shell, const std::string&) { shell.companion_.schvalovani().rozhodnout(true); }},
@@ -108,6 +108,7 @@ ConsoleShell::ConsoleShell(Companion& companion, Surroundings surroundings)
 
 void ConsoleShell::greet(const std::string& version) {
     print("Morvex " + version + " běží. Příkazy ukáže „pomoc“.");
+    if (companion_.stav().nacitajiSeKlice()) printAvailability();
     printTaskTrouble();
 }
 
@@ -169,6 +170,7 @@ void ConsoleShell::printStatus() {
     printNextAttempt();
     printTrouble(state.potiz);
     printTrouble(state.potizNastaveni);
+    if (state.kliceJsouVSouborech) print(kliceVSouborech);
     const auto& peer = state.protejsek.value();
     print("Telefon: " + (peer ? peer->deviceID.rawValue : std::string("žádný")));
     print("Relay: " + state.relayAdresa.value());
@@ -194,7 +196,7 @@ void ConsoleShell::printFolders() {
 }
 
 void ConsoleShell::printAvailability() {
-    auto text = companion_.stav().dostupnost.value().popis(peerName, surroundings_.clock.now());
+    auto text = companion_.stav().popisSpojeni(surroundings_.clock.now());
     if (std::exchange(shownAvailability_, text) != text) print("Stav: " + text);
 }
 
@@ -205,12 +207,16 @@ void ConsoleShell::printNextAttempt() const {
 }
 
 void ConsoleShell::tryNow() {
+    if (companion_.stav().klice.value().pripad != StavKlicu::Pripad::jsou) {
+        print("Zkouším znovu získat klíče tohoto počítače.");
+        return companion_.zkusitZnovu();
+    }
     print(companion_.stav().dalsiPokus.value() ? "Zkouším to hned." : "Na další pokus se nečeká.");
     companion_.zkusitHned();
 }
 
 void ConsoleShell::tellOfAvailability() {
-    const auto text = companion_.stav().dostupnost.value().popis(peerName, surroundings_.clock.now());
+    const auto text = companion_.stav().popisSpojeni(surroundings_.clock.now());
     if (text != shownAvailability_ && mayTellOfLink()) printAvailability();
 }
 

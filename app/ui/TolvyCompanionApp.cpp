@@ -6,6 +6,7 @@
 #include <QPalette>
 
 #include <chrono>
+#include <utility>
 
 namespace morvex {
 
@@ -14,13 +15,17 @@ namespace {
 /// A person who has started the program where there is no tray waits so long for the window.
 constexpr std::chrono::seconds trayPatience{5};
 
+/// Without a question of a keyring the keys take less.
+constexpr std::chrono::milliseconds keysPatience{500};
+
 constexpr QColor darkGround{0x24, 0x28, 0x2f};
 constexpr QColor lightGround{0xef, 0xf0, 0xf2};
 
 } // namespace
 
 TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& surroundings)
-    : hlas_(companion.hlas()),
+    : state_(companion.stav()),
+      hlas_(companion.hlas()),
       clock_(surroundings.clock),
       scope_(surroundings.scope),
       colors_(surroundings.colors),
@@ -49,6 +54,19 @@ TolvyCompanionApp::~TolvyCompanionApp() {
 
 void TolvyCompanionApp::start() {
     item_.show();
+    if (!state_.nacitajiSeKlice()) return openAtStart();
+    isStarting_ = true;
+    keysNotifier_ = state_.klice.addNotifier([this] {
+        if (!state_.nacitajiSeKlice() && std::exchange(isStarting_, false)) openAtStart();
+    });
+    scope_.spawn(openMainWindowWhileKeysAreAwaited());
+}
+
+Task<void> TolvyCompanionApp::openMainWindowWhileKeysAreAwaited() {
+    if (co_await sleepFor(clock_, keysPatience, scope_.token()) && isStarting_) openMainWindow();
+}
+
+void TolvyCompanionApp::openAtStart() {
     if (!model_.pairing()->hasPhone())
         openMainWindow();
     else if (!tray_.isThere())

@@ -17,7 +17,7 @@ namespace morvex {
 /// of an action that waits. Closing the windows leaves the program running. Needs a QApplication. Main
 /// thread.
 ///
-/// Order of calls: the constructor; `start` once, when the companion has started.
+/// Order of calls: the constructor; `start` once, before the companion starts or later.
 class TolvyCompanionApp {
   public:
     struct Surroundings {
@@ -39,7 +39,8 @@ class TolvyCompanionApp {
     TolvyCompanionApp& operator=(const TolvyCompanionApp&) = delete;
 
     /// Shows the tray item. Before a phone is paired the main window opens too, and after some seconds where
-    /// no tray has come; at a login it may come later than this program.
+    /// no tray has come; at a login it may come later than this program. While the keys of this computer are
+    /// awaited nobody knows of a phone: the window opens only when that takes longer than a moment.
     void start();
 
     /// Opens the main window and brings it to the front.
@@ -53,11 +54,14 @@ class TolvyCompanionApp {
     [[nodiscard]] const WindowHost& windows() const { return windows_; }
 
   private:
+    void openAtStart();
     Task<void> openMainWindowWithoutATray();
+    Task<void> openMainWindowWhileKeysAreAwaited();
     void showApproval();
     void followLanguage();
     void followColors();
 
+    CompanionState& state_;
     MacVoiceController& hlas_;
     Clock& clock_;
     TaskScope& scope_;
@@ -68,6 +72,8 @@ class TolvyCompanionApp {
     WindowHost windows_;
     TrayItem item_;
     ApprovalNotice notice_;
+    bool isStarting_ = false; ///< the keys are awaited, and then it is known whether there is a phone
+    QPropertyNotifier keysNotifier_;
 };
 
 } // namespace morvex

@@ -11,6 +11,7 @@ namespace morvex {
 class FailingStore final : public IdentityStore {
   public:
     Result<std::shared_ptr<const DeviceIdentity>> nactiIdentitu() override {
+        ++loads;
         if (failLoad) return fail(*failLoad);
         return held.nactiIdentitu();
     }
@@ -39,10 +40,11 @@ class FailingStore final : public IdentityStore {
     }
 
     int peerSaves = 0; ///< also those that fail
-    std::optional<TextError> failLoad;
-    std::optional<TextError> failPeerLoad;
-    std::optional<TextError> failSave;
-    std::optional<TextError> failDelete;
+    int loads = 0; ///< of the identity
+    std::optional<Error> failLoad;
+    std::optional<Error> failPeerLoad;
+    std::optional<Error> failSave;
+    std::optional<Error> failDelete;
     PametoveUloziste held;
 };
 

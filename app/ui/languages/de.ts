@@ -180,6 +180,18 @@
         <translation>Der Schlüssel des Telefons ist nicht verwendbar: %1</translation>
     </message>
     <message>
+        <source>Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.</source>
+        <translation>Die Schlüssel liegen in Dateien, die nur dein Konto lesen darf, weil es hier keinen Schlüsselbund gibt.</translation>
+    </message>
+    <message>
+        <source>Klíčenka zůstala zamčená.</source>
+        <translation>Der Schlüsselbund blieb gesperrt.</translation>
+    </message>
+    <message>
+        <source>Klíčenka zůstala zamčená. Jsou v ní klíče tohoto počítače, bez nich se telefon nepřipojí.</source>
+        <translation>Der Schlüsselbund blieb gesperrt. Er enthält die Schlüssel dieses Computers; ohne sie kann sich das Telefon nicht verbinden.</translation>
+    </message>
+    <message>
         <source>Kontakty</source>
         <translation>Kontakte</translation>
     </message>
@@ -1110,6 +1122,14 @@
     <message>
         <source>Čekám na OpenAI klíč z iPhonu</source>
         <translation>Warte auf den OpenAI-Schlüssel vom iPhone</translation>
+    </message>
+    <message>
+        <source>Čekám na klíče tohoto počítače. Pokud se klíčenka ptá na heslo, odemkni ji.</source>
+        <translation>Warte auf die Schlüssel dieses Computers. Falls der Schlüsselbund nach dem Passwort fragt, entsperre ihn.</translation>
+    </message>
+    <message>
+        <source>Čekám na klíče tohoto počítače…</source>
+        <translation>Warte auf die Schlüssel dieses Computers…</translation>
     </message>
     <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>

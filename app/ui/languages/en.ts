@@ -180,6 +180,18 @@
         <translation>The phone's key cannot be used: %1</translation>
     </message>
     <message>
+        <source>Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.</source>
+        <translation>The keys lie in files that only your account may read, since there is no keyring here.</translation>
+    </message>
+    <message>
+        <source>Klíčenka zůstala zamčená.</source>
+        <translation>The keyring stayed locked.</translation>
+    </message>
+    <message>
+        <source>Klíčenka zůstala zamčená. Jsou v ní klíče tohoto počítače, bez nich se telefon nepřipojí.</source>
+        <translation>The keyring stayed locked. It holds the keys of this computer; without them the phone cannot connect.</translation>
+    </message>
+    <message>
         <source>Kontakty</source>
         <translation>Contacts</translation>
     </message>
@@ -1110,6 +1122,14 @@
     <message>
         <source>Čekám na OpenAI klíč z iPhonu</source>
         <translation>Waiting for the OpenAI key from the iPhone</translation>
+    </message>
+    <message>
+        <source>Čekám na klíče tohoto počítače. Pokud se klíčenka ptá na heslo, odemkni ji.</source>
+        <translation>Waiting for the keys of this computer. If the keyring asks for its password, unlock it.</translation>
+    </message>
+    <message>
+        <source>Čekám na klíče tohoto počítače…</source>
+        <translation>Waiting for the keys of this computer…</translation>
     </message>
     <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>

@@ -180,6 +180,18 @@
         <translation>La clave del teléfono no se puede usar: %1</translation>
     </message>
     <message>
+        <source>Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.</source>
+        <translation>Las claves están en archivos que solo tu cuenta puede leer, porque aquí no hay llavero.</translation>
+    </message>
+    <message>
+        <source>Klíčenka zůstala zamčená.</source>
+        <translation>El llavero sigue bloqueado.</translation>
+    </message>
+    <message>
+        <source>Klíčenka zůstala zamčená. Jsou v ní klíče tohoto počítače, bez nich se telefon nepřipojí.</source>
+        <translation>El llavero sigue bloqueado. Contiene las claves de este ordenador; sin ellas el teléfono no puede conectarse.</translation>
+    </message>
+    <message>
         <source>Kontakty</source>
         <translation>Contactos</translation>
     </message>
@@ -1110,6 +1122,14 @@
     <message>
         <source>Čekám na OpenAI klíč z iPhonu</source>
         <translation>Esperando la clave de OpenAI del iPhone</translation>
+    </message>
+    <message>
+        <source>Čekám na klíče tohoto počítače. Pokud se klíčenka ptá na heslo, odemkni ji.</source>
+        <translation>Esperando las claves de este ordenador. Si el llavero pide la contraseña, desbloquéalo.</translation>
+    </message>
+    <message>
+        <source>Čekám na klíče tohoto počítače…</source>
+        <translation>Esperando las claves de este ordenador…</translation>
     </message>
     <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>

@@ -180,6 +180,18 @@
         <translation>La clé du téléphone est inutilisable : %1</translation>
     </message>
     <message>
+        <source>Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.</source>
+        <translation>Les clés se trouvent dans des fichiers que seul ton compte peut lire, car il n’y a pas de trousseau ici.</translation>
+    </message>
+    <message>
+        <source>Klíčenka zůstala zamčená.</source>
+        <translation>Le trousseau est resté verrouillé.</translation>
+    </message>
+    <message>
+        <source>Klíčenka zůstala zamčená. Jsou v ní klíče tohoto počítače, bez nich se telefon nepřipojí.</source>
+        <translation>Le trousseau est resté verrouillé. Il contient les clés de cet ordinateur ; sans elles, le téléphone ne peut pas se connecter.</translation>
+    </message>
+    <message>
         <source>Kontakty</source>
         <translation>Contacts</translation>
     </message>
@@ -1110,6 +1122,14 @@
     <message>
         <source>Čekám na OpenAI klíč z iPhonu</source>
         <translation>En attente de la clé OpenAI de l’iPhone</translation>
+    </message>
+    <message>
+        <source>Čekám na klíče tohoto počítače. Pokud se klíčenka ptá na heslo, odemkni ji.</source>
+        <translation>En attente des clés de cet ordinateur. Si le trousseau demande son mot de passe, déverrouille-le.</translation>
+    </message>
+    <message>
+        <source>Čekám na klíče tohoto počítače…</source>
+        <translation>En attente des clés de cet ordinateur…</translation>
     </message>
     <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>

@@ -10,17 +10,20 @@ LinkModel::LinkModel(Companion& companion, Clock& clock, TaskScope& scope)
     watch(state_.relayAdresa);
     watch(state_.protejsek);
     watch(state_.potiz);
+    watch(state_.klice);
+    watch(state_.kliceJsouVSouborech);
     watch(state_.dalsiPokus);
     attemptNotifier_ = state_.dalsiPokus.addNotifier([this] { countSeconds(); });
     sleepNotifier_ = state_.dostupnost.addNotifier([this] { countMinutes(); });
 }
 
 QString LinkModel::availability() const {
-    return localized(state_.dostupnost.value().popis(peerName, clock_.now()));
+    return localized(state_.popisSpojeni(clock_.now()));
 }
 
 QString LinkModel::symbol() const {
-    return pictureName(availabilitySymbol(state_.dostupnost));
+    return pictureName(state_.nacitajiSeKlice() ? AvailabilitySymbol::connecting
+                                                : availabilitySymbol(state_.dostupnost));
 }
 
 bool LinkModel::usable() const {
@@ -28,7 +31,8 @@ bool LinkModel::usable() const {
 }
 
 bool LinkModel::needsAttention() const {
-    return availabilitySymbol(state_.dostupnost) == AvailabilitySymbol::attention;
+    return !state_.nacitajiSeKlice() &&
+           availabilitySymbol(state_.dostupnost) == AvailabilitySymbol::attention;
 }
 
 QString LinkModel::relay() const {
@@ -45,7 +49,13 @@ void LinkModel::tryNow() {
     companion_.zkusitHned();
 }
 
+QString LinkModel::placeOfKeys() const {
+    return state_.kliceJsouVSouborech.value() ? localized(kliceVSouborech) : QString();
+}
+
 QString LinkModel::trouble() const {
+    // The card of the pairing tells it, with what can be done.
+    if (state_.klice.value().pripad == StavKlicu::Pripad::nejsou) return {};
     return localized(state_.potiz.value().value_or(std::string()));
 }
 

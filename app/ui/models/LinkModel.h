@@ -18,6 +18,7 @@ class LinkModel final : public ViewModel {
     Q_PROPERTY(bool needsAttention READ needsAttention NOTIFY changed)
     Q_PROPERTY(QString relay READ relay NOTIFY changed)
     Q_PROPERTY(QString nextAttempt READ nextAttempt NOTIFY changed)
+    Q_PROPERTY(QString placeOfKeys READ placeOfKeys NOTIFY changed)
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
@@ -31,6 +32,8 @@ class LinkModel final : public ViewModel {
     [[nodiscard]] QString relay() const;
     /// When the link tries again; empty while it does not wait.
     [[nodiscard]] QString nextAttempt() const;
+    /// That the keys lie in files; empty where there is a keyring.
+    [[nodiscard]] QString placeOfKeys() const;
     [[nodiscard]] QString trouble() const;
 
     /// "Zkusit hned"

@@ -21,6 +21,7 @@ bool leadsHere(const QString& host) {
 PairingModel::PairingModel(Companion& companion, Surroundings surroundings)
     : companion_(companion), surroundings_(surroundings) {
     auto& state = companion_.stav();
+    watch(state.klice);
     watch(state.parovani);
     watch(state.protejsek);
     watch(state.telefonOdesel);
@@ -29,12 +30,19 @@ PairingModel::PairingModel(Companion& companion, Surroundings surroundings)
 }
 
 PairingModel::Situation PairingModel::situation() const {
+    if (companion_.stav().nacitajiSeKlice()) return Situation::LoadingKeys;
+    if (companion_.stav().klice.value().pripad == StavKlicu::Pripad::nejsou) return Situation::NoKeys;
     const auto& pairing = companion_.stav().parovani.value();
     if (pairing.as<StavParovani::Zakladam>()) return Situation::Creating;
     if (pairing.as<StavParovani::CekamNaTelefon>()) return Situation::ShowingCode;
     if (pairing.as<StavParovani::OverCislo>()) return Situation::Comparing;
     if (pairing.as<StavParovani::Chyba>()) return Situation::Failed;
     return hasPhone() ? Situation::Paired : Situation::NoPhone;
+}
+
+QString PairingModel::keys() const {
+    return localized(companion_.stav().nacitajiSeKlice() ? odemkniKlicenku
+                                                         : companion_.stav().klice.value().duvod);
 }
 
 bool PairingModel::hasPhone() const {
@@ -92,6 +100,10 @@ bool PairingModel::relayIsLocal() const {
     auto host = QUrl(relayAddress()).host();
     while (host.endsWith(u'.')) host.chop(1);
     return leadsHere(host);
+}
+
+void PairingModel::loadKeys() {
+    companion_.zkusitZnovu();
 }
 
 void PairingModel::start() {

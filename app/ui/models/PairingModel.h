@@ -13,6 +13,7 @@ class PairingModel final : public ViewModel {
     QML_ELEMENT
     QML_UNCREATABLE("")
     Q_PROPERTY(Situation situation READ situation NOTIFY changed)
+    Q_PROPERTY(QString keys READ keys NOTIFY changed)
     Q_PROPERTY(bool hasPhone READ hasPhone NOTIFY changed)
     Q_PROPERTY(QString phone READ phone NOTIFY changed)
     Q_PROPERTY(QString confirmedOn READ confirmedOn NOTIFY changed)
@@ -26,7 +27,7 @@ class PairingModel final : public ViewModel {
     Q_PROPERTY(bool relayIsLocal READ relayIsLocal NOTIFY changed)
 
   public:
-    enum class Situation { NoPhone, Paired, Creating, ShowingCode, Comparing, Failed };
+    enum class Situation { LoadingKeys, NoKeys, NoPhone, Paired, Creating, ShowingCode, Comparing, Failed };
     Q_ENUM(Situation)
 
     struct Surroundings {
@@ -38,6 +39,8 @@ class PairingModel final : public ViewModel {
     PairingModel(Companion& companion, Surroundings surroundings);
 
     [[nodiscard]] Situation situation() const;
+    /// What is waited for while the keys of this computer are not there, or why they are not.
+    [[nodiscard]] QString keys() const;
     [[nodiscard]] bool hasPhone() const;
     [[nodiscard]] QString phone() const;
     [[nodiscard]] QString confirmedOn() const;
@@ -54,6 +57,8 @@ class PairingModel final : public ViewModel {
     /// No other device can reach the relay under this address.
     [[nodiscard]] bool relayIsLocal() const;
 
+    /// "Zkusit znovu" beside keys that are not there.
+    Q_INVOKABLE void loadKeys();
     Q_INVOKABLE void start();
     Q_INVOKABLE void cancel();
     /// "Souhlasí" under this number.

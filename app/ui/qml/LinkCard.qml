@@ -36,6 +36,12 @@ Karta {
         hodnota: view.model.relay
     }
 
+    CaptionText {
+        Layout.fillWidth: true
+        visible: text !== ""
+        text: view.model.placeOfKeys
+    }
+
     Note {
         visible: text !== ""
         trouble: true

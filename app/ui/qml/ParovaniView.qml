@@ -13,10 +13,33 @@ Karta {
     title: qsTr("Párování s telefonem")
     glyph: "phone"
     news: ({
+            [PairingModel.NoKeys]: keys.text,
             [PairingModel.Creating]: creating.text,
             [PairingModel.Comparing]: `${comparison.words} ${left.text}`.trim(),
             [PairingModel.Failed]: failure.text
         })[situation] ?? ""
+
+    ColumnLayout {
+        visible: view.situation === PairingModel.LoadingKeys || view.situation === PairingModel.NoKeys
+        spacing: Vzhled.gap
+
+        Note {
+            id: keys
+
+            trouble: view.situation === PairingModel.NoKeys
+            text: view.model.keys
+        }
+
+        ButtonRow {
+            Layout.fillWidth: true
+
+            ActionButton {
+                kind: ActionButton.Kind.Main
+                text: qsTr("Zkusit znovu")
+                onClicked: view.model.loadKeys()
+            }
+        }
+    }
 
     ColumnLayout {
         visible: view.situation === PairingModel.NoPhone

@@ -155,15 +155,6 @@ TEST_F(PairingFlowTest, ARelayThatRefusesIsQuoted) {
     EXPECT_EQ(failure(), "síť neodpovídá");
 }
 
-TEST_F(PairingFlowTest, WithoutAnIdentityNothingBegins) {
-    store.failLoad = TextError{"Trezor odmítl."};
-    start();
-    flow().zacitParovani();
-    executor.runUntilIdle();
-    EXPECT_EQ(state(), StavParovani{});
-    EXPECT_TRUE(http.requests.empty());
-}
-
 TEST_F(PairingFlowTest, TheSecondOfTwoBeginningsCounts) {
     start();
     layOutPair("FIRST");
@@ -332,11 +323,12 @@ TEST_F(PairingFlowTest, RevocationNamesThePhoneAndForgetsItWhateverTheRelaySays)
     }
 }
 
-TEST_F(PairingFlowTest, RevocationWithoutAPhoneOrWithoutAUsableAddressDoesNothing) {
+TEST_F(PairingFlowTest, RevocationWithoutAPhoneDoesNothingAndWithoutAUsableAddressItSaysWhy) {
     start();
     flow().odvolat();
     executor.runUntilIdle();
     EXPECT_TRUE(http.requests.empty());
+    EXPECT_EQ(failure(), "none");
     end();
     (void)store.held.ulozProtejsek(phone.asPeer("nesmysl"));
     start();
@@ -344,6 +336,7 @@ TEST_F(PairingFlowTest, RevocationWithoutAPhoneOrWithoutAUsableAddressDoesNothin
     executor.runUntilIdle();
     EXPECT_TRUE(http.requests.empty());
     EXPECT_TRUE(companion->stav().protejsek.value());
+    EXPECT_EQ(failure(), "Uložená adresa relaye nedává smysl.");
 }
 
 } // namespace

@@ -135,6 +135,30 @@ TEST_F(ConsoleShellTest, TellsWhenTheLinkTriesNextAndTriesAtOnceWhenAsked) {
     EXPECT_EQ(sockets.urls.size(), attempts + 1);
 }
 
+TEST_F(ConsoleShellTest, TellsThatTheKeysAreAwaitedAndAsksForThemAgain) {
+    ManualExecutor slow;
+    storage = &slow;
+    store.failLoad = TextError{"Trezor odmítl."};
+    startShell();
+    shell->greet("1.2.3");
+    EXPECT_TRUE(hasLine(lines, "Stav: Čekám na klíče tohoto počítače…"));
+    EXPECT_TRUE(hasLine(type("stav"), "Stav: Čekám na klíče tohoto počítače…"));
+    slow.runUntilIdle();
+    EXPECT_TRUE(hasLine(type("stav"), "Potíž: Trezor odmítl."));
+    store.failLoad.reset();
+    EXPECT_EQ(type("zkusit").front(), "Zkouším znovu získat klíče tohoto počítače.");
+    while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
+    EXPECT_TRUE(hasLine(type("stav"), "Stav: Nespárováno"));
+    end();
+}
+
+TEST_F(ConsoleShellTest, TellsThatTheKeysLieInFiles) {
+    vault.where = SecretVault::Place::privateFiles;
+    startShell();
+    EXPECT_TRUE(hasLine(type("stav"),
+                        "Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka."));
+}
+
 TEST_F(ConsoleShellTest, ARelayThatComplainsWithoutEndIsShownSixtyTimesAMinute) {
     startShell();
     int told = 0;

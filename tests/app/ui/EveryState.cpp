@@ -28,6 +28,18 @@ void EveryState::withoutAPhone(const Look& look) {
          {"a number", {StavParovani::OverCislo{"482 915"}}},
          {"a failure", {StavParovani::Chyba{"Adresa relaye nedává smysl."}}}},
         look);
+    companion->stav().telefonOdesel = true;
+    lookAtEach({{"a number of a phone that has left", {StavParovani::OverCislo{"482 915"}}}}, look);
+    companion->stav().telefonOdesel = false;
+    companion->stav().kliceJsouVSouborech = true;
+    settle();
+    look("keys in files", window());
+    companion->stav().klice = StavKlicu{};
+    settle();
+    look("keys that are awaited", window());
+    companion->stav().klice = StavKlicu{StavKlicu::Pripad::nejsou, klicenkaZamcenaCele};
+    settle();
+    look("a locked keyring", window());
 }
 
 void EveryState::withAPhone(const Look& look) {
@@ -51,6 +63,10 @@ void EveryState::withAPhone(const Look& look) {
         settle();
         look(availability.popis("Telefon", clock.now()), window());
     }
+    companion->stav().dalsiPokus = clock.sinceBoot() + 20s;
+    settle();
+    look("the next attempt is waited for", window());
+    companion->stav().dalsiPokus = std::nullopt;
     companion->stav().potiz = std::string("Relay neodpověděl.");
     settle();
     look("trouble of the link", window());

@@ -131,6 +131,7 @@ TEST_F(KeyboardTest, ANewAppIsTypedAndKeptWithoutAMouse) {
     clock.advance(std::chrono::seconds(1));
     give(Qt::Key_Return);
     EXPECT_EQ(companion->customApps().apps().size(), 1U) << "Enter at the question leaves it";
+    clock.advance(std::chrono::seconds(1));
     goTo("Odebrat: Sklad");
     give(Qt::Key_Space);
     goTo("Odebrat");

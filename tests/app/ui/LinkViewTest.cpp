@@ -50,5 +50,16 @@ TEST_F(LinkViewTest, WhileAnAttemptIsMadeNoneIsAnnounced) {
     EXPECT_FALSE(reads("Další pokus"));
 }
 
+TEST_F(LinkViewTest, SaysInOneLineThatTheKeysLieInFiles) {
+    const std::string told =
+        "Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.";
+    start();
+    openUi();
+    EXPECT_FALSE(reads(told));
+    companion->stav().kliceJsouVSouborech = true;
+    settle();
+    EXPECT_TRUE(reads(told));
+}
+
 } // namespace
 } // namespace morvex

@@ -123,6 +123,36 @@ TEST_F(PicturesOfStatesTest, ACodeThatIsCopied) {
     expectApproved(card("Párování s telefonem"), "pairing-code-copied");
 }
 
+TEST_F(PicturesOfStatesTest, Keys) {
+    start();
+    openUi();
+    auto& state = companion->stav();
+    state.klice = StavKlicu{};
+    settle();
+    expectApproved(card("Párování s telefonem"), "pairing-keys-awaited");
+    expectApproved(card("Spojení"), "link-keys-awaited");
+    state.klice = StavKlicu{StavKlicu::Pripad::nejsou, klicenkaZamcenaCele};
+    settle();
+    expectApproved(card("Párování s telefonem"), "pairing-keyring-locked");
+    state.klice = StavKlicu{StavKlicu::Pripad::jsou};
+    state.kliceJsouVSouborech = true;
+    settle();
+    expectApproved(card("Spojení"), "link-keys-in-files");
+}
+
+TEST_F(PicturesOfStatesTest, WaitingForThePhoneAndForTheRelay) {
+    start();
+    openUi();
+    auto& state = companion->stav();
+    state.telefonOdesel = true;
+    showState({StavParovani::OverCislo{"482 915"}});
+    expectApproved(card("Párování s telefonem"), "pairing-phone-left");
+    state.dostupnost = MacAvailability{MacAvailability::Pripojuji{6, 20}};
+    state.dalsiPokus = clock.sinceBoot() + std::chrono::seconds(20);
+    settle();
+    expectApproved(card("Spojení"), "link-next-attempt");
+}
+
 TEST_F(PicturesOfStatesTest, DarkPairing) {
     start();
     companion->setRelayAdresa("http://127.0.0.1:8787");

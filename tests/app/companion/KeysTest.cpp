@@ -1,0 +1,163 @@
+#include "shared-apple/KeychainChyba.h"
+#include "tests/support/PairingHarness.h"
+
+namespace morvex {
+namespace {
+
+/// The keys of this computer, when the vault does not give them at once.
+class KeysTest : public PairingHarness {
+  protected:
+    static KeychainChyba locked(std::int32_t status = vaultStatus::userCanceled) {
+        return {status, "čtení identita.podpisovy", "uživatel odemčení zrušil"};
+    }
+
+    void keepAPairedIdentity() {
+        mac = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
+        (void)store.held.ulozIdentitu(mac);
+        (void)store.held.ulozProtejsek(phone.asPeer());
+    }
+
+    void tryAgain() {
+        companion->zkusitZnovu();
+        executor.runUntilIdle();
+    }
+
+    /// The vault works when `slow` does.
+    void startWithSlowVault() {
+        storage = &slow;
+        start();
+    }
+
+    void runAll() {
+        while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
+    }
+
+    StavKlicu::Pripad keys() { return companion->stav().klice.value().pripad; }
+
+    ManualExecutor slow;
+};
+
+TEST_F(KeysTest, AKeyringThatStaysLockedIsToldWithoutJargonAndAskedAgain) {
+    const std::string told =
+        "Klíčenka zůstala zamčená. Jsou v ní klíče tohoto počítače, bez nich se telefon nepřipojí.";
+    keepAPairedIdentity();
+    for (auto status : {vaultStatus::userCanceled, vaultStatus::interactionNotAllowed}) {
+        store.failLoad = locked(status);
+        sockets.urls.clear();
+        start();
+        for (int question = 0; question < 2; ++question) {
+            EXPECT_EQ(availability(), "Spojení přerušeno — Klíčenka zůstala zamčená.");
+            EXPECT_EQ(trouble(), told);
+            EXPECT_EQ(companion->stav().klice.value(), (StavKlicu{StavKlicu::Pripad::nejsou, told}));
+            EXPECT_TRUE(sockets.urls.empty());
+            tryAgain();
+        }
+        store.failLoad.reset();
+        tryAgain();
+        EXPECT_EQ(keys(), StavKlicu::Pripad::jsou);
+        EXPECT_NE(trouble(), told);
+        EXPECT_EQ(availability(), "Připojuji… (2. pokus)");
+        EXPECT_EQ(sockets.urls.size(), 1U);
+        EXPECT_NE(companion->stav().stavClauda.value().problem, "Zjišťuji…");
+        end();
+    }
+}
+
+TEST_F(KeysTest, KeysThatCouldNotBeKeptAreMadeOnceTheCauseIsGone) {
+    store.failSave = TextError{"Na disku není místo."};
+    start();
+    EXPECT_EQ(companion->stav().klice.value(),
+              (StavKlicu{StavKlicu::Pripad::nejsou, "Na disku není místo."}));
+    store.failSave.reset();
+    tryAgain();
+    EXPECT_EQ(keys(), StavKlicu::Pripad::jsou);
+    EXPECT_EQ(availability(), "Nespárováno");
+    EXPECT_EQ(trouble(), "none");
+    EXPECT_TRUE(store.held.nactiIdentitu().value());
+    const auto loads = store.loads;
+    tryAgain();
+    EXPECT_EQ(store.loads, loads) << "what is there is not loaded again";
+}
+
+TEST_F(KeysTest, WhileTheyAreAwaitedNobodyKnowsOfAPhone) {
+    keepAPairedIdentity();
+    startWithSlowVault();
+    EXPECT_EQ(keys(), StavKlicu::Pripad::nacitaji);
+    EXPECT_EQ(companion->stav().popisSpojeni(clock.now()), "Čekám na klíče tohoto počítače…");
+    runAll();
+    EXPECT_EQ(keys(), StavKlicu::Pripad::jsou);
+    EXPECT_NE(companion->stav().popisSpojeni(clock.now()), "Čekám na klíče tohoto počítače…");
+}
+
+TEST_F(KeysTest, AQuestionThatIsOpenIsTakenBackAndAskedOnceMore) {
+    store.failLoad = locked();
+    startWithSlowVault();
+    for (int presses = 1; presses <= 3; ++presses) {
+        companion->zkusitZnovu();
+        executor.runUntilIdle();
+        EXPECT_EQ(vault.stops, presses);
+    }
+    runAll();
+    EXPECT_EQ(store.loads, 2) << "however often that was asked for";
+}
+
+TEST_F(KeysTest, AnEndAsksNobodyAnyMoreAndTellsNothingOfIt) {
+    store.failLoad = locked();
+    startWithSlowVault();
+    TaskScope ending(executor);
+    ending.spawn(companion->ukoncit());
+    executor.runUntilIdle();
+    EXPECT_TRUE(vault.isEnded);
+    companion->zkusitZnovu();
+    runAll();
+    EXPECT_EQ(store.loads, 1);
+    EXPECT_EQ(ending.live(), 0);
+    EXPECT_EQ(trouble(), "none");
+    companion.reset();
+}
+
+TEST_F(KeysTest, APairingLoadsThemFirstAndSaysWhyItCannot) {
+    store.failSave = TextError{"Na disku není místo."};
+    start();
+    for (int presses = 0; presses < 2; ++presses) {
+        flow().zrusitParovani();
+        flow().zacitParovani();
+        executor.runUntilIdle();
+        EXPECT_EQ(failure(), "Na disku není místo.");
+        EXPECT_TRUE(http.requests.empty());
+    }
+    store.failSave.reset();
+    layOutPair();
+    flow().zacitParovani();
+    executor.runUntilIdle();
+    EXPECT_TRUE(state().as<StavParovani::CekamNaTelefon>());
+}
+
+TEST_F(KeysTest, APairingThatFindsAPhoneConnectsToItInstead) {
+    keepAPairedIdentity();
+    store.failLoad = locked();
+    start();
+    flow().zacitParovani();
+    executor.runUntilIdle();
+    EXPECT_EQ(failure(),
+              "Klíčenka zůstala zamčená. Jsou v ní klíče tohoto počítače, bez nich se telefon nepřipojí.");
+    flow().zrusitParovani();
+    store.failLoad.reset();
+    flow().zacitParovani();
+    executor.runUntilIdle();
+    EXPECT_EQ(state(), StavParovani{});
+    EXPECT_TRUE(http.requests.empty());
+    EXPECT_EQ(sockets.urls.size(), 1U);
+}
+
+TEST_F(KeysTest, ThatTheyLieInFilesIsTold) {
+    for (auto place : {SecretVault::Place::privateFiles, SecretVault::Place::keyring}) {
+        vault.where = place;
+        start();
+        EXPECT_EQ(companion->stav().kliceJsouVSouborech.value(), place == SecretVault::Place::privateFiles);
+        end();
+    }
+}
+
+} // namespace
+} // namespace morvex
