@@ -163,8 +163,9 @@ void AgentTools::opust() {
 Task<ToolOutcome> AgentTools::prejmenuj(ToolCall call) {
     Arguments arguments(call.arguments);
     auto title = trim(arguments.requiredText("title"));
-    const HistorieAgentu::Hledany hledany{uuid(arguments, "work_item_id"), named(arguments, "agent"),
-                                          named(arguments, "folder")};
+    const auto folder = named(arguments, "folder");
+    const HistorieAgentu::Hledany hledany{uuid(arguments, "work_item_id"), named(arguments, "agent"), folder,
+                                          folder ? folders_.slozkaProAlias(folder) : std::nullopt};
     auto ukol = namesNoTask(arguments) ? std::nullopt : historie_.prejmenuj(hledany, title);
     if (!ukol)
         co_return ToolOutcome::refused(title.empty() ? "Chybí nový název relace."

@@ -324,11 +324,18 @@ UkolAgenta* HistorieAgentu::najdi(const Hledany& hledany) {
     if (hledany.workItemID) return najdi(*hledany.workItemID);
     const auto nastroj = hledany.nastroj.transform(AgentId::normalized);
     const auto slozka = hledany.slozka ? fold(firstBytes(*hledany.slozka, longestPath)) : std::string{};
-    auto found = std::ranges::find_if(polozky_, [&](const UkolAgenta& ukol) {
-        return (!nastroj || ukol.nastroj == *nastroj) &&
-               (!hledany.slozka || fold(paths::lastComponent(ukol.slozka)) == slozka);
+    auto first = [&](auto isThere) -> UkolAgenta* {
+        auto found = std::ranges::find_if(polozky_, [&](const UkolAgenta& ukol) {
+            return (!nastroj || ukol.nastroj == *nastroj) && isThere(ukol);
+        });
+        return found == polozky_.end() ? nullptr : &*found;
+    };
+    auto* there =
+        hledany.cesta ? first([&](const auto& ukol) { return ukol.slozka == *hledany.cesta; }) : nullptr;
+    if (there) return there;
+    return first([&](const auto& ukol) {
+        return !hledany.slozka || fold(paths::lastComponent(ukol.slozka)) == slozka;
     });
-    return found == polozky_.end() ? nullptr : &*found;
 }
 
 void HistorieAgentu::zvysRevizi(UkolAgenta& ukol) const {

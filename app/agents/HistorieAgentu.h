@@ -89,11 +89,13 @@ class HistorieAgentu {
                                                              const std::string& slozka) const;
 
     /// Which task is meant: the one of `workItemID`, otherwise the first with this tool, by any of its names,
-    /// and in a folder of this name; each only when given.
+    /// and in a folder of this name; each only when given. A task in the folder at `cesta` goes before those
+    /// that only share its name.
     struct Hledany {
         std::optional<Uuid> workItemID;
         std::optional<std::string> nastroj;
         std::optional<std::string> slozka;
+        std::optional<std::string> cesta = {};
     };
 
     /// Takes over a session id, trimmed. Nothing happens for a blank one.

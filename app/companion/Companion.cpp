@@ -205,6 +205,7 @@ Task<void> Companion::ukoncit() {
     konci_ = true;
     services_.vault.end();
     parovani_.ukoncit();
+    slozky_->ukoncit();
     odpojit();
     scope_.stop();
     co_await scope_.join();

@@ -2,7 +2,6 @@
 
 #include "app/console/QrBlocks.h"
 #include "app/console/TaskLines.h"
-#include "foundation/Paths.h"
 #include "foundation/Printable.h"
 #include "foundation/Text.h"
 
@@ -65,9 +64,13 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
         {"odpojit", "", "odvolá spárovaný telefon",
          [](ConsoleShell& shell, const std::string&) { shell.companion_.parovani().odvolat(); }},
         {"povolit", "CESTA", "povolí složku",
-         [](ConsoleShell& shell, const std::string& path) { shell.allow(path); }},
+         [](ConsoleShell& shell, const std::string& path) { shell.folders_.allow(path); }},
         {"odebrat", "CESTA", "odebere povolenou složku",
-         [](ConsoleShell& shell, const std::string& path) { shell.disallow(path); }},
+         [](ConsoleShell& shell, const std::string& path) { shell.folders_.disallow(path); }},
+        {"ano", "", "povolí složku, na kterou se ptám",
+         [](ConsoleShell& shell, const std::string&) { shell.folders_.answer(Slozky::Odpoved::ano); }},
+        {"ne", "", "nepovolí složku, na kterou se ptám",
+         [](ConsoleShell& shell, const std::string&) { shell.folders_.answer(Slozky::Odpoved::ne); }},
         {"zapnout", "CO", "zapne skupinu nástrojů",
          [](ConsoleShell& shell, const std::string& name) { shell.switchIntegration(name, true); }},
         {"vypnout", "CO", "vypne skupinu nástrojů",
@@ -102,7 +105,10 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
 }
 
 ConsoleShell::ConsoleShell(Companion& companion, Surroundings surroundings)
-    : companion_(companion), surroundings_(std::move(surroundings)) {
+    : companion_(companion),
+      surroundings_(std::move(surroundings)),
+      folders_({companion_.slozky(), surroundings_.picker, surroundings_.folders, surroundings_.scope,
+                [this](const std::string& text) { print(text); }}) {
     watch();
 }
 
@@ -174,7 +180,7 @@ void ConsoleShell::printStatus() {
     const auto& peer = state.protejsek.value();
     print("Telefon: " + (peer ? peer->deviceID.rawValue : std::string("žádný")));
     print("Relay: " + state.relayAdresa.value());
-    printFolders();
+    folders_.print();
     std::vector<std::string> on;
     for (const auto& row : integrations)
         if (companion_.integrations().isOn(row.integration)) on.emplace_back(row.name);
@@ -184,15 +190,6 @@ void ConsoleShell::printStatus() {
     printTrouble(companion_.bdelost().stav().potizDrzeni);
     printTrouble(companion_.bdelost().stav().potiz);
     printTrouble(companion_.historieAgentu().potiz());
-}
-
-void ConsoleShell::printFolders() {
-    const auto& folders = companion_.slozky();
-    if (folders.povolene().empty()) print("Složky: žádná není povolená");
-    for (const auto& path : folders.povolene()) {
-        bool needsRenewal = folders.vyzadujiObnoveni().contains(path);
-        print("Složka: " + path + (needsRenewal ? " (povol ji znovu)" : ""));
-    }
 }
 
 void ConsoleShell::printAvailability() {
@@ -317,29 +314,6 @@ Task<void> ConsoleShell::forgetAndTell() {
     historie.vymazat();
     co_await historie.ulozeno();
     if (!historie.potiz()) print("Úlohy jsou zapomenuté.");
-}
-
-void ConsoleShell::allow(const std::string& path) {
-    auto expanded = expandingTilde(path, surroundings_.folders);
-    if (!expanded.starts_with('/')) return print("Cesta ke složce začíná „/“ nebo „~“.");
-    surroundings_.picker.choose(expanded);
-    surroundings_.scope.spawn(allowAndShow());
-}
-
-Task<void> ConsoleShell::allowAndShow() {
-    auto& folders = companion_.slozky();
-    co_await folders.pridat();
-    if (const auto& failure = folders.chybaOpravneni()) print(*failure);
-    printFolders();
-}
-
-void ConsoleShell::disallow(const std::string& path) {
-    auto& folders = companion_.slozky();
-    auto expanded = paths::standardized(expandingTilde(path, surroundings_.folders));
-    if (std::ranges::find(folders.povolene(), expanded) == folders.povolene().end())
-        return print("Složka „" + path + "“ povolená není.");
-    folders.odebrat(expanded);
-    printFolders();
 }
 
 void ConsoleShell::switchIntegration(const std::string& name, bool value) {

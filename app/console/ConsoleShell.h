@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/companion/Companion.h"
-#include "app/console/ConsoleFolderPicker.h"
+#include "app/console/ConsoleFolders.h"
 #include "foundation/Clock.h"
 
 #include <QProperty>
@@ -50,7 +50,6 @@ class ConsoleShell {
 
     void printHelp() const;
     void printStatus();
-    void printFolders();
     void printAvailability();
     void printNextAttempt() const;
     void tryNow();
@@ -67,10 +66,7 @@ class ConsoleShell {
     void continueTask(const std::string& number);
     void forgetTasks(const std::string& answer);
     Task<void> forgetAndTell();
-    void allow(const std::string& path);
-    Task<void> allowAndShow();
     Task<void> turnOnAndTell(Integration integration, std::string name);
-    void disallow(const std::string& path);
     void switchIntegration(const std::string& name, bool value);
     void keepAwake(const std::string& word);
     void startAtLogin(const std::string& word);
@@ -82,6 +78,7 @@ class ConsoleShell {
 
     Companion& companion_;
     Surroundings surroundings_;
+    ConsoleFolders folders_;
     Clock::Duration minuteOfNews_{0}; ///< its begin
     int newsOfMinute_ = 0;
     std::string shownNumber_;

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <utility>
 
 namespace morvex {
 
@@ -33,12 +35,10 @@ Result<std::string> absolute(std::string path, const std::optional<std::string>&
                              const PovoleneSlozky& slozky) {
     if (path.starts_with('/')) return path;
     auto parts = paths::components(path);
-    auto base = slozky.slozkaProAlias(parts.front());
-    if (base)
-        parts.erase(parts.begin());
-    else
-        base = slozky.slozkaProAlias(slozka);
+    auto named = slozky.slozkaNaZacatku(parts);
+    const auto base = named ? std::optional(std::move(named->slozka)) : slozky.slozkaProAlias(slozka);
     if (!base) return fail(SouboryChyba::bezSlozky("Urči povolenou složku.", slozky.aliasy()));
+    if (named) parts.erase(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(named->casti));
     return paths::below(*base, join(parts, "/"));
 }
 

@@ -22,8 +22,8 @@ struct OverenaCesta {
     [[nodiscard]] std::string jmeno() const;
 };
 
-/// The path check. A relative path begins in the allowed folder that its first component names, else in the
-/// one that `slozka` names. May block on the disk; fails with `SouboryChyba`.
+/// The path check. A relative path begins in the allowed folder that its first components name, else in
+/// the one that `slozka` names. May block on the disk; fails with `SouboryChyba`.
 Result<OverenaCesta> overCestu(const std::string& cesta, const std::optional<std::string>& slozka,
                                const PovoleneSlozky& slozky);
 

@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <span>
 #include <utility>
 
 namespace morvex {
@@ -21,6 +23,23 @@ std::string folded(std::string_view name) {
     return lowerCase(trim(fold(name)));
 }
 
+/// The last parts of a path, `count` of them. One more than it has gives all of it with the slash in front,
+/// and beyond that there is nothing.
+std::optional<std::string> lastParts(std::string_view path, std::size_t count) {
+    auto parts = paths::components(path);
+    if (count > parts.size() + 1) return std::nullopt;
+    if (count > parts.size()) return repairUtf8(path);
+    parts.erase(parts.begin(), parts.end() - static_cast<std::ptrdiff_t>(count));
+    return repairUtf8(join(parts, "/"));
+}
+
+/// How two names are compared; no two folders have the same path, spelled exactly.
+using Sameness = bool (*)(const std::string& one, const std::string& other);
+constexpr std::array<Sameness, 2> samenesses = {
+    [](const std::string& one, const std::string& other) { return folded(one) == folded(other); },
+    [](const std::string& one, const std::string& other) { return one == other; },
+};
+
 bool liesIn(std::string_view path, std::string_view folder) {
     if (!path.starts_with(folder)) return false;
     // With the slash /a/b does not admit /a/bc. The root folder itself therefore admits nothing below it.
@@ -31,19 +50,55 @@ bool liesIn(std::string_view path, std::string_view folder) {
 
 std::vector<std::string> PovoleneSlozky::aliasy() const {
     std::vector<std::string> names;
-    for (const auto& slozka : slozky_) names.push_back(paths::lastComponent(slozka));
+    for (std::size_t poradi = 0; poradi < slozky_.size(); ++poradi) names.push_back(alias(poradi));
     return names;
+}
+
+/// A name is never taken from a folder for one that is allowed later.
+std::string PovoleneSlozky::alias(std::size_t poradi) const {
+    const auto& slozka = slozky_[poradi];
+    const auto earlier = std::span(slozky_).first(poradi);
+    auto bare = paths::lastComponent(slozka);
+    const auto wanted = folded(bare);
+    if (std::ranges::none_of(earlier, [&](const auto& other) { return jmenujeSe(other, wanted); }))
+        return bare;
+    for (const auto same : samenesses)
+        for (std::size_t parts = 2; const auto name = lastParts(slozka, parts); ++parts)
+            if (std::ranges::none_of(earlier, [&](const auto& other) {
+                    const auto taken = lastParts(other, parts);
+                    return taken && same(*taken, *name);
+                }))
+                return *name;
+    return bare; // told apart only by bytes that are no text
 }
 
 std::optional<std::string> PovoleneSlozky::slozkaProAlias(const std::optional<std::string>& alias) const {
     const auto name = alias ? trim(*alias) : std::string{};
     if (name.empty()) return slozky_.size() == 1 ? std::optional(slozky_.front()) : std::nullopt;
     if (name.size() > longestAlias) return std::nullopt;
-    auto wanted = folded(name);
-    bool namesDesktop = std::ranges::find(desktopAliases, wanted) != desktopAliases.end();
-    for (const auto& slozka : slozky_) {
-        if (folded(paths::lastComponent(slozka)) == wanted) return slozka;
-        if (namesDesktop && jePlocha(slozka)) return slozka;
+    if (name.contains('/')) return slozkaSRodicem(name);
+    const auto wanted = folded(name);
+    const auto found =
+        std::ranges::find_if(slozky_, [&](const auto& slozka) { return jmenujeSe(slozka, wanted); });
+    return found == slozky_.end() ? std::nullopt : std::optional(*found);
+}
+
+std::optional<std::string> PovoleneSlozky::slozkaSRodicem(const std::string& alias) const {
+    const auto names = aliasy();
+    for (const auto same : {samenesses[1], samenesses[0]})
+        for (std::size_t poradi = 0; poradi < names.size(); ++poradi)
+            if (same(names[poradi], alias)) return slozky_[poradi];
+    return std::nullopt;
+}
+
+std::optional<PovoleneSlozky::Zacatek>
+PovoleneSlozky::slozkaNaZacatku(const std::vector<std::string>& casti) const {
+    std::size_t most = 1;
+    for (const auto& name : aliasy()) most = std::max(most, paths::components(name).size());
+    for (auto count = std::min(most, casti.size()); count > 0; --count) {
+        const std::vector<std::string> name(casti.begin(),
+                                            casti.begin() + static_cast<std::ptrdiff_t>(count));
+        if (auto slozka = slozkaProAlias(join(name, "/"))) return Zacatek{*std::move(slozka), count};
     }
     return std::nullopt;
 }
@@ -59,6 +114,11 @@ std::optional<std::string> PovoleneSlozky::slozkaNad(std::string_view resolvedPa
         if (auto folder = paths::resolved(slozka); folder && liesIn(resolvedPath, *folder))
             if (!innermost || innermost->size() < folder->size()) innermost = std::move(folder);
     return innermost;
+}
+
+bool PovoleneSlozky::jmenujeSe(const std::string& slozka, std::string_view wanted) const {
+    if (folded(paths::lastComponent(slozka)) == wanted) return true;
+    return std::ranges::find(desktopAliases, wanted) != desktopAliases.end() && jePlocha(slozka);
 }
 
 bool PovoleneSlozky::jePlocha(const std::string& slozka) const {

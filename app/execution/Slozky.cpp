@@ -82,7 +82,7 @@ Task<void> Slozky::pridat() {
     if (!vyzadujiObnoveni_.empty()) question.startAt = *vyzadujiObnoveni_.begin();
 
     auto chosen = co_await picker_.pick(std::move(question));
-    if (chosen.empty()) co_return;
+    if (chosen.empty() || !co_await jsouChtene(chosen)) co_return;
     const auto nove = noveZalozky(std::move(chosen));
     auto ulozeno = co_await ulozitNove(nove);
     if (ulozeno)
@@ -90,6 +90,45 @@ Task<void> Slozky::pridat() {
     else
         nepodariloSe(nove.front().first, ulozeno.error());
     priZmene_.tell();
+}
+
+Task<bool> Slozky::jsouChtene(std::vector<std::string> chosen) {
+    std::vector<SirokaSlozka> siroke;
+    for (const auto& path : chosen)
+        if (auto siroka = SirokaSlozka::posoud(paths::standardized(path), standardFolders_))
+            siroke.push_back(*std::move(siroka));
+    if (siroke.empty()) co_return true;
+    const auto turn = co_await otazky_.take();
+    for (auto& siroka : siroke)
+        if (!co_await zeptatSe(std::move(siroka))) co_return false;
+    co_return true;
+}
+
+Task<bool> Slozky::zeptatSe(SirokaSlozka slozka) {
+    if (konci_) co_return false;
+    auto odpoved = std::make_shared<OneShot<Odpoved>>();
+    pokracovani_ = odpoved;
+    otazka_ = std::move(slozka);
+    priOtazce_.tell();
+    co_return co_await odpoved->wait() == Odpoved::ano;
+}
+
+void Slozky::odpovedet(Odpoved odpoved) {
+    vyzadujHlavniVlakno();
+    if (!otazka_) return;
+    otazka_.reset();
+    std::exchange(pokracovani_, nullptr)->answer(odpoved);
+    priOtazce_.tell();
+}
+
+void Slozky::priOtazce(std::function<void()> zavolat) {
+    vyzadujHlavniVlakno();
+    priOtazce_.add(std::move(zavolat));
+}
+
+void Slozky::ukoncit() {
+    konci_ = true;
+    odpovedet(Odpoved::ne);
 }
 
 Slozky::Nove Slozky::noveZalozky(std::vector<std::string> chosen) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/execution/PovoleneSlozky.h"
+#include "app/execution/SirokaSlozka.h"
 #include "foundation/Listeners.h"
+#include "foundation/OneShot.h"
 #include "foundation/Task.h"
 #include "foundation/Turns.h"
 #include "platform/ports/FolderBookmarks.h"
@@ -50,9 +52,24 @@ class Slozky {
     [[nodiscard]] std::optional<std::string> slozkaProAlias(const std::optional<std::string>& alias) const;
     [[nodiscard]] bool obsahuje(std::string_view cesta) const;
 
-    /// Lets the user choose folders in the panel and allows them, once that is saved. The task ends before
-    /// this object goes.
+    /// Lets the user choose folders in the panel and allows them, once that is saved. Of those that reach as
+    /// far as the home folder each is asked about first; after one no nothing of the choice is allowed. The
+    /// task ends before this object goes.
     Task<void> pridat();
+
+    /// The open question of `pridat`, until `odpovedet`.
+    [[nodiscard]] const std::optional<SirokaSlozka>& otazka() const { return otazka_; }
+
+    enum class Odpoved { ano, ne };
+
+    /// The person's answer. Nothing when no question is open.
+    void odpovedet(Odpoved odpoved);
+
+    /// Adds one that is called when a question opens and when it closes, for the life of this object.
+    void priOtazce(std::function<void()> zavolat);
+
+    /// For the end of the program: whatever is or would be asked is answered with no.
+    void ukoncit();
 
     /// Counts at once; saving goes on behind it until it succeeds.
     void odebrat(std::string slozka);
@@ -70,6 +87,9 @@ class Slozky {
     /// Chosen folders with their bookmarks.
     using Nove = std::vector<std::pair<std::string, Bytes>>;
     Nove noveZalozky(std::vector<std::string> chosen);
+    /// Whether the person wants all of them, whatever they reach.
+    Task<bool> jsouChtene(std::vector<std::string> chosen);
+    Task<bool> zeptatSe(SirokaSlozka slozka);
     Task<Result<void>> ulozitNove(const Nove& nove);
     void nepodariloSe(const std::string& slozka, const Error& proc);
     void povolit(const std::string& slozka, const Bytes& zalozka);
@@ -94,6 +114,11 @@ class Slozky {
     std::set<std::string> aktivniPristupy_;
     Turns ukladani_; ///< of folders that are not allowed yet
     Listeners priZmene_;
+    Turns otazky_;
+    std::optional<SirokaSlozka> otazka_;
+    std::shared_ptr<OneShot<Odpoved>> pokracovani_; ///< of whoever asks `otazka_`
+    bool konci_ = false;
+    Listeners priOtazce_;
 };
 
 } // namespace morvex

@@ -45,6 +45,9 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
     QCoreApplication::installTranslator(&language_);
     QObject::connect(model_.voice(), &VoiceModel::changed, &windows_, [this] { followLanguage(); });
     QObject::connect(model_.approval(), &ApprovalModel::changed, &windows_, [this] { showApproval(); });
+    QObject::connect(model_.folders(), &FoldersModel::asking, &windows_, [this] {
+        if (!model_.folders()->askedPath().isEmpty()) openMainWindow();
+    });
 }
 
 TolvyCompanionApp::~TolvyCompanionApp() {

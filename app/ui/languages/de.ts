@@ -480,6 +480,10 @@
         <translation>Eine Aktion am Mac erlauben</translation>
     </message>
     <message>
+        <source>Povolit složku %1?</source>
+        <translation>Ordner %1 erlauben?</translation>
+    </message>
+    <message>
         <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
         <translation>Die Notiz „%1“ ist zu lang zum Übertragen; das Telefon bekommt sie nicht.</translation>
     </message>
@@ -788,6 +792,14 @@
         <translation>Der Text des Codes ist kopiert.</translation>
     </message>
     <message>
+        <source>To je celý disk: telefon se pak dostane ke všemu, k čemu se tu dostaneš ty.</source>
+        <translation>Das ist die ganze Festplatte: Das Telefon kommt dann an alles heran, woran du hier kommst.</translation>
+    </message>
+    <message>
+        <source>To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.</source>
+        <translation>Das ist dein persönlicher Ordner: Das Telefon kommt dann an alle deine Dateien heran.</translation>
+    </message>
+    <message>
         <source>Tohle potřebuje potvrzení: %1</source>
         <translation>Das muss bestätigt werden: %1</translation>
     </message>
@@ -846,6 +858,10 @@
     <message>
         <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
         <translation>Es läuft schon eine andere Aufgabe: %1. Warte oder brich sie ab.</translation>
+    </message>
+    <message>
+        <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
+        <translation>In diesem Ordner liegt dein persönlicher Ordner: Das Telefon kommt dann an alle deine Dateien heran.</translation>
     </message>
     <message>
         <source>Verze aplikace</source>

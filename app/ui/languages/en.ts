@@ -480,6 +480,10 @@
         <translation>Allow an action on the Mac</translation>
     </message>
     <message>
+        <source>Povolit složku %1?</source>
+        <translation>Allow the folder %1?</translation>
+    </message>
+    <message>
         <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
         <translation>The note “%1” is too long to be sent; the phone will not get it.</translation>
     </message>
@@ -788,6 +792,14 @@
         <translation>The text of the code is copied.</translation>
     </message>
     <message>
+        <source>To je celý disk: telefon se pak dostane ke všemu, k čemu se tu dostaneš ty.</source>
+        <translation>This is the whole disk: the phone will reach everything that you can reach here.</translation>
+    </message>
+    <message>
+        <source>To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.</source>
+        <translation>This is your home folder: the phone will reach all of your files.</translation>
+    </message>
+    <message>
         <source>Tohle potřebuje potvrzení: %1</source>
         <translation>This needs to be confirmed: %1</translation>
     </message>
@@ -846,6 +858,10 @@
     <message>
         <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
         <translation>Another task is running: %1. Wait, or cancel it.</translation>
+    </message>
+    <message>
+        <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
+        <translation>Your home folder lies in this folder: the phone will reach all of your files.</translation>
     </message>
     <message>
         <source>Verze aplikace</source>

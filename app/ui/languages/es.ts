@@ -480,6 +480,10 @@
         <translation>Permitir una acción en el Mac</translation>
     </message>
     <message>
+        <source>Povolit složku %1?</source>
+        <translation>¿Permitir la carpeta %1?</translation>
+    </message>
+    <message>
         <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
         <translation>La nota «%1» es demasiado larga para enviarla; el teléfono no la recibirá.</translation>
     </message>
@@ -788,6 +792,14 @@
         <translation>El texto del código está copiado.</translation>
     </message>
     <message>
+        <source>To je celý disk: telefon se pak dostane ke všemu, k čemu se tu dostaneš ty.</source>
+        <translation>Es el disco entero: el teléfono llegará a todo lo que tú alcanzas aquí.</translation>
+    </message>
+    <message>
+        <source>To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.</source>
+        <translation>Es tu carpeta personal: el teléfono llegará a todos tus archivos.</translation>
+    </message>
+    <message>
         <source>Tohle potřebuje potvrzení: %1</source>
         <translation>Esto necesita confirmación: %1</translation>
     </message>
@@ -846,6 +858,10 @@
     <message>
         <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
         <translation>Ya hay otra tarea en curso: %1. Espera o cancélala.</translation>
+    </message>
+    <message>
+        <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
+        <translation>En esta carpeta está tu carpeta personal: el teléfono llegará a todos tus archivos.</translation>
     </message>
     <message>
         <source>Verze aplikace</source>

@@ -480,6 +480,10 @@
         <translation>Autoriser une action sur le Mac</translation>
     </message>
     <message>
+        <source>Povolit složku %1?</source>
+        <translation>Autoriser le dossier %1 ?</translation>
+    </message>
+    <message>
         <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
         <translation>La note « %1 » est trop longue pour être envoyée ; le téléphone ne la recevra pas.</translation>
     </message>
@@ -788,6 +792,14 @@
         <translation>Le texte du code est copié.</translation>
     </message>
     <message>
+        <source>To je celý disk: telefon se pak dostane ke všemu, k čemu se tu dostaneš ty.</source>
+        <translation>C’est le disque entier : le téléphone aura accès à tout ce à quoi tu as accès ici.</translation>
+    </message>
+    <message>
+        <source>To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.</source>
+        <translation>C’est ton dossier personnel : le téléphone aura accès à tous tes fichiers.</translation>
+    </message>
+    <message>
         <source>Tohle potřebuje potvrzení: %1</source>
         <translation>Ceci doit être confirmé : %1</translation>
     </message>
@@ -846,6 +858,10 @@
     <message>
         <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
         <translation>Une autre tâche est en cours : %1. Attends ou annule-la.</translation>
+    </message>
+    <message>
+        <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
+        <translation>Ton dossier personnel se trouve dans ce dossier : le téléphone aura accès à tous tes fichiers.</translation>
     </message>
     <message>
         <source>Verze aplikace</source>

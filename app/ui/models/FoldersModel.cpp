@@ -1,7 +1,6 @@
 #include "app/ui/models/FoldersModel.h"
 
 #include "app/ui/Localized.h"
-#include "foundation/Paths.h"
 
 #include <QFile>
 #include <QPointer>
@@ -15,15 +14,20 @@ FoldersModel::FoldersModel(Slozky& slozky, CompanionState& state, TaskScope& sco
     slozky_.priZmene([self = QPointer<FoldersModel>(this)] {
         if (self) self->refresh();
     });
+    slozky_.priOtazce([self = QPointer<FoldersModel>(this)] {
+        if (self) Q_EMIT self->asking();
+    });
 }
 
 QVariantList FoldersModel::readRows() const {
     QVariantList rows;
+    const auto names = slozky_.aliasy();
+    auto name = names.begin();
     for (const auto& path : slozky_.povolene())
         rows.push_back(QVariantMap{
             {QStringLiteral("id"), QFile::decodeName(path.c_str())},
             {QStringLiteral("path"), QFile::decodeName(path.c_str())},
-            {QStringLiteral("name"), QFile::decodeName(paths::lastComponent(path).c_str())},
+            {QStringLiteral("name"), QString::fromStdString(*name++)},
             {QStringLiteral("needsRenewal"), slozky_.vyzadujiObnoveni().contains(path)},
         });
     return rows;
@@ -38,8 +42,26 @@ QString FoldersModel::trouble() const {
     return localized(state_.potizNastaveni.value().value_or(std::string()));
 }
 
+QString FoldersModel::askedPath() const {
+    const auto& otazka = slozky_.otazka();
+    return otazka ? QFile::decodeName(otazka->slozka.c_str()) : QString();
+}
+
+QString FoldersModel::warning() const {
+    const auto& otazka = slozky_.otazka();
+    return otazka ? localized(otazka->popis()) : QString();
+}
+
 void FoldersModel::add() {
     scope_.spawn(slozky_.pridat());
+}
+
+void FoldersModel::allowAsked() {
+    slozky_.odpovedet(Slozky::Odpoved::ano);
+}
+
+void FoldersModel::refuseAsked() {
+    slozky_.odpovedet(Slozky::Odpoved::ne);
 }
 
 void FoldersModel::remove(const QString& path) {

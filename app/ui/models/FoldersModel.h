@@ -17,6 +17,8 @@ class FoldersModel final : public ViewModel {
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(bool anyNeedsRenewal READ anyNeedsRenewal NOTIFY changed)
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+    Q_PROPERTY(QString askedPath READ askedPath NOTIFY asking)
+    Q_PROPERTY(QString warning READ warning NOTIFY asking)
 
   public:
     FoldersModel(Slozky& slozky, CompanionState& state, TaskScope& scope);
@@ -27,9 +29,20 @@ class FoldersModel final : public ViewModel {
     /// Why the last permission could not be kept, or the settings are not saved.
     [[nodiscard]] QString trouble() const;
 
+    /// The folder that is allowed only after a yes, and what that would mean; empty when nothing is asked.
+    [[nodiscard]] QString askedPath() const;
+    [[nodiscard]] QString warning() const;
+
     /// Asks for folders in a dialog.
     Q_INVOKABLE void add();
+    /// The answers to the question that is open.
+    Q_INVOKABLE void allowAsked();
+    Q_INVOKABLE void refuseAsked();
     Q_INVOKABLE void remove(const QString& path);
+
+  Q_SIGNALS:
+    /// Another question, or none any more.
+    void asking();
 
   private:
     [[nodiscard]] QVariantList readRows() const;

@@ -8,15 +8,21 @@ Sheet {
 
     required property string text
     required property string action
+    property bool isConfirmed
+    /// One of both, once the sheet has closed.
     signal confirmed
+    signal refused
+
+    onAboutToShow: isConfirmed = false
+    onClosed: isConfirmed ? confirmed() : refused()
 
     buttons: [
         ActionButton {
             kind: ActionButton.Kind.Warning
             text: sheet.action
             onClicked: {
+                sheet.isConfirmed = true;
                 sheet.close();
-                sheet.confirmed();
             }
         },
         ActionButton {

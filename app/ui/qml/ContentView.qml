@@ -73,6 +73,32 @@ ScrollArea {
         onClosed: customApps.open()
     }
 
+    ConfirmationSheet {
+        id: wideFolder
+
+        function ask() {
+            if (view.companion.folders.askedPath !== "")
+                open();
+            else
+                close();
+        }
+
+        title: qsTr("Povolit složku %1?").arg(view.companion.folders.askedPath)
+        text: view.companion.folders.warning
+        action: qsTr("Povolit")
+        onConfirmed: view.companion.folders.allowAsked()
+        onRefused: view.companion.folders.refuseAsked()
+        // The window may have been closed meanwhile.
+        Component.onCompleted: Qt.callLater(ask)
+    }
+
+    Connections {
+        target: view.companion.folders
+        function onAsking() {
+            wideFolder.ask();
+        }
+    }
+
     CustomAppEditor {
         id: editor
 

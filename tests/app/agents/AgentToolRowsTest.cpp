@@ -1,4 +1,6 @@
 #include "app/agents/AgentTools.h"
+#include "app/execution/PovoleneSlozky.h"
+#include "platform/memory/FixedFolders.h"
 #include "platform/memory/ImmediateExecutor.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedUrlOpener.h"
@@ -47,14 +49,16 @@ class AgentToolRowsTest : public AgentRunnerFixture {
     std::unique_ptr<HistorieAgentu> historie =
         HistorieAgentu::create(folder.path() / "data", {{saving, saving, clock}, random, opener});
     std::vector<std::string> aliases{"work"};
+    FixedFolders standard;
+    std::vector<std::string> folders{path("work")};
     HeldReports reports;
     TaskScope scope{executor};
     AgentTools tools{runner,
                      *historie,
                      reports,
                      {[this] { return aliases; },
-                      [this](const std::optional<std::string>&) {
-                          return aliases.size() == 1 ? std::optional(path("work")) : std::nullopt;
+                      [this](const std::optional<std::string>& alias) {
+                          return PovoleneSlozky(folders, standard).slozkaProAlias(alias);
                       },
                       [](std::string_view) { return true; }},
                      scope};
@@ -192,6 +196,19 @@ TEST_F(AgentToolRowsTest, ABlankArgumentOfARenamingCountsAsAbsent) {
     EXPECT_TRUE(rename({{"title", "1"}, {"agent", ""}, {"folder", " "}, {"work_item_id", ""}}).ok);
     EXPECT_TRUE(rename({{"title", "2"}, {"agent", " Codex "}, {"folder", " WORK\n"}}).ok);
     EXPECT_FALSE(rename({{"title", "3"}, {"folder", "jiná"}}).ok);
+}
+
+TEST_F(AgentToolRowsTest, ARenamingAndARunKnowAFolderByTheSameName) {
+    std::filesystem::create_directories(path("other/work"));
+    folders.push_back(path("other/work"));
+    for (const char* folder : {"other/work", "work"}) {
+        EXPECT_TRUE(call("mac.codex.run", {{"instruction", "Oprav testy"}, {"folder", folder}}).ok);
+        executor.runUntilIdle();
+        finish();
+    }
+    EXPECT_TRUE(rename({{"title", "Druhá"}, {"folder", "Other/Work"}}).ok);
+    EXPECT_EQ(historie->polozky().back().nazev, "Druhá");
+    EXPECT_EQ(historie->polozky().back().slozka, path("other/work"));
 }
 
 TEST_F(AgentToolRowsTest, AHugeIdOfACallIsKeptToItsBeginning) {

@@ -97,6 +97,17 @@ TEST_F(HistorieAgentuTest, WithAnIdOnlyThatTaskIsMeant) {
     EXPECT_EQ(historie->prijmiPokracovani({older.workItemID, "claude", "Projekty"}, "r")->id, older.id);
 }
 
+TEST_F(HistorieAgentuTest, OfFoldersOfOneNameTheOneAtThePathIsMeant) {
+    auto inFirst = begin("codex", "1", "/a/projekt");
+    auto inSecond = begin("codex", "2", "/b/projekt");
+    EXPECT_EQ(historie->prejmenuj({{}, {}, "projekt", "/a/projekt"}, "Úklid")->id, inFirst.id);
+    EXPECT_EQ(historie->prejmenuj({{}, {}, "b/projekt", "/b/projekt"}, "Úklid")->id, inSecond.id);
+    EXPECT_EQ(historie->prejmenuj({{}, {}, "projekt", "/c/projekt"}, "Úklid")->id, inSecond.id)
+        << "no task ran there, so the name alone counts";
+    EXPECT_FALSE(historie->prejmenuj({{}, {}, "c/projekt", "/c/projekt"}, "Úklid"));
+    EXPECT_FALSE(historie->prejmenuj({{}, "claude", "projekt", "/a/projekt"}, "Úklid"));
+}
+
 TEST_F(HistorieAgentuTest, QuirkAWorkItemIsReusedOnlyWithTheSameTool) {
     auto first = begin("codex", "Oprav testy");
     auto other = begin({first.workItemID, {}, "claude-code", {}, "Oprav testy", "/p"});

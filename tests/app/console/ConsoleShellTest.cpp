@@ -67,7 +67,7 @@ TEST_F(ConsoleShellTest, AnUnknownCommandIsToldAndABlankLineIsNot) {
 TEST_F(ConsoleShellTest, HelpNamesEveryCommand) {
     startShell();
     auto help = type("POMOC");
-    EXPECT_EQ(help.size(), 24U);
+    EXPECT_EQ(help.size(), 26U);
     EXPECT_TRUE(hasLine(help, "  povolit CESTA          povolí složku"));
 }
 
@@ -202,6 +202,42 @@ TEST_F(ConsoleShellTest, AllowsAndRemovesFoldersAlsoBelowTheHomeFolder) {
     EXPECT_EQ(type("povolit Projekty"), std::vector<std::string>{"Cesta ke složce začíná „/“ nebo „~“."});
     EXPECT_EQ(type("odebrat ~/Jiné"), std::vector<std::string>{"Složka „~/Jiné“ povolená není."});
     EXPECT_EQ(type("odebrat ~/Projekty/"), std::vector<std::string>{"Složky: žádná není povolená"});
+}
+
+TEST_F(ConsoleShellTest, AsksBeforeAFolderThatReachesFar) {
+    startShell();
+    const auto home = temporary.path().string();
+    const std::vector<std::string> question{
+        "Povolit složku " + home +
+            "? To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.",
+        "Odpověz „ano“ nebo „ne“."};
+    EXPECT_EQ(type("povolit ~"), question);
+    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_EQ(type("ne"), std::vector<std::string>{"Složky: žádná není povolená"});
+    EXPECT_EQ(type("povolit ~/"), question);
+    EXPECT_EQ(type("ano"), std::vector<std::string>{"Složka: " + home});
+    EXPECT_EQ(type("ano"), std::vector<std::string>{"Na nic se teď neptám."});
+    EXPECT_EQ(type("ne"), std::vector<std::string>{"Na nic se teď neptám."});
+}
+
+TEST_F(ConsoleShellTest, AQuestionThatIsOpenAtTheEndDoesNotHoldTheProgram) {
+    startShell();
+    type("povolit /");
+    EXPECT_TRUE(executor.run(companion->ukoncit()));
+    EXPECT_TRUE(companion->slozky().povolene().empty());
+}
+
+TEST_F(ConsoleShellTest, OfFoldersOfOneNameTheSecondIsListedUnderItsOwn) {
+    startShell();
+    const auto at = [this](const std::string& name) { return (temporary.path() / name).string(); };
+    for (const char* name : {"osobni/projekt", "prace/projekt"}) {
+        std::filesystem::create_directories(at(name));
+        type("povolit " + at(name));
+    }
+    EXPECT_EQ(type("odebrat /nic"), std::vector<std::string>{"Složka „/nic“ povolená není."});
+    auto status = type("stav");
+    EXPECT_TRUE(hasLine(status, "Složka: " + at("osobni/projekt")));
+    EXPECT_TRUE(hasLine(status, "Složka: " + at("prace/projekt") + ", jménem prace/projekt"));
 }
 
 TEST_F(ConsoleShellTest, SwitchesAFamilyOfTools) {

@@ -59,6 +59,19 @@ TEST(OverCestu, TheFirstComponentBeatsTheNamedFolder) {
     EXPECT_EQ(checked("Projects/Projects/x", slozky), tree.path("home/Projects/Projects/x"));
 }
 
+TEST(OverCestu, OfFoldersOfOneNameTheSecondIsNamedWithItsParent) {
+    FileTree tree;
+    auto slozky = tree.allowed({"osobni/projekt", "prace/projekt"});
+    EXPECT_EQ(checked("prace/projekt/a", slozky), tree.path("prace/projekt/a"));
+    EXPECT_EQ(checked("Prace/Projekt/a", slozky, "projekt"), tree.path("prace/projekt/a"));
+    EXPECT_EQ(checked("a", slozky, "prace/projekt"), tree.path("prace/projekt/a"));
+    EXPECT_EQ(checked("projekt/a", slozky, "prace/projekt"), tree.path("osobni/projekt/a"));
+    EXPECT_EQ(checked("a", slozky), "Urči povolenou složku. Povolené: projekt, prace/projekt.");
+    EXPECT_EQ(checked("prace/projekt/a", tree.allowed({"prace/projekt"})),
+              tree.path("prace/projekt/prace/projekt/a"))
+        << "without another of its name it has none with a parent";
+}
+
 TEST(OverCestu, WithoutABaseTheAllowedFoldersAreTold) {
     FileTree tree;
     auto two = tree.allowed({"home/Projects", "outside"});

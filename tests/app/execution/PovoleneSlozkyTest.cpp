@@ -142,5 +142,88 @@ TEST(PovoleneSlozky, OnlyNamesLeaveTheComputer) {
               (std::vector<std::string>{"Projects", "outside"}));
 }
 
+/// The names of folders of one tree, each looked up again.
+std::vector<std::string> namesOf(const PovoleneSlozky& slozky) {
+    const auto names = slozky.aliasy();
+    for (std::size_t at = 0; at < names.size(); ++at)
+        EXPECT_EQ(slozky.slozkaProAlias(names[at]), slozky.slozky()[at]) << names[at];
+    return names;
+}
+
+TEST(PovoleneSlozky, OfEqualNamesEachFolderButTheFirstIsNamedWithItsParents) {
+    FileTree tree;
+    using Names = std::vector<std::string>;
+    EXPECT_EQ(namesOf(tree.allowed({"osobni/projekt", "prace/projekt", "jine"})),
+              (Names{"projekt", "prace/projekt", "jine"}));
+    EXPECT_EQ(namesOf(tree.allowed({"a/x/projekt", "b/x/projekt", "b/y/projekt", "c/y/projekt"})),
+              (Names{"projekt", "b/x/projekt", "y/projekt", "c/y/projekt"}));
+    EXPECT_EQ(namesOf(tree.allowed({"a/Účty", "b/UCTY"})), (Names{"Účty", "b/UCTY"}));
+}
+
+TEST(PovoleneSlozky, ANameStaysWithItsFolderWhenAnotherIsAllowedLater) {
+    FileTree tree;
+    const std::vector<std::string> all{"a/x/projekt", "b/projekt", "b/x/projekt", "x/projekt", "projekt"};
+    std::vector<std::string> before;
+    for (std::size_t count = 1; count <= all.size(); ++count) {
+        auto names = namesOf(tree.allowed({all.begin(), all.begin() + static_cast<std::ptrdiff_t>(count)}));
+        names.pop_back();
+        EXPECT_EQ(names, before);
+        before = namesOf(tree.allowed({all.begin(), all.begin() + static_cast<std::ptrdiff_t>(count)}));
+    }
+}
+
+TEST(PovoleneSlozky, ANameWithParentsIsFoundWithoutCaseAndDiacritics) {
+    FileTree tree;
+    auto slozky = tree.allowed({"osobni/Účty", "Práce/Účty"});
+    EXPECT_EQ(slozky.slozkaProAlias(" práce/účty\n"), tree.path("Práce/Účty"));
+    EXPECT_EQ(slozky.slozkaProAlias("PRACE/UCTY"), tree.path("Práce/Účty"));
+    EXPECT_EQ(slozky.slozkaProAlias("ucty"), tree.path("osobni/Účty"));
+}
+
+TEST(PovoleneSlozky, OnlyTheNamesThatAreToldName) {
+    FileTree tree;
+    auto slozky = tree.allowed({"osobni/projekt", "prace/projekt"});
+    EXPECT_EQ(slozky.slozkaProAlias("osobni/projekt"), std::nullopt);
+    EXPECT_EQ(slozky.slozkaProAlias("/prace/projekt"), std::nullopt);
+    EXPECT_EQ(slozky.slozkaProAlias("prace/projekt/"), std::nullopt);
+    EXPECT_EQ(slozky.slozkaProAlias(tree.path("prace/projekt")), std::nullopt);
+}
+
+TEST(PovoleneSlozky, FoldersThatDifferInCaseAloneAreNamedAsTheyAreSpelled) {
+    FileTree tree;
+    auto slozky = tree.allowed({"a/Projekt", "a/projekt", "a/PROJEKT"});
+    EXPECT_EQ(namesOf(slozky), (std::vector<std::string>{"Projekt", "a/projekt", "a/PROJEKT"}));
+    EXPECT_EQ(slozky.slozkaProAlias("a/Projekt"), tree.path("a/projekt")) << "the first that is told so";
+}
+
+TEST(PovoleneSlozky, AFolderWithoutAParentIsNamedWithTheSlashInFront) {
+    FileTree tree;
+    PovoleneSlozky slozky({"/nikde/projekt", "/projekt", "/Projekt", "/"}, tree.standard);
+    EXPECT_EQ(namesOf(slozky), (std::vector<std::string>{"projekt", "/projekt", "/Projekt", "/"}));
+}
+
+TEST(PovoleneSlozky, AFolderThatIsNamedLikeTheDesktopBeforeItIsNamedWithItsParent) {
+    FileTree tree;
+    EXPECT_EQ(namesOf(tree.allowed({"home/Desktop", "prace/Plocha"})),
+              (std::vector<std::string>{"Desktop", "prace/Plocha"}));
+    EXPECT_EQ(namesOf(tree.allowed({"prace/Plocha", "home/Desktop"})),
+              (std::vector<std::string>{"Plocha", "Desktop"}));
+}
+
+TEST(PovoleneSlozky, APathBeginsInTheFolderOfTheLongestNameThatItBeginsWith) {
+    FileTree tree;
+    auto slozky = tree.allowed({"osobni/projekt", "y/prace/projekt", "x/prace"});
+    auto begun = [&slozky](const std::vector<std::string>& parts) -> std::string {
+        auto found = slozky.slozkaNaZacatku(parts);
+        return found ? found->slozka + " " + std::to_string(found->casti) : "none";
+    };
+    EXPECT_EQ(begun({"prace", "projekt", "a"}), tree.path("y/prace/projekt") + " 2");
+    EXPECT_EQ(begun({"PRACE", "Projekt"}), tree.path("y/prace/projekt") + " 2");
+    EXPECT_EQ(begun({"prace", "a"}), tree.path("x/prace") + " 1");
+    EXPECT_EQ(begun({"projekt", "prace"}), tree.path("osobni/projekt") + " 1");
+    EXPECT_EQ(begun({"a", "prace", "projekt"}), "none");
+    EXPECT_EQ(begun({}), "none");
+}
+
 } // namespace
 } // namespace morvex

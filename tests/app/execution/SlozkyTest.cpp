@@ -294,6 +294,101 @@ TEST_F(SlozkyTest, AFolderThatSomebodyReplacedNeedsRenewal) {
     EXPECT_THAT(slozky->vyzadujiObnoveni(), ElementsAre(a));
 }
 
+/// Folders of which the person is asked again.
+class SirokeSlozkyTest : public SlozkyTest {
+  protected:
+    SirokeSlozkyTest() {
+        slozky->priOtazce([this] {
+            asked.push_back(slozky->otazka() ? slozky->otazka()->slozka : "none");
+            EXPECT_THAT(slozky->povolene(), IsEmpty()) << "the question stands before anything is allowed";
+        });
+    }
+
+    void choose(std::vector<std::string> answer) {
+        picker.answers.push_back(std::move(answer));
+        executor.start(slozky->pridat());
+        executor.runUntilIdle();
+    }
+
+    void answer(Slozky::Odpoved odpoved) {
+        slozky->odpovedet(odpoved);
+        executor.runUntilIdle();
+    }
+
+    std::string home = tree.path("home");
+    std::vector<std::string> asked;
+    std::unique_ptr<Slozky> slozky = load();
+};
+
+TEST_F(SirokeSlozkyTest, AFolderThatReachesFarIsAllowedAfterAYes) {
+    choose({home + "/Projects/.."});
+    EXPECT_EQ(slozky->otazka(), (SirokaSlozka{home, SirokaSlozka::Dosah::domov}));
+    EXPECT_THAT(savedPaths(), IsEmpty());
+    EXPECT_THAT(bookmarks.calls, IsEmpty());
+    answer(Slozky::Odpoved::ano);
+    EXPECT_THAT(slozky->povolene(), ElementsAre(home));
+    EXPECT_THAT(asked, ElementsAre(home, "none"));
+}
+
+TEST_F(SirokeSlozkyTest, ANoLeavesAllAsItWas) {
+    const int writes = defaults.writes;
+    slozky->priZmene([] { ADD_FAILURE() << "nothing changed"; });
+    choose({a, home, b});
+    answer(Slozky::Odpoved::ne);
+    EXPECT_THAT(slozky->povolene(), IsEmpty());
+    EXPECT_THAT(bookmarks.calls, IsEmpty());
+    EXPECT_EQ(defaults.writes, writes);
+    EXPECT_THAT(asked, ElementsAre(home, "none"));
+}
+
+TEST_F(SirokeSlozkyTest, EachIsAskedAboutBeforeTheFirstIsAllowed) {
+    choose({"/", a, home});
+    answer(Slozky::Odpoved::ano);
+    EXPECT_THAT(slozky->povolene(), IsEmpty());
+    answer(Slozky::Odpoved::ne);
+    EXPECT_THAT(slozky->povolene(), IsEmpty());
+    EXPECT_THAT(asked, ElementsAre("/", "none", home, "none"));
+}
+
+TEST_F(SirokeSlozkyTest, AYesIsForTheQuestionThatIsOpen) {
+    answer(Slozky::Odpoved::ano);
+    choose({home});
+    EXPECT_TRUE(slozky->otazka());
+    EXPECT_THAT(slozky->povolene(), IsEmpty());
+    answer(Slozky::Odpoved::ne);
+}
+
+TEST_F(SirokeSlozkyTest, AnotherChoiceIsAskedAboutAfterwards) {
+    choose({home});
+    choose({"/"});
+    answer(Slozky::Odpoved::ne);
+    EXPECT_EQ(slozky->otazka()->slozka, "/");
+    answer(Slozky::Odpoved::ne);
+    EXPECT_THAT(asked, ElementsAre(home, "none", "/", "none"));
+}
+
+TEST_F(SirokeSlozkyTest, AFolderThatNeedsNoQuestionDoesNotWaitForOne) {
+    auto others = load();
+    picker.answers = {{home}, {a}};
+    executor.start(others->pridat());
+    executor.start(others->pridat());
+    executor.runUntilIdle();
+    EXPECT_THAT(others->povolene(), ElementsAre(a));
+    others->odpovedet(Slozky::Odpoved::ne);
+    executor.runUntilIdle();
+}
+
+TEST_F(SirokeSlozkyTest, TheEndOfTheProgramIsANo) {
+    choose({home});
+    slozky->ukoncit();
+    executor.runUntilIdle();
+    EXPECT_EQ(slozky->otazka(), std::nullopt);
+    choose({home});
+    EXPECT_EQ(slozky->otazka(), std::nullopt);
+    EXPECT_THAT(slozky->povolene(), IsEmpty());
+    EXPECT_THAT(asked, ElementsAre(home, "none"));
+}
+
 TEST_F(SlozkyTest, ASnapshotKeepsTheFoldersOfItsMoment) {
     auto slozky = load();
     choose(*slozky, {a});

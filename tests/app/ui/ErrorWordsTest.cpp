@@ -1,5 +1,6 @@
 #include "app/agents/AgentChyba.h"
 #include "app/customapps/ServiceError.h"
+#include "app/execution/SirokaSlozka.h"
 #include "app/keychain/KeychainError.h"
 #include "app/ui/LanguageTable.h"
 #include "app/ui/Localized.h"
@@ -84,6 +85,8 @@ const std::vector<Words>& everyError() {
     static const std::vector<Words> errors{
         {"app/agents/AgentChyba.h", wordsOf(&AgentChyba::pripad)},
         {"app/customapps/ServiceError.h", wordsOf(&ServiceError::value)},
+        {"app/execution/SirokaSlozka.h",
+         wordsOfEach<SirokaSlozka::Dosah>([](SirokaSlozka::Dosah dosah) { return SirokaSlozka{"", dosah}; })},
         {"app/keychain/KeychainError.h", {filled<KeychainError>().popis()}},
         {"foundation/OneShot.h", {Abandoned{}.popis()}},
         {"platform/ports/UserDefaults.h", {ChangedMeanwhile{}.popis()}},

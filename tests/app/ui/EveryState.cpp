@@ -86,6 +86,10 @@ void EveryState::inSheets(const Look& look) {
     press("Odpojit telefon");
     look("a question about the phone", window());
     press("Zrušit");
+    picker.answers.push_back({"/"});
+    press("Přidat nebo obnovit složku");
+    look("a question about a folder", window());
+    press("Zrušit");
     press("Nákup");
     look("a note", window());
     press("Zavřít");

@@ -23,6 +23,7 @@ const std::map<QString, const char*>& notForTheWindow() {
         {QStringLiteral("app/companion/Bdelost.cpp"), "the system shows it to whoever lists its locks"},
         {QStringLiteral("app/companion/StatusReport.cpp"), phone},
         {QStringLiteral("app/companion/ToolGate.cpp"), phone},
+        {QStringLiteral("app/console/ConsoleFolders.cpp"), terminal},
         {QStringLiteral("app/console/ConsoleShell.cpp"), terminal},
         {QStringLiteral("app/console/TaskLines.cpp"), terminal},
         {QStringLiteral("app/execution/FileTools.cpp"), phone},

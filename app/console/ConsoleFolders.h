@@ -1,0 +1,40 @@
+#pragma once
+
+#include "app/console/ConsoleFolderPicker.h"
+#include "app/execution/Slozky.h"
+#include "foundation/TaskScope.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+/// The commands of the console about allowed folders, and the question before a folder that reaches far.
+/// Main thread.
+class ConsoleFolders {
+  public:
+    struct Surroundings {
+        Slozky& slozky;
+        ConsoleFolderPicker& picker;
+        const StandardFolders& folders;
+        TaskScope& scope;                              ///< runs what a command starts
+        std::function<void(const std::string&)> print; ///< takes one line
+    };
+
+    explicit ConsoleFolders(Surroundings surroundings);
+
+    void print() const;
+    void allow(const std::string& path);
+    void disallow(const std::string& path);
+    void answer(Slozky::Odpoved odpoved);
+
+  private:
+    void printQuestion() const;
+    Task<void> allowAndShow();
+
+    Surroundings surroundings_;
+    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true); ///< for callbacks that outlive this object
+};
+
+} // namespace morvex
