@@ -9,6 +9,8 @@ namespace morvex {
 /// The base address of a relay, and the addresses below it.
 class RelayAddress {
   public:
+    /// What the user is told when an address that was given cannot be parsed.
+    static constexpr const char* isUnusable = "Adresa relaye nedává smysl.";
     /// What the user is told when the address that was kept with the peer cannot be parsed.
     static constexpr const char* keptOneIsUnusable = "Uložená adresa relaye nedává smysl.";
 

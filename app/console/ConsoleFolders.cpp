@@ -17,26 +17,26 @@ ConsoleFolders::ConsoleFolders(Surroundings surroundings) : surroundings_(std::m
 void ConsoleFolders::print() const {
     const auto& slozky = surroundings_.slozky;
     const auto& povolene = slozky.povolene();
-    if (povolene.empty()) surroundings_.print("Složky: žádná není povolená");
+    if (povolene.empty()) surroundings_.output.line("Složky: žádná není povolená");
     const auto names = slozky.aliasy();
     for (std::size_t at = 0; at < povolene.size(); ++at) {
         const bool needsRenewal = slozky.vyzadujiObnoveni().contains(povolene[at]);
         const bool isBare = names[at] == paths::lastComponent(povolene[at]);
-        surroundings_.print("Složka: " + povolene[at] + (isBare ? "" : ", jménem " + names[at]) +
-                            (needsRenewal ? " (povol ji znovu)" : ""));
+        surroundings_.output.line("Složka: " + povolene[at] + (isBare ? "" : ", jménem " + names[at]) +
+                                  (needsRenewal ? " (povol ji znovu)" : ""));
     }
 }
 
 void ConsoleFolders::allow(const std::string& path) {
     auto expanded = expandingTilde(path, surroundings_.folders);
-    if (!expanded.starts_with('/')) return surroundings_.print("Cesta ke složce začíná „/“ nebo „~“.");
+    if (!expanded.starts_with('/')) return surroundings_.output.line("Cesta ke složce začíná „/“ nebo „~“.");
     surroundings_.picker.choose(expanded);
     surroundings_.scope.spawn(allowAndShow());
 }
 
 Task<void> ConsoleFolders::allowAndShow() {
     co_await surroundings_.slozky.pridat();
-    if (const auto& failure = surroundings_.slozky.chybaOpravneni()) surroundings_.print(*failure);
+    if (const auto& failure = surroundings_.slozky.chybaOpravneni()) surroundings_.output.line(*failure);
     print();
 }
 
@@ -44,7 +44,7 @@ void ConsoleFolders::disallow(const std::string& path) {
     auto& slozky = surroundings_.slozky;
     auto expanded = paths::standardized(expandingTilde(path, surroundings_.folders));
     if (std::ranges::find(slozky.povolene(), expanded) == slozky.povolene().end())
-        return surroundings_.print("Složka „" + path + "“ povolená není.");
+        return surroundings_.output.line("Složka „" + path + "“ povolená není.");
     slozky.odebrat(expanded);
     print();
 }
@@ -52,12 +52,12 @@ void ConsoleFolders::disallow(const std::string& path) {
 void ConsoleFolders::printQuestion() const {
     const auto& otazka = surroundings_.slozky.otazka();
     if (!otazka) return;
-    surroundings_.print("Povolit složku " + otazka->slozka + "? " + otazka->popis());
-    surroundings_.print("Odpověz „ano“ nebo „ne“.");
+    surroundings_.output.line("Povolit složku " + otazka->slozka + "? " + otazka->popis());
+    surroundings_.output.line("Odpověz „ano“ nebo „ne“.");
 }
 
 void ConsoleFolders::answer(Slozky::Odpoved odpoved) {
-    if (!surroundings_.slozky.otazka()) return surroundings_.print("Na nic se teď neptám.");
+    if (!surroundings_.slozky.otazka()) return surroundings_.output.line("Na nic se teď neptám.");
     surroundings_.slozky.odpovedet(odpoved);
 }
 

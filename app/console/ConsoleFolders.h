@@ -1,10 +1,10 @@
 #pragma once
 
 #include "app/console/ConsoleFolderPicker.h"
+#include "app/console/ConsoleOutput.h"
 #include "app/execution/Slozky.h"
 #include "foundation/TaskScope.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -18,10 +18,11 @@ class ConsoleFolders {
         Slozky& slozky;
         ConsoleFolderPicker& picker;
         const StandardFolders& folders;
-        TaskScope& scope;                              ///< runs what a command starts
-        std::function<void(const std::string&)> print; ///< takes one line
+        TaskScope& scope; ///< runs what a command starts
+        const ConsoleOutput& output;
     };
 
+    /// All of it outlives this object.
     explicit ConsoleFolders(Surroundings surroundings);
 
     void print() const;

@@ -1,9 +1,8 @@
 #include "app/console/ConsoleShell.h"
 
-#include "app/console/QrBlocks.h"
 #include "app/console/TaskLines.h"
-#include "foundation/Printable.h"
 #include "foundation/Text.h"
+#include "shared-apple/RelayAddress.h"
 
 #include <algorithm>
 #include <array>
@@ -52,17 +51,19 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
         {"stav", "", "spojení, telefon, složky a přepínače",
          [](ConsoleShell& shell, const std::string&) { shell.printStatus(); }},
         {"parovat", "", "vytvoří kód pro telefon",
-         [](ConsoleShell& shell, const std::string&) { shell.companion_.parovani().zacitParovani(); }},
+         [](ConsoleShell& shell, const std::string&) { shell.pairing_.begin(); }},
         {"souhlasi", "", "číslo na telefonu je stejné",
          [](ConsoleShell& shell, const std::string&) {
-             shell.companion_.parovani().potvrditCislo(shell.shownNumber_);
+             shell.pairing_.judge(ConsolePairing::Verdict::same);
          }},
         {"neshoduje", "", "číslo na telefonu je jiné",
-         [](ConsoleShell& shell, const std::string&) { shell.companion_.parovani().odmitnoutCislo(); }},
+         [](ConsoleShell& shell, const std::string&) {
+             shell.pairing_.judge(ConsolePairing::Verdict::different);
+         }},
         {"zrusit", "", "zruší rozdělané párování",
-         [](ConsoleShell& shell, const std::string&) { shell.companion_.parovani().zrusitParovani(); }},
+         [](ConsoleShell& shell, const std::string&) { shell.pairing_.cancel(); }},
         {"odpojit", "", "odvolá spárovaný telefon",
-         [](ConsoleShell& shell, const std::string&) { shell.companion_.parovani().odvolat(); }},
+         [](ConsoleShell& shell, const std::string&) { shell.pairing_.unpair(); }},
         {"povolit", "CESTA", "povolí složku",
          [](ConsoleShell& shell, const std::string& path) { shell.folders_.allow(path); }},
         {"odebrat", "CESTA", "odebere povolenou složku",
@@ -82,9 +83,13 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
         {"zkusit", "", "připojí se hned, nebo se znovu zeptá klíčenky",
          [](ConsoleShell& shell, const std::string&) { shell.tryNow(); }},
         {"potvrdit", "", "povolí akci, která čeká",
-         [](ConsoleShell& shell, const std::string&) { shell.companion_.schvalovani().rozhodnout(true); }},
+         [](ConsoleShell& shell, const std::string&) {
+             shell.approvals_.decide(ConsoleApprovals::Decision::approved);
+         }},
         {"zamitnout", "", "odmítne akci, která čeká",
-         [](ConsoleShell& shell, const std::string&) { shell.companion_.schvalovani().rozhodnout(false); }},
+         [](ConsoleShell& shell, const std::string&) {
+             shell.approvals_.decide(ConsoleApprovals::Decision::refused);
+         }},
         {"ulohy", "", "úlohy kódovacích agentů",
          [](ConsoleShell& shell, const std::string&) { shell.printTasks(); }},
         {"zastav", "", "zastaví úlohu, která běží",
@@ -94,9 +99,9 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
         {"vymazat-historii", "ano", "zapomene všechny úlohy",
          [](ConsoleShell& shell, const std::string& answer) { shell.forgetTasks(answer); }},
         {"relay", "ADRESA", "nastaví relay pro příští párování",
-         [](ConsoleShell& shell, const std::string& address) { shell.companion_.setRelayAdresa(address); }},
+         [](ConsoleShell& shell, const std::string& address) { shell.setRelay(address); }},
         {"obnovit", "", "znovu zjistí, co tu je, a pošle to telefonu",
-         [](ConsoleShell& shell, const std::string&) { shell.companion_.obnovit(); }},
+         [](ConsoleShell& shell, const std::string&) { shell.lookAgain(); }},
         {"pomoc", "", "tento seznam", [](ConsoleShell& shell, const std::string&) { shell.printHelp(); }},
         {"konec", "", "ukončí program",
          [](ConsoleShell& shell, const std::string&) { shell.surroundings_.quit(); }},
@@ -107,13 +112,18 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
 ConsoleShell::ConsoleShell(Companion& companion, Surroundings surroundings)
     : companion_(companion),
       surroundings_(std::move(surroundings)),
-      folders_({companion_.slozky(), surroundings_.picker, surroundings_.folders, surroundings_.scope,
-                [this](const std::string& text) { print(text); }}) {
+      output_(surroundings_.print),
+      folders_(
+          {companion_.slozky(), surroundings_.picker, surroundings_.folders, surroundings_.scope, output_}),
+      pairing_(companion_, output_,
+               surroundings_.drawsPictures ? ConsolePairing::Pictures::codes
+                                           : ConsolePairing::Pictures::none),
+      approvals_(companion_.schvalovani(), output_) {
     watch();
 }
 
 void ConsoleShell::greet(const std::string& version) {
-    print("Morvex " + version + " běží. Příkazy ukáže „pomoc“.");
+    output_.line("Morvex " + version + " běží. Příkazy ukáže „pomoc“.");
     if (companion_.stav().nacitajiSeKlice()) printAvailability();
     printTaskTrouble();
 }
@@ -124,49 +134,43 @@ void ConsoleShell::watch() {
     auto& bdelost = companion_.bdelost().stav();
     for (auto* potiz : {&state.potiz, &state.potizNastaveni, &bdelost.potiz, &bdelost.potizDrzeni})
         notifiers_.push_back(potiz->addNotifier([this, potiz] {
-            if (potiz->value() && mayTellOfLink()) printTrouble(potiz->value());
+            if (potiz->value() && mayTellOfLink()) output_.trouble(potiz->value());
         }));
     companion_.historieAgentu().priZmene([alive = std::weak_ptr(alive_), this] {
         if (!alive.expired()) printTaskTrouble();
     });
-    notifiers_.push_back(state.parovani.addNotifier([this] { printPairing(); }));
     notifiers_.push_back(state.telefonOdesel.addNotifier([this] { tellOfLeaving(); }));
-    notifiers_.push_back(companion_.schvalovani().zadost().addNotifier([this] { printApproval(); }));
 }
 
 void ConsoleShell::handle(std::string_view line) {
-    auto trimmed = trim(line);
+    run(trim(line));
+    approvals_.lineTyped();
+    pairing_.lineTyped();
+}
+
+void ConsoleShell::run(const std::string& trimmed) {
     if (trimmed.empty()) return;
     auto blank = trimmed.find(' ');
     auto name = fold(trimmed.substr(0, blank));
     auto argument = blank == std::string::npos ? std::string() : trim(trimmed.substr(blank));
     auto found = std::ranges::find(commands(), name, &Command::name);
-    if (found == commands().end()) return print("Neznámý příkaz „" + name + "“. Seznam ukáže „pomoc“.");
+    if (found == commands().end())
+        return output_.line("Neznámý příkaz „" + name + "“. Seznam ukáže „pomoc“.");
     if (argument.empty() != found->argument.empty())
-        return print(trim("Správně: " + std::string(found->name) + " " + std::string(found->argument)));
+        return output_.line(
+            trim("Správně: " + std::string(found->name) + " " + std::string(found->argument)));
     found->run(*this, argument);
-}
-
-void ConsoleShell::print(const std::string& text) const {
-    surroundings_.print(printableLine(text));
-}
-
-void ConsoleShell::printForeign(const std::string& text) const {
-    auto lines = "  | " + printable(text);
-    for (auto end = lines.find('\n'); end != std::string::npos; end = lines.find('\n', end + 1))
-        lines.insert(end + 1, "  | ");
-    surroundings_.print(lines);
 }
 
 void ConsoleShell::printHelp() const {
     for (const auto& command : commands()) {
         auto usage = std::string(command.name) + " " + std::string(command.argument);
         usage.resize(std::max<std::size_t>(usage.size(), 21), ' ');
-        print("  " + usage + "  " + std::string(command.help));
+        output_.line("  " + usage + "  " + std::string(command.help));
     }
     std::vector<std::string> names;
     for (const auto& row : integrations) names.emplace_back(row.name);
-    print("  CO je jedno z: " + join(names, ", "));
+    output_.line("  CO je jedno z: " + join(names, ", "));
 }
 
 void ConsoleShell::printStatus() {
@@ -174,41 +178,41 @@ void ConsoleShell::printStatus() {
     shownAvailability_.clear();
     printAvailability();
     printNextAttempt();
-    printTrouble(state.potiz);
-    printTrouble(state.potizNastaveni);
-    if (state.kliceJsouVSouborech) print(kliceVSouborech);
+    output_.trouble(state.potiz);
+    output_.trouble(state.potizNastaveni);
+    if (state.kliceJsouVSouborech) output_.line(kliceVSouborech);
     const auto& peer = state.protejsek.value();
-    print("Telefon: " + (peer ? peer->deviceID.rawValue : std::string("žádný")));
-    print("Relay: " + state.relayAdresa.value());
+    output_.line("Telefon: " + (peer ? peer->deviceID.rawValue : std::string("žádný")));
+    output_.line("Relay: " + state.relayAdresa.value());
     folders_.print();
     std::vector<std::string> on;
     for (const auto& row : integrations)
         if (companion_.integrations().isOn(row.integration)) on.emplace_back(row.name);
-    print("Zapnuto: " + join(on, ", "));
+    output_.line("Zapnuto: " + join(on, ", "));
     printWakefulness();
     printLoginItem();
-    printTrouble(companion_.bdelost().stav().potizDrzeni);
-    printTrouble(companion_.bdelost().stav().potiz);
-    printTrouble(companion_.historieAgentu().potiz());
+    output_.trouble(companion_.bdelost().stav().potizDrzeni);
+    output_.trouble(companion_.bdelost().stav().potiz);
+    output_.trouble(companion_.historieAgentu().potiz());
 }
 
 void ConsoleShell::printAvailability() {
     auto text = companion_.stav().popisSpojeni(surroundings_.clock.now());
-    if (std::exchange(shownAvailability_, text) != text) print("Stav: " + text);
+    if (std::exchange(shownAvailability_, text) != text) output_.line("Stav: " + text);
 }
 
 void ConsoleShell::printNextAttempt() const {
     const auto& when = companion_.stav().dalsiPokus.value();
     const auto now = surroundings_.clock.sinceBoot();
-    if (when && *when > now) print(popisDalsihoPokusu(*when - now));
+    if (when && *when > now) output_.line(popisDalsihoPokusu(*when - now));
 }
 
 void ConsoleShell::tryNow() {
     if (companion_.stav().klice.value().pripad != StavKlicu::Pripad::jsou) {
-        print("Zkouším znovu získat klíče tohoto počítače.");
+        output_.line(zkousimKlice);
         return companion_.zkusitZnovu();
     }
-    print(companion_.stav().dalsiPokus.value() ? "Zkouším to hned." : "Na další pokus se nečeká.");
+    output_.line(companion_.stav().dalsiPokus.value() ? "Zkouším to hned." : "Na další pokus se nečeká.");
     companion_.zkusitHned();
 }
 
@@ -226,68 +230,39 @@ bool ConsoleShell::mayTellOfLink() {
     }
     ++newsOfMinute_;
     if (newsOfMinute_ == mostNews + 1)
-        print("Zpráv o spojení je příliš mnoho, minutu se další neukážou. Co platí, vypíše „stav“.");
+        output_.line("Zpráv o spojení je příliš mnoho, minutu se další neukážou. Co platí, vypíše „stav“.");
     return newsOfMinute_ <= mostNews;
 }
 
-void ConsoleShell::printTrouble(const std::optional<std::string>& trouble) const {
-    if (trouble) print("Potíž: " + *trouble);
-}
-
 void ConsoleShell::printWakefulness() {
-    print("Bdění: " + companion_.bdelost().stavText());
+    output_.line("Bdění: " + companion_.bdelost().stavText());
 }
 
 void ConsoleShell::printLoginItem() {
     bool starts = companion_.bdelost().stav().spoustetPoPrihlaseni;
-    print(std::string("Po přihlášení: ") + (starts ? "spouští se" : "nespouští se"));
-}
-
-void ConsoleShell::printPairing() {
-    const auto& pairing = companion_.stav().parovani.value();
-    if (pairing.as<StavParovani::Zakladam>()) print("Párování: zakládám pár u relaye…");
-    if (const auto* failed = pairing.as<StavParovani::Chyba>()) print("Párování: " + failed->text);
-    if (pairing.as<StavParovani::Necinne>()) print("Párování: nic neprobíhá");
-    if (const auto* waiting = pairing.as<StavParovani::CekamNaTelefon>()) {
-        print("Kód pro telefon, platí do " + formatDate(waiting->platiDo) + ":");
-        print(waiting->qr);
-        if (surroundings_.drawsPictures) surroundings_.print(qrBlocks(waiting->qr));
-    }
-    if (const auto* compare = pairing.as<StavParovani::OverCislo>()) {
-        shownNumber_ = compare->cislo;
-        print("Číslo k porovnání: " + compare->cislo);
-        print("Je na telefonu stejné? Odpověz „souhlasi“ nebo „neshoduje“.");
-    }
+    output_.line(std::string("Po přihlášení: ") + (starts ? "spouští se" : "nespouští se"));
 }
 
 /// A relay may say so as often as it likes.
 void ConsoleShell::tellOfLeaving() {
     if (companion_.stav().telefonOdesel.value() && mayTellOfLink())
-        print(std::string("Párování: ") + telefonMezitimOdesel);
-}
-
-void ConsoleShell::printApproval() {
-    const auto& request = companion_.schvalovani().zadost().value();
-    if (!request) return print("Nic nečeká na potvrzení.");
-    print("Čeká na potvrzení: " + request->title);
-    printForeign(request->detail);
-    print("Odpověz „potvrdit“ nebo „zamitnout“.");
+        output_.line(std::string("Párování: ") + telefonMezitimOdesel);
 }
 
 void ConsoleShell::printTasks() const {
-    printTrouble(companion_.historieAgentu().potiz());
-    for (const auto& line : taskLines(companion_.historieAgentu(), companion_.agenti())) print(line);
+    output_.trouble(companion_.historieAgentu().potiz());
+    for (const auto& line : taskLines(companion_.historieAgentu(), companion_.agenti())) output_.line(line);
 }
 
 void ConsoleShell::printTaskTrouble() {
     const auto& trouble = companion_.historieAgentu().potiz();
-    if (std::exchange(shownTaskTrouble_, trouble) != trouble) printTrouble(trouble);
+    if (std::exchange(shownTaskTrouble_, trouble) != trouble) output_.trouble(trouble);
 }
 
 void ConsoleShell::stopTask() {
     const auto uloha = companion_.uloha();
-    if (uloha && companion_.zastavitUkol(*uloha)) return print("Zastavuji úlohu.");
-    print(uloha ? "Úloha už končí." : "Žádná úloha neběží.");
+    if (uloha && companion_.zastavitUkol(*uloha)) return output_.line("Zastavuji úlohu.");
+    output_.line(uloha ? "Úloha už končí." : "Žádná úloha neběží.");
 }
 
 void ConsoleShell::continueTask(const std::string& number) {
@@ -297,14 +272,29 @@ void ConsoleShell::continueTask(const std::string& number) {
     auto [end, problem] = std::from_chars(number.data(), number.data() + number.size(), position);
     const bool isNumber = problem == std::errc() && end == number.data() + number.size();
     if (!isNumber || position < 1 || position > ukoly.size())
-        return print("Úloha „" + number + "“ tu není. Čísla ukáže „ulohy“.");
+        return output_.line("Úloha „" + number + "“ tu není. Čísla ukáže „ulohy“.");
     shownTaskTrouble_.reset();
-    if (historie.otevritRelaci(ukoly[position - 1])) return print("Otevírám relaci.");
+    if (historie.otevritRelaci(ukoly[position - 1])) return output_.line("Otevírám relaci.");
     printTaskTrouble();
 }
 
+void ConsoleShell::setRelay(const std::string& address) {
+    if (!RelayAddress::parse(address))
+        return output_.line(std::string(RelayAddress::isUnusable) + " Zůstává " +
+                            companion_.stav().relayAdresa.value());
+    companion_.setRelayAdresa(address);
+    output_.line("Relay: " + address);
+}
+
+void ConsoleShell::lookAgain() {
+    companion_.obnovit();
+    output_.line("Zjišťuji znovu, co tu je.");
+}
+
 void ConsoleShell::forgetTasks(const std::string& answer) {
-    if (fold(answer) != "ano") return print("Úlohy zůstaly. Zapomene je „vymazat-historii ano“.");
+    if (fold(answer) != "ano") return output_.line("Úlohy zůstaly. Zapomene je „vymazat-historii ano“.");
+    const auto& historie = companion_.historieAgentu();
+    if (historie.polozky().empty() && !historie.potiz()) return printTasks();
     shownTaskTrouble_.reset();
     surroundings_.scope.spawn(forgetAndTell());
 }
@@ -313,21 +303,22 @@ Task<void> ConsoleShell::forgetAndTell() {
     auto& historie = companion_.historieAgentu();
     historie.vymazat();
     co_await historie.ulozeno();
-    if (!historie.potiz()) print("Úlohy jsou zapomenuté.");
+    if (!historie.potiz()) output_.line("Úlohy jsou zapomenuté.");
 }
 
 void ConsoleShell::switchIntegration(const std::string& name, bool value) {
     auto found = std::ranges::find(integrations, fold(name), &NamedIntegration::name);
-    if (found == integrations.end()) return print("Neznámá skupina „" + name + "“. Seznam ukáže „pomoc“.");
+    if (found == integrations.end())
+        return output_.line("Neznámá skupina „" + name + "“. Seznam ukáže „pomoc“.");
     if (value) return surroundings_.scope.spawn(turnOnAndTell(found->integration, std::string(found->name)));
     companion_.integrations().vypnout(found->integration);
-    print("Vypnuto: " + std::string(found->name));
+    output_.line("Vypnuto: " + std::string(found->name));
 }
 
 Task<void> ConsoleShell::turnOnAndTell(Integration integration, std::string name) {
     const auto kept = co_await companion_.integrations().zapnout(integration);
-    if (!kept) co_return printTrouble(neulozenoKvuli(kept.error()));
-    if (companion_.integrations().isOn(integration)) print("Zapnuto: " + name);
+    if (!kept) co_return output_.trouble(neulozenoKvuli(kept.error()));
+    if (companion_.integrations().isOn(integration)) output_.line("Zapnuto: " + name);
 }
 
 void ConsoleShell::keepAwake(const std::string& word) {
@@ -348,7 +339,7 @@ std::optional<bool> ConsoleShell::readSwitch(const std::string& word) const {
     auto folded = fold(word);
     if (folded == "zap") return true;
     if (folded == "vyp") return false;
-    print("Napiš „zap“ nebo „vyp“.");
+    output_.line("Napiš „zap“ nebo „vyp“.");
     return std::nullopt;
 }
 

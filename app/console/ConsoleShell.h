@@ -1,7 +1,10 @@
 #pragma once
 
 #include "app/companion/Companion.h"
+#include "app/console/ConsoleApprovals.h"
 #include "app/console/ConsoleFolders.h"
+#include "app/console/ConsoleOutput.h"
+#include "app/console/ConsolePairing.h"
 #include "foundation/Clock.h"
 
 #include <QProperty>
@@ -42,11 +45,7 @@ class ConsoleShell {
     static const std::vector<Command>& commands();
 
     void watch();
-
-    /// One line, whatever the text holds: words of a relay, for one, cannot pass for lines of the program.
-    void print(const std::string& text) const;
-    /// Lines that others wrote, set off from those of the program.
-    void printForeign(const std::string& text) const;
+    void run(const std::string& trimmed);
 
     void printHelp() const;
     void printStatus();
@@ -54,16 +53,15 @@ class ConsoleShell {
     void printNextAttempt() const;
     void tryNow();
     void tellOfAvailability();
-    void printTrouble(const std::optional<std::string>& trouble) const;
     void printWakefulness();
     void printLoginItem();
-    void printPairing();
     void tellOfLeaving();
-    void printApproval();
     void printTasks() const;
     void printTaskTrouble();
     void stopTask();
     void continueTask(const std::string& number);
+    void setRelay(const std::string& address);
+    void lookAgain();
     void forgetTasks(const std::string& answer);
     Task<void> forgetAndTell();
     Task<void> turnOnAndTell(Integration integration, std::string name);
@@ -78,10 +76,12 @@ class ConsoleShell {
 
     Companion& companion_;
     Surroundings surroundings_;
+    ConsoleOutput output_;
     ConsoleFolders folders_;
+    ConsolePairing pairing_;
+    ConsoleApprovals approvals_;
     Clock::Duration minuteOfNews_{0}; ///< its begin
     int newsOfMinute_ = 0;
-    std::string shownNumber_;
     std::string shownAvailability_;
     std::optional<std::string> shownTaskTrouble_;
     std::vector<QPropertyNotifier> notifiers_;

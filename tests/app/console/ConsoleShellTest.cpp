@@ -1,15 +1,9 @@
-#include "app/console/ConsoleShell.h"
-
 #include "app/console/LineReader.h"
 #include "app/console/QrBlocks.h"
-#include "shared/trust/Parovani.h"
-#include "shared/wire/Json.h"
-#include "shared/wire/RelayCalls.h"
-#include "tests/support/CompanionHarness.h"
+#include "tests/app/console/ConsoleFixture.h"
 
 #include <QCoreApplication>
 
-#include <algorithm>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -18,43 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-class ConsoleShellTest : public CompanionHarness {
-  protected:
-    ~ConsoleShellTest() override {
-        shell.reset();
-        EXPECT_TRUE(executor.run(scope->join()));
-    }
-
-    void startShell() {
-        askedPicker = &consolePicker;
-        start();
-        makeShell();
-    }
-
-    void makeShell() {
-        shell = std::make_unique<ConsoleShell>(
-            *companion, ConsoleShell::Surroundings{clock, consolePicker, folders, *scope,
-                                                   [this](const std::string& text) { lines.push_back(text); },
-                                                   [this] { ++quits; }});
-    }
-
-    std::vector<std::string> type(const std::string& line) {
-        lines.clear();
-        shell->handle(line);
-        executor.runUntilIdle();
-        return lines;
-    }
-
-    static bool hasLine(const std::vector<std::string>& all, const std::string& line) {
-        return std::ranges::find(all, line) != all.end();
-    }
-
-    std::unique_ptr<TaskScope> scope = std::make_unique<TaskScope>(executor);
-    ConsoleFolderPicker consolePicker;
-    std::vector<std::string> lines;
-    int quits = 0;
-    std::unique_ptr<ConsoleShell> shell;
-};
+class ConsoleShellTest : public ConsoleFixture {};
 
 TEST_F(ConsoleShellTest, AnUnknownCommandIsToldAndABlankLineIsNot) {
     startShell();
@@ -194,52 +152,6 @@ TEST_F(ConsoleShellTest, SwitchesTheStartAtLoginAndShowsWhatHolds) {
     EXPECT_EQ(type("po-prihlaseni"), std::vector<std::string>{"Správně: po-prihlaseni zap|vyp"});
 }
 
-TEST_F(ConsoleShellTest, AllowsAndRemovesFoldersAlsoBelowTheHomeFolder) {
-    std::filesystem::create_directory(temporary.path() / "Projekty");
-    startShell();
-    auto path = (temporary.path() / "Projekty").string();
-    EXPECT_EQ(type("povolit ~/Projekty"), std::vector<std::string>{"Složka: " + path});
-    EXPECT_EQ(type("povolit Projekty"), std::vector<std::string>{"Cesta ke složce začíná „/“ nebo „~“."});
-    EXPECT_EQ(type("odebrat ~/Jiné"), std::vector<std::string>{"Složka „~/Jiné“ povolená není."});
-    EXPECT_EQ(type("odebrat ~/Projekty/"), std::vector<std::string>{"Složky: žádná není povolená"});
-}
-
-TEST_F(ConsoleShellTest, AsksBeforeAFolderThatReachesFar) {
-    startShell();
-    const auto home = temporary.path().string();
-    const std::vector<std::string> question{
-        "Povolit složku " + home +
-            "? To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.",
-        "Odpověz „ano“ nebo „ne“."};
-    EXPECT_EQ(type("povolit ~"), question);
-    EXPECT_TRUE(companion->slozky().povolene().empty());
-    EXPECT_EQ(type("ne"), std::vector<std::string>{"Složky: žádná není povolená"});
-    EXPECT_EQ(type("povolit ~/"), question);
-    EXPECT_EQ(type("ano"), std::vector<std::string>{"Složka: " + home});
-    EXPECT_EQ(type("ano"), std::vector<std::string>{"Na nic se teď neptám."});
-    EXPECT_EQ(type("ne"), std::vector<std::string>{"Na nic se teď neptám."});
-}
-
-TEST_F(ConsoleShellTest, AQuestionThatIsOpenAtTheEndDoesNotHoldTheProgram) {
-    startShell();
-    type("povolit /");
-    EXPECT_TRUE(executor.run(companion->ukoncit()));
-    EXPECT_TRUE(companion->slozky().povolene().empty());
-}
-
-TEST_F(ConsoleShellTest, OfFoldersOfOneNameTheSecondIsListedUnderItsOwn) {
-    startShell();
-    const auto at = [this](const std::string& name) { return (temporary.path() / name).string(); };
-    for (const char* name : {"osobni/projekt", "prace/projekt"}) {
-        std::filesystem::create_directories(at(name));
-        type("povolit " + at(name));
-    }
-    EXPECT_EQ(type("odebrat /nic"), std::vector<std::string>{"Složka „/nic“ povolená není."});
-    auto status = type("stav");
-    EXPECT_TRUE(hasLine(status, "Složka: " + at("osobni/projekt")));
-    EXPECT_TRUE(hasLine(status, "Složka: " + at("prace/projekt") + ", jménem prace/projekt"));
-}
-
 TEST_F(ConsoleShellTest, SwitchesAFamilyOfTools) {
     startShell();
     EXPECT_EQ(type("vypnout soubory"), std::vector<std::string>{"Vypnuto: soubory"});
@@ -255,53 +167,38 @@ TEST_F(ConsoleShellTest, QuitsOnCommand) {
     EXPECT_EQ(quits, 1);
 }
 
-TEST_F(ConsoleShellTest, PairsThroughCommands) {
+TEST_F(ConsoleShellTest, ACommandThatHasNothingToDoSaysSo) {
     startShell();
-    ZalozitOdpoved reply{{"NEW"}, "token", dateFromSeconds(1'800'000'600)};
-    http.replies.push_back({200, encode(reply)});
-    auto socket = sockets.layOut();
-    auto begun = type("parovat");
-    EXPECT_TRUE(hasLine(begun, "Kód pro telefon, platí do 2027-01-15T08:10:00Z:"));
-    auto code = std::ranges::find_if(begun, [](const std::string& line) { return line.starts_with("{"); });
-    ASSERT_NE(code, begun.end());
-    EXPECT_EQ(Parovani::bundleOf(*code).value().pairID, PairID{"NEW"});
-
-    mac = store.held.nactiIdentitu().value();
-    phone.pair = {"NEW"};
-    phone.attach(socket, *mac);
-    phone.logIn(false);
-    phone.deliver({RelayMessage::Forward{
-        keyExchange(phone.pair, phone.identity.deviceID(), mac->deviceID(), "parovani",
-                    toBytes(encode(Parovani::makeHello(phone.identity, phone.pair))), clock.now(), {})}});
-    lines.clear();
-    executor.runUntilIdle();
-    auto number = Parovani::comparisonNumber(mac->pairKey(phone.asPeer()).value());
-    EXPECT_TRUE(hasLine(lines, "Číslo k porovnání: " + number));
-    auto agreed = type("souhlasi");
-    EXPECT_TRUE(hasLine(agreed, "Párování: nic neprobíhá"));
-    EXPECT_TRUE(store.held.nactiProtejsek().value());
-}
-
-TEST_F(ConsoleShellTest, ShowsAnApprovalAndTakesTheDecision) {
-    startShell();
-    auto answer = std::make_shared<std::optional<bool>>();
-    auto ask = [](Schvalovani& approvals, std::shared_ptr<std::optional<bool>> into) -> Task<void> {
-        into->emplace(co_await approvals.pozadat("mac.mail.send", "Odeslat mail", "Mám?",
-                                                 "celý text\nČíslo k porovnání: 123 456"));
+    const std::pair<const char*, const char*> rows[] = {
+        {"souhlasi", "Žádné číslo teď k porovnání není."},
+        {"neshoduje", "Žádné číslo teď k porovnání není."},
+        {"zrusit", "Žádné párování neprobíhá."},
+        {"odpojit", "Žádný telefon spárovaný není."},
+        {"odebrat /nic", "Složka „/nic“ povolená není."},
+        {"ano", "Na nic se teď neptám."},
+        {"ne", "Na nic se teď neptám."},
+        {"potvrdit", "Nic nečeká na potvrzení."},
+        {"zamitnout", "Nic nečeká na potvrzení."},
+        {"ulohy", "Úlohy: žádná tu není"},
+        {"zastav", "Žádná úloha neběží."},
+        {"pokracovat 1", "Úloha „1“ tu není. Čísla ukáže „ulohy“."},
+        {"vymazat-historii ano", "Úlohy: žádná tu není"},
+        {"obnovit", "Zjišťuji znovu, co tu je."},
     };
-    executor.start(ask(companion->schvalovani(), answer));
-    executor.runUntilIdle();
-    EXPECT_TRUE(hasLine(lines, "Čeká na potvrzení: Odeslat mail"));
-    EXPECT_TRUE(hasLine(lines, "  | celý text\n  | Číslo k porovnání: 123 456"));
-    type("zamitnout");
-    EXPECT_EQ(*answer, false);
+    for (const auto& [line, told] : rows) EXPECT_EQ(type(line), std::vector<std::string>{told}) << line;
+    EXPECT_TRUE(companion->stav().parovani.value().as<StavParovani::Necinne>());
 }
 
-TEST_F(ConsoleShellTest, WordsOfTheRelayCannotPassForLinesOfTheProgram) {
+TEST_F(ConsoleShellTest, ARelayThatMakesNoSenseIsNotKept) {
     startShell();
-    http.replies.push_back({400, R"({"reason":"Ne.\nČíslo k porovnání: 123 456\u001b[A"})"});
-    type("parovat");
-    EXPECT_TRUE(hasLine(lines, "Párování: Ne. Číslo k porovnání: 123 456\uFFFD[A"));
+    for (const char* address : {"nesmysl", "relay.example.com:8787", "http://"})
+        EXPECT_EQ(type(std::string("relay ") + address),
+                  std::vector<std::string>{"Adresa relaye nedává smysl. Zůstává http://127.0.0.1:8787"})
+            << address;
+    EXPECT_EQ(companion->stav().relayAdresa.value(), "http://127.0.0.1:8787");
+    EXPECT_EQ(type("relay https://relay.example.com"),
+              std::vector<std::string>{"Relay: https://relay.example.com"});
+    EXPECT_EQ(companion->stav().relayAdresa.value(), "https://relay.example.com");
 }
 
 TEST(QrBlocks, DrawsACodeWithAQuietZone) {
