@@ -95,10 +95,14 @@ Task<void> Attendant::take(WorkItem item) {
 Task<void> Attendant::consider(ApprovalRequest request) {
     if (!request.isValid(phone_.now())) co_return;
     for (const auto& line : approvalLines(request, phone_.now())) phone_.terminal.note(line);
+    if (request.tool == called_)
+        co_return phone_.terminal.note(
+            "Rozhodni na Macu: dokud na to čeká tohle volání, odpověď odsud nepřečte.");
     open_ = std::move(request);
-    if (policy_ == ApprovalPolicy::ask) co_return ask();
     if (policy_ == ApprovalPolicy::leave)
         co_return phone_.terminal.note("Tady se neptám, rozhodni v okně Macu.");
+    phone_.terminal.note("Rozhodnout se dá i v okně Macu.");
+    if (policy_ == ApprovalPolicy::ask) co_return ask();
     co_await answer(policy_ == ApprovalPolicy::yes);
 }
 
@@ -131,10 +135,6 @@ Task<Result<void>> Attendant::decide(std::optional<std::string> approvalID, bool
     if (open_ && open_->id == id) open_.reset();
     phone_.terminal.note(isApproved ? "Odeslal jsem souhlas." : "Odeslal jsem zamítnutí.");
     co_return sent;
-}
-
-void Attendant::settled(const std::string& tool) {
-    if (open_ && open_->tool == tool) open_.reset();
 }
 
 void Attendant::dropExpired() {

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace morvex {
 
@@ -35,8 +36,11 @@ class Attendant final : public EventListener {
     /// Decides a request, or the open one without an id.
     Task<Result<void>> decide(std::optional<std::string> approvalID, bool isApproved);
 
-    /// The tool has answered: whatever it asked before is decided.
-    void settled(const std::string& tool);
+    /// A call of this tool runs, until `settled`. The Mac reads nothing of this phone before it has answered
+    /// that call, so what the call asks is decided there.
+    void calling(std::string tool) { called_ = std::move(tool); }
+
+    void settled() { called_.reset(); }
 
     /// Whether requests are answered here at all.
     [[nodiscard]] bool decides() const { return policy_ != ApprovalPolicy::leave; }
@@ -59,6 +63,7 @@ class Attendant final : public EventListener {
     SettingsSync settings_;
     Shows shows_;
     ApprovalPolicy policy_;
+    std::optional<std::string> called_;
     std::optional<ApprovalRequest> open_;
     std::string lastTrouble_;
     bool hasDecided_ = false;

@@ -106,8 +106,7 @@ std::vector<StyledLine> approvalLines(const ApprovalRequest& request, Date now) 
     auto left = wholeSeconds(request.expiresAt) - wholeSeconds(now);
     return {{{"Mac žádá o potvrzení: ", Style::bad}, {printableLine(request.title), Style::strong}},
             {{request.tool + ", zbývá " + std::to_string(left) + " s, ID " + request.id, Style::faint}},
-            {{request.detail}},
-            {{"Rozhodnout se dá i v okně Macu.", Style::faint}}};
+            {{request.detail}}};
 }
 
 } // namespace morvex

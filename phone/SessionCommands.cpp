@@ -79,8 +79,10 @@ Task<Result<void>> callTool(Phone& phone, PhoneSession& session, Attendant& atte
     if (!parsed || !parsed->is_object())
         co_return failWith(ExitCode::usage,
                            "Argumenty nástroje mají být objekt JSON, třeba {\"path\":\"a.txt\"}.");
-    CO_TRY(auto, result, co_await session.call(name, encode(*parsed), phone.options.timeout, attendant));
-    attendant.settled(name);
+    attendant.calling(name);
+    auto answered = co_await session.call(std::move(name), encode(*parsed), phone.options.timeout, attendant);
+    attendant.settled();
+    CO_TRY(auto, result, std::move(answered));
     if (phone.options.isJson)
         phone.terminal.printJson(resultJson(result.json));
     else

@@ -11,6 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 class SessionCommandsTest : public PhoneFixture {
@@ -233,7 +234,8 @@ TEST_F(SessionCommandsTest, AResultThatComesAfterANewSessionStillCounts) {
 TEST_F(SessionCommandsTest, AnApprovalIsShownAskedAndAnsweredOnATerminal) {
     keyboard.interactive = true;
     auto id = startCall({"call", "mac.notes.create"});
-    send({MacPayload::Approval{approval("mac.notes.create")}}, "A1");
+    send({MacPayload::Approval{approval("mac.mail.send")}}, "A1");
+    EXPECT_THAT(err.str(), HasSubstr("Rozhodnout se dá i v okně Macu.\n"));
     EXPECT_THAT(err.str(), HasSubstr("Mac žádá o potvrzení: Odeslat mail\n"));
     EXPECT_THAT(err.str(), HasSubstr("zbývá 120 s"));
     EXPECT_THAT(err.str(), HasSubstr("Komu: eva@example.org\n"));
@@ -246,6 +248,23 @@ TEST_F(SessionCommandsTest, AnApprovalIsShownAskedAndAnsweredOnATerminal) {
     EXPECT_FALSE(ended);
     answer(id, true, "{}");
     EXPECT_EQ(ended, ExitCode::done);
+}
+
+TEST_F(SessionCommandsTest, WhatTheRunningCallItselfAsksIsDecidedAtTheMac) {
+    for (const auto* word : {"yes", "no", "ask"}) {
+        keyboard.interactive = true;
+        err.str("");
+        auto id = startCall({"call", "mac.mail.send", "--approve", word});
+        send({MacPayload::Approval{approval("mac.mail.send")}}, "A1");
+        EXPECT_THAT(err.str(), HasSubstr("Mac žádá o potvrzení: Odeslat mail\n"));
+        EXPECT_THAT(err.str(),
+                    HasSubstr("Rozhodni na Macu: dokud na to čeká tohle volání, odpověď odsud nepřečte.\n"));
+        EXPECT_THAT(err.str(), Not(HasSubstr("Potvrdit?")));
+        EXPECT_THAT(err.str(), Not(HasSubstr("Rozhodnout se dá")));
+        EXPECT_TRUE(takeDecisions().empty());
+        answer(id, true, "{}");
+        EXPECT_EQ(ended, ExitCode::done);
+    }
 }
 
 TEST_F(SessionCommandsTest, AnApprovalHoldsTheWaitUntilItLapses) {
@@ -271,7 +290,7 @@ TEST_F(SessionCommandsTest, AnApprovalThatLastsForEverDoesNotHoldTheWaitForEver)
 TEST_F(SessionCommandsTest, AnApprovalIsAnsweredAsTheOptionSays) {
     for (const auto& [word, isApproved] : {std::pair{"yes", true}, {"no", false}}) {
         auto id = startCall({"call", "mac.notes.create", "--approve", word});
-        send({MacPayload::Approval{approval("mac.notes.create")}}, "A1");
+        send({MacPayload::Approval{approval("mac.mail.send")}}, "A1");
         EXPECT_EQ(takeDecisions(),
                   (std::vector{MacPayload::ApprovalDecision{"A1", isApproved, std::nullopt}}));
         answer(id, true, "{}");
@@ -279,7 +298,7 @@ TEST_F(SessionCommandsTest, AnApprovalIsAnsweredAsTheOptionSays) {
 }
 
 TEST_F(SessionCommandsTest, WithoutATerminalAnApprovalIsLeftToTheMac) {
-    startCall({"call", "mac.mail.send"});
+    startCall({"call", "mac.notes.create"});
     send({MacPayload::Approval{approval("mac.mail.send")}}, "A1");
     EXPECT_TRUE(takeDecisions().empty());
     EXPECT_THAT(err.str(), HasSubstr("Tady se neptám, rozhodni v okně Macu."));
@@ -287,7 +306,7 @@ TEST_F(SessionCommandsTest, WithoutATerminalAnApprovalIsLeftToTheMac) {
 
 TEST_F(SessionCommandsTest, AnApprovalThatLapsedIsNotAnswered) {
     keyboard.interactive = true;
-    startCall({"call", "mac.mail.send", "--timeout", "300"});
+    startCall({"call", "mac.notes.create", "--timeout", "300"});
     send({MacPayload::Approval{approval("mac.mail.send")}}, "A1");
     pass(120s);
     keyboard.type("a");

@@ -80,7 +80,7 @@ TEST_F(ShellTest, AQuestionOvertakenByTheResultLosesNoLine) {
     ASSERT_EQ(received.size(), 1U);
     keyboard.type("read a.txt");
     keyboard.type("search b");
-    inbox.push(SecureLink::Zprava{{MacPayload::Approval{approval("mac.mail.send")}}, "A1"});
+    inbox.push(SecureLink::Zprava{{MacPayload::Approval{approval("mac.notes.create")}}, "A1"});
     inbox.push(SecureLink::Zprava{{MacPayload::ToolResult{true, "{}"}}, received[0].requestID});
     run();
     EXPECT_EQ(answerCall(true, "{}"),
@@ -194,6 +194,15 @@ TEST_F(ShellTest, ARequestAtThePromptIsAnsweredThereOrByTheCommand) {
     EXPECT_EQ(received[0].payload, (MacPayload{MacPayload::ApprovalDecision{"A1", false, std::nullopt}}));
     type("approve no");
     EXPECT_THAT(err.str(), HasSubstr("Žádná žádost o potvrzení nečeká."));
+}
+
+TEST_F(ShellTest, AfterACallWhatItsToolAsksIsAnsweredHereAgain) {
+    keyboard.interactive = true;
+    startInSession({"shell"});
+    type("call mac.mail.send");
+    answerCall(false, R"({"error":"Mac to neumí."})");
+    send({MacPayload::Approval{approval("mac.mail.send")}}, "A1");
+    EXPECT_THAT(err.str(), HasSubstr("Potvrdit? [a/n] "));
 }
 
 TEST_F(ShellTest, ALineOfAScriptIsNoAnswerUnlessItSaysSo) {
