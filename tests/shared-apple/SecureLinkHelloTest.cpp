@@ -22,6 +22,14 @@ class SecureLinkHelloTest : public test::SecureLinkFixture {
     Envelope inEnvelope(const SessionHello& hello) { return phone.keyExchangeWith(encode(hello)); }
 };
 
+TEST_F(SecureLinkHelloTest, ThePeerCountsAsOfflineBeforeTheHelloHasLeft) {
+    connect();
+    socket->holdSends();
+    relay(RelayMessage::Authenticated{true});
+    EXPECT_EQ(sentHellos().size(), 1U);
+    EXPECT_EQ(takeEvents(), (Udalosti{stav(MacAvailability::Pripojuji{1, 0}), offline}));
+}
+
 TEST_F(SecureLinkHelloTest, AMalformedHelloKeepsTheSession) {
     const auto whole = encode(phone.helloWith(EphemeralPrivateKey::generate().publicKey()));
     const auto key = whole.find("\"ephemeral\":\"") + 13;

@@ -54,14 +54,6 @@ TEST_F(SecureLinkTest, WithThePeerOfflineSendsNoHelloUntilThePeerComes) {
     EXPECT_TRUE(takeEvents().empty());
 }
 
-TEST_F(SecureLinkTest, ThePeerCountsAsOfflineBeforeTheHelloHasLeft) {
-    connect();
-    socket->holdSends();
-    relay(RelayMessage::Authenticated{true});
-    EXPECT_EQ(sentHellos().size(), 1U);
-    EXPECT_EQ(takeEvents(), (Udalosti{stav(MacAvailability::Pripojuji{1, 0}), offline}));
-}
-
 TEST_F(SecureLinkTest, AHelloIsSignedAndTravelsInAKeyExchange) {
     logIn();
     ASSERT_EQ(sentEnvelopes().size(), 1U);
