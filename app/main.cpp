@@ -3,6 +3,7 @@
 #include "app/console/ConsoleShell.h"
 #include "app/console/LineReader.h"
 #include "app/ui/TolvyCompanionApp.h"
+#include "foundation/ProgramLog.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/BoottimeClock.h"
 #include "platform/linux/DesktopNotifications.h"
@@ -82,6 +83,7 @@ struct System {
     ThreadExecutor workers{"pracovnik", 2};
     BeastWebSocketClient sockets;
     std::unique_ptr<Clock> clock;
+    ProgramLog log{STDERR_FILENO, *clock};
     SystemRandom random;
     CurlHttpClient http;
     XdgFolders folders;

@@ -1,6 +1,7 @@
 #include "foundation/ArchiveFile.h"
 
 #include "foundation/AtomicFile.h"
+#include "foundation/ProgramLog.h"
 #include "foundation/SystemError.h"
 
 #include <cerrno>
@@ -12,6 +13,7 @@ Result<std::optional<Bytes>> ArchiveFile::read() {
     const int code = bytes ? 0 : systemCode(bytes.error());
     isDamaged_ = code == EFBIG || code == EINVAL;
     unread_.reset();
+    if (!bytes) logCause("reading a store", bytes.error());
     if (!bytes && !isDamaged_) unread_ = bytes.error();
     return bytes;
 }

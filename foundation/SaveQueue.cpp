@@ -1,5 +1,6 @@
 #include "foundation/SaveQueue.h"
 
+#include "foundation/ProgramLog.h"
 #include "shared/base/Require.h"
 
 #include <utility>
@@ -73,6 +74,7 @@ void SaveQueue::begin() {
 
 Task<void> SaveQueue::save(std::move_only_function<Result<void>()> write) {
     const auto result = co_await runOn(saving_.storage, std::move(write));
+    if (!result) logCause("saving", result.error());
     isUnderWay_ = false;
     lastEnd_ = saving_.clock.sinceBoot();
     const auto told = std::exchange(underWay_, {});

@@ -1,12 +1,13 @@
 #include "foundation/SystemError.h"
 
+#include "foundation/SystemTrouble.h"
+
 #include <cerrno>
-#include <system_error>
 
 namespace morvex {
 
 std::string SystemError::popis() const {
-    return std::generic_category().message(code);
+    return morvex::popis(troubleOf(code));
 }
 
 int systemCode(const Error& error) {

@@ -9,7 +9,7 @@ namespace morvex {
 /// A system call that failed: its errno.
 struct SystemError {
     int code = 0;
-    /// The system's words for the code.
+    /// The words of its `SystemTrouble`. The system's own go to the log, see `logCause`.
     [[nodiscard]] std::string popis() const;
     bool operator==(const SystemError&) const = default;
 };

@@ -1,5 +1,7 @@
 #include "app/companion/Bdelost.h"
 
+#include "foundation/ProgramLog.h"
+
 namespace morvex {
 
 namespace {
@@ -28,6 +30,7 @@ Bdelost::~Bdelost() {
 
 void Bdelost::setSpoustetPoPrihlaseni(bool spoustet) {
     auto changed = spoustet ? services_.loginItem.enroll() : services_.loginItem.withdraw();
+    if (!changed) logCause("changing the start at login", changed.error());
     stav_.potiz =
         changed ? std::nullopt
                 : std::optional("Spouštění po přihlášení se nepodařilo nastavit: " + changed.error().popis());

@@ -1,6 +1,7 @@
 #include "app/execution/Slozky.h"
 
 #include "foundation/Paths.h"
+#include "foundation/ProgramLog.h"
 #include "shared/base/Require.h"
 
 #include <algorithm>
@@ -162,6 +163,7 @@ Task<Result<void>> Slozky::ulozitNove(const Nove& nove) {
 }
 
 void Slozky::nepodariloSe(const std::string& slozka, const Error& proc) {
+    logCause("allowing a folder", proc);
     chybaOpravneni_ =
         "Oprávnění ke složce " + paths::lastComponent(slozka) + " se nepodařilo uložit: " + proc.popis();
 }

@@ -5,6 +5,7 @@
 #include "app/execution/ObeyedFiles.h"
 #include "app/execution/OverenaCesta.h"
 #include "foundation/Paths.h"
+#include "foundation/ProgramLog.h"
 #include "foundation/SystemError.h"
 #include "foundation/Text.h"
 #include "shared/base/Try.h"
@@ -17,8 +18,9 @@ namespace {
 
 using Chyba = SouboryBridge::Chyba;
 
-std::unexpected<Error> zapisSelhal(const std::string& description) {
-    return fail(Chyba{Chyba::Selhalo{"Zápis selhal: " + description}});
+std::unexpected<Error> zapisSelhal(const Error& proc) {
+    logCause("writing a file", proc);
+    return fail(Chyba{Chyba::Selhalo{"Zápis selhal: " + proc.popis()}});
 }
 
 /// The words for a file that could not be opened or read.
@@ -33,6 +35,7 @@ Chyba chybaCteni(const Error& error, const std::string& name) {
     case EFBIG:
         return {Chyba::PrilisVelky{name, SouboryBridge::ctenyLimit / 1024}};
     default:
+        logCause("reading a file", error);
         return {Chyba::Selhalo{"Soubor " + name + " se nepodařilo přečíst."}};
     }
 }
@@ -54,18 +57,18 @@ Result<std::string> readText(const std::string& cesta, const std::optional<std::
 Result<std::string> writeText(const std::string& cesta, const std::string& obsah,
                               const std::optional<std::string>& slozka, const PovoleneSlozky& slozky) {
     // The path check calls such a path "not a file", which says nothing about a file that is to be made.
-    if (cesta.contains('\0')) return zapisSelhal(SystemError{EINVAL}.popis());
+    if (cesta.contains('\0')) return zapisSelhal(SystemError{EINVAL});
     TRY(auto, checked, overCestu(cesta, slozka, slozky));
     auto folder = BeneathFolder::open(checked.slozka);
-    if (!folder) return zapisSelhal(folder.error().popis());
+    if (!folder) return zapisSelhal(folder.error());
     auto exists = folder->exists(checked.odSlozky());
     // A file at a path that cannot be looked at, a too long one, could not be read again either.
-    if (!exists) return zapisSelhal(exists.error().popis());
+    if (!exists) return zapisSelhal(exists.error());
     if (*exists) return fail(Chyba{Chyba::UzExistuje{checked.jmeno()}});
     CHECK(ObeyedFiles::checkNames(checked.odSlozky()));
     auto written = folder->writeNew(checked.odSlozky(), asBytes(obsah), ObeyedFiles::checkRepository);
     if (!written && written.error().as<Chyba>()) return fail(written.error());
-    if (!written) return zapisSelhal(written.error().popis());
+    if (!written) return zapisSelhal(written.error());
     return checked.jmeno();
 }
 

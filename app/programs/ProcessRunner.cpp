@@ -2,6 +2,7 @@
 
 #include "app/programs/BehProgramu.h"
 #include "foundation/Paths.h"
+#include "foundation/ProgramLog.h"
 #include "shared/wire/TalkSpanError.h"
 
 #include <utility>
@@ -15,6 +16,7 @@ Task<Result<VysledekProcesu>> ProcessRunner::spustit(OutsideProgram program, Clo
     auto spusteno = beh->spust(launcher_, program, timeout);
     if (!spusteno) {
         drz(nullptr);
+        logCause("starting a program", spusteno.error());
         co_return fail(TalkSpanError{TalkSpanError::ToolFailed{
             paths::lastComponent(program.binary), "Nepodařilo se spustit: " + spusteno.error().popis()}});
     }

@@ -35,7 +35,7 @@ const QRegularExpression& value() {
         "|(?<=^Oprávnění ke složce ).+?(?= se nepodařilo uložit)|(?<=^Složka ).+(?= (?:neexistuje|už není "
         "povolená)\\.$)"
         "|(?<=^Už běží jiný úkol: ).+(?=\\. Počkej, nebo ho zruš\\.$)"
-        "|(?<=špatný typ \\()(?<type>.+)(?=\\)\\.$)|(?<=to nezařídila \\().+(?=\\)\\.$)"
+        "|(?<=špatný typ \\()(?<type>.+)(?=\\)\\.$)"
         "|(?<=^Trezor odmítl čtení |^Trezor odmítl zápis |^Trezor odmítl mazání ).+?(?=: )"
         "|^[\\w-]+(?= skončil chybou: )|(?<=^Mac právě pracuje: ).+(?=\\.$)"
         "|(?<=^Nástroj )\\S+(?= neznám\\.$| není nainstalovaný\\.$| není na Macu k dispozici: | není "

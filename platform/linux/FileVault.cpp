@@ -1,6 +1,8 @@
 #include "platform/linux/FileVault.h"
 
 #include "foundation/AtomicFile.h"
+#include "foundation/ProgramLog.h"
+#include "foundation/SystemError.h"
 #include "foundation/Uninterrupted.h"
 #include "platform/linux/VaultRules.h"
 #include "shared/base/Ascii.h"
@@ -38,8 +40,13 @@ std::string fileName(const std::string& name) {
     return encoded;
 }
 
+std::int32_t refused(const Error& error) {
+    logCause("keeping a secret", error);
+    return vaultStatus::io;
+}
+
 std::int32_t statusOf(int code) {
-    return code == ENOENT ? vaultStatus::itemNotFound : vaultStatus::io;
+    return code == ENOENT ? vaultStatus::itemNotFound : refused(SystemError{code});
 }
 
 } // namespace
@@ -48,7 +55,7 @@ SecretVault::Found FileVault::find(const std::string& service, const std::string
     auto opened = open(service, account);
     if (opened.status != vaultStatus::ok) return {opened.status, {}};
     auto bytes = readUpTo(opened.file.get(), vaultRules::itemLimit);
-    if (!bytes) return {vaultStatus::io, {}};
+    if (!bytes) return {refused(bytes.error()), {}};
     return {vaultStatus::ok, *std::move(bytes)};
 }
 
@@ -112,7 +119,8 @@ FileVault::Opened FileVault::open(const std::string& service, const std::string&
 
 std::int32_t FileVault::write(const std::string& service, const std::string& account, ByteView bytes) const {
     if (bytes.size() > vaultRules::itemLimit) return vaultStatus::io;
-    return writeAtomically(pathOf(service, account), bytes) ? vaultStatus::ok : vaultStatus::io;
+    const auto written = writeAtomically(pathOf(service, account), bytes);
+    return written ? vaultStatus::ok : refused(written.error());
 }
 
 } // namespace morvex

@@ -2,6 +2,7 @@
 
 #include "foundation/AtomicFile.h"
 #include "foundation/OneShot.h"
+#include "foundation/ProgramLog.h"
 #include "foundation/SystemError.h"
 #include "foundation/Text.h"
 #include "shared/base/Base64.h"
@@ -86,6 +87,7 @@ void JsonDefaults::read() {
     auto bytes = readWhole(path_, sizeLimit);
     if (!bytes && systemCode(bytes.error()) != EFBIG) {
         writable_ = false;
+        logCause("reading the settings", bytes.error());
         loadProblem_ = "Soubor s nastavením nejde přečíst: " + bytes.error().popis();
         return;
     }
@@ -100,6 +102,7 @@ void JsonDefaults::read() {
 void JsonDefaults::setDamagedAside() {
     auto moved = setAside(path_);
     writable_ = moved.has_value();
+    if (!moved) logCause("setting the settings aside", moved.error());
     loadProblem_ = moved ? "Soubor s nastavením byl poškozený; je odložený jako " + moved->filename().string()
                          : "Soubor s nastavením je poškozený a nejde odložit: " + moved.error().popis();
 }

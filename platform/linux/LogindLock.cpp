@@ -1,5 +1,7 @@
 #include "platform/linux/LogindLock.h"
 
+#include "foundation/ProgramLog.h"
+#include "foundation/SystemTrouble.h"
 #include "platform/linux/Logind.h"
 
 #include <QDBusMessage>
@@ -17,6 +19,24 @@ QDBusPendingCall inhibit(const QDBusConnection& bus, const LogindLock::Request& 
                                                QStringLiteral("Inhibit"));
     call << request.what << QStringLiteral("Morvex") << request.why << request.mode;
     return bus.asyncCall(call);
+}
+
+SystemTrouble troubleOf(const QDBusError& error) {
+    switch (error.type()) {
+    case QDBusError::AccessDenied:
+        return SystemTrouble::notAllowed;
+    case QDBusError::ServiceUnknown:
+    case QDBusError::Disconnected:
+    case QDBusError::NoServer:
+    case QDBusError::UnknownObject:
+        return SystemTrouble::serviceMissing;
+    case QDBusError::NoReply:
+    case QDBusError::Timeout:
+    case QDBusError::TimedOut:
+        return SystemTrouble::serviceSilent;
+    default: // what this service does not answer with
+        return SystemTrouble::other;
+    }
 }
 
 } // namespace
@@ -37,8 +57,8 @@ void LogindLock::take(const std::function<void(const Error&)>& onFailure) {
     if (!reply.isError() && reply.value().isValid()) {
         lock_ = reply.value();
     } else if (onFailure) {
-        onFailure(TextError{"Přihlašovací služba systému to nezařídila (" +
-                            reply.error().message().toStdString() + ")."});
+        ProgramLog::write("logind: " + reply.error().message().toStdString());
+        onFailure(TextError{"Přihlašovací služba systému to nezařídila: " + popis(troubleOf(reply.error()))});
     }
 }
 

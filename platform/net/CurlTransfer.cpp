@@ -1,8 +1,12 @@
 #include "platform/net/CurlTransfer.h"
 
+#include "platform/net/NetworkTrouble.h"
 #include "shared/base/Ascii.h"
 
+#include <openssl/x509.h>
+
 #include <algorithm>
+#include <cstdlib>
 #include <string_view>
 
 namespace morvex {
@@ -20,8 +24,16 @@ bool breaksLine(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
 }
 
+/// What the lines of the log begin with.
+constexpr std::string_view httpLog = "HTTP";
+
 std::unexpected<Error> refuse(CURLcode code) {
-    return fail(NetworkError{curl_easy_strerror(code)});
+    return fail(networkError(httpLog, troubleOf(code), curl_easy_strerror(code)));
+}
+
+std::string variable(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
 }
 
 } // namespace
@@ -43,7 +55,8 @@ Result<void> CurlTransfer::setAddress() {
     auto code = request_.url.contains('\0')
                     ? CURLUE_MALFORMED_INPUT
                     : curl_url_set(url_.get(), CURLUPART_URL, request_.url.c_str(), CURLU_DISALLOW_USER);
-    if (code != CURLUE_OK) return fail(NetworkError{curl_url_strerror(code)});
+    if (code != CURLUE_OK)
+        return fail(networkError(httpLog, SystemTrouble::badAddress, curl_url_strerror(code)));
     set(CURLOPT_CURLU, url_.get());
     set(CURLOPT_PROTOCOLS_STR, "http,https");
     return {};
@@ -100,10 +113,19 @@ void CurlTransfer::setRules(const std::string& extraAuthorities) {
     set(CURLOPT_WRITEFUNCTION, &CurlTransfer::take);
     set(CURLOPT_WRITEDATA, static_cast<void*>(this));
     set(CURLOPT_ERRORBUFFER, problem_.data());
-    if (extraAuthorities.empty()) return;
-    curl_blob authorities{.data = const_cast<char*>(extraAuthorities.data()),
-                          .len = extraAuthorities.size(),
-                          .flags = CURL_BLOB_COPY};
+    setAuthorities(extraAuthorities);
+}
+
+/// Those of the system. Where variables of the TLS library name other ones, they are heeded here too: the
+/// library itself does it for WebSockets alone.
+void CurlTransfer::setAuthorities(const std::string& extra) {
+    if (const auto file = variable(X509_get_default_cert_file_env()); !file.empty())
+        set(CURLOPT_CAINFO, file.c_str());
+    if (const auto folder = variable(X509_get_default_cert_dir_env()); !folder.empty())
+        set(CURLOPT_CAPATH, folder.c_str());
+    if (extra.empty()) return;
+    curl_blob authorities{
+        .data = const_cast<char*>(extra.data()), .len = extra.size(), .flags = CURL_BLOB_COPY};
     set(CURLOPT_CAINFO_BLOB, &authorities);
 }
 
@@ -124,10 +146,21 @@ bool CurlTransfer::answeredOtherwise(CURLcode code) const {
     return connections > 0;
 }
 
+NetworkError CurlTransfer::failure(CURLcode code) const {
+    long number = 0;
+    long verdict = X509_V_ERR_UNSPECIFIED;
+    curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &number);
+    curl_easy_getinfo(easy_.get(), CURLINFO_SSL_VERIFYRESULT, &verdict);
+    auto trouble = troubleOf(code);
+    if (code == CURLE_COULDNT_CONNECT && number != 0) trouble = troubleOf(static_cast<int>(number));
+    if (code == CURLE_PEER_FAILED_VERIFICATION) trouble = certificateTrouble(verdict);
+    return networkError(httpLog, trouble, problem_[0] ? problem_.data() : curl_easy_strerror(code));
+}
+
 void CurlTransfer::finish(CURLcode code) {
     if (tooLong_) return fall(NetworkError{"Odpověď serveru je příliš dlouhá."});
     if (answeredOtherwise(code)) return reply_(HttpReply{});
-    if (code != CURLE_OK) return fall(NetworkError{problem_[0] ? problem_.data() : curl_easy_strerror(code)});
+    if (code != CURLE_OK) return fall(failure(code));
     long status = 0;
     curl_easy_getinfo(easy_.get(), CURLINFO_RESPONSE_CODE, &status);
     received_.status = static_cast<int>(status);

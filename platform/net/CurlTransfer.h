@@ -34,6 +34,7 @@ class CurlTransfer {
 
   private:
     [[nodiscard]] bool answeredOtherwise(CURLcode code) const;
+    [[nodiscard]] NetworkError failure(CURLcode code) const;
 
     struct Free {
         void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
@@ -52,6 +53,7 @@ class CurlTransfer {
     void addHeader(const std::string& line);
     void setMethod();
     void setRules(const std::string& extraAuthorities);
+    void setAuthorities(const std::string& extra);
     static std::size_t take(const char* bytes, std::size_t one, std::size_t count, void* transfer);
 
     HttpRequest request_;

@@ -1,6 +1,6 @@
 #include "platform/net/TlsContext.h"
 
-#include "platform/ports/NetworkError.h"
+#include "platform/net/NetworkTrouble.h"
 #include "shared/base/Try.h"
 
 #include <boost/asio/buffer.hpp>
@@ -23,7 +23,7 @@ Result<ssl::context> load(const std::string& extraAuthorities) {
             context.add_certificate_authority(boost::asio::buffer(extraAuthorities));
         return context;
     } catch (const boost::system::system_error& error) {
-        return fail(NetworkError{error.code().message()});
+        return fail(networkError("TLS", SystemTrouble::authoritiesUnreadable, error.code().message()));
     }
 }
 
@@ -50,10 +50,8 @@ bool expectHost(SSL* connection, const std::string& host) {
     return isAddress(host) || SSL_set_tlsext_host_name(connection, host.c_str()) == 1;
 }
 
-std::optional<std::string> certificateProblem(SSL* connection) {
-    auto verdict = SSL_get_verify_result(connection);
-    if (verdict == X509_V_OK) return std::nullopt;
-    return X509_verify_cert_error_string(verdict);
+long certificateVerdict(SSL* connection) {
+    return SSL_get_verify_result(connection);
 }
 
 } // namespace morvex

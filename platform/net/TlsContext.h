@@ -29,7 +29,7 @@ class TlsContext {
 /// Before the handshake; false when memory ran out.
 bool expectHost(SSL* connection, const std::string& host);
 
-/// Why the certificate was refused; nothing when it was not.
-std::optional<std::string> certificateProblem(SSL* connection);
+/// Why the certificate was refused, one of OpenSSL's `X509_V_ERR_…`; `X509_V_OK` when it was not.
+long certificateVerdict(SSL* connection);
 
 } // namespace morvex

@@ -1,5 +1,6 @@
 #include "platform/net/WebSocketConnection.h"
 
+#include "platform/net/NetworkTrouble.h"
 #include "platform/net/TlsContext.h"
 #include "platform/net/UpgradeAnswer.h"
 #include "platform/net/WebSocketNetwork.h"
@@ -39,6 +40,9 @@ constexpr std::size_t readStep = std::size_t{64} * 1024;
 /// A buffer that one large message has grown beyond this is given back.
 constexpr std::size_t keptBuffer = std::size_t{256} * 1024;
 
+/// What the lines of the log begin with.
+constexpr std::string_view socketLog = "WebSocket";
+
 /// What one waiting message costs, the empty one too.
 std::size_t costOf(const WebSocketFrame& frame) {
     return frame.data.size() + sizeof(WebSocketFrame);
@@ -69,7 +73,7 @@ void WebSocketConnection::open(WebSocketUrl url, Opened opened) {
     auto self = shared_from_this();
     timer_.expires_after(network_.limits().opening);
     timer_.async_wait([self](error_code error) {
-        if (!error && self->opened_) self->fall("Server se neozval včas.");
+        if (!error && self->opened_) self->fall(popis(SystemTrouble::timedOut));
     });
     asio::co_spawn(network_.context(), connect(std::move(url)),
                    [self](const std::exception_ptr& exception) { rethrow(exception); });
@@ -216,7 +220,8 @@ void WebSocketConnection::answerPings(std::ptrdiff_t count) {
 }
 
 bool WebSocketConnection::failed(error_code error) {
-    if (error) fall(wordsFor(error));
+    // What follows a failure has no words of its own, and is nothing to log.
+    if (error) fall(failure_ ? std::string() : wordsFor(error));
     return failure_.has_value();
 }
 
@@ -224,8 +229,11 @@ std::string WebSocketConnection::wordsFor(error_code error) {
     if (error == websocket::error::closed)
         return "Server ukončil spojení (kód " + std::to_string(stream_.reason().code) + ").";
     if (auto* tls = stream_.next_layer().tls())
-        if (auto problem = certificateProblem(tls->native_handle())) return *problem;
-    return error.message();
+        if (const auto verdict = certificateVerdict(tls->native_handle()); verdict != X509_V_OK)
+            return networkError(socketLog, certificateTrouble(verdict),
+                                X509_verify_cert_error_string(verdict))
+                .popis();
+    return networkError(socketLog, troubleOf(error), error.message()).popis();
 }
 
 void WebSocketConnection::fall(std::string words) {

@@ -1,5 +1,6 @@
 #include "platform/net/WebSocketUrl.h"
 
+#include "foundation/SystemTrouble.h"
 #include "platform/ports/NetworkError.h"
 #include "shared/base/Ascii.h"
 
@@ -105,7 +106,7 @@ std::optional<WebSocketUrl> read(std::string_view text) {
 
 Result<WebSocketUrl> WebSocketUrl::parse(std::string_view text) {
     if (auto url = read(text)) return *std::move(url);
-    return fail(NetworkError{"Adresa serveru není platná."});
+    return fail(NetworkError{popis(SystemTrouble::badAddress)});
 }
 
 } // namespace morvex

@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// A network failure, in the platform's words.
+/// A network failure, in Czech: words of a `SystemTrouble` where the system, a library or a peer failed.
 struct NetworkError {
     std::string text;
 

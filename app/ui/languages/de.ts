@@ -72,8 +72,36 @@
         <translation>Läuft: %1</translation>
     </message>
     <message>
+        <source>Certifikát serveru je vydaný pro jinou adresu. Zkontroluj adresu serveru.</source>
+        <translation>Das Zertifikat des Servers gilt für eine andere Adresse. Prüfe die Adresse des Servers.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru ještě neplatí. Zkontroluj hodiny počítače.</source>
+        <translation>Das Zertifikat des Servers gilt noch nicht. Prüfe die Uhr des Computers.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru není v pořádku.</source>
+        <translation>Das Zertifikat des Servers ist nicht in Ordnung.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru nevydala autorita, které tento počítač věří. Certifikát vlastní autority ulož s příponou .crt do /usr/local/share/ca-certificates a spusť sudo update-ca-certificates.</source>
+        <translation>Das Zertifikat des Servers stammt von keiner Zertifizierungsstelle, der dieser Computer vertraut. Lege das Zertifikat deiner eigenen Stelle mit der Endung .crt in /usr/local/share/ca-certificates ab und führe sudo update-ca-certificates aus.</translation>
+    </message>
+    <message>
         <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
         <translation>Der Pfad %1 liegt außerhalb der erlaubten Ordner. Ich fasse ihn nicht an.</translation>
+    </message>
+    <message>
+        <source>Cesta vede mimo svou složku nebo na jiný disk.</source>
+        <translation>Der Pfad führt aus seinem Ordner hinaus oder auf einen anderen Datenträger.</translation>
+    </message>
+    <message>
+        <source>Cesta vede přes odkaz, který nejde sledovat.</source>
+        <translation>Der Pfad führt über einen Verweis, dem nicht gefolgt werden kann.</translation>
+    </message>
+    <message>
+        <source>Chybí k tomu oprávnění.</source>
+        <translation>Dafür fehlt die Berechtigung.</translation>
     </message>
     <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
@@ -90,6 +118,14 @@
     <message>
         <source>Další pokus za %1 s</source>
         <translation>Nächster Versuch in %1 s</translation>
+    </message>
+    <message>
+        <source>Disk je jen pro čtení.</source>
+        <translation>Der Datenträger ist schreibgeschützt.</translation>
+    </message>
+    <message>
+        <source>Disk nebo jiné zařízení selhalo.</source>
+        <translation>Der Datenträger oder ein anderes Gerät hat versagt.</translation>
     </message>
     <message>
         <source>Doplň název vlastní aplikace.</source>
@@ -146,6 +182,22 @@
     <message>
         <source>Jednorázové číslo zprávy má špatnou délku.</source>
         <translation>Die Einmalzahl der Nachricht hat eine falsche Länge.</translation>
+    </message>
+    <message>
+        <source>Jméno nebo cesta je příliš dlouhá.</source>
+        <translation>Der Name oder Pfad ist zu lang.</translation>
+    </message>
+    <message>
+        <source>Jméno serveru síť nezná. Zkontroluj adresu a připojení k síti.</source>
+        <translation>Das Netz kennt den Namen des Servers nicht. Prüfe die Adresse und die Netzverbindung.</translation>
+    </message>
+    <message>
+        <source>Jméno už je obsazené.</source>
+        <translation>Der Name ist schon vergeben.</translation>
+    </message>
+    <message>
+        <source>K serveru nevede cesta. Zkontroluj připojení k síti.</source>
+        <translation>Es gibt keinen Weg zum Server. Prüfe die Netzverbindung.</translation>
     </message>
     <message>
         <source>Kalendář</source>
@@ -234,6 +286,18 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>Schläft im Akkubetrieb ein — wach bleibt er nur bei Netzstrom</translation>
+    </message>
+    <message>
+        <source>Na disku není místo.</source>
+        <translation>Auf dem Datenträger ist kein Platz.</translation>
+    </message>
+    <message>
+        <source>Na tomto počítači taková služba neběží.</source>
+        <translation>Auf diesem Computer läuft kein solcher Dienst.</translation>
+    </message>
+    <message>
+        <source>Na této cestě je složka.</source>
+        <translation>Unter diesem Pfad liegt ein Ordner.</translation>
     </message>
     <message>
         <source>Nahrát vlastní zkratku</source>
@@ -404,6 +468,10 @@
         <translation>Das Prüfzeichen der Nachricht hat eine falsche Länge.</translation>
     </message>
     <message>
+        <source>Platnost certifikátu serveru skončila. Zkontroluj hodiny počítače, nebo na serveru certifikát obnov.</source>
+        <translation>Das Zertifikat des Servers ist abgelaufen. Prüfe die Uhr des Computers oder erneuere das Zertifikat auf dem Server.</translation>
+    </message>
+    <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
         <translation>Schläft nach einiger Zeit ohne Nutzung ein und ist dann nicht erreichbar</translation>
     </message>
@@ -500,6 +568,10 @@
         <translation>Der Computer ließ sich nicht wach halten: %1</translation>
     </message>
     <message>
+        <source>Počítači došla paměť nebo už nemůže mít víc otevřených souborů a procesů.</source>
+        <translation>Dem Computer fehlen Speicher, offene Dateien oder Prozesse.</translation>
+    </message>
+    <message>
         <source>Pracuje</source>
         <translation>Arbeitet</translation>
     </message>
@@ -518,6 +590,10 @@
     <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
         <translation>Die Gegenseite hat eine Vorstellung gesendet, die ich nicht verstehe.</translation>
+    </message>
+    <message>
+        <source>Právě to používá jiný program.</source>
+        <translation>Ein anderes Programm verwendet es gerade.</translation>
     </message>
     <message>
         <source>Prázdné zadání.</source>
@@ -580,8 +656,8 @@
         <translation>Am Mac hinzugefügt</translation>
     </message>
     <message>
-        <source>Přihlašovací služba systému to nezařídila (%1).</source>
-        <translation>Der Anmeldedienst des Systems hat es nicht eingerichtet (%1).</translation>
+        <source>Přihlašovací služba systému to nezařídila: %1</source>
+        <translation>Der Anmeldedienst des Systems hat es nicht eingerichtet: %1</translation>
     </message>
     <message>
         <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
@@ -648,12 +724,24 @@
         <translation>Der Server hat den WebSocket abgelehnt (HTTP %1).</translation>
     </message>
     <message>
+        <source>Server odpověděl nesrozumitelně.</source>
+        <translation>Die Antwort des Servers ist unverständlich.</translation>
+    </message>
+    <message>
         <source>Server se neozval včas.</source>
         <translation>Der Server hat nicht rechtzeitig geantwortet.</translation>
     </message>
     <message>
+        <source>Server spojení odmítl. Nejspíš neběží, nebo má jiný port, než je v adrese.</source>
+        <translation>Der Server hat die Verbindung abgelehnt. Wahrscheinlich läuft er nicht oder hat einen anderen Port als die Adresse.</translation>
+    </message>
+    <message>
         <source>Server ukončil spojení (kód %1).</source>
         <translation>Der Server hat die Verbindung beendet (Code %1).</translation>
+    </message>
+    <message>
+        <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
+        <translation>Die Liste der Zertifizierungsstellen, denen dieser Computer vertraut, ist nicht lesbar.</translation>
     </message>
     <message>
         <source>Skončilo chybou</source>
@@ -666,6 +754,22 @@
     <message>
         <source>Složka %1 už není povolená.</source>
         <translation>Der Ordner %1 ist nicht mehr erlaubt.</translation>
+    </message>
+    <message>
+        <source>Služba počítače se neozvala včas.</source>
+        <translation>Der Dienst des Computers hat nicht rechtzeitig geantwortet.</translation>
+    </message>
+    <message>
+        <source>Soubor je příliš velký.</source>
+        <translation>Die Datei ist zu groß.</translation>
+    </message>
+    <message>
+        <source>Soubor nebo složka neexistuje.</source>
+        <translation>Die Datei oder der Ordner existiert nicht.</translation>
+    </message>
+    <message>
+        <source>Soubor není program pro tento počítač.</source>
+        <translation>Die Datei ist kein Programm für diesen Computer.</translation>
     </message>
     <message>
         <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
@@ -708,6 +812,10 @@
         <translation>Verbindung unterbrochen — %1</translation>
     </message>
     <message>
+        <source>Spojení se přerušilo.</source>
+        <translation>Die Verbindung ist abgebrochen.</translation>
+    </message>
+    <message>
         <source>Spouští příkazy v povolených složkách a umí spustit jakýkoli kód</source>
         <translation>Führt Befehle in erlaubten Ordnern aus und kann jeden Code ausführen</translation>
     </message>
@@ -744,8 +852,16 @@
         <translation>Die Adresse des Relays führt nur zu diesem Computer. Ein anderes Gerät kann sich darüber nicht verbinden.</translation>
     </message>
     <message>
+        <source>Systém ohlásil chybu, kterou neznám.</source>
+        <translation>Das System hat einen Fehler gemeldet, den ich nicht kenne.</translation>
+    </message>
+    <message>
         <source>Tahle verze to ještě neumí.</source>
         <translation>Das beherrscht diese Version noch nicht.</translation>
+    </message>
+    <message>
+        <source>Takovou cestu nejde použít.</source>
+        <translation>Ein solcher Pfad ist nicht verwendbar.</translation>
     </message>
     <message>
         <source>Telefon</source>
@@ -778,6 +894,10 @@
     <message>
         <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
         <translation>Das Telefon sieht diesen Mac dann nicht mehr. Dafür musst du es erneut koppeln.</translation>
+    </message>
+    <message>
+        <source>Tento systém nebo disk to neumí.</source>
+        <translation>Dieses System oder dieser Datenträger kann das nicht.</translation>
     </message>
     <message>
         <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>
@@ -900,6 +1020,10 @@
         <translation>Websuche</translation>
     </message>
     <message>
+        <source>Vyhrazené místo na disku je vyčerpané.</source>
+        <translation>Das Kontingent auf dem Datenträger ist aufgebraucht.</translation>
+    </message>
+    <message>
         <source>Vymazat</source>
         <translation>Löschen</translation>
     </message>
@@ -918,6 +1042,10 @@
     <message>
         <source>Výchozí volba se synchronizuje z hlavního iPhonu.</source>
         <translation>Die Vorgabe wird vom Haupt-iPhone synchronisiert.</translation>
+    </message>
+    <message>
+        <source>Zadání je pro program příliš dlouhé.</source>
+        <translation>Die Eingabe ist für das Programm zu lang.</translation>
     </message>
     <message>
         <source>Zakládám pár…</source>
@@ -1148,12 +1276,20 @@
         <translation>Warte auf die Schlüssel dieses Computers…</translation>
     </message>
     <message>
+        <source>Část cesty není složka.</source>
+        <translation>Ein Teil des Pfads ist kein Ordner.</translation>
+    </message>
+    <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
         <translation>Die Zahlen stimmten nicht überein. Ich habe die Kopplung abgebrochen und nichts gespeichert. Versuche es erneut; wiederholt es sich, hört jemand mit.</translation>
     </message>
     <message>
         <source>číslo</source>
         <translation>Zahl</translation>
+    </message>
+    <message>
+        <source>Šifrované spojení se serverem se nepodařilo navázat. Pokud server na tomto portu nešifruje, jeho adresa začíná http://, ne https://.</source>
+        <translation>Mit dem Server ließ sich keine verschlüsselte Verbindung aushandeln. Wenn der Server auf diesem Port nicht verschlüsselt, beginnt seine Adresse mit http://, nicht mit https://.</translation>
     </message>
     <message>
         <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>

@@ -72,8 +72,36 @@
         <translation>Running: %1</translation>
     </message>
     <message>
+        <source>Certifikát serveru je vydaný pro jinou adresu. Zkontroluj adresu serveru.</source>
+        <translation>The server’s certificate was issued for another address. Check the address of the server.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru ještě neplatí. Zkontroluj hodiny počítače.</source>
+        <translation>The server’s certificate is not valid yet. Check the clock of the computer.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru není v pořádku.</source>
+        <translation>The server’s certificate is not in order.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru nevydala autorita, které tento počítač věří. Certifikát vlastní autority ulož s příponou .crt do /usr/local/share/ca-certificates a spusť sudo update-ca-certificates.</source>
+        <translation>The server’s certificate was not issued by an authority that this computer trusts. Save the certificate of your own authority with the ending .crt in /usr/local/share/ca-certificates and run sudo update-ca-certificates.</translation>
+    </message>
+    <message>
         <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
         <translation>The path %1 is outside of the allowed folders. I do not touch it.</translation>
+    </message>
+    <message>
+        <source>Cesta vede mimo svou složku nebo na jiný disk.</source>
+        <translation>The path leads out of its folder or to another disk.</translation>
+    </message>
+    <message>
+        <source>Cesta vede přes odkaz, který nejde sledovat.</source>
+        <translation>The path leads through a link that cannot be followed.</translation>
+    </message>
+    <message>
+        <source>Chybí k tomu oprávnění.</source>
+        <translation>The permission for it is missing.</translation>
     </message>
     <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
@@ -90,6 +118,14 @@
     <message>
         <source>Další pokus za %1 s</source>
         <translation>Next attempt in %1 s</translation>
+    </message>
+    <message>
+        <source>Disk je jen pro čtení.</source>
+        <translation>The disk is read-only.</translation>
+    </message>
+    <message>
+        <source>Disk nebo jiné zařízení selhalo.</source>
+        <translation>The disk or another device has failed.</translation>
     </message>
     <message>
         <source>Doplň název vlastní aplikace.</source>
@@ -146,6 +182,22 @@
     <message>
         <source>Jednorázové číslo zprávy má špatnou délku.</source>
         <translation>The message's nonce has a wrong length.</translation>
+    </message>
+    <message>
+        <source>Jméno nebo cesta je příliš dlouhá.</source>
+        <translation>The name or path is too long.</translation>
+    </message>
+    <message>
+        <source>Jméno serveru síť nezná. Zkontroluj adresu a připojení k síti.</source>
+        <translation>The network does not know the name of the server. Check the address and the network connection.</translation>
+    </message>
+    <message>
+        <source>Jméno už je obsazené.</source>
+        <translation>The name is already taken.</translation>
+    </message>
+    <message>
+        <source>K serveru nevede cesta. Zkontroluj připojení k síti.</source>
+        <translation>There is no way to the server. Check the network connection.</translation>
     </message>
     <message>
         <source>Kalendář</source>
@@ -234,6 +286,18 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>Goes to sleep on battery — it is kept awake on mains power only</translation>
+    </message>
+    <message>
+        <source>Na disku není místo.</source>
+        <translation>There is no space left on the disk.</translation>
+    </message>
+    <message>
+        <source>Na tomto počítači taková služba neběží.</source>
+        <translation>No such service runs on this computer.</translation>
+    </message>
+    <message>
+        <source>Na této cestě je složka.</source>
+        <translation>There is a folder at this path.</translation>
     </message>
     <message>
         <source>Nahrát vlastní zkratku</source>
@@ -404,6 +468,10 @@
         <translation>The message's authentication tag has a wrong length.</translation>
     </message>
     <message>
+        <source>Platnost certifikátu serveru skončila. Zkontroluj hodiny počítače, nebo na serveru certifikát obnov.</source>
+        <translation>The server’s certificate has expired. Check the clock of the computer, or renew the certificate at the server.</translation>
+    </message>
+    <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
         <translation>Goes to sleep after a while of idleness and cannot be reached then</translation>
     </message>
@@ -500,6 +568,10 @@
         <translation>The computer could not be kept awake: %1</translation>
     </message>
     <message>
+        <source>Počítači došla paměť nebo už nemůže mít víc otevřených souborů a procesů.</source>
+        <translation>The computer has run out of memory, open files or processes.</translation>
+    </message>
+    <message>
         <source>Pracuje</source>
         <translation>Working</translation>
     </message>
@@ -518,6 +590,10 @@
     <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
         <translation>The other side sent an introduction that I do not understand.</translation>
+    </message>
+    <message>
+        <source>Právě to používá jiný program.</source>
+        <translation>Another program is using it right now.</translation>
     </message>
     <message>
         <source>Prázdné zadání.</source>
@@ -580,8 +656,8 @@
         <translation>Added on the Mac</translation>
     </message>
     <message>
-        <source>Přihlašovací služba systému to nezařídila (%1).</source>
-        <translation>The login service of the system did not arrange it (%1).</translation>
+        <source>Přihlašovací služba systému to nezařídila: %1</source>
+        <translation>The login service of the system did not arrange it: %1</translation>
     </message>
     <message>
         <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
@@ -648,12 +724,24 @@
         <translation>The server refused the WebSocket (HTTP %1).</translation>
     </message>
     <message>
+        <source>Server odpověděl nesrozumitelně.</source>
+        <translation>The server’s answer cannot be understood.</translation>
+    </message>
+    <message>
         <source>Server se neozval včas.</source>
         <translation>The server did not answer in time.</translation>
     </message>
     <message>
+        <source>Server spojení odmítl. Nejspíš neběží, nebo má jiný port, než je v adrese.</source>
+        <translation>The server refused the connection. It is probably not running, or has another port than the address.</translation>
+    </message>
+    <message>
         <source>Server ukončil spojení (kód %1).</source>
         <translation>The server ended the connection (code %1).</translation>
+    </message>
+    <message>
+        <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
+        <translation>The list of authorities that this computer trusts cannot be read.</translation>
     </message>
     <message>
         <source>Skončilo chybou</source>
@@ -666,6 +754,22 @@
     <message>
         <source>Složka %1 už není povolená.</source>
         <translation>The folder %1 is no longer allowed.</translation>
+    </message>
+    <message>
+        <source>Služba počítače se neozvala včas.</source>
+        <translation>The service of the computer did not answer in time.</translation>
+    </message>
+    <message>
+        <source>Soubor je příliš velký.</source>
+        <translation>The file is too large.</translation>
+    </message>
+    <message>
+        <source>Soubor nebo složka neexistuje.</source>
+        <translation>The file or folder does not exist.</translation>
+    </message>
+    <message>
+        <source>Soubor není program pro tento počítač.</source>
+        <translation>The file is not a program for this computer.</translation>
     </message>
     <message>
         <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
@@ -708,6 +812,10 @@
         <translation>Connection interrupted — %1</translation>
     </message>
     <message>
+        <source>Spojení se přerušilo.</source>
+        <translation>The connection was cut off.</translation>
+    </message>
+    <message>
         <source>Spouští příkazy v povolených složkách a umí spustit jakýkoli kód</source>
         <translation>Runs commands in allowed folders and can run any code</translation>
     </message>
@@ -744,8 +852,16 @@
         <translation>The relay address leads to this computer only. No other device can connect through it.</translation>
     </message>
     <message>
+        <source>Systém ohlásil chybu, kterou neznám.</source>
+        <translation>The system reported an error that I do not know.</translation>
+    </message>
+    <message>
         <source>Tahle verze to ještě neumí.</source>
         <translation>This version cannot do that yet.</translation>
+    </message>
+    <message>
+        <source>Takovou cestu nejde použít.</source>
+        <translation>Such a path cannot be used.</translation>
     </message>
     <message>
         <source>Telefon</source>
@@ -778,6 +894,10 @@
     <message>
         <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
         <translation>The phone will no longer see this Mac. You will have to pair it again before it can.</translation>
+    </message>
+    <message>
+        <source>Tento systém nebo disk to neumí.</source>
+        <translation>This system or disk cannot do that.</translation>
     </message>
     <message>
         <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>
@@ -900,6 +1020,10 @@
         <translation>Web search</translation>
     </message>
     <message>
+        <source>Vyhrazené místo na disku je vyčerpané.</source>
+        <translation>The disk quota is used up.</translation>
+    </message>
+    <message>
         <source>Vymazat</source>
         <translation>Clear</translation>
     </message>
@@ -918,6 +1042,10 @@
     <message>
         <source>Výchozí volba se synchronizuje z hlavního iPhonu.</source>
         <translation>The default is synced from the main iPhone.</translation>
+    </message>
+    <message>
+        <source>Zadání je pro program příliš dlouhé.</source>
+        <translation>The input is too long for the program.</translation>
     </message>
     <message>
         <source>Zakládám pár…</source>
@@ -1148,12 +1276,20 @@
         <translation>Waiting for the keys of this computer…</translation>
     </message>
     <message>
+        <source>Část cesty není složka.</source>
+        <translation>A part of the path is not a folder.</translation>
+    </message>
+    <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
         <translation>The numbers differed. I have cancelled the pairing and kept nothing. Try again; if it happens repeatedly, somebody is listening.</translation>
     </message>
     <message>
         <source>číslo</source>
         <translation>number</translation>
+    </message>
+    <message>
+        <source>Šifrované spojení se serverem se nepodařilo navázat. Pokud server na tomto portu nešifruje, jeho adresa začíná http://, ne https://.</source>
+        <translation>An encrypted connection could not be agreed on with the server. If the server does not encrypt on this port, its address begins with http://, not https://.</translation>
     </message>
     <message>
         <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>

@@ -72,8 +72,36 @@
         <translation>En curso: %1</translation>
     </message>
     <message>
+        <source>Certifikát serveru je vydaný pro jinou adresu. Zkontroluj adresu serveru.</source>
+        <translation>El certificado del servidor es de otra dirección. Comprueba la dirección del servidor.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru ještě neplatí. Zkontroluj hodiny počítače.</source>
+        <translation>El certificado del servidor aún no es válido. Comprueba el reloj del ordenador.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru není v pořádku.</source>
+        <translation>El certificado del servidor no está en orden.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru nevydala autorita, které tento počítač věří. Certifikát vlastní autority ulož s příponou .crt do /usr/local/share/ca-certificates a spusť sudo update-ca-certificates.</source>
+        <translation>El certificado del servidor no lo emitió una autoridad en la que este ordenador confíe. Guarda el certificado de tu propia autoridad con la extensión .crt en /usr/local/share/ca-certificates y ejecuta sudo update-ca-certificates.</translation>
+    </message>
+    <message>
         <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
         <translation>La ruta %1 está fuera de las carpetas permitidas. No la toco.</translation>
+    </message>
+    <message>
+        <source>Cesta vede mimo svou složku nebo na jiný disk.</source>
+        <translation>La ruta sale de su carpeta o lleva a otro disco.</translation>
+    </message>
+    <message>
+        <source>Cesta vede přes odkaz, který nejde sledovat.</source>
+        <translation>La ruta pasa por un enlace que no se puede seguir.</translation>
+    </message>
+    <message>
+        <source>Chybí k tomu oprávnění.</source>
+        <translation>Falta el permiso para ello.</translation>
     </message>
     <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
@@ -90,6 +118,14 @@
     <message>
         <source>Další pokus za %1 s</source>
         <translation>Próximo intento en %1 s</translation>
+    </message>
+    <message>
+        <source>Disk je jen pro čtení.</source>
+        <translation>El disco es de solo lectura.</translation>
+    </message>
+    <message>
+        <source>Disk nebo jiné zařízení selhalo.</source>
+        <translation>El disco u otro dispositivo ha fallado.</translation>
     </message>
     <message>
         <source>Doplň název vlastní aplikace.</source>
@@ -146,6 +182,22 @@
     <message>
         <source>Jednorázové číslo zprávy má špatnou délku.</source>
         <translation>El número único del mensaje tiene una longitud incorrecta.</translation>
+    </message>
+    <message>
+        <source>Jméno nebo cesta je příliš dlouhá.</source>
+        <translation>El nombre o la ruta es demasiado largo.</translation>
+    </message>
+    <message>
+        <source>Jméno serveru síť nezná. Zkontroluj adresu a připojení k síti.</source>
+        <translation>La red no conoce el nombre del servidor. Comprueba la dirección y la conexión a la red.</translation>
+    </message>
+    <message>
+        <source>Jméno už je obsazené.</source>
+        <translation>El nombre ya está ocupado.</translation>
+    </message>
+    <message>
+        <source>K serveru nevede cesta. Zkontroluj připojení k síti.</source>
+        <translation>No hay camino hasta el servidor. Comprueba la conexión a la red.</translation>
     </message>
     <message>
         <source>Kalendář</source>
@@ -234,6 +286,18 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>Con batería se duerme — solo se mantiene despierto con corriente</translation>
+    </message>
+    <message>
+        <source>Na disku není místo.</source>
+        <translation>No queda espacio en el disco.</translation>
+    </message>
+    <message>
+        <source>Na tomto počítači taková služba neběží.</source>
+        <translation>En este ordenador no funciona ese servicio.</translation>
+    </message>
+    <message>
+        <source>Na této cestě je složka.</source>
+        <translation>En esta ruta hay una carpeta.</translation>
     </message>
     <message>
         <source>Nahrát vlastní zkratku</source>
@@ -404,6 +468,10 @@
         <translation>La etiqueta de autenticación del mensaje tiene una longitud incorrecta.</translation>
     </message>
     <message>
+        <source>Platnost certifikátu serveru skončila. Zkontroluj hodiny počítače, nebo na serveru certifikát obnov.</source>
+        <translation>El certificado del servidor ha caducado. Comprueba el reloj del ordenador o renueva el certificado en el servidor.</translation>
+    </message>
+    <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
         <translation>Se duerme tras un rato sin uso y deja de estar disponible</translation>
     </message>
@@ -500,6 +568,10 @@
         <translation>No se ha podido mantener despierto el ordenador: %1</translation>
     </message>
     <message>
+        <source>Počítači došla paměť nebo už nemůže mít víc otevřených souborů a procesů.</source>
+        <translation>Al ordenador le falta memoria, archivos abiertos o procesos.</translation>
+    </message>
+    <message>
         <source>Pracuje</source>
         <translation>Trabajando</translation>
     </message>
@@ -518,6 +590,10 @@
     <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
         <translation>El otro lado ha enviado una presentación que no entiendo.</translation>
+    </message>
+    <message>
+        <source>Právě to používá jiný program.</source>
+        <translation>Otro programa lo está usando ahora.</translation>
     </message>
     <message>
         <source>Prázdné zadání.</source>
@@ -580,8 +656,8 @@
         <translation>Añadida en el Mac</translation>
     </message>
     <message>
-        <source>Přihlašovací služba systému to nezařídila (%1).</source>
-        <translation>El servicio de sesión del sistema no lo ha hecho (%1).</translation>
+        <source>Přihlašovací služba systému to nezařídila: %1</source>
+        <translation>El servicio de sesión del sistema no lo ha hecho: %1</translation>
     </message>
     <message>
         <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
@@ -648,12 +724,24 @@
         <translation>El servidor ha rechazado el WebSocket (HTTP %1).</translation>
     </message>
     <message>
+        <source>Server odpověděl nesrozumitelně.</source>
+        <translation>La respuesta del servidor no se entiende.</translation>
+    </message>
+    <message>
         <source>Server se neozval včas.</source>
         <translation>El servidor no ha respondido a tiempo.</translation>
     </message>
     <message>
+        <source>Server spojení odmítl. Nejspíš neběží, nebo má jiný port, než je v adrese.</source>
+        <translation>El servidor rechazó la conexión. Probablemente no está en marcha o tiene otro puerto que la dirección.</translation>
+    </message>
+    <message>
         <source>Server ukončil spojení (kód %1).</source>
         <translation>El servidor ha terminado la conexión (código %1).</translation>
+    </message>
+    <message>
+        <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
+        <translation>La lista de autoridades en las que este ordenador confía no se puede leer.</translation>
     </message>
     <message>
         <source>Skončilo chybou</source>
@@ -666,6 +754,22 @@
     <message>
         <source>Složka %1 už není povolená.</source>
         <translation>La carpeta %1 ya no está permitida.</translation>
+    </message>
+    <message>
+        <source>Služba počítače se neozvala včas.</source>
+        <translation>El servicio del ordenador no respondió a tiempo.</translation>
+    </message>
+    <message>
+        <source>Soubor je příliš velký.</source>
+        <translation>El archivo es demasiado grande.</translation>
+    </message>
+    <message>
+        <source>Soubor nebo složka neexistuje.</source>
+        <translation>El archivo o la carpeta no existe.</translation>
+    </message>
+    <message>
+        <source>Soubor není program pro tento počítač.</source>
+        <translation>El archivo no es un programa para este ordenador.</translation>
     </message>
     <message>
         <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
@@ -708,6 +812,10 @@
         <translation>Conexión interrumpida — %1</translation>
     </message>
     <message>
+        <source>Spojení se přerušilo.</source>
+        <translation>La conexión se cortó.</translation>
+    </message>
+    <message>
         <source>Spouští příkazy v povolených složkách a umí spustit jakýkoli kód</source>
         <translation>Ejecuta órdenes en carpetas permitidas y puede ejecutar cualquier código</translation>
     </message>
@@ -744,8 +852,16 @@
         <translation>La dirección del relay solo lleva a este ordenador. Ningún otro dispositivo puede conectarse por ella.</translation>
     </message>
     <message>
+        <source>Systém ohlásil chybu, kterou neznám.</source>
+        <translation>El sistema comunicó un error que no conozco.</translation>
+    </message>
+    <message>
         <source>Tahle verze to ještě neumí.</source>
         <translation>Esta versión todavía no sabe hacerlo.</translation>
+    </message>
+    <message>
+        <source>Takovou cestu nejde použít.</source>
+        <translation>Una ruta así no se puede usar.</translation>
     </message>
     <message>
         <source>Telefon</source>
@@ -778,6 +894,10 @@
     <message>
         <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
         <translation>El teléfono dejará de ver este Mac. Para que vuelva a verlo, tendrás que vincularlo de nuevo.</translation>
+    </message>
+    <message>
+        <source>Tento systém nebo disk to neumí.</source>
+        <translation>Este sistema o disco no puede hacerlo.</translation>
     </message>
     <message>
         <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>
@@ -900,6 +1020,10 @@
         <translation>Búsqueda en la web</translation>
     </message>
     <message>
+        <source>Vyhrazené místo na disku je vyčerpané.</source>
+        <translation>La cuota del disco está agotada.</translation>
+    </message>
+    <message>
         <source>Vymazat</source>
         <translation>Borrar</translation>
     </message>
@@ -918,6 +1042,10 @@
     <message>
         <source>Výchozí volba se synchronizuje z hlavního iPhonu.</source>
         <translation>La opción por defecto se sincroniza desde el iPhone principal.</translation>
+    </message>
+    <message>
+        <source>Zadání je pro program příliš dlouhé.</source>
+        <translation>La entrada es demasiado larga para el programa.</translation>
     </message>
     <message>
         <source>Zakládám pár…</source>
@@ -1148,12 +1276,20 @@
         <translation>Esperando las claves de este ordenador…</translation>
     </message>
     <message>
+        <source>Část cesty není složka.</source>
+        <translation>Una parte de la ruta no es una carpeta.</translation>
+    </message>
+    <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
         <translation>Los números no coincidían. He cancelado la vinculación y no he guardado nada. Inténtalo de nuevo; si se repite, alguien escucha.</translation>
     </message>
     <message>
         <source>číslo</source>
         <translation>número</translation>
+    </message>
+    <message>
+        <source>Šifrované spojení se serverem se nepodařilo navázat. Pokud server na tomto portu nešifruje, jeho adresa začíná http://, ne https://.</source>
+        <translation>No se pudo acordar una conexión cifrada con el servidor. Si el servidor no cifra en este puerto, su dirección empieza por http://, no por https://.</translation>
     </message>
     <message>
         <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>

@@ -72,8 +72,36 @@
         <translation>En cours : %1</translation>
     </message>
     <message>
+        <source>Certifikát serveru je vydaný pro jinou adresu. Zkontroluj adresu serveru.</source>
+        <translation>Le certificat du serveur est émis pour une autre adresse. Vérifie l’adresse du serveur.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru ještě neplatí. Zkontroluj hodiny počítače.</source>
+        <translation>Le certificat du serveur n’est pas encore valable. Vérifie l’horloge de l’ordinateur.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru není v pořádku.</source>
+        <translation>Le certificat du serveur n’est pas en règle.</translation>
+    </message>
+    <message>
+        <source>Certifikát serveru nevydala autorita, které tento počítač věří. Certifikát vlastní autority ulož s příponou .crt do /usr/local/share/ca-certificates a spusť sudo update-ca-certificates.</source>
+        <translation>Le certificat du serveur ne vient pas d’une autorité à laquelle cet ordinateur fait confiance. Enregistre le certificat de ta propre autorité avec l’extension .crt dans /usr/local/share/ca-certificates et lance sudo update-ca-certificates.</translation>
+    </message>
+    <message>
         <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
         <translation>Le chemin %1 est hors des dossiers autorisés. Je n’y touche pas.</translation>
+    </message>
+    <message>
+        <source>Cesta vede mimo svou složku nebo na jiný disk.</source>
+        <translation>Le chemin sort de son dossier ou mène à un autre disque.</translation>
+    </message>
+    <message>
+        <source>Cesta vede přes odkaz, který nejde sledovat.</source>
+        <translation>Le chemin passe par un lien qui ne peut pas être suivi.</translation>
+    </message>
+    <message>
+        <source>Chybí k tomu oprávnění.</source>
+        <translation>L’autorisation nécessaire manque.</translation>
     </message>
     <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
@@ -90,6 +118,14 @@
     <message>
         <source>Další pokus za %1 s</source>
         <translation>Prochain essai dans %1 s</translation>
+    </message>
+    <message>
+        <source>Disk je jen pro čtení.</source>
+        <translation>Le disque est en lecture seule.</translation>
+    </message>
+    <message>
+        <source>Disk nebo jiné zařízení selhalo.</source>
+        <translation>Le disque ou un autre appareil est en panne.</translation>
     </message>
     <message>
         <source>Doplň název vlastní aplikace.</source>
@@ -146,6 +182,22 @@
     <message>
         <source>Jednorázové číslo zprávy má špatnou délku.</source>
         <translation>Le nonce du message a une longueur incorrecte.</translation>
+    </message>
+    <message>
+        <source>Jméno nebo cesta je příliš dlouhá.</source>
+        <translation>Le nom ou le chemin est trop long.</translation>
+    </message>
+    <message>
+        <source>Jméno serveru síť nezná. Zkontroluj adresu a připojení k síti.</source>
+        <translation>Le réseau ne connaît pas le nom du serveur. Vérifie l’adresse et la connexion au réseau.</translation>
+    </message>
+    <message>
+        <source>Jméno už je obsazené.</source>
+        <translation>Ce nom est déjà pris.</translation>
+    </message>
+    <message>
+        <source>K serveru nevede cesta. Zkontroluj připojení k síti.</source>
+        <translation>Aucun chemin ne mène au serveur. Vérifie la connexion au réseau.</translation>
     </message>
     <message>
         <source>Kalendář</source>
@@ -234,6 +286,18 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>S’endort sur batterie — il ne reste éveillé que sur secteur</translation>
+    </message>
+    <message>
+        <source>Na disku není místo.</source>
+        <translation>Il n’y a plus de place sur le disque.</translation>
+    </message>
+    <message>
+        <source>Na tomto počítači taková služba neběží.</source>
+        <translation>Aucun service de ce genre ne tourne sur cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>Na této cestě je složka.</source>
+        <translation>Ce chemin mène à un dossier.</translation>
     </message>
     <message>
         <source>Nahrát vlastní zkratku</source>
@@ -404,6 +468,10 @@
         <translation>Le code d’authentification du message a une longueur incorrecte.</translation>
     </message>
     <message>
+        <source>Platnost certifikátu serveru skončila. Zkontroluj hodiny počítače, nebo na serveru certifikát obnov.</source>
+        <translation>Le certificat du serveur a expiré. Vérifie l’horloge de l’ordinateur, ou renouvelle le certificat sur le serveur.</translation>
+    </message>
+    <message>
         <source>Po chvíli nečinnosti usne a přestane být dostupný</source>
         <translation>S’endort après un moment d’inactivité et n’est alors plus joignable</translation>
     </message>
@@ -500,6 +568,10 @@
         <translation>L’ordinateur n’a pas pu être gardé éveillé : %1</translation>
     </message>
     <message>
+        <source>Počítači došla paměť nebo už nemůže mít víc otevřených souborů a procesů.</source>
+        <translation>L’ordinateur n’a plus assez de mémoire, de fichiers ouverts ou de processus.</translation>
+    </message>
+    <message>
         <source>Pracuje</source>
         <translation>Travaille</translation>
     </message>
@@ -518,6 +590,10 @@
     <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
         <translation>L’autre côté a envoyé une présentation que je ne comprends pas.</translation>
+    </message>
+    <message>
+        <source>Právě to používá jiný program.</source>
+        <translation>Un autre programme l’utilise en ce moment.</translation>
     </message>
     <message>
         <source>Prázdné zadání.</source>
@@ -580,8 +656,8 @@
         <translation>Ajoutée sur le Mac</translation>
     </message>
     <message>
-        <source>Přihlašovací služba systému to nezařídila (%1).</source>
-        <translation>Le service de session du système ne l’a pas fait (%1).</translation>
+        <source>Přihlašovací služba systému to nezařídila: %1</source>
+        <translation>Le service de session du système ne l’a pas fait : %1</translation>
     </message>
     <message>
         <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
@@ -648,12 +724,24 @@
         <translation>Le serveur a refusé le WebSocket (HTTP %1).</translation>
     </message>
     <message>
+        <source>Server odpověděl nesrozumitelně.</source>
+        <translation>La réponse du serveur est incompréhensible.</translation>
+    </message>
+    <message>
         <source>Server se neozval včas.</source>
         <translation>Le serveur n’a pas répondu à temps.</translation>
     </message>
     <message>
+        <source>Server spojení odmítl. Nejspíš neběží, nebo má jiný port, než je v adrese.</source>
+        <translation>Le serveur a refusé la connexion. Il ne tourne sans doute pas, ou son port n’est pas celui de l’adresse.</translation>
+    </message>
+    <message>
         <source>Server ukončil spojení (kód %1).</source>
         <translation>Le serveur a mis fin à la connexion (code %1).</translation>
+    </message>
+    <message>
+        <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
+        <translation>La liste des autorités auxquelles cet ordinateur fait confiance est illisible.</translation>
     </message>
     <message>
         <source>Skončilo chybou</source>
@@ -666,6 +754,22 @@
     <message>
         <source>Složka %1 už není povolená.</source>
         <translation>Le dossier %1 n’est plus autorisé.</translation>
+    </message>
+    <message>
+        <source>Služba počítače se neozvala včas.</source>
+        <translation>Le service de l’ordinateur n’a pas répondu à temps.</translation>
+    </message>
+    <message>
+        <source>Soubor je příliš velký.</source>
+        <translation>Le fichier est trop volumineux.</translation>
+    </message>
+    <message>
+        <source>Soubor nebo složka neexistuje.</source>
+        <translation>Le fichier ou le dossier n’existe pas.</translation>
+    </message>
+    <message>
+        <source>Soubor není program pro tento počítač.</source>
+        <translation>Le fichier n’est pas un programme pour cet ordinateur.</translation>
     </message>
     <message>
         <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
@@ -708,6 +812,10 @@
         <translation>Connexion interrompue — %1</translation>
     </message>
     <message>
+        <source>Spojení se přerušilo.</source>
+        <translation>La connexion a été coupée.</translation>
+    </message>
+    <message>
         <source>Spouští příkazy v povolených složkách a umí spustit jakýkoli kód</source>
         <translation>Exécute des commandes dans les dossiers autorisés et peut exécuter n’importe quel code</translation>
     </message>
@@ -744,8 +852,16 @@
         <translation>L’adresse du relais ne mène qu’à cet ordinateur. Aucun autre appareil ne peut s’y connecter.</translation>
     </message>
     <message>
+        <source>Systém ohlásil chybu, kterou neznám.</source>
+        <translation>Le système a signalé une erreur que je ne connais pas.</translation>
+    </message>
+    <message>
         <source>Tahle verze to ještě neumí.</source>
         <translation>Cette version ne sait pas encore le faire.</translation>
+    </message>
+    <message>
+        <source>Takovou cestu nejde použít.</source>
+        <translation>Un tel chemin n’est pas utilisable.</translation>
     </message>
     <message>
         <source>Telefon</source>
@@ -778,6 +894,10 @@
     <message>
         <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
         <translation>Le téléphone ne verra plus ce Mac. Pour qu’il le revoie, il faudra l’associer de nouveau.</translation>
+    </message>
+    <message>
+        <source>Tento systém nebo disk to neumí.</source>
+        <translation>Ce système ou ce disque ne sait pas le faire.</translation>
     </message>
     <message>
         <source>Tento úkol ještě nemá relaci, ve které by šlo pokračovat.</source>
@@ -900,6 +1020,10 @@
         <translation>Recherche sur le web</translation>
     </message>
     <message>
+        <source>Vyhrazené místo na disku je vyčerpané.</source>
+        <translation>Le quota sur le disque est épuisé.</translation>
+    </message>
+    <message>
         <source>Vymazat</source>
         <translation>Effacer</translation>
     </message>
@@ -918,6 +1042,10 @@
     <message>
         <source>Výchozí volba se synchronizuje z hlavního iPhonu.</source>
         <translation>Le choix par défaut est synchronisé depuis l’iPhone principal.</translation>
+    </message>
+    <message>
+        <source>Zadání je pro program příliš dlouhé.</source>
+        <translation>La demande est trop longue pour le programme.</translation>
     </message>
     <message>
         <source>Zakládám pár…</source>
@@ -1148,12 +1276,20 @@
         <translation>En attente des clés de cet ordinateur…</translation>
     </message>
     <message>
+        <source>Část cesty není složka.</source>
+        <translation>Une partie du chemin n’est pas un dossier.</translation>
+    </message>
+    <message>
         <source>Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude opakovat, někdo poslouchá.</source>
         <translation>Les nombres différaient. J’ai annulé l’association et rien enregistré. Réessaie ; si cela se répète, quelqu’un écoute.</translation>
     </message>
     <message>
         <source>číslo</source>
         <translation>nombre</translation>
+    </message>
+    <message>
+        <source>Šifrované spojení se serverem se nepodařilo navázat. Pokud server na tomto portu nešifruje, jeho adresa začíná http://, ne https://.</source>
+        <translation>Aucune connexion chiffrée n’a pu être établie avec le serveur. Si le serveur ne chiffre pas sur ce port, son adresse commence par http://, pas par https://.</translation>
     </message>
     <message>
         <source>Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu vůbec nenabídnou.</source>

@@ -214,8 +214,8 @@ TEST_F(ObeyedFilesTest, TheChecksThatStoodBeforeSpeakFirst) {
     EXPECT_EQ(write("out/.git/config"), Chyba{Chyba::MimoPovolene{"config"}}.popis());
     EXPECT_EQ(write(".config/gh/hosts.yml"), Chyba{Chyba::ZakazanaCesta{"/.config/gh"}}.popis());
     EXPECT_EQ(write(".npmrc"), Chyba{Chyba::ZakazanaCesta{"/.npmrc"}}.popis());
-    EXPECT_EQ(write(std::string(".git\0", 5)), "Zápis selhal: Invalid argument");
-    EXPECT_EQ(write(".git/" + std::string(300, 'x')), "Zápis selhal: File name too long");
+    EXPECT_EQ(write(std::string(".git\0", 5)), "Zápis selhal: Takovou cestu nejde použít.");
+    EXPECT_EQ(write(".git/" + std::string(300, 'x')), "Zápis selhal: Jméno nebo cesta je příliš dlouhá.");
     EXPECT_EQ(tree.content("home/Projects/.git/config"), "old");
 }
 
@@ -255,7 +255,7 @@ TEST_F(ObeyedFilesTest, TheWayIsJudgedAsItsLinksResolve) {
 TEST_F(ObeyedFilesTest, ANameThatNoDiskHoldsIsNotCompared) {
     std::string name = "none/.git";
     for (int i = 0; i < 1'000'000; ++i) name += "\u0301";
-    EXPECT_EQ(write(name), "Zápis selhal: File name too long");
+    EXPECT_EQ(write(name), "Zápis selhal: Jméno nebo cesta je příliš dlouhá.");
 }
 
 TEST_F(ObeyedFilesTest, TheDocumentNamesThemAll) {

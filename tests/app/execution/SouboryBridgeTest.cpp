@@ -154,14 +154,14 @@ TEST_F(SouboryBridgeTest, WritingNeverChangesWhatExists) {
     EXPECT_EQ(tree.content("home/Projects/a"), "old");
 }
 
-TEST_F(SouboryBridgeTest, AWriteThatFailsGivesTheSystemsWords) {
+TEST_F(SouboryBridgeTest, AWriteThatFailsGivesTheReason) {
     tree.file("home/Projects/a", "old");
-    EXPECT_EQ(write("a/b", "x"), "Zápis selhal: Not a directory");
-    EXPECT_EQ(write(std::string("b\0c", 3), "x"), "Zápis selhal: Invalid argument");
-    EXPECT_EQ(write(std::string(300, 'x'), "x"), "Zápis selhal: File name too long");
+    EXPECT_EQ(write("a/b", "x"), "Zápis selhal: Část cesty není složka.");
+    EXPECT_EQ(write(std::string("b\0c", 3), "x"), "Zápis selhal: Takovou cestu nejde použít.");
+    EXPECT_EQ(write(std::string(300, 'x'), "x"), "Zápis selhal: Jméno nebo cesta je příliš dlouhá.");
     EXPECT_FALSE(tree.exists("home/Projects/b"));
     std::filesystem::remove_all(tree.path("home/Projects"));
-    EXPECT_EQ(write("c", "x"), "Zápis selhal: No such file or directory");
+    EXPECT_EQ(write("c", "x"), "Zápis selhal: Soubor nebo složka neexistuje.");
 }
 
 TEST_F(SouboryBridgeTest, ALinkInTheAllowedFolderToProcessRootsLeadsOut) {

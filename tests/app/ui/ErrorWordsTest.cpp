@@ -5,6 +5,7 @@
 #include "app/ui/LanguageTable.h"
 #include "app/ui/Localized.h"
 #include "foundation/OneShot.h"
+#include "foundation/SystemTrouble.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared-apple/KeychainChyba.h"
 #include "shared-apple/MessageTooLong.h"
@@ -89,6 +90,8 @@ const std::vector<Words>& everyError() {
          wordsOfEach<SirokaSlozka::Dosah>([](SirokaSlozka::Dosah dosah) { return SirokaSlozka{"", dosah}; })},
         {"app/keychain/KeychainError.h", {filled<KeychainError>().popis()}},
         {"foundation/OneShot.h", {Abandoned{}.popis()}},
+        {"foundation/SystemError.h",
+         wordsOfEach<SystemTrouble>([](SystemTrouble trouble) { return TextError{popis(trouble)}; })},
         {"platform/ports/UserDefaults.h", {ChangedMeanwhile{}.popis()}},
         {"shared-apple/KeychainChyba.h",
          {KeychainChyba{5, "čtení identita", {}}.popis(), KeychainChyba{5, "zápis identita", {}}.popis(),
@@ -112,8 +115,7 @@ const std::set<std::string> withoutWordsHere{
     "app/execution/SouboryChyba.h",  // told by the phone
     "app/execution/TerminalChyba.h", // told by the phone
     "app/personal/NoteError.h",      // told by the phone
-    "foundation/SystemError.h",      // the system's words
-    "platform/ports/NetworkError.h", // the platform's words
+    "platform/ports/NetworkError.h", // those of a SystemTrouble, or of whoever made it
     "shared-apple/RelayParovani.h",  // the relay's words
     "shared/base/Error.h",           // words of whoever made it
 };

@@ -71,11 +71,11 @@ TEST(InodeBookmarks, OnlyAFolderHasABookmark) {
     auto file = (folder.path() / "file").string();
     std::ofstream(file) << "x";
     auto text = [&](const std::string& path) { return bookmarks.create(path).error().popis(); };
-    EXPECT_EQ(text(file), "Not a directory");
-    EXPECT_EQ(text(file + "-none"), "No such file or directory");
-    EXPECT_EQ(text("relative"), "Invalid argument");
-    EXPECT_EQ(text(folder.path().string() + std::string("\0x", 2)), "Invalid argument");
-    EXPECT_EQ(text(folder.path().string() + "/\xff"), "Invalid or incomplete multibyte or wide character");
+    EXPECT_EQ(text(file), "Část cesty není složka.");
+    EXPECT_EQ(text(file + "-none"), "Soubor nebo složka neexistuje.");
+    EXPECT_EQ(text("relative"), "Takovou cestu nejde použít.");
+    EXPECT_EQ(text(folder.path().string() + std::string("\0x", 2)), "Takovou cestu nejde použít.");
+    EXPECT_EQ(text(folder.path().string() + "/\xff"), "Takovou cestu nejde použít.");
 }
 
 TEST(InodeBookmarks, DamagedBytesLeadNowhere) {

@@ -1,3 +1,5 @@
+#include "foundation/SystemTrouble.h"
+#include "tests/platform/net/GivenAuthority.h"
 #include "tests/platform/net/WebSocketTest.h"
 #include "tests/support/TestAuthority.h"
 
@@ -112,7 +114,7 @@ TEST_F(WebSocketOpening, AnAnswerThatProvesNothingIsRefused) {
 
 TEST_F(WebSocketOpening, GarbageIsAFailure) {
     TestServer server(answer("220 mail.example ESMTP\r\n\r\n"));
-    EXPECT_NE(connectFailure("ws://" + server.authority()), "");
+    EXPECT_EQ(connectFailure("ws://" + server.authority()), popis(SystemTrouble::badAnswer));
 }
 
 TEST_F(WebSocketOpening, AnEndlessAnswerIsAFailure) {
@@ -126,7 +128,7 @@ TEST_F(WebSocketOpening, AnEndlessAnswerIsAFailure) {
 
 TEST_F(WebSocketOpening, AServerThatHangsUpIsAFailure) {
     TestServer server([](TestServer::Socket& socket) { readRequest(socket); });
-    EXPECT_NE(connectFailure("ws://" + server.authority()), "");
+    EXPECT_EQ(connectFailure("ws://" + server.authority()), popis(SystemTrouble::cutOff));
 }
 
 TEST_F(WebSocketOpening, AServerThatNeverAnswersIsGivenUpAtTheLimit) {
@@ -151,13 +153,13 @@ TEST_F(WebSocketOpening, ARefusedConnectionIsAFailure) {
         TestServer gone(echo);
         authority = gone.authority();
     }
-    EXPECT_NE(connectFailure("ws://" + authority), "");
+    EXPECT_EQ(connectFailure("ws://" + authority), popis(SystemTrouble::refused));
 }
 
 TEST_F(WebSocketOpening, ABadAddressAndAnUnknownHostAreFailures) {
-    EXPECT_NE(connectFailure("http://127.0.0.1/"), "");
-    EXPECT_NE(connectFailure("ws://user@127.0.0.1/"), "");
-    EXPECT_NE(connectFailure("ws://relay.invalid/"), "");
+    EXPECT_EQ(connectFailure("http://127.0.0.1/"), popis(SystemTrouble::badAddress));
+    EXPECT_EQ(connectFailure("ws://user@127.0.0.1/"), popis(SystemTrouble::badAddress));
+    EXPECT_EQ(connectFailure("ws://relay.invalid/"), popis(SystemTrouble::unknownName));
 }
 
 TEST_F(WebSocketOpening, AStopEndsTheAttemptAtOnce) {
@@ -205,27 +207,58 @@ TEST_F(WebSocketOpening, ACertificateOfAnUnknownAuthorityIsRefused) {
     TestAuthority other;
     trust(trusted);
     TestServer server(greetOverTls(other.issue("DNS:localhost")));
-    EXPECT_TRUE(connectFailure("wss://" + server.authority("localhost")).contains("certificate"));
+    EXPECT_EQ(connectFailure("wss://" + server.authority("localhost")),
+              popis(SystemTrouble::certificateUntrusted));
 }
 
 TEST_F(WebSocketOpening, ACertificateForAnotherHostIsRefused) {
     TestAuthority authority;
     trust(authority);
     TestServer named(greetOverTls(authority.issue("DNS:relay.example")));
-    EXPECT_TRUE(connectFailure("wss://" + named.authority("localhost")).contains("hostname mismatch"));
+    EXPECT_EQ(connectFailure("wss://" + named.authority("localhost")),
+              popis(SystemTrouble::certificateOtherName));
     TestServer local(greetOverTls(authority.issue("DNS:localhost")));
-    EXPECT_TRUE(connectFailure("wss://" + local.authority("127.0.0.1")).contains("IP address mismatch"));
+    EXPECT_EQ(connectFailure("wss://" + local.authority("127.0.0.1")),
+              popis(SystemTrouble::certificateOtherName));
+}
+
+TEST_F(WebSocketOpening, ACertificateThatNobodyElseSignedIsRefused) {
+    TestServer server(greetOverTls(TestAuthority::issueToItself("DNS:localhost")));
+    EXPECT_EQ(connectFailure("wss://" + server.authority("localhost")),
+              popis(SystemTrouble::certificateUntrusted));
+}
+
+TEST_F(WebSocketOpening, ACertificateOfAnotherTimeIsRefused) {
+    TestAuthority authority;
+    trust(authority);
+    TestServer past(greetOverTls(authority.issue("DNS:localhost", {-48h, -1h})));
+    EXPECT_EQ(connectFailure("wss://" + past.authority("localhost")),
+              popis(SystemTrouble::certificateExpired));
+    TestServer future(greetOverTls(authority.issue("DNS:localhost", {1h, 48h})));
+    EXPECT_EQ(connectFailure("wss://" + future.authority("localhost")),
+              popis(SystemTrouble::certificateNotYetValid));
+}
+
+TEST_F(WebSocketOpening, AnAuthorityThatTheSystemIsToldOfIsTrusted) {
+    TestAuthority authority;
+    TestServer server(greetOverTls(authority.issue("DNS:localhost")));
+    const GivenAuthority given(authority.certificate());
+    EXPECT_EQ(greetingFrom("wss://" + server.authority("localhost")), "name asked for: localhost");
 }
 
 TEST_F(WebSocketOpening, TheSystemsAuthoritiesDoNotKnowATestsOne) {
     TestAuthority authority;
     TestServer server(greetOverTls(authority.issue("DNS:localhost")));
-    EXPECT_TRUE(connectFailure("wss://" + server.authority("localhost")).contains("certificate"));
+    EXPECT_EQ(connectFailure("wss://" + server.authority("localhost")),
+              popis(SystemTrouble::certificateUntrusted));
 }
 
 TEST_F(WebSocketOpening, AServerWithoutTlsIsNotTalkedToOverWss) {
-    TestServer server(echo);
-    EXPECT_NE(connectFailure("wss://" + server.authority()), "");
+    TestServer plain([](TestServer::Socket& socket) {
+        asio::write(socket, asio::buffer(std::string("HTTP/1.1 400 Bad Request\r\n\r\n")));
+        readToTheEnd(socket);
+    });
+    EXPECT_EQ(connectFailure("wss://" + plain.authority()), popis(SystemTrouble::tlsRefused));
 }
 
 TEST_F(WebSocketOpening, OldTlsIsRefused) {
@@ -240,7 +273,7 @@ TEST_F(WebSocketOpening, OldTlsIsRefused) {
         stream.handshake(asio::ssl::stream_base::server);
         ADD_FAILURE() << "TLS 1.1 was spoken";
     });
-    EXPECT_NE(connectFailure("wss://" + server.authority("localhost")), "");
+    EXPECT_EQ(connectFailure("wss://" + server.authority("localhost")), popis(SystemTrouble::tlsRefused));
 }
 
 } // namespace

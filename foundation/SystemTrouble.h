@@ -1,0 +1,54 @@
+#pragma once
+
+#include <string>
+
+namespace morvex {
+
+/// What kept the system, the network or a server from doing what was asked of it, told apart as far as a
+/// person would do something different about it. The one table of its words, whoever meets it.
+enum class SystemTrouble {
+    notFound,
+    notFolder,
+    isFolder,
+    exists,
+    notAllowed,
+    readOnly,
+    diskFull,
+    quotaUsed,
+    tooLarge,
+    linkNotFollowed,
+    nameTooLong,
+    badPath,
+    leadsElsewhere,
+    inUse,
+    exhausted,
+    deviceFailed,
+    notSupported,
+    notExecutable,
+    callTooLong,
+    serviceMissing,
+    serviceSilent,
+    badAddress,
+    unknownName,
+    unreachable,
+    refused,
+    timedOut,
+    cutOff,
+    badAnswer,
+    tlsRefused,
+    certificateUntrusted,
+    certificateExpired,
+    certificateNotYetValid,
+    certificateOtherName,
+    certificateInvalid,
+    authoritiesUnreadable,
+    other,
+};
+
+/// A Czech sentence, with the remedy where there is one.
+std::string popis(SystemTrouble trouble);
+
+/// Of an errno, of a file or of a socket.
+SystemTrouble troubleOf(int code);
+
+} // namespace morvex
