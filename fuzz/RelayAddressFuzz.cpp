@@ -5,9 +5,14 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The relay address of a QR code or of the settings.
+/// The relay address of a QR code or of the settings, and one that a person typed.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
+    auto entered = RelayAddress::entered(asText({data, size}));
+    const auto* refused = entered ? nullptr : entered.error().as<RelayAddressRefused>();
+    vyzaduj(entered || refused, "an address was refused without a reason");
+    if (refused && !refused->corrected.empty())
+        vyzaduj(RelayAddress::entered(refused->corrected).has_value(), "a correction that is refused too");
     auto address = RelayAddress::parse(asText({data, size}));
     if (!address) return 0;
     auto socket = address->socket();

@@ -1,9 +1,13 @@
 #include "shared-apple/RelayAddress.h"
 
+#include "foundation/Text.h"
+#include "shared/base/Ascii.h"
 #include "shared/wire/ProtocolVersion.h"
 #include "shared/wire/RelayCalls.h"
 
 #include <boost/url.hpp>
+
+#include <algorithm>
 
 namespace morvex {
 
@@ -20,7 +24,61 @@ boost::urls::url below(const std::string& base, std::string_view path) {
     return url;
 }
 
+using Scheme = boost::urls::scheme;
+
+bool isUsable(const boost::urls::url_view& url) {
+    const auto scheme = url.scheme_id();
+    const std::string host(url.encoded_host());
+    const bool hasPort = !url.has_port() || url.port_number() != 0;
+    return (scheme == Scheme::http || scheme == Scheme::https) && !url.has_userinfo() && hasPort &&
+           std::ranges::all_of(host, [](char letter) {
+               return isAsciiLetterOrDigit(letter) || std::string_view("-._~[]:").contains(letter);
+           });
+}
+
+/// The relay of this computer speaks without TLS unless it is given a certificate.
+bool isThisComputer(const boost::urls::url_view& url) {
+    if (url.host_type() == boost::urls::host_type::ipv4) return url.host_ipv4_address().is_loopback();
+    if (url.host_type() == boost::urls::host_type::ipv6) return url.host_ipv6_address().is_loopback();
+    return fold(std::string(url.encoded_host())) == "localhost";
+}
+
+/// "relay.example:8787" begins with no scheme, though the rule for one would allow it.
+std::size_t lengthOfScheme(std::string_view typed) {
+    const auto end = typed.find_first_of(":/");
+    if (end == std::string_view::npos) return 0;
+    const auto name = fold(typed.substr(0, end));
+    const bool isKnown = name == "http" || name == "https";
+    return isKnown || typed.substr(end).starts_with(":/") ? end + 1 : 0;
+}
+
+/// The host and what follows it with the scheme that it needs; empty when that is no address either.
+std::string corrected(std::string_view typed) {
+    typed.remove_prefix(lengthOfScheme(typed));
+    typed.remove_prefix(std::min(typed.find_first_not_of('/'), typed.size()));
+    for (const std::string scheme : {"https://", "http://"}) {
+        const auto text = scheme + std::string(typed);
+        if (!RelayAddress::parse(text)) return {};
+        const auto url = boost::urls::parse_uri_reference(text).value();
+        if (!isUsable(url)) return {};
+        if (scheme == "http://" || !isThisComputer(url)) return text;
+    }
+    return {};
+}
+
 } // namespace
+
+std::string RelayAddressRefused::popis() const {
+    if (corrected.empty()) return RelayAddress::nonsense;
+    return "Adresa relaye začíná https:// nebo http://. Napiš „" + corrected + "“.";
+}
+
+Result<RelayAddress> RelayAddress::entered(std::string_view typed) {
+    const auto text = trim(typed);
+    auto address = parse(text);
+    if (address && isUsable(boost::urls::parse_uri_reference(text).value())) return *std::move(address);
+    return fail(RelayAddressRefused{corrected(text)});
+}
 
 std::optional<RelayAddress> RelayAddress::parse(std::string_view text) {
     auto parsed = boost::urls::parse_uri_reference(text);

@@ -345,6 +345,12 @@ void Companion::setRelayAdresa(const std::string& adresa) {
     services_.defaults.set(relayAddressKey, adresa);
 }
 
+Result<void> Companion::zvolitRelay(const std::string& adresa) {
+    TRY(const auto, zvolena, RelayAddress::entered(adresa));
+    setRelayAdresa(zvolena.text());
+    return {};
+}
+
 Task<ToolOutcome> Companion::stavNastroj(ToolCall) {
     co_return ToolOutcome::done(report_.forTool(nastroje_.nabizeneNastroje()));
 }

@@ -73,6 +73,8 @@ class Companion {
 
     /// Kept in the user defaults on every changing write.
     void setRelayAdresa(const std::string& adresa);
+    /// What a person typed. Fails with `RelayAddressRefused`, and what was set stays.
+    Result<void> zvolitRelay(const std::string& adresa);
 
     /// For reading and watching; this object and its parts alone write.
     [[nodiscard]] CompanionState& stav() { return state_; }

@@ -37,7 +37,7 @@ void PairingFlow::zacitParovani() {
     if (!identita_) return services_.scope.spawn(nacistAZacit());
     ++generation_;
     auto address = RelayAddress::parse(state_.relayAdresa.value());
-    if (!address) return selhat(RelayAddress::isUnusable);
+    if (!address) return selhat(RelayAddress::nonsense);
     state_.telefonOdesel = false;
     state_.parovani = StavParovani{StavParovani::Zakladam{}};
     services_.scope.spawn(zalozit(*std::move(address), generation_));

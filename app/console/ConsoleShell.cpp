@@ -279,11 +279,9 @@ void ConsoleShell::continueTask(const std::string& number) {
 }
 
 void ConsoleShell::setRelay(const std::string& address) {
-    if (!RelayAddress::parse(address))
-        return output_.line(std::string(RelayAddress::isUnusable) + " Zůstává " +
-                            companion_.stav().relayAdresa.value());
-    companion_.setRelayAdresa(address);
-    output_.line("Relay: " + address);
+    const auto chosen = companion_.zvolitRelay(address);
+    const auto& kept = companion_.stav().relayAdresa.value();
+    output_.line(chosen ? "Relay: " + kept : chosen.error().popis() + " Zůstává " + kept);
 }
 
 void ConsoleShell::lookAgain() {

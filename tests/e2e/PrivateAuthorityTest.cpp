@@ -49,5 +49,15 @@ TEST_F(EndToEnd, AnAddressWithHttpsOfARelayWithoutTlsIsAnsweredWithTheRemedy) {
     mac->waitForLine("Párování: " + popis(SystemTrouble::tlsRefused));
 }
 
+TEST_F(EndToEnd, AnAddressWithoutItsSchemeIsAnsweredWithTheCorrectedOneAndNotKept) {
+    auto mac = startMac();
+    mac->type("relay " + relayAddress.substr(relayAddress.find("://") + 3));
+    mac->waitForLine("Adresa relaye začíná https:// nebo http://. Napiš „" + relayAddress + "“.");
+    mac->type("relay nesmysl nebo co");
+    mac->waitForLine("Adresa relaye nedává smysl.");
+    mac->type("stav");
+    mac->waitForLine("Relay: " + relayAddress);
+}
+
 } // namespace
 } // namespace morvex

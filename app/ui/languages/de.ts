@@ -44,6 +44,10 @@
         <translation>Die Adresse des Relay ergibt keinen Sinn.</translation>
     </message>
     <message>
+        <source>Adresa relaye začíná https:// nebo http://. Napiš „%1“.</source>
+        <translation>Die Adresse eines Relays beginnt mit https:// oder http://. Schreibe „%1“.</translation>
+    </message>
+    <message>
         <source>Adresa serveru není platná.</source>
         <translation>Die Adresse des Servers ist ungültig.</translation>
     </message>

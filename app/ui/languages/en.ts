@@ -44,6 +44,10 @@
         <translation>The relay address is not valid.</translation>
     </message>
     <message>
+        <source>Adresa relaye začíná https:// nebo http://. Napiš „%1“.</source>
+        <translation>The address of a relay begins with https:// or http://. Write “%1”.</translation>
+    </message>
+    <message>
         <source>Adresa serveru není platná.</source>
         <translation>The address of the server is not valid.</translation>
     </message>

@@ -44,6 +44,10 @@
         <translation>La dirección del relay no tiene sentido.</translation>
     </message>
     <message>
+        <source>Adresa relaye začíná https:// nebo http://. Napiš „%1“.</source>
+        <translation>La dirección de un relay empieza por https:// o http://. Escribe «%1».</translation>
+    </message>
+    <message>
         <source>Adresa serveru není platná.</source>
         <translation>La dirección del servidor no es válida.</translation>
     </message>

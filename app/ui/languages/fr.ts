@@ -44,6 +44,10 @@
         <translation>L’adresse du relais n’a pas de sens.</translation>
     </message>
     <message>
+        <source>Adresa relaye začíná https:// nebo http://. Napiš „%1“.</source>
+        <translation>L’adresse d’un relais commence par https:// ou http://. Écris « %1 ».</translation>
+    </message>
+    <message>
         <source>Adresa serveru není platná.</source>
         <translation>L’adresse du serveur n’est pas valable.</translation>
     </message>

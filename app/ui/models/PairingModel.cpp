@@ -93,7 +93,13 @@ QString PairingModel::relayAddress() const {
 }
 
 void PairingModel::setRelayAddress(const QString& address) {
-    companion_.setRelayAdresa(address.trimmed().toStdString());
+    const auto chosen = companion_.zvolitRelay(address.toStdString());
+    relayProblem_ = chosen ? std::string() : chosen.error().popis();
+    Q_EMIT changed();
+}
+
+QString PairingModel::relayProblem() const {
+    return localized(relayProblem_);
 }
 
 bool PairingModel::relayIsLocal() const {

@@ -24,6 +24,7 @@ class PairingModel final : public ViewModel {
     Q_PROPERTY(QString phoneLeft READ phoneLeft NOTIFY changed)
     Q_PROPERTY(QString failure READ failure NOTIFY changed)
     Q_PROPERTY(QString relayAddress READ relayAddress WRITE setRelayAddress NOTIFY changed)
+    Q_PROPERTY(QString relayProblem READ relayProblem NOTIFY changed)
     Q_PROPERTY(bool relayIsLocal READ relayIsLocal NOTIFY changed)
 
   public:
@@ -54,6 +55,8 @@ class PairingModel final : public ViewModel {
     [[nodiscard]] QString failure() const;
     [[nodiscard]] QString relayAddress() const;
     void setRelayAddress(const QString& address);
+    /// Why what was written last was not taken; empty when it was.
+    [[nodiscard]] QString relayProblem() const;
     /// No other device can reach the relay under this address.
     [[nodiscard]] bool relayIsLocal() const;
 
@@ -74,6 +77,7 @@ class PairingModel final : public ViewModel {
 
     Companion& companion_;
     Surroundings surroundings_;
+    std::string relayProblem_;
     QPropertyNotifier codeNotifier_;
 };
 

@@ -63,8 +63,8 @@ Karta {
                 kind: ActionButton.Kind.Main
                 text: qsTr("Zobrazit QR kód")
                 onClicked: {
-                    relay.commit();
-                    view.model.start();
+                    if (relay.commit())
+                        view.model.start();
                 }
             }
         }
@@ -162,8 +162,8 @@ Karta {
                 kind: ActionButton.Kind.Main
                 text: qsTr("Zkusit znovu")
                 onClicked: {
-                    otherRelay.commit();
-                    view.model.start();
+                    if (view.model.hasPhone || otherRelay.commit())
+                        view.model.start();
                 }
             }
 

@@ -7,13 +7,16 @@ ColumnLayout {
     id: relay
 
     required property PairingModel model
+    /// What stands in the field was not taken.
+    readonly property bool isRefused: model.relayProblem !== "" && entry.text.trim() !== model.relayAddress
 
     Layout.fillWidth: true
     spacing: Vzhled.smallGap
 
-    /// What was typed counts, also when the keyboard is still there.
-    function commit() {
+    /// What was typed counts, also when the keyboard is still there. False when it was not taken.
+    function commit(): bool {
         entry.commit();
+        return !isRefused;
     }
 
     TextEntry {
@@ -22,7 +25,16 @@ ColumnLayout {
         label: qsTr("Relay")
         hint: "https://relay.example.com"
         value: relay.model.relayAddress
+        problem: refusal.visible ? refusal.text : ""
         onEdited: text => relay.model.relayAddress = text
+    }
+
+    Note {
+        id: refusal
+
+        visible: relay.isRefused
+        trouble: true
+        text: relay.model.relayProblem
     }
 
     LocalRelayNote {

@@ -14,6 +14,19 @@ using namespace std::chrono_literals;
 
 class ConsoleShellTest : public ConsoleFixture {};
 
+TEST_F(ConsoleShellTest, AnAddressOfARelayThatCannotBeUsedIsToldAndNotKept) {
+    startShell();
+    using Told = std::vector<std::string>;
+    EXPECT_EQ(type("relay https://relay.example"), Told{"Relay: https://relay.example"});
+    const std::string kept = " Zůstává https://relay.example";
+    EXPECT_EQ(type("relay nesmysl a další"), Told{"Adresa relaye nedává smysl." + kept});
+    EXPECT_EQ(type("relay jiný.example"), Told{"Adresa relaye nedává smysl." + kept});
+    EXPECT_EQ(type("relay other.example:8787"),
+              Told{"Adresa relaye začíná https:// nebo http://. Napiš „https://other.example:8787“." + kept});
+    EXPECT_EQ(companion->stav().relayAdresa.value(), "https://relay.example");
+    EXPECT_EQ(defaults.text("relay.adresa"), "https://relay.example");
+}
+
 TEST_F(ConsoleShellTest, AnUnknownCommandIsToldAndABlankLineIsNot) {
     startShell();
     EXPECT_EQ(type("tanči"), std::vector<std::string>{"Neznámý příkaz „tanci“. Seznam ukáže „pomoc“."});

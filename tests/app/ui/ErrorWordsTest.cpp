@@ -9,6 +9,7 @@
 #include "platform/ports/UserDefaults.h"
 #include "shared-apple/KeychainChyba.h"
 #include "shared-apple/MessageTooLong.h"
+#include "shared-apple/RelayAddress.h"
 #include "shared/trust/CryptoError.h"
 #include "shared/trust/SecureChannel.h"
 #include "shared/wire/DecodeError.h"
@@ -97,6 +98,8 @@ const std::vector<Words>& everyError() {
          {KeychainChyba{5, "čtení identita", {}}.popis(), KeychainChyba{5, "zápis identita", {}}.popis(),
           KeychainChyba{5, "mazání identita", {}}.popis()}},
         {"shared-apple/MessageTooLong.h", {MessageTooLong{}.popis()}},
+        {"shared-apple/RelayAddress.h",
+         {RelayAddressRefused{}.popis(), RelayAddressRefused{Sample::text}.popis()}},
         {"shared/trust/CryptoError.h",
          wordsOfEach<CryptoFailure>([](CryptoFailure failure) { return CryptoError{failure}; })},
         {"shared/trust/SecureChannel.h",

@@ -124,6 +124,7 @@ const char* const sentences[] = {
     "Spojení přerušeno — Certifikát serveru nevydala autorita, které tento počítač věří. Certifikát vlastní "
     "autority ulož s příponou .crt do /usr/local/share/ca-certificates a spusť sudo update-ca-certificates.",
     "Historii úkolů se nepodařilo uložit: Disk je jen pro čtení.",
+    "Adresa relaye začíná https:// nebo http://. Napiš „https://relay.example.com“.",
     "Vlastní aplikace vrátila HTTP 500.",
     "Povolit akci na Macu",
     "Relay odmítl požadavek (429).",

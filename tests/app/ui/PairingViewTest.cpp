@@ -84,6 +84,35 @@ TEST_F(PairingViewTest, AnAddressThatWasTypedCountsWhenTheButtonIsPressed) {
     EXPECT_EQ(http.requests.back().url, "http://second.example/v1/pair/create");
 }
 
+TEST_F(PairingViewTest, AnAddressThatCannotBeUsedIsAnsweredWithTheCorrectedOneAndNotKept) {
+    start();
+    openUi();
+    const auto before = companion->stav().relayAdresa.value();
+    const auto* const nonsense = "Adresa relaye nedává smysl.";
+    const auto* const corrected =
+        "Adresa relaye začíná https:// nebo http://. Napiš „https://relay.example.com“.";
+    type("Relay", "relay.example.com");
+    press("Zobrazit QR kód");
+    EXPECT_TRUE(reads(corrected)) << texts();
+    EXPECT_EQ(companion->stav().relayAdresa.value(), before);
+    EXPECT_TRUE(http.requests.empty()) << "a relay that nobody meant was asked";
+    type("Relay", "a b");
+    press("Zobrazit QR kód");
+    EXPECT_TRUE(reads(nonsense)) << texts();
+    EXPECT_FALSE(reads(corrected));
+    type("Relay", before);
+    EXPECT_FALSE(reads(nonsense)) << "what stands there now is kept";
+    type("Relay", "https://relay.example.com");
+    press("Zobrazit QR kód");
+    EXPECT_FALSE(reads(nonsense));
+    EXPECT_EQ(http.requests.back().url, "https://relay.example.com/v1/pair/create");
+    showState({StavParovani::Chyba{"Relay neodpověděl."}});
+    type("Relay", "other.example.com");
+    press("Zkusit znovu");
+    EXPECT_TRUE(reads("Adresa relaye začíná https:// nebo http://.")) << texts();
+    EXPECT_EQ(http.requests.size(), 1U);
+}
+
 TEST_F(PairingViewTest, AnAddressThatWasTypedCountsWhenTheWindowOrTheProgramEnds) {
     start();
     openUi();
