@@ -2,6 +2,7 @@
 #include "app/console/ConsoleFolderPicker.h"
 #include "app/console/ConsoleShell.h"
 #include "app/console/LineReader.h"
+#include "app/ui/StartTrouble.h"
 #include "app/ui/TolvyCompanionApp.h"
 #include "foundation/ProgramLog.h"
 #include "foundation/ThreadExecutor.h"
@@ -128,6 +129,18 @@ struct System {
 
 enum class Face { window, console };
 
+/// Tells what keeps the program from starting, in a window too where there is a display.
+int giveUp(Face face, const std::string& words) {
+    std::fprintf(stderr, "%s\n", words.c_str());
+    if (face == Face::window) showStartTrouble(words);
+    return 1;
+}
+
+Result<LockFileInstance::Claim> claimData(LockFileInstance& instance, const Clock& clock) {
+    const ProgramLog log(STDERR_FILENO, clock);
+    return instance.claim();
+}
+
 /// The companion, and what runs on its behalf until it has ended.
 struct Running {
     /// `complain` tells a person who has left already.
@@ -219,15 +232,13 @@ int runWindow(System& system, LockFileInstance& instance, const Print& print) {
 
 int run(Face face, OrphanWatch& orphans) {
     auto clock = BoottimeClock::create();
-    if (!clock) {
-        std::fprintf(stderr, "Morvex nemá hodiny: %s\n", clock.error().popis().c_str());
-        return 1;
-    }
+    if (!clock) return giveUp(face, "Morvex nemá hodiny: " + clock.error().popis());
     LockFileInstance instance(XdgFolders().applicationSupport());
-    if (!instance.claim()) {
+    const auto claim = claimData(instance, **clock);
+    if (!claim) return giveUp(face, claim.error().popis());
+    if (*claim == LockFileInstance::Claim::heldByAnother) {
         if (face == Face::window && instance.callOther()) return 0;
-        std::fputs("Morvex už nad těmito daty běží.\n", stderr);
-        return 1;
+        return giveUp(face, "Morvex už nad těmito daty běží.");
     }
     // A reader that stops must not stop the program.
     LogQueue output(STDOUT_FILENO, {.longest = longestPrint, .lost = " řádků výpisu se ztratilo."});
@@ -236,21 +247,22 @@ int run(Face face, OrphanWatch& orphans) {
     return face == Face::window ? runWindow(system, instance, print) : runConsole(system, print);
 }
 
+/// With an application of the toolkit, so that there may be a window.
+int runWatched(Face face, Result<OrphanWatch>& orphans) {
+    if (orphans) return run(face, *orphans);
+    return giveUp(face, "Morvex nemůže hlídat programy, které spustí: " + orphans.error().popis());
+}
+
 int runWith(Face face, int argc, char** argv) {
     auto orphans = OrphanWatch::create();
-    if (!orphans) {
-        std::fprintf(stderr, "Morvex nemůže hlídat programy, které spustí: %s\n",
-                     orphans.error().popis().c_str());
-        return 1;
-    }
     if (face == Face::console) {
         QCoreApplication application(argc, argv);
-        return run(face, *orphans);
+        return runWatched(face, orphans);
     }
     QApplication application(argc, argv);
     // A few cards need no graphics card, and without one the program starts faster and stays smaller.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    return run(face, *orphans);
+    return runWatched(face, orphans);
 }
 
 } // namespace

@@ -45,7 +45,9 @@ Result<ExitCode> run(const Options& options, Terminal& terminal) {
     TRY(const auto, data, dataFolder(options));
 
     LockFileInstance instance(data);
-    if (!instance.claim())
+    auto claim = instance.claim();
+    if (!claim) return failWith(ExitCode::refused, claim.error().popis());
+    if (*claim == LockFileInstance::Claim::heldByAnother)
         return failWith(ExitCode::refused, "S daty v " + data.string() + " už pracuje jiný morvex-phone.");
     FileVault vault(data);
     KeychainStore store(vault, service);

@@ -1,8 +1,11 @@
 #include "platform/linux/LockFileInstance.h"
 
 #include "foundation/AtomicFile.h"
+#include "foundation/ProgramLog.h"
+#include "foundation/SystemError.h"
 
 #include <array>
+#include <cerrno>
 #include <fcntl.h>
 #include <string>
 #include <sys/file.h>
@@ -36,14 +39,23 @@ bool withAddress(const std::filesystem::path& folder, const FileDescriptor& sock
 
 } // namespace
 
-bool LockFileInstance::claim() {
-    if (lock_) return true;
-    if (!makePrivateFolders(folder_)) return false;
+Result<LockFileInstance::Claim> LockFileInstance::claim() {
+    if (lock_) return Claim::made;
+    if (auto made = makePrivateFolders(folder_); !made) return unusable(made.error());
     FileDescriptor file(
         ::open((folder_ / "lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
-    if (!file || ::flock(file.get(), LOCK_EX | LOCK_NB) != 0) return false;
+    if (!file) return unusable(SystemError{errno});
+    if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
+        if (errno == EWOULDBLOCK) return Claim::heldByAnother;
+        return unusable(SystemError{errno});
+    }
     lock_ = std::move(file);
-    return true;
+    return Claim::made;
+}
+
+std::unexpected<Error> LockFileInstance::unusable(const Error& why) const {
+    logCause("using the data folder", why);
+    return fail(TextError{"Složku s daty „" + folder_.string() + "“ nejde použít: " + why.popis()});
 }
 
 bool LockFileInstance::callOther() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/FileDescriptor.h"
+#include "shared/base/Error.h"
 
 #include <QSocketNotifier>
 
@@ -18,17 +19,21 @@ class LockFileInstance {
   public:
     explicit LockFileInstance(const std::filesystem::path& dataHome) : folder_(dataHome / "Morvex") {}
 
-    /// True when this process is the one; it stays the one until it ends. False when another process is, or
-    /// when the lock cannot be made.
-    bool claim();
+    enum class Claim { made, heldByAnother };
+
+    /// `made` when this process is the one; it stays the one until it ends. Fails with the trouble of the
+    /// folder, in words that name it, when the lock cannot be made.
+    Result<Claim> claim();
 
     /// Asks the process that is the one to show itself. False when it does not listen.
     bool callOther();
 
-    /// Listens for others, after a claim that came true.
+    /// Listens for others, after a claim that was made.
     void onCall(std::function<void()> called);
 
   private:
+    [[nodiscard]] std::unexpected<Error> unusable(const Error& why) const;
+
     std::filesystem::path folder_;
     FileDescriptor lock_;
     FileDescriptor socket_;

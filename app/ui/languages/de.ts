@@ -760,6 +760,10 @@
         <translation>Der Ordner %1 ist nicht mehr erlaubt.</translation>
     </message>
     <message>
+        <source>Složku s daty „%1“ nejde použít: %2</source>
+        <translation>Der Datenordner „%1“ ist nicht verwendbar: %2</translation>
+    </message>
+    <message>
         <source>Služba počítače se neozvala včas.</source>
         <translation>Der Dienst des Computers hat nicht rechtzeitig geantwortet.</translation>
     </message>

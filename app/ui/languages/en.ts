@@ -760,6 +760,10 @@
         <translation>The folder %1 is no longer allowed.</translation>
     </message>
     <message>
+        <source>Složku s daty „%1“ nejde použít: %2</source>
+        <translation>The data folder “%1” cannot be used: %2</translation>
+    </message>
+    <message>
         <source>Služba počítače se neozvala včas.</source>
         <translation>The service of the computer did not answer in time.</translation>
     </message>

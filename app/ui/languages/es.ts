@@ -760,6 +760,10 @@
         <translation>La carpeta %1 ya no está permitida.</translation>
     </message>
     <message>
+        <source>Složku s daty „%1“ nejde použít: %2</source>
+        <translation>La carpeta de datos «%1» no se puede usar: %2</translation>
+    </message>
+    <message>
         <source>Služba počítače se neozvala včas.</source>
         <translation>El servicio del ordenador no respondió a tiempo.</translation>
     </message>

@@ -760,6 +760,10 @@
         <translation>Le dossier %1 n’est plus autorisé.</translation>
     </message>
     <message>
+        <source>Složku s daty „%1“ nejde použít: %2</source>
+        <translation>Le dossier de données « %1 » n’est pas utilisable : %2</translation>
+    </message>
+    <message>
         <source>Služba počítače se neozvala včas.</source>
         <translation>Le service de l’ordinateur n’a pas répondu à temps.</translation>
     </message>

@@ -202,18 +202,6 @@ TEST_F(ConsoleShellTest, ACommandThatHasNothingToDoSaysSo) {
     EXPECT_TRUE(companion->stav().parovani.value().as<StavParovani::Necinne>());
 }
 
-TEST_F(ConsoleShellTest, ARelayThatMakesNoSenseIsNotKept) {
-    startShell();
-    for (const char* address : {"nesmysl", "relay.example.com:8787", "http://"})
-        EXPECT_EQ(type(std::string("relay ") + address),
-                  std::vector<std::string>{"Adresa relaye nedává smysl. Zůstává http://127.0.0.1:8787"})
-            << address;
-    EXPECT_EQ(companion->stav().relayAdresa.value(), "http://127.0.0.1:8787");
-    EXPECT_EQ(type("relay https://relay.example.com"),
-              std::vector<std::string>{"Relay: https://relay.example.com"});
-    EXPECT_EQ(companion->stav().relayAdresa.value(), "https://relay.example.com");
-}
-
 TEST(QrBlocks, DrawsACodeWithAQuietZone) {
     auto text = qrBlocks("ahoj");
     // Version 1 has 21 modules; with 4 on each side that is 29, two of them in a line.

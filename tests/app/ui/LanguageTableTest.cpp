@@ -125,6 +125,7 @@ const char* const sentences[] = {
     "autority ulož s příponou .crt do /usr/local/share/ca-certificates a spusť sudo update-ca-certificates.",
     "Historii úkolů se nepodařilo uložit: Disk je jen pro čtení.",
     "Adresa relaye začíná https:// nebo http://. Napiš „https://relay.example.com“.",
+    "Složku s daty „/home/jana/.local/share/Morvex“ nejde použít: Na disku není místo.",
     "Vlastní aplikace vrátila HTTP 500.",
     "Povolit akci na Macu",
     "Relay odmítl požadavek (429).",

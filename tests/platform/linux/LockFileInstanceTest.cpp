@@ -7,26 +7,36 @@
 
 #include <fstream>
 #include <memory>
+#include <string>
+#include <sys/fsuid.h>
+#include <unistd.h>
 
 namespace morvex {
 namespace {
+
+std::string claimOf(LockFileInstance& instance) {
+    const auto claim = instance.claim();
+    if (!claim) return claim.error().popis();
+    return *claim == LockFileInstance::Claim::made ? "made" : "held by another";
+}
 
 TEST(LockFileInstance, OnlyOneClaimsADataFolder) {
     TemporaryFolder folder;
     LockFileInstance first(folder.path());
     LockFileInstance second(folder.path());
-    EXPECT_TRUE(first.claim());
-    EXPECT_TRUE(first.claim());
-    EXPECT_FALSE(second.claim());
+    EXPECT_EQ(claimOf(first), "made");
+    EXPECT_EQ(claimOf(first), "made");
+    EXPECT_EQ(claimOf(second), "held by another");
 }
 
 TEST(LockFileInstance, AClaimEndsWithItsHolderAndNotWithTheFile) {
     TemporaryFolder folder;
     auto first = std::make_unique<LockFileInstance>(folder.path());
-    ASSERT_TRUE(first->claim());
+    ASSERT_EQ(claimOf(*first), "made");
     first.reset();
     EXPECT_TRUE(std::filesystem::exists(folder.path() / "Morvex" / "lock"));
-    EXPECT_TRUE(LockFileInstance(folder.path()).claim());
+    LockFileInstance second(folder.path());
+    EXPECT_EQ(claimOf(second), "made");
 }
 
 TEST(LockFileInstance, DataFoldersAreIndependent) {
@@ -34,14 +44,38 @@ TEST(LockFileInstance, DataFoldersAreIndependent) {
     TemporaryFolder other;
     LockFileInstance first(one.path());
     LockFileInstance second(other.path());
-    EXPECT_TRUE(first.claim());
-    EXPECT_TRUE(second.claim());
+    EXPECT_EQ(claimOf(first), "made");
+    EXPECT_EQ(claimOf(second), "made");
 }
 
-TEST(LockFileInstance, NobodyClaimsWhereTheLockCannotBeMade) {
+TEST(LockFileInstance, WhereTheLockCannotBeMadeItSaysWhy) {
     TemporaryFolder folder;
+    const auto unusable = [&](const std::string& why) {
+        return "Složku s daty „" + (folder.path() / "Morvex").string() + "“ nejde použít: " + why;
+    };
+    LockFileInstance instance(folder.path());
     std::ofstream(folder.path() / "Morvex") << "a file in place of the folder";
-    EXPECT_FALSE(LockFileInstance(folder.path()).claim());
+    EXPECT_EQ(claimOf(instance), unusable("Část cesty není složka."));
+    std::filesystem::remove(folder.path() / "Morvex");
+    std::filesystem::create_directories(folder.path() / "Morvex" / "lock");
+    EXPECT_EQ(claimOf(instance), unusable("Na této cestě je složka."));
+    std::filesystem::remove(folder.path() / "Morvex" / "lock");
+    std::filesystem::create_symlink("elsewhere", folder.path() / "Morvex" / "lock");
+    EXPECT_EQ(claimOf(instance), unusable("Cesta vede přes odkaz, který nejde sledovat."));
+    std::filesystem::remove(folder.path() / "Morvex" / "lock");
+    EXPECT_EQ(claimOf(instance), "made");
+}
+
+TEST(LockFileInstance, AFolderThatItMayNotWriteIntoIsNotTakenForAnotherProcess) {
+    TemporaryFolder folder;
+    std::filesystem::permissions(folder.path(), std::filesystem::perms(0555));
+    LockFileInstance instance(folder.path());
+    // Root may write anywhere, so this thread is nobody meanwhile.
+    ::setfsuid(65534);
+    const auto claim = claimOf(instance);
+    ::setfsuid(::geteuid());
+    EXPECT_EQ(claim, "Složku s daty „" + (folder.path() / "Morvex").string() +
+                         "“ nejde použít: Chybí k tomu oprávnění.");
 }
 
 TEST(LockFileInstance, TheOneIsCalledByALaterStart) {
@@ -56,10 +90,10 @@ TEST(LockFileInstance, TheOneIsCalledByALaterStart) {
     int calls = 0;
     LockFileInstance first(home);
     LockFileInstance second(home);
-    ASSERT_TRUE(first.claim());
+    ASSERT_EQ(claimOf(first), "made");
     EXPECT_FALSE(second.callOther()) << "nobody listens yet";
     first.onCall([&calls] { ++calls; });
-    ASSERT_FALSE(second.claim());
+    ASSERT_EQ(claimOf(second), "held by another");
     EXPECT_TRUE(second.callOther());
     QCoreApplication::processEvents();
     EXPECT_EQ(calls, 1);
@@ -68,12 +102,12 @@ TEST(LockFileInstance, TheOneIsCalledByALaterStart) {
 TEST(LockFileInstance, ASocketThatACrashLeftBehindDoesNotHinder) {
     TemporaryFolder folder;
     auto first = std::make_unique<LockFileInstance>(folder.path());
-    ASSERT_TRUE(first->claim());
+    ASSERT_EQ(claimOf(*first), "made");
     first->onCall([] {});
     first.reset();
     EXPECT_FALSE(LockFileInstance(folder.path()).callOther());
     LockFileInstance second(folder.path());
-    ASSERT_TRUE(second.claim());
+    ASSERT_EQ(claimOf(second), "made");
     second.onCall([] {});
     EXPECT_TRUE(LockFileInstance(folder.path()).callOther());
 }
