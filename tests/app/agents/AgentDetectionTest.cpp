@@ -87,6 +87,10 @@ TEST_F(AgentDetectionTest, CodexIsAskedForItsVersionAlone) {
 TEST_F(AgentDetectionTest, ClaudeCodeIsAskedForItsLoginToo) {
     EXPECT_EQ(detect("claude-code"), (AgentStatus{true, "agent 1.0", path("bin"), {}}));
     EXPECT_THAT(asked(), ElementsAre(ElementsAre("--version"), ElementsAre("auth", "status", "--json")));
+    const auto& environment = programs.programs.back().env;
+    EXPECT_EQ(environment.at("TERM"), "dumb") << "the login is asked for in the environment of a tool too";
+    EXPECT_EQ(environment.at("LANG"), "C");
+    EXPECT_TRUE(environment.at("PATH").starts_with(path("bin") + ":"));
 }
 
 TEST_F(AgentDetectionTest, TheVersionIsTheFirstLineThatSaysSomething) {

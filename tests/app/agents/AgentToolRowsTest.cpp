@@ -101,6 +101,15 @@ TEST_F(AgentToolRowsTest, ProgressGoesOutBeforeTheEndOfTheTaskHoweverSlowTheLink
     finish();
 }
 
+TEST_F(AgentToolRowsTest, TheLastStatusOfATaskIsOfAComputerThatIsFree) {
+    std::vector<std::pair<std::string, bool>> busy;
+    reports.whenSent = [&](const std::string& word) { busy.emplace_back(word, tools.uloha().has_value()); };
+    acceptRun();
+    finish();
+    EXPECT_THAT(busy, ElementsAre(std::pair{"task in_progress 1", true}, std::pair{"status", true},
+                                  std::pair{"task completed 2", true}, std::pair{"status", false}));
+}
+
 TEST_F(AgentToolRowsTest, AnAgentThatPrintsWithoutPauseLeavesOneSendAndABoundedWait) {
     acceptRun();
     reports.isHeld = true;

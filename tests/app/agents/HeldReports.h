@@ -4,6 +4,7 @@
 #include "foundation/OneShot.h"
 #include "shared/wire/Json.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -31,9 +32,11 @@ class HeldReports final : public AgentReports {
 
     bool isHeld = false;
     std::vector<std::string> sent;
+    std::function<void(const std::string& word)> whenSent = [](const auto&) {};
 
   private:
     Task<void> take(std::string word) {
+        whenSent(word);
         sent.push_back(std::move(word));
         if (!isHeld) co_return;
         auto gate = std::make_shared<OneShot<bool>>();

@@ -152,7 +152,7 @@ TEST_F(HistorieAgentuFileTest, OfALongerFileTheFiftyNewestTasksAreTaken) {
                                                     std::to_string(i), R"(,"stav":"hotovo")");
     write(text + "]");
     load();
-    EXPECT_EQ(historie->polozky().size(), HistorieAgentu::maximum);
+    EXPECT_EQ(historie->polozky().size(), 50U);
     EXPECT_EQ(historie->polozky().front().id.text(), "00000000-0000-4000-8000-000000000089");
 }
 

@@ -1,5 +1,6 @@
 #include "app/agents/HistorieAgentu.h"
 
+#include "shared/wire/Json.h"
 #include "tests/app/agents/HistoryFixture.h"
 
 #include <functional>
@@ -153,6 +154,16 @@ TEST_F(HistorieAgentuTest, EveryEndRaisesTheRevision) {
     }
 }
 
+TEST_F(HistorieAgentuTest, AGoodEndAndAnInterruptionTakeTheErrorAway) {
+    auto id = begin("codex", "1").workItemID;
+    historie->selhal(id, "Nejde to.");
+    historie->dokonci(id, "Hotovo.", {});
+    EXPECT_EQ(historie->ukol(id)->chyba, std::nullopt);
+    historie->selhal(id, "Nejde to.");
+    historie->preruseno(id);
+    EXPECT_EQ(historie->ukol(id)->chyba, std::nullopt);
+}
+
 TEST_F(HistorieAgentuTest, AnUnknownWorkItemIsIgnored) {
     auto before = begin("codex", "Oprav testy");
     int changes = 0;
@@ -228,7 +239,8 @@ TEST_F(HistorieAgentuTest, TheFiftyFirstTaskPushesOutTheOldest) {
     auto oldest = begin("codex", "0");
     auto second = begin("codex", "1");
     for (int i = 2; i <= 50; ++i) begin("codex", std::to_string(i));
-    EXPECT_EQ(historie->polozky().size(), HistorieAgentu::maximum);
+    EXPECT_EQ(historie->polozky().size(), 50U);
+    EXPECT_EQ(parseJson(written()).value().as_array().size(), 50U) << "the file holds no more either";
     EXPECT_EQ(historie->polozky().front().nazev, "50");
     EXPECT_FALSE(historie->ukol(oldest.workItemID));
     EXPECT_TRUE(historie->ukol(second.workItemID));
@@ -265,6 +277,8 @@ TEST_F(HistorieAgentuTest, AContinuationFindsItsTask) {
     EXPECT_EQ(historie->prijmiPokracovani({{}, "Claude", "PROJEKTY"}, "r")->id, newer.id);
     EXPECT_FALSE(historie->prijmiPokracovani({{}, "codex", "Projekty"}, "r"));
     EXPECT_FALSE(historie->prijmiPokracovani({{}, "jiný", {}}, "r"));
+    load();
+    EXPECT_EQ(historie->ukol(older.workItemID)->relace, "r1") << "it is on the disk";
 }
 
 TEST_F(HistorieAgentuTest, AContinuationFindsAFolderThatDiffersOnlyInDiacritics) {
