@@ -53,9 +53,9 @@ TEST_F(TerminalToolsTest, AnswersStatusOutputAndErrors) {
 TEST_F(TerminalToolsTest, ACommandRunsInTheFolderThatIsNamed) {
     picker.answers.push_back({tree.path("outside")});
     ASSERT_TRUE(executor.run(slozky->pridat()));
-    EXPECT_TRUE(call({{"program", "ls"}, {"folder", "outside"}}).ok);
+    ASSERT_TRUE(call({{"program", "ls"}, {"folder", "outside"}}).ok);
     EXPECT_EQ(commands().back().cwd, tree.path("outside"));
-    EXPECT_TRUE(call({{"program", "ls"}, {"folder", "PROJECTS"}}).ok);
+    ASSERT_TRUE(call({{"program", "ls"}, {"folder", "PROJECTS"}}).ok);
     EXPECT_EQ(commands().back().cwd, tree.path("home/Projects"));
 }
 
