@@ -2,8 +2,12 @@
 
 #include "foundation/archive/RecordsAhead.h"
 #include "shared/base/Date.h"
+#include "shared/base/Uuid.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <map>
 #include <vector>
 
 namespace morvex {
@@ -22,6 +26,24 @@ std::vector<Kept<Record>> newestFirst(const std::vector<Kept<Record>>& records, 
     sorted.reserve(order.size());
     for (const auto* kept : order) sorted.push_back(*kept);
     return sorted;
+}
+
+/// The records in the order of these; what is not among them stays behind them.
+template <class Record>
+std::vector<Kept<Record>> inOrderOf(const std::vector<Kept<Record>>& order,
+                                    const std::vector<Kept<Record>>& records) {
+    std::map<Uuid, std::size_t> ranks;
+    for (const auto& kept : order) ranks.emplace(kept.record->id, ranks.size());
+    std::vector<Kept<Record>> ordered(ranks.size());
+    std::vector<Kept<Record>> behind;
+    for (const auto& kept : records) {
+        const auto rank = ranks.find(kept.record->id);
+        const bool hasPlace = rank != ranks.end() && !ordered[rank->second].record;
+        (hasPlace ? ordered[rank->second] : behind.emplace_back()) = kept;
+    }
+    std::erase_if(ordered, [](const auto& kept) { return !kept.record; });
+    std::ranges::move(behind, std::back_inserter(ordered));
+    return ordered;
 }
 
 /// Copies of the records.

@@ -25,8 +25,7 @@ Task<bool> SouhrnyStore::prijmout(MorvexSummary summary) {
 }
 
 SaveQueue::Save SouhrnyStore::zacniUkladat() {
-    records_.reorder(newestFirst(records_.all(), &MorvexSummary::createdAt));
-    ukladane_ = records_.beginSave();
+    ukladane_ = newestFirst(records_.beginSave(), &MorvexSummary::createdAt);
     return {records_.bytes(),
             [this, records = ukladane_] { return soubor_.save({.summaries = {copied(records)}}); }};
 }
@@ -35,6 +34,8 @@ void SouhrnyStore::skonciUkladani(const Result<void>& saved) {
     const auto records = std::exchange(ukladane_, {});
     if (saved) {
         records_.saved();
+        // Not before: what is put back has its place back too.
+        records_.reorder(inOrderOf(records, records_.all()));
         summaries_ = copied(records);
     } else {
         records_.failed();
