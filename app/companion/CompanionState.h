@@ -38,7 +38,6 @@ inline constexpr const char* klicenkaZamcenaCele =
 inline constexpr const char* cekamNaKlice = "Čekám na klíče tohoto počítače…";
 inline constexpr const char* odemkniKlicenku =
     "Čekám na klíče tohoto počítače. Pokud se klíčenka ptá na heslo, odemkni ji.";
-inline constexpr const char* zkousimKlice = "Zkouším znovu získat klíče tohoto počítače.";
 inline constexpr const char* kliceVSouborech =
     "Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.";
 

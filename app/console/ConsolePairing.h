@@ -15,6 +15,9 @@ class ConsolePairing {
     enum class Pictures { none, codes };
     enum class Verdict { same, different };
 
+    /// While the vault is asked for the keys of this computer once more.
+    static constexpr const char* zkousimKlice = "Zkouším znovu získat klíče tohoto počítače.";
+
     /// With `codes` the output is a terminal that can show a QR code. Both others outlive this object.
     ConsolePairing(Companion& companion, const ConsoleOutput& output, Pictures pictures);
 

@@ -209,7 +209,7 @@ void ConsoleShell::printNextAttempt() const {
 
 void ConsoleShell::tryNow() {
     if (companion_.stav().klice.value().pripad != StavKlicu::Pripad::jsou) {
-        output_.line(zkousimKlice);
+        output_.line(ConsolePairing::zkousimKlice);
         return companion_.zkusitZnovu();
     }
     output_.line(companion_.stav().dalsiPokus.value() ? "Zkouším to hned." : "Na další pokus se nečeká.");

@@ -40,7 +40,7 @@ class FailingStore final : public IdentityStore {
     }
 
     int peerSaves = 0; ///< also those that fail
-    int loads = 0; ///< of the identity
+    int loads = 0;     ///< of the identity
     std::optional<Error> failLoad;
     std::optional<Error> failPeerLoad;
     std::optional<Error> failSave;

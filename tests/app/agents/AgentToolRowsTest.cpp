@@ -48,7 +48,6 @@ class AgentToolRowsTest : public AgentRunnerFixture {
     ScriptedUrlOpener opener;
     std::unique_ptr<HistorieAgentu> historie =
         HistorieAgentu::create(folder.path() / "data", {{saving, saving, clock}, random, opener});
-    std::vector<std::string> aliases{"work"};
     FixedFolders standard;
     std::vector<std::string> folders{path("work")};
     HeldReports reports;
@@ -56,7 +55,7 @@ class AgentToolRowsTest : public AgentRunnerFixture {
     AgentTools tools{runner,
                      *historie,
                      reports,
-                     {[this] { return aliases; },
+                     {[this] { return PovoleneSlozky(folders, standard).aliasy(); },
                       [this](const std::optional<std::string>& alias) {
                           return PovoleneSlozky(folders, standard).slozkaProAlias(alias);
                       },
@@ -66,7 +65,7 @@ class AgentToolRowsTest : public AgentRunnerFixture {
 };
 
 TEST_F(AgentToolRowsTest, WithoutAnAllowedFolderSayWhereToAddOne) {
-    aliases.clear();
+    folders.clear();
     for (const char* tool : {"mac.codex.run", "mac.claude.run"}) {
         auto outcome = call(tool, {{"instruction", "x"}});
         EXPECT_FALSE(outcome.ok);
@@ -242,7 +241,7 @@ TEST_F(AgentToolRowsTest, AtTheEndOfTheProgramOnlyACancelIsLeftForTheNextStart) 
         TaskScope ending(executor);
         AgentRunner agent({programs, clock, discovery, executor, executor}, ending.token());
         AgentTools own(agent, *historie, reports,
-                       {[this] { return aliases; },
+                       {[this] { return PovoleneSlozky(folders, standard).aliasy(); },
                         [this](const std::optional<std::string>&) { return std::optional(path("work")); },
                         [](std::string_view) { return true; }},
                        ending);

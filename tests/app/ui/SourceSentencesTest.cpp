@@ -27,6 +27,7 @@ const std::map<QString, const char*>& notForTheWindow() {
         {QStringLiteral("app/console/ConsoleFolders.cpp"), terminal},
         {QStringLiteral("app/console/ConsoleOutput.cpp"), terminal},
         {QStringLiteral("app/console/ConsolePairing.cpp"), terminal},
+        {QStringLiteral("app/console/ConsolePairing.h"), terminal},
         {QStringLiteral("app/console/ConsoleShell.cpp"), terminal},
         {QStringLiteral("app/console/TaskLines.cpp"), terminal},
         {QStringLiteral("app/execution/FileTools.cpp"), phone},
