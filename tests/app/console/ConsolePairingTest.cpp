@@ -61,9 +61,9 @@ TEST_F(ConsolePairingTest, WithoutKeysItAsksForThemAgain) {
     store.failLoad = TextError{"Trezor neodpovídá."};
     startShell();
     lines.clear();
-    EXPECT_EQ(type("parovat"), (std::vector<std::string>{"Zkouším znovu získat klíče tohoto počítače.",
-                                                         "Potíž: Trezor neodpovídá.",
-                                                         "Párování: Trezor neodpovídá."}));
+    EXPECT_EQ(type("parovat"),
+              (std::vector<std::string>{"Zkouším znovu získat klíče tohoto počítače.",
+                                        "Potíž: Trezor neodpovídá.", "Párování: Trezor neodpovídá."}));
 }
 
 TEST_F(ConsolePairingTest, WordsOfTheRelayCannotPassForLinesOfTheProgram) {
