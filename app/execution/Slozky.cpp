@@ -114,6 +114,11 @@ Task<bool> Slozky::zeptatSe(SirokaSlozka slozka) {
     co_return co_await odpoved->wait() == Odpoved::ano;
 }
 
+const std::optional<SirokaSlozka>& Slozky::otazka() const {
+    vyzadujHlavniVlakno();
+    return otazka_;
+}
+
 void Slozky::odpovedet(Odpoved odpoved) {
     vyzadujHlavniVlakno();
     if (!otazka_) return;

@@ -58,7 +58,7 @@ class Slozky {
     Task<void> pridat();
 
     /// The open question of `pridat`, until `odpovedet`.
-    [[nodiscard]] const std::optional<SirokaSlozka>& otazka() const { return otazka_; }
+    [[nodiscard]] const std::optional<SirokaSlozka>& otazka() const;
 
     enum class Odpoved { ano, ne };
 

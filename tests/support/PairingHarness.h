@@ -55,6 +55,21 @@ class PairingHarness : public CompanionHarness {
 
     PairingHello hello() { return Parovani::makeHello(phone.identity, phone.pair); }
 
+    /// The person says that the numbers are the same.
+    void agree() {
+        flow().potvrditCislo(number());
+        executor.runUntilIdle();
+    }
+
+    /// Up to an agreement whose save fails.
+    void agreeInVain() {
+        start();
+        beginPairing();
+        sendHello(hello());
+        store.failSave = TextError{"Trezor odmítl."};
+        agree();
+    }
+
     /// The number that the phone shows.
     std::string number() {
         const PairedPeer computer{

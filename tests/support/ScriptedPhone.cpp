@@ -31,6 +31,11 @@ void ScriptedPhone::logIn(bool phoneIsOnline) {
     deliver({RelayMessage::Authenticated{phoneIsOnline}});
 }
 
+void ScriptedPhone::refuseLogin(RelayFailure code, const std::string& detail) {
+    deliver({RelayMessage::Challenge{toBytes("nonce"), ProtocolVersion::current}});
+    deliver({RelayMessage::Failure{code, detail}});
+}
+
 void ScriptedPhone::exchangeHellos() {
     auto ephemeral = EphemeralPrivateKey::generate();
     auto mine = makeSessionHello(identity, ephemeral.publicKey(), pair);

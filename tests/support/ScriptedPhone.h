@@ -35,6 +35,8 @@ class ScriptedPhone {
 
     /// The relay's part of a login.
     void logIn(bool phoneIsOnline = true);
+    /// Instead, the relay refuses the login.
+    void refuseLogin(RelayFailure code, const std::string& detail);
     /// Answers the computer's hello; both have a session then.
     void exchangeHellos();
 

@@ -130,8 +130,7 @@ TEST_F(CompanionTest, ARefusedRemovalOfARevokedPeerIsTriedAgainAtTheNextRevocati
     start();
     EXPECT_TRUE(companion->stav().protejsek.value());
     phone.attach(socket, *mac);
-    phone.deliver({RelayMessage::Challenge{toBytes("nonce"), ProtocolVersion::current}});
-    phone.deliver({RelayMessage::Failure{RelayFailure::revoked, "Pryč."}});
+    phone.refuseLogin(RelayFailure::revoked, "Pryč.");
     executor.runUntilIdle();
     EXPECT_EQ(availability(), "Párování neplatí — Zařízení bylo odvoláno.");
     EXPECT_FALSE(companion->stav().protejsek.value());
@@ -140,8 +139,7 @@ TEST_F(CompanionTest, ARefusedRemovalOfARevokedPeerIsTriedAgainAtTheNextRevocati
 
 TEST_F(CompanionTest, ARevocationAtTheLoginForgetsThePeerAndIsTheLastWord) {
     auto socket = startPaired();
-    phone.deliver({RelayMessage::Challenge{toBytes("nonce"), ProtocolVersion::current}});
-    phone.deliver({RelayMessage::Failure{RelayFailure::revoked, "Pryč."}});
+    phone.refuseLogin(RelayFailure::revoked, "Pryč.");
     executor.runUntilIdle();
     EXPECT_EQ(availability(), "Párování neplatí — Zařízení bylo odvoláno.");
     EXPECT_FALSE(companion->stav().protejsek.value());
@@ -153,8 +151,7 @@ TEST_F(CompanionTest, ARevocationAtTheLoginForgetsThePeerAndIsTheLastWord) {
 
 TEST_F(CompanionTest, AnotherFailureAtTheLoginKeepsThePeerAndIsTriedAgain) {
     auto socket = startPaired();
-    phone.deliver({RelayMessage::Challenge{toBytes("nonce"), ProtocolVersion::current}});
-    phone.deliver({RelayMessage::Failure{RelayFailure::rateLimited, "Pomaleji."}});
+    phone.refuseLogin(RelayFailure::rateLimited, "Pomaleji.");
     executor.runUntilIdle();
     EXPECT_EQ(availability(), "Připojuji… (2. pokus)");
     EXPECT_EQ(trouble(), "Zařízení není spárované. Pomaleji.");
@@ -166,8 +163,7 @@ TEST_F(CompanionTest, AnotherFailureAtTheLoginKeepsThePeerAndIsTriedAgain) {
 
 TEST_F(CompanionTest, APairThatTheRelayDoesNotKnowAtTheLoginKeepsThePeerAndIsNotTriedAgain) {
     auto socket = startPaired();
-    phone.deliver({RelayMessage::Challenge{toBytes("nonce"), ProtocolVersion::current}});
-    phone.deliver({RelayMessage::Failure{RelayFailure::unknownPair, "Neznám."}});
+    phone.refuseLogin(RelayFailure::unknownPair, "Neznám.");
     executor.runUntilIdle();
     EXPECT_EQ(availability(), "Spojení přerušeno — Zařízení není spárované. Neznám.");
     EXPECT_TRUE(store.held.nactiProtejsek().value());

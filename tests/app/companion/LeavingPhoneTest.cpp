@@ -53,8 +53,7 @@ TEST_F(LeavingPhoneTest, ThatThePhoneHasLeftIsToldAfterAgreeingUntilItHasASessio
     phone.deliver({RelayMessage::PeerOnline{false}});
     executor.runUntilIdle();
     auto socket = sockets.layOut();
-    flow().potvrditCislo(number());
-    executor.runUntilIdle();
+    agree();
     const auto& left = companion->stav().telefonOdesel;
     EXPECT_TRUE(left.value());
     phone.attach(socket, *mac);
@@ -75,8 +74,7 @@ TEST_F(LeavingPhoneTest, AnEndOfTheComparisonEndsTheWordOfThePhonesLeaving) {
                                           [this] { flow().zrusitParovani(); },
                                           [this] { flow().zacitParovani(); },
                                           [this] {
-                                              flow().potvrditCislo(number());
-                                              executor.runUntilIdle();
+                                              agree();
                                               flow().odvolat();
                                           }};
     for (const auto& end : ends) {

@@ -11,8 +11,7 @@ TEST_F(PairingEndsTest, AgreeingEndsTheLinkOfThePairing) {
     auto socket = beginPairing();
     sendHello(hello());
     EXPECT_TRUE(socket->closed.empty());
-    flow().potvrditCislo(number());
-    executor.runUntilIdle();
+    agree();
     EXPECT_FALSE(socket->closed.empty());
 }
 
@@ -57,16 +56,10 @@ TEST_F(PairingEndsTest, AgreeingTwiceKeepsThePeerOnce) {
 }
 
 TEST_F(PairingEndsTest, AgreeingAgainAfterAFailedSaveTriesAgain) {
-    start();
-    beginPairing();
-    sendHello(hello());
-    store.failSave = TextError{"Trezor odmítl."};
-    flow().potvrditCislo(number());
-    executor.runUntilIdle();
+    agreeInVain();
     store.failSave.reset();
     sendHello(hello());
-    flow().potvrditCislo(number());
-    executor.runUntilIdle();
+    agree();
     EXPECT_EQ(store.peerSaves, 2);
     EXPECT_TRUE(store.held.nactiProtejsek().value());
 }

@@ -293,12 +293,7 @@ TEST_F(PairingFlowTest, AnotherPhoneEndsWhatTheOneBeforeHasBegunAndTheSamePhoneD
 }
 
 TEST_F(PairingFlowTest, APeerThatCannotBeKeptIsToldAndNotUsed) {
-    start();
-    beginPairing();
-    sendHello(hello());
-    store.failSave = TextError{"Trezor odmítl."};
-    flow().potvrditCislo(number());
-    executor.runUntilIdle();
+    agreeInVain();
     EXPECT_EQ(failure(), "Párování se nepodařilo uložit: Trezor odmítl.");
     EXPECT_FALSE(companion->stav().protejsek.value());
 }

@@ -1,12 +1,6 @@
-#include "app/execution/Slozky.h"
-#include "platform/memory/FakeFolderPicker.h"
-#include "platform/memory/ManualExecutor.h"
-#include "platform/memory/MemoryBookmarks.h"
-#include "platform/memory/MemoryDefaults.h"
-#include "tests/app/execution/FileTree.h"
+#include "tests/app/execution/SlozkyFixture.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace morvex {
 namespace {
@@ -15,7 +9,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Folders of which the person is asked again.
-class SirokeSlozkyTest : public testing::Test {
+class SirokeSlozkyTest : public SlozkyFixture {
   protected:
     SirokeSlozkyTest() {
         slozky->priOtazce([this] {
@@ -35,16 +29,7 @@ class SirokeSlozkyTest : public testing::Test {
         executor.runUntilIdle();
     }
 
-    std::unique_ptr<Slozky> load() { return Slozky::create(defaults, bookmarks, picker, tree.standard); }
-
-    FileTree tree;
-    std::string a = tree.folder("a");
-    std::string b = tree.folder("b");
     std::string home = tree.path("home");
-    MemoryDefaults defaults;
-    MemoryBookmarks bookmarks;
-    FakeFolderPicker picker;
-    ManualExecutor executor;
     std::vector<std::string> asked;
     std::unique_ptr<Slozky> slozky = load();
 };

@@ -1,12 +1,6 @@
-#include "app/execution/Slozky.h"
-
 #include "foundation/SystemError.h"
 #include "platform/linux/InodeBookmarks.h"
-#include "platform/memory/FakeFolderPicker.h"
-#include "platform/memory/ManualExecutor.h"
-#include "platform/memory/MemoryBookmarks.h"
-#include "platform/memory/MemoryDefaults.h"
-#include "tests/app/execution/FileTree.h"
+#include "tests/app/execution/SlozkyFixture.h"
 #include "tests/support/PlainUser.h"
 #include "tests/support/SlowDefaults.h"
 
@@ -24,10 +18,8 @@ using testing::IsEmpty;
 constexpr auto bookmarksKey = "slozky.bezpecnostniZalozky";
 constexpr auto pathsKey = "slozky.povolene";
 
-class SlozkyTest : public testing::Test {
+class SlozkyTest : public SlozkyFixture {
   protected:
-    std::unique_ptr<Slozky> load() { return Slozky::create(defaults, bookmarks, picker, tree.standard); }
-
     void choose(Slozky& slozky, std::vector<std::string> answer) {
         picker.answers.push_back(std::move(answer));
         EXPECT_TRUE(executor.run(slozky.pridat()));
@@ -48,14 +40,6 @@ class SlozkyTest : public testing::Test {
         defaults.set(bookmarksKey, stored);
         defaults.set(pathsKey, std::vector<DefaultsItem>(paths.begin(), paths.end()));
     }
-
-    FileTree tree;
-    std::string a = tree.folder("a");
-    std::string b = tree.folder("b");
-    MemoryDefaults defaults;
-    MemoryBookmarks bookmarks;
-    FakeFolderPicker picker;
-    ManualExecutor executor;
 };
 
 TEST_F(SlozkyTest, StartsWithNothingAllowed) {
