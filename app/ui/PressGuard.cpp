@@ -90,24 +90,40 @@ bool PressGuard::isFresh(Clock::Duration time) const {
 }
 
 void PressGuard::noteChange() {
+    noteSubject();
     if (!pointer_) return;
     auto now = at(*pointer_);
     if (now == under_) return;
+    if (!isFresh(since_)) seen_ = std::move(under_);
     under_ = std::move(now);
-    changed_ = clock_.sinceBoot();
+    since_ = clock_.sinceBoot();
+    changed_ = since_;
     changedAt_ = *pointer_;
+}
+
+void PressGuard::noteSubject() {
+    auto now = targetOf(window_.activeFocusItem());
+    if (now == focused_) return;
+    // Another item has it because somebody moved there.
+    if (now.item && now.item == focused_.item) subjectChanged_ = clock_.sinceBoot();
+    focused_ = std::move(now);
 }
 
 void PressGuard::moveTo(QPointF place) {
     noteChange();
     pointer_ = place;
-    under_ = at(place);
-    if (changed_ && QLineF(changedAt_, place).length() > rest) changed_.reset();
+    if (auto now = at(place); now != under_) {
+        under_ = std::move(now);
+        since_ = clock_.sinceBoot();
+    }
+    if (!changed_ || QLineF(changedAt_, place).length() <= rest) return;
+    changed_.reset();
+    seen_ = {};
 }
 
 bool PressGuard::refusesPress(QPointF place) {
     moveTo(place);
-    return changed_ && isFresh(*changed_);
+    return changed_ && isFresh(*changed_) && !(under_.item && under_ == seen_);
 }
 
 bool PressGuard::refusesKey(const QKeyEvent& key) {
@@ -115,7 +131,9 @@ bool PressGuard::refusesKey(const QKeyEvent& key) {
         lastKey_.reset();
         return false;
     }
-    auto target = targetOf(window_.activeFocusItem());
+    noteSubject();
+    if (subjectChanged_ && isFresh(*subjectChanged_)) return true;
+    auto target = focused_;
     const bool isAnother = lastKey_ && lastKey_->target != target;
     // A key that is held repeats what it did, and begins nothing.
     if (isAnother && (key.isAutoRepeat() || isFresh(lastKey_->time))) return true;

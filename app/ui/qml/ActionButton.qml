@@ -11,6 +11,8 @@ T.Button {
     property string outcome
     /// What it is about, where that changes under the same text. A press counts only for what has been there for a moment.
     property string subject
+    /// That of the press that goes on: what the person saw. By its end the button may be about something else.
+    property string meant
     readonly property bool main: kind === ActionButton.Kind.Main
     readonly property color ink: main ? Vzhled.buttonText : kind === ActionButton.Kind.Warning ? Vzhled.attention : Vzhled.text
 
@@ -25,9 +27,16 @@ T.Button {
     Accessible.description: outcome
     // The toolkit does not tell a screen reader that a control is disabled.
     Accessible.ignored: !enabled
-    Accessible.onPressAction: button.clicked()
-    Keys.onReturnPressed: button.clicked()
-    Keys.onEnterPressed: button.clicked()
+    /// As a press does.
+    function press() {
+        meant = subject;
+        clicked();
+    }
+
+    onPressed: meant = subject
+    Accessible.onPressAction: press()
+    Keys.onReturnPressed: press()
+    Keys.onEnterPressed: press()
 
     contentItem: Text {
         id: label

@@ -20,7 +20,7 @@ ButtonRow {
 
         text: qsTr("Zamítnout")
         subject: row.model.requestId
-        onClicked: row.model.refuse(row.model.requestId)
+        onClicked: row.model.refuse(refuse.meant)
     }
 
     ActionButton {
@@ -29,6 +29,6 @@ ButtonRow {
         kind: ActionButton.Kind.Main
         text: qsTr("Potvrdit")
         subject: row.model.requestId
-        onClicked: row.model.approve(row.model.requestId)
+        onClicked: row.model.approve(approve.meant)
     }
 }

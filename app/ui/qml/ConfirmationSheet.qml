@@ -20,6 +20,7 @@ Sheet {
         ActionButton {
             kind: ActionButton.Kind.Warning
             text: sheet.action
+            subject: sheet.text
             onClicked: {
                 sheet.isConfirmed = true;
                 sheet.close();

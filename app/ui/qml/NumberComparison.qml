@@ -40,10 +40,12 @@ ColumnLayout {
         Layout.fillWidth: true
 
         ActionButton {
+            id: agree
+
             kind: ActionButton.Kind.Main
             text: qsTr("Souhlasí")
             subject: view.model.number
-            onClicked: view.model.confirm(view.model.number)
+            onClicked: view.model.confirm(agree.meant)
         }
 
         ActionButton {

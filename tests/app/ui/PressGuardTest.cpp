@@ -45,6 +45,15 @@ class PressGuardTest : public ShownCompanion {
         clock.advance(400ms);
     }
 
+    /// What the button of this text was about when its last press began.
+    std::string meantBy(const std::string& text) {
+        for (auto* item : window()->findChildren<QQuickItem*>())
+            if (item->inherits("QQuickAbstractButton") &&
+                item->property("text").toString().toStdString() == text)
+                return item->property("meant").toString().toStdString();
+        return "no such button";
+    }
+
     void openHigh() {
         openWithKeyboard();
         window()->resize(720, 3'000);
@@ -174,6 +183,20 @@ TEST_F(PressGuardTest, BlanksAreTypedAsFastAsOneLikes) {
     for (int blank = 0; blank < 3; ++blank) give(Qt::Key_Space);
     QTest::keyClick(window(), Qt::Key_Space);
     EXPECT_TRUE(window()->activeFocusItem()->property("text").toString().contains(QStringLiteral("    ")));
+}
+
+TEST_F(PressGuardTest, ANumberThatComesDuringAPressIsNotConfirmed) {
+    start();
+    openHigh();
+    showState({StavParovani::OverCislo{"482 915"}});
+    const auto place = placeOf("Souhlasí");
+    pause();
+    QTest::mousePress(window(), Qt::LeftButton, {}, place);
+    showState({StavParovani::OverCislo{"111 111"}});
+    draw();
+    QTest::mouseRelease(window(), Qt::LeftButton, {}, place);
+    settle();
+    EXPECT_EQ(meantBy("Souhlasí"), "482 915");
 }
 
 } // namespace
