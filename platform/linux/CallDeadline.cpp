@@ -31,8 +31,11 @@ void CallDeadline::hurry() {
 
 void CallDeadline::watch(const std::stop_token& stop) {
     std::unique_lock lock(mutex_);
-    while (!stop.stop_requested() && Time::now() < end_)
-        ended_.wait_until(lock, stop, end_, [this, known = end_] { return end_ != known; });
+    while (!stop.stop_requested() && Time::now() < end_) {
+        // A copy, since the time is also read without the lock.
+        const auto known = end_;
+        ended_.wait_until(lock, stop, known, [this, known] { return end_ != known; });
+    }
     lock.unlock();
     if (!stop.stop_requested()) g_cancellable_cancel(cancellable_.get());
 }

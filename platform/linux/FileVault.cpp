@@ -42,7 +42,7 @@ std::string fileName(const std::string& name) {
 
 std::int32_t refused(const Error& error) {
     logCause("keeping a secret", error);
-    return vaultStatus::io;
+    return vaultRules::statusOf(error);
 }
 
 std::int32_t statusOf(int code) {

@@ -1,6 +1,7 @@
 #include "platform/linux/VaultChoice.h"
 
 #include "foundation/AtomicFile.h"
+#include "foundation/ProgramLog.h"
 #include "foundation/Text.h"
 #include "platform/linux/VaultRules.h"
 
@@ -17,23 +18,23 @@ VaultChoice::VaultChoice(const std::filesystem::path& dataHome, SecretServiceVau
     : memory_(dataHome / "Morvex" / "vault-backend"), service_(std::move(session)), files_(dataHome) {}
 
 SecretVault::Found VaultChoice::find(const std::string& service, const std::string& account) {
-    auto* vault = chosen();
-    return vault ? vault->find(service, account) : Found{vaultStatus::notAvailable, {}};
+    const auto vault = chosen();
+    return vault ? (*vault)->find(service, account) : Found{vault.error(), {}};
 }
 
 std::int32_t VaultChoice::update(const std::string& service, const std::string& account, ByteView bytes) {
-    auto* vault = chosen();
-    return vault ? vault->update(service, account, bytes) : vaultStatus::notAvailable;
+    const auto vault = chosen();
+    return vault ? (*vault)->update(service, account, bytes) : vault.error();
 }
 
 std::int32_t VaultChoice::add(const std::string& service, const std::string& account, ByteView bytes) {
-    auto* vault = chosen();
-    return vault ? vault->add(service, account, bytes) : vaultStatus::notAvailable;
+    const auto vault = chosen();
+    return vault ? (*vault)->add(service, account, bytes) : vault.error();
 }
 
 std::int32_t VaultChoice::remove(const std::string& service, const std::string& account) {
-    auto* vault = chosen();
-    return vault ? vault->remove(service, account) : vaultStatus::notAvailable;
+    const auto vault = chosen();
+    return vault ? (*vault)->remove(service, account) : vault.error();
 }
 
 std::optional<std::string> VaultChoice::text(std::int32_t status) const {
@@ -44,29 +45,39 @@ SecretVault::Place VaultChoice::place() {
     return chosen() == &files_ ? Place::privateFiles : Place::keyring;
 }
 
-SecretVault* VaultChoice::chosen() {
+VaultChoice::Choice VaultChoice::chosen() {
     std::lock_guard lock(mutex_);
-    if (!chosen_) chosen_ = remembered();
-    return chosen_;
+    if (chosen_) return chosen_;
+    auto choice = remembered();
+    if (choice) chosen_ = *choice;
+    return choice;
 }
 
-/// The vault that was chosen before, or is now; null when the memory is unreadable or cannot be written.
-SecretVault* VaultChoice::remembered() {
+VaultChoice::Choice VaultChoice::remembered() {
     constexpr std::size_t longest = 64;
     auto bytes = readWhole(memory_, longest);
-    if (!bytes) return nullptr;
+    if (!bytes) return refused(bytes.error());
     if (!*bytes) return chooseNow();
     auto name = trim(asText(**bytes));
     if (name == serviceName) return &service_;
     if (name == filesName) return &files_;
-    return nullptr;
+    return std::unexpected(vaultStatus::notAvailable);
 }
 
-SecretVault* VaultChoice::chooseNow() {
-    bool useService = !files_.hasItems() && service_.answers();
-    if (!writeAtomically(memory_, asBytes(useService ? serviceName : filesName))) return nullptr;
+VaultChoice::Choice VaultChoice::chooseNow() {
+    const bool mayUseService = !files_.hasItems();
+    const bool useService = mayUseService && service_.answers();
+    // At the end of the program nobody waits for the service as long: its silence then decides nothing.
+    if (mayUseService && !useService && ends_) return std::unexpected(vaultStatus::notAvailable);
+    auto written = writeAtomically(memory_, asBytes(useService ? serviceName : filesName));
+    if (!written) return refused(written.error());
     if (useService) return &service_;
     return &files_;
+}
+
+VaultChoice::Choice VaultChoice::refused(const Error& error) {
+    logCause("choosing where secrets are kept", error);
+    return std::unexpected(vaultRules::statusOf(error));
 }
 
 } // namespace morvex

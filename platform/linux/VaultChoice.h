@@ -3,6 +3,8 @@
 #include "platform/linux/FileVault.h"
 #include "platform/linux/SecretServiceVault.h"
 
+#include <atomic>
+#include <expected>
 #include <filesystem>
 #include <mutex>
 
@@ -11,7 +13,7 @@ namespace morvex {
 /// The vault of this computer. Its first call chooses: the Secret Service when it answers, else files; files
 /// too when some are there already. The choice stands in "<data home>/Morvex/vault-backend" and is never
 /// revised, since another vault would hold another identity: while the chosen one cannot be reached, or the
-/// choice cannot be read, every call answers `notAvailable`. Safe from any thread.
+/// choice cannot be read or kept, every call is refused. Safe from any thread.
 class VaultChoice final : public SecretVault {
   public:
     explicit VaultChoice(
@@ -28,18 +30,27 @@ class VaultChoice final : public SecretVault {
 
     void stopAsking() override { service_.stopAsking(); }
 
-    void end() override { service_.end(); }
+    void end() override {
+        ends_ = true;
+        service_.end();
+    }
 
   private:
-    SecretVault* chosen();
-    SecretVault* remembered();
-    SecretVault* chooseNow();
+    /// Or the status with which every call is refused.
+    using Choice = std::expected<SecretVault*, std::int32_t>;
+
+    Choice chosen();
+    /// The vault that was chosen before, or is now.
+    Choice remembered();
+    Choice chooseNow();
+    static Choice refused(const Error& error);
 
     std::filesystem::path memory_;
     SecretServiceVault service_;
     FileVault files_;
     std::mutex mutex_;
     SecretVault* chosen_ = nullptr;
+    std::atomic<bool> ends_ = false;
 };
 
 } // namespace morvex

@@ -1,10 +1,17 @@
 #include "platform/linux/VaultRules.h"
 
+#include "foundation/SystemError.h"
 #include "platform/ports/SecretVault.h"
 
 namespace morvex {
 
+std::int32_t vaultRules::statusOf(const Error& error) {
+    const auto code = systemCode(error);
+    return code > 0 ? vaultStatus::posixBase + code : vaultStatus::io;
+}
+
 std::optional<std::string> vaultRules::text(std::int32_t status) {
+    if (status > vaultStatus::posixBase) return SystemError{status - vaultStatus::posixBase}.popis();
     switch (status) {
     case vaultStatus::itemNotFound:
         return "položka neexistuje";

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Error.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -12,6 +14,9 @@ namespace vaultRules {
 
 /// Bytes of one item. A larger one is refused with `vaultStatus::io`, in either direction.
 constexpr std::size_t itemLimit = 1024 * 1024;
+
+/// An errno as a status, or `vaultStatus::io`.
+std::int32_t statusOf(const Error& error);
 
 /// The words for a status, or nothing.
 std::optional<std::string> text(std::int32_t status);

@@ -17,6 +17,8 @@ constexpr std::int32_t userCanceled = -128;            ///< the user closed the 
 constexpr std::int32_t notAvailable = -25291;          ///< the vault that was chosen first cannot be reached
 constexpr std::int32_t duplicateItem = -25299;
 constexpr std::int32_t io = -36;
+/// An errno of the system is told as the sum of both.
+constexpr std::int32_t posixBase = 100'000;
 } // namespace vaultStatus
 
 /// Generic passwords by service and account. Calls may block (a prompt, a bus): never on the main thread.

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <fstream>
 #include <sys/stat.h>
 
@@ -110,9 +111,11 @@ TEST_F(FileVaultTest, ARemovalTakesWithItWhatASaveThatCrashedHasLeft) {
 }
 
 TEST_F(FileVaultTest, NamesThatNoFileCanHaveAreRefused) {
-    for (const auto& account : {std::string(), std::string(256, 'a')}) {
-        EXPECT_EQ(vault_.add(service, account, binary), vaultStatus::io);
-        EXPECT_EQ(vault_.find(service, account).status, vaultStatus::io);
+    const std::pair<std::string, std::int32_t> rows[] = {
+        {"", vaultStatus::io}, {std::string(256, 'a'), vaultStatus::posixBase + ENAMETOOLONG}};
+    for (const auto& [account, status] : rows) {
+        EXPECT_EQ(vault_.add(service, account, binary), status);
+        EXPECT_EQ(vault_.find(service, account).status, status);
     }
     EXPECT_EQ(vault_.add("", "account", binary), vaultStatus::io);
 }
@@ -120,10 +123,10 @@ TEST_F(FileVaultTest, NamesThatNoFileCanHaveAreRefused) {
 TEST_F(FileVaultTest, ALinkInPlaceOfAnItemIsRefusedAndLeftAlone) {
     writeItem("target", "secret of another");
     fs::create_symlink(item("target"), item("account"));
-    EXPECT_EQ(vault_.find(service, "account").status, vaultStatus::io);
-    EXPECT_EQ(vault_.update(service, "account", binary), vaultStatus::io);
-    EXPECT_EQ(vault_.add(service, "account", binary), vaultStatus::io);
-    EXPECT_EQ(vault_.remove(service, "account"), vaultStatus::io);
+    EXPECT_EQ(vault_.find(service, "account").status, vaultStatus::posixBase + ELOOP);
+    EXPECT_EQ(vault_.update(service, "account", binary), vaultStatus::posixBase + ELOOP);
+    EXPECT_EQ(vault_.add(service, "account", binary), vaultStatus::posixBase + ELOOP);
+    EXPECT_EQ(vault_.remove(service, "account"), vaultStatus::posixBase + ELOOP);
     EXPECT_TRUE(fs::is_symlink(item("account")));
     EXPECT_EQ(vault_.find(service, "target").bytes, toBytes("secret of another"));
 }
@@ -131,7 +134,7 @@ TEST_F(FileVaultTest, ALinkInPlaceOfAnItemIsRefusedAndLeftAlone) {
 TEST_F(FileVaultTest, ADanglingLinkIsNotAnAbsentItem) {
     fs::create_directories(root_ / service);
     fs::create_symlink(folder_.path() / "elsewhere", item("account"));
-    EXPECT_EQ(vault_.add(service, "account", binary), vaultStatus::io);
+    EXPECT_EQ(vault_.add(service, "account", binary), vaultStatus::posixBase + ELOOP);
     EXPECT_FALSE(fs::exists(folder_.path() / "elsewhere"));
 }
 
@@ -139,7 +142,7 @@ TEST_F(FileVaultTest, ALinkInPlaceOfAServiceIsRefused) {
     fs::create_directories(root_);
     fs::create_directory(folder_.path() / "elsewhere");
     fs::create_symlink(folder_.path() / "elsewhere", root_ / service);
-    EXPECT_EQ(vault_.add(service, "account", binary), vaultStatus::io);
+    EXPECT_EQ(vault_.add(service, "account", binary), vaultStatus::posixBase + ELOOP);
     EXPECT_TRUE(fs::is_empty(folder_.path() / "elsewhere"));
 }
 
@@ -152,6 +155,11 @@ TEST_F(FileVaultTest, AFolderOrAPipeInPlaceOfAnItemIsRefused) {
     }
 }
 
+TEST_F(FileVaultTest, ARefusalOfTheSystemHasItsWords) {
+    EXPECT_EQ(vault_.text(vaultStatus::posixBase + ENOSPC), "Na disku není místo.");
+    EXPECT_EQ(vault_.text(vaultStatus::posixBase), std::nullopt);
+}
+
 TEST_F(FileVaultTest, AnItemHasALargestSize) {
     Bytes largest(vaultRules::itemLimit, 7);
     EXPECT_EQ(vault_.add(service, "account", largest), vaultStatus::ok);
@@ -159,7 +167,7 @@ TEST_F(FileVaultTest, AnItemHasALargestSize) {
     largest.push_back(7);
     EXPECT_EQ(vault_.update(service, "account", largest), vaultStatus::io);
     writeItem("large", std::string(largest.size(), 'x'));
-    EXPECT_EQ(vault_.find(service, "large").status, vaultStatus::io);
+    EXPECT_EQ(vault_.find(service, "large").status, vaultStatus::posixBase + EFBIG);
 }
 
 TEST_F(FileVaultTest, KnowsWhetherAnythingIsStored) {

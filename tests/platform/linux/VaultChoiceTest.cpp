@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
 namespace morvex {
 namespace {
 
@@ -76,6 +78,13 @@ TEST_F(VaultChoiceTest, FilesThatAreThereAlreadyAreTheVaultEvenBesideAService) {
     EXPECT_EQ(remembered(), "files");
 }
 
+TEST_F(VaultChoiceTest, AServiceThatDoesNotAnswerAtTheEndOfTheProgramDecidesNothing) {
+    auto vault = choice();
+    vault.end();
+    EXPECT_EQ(vault.find(service, "account").status, vaultStatus::notAvailable);
+    EXPECT_EQ(remembered(), "nothing");
+}
+
 TEST_F(VaultChoiceTest, AMemoryThatSaysSomethingElseChoosesNothing) {
     for (const auto& text : {std::string(), std::string("keychain"), std::string("files and more")}) {
         ASSERT_TRUE(writeAtomically(memory_, asBytes(text)));
@@ -90,7 +99,7 @@ TEST_F(VaultChoiceTest, AMemoryThatSaysSomethingElseChoosesNothing) {
 TEST_F(VaultChoiceTest, AChoiceThatCannotBeRememberedIsNotMade) {
     std::filesystem::create_directories(memory_);
     auto vault = choice();
-    EXPECT_EQ(vault.add(service, "account", secret), vaultStatus::notAvailable);
+    EXPECT_EQ(vault.add(service, "account", secret), vaultStatus::posixBase + EINVAL);
     EXPECT_FALSE(FileVault(folder_.path()).hasItems());
 }
 
