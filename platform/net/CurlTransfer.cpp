@@ -152,7 +152,7 @@ NetworkError CurlTransfer::failure(CURLcode code) const {
     curl_easy_getinfo(easy_.get(), CURLINFO_OS_ERRNO, &number);
     curl_easy_getinfo(easy_.get(), CURLINFO_SSL_VERIFYRESULT, &verdict);
     auto trouble = troubleOf(code);
-    if (code == CURLE_COULDNT_CONNECT && number != 0) trouble = troubleOf(static_cast<int>(number));
+    if (code == CURLE_COULDNT_CONNECT && number != 0) trouble = troubleOfConnecting(static_cast<int>(number));
     if (code == CURLE_PEER_FAILED_VERIFICATION) trouble = certificateTrouble(verdict);
     return networkError(httpLog, trouble, problem_[0] ? problem_.data() : curl_easy_strerror(code));
 }

@@ -27,11 +27,16 @@ SystemTrouble troubleOf(const boost::system::error_code& error) {
     if (error == boost::beast::error::timeout) return timedOut;
     if (category == asio::error::get_ssl_category()) return tlsRefused;
     if (category == asio::error::get_system_category() || category == boost::system::generic_category())
-        return troubleOf(error.value());
+        return troubleOfConnecting(error.value());
     if (category == make_error_code(http::error::bad_version).category() ||
         category == make_error_code(boost::beast::websocket::error::closed).category())
         return badAnswer;
     return other;
+}
+
+SystemTrouble troubleOfConnecting(int code) {
+    // A link-local address without its interface, for one.
+    return code == EINVAL ? SystemTrouble::badAddress : troubleOf(code);
 }
 
 SystemTrouble troubleOf(CURLcode code) {

@@ -13,6 +13,9 @@ namespace morvex {
 /// Of Asio, Beast, TLS and the system below them.
 SystemTrouble troubleOf(const boost::system::error_code& error);
 
+/// Of an errno of `connect`.
+SystemTrouble troubleOfConnecting(int code);
+
 /// Of an exchange over HTTP.
 SystemTrouble troubleOf(CURLcode code);
 

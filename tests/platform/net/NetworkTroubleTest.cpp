@@ -33,6 +33,7 @@ TEST(NetworkTrouble, IsKnownForWhatSocketsEndWith) {
         {asio::error::no_data, unknownName},
         {asio::error::service_not_found, unknownName},
         {asio::error::connection_refused, refused},
+        {asio::error::invalid_argument, badAddress},
         {asio::error::network_unreachable, unreachable},
         {asio::error::host_unreachable, unreachable},
         {asio::error::timed_out, timedOut},
