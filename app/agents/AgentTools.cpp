@@ -86,7 +86,7 @@ Task<ToolOutcome> AgentTools::spust(std::string_view nastroj, ToolCall call) {
     scope_.spawn(
         pracuj({firstBytes(call.requestID, longestRequestID), ukol.workItemID, tool, std::move(instrukce),
                 *slozka, std::move(navazana), agentniUloha_->zastaveni.get_token(),
-                [this, cesta = *slozka] { return folders_.obsahuje(cesta); }},
+                [this, cesta = *slozka] { return folders_.jePovolena(cesta); }},
                ukol.workItemID));
     co_return ToolOutcome::done(
         {{"accepted", true},

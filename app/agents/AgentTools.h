@@ -11,7 +11,6 @@
 #include <optional>
 #include <stop_token>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace morvex {
@@ -24,7 +23,7 @@ class AgentTools {
     struct Folders {
         std::function<std::vector<std::string>()> aliasy;
         std::function<std::optional<std::string>(const std::optional<std::string>& alias)> slozkaProAlias;
-        std::function<bool(std::string_view cesta)> obsahuje; ///< one of them has it
+        std::function<bool(const std::string& cesta)> jePovolena; ///< still, without a look at the disk
     };
 
     /// What else has to hold beside an allowed folder.

@@ -64,7 +64,7 @@ Companion::Companion(CompanionServices services)
       agentTools_(agenti_, *historieAgentu_, ukolyTelefonu_,
                   {[this] { return slozky_->aliasy(); },
                    [this](const std::optional<std::string>& alias) { return slozky_->slozkaProAlias(alias); },
-                   [this](std::string_view cesta) { return slozky_->obsahuje(cesta); }},
+                   [this](const std::string& cesta) { return slozky_->jePovolena(cesta); }},
                   scope_),
       dorucene_({nastroje_, schvalovani_, ukolyTelefonu_, poznamkyTelefonu_, spojeni_, hlas_, customApps_,
                  [this] { return poslatStav(); }}),
@@ -234,6 +234,7 @@ void Companion::odpojit() {
 }
 
 void Companion::zkusitHned() {
+    state_.dalsiPokus = std::nullopt;
     spojeni_.zkusitHned();
     parovani_.zkusitHned();
 }

@@ -34,8 +34,11 @@ PairingFlow::PairingFlow(Services services, CompanionState& state, Link link)
       relay_(services.http, services.relay.clock) {}
 
 void PairingFlow::zacitParovani() {
-    if (!identita_) return services_.scope.spawn(nacistAZacit());
     ++generation_;
+    if (!identita_) {
+        state_.parovani = StavParovani{StavParovani::Zakladam{}};
+        return services_.scope.spawn(nacistAZacit(generation_));
+    }
     auto address = RelayAddress::parse(state_.relayAdresa.value());
     if (!address) return selhat(RelayAddress::nonsense);
     state_.telefonOdesel = false;
@@ -43,11 +46,13 @@ void PairingFlow::zacitParovani() {
     services_.scope.spawn(zalozit(*std::move(address), generation_));
 }
 
-Task<void> PairingFlow::nacistAZacit() {
+Task<void> PairingFlow::nacistAZacit(std::uint64_t generation) {
     auto loaded = co_await link_.nacistKlice();
+    if (generation != generation_) co_return;
     if (!loaded) co_return selhat(loaded.error().popis());
-    // It may have turned out that there is a phone.
-    if (identita_ && !state_.protejsek.value()) zacitParovani();
+    if (identita_ && !state_.protejsek.value()) co_return zacitParovani();
+    // It turned out that there is a phone.
+    state_.parovani = StavParovani{};
 }
 
 Task<void> PairingFlow::zalozit(RelayAddress address, std::uint64_t generation) {

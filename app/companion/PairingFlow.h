@@ -62,7 +62,7 @@ class PairingFlow {
     void ukoncit();
 
   private:
-    Task<void> nacistAZacit();
+    Task<void> nacistAZacit(std::uint64_t generation);
     Task<void> zalozit(RelayAddress address, std::uint64_t generation);
     void listenFor(const RelayAddress& address, const PairID& pair);
     Task<void> listen(std::shared_ptr<RelayLink> link, std::string relayURL, PairID pair,

@@ -2,6 +2,7 @@
 
 #include "platform/ports/FolderPicker.h"
 
+#include <deque>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,10 +14,15 @@ class ConsoleFolderPicker final : public FolderPicker {
   public:
     void choose(std::string path) { chosen_.push_back(std::move(path)); }
 
-    Task<std::vector<std::string>> pick(Question) override { co_return std::exchange(chosen_, {}); }
+    Task<std::vector<std::string>> pick(Question) override {
+        if (chosen_.empty()) co_return std::vector<std::string>{};
+        std::vector first{std::move(chosen_.front())};
+        chosen_.pop_front();
+        co_return first;
+    }
 
   private:
-    std::vector<std::string> chosen_;
+    std::deque<std::string> chosen_; ///< a choice each, so that a no to one says nothing of the next
 };
 
 } // namespace morvex

@@ -67,7 +67,10 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
         {"povolit", "CESTA", "povolí složku",
          [](ConsoleShell& shell, const std::string& path) { shell.folders_.allow(path); }},
         {"odebrat", "CESTA", "odebere povolenou složku",
-         [](ConsoleShell& shell, const std::string& path) { shell.folders_.disallow(path); }},
+         [](ConsoleShell& shell, const std::string& path) {
+             shell.folders_.disallow(path);
+             shell.output_.trouble(shell.companion_.stav().potizNastaveni);
+         }},
         {"ano", "", "povolí složku, na kterou se ptám",
          [](ConsoleShell& shell, const std::string&) { shell.folders_.answer(Slozky::Odpoved::ano); }},
         {"ne", "", "nepovolí složku, na kterou se ptám",
@@ -311,6 +314,7 @@ void ConsoleShell::switchIntegration(const std::string& name, bool value) {
     if (value) return surroundings_.scope.spawn(turnOnAndTell(found->integration, std::string(found->name)));
     companion_.integrations().vypnout(found->integration);
     output_.line("Vypnuto: " + std::string(found->name));
+    output_.trouble(companion_.stav().potizNastaveni);
 }
 
 Task<void> ConsoleShell::turnOnAndTell(Integration integration, std::string name) {

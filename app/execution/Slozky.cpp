@@ -62,7 +62,9 @@ PovoleneSlozky Slozky::snimek() const {
 }
 
 std::vector<std::string> Slozky::aliasy() const {
-    return snimek().aliasy();
+    vyzadujHlavniVlakno();
+    if (!aliasy_) aliasy_ = snimek().aliasy();
+    return *aliasy_;
 }
 
 std::optional<std::string> Slozky::slozkaProAlias(const std::optional<std::string>& alias) const {
@@ -177,6 +179,7 @@ void Slozky::odebrat(std::string slozka) {
     vyzadujHlavniVlakno();
     slozka = paths::standardized(slozka);
     std::erase(povolene_, slozka);
+    aliasy_.reset();
     vyzadujiObnoveni_.erase(slozka);
     zalozky_.erase(slozka);
     ukoncitPristup(slozka);
@@ -211,6 +214,7 @@ void Slozky::nacistCesty() {
 
 void Slozky::povolit(const std::string& slozka, const Bytes& zalozka) {
     if (!jePovolena(slozka)) povolene_.push_back(slozka);
+    aliasy_.reset();
     zalozky_[slozka] = zalozka;
     vyzadujiObnoveni_.erase(slozka);
     ukoncitPristup(slozka);

@@ -47,10 +47,13 @@ class Slozky {
 
     [[nodiscard]] PovoleneSlozky snimek() const;
 
-    /// As of `snimek()`.
+    /// As of `snimek()`. Looked up once for each list, since which folder is the desktop stands on the disk.
     [[nodiscard]] std::vector<std::string> aliasy() const;
+    /// As of `snimek()`.
     [[nodiscard]] std::optional<std::string> slozkaProAlias(const std::optional<std::string>& alias) const;
     [[nodiscard]] bool obsahuje(std::string_view cesta) const;
+    /// Whether this very folder is one of the list; without a look at the disk.
+    [[nodiscard]] bool jePovolena(const std::string& slozka) const;
 
     /// Lets the user choose folders in the panel and allows them, once that is saved. Of those that reach as
     /// far as the home folder each is asked about first; after one no nothing of the choice is allowed. The
@@ -95,7 +98,6 @@ class Slozky {
     void povolit(const std::string& slozka, const Bytes& zalozka);
     static DefaultsValues hodnoty(const std::vector<std::string>& povolene,
                                   const std::map<std::string, Bytes>& zalozky);
-    [[nodiscard]] bool jePovolena(const std::string& slozka) const;
     void zacitPristup(const std::string& slozka);
     void ukoncitPristup(const std::string& slozka);
     void ulozit();
@@ -115,6 +117,7 @@ class Slozky {
     Turns ukladani_; ///< of folders that are not allowed yet
     Listeners priZmene_;
     Turns otazky_;
+    mutable std::optional<std::vector<std::string>> aliasy_; ///< of `povolene_`, once they were asked for
     std::optional<SirokaSlozka> otazka_;
     std::shared_ptr<OneShot<Odpoved>> pokracovani_; ///< of whoever asks `otazka_`
     bool konci_ = false;

@@ -38,8 +38,10 @@ bool FoldersModel::anyNeedsRenewal() const {
 }
 
 QString FoldersModel::trouble() const {
-    if (const auto& chyba = slozky_.chybaOpravneni()) return localized(*chyba);
-    return localized(state_.potizNastaveni.value().value_or(std::string()));
+    QStringList troubles;
+    for (const auto& potiz : {slozky_.chybaOpravneni(), state_.potizNastaveni.value()})
+        if (potiz) troubles << localized(*potiz);
+    return troubles.join(QChar(u'\n'));
 }
 
 QString FoldersModel::askedPath() const {

@@ -59,7 +59,7 @@ class AgentToolRowsTest : public AgentRunnerFixture {
                       [this](const std::optional<std::string>& alias) {
                           return PovoleneSlozky(folders, standard).slozkaProAlias(alias);
                       },
-                      [](std::string_view) { return true; }},
+                      [](const std::string&) { return true; }},
                      scope};
     ToolTable table;
 };
@@ -243,7 +243,7 @@ TEST_F(AgentToolRowsTest, AtTheEndOfTheProgramOnlyACancelIsLeftForTheNextStart) 
         AgentTools own(agent, *historie, reports,
                        {[this] { return PovoleneSlozky(folders, standard).aliasy(); },
                         [this](const std::optional<std::string>&) { return std::optional(path("work")); },
-                        [](std::string_view) { return true; }},
+                        [](const std::string&) { return true; }},
                        ending);
         ToolTable rowsOfOwn;
         own.addTo(rowsOfOwn, {[] { return true; }, [] { return true; }, [] { return true; }});

@@ -133,6 +133,27 @@ TEST_F(KeysTest, APairingLoadsThemFirstAndSaysWhyItCannot) {
     EXPECT_TRUE(state().as<StavParovani::CekamNaTelefon>());
 }
 
+TEST_F(KeysTest, APairingThatWaitsForThemBeginsOnceAndCanBeCancelled) {
+    ManualExecutor slow;
+    storage = &slow;
+    start();
+    layOutPair();
+    for (int presses = 0; presses < 3; ++presses) flow().zacitParovani();
+    executor.runUntilIdle();
+    EXPECT_TRUE(state().as<StavParovani::Zakladam>());
+    while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
+    EXPECT_EQ(http.requests.size(), 1U);
+    end();
+
+    start();
+    flow().zacitParovani();
+    flow().zrusitParovani();
+    while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
+    EXPECT_EQ(http.requests.size(), 1U);
+    EXPECT_EQ(state(), StavParovani{});
+    end();
+}
+
 TEST_F(KeysTest, APairingThatFindsAPhoneConnectsToItInstead) {
     keepAPairedIdentity();
     store.failLoad = locked();

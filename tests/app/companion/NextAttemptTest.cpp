@@ -50,6 +50,14 @@ TEST_F(NextAttemptTest, IsToldWhileTheLinkWaitsForIt) {
     EXPECT_LE(left().value_or(0s), 0s) << "it is being made";
 }
 
+TEST_F(NextAttemptTest, IsNotToldAnyMoreWhileAnEarlyOneIsMade) {
+    loseLink();
+    sockets.layOut();
+    companion->zkusitHned();
+    executor.runUntilIdle();
+    EXPECT_EQ(left(), std::nullopt);
+}
+
 TEST_F(NextAttemptTest, IsNotToldAnyMoreOnceTheLinkIsThereOrGone) {
     loseLink();
     auto socket = sockets.layOut();

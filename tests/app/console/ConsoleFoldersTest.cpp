@@ -33,6 +33,18 @@ TEST_F(ConsoleFoldersTest, AsksBeforeAFolderThatReachesFar) {
     EXPECT_EQ(type("ne"), std::vector<std::string>{"Na nic se teď neptám."});
 }
 
+TEST_F(ConsoleFoldersTest, ANoToOneFolderSaysNothingOfTheNext) {
+    std::filesystem::create_directory(temporary.path() / "Projekty");
+    startShell();
+    const auto path = (temporary.path() / "Projekty").string();
+    // As lines that come together.
+    shell->handle("povolit ~");
+    shell->handle("povolit " + path);
+    executor.runUntilIdle();
+    type("ne");
+    EXPECT_EQ(companion->slozky().povolene(), std::vector{path});
+}
+
 TEST_F(ConsoleFoldersTest, AQuestionThatIsOpenAtTheEndDoesNotHoldTheProgram) {
     startShell();
     type("povolit /");

@@ -78,6 +78,15 @@ TEST_F(ConsoleShellTest, TellsAtOnceAndInTheStatusThatTheSettingsAreNotSaved) {
     EXPECT_FALSE(hasLine(type("stav"), told));
 }
 
+TEST_F(ConsoleShellTest, ATroubleOfTheSettingsThatWasToldBeforeStandsBesideEachChangeToo) {
+    startShell();
+    companion->stav().potizNastaveni = std::string("Na disku není místo.");
+    const auto folder = allowFolder("Projekty");
+    const std::string told = "Potíž: Na disku není místo.";
+    EXPECT_TRUE(hasLine(type("vypnout terminal"), told));
+    EXPECT_TRUE(hasLine(type("odebrat " + folder), told));
+}
+
 TEST_F(ConsoleShellTest, TellsThatThePhoneHasLeftWhileItsNumberWaits) {
     startShell();
     lines.clear();
