@@ -2,7 +2,9 @@
 
 #include "app/ui/ShortDate.h"
 
+#include <algorithm>
 #include <initializer_list>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -10,14 +12,31 @@ namespace morvex {
 
 namespace {
 
+/// A row each, whose date is this one of the record.
+template <class Record>
+std::vector<RecordTitle> titlesOf(const std::vector<Record>& records, Date Record::* changed) {
+    std::vector<RecordTitle> titles;
+    titles.reserve(records.size());
+    for (const auto& record : records)
+        titles.push_back(RecordTitle::of(record.id, record.title, record.*changed));
+    return titles;
+}
+
+/// What `whole` makes of the record, if it is there.
+template <class Record, class Whole>
+std::optional<RecordsModel::Record> found(const std::vector<Record>& records, const Uuid& id, Whole whole) {
+    const auto place = std::ranges::find(records, id, &Record::id);
+    return place == records.end() ? std::nullopt : std::optional(whole(*place));
+}
+
+RecordsModel::Record wholeNote(const MorvexNote& note) {
+    return {note.title, note.body, shortDate(note.updatedAt)};
+}
+
 RecordsModel::Source notesOf(const PoznamkyStore& store) {
-    auto records = [&store] {
-        std::vector<RecordsModel::Record> all;
-        for (const auto& note : store.notes())
-            all.push_back({note.id.text(), note.title, note.body, shortDate(note.updatedAt)});
-        return all;
-    };
-    return {records, [&store] { return store.problem(); }};
+    return {[&store] { return titlesOf(store.notes(), &MorvexNote::updatedAt); },
+            [&store](const Uuid& id) { return found(store.notes(), id, wholeNote); },
+            [&store] { return store.problem(); }};
 }
 
 /// The period that a summary is about, and where it came from.
@@ -28,15 +47,14 @@ QString originOf(const MorvexSummary& summary) {
     return origin;
 }
 
+RecordsModel::Record wholeSummary(const MorvexSummary& summary) {
+    return {summary.title, summary.body, shortDate(summary.createdAt), originOf(summary)};
+}
+
 RecordsModel::Source summariesOf(const SouhrnyStore& store) {
-    auto records = [&store] {
-        std::vector<RecordsModel::Record> all;
-        for (const auto& summary : store.summaries())
-            all.push_back({summary.id.text(), summary.title, summary.body, shortDate(summary.createdAt),
-                           originOf(summary)});
-        return all;
-    };
-    return {records, [&store] { return store.problem(); }};
+    return {[&store] { return titlesOf(store.summaries(), &MorvexSummary::createdAt); },
+            [&store](const Uuid& id) { return found(store.summaries(), id, wholeSummary); },
+            [&store] { return store.problem(); }};
 }
 
 } // namespace

@@ -2,38 +2,40 @@
 
 #include "app/ui/Localized.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace morvex {
 
 namespace {
 
-QVariantMap row(const RecordsModel::Record& record) {
-    return {
-        {QStringLiteral("id"), QString::fromStdString(record.id)},
-        {QStringLiteral("title"), QString::fromStdString(record.title)},
-        {QStringLiteral("body"), QString::fromStdString(record.body)},
-        {QStringLiteral("date"), record.date},
-        {QStringLiteral("origin"), record.origin},
-    };
+QString idOfTitle(const QVariant& row) {
+    return static_cast<const RecordTitle*>(row.constData())->id;
 }
 
 } // namespace
 
 RecordsModel::RecordsModel(Source source, Clipboard& clipboard)
-    : source_(std::move(source)), clipboard_(clipboard), rows_(*this, [this] { return readRows(); }) {}
+    : source_(std::move(source)),
+      clipboard_(clipboard),
+      rows_(*this, [this] { return readRows(); }, idOfTitle) {}
 
 QVariantList RecordsModel::readRows() const {
     QVariantList rows;
-    for (const auto& record : source_.records()) rows.push_back(row(record));
+    for (auto& title : source_.titles()) rows.push_back(QVariant::fromValue(std::move(title)));
     return rows;
 }
 
 QVariantMap RecordsModel::find(const QString& id) const {
-    const auto records = source_.records();
-    auto found = std::ranges::find(records, id.toStdString(), &Record::id);
-    return found == records.end() ? QVariantMap() : row(*found);
+    const auto uuid = Uuid::parse(id.toStdString());
+    const auto record = uuid ? source_.find(*uuid) : std::nullopt;
+    if (!record) return {};
+    return {
+        {QStringLiteral("id"), id},
+        {QStringLiteral("title"), QString::fromStdString(record->title)},
+        {QStringLiteral("body"), QString::fromStdString(record->body)},
+        {QStringLiteral("date"), record->date},
+        {QStringLiteral("origin"), record->origin},
+    };
 }
 
 QString RecordsModel::trouble() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ui/models/RecordTitle.h"
 #include "app/ui/models/RowList.h"
 #include "platform/ports/Clipboard.h"
 
@@ -17,13 +18,12 @@ class RecordsModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    /// A map each: `id`, `title`, `body`, `date`, `origin`.
+    /// A `RecordTitle` each.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
     struct Record {
-        std::string id;
         std::string title;
         std::string body;
         QString date;        ///< of the last change, as it is shown
@@ -32,7 +32,8 @@ class RecordsModel final : public ViewModel {
 
     /// Where the records are; it outlives this object.
     struct Source {
-        std::function<std::vector<Record>()> records;
+        std::function<std::vector<RecordTitle>()> titles;
+        std::function<std::optional<Record>(const Uuid& id)> find;
         std::function<std::optional<std::string>()> problem;
     };
 
@@ -42,7 +43,8 @@ class RecordsModel final : public ViewModel {
 
     [[nodiscard]] QString trouble() const;
 
-    /// The map of one record; without an `id` when there is none.
+    /// A map of one whole record: `id`, `title`, `body`, `date`, `origin`; without an `id` when there is
+    /// none.
     [[nodiscard]] Q_INVOKABLE QVariantMap find(const QString& id) const;
     Q_INVOKABLE void copy(const QString& text);
 

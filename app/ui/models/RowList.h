@@ -3,22 +3,31 @@
 #include "app/ui/models/ViewModel.h"
 
 #include <QAbstractListModel>
+#include <QSet>
 #include <QVariantList>
 
 #include <functional>
 
 namespace morvex {
 
-/// The rows of a view model as QML repeats them, each a map with an `id` of its own. What changes in one row
-/// leaves the others standing, and the keyboard where it is. Part of its view model; main thread.
+/// The rows of a view model as QML repeats them, each with an id of its own. What changes in one row leaves
+/// the others standing, and the keyboard where it is. Where so much changes at once that it would take too
+/// many steps, the rows are told of as new ones. Part of its view model; main thread.
 class RowList final : public QAbstractListModel {
     Q_OBJECT
     QML_ANONYMOUS
     Q_PROPERTY(int count READ rowCount NOTIFY countChanged)
 
   public:
-    /// Reads now and after each change of the view model, which has everything that `read` needs by now.
-    RowList(const ViewModel& owner, std::function<QVariantList()> read);
+    using Id = QString (*)(const QVariant& row);
+
+    /// Runs of rows that come or go, and rows that move, before all are new; each takes one pass over the
+    /// rows.
+    static constexpr int mostSteps = 100;
+
+    /// Reads now and after each change of the view model, which has everything that `read` needs by now. The
+    /// rows are maps with an `id`, unless `idOf` says otherwise.
+    RowList(const ViewModel& owner, std::function<QVariantList()> read, Id idOf = idOfMap);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -28,11 +37,24 @@ class RowList final : public QAbstractListModel {
     void countChanged();
 
   private:
+    using Ids = QSet<QString>;
+
+    static QString idOfMap(const QVariant& row);
+    [[nodiscard]] Ids idsOf(const QVariantList& rows) const;
+
     void readAnew();
-    void dropMissing(const QVariantList& now);
-    void place(const QVariant& row, qsizetype position);
+    /// The next two are false when they gave up.
+    bool dropMissing(const QVariantList& now, int& steps);
+    bool placeAll(const QVariantList& now, int& steps);
+    void drop(qsizetype first, qsizetype end);
+    void insert(const QVariantList& now, qsizetype first, qsizetype end);
+    bool bring(const QVariantList& now, qsizetype position, const Ids& stored);
+    void move(qsizetype from, qsizetype to);
+    void update(const QVariant& row, qsizetype position);
+    [[nodiscard]] qsizetype find(const QString& id, qsizetype from) const;
 
     std::function<QVariantList()> read_;
+    Id idOf_;
     QVariantList rows_;
 };
 

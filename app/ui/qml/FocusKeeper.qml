@@ -31,7 +31,10 @@ Item {
     }
 
     function settle() {
-        if (Window.activeFocusItem !== Window.contentItem)
+        // The row of a list that had it has gone; the list itself has no use for it.
+        if (Window.activeFocusItem instanceof ListView)
+            homeOf(Window.activeFocusItem)?.forceActiveFocus();
+        else if (Window.activeFocusItem !== Window.contentItem)
             ring = Window.activeFocusItem === last ? (last?.visualFocus ?? false) : ring;
         else if (last?.visible && last.enabled)
             last.forceActiveFocus(ring ? Qt.TabFocusReason : Qt.OtherFocusReason);

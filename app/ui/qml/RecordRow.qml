@@ -2,13 +2,13 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-/// Title and beginning of a text; a press opens it.
+/// Title and date of a text; a press opens it.
 T.Button {
     id: row
 
     required property var modelData
+    required property int index
 
-    Layout.fillWidth: true
     implicitHeight: column.implicitHeight + topPadding + bottomPadding
     padding: 10
     leftPadding: 12

@@ -20,14 +20,11 @@ Karta {
         text: view.whenEmpty
     }
 
-    Repeater {
-        model: view.model.rows
-
-        RecordRow {
-            id: row
-
-            onClicked: view.opened(row.modelData.id)
-        }
+    RecordsList {
+        Layout.fillWidth: true
+        visible: view.model.rows.count > 0
+        records: view.model
+        onOpened: id => view.opened(id)
     }
 
     Note {

@@ -43,9 +43,11 @@ Flickable {
         target: area.Window.window
         function onActiveFocusItemChanged() {
             const item = area.Window.window?.activeFocusItem;
-            for (let parent = item?.parent; parent; parent = parent.parent)
+            for (let parent = item?.parent; parent; parent = parent.parent) {
+                (parent as RecordsList)?.reveal(item as RecordRow);
                 if (parent === area.content)
                     area.reveal(item);
+            }
         }
     }
 }

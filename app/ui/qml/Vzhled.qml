@@ -43,6 +43,8 @@ QtObject {
     readonly property int pageMargin: 24
     readonly property int columnWidth: 640
     readonly property int scrollStep: 48
+    /// A longer list scrolls: some six texts.
+    readonly property int listHeight: 30 * bodySize
 
     readonly property int cardRadius: 14
     readonly property int controlRadius: 8

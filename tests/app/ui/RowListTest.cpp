@@ -3,6 +3,9 @@
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <string>
+
 namespace morvex {
 namespace {
 
@@ -35,6 +38,7 @@ class RowListTest : public testing::Test {
     QSignalSpy moved{&list, &RowList::rowsMoved};
     QSignalSpy changed{&list, &RowList::dataChanged};
     QSignalSpy counted{&list, &RowList::countChanged};
+    QSignalSpy renewed{&list, &RowList::modelReset};
 };
 
 TEST_F(RowListTest, ReadsAtFirst) {
@@ -65,6 +69,52 @@ TEST_F(RowListTest, LeavesTheOthersStandingWhenOneComesGoesOrMoves) {
     EXPECT_EQ(moved.size(), 1);
     EXPECT_EQ(counted.size(), 2) << "a move leaves the number as it is";
     EXPECT_TRUE(changed.empty());
+}
+
+TEST_F(RowListTest, TellsOnceOfRowsThatComeOrGoTogether) {
+    change({row("a"), row("x"), row("y"), row("z"), row("b"), row("c")});
+    EXPECT_EQ(ids(), "axyzbc");
+    EXPECT_EQ(inserted.size(), 1);
+    change({row("a"), row("c")});
+    EXPECT_EQ(ids(), "ac");
+    EXPECT_EQ(removed.size(), 1);
+}
+
+TEST_F(RowListTest, MovesARowThatGoesDownAndNotAllOthersUp) {
+    change({row("b"), row("n"), row("c"), row("a"), row("o")});
+    EXPECT_EQ(ids(), "bncao");
+    EXPECT_EQ(moved.size(), 1);
+    EXPECT_EQ(inserted.size(), 2);
+    EXPECT_TRUE(removed.empty() && changed.empty());
+}
+
+TEST_F(RowListTest, TellsOfNewRowsWhereTheChangesWouldTakeTooManySteps) {
+    QVariantList many;
+    for (int number = 0; number < 10'000; ++number) many.push_back(row(std::to_string(number).c_str()));
+    change(many);
+    EXPECT_TRUE(renewed.empty());
+    std::ranges::reverse(many);
+    change(many);
+    QVariantList every;
+    for (int number = 0; number < 10'000; number += 2) every.push_back(many[number]);
+    change(every);
+    EXPECT_EQ(renewed.size(), 2);
+    EXPECT_LE(inserted.size() + removed.size() + moved.size(), 300);
+    for (int at = 0; at < list.rowCount(); ++at)
+        EXPECT_EQ(list.data(list.index(at), Qt::UserRole), every[at]);
+    EXPECT_EQ(list.rowCount(), every.size());
+}
+
+TEST_F(RowListTest, EndsRightAlsoWithTwoRowsOfOneId) {
+    for (const auto& next : {QVariantList{row("a"), row("a", 1), row("b")},
+                             {row("b"), row("a")},
+                             {row("c"), row("b"), row("b", 2), row("a")},
+                             {row("a"), row("b"), row("b", 2)}}) {
+        change(next);
+        ASSERT_EQ(list.rowCount(), next.size());
+        for (int at = 0; at < list.rowCount(); ++at)
+            EXPECT_EQ(list.data(list.index(at), Qt::UserRole), next[at]);
+    }
 }
 
 TEST_F(RowListTest, FollowsAnyChangeToTheEnd) {
