@@ -26,5 +26,11 @@ TEST(ShortDate, ADayComesInTheShortForm) {
     EXPECT_EQ(shortDate(moment, QLocale(QLocale::German)).toStdString(), "15.01.27 08:00");
 }
 
+TEST(ShortDate, ComesInTheLocaleOfTheSystem) {
+    // That of these tests is Czech.
+    EXPECT_EQ(shortDate(moment).toStdString(), "15.01.27 8:00");
+    EXPECT_EQ(timeWithSeconds(moment).toStdString(), "8:00:05");
+}
+
 } // namespace
 } // namespace morvex
