@@ -3,30 +3,16 @@
 #include "foundation/Text.h"
 #include "shared/wire/Json.h"
 #include "tests/support/CompanionHarness.h"
+#include "tests/support/InstalledAgents.h"
 
 #include <filesystem>
-#include <fstream>
 
 namespace morvex {
 
 /// A companion with both agents installed, logged in, and played by the test.
 class AgentHarness : public CompanionHarness {
   protected:
-    AgentHarness() {
-        auto bin = temporary.path() / "bin";
-        std::filesystem::create_directories(bin);
-        for (const char* name : {"codex", "claude"}) {
-            std::ofstream(bin / name) << "x";
-            std::filesystem::permissions(bin / name, std::filesystem::perms::owner_all);
-        }
-        environment["PATH"] = bin.string();
-        programs.answer = [bin](const OutsideProgram& program) -> std::optional<ScriptedPrograms::Answer> {
-            if (!program.binary.starts_with(bin.string())) return ScriptedPrograms::Answer{.status = 127};
-            if (program.args.front() == "--version") return ScriptedPrograms::Answer{.output = "agent 1.0\n"};
-            if (program.args.front() == "auth") return ScriptedPrograms::Answer{};
-            return std::nullopt;
-        };
-    }
+    AgentHarness() { installAgents(temporary.path() / "bin", environment, programs); }
 
     /// Paired, with a session, and one folder allowed. Gives its path.
     std::string startWithFolder() {

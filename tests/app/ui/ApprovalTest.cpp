@@ -33,7 +33,7 @@ class ApprovalTest : public UiHarness {
 TEST_F(ApprovalTest, ARequestIsShownWithItsDetailAndEndsWithAPress) {
     start();
     openUi();
-    EXPECT_FALSE(reads("Čeká na potvrzení"));
+    EXPECT_FALSE(mentions("Čeká na potvrzení"));
     for (bool approved : {true, false}) {
         ask("Odeslat e-mail");
         EXPECT_TRUE(reads("Čeká na potvrzení: Odeslat e-mail"));
@@ -41,7 +41,7 @@ TEST_F(ApprovalTest, ARequestIsShownWithItsDetailAndEndsWithAPress) {
         EXPECT_TRUE(reads("Potvrdit můžeš tady i hlasem na telefonu. Bez potvrzení se neprovede nic — ani po "
                           "vypršení."));
         press(approved ? "Potvrdit" : "Zamítnout");
-        EXPECT_FALSE(reads("Čeká na potvrzení"));
+        EXPECT_FALSE(mentions("Čeká na potvrzení"));
         EXPECT_EQ(answers.back(), approved);
     }
 }
@@ -102,6 +102,19 @@ TEST_F(ApprovalTest, TheDesktopShowsItWithBothAnswersButWithoutTheDetail) {
     EXPECT_FALSE(notifications.shown) << "it goes with the request";
 }
 
+TEST_F(ApprovalTest, TheDesktopsAnswersDecide) {
+    start();
+    openUi();
+    for (std::size_t position : {1U, 2U}) {
+        ask("Odeslat e-mail");
+        const auto shown = *notifications.shown;
+        shown.onAction(shown.actions.at(position).key);
+        settle();
+        EXPECT_EQ(answers.back(), shown.actions[position].label == "Potvrdit");
+    }
+    EXPECT_EQ(answers, (std::vector{true, false}));
+}
+
 TEST_F(ApprovalTest, APressOfTheNotificationItselfOpensTheWindowAndDecidesNothing) {
     start();
     openUi();
@@ -136,7 +149,7 @@ TEST_F(ApprovalTest, ExpiryTakesTheQuestionAway) {
     ask("Odeslat e-mail");
     clock.advance(std::chrono::seconds(120));
     settle();
-    EXPECT_FALSE(reads("Čeká na potvrzení"));
+    EXPECT_FALSE(mentions("Čeká na potvrzení"));
     EXPECT_EQ(answers, std::vector{false});
     EXPECT_FALSE(notifications.shown);
 }

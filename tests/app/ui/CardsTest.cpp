@@ -1,6 +1,7 @@
 #include "app/ui/models/AgentTasksModel.h"
 #include "tests/app/ui/ShownCompanion.h"
 
+#include <algorithm>
 #include <filesystem>
 
 namespace morvex {
@@ -29,8 +30,9 @@ TEST_F(CardsTest, StandInTheirOrder) {
 TEST_F(CardsTest, AFolderIsAddedInADialogAndRemovedByItsRow) {
     start();
     openUi();
-    EXPECT_TRUE(reads("Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se telefonu "
-                      "vůbec nenabídnou."));
+    const std::string none = "Žádná. Bez povolené složky nemá Codex ani Claude Code kde pracovat, takže se "
+                             "telefonu vůbec nenabídnou.";
+    EXPECT_TRUE(reads(none));
     EXPECT_TRUE(reads("Přidat složku jde jen odsud. Telefon ani asistentka seznam rozšířit nemůžou."));
     auto folder = temporary.path() / "Smlouvy";
     std::filesystem::create_directory(folder);
@@ -38,10 +40,10 @@ TEST_F(CardsTest, AFolderIsAddedInADialogAndRemovedByItsRow) {
     press("Přidat nebo obnovit složku");
     EXPECT_EQ(companion->slozky().povolene(), std::vector<std::string>{folder.string()});
     EXPECT_TRUE(reads("1 povolených složek"));
-    EXPECT_FALSE(reads("Žádná."));
+    EXPECT_FALSE(mentions("Žádná."));
     press("Odebrat: " + folder.string());
     EXPECT_TRUE(companion->slozky().povolene().empty());
-    EXPECT_TRUE(reads("Žádná."));
+    EXPECT_TRUE(reads(none));
 }
 
 TEST_F(CardsTest, AFolderThatReachesFarIsAskedAboutInASheet) {
@@ -140,6 +142,18 @@ TEST_F(CardsTest, EachSwitchOfAFamilyIsTheOneOfTheSettings) {
     }
 }
 
+TEST_F(CardsTest, TheServicesStandInTheirOrder) {
+    start();
+    openUi();
+    const auto& model = *ui->model().integrations();
+    std::vector<std::string> order;
+    for (const auto& group : {model.personalData(), model.macTools(), model.customApps()})
+        for (const auto* row : group) order.push_back(row->property("name").toString().toStdString());
+    EXPECT_EQ(order, (std::vector<std::string>{"Kalendář", "Připomínky", "Kontakty", "Poznámky Morvex",
+                                               "Vyhledávání na webu", "Apple Mail", "SMTP / IMAP", "Codex",
+                                               "Claude Code", "Soubory", "Terminál", "Vlastní aplikace"}));
+}
+
 TEST_F(CardsTest, TheRowOfTheTerminalSaysThatItRunsAnyCode) {
     startSecured();
     openUi();
@@ -158,9 +172,9 @@ TEST_F(CardsTest, AnAgentWithAProblemCanBeLookedForAgain) {
     EXPECT_TRUE(reads("Nenainstalováno"));
     EXPECT_TRUE(reads("Codex tu není."));
     EXPECT_TRUE(reads("Zjistit znovu: Codex"));
-    EXPECT_FALSE(reads("Zjistit znovu: Claude Code"));
+    EXPECT_FALSE(mentions("Zjistit znovu: Claude Code"));
     press("Zjistit znovu: Codex");
-    EXPECT_FALSE(reads("Codex tu není.")) << "there is news";
+    EXPECT_FALSE(mentions("Codex tu není.")) << "there is news";
 }
 
 TEST_F(CardsTest, ALookForTheAgentsIsSaidAndIsNoProblem) {
@@ -169,9 +183,9 @@ TEST_F(CardsTest, ALookForTheAgentsIsSaidAndIsNoProblem) {
     auto& state = companion->stav();
     const auto isLooking = [this] {
         EXPECT_TRUE(reads("Zjišťuji…"));
-        EXPECT_FALSE(reads("Nenainstalováno"));
-        EXPECT_FALSE(reads("Codex tu není."));
-        EXPECT_FALSE(reads("Zjistit znovu"));
+        EXPECT_FALSE(mentions("Nenainstalováno"));
+        EXPECT_FALSE(mentions("Codex tu není."));
+        EXPECT_FALSE(mentions("Zjistit znovu"));
     };
     for (auto* agent : {&state.stavCodexu, &state.stavClauda})
         *agent = AgentStatus{false, {}, {}, CompanionState::jesteNevim};
@@ -185,7 +199,7 @@ TEST_F(CardsTest, ALookForTheAgentsIsSaidAndIsNoProblem) {
     state.zjistovani = 0;
     settle();
     EXPECT_TRUE(reads("Zjistit znovu: Codex"));
-    EXPECT_FALSE(reads("Zjišťuji…"));
+    EXPECT_FALSE(mentions("Zjišťuji…"));
     std::vector<int> looks;
     auto noted = state.zjistovani.addNotifier([&] { looks.push_back(state.zjistovani); });
     press("Obnovit stav");
@@ -232,7 +246,7 @@ TEST_F(CardsTest, TasksAreStoppedContinuedAndClearedAfterAQuestion) {
     openUi();
     fill();
     settle();
-    EXPECT_TRUE(reads("Claude Code · Pracuje"));
+    EXPECT_TRUE(reads("Claude Code · Pracuje · 15.01.27 8:21"));
     EXPECT_TRUE(reads("Zastavit: Přidej na web tmavý režim"));
     press("Pokračovat v Codexu: Přelož stránku do angličtiny");
     EXPECT_EQ(opener.opened, std::vector<std::string>{"codex://threads/relace-1"});
@@ -247,7 +261,8 @@ TEST_F(CardsTest, TasksAreStoppedContinuedAndClearedAfterAQuestion) {
     press("Vymazat: Poslední úkoly");
     press("Vymazat historii");
     EXPECT_TRUE(companion->historieAgentu().polozky().empty());
-    EXPECT_TRUE(reads("Úkoly zadané Codexu nebo Claude přes telefon se objeví tady."));
+    EXPECT_TRUE(reads("Úkoly zadané Codexu nebo Claude přes telefon se objeví tady. Pak v nich můžeš "
+                      "pokračovat jedním kliknutím."));
 }
 
 TEST_F(CardsTest, ANoteAndASummaryOpenAndAreCopied) {
@@ -267,9 +282,38 @@ TEST_F(CardsTest, ANoteAndASummaryOpenAndAreCopied) {
     EXPECT_TRUE(reads("Zkopírováno"));
     press("Zavřít");
     press("Týden 2");
-    EXPECT_TRUE(reads("· Kalendář · Pošta")) << "the sources";
+    EXPECT_TRUE(reads("08.01.27 11:21 – 15.01.27 11:21 · Kalendář · Pošta")) << "the period and the sources";
     press("Kopírovat");
     EXPECT_EQ(clipboard.text, "Dvě schůzky, odevzdaný návrh.");
+}
+
+TEST_F(CardsTest, ANoteShowsTheDateOfItsLastChange) {
+    startSecured();
+    openUi();
+    ASSERT_TRUE(ended(companion->poznamky().vytvorit("Nákup", "Mléko")));
+    clock.advance(std::chrono::hours(1));
+    ASSERT_TRUE(ended(companion->poznamky().upravit("Nákup", {}, "Chléb")));
+    settle();
+    EXPECT_TRUE(reads("Upraveno 15.01.27 9:00"));
+}
+
+TEST_F(CardsTest, ASummaryHasTheDateOfItsMaking) {
+    startSecured();
+    openUi();
+    (void)ended(companion->souhrny().prijmout({random.uuid(),
+                                               "Týden 2",
+                                               "Dvě schůzky.",
+                                               clock.now(),
+                                               clock.now() - std::chrono::days(8),
+                                               clock.now() - std::chrono::days(1),
+                                               {"Pošta"},
+                                               1}));
+    settle();
+    EXPECT_TRUE(reads("Upraveno 15.01.27 8:00")) << "in the card";
+    press("Týden 2");
+    EXPECT_EQ(std::ranges::count(names(QAccessible::StaticText), "Upraveno 15.01.27 8:00"), 1)
+        << "in the sheet too";
+    EXPECT_TRUE(reads("07.01.27 8:00 – 14.01.27 8:00 · Pošta"));
 }
 
 TEST_F(CardsTest, AnOpenNoteFollowsItsRecordUntilThePhoneDeletesIt) {
@@ -279,7 +323,7 @@ TEST_F(CardsTest, AnOpenNoteFollowsItsRecordUntilThePhoneDeletesIt) {
     (void)ended(companion->poznamky().vytvorit("Jiná", "Text"));
     settle();
     press("Nákup");
-    EXPECT_TRUE(reads("Upraveno "));
+    EXPECT_TRUE(reads("Upraveno 15.01.27 8:00"));
     note.body = "Mléko\nChléb";
     ++note.revision;
     phone.send({MacPayload::NoteUpdate{note}}, "n1");
@@ -289,12 +333,12 @@ TEST_F(CardsTest, AnOpenNoteFollowsItsRecordUntilThePhoneDeletesIt) {
     EXPECT_EQ(clipboard.text, "Mléko\nChléb");
     phone.send({MacPayload::Preferences{{"en", {}, {}}}}, "p");
     settle();
-    EXPECT_TRUE(reads("Edited "));
+    EXPECT_TRUE(reads("Edited 15.01.27 8:00"));
     note.deletedAt = clock.now();
     ++note.revision;
     phone.send({MacPayload::NoteUpdate{note}}, "n2");
     settle();
-    EXPECT_FALSE(reads("Close")) << "nothing is open any more";
+    EXPECT_FALSE(mentions("Close")) << "nothing is open any more";
 }
 
 TEST_F(CardsTest, TheKeyOfTheVoiceIsToldOfAndNeverShown) {
@@ -305,7 +349,7 @@ TEST_F(CardsTest, TheKeyOfTheVoiceIsToldOfAndNeverShown) {
     phone.send({MacPayload::OpenAICredential{"sk-tajny"}}, "k");
     settle();
     EXPECT_TRUE(reads("OpenAI klíč bezpečně převzat z iPhonu"));
-    EXPECT_FALSE(reads("sk-tajny"));
+    EXPECT_FALSE(mentions("sk-tajny"));
 }
 
 TEST_F(CardsTest, TheDeviceAndTheProtocolAreNamed) {
@@ -348,7 +392,7 @@ TEST_F(CardsTest, TheTrayWindowShowsWhatGoesOnAndLeadsToTheMainWindow) {
     ASSERT_NE(menu(), nullptr);
     EXPECT_TRUE(reads("Připraven", menu()));
     EXPECT_TRUE(reads("Hlasový rozhovor tahle verze ještě neumí.", menu()));
-    EXPECT_FALSE(reads("Běží: ", menu()));
+    EXPECT_FALSE(mentions("Běží: ", menu()));
     fill();
     settle();
     EXPECT_TRUE(reads("Běží: Claude Code", menu()));

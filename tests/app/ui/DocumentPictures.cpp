@@ -10,7 +10,8 @@ namespace {
 /// Draws the pictures that the documents show; checks meanwhile that they can be drawn.
 class DocumentPictures : public ShownCompanion {
   protected:
-    void keep(const QImage& picture, const char* name) {
+    void keep(const Shown& shown, const char* name) {
+        const auto& picture = shown.picture;
         ASSERT_FALSE(picture.isNull());
         const char* folder = std::getenv("MORVEX_PICTURES");
         if (!folder) return;

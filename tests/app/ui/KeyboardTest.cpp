@@ -101,7 +101,7 @@ TEST_F(KeyboardTest, EscapeClosesEverySheetAndTheTrayWindow) {
         give(Qt::Key_Space);
         EXPECT_TRUE(reads(sheet));
         give(Qt::Key_Escape);
-        EXPECT_FALSE(reads(sheet));
+        EXPECT_FALSE(mentions(sheet));
         EXPECT_EQ(focused(), button) << "the keyboard is back where it was";
     }
     EXPECT_EQ(companion->historieAgentu().polozky().size(), 3U);

@@ -20,7 +20,7 @@ class ScaleTest : public ShownCompanion {
 
     /// The picture of the code that the window shows, from its first to its last dark pixel.
     QImage code() {
-        const auto whole = column();
+        const auto whole = column().picture;
         auto* item = findCode(window()->contentItem());
         const auto ratio = window()->effectiveDevicePixelRatio();
         const auto place = item->mapRectToScene(item->boundingRect());
@@ -52,6 +52,15 @@ TEST_F(ScaleTest, EveryModuleOfACodeIsASharpSquareOfTheSameSize) {
             ASSERT_TRUE(color == QColor(Qt::black) || color == QColor(Qt::white)) << x << ", " << y;
             ASSERT_EQ(color, picture.pixelColor(x - x % module, y - y % module)) << x << ", " << y;
         }
+}
+
+TEST_F(ScaleTest, ACodeHasASquareOf220Points) {
+    start();
+    openUi();
+    showState({StavParovani::CekamNaTelefon{"{}", clock.now() + std::chrono::minutes(5)}});
+    const auto* item = findCode(window()->contentItem());
+    ASSERT_NE(item, nullptr);
+    EXPECT_EQ(item->size(), QSizeF(220, 220));
 }
 
 TEST_F(ScaleTest, TheWindowIsNoLargerThanTheScreen) {

@@ -4,6 +4,8 @@
 
 #include <QQuickItem>
 
+#include <utility>
+
 namespace morvex {
 
 namespace {
@@ -13,6 +15,17 @@ QQuickItem* findCard(QQuickItem* item, const QString& title) {
     for (auto* child : item->childItems())
         if (auto* found = findCard(child, title)) return found;
     return nullptr;
+}
+
+/// The texts that the item shows, without those that are there but not seen.
+std::string textsIn(QQuickItem& item) {
+    if (!item.isVisible() || item.opacity() == 0) return {};
+    std::string texts;
+    const bool isTyped = item.inherits("QQuickTextInput");
+    if (isTyped || item.inherits("QQuickText") || item.inherits("QQuickTextEdit"))
+        texts = item.property(isTyped ? "displayText" : "text").toString().toStdString() + "\n";
+    for (auto* child : item.childItems()) texts += textsIn(*child);
+    return texts;
 }
 
 } // namespace
@@ -72,10 +85,11 @@ void ShownCompanion::ask(const std::string& title, const std::string& detail) {
     settle();
 }
 
-void ShownCompanion::expectApproved(const QImage& picture, const std::string& name) {
+void ShownCompanion::expectApproved(const Shown& shown, const std::string& name) {
+    EXPECT_EQ(differenceFromApproved(shown.texts, QString::fromStdString(name)), "") << name;
     const auto scale = static_cast<int>(window()->effectiveDevicePixelRatio() * 100);
     const auto suffix = scale == 100 ? QString() : QStringLiteral("-%1").arg(scale);
-    EXPECT_EQ(differenceFromApproved(picture, QString::fromStdString(name) + suffix), "") << name;
+    EXPECT_EQ(differenceFromApproved(shown.picture, QString::fromStdString(name) + suffix), "") << name;
 }
 
 void ShownCompanion::showState(StavParovani state) {
@@ -83,25 +97,31 @@ void ShownCompanion::showState(StavParovani state) {
     settle();
 }
 
-QImage ShownCompanion::column(int width) {
+ShownCompanion::Shown ShownCompanion::column(int width) {
     auto* content = window()->contentItem()->childItems().front();
     window()->resize(width, window()->height());
-    (void)pictureOf(window()); // its height follows its width
+    (void)drawn(window()); // its height follows its width
     window()->resize(width, static_cast<int>(content->property("contentHeight").toReal()));
     return pictureOf(window());
 }
 
-QImage ShownCompanion::card(const std::string& title) {
+ShownCompanion::Shown ShownCompanion::card(const std::string& title) {
     auto whole = column();
     auto* item = findCard(window()->contentItem(), QString::fromStdString(title));
     EXPECT_NE(item, nullptr) << title;
     if (!item) return {};
     auto place = item->mapRectToScene(item->boundingRect());
     auto ratio = window()->effectiveDevicePixelRatio();
-    return whole.copy(QRectF(place.topLeft() * ratio, place.size() * ratio).toRect());
+    return {whole.picture.copy(QRectF(place.topLeft() * ratio, place.size() * ratio).toRect()),
+            textsIn(*item)};
 }
 
-QImage ShownCompanion::pictureOf(QQuickWindow* shown) {
+ShownCompanion::Shown ShownCompanion::pictureOf(QQuickWindow* shown) {
+    auto picture = drawn(shown);
+    return {std::move(picture), textsIn(*shown->contentItem())};
+}
+
+QImage ShownCompanion::drawn(QQuickWindow* shown) {
     // Layouts within layouts come to rest only after some drawn frames.
     constexpr int mostFrames = 50;
     QImage before;

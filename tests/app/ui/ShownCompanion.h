@@ -23,16 +23,23 @@ class ShownCompanion : public UiHarness {
 
     static constexpr int usualWidth = 720;
 
-    /// The whole column of cards, however high it is.
-    QImage column(int width = usualWidth);
-    /// The card with this title.
-    QImage card(const std::string& title);
-    QImage pictureOf(QQuickWindow* shown);
+    /// What a person sees: the picture for its shape, the texts in it for what they say.
+    struct Shown {
+        QImage picture;
+        std::string texts; ///< a line each, in the order of the items
+    };
 
-    /// Against the approved picture of this name and of the scale in force.
-    void expectApproved(const QImage& picture, const std::string& name);
+    /// The whole column of cards, however high it is.
+    Shown column(int width = usualWidth);
+    /// The card with this title.
+    Shown card(const std::string& title);
+    Shown pictureOf(QQuickWindow* shown);
+
+    /// Against the approved texts of this name, and its approved picture of the scale in force.
+    void expectApproved(const Shown& shown, const std::string& name);
 
   private:
+    QImage drawn(QQuickWindow* shown);
     /// Shows fixed words instead of the folder and the identities of this run.
     void replaceChance(QQuickItem& item);
 };

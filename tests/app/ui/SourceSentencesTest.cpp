@@ -1,10 +1,12 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTranslator>
 #include <QXmlStreamReader>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
 
@@ -82,13 +84,31 @@ QString contentOf(const QString& path) {
 }
 
 /// The parts of every sentence that the tables of the languages have; all have the same.
-QString translatedParts() {
-    QStringList parts;
+QSet<QString> translatedParts() {
+    QSet<QString> parts;
     for (QXmlStreamReader xml(contentOf(QStringLiteral("app/ui/languages/en.ts"))); !xml.atEnd();
          xml.readNext())
         if (xml.isStartElement() && xml.name() == QStringLiteral("source"))
-            parts += partsOf(xml.readElementText());
-    return parts.join(u'\n');
+            for (const auto& part : partsOf(xml.readElementText())) parts.insert(part.trimmed());
+    return parts;
+}
+
+/// Pieces from which the program makes one part of a sentence.
+const QSet<QString>& pieces() {
+    static const QSet<QString> all{QStringLiteral("Zpráva"),        QStringLiteral("Trezor odmítl"),
+                                   QStringLiteral("čtení"),         QStringLiteral("zápis"),
+                                   QStringLiteral("mazání"),        QStringLiteral("spí ("),
+                                   QStringLiteral("není připojený")};
+    return all;
+}
+
+/// Whether the tables have this part, whole: most words stand somewhere in another sentence.
+bool isIn(const QSet<QString>& translated, const QString& part) {
+    const auto whole = part.trimmed();
+    return translated.contains(whole) ||
+           (pieces().contains(whole) &&
+            std::any_of(translated.cbegin(), translated.cend(),
+                        [&whole](const QString& other) { return other.contains(whole); }));
 }
 
 QStringList sources() {
@@ -112,8 +132,7 @@ TEST(SourceSentences, WhateverTheWindowMayTellIsInTheTables) {
             for (const auto& part : partsOf(text)) {
                 if (!czech().match(part).hasMatch()) continue;
                 ++looked;
-                EXPECT_TRUE(translated.contains(part.trimmed()))
-                    << path.toStdString() << ": " << text.toStdString();
+                EXPECT_TRUE(isIn(translated, part)) << path.toStdString() << ": " << text.toStdString();
             }
     }
     EXPECT_GT(looked, 150);
@@ -125,7 +144,7 @@ TEST(SourceSentences, NoFileIsExceptedWithoutNeed) {
         bool needed = false;
         for (const auto& text : textsOf(contentOf(path)))
             for (const auto& part : partsOf(text))
-                needed = needed || (czech().match(part).hasMatch() && !translated.contains(part.trimmed()));
+                needed = needed || (czech().match(part).hasMatch() && !isIn(translated, part));
         EXPECT_TRUE(needed) << path.toStdString() << ": " << why;
     }
 }

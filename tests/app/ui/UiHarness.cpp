@@ -101,6 +101,10 @@ std::string UiHarness::texts(QQuickWindow* in) {
     return all;
 }
 
+bool UiHarness::reads(const std::string& sentence, QQuickWindow* in) {
+    return ("\n" + texts(in)).contains("\n" + sentence + "\n");
+}
+
 void UiHarness::press(const std::string& name, QQuickWindow* in) {
     auto* node = find(name, in);
     ASSERT_NE(node, nullptr) << name << " is not there:\n" << texts(in);
@@ -113,13 +117,15 @@ void UiHarness::press(const std::string& name, QQuickWindow* in) {
 }
 
 void UiHarness::type(const std::string& name, const std::string& text) {
-    QAccessibleInterface* field = nullptr;
-    morvex::walk(QAccessible::queryAccessibleInterface(window()), [&](QAccessibleInterface* node) {
-        if (node->role() == QAccessible::EditableText && nameOf(node) == name) field = node;
-    });
+    auto* field = findField(name);
     ASSERT_NE(field, nullptr) << name << " is not there:\n" << texts();
     field->object()->setProperty("text", QString::fromStdString(text));
     settle();
+}
+
+std::string UiHarness::typedInto(const std::string& name) {
+    auto* field = findField(name);
+    return field ? field->object()->property("typed").toString().toStdString() : "no such field";
 }
 
 void UiHarness::openWithKeyboard() {
@@ -161,6 +167,14 @@ void UiHarness::goTo(const std::string& name) {
 bool UiHarness::isOn(const std::string& name) {
     auto* node = find(name, nullptr);
     return node && node->state().checked;
+}
+
+QAccessibleInterface* UiHarness::findField(const std::string& name) {
+    QAccessibleInterface* found = nullptr;
+    morvex::walk(QAccessible::queryAccessibleInterface(window()), [&](QAccessibleInterface* node) {
+        if (node->role() == QAccessible::EditableText && nameOf(node) == name) found = node;
+    });
+    return found;
 }
 
 QAccessibleInterface* UiHarness::find(const std::string& name, QQuickWindow* in) {

@@ -5,7 +5,7 @@
 #include "platform/memory/FakeColorScheme.h"
 #include "platform/memory/FakeNotifications.h"
 #include "platform/memory/FakeTray.h"
-#include "tests/support/CompanionHarness.h"
+#include "tests/support/PairingHarness.h"
 
 #include <QAccessible>
 #include <QTest>
@@ -19,7 +19,7 @@ namespace morvex {
 
 /// A companion among fakes with its windows, used as a screen reader uses them: by the names and the actions
 /// of what they hold.
-class UiHarness : public CompanionHarness {
+class UiHarness : public PairingHarness {
   protected:
     ~UiHarness() override;
 
@@ -42,16 +42,18 @@ class UiHarness : public CompanionHarness {
     [[nodiscard]] static bool isControl(QAccessibleInterface* node);
     /// Everything that is told to a screen reader.
     static void walk(QQuickWindow* in, const std::function<void(QAccessibleInterface*)>& visit);
-    /// Everything that a screen reader can tell of the window.
+    /// Everything that a screen reader can tell of the window, a line each.
     std::string texts(QQuickWindow* in = nullptr);
+    /// Whether a name, a description or a line of one of them is exactly this sentence.
+    bool reads(const std::string& sentence, QQuickWindow* in = nullptr);
 
-    /// Whether this text is among it.
-    bool reads(const std::string& text, QQuickWindow* in = nullptr) {
-        return texts(in).find(text) != std::string::npos;
-    }
+    /// Whether this part is anywhere in it: for what must not be there at all.
+    bool mentions(const std::string& part, QQuickWindow* in = nullptr) { return texts(in).contains(part); }
 
     /// Presses the button or switch of this name.
     void press(const std::string& name, QQuickWindow* in = nullptr);
+    /// What stands in the field of this name, also where a screen reader is not told.
+    std::string typedInto(const std::string& name);
     /// Has this text in the field of this name, which keeps the keyboard.
     void type(const std::string& name, const std::string& text);
     /// Opens the main window and gives it the keyboard.
@@ -83,6 +85,7 @@ class UiHarness : public CompanionHarness {
   private:
     void makeUi();
     QAccessibleInterface* find(const std::string& name, QQuickWindow* in);
+    QAccessibleInterface* findField(const std::string& name);
 };
 
 } // namespace morvex
