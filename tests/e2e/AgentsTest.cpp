@@ -203,16 +203,16 @@ TEST_F(AgentsTest, ThePhoneOrThePersonStopsATask) {
 }
 
 TEST_F(AgentsTest, ATaskThatRanAtTheEndOfTheProgramComesBackInterruptedAndItsAgentIsGone) {
-    for (int signal : {SIGKILL, SIGTERM}) {
-        call("mac.codex.run", {{"instruction", "Oprav testy"}});
-        awaitTask("Spouštím: make");
+    for (const auto& [signal, task] : {std::pair(SIGKILL, "První"), std::pair(SIGTERM, "Druhý")}) {
+        call("mac.codex.run", {{"instruction", task}});
+        awaitTask(std::string(task) + " — běží (codex, Ukázka): Spouštím: make");
         mac->signal(signal);
         mac->wait();
         awaitEndOfAgent();
         mac = startMac();
-        awaitTask("Oprav testy — přerušeno (codex, Ukázka)");
+        awaitTask(std::string(task) + " — přerušeno (codex, Ukázka)");
         auto prompt = openPhone();
-        prompt->waitForLine("úkol: Oprav testy — přerušeno");
+        prompt->waitForLine("úkol: " + std::string(task) + " — přerušeno");
         prompt->type("quit");
         prompt->wait();
         awaitAgents();

@@ -61,6 +61,10 @@ std::string Household::allow(Program& mac, const std::string& name) {
     return folder.string();
 }
 
+std::filesystem::path Household::peerFile() const {
+    return temporary.path() / "mac/.local/share/Morvex/vault/zz.bramwicks.tolvy/parovani.protejsek";
+}
+
 Program::Environment Household::environment(const std::string& home) {
     auto folder = temporary.path() / home;
     std::filesystem::create_directories(folder);

@@ -29,6 +29,9 @@ class Household {
     /// Makes a folder in the computer's home and allows it. Gives its path.
     std::string allow(Program& mac, const std::string& name);
 
+    /// Where a computer without a bus keeps the phone that it is paired with.
+    [[nodiscard]] std::filesystem::path peerFile() const;
+
     Program::Environment environment(const std::string& home);
 
     /// For every program, before what its home gives it.

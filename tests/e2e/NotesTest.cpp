@@ -76,6 +76,14 @@ class NotesEndToEnd : public EndToEnd {
         EXPECT_EQ(ended.code, code) << ended.output;
     }
 
+    /// That the phone lists this one, and none that the computer has not confirmed.
+    void expectConfirmed(const std::string& kind, const std::string& title) {
+        const auto listed = phone({kind, "list"});
+        EXPECT_EQ(listed.code, 0);
+        EXPECT_TRUE(listed.output.contains(title)) << listed.output;
+        EXPECT_FALSE(listed.output.contains("nepotvrzeno")) << listed.output;
+    }
+
     /// Many notes, as if the computer had had them for long.
     void layOnMac(int count) {
         NotesArchive archive;
@@ -153,8 +161,7 @@ TEST_F(NotesEndToEnd, AComputerThatHasLostItsFilesGetsEverythingBack) {
     expect({"notes", "sync"});
     EXPECT_EQ(onMac(), (Notes{"Z telefonu: dvě", "Z Macu: jedna"}));
     EXPECT_TRUE(std::filesystem::exists(kept / "summaries-from-iphone.json"));
-    auto listed = phone({"summaries", "list"});
-    EXPECT_EQ(listed.output.find("nepotvrzeno"), std::string::npos) << listed.output;
+    expectConfirmed("summaries", "Den");
 }
 
 TEST_F(NotesEndToEnd, HundredsOfNotesReachAFreshPhoneInAnyCommandWithOneSave) {
@@ -182,8 +189,7 @@ TEST_F(NotesEndToEnd, HundredsOfNotesReachAComputerThatHasLostItsOwnInOneSynchro
     std::filesystem::remove(temporary.path() / "mac/.local/share/Morvex/notes-from-iphone.json");
     mac = startMac();
     expect({"notes", "sync"});
-    auto listed = phone({"notes", "list"});
-    EXPECT_EQ(listed.output.find("nepotvrzeno"), std::string::npos);
+    expectConfirmed("notes", "Poznámka " + std::to_string(count - 1));
     end(*mac);
     const auto kept =
         readWhole(temporary.path() / "mac/.local/share/Morvex/notes-from-iphone.json", 10'000'000);
@@ -198,8 +204,7 @@ TEST_F(NotesEndToEnd, ASummaryOfThePhoneIsKeptOnTheComputer) {
     expect({"summaries", "send", "Den", "psal jsem", "mail", "--offline"});
     mac = startMac();
     expect({"notes", "sync"});
-    auto listed = phone({"summaries", "list"});
-    EXPECT_EQ(listed.output.find("nepotvrzeno"), std::string::npos) << listed.output;
+    expectConfirmed("summaries", "Den");
     expect({"summaries", "send", "Večer", "spal jsem"});
     auto file = temporary.path() / "mac/.local/share/Morvex/summaries-from-iphone.json";
     std::stringstream content;

@@ -90,6 +90,7 @@ TEST_F(EndToEnd, ThePromptTakesAScriptOfLines) {
     EXPECT_EQ(ended.code, 0) << ended.output;
     EXPECT_EQ(contentOf(folder + "/a.txt"), "první řádek");
     EXPECT_TRUE(contains(ended.output, "první řádek")) << ended.output;
+    EXPECT_TRUE(contains(ended.output, R"("a.txt")")) << "what was searched for: " << ended.output;
 }
 
 TEST_F(EndToEnd, EverythingSurvivesARestartOfEachSide) {
@@ -124,8 +125,9 @@ TEST_F(EndToEnd, ANumberThatDiffersKeepsNothingOnThisComputer) {
     mac->waitForNextLine("Číslo k porovnání: ");
     mac->type("neshoduje");
     mac->waitForNextLine("Čísla se neshodovala.");
-    EXPECT_FALSE(std::filesystem::exists(
-        temporary.path() / "mac/.local/share/Morvex/vault/zz.bramwicks.tolvy/parovani.protejsek"));
+    EXPECT_FALSE(std::filesystem::exists(peerFile()));
+    pair(*mac);
+    EXPECT_TRUE(std::filesystem::exists(peerFile()));
 }
 
 TEST_F(EndToEnd, EitherSideMayEndThePairing) {

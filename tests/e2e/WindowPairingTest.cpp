@@ -43,6 +43,7 @@ TEST_F(WindowPairingTest, APersonWithAKeyboardPairsAPhoneThatPhotographsTheScree
     phone.type("a");
     EXPECT_EQ(phone.wait(), 0) << phone.output();
     ASSERT_NO_FATAL_FAILURE(see("Odpojit telefon"));
+    EXPECT_TRUE(std::filesystem::exists(peerFile()));
 
     auto status = this->phone({"status"});
     EXPECT_EQ(status.code, 0) << status.output << screen();
@@ -60,8 +61,7 @@ TEST_F(WindowPairingTest, ANumberThatDiffersIsRefusedInTheWindow) {
     ASSERT_NO_FATAL_FAILURE(
         see("Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; pokud se to bude "
             "opakovat, někdo poslouchá."));
-    EXPECT_FALSE(std::filesystem::exists(
-        temporary.path() / "mac/.local/share/Morvex/vault/zz.bramwicks.tolvy/parovani.protejsek"));
+    EXPECT_FALSE(std::filesystem::exists(peerFile()));
 }
 
 TEST_F(WindowPairingTest, AKeyPressedTwiceDoesNotReachTheButtonThatHasGone) {

@@ -2,6 +2,8 @@
 #include "shared/wire/Json.h"
 #include "tests/app/agents/HistoryFixture.h"
 
+#include <cerrno>
+
 namespace morvex {
 namespace {
 
