@@ -161,7 +161,7 @@ struct Running {
         commands.stop();
         co_await commands.join();
         co_await defaults.ukoncit();
-        if (auto problem = defaults.problem()) complain(*problem);
+        if (const auto& problem = defaults.unsavedProblem()) complain(*problem);
         QCoreApplication::quit();
     }
 

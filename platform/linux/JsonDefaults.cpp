@@ -69,6 +69,29 @@ json::value jsonFrom(const DefaultsValue& value) {
         value);
 }
 
+Result<void> writeValues(const std::filesystem::path& path, const std::string& text) {
+    if (text.size() > JsonDefaults::sizeLimit) return fail(SystemError{EFBIG});
+    CHECK(checkReadable(text, limits));
+    return writeAtomically(path, asBytes(text));
+}
+
+/// Brings changes into a file that could not be read at the start; whatever else stands there is kept.
+Result<void> bringInto(const std::filesystem::path& path, json::object changed,
+                       const std::set<std::string>& removed) {
+    TRY(const auto, bytes, readWhole(path, JsonDefaults::sizeLimit));
+    json::object values;
+    if (bytes) {
+        auto parsed = parseJson(asText(*bytes), limits);
+        if (parsed && parsed->is_object())
+            values = std::move(parsed->get_object());
+        else
+            CHECK(setAside(path));
+    }
+    for (const auto& key : removed) values.erase(key);
+    for (auto& [key, value] : changed) values.insert_or_assign(key, std::move(value));
+    return writeValues(path, json::serialize(values));
+}
+
 } // namespace
 
 JsonDefaults::JsonDefaults(const std::filesystem::path& configHome, Saving saving)
@@ -86,7 +109,7 @@ JsonDefaults::~JsonDefaults() {
 void JsonDefaults::read() {
     auto bytes = readWhole(path_, sizeLimit);
     if (!bytes && systemCode(bytes.error()) != EFBIG) {
-        writable_ = false;
+        isKnown_ = false;
         logCause("reading the settings", bytes.error());
         loadProblem_ = "Soubor s nastavením nejde přečíst: " + bytes.error().popis();
         return;
@@ -101,7 +124,7 @@ void JsonDefaults::read() {
 
 void JsonDefaults::setDamagedAside() {
     auto moved = setAside(path_);
-    writable_ = moved.has_value();
+    isKnown_ = moved.has_value();
     if (!moved) logCause("setting the settings aside", moved.error());
     loadProblem_ = moved ? "Soubor s nastavením byl poškozený; je odložený jako " + moved->filename().string()
                          : "Soubor s nastavením je poškozený a nejde odložit: " + moved.error().popis();
@@ -119,6 +142,7 @@ void JsonDefaults::setTogether(DefaultsValues values) {
         const auto* present = values_.if_contains(key);
         if (present && *present == encoded) continue;
         values_.insert_or_assign(key, std::move(encoded));
+        removed_.erase(key);
         unsaved_ = true;
     }
     save();
@@ -126,7 +150,8 @@ void JsonDefaults::setTogether(DefaultsValues values) {
 
 void JsonDefaults::remove(const std::string& key) {
     endProposals(key);
-    if (values_.erase(key) > 0) unsaved_ = true;
+    if (!isKnown_) removed_.insert(key);
+    if (values_.erase(key) > 0 || !isKnown_) unsaved_ = true;
     save();
 }
 
@@ -141,7 +166,7 @@ void JsonDefaults::endProposals(std::string_view key) {
 }
 
 Task<Result<void>> JsonDefaults::setOnceSaved(DefaultsValues values) {
-    if (!writable_) co_return fail(TextError{loadProblem_.value_or(std::string())});
+    if (!isKnown_) co_return fail(TextError{loadProblem_.value_or(std::string())});
     if (isEnding_) co_return fail(Abandoned{});
     auto proposal = std::make_shared<Proposal>();
     for (const auto& [key, value] : values) {
@@ -154,26 +179,30 @@ Task<Result<void>> JsonDefaults::setOnceSaved(DefaultsValues values) {
     co_return saved;
 }
 
+const std::optional<std::string>& JsonDefaults::unsavedProblem() const {
+    return saveProblem_;
+}
+
 std::optional<std::string> JsonDefaults::problem() const {
     return saveProblem_ ? saveProblem_ : loadProblem_;
 }
 
 void JsonDefaults::save() {
-    if (unsaved_ && writable_ && !isEnding_) (void)saves_.request(0);
+    if (unsaved_ && !isEnding_) (void)saves_.request(0);
 }
 
 SaveQueue::Save JsonDefaults::zacniUkladat() {
     forgetRetry();
     unsaved_ = false;
+    if (!isKnown_)
+        return {0, [path = path_, values = values_, removed = removed_] {
+                    return bringInto(path, values, removed);
+                }};
     proposalsUnderWay_ = std::exchange(proposals_, {});
     std::erase_if(proposalsUnderWay_, [](const auto& proposal) { return proposal->isOver; });
     auto text = json::serialize(withProposals());
     const auto size = text.size();
-    return {size, [path = path_, text = std::move(text)]() -> Result<void> {
-                if (text.size() > sizeLimit) return fail(SystemError{EFBIG});
-                CHECK(checkReadable(text, limits));
-                return writeAtomically(path, asBytes(text));
-            }};
+    return {size, [path = path_, text = std::move(text)] { return writeValues(path, text); }};
 }
 
 json::object JsonDefaults::withProposals() const {

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,7 +32,8 @@ class JsonDefaults : public UserDefaults {
     static constexpr Clock::Duration retryDelay = std::chrono::seconds(5);
 
     /// Reads the file, here and now. A damaged one is set aside and the settings start empty. One that can
-    /// be neither read nor set aside is left alone: then nothing is written.
+    /// be neither read nor set aside is left alone: changes count as ever, proposals are refused, and the
+    /// changed keys are brought into the file as soon as it can be read.
     JsonDefaults(const std::filesystem::path& configHome, Saving saving);
     ~JsonDefaults() override;
 
@@ -45,6 +47,9 @@ class JsonDefaults : public UserDefaults {
     Task<void> ulozeno() override;
 
     [[nodiscard]] std::optional<std::string> problem() const override;
+
+    /// Of the last save alone: changes are not on the disk.
+    [[nodiscard]] const std::optional<std::string>& unsavedProblem() const;
 
     /// Saves what is left, and tries once more what could not be saved; awaited before this object goes. What
     /// is changed later is not saved.
@@ -73,7 +78,8 @@ class JsonDefaults : public UserDefaults {
     std::filesystem::path path_;
     Saving saving_;
     boost::json::object values_;
-    bool writable_ = true;
+    bool isKnown_ = true;           ///< what stands in the file; else `values_` are the changes only
+    std::set<std::string> removed_; ///< while that is not known
     bool unsaved_ = false;
     Proposals proposals_;
     Proposals proposalsUnderWay_;

@@ -10,8 +10,10 @@
 namespace morvex {
 
 CustomAppsModel::CustomAppsModel(MacCustomAppsService& service, CompanionState& state, TaskScope& scope)
-    : service_(service), state_(state), scope_(scope), rows_(*this, [this] { return readRows(); }) {
-    watch(state_.potizNastaveni);
+    : service_(service),
+      scope_(scope),
+      trouble_(state.potizNastaveni, [this] { refresh(); }),
+      rows_(*this, [this] { return readRows(); }) {
     service_.priZmene([self = QPointer<CustomAppsModel>(this)] {
         if (self) self->refresh();
     });
@@ -40,13 +42,7 @@ void CustomAppsModel::setEnabled(const QString& id, bool enabled) {
 
 Task<void> CustomAppsModel::turn(std::string id, bool enabled) {
     const auto kept = co_await service_.setEnabled(std::move(id), enabled);
-    switchTrouble_ = kept ? std::string() : neulozenoKvuli(kept.error());
-    refresh();
-}
-
-QString CustomAppsModel::trouble() const {
-    if (!switchTrouble_.empty()) return localized(switchTrouble_);
-    return localized(state_.potizNastaveni.value().value_or(std::string()));
+    trouble_.note(kept);
 }
 
 void CustomAppsModel::remove(const QString& id) {

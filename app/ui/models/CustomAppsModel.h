@@ -3,6 +3,7 @@
 #include "app/companion/CompanionState.h"
 #include "app/customapps/MacCustomAppsService.h"
 #include "app/ui/models/RowList.h"
+#include "app/ui/models/SwitchTrouble.h"
 #include "foundation/TaskScope.h"
 
 #include <optional>
@@ -33,7 +34,7 @@ class CustomAppsModel final : public ViewModel {
     [[nodiscard]] QString error() const;
 
     /// Why the last switch could not be switched on, or the settings are not saved.
-    [[nodiscard]] QString trouble() const;
+    [[nodiscard]] QString trouble() const { return trouble_.text(); }
 
     /// On counts, and shows, once it is saved.
     Q_INVOKABLE void setEnabled(const QString& id, bool enabled);
@@ -56,9 +57,8 @@ class CustomAppsModel final : public ViewModel {
     Task<void> turn(std::string id, bool enabled);
 
     MacCustomAppsService& service_;
-    CompanionState& state_;
     TaskScope& scope_;
-    std::string switchTrouble_;
+    SwitchTrouble trouble_;
     bool saving_ = false;
     int editor_ = 0; ///< counts the openings of the editor
     std::string error_;

@@ -18,22 +18,11 @@ constexpr const char* onlyOnMac = "Apple Mail existuje jen v systému macOS.";
 } // namespace
 
 IntegrationsModel::IntegrationsModel(Companion& companion, TaskScope& scope)
-    : companion_(companion), scope_(scope) {
+    : companion_(companion), scope_(scope), trouble_(companion.stav().potizNastaveni, [this] { refresh(); }) {
     addPersonalData();
     addMacTools();
     addCustomApps();
     watch(companion_.stav().zjistovani);
-    watch(companion_.stav().potizNastaveni);
-}
-
-QString IntegrationsModel::trouble() const {
-    if (!switchTrouble_.empty()) return localized(switchTrouble_);
-    return localized(companion_.stav().potizNastaveni.value().value_or(std::string()));
-}
-
-void IntegrationsModel::noteSwitch(const Result<void>& result) {
-    switchTrouble_ = result ? std::string() : neulozenoKvuli(result.error());
-    refresh();
 }
 
 void IntegrationsModel::refreshRows() {
@@ -122,7 +111,7 @@ void IntegrationsModel::addAgent(Integration integration, const char* name, QPro
 IntegrationRow& IntegrationsModel::add(QList<QObject*>& group, IntegrationRow::Description description) {
     auto& row = rows_.emplace_back(
         std::make_unique<IntegrationRow>(companion_.integrations(), scope_, std::move(description),
-                                         [this](const Result<void>& result) { noteSwitch(result); }));
+                                         [this](const Result<void>& result) { trouble_.note(result); }));
     group.push_back(row.get());
     return *row;
 }

@@ -2,6 +2,7 @@
 
 #include "app/companion/Companion.h"
 #include "app/ui/models/IntegrationRow.h"
+#include "app/ui/models/SwitchTrouble.h"
 
 #include <QList>
 
@@ -33,7 +34,7 @@ class IntegrationsModel final : public ViewModel {
     [[nodiscard]] const QList<QObject*>& customApps() const { return customApps_; }
 
     /// Why the last switch could not be switched on, or the settings are not saved.
-    [[nodiscard]] QString trouble() const;
+    [[nodiscard]] QString trouble() const { return trouble_.text(); }
 
     /// Has every row read anew.
     void refreshRows();
@@ -52,11 +53,9 @@ class IntegrationsModel final : public ViewModel {
     void addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status);
     IntegrationRow& add(QList<QObject*>& group, IntegrationRow::Description description);
 
-    void noteSwitch(const Result<void>& result);
-
     Companion& companion_;
     TaskScope& scope_;
-    std::string switchTrouble_;
+    SwitchTrouble trouble_;
     std::vector<std::unique_ptr<IntegrationRow>> rows_;
     QList<QObject*> personalData_;
     QList<QObject*> macTools_;

@@ -53,7 +53,8 @@ Item {
         currentIndex: -1
         keyNavigationEnabled: false
         reuseItems: true
-        cacheBuffer: 0
+        // A row that others push down stays, and so does the keyboard that it has.
+        cacheBuffer: Vzhled.listHeight
         interactive: list.scrolls
         clip: list.scrolls
         boundsBehavior: Flickable.StopAtBounds

@@ -39,10 +39,24 @@ Flickable {
 
     T.ScrollBar.vertical: ScrollHandle {}
 
+    function isIn(item: Item, outer: Item): bool {
+        for (let parent = item?.parent; parent; parent = parent.parent)
+            if (parent === outer)
+                return true;
+        return false;
+    }
+
     Connections {
+        property Item before
+
         target: area.Window.window
         function onActiveFocusItemChanged() {
             const item = area.Window.window?.activeFocusItem;
+            const goesOutward = area.isIn(before, item);
+            before = item;
+            // A row that was scrolled out of sight gave the keyboard to what is around it, which is where it was.
+            if (goesOutward)
+                return;
             for (let parent = item?.parent; parent; parent = parent.parent) {
                 (parent as RecordsList)?.reveal(item as RecordRow);
                 if (parent === area.content)

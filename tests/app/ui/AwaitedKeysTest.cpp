@@ -47,19 +47,19 @@ TEST_F(AwaitedKeysTest, TheWindowStandsAfterAMomentAndSaysWhatItWaitsFor) {
     ASSERT_NE(window(), nullptr);
     EXPECT_TRUE(reads("Čekám na klíče tohoto počítače. Pokud se klíčenka ptá na heslo, odemkni ji."));
     EXPECT_TRUE(reads("Telefon: Čekám na klíče tohoto počítače…"));
-    EXPECT_FALSE(reads("Zatím žádný telefon."));
+    EXPECT_FALSE(mentions("Zatím žádný telefon."));
     press("Zkusit znovu");
     EXPECT_EQ(vault.stops, 1);
     letVaultWork();
-    EXPECT_TRUE(reads("Spárovaný telefon: "));
-    EXPECT_FALSE(reads("Čekám na klíče"));
+    EXPECT_TRUE(mentions("Spárovaný telefon: "));
+    EXPECT_FALSE(mentions("Čekám na klíče"));
 }
 
 TEST_F(AwaitedKeysTest, KeysThatComeAtOnceOpenTheWindowOnlyWithoutAPhone) {
     startUiThenCompanion();
     letVaultWork();
     ASSERT_NE(window(), nullptr);
-    EXPECT_TRUE(reads("Zatím žádný telefon."));
+    EXPECT_TRUE(mentions("Zatím žádný telefon."));
 }
 
 TEST_F(AwaitedKeysTest, WithAPhoneTheWindowStaysClosed) {
@@ -81,12 +81,12 @@ TEST_F(AwaitedKeysTest, AKeyringThatStaysLockedIsToldOnceWithWhatCanBeDone) {
     const auto first = all.find(told);
     ASSERT_NE(first, std::string::npos) << all;
     EXPECT_TRUE(reads("Telefon: Spojení přerušeno — Klíčenka zůstala zamčená."));
-    EXPECT_FALSE(reads("Párování neplatí"));
+    EXPECT_FALSE(mentions("Párování neplatí"));
     store.failLoad.reset();
     press("Zkusit znovu");
     letVaultWork();
-    EXPECT_TRUE(reads("Zatím žádný telefon."));
-    EXPECT_FALSE(reads("Klíčenka"));
+    EXPECT_TRUE(mentions("Zatím žádný telefon."));
+    EXPECT_FALSE(mentions("Klíčenka"));
 }
 
 TEST_F(AwaitedKeysTest, TheMainButtonActsOnceTheDiskHasRoom) {
@@ -94,7 +94,7 @@ TEST_F(AwaitedKeysTest, TheMainButtonActsOnceTheDiskHasRoom) {
     startUiThenCompanion();
     letVaultWork();
     EXPECT_TRUE(reads("Na disku není místo."));
-    EXPECT_FALSE(reads("Zobrazit QR kód"));
+    EXPECT_FALSE(mentions("Zobrazit QR kód"));
     press("Zkusit znovu");
     letVaultWork();
     EXPECT_TRUE(reads("Na disku není místo."));

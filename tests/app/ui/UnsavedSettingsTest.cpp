@@ -51,6 +51,20 @@ TEST_F(UnsavedSettingsTest, ASwitchThatCannotBeSavedStaysOffAndSaysWhy) {
     EXPECT_EQ(notes(), 0);
 }
 
+TEST_F(UnsavedSettingsTest, ASwitchThatWasRefusedIsForgottenOnceTheSettingsAreSavedAgain) {
+    start();
+    openUi();
+    press("Soubory");
+    defaults.refusal = TextError{"Na disku není místo."};
+    defaults.setProblem(full);
+    press("Soubory");
+    settle();
+    EXPECT_EQ(notes(), 3);
+    defaults.setProblem({});
+    settle();
+    EXPECT_EQ(notes(), 0);
+}
+
 TEST_F(UnsavedSettingsTest, AFolderThatCannotBeSavedIsNotAllowedAndTheCardSaysWhy) {
     start();
     openUi();

@@ -133,8 +133,28 @@ TEST_F(JsonDefaultsTest, WhatCannotBeReadIsLeftAlone) {
     auto defaults = load();
     defaults.set("key", true);
     EXPECT_EQ(defaults.boolean("key"), true);
-    EXPECT_TRUE(defaults.problem()->starts_with("Soubor s nastavením nejde přečíst: "));
+    EXPECT_TRUE(defaults.problem()->starts_with("Nastavení se nepodařilo uložit: "));
     EXPECT_TRUE(std::filesystem::is_empty(path_));
+}
+
+TEST_F(JsonDefaultsTest, ChangesOfAFileThatCannotBeReadComeIntoItOnceItCan) {
+    std::filesystem::create_directories(path_);
+    auto defaults = load();
+    EXPECT_TRUE(defaults.problem()->starts_with("Soubor s nastavením nejde přečíst: "));
+    EXPECT_FALSE(defaults.unsavedProblem());
+    defaults.set("switch", false);
+    defaults.remove("gone");
+    EXPECT_TRUE(defaults.unsavedProblem());
+    std::filesystem::remove(path_);
+    write(R"({"kept":"text","switch":true,"gone":"text"})");
+    defaults.set("other", true);
+    EXPECT_FALSE(defaults.unsavedProblem());
+    EXPECT_TRUE(defaults.problem()->starts_with("Soubor s nastavením nejde přečíst: "));
+    const auto whole = load();
+    EXPECT_EQ(whole.text("kept"), "text");
+    EXPECT_EQ(whole.boolean("switch"), false);
+    EXPECT_EQ(whole.boolean("other"), true);
+    EXPECT_EQ(whole.text("gone"), std::nullopt);
 }
 
 TEST_F(JsonDefaultsTest, AFailedWriteKeepsTheValueAndIsTriedAgainWithTheNext) {
