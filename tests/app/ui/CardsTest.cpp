@@ -287,16 +287,6 @@ TEST_F(CardsTest, ANoteAndASummaryOpenAndAreCopied) {
     EXPECT_EQ(clipboard.text, "Dvě schůzky, odevzdaný návrh.");
 }
 
-TEST_F(CardsTest, ANoteShowsTheDateOfItsLastChange) {
-    startSecured();
-    openUi();
-    ASSERT_TRUE(ended(companion->poznamky().vytvorit("Nákup", "Mléko")));
-    clock.advance(std::chrono::hours(1));
-    ASSERT_TRUE(ended(companion->poznamky().upravit("Nákup", {}, "Chléb")));
-    settle();
-    EXPECT_TRUE(reads("Upraveno 15.01.27 9:00"));
-}
-
 TEST_F(CardsTest, ASummaryHasTheDateOfItsMaking) {
     startSecured();
     openUi();
