@@ -62,6 +62,7 @@ constexpr const char* help =
 
 Běží, dokud ho neukončíš. Na ploše má okno a ikonu v oznamovací oblasti. Bez obrazovky spojení,
 párování a povolené složky ovládáš příkazy na jeho vstupu, seznam ukáže příkaz „pomoc“.
+Původní slova systému k chybám píše na chybový výstup.
 
   --console   bez okna, i když je tu obrazovka
   --help      tento text
