@@ -178,7 +178,7 @@ void Slozky::nepodariloSe(const std::string& slozka, const Error& proc) {
 void Slozky::odebrat(std::string slozka) {
     vyzadujHlavniVlakno();
     slozka = paths::standardized(slozka);
-    std::erase(povolene_, slozka);
+    if (std::erase(povolene_, slozka) == 0) return;
     aliasy_.reset();
     vyzadujiObnoveni_.erase(slozka);
     zalozky_.erase(slozka);

@@ -75,21 +75,30 @@ Result<void> writeValues(const std::filesystem::path& path, const std::string& t
     return writeAtomically(path, asBytes(text));
 }
 
-/// Brings changes into a file that could not be read at the start; whatever else stands there is kept.
-Result<void> bringInto(const std::filesystem::path& path, json::object changed,
+/// Brings changes into a file that could not be read at the start; whatever else stands there is kept. Lists
+/// and data may have been made of what was not known, so they stay out, and it fails.
+Result<void> bringInto(const std::filesystem::path& path, const json::object& changed,
                        const std::set<std::string>& removed) {
     TRY(const auto, bytes, readWhole(path, JsonDefaults::sizeLimit));
     json::object values;
     if (bytes) {
-        auto parsed = parseJson(asText(*bytes), limits);
-        if (parsed && parsed->is_object())
-            values = std::move(parsed->get_object());
-        else
-            CHECK(setAside(path));
+        TRY(auto, parsed, parseJson(asText(*bytes), limits));
+        if (!parsed.is_object()) return fail(SystemError{EINVAL});
+        values = std::move(parsed.get_object());
     }
+    const auto before = values;
+    bool isWhole = true;
     for (const auto& key : removed) values.erase(key);
-    for (auto& [key, value] : changed) values.insert_or_assign(key, std::move(value));
-    return writeValues(path, json::serialize(values));
+    for (const auto& [key, value] : changed) {
+        if (value.is_bool() || value.is_string())
+            values.insert_or_assign(key, value);
+        else
+            isWhole = false;
+    }
+    if (values != before) CHECK(writeValues(path, json::serialize(values)));
+    if (!isWhole)
+        return fail(TextError{"Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu."});
+    return {};
 }
 
 } // namespace

@@ -32,8 +32,9 @@ class JsonDefaults : public UserDefaults {
     static constexpr Clock::Duration retryDelay = std::chrono::seconds(5);
 
     /// Reads the file, here and now. A damaged one is set aside and the settings start empty. One that can
-    /// be neither read nor set aside is left alone: changes count as ever, proposals are refused, and the
-    /// changed keys are brought into the file as soon as it can be read.
+    /// be neither read nor set aside is left alone: changes count as ever, proposals are refused, and changed
+    /// booleans and texts are brought into the file as soon as it can be read. Changed lists and data are not
+    /// saved.
     JsonDefaults(const std::filesystem::path& configHome, Saving saving);
     ~JsonDefaults() override;
 

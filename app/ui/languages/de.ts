@@ -292,6 +292,10 @@
         <translation>Schläft im Akkubetrieb ein — wach bleibt er nur bei Netzstrom</translation>
     </message>
     <message>
+        <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
+        <translation>Die Datei konnte beim Start nicht gelesen werden. Beende Morvex und starte es neu.</translation>
+    </message>
+    <message>
         <source>Na disku není místo.</source>
         <translation>Auf dem Datenträger ist kein Platz.</translation>
     </message>

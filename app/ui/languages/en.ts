@@ -292,6 +292,10 @@
         <translation>Goes to sleep on battery — it is kept awake on mains power only</translation>
     </message>
     <message>
+        <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
+        <translation>The file could not be read at the start. Quit Morvex and start it again.</translation>
+    </message>
+    <message>
         <source>Na disku není místo.</source>
         <translation>There is no space left on the disk.</translation>
     </message>

@@ -292,6 +292,10 @@
         <translation>Con batería se duerme — solo se mantiene despierto con corriente</translation>
     </message>
     <message>
+        <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
+        <translation>El archivo no se pudo leer al iniciar. Cierra Morvex y vuelve a abrirlo.</translation>
+    </message>
+    <message>
         <source>Na disku není místo.</source>
         <translation>No queda espacio en el disco.</translation>
     </message>

@@ -292,6 +292,10 @@
         <translation>S’endort sur batterie — il ne reste éveillé que sur secteur</translation>
     </message>
     <message>
+        <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
+        <translation>Le fichier n’a pas pu être lu au démarrage. Quittez Morvex et relancez-le.</translation>
+    </message>
+    <message>
         <source>Na disku není místo.</source>
         <translation>Il n’y a plus de place sur le disque.</translation>
     </message>

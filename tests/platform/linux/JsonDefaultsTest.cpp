@@ -157,6 +157,19 @@ TEST_F(JsonDefaultsTest, ChangesOfAFileThatCannotBeReadComeIntoItOnceItCan) {
     EXPECT_EQ(whole.text("gone"), std::nullopt);
 }
 
+TEST_F(JsonDefaultsTest, AListThatWasMadeWithoutTheKeptOneDoesNotReplaceIt) {
+    std::filesystem::create_directories(path_);
+    auto defaults = load();
+    defaults.set("list", Items{std::string("new")});
+    std::filesystem::remove(path_);
+    write(R"({"list":["kept"]})");
+    defaults.set("switch", false);
+    EXPECT_EQ(defaults.unsavedProblem(), "Nastavení se nepodařilo uložit: Soubor s ním při startu nešel "
+                                         "přečíst. Ukonči Morvex a spusť ho znovu.");
+    EXPECT_EQ(load().texts("list"), std::vector<std::string>{"kept"});
+    EXPECT_EQ(load().boolean("switch"), false);
+}
+
 TEST_F(JsonDefaultsTest, AFailedWriteKeepsTheValueAndIsTriedAgainWithTheNext) {
     auto defaults = load();
     std::filesystem::create_directories(path_);
