@@ -293,7 +293,7 @@
     </message>
     <message>
         <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
-        <translation>Le fichier n’a pas pu être lu au démarrage. Quittez Morvex et relancez-le.</translation>
+        <translation>Le fichier n’a pas pu être lu au démarrage. Quitte Morvex et relance-le.</translation>
     </message>
     <message>
         <source>Na disku není místo.</source>

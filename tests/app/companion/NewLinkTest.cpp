@@ -19,9 +19,18 @@ class NewLinkTest : public CompanionHarness {
         return folder;
     }
 
-    void workOnVault() {
+    /// The paired companion with a session, whose vault works on this executor.
+    void startSecuredWith(ManualExecutor& vaultThread) {
+        storage = &vaultThread;
+        socket = startPaired();
+        workOn(vaultThread);
+        beginSession();
+        (void)phone.take();
+    }
+
+    void workOn(ManualExecutor& vaultThread) {
         for (int round = 0; round < 12; ++round) {
-            slow.runUntilIdle();
+            vaultThread.runUntilIdle();
             executor.runUntilIdle();
         }
     }
@@ -156,18 +165,22 @@ TEST_F(NewLinkTest, CallsOfTheSessionBeforeComeFirst) {
 }
 
 TEST_F(NewLinkTest, ACallWaitsAlsoForTheCallOfASessionBeforeTheLast) {
-    ManualExecutor saves;
-    records = &saves;
-    callThatLasts();
+    ManualExecutor vaultThread;
+    workers = &slow;
+    startSecuredWith(vaultThread);
+    allowFolder("Projekty");
+    phone.call("mac.files.search", "{}", "old");
+    executor.runUntilIdle();
     loseConnection();
     beginSession();
-    sendNote();
+    phone.send({MacPayload::OpenAICredential{"sk-1"}}, "key");
+    executor.runUntilIdle();
     loseConnection();
     beginSession();
     phone.call("mac.status", "{}", "new");
     executor.runUntilIdle();
-    saves.runUntilIdle();
-    EXPECT_TRUE(takeResults().empty()) << "the session between had a note only";
+    workOn(vaultThread);
+    EXPECT_TRUE(takeResults().empty()) << "the session between had a key only, and is done with it";
 
     finishCalls();
     EXPECT_EQ(takeResults(), (std::vector<std::string>{"old", "new"}));
@@ -237,19 +250,13 @@ TEST_F(NewLinkTest, AnEndWhileACallOfANewLinkWaitsIsClean) {
 }
 
 TEST_F(NewLinkTest, SettingsCountInTheOrderOfTheirComingWhileTheVaultIsSlow) {
-    storage = &slow;
-    startPaired();
-    workOnVault();
-    phone.logIn();
-    executor.runUntilIdle();
-    phone.exchangeHellos();
-    executor.runUntilIdle();
+    startSecuredWith(slow);
     phone.send({MacPayload::CustomApps{{{"p1", "a", "https://a", "t"}}}}, "apps");
     executor.runUntilIdle();
     (void)connectAgain();
     phone.send({MacPayload::CustomApps{{{"p2", "b", "https://b", "t"}}}}, "apps");
     executor.runUntilIdle();
-    workOnVault();
+    workOn(slow);
     EXPECT_EQ(companion->customApps().apps(),
               (std::vector<AppSummary>{{"p2", "b", "https://b", true, true}}));
     EXPECT_FALSE(vault.items.contains({Keychain::service, "custom.app.p1.token"}));
