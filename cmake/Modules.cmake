@@ -4,12 +4,16 @@ find_package(Threads REQUIRED)
 find_package(OpenSSL 3 REQUIRED)
 find_package(Boost 1.81 REQUIRED COMPONENTS json)
 
-# morvex_library(NAME LIBRARIES...): every .cpp below the current folder becomes one static library.
+# morvex_library(NAME LIBRARIES...): every .cpp below the current folder becomes one static library. What it uses of
+# cmake/Precompiled.cmake can be chosen by MORVEX_PRECOMPILED, of tests by MORVEX_PRECOMPILED_TESTS.
+set(MORVEX_PRECOMPILED precompiled)
+set(MORVEX_PRECOMPILED_TESTS precompiled-tests)
 function(morvex_library name)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   add_library(${name} STATIC ${sources})
   target_link_libraries(${name} PUBLIC ${ARGN})
+  target_precompile_headers(${name} REUSE_FROM ${MORVEX_PRECOMPILED})
 endfunction()
 
 # morvex_test(NAME LIBRARIES...): every .cpp below the current folder becomes one test program.
@@ -19,7 +23,7 @@ function(morvex_test name)
   add_executable(${name} ${sources})
   target_link_libraries(${name} PRIVATE ${ARGN} GTest::gtest GTest::gmock GTest::gtest_main)
   target_compile_definitions(${name} PRIVATE MORVEX_SOURCE_DIR="${CMAKE_SOURCE_DIR}")
-  target_precompile_headers(${name} PRIVATE <gtest/gtest.h> <gmock/gmock.h> <boost/json.hpp>)
+  target_precompile_headers(${name} REUSE_FROM ${MORVEX_PRECOMPILED_TESTS})
   add_test(NAME ${name} COMMAND ${name})
 endfunction()
 

@@ -23,7 +23,7 @@ struct Words {
     Style style = Style::plain;
 };
 
-std::string quoted(std::string_view text) {
+std::string inJson(std::string_view text) {
     std::string json;
     appendJsonString(json, text);
     return json;
@@ -87,14 +87,14 @@ std::optional<std::string> eventJson(const Inbox::Event& event, Date now) {
     return std::visit(Overloaded{
                           [now](const SecureLink::Stav& told) {
                               return Json(R"({"event":"state","text":)" +
-                                          quoted(told.stav.popis(peerName, now)) + "}");
+                                          inJson(told.stav.popis(peerName, now)) + "}");
                           },
                           [](const SecureLink::Pripraveno&) { return Json(R"({"event":"ready"})"); },
                           [](const SecureLink::Chyba& told) {
-                              return Json(R"({"event":"error","text":)" + quoted(told.text) + "}");
+                              return Json(R"({"event":"error","text":)" + inJson(told.text) + "}");
                           },
                           [](const SecureLink::Zprava& told) {
-                              return Json(R"({"event":"message","requestID":)" + quoted(told.requestID) +
+                              return Json(R"({"event":"message","requestID":)" + inJson(told.requestID) +
                                           R"(,"payload":)" + encode(told.payload) + "}");
                           },
                           [](const auto&) { return Json(); },

@@ -178,6 +178,7 @@ TEST_F(HistorieAgentuFileTest, ATaskLeftRunningComesBackInterruptedAndUndelivere
     EXPECT_EQ(ukol.dokonceno, NumericDate(clock.now()));
     EXPECT_EQ(ukol.revize, 2U);
     EXPECT_EQ(historie->nedorucene(), std::vector{ukol});
+    clock.advance(std::chrono::hours(1));
     load();
     EXPECT_EQ(historie->ukol(id), ukol) << "once, and saved";
 }

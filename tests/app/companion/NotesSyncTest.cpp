@@ -329,6 +329,20 @@ TEST_F(NotesSyncTest, OnceTheLinkIsTakenDownNothingMoreOfTheCatchUpIsTried) {
     EXPECT_EQ(trouble(), "none");
 }
 
+TEST_F(NotesSyncTest, ACatchUpWhoseLinkGoesWhileItWaitsForASaveSendsNothing) {
+    ManualExecutor saves;
+    records = &saves;
+    startSecured();
+    phone.send({MacPayload::NoteUpdate{note("Z telefonu")}}, "n");
+    executor.runUntilIdle();
+    (void)connectAgain();
+    executor.runUntilIdle();
+    (void)connectAgain();
+    while (executor.runUntilIdle() + saves.runUntilIdle() > 0) continue;
+    EXPECT_EQ(takeUpdates(), Titles{"Z telefonu"}) << "of the link that is there, once";
+    end();
+}
+
 TEST_F(NotesSyncTest, NotesAreOffTheOfferWithTheirSwitchButStayInStep) {
     startSecured();
     companion->integrations().vypnout(Integration::notes);

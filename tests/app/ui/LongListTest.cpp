@@ -227,8 +227,10 @@ TEST_F(LongListTest, APressOpensTheRowThatItMeetsAlsoAtTheEdge) {
     });
     ASSERT_NE(cut, all.end());
     const auto number = (*cut)->property("index").toInt();
-    QTest::mouseClick(window(), Qt::LeftButton, Qt::NoModifier,
-                      QPointF(shown.center().x(), place(*cut).top() + 4).toPoint());
+    const auto at = QPointF(shown.center().x(), place(*cut).top() + 4).toPoint();
+    QTest::mousePress(window(), Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseMove(window(), at + QPoint(1, 0)); // as a hand does
+    QTest::mouseRelease(window(), Qt::LeftButton, Qt::NoModifier, at + QPoint(1, 0));
     settle();
     EXPECT_EQ(names(QAccessible::Dialog), std::vector{title(number)});
 }
