@@ -183,6 +183,20 @@ TEST_F(ConsoleShellTest, SwitchesAFamilyOfTools) {
     EXPECT_EQ(type("zapnout vše"), std::vector<std::string>{"Neznámá skupina „vše“. Seznam ukáže „pomoc“."});
 }
 
+TEST_F(ConsoleShellTest, WhatCannotBeSavedIsNotSwitchedOnNorAllowedAndSaysWhy) {
+    startShell();
+    type("vypnout soubory");
+    defaults.refusal = TextError{"Na disku není místo."};
+    EXPECT_EQ(type("zapnout soubory"),
+              std::vector<std::string>{"Potíž: Nastavení se nepodařilo uložit: Na disku není místo."});
+    EXPECT_FALSE(companion->integrations().isOn(Integration::files));
+    const auto path = (temporary.path() / "Projekty").string();
+    std::filesystem::create_directory(path);
+    EXPECT_TRUE(hasLine(type("povolit " + path),
+                        "Oprávnění ke složce Projekty se nepodařilo uložit: Na disku není místo."));
+    EXPECT_TRUE(companion->slozky().povolene().empty());
+}
+
 TEST_F(ConsoleShellTest, QuitsOnCommand) {
     startShell();
     type("konec");

@@ -129,6 +129,29 @@ TEST_F(PressGuardTest, ARowThatMovesUpIsNotRemovedWithTheOneBefore) {
     EXPECT_TRUE(companion->slozky().povolene().empty());
 }
 
+TEST_F(PressGuardTest, AFingerIsHeldBackAsAPointerIs) {
+    start();
+    openHigh();
+    const auto first = allowFolder("a");
+    const auto second = allowFolder("b");
+    const auto place = placeOf("Odebrat: " + first);
+    auto* device = QTest::createTouchDevice();
+    const auto touch = [&] {
+        QTest::touchEvent(window(), device).press(0, place, window());
+        QTest::touchEvent(window(), device).release(0, place, window());
+        settle();
+    };
+    pause();
+    touch();
+    ASSERT_EQ(companion->slozky().povolene(), std::vector{second});
+    draw();
+    touch();
+    EXPECT_EQ(companion->slozky().povolene(), std::vector{second});
+    pause();
+    touch();
+    EXPECT_TRUE(companion->slozky().povolene().empty());
+}
+
 TEST_F(PressGuardTest, TheNextQuestionUnderTheSameButtonIsNotAnsweredWithTheLastOne) {
     start();
     openHigh();
