@@ -17,12 +17,12 @@ constexpr std::size_t longestRequestID = 512;
 
 /// A text that is no UUID counts as absent.
 std::optional<Uuid> uuid(const Arguments& arguments, std::string_view key) {
-    return Uuid::parse(arguments.requiredText(key));
+    return Uuid::parse(arguments.textOrEmpty(key));
 }
 
 /// Trimmed; a blank one counts as absent, as models like to send those.
 std::optional<std::string> named(const Arguments& arguments, std::string_view key) {
-    auto text = trim(arguments.requiredText(key));
+    auto text = trim(arguments.textOrEmpty(key));
     return text.empty() ? std::nullopt : std::optional(std::move(text));
 }
 
@@ -33,7 +33,7 @@ bool isCancelled(const Result<AgentRunner::Vysledek>& vysledek) {
 
 /// To rename another task than the named one would be worse than none.
 bool namesNoTask(const Arguments& arguments) {
-    return !trim(arguments.requiredText("work_item_id")).empty() && !uuid(arguments, "work_item_id");
+    return !trim(arguments.textOrEmpty("work_item_id")).empty() && !uuid(arguments, "work_item_id");
 }
 
 } // namespace
@@ -74,7 +74,7 @@ Task<ToolOutcome> AgentTools::spust(std::string_view nastroj, ToolCall call) {
 
     const std::string tool(nastroj);
     auto workItemID = uuid(arguments, "work_item_id");
-    auto instrukce = arguments.requiredText("instruction");
+    auto instrukce = arguments.textOrEmpty("instruction");
     auto navazana = relace(workItemID, tool, *slozka);
     auto ukol = historie_.zaloz(
         {workItemID, uuid(arguments, "conversation_id"), tool, arguments.text("title"), instrukce, *slozka});
@@ -162,7 +162,7 @@ void AgentTools::opust() {
 
 Task<ToolOutcome> AgentTools::prejmenuj(ToolCall call) {
     Arguments arguments(call.arguments);
-    auto title = trim(arguments.requiredText("title"));
+    auto title = trim(arguments.textOrEmpty("title"));
     const auto folder = named(arguments, "folder");
     const HistorieAgentu::Hledany hledany{uuid(arguments, "work_item_id"), named(arguments, "agent"), folder,
                                           folder ? folders_.slozkaProAlias(folder) : std::nullopt};

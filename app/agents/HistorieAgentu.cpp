@@ -134,9 +134,9 @@ const UkolAgenta* HistorieAgentu::bezici() const {
     return zapomenuty_ && zapomenuty_->stav == UkolAgenta::Stav::bezi ? &*zapomenuty_ : nullptr;
 }
 
-void HistorieAgentu::priZmene(std::function<void()> zavolat) {
+Connection HistorieAgentu::priZmene(std::function<void()> zavolat) {
     vyzadujHlavniVlakno();
-    priZmene_.add(std::move(zavolat));
+    return priZmene_.connect(std::move(zavolat));
 }
 
 UkolAgenta HistorieAgentu::zaloz(Zadani zadani) {

@@ -2,9 +2,9 @@
 
 #include "app/agents/UkolAgenta.h"
 #include "foundation/ArchiveFile.h"
-#include "foundation/Listeners.h"
 #include "foundation/Random.h"
 #include "foundation/SaveQueue.h"
+#include "foundation/Signal.h"
 #include "platform/ports/UrlOpener.h"
 
 #include <cstddef>
@@ -58,8 +58,8 @@ class HistorieAgentu {
     /// The task that runs, or null; also one that the list has forgotten since it began. Not to be kept.
     [[nodiscard]] const UkolAgenta* bezici() const;
 
-    /// Adds one that is called after every change of the list or of `potiz`, for the life of this object.
-    void priZmene(std::function<void()> zavolat);
+    /// Called after every change of the list or of `potiz`.
+    [[nodiscard]] Connection priZmene(std::function<void()> zavolat);
 
     /// Begins a task: the one with this work item and the same tool goes on under its id and session, else
     /// there is a new one. Its folder is the given one. It comes to the front, and the oldest ones beyond
@@ -139,7 +139,7 @@ class HistorieAgentu {
     std::vector<UkolAgenta> polozky_;
     std::optional<UkolAgenta> zapomenuty_; ///< ran when the list was cleared
     std::optional<std::string> potiz_;
-    Listeners priZmene_;
+    Signal<> priZmene_;
     SaveQueue saves_;
 };
 

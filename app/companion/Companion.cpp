@@ -75,14 +75,14 @@ Companion::Companion(CompanionServices services)
                  [this] { return nacistKlice(); }}) {
     state_.relayAdresa = services_.defaults.text(relayAddressKey).value_or(defaultRelayAddress);
     state_.potizNastaveni = services_.defaults.problem();
-    services_.defaults.onProblem = [this] { state_.potizNastaveni = services_.defaults.problem(); };
+    connections_.push_back(
+        services_.defaults.onProblem([this] { state_.potizNastaveni = services_.defaults.problem(); }));
     addTools();
     installCallbacks();
 }
 
 Companion::~Companion() {
     services_.network.unwatch();
-    services_.defaults.onProblem = nullptr;
 }
 
 void Companion::addTools() {
@@ -111,12 +111,12 @@ void Companion::addAgentTools() {
 void Companion::installCallbacks() {
     auto sendStatus = [this] { scope_.spawn(poslatStav()); };
     customApps_.setActive(integrations_.isOn(Integration::customApps));
-    customApps_.priZmene(sendStatus);
-    integrations_.onChange = [this, sendStatus] {
+    connections_.push_back(customApps_.priZmene(sendStatus));
+    connections_.push_back(integrations_.onChange([this, sendStatus] {
         customApps_.setActive(integrations_.isOn(Integration::customApps));
         sendStatus();
-    };
-    slozky_->priZmene(sendStatus);
+    }));
+    connections_.push_back(slozky_->priZmene(sendStatus));
     schvalovani_.poslatNaTelefon = [this](ApprovalRequest zadost) {
         if (spojeni_.jePritomne()) scope_.spawn(poslatZadost(std::move(zadost)));
     };

@@ -3,6 +3,7 @@
 #include "app/agents/AgentRunner.h"
 #include "app/agents/AgentTools.h"
 #include "app/agents/HistorieAgentu.h"
+#include "app/approvals/Schvalovani.h"
 #include "app/companion/Bdelost.h"
 #include "app/companion/CompanionServices.h"
 #include "app/companion/CompanionState.h"
@@ -10,7 +11,6 @@
 #include "app/companion/PairingFlow.h"
 #include "app/companion/PhoneInbox.h"
 #include "app/companion/PhoneLink.h"
-#include "app/companion/Schvalovani.h"
 #include "app/companion/StatusReport.h"
 #include "app/companion/TaskSync.h"
 #include "app/companion/ToolGate.h"
@@ -19,12 +19,13 @@
 #include "app/execution/Slozky.h"
 #include "app/execution/TerminalTools.h"
 #include "app/keychain/Keychain.h"
-#include "app/personal/MacIntegrationSettings.h"
 #include "app/personal/NotesTools.h"
 #include "app/personal/PoznamkyStore.h"
 #include "app/personal/SouhrnyStore.h"
 #include "app/programs/ProgramDiscovery.h"
+#include "app/settings/MacIntegrationSettings.h"
 #include "app/voice/MacVoiceController.h"
+#include "foundation/Signal.h"
 #include "foundation/TaskScope.h"
 #include "foundation/Turns.h"
 
@@ -175,6 +176,7 @@ class Companion {
     bool nactouSeZnovu_ = false; ///< another load of the keys waits for its turn
     bool sitSeMeni_ = false;     ///< a change of the network was told less than a second ago
     bool konci_ = false;         ///< nothing new is connected any more
+    std::vector<Connection> connections_;
 };
 
 } // namespace morvex

@@ -21,7 +21,7 @@ NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& 
       state_(state),
       scope_(scope),
       potvrzovani_(main) {
-    poznamky_.priZmene = [this](const MorvexNote& note) { poslatPoznamku(note); };
+    noteChanged_ = poznamky_.priZmene([this](const MorvexNote& note) { poslatPoznamku(note); });
 }
 
 Task<void> NotesSync::prijmout(MacPayload::NoteUpdate zprava) {

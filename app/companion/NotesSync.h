@@ -4,6 +4,7 @@
 #include "app/companion/PhoneLink.h"
 #include "app/personal/PoznamkyStore.h"
 #include "app/personal/SouhrnyStore.h"
+#include "foundation/Signal.h"
 #include "foundation/TaskScope.h"
 #include "shared/wire/MacPayload.h"
 
@@ -68,6 +69,7 @@ class NotesSync {
     std::deque<Prijaty> prijate_;
     std::size_t poJednom_ = 0; ///< so many records are saved one by one
     TaskScope potvrzovani_;    ///< runs while `prijate_` has something
+    Connection noteChanged_;
 };
 
 } // namespace morvex

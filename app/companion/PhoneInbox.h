@@ -1,8 +1,8 @@
 #pragma once
 
+#include "app/approvals/Schvalovani.h"
 #include "app/companion/NotesSync.h"
 #include "app/companion/PhoneLink.h"
-#include "app/companion/Schvalovani.h"
 #include "app/companion/TaskSync.h"
 #include "app/companion/ToolGate.h"
 #include "app/customapps/MacCustomAppsService.h"

@@ -3,7 +3,7 @@
 #include "app/agents/AgentRunner.h"
 #include "app/companion/CompanionState.h"
 #include "app/execution/Slozky.h"
-#include "app/personal/MacIntegrationSettings.h"
+#include "app/settings/MacIntegrationSettings.h"
 #include "app/tools/Tool.h"
 #include "shared/wire/MacStatus.h"
 

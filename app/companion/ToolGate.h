@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/approvals/Schvalovani.h"
 #include "app/companion/CompanionState.h"
-#include "app/companion/Schvalovani.h"
 #include "app/tools/ToolTable.h"
 #include "foundation/Random.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/companion/Schvalovani.h"
+#include "app/approvals/Schvalovani.h"
 #include "app/console/ConsoleOutput.h"
 
 #include <QProperty>

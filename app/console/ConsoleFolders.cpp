@@ -9,9 +9,7 @@
 namespace morvex {
 
 ConsoleFolders::ConsoleFolders(Surroundings surroundings) : surroundings_(std::move(surroundings)) {
-    surroundings_.slozky.priOtazce([alive = std::weak_ptr(alive_), this] {
-        if (!alive.expired()) printQuestion();
-    });
+    asked_ = surroundings_.slozky.priOtazce([this] { printQuestion(); });
 }
 
 void ConsoleFolders::print() const {

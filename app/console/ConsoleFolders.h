@@ -3,6 +3,7 @@
 #include "app/console/ConsoleFolderPicker.h"
 #include "app/console/ConsoleOutput.h"
 #include "app/execution/Slozky.h"
+#include "foundation/Signal.h"
 #include "foundation/TaskScope.h"
 
 #include <memory>
@@ -35,7 +36,7 @@ class ConsoleFolders {
     Task<void> allowAndShow();
 
     Surroundings surroundings_;
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true); ///< for callbacks that outlive this object
+    Connection asked_;
 };
 
 } // namespace morvex

@@ -139,9 +139,7 @@ void ConsoleShell::watch() {
         notifiers_.push_back(potiz->addNotifier([this, potiz] {
             if (potiz->value() && mayTellOfLink()) output_.trouble(potiz->value());
         }));
-    companion_.historieAgentu().priZmene([alive = std::weak_ptr(alive_), this] {
-        if (!alive.expired()) printTaskTrouble();
-    });
+    tasksChanged_ = companion_.historieAgentu().priZmene([this] { printTaskTrouble(); });
     notifiers_.push_back(state.telefonOdesel.addNotifier([this] { tellOfLeaving(); }));
 }
 

@@ -6,6 +6,7 @@
 #include "app/console/ConsoleOutput.h"
 #include "app/console/ConsolePairing.h"
 #include "foundation/Clock.h"
+#include "foundation/Signal.h"
 
 #include <QProperty>
 
@@ -85,7 +86,7 @@ class ConsoleShell {
     std::string shownAvailability_;
     std::optional<std::string> shownTaskTrouble_;
     std::vector<QPropertyNotifier> notifiers_;
-    std::shared_ptr<bool> alive_ = std::make_shared<bool>(true); ///< for callbacks that outlive this object
+    Connection tasksChanged_;
 };
 
 } // namespace morvex

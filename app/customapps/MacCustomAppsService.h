@@ -4,8 +4,8 @@
 #include "app/customapps/ServiceError.h"
 #include "app/customapps/StoredApp.h"
 #include "app/keychain/Keychain.h"
-#include "foundation/Listeners.h"
 #include "foundation/Random.h"
+#include "foundation/Signal.h"
 #include "foundation/Task.h"
 #include "foundation/Turns.h"
 #include "platform/ports/UserDefaults.h"
@@ -56,8 +56,10 @@ class MacCustomAppsService {
     /// Only what was added on this computer can be removed here.
     Task<void> remove(std::string id);
 
-    /// Adds one that is called after each change, for the life of this object.
-    void priZmene(std::function<void()> zavolat) { priZmene_.add(std::move(zavolat)); }
+    /// Called after each change.
+    [[nodiscard]] Connection priZmene(std::function<void()> zavolat) {
+        return priZmene_.connect(std::move(zavolat));
+    }
 
   private:
     [[nodiscard]] bool hasMacApp(const std::string& id) const;
@@ -75,7 +77,7 @@ class MacCustomAppsService {
     bool active_ = true;
     Turns saving_;                    ///< of changes that do not count yet
     std::set<std::string> turningOn_; ///< apps whose switching on is among them
-    Listeners priZmene_;
+    Signal<> priZmene_;
 };
 
 } // namespace morvex

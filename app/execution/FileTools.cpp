@@ -43,7 +43,7 @@ Task<ToolOutcome> FileTools::search(ToolCall call) {
 
 Task<ToolOutcome> FileTools::read(ToolCall call) {
     Arguments arguments(call.arguments);
-    auto path = arguments.requiredText("path");
+    auto path = arguments.textOrEmpty("path");
     if (path.empty()) co_return ToolOutcome::refused("Chybí cesta.");
     auto content = co_await soubory_.precti(std::move(path), arguments.text("folder"), slozky_.snimek());
     if (!content) co_return ToolOutcome::refused(content.error());
@@ -52,8 +52,8 @@ Task<ToolOutcome> FileTools::read(ToolCall call) {
 
 Task<ToolOutcome> FileTools::write(ToolCall call) {
     Arguments arguments(call.arguments);
-    auto path = arguments.requiredText("path");
-    auto content = arguments.requiredText("content");
+    auto path = arguments.textOrEmpty("path");
+    auto content = arguments.textOrEmpty("content");
     if (path.empty() || content.empty()) co_return ToolOutcome::refused("Chybí cesta nebo obsah.");
     const auto bytes = onDisk(path, content);
     if (!allowance_.take(bytes))

@@ -129,9 +129,9 @@ void Slozky::odpovedet(Odpoved odpoved) {
     priOtazce_.tell();
 }
 
-void Slozky::priOtazce(std::function<void()> zavolat) {
+Connection Slozky::priOtazce(std::function<void()> zavolat) {
     vyzadujHlavniVlakno();
-    priOtazce_.add(std::move(zavolat));
+    return priOtazce_.connect(std::move(zavolat));
 }
 
 void Slozky::ukoncit() {
@@ -186,9 +186,9 @@ void Slozky::odebrat(std::string slozka) {
     ulozit();
 }
 
-void Slozky::priZmene(std::function<void()> zavolat) {
+Connection Slozky::priZmene(std::function<void()> zavolat) {
     vyzadujHlavniVlakno();
-    priZmene_.add(std::move(zavolat));
+    return priZmene_.connect(std::move(zavolat));
 }
 
 void Slozky::nacistZalozky() {

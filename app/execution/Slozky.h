@@ -2,8 +2,8 @@
 
 #include "app/execution/PovoleneSlozky.h"
 #include "app/execution/SirokaSlozka.h"
-#include "foundation/Listeners.h"
 #include "foundation/OneShot.h"
+#include "foundation/Signal.h"
 #include "foundation/Task.h"
 #include "foundation/Turns.h"
 #include "platform/ports/FolderBookmarks.h"
@@ -68,8 +68,8 @@ class Slozky {
     /// The person's answer. Nothing when no question is open.
     void odpovedet(Odpoved odpoved);
 
-    /// Adds one that is called when a question opens and when it closes, for the life of this object.
-    void priOtazce(std::function<void()> zavolat);
+    /// Called when a question opens and when it closes.
+    [[nodiscard]] Connection priOtazce(std::function<void()> zavolat);
 
     /// For the end of the program: whatever is or would be asked is answered with no.
     void ukoncit();
@@ -77,9 +77,8 @@ class Slozky {
     /// Counts at once; saving goes on behind it until it succeeds.
     void odebrat(std::string slozka);
 
-    /// Adds one that is called after every save and when `chybaOpravneni` is cleared, for the life of this
-    /// object.
-    void priZmene(std::function<void()> zavolat);
+    /// Called after every save and when `chybaOpravneni` is cleared.
+    [[nodiscard]] Connection priZmene(std::function<void()> zavolat);
 
   private:
     Slozky(UserDefaults& defaults, FolderBookmarks& bookmarks, FolderPicker& picker,
@@ -115,13 +114,13 @@ class Slozky {
     std::map<std::string, Bytes> zalozky_;
     std::set<std::string> aktivniPristupy_;
     Turns ukladani_; ///< of folders that are not allowed yet
-    Listeners priZmene_;
+    Signal<> priZmene_;
     Turns otazky_;
     mutable std::optional<std::vector<std::string>> aliasy_; ///< of `povolene_`, once they were asked for
     std::optional<SirokaSlozka> otazka_;
     std::shared_ptr<OneShot<Odpoved>> pokracovani_; ///< of whoever asks `otazka_`
     bool konci_ = false;
-    Listeners priOtazce_;
+    Signal<> priOtazce_;
 };
 
 } // namespace morvex

@@ -14,7 +14,7 @@ void TerminalTools::addTo(ToolTable& table, std::function<bool()> isOn) {
 
 Task<ToolOutcome> TerminalTools::run(ToolCall call) {
     Arguments arguments(call.arguments);
-    auto program = arguments.requiredText("program");
+    auto program = arguments.textOrEmpty("program");
     if (program.empty()) co_return ToolOutcome::refused("Chybí program.");
     std::stop_source konec;
     auto ukonci = [&konec] { konec.request_stop(); };

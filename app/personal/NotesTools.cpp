@@ -31,7 +31,7 @@ void NotesTools::addTo(ToolTable& table, std::function<bool()> isOn) {
 Task<ToolOutcome> NotesTools::search(ToolCall call) {
     Arguments arguments(call.arguments);
     const auto found =
-        poznamky_.hledat(arguments.requiredText("query"), arguments.integer("limit").value_or(usuallyFound));
+        poznamky_.hledat(arguments.textOrEmpty("query"), arguments.integer("limit").value_or(usuallyFound));
     // Before the answer is made of them, which would take several times their memory.
     std::size_t size = 0;
     for (const auto& note : found) size += note.title.size() + note.body.size();
@@ -47,15 +47,15 @@ Task<ToolOutcome> NotesTools::search(ToolCall call) {
 
 Task<ToolOutcome> NotesTools::create(ToolCall call) {
     Arguments arguments(call.arguments);
-    const auto title = arguments.requiredText("title");
-    const auto body = arguments.requiredText("body");
+    const auto title = arguments.textOrEmpty("title");
+    const auto body = arguments.textOrEmpty("body");
     if (title.empty() || body.empty()) co_return ToolOutcome::refused("Chybí název nebo obsah poznámky.");
     co_return answer("created", co_await poznamky_.vytvorit(title, body));
 }
 
 Task<ToolOutcome> NotesTools::update(ToolCall call) {
     Arguments arguments(call.arguments);
-    const auto title = arguments.requiredText("title");
+    const auto title = arguments.textOrEmpty("title");
     if (title.empty()) co_return ToolOutcome::refused(missingTitle);
     auto note = co_await poznamky_.upravit(title, arguments.text("new_title"), arguments.text("body"));
     co_return answer("updated", note);
@@ -63,7 +63,7 @@ Task<ToolOutcome> NotesTools::update(ToolCall call) {
 
 Task<ToolOutcome> NotesTools::remove(ToolCall call) {
     Arguments arguments(call.arguments);
-    const auto title = arguments.requiredText("title");
+    const auto title = arguments.textOrEmpty("title");
     if (title.empty()) co_return ToolOutcome::refused(missingTitle);
     co_return answer("deleted", co_await poznamky_.smazat(title));
 }

@@ -154,7 +154,7 @@ Task<Result<MorvexNote>> PoznamkyStore::ulozZmenu(MorvexNote note) {
     // Whoever asked waits, a tool or a person.
     saves_.hurry();
     CO_CHECK(co_await save->wait());
-    if (priZmene) priZmene(note);
+    priZmene_.tell(note);
     co_return note;
 }
 
@@ -192,13 +192,13 @@ void PoznamkyStore::obnovNotes(const Records::List& records) {
     const auto isSame = [](const auto& kept, const MorvexNote& note) { return *kept.record == note; };
     if (std::ranges::equal(visible, notes_, isSame)) return;
     notes_ = copied(visible);
-    if (onChange) onChange();
+    onChange_.tell();
 }
 
 void PoznamkyStore::setProblem(std::optional<std::string> problem) {
     if (problem == problem_) return;
     problem_ = std::move(problem);
-    if (onChange) onChange();
+    onChange_.tell();
 }
 
 } // namespace morvex

@@ -6,6 +6,7 @@
 #include "foundation/Clock.h"
 #include "foundation/Random.h"
 #include "foundation/SaveQueue.h"
+#include "foundation/Signal.h"
 #include "foundation/archive/RecordFile.h"
 #include "foundation/archive/RecordsAhead.h"
 #include "shared/base/Error.h"
@@ -91,9 +92,14 @@ class PoznamkyStore {
     [[nodiscard]] std::size_t folded() const { return folded_.size(); }
 
     /// After each local change that was saved; never for a note of the phone.
-    std::function<void(const MorvexNote&)> priZmene;
+    [[nodiscard]] Connection priZmene(std::function<void(const MorvexNote&)> zavolat) {
+        return priZmene_.connect(std::move(zavolat));
+    }
+
     /// For views: `notes()` or `problem()` is another one than before.
-    std::function<void()> onChange;
+    [[nodiscard]] Connection onChange(std::function<void()> zavolat) {
+        return onChange_.connect(std::move(zavolat));
+    }
 
   private:
     using Records = RecordsAhead<MorvexNote>;
@@ -108,6 +114,8 @@ class PoznamkyStore {
     void setProblem(std::optional<std::string> problem);
 
     File soubor_;
+    Signal<MorvexNote> priZmene_;
+    Signal<> onChange_;
     Clock& clock_;
     Random& random_;
     Records records_;

@@ -43,7 +43,7 @@ void SouhrnyStore::skonciUkladani(const Result<void>& saved) {
     auto problem = saved ? std::nullopt : std::optional(saved.error().popis());
     const bool isNews = saved || problem != problem_;
     problem_ = std::move(problem);
-    if (isNews && onChange) onChange();
+    if (isNews) onChange_.tell();
 }
 
 } // namespace morvex

@@ -2,6 +2,7 @@
 
 #include "app/personal/SummariesArchive.h"
 #include "foundation/SaveQueue.h"
+#include "foundation/Signal.h"
 #include "foundation/archive/RecordFile.h"
 #include "foundation/archive/RecordsAhead.h"
 
@@ -39,7 +40,9 @@ class SouhrnyStore {
     Task<void> ulozeno() { return saves_.settled(); }
 
     /// For views: `summaries()` or `problem()` is another one than before.
-    std::function<void()> onChange;
+    [[nodiscard]] Connection onChange(std::function<void()> zavolat) {
+        return onChange_.connect(std::move(zavolat));
+    }
 
   private:
     using Records = RecordsAhead<MorvexSummary>;
@@ -51,6 +54,7 @@ class SouhrnyStore {
     Records records_;
     Records::List ukladane_; ///< by the save that is under way
     std::vector<MorvexSummary> summaries_;
+    Signal<> onChange_;
     std::optional<std::string> problem_;
     SaveQueue saves_;
 };

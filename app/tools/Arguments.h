@@ -15,10 +15,11 @@ class Arguments {
   public:
     explicit Arguments(const boost::json::object& arguments) : arguments_(arguments) {}
 
+    /// For arguments that must be there, whatever they hold, and for optional ones.
     [[nodiscard]] std::optional<std::string> text(std::string_view key) const;
 
-    /// An empty text too when it is missing: for arguments that must not be empty.
-    [[nodiscard]] std::string requiredText(std::string_view key) const { return text(key).value_or(""); }
+    /// A missing one counts as empty: for arguments that must not be empty.
+    [[nodiscard]] std::string textOrEmpty(std::string_view key) const { return text(key).value_or(""); }
 
     /// A fraction is cut off; a number beyond 64 bits is missing.
     [[nodiscard]] std::optional<std::int64_t> integer(std::string_view key) const;

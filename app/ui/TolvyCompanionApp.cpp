@@ -40,7 +40,7 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
     QApplication::setDesktopFileName(QStringLiteral("morvex"));
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/pictures/morvex.svg")));
     followColors();
-    colors_.onChange([this] { followColors(); });
+    colorsChanged_ = colors_.onChange([this] { followColors(); });
     followLanguage();
     QCoreApplication::installTranslator(&language_);
     QObject::connect(model_.voice(), &VoiceModel::changed, &windows_, [this] { followLanguage(); });
@@ -51,7 +51,6 @@ TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& s
 }
 
 TolvyCompanionApp::~TolvyCompanionApp() {
-    colors_.onChange({});
     QCoreApplication::removeTranslator(&language_);
 }
 

@@ -4,6 +4,7 @@
 #include "app/ui/LanguageTable.h"
 #include "app/ui/TrayItem.h"
 #include "app/ui/WindowHost.h"
+#include "foundation/Signal.h"
 #include "platform/ports/ColorScheme.h"
 #include "platform/ports/Tray.h"
 
@@ -74,6 +75,7 @@ class TolvyCompanionApp {
     ApprovalNotice notice_;
     bool isStarting_ = false; ///< the keys are awaited, and then it is known whether there is a phone
     QPropertyNotifier keysNotifier_;
+    Connection colorsChanged_;
 };
 
 } // namespace morvex

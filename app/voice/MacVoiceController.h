@@ -2,7 +2,7 @@
 
 #include "app/keychain/Keychain.h"
 #include "app/voice/MacHotkey.h"
-#include "foundation/Listeners.h"
+#include "foundation/Signal.h"
 #include "foundation/Task.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared/wire/CompanionRecords.h"
@@ -73,8 +73,10 @@ class MacVoiceController {
 
     [[nodiscard]] const std::vector<CompanionPlace>& places() const { return places_; }
 
-    /// Adds one that is called after each change of what can be read here, for the life of this object.
-    void priZmene(std::function<void()> zavolat) { priZmene_.add(std::move(zavolat)); }
+    /// Called after each change of what can be read here.
+    [[nodiscard]] Connection priZmene(std::function<void()> zavolat) {
+        return priZmene_.connect(std::move(zavolat));
+    }
 
   private:
     void applyLanguage(const std::string& code);
@@ -91,7 +93,7 @@ class MacVoiceController {
     std::string textLanguage_;
     MacHotkey shortcut_;
     std::vector<CompanionPlace> places_;
-    Listeners priZmene_;
+    Signal<> priZmene_;
 };
 
 } // namespace morvex

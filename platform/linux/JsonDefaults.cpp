@@ -229,7 +229,7 @@ void JsonDefaults::dokonciUkladani(const Result<void>& result) {
     if (!result) unsaved_ = true;
     if (!result && !isEnding_) waitForRetry();
     auto problem = result ? std::nullopt : std::optional(neulozenoKvuli(result.error()));
-    if (std::exchange(saveProblem_, problem) != problem && onProblem) onProblem();
+    if (std::exchange(saveProblem_, problem) != problem) tellOfProblem();
 }
 
 void JsonDefaults::waitForRetry() {

@@ -53,7 +53,7 @@ void PortalColorScheme::note(QVariant value) {
     if (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
     if (value.typeId() != QMetaType::UInt) return;
     auto before = std::exchange(preference_, preferenceOf(value.toUInt()));
-    if (before != preference_ && changed_) changed_();
+    if (before != preference_) tellOfChange();
 }
 
 } // namespace morvex

@@ -7,7 +7,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QVariant>
 
-#include <functional>
 #include <memory>
 
 namespace morvex {
@@ -20,14 +19,11 @@ class PortalColorScheme final : public ColorScheme {
 
     [[nodiscard]] Preference preference() const override { return preference_; }
 
-    void onChange(std::function<void()> changed) override { changed_ = std::move(changed); }
-
   private:
     void settingChanged(const QDBusMessage& signal);
     void note(QVariant value);
 
     Preference preference_ = Preference::none;
-    std::function<void()> changed_;
     std::unique_ptr<QDBusPendingCallWatcher> answer_;
     BusSignal settingChanged_;
 };

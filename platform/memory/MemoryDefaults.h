@@ -35,7 +35,7 @@ class MemoryDefaults final : public UserDefaults {
 
     void setProblem(std::optional<std::string> problem) {
         problem_ = std::move(problem);
-        if (onProblem) onProblem();
+        tellOfProblem();
     }
 
     int writes = 0;

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "foundation/Signal.h"
+
 #include <functional>
+#include <utility>
 
 namespace morvex {
 
@@ -14,8 +17,16 @@ class ColorScheme {
     /// `none` too while it is not known yet.
     [[nodiscard]] virtual Preference preference() const = 0;
 
-    /// One at a time; called after each change.
-    virtual void onChange(std::function<void()> changed) = 0;
+    /// Called after each change.
+    [[nodiscard]] Connection onChange(std::function<void()> zavolat) {
+        return changed_.connect(std::move(zavolat));
+    }
+
+  protected:
+    void tellOfChange() const { changed_.tell(); }
+
+  private:
+    Signal<> changed_;
 };
 
 } // namespace morvex

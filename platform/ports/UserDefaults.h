@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Signal.h"
 #include "foundation/Task.h"
 #include "shared/base/Bytes.h"
 #include "shared/base/Error.h"
@@ -48,8 +49,10 @@ class UserDefaults {
     /// Why the settings could not be read or saved, as a sentence for the user; nothing when all is well.
     [[nodiscard]] virtual std::optional<std::string> problem() const = 0;
 
-    /// Called after each change of `problem`. Whoever sets it takes it back before it goes.
-    std::function<void()> onProblem;
+    /// Called after each change of `problem`.
+    [[nodiscard]] Connection onProblem(std::function<void()> zavolat) {
+        return problemChanged_.connect(std::move(zavolat));
+    }
 
     void set(const std::string& key, DefaultsValue value);
 
@@ -60,6 +63,12 @@ class UserDefaults {
     /// Nothing too when a single element has another type: an array counts whole or not at all.
     [[nodiscard]] std::optional<std::vector<std::string>> texts(const std::string& key) const;
     [[nodiscard]] std::optional<std::vector<Bytes>> dataList(const std::string& key) const;
+
+  protected:
+    void tellOfProblem() const { problemChanged_.tell(); }
+
+  private:
+    Signal<> problemChanged_;
 };
 
 } // namespace morvex

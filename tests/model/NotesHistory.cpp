@@ -277,9 +277,9 @@ void NotesHistory::removeMacArchive(const char* name) {
 void NotesHistory::loadMac() {
     isUnsaved_ = false;
     mac_.emplace(folder_, macClock_, dice_);
-    mac_->priZmene = [this](const MorvexNote& note) {
+    noteChanged_ = mac_->priZmene([this](const MorvexNote& note) {
         if (isUp_) tellPhone({MacPayload::NoteUpdate{note}});
-    };
+    });
     summaries_.emplace(folder_);
 }
 

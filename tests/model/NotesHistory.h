@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Signal.h"
 #include "phone/RecordSync.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
@@ -106,6 +107,7 @@ class NotesHistory {
     ManualClock macClock_;
     ManualClock phoneClock_;
     std::optional<AwaitedNotes> mac_;
+    Connection noteChanged_;
     std::optional<AwaitedSummaries> summaries_;
     std::optional<PhoneRecords> phone_;
     ManualExecutor executor_;

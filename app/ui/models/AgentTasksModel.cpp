@@ -4,7 +4,6 @@
 #include "app/ui/Localized.h"
 #include "app/ui/ShortDate.h"
 
-#include <QPointer>
 #include <QStringList>
 #include <QVariantMap>
 
@@ -63,9 +62,7 @@ AgentTasksModel::AgentTasksModel(Companion& companion)
     : companion_(companion),
       historie_(companion.historieAgentu()),
       rows_(*this, [this] { return readRows(); }) {
-    historie_.priZmene([self = QPointer<AgentTasksModel>(this)] {
-        if (self) self->refresh();
-    });
+    follow(historie_.priZmene([this] { refresh(); }));
 }
 
 QVariantList AgentTasksModel::readRows() const {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/companion/Schvalovani.h"
+#include "app/approvals/Schvalovani.h"
 #include "app/ui/models/ViewModel.h"
 
 namespace morvex {

@@ -74,16 +74,11 @@ CompanionModel::CompanionModel(Companion& companion, Surroundings surroundings)
       notes_(notesOf(companion.poznamky()), surroundings_.clipboard),
       summaries_(summariesOf(companion.souhrny()), surroundings_.clipboard),
       about_(companion.stav(), QString::fromStdString(surroundings_.appVersion), surroundings_.clipboard) {
-    companion_.poznamky().onChange = [this] {
+    notesChanged_ = companion_.poznamky().onChange([this] {
         notes_.refresh();
         integrations_.refreshRows();
-    };
-    companion_.souhrny().onChange = [this] { summaries_.refresh(); };
-}
-
-CompanionModel::~CompanionModel() {
-    companion_.poznamky().onChange = nullptr;
-    companion_.souhrny().onChange = nullptr;
+    });
+    summariesChanged_ = companion_.souhrny().onChange([this] { summaries_.refresh(); });
 }
 
 void CompanionModel::refresh() {

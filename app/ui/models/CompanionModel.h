@@ -11,6 +11,7 @@
 #include "app/ui/models/RecordsModel.h"
 #include "app/ui/models/VoiceModel.h"
 #include "app/ui/models/WakefulnessModel.h"
+#include "foundation/Signal.h"
 
 #include <functional>
 #include <optional>
@@ -47,7 +48,6 @@ class CompanionModel final : public QObject {
     };
 
     CompanionModel(Companion& companion, Surroundings surroundings);
-    ~CompanionModel() override;
 
     LinkModel* link() { return &link_; }
 
@@ -96,6 +96,8 @@ class CompanionModel final : public QObject {
     RecordsModel notes_;
     RecordsModel summaries_;
     AboutModel about_;
+    Connection notesChanged_;
+    Connection summariesChanged_;
 };
 
 } // namespace morvex

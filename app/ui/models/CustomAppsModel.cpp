@@ -2,7 +2,6 @@
 
 #include "app/ui/Localized.h"
 
-#include <QPointer>
 #include <QVariantMap>
 
 #include <utility>
@@ -14,9 +13,7 @@ CustomAppsModel::CustomAppsModel(MacCustomAppsService& service, CompanionState& 
       scope_(scope),
       trouble_(state.potizNastaveni, [this] { refresh(); }),
       rows_(*this, [this] { return readRows(); }) {
-    service_.priZmene([self = QPointer<CustomAppsModel>(this)] {
-        if (self) self->refresh();
-    });
+    follow(service_.priZmene([this] { refresh(); }));
 }
 
 QVariantList CustomAppsModel::readRows() const {

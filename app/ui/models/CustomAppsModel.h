@@ -11,8 +11,7 @@
 
 namespace morvex {
 
-/// The custom apps and their editor. The companion calls this object back, so it lives as long as the
-/// companion works.
+/// The custom apps and their editor.
 class CustomAppsModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT

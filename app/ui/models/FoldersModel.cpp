@@ -3,7 +3,6 @@
 #include "app/ui/Localized.h"
 
 #include <QFile>
-#include <QPointer>
 #include <QVariantMap>
 
 namespace morvex {
@@ -11,12 +10,8 @@ namespace morvex {
 FoldersModel::FoldersModel(Slozky& slozky, CompanionState& state, TaskScope& scope)
     : slozky_(slozky), state_(state), scope_(scope), rows_(*this, [this] { return readRows(); }) {
     watch(state_.potizNastaveni);
-    slozky_.priZmene([self = QPointer<FoldersModel>(this)] {
-        if (self) self->refresh();
-    });
-    slozky_.priOtazce([self = QPointer<FoldersModel>(this)] {
-        if (self) Q_EMIT self->asking();
-    });
+    follow(slozky_.priZmene([this] { refresh(); }));
+    follow(slozky_.priOtazce([this] { Q_EMIT asking(); }));
 }
 
 QVariantList FoldersModel::readRows() const {

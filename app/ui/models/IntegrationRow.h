@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/personal/MacIntegrationSettings.h"
+#include "app/settings/MacIntegrationSettings.h"
 #include "app/ui/models/ViewModel.h"
 #include "foundation/TaskScope.h"
 
@@ -55,6 +55,8 @@ class IntegrationRow final : public ViewModel {
 
     /// Also reads the row anew when this changes.
     template <class Value> void follow(QProperty<Value>& property) { watch(property); }
+
+    using ViewModel::follow;
 
   private:
     static Task<void> turnOn(MacIntegrationSettings* settings, Integration integration,

@@ -2,8 +2,6 @@
 
 #include "app/ui/Localized.h"
 
-#include <QPointer>
-
 #include <algorithm>
 #include <utility>
 
@@ -63,9 +61,7 @@ void IntegrationsModel::addCustomApps() {
                                   .name = "Vlastní aplikace",
                                   .detail = [this] { return customAppsDetail(); },
                                   .action = "Spravovat"});
-    service.priZmene([self = QPointer<IntegrationRow>(&row)] {
-        if (self) self->refresh();
-    });
+    row.follow(service.priZmene([&row] { row.refresh(); }));
 }
 
 std::string IntegrationsModel::customAppsDetail() const {
@@ -82,9 +78,7 @@ void IntegrationsModel::addMacTools() {
     auto& files = add(macTools_, {.integration = Integration::files, .name = "Soubory", .detail = [&slozky] {
                                       return std::to_string(slozky.povolene().size()) + " povolených složek";
                                   }});
-    slozky.priZmene([row = QPointer<IntegrationRow>(&files)] {
-        if (row) row->refresh();
-    });
+    files.follow(slozky.priZmene([&files] { files.refresh(); }));
     add(macTools_,
         {.integration = Integration::terminal, .name = "Terminál", .detail = [] {
              return std::string("Spouští příkazy v povolených složkách a umí spustit jakýkoli kód");

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "foundation/Signal.h"
+
 #include <QObject>
 #include <QProperty>
 #include <QtQml/qqmlregistration.h>
 
+#include <utility>
 #include <vector>
 
 namespace morvex {
@@ -26,8 +29,12 @@ class ViewModel : public QObject {
         notifiers_.push_back(property.addNotifier([this] { Q_EMIT changed(); }));
     }
 
+    /// Ends with this object.
+    void follow(Connection connection) { connections_.push_back(std::move(connection)); }
+
   private:
     std::vector<QPropertyNotifier> notifiers_;
+    std::vector<Connection> connections_;
 };
 
 } // namespace morvex

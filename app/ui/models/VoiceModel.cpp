@@ -2,7 +2,6 @@
 
 #include "app/ui/Localized.h"
 
-#include <QPointer>
 #include <QVariantMap>
 
 #include <algorithm>
@@ -31,9 +30,7 @@ constexpr std::array<Language, 6> languageModes{{
 } // namespace
 
 VoiceModel::VoiceModel(MacVoiceController& hlas) : hlas_(hlas) {
-    hlas_.priZmene([self = QPointer<VoiceModel>(this)] {
-        if (self) self->refresh();
-    });
+    follow(hlas_.priZmene([this] { refresh(); }));
 }
 
 bool VoiceModel::hasKey() const {

@@ -167,7 +167,7 @@ TEST_F(HistorieAgentuTest, AGoodEndAndAnInterruptionTakeTheErrorAway) {
 TEST_F(HistorieAgentuTest, AnUnknownWorkItemIsIgnored) {
     auto before = begin("codex", "Oprav testy");
     int changes = 0;
-    historie->priZmene([&changes] { ++changes; });
+    const auto connection = historie->priZmene([&changes] { ++changes; });
     historie->nastavRelaci(unknown(), "r");
     historie->dokonci(unknown(), "x", "r");
     historie->selhal(unknown(), "x");
@@ -222,7 +222,7 @@ TEST_F(HistorieAgentuTest, AnAcknowledgementThatSaysNothingNewIsNoChange) {
     auto id = begin("codex", "Oprav testy").workItemID;
     historie->potvrd(id, 1);
     int changes = 0;
-    historie->priZmene([&changes] { ++changes; });
+    const auto connection = historie->priZmene([&changes] { ++changes; });
     historie->potvrd(id, 1);
     EXPECT_EQ(changes, 0);
 }
@@ -329,14 +329,22 @@ TEST_F(HistorieAgentuTest, OffTheMainThreadTheProgramEnds) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     const auto id = begin("codex", "1").workItemID;
     const std::vector<std::function<void()>> uses{
-        [&] { (void)historie->polozky(); }, [&] { (void)historie->potiz(); },
-        [&] { (void)historie->ukol(id); },  [&] { (void)historie->nedorucene(); },
-        [&] { historie->preruseno(id); },   [&] { (void)historie->relaceProUkol(id, "codex"); },
-        [&] { historie->priZmene([] {}); }, [&] { (void)historie->relaceProSlozku("codex", "/p"); },
-        [&] { (void)historie->bezici(); },  [&] { (void)historie->ukolProRelaci("codex", "r"); },
-        [&] { begin("codex", "2"); },       [&] { (void)historie->prijmiPokracovani({id, {}, {}}, "r"); },
-        [&] { historie->potvrd(id, 1); },   [&] { (void)historie->prejmenuj({id, {}, {}}, "Název"); },
-        [&] { historie->vymazat(); },       [&] { (void)historie->otevritRelaci({}); },
+        [&] { (void)historie->polozky(); },
+        [&] { (void)historie->potiz(); },
+        [&] { (void)historie->ukol(id); },
+        [&] { (void)historie->nedorucene(); },
+        [&] { historie->preruseno(id); },
+        [&] { (void)historie->relaceProUkol(id, "codex"); },
+        [&] { (void)historie->priZmene([] {}); },
+        [&] { (void)historie->relaceProSlozku("codex", "/p"); },
+        [&] { (void)historie->bezici(); },
+        [&] { (void)historie->ukolProRelaci("codex", "r"); },
+        [&] { begin("codex", "2"); },
+        [&] { (void)historie->prijmiPokracovani({id, {}, {}}, "r"); },
+        [&] { historie->potvrd(id, 1); },
+        [&] { (void)historie->prejmenuj({id, {}, {}}, "Název"); },
+        [&] { historie->vymazat(); },
+        [&] { (void)historie->otevritRelaci({}); },
     };
     for (const auto& use : uses) EXPECT_DEATH(std::thread(use).join(), "off the main thread");
 }
@@ -356,8 +364,8 @@ TEST_F(HistorieAgentuTest, ALongTextIsKeptToItsBound) {
 TEST_F(HistorieAgentuTest, TellsEveryWatcherOfAChange) {
     int first = 0;
     int second = 0;
-    historie->priZmene([&first] { ++first; });
-    historie->priZmene([&second] { ++second; });
+    const auto one = historie->priZmene([&first] { ++first; });
+    const auto other = historie->priZmene([&second] { ++second; });
     auto ukol = begin("codex", "1");
     historie->otevritRelaci(ukol);
     EXPECT_EQ(first, 2);

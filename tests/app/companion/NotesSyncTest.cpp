@@ -146,13 +146,11 @@ TEST_F(NotesSyncTest, BetweenTwoRefusedMergesOtherWorkGoesOn) {
     startSecured();
     breakSaves();
     std::optional<bool> wasAlone;
-    companion->poznamky().onChange = [&] {
-        executor.post([&] { wasAlone = !companion->souhrny().problem(); });
-    };
+    const auto connection = companion->poznamky().onChange(
+        [&] { executor.post([&] { wasAlone = !companion->souhrny().problem(); }); });
     phone.send({MacPayload::NoteUpdate{note("Z telefonu")}}, "n");
     phone.send({MacPayload::SummaryUpdate{summary("Týden")}}, "s");
     executor.runUntilIdle();
-    companion->poznamky().onChange = nullptr;
     EXPECT_TRUE(companion->souhrny().problem());
     EXPECT_EQ(wasAlone, true) << "it ran before the second one";
 }

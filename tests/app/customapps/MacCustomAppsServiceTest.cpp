@@ -25,7 +25,7 @@ class MacCustomAppsServiceTest : public testing::Test {
 
     void restart() {
         service = std::make_unique<MacCustomAppsService>(defaults, keychain, random);
-        service->priZmene([this] { ++changes; });
+        connection = service->priZmene([this] { ++changes; });
     }
 
     std::string save(std::optional<std::string> storedID, const std::string& name,
@@ -67,6 +67,7 @@ class MacCustomAppsServiceTest : public testing::Test {
     Keychain keychain{vault, executor};
     std::unique_ptr<MacCustomAppsService> service;
     int changes = 0;
+    Connection connection;
 };
 
 using Ids = std::vector<std::string>;

@@ -19,7 +19,7 @@ CompanionCustomApp phoneApp() {
 class SlowCustomAppsTest : public testing::Test, public SlowDefaults {
   protected:
     SlowCustomAppsTest() {
-        service.priZmene([this] { ++told; });
+        connection = service.priZmene([this] { ++told; });
     }
 
     /// The first app of this computer, saved and off.
@@ -52,6 +52,7 @@ class SlowCustomAppsTest : public testing::Test, public SlowDefaults {
     Keychain keychain{vault, home};
     MacCustomAppsService service{defaults, keychain, random};
     int told = 0;
+    Connection connection;
     std::string id;
     std::vector<std::string> ends;
 };

@@ -12,7 +12,7 @@ using testing::IsEmpty;
 class SirokeSlozkyTest : public SlozkyFixture {
   protected:
     SirokeSlozkyTest() {
-        slozky->priOtazce([this] {
+        connection = slozky->priOtazce([this] {
             asked.push_back(slozky->otazka() ? slozky->otazka()->slozka : "none");
             EXPECT_THAT(slozky->povolene(), IsEmpty()) << "the question stands before anything is allowed";
         });
@@ -31,6 +31,7 @@ class SirokeSlozkyTest : public SlozkyFixture {
 
     std::string home = tree.path("home");
     std::vector<std::string> asked;
+    Connection connection;
     std::unique_ptr<Slozky> slozky = load();
 };
 
@@ -46,7 +47,7 @@ TEST_F(SirokeSlozkyTest, AFolderThatReachesFarIsAllowedAfterAYes) {
 
 TEST_F(SirokeSlozkyTest, ANoLeavesAllAsItWas) {
     const int writes = defaults.writes;
-    slozky->priZmene([] { ADD_FAILURE() << "nothing changed"; });
+    const auto changed = slozky->priZmene([] { ADD_FAILURE() << "nothing changed"; });
     choose({a, home, b});
     answer(Slozky::Odpoved::ne);
     EXPECT_THAT(slozky->povolene(), IsEmpty());

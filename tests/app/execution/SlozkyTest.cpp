@@ -64,7 +64,7 @@ TEST_F(SlozkyTest, ThePanelAsksInTheWordsOfTheSystem) {
 TEST_F(SlozkyTest, ChosenFoldersAreAllowedSavedAndAccessed) {
     auto slozky = load();
     int changes = 0;
-    slozky->priZmene([&] { ++changes; });
+    const auto connection = slozky->priZmene([&] { ++changes; });
     choose(*slozky, {a + "/", tree.path("a/../b")});
     EXPECT_THAT(slozky->povolene(), ElementsAre(a, b));
     EXPECT_THAT(slozky->aliasy(), ElementsAre("a", "b"));
@@ -88,7 +88,7 @@ TEST_F(SlozkyTest, PathsAndBookmarksAreKeptInOneSave) {
 TEST_F(SlozkyTest, GivingUpChangesNothing) {
     auto slozky = load();
     int writes = defaults.writes;
-    slozky->priZmene([] { ADD_FAILURE() << "nothing changed"; });
+    const auto connection = slozky->priZmene([] { ADD_FAILURE() << "nothing changed"; });
     choose(*slozky, {});
     EXPECT_THAT(slozky->povolene(), IsEmpty());
     EXPECT_EQ(defaults.writes, writes);
@@ -119,7 +119,7 @@ TEST_F(SlozkyTest, TheNextPanelClearsTheTroubleOfTheLastAndTellsIt) {
     bookmarks.refusals[a] = "disk je plný";
     choose(*slozky, {a});
     int changes = 0;
-    slozky->priZmene([&] { ++changes; });
+    const auto connection = slozky->priZmene([&] { ++changes; });
     choose(*slozky, {});
     EXPECT_EQ(slozky->chybaOpravneni(), std::nullopt);
     EXPECT_EQ(changes, 1);
@@ -129,7 +129,7 @@ TEST_F(SlozkyTest, RemovingForgetsTheFolderAndEndsItsAccess) {
     auto slozky = load();
     choose(*slozky, {a, b});
     int changes = 0;
-    slozky->priZmene([&] { ++changes; });
+    const auto connection = slozky->priZmene([&] { ++changes; });
     slozky->odebrat(a + "/.");
     EXPECT_THAT(slozky->povolene(), ElementsAre(b));
     EXPECT_THAT(savedPaths(), ElementsAre(b));
@@ -322,7 +322,7 @@ TEST_F(SlowSlozkyTest, AFolderIsAllowedOnceThatIsSaved) {
 TEST_F(SlowSlozkyTest, AFolderThatCannotBeSavedIsNotAllowedAndThatIsTold) {
     write();
     int changes = 0;
-    slozky->priZmene([&changes] { ++changes; });
+    const auto connection = slozky->priZmene([&changes] { ++changes; });
     breakSaves();
     choose({a});
     write();

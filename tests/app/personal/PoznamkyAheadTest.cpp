@@ -13,7 +13,7 @@ using Titles = std::vector<std::string>;
 class PoznamkyAheadTest : public PersonalStores {
   protected:
     PoznamkyAheadTest() {
-        store.priZmene = [this](const MorvexNote& note) { changes.push_back(note.title); };
+        connection = store.priZmene([this](const MorvexNote& note) { changes.push_back(note.title); });
     }
 
     ~PoznamkyAheadTest() override {
@@ -59,6 +59,7 @@ class PoznamkyAheadTest : public PersonalStores {
     ManualExecutor disk;
     PoznamkyStore store{support.path(), {home, disk, clock}, random};
     Titles changes;
+    Connection connection;
 };
 
 TEST_F(PoznamkyAheadTest, WhatIsShownAndFoundIsOnTheDisk) {

@@ -16,8 +16,8 @@ class PoznamkyFixture : public PersonalStores {
     PoznamkyFixture() { watch(); }
 
     void watch() {
-        store.priZmene = [this](const MorvexNote& note) { changes.push_back(note); };
-        store.onChange = [this] { ++viewChanges; };
+        changed = store.priZmene([this](const MorvexNote& note) { changes.push_back(note); });
+        viewChanged = store.onChange([this] { ++viewChanges; });
     }
 
     MorvexNote create(const std::string& title, const std::string& body = "obsah") {
@@ -53,6 +53,8 @@ class PoznamkyFixture : public PersonalStores {
     }();
     std::vector<MorvexNote> changes;
     int viewChanges = 0;
+    Connection changed;
+    Connection viewChanged;
 };
 
 } // namespace morvex

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 class SouhrnyStoreTest : public PersonalStores {
   protected:
     SouhrnyStoreTest() {
-        store.onChange = [this] { ++viewChanges; };
+        connection = store.onChange([this] { ++viewChanges; });
     }
 
     MorvexSummary summary(const std::string& title, Clock::Duration age = 0s, std::uint64_t revision = 1) {
@@ -42,6 +42,7 @@ class SouhrnyStoreTest : public PersonalStores {
     std::filesystem::path file = folder / "summaries-from-iphone.json";
     AwaitedSummaries store = reloaded();
     int viewChanges = 0;
+    Connection connection;
 };
 
 TEST_F(SouhrnyStoreTest, ASummaryIsKeptShownAndReadAgain) {

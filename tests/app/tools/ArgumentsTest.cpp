@@ -19,7 +19,7 @@ TEST(Arguments, AValueOfAnotherTypeCountsAsMissing) {
     Arguments arguments(object);
     for (const char* key : {"a", "c", "d", "e", "missing"}) {
         EXPECT_EQ(arguments.text(key), std::nullopt) << key;
-        EXPECT_EQ(arguments.requiredText(key), "") << key;
+        EXPECT_EQ(arguments.textOrEmpty(key), "") << key;
     }
     EXPECT_EQ(arguments.text("b"), "x");
     EXPECT_EQ(arguments.text("f"), "");

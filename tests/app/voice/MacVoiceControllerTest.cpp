@@ -20,7 +20,7 @@ class MacVoiceControllerTest : public testing::Test {
     MacVoiceController& start() {
         hlas = std::make_unique<MacVoiceController>(defaults, keychain);
         EXPECT_TRUE(executor.run(hlas->nacist()));
-        hlas->priZmene([this] { ++changes; });
+        connection = hlas->priZmene([this] { ++changes; });
         changes = 0;
         return *hlas;
     }
@@ -49,6 +49,7 @@ class MacVoiceControllerTest : public testing::Test {
     Keychain keychain{vault, executor};
     std::unique_ptr<MacVoiceController> hlas;
     int changes = 0;
+    Connection connection;
 };
 
 TEST_F(MacVoiceControllerTest, AFreshInstallationHasNoKeyAndTheUsualPreferences) {

@@ -200,7 +200,7 @@ TEST_F(JsonDefaultsTest, AFailedWriteIsTriedAgainUntilItSucceeds) {
 TEST_F(JsonDefaultsTest, EachChangeOfTheTroubleIsTold) {
     auto defaults = load();
     std::vector<bool> told;
-    defaults.onProblem = [&] { told.push_back(defaults.problem().has_value()); };
+    const auto connection = defaults.onProblem([&] { told.push_back(defaults.problem().has_value()); });
     defaults.set("key", "value");
     std::filesystem::remove(path_);
     std::filesystem::create_directories(path_);

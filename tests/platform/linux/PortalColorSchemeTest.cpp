@@ -33,7 +33,7 @@ TEST_F(PortalColorSchemeTest, TakesTheFirstAnswerAndEveryChange) {
     auto portal = startPortal("(<<uint32 1>>,)");
     PortalColorScheme scheme(systemBus());
     int changes = 0;
-    scheme.onChange([&changes] { ++changes; });
+    const auto connection = scheme.onChange([&changes] { ++changes; });
     EXPECT_EQ(scheme.preference(), Preference::none);
     EXPECT_TRUE(eventually([&] { return scheme.preference() == Preference::dark; }));
     EXPECT_EQ(changes, 1);

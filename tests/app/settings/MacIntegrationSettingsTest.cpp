@@ -1,4 +1,4 @@
-#include "app/personal/MacIntegrationSettings.h"
+#include "app/settings/MacIntegrationSettings.h"
 
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/MemoryDefaults.h"
@@ -92,7 +92,7 @@ TEST(MacIntegrationSettings, WritingTheSameValueTwiceTellsOnce) {
     MemoryDefaults defaults;
     MacIntegrationSettings settings(defaults);
     int told = 0;
-    settings.onChange = [&told] { ++told; };
+    const auto connection = settings.onChange([&told] { ++told; });
     settings.vypnout(Integration::files);
     settings.vypnout(Integration::files);
     turn(settings, Integration::notes, true);
@@ -104,9 +104,9 @@ TEST(MacIntegrationSettings, WhoIsToldFindsTheNewValueInPlace) {
     MemoryDefaults defaults;
     MacIntegrationSettings settings(defaults);
     std::vector<std::pair<bool, std::optional<bool>>> found;
-    settings.onChange = [&] {
+    const auto connection = settings.onChange([&] {
         found.emplace_back(settings.isOn(Integration::files), defaults.boolean("integration.files.enabled"));
-    };
+    });
     turn(settings, Integration::files, false);
     turn(settings, Integration::files, true);
     EXPECT_EQ(found, (std::vector<std::pair<bool, std::optional<bool>>>{{false, false}, {true, true}}));
@@ -116,7 +116,7 @@ TEST(MacIntegrationSettings, WhoIsToldFindsTheNewValueInPlace) {
 class SlowSwitchTest : public testing::Test, public SlowDefaults {
   protected:
     SlowSwitchTest() {
-        settings.onChange = [this] { ++told; };
+        connection = settings.onChange([this] { ++told; });
         settings.vypnout(Integration::files);
         write();
         told = 0;
@@ -137,6 +137,7 @@ class SlowSwitchTest : public testing::Test, public SlowDefaults {
 
     MacIntegrationSettings settings{defaults};
     int told = 0;
+    Connection connection;
     std::vector<std::string> ends;
 };
 

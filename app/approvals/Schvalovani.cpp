@@ -1,4 +1,4 @@
-#include "app/companion/Schvalovani.h"
+#include "app/approvals/Schvalovani.h"
 
 #include "shared/trust/ContentHash.h"
 

@@ -1,4 +1,4 @@
-#include "app/personal/MacIntegrationSettings.h"
+#include "app/settings/MacIntegrationSettings.h"
 
 #include <string>
 #include <utility>
@@ -75,7 +75,7 @@ Task<Result<void>> MacIntegrationSettings::zapnout(Integration integration) {
 }
 
 void MacIntegrationSettings::change(Integration integration, bool value) {
-    if (std::exchange(values_[index(integration)], value) != value && onChange) onChange();
+    if (std::exchange(values_[index(integration)], value) != value) onChange_.tell();
 }
 
 } // namespace morvex

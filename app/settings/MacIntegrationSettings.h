@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Signal.h"
 #include "foundation/Task.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared/base/Error.h"
@@ -42,7 +43,9 @@ class MacIntegrationSettings {
     Task<Result<void>> zapnout(Integration integration);
 
     /// Called after each change.
-    std::function<void()> onChange;
+    [[nodiscard]] Connection onChange(std::function<void()> zavolat) {
+        return onChange_.connect(std::move(zavolat));
+    }
 
   private:
     void change(Integration integration, bool value);
@@ -52,6 +55,7 @@ class MacIntegrationSettings {
     UserDefaults& defaults_;
     std::array<bool, integrationCount> values_{};
     std::array<int, integrationCount> isTurningOn_{}; ///< how many wait for their save
+    Signal<> onChange_;
 };
 
 } // namespace morvex

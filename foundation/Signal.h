@@ -1,0 +1,48 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace morvex {
+
+/// Holds one callback at a `Signal`. With this object the callback ends, also while the signal calls others.
+/// May outlive the signal.
+class Connection {
+  public:
+    Connection() = default;
+
+  private:
+    template <class... Arguments> friend class Signal;
+
+    explicit Connection(std::shared_ptr<void> slot) : slot_(std::move(slot)) {}
+
+    std::shared_ptr<void> slot_;
+};
+
+/// Those who want to hear of something, in the order in which they came. Used on one thread. A callback may
+/// connect others, end its own connection and others, and end the object that the signal is part of.
+template <class... Arguments> class Signal {
+  public:
+    using Slot = std::function<void(const Arguments&...)>;
+
+    /// Called from the next `tell` on, for the life of the connection.
+    [[nodiscard]] Connection connect(Slot slot) {
+        std::erase_if(slots_, [](const auto& known) { return known.expired(); });
+        auto kept = std::make_shared<Slot>(std::move(slot));
+        slots_.push_back(kept);
+        return Connection(std::move(kept));
+    }
+
+    void tell(const Arguments&... arguments) const {
+        // A copy, since whoever is called may change the list.
+        for (const auto& known : std::vector(slots_))
+            if (const auto slot = known.lock()) (*slot)(arguments...);
+    }
+
+  private:
+    std::vector<std::weak_ptr<Slot>> slots_;
+};
+
+} // namespace morvex
