@@ -36,11 +36,20 @@ bool isUsable(const boost::urls::url_view& url) {
            });
 }
 
-/// The relay of this computer speaks without TLS unless it is given a certificate.
+/// RFC 6761: "localhost" and the names below it are this computer. So is an address that stands for all of
+/// its own.
 bool isThisComputer(const boost::urls::url_view& url) {
-    if (url.host_type() == boost::urls::host_type::ipv4) return url.host_ipv4_address().is_loopback();
-    if (url.host_type() == boost::urls::host_type::ipv6) return url.host_ipv6_address().is_loopback();
-    return fold(std::string(url.encoded_host())) == "localhost";
+    const auto isOwn = [](const auto& address) { return address.is_loopback() || address.is_unspecified(); };
+    if (url.host_type() == boost::urls::host_type::ipv4) return isOwn(url.host_ipv4_address());
+    if (url.host_type() == boost::urls::host_type::ipv6) {
+        const auto address = url.host_ipv6_address();
+        if (!address.is_v4_mapped()) return isOwn(address);
+        const auto bytes = address.to_bytes();
+        return isOwn(boost::urls::ipv4_address({bytes[12], bytes[13], bytes[14], bytes[15]}));
+    }
+    auto name = fold(url.host());
+    while (name.ends_with('.')) name.pop_back();
+    return name == "localhost" || name.ends_with(".localhost");
 }
 
 /// "relay.example:8787" begins with no scheme, though the rule for one would allow it.
@@ -61,6 +70,7 @@ std::string corrected(std::string_view typed) {
         if (!RelayAddress::parse(text)) return {};
         const auto url = boost::urls::parse_uri_reference(text).value();
         if (!isUsable(url)) return {};
+        // The relay of this computer speaks without TLS unless it is given a certificate.
         if (scheme == "http://" || !isThisComputer(url)) return text;
     }
     return {};
@@ -71,6 +81,11 @@ std::string corrected(std::string_view typed) {
 std::string RelayAddressRefused::popis() const {
     if (corrected.empty()) return RelayAddress::nonsense;
     return "Adresa relaye začíná https:// nebo http://. Napiš „" + corrected + "“.";
+}
+
+bool RelayAddress::isThisComputer() const {
+    const auto url = boost::urls::parse_uri_reference(text_);
+    return url && morvex::isThisComputer(*url);
 }
 
 Result<RelayAddress> RelayAddress::entered(std::string_view typed) {

@@ -39,6 +39,9 @@ class RelayAddress {
     /// the protocol version.
     [[nodiscard]] std::string socket() const;
 
+    /// Whether only programs of this computer can reach a relay there.
+    [[nodiscard]] bool isThisComputer() const;
+
     /// As it was given.
     [[nodiscard]] const std::string& text() const { return text_; }
 

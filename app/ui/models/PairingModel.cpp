@@ -3,20 +3,7 @@
 #include "app/ui/Localized.h"
 #include "app/ui/ShortDate.h"
 
-#include <QHostAddress>
-#include <QUrl>
-
 namespace morvex {
-
-namespace {
-
-bool leadsHere(const QString& host) {
-    const QHostAddress address(host);
-    return host == QStringLiteral("localhost") || host.endsWith(QStringLiteral(".localhost")) ||
-           address.isLoopback() || address == QHostAddress::AnyIPv4 || address == QHostAddress::AnyIPv6;
-}
-
-} // namespace
 
 PairingModel::PairingModel(Companion& companion, Surroundings surroundings)
     : companion_(companion), surroundings_(surroundings) {
@@ -103,9 +90,8 @@ QString PairingModel::relayProblem() const {
 }
 
 bool PairingModel::relayIsLocal() const {
-    auto host = QUrl(relayAddress()).host();
-    while (host.endsWith(u'.')) host.chop(1);
-    return leadsHere(host);
+    const auto address = RelayAddress::parse(relayAddress().toStdString());
+    return address && address->isThisComputer();
 }
 
 void PairingModel::loadKeys() {
