@@ -49,17 +49,17 @@ SecureLink::SecureLink(std::shared_ptr<const DeviceIdentity> identita, PairedPee
       protejsek_(std::move(protejsek)),
       role_(role),
       services_(services),
-      spojeni_(std::move(address), identita_, protejsek_.pairID, services.relay) {}
+      relayLink_(std::move(address), identita_, protejsek_.pairID, services.relay) {}
 
 Task<void> SecureLink::spustit() {
     co_await hop(executor());
     if (posluchac_) co_return;
     // What the last run left behind concerns nobody any more.
-    spojeni_.udalosti().clear();
+    relayLink_.udalosti().clear();
     login_.reset();
     posluchac_ = std::make_unique<TaskScope>(executor());
     posluchac_->spawn(listen(posluchac_->token()));
-    co_await spojeni_.start();
+    co_await relayLink_.start();
 }
 
 Task<void> SecureLink::zastavit() {
@@ -68,23 +68,23 @@ Task<void> SecureLink::zastavit() {
     if (listening) listening->stop();
     kanal_.reset();
     mujEfemerni_.reset();
-    co_await spojeni_.stop();
+    co_await relayLink_.stop();
     if (listening) co_await listening->join();
 }
 
 Task<Result<void>> SecureLink::poslat(MacPayload payload, std::string requestID) {
     co_await hop(executor());
     // While the application is busy the link may have a new connection of which nothing was handled yet.
-    if (!kanal_ || !spojeni_.isCurrent(login_)) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
+    if (!kanal_ || !relayLink_.isCurrent(login_)) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
     // From the counter to the socket's queue there is no suspension: counters leave in their order.
     CO_TRY(auto, envelope,
            kanal_->seal(asBytes(encode(payload)), std::move(requestID), EnvelopeKind::data, envelopeLifetime,
                         {now(), services_.random.uuid()}));
-    co_return co_await spojeni_.send(std::move(envelope), login_);
+    co_return co_await relayLink_.send(std::move(envelope), login_);
 }
 
 Task<void> SecureLink::listen(std::stop_token stop) {
-    while (auto event = co_await spojeni_.udalosti().next(stop)) {
+    while (auto event = co_await relayLink_.udalosti().next(stop)) {
         co_await roomFor(*event, stop);
         if (stop.stop_requested()) co_return;
         // A session ends with whatever happens to the connection that made it.
@@ -151,10 +151,10 @@ Task<void> SecureLink::sendHello() {
     if (!mujEfemerni_) co_return;
     auto hello = makeSessionHello(*identita_, mujEfemerni_->publicKey(), protejsek_.pairID);
     // A hello that is lost is sent again after the next login or return of the peer.
-    (void)co_await spojeni_.send(keyExchange(protejsek_.pairID, identita_->deviceID(), protejsek_.deviceID,
-                                             sessionRequestID, toBytes(encode(hello)), now(),
-                                             services_.random.uuid()),
-                                 login_);
+    (void)co_await relayLink_.send(keyExchange(protejsek_.pairID, identita_->deviceID(), protejsek_.deviceID,
+                                               sessionRequestID, toBytes(encode(hello)), now(),
+                                               services_.random.uuid()),
+                                   login_);
 }
 
 void SecureLink::acceptHello(const Envelope& envelope) {

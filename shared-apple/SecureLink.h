@@ -66,7 +66,7 @@ class SecureLink {
     Task<void> zastavit();
 
     /// As `RelayLink::tryNow`.
-    Task<void> zkusitHned() { return spojeni_.tryNow(); }
+    Task<void> zkusitHned() { return relayLink_.tryNow(); }
 
     /// Seals and sends. Fails with `TalkSpanError::MacOffline` when there is no session or its login is over,
     /// with `AmbiguousIdentity` for a request id that cannot be told apart, else as `RelayLink::send` does.
@@ -109,7 +109,7 @@ class SecureLink {
     PairedPeer protejsek_;
     DeviceRole role_;
     Services services_;
-    RelayLink spojeni_;
+    RelayLink relayLink_;
     std::optional<EphemeralPrivateKey> mujEfemerni_;
     std::set<AgreementPublicKey> usedPeerKeys_; ///< since `mujEfemerni_` was drawn
     std::optional<SecureChannel> kanal_;

@@ -86,10 +86,10 @@ Task<AgentStatus> AgentRunner::zjisti(std::string nastroj) {
 
 Task<Result<AgentRunner::Vysledek>> AgentRunner::spust(Zadani zadani, Posluchac posluchac) {
     vyzadujHlavniVlakno();
-    CO_CHECK(overVolno());
+    CO_CHECK(checkFree());
     CO_TRY(auto, nalezeno, co_await priprav(zadani));
     // The preparation takes long enough for another task to begin.
-    CO_CHECK(overVolno());
+    CO_CHECK(checkFree());
     bezici_ =
         std::make_shared<Bezici>(zadani.requestID, zadani.workItemID, zadani.nastroj, services_.clock.now());
     auto vysledek = co_await pracuj(std::move(nalezeno), std::move(zadani), std::move(posluchac));
@@ -97,7 +97,7 @@ Task<Result<AgentRunner::Vysledek>> AgentRunner::spust(Zadani zadani, Posluchac 
     co_return vysledek;
 }
 
-Result<void> AgentRunner::overVolno() const {
+Result<void> AgentRunner::checkFree() const {
     if (bezici_) return fail(Chyba{Chyba::Zaneprazdneno{bezici_->nastroj}});
     return {};
 }

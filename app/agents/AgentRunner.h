@@ -93,7 +93,7 @@ class AgentRunner {
     };
 
     [[nodiscard]] std::shared_ptr<const AgentAdapter> adapter(const std::string& nastroj) const;
-    [[nodiscard]] Result<void> overVolno() const;
+    [[nodiscard]] Result<void> checkFree() const;
     Task<Result<Nalezeno>> priprav(Zadani zadani);
     Task<Result<Vysledek>> pracuj(Nalezeno nalezeno, Zadani zadani, Posluchac posluchac);
     Task<Result<Prubeh>> navaz(Nalezeno nalezeno, Zadani zadani, std::shared_ptr<ProgressQueue> ohlasy);

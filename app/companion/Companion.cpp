@@ -57,16 +57,16 @@ Companion::Companion(CompanionServices services)
               bdelost_.stav().naNapajeni,
               services_.verzeAplikace,
               services_.jmenoZarizeni},
-      spojeni_(services_.main, scope_,
-               [this](SecureLink::Udalost udalost) { return zpracovat(std::move(udalost)); }),
-      poznamkyTelefonu_(poznamky_, souhrny_, spojeni_, state_, services_.main, scope_),
-      ukolyTelefonu_(*historieAgentu_, spojeni_, [this] { return poslatStav(); }),
+      phoneLink_(services_.main, scope_,
+                 [this](SecureLink::Udalost udalost) { return zpracovat(std::move(udalost)); }),
+      poznamkyTelefonu_(poznamky_, souhrny_, phoneLink_, state_, services_.main, scope_),
+      ukolyTelefonu_(*historieAgentu_, phoneLink_, [this] { return poslatStav(); }),
       agentTools_(agenti_, *historieAgentu_, ukolyTelefonu_,
                   {[this] { return slozky_->aliasy(); },
                    [this](const std::optional<std::string>& alias) { return slozky_->slozkaProAlias(alias); },
                    [this](const std::string& cesta) { return slozky_->jePovolena(cesta); }},
                   scope_),
-      dorucene_({nastroje_, schvalovani_, ukolyTelefonu_, poznamkyTelefonu_, spojeni_, hlas_, customApps_,
+      dorucene_({nastroje_, schvalovani_, ukolyTelefonu_, poznamkyTelefonu_, phoneLink_, hlas_, customApps_,
                  [this] { return poslatStav(); }}),
       parovani_({services_.main, services_.vaultThread, services_.link.relay, services_.http,
                  services_.uloziste, scope_},
@@ -118,7 +118,7 @@ void Companion::installCallbacks() {
     }));
     connections_.push_back(slozky_->priZmene(sendStatus));
     schvalovani_.poslatNaTelefon = [this](ApprovalRequest zadost) {
-        if (spojeni_.jePritomne()) scope_.spawn(poslatZadost(std::move(zadost)));
+        if (phoneLink_.jePritomne()) scope_.spawn(poslatZadost(std::move(zadost)));
     };
     bdelost_.naUsnuti = [this] { usnout(); };
     bdelost_.naProbuzeni = [this] { pripojit(); };
@@ -214,7 +214,7 @@ Task<void> Companion::ukoncit() {
     co_await poznamky_.ulozeno();
     co_await souhrny_.ulozeno();
     co_await historieAgentu_->ulozeno();
-    co_await spojeni_.odpojeno();
+    co_await phoneLink_.odpojeno();
 }
 
 void Companion::pripojit() {
@@ -223,19 +223,19 @@ void Companion::pripojit() {
     odpojit();
     auto link = SecureLink::create(identita_, *protejsek, DeviceRole::mac, services_.link);
     if (link)
-        spojeni_.pripojit(*std::move(link));
+        phoneLink_.pripojit(*std::move(link));
     else
         neplatne(link.error());
 }
 
 void Companion::odpojit() {
-    spojeni_.odpojit();
+    phoneLink_.odpojit();
     state_.dalsiPokus = std::nullopt;
 }
 
 void Companion::zkusitHned() {
     state_.dalsiPokus = std::nullopt;
-    spojeni_.zkusitHned();
+    phoneLink_.zkusitHned();
     parovani_.zkusitHned();
 }
 
@@ -287,7 +287,7 @@ Task<void> Companion::zpracovat(SecureLink::Chyba udalost) {
 }
 
 Task<void> Companion::zpracovat(SecureLink::Pripraveno) {
-    const auto link = spojeni_.soucasne();
+    const auto link = phoneLink_.soucasne();
     state_.potiz = std::nullopt;
     state_.telefonOdesel = false;
     co_await poslatStav();
@@ -300,14 +300,14 @@ Task<void> Companion::doplnitPoPripojeni(std::shared_ptr<SecureLink> link) {
 }
 
 Task<void> Companion::poslatStav() {
-    const auto link = spojeni_.soucasne();
+    const auto link = phoneLink_.soucasne();
     if (!link) co_return;
     auto status = report_.at(clock().now(), nastroje_.nabizeneNastroje());
-    auto sent = co_await spojeni_.poslat({MacPayload::Status{status}}, statusRequestID);
-    if (sent || spojeni_.soucasne() != link) co_return;
+    auto sent = co_await phoneLink_.poslat({MacPayload::Status{status}}, statusRequestID);
+    if (sent || phoneLink_.soucasne() != link) co_return;
     state_.potiz = "Stav se nepodařilo odeslat: " + sent.error().popis();
     if (sent.error().as<MessageTooLong>())
-        (void)co_await spojeni_.poslat({MacPayload::Status{shortened(std::move(status))}}, statusRequestID);
+        (void)co_await phoneLink_.poslat({MacPayload::Status{shortened(std::move(status))}}, statusRequestID);
 }
 
 Task<void> Companion::obnovitSluzby() {
@@ -336,7 +336,7 @@ void Companion::usnout() {
 }
 
 Task<void> Companion::usnoutPoOdpojeni() {
-    co_await spojeni_.odpojeno();
+    co_await phoneLink_.odpojeno();
     bdelost_.muzeUsnout();
 }
 
@@ -358,7 +358,7 @@ Task<ToolOutcome> Companion::stavNastroj(ToolCall) {
 
 Task<void> Companion::poslatZadost(ApprovalRequest zadost) {
     auto id = zadost.id;
-    (void)co_await spojeni_.poslat({MacPayload::Approval{std::move(zadost)}}, std::move(id));
+    (void)co_await phoneLink_.poslat({MacPayload::Approval{std::move(zadost)}}, std::move(id));
 }
 
 } // namespace morvex

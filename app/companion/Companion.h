@@ -166,7 +166,7 @@ class Companion {
     ToolTable table_;
     ToolGate nastroje_;
     StatusReport report_;
-    PhoneLink spojeni_;
+    PhoneLink phoneLink_;
     NotesSync poznamkyTelefonu_;
     TaskSync ukolyTelefonu_;
     AgentTools agentTools_;

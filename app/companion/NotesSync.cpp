@@ -17,7 +17,7 @@ NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& 
                      CompanionState& state, Executor& main, TaskScope& scope)
     : poznamky_(poznamky),
       souhrny_(souhrny),
-      spojeni_(spojeni),
+      phoneLink_(spojeni),
       state_(state),
       scope_(scope),
       potvrzovani_(main) {
@@ -27,13 +27,13 @@ NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& 
 Task<void> NotesSync::prijmout(MacPayload::NoteUpdate zprava) {
     const MacPayload::NoteAck taken{zprava.note.id, zprava.note.revision};
     co_await zaradit(
-        {poznamky_.prijmout(std::move(zprava.note)), spojeni_.soucasne(), {taken}, noteAckID(taken.id)});
+        {poznamky_.prijmout(std::move(zprava.note)), phoneLink_.soucasne(), {taken}, noteAckID(taken.id)});
 }
 
 Task<void> NotesSync::prijmout(MacPayload::SummaryUpdate zprava) {
     const MacPayload::SummaryAck taken{zprava.summary.id, zprava.summary.revision};
     co_await zaradit({souhrny_.prijmout(std::move(zprava.summary)),
-                      spojeni_.soucasne(),
+                      phoneLink_.soucasne(),
                       {taken},
                       "summary-ack:" + taken.id.text()});
 }
@@ -65,7 +65,7 @@ Task<void> NotesSync::vyrizeno() {
 }
 
 void NotesSync::poslatPoznamku(const MorvexNote& note) {
-    if (spojeni_.jePritomne()) scope_.spawn(odeslat(note));
+    if (phoneLink_.jePritomne()) scope_.spawn(odeslat(note));
 }
 
 Task<void> NotesSync::doplnit(std::shared_ptr<SecureLink> link) {
@@ -74,13 +74,13 @@ Task<void> NotesSync::doplnit(std::shared_ptr<SecureLink> link) {
     // By id: notes may be changed between two sends. Those that are added meanwhile go out by themselves. One
     // that the phone sends meanwhile is acknowledged when it is saved.
     for (const auto& id : poznamky_.ids()) {
-        if (!link || spojeni_.soucasne() != link) co_return;
+        if (!link || phoneLink_.soucasne() != link) co_return;
         if (const auto* note = poznamky_.keptNote(id)) co_await odeslat(*note);
     }
 }
 
 Task<void> NotesSync::odeslat(MorvexNote note) {
-    auto sent = co_await spojeni_.poslat({MacPayload::NoteUpdate{note}}, requestID(note));
+    auto sent = co_await phoneLink_.poslat({MacPayload::NoteUpdate{note}}, requestID(note));
     if (!sent && sent.error().as<MessageTooLong>()) tellTooLong(note);
 }
 

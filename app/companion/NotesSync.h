@@ -62,7 +62,7 @@ class NotesSync {
 
     PoznamkyStore& poznamky_;
     SouhrnyStore& souhrny_;
-    PhoneLink& spojeni_;
+    PhoneLink& phoneLink_;
     CompanionState& state_;
     TaskScope& scope_;
     std::set<std::string> tooLong_; ///< versions of notes that no frame can take; each was told once

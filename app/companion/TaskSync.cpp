@@ -12,11 +12,11 @@ Task<void> TaskSync::poslatUkol(UkolAgenta ukol) {
     // The phone is told of nothing that the next start might not know.
     co_await historie_.ulozeno();
     auto requestID = "work-item:" + ukol.workItemID.text();
-    (void)co_await spojeni_.poslat({MacPayload::WorkItemUpdate{jakoWorkItem(ukol)}}, std::move(requestID));
+    (void)co_await phoneLink_.poslat({MacPayload::WorkItemUpdate{jakoWorkItem(ukol)}}, std::move(requestID));
 }
 
 Task<void> TaskSync::poslatPrubeh(std::string text, std::string requestID) {
-    (void)co_await spojeni_.poslat({MacPayload::ToolProgress{std::move(text)}}, std::move(requestID));
+    (void)co_await phoneLink_.poslat({MacPayload::ToolProgress{std::move(text)}}, std::move(requestID));
 }
 
 void TaskSync::potvrzeno(const MacPayload::WorkItemAck& potvrzeni) {
@@ -25,7 +25,7 @@ void TaskSync::potvrzeno(const MacPayload::WorkItemAck& potvrzeni) {
 
 Task<void> TaskSync::doplnit(std::shared_ptr<SecureLink> link) {
     for (auto& ukol : historie_.nedorucene()) {
-        if (!link || spojeni_.soucasne() != link) co_return;
+        if (!link || phoneLink_.soucasne() != link) co_return;
         co_await poslatUkol(std::move(ukol));
     }
 }

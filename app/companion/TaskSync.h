@@ -16,7 +16,7 @@ namespace morvex {
 class TaskSync final : public AgentReports {
   public:
     TaskSync(HistorieAgentu& historie, PhoneLink& spojeni, std::function<Task<void>()> poslatStav)
-        : historie_(historie), spojeni_(spojeni), poslatStav_(std::move(poslatStav)) {}
+        : historie_(historie), phoneLink_(spojeni), poslatStav_(std::move(poslatStav)) {}
 
     Task<void> poslatStav() override;
     Task<void> poslatUkol(UkolAgenta ukol) override;
@@ -30,7 +30,7 @@ class TaskSync final : public AgentReports {
 
   private:
     HistorieAgentu& historie_;
-    PhoneLink& spojeni_;
+    PhoneLink& phoneLink_;
     std::function<Task<void>()> poslatStav_;
 };
 

@@ -15,7 +15,7 @@ namespace morvex {
 /// Main thread.
 class ConsoleFolders {
   public:
-    struct Surroundings {
+    struct Services {
         Slozky& slozky;
         ConsoleFolderPicker& picker;
         const StandardFolders& folders;
@@ -24,7 +24,7 @@ class ConsoleFolders {
     };
 
     /// All of it outlives this object.
-    explicit ConsoleFolders(Surroundings surroundings);
+    explicit ConsoleFolders(Services services);
 
     void print() const;
     void allow(const std::string& path);
@@ -35,7 +35,7 @@ class ConsoleFolders {
     void printQuestion() const;
     Task<void> allowAndShow();
 
-    Surroundings surroundings_;
+    Services services_;
     Connection asked_;
 };
 

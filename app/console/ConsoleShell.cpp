@@ -107,20 +107,18 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
          [](ConsoleShell& shell, const std::string&) { shell.lookAgain(); }},
         {"pomoc", "", "tento seznam", [](ConsoleShell& shell, const std::string&) { shell.printHelp(); }},
         {"konec", "", "ukončí program",
-         [](ConsoleShell& shell, const std::string&) { shell.surroundings_.quit(); }},
+         [](ConsoleShell& shell, const std::string&) { shell.services_.quit(); }},
     };
     return table;
 }
 
-ConsoleShell::ConsoleShell(Companion& companion, Surroundings surroundings)
+ConsoleShell::ConsoleShell(Companion& companion, Services services)
     : companion_(companion),
-      surroundings_(std::move(surroundings)),
-      output_(surroundings_.print),
-      folders_(
-          {companion_.slozky(), surroundings_.picker, surroundings_.folders, surroundings_.scope, output_}),
+      services_(std::move(services)),
+      output_(services_.print),
+      folders_({companion_.slozky(), services_.picker, services_.folders, services_.scope, output_}),
       pairing_(companion_, output_,
-               surroundings_.drawsPictures ? ConsolePairing::Pictures::codes
-                                           : ConsolePairing::Pictures::none),
+               services_.drawsPictures ? ConsolePairing::Pictures::codes : ConsolePairing::Pictures::none),
       approvals_(companion_.schvalovani(), output_) {
     watch();
 }
@@ -198,13 +196,13 @@ void ConsoleShell::printStatus() {
 }
 
 void ConsoleShell::printAvailability() {
-    auto text = companion_.stav().popisSpojeni(surroundings_.clock.now());
+    auto text = companion_.stav().popisSpojeni(services_.clock.now());
     if (std::exchange(shownAvailability_, text) != text) output_.line("Stav: " + text);
 }
 
 void ConsoleShell::printNextAttempt() const {
     const auto& when = companion_.stav().dalsiPokus.value();
-    const auto now = surroundings_.clock.sinceBoot();
+    const auto now = services_.clock.sinceBoot();
     if (when && *when > now) output_.line(popisDalsihoPokusu(*when - now));
 }
 
@@ -218,13 +216,13 @@ void ConsoleShell::tryNow() {
 }
 
 void ConsoleShell::tellOfAvailability() {
-    const auto text = companion_.stav().popisSpojeni(surroundings_.clock.now());
+    const auto text = companion_.stav().popisSpojeni(services_.clock.now());
     if (text != shownAvailability_ && mayTellOfLink()) printAvailability();
 }
 
 /// A relay may have as much to tell as it likes.
 bool ConsoleShell::mayTellOfLink() {
-    const auto now = surroundings_.clock.sinceBoot();
+    const auto now = services_.clock.sinceBoot();
     if (now - minuteOfNews_ >= std::chrono::minutes(1)) {
         minuteOfNews_ = now;
         newsOfMinute_ = 0;
@@ -295,7 +293,7 @@ void ConsoleShell::forgetTasks(const std::string& answer) {
     const auto& historie = companion_.historieAgentu();
     if (historie.polozky().empty() && !historie.potiz()) return printTasks();
     shownTaskTrouble_.reset();
-    surroundings_.scope.spawn(forgetAndTell());
+    services_.scope.spawn(forgetAndTell());
 }
 
 Task<void> ConsoleShell::forgetAndTell() {
@@ -309,7 +307,7 @@ void ConsoleShell::switchIntegration(const std::string& name, bool value) {
     auto found = std::ranges::find(integrations, fold(name), &NamedIntegration::name);
     if (found == integrations.end())
         return output_.line("Neznámá skupina „" + name + "“. Seznam ukáže „pomoc“.");
-    if (value) return surroundings_.scope.spawn(turnOnAndTell(found->integration, std::string(found->name)));
+    if (value) return services_.scope.spawn(turnOnAndTell(found->integration, std::string(found->name)));
     companion_.integrations().vypnout(found->integration);
     output_.line("Vypnuto: " + std::string(found->name));
     output_.trouble(companion_.stav().potizNastaveni);

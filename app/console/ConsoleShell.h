@@ -23,7 +23,7 @@ namespace morvex {
 /// thread.
 class ConsoleShell {
   public:
-    struct Surroundings {
+    struct Services {
         const Clock& clock;
         ConsoleFolderPicker& picker;
         const StandardFolders& folders;
@@ -33,7 +33,7 @@ class ConsoleShell {
         bool drawsPictures = false; ///< the output is a terminal that can show a QR code
     };
 
-    ConsoleShell(Companion& companion, Surroundings surroundings);
+    ConsoleShell(Companion& companion, Services services);
 
     /// Says that the program runs, and what went wrong before anybody listened. Before the first line.
     void greet(const std::string& version);
@@ -76,7 +76,7 @@ class ConsoleShell {
     [[nodiscard]] bool mayTellOfLink();
 
     Companion& companion_;
-    Surroundings surroundings_;
+    Services services_;
     ConsoleOutput output_;
     ConsoleFolders folders_;
     ConsolePairing pairing_;

@@ -23,18 +23,18 @@ constexpr QColor lightGround{0xef, 0xf0, 0xf2};
 
 } // namespace
 
-TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Surroundings& surroundings)
+TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Services& services)
     : state_(companion.stav()),
       hlas_(companion.hlas()),
-      clock_(surroundings.clock),
-      scope_(surroundings.scope),
-      colors_(surroundings.colors),
-      tray_(surroundings.tray),
-      model_(companion, {surroundings.clock, surroundings.scope, surroundings.clipboard,
-                         surroundings.appVersion, [this] { openMainWindow(); }, surroundings.quit}),
-      windows_(model_, surroundings.clock, surroundings.releaseMemory),
+      clock_(services.clock),
+      scope_(services.scope),
+      colors_(services.colors),
+      tray_(services.tray),
+      model_(companion, {services.clock, services.scope, services.clipboard, services.appVersion,
+                         [this] { openMainWindow(); }, services.quit}),
+      windows_(model_, services.clock, services.releaseMemory),
       item_(*model_.link(), tray_, [this](const QRect& place) { toggleMenu(place); }),
-      notice_(*model_.approval(), surroundings.notifications, [this] { openMainWindow(); }) {
+      notice_(*model_.approval(), services.notifications, [this] { openMainWindow(); }) {
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setApplicationDisplayName(QStringLiteral("Morvex"));
     QApplication::setDesktopFileName(QStringLiteral("morvex"));

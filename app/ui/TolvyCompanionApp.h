@@ -21,7 +21,7 @@ namespace morvex {
 /// Order of calls: the constructor; `start` once, before the companion starts or later.
 class TolvyCompanionApp {
   public:
-    struct Surroundings {
+    struct Services {
         Clock& clock;
         TaskScope& scope; ///< runs what a button starts; stopped and joined before this object goes
         Clipboard& clipboard;
@@ -34,7 +34,7 @@ class TolvyCompanionApp {
         std::function<void()> releaseMemory;
     };
 
-    TolvyCompanionApp(Companion& companion, const Surroundings& surroundings);
+    TolvyCompanionApp(Companion& companion, const Services& services);
     ~TolvyCompanionApp();
     TolvyCompanionApp(const TolvyCompanionApp&) = delete;
     TolvyCompanionApp& operator=(const TolvyCompanionApp&) = delete;

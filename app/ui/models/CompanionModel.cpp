@@ -59,21 +59,21 @@ RecordsModel::Source summariesOf(const SouhrnyStore& store) {
 
 } // namespace
 
-CompanionModel::CompanionModel(Companion& companion, Surroundings surroundings)
+CompanionModel::CompanionModel(Companion& companion, Services services)
     : companion_(companion),
-      surroundings_(std::move(surroundings)),
-      link_(companion, surroundings_.clock, surroundings_.scope),
-      pairing_(companion, {surroundings_.clock, surroundings_.scope, surroundings_.clipboard}),
+      services_(std::move(services)),
+      link_(companion, services_.clock, services_.scope),
+      pairing_(companion, {services_.clock, services_.scope, services_.clipboard}),
       approval_(companion.schvalovani()),
-      integrations_(companion, surroundings_.scope),
-      folders_(companion.slozky(), companion.stav(), surroundings_.scope),
+      integrations_(companion, services_.scope),
+      folders_(companion.slozky(), companion.stav(), services_.scope),
       wakefulness_(companion.bdelost()),
-      customApps_(companion.customApps(), companion.stav(), surroundings_.scope),
+      customApps_(companion.customApps(), companion.stav(), services_.scope),
       voice_(companion.hlas()),
       tasks_(companion),
-      notes_(notesOf(companion.poznamky()), surroundings_.clipboard),
-      summaries_(summariesOf(companion.souhrny()), surroundings_.clipboard),
-      about_(companion.stav(), QString::fromStdString(surroundings_.appVersion), surroundings_.clipboard) {
+      notes_(notesOf(companion.poznamky()), services_.clipboard),
+      summaries_(summariesOf(companion.souhrny()), services_.clipboard),
+      about_(companion.stav(), QString::fromStdString(services_.appVersion), services_.clipboard) {
     notesChanged_ = companion_.poznamky().onChange([this] {
         notes_.refresh();
         integrations_.refreshRows();
@@ -90,11 +90,11 @@ void CompanionModel::refresh() {
 }
 
 void CompanionModel::openMainWindow() {
-    surroundings_.openMainWindow();
+    services_.openMainWindow();
 }
 
 void CompanionModel::quit() {
-    surroundings_.quit();
+    services_.quit();
 }
 
 } // namespace morvex

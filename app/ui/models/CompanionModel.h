@@ -38,7 +38,7 @@ class CompanionModel final : public QObject {
     Q_PROPERTY(morvex::AboutModel* about READ about CONSTANT)
 
   public:
-    struct Surroundings {
+    struct Services {
         Clock& clock;
         TaskScope& scope; ///< runs what a button starts; stopped and joined before this object goes
         Clipboard& clipboard;
@@ -47,7 +47,7 @@ class CompanionModel final : public QObject {
         std::function<void()> quit;
     };
 
-    CompanionModel(Companion& companion, Surroundings surroundings);
+    CompanionModel(Companion& companion, Services services);
 
     LinkModel* link() { return &link_; }
 
@@ -83,7 +83,7 @@ class CompanionModel final : public QObject {
 
   private:
     Companion& companion_;
-    Surroundings surroundings_;
+    Services services_;
     LinkModel link_;
     PairingModel pairing_;
     ApprovalModel approval_;

@@ -5,8 +5,8 @@
 
 namespace morvex {
 
-PairingModel::PairingModel(Companion& companion, Surroundings surroundings)
-    : companion_(companion), surroundings_(surroundings) {
+PairingModel::PairingModel(Companion& companion, Services services)
+    : companion_(companion), services_(services) {
     auto& state = companion_.stav();
     watch(state.klice);
     watch(state.parovani);
@@ -58,7 +58,7 @@ QString PairingModel::validUntil() const {
 
 bool PairingModel::expired() const {
     const auto* shown = companion_.stav().parovani.value().as<StavParovani::CekamNaTelefon>();
-    return shown && shown->platiDo <= surroundings_.clock.now();
+    return shown && shown->platiDo <= services_.clock.now();
 }
 
 QString PairingModel::number() const {
@@ -119,18 +119,18 @@ void PairingModel::unpair() {
 }
 
 void PairingModel::copyCode() {
-    if (!code().isEmpty()) surroundings_.clipboard.setText(code().toStdString());
+    if (!code().isEmpty()) services_.clipboard.setText(code().toStdString());
 }
 
 void PairingModel::watchExpiry() {
     const auto* shown = companion_.stav().parovani.value().as<StavParovani::CekamNaTelefon>();
-    if (shown) surroundings_.scope.spawn(refreshAt(shown->platiDo));
+    if (shown) services_.scope.spawn(refreshAt(shown->platiDo));
 }
 
 Task<void> PairingModel::refreshAt(Date expiry) {
-    auto stop = surroundings_.scope.token();
-    auto left = expiry - surroundings_.clock.now();
-    if (co_await sleepFor(surroundings_.clock, left, stop)) refresh();
+    auto stop = services_.scope.token();
+    auto left = expiry - services_.clock.now();
+    if (co_await sleepFor(services_.clock, left, stop)) refresh();
 }
 
 } // namespace morvex

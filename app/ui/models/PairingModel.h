@@ -31,13 +31,13 @@ class PairingModel final : public ViewModel {
     enum class Situation { LoadingKeys, NoKeys, NoPhone, Paired, Creating, ShowingCode, Comparing, Failed };
     Q_ENUM(Situation)
 
-    struct Surroundings {
+    struct Services {
         Clock& clock;
         TaskScope& scope;
         Clipboard& clipboard;
     };
 
-    PairingModel(Companion& companion, Surroundings surroundings);
+    PairingModel(Companion& companion, Services services);
 
     [[nodiscard]] Situation situation() const;
     /// What is waited for while the keys of this computer are not there, or why they are not.
@@ -76,7 +76,7 @@ class PairingModel final : public ViewModel {
     Task<void> refreshAt(Date expiry);
 
     Companion& companion_;
-    Surroundings surroundings_;
+    Services services_;
     std::string relayProblem_;
     QPropertyNotifier codeNotifier_;
 };

@@ -26,8 +26,8 @@ class RealAgentsTest : public testing::Test {
     using Outcome = Result<AgentRunner::Vysledek>;
 
     /// One for all tests: the search path is found out once.
-    struct Surroundings {
-        Surroundings() { std::filesystem::create_directories(folder.path() / "work"); }
+    struct Services {
+        Services() { std::filesystem::create_directories(folder.path() / "work"); }
 
         TemporaryFolder folder;
         SpawnLauncher launcher;
@@ -38,34 +38,34 @@ class RealAgentsTest : public testing::Test {
             launcher, clock, workers, {{{"PATH", folder.path().string()}}, "/nonexistent"}};
     };
 
-    static void SetUpTestSuite() { surroundings = std::make_unique<Surroundings>(); }
+    static void SetUpTestSuite() { services = std::make_unique<Services>(); }
 
-    static void TearDownTestSuite() { surroundings.reset(); }
+    static void TearDownTestSuite() { services.reset(); }
 
     /// Installs an agent that does this when it is run for a task.
     static void install(const std::string& script, const std::string& name = "codex") {
-        auto file = surroundings->folder.path() / name;
+        auto file = services->folder.path() / name;
         std::ofstream(file) << "#!/bin/sh\n[ \"$1\" = --version ] && { echo agent 1.0; exit; }\n"
                                "[ \"$1\" = auth ] && exit\n"
                             << script;
         std::filesystem::permissions(file, std::filesystem::perms::owner_all);
     }
 
-    static std::string workFolder() { return surroundings->folder.path() / "work"; }
+    static std::string workFolder() { return services->folder.path() / "work"; }
 
     Outcome run(const std::string& script, std::optional<std::string> session = {}) {
         install(script);
-        return await(surroundings->main, spust(std::move(session)));
+        return await(services->main, spust(std::move(session)));
     }
 
     Outcome runClaude(const std::string& script) {
         install(script, "claude");
-        return await(surroundings->main, spust({}, "claude-code"));
+        return await(services->main, spust({}, "claude-code"));
     }
 
     std::future<Outcome> begin(const std::string& script) {
         install(script);
-        return std::async(std::launch::async, [this] { return await(surroundings->main, spust({})); });
+        return std::async(std::launch::async, [this] { return await(services->main, spust({})); });
     }
 
     Task<Outcome> spust(std::optional<std::string> session, const std::string& tool = "codex") {
@@ -76,21 +76,20 @@ class RealAgentsTest : public testing::Test {
     /// Both are heard on the main thread only.
     static std::function<void(std::string)> onMain(Lines& lines) {
         return [add = lines.callback()](const std::string& line) {
-            EXPECT_TRUE(surroundings->main.isCurrent());
+            EXPECT_TRUE(services->main.isCurrent());
             add(line);
         };
     }
 
     bool cancel() {
-        return await(surroundings->main, runOn(surroundings->main, [this] { return runner.zrus(); }));
+        return await(services->main, runOn(services->main, [this] { return runner.zrus(); }));
     }
 
-    static inline std::unique_ptr<Surroundings> surroundings;
+    static inline std::unique_ptr<Services> services;
     Lines progress;
     Lines sessions;
-    AgentRunner runner{{surroundings->launcher, surroundings->clock, surroundings->discovery,
-                        surroundings->main, surroundings->workers},
-                       {}};
+    AgentRunner runner{
+        {services->launcher, services->clock, services->discovery, services->main, services->workers}, {}};
 };
 
 TEST_F(RealAgentsTest, AGoodRunGivesItsTextItsSessionAndItsProgress) {
