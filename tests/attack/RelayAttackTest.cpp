@@ -32,11 +32,13 @@ class RelayAttack : public AttackedCompanion {
         const auto quoted = frame[start] == '"' ? 1U : 0U;
         const auto end = frame.find_first_of(quoted ? "\"" : ",}", start + quoted) + quoted;
         forgetTrouble();
-        line->send(frame.replace(start, end - start, value));
+        frame.replace(start, end - start, value);
+        line->send(frame);
         ++tries;
-        // Either the frame cannot be read and the connection ends, or the call is refused and the next
+        // The connection ends exactly when the frame cannot be read; else the call is refused and the next
         // served.
         const bool isServedOn = isServed(*line);
+        EXPECT_EQ(isServedOn, decode<RelayMessage>(frame).has_value()) << frame;
         const auto shown = trouble();
         if (!isServedOn)
             ++ended_;

@@ -43,6 +43,7 @@ class TamperedSession : public test::SecureLinkFixture {
         EXPECT_TRUE(std::ranges::none_of(events, isSession)) << changed;
         EXPECT_EQ(socket->sent.size(), sent) << changed;
         const bool isLost = std::ranges::any_of(events, isLoss);
+        EXPECT_EQ(isLost, !decode<RelayMessage>(changed).has_value()) << changed;
         ++(isLost ? lost_ : refused_);
         return !isLost;
     }

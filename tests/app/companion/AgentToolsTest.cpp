@@ -150,7 +150,8 @@ TEST_F(AgentToolsTest, QuirkTheFolderIsTestedBeforeTheRunningTask) {
     startWithFolder();
     begin("mac.codex.run");
     allowFolder("Ukázka");
-    EXPECT_TRUE(error("mac.codex.run", {{"instruction", "x"}}).starts_with("Neurčil jsi složku."));
+    EXPECT_EQ(error("mac.codex.run", {{"instruction", "x"}}),
+              "Neurčil jsi složku. Povolené jsou: Projekty, Ukázka.");
     EXPECT_EQ(error("mac.codex.run", {{"instruction", "x"}, {"folder", "Projekty"}}), busy);
     finish();
 }

@@ -2,6 +2,8 @@
 #include "shared/wire/ToolCatalogue.h"
 #include "tests/support/CompanionHarness.h"
 
+#include <gmock/gmock.h>
+
 namespace morvex {
 namespace {
 
@@ -28,9 +30,15 @@ TEST_F(StatusTest, TellsWhatThisComputerCanDo) {
     EXPECT_FALSE(status.mailAvailable);
     EXPECT_EQ(wholeSeconds(status.sentAt), wholeSeconds(clock.now()));
     EXPECT_FALSE(status.claude.installed);
-    EXPECT_TRUE(status.claude.problem.value().starts_with("Binárku „claude“ jsem nenašel"));
+    EXPECT_THAT(
+        status.claude.problem.value(),
+        testing::MatchesRegex(
+            R"(Binárku „claude“ jsem nenašel \(prohledáno [0-9]+ adresářů\)\. Nainstaluj: npm i -g @anthropic-ai/claude-code)"));
     EXPECT_FALSE(status.codex.installed);
-    EXPECT_TRUE(status.codex.problem.value().starts_with("Binárku „codex“ jsem nenašel"));
+    EXPECT_THAT(
+        status.codex.problem.value(),
+        testing::MatchesRegex(
+            R"(Binárku „codex“ jsem nenašel \(prohledáno [0-9]+ adresářů\)\. Nainstaluj: npm i -g @openai/codex \(nebo brew install codex\)\. Codex ve webovém ChatGPT ani rozšíření do editoru žádné CLI neinstalují\.)"));
 }
 
 TEST_F(StatusTest, AnAgentThatIsSwitchedOffSaysSoWhateverWasDetected) {
