@@ -75,10 +75,17 @@ Result<void> writeValues(const std::filesystem::path& path, const std::string& t
     return writeAtomically(path, asBytes(text));
 }
 
-/// Brings changes into a file that could not be read at the start; whatever else stands there is kept. Lists
-/// and data may have been made of what was not known, so they stay out, and it fails.
-Result<void> bringInto(const std::filesystem::path& path, const json::object& changed,
-                       const std::set<std::string>& removed) {
+/// Why only booleans are brought into a file that could not be read at the start: all else may have been made
+/// of what was not known. To try it again is no use.
+struct LeftOut {
+    [[nodiscard]] std::string popis() const {
+        return "Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.";
+    }
+};
+
+/// Brings changed booleans into a file that could not be read at the start; whatever else stands there is
+/// kept. Fails with `LeftOut` for other changes.
+Result<void> bringInto(const std::filesystem::path& path, const json::object& changed) {
     TRY(const auto, bytes, readWhole(path, JsonDefaults::sizeLimit));
     json::object values;
     if (bytes) {
@@ -88,16 +95,14 @@ Result<void> bringInto(const std::filesystem::path& path, const json::object& ch
     }
     const auto before = values;
     bool isWhole = true;
-    for (const auto& key : removed) values.erase(key);
     for (const auto& [key, value] : changed) {
-        if (value.is_bool() || value.is_string())
+        if (value.is_bool())
             values.insert_or_assign(key, value);
         else
             isWhole = false;
     }
     if (values != before) CHECK(writeValues(path, json::serialize(values)));
-    if (!isWhole)
-        return fail(TextError{"Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu."});
+    if (!isWhole) return fail(LeftOut{});
     return {};
 }
 
@@ -149,9 +154,10 @@ void JsonDefaults::setTogether(DefaultsValues values) {
         endProposals(key);
         auto encoded = jsonFrom(value);
         const auto* present = values_.if_contains(key);
-        if (present && *present == encoded) continue;
+        // What is empty adds nothing to what is not known.
+        const bool isNothingNew = !isKnown_ && encoded.is_array() && encoded.get_array().empty();
+        if (present ? *present == encoded : isNothingNew) continue;
         values_.insert_or_assign(key, std::move(encoded));
-        removed_.erase(key);
         unsaved_ = true;
     }
     save();
@@ -159,8 +165,7 @@ void JsonDefaults::setTogether(DefaultsValues values) {
 
 void JsonDefaults::remove(const std::string& key) {
     endProposals(key);
-    if (!isKnown_) removed_.insert(key);
-    if (values_.erase(key) > 0 || !isKnown_) unsaved_ = true;
+    if (values_.erase(key) > 0) unsaved_ = true;
     save();
 }
 
@@ -203,10 +208,7 @@ void JsonDefaults::save() {
 SaveQueue::Save JsonDefaults::zacniUkladat() {
     forgetRetry();
     unsaved_ = false;
-    if (!isKnown_)
-        return {0, [path = path_, values = values_, removed = removed_] {
-                    return bringInto(path, values, removed);
-                }};
+    if (!isKnown_) return {0, [path = path_, values = values_] { return bringInto(path, values); }};
     proposalsUnderWay_ = std::exchange(proposals_, {});
     std::erase_if(proposalsUnderWay_, [](const auto& proposal) { return proposal->isOver; });
     auto text = json::serialize(withProposals());
@@ -227,7 +229,7 @@ void JsonDefaults::dokonciUkladani(const Result<void>& result) {
     proposalsUnderWay_.clear();
     // What failed may stand on the disk all the same, a proposal that does not count too.
     if (!result) unsaved_ = true;
-    if (!result && !isEnding_) waitForRetry();
+    if (!result && !result.error().as<LeftOut>() && !isEnding_) waitForRetry();
     auto problem = result ? std::nullopt : std::optional(neulozenoKvuli(result.error()));
     if (std::exchange(saveProblem_, problem) != problem) tellOfProblem();
 }

@@ -11,7 +11,6 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,8 +32,7 @@ class JsonDefaults : public UserDefaults {
 
     /// Reads the file, here and now. A damaged one is set aside and the settings start empty. One that can
     /// be neither read nor set aside is left alone: changes count as ever, proposals are refused, and changed
-    /// booleans and texts are brought into the file as soon as it can be read. Changed lists and data are not
-    /// saved.
+    /// booleans are brought into the file as soon as it can be read. Other changes are not saved.
     JsonDefaults(const std::filesystem::path& configHome, Saving saving);
     ~JsonDefaults() override;
 
@@ -79,8 +77,7 @@ class JsonDefaults : public UserDefaults {
     std::filesystem::path path_;
     Saving saving_;
     boost::json::object values_;
-    bool isKnown_ = true;           ///< what stands in the file; else `values_` are the changes only
-    std::set<std::string> removed_; ///< while that is not known
+    bool isKnown_ = true; ///< what stands in the file; else `values_` are the changes only
     bool unsaved_ = false;
     Proposals proposals_;
     Proposals proposalsUnderWay_;
