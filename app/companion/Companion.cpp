@@ -21,6 +21,11 @@ const std::string statusRequestID = "status";
 const std::string relayAddressKey = "relay.adresa";
 const std::string defaultRelayAddress = "http://127.0.0.1:8787";
 
+bool jeZamceno(const Error& error) {
+    const auto* refusal = error.as<KeychainChyba>();
+    return refusal && refusal->jeZamceno();
+}
+
 Clock::Duration wait(const MacAvailability::Pripojuji& pripojuji) {
     return std::chrono::duration_cast<Clock::Duration>(std::chrono::duration<double>(pripojuji.dalsiZa));
 }
@@ -132,7 +137,7 @@ Task<void> Companion::spustit() {
 }
 
 void Companion::zkusitZnovu() {
-    if (identita_) return;
+    if (state_.klice.value().pripad == StavKlicu::Pripad::jsou) return;
     services_.vault.stopAsking();
     if (!std::exchange(nactouSeZnovu_, true)) scope_.spawn(nacistZnovu());
 }
@@ -144,12 +149,12 @@ Task<void> Companion::nacistZnovu() {
 Task<Result<void>> Companion::nacistKlice() {
     const auto turn = co_await nacitani_.take();
     nactouSeZnovu_ = false;
-    if (identita_ || konci_) co_return Result<void>{};
+    if (state_.klice.value().pripad == StavKlicu::Pripad::jsou || konci_) co_return Result<void>{};
     state_.klice = StavKlicu{};
     state_.potiz = std::nullopt;
-    CO_CHECK(co_await nactiIdentitu());
+    if (!identita_) CO_CHECK(co_await nactiIdentitu());
     co_await hlas_.nacist();
-    const bool jeNacteny = co_await nactiProtejsek();
+    CO_TRY(const bool, jeNacteny, co_await nactiProtejsek());
     state_.klice = StavKlicu{StavKlicu::Pripad::jsou};
     if (!jeNacteny) co_return Result<void>{};
     pripojit();
@@ -173,9 +178,13 @@ Task<Result<void>> Companion::nactiIdentitu() {
     co_return Result<void>{};
 }
 
-Task<bool> Companion::nactiProtejsek() {
+Task<Result<bool>> Companion::nactiProtejsek() {
     auto* uloziste = &services_.uloziste;
     auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return uloziste->nactiProtejsek(); });
+    if (!loaded && jeZamceno(loaded.error())) {
+        if (!konci_) kliceNejsou(loaded.error());
+        co_return fail(TextError{state_.klice.value().duvod});
+    }
     if (!loaded) {
         neplatne(loaded.error());
         co_return false;
@@ -191,8 +200,7 @@ void Companion::neplatne(const Error& error) {
 }
 
 void Companion::kliceNejsou(const Error& error) {
-    const auto* refusal = error.as<KeychainChyba>();
-    if (refusal && refusal->jeZamceno()) {
+    if (jeZamceno(error)) {
         state_.dostupnost = MacAvailability{MacAvailability::Preruseno{klicenkaZamcena}};
         state_.potiz = klicenkaZamcenaCele;
     } else {

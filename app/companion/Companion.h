@@ -117,7 +117,8 @@ class Companion {
     Task<Result<void>> nacistKlice();
     Task<void> nacistZnovu();
     Task<Result<void>> nactiIdentitu();
-    Task<bool> nactiProtejsek();
+    /// Whether it could be read. Fails where the vault is locked.
+    Task<Result<bool>> nactiProtejsek();
     void neplatne(const Error& error);
     void kliceNejsou(const Error& error);
     /// The phone is not paired any more: it is forgotten, and what it has begun ends.

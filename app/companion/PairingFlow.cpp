@@ -1,16 +1,21 @@
 #include "app/companion/PairingFlow.h"
 
 #include "app/companion/SmazatPar.h"
+#include "shared-apple/KeychainChyba.h"
 #include "shared/trust/Parovani.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/PairingBundle.h"
 #include "shared/wire/PairingHello.h"
 
+#include <chrono>
 #include <utility>
 
 namespace morvex {
 
 namespace {
+
+/// From a removal from the vault that failed to the next one.
+constexpr Clock::Duration removalRetry = std::chrono::seconds(5);
 
 Task<void> start(std::shared_ptr<RelayLink> link) {
     co_await link->start();
@@ -35,10 +40,8 @@ PairingFlow::PairingFlow(Services services, CompanionState& state, Link link)
 
 void PairingFlow::zacitParovani() {
     ++generation_;
-    if (!identita_) {
-        state_.parovani = StavParovani{StavParovani::Zakladam{}};
-        return services_.scope.spawn(nacistAZacit(generation_));
-    }
+    cekaNaKlice_ = !identita_;
+    if (cekaNaKlice_) return services_.scope.spawn(nacistAZacit(generation_));
     auto address = RelayAddress::parse(state_.relayAdresa.value());
     if (!address) return selhat(RelayAddress::nonsense);
     state_.telefonOdesel = false;
@@ -49,10 +52,11 @@ void PairingFlow::zacitParovani() {
 Task<void> PairingFlow::nacistAZacit(std::uint64_t generation) {
     auto loaded = co_await link_.nacistKlice();
     if (generation != generation_) co_return;
+    cekaNaKlice_ = false;
     if (!loaded) co_return selhat(loaded.error().popis());
-    if (identita_ && !state_.protejsek.value()) co_return zacitParovani();
-    // It turned out that there is a phone.
     state_.parovani = StavParovani{};
+    // It may have turned out that there is a phone.
+    if (identita_ && !state_.protejsek.value()) zacitParovani();
 }
 
 Task<void> PairingFlow::zalozit(RelayAddress address, std::uint64_t generation) {
@@ -156,6 +160,7 @@ void PairingFlow::odmitnoutCislo() {
 
 void PairingFlow::zrusitParovani() {
     ++generation_;
+    cekaNaKlice_ = false;
     state_.parovani = StavParovani{};
     rozdelany_.reset();
     state_.telefonOdesel = false;
@@ -180,8 +185,19 @@ Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
     // Both may fail. Another phone may be paired while they take their time.
     (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita_);
     auto* uloziste = &services_.uloziste;
-    (void)co_await runOn(services_.vaultThread,
-                         [uloziste, &protejsek] { return smazatPar(*uloziste, protejsek); });
+    std::optional<std::string> told;
+    for (;;) {
+        auto removed = co_await runOn(services_.vaultThread,
+                                      [uloziste, &protejsek] { return smazatPar(*uloziste, protejsek); });
+        if (removed) break;
+        told = "Odpojení telefonu se nepodařilo uložit: " + removed.error().popis();
+        state_.potiz = told;
+        // A locked keyring would ask each time.
+        const auto* refusal = removed.error().as<KeychainChyba>();
+        if (refusal && refusal->jeZamceno()) co_return;
+        if (!co_await sleepFor(services_.relay.clock, removalRetry, services_.scope.token())) co_return;
+    }
+    if (told && state_.potiz.value() == told) state_.potiz = std::nullopt;
 }
 
 void PairingFlow::zkusitHned() {

@@ -46,6 +46,10 @@ class PairingFlow {
     void setIdentita(std::shared_ptr<const DeviceIdentity> identita) { identita_ = std::move(identita); }
 
     void zacitParovani();
+
+    /// A pairing begins with the keys of this computer, which are awaited. It is in no state before.
+    [[nodiscard]] bool cekaNaKlice() const { return cekaNaKlice_; }
+
     /// "Souhlasí" under this number. Nothing when the number on screen has become another one meanwhile.
     void potvrditCislo(const std::string& cislo);
     /// "Neshoduje se"
@@ -84,6 +88,7 @@ class PairingFlow {
     std::shared_ptr<RelayLink> parovaci_;
     std::unique_ptr<TaskScope> parovaciPosluchac_;
     std::optional<PairedPeer> rozdelany_; ///< waits for the word about its number
+    bool cekaNaKlice_ = false;
     bool uklada_ = false;
     std::uint64_t generation_ = 0; ///< tells a late answer of an abandoned pairing
 };

@@ -12,11 +12,8 @@ ConsolePairing::ConsolePairing(Companion& companion, const ConsoleOutput& output
       notifier_(companion.stav().parovani.addNotifier([this] { tell(); })) {}
 
 void ConsolePairing::tell() {
-    const auto& state = companion_.stav();
-    const auto& pairing = state.parovani.value();
-    // Without keys it waits for them, and the relay has not been asked yet.
-    if (pairing.as<StavParovani::Zakladam>() && state.klice.value().pripad == StavKlicu::Pripad::jsou)
-        output_.line("Párování: zakládám pár u relaye…");
+    const auto& pairing = companion_.stav().parovani.value();
+    if (pairing.as<StavParovani::Zakladam>()) output_.line("Párování: zakládám pár u relaye…");
     if (const auto* failed = pairing.as<StavParovani::Chyba>()) output_.line("Párování: " + failed->text);
     if (pairing.as<StavParovani::Necinne>()) output_.line("Párování: nic neprobíhá");
     if (const auto* waiting = pairing.as<StavParovani::CekamNaTelefon>()) {
@@ -61,9 +58,10 @@ void ConsolePairing::judge(Verdict verdict) {
 }
 
 void ConsolePairing::cancel() {
-    if (companion_.stav().parovani.value().as<StavParovani::Necinne>())
-        return output_.line("Žádné párování neprobíhá.");
+    const bool isIdle = companion_.stav().parovani.value().as<StavParovani::Necinne>();
+    if (isIdle && !companion_.parovani().cekaNaKlice()) return output_.line("Žádné párování neprobíhá.");
     companion_.parovani().zrusitParovani();
+    if (isIdle) tell();
 }
 
 void ConsolePairing::unpair() {

@@ -296,6 +296,10 @@
         <translation>Le fichier n’a pas pu être lu au démarrage. Quitte Morvex et relance-le.</translation>
     </message>
     <message>
+        <source>Odpojení telefonu se nepodařilo uložit: %1</source>
+        <translation>La dissociation du téléphone n’a pas pu être enregistrée : %1</translation>
+    </message>
+    <message>
         <source>Na disku není místo.</source>
         <translation>Il n’y a plus de place sur le disque.</translation>
     </message>

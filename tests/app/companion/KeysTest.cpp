@@ -101,6 +101,21 @@ TEST_F(KeysTest, AQuestionThatIsOpenIsTakenBackAndAskedOnceMore) {
     EXPECT_EQ(store.loads, 2) << "however often that was asked for";
 }
 
+TEST_F(KeysTest, AVaultThatIsLockedWhenThePhoneIsReadIsToldAndAskedAgain) {
+    keepAPairedIdentity();
+    store.failPeerLoad = locked();
+    start();
+    EXPECT_EQ(availability(), "Spojení přerušeno — Klíčenka zůstala zamčená.");
+    EXPECT_EQ(companion->stav().klice.value().pripad, StavKlicu::Pripad::nejsou);
+    store.failPeerLoad.reset();
+    (void)sockets.layOut();
+    companion->zkusitZnovu();
+    executor.runUntilIdle();
+    EXPECT_EQ(companion->stav().klice.value().pripad, StavKlicu::Pripad::jsou);
+    EXPECT_TRUE(companion->stav().protejsek.value());
+    EXPECT_EQ(sockets.urls.size(), 1U);
+}
+
 TEST_F(KeysTest, AnEndAsksNobodyAnyMoreAndTellsNothingOfIt) {
     store.failLoad = locked();
     startWithSlowVault();
@@ -114,6 +129,34 @@ TEST_F(KeysTest, AnEndAsksNobodyAnyMoreAndTellsNothingOfIt) {
     EXPECT_EQ(ending.live(), 0);
     EXPECT_EQ(trouble(), "none");
     companion.reset();
+}
+
+TEST_F(KeysTest, AnUnpairingThatCannotBeSavedIsToldAndTriedAgain) {
+    startPaired();
+    executor.runUntilIdle();
+    store.failDelete = TextError{"Na disku není místo."};
+    flow().odvolat();
+    executor.runUntilIdle();
+    EXPECT_EQ(trouble(), "Odpojení telefonu se nepodařilo uložit: Na disku není místo.");
+    ASSERT_TRUE(store.held.nactiProtejsek().value());
+    store.failDelete.reset();
+    clock.advance(std::chrono::seconds(5));
+    executor.runUntilIdle();
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    EXPECT_EQ(trouble(), "none");
+}
+
+TEST_F(KeysTest, AnUnpairingThatALockedVaultRefusesIsToldAndNotAskedForAgain) {
+    startPaired();
+    executor.runUntilIdle();
+    store.failDelete = locked();
+    flow().odvolat();
+    executor.runUntilIdle();
+    EXPECT_TRUE(trouble().starts_with("Odpojení telefonu se nepodařilo uložit: ")) << trouble();
+    store.failDelete.reset();
+    clock.advance(std::chrono::hours(1));
+    executor.runUntilIdle();
+    EXPECT_TRUE(store.held.nactiProtejsek().value());
 }
 
 TEST_F(KeysTest, APairingLoadsThemFirstAndSaysWhyItCannot) {
@@ -140,14 +183,17 @@ TEST_F(KeysTest, APairingThatWaitsForThemBeginsOnceAndCanBeCancelled) {
     layOutPair();
     for (int presses = 0; presses < 3; ++presses) flow().zacitParovani();
     executor.runUntilIdle();
-    EXPECT_TRUE(state().as<StavParovani::Zakladam>());
+    EXPECT_TRUE(flow().cekaNaKlice());
+    EXPECT_EQ(state(), StavParovani{}) << "the relay is not asked yet";
     while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
     EXPECT_EQ(http.requests.size(), 1U);
+    EXPECT_FALSE(flow().cekaNaKlice());
     end();
 
     start();
     flow().zacitParovani();
     flow().zrusitParovani();
+    EXPECT_FALSE(flow().cekaNaKlice());
     while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
     EXPECT_EQ(http.requests.size(), 1U);
     EXPECT_EQ(state(), StavParovani{});

@@ -66,6 +66,20 @@ TEST_F(ConsolePairingTest, WithoutKeysItAsksForThemAgain) {
                                         "Potíž: Trezor neodpovídá.", "Párování: Trezor neodpovídá."}));
 }
 
+TEST_F(ConsolePairingTest, WhatWaitsForTheKeysIsNotSaidToBeCreatedAndCanBeCancelled) {
+    ManualExecutor slow;
+    storage = &slow;
+    startShell();
+    lines.clear();
+    EXPECT_FALSE(hasLine(type("parovat"), "Párování: zakládám pár u relaye…"));
+    EXPECT_FALSE(hasLine(type("parovat"), "Pár se u relaye už zakládá."));
+    EXPECT_EQ(type("zrusit"), std::vector<std::string>{"Párování: nic neprobíhá"});
+    EXPECT_EQ(type("zrusit"), std::vector<std::string>{"Žádné párování neprobíhá."});
+    type("parovat");
+    while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
+    EXPECT_TRUE(hasLine(lines, "Párování: zakládám pár u relaye…"));
+}
+
 TEST_F(ConsolePairingTest, WordsOfTheRelayCannotPassForLinesOfTheProgram) {
     startShell();
     http.replies.push_back({400, R"({"reason":"Ne.\nČíslo k porovnání: 123 456\u001b[A"})"});
