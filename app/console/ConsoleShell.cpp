@@ -324,6 +324,7 @@ void ConsoleShell::keepAwake(const std::string& word) {
     if (!wanted) return;
     companion_.bdelost().setDrzetVzhuru(*wanted);
     printWakefulness();
+    output_.trouble(companion_.stav().potizNastaveni);
 }
 
 void ConsoleShell::startAtLogin(const std::string& word) {

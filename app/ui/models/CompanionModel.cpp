@@ -67,7 +67,7 @@ CompanionModel::CompanionModel(Companion& companion, Services services)
       approval_(companion.schvalovani()),
       integrations_(companion, services_.scope),
       folders_(companion.slozky(), companion.stav(), services_.scope),
-      wakefulness_(companion.bdelost()),
+      wakefulness_(companion.bdelost(), companion.stav()),
       customApps_(companion.customApps(), companion.stav(), services_.scope),
       voice_(companion.hlas()),
       tasks_(companion),

@@ -4,7 +4,9 @@
 
 namespace morvex {
 
-WakefulnessModel::WakefulnessModel(Bdelost& bdelost) : bdelost_(bdelost) {
+WakefulnessModel::WakefulnessModel(Bdelost& bdelost, CompanionState& settings)
+    : bdelost_(bdelost), state_(settings) {
+    watch(state_.potizNastaveni);
     auto& state = bdelost_.stav();
     for (auto* property : {&state.spoustetPoPrihlaseni, &state.drzetVzhuru, &state.naNapajeni, &state.spi})
         watch(*property);
@@ -40,6 +42,10 @@ QString WakefulnessModel::loginTrouble() const {
 
 QString WakefulnessModel::wakeTrouble() const {
     return localized(bdelost_.stav().potizDrzeni.value().value_or(std::string()));
+}
+
+QString WakefulnessModel::trouble() const {
+    return localized(state_.potizNastaveni.value().value_or(std::string()));
 }
 
 } // namespace morvex

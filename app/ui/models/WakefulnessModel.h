@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/companion/Bdelost.h"
+#include "app/companion/CompanionState.h"
 #include "app/ui/models/ViewModel.h"
 
 namespace morvex {
@@ -15,9 +16,10 @@ class WakefulnessModel final : public ViewModel {
     Q_PROPERTY(QString state READ state NOTIFY changed)
     Q_PROPERTY(QString loginTrouble READ loginTrouble NOTIFY changed)
     Q_PROPERTY(QString wakeTrouble READ wakeTrouble NOTIFY changed)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
 
   public:
-    explicit WakefulnessModel(Bdelost& bdelost);
+    WakefulnessModel(Bdelost& bdelost, CompanionState& state);
 
     [[nodiscard]] bool startsAtLogin() const;
     void setStartsAtLogin(bool starts);
@@ -26,9 +28,12 @@ class WakefulnessModel final : public ViewModel {
     [[nodiscard]] QString state() const;
     [[nodiscard]] QString loginTrouble() const;
     [[nodiscard]] QString wakeTrouble() const;
+    /// The settings are not saved.
+    [[nodiscard]] QString trouble() const;
 
   private:
     Bdelost& bdelost_;
+    CompanionState& state_;
 };
 
 } // namespace morvex

@@ -20,8 +20,11 @@ Sheet {
         ActionButton {
             kind: ActionButton.Kind.Warning
             text: sheet.action
-            subject: sheet.text
+            subject: sheet.title + "\n" + sheet.text
             onClicked: {
+                // Another question may have come under the press.
+                if (meant !== subject)
+                    return;
                 sheet.isConfirmed = true;
                 sheet.close();
             }

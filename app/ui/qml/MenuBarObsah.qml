@@ -95,7 +95,7 @@ Rectangle {
             controls: ActionButton {
                 text: qsTr("Zastavit")
                 subject: view.model.tasks.runningId
-                onClicked: view.model.tasks.stop(view.model.tasks.runningId)
+                onClicked: view.model.tasks.stop(meant)
             }
 
             BodyText {

@@ -8,6 +8,8 @@ T.Button {
 
     required property var modelData
     required property int index
+    /// For the guard of presses: a row is used again for another record.
+    readonly property string subject: modelData.id
 
     implicitHeight: column.implicitHeight + topPadding + bottomPadding
     padding: 10

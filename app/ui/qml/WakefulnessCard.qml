@@ -27,6 +27,12 @@ Karta {
         onWanted: on => view.model.staysAwake = on
     }
 
+    Note {
+        visible: text !== ""
+        trouble: true
+        text: view.model.trouble
+    }
+
     CaptionText {
         Layout.fillWidth: true
         text: qsTr("Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti vybilo notebook v tašce.")

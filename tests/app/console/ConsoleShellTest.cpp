@@ -85,6 +85,7 @@ TEST_F(ConsoleShellTest, ATroubleOfTheSettingsThatWasToldBeforeStandsBesideEachC
     const std::string told = "Potíž: Na disku není místo.";
     EXPECT_TRUE(hasLine(type("vypnout terminal"), told));
     EXPECT_TRUE(hasLine(type("odebrat " + folder), told));
+    EXPECT_TRUE(hasLine(type("vzhuru zap"), told));
 }
 
 TEST_F(ConsoleShellTest, TellsThatThePhoneHasLeftWhileItsNumberWaits) {

@@ -59,6 +59,20 @@ class PressGuardTest : public ShownCompanion {
         window()->resize(720, 3'000);
         draw();
     }
+
+    struct TwoFolders {
+        std::string second;
+        QPoint firstRemoval; ///< where the button is that removes the first one
+    };
+
+    /// After a press of that button the row of the second folder is there.
+    TwoFolders openWithTwoFolders() {
+        start();
+        openHigh();
+        const auto first = allowFolder("a");
+        auto second = allowFolder("b");
+        return {std::move(second), placeOf("Odebrat: " + first)};
+    }
 };
 
 TEST_F(PressGuardTest, TheSecondHalfOfADoubleClickIsNotForWhatTheFirstBrought) {
@@ -101,6 +115,21 @@ TEST_F(PressGuardTest, WhatComesByItselfUnderARestingPointerTakesNoPressForAMome
     EXPECT_EQ(http.requests.size(), 1U);
 }
 
+TEST_F(PressGuardTest, WhatComesBackUnderARestingPointerTakesAPressAtOnce) {
+    startPaired();
+    openHigh();
+    const auto place = placeOf("Spárovat jiný telefon");
+    QTest::mouseMove(window(), place + QPoint(0, 30));
+    QTest::mouseMove(window(), place);
+    pause();
+    showState({StavParovani::OverCislo{"482 915"}});
+    draw();
+    showState({StavParovani::Necinne{}});
+    draw();
+    click(place);
+    EXPECT_EQ(http.requests.size(), 1U);
+}
+
 TEST_F(PressGuardTest, APointerThatMovesThereMeansIt) {
     startPaired();
     openHigh();
@@ -115,11 +144,7 @@ TEST_F(PressGuardTest, APointerThatMovesThereMeansIt) {
 }
 
 TEST_F(PressGuardTest, ARowThatMovesUpIsNotRemovedWithTheOneBefore) {
-    start();
-    openHigh();
-    const auto first = allowFolder("a");
-    const auto second = allowFolder("b");
-    const auto place = placeOf("Odebrat: " + first);
+    const auto [second, place] = openWithTwoFolders();
     pause();
     click(place);
     click(place);
@@ -130,11 +155,7 @@ TEST_F(PressGuardTest, ARowThatMovesUpIsNotRemovedWithTheOneBefore) {
 }
 
 TEST_F(PressGuardTest, AFingerIsHeldBackAsAPointerIs) {
-    start();
-    openHigh();
-    const auto first = allowFolder("a");
-    const auto second = allowFolder("b");
-    const auto place = placeOf("Odebrat: " + first);
+    const auto [second, place] = openWithTwoFolders();
     auto* device = QTest::createTouchDevice();
     const auto touch = [&] {
         QTest::touchEvent(window(), device).press(0, place, window());
@@ -182,6 +203,21 @@ TEST_F(PressGuardTest, AQuestionThatTheFirstOfTwoQuickKeysBroughtStays) {
         EXPECT_EQ(focused(), "Odpojit telefon") << key;
         clock.advance(400ms);
     }
+}
+
+TEST_F(PressGuardTest, ANumberThatComesUnderTheKeyboardTakesNoKeyForAMoment) {
+    start();
+    openHigh();
+    showState({StavParovani::OverCislo{"482 915"}});
+    goTo("Souhlasí");
+    pause();
+    showState({StavParovani::OverCislo{"111 111"}});
+    clock.advance(399ms);
+    give(Qt::Key_Return);
+    EXPECT_EQ(meantBy("Souhlasí"), "");
+    clock.advance(1ms);
+    give(Qt::Key_Return);
+    EXPECT_EQ(meantBy("Souhlasí"), "111 111");
 }
 
 TEST_F(PressGuardTest, AKeyThatIsHeldPressesNothingThatItBrought) {

@@ -23,7 +23,7 @@ TEST_F(UnsavedSettingsTest, AreToldOfInEachCardThatChangesThemAndInTheMenu) {
     EXPECT_EQ(notes(), 0);
     defaults.setProblem(full);
     settle();
-    EXPECT_EQ(notes(), 3) << "folders, services, about";
+    EXPECT_EQ(notes(), 4) << "folders, services, availability, about";
     ui->toggleMenu({});
     settle();
     ASSERT_NE(menu(), nullptr);
@@ -59,7 +59,7 @@ TEST_F(UnsavedSettingsTest, ASwitchThatWasRefusedIsForgottenOnceTheSettingsAreSa
     defaults.setProblem(full);
     press("Soubory");
     settle();
-    EXPECT_EQ(notes(), 3);
+    EXPECT_EQ(notes(), 4);
     defaults.setProblem({});
     settle();
     EXPECT_EQ(notes(), 0);
