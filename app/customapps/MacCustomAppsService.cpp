@@ -166,9 +166,10 @@ Task<Result<void>> MacCustomAppsService::keepOnceSaved(std::function<void(std::v
 Task<void> MacCustomAppsService::remove(std::string id) {
     if (!hasMacApp(id)) co_return;
     std::erase_if(apps_, [&id](const StoredApp& app) { return app.id == id; });
-    co_await keychain_.remove(tokenAccount(id));
     keep();
     priZmene_.tell();
+    // Behind it, since a keyring may ask first.
+    co_await keychain_.remove(tokenAccount(id));
 }
 
 bool MacCustomAppsService::hasMacApp(const std::string& id) const {
