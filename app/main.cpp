@@ -251,6 +251,10 @@ int run(Face face, OrphanWatch& orphans) {
 /// With an application of the toolkit, so that there may be a window.
 int runWatched(Face face, Result<OrphanWatch>& orphans) {
     if (orphans) return run(face, *orphans);
+    if (const auto clock = BoottimeClock::create()) {
+        const ProgramLog log(STDERR_FILENO, **clock);
+        logCause("watching started programs", orphans.error());
+    }
     return giveUp(face, "Morvex nemůže hlídat programy, které spustí: " + orphans.error().popis());
 }
 

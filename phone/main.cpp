@@ -1,3 +1,4 @@
+#include "foundation/ProgramLog.h"
 #include "foundation/ThreadExecutor.h"
 #include "phone/Console.h"
 #include "phone/Phone.h"
@@ -39,6 +40,7 @@ Result<ExitCode> run(const Options& options, Terminal& terminal) {
     // First, so that it goes last: clock and network post to it until their own threads have ended.
     ThreadExecutor executor("phone");
     TRY(const auto, clock, BoottimeClock::create());
+    const ProgramLog log(STDERR_FILENO, *clock);
     std::stop_source interruption;
     Inbox inbox(*clock, interruption.get_token());
     TRY(const auto, console, Console::create(inbox, interruption, STDIN_FILENO));

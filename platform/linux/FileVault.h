@@ -10,7 +10,7 @@ namespace morvex {
 
 /// Secrets in files that only the user can read: "<data home>/Morvex/vault/<service>/<account>", the raw
 /// bytes. For computers without a Secret Service. Modes that became wider are tightened on the way; a
-/// symbolic link, a folder or a device in place of an item is refused with `io` and left as it is.
+/// symbolic link, a folder or a device in place of an item is refused and left as it is.
 class FileVault final : public SecretVault {
   public:
     explicit FileVault(const std::filesystem::path& dataHome) : root_(dataHome / "Morvex" / "vault") {}

@@ -1,5 +1,6 @@
 #include "platform/linux/SecretServiceCall.h"
 
+#include "foundation/ProgramLog.h"
 #include "platform/linux/SecretServicePrompt.h"
 #include "platform/linux/VaultRules.h"
 
@@ -209,6 +210,7 @@ std::unexpected<std::int32_t> SecretServiceCall::failure() const {
         return std::unexpected(vaultStatus::interactionNotAllowed);
     if (error_.is(SECRET_ERROR, SECRET_ERROR_NO_SUCH_OBJECT))
         return std::unexpected(vaultStatus::itemNotFound);
+    ProgramLog::write("keyring: " + error_.message());
     return std::unexpected(isVanished(error_) ? vaultStatus::notAvailable : vaultStatus::io);
 }
 
