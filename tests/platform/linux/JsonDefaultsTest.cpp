@@ -175,7 +175,7 @@ TEST_F(JsonDefaultsTest, AFailedWriteKeepsTheValueAndIsTriedAgainWithTheNext) {
     std::filesystem::create_directories(path_);
     defaults.set("first", "one");
     EXPECT_EQ(defaults.text("first"), "one");
-    EXPECT_EQ(defaults.problem(), "Nastavení se nepodařilo uložit: Takovou cestu nejde použít.");
+    EXPECT_EQ(defaults.problem(), "Nastavení se nepodařilo uložit: Na této cestě je složka.");
     std::filesystem::remove(path_);
     defaults.set("second", "two");
     EXPECT_FALSE(defaults.problem());
