@@ -1,4 +1,4 @@
-#include "app/companion/Companion.h"
+#include "app/assembly/Features.h"
 #include "app/console/ConsoleFolderPicker.h"
 #include "app/console/ConsoleShell.h"
 #include "app/console/LineReader.h"
@@ -149,6 +149,7 @@ struct Running {
         : defaults(system.defaults),
           complain(std::move(complain)),
           companion(system.services(picker)),
+          features(companion),
           commands(system.main),
           ending(system.main) {}
 
@@ -180,6 +181,7 @@ struct Running {
     JsonDefaults& defaults;
     Print complain;
     Companion companion;
+    Features features;
     TaskScope commands;
     TaskScope ending;
     bool isEnding = false;
@@ -189,8 +191,9 @@ int runConsole(System& system, const Print& print) {
     ConsoleFolderPicker picker;
     Running running(system, picker, print);
     auto quit = [&running] { running.quit(); };
-    ConsoleShell shell(running.companion, {*system.clock, picker, system.folders, running.commands, print,
-                                           quit, ::isatty(STDOUT_FILENO) != 0});
+    ConsoleShell shell(
+        running.companion, running.features,
+        {*system.clock, picker, system.folders, running.commands, print, quit, ::isatty(STDOUT_FILENO) != 0});
     std::optional<LineReader> reader;
     bool isListening = false;
     auto listen = [&] {
@@ -221,8 +224,9 @@ int runWindow(System& system, LockFileInstance& instance, const Print& print) {
         picker.close();
         running.quit();
     };
-    TolvyCompanionApp window(running.companion, {*system.clock, running.commands, clipboard, notifications,
-                                                 colors, tray, version, quit, [] { ::malloc_trim(0); }});
+    TolvyCompanionApp window(running.companion, running.features,
+                             {*system.clock, running.commands, clipboard, notifications, colors, tray,
+                              version, quit, [] { ::malloc_trim(0); }});
     UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
     if (auto problem = system.defaults.problem()) print(*problem);
     instance.onCall([&window] { window.openMainWindow(); });

@@ -22,7 +22,8 @@ Task<void> BusyComputer::start(BusyComputer* self, Clock& clock, Random& random)
     self->companion_ = std::make_unique<Companion>(self->desktop_.services(
         {device.main, device.records, device.records, self->files_},
         {{device.sockets.executor(), clock, self->sockets_}, random}, self->http_, self->store_));
-    co_await self->companion_->slozky().pridat();
+    self->features_ = std::make_unique<Features>(*self->companion_);
+    co_await self->features_->files.slozky().pridat();
     co_await self->companion_->spustit();
 }
 
@@ -32,6 +33,7 @@ BusyComputer::~BusyComputer() {
 
 Task<void> BusyComputer::end(BusyComputer* self) {
     co_await self->companion_->ukoncit();
+    self->features_.reset();
     self->companion_.reset();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/companion/Companion.h"
+#include "app/assembly/Features.h"
+#include "app/companion/CompanionParts.h"
 #include "bench/PairedDevices.h"
 #include "shared-apple/PametoveUloziste.h"
 #include "tests/support/FakeDesktop.h"
@@ -60,6 +61,7 @@ class BusyComputer {
     PametoveUloziste store_;
     FakeDesktop desktop_;
     std::unique_ptr<Companion> companion_;
+    std::unique_ptr<Features> features_;
 };
 
 } // namespace morvex

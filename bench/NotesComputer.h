@@ -1,16 +1,14 @@
 #pragma once
 
-#include "app/companion/NotesSync.h"
+#include "app/approvals/Schvalovani.h"
 #include "app/companion/StatusReport.h"
 #include "app/companion/ToolGate.h"
+#include "app/link/PhoneLink.h"
+#include "app/personal/NotesSync.h"
 #include "app/personal/NotesTools.h"
 #include "bench/Measure.h"
 #include "bench/PairedDevices.h"
-#include "platform/memory/FakeFolderPicker.h"
-#include "platform/memory/FixedFolders.h"
-#include "platform/memory/MemoryBookmarks.h"
 #include "platform/memory/MemoryDefaults.h"
-#include "platform/memory/ScriptedPrograms.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/MacToolName.h"
 #include "tests/support/Await.h"
@@ -26,13 +24,10 @@
 
 namespace morvex {
 
-/// What `mac.status` tells of, with no outside programs. On the computer's main thread.
+/// What `mac.status` tells of, with no features. On the computer's main thread.
 class LocalStatus {
   public:
-    LocalStatus(const CompanionState& state, Executor& executor, Clock& clock)
-        : state_(state),
-          discovery_(programs_, clock, executor, {}),
-          agents_({programs_, clock, discovery_, executor, executor}, {}) {}
+    explicit LocalStatus(const CompanionState& state) : state_(state) {}
 
     [[nodiscard]] boost::json::object told(const std::vector<ToolDescriptor>& offer) const {
         return report_.forTool(offer);
@@ -41,16 +36,10 @@ class LocalStatus {
   private:
     const CompanionState& state_;
     MemoryDefaults defaults_;
-    MemoryBookmarks bookmarks_;
-    FakeFolderPicker picker_;
-    FixedFolders folders_;
-    ScriptedPrograms programs_;
     MacIntegrationSettings integrations_{defaults_};
-    std::unique_ptr<Slozky> slozky_ = Slozky::create(defaults_, bookmarks_, picker_, folders_);
-    ProgramDiscovery discovery_;
-    AgentRunner agents_;
+    std::vector<Feature*> features_;
     QProperty<bool> onPower_{true};
-    StatusReport report_{state_, integrations_, *slozky_, agents_, onPower_, "1.0", "Mac"};
+    StatusReport report_{state_, integrations_, features_, onPower_, "1.0", "Mac"};
 };
 
 /// The computer's side: its notes, its link, and the gate in front of its tools.
@@ -62,11 +51,10 @@ class Computer {
           notes_(support, {device.main, device.records, clock}, random),
           summaries_(support, {device.main, device.records, clock}),
           tools_(notes_),
-          clock_(clock),
           approvals_(clock, random, scope_),
           gate_(table_, state_, approvals_, random),
           link_(device.main, scope_, [this](SecureLink::Udalost event) { return handle(std::move(event)); }),
-          sync_(notes_, summaries_, link_, state_, device.main, scope_) {
+          sync_(notes_, summaries_, {link_, device.main, scope_, [](const std::string&) {}}) {
         table_.add(
             MacToolName::status, [] { return true; },
             [this](ToolCall call) { return tellStatus(std::move(call)); });
@@ -102,7 +90,7 @@ class Computer {
     }
 
     Task<ToolOutcome> tellStatus(ToolCall) {
-        if (!status_) status_.emplace(state_, device_.main, clock_);
+        if (!status_) status_.emplace(state_);
         co_return ToolOutcome::done(status_->told(gate_.nabizeneNastroje()));
     }
 
@@ -121,7 +109,6 @@ class Computer {
     PoznamkyStore notes_;
     SouhrnyStore summaries_;
     NotesTools tools_;
-    Clock& clock_;
     CompanionState state_;
     std::optional<LocalStatus> status_;
     ToolTable table_;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ports/SecretVault.h"
+#include "shared/base/Error.h"
 
 #include <cstdint>
 #include <optional>
@@ -25,5 +26,11 @@ struct KeychainChyba {
 
     bool operator==(const KeychainChyba&) const = default;
 };
+
+/// Whether the failure is a vault that nobody unlocked.
+inline bool jeZamceno(const Error& error) {
+    const auto* refusal = error.as<KeychainChyba>();
+    return refusal && refusal->jeZamceno();
+}
 
 } // namespace morvex

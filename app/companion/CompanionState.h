@@ -3,7 +3,6 @@
 #include "app/companion/StavParovani.h"
 #include "foundation/Clock.h"
 #include "shared/wire/MacAvailability.h"
-#include "shared/wire/MacStatus.h"
 #include "shared/wire/PairedPeer.h"
 
 #include <QProperty>
@@ -60,10 +59,6 @@ struct CompanionState {
     /// Why the settings could not be read or saved.
     QProperty<std::optional<std::string>> potizNastaveni;
     QProperty<std::string> relayAdresa;
-    /// Stands as an agent's problem until the first look for it has ended.
-    static constexpr const char* jesteNevim = "Zjišťuji…";
-    QProperty<AgentStatus> stavClauda{AgentStatus{false, {}, {}, jesteNevim}};
-    QProperty<AgentStatus> stavCodexu{AgentStatus{false, {}, {}, jesteNevim}};
     /// How many looks for what is there are under way.
     QProperty<int> zjistovani{0};
     QProperty<bool> postaDostupna{false};

@@ -40,7 +40,7 @@ PairingFlow::PairingFlow(Services services, CompanionState& state, Link link)
 
 void PairingFlow::zacitParovani() {
     ++generation_;
-    cekaNaKlice_ = !identita_;
+    cekaNaKlice_ = !identita();
     if (cekaNaKlice_) return services_.scope.spawn(nacistAZacit(generation_));
     auto address = RelayAddress::parse(state_.relayAdresa.value());
     if (!address) return selhat(RelayAddress::nonsense);
@@ -50,21 +50,21 @@ void PairingFlow::zacitParovani() {
 }
 
 Task<void> PairingFlow::nacistAZacit(std::uint64_t generation) {
-    auto loaded = co_await link_.nacistKlice();
+    auto loaded = co_await services_.klice.nacist();
     if (generation != generation_) co_return;
     cekaNaKlice_ = false;
     if (!loaded) co_return selhat(loaded.error().popis());
     state_.parovani = StavParovani{};
     // It may have turned out that there is a phone.
-    if (identita_ && !state_.protejsek.value()) zacitParovani();
+    if (identita() && !state_.protejsek.value()) zacitParovani();
 }
 
 Task<void> PairingFlow::zalozit(RelayAddress address, std::uint64_t generation) {
-    auto zalozeni = co_await relay_.zalozit(address, identita_, DeviceRole::mac);
+    auto zalozeni = co_await relay_.zalozit(address, identita(), DeviceRole::mac);
     if (generation != generation_) co_return;
     if (!zalozeni) co_return selhat(zalozeni.error().popis());
-    PairingBundle bundle{ProtocolVersion::current, address.text(),          zalozeni->pairID,
-                         zalozeni->pairingToken,   identita_->signingKey(), identita_->agreementKey()};
+    PairingBundle bundle{ProtocolVersion::current, address.text(),           zalozeni->pairID,
+                         zalozeni->pairingToken,   identita()->signingKey(), identita()->agreementKey()};
     state_.parovani = StavParovani{StavParovani::CekamNaTelefon{Parovani::qrText(bundle), zalozeni->platiDo}};
     link_.odpojit();
     listenFor(address, zalozeni->pairID);
@@ -72,7 +72,7 @@ Task<void> PairingFlow::zalozit(RelayAddress address, std::uint64_t generation) 
 
 void PairingFlow::listenFor(const RelayAddress& address, const PairID& pair) {
     zastavit();
-    parovaci_ = std::make_shared<RelayLink>(address, identita_, pair, services_.relay);
+    parovaci_ = std::make_shared<RelayLink>(address, identita(), pair, services_.relay);
     parovaciPosluchac_ = std::make_unique<TaskScope>(services_.main);
     parovaciPosluchac_->spawn(listen(parovaci_, address.text(), pair, parovaciPosluchac_->token()));
     services_.scope.spawn(start(parovaci_));
@@ -86,7 +86,7 @@ Task<void> PairingFlow::listen(std::shared_ptr<RelayLink> link, std::string rela
         if (!obalka) continue;
         const auto& envelope = obalka->envelope;
         if (envelope.kind == EnvelopeKind::keyExchange && envelope.requestID == Parovani::requestID &&
-            envelope.pair == pair && envelope.to == identita_->deviceID())
+            envelope.pair == pair && envelope.to == identita()->deviceID())
             prijmout(envelope, relayURL);
     }
 }
@@ -111,7 +111,7 @@ void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL
                     hello->agreementKey,
                     DeviceRole::phone,
                     services_.relay.clock.now()};
-    auto pairKey = identita_->pairKey(peer);
+    auto pairKey = identita()->pairKey(peer);
     if (!pairKey) return selhat("Klíč telefonu nejde použít: " + pairKey.error().popis());
     rozdelany_ = std::move(peer);
     state_.telefonOdesel = false;
@@ -171,7 +171,7 @@ void PairingFlow::zrusitParovani() {
 void PairingFlow::odvolat() {
     const auto protejsek = state_.protejsek.value();
     auto address = protejsek ? RelayAddress::parse(protejsek->relayURL) : std::nullopt;
-    if (!identita_ || !protejsek) return;
+    if (!identita() || !protejsek) return;
     if (!address) return selhat(RelayAddress::keptOneIsUnusable);
     link_.opustit();
     state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
@@ -183,7 +183,7 @@ void PairingFlow::odvolat() {
 
 Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
     // Both may fail. Another phone may be paired while they take their time.
-    (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita_);
+    (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita());
     auto* uloziste = &services_.uloziste;
     std::optional<std::string> told;
     for (;;) {
@@ -193,8 +193,7 @@ Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
         told = "Odpojení telefonu se nepodařilo uložit: " + removed.error().popis();
         state_.potiz = told;
         // A locked keyring would ask each time.
-        const auto* refusal = removed.error().as<KeychainChyba>();
-        if (refusal && refusal->jeZamceno()) co_return;
+        if (jeZamceno(removed.error())) co_return;
         if (!co_await sleepFor(services_.relay.clock, removalRetry, services_.scope.token())) co_return;
     }
     if (told && state_.potiz.value() == told) state_.potiz = std::nullopt;

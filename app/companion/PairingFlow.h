@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/companion/CompanionState.h"
+#include "app/companion/OwnKeys.h"
 #include "foundation/TaskScope.h"
 #include "shared-apple/IdentityStore.h"
 #include "shared-apple/RelayLink.h"
@@ -27,6 +28,7 @@ class PairingFlow {
         HttpClient& http;
         IdentityStore& uloziste;
         TaskScope& scope;
+        OwnKeys& klice;
     };
 
     /// What the flow does to the link to the phone that was paired before.
@@ -35,16 +37,11 @@ class PairingFlow {
         std::function<void()> odpojit;
         /// The phone is forgotten, and what it has begun ends.
         std::function<void()> opustit;
-        /// Loads the keys of this computer, which were not to be had before.
-        std::function<Task<Result<void>>()> nacistKlice;
     };
 
     PairingFlow(Services services, CompanionState& state, Link link);
 
-    /// Before it is called only `zacitParovani` does something: it tries to get the identity, and begins with
-    /// it.
-    void setIdentita(std::shared_ptr<const DeviceIdentity> identita) { identita_ = std::move(identita); }
-
+    /// Without the identity of this computer, which is tried to get, it begins with that.
     void zacitParovani();
 
     /// A pairing begins with the keys of this computer, which are awaited. It is in no state before.
@@ -66,6 +63,10 @@ class PairingFlow {
     void ukoncit();
 
   private:
+    [[nodiscard]] const std::shared_ptr<const DeviceIdentity>& identita() const {
+        return services_.klice.identita();
+    }
+
     Task<void> nacistAZacit(std::uint64_t generation);
     Task<void> zalozit(RelayAddress address, std::uint64_t generation);
     void listenFor(const RelayAddress& address, const PairID& pair);
@@ -84,7 +85,6 @@ class PairingFlow {
     CompanionState& state_;
     Link link_;
     RelayParovani relay_;
-    std::shared_ptr<const DeviceIdentity> identita_;
     std::shared_ptr<RelayLink> parovaci_;
     std::unique_ptr<TaskScope> parovaciPosluchac_;
     std::optional<PairedPeer> rozdelany_; ///< waits for the word about its number

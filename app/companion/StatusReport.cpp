@@ -24,17 +24,6 @@ bool isUnlisted(const ToolDescriptor& tool) {
                                [&tool](std::string_view prefix) { return tool.name.starts_with(prefix); });
 }
 
-std::string inShort(const AgentStatus& agent) {
-    if (agent.version) return *agent.version;
-    return agent.problem.value_or("nenainstalováno");
-}
-
-std::optional<RunningTask> runningTask(const Bezici* bezici) {
-    if (!bezici) return std::nullopt;
-    return RunningTask{bezici->requestID, bezici->workItemID, bezici->nastroj, bezici->zacatek,
-                       bezici->prubeh};
-}
-
 /// What a report that was shortened has of each text, and of each list as JSON.
 constexpr std::size_t longestText = 1000;
 constexpr std::size_t longestList = frameLimit / 4;
@@ -71,12 +60,6 @@ template <class Item> void dropWhatDoesNotFit(std::vector<Item>& list) {
     });
 }
 
-boost::json::array asArray(const std::vector<std::string>& texts) {
-    boost::json::array array;
-    for (const auto& text : texts) array.emplace_back(text);
-    return array;
-}
-
 } // namespace
 
 MacStatus StatusReport::at(Date now, std::vector<ToolDescriptor> offer) const {
@@ -86,13 +69,10 @@ MacStatus StatusReport::at(Date now, std::vector<ToolDescriptor> offer) const {
     status.appVersion = appVersion;
     status.deviceName = deviceName;
     status.tools = std::move(offer);
-    status.claude = agent(Integration::claude, state.stavClauda);
-    status.codex = agent(Integration::codex, state.stavCodexu);
     status.mailAvailable = integrations.isOn(Integration::appleMail) && state.postaDostupna;
-    status.allowedFolders = slozky.aliasy();
-    status.runningTask = runningTask(agenti.bezici());
     status.onPower = naNapajeni;
     status.sentAt = now;
+    for (const auto* feature : features) feature->addTo(status);
     return status;
 }
 
@@ -114,17 +94,15 @@ MacStatus shortened(MacStatus status) {
 boost::json::object StatusReport::forTool(const std::vector<ToolDescriptor>& offer) const {
     boost::json::array names;
     for (const auto& tool : offer) names.emplace_back(tool.name);
-    return {{"device", deviceName},
-            {"app_version", appVersion},
-            {"tools", std::move(names)},
-            {"claude", inShort(state.stavClauda)},
-            {"codex", inShort(state.stavCodexu)},
-            {"folders", asArray(slozky.aliasy())},
-            {"busy", agenti.bezici() ? agenti.bezici()->nastroj : ""}};
-}
-
-AgentStatus StatusReport::agent(Integration integration, const AgentStatus& detected) const {
-    return integrations.isOn(integration) ? detected : AgentStatus{false, {}, {}, "Vypnuto"};
+    boost::json::object answer{{"device", deviceName},
+                               {"app_version", appVersion},
+                               {"tools", std::move(names)},
+                               {"claude", ""},
+                               {"codex", ""},
+                               {"folders", boost::json::array()},
+                               {"busy", ""}};
+    for (const auto* feature : features) feature->addTo(answer);
+    return answer;
 }
 
 } // namespace morvex

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "app/agents/AgentRunner.h"
 #include "app/companion/CompanionState.h"
-#include "app/execution/Slozky.h"
+#include "app/features/Feature.h"
 #include "app/settings/MacIntegrationSettings.h"
-#include "app/tools/Tool.h"
 #include "shared/wire/MacStatus.h"
 
 #include <QProperty>
+#include <boost/json/object.hpp>
 
 #include <string>
 #include <vector>
@@ -19,8 +18,7 @@ namespace morvex {
 struct StatusReport {
     const CompanionState& state;
     const MacIntegrationSettings& integrations;
-    const Slozky& slozky;
-    const AgentRunner& agenti;
+    const std::vector<Feature*>& features;
     const QProperty<bool>& naNapajeni;
     std::string appVersion;
     std::string deviceName;
@@ -30,9 +28,6 @@ struct StatusReport {
 
     /// The answer of the tool `mac.status`, which lists the whole offer.
     [[nodiscard]] boost::json::object forTool(const std::vector<ToolDescriptor>& offer) const;
-
-  private:
-    [[nodiscard]] AgentStatus agent(Integration integration, const AgentStatus& detected) const;
 };
 
 /// The same with less: texts are cut, and of tools and folders only those are listed that fit, in their

@@ -1,5 +1,7 @@
 #include "app/console/ConsolePairing.h"
 
+#include "app/companion/CompanionState.h"
+#include "app/companion/PairingFlow.h"
 #include "app/console/QrBlocks.h"
 #include "shared-apple/RelayAddress.h"
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/companion/Companion.h"
+#include "app/companion/StavParovani.h"
 #include "app/console/ConsoleOutput.h"
 
 #include <QProperty>

@@ -1,6 +1,9 @@
 #include "app/console/ConsoleShell.h"
 
+#include "app/companion/Bdelost.h"
+#include "app/companion/CompanionState.h"
 #include "app/console/TaskLines.h"
+#include "app/settings/MacIntegrationSettings.h"
 #include "foundation/Text.h"
 #include "shared-apple/RelayAddress.h"
 
@@ -112,11 +115,12 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
     return table;
 }
 
-ConsoleShell::ConsoleShell(Companion& companion, Services services)
+ConsoleShell::ConsoleShell(Companion& companion, Features& features, Services services)
     : companion_(companion),
+      features_(features),
       services_(std::move(services)),
       output_(services_.print),
-      folders_({companion_.slozky(), services_.picker, services_.folders, services_.scope, output_}),
+      folders_({features_.files.slozky(), services_.picker, services_.folders, services_.scope, output_}),
       pairing_(companion_, output_,
                services_.drawsPictures ? ConsolePairing::Pictures::codes : ConsolePairing::Pictures::none),
       approvals_(companion_.schvalovani(), output_) {
@@ -137,7 +141,7 @@ void ConsoleShell::watch() {
         notifiers_.push_back(potiz->addNotifier([this, potiz] {
             if (potiz->value() && mayTellOfLink()) output_.trouble(potiz->value());
         }));
-    tasksChanged_ = companion_.historieAgentu().priZmene([this] { printTaskTrouble(); });
+    tasksChanged_ = features_.agents.historie().priZmene([this] { printTaskTrouble(); });
     notifiers_.push_back(state.telefonOdesel.addNotifier([this] { tellOfLeaving(); }));
 }
 
@@ -192,7 +196,7 @@ void ConsoleShell::printStatus() {
     printLoginItem();
     output_.trouble(companion_.bdelost().stav().potizDrzeni);
     output_.trouble(companion_.bdelost().stav().potiz);
-    output_.trouble(companion_.historieAgentu().potiz());
+    output_.trouble(features_.agents.historie().potiz());
 }
 
 void ConsoleShell::printAvailability() {
@@ -249,23 +253,24 @@ void ConsoleShell::tellOfLeaving() {
 }
 
 void ConsoleShell::printTasks() const {
-    output_.trouble(companion_.historieAgentu().potiz());
-    for (const auto& line : taskLines(companion_.historieAgentu(), companion_.agenti())) output_.line(line);
+    output_.trouble(features_.agents.historie().potiz());
+    for (const auto& line : taskLines(features_.agents.historie(), features_.agents.runner()))
+        output_.line(line);
 }
 
 void ConsoleShell::printTaskTrouble() {
-    const auto& trouble = companion_.historieAgentu().potiz();
+    const auto& trouble = features_.agents.historie().potiz();
     if (std::exchange(shownTaskTrouble_, trouble) != trouble) output_.trouble(trouble);
 }
 
 void ConsoleShell::stopTask() {
-    const auto uloha = companion_.uloha();
-    if (uloha && companion_.zastavitUkol(*uloha)) return output_.line("Zastavuji úlohu.");
+    const auto uloha = features_.agents.uloha();
+    if (uloha && features_.agents.zastavitUkol(*uloha)) return output_.line("Zastavuji úlohu.");
     output_.line(uloha ? "Úloha už končí." : "Žádná úloha neběží.");
 }
 
 void ConsoleShell::continueTask(const std::string& number) {
-    auto& historie = companion_.historieAgentu();
+    auto& historie = features_.agents.historie();
     const auto& ukoly = historie.polozky();
     std::size_t position = 0;
     auto [end, problem] = std::from_chars(number.data(), number.data() + number.size(), position);
@@ -290,14 +295,14 @@ void ConsoleShell::lookAgain() {
 
 void ConsoleShell::forgetTasks(const std::string& answer) {
     if (fold(answer) != "ano") return output_.line("Úlohy zůstaly. Zapomene je „vymazat-historii ano“.");
-    const auto& historie = companion_.historieAgentu();
+    const auto& historie = features_.agents.historie();
     if (historie.polozky().empty() && !historie.potiz()) return printTasks();
     shownTaskTrouble_.reset();
     services_.scope.spawn(forgetAndTell());
 }
 
 Task<void> ConsoleShell::forgetAndTell() {
-    auto& historie = companion_.historieAgentu();
+    auto& historie = features_.agents.historie();
     historie.vymazat();
     co_await historie.ulozeno();
     if (!historie.potiz()) output_.line("Úlohy jsou zapomenuté.");

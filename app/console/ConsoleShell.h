@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/companion/Companion.h"
+#include "app/assembly/Features.h"
 #include "app/console/ConsoleApprovals.h"
 #include "app/console/ConsoleFolders.h"
 #include "app/console/ConsoleOutput.h"
@@ -33,7 +33,7 @@ class ConsoleShell {
         bool drawsPictures = false; ///< the output is a terminal that can show a QR code
     };
 
-    ConsoleShell(Companion& companion, Services services);
+    ConsoleShell(Companion& companion, Features& features, Services services);
 
     /// Says that the program runs, and what went wrong before anybody listened. Before the first line.
     void greet(const std::string& version);
@@ -76,6 +76,7 @@ class ConsoleShell {
     [[nodiscard]] bool mayTellOfLink();
 
     Companion& companion_;
+    Features& features_;
     Services services_;
     ConsoleOutput output_;
     ConsoleFolders folders_;

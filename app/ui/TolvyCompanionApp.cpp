@@ -1,5 +1,7 @@
 #include "app/ui/TolvyCompanionApp.h"
 
+#include "app/companion/CompanionState.h"
+
 #include <QApplication>
 #include <QColor>
 #include <QIcon>
@@ -23,15 +25,16 @@ constexpr QColor lightGround{0xef, 0xf0, 0xf2};
 
 } // namespace
 
-TolvyCompanionApp::TolvyCompanionApp(Companion& companion, const Services& services)
+TolvyCompanionApp::TolvyCompanionApp(Companion& companion, Features& features, const Services& services)
     : state_(companion.stav()),
-      hlas_(companion.hlas()),
+      hlas_(features.voice.controller()),
       clock_(services.clock),
       scope_(services.scope),
       colors_(services.colors),
       tray_(services.tray),
-      model_(companion, {services.clock, services.scope, services.clipboard, services.appVersion,
-                         [this] { openMainWindow(); }, services.quit}),
+      model_(companion, features,
+             {services.clock, services.scope, services.clipboard, services.appVersion,
+              [this] { openMainWindow(); }, services.quit}),
       windows_(model_, services.clock, services.releaseMemory),
       item_(*model_.link(), tray_, [this](const QRect& place) { toggleMenu(place); }),
       notice_(*model_.approval(), services.notifications, [this] { openMainWindow(); }) {

@@ -34,7 +34,7 @@ class TolvyCompanionApp {
         std::function<void()> releaseMemory;
     };
 
-    TolvyCompanionApp(Companion& companion, const Services& services);
+    TolvyCompanionApp(Companion& companion, Features& features, const Services& services);
     ~TolvyCompanionApp();
     TolvyCompanionApp(const TolvyCompanionApp&) = delete;
     TolvyCompanionApp& operator=(const TolvyCompanionApp&) = delete;

@@ -32,9 +32,10 @@ ModelMac::~ModelMac() {
 
 void ModelMac::start() {
     companion_ = std::make_unique<Companion>(services());
+    features_ = std::make_unique<Features>(*companion_);
     executor_.start(companion_->spustit());
     while (executor_.runUntilIdle() + runDisk() > 0) continue;
-    if (!desktop_.picker.answers.empty()) executor_.run(companion_->slozky().pridat());
+    if (!desktop_.picker.answers.empty()) executor_.run(features_->files.slozky().pridat());
 }
 
 void ModelMac::stop() {
@@ -49,6 +50,7 @@ void ModelMac::stop() {
     agentEnds();
     while (executor_.runUntilIdle() + runDisk() > 0) continue;
     vyzaduj(*isOver, "the companion does not come to its end");
+    features_.reset();
     companion_.reset();
 }
 

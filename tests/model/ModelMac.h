@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/companion/Companion.h"
+#include "app/assembly/Features.h"
+#include "app/companion/CompanionParts.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "shared-apple/PametoveUloziste.h"
@@ -30,6 +31,8 @@ class ModelMac {
     void crash();
 
     [[nodiscard]] Companion& companion() { return *companion_; }
+
+    [[nodiscard]] Features& features() { return *features_; }
 
     [[nodiscard]] std::optional<PairedPeer> phone() { return companion_->stav().protejsek.value(); }
 
@@ -88,6 +91,7 @@ class ModelMac {
     PametoveUloziste store_;
     FakeDesktop desktop_;
     std::unique_ptr<Companion> companion_;
+    std::unique_ptr<Features> features_;
     std::size_t ended_ = 0; ///< the first agents among the programs, which say nothing more
     std::map<std::string, std::size_t> writes_; ///< by name
     bool isAsleep_ = false;

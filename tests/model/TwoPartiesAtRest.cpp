@@ -102,15 +102,15 @@ bool TwoParties::areReady() {
 }
 
 std::string TwoParties::difference() {
-    const auto here = texts(mac_.companion().poznamky().vsechny());
+    const auto here = texts(mac_.features().records.poznamky().vsechny());
     const auto there = texts(phone_.records().notes());
-    const auto kept = texts(mac_.companion().souhrny().summaries());
+    const auto kept = texts(mac_.features().records.souhrny().summaries());
     const auto sent = texts(phone_.records().summaries());
     std::string differing;
     if (here != there) differing += told("mac  ", here) + told("phone", there);
     if (!std::ranges::includes(kept, sent)) differing += told("summary of the phone", sent);
     const auto tasks = texts(phone_.tasks().items());
-    for (const auto& ukol : mac_.companion().historieAgentu().polozky())
+    for (const auto& ukol : mac_.features().agents.historie().polozky())
         if (const auto text = encode(jakoWorkItem(ukol)); !tasks.contains(text))
             differing += "task " + text + "\n";
     return differing;
@@ -119,14 +119,14 @@ std::string TwoParties::difference() {
 std::string TwoParties::unconfirmed() {
     std::string open;
     for (const auto& id : phone_.records().unconfirmed()) open += "unconfirmed " + id.text() + "\n";
-    for (const auto& ukol : mac_.companion().historieAgentu().nedorucene())
+    for (const auto& ukol : mac_.features().agents.historie().nedorucene())
         open += "undelivered " + encode(jakoWorkItem(ukol)) + "\n";
     return open;
 }
 
 std::string TwoParties::lostChange() {
     std::string lost;
-    const auto& kept = mac_.companion().poznamky().vsechny();
+    const auto& kept = mac_.features().records.poznamky().vsechny();
     for (const auto& note : kept) {
         const auto& latest = latest_.at(note.id);
         if (std::ranges::find(latest.texts, encode(note)) == latest.texts.end())
@@ -143,7 +143,7 @@ std::string TwoParties::wrongEffect() {
     std::string wrong;
     for (const auto& call : calls_) {
         const auto count = effects(call);
-        const bool isKnown = count > 0 || mac_.companion().historieAgentu().ukol(call.workItem);
+        const bool isKnown = count > 0 || mac_.features().agents.historie().ukol(call.workItem);
         const bool isTold = isAnswered(call, answers);
         answeredCalls_ += isTold;
         doneCalls_ += count > 0;
@@ -156,7 +156,7 @@ std::string TwoParties::wrongEffect() {
 std::size_t TwoParties::effects(const Call& call) {
     if (call.tool == Tool::program || call.tool == Tool::agent) return mac_.starts(call.name);
     if (call.tool == Tool::file) return mac_.writes(call.name);
-    const auto& notes = mac_.companion().poznamky().vsechny();
+    const auto& notes = mac_.features().records.poznamky().vsechny();
     return static_cast<std::size_t>(std::ranges::count(notes, call.name, &MorvexNote::title));
 }
 

@@ -180,7 +180,7 @@ bool TwoParties::mayCreate() {
 }
 
 void TwoParties::editOnMac(const ModelEvent& event) {
-    auto& notes = mac_.companion().poznamky();
+    auto& notes = mac_.features().records.poznamky();
     const auto begin = [this](auto change) { executor_.start(ignoreEnd(std::move(change))); };
     const auto body = "mac " + std::to_string(++written_);
     if (event.amount % 5 == 0)

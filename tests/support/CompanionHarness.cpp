@@ -4,8 +4,13 @@
 
 namespace morvex {
 
-void CompanionHarness::start() {
+void CompanionHarness::make() {
     companion = std::make_unique<Companion>(services());
+    features = std::make_unique<Features>(*companion);
+}
+
+void CompanionHarness::start() {
+    make();
     executor.start(companion->spustit());
     executor.runUntilIdle();
 }
@@ -60,6 +65,7 @@ void CompanionHarness::end() {
     ending.spawn(companion->ukoncit());
     while (executor.runUntilIdle() + workers->runUntilIdle() + records->runUntilIdle() > 0) continue;
     EXPECT_EQ(ending.live(), 0);
+    features.reset();
     companion.reset();
 }
 
@@ -67,7 +73,7 @@ std::string CompanionHarness::allowFolder(const std::string& name) {
     auto path = (temporary.path() / name).string();
     std::filesystem::create_directory(path);
     picker.answers.push_back({path});
-    EXPECT_TRUE(executor.run(companion->slozky().pridat()));
+    EXPECT_TRUE(executor.run(features->files.slozky().pridat()));
     return path;
 }
 

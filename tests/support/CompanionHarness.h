@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/companion/Companion.h"
+#include "app/assembly/Features.h"
+#include "app/companion/CompanionParts.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/ScriptedHttp.h"
@@ -52,6 +53,8 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
     std::shared_ptr<ScriptedSocket> connectAgain(ScriptedPhone& device);
     /// A login while the phone is away, and the session when it comes; what that leads to is not run yet.
     void logInBeforeThePhone();
+    /// A companion with its features that is not started.
+    void make();
     void end();
 
     CompanionServices services();
@@ -90,6 +93,7 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
     ScriptedPhone phone{clock};
     std::shared_ptr<const DeviceIdentity> mac;
     std::unique_ptr<Companion> companion;
+    std::unique_ptr<Features> features;
 };
 
 } // namespace morvex

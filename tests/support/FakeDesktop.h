@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/companion/CompanionServices.h"
+#include "app/features/CompanionServices.h"
 #include "platform/memory/FakeFolderPicker.h"
 #include "platform/memory/FakeLoginItem.h"
 #include "platform/memory/FakeNetworkMonitor.h"

@@ -35,6 +35,7 @@ void RealCompanion::start(const std::string& relayAddress) {
     desktop_.programs.answer = [](const OutsideProgram&) { return ScriptedPrograms::Answer{.status = 127}; };
     on([&] {
         companion_ = std::make_unique<Companion>(services());
+        features_ = std::make_unique<Features>(*companion_);
         companion_->setRelayAdresa(relayAddress);
     });
     await(main_, companion_->spustit());
@@ -42,7 +43,10 @@ void RealCompanion::start(const std::string& relayAddress) {
 
 RealCompanion::~RealCompanion() {
     await(main_, companion_->ukoncit());
-    on([this] { companion_.reset(); });
+    on([this] {
+        features_.reset();
+        companion_.reset();
+    });
 }
 
 std::string RealCompanion::qr() {
@@ -63,7 +67,7 @@ void RealCompanion::agree() {
 
 void RealCompanion::allow(const std::string& path) {
     desktop_.picker.answers.push_back({path});
-    await(main_, companion_->slozky().pridat());
+    await(main_, features_->files.slozky().pridat());
 }
 
 std::future<bool> RealCompanion::ask(const std::string& title, const std::string& detail) {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/companion/Companion.h"
+#include "app/assembly/Features.h"
+#include "app/companion/CompanionParts.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/SystemRandom.h"
 #include "platform/memory/ManualClock.h"
@@ -89,6 +90,7 @@ class RealCompanion {
     PametoveUloziste store_;
     FakeDesktop desktop_;
     std::unique_ptr<Companion> companion_;
+    std::unique_ptr<Features> features_;
 };
 
 } // namespace morvex

@@ -58,10 +58,8 @@ QVariantMap row(const UkolAgenta& ukol) {
 
 } // namespace
 
-AgentTasksModel::AgentTasksModel(Companion& companion)
-    : companion_(companion),
-      historie_(companion.historieAgentu()),
-      rows_(*this, [this] { return readRows(); }) {
+AgentTasksModel::AgentTasksModel(AgentsFeature& agents)
+    : agents_(agents), historie_(agents.historie()), rows_(*this, [this] { return readRows(); }) {
     follow(historie_.priZmene([this] { refresh(); }));
 }
 
@@ -90,7 +88,7 @@ void AgentTasksModel::resume(const QString& id) {
 }
 
 void AgentTasksModel::stop(const QString& id) {
-    if (const auto* ukol = find(id)) companion_.zastavitUkol(ukol->workItemID);
+    if (const auto* ukol = find(id)) agents_.zastavitUkol(ukol->workItemID);
 }
 
 void AgentTasksModel::clear() {

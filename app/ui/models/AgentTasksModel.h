@@ -1,12 +1,11 @@
 #pragma once
 
-#include "app/companion/Companion.h"
+#include "app/agents/AgentsFeature.h"
 #include "app/ui/models/RowList.h"
 
 namespace morvex {
 
-/// The tasks of the coding agents: card "Poslední úkoly" and the running one in the tray window. The
-/// companion calls this object back, so it lives as long as the companion works.
+/// The tasks of the coding agents: card "Poslední úkoly" and the running one in the tray window.
 class AgentTasksModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
@@ -19,7 +18,7 @@ class AgentTasksModel final : public ViewModel {
     Q_PROPERTY(QString runningId READ runningId NOTIFY changed)
 
   public:
-    explicit AgentTasksModel(Companion& companion);
+    explicit AgentTasksModel(AgentsFeature& agents);
 
     RowList* rows() { return &rows_; }
 
@@ -37,7 +36,7 @@ class AgentTasksModel final : public ViewModel {
     [[nodiscard]] QVariantList readRows() const;
     [[nodiscard]] const UkolAgenta* find(const QString& id) const;
 
-    Companion& companion_;
+    AgentsFeature& agents_;
     HistorieAgentu& historie_;
     RowList rows_;
 };

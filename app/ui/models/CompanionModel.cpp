@@ -1,5 +1,8 @@
 #include "app/ui/models/CompanionModel.h"
 
+#include "app/approvals/Schvalovani.h"
+#include "app/companion/Bdelost.h"
+#include "app/companion/CompanionState.h"
 #include "app/ui/ShortDate.h"
 
 #include <algorithm>
@@ -59,26 +62,26 @@ RecordsModel::Source summariesOf(const SouhrnyStore& store) {
 
 } // namespace
 
-CompanionModel::CompanionModel(Companion& companion, Services services)
-    : companion_(companion),
+CompanionModel::CompanionModel(Companion& companion, Features& features, Services services)
+    : features_(features),
       services_(std::move(services)),
       link_(companion, services_.clock, services_.scope),
       pairing_(companion, {services_.clock, services_.scope, services_.clipboard}),
       approval_(companion.schvalovani()),
-      integrations_(companion, services_.scope),
-      folders_(companion.slozky(), companion.stav(), services_.scope),
+      integrations_(companion, features, services_.scope),
+      folders_(features.files.slozky(), companion.stav(), services_.scope),
       wakefulness_(companion.bdelost(), companion.stav()),
-      customApps_(companion.customApps(), companion.stav(), services_.scope),
-      voice_(companion.hlas()),
-      tasks_(companion),
-      notes_(notesOf(companion.poznamky()), services_.clipboard),
-      summaries_(summariesOf(companion.souhrny()), services_.clipboard),
+      customApps_(features.customApps.service(), companion.stav(), services_.scope),
+      voice_(features.voice.controller()),
+      tasks_(features.agents),
+      notes_(notesOf(features.records.poznamky()), services_.clipboard),
+      summaries_(summariesOf(features.records.souhrny()), services_.clipboard),
       about_(companion.stav(), QString::fromStdString(services_.appVersion), services_.clipboard) {
-    notesChanged_ = companion_.poznamky().onChange([this] {
+    notesChanged_ = features_.records.poznamky().onChange([this] {
         notes_.refresh();
         integrations_.refreshRows();
     });
-    summariesChanged_ = companion_.souhrny().onChange([this] { summaries_.refresh(); });
+    summariesChanged_ = features_.records.souhrny().onChange([this] { summaries_.refresh(); });
 }
 
 void CompanionModel::refresh() {

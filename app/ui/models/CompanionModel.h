@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/assembly/Features.h"
 #include "app/ui/models/AboutModel.h"
 #include "app/ui/models/AgentTasksModel.h"
 #include "app/ui/models/ApprovalModel.h"
@@ -47,7 +48,7 @@ class CompanionModel final : public QObject {
         std::function<void()> quit;
     };
 
-    CompanionModel(Companion& companion, Services services);
+    CompanionModel(Companion& companion, Features& features, Services services);
 
     LinkModel* link() { return &link_; }
 
@@ -82,7 +83,7 @@ class CompanionModel final : public QObject {
     Q_INVOKABLE void quit();
 
   private:
-    Companion& companion_;
+    Features& features_;
     Services services_;
     LinkModel link_;
     PairingModel pairing_;

@@ -7,8 +7,7 @@
 
 namespace morvex {
 
-/// The folders that the phone may reach. The companion calls this object back, so it lives as long as the
-/// companion works.
+/// The folders that the phone may reach.
 class FoldersModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT

@@ -1,5 +1,7 @@
 #include "app/ui/models/IntegrationsModel.h"
 
+#include "app/companion/CompanionState.h"
+#include "app/companion/ToolGate.h"
 #include "app/ui/Localized.h"
 
 #include <algorithm>
@@ -15,8 +17,11 @@ constexpr const char* onlyOnMac = "Apple Mail existuje jen v systému macOS.";
 
 } // namespace
 
-IntegrationsModel::IntegrationsModel(Companion& companion, TaskScope& scope)
-    : companion_(companion), scope_(scope), trouble_(companion.stav().potizNastaveni, [this] { refresh(); }) {
+IntegrationsModel::IntegrationsModel(Companion& companion, Features& features, TaskScope& scope)
+    : companion_(companion),
+      features_(features),
+      scope_(scope),
+      trouble_(companion.stav().potizNastaveni, [this] { refresh(); }) {
     addPersonalData();
     addMacTools();
     addCustomApps();
@@ -39,7 +44,7 @@ void IntegrationsModel::addPersonalData() {
     addMissing(Integration::calendar, "Kalendář", notYet);
     addMissing(Integration::reminders, "Připomínky", notYet);
     addMissing(Integration::contacts, "Kontakty", notYet);
-    auto& notes = companion_.poznamky();
+    auto& notes = features_.records.poznamky();
     add(personalData_, {.integration = Integration::notes, .name = "Poznámky Morvex", .detail = [&notes] {
                             return std::to_string(notes.notes().size()) + " synchronizováno";
                         }});
@@ -56,7 +61,7 @@ void IntegrationsModel::addMissing(Integration integration, const char* name, co
 }
 
 void IntegrationsModel::addCustomApps() {
-    auto& service = companion_.customApps();
+    auto& service = features_.customApps.service();
     auto& row = add(customApps_, {.integration = Integration::customApps,
                                   .name = "Vlastní aplikace",
                                   .detail = [this] { return customAppsDetail(); },
@@ -65,16 +70,16 @@ void IntegrationsModel::addCustomApps() {
 }
 
 std::string IntegrationsModel::customAppsDetail() const {
-    auto connected = std::ranges::count_if(companion_.customApps().apps(), &AppSummary::enabled);
+    auto connected = std::ranges::count_if(features_.customApps.service().apps(), &AppSummary::enabled);
     auto tools = std::ranges::count_if(companion_.nastroje().nabizeneNastroje(),
                                        [](const auto& tool) { return tool.name.starts_with("mac.custom."); });
     return std::to_string(connected) + " připojeno · " + std::to_string(tools) + " nástrojů";
 }
 
 void IntegrationsModel::addMacTools() {
-    addAgent(Integration::codex, "Codex", companion_.stav().stavCodexu);
-    addAgent(Integration::claude, "Claude Code", companion_.stav().stavClauda);
-    auto& slozky = companion_.slozky();
+    addAgent(Integration::codex, "Codex", features_.agents.stav().codex);
+    addAgent(Integration::claude, "Claude Code", features_.agents.stav().claude);
+    auto& slozky = features_.files.slozky();
     auto& files = add(macTools_, {.integration = Integration::files, .name = "Soubory", .detail = [&slozky] {
                                       return std::to_string(slozky.povolene().size()) + " povolených složek";
                                   }});
@@ -87,10 +92,10 @@ void IntegrationsModel::addMacTools() {
 
 void IntegrationsModel::addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status) {
     auto isKnown = [this, &status] {
-        return !detecting() && status.value().problem != CompanionState::jesteNevim;
+        return !detecting() && status.value().problem != AgentsFeature::Stav::jesteNevim;
     };
     auto detail = [isKnown, &status]() -> std::string {
-        if (!isKnown()) return CompanionState::jesteNevim;
+        if (!isKnown()) return AgentsFeature::Stav::jesteNevim;
         return status.value().installed ? "Nainstalováno" : "Nenainstalováno";
     };
     auto problem = [isKnown, &status] {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/companion/Companion.h"
+#include "app/assembly/Features.h"
 #include "app/ui/models/IntegrationRow.h"
 #include "app/ui/models/SwitchTrouble.h"
 
@@ -25,7 +25,7 @@ class IntegrationsModel final : public ViewModel {
 
   public:
     /// `scope` runs what a switch starts.
-    IntegrationsModel(Companion& companion, TaskScope& scope);
+    IntegrationsModel(Companion& companion, Features& features, TaskScope& scope);
 
     [[nodiscard]] const QList<QObject*>& personalData() const { return personalData_; }
 
@@ -54,6 +54,7 @@ class IntegrationsModel final : public ViewModel {
     IntegrationRow& add(QList<QObject*>& group, IntegrationRow::Description description);
 
     Companion& companion_;
+    Features& features_;
     TaskScope& scope_;
     SwitchTrouble trouble_;
     std::vector<std::unique_ptr<IntegrationRow>> rows_;

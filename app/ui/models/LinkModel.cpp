@@ -1,5 +1,7 @@
 #include "app/ui/models/LinkModel.h"
 
+#include "app/companion/CompanionState.h"
+#include "app/companion/PairingFlow.h"
 #include "app/ui/Localized.h"
 
 namespace morvex {

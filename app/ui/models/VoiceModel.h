@@ -7,8 +7,7 @@
 
 namespace morvex {
 
-/// The preferences of the voice assistant: its key and the language of the program. The companion calls this
-/// object back, so it lives as long as the companion works.
+/// The preferences of the voice assistant: its key and the language of the program.
 class VoiceModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT

@@ -100,7 +100,7 @@ class AgentHarness : public CompanionHarness {
 
     [[nodiscard]] std::filesystem::path applicationSupport() const { return folders.applicationSupport(); }
 
-    HistorieAgentu& historie() { return companion->historieAgentu(); }
+    HistorieAgentu& historie() { return features->agents.historie(); }
 
     std::vector<ScriptedPhone::Received> received; ///< with the last `result`
     bool ok = false;                               ///< of the last `result`

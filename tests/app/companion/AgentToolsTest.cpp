@@ -113,22 +113,22 @@ TEST_F(AgentToolsTest, ATaskIsBusyWhileItsAgentIsStillLookedFor) {
     startWithFolder();
     holdDetections();
     begin("mac.codex.run");
-    EXPECT_FALSE(companion->agenti().bezici());
+    EXPECT_FALSE(features->agents.runner().bezici());
     EXPECT_EQ(error("mac.claude.run", {{"instruction", "x"}}), busy);
-    EXPECT_TRUE(companion->uloha());
+    EXPECT_TRUE(features->agents.uloha());
     finish();
     finish();
-    EXPECT_FALSE(companion->uloha());
+    EXPECT_FALSE(features->agents.uloha());
 }
 
 TEST_F(AgentToolsTest, AFolderThatIsRemovedWhileTheAgentIsLookedForIsNotWorkedIn) {
     const auto folder = startWithFolder();
     holdDetections();
     begin("mac.codex.run");
-    companion->slozky().odebrat(folder);
+    features->files.slozky().odebrat(folder);
     finish();
     EXPECT_EQ(historie().polozky().front().chyba, "Složka " + folder + " už není povolená.");
-    EXPECT_FALSE(companion->uloha());
+    EXPECT_FALSE(features->agents.uloha());
 }
 
 TEST_F(AgentToolsTest, ProgressOfTheLastMomentComesBeforeTheEndOfTheTask) {
@@ -296,7 +296,7 @@ TEST_F(AgentToolsTest, AreOfferedWithAFolderASwitchAndAnInstalledAgent) {
     EXPECT_EQ(offeredAgentTools(gate),
               (std::vector<std::string>{"mac.codex.run", "mac.codex.cancel", "mac.claude.run",
                                         "mac.claude.cancel", "mac.agent.rename"}));
-    companion->stav().stavClauda = AgentStatus{false, {}, {}, "chybí"};
+    features->agents.stav().claude = AgentStatus{false, {}, {}, "chybí"};
     EXPECT_EQ(offeredAgentTools(gate),
               (std::vector<std::string>{"mac.codex.run", "mac.codex.cancel", "mac.agent.rename"}));
     companion->integrations().vypnout(Integration::codex);

@@ -62,8 +62,6 @@ TEST(CompanionState, EachFieldNotifiesOfAChangeAndOfNoEqualWrite) {
     watch(state.potiz, std::optional<std::string>{}, trouble);
     watch(state.potizNastaveni, std::optional<std::string>{}, trouble);
     watch(state.relayAdresa, std::string{"http://a"}, std::string{"http://b"});
-    watch(state.stavClauda, AgentStatus{true, "1", {}, {}}, AgentStatus{true, "2", {}, {}});
-    watch(state.stavCodexu, AgentStatus{true, {}, {}, "a"}, AgentStatus{true, {}, {}, "b"});
     watch(state.postaDostupna, false, true);
 }
 

@@ -29,7 +29,7 @@ TEST_F(CompanionTest, AStoreThatFailsAtStartEndsTheStart) {
         start();
         EXPECT_EQ(availability(), "Párování neplatí — Trezor odmítl.");
         EXPECT_EQ(trouble(), "Trezor odmítl.");
-        EXPECT_EQ(companion->stav().stavClauda.value().problem, "Zjišťuji…") << "no refresh ran";
+        EXPECT_EQ(features->agents.stav().claude.value().problem, "Zjišťuji…") << "no refresh ran";
         end();
         failure->reset();
         (void)store.held.smazIdentitu();
@@ -40,13 +40,14 @@ TEST_F(CompanionTest, AnEndDuringTheStartIsClean) {
     mac = std::make_shared<const DeviceIdentity>(DeviceIdentity::generate());
     (void)store.held.ulozIdentitu(mac);
     (void)store.held.ulozProtejsek(phone.asPeer());
-    companion = std::make_unique<Companion>(services());
+    make();
     auto starting = std::make_shared<TaskScope>(executor);
     starting->spawn(companion->spustit());
     EXPECT_TRUE(executor.run(companion->ukoncit()));
     executor.runUntilIdle();
     EXPECT_EQ(starting->live(), 0);
     EXPECT_TRUE(sockets.urls.empty());
+    features.reset();
     companion.reset();
 }
 
@@ -67,7 +68,7 @@ TEST_F(CompanionTest, APeerWithAnUnusableRelayAddressIsToldAndTheRefreshRunsAllT
     EXPECT_EQ(availability(),
               "Párování neplatí — Zařízení není spárované. Uložená adresa relaye nedává smysl.");
     EXPECT_EQ(trouble(), "Zařízení není spárované. Uložená adresa relaye nedává smysl.");
-    EXPECT_NE(companion->stav().stavClauda.value().problem, "Zjišťuji…");
+    EXPECT_NE(features->agents.stav().claude.value().problem, "Zjišťuji…");
     EXPECT_TRUE(store.held.nactiProtejsek().value()) << "the peer is not forgotten";
 }
 

@@ -147,7 +147,7 @@ TEST_F(GatheredRecordsTest, ACatchUpTellsOfNoVersionThatCameMeanwhileAndIsNotOnT
     while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
     next->answerSends({}); // of the first note and of the old call's result
     executor.runUntilIdle();
-    ASSERT_EQ(companion->poznamky().note(last.id)->revision, last.revision);
+    ASSERT_EQ(features->records.poznamky().note(last.id)->revision, last.revision);
     next->takeSends();
     executor.runUntilIdle();
     Texts told;
@@ -165,7 +165,7 @@ TEST_F(GatheredRecordsTest, AfterAFailedSaveAsManyRecordsAreSavedOneByOne) {
     for (const char* title : {"a", "b", "c"}) send(title);
     EXPECT_EQ(write(), Texts());
     EXPECT_EQ(write(), Texts());
-    EXPECT_TRUE(companion->poznamky().vsechny().empty());
+    EXPECT_TRUE(features->records.poznamky().vsechny().empty());
     mendSaves();
     for (const char* title : {"a", "b", "c", "d", "e", "f"}) send(title);
     for (const char* title : {"a", "b", "c", "d"}) EXPECT_EQ(write(), Texts{title});
@@ -175,10 +175,10 @@ TEST_F(GatheredRecordsTest, AfterAFailedSaveAsManyRecordsAreSavedOneByOne) {
 TEST_F(GatheredRecordsTest, OnlySoManyRecordsWaitForADiskThatHangs) {
     startSecured();
     for (std::size_t i = 0; i < NotesSync::mostWaiting + 3; ++i) send(std::to_string(i));
-    EXPECT_EQ(companion->poznamky().ids().size(), NotesSync::mostWaiting);
+    EXPECT_EQ(features->records.poznamky().ids().size(), NotesSync::mostWaiting);
     (void)write();
     (void)write();
-    EXPECT_EQ(companion->poznamky().ids().size(), NotesSync::mostWaiting + 3);
+    EXPECT_EQ(features->records.poznamky().ids().size(), NotesSync::mostWaiting + 3);
 }
 
 TEST_F(GatheredRecordsTest, TheEndOfTheProgramWaitsUntilEverythingIsSaved) {
@@ -193,12 +193,12 @@ TEST_F(GatheredRecordsTest, TheEndOfTheProgramWaitsUntilEverythingIsSaved) {
     EXPECT_EQ(ending.live(), 0);
     companion.reset();
     start();
-    EXPECT_EQ(companion->poznamky().notes().size(), 2U);
+    EXPECT_EQ(features->records.poznamky().notes().size(), 2U);
 }
 
 TEST_F(GatheredRecordsTest, ATaskIsAcceptedAndToldWhenItIsOnTheDisk) {
     startSecured();
-    companion->stav().stavCodexu = AgentStatus{true, "1.0", "/usr/bin/codex", {}};
+    features->agents.stav().codex = AgentStatus{true, "1.0", "/usr/bin/codex", {}};
     allowFolder("Projekty");
     (void)phone.take();
     phone.call("mac.codex.run", R"({"instruction":"Oprav testy"})", "r");

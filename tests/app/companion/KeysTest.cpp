@@ -58,7 +58,7 @@ TEST_F(KeysTest, AKeyringThatStaysLockedIsToldWithoutJargonAndAskedAgain) {
         EXPECT_NE(trouble(), told);
         EXPECT_EQ(availability(), "Připojuji… (2. pokus)");
         EXPECT_EQ(sockets.urls.size(), 1U);
-        EXPECT_NE(companion->stav().stavClauda.value().problem, "Zjišťuji…");
+        EXPECT_NE(features->agents.stav().claude.value().problem, "Zjišťuji…");
         end();
     }
 }

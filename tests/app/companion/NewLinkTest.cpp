@@ -102,7 +102,7 @@ TEST_F(NewLinkTest, ANewLinkIsLookedAtWhileACallOfTheOldOneRuns) {
     EXPECT_EQ(availability(), "Připraven");
 
     sendNote();
-    ASSERT_EQ(companion->poznamky().vsechny().size(), 1U) << "only calls wait";
+    ASSERT_EQ(features->records.poznamky().vsechny().size(), 1U) << "only calls wait";
     slow.runUntilIdle();
     end();
 }
@@ -126,7 +126,7 @@ TEST_F(NewLinkTest, TheNextSessionIsLookedAtWhileACallOfTheOneBeforeRuns) {
     EXPECT_EQ(takeStatuses().size(), 1U);
 
     sendNote();
-    EXPECT_EQ(companion->poznamky().vsechny().size(), 1U) << "only calls wait";
+    EXPECT_EQ(features->records.poznamky().vsechny().size(), 1U) << "only calls wait";
     phone.call("mac.status", "{}", "new");
     EXPECT_TRUE(takeResults().empty()) << "one call at a time, over sessions too";
     finishCalls();
@@ -196,7 +196,7 @@ TEST_F(NewLinkTest, MessagesThatWaitAtTheEndOfALinkAreDropped) {
     executor.runUntilIdle();
     companion->odpojit();
     finishCalls();
-    EXPECT_TRUE(companion->poznamky().vsechny().empty());
+    EXPECT_TRUE(features->records.poznamky().vsechny().empty());
     end();
 }
 
@@ -205,10 +205,10 @@ TEST_F(NewLinkTest, OverALinkTheOrderStaysWhileItsCallWaitsForTheOldOne) {
     (void)connectAgain();
     phone.call("mac.notes.search", "{}", "new");
     sendNote();
-    EXPECT_TRUE(companion->poznamky().vsechny().empty()) << "it came behind the call";
+    EXPECT_TRUE(features->records.poznamky().vsechny().empty()) << "it came behind the call";
     slow.runUntilIdle();
     executor.runUntilIdle();
-    EXPECT_EQ(companion->poznamky().vsechny().size(), 1U);
+    EXPECT_EQ(features->records.poznamky().vsechny().size(), 1U);
     end();
 }
 
@@ -236,7 +236,7 @@ TEST_F(NewLinkTest, ACallWhoseLinkGoesWhileRecordsAreSavedIsNotCarriedOut) {
     executor.runUntilIdle();
     (void)connectAgain();
     finishCalls();
-    EXPECT_EQ(companion->poznamky().vsechny().size(), 1U) << "the note had come before";
+    EXPECT_EQ(features->records.poznamky().vsechny().size(), 1U) << "the note had come before";
     EXPECT_FALSE(std::filesystem::exists(folder + "/a.txt"));
     end();
 }
@@ -257,7 +257,7 @@ TEST_F(NewLinkTest, SettingsCountInTheOrderOfTheirComingWhileTheVaultIsSlow) {
     phone.send({MacPayload::CustomApps{{{"p2", "b", "https://b", "t"}}}}, "apps");
     executor.runUntilIdle();
     workOn(slow);
-    EXPECT_EQ(companion->customApps().apps(),
+    EXPECT_EQ(features->customApps.service().apps(),
               (std::vector<AppSummary>{{"p2", "b", "https://b", true, true}}));
     EXPECT_FALSE(vault.items.contains({Keychain::service, "custom.app.p1.token"}));
     EXPECT_TRUE(vault.items.contains({Keychain::service, "custom.app.p2.token"}));

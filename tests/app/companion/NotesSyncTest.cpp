@@ -62,9 +62,9 @@ TEST_F(NotesSyncTest, ANoteThatIsChangedHereGoesOutUnderItsIdAndRevision) {
     startSecured();
     EXPECT_EQ(call("mac.notes.create", R"({"title":"Nákup","body":"mléko"})").json,
               R"({"created":true,"title":"Nákup"})");
-    auto created = companion->poznamky().notes()[0];
-    ASSERT_TRUE(ended(companion->poznamky().upravit("Nákup", {}, "mouka")));
-    ASSERT_TRUE(ended(companion->poznamky().smazat("Nákup")));
+    auto created = features->records.poznamky().notes()[0];
+    ASSERT_TRUE(ended(features->records.poznamky().upravit("Nákup", {}, "mouka")));
+    ASSERT_TRUE(ended(features->records.poznamky().smazat("Nákup")));
     auto told = take<MacPayload::NoteUpdate>();
     ASSERT_EQ(told.size(), 2U);
     EXPECT_EQ(told[0].requestID, "note:" + created.id.text() + ":2");
@@ -92,15 +92,15 @@ TEST_F(NotesSyncTest, ANoteOfThePhoneIsSavedAndThenAcknowledgedAndNotSentBack) {
     EXPECT_EQ(received[0].payload.value,
               (MacPayload{MacPayload::NoteAck{incoming.id, incoming.revision}}.value));
     EXPECT_EQ(received[0].requestID, "note-ack:" + incoming.id.text());
-    EXPECT_EQ(companion->poznamky().notes(), std::vector{incoming});
+    EXPECT_EQ(features->records.poznamky().notes(), std::vector{incoming});
     end();
     start();
-    EXPECT_EQ(companion->poznamky().notes(), std::vector{incoming});
+    EXPECT_EQ(features->records.poznamky().notes(), std::vector{incoming});
 }
 
 TEST_F(NotesSyncTest, AnOldVersionIsAcknowledgedToo) {
     startSecured();
-    auto stored = ended(companion->poznamky().vytvorit("Nákup", "mléko")).value();
+    auto stored = ended(features->records.poznamky().vytvorit("Nákup", "mléko")).value();
     (void)phone.take();
     stored.revision = 0;
     stored.title = "starší";
@@ -108,7 +108,7 @@ TEST_F(NotesSyncTest, AnOldVersionIsAcknowledgedToo) {
     auto told = take<MacPayload::NoteAck>();
     ASSERT_EQ(told.size(), 1U);
     EXPECT_EQ(told[0].message.revision, 0U);
-    EXPECT_EQ(companion->poznamky().notes()[0].title, "Nákup");
+    EXPECT_EQ(features->records.poznamky().notes()[0].title, "Nákup");
 }
 
 TEST_F(NotesSyncTest, ARefusedMergeGetsNoAcknowledgement) {
@@ -119,14 +119,14 @@ TEST_F(NotesSyncTest, ARefusedMergeGetsNoAcknowledgement) {
     phone.send({MacPayload::SummaryUpdate{summary("Týden")}}, "s");
     executor.runUntilIdle();
     EXPECT_TRUE(phone.take().empty());
-    EXPECT_TRUE(companion->poznamky().problem());
-    EXPECT_TRUE(companion->souhrny().problem());
+    EXPECT_TRUE(features->records.poznamky().problem());
+    EXPECT_TRUE(features->records.souhrny().problem());
     EXPECT_EQ(trouble(), "none");
 
     mendSaves();
     phone.send({MacPayload::NoteUpdate{incoming}}, "n");
     EXPECT_EQ(take<MacPayload::NoteAck>().size(), 1U);
-    EXPECT_FALSE(companion->poznamky().problem());
+    EXPECT_FALSE(features->records.poznamky().problem());
 }
 
 TEST_F(NotesSyncTest, AnAcknowledgementWhoseSendFailsIsLostWithoutAWord) {
@@ -138,20 +138,20 @@ TEST_F(NotesSyncTest, AnAcknowledgementWhoseSendFailsIsLostWithoutAWord) {
     EXPECT_EQ(socket->refusals, 0);
     EXPECT_TRUE(phone.take().empty());
     EXPECT_EQ(trouble(), "none");
-    EXPECT_EQ(companion->poznamky().notes().size(), 1U);
-    EXPECT_EQ(companion->souhrny().summaries().size(), 1U);
+    EXPECT_EQ(features->records.poznamky().notes().size(), 1U);
+    EXPECT_EQ(features->records.souhrny().summaries().size(), 1U);
 }
 
 TEST_F(NotesSyncTest, BetweenTwoRefusedMergesOtherWorkGoesOn) {
     startSecured();
     breakSaves();
     std::optional<bool> wasAlone;
-    const auto connection = companion->poznamky().onChange(
-        [&] { executor.post([&] { wasAlone = !companion->souhrny().problem(); }); });
+    const auto connection = features->records.poznamky().onChange(
+        [&] { executor.post([&] { wasAlone = !features->records.souhrny().problem(); }); });
     phone.send({MacPayload::NoteUpdate{note("Z telefonu")}}, "n");
     phone.send({MacPayload::SummaryUpdate{summary("Týden")}}, "s");
     executor.runUntilIdle();
-    EXPECT_TRUE(companion->souhrny().problem());
+    EXPECT_TRUE(features->records.souhrny().problem());
     EXPECT_EQ(wasAlone, true) << "it ran before the second one";
 }
 
@@ -167,14 +167,14 @@ TEST_F(NotesSyncTest, ASummaryIsKeptAndAcknowledgedEachTimeAndNeverSent) {
         EXPECT_EQ(received[0].requestID, "summary-ack:" + incoming.id.text());
         incoming.body = "stejná revize, jiný text";
     }
-    EXPECT_EQ(companion->souhrny().summaries()[0].body, "shrnutí");
+    EXPECT_EQ(features->records.souhrny().summaries()[0].body, "shrnutí");
     (void)connectAgain();
     EXPECT_TRUE(take<MacPayload::SummaryUpdate>().empty());
 }
 
 TEST_F(NotesSyncTest, ANoteAckIsIgnored) {
     startSecured();
-    auto created = ended(companion->poznamky().vytvorit("Nákup", "mléko")).value();
+    auto created = ended(features->records.poznamky().vytvorit("Nákup", "mléko")).value();
     EXPECT_EQ(takeUpdates(), Titles{"Nákup"});
     phone.send({MacPayload::NoteAck{created.id, created.revision}}, "a");
     phone.send({MacPayload::SummaryAck{created.id, created.revision}}, "a");
@@ -186,9 +186,9 @@ TEST_F(NotesSyncTest, ANoteAckIsIgnored) {
 
 TEST_F(NotesSyncTest, AllNotesWithTombstonesGoOutAfterTheStatusEachTimeTheLinkIsReady) {
     startSecured();
-    ASSERT_TRUE(ended(companion->poznamky().vytvorit("první", "a")));
-    ASSERT_TRUE(ended(companion->poznamky().vytvorit("druhá", "b")));
-    ASSERT_TRUE(ended(companion->poznamky().smazat("první")));
+    ASSERT_TRUE(ended(features->records.poznamky().vytvorit("první", "a")));
+    ASSERT_TRUE(ended(features->records.poznamky().vytvorit("druhá", "b")));
+    ASSERT_TRUE(ended(features->records.poznamky().smazat("první")));
     executor.runUntilIdle();
     for (int i = 0; i < 2; ++i) {
         (void)phone.take();
@@ -209,11 +209,11 @@ TEST_F(NotesSyncTest, AllNotesWithTombstonesGoOutAfterTheStatusEachTimeTheLinkIs
 
 TEST_F(NotesSyncTest, WithTheLinkDownANoteWaitsForTheNextReadyAndGoesOutWithAllOthers) {
     startSecured();
-    ASSERT_TRUE(ended(companion->poznamky().vytvorit("první", "a")));
+    ASSERT_TRUE(ended(features->records.poznamky().vytvorit("první", "a")));
     EXPECT_EQ(takeUpdates(), Titles{"první"});
     companion->odpojit();
     executor.runUntilIdle();
-    ASSERT_TRUE(ended(companion->poznamky().vytvorit("druhá", "b")));
+    ASSERT_TRUE(ended(features->records.poznamky().vytvorit("druhá", "b")));
     executor.runUntilIdle();
     EXPECT_TRUE(phone.take().empty());
     (void)connectAgain();
@@ -223,7 +223,7 @@ TEST_F(NotesSyncTest, WithTheLinkDownANoteWaitsForTheNextReadyAndGoesOutWithAllO
 TEST_F(NotesSyncTest, EachSendOfTheCatchUpIsAwaitedAndCallsWaitForItsEnd) {
     startSecured();
     for (const char* title : {"první", "druhá", "třetí"})
-        ASSERT_TRUE(ended(companion->poznamky().vytvorit(title, "a")));
+        ASSERT_TRUE(ended(features->records.poznamky().vytvorit(title, "a")));
     executor.runUntilIdle();
     auto socket = stallCatchUp();
     (void)phone.take();
@@ -240,7 +240,7 @@ TEST_F(NotesSyncTest, EachSendOfTheCatchUpIsAwaitedAndCallsWaitForItsEnd) {
 TEST_F(NotesSyncTest, ASendThatFailsInTheCatchUpOnlyMovesOnToTheNextRecord) {
     startSecured();
     for (const char* title : {"první", "druhá", "třetí"})
-        ASSERT_TRUE(ended(companion->poznamky().vytvorit(title, "a")));
+        ASSERT_TRUE(ended(features->records.poznamky().vytvorit(title, "a")));
     executor.runUntilIdle();
     auto socket = stallCatchUp();
     socket->answerSends({});
@@ -254,18 +254,18 @@ TEST_F(NotesSyncTest, ASendThatFailsInTheCatchUpOnlyMovesOnToTheNextRecord) {
 
 TEST_F(NotesSyncTest, ANoteTooLongForTheWayIsPassedOverAndTheLinkStays) {
     startSecured();
-    ASSERT_TRUE(ended(companion->poznamky().vytvorit("první", "a")));
-    ASSERT_TRUE(ended(companion->poznamky().vytvorit("dlouhá", std::string(3'200'000, 'x'))));
-    ASSERT_TRUE(ended(companion->poznamky().vytvorit("třetí", "c")));
+    ASSERT_TRUE(ended(features->records.poznamky().vytvorit("první", "a")));
+    ASSERT_TRUE(ended(features->records.poznamky().vytvorit("dlouhá", std::string(3'200'000, 'x'))));
+    ASSERT_TRUE(ended(features->records.poznamky().vytvorit("třetí", "c")));
     EXPECT_EQ(takeUpdates(), (Titles{"první", "třetí"}));
     EXPECT_EQ(trouble(), "Poznámka „dlouhá“ je na přenos příliš dlouhá, telefon ji nedostane.");
     (void)connectAgain();
     EXPECT_EQ(takeUpdates(), (Titles{"první", "třetí"}));
     EXPECT_EQ(trouble(), "none") << "once is enough";
-    ASSERT_TRUE(ended(companion->poznamky().upravit("dlouhá", {}, std::string(3'200'000, 'y'))));
+    ASSERT_TRUE(ended(features->records.poznamky().upravit("dlouhá", {}, std::string(3'200'000, 'y'))));
     executor.runUntilIdle();
     EXPECT_NE(trouble(), "none") << "another version";
-    EXPECT_EQ(companion->poznamky().vsechny().size(), 3U);
+    EXPECT_EQ(features->records.poznamky().vsechny().size(), 3U);
     auto answer = call("mac.notes.delete", R"({"title":"dlouhá"})");
     EXPECT_TRUE(answer.ok);
 }
@@ -273,7 +273,7 @@ TEST_F(NotesSyncTest, ANoteTooLongForTheWayIsPassedOverAndTheLinkStays) {
 TEST_F(NotesSyncTest, AnAnswerTooLongForTheWayIsRefusedInWords) {
     startSecured();
     for (const char* title : {"první", "druhá"})
-        ASSERT_TRUE(ended(companion->poznamky().vytvorit(title, std::string(1'600'000, 'x'))));
+        ASSERT_TRUE(ended(features->records.poznamky().vytvorit(title, std::string(1'600'000, 'x'))));
     executor.runUntilIdle();
     (void)phone.take();
     auto answer = call("mac.notes.search", R"({"query":"x"})");
@@ -286,11 +286,11 @@ TEST_F(NotesSyncTest, AnAnswerTooLongForTheWayIsRefusedInWords) {
 TEST_F(NotesSyncTest, AChangeDuringTheCatchUpMayOvertakeIt) {
     startSecured();
     for (const char* title : {"první", "druhá"})
-        ASSERT_TRUE(ended(companion->poznamky().vytvorit(title, "a")));
+        ASSERT_TRUE(ended(features->records.poznamky().vytvorit(title, "a")));
     executor.runUntilIdle();
     auto socket = stallCatchUp();
-    ASSERT_TRUE(ended(companion->poznamky().upravit("druhá", {}, "změněno")));
-    ASSERT_TRUE(ended(companion->poznamky().vytvorit("třetí", "c")));
+    ASSERT_TRUE(ended(features->records.poznamky().upravit("druhá", {}, "změněno")));
+    ASSERT_TRUE(ended(features->records.poznamky().vytvorit("třetí", "c")));
     executor.runUntilIdle();
     socket->takeSends();
     auto told = take<MacPayload::NoteUpdate>();
@@ -303,7 +303,7 @@ TEST_F(NotesSyncTest, AChangeDuringTheCatchUpMayOvertakeIt) {
 TEST_F(NotesSyncTest, ALinkThatGoesEndsTheCatchUpAndTheNextOneBeginsAnew) {
     startSecured();
     for (int i = 0; i < 5; ++i)
-        ASSERT_TRUE(ended(companion->poznamky().vytvorit("p" + std::to_string(i), "a")));
+        ASSERT_TRUE(ended(features->records.poznamky().vytvorit("p" + std::to_string(i), "a")));
     executor.runUntilIdle();
     (void)stallCatchUp();
     (void)connectAgain();
@@ -314,7 +314,7 @@ TEST_F(NotesSyncTest, ALinkThatGoesEndsTheCatchUpAndTheNextOneBeginsAnew) {
 TEST_F(NotesSyncTest, OnceTheLinkIsTakenDownNothingMoreOfTheCatchUpIsTried) {
     startSecured();
     for (int i = 0; i < 5; ++i)
-        ASSERT_TRUE(ended(companion->poznamky().vytvorit("p" + std::to_string(i), "a")));
+        ASSERT_TRUE(ended(features->records.poznamky().vytvorit("p" + std::to_string(i), "a")));
     executor.runUntilIdle();
     auto socket = stallCatchUp();
     socket->answerSends({});
@@ -353,7 +353,7 @@ TEST_F(NotesSyncTest, NotesAreOffTheOfferWithTheirSwitchButStayInStep) {
 TEST_F(NotesSyncTest, AnEndInTheMiddleOfACatchUpIsClean) {
     startSecured();
     for (int i = 0; i < 5; ++i)
-        ASSERT_TRUE(ended(companion->poznamky().vytvorit("p" + std::to_string(i), "a")));
+        ASSERT_TRUE(ended(features->records.poznamky().vytvorit("p" + std::to_string(i), "a")));
     (void)stallCatchUp();
     end();
 }

@@ -1,4 +1,4 @@
-#include "app/companion/PhoneLink.h"
+#include "app/link/PhoneLink.h"
 
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/ScriptedRandom.h"

@@ -23,11 +23,11 @@ class PhoneSettingsTest : public CompanionHarness {
 TEST_F(PhoneSettingsTest, AKeyIsKeptAndAStatusFollows) {
     startSecured();
     send({MacPayload::OpenAICredential{" sk-1\n"}});
-    EXPECT_EQ(companion->hlas().apiKey(), "sk-1");
+    EXPECT_EQ(features->voice.controller().apiKey(), "sk-1");
     EXPECT_EQ(secret("openai.apiKey"), "sk-1");
     EXPECT_EQ(takeStatuses().size(), 1U);
     send({MacPayload::OpenAICredential{""}});
-    EXPECT_EQ(companion->hlas().apiKey(), "");
+    EXPECT_EQ(features->voice.controller().apiKey(), "");
     EXPECT_EQ(secret("openai.apiKey"), std::nullopt);
     EXPECT_EQ(takeStatuses().size(), 1U);
 }
@@ -35,16 +35,16 @@ TEST_F(PhoneSettingsTest, AKeyIsKeptAndAStatusFollows) {
 TEST_F(PhoneSettingsTest, PreferencesAreTakenWithoutAStatus) {
     startSecured();
     send({MacPayload::Preferences{{"en", "marin", {{{"Domov", "Krátká 2"}}}}}});
-    EXPECT_EQ(companion->hlas().languageCode(), "en");
-    EXPECT_EQ(companion->hlas().voice(), "marin");
-    EXPECT_EQ(companion->hlas().resolvePlace("DOMOV"), "Krátká 2");
+    EXPECT_EQ(features->voice.controller().languageCode(), "en");
+    EXPECT_EQ(features->voice.controller().voice(), "marin");
+    EXPECT_EQ(features->voice.controller().resolvePlace("DOMOV"), "Krátká 2");
     EXPECT_TRUE(takeStatuses().empty());
 }
 
 TEST_F(PhoneSettingsTest, CustomAppsAreKeptAndStatusesFollow) {
     startSecured();
     send({MacPayload::CustomApps{{{"p1", "Počasí", "https://example.com", "tajné"}}}});
-    EXPECT_EQ(companion->customApps().apps(),
+    EXPECT_EQ(features->customApps.service().apps(),
               (std::vector<AppSummary>{{"p1", "Počasí", "https://example.com", true, true}}));
     EXPECT_EQ(secret("custom.app.p1.token"), "tajné");
     EXPECT_EQ(takeStatuses().size(), 2U) << "one for the change, one for the message";
@@ -89,22 +89,22 @@ TEST_F(PhoneSettingsTest, EverythingIsThereAfterARestart) {
     send({MacPayload::CustomApps{{{"p1", "a", "https://a", "t"}}}});
     end();
     start();
-    EXPECT_EQ(companion->hlas().apiKey(), "sk-1");
-    EXPECT_EQ(companion->hlas().textLanguage(), "de");
-    EXPECT_EQ(companion->hlas().voice(), "ash");
-    EXPECT_EQ(companion->hlas().places().size(), 1U);
-    EXPECT_EQ(companion->customApps().apps().size(), 1U);
+    EXPECT_EQ(features->voice.controller().apiKey(), "sk-1");
+    EXPECT_EQ(features->voice.controller().textLanguage(), "de");
+    EXPECT_EQ(features->voice.controller().voice(), "ash");
+    EXPECT_EQ(features->voice.controller().places().size(), 1U);
+    EXPECT_EQ(features->customApps.service().apps().size(), 1U);
 }
 
 TEST_F(PhoneSettingsTest, TheSwitchOfTheIntegrationReachesTheApps) {
     defaults.set("integration.customApps.enabled", false);
     startSecured();
-    EXPECT_FALSE(companion->customApps().isActive());
+    EXPECT_FALSE(features->customApps.service().isActive());
     EXPECT_TRUE(ended(companion->integrations().zapnout(Integration::customApps)));
-    EXPECT_TRUE(companion->customApps().isActive());
+    EXPECT_TRUE(features->customApps.service().isActive());
     EXPECT_EQ(takeStatuses().size(), 1U);
     companion->integrations().vypnout(Integration::customApps);
-    EXPECT_FALSE(companion->customApps().isActive());
+    EXPECT_FALSE(features->customApps.service().isActive());
     EXPECT_EQ(takeStatuses().size(), 2U);
 }
 

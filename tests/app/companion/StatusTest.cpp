@@ -43,7 +43,7 @@ TEST_F(StatusTest, TellsWhatThisComputerCanDo) {
 
 TEST_F(StatusTest, AnAgentThatIsSwitchedOffSaysSoWhateverWasDetected) {
     startSecured();
-    companion->stav().stavClauda = AgentStatus{true, "1.0", "/usr/bin", {}};
+    features->agents.stav().claude = AgentStatus{true, "1.0", "/usr/bin", {}};
     companion->integrations().vypnout(Integration::claude);
     auto status = takeStatuses().back();
     EXPECT_EQ(status.claude, (AgentStatus{false, {}, {}, "Vypnuto"}));
@@ -97,7 +97,7 @@ TEST_F(StatusTest, AReportTooLongForTheWayIsToldAndGoesShortened) {
     startSecured();
     allowFolder("Projekty");
     (void)takeStatuses();
-    companion->stav().stavClauda = AgentStatus{true, "1.0", std::string(4'000'000, 'x'), {}};
+    features->agents.stav().claude = AgentStatus{true, "1.0", std::string(4'000'000, 'x'), {}};
     (void)connectAgain();
     auto statuses = takeStatuses();
     ASSERT_EQ(statuses.size(), 1U);
@@ -132,18 +132,10 @@ TEST(StatusReport, AShortenedOneFitsWhateverItHolds) {
 TEST(StatusReport, TheListLeavesOutWhatThePhoneHasOfItsOwn) {
     MemoryDefaults defaults;
     MacIntegrationSettings integrations(defaults);
-    MemoryBookmarks bookmarks;
-    FakeFolderPicker picker;
-    FixedFolders folders;
     QProperty<bool> power{true};
     CompanionState state;
-    auto slozky = Slozky::create(defaults, bookmarks, picker, folders);
-    ScriptedPrograms programs;
-    ManualClock clock;
-    ManualExecutor executor;
-    ProgramDiscovery discovery(programs, clock, executor, {});
-    AgentRunner agents({programs, clock, discovery, executor, executor}, {});
-    StatusReport report{state, integrations, *slozky, agents, power, "1 (1)", "Mac"};
+    const std::vector<Feature*> features;
+    StatusReport report{state, integrations, features, power, "1 (1)", "Mac"};
     auto offer = ToolCatalogue::descriptors();
     std::vector<std::string> listed;
     for (const auto& tool : report.at({}, offer).tools) listed.push_back(tool.name);

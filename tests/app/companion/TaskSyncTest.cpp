@@ -44,7 +44,7 @@ TEST_F(TaskSyncTest, ATaskThatEndedWithoutTheLinkComesAgainUntilItIsAcknowledged
 
 TEST_F(TaskSyncTest, TheCatchUpTellsOfTheStatusThenOfTasksAndThenOfNotes) {
     startWithFolder();
-    ASSERT_TRUE(ended(companion->poznamky().vytvorit("Nákup", "mléko")));
+    ASSERT_TRUE(ended(features->records.poznamky().vytvorit("Nákup", "mléko")));
     complete("s1");
     auto all = reconnect();
     ASSERT_EQ(all.size(), 3U);
@@ -67,7 +67,7 @@ TEST_F(TaskSyncTest, TasksComeBeforeNotesAndOneThatFailsHoldsUpNothing) {
     startWithFolder();
     auto first = complete("s1");
     auto second = complete("s2");
-    EXPECT_TRUE(ended(companion->poznamky().vytvorit("Nákup", "mléko")));
+    EXPECT_TRUE(ended(features->records.poznamky().vytvorit("Nákup", "mléko")));
     (void)settled();
 
     auto socket = connectAgain();
@@ -120,7 +120,7 @@ TEST_F(TaskSyncTest, ACancelOfThePhoneStopsNoAgent) {
     phone.send({MacPayload::Cancel{}}, "req-1");
     executor.runUntilIdle();
     EXPECT_TRUE(agent().signals.empty());
-    EXPECT_TRUE(companion->agenti().bezici());
+    EXPECT_TRUE(features->agents.runner().bezici());
     finish();
 }
 
@@ -128,12 +128,12 @@ TEST_F(TaskSyncTest, ThePersonStopsATaskByItsWorkItem) {
     startWithFolder();
     auto other = complete("s1");
     auto id = begin("mac.codex.run");
-    EXPECT_FALSE(companion->zastavitUkol(other));
+    EXPECT_FALSE(features->agents.zastavitUkol(other));
     EXPECT_TRUE(agent().signals.empty());
-    EXPECT_TRUE(companion->zastavitUkol(id));
+    EXPECT_TRUE(features->agents.zastavitUkol(id));
     finish(15);
     EXPECT_EQ(historie().ukol(id)->stav, UkolAgenta::Stav::preruseno);
-    EXPECT_FALSE(companion->zastavitUkol(id));
+    EXPECT_FALSE(features->agents.zastavitUkol(id));
 }
 
 TEST_F(TaskSyncTest, AnEndOfTheProgramStopsTheAgentAndTheNextStartTellsOfTheInterruption) {
@@ -177,7 +177,7 @@ TEST_F(TaskSyncTest, ThePersonStopsATaskThatTheHistoryHasForgotten) {
     startWithFolder();
     auto id = begin("mac.codex.run");
     historie().vymazat();
-    EXPECT_TRUE(companion->zastavitUkol(id));
+    EXPECT_TRUE(features->agents.zastavitUkol(id));
     finish(15);
     EXPECT_EQ(itemsIn(settled()).back().status, WorkItemStatus::interrupted);
 }
@@ -211,7 +211,7 @@ TEST_F(TaskSyncTest, BothAgentsAreLookedForAtOnceAndEachIsToldAsSoonAsItIsKnown)
     executor.runUntilIdle();
     ASSERT_EQ(programs.children.size(), before + 2) << "neither waits for the other";
     for (const std::string name : {"codex", "claude"}) {
-        auto& state = name == "codex" ? companion->stav().stavCodexu : companion->stav().stavClauda;
+        auto& state = name == "codex" ? features->agents.stav().codex : features->agents.stav().claude;
         auto asked = std::ranges::find_if(
             programs.programs.begin() + static_cast<std::ptrdiff_t>(before), programs.programs.end(),
             [&](const OutsideProgram& program) { return program.binary.ends_with(name); });
@@ -236,14 +236,14 @@ TEST_F(TaskSyncTest, AnAgentThatIsSwitchedOffIsToldToBe) {
 TEST_F(TaskSyncTest, BothAgentsAreLookedForAtTheStartAndAgainWhenAsked) {
     start();
     AgentStatus found{true, "agent 1.0", (temporary.path() / "bin").string(), {}};
-    EXPECT_EQ(companion->stav().stavCodexu.value(), found);
-    EXPECT_EQ(companion->stav().stavClauda.value(), found);
+    EXPECT_EQ(features->agents.stav().codex.value(), found);
+    EXPECT_EQ(features->agents.stav().claude.value(), found);
     std::filesystem::remove(temporary.path() / "bin" / "claude");
     companion->obnovit();
     executor.runUntilIdle();
-    EXPECT_EQ(companion->stav().stavCodexu.value(), found);
+    EXPECT_EQ(features->agents.stav().codex.value(), found);
     EXPECT_THAT(
-        companion->stav().stavClauda.value().problem.value_or(""),
+        features->agents.stav().claude.value().problem.value_or(""),
         testing::MatchesRegex(
             R"(Binárku „claude“ jsem nenašel \(prohledáno [0-9]+ adresářů\)\. Nainstaluj: npm i -g @anthropic-ai/claude-code)"));
 }

@@ -44,10 +44,10 @@ TEST_F(ToolPathTest, TheStatusToolTellsAnAgentsVersionBeforeItsProblem) {
         auto result = parseJson(call("mac.status", "{}").json).value().as_object();
         return encode(boost::json::value(boost::json::array{result["claude"], result["codex"]}));
     };
-    companion->stav().stavClauda = AgentStatus{true, "2.0.1", "/usr/bin/claude", "Nepřihlášeno."};
-    companion->stav().stavCodexu = AgentStatus{false, {}, {}, "Codex tu není."};
+    features->agents.stav().claude = AgentStatus{true, "2.0.1", "/usr/bin/claude", "Nepřihlášeno."};
+    features->agents.stav().codex = AgentStatus{false, {}, {}, "Codex tu není."};
     EXPECT_EQ(agents(), R"(["2.0.1","Codex tu není."])");
-    companion->stav().stavClauda = AgentStatus{true, {}, {}, {}};
+    features->agents.stav().claude = AgentStatus{true, {}, {}, {}};
     EXPECT_EQ(agents(), R"(["nenainstalováno","Codex tu není."])");
 }
 
@@ -130,7 +130,7 @@ TEST_F(ToolPathTest, WithoutAnAllowedFolderNoFileToolIsOffered) {
     EXPECT_EQ(namesOf(companion->nastroje().nabizeneNastroje()), std::vector<std::string>{"mac.status"});
     auto folder = allowFolder("Projekty");
     EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 6U);
-    companion->slozky().odebrat(folder);
+    features->files.slozky().odebrat(folder);
     EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 1U);
 }
 
@@ -197,7 +197,7 @@ TEST_F(ToolPathTest, MessagesThatChangeNothing) {
     phone.send({MacPayload::Approval{}}, "h");
     executor.runUntilIdle();
     EXPECT_TRUE(phone.take().empty());
-    EXPECT_TRUE(companion->historieAgentu().polozky().empty());
+    EXPECT_TRUE(features->agents.historie().polozky().empty());
     EXPECT_FALSE(companion->schvalovani().zadost().value());
     EXPECT_EQ(companion->stav().potiz.value(), before);
     EXPECT_TRUE(call("mac.status", "{}").ok);

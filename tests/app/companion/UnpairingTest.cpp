@@ -172,7 +172,7 @@ TEST_P(UnpairingTest, ARunningAgentIsStoppedAndItsTaskKeptAsInterrupted) {
     EXPECT_EQ(agent().signals, std::vector{asked});
     finish(15);
     EXPECT_EQ(historie().ukol(id)->stav, UkolAgenta::Stav::preruseno);
-    EXPECT_FALSE(companion->uloha());
+    EXPECT_FALSE(features->agents.uloha());
 }
 
 TEST_P(UnpairingTest, ATaskThatIsBeingPreparedStartsNoAgent) {
@@ -206,7 +206,7 @@ TEST_P(UnpairingTest, AWaitingApprovalIsRefused) {
     EXPECT_FALSE(companion->schvalovani().zadost().value());
     ASSERT_TRUE(*answer);
     EXPECT_EQ(**answer, (boost::json::object{{"error", "Akce nebyla potvrzena."}}));
-    EXPECT_TRUE(companion->poznamky().vsechny().empty());
+    EXPECT_TRUE(features->records.poznamky().vsechny().empty());
 }
 
 TEST_P(UnpairingTest, MessagesThatWaitAreNotCarriedOut) {
@@ -221,7 +221,7 @@ TEST_P(UnpairingTest, MessagesThatWaitAreNotCarriedOut) {
     finish(running, 15);
     executor.runUntilIdle();
     EXPECT_FALSE(std::filesystem::exists(folder + "/a.txt"));
-    EXPECT_TRUE(companion->poznamky().vsechny().empty());
+    EXPECT_TRUE(features->records.poznamky().vsechny().empty());
     EXPECT_TRUE(vault.items.empty());
 }
 
@@ -303,7 +303,7 @@ TEST_P(UnpairingTest, TheNextPhoneIsToldOfTheInterruptionAndMayBeginATask) {
     pairAgain(another);
     another.call("mac.codex.run", R"({"instruction":"Další"})", "early");
     executor.runUntilIdle();
-    EXPECT_EQ(companion->uloha(), id) << "the old one has not ended yet";
+    EXPECT_EQ(features->agents.uloha(), id) << "the old one has not ended yet";
     (void)another.take();
     finish(old, 15);
     executor.runUntilIdle();
@@ -313,7 +313,7 @@ TEST_P(UnpairingTest, TheNextPhoneIsToldOfTheInterruptionAndMayBeginATask) {
 
     another.call("mac.codex.run", R"({"instruction":"Další"})", "late");
     executor.runUntilIdle();
-    EXPECT_NE(companion->uloha(), id);
+    EXPECT_NE(features->agents.uloha(), id);
     EXPECT_TRUE(agent().signals.empty());
     finish();
     EXPECT_EQ(historie().polozky().front().stav, UkolAgenta::Stav::hotovo);

@@ -26,9 +26,10 @@ class ConsoleFixture : public CompanionHarness {
 
     void makeShell() {
         shell = std::make_unique<ConsoleShell>(
-            *companion, ConsoleShell::Services{clock, consolePicker, folders, *scope,
-                                               [this](const std::string& text) { lines.push_back(text); },
-                                               [this] { ++quits; }});
+            *companion, *features,
+            ConsoleShell::Services{clock, consolePicker, folders, *scope,
+                                   [this](const std::string& text) { lines.push_back(text); },
+                                   [this] { ++quits; }});
     }
 
     std::vector<std::string> type(const std::string& line) {

@@ -25,7 +25,7 @@ TEST_F(ConsoleFoldersTest, AsksBeforeAFolderThatReachesFar) {
             "? To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.",
         "Odpověz „ano“ nebo „ne“."};
     EXPECT_EQ(type("povolit ~"), question);
-    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_TRUE(features->files.slozky().povolene().empty());
     EXPECT_EQ(type("ne"), std::vector<std::string>{"Složky: žádná není povolená"});
     EXPECT_EQ(type("povolit ~/"), question);
     EXPECT_EQ(type("ano"), std::vector<std::string>{"Složka: " + home});
@@ -42,14 +42,14 @@ TEST_F(ConsoleFoldersTest, ANoToOneFolderSaysNothingOfTheNext) {
     shell->handle("povolit " + path);
     executor.runUntilIdle();
     type("ne");
-    EXPECT_EQ(companion->slozky().povolene(), std::vector{path});
+    EXPECT_EQ(features->files.slozky().povolene(), std::vector{path});
 }
 
 TEST_F(ConsoleFoldersTest, AQuestionThatIsOpenAtTheEndDoesNotHoldTheProgram) {
     startShell();
     type("povolit /");
     EXPECT_TRUE(executor.run(companion->ukoncit()));
-    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_TRUE(features->files.slozky().povolene().empty());
 }
 
 TEST_F(ConsoleFoldersTest, OfFoldersOfOneNameTheSecondIsListedUnderItsOwn) {

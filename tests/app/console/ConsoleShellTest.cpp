@@ -195,7 +195,7 @@ TEST_F(ConsoleShellTest, WhatCannotBeSavedIsNotSwitchedOnNorAllowedAndSaysWhy) {
     std::filesystem::create_directory(path);
     EXPECT_TRUE(hasLine(type("povolit " + path),
                         "Oprávnění ke složce Projekty se nepodařilo uložit: Na disku není místo."));
-    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_TRUE(features->files.slozky().povolene().empty());
 }
 
 TEST_F(ConsoleShellTest, QuitsOnCommand) {

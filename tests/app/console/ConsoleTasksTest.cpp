@@ -17,7 +17,7 @@ class ConsoleTasksTest : public AgentHarness {
     void startShell() {
         startWithFolder();
         shell = std::make_unique<ConsoleShell>(
-            *companion,
+            *companion, *features,
             ConsoleShell::Services{clock, consolePicker, folders, scope,
                                    [this](const std::string& text) { lines.push_back(text); }, [] {}});
     }

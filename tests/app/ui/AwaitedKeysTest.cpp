@@ -12,7 +12,7 @@ class AwaitedKeysTest : public UiHarness {
     /// As the program starts: the window first.
     void startUiThenCompanion() {
         storage = &slow;
-        companion = std::make_unique<Companion>(services());
+        make();
         startUi();
         executor.start(companion->spustit());
         settle();

@@ -69,8 +69,8 @@ TEST_F(CardsTest, TheRowOfTheTerminalSaysThatItRunsAnyCode) {
 TEST_F(CardsTest, AnAgentWithAProblemCanBeLookedForAgain) {
     start();
     openUi();
-    companion->stav().stavCodexu = AgentStatus{false, {}, {}, "Codex tu není."};
-    companion->stav().stavClauda = AgentStatus{true, "2.1.0", {}, {}};
+    features->agents.stav().codex = AgentStatus{false, {}, {}, "Codex tu není."};
+    features->agents.stav().claude = AgentStatus{true, "2.1.0", {}, {}};
     settle();
     EXPECT_TRUE(reads("Nenainstalováno"));
     EXPECT_TRUE(reads("Codex tu není."));
@@ -84,18 +84,18 @@ TEST_F(CardsTest, ALookForTheAgentsIsSaidAndIsNoProblem) {
     start();
     openUi();
     auto& state = companion->stav();
+    auto& agents = features->agents.stav();
     const auto isLooking = [this] {
         EXPECT_TRUE(reads("Zjišťuji…"));
         EXPECT_FALSE(mentions("Nenainstalováno"));
         EXPECT_FALSE(mentions("Codex tu není."));
         EXPECT_FALSE(mentions("Zjistit znovu"));
     };
-    for (auto* agent : {&state.stavCodexu, &state.stavClauda})
-        *agent = AgentStatus{false, {}, {}, CompanionState::jesteNevim};
+    for (auto* agent : {&agents.codex, &agents.claude})
+        *agent = AgentStatus{false, {}, {}, AgentsFeature::Stav::jesteNevim};
     settle();
     isLooking();
-    for (auto* agent : {&state.stavCodexu, &state.stavClauda})
-        *agent = AgentStatus{false, {}, {}, "Codex tu není."};
+    for (auto* agent : {&agents.codex, &agents.claude}) *agent = AgentStatus{false, {}, {}, "Codex tu není."};
     state.zjistovani = 1;
     settle();
     isLooking();
@@ -134,11 +134,11 @@ TEST_F(CardsTest, StayingAwakeTellsItsStateAndItsLimit) {
 
 TEST_F(CardsTest, ATaskThatRunsCanStillBeStoppedWhenTheListHasForgottenIt) {
     startSecured();
-    companion->historieAgentu().zaloz({{}, {}, "codex", {}, "Oprav testy", "/p"});
-    AgentTasksModel model(*companion);
+    features->agents.historie().zaloz({{}, {}, "codex", {}, "Oprav testy", "/p"});
+    AgentTasksModel model(features->agents);
     const auto id = model.runningId();
     EXPECT_FALSE(id.isEmpty());
-    companion->historieAgentu().vymazat();
+    features->agents.historie().vymazat();
     EXPECT_EQ(model.rows()->rowCount(), 0);
     EXPECT_EQ(model.runningId(), id);
     EXPECT_EQ(model.runningTool(), QStringLiteral("Codex"));
@@ -160,10 +160,10 @@ TEST_F(CardsTest, TasksAreStoppedContinuedAndClearedAfterAQuestion) {
     EXPECT_TRUE(reads("Úkoly zůstanou v Claude a Codexu, ale Morvex už k nim nebude nabízet tlačítka pro "
                       "pokračování."));
     press("Zrušit");
-    EXPECT_EQ(companion->historieAgentu().polozky().size(), 3U);
+    EXPECT_EQ(features->agents.historie().polozky().size(), 3U);
     press("Vymazat: Poslední úkoly");
     press("Vymazat historii");
-    EXPECT_TRUE(companion->historieAgentu().polozky().empty());
+    EXPECT_TRUE(features->agents.historie().polozky().empty());
     EXPECT_TRUE(reads("Úkoly zadané Codexu nebo Claude přes telefon se objeví tady. Pak v nich můžeš "
                       "pokračovat jedním kliknutím."));
 }
@@ -193,14 +193,14 @@ TEST_F(CardsTest, ANoteAndASummaryOpenAndAreCopied) {
 TEST_F(CardsTest, ASummaryHasTheDateOfItsMaking) {
     startSecured();
     openUi();
-    (void)ended(companion->souhrny().prijmout({random.uuid(),
-                                               "Týden 2",
-                                               "Dvě schůzky.",
-                                               clock.now(),
-                                               clock.now() - std::chrono::days(8),
-                                               clock.now() - std::chrono::days(1),
-                                               {"Pošta"},
-                                               1}));
+    (void)ended(features->records.souhrny().prijmout({random.uuid(),
+                                                      "Týden 2",
+                                                      "Dvě schůzky.",
+                                                      clock.now(),
+                                                      clock.now() - std::chrono::days(8),
+                                                      clock.now() - std::chrono::days(1),
+                                                      {"Pošta"},
+                                                      1}));
     settle();
     EXPECT_TRUE(reads("Upraveno 15.01.27 8:00")) << "in the card";
     press("Týden 2");
@@ -212,8 +212,8 @@ TEST_F(CardsTest, ASummaryHasTheDateOfItsMaking) {
 TEST_F(CardsTest, AnOpenNoteFollowsItsRecordUntilThePhoneDeletesIt) {
     startSecured();
     openUi();
-    auto note = ended(companion->poznamky().vytvorit("Nákup", "Mléko")).value();
-    (void)ended(companion->poznamky().vytvorit("Jiná", "Text"));
+    auto note = ended(features->records.poznamky().vytvorit("Nákup", "Mléko")).value();
+    (void)ended(features->records.poznamky().vytvorit("Jiná", "Text"));
     settle();
     press("Nákup");
     EXPECT_TRUE(reads("Upraveno 15.01.27 8:00"));

@@ -52,24 +52,25 @@ TEST_F(CustomAppsViewTest, ACustomAppIsAddedEditedSwitchedAndRemoved) {
     type("Adresa", "https://sklad.example/api/mcp");
     type("Token", "tajny");
     press("Uložit");
-    ASSERT_EQ(companion->customApps().apps().size(), 1U);
-    EXPECT_EQ(companion->customApps().apps()[0].endpoint, "https://sklad.example/api/mcp");
+    ASSERT_EQ(features->customApps.service().apps().size(), 1U);
+    EXPECT_EQ(features->customApps.service().apps()[0].endpoint, "https://sklad.example/api/mcp");
     EXPECT_TRUE(reads("Přidáno na Macu")) << "the list is there again";
     EXPECT_TRUE(reads("1 připojeno · 0 nástrojů"));
     press("Sklad");
-    EXPECT_FALSE(companion->customApps().apps()[0].enabled);
+    EXPECT_FALSE(features->customApps.service().apps()[0].enabled);
     press("Odebrat: Sklad");
     EXPECT_TRUE(reads("Odebrat aplikaci „Sklad“?"));
-    EXPECT_EQ(companion->customApps().apps().size(), 1U);
+    EXPECT_EQ(features->customApps.service().apps().size(), 1U);
     press("Odebrat");
-    EXPECT_TRUE(companion->customApps().apps().empty());
+    EXPECT_TRUE(features->customApps.service().apps().empty());
     EXPECT_TRUE(reads("Žádné vlastní aplikace")) << "the list is there again";
 }
 
 TEST_F(CustomAppsViewTest, AnAppIsEditedFromWhatItHasAndKeepsItsTokenUnlessThereIsANewOne) {
     start();
-    ASSERT_TRUE(ended(companion->customApps().save({}, "Sklad", "https://sklad.example/api/mcp", "tajny")));
-    const auto before = companion->customApps().apps().at(0);
+    ASSERT_TRUE(
+        ended(features->customApps.service().save({}, "Sklad", "https://sklad.example/api/mcp", "tajny")));
+    const auto before = features->customApps.service().apps().at(0);
     openUi();
     press("Spravovat: Vlastní aplikace");
     press("Přidat aplikaci");
@@ -86,9 +87,9 @@ TEST_F(CustomAppsViewTest, AnAppIsEditedFromWhatItHasAndKeepsItsTokenUnlessThere
     EXPECT_EQ(typedInto("Token"), "");
     type("Název", "Velký sklad");
     press("Uložit");
-    ASSERT_EQ(companion->customApps().apps().size(), 1U) << "it is no new app";
-    EXPECT_EQ(companion->customApps().apps()[0].id, before.id);
-    EXPECT_EQ(companion->customApps().apps()[0].name, "Velký sklad");
+    ASSERT_EQ(features->customApps.service().apps().size(), 1U) << "it is no new app";
+    EXPECT_EQ(features->customApps.service().apps()[0].id, before.id);
+    EXPECT_EQ(features->customApps.service().apps()[0].name, "Velký sklad");
     EXPECT_EQ(asText(vault.items[{"zz.bramwick.Morvex.mac", "custom.app." + before.id + ".token"}]), "tajny");
 }
 
@@ -122,8 +123,8 @@ TEST_F(CustomAppsViewTest, ASaveThatEndsAfterItsEditorSaysNothingInTheNextOne) {
         EXPECT_FALSE(apps.saving());
     };
     saveAndLeave({});
-    ASSERT_EQ(companion->customApps().apps().size(), 1U);
-    const auto id = companion->customApps().apps()[0].id;
+    ASSERT_EQ(features->customApps.service().apps().size(), 1U);
+    const auto id = features->customApps.service().apps()[0].id;
     vault.refusals["add custom.app." + id + ".token"] = -25293;
     saveAndLeave(QString::fromStdString(id));
 }
@@ -150,8 +151,8 @@ TEST_F(CustomAppsViewTest, AScreenReaderIsToldOfTheTokensFieldButNotTheToken) {
     EXPECT_EQ(typedInto("Název"), "Sklad");
     type("Adresa", "https://sklad.example/api/mcp");
     press("Uložit");
-    ASSERT_EQ(companion->customApps().apps().size(), 1U);
-    const auto account = "custom.app." + companion->customApps().apps()[0].id + ".token";
+    ASSERT_EQ(features->customApps.service().apps().size(), 1U);
+    const auto account = "custom.app." + features->customApps.service().apps()[0].id + ".token";
     EXPECT_EQ(asText(vault.items[{"zz.bramwick.Morvex.mac", account}]), "tajny");
 }
 

@@ -19,11 +19,11 @@ TEST_F(FoldersCardTest, AFolderIsAddedInADialogAndRemovedByItsRow) {
     std::filesystem::create_directory(folder);
     picker.answers.push_back({folder.string()});
     press("Přidat nebo obnovit složku");
-    EXPECT_EQ(companion->slozky().povolene(), std::vector<std::string>{folder.string()});
+    EXPECT_EQ(features->files.slozky().povolene(), std::vector<std::string>{folder.string()});
     EXPECT_TRUE(reads("1 povolených složek"));
     EXPECT_FALSE(mentions("Žádná."));
     press("Odebrat: " + folder.string());
-    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_TRUE(features->files.slozky().povolene().empty());
     EXPECT_TRUE(reads(none));
 }
 
@@ -36,20 +36,20 @@ TEST_F(FoldersCardTest, AFolderThatReachesFarIsAskedAboutInASheet) {
         press("Přidat nebo obnovit složku");
         EXPECT_TRUE(reads("Povolit složku " + home + "?"));
         EXPECT_TRUE(reads("To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům."));
-        EXPECT_TRUE(companion->slozky().povolene().empty());
+        EXPECT_TRUE(features->files.slozky().povolene().empty());
     };
     ask();
     press("Zrušit");
     EXPECT_FALSE(mentions("Povolit složku"));
-    EXPECT_FALSE(companion->slozky().otazka());
+    EXPECT_FALSE(features->files.slozky().otazka());
     ask();
     give(Qt::Key_Escape);
-    EXPECT_FALSE(companion->slozky().otazka());
-    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_FALSE(features->files.slozky().otazka());
+    EXPECT_TRUE(features->files.slozky().povolene().empty());
     ask();
     press("Povolit");
     EXPECT_FALSE(mentions("Povolit složku"));
-    EXPECT_EQ(companion->slozky().povolene(), std::vector<std::string>{home});
+    EXPECT_EQ(features->files.slozky().povolene(), std::vector<std::string>{home});
 }
 
 TEST_F(FoldersCardTest, FoldersThatReachFarAreAskedAboutOneAfterTheOther) {
@@ -61,9 +61,9 @@ TEST_F(FoldersCardTest, FoldersThatReachFarAreAskedAboutOneAfterTheOther) {
     EXPECT_TRUE(reads("To je celý disk: telefon se pak dostane ke všemu, k čemu se tu dostaneš ty."));
     press("Povolit");
     EXPECT_TRUE(reads("Povolit složku " + temporary.path().string() + "?"));
-    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_TRUE(features->files.slozky().povolene().empty());
     press("Zrušit");
-    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_TRUE(features->files.slozky().povolene().empty());
 }
 
 TEST_F(FoldersCardTest, TheQuestionAboutAFolderComesBackWithTheWindow) {
@@ -73,12 +73,12 @@ TEST_F(FoldersCardTest, TheQuestionAboutAFolderComesBackWithTheWindow) {
     press("Přidat nebo obnovit složku");
     window()->close();
     settle();
-    EXPECT_TRUE(companion->slozky().otazka()) << "closing the window is no answer";
+    EXPECT_TRUE(features->files.slozky().otazka()) << "closing the window is no answer";
     ui->openMainWindow();
     settle();
     EXPECT_TRUE(reads("To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům."));
     press("Povolit");
-    EXPECT_EQ(companion->slozky().povolene().size(), 1U);
+    EXPECT_EQ(features->files.slozky().povolene().size(), 1U);
 }
 
 TEST_F(FoldersCardTest, OfFoldersOfOneNameTheSecondIsNamedWithItsParent) {

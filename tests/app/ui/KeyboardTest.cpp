@@ -50,12 +50,12 @@ TEST_F(KeyboardTest, TheListOfLanguagesIsUsedWithArrowsEnterAndEscape) {
         give(key);
         give(Qt::Key_Down);
         give(Qt::Key_Escape);
-        EXPECT_EQ(companion->hlas().languageMode(), "phone") << "Escape leaves it as it was";
+        EXPECT_EQ(features->voice.controller().languageMode(), "phone") << "Escape leaves it as it was";
     }
     give(Qt::Key_Space);
     give(Qt::Key_Down);
     give(Qt::Key_Return);
-    EXPECT_EQ(companion->hlas().languageMode(), "cs");
+    EXPECT_EQ(features->voice.controller().languageMode(), "cs");
     EXPECT_EQ(focused(), picker);
 }
 
@@ -104,7 +104,7 @@ TEST_F(KeyboardTest, EscapeClosesEverySheetAndTheTrayWindow) {
         EXPECT_FALSE(mentions(sheet));
         EXPECT_EQ(focused(), button) << "the keyboard is back where it was";
     }
-    EXPECT_EQ(companion->historieAgentu().polozky().size(), 3U);
+    EXPECT_EQ(features->agents.historie().polozky().size(), 3U);
     ui->toggleMenu({});
     settle();
     ASSERT_NE(menu(), nullptr);
@@ -124,19 +124,19 @@ TEST_F(KeyboardTest, ANewAppIsTypedAndKeptWithoutAMouse) {
     goTo("Adresa");
     typeKeys("https://sklad.example/api/mcp");
     give(Qt::Key_Return);
-    ASSERT_EQ(companion->customApps().apps().size(), 1U);
-    EXPECT_EQ(companion->customApps().apps()[0].name, "Sklad");
+    ASSERT_EQ(features->customApps.service().apps().size(), 1U);
+    EXPECT_EQ(features->customApps.service().apps()[0].name, "Sklad");
     goTo("Odebrat: Sklad");
     give(Qt::Key_Space);
     clock.advance(std::chrono::seconds(1));
     give(Qt::Key_Return);
-    EXPECT_EQ(companion->customApps().apps().size(), 1U) << "Enter at the question leaves it";
+    EXPECT_EQ(features->customApps.service().apps().size(), 1U) << "Enter at the question leaves it";
     clock.advance(std::chrono::seconds(1));
     goTo("Odebrat: Sklad");
     give(Qt::Key_Space);
     goTo("Odebrat");
     give(Qt::Key_Space);
-    EXPECT_TRUE(companion->customApps().apps().empty());
+    EXPECT_TRUE(features->customApps.service().apps().empty());
     goTo("Hotovo");
     give(Qt::Key_Space);
     EXPECT_EQ(focused(), "Spravovat: Vlastní aplikace");
@@ -151,7 +151,7 @@ TEST_F(KeyboardTest, StaysInTheCardWhoseControlGoesAway) {
     goTo(row("dvě"));
     give(Qt::Key_Space);
     give(Qt::Key_Space);
-    EXPECT_EQ(companion->slozky().povolene().size(), 2U) << "the second press meets no button";
+    EXPECT_EQ(features->files.slozky().povolene().size(), 2U) << "the second press meets no button";
     give(Qt::Key_Tab);
     EXPECT_EQ(focused(), row("jedna"));
     goTo("Zobrazit QR kód");
@@ -171,14 +171,14 @@ TEST_F(KeyboardTest, StaysOnARowWhenOtherRowsChange) {
     settle();
     const std::string running = "Zastavit: Přidej na web tmavý režim";
     goTo(running);
-    auto& history = companion->historieAgentu();
+    auto& history = features->agents.historie();
     history.dokonci(history.zaloz({{}, {}, "codex", "Další", "Další", temporary.path().string()}).workItemID,
                     "Hotovo.", "relace-2");
     settle();
     EXPECT_TRUE(reads("Pokračovat v Codexu: Další"));
     EXPECT_EQ(focused(), running);
     goTo("Nákup");
-    (void)ended(companion->poznamky().vytvorit("Nová", "Text"));
+    (void)ended(features->records.poznamky().vytvorit("Nová", "Text"));
     settle();
     EXPECT_EQ(focused(), "Nákup");
 }

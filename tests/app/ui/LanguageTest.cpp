@@ -36,7 +36,7 @@ TEST_F(LanguageTest, TheWindowHasEveryLanguageToChooseFrom) {
     EXPECT_EQ(chosenValue(), "Podle iPhonu");
     ui->model().voice()->setLanguageMode(QStringLiteral("en"));
     settle();
-    EXPECT_EQ(companion->hlas().languageMode(), "en");
+    EXPECT_EQ(features->voice.controller().languageMode(), "en");
     EXPECT_EQ(ui->model().voice()->languageIndex(), 2);
     EXPECT_EQ(chosenValue(), "English");
 }
@@ -50,11 +50,11 @@ TEST_F(LanguageTest, TheLanguagesStandInTheirOrderEachUnderItsOwnName) {
     ASSERT_EQ(ui->model().voice()->languages().size(), std::size(expected));
     goTo("Jazyk aplikace a asistentky");
     for (const auto& [mode, name] : expected) {
-        EXPECT_EQ(companion->hlas().languageMode(), mode);
+        EXPECT_EQ(features->voice.controller().languageMode(), mode);
         EXPECT_EQ(chosenValue(), name);
         give(Qt::Key_Down);
     }
-    EXPECT_EQ(companion->hlas().languageMode(), "es") << "there is none below";
+    EXPECT_EQ(features->voice.controller().languageMode(), "es") << "there is none below";
 }
 
 } // namespace

@@ -112,7 +112,7 @@ TEST_F(LongListTest, ARowTakesNoMoreOfALongTitleThanThereIsRoomFor) {
     openUi();
     const std::string title(1'000'000, 'a');
     const auto id = random.uuid();
-    (void)ended(companion->poznamky().prijmout({id, title, "Text", clock.now(), clock.now(), 1, {}}));
+    (void)ended(features->records.poznamky().prijmout({id, title, "Text", clock.now(), clock.now(), 1, {}}));
     settle();
     auto* model = ui->model().notes();
     const auto row = model->rows()->data(model->rows()->index(0), Qt::UserRole).value<RecordTitle>();
@@ -191,7 +191,7 @@ TEST_F(LongListTest, TheKeyboardStaysInTheCardWhenItsRowIsScrolledAwayOrGoes) {
     give(Qt::Key_Tab);
     EXPECT_NE(focused(), title(0)) << "on from where the list is";
     EXPECT_TRUE(focused().starts_with("Poznámka ")) << focused();
-    (void)ended(companion->poznamky().smazat(focused()));
+    (void)ended(features->records.poznamky().smazat(focused()));
     settle();
     EXPECT_EQ(focused(), "Poznámky Morvex");
 }
@@ -201,7 +201,7 @@ TEST_F(LongListTest, TheKeyboardStaysInTheCardWhenAllRowsAreNewOnes) {
     openWith(count);
     goTo(title(0));
     QSignalSpy renewed(ui->model().notes()->rows(), &RowList::modelReset);
-    auto& store = companion->poznamky();
+    auto& store = features->records.poznamky();
     for (int number = 1; number < count; number += 2) {
         auto gone = *store.note(store.ids()[static_cast<std::size_t>(number)]);
         ++gone.revision;
@@ -238,9 +238,9 @@ TEST_F(LongListTest, APressOpensTheRowThatItMeetsAlsoAtTheEdge) {
 TEST_F(LongListTest, RowsAreToldInTheirOrderWhateverCameWhen) {
     openWith(5);
     clock.advance(std::chrono::seconds(1));
-    (void)ended(companion->poznamky().vytvorit("Poznámka nová", "Text"));
+    (void)ended(features->records.poznamky().vytvorit("Poznámka nová", "Text"));
     clock.advance(std::chrono::seconds(1));
-    (void)ended(companion->poznamky().upravit("Poznámka 3", {}, "Text"));
+    (void)ended(features->records.poznamky().upravit("Poznámka 3", {}, "Text"));
     settle();
     auto told = names(QAccessible::Button);
     std::erase_if(told, [](const auto& name) { return !name.starts_with("Poznámka "); });

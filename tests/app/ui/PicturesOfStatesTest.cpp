@@ -15,8 +15,8 @@ class PicturesOfStatesTest : public ShownCompanion {
     }
 
     void showAgents(const AgentStatus& codex, const AgentStatus& claude) {
-        companion->stav().stavCodexu = codex;
-        companion->stav().stavClauda = claude;
+        features->agents.stav().codex = codex;
+        features->agents.stav().claude = claude;
         settle();
     }
 };
@@ -40,7 +40,7 @@ TEST_F(PicturesOfStatesTest, Approvals) {
 TEST_F(PicturesOfStatesTest, Integrations) {
     start();
     openUi();
-    const AgentStatus unknown{false, {}, {}, CompanionState::jesteNevim};
+    const AgentStatus unknown{false, {}, {}, AgentsFeature::Stav::jesteNevim};
     showAgents(unknown, unknown);
     companion->stav().zjistovani = 1;
     settle();
@@ -90,15 +90,15 @@ TEST_F(PicturesOfStatesTest, TroubleOfWhatIsKept) {
                                         1,
                                         {}}}},
                "n");
-    EXPECT_FALSE(
-        ended(companion->souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
-                                             "Týden 2",
-                                             "Dvě schůzky.",
-                                             clock.now(),
-                                             clock.now(),
-                                             clock.now(),
-                                             {},
-                                             1})));
+    EXPECT_FALSE(ended(
+        features->records.souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
+                                              "Týden 2",
+                                              "Dvě schůzky.",
+                                              clock.now(),
+                                              clock.now(),
+                                              clock.now(),
+                                              {},
+                                              1})));
     settle();
     expectApproved(card("Povolené složky"), "folders-trouble");
     expectApproved(card("Poznámky Morvex"), "notes-trouble");

@@ -83,15 +83,12 @@ TEST_F(PressGuardTest, TheSecondHalfOfADoubleClickIsNotForWhatTheFirstBrought) {
     pause();
     click(place);
     showState({StavParovani::Necinne{}});
+    draw();
     clock.advance(399ms);
     click(place);
     click(place + QPoint(3, 2));
     EXPECT_TRUE(http.requests.empty()) << "a hand that rests is never quite still";
     clock.advance(1ms);
-    draw();
-    click(place);
-    EXPECT_TRUE(http.requests.empty()) << "it was not seen before the press before";
-    pause();
     click(place);
     EXPECT_EQ(http.requests.size(), 1U);
 }
@@ -148,10 +145,10 @@ TEST_F(PressGuardTest, ARowThatMovesUpIsNotRemovedWithTheOneBefore) {
     pause();
     click(place);
     click(place);
-    EXPECT_EQ(companion->slozky().povolene(), std::vector{second});
+    EXPECT_EQ(features->files.slozky().povolene(), std::vector{second});
     pause();
     click(place);
-    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_TRUE(features->files.slozky().povolene().empty());
 }
 
 TEST_F(PressGuardTest, AFingerIsHeldBackAsAPointerIs) {
@@ -164,13 +161,13 @@ TEST_F(PressGuardTest, AFingerIsHeldBackAsAPointerIs) {
     };
     pause();
     touch();
-    ASSERT_EQ(companion->slozky().povolene(), std::vector{second});
+    ASSERT_EQ(features->files.slozky().povolene(), std::vector{second});
     draw();
     touch();
-    EXPECT_EQ(companion->slozky().povolene(), std::vector{second});
+    EXPECT_EQ(features->files.slozky().povolene(), std::vector{second});
     pause();
     touch();
-    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_TRUE(features->files.slozky().povolene().empty());
 }
 
 TEST_F(PressGuardTest, TheNextQuestionUnderTheSameButtonIsNotAnsweredWithTheLastOne) {

@@ -42,7 +42,7 @@ void ShownCompanion::fill() {
     companion->setRelayAdresa("https://relay.example");
     allowFolder("Dokumenty");
     auto web = allowFolder("web");
-    auto& history = companion->historieAgentu();
+    auto& history = features->agents.historie();
     auto begin = [&](const char* tool, const char* title) {
         clock.advance(std::chrono::minutes(7));
         return history.zaloz({{}, {}, tool, title, title, web}).workItemID;
@@ -50,21 +50,22 @@ void ShownCompanion::fill() {
     history.dokonci(begin("codex", "Přelož stránku do angličtiny"), "Přeloženo 14 odstavců.", "relace-1");
     history.selhal(begin("claude-code", "Najdi, proč padá sestavení"), "Agent neodpověděl včas.");
     begin("claude-code", "Přidej na web tmavý režim");
-    (void)ended(companion->poznamky().vytvorit("Nákup", "Mléko\nChléb\nMáslo"));
+    (void)ended(features->records.poznamky().vytvorit("Nákup", "Mléko\nChléb\nMáslo"));
     phone.pong();
     executor.runUntilIdle();
     clock.advance(std::chrono::hours(3));
-    (void)ended(companion->poznamky().vytvorit("Nápady na výlet", "Říp, Kokořín, Máchovo jezero"));
-    (void)ended(companion->souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
-                                               "Týden 2",
-                                               "Dvě schůzky, odevzdaný návrh.",
-                                               clock.now(),
-                                               clock.now() - std::chrono::days(7),
-                                               clock.now(),
-                                               {"Kalendář", "Pošta"},
-                                               1}));
-    companion->stav().stavClauda = AgentStatus{true, "2.1.0", "/usr/bin/claude", {}};
-    companion->stav().stavCodexu = AgentStatus{false, {}, {}, "Codex jsem na tomto počítači nenašel."};
+    (void)ended(features->records.poznamky().vytvorit("Nápady na výlet", "Říp, Kokořín, Máchovo jezero"));
+    (void)ended(
+        features->records.souhrny().prijmout({Uuid::parse("11111111-1111-4111-8111-111111111111").value(),
+                                              "Týden 2",
+                                              "Dvě schůzky, odevzdaný návrh.",
+                                              clock.now(),
+                                              clock.now() - std::chrono::days(7),
+                                              clock.now(),
+                                              {"Kalendář", "Pošta"},
+                                              1}));
+    features->agents.stav().claude = AgentStatus{true, "2.1.0", "/usr/bin/claude", {}};
+    features->agents.stav().codex = AgentStatus{false, {}, {}, "Codex jsem na tomto počítači nenašel."};
 }
 
 void ShownCompanion::addApps() {

@@ -23,7 +23,7 @@ const std::map<QString, const char*>& notForTheWindow() {
         {QStringLiteral("app/agents/CodexAdapter.cpp"), phone},
         {QStringLiteral("app/agents/Phrases.h"), phone},
         {QStringLiteral("app/companion/Bdelost.cpp"), "the system shows it to whoever lists its locks"},
-        {QStringLiteral("app/companion/StatusReport.cpp"), phone},
+        {QStringLiteral("app/agents/AgentsFeature.cpp"), phone},
         {QStringLiteral("app/companion/ToolGate.cpp"), phone},
         {QStringLiteral("app/console/ConsoleApprovals.cpp"), terminal},
         {QStringLiteral("app/console/ConsoleFolders.cpp"), terminal},

@@ -51,8 +51,9 @@ void UiHarness::startUi() {
 
 void UiHarness::makeUi() {
     ui = std::make_unique<TolvyCompanionApp>(
-        *companion, TolvyCompanionApp::Services{clock, uiScope, clipboard, notifications, colors, tray,
-                                                "1.2.3 (4)", [this] { ++quits; }, [this] { ++releases; }});
+        *companion, *features,
+        TolvyCompanionApp::Services{clock, uiScope, clipboard, notifications, colors, tray, "1.2.3 (4)",
+                                    [this] { ++quits; }, [this] { ++releases; }});
 }
 
 void UiHarness::settle() {

@@ -74,21 +74,21 @@ TEST_F(UnsavedSettingsTest, AFolderThatCannotBeSavedIsNotAllowedAndTheCardSaysWh
     press("Přidat nebo obnovit složku");
     settle();
     EXPECT_TRUE(reads("Oprávnění ke složce Projekty se nepodařilo uložit: Na disku není místo."));
-    EXPECT_TRUE(companion->slozky().povolene().empty());
+    EXPECT_TRUE(features->files.slozky().povolene().empty());
 }
 
 TEST_F(UnsavedSettingsTest, AnAppThatCannotBeSwitchedOnStaysOffAndTheSheetSaysWhy) {
     start();
-    EXPECT_TRUE(ended(companion->customApps().save({}, "Počasí", "https://example.com", "")));
-    const auto id = companion->customApps().apps().at(0).id;
-    EXPECT_TRUE(ended(companion->customApps().setEnabled(id, false)));
+    EXPECT_TRUE(ended(features->customApps.service().save({}, "Počasí", "https://example.com", "")));
+    const auto id = features->customApps.service().apps().at(0).id;
+    EXPECT_TRUE(ended(features->customApps.service().setEnabled(id, false)));
     openUi();
     press("Spravovat: Vlastní aplikace");
     settle();
     defaults.refusal = TextError{"Na disku není místo."};
     press("Počasí");
     settle();
-    EXPECT_FALSE(companion->customApps().apps().at(0).enabled);
+    EXPECT_FALSE(features->customApps.service().apps().at(0).enabled);
     EXPECT_TRUE(reads(full));
 }
 

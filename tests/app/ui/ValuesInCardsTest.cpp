@@ -60,9 +60,9 @@ TEST_F(ValuesInCardsTest, ACodeHasTheTimeOfItsExpiry) {
 
 TEST_F(ValuesInCardsTest, ANoteHasTheDateOfItsLastChange) {
     start();
-    (void)ended(companion->poznamky().vytvorit("Nákup", "Mléko"));
+    (void)ended(features->records.poznamky().vytvorit("Nákup", "Mléko"));
     goToNextDay();
-    (void)ended(companion->poznamky().upravit("Nákup", {}, "Chléb"));
+    (void)ended(features->records.poznamky().upravit("Nákup", {}, "Chléb"));
     goToNextDay();
     openUi();
     const std::string changed = "Upraveno 16.01.27 10:00";
@@ -74,7 +74,7 @@ TEST_F(ValuesInCardsTest, ANoteHasTheDateOfItsLastChange) {
 TEST_F(ValuesInCardsTest, ASummaryHasTheDateOfItsMaking) {
     start();
     const auto made = clock.now();
-    (void)ended(companion->souhrny().prijmout(
+    (void)ended(features->records.souhrny().prijmout(
         {random.uuid(), "Týden 2", "Dvě schůzky.", made, made - 168h, made - 24h, {}, 1}));
     goToNextDay();
     openUi();
@@ -107,7 +107,7 @@ TEST_F(ValuesInCardsTest, OnlyAppsThatAreOnCountAsConnected) {
     openUi();
     addApps();
     EXPECT_EQ(descriptionOf("Vlastní aplikace"), "2 připojeno · 0 nástrojů");
-    (void)ended(companion->customApps().setEnabled("a", false));
+    (void)ended(features->customApps.service().setEnabled("a", false));
     settle();
     EXPECT_EQ(descriptionOf("Vlastní aplikace"), "1 připojeno · 0 nástrojů");
 }
@@ -117,10 +117,10 @@ TEST_F(ValuesInCardsTest, AnAgentIsSaidToBeInstalledExactlyWhenItIs) {
     openUi();
     const AgentStatus present{true, "2.1.0", "/usr/bin/claude", {}};
     const AgentStatus missing{false, {}, {}, {}};
-    auto& state = companion->stav();
+    auto& agents = features->agents.stav();
     for (bool codex : {true, false}) {
-        state.stavCodexu = codex ? present : missing;
-        state.stavClauda = codex ? missing : present;
+        agents.codex = codex ? present : missing;
+        agents.claude = codex ? missing : present;
         settle();
         EXPECT_EQ(descriptionOf("Codex"), codex ? "Nainstalováno" : "Nenainstalováno");
         EXPECT_EQ(descriptionOf("Claude Code"), codex ? "Nenainstalováno" : "Nainstalováno");

@@ -2,7 +2,7 @@
 
 #include "app/agents/AgentReports.h"
 #include "app/agents/HistorieAgentu.h"
-#include "app/companion/PhoneLink.h"
+#include "app/link/PhoneLink.h"
 #include "shared/wire/MacPayload.h"
 
 #include <functional>

@@ -1,4 +1,4 @@
-#include "app/companion/TaskSync.h"
+#include "app/agents/TaskSync.h"
 
 #include <utility>
 

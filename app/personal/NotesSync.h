@@ -1,7 +1,6 @@
 #pragma once
 
-#include "app/companion/CompanionState.h"
-#include "app/companion/PhoneLink.h"
+#include "app/link/PhoneLink.h"
 #include "app/personal/PoznamkyStore.h"
 #include "app/personal/SouhrnyStore.h"
 #include "foundation/Signal.h"
@@ -10,6 +9,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -29,9 +29,16 @@ class NotesSync {
     /// Records that may wait. The phone's next one is taken when all of them are dealt with.
     static constexpr std::size_t mostWaiting = 2048;
 
+    /// What it works with; all of it outlives it.
+    struct Surroundings {
+        PhoneLink& phone;
+        Executor& main;
+        TaskScope& scope;
+        std::function<void(std::string)> tellTrouble;
+    };
+
     /// From now on local changes of notes are sent.
-    NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni, CompanionState& state,
-              Executor& main, TaskScope& scope);
+    NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, Surroundings surroundings);
 
     /// What the phone has written. It is told that a record was taken only when that is so; otherwise it will
     /// offer the record again.
@@ -63,8 +70,8 @@ class NotesSync {
     PoznamkyStore& poznamky_;
     SouhrnyStore& souhrny_;
     PhoneLink& phoneLink_;
-    CompanionState& state_;
     TaskScope& scope_;
+    std::function<void(std::string)> tellTrouble_;
     std::set<std::string> tooLong_; ///< versions of notes that no frame can take; each was told once
     std::deque<Prijaty> prijate_;
     std::size_t poJednom_ = 0; ///< so many records are saved one by one

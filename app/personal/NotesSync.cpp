@@ -1,4 +1,4 @@
-#include "app/companion/NotesSync.h"
+#include "app/personal/NotesSync.h"
 
 #include "foundation/Text.h"
 #include "shared-apple/MessageTooLong.h"
@@ -13,14 +13,13 @@ constexpr std::size_t longestTitle = 60;
 
 } // namespace
 
-NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, PhoneLink& spojeni,
-                     CompanionState& state, Executor& main, TaskScope& scope)
+NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, Surroundings surroundings)
     : poznamky_(poznamky),
       souhrny_(souhrny),
-      phoneLink_(spojeni),
-      state_(state),
-      scope_(scope),
-      potvrzovani_(main) {
+      phoneLink_(surroundings.phone),
+      scope_(surroundings.scope),
+      tellTrouble_(std::move(surroundings.tellTrouble)),
+      potvrzovani_(surroundings.main) {
     noteChanged_ = poznamky_.priZmene([this](const MorvexNote& note) { poslatPoznamku(note); });
 }
 
@@ -86,8 +85,8 @@ Task<void> NotesSync::odeslat(MorvexNote note) {
 
 void NotesSync::tellTooLong(const MorvexNote& note) {
     if (!tooLong_.insert(requestID(note)).second) return;
-    state_.potiz = "Poznámka „" + excerpt(note.title, longestTitle) +
-                   "“ je na přenos příliš dlouhá, telefon ji nedostane.";
+    tellTrouble_("Poznámka „" + excerpt(note.title, longestTitle) +
+                 "“ je na přenos příliš dlouhá, telefon ji nedostane.");
 }
 
 } // namespace morvex

@@ -1,4 +1,4 @@
-#include "app/companion/PhoneLink.h"
+#include "app/link/PhoneLink.h"
 
 #include "shared/wire/TalkSpanError.h"
 

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "app/agents/AgentRunner.h"
+#include "app/agents/AgentTools.h"
+#include "app/agents/HistorieAgentu.h"
+#include "app/agents/TaskSync.h"
+#include "app/execution/Slozky.h"
+#include "app/features/Feature.h"
+#include "app/settings/MacIntegrationSettings.h"
+
+#include <QProperty>
+
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace morvex {
+
+/// The coding agents: which are there, their tasks and the list of these, and their tools.
+class AgentsFeature final : public Feature {
+  public:
+    /// Both outlive it.
+    AgentsFeature(FeatureContext& context, const Slozky& slozky, ProgramDiscovery& programs);
+
+    /// What the last look for each agent has found; for reading and watching.
+    struct Stav {
+        /// Stands as an agent's problem until the first look for it has ended.
+        static constexpr const char* jesteNevim = "Zjišťuji…";
+        QProperty<AgentStatus> claude{AgentStatus{false, {}, {}, jesteNevim}};
+        QProperty<AgentStatus> codex{AgentStatus{false, {}, {}, jesteNevim}};
+    };
+
+    [[nodiscard]] Stav& stav() { return stav_; }
+
+    [[nodiscard]] HistorieAgentu& historie() { return *historie_; }
+
+    [[nodiscard]] const AgentRunner& runner() const { return runner_; }
+
+    /// Asks the agent to end if it works on this task, or is about to.
+    bool zastavitUkol(const Uuid& workItemID) { return tools_.zastavit(workItemID); }
+
+    /// The work item of an agent's task that is on its way, from its acceptance to its end.
+    [[nodiscard]] std::optional<Uuid> uloha() const { return tools_.uloha(); }
+
+    void addTo(MacStatus& status) const override;
+    void addTo(boost::json::object& answer) const override;
+    Task<void> refresh() override;
+    Task<void> catchUp(std::shared_ptr<SecureLink> link) override;
+    Task<void> saved() override;
+
+  private:
+    [[nodiscard]] AgentTools::Offer offer() const;
+    [[nodiscard]] AgentStatus toldOf(Integration integration, const AgentStatus& detected) const;
+    Task<void> zjistit(std::string_view nastroj, QProperty<AgentStatus>* stav);
+    Task<void> potvrzeno(MacPayload::WorkItemAck potvrzeni);
+
+    const MacIntegrationSettings& integrations_;
+    Executor& main_;
+    Stav stav_;
+    AgentRunner runner_;
+    std::unique_ptr<HistorieAgentu> historie_;
+    TaskSync sync_;
+    AgentTools tools_;
+};
+
+} // namespace morvex

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "app/agents/AgentsFeature.h"
+#include "app/companion/Companion.h"
+#include "app/customapps/CustomAppsFeature.h"
+#include "app/execution/FilesFeature.h"
+#include "app/execution/TerminalFeature.h"
+#include "app/features/FeatureContext.h"
+#include "app/personal/RecordsFeature.h"
+#include "app/programs/ProgramDiscovery.h"
+#include "app/voice/VoiceFeature.h"
+
+namespace morvex {
+
+/// What this program can do for the phone: a feature a line, in the order in which they are asked. Made after
+/// the companion, gone before it.
+struct Features {
+    explicit Features(Companion& companion) : context(companion.context()) {}
+
+    FeatureContext& context;
+    ProgramDiscovery programs{context.services.processes,
+                              context.clock(),
+                              context.services.workers,
+                              {context.services.environment, context.services.folders.accountHome()},
+                              context.scope.token()};
+    FilesFeature files{context};
+    TerminalFeature terminal{context, files.slozky(), programs};
+    AgentsFeature agents{context, files.slozky(), programs};
+    RecordsFeature records{context};
+    CustomAppsFeature customApps{context};
+    VoiceFeature voice{context};
+};
+
+} // namespace morvex

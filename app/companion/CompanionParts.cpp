@@ -1,0 +1,70 @@
+#include "app/companion/CompanionParts.h"
+
+#include "shared/wire/MacToolName.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+Task<void> loadAll(std::vector<Feature*> features) {
+    for (auto* feature : features) co_await feature->load();
+}
+
+Task<void> decide(Schvalovani* schvalovani, MacPayload::ApprovalDecision decision) {
+    schvalovani->vyresit(decision.id, decision.approved);
+    co_return;
+}
+
+} // namespace
+
+Companion::Parts::Parts(Companion& companion, CompanionServices given)
+    : services(std::move(given)),
+      scope(services.main),
+      schvalovani(services.link.relay.clock, services.link.random, scope),
+      bdelost({services.power, services.sleep, services.inhibitor, services.loginItem, services.defaults,
+               services.link.relay.clock, scope}),
+      integrations(services.defaults),
+      gate(tools, state, schvalovani, services.link.random),
+      phone(services.main, scope,
+            [this](SecureLink::Udalost event) { return events.zpracovat(std::move(event)); }),
+      context{services,
+              integrations,
+              tools,
+              inbox,
+              phone,
+              scope,
+              [this] { return status.poslat(); },
+              [this](std::string trouble) { state.potiz = std::move(trouble); },
+              {}},
+      status({state, integrations, context.features, bdelost.stav().naNapajeni, services.verzeAplikace,
+              services.jmenoZarizeni},
+             gate, phone, state, services.link.relay.clock),
+      calls(gate, phone, inbox, context.features),
+      keys({services.vaultThread, services.uloziste, services.vault, scope}, state,
+           {[this] { return loadAll(context.features); },
+            [&companion] {
+                companion.pripojit();
+                companion.obnovit();
+            }}),
+      events({state, services.link.relay.clock, schvalovani, inbox, phone, context.features,
+              context.sendStatus, [&companion] { return companion.zapomenoutNeplatny(); }}),
+      parovani({services.main, services.vaultThread, services.link.relay, services.http, services.uloziste,
+                scope, keys},
+               state,
+               {[&companion] { companion.pripojit(); }, [&companion] { companion.odpojit(); },
+                [&companion] { companion.opustitTelefon(); }}) {
+    tools.add(
+        MacToolName::status, [] { return true; },
+        [this](ToolCall call) { return status.nastroj(std::move(call)); });
+    inbox.take<MacPayload::ToolCall>([this](MacPayload::ToolCall call, std::string requestID) {
+        return calls.zpracovat(std::move(call), std::move(requestID));
+    });
+    inbox.take<MacPayload::ApprovalDecision>(
+        [this](MacPayload::ApprovalDecision decision, const std::string&) {
+            return decide(&schvalovani, std::move(decision));
+        });
+}
+
+} // namespace morvex

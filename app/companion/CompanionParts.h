@@ -1,0 +1,39 @@
+#pragma once
+
+#include "app/approvals/Schvalovani.h"
+#include "app/companion/Bdelost.h"
+#include "app/companion/Companion.h"
+#include "app/companion/LinkEvents.h"
+#include "app/companion/OwnKeys.h"
+#include "app/companion/PairingFlow.h"
+#include "app/companion/PhoneCalls.h"
+#include "app/companion/StatusSync.h"
+#include "app/companion/ToolGate.h"
+#include "app/features/FeatureContext.h"
+
+namespace morvex {
+
+/// What a companion is made of. Each part is made from those above it and goes before them: the order is part
+/// of the design.
+struct Companion::Parts {
+    Parts(Companion& companion, CompanionServices given);
+
+    CompanionServices services;
+    CompanionState state;
+    TaskScope scope;
+    Schvalovani schvalovani;
+    Bdelost bdelost;
+    MacIntegrationSettings integrations;
+    ToolTable tools;
+    ToolGate gate;
+    PhoneInbox inbox;
+    PhoneLink phone;
+    FeatureContext context;
+    StatusSync status;
+    PhoneCalls calls;
+    OwnKeys keys;
+    LinkEvents events;
+    PairingFlow parovani;
+};
+
+} // namespace morvex

@@ -1,0 +1,88 @@
+#include "app/companion/OwnKeys.h"
+
+#include "app/companion/SmazatPar.h"
+#include "shared-apple/KeychainChyba.h"
+#include "shared-apple/OwnIdentity.h"
+#include "shared/base/Try.h"
+
+#include <utility>
+
+namespace morvex {
+
+void OwnKeys::zkusitZnovu() {
+    if (jsouTu()) return;
+    services_.vault.stopAsking();
+    if (!std::exchange(nactouSeZnovu_, true)) services_.scope.spawn(nacistZnovu());
+}
+
+Task<void> OwnKeys::nacistZnovu() {
+    (void)co_await nacist();
+}
+
+Task<Result<void>> OwnKeys::nacist() {
+    const auto turn = co_await nacitani_.take();
+    nactouSeZnovu_ = false;
+    if (jsouTu() || konci_) co_return Result<void>{};
+    state_.klice = StavKlicu{};
+    state_.potiz = std::nullopt;
+    if (!identita_) CO_CHECK(co_await nactiIdentitu());
+    co_await next_.identityIsThere();
+    CO_TRY(const bool, jeNacteny, co_await nactiProtejsek());
+    state_.klice = StavKlicu{StavKlicu::Pripad::jsou};
+    if (jeNacteny) next_.peerIsRead();
+    co_return Result<void>{};
+}
+
+Task<Result<void>> OwnKeys::nactiIdentitu() {
+    auto* uloziste = &services_.uloziste;
+    auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return ownIdentity(*uloziste); });
+    if (!loaded) co_return fail(nejsou(loaded.error()));
+    identita_ = *std::move(loaded);
+    state_.identifikator = identita_->deviceID().rawValue;
+    auto* vault = &services_.vault;
+    state_.kliceJsouVSouborech = co_await runOn(
+        services_.vaultThread, [vault] { return vault->place() == SecretVault::Place::privateFiles; });
+    co_return Result<void>{};
+}
+
+Task<Result<bool>> OwnKeys::nactiProtejsek() {
+    auto* uloziste = &services_.uloziste;
+    auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return uloziste->nactiProtejsek(); });
+    if (!loaded && jeZamceno(loaded.error())) co_return fail(nejsou(loaded.error()));
+    if (!loaded) {
+        neplatne(loaded.error());
+        co_return false;
+    }
+    state_.protejsek = *std::move(loaded);
+    if (!state_.protejsek.value()) state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
+    co_return true;
+}
+
+void OwnKeys::neplatne(const Error& error) {
+    state_.dostupnost = MacAvailability{MacAvailability::NeplatneParovani{error.popis()}};
+    state_.potiz = error.popis();
+}
+
+Error OwnKeys::nejsou(const Error& error) {
+    if (konci_) return error;
+    if (jeZamceno(error)) {
+        state_.dostupnost = MacAvailability{MacAvailability::Preruseno{klicenkaZamcena}};
+        state_.potiz = klicenkaZamcenaCele;
+    } else {
+        neplatne(error);
+    }
+    state_.klice = StavKlicu{StavKlicu::Pripad::nejsou, *state_.potiz.value()};
+    return TextError{state_.klice.value().duvod};
+}
+
+Task<void> OwnKeys::smazat(PairedPeer peer) {
+    auto* uloziste = &services_.uloziste;
+    (void)co_await runOn(services_.vaultThread, [uloziste, &peer] { return smazatPar(*uloziste, peer); });
+}
+
+void OwnKeys::ukoncit() {
+    konci_ = true;
+    services_.vault.end();
+}
+
+} // namespace morvex

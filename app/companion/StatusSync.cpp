@@ -1,0 +1,31 @@
+#include "app/companion/StatusSync.h"
+
+#include "shared-apple/MessageTooLong.h"
+
+#include <string>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+const std::string statusRequestID = "status";
+
+} // namespace
+
+Task<void> StatusSync::poslat() {
+    const auto link = phoneLink_.soucasne();
+    if (!link) co_return;
+    auto status = report_.at(clock_.now(), gate_.nabizeneNastroje());
+    auto sent = co_await phoneLink_.poslat({MacPayload::Status{status}}, statusRequestID);
+    if (sent || phoneLink_.soucasne() != link) co_return;
+    state_.potiz = "Stav se nepodařilo odeslat: " + sent.error().popis();
+    if (sent.error().as<MessageTooLong>())
+        (void)co_await phoneLink_.poslat({MacPayload::Status{shortened(std::move(status))}}, statusRequestID);
+}
+
+Task<ToolOutcome> StatusSync::nastroj(ToolCall) {
+    co_return ToolOutcome::done(report_.forTool(gate_.nabizeneNastroje()));
+}
+
+} // namespace morvex

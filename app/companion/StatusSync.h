@@ -1,0 +1,31 @@
+#pragma once
+
+#include "app/companion/StatusReport.h"
+#include "app/companion/ToolGate.h"
+#include "app/link/PhoneLink.h"
+
+namespace morvex {
+
+/// Tells the phone what this computer can do. Main thread; all of what it refers to outlives it.
+class StatusSync {
+  public:
+    StatusSync(StatusReport report, const ToolGate& gate, PhoneLink& phone, CompanionState& state,
+               Clock& clock)
+        : report_(std::move(report)), gate_(gate), phoneLink_(phone), state_(state), clock_(clock) {}
+
+    /// Sends the status of this moment. Ends quietly without a link; a failure of the present one is told as
+    /// the trouble, and a status that no frame can take goes out shortened.
+    Task<void> poslat();
+
+    /// The tool `mac.status`.
+    Task<ToolOutcome> nastroj(ToolCall call);
+
+  private:
+    StatusReport report_;
+    const ToolGate& gate_;
+    PhoneLink& phoneLink_;
+    CompanionState& state_;
+    Clock& clock_;
+};
+
+} // namespace morvex

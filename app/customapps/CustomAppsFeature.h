@@ -1,0 +1,32 @@
+#pragma once
+
+#include "app/customapps/MacCustomAppsService.h"
+#include "app/features/Feature.h"
+#include "app/keychain/Keychain.h"
+#include "foundation/Signal.h"
+#include "shared/wire/CompanionRecords.h"
+
+#include <vector>
+
+namespace morvex {
+
+/// The custom apps of this computer and of the phone.
+class CustomAppsFeature final : public Feature {
+  public:
+    explicit CustomAppsFeature(FeatureContext& context);
+
+    [[nodiscard]] MacCustomAppsService& service() { return service_; }
+
+    void switched() override;
+
+  private:
+    /// The offer depends on the apps, so a status follows.
+    Task<void> takeList(std::vector<CompanionCustomApp> apps);
+
+    FeatureContext& context_;
+    Keychain keychain_;
+    MacCustomAppsService service_;
+    Connection appsChanged_;
+};
+
+} // namespace morvex

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/features/CompanionServices.h"
+#include "app/link/PhoneInbox.h"
+#include "app/link/PhoneLink.h"
+#include "app/settings/MacIntegrationSettings.h"
+#include "app/tools/ToolTable.h"
+#include "foundation/SaveQueue.h"
+#include "foundation/TaskScope.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+class Feature;
+
+/// What the companion gives to its features. Outlives them. Main thread only.
+struct FeatureContext {
+    const CompanionServices& services;
+    MacIntegrationSettings& integrations;
+    ToolTable& tools;
+    PhoneInbox& inbox;
+    PhoneLink& phone;
+    TaskScope& scope; ///< runs what goes on in the background; joined before the features go
+    /// Tells the phone what this computer can do.
+    std::function<Task<void>()> sendStatus;
+    /// Shows the person a trouble, in place of the last one.
+    std::function<void(std::string)> tellTrouble;
+    /// All there are, in the order in which they are asked.
+    std::vector<Feature*> features;
+
+    /// The same in the background.
+    void statusHasChanged() const { scope.spawn(sendStatus()); }
+
+    /// Whether the user wants this family, asked at each offer.
+    [[nodiscard]] std::function<bool()> whileOn(Integration integration) const {
+        return [&settings = integrations, integration] { return settings.isOn(integration); };
+    }
+
+    [[nodiscard]] Clock& clock() const { return services.link.relay.clock; }
+
+    [[nodiscard]] Random& random() const { return services.link.random; }
+
+    [[nodiscard]] Saving saving() const { return {services.main, services.recordsThread, clock()}; }
+};
+
+} // namespace morvex

@@ -1,0 +1,40 @@
+#include "app/personal/RecordsFeature.h"
+
+#include "app/features/FeatureContext.h"
+
+#include <string>
+#include <utility>
+
+namespace morvex {
+
+RecordsFeature::RecordsFeature(FeatureContext& context)
+    : Feature(context),
+      poznamky_(context.services.folders.applicationSupport(), context.saving(), context.random()),
+      souhrny_(context.services.folders.applicationSupport(), context.saving()),
+      tools_(poznamky_),
+      sync_(poznamky_, souhrny_, {context.phone, context.services.main, context.scope, context.tellTrouble}) {
+    tools_.addTo(context.tools, context.whileOn(Integration::notes));
+    context.inbox.take<MacPayload::NoteUpdate>([this](MacPayload::NoteUpdate update, const std::string&) {
+        return sync_.prijmout(std::move(update));
+    });
+    context.inbox.take<MacPayload::SummaryUpdate>(
+        [this](MacPayload::SummaryUpdate update, const std::string&) {
+            return sync_.prijmout(std::move(update));
+        });
+}
+
+Task<void> RecordsFeature::catchUp(std::shared_ptr<SecureLink> link) {
+    return sync_.doplnit(std::move(link));
+}
+
+Task<void> RecordsFeature::settled() {
+    return sync_.vyrizeno();
+}
+
+Task<void> RecordsFeature::saved() {
+    co_await sync_.vyrizeno();
+    co_await poznamky_.ulozeno();
+    co_await souhrny_.ulozeno();
+}
+
+} // namespace morvex
