@@ -55,9 +55,7 @@ class Computer {
           gate_(table_, state_, approvals_, random),
           link_(device.main, scope_, [this](SecureLink::Udalost event) { return handle(std::move(event)); }),
           sync_(notes_, summaries_, {link_, device.main, scope_, [](const std::string&) {}}) {
-        table_.add(
-            MacToolName::status, [] { return true; },
-            [this](ToolCall call) { return tellStatus(std::move(call)); });
+        table_.add(MacToolName::status, [] { return true; }, this, &Computer::tellStatus);
         tools_.addTo(table_, [] { return true; });
     }
 
@@ -89,7 +87,7 @@ class Computer {
                                     message->requestID);
     }
 
-    Task<ToolOutcome> tellStatus(ToolCall) {
+    Task<ToolOutcome> tellStatus(NoArguments, ToolCall) {
         if (!status_) status_.emplace(state_);
         co_return ToolOutcome::done(status_->told(gate_.nabizeneNastroje()));
     }

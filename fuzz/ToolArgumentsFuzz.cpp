@@ -1,4 +1,4 @@
-#include "app/tools/Arguments.h"
+#include "app/tools/ArgumentRecord.h"
 #include "shared/base/Bytes.h"
 #include "shared/base/Require.h"
 #include "shared/wire/Json.h"
@@ -13,11 +13,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!parsed) return 0;
     vyzaduj(parseJson(encode(*parsed)).has_value(), "what was written cannot be read");
     if (!parsed->is_object()) return 0;
-    Arguments arguments(parsed->as_object());
-    for (const auto& pair : parsed->as_object()) {
+    const auto& arguments = parsed->as_object();
+    for (const auto& pair : arguments) {
         auto key = std::string_view(pair.key());
-        int readings = arguments.text(key).has_value() + arguments.integer(key).has_value() +
-                       arguments.boolean(key).has_value() + arguments.texts(key).has_value();
+        int readings = readArgument(arguments, key, std::string()).has_value() +
+                       readArgument(arguments, key, std::int64_t()).has_value() +
+                       readArgument(arguments, key, bool()).has_value() +
+                       readArgument(arguments, key, std::vector<std::string>()).has_value();
         vyzaduj(readings <= 1, "a value has two types");
     }
     return 0;

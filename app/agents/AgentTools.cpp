@@ -1,7 +1,6 @@
 #include "app/agents/AgentTools.h"
 
 #include "app/agents/AgentId.h"
-#include "app/tools/Arguments.h"
 #include "foundation/Text.h"
 #include "shared/wire/MacToolName.h"
 #include "shared/wire/TalkSpanError.h"
@@ -10,20 +9,50 @@
 
 namespace morvex {
 
+struct AgentRun {
+    std::string instruction;
+    std::optional<std::string> title;
+    std::optional<std::string> folder;
+    std::optional<std::string> workItemID;
+    std::optional<std::string> conversationID;
+};
+
+void describe(auto& io, Is<AgentRun> auto& run) {
+    io.required("instruction", run.instruction);
+    io.optional("title", run.title);
+    io.optional("folder", run.folder);
+    io.added("work_item_id", run.workItemID);
+    io.added("conversation_id", run.conversationID);
+}
+
+struct AgentRename {
+    std::string title;
+    std::optional<std::string> workItemID;
+    std::optional<std::string> agent;
+    std::optional<std::string> folder;
+};
+
+void describe(auto& io, Is<AgentRename> auto& rename) {
+    io.required("title", rename.title);
+    io.optional("work_item_id", rename.workItemID);
+    io.optional("agent", rename.agent);
+    io.optional("folder", rename.folder);
+}
+
 namespace {
 
 /// The id of a call goes out with every progress of its task and in every status: bytes that are kept of it.
 constexpr std::size_t longestRequestID = 512;
 
 /// A text that is no UUID counts as absent.
-std::optional<Uuid> uuid(const Arguments& arguments, std::string_view key) {
-    return Uuid::parse(arguments.textOrEmpty(key));
+std::optional<Uuid> uuid(const std::optional<std::string>& text) {
+    return text ? Uuid::parse(*text) : std::nullopt;
 }
 
 /// Trimmed; a blank one counts as absent, as models like to send those.
-std::optional<std::string> named(const Arguments& arguments, std::string_view key) {
-    auto text = trim(arguments.textOrEmpty(key));
-    return text.empty() ? std::nullopt : std::optional(std::move(text));
+std::optional<std::string> named(const std::optional<std::string>& text) {
+    auto trimmed = trim(text.value_or(""));
+    return trimmed.empty() ? std::nullopt : std::optional(std::move(trimmed));
 }
 
 bool isCancelled(const Result<AgentRunner::Vysledek>& vysledek) {
@@ -32,8 +61,8 @@ bool isCancelled(const Result<AgentRunner::Vysledek>& vysledek) {
 }
 
 /// To rename another task than the named one would be worse than none.
-bool namesNoTask(const Arguments& arguments) {
-    return !trim(arguments.textOrEmpty("work_item_id")).empty() && !uuid(arguments, "work_item_id");
+bool namesNoTask(const AgentRename& rename) {
+    return named(rename.workItemID) && !uuid(rename.workItemID);
 }
 
 } // namespace
@@ -42,16 +71,11 @@ void AgentTools::addTo(ToolTable& table, const Offer& offer) {
     auto withFolder = [this](std::function<bool()> condition) {
         return [this, condition = std::move(condition)] { return condition() && !folders_.aliasy().empty(); };
     };
-    auto runs = [this](std::string_view nastroj) {
-        return [this, nastroj](ToolCall call) { return spust(nastroj, std::move(call)); };
-    };
-    auto cancels = [this](ToolCall call) { return zrus(std::move(call)); };
-    table.add(MacToolName::codexRun, withFolder(offer.codex), runs(AgentId::codex));
-    table.add(MacToolName::codexCancel, withFolder(offer.codex), cancels);
-    table.add(MacToolName::claudeRun, withFolder(offer.claude), runs(AgentId::claudeCode));
-    table.add(MacToolName::claudeCancel, withFolder(offer.claude), cancels);
-    table.add(MacToolName::agentRename, withFolder(offer.rename),
-              [this](ToolCall call) { return prejmenuj(std::move(call)); });
+    table.add(MacToolName::codexRun, withFolder(offer.codex), this, &AgentTools::spustCodex);
+    table.add(MacToolName::codexCancel, withFolder(offer.codex), this, &AgentTools::zrus);
+    table.add(MacToolName::claudeRun, withFolder(offer.claude), this, &AgentTools::spustClaude);
+    table.add(MacToolName::claudeCancel, withFolder(offer.claude), this, &AgentTools::zrus);
+    table.add(MacToolName::agentRename, withFolder(offer.rename), this, &AgentTools::prejmenuj);
 }
 
 bool AgentTools::zastavit(const Uuid& workItemID) {
@@ -65,29 +89,34 @@ std::optional<Uuid> AgentTools::uloha() const {
     return agentniUloha_ ? std::optional(agentniUloha_->workItemID) : std::nullopt;
 }
 
-Task<ToolOutcome> AgentTools::spust(std::string_view nastroj, ToolCall call) {
-    Arguments arguments(call.arguments);
-    auto slozka = folders_.slozkaProAlias(arguments.text("folder"));
+Task<ToolOutcome> AgentTools::spustCodex(AgentRun run, ToolCall call) {
+    return spust(std::string(AgentId::codex), std::move(run), std::move(call));
+}
+
+Task<ToolOutcome> AgentTools::spustClaude(AgentRun run, ToolCall call) {
+    return spust(std::string(AgentId::claudeCode), std::move(run), std::move(call));
+}
+
+Task<ToolOutcome> AgentTools::spust(std::string nastroj, AgentRun run, ToolCall call) {
+    auto slozka = folders_.slozkaProAlias(run.folder);
     if (!slozka) co_return bezSlozky();
     if (agenti_.bezici() || agentniUloha_)
         co_return ToolOutcome::refused("Na Macu už běží jiný úkol. Nejdřív ho dokonči nebo zastav.");
 
-    const std::string tool(nastroj);
-    auto workItemID = uuid(arguments, "work_item_id");
-    auto instrukce = arguments.textOrEmpty("instruction");
-    auto navazana = relace(workItemID, tool, *slozka);
-    auto ukol = historie_.zaloz(
-        {workItemID, uuid(arguments, "conversation_id"), tool, arguments.text("title"), instrukce, *slozka});
+    auto workItemID = uuid(run.workItemID);
+    auto navazana = relace(workItemID, nastroj, *slozka);
+    auto ukol =
+        historie_.zaloz({workItemID, uuid(run.conversationID), nastroj, run.title, run.instruction, *slozka});
     agentniUloha_.emplace(ukol.workItemID);
     agentniUloha_->priOpusteni.emplace(call.opusteni, [this] { opust(); });
     // A task that was accepted is known after the next start.
     co_await historie_.ulozeno();
     // A task of the scope begins in a later job of this thread: the reply goes out before all it sends.
-    scope_.spawn(
-        pracuj({firstBytes(call.requestID, longestRequestID), ukol.workItemID, tool, std::move(instrukce),
-                *slozka, std::move(navazana), agentniUloha_->zastaveni.get_token(),
-                [this, cesta = *slozka] { return folders_.jePovolena(cesta); }},
-               ukol.workItemID));
+    scope_.spawn(pracuj({firstBytes(call.requestID, longestRequestID), ukol.workItemID, std::move(nastroj),
+                         std::move(run.instruction), *slozka, std::move(navazana),
+                         agentniUloha_->zastaveni.get_token(),
+                         [this, cesta = *slozka] { return folders_.jePovolena(cesta); }},
+                        ukol.workItemID));
     co_return ToolOutcome::done(
         {{"accepted", true},
          {"completed", false},
@@ -147,7 +176,7 @@ Task<void> AgentTools::oznamUkol(Uuid workItemID) {
     if (ukol) co_await hlaseni_.poslatUkol(*std::move(ukol));
 }
 
-Task<ToolOutcome> AgentTools::zrus(ToolCall) {
+Task<ToolOutcome> AgentTools::zrus(NoArguments, ToolCall) {
     const auto workItemID = uloha();
     const bool isStopped = workItemID && zastavit(*workItemID);
     co_return ToolOutcome::done(
@@ -160,13 +189,12 @@ void AgentTools::opust() {
     agenti_.zrus();
 }
 
-Task<ToolOutcome> AgentTools::prejmenuj(ToolCall call) {
-    Arguments arguments(call.arguments);
-    auto title = trim(arguments.textOrEmpty("title"));
-    const auto folder = named(arguments, "folder");
-    const HistorieAgentu::Hledany hledany{uuid(arguments, "work_item_id"), named(arguments, "agent"), folder,
+Task<ToolOutcome> AgentTools::prejmenuj(AgentRename rename, ToolCall) {
+    auto title = trim(rename.title);
+    const auto folder = named(rename.folder);
+    const HistorieAgentu::Hledany hledany{uuid(rename.workItemID), named(rename.agent), folder,
                                           folder ? folders_.slozkaProAlias(folder) : std::nullopt};
-    auto ukol = namesNoTask(arguments) ? std::nullopt : historie_.prejmenuj(hledany, title);
+    auto ukol = namesNoTask(rename) ? std::nullopt : historie_.prejmenuj(hledany, title);
     if (!ukol)
         co_return ToolOutcome::refused(title.empty() ? "Chybí nový název relace."
                                                      : "Odpovídající relaci jsem nenašel.");

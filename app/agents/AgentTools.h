@@ -15,6 +15,9 @@
 
 namespace morvex {
 
+struct AgentRun;
+struct AgentRename;
+
 /// The tools `mac.codex.*`, `mac.claude.*` and `mac.agent.rename`. A run is answered as soon as it is
 /// accepted and goes on in one background task, at most one at a time whatever the agent. Main thread.
 class AgentTools {
@@ -54,10 +57,12 @@ class AgentTools {
     [[nodiscard]] std::optional<Uuid> uloha() const;
 
   private:
-    Task<ToolOutcome> spust(std::string_view nastroj, ToolCall call);
-    Task<ToolOutcome> zrus(ToolCall call);
+    Task<ToolOutcome> spustCodex(AgentRun run, ToolCall call);
+    Task<ToolOutcome> spustClaude(AgentRun run, ToolCall call);
+    Task<ToolOutcome> spust(std::string nastroj, AgentRun run, ToolCall call);
+    Task<ToolOutcome> zrus(NoArguments none, ToolCall call);
     void opust();
-    Task<ToolOutcome> prejmenuj(ToolCall call);
+    Task<ToolOutcome> prejmenuj(AgentRename rename, ToolCall call);
     [[nodiscard]] ToolOutcome bezSlozky() const;
     [[nodiscard]] std::optional<std::string> relace(const std::optional<Uuid>& workItemID,
                                                     const std::string& nastroj,

@@ -55,9 +55,7 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
                state,
                {[&companion] { companion.pripojit(); }, [&companion] { companion.odpojit(); },
                 [&companion] { companion.opustitTelefon(); }}) {
-    tools.add(
-        MacToolName::status, [] { return true; },
-        [this](ToolCall call) { return status.nastroj(std::move(call)); });
+    tools.add(MacToolName::status, [] { return true; }, &status, &StatusSync::nastroj);
     inbox.take<MacPayload::ToolCall>([this](MacPayload::ToolCall call, std::string requestID) {
         return calls.zpracovat(std::move(call), std::move(requestID));
     });

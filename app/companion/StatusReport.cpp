@@ -15,15 +15,6 @@ namespace morvex {
 
 namespace {
 
-/// Data that the phone has of its own: it reaches these tools through the offer, not through the list.
-constexpr std::array<std::string_view, 4> unlistedPrefixes{"mac.calendar.", "mac.notes.", "mac.reminders.",
-                                                           "mac.contacts."};
-
-bool isUnlisted(const ToolDescriptor& tool) {
-    return std::ranges::any_of(unlistedPrefixes,
-                               [&tool](std::string_view prefix) { return tool.name.starts_with(prefix); });
-}
-
 /// What a report that was shortened has of each text, and of each list as JSON.
 constexpr std::size_t longestText = 1000;
 constexpr std::size_t longestList = frameLimit / 4;
@@ -62,13 +53,12 @@ template <class Item> void dropWhatDoesNotFit(std::vector<Item>& list) {
 
 } // namespace
 
-MacStatus StatusReport::at(Date now, std::vector<ToolDescriptor> offer) const {
-    std::erase_if(offer, isUnlisted);
+MacStatus StatusReport::at(Date now, std::vector<ToolDescriptor> tools) const {
     MacStatus status;
     status.protocolVersion = ProtocolVersion::current;
     status.appVersion = appVersion;
     status.deviceName = deviceName;
-    status.tools = std::move(offer);
+    status.tools = std::move(tools);
     status.mailAvailable = integrations.isOn(Integration::appleMail) && state.postaDostupna;
     status.onPower = naNapajeni;
     status.sentAt = now;

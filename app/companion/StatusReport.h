@@ -23,8 +23,8 @@ struct StatusReport {
     std::string appVersion;
     std::string deviceName;
 
-    /// `offer` is what is on offer now; not all of it is listed.
-    [[nodiscard]] MacStatus at(Date now, std::vector<ToolDescriptor> offer) const;
+    /// `tools` are those that the status names at this moment.
+    [[nodiscard]] MacStatus at(Date now, std::vector<ToolDescriptor> tools) const;
 
     /// The answer of the tool `mac.status`, which lists the whole offer.
     [[nodiscard]] boost::json::object forTool(const std::vector<ToolDescriptor>& offer) const;

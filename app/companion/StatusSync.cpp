@@ -16,7 +16,7 @@ const std::string statusRequestID = "status";
 Task<void> StatusSync::poslat() {
     const auto link = phoneLink_.soucasne();
     if (!link) co_return;
-    auto status = report_.at(clock_.now(), gate_.nabizeneNastroje());
+    auto status = report_.at(clock_.now(), gate_.nastrojeVeStavu());
     auto sent = co_await phoneLink_.poslat({MacPayload::Status{status}}, statusRequestID);
     if (sent || phoneLink_.soucasne() != link) co_return;
     state_.potiz = "Stav se nepodařilo odeslat: " + sent.error().popis();
@@ -24,7 +24,7 @@ Task<void> StatusSync::poslat() {
         (void)co_await phoneLink_.poslat({MacPayload::Status{shortened(std::move(status))}}, statusRequestID);
 }
 
-Task<ToolOutcome> StatusSync::nastroj(ToolCall) {
+Task<ToolOutcome> StatusSync::nastroj(NoArguments, ToolCall) {
     co_return ToolOutcome::done(report_.forTool(gate_.nabizeneNastroje()));
 }
 

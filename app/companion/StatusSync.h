@@ -18,7 +18,7 @@ class StatusSync {
     Task<void> poslat();
 
     /// The tool `mac.status`.
-    Task<ToolOutcome> nastroj(ToolCall call);
+    Task<ToolOutcome> nastroj(NoArguments none, ToolCall call);
 
   private:
     StatusReport report_;

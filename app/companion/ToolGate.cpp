@@ -17,15 +17,17 @@ std::string notHere(std::string_view name) {
 }
 
 /// Null when the tool is not on offer at this moment.
-const Tool* findOffered(const ToolTable& table, const std::string& name) {
-    const auto* tool = table.find(name);
-    return tool && tool->isOffered() ? tool : nullptr;
+std::shared_ptr<const Tool> findOffered(const ToolTable& table, const std::string& name) {
+    auto tool = table.find(name);
+    if (tool && !tool->isOffered()) tool.reset();
+    return tool;
 }
 
 } // namespace
 
 Task<ToolOutcome> ToolGate::provestNastroj(ToolCall call) {
-    const auto* tool = findOffered(table_, call.name);
+    // Held until the call has ended: the row may go meanwhile.
+    const auto tool = findOffered(table_, call.name);
     if (!tool) {
         state_.potiz =
             "Byl požadován nástroj " + clipped(call.name, longestName) + ", který tento Mac neumí.";
@@ -35,7 +37,7 @@ Task<ToolOutcome> ToolGate::provestNastroj(ToolCall call) {
 }
 
 Task<boost::json::object> ToolGate::provestMistne(std::string name, boost::json::object arguments) {
-    const auto* tool = findOffered(table_, name);
+    const auto tool = findOffered(table_, name);
     if (!tool) co_return ToolOutcome::refused(notHere(name)).result;
     if (requiresApproval(tool->descriptor.risk) && !co_await askForApproval(name, arguments))
         co_return ToolOutcome::refused("Akce nebyla potvrzena.").result;

@@ -21,6 +21,9 @@ class ToolGate {
     /// What is on offer at this moment, in its order.
     [[nodiscard]] std::vector<ToolDescriptor> nabizeneNastroje() const { return table_.offered(); }
 
+    /// Of these what the status names.
+    [[nodiscard]] std::vector<ToolDescriptor> nastrojeVeStavu() const { return table_.inStatus(); }
+
     /// For the phone: runs what is on offer and refuses the rest. No failure of a tool escapes.
     Task<ToolOutcome> provestNastroj(ToolCall call);
 

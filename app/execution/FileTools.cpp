@@ -1,6 +1,5 @@
 #include "app/execution/FileTools.h"
 
-#include "app/tools/Arguments.h"
 #include "shared/wire/MacToolName.h"
 
 #include <boost/json/array.hpp>
@@ -8,6 +7,38 @@
 #include <algorithm>
 
 namespace morvex {
+
+struct FilesSearch {
+    std::optional<std::string> pattern;
+    std::optional<std::string> folder;
+};
+
+void describe(auto& io, Is<FilesSearch> auto& search) {
+    io.optional("pattern", search.pattern);
+    io.optional("folder", search.folder);
+}
+
+struct FileToRead {
+    std::string path;
+    std::optional<std::string> folder;
+};
+
+void describe(auto& io, Is<FileToRead> auto& file) {
+    io.required("path", file.path);
+    io.optional("folder", file.folder);
+}
+
+struct FileToWrite {
+    std::string path;
+    std::optional<std::string> folder;
+    std::string content;
+};
+
+void describe(auto& io, Is<FileToWrite> auto& file) {
+    io.required("path", file.path);
+    io.optional("folder", file.folder);
+    io.required("content", file.content);
+}
 
 namespace {
 
@@ -25,14 +56,13 @@ std::size_t onDisk(const std::string& path, const std::string& content) {
 
 void FileTools::addTo(ToolTable& table, std::function<bool()> isOn) {
     auto isOffered = [this, isOn = std::move(isOn)] { return isOn() && !slozky_.povolene().empty(); };
-    table.add(MacToolName::filesSearch, isOffered, [this](ToolCall call) { return search(std::move(call)); });
-    table.add(MacToolName::filesRead, isOffered, [this](ToolCall call) { return read(std::move(call)); });
-    table.add(MacToolName::filesWrite, isOffered, [this](ToolCall call) { return write(std::move(call)); });
+    table.add(MacToolName::filesSearch, isOffered, this, &FileTools::search);
+    table.add(MacToolName::filesRead, isOffered, this, &FileTools::read);
+    table.add(MacToolName::filesWrite, isOffered, this, &FileTools::write);
 }
 
-Task<ToolOutcome> FileTools::search(ToolCall call) {
-    Arguments arguments(call.arguments);
-    auto found = co_await soubory_.hledej(arguments.text("pattern"), arguments.text("folder"), mostFilesFound,
+Task<ToolOutcome> FileTools::search(FilesSearch search, ToolCall) {
+    auto found = co_await soubory_.hledej(std::move(search.pattern), std::move(search.folder), mostFilesFound,
                                           slozky_.snimek(), stop_);
     if (!found) co_return ToolOutcome::refused(found.error());
     boost::json::array files;
@@ -41,25 +71,20 @@ Task<ToolOutcome> FileTools::search(ToolCall call) {
     co_return ToolOutcome::done({{"count", count}, {"files", std::move(files)}});
 }
 
-Task<ToolOutcome> FileTools::read(ToolCall call) {
-    Arguments arguments(call.arguments);
-    auto path = arguments.textOrEmpty("path");
-    if (path.empty()) co_return ToolOutcome::refused("Chybí cesta.");
-    auto content = co_await soubory_.precti(std::move(path), arguments.text("folder"), slozky_.snimek());
+Task<ToolOutcome> FileTools::read(FileToRead file, ToolCall) {
+    if (file.path.empty()) co_return ToolOutcome::refused("Chybí cesta.");
+    auto content = co_await soubory_.precti(std::move(file.path), std::move(file.folder), slozky_.snimek());
     if (!content) co_return ToolOutcome::refused(content.error());
     co_return ToolOutcome::done({{"content", *content}});
 }
 
-Task<ToolOutcome> FileTools::write(ToolCall call) {
-    Arguments arguments(call.arguments);
-    auto path = arguments.textOrEmpty("path");
-    auto content = arguments.textOrEmpty("content");
-    if (path.empty() || content.empty()) co_return ToolOutcome::refused("Chybí cesta nebo obsah.");
-    const auto bytes = onDisk(path, content);
+Task<ToolOutcome> FileTools::write(FileToWrite file, ToolCall) {
+    if (file.path.empty() || file.content.empty()) co_return ToolOutcome::refused("Chybí cesta nebo obsah.");
+    const auto bytes = onDisk(file.path, file.content);
     if (!allowance_.take(bytes))
         co_return ToolOutcome::refused(SouboryChyba{SouboryChyba::PrilisMnohoZapsano{}});
-    auto written = co_await soubory_.zapis(std::move(path), std::move(content), arguments.text("folder"),
-                                           slozky_.snimek());
+    auto written = co_await soubory_.zapis(std::move(file.path), std::move(file.content),
+                                           std::move(file.folder), slozky_.snimek());
     // A write that broke off may have filled the disk all the same.
     const auto* refusal = written ? nullptr : written.error().as<SouboryChyba>();
     if (refusal && refusal->nicNezapsalo()) allowance_.giveBack(bytes);

@@ -11,6 +11,10 @@
 
 namespace morvex {
 
+struct FilesSearch;
+struct FileToRead;
+struct FileToWrite;
+
 /// The tools `mac.files.*`. Main thread; the disk is touched on the worker.
 class FileTools {
   public:
@@ -22,9 +26,9 @@ class FileTools {
     void addTo(ToolTable& table, std::function<bool()> isOn);
 
   private:
-    Task<ToolOutcome> search(ToolCall call);
-    Task<ToolOutcome> read(ToolCall call);
-    Task<ToolOutcome> write(ToolCall call);
+    Task<ToolOutcome> search(FilesSearch search, ToolCall call);
+    Task<ToolOutcome> read(FileToRead file, ToolCall call);
+    Task<ToolOutcome> write(FileToWrite file, ToolCall call);
 
     const Slozky& slozky_;
     SouboryBridge soubory_;

@@ -1,28 +1,37 @@
 #include "app/execution/TerminalTools.h"
 
-#include "app/tools/Arguments.h"
 #include "shared/wire/MacToolName.h"
 
 namespace morvex {
 
+struct CommandToRun {
+    std::string program;
+    std::optional<std::vector<std::string>> args;
+    std::optional<std::string> folder;
+};
+
+void describe(auto& io, Is<CommandToRun> auto& command) {
+    io.required("program", command.program);
+    io.optional("args", command.args);
+    io.optional("folder", command.folder);
+}
+
 void TerminalTools::addTo(ToolTable& table, std::function<bool()> isOn) {
     table.add(
         MacToolName::terminalRun,
-        [this, isOn = std::move(isOn)] { return isOn() && !slozky_.povolene().empty(); },
-        [this](ToolCall call) { return run(std::move(call)); });
+        [this, isOn = std::move(isOn)] { return isOn() && !slozky_.povolene().empty(); }, this,
+        &TerminalTools::run);
 }
 
-Task<ToolOutcome> TerminalTools::run(ToolCall call) {
-    Arguments arguments(call.arguments);
-    auto program = arguments.textOrEmpty("program");
-    if (program.empty()) co_return ToolOutcome::refused("Chybí program.");
+Task<ToolOutcome> TerminalTools::run(CommandToRun command, ToolCall call) {
+    if (command.program.empty()) co_return ToolOutcome::refused("Chybí program.");
     std::stop_source konec;
     auto ukonci = [&konec] { konec.request_stop(); };
     std::stop_callback atTheEnd(stop_, ukonci);
     std::stop_callback whenAbandoned(call.opusteni, ukonci);
     auto ended = co_await terminal_.spustitPrikaz(
-        std::move(program), arguments.texts("args").value_or(std::vector<std::string>{}),
-        arguments.text("folder"), [this] { return slozky_.snimek(); }, konec.get_token());
+        std::move(command.program), std::move(command.args).value_or(std::vector<std::string>{}),
+        std::move(command.folder), [this] { return slozky_.snimek(); }, konec.get_token());
     if (!ended) co_return ToolOutcome::refused(ended.error());
     co_return ToolOutcome{
         ended->status == 0,

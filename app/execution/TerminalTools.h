@@ -9,6 +9,8 @@
 
 namespace morvex {
 
+struct CommandToRun;
+
 /// The tool `mac.terminal.run`. Main thread.
 class TerminalTools {
   public:
@@ -20,7 +22,7 @@ class TerminalTools {
     void addTo(ToolTable& table, std::function<bool()> isOn);
 
   private:
-    Task<ToolOutcome> run(ToolCall call);
+    Task<ToolOutcome> run(CommandToRun command, ToolCall call);
 
     const Slozky& slozky_;
     TerminalBridge terminal_;

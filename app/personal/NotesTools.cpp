@@ -1,12 +1,51 @@
 #include "app/personal/NotesTools.h"
 
-#include "app/tools/Arguments.h"
 #include "shared/base/FrameLimit.h"
 #include "shared/wire/MacToolName.h"
 
 #include <boost/json/array.hpp>
 
 namespace morvex {
+
+struct NotesSearch {
+    std::optional<std::string> query;
+    std::optional<std::int64_t> limit;
+};
+
+void describe(auto& io, Is<NotesSearch> auto& search) {
+    io.optional("query", search.query);
+    io.optional("limit", search.limit);
+}
+
+struct NewNote {
+    std::string title;
+    std::string body;
+};
+
+void describe(auto& io, Is<NewNote> auto& note) {
+    io.required("title", note.title);
+    io.required("body", note.body);
+}
+
+struct NoteChange {
+    std::string title;
+    std::optional<std::string> newTitle;
+    std::optional<std::string> body;
+};
+
+void describe(auto& io, Is<NoteChange> auto& change) {
+    io.required("title", change.title);
+    io.optional("new_title", change.newTitle);
+    io.optional("body", change.body);
+}
+
+struct NoteRemoval {
+    std::string title;
+};
+
+void describe(auto& io, Is<NoteRemoval> auto& removal) {
+    io.required("title", removal.title);
+}
 
 namespace {
 
@@ -22,16 +61,14 @@ ToolOutcome answer(std::string_view done, const Result<MorvexNote>& note) {
 } // namespace
 
 void NotesTools::addTo(ToolTable& table, std::function<bool()> isOn) {
-    table.add(MacToolName::notesSearch, isOn, [this](ToolCall call) { return search(std::move(call)); });
-    table.add(MacToolName::notesCreate, isOn, [this](ToolCall call) { return create(std::move(call)); });
-    table.add(MacToolName::notesUpdate, isOn, [this](ToolCall call) { return update(std::move(call)); });
-    table.add(MacToolName::notesDelete, isOn, [this](ToolCall call) { return remove(std::move(call)); });
+    table.add(MacToolName::notesSearch, isOn, this, &NotesTools::search);
+    table.add(MacToolName::notesCreate, isOn, this, &NotesTools::create);
+    table.add(MacToolName::notesUpdate, isOn, this, &NotesTools::update);
+    table.add(MacToolName::notesDelete, isOn, this, &NotesTools::remove);
 }
 
-Task<ToolOutcome> NotesTools::search(ToolCall call) {
-    Arguments arguments(call.arguments);
-    const auto found =
-        poznamky_.hledat(arguments.textOrEmpty("query"), arguments.integer("limit").value_or(usuallyFound));
+Task<ToolOutcome> NotesTools::search(NotesSearch search, ToolCall) {
+    const auto found = poznamky_.hledat(search.query.value_or(""), search.limit.value_or(usuallyFound));
     // Before the answer is made of them, which would take several times their memory.
     std::size_t size = 0;
     for (const auto& note : found) size += note.title.size() + note.body.size();
@@ -45,27 +82,22 @@ Task<ToolOutcome> NotesTools::search(ToolCall call) {
     co_return ToolOutcome::done({{"notes", std::move(notes)}});
 }
 
-Task<ToolOutcome> NotesTools::create(ToolCall call) {
-    Arguments arguments(call.arguments);
-    const auto title = arguments.textOrEmpty("title");
-    const auto body = arguments.textOrEmpty("body");
-    if (title.empty() || body.empty()) co_return ToolOutcome::refused("Chybí název nebo obsah poznámky.");
-    co_return answer("created", co_await poznamky_.vytvorit(title, body));
+Task<ToolOutcome> NotesTools::create(NewNote note, ToolCall) {
+    if (note.title.empty() || note.body.empty())
+        co_return ToolOutcome::refused("Chybí název nebo obsah poznámky.");
+    co_return answer("created", co_await poznamky_.vytvorit(std::move(note.title), std::move(note.body)));
 }
 
-Task<ToolOutcome> NotesTools::update(ToolCall call) {
-    Arguments arguments(call.arguments);
-    const auto title = arguments.textOrEmpty("title");
-    if (title.empty()) co_return ToolOutcome::refused(missingTitle);
-    auto note = co_await poznamky_.upravit(title, arguments.text("new_title"), arguments.text("body"));
-    co_return answer("updated", note);
+Task<ToolOutcome> NotesTools::update(NoteChange change, ToolCall) {
+    if (change.title.empty()) co_return ToolOutcome::refused(missingTitle);
+    co_return answer("updated",
+                     co_await poznamky_.upravit(std::move(change.title), std::move(change.newTitle),
+                                                std::move(change.body)));
 }
 
-Task<ToolOutcome> NotesTools::remove(ToolCall call) {
-    Arguments arguments(call.arguments);
-    const auto title = arguments.textOrEmpty("title");
-    if (title.empty()) co_return ToolOutcome::refused(missingTitle);
-    co_return answer("deleted", co_await poznamky_.smazat(title));
+Task<ToolOutcome> NotesTools::remove(NoteRemoval removal, ToolCall) {
+    if (removal.title.empty()) co_return ToolOutcome::refused(missingTitle);
+    co_return answer("deleted", co_await poznamky_.smazat(std::move(removal.title)));
 }
 
 } // namespace morvex

@@ -7,6 +7,11 @@
 
 namespace morvex {
 
+struct NoteChange;
+struct NoteRemoval;
+struct NotesSearch;
+struct NewNote;
+
 /// The tools `mac.notes.*`. Main thread.
 class NotesTools {
   public:
@@ -15,10 +20,10 @@ class NotesTools {
     void addTo(ToolTable& table, std::function<bool()> isOn);
 
   private:
-    Task<ToolOutcome> search(ToolCall call);
-    Task<ToolOutcome> create(ToolCall call);
-    Task<ToolOutcome> update(ToolCall call);
-    Task<ToolOutcome> remove(ToolCall call);
+    Task<ToolOutcome> search(NotesSearch search, ToolCall call);
+    Task<ToolOutcome> create(NewNote note, ToolCall call);
+    Task<ToolOutcome> update(NoteChange change, ToolCall call);
+    Task<ToolOutcome> remove(NoteRemoval removal, ToolCall call);
 
     PoznamkyStore& poznamky_;
 };

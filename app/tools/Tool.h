@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/tools/ArgumentRecord.h"
 #include "foundation/Task.h"
 #include "shared/base/Error.h"
 #include "shared/wire/ToolDescriptor.h"
@@ -9,6 +10,8 @@
 #include <functional>
 #include <stop_token>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace morvex {
 
@@ -38,11 +41,25 @@ struct ToolOutcome {
     static ToolOutcome tooLong() { return refused("Výsledek je na přenos příliš dlouhý."); }
 };
 
-/// A tool, declared once: what is told about it, when it is offered, what runs.
+/// A tool, declared once: what is told about it, what it reads, when it is offered, what runs.
 struct Tool {
     ToolDescriptor descriptor;
+    std::vector<ArgumentRow> arguments; ///< what its record declares
     std::function<bool()> isOffered;
     std::function<Task<ToolOutcome>(ToolCall)> run;
+    /// Whether the status names it. The phone is offered the others too.
+    bool isInStatus = true;
 };
+
+/// `Record`: its arguments (`ArgumentRecord.h`).
+template <class Record>
+Tool makeTool(ToolDescriptor descriptor, std::function<bool()> isOffered,
+              std::function<Task<ToolOutcome>(Record arguments, ToolCall call)> run) {
+    return {std::move(descriptor), listArguments<Record>(), std::move(isOffered),
+            [run = std::move(run)](ToolCall call) {
+                auto arguments = readArguments<Record>(call.arguments);
+                return run(std::move(arguments), std::move(call));
+            }};
+}
 
 } // namespace morvex

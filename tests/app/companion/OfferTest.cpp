@@ -1,9 +1,25 @@
+#include "shared/wire/Json.h"
 #include "tests/app/companion/AgentHarness.h"
+
+#include <algorithm>
 
 namespace morvex {
 namespace {
 
 using Names = std::vector<std::string>;
+
+/// What the schema of a tool tells of, in its order.
+std::vector<ArgumentRow> toldOf(const ToolDescriptor& tool) {
+    const auto schema = parseJson(tool.parametersJSON).value().as_object();
+    const auto* listed = schema.if_contains("required");
+    const auto required = listed ? listed->as_array() : boost::json::array();
+    std::vector<ArgumentRow> rows;
+    for (const auto& [name, property] : schema.at("properties").as_object()) {
+        const bool isRequired = std::ranges::find(required, boost::json::value(name)) != required.end();
+        rows.push_back({name, std::string(property.as_object().at("type").as_string()), isRequired});
+    }
+    return rows;
+}
 
 class OfferTest : public AgentHarness {
   protected:
@@ -52,6 +68,14 @@ TEST_F(OfferTest, EverySwitchTakesItsOwnToolsOffAndNoOthers) {
         for (auto integration : off) turnOn(integration);
         EXPECT_EQ(offered(), all) << testing::PrintToString(missing);
     }
+}
+
+TEST_F(OfferTest, EachToolReadsWhatItsSchemaTells) {
+    make();
+    const auto tools = companion->context().tools.all();
+    EXPECT_EQ(tools.size(), 14U);
+    for (const auto& tool : tools)
+        EXPECT_EQ(tool->arguments, toldOf(tool->descriptor)) << tool->descriptor.name;
 }
 
 } // namespace

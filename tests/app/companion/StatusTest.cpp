@@ -129,23 +129,5 @@ TEST(StatusReport, AShortenedOneFitsWhateverItHolds) {
     EXPECT_EQ(again.allowedFolders, less.allowedFolders);
 }
 
-TEST(StatusReport, TheListLeavesOutWhatThePhoneHasOfItsOwn) {
-    MemoryDefaults defaults;
-    MacIntegrationSettings integrations(defaults);
-    QProperty<bool> power{true};
-    CompanionState state;
-    const std::vector<Feature*> features;
-    StatusReport report{state, integrations, features, power, "1 (1)", "Mac"};
-    auto offer = ToolCatalogue::descriptors();
-    std::vector<std::string> listed;
-    for (const auto& tool : report.at({}, offer).tools) listed.push_back(tool.name);
-    EXPECT_EQ(listed, (std::vector<std::string>{"mac.status", "mac.web.search", "mac.codex.run",
-                                                "mac.codex.cancel", "mac.claude.run", "mac.claude.cancel",
-                                                "mac.agent.rename", "mac.files.search", "mac.files.read",
-                                                "mac.files.write", "mac.terminal.run", "mac.mail.search",
-                                                "mac.mail.read", "mac.mail.send", "mac.mail.createDraft"}));
-    EXPECT_EQ(report.forTool(offer)["tools"].as_array().size(), offer.size());
-}
-
 } // namespace
 } // namespace morvex

@@ -77,7 +77,7 @@ TEST_F(FileToolsTest, EachToolWorksInTheFolderThatIsNamed) {
 
 TEST_F(FileToolsTest, ASearchFindsFiftyFilesAtMost) {
     for (int i = 0; i < 60; ++i) tree.file("home/Projects/a" + std::to_string(i), "");
-    const auto* tool = table.find(MacToolName::filesSearch);
+    const auto tool = table.find(MacToolName::filesSearch);
     auto outcome = executor.run(tool->run({"mac.files.search", {{"pattern", "a"}}, "r"})).value();
     EXPECT_EQ(outcome.result.at("count"), 50);
     EXPECT_EQ(outcome.result.at("files").as_array().size(), 50U);

@@ -20,7 +20,7 @@ class TerminalToolsTest : public TerminalFixture {
     }
 
     ToolOutcome call(boost::json::object arguments) {
-        const auto* tool = table.find(MacToolName::terminalRun);
+        const auto tool = table.find(MacToolName::terminalRun);
         return executor.run(tool->run({"mac.terminal.run", std::move(arguments), "r"})).value();
     }
 

@@ -17,7 +17,7 @@ class NotesToolsTest : public PersonalStores {
     }
 
     ToolOutcome call(const std::string& name, const std::string& arguments) {
-        const auto* tool = table.find("mac.notes." + name);
+        const auto tool = table.find("mac.notes." + name);
         auto parsed = parseJson(arguments).value().as_object();
         return executor.run(tool->run({"mac.notes." + name, std::move(parsed), "r"})).value();
     }

@@ -1,4 +1,4 @@
-#include "app/tools/Arguments.h"
+#include "app/tools/ArgumentRecord.h"
 
 #include <boost/json/value.hpp>
 
@@ -6,14 +6,16 @@
 
 namespace morvex {
 
-std::optional<std::string> Arguments::text(std::string_view key) const {
-    const auto* value = arguments_.if_contains(key);
+std::optional<std::string> readArgument(const boost::json::object& arguments, std::string_view name,
+                                        std::string) {
+    const auto* value = arguments.if_contains(name);
     const auto* text = value ? value->if_string() : nullptr;
     return text ? std::optional<std::string>(std::string_view(*text)) : std::nullopt;
 }
 
-std::optional<std::int64_t> Arguments::integer(std::string_view key) const {
-    const auto* value = arguments_.if_contains(key);
+std::optional<std::int64_t> readArgument(const boost::json::object& arguments, std::string_view name,
+                                         std::int64_t) {
+    const auto* value = arguments.if_contains(name);
     if (!value) return std::nullopt;
     if (const auto* whole = value->if_int64()) return *whole;
     constexpr double bound = -static_cast<double>(std::numeric_limits<std::int64_t>::min());
@@ -22,14 +24,15 @@ std::optional<std::int64_t> Arguments::integer(std::string_view key) const {
     return static_cast<std::int64_t>(*number);
 }
 
-std::optional<bool> Arguments::boolean(std::string_view key) const {
-    const auto* value = arguments_.if_contains(key);
+std::optional<bool> readArgument(const boost::json::object& arguments, std::string_view name, bool) {
+    const auto* value = arguments.if_contains(name);
     const auto* flag = value ? value->if_bool() : nullptr;
     return flag ? std::optional(*flag) : std::nullopt;
 }
 
-std::optional<std::vector<std::string>> Arguments::texts(std::string_view key) const {
-    const auto* value = arguments_.if_contains(key);
+std::optional<std::vector<std::string>> readArgument(const boost::json::object& arguments,
+                                                     std::string_view name, std::vector<std::string>) {
+    const auto* value = arguments.if_contains(name);
     const auto* list = value ? value->if_array() : nullptr;
     if (!list) return std::nullopt;
     std::vector<std::string> texts;
