@@ -1,6 +1,7 @@
 #include "foundation/Text.h"
 
 #include "foundation/IcuText.h"
+#include "shared/base/Ascii.h"
 #include "shared/base/Require.h"
 
 #include <unicode/brkiter.h>
@@ -33,8 +34,7 @@ template <class Each> void forEachCharacter(std::string_view text, Each each) {
 
 std::string asciiLowerCase(std::string_view text) {
     std::string result(text);
-    for (auto& letter : result)
-        if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter + ('a' - 'A'));
+    for (auto& letter : result) letter = asciiLower(letter);
     return result;
 }
 

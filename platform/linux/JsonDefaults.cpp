@@ -149,7 +149,7 @@ std::optional<DefaultsValue> JsonDefaults::get(const std::string& key) const {
     return value ? valueFrom(*value) : std::nullopt;
 }
 
-void JsonDefaults::setTogether(DefaultsValues values) {
+void JsonDefaults::changeTogether(DefaultsValues values, const std::vector<std::string>& removed) {
     for (const auto& [key, value] : values) {
         endProposals(key);
         auto encoded = jsonFrom(value);
@@ -160,12 +160,10 @@ void JsonDefaults::setTogether(DefaultsValues values) {
         values_.insert_or_assign(key, std::move(encoded));
         unsaved_ = true;
     }
-    save();
-}
-
-void JsonDefaults::remove(const std::string& key) {
-    endProposals(key);
-    if (values_.erase(key) > 0) unsaved_ = true;
+    for (const auto& key : removed) {
+        endProposals(key);
+        if (values_.erase(key) > 0) unsaved_ = true;
+    }
     save();
 }
 

@@ -38,8 +38,7 @@ class JsonDefaults : public UserDefaults {
 
     [[nodiscard]] std::optional<DefaultsValue> get(const std::string& key) const override;
     /// Text that is not UTF-8 is repaired.
-    void setTogether(DefaultsValues values) override;
-    void remove(const std::string& key) override;
+    void changeTogether(DefaultsValues values, const std::vector<std::string>& removed) override;
     Task<Result<void>> setOnceSaved(DefaultsValues values) override;
 
     /// What could not be saved is tried once more.

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace morvex {
 
@@ -15,13 +16,12 @@ class MemoryDefaults final : public UserDefaults {
         return found == values_.end() ? std::nullopt : std::optional(found->second);
     }
 
-    void setTogether(DefaultsValues values) override {
+    void changeTogether(DefaultsValues values, const std::vector<std::string>& removed) override {
         ++writes;
         values.merge(values_);
         values_ = std::move(values);
+        for (const auto& key : removed) values_.erase(key);
     }
-
-    void remove(const std::string& key) override { values_.erase(key); }
 
     Task<Result<void>> setOnceSaved(DefaultsValues values) override {
         if (refusal) co_return fail(*refusal);

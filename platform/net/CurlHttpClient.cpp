@@ -5,6 +5,7 @@
 #include "platform/net/NetworkCall.h"
 #include "shared/base/Require.h"
 
+#include <iterator>
 #include <mutex>
 #include <unordered_map>
 #include <utility>
@@ -66,6 +67,7 @@ class CurlLoop {
             int running = 0;
             curl_multi_perform(multi_, &running);
             finishEnded();
+            dropStopped();
             curl_multi_poll(multi_, nullptr, 0, longestPoll, nullptr);
         }
         for (auto& [easy, transfer] : running_) curl_multi_remove_handle(multi_, easy);
@@ -85,11 +87,24 @@ class CurlLoop {
     }
 
     void start(Transfer transfer) {
+        if (transfer->isStopped()) return transfer->fall(Abandoned{});
         if (auto prepared = transfer->prepare(extraAuthorities_); !prepared)
             return transfer->fall(std::move(prepared).error());
         auto* easy = transfer->handle();
+        transfer->watchStop([this] { curl_multi_wakeup(multi_); });
         curl_multi_add_handle(multi_, easy);
         running_.emplace(easy, std::move(transfer));
+    }
+
+    void dropStopped() {
+        for (auto place = running_.begin(); place != running_.end();) {
+            const auto next = std::next(place);
+            if (place->second->isStopped()) {
+                curl_multi_remove_handle(multi_, place->first);
+                running_.extract(place).mapped()->fall(Abandoned{});
+            }
+            place = next;
+        }
     }
 
     void finishEnded() {

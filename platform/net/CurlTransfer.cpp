@@ -1,5 +1,6 @@
 #include "platform/net/CurlTransfer.h"
 
+#include "foundation/Text.h"
 #include "platform/net/NetworkTrouble.h"
 #include "shared/base/Ascii.h"
 
@@ -112,6 +113,8 @@ void CurlTransfer::setRules(const std::string& extraAuthorities) {
         static_cast<long>(std::max<std::chrono::milliseconds::rep>(request_.timeLimit.count(), 1)));
     set(CURLOPT_WRITEFUNCTION, &CurlTransfer::take);
     set(CURLOPT_WRITEDATA, static_cast<void*>(this));
+    set(CURLOPT_HEADERFUNCTION, &CurlTransfer::takeHeader);
+    set(CURLOPT_HEADERDATA, static_cast<void*>(this));
     set(CURLOPT_ERRORBUFFER, problem_.data());
     setAuthorities(extraAuthorities);
 }
@@ -136,6 +139,25 @@ std::size_t CurlTransfer::take(const char* bytes, std::size_t one, std::size_t c
     if (self.tooLong_) return CURL_WRITEFUNC_ERROR;
     self.received_.body.append(bytes, size);
     return size;
+}
+
+std::size_t CurlTransfer::takeHeader(const char* bytes, std::size_t one, std::size_t count, void* transfer) {
+    auto& self = *static_cast<CurlTransfer*>(transfer);
+    const auto size = one * count;
+    self.tooLong_ = !self.addReplyHeader({bytes, size});
+    return self.tooLong_ ? CURL_WRITEFUNC_ERROR : size;
+}
+
+/// One line with its end. False when there are too many.
+bool CurlTransfer::addReplyHeader(std::string_view line) {
+    // What came before an interim answer (1xx) is none of the reply's.
+    if (line.starts_with("HTTP/")) received_.headers.clear();
+    headersLength_ += line.size();
+    if (headersLength_ > HttpReply::headersLimit) return false;
+    const auto colon = line.find(':');
+    if (colon == std::string_view::npos) return true;
+    received_.headers.emplace_back(line.substr(0, colon), trim(line.substr(colon + 1)));
+    return true;
 }
 
 /// Somebody answered, but not in HTTP: such answers end as an old protocol or as none that is known.

@@ -7,8 +7,13 @@
 
 #include <array>
 #include <cstddef>
+#include <functional>
 #include <memory>
+#include <optional>
+#include <stop_token>
 #include <string>
+#include <string_view>
+#include <utility>
 
 namespace morvex {
 
@@ -28,6 +33,11 @@ class CurlTransfer {
 
     /// Answers the caller with what the library reports at the end.
     void finish(CURLcode code);
+
+    /// Has `wake` called, from any thread, when the caller wants the exchange to end.
+    void watchStop(std::function<void()> wake) { stopped_.emplace(request_.stop, std::move(wake)); }
+
+    [[nodiscard]] bool isStopped() const { return request_.stop.stop_requested(); }
 
     /// Answers the caller with a failure.
     void fall(Error error) { reply_(fail(std::move(error))); }
@@ -55,14 +65,18 @@ class CurlTransfer {
     void setRules(const std::string& extraAuthorities);
     void setAuthorities(const std::string& extra);
     static std::size_t take(const char* bytes, std::size_t one, std::size_t count, void* transfer);
+    static std::size_t takeHeader(const char* bytes, std::size_t one, std::size_t count, void* transfer);
+    [[nodiscard]] bool addReplyHeader(std::string_view line);
 
     HttpRequest request_;
     Reply<HttpReply> reply_;
     HttpReply received_;
+    std::size_t headersLength_ = 0;
     bool tooLong_ = false;
     std::array<char, CURL_ERROR_SIZE> problem_{};
     CURLcode refused_ = CURLE_OK; ///< the first option that the library did not take
 
+    std::optional<std::stop_callback<std::function<void()>>> stopped_;
     std::unique_ptr<CURLU, Free> url_;
     std::unique_ptr<curl_slist, Free> headers_;
     std::unique_ptr<CURL, Free> easy_;

@@ -9,6 +9,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -35,11 +36,11 @@ class UserDefaults {
     virtual ~UserDefaults() = default;
 
     [[nodiscard]] virtual std::optional<DefaultsValue> get(const std::string& key) const = 0;
-    /// All of them in one save: the next start finds every value or none of them, whenever this program ends.
-    virtual void setTogether(DefaultsValues values) = 0;
-    virtual void remove(const std::string& key) = 0;
+    /// Sets the values and removes the keys in one save: the next start finds all of it or nothing, whenever
+    /// this program ends. No key stands in both.
+    virtual void changeTogether(DefaultsValues values, const std::vector<std::string>& removed) = 0;
 
-    /// As `setTogether`, for what lets others do more: it counts only once it is saved. Until then, and when
+    /// For what lets others do more: it counts only once it is saved. Until then, and when
     /// it fails, nothing has changed. Fails with `ChangedMeanwhile`, or with what prevented the save.
     virtual Task<Result<void>> setOnceSaved(DefaultsValues values) = 0;
 
@@ -55,6 +56,11 @@ class UserDefaults {
     }
 
     void set(const std::string& key, DefaultsValue value);
+
+    void remove(const std::string& key) { changeTogether({}, {key}); }
+
+    /// In one save.
+    void setTogether(DefaultsValues values) { changeTogether(std::move(values), {}); }
 
     /// The value, or nothing when the key is absent or holds another type.
     [[nodiscard]] std::optional<bool> boolean(const std::string& key) const;

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace morvex {
 
@@ -22,13 +23,8 @@ class ImmediateDefaults : private ImmediateSaving, public JsonDefaults {
     explicit ImmediateDefaults(const std::filesystem::path& configHome)
         : JsonDefaults(configHome, {executor, executor, clock}) {}
 
-    void setTogether(DefaultsValues values) override {
-        JsonDefaults::setTogether(std::move(values));
-        clock.advance(SaveQueue::pause);
-    }
-
-    void remove(const std::string& key) override {
-        JsonDefaults::remove(key);
+    void changeTogether(DefaultsValues values, const std::vector<std::string>& removed) override {
+        JsonDefaults::changeTogether(std::move(values), removed);
         clock.advance(SaveQueue::pause);
     }
 

@@ -66,6 +66,19 @@ TEST_F(SlowJsonDefaultsTest, ChangesDuringASaveGoTogetherIntoTheNext) {
     write();
 }
 
+TEST_F(SlowJsonDefaultsTest, WhatIsSetAndRemovedTogetherIsInOneSave) {
+    defaults.setTogether({{"account.1", true}, {"account.2", true}});
+    write();
+    defaults.changeTogether({{"account.3", true}}, {"account.1", "account.2", "never there"});
+    home.runUntilIdle();
+    EXPECT_EQ(disk.runUntilIdle(), 1);
+    EXPECT_FALSE(kept().boolean("account.1"));
+    EXPECT_FALSE(kept().boolean("account.2"));
+    EXPECT_EQ(kept().boolean("account.3"), true);
+    home.runUntilIdle();
+    EXPECT_EQ(disk.runUntilIdle(), 0);
+}
+
 TEST_F(SlowJsonDefaultsTest, TheEndWaitsForWhatIsLeftAndNothingIsSavedBehindIt) {
     defaults.set("first", true);
     home.runUntilIdle();
