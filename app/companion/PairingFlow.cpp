@@ -14,8 +14,8 @@ namespace morvex {
 
 namespace {
 
-/// From a removal from the vault that failed to the next one.
-constexpr Clock::Duration removalRetry = std::chrono::seconds(5);
+/// From a change that the vault refused to the next try.
+constexpr Clock::Duration vaultRetry = std::chrono::seconds(5);
 
 Task<void> start(std::shared_ptr<RelayLink> link) {
     co_await link->start();
@@ -132,11 +132,12 @@ Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
     uklada_ = false;
     if (generation != generation_) {
         // Refused, cancelled or begun anew meanwhile: what was kept before is kept again.
-        auto before = state_.protejsek.value();
-        (void)co_await runOn(services_.vaultThread, [uloziste, &before] {
-            return before ? uloziste->ulozProtejsek(*before) : uloziste->smazProtejsek();
-        });
-        co_return;
+        co_return co_await dokudNeniZapsano(
+            "Zrušené párování se nepodařilo smazat: ", [this, uloziste, peer]() -> Zapis {
+                return [uloziste, peer, predchozi = state_.protejsek.value()] {
+                    return vratitPar(*uloziste, peer, predchozi);
+                };
+            });
     }
     if (!saved) co_return selhat("Párování se nepodařilo uložit: " + saved.error().popis());
     ++generation_;
@@ -185,16 +186,20 @@ Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
     // Both may fail. Another phone may be paired while they take their time.
     (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita());
     auto* uloziste = &services_.uloziste;
+    co_await dokudNeniZapsano("Odpojení telefonu se nepodařilo uložit: ", [uloziste, protejsek]() -> Zapis {
+        return [uloziste, protejsek] { return smazatPar(*uloziste, protejsek); };
+    });
+}
+
+Task<void> PairingFlow::dokudNeniZapsano(std::string neslo, std::function<Zapis()> zapis) {
     std::optional<std::string> told;
     for (;;) {
-        auto removed = co_await runOn(services_.vaultThread,
-                                      [uloziste, &protejsek] { return smazatPar(*uloziste, protejsek); });
-        if (removed) break;
-        told = "Odpojení telefonu se nepodařilo uložit: " + removed.error().popis();
+        auto done = co_await runOn(services_.vaultThread, zapis());
+        if (done) break;
+        told = neslo + done.error().popis();
         state_.potiz = told;
-        // A locked keyring would ask each time.
-        if (jeZamceno(removed.error())) co_return;
-        if (!co_await sleepFor(services_.relay.clock, removalRetry, services_.scope.token())) co_return;
+        if (jeZamceno(done.error())) co_return;
+        if (!co_await sleepFor(services_.relay.clock, vaultRetry, services_.scope.token())) co_return;
     }
     if (told && state_.potiz.value() == told) state_.potiz = std::nullopt;
 }

@@ -77,6 +77,11 @@ class PairingFlow {
     void prijmout(const Envelope& envelope, const std::string& relayURL);
     Task<void> ulozit(PairedPeer peer, std::uint64_t generation);
     Task<void> zapomenout(RelayAddress address, PairedPeer protejsek);
+    /// What the vault has to do, on its thread; made anew for each try.
+    using Zapis = std::function<Result<void>()>;
+    /// Until the vault has done it: a failure is told, behind `neslo`, and it is tried again. Not where it is
+    /// locked, since it would ask each time.
+    Task<void> dokudNeniZapsano(std::string neslo, std::function<Zapis()> zapis);
     /// Stops the pairing link in the background.
     void zastavit();
     void selhat(std::string text);

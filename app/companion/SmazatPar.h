@@ -2,6 +2,8 @@
 
 #include "shared-apple/IdentityStore.h"
 
+#include <optional>
+
 namespace morvex {
 
 /// Removes the stored peer if it is still this one: another phone may have been paired since the caller
@@ -10,6 +12,16 @@ inline Result<void> smazatPar(IdentityStore& uloziste, const PairedPeer& protejs
     auto kept = uloziste.nactiProtejsek();
     bool isAnother = kept && *kept && (*kept)->pairID != protejsek.pairID;
     return isAnother ? Result<void>{} : uloziste.smazProtejsek();
+}
+
+/// Keeps what was kept before `odmitnuty`, if that one is kept now; the same may be asked for again.
+inline Result<void> vratitPar(IdentityStore& uloziste, const PairedPeer& odmitnuty,
+                              const std::optional<PairedPeer>& predchozi) {
+    auto kept = uloziste.nactiProtejsek();
+    bool isOver =
+        kept && (!*kept || (*kept)->pairID != odmitnuty.pairID || (*kept)->deviceID != odmitnuty.deviceID);
+    if (isOver) return {};
+    return predchozi ? uloziste.ulozProtejsek(*predchozi) : uloziste.smazProtejsek();
 }
 
 } // namespace morvex

@@ -296,6 +296,10 @@
         <translation>Die Datei konnte beim Start nicht gelesen werden. Beende Morvex und starte es neu.</translation>
     </message>
     <message>
+        <source>Zrušené párování se nepodařilo smazat: %1</source>
+        <translation>Die abgebrochene Kopplung konnte nicht gelöscht werden: %1</translation>
+    </message>
+    <message>
         <source>Odpojení telefonu se nepodařilo uložit: %1</source>
         <translation>Das Trennen des Telefons konnte nicht gespeichert werden: %1</translation>
     </message>

@@ -296,6 +296,10 @@
         <translation>The file could not be read at the start. Quit Morvex and start it again.</translation>
     </message>
     <message>
+        <source>Zrušené párování se nepodařilo smazat: %1</source>
+        <translation>The pairing that was cancelled could not be deleted: %1</translation>
+    </message>
+    <message>
         <source>Odpojení telefonu se nepodařilo uložit: %1</source>
         <translation>The unpairing of the phone could not be saved: %1</translation>
     </message>

@@ -296,6 +296,10 @@
         <translation>El archivo no se pudo leer al iniciar. Cierra Morvex y vuelve a abrirlo.</translation>
     </message>
     <message>
+        <source>Zrušené párování se nepodařilo smazat: %1</source>
+        <translation>No se pudo eliminar la vinculación cancelada: %1</translation>
+    </message>
+    <message>
         <source>Odpojení telefonu se nepodařilo uložit: %1</source>
         <translation>No se pudo guardar la desvinculación del teléfono: %1</translation>
     </message>

@@ -296,6 +296,10 @@
         <translation>Le fichier n’a pas pu être lu au démarrage. Quitte Morvex et relance-le.</translation>
     </message>
     <message>
+        <source>Zrušené párování se nepodařilo smazat: %1</source>
+        <translation>L’association annulée n’a pas pu être supprimée : %1</translation>
+    </message>
+    <message>
         <source>Odpojení telefonu se nepodařilo uložit: %1</source>
         <translation>La dissociation du téléphone n’a pas pu être enregistrée : %1</translation>
     </message>

@@ -213,6 +213,40 @@ TEST_F(PairingFlowTest, ARefusalDuringTheSaveKeepsNothing) {
     EXPECT_FALSE(companion->stav().protejsek.value());
 }
 
+TEST_F(PairingFlowTest, ARefusalDuringTheSaveThatCannotBeTakenBackIsToldAndTriedAgain) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    store.failDelete = TextError{"Na disku není místo."};
+    flow().potvrditCislo(number());
+    flow().odmitnoutCislo();
+    executor.runUntilIdle();
+    EXPECT_EQ(failure(), doNotMatch);
+    EXPECT_EQ(trouble(), "Zrušené párování se nepodařilo smazat: Na disku není místo.");
+    store.failDelete.reset();
+    clock.advance(std::chrono::seconds(5));
+    executor.runUntilIdle();
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    EXPECT_EQ(trouble(), "none");
+}
+
+TEST_F(PairingFlowTest, APhoneThatWasPairedSinceARefusalStays) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    store.failDelete = TextError{"Na disku není místo."};
+    flow().potvrditCislo(number());
+    flow().odmitnoutCislo();
+    executor.runUntilIdle();
+    auto other = phone.asPeer();
+    other.deviceID = DeviceIdentity::generate().deviceID();
+    (void)store.held.ulozProtejsek(other);
+    store.failDelete.reset();
+    clock.advance(std::chrono::seconds(5));
+    executor.runUntilIdle();
+    EXPECT_EQ(store.held.nactiProtejsek().value(), other);
+}
+
 TEST_F(PairingFlowTest, ACancelDuringTheSaveKeepsTheOldPhone) {
     startSecured();
     auto old = companion->stav().protejsek.value();
