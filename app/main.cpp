@@ -6,37 +6,10 @@
 #include "app/ui/TolvyCompanionApp.h"
 #include "foundation/ProgramLog.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/linux/BoottimeClock.h"
-#include "platform/linux/DesktopNotifications.h"
-#include "platform/linux/DesktopUrlOpener.h"
-#include "platform/linux/DisplayServer.h"
-#include "platform/linux/HostnamedName.h"
-#include "platform/linux/InodeBookmarks.h"
-#include "platform/linux/JsonDefaults.h"
-#include "platform/linux/LockFileInstance.h"
-#include "platform/linux/LogindSleepInhibitor.h"
-#include "platform/linux/LogindSleepMonitor.h"
-#include "platform/linux/NetlinkMonitor.h"
-#include "platform/linux/OrphanWatch.h"
-#include "platform/linux/OwnEnvironment.h"
-#include "platform/linux/PortalColorScheme.h"
-#include "platform/linux/SpawnLauncher.h"
-#include "platform/linux/StatusNotifierTray.h"
-#include "platform/linux/SysfsPower.h"
-#include "platform/linux/SystemRandom.h"
-#include "platform/linux/UPowerMonitor.h"
-#include "platform/linux/VaultChoice.h"
-#include "platform/linux/XdgAutostart.h"
-#include "platform/linux/XdgFolders.h"
-#include "platform/net/BeastWebSocketClient.h"
-#include "platform/net/CurlHttpClient.h"
-#include "platform/qt/QtClipboard.h"
-#include "platform/qt/QtFolderPicker.h"
-#include "platform/qt/QtMainExecutor.h"
-#include "platform/qt/UnixSignals.h"
-#include "platform/qt/XembedTray.h"
 #include "shared-apple/KeychainStore.h"
 #include "shared/base/LogQueue.h"
+
+#include MORVEX_SYSTEM
 
 #include <QApplication>
 #include <QQuickWindow>
@@ -45,7 +18,6 @@
 #include <csignal>
 #include <cstdio>
 #include <functional>
-#include <malloc.h>
 #include <memory>
 #include <optional>
 #include <string_view>
@@ -75,56 +47,43 @@ using Print = std::function<void(const std::string&)>;
 constexpr std::size_t longestPrint = 256 * 1024;
 
 /// Everything that the companion works with. The executors go last: whatever still hops there finds them.
-struct System {
-    System(std::unique_ptr<Clock> given, OrphanWatch& orphans)
-        : clock(std::move(given)), processes(&orphans) {}
+struct Surroundings {
+    Surroundings(std::unique_ptr<Clock> given, StartedPrograms& started)
+        : clock(std::move(given)),
+          system(main, records, *clock, started, QCoreApplication::applicationFilePath().toStdString()) {}
 
     QtMainExecutor main;
     ThreadExecutor storage{"uloziste"};
     ThreadExecutor records{"zapis"};
     ThreadExecutor workers{"pracovnik", 2};
-    BeastWebSocketClient sockets;
     std::unique_ptr<Clock> clock;
     ProgramLog log{STDERR_FILENO, *clock};
-    SystemRandom random;
-    CurlHttpClient http;
-    XdgFolders folders;
-    JsonDefaults defaults{folders.configuration(), {main, records, *clock}};
-    VaultChoice vault{folders.applicationSupport()};
-    KeychainStore uloziste{vault, "zz.bramwicks.tolvy"};
-    InodeBookmarks bookmarks;
-    SysfsPower kernelPower;
-    UPowerMonitor power{kernelPower};
-    LogindSleepMonitor sleep;
-    NetlinkMonitor network;
-    LogindSleepInhibitor inhibitor;
-    XdgAutostart loginItem{folders.configuration(), QCoreApplication::applicationFilePath().toStdString()};
-    SpawnLauncher processes;
-    DesktopUrlOpener opener;
+    System system;
+    KeychainStore uloziste{system.vault, "zz.bramwicks.tolvy"};
 
     CompanionServices services(FolderPicker& picker) {
-        return {main,
-                storage,
-                records,
-                workers,
-                {{sockets.executor(), *clock, sockets}, random},
-                http,
-                uloziste,
-                vault,
-                defaults,
-                bookmarks,
-                picker,
-                folders,
-                power,
-                sleep,
-                network,
-                inhibitor,
-                loginItem,
-                processes,
-                opener,
-                ownEnvironment(),
-                HostnamedName().name(),
-                version};
+        return {.main = main,
+                .vaultThread = storage,
+                .recordsThread = records,
+                .workers = workers,
+                .link = {{system.sockets.executor(), *clock, system.sockets}, system.random},
+                .http = system.http,
+                .uloziste = uloziste,
+                .vault = system.vault,
+                .defaults = system.defaults,
+                .bookmarks = system.bookmarks,
+                .folderPicker = picker,
+                .folders = system.folders,
+                .power = system.power,
+                .sleep = system.sleep,
+                .network = system.network,
+                .inhibitor = system.inhibitor,
+                .loginItem = system.loginItem,
+                .processes = system.processes,
+                .opener = system.opener,
+                .environment = ownEnvironment(),
+                .jmenoZarizeni = computerName(),
+                .verzeAplikace = version};
     }
 };
 
@@ -137,7 +96,7 @@ int giveUp(Face face, const std::string& words) {
     return 1;
 }
 
-Result<LockFileInstance::Claim> claimData(LockFileInstance& instance, const Clock& clock) {
+Result<OnlyInstance::Claim> claimData(OnlyInstance& instance, const Clock& clock) {
     const ProgramLog log(STDERR_FILENO, clock);
     return instance.claim();
 }
@@ -145,13 +104,13 @@ Result<LockFileInstance::Claim> claimData(LockFileInstance& instance, const Cloc
 /// The companion, and what runs on its behalf until it has ended.
 struct Running {
     /// `complain` tells a person who has left already.
-    Running(System& system, FolderPicker& picker, Print complain)
-        : defaults(system.defaults),
+    Running(Surroundings& around, FolderPicker& picker, Print complain)
+        : defaults(around.system.defaults),
           complain(std::move(complain)),
-          companion(system.services(picker)),
+          companion(around.services(picker)),
           features(companion),
-          commands(system.main),
-          ending(system.main) {}
+          commands(around.main),
+          ending(around.main) {}
 
     /// Any number of times: another signal may come until the main loop has ended.
     void quit() {
@@ -178,7 +137,7 @@ struct Running {
         if (co_await sleepFor(clock, patience, commands.token())) next();
     }
 
-    JsonDefaults& defaults;
+    decltype(System::defaults)& defaults;
     Print complain;
     Companion companion;
     Features features;
@@ -187,13 +146,13 @@ struct Running {
     bool isEnding = false;
 };
 
-int runConsole(System& system, const Print& print) {
+int runConsole(Surroundings& around, const Print& print) {
     ConsoleFolderPicker picker;
-    Running running(system, picker, print);
+    Running running(around, picker, print);
     auto quit = [&running] { running.quit(); };
-    ConsoleShell shell(
-        running.companion, running.features,
-        {*system.clock, picker, system.folders, running.commands, print, quit, ::isatty(STDOUT_FILENO) != 0});
+    ConsoleShell shell(running.companion, running.features,
+                       {*around.clock, picker, around.system.folders, running.commands, print, quit,
+                        ::isatty(STDOUT_FILENO) != 0});
     std::optional<LineReader> reader;
     bool isListening = false;
     auto listen = [&] {
@@ -202,76 +161,71 @@ int runConsole(System& system, const Print& print) {
         if (LineReader::hasInput(STDIN_FILENO))
             reader.emplace(STDIN_FILENO, [&shell](const std::string& line) { shell.handle(line); });
     };
-    UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
-    if (auto problem = system.defaults.problem()) print(*problem);
+    EndSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
+    if (auto problem = around.system.defaults.problem()) print(*problem);
     running.commands.spawn(running.startThen(listen));
-    running.commands.spawn(running.afterPatience(*system.clock, listen));
+    running.commands.spawn(running.afterPatience(*around.clock, listen));
     return QCoreApplication::exec();
 }
 
-int runWindow(System& system, LockFileInstance& instance, const Print& print) {
-    QtFolderPicker picker;
-    QtClipboard clipboard;
-    DesktopNotifications notifications;
-    PortalColorScheme colors;
-    XembedTray embedding;
-    StatusNotifierTray tray(embedding);
-    Running running(system, picker, [&notifications, &print](const std::string& problem) {
+int runWindow(Surroundings& around, OnlyInstance& instance, const Print& print) {
+    Desktop desktop;
+    Running running(around, desktop.picker, [&desktop, &print](const std::string& problem) {
         print(problem);
-        notifications.show({"Morvex", problem, {}, {}});
+        desktop.notifications.show({"Morvex", problem, {}, {}});
     });
     auto quit = [&] {
-        picker.close();
+        desktop.picker.close();
         running.quit();
     };
     TolvyCompanionApp window(running.companion, running.features,
-                             {*system.clock, running.commands, clipboard, notifications, colors, tray,
-                              version, quit, [] { ::malloc_trim(0); }});
-    UnixSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
-    if (auto problem = system.defaults.problem()) print(*problem);
+                             {*around.clock, running.commands, desktop.clipboard, desktop.notifications,
+                              desktop.colors, desktop.tray, version, quit, releaseMemory});
+    EndSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
+    if (auto problem = around.system.defaults.problem()) print(*problem);
     instance.onCall([&window] { window.openMainWindow(); });
     window.start();
     running.commands.spawn(running.companion.spustit());
     return QCoreApplication::exec();
 }
 
-int run(Face face, OrphanWatch& orphans) {
-    auto clock = BoottimeClock::create();
+int run(Face face, StartedPrograms& started) {
+    auto clock = SystemClock::create();
     if (!clock) return giveUp(face, "Morvex nemá hodiny: " + clock.error().popis());
-    LockFileInstance instance(XdgFolders().applicationSupport());
+    OnlyInstance instance(applicationSupport());
     const auto claim = claimData(instance, **clock);
     if (!claim) return giveUp(face, claim.error().popis());
-    if (*claim == LockFileInstance::Claim::heldByAnother) {
+    if (*claim == OnlyInstance::Claim::heldByAnother) {
         if (face == Face::window && instance.callOther()) return 0;
         return giveUp(face, "Morvex už nad těmito daty běží.");
     }
     // A reader that stops must not stop the program.
     LogQueue output(STDOUT_FILENO, {.longest = longestPrint, .lost = " řádků výpisu se ztratilo."});
     const Print print = [&output](const std::string& text) { output.write(text); };
-    System system(*std::move(clock), orphans);
-    return face == Face::window ? runWindow(system, instance, print) : runConsole(system, print);
+    Surroundings around(*std::move(clock), started);
+    return face == Face::window ? runWindow(around, instance, print) : runConsole(around, print);
 }
 
 /// With an application of the toolkit, so that there may be a window.
-int runWatched(Face face, Result<OrphanWatch>& orphans) {
-    if (orphans) return run(face, *orphans);
-    if (const auto clock = BoottimeClock::create()) {
+int runWatched(Face face, Result<StartedPrograms>& started) {
+    if (started) return run(face, *started);
+    if (const auto clock = SystemClock::create()) {
         const ProgramLog log(STDERR_FILENO, **clock);
-        logCause("watching started programs", orphans.error());
+        logCause("watching started programs", started.error());
     }
-    return giveUp(face, "Morvex nemůže hlídat programy, které spustí: " + orphans.error().popis());
+    return giveUp(face, "Morvex nemůže hlídat programy, které spustí: " + started.error().popis());
 }
 
 int runWith(Face face, int argc, char** argv) {
-    auto orphans = OrphanWatch::create();
+    auto started = StartedPrograms::create();
     if (face == Face::console) {
         QCoreApplication application(argc, argv);
-        return runWatched(face, orphans);
+        return runWatched(face, started);
     }
     QApplication application(argc, argv);
     // A few cards need no graphics card, and without one the program starts faster and stays smaller.
     QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-    return runWatched(face, orphans);
+    return runWatched(face, started);
 }
 
 } // namespace

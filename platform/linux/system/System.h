@@ -1,0 +1,101 @@
+#pragma once
+
+#include "platform/linux/BoottimeClock.h"
+#include "platform/linux/DesktopNotifications.h"
+#include "platform/linux/DesktopUrlOpener.h"
+#include "platform/linux/DisplayServer.h"
+#include "platform/linux/HostnamedName.h"
+#include "platform/linux/InodeBookmarks.h"
+#include "platform/linux/JsonDefaults.h"
+#include "platform/linux/LockFileInstance.h"
+#include "platform/linux/LogindSleepInhibitor.h"
+#include "platform/linux/LogindSleepMonitor.h"
+#include "platform/linux/NetlinkMonitor.h"
+#include "platform/linux/OrphanWatch.h"
+#include "platform/linux/OwnEnvironment.h"
+#include "platform/linux/PortalColorScheme.h"
+#include "platform/linux/SpawnLauncher.h"
+#include "platform/linux/StatusNotifierTray.h"
+#include "platform/linux/SysfsPower.h"
+#include "platform/linux/SystemRandom.h"
+#include "platform/linux/UPowerMonitor.h"
+#include "platform/linux/VaultChoice.h"
+#include "platform/linux/XdgAutostart.h"
+#include "platform/linux/XdgFolders.h"
+#include "platform/net/BeastWebSocketClient.h"
+#include "platform/net/CurlHttpClient.h"
+#include "platform/qt/QtClipboard.h"
+#include "platform/qt/QtFolderPicker.h"
+#include "platform/qt/QtMainExecutor.h"
+#include "platform/qt/UnixSignals.h"
+#include "platform/qt/XembedTray.h"
+
+#include <malloc.h>
+#include <memory>
+#include <string>
+
+namespace morvex {
+
+// The adapters of this system under names that every system has. The program's `main` knows no others.
+
+using SystemClock = BoottimeClock;
+/// One companion a data folder.
+using OnlyInstance = LockFileInstance;
+/// Ends started programs that outlive this one.
+using StartedPrograms = OrphanWatch;
+/// What asks this program to end.
+using EndSignals = UnixSignals;
+
+/// What the system does for a companion, with a window or without.
+struct System {
+    /// `records`: where settings are written. `executable`: the absolute path of this program. All of it
+    /// outlives this object.
+    System(Executor& main, Executor& records, Clock& clock, StartedPrograms& started,
+           const std::string& executable)
+        : defaults(folders.configuration(), {main, records, clock}),
+          loginItem(folders.configuration(), executable),
+          processes(&started) {}
+
+    BeastWebSocketClient sockets;
+    SystemRandom random;
+    CurlHttpClient http;
+    XdgFolders folders;
+    JsonDefaults defaults;
+    VaultChoice vault{folders.applicationSupport()};
+    InodeBookmarks bookmarks;
+    SysfsPower kernelPower;
+    UPowerMonitor power{kernelPower};
+    LogindSleepMonitor sleep;
+    NetlinkMonitor network;
+    LogindSleepInhibitor inhibitor;
+    XdgAutostart loginItem;
+    SpawnLauncher processes;
+    DesktopUrlOpener opener;
+};
+
+/// What it does for a window besides.
+struct Desktop {
+    QtFolderPicker picker;
+    QtClipboard clipboard;
+    DesktopNotifications notifications;
+    PortalColorScheme colors;
+    XembedTray embedding;
+    StatusNotifierTray tray{embedding};
+};
+
+/// Where a user's data lie.
+inline std::string applicationSupport() {
+    return XdgFolders().applicationSupport();
+}
+
+/// Shown on the phone.
+inline std::string computerName() {
+    return HostnamedName().name();
+}
+
+/// Gives unused memory back.
+inline void releaseMemory() {
+    ::malloc_trim(0);
+}
+
+} // namespace morvex
