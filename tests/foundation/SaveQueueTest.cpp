@@ -1,10 +1,13 @@
 #include "foundation/SaveQueue.h"
 
+#include "foundation/SystemError.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
+#include "tests/support/HeardLog.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <optional>
 #include <string>
 #include <vector>
@@ -186,6 +189,16 @@ TEST_F(SaveQueueTest, AChangeIsOnTheDiskWithTheSaveThatHoldsIt) {
     isBroken = true;
     write();
     EXPECT_EQ(home.run(std::move(later)), false);
+}
+
+TEST_F(SaveQueueTest, TheSystemsOwnWordsOfAFailureGoToTheLog) {
+    HeardLog log;
+    const auto failing = []() -> Result<void> { return fail(SystemError{ENOSPC}); };
+    SaveQueue other({home, disk, clock},
+                    {[failing] { return SaveQueue::Save{0, failing}; }, [](const Result<void>&) {}});
+    (void)other.request(0);
+    write();
+    EXPECT_EQ(log.lines(), Texts{"saving: No space left on device"});
 }
 
 TEST_F(SaveQueueTest, AStoreThatIsDestroyedBeforeItWasSavedEndsTheProcess) {

@@ -5,6 +5,7 @@
 #include "platform/memory/ManualExecutor.h"
 #include "tests/app/execution/FileTree.h"
 #include "tests/support/Await.h"
+#include "tests/support/HeardLog.h"
 #include "tests/support/PlainUser.h"
 
 #include <gtest/gtest.h>
@@ -114,6 +115,19 @@ TEST_F(SouboryBridgeTest, AFileThatMayNotBeReadIsToldAndCalledAFile) {
     tree.close("home/Projects/locked");
     const PlainUser user;
     EXPECT_EQ(read("locked"), "Soubor locked se nepodařilo přečíst.");
+}
+
+TEST_F(SouboryBridgeTest, TheSystemsOwnWordsOfAFailureGoToTheLog) {
+    tree.file("home/Projects/locked", "secret");
+    tree.close("home/Projects/locked");
+    HeardLog log;
+    {
+        const PlainUser user;
+        EXPECT_EQ(read("locked"), "Soubor locked se nepodařilo přečíst.");
+    }
+    EXPECT_EQ(log.lines(), std::vector<std::string>{"reading a file: Permission denied"});
+    EXPECT_TRUE(write(std::string(300, 'x'), "x").starts_with("Zápis selhal: "));
+    EXPECT_EQ(log.lines(), std::vector<std::string>{"writing a file: File name too long"});
 }
 
 TEST_F(SouboryBridgeTest, ReadAndWriteTellTheRefusalsOfThePathCheck) {

@@ -5,6 +5,7 @@
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/ScriptedPrograms.h"
 #include "shared/wire/TalkSpanError.h"
+#include "tests/support/HeardLog.h"
 
 #include <gtest/gtest.h>
 
@@ -332,6 +333,13 @@ TEST_F(ProcessRunnerTest, OutputThatDoesNotEndIsAwaitedTwoSecondsAfterTheExit) {
     executor.runUntilIdle();
     EXPECT_EQ(result.value().value().vystup, "kept");
     EXPECT_EQ(lines, std::vector<std::string>{"kept"});
+}
+
+TEST_F(ProcessRunnerTest, TheSystemsOwnWordsOfAFailedLaunchGoToTheLog) {
+    HeardLog log;
+    programs.problems.emplace("/bin/tool", SystemError{EACCES});
+    begin();
+    EXPECT_EQ(log.lines(), std::vector<std::string>{"starting a program: Permission denied"});
 }
 
 TEST_F(ProcessRunnerTest, AFailedLaunchIsToldInWords) {

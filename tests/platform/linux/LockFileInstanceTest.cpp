@@ -1,5 +1,6 @@
 #include "platform/linux/LockFileInstance.h"
 
+#include "tests/support/HeardLog.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QCoreApplication>
@@ -10,6 +11,7 @@
 #include <string>
 #include <sys/fsuid.h>
 #include <unistd.h>
+#include <vector>
 
 namespace morvex {
 namespace {
@@ -64,6 +66,14 @@ TEST(LockFileInstance, WhereTheLockCannotBeMadeItSaysWhy) {
     EXPECT_EQ(claimOf(instance), unusable("Cesta vede přes odkaz, který nejde sledovat."));
     std::filesystem::remove(folder.path() / "Morvex" / "lock");
     EXPECT_EQ(claimOf(instance), "made");
+}
+
+TEST(LockFileInstance, WhereTheLockCannotBeMadeTheSystemsOwnWordsGoToTheLog) {
+    TemporaryFolder folder;
+    std::filesystem::create_directories(folder.path() / "Morvex" / "lock");
+    HeardLog log;
+    EXPECT_FALSE(LockFileInstance(folder.path()).claim());
+    EXPECT_EQ(log.lines(), std::vector<std::string>{"using the data folder: Is a directory"});
 }
 
 TEST(LockFileInstance, AFolderThatItMayNotWriteIntoIsNotTakenForAnotherProcess) {

@@ -8,6 +8,8 @@
 namespace morvex {
 namespace {
 
+using namespace std::chrono_literals;
+
 class SlowJsonDefaultsTest : public testing::Test, public SlowDefaults {
   protected:
     bool end() {
@@ -179,6 +181,41 @@ TEST_F(SlowJsonDefaultsTest, AnEqualChangeEndsTheProposalWhoseSaveIsUnderWayAlso
     EXPECT_EQ(defaults.boolean("key"), false);
     EXPECT_EQ(kept().boolean("key"), false);
     EXPECT_EQ(told, std::vector<std::string>{"key failed: Nastavení se mezitím změnilo."});
+}
+
+TEST_F(SlowJsonDefaultsTest, ALaterProposalEndsTheOneOfItsValueThatWaits) {
+    defaults.set("busy", true);
+    home.runUntilIdle();
+    propose("key");
+    propose("key");
+    write();
+    write();
+    EXPECT_EQ(kept().boolean("key"), true);
+    EXPECT_EQ(told, (std::vector<std::string>{"key failed: Nastavení se mezitím změnilo.", "key saved"}));
+}
+
+TEST_F(SlowJsonDefaultsTest, ARemovalEndsTheProposalWhoseSaveIsUnderWay) {
+    propose("key");
+    defaults.remove("key");
+    write();
+    write();
+    EXPECT_FALSE(defaults.boolean("key"));
+    EXPECT_FALSE(kept().boolean("key"));
+    EXPECT_EQ(told, std::vector<std::string>{"key failed: Nastavení se mezitím změnilo."});
+}
+
+TEST_F(SlowJsonDefaultsTest, AFailedSaveIsTriedAgainAfterFiveSeconds) {
+    breakSaves();
+    defaults.set("key", true);
+    write();
+    mendSaves();
+    clock.advance(4999ms);
+    write();
+    EXPECT_TRUE(defaults.problem());
+    clock.advance(1ms);
+    write();
+    EXPECT_FALSE(defaults.problem());
+    EXPECT_EQ(kept().boolean("key"), true);
 }
 
 TEST_F(SlowJsonDefaultsTest, AFileThatIsLeftAloneRefusesProposals) {
