@@ -47,8 +47,8 @@ using Print = std::function<void(const std::string&)>;
 constexpr std::size_t longestPrint = 256 * 1024;
 
 /// Everything that the companion works with. The executors go last: whatever still hops there finds them.
-struct Surroundings {
-    Surroundings(std::unique_ptr<Clock> given, StartedPrograms& started)
+struct Runtime {
+    Runtime(std::unique_ptr<Clock> given, StartedPrograms& started)
         : clock(std::move(given)),
           system(main, records, *clock, started, QCoreApplication::applicationFilePath().toStdString()) {}
 
@@ -104,7 +104,7 @@ Result<OnlyInstance::Claim> claimData(OnlyInstance& instance, const Clock& clock
 /// The companion, and what runs on its behalf until it has ended.
 struct Running {
     /// `complain` tells a person who has left already.
-    Running(Surroundings& around, FolderPicker& picker, Print complain)
+    Running(Runtime& around, FolderPicker& picker, Print complain)
         : defaults(around.system.defaults),
           complain(std::move(complain)),
           companion(around.services(picker)),
@@ -146,7 +146,7 @@ struct Running {
     bool isEnding = false;
 };
 
-int runConsole(Surroundings& around, const Print& print) {
+int runConsole(Runtime& around, const Print& print) {
     ConsoleFolderPicker picker;
     Running running(around, picker, print);
     auto quit = [&running] { running.quit(); };
@@ -168,7 +168,7 @@ int runConsole(Surroundings& around, const Print& print) {
     return QCoreApplication::exec();
 }
 
-int runWindow(Surroundings& around, OnlyInstance& instance, const Print& print) {
+int runWindow(Runtime& around, OnlyInstance& instance, const Print& print) {
     Desktop desktop;
     Running running(around, desktop.picker, [&desktop, &print](const std::string& problem) {
         print(problem);
@@ -202,7 +202,7 @@ int run(Face face, StartedPrograms& started) {
     // A reader that stops must not stop the program.
     LogQueue output(STDOUT_FILENO, {.longest = longestPrint, .lost = " řádků výpisu se ztratilo."});
     const Print print = [&output](const std::string& text) { output.write(text); };
-    Surroundings around(*std::move(clock), started);
+    Runtime around(*std::move(clock), started);
     return face == Face::window ? runWindow(around, instance, print) : runConsole(around, print);
 }
 

@@ -53,7 +53,10 @@ class Computer {
           tools_(notes_),
           approvals_(clock, random, scope_),
           gate_(table_, state_, approvals_, random),
-          link_(device.main, scope_, [this](SecureLink::Udalost event) { return handle(std::move(event)); }),
+          link_(device.main, scope_,
+                [this](std::shared_ptr<SecureLink> from, SecureLink::Udalost event) {
+                    return handle(std::move(from), std::move(event));
+                }),
           sync_(notes_, summaries_, {link_, device.main, scope_, [](const std::string&) {}}) {
         table_.add(MacToolName::status, [] { return true; }, this, &Computer::tellStatus);
         tools_.addTo(table_, [] { return true; });
@@ -74,16 +77,16 @@ class Computer {
     void end() { await(device_.main, disconnect()); }
 
   private:
-    Task<void> handle(SecureLink::Udalost event) {
-        if (std::holds_alternative<SecureLink::Pripraveno>(event)) co_await sync_.doplnit(link_.soucasne());
+    Task<void> handle(std::shared_ptr<SecureLink> from, SecureLink::Udalost event) {
+        if (std::holds_alternative<SecureLink::Pripraveno>(event)) co_await sync_.doplnit(from);
         auto* message = std::get_if<SecureLink::Zprava>(&event);
         if (const auto* told = message ? message->payload.as<MacPayload::NoteUpdate>() : nullptr)
-            co_await sync_.prijmout(*told);
+            co_await sync_.prijmout(*told, from);
         const auto* call = message ? message->payload.as<MacPayload::ToolCall>() : nullptr;
         if (!call) co_return;
         co_await sync_.vyrizeno();
         auto outcome = co_await gate_.provestNastroj({call->name, {}, message->requestID});
-        (void)co_await link_.poslat({MacPayload::ToolResult{outcome.ok, encode(outcome.result)}},
+        (void)co_await from->poslat({MacPayload::ToolResult{outcome.ok, encode(outcome.result)}},
                                     message->requestID);
     }
 

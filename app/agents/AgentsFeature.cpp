@@ -42,7 +42,7 @@ AgentsFeature::AgentsFeature(FeatureContext& context, const Slozky& slozky, Prog
       tools_(runner_, *historie_, sync_, foldersOf(slozky), context.scope) {
     tools_.addTo(context.tools, offer());
     context.inbox.take<MacPayload::WorkItemAck>(
-        [this](MacPayload::WorkItemAck potvrzeni, const std::string&) { return potvrzeno(potvrzeni); });
+        [this](MacPayload::WorkItemAck potvrzeni, const Delivery&) { return potvrzeno(potvrzeni); });
 }
 
 AgentTools::Offer AgentsFeature::offer() const {

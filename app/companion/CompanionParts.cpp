@@ -28,7 +28,9 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
       integrations(services.defaults),
       gate(tools, state, schvalovani, services.link.random),
       phone(services.main, scope,
-            [this](SecureLink::Udalost event) { return events.zpracovat(std::move(event)); }),
+            [this](std::shared_ptr<SecureLink> link, SecureLink::Udalost event) {
+                return events.zpracovat(std::move(link), std::move(event));
+            }),
       context{services,
               integrations,
               tools,
@@ -48,21 +50,20 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
                 companion.pripojit();
                 companion.obnovit();
             }}),
-      events({state, services.link.relay.clock, schvalovani, inbox, phone, context.features,
-              context.sendStatus, [&companion] { return companion.zapomenoutNeplatny(); }}),
+      events({state, services.link.relay.clock, schvalovani, inbox, context.features, context.sendStatus,
+              [&companion] { return companion.zapomenoutNeplatny(); }}),
       parovani({services.main, services.vaultThread, services.link.relay, services.http, services.uloziste,
                 scope, keys},
                state,
                {[&companion] { companion.pripojit(); }, [&companion] { companion.odpojit(); },
                 [&companion] { companion.opustitTelefon(); }}) {
     tools.add(MacToolName::status, [] { return true; }, &status, &StatusSync::nastroj);
-    inbox.take<MacPayload::ToolCall>([this](MacPayload::ToolCall call, std::string requestID) {
-        return calls.zpracovat(std::move(call), std::move(requestID));
+    inbox.take<MacPayload::ToolCall>([this](MacPayload::ToolCall call, Delivery delivery) {
+        return calls.zpracovat(std::move(call), std::move(delivery));
     });
-    inbox.take<MacPayload::ApprovalDecision>(
-        [this](MacPayload::ApprovalDecision decision, const std::string&) {
-            return decide(&schvalovani, std::move(decision));
-        });
+    inbox.take<MacPayload::ApprovalDecision>([this](MacPayload::ApprovalDecision decision, const Delivery&) {
+        return decide(&schvalovani, std::move(decision));
+    });
 }
 
 } // namespace morvex

@@ -15,11 +15,11 @@ Clock::Duration wait(const MacAvailability::Pripojuji& pripojuji) {
 
 } // namespace
 
-Task<void> LinkEvents::zpracovat(SecureLink::Udalost udalost) {
-    return std::visit([this](auto& held) { return handle(std::move(held)); }, udalost);
+Task<void> LinkEvents::zpracovat(std::shared_ptr<SecureLink> link, SecureLink::Udalost udalost) {
+    return std::visit([&](auto& held) { return handle(std::move(link), std::move(held)); }, udalost);
 }
 
-Task<void> LinkEvents::handle(SecureLink::Stav udalost) {
+Task<void> LinkEvents::handle(std::shared_ptr<SecureLink>, SecureLink::Stav udalost) {
     auto& state = services_.state;
     const auto* pripojuji = udalost.stav.as<MacAvailability::Pripojuji>();
     const bool ceka = pripojuji && pripojuji->dalsiZa > 0;
@@ -30,17 +30,17 @@ Task<void> LinkEvents::handle(SecureLink::Stav udalost) {
     if (udalost.stav.as<MacAvailability::NeplatneParovani>()) co_await services_.forgetPeer();
 }
 
-Task<void> LinkEvents::handle(SecureLink::Zprava udalost) {
-    return services_.inbox.zpracovatZpravu(std::move(udalost.payload), std::move(udalost.requestID));
+Task<void> LinkEvents::handle(std::shared_ptr<SecureLink> link, SecureLink::Zprava udalost) {
+    return services_.inbox.zpracovatZpravu(std::move(udalost.payload),
+                                           {std::move(link), std::move(udalost.requestID)});
 }
 
-Task<void> LinkEvents::handle(SecureLink::Chyba udalost) {
+Task<void> LinkEvents::handle(std::shared_ptr<SecureLink>, SecureLink::Chyba udalost) {
     services_.state.potiz = std::move(udalost.text);
     co_return;
 }
 
-Task<void> LinkEvents::handle(SecureLink::Pripraveno) {
-    const auto link = services_.phone.soucasne();
+Task<void> LinkEvents::handle(std::shared_ptr<SecureLink> link, SecureLink::Pripraveno) {
     services_.state.potiz = std::nullopt;
     services_.state.telefonOdesel = false;
     co_await services_.sendStatus();

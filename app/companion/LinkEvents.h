@@ -4,7 +4,7 @@
 #include "app/companion/CompanionState.h"
 #include "app/features/Feature.h"
 #include "app/link/PhoneInbox.h"
-#include "app/link/PhoneLink.h"
+#include "shared-apple/SecureLink.h"
 
 #include <functional>
 #include <memory>
@@ -20,7 +20,6 @@ class LinkEvents {
         const Clock& clock;
         Schvalovani& schvalovani;
         PhoneInbox& inbox;
-        PhoneLink& phone;
         const std::vector<Feature*>& features;
         std::function<Task<void>()> sendStatus;
         /// The relay knows this pairing no more.
@@ -29,13 +28,13 @@ class LinkEvents {
 
     explicit LinkEvents(Services services) : services_(std::move(services)) {}
 
-    Task<void> zpracovat(SecureLink::Udalost udalost);
+    Task<void> zpracovat(std::shared_ptr<SecureLink> link, SecureLink::Udalost udalost);
 
   private:
-    Task<void> handle(SecureLink::Stav udalost);
-    Task<void> handle(SecureLink::Zprava udalost);
-    Task<void> handle(SecureLink::Chyba udalost);
-    Task<void> handle(SecureLink::Pripraveno udalost);
+    Task<void> handle(std::shared_ptr<SecureLink> link, SecureLink::Stav udalost);
+    Task<void> handle(std::shared_ptr<SecureLink> link, SecureLink::Zprava udalost);
+    Task<void> handle(std::shared_ptr<SecureLink> link, SecureLink::Chyba udalost);
+    Task<void> handle(std::shared_ptr<SecureLink> link, SecureLink::Pripraveno udalost);
 
     Services services_;
 };

@@ -18,26 +18,22 @@ boost::json::object argumentsOf(const std::string& json) {
 
 } // namespace
 
-Task<void> PhoneCalls::zpracovat(MacPayload::ToolCall call, std::string requestID) {
-    auto arguments = argumentsOf(call.argumentsJSON);
-    auto link = phoneLink_.soucasne();
-    if (!link) co_return;
+Task<void> PhoneCalls::zpracovat(MacPayload::ToolCall call, Delivery delivery) {
     // What the phone told before a call is kept, and acknowledged, before the call is carried out.
     for (auto* feature : features_) co_await feature->settled();
-    if (phoneLink_.soucasne() != link) co_return;
+    if (phoneLink_.soucasne() != delivery.link) co_return;
     auto outcome = co_await gate_.provestNastroj(
-        {std::move(call.name), std::move(arguments), requestID, inbox_.opusteni()});
-    co_await poslatVysledek(std::move(link), std::move(outcome), std::move(requestID));
+        {std::move(call.name), argumentsOf(call.argumentsJSON), delivery.requestID, inbox_.opusteni()});
+    co_await poslatVysledek(std::move(delivery), std::move(outcome));
 }
 
-Task<void> PhoneCalls::poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome,
-                                      std::string requestID) {
+Task<void> PhoneCalls::poslatVysledek(Delivery delivery, ToolOutcome outcome) {
     MacPayload::ToolResult result{outcome.ok, encode(outcome.result)};
-    auto sent = co_await link->poslat({std::move(result)}, requestID);
+    auto sent = co_await delivery.link->poslat({std::move(result)}, delivery.requestID);
     if (sent || !sent.error().as<MessageTooLong>()) co_return;
     auto refused = ToolOutcome::tooLong();
-    (void)co_await link->poslat({MacPayload::ToolResult{refused.ok, encode(refused.result)}},
-                                std::move(requestID));
+    (void)co_await delivery.link->poslat({MacPayload::ToolResult{refused.ok, encode(refused.result)}},
+                                         delivery.requestID);
 }
 
 } // namespace morvex

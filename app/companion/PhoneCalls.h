@@ -19,11 +19,11 @@ class PhoneCalls {
         : gate_(gate), phoneLink_(phone), inbox_(inbox), features_(features) {}
 
     /// Runs the tool and sends what it answers over the link by which the call came.
-    Task<void> zpracovat(MacPayload::ToolCall call, std::string requestID);
+    Task<void> zpracovat(MacPayload::ToolCall call, Delivery delivery);
 
   private:
     /// A lost reply stays lost: the work is done and stands.
-    Task<void> poslatVysledek(std::shared_ptr<SecureLink> link, ToolOutcome outcome, std::string requestID);
+    static Task<void> poslatVysledek(Delivery delivery, ToolOutcome outcome);
 
     ToolGate& gate_;
     PhoneLink& phoneLink_;

@@ -15,7 +15,7 @@ CustomAppsFeature::CustomAppsFeature(FeatureContext& context)
     switched();
     appsChanged_ = service_.priZmene([&context] { context.statusHasChanged(); });
     context.inbox.take<MacPayload::CustomApps>(
-        [this](MacPayload::CustomApps list, const std::string&) { return takeList(std::move(list.apps)); });
+        [this](MacPayload::CustomApps list, const Delivery&) { return takeList(std::move(list.apps)); });
 }
 
 void CustomAppsFeature::switched() {

@@ -10,9 +10,9 @@ Task<void> ignore() {
 
 } // namespace
 
-Task<void> PhoneInbox::zpracovatZpravu(MacPayload payload, std::string requestID) {
+Task<void> PhoneInbox::zpracovatZpravu(MacPayload payload, Delivery delivery) {
     const auto& handler = handlers_[payload.value.index()];
-    return handler ? handler(std::move(payload), std::move(requestID)) : ignore();
+    return handler ? handler(std::move(payload), std::move(delivery)) : ignore();
 }
 
 Task<PhoneInbox::SettingsTurn> PhoneInbox::settingsTurn() {

@@ -9,6 +9,7 @@
 #include <concepts>
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -17,6 +18,14 @@
 
 namespace morvex {
 
+class SecureLink;
+
+/// How a message came. What is answered to it goes the same way, and is lost with the link.
+struct Delivery {
+    std::shared_ptr<SecureLink> link;
+    std::string requestID;
+};
+
 /// What becomes of each message of the phone: a handler for each kind that somebody takes. Kinds that nobody
 /// takes change nothing here: what only this computer sends, acknowledgements of records whose delivery is
 /// not kept, and a cancel (agents are stopped by tools of their own). Main thread; `PhoneLink` awaits each
@@ -24,20 +33,20 @@ namespace morvex {
 /// meanwhile stays unread.
 class PhoneInbox {
   public:
-    template <class Kind> using Handler = std::function<Task<void>(Kind message, std::string requestID)>;
+    template <class Kind> using Handler = std::function<Task<void>(Kind message, Delivery delivery)>;
 
     /// Has all messages of this kind handled from now on. One handler a kind.
     template <class Kind> void take(Handler<Kind> handler) {
         auto& place = handlers_[placeOf<Kind>()];
         vyzaduj(!place, "a kind of message has two handlers");
-        place = [handler = std::move(handler)](MacPayload payload, std::string requestID) {
-            return handler(std::get<Kind>(std::move(payload.value)), std::move(requestID));
+        place = [handler = std::move(handler)](MacPayload payload, Delivery delivery) {
+            return handler(std::get<Kind>(std::move(payload.value)), std::move(delivery));
         };
     }
 
     template <class Kind> [[nodiscard]] bool takes() const { return bool(handlers_[placeOf<Kind>()]); }
 
-    Task<void> zpracovatZpravu(MacPayload payload, std::string requestID);
+    Task<void> zpracovatZpravu(MacPayload payload, Delivery delivery);
 
     using SettingsTurn = std::optional<Turns::Turn>;
 
@@ -53,7 +62,7 @@ class PhoneInbox {
     void opustit() { std::exchange(prace_, {}).request_stop(); }
 
   private:
-    using AnyHandler = std::function<Task<void>(MacPayload, std::string)>;
+    using AnyHandler = std::function<Task<void>(MacPayload, Delivery)>;
     using Kinds = decltype(MacPayload::value);
 
     template <class Kind> static constexpr std::size_t placeOf() {

@@ -72,7 +72,7 @@ Task<void> PhoneLink::listen(std::shared_ptr<SecureLink> link, std::stop_token s
             continue;
         }
         if (std::holds_alternative<SecureLink::Pripraveno>(held->event)) beginSession();
-        co_await handler_(std::move(held->event));
+        co_await handler_(link, std::move(held->event));
     }
 }
 
@@ -94,15 +94,15 @@ Task<void> PhoneLink::waitForThoseBefore(Session& session) {
     session.before.reset();
 }
 
-Task<void> PhoneLink::handleMessages([[maybe_unused]] std::shared_ptr<SecureLink> link,
-                                     std::shared_ptr<Session> session, std::stop_token stop) {
+Task<void> PhoneLink::handleMessages(std::shared_ptr<SecureLink> link, std::shared_ptr<Session> session,
+                                     std::stop_token stop) {
     const auto turn = co_await session->handling.take();
     while (!session->waiting.empty() && !stop.stop_requested()) {
         auto message = std::move(session->waiting.front());
         session->waiting.pop_front();
         if (isCall(message.event)) co_await waitForThoseBefore(*session);
         if (stop.stop_requested()) co_return;
-        co_await handler_(std::move(message.event));
+        co_await handler_(link, std::move(message.event));
     }
 }
 

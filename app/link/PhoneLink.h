@@ -17,7 +17,8 @@ namespace morvex {
 /// session is thus looked at while a call of the last one still runs. Main thread.
 class PhoneLink {
   public:
-    using Handler = std::function<Task<void>(SecureLink::Udalost)>;
+    /// What becomes of an event; of which link it is.
+    using Handler = std::function<Task<void>(std::shared_ptr<SecureLink> link, SecureLink::Udalost event)>;
 
     /// `scope` runs the links and what their listeners still handle; it belongs to the owner and to the main
     /// executor.

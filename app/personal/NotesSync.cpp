@@ -13,26 +13,26 @@ constexpr std::size_t longestTitle = 60;
 
 } // namespace
 
-NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, Surroundings surroundings)
+NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, Services services)
     : poznamky_(poznamky),
       souhrny_(souhrny),
-      phoneLink_(surroundings.phone),
-      scope_(surroundings.scope),
-      tellTrouble_(std::move(surroundings.tellTrouble)),
-      potvrzovani_(surroundings.main) {
+      phoneLink_(services.phone),
+      scope_(services.scope),
+      tellTrouble_(std::move(services.tellTrouble)),
+      potvrzovani_(services.main) {
     noteChanged_ = poznamky_.priZmene([this](const MorvexNote& note) { poslatPoznamku(note); });
 }
 
-Task<void> NotesSync::prijmout(MacPayload::NoteUpdate zprava) {
+Task<void> NotesSync::prijmout(MacPayload::NoteUpdate zprava, std::shared_ptr<SecureLink> link) {
     const MacPayload::NoteAck taken{zprava.note.id, zprava.note.revision};
     co_await zaradit(
-        {poznamky_.prijmout(std::move(zprava.note)), phoneLink_.soucasne(), {taken}, noteAckID(taken.id)});
+        {poznamky_.prijmout(std::move(zprava.note)), std::move(link), {taken}, noteAckID(taken.id)});
 }
 
-Task<void> NotesSync::prijmout(MacPayload::SummaryUpdate zprava) {
+Task<void> NotesSync::prijmout(MacPayload::SummaryUpdate zprava, std::shared_ptr<SecureLink> link) {
     const MacPayload::SummaryAck taken{zprava.summary.id, zprava.summary.revision};
     co_await zaradit({souhrny_.prijmout(std::move(zprava.summary)),
-                      phoneLink_.soucasne(),
+                      std::move(link),
                       {taken},
                       "summary-ack:" + taken.id.text()});
 }

@@ -30,7 +30,7 @@ class NotesSync {
     static constexpr std::size_t mostWaiting = 2048;
 
     /// What it works with; all of it outlives it.
-    struct Surroundings {
+    struct Services {
         PhoneLink& phone;
         Executor& main;
         TaskScope& scope;
@@ -38,12 +38,12 @@ class NotesSync {
     };
 
     /// From now on local changes of notes are sent.
-    NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, Surroundings surroundings);
+    NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, Services services);
 
     /// What the phone has written. It is told that a record was taken only when that is so; otherwise it will
     /// offer the record again.
-    Task<void> prijmout(MacPayload::NoteUpdate zprava);
-    Task<void> prijmout(MacPayload::SummaryUpdate zprava);
+    Task<void> prijmout(MacPayload::NoteUpdate zprava, std::shared_ptr<SecureLink> link);
+    Task<void> prijmout(MacPayload::SummaryUpdate zprava, std::shared_ptr<SecureLink> link);
 
     /// Resumes when every record that came until now is saved and acknowledged, or refused.
     Task<void> vyrizeno();

@@ -14,12 +14,12 @@ RecordsFeature::RecordsFeature(FeatureContext& context)
       tools_(poznamky_),
       sync_(poznamky_, souhrny_, {context.phone, context.services.main, context.scope, context.tellTrouble}) {
     tools_.addTo(context.tools, context.whileOn(Integration::notes));
-    context.inbox.take<MacPayload::NoteUpdate>([this](MacPayload::NoteUpdate update, const std::string&) {
-        return sync_.prijmout(std::move(update));
+    context.inbox.take<MacPayload::NoteUpdate>([this](MacPayload::NoteUpdate update, Delivery delivery) {
+        return sync_.prijmout(std::move(update), std::move(delivery.link));
     });
     context.inbox.take<MacPayload::SummaryUpdate>(
-        [this](MacPayload::SummaryUpdate update, const std::string&) {
-            return sync_.prijmout(std::move(update));
+        [this](MacPayload::SummaryUpdate update, Delivery delivery) {
+            return sync_.prijmout(std::move(update), std::move(delivery.link));
         });
 }
 

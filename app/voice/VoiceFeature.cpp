@@ -12,10 +12,10 @@ VoiceFeature::VoiceFeature(FeatureContext& context)
       keychain_(context.services.vault, context.services.vaultThread),
       controller_(context.services.defaults, keychain_) {
     context.inbox.take<MacPayload::OpenAICredential>(
-        [this](MacPayload::OpenAICredential sent, const std::string&) {
+        [this](MacPayload::OpenAICredential sent, const Delivery&) {
             return takeKey(std::move(sent.value));
         });
-    context.inbox.take<MacPayload::Preferences>([this](MacPayload::Preferences sent, const std::string&) {
+    context.inbox.take<MacPayload::Preferences>([this](MacPayload::Preferences sent, const Delivery&) {
         return takePreferences(std::move(sent.preferences));
     });
 }

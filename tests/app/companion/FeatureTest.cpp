@@ -17,7 +17,7 @@ class MadeUpFeature final : public Feature {
   public:
     MadeUpFeature(FeatureContext& context, Lines& told) : Feature(context), told_(told) {
         context.inbox.take<MacPayload::Cancel>(
-            [this](const MacPayload::Cancel&, const std::string&) { return note("message"); });
+            [this](const MacPayload::Cancel&, const Delivery&) { return note("message"); });
     }
 
     Task<void> load() override { return note("load"); }

@@ -13,10 +13,10 @@ Task<void> nothing() {
 
 TEST(PhoneInboxTest, ASecondHandlerOfAKindEndsTheProcess) {
     PhoneInbox inbox;
-    inbox.take<MacPayload::Cancel>([](const MacPayload::Cancel&, const std::string&) { return nothing(); });
-    EXPECT_DEATH(inbox.take<MacPayload::Cancel>(
-                     [](const MacPayload::Cancel&, const std::string&) { return nothing(); }),
-                 "two handlers");
+    inbox.take<MacPayload::Cancel>([](const MacPayload::Cancel&, const Delivery&) { return nothing(); });
+    EXPECT_DEATH(
+        inbox.take<MacPayload::Cancel>([](const MacPayload::Cancel&, const Delivery&) { return nothing(); }),
+        "two handlers");
 }
 
 TEST(PhoneInboxTest, ASettingWaitsForTheOneBeforeAndIsNotTakenOfAPhoneThatWasAbandoned) {

@@ -41,7 +41,7 @@ class PhoneLinkTest : public testing::Test {
         executor.runUntilIdle();
     }
 
-    Task<void> handle(SecureLink::Udalost event) {
+    Task<void> handle(std::shared_ptr<SecureLink>, SecureLink::Udalost event) {
         if (!std::holds_alternative<SecureLink::Zprava>(event)) co_return;
         ++handled;
         co_await handling->wait();
@@ -62,7 +62,9 @@ class PhoneLinkTest : public testing::Test {
     int handled = 0;
     std::shared_ptr<OneShot<bool>> handling = std::make_shared<OneShot<bool>>();
     TaskScope scope{executor};
-    PhoneLink link{executor, scope, [this](SecureLink::Udalost event) { return handle(std::move(event)); }};
+    PhoneLink link{executor, scope, [this](std::shared_ptr<SecureLink> from, SecureLink::Udalost event) {
+                       return handle(std::move(from), std::move(event));
+                   }};
 };
 
 TEST_F(PhoneLinkTest, WhatWaitsAtTheEndOfALinkIsNotKeptBeyondTheLink) {
