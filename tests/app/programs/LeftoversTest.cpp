@@ -94,9 +94,11 @@ TEST_F(RealProgramsTest, ACancelEndsAGroupOfItsOwnWhoseParentHasEnded) {
 }
 
 TEST_F(RealProgramsTest, WhatWasWrittenBeforeNobodyWaitsAnyMoreIsReadByASlowReaderToo) {
+    // A pipe each: one that is opened again may still have its last writer.
     const auto go = fifo();
+    const auto again = go + ".again";
     const auto written = go + ".written";
-    vyzaduj(::mkfifo(written.c_str(), 0600) == 0, "no pipe");
+    for (const auto& path : {again, written}) vyzaduj(::mkfifo(path.c_str(), 0600) == 0, "no pipe");
     std::promise<void> late;
     std::promise<void> reads;
     const auto slowly = [&, mayRead = reads.get_future().share()](std::string_view line) {
@@ -106,7 +108,7 @@ TEST_F(RealProgramsTest, WhatWasWrittenBeforeNobodyWaitsAnyMoreIsReadByASlowRead
     };
     auto run = std::async(std::launch::async, [&] {
         return programs
-            .run(RealPrograms::shell("(read x <" + go + "; echo late; read x <" + go +
+            .run(RealPrograms::shell("(read x <" + go + "; echo late; read x <" + again +
                                      "; echo later; echo more >&2; echo >" + written +
                                      "; exec sleep 1000) & echo $!"),
                  slowly)
@@ -115,7 +117,7 @@ TEST_F(RealProgramsTest, WhatWasWrittenBeforeNobodyWaitsAnyMoreIsReadByASlowRead
     programs.waitForWait(2s);
     std::ofstream(go) << "go\n";
     late.get_future().wait();
-    std::ofstream(go) << "go\n";
+    std::ofstream(again) << "go\n";
     std::ifstream(written).get();
     programs.clock.advance(2s);
     reads.set_value();
