@@ -41,10 +41,10 @@ class PairingFlow {
 
     PairingFlow(Services services, CompanionState& state, Link link);
 
-    /// Without the identity of this computer, which is tried to get, it begins with that.
+    /// Without the keys of this computer it loads them first.
     void zacitParovani();
 
-    /// A pairing begins with the keys of this computer, which are awaited. It is in no state before.
+    /// A pairing waits for the keys of this computer; its state stays what it was meanwhile.
     [[nodiscard]] bool cekaNaKlice() const { return cekaNaKlice_; }
 
     /// "Souhlasí" under this number. Nothing when the number on screen has become another one meanwhile.

@@ -14,7 +14,8 @@ inline Result<void> smazatPar(IdentityStore& uloziste, const PairedPeer& protejs
     return isAnother ? Result<void>{} : uloziste.smazProtejsek();
 }
 
-/// Keeps what was kept before `odmitnuty`, if that one is kept now; the same may be asked for again.
+/// Keeps what was kept before `odmitnuty`, if that one is kept now; the same may be asked for again. Two
+/// phones may have answered to one pair, so the device counts too.
 inline Result<void> vratitPar(IdentityStore& uloziste, const PairedPeer& odmitnuty,
                               const std::optional<PairedPeer>& predchozi) {
     auto kept = uloziste.nactiProtejsek();

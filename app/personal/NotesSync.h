@@ -19,7 +19,7 @@ namespace morvex {
 /// Keeps notes and summaries in step with the phone. It keeps no account of what has arrived: every note goes
 /// out again whenever the phone is back, and the revisions of the notes make that harmless. A lost send is
 /// never an error here; of a note that no frame can take the person is told once, as the trouble. Main
-/// thread; owned by the companion, whose `scope` runs the sends, and which awaits `vyrizeno` before this
+/// thread; owned by its feature; the companion's `scope` runs the sends. `vyrizeno` is awaited before this
 /// object goes.
 ///
 /// Records of the phone that come one after the other are saved together: each is merged at once and waits

@@ -4,10 +4,12 @@
 
 #include <boost/json/object.hpp>
 
+#include <concepts>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace morvex {

@@ -48,8 +48,8 @@ using EndSignals = UnixSignals;
 
 /// What the system does for a companion, with a window or without.
 struct System {
-    /// `records`: where settings are written. `executable`: the absolute path of this program. All of it
-    /// outlives this object.
+    /// `records`: where settings are written. `executable`: the absolute path of this program, which is
+    /// copied. The rest of it outlives this object.
     System(Executor& main, Executor& records, Clock& clock, StartedPrograms& started,
            const std::string& executable)
         : defaults(folders.configuration(), {main, records, clock}),

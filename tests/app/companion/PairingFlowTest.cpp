@@ -213,37 +213,41 @@ TEST_F(PairingFlowTest, ARefusalDuringTheSaveKeepsNothing) {
     EXPECT_FALSE(companion->stav().protejsek.value());
 }
 
-TEST_F(PairingFlowTest, ARefusalDuringTheSaveThatCannotBeTakenBackIsToldAndTriedAgain) {
-    start();
-    beginPairing();
-    sendHello(hello());
-    store.failDelete = TextError{"Na disku není místo."};
-    flow().potvrditCislo(number());
-    flow().odmitnoutCislo();
-    executor.runUntilIdle();
+/// A refusal during the save of a vault that removes nothing, from which the next try finds it mended.
+class RefusalDuringTheSaveTest : public PairingFlowTest {
+  protected:
+    void refuseWithoutRemoval() {
+        start();
+        beginPairing();
+        sendHello(hello());
+        store.failDelete = TextError{"Na disku není místo."};
+        flow().potvrditCislo(number());
+        flow().odmitnoutCislo();
+        executor.runUntilIdle();
+    }
+
+    void mendTheVault() {
+        store.failDelete.reset();
+        clock.advance(std::chrono::seconds(5));
+        executor.runUntilIdle();
+    }
+};
+
+TEST_F(RefusalDuringTheSaveTest, ThatCannotBeTakenBackIsToldAndTriedAgain) {
+    refuseWithoutRemoval();
     EXPECT_EQ(failure(), doNotMatch);
     EXPECT_EQ(trouble(), "Zrušené párování se nepodařilo smazat: Na disku není místo.");
-    store.failDelete.reset();
-    clock.advance(std::chrono::seconds(5));
-    executor.runUntilIdle();
+    mendTheVault();
     EXPECT_FALSE(store.held.nactiProtejsek().value());
     EXPECT_EQ(trouble(), "none");
 }
 
-TEST_F(PairingFlowTest, APhoneThatWasPairedSinceARefusalStays) {
-    start();
-    beginPairing();
-    sendHello(hello());
-    store.failDelete = TextError{"Na disku není místo."};
-    flow().potvrditCislo(number());
-    flow().odmitnoutCislo();
-    executor.runUntilIdle();
+TEST_F(RefusalDuringTheSaveTest, LeavesAPhoneThatWasPairedSince) {
+    refuseWithoutRemoval();
     auto other = phone.asPeer();
     other.deviceID = DeviceIdentity::generate().deviceID();
     (void)store.held.ulozProtejsek(other);
-    store.failDelete.reset();
-    clock.advance(std::chrono::seconds(5));
-    executor.runUntilIdle();
+    mendTheVault();
     EXPECT_EQ(store.held.nactiProtejsek().value(), other);
 }
 
