@@ -37,6 +37,9 @@ class OwnKeys {
     /// Null until it is there.
     [[nodiscard]] const std::shared_ptr<const DeviceIdentity>& identita() const { return identita_; }
 
+    /// The identity is there and the peer was read.
+    [[nodiscard]] bool jsouTu() const { return state_.klice.value().pripad == StavKlicu::Pripad::jsou; }
+
     /// Loads the identity, or makes one, and the peer. Nothing once they are there. Fails with words about
     /// the refusal of the vault.
     Task<Result<void>> nacist();
@@ -60,8 +63,6 @@ class OwnKeys {
     /// Whether it could be read. Fails where the vault is locked.
     Task<Result<bool>> nactiProtejsek();
     Error nejsou(const Error& error);
-
-    [[nodiscard]] bool jsouTu() const { return state_.klice.value().pripad == StavKlicu::Pripad::jsou; }
 
     Services services_;
     CompanionState& state_;

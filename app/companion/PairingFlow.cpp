@@ -40,7 +40,7 @@ PairingFlow::PairingFlow(Services services, CompanionState& state, Link link)
 
 void PairingFlow::zacitParovani() {
     ++generation_;
-    cekaNaKlice_ = !identita();
+    cekaNaKlice_ = !services_.klice.jsouTu();
     if (cekaNaKlice_) return services_.scope.spawn(nacistAZacit(generation_));
     auto address = RelayAddress::parse(state_.relayAdresa.value());
     if (!address) return selhat(RelayAddress::nonsense);
@@ -56,7 +56,7 @@ Task<void> PairingFlow::nacistAZacit(std::uint64_t generation) {
     if (!loaded) co_return selhat(loaded.error().popis());
     state_.parovani = StavParovani{};
     // It may have turned out that there is a phone.
-    if (identita() && !state_.protejsek.value()) zacitParovani();
+    if (services_.klice.jsouTu() && !state_.protejsek.value()) zacitParovani();
 }
 
 Task<void> PairingFlow::zalozit(RelayAddress address, std::uint64_t generation) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shared-apple/IdentityStore.h"
+#include "shared-apple/KeychainChyba.h"
 
 #include <optional>
 
@@ -10,6 +11,8 @@ namespace morvex {
 /// looked. For the executor of the store, on which nothing comes in between.
 inline Result<void> smazatPar(IdentityStore& uloziste, const PairedPeer& protejsek) {
     auto kept = uloziste.nactiProtejsek();
+    // A record that is damaged may go; who is behind a vault that does not answer is not known.
+    if (!kept && kept.error().as<KeychainChyba>()) return fail(kept.error());
     bool isAnother = kept && *kept && (*kept)->pairID != protejsek.pairID;
     return isAnother ? Result<void>{} : uloziste.smazProtejsek();
 }
@@ -19,6 +22,7 @@ inline Result<void> smazatPar(IdentityStore& uloziste, const PairedPeer& protejs
 inline Result<void> vratitPar(IdentityStore& uloziste, const PairedPeer& odmitnuty,
                               const std::optional<PairedPeer>& predchozi) {
     auto kept = uloziste.nactiProtejsek();
+    if (!kept && kept.error().as<KeychainChyba>()) return fail(kept.error());
     bool isOver =
         kept && (!*kept || (*kept)->pairID != odmitnuty.pairID || (*kept)->deviceID != odmitnuty.deviceID);
     if (isOver) return {};

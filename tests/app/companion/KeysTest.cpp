@@ -131,6 +131,36 @@ TEST_F(KeysTest, AnEndAsksNobodyAnyMoreAndTellsNothingOfIt) {
     companion.reset();
 }
 
+TEST_F(KeysTest, NoPairingBeginsOverAPhoneThatWasNotRead) {
+    store.failPeerLoad = locked();
+    startPaired();
+    executor.runUntilIdle();
+    const auto kept = store.held.nactiProtejsek().value();
+    ASSERT_TRUE(kept);
+    flow().zacitParovani();
+    executor.runUntilIdle();
+    EXPECT_TRUE(http.requests.empty()) << "nothing is created at the relay";
+    store.failPeerLoad.reset();
+    flow().zacitParovani();
+    executor.runUntilIdle();
+    EXPECT_TRUE(http.requests.empty()) << "there is a phone";
+    EXPECT_EQ(companion->stav().protejsek.value(), kept);
+}
+
+TEST_F(KeysTest, AnUnpairingRemovesNothingFromAVaultThatCannotBeRead) {
+    startPaired();
+    executor.runUntilIdle();
+    store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, "čtení", {}});
+    flow().odvolat();
+    executor.runUntilIdle();
+    EXPECT_TRUE(trouble().starts_with("Odpojení telefonu se nepodařilo uložit: ")) << trouble();
+    EXPECT_TRUE(store.held.nactiProtejsek().value());
+    store.failPeerLoad.reset();
+    clock.advance(std::chrono::seconds(5));
+    executor.runUntilIdle();
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+}
+
 TEST_F(KeysTest, AnUnpairingThatCannotBeSavedIsToldAndTriedAgain) {
     startPaired();
     executor.runUntilIdle();
