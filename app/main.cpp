@@ -5,6 +5,8 @@
 #include "app/ui/StartTrouble.h"
 #include "app/ui/TolvyCompanionApp.h"
 #include "foundation/ProgramLog.h"
+#include "foundation/TaskScope.h"
+#include "foundation/Text.h"
 #include "foundation/ThreadExecutor.h"
 #include "shared-apple/KeychainStore.h"
 #include "shared/base/LogQueue.h"
@@ -20,9 +22,11 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace morvex {
 namespace {
@@ -122,7 +126,10 @@ struct Running {
         commands.stop();
         co_await commands.join();
         co_await defaults.ukoncit();
-        if (const auto& problem = defaults.unsavedProblem()) complain(*problem);
+        std::vector<std::string> unsaved;
+        for (const auto& problem : {companion.stav().potizTrezoru.value(), defaults.unsavedProblem()})
+            if (problem) unsaved.push_back(*problem);
+        if (!unsaved.empty()) complain(join(unsaved, "\n"));
         QCoreApplication::quit();
     }
 

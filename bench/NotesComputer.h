@@ -8,6 +8,7 @@
 #include "app/personal/NotesTools.h"
 #include "bench/Measure.h"
 #include "bench/PairedDevices.h"
+#include "foundation/TaskScope.h"
 #include "platform/memory/MemoryDefaults.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/MacToolName.h"

@@ -1,6 +1,7 @@
 #include "app/companion/Companion.h"
 
 #include "app/companion/CompanionParts.h"
+#include "foundation/TaskScope.h"
 #include "shared/base/Try.h"
 
 #include <chrono>
@@ -127,17 +128,16 @@ void Companion::zkusitHned() {
 }
 
 Task<void> Companion::poZmeneSite() {
-    const bool isOver =
-        co_await sleepFor(parts_->services.link.relay.clock, networkSettles, parts_->scope.token());
+    const bool isOver = co_await sleepFor(parts_->services.clock(), networkSettles, parts_->scope.token());
     sitSeMeni_ = false;
     if (isOver) zkusitHned();
 }
 
-Task<void> Companion::zapomenoutNeplatny() {
+void Companion::zapomenoutNeplatny() {
     auto neplatny = parts_->state.protejsek.value();
-    if (!neplatny) co_return;
+    if (!neplatny) return;
     opustitTelefon();
-    co_await parts_->keys.smazat(*std::move(neplatny));
+    parts_->scope.spawn(parts_->keys.zapomenout(*std::move(neplatny)));
 }
 
 void Companion::opustitTelefon() {
@@ -169,7 +169,7 @@ void Companion::usnout() {
     parts_->schvalovani.vyresit(false);
     for (auto* feature : parts_->context.features) feature->sleep();
     odpojit();
-    parts_->state.dostupnost = MacAvailability{MacAvailability::Spanek{parts_->context.clock().now()}};
+    parts_->state.dostupnost = MacAvailability{MacAvailability::Spanek{parts_->services.clock().now()}};
     parts_->scope.spawn(usnoutPoOdpojeni());
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/Signal.h"
-#include "foundation/TaskScope.h"
+#include "foundation/Task.h"
 #include "shared/base/Error.h"
 
 #include <memory>
@@ -35,7 +35,8 @@ class Companion {
     [[nodiscard]] FeatureContext& context();
 
     /// Loads what the vault holds: the identity (or makes one), what the features keep there, and the peer;
-    /// and connects when there is a peer. Where the vault refuses, it may be tried again by `zkusitZnovu`.
+    /// and connects when there is a peer. Where a keyring stays locked or the identity cannot be kept, it may
+    /// be tried again by `zkusitZnovu`.
     Task<void> spustit();
 
     /// Takes back the question that a keyring has open, and loads the keys again. Nothing once they are
@@ -79,7 +80,7 @@ class Companion {
     void installCallbacks();
     /// The phone is not paired any more: it is forgotten, and what it has begun ends.
     void opustitTelefon();
-    Task<void> zapomenoutNeplatny();
+    void zapomenoutNeplatny();
     Task<void> poZmeneSite();
     void usnout();
     Task<void> usnoutPoOdpojeni();

@@ -22,9 +22,9 @@ Task<void> decide(Schvalovani* schvalovani, MacPayload::ApprovalDecision decisio
 Companion::Parts::Parts(Companion& companion, CompanionServices given)
     : services(std::move(given)),
       scope(services.main),
-      schvalovani(services.link.relay.clock, services.link.random, scope),
+      schvalovani(services.clock(), services.link.random, scope),
       bdelost({services.power, services.sleep, services.inhibitor, services.loginItem, services.defaults,
-               services.link.relay.clock, scope}),
+               services.clock(), scope}),
       integrations(services.defaults),
       gate(tools, state, schvalovani, services.link.random),
       phone(services.main, scope,
@@ -42,19 +42,17 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
               {}},
       status({state, integrations, context.features, bdelost.stav().naNapajeni, services.verzeAplikace,
               services.jmenoZarizeni},
-             gate, phone, state, services.link.relay.clock),
+             gate, phone, state, services.clock()),
       calls(gate, phone, inbox, context.features),
-      keys({services.vaultThread, services.uloziste, services.vault, scope}, state,
+      keys({services.vaultThread, services.uloziste, services.vault, services.clock(), scope}, state,
            {[this] { return loadAll(context.features); },
             [&companion] {
                 companion.pripojit();
                 companion.obnovit();
             }}),
-      events({state, services.link.relay.clock, schvalovani, inbox, context.features, context.sendStatus,
-              [&companion] { return companion.zapomenoutNeplatny(); }}),
-      parovani({services.main, services.vaultThread, services.link.relay, services.http, services.uloziste,
-                scope, keys},
-               state,
+      events({state, services.clock(), schvalovani, inbox, context.features, context.sendStatus,
+              [&companion] { companion.zapomenoutNeplatny(); }}),
+      parovani({services.main, services.link.relay, services.http, scope, keys}, state,
                {[&companion] { companion.pripojit(); }, [&companion] { companion.odpojit(); },
                 [&companion] { companion.opustitTelefon(); }}) {
     tools.add(MacToolName::status, [] { return true; }, &status, &StatusSync::nastroj);

@@ -10,6 +10,7 @@
 #include "app/companion/StatusSync.h"
 #include "app/companion/ToolGate.h"
 #include "app/features/FeatureContext.h"
+#include "foundation/TaskScope.h"
 
 namespace morvex {
 

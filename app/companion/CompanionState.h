@@ -56,6 +56,8 @@ struct CompanionState {
     QProperty<std::string> identifikator;
     /// The last problem for the user.
     QProperty<std::optional<std::string>> potiz;
+    /// Why the vault still holds a phone that is paired no more.
+    QProperty<std::optional<std::string>> potizTrezoru;
     /// Why the settings could not be read or saved.
     QProperty<std::optional<std::string>> potizNastaveni;
     QProperty<std::string> relayAdresa;

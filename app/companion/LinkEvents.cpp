@@ -27,7 +27,8 @@ Task<void> LinkEvents::handle(std::shared_ptr<SecureLink>, SecureLink::Stav udal
     state.dostupnost = udalost.stav;
     if (auto* preruseno = udalost.stav.as<MacAvailability::Preruseno>()) state.potiz = preruseno->duvod;
     if (!udalost.stav.jePouzitelny()) services_.schvalovani.vyresit(false);
-    if (udalost.stav.as<MacAvailability::NeplatneParovani>()) co_await services_.forgetPeer();
+    if (udalost.stav.as<MacAvailability::NeplatneParovani>()) services_.forgetPeer();
+    co_return;
 }
 
 Task<void> LinkEvents::handle(std::shared_ptr<SecureLink> link, SecureLink::Zprava udalost) {

@@ -24,7 +24,7 @@ class LinkEvents {
         const std::vector<Feature*>& features;
         std::function<Task<void>()> sendStatus;
         /// The relay knows this pairing no more.
-        std::function<Task<void>()> forgetPeer;
+        std::function<void()> forgetPeer;
     };
 
     explicit LinkEvents(Services services) : services_(std::move(services)) {}

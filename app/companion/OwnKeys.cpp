@@ -1,13 +1,24 @@
 #include "app/companion/OwnKeys.h"
 
-#include "app/companion/SmazatPar.h"
+#include "app/companion/NahraditPar.h"
 #include "shared-apple/KeychainChyba.h"
 #include "shared-apple/OwnIdentity.h"
 #include "shared/base/Try.h"
 
+#include <chrono>
+#include <optional>
 #include <utility>
 
 namespace morvex {
+
+namespace {
+
+/// From a change that the vault refused to the next try.
+constexpr Clock::Duration vaultRetry = std::chrono::seconds(5);
+/// The same where each try may ask a person for the password of the keyring.
+constexpr Clock::Duration lockedRetry = std::chrono::hours(1);
+
+} // namespace
 
 void OwnKeys::zkusitZnovu() {
     if (jsouTu()) return;
@@ -25,8 +36,10 @@ Task<Result<void>> OwnKeys::nacist() {
     if (jsouTu() || konci_) co_return Result<void>{};
     state_.klice = StavKlicu{};
     state_.potiz = std::nullopt;
-    if (!identita_) CO_CHECK(co_await nactiIdentitu());
-    co_await next_.identityIsThere();
+    if (!identita_) {
+        CO_CHECK(co_await nactiIdentitu());
+        co_await next_.identityIsThere();
+    }
     CO_TRY(const bool, jeNacteny, co_await nactiProtejsek());
     state_.klice = StavKlicu{StavKlicu::Pripad::jsou};
     if (jeNacteny) next_.peerIsRead();
@@ -48,7 +61,7 @@ Task<Result<void>> OwnKeys::nactiIdentitu() {
 Task<Result<bool>> OwnKeys::nactiProtejsek() {
     auto* uloziste = &services_.uloziste;
     auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return uloziste->nactiProtejsek(); });
-    if (!loaded && jeZamceno(loaded.error())) co_return fail(nejsou(loaded.error()));
+    if (!loaded && (konci_ || jeZamceno(loaded.error()))) co_return fail(nejsou(loaded.error()));
     if (!loaded) {
         neplatne(loaded.error());
         co_return false;
@@ -75,9 +88,37 @@ Error OwnKeys::nejsou(const Error& error) {
     return TextError{state_.klice.value().duvod};
 }
 
-Task<void> OwnKeys::smazat(PairedPeer peer) {
+Task<Result<void>> OwnKeys::ulozit(PairedPeer peer) {
     auto* uloziste = &services_.uloziste;
-    (void)co_await runOn(services_.vaultThread, [uloziste, &peer] { return smazatPar(*uloziste, peer); });
+    co_return co_await runOn(services_.vaultThread,
+                             [uloziste, &peer] { return uloziste->ulozProtejsek(peer); });
+}
+
+Task<void> OwnKeys::zapomenout(PairedPeer peer) {
+    return nahradit(std::move(peer), "Odpojení telefonu se nepodařilo uložit: ");
+}
+
+Task<void> OwnKeys::vratit(PairedPeer odmitnuty) {
+    return nahradit(std::move(odmitnuty), "Zrušené párování se nepodařilo smazat: ");
+}
+
+Task<void> OwnKeys::nahradit(PairedPeer peer, std::string neslo) {
+    const auto konci = services_.scope.token();
+    auto* uloziste = &services_.uloziste;
+    std::optional<std::string> told;
+    for (;;) {
+        const bool jePosledni = konci.stop_requested();
+        auto done = co_await runOn(services_.vaultThread, [uloziste, &peer, ted = state_.protejsek.value()] {
+            return nahraditPar(*uloziste, peer, ted);
+        });
+        if (done) break;
+        told = neslo + done.error().popis();
+        state_.potizTrezoru = told;
+        if (jePosledni) co_return;
+        const auto pause = jeZamceno(done.error()) ? lockedRetry : vaultRetry;
+        (void)co_await sleepFor(services_.clock, pause, konci);
+    }
+    if (told && state_.potizTrezoru.value() == told) state_.potizTrezoru = std::nullopt;
 }
 
 void OwnKeys::ukoncit() {

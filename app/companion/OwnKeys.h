@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/companion/CompanionState.h"
+#include "foundation/Clock.h"
 #include "foundation/TaskScope.h"
 #include "foundation/Turns.h"
 #include "platform/ports/SecretVault.h"
@@ -9,12 +10,14 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace morvex {
 
-/// This computer's identity and the phone that it is paired with, on their way from the vault into the state.
-/// Where the vault refuses, that is told there, and `zkusitZnovu` tries again. Main thread only.
+/// This computer's identity and the phone that it is paired with, on their way between the vault and the
+/// state. Where a keyring stays locked or the identity cannot be kept, that is told there, and `zkusitZnovu`
+/// tries again. Main thread only.
 class OwnKeys {
   public:
     /// All of it outlives this object.
@@ -22,12 +25,13 @@ class OwnKeys {
         Executor& vaultThread; ///< the vault may ask a person, and so block
         IdentityStore& uloziste;
         SecretVault& vault;
+        Clock& clock;
         TaskScope& scope;
     };
 
     /// What follows; both are called on the main thread.
     struct Next {
-        std::function<Task<void>()> identityIsThere; ///< awaited before the phone is read
+        std::function<Task<void>()> identityIsThere; ///< once, awaited before the phone is read
         std::function<void()> peerIsRead;            ///< there may be none
     };
 
@@ -40,8 +44,9 @@ class OwnKeys {
     /// The identity is there and the peer was read.
     [[nodiscard]] bool jsouTu() const { return state_.klice.value().pripad == StavKlicu::Pripad::jsou; }
 
-    /// Loads the identity, or makes one, and the peer. Nothing once they are there. Fails with words about
-    /// the refusal of the vault.
+    /// Loads the identity, or makes one, and the peer. Nothing once they are there. Fails where a keyring
+    /// stays locked, or the identity cannot be read or kept, in the words for it; a peer that cannot be read
+    /// is told as an invalid pairing.
     Task<Result<void>> nacist();
 
     /// Takes back the question that a keyring has open, and loads in the background.
@@ -50,9 +55,13 @@ class OwnKeys {
     /// The pairing is of no use, for this reason; that is told.
     void neplatne(const Error& error);
 
-    /// Removes a peer from the vault if it is the one there. Where the vault refuses, the next start finds
-    /// it.
-    Task<void> smazat(PairedPeer peer);
+    /// Keeps a phone in the vault. Fails where the vault refuses.
+    Task<Result<void>> ulozit(PairedPeer peer);
+    /// Takes a phone that is paired no more out of the vault, unless another one is kept there since. Until
+    /// the vault has done it, that is told in the state, and it is tried again; once more at the end.
+    Task<void> zapomenout(PairedPeer peer);
+    /// The same for a phone that was refused while it was being kept: the one of the state takes its place.
+    Task<void> vratit(PairedPeer odmitnuty);
 
     /// For the end of the program: nothing is loaded any more, and a keyring asks nobody.
     void ukoncit();
@@ -62,6 +71,8 @@ class OwnKeys {
     Task<Result<void>> nactiIdentitu();
     /// Whether it could be read. Fails where the vault is locked.
     Task<Result<bool>> nactiProtejsek();
+    /// Until the vault has put the state's phone, or none, in the place of `peer`.
+    Task<void> nahradit(PairedPeer peer, std::string neslo);
     Error nejsou(const Error& error);
 
     Services services_;

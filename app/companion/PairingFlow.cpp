@@ -1,21 +1,15 @@
 #include "app/companion/PairingFlow.h"
 
-#include "app/companion/SmazatPar.h"
-#include "shared-apple/KeychainChyba.h"
 #include "shared/trust/Parovani.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/PairingBundle.h"
 #include "shared/wire/PairingHello.h"
 
-#include <chrono>
 #include <utility>
 
 namespace morvex {
 
 namespace {
-
-/// From a change that the vault refused to the next try.
-constexpr Clock::Duration vaultRetry = std::chrono::seconds(5);
 
 Task<void> start(std::shared_ptr<RelayLink> link) {
     co_await link->start();
@@ -41,7 +35,11 @@ PairingFlow::PairingFlow(Services services, CompanionState& state, Link link)
 void PairingFlow::zacitParovani() {
     ++generation_;
     cekaNaKlice_ = !services_.klice.jsouTu();
-    if (cekaNaKlice_) return services_.scope.spawn(nacistAZacit(generation_));
+    if (cekaNaKlice_) {
+        // A failure of the last try is no word on this one.
+        state_.parovani = StavParovani{};
+        return services_.scope.spawn(nacistAZacit(generation_));
+    }
     auto address = RelayAddress::parse(state_.relayAdresa.value());
     if (!address) return selhat(RelayAddress::nonsense);
     state_.telefonOdesel = false;
@@ -126,19 +124,10 @@ void PairingFlow::potvrditCislo(const std::string& cislo) {
 }
 
 Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
-    auto* uloziste = &services_.uloziste;
-    auto saved =
-        co_await runOn(services_.vaultThread, [uloziste, &peer] { return uloziste->ulozProtejsek(peer); });
+    auto saved = co_await services_.klice.ulozit(peer);
     uklada_ = false;
-    if (generation != generation_) {
-        // Refused, cancelled or begun anew meanwhile: what was kept before is kept again.
-        co_return co_await dokudNeniZapsano(
-            "Zrušené párování se nepodařilo smazat: ", [this, uloziste, peer]() -> Zapis {
-                return [uloziste, peer, predchozi = state_.protejsek.value()] {
-                    return vratitPar(*uloziste, peer, predchozi);
-                };
-            });
-    }
+    // Refused, cancelled or begun anew meanwhile.
+    if (generation != generation_) co_return co_await services_.klice.vratit(std::move(peer));
     if (!saved) co_return selhat("Párování se nepodařilo uložit: " + saved.error().popis());
     ++generation_;
     if (const auto& before = state_.protejsek.value(); before && before->deviceID != peer.deviceID)
@@ -185,23 +174,7 @@ void PairingFlow::odvolat() {
 Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
     // Both may fail. Another phone may be paired while they take their time.
     (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita());
-    auto* uloziste = &services_.uloziste;
-    co_await dokudNeniZapsano("Odpojení telefonu se nepodařilo uložit: ", [uloziste, protejsek]() -> Zapis {
-        return [uloziste, protejsek] { return smazatPar(*uloziste, protejsek); };
-    });
-}
-
-Task<void> PairingFlow::dokudNeniZapsano(std::string neslo, std::function<Zapis()> zapis) {
-    std::optional<std::string> told;
-    for (;;) {
-        auto done = co_await runOn(services_.vaultThread, zapis());
-        if (done) break;
-        told = neslo + done.error().popis();
-        state_.potiz = told;
-        if (jeZamceno(done.error())) co_return;
-        if (!co_await sleepFor(services_.relay.clock, vaultRetry, services_.scope.token())) co_return;
-    }
-    if (told && state_.potiz.value() == told) state_.potiz = std::nullopt;
+    co_await services_.klice.zapomenout(std::move(protejsek));
 }
 
 void PairingFlow::zkusitHned() {

@@ -3,7 +3,6 @@
 #include "app/companion/CompanionState.h"
 #include "app/companion/OwnKeys.h"
 #include "foundation/TaskScope.h"
-#include "shared-apple/IdentityStore.h"
 #include "shared-apple/RelayLink.h"
 #include "shared-apple/RelayParovani.h"
 
@@ -23,10 +22,8 @@ class PairingFlow {
   public:
     struct Services {
         Executor& main;
-        Executor& vaultThread;
         RelayLink::Services relay;
         HttpClient& http;
-        IdentityStore& uloziste;
         TaskScope& scope;
         OwnKeys& klice;
     };
@@ -44,7 +41,7 @@ class PairingFlow {
     /// Without the keys of this computer it loads them first.
     void zacitParovani();
 
-    /// A pairing waits for the keys of this computer; its state stays what it was meanwhile.
+    /// A pairing waits for the keys of this computer; its state is `necinne` meanwhile.
     [[nodiscard]] bool cekaNaKlice() const { return cekaNaKlice_; }
 
     /// "Souhlasí" under this number. Nothing when the number on screen has become another one meanwhile.
@@ -77,11 +74,6 @@ class PairingFlow {
     void prijmout(const Envelope& envelope, const std::string& relayURL);
     Task<void> ulozit(PairedPeer peer, std::uint64_t generation);
     Task<void> zapomenout(RelayAddress address, PairedPeer protejsek);
-    /// What the vault has to do, on its thread; made anew for each try.
-    using Zapis = std::function<Result<void>()>;
-    /// Until the vault has done it: a failure is told, behind `neslo`, and it is tried again. Not where it is
-    /// locked, since it would ask each time.
-    Task<void> dokudNeniZapsano(std::string neslo, std::function<Zapis()> zapis);
     /// Stops the pairing link in the background.
     void zastavit();
     void selhat(std::string text);

@@ -7,8 +7,6 @@
 #include <boost/json/value.hpp>
 
 #include <algorithm>
-#include <array>
-#include <string_view>
 #include <utility>
 
 namespace morvex {

@@ -17,7 +17,8 @@ void ConsolePairing::tell() {
     const auto& pairing = companion_.stav().parovani.value();
     if (pairing.as<StavParovani::Zakladam>()) output_.line("Párování: zakládám pár u relaye…");
     if (const auto* failed = pairing.as<StavParovani::Chyba>()) output_.line("Párování: " + failed->text);
-    if (pairing.as<StavParovani::Necinne>()) output_.line("Párování: nic neprobíhá");
+    if (pairing.as<StavParovani::Necinne>() && !companion_.parovani().cekaNaKlice())
+        output_.line("Párování: nic neprobíhá");
     if (const auto* waiting = pairing.as<StavParovani::CekamNaTelefon>()) {
         output_.line("Kód pro telefon, platí do " + formatDate(waiting->platiDo) + ":");
         output_.line(waiting->qr);

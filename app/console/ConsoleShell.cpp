@@ -137,7 +137,8 @@ void ConsoleShell::watch() {
     auto& state = companion_.stav();
     notifiers_.push_back(state.dostupnost.addNotifier([this] { tellOfAvailability(); }));
     auto& bdelost = companion_.bdelost().stav();
-    for (auto* potiz : {&state.potiz, &state.potizNastaveni, &bdelost.potiz, &bdelost.potizDrzeni})
+    for (auto* potiz :
+         {&state.potiz, &state.potizTrezoru, &state.potizNastaveni, &bdelost.potiz, &bdelost.potizDrzeni})
         notifiers_.push_back(potiz->addNotifier([this, potiz] {
             if (potiz->value() && mayTellOfLink()) output_.trouble(potiz->value());
         }));
@@ -182,6 +183,7 @@ void ConsoleShell::printStatus() {
     printAvailability();
     printNextAttempt();
     output_.trouble(state.potiz);
+    output_.trouble(state.potizTrezoru);
     output_.trouble(state.potizNastaveni);
     if (state.kliceJsouVSouborech) output_.line(kliceVSouborech);
     const auto& peer = state.protejsek.value();

@@ -7,6 +7,7 @@
 #include "app/console/ConsolePairing.h"
 #include "foundation/Clock.h"
 #include "foundation/Signal.h"
+#include "foundation/TaskScope.h"
 
 #include <QProperty>
 

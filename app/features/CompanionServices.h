@@ -45,6 +45,8 @@ struct CompanionServices {
     Environment environment;   ///< that of this program
     std::string jmenoZarizeni; ///< name of this computer, shown on the phone
     std::string verzeAplikace; ///< "x.y.z (build)"
+
+    [[nodiscard]] Clock& clock() const { return link.relay.clock; }
 };
 
 } // namespace morvex

@@ -39,7 +39,7 @@ struct FeatureContext {
         return [&settings = integrations, integration] { return settings.isOn(integration); };
     }
 
-    [[nodiscard]] Clock& clock() const { return services.link.relay.clock; }
+    [[nodiscard]] Clock& clock() const { return services.clock(); }
 
     [[nodiscard]] Random& random() const { return services.link.random; }
 

@@ -2,7 +2,6 @@
 
 #include "app/features/FeatureContext.h"
 
-#include <string>
 #include <utility>
 
 namespace morvex {

@@ -47,7 +47,7 @@ struct Tool {
     std::vector<ArgumentRow> arguments; ///< what its record declares
     std::function<bool()> isOffered;
     std::function<Task<ToolOutcome>(ToolCall)> run;
-    /// Whether the status names it. The phone is offered the others too.
+    /// Whether the status names it, unless its name keeps it out. The phone is offered the others too.
     bool isInStatus = true;
 };
 

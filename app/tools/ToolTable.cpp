@@ -47,7 +47,6 @@ ToolDescriptor ToolTable::descriptorOf(std::string_view name) {
 void ToolTable::add(Tool tool) {
     vyzaduj(find(tool.descriptor.name) == nullptr, "a tool was added twice");
     const auto rank = rankOf(tool.descriptor.name);
-    if (isUnlisted(tool.descriptor.name)) tool.isInStatus = false;
     add({rank, std::make_shared<const Tool>(std::move(tool)), nullptr});
 }
 
@@ -77,7 +76,9 @@ std::vector<ToolDescriptor> ToolTable::offered() const {
 }
 
 std::vector<ToolDescriptor> ToolTable::inStatus() const {
-    return descriptorsOf(all(), [](const Tool& tool) { return tool.isInStatus && tool.isOffered(); });
+    return descriptorsOf(all(), [](const Tool& tool) {
+        return tool.isInStatus && !isUnlisted(tool.descriptor.name) && tool.isOffered();
+    });
 }
 
 std::shared_ptr<const Tool> ToolTable::find(std::string_view name) const {

@@ -5,6 +5,7 @@
 #include "app/ui/TrayItem.h"
 #include "app/ui/WindowHost.h"
 #include "foundation/Signal.h"
+#include "foundation/TaskScope.h"
 #include "platform/ports/ColorScheme.h"
 #include "platform/ports/Tray.h"
 

@@ -12,8 +12,10 @@
 
 #include <boost/json.hpp>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
+#include <variant>
 
 namespace morvex {
 
@@ -83,9 +85,10 @@ struct LeftOut {
     }
 };
 
-/// Brings changed booleans into a file that could not be read at the start; whatever else stands there is
-/// kept. Fails with `LeftOut` for other changes.
-Result<void> bringInto(const std::filesystem::path& path, const json::object& changed) {
+/// Brings changed booleans, but not those of `notAlone`, into a file that could not be read at the start;
+/// whatever else stands there is kept. Fails with `LeftOut` for other changes.
+Result<void> bringInto(const std::filesystem::path& path, const json::object& changed,
+                       const std::set<std::string>& notAlone) {
     TRY(const auto, bytes, readWhole(path, JsonDefaults::sizeLimit));
     json::object values;
     if (bytes) {
@@ -96,7 +99,7 @@ Result<void> bringInto(const std::filesystem::path& path, const json::object& ch
     const auto before = values;
     bool isWhole = true;
     for (const auto& [key, value] : changed) {
-        if (value.is_bool())
+        if (value.is_bool() && !notAlone.contains(key))
             values.insert_or_assign(key, value);
         else
             isWhole = false;
@@ -150,8 +153,13 @@ std::optional<DefaultsValue> JsonDefaults::get(const std::string& key) const {
 }
 
 void JsonDefaults::changeTogether(DefaultsValues values, const std::vector<std::string>& removed) {
+    const bool isMixed = !removed.empty() || !std::ranges::all_of(values, [](const auto& change) {
+        return std::holds_alternative<bool>(change.second);
+    });
     for (const auto& [key, value] : values) {
         endProposals(key);
+        if (!isMixed) notAlone_.erase(key);
+        if (isMixed && !isKnown_) notAlone_.insert(key);
         auto encoded = jsonFrom(value);
         const auto* present = values_.if_contains(key);
         // What is empty adds nothing to what is not known.
@@ -206,7 +214,10 @@ void JsonDefaults::save() {
 SaveQueue::Save JsonDefaults::zacniUkladat() {
     forgetRetry();
     unsaved_ = false;
-    if (!isKnown_) return {0, [path = path_, values = values_] { return bringInto(path, values); }};
+    if (!isKnown_)
+        return {0, [path = path_, values = values_, notAlone = notAlone_] {
+                    return bringInto(path, values, notAlone);
+                }};
     proposalsUnderWay_ = std::exchange(proposals_, {});
     std::erase_if(proposalsUnderWay_, [](const auto& proposal) { return proposal->isOver; });
     auto text = json::serialize(withProposals());

@@ -11,6 +11,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,7 +33,8 @@ class JsonDefaults : public UserDefaults {
 
     /// Reads the file, here and now. A damaged one is set aside and the settings start empty. One that can
     /// be neither read nor set aside is left alone: changes count as ever, proposals are refused, and changed
-    /// booleans are brought into the file as soon as it can be read. Other changes are not saved.
+    /// booleans are brought into the file as soon as it can be read. Other changes, and booleans that were
+    /// changed together with such, are not saved.
     JsonDefaults(const std::filesystem::path& configHome, Saving saving);
     ~JsonDefaults() override;
 
@@ -76,7 +78,8 @@ class JsonDefaults : public UserDefaults {
     std::filesystem::path path_;
     Saving saving_;
     boost::json::object values_;
-    bool isKnown_ = true; ///< what stands in the file; else `values_` are the changes only
+    bool isKnown_ = true;            ///< what stands in the file; else `values_` are the changes only
+    std::set<std::string> notAlone_; ///< booleans that mean something only beside changes of other kinds
     bool unsaved_ = false;
     Proposals proposals_;
     Proposals proposalsUnderWay_;

@@ -87,6 +87,7 @@ class CurlLoop {
     }
 
     void start(Transfer transfer) {
+        if (transfer->isStopped()) return transfer->fall(Abandoned{});
         if (auto prepared = transfer->prepare(extraAuthorities_); !prepared)
             return transfer->fall(std::move(prepared).error());
         auto* easy = transfer->handle();

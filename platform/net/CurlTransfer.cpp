@@ -148,15 +148,22 @@ std::size_t CurlTransfer::takeHeader(const char* bytes, std::size_t one, std::si
     return self.tooLong_ ? CURL_WRITEFUNC_ERROR : size;
 }
 
-/// One line with its end. False when there are too many.
+/// One line with its end: of a status, a header or, behind the body, a trailer. False when there are too
+/// many.
 bool CurlTransfer::addReplyHeader(std::string_view line) {
-    // What came before an interim answer (1xx) is none of the reply's.
-    if (line.starts_with("HTTP/")) received_.headers.clear();
     headersLength_ += line.size();
     if (headersLength_ > HttpReply::headersLimit) return false;
-    const auto colon = line.find(':');
-    if (colon == std::string_view::npos) return true;
-    received_.headers.emplace_back(line.substr(0, colon), trim(line.substr(colon + 1)));
+    if (headersAreOver_ && line.starts_with("HTTP/")) {
+        // What came with an interim answer (1xx) is none of the reply's.
+        received_.headers.clear();
+        headersAreOver_ = false;
+        return true;
+    }
+    if (trim(line).empty()) headersAreOver_ = true;
+    // A line that goes on with another's value (obs-fold, RFC 9112, section 5.2) has no name either.
+    const auto name = line.substr(0, line.find(':'));
+    if (!headersAreOver_ && name.size() < line.size() && isToken(name))
+        received_.headers.emplace_back(name, trim(line.substr(name.size() + 1)));
     return true;
 }
 

@@ -27,7 +27,8 @@ struct HttpRequest {
 struct HttpReply {
     int status = 0; ///< 0 when the other end answered, but not in HTTP
     std::string body;
-    std::vector<std::pair<std::string, std::string>> headers{}; ///< in their order, values trimmed
+    std::vector<std::pair<std::string, std::string>>
+        headers{}; ///< in their order, values trimmed; no trailers
 
     /// Bytes of all names and values together; more is a failure.
     static constexpr std::size_t headersLimit = 64 * 1024;
@@ -43,7 +44,7 @@ class HttpClient {
     virtual ~HttpClient() = default;
 
     /// Any HTTP status is success here; a redirect, too, is a reply with its status and headers. Fails with
-    /// `NetworkError`.
+    /// `NetworkError`, and with `Abandoned` once `stop` was requested or the client has gone.
     virtual Task<Result<HttpReply>> send(HttpRequest request) = 0;
 };
 

@@ -58,5 +58,38 @@ TEST_F(UnsavedSettingsTest, AreToldOfInANotificationWhenTheWindowEnds) {
               std::vector<std::string>{"Nastavení se nepodařilo uložit: Takovou cestu nejde použít."});
 }
 
+TEST(UnsavedSettings, AreToldOfAtTheEnd) {
+    Household household;
+    const auto file = household.temporary.path() / "mac/.config/Morvex/defaults.json";
+    std::filesystem::create_directories(file);
+    Program mac("morvex", {}, household.environment("mac"));
+    mac.waitForLine("Soubor s nastavením nejde přečíst: ");
+    mac.type("stav");
+    mac.waitForLine("Telefon: ");
+    EXPECT_EQ(mac.output().find("Nastavení se nepodařilo"), std::string::npos) << "nothing was changed yet";
+    mac.type("vypnout soubory");
+    mac.waitForLine("Potíž: Nastavení se nepodařilo uložit: ");
+    mac.type("konec");
+    EXPECT_EQ(mac.wait(), 0);
+    const auto output = mac.output();
+    EXPECT_NE(output.find("\nNastavení se nepodařilo uložit: "), std::string::npos) << output;
+}
+
+TEST(UnsavedUnpairing, IsToldOfAtTheEnd) {
+    Household household;
+    auto mac = household.startMac();
+    household.pair(*mac);
+    // A vault that can neither be read nor changed, whatever rights its user has.
+    const auto file = household.peerFile();
+    std::filesystem::rename(file, file.string() + ".kept");
+    std::filesystem::create_directories(file / "inside");
+    mac->type("odpojit");
+    mac->waitForLine("Potíž: Odpojení telefonu se nepodařilo uložit: ");
+    mac->type("konec");
+    EXPECT_EQ(mac->wait(), 0);
+    const auto output = mac->output();
+    EXPECT_NE(output.find("\nOdpojení telefonu se nepodařilo uložit: "), std::string::npos) << output;
+}
+
 } // namespace
 } // namespace morvex

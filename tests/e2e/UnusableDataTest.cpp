@@ -40,22 +40,5 @@ TEST_F(UnusableDataTest, IsToldOnTheConsoleAndByThePhone) {
     EXPECT_EQ(ended.output.find("už pracuje"), std::string::npos) << ended.output;
 }
 
-TEST(UnsavedSettings, AreToldOfAtTheEnd) {
-    Household household;
-    const auto file = household.temporary.path() / "mac/.config/Morvex/defaults.json";
-    std::filesystem::create_directories(file);
-    Program mac("morvex", {}, household.environment("mac"));
-    mac.waitForLine("Soubor s nastavením nejde přečíst: ");
-    mac.type("stav");
-    mac.waitForLine("Telefon: ");
-    EXPECT_EQ(mac.output().find("Nastavení se nepodařilo"), std::string::npos) << "nothing was changed yet";
-    mac.type("vypnout soubory");
-    mac.waitForLine("Potíž: Nastavení se nepodařilo uložit: ");
-    mac.type("konec");
-    EXPECT_EQ(mac.wait(), 0);
-    const auto output = mac.output();
-    EXPECT_NE(output.find("\nNastavení se nepodařilo uložit: "), std::string::npos) << output;
-}
-
 } // namespace
 } // namespace morvex

@@ -1,7 +1,13 @@
 #pragma once
 
+#include "app/approvals/Schvalovani.h"
 #include "app/assembly/Features.h"
-#include "app/companion/CompanionParts.h"
+#include "app/companion/Bdelost.h"
+#include "app/companion/Companion.h"
+#include "app/companion/CompanionState.h"
+#include "app/companion/PairingFlow.h"
+#include "app/companion/ToolGate.h"
+#include "app/features/FeatureContext.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/ScriptedHttp.h"

@@ -2,6 +2,7 @@
 
 #include "shared-apple/PametoveUloziste.h"
 
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -24,6 +25,7 @@ class FailingStore final : public IdentityStore {
     Result<void> smazIdentitu() override { return held.smazIdentitu(); }
 
     Result<std::optional<PairedPeer>> nactiProtejsek() override {
+        if (onPeerLoad) onPeerLoad();
         if (failPeerLoad) return fail(*failPeerLoad);
         return held.nactiProtejsek();
     }
@@ -41,6 +43,7 @@ class FailingStore final : public IdentityStore {
 
     int peerSaves = 0; ///< also those that fail
     int loads = 0;     ///< of the identity
+    std::function<void()> onPeerLoad;
     std::optional<Error> failLoad;
     std::optional<Error> failPeerLoad;
     std::optional<Error> failSave;

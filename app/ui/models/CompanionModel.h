@@ -13,6 +13,7 @@
 #include "app/ui/models/VoiceModel.h"
 #include "app/ui/models/WakefulnessModel.h"
 #include "foundation/Signal.h"
+#include "foundation/TaskScope.h"
 
 #include <functional>
 #include <optional>

@@ -3,6 +3,7 @@
 #include "app/assembly/Features.h"
 #include "app/ui/models/IntegrationRow.h"
 #include "app/ui/models/SwitchTrouble.h"
+#include "foundation/TaskScope.h"
 
 #include <QList>
 

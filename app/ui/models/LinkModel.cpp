@@ -12,6 +12,7 @@ LinkModel::LinkModel(Companion& companion, Clock& clock, TaskScope& scope)
     watch(state_.relayAdresa);
     watch(state_.protejsek);
     watch(state_.potiz);
+    watch(state_.potizTrezoru);
     watch(state_.klice);
     watch(state_.kliceJsouVSouborech);
     watch(state_.dalsiPokus);
@@ -56,9 +57,12 @@ QString LinkModel::placeOfKeys() const {
 }
 
 QString LinkModel::trouble() const {
-    // The card of the pairing tells it, with what can be done.
-    if (state_.klice.value().pripad == StavKlicu::Pripad::nejsou) return {};
-    return localized(state_.potiz.value().value_or(std::string()));
+    QStringList troubles;
+    if (const auto& potiz = state_.potizTrezoru.value()) troubles << localized(*potiz);
+    // The card of the pairing tells of the keys, with what can be done.
+    const bool isOfTheKeys = state_.klice.value().pripad == StavKlicu::Pripad::nejsou;
+    if (const auto& potiz = state_.potiz.value(); potiz && !isOfTheKeys) troubles << localized(*potiz);
+    return troubles.join(QChar(u'\n'));
 }
 
 void LinkModel::countMinutes() {

@@ -4,6 +4,7 @@
 #include "app/ui/AvailabilitySymbol.h"
 #include "app/ui/models/ViewModel.h"
 #include "foundation/Clock.h"
+#include "foundation/TaskScope.h"
 
 namespace morvex {
 

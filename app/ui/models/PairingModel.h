@@ -3,6 +3,7 @@
 #include "app/companion/Companion.h"
 #include "app/ui/models/ViewModel.h"
 #include "foundation/Clock.h"
+#include "foundation/TaskScope.h"
 #include "platform/ports/Clipboard.h"
 
 namespace morvex {

@@ -7,6 +7,8 @@ Flickable {
 
     required property Item content
     property int margin: 0
+    /// Has the keyboard, and was in sight when it got it and after each scrolling since.
+    property Item inSight: null
 
     /// Scrolls as little as shows the whole item, or its top where it is too high.
     function reveal(item: Item) {
@@ -18,11 +20,25 @@ Flickable {
             scrollTo(bottom - height);
     }
 
+    function isInSight(item: Item): bool {
+        const top = item.mapToItem(contentItem, 0, 0).y;
+        return top + item.height > contentY && top < contentY + height;
+    }
+
+    /// What grows above it does not push it out of sight.
+    function keepInSight() {
+        if (inSight)
+            reveal(inSight);
+    }
+
     function scrollTo(y: real) {
         contentY = Math.max(0, Math.min(contentHeight - height, y));
     }
 
     boundsBehavior: Flickable.StopAtBounds
+    onContentHeightChanged: Qt.callLater(keepInSight)
+    onContentYChanged: if (inSight && !isInSight(inSight))
+        inSight = null
     Keys.onUpPressed: scrollTo(contentY - Vzhled.scrollStep)
     Keys.onDownPressed: scrollTo(contentY + Vzhled.scrollStep)
     Keys.onPressed: event => {
@@ -54,13 +70,16 @@ Flickable {
             const item = area.Window.window?.activeFocusItem;
             const goesOutward = area.isIn(before, item);
             before = item;
+            area.inSight = null;
             // A row that was scrolled out of sight gave the keyboard to what is around it, which is where it was.
             if (goesOutward)
                 return;
             for (let parent = item?.parent; parent; parent = parent.parent) {
                 (parent as RecordsList)?.reveal(item as RecordRow);
-                if (parent === area.content)
+                if (parent === area.content) {
                     area.reveal(item);
+                    area.inSight = item;
+                }
             }
         }
     }

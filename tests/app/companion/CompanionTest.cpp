@@ -125,8 +125,11 @@ TEST_F(CompanionTest, ARefusedRemovalOfARevokedPeerIsTriedAgainAtTheNextRevocati
     EXPECT_FALSE(companion->stav().protejsek.value());
     EXPECT_TRUE(store.held.nactiProtejsek().value()) << "the vault refused";
 
-    store.failDelete.reset();
+    EXPECT_EQ(companion->stav().potizTrezoru.value(),
+              "Odpojení telefonu se nepodařilo uložit: Trezor odmítl.");
+
     end();
+    store.failDelete.reset();
     auto socket = sockets.layOut();
     start();
     EXPECT_TRUE(companion->stav().protejsek.value());

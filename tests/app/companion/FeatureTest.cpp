@@ -1,5 +1,7 @@
 #include "app/features/Feature.h"
 
+#include "foundation/TaskScope.h"
+#include "shared-apple/KeychainChyba.h"
 #include "shared/wire/Json.h"
 #include "tests/support/CompanionHarness.h"
 
@@ -15,7 +17,8 @@ using Lines = std::vector<std::string>;
 /// A subsystem that the companion has never heard of, which notes what it is told.
 class MadeUpFeature final : public Feature {
   public:
-    MadeUpFeature(FeatureContext& context, Lines& told) : Feature(context), told_(told) {
+    MadeUpFeature(FeatureContext& context, Lines& told)
+        : Feature(context), scope_(context.scope), told_(told) {
         context.inbox.take<MacPayload::Cancel>(
             [this](const MacPayload::Cancel&, const Delivery&) { return note("message"); });
     }
@@ -38,9 +41,11 @@ class MadeUpFeature final : public Feature {
 
     void sleep() override { told_.emplace_back("sleep"); }
 
-    void stop() override { told_.emplace_back("stop"); }
+    void stop() override {
+        told_.emplace_back(scope_.token().stop_requested() ? "stop behind its tasks" : "stop");
+    }
 
-    Task<void> saved() override { return note("saved"); }
+    Task<void> saved() override { return note(scope_.live() == 0 ? "saved" : "saved before its tasks"); }
 
   private:
     Task<void> note(std::string what) {
@@ -48,8 +53,15 @@ class MadeUpFeature final : public Feature {
         co_return;
     }
 
+    TaskScope& scope_;
     Lines& told_;
 };
+
+/// Ends some time after it was to.
+Task<void> linger(Clock* clock, std::stop_token stop) {
+    (void)co_await sleepFor(*clock, std::chrono::hours(1), stop);
+    for (int hop = 0; hop < 10; ++hop) co_await letOthersRun();
+}
 
 class FeatureTest : public CompanionHarness {
   protected:
@@ -98,6 +110,14 @@ TEST_F(FeatureTest, HearsOfTheStartAndOfEachSession) {
     EXPECT_EQ(news(), Lines{"catch up"});
 }
 
+TEST_F(FeatureTest, IsLoadedOnceHoweverOftenThePhoneIsReadInVain) {
+    store.failPeerLoad = Error(KeychainChyba{vaultStatus::userCanceled, "čtení", {}});
+    startAll();
+    companion->zkusitZnovu();
+    executor.runUntilIdle();
+    EXPECT_EQ(news(), Lines{"load"});
+}
+
 TEST_F(FeatureTest, IsAskedForItsPartOfTheStatus) {
     startAll();
     connect();
@@ -140,6 +160,8 @@ TEST_F(FeatureTest, HearsOfTheSleepAndOfTheEnd) {
     FakeDesktop::sleep.fallAsleep();
     executor.runUntilIdle();
     EXPECT_EQ(news(), Lines{"sleep"});
+    auto& scope = companion->context().scope;
+    scope.spawn(linger(&clock, scope.token()));
     endAll();
     EXPECT_EQ(news(), (Lines{"stop", "saved"}));
 }

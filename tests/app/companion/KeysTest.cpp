@@ -1,8 +1,11 @@
+#include "foundation/TaskScope.h"
 #include "shared-apple/KeychainChyba.h"
 #include "tests/support/PairingHarness.h"
 
 namespace morvex {
 namespace {
+
+using namespace std::chrono_literals;
 
 /// The keys of this computer, when the vault does not give them at once.
 class KeysTest : public PairingHarness {
@@ -147,54 +150,136 @@ TEST_F(KeysTest, NoPairingBeginsOverAPhoneThatWasNotRead) {
     EXPECT_EQ(companion->stav().protejsek.value(), kept);
 }
 
-TEST_F(KeysTest, AnUnpairingRemovesNothingFromAVaultThatCannotBeRead) {
-    startPaired();
-    executor.runUntilIdle();
+/// What the vault has yet to forget.
+class ForgettingTest : public KeysTest {
+  protected:
+    void unpair() {
+        flow().odvolat();
+        executor.runUntilIdle();
+    }
+
+    void pass(Clock::Duration time) {
+        clock.advance(time);
+        executor.runUntilIdle();
+    }
+
+    bool isForgotten() { return !store.held.nactiProtejsek().value(); }
+
+    std::string unsaved() { return companion->stav().potizTrezoru.value().value_or("none"); }
+
+    void startConnected() {
+        startPaired();
+        executor.runUntilIdle();
+    }
+
+    const std::string noRoom = "Odpojení telefonu se nepodařilo uložit: Na disku není místo.";
+};
+
+TEST_F(ForgettingTest, NothingIsRemovedFromAVaultThatCannotBeRead) {
+    startConnected();
     store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, "čtení", {}});
-    flow().odvolat();
-    executor.runUntilIdle();
-    EXPECT_TRUE(trouble().starts_with("Odpojení telefonu se nepodařilo uložit: ")) << trouble();
-    EXPECT_TRUE(store.held.nactiProtejsek().value());
+    unpair();
+    EXPECT_TRUE(unsaved().starts_with("Odpojení telefonu se nepodařilo uložit: ")) << unsaved();
+    EXPECT_FALSE(isForgotten());
     store.failPeerLoad.reset();
-    clock.advance(std::chrono::seconds(5));
-    executor.runUntilIdle();
-    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    pass(5s);
+    EXPECT_TRUE(isForgotten());
 }
 
-TEST_F(KeysTest, AnUnpairingThatCannotBeSavedIsToldAndTriedAgain) {
-    startPaired();
-    executor.runUntilIdle();
+TEST_F(ForgettingTest, AnUnpairingThatCannotBeSavedIsToldAndTriedEvery5Seconds) {
+    startConnected();
     store.failDelete = TextError{"Na disku není místo."};
-    flow().odvolat();
-    executor.runUntilIdle();
-    EXPECT_EQ(trouble(), "Odpojení telefonu se nepodařilo uložit: Na disku není místo.");
-    ASSERT_TRUE(store.held.nactiProtejsek().value());
+    unpair();
+    EXPECT_EQ(unsaved(), noRoom);
+    ASSERT_FALSE(isForgotten());
+    pass(5s);
+    EXPECT_EQ(unsaved(), noRoom);
     store.failDelete.reset();
-    clock.advance(std::chrono::seconds(5));
-    executor.runUntilIdle();
-    EXPECT_FALSE(store.held.nactiProtejsek().value());
-    EXPECT_EQ(trouble(), "none");
+    pass(4s);
+    EXPECT_FALSE(isForgotten());
+    pass(1s);
+    EXPECT_TRUE(isForgotten());
+    EXPECT_EQ(unsaved(), "none");
 }
 
-TEST_F(KeysTest, AnUnpairingThatALockedVaultRefusesIsToldAndNotAskedForAgain) {
-    startPaired();
+TEST_F(ForgettingTest, ALockedVaultIsAskedAgainEveryHour) {
+    for (auto status : {vaultStatus::userCanceled, vaultStatus::interactionNotAllowed}) {
+        startConnected();
+        store.failDelete = locked(status);
+        unpair();
+        EXPECT_TRUE(unsaved().starts_with("Odpojení telefonu se nepodařilo uložit: ")) << unsaved();
+        store.failDelete.reset();
+        pass(59min);
+        EXPECT_FALSE(isForgotten()) << "it would ask a person each time";
+        pass(1min);
+        EXPECT_TRUE(isForgotten());
+        EXPECT_EQ(unsaved(), "none");
+        end();
+    }
+}
+
+TEST_F(ForgettingTest, IsToldUntilItIsDoneWhateverElseIsTold) {
+    startConnected();
+    store.failDelete = TextError{"Na disku není místo."};
+    unpair();
+    companion->stav().potiz = "jiná potíž";
+    flow().zacitParovani();
     executor.runUntilIdle();
-    store.failDelete = locked();
-    flow().odvolat();
-    executor.runUntilIdle();
-    EXPECT_TRUE(trouble().starts_with("Odpojení telefonu se nepodařilo uložit: ")) << trouble();
+    EXPECT_EQ(unsaved(), noRoom);
+}
+
+TEST_F(ForgettingTest, IsTriedOnceMoreAtTheEndAndToldBehindIt) {
+    for (auto failure : {Error(TextError{"Na disku není místo."}), Error(locked())})
+        for (bool isMended : {true, false}) {
+            startConnected();
+            store.failDelete = failure;
+            unpair();
+            if (isMended) store.failDelete.reset();
+            TaskScope ending(executor);
+            ending.spawn(companion->ukoncit());
+            executor.runUntilIdle();
+            EXPECT_EQ(ending.live(), 0);
+            EXPECT_EQ(isForgotten(), isMended);
+            EXPECT_EQ(unsaved() == "none", isMended);
+            store.failDelete.reset();
+            features.reset();
+            companion.reset();
+        }
+}
+
+TEST_F(ForgettingTest, AnUnpairingLeavesAPhoneThatWasPairedSince) {
+    startConnected();
+    store.failDelete = TextError{"Na disku není místo."};
+    unpair();
+    auto other = phone.asPeer();
+    other.pairID = {"SINCE"};
+    (void)store.held.ulozProtejsek(other);
     store.failDelete.reset();
-    clock.advance(std::chrono::hours(1));
-    executor.runUntilIdle();
-    EXPECT_TRUE(store.held.nactiProtejsek().value());
+    pass(5s);
+    EXPECT_EQ(store.held.nactiProtejsek().value(), other);
+    EXPECT_EQ(unsaved(), "none");
+}
+
+TEST_F(KeysTest, AnEndWhileThePhoneIsReadTellsNothingOfIt) {
+    keepAPairedIdentity();
+    store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, "čtení", {}});
+    TaskScope ending(executor);
+    store.onPeerLoad = [&] { ending.spawn(companion->ukoncit()); };
+    startWithSlowVault();
+    runAll();
+    EXPECT_EQ(ending.live(), 0);
+    EXPECT_EQ(availability(), "Nespárováno");
+    EXPECT_EQ(trouble(), "none");
+    features.reset();
+    companion.reset();
 }
 
 TEST_F(KeysTest, APairingLoadsThemFirstAndSaysWhyItCannot) {
     store.failSave = TextError{"Na disku není místo."};
     start();
     for (int presses = 0; presses < 2; ++presses) {
-        flow().zrusitParovani();
         flow().zacitParovani();
+        EXPECT_EQ(failure(), "none") << "of the try before";
         executor.runUntilIdle();
         EXPECT_EQ(failure(), "Na disku není místo.");
         EXPECT_TRUE(http.requests.empty());

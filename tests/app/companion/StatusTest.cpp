@@ -1,3 +1,4 @@
+#include "app/companion/StatusReport.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/ToolCatalogue.h"
 #include "tests/support/CompanionHarness.h"

@@ -60,10 +60,12 @@ TEST_F(ConsolePairingTest, APairingThatIsBeingCreatedIsNotBegunAgain) {
 TEST_F(ConsolePairingTest, WithoutKeysItAsksForThemAgain) {
     store.failLoad = TextError{"Trezor neodpovídá."};
     startShell();
-    lines.clear();
-    EXPECT_EQ(type("parovat"),
-              (std::vector<std::string>{"Zkouším znovu získat klíče tohoto počítače.",
-                                        "Potíž: Trezor neodpovídá.", "Párování: Trezor neodpovídá."}));
+    for (int times = 0; times < 2; ++times) {
+        lines.clear();
+        EXPECT_EQ(type("parovat"),
+                  (std::vector<std::string>{"Zkouším znovu získat klíče tohoto počítače.",
+                                            "Potíž: Trezor neodpovídá.", "Párování: Trezor neodpovídá."}));
+    }
 }
 
 TEST_F(ConsolePairingTest, WhatWaitsForTheKeysIsNotSaidToBeCreatedAndCanBeCancelled) {

@@ -78,6 +78,15 @@ TEST_F(ConsoleShellTest, TellsAtOnceAndInTheStatusThatTheSettingsAreNotSaved) {
     EXPECT_FALSE(hasLine(type("stav"), told));
 }
 
+TEST_F(ConsoleShellTest, AnUnpairingThatIsNotSavedIsTold) {
+    startShell();
+    lines.clear();
+    companion->stav().potizTrezoru = "Odpojení telefonu se nepodařilo uložit: Na disku není místo.";
+    const std::string told = "Potíž: Odpojení telefonu se nepodařilo uložit: Na disku není místo.";
+    EXPECT_EQ(lines, std::vector<std::string>{told});
+    EXPECT_TRUE(hasLine(type("stav"), told));
+}
+
 TEST_F(ConsoleShellTest, ATroubleOfTheSettingsThatWasToldBeforeStandsBesideEachChangeToo) {
     startShell();
     companion->stav().potizNastaveni = std::string("Na disku není místo.");

@@ -72,6 +72,25 @@ TEST_F(KeyboardTest, WhatHasTheKeyboardIsScrolledIntoSight) {
         }
 }
 
+TEST_F(KeyboardTest, WhatGrowsAboveItDoesNotPushItOutOfSightUnlessThePersonScrolledAway) {
+    start();
+    openWithKeyboard();
+    for (const auto* name : {"Soubory", "Terminál", "Zjistit znovu: Codex"}) {
+        goTo(name);
+        ASSERT_TRUE(isInSight()) << name;
+        companion->stav().potiz = std::string(4'000, 'a');
+        settle();
+        EXPECT_TRUE(isInSight()) << name;
+        companion->stav().potiz = std::nullopt;
+        settle();
+    }
+    give(Qt::Key_Home);
+    ASSERT_FALSE(isInSight());
+    companion->stav().potiz = std::string(4'000, 'a');
+    settle();
+    EXPECT_EQ(scrolled(), 0);
+}
+
 TEST_F(KeyboardTest, KeysScrollTheCardsAndALongNote) {
     startSecured();
     openWithKeyboard();

@@ -50,6 +50,19 @@ TEST_F(LinkViewTest, WhileAnAttemptIsMadeNoneIsAnnounced) {
     EXPECT_FALSE(mentions("Další pokus"));
 }
 
+TEST_F(LinkViewTest, AnUnpairingThatIsNotSavedIsToldBesideAnotherTrouble) {
+    start();
+    openUi();
+    const std::string unsaved = "Odpojení telefonu se nepodařilo uložit: Na disku není místo.";
+    companion->stav().potizTrezoru = unsaved;
+    settle();
+    EXPECT_TRUE(reads(unsaved)) << texts();
+    companion->stav().potiz = "Relay neodpověděl.";
+    settle();
+    EXPECT_TRUE(reads(unsaved)) << texts();
+    EXPECT_TRUE(reads("Relay neodpověděl.")) << texts();
+}
+
 TEST_F(LinkViewTest, SaysInOneLineThatTheKeysLieInFiles) {
     const std::string told =
         "Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.";

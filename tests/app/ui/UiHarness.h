@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ui/TolvyCompanionApp.h"
+#include "foundation/TaskScope.h"
 #include "platform/memory/FakeClipboard.h"
 #include "platform/memory/FakeColorScheme.h"
 #include "platform/memory/FakeNotifications.h"

@@ -155,6 +155,23 @@ TEST_F(JsonDefaultsTest, ChangesOfAFileThatCannotBeReadComeIntoItOnceItCan) {
     EXPECT_EQ(whole.boolean("other"), true);
 }
 
+TEST_F(JsonDefaultsTest, ABooleanThatWasChangedTogetherWithATextDoesNotComeIntoItAlone) {
+    std::filesystem::create_directories(path_);
+    auto defaults = load();
+    defaults.setTogether({{"received", true}, {"language", std::string("de")}});
+    defaults.changeTogether({{"given", true}}, {"name"});
+    std::filesystem::remove(path_);
+    write(R"({"language":"cs","received":false,"given":false,"name":"kept"})");
+    defaults.set("switch", true);
+    EXPECT_TRUE(defaults.unsavedProblem());
+    EXPECT_EQ(load().boolean("received"), false);
+    EXPECT_EQ(load().boolean("given"), false);
+    EXPECT_EQ(load().boolean("switch"), true);
+    defaults.set("received", false);
+    defaults.set("received", true);
+    EXPECT_EQ(load().boolean("received"), true) << "changed alone since";
+}
+
 TEST_F(JsonDefaultsTest, WhatWasMadeWithoutTheKeptValuesDoesNotReplaceThem) {
     std::filesystem::create_directories(path_);
     auto defaults = load();

@@ -4,6 +4,7 @@
 #include <stop_token>
 #include <string>
 #include <thread>
+#include <vector>
 
 namespace morvex {
 namespace {
@@ -25,6 +26,18 @@ TEST_F(HttpReplyTest, AReplyHasItsHeaders) {
     EXPECT_EQ(*reply->header("X-TWICE"), "1");
     EXPECT_EQ(reply->header("Link"), nullptr) << "of an interim answer";
     EXPECT_EQ(reply->headers.size(), 7U);
+}
+
+TEST_F(HttpReplyTest, OnlyLinesWithANameBetweenStatusAndBodyAreHeaders) {
+    CannedServer server("HTTP/1.1 200 OK: all is well\r\nFirst: one\r\n folded: into the first\r\n"
+                        "a name: with a blank\r\nConnection: close\r\nTransfer-Encoding: chunked\r\n"
+                        "Trailer: Last\r\n\r\n4\r\nbody\r\n0\r\nLast: trailer\r\n\r\n");
+    auto reply = send({.url = server.url()});
+    ASSERT_TRUE(reply) << reply.error().popis();
+    EXPECT_EQ(reply->body, "body");
+    std::vector<std::string> names;
+    for (const auto& [name, value] : reply->headers) names.push_back(name);
+    EXPECT_EQ(names, (std::vector<std::string>{"First", "Connection", "Transfer-Encoding", "Trailer"}));
 }
 
 TEST_F(HttpReplyTest, HeadersBeyondTheLimitAreAFailure) {
@@ -70,6 +83,7 @@ TEST_F(HttpReplyTest, AnExchangeThatWasStoppedBeforeEndsToo) {
     stop.request_stop();
     EXPECT_EQ(failure({.url = server.url(), .stop = stop.get_token()}),
               "Operace skončila dřív, než dala výsledek.");
+    EXPECT_TRUE(server.asked().empty());
 }
 
 } // namespace
