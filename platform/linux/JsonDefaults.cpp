@@ -85,10 +85,10 @@ struct LeftOut {
     }
 };
 
-/// Brings changed booleans, but not those of `notAlone`, into a file that could not be read at the start;
-/// whatever else stands there is kept. Fails with `LeftOut` for other changes.
+/// Brings changes into a file that could not be read at the start; whatever else stands there is kept. Fails
+/// with `LeftOut` when some are not to be brought in.
 Result<void> bringInto(const std::filesystem::path& path, const json::object& changed,
-                       const std::set<std::string>& notAlone) {
+                       const std::set<std::string>& leftOut) {
     TRY(const auto, bytes, readWhole(path, JsonDefaults::sizeLimit));
     json::object values;
     if (bytes) {
@@ -99,10 +99,10 @@ Result<void> bringInto(const std::filesystem::path& path, const json::object& ch
     const auto before = values;
     bool isWhole = true;
     for (const auto& [key, value] : changed) {
-        if (value.is_bool() && !notAlone.contains(key))
-            values.insert_or_assign(key, value);
-        else
+        if (leftOut.contains(key))
             isWhole = false;
+        else
+            values.insert_or_assign(key, value);
     }
     if (values != before) CHECK(writeValues(path, json::serialize(values)));
     if (!isWhole) return fail(LeftOut{});
@@ -153,13 +153,14 @@ std::optional<DefaultsValue> JsonDefaults::get(const std::string& key) const {
 }
 
 void JsonDefaults::changeTogether(DefaultsValues values, const std::vector<std::string>& removed) {
-    const bool isMixed = !removed.empty() || !std::ranges::all_of(values, [](const auto& change) {
+    // A boolean that was changed beside anything else means something only together with it.
+    const bool saysMore = !removed.empty() || !std::ranges::all_of(values, [](const auto& change) {
         return std::holds_alternative<bool>(change.second);
     });
     for (const auto& [key, value] : values) {
         endProposals(key);
-        if (!isMixed) notAlone_.erase(key);
-        if (isMixed && !isKnown_) notAlone_.insert(key);
+        if (!saysMore) leftOut_.erase(key);
+        if (saysMore && !isKnown_) leftOut_.insert(key);
         auto encoded = jsonFrom(value);
         const auto* present = values_.if_contains(key);
         // What is empty adds nothing to what is not known.
@@ -215,8 +216,8 @@ SaveQueue::Save JsonDefaults::zacniUkladat() {
     forgetRetry();
     unsaved_ = false;
     if (!isKnown_)
-        return {0, [path = path_, values = values_, notAlone = notAlone_] {
-                    return bringInto(path, values, notAlone);
+        return {0, [path = path_, values = values_, leftOut = leftOut_] {
+                    return bringInto(path, values, leftOut);
                 }};
     proposalsUnderWay_ = std::exchange(proposals_, {});
     std::erase_if(proposalsUnderWay_, [](const auto& proposal) { return proposal->isOver; });

@@ -78,8 +78,8 @@ class JsonDefaults : public UserDefaults {
     std::filesystem::path path_;
     Saving saving_;
     boost::json::object values_;
-    bool isKnown_ = true;            ///< what stands in the file; else `values_` are the changes only
-    std::set<std::string> notAlone_; ///< booleans that mean something only beside changes of other kinds
+    bool isKnown_ = true;           ///< what stands in the file; else `values_` are the changes only
+    std::set<std::string> leftOut_; ///< what is not brought into a file that was not read
     bool unsaved_ = false;
     Proposals proposals_;
     Proposals proposalsUnderWay_;

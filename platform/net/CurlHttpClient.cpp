@@ -65,9 +65,9 @@ class CurlLoop {
         constexpr int longestPoll = 60'000;
         while (startSubmitted()) {
             int running = 0;
+            dropStopped();
             curl_multi_perform(multi_, &running);
             finishEnded();
-            dropStopped();
             curl_multi_poll(multi_, nullptr, 0, longestPoll, nullptr);
         }
         for (auto& [easy, transfer] : running_) curl_multi_remove_handle(multi_, easy);
@@ -87,7 +87,6 @@ class CurlLoop {
     }
 
     void start(Transfer transfer) {
-        if (transfer->isStopped()) return transfer->fall(Abandoned{});
         if (auto prepared = transfer->prepare(extraAuthorities_); !prepared)
             return transfer->fall(std::move(prepared).error());
         auto* easy = transfer->handle();

@@ -19,8 +19,18 @@ class KeyboardTest : public ShownCompanion {
     }
 
     /// How far the cards are scrolled.
-    double scrolled() {
-        return window()->contentItem()->childItems().front()->property("contentY").toDouble();
+    double scrolled() { return ofCards("contentY"); }
+
+    double ofCards(const char* property) {
+        return window()->contentItem()->childItems().front()->property(property).toDouble();
+    }
+
+    /// Shows a long trouble in the topmost card, or takes it away, and waits until the cards have moved.
+    void showLongTrouble(bool isThere) {
+        const auto before = ofCards("contentHeight");
+        companion->stav().potiz = isThere ? std::optional(std::string(4'000, 'a')) : std::nullopt;
+        EXPECT_TRUE(QTest::qWaitFor([&] { return ofCards("contentHeight") != before; }));
+        settle();
     }
 };
 
@@ -78,16 +88,13 @@ TEST_F(KeyboardTest, WhatGrowsAboveItDoesNotPushItOutOfSightUnlessThePersonScrol
     for (const auto* name : {"Soubory", "Terminál", "Zjistit znovu: Codex"}) {
         goTo(name);
         ASSERT_TRUE(isInSight()) << name;
-        companion->stav().potiz = std::string(4'000, 'a');
-        settle();
+        showLongTrouble(true);
         EXPECT_TRUE(isInSight()) << name;
-        companion->stav().potiz = std::nullopt;
-        settle();
+        showLongTrouble(false);
     }
     give(Qt::Key_Home);
     ASSERT_FALSE(isInSight());
-    companion->stav().potiz = std::string(4'000, 'a');
-    settle();
+    showLongTrouble(true);
     EXPECT_EQ(scrolled(), 0);
 }
 
