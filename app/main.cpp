@@ -128,7 +128,7 @@ struct Running {
         co_await defaults.ukoncit();
         std::vector<std::string> unsaved;
         for (const auto& problem : {companion.stav().potizTrezoru.value(), defaults.unsavedProblem()})
-            if (problem) unsaved.push_back(*problem);
+            if (problem) unsaved.push_back(problem->czech());
         if (!unsaved.empty()) complain(join(unsaved, "\n"));
         QCoreApplication::quit();
     }
@@ -169,7 +169,7 @@ int runConsole(Runtime& around, const Print& print) {
             reader.emplace(STDIN_FILENO, [&shell](const std::string& line) { shell.handle(line); });
     };
     EndSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
-    if (auto problem = around.system.defaults.problem()) print(*problem);
+    if (auto problem = around.system.defaults.problem()) print(problem->czech());
     running.commands.spawn(running.startThen(listen));
     running.commands.spawn(running.afterPatience(*around.clock, listen));
     return QCoreApplication::exec();
@@ -189,7 +189,7 @@ int runWindow(Runtime& around, OnlyInstance& instance, const Print& print) {
                              {*around.clock, running.commands, desktop.clipboard, desktop.notifications,
                               desktop.colors, desktop.tray, version, quit, releaseMemory});
     EndSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
-    if (auto problem = around.system.defaults.problem()) print(*problem);
+    if (auto problem = around.system.defaults.problem()) print(problem->czech());
     instance.onCall([&window] { window.openMainWindow(); });
     window.start();
     running.commands.spawn(running.companion.spustit());
@@ -198,10 +198,10 @@ int runWindow(Runtime& around, OnlyInstance& instance, const Print& print) {
 
 int run(Face face, StartedPrograms& started) {
     auto clock = SystemClock::create();
-    if (!clock) return giveUp(face, "Morvex nemá hodiny: " + clock.error().popis());
+    if (!clock) return giveUp(face, "Morvex nemá hodiny: " + clock.error().popis().czech());
     OnlyInstance instance(applicationSupport());
     const auto claim = claimData(instance, **clock);
-    if (!claim) return giveUp(face, claim.error().popis());
+    if (!claim) return giveUp(face, claim.error().popis().czech());
     if (*claim == OnlyInstance::Claim::heldByAnother) {
         if (face == Face::window && instance.callOther()) return 0;
         return giveUp(face, "Morvex už nad těmito daty běží.");
@@ -220,7 +220,7 @@ int runWatched(Face face, Result<StartedPrograms>& started) {
         const ProgramLog log(STDERR_FILENO, **clock);
         logCause("watching started programs", started.error());
     }
-    return giveUp(face, "Morvex nemůže hlídat programy, které spustí: " + started.error().popis());
+    return giveUp(face, "Morvex nemůže hlídat programy, které spustí: " + started.error().popis().czech());
 }
 
 int runWith(Face face, int argc, char** argv) {

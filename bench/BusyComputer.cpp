@@ -46,7 +46,7 @@ std::string BusyComputer::trouble() {
 }
 
 Task<std::string> BusyComputer::tellTrouble(Companion* companion) {
-    co_return companion->stav().potiz.value().value_or("");
+    co_return companion->stav().potiz.value().value_or(Sentence()).czech();
 }
 
 } // namespace morvex

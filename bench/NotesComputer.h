@@ -58,7 +58,7 @@ class Computer {
                 [this](std::shared_ptr<SecureLink> from, SecureLink::Udalost event) {
                     return handle(std::move(from), std::move(event));
                 }),
-          sync_(notes_, summaries_, {link_, device.main, scope_, [](const std::string&) {}}) {
+          sync_(notes_, summaries_, {link_, device.main, scope_, [](const Sentence&) {}}) {
         table_.add(MacToolName::status, [] { return true; }, this, &Computer::tellStatus);
         tools_.addTo(table_, [] { return true; });
     }

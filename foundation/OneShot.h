@@ -2,6 +2,7 @@
 
 #include "foundation/Executor.h"
 #include "shared/base/Error.h"
+#include "shared/base/Sentence.h"
 
 #include <coroutine>
 #include <memory>
@@ -58,7 +59,7 @@ template <class T> class OneShot {
 
 /// What a call gets when whoever should have answered went away.
 struct Abandoned {
-    [[nodiscard]] std::string popis() const { return "Operace skončila dřív, než dala výsledek."; }
+    [[nodiscard]] Sentence popis() const { return "Operace skončila dřív, než dala výsledek."_sentence; }
 
     bool operator==(const Abandoned&) const = default;
 };

@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-std::string SystemError::popis() const {
+Sentence SystemError::popis() const {
     return morvex::popis(troubleOf(code));
 }
 

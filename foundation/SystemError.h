@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shared/base/Error.h"
+#include "shared/base/Sentence.h"
 
 #include <string>
 
@@ -10,7 +11,7 @@ namespace morvex {
 struct SystemError {
     int code = 0;
     /// The words of its `SystemTrouble`. The system's own go to the log, see `logCause`.
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
     bool operator==(const SystemError&) const = default;
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <string>
 
 namespace morvex {
@@ -46,7 +48,7 @@ enum class SystemTrouble {
 };
 
 /// A Czech sentence, with the remedy where there is one.
-std::string popis(SystemTrouble trouble);
+Sentence popis(SystemTrouble trouble);
 
 /// Of an errno, of a file or of a socket.
 SystemTrouble troubleOf(int code);

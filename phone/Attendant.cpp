@@ -88,7 +88,7 @@ void Attendant::show(const Inbox::Event& event) {
 
 Task<void> Attendant::take(WorkItem item) {
     auto kept = phone_.tasks.take(item);
-    if (!kept) co_return phone_.terminal.problem("Úlohu nejde uložit: " + kept.error().popis());
+    if (!kept) co_return phone_.terminal.problem("Úlohu nejde uložit: " + kept.error().popis().czech());
     co_await session_.acknowledge(std::move(item));
 }
 

@@ -4,6 +4,7 @@
 #include "phone/PhoneSession.h"
 #include "phone/RecordSync.h"
 #include "phone/SettingsSync.h"
+#include "shared/base/Sentence.h"
 
 #include <optional>
 #include <string>
@@ -65,7 +66,7 @@ class Attendant final : public EventListener {
     ApprovalPolicy policy_;
     std::optional<std::string> called_;
     std::optional<ApprovalRequest> open_;
-    std::string lastTrouble_;
+    Sentence lastTrouble_;
     bool hasDecided_ = false;
 };
 

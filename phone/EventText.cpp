@@ -15,8 +15,6 @@ namespace morvex {
 namespace {
 
 /// How the link's states name the other side.
-constexpr std::string_view peerName = "Mac";
-
 struct Words {
     std::string_view kind;
     std::string text;
@@ -63,10 +61,10 @@ std::optional<Words> wordsFor(const Inbox::Event& event, Date now) {
     return std::visit(
         Overloaded{
             [now](const SecureLink::Stav& told) {
-                return Told({"spojení", told.stav.popis(peerName, now), Style::faint});
+                return Told({"spojení", told.stav.popis(DeviceRole::mac, now).czech(), Style::faint});
             },
             [](const SecureLink::Zprava& told) { return Told(wordsFor(told.payload)); },
-            [](const SecureLink::Chyba& told) { return Told({"potíž", told.text, Style::bad}); },
+            [](const SecureLink::Chyba& told) { return Told({"potíž", told.text.czech(), Style::bad}); },
             [](const auto&) { return Told(); },
         },
         event);
@@ -87,11 +85,11 @@ std::optional<std::string> eventJson(const Inbox::Event& event, Date now) {
     return std::visit(Overloaded{
                           [now](const SecureLink::Stav& told) {
                               return Json(R"({"event":"state","text":)" +
-                                          inJson(told.stav.popis(peerName, now)) + "}");
+                                          inJson(told.stav.popis(DeviceRole::mac, now).czech()) + "}");
                           },
                           [](const SecureLink::Pripraveno&) { return Json(R"({"event":"ready"})"); },
                           [](const SecureLink::Chyba& told) {
-                              return Json(R"({"event":"error","text":)" + inJson(told.text) + "}");
+                              return Json(R"({"event":"error","text":)" + inJson(told.text.czech()) + "}");
                           },
                           [](const SecureLink::Zprava& told) {
                               return Json(R"({"event":"message","requestID":)" + inJson(told.requestID) +

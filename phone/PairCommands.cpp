@@ -118,8 +118,8 @@ Task<Result<void>> unpair(Phone& phone) {
     // Whoever wants to leave the pair leaves it, also when the relay does not answer.
     CO_CHECK(phone.store.smazProtejsek());
     if (!revoked)
-        co_return failWith(ExitCode::relayUnreachable,
-                           "Tady jsem párování smazal, ale relay ho nezrušil: " + revoked.error().popis());
+        co_return failWith(ExitCode::relayUnreachable, "Tady jsem párování smazal, ale relay ho nezrušil: " +
+                                                           revoked.error().popis().czech());
     phone.terminal.note("Párování je zrušené.");
     co_return revoked;
 }

@@ -7,16 +7,16 @@
 namespace morvex {
 
 PhoneError userInterrupted() {
-    return {ExitCode::interrupted, "Přerušeno."};
+    return {ExitCode::interrupted, Sentence("Přerušeno.")};
 }
 
 PhoneError turnedAway(const std::string& why) {
-    return {ExitCode::relayUnreachable, "Relay odmítl spojení: " + why};
+    return {ExitCode::relayUnreachable, Sentence("Relay odmítl spojení: " + why)};
 }
 
 PhoneError relaySilent(const std::string& trouble) {
     auto why = trouble.empty() ? std::string("neodpovídá") : trouble;
-    return {ExitCode::relayUnreachable, "Relay se včas neozval: " + why};
+    return {ExitCode::relayUnreachable, Sentence("Relay se včas neozval: " + why)};
 }
 
 ExitCode exitCodeOf(const Error& error) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shared/base/Error.h"
+#include "shared/base/Sentence.h"
 
 #include <string>
 
@@ -21,15 +22,20 @@ enum class ExitCode {
 /// A failure that knows how the program ends because of it.
 struct PhoneError {
     ExitCode code = ExitCode::refused;
-    std::string text;
+    Sentence text;
 
-    [[nodiscard]] std::string popis() const { return text; }
+    [[nodiscard]] Sentence popis() const { return text; }
 
     bool operator==(const PhoneError&) const = default;
 };
 
-inline std::unexpected<Error> failWith(ExitCode code, std::string text) {
+inline std::unexpected<Error> failWith(ExitCode code, Sentence text) {
     return fail(PhoneError{code, std::move(text)});
+}
+
+/// Told in Czech alone.
+inline std::unexpected<Error> failWith(ExitCode code, std::string text) {
+    return failWith(code, Sentence(std::move(text)));
 }
 
 /// What a wait ends in when the user interrupts, the relay turns the phone away, or the relay is not heard of

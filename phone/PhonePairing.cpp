@@ -27,14 +27,14 @@ Result<std::unique_ptr<PhonePairing>> PhonePairing::create(const std::string& qr
                                                            std::shared_ptr<const DeviceIdentity> identita,
                                                            SecureLink::Services services, Inbox& inbox) {
     auto bundle = Parovani::bundleOf(qrText);
-    if (!bundle) return failWith(ExitCode::usage, "QR kód nejde přečíst: " + bundle.error().popis());
+    if (!bundle) return failWith(ExitCode::usage, "QR kód nejde přečíst: " + bundle.error().popis().czech());
     const auto mine = ProtocolVersion::current;
     if (!mine.isCompatible(bundle->v))
         return fail(TalkSpanError{TalkSpanError::ProtocolMismatch{mine.text(), bundle->v.text()}});
     auto address = RelayAddress::parse(bundle->relayURL);
     if (!address) return failWith(ExitCode::usage, "Adresa relaye v QR kódu nedává smysl.");
     auto key = pairKeyWith(*identita, *bundle);
-    if (!key) return failWith(ExitCode::refused, "Klíč Macu nejde použít: " + key.error().popis());
+    if (!key) return failWith(ExitCode::refused, "Klíč Macu nejde použít: " + key.error().popis().czech());
     return std::unique_ptr<PhonePairing>(new PhonePairing(*std::move(bundle), *std::move(address),
                                                           std::move(identita),
                                                           Parovani::comparisonNumber(*key), services, inbox));
@@ -82,7 +82,7 @@ Task<Result<void>> PhonePairing::heard(RelayLink::Udalost event) {
         if (presence->online) co_await introduce();
     } else if (const auto* lost = std::get_if<RelayLink::Odpojeno>(&event)) {
         isAtRelay_ = false;
-        trouble_ = lost->duvod;
+        trouble_ = lost->duvod.czech();
     } else if (const auto* failure = std::get_if<RelayLink::Selhalo>(&event)) {
         if (failure->code != RelayFailure::peerOffline) co_return fail(turnedAway(failure->detail));
     }

@@ -123,7 +123,7 @@ Result<void> PhoneRecords::forgetConfirmations() {
 Result<void> PhoneRecords::save() {
     auto saved = file_.save(archive_);
     if (saved) return saved;
-    return failWith(ExitCode::refused, "Poznámky a souhrny nejde uložit: " + saved.error().popis());
+    return failWith(ExitCode::refused, "Poznámky a souhrny nejde uložit: " + saved.error().popis().czech());
 }
 
 std::optional<MacPayload> PhoneRecords::offer(const Uuid& id) const {

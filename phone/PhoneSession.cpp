@@ -172,7 +172,8 @@ Task<void> PhoneSession::acknowledge(WorkItem item) {
 void PhoneSession::takeNote(const Inbox::Event& event) {
     if (const auto* told = std::get_if<SecureLink::Stav>(&event)) return takeNote(told->stav);
     // A failure before the login is the relay's refusal.
-    if (const auto* told = std::get_if<SecureLink::Chyba>(&event); told && !isAtRelay_) refusal_ = told->text;
+    if (const auto* told = std::get_if<SecureLink::Chyba>(&event); told && !isAtRelay_)
+        refusal_ = told->text.czech();
     if (const auto* told = std::get_if<SecureLink::Zprava>(&event))
         if (const auto* report = told->payload.as<MacPayload::Status>()) status_ = report->status;
 }
@@ -188,9 +189,9 @@ void PhoneSession::takeNote(const MacAvailability& stav) {
     }
     if (const auto* told = stav.as<MacAvailability::Preruseno>()) {
         isAtRelay_ = false;
-        trouble_ = told->duvod;
+        trouble_ = told->duvod.czech();
     }
-    if (const auto* told = stav.as<MacAvailability::NeplatneParovani>()) refusal_ = told->duvod;
+    if (const auto* told = stav.as<MacAvailability::NeplatneParovani>()) refusal_ = told->duvod.czech();
 }
 
 std::optional<Error> PhoneSession::refusal() const {

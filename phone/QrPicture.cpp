@@ -69,7 +69,7 @@ Result<std::string> decodeQr(const GreyPicture& picture) {
 
 Result<std::string> readQrPicture(const std::filesystem::path& file) {
     auto bytes = readWhole(file, largestFile);
-    if (!bytes) return unusable("Soubor nejde přečíst: " + bytes.error().popis());
+    if (!bytes) return unusable("Soubor nejde přečíst: " + bytes.error().popis().czech());
     if (!*bytes) return unusable("Takový soubor není.");
     TRY(auto, picture, readPng(**bytes));
     return decodeQr(picture);

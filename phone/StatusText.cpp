@@ -23,10 +23,11 @@ StyledLine field(std::string_view label, std::string value, Style style = Style:
 }
 
 StyledLine agentField(std::string_view label, const AgentStatus& agent) {
-    if (!agent.installed) return field(label, agent.problem.value_or("není nainstalovaný"), Style::faint);
+    if (!agent.installed)
+        return field(label, agent.problem ? agent.problem->czech() : "není nainstalovaný", Style::faint);
     std::string text = agent.version.value_or("připravený");
     if (agent.source) text += " (" + *agent.source + ")";
-    if (agent.problem) text += " — " + *agent.problem;
+    if (agent.problem) text += " — " + agent.problem->czech();
     return field(label, text, agent.problem ? Style::bad : Style::plain);
 }
 

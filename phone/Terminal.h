@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -41,6 +43,9 @@ class Terminal {
     void note(const std::string& text) { note(StyledLine{{text, Style::faint}}); }
 
     void problem(const std::string& text);
+
+    void problem(const Sentence& sentence) { problem(sentence.czech()); }
+
     /// Stays on its line, for the answer. Whatever is written before the answer starts a line of its own.
     void prompt(const std::string& text);
 

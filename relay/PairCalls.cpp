@@ -86,7 +86,7 @@ std::chrono::seconds retryAfter(CallRefusal cause) {
 
 CallReply storeFailed(const Error& error) {
     auto reply = refusal(CallRefusal::storeFailed);
-    reply.trouble = error.popis();
+    reply.trouble = error.popis().czech();
     return reply;
 }
 

@@ -50,7 +50,7 @@ const Member* StoredPair::peerOf(const DeviceID& device) const {
 
 Result<PairStore> PairStore::open(const std::filesystem::path& file) {
     const auto refuse = [&](const Error& error) {
-        return fail(TextError{"cannot use the database " + file.string() + ": " + error.popis()});
+        return fail(TextError{"cannot use the database " + file.string() + ": " + error.popis().czech()});
     };
     auto database = Database::open(file.string());
     if (!database) return refuse(database.error());

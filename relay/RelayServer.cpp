@@ -168,7 +168,7 @@ void RelayServer::lookAfterStore(Moment now) {
     }
     if (upkeep_ || now < nextSweep_) return;
     const auto swept = state_->store.sweep(today());
-    if (!swept) state_->log("sweeping failed: " + swept.error().popis());
+    if (!swept) state_->log("sweeping failed: " + swept.error().popis().czech());
     if (!swept || !*swept) nextSweep_ = now + sweepEvery;
 }
 

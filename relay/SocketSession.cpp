@@ -139,7 +139,7 @@ void SocketSession::logIn(std::string_view frame) {
         return turnAway("too many logins");
     const auto answer = login_.answer(state_->store, frame);
     if (!answer) {
-        log("login failed: " + answer.error().popis());
+        log("login failed: " + answer.error().popis().czech());
         return end({{}, internalError});
     }
     if (const auto* failure = std::get_if<RelayFailure>(&*answer)) {

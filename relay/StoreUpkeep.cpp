@@ -64,7 +64,7 @@ bool StoreUpkeep::succeeded(const Result<bool>& done, std::string_view what) {
 
 void StoreUpkeep::complain(std::string_view what, const Error& error) {
     // What is interrupted at the end has not failed.
-    if (!isEnding()) log_(std::string{what} + " failed: " + error.popis());
+    if (!isEnding()) log_(std::string{what} + " failed: " + error.popis().czech());
 }
 
 bool StoreUpkeep::isEnding() {

@@ -20,7 +20,7 @@ using namespace morvex;
 constexpr int wrongUsage = 2;
 
 int complain(const Error& error, int exitCode) {
-    std::cerr << "morvex-relay: " << error.popis() << '\n';
+    std::cerr << "morvex-relay: " << error.popis().czech() << '\n';
     return exitCode;
 }
 

@@ -2,6 +2,7 @@
 
 #include "platform/ports/SecretVault.h"
 #include "shared/base/Error.h"
+#include "shared/base/Sentence.h"
 
 #include <cstdint>
 #include <optional>
@@ -11,13 +12,14 @@ namespace morvex {
 
 /// The vault refused.
 struct KeychainChyba {
-    std::int32_t stav = 0;
-    std::string co;                   ///< what was being done, such as "čtení parovani.protejsek"
-    std::optional<std::string> slova; ///< the platform's words for `stav`
+    enum class Pokus { cteni, zapis, mazani };
 
-    [[nodiscard]] std::string popis() const {
-        return "Trezor odmítl " + co + ": " + slova.value_or("kód " + std::to_string(stav));
-    }
+    std::int32_t stav = 0;
+    Pokus pokus = Pokus::cteni;
+    std::string ucet;              ///< the item, such as "parovani.protejsek"
+    std::optional<Sentence> slova; ///< the platform's words for `stav`
+
+    [[nodiscard]] Sentence popis() const;
 
     /// Nobody unlocked it: not asked, asked in vain, or by a prompt that was closed.
     [[nodiscard]] bool jeZamceno() const {

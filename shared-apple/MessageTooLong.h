@@ -1,12 +1,14 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <string>
 
 namespace morvex {
 
 /// The message makes a frame beyond `frameLimit`. Nothing was sent, and the link stays.
 struct MessageTooLong {
-    [[nodiscard]] std::string popis() const { return "Zpráva je na přenos příliš dlouhá."; }
+    [[nodiscard]] Sentence popis() const { return "Zpráva je na přenos příliš dlouhá."_sentence; }
 
     bool operator==(const MessageTooLong&) const = default;
 };

@@ -78,9 +78,9 @@ std::string corrected(std::string_view typed) {
 
 } // namespace
 
-std::string RelayAddressRefused::popis() const {
+Sentence RelayAddressRefused::popis() const {
     if (corrected.empty()) return RelayAddress::nonsense;
-    return "Adresa relaye začíná https:// nebo http://. Napiš „" + corrected + "“.";
+    return "Adresa relaye začíná https:// nebo http://. Napiš „{adresa}“."_sentence(corrected);
 }
 
 bool RelayAddress::isThisComputer() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shared/base/Error.h"
+#include "shared/base/Sentence.h"
 
 #include <optional>
 #include <string>
@@ -12,7 +13,7 @@ namespace morvex {
 struct RelayAddressRefused {
     std::string corrected; ///< what was probably meant; empty when nobody can tell
 
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
     bool operator==(const RelayAddressRefused&) const = default;
 };
 
@@ -20,10 +21,10 @@ struct RelayAddressRefused {
 class RelayAddress {
   public:
     /// What the user is told of a text that is no address at all.
-    static constexpr const char* nonsense = "Adresa relaye nedává smysl.";
+    static constexpr auto nonsense = "Adresa relaye nedává smysl."_sentence;
 
     /// What the user is told when the address that was kept with the peer cannot be parsed.
-    static constexpr const char* keptOneIsUnusable = "Uložená adresa relaye nedává smysl.";
+    static constexpr auto keptOneIsUnusable = "Uložená adresa relaye nedává smysl."_sentence;
 
     /// Nothing when the text is no URI (RFC 3986) or has no host.
     static std::optional<RelayAddress> parse(std::string_view text);

@@ -28,14 +28,14 @@ constexpr std::size_t mostWaiting = 1;
 /// What the relay says is for a person to read.
 constexpr std::size_t longestDetail = 500;
 
-std::unexpected<Error> notPaired(std::string why) {
+std::unexpected<Error> notPaired(Sentence why) {
     return fail(TalkSpanError{TalkSpanError::NotPaired{std::move(why)}});
 }
 
 Task<Result<RelayMessage>> receive(std::shared_ptr<WebSocket> socket, std::stop_token stop) {
     CO_TRY(auto, frame, co_await socket->receive());
     if (stop.stop_requested()) co_return fail(TalkSpanError{TalkSpanError::Cancelled{}});
-    if (frame.kind == WebSocketFrame::Kind::other) co_return fail(TextError{"Neznámý druh rámce."});
+    if (frame.kind == WebSocketFrame::Kind::other) co_return fail(TextError{"Neznámý druh rámce."_sentence});
     co_return decode<RelayMessage>(frame.data, messageLimits);
 }
 
@@ -114,7 +114,7 @@ Task<void> RelayLink::run(TaskScope& scope) {
 
         auto ended = co_await connection(scope);
         if (stop.stop_requested()) co_return;
-        udalosti_.push(Odpojeno{ended ? "Spojení bylo uzavřeno." : ended.error().popis()});
+        udalosti_.push(Odpojeno{ended ? "Spojení bylo uzavřeno."_sentence : ended.error().popis()});
         socket_ = nullptr;
         ++pokus_;
     }
@@ -159,7 +159,8 @@ Task<Result<void>> RelayLink::logInInTime(std::shared_ptr<WebSocket> socket, std
 Task<Result<void>> RelayLink::logIn(std::shared_ptr<WebSocket> socket, std::stop_token stop) {
     CO_TRY(auto, first, co_await receive(socket, stop));
     auto* challenge = first.as<RelayMessage::Challenge>();
-    if (!challenge || saysMoreThanChance(challenge->nonce)) co_return notPaired("Relay neposlal výzvu.");
+    if (!challenge || saysMoreThanChance(challenge->nonce))
+        co_return notPaired("Relay neposlal výzvu."_sentence);
     auto mine = ProtocolVersion::current;
     if (challenge->v.major != mine.major)
         co_return fail(TalkSpanError{TalkSpanError::ProtocolMismatch{mine.text(), challenge->v.text()}});
@@ -170,10 +171,10 @@ Task<Result<void>> RelayLink::logIn(std::shared_ptr<WebSocket> socket, std::stop
         auto told = toldBy(*failure);
         udalosti_.push(told);
         if (isFinal(failure->code)) chceBezet_ = false;
-        co_return notPaired(told.detail);
+        co_return notPaired(Sentence(told.detail));
     }
     auto* authenticated = answer.as<RelayMessage::Authenticated>();
-    if (!authenticated) co_return notPaired("Nečekaná odpověď na přihlášení.");
+    if (!authenticated) co_return notPaired("Nečekaná odpověď na přihlášení."_sentence);
     pokus_ = 0;
     login_ = std::make_shared<const LoginMark>(socket->ended());
     udalosti_.push(Prihlaseno{authenticated->peerOnline, login_});

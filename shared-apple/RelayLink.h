@@ -6,6 +6,7 @@
 #include "foundation/TaskScope.h"
 #include "platform/ports/WebSocketClient.h"
 #include "shared-apple/RelayAddress.h"
+#include "shared/base/Sentence.h"
 #include "shared/trust/DeviceIdentity.h"
 #include "shared/wire/RelayMessage.h"
 
@@ -66,7 +67,7 @@ class RelayLink {
     };
 
     struct Odpojeno {
-        std::string duvod;
+        Sentence duvod;
         bool operator==(const Odpojeno&) const = default;
     };
 

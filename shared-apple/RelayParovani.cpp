@@ -18,8 +18,8 @@ constexpr std::size_t longestReason = 500;
 
 RelayParovani::RelayChyba refusal(const HttpReply& reply) {
     auto body = decode<VaporDuvod>(reply.body);
-    if (body && body->reason) return {reply.status, excerpt(*body->reason, longestReason)};
-    return {reply.status, "Relay odmítl požadavek (" + std::to_string(reply.status) + ")."};
+    if (body && body->reason) return {reply.status, Sentence(excerpt(*body->reason, longestReason))};
+    return {reply.status, "Relay odmítl požadavek ({stav})."_sentence(reply.status)};
 }
 
 /// What the relay draws is shown as a code and kept: it is there, and short enough for both.
@@ -27,7 +27,8 @@ Result<void> checkDrawn(std::string_view field, std::string_view drawn) {
     constexpr std::size_t longest = 1000;
     constexpr std::size_t longestQuote = 40;
     if (!drawn.empty() && drawn.size() <= longest) return {};
-    return fail(DecodeError{DecodeError::Reason::badText, std::string(field), clipped(drawn, longestQuote)});
+    return fail(DecodeError{DecodeError::Reason::badText, std::string(field),
+                            Sentence(clipped(drawn, longestQuote))});
 }
 
 } // namespace
@@ -71,7 +72,7 @@ Task<Result<std::string>> RelayParovani::post(std::string address, std::string b
     request.body = std::move(body);
     request.timeLimit = std::chrono::seconds(15);
     CO_TRY(auto, reply, co_await http_.send(std::move(request)));
-    if (reply.status == 0) co_return fail(RelayChyba{0, "Relay neodpověděl."});
+    if (reply.status == 0) co_return fail(RelayChyba{0, "Relay neodpověděl."_sentence});
     if (reply.status < 200 || reply.status > 299) co_return fail(refusal(reply));
     co_return std::move(reply.body);
 }

@@ -3,6 +3,7 @@
 #include "foundation/Clock.h"
 #include "platform/ports/HttpClient.h"
 #include "shared-apple/RelayAddress.h"
+#include "shared/base/Sentence.h"
 #include "shared/trust/DeviceIdentity.h"
 #include "shared/wire/DeviceRole.h"
 #include "shared/wire/Identifiers.h"
@@ -25,9 +26,9 @@ class RelayParovani {
     /// The relay refused, or did not speak HTTP (`kod` 0).
     struct RelayChyba {
         int kod = 0; ///< HTTP status
-        std::string zprava;
+        Sentence zprava;
 
-        [[nodiscard]] std::string popis() const { return zprava; }
+        [[nodiscard]] Sentence popis() const { return zprava; }
 
         bool operator==(const RelayChyba&) const = default;
     };

@@ -136,9 +136,9 @@ Task<void> SecureLink::handle(RelayLink::Selhalo event) {
     if (event.code == RelayFailure::peerOffline)
         tell({MacAvailability::Offline{}});
     else if (event.code == RelayFailure::revoked)
-        tell({MacAvailability::NeplatneParovani{"Zařízení bylo odvoláno."}});
+        tell({MacAvailability::NeplatneParovani{"Zařízení bylo odvoláno."_sentence}});
     else
-        tellError(event.detail);
+        tellError(Sentence(event.detail));
     co_return;
 }
 
@@ -160,16 +160,16 @@ Task<void> SecureLink::sendHello() {
 void SecureLink::acceptHello(const Envelope& envelope) {
     if (!mujEfemerni_) return;
     auto hello = decode<SessionHello>(envelope.ciphertext, messageLimits);
-    if (!hello) return tellError("Protějšek poslal představení, kterému nerozumím.");
+    if (!hello) return tellError("Protějšek poslal představení, kterému nerozumím."_sentence);
     if (!checkSessionHello(*hello, protejsek_.pairID, protejsek_.podpisovyKlic)) {
         kanal_.reset();
-        return tellError("Představení protějšku má neplatný podpis. Spojení nešifruju.");
+        return tellError("Představení protějšku má neplatný podpis. Spojení nešifruju."_sentence);
     }
     if (!isNewKey(hello->ephemeral)) return;
     auto channel = channelWith(hello->ephemeral);
     if (!channel) {
         kanal_.reset();
-        return tellError("Klíč pro spojení nejde odvodit: " + channel.error().popis());
+        return tellError("Klíč pro spojení nejde odvodit: {duvod}"_sentence(channel.error().popis()));
     }
     kanal_ = *std::move(channel);
     tell({MacAvailability::Pripraveny{}});
@@ -188,16 +188,16 @@ Result<SecureChannel> SecureLink::channelWith(const AgreementPublicKey& peerEphe
 }
 
 void SecureLink::openMessage(const Envelope& envelope) {
-    if (!kanal_) return tellError("Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to.");
+    if (!kanal_) return tellError("Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to."_sentence);
     auto plaintext = kanal_->open(envelope, now());
     if (!plaintext) {
         auto* refused = plaintext.error().as<SecureChannel::Chyba>();
         // A repeat is normal and concerns nobody.
         if (refused && refused->duvod == SecureChannel::Chyba::Duvod::prehrani) return;
-        return tellError("Zprávu nejde ověřit: " + plaintext.error().popis());
+        return tellError("Zprávu nejde ověřit: {duvod}"_sentence(plaintext.error().popis()));
     }
     auto payload = decode<MacPayload>(*plaintext, messageLimits);
-    if (!payload) return tellError("Zprávu nejde ověřit: " + payload.error().popis());
+    if (!payload) return tellError("Zprávu nejde ověřit: {duvod}"_sentence(payload.error().popis()));
     udalosti_.push(Zprava{*std::move(payload), envelope.requestID},
                    weightOfEvent + plaintext->size() + envelope.requestID.size());
 }
@@ -211,7 +211,7 @@ void SecureLink::tell(MacAvailability stav) {
     udalosti_.push(Stav{std::move(stav)}, weightOfEvent);
 }
 
-void SecureLink::tellError(std::string text) {
+void SecureLink::tellError(Sentence text) {
     udalosti_.push(Chyba{std::move(text)}, weightOfEvent);
 }
 

@@ -5,6 +5,7 @@
 #include "foundation/Random.h"
 #include "foundation/TaskScope.h"
 #include "shared-apple/RelayLink.h"
+#include "shared/base/Sentence.h"
 #include "shared/trust/DeviceIdentity.h"
 #include "shared/trust/SecureChannel.h"
 #include "shared/wire/MacAvailability.h"
@@ -38,7 +39,7 @@ class SecureLink {
     };
 
     struct Chyba {
-        std::string text;
+        Sentence text;
         bool operator==(const Chyba&) const = default;
     };
 
@@ -99,7 +100,7 @@ class SecureLink {
     bool isNewKey(const AgreementPublicKey& peerEphemeral);
     void drawKey();
     void tell(MacAvailability stav);
-    void tellError(std::string text);
+    void tellError(Sentence text);
 
     [[nodiscard]] Executor& executor() const { return services_.relay.executor; }
 

@@ -7,7 +7,7 @@ namespace morvex {
 Result<std::optional<Bytes>> VaultItems::read(const std::string& account) const {
     auto found = vault_.find(sluzba_, account);
     if (found.status == vaultStatus::itemNotFound) return std::nullopt;
-    if (found.status != vaultStatus::ok) return refusal(found.status, "čtení ", account);
+    if (found.status != vaultStatus::ok) return refusal(found.status, KeychainChyba::Pokus::cteni, account);
     return std::move(found.bytes);
 }
 
@@ -15,19 +15,19 @@ Result<void> VaultItems::write(const std::string& account, ByteView bytes) const
     if (vault_.update(sluzba_, account, bytes) == vaultStatus::ok) return {};
     // Whatever kept the update from happening: an item may be missing behind more statuses than one.
     auto status = vault_.add(sluzba_, account, bytes);
-    if (status != vaultStatus::ok) return refusal(status, "zápis ", account);
+    if (status != vaultStatus::ok) return refusal(status, KeychainChyba::Pokus::zapis, account);
     return {};
 }
 
 Result<void> VaultItems::erase(const std::string& account) const {
     auto status = vault_.remove(sluzba_, account);
     if (status == vaultStatus::ok || status == vaultStatus::itemNotFound) return {};
-    return refusal(status, "mazání ", account);
+    return refusal(status, KeychainChyba::Pokus::mazani, account);
 }
 
-std::unexpected<Error> VaultItems::refusal(std::int32_t status, const char* verb,
+std::unexpected<Error> VaultItems::refusal(std::int32_t status, KeychainChyba::Pokus pokus,
                                            const std::string& account) const {
-    return fail(KeychainChyba{status, verb + account, vault_.text(status)});
+    return fail(KeychainChyba{status, pokus, account, vault_.text(status)});
 }
 
 } // namespace morvex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ports/SecretVault.h"
+#include "shared-apple/KeychainChyba.h"
 #include "shared/base/Error.h"
 
 #include <optional>
@@ -22,7 +23,7 @@ class VaultItems {
     Result<void> erase(const std::string& account) const;
 
   private:
-    [[nodiscard]] std::unexpected<Error> refusal(std::int32_t status, const char* verb,
+    [[nodiscard]] std::unexpected<Error> refusal(std::int32_t status, KeychainChyba::Pokus pokus,
                                                  const std::string& account) const;
 
     SecretVault& vault_;

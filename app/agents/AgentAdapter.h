@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/agents/ZpravaAgenta.h"
+#include "shared/base/Sentence.h"
 
 #include <chrono>
 #include <optional>
@@ -17,7 +18,7 @@ class AgentAdapter {
     struct KontrolaPrihlaseni {
         std::vector<std::string> argumenty;
         std::chrono::seconds limit;
-        std::string problem; ///< what the user is told when it does not
+        Sentence problem; ///< what the user is told when it does not
     };
 
     virtual ~AgentAdapter() = default;
@@ -29,7 +30,7 @@ class AgentAdapter {
     [[nodiscard]] virtual std::vector<std::string> jmenaBinarky() const = 0;
 
     /// How to install it.
-    [[nodiscard]] virtual std::string napoveda() const = 0;
+    [[nodiscard]] virtual Sentence napoveda() const = 0;
 
     /// The command line, without the program's name. With `relace` it continues that session.
     [[nodiscard]] virtual std::vector<std::string> argumenty(std::string instrukce, std::string slozka,

@@ -5,30 +5,30 @@ namespace morvex {
 namespace {
 
 struct Popis {
-    std::string operator()(const AgentChyba::Zaneprazdneno& chyba) const {
-        return "Už běží jiný úkol: " + chyba.nastroj + ". Počkej, nebo ho zruš.";
+    Sentence operator()(const AgentChyba::Zaneprazdneno& chyba) const {
+        return "Už běží jiný úkol: {nastroj}. Počkej, nebo ho zruš."_sentence(chyba.nastroj);
     }
 
-    std::string operator()(const AgentChyba::NeznamyNastroj& chyba) const {
-        return "Nástroj " + chyba.nastroj + " neznám.";
+    Sentence operator()(const AgentChyba::NeznamyNastroj& chyba) const {
+        return "Nástroj {nastroj} neznám."_sentence(chyba.nastroj);
     }
 
-    std::string operator()(const AgentChyba::Nenainstalovano& chyba) const { return chyba.zprava; }
+    Sentence operator()(const AgentChyba::Nenainstalovano& chyba) const { return chyba.zprava; }
 
-    std::string operator()(const AgentChyba::SlozkaNeexistuje& chyba) const {
-        return "Složka " + chyba.cesta + " neexistuje.";
+    Sentence operator()(const AgentChyba::SlozkaNeexistuje& chyba) const {
+        return "Složka {cesta} neexistuje."_sentence(chyba.cesta);
     }
 
-    std::string operator()(const AgentChyba::SlozkaUzNeniPovolena& chyba) const {
-        return "Složka " + chyba.cesta + " už není povolená.";
+    Sentence operator()(const AgentChyba::SlozkaUzNeniPovolena& chyba) const {
+        return "Složka {cesta} už není povolená."_sentence(chyba.cesta);
     }
 
-    std::string operator()(const AgentChyba::PrazdnaInstrukce&) const { return "Prázdné zadání."; }
+    Sentence operator()(const AgentChyba::PrazdnaInstrukce&) const { return "Prázdné zadání."_sentence; }
 };
 
 } // namespace
 
-std::string AgentChyba::popis() const {
+Sentence AgentChyba::popis() const {
     return std::visit(Popis{}, pripad);
 }
 

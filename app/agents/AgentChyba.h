@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <string>
 #include <variant>
 
@@ -18,7 +20,7 @@ struct AgentChyba {
     };
 
     struct Nenainstalovano {
-        std::string zprava; ///< a sentence for the user
+        Sentence zprava;
         bool operator==(const Nenainstalovano&) const = default;
     };
 
@@ -40,7 +42,7 @@ struct AgentChyba {
                  PrazdnaInstrukce>
         pripad;
 
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
     bool operator==(const AgentChyba&) const = default;
 };
 

@@ -47,15 +47,15 @@ Task<AgentStatus> AgentDetection::zjisti(std::shared_ptr<const AgentAdapter> ada
             status.problem = login->problem;
     }
     if (!status.problem && !status.version)
-        status.problem = "Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.";
+        status.problem = "Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci."_sentence;
     co_return status;
 }
 
-Task<std::string> AgentDetection::neniNalezeno(std::shared_ptr<const AgentAdapter> adapter) {
+Task<Sentence> AgentDetection::neniNalezeno(std::shared_ptr<const AgentAdapter> adapter) {
     auto path = co_await discovery_.prihlasovaciPath();
     auto entries = path.empty() ? 0 : std::ranges::count(path, ':') + 1;
-    co_return "Binárku „" + adapter->jmenaBinarky().front() + "“ jsem nenašel (prohledáno " +
-        std::to_string(entries) + " adresářů). " + adapter->napoveda();
+    co_return "Binárku „{binarka}“ jsem nenašel (prohledáno {pocet} adresářů). {napoveda}"_sentence(
+        adapter->jmenaBinarky().front(), entries, adapter->napoveda());
 }
 
 Task<std::optional<std::string>> AgentDetection::verze(OutsideProgram program, std::stop_token zastaveni) {

@@ -27,7 +27,7 @@ class AgentDetection {
     Task<AgentStatus> zjisti(std::shared_ptr<const AgentAdapter> adapter, std::stop_token zastaveni);
 
   private:
-    Task<std::string> neniNalezeno(std::shared_ptr<const AgentAdapter> adapter);
+    Task<Sentence> neniNalezeno(std::shared_ptr<const AgentAdapter> adapter);
     Task<std::optional<std::string>> verze(OutsideProgram program, std::stop_token zastaveni);
     Task<std::optional<VysledekProcesu>> uspesne(OutsideProgram program, Clock::Duration limit,
                                                  std::stop_token zastaveni);

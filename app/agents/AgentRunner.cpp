@@ -46,7 +46,7 @@ bool isSessionGone(const AgentAdapter& adapter, const VysledekProcesu& vysledek)
 
 Result<AgentRunner::Vysledek> outcome(const AgentAdapter& adapter, Prubeh prubeh) {
     const auto& vysledek = prubeh.vysledek;
-    auto toolFailed = [&adapter](std::string message) {
+    auto toolFailed = [&adapter](Sentence message) {
         return fail(TalkSpanError{TalkSpanError::ToolFailed{adapter.id(), std::move(message)}});
     };
     if (vysledek.zruseno) return fail(TalkSpanError{TalkSpanError::Cancelled{}});
@@ -54,11 +54,11 @@ Result<AgentRunner::Vysledek> outcome(const AgentAdapter& adapter, Prubeh prubeh
     if (prubeh.chyba) return toolFailed(*std::move(prubeh.chyba));
     if (vysledek.navratovyKod != 0) {
         auto words = trim(vysledek.chyby);
-        auto status = std::to_string(vysledek.navratovyKod);
-        return toolFailed(words.empty() ? "Proces skončil s kódem " + status + "." : std::move(words));
+        return toolFailed(words.empty() ? "Proces skončil s kódem {kod}."_sentence(vysledek.navratovyKod)
+                                        : Sentence(std::move(words)));
     }
     auto text = prubeh.zaver ? std::move(prubeh.zaver) : std::move(prubeh.posledniText);
-    return AgentRunner::Vysledek{std::move(text).value_or("Nástroj nevrátil žádný text."),
+    return AgentRunner::Vysledek{std::move(text).value_or("Nástroj nevrátil žádný text."_sentence.czech()),
                                  std::move(prubeh.relace)};
 }
 
@@ -80,7 +80,7 @@ std::shared_ptr<const AgentAdapter> AgentRunner::adapter(const std::string& nast
 Task<AgentStatus> AgentRunner::zjisti(std::string nastroj) {
     vyzadujHlavniVlakno();
     auto known = adapter(nastroj);
-    if (!known) co_return AgentStatus{false, {}, {}, "Neznámý nástroj."};
+    if (!known) co_return AgentStatus{false, {}, {}, "Neznámý nástroj."_sentence};
     co_return co_await detekce_.zjisti(std::move(known), {});
 }
 
@@ -128,7 +128,7 @@ Task<Result<AgentRunner::Nalezeno>> AgentRunner::priprav(Zadani zadani) {
                                   : std::optional<ProgramDiscovery::Nalez>{};
     if (!found)
         co_return fail(Chyba{Chyba::Nenainstalovano{
-            std::move(status.problem).value_or("Nástroj " + nastroj + " není nainstalovaný.")}});
+            std::move(status.problem).value_or("Nástroj {nastroj} není nainstalovaný."_sentence(nastroj))}});
     co_return Nalezeno{std::move(known), std::move(found->binarka)};
 }
 
@@ -142,7 +142,8 @@ Task<Result<AgentRunner::Vysledek>> AgentRunner::pracuj(Nalezeno nalezeno, Zadan
     auto prubeh = co_await navaz(nalezeno, zadani, ohlasy);
     if (prubeh && prubeh->navazaniSelhalo) {
         relace_.erase(klic);
-        ohlasy->ohlas({.relace = {}, .prubeh = "Předchozí relace už neexistuje, zakládám novou."});
+        ohlasy->ohlas(
+            {.relace = {}, .prubeh = "Předchozí relace už neexistuje, zakládám novou."_sentence.czech()});
         zadani.relace.reset();
         prubeh = co_await navaz(std::move(nalezeno), std::move(zadani), ohlasy);
     }

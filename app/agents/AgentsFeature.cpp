@@ -12,7 +12,7 @@ namespace {
 
 std::string inShort(const AgentStatus& agent) {
     if (agent.version) return *agent.version;
-    return agent.problem.value_or("nenainstalováno");
+    return agent.problem ? agent.problem->czech() : "nenainstalováno";
 }
 
 std::optional<RunningTask> runningTask(const Bezici* bezici) {
@@ -64,7 +64,7 @@ void AgentsFeature::addTo(MacStatus& status) const {
 }
 
 AgentStatus AgentsFeature::toldOf(Integration integration, const AgentStatus& detected) const {
-    return integrations_.isOn(integration) ? detected : AgentStatus{false, {}, {}, "Vypnuto"};
+    return integrations_.isOn(integration) ? detected : AgentStatus{false, {}, {}, "Vypnuto"_sentence};
 }
 
 void AgentsFeature::addTo(boost::json::object& answer) const {

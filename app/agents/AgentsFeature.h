@@ -7,6 +7,7 @@
 #include "app/execution/Slozky.h"
 #include "app/features/Feature.h"
 #include "app/settings/MacIntegrationSettings.h"
+#include "shared/base/Sentence.h"
 
 #include <QProperty>
 
@@ -25,7 +26,7 @@ class AgentsFeature final : public Feature {
     /// What the last look for each agent has found; for reading and watching.
     struct Stav {
         /// Stands as an agent's problem until the first look for it has ended.
-        static constexpr const char* jesteNevim = "Zjišťuji…";
+        static constexpr auto jesteNevim = "Zjišťuji…"_sentence;
         QProperty<AgentStatus> claude{AgentStatus{false, {}, {}, jesteNevim}};
         QProperty<AgentStatus> codex{AgentStatus{false, {}, {}, jesteNevim}};
     };

@@ -16,10 +16,10 @@ namespace {
 const std::vector<std::string> povoleneNastroje = {
     "Read", "Grep", "Glob", "LS", "NotebookRead", "NotebookEdit", "Edit", "Write", "WebSearch", "WebFetch"};
 
-const std::string failed = "Claude Code skončil chybou.";
-const std::string loginFailed =
+const Sentence failed = "Claude Code skončil chybou."_sentence;
+const Sentence loginFailed =
     "Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v "
-    "aplikaci klikni na Zjistit znovu.";
+    "aplikaci klikni na Zjistit znovu."_sentence;
 
 bool refusesLogin(const std::string& text) {
     return containsAny(lowerCase(text),
@@ -31,8 +31,8 @@ bool isAuthenticationFailure(const std::string& text) {
     return refusesLogin(text) || containsAny(lowerCase(text), {"invalid api key", "expired token"});
 }
 
-std::string throughLoginFilter(const std::string& text) {
-    return refusesLogin(text) ? loginFailed : text;
+Sentence throughLoginFilter(const std::string& text) {
+    return refusesLogin(text) ? loginFailed : Sentence(text);
 }
 
 /// Empty when the line has none.
@@ -107,8 +107,8 @@ std::vector<std::string> ClaudeCodeAdapter::jmenaBinarky() const {
     return {"claude", "claude-code"};
 }
 
-std::string ClaudeCodeAdapter::napoveda() const {
-    return "Nainstaluj: npm i -g @anthropic-ai/claude-code";
+Sentence ClaudeCodeAdapter::napoveda() const {
+    return "Nainstaluj: npm i -g @anthropic-ai/claude-code"_sentence;
 }
 
 std::vector<std::string> ClaudeCodeAdapter::argumenty(std::string instrukce, std::string /*slozka*/,
@@ -141,7 +141,7 @@ std::optional<AgentAdapter::KontrolaPrihlaseni> ClaudeCodeAdapter::kontrolaPrihl
         .argumenty = {"auth", "status", "--json"},
         .limit = std::chrono::seconds(8),
         .problem = "Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V "
-                   "Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu."};
+                   "Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu."_sentence};
 }
 
 } // namespace morvex

@@ -10,7 +10,7 @@ class ClaudeCodeAdapter final : public AgentAdapter {
   public:
     [[nodiscard]] std::string id() const override;
     [[nodiscard]] std::vector<std::string> jmenaBinarky() const override;
-    [[nodiscard]] std::string napoveda() const override;
+    [[nodiscard]] Sentence napoveda() const override;
     [[nodiscard]] std::vector<std::string> argumenty(std::string instrukce, std::string slozka,
                                                      std::optional<std::string> relace) const override;
     [[nodiscard]] std::optional<ZpravaAgenta> precti(std::string_view radek) const override;

@@ -58,6 +58,11 @@ void readItem(const boost::json::object& item, ZpravaAgenta& zprava) {
     if (type == "agent_message") zprava.text = fields::text(item, "text");
 }
 
+Sentence failureIn(const boost::json::object& error) {
+    auto words = fields::text(error, "message");
+    return words ? Sentence(*std::move(words)) : Sentence("Codex skončil chybou."_sentence);
+}
+
 ZpravaAgenta read(const Event& event) {
     ZpravaAgenta zprava;
     zprava.relace = session(event);
@@ -70,7 +75,7 @@ ZpravaAgenta read(const Event& event) {
         zprava.zaver = fields::text(inner, "text");
         if (!zprava.zaver) zprava.zaver = fields::text(inner, "last_agent_message");
     } else if (type == "error" || type == "stream_error") {
-        zprava.chyba = fields::text(inner, "message").value_or("Codex skončil chybou.");
+        zprava.chyba = failureIn(inner);
     }
     return zprava;
 }
@@ -85,9 +90,9 @@ std::vector<std::string> CodexAdapter::jmenaBinarky() const {
     return {"codex", "codex-cli"};
 }
 
-std::string CodexAdapter::napoveda() const {
+Sentence CodexAdapter::napoveda() const {
     return "Nainstaluj: npm i -g @openai/codex (nebo brew install codex). "
-           "Codex ve webovém ChatGPT ani rozšíření do editoru žádné CLI neinstalují.";
+           "Codex ve webovém ChatGPT ani rozšíření do editoru žádné CLI neinstalují."_sentence;
 }
 
 std::vector<std::string> CodexAdapter::argumenty(std::string instrukce, std::string slozka,

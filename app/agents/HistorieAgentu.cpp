@@ -35,6 +35,11 @@ std::optional<std::string> bounded(std::optional<std::string> text) {
     return text ? std::optional(bounded(*text)) : std::nullopt;
 }
 
+std::optional<Sentence> bounded(std::optional<Sentence> sentence) {
+    const bool isLong = sentence && sentence->czech().size() > HistorieAgentu::longestText;
+    return isLong ? std::optional(Sentence(bounded(sentence->czech()))) : sentence;
+}
+
 /// A file may be older than the bounds, or written by somebody else.
 UkolAgenta bounded(UkolAgenta ukol) {
     ukol.nazev = bounded(ukol.nazev);
@@ -94,7 +99,7 @@ void HistorieAgentu::nacti() {
                        : Result<std::vector<UkolAgenta>>(fail(bytes.error()));
     if (!ukoly) {
         if (bytes) soubor_.markDamaged();
-        setPotiz("Historii úkolů se nepodařilo načíst: " + ukoly.error().popis());
+        setPotiz("Historii úkolů se nepodařilo načíst: {duvod}"_sentence(ukoly.error().popis()));
         return;
     }
     // Equal dates keep their order.
@@ -122,7 +127,7 @@ const std::vector<UkolAgenta>& HistorieAgentu::polozky() const {
     return polozky_;
 }
 
-const std::optional<std::string>& HistorieAgentu::potiz() const {
+const std::optional<Sentence>& HistorieAgentu::potiz() const {
     vyzadujHlavniVlakno();
     return potiz_;
 }
@@ -203,11 +208,11 @@ void HistorieAgentu::dokonci(const Uuid& workItemID, std::string shrnuti, std::o
     });
 }
 
-void HistorieAgentu::selhal(const Uuid& workItemID, std::string chyba) {
+void HistorieAgentu::selhal(const Uuid& workItemID, Sentence chyba) {
     zmen(workItemID, [&](UkolAgenta& ukol) {
         ukol.stav = UkolAgenta::Stav::chyba;
         ukol.dokonceno = services_.saving.clock.now();
-        ukol.chyba = bounded(chyba);
+        ukol.chyba = bounded(std::optional(chyba));
     });
 }
 
@@ -305,7 +310,7 @@ bool HistorieAgentu::otevritRelaci(const UkolAgenta& ukol) {
     vyzadujHlavniVlakno();
     const auto link = SessionLink::of(ukol);
     if (link && services_.opener.open(link->url)) return true;
-    setPotiz(link ? link->failure : "Tento úkol ještě nemá relaci, ve které by šlo pokračovat.");
+    setPotiz(link ? link->failure : "Tento úkol ještě nemá relaci, ve které by šlo pokračovat."_sentence);
     return false;
 }
 
@@ -359,10 +364,11 @@ SaveQueue::Save HistorieAgentu::zacniUkladat() {
 
 void HistorieAgentu::skonciUkladani(const Result<void>& saved) {
     setPotiz(saved ? std::nullopt
-                   : std::optional("Historii úkolů se nepodařilo uložit: " + saved.error().popis()));
+                   : std::optional(
+                         "Historii úkolů se nepodařilo uložit: {duvod}"_sentence(saved.error().popis())));
 }
 
-void HistorieAgentu::setPotiz(std::optional<std::string> potiz) {
+void HistorieAgentu::setPotiz(std::optional<Sentence> potiz) {
     if (std::exchange(potiz_, potiz) != potiz) priZmene_.tell();
 }
 

@@ -6,6 +6,7 @@
 #include "foundation/SaveQueue.h"
 #include "foundation/Signal.h"
 #include "platform/ports/UrlOpener.h"
+#include "shared/base/Sentence.h"
 
 #include <cstddef>
 #include <filesystem>
@@ -53,7 +54,7 @@ class HistorieAgentu {
     [[nodiscard]] const std::vector<UkolAgenta>& polozky() const;
 
     /// What went wrong last, for the user.
-    [[nodiscard]] const std::optional<std::string>& potiz() const;
+    [[nodiscard]] const std::optional<Sentence>& potiz() const;
 
     /// The task that runs, or null; also one that the list has forgotten since it began. Not to be kept.
     [[nodiscard]] const UkolAgenta* bezici() const;
@@ -68,7 +69,7 @@ class HistorieAgentu {
 
     void nastavRelaci(const Uuid& workItemID, std::string relace);
     void dokonci(const Uuid& workItemID, std::string shrnuti, std::optional<std::string> relace);
-    void selhal(const Uuid& workItemID, std::string chyba);
+    void selhal(const Uuid& workItemID, Sentence chyba);
     void preruseno(const Uuid& workItemID);
 
     [[nodiscard]] std::optional<UkolAgenta> ukol(const Uuid& workItemID) const;
@@ -122,7 +123,7 @@ class HistorieAgentu {
     void ulozit();
     SaveQueue::Save zacniUkladat();
     void skonciUkladani(const Result<void>& saved);
-    void setPotiz(std::optional<std::string> potiz);
+    void setPotiz(std::optional<Sentence> potiz);
     void zvysRevizi(UkolAgenta& ukol) const;
     [[nodiscard]] UkolAgenta* najdi(const Uuid& workItemID);
     [[nodiscard]] UkolAgenta* potvrzovany(const Uuid& workItemID, std::uint64_t revize);
@@ -138,7 +139,7 @@ class HistorieAgentu {
     std::thread::id hlavniVlakno_ = std::this_thread::get_id();
     std::vector<UkolAgenta> polozky_;
     std::optional<UkolAgenta> zapomenuty_; ///< ran when the list was cleared
-    std::optional<std::string> potiz_;
+    std::optional<Sentence> potiz_;
     Signal<> priZmene_;
     SaveQueue saves_;
 };

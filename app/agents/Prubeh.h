@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/programs/VysledekProcesu.h"
+#include "shared/base/Sentence.h"
 
 #include <optional>
 #include <string>
@@ -12,7 +13,7 @@ struct Prubeh {
     std::optional<std::string> relace;
     std::optional<std::string> posledniText;
     std::optional<std::string> zaver;
-    std::optional<std::string> chyba;
+    std::optional<Sentence> chyba;
     VysledekProcesu vysledek;
     bool navazaniSelhalo = false; ///< the session that was to go on is gone
 };

@@ -6,7 +6,7 @@ namespace morvex {
 
 namespace {
 
-void keep(std::optional<std::string>& kept, const std::optional<std::string>& said) {
+template <class Text> void keep(std::optional<Text>& kept, const std::optional<Text>& said) {
     if (said && !said->empty()) kept = said;
 }
 

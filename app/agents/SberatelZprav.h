@@ -2,6 +2,7 @@
 
 #include "app/agents/Prubeh.h"
 #include "app/agents/ZpravaAgenta.h"
+#include "shared/base/Sentence.h"
 
 #include <cstddef>
 #include <mutex>
@@ -29,7 +30,7 @@ class SberatelZprav {
     std::optional<std::string> relace_;
     std::optional<std::string> posledniText_;
     std::optional<std::string> zaver_;
-    std::optional<std::string> chyba_;
+    std::optional<Sentence> chyba_;
     std::set<std::string> zname_;
 };
 

@@ -37,10 +37,11 @@ std::optional<SessionLink> SessionLink::of(const UkolAgenta& ukol) {
     if (ukol.nastroj == AgentId::claudeCode)
         return SessionLink{
             "claude://resume?session=" + session + "&cwd=" + percentEncoded(ukol.slozka, "/"),
-            "Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aktuální aplikace Claude."};
+            "Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aktuální aplikace Claude."_sentence};
     if (ukol.nastroj == AgentId::codex)
-        return SessionLink{"codex://threads/" + session,
-                           "Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aplikace Codex."};
+        return SessionLink{
+            "codex://threads/" + session,
+            "Relaci se nepodařilo otevřít. Zkontroluj, že je nainstalovaná aplikace Codex."_sentence};
     return std::nullopt;
 }
 

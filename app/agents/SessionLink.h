@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/agents/UkolAgenta.h"
+#include "shared/base/Sentence.h"
 
 #include <optional>
 #include <string>
@@ -10,7 +11,7 @@ namespace morvex {
 /// How the session of a task is opened in its agent's own application.
 struct SessionLink {
     std::string url;
-    std::string failure; ///< what the user is told when nothing opens it
+    Sentence failure; ///< what the user is told when nothing opens it
 
     /// Nothing without a session, or for an agent whose application is not known.
     static std::optional<SessionLink> of(const UkolAgenta& ukol);

@@ -61,7 +61,7 @@ WorkItem jakoWorkItem(const UkolAgenta& ukol) {
     item.originalRequest = ukol.instrukce;
     item.summary = ukol.shrnuti;
     item.status = stavProTelefon(ukol.stav);
-    item.lastError = ukol.chyba;
+    if (ukol.chyba) item.lastError = ukol.chyba->czech();
     item.source = WorkItemSource::mac;
     item.createdAt = ukol.zalozeno;
     item.updatedAt = ukol.aktualizovano;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
 #include "shared/base/Uuid.h"
 #include "shared/wire/Codec.h"
 #include "shared/wire/NumericDate.h"
@@ -31,7 +32,7 @@ struct UkolAgenta {
     std::optional<std::string> relace; ///< the agent's session
     Stav stav = Stav::bezi;
     std::optional<std::string> shrnuti; ///< what the agent said at the end
-    std::optional<std::string> chyba;
+    std::optional<Sentence> chyba;
     NumericDate aktualizovano;
     std::uint64_t revize = 1;
     std::uint64_t dorucenaRevize = 0; ///< what the phone has acknowledged

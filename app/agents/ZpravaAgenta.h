@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <optional>
 #include <string>
 
@@ -11,7 +13,7 @@ struct ZpravaAgenta {
     std::optional<std::string> prubeh; ///< progress, in words for the user
     std::optional<std::string> text;   ///< a piece of what the agent says
     std::optional<std::string> zaver;  ///< the final answer
-    std::optional<std::string> chyba;  ///< why the agent gives up
+    std::optional<Sentence> chyba;     ///< why the agent gives up
 
     bool operator==(const ZpravaAgenta&) const = default;
 };

@@ -31,9 +31,9 @@ Bdelost::~Bdelost() {
 void Bdelost::setSpoustetPoPrihlaseni(bool spoustet) {
     auto changed = spoustet ? services_.loginItem.enroll() : services_.loginItem.withdraw();
     if (!changed) logCause("changing the start at login", changed.error());
-    stav_.potiz =
-        changed ? std::nullopt
-                : std::optional("Spouštění po přihlášení se nepodařilo nastavit: " + changed.error().popis());
+    stav_.potiz = changed ? std::nullopt
+                          : std::optional("Spouštění po přihlášení se nepodařilo nastavit: {duvod}"_sentence(
+                                changed.error().popis()));
     stav_.spoustetPoPrihlaseni = services_.loginItem.isEnabled();
 }
 
@@ -43,11 +43,11 @@ void Bdelost::setDrzetVzhuru(bool drzet) {
     pouzitAktivitu();
 }
 
-std::string Bdelost::stavText() const {
-    if (stav_.spi) return "Mac spí";
-    if (!stav_.drzetVzhuru) return "Po chvíli nečinnosti usne a přestane být dostupný";
-    return stav_.naNapajeni ? "Zůstane vzhůru, dokud je v zásuvce"
-                            : "Na baterii usne — držení vzhůru platí jen při napájení";
+Sentence Bdelost::stavText() const {
+    if (stav_.spi) return "Mac spí"_sentence;
+    if (!stav_.drzetVzhuru) return "Po chvíli nečinnosti usne a přestane být dostupný"_sentence;
+    if (stav_.naNapajeni) return "Zůstane vzhůru, dokud je v zásuvce"_sentence;
+    return "Na baterii usne — držení vzhůru platí jen při napájení"_sentence;
 }
 
 void Bdelost::muzeUsnout() {
@@ -76,7 +76,7 @@ void Bdelost::pouzitAktivitu() {
     stav_.potizDrzeni = std::nullopt;
     if (!stav_.drzetVzhuru || !stav_.naNapajeni) return;
     aktivita_ = services_.inhibitor.holdOffIdleSleep(holdReason, [this](const Error& error) {
-        stav_.potizDrzeni = "Počítač se nepodařilo udržet vzhůru: " + error.popis();
+        stav_.potizDrzeni = "Počítač se nepodařilo udržet vzhůru: {duvod}"_sentence(error.popis());
     });
 }
 

@@ -7,6 +7,7 @@
 #include "platform/ports/SleepInhibitor.h"
 #include "platform/ports/SleepMonitor.h"
 #include "platform/ports/UserDefaults.h"
+#include "shared/base/Sentence.h"
 
 #include <QProperty>
 
@@ -40,9 +41,9 @@ class Bdelost {
         QProperty<bool> naNapajeni{false};  ///< on mains power
         QProperty<bool> spi{false};         ///< between the news of a sleep and of the wake
         /// The last problem with the start at login.
-        QProperty<std::optional<std::string>> potiz;
+        QProperty<std::optional<Sentence>> potiz;
         /// Why the computer may fall asleep although it should not.
-        QProperty<std::optional<std::string>> potizDrzeni;
+        QProperty<std::optional<Sentence>> potizDrzeni;
     };
 
     explicit Bdelost(Services services);
@@ -56,7 +57,7 @@ class Bdelost {
     void setSpoustetPoPrihlaseni(bool spoustet);
     void setDrzetVzhuru(bool drzet);
 
-    [[nodiscard]] std::string stavText() const;
+    [[nodiscard]] Sentence stavText() const;
 
     /// The sleep need not wait any longer: whoever was told by `naUsnuti` is ready. The computer waits for
     /// this call, 3 seconds at most.

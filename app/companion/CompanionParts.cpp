@@ -38,7 +38,7 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
               phone,
               scope,
               [this] { return status.poslat(); },
-              [this](std::string trouble) { state.potiz = std::move(trouble); },
+              [this](Sentence trouble) { state.potiz = std::move(trouble); },
               {}},
       status({state, integrations, context.features, bdelost.stav().naNapajeni, services.verzeAplikace,
               services.jmenoZarizeni},

@@ -95,24 +95,28 @@ Task<Result<void>> OwnKeys::ulozit(PairedPeer peer) {
 }
 
 Task<void> OwnKeys::zapomenout(PairedPeer peer) {
-    return nahradit(std::move(peer), "Odpojení telefonu se nepodařilo uložit: ");
+    return nahradit(std::move(peer), [](const Error& proc) {
+        return "Odpojení telefonu se nepodařilo uložit: {duvod}"_sentence(proc.popis());
+    });
 }
 
 Task<void> OwnKeys::vratit(PairedPeer odmitnuty) {
-    return nahradit(std::move(odmitnuty), "Zrušené párování se nepodařilo smazat: ");
+    return nahradit(std::move(odmitnuty), [](const Error& proc) {
+        return "Zrušené párování se nepodařilo smazat: {duvod}"_sentence(proc.popis());
+    });
 }
 
-Task<void> OwnKeys::nahradit(PairedPeer peer, std::string neslo) {
+Task<void> OwnKeys::nahradit(PairedPeer peer, Sentence (*neslo)(const Error& proc)) {
     const auto konci = services_.scope.token();
     auto* uloziste = &services_.uloziste;
-    std::optional<std::string> told;
+    std::optional<Sentence> told;
     for (;;) {
         const bool jePosledni = konci.stop_requested();
         auto done = co_await runOn(services_.vaultThread, [uloziste, &peer, ted = state_.protejsek.value()] {
             return nahraditPar(*uloziste, peer, ted);
         });
         if (done) break;
-        told = neslo + done.error().popis();
+        told = neslo(done.error());
         state_.potizTrezoru = told;
         if (jePosledni) co_return;
         const auto pause = jeZamceno(done.error()) ? lockedRetry : vaultRetry;

@@ -71,8 +71,9 @@ class OwnKeys {
     Task<Result<void>> nactiIdentitu();
     /// Whether it could be read. Fails where the vault is locked.
     Task<Result<bool>> nactiProtejsek();
-    /// Until the vault has put the state's phone, or none, in the place of `peer`.
-    Task<void> nahradit(PairedPeer peer, std::string neslo);
+    /// Until the vault has put the state's phone, or none, in the place of `peer`. `neslo` tells that it has
+    /// not.
+    Task<void> nahradit(PairedPeer peer, Sentence (*neslo)(const Error& proc));
     Error nejsou(const Error& error);
 
     Services services_;

@@ -99,9 +99,11 @@ void PairingFlow::sledovat(const RelayLink::Udalost& event) {
 
 void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL) {
     auto hello = decode<PairingHello>(envelope.ciphertext, messageLimits);
-    if (!hello) return selhat("Telefon poslal nekompatibilní párovací zprávu: " + hello.error().popis());
+    if (!hello)
+        return selhat(
+            "Telefon poslal nekompatibilní párovací zprávu: {duvod}"_sentence(hello.error().popis()));
     if (!Parovani::checkHello(*hello, envelope.pair))
-        return selhat("Představení telefonu má neplatný podpis. Nic jsem neuložil.");
+        return selhat("Představení telefonu má neplatný podpis. Nic jsem neuložil."_sentence);
     PairedPeer peer{envelope.pair,
                     relayURL,
                     hello->device,
@@ -110,7 +112,7 @@ void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL
                     DeviceRole::phone,
                     services_.relay.clock.now()};
     auto pairKey = identita()->pairKey(peer);
-    if (!pairKey) return selhat("Klíč telefonu nejde použít: " + pairKey.error().popis());
+    if (!pairKey) return selhat("Klíč telefonu nejde použít: {duvod}"_sentence(pairKey.error().popis()));
     rozdelany_ = std::move(peer);
     state_.telefonOdesel = false;
     state_.parovani = StavParovani{StavParovani::OverCislo{Parovani::comparisonNumber(*pairKey)}};
@@ -128,7 +130,7 @@ Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
     uklada_ = false;
     // Refused, cancelled or begun anew meanwhile.
     if (generation != generation_) co_return co_await services_.klice.vratit(std::move(peer));
-    if (!saved) co_return selhat("Párování se nepodařilo uložit: " + saved.error().popis());
+    if (!saved) co_return selhat("Párování se nepodařilo uložit: {duvod}"_sentence(saved.error().popis()));
     ++generation_;
     if (const auto& before = state_.protejsek.value(); before && before->deviceID != peer.deviceID)
         link_.opustit();
@@ -145,7 +147,7 @@ void PairingFlow::odmitnoutCislo() {
     state_.telefonOdesel = false;
     zastavit();
     selhat("Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; "
-           "pokud se to bude opakovat, někdo poslouchá.");
+           "pokud se to bude opakovat, někdo poslouchá."_sentence);
 }
 
 void PairingFlow::zrusitParovani() {
@@ -192,7 +194,7 @@ void PairingFlow::zastavit() {
     services_.scope.spawn(takeDown(std::exchange(parovaci_, nullptr), std::move(parovaciPosluchac_)));
 }
 
-void PairingFlow::selhat(std::string text) {
+void PairingFlow::selhat(Sentence text) {
     state_.parovani = StavParovani{StavParovani::Chyba{std::move(text)}};
 }
 

@@ -76,7 +76,7 @@ class PairingFlow {
     Task<void> zapomenout(RelayAddress address, PairedPeer protejsek);
     /// Stops the pairing link in the background.
     void zastavit();
-    void selhat(std::string text);
+    void selhat(Sentence text);
 
     Services services_;
     CompanionState& state_;

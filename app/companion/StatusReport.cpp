@@ -28,7 +28,8 @@ void shorten(std::optional<std::string>& text) {
 void shorten(AgentStatus& agent) {
     shorten(agent.version);
     shorten(agent.source);
-    shorten(agent.problem);
+    if (agent.problem && agent.problem->czech().size() > longestText)
+        agent.problem = Sentence(clipped(agent.problem->czech(), longestText));
 }
 
 std::size_t sizeOf(const ToolDescriptor& tool) {

@@ -19,7 +19,7 @@ Task<void> StatusSync::poslat() {
     auto status = report_.at(clock_.now(), gate_.nastrojeVeStavu());
     auto sent = co_await phoneLink_.poslat({MacPayload::Status{status}}, statusRequestID);
     if (sent || phoneLink_.soucasne() != link) co_return;
-    state_.potiz = "Stav se nepodařilo odeslat: " + sent.error().popis();
+    state_.potiz = "Stav se nepodařilo odeslat: {duvod}"_sentence(sent.error().popis());
     if (sent.error().as<MessageTooLong>())
         (void)co_await phoneLink_.poslat({MacPayload::Status{shortened(std::move(status))}}, statusRequestID);
 }

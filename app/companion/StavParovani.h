@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shared/base/Date.h"
+#include "shared/base/Sentence.h"
 
 #include <string>
 #include <variant>
@@ -9,8 +10,8 @@ namespace morvex {
 
 /// What is told of a phone that went away while its number was compared. It keeps nothing itself before its
 /// person agrees too.
-inline constexpr const char* telefonMezitimOdesel =
-    "Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.";
+inline constexpr auto telefonMezitimOdesel =
+    "Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu."_sentence;
 
 /// Where the pairing stands, for the pairing view.
 struct StavParovani {
@@ -38,7 +39,7 @@ struct StavParovani {
     };
 
     struct Chyba {
-        std::string text;
+        Sentence text;
         bool operator==(const Chyba&) const = default;
     };
 

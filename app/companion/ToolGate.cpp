@@ -29,8 +29,8 @@ Task<ToolOutcome> ToolGate::provestNastroj(ToolCall call) {
     // Held until the call has ended: the row may go meanwhile.
     const auto tool = findOffered(table_, call.name);
     if (!tool) {
-        state_.potiz =
-            "Byl požadován nástroj " + clipped(call.name, longestName) + ", který tento Mac neumí.";
+        state_.potiz = "Byl požadován nástroj {nastroj}, který tento Mac neumí."_sentence(
+            clipped(call.name, longestName));
         co_return ToolOutcome::refused(notHere(call.name));
     }
     co_return co_await tool->run(std::move(call));
@@ -47,7 +47,7 @@ Task<boost::json::object> ToolGate::provestMistne(std::string name, boost::json:
 }
 
 Task<bool> ToolGate::askForApproval(const std::string& name, const boost::json::object& arguments) {
-    return schvalovani_.pozadat(name, "Povolit akci na Macu",
+    return schvalovani_.pozadat(name, "Povolit akci na Macu"_sentence.czech(),
                                 "Tato akce změní data na Macu. Potvrď ji v okně Morvex.",
                                 name + "\n\n" + prettyJson(arguments));
 }

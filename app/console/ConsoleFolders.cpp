@@ -50,7 +50,7 @@ void ConsoleFolders::disallow(const std::string& path) {
 void ConsoleFolders::printQuestion() const {
     const auto& otazka = services_.slozky.otazka();
     if (!otazka) return;
-    services_.output.line("Povolit složku " + otazka->slozka + "? " + otazka->popis());
+    services_.output.line("Povolit složku " + otazka->slozka + "? " + otazka->popis().czech());
     services_.output.line("Odpověz „ano“ nebo „ne“.");
 }
 

@@ -19,8 +19,8 @@ void ConsoleOutput::foreign(const std::string& text) const {
     print_(lines);
 }
 
-void ConsoleOutput::trouble(const std::optional<std::string>& text) const {
-    if (text) line("Potíž: " + *text);
+void ConsoleOutput::trouble(const std::optional<Sentence>& sentence) const {
+    if (sentence) line("Potíž: " + sentence->czech());
 }
 
 void ConsoleOutput::picture(std::string lines) const {

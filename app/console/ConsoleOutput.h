@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -17,7 +19,10 @@ class ConsoleOutput {
     /// Lines that others wrote, set off from those of the program.
     void foreign(const std::string& text) const;
     /// A line, when there is a trouble.
-    void trouble(const std::optional<std::string>& text) const;
+    void trouble(const std::optional<Sentence>& sentence) const;
+
+    void line(const Sentence& text) const { line(text.czech()); }
+
     /// Lines as they stand.
     void picture(std::string lines) const;
 

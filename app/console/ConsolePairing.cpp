@@ -16,7 +16,8 @@ ConsolePairing::ConsolePairing(Companion& companion, const ConsoleOutput& output
 void ConsolePairing::tell() {
     const auto& pairing = companion_.stav().parovani.value();
     if (pairing.as<StavParovani::Zakladam>()) output_.line("Párování: zakládám pár u relaye…");
-    if (const auto* failed = pairing.as<StavParovani::Chyba>()) output_.line("Párování: " + failed->text);
+    if (const auto* failed = pairing.as<StavParovani::Chyba>())
+        output_.line("Párování: " + failed->text.czech());
     if (pairing.as<StavParovani::Necinne>() && !companion_.parovani().cekaNaKlice())
         output_.line("Párování: nic neprobíhá");
     if (const auto* waiting = pairing.as<StavParovani::CekamNaTelefon>()) {

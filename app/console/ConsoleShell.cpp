@@ -202,7 +202,7 @@ void ConsoleShell::printStatus() {
 }
 
 void ConsoleShell::printAvailability() {
-    auto text = companion_.stav().popisSpojeni(services_.clock.now());
+    auto text = companion_.stav().popisSpojeni(services_.clock.now()).czech();
     if (std::exchange(shownAvailability_, text) != text) output_.line("Stav: " + text);
 }
 
@@ -222,7 +222,7 @@ void ConsoleShell::tryNow() {
 }
 
 void ConsoleShell::tellOfAvailability() {
-    const auto text = companion_.stav().popisSpojeni(services_.clock.now());
+    const auto text = companion_.stav().popisSpojeni(services_.clock.now()).czech();
     if (text != shownAvailability_ && mayTellOfLink()) printAvailability();
 }
 
@@ -240,7 +240,7 @@ bool ConsoleShell::mayTellOfLink() {
 }
 
 void ConsoleShell::printWakefulness() {
-    output_.line("Bdění: " + companion_.bdelost().stavText());
+    output_.line("Bdění: " + companion_.bdelost().stavText().czech());
 }
 
 void ConsoleShell::printLoginItem() {
@@ -251,7 +251,7 @@ void ConsoleShell::printLoginItem() {
 /// A relay may say so as often as it likes.
 void ConsoleShell::tellOfLeaving() {
     if (companion_.stav().telefonOdesel.value() && mayTellOfLink())
-        output_.line(std::string("Párování: ") + telefonMezitimOdesel);
+        output_.line("Párování: " + Sentence(telefonMezitimOdesel).czech());
 }
 
 void ConsoleShell::printTasks() const {
@@ -287,7 +287,7 @@ void ConsoleShell::continueTask(const std::string& number) {
 void ConsoleShell::setRelay(const std::string& address) {
     const auto chosen = companion_.zvolitRelay(address);
     const auto& kept = companion_.stav().relayAdresa.value();
-    output_.line(chosen ? "Relay: " + kept : chosen.error().popis() + " Zůstává " + kept);
+    output_.line(chosen ? "Relay: " + kept : chosen.error().popis().czech() + " Zůstává " + kept);
 }
 
 void ConsoleShell::lookAgain() {

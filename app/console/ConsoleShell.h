@@ -86,7 +86,7 @@ class ConsoleShell {
     Clock::Duration minuteOfNews_{0}; ///< its begin
     int newsOfMinute_ = 0;
     std::string shownAvailability_;
-    std::optional<std::string> shownTaskTrouble_;
+    std::optional<Sentence> shownTaskTrouble_;
     std::vector<QPropertyNotifier> notifiers_;
     Connection tasksChanged_;
 };

@@ -16,7 +16,7 @@ namespace {
 std::optional<std::string> news(const UkolAgenta& ukol, const Bezici* bezici) {
     if (bezici && bezici->workItemID == ukol.workItemID && ukol.stav == UkolAgenta::Stav::bezi)
         return bezici->prubeh;
-    return ukol.chyba ? ukol.chyba : ukol.shrnuti;
+    return ukol.chyba ? std::optional(ukol.chyba->czech()) : ukol.shrnuti;
 }
 
 /// What an agent or the phone says cannot pass for a line of this program.

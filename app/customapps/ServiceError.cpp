@@ -4,18 +4,17 @@
 
 namespace morvex {
 
-std::string ServiceError::popis() const {
-    using Text = std::string;
+Sentence ServiceError::popis() const {
     return std::visit(
         Overloaded{
-            [](const Http& http) {
-                return "Vlastní aplikace vrátila HTTP " + std::to_string(http.code) + ".";
+            [](const Http& http) { return "Vlastní aplikace vrátila HTTP {kod}."_sentence(http.code); },
+            [](const Server& server) { return Sentence(server.message); },
+            [](MissingName) { return Sentence("Doplň název vlastní aplikace."_sentence); },
+            [](InvalidAddress) {
+                return Sentence("Adresa vlastní aplikace musí být platné HTTPS."_sentence);
             },
-            [](const Server& server) { return server.message; },
-            [](MissingName) { return Text("Doplň název vlastní aplikace."); },
-            [](InvalidAddress) { return Text("Adresa vlastní aplikace musí být platné HTTPS."); },
-            [](InvalidResponse) { return Text("Vlastní aplikace vrátila neplatnou odpověď."); },
-            [](Authentication) { return Text("Vlastní aplikace odmítla přístupový token."); },
+            [](InvalidResponse) { return Sentence("Vlastní aplikace vrátila neplatnou odpověď."_sentence); },
+            [](Authentication) { return Sentence("Vlastní aplikace odmítla přístupový token."_sentence); },
         },
         value);
 }

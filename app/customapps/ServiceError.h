@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <string>
 #include <variant>
 
@@ -35,7 +37,7 @@ struct ServiceError {
 
     std::variant<Http, Server, MissingName, InvalidAddress, InvalidResponse, Authentication> value;
 
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
     bool operator==(const ServiceError&) const = default;
 };
 

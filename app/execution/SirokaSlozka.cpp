@@ -6,14 +6,14 @@
 
 namespace morvex {
 
-std::string SirokaSlozka::popis() const {
+Sentence SirokaSlozka::popis() const {
     switch (dosah) {
     case Dosah::disk:
-        return "To je celý disk: telefon se pak dostane ke všemu, k čemu se tu dostaneš ty.";
+        return "To je celý disk: telefon se pak dostane ke všemu, k čemu se tu dostaneš ty."_sentence;
     case Dosah::domov:
-        return "To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.";
+        return "To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům."_sentence;
     case Dosah::nadDomovem:
-        return "V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.";
+        return "V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům."_sentence;
     }
     std::unreachable();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ports/StandardFolders.h"
+#include "shared/base/Sentence.h"
 
 #include <optional>
 #include <string>
@@ -15,7 +16,7 @@ struct SirokaSlozka {
     Dosah dosah;
 
     /// What allowing it means.
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
 
     /// Judged where the links of the path lead. Nothing for any other folder.
     static std::optional<SirokaSlozka> posoud(const std::string& slozka,

@@ -51,7 +51,7 @@ const std::set<std::string>& Slozky::vyzadujiObnoveni() const {
     return vyzadujiObnoveni_;
 }
 
-const std::optional<std::string>& Slozky::chybaOpravneni() const {
+const std::optional<Sentence>& Slozky::chybaOpravneni() const {
     vyzadujHlavniVlakno();
     return chybaOpravneni_;
 }
@@ -81,7 +81,8 @@ Task<void> Slozky::pridat() {
         chybaOpravneni_.reset();
         priZmene_.tell();
     }
-    FolderPicker::Question question{"Povolit", "Vyber složky, ve kterých smí Morvex pracovat.", {}};
+    FolderPicker::Question question{
+        "Povolit"_sentence.czech(), "Vyber složky, ve kterých smí Morvex pracovat."_sentence.czech(), {}};
     if (!vyzadujiObnoveni_.empty()) question.startAt = *vyzadujiObnoveni_.begin();
 
     auto chosen = co_await picker_.pick(std::move(question));
@@ -171,8 +172,8 @@ Task<Result<void>> Slozky::ulozitNove(const Nove& nove) {
 
 void Slozky::nepodariloSe(const std::string& slozka, const Error& proc) {
     logCause("allowing a folder", proc);
-    chybaOpravneni_ =
-        "Oprávnění ke složce " + paths::lastComponent(slozka) + " se nepodařilo uložit: " + proc.popis();
+    chybaOpravneni_ = "Oprávnění ke složce {slozka} se nepodařilo uložit: {duvod}"_sentence(
+        paths::lastComponent(slozka), proc.popis());
 }
 
 void Slozky::odebrat(std::string slozka) {

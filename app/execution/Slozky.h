@@ -9,6 +9,7 @@
 #include "platform/ports/FolderBookmarks.h"
 #include "platform/ports/FolderPicker.h"
 #include "platform/ports/UserDefaults.h"
+#include "shared/base/Sentence.h"
 
 #include <functional>
 #include <map>
@@ -43,7 +44,7 @@ class Slozky {
     [[nodiscard]] const std::set<std::string>& vyzadujiObnoveni() const;
 
     /// Why a permission could not be kept the last time; for the settings.
-    [[nodiscard]] const std::optional<std::string>& chybaOpravneni() const;
+    [[nodiscard]] const std::optional<Sentence>& chybaOpravneni() const;
 
     [[nodiscard]] PovoleneSlozky snimek() const;
 
@@ -110,7 +111,7 @@ class Slozky {
 
     std::vector<std::string> povolene_;
     std::set<std::string> vyzadujiObnoveni_;
-    std::optional<std::string> chybaOpravneni_;
+    std::optional<Sentence> chybaOpravneni_;
     std::map<std::string, Bytes> zalozky_;
     std::set<std::string> aktivniPristupy_;
     Turns ukladani_; ///< of folders that are not allowed yet

@@ -20,7 +20,7 @@ using Chyba = SouboryBridge::Chyba;
 
 std::unexpected<Error> zapisSelhal(const Error& proc) {
     logCause("writing a file", proc);
-    return fail(Chyba{Chyba::Selhalo{"Zápis selhal: " + proc.popis()}});
+    return fail(Chyba{Chyba::Selhalo{"Zápis selhal: " + proc.popis().czech()}});
 }
 
 /// The words for a file that could not be opened or read.

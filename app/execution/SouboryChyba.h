@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -54,7 +56,7 @@ struct SouboryChyba {
                  PrilisMnohoZapsano, Selhalo>
         pripad;
 
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
 
     /// Whether this says for certain that nothing was written.
     [[nodiscard]] bool nicNezapsalo() const { return !std::holds_alternative<Selhalo>(pripad); }

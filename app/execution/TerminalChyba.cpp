@@ -5,26 +5,28 @@ namespace morvex {
 namespace {
 
 struct Popis {
-    std::string operator()(const TerminalChyba::ZakazanyProgram& chyba) const {
-        return "Program " + chyba.jmeno + " spustit neumím. Povolené jsou jen ty, které nic nemění.";
+    Sentence operator()(const TerminalChyba::ZakazanyProgram& chyba) const {
+        return Sentence("Program " + chyba.jmeno +
+                        " spustit neumím. Povolené jsou jen ty, které nic nemění.");
     }
 
-    std::string operator()(const TerminalChyba::VyzadujePotvrzeni& chyba) const {
-        return chyba.prikaz + " vyžaduje tvoje potvrzení. Schvalování zatím neumím — udělej to na Macu sám.";
+    Sentence operator()(const TerminalChyba::VyzadujePotvrzeni& chyba) const {
+        return Sentence(chyba.prikaz +
+                        " vyžaduje tvoje potvrzení. Schvalování zatím neumím — udělej to na Macu sám.");
     }
 
-    std::string operator()(const TerminalChyba::MimoPovolene& chyba) const {
-        return "Pracovní složka " + chyba.slozka + " není mezi povolenými.";
+    Sentence operator()(const TerminalChyba::MimoPovolene& chyba) const {
+        return Sentence("Pracovní složka " + chyba.slozka + " není mezi povolenými.");
     }
 
-    std::string operator()(const TerminalChyba::PodezreleArgumenty& chyba) const {
-        return "Ten příkaz nespustím: " + chyba.duvod;
+    Sentence operator()(const TerminalChyba::PodezreleArgumenty& chyba) const {
+        return Sentence("Ten příkaz nespustím: " + chyba.duvod);
     }
 };
 
 } // namespace
 
-std::string TerminalChyba::popis() const {
+Sentence TerminalChyba::popis() const {
     return std::visit(Popis{}, pripad);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <string>
 #include <variant>
 
@@ -29,7 +31,7 @@ struct TerminalChyba {
 
     std::variant<ZakazanyProgram, VyzadujePotvrzeni, MimoPovolene, PodezreleArgumenty> pripad;
 
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
     bool operator==(const TerminalChyba&) const = default;
 };
 

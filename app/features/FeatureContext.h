@@ -27,7 +27,7 @@ struct FeatureContext {
     /// Tells the phone what this computer can do.
     std::function<Task<void>()> sendStatus;
     /// Shows the person a trouble, in place of the last one.
-    std::function<void(std::string)> tellTrouble;
+    std::function<void(Sentence)> tellTrouble;
     /// All there are, in the order in which they are asked.
     std::vector<Feature*> features;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <cstdint>
 #include <string>
 
@@ -9,7 +11,7 @@ namespace morvex {
 struct KeychainError {
     std::int32_t status = 0; ///< of the vault
 
-    [[nodiscard]] std::string popis() const { return "Keychain error " + std::to_string(status); }
+    [[nodiscard]] Sentence popis() const { return "Keychain error {stav}"_sentence(status); }
 
     bool operator==(const KeychainError&) const = default;
 };

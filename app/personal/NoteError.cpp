@@ -4,12 +4,12 @@
 
 namespace morvex {
 
-std::string NoteError::popis() const {
+Sentence NoteError::popis() const {
     switch (pripad) {
     case missingData:
-        return "Poznámka musí mít název i obsah.";
+        return Sentence("Poznámka musí mít název i obsah.");
     case notFound:
-        return "Poznámku s tímto názvem jsem nenašel.";
+        return Sentence("Poznámku s tímto názvem jsem nenašel.");
     }
     std::unreachable();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <string>
 
 namespace morvex {
@@ -13,7 +15,7 @@ struct NoteError {
 
     Case pripad;
 
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
     bool operator==(const NoteError&) const = default;
 };
 

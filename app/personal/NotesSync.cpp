@@ -85,8 +85,8 @@ Task<void> NotesSync::odeslat(MorvexNote note) {
 
 void NotesSync::tellTooLong(const MorvexNote& note) {
     if (!tooLong_.insert(requestID(note)).second) return;
-    tellTrouble_("Poznámka „" + excerpt(note.title, longestTitle) +
-                 "“ je na přenos příliš dlouhá, telefon ji nedostane.");
+    tellTrouble_("Poznámka „{nazev}“ je na přenos příliš dlouhá, telefon ji nedostane."_sentence(
+        excerpt(note.title, longestTitle)));
 }
 
 } // namespace morvex

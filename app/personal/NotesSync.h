@@ -5,6 +5,7 @@
 #include "app/personal/SouhrnyStore.h"
 #include "foundation/Signal.h"
 #include "foundation/TaskScope.h"
+#include "shared/base/Sentence.h"
 #include "shared/wire/MacPayload.h"
 
 #include <cstddef>
@@ -34,7 +35,7 @@ class NotesSync {
         PhoneLink& phone;
         Executor& main;
         TaskScope& scope;
-        std::function<void(std::string)> tellTrouble;
+        std::function<void(Sentence)> tellTrouble;
     };
 
     /// From now on local changes of notes are sent.
@@ -71,7 +72,7 @@ class NotesSync {
     SouhrnyStore& souhrny_;
     PhoneLink& phoneLink_;
     TaskScope& scope_;
-    std::function<void(std::string)> tellTrouble_;
+    std::function<void(Sentence)> tellTrouble_;
     std::set<std::string> tooLong_; ///< versions of notes that no frame can take; each was told once
     std::deque<Prijaty> prijate_;
     std::size_t poJednom_ = 0; ///< so many records are saved one by one

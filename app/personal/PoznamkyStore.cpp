@@ -195,7 +195,7 @@ void PoznamkyStore::obnovNotes(const Records::List& records) {
     onChange_.tell();
 }
 
-void PoznamkyStore::setProblem(std::optional<std::string> problem) {
+void PoznamkyStore::setProblem(std::optional<Sentence> problem) {
     if (problem == problem_) return;
     problem_ = std::move(problem);
     onChange_.tell();

@@ -10,6 +10,7 @@
 #include "foundation/archive/RecordFile.h"
 #include "foundation/archive/RecordsAhead.h"
 #include "shared/base/Error.h"
+#include "shared/base/Sentence.h"
 
 #include <cstdint>
 #include <filesystem>
@@ -43,7 +44,7 @@ class PoznamkyStore {
     [[nodiscard]] const std::vector<MorvexNote>& notes() const { return notes_; }
 
     /// Why the last note of the phone could not be saved; nothing after a save that worked.
-    [[nodiscard]] const std::optional<std::string>& problem() const { return problem_; }
+    [[nodiscard]] const std::optional<Sentence>& problem() const { return problem_; }
 
     /// A copy of every note, deleted ones too, in the order of their coming.
     [[nodiscard]] std::vector<MorvexNote> vsechny() const;
@@ -111,7 +112,7 @@ class PoznamkyStore {
     SaveQueue::Save zacniUkladat();
     void skonciUkladani(const Result<void>& saved);
     void obnovNotes(const Records::List& records);
-    void setProblem(std::optional<std::string> problem);
+    void setProblem(std::optional<Sentence> problem);
 
     File soubor_;
     Signal<MorvexNote> priZmene_;
@@ -124,7 +125,7 @@ class PoznamkyStore {
     bool jePrijataUkladana_ = false; ///< and for the one that is under way
     std::vector<MorvexNote> notes_;
     mutable FoldedNotes folded_; ///< filled by what only looks
-    std::optional<std::string> problem_;
+    std::optional<Sentence> problem_;
     SaveQueue saves_;
 };
 

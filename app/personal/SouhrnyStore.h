@@ -5,6 +5,7 @@
 #include "foundation/Signal.h"
 #include "foundation/archive/RecordFile.h"
 #include "foundation/archive/RecordsAhead.h"
+#include "shared/base/Sentence.h"
 
 #include <filesystem>
 #include <functional>
@@ -26,7 +27,7 @@ class SouhrnyStore {
     [[nodiscard]] const std::vector<MorvexSummary>& summaries() const { return summaries_; }
 
     /// Why the last summary could not be saved; nothing after a save that worked.
-    [[nodiscard]] const std::optional<std::string>& problem() const { return problem_; }
+    [[nodiscard]] const std::optional<Sentence>& problem() const { return problem_; }
 
     /// Merges a summary at once: only a higher revision replaces the stored one. The task waits for the save.
     /// True when the phone may be told that it was taken, also for one that does not count any more; false
@@ -55,7 +56,7 @@ class SouhrnyStore {
     Records::List ukladane_; ///< by the save that is under way
     std::vector<MorvexSummary> summaries_;
     Signal<> onChange_;
-    std::optional<std::string> problem_;
+    std::optional<Sentence> problem_;
     SaveQueue saves_;
 };
 

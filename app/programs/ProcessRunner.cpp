@@ -17,8 +17,9 @@ Task<Result<VysledekProcesu>> ProcessRunner::spustit(OutsideProgram program, Clo
     if (!spusteno) {
         drz(nullptr);
         logCause("starting a program", spusteno.error());
-        co_return fail(TalkSpanError{TalkSpanError::ToolFailed{
-            paths::lastComponent(program.binary), "Nepodařilo se spustit: " + spusteno.error().popis()}});
+        co_return fail(TalkSpanError{
+            TalkSpanError::ToolFailed{paths::lastComponent(program.binary),
+                                      "Nepodařilo se spustit: {duvod}"_sentence(spusteno.error().popis())}});
     }
     auto vysledek = co_await beh->vysledek();
     drz(nullptr);

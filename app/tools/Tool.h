@@ -35,7 +35,7 @@ struct ToolOutcome {
     /// The single key `error` with a sentence that can be read out.
     static ToolOutcome refused(std::string sentence) { return {false, {{"error", std::move(sentence)}}}; }
 
-    static ToolOutcome refused(const Error& error) { return refused(error.popis()); }
+    static ToolOutcome refused(const Error& error) { return refused(error.popis().czech()); }
 
     /// What was found fills no frame.
     static ToolOutcome tooLong() { return refused("Výsledek je na přenos příliš dlouhý."); }

@@ -1,16 +1,14 @@
 #pragma once
 
-#include <QString>
+#include "shared/base/Sentence.h"
 
-#include <string>
+#include <QString>
 
 namespace morvex {
 
-/// A sentence of the program in the language of its window. The key of every table is the Czech sentence;
-/// what no table knows stays Czech.
-///
-/// Sentences with values in them are found too: numbers and names stand in the key as %1, %2, and so does the
-/// rest behind the first ": ", " — " or ". ", which is looked up in its turn.
-[[nodiscard]] QString localized(const std::string& sentence);
+/// A sentence in the language of the window. The key of every table is the Czech sentence with its places;
+/// what no table knows stays Czech. A text without places is looked up too: a sentence that was kept in a
+/// file comes back as one.
+[[nodiscard]] QString localized(const Sentence& sentence);
 
 } // namespace morvex

@@ -74,7 +74,7 @@ Task<void> MacVoiceController::setAPIKey(std::string key) {
     key = trim(key);
     auto saved = co_await keychain_.save(key, keyAccount);
     if (!saved) {
-        publish(credentialProblem_, std::optional(saved.error().popis()));
+        publish(credentialProblem_, std::optional(saved.error().popis().czech()));
         co_return;
     }
     auto problem = key.empty() ? std::optional(waitsForKey) : std::nullopt;

@@ -80,7 +80,7 @@ std::int32_t FileVault::remove(const std::string& service, const std::string& ac
     return uninterrupted([&] { return ::unlink(path.c_str()); }) == 0 ? vaultStatus::ok : statusOf(errno);
 }
 
-std::optional<std::string> FileVault::text(std::int32_t status) const {
+std::optional<Sentence> FileVault::text(std::int32_t status) const {
     return vaultRules::text(status);
 }
 

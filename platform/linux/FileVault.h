@@ -19,7 +19,7 @@ class FileVault final : public SecretVault {
     std::int32_t update(const std::string& service, const std::string& account, ByteView bytes) override;
     std::int32_t add(const std::string& service, const std::string& account, ByteView bytes) override;
     std::int32_t remove(const std::string& service, const std::string& account) override;
-    [[nodiscard]] std::optional<std::string> text(std::int32_t status) const override;
+    [[nodiscard]] std::optional<Sentence> text(std::int32_t status) const override;
 
     [[nodiscard]] Place place() override { return Place::privateFiles; }
 

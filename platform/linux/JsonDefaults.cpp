@@ -80,8 +80,8 @@ Result<void> writeValues(const std::filesystem::path& path, const std::string& t
 /// Why only booleans are brought into a file that could not be read at the start: all else may have been made
 /// of what was not known. To try it again is no use.
 struct LeftOut {
-    [[nodiscard]] std::string popis() const {
-        return "Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.";
+    [[nodiscard]] Sentence popis() const {
+        return "Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu."_sentence;
     }
 };
 
@@ -128,7 +128,7 @@ void JsonDefaults::read() {
     if (!bytes && systemCode(bytes.error()) != EFBIG) {
         isKnown_ = false;
         logCause("reading the settings", bytes.error());
-        loadProblem_ = "Soubor s nastavením nejde přečíst: " + bytes.error().popis();
+        loadProblem_ = "Soubor s nastavením nejde přečíst: {duvod}"_sentence(bytes.error().popis());
         return;
     }
     if (bytes && !*bytes) return;
@@ -143,8 +143,10 @@ void JsonDefaults::setDamagedAside() {
     auto moved = setAside(path_);
     isKnown_ = moved.has_value();
     if (!moved) logCause("setting the settings aside", moved.error());
-    loadProblem_ = moved ? "Soubor s nastavením byl poškozený; je odložený jako " + moved->filename().string()
-                         : "Soubor s nastavením je poškozený a nejde odložit: " + moved.error().popis();
+    loadProblem_ =
+        moved ? "Soubor s nastavením byl poškozený; je odložený jako {soubor}"_sentence(
+                    moved->filename().string())
+              : "Soubor s nastavením je poškozený a nejde odložit: {duvod}"_sentence(moved.error().popis());
 }
 
 std::optional<DefaultsValue> JsonDefaults::get(const std::string& key) const {
@@ -187,7 +189,7 @@ void JsonDefaults::endProposals(std::string_view key) {
 }
 
 Task<Result<void>> JsonDefaults::setOnceSaved(DefaultsValues values) {
-    if (!isKnown_) co_return fail(TextError{loadProblem_.value_or(std::string())});
+    if (!isKnown_) co_return fail(TextError{loadProblem_.value_or(Sentence())});
     if (isEnding_) co_return fail(Abandoned{});
     auto proposal = std::make_shared<Proposal>();
     for (const auto& [key, value] : values) {
@@ -200,11 +202,11 @@ Task<Result<void>> JsonDefaults::setOnceSaved(DefaultsValues values) {
     co_return saved;
 }
 
-const std::optional<std::string>& JsonDefaults::unsavedProblem() const {
+const std::optional<Sentence>& JsonDefaults::unsavedProblem() const {
     return saveProblem_;
 }
 
-std::optional<std::string> JsonDefaults::problem() const {
+std::optional<Sentence> JsonDefaults::problem() const {
     return saveProblem_ ? saveProblem_ : loadProblem_;
 }
 

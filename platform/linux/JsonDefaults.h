@@ -46,10 +46,10 @@ class JsonDefaults : public UserDefaults {
     /// What could not be saved is tried once more.
     Task<void> ulozeno() override;
 
-    [[nodiscard]] std::optional<std::string> problem() const override;
+    [[nodiscard]] std::optional<Sentence> problem() const override;
 
     /// Of the last save alone: changes are not on the disk.
-    [[nodiscard]] const std::optional<std::string>& unsavedProblem() const;
+    [[nodiscard]] const std::optional<Sentence>& unsavedProblem() const;
 
     /// Saves what is left, and tries once more what could not be saved; awaited before this object goes. What
     /// is changed later is not saved.
@@ -83,8 +83,8 @@ class JsonDefaults : public UserDefaults {
     bool unsaved_ = false;
     Proposals proposals_;
     Proposals proposalsUnderWay_;
-    std::optional<std::string> loadProblem_;
-    std::optional<std::string> saveProblem_;
+    std::optional<Sentence> loadProblem_;
+    std::optional<Sentence> saveProblem_;
     Clock::TimerId retry_ = 0; ///< 0 without one
     bool isEnding_ = false;
     /// Known to the timer, which may ring when this object is gone.

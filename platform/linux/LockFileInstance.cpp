@@ -55,7 +55,8 @@ Result<LockFileInstance::Claim> LockFileInstance::claim() {
 
 std::unexpected<Error> LockFileInstance::unusable(const Error& why) const {
     logCause("using the data folder", why);
-    return fail(TextError{"Složku s daty „" + folder_.string() + "“ nejde použít: " + why.popis()});
+    return fail(
+        TextError{"Složku s daty „{slozka}“ nejde použít: {duvod}"_sentence(folder_.string(), why.popis())});
 }
 
 bool LockFileInstance::callOther() {

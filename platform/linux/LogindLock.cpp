@@ -58,7 +58,8 @@ void LogindLock::take(const std::function<void(const Error&)>& onFailure) {
         lock_ = reply.value();
     } else if (onFailure) {
         ProgramLog::write("logind: " + reply.error().message().toStdString());
-        onFailure(TextError{"Přihlašovací služba systému to nezařídila: " + popis(troubleOf(reply.error()))});
+        onFailure(TextError{
+            "Přihlašovací služba systému to nezařídila: {duvod}"_sentence(popis(troubleOf(reply.error())))});
     }
 }
 

@@ -116,7 +116,7 @@ std::int32_t SecretServiceVault::remove(const std::string& service, const std::s
                        [](SecretServiceCall& call, SecretItem* item) { return call.remove(item); });
 }
 
-std::optional<std::string> SecretServiceVault::text(std::int32_t status) const {
+std::optional<Sentence> SecretServiceVault::text(std::int32_t status) const {
     return vaultRules::text(status);
 }
 

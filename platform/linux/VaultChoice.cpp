@@ -37,7 +37,7 @@ std::int32_t VaultChoice::remove(const std::string& service, const std::string& 
     return vault ? (*vault)->remove(service, account) : vault.error();
 }
 
-std::optional<std::string> VaultChoice::text(std::int32_t status) const {
+std::optional<Sentence> VaultChoice::text(std::int32_t status) const {
     return vaultRules::text(status);
 }
 

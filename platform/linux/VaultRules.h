@@ -19,7 +19,7 @@ constexpr std::size_t itemLimit = 1024 * 1024;
 std::int32_t statusOf(const Error& error);
 
 /// The words for a status, or nothing.
-std::optional<std::string> text(std::int32_t status);
+std::optional<Sentence> text(std::int32_t status);
 
 } // namespace vaultRules
 

@@ -31,9 +31,9 @@ class MemoryDefaults final : public UserDefaults {
 
     Task<void> ulozeno() override { co_return; }
 
-    [[nodiscard]] std::optional<std::string> problem() const override { return problem_; }
+    [[nodiscard]] std::optional<Sentence> problem() const override { return problem_; }
 
-    void setProblem(std::optional<std::string> problem) {
+    void setProblem(std::optional<Sentence> problem) {
         problem_ = std::move(problem);
         tellOfProblem();
     }
@@ -42,7 +42,7 @@ class MemoryDefaults final : public UserDefaults {
     std::optional<TextError> refusal; ///< of what is to count once it is saved
 
   private:
-    std::optional<std::string> problem_;
+    std::optional<Sentence> problem_;
     DefaultsValues values_;
 };
 

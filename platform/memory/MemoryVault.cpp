@@ -28,9 +28,9 @@ std::int32_t MemoryVault::remove(const std::string& service, const std::string& 
     return items.erase({service, account}) > 0 ? vaultStatus::ok : vaultStatus::itemNotFound;
 }
 
-std::optional<std::string> MemoryVault::text(std::int32_t status) const {
+std::optional<Sentence> MemoryVault::text(std::int32_t status) const {
     auto found = texts.find(status);
-    return found == texts.end() ? std::nullopt : std::optional(found->second);
+    return found == texts.end() ? std::nullopt : std::optional(Sentence(found->second));
 }
 
 std::int32_t MemoryVault::note(const std::string& operation, const std::string& account) {

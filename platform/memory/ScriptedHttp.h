@@ -15,7 +15,7 @@ class ScriptedHttp final : public HttpClient {
   public:
     Task<Result<HttpReply>> send(HttpRequest request) override {
         requests.push_back(std::move(request));
-        if (replies.empty()) co_return fail(NetworkError{"síť neodpovídá"});
+        if (replies.empty()) co_return fail(NetworkError{Sentence("síť neodpovídá")});
         HttpReply reply = std::move(replies.front());
         replies.pop_front();
         co_return reply;

@@ -5,10 +5,10 @@
 namespace morvex {
 
 Task<Result<void>> ScriptedSocket::sendText(std::string text) {
-    if (!open_) co_return fail(NetworkError{why_});
+    if (!open_) co_return fail(NetworkError{Sentence(why_)});
     if (refusals > 0) {
         --refusals;
-        co_return fail(NetworkError{"odeslání selhalo"});
+        co_return fail(NetworkError{Sentence("odeslání selhalo")});
     }
     sent.push_back(std::move(text));
     if (!holdsSends_) co_return Result<void>{};
@@ -19,13 +19,13 @@ Task<Result<void>> ScriptedSocket::sendText(std::string text) {
 
 Task<Result<WebSocketFrame>> ScriptedSocket::receive() {
     auto frame = co_await incoming_.next();
-    if (!frame) co_return fail(NetworkError{why_});
+    if (!frame) co_return fail(NetworkError{Sentence(why_)});
     co_return *std::move(frame);
 }
 
 Task<Result<void>> ScriptedSocket::ping() {
     ++pings;
-    if (!open_) co_return fail(NetworkError{why_});
+    if (!open_) co_return fail(NetworkError{Sentence(why_)});
     auto shot = std::make_shared<OneShot<Result<void>>>();
     waitingPings_.push_back(shot);
     co_return co_await shot->wait();
@@ -45,8 +45,8 @@ void ScriptedSocket::breakWith(std::string text) {
     why_ = std::move(text);
     incoming_.end();
     ended_.request_stop();
-    answer(waitingPings_, fail(NetworkError{why_}));
-    answer(waitingSends_, fail(NetworkError{why_}));
+    answer(waitingPings_, fail(NetworkError{Sentence(why_)}));
+    answer(waitingSends_, fail(NetworkError{Sentence(why_)}));
 }
 
 void ScriptedSocket::pong() {
@@ -54,7 +54,7 @@ void ScriptedSocket::pong() {
 }
 
 void ScriptedSocket::refusePong() {
-    answer(waitingPings_, fail(NetworkError{"ping selhal"}));
+    answer(waitingPings_, fail(NetworkError{Sentence("ping selhal")}));
 }
 
 void ScriptedSocket::holdBack() {
@@ -84,7 +84,7 @@ void ScriptedSocket::answer(Waiting& waiting, const Result<void>& result) {
 
 Task<Result<std::shared_ptr<WebSocket>>> ScriptedSockets::connect(std::string url, std::stop_token) {
     urls.push_back(std::move(url));
-    if (next_.empty()) co_return fail(NetworkError{"spojení odmítnuto"});
+    if (next_.empty()) co_return fail(NetworkError{Sentence("spojení odmítnuto")});
     std::shared_ptr<WebSocket> socket = next_.front();
     next_.pop_front();
     co_return socket;

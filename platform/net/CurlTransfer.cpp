@@ -69,7 +69,7 @@ Result<void> CurlTransfer::setHeaders() {
     addHeader("Content-Type:");
     for (const auto& [name, value] : request_.headers) {
         if (!isToken(name) || breaksLine(value))
-            return fail(NetworkError{"Hlavička požadavku má neplatné znaky."});
+            return fail(NetworkError{"Hlavička požadavku má neplatné znaky."_sentence});
         auto line = name;
         line += value.empty() ? ";" : ": ";
         line += value;
@@ -187,7 +187,7 @@ NetworkError CurlTransfer::failure(CURLcode code) const {
 }
 
 void CurlTransfer::finish(CURLcode code) {
-    if (tooLong_) return fall(NetworkError{"Odpověď serveru je příliš dlouhá."});
+    if (tooLong_) return fall(NetworkError{"Odpověď serveru je příliš dlouhá."_sentence});
     if (answeredOtherwise(code)) return reply_(HttpReply{});
     if (code != CURLE_OK) return fall(failure(code));
     long status = 0;

@@ -101,7 +101,7 @@ asio::awaitable<void> WebSocketConnection::upgrade(WebSocketUrl url) {
     websocket::response_type response;
     auto [error] = co_await stream_.async_handshake(response, url.authority, url.target, asTuple);
     if (error == websocket::error::upgrade_declined)
-        co_return fall("Server odmítl WebSocket (HTTP " + std::to_string(response.result_int()) + ").");
+        co_return fall("Server odmítl WebSocket (HTTP {stav})."_sentence(response.result_int()));
     if (!error && !isWhatWasAskedFor(response)) error = websocket::error::upgrade_declined;
     if (!failed(error)) opened();
 }
@@ -221,13 +221,13 @@ void WebSocketConnection::answerPings(std::ptrdiff_t count) {
 
 bool WebSocketConnection::failed(error_code error) {
     // What follows a failure has no words of its own, and is nothing to log.
-    if (error) fall(failure_ ? std::string() : wordsFor(error));
+    if (error) fall(failure_ ? Sentence() : wordsFor(error));
     return failure_.has_value();
 }
 
-std::string WebSocketConnection::wordsFor(error_code error) {
+Sentence WebSocketConnection::wordsFor(error_code error) {
     if (error == websocket::error::closed)
-        return "Server ukončil spojení (kód " + std::to_string(stream_.reason().code) + ").";
+        return "Server ukončil spojení (kód {kod})."_sentence(stream_.reason().code);
     if (auto* tls = stream_.next_layer().tls())
         if (const auto verdict = certificateVerdict(tls->native_handle()); verdict != X509_V_OK)
             return networkError(socketLog, certificateTrouble(verdict),
@@ -236,13 +236,13 @@ std::string WebSocketConnection::wordsFor(error_code error) {
     return networkError(socketLog, troubleOf(error), error.message()).popis();
 }
 
-void WebSocketConnection::fall(std::string words) {
+void WebSocketConnection::fall(Sentence words) {
     if (!failure_) endWith(std::move(words));
     failWaiting();
     drop();
 }
 
-void WebSocketConnection::endWith(std::string words) {
+void WebSocketConnection::endWith(Sentence words) {
     failure_ = NetworkError{std::move(words)};
     ended_.request_stop();
 }
@@ -259,7 +259,7 @@ void WebSocketConnection::failWaiting() {
 void WebSocketConnection::close(CloseCode code) {
     bool opening = static_cast<bool>(opened_);
     bool first = !failure_;
-    if (first) endWith("Spojení je zavřené.");
+    if (first) endWith("Spojení je zavřené."_sentence);
     failWaiting();
     if (code == CloseCode::abnormal || opening)
         reset();

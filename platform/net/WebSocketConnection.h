@@ -81,11 +81,11 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
 
     /// True when the step failed, or when the connection was ended meanwhile.
     bool failed(boost::system::error_code error);
-    [[nodiscard]] std::string wordsFor(boost::system::error_code error);
+    [[nodiscard]] Sentence wordsFor(boost::system::error_code error);
 
     /// The first failure is the one that callers see; all that wait fail with it.
-    void fall(std::string words);
-    void endWith(std::string words);
+    void fall(Sentence words);
+    void endWith(Sentence words);
     void failWaiting();
     void sayGoodbye(CloseCode code);
     void reset();

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <string>
 
 namespace morvex {
 
 /// A network failure, in Czech: words of a `SystemTrouble` where the system, a library or a peer failed.
 struct NetworkError {
-    std::string text;
+    Sentence text;
 
-    [[nodiscard]] std::string popis() const { return text; }
+    [[nodiscard]] Sentence popis() const { return text; }
 
     bool operator==(const NetworkError&) const = default;
 };

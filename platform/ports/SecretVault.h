@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shared/base/Bytes.h"
+#include "shared/base/Sentence.h"
 
 #include <cstdint>
 #include <optional>
@@ -51,7 +52,7 @@ class SecretVault {
     virtual void end() = 0;
 
     /// The platform's words for a status, or nothing.
-    [[nodiscard]] virtual std::optional<std::string> text(std::int32_t status) const = 0;
+    [[nodiscard]] virtual std::optional<Sentence> text(std::int32_t status) const = 0;
 };
 
 } // namespace morvex

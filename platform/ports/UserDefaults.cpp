@@ -25,8 +25,8 @@ template <class T> std::optional<std::vector<T>> listOf(std::optional<DefaultsVa
 
 } // namespace
 
-std::string neulozenoKvuli(const Error& error) {
-    return "Nastavení se nepodařilo uložit: " + error.popis();
+Sentence neulozenoKvuli(const Error& error) {
+    return "Nastavení se nepodařilo uložit: {duvod}"_sentence(error.popis());
 }
 
 void UserDefaults::set(const std::string& key, DefaultsValue value) {

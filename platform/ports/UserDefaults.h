@@ -4,6 +4,7 @@
 #include "foundation/Task.h"
 #include "shared/base/Bytes.h"
 #include "shared/base/Error.h"
+#include "shared/base/Sentence.h"
 
 #include <functional>
 #include <map>
@@ -21,13 +22,13 @@ using DefaultsValues = std::map<std::string, DefaultsValue>;
 
 /// Why a change that was to count once it was saved does not: the value was changed again before.
 struct ChangedMeanwhile {
-    [[nodiscard]] std::string popis() const { return "Nastavení se mezitím změnilo."; }
+    [[nodiscard]] Sentence popis() const { return "Nastavení se mezitím změnilo."_sentence; }
 
     bool operator==(const ChangedMeanwhile&) const = default;
 };
 
 /// "Nastavení se nepodařilo uložit: …", for the user.
-std::string neulozenoKvuli(const Error& error);
+Sentence neulozenoKvuli(const Error& error);
 
 /// The user's settings: one flat table from key to value, kept over restarts. A change counts at once and is
 /// saved behind it, so that nobody waits for the disk. Main thread only.
@@ -48,7 +49,7 @@ class UserDefaults {
     virtual Task<void> ulozeno() = 0;
 
     /// Why the settings could not be read or saved, as a sentence for the user; nothing when all is well.
-    [[nodiscard]] virtual std::optional<std::string> problem() const = 0;
+    [[nodiscard]] virtual std::optional<Sentence> problem() const = 0;
 
     /// Called after each change of `problem`.
     [[nodiscard]] Connection onProblem(std::function<void()> zavolat) {

@@ -1,18 +1,20 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <concepts>
 #include <expected>
 #include <memory>
 #include <string>
 #include <typeinfo>
+#include <utility>
 
 namespace morvex {
 
-/// A cause of failure: any copyable value that can say what happened in words for whoever reads it, as a rule
-/// Czech.
+/// A cause of failure: any copyable value that can say what happened.
 template <class Cause>
 concept Describable = requires(const Cause& cause) {
-    { cause.popis() } -> std::convertible_to<std::string>;
+    { cause.popis() } -> std::convertible_to<Sentence>;
 } && std::copyable<Cause>;
 
 /// A failure of any layer, carried upwards without its type. Whoever must react to one cause asks
@@ -24,7 +26,7 @@ class Error {
     Error(Cause cause) : held_(std::make_shared<Held<Cause>>(std::move(cause))) {}
 
     /// The sentence for whoever reads it.
-    [[nodiscard]] std::string popis() const { return held_->popis(); }
+    [[nodiscard]] Sentence popis() const { return held_->popis(); }
 
     /// The cause, or null when the failure is of another type.
     template <class Cause> [[nodiscard]] const Cause* as() const {
@@ -35,13 +37,13 @@ class Error {
   private:
     struct AnyCause {
         virtual ~AnyCause() = default;
-        [[nodiscard]] virtual std::string popis() const = 0;
+        [[nodiscard]] virtual Sentence popis() const = 0;
     };
 
     template <class Cause> struct Held final : AnyCause {
         explicit Held(Cause given) : cause(std::move(given)) {}
 
-        [[nodiscard]] std::string popis() const override { return cause.popis(); }
+        [[nodiscard]] Sentence popis() const override { return cause.popis(); }
 
         Cause cause;
     };
@@ -59,9 +61,14 @@ inline std::unexpected<Error> fail(Error error) {
 
 /// A failure that nobody reacts to by type: only its sentence matters.
 struct TextError {
-    std::string text;
+    Sentence text;
 
-    [[nodiscard]] std::string popis() const { return text; }
+    explicit TextError(Sentence given) : text(std::move(given)) {}
+
+    /// Words that are the same in every language.
+    explicit TextError(std::string given) : text(std::move(given)) {}
+
+    [[nodiscard]] const Sentence& popis() const { return text; }
 
     bool operator==(const TextError&) const = default;
 };

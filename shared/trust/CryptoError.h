@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <string>
 
 namespace morvex {
@@ -17,7 +19,7 @@ enum class CryptoFailure {
 struct CryptoError {
     CryptoFailure failure;
 
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
     bool operator==(const CryptoError&) const = default;
 };
 

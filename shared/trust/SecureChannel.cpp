@@ -21,16 +21,16 @@ Bytes nonceOf(std::uint64_t counter) {
 
 } // namespace
 
-std::string SecureChannel::Chyba::popis() const {
+Sentence SecureChannel::Chyba::popis() const {
     switch (duvod) {
     case Duvod::cizi:
         return text;
     case Duvod::prehrani:
-        return "Zpráva se opakuje nebo dorazila mimo pořadí.";
+        return "Zpráva se opakuje nebo dorazila mimo pořadí."_sentence;
     case Duvod::prosla:
-        return "Zpráva dorazila mimo dobu své platnosti. Zkontroluj hodiny na obou zařízeních.";
+        return "Zpráva dorazila mimo dobu své platnosti. Zkontroluj hodiny na obou zařízeních."_sentence;
     case Duvod::neoveritelna:
-        return "Zpráva není zašifrovaná pro tohle spojení, nebo ji někdo změnil.";
+        return "Zpráva není zašifrovaná pro tohle spojení, nebo ji někdo změnil."_sentence;
     }
     std::unreachable();
 }
@@ -75,9 +75,10 @@ Result<Envelope> SecureChannel::seal(ByteView plaintext, std::string requestID, 
 }
 
 Result<void> SecureChannel::checkBeforeOpening(const Envelope& envelope, Date now) const {
-    if (envelope.pair != pair_) return fail(Chyba{Duvod::cizi, "Obálka patří jinému páru."});
-    if (envelope.from != protejsek_) return fail(Chyba{Duvod::cizi, "Obálka je od jiného zařízení."});
-    if (envelope.to != mujID_) return fail(Chyba{Duvod::cizi, "Obálka není pro mě."});
+    if (envelope.pair != pair_) return fail(Chyba{Duvod::cizi, "Obálka patří jinému páru."_sentence});
+    if (envelope.from != protejsek_)
+        return fail(Chyba{Duvod::cizi, "Obálka je od jiného zařízení."_sentence});
+    if (envelope.to != mujID_) return fail(Chyba{Duvod::cizi, "Obálka není pro mě."_sentence});
     if (now > envelope.expiresAt + clockTolerance || now < envelope.createdAt - clockTolerance)
         return fail(Chyba{Duvod::prosla});
     if (envelope.counter <= poslednPrichozi_ || videneZpravy_.obsahuje(envelope.msgID))

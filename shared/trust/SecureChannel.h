@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
 #include "shared/trust/OutgoingCounter.h"
 #include "shared/trust/SessionKeys.h"
 #include "shared/trust/VideneZpravy.h"
@@ -39,9 +40,9 @@ class SecureChannel {
         };
 
         Duvod duvod;
-        std::string text = {};
+        Sentence text = {};
 
-        [[nodiscard]] std::string popis() const;
+        [[nodiscard]] Sentence popis() const;
         bool operator==(const Chyba&) const = default;
     };
 

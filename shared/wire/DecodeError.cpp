@@ -4,29 +4,57 @@
 
 namespace morvex {
 
-std::string DecodeError::popis() const {
-    const std::string subject = path.empty() ? "Zpráva" : "Pole „" + path + "“";
+namespace {
+
+Sentence ofMessage(DecodeError::Reason reason, const Sentence& found) {
     switch (reason) {
-    case Reason::tooLong:
-        return "Zpráva je příliš dlouhá.";
-    case Reason::notJson:
-        return "Zpráva není platný JSON (bajt " + found + ").";
-    case Reason::tooManyValues:
-        return "Zpráva má příliš mnoho hodnot.";
+        using enum DecodeError::Reason;
+    case tooLong:
+        return "Zpráva je příliš dlouhá."_sentence;
+    case notJson:
+        return "Zpráva není platný JSON (bajt {bajt})."_sentence(found);
+    case tooManyValues:
+        return "Zpráva má příliš mnoho hodnot."_sentence;
+    case missing:
+        return "Zpráva chybí."_sentence;
+    case wrongType:
+        return "Zpráva má špatný typ ({typ})."_sentence(found);
+    case unknownWord:
+        return "Zpráva má neznámou hodnotu „{hodnota}“."_sentence(found);
+    case outOfRange:
+        return "Zpráva má číslo mimo rozsah."_sentence;
+    case badText:
+        return "Zpráva má nečitelnou hodnotu „{hodnota}“."_sentence(found);
+    case caseCount:
+        return "Invalid number of keys found, expected one."_sentence;
+    case unknownCase:
+        return "Zpráva má neznámý druh „{druh}“."_sentence(found);
+    }
+    std::unreachable();
+}
+
+} // namespace
+
+Sentence DecodeError::popis() const {
+    if (path.empty()) return ofMessage(reason, found);
+    switch (reason) {
     case Reason::missing:
-        return subject + " chybí.";
+        return "Pole „{pole}“ chybí."_sentence(path);
     case Reason::wrongType:
-        return subject + " má špatný typ (" + found + ").";
+        return "Pole „{pole}“ má špatný typ ({typ})."_sentence(path, found);
     case Reason::unknownWord:
-        return subject + " má neznámou hodnotu „" + found + "“.";
+        return "Pole „{pole}“ má neznámou hodnotu „{hodnota}“."_sentence(path, found);
     case Reason::outOfRange:
-        return subject + " má číslo mimo rozsah.";
+        return "Pole „{pole}“ má číslo mimo rozsah."_sentence(path);
     case Reason::badText:
-        return subject + " má nečitelnou hodnotu „" + found + "“.";
-    case Reason::caseCount:
-        return "Invalid number of keys found, expected one.";
+        return "Pole „{pole}“ má nečitelnou hodnotu „{hodnota}“."_sentence(path, found);
     case Reason::unknownCase:
-        return subject + " má neznámý druh „" + found + "“.";
+        return "Pole „{pole}“ má neznámý druh „{druh}“."_sentence(path, found);
+    case Reason::tooLong:
+    case Reason::notJson:
+    case Reason::tooManyValues:
+    case Reason::caseCount:
+        return ofMessage(reason, found);
     }
     std::unreachable();
 }

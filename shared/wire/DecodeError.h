@@ -1,5 +1,7 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
+
 #include <string>
 
 namespace morvex {
@@ -20,10 +22,10 @@ struct DecodeError {
     };
 
     Reason reason;
-    std::string path;  ///< the failing field, as `items[1].risk`; empty for the whole
-    std::string found; ///< at most a short piece of what was read
+    std::string path; ///< the failing field, as `items[1].risk`; empty for the whole
+    Sentence found;   ///< at most a short piece of what was read, or the name of its type
 
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
     bool operator==(const DecodeError&) const = default;
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
 #include "shared/wire/Codec.h"
 #include "shared/wire/JsonNode.h"
 #include "shared/wire/JsonText.h"
@@ -59,6 +60,11 @@ void writeJson(std::string& out, const Bytes& bytes);
 
 inline void writeJson(std::string& out, const std::string& text) {
     appendJsonString(out, text);
+}
+
+/// In Czech.
+inline void writeJson(std::string& out, const Sentence& sentence) {
+    appendJsonString(out, sentence.czech());
 }
 
 inline void writeJson(std::string& out, bool flag) {

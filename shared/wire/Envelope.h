@@ -2,6 +2,7 @@
 
 #include "shared/base/Bytes.h"
 #include "shared/base/Date.h"
+#include "shared/base/Sentence.h"
 #include "shared/base/Uuid.h"
 #include "shared/wire/Codec.h"
 #include "shared/wire/Identifiers.h"
@@ -48,8 +49,8 @@ std::string associatedData(const Envelope& envelope);
 /// An identity of a message or of a request has a "|", which the associated data put between the two: with
 /// the bar moved from one to the other they would stay the same.
 struct AmbiguousIdentity {
-    [[nodiscard]] std::string popis() const {
-        return "Identita zprávy nebo požadavku obsahuje svislou čáru.";
+    [[nodiscard]] Sentence popis() const {
+        return "Identita zprávy nebo požadavku obsahuje svislou čáru."_sentence;
     }
 
     bool operator==(const AmbiguousIdentity&) const = default;

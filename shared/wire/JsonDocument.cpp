@@ -56,7 +56,7 @@ Result<void> readWith(Parser<Values>& parser, std::string_view text, JsonLimits 
     const auto readBytes = parser.write_some(false, text.data(), text.size(), broken);
     if (parser.handler().asksTooMuch) return fail(DecodeError{Reason::tooManyValues, {}, {}});
     if (broken || readBytes < text.size())
-        return fail(DecodeError{Reason::notJson, {}, std::to_string(readBytes)});
+        return fail(DecodeError{Reason::notJson, {}, Sentence(std::to_string(readBytes))});
     return {};
 }
 

@@ -14,22 +14,22 @@ namespace {
 constexpr double inexactIntegers = 9007199254740992.0;
 constexpr std::size_t longestQuote = 40;
 
-std::string_view typeName(boost::json::kind kind) {
+Sentence typeName(boost::json::kind kind) {
     switch (kind) {
     case boost::json::kind::null:
-        return "null";
+        return Sentence("null");
     case boost::json::kind::bool_:
-        return "pravdivostní hodnota";
+        return "pravdivostní hodnota"_sentence;
     case boost::json::kind::int64:
     case boost::json::kind::uint64:
     case boost::json::kind::double_:
-        return "číslo";
+        return "číslo"_sentence;
     case boost::json::kind::string:
-        return "text";
+        return "text"_sentence;
     case boost::json::kind::array:
-        return "pole";
+        return "pole"_sentence;
     case boost::json::kind::object:
-        return "objekt";
+        return "objekt"_sentence;
     }
     std::unreachable();
 }
@@ -44,7 +44,7 @@ std::string JsonPath::text() const {
 }
 
 bool JsonNode::fail(DecodeError::Reason reason, std::string_view found) const {
-    return fail(DecodeError{reason, path_.text(), clipped(found, longestQuote)});
+    return fail(DecodeError{reason, path_.text(), Sentence(clipped(found, longestQuote))});
 }
 
 bool JsonNode::fail(Error cause) const {
@@ -53,7 +53,7 @@ bool JsonNode::fail(Error cause) const {
 }
 
 bool JsonNode::failType() const {
-    return fail(DecodeError::Reason::wrongType, typeName(value_.kind()));
+    return fail(DecodeError{DecodeError::Reason::wrongType, path_.text(), typeName(value_.kind())});
 }
 
 const boost::json::object* JsonNode::object() const {
@@ -83,6 +83,12 @@ bool JsonNode::read(bool& flag) const {
 bool JsonNode::read(std::string& text) const {
     const auto* found = string();
     if (found) text.assign(found->data(), found->size());
+    return found != nullptr;
+}
+
+bool JsonNode::read(Sentence& sentence) const {
+    const auto* found = string();
+    if (found) sentence = Sentence(std::string(found->data(), found->size()));
     return found != nullptr;
 }
 

@@ -2,6 +2,7 @@
 
 #include "shared/base/Bytes.h"
 #include "shared/base/Date.h"
+#include "shared/base/Sentence.h"
 #include "shared/base/Uuid.h"
 #include "shared/wire/DecodeError.h"
 
@@ -41,6 +42,8 @@ class JsonNode {
 
     bool read(bool& flag) const;
     bool read(std::string& text) const;
+    /// A text that is the same in every language: its places and values did not come along.
+    bool read(Sentence& sentence) const;
     /// Also a floating number without a fraction, up to 2^53.
     bool read(std::int64_t& number) const;
     bool read(std::uint64_t& number) const;

@@ -6,24 +6,29 @@
 
 namespace morvex {
 
-std::string MacAvailability::popis(std::string_view deviceName, Date now) const {
-    const std::string name{deviceName};
+Sentence MacAvailability::popis(DeviceRole druhy, Date now) const {
+    const bool jeTelefon = druhy == DeviceRole::phone;
     return std::visit(
         Overloaded{
-            [](const NeplatneParovani& state) { return "Párování neplatí — " + state.duvod; },
+            [](const NeplatneParovani& state) { return "Párování neplatí — {duvod}"_sentence(state.duvod); },
             [&](const Spanek& state) {
-                const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(now - state.od).count();
-                return name + " spí (" + std::to_string(std::max<std::int64_t>(minutes, 1)) + " min)";
+                const auto since = std::chrono::duration_cast<std::chrono::minutes>(now - state.od).count();
+                const auto minut = std::max<std::int64_t>(since, 1);
+                return jeTelefon ? "Telefon spí ({minut} min)"_sentence(minut)
+                                 : "Mac spí ({minut} min)"_sentence(minut);
             },
             [](const Pripojuji& state) {
-                return state.pokus < 2 ? "Připojuji…"
-                                       : "Připojuji… (" + std::to_string(state.pokus) + ". pokus)";
+                return state.pokus < 2 ? Sentence("Připojuji…"_sentence)
+                                       : "Připojuji… ({cislo}. pokus)"_sentence(state.pokus);
             },
-            [](const Preruseno& state) { return "Spojení přerušeno — " + state.duvod; },
-            [](const Zaneprazdneny& state) { return "Pracuje: " + state.cim; },
-            [](const Nesparovano&) -> std::string { return "Nespárováno"; },
-            [&](const Offline&) { return name + " není připojený"; },
-            [](const Pripraveny&) -> std::string { return "Připraven"; },
+            [](const Preruseno& state) { return "Spojení přerušeno — {duvod}"_sentence(state.duvod); },
+            [](const Zaneprazdneny& state) { return "Pracuje: {cim}"_sentence(state.cim); },
+            [](const Nesparovano&) -> Sentence { return "Nespárováno"_sentence; },
+            [&](const Offline&) -> Sentence {
+                if (jeTelefon) return "Telefon není připojený"_sentence;
+                return "Mac není připojený"_sentence;
+            },
+            [](const Pripraveny&) -> Sentence { return "Připraven"_sentence; },
         },
         value);
 }

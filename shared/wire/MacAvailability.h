@@ -1,10 +1,11 @@
 #pragma once
 
 #include "shared/base/Date.h"
+#include "shared/base/Sentence.h"
+#include "shared/wire/DeviceRole.h"
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 #include <variant>
 
 namespace morvex {
@@ -12,7 +13,7 @@ namespace morvex {
 /// The state of the link, for this computer's own interface. It never travels.
 struct MacAvailability {
     struct NeplatneParovani {
-        std::string duvod;
+        Sentence duvod;
         bool operator==(const NeplatneParovani&) const = default;
     };
 
@@ -28,7 +29,7 @@ struct MacAvailability {
     };
 
     struct Preruseno {
-        std::string duvod;
+        Sentence duvod;
         bool operator==(const Preruseno&) const = default;
     };
 
@@ -53,7 +54,8 @@ struct MacAvailability {
                  Pripraveny>
         value;
 
-    [[nodiscard]] std::string popis(std::string_view deviceName, Date now) const;
+    /// `druhy`: what the other end is.
+    [[nodiscard]] Sentence popis(DeviceRole druhy, Date now) const;
     /// True when the link can carry a request.
     [[nodiscard]] bool jePouzitelny() const;
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shared/base/Date.h"
+#include "shared/base/Sentence.h"
 #include "shared/base/Uuid.h"
 #include "shared/wire/Codec.h"
 #include "shared/wire/ProtocolVersion.h"
@@ -16,8 +17,8 @@ namespace morvex {
 struct AgentStatus {
     bool installed = false;
     std::optional<std::string> version;
-    std::optional<std::string> source;  ///< where it was found
-    std::optional<std::string> problem; ///< why it cannot be used
+    std::optional<std::string> source; ///< where it was found
+    std::optional<Sentence> problem;   ///< why it cannot be used
 
     bool operator==(const AgentStatus&) const = default;
 };

@@ -7,14 +7,14 @@
 
 namespace morvex {
 
-std::string KryptoChyba::popis() const {
+Sentence KryptoChyba::popis() const {
     return std::visit(Overloaded{
                           [](const SpatnaDelkaKlice& e) {
-                              return "Klíč má mít " + std::to_string(e.ocekavano) + " bajtů, má jich " +
-                                     std::to_string(e.dostal) + ".";
+                              return "Klíč má mít {ocekavano} bajtů, má jich {dostal}."_sentence(e.ocekavano,
+                                                                                                 e.dostal);
                           },
                           [](const NeplatnyKlic& e) { return e.text; },
-                          [](const NesedicOtisk&) -> std::string { return "Otisk klíče nesedí."; },
+                          [](const NesedicOtisk&) -> Sentence { return "Otisk klíče nesedí."_sentence; },
                       },
                       value);
 }
@@ -28,7 +28,7 @@ template <class Role> Result<PublicKey<Role>> PublicKey<Role>::fromRaw(ByteView 
 
 template <class Role> Result<PublicKey<Role>> PublicKey<Role>::parse(std::string_view base64) {
     const auto bytes = base64Decode(base64);
-    if (!bytes) return fail(KryptoChyba{KryptoChyba::NeplatnyKlic{"Nejde to přečíst jako base64."}});
+    if (!bytes) return fail(KryptoChyba{KryptoChyba::NeplatnyKlic{"Nejde to přečíst jako base64."_sentence}});
     return fromRaw(*bytes);
 }
 

@@ -2,6 +2,7 @@
 
 #include "shared/base/Bytes.h"
 #include "shared/base/Error.h"
+#include "shared/base/Sentence.h"
 
 #include <array>
 #include <cstddef>
@@ -21,7 +22,7 @@ struct KryptoChyba {
     };
 
     struct NeplatnyKlic {
-        std::string text;
+        Sentence text;
         bool operator==(const NeplatnyKlic&) const = default;
     };
 
@@ -31,7 +32,7 @@ struct KryptoChyba {
 
     std::variant<SpatnaDelkaKlice, NeplatnyKlic, NesedicOtisk> value;
 
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
 
     /// Null when it is another case.
     template <class Case> [[nodiscard]] const Case* as() const { return std::get_if<Case>(&value); }

@@ -9,45 +9,54 @@
 namespace morvex {
 namespace {
 
-std::string wholeSecondsText(double seconds) {
+std::int64_t wholeSeconds(double seconds) {
     vyzaduj(std::abs(seconds) < 0x1p63, "an age that is not finite has no words");
-    return std::to_string(static_cast<std::int64_t>(seconds));
+    return static_cast<std::int64_t>(seconds);
 }
 
 } // namespace
 
-std::string TalkSpanError::popis() const {
+Sentence TalkSpanError::popis() const {
     return std::visit(
         Overloaded{
             [](const ProtocolMismatch& e) {
-                return "Telefon a Mac mluví jinou verzí protokolu (" + e.mine + " proti " + e.theirs +
-                       "). Aktualizuj tu starší aplikaci.";
+                return "Telefon a Mac mluví jinou verzí protokolu ({moje} proti {jeho}). Aktualizuj tu "
+                       "starší "
+                       "aplikaci."_sentence(e.mine, e.theirs);
             },
-            [](const NotPaired& e) { return "Zařízení není spárované. " + e.text; },
-            [](const BadSignature&) -> std::string { return "Podpis zprávy nesedí. Spojení jsem zahodil."; },
+            [](const NotPaired& e) { return "Zařízení není spárované. {duvod}"_sentence(e.text); },
+            [](const BadSignature&) -> Sentence {
+                return "Podpis zprávy nesedí. Spojení jsem zahodil."_sentence;
+            },
             [](const Expired& e) {
-                return "Zpráva dorazila pozdě, po " + wholeSecondsText(e.age) +
-                       " vteřinách. Neprovedl jsem ji.";
+                return "Zpráva dorazila pozdě, po {vterin} vteřinách. Neprovedl jsem ji."_sentence(
+                    wholeSeconds(e.age));
             },
-            [](const Replay&) -> std::string {
-                return "Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.";
+            [](const Replay&) -> Sentence {
+                return "Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím."_sentence;
             },
-            [](const MacOffline&) -> std::string { return "Mac není dostupný."; },
-            [](const MacBusy& e) { return "Mac právě pracuje: " + e.text + "."; },
+            [](const MacOffline&) -> Sentence { return "Mac není dostupný."_sentence; },
+            [](const MacBusy& e) { return "Mac právě pracuje: {cim}."_sentence(e.text); },
             [](const ToolUnavailable& e) {
-                return "Nástroj " + e.tool + " není na Macu k dispozici: " + e.reason;
+                return "Nástroj {nastroj} není na Macu k dispozici: {duvod}"_sentence(e.tool, e.reason);
             },
-            [](const NotAllowed& e) { return "Nástroj " + e.tool + " není povolený: " + e.reason; },
-            [](const ApprovalRequired& e) { return "Tohle potřebuje potvrzení: " + e.text; },
-            [](const Rejected& e) { return e.reason ? "Zamítnuto: " + *e.reason : "Zamítnuto."; },
+            [](const NotAllowed& e) {
+                return "Nástroj {nastroj} není povolený: {duvod}"_sentence(e.tool, e.reason);
+            },
+            [](const ApprovalRequired& e) { return "Tohle potřebuje potvrzení: {co}"_sentence(e.text); },
+            [](const Rejected& e) {
+                return e.reason ? "Zamítnuto: {duvod}"_sentence(*e.reason) : Sentence("Zamítnuto."_sentence);
+            },
             [](const TimedOut& e) {
-                return "Operace překročila limit " + std::to_string(e.seconds) + " vteřin a byla zastavena.";
+                return "Operace překročila limit {vterin} vteřin a byla zastavena."_sentence(e.seconds);
             },
-            [](const Cancelled&) -> std::string { return "Zrušeno."; },
+            [](const Cancelled&) -> Sentence { return "Zrušeno."_sentence; },
             [](const OutsideAllowedFolders& e) {
-                return "Cesta " + e.path + " leží mimo povolené složky. Nesahám na ni.";
+                return "Cesta {cesta} leží mimo povolené složky. Nesahám na ni."_sentence(e.path);
             },
-            [](const ToolFailed& e) { return e.tool + " skončil chybou: " + e.message; },
+            [](const ToolFailed& e) {
+                return "{nastroj} skončil chybou: {zprava}"_sentence(e.tool, e.message);
+            },
         },
         value);
 }

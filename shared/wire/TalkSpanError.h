@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shared/base/Sentence.h"
 #include "shared/wire/Codec.h"
 
 #include <cstdint>
@@ -18,7 +19,7 @@ struct TalkSpanError {
     };
 
     struct NotPaired {
-        std::string text;
+        Sentence text;
         bool operator==(const NotPaired&) const = default;
     };
 
@@ -82,7 +83,7 @@ struct TalkSpanError {
 
     struct ToolFailed {
         std::string tool;
-        std::string message;
+        Sentence message;
         bool operator==(const ToolFailed&) const = default;
     };
 
@@ -91,7 +92,7 @@ struct TalkSpanError {
                  OutsideAllowedFolders, ToolFailed>
         value;
 
-    [[nodiscard]] std::string popis() const;
+    [[nodiscard]] Sentence popis() const;
 
     /// Null when it is another case.
     template <class Case> [[nodiscard]] const Case* as() const { return std::get_if<Case>(&value); }

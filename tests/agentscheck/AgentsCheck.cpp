@@ -44,7 +44,7 @@ Task<void> detect(Check check) {
     print("installed", status.installed ? "yes" : "no");
     print("version", status.version);
     print("source", status.source);
-    print("problem", status.problem);
+    print("problem", status.problem ? std::optional(status.problem->czech()) : std::nullopt);
 }
 
 Task<void> work(Check check, std::string folder, std::optional<std::string> session) {
@@ -57,7 +57,7 @@ Task<void> work(Check check, std::string folder, std::optional<std::string> sess
     auto outcome = co_await check.runner.spust(std::move(zadani), std::move(posluchac));
     scope.stop();
     co_await scope.join();
-    print(outcome ? "result" : "failure", outcome ? outcome->text : outcome.error().popis());
+    print(outcome ? "result" : "failure", outcome ? outcome->text : outcome.error().popis().czech());
 }
 
 int run() {

@@ -132,7 +132,8 @@ std::set<std::string> AttackedCompanion::files() const {
 }
 
 std::string AttackedCompanion::trouble() {
-    return mac->on([this] { return mac->companion().stav().potiz.value().value_or("none"); });
+    return mac->on(
+        [this] { return mac->companion().stav().potiz.value().value_or(Sentence("none")).czech(); });
 }
 
 void AttackedCompanion::forgetTrouble() {

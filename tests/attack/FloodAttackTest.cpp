@@ -171,7 +171,12 @@ TEST_F(FloodAttack, MoreOldHellosThanAKeyMeets) {
     // Each new session is greeted with a status, which somebody has to read.
     for (int i = 0; i < 1000; ++i) EXPECT_TRUE(line->receive());
     mac->until([this] {
-        return mac->companion().stav().potiz.value().value_or("").starts_with("Zprávu nejde ověřit: ");
+        return mac->companion()
+            .stav()
+            .potiz.value()
+            .value_or(Sentence())
+            .czech()
+            .starts_with("Zprávu nejde ověřit: ");
     });
 }
 

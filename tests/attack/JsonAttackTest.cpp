@@ -29,7 +29,7 @@ Wanted outcomeOf(std::string_view text) {
 
 std::string shown(const Wanted& outcome) {
     if (const auto* reason = std::get_if<DecodeError::Reason>(&outcome))
-        return DecodeError{*reason, {}, {}}.popis();
+        return DecodeError{*reason, {}, {}}.popis().czech();
     return std::get<std::string>(outcome).substr(0, 200);
 }
 

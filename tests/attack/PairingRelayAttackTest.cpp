@@ -83,7 +83,7 @@ class PairingRelayAttack : public testing::Test {
         mac.on([this] { mac.companion().parovani().zacitParovani(); });
         mac.until([&state] { return !state.value().as<StavParovani::Zakladam>(); });
         return mac.on([&state] {
-            if (const auto* failed = state.value().as<StavParovani::Chyba>()) return failed->text;
+            if (const auto* failed = state.value().as<StavParovani::Chyba>()) return failed->text.czech();
             const auto* waiting = state.value().as<StavParovani::CekamNaTelefon>();
             return waiting ? waiting->qr : std::string();
         });
@@ -234,7 +234,7 @@ TEST_F(PairingRelayAttack, ABombThatIsPackedIsNotUnfolded) {
     HttpRequest request{.url = relay.address()};
     request.headers.emplace_back("Accept-Encoding", "gzip");
     const auto reply = await(caller, client.send(request));
-    ASSERT_TRUE(reply) << reply.error().popis();
+    ASSERT_TRUE(reply) << reply.error().popis().czech();
     EXPECT_EQ(reply->body.size(), bomb.size());
     end("1 GiB of zeros packed into a reply", 2, "left as it is");
 }

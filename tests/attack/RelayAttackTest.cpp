@@ -196,7 +196,12 @@ TEST_F(RelayAttack, ARecordedSessionPlayedAgainGivesNone) {
         forward(*second, call);
     }
     mac->until([this] {
-        return mac->companion().stav().potiz.value().value_or("").starts_with("Zprávu nejde ověřit: ");
+        return mac->companion()
+            .stav()
+            .potiz.value()
+            .value_or(Sentence())
+            .czech()
+            .starts_with("Zprávu nejde ověřit: ");
     });
 }
 
@@ -229,8 +234,12 @@ TEST_F(RelayAttack, AStrangersHelloGivesNoSession) {
     forward(*line, phone.keyExchangeWith(encode(named)));
     forward(*line, phone.keyExchangeWith(encode(phone.helloWith(AgreementPublicKey{}))));
     mac->until([this] {
-        return mac->companion().stav().potiz.value().value_or("").starts_with(
-            "Klíč pro spojení nejde odvodit: ");
+        return mac->companion()
+            .stav()
+            .potiz.value()
+            .value_or(Sentence())
+            .czech()
+            .starts_with("Klíč pro spojení nejde odvodit: ");
     });
     EXPECT_FALSE(mac->on([this] { return mac->companion().stav().dostupnost.value().jePouzitelny(); }));
     tries = 3;

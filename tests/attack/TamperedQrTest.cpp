@@ -45,7 +45,7 @@ class RelayOfTheCode final : public HttpClient {
 
     Task<Result<HttpReply>> send(HttpRequest request) override {
         if (inLowerCase(request.url) != code_.relayURL + "/v1/pair/join")
-            co_return fail(NetworkError{"nobody is there"});
+            co_return fail(NetworkError{Sentence("nobody is there")});
         const auto asked = decode<PripojitPozadavek>(request.body);
         if (!asked || asked->pairingToken != code_.pairingToken)
             co_return HttpReply{404, encode(VaporDuvod{"unknown token"})};
@@ -101,7 +101,7 @@ class TamperedQr : public testing::Test {
         if (const auto* shared = error.as<TalkSpanError>())
             if (shared->as<TalkSpanError::ProtocolMismatch>()) return End::foreignVersion;
         if (error.as<NetworkError>()) return End::otherRelay;
-        const auto words = error.popis();
+        const auto words = error.popis().czech();
         if (words == "unknown token") return End::noToken;
         if (words == "Adresa relaye v QR kódu nedává smysl.") return End::otherRelay;
         if (words == "Relay přiřadil telefon k jinému páru, než je v QR kódu.") return End::otherPair;

@@ -31,7 +31,7 @@ TEST_F(PrivateAuthorityTest, IsRefusedWithTheRemedyUntilThisComputerIsToldToTrus
     {
         auto mac = startMac();
         mac->type("parovat");
-        mac->waitForLine("Párování: " + popis(SystemTrouble::certificateUntrusted));
+        mac->waitForLine("Párování: " + popis(SystemTrouble::certificateUntrusted).czech());
         mac->type("konec");
         EXPECT_EQ(mac->wait(), 0);
     }
@@ -46,7 +46,7 @@ TEST_F(EndToEnd, AnAddressWithHttpsOfARelayWithoutTlsIsAnsweredWithTheRemedy) {
     auto mac = startMac();
     mac->type("relay https" + relayAddress.substr(relayAddress.find("://")));
     mac->type("parovat");
-    mac->waitForLine("Párování: " + popis(SystemTrouble::tlsRefused));
+    mac->waitForLine("Párování: " + popis(SystemTrouble::tlsRefused).czech());
 }
 
 TEST_F(EndToEnd, AnAddressWithoutItsSchemeIsAnsweredWithTheCorrectedOneAndNotKept) {

@@ -124,9 +124,9 @@ std::function<bool()> revoke(const fs::path& home, const std::string&) {
 
 Texts look(const fs::path& home) {
     auto store = PairStore::open(fileOf(home));
-    if (!store) return {store.error().popis()};
+    if (!store) return {store.error().popis().czech()};
     const auto found = store->find(pair);
-    if (!found) return {found.error().popis()};
+    if (!found) return {found.error().popis().czech()};
     Texts texts;
     if (*found && (*found)->isRevoked) texts.emplace_back("revoked");
     if (*found)

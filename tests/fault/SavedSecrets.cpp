@@ -72,7 +72,7 @@ std::function<bool()> change(const fs::path& home, const std::string&) {
 Texts look(const fs::path& home) {
     FileVault vault(home);
     const auto found = KeychainStore(vault, service).nactiIdentitu();
-    if (!found) return {found.error().popis()};
+    if (!found) return {found.error().popis().czech()};
     if (!*found) return {"none"};
     const auto agreement = (*found)->dohodovy().exportRaw();
     return {std::ranges::equal(agreement.view(), staleKey()) ? "mixed" : "whole"};

@@ -31,7 +31,7 @@ std::function<bool()> change(const fs::path& home, const std::string& text) {
 
 Texts look(const fs::path& home) {
     const ImmediateDefaults defaults(home);
-    return {defaults.text("text").value_or("none"), defaults.problem().value_or("")};
+    return {defaults.text("text").value_or("none"), defaults.problem().value_or(Sentence()).czech()};
 }
 
 } // namespace settings

@@ -101,7 +101,7 @@ Texts look(const fs::path& home) {
     Surroundings around;
     auto store = HistorieAgentu::create(home, around.services());
     Texts texts;
-    if (store->potiz()) texts.push_back(*store->potiz());
+    if (store->potiz()) texts.push_back(store->potiz()->czech());
     for (const auto& task : store->polozky()) texts.push_back(task.instrukce);
     texts.push_back(std::to_string(store->nedorucene().size()));
     return texts;

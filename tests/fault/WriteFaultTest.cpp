@@ -19,15 +19,15 @@ TracedEnd writeWith(std::size_t call, const std::string& sentence) {
             ManualExecutor executor;
             SouboryBridge soubory(executor);
             const auto written = executor.run(soubory.zapis("new", "x", {}, tree.allowed())).value();
-            return !written && written.error().popis() == sentence;
+            return !written && written.error().popis().czech() == sentence;
         };
     };
     return runTraced(work, {SystemFault::Kind::fails, call, EEXIST});
 }
 
 TEST(WriteFault, AFileThatAppearsAfterTheLookIsAFailedWrite) {
-    const auto failed = "Zápis selhal: " + SystemError{EEXIST}.popis();
-    const auto refused = SouboryChyba{SouboryChyba::UzExistuje{"new"}}.popis();
+    const auto failed = "Zápis selhal: " + SystemError{EEXIST}.popis().czech();
+    const auto refused = SouboryChyba{SouboryChyba::UzExistuje{"new"}}.popis().czech();
     std::size_t failures = 0;
     std::size_t call = 0;
     for (auto end = writeWith(call, failed); end.struck; end = writeWith(++call, failed)) {

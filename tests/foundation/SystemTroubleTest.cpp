@@ -56,14 +56,14 @@ TEST(SystemTrouble, TellsEachErrorOfTheSystemInItsOwnWords) {
     };
     for (const auto& [code, words] : rows) {
         EXPECT_EQ(popis(troubleOf(code)), words) << code;
-        EXPECT_EQ(SystemError{code}.popis(), words) << code;
+        EXPECT_EQ(SystemError{code}.popis().czech(), words) << code;
     }
 }
 
 TEST(SystemTrouble, HasOneSentenceForEachKind) {
     std::set<std::string> told;
     for (int number = 0; number <= static_cast<int>(SystemTrouble::other); ++number) {
-        const auto words = popis(static_cast<SystemTrouble>(number));
+        const auto words = popis(static_cast<SystemTrouble>(number)).czech();
         EXPECT_TRUE(words.ends_with('.')) << words;
         EXPECT_TRUE(told.insert(words).second) << words;
     }
@@ -77,7 +77,7 @@ struct AsNobody {
 };
 
 std::string failureOf(const Result<void>& result) {
-    return result ? "no failure" : result.error().popis();
+    return result ? "no failure" : result.error().popis().czech();
 }
 
 TEST(SystemTrouble, IsWhatRealFilesFailWith) {

@@ -25,7 +25,7 @@ Task<void> note(std::string* text) {
 
 Task<std::string> answerOf(std::shared_ptr<OneShot<Result<int>>> shot) {
     auto result = co_await shot->wait();
-    co_return result ? std::to_string(*result) : result.error().popis();
+    co_return result ? std::to_string(*result) : result.error().popis().czech();
 }
 
 TEST(TaskScope, StartsATaskAfterTheCurrentJob) {
@@ -106,7 +106,7 @@ TEST(OneShot, AReplyThatIsDroppedAnswersThatItWasAbandoned) {
     {
         Reply<int> reply(shot);
     }
-    EXPECT_EQ(executor.run(answerOf(shot)), Abandoned{}.popis());
+    EXPECT_EQ(executor.run(answerOf(shot)), Abandoned{}.popis().czech());
 }
 
 } // namespace

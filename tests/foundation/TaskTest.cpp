@@ -85,7 +85,7 @@ TEST(Task, ATaskThatNobodyAwaitsDoesNothingAndLeaksNothing) {
 TEST(Task, TryPassesTheValueOrReturnsTheFailure) {
     ManualExecutor executor;
     EXPECT_EQ(executor.run(quarter(12)).value().value(), 3);
-    EXPECT_EQ(executor.run(quarter(6)).value().error().popis(), "odd");
+    EXPECT_EQ(executor.run(quarter(6)).value().error().popis().czech(), "odd");
 }
 
 TEST(Task, ResumesOnTheExecutorWhereItWasAwaited) {

@@ -27,7 +27,7 @@ ModelRelay::ModelRelay(const Clock& clock)
 }
 
 Task<Result<std::shared_ptr<WebSocket>>> ModelRelay::Access::connect(std::string, std::stop_token) {
-    if (!isReachable) co_return fail(NetworkError{"síť je nedostupná"});
+    if (!isReachable) co_return fail(NetworkError{Sentence("síť je nedostupná")});
     relay_.forgetDeadWires();
     relay_.wires_.push_back(std::make_unique<ModelWire>(
         owner_, *relay_.switchboard_, relay_.store_, relay_.ledgers_.at(static_cast<std::size_t>(owner_))));
@@ -35,10 +35,10 @@ Task<Result<std::shared_ptr<WebSocket>>> ModelRelay::Access::connect(std::string
 }
 
 Task<Result<HttpReply>> ModelRelay::Access::send(HttpRequest request) {
-    if (!isReachable) co_return fail(NetworkError{"síť je nedostupná"});
+    if (!isReachable) co_return fail(NetworkError{Sentence("síť je nedostupná")});
     auto reply = relay_.calls_.answer(pathOf(request.url), request.body, relay_.clock_.now());
     if (reply.revoked) relay_.switchboard_->revoke(*reply.revoked);
-    if (std::exchange(losesReply, false)) co_return fail(NetworkError{"spojení se přerušilo"});
+    if (std::exchange(losesReply, false)) co_return fail(NetworkError{Sentence("spojení se přerušilo")});
     co_return HttpReply{static_cast<int>(reply.status), std::move(reply.body)};
 }
 

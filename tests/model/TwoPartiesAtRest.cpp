@@ -168,8 +168,8 @@ bool TwoParties::isAnswered(const Call& call, const std::string& answers) {
 
 std::string TwoParties::states() {
     auto& state = mac_.companion().stav();
-    return "mac: " + state.dostupnost.value().popis("phone", mac_.clock.now()) + ", " +
-           state.potiz.value().value_or("no trouble") + "\nphone: " + phone_.notes();
+    return "mac: " + state.dostupnost.value().popis(DeviceRole::phone, mac_.clock.now()).czech() + ", " +
+           state.potiz.value().value_or(Sentence("no trouble")).czech() + "\nphone: " + phone_.notes();
 }
 
 std::size_t TwoParties::messages() const {

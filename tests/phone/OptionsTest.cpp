@@ -76,7 +76,7 @@ TEST(PhoneOptions, WrongUsageIsToldInWords) {
     for (const auto& [arguments, words] : rows) {
         auto options = parse(arguments);
         ASSERT_FALSE(options) << words;
-        EXPECT_THAT(options.error().popis(), HasSubstr(words));
+        EXPECT_THAT(options.error().popis().czech(), HasSubstr(words));
         EXPECT_EQ(exitCodeOf(options.error()), ExitCode::usage);
     }
 }

@@ -24,7 +24,7 @@ PhoneFixture::~PhoneFixture() {
 
 void PhoneFixture::start(std::vector<const char*> arguments) {
     auto options = Options::parse(arguments);
-    ASSERT_TRUE(options) << options.error().popis();
+    ASSERT_TRUE(options) << options.error().popis().czech();
     phone =
         std::make_unique<Phone>(*std::move(options), SecureLink::Services{{executor, clock, sockets}, random},
                                 http, store, settings, records, tasks, inbox, keyboard, terminal);
@@ -87,7 +87,7 @@ MacStatus PhoneFixture::status() const {
     status.deviceName = "Studovna";
     status.tools = {{"mac.status", "Řekne, co Mac umí.", ToolRisk::safeRead, "{}", false},
                     {"mac.mail.send", "Odešle mail.", ToolRisk::change, "{}", false}};
-    status.claude.problem = "Vypnuto";
+    status.claude.problem = Sentence("Vypnuto");
     status.codex.installed = true;
     status.codex.version = "1.2";
     status.allowedFolders = {"Plocha", "Projekty"};

@@ -41,7 +41,7 @@ class PhoneRecordsTest : public testing::Test {
     [[nodiscard]] Date seconds() const { return dateFromSeconds(wholeSeconds(clock.now())); }
 
     static std::string sentence(const auto& outcome) {
-        return outcome ? "no failure" : outcome.error().popis();
+        return outcome ? "no failure" : outcome.error().popis().czech();
     }
 
     TemporaryFolder folder;

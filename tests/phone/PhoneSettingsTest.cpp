@@ -53,10 +53,10 @@ TEST(PhoneSettings, ADamagedItemAndARefusalAreFailures) {
     vault.items[{"morvex-phone", "nastaveni.aplikace"}] = toBytes("{");
     EXPECT_FALSE(settings.apps());
     vault.refusals["find nastaveni.aplikace"] = vaultStatus::io;
-    EXPECT_EQ(settings.apps().error().popis(), "Trezor odmítl čtení nastaveni.aplikace: kód -36");
+    EXPECT_EQ(settings.apps().error().popis().czech(), "Trezor odmítl čtení nastaveni.aplikace: kód -36");
     vault.refusals["update nastaveni.aplikace"] = vaultStatus::io;
     vault.refusals["add nastaveni.aplikace"] = vaultStatus::io;
-    EXPECT_EQ(settings.keep(std::vector<CompanionCustomApp>{}).error().popis(),
+    EXPECT_EQ(settings.keep(std::vector<CompanionCustomApp>{}).error().popis().czech(),
               "Trezor odmítl zápis nastaveni.aplikace: kód -36");
 }
 

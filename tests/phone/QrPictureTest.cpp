@@ -57,7 +57,7 @@ class QrPictureTest : public testing::Test {
     void expectRefusal(const std::string& words) {
         auto read = readQrPicture(file);
         ASSERT_FALSE(read);
-        EXPECT_EQ(read.error().popis(), words);
+        EXPECT_EQ(read.error().popis().czech(), words);
         EXPECT_EQ(exitCodeOf(read.error()), ExitCode::usage);
     }
 

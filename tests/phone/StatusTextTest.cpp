@@ -45,7 +45,7 @@ TEST_F(StatusTextTest, TellsTheRunningTaskAndWhatTheAgentsLack) {
     auto told = status();
     told.runningTask = RunningTask{"R", {}, "mac.codex.run", clock.now(), "čtu testy"};
     told.codex.source = "/usr/bin/codex";
-    told.codex.problem = "není přihlášený";
+    told.codex.problem = Sentence("není přihlášený");
     told.claude.problem.reset();
     told.allowedFolders.clear();
     auto shown = text(statusLines(told, clock.now()));

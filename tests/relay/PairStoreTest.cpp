@@ -35,7 +35,7 @@ struct StoredFile {
 
     std::string refusal() {
         const auto store = PairStore::open(path);
-        return store ? "opened" : store.error().popis();
+        return store ? "opened" : store.error().popis().czech();
     }
 };
 

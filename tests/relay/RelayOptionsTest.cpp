@@ -18,7 +18,7 @@ Result<RelayOptions> parse(std::vector<const char*> arguments) {
 
 std::string refusalOf(std::vector<const char*> arguments) {
     const auto options = parse(std::move(arguments));
-    return options ? "accepted" : options.error().popis();
+    return options ? "accepted" : options.error().popis().czech();
 }
 
 } // namespace

@@ -329,7 +329,7 @@ TEST(RelayServer, RefusesAPortInUseAndFilesItCannotUse) {
     const auto create = [](const RelayOptions& options) {
         const auto server =
             RelayServer::create(options, RelayLimits{}, RunningRelay::memoryStore(), [](std::string_view) {});
-        return server ? "created" : server.error().popis();
+        return server ? "created" : server.error().popis().czech();
     };
     RelayOptions options;
     options.port = std::to_string(relay.port());

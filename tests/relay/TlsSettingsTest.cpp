@@ -132,5 +132,6 @@ TEST_F(RelayTls, NegotiatesOnce) {
 TEST(TlsSettings, RefusesFilesItCannotUse) {
     const auto loaded = loadTls({"/missing.pem", "/missing.pem"});
     ASSERT_FALSE(loaded);
-    EXPECT_THAT(loaded.error().popis(), testing::StartsWith("cannot use the certificate /missing.pem: "));
+    EXPECT_THAT(loaded.error().popis().czech(),
+                testing::StartsWith("cannot use the certificate /missing.pem: "));
 }

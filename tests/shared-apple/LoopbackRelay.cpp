@@ -28,7 +28,7 @@ class LoopbackRelay::Socket final : public WebSocket {
 
     Task<Result<WebSocketFrame>> receive() override {
         auto frame = co_await incoming_.next();
-        if (!frame) co_return fail(NetworkError{"spojení je zavřené"});
+        if (!frame) co_return fail(NetworkError{Sentence("spojení je zavřené")});
         co_return *std::move(frame);
     }
 

@@ -87,7 +87,7 @@ TEST(RelayAddress, ThatIsTypedIsTakenWhenTheNetworkCanUseIt) {
                               "http://192.168.1.20:8787", "http://relay.example", "https://[2001:db8::7]:443",
                               "https://relay.example/base?x#y"}) {
         auto taken = RelayAddress::entered(typed);
-        ASSERT_TRUE(taken) << typed << ": " << taken.error().popis();
+        ASSERT_TRUE(taken) << typed << ": " << taken.error().popis().czech();
         EXPECT_EQ(taken->text(), typed);
     }
     EXPECT_EQ(RelayAddress::entered("  https://relay.example \n").value().text(), "https://relay.example");
@@ -121,7 +121,7 @@ TEST(RelayAddress, ThatIsTypedWithoutItsSchemeIsAnsweredWithTheCorrectedOne) {
         EXPECT_EQ(why->corrected, corrected) << typed;
         if (!why->corrected.empty()) EXPECT_TRUE(RelayAddress::entered(why->corrected)) << typed;
     }
-    EXPECT_EQ(RelayAddress::entered("relay.example").error().popis(),
+    EXPECT_EQ(RelayAddress::entered("relay.example").error().popis().czech(),
               "Adresa relaye začíná https:// nebo http://. Napiš „https://relay.example“.");
 }
 
@@ -132,7 +132,8 @@ TEST(RelayAddress, ThatIsTypedAndIsNoneIsRefused) {
           "https://relay.example:65536"s, "https://relay.example:"s, "https://relay.example:port"s,
           "https://relay%2eexample"s, "https://přenos.example"s, "https://relay.example/a b"s,
           "https://relay.example/\0"s, "mailto:a@b.example"s, "/"s, "https://rel'ay.example"s})
-        EXPECT_EQ(RelayAddress::entered(typed).error().popis(), "Adresa relaye nedává smysl.") << typed;
+        EXPECT_EQ(RelayAddress::entered(typed).error().popis().czech(), "Adresa relaye nedává smysl.")
+            << typed;
 }
 
 } // namespace

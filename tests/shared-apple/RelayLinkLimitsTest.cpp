@@ -49,7 +49,7 @@ TEST_F(RelayLinkLimits, SignsNoNonceThatBeginsLikeATextOfItsOwn) {
         auto events = takeEvents();
         EXPECT_TRUE(socket->sent.empty()) << text;
         EXPECT_EQ(events[events.size() - 2],
-                  (Udalost{RelayLink::Odpojeno{"Zařízení není spárované. Relay neposlal výzvu."}}));
+                  (Udalost{RelayLink::Odpojeno{Sentence("Zařízení není spárované. Relay neposlal výzvu.")}}));
     }
 }
 
@@ -68,7 +68,7 @@ TEST_F(RelayLinkLimits, SendsNoFrameThatTheOtherSideWouldNotTake) {
     const auto refused = send(longest);
     ASSERT_FALSE(refused);
     EXPECT_TRUE(refused.error().as<MessageTooLong>());
-    EXPECT_EQ(refused.error().popis(), "Zpráva je na přenos příliš dlouhá.");
+    EXPECT_EQ(refused.error().popis().czech(), "Zpráva je na přenos příliš dlouhá.");
     EXPECT_EQ(socket->sent.size(), count);
     EXPECT_TRUE(send(envelope()));
     EXPECT_TRUE(takeEvents().empty());
@@ -143,7 +143,7 @@ TEST_F(RelayLinkLimits, AResetIsToldWhileThisEndHoldsBackReading) {
     socket->holdBack();
     pass(30s);
     socket->breakWith("spojení spadlo");
-    EXPECT_EQ(takeEvents()[0], (Udalost{RelayLink::Odpojeno{"spojení spadlo"}}));
+    EXPECT_EQ(takeEvents()[0], (Udalost{RelayLink::Odpojeno{Sentence("spojení spadlo")}}));
 }
 
 TEST_F(RelayLinkLimits, WhatWasReadBeforeASilentEndIsTold) {
@@ -194,7 +194,7 @@ TEST_F(RelayLinkLimits, OfAVersionThatIsNoneOnlyTheBeginningIsTold) {
     socket->deliver(challenge);
     const auto seen = takeEvents();
     ASSERT_FALSE(seen.empty());
-    EXPECT_LT(std::get<RelayLink::Odpojeno>(seen[0]).duvod.size(), 300U);
+    EXPECT_LT(std::get<RelayLink::Odpojeno>(seen[0]).duvod.czech().size(), 300U);
 }
 
 } // namespace

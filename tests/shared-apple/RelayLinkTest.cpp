@@ -23,16 +23,16 @@ using test::frame;
 TEST_F(RelayLinkTest, WaitsLongerAfterEveryFailureUpToThirtySeconds) {
     executor.start(link.start());
     executor.runUntilIdle();
-    EXPECT_EQ(takeEvents(),
-              (std::vector<Udalost>{RelayLink::Pripojuji{1, 0}, RelayLink::Odpojeno{"spojení odmítnuto"},
-                                    RelayLink::Pripojuji{2, 1}}));
+    EXPECT_EQ(takeEvents(), (std::vector<Udalost>{RelayLink::Pripojuji{1, 0},
+                                                  RelayLink::Odpojeno{Sentence("spojení odmítnuto")},
+                                                  RelayLink::Pripojuji{2, 1}}));
     const std::vector<std::pair<int, int>> later{{3, 2}, {4, 5}, {5, 10}, {6, 20}, {7, 30}, {8, 30}, {9, 30}};
     int wait = 1;
     for (auto [pokus, zat] : later) {
         EXPECT_EQ(clock.untilNext(), std::chrono::seconds(wait));
         pass(std::chrono::seconds(wait));
         EXPECT_EQ(takeEvents(),
-                  (std::vector<Udalost>{RelayLink::Odpojeno{"spojení odmítnuto"},
+                  (std::vector<Udalost>{RelayLink::Odpojeno{Sentence("spojení odmítnuto")},
                                         RelayLink::Pripojuji{pokus, static_cast<double>(zat)}}));
         wait = zat;
     }
@@ -68,7 +68,7 @@ TEST_F(RelayLinkTest, ALoginResetsTheWaits) {
     takeEvents();
     socket->breakWith("přerušeno");
     EXPECT_EQ(takeEvents(),
-              (std::vector<Udalost>{RelayLink::Odpojeno{"přerušeno"}, RelayLink::Pripojuji{2, 1}}));
+              (std::vector<Udalost>{RelayLink::Odpojeno{Sentence("přerušeno")}, RelayLink::Pripojuji{2, 1}}));
 }
 
 TEST_F(RelayLinkTest, AnotherMinorVersionIsAcceptedAndAnotherMajorRefusedBeforeAnythingIsSigned) {
@@ -92,10 +92,9 @@ TEST_F(RelayLinkTest, AForeignVersionIsToldInTheSentenceForTheUser) {
     socket->deliver(challenge("2.0"));
     auto seen = takeEvents();
     ASSERT_EQ(seen.size(), 3U);
-    EXPECT_EQ(
-        seen[1],
-        Udalost(RelayLink::Odpojeno{
-            "Telefon a Mac mluví jinou verzí protokolu (1.4 proti 2.0). Aktualizuj tu starší aplikaci."}));
+    EXPECT_EQ(seen[1], Udalost(RelayLink::Odpojeno{Sentence(
+                           "Telefon a Mac mluví jinou verzí protokolu (1.4 proti 2.0). Aktualizuj tu starší "
+                           "aplikaci.")}));
 }
 
 TEST_F(RelayLinkTest, WordsForARelayThatDoesNotKeepToTheLogin) {
@@ -118,7 +117,7 @@ TEST_F(RelayLinkTest, WordsForARelayThatDoesNotKeepToTheLogin) {
         for (const auto& text : row.frames) socket->deliver(text);
         auto seen = takeEvents();
         ASSERT_EQ(seen.size(), 2U);
-        EXPECT_EQ(seen[0], Udalost(RelayLink::Odpojeno{row.duvod}));
+        EXPECT_EQ(seen[0], Udalost(RelayLink::Odpojeno{Sentence(row.duvod)}));
     }
 }
 
@@ -131,7 +130,7 @@ TEST_F(RelayLinkTest, GivesUpOnFailuresAtLoginThatDoNotHeal) {
         socket->deliver(frame(RelayMessage::Failure{code, "Konec."}));
         EXPECT_EQ(takeEvents(),
                   (std::vector<Udalost>{RelayLink::Pripojuji{1, 0}, RelayLink::Selhalo{code, "Konec."},
-                                        RelayLink::Odpojeno{"Zařízení není spárované. Konec."}}));
+                                        RelayLink::Odpojeno{Sentence("Zařízení není spárované. Konec.")}}));
         EXPECT_EQ(clock.waiting(), 0U);
     }
 }
@@ -151,7 +150,7 @@ TEST_F(RelayLinkTest, TriesAgainAfterABadSignatureAndOtherFailuresAtLogin) {
         auto seen = takeEvents();
         ASSERT_EQ(seen.size(), 3U) << rawValue(code);
         EXPECT_EQ(seen[0], Udalost(RelayLink::Selhalo{code, "Ne."}));
-        EXPECT_EQ(seen[1], Udalost(RelayLink::Odpojeno{"Zařízení není spárované. Ne."}));
+        EXPECT_EQ(seen[1], Udalost(RelayLink::Odpojeno{Sentence("Zařízení není spárované. Ne.")}));
         EXPECT_TRUE(std::holds_alternative<RelayLink::Pripojuji>(seen[2])) << rawValue(code);
     }
 }
@@ -208,7 +207,7 @@ TEST_F(RelayLinkTest, AFrameOfAnotherKindIsRefusedInWords) {
     auto socket = logIn();
     takeEvents();
     socket->deliver("", WebSocketFrame::Kind::other);
-    EXPECT_EQ(takeEvents()[0], Udalost(RelayLink::Odpojeno{"Neznámý druh rámce."}));
+    EXPECT_EQ(takeEvents()[0], Udalost(RelayLink::Odpojeno{Sentence("Neznámý druh rámce.")}));
 }
 
 TEST_F(RelayLinkTest, SendDuringAWaitFailsAndTouchesNoEvent) {
@@ -217,7 +216,7 @@ TEST_F(RelayLinkTest, SendDuringAWaitFailsAndTouchesNoEvent) {
     auto sent = send(envelope());
     ASSERT_FALSE(sent);
     EXPECT_TRUE(sent.error().as<TalkSpanError>());
-    EXPECT_EQ(sent.error().popis(), "Mac není dostupný.");
+    EXPECT_EQ(sent.error().popis().czech(), "Mac není dostupný.");
     EXPECT_TRUE(takeEvents().empty());
 }
 
@@ -229,10 +228,10 @@ TEST_F(RelayLinkTest, NothingIsSentOnASocketThatHasNotLoggedIn) {
     auto next = sockets.layOut();
     executor.runUntilIdle();
     pass(1s);
-    EXPECT_EQ(send(envelope()).error().popis(), "Mac není dostupný.");
+    EXPECT_EQ(send(envelope()).error().popis().czech(), "Mac není dostupný.");
     EXPECT_TRUE(next->sent.empty());
     next->deliver(challenge());
-    EXPECT_EQ(send(envelope()).error().popis(), "Mac není dostupný.");
+    EXPECT_EQ(send(envelope()).error().popis().czech(), "Mac není dostupný.");
     EXPECT_EQ(next->sent.size(), 1U) << "the answer to the challenge";
 }
 

@@ -40,9 +40,9 @@ class RelayParovaniTest : public testing::Test {
     template <class T> static void expectRefusal(const Result<T>& result, const RelayChyba& expected) {
         ASSERT_FALSE(result);
         auto* chyba = result.error().template as<RelayChyba>();
-        ASSERT_TRUE(chyba) << result.error().popis();
+        ASSERT_TRUE(chyba) << result.error().popis().czech();
         EXPECT_EQ(*chyba, expected);
-        EXPECT_EQ(result.error().popis(), expected.zprava);
+        EXPECT_EQ(result.error().popis().czech(), expected.zprava);
     }
 
     ManualExecutor executor;
@@ -142,17 +142,17 @@ TEST_F(RelayParovaniTest, ARefusalIsToldInTheRelaysWordsOrByItsStatus) {
     };
     for (const auto& row : rows) {
         for (int i = 0; i < 3; ++i) reply(row.status, row.body);
-        expectRefusal(zalozit(), {row.status, row.zprava});
-        expectRefusal(pripojit(), {row.status, row.zprava});
-        expectRefusal(odvolat(), {row.status, row.zprava});
+        expectRefusal(zalozit(), {row.status, Sentence(row.zprava)});
+        expectRefusal(pripojit(), {row.status, Sentence(row.zprava)});
+        expectRefusal(odvolat(), {row.status, Sentence(row.zprava)});
     }
 }
 
 TEST_F(RelayParovaniTest, AReplyThatIsNoHttpIsToldAsSilence) {
     for (int i = 0; i < 3; ++i) reply(0, R"({"reason":"not read"})");
-    expectRefusal(zalozit(), {0, "Relay neodpověděl."});
-    expectRefusal(pripojit(), {0, "Relay neodpověděl."});
-    expectRefusal(odvolat(), {0, "Relay neodpověděl."});
+    expectRefusal(zalozit(), {0, Sentence("Relay neodpověděl.")});
+    expectRefusal(pripojit(), {0, Sentence("Relay neodpověděl.")});
+    expectRefusal(odvolat(), {0, Sentence("Relay neodpověděl.")});
 }
 
 TEST_F(RelayParovaniTest, AnyStatusFrom200To299IsSuccess) {
@@ -194,28 +194,28 @@ TEST_F(RelayParovaniTest, WhatFitsNoCodeIsNoPair) {
     reply(200, foundedAs(longest, longest));
     EXPECT_TRUE(zalozit());
     reply(200, foundedAs("", "T"));
-    EXPECT_EQ(zalozit().error().popis(), "Pole „pairID“ má nečitelnou hodnotu „“.");
+    EXPECT_EQ(zalozit().error().popis().czech(), "Pole „pairID“ má nečitelnou hodnotu „“.");
     reply(200, foundedAs(longest + "x", "T"));
-    EXPECT_EQ(zalozit().error().popis(), "Pole „pairID“ má nečitelnou hodnotu „" + quote + "“.");
+    EXPECT_EQ(zalozit().error().popis().czech(), "Pole „pairID“ má nečitelnou hodnotu „" + quote + "“.");
     reply(200, foundedAs("P", ""));
-    EXPECT_EQ(zalozit().error().popis(), "Pole „pairingToken“ má nečitelnou hodnotu „“.");
+    EXPECT_EQ(zalozit().error().popis().czech(), "Pole „pairingToken“ má nečitelnou hodnotu „“.");
     reply(200, R"({"pairID":")" + longest + R"(x"})");
-    EXPECT_EQ(pripojit().error().popis(), "Pole „pairID“ má nečitelnou hodnotu „" + quote + "“.");
+    EXPECT_EQ(pripojit().error().popis().czech(), "Pole „pairID“ má nečitelnou hodnotu „" + quote + "“.");
 }
 
 TEST_F(RelayParovaniTest, ANetworkFailurePassesOnAndNothingIsTriedAgain) {
     auto zalozeni = zalozit();
     ASSERT_FALSE(zalozeni);
     EXPECT_TRUE(zalozeni.error().as<NetworkError>());
-    EXPECT_EQ(zalozeni.error().popis(), "síť neodpovídá");
-    EXPECT_EQ(pripojit().error().popis(), "síť neodpovídá");
-    EXPECT_EQ(odvolat().error().popis(), "síť neodpovídá");
+    EXPECT_EQ(zalozeni.error().popis().czech(), "síť neodpovídá");
+    EXPECT_EQ(pripojit().error().popis().czech(), "síť neodpovídá");
+    EXPECT_EQ(odvolat().error().popis().czech(), "síť neodpovídá");
     EXPECT_EQ(http.requests.size(), 3U);
 }
 
 TEST_F(RelayParovaniTest, OfALongReasonOnlyWhatAPersonReadsIsKept) {
     reply(429, R"({"reason":")" + std::string(501, 'x') + "\"}");
-    expectRefusal(zalozit(), {429, std::string(500, 'x')});
+    expectRefusal(zalozit(), {429, Sentence(std::string(500, 'x'))});
 }
 
 } // namespace

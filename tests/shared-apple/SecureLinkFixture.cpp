@@ -9,7 +9,7 @@
 namespace morvex {
 
 void PrintTo(const SecureLink::Stav& event, std::ostream* out) {
-    *out << event.stav.popis("Telefon", {});
+    *out << event.stav.popis(DeviceRole::phone, {});
 }
 
 void PrintTo(const SecureLink::Zprava& event, std::ostream* out) {

@@ -37,7 +37,7 @@ class SecureLinkFixture : public testing::Test {
 
     template <class Case> static Udalost stav(Case content) { return SecureLink::Stav{{std::move(content)}}; }
 
-    static Udalost chyba(std::string text) { return SecureLink::Chyba{std::move(text)}; }
+    static Udalost chyba(std::string text) { return SecureLink::Chyba{Sentence(std::move(text))}; }
 
     static Udalost zprava(MacPayload payload, std::string requestID = "R-1") {
         return SecureLink::Zprava{std::move(payload), std::move(requestID)};

@@ -164,7 +164,7 @@ TEST_F(SecureLinkMessageTest, SendingWithoutASessionFailsWithMacOfflineAndSendsN
         auto* cause = sent.error().as<TalkSpanError>();
         ASSERT_TRUE(cause);
         EXPECT_TRUE(cause->as<TalkSpanError::MacOffline>());
-        EXPECT_EQ(cause->popis(), "Mac není dostupný.");
+        EXPECT_EQ(cause->popis().czech(), "Mac není dostupný.");
     };
     expectOffline();
     logIn();
@@ -190,7 +190,7 @@ TEST_F(SecureLinkMessageTest, AFailureToSendPassesOnAndTheNextMessageHasTheNextC
     ASSERT_TRUE(lost->has_value());
     ASSERT_FALSE((*lost)->has_value());
     EXPECT_TRUE((*lost)->error().as<NetworkError>());
-    EXPECT_EQ((*lost)->error().popis(), "síť spadla");
+    EXPECT_EQ((*lost)->error().popis().czech(), "síť spadla");
 }
 
 TEST_F(SecureLinkMessageTest, ManyMessagesAtOnceLeaveInTheOrderOfTheirCounters) {

@@ -31,7 +31,8 @@ TEST_F(SecureLinkTest, RefusesAPeerWhoseRelayAddressMakesNoSense) {
         ASSERT_FALSE(refused) << address;
         auto* cause = refused.error().as<TalkSpanError>();
         ASSERT_TRUE(cause);
-        EXPECT_EQ(*cause, (TalkSpanError{TalkSpanError::NotPaired{"Uložená adresa relaye nedává smysl."}}));
+        EXPECT_EQ(*cause,
+                  (TalkSpanError{TalkSpanError::NotPaired{Sentence("Uložená adresa relaye nedává smysl.")}}));
     }
 }
 
@@ -69,7 +70,7 @@ TEST_F(SecureLinkTest, AHelloThatCannotBeSentIsNobodysConcern) {
     socket->deliver(encode(RelayMessage{RelayMessage::Authenticated{true}}));
     socket->breakWith("síť spadla");
     EXPECT_EQ(takeEvents(), (Udalosti{stav(MacAvailability::Pripojuji{1, 0}), offline,
-                                      stav(MacAvailability::Preruseno{"síť spadla"}),
+                                      stav(MacAvailability::Preruseno{Sentence("síť spadla")}),
                                       stav(MacAvailability::Pripojuji{2, 1})}));
     EXPECT_TRUE(sentHellos().empty());
 }
@@ -77,7 +78,7 @@ TEST_F(SecureLinkTest, AHelloThatCannotBeSentIsNobodysConcern) {
 TEST_F(SecureLinkTest, ALostConnectionDropsTheSessionAndTellsTheNextAttempt) {
     secure();
     socket->breakWith("síť spadla");
-    EXPECT_EQ(takeEvents(), (Udalosti{stav(MacAvailability::Preruseno{"síť spadla"}),
+    EXPECT_EQ(takeEvents(), (Udalosti{stav(MacAvailability::Preruseno{Sentence("síť spadla")}),
                                       stav(MacAvailability::Pripojuji{2, 1})}));
     EXPECT_TRUE(hasNoSession());
     EXPECT_TRUE(takeEvents().empty());
@@ -130,7 +131,7 @@ TEST_F(SecureLinkTest, TheLeavingOfThePeerDropsTheSessionAndTheKey) {
 }
 
 TEST_F(SecureLinkTest, EachFailureThatTheRelayTellsDropsTheSessionAndKeepsTheKey) {
-    const auto revoked = stav(MacAvailability::NeplatneParovani{"Zařízení bylo odvoláno."});
+    const auto revoked = stav(MacAvailability::NeplatneParovani{Sentence("Zařízení bylo odvoláno.")});
     const std::vector<std::pair<RelayFailure, Udalost>> rows{
         {RelayFailure::protocolMismatch, chyba("Podrobnost.")},
         {RelayFailure::badSignature, chyba("Podrobnost.")},
@@ -157,10 +158,11 @@ TEST_F(SecureLinkTest, EachFailureThatTheRelayTellsDropsTheSessionAndKeepsTheKey
 TEST_F(SecureLinkTest, RevokedDuringLoginEndsAsInterruptedAndStaysOff) {
     connect();
     relay(RelayMessage::Failure{RelayFailure::revoked, "Mac byl odebrán."});
-    EXPECT_EQ(takeEvents(),
-              (Udalosti{stav(MacAvailability::Pripojuji{1, 0}),
-                        stav(MacAvailability::NeplatneParovani{"Zařízení bylo odvoláno."}),
-                        stav(MacAvailability::Preruseno{"Zařízení není spárované. Mac byl odebrán."})}));
+    EXPECT_EQ(
+        takeEvents(),
+        (Udalosti{stav(MacAvailability::Pripojuji{1, 0}),
+                  stav(MacAvailability::NeplatneParovani{Sentence("Zařízení bylo odvoláno.")}),
+                  stav(MacAvailability::Preruseno{Sentence("Zařízení není spárované. Mac byl odebrán.")})}));
     EXPECT_EQ(clock.waiting(), 0U);
     EXPECT_TRUE(executor.run(link->spustit()));
     EXPECT_TRUE(takeEvents().empty());

@@ -97,8 +97,8 @@ class Party {
     }
 
     void take(const SecureLink::Chyba& error) {
-        if (std::ranges::find(errorsOfARestart, error.text) == errorsOfARestart.end())
-            unexpected.push_back(error.text);
+        if (std::ranges::find(errorsOfARestart, error.text.czech()) == errorsOfARestart.end())
+            unexpected.push_back(error.text.czech());
     }
 
     void beginSession() {

@@ -77,10 +77,12 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
     template <class T> T ended(Task<T> task) { return executor.run(std::move(task)).value(); }
 
     [[nodiscard]] std::string availability() const {
-        return companion->stav().dostupnost.value().popis("Telefon", clock.now());
+        return companion->stav().dostupnost.value().popis(DeviceRole::phone, clock.now()).czech();
     }
 
-    [[nodiscard]] std::string trouble() const { return companion->stav().potiz.value().value_or("none"); }
+    [[nodiscard]] std::string trouble() const {
+        return companion->stav().potiz.value().value_or(Sentence("none")).czech();
+    }
 
     TemporaryFolder temporary;
     ManualExecutor executor;

@@ -20,7 +20,7 @@ class PairingHarness : public CompanionHarness {
 
     std::string failure() {
         const auto* failed = state().as<StavParovani::Chyba>();
-        return failed ? failed->text : "none";
+        return failed ? failed->text.czech() : "none";
     }
 
     void layOutPair(const std::string& pair = "NEW") {

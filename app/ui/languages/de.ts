@@ -4,36 +4,36 @@
 <context>
     <name>Morvex</name>
     <message numerus="yes">
-        <source>%1 povolených složek</source>
+        <source>{pocet} povolených složek</source>
         <translation>
-            <numerusform>%1 erlaubter Ordner</numerusform>
-            <numerusform>%1 erlaubte Ordner</numerusform>
+            <numerusform>{pocet} erlaubter Ordner</numerusform>
+            <numerusform>{pocet} erlaubte Ordner</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 připojeno</source>
+        <source>{pocet} připojeno</source>
         <translation>
-            <numerusform>%1 verbunden</numerusform>
-            <numerusform>%1 verbunden</numerusform>
+            <numerusform>{pocet} verbunden</numerusform>
+            <numerusform>{pocet} verbunden</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 nástrojů</source>
+        <source>{pocet} nástrojů</source>
         <translation>
-            <numerusform>%1 Tool</numerusform>
-            <numerusform>%1 Tools</numerusform>
+            <numerusform>{pocet} Tool</numerusform>
+            <numerusform>{pocet} Tools</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 synchronizováno</source>
+        <source>{pocet} synchronizováno</source>
         <translation>
-            <numerusform>%1 synchronisiert</numerusform>
-            <numerusform>%1 synchronisiert</numerusform>
+            <numerusform>{pocet} synchronisiert</numerusform>
+            <numerusform>{pocet} synchronisiert</numerusform>
         </translation>
     </message>
     <message>
-        <source>%1 skončil chybou: %2</source>
-        <translation>%1 endete mit einem Fehler: %2</translation>
+        <source>{nastroj} skončil chybou: {zprava}</source>
+        <translation>{nastroj} endete mit einem Fehler: {zprava}</translation>
     </message>
     <message>
         <source>Adresa</source>
@@ -44,8 +44,8 @@
         <translation>Die Adresse des Relay ergibt keinen Sinn.</translation>
     </message>
     <message>
-        <source>Adresa relaye začíná https:// nebo http://. Napiš „%1“.</source>
-        <translation>Die Adresse eines Relays beginnt mit https:// oder http://. Schreibe „%1“.</translation>
+        <source>Adresa relaye začíná https:// nebo http://. Napiš „{adresa}“.</source>
+        <translation>Die Adresse eines Relays beginnt mit https:// oder http://. Schreibe „{adresa}“.</translation>
     </message>
     <message>
         <source>Adresa serveru není platná.</source>
@@ -64,12 +64,12 @@
         <translation>Das Programm wurde gefunden, aber `--version` hat nicht geantwortet. Prüfe die Installation.</translation>
     </message>
     <message>
-        <source>Binárku „%1“ jsem nenašel (prohledáno %2 adresářů). %3</source>
-        <translation>Das Programm „%1“ wurde nicht gefunden (%2 Ordner durchsucht). %3</translation>
+        <source>Binárku „{binarka}“ jsem nenašel (prohledáno {pocet} adresářů). {napoveda}</source>
+        <translation>Das Programm „{binarka}“ wurde nicht gefunden ({pocet} Ordner durchsucht). {napoveda}</translation>
     </message>
     <message>
-        <source>Byl požadován nástroj %1, který tento Mac neumí.</source>
-        <translation>Das Tool %1 wurde verlangt, das dieser Mac nicht hat.</translation>
+        <source>Byl požadován nástroj {nastroj}, který tento Mac neumí.</source>
+        <translation>Das Tool {nastroj} wurde verlangt, das dieser Mac nicht hat.</translation>
     </message>
     <message>
         <source>Běží: %1</source>
@@ -92,8 +92,8 @@
         <translation>Das Zertifikat des Servers stammt von keiner Zertifizierungsstelle, der dieser Computer vertraut. Lege das Zertifikat deiner eigenen Stelle mit der Endung .crt in /usr/local/share/ca-certificates ab und führe sudo update-ca-certificates aus.</translation>
     </message>
     <message>
-        <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
-        <translation>Der Pfad %1 liegt außerhalb der erlaubten Ordner. Ich fasse ihn nicht an.</translation>
+        <source>Cesta {cesta} leží mimo povolené složky. Nesahám na ni.</source>
+        <translation>Der Pfad {cesta} liegt außerhalb der erlaubten Ordner. Ich fasse ihn nicht an.</translation>
     </message>
     <message>
         <source>Cesta vede mimo svou složku nebo na jiný disk.</source>
@@ -120,8 +120,8 @@
         <translation>Codex endete mit einem Fehler.</translation>
     </message>
     <message>
-        <source>Další pokus za %1 s</source>
-        <translation>Nächster Versuch in %1 s</translation>
+        <source>Další pokus za {vterin} s</source>
+        <translation>Nächster Versuch in {vterin} s</translation>
     </message>
     <message>
         <source>Disk je jen pro čtení.</source>
@@ -140,12 +140,12 @@
         <translation>Verfügbarkeit</translation>
     </message>
     <message>
-        <source>Historii úkolů se nepodařilo načíst: %1</source>
-        <translation>Der Verlauf der Aufgaben ließ sich nicht lesen: %1</translation>
+        <source>Historii úkolů se nepodařilo načíst: {duvod}</source>
+        <translation>Der Verlauf der Aufgaben ließ sich nicht lesen: {duvod}</translation>
     </message>
     <message>
-        <source>Historii úkolů se nepodařilo uložit: %1</source>
-        <translation>Der Verlauf der Aufgaben ließ sich nicht speichern: %1</translation>
+        <source>Historii úkolů se nepodařilo uložit: {duvod}</source>
+        <translation>Der Verlauf der Aufgaben ließ sich nicht speichern: {duvod}</translation>
     </message>
     <message>
         <source>Hlas na Macu</source>
@@ -212,8 +212,8 @@
         <translation>Wenn die Zahlen verschieden sind, bestätige nicht. Dann steht jemand zwischen Telefon und Mac.</translation>
     </message>
     <message>
-        <source>Keychain error %1</source>
-        <translation>Schlüsselbundfehler %1</translation>
+        <source>Keychain error {stav}</source>
+        <translation>Schlüsselbundfehler {stav}</translation>
     </message>
     <message>
         <source>Kliknutím zkopíruješ text kódu.</source>
@@ -224,16 +224,16 @@
         <translation>Tastenkürzel für die Stimme</translation>
     </message>
     <message>
-        <source>Klíč má mít %1 bajtů, má jich %2.</source>
-        <translation>Der Schlüssel muss %1 Bytes haben, er hat %2.</translation>
+        <source>Klíč má mít {ocekavano} bajtů, má jich {dostal}.</source>
+        <translation>Der Schlüssel muss {ocekavano} Bytes haben, er hat {dostal}.</translation>
     </message>
     <message>
-        <source>Klíč pro spojení nejde odvodit: %1</source>
-        <translation>Der Schlüssel der Verbindung lässt sich nicht ableiten: %1</translation>
+        <source>Klíč pro spojení nejde odvodit: {duvod}</source>
+        <translation>Der Schlüssel der Verbindung lässt sich nicht ableiten: {duvod}</translation>
     </message>
     <message>
-        <source>Klíč telefonu nejde použít: %1</source>
-        <translation>Der Schlüssel des Telefons ist nicht verwendbar: %1</translation>
+        <source>Klíč telefonu nejde použít: {duvod}</source>
+        <translation>Der Schlüssel des Telefons ist nicht verwendbar: {duvod}</translation>
     </message>
     <message>
         <source>Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.</source>
@@ -268,8 +268,8 @@
         <translation>Der Mac ist nicht verfügbar.</translation>
     </message>
     <message>
-        <source>Mac právě pracuje: %1.</source>
-        <translation>Der Mac arbeitet gerade: %1.</translation>
+        <source>Mac právě pracuje: {cim}.</source>
+        <translation>Der Mac arbeitet gerade: {cim}.</translation>
     </message>
     <message>
         <source>Mac spí</source>
@@ -296,12 +296,12 @@
         <translation>Die Datei konnte beim Start nicht gelesen werden. Beende Morvex und starte es neu.</translation>
     </message>
     <message>
-        <source>Zrušené párování se nepodařilo smazat: %1</source>
-        <translation>Die abgebrochene Kopplung konnte nicht gelöscht werden: %1</translation>
+        <source>Zrušené párování se nepodařilo smazat: {duvod}</source>
+        <translation>Die abgebrochene Kopplung konnte nicht gelöscht werden: {duvod}</translation>
     </message>
     <message>
-        <source>Odpojení telefonu se nepodařilo uložit: %1</source>
-        <translation>Das Trennen des Telefons konnte nicht gespeichert werden: %1</translation>
+        <source>Odpojení telefonu se nepodařilo uložit: {duvod}</source>
+        <translation>Das Trennen des Telefons konnte nicht gespeichert werden: {duvod}</translation>
     </message>
     <message>
         <source>Na disku není místo.</source>
@@ -332,24 +332,24 @@
         <translation>Die Einstellungen wurden inzwischen geändert.</translation>
     </message>
     <message>
-        <source>Nastavení se nepodařilo uložit: %1</source>
-        <translation>Die Einstellungen ließen sich nicht speichern: %1</translation>
+        <source>Nastavení se nepodařilo uložit: {duvod}</source>
+        <translation>Die Einstellungen ließen sich nicht speichern: {duvod}</translation>
     </message>
     <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Lies diesen Code in der App Morvex auf dem Telefon ein.</translation>
     </message>
     <message>
-        <source>Nejde to přečíst jako base%1.</source>
-        <translation>Es ist nicht als base%1 lesbar.</translation>
+        <source>Nejde to přečíst jako base64.</source>
+        <translation>Es ist nicht als base64 lesbar.</translation>
     </message>
     <message>
         <source>Nenainstalováno</source>
         <translation>Nicht installiert</translation>
     </message>
     <message>
-        <source>Nepodařilo se spustit: %1</source>
-        <translation>Ließ sich nicht starten: %1</translation>
+        <source>Nepodařilo se spustit: {duvod}</source>
+        <translation>Ließ sich nicht starten: {duvod}</translation>
     </message>
     <message>
         <source>Neshoduje se</source>
@@ -376,20 +376,20 @@
         <translation>Neues Token — leer lassen, um es zu behalten</translation>
     </message>
     <message>
-        <source>Nástroj %1 není na Macu k dispozici: %2</source>
-        <translation>Das Tool %1 ist am Mac nicht verfügbar: %2</translation>
+        <source>Nástroj {nastroj} není na Macu k dispozici: {duvod}</source>
+        <translation>Das Tool {nastroj} ist am Mac nicht verfügbar: {duvod}</translation>
     </message>
     <message>
-        <source>Nástroj %1 není nainstalovaný.</source>
-        <translation>Das Tool %1 ist nicht installiert.</translation>
+        <source>Nástroj {nastroj} není nainstalovaný.</source>
+        <translation>Das Tool {nastroj} ist nicht installiert.</translation>
     </message>
     <message>
-        <source>Nástroj %1 není povolený: %2</source>
-        <translation>Das Tool %1 ist nicht erlaubt: %2</translation>
+        <source>Nástroj {nastroj} není povolený: {duvod}</source>
+        <translation>Das Tool {nastroj} ist nicht erlaubt: {duvod}</translation>
     </message>
     <message>
-        <source>Nástroj %1 neznám.</source>
-        <translation>Das Tool %1 ist unbekannt.</translation>
+        <source>Nástroj {nastroj} neznám.</source>
+        <translation>Das Tool {nastroj} ist unbekannt.</translation>
     </message>
     <message>
         <source>Nástroj nevrátil žádný text.</source>
@@ -456,16 +456,16 @@
         <translation>OpenAI-Schlüssel sicher vom iPhone übernommen</translation>
     </message>
     <message>
-        <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
-        <translation>Der Vorgang überschritt die Grenze von %1 Sekunden und wurde angehalten.</translation>
+        <source>Operace překročila limit {vterin} vteřin a byla zastavena.</source>
+        <translation>Der Vorgang überschritt die Grenze von {vterin} Sekunden und wurde angehalten.</translation>
     </message>
     <message>
         <source>Operace skončila dřív, než dala výsledek.</source>
         <translation>Der Vorgang endete, bevor er ein Ergebnis lieferte.</translation>
     </message>
     <message>
-        <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
-        <translation>Die Erlaubnis für den Ordner %1 ließ sich nicht speichern: %2</translation>
+        <source>Oprávnění ke složce {slozka} se nepodařilo uložit: {duvod}</source>
+        <translation>Die Erlaubnis für den Ordner {slozka} ließ sich nicht speichern: {duvod}</translation>
     </message>
     <message>
         <source>Osobní data</source>
@@ -508,32 +508,32 @@
         <translation>In Codex fortsetzen</translation>
     </message>
     <message>
-        <source>Pole „%1“ chybí.</source>
-        <translation>Das Feld „%1“ fehlt.</translation>
+        <source>Pole „{pole}“ chybí.</source>
+        <translation>Das Feld „{pole}“ fehlt.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má neznámou hodnotu „%2“.</source>
-        <translation>Das Feld „%1“ hat den unbekannten Wert „%2“.</translation>
+        <source>Pole „{pole}“ má neznámou hodnotu „{hodnota}“.</source>
+        <translation>Das Feld „{pole}“ hat den unbekannten Wert „{hodnota}“.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má neznámý druh „%2“.</source>
-        <translation>Das Feld „%1“ ist von der unbekannten Art „%2“.</translation>
+        <source>Pole „{pole}“ má neznámý druh „{druh}“.</source>
+        <translation>Das Feld „{pole}“ ist von der unbekannten Art „{druh}“.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má nečitelnou hodnotu „%2“.</source>
-        <translation>Der Wert „%2“ im Feld „%1“ ist nicht lesbar.</translation>
+        <source>Pole „{pole}“ má nečitelnou hodnotu „{hodnota}“.</source>
+        <translation>Der Wert „{hodnota}“ im Feld „{pole}“ ist nicht lesbar.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má číslo mimo rozsah.</source>
-        <translation>Die Zahl im Feld „%1“ liegt außerhalb des Bereichs.</translation>
+        <source>Pole „{pole}“ má číslo mimo rozsah.</source>
+        <translation>Die Zahl im Feld „{pole}“ liegt außerhalb des Bereichs.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má špatný typ (%2).</source>
-        <translation>Das Feld „%1“ hat einen falschen Typ (%2).</translation>
+        <source>Pole „{pole}“ má špatný typ ({typ}).</source>
+        <translation>Das Feld „{pole}“ hat einen falschen Typ ({typ}).</translation>
     </message>
     <message>
-        <source>Poslední změnu z telefonu se nepodařilo uložit: %1</source>
-        <translation>Die letzte Änderung vom Telefon ließ sich nicht speichern: %1</translation>
+        <source>Poslední změnu z telefonu se nepodařilo uložit: {duvod}</source>
+        <translation>Die letzte Änderung vom Telefon ließ sich nicht speichern: {duvod}</translation>
     </message>
     <message>
         <source>Poslední úkoly</source>
@@ -568,8 +568,8 @@
         <translation>Ordner %1 erlauben?</translation>
     </message>
     <message>
-        <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
-        <translation>Die Notiz „%1“ ist zu lang zum Übertragen; das Telefon bekommt sie nicht.</translation>
+        <source>Poznámka „{nazev}“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
+        <translation>Die Notiz „{nazev}“ ist zu lang zum Übertragen; das Telefon bekommt sie nicht.</translation>
     </message>
     <message>
         <source>Poznámky Morvex</source>
@@ -580,8 +580,8 @@
         <translation>Auf dem iPhone erstellte Notizen erscheinen hier, sobald die Verbindung gesichert ist, und bleiben auch offline verfügbar.</translation>
     </message>
     <message>
-        <source>Počítač se nepodařilo udržet vzhůru: %1</source>
-        <translation>Der Computer ließ sich nicht wach halten: %1</translation>
+        <source>Počítač se nepodařilo udržet vzhůru: {duvod}</source>
+        <translation>Der Computer ließ sich nicht wach halten: {duvod}</translation>
     </message>
     <message>
         <source>Počítači došla paměť nebo už nemůže mít víc otevřených souborů a procesů.</source>
@@ -592,16 +592,16 @@
         <translation>Arbeitet</translation>
     </message>
     <message>
-        <source>Pracuje: %1</source>
-        <translation>Beschäftigt: %1</translation>
+        <source>Pracuje: {cim}</source>
+        <translation>Beschäftigt: {cim}</translation>
     </message>
     <message>
         <source>Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline.</source>
         <translation>Regelmäßige Zusammenfassungen vom iPhone erscheinen hier und bleiben auch offline verfügbar.</translation>
     </message>
     <message>
-        <source>Proces skončil s kódem %1.</source>
-        <translation>Der Prozess endete mit dem Code %1.</translation>
+        <source>Proces skončil s kódem {kod}.</source>
+        <translation>Der Prozess endete mit dem Code {kod}.</translation>
     </message>
     <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
@@ -616,16 +616,16 @@
         <translation>Die Aufgabe ist leer.</translation>
     </message>
     <message>
-        <source>Párování neplatí — %1</source>
-        <translation>Die Kopplung ist ungültig — %1</translation>
+        <source>Párování neplatí — {duvod}</source>
+        <translation>Die Kopplung ist ungültig — {duvod}</translation>
     </message>
     <message>
         <source>Párování s telefonem</source>
         <translation>Kopplung mit einem Telefon</translation>
     </message>
     <message>
-        <source>Párování se nepodařilo uložit: %1</source>
-        <translation>Die Kopplung ließ sich nicht speichern: %1</translation>
+        <source>Párování se nepodařilo uložit: {duvod}</source>
+        <translation>Die Kopplung ließ sich nicht speichern: {duvod}</translation>
     </message>
     <message>
         <source>Předchozí relace už neexistuje, zakládám novou.</source>
@@ -672,8 +672,8 @@
         <translation>Am Mac hinzugefügt</translation>
     </message>
     <message>
-        <source>Přihlašovací služba systému to nezařídila: %1</source>
-        <translation>Der Anmeldedienst des Systems hat es nicht eingerichtet: %1</translation>
+        <source>Přihlašovací služba systému to nezařídila: {duvod}</source>
+        <translation>Der Anmeldedienst des Systems hat es nicht eingerichtet: {duvod}</translation>
     </message>
     <message>
         <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
@@ -688,8 +688,8 @@
         <translation>Verbinde…</translation>
     </message>
     <message>
-        <source>Připojuji… (%1. pokus)</source>
-        <translation>Verbinde… (%1. Versuch)</translation>
+        <source>Připojuji… ({cislo}. pokus)</source>
+        <translation>Verbinde… ({cislo}. Versuch)</translation>
     </message>
     <message>
         <source>Připomínky</source>
@@ -732,12 +732,12 @@
         <translation>Das Relay hat keine Aufforderung gesendet.</translation>
     </message>
     <message>
-        <source>Relay odmítl požadavek (%1).</source>
-        <translation>Das Relay hat die Anfrage abgelehnt (%1).</translation>
+        <source>Relay odmítl požadavek ({stav}).</source>
+        <translation>Das Relay hat die Anfrage abgelehnt ({stav}).</translation>
     </message>
     <message>
-        <source>Server odmítl WebSocket (HTTP %1).</source>
-        <translation>Der Server hat den WebSocket abgelehnt (HTTP %1).</translation>
+        <source>Server odmítl WebSocket (HTTP {stav}).</source>
+        <translation>Der Server hat den WebSocket abgelehnt (HTTP {stav}).</translation>
     </message>
     <message>
         <source>Server odpověděl nesrozumitelně.</source>
@@ -752,8 +752,8 @@
         <translation>Der Server hat die Verbindung abgelehnt. Wahrscheinlich läuft er nicht oder hat einen anderen Port als die Adresse.</translation>
     </message>
     <message>
-        <source>Server ukončil spojení (kód %1).</source>
-        <translation>Der Server hat die Verbindung beendet (Code %1).</translation>
+        <source>Server ukončil spojení (kód {kod}).</source>
+        <translation>Der Server hat die Verbindung beendet (Code {kod}).</translation>
     </message>
     <message>
         <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
@@ -764,16 +764,16 @@
         <translation>Fehlgeschlagen</translation>
     </message>
     <message>
-        <source>Složka %1 neexistuje.</source>
-        <translation>Den Ordner %1 gibt es nicht.</translation>
+        <source>Složka {cesta} neexistuje.</source>
+        <translation>Den Ordner {cesta} gibt es nicht.</translation>
     </message>
     <message>
-        <source>Složka %1 už není povolená.</source>
-        <translation>Der Ordner %1 ist nicht mehr erlaubt.</translation>
+        <source>Složka {cesta} už není povolená.</source>
+        <translation>Der Ordner {cesta} ist nicht mehr erlaubt.</translation>
     </message>
     <message>
-        <source>Složku s daty „%1“ nejde použít: %2</source>
-        <translation>Der Datenordner „%1“ ist nicht verwendbar: %2</translation>
+        <source>Složku s daty „{slozka}“ nejde použít: {duvod}</source>
+        <translation>Der Datenordner „{slozka}“ ist nicht verwendbar: {duvod}</translation>
     </message>
     <message>
         <source>Služba počítače se neozvala včas.</source>
@@ -792,16 +792,16 @@
         <translation>Die Datei ist kein Programm für diesen Computer.</translation>
     </message>
     <message>
-        <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
-        <translation>Die Datei mit den Einstellungen war beschädigt; sie liegt beiseite als %1</translation>
+        <source>Soubor s nastavením byl poškozený; je odložený jako {soubor}</source>
+        <translation>Die Datei mit den Einstellungen war beschädigt; sie liegt beiseite als {soubor}</translation>
     </message>
     <message>
-        <source>Soubor s nastavením je poškozený a nejde odložit: %1</source>
-        <translation>Die Datei mit den Einstellungen ist beschädigt und lässt sich nicht beiseitelegen: %1</translation>
+        <source>Soubor s nastavením je poškozený a nejde odložit: {duvod}</source>
+        <translation>Die Datei mit den Einstellungen ist beschädigt und lässt sich nicht beiseitelegen: {duvod}</translation>
     </message>
     <message>
-        <source>Soubor s nastavením nejde přečíst: %1</source>
-        <translation>Die Datei mit den Einstellungen ist nicht lesbar: %1</translation>
+        <source>Soubor s nastavením nejde přečíst: {duvod}</source>
+        <translation>Die Datei mit den Einstellungen ist nicht lesbar: {duvod}</translation>
     </message>
     <message>
         <source>Soubory</source>
@@ -828,8 +828,8 @@
         <translation>Die Verbindung ist geschlossen.</translation>
     </message>
     <message>
-        <source>Spojení přerušeno — %1</source>
-        <translation>Verbindung unterbrochen — %1</translation>
+        <source>Spojení přerušeno — {duvod}</source>
+        <translation>Verbindung unterbrochen — {duvod}</translation>
     </message>
     <message>
         <source>Spojení se přerušilo.</source>
@@ -840,8 +840,8 @@
         <translation>Führt Befehle in erlaubten Ordnern aus und kann jeden Code ausführen</translation>
     </message>
     <message>
-        <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>
-        <translation>Der Start nach der Anmeldung ließ sich nicht einstellen: %1</translation>
+        <source>Spouštění po přihlášení se nepodařilo nastavit: {duvod}</source>
+        <translation>Der Start nach der Anmeldung ließ sich nicht einstellen: {duvod}</translation>
     </message>
     <message>
         <source>Spouštět po přihlášení</source>
@@ -860,8 +860,8 @@
         <translation>Anderes Telefon koppeln</translation>
     </message>
     <message>
-        <source>Stav se nepodařilo odeslat: %1</source>
-        <translation>Der Stand ließ sich nicht senden: %1</translation>
+        <source>Stav se nepodařilo odeslat: {duvod}</source>
+        <translation>Der Stand ließ sich nicht senden: {duvod}</translation>
     </message>
     <message>
         <source>Synchronizováno z iPhonu</source>
@@ -888,8 +888,8 @@
         <translation>Telefon</translation>
     </message>
     <message>
-        <source>Telefon a Mac mluví jinou verzí protokolu (%1 proti %2). Aktualizuj tu starší aplikaci.</source>
-        <translation>Telefon und Mac sprechen verschiedene Versionen des Protokolls (%1 gegen %2). Aktualisiere die ältere App.</translation>
+        <source>Telefon a Mac mluví jinou verzí protokolu ({moje} proti {jeho}). Aktualizuj tu starší aplikaci.</source>
+        <translation>Telefon und Mac sprechen verschiedene Versionen des Protokolls ({moje} gegen {jeho}). Aktualisiere die ältere App.</translation>
     </message>
     <message>
         <source>Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.</source>
@@ -900,16 +900,16 @@
         <translation>Das Telefon ist nicht verbunden</translation>
     </message>
     <message>
-        <source>Telefon poslal nekompatibilní párovací zprávu: %1</source>
-        <translation>Das Telefon hat eine unverträgliche Kopplungsnachricht gesendet: %1</translation>
+        <source>Telefon poslal nekompatibilní párovací zprávu: {duvod}</source>
+        <translation>Das Telefon hat eine unverträgliche Kopplungsnachricht gesendet: {duvod}</translation>
     </message>
     <message>
         <source>Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?</source>
         <translation>Das Telefon hat sich gemeldet. Ist diese Zahl dieselbe wie auf seinem Bildschirm?</translation>
     </message>
     <message>
-        <source>Telefon spí (%1 min)</source>
-        <translation>Das Telefon schläft (%1 min)</translation>
+        <source>Telefon spí ({minut} min)</source>
+        <translation>Das Telefon schläft ({minut} min)</translation>
     </message>
     <message>
         <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
@@ -940,8 +940,8 @@
         <translation>Das ist dein persönlicher Ordner: Das Telefon kommt dann an alle deine Dateien heran.</translation>
     </message>
     <message>
-        <source>Tohle potřebuje potvrzení: %1</source>
-        <translation>Das muss bestätigt werden: %1</translation>
+        <source>Tohle potřebuje potvrzení: {co}</source>
+        <translation>Das muss bestätigt werden: {co}</translation>
     </message>
     <message>
         <source>Token</source>
@@ -952,16 +952,16 @@
         <translation>Das Token wird nur im Schlüsselbund dieses Mac gespeichert.</translation>
     </message>
     <message>
-        <source>Trezor odmítl mazání %1: %2</source>
-        <translation>Der Tresor verweigert das Löschen von %1: %2</translation>
+        <source>Trezor odmítl mazání {ucet}: {duvod}</source>
+        <translation>Der Tresor verweigert das Löschen von {ucet}: {duvod}</translation>
     </message>
     <message>
-        <source>Trezor odmítl zápis %1: %2</source>
-        <translation>Der Tresor verweigert das Schreiben von %1: %2</translation>
+        <source>Trezor odmítl zápis {ucet}: {duvod}</source>
+        <translation>Der Tresor verweigert das Schreiben von {ucet}: {duvod}</translation>
     </message>
     <message>
-        <source>Trezor odmítl čtení %1: %2</source>
-        <translation>Der Tresor verweigert das Lesen von %1: %2</translation>
+        <source>Trezor odmítl čtení {ucet}: {duvod}</source>
+        <translation>Der Tresor verweigert das Lesen von {ucet}: {duvod}</translation>
     </message>
     <message>
         <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
@@ -996,8 +996,8 @@
         <translation>Eigene App bearbeiten</translation>
     </message>
     <message>
-        <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
-        <translation>Es läuft schon eine andere Aufgabe: %1. Warte oder brich sie ab.</translation>
+        <source>Už běží jiný úkol: {nastroj}. Počkej, nebo ho zruš.</source>
+        <translation>Es läuft schon eine andere Aufgabe: {nastroj}. Warte oder brich sie ab.</translation>
     </message>
     <message>
         <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
@@ -1024,8 +1024,8 @@
         <translation>Die eigene App hat das Zugriffstoken abgelehnt.</translation>
     </message>
     <message>
-        <source>Vlastní aplikace vrátila HTTP %1.</source>
-        <translation>Die eigene App antwortete mit HTTP %1.</translation>
+        <source>Vlastní aplikace vrátila HTTP {kod}.</source>
+        <translation>Die eigene App antwortete mit HTTP {kod}.</translation>
     </message>
     <message>
         <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
@@ -1080,8 +1080,8 @@
         <translation>Abgelehnt.</translation>
     </message>
     <message>
-        <source>Zamítnuto: %1</source>
-        <translation>Abgelehnt: %1</translation>
+        <source>Zamítnuto: {duvod}</source>
+        <translation>Abgelehnt: {duvod}</translation>
     </message>
     <message>
         <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
@@ -1104,8 +1104,8 @@
         <translation>Das Gerät wurde widerrufen.</translation>
     </message>
     <message>
-        <source>Zařízení není spárované. %1</source>
-        <translation>Das Gerät ist nicht gekoppelt. %1</translation>
+        <source>Zařízení není spárované. {duvod}</source>
+        <translation>Das Gerät ist nicht gekoppelt. {duvod}</translation>
     </message>
     <message>
         <source>Zjistit znovu</source>
@@ -1148,8 +1148,8 @@
         <translation>Die Nachricht kam außerhalb ihrer Gültigkeit. Prüfe die Uhren beider Geräte.</translation>
     </message>
     <message>
-        <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
-        <translation>Die Nachricht kam zu spät, nach %1 Sekunden. Ich habe sie nicht ausgeführt.</translation>
+        <source>Zpráva dorazila pozdě, po {vterin} vteřinách. Neprovedl jsem ji.</source>
+        <translation>Die Nachricht kam zu spät, nach {vterin} Sekunden. Ich habe sie nicht ausgeführt.</translation>
     </message>
     <message>
         <source>Zpráva je na přenos příliš dlouhá.</source>
@@ -1164,16 +1164,16 @@
         <translation>Die Nachricht ist zu lang.</translation>
     </message>
     <message>
-        <source>Zpráva má neznámou hodnotu „%1“.</source>
-        <translation>Die Nachricht hat den unbekannten Wert „%1“.</translation>
+        <source>Zpráva má neznámou hodnotu „{hodnota}“.</source>
+        <translation>Die Nachricht hat den unbekannten Wert „{hodnota}“.</translation>
     </message>
     <message>
-        <source>Zpráva má neznámý druh „%1“.</source>
-        <translation>Die Nachricht ist von der unbekannten Art „%1“.</translation>
+        <source>Zpráva má neznámý druh „{druh}“.</source>
+        <translation>Die Nachricht ist von der unbekannten Art „{druh}“.</translation>
     </message>
     <message>
-        <source>Zpráva má nečitelnou hodnotu „%1“.</source>
-        <translation>Der Wert „%1“ der Nachricht ist nicht lesbar.</translation>
+        <source>Zpráva má nečitelnou hodnotu „{hodnota}“.</source>
+        <translation>Der Wert „{hodnota}“ der Nachricht ist nicht lesbar.</translation>
     </message>
     <message>
         <source>Zpráva má příliš mnoho hodnot.</source>
@@ -1184,12 +1184,12 @@
         <translation>Die Zahl in der Nachricht liegt außerhalb des Bereichs.</translation>
     </message>
     <message>
-        <source>Zpráva má špatný typ (%1).</source>
-        <translation>Die Nachricht hat einen falschen Typ (%1).</translation>
+        <source>Zpráva má špatný typ ({typ}).</source>
+        <translation>Die Nachricht hat einen falschen Typ ({typ}).</translation>
     </message>
     <message>
-        <source>Zpráva není platný JSON (bajt %1).</source>
-        <translation>Die Nachricht ist kein gültiges JSON (Byte %1).</translation>
+        <source>Zpráva není platný JSON (bajt {bajt}).</source>
+        <translation>Die Nachricht ist kein gültiges JSON (Byte {bajt}).</translation>
     </message>
     <message>
         <source>Zpráva není zašifrovaná pro tohle spojení, nebo ji někdo změnil.</source>
@@ -1204,8 +1204,8 @@
         <translation>Die Nachricht wiederholt sich oder kam außer der Reihe.</translation>
     </message>
     <message>
-        <source>Zprávu nejde ověřit: %1</source>
-        <translation>Die Nachricht lässt sich nicht prüfen: %1</translation>
+        <source>Zprávu nejde ověřit: {duvod}</source>
+        <translation>Die Nachricht lässt sich nicht prüfen: {duvod}</translation>
     </message>
     <message>
         <source>Zrušeno.</source>
@@ -1224,8 +1224,8 @@
         <translation>Das iPhone bleibt das Hauptgerät</translation>
     </message>
     <message>
-        <source>kód %1</source>
-        <translation>Code %1</translation>
+        <source>kód {cislo}</source>
+        <translation>Code {cislo}</translation>
     </message>
     <message>
         <source>objekt</source>
@@ -1318,6 +1318,22 @@
     <message>
         <source>Žádné vlastní aplikace</source>
         <translation>Keine eigenen Apps</translation>
+    </message>
+    <message>
+        <source>Mac není připojený</source>
+        <translation>Der Mac ist nicht verbunden</translation>
+    </message>
+    <message>
+        <source>Mac spí ({minut} min)</source>
+        <translation>Der Mac schläft ({minut} min)</translation>
+    </message>
+    <message>
+        <source>Vypnuto</source>
+        <translation>Aus</translation>
+    </message>
+    <message>
+        <source>Nainstaluj: npm i -g @anthropic-ai/claude-code</source>
+        <translation>Installiere es: npm i -g @anthropic-ai/claude-code</translation>
     </message>
 </context>
 </TS>

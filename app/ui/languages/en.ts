@@ -4,36 +4,36 @@
 <context>
     <name>Morvex</name>
     <message numerus="yes">
-        <source>%1 povolených složek</source>
+        <source>{pocet} povolených složek</source>
         <translation>
-            <numerusform>%1 allowed folder</numerusform>
-            <numerusform>%1 allowed folders</numerusform>
+            <numerusform>{pocet} allowed folder</numerusform>
+            <numerusform>{pocet} allowed folders</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 připojeno</source>
+        <source>{pocet} připojeno</source>
         <translation>
-            <numerusform>%1 connected</numerusform>
-            <numerusform>%1 connected</numerusform>
+            <numerusform>{pocet} connected</numerusform>
+            <numerusform>{pocet} connected</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 nástrojů</source>
+        <source>{pocet} nástrojů</source>
         <translation>
-            <numerusform>%1 tool</numerusform>
-            <numerusform>%1 tools</numerusform>
+            <numerusform>{pocet} tool</numerusform>
+            <numerusform>{pocet} tools</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 synchronizováno</source>
+        <source>{pocet} synchronizováno</source>
         <translation>
-            <numerusform>%1 synced</numerusform>
-            <numerusform>%1 synced</numerusform>
+            <numerusform>{pocet} synced</numerusform>
+            <numerusform>{pocet} synced</numerusform>
         </translation>
     </message>
     <message>
-        <source>%1 skončil chybou: %2</source>
-        <translation>%1 ended with an error: %2</translation>
+        <source>{nastroj} skončil chybou: {zprava}</source>
+        <translation>{nastroj} ended with an error: {zprava}</translation>
     </message>
     <message>
         <source>Adresa</source>
@@ -44,8 +44,8 @@
         <translation>The relay address is not valid.</translation>
     </message>
     <message>
-        <source>Adresa relaye začíná https:// nebo http://. Napiš „%1“.</source>
-        <translation>The address of a relay begins with https:// or http://. Write “%1”.</translation>
+        <source>Adresa relaye začíná https:// nebo http://. Napiš „{adresa}“.</source>
+        <translation>The address of a relay begins with https:// or http://. Write “{adresa}”.</translation>
     </message>
     <message>
         <source>Adresa serveru není platná.</source>
@@ -64,12 +64,12 @@
         <translation>The program was found, but `--version` did not answer. Check the installation.</translation>
     </message>
     <message>
-        <source>Binárku „%1“ jsem nenašel (prohledáno %2 adresářů). %3</source>
-        <translation>The program “%1” was not found (%2 folders searched). %3</translation>
+        <source>Binárku „{binarka}“ jsem nenašel (prohledáno {pocet} adresářů). {napoveda}</source>
+        <translation>The program “{binarka}” was not found ({pocet} folders searched). {napoveda}</translation>
     </message>
     <message>
-        <source>Byl požadován nástroj %1, který tento Mac neumí.</source>
-        <translation>The tool %1 was asked for, which this Mac does not have.</translation>
+        <source>Byl požadován nástroj {nastroj}, který tento Mac neumí.</source>
+        <translation>The tool {nastroj} was asked for, which this Mac does not have.</translation>
     </message>
     <message>
         <source>Běží: %1</source>
@@ -92,8 +92,8 @@
         <translation>The server’s certificate was not issued by an authority that this computer trusts. Save the certificate of your own authority with the ending .crt in /usr/local/share/ca-certificates and run sudo update-ca-certificates.</translation>
     </message>
     <message>
-        <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
-        <translation>The path %1 is outside of the allowed folders. I do not touch it.</translation>
+        <source>Cesta {cesta} leží mimo povolené složky. Nesahám na ni.</source>
+        <translation>The path {cesta} is outside of the allowed folders. I do not touch it.</translation>
     </message>
     <message>
         <source>Cesta vede mimo svou složku nebo na jiný disk.</source>
@@ -120,8 +120,8 @@
         <translation>Codex ended with an error.</translation>
     </message>
     <message>
-        <source>Další pokus za %1 s</source>
-        <translation>Next attempt in %1 s</translation>
+        <source>Další pokus za {vterin} s</source>
+        <translation>Next attempt in {vterin} s</translation>
     </message>
     <message>
         <source>Disk je jen pro čtení.</source>
@@ -140,12 +140,12 @@
         <translation>Availability</translation>
     </message>
     <message>
-        <source>Historii úkolů se nepodařilo načíst: %1</source>
-        <translation>The history of tasks could not be read: %1</translation>
+        <source>Historii úkolů se nepodařilo načíst: {duvod}</source>
+        <translation>The history of tasks could not be read: {duvod}</translation>
     </message>
     <message>
-        <source>Historii úkolů se nepodařilo uložit: %1</source>
-        <translation>The history of tasks could not be saved: %1</translation>
+        <source>Historii úkolů se nepodařilo uložit: {duvod}</source>
+        <translation>The history of tasks could not be saved: {duvod}</translation>
     </message>
     <message>
         <source>Hlas na Macu</source>
@@ -212,8 +212,8 @@
         <translation>If the numbers differ, do not confirm. It means that somebody stands between the phone and the Mac.</translation>
     </message>
     <message>
-        <source>Keychain error %1</source>
-        <translation>Keychain error %1</translation>
+        <source>Keychain error {stav}</source>
+        <translation>Keychain error {stav}</translation>
     </message>
     <message>
         <source>Kliknutím zkopíruješ text kódu.</source>
@@ -224,16 +224,16 @@
         <translation>Keyboard shortcut for the voice</translation>
     </message>
     <message>
-        <source>Klíč má mít %1 bajtů, má jich %2.</source>
-        <translation>The key should have %1 bytes, it has %2.</translation>
+        <source>Klíč má mít {ocekavano} bajtů, má jich {dostal}.</source>
+        <translation>The key should have {ocekavano} bytes, it has {dostal}.</translation>
     </message>
     <message>
-        <source>Klíč pro spojení nejde odvodit: %1</source>
-        <translation>The key for the connection cannot be derived: %1</translation>
+        <source>Klíč pro spojení nejde odvodit: {duvod}</source>
+        <translation>The key for the connection cannot be derived: {duvod}</translation>
     </message>
     <message>
-        <source>Klíč telefonu nejde použít: %1</source>
-        <translation>The phone's key cannot be used: %1</translation>
+        <source>Klíč telefonu nejde použít: {duvod}</source>
+        <translation>The phone's key cannot be used: {duvod}</translation>
     </message>
     <message>
         <source>Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.</source>
@@ -268,8 +268,8 @@
         <translation>The Mac is not available.</translation>
     </message>
     <message>
-        <source>Mac právě pracuje: %1.</source>
-        <translation>The Mac is busy: %1.</translation>
+        <source>Mac právě pracuje: {cim}.</source>
+        <translation>The Mac is busy: {cim}.</translation>
     </message>
     <message>
         <source>Mac spí</source>
@@ -296,12 +296,12 @@
         <translation>The file could not be read at the start. Quit Morvex and start it again.</translation>
     </message>
     <message>
-        <source>Zrušené párování se nepodařilo smazat: %1</source>
-        <translation>The pairing that was cancelled could not be deleted: %1</translation>
+        <source>Zrušené párování se nepodařilo smazat: {duvod}</source>
+        <translation>The pairing that was cancelled could not be deleted: {duvod}</translation>
     </message>
     <message>
-        <source>Odpojení telefonu se nepodařilo uložit: %1</source>
-        <translation>The unpairing of the phone could not be saved: %1</translation>
+        <source>Odpojení telefonu se nepodařilo uložit: {duvod}</source>
+        <translation>The unpairing of the phone could not be saved: {duvod}</translation>
     </message>
     <message>
         <source>Na disku není místo.</source>
@@ -332,24 +332,24 @@
         <translation>The settings were changed meanwhile.</translation>
     </message>
     <message>
-        <source>Nastavení se nepodařilo uložit: %1</source>
-        <translation>The settings could not be saved: %1</translation>
+        <source>Nastavení se nepodařilo uložit: {duvod}</source>
+        <translation>The settings could not be saved: {duvod}</translation>
     </message>
     <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Scan this code in the Morvex app on the phone.</translation>
     </message>
     <message>
-        <source>Nejde to přečíst jako base%1.</source>
-        <translation>It cannot be read as base%1.</translation>
+        <source>Nejde to přečíst jako base64.</source>
+        <translation>It cannot be read as base64.</translation>
     </message>
     <message>
         <source>Nenainstalováno</source>
         <translation>Not installed</translation>
     </message>
     <message>
-        <source>Nepodařilo se spustit: %1</source>
-        <translation>Could not be started: %1</translation>
+        <source>Nepodařilo se spustit: {duvod}</source>
+        <translation>Could not be started: {duvod}</translation>
     </message>
     <message>
         <source>Neshoduje se</source>
@@ -376,20 +376,20 @@
         <translation>New token — leave empty to keep the present one</translation>
     </message>
     <message>
-        <source>Nástroj %1 není na Macu k dispozici: %2</source>
-        <translation>The tool %1 is not available on the Mac: %2</translation>
+        <source>Nástroj {nastroj} není na Macu k dispozici: {duvod}</source>
+        <translation>The tool {nastroj} is not available on the Mac: {duvod}</translation>
     </message>
     <message>
-        <source>Nástroj %1 není nainstalovaný.</source>
-        <translation>The tool %1 is not installed.</translation>
+        <source>Nástroj {nastroj} není nainstalovaný.</source>
+        <translation>The tool {nastroj} is not installed.</translation>
     </message>
     <message>
-        <source>Nástroj %1 není povolený: %2</source>
-        <translation>The tool %1 is not allowed: %2</translation>
+        <source>Nástroj {nastroj} není povolený: {duvod}</source>
+        <translation>The tool {nastroj} is not allowed: {duvod}</translation>
     </message>
     <message>
-        <source>Nástroj %1 neznám.</source>
-        <translation>The tool %1 is unknown.</translation>
+        <source>Nástroj {nastroj} neznám.</source>
+        <translation>The tool {nastroj} is unknown.</translation>
     </message>
     <message>
         <source>Nástroj nevrátil žádný text.</source>
@@ -456,16 +456,16 @@
         <translation>OpenAI key safely taken over from the iPhone</translation>
     </message>
     <message>
-        <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
-        <translation>The operation exceeded the limit of %1 seconds and was stopped.</translation>
+        <source>Operace překročila limit {vterin} vteřin a byla zastavena.</source>
+        <translation>The operation exceeded the limit of {vterin} seconds and was stopped.</translation>
     </message>
     <message>
         <source>Operace skončila dřív, než dala výsledek.</source>
         <translation>The operation ended before it gave a result.</translation>
     </message>
     <message>
-        <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
-        <translation>The permission for the folder %1 could not be saved: %2</translation>
+        <source>Oprávnění ke složce {slozka} se nepodařilo uložit: {duvod}</source>
+        <translation>The permission for the folder {slozka} could not be saved: {duvod}</translation>
     </message>
     <message>
         <source>Osobní data</source>
@@ -508,32 +508,32 @@
         <translation>Continue in Codex</translation>
     </message>
     <message>
-        <source>Pole „%1“ chybí.</source>
-        <translation>The field “%1” is missing.</translation>
+        <source>Pole „{pole}“ chybí.</source>
+        <translation>The field “{pole}” is missing.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má neznámou hodnotu „%2“.</source>
-        <translation>The field “%1” has the unknown value “%2”.</translation>
+        <source>Pole „{pole}“ má neznámou hodnotu „{hodnota}“.</source>
+        <translation>The field “{pole}” has the unknown value “{hodnota}”.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má neznámý druh „%2“.</source>
-        <translation>The field “%1” is of the unknown kind “%2”.</translation>
+        <source>Pole „{pole}“ má neznámý druh „{druh}“.</source>
+        <translation>The field “{pole}” is of the unknown kind “{druh}”.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má nečitelnou hodnotu „%2“.</source>
-        <translation>The value “%2” of the field “%1” cannot be read.</translation>
+        <source>Pole „{pole}“ má nečitelnou hodnotu „{hodnota}“.</source>
+        <translation>The value “{hodnota}” of the field “{pole}” cannot be read.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má číslo mimo rozsah.</source>
-        <translation>The number in the field “%1” is out of range.</translation>
+        <source>Pole „{pole}“ má číslo mimo rozsah.</source>
+        <translation>The number in the field “{pole}” is out of range.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má špatný typ (%2).</source>
-        <translation>The field “%1” has a wrong type (%2).</translation>
+        <source>Pole „{pole}“ má špatný typ ({typ}).</source>
+        <translation>The field “{pole}” has a wrong type ({typ}).</translation>
     </message>
     <message>
-        <source>Poslední změnu z telefonu se nepodařilo uložit: %1</source>
-        <translation>The last change from the phone could not be saved: %1</translation>
+        <source>Poslední změnu z telefonu se nepodařilo uložit: {duvod}</source>
+        <translation>The last change from the phone could not be saved: {duvod}</translation>
     </message>
     <message>
         <source>Poslední úkoly</source>
@@ -568,8 +568,8 @@
         <translation>Allow the folder %1?</translation>
     </message>
     <message>
-        <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
-        <translation>The note “%1” is too long to be sent; the phone will not get it.</translation>
+        <source>Poznámka „{nazev}“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
+        <translation>The note “{nazev}” is too long to be sent; the phone will not get it.</translation>
     </message>
     <message>
         <source>Poznámky Morvex</source>
@@ -580,8 +580,8 @@
         <translation>Notes made on the iPhone appear here once the connection is secured, and stay available offline.</translation>
     </message>
     <message>
-        <source>Počítač se nepodařilo udržet vzhůru: %1</source>
-        <translation>The computer could not be kept awake: %1</translation>
+        <source>Počítač se nepodařilo udržet vzhůru: {duvod}</source>
+        <translation>The computer could not be kept awake: {duvod}</translation>
     </message>
     <message>
         <source>Počítači došla paměť nebo už nemůže mít víc otevřených souborů a procesů.</source>
@@ -592,16 +592,16 @@
         <translation>Working</translation>
     </message>
     <message>
-        <source>Pracuje: %1</source>
-        <translation>Busy: %1</translation>
+        <source>Pracuje: {cim}</source>
+        <translation>Busy: {cim}</translation>
     </message>
     <message>
         <source>Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline.</source>
         <translation>Regular summaries made on the iPhone appear here and stay available offline.</translation>
     </message>
     <message>
-        <source>Proces skončil s kódem %1.</source>
-        <translation>The process ended with code %1.</translation>
+        <source>Proces skončil s kódem {kod}.</source>
+        <translation>The process ended with code {kod}.</translation>
     </message>
     <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
@@ -616,16 +616,16 @@
         <translation>The task is empty.</translation>
     </message>
     <message>
-        <source>Párování neplatí — %1</source>
-        <translation>The pairing is not valid — %1</translation>
+        <source>Párování neplatí — {duvod}</source>
+        <translation>The pairing is not valid — {duvod}</translation>
     </message>
     <message>
         <source>Párování s telefonem</source>
         <translation>Pairing with a phone</translation>
     </message>
     <message>
-        <source>Párování se nepodařilo uložit: %1</source>
-        <translation>The pairing could not be saved: %1</translation>
+        <source>Párování se nepodařilo uložit: {duvod}</source>
+        <translation>The pairing could not be saved: {duvod}</translation>
     </message>
     <message>
         <source>Předchozí relace už neexistuje, zakládám novou.</source>
@@ -672,8 +672,8 @@
         <translation>Added on the Mac</translation>
     </message>
     <message>
-        <source>Přihlašovací služba systému to nezařídila: %1</source>
-        <translation>The login service of the system did not arrange it: %1</translation>
+        <source>Přihlašovací služba systému to nezařídila: {duvod}</source>
+        <translation>The login service of the system did not arrange it: {duvod}</translation>
     </message>
     <message>
         <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
@@ -688,8 +688,8 @@
         <translation>Connecting…</translation>
     </message>
     <message>
-        <source>Připojuji… (%1. pokus)</source>
-        <translation>Connecting… (attempt %1)</translation>
+        <source>Připojuji… ({cislo}. pokus)</source>
+        <translation>Connecting… (attempt {cislo})</translation>
     </message>
     <message>
         <source>Připomínky</source>
@@ -732,12 +732,12 @@
         <translation>The relay sent no challenge.</translation>
     </message>
     <message>
-        <source>Relay odmítl požadavek (%1).</source>
-        <translation>The relay refused the request (%1).</translation>
+        <source>Relay odmítl požadavek ({stav}).</source>
+        <translation>The relay refused the request ({stav}).</translation>
     </message>
     <message>
-        <source>Server odmítl WebSocket (HTTP %1).</source>
-        <translation>The server refused the WebSocket (HTTP %1).</translation>
+        <source>Server odmítl WebSocket (HTTP {stav}).</source>
+        <translation>The server refused the WebSocket (HTTP {stav}).</translation>
     </message>
     <message>
         <source>Server odpověděl nesrozumitelně.</source>
@@ -752,8 +752,8 @@
         <translation>The server refused the connection. It is probably not running, or has another port than the address.</translation>
     </message>
     <message>
-        <source>Server ukončil spojení (kód %1).</source>
-        <translation>The server ended the connection (code %1).</translation>
+        <source>Server ukončil spojení (kód {kod}).</source>
+        <translation>The server ended the connection (code {kod}).</translation>
     </message>
     <message>
         <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
@@ -764,16 +764,16 @@
         <translation>Failed</translation>
     </message>
     <message>
-        <source>Složka %1 neexistuje.</source>
-        <translation>The folder %1 does not exist.</translation>
+        <source>Složka {cesta} neexistuje.</source>
+        <translation>The folder {cesta} does not exist.</translation>
     </message>
     <message>
-        <source>Složka %1 už není povolená.</source>
-        <translation>The folder %1 is no longer allowed.</translation>
+        <source>Složka {cesta} už není povolená.</source>
+        <translation>The folder {cesta} is no longer allowed.</translation>
     </message>
     <message>
-        <source>Složku s daty „%1“ nejde použít: %2</source>
-        <translation>The data folder “%1” cannot be used: %2</translation>
+        <source>Složku s daty „{slozka}“ nejde použít: {duvod}</source>
+        <translation>The data folder “{slozka}” cannot be used: {duvod}</translation>
     </message>
     <message>
         <source>Služba počítače se neozvala včas.</source>
@@ -792,16 +792,16 @@
         <translation>The file is not a program for this computer.</translation>
     </message>
     <message>
-        <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
-        <translation>The settings file was damaged; it is set aside as %1</translation>
+        <source>Soubor s nastavením byl poškozený; je odložený jako {soubor}</source>
+        <translation>The settings file was damaged; it is set aside as {soubor}</translation>
     </message>
     <message>
-        <source>Soubor s nastavením je poškozený a nejde odložit: %1</source>
-        <translation>The settings file is damaged and cannot be set aside: %1</translation>
+        <source>Soubor s nastavením je poškozený a nejde odložit: {duvod}</source>
+        <translation>The settings file is damaged and cannot be set aside: {duvod}</translation>
     </message>
     <message>
-        <source>Soubor s nastavením nejde přečíst: %1</source>
-        <translation>The settings file cannot be read: %1</translation>
+        <source>Soubor s nastavením nejde přečíst: {duvod}</source>
+        <translation>The settings file cannot be read: {duvod}</translation>
     </message>
     <message>
         <source>Soubory</source>
@@ -828,8 +828,8 @@
         <translation>The connection is closed.</translation>
     </message>
     <message>
-        <source>Spojení přerušeno — %1</source>
-        <translation>Connection interrupted — %1</translation>
+        <source>Spojení přerušeno — {duvod}</source>
+        <translation>Connection interrupted — {duvod}</translation>
     </message>
     <message>
         <source>Spojení se přerušilo.</source>
@@ -840,8 +840,8 @@
         <translation>Runs commands in allowed folders and can run any code</translation>
     </message>
     <message>
-        <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>
-        <translation>Starting at login could not be set: %1</translation>
+        <source>Spouštění po přihlášení se nepodařilo nastavit: {duvod}</source>
+        <translation>Starting at login could not be set: {duvod}</translation>
     </message>
     <message>
         <source>Spouštět po přihlášení</source>
@@ -860,8 +860,8 @@
         <translation>Pair another phone</translation>
     </message>
     <message>
-        <source>Stav se nepodařilo odeslat: %1</source>
-        <translation>The status could not be sent: %1</translation>
+        <source>Stav se nepodařilo odeslat: {duvod}</source>
+        <translation>The status could not be sent: {duvod}</translation>
     </message>
     <message>
         <source>Synchronizováno z iPhonu</source>
@@ -888,8 +888,8 @@
         <translation>Phone</translation>
     </message>
     <message>
-        <source>Telefon a Mac mluví jinou verzí protokolu (%1 proti %2). Aktualizuj tu starší aplikaci.</source>
-        <translation>The phone and the Mac speak different versions of the protocol (%1 against %2). Update the older app.</translation>
+        <source>Telefon a Mac mluví jinou verzí protokolu ({moje} proti {jeho}). Aktualizuj tu starší aplikaci.</source>
+        <translation>The phone and the Mac speak different versions of the protocol ({moje} against {jeho}). Update the older app.</translation>
     </message>
     <message>
         <source>Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.</source>
@@ -900,16 +900,16 @@
         <translation>The phone is not connected</translation>
     </message>
     <message>
-        <source>Telefon poslal nekompatibilní párovací zprávu: %1</source>
-        <translation>The phone sent an incompatible pairing message: %1</translation>
+        <source>Telefon poslal nekompatibilní párovací zprávu: {duvod}</source>
+        <translation>The phone sent an incompatible pairing message: {duvod}</translation>
     </message>
     <message>
         <source>Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?</source>
         <translation>The phone has answered. Is this number the same as the one on its screen?</translation>
     </message>
     <message>
-        <source>Telefon spí (%1 min)</source>
-        <translation>The phone is asleep (%1 min)</translation>
+        <source>Telefon spí ({minut} min)</source>
+        <translation>The phone is asleep ({minut} min)</translation>
     </message>
     <message>
         <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
@@ -940,8 +940,8 @@
         <translation>This is your home folder: the phone will reach all of your files.</translation>
     </message>
     <message>
-        <source>Tohle potřebuje potvrzení: %1</source>
-        <translation>This needs to be confirmed: %1</translation>
+        <source>Tohle potřebuje potvrzení: {co}</source>
+        <translation>This needs to be confirmed: {co}</translation>
     </message>
     <message>
         <source>Token</source>
@@ -952,16 +952,16 @@
         <translation>The token is kept in the keychain of this Mac only.</translation>
     </message>
     <message>
-        <source>Trezor odmítl mazání %1: %2</source>
-        <translation>The vault refused to delete %1: %2</translation>
+        <source>Trezor odmítl mazání {ucet}: {duvod}</source>
+        <translation>The vault refused to delete {ucet}: {duvod}</translation>
     </message>
     <message>
-        <source>Trezor odmítl zápis %1: %2</source>
-        <translation>The vault refused to write %1: %2</translation>
+        <source>Trezor odmítl zápis {ucet}: {duvod}</source>
+        <translation>The vault refused to write {ucet}: {duvod}</translation>
     </message>
     <message>
-        <source>Trezor odmítl čtení %1: %2</source>
-        <translation>The vault refused to read %1: %2</translation>
+        <source>Trezor odmítl čtení {ucet}: {duvod}</source>
+        <translation>The vault refused to read {ucet}: {duvod}</translation>
     </message>
     <message>
         <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
@@ -996,8 +996,8 @@
         <translation>Edit a custom app</translation>
     </message>
     <message>
-        <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
-        <translation>Another task is running: %1. Wait, or cancel it.</translation>
+        <source>Už běží jiný úkol: {nastroj}. Počkej, nebo ho zruš.</source>
+        <translation>Another task is running: {nastroj}. Wait, or cancel it.</translation>
     </message>
     <message>
         <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
@@ -1024,8 +1024,8 @@
         <translation>The custom app refused the access token.</translation>
     </message>
     <message>
-        <source>Vlastní aplikace vrátila HTTP %1.</source>
-        <translation>The custom app answered with HTTP %1.</translation>
+        <source>Vlastní aplikace vrátila HTTP {kod}.</source>
+        <translation>The custom app answered with HTTP {kod}.</translation>
     </message>
     <message>
         <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
@@ -1080,8 +1080,8 @@
         <translation>Refused.</translation>
     </message>
     <message>
-        <source>Zamítnuto: %1</source>
-        <translation>Denied: %1</translation>
+        <source>Zamítnuto: {duvod}</source>
+        <translation>Denied: {duvod}</translation>
     </message>
     <message>
         <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
@@ -1104,8 +1104,8 @@
         <translation>The device was revoked.</translation>
     </message>
     <message>
-        <source>Zařízení není spárované. %1</source>
-        <translation>The device is not paired. %1</translation>
+        <source>Zařízení není spárované. {duvod}</source>
+        <translation>The device is not paired. {duvod}</translation>
     </message>
     <message>
         <source>Zjistit znovu</source>
@@ -1148,8 +1148,8 @@
         <translation>The message came outside of its time. Check the clocks of both devices.</translation>
     </message>
     <message>
-        <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
-        <translation>The message came late, after %1 seconds. I have not carried it out.</translation>
+        <source>Zpráva dorazila pozdě, po {vterin} vteřinách. Neprovedl jsem ji.</source>
+        <translation>The message came late, after {vterin} seconds. I have not carried it out.</translation>
     </message>
     <message>
         <source>Zpráva je na přenos příliš dlouhá.</source>
@@ -1164,16 +1164,16 @@
         <translation>The message is too long.</translation>
     </message>
     <message>
-        <source>Zpráva má neznámou hodnotu „%1“.</source>
-        <translation>The message has the unknown value “%1”.</translation>
+        <source>Zpráva má neznámou hodnotu „{hodnota}“.</source>
+        <translation>The message has the unknown value “{hodnota}”.</translation>
     </message>
     <message>
-        <source>Zpráva má neznámý druh „%1“.</source>
-        <translation>The message is of the unknown kind “%1”.</translation>
+        <source>Zpráva má neznámý druh „{druh}“.</source>
+        <translation>The message is of the unknown kind “{druh}”.</translation>
     </message>
     <message>
-        <source>Zpráva má nečitelnou hodnotu „%1“.</source>
-        <translation>The value “%1” of the message cannot be read.</translation>
+        <source>Zpráva má nečitelnou hodnotu „{hodnota}“.</source>
+        <translation>The value “{hodnota}” of the message cannot be read.</translation>
     </message>
     <message>
         <source>Zpráva má příliš mnoho hodnot.</source>
@@ -1184,12 +1184,12 @@
         <translation>The number in the message is out of range.</translation>
     </message>
     <message>
-        <source>Zpráva má špatný typ (%1).</source>
-        <translation>The message has a wrong type (%1).</translation>
+        <source>Zpráva má špatný typ ({typ}).</source>
+        <translation>The message has a wrong type ({typ}).</translation>
     </message>
     <message>
-        <source>Zpráva není platný JSON (bajt %1).</source>
-        <translation>The message is not valid JSON (byte %1).</translation>
+        <source>Zpráva není platný JSON (bajt {bajt}).</source>
+        <translation>The message is not valid JSON (byte {bajt}).</translation>
     </message>
     <message>
         <source>Zpráva není zašifrovaná pro tohle spojení, nebo ji někdo změnil.</source>
@@ -1204,8 +1204,8 @@
         <translation>The message is a repetition or came out of order.</translation>
     </message>
     <message>
-        <source>Zprávu nejde ověřit: %1</source>
-        <translation>The message cannot be verified: %1</translation>
+        <source>Zprávu nejde ověřit: {duvod}</source>
+        <translation>The message cannot be verified: {duvod}</translation>
     </message>
     <message>
         <source>Zrušeno.</source>
@@ -1224,8 +1224,8 @@
         <translation>The iPhone stays the main device</translation>
     </message>
     <message>
-        <source>kód %1</source>
-        <translation>code %1</translation>
+        <source>kód {cislo}</source>
+        <translation>code {cislo}</translation>
     </message>
     <message>
         <source>objekt</source>
@@ -1318,6 +1318,22 @@
     <message>
         <source>Žádné vlastní aplikace</source>
         <translation>No custom apps</translation>
+    </message>
+    <message>
+        <source>Mac není připojený</source>
+        <translation>The Mac is not connected</translation>
+    </message>
+    <message>
+        <source>Mac spí ({minut} min)</source>
+        <translation>The Mac is asleep ({minut} min)</translation>
+    </message>
+    <message>
+        <source>Vypnuto</source>
+        <translation>Off</translation>
+    </message>
+    <message>
+        <source>Nainstaluj: npm i -g @anthropic-ai/claude-code</source>
+        <translation>Install it: npm i -g @anthropic-ai/claude-code</translation>
     </message>
 </context>
 </TS>

@@ -4,36 +4,36 @@
 <context>
     <name>Morvex</name>
     <message numerus="yes">
-        <source>%1 povolených složek</source>
+        <source>{pocet} povolených složek</source>
         <translation>
-            <numerusform>%1 carpeta permitida</numerusform>
-            <numerusform>%1 carpetas permitidas</numerusform>
+            <numerusform>{pocet} carpeta permitida</numerusform>
+            <numerusform>{pocet} carpetas permitidas</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 připojeno</source>
+        <source>{pocet} připojeno</source>
         <translation>
-            <numerusform>%1 conectada</numerusform>
-            <numerusform>%1 conectadas</numerusform>
+            <numerusform>{pocet} conectada</numerusform>
+            <numerusform>{pocet} conectadas</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 nástrojů</source>
+        <source>{pocet} nástrojů</source>
         <translation>
-            <numerusform>%1 herramienta</numerusform>
-            <numerusform>%1 herramientas</numerusform>
+            <numerusform>{pocet} herramienta</numerusform>
+            <numerusform>{pocet} herramientas</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 synchronizováno</source>
+        <source>{pocet} synchronizováno</source>
         <translation>
-            <numerusform>%1 sincronizada</numerusform>
-            <numerusform>%1 sincronizadas</numerusform>
+            <numerusform>{pocet} sincronizada</numerusform>
+            <numerusform>{pocet} sincronizadas</numerusform>
         </translation>
     </message>
     <message>
-        <source>%1 skončil chybou: %2</source>
-        <translation>%1 terminó con un error: %2</translation>
+        <source>{nastroj} skončil chybou: {zprava}</source>
+        <translation>{nastroj} terminó con un error: {zprava}</translation>
     </message>
     <message>
         <source>Adresa</source>
@@ -44,8 +44,8 @@
         <translation>La dirección del relay no tiene sentido.</translation>
     </message>
     <message>
-        <source>Adresa relaye začíná https:// nebo http://. Napiš „%1“.</source>
-        <translation>La dirección de un relay empieza por https:// o http://. Escribe «%1».</translation>
+        <source>Adresa relaye začíná https:// nebo http://. Napiš „{adresa}“.</source>
+        <translation>La dirección de un relay empieza por https:// o http://. Escribe «{adresa}».</translation>
     </message>
     <message>
         <source>Adresa serveru není platná.</source>
@@ -64,12 +64,12 @@
         <translation>Se ha encontrado el programa, pero `--version` no ha respondido. Comprueba la instalación.</translation>
     </message>
     <message>
-        <source>Binárku „%1“ jsem nenašel (prohledáno %2 adresářů). %3</source>
-        <translation>No se ha encontrado el programa «%1» (%2 carpetas revisadas). %3</translation>
+        <source>Binárku „{binarka}“ jsem nenašel (prohledáno {pocet} adresářů). {napoveda}</source>
+        <translation>No se ha encontrado el programa «{binarka}» ({pocet} carpetas revisadas). {napoveda}</translation>
     </message>
     <message>
-        <source>Byl požadován nástroj %1, který tento Mac neumí.</source>
-        <translation>Se ha pedido la herramienta %1, que este Mac no tiene.</translation>
+        <source>Byl požadován nástroj {nastroj}, který tento Mac neumí.</source>
+        <translation>Se ha pedido la herramienta {nastroj}, que este Mac no tiene.</translation>
     </message>
     <message>
         <source>Běží: %1</source>
@@ -92,8 +92,8 @@
         <translation>El certificado del servidor no lo emitió una autoridad en la que este ordenador confíe. Guarda el certificado de tu propia autoridad con la extensión .crt en /usr/local/share/ca-certificates y ejecuta sudo update-ca-certificates.</translation>
     </message>
     <message>
-        <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
-        <translation>La ruta %1 está fuera de las carpetas permitidas. No la toco.</translation>
+        <source>Cesta {cesta} leží mimo povolené složky. Nesahám na ni.</source>
+        <translation>La ruta {cesta} está fuera de las carpetas permitidas. No la toco.</translation>
     </message>
     <message>
         <source>Cesta vede mimo svou složku nebo na jiný disk.</source>
@@ -120,8 +120,8 @@
         <translation>Codex ha terminado con un error.</translation>
     </message>
     <message>
-        <source>Další pokus za %1 s</source>
-        <translation>Próximo intento en %1 s</translation>
+        <source>Další pokus za {vterin} s</source>
+        <translation>Próximo intento en {vterin} s</translation>
     </message>
     <message>
         <source>Disk je jen pro čtení.</source>
@@ -140,12 +140,12 @@
         <translation>Disponibilidad</translation>
     </message>
     <message>
-        <source>Historii úkolů se nepodařilo načíst: %1</source>
-        <translation>No se ha podido leer el historial de tareas: %1</translation>
+        <source>Historii úkolů se nepodařilo načíst: {duvod}</source>
+        <translation>No se ha podido leer el historial de tareas: {duvod}</translation>
     </message>
     <message>
-        <source>Historii úkolů se nepodařilo uložit: %1</source>
-        <translation>No se ha podido guardar el historial de tareas: %1</translation>
+        <source>Historii úkolů se nepodařilo uložit: {duvod}</source>
+        <translation>No se ha podido guardar el historial de tareas: {duvod}</translation>
     </message>
     <message>
         <source>Hlas na Macu</source>
@@ -212,8 +212,8 @@
         <translation>Si los números son distintos, no confirmes. Significa que hay alguien entre el teléfono y el Mac.</translation>
     </message>
     <message>
-        <source>Keychain error %1</source>
-        <translation>Error del llavero %1</translation>
+        <source>Keychain error {stav}</source>
+        <translation>Error del llavero {stav}</translation>
     </message>
     <message>
         <source>Kliknutím zkopíruješ text kódu.</source>
@@ -224,16 +224,16 @@
         <translation>Atajo de teclado para la voz</translation>
     </message>
     <message>
-        <source>Klíč má mít %1 bajtů, má jich %2.</source>
-        <translation>La clave debe tener %1 bytes y tiene %2.</translation>
+        <source>Klíč má mít {ocekavano} bajtů, má jich {dostal}.</source>
+        <translation>La clave debe tener {ocekavano} bytes y tiene {dostal}.</translation>
     </message>
     <message>
-        <source>Klíč pro spojení nejde odvodit: %1</source>
-        <translation>No se puede derivar la clave de la conexión: %1</translation>
+        <source>Klíč pro spojení nejde odvodit: {duvod}</source>
+        <translation>No se puede derivar la clave de la conexión: {duvod}</translation>
     </message>
     <message>
-        <source>Klíč telefonu nejde použít: %1</source>
-        <translation>La clave del teléfono no se puede usar: %1</translation>
+        <source>Klíč telefonu nejde použít: {duvod}</source>
+        <translation>La clave del teléfono no se puede usar: {duvod}</translation>
     </message>
     <message>
         <source>Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.</source>
@@ -268,8 +268,8 @@
         <translation>El Mac no está disponible.</translation>
     </message>
     <message>
-        <source>Mac právě pracuje: %1.</source>
-        <translation>El Mac está ocupado: %1.</translation>
+        <source>Mac právě pracuje: {cim}.</source>
+        <translation>El Mac está ocupado: {cim}.</translation>
     </message>
     <message>
         <source>Mac spí</source>
@@ -296,12 +296,12 @@
         <translation>El archivo no se pudo leer al iniciar. Cierra Morvex y vuelve a abrirlo.</translation>
     </message>
     <message>
-        <source>Zrušené párování se nepodařilo smazat: %1</source>
-        <translation>No se pudo eliminar la vinculación cancelada: %1</translation>
+        <source>Zrušené párování se nepodařilo smazat: {duvod}</source>
+        <translation>No se pudo eliminar la vinculación cancelada: {duvod}</translation>
     </message>
     <message>
-        <source>Odpojení telefonu se nepodařilo uložit: %1</source>
-        <translation>No se pudo guardar la desvinculación del teléfono: %1</translation>
+        <source>Odpojení telefonu se nepodařilo uložit: {duvod}</source>
+        <translation>No se pudo guardar la desvinculación del teléfono: {duvod}</translation>
     </message>
     <message>
         <source>Na disku není místo.</source>
@@ -332,24 +332,24 @@
         <translation>Los ajustes cambiaron mientras tanto.</translation>
     </message>
     <message>
-        <source>Nastavení se nepodařilo uložit: %1</source>
-        <translation>No se pudieron guardar los ajustes: %1</translation>
+        <source>Nastavení se nepodařilo uložit: {duvod}</source>
+        <translation>No se pudieron guardar los ajustes: {duvod}</translation>
     </message>
     <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Escanea este código en la app Morvex del teléfono.</translation>
     </message>
     <message>
-        <source>Nejde to přečíst jako base%1.</source>
-        <translation>No se puede leer como base%1.</translation>
+        <source>Nejde to přečíst jako base64.</source>
+        <translation>No se puede leer como base64.</translation>
     </message>
     <message>
         <source>Nenainstalováno</source>
         <translation>No instalado</translation>
     </message>
     <message>
-        <source>Nepodařilo se spustit: %1</source>
-        <translation>No se ha podido iniciar: %1</translation>
+        <source>Nepodařilo se spustit: {duvod}</source>
+        <translation>No se ha podido iniciar: {duvod}</translation>
     </message>
     <message>
         <source>Neshoduje se</source>
@@ -376,20 +376,20 @@
         <translation>Token nuevo — déjalo vacío para conservar el actual</translation>
     </message>
     <message>
-        <source>Nástroj %1 není na Macu k dispozici: %2</source>
-        <translation>La herramienta %1 no está disponible en el Mac: %2</translation>
+        <source>Nástroj {nastroj} není na Macu k dispozici: {duvod}</source>
+        <translation>La herramienta {nastroj} no está disponible en el Mac: {duvod}</translation>
     </message>
     <message>
-        <source>Nástroj %1 není nainstalovaný.</source>
-        <translation>La herramienta %1 no está instalada.</translation>
+        <source>Nástroj {nastroj} není nainstalovaný.</source>
+        <translation>La herramienta {nastroj} no está instalada.</translation>
     </message>
     <message>
-        <source>Nástroj %1 není povolený: %2</source>
-        <translation>La herramienta %1 no está permitida: %2</translation>
+        <source>Nástroj {nastroj} není povolený: {duvod}</source>
+        <translation>La herramienta {nastroj} no está permitida: {duvod}</translation>
     </message>
     <message>
-        <source>Nástroj %1 neznám.</source>
-        <translation>La herramienta %1 es desconocida.</translation>
+        <source>Nástroj {nastroj} neznám.</source>
+        <translation>La herramienta {nastroj} es desconocida.</translation>
     </message>
     <message>
         <source>Nástroj nevrátil žádný text.</source>
@@ -456,16 +456,16 @@
         <translation>Clave de OpenAI recibida del iPhone de forma segura</translation>
     </message>
     <message>
-        <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
-        <translation>La operación ha superado el límite de %1 segundos y se ha detenido.</translation>
+        <source>Operace překročila limit {vterin} vteřin a byla zastavena.</source>
+        <translation>La operación ha superado el límite de {vterin} segundos y se ha detenido.</translation>
     </message>
     <message>
         <source>Operace skončila dřív, než dala výsledek.</source>
         <translation>La operación terminó antes de dar un resultado.</translation>
     </message>
     <message>
-        <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
-        <translation>No se ha podido guardar el permiso de la carpeta %1: %2</translation>
+        <source>Oprávnění ke složce {slozka} se nepodařilo uložit: {duvod}</source>
+        <translation>No se ha podido guardar el permiso de la carpeta {slozka}: {duvod}</translation>
     </message>
     <message>
         <source>Osobní data</source>
@@ -508,32 +508,32 @@
         <translation>Continuar en Codex</translation>
     </message>
     <message>
-        <source>Pole „%1“ chybí.</source>
-        <translation>Falta el campo «%1».</translation>
+        <source>Pole „{pole}“ chybí.</source>
+        <translation>Falta el campo «{pole}».</translation>
     </message>
     <message>
-        <source>Pole „%1“ má neznámou hodnotu „%2“.</source>
-        <translation>El campo «%1» tiene el valor desconocido «%2».</translation>
+        <source>Pole „{pole}“ má neznámou hodnotu „{hodnota}“.</source>
+        <translation>El campo «{pole}» tiene el valor desconocido «{hodnota}».</translation>
     </message>
     <message>
-        <source>Pole „%1“ má neznámý druh „%2“.</source>
-        <translation>El campo «%1» es del tipo desconocido «%2».</translation>
+        <source>Pole „{pole}“ má neznámý druh „{druh}“.</source>
+        <translation>El campo «{pole}» es del tipo desconocido «{druh}».</translation>
     </message>
     <message>
-        <source>Pole „%1“ má nečitelnou hodnotu „%2“.</source>
-        <translation>El valor «%2» del campo «%1» no se puede leer.</translation>
+        <source>Pole „{pole}“ má nečitelnou hodnotu „{hodnota}“.</source>
+        <translation>El valor «{hodnota}» del campo «{pole}» no se puede leer.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má číslo mimo rozsah.</source>
-        <translation>El número del campo «%1» está fuera de rango.</translation>
+        <source>Pole „{pole}“ má číslo mimo rozsah.</source>
+        <translation>El número del campo «{pole}» está fuera de rango.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má špatný typ (%2).</source>
-        <translation>El campo «%1» tiene un tipo erróneo (%2).</translation>
+        <source>Pole „{pole}“ má špatný typ ({typ}).</source>
+        <translation>El campo «{pole}» tiene un tipo erróneo ({typ}).</translation>
     </message>
     <message>
-        <source>Poslední změnu z telefonu se nepodařilo uložit: %1</source>
-        <translation>No se pudo guardar el último cambio del teléfono: %1</translation>
+        <source>Poslední změnu z telefonu se nepodařilo uložit: {duvod}</source>
+        <translation>No se pudo guardar el último cambio del teléfono: {duvod}</translation>
     </message>
     <message>
         <source>Poslední úkoly</source>
@@ -568,8 +568,8 @@
         <translation>¿Permitir la carpeta %1?</translation>
     </message>
     <message>
-        <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
-        <translation>La nota «%1» es demasiado larga para enviarla; el teléfono no la recibirá.</translation>
+        <source>Poznámka „{nazev}“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
+        <translation>La nota «{nazev}» es demasiado larga para enviarla; el teléfono no la recibirá.</translation>
     </message>
     <message>
         <source>Poznámky Morvex</source>
@@ -580,8 +580,8 @@
         <translation>Las notas creadas en el iPhone aparecen aquí cuando la conexión está protegida y siguen disponibles sin conexión.</translation>
     </message>
     <message>
-        <source>Počítač se nepodařilo udržet vzhůru: %1</source>
-        <translation>No se ha podido mantener despierto el ordenador: %1</translation>
+        <source>Počítač se nepodařilo udržet vzhůru: {duvod}</source>
+        <translation>No se ha podido mantener despierto el ordenador: {duvod}</translation>
     </message>
     <message>
         <source>Počítači došla paměť nebo už nemůže mít víc otevřených souborů a procesů.</source>
@@ -592,16 +592,16 @@
         <translation>Trabajando</translation>
     </message>
     <message>
-        <source>Pracuje: %1</source>
-        <translation>Ocupado: %1</translation>
+        <source>Pracuje: {cim}</source>
+        <translation>Ocupado: {cim}</translation>
     </message>
     <message>
         <source>Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline.</source>
         <translation>Los resúmenes periódicos creados en el iPhone aparecen aquí y siguen disponibles sin conexión.</translation>
     </message>
     <message>
-        <source>Proces skončil s kódem %1.</source>
-        <translation>El proceso terminó con el código %1.</translation>
+        <source>Proces skončil s kódem {kod}.</source>
+        <translation>El proceso terminó con el código {kod}.</translation>
     </message>
     <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
@@ -616,16 +616,16 @@
         <translation>La tarea está vacía.</translation>
     </message>
     <message>
-        <source>Párování neplatí — %1</source>
-        <translation>La vinculación no es válida — %1</translation>
+        <source>Párování neplatí — {duvod}</source>
+        <translation>La vinculación no es válida — {duvod}</translation>
     </message>
     <message>
         <source>Párování s telefonem</source>
         <translation>Vinculación con un teléfono</translation>
     </message>
     <message>
-        <source>Párování se nepodařilo uložit: %1</source>
-        <translation>No se ha podido guardar la vinculación: %1</translation>
+        <source>Párování se nepodařilo uložit: {duvod}</source>
+        <translation>No se ha podido guardar la vinculación: {duvod}</translation>
     </message>
     <message>
         <source>Předchozí relace už neexistuje, zakládám novou.</source>
@@ -672,8 +672,8 @@
         <translation>Añadida en el Mac</translation>
     </message>
     <message>
-        <source>Přihlašovací služba systému to nezařídila: %1</source>
-        <translation>El servicio de sesión del sistema no lo ha hecho: %1</translation>
+        <source>Přihlašovací služba systému to nezařídila: {duvod}</source>
+        <translation>El servicio de sesión del sistema no lo ha hecho: {duvod}</translation>
     </message>
     <message>
         <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
@@ -688,8 +688,8 @@
         <translation>Conectando…</translation>
     </message>
     <message>
-        <source>Připojuji… (%1. pokus)</source>
-        <translation>Conectando… (intento %1)</translation>
+        <source>Připojuji… ({cislo}. pokus)</source>
+        <translation>Conectando… (intento {cislo})</translation>
     </message>
     <message>
         <source>Připomínky</source>
@@ -732,12 +732,12 @@
         <translation>El relay no ha enviado el desafío.</translation>
     </message>
     <message>
-        <source>Relay odmítl požadavek (%1).</source>
-        <translation>El relay rechazó la petición (%1).</translation>
+        <source>Relay odmítl požadavek ({stav}).</source>
+        <translation>El relay rechazó la petición ({stav}).</translation>
     </message>
     <message>
-        <source>Server odmítl WebSocket (HTTP %1).</source>
-        <translation>El servidor ha rechazado el WebSocket (HTTP %1).</translation>
+        <source>Server odmítl WebSocket (HTTP {stav}).</source>
+        <translation>El servidor ha rechazado el WebSocket (HTTP {stav}).</translation>
     </message>
     <message>
         <source>Server odpověděl nesrozumitelně.</source>
@@ -752,8 +752,8 @@
         <translation>El servidor rechazó la conexión. Probablemente no está en marcha o tiene otro puerto que la dirección.</translation>
     </message>
     <message>
-        <source>Server ukončil spojení (kód %1).</source>
-        <translation>El servidor ha terminado la conexión (código %1).</translation>
+        <source>Server ukončil spojení (kód {kod}).</source>
+        <translation>El servidor ha terminado la conexión (código {kod}).</translation>
     </message>
     <message>
         <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
@@ -764,16 +764,16 @@
         <translation>Ha fallado</translation>
     </message>
     <message>
-        <source>Složka %1 neexistuje.</source>
-        <translation>La carpeta %1 no existe.</translation>
+        <source>Složka {cesta} neexistuje.</source>
+        <translation>La carpeta {cesta} no existe.</translation>
     </message>
     <message>
-        <source>Složka %1 už není povolená.</source>
-        <translation>La carpeta %1 ya no está permitida.</translation>
+        <source>Složka {cesta} už není povolená.</source>
+        <translation>La carpeta {cesta} ya no está permitida.</translation>
     </message>
     <message>
-        <source>Složku s daty „%1“ nejde použít: %2</source>
-        <translation>La carpeta de datos «%1» no se puede usar: %2</translation>
+        <source>Složku s daty „{slozka}“ nejde použít: {duvod}</source>
+        <translation>La carpeta de datos «{slozka}» no se puede usar: {duvod}</translation>
     </message>
     <message>
         <source>Služba počítače se neozvala včas.</source>
@@ -792,16 +792,16 @@
         <translation>El archivo no es un programa para este ordenador.</translation>
     </message>
     <message>
-        <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
-        <translation>El archivo de ajustes estaba dañado; se ha apartado como %1</translation>
+        <source>Soubor s nastavením byl poškozený; je odložený jako {soubor}</source>
+        <translation>El archivo de ajustes estaba dañado; se ha apartado como {soubor}</translation>
     </message>
     <message>
-        <source>Soubor s nastavením je poškozený a nejde odložit: %1</source>
-        <translation>El archivo de ajustes está dañado y no se puede apartar: %1</translation>
+        <source>Soubor s nastavením je poškozený a nejde odložit: {duvod}</source>
+        <translation>El archivo de ajustes está dañado y no se puede apartar: {duvod}</translation>
     </message>
     <message>
-        <source>Soubor s nastavením nejde přečíst: %1</source>
-        <translation>No se puede leer el archivo de ajustes: %1</translation>
+        <source>Soubor s nastavením nejde přečíst: {duvod}</source>
+        <translation>No se puede leer el archivo de ajustes: {duvod}</translation>
     </message>
     <message>
         <source>Soubory</source>
@@ -828,8 +828,8 @@
         <translation>La conexión está cerrada.</translation>
     </message>
     <message>
-        <source>Spojení přerušeno — %1</source>
-        <translation>Conexión interrumpida — %1</translation>
+        <source>Spojení přerušeno — {duvod}</source>
+        <translation>Conexión interrumpida — {duvod}</translation>
     </message>
     <message>
         <source>Spojení se přerušilo.</source>
@@ -840,8 +840,8 @@
         <translation>Ejecuta órdenes en carpetas permitidas y puede ejecutar cualquier código</translation>
     </message>
     <message>
-        <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>
-        <translation>No se ha podido ajustar el inicio con la sesión: %1</translation>
+        <source>Spouštění po přihlášení se nepodařilo nastavit: {duvod}</source>
+        <translation>No se ha podido ajustar el inicio con la sesión: {duvod}</translation>
     </message>
     <message>
         <source>Spouštět po přihlášení</source>
@@ -860,8 +860,8 @@
         <translation>Vincular otro teléfono</translation>
     </message>
     <message>
-        <source>Stav se nepodařilo odeslat: %1</source>
-        <translation>No se ha podido enviar el estado: %1</translation>
+        <source>Stav se nepodařilo odeslat: {duvod}</source>
+        <translation>No se ha podido enviar el estado: {duvod}</translation>
     </message>
     <message>
         <source>Synchronizováno z iPhonu</source>
@@ -888,8 +888,8 @@
         <translation>Teléfono</translation>
     </message>
     <message>
-        <source>Telefon a Mac mluví jinou verzí protokolu (%1 proti %2). Aktualizuj tu starší aplikaci.</source>
-        <translation>El teléfono y el Mac hablan versiones distintas del protocolo (%1 frente a %2). Actualiza la app más antigua.</translation>
+        <source>Telefon a Mac mluví jinou verzí protokolu ({moje} proti {jeho}). Aktualizuj tu starší aplikaci.</source>
+        <translation>El teléfono y el Mac hablan versiones distintas del protocolo ({moje} frente a {jeho}). Actualiza la app más antigua.</translation>
     </message>
     <message>
         <source>Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.</source>
@@ -900,16 +900,16 @@
         <translation>El teléfono no está conectado</translation>
     </message>
     <message>
-        <source>Telefon poslal nekompatibilní párovací zprávu: %1</source>
-        <translation>El teléfono ha enviado un mensaje de vinculación incompatible: %1</translation>
+        <source>Telefon poslal nekompatibilní párovací zprávu: {duvod}</source>
+        <translation>El teléfono ha enviado un mensaje de vinculación incompatible: {duvod}</translation>
     </message>
     <message>
         <source>Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?</source>
         <translation>El teléfono ha respondido. ¿Es este número igual que el de su pantalla?</translation>
     </message>
     <message>
-        <source>Telefon spí (%1 min)</source>
-        <translation>El teléfono duerme (%1 min)</translation>
+        <source>Telefon spí ({minut} min)</source>
+        <translation>El teléfono duerme ({minut} min)</translation>
     </message>
     <message>
         <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
@@ -940,8 +940,8 @@
         <translation>Es tu carpeta personal: el teléfono llegará a todos tus archivos.</translation>
     </message>
     <message>
-        <source>Tohle potřebuje potvrzení: %1</source>
-        <translation>Esto necesita confirmación: %1</translation>
+        <source>Tohle potřebuje potvrzení: {co}</source>
+        <translation>Esto necesita confirmación: {co}</translation>
     </message>
     <message>
         <source>Token</source>
@@ -952,16 +952,16 @@
         <translation>El token se guarda solo en el llavero de este Mac.</translation>
     </message>
     <message>
-        <source>Trezor odmítl mazání %1: %2</source>
-        <translation>El almacén rechazó borrar %1: %2</translation>
+        <source>Trezor odmítl mazání {ucet}: {duvod}</source>
+        <translation>El almacén rechazó borrar {ucet}: {duvod}</translation>
     </message>
     <message>
-        <source>Trezor odmítl zápis %1: %2</source>
-        <translation>El almacén rechazó escribir %1: %2</translation>
+        <source>Trezor odmítl zápis {ucet}: {duvod}</source>
+        <translation>El almacén rechazó escribir {ucet}: {duvod}</translation>
     </message>
     <message>
-        <source>Trezor odmítl čtení %1: %2</source>
-        <translation>El almacén rechazó leer %1: %2</translation>
+        <source>Trezor odmítl čtení {ucet}: {duvod}</source>
+        <translation>El almacén rechazó leer {ucet}: {duvod}</translation>
     </message>
     <message>
         <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
@@ -996,8 +996,8 @@
         <translation>Editar app propia</translation>
     </message>
     <message>
-        <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
-        <translation>Ya hay otra tarea en curso: %1. Espera o cancélala.</translation>
+        <source>Už běží jiný úkol: {nastroj}. Počkej, nebo ho zruš.</source>
+        <translation>Ya hay otra tarea en curso: {nastroj}. Espera o cancélala.</translation>
     </message>
     <message>
         <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
@@ -1024,8 +1024,8 @@
         <translation>La app propia ha rechazado el token de acceso.</translation>
     </message>
     <message>
-        <source>Vlastní aplikace vrátila HTTP %1.</source>
-        <translation>La app propia ha respondido HTTP %1.</translation>
+        <source>Vlastní aplikace vrátila HTTP {kod}.</source>
+        <translation>La app propia ha respondido HTTP {kod}.</translation>
     </message>
     <message>
         <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
@@ -1080,8 +1080,8 @@
         <translation>Rechazado.</translation>
     </message>
     <message>
-        <source>Zamítnuto: %1</source>
-        <translation>Denegado: %1</translation>
+        <source>Zamítnuto: {duvod}</source>
+        <translation>Denegado: {duvod}</translation>
     </message>
     <message>
         <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
@@ -1104,8 +1104,8 @@
         <translation>El dispositivo ha sido revocado.</translation>
     </message>
     <message>
-        <source>Zařízení není spárované. %1</source>
-        <translation>El dispositivo no está vinculado. %1</translation>
+        <source>Zařízení není spárované. {duvod}</source>
+        <translation>El dispositivo no está vinculado. {duvod}</translation>
     </message>
     <message>
         <source>Zjistit znovu</source>
@@ -1148,8 +1148,8 @@
         <translation>El mensaje ha llegado fuera de su plazo. Comprueba los relojes de ambos dispositivos.</translation>
     </message>
     <message>
-        <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
-        <translation>El mensaje ha llegado tarde, tras %1 segundos. No lo he ejecutado.</translation>
+        <source>Zpráva dorazila pozdě, po {vterin} vteřinách. Neprovedl jsem ji.</source>
+        <translation>El mensaje ha llegado tarde, tras {vterin} segundos. No lo he ejecutado.</translation>
     </message>
     <message>
         <source>Zpráva je na přenos příliš dlouhá.</source>
@@ -1164,16 +1164,16 @@
         <translation>El mensaje es demasiado largo.</translation>
     </message>
     <message>
-        <source>Zpráva má neznámou hodnotu „%1“.</source>
-        <translation>El mensaje tiene el valor desconocido «%1».</translation>
+        <source>Zpráva má neznámou hodnotu „{hodnota}“.</source>
+        <translation>El mensaje tiene el valor desconocido «{hodnota}».</translation>
     </message>
     <message>
-        <source>Zpráva má neznámý druh „%1“.</source>
-        <translation>El mensaje es del tipo desconocido «%1».</translation>
+        <source>Zpráva má neznámý druh „{druh}“.</source>
+        <translation>El mensaje es del tipo desconocido «{druh}».</translation>
     </message>
     <message>
-        <source>Zpráva má nečitelnou hodnotu „%1“.</source>
-        <translation>El valor «%1» del mensaje no se puede leer.</translation>
+        <source>Zpráva má nečitelnou hodnotu „{hodnota}“.</source>
+        <translation>El valor «{hodnota}» del mensaje no se puede leer.</translation>
     </message>
     <message>
         <source>Zpráva má příliš mnoho hodnot.</source>
@@ -1184,12 +1184,12 @@
         <translation>El número del mensaje está fuera de rango.</translation>
     </message>
     <message>
-        <source>Zpráva má špatný typ (%1).</source>
-        <translation>El mensaje tiene un tipo erróneo (%1).</translation>
+        <source>Zpráva má špatný typ ({typ}).</source>
+        <translation>El mensaje tiene un tipo erróneo ({typ}).</translation>
     </message>
     <message>
-        <source>Zpráva není platný JSON (bajt %1).</source>
-        <translation>El mensaje no es JSON válido (byte %1).</translation>
+        <source>Zpráva není platný JSON (bajt {bajt}).</source>
+        <translation>El mensaje no es JSON válido (byte {bajt}).</translation>
     </message>
     <message>
         <source>Zpráva není zašifrovaná pro tohle spojení, nebo ji někdo změnil.</source>
@@ -1204,8 +1204,8 @@
         <translation>El mensaje se repite o ha llegado fuera de orden.</translation>
     </message>
     <message>
-        <source>Zprávu nejde ověřit: %1</source>
-        <translation>No se puede verificar el mensaje: %1</translation>
+        <source>Zprávu nejde ověřit: {duvod}</source>
+        <translation>No se puede verificar el mensaje: {duvod}</translation>
     </message>
     <message>
         <source>Zrušeno.</source>
@@ -1224,8 +1224,8 @@
         <translation>El iPhone sigue siendo el dispositivo principal</translation>
     </message>
     <message>
-        <source>kód %1</source>
-        <translation>código %1</translation>
+        <source>kód {cislo}</source>
+        <translation>código {cislo}</translation>
     </message>
     <message>
         <source>objekt</source>
@@ -1318,6 +1318,22 @@
     <message>
         <source>Žádné vlastní aplikace</source>
         <translation>No hay apps propias</translation>
+    </message>
+    <message>
+        <source>Mac není připojený</source>
+        <translation>El Mac no está conectado</translation>
+    </message>
+    <message>
+        <source>Mac spí ({minut} min)</source>
+        <translation>El Mac está en reposo ({minut} min)</translation>
+    </message>
+    <message>
+        <source>Vypnuto</source>
+        <translation>Desactivado</translation>
+    </message>
+    <message>
+        <source>Nainstaluj: npm i -g @anthropic-ai/claude-code</source>
+        <translation>Instálalo: npm i -g @anthropic-ai/claude-code</translation>
     </message>
 </context>
 </TS>

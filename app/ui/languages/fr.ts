@@ -4,36 +4,36 @@
 <context>
     <name>Morvex</name>
     <message numerus="yes">
-        <source>%1 povolených složek</source>
+        <source>{pocet} povolených složek</source>
         <translation>
-            <numerusform>%1 dossier autorisé</numerusform>
-            <numerusform>%1 dossiers autorisés</numerusform>
+            <numerusform>{pocet} dossier autorisé</numerusform>
+            <numerusform>{pocet} dossiers autorisés</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 připojeno</source>
+        <source>{pocet} připojeno</source>
         <translation>
-            <numerusform>%1 connectée</numerusform>
-            <numerusform>%1 connectées</numerusform>
+            <numerusform>{pocet} connectée</numerusform>
+            <numerusform>{pocet} connectées</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 nástrojů</source>
+        <source>{pocet} nástrojů</source>
         <translation>
-            <numerusform>%1 outil</numerusform>
-            <numerusform>%1 outils</numerusform>
+            <numerusform>{pocet} outil</numerusform>
+            <numerusform>{pocet} outils</numerusform>
         </translation>
     </message>
     <message numerus="yes">
-        <source>%1 synchronizováno</source>
+        <source>{pocet} synchronizováno</source>
         <translation>
-            <numerusform>%1 synchronisée</numerusform>
-            <numerusform>%1 synchronisées</numerusform>
+            <numerusform>{pocet} synchronisée</numerusform>
+            <numerusform>{pocet} synchronisées</numerusform>
         </translation>
     </message>
     <message>
-        <source>%1 skončil chybou: %2</source>
-        <translation>%1 s’est terminé par une erreur : %2</translation>
+        <source>{nastroj} skončil chybou: {zprava}</source>
+        <translation>{nastroj} s’est terminé par une erreur : {zprava}</translation>
     </message>
     <message>
         <source>Adresa</source>
@@ -44,8 +44,8 @@
         <translation>L’adresse du relais n’a pas de sens.</translation>
     </message>
     <message>
-        <source>Adresa relaye začíná https:// nebo http://. Napiš „%1“.</source>
-        <translation>L’adresse d’un relais commence par https:// ou http://. Écris « %1 ».</translation>
+        <source>Adresa relaye začíná https:// nebo http://. Napiš „{adresa}“.</source>
+        <translation>L’adresse d’un relais commence par https:// ou http://. Écris « {adresa} ».</translation>
     </message>
     <message>
         <source>Adresa serveru není platná.</source>
@@ -64,12 +64,12 @@
         <translation>Le programme a été trouvé, mais `--version` n’a pas répondu. Vérifie l’installation.</translation>
     </message>
     <message>
-        <source>Binárku „%1“ jsem nenašel (prohledáno %2 adresářů). %3</source>
-        <translation>Le programme « %1 » est introuvable (%2 dossiers parcourus). %3</translation>
+        <source>Binárku „{binarka}“ jsem nenašel (prohledáno {pocet} adresářů). {napoveda}</source>
+        <translation>Le programme « {binarka} » est introuvable ({pocet} dossiers parcourus). {napoveda}</translation>
     </message>
     <message>
-        <source>Byl požadován nástroj %1, který tento Mac neumí.</source>
-        <translation>L’outil %1 a été demandé, que ce Mac n’a pas.</translation>
+        <source>Byl požadován nástroj {nastroj}, který tento Mac neumí.</source>
+        <translation>L’outil {nastroj} a été demandé, que ce Mac n’a pas.</translation>
     </message>
     <message>
         <source>Běží: %1</source>
@@ -92,8 +92,8 @@
         <translation>Le certificat du serveur ne vient pas d’une autorité à laquelle cet ordinateur fait confiance. Enregistre le certificat de ta propre autorité avec l’extension .crt dans /usr/local/share/ca-certificates et lance sudo update-ca-certificates.</translation>
     </message>
     <message>
-        <source>Cesta %1 leží mimo povolené složky. Nesahám na ni.</source>
-        <translation>Le chemin %1 est hors des dossiers autorisés. Je n’y touche pas.</translation>
+        <source>Cesta {cesta} leží mimo povolené složky. Nesahám na ni.</source>
+        <translation>Le chemin {cesta} est hors des dossiers autorisés. Je n’y touche pas.</translation>
     </message>
     <message>
         <source>Cesta vede mimo svou složku nebo na jiný disk.</source>
@@ -120,8 +120,8 @@
         <translation>Codex s’est terminé par une erreur.</translation>
     </message>
     <message>
-        <source>Další pokus za %1 s</source>
-        <translation>Prochain essai dans %1 s</translation>
+        <source>Další pokus za {vterin} s</source>
+        <translation>Prochain essai dans {vterin} s</translation>
     </message>
     <message>
         <source>Disk je jen pro čtení.</source>
@@ -140,12 +140,12 @@
         <translation>Disponibilité</translation>
     </message>
     <message>
-        <source>Historii úkolů se nepodařilo načíst: %1</source>
-        <translation>L’historique des tâches n’a pas pu être lu : %1</translation>
+        <source>Historii úkolů se nepodařilo načíst: {duvod}</source>
+        <translation>L’historique des tâches n’a pas pu être lu : {duvod}</translation>
     </message>
     <message>
-        <source>Historii úkolů se nepodařilo uložit: %1</source>
-        <translation>L’historique des tâches n’a pas pu être enregistré : %1</translation>
+        <source>Historii úkolů se nepodařilo uložit: {duvod}</source>
+        <translation>L’historique des tâches n’a pas pu être enregistré : {duvod}</translation>
     </message>
     <message>
         <source>Hlas na Macu</source>
@@ -212,8 +212,8 @@
         <translation>Si les nombres diffèrent, ne confirme pas. Cela veut dire que quelqu’un se trouve entre le téléphone et le Mac.</translation>
     </message>
     <message>
-        <source>Keychain error %1</source>
-        <translation>Erreur du trousseau %1</translation>
+        <source>Keychain error {stav}</source>
+        <translation>Erreur du trousseau {stav}</translation>
     </message>
     <message>
         <source>Kliknutím zkopíruješ text kódu.</source>
@@ -224,16 +224,16 @@
         <translation>Raccourci clavier pour la voix</translation>
     </message>
     <message>
-        <source>Klíč má mít %1 bajtů, má jich %2.</source>
-        <translation>La clé doit avoir %1 octets, elle en a %2.</translation>
+        <source>Klíč má mít {ocekavano} bajtů, má jich {dostal}.</source>
+        <translation>La clé doit avoir {ocekavano} octets, elle en a {dostal}.</translation>
     </message>
     <message>
-        <source>Klíč pro spojení nejde odvodit: %1</source>
-        <translation>La clé de la connexion ne peut pas être dérivée : %1</translation>
+        <source>Klíč pro spojení nejde odvodit: {duvod}</source>
+        <translation>La clé de la connexion ne peut pas être dérivée : {duvod}</translation>
     </message>
     <message>
-        <source>Klíč telefonu nejde použít: %1</source>
-        <translation>La clé du téléphone est inutilisable : %1</translation>
+        <source>Klíč telefonu nejde použít: {duvod}</source>
+        <translation>La clé du téléphone est inutilisable : {duvod}</translation>
     </message>
     <message>
         <source>Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka.</source>
@@ -268,8 +268,8 @@
         <translation>Le Mac n’est pas disponible.</translation>
     </message>
     <message>
-        <source>Mac právě pracuje: %1.</source>
-        <translation>Le Mac est occupé : %1.</translation>
+        <source>Mac právě pracuje: {cim}.</source>
+        <translation>Le Mac est occupé : {cim}.</translation>
     </message>
     <message>
         <source>Mac spí</source>
@@ -296,12 +296,12 @@
         <translation>Le fichier n’a pas pu être lu au démarrage. Quitte Morvex et relance-le.</translation>
     </message>
     <message>
-        <source>Zrušené párování se nepodařilo smazat: %1</source>
-        <translation>L’association annulée n’a pas pu être supprimée : %1</translation>
+        <source>Zrušené párování se nepodařilo smazat: {duvod}</source>
+        <translation>L’association annulée n’a pas pu être supprimée : {duvod}</translation>
     </message>
     <message>
-        <source>Odpojení telefonu se nepodařilo uložit: %1</source>
-        <translation>La dissociation du téléphone n’a pas pu être enregistrée : %1</translation>
+        <source>Odpojení telefonu se nepodařilo uložit: {duvod}</source>
+        <translation>La dissociation du téléphone n’a pas pu être enregistrée : {duvod}</translation>
     </message>
     <message>
         <source>Na disku není místo.</source>
@@ -332,24 +332,24 @@
         <translation>Les réglages ont changé entre-temps.</translation>
     </message>
     <message>
-        <source>Nastavení se nepodařilo uložit: %1</source>
-        <translation>Les réglages n’ont pas pu être enregistrés : %1</translation>
+        <source>Nastavení se nepodařilo uložit: {duvod}</source>
+        <translation>Les réglages n’ont pas pu être enregistrés : {duvod}</translation>
     </message>
     <message>
         <source>Načti tento kód v aplikaci Morvex na telefonu.</source>
         <translation>Scanne ce code dans l’app Morvex du téléphone.</translation>
     </message>
     <message>
-        <source>Nejde to přečíst jako base%1.</source>
-        <translation>Illisible comme base%1.</translation>
+        <source>Nejde to přečíst jako base64.</source>
+        <translation>Illisible comme base64.</translation>
     </message>
     <message>
         <source>Nenainstalováno</source>
         <translation>Non installé</translation>
     </message>
     <message>
-        <source>Nepodařilo se spustit: %1</source>
-        <translation>Impossible à lancer : %1</translation>
+        <source>Nepodařilo se spustit: {duvod}</source>
+        <translation>Impossible à lancer : {duvod}</translation>
     </message>
     <message>
         <source>Neshoduje se</source>
@@ -376,20 +376,20 @@
         <translation>Nouveau jeton — laisse vide pour garder l’actuel</translation>
     </message>
     <message>
-        <source>Nástroj %1 není na Macu k dispozici: %2</source>
-        <translation>L’outil %1 n’est pas disponible sur le Mac : %2</translation>
+        <source>Nástroj {nastroj} není na Macu k dispozici: {duvod}</source>
+        <translation>L’outil {nastroj} n’est pas disponible sur le Mac : {duvod}</translation>
     </message>
     <message>
-        <source>Nástroj %1 není nainstalovaný.</source>
-        <translation>L’outil %1 n’est pas installé.</translation>
+        <source>Nástroj {nastroj} není nainstalovaný.</source>
+        <translation>L’outil {nastroj} n’est pas installé.</translation>
     </message>
     <message>
-        <source>Nástroj %1 není povolený: %2</source>
-        <translation>L’outil %1 n’est pas autorisé : %2</translation>
+        <source>Nástroj {nastroj} není povolený: {duvod}</source>
+        <translation>L’outil {nastroj} n’est pas autorisé : {duvod}</translation>
     </message>
     <message>
-        <source>Nástroj %1 neznám.</source>
-        <translation>L’outil %1 est inconnu.</translation>
+        <source>Nástroj {nastroj} neznám.</source>
+        <translation>L’outil {nastroj} est inconnu.</translation>
     </message>
     <message>
         <source>Nástroj nevrátil žádný text.</source>
@@ -456,16 +456,16 @@
         <translation>Clé OpenAI reçue de l’iPhone en toute sécurité</translation>
     </message>
     <message>
-        <source>Operace překročila limit %1 vteřin a byla zastavena.</source>
-        <translation>L’opération a dépassé la limite de %1 secondes et a été arrêtée.</translation>
+        <source>Operace překročila limit {vterin} vteřin a byla zastavena.</source>
+        <translation>L’opération a dépassé la limite de {vterin} secondes et a été arrêtée.</translation>
     </message>
     <message>
         <source>Operace skončila dřív, než dala výsledek.</source>
         <translation>L’opération s’est terminée avant de donner un résultat.</translation>
     </message>
     <message>
-        <source>Oprávnění ke složce %1 se nepodařilo uložit: %2</source>
-        <translation>L’autorisation du dossier %1 n’a pas pu être enregistrée : %2</translation>
+        <source>Oprávnění ke složce {slozka} se nepodařilo uložit: {duvod}</source>
+        <translation>L’autorisation du dossier {slozka} n’a pas pu être enregistrée : {duvod}</translation>
     </message>
     <message>
         <source>Osobní data</source>
@@ -508,32 +508,32 @@
         <translation>Poursuivre dans Codex</translation>
     </message>
     <message>
-        <source>Pole „%1“ chybí.</source>
-        <translation>Le champ « %1 » manque.</translation>
+        <source>Pole „{pole}“ chybí.</source>
+        <translation>Le champ « {pole} » manque.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má neznámou hodnotu „%2“.</source>
-        <translation>Le champ « %1 » a la valeur inconnue « %2 ».</translation>
+        <source>Pole „{pole}“ má neznámou hodnotu „{hodnota}“.</source>
+        <translation>Le champ « {pole} » a la valeur inconnue « {hodnota} ».</translation>
     </message>
     <message>
-        <source>Pole „%1“ má neznámý druh „%2“.</source>
-        <translation>Le champ « %1 » est du genre inconnu « %2 ».</translation>
+        <source>Pole „{pole}“ má neznámý druh „{druh}“.</source>
+        <translation>Le champ « {pole} » est du genre inconnu « {druh} ».</translation>
     </message>
     <message>
-        <source>Pole „%1“ má nečitelnou hodnotu „%2“.</source>
-        <translation>La valeur « %2 » du champ « %1 » est illisible.</translation>
+        <source>Pole „{pole}“ má nečitelnou hodnotu „{hodnota}“.</source>
+        <translation>La valeur « {hodnota} » du champ « {pole} » est illisible.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má číslo mimo rozsah.</source>
-        <translation>Le nombre du champ « %1 » est hors limites.</translation>
+        <source>Pole „{pole}“ má číslo mimo rozsah.</source>
+        <translation>Le nombre du champ « {pole} » est hors limites.</translation>
     </message>
     <message>
-        <source>Pole „%1“ má špatný typ (%2).</source>
-        <translation>Le champ « %1 » a un mauvais type (%2).</translation>
+        <source>Pole „{pole}“ má špatný typ ({typ}).</source>
+        <translation>Le champ « {pole} » a un mauvais type ({typ}).</translation>
     </message>
     <message>
-        <source>Poslední změnu z telefonu se nepodařilo uložit: %1</source>
-        <translation>La dernière modification du téléphone n’a pas pu être enregistrée : %1</translation>
+        <source>Poslední změnu z telefonu se nepodařilo uložit: {duvod}</source>
+        <translation>La dernière modification du téléphone n’a pas pu être enregistrée : {duvod}</translation>
     </message>
     <message>
         <source>Poslední úkoly</source>
@@ -568,8 +568,8 @@
         <translation>Autoriser le dossier %1 ?</translation>
     </message>
     <message>
-        <source>Poznámka „%1“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
-        <translation>La note « %1 » est trop longue pour être envoyée ; le téléphone ne la recevra pas.</translation>
+        <source>Poznámka „{nazev}“ je na přenos příliš dlouhá, telefon ji nedostane.</source>
+        <translation>La note « {nazev} » est trop longue pour être envoyée ; le téléphone ne la recevra pas.</translation>
     </message>
     <message>
         <source>Poznámky Morvex</source>
@@ -580,8 +580,8 @@
         <translation>Les notes créées sur l’iPhone apparaissent ici une fois la connexion sécurisée et restent disponibles hors ligne.</translation>
     </message>
     <message>
-        <source>Počítač se nepodařilo udržet vzhůru: %1</source>
-        <translation>L’ordinateur n’a pas pu être gardé éveillé : %1</translation>
+        <source>Počítač se nepodařilo udržet vzhůru: {duvod}</source>
+        <translation>L’ordinateur n’a pas pu être gardé éveillé : {duvod}</translation>
     </message>
     <message>
         <source>Počítači došla paměť nebo už nemůže mít víc otevřených souborů a procesů.</source>
@@ -592,16 +592,16 @@
         <translation>Travaille</translation>
     </message>
     <message>
-        <source>Pracuje: %1</source>
-        <translation>Occupé : %1</translation>
+        <source>Pracuje: {cim}</source>
+        <translation>Occupé : {cim}</translation>
     </message>
     <message>
         <source>Pravidelné souhrny vytvořené na iPhonu se objeví tady a zůstanou dostupné i offline.</source>
         <translation>Les résumés réguliers créés sur l’iPhone apparaissent ici et restent disponibles hors ligne.</translation>
     </message>
     <message>
-        <source>Proces skončil s kódem %1.</source>
-        <translation>Le processus s’est terminé avec le code %1.</translation>
+        <source>Proces skončil s kódem {kod}.</source>
+        <translation>Le processus s’est terminé avec le code {kod}.</translation>
     </message>
     <message>
         <source>Protějšek poslal představení, kterému nerozumím.</source>
@@ -616,16 +616,16 @@
         <translation>La tâche est vide.</translation>
     </message>
     <message>
-        <source>Párování neplatí — %1</source>
-        <translation>L’association n’est pas valable — %1</translation>
+        <source>Párování neplatí — {duvod}</source>
+        <translation>L’association n’est pas valable — {duvod}</translation>
     </message>
     <message>
         <source>Párování s telefonem</source>
         <translation>Association avec un téléphone</translation>
     </message>
     <message>
-        <source>Párování se nepodařilo uložit: %1</source>
-        <translation>L’association n’a pas pu être enregistrée : %1</translation>
+        <source>Párování se nepodařilo uložit: {duvod}</source>
+        <translation>L’association n’a pas pu être enregistrée : {duvod}</translation>
     </message>
     <message>
         <source>Předchozí relace už neexistuje, zakládám novou.</source>
@@ -672,8 +672,8 @@
         <translation>Ajoutée sur le Mac</translation>
     </message>
     <message>
-        <source>Přihlašovací služba systému to nezařídila: %1</source>
-        <translation>Le service de session du système ne l’a pas fait : %1</translation>
+        <source>Přihlašovací služba systému to nezařídila: {duvod}</source>
+        <translation>Le service de session du système ne l’a pas fait : {duvod}</translation>
     </message>
     <message>
         <source>Přihlášení Claude Code selhalo. V Terminálu spusť `claude auth login` a potom v aplikaci klikni na Zjistit znovu.</source>
@@ -688,8 +688,8 @@
         <translation>Connexion…</translation>
     </message>
     <message>
-        <source>Připojuji… (%1. pokus)</source>
-        <translation>Connexion… (tentative %1)</translation>
+        <source>Připojuji… ({cislo}. pokus)</source>
+        <translation>Connexion… (tentative {cislo})</translation>
     </message>
     <message>
         <source>Připomínky</source>
@@ -732,12 +732,12 @@
         <translation>Le relais n’a pas envoyé de défi.</translation>
     </message>
     <message>
-        <source>Relay odmítl požadavek (%1).</source>
-        <translation>Le relais a refusé la requête (%1).</translation>
+        <source>Relay odmítl požadavek ({stav}).</source>
+        <translation>Le relais a refusé la requête ({stav}).</translation>
     </message>
     <message>
-        <source>Server odmítl WebSocket (HTTP %1).</source>
-        <translation>Le serveur a refusé le WebSocket (HTTP %1).</translation>
+        <source>Server odmítl WebSocket (HTTP {stav}).</source>
+        <translation>Le serveur a refusé le WebSocket (HTTP {stav}).</translation>
     </message>
     <message>
         <source>Server odpověděl nesrozumitelně.</source>
@@ -752,8 +752,8 @@
         <translation>Le serveur a refusé la connexion. Il ne tourne sans doute pas, ou son port n’est pas celui de l’adresse.</translation>
     </message>
     <message>
-        <source>Server ukončil spojení (kód %1).</source>
-        <translation>Le serveur a mis fin à la connexion (code %1).</translation>
+        <source>Server ukončil spojení (kód {kod}).</source>
+        <translation>Le serveur a mis fin à la connexion (code {kod}).</translation>
     </message>
     <message>
         <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
@@ -764,16 +764,16 @@
         <translation>Échec</translation>
     </message>
     <message>
-        <source>Složka %1 neexistuje.</source>
-        <translation>Le dossier %1 n’existe pas.</translation>
+        <source>Složka {cesta} neexistuje.</source>
+        <translation>Le dossier {cesta} n’existe pas.</translation>
     </message>
     <message>
-        <source>Složka %1 už není povolená.</source>
-        <translation>Le dossier %1 n’est plus autorisé.</translation>
+        <source>Složka {cesta} už není povolená.</source>
+        <translation>Le dossier {cesta} n’est plus autorisé.</translation>
     </message>
     <message>
-        <source>Složku s daty „%1“ nejde použít: %2</source>
-        <translation>Le dossier de données « %1 » n’est pas utilisable : %2</translation>
+        <source>Složku s daty „{slozka}“ nejde použít: {duvod}</source>
+        <translation>Le dossier de données « {slozka} » n’est pas utilisable : {duvod}</translation>
     </message>
     <message>
         <source>Služba počítače se neozvala včas.</source>
@@ -792,16 +792,16 @@
         <translation>Le fichier n’est pas un programme pour cet ordinateur.</translation>
     </message>
     <message>
-        <source>Soubor s nastavením byl poškozený; je odložený jako %1</source>
-        <translation>Le fichier des réglages était endommagé ; il est mis de côté sous %1</translation>
+        <source>Soubor s nastavením byl poškozený; je odložený jako {soubor}</source>
+        <translation>Le fichier des réglages était endommagé ; il est mis de côté sous {soubor}</translation>
     </message>
     <message>
-        <source>Soubor s nastavením je poškozený a nejde odložit: %1</source>
-        <translation>Le fichier des réglages est endommagé et ne peut être mis de côté : %1</translation>
+        <source>Soubor s nastavením je poškozený a nejde odložit: {duvod}</source>
+        <translation>Le fichier des réglages est endommagé et ne peut être mis de côté : {duvod}</translation>
     </message>
     <message>
-        <source>Soubor s nastavením nejde přečíst: %1</source>
-        <translation>Le fichier des réglages est illisible : %1</translation>
+        <source>Soubor s nastavením nejde přečíst: {duvod}</source>
+        <translation>Le fichier des réglages est illisible : {duvod}</translation>
     </message>
     <message>
         <source>Soubory</source>
@@ -828,8 +828,8 @@
         <translation>La connexion est fermée.</translation>
     </message>
     <message>
-        <source>Spojení přerušeno — %1</source>
-        <translation>Connexion interrompue — %1</translation>
+        <source>Spojení přerušeno — {duvod}</source>
+        <translation>Connexion interrompue — {duvod}</translation>
     </message>
     <message>
         <source>Spojení se přerušilo.</source>
@@ -840,8 +840,8 @@
         <translation>Exécute des commandes dans les dossiers autorisés et peut exécuter n’importe quel code</translation>
     </message>
     <message>
-        <source>Spouštění po přihlášení se nepodařilo nastavit: %1</source>
-        <translation>Le lancement à l’ouverture de session n’a pas pu être réglé : %1</translation>
+        <source>Spouštění po přihlášení se nepodařilo nastavit: {duvod}</source>
+        <translation>Le lancement à l’ouverture de session n’a pas pu être réglé : {duvod}</translation>
     </message>
     <message>
         <source>Spouštět po přihlášení</source>
@@ -860,8 +860,8 @@
         <translation>Associer un autre téléphone</translation>
     </message>
     <message>
-        <source>Stav se nepodařilo odeslat: %1</source>
-        <translation>L’état n’a pas pu être envoyé : %1</translation>
+        <source>Stav se nepodařilo odeslat: {duvod}</source>
+        <translation>L’état n’a pas pu être envoyé : {duvod}</translation>
     </message>
     <message>
         <source>Synchronizováno z iPhonu</source>
@@ -888,8 +888,8 @@
         <translation>Téléphone</translation>
     </message>
     <message>
-        <source>Telefon a Mac mluví jinou verzí protokolu (%1 proti %2). Aktualizuj tu starší aplikaci.</source>
-        <translation>Le téléphone et le Mac parlent des versions différentes du protocole (%1 contre %2). Mets à jour l’app la plus ancienne.</translation>
+        <source>Telefon a Mac mluví jinou verzí protokolu ({moje} proti {jeho}). Aktualizuj tu starší aplikaci.</source>
+        <translation>Le téléphone et le Mac parlent des versions différentes du protocole ({moje} contre {jeho}). Mets à jour l’app la plus ancienne.</translation>
     </message>
     <message>
         <source>Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu.</source>
@@ -900,16 +900,16 @@
         <translation>Le téléphone n’est pas connecté</translation>
     </message>
     <message>
-        <source>Telefon poslal nekompatibilní párovací zprávu: %1</source>
-        <translation>Le téléphone a envoyé un message d’association incompatible : %1</translation>
+        <source>Telefon poslal nekompatibilní párovací zprávu: {duvod}</source>
+        <translation>Le téléphone a envoyé un message d’association incompatible : {duvod}</translation>
     </message>
     <message>
         <source>Telefon se ozval. Shoduje se tohle číslo s tím na jeho obrazovce?</source>
         <translation>Le téléphone a répondu. Ce nombre est-il le même que sur son écran ?</translation>
     </message>
     <message>
-        <source>Telefon spí (%1 min)</source>
-        <translation>Le téléphone dort (%1 min)</translation>
+        <source>Telefon spí ({minut} min)</source>
+        <translation>Le téléphone dort ({minut} min)</translation>
     </message>
     <message>
         <source>Telefon tenhle Mac přestane vidět. Aby se k němu zase dostal, budeš ho muset znovu spárovat.</source>
@@ -940,8 +940,8 @@
         <translation>C’est ton dossier personnel : le téléphone aura accès à tous tes fichiers.</translation>
     </message>
     <message>
-        <source>Tohle potřebuje potvrzení: %1</source>
-        <translation>Ceci doit être confirmé : %1</translation>
+        <source>Tohle potřebuje potvrzení: {co}</source>
+        <translation>Ceci doit être confirmé : {co}</translation>
     </message>
     <message>
         <source>Token</source>
@@ -952,16 +952,16 @@
         <translation>Le jeton n’est conservé que dans le trousseau de ce Mac.</translation>
     </message>
     <message>
-        <source>Trezor odmítl mazání %1: %2</source>
-        <translation>Le coffre a refusé la suppression de %1 : %2</translation>
+        <source>Trezor odmítl mazání {ucet}: {duvod}</source>
+        <translation>Le coffre a refusé la suppression de {ucet} : {duvod}</translation>
     </message>
     <message>
-        <source>Trezor odmítl zápis %1: %2</source>
-        <translation>Le coffre a refusé l’écriture de %1 : %2</translation>
+        <source>Trezor odmítl zápis {ucet}: {duvod}</source>
+        <translation>Le coffre a refusé l’écriture de {ucet} : {duvod}</translation>
     </message>
     <message>
-        <source>Trezor odmítl čtení %1: %2</source>
-        <translation>Le coffre a refusé la lecture de %1 : %2</translation>
+        <source>Trezor odmítl čtení {ucet}: {duvod}</source>
+        <translation>Le coffre a refusé la lecture de {ucet} : {duvod}</translation>
     </message>
     <message>
         <source>Tuhle zprávu jsem už jednou zpracoval. Podruhé ji neprovádím.</source>
@@ -996,8 +996,8 @@
         <translation>Modifier une app personnelle</translation>
     </message>
     <message>
-        <source>Už běží jiný úkol: %1. Počkej, nebo ho zruš.</source>
-        <translation>Une autre tâche est en cours : %1. Attends ou annule-la.</translation>
+        <source>Už běží jiný úkol: {nastroj}. Počkej, nebo ho zruš.</source>
+        <translation>Une autre tâche est en cours : {nastroj}. Attends ou annule-la.</translation>
     </message>
     <message>
         <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
@@ -1024,8 +1024,8 @@
         <translation>L’app personnelle a refusé le jeton d’accès.</translation>
     </message>
     <message>
-        <source>Vlastní aplikace vrátila HTTP %1.</source>
-        <translation>L’app personnelle a répondu HTTP %1.</translation>
+        <source>Vlastní aplikace vrátila HTTP {kod}.</source>
+        <translation>L’app personnelle a répondu HTTP {kod}.</translation>
     </message>
     <message>
         <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
@@ -1080,8 +1080,8 @@
         <translation>Refusé.</translation>
     </message>
     <message>
-        <source>Zamítnuto: %1</source>
-        <translation>Refusé : %1</translation>
+        <source>Zamítnuto: {duvod}</source>
+        <translation>Refusé : {duvod}</translation>
     </message>
     <message>
         <source>Zapni jen služby, které má Morvex na tomto Macu používat.</source>
@@ -1104,8 +1104,8 @@
         <translation>L’appareil a été révoqué.</translation>
     </message>
     <message>
-        <source>Zařízení není spárované. %1</source>
-        <translation>L’appareil n’est pas associé. %1</translation>
+        <source>Zařízení není spárované. {duvod}</source>
+        <translation>L’appareil n’est pas associé. {duvod}</translation>
     </message>
     <message>
         <source>Zjistit znovu</source>
@@ -1148,8 +1148,8 @@
         <translation>Le message est arrivé hors de sa durée de validité. Vérifie l’heure des deux appareils.</translation>
     </message>
     <message>
-        <source>Zpráva dorazila pozdě, po %1 vteřinách. Neprovedl jsem ji.</source>
-        <translation>Le message est arrivé trop tard, après %1 secondes. Je ne l’ai pas exécuté.</translation>
+        <source>Zpráva dorazila pozdě, po {vterin} vteřinách. Neprovedl jsem ji.</source>
+        <translation>Le message est arrivé trop tard, après {vterin} secondes. Je ne l’ai pas exécuté.</translation>
     </message>
     <message>
         <source>Zpráva je na přenos příliš dlouhá.</source>
@@ -1164,16 +1164,16 @@
         <translation>Le message est trop long.</translation>
     </message>
     <message>
-        <source>Zpráva má neznámou hodnotu „%1“.</source>
-        <translation>Le message a la valeur inconnue « %1 ».</translation>
+        <source>Zpráva má neznámou hodnotu „{hodnota}“.</source>
+        <translation>Le message a la valeur inconnue « {hodnota} ».</translation>
     </message>
     <message>
-        <source>Zpráva má neznámý druh „%1“.</source>
-        <translation>Le message est du genre inconnu « %1 ».</translation>
+        <source>Zpráva má neznámý druh „{druh}“.</source>
+        <translation>Le message est du genre inconnu « {druh} ».</translation>
     </message>
     <message>
-        <source>Zpráva má nečitelnou hodnotu „%1“.</source>
-        <translation>La valeur « %1 » du message est illisible.</translation>
+        <source>Zpráva má nečitelnou hodnotu „{hodnota}“.</source>
+        <translation>La valeur « {hodnota} » du message est illisible.</translation>
     </message>
     <message>
         <source>Zpráva má příliš mnoho hodnot.</source>
@@ -1184,12 +1184,12 @@
         <translation>Le nombre du message est hors limites.</translation>
     </message>
     <message>
-        <source>Zpráva má špatný typ (%1).</source>
-        <translation>Le message a un mauvais type (%1).</translation>
+        <source>Zpráva má špatný typ ({typ}).</source>
+        <translation>Le message a un mauvais type ({typ}).</translation>
     </message>
     <message>
-        <source>Zpráva není platný JSON (bajt %1).</source>
-        <translation>Le message n’est pas un JSON valable (octet %1).</translation>
+        <source>Zpráva není platný JSON (bajt {bajt}).</source>
+        <translation>Le message n’est pas un JSON valable (octet {bajt}).</translation>
     </message>
     <message>
         <source>Zpráva není zašifrovaná pro tohle spojení, nebo ji někdo změnil.</source>
@@ -1204,8 +1204,8 @@
         <translation>Le message est répété ou est arrivé dans le désordre.</translation>
     </message>
     <message>
-        <source>Zprávu nejde ověřit: %1</source>
-        <translation>Le message ne peut pas être vérifié : %1</translation>
+        <source>Zprávu nejde ověřit: {duvod}</source>
+        <translation>Le message ne peut pas être vérifié : {duvod}</translation>
     </message>
     <message>
         <source>Zrušeno.</source>
@@ -1224,8 +1224,8 @@
         <translation>L’iPhone reste l’appareil principal</translation>
     </message>
     <message>
-        <source>kód %1</source>
-        <translation>code %1</translation>
+        <source>kód {cislo}</source>
+        <translation>code {cislo}</translation>
     </message>
     <message>
         <source>objekt</source>
@@ -1318,6 +1318,22 @@
     <message>
         <source>Žádné vlastní aplikace</source>
         <translation>Aucune app personnelle</translation>
+    </message>
+    <message>
+        <source>Mac není připojený</source>
+        <translation>Le Mac n’est pas connecté</translation>
+    </message>
+    <message>
+        <source>Mac spí ({minut} min)</source>
+        <translation>Le Mac est en veille ({minut} min)</translation>
+    </message>
+    <message>
+        <source>Vypnuto</source>
+        <translation>Désactivé</translation>
+    </message>
+    <message>
+        <source>Nainstaluj: npm i -g @anthropic-ai/claude-code</source>
+        <translation>Installe-le : npm i -g @anthropic-ai/claude-code</translation>
     </message>
 </context>
 </TS>

@@ -22,7 +22,7 @@ void AboutModel::copyIdentifier() {
 }
 
 QString AboutModel::trouble() const {
-    return localized(state_.potizNastaveni.value().value_or(std::string()));
+    return localized(state_.potizNastaveni.value().value_or(Sentence()));
 }
 
 QString AboutModel::protocolVersion() const {

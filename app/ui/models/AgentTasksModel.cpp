@@ -22,20 +22,21 @@ QString agentName(const UkolAgenta& ukol) {
 QString stateText(UkolAgenta::Stav stav) {
     switch (stav) {
     case UkolAgenta::Stav::bezi:
-        return localized("Pracuje");
+        return localized("Pracuje"_sentence);
     case UkolAgenta::Stav::hotovo:
-        return localized("Hotovo");
+        return localized("Hotovo"_sentence);
     case UkolAgenta::Stav::chyba:
-        return localized("Skončilo chybou");
+        return localized("Skončilo chybou"_sentence);
     case UkolAgenta::Stav::preruseno:
-        return localized("Přerušeno");
+        return localized("Přerušeno"_sentence);
     }
     return {};
 }
 
 /// What the button is called that goes on with the task.
 QString continuation(const UkolAgenta& ukol) {
-    return localized(ukol.nastroj == AgentId::claudeCode ? "Pokračovat v Claude" : "Pokračovat v Codexu");
+    return ukol.nastroj == AgentId::claudeCode ? localized("Pokračovat v Claude"_sentence)
+                                               : localized("Pokračovat v Codexu"_sentence);
 }
 
 QString idOf(const UkolAgenta& ukol) {
@@ -44,12 +45,12 @@ QString idOf(const UkolAgenta& ukol) {
 
 QVariantMap row(const UkolAgenta& ukol) {
     const QStringList about{agentName(ukol), stateText(ukol.stav), shortDate(ukol.aktualizovano)};
-    const auto& detail = ukol.chyba ? ukol.chyba : ukol.shrnuti;
+    const auto detail = ukol.chyba ? *ukol.chyba : Sentence(ukol.shrnuti.value_or(std::string()));
     return {
         {QStringLiteral("id"), idOf(ukol)},
         {QStringLiteral("title"), QString::fromStdString(ukol.nazev)},
         {QStringLiteral("state"), about.join(QStringLiteral(" · "))},
-        {QStringLiteral("detail"), localized(detail.value_or(std::string()))},
+        {QStringLiteral("detail"), localized(detail)},
         {QStringLiteral("running"), ukol.stav == UkolAgenta::Stav::bezi},
         {QStringLiteral("failed"), ukol.stav == UkolAgenta::Stav::chyba},
         {QStringLiteral("continuation"), continuation(ukol)},
@@ -70,7 +71,7 @@ QVariantList AgentTasksModel::readRows() const {
 }
 
 QString AgentTasksModel::trouble() const {
-    return localized(historie_.potiz().value_or(std::string()));
+    return localized(historie_.potiz().value_or(Sentence()));
 }
 
 QString AgentTasksModel::runningTool() const {

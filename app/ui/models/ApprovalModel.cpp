@@ -19,7 +19,7 @@ QString ApprovalModel::requestId() const {
 
 QString ApprovalModel::title() const {
     const auto& request = schvalovani_.zadost().value();
-    return request ? localized(request->title) : QString();
+    return request ? localized(Sentence(request->title)) : QString();
 }
 
 QString ApprovalModel::detail() const {

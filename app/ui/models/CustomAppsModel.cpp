@@ -50,7 +50,7 @@ void CustomAppsModel::save(const QString& id, const QString& name, const QString
                            const QString& token) {
     if (saving_) return;
     saving_ = true;
-    error_.clear();
+    error_ = {};
     refresh();
     auto stored = id.isEmpty() ? std::nullopt : std::optional(id.toStdString());
     scope_.spawn(
@@ -59,7 +59,7 @@ void CustomAppsModel::save(const QString& id, const QString& name, const QString
 
 void CustomAppsModel::startEditing() {
     ++editor_;
-    error_.clear();
+    error_ = {};
     refresh();
 }
 

@@ -5,6 +5,7 @@
 #include "app/ui/models/RowList.h"
 #include "app/ui/models/SwitchTrouble.h"
 #include "foundation/TaskScope.h"
+#include "shared/base/Sentence.h"
 
 #include <optional>
 #include <string>
@@ -60,7 +61,7 @@ class CustomAppsModel final : public ViewModel {
     SwitchTrouble trouble_;
     bool saving_ = false;
     int editor_ = 0; ///< counts the openings of the editor
-    std::string error_;
+    Sentence error_;
     RowList rows_;
 };
 

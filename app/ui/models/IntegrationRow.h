@@ -3,6 +3,7 @@
 #include "app/settings/MacIntegrationSettings.h"
 #include "app/ui/models/ViewModel.h"
 #include "foundation/TaskScope.h"
+#include "shared/base/Sentence.h"
 
 #include <QPointer>
 
@@ -26,13 +27,13 @@ class IntegrationRow final : public ViewModel {
   public:
     struct Description {
         Integration integration;
-        std::string name;
+        Sentence name;
         /// The status; for a row that is not available, why. Czech.
-        std::function<std::string()> detail;
+        std::function<Sentence()> detail;
         /// What a new look ("Zjistit znovu") may mend; empty is none.
-        std::function<std::string()> problem = [] { return std::string(); };
-        bool available = true;   ///< the service exists on this system
-        std::string action = {}; ///< what its button is called; none when it is empty
+        std::function<Sentence()> problem = [] { return Sentence(); };
+        bool available = true; ///< the service exists on this system
+        Sentence action = {};  ///< what its button is called; none when it is empty
     };
 
     /// Told how a switching ended, with the failure.

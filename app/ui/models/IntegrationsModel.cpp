@@ -12,8 +12,8 @@ namespace morvex {
 namespace {
 
 /// Why a row cannot be switched.
-constexpr const char* notYet = "Tahle verze to ještě neumí.";
-constexpr const char* onlyOnMac = "Apple Mail existuje jen v systému macOS.";
+constexpr auto notYet = "Tahle verze to ještě neumí."_sentence;
+constexpr auto onlyOnMac = "Apple Mail existuje jen v systému macOS."_sentence;
 
 } // namespace
 
@@ -41,68 +41,73 @@ void IntegrationsModel::detectAgain() {
 }
 
 void IntegrationsModel::addPersonalData() {
-    addMissing(Integration::calendar, "Kalendář", notYet);
-    addMissing(Integration::reminders, "Připomínky", notYet);
-    addMissing(Integration::contacts, "Kontakty", notYet);
+    addMissing(Integration::calendar, "Kalendář"_sentence, notYet);
+    addMissing(Integration::reminders, "Připomínky"_sentence, notYet);
+    addMissing(Integration::contacts, "Kontakty"_sentence, notYet);
     auto& notes = features_.records.poznamky();
-    add(personalData_, {.integration = Integration::notes, .name = "Poznámky Morvex", .detail = [&notes] {
-                            return std::to_string(notes.notes().size()) + " synchronizováno";
-                        }});
-    addMissing(Integration::webSearch, "Vyhledávání na webu", notYet);
-    addMissing(Integration::appleMail, "Apple Mail", onlyOnMac);
-    addMissing(Integration::smtp, "SMTP / IMAP", notYet);
+    add(personalData_,
+        {.integration = Integration::notes, .name = "Poznámky Morvex"_sentence, .detail = [&notes] {
+             return "{pocet} synchronizováno"_sentence(notes.notes().size());
+         }});
+    addMissing(Integration::webSearch, "Vyhledávání na webu"_sentence, notYet);
+    addMissing(Integration::appleMail, Sentence("Apple Mail"), onlyOnMac);
+    addMissing(Integration::smtp, Sentence("SMTP / IMAP"), notYet);
 }
 
-void IntegrationsModel::addMissing(Integration integration, const char* name, const char* reason) {
+void IntegrationsModel::addMissing(Integration integration, Sentence name, Sentence reason) {
     add(personalData_, {.integration = integration,
-                        .name = name,
-                        .detail = [reason] { return std::string(reason); },
+                        .name = std::move(name),
+                        .detail = [reason = std::move(reason)] { return reason; },
                         .available = false});
 }
 
 void IntegrationsModel::addCustomApps() {
     auto& service = features_.customApps.service();
     auto& row = add(customApps_, {.integration = Integration::customApps,
-                                  .name = "Vlastní aplikace",
+                                  .name = "Vlastní aplikace"_sentence,
                                   .detail = [this] { return customAppsDetail(); },
-                                  .action = "Spravovat"});
+                                  .action = "Spravovat"_sentence});
     row.follow(service.priZmene([&row] { row.refresh(); }));
 }
 
-std::string IntegrationsModel::customAppsDetail() const {
+Sentence IntegrationsModel::customAppsDetail() const {
     auto connected = std::ranges::count_if(features_.customApps.service().apps(), &AppSummary::enabled);
     auto tools = std::ranges::count_if(companion_.nastroje().nabizeneNastroje(),
                                        [](const auto& tool) { return tool.name.starts_with("mac.custom."); });
-    return std::to_string(connected) + " připojeno · " + std::to_string(tools) + " nástrojů";
+    return "{prvni} · {druhe}"_sentence("{pocet} připojeno"_sentence(connected),
+                                        "{pocet} nástrojů"_sentence(tools));
 }
 
 void IntegrationsModel::addMacTools() {
-    addAgent(Integration::codex, "Codex", features_.agents.stav().codex);
-    addAgent(Integration::claude, "Claude Code", features_.agents.stav().claude);
+    addAgent(Integration::codex, Sentence("Codex"), features_.agents.stav().codex);
+    addAgent(Integration::claude, Sentence("Claude Code"), features_.agents.stav().claude);
     auto& slozky = features_.files.slozky();
-    auto& files = add(macTools_, {.integration = Integration::files, .name = "Soubory", .detail = [&slozky] {
-                                      return std::to_string(slozky.povolene().size()) + " povolených složek";
-                                  }});
+    auto& files =
+        add(macTools_, {.integration = Integration::files, .name = "Soubory"_sentence, .detail = [&slozky] {
+                            return "{pocet} povolených složek"_sentence(slozky.povolene().size());
+                        }});
     files.follow(slozky.priZmene([&files] { files.refresh(); }));
     add(macTools_,
-        {.integration = Integration::terminal, .name = "Terminál", .detail = [] {
-             return std::string("Spouští příkazy v povolených složkách a umí spustit jakýkoli kód");
+        {.integration = Integration::terminal, .name = "Terminál"_sentence, .detail = []() -> Sentence {
+             return "Spouští příkazy v povolených složkách a umí spustit jakýkoli kód"_sentence;
          }});
 }
 
-void IntegrationsModel::addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status) {
+void IntegrationsModel::addAgent(Integration integration, Sentence name, QProperty<AgentStatus>& status) {
     auto isKnown = [this, &status] {
-        return !detecting() && status.value().problem != AgentsFeature::Stav::jesteNevim;
+        return !detecting() && status.value().problem != Sentence(AgentsFeature::Stav::jesteNevim);
     };
-    auto detail = [isKnown, &status]() -> std::string {
+    auto detail = [isKnown, &status]() -> Sentence {
         if (!isKnown()) return AgentsFeature::Stav::jesteNevim;
-        return status.value().installed ? "Nainstalováno" : "Nenainstalováno";
+        if (status.value().installed) return "Nainstalováno"_sentence;
+        return "Nenainstalováno"_sentence;
     };
     auto problem = [isKnown, &status] {
-        return isKnown() ? status.value().problem.value_or(std::string()) : std::string();
+        return isKnown() ? status.value().problem.value_or(Sentence()) : Sentence();
     };
     auto& row =
-        add(macTools_, {.integration = integration, .name = name, .detail = detail, .problem = problem});
+        add(macTools_,
+            {.integration = integration, .name = std::move(name), .detail = detail, .problem = problem});
     row.follow(status);
     row.follow(companion_.stav().zjistovani);
 }

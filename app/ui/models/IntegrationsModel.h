@@ -47,11 +47,11 @@ class IntegrationsModel final : public ViewModel {
 
   private:
     void addPersonalData();
-    void addMissing(Integration integration, const char* name, const char* reason);
+    void addMissing(Integration integration, Sentence name, Sentence reason);
     void addMacTools();
     void addCustomApps();
-    [[nodiscard]] std::string customAppsDetail() const;
-    void addAgent(Integration integration, const char* name, QProperty<AgentStatus>& status);
+    [[nodiscard]] Sentence customAppsDetail() const;
+    void addAgent(Integration integration, Sentence name, QProperty<AgentStatus>& status);
     IntegrationRow& add(QList<QObject*>& group, IntegrationRow::Description description);
 
     Companion& companion_;

@@ -30,7 +30,7 @@ PairingModel::Situation PairingModel::situation() const {
 }
 
 QString PairingModel::keys() const {
-    return localized(companion_.stav().nacitajiSeKlice() ? odemkniKlicenku
+    return localized(companion_.stav().nacitajiSeKlice() ? Sentence(odemkniKlicenku)
                                                          : companion_.stav().klice.value().duvod);
 }
 
@@ -83,7 +83,7 @@ QString PairingModel::relayAddress() const {
 
 void PairingModel::setRelayAddress(const QString& address) {
     const auto chosen = companion_.zvolitRelay(address.toStdString());
-    relayProblem_ = chosen ? std::string() : chosen.error().popis();
+    relayProblem_ = chosen ? Sentence() : chosen.error().popis();
     Q_EMIT changed();
 }
 

@@ -5,6 +5,7 @@
 #include "foundation/Clock.h"
 #include "foundation/TaskScope.h"
 #include "platform/ports/Clipboard.h"
+#include "shared/base/Sentence.h"
 
 namespace morvex {
 
@@ -78,7 +79,7 @@ class PairingModel final : public ViewModel {
 
     Companion& companion_;
     Services services_;
-    std::string relayProblem_;
+    Sentence relayProblem_;
     QPropertyNotifier codeNotifier_;
 };
 

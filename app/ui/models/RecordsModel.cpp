@@ -41,8 +41,7 @@ QVariantMap RecordsModel::find(const QString& id) const {
 QString RecordsModel::trouble() const {
     const auto problem = source_.problem();
     if (!problem) return {};
-    const std::string told = "Poslední změnu z telefonu se nepodařilo uložit: " + *problem;
-    return localized(told);
+    return localized("Poslední změnu z telefonu se nepodařilo uložit: {duvod}"_sentence(*problem));
 }
 
 void RecordsModel::copy(const QString& text) {

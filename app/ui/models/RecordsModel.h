@@ -3,6 +3,7 @@
 #include "app/ui/models/RecordTitle.h"
 #include "app/ui/models/RowList.h"
 #include "platform/ports/Clipboard.h"
+#include "shared/base/Sentence.h"
 
 #include <QVariantMap>
 
@@ -34,7 +35,7 @@ class RecordsModel final : public ViewModel {
     struct Source {
         std::function<std::vector<RecordTitle>()> titles;
         std::function<std::optional<Record>(const Uuid& id)> find;
-        std::function<std::optional<std::string>()> problem;
+        std::function<std::optional<Sentence>()> problem;
     };
 
     RecordsModel(Source source, Clipboard& clipboard);

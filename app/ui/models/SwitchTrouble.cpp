@@ -7,19 +7,19 @@
 
 namespace morvex {
 
-SwitchTrouble::SwitchTrouble(QProperty<std::optional<std::string>>& settings, std::function<void()> changed)
+SwitchTrouble::SwitchTrouble(QProperty<std::optional<Sentence>>& settings, std::function<void()> changed)
     : settings_(settings), changed_(std::move(changed)), notifier_(settings.addNotifier([this] {
-          if (!settings_.value()) refusal_.clear();
+          if (!settings_.value()) refusal_ = {};
           changed_();
       })) {}
 
 void SwitchTrouble::note(const Result<void>& result) {
-    refusal_ = result ? std::string() : neulozenoKvuli(result.error());
+    refusal_ = result ? Sentence() : neulozenoKvuli(result.error());
     changed_();
 }
 
 QString SwitchTrouble::text() const {
-    return localized(refusal_.empty() ? settings_.value().value_or(std::string()) : refusal_);
+    return localized(refusal_.empty() ? settings_.value().value_or(Sentence()) : refusal_);
 }
 
 } // namespace morvex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shared/base/Error.h"
+#include "shared/base/Sentence.h"
 
 #include <QProperty>
 #include <QString>
@@ -17,7 +18,7 @@ namespace morvex {
 class SwitchTrouble {
   public:
     /// `settings` outlives this object. `changed` is called when the text may have changed.
-    SwitchTrouble(QProperty<std::optional<std::string>>& settings, std::function<void()> changed);
+    SwitchTrouble(QProperty<std::optional<Sentence>>& settings, std::function<void()> changed);
 
     /// What came of the last switch.
     void note(const Result<void>& result);
@@ -25,9 +26,9 @@ class SwitchTrouble {
     [[nodiscard]] QString text() const;
 
   private:
-    QProperty<std::optional<std::string>>& settings_;
+    QProperty<std::optional<Sentence>>& settings_;
     std::function<void()> changed_;
-    std::string refusal_;
+    Sentence refusal_;
     QPropertyNotifier notifier_;
 };
 

@@ -14,17 +14,17 @@ namespace {
 
 struct Language {
     std::string_view mode;
-    const char* name;
+    Sentence name;
 };
 
 /// Each language is called what its speakers call it.
-constexpr std::array<Language, 6> languageModes{{
-    {MacVoiceController::phoneMode, "Podle iPhonu"},
-    {"cs", "Čeština"},
-    {"en", "English"},
-    {"de", "Deutsch"},
-    {"fr", "Français"},
-    {"es", "Español"},
+const std::array<Language, 6> languageModes{{
+    {MacVoiceController::phoneMode, "Podle iPhonu"_sentence},
+    {"cs", Sentence("Čeština")},
+    {"en", Sentence("English")},
+    {"de", Sentence("Deutsch")},
+    {"fr", Sentence("Français")},
+    {"es", Sentence("Español")},
 }};
 
 } // namespace

@@ -37,15 +37,15 @@ QString WakefulnessModel::state() const {
 }
 
 QString WakefulnessModel::loginTrouble() const {
-    return localized(bdelost_.stav().potiz.value().value_or(std::string()));
+    return localized(bdelost_.stav().potiz.value().value_or(Sentence()));
 }
 
 QString WakefulnessModel::wakeTrouble() const {
-    return localized(bdelost_.stav().potizDrzeni.value().value_or(std::string()));
+    return localized(bdelost_.stav().potizDrzeni.value().value_or(Sentence()));
 }
 
 QString WakefulnessModel::trouble() const {
-    return localized(state_.potizNastaveni.value().value_or(std::string()));
+    return localized(state_.potizNastaveni.value().value_or(Sentence()));
 }
 
 } // namespace morvex

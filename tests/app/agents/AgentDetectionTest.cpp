@@ -10,10 +10,10 @@ namespace {
 using namespace std::chrono_literals;
 using testing::ElementsAre;
 
-const std::string loginProblem = "Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola "
-                                 "neodpověděla. V Terminálu spusť `claude "
-                                 "auth login` a potom zde klikni na Zjistit znovu.";
-const std::string versionProblem = "Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.";
+const Sentence loginProblem("Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola "
+                            "neodpověděla. V Terminálu spusť `claude "
+                            "auth login` a potom zde klikni na Zjistit znovu.");
+const Sentence versionProblem("Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.");
 
 /// Detection through the runner, as its callers see it.
 class AgentDetectionTest : public AgentFixture {
@@ -52,7 +52,7 @@ class AgentDetectionTest : public AgentFixture {
 };
 
 TEST_F(AgentDetectionTest, AnUnknownToolIsAProblem) {
-    EXPECT_EQ(detect("vim"), (AgentStatus{false, {}, {}, "Neznámý nástroj."}));
+    EXPECT_EQ(detect("vim"), (AgentStatus{false, {}, {}, Sentence("Neznámý nástroj.")}));
     EXPECT_TRUE(programs.programs.empty());
 }
 
@@ -67,8 +67,8 @@ TEST_F(AgentDetectionTest, AMissingBinaryIsToldWithTheNumberOfFoldersAndTheHint)
     EXPECT_EQ(detect("rare"), (AgentStatus{false,
                                            {},
                                            {},
-                                           "Binárku „morvex-rare-agent“ jsem nenašel (prohledáno " + folders +
-                                               " adresářů). Nainstaluj ho."}));
+                                           Sentence("Binárku „morvex-rare-agent“ jsem nenašel (prohledáno " +
+                                                    folders + " adresářů). Nainstaluj ho.")}));
     EXPECT_TRUE(asked().empty());
 }
 

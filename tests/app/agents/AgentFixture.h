@@ -24,7 +24,7 @@ class RareAgent final : public AgentAdapter {
         return {"morvex-rare-agent", "morvex-rare-cli"};
     }
 
-    [[nodiscard]] std::string napoveda() const override { return "Nainstaluj ho."; }
+    [[nodiscard]] Sentence napoveda() const override { return Sentence("Nainstaluj ho."); }
 
     [[nodiscard]] std::vector<std::string> argumenty(std::string instrukce, std::string,
                                                      std::optional<std::string>) const override {

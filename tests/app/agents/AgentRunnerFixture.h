@@ -69,7 +69,7 @@ class AgentRunnerFixture : public AgentFixture {
 
     /// The failure's sentence; empty without one.
     static std::string failure(const Outcome& outcome) {
-        return *outcome && !**outcome ? (**outcome).error().popis() : "";
+        return *outcome && !**outcome ? (**outcome).error().popis().czech() : "";
     }
 
     template <class Case> static bool failedAs(const Outcome& outcome) {

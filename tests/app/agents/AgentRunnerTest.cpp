@@ -205,7 +205,7 @@ TEST_F(AgentRunnerTest, AFailedLaunchLeavesNoTask) {
     programs.problems.emplace(path("bin/codex"), SystemError{ENOEXEC});
     auto outcome = begin(task());
     EXPECT_EQ(failure(outcome),
-              "codex skončil chybou: Nepodařilo se spustit: " + SystemError{ENOEXEC}.popis());
+              "codex skončil chybou: Nepodařilo se spustit: " + SystemError{ENOEXEC}.popis().czech());
     EXPECT_EQ(runner.bezici(), nullptr);
     EXPECT_FALSE(runner.zrus());
 }

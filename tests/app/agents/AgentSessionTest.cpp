@@ -260,7 +260,7 @@ TEST_F(AgentSessionTest, ASecondRunThatCannotBeLaunchedLeavesNoTask) {
     programs.problems.emplace(path("bin/codex"), SystemError{ENOEXEC});
     finish(1, "thread not found");
     EXPECT_EQ(failure(outcome),
-              "codex skončil chybou: Nepodařilo se spustit: " + SystemError{ENOEXEC}.popis());
+              "codex skončil chybou: Nepodařilo se spustit: " + SystemError{ENOEXEC}.popis().czech());
     EXPECT_EQ(runner.bezici(), nullptr);
     EXPECT_FALSE(runner.zrus());
 }

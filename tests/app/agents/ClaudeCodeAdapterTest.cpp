@@ -38,7 +38,7 @@ ZpravaAgenta final(std::string text) {
 
 ZpravaAgenta error(std::string text) {
     ZpravaAgenta zprava;
-    zprava.chyba = std::move(text);
+    zprava.chyba = Sentence(std::move(text));
     return zprava;
 }
 

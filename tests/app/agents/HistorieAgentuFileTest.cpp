@@ -61,7 +61,7 @@ TEST_F(HistorieAgentuFileTest, EverythingComesBackAfterARestart) {
     auto id = begin({{}, random.uuid(), "claude-code", "Název", "Zadání\ns řádky", "/p"}).workItemID;
     historie->dokonci(id, "Hotovo „s uvozovkami“.", "r1");
     auto failed = begin("codex", "Jiné").workItemID;
-    historie->selhal(failed, "Nejde to.");
+    historie->selhal(failed, Sentence("Nejde to."));
     auto before = historie->polozky();
     load();
     EXPECT_EQ(historie->polozky(), before);
@@ -133,7 +133,8 @@ TEST_F(HistorieAgentuFileTest, TextsOfTheFileAreBoundedAsWrittenOnesAre) {
           R"(","relace":")" + text + "\"}]");
     load();
     const auto& ukol = historie->polozky().front();
-    for (const auto& one : {ukol.nazev, ukol.instrukce, *ukol.shrnuti, *ukol.chyba}) EXPECT_EQ(one, kept);
+    for (const auto& one : {ukol.nazev, ukol.instrukce, *ukol.shrnuti, ukol.chyba->czech()})
+        EXPECT_EQ(one, kept);
     EXPECT_FALSE(ukol.relace);
 }
 
@@ -211,7 +212,7 @@ TEST_F(HistorieAgentuFileTest, ADamagedFileGivesTheMessageAndAnEmptyList) {
         write(text);
         load();
         EXPECT_TRUE(historie->polozky().empty()) << name;
-        const auto why = decode<std::vector<UkolAgenta>>(text).error().popis();
+        const auto why = decode<std::vector<UkolAgenta>>(text).error().popis().czech();
         EXPECT_NE(why, "") << name;
         EXPECT_EQ(trouble(), "Historii úkolů se nepodařilo načíst: " + why) << name;
         EXPECT_EQ(written(), text) << name << ": reading alone leaves it";
@@ -232,7 +233,7 @@ TEST_F(HistorieAgentuFileTest, AFailedSaveIsToldAndTheListStaysRight) {
     load();
     std::ofstream(temporary.path() / "TalkSpan") << "v cestě";
     auto ukol = begin("codex", "Oprav testy");
-    EXPECT_EQ(trouble(), "Historii úkolů se nepodařilo uložit: " + SystemError{ENOTDIR}.popis());
+    EXPECT_EQ(trouble(), "Historii úkolů se nepodařilo uložit: " + SystemError{ENOTDIR}.popis().czech());
     EXPECT_EQ(historie->polozky(), std::vector{ukol});
     std::filesystem::remove(temporary.path() / "TalkSpan");
     historie->nastavRelaci(ukol.workItemID, "r1");

@@ -132,8 +132,8 @@ TEST_F(HistorieAgentuTest, EveryEndRaisesTheRevision) {
          "Hotovo.", std::nullopt, "r2"},
         {"done without a session", [&](const Uuid& id) { historie->dokonci(id, "Hotovo.", {}); },
          UkolAgenta::Stav::hotovo, "Hotovo.", std::nullopt, "r1"},
-        {"failed", [&](const Uuid& id) { historie->selhal(id, "Nejde to."); }, UkolAgenta::Stav::chyba,
-         std::nullopt, "Nejde to.", "r1"},
+        {"failed", [&](const Uuid& id) { historie->selhal(id, Sentence("Nejde to.")); },
+         UkolAgenta::Stav::chyba, std::nullopt, "Nejde to.", "r1"},
         {"interrupted", [&](const Uuid& id) { historie->preruseno(id); }, UkolAgenta::Stav::preruseno,
          std::nullopt, std::nullopt, "r1"},
     };
@@ -156,10 +156,10 @@ TEST_F(HistorieAgentuTest, EveryEndRaisesTheRevision) {
 
 TEST_F(HistorieAgentuTest, AGoodEndAndAnInterruptionTakeTheErrorAway) {
     auto id = begin("codex", "1").workItemID;
-    historie->selhal(id, "Nejde to.");
+    historie->selhal(id, Sentence("Nejde to."));
     historie->dokonci(id, "Hotovo.", {});
     EXPECT_EQ(historie->ukol(id)->chyba, std::nullopt);
-    historie->selhal(id, "Nejde to.");
+    historie->selhal(id, Sentence("Nejde to."));
     historie->preruseno(id);
     EXPECT_EQ(historie->ukol(id)->chyba, std::nullopt);
 }
@@ -170,7 +170,7 @@ TEST_F(HistorieAgentuTest, AnUnknownWorkItemIsIgnored) {
     const auto connection = historie->priZmene([&changes] { ++changes; });
     historie->nastavRelaci(unknown(), "r");
     historie->dokonci(unknown(), "x", "r");
-    historie->selhal(unknown(), "x");
+    historie->selhal(unknown(), Sentence("x"));
     historie->preruseno(unknown());
     historie->potvrd(unknown(), 5);
     EXPECT_FALSE(historie->prijmiPokracovani({unknown(), {}, {}}, "r"));

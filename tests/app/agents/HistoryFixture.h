@@ -53,7 +53,7 @@ class HistoryFixture : public testing::Test {
         return begin({{}, {}, nastroj, {}, instrukce, slozka});
     }
 
-    [[nodiscard]] std::string trouble() const { return historie->potiz().value_or("none"); }
+    [[nodiscard]] std::string trouble() const { return historie->potiz().value_or(Sentence("none")).czech(); }
 
     TemporaryFolder temporary;
     ManualClock clock;

@@ -123,7 +123,7 @@ TEST_F(RealAgentsTest, AnErrorOfClaudeCodeIsToldInItsWords) {
 echo '{"type":"result","is_error":true,"session_id":"s1","result":"Invalid API key"}'
 exit 1
 )sh");
-    EXPECT_EQ(outcome.error().popis(), "claude-code skončil chybou: Invalid API key");
+    EXPECT_EQ(outcome.error().popis().czech(), "claude-code skončil chybou: Invalid API key");
 }
 
 TEST_F(RealAgentsTest, TheCauseAtTheEndOfNoisyErrorsIsTold) {
@@ -132,7 +132,7 @@ head -c 1000000 /dev/zero | tr '\0' ' ' >&2
 echo 'Nejde to.' >&2
 exit 3
 )sh");
-    EXPECT_EQ(outcome.error().popis(), "codex skončil chybou: Nejde to.");
+    EXPECT_EQ(outcome.error().popis().czech(), "codex skončil chybou: Nejde to.");
 }
 
 TEST_F(RealAgentsTest, TheAgentGetsItsFolderItsArgumentsAndAnInputAtItsEnd) {
@@ -198,7 +198,7 @@ exec yes '{"type":"item.started","item":{"type":"command_execution"}}'
 )sh");
     progress.waitFor("Spouštím příkaz.");
     EXPECT_TRUE(cancel());
-    EXPECT_EQ(outcome.get().error().popis(), "Zrušeno.");
+    EXPECT_EQ(outcome.get().error().popis().czech(), "Zrušeno.");
 }
 
 TEST_F(RealAgentsTest, AnEndlessLineIsStoppedByACancel) {
@@ -208,7 +208,7 @@ exec tr '\0' x </dev/zero
 )sh");
     progress.waitFor("Relace navázána.");
     EXPECT_TRUE(cancel());
-    EXPECT_EQ(outcome.get().error().popis(), "Zrušeno.");
+    EXPECT_EQ(outcome.get().error().popis().czech(), "Zrušeno.");
 }
 
 TEST_F(RealAgentsTest, AnErrorInTheMiddleEndsTheAgentBySigtermAlone) {
@@ -217,7 +217,7 @@ trap 'echo "{\"type\":\"item.started\",\"item\":{\"type\":\"command_execution\",
 echo '{"type":"error","message":"Došel kredit."}'
 while :; do sleep 0.01; done
 )sh");
-    EXPECT_EQ(outcome.error().popis(), "codex skončil chybou: Došel kredit.");
+    EXPECT_EQ(outcome.error().popis().czech(), "codex skončil chybou: Došel kredit.");
     EXPECT_THAT(progress.all(), Contains("Spouštím: uklid")) << "it had the time to clean up";
 }
 
@@ -228,7 +228,7 @@ echo '{"type":"error","message":"Došel kredit."}'
 echo '{"type":"turn.completed","text":"Dokončeno."}'
 echo '{"type":"item.started","item":{"type":"command_execution","command":"konec"}}'
 )sh");
-    EXPECT_EQ(outcome.error().popis(), "codex skončil chybou: Došel kredit.");
+    EXPECT_EQ(outcome.error().popis().czech(), "codex skončil chybou: Došel kredit.");
     EXPECT_THAT(progress.all(), ElementsAre("Spouštím: konec"));
 }
 
@@ -245,8 +245,9 @@ echo '{"type":"turn.completed","text":"Hotovo."}'
 }
 
 TEST_F(RealAgentsTest, TheStatusIsToldWithoutWordsOfItsOwn) {
-    EXPECT_EQ(run("echo ' Nejde to. ' >&2; exit 3").error().popis(), "codex skončil chybou: Nejde to.");
-    EXPECT_EQ(run("exit 3").error().popis(), "codex skončil chybou: Proces skončil s kódem 3.");
+    EXPECT_EQ(run("echo ' Nejde to. ' >&2; exit 3").error().popis().czech(),
+              "codex skončil chybou: Nejde to.");
+    EXPECT_EQ(run("exit 3").error().popis().czech(), "codex skončil chybou: Proces skončil s kódem 3.");
 }
 
 } // namespace

@@ -15,9 +15,9 @@ ZpravaAgenta session(std::optional<std::string> id) {
 
 TEST(SberatelZprav, KeepsTheLatestOfEachKindThatIsNotEmpty) {
     SberatelZprav sberatel;
-    sberatel.pridej({.relace = "s1", .prubeh = "p", .text = "t1", .zaver = "z1", .chyba = "c1"});
-    sberatel.pridej({.relace = "", .prubeh = {}, .text = "t2", .zaver = {}, .chyba = ""});
-    sberatel.pridej({.relace = "s2", .prubeh = {}, .text = "", .zaver = "", .chyba = "c2"});
+    sberatel.pridej({.relace = "s1", .prubeh = "p", .text = "t1", .zaver = "z1", .chyba = Sentence("c1")});
+    sberatel.pridej({.relace = "", .prubeh = {}, .text = "t2", .zaver = {}, .chyba = Sentence("")});
+    sberatel.pridej({.relace = "s2", .prubeh = {}, .text = "", .zaver = "", .chyba = Sentence("c2")});
     VysledekProcesu vysledek;
     vysledek.navratovyKod = 3;
     auto prubeh = sberatel.prubeh(vysledek);

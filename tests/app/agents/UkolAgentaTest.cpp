@@ -57,7 +57,7 @@ TEST(UkolAgenta, EveryStateHasItsWordForThePhone) {
     for (const auto& [stav, status] : rows) {
         auto ukol = example();
         ukol.stav = stav;
-        ukol.chyba = "Nejde to.";
+        ukol.chyba = Sentence("Nejde to.");
         EXPECT_EQ(jakoWorkItem(ukol).status, status);
         EXPECT_EQ(jakoWorkItem(ukol).lastError, "Nejde to.");
     }

@@ -296,7 +296,7 @@ TEST_F(AgentToolsTest, AreOfferedWithAFolderASwitchAndAnInstalledAgent) {
     EXPECT_EQ(offeredAgentTools(gate),
               (std::vector<std::string>{"mac.codex.run", "mac.codex.cancel", "mac.claude.run",
                                         "mac.claude.cancel", "mac.agent.rename"}));
-    features->agents.stav().claude = AgentStatus{false, {}, {}, "chybí"};
+    features->agents.stav().claude = AgentStatus{false, {}, {}, Sentence("chybí")};
     EXPECT_EQ(offeredAgentTools(gate),
               (std::vector<std::string>{"mac.codex.run", "mac.codex.cancel", "mac.agent.rename"}));
     companion->integrations().vypnout(Integration::codex);

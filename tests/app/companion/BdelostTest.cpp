@@ -44,11 +44,13 @@ class BdelostTest : public testing::Test {
         executor.runUntilIdle();
     }
 
-    std::string text() const { return bdelost->stavText(); }
+    std::string text() const { return bdelost->stavText().czech(); }
 
-    std::string trouble() const { return bdelost->stav().potiz.value().value_or("none"); }
+    std::string trouble() const { return bdelost->stav().potiz.value().value_or(Sentence("none")).czech(); }
 
-    std::string holdTrouble() const { return bdelost->stav().potizDrzeni.value().value_or("none"); }
+    std::string holdTrouble() const {
+        return bdelost->stav().potizDrzeni.value().value_or(Sentence("none")).czech();
+    }
 
     ManualExecutor executor;
     ManualClock clock;

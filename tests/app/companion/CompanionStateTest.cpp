@@ -51,7 +51,7 @@ TEST(CompanionState, EachFieldNotifiesOfAChangeAndOfNoEqualWrite) {
         field = second;
         EXPECT_EQ(notified, 1);
     };
-    const std::optional<std::string> trouble{"potíž"};
+    const std::optional<Sentence> trouble{Sentence("potíž")};
     PairedPeer peer;
     peer.pairID = {"PAIR"};
     watch(state.dostupnost, MacAvailability{MacAvailability::Pripojuji{1, 0}},
@@ -59,8 +59,8 @@ TEST(CompanionState, EachFieldNotifiesOfAChangeAndOfNoEqualWrite) {
     watch(state.parovani, StavParovani{StavParovani::OverCislo{"123 456"}},
           StavParovani{StavParovani::OverCislo{"123 457"}});
     watch(state.protejsek, std::optional<PairedPeer>{PairedPeer{}}, std::optional{peer});
-    watch(state.potiz, std::optional<std::string>{}, trouble);
-    watch(state.potizNastaveni, std::optional<std::string>{}, trouble);
+    watch(state.potiz, std::optional<Sentence>{}, trouble);
+    watch(state.potizNastaveni, std::optional<Sentence>{}, trouble);
     watch(state.relayAdresa, std::string{"http://a"}, std::string{"http://b"});
     watch(state.postaDostupna, false, true);
 }

@@ -111,7 +111,7 @@ TEST_F(FeatureTest, HearsOfTheStartAndOfEachSession) {
 }
 
 TEST_F(FeatureTest, IsLoadedOnceHoweverOftenThePhoneIsReadInVain) {
-    store.failPeerLoad = Error(KeychainChyba{vaultStatus::userCanceled, "čtení", {}});
+    store.failPeerLoad = Error(KeychainChyba{vaultStatus::userCanceled, KeychainChyba::Pokus::cteni, "", {}});
     startAll();
     companion->zkusitZnovu();
     executor.runUntilIdle();

@@ -11,7 +11,8 @@ using namespace std::chrono_literals;
 class KeysTest : public PairingHarness {
   protected:
     static KeychainChyba locked(std::int32_t status = vaultStatus::userCanceled) {
-        return {status, "čtení identita.podpisovy", "uživatel odemčení zrušil"};
+        return {status, KeychainChyba::Pokus::cteni, "identita.podpisovy",
+                Sentence("uživatel odemčení zrušil")};
     }
 
     void keepAPairedIdentity() {
@@ -51,7 +52,8 @@ TEST_F(KeysTest, AKeyringThatStaysLockedIsToldWithoutJargonAndAskedAgain) {
         for (int question = 0; question < 2; ++question) {
             EXPECT_EQ(availability(), "Spojení přerušeno — Klíčenka zůstala zamčená.");
             EXPECT_EQ(trouble(), told);
-            EXPECT_EQ(companion->stav().klice.value(), (StavKlicu{StavKlicu::Pripad::nejsou, told}));
+            EXPECT_EQ(companion->stav().klice.value(),
+                      (StavKlicu{StavKlicu::Pripad::nejsou, Sentence(told)}));
             EXPECT_TRUE(sockets.urls.empty());
             tryAgain();
         }
@@ -70,7 +72,7 @@ TEST_F(KeysTest, KeysThatCouldNotBeKeptAreMadeOnceTheCauseIsGone) {
     store.failSave = TextError{"Na disku není místo."};
     start();
     EXPECT_EQ(companion->stav().klice.value(),
-              (StavKlicu{StavKlicu::Pripad::nejsou, "Na disku není místo."}));
+              (StavKlicu{StavKlicu::Pripad::nejsou, Sentence("Na disku není místo.")}));
     store.failSave.reset();
     tryAgain();
     EXPECT_EQ(keys(), StavKlicu::Pripad::jsou);
@@ -165,7 +167,9 @@ class ForgettingTest : public KeysTest {
 
     bool isForgotten() { return !store.held.nactiProtejsek().value(); }
 
-    std::string unsaved() { return companion->stav().potizTrezoru.value().value_or("none"); }
+    std::string unsaved() {
+        return companion->stav().potizTrezoru.value().value_or(Sentence("none")).czech();
+    }
 
     void startConnected() {
         startPaired();
@@ -177,7 +181,7 @@ class ForgettingTest : public KeysTest {
 
 TEST_F(ForgettingTest, NothingIsRemovedFromAVaultThatCannotBeRead) {
     startConnected();
-    store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, "čtení", {}});
+    store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, KeychainChyba::Pokus::cteni, "", {}});
     unpair();
     EXPECT_TRUE(unsaved().starts_with("Odpojení telefonu se nepodařilo uložit: ")) << unsaved();
     EXPECT_FALSE(isForgotten());
@@ -222,7 +226,7 @@ TEST_F(ForgettingTest, IsToldUntilItIsDoneWhateverElseIsTold) {
     startConnected();
     store.failDelete = TextError{"Na disku není místo."};
     unpair();
-    companion->stav().potiz = "jiná potíž";
+    companion->stav().potiz = Sentence("jiná potíž");
     flow().zacitParovani();
     executor.runUntilIdle();
     EXPECT_EQ(unsaved(), noRoom);
@@ -262,7 +266,7 @@ TEST_F(ForgettingTest, AnUnpairingLeavesAPhoneThatWasPairedSince) {
 
 TEST_F(KeysTest, AnEndWhileThePhoneIsReadTellsNothingOfIt) {
     keepAPairedIdentity();
-    store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, "čtení", {}});
+    store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, KeychainChyba::Pokus::cteni, "", {}});
     TaskScope ending(executor);
     store.onPeerLoad = [&] { ending.spawn(companion->ukoncit()); };
     startWithSlowVault();

@@ -245,7 +245,7 @@ TEST_F(NotesSyncTest, ASendThatFailsInTheCatchUpOnlyMovesOnToTheNextRecord) {
     auto socket = stallCatchUp();
     socket->answerSends({});
     EXPECT_EQ(takeUpdates(), Titles{"první"}) << "behind the status";
-    socket->answerSends(fail(NetworkError{"plno"}));
+    socket->answerSends(fail(NetworkError{Sentence("plno")}));
     EXPECT_EQ(takeUpdates(), Titles{"druhá"});
     socket->takeSends();
     EXPECT_EQ(takeUpdates(), Titles{"třetí"});

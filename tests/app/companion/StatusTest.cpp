@@ -32,12 +32,12 @@ TEST_F(StatusTest, TellsWhatThisComputerCanDo) {
     EXPECT_EQ(wholeSeconds(status.sentAt), wholeSeconds(clock.now()));
     EXPECT_FALSE(status.claude.installed);
     EXPECT_THAT(
-        status.claude.problem.value(),
+        status.claude.problem.value().czech(),
         testing::MatchesRegex(
             R"(Binárku „claude“ jsem nenašel \(prohledáno [0-9]+ adresářů\)\. Nainstaluj: npm i -g @anthropic-ai/claude-code)"));
     EXPECT_FALSE(status.codex.installed);
     EXPECT_THAT(
-        status.codex.problem.value(),
+        status.codex.problem.value().czech(),
         testing::MatchesRegex(
             R"(Binárku „codex“ jsem nenašel \(prohledáno [0-9]+ adresářů\)\. Nainstaluj: npm i -g @openai/codex \(nebo brew install codex\)\. Codex ve webovém ChatGPT ani rozšíření do editoru žádné CLI neinstalují\.)"));
 }
@@ -47,7 +47,7 @@ TEST_F(StatusTest, AnAgentThatIsSwitchedOffSaysSoWhateverWasDetected) {
     features->agents.stav().claude = AgentStatus{true, "1.0", "/usr/bin", {}};
     companion->integrations().vypnout(Integration::claude);
     auto status = takeStatuses().back();
-    EXPECT_EQ(status.claude, (AgentStatus{false, {}, {}, "Vypnuto"}));
+    EXPECT_EQ(status.claude, (AgentStatus{false, {}, {}, Sentence("Vypnuto")}));
     EXPECT_NE(status.codex.problem, "Vypnuto");
 }
 
@@ -117,7 +117,7 @@ TEST(StatusReport, AShortenedOneFitsWhateverItHolds) {
     for (int i = 0; i < 3; ++i)
         status.tools.push_back({"mac.custom." + std::to_string(i), "short", {}, "{}"});
     status.tools[1].parametersJSON = endless;
-    status.claude = {true, endless, endless, endless};
+    status.claude = {true, endless, endless, Sentence(endless)};
     status.codex = status.claude;
     status.allowedFolders.assign(100'000, std::string(255, '"'));
     status.runningTask = RunningTask{endless, {}, endless, {}, endless};

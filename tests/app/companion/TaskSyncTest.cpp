@@ -191,7 +191,7 @@ TEST_F(TaskSyncTest, TheLongestTaskFitsIntoAFrame) {
     ukol.nazev = worst;
     ukol.instrukce = worst;
     ukol.shrnuti = worst;
-    ukol.chyba = worst;
+    ukol.chyba = Sentence(worst);
     ukol.revize = 7;
     auto file = applicationSupport() / "TalkSpan" / "agent-tasks.json";
     std::filesystem::create_directories(file.parent_path());
@@ -229,7 +229,7 @@ TEST_F(TaskSyncTest, AnAgentThatIsSwitchedOffIsToldToBe) {
     startSecured();
     companion->integrations().vypnout(Integration::codex);
     auto status = takeStatuses().back();
-    EXPECT_EQ(status.codex, (AgentStatus{false, {}, {}, "Vypnuto"}));
+    EXPECT_EQ(status.codex, (AgentStatus{false, {}, {}, Sentence("Vypnuto")}));
     EXPECT_TRUE(status.claude.installed);
 }
 
@@ -243,7 +243,7 @@ TEST_F(TaskSyncTest, BothAgentsAreLookedForAtTheStartAndAgainWhenAsked) {
     executor.runUntilIdle();
     EXPECT_EQ(features->agents.stav().codex.value(), found);
     EXPECT_THAT(
-        features->agents.stav().claude.value().problem.value_or(""),
+        features->agents.stav().claude.value().problem.value_or(Sentence()).czech(),
         testing::MatchesRegex(
             R"(Binárku „claude“ jsem nenašel \(prohledáno [0-9]+ adresářů\)\. Nainstaluj: npm i -g @anthropic-ai/claude-code)"));
 }

@@ -44,8 +44,8 @@ TEST_F(ToolPathTest, TheStatusToolTellsAnAgentsVersionBeforeItsProblem) {
         auto result = parseJson(call("mac.status", "{}").json).value().as_object();
         return encode(boost::json::value(boost::json::array{result["claude"], result["codex"]}));
     };
-    features->agents.stav().claude = AgentStatus{true, "2.0.1", "/usr/bin/claude", "Nepřihlášeno."};
-    features->agents.stav().codex = AgentStatus{false, {}, {}, "Codex tu není."};
+    features->agents.stav().claude = AgentStatus{true, "2.0.1", "/usr/bin/claude", Sentence("Nepřihlášeno.")};
+    features->agents.stav().codex = AgentStatus{false, {}, {}, Sentence("Codex tu není.")};
     EXPECT_EQ(agents(), R"(["2.0.1","Codex tu není."])");
     features->agents.stav().claude = AgentStatus{true, {}, {}, {}};
     EXPECT_EQ(agents(), R"(["nenainstalováno","Codex tu není."])");

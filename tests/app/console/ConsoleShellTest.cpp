@@ -70,7 +70,7 @@ TEST_F(ConsoleShellTest, KeepsTheComputerAwakeAndTellsWhenThatFails) {
 TEST_F(ConsoleShellTest, TellsAtOnceAndInTheStatusThatTheSettingsAreNotSaved) {
     startShell();
     lines.clear();
-    defaults.setProblem("Nastavení se nepodařilo uložit: Na disku není místo.");
+    defaults.setProblem(Sentence("Nastavení se nepodařilo uložit: Na disku není místo."));
     const std::string told = "Potíž: Nastavení se nepodařilo uložit: Na disku není místo.";
     EXPECT_EQ(lines, std::vector<std::string>{told});
     EXPECT_TRUE(hasLine(type("stav"), told));
@@ -81,7 +81,7 @@ TEST_F(ConsoleShellTest, TellsAtOnceAndInTheStatusThatTheSettingsAreNotSaved) {
 TEST_F(ConsoleShellTest, AnUnpairingThatIsNotSavedIsTold) {
     startShell();
     lines.clear();
-    companion->stav().potizTrezoru = "Odpojení telefonu se nepodařilo uložit: Na disku není místo.";
+    companion->stav().potizTrezoru = Sentence("Odpojení telefonu se nepodařilo uložit: Na disku není místo.");
     const std::string told = "Potíž: Odpojení telefonu se nepodařilo uložit: Na disku není místo.";
     EXPECT_EQ(lines, std::vector<std::string>{told});
     EXPECT_TRUE(hasLine(type("stav"), told));
@@ -89,7 +89,7 @@ TEST_F(ConsoleShellTest, AnUnpairingThatIsNotSavedIsTold) {
 
 TEST_F(ConsoleShellTest, ATroubleOfTheSettingsThatWasToldBeforeStandsBesideEachChangeToo) {
     startShell();
-    companion->stav().potizNastaveni = std::string("Na disku není místo.");
+    companion->stav().potizNastaveni = Sentence("Na disku není místo.");
     const auto folder = allowFolder("Projekty");
     const std::string told = "Potíž: Na disku není místo.";
     EXPECT_TRUE(hasLine(type("vypnout terminal"), told));
@@ -155,8 +155,9 @@ TEST_F(ConsoleShellTest, ARelayThatComplainsWithoutEndIsShownSixtyTimesAMinute) 
     const auto complain = [this, &told](int times) {
         lines.clear();
         for (const int end = told + times; told < end; ++told) {
-            companion->stav().potiz = "potíž " + std::to_string(told);
-            companion->stav().dostupnost = MacAvailability{MacAvailability::Preruseno{std::to_string(told)}};
+            companion->stav().potiz = Sentence("potíž " + std::to_string(told));
+            companion->stav().dostupnost =
+                MacAvailability{MacAvailability::Preruseno{Sentence(std::to_string(told))}};
         }
         return lines.size();
     };

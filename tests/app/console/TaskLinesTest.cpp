@@ -41,7 +41,7 @@ TEST_F(TaskLinesTest, WithoutTasksSaySo) {
 
 TEST_F(TaskLinesTest, EveryTaskIsALineWithTheFirstLineOfItsEnd) {
     historie->dokonci(begin("Testy"), "Opraveno.\nA ještě něco.", {});
-    historie->selhal(begin("Web"), "Nejde to.");
+    historie->selhal(begin("Web"), Sentence("Nejde to."));
     historie->preruseno(begin("Úklid"));
     begin("Teď");
     EXPECT_EQ(lines(), (std::vector<std::string>{

@@ -31,7 +31,7 @@ class MacCustomAppsServiceTest : public testing::Test {
     std::string save(std::optional<std::string> storedID, const std::string& name,
                      const std::string& endpoint, const std::string& token) {
         auto saved = executor.run(service->save(std::move(storedID), name, endpoint, token));
-        return *saved ? "" : saved->error().popis();
+        return *saved ? "" : saved->error().popis().czech();
     }
 
     void replace(std::vector<CompanionCustomApp> list) {

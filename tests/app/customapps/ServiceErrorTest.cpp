@@ -17,7 +17,7 @@ TEST(ServiceError, EachCaseHasItsSentence) {
         {{E::InvalidResponse{}}, "Vlastní aplikace vrátila neplatnou odpověď."},
         {{E::Authentication{}}, "Vlastní aplikace odmítla přístupový token."},
     };
-    for (const auto& [error, sentence] : rows) EXPECT_EQ(error.popis(), sentence);
+    for (const auto& [error, sentence] : rows) EXPECT_EQ(error.popis().czech(), sentence);
 }
 
 } // namespace

@@ -16,7 +16,7 @@ class BareRepositoryTest : public testing::Test {
   protected:
     std::string write(const std::string& path) {
         auto result = executor.run(soubory.zapis(path, "text", "Projects", tree.allowed())).value();
-        return result ? *result : result.error().popis();
+        return result ? *result : result.error().popis().czech();
     }
 
     void lay(const std::vector<std::string>& names) {
@@ -31,7 +31,7 @@ class BareRepositoryTest : public testing::Test {
     }
 
     void expectRefused(const std::string& path, const std::string& name) {
-        EXPECT_EQ(write(path), (Chyba{Chyba::SpustilByProgram{name}}.popis())) << path;
+        EXPECT_EQ(write(path), (Chyba{Chyba::SpustilByProgram{name}}.popis().czech())) << path;
         EXPECT_FALSE(tree.exists("home/Projects/" + path)) << path;
     }
 
@@ -134,8 +134,8 @@ TEST_F(BareRepositoryTest, LinksAreJudgedByWhereTheyLead) {
     tree.link("home/Projects/nice", "b.git");
     tree.link("home/Projects/new.txt", "b.git/description");
     tree.link("home/Projects/linked/HEAD", "/nowhere");
-    EXPECT_EQ(write("nice/x"), (Chyba{Chyba::SpustilByProgram{"x"}}.popis()));
-    EXPECT_EQ(write("new.txt"), (Chyba{Chyba::SpustilByProgram{"description"}}.popis()));
+    EXPECT_EQ(write("nice/x"), (Chyba{Chyba::SpustilByProgram{"x"}}.popis().czech()));
+    EXPECT_EQ(write("new.txt"), (Chyba{Chyba::SpustilByProgram{"description"}}.popis().czech()));
     EXPECT_EQ(write("nice/../plain/x"), "x");
     expectRefused("linked/x", "x");
 }

@@ -58,7 +58,7 @@ class BeneathFolderTest : public testing::TestWithParam<bool> {
         std::thread([&] {
             if (!GetParam()) forgetOpenat2();
             auto folder = BeneathFolder::open(tree.path("home/Projects"));
-            ASSERT_TRUE(folder) << folder.error().popis();
+            ASSERT_TRUE(folder) << folder.error().popis().czech();
             check(*folder);
         }).join();
     }

@@ -31,7 +31,7 @@ class FileSearchTest : public testing::Test {
 
     std::string refusal(const std::optional<std::string>& slozka, const PovoleneSlozky& slozky) {
         auto result = executor.run(soubory.hledej("a", slozka, 50, slozky, {})).value();
-        return result ? "" : result.error().popis();
+        return result ? "" : result.error().popis().czech();
     }
 
     Found walk(FileSearch::Limits limits) const {

@@ -114,7 +114,7 @@ class ObeyedFilesTest : public testing::Test {
     /// What is said to a new file of this text; its name when it was written.
     std::string write(const std::string& path, const std::vector<std::string>& folders = {"home/Projects"}) {
         auto result = executor.run(soubory.zapis(path, "text", "Projects", tree.allowed(folders))).value();
-        return result ? *result : result.error().popis();
+        return result ? *result : result.error().popis().czech();
     }
 
     std::string writeBelow(const std::string& folder, const std::string& path) {
@@ -122,7 +122,7 @@ class ObeyedFilesTest : public testing::Test {
     }
 
     static std::string refused(const std::string& name) {
-        return Chyba{Chyba::SpustilByProgram{name}}.popis();
+        return Chyba{Chyba::SpustilByProgram{name}}.popis().czech();
     }
 
     /// A path is refused by this name, and nothing is made on the way there.
@@ -209,11 +209,11 @@ TEST_F(ObeyedFilesTest, ReadingAndSearchingStayAsTheyAre) {
 TEST_F(ObeyedFilesTest, TheChecksThatStoodBeforeSpeakFirst) {
     tree.file("home/Projects/.git/config", "old");
     tree.link("home/Projects/out", tree.path("outside"));
-    EXPECT_EQ(write(".git/config"), Chyba{Chyba::UzExistuje{"config"}}.popis());
-    EXPECT_EQ(write("../.git/config"), Chyba{Chyba::MimoPovolene{"config"}}.popis());
-    EXPECT_EQ(write("out/.git/config"), Chyba{Chyba::MimoPovolene{"config"}}.popis());
-    EXPECT_EQ(write(".config/gh/hosts.yml"), Chyba{Chyba::ZakazanaCesta{"/.config/gh"}}.popis());
-    EXPECT_EQ(write(".npmrc"), Chyba{Chyba::ZakazanaCesta{"/.npmrc"}}.popis());
+    EXPECT_EQ(write(".git/config"), Chyba{Chyba::UzExistuje{"config"}}.popis().czech());
+    EXPECT_EQ(write("../.git/config"), Chyba{Chyba::MimoPovolene{"config"}}.popis().czech());
+    EXPECT_EQ(write("out/.git/config"), Chyba{Chyba::MimoPovolene{"config"}}.popis().czech());
+    EXPECT_EQ(write(".config/gh/hosts.yml"), Chyba{Chyba::ZakazanaCesta{"/.config/gh"}}.popis().czech());
+    EXPECT_EQ(write(".npmrc"), Chyba{Chyba::ZakazanaCesta{"/.npmrc"}}.popis().czech());
     EXPECT_EQ(write(std::string(".git\0", 5)), "Zápis selhal: Takovou cestu nejde použít.");
     EXPECT_EQ(write(".git/" + std::string(300, 'x')), "Zápis selhal: Jméno nebo cesta je příliš dlouhá.");
     EXPECT_EQ(tree.content("home/Projects/.git/config"), "old");

@@ -11,15 +11,15 @@ namespace {
 std::string checked(const std::string& path, const PovoleneSlozky& slozky,
                     const std::optional<std::string>& slozka = {}) {
     auto result = overCestu(path, slozka, slozky);
-    return result ? result->cesta : result.error().popis();
+    return result ? result->cesta : result.error().popis().czech();
 }
 
 std::string outside(const std::string& name) {
-    return SouboryChyba{SouboryChyba::MimoPovolene{name}}.popis();
+    return SouboryChyba{SouboryChyba::MimoPovolene{name}}.popis().czech();
 }
 
 std::string forbidden(const std::string& fragment) {
-    return SouboryChyba{SouboryChyba::ZakazanaCesta{fragment}}.popis();
+    return SouboryChyba{SouboryChyba::ZakazanaCesta{fragment}}.popis().czech();
 }
 
 TEST(OverCestu, ABlankPathIsMissing) {

@@ -82,7 +82,7 @@ TEST(SirokaSlozka, BothHomeFoldersCount) {
 }
 
 TEST(SirokaSlozka, SaysWhatAllowingMeans) {
-    const auto words = [](SirokaSlozka::Dosah dosah) { return SirokaSlozka{"/x", dosah}.popis(); };
+    const auto words = [](SirokaSlozka::Dosah dosah) { return SirokaSlozka{"/x", dosah}.popis().czech(); };
     EXPECT_EQ(words(disk), "To je celý disk: telefon se pak dostane ke všemu, k čemu se tu dostaneš ty.");
     EXPECT_EQ(words(domov), "To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.");
     EXPECT_EQ(words(nadDomovem),

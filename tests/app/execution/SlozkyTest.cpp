@@ -328,7 +328,7 @@ TEST_F(SlowSlozkyTest, AFolderThatCannotBeSavedIsNotAllowedAndThatIsTold) {
     write();
     EXPECT_FALSE(slozky->obsahuje(a));
     EXPECT_EQ(slozky->chybaOpravneni(),
-              "Oprávnění ke složce a se nepodařilo uložit: " + SystemError{EISDIR}.popis());
+              "Oprávnění ke složce a se nepodařilo uložit: " + SystemError{EISDIR}.popis().czech());
     EXPECT_EQ(changes, 1);
     mendSaves();
     retry();

@@ -31,12 +31,16 @@ class SouboryBridgeTest : public testing::Test {
     }
 
     static std::string said(const Result<std::string>& result) {
-        return result ? *result : result.error().popis();
+        return result ? *result : result.error().popis().czech();
     }
 
-    static std::string notAFile(const std::string& name) { return Chyba{Chyba::NeniSoubor{name}}.popis(); }
+    static std::string notAFile(const std::string& name) {
+        return Chyba{Chyba::NeniSoubor{name}}.popis().czech();
+    }
 
-    static std::string exists(const std::string& name) { return Chyba{Chyba::UzExistuje{name}}.popis(); }
+    static std::string exists(const std::string& name) {
+        return Chyba{Chyba::UzExistuje{name}}.popis().czech();
+    }
 
     FileTree tree;
     ManualExecutor executor;

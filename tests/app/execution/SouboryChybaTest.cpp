@@ -28,12 +28,12 @@ TEST(SouboryChyba, EveryCaseHasItsSentence) {
                   "Za poslední hodinu už bylo zapsáno tolik, kolik smí, tedy 1 GB. Zkus to později."},
              Case{{Chyba::Selhalo{"Text."}}, "Text."},
          })
-        EXPECT_EQ(chyba.popis(), popis);
+        EXPECT_EQ(chyba.popis().czech(), popis);
 }
 
 TEST(SouboryChyba, AMissingFolderNamesTheAllowedOnesOrSaysThatThereIsNone) {
-    EXPECT_EQ(Chyba::bezSlozky("Vyber.", {"a", "b"}).popis(), "Vyber. Povolené: a, b.");
-    EXPECT_EQ(Chyba::bezSlozky("Vyber.", {}).popis(), "Na Macu není povolená žádná složka.");
+    EXPECT_EQ(Chyba::bezSlozky("Vyber.", {"a", "b"}).popis().czech(), "Vyber. Povolené: a, b.");
+    EXPECT_EQ(Chyba::bezSlozky("Vyber.", {}).popis().czech(), "Na Macu není povolená žádná složka.");
 }
 
 } // namespace

@@ -156,10 +156,10 @@ TEST_F(TerminalBridgeTest, TheFolderIsFoundByItsNameOrIsTheOnlyOne) {
 
 TEST_F(TerminalBridgeTest, TheWordsAreJudgedBeforeTheFolderAndTheFolderBeforeThePaths) {
     allowed = {};
-    EXPECT_EQ(refusal("git", {"push"}), (Chyba{Chyba::VyzadujePotvrzeni{"git push"}}.popis()));
+    EXPECT_EQ(refusal("git", {"push"}), (Chyba{Chyba::VyzadujePotvrzeni{"git push"}}.popis().czech()));
     EXPECT_EQ(refusal("find", {".", "-delete"}),
               "Ten příkaz nespustím: obsahuje -delete, což umí spustit cokoli dalšího");
-    EXPECT_EQ(refusal("cat", {"/etc/passwd"}), (Chyba{Chyba::MimoPovolene{"(neurčena)"}}.popis()));
+    EXPECT_EQ(refusal("cat", {"/etc/passwd"}), (Chyba{Chyba::MimoPovolene{"(neurčena)"}}.popis().czech()));
 }
 
 TEST_F(TerminalBridgeTest, APathMayLieInAnotherAllowedFolder) {
@@ -206,8 +206,8 @@ TEST_F(TerminalBridgeTest, AFailedLaunchIsPassedOn) {
     programs.problems.emplace(tree.path("bin/ls"), SystemError{EACCES});
     auto result = run("ls", {});
     ASSERT_FALSE(result);
-    EXPECT_EQ(result.error().popis(),
-              "ls skončil chybou: Nepodařilo se spustit: " + SystemError{EACCES}.popis());
+    EXPECT_EQ(result.error().popis().czech(),
+              "ls skončil chybou: Nepodařilo se spustit: " + SystemError{EACCES}.popis().czech());
 }
 
 TEST_F(TerminalBridgeTest, ThePathCheckFailsWithItsOwnErrors) {

@@ -73,7 +73,7 @@ class TerminalFixture : public testing::Test {
         auto before = commands().size();
         auto result = run(name, args, folder);
         EXPECT_EQ(commands().size() - before, result ? 1U : 0U) << "a refused command was started";
-        return result ? "" : result.error().popis();
+        return result ? "" : result.error().popis().czech();
     }
 
     [[nodiscard]] std::vector<OutsideProgram> commands() const {

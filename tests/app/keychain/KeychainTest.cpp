@@ -59,7 +59,7 @@ TEST_F(KeychainTest, ARefusedSaveTellsTheStatusOfTheVault) {
     vault.refusals["add a"] = vaultStatus::interactionNotAllowed;
     auto saved = save("x", "a");
     ASSERT_FALSE(saved);
-    EXPECT_EQ(saved.error().popis(), "Keychain error -25308");
+    EXPECT_EQ(saved.error().popis().czech(), "Keychain error -25308");
     ASSERT_TRUE(saved.error().as<KeychainError>());
     EXPECT_EQ(saved.error().as<KeychainError>()->status, -25308);
 }

@@ -39,7 +39,7 @@ class PoznamkyFixture : public PersonalStores {
     }
 
     static std::string sentence(const Result<MorvexNote>& outcome) {
-        return outcome ? "no failure" : outcome.error().popis();
+        return outcome ? "no failure" : outcome.error().popis().czech();
     }
 
     using Titles = std::vector<std::string>;

@@ -109,13 +109,13 @@ TEST_F(PoznamkyMergeTest, TheProblemIsTheErrorOfTheSaveThatFailedLast) {
     create("Nákup");
     breakSaves();
     EXPECT_FALSE(store.prijmout(fromPhone("Nová")));
-    EXPECT_EQ(store.problem(), SystemError{ENOTDIR}.popis());
+    EXPECT_EQ(store.problem(), SystemError{ENOTDIR}.popis().czech());
     mendSaves();
     lockSaves();
     const PlainUser user;
     EXPECT_FALSE(store.prijmout(fromPhone("Nová")));
-    EXPECT_EQ(store.problem(), SystemError{EACCES}.popis());
-    EXPECT_EQ(sentence(store.vytvorit("Místní", "obsah")), SystemError{EACCES}.popis());
+    EXPECT_EQ(store.problem(), SystemError{EACCES}.popis().czech());
+    EXPECT_EQ(sentence(store.vytvorit("Místní", "obsah")), SystemError{EACCES}.popis().czech());
 }
 
 TEST_F(PoznamkyMergeTest, PuttingBackKeepsLocalChangesThatWaitForASaveAndShowsThem) {

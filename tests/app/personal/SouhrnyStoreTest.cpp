@@ -135,12 +135,12 @@ TEST_F(SouhrnyStoreTest, TheProblemIsTheErrorOfTheSaveThatFailedLast) {
     ASSERT_TRUE(store.prijmout(summary("první")));
     breakSaves();
     EXPECT_FALSE(store.prijmout(summary("druhá")));
-    EXPECT_EQ(store.problem(), SystemError{ENOTDIR}.popis());
+    EXPECT_EQ(store.problem(), SystemError{ENOTDIR}.popis().czech());
     mendSaves();
     lockSaves();
     const PlainUser user;
     EXPECT_FALSE(store.prijmout(summary("druhá")));
-    EXPECT_EQ(store.problem(), SystemError{EACCES}.popis());
+    EXPECT_EQ(store.problem(), SystemError{EACCES}.popis().czech());
 }
 
 TEST_F(SouhrnyStoreTest, WhatWasTakenIsStillThereAtTheNextStartAndWhatCouldNotBeIsRefused) {

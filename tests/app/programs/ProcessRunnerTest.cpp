@@ -348,8 +348,9 @@ TEST_F(ProcessRunnerTest, AFailedLaunchIsToldInWords) {
     ASSERT_TRUE(result && !*result);
     const auto* error = result->error().as<TalkSpanError>();
     ASSERT_NE(error, nullptr);
-    EXPECT_EQ(*error, (TalkSpanError{TalkSpanError::ToolFailed{"tool", "Nepodařilo se spustit: " +
-                                                                           SystemError{ENOENT}.popis()}}));
+    EXPECT_EQ(*error,
+              (TalkSpanError{TalkSpanError::ToolFailed{
+                  "tool", Sentence("Nepodařilo se spustit: " + SystemError{ENOENT}.popis().czech())}}));
     EXPECT_EQ(clock.waiting(), 0U);
     EXPECT_FALSE(runner.zrusit());
 }

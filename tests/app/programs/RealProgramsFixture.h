@@ -22,7 +22,7 @@ class RealProgramsTest : public testing::Test {
 
     std::string launchProblem(OutsideProgram program) {
         auto result = programs.run(std::move(program));
-        return result ? "" : result.error().popis();
+        return result ? "" : result.error().popis().czech();
     }
 
     std::string fifo() {

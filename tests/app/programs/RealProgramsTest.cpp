@@ -13,9 +13,10 @@ namespace {
 using namespace std::chrono_literals;
 
 std::string failed(const std::string& tool, int code) {
-    return TalkSpanError{
-        TalkSpanError::ToolFailed{tool, "Nepodařilo se spustit: " + SystemError{code}.popis()}}
-        .popis();
+    return TalkSpanError{TalkSpanError::ToolFailed{
+                             tool, Sentence("Nepodařilo se spustit: " + SystemError{code}.popis().czech())}}
+        .popis()
+        .czech();
 }
 
 TEST_F(RealProgramsTest, ArgumentsPassAsTheyAreWithoutAShell) {

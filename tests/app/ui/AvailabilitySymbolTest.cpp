@@ -15,9 +15,9 @@ TEST(AvailabilitySymbol, FollowsTheAvailability) {
         {{A::Zaneprazdneny{"x"}}, "busy"},
         {{A::Pripojuji{3, 5}}, "connecting"},
         {{A::Spanek{}}, "away"},
-        {{A::Preruseno{"x"}}, "away"},
+        {{A::Preruseno{Sentence("x")}}, "away"},
         {{A::Offline{}}, "away"},
-        {{A::NeplatneParovani{"x"}}, "attention"},
+        {{A::NeplatneParovani{Sentence("x")}}, "attention"},
         {{A::Nesparovano{}}, "attention"},
     };
     for (const auto& [availability, name] : table)

@@ -73,7 +73,8 @@ TEST_F(AwaitedKeysTest, WithAPhoneTheWindowStaysClosed) {
 TEST_F(AwaitedKeysTest, AKeyringThatStaysLockedIsToldOnceWithWhatCanBeDone) {
     const std::string told =
         "Klíčenka zůstala zamčená. Jsou v ní klíče tohoto počítače, bez nich se telefon nepřipojí.";
-    store.failLoad = KeychainChyba{vaultStatus::userCanceled, "čtení identita.podpisovy", {}};
+    store.failLoad =
+        KeychainChyba{vaultStatus::userCanceled, KeychainChyba::Pokus::cteni, "identita.podpisovy", {}};
     startUiThenCompanion();
     letVaultWork();
     ASSERT_NE(window(), nullptr);

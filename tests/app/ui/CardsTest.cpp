@@ -69,7 +69,7 @@ TEST_F(CardsTest, TheRowOfTheTerminalSaysThatItRunsAnyCode) {
 TEST_F(CardsTest, AnAgentWithAProblemCanBeLookedForAgain) {
     start();
     openUi();
-    features->agents.stav().codex = AgentStatus{false, {}, {}, "Codex tu není."};
+    features->agents.stav().codex = AgentStatus{false, {}, {}, Sentence("Codex tu není.")};
     features->agents.stav().claude = AgentStatus{true, "2.1.0", {}, {}};
     settle();
     EXPECT_TRUE(reads("Nenainstalováno"));
@@ -95,7 +95,8 @@ TEST_F(CardsTest, ALookForTheAgentsIsSaidAndIsNoProblem) {
         *agent = AgentStatus{false, {}, {}, AgentsFeature::Stav::jesteNevim};
     settle();
     isLooking();
-    for (auto* agent : {&agents.codex, &agents.claude}) *agent = AgentStatus{false, {}, {}, "Codex tu není."};
+    for (auto* agent : {&agents.codex, &agents.claude})
+        *agent = AgentStatus{false, {}, {}, Sentence("Codex tu není.")};
     state.zjistovani = 1;
     settle();
     isLooking();
@@ -257,11 +258,12 @@ TEST_F(CardsTest, TheDeviceAndTheProtocolAreNamed) {
 }
 
 TEST_F(CardsTest, SettingsThatCannotBeReadAreToldOf) {
-    const std::string damaged = "Soubor s nastavením byl poškozený; je odložený jako defaults.json.damaged-1";
+    const auto damaged =
+        "Soubor s nastavením byl poškozený; je odložený jako {soubor}"_sentence("defaults.json.damaged-1");
     defaults.setProblem(damaged);
     startSecured();
     openUi();
-    EXPECT_TRUE(reads(damaged));
+    EXPECT_TRUE(reads(damaged.czech()));
     phone.send({MacPayload::Preferences{{"en", {}, {}}}}, "p");
     settle();
     EXPECT_TRUE(reads("The settings file was damaged; it is set aside as defaults.json.damaged-1"));
@@ -270,7 +272,7 @@ TEST_F(CardsTest, SettingsThatCannotBeReadAreToldOf) {
 TEST_F(CardsTest, ATroubleOfTheLinkIsSaid) {
     startPaired();
     openUi();
-    companion->stav().potiz = std::string("Relay neodpověděl.");
+    companion->stav().potiz = Sentence("Relay neodpověděl.");
     settle();
     EXPECT_TRUE(reads("Relay neodpověděl."));
 }

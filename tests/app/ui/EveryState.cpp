@@ -26,7 +26,7 @@ void EveryState::withoutAPhone(const Look& look) {
          {"a code", {StavParovani::CekamNaTelefon{"{}", clock.now() + 5min}}},
          {"an expired code", {StavParovani::CekamNaTelefon{"{}", clock.now() - 1s}}},
          {"a number", {StavParovani::OverCislo{"482 915"}}},
-         {"a failure", {StavParovani::Chyba{"Adresa relaye nedává smysl."}}}},
+         {"a failure", {StavParovani::Chyba{Sentence("Adresa relaye nedává smysl.")}}}},
         look);
     companion->stav().telefonOdesel = true;
     lookAtEach({{"a number of a phone that has left", {StavParovani::OverCislo{"482 915"}}}}, look);
@@ -56,22 +56,22 @@ void EveryState::withAPhone(const Look& look) {
     for (const auto& availability : {MacAvailability{A::Zaneprazdneny{"codex"}},
                                      {A::Pripojuji{3, 5}},
                                      {A::Spanek{clock.now()}},
-                                     {A::Preruseno{"síť neodpovídá"}},
-                                     {A::NeplatneParovani{"relay pár nezná"}},
+                                     {A::Preruseno{Sentence("síť neodpovídá")}},
+                                     {A::NeplatneParovani{Sentence("relay pár nezná")}},
                                      {A::Offline{}}}) {
         companion->stav().dostupnost = availability;
         settle();
-        look(availability.popis("Telefon", clock.now()), window());
+        look(availability.popis(DeviceRole::phone, clock.now()).czech(), window());
     }
     companion->stav().dalsiPokus = clock.sinceBoot() + 20s;
     settle();
     look("the next attempt is waited for", window());
     companion->stav().dalsiPokus = std::nullopt;
-    companion->stav().potiz = std::string("Relay neodpověděl.");
+    companion->stav().potiz = Sentence("Relay neodpověděl.");
     settle();
     look("trouble of the link", window());
     lookAtEach({{"creating another pair", {StavParovani::Zakladam{}}},
-                {"a failure with a phone", {StavParovani::Chyba{"Relay neodpověděl."}}}},
+                {"a failure with a phone", {StavParovani::Chyba{Sentence("Relay neodpověděl.")}}}},
                look);
 }
 

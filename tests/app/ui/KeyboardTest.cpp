@@ -28,7 +28,7 @@ class KeyboardTest : public ShownCompanion {
     /// Shows a long trouble in the topmost card, or takes it away, and waits until the cards have moved.
     void showLongTrouble(bool isThere) {
         const auto before = ofCards("contentHeight");
-        companion->stav().potiz = isThere ? std::optional(std::string(4'000, 'a')) : std::nullopt;
+        companion->stav().potiz = isThere ? std::optional(Sentence(std::string(4'000, 'a'))) : std::nullopt;
         EXPECT_TRUE(QTest::qWaitFor([&] { return ofCards("contentHeight") != before; }));
         settle();
     }

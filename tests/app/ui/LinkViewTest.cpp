@@ -54,10 +54,10 @@ TEST_F(LinkViewTest, AnUnpairingThatIsNotSavedIsToldBesideAnotherTrouble) {
     start();
     openUi();
     const std::string unsaved = "Odpojení telefonu se nepodařilo uložit: Na disku není místo.";
-    companion->stav().potizTrezoru = unsaved;
+    companion->stav().potizTrezoru = Sentence(unsaved);
     settle();
     EXPECT_TRUE(reads(unsaved)) << texts();
-    companion->stav().potiz = "Relay neodpověděl.";
+    companion->stav().potiz = Sentence("Relay neodpověděl.");
     settle();
     EXPECT_TRUE(reads(unsaved)) << texts();
     EXPECT_TRUE(reads("Relay neodpověděl.")) << texts();

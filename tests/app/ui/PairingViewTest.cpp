@@ -69,7 +69,7 @@ TEST_F(PairingViewTest, ARelayOnThisComputerAloneIsToldOfWithAPhoneToo) {
         const bool expected = std::string_view(address).starts_with("http://127");
         showState({StavParovani::Necinne{}});
         EXPECT_EQ(tells(), expected) << "paired";
-        showState({StavParovani::Chyba{"Relay neodpověděl."}});
+        showState({StavParovani::Chyba{Sentence("Relay neodpověděl.")}});
         EXPECT_EQ(tells(), expected) << "a failure with a phone";
         showCode("{}");
         EXPECT_EQ(tells(), expected) << "a code";
@@ -83,7 +83,7 @@ TEST_F(PairingViewTest, AnAddressThatWasTypedCountsWhenTheButtonIsPressed) {
     press("Zobrazit QR kód");
     EXPECT_EQ(companion->stav().relayAdresa.value(), "http://first.example");
     EXPECT_EQ(http.requests.back().url, "http://first.example/v1/pair/create");
-    showState({StavParovani::Chyba{"Relay neodpověděl."}});
+    showState({StavParovani::Chyba{Sentence("Relay neodpověděl.")}});
     type("Relay", "http://second.example");
     press("Zkusit znovu");
     EXPECT_EQ(http.requests.back().url, "http://second.example/v1/pair/create");
@@ -111,7 +111,7 @@ TEST_F(PairingViewTest, AnAddressThatCannotBeUsedIsAnsweredWithTheCorrectedOneAn
     press("Zobrazit QR kód");
     EXPECT_FALSE(mentions(nonsense));
     EXPECT_EQ(http.requests.back().url, "https://relay.example.com/v1/pair/create");
-    showState({StavParovani::Chyba{"Relay neodpověděl."}});
+    showState({StavParovani::Chyba{Sentence("Relay neodpověděl.")}});
     type("Relay", "other.example.com");
     press("Zkusit znovu");
     EXPECT_TRUE(mentions("Adresa relaye začíná https:// nebo http://.")) << texts();
@@ -271,7 +271,7 @@ TEST_F(PairingViewTest, ThatTheCodeWasCopiedDescribesWhatHasTheKeyboard) {
 TEST_F(PairingViewTest, AFailureSaysItsTextAndCancellingBringsTheOldPhoneBack) {
     startPaired();
     openUi();
-    showState({StavParovani::Chyba{"Adresa relaye nedává smysl."}});
+    showState({StavParovani::Chyba{Sentence("Adresa relaye nedává smysl.")}});
     EXPECT_TRUE(reads("Adresa relaye nedává smysl."));
     EXPECT_TRUE(reads("Zkusit znovu"));
     auto connections = sockets.urls.size();

@@ -48,9 +48,9 @@ TEST_F(PicturesOfStatesTest, Integrations) {
     companion->stav().zjistovani = 0;
     showAgents({true, "0.9.0", "/usr/bin/codex", {}},
                {true, "2.1.0", "/usr/bin/claude",
-                "Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V "
-                "Terminálu spusť "
-                "`claude auth login` a potom zde klikni na Zjistit znovu."});
+                Sentence("Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola "
+                         "neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na "
+                         "Zjistit znovu.")});
     expectApproved(card("Integrace"), "integrations-problem");
 }
 
@@ -67,7 +67,7 @@ TEST_F(PicturesOfStatesTest, Wakefulness) {
     expectApproved(card("Dostupnost"), "wakefulness-asleep");
     state.spi = false;
     state.naNapajeni = true;
-    state.potizDrzeni = std::string(
+    state.potizDrzeni = Sentence(
         "Počítač se nepodařilo udržet vzhůru: Přihlašovací služba systému to nezařídila (Access denied).");
     settle();
     expectApproved(card("Dostupnost"), "wakefulness-not-held");
@@ -164,7 +164,7 @@ TEST_F(PicturesOfStatesTest, DarkPairing) {
     expectApproved(card(title), "pairing-code-dark");
     showState({StavParovani::OverCislo{"482 915"}});
     expectApproved(card(title), "pairing-number-dark");
-    showState({StavParovani::Chyba{"Adresa relaye nedává smysl."}});
+    showState({StavParovani::Chyba{Sentence("Adresa relaye nedává smysl.")}});
     expectApproved(card(title), "pairing-failed-dark");
 }
 
@@ -174,8 +174,9 @@ TEST_F(PicturesOfStatesTest, DarkLinkSheetsAndTrayWindow) {
     fill();
     settle();
     useColors(true);
-    companion->stav().dostupnost = MacAvailability{MacAvailability::NeplatneParovani{"relay pár nezná"}};
-    companion->stav().potiz = std::string("Relay neodpověděl.");
+    companion->stav().dostupnost =
+        MacAvailability{MacAvailability::NeplatneParovani{Sentence("relay pár nezná")}};
+    companion->stav().potiz = Sentence("Relay neodpověděl.");
     settle();
     expectApproved(card("Spojení"), "link-invalid-dark");
     window()->resize(720, 560);

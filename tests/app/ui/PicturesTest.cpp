@@ -34,7 +34,7 @@ TEST_F(PicturesTest, PairingInEachOfItsStates) {
     expectApproved(card(title), "pairing-undrawable");
     showState({StavParovani::OverCislo{"482 915"}});
     expectApproved(card(title), "pairing-number");
-    showState({StavParovani::Chyba{"Adresa relaye nedává smysl."}});
+    showState({StavParovani::Chyba{Sentence("Adresa relaye nedává smysl.")}});
     expectApproved(card(title), "pairing-failed");
     showState({StavParovani::Necinne{}});
     companion->setRelayAdresa("http://127.0.0.1:8787");
@@ -47,7 +47,7 @@ TEST_F(PicturesTest, PairingWithAPhone) {
     openUi();
     const std::string title = "Párování s telefonem";
     expectApproved(card(title), "pairing-paired-local-relay");
-    showState({StavParovani::Chyba{"Relay neodpověděl."}});
+    showState({StavParovani::Chyba{Sentence("Relay neodpověděl.")}});
     expectApproved(card(title), "pairing-failed-with-phone-local-relay");
     companion->setRelayAdresa("https://relay.example.com");
     settle();
@@ -84,17 +84,17 @@ TEST_F(PicturesTest, EachAvailabilityInTheCardOfTheLink) {
         {{A::Pripraveny{}}, "link-ready"},
         {{A::Zaneprazdneny{"codex"}}, "link-busy"},
         {{A::Pripojuji{3, 5}}, "link-connecting"},
-        {{A::Preruseno{"síť neodpovídá"}}, "link-interrupted"},
+        {{A::Preruseno{Sentence("síť neodpovídá")}}, "link-interrupted"},
         {{A::Spanek{clock.now()}}, "link-asleep"},
         {{A::Offline{}}, "link-offline"},
-        {{A::NeplatneParovani{"relay pár nezná"}}, "link-invalid"},
+        {{A::NeplatneParovani{Sentence("relay pár nezná")}}, "link-invalid"},
     };
     for (const auto& [state, name] : states) {
         companion->stav().dostupnost = state;
         settle();
         expectApproved(card("Spojení"), name);
     }
-    companion->stav().potiz = std::string("Relay neodpověděl.");
+    companion->stav().potiz = Sentence("Relay neodpověděl.");
     settle();
     expectApproved(card("Spojení"), "link-trouble");
 }

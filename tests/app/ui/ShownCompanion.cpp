@@ -48,7 +48,7 @@ void ShownCompanion::fill() {
         return history.zaloz({{}, {}, tool, title, title, web}).workItemID;
     };
     history.dokonci(begin("codex", "Přelož stránku do angličtiny"), "Přeloženo 14 odstavců.", "relace-1");
-    history.selhal(begin("claude-code", "Najdi, proč padá sestavení"), "Agent neodpověděl včas.");
+    history.selhal(begin("claude-code", "Najdi, proč padá sestavení"), Sentence("Agent neodpověděl včas."));
     begin("claude-code", "Přidej na web tmavý režim");
     (void)ended(features->records.poznamky().vytvorit("Nákup", "Mléko\nChléb\nMáslo"));
     phone.pong();
@@ -65,7 +65,8 @@ void ShownCompanion::fill() {
                                               {"Kalendář", "Pošta"},
                                               1}));
     features->agents.stav().claude = AgentStatus{true, "2.1.0", "/usr/bin/claude", {}};
-    features->agents.stav().codex = AgentStatus{false, {}, {}, "Codex jsem na tomto počítači nenašel."};
+    features->agents.stav().codex =
+        AgentStatus{false, {}, {}, Sentence("Codex jsem na tomto počítači nenašel.")};
 }
 
 void ShownCompanion::addApps() {

@@ -21,7 +21,7 @@ TEST_F(UnsavedSettingsTest, AreToldOfInEachCardThatChangesThemAndInTheMenu) {
     startSecured();
     openUi();
     EXPECT_EQ(notes(), 0);
-    defaults.setProblem(full);
+    defaults.setProblem(Sentence(full));
     settle();
     EXPECT_EQ(notes(), 4) << "folders, services, availability, about";
     ui->toggleMenu({});
@@ -56,7 +56,7 @@ TEST_F(UnsavedSettingsTest, ASwitchThatWasRefusedIsForgottenOnceTheSettingsAreSa
     openUi();
     press("Soubory");
     defaults.refusal = TextError{"Na disku není místo."};
-    defaults.setProblem(full);
+    defaults.setProblem(Sentence(full));
     press("Soubory");
     settle();
     EXPECT_EQ(notes(), 4);

@@ -70,7 +70,7 @@ TEST(InodeBookmarks, OnlyAFolderHasABookmark) {
     InodeBookmarks bookmarks;
     auto file = (folder.path() / "file").string();
     std::ofstream(file) << "x";
-    auto text = [&](const std::string& path) { return bookmarks.create(path).error().popis(); };
+    auto text = [&](const std::string& path) { return bookmarks.create(path).error().popis().czech(); };
     EXPECT_EQ(text(file), "Část cesty není složka.");
     EXPECT_EQ(text(file + "-none"), "Soubor nebo složka neexistuje.");
     EXPECT_EQ(text("relative"), "Takovou cestu nejde použít.");

@@ -18,7 +18,7 @@ namespace {
 
 std::string claimOf(LockFileInstance& instance) {
     const auto claim = instance.claim();
-    if (!claim) return claim.error().popis();
+    if (!claim) return claim.error().popis().czech();
     return *claim == LockFileInstance::Claim::made ? "made" : "held by another";
 }
 

@@ -11,8 +11,8 @@ const std::vector<std::string> one{"idle by Morvex, block: Má zůstat vzhůru."
 class LogindSleepInhibitorTest : public MockedLogind {
   protected:
     auto hold(LogindSleepInhibitor& inhibitor) {
-        return inhibitor.holdOffIdleSleep("Má zůstat vzhůru.",
-                                          [this](const Error& error) { failures.push_back(error.popis()); });
+        return inhibitor.holdOffIdleSleep(
+            "Má zůstat vzhůru.", [this](const Error& error) { failures.push_back(error.popis().czech()); });
     }
 
     std::vector<std::string> failures;

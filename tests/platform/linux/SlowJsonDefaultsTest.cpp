@@ -34,7 +34,7 @@ class SlowJsonDefaultsTest : public testing::Test, public SlowDefaults {
         DefaultsValues values;
         values.emplace(key, true);
         const auto saved = co_await defaults.setOnceSaved(std::move(values));
-        told.push_back(key + (saved ? " saved" : " failed: " + saved.error().popis()));
+        told.push_back(key + (saved ? " saved" : " failed: " + saved.error().popis().czech()));
     }
 
     bool ended_ = false;
@@ -226,7 +226,7 @@ TEST_F(SlowJsonDefaultsTest, AFileThatIsLeftAloneRefusesProposals) {
     const auto saved = home.run(unreadable.setOnceSaved(std::move(values)));
     ASSERT_TRUE(saved.has_value());
     ASSERT_FALSE(*saved);
-    EXPECT_EQ(saved->error().popis(), unreadable.problem());
+    EXPECT_EQ(saved->error().popis().czech(), unreadable.problem());
 }
 
 } // namespace

@@ -112,7 +112,7 @@ TEST_F(XdgAutostartTest, AFolderThatCannotBeWrittenIsAFailureWithWords) {
     std::ofstream(folder_.path() / "autostart") << "a file in the way";
     auto enrolled = item_.enroll();
     ASSERT_FALSE(enrolled);
-    EXPECT_FALSE(enrolled.error().popis().empty());
+    EXPECT_FALSE(enrolled.error().popis().czech().empty());
     EXPECT_FALSE(item_.isEnabled());
 
     std::filesystem::remove(folder_.path() / "autostart");

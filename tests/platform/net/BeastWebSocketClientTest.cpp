@@ -82,7 +82,7 @@ TEST_F(BeastWebSocket, CarriesLargeMessagesWhole) {
         for (std::size_t i = 0; i < size; i += 1000) text[i] = static_cast<char>('a' + i / 1000 % 26);
         EXPECT_TRUE(send(socket, text));
         auto frame = receive(socket);
-        ASSERT_TRUE(frame) << frame.error().popis();
+        ASSERT_TRUE(frame) << frame.error().popis().czech();
         EXPECT_TRUE(frame->data == text) << size;
     }
 }

@@ -17,7 +17,7 @@ TEST_F(HttpReplyTest, AReplyHasItsHeaders) {
                         "Mcp-Session-Id:  a b \r\nX-Empty:\r\nx-twice: 1\r\nX-Twice: 2\r\n"
                         "Content-Length: 0\r\n\r\n");
     auto reply = send({.url = server.url()});
-    ASSERT_TRUE(reply) << reply.error().popis();
+    ASSERT_TRUE(reply) << reply.error().popis().czech();
     EXPECT_EQ(reply->status, 302) << "a redirect is not followed";
     ASSERT_TRUE(reply->header("mcp-session-id"));
     EXPECT_EQ(*reply->header("mcp-session-id"), "a b");
@@ -33,7 +33,7 @@ TEST_F(HttpReplyTest, OnlyLinesWithANameBetweenStatusAndBodyAreHeaders) {
                         "a name: with a blank\r\nConnection: close\r\nTransfer-Encoding: chunked\r\n"
                         "Trailer: Last\r\n\r\n4\r\nbody\r\n0\r\nLast: trailer\r\n\r\n");
     auto reply = send({.url = server.url()});
-    ASSERT_TRUE(reply) << reply.error().popis();
+    ASSERT_TRUE(reply) << reply.error().popis().czech();
     EXPECT_EQ(reply->body, "body");
     std::vector<std::string> names;
     for (const auto& [name, value] : reply->headers) names.push_back(name);

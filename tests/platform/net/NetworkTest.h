@@ -38,8 +38,8 @@ template <class T> std::string failureOf(const Result<T>& result) {
         ADD_FAILURE() << "no failure";
         return {};
     }
-    EXPECT_NE(result.error().template as<NetworkError>(), nullptr) << result.error().popis();
-    return result.error().popis();
+    EXPECT_NE(result.error().template as<NetworkError>(), nullptr) << result.error().popis().czech();
+    return result.error().popis().czech();
 }
 
 } // namespace morvex

@@ -102,7 +102,7 @@ TEST(NetworkTrouble, TellsInCzechAndLogsTheOriginal) {
     ASSERT_EQ(::pipe2(ends, O_CLOEXEC), 0);
     ManualClock clock;
     const ProgramLog log(ends[1], clock);
-    EXPECT_EQ(networkError("HTTP", refused, "Failed to connect").popis(), popis(refused));
+    EXPECT_EQ(networkError("HTTP", refused, "Failed to connect").popis().czech(), popis(refused));
     std::string line;
     for (char byte = 0; ::read(ends[0], &byte, 1) == 1 && byte != '\n';) line += byte;
     EXPECT_TRUE(line.ends_with(" HTTP: Failed to connect")) << line;

@@ -38,10 +38,10 @@ TEST_F(WebSocketLimits, ReceivesAMessageOfTheLimitAndPassesOverLongerOnes) {
     });
     auto socket = connect(server);
     auto frame = receive(socket);
-    ASSERT_TRUE(frame) << frame.error().popis();
+    ASSERT_TRUE(frame) << frame.error().popis().czech();
     EXPECT_EQ(frame->data.size(), 4 * mebibyte);
     auto next = receive(socket);
-    ASSERT_TRUE(next) << next.error().popis();
+    ASSERT_TRUE(next) << next.error().popis().czech();
     EXPECT_EQ(next->data, "behind them");
 }
 

@@ -67,7 +67,7 @@ class WebSocketOpening : public WebSocketTest {
 
     std::string greetingFrom(const std::string& url) {
         auto socket = await(executor_, client_->connect(url, {}));
-        if (!socket) return socket.error().popis();
+        if (!socket) return socket.error().popis().czech();
         return await(executor_, (*socket)->receive()).value().data;
     }
 };
@@ -114,7 +114,7 @@ TEST_F(WebSocketOpening, AnAnswerThatProvesNothingIsRefused) {
 
 TEST_F(WebSocketOpening, GarbageIsAFailure) {
     TestServer server(answer("220 mail.example ESMTP\r\n\r\n"));
-    EXPECT_EQ(connectFailure("ws://" + server.authority()), popis(SystemTrouble::badAnswer));
+    EXPECT_EQ(connectFailure("ws://" + server.authority()), popis(SystemTrouble::badAnswer).czech());
 }
 
 TEST_F(WebSocketOpening, AnEndlessAnswerIsAFailure) {
@@ -128,7 +128,7 @@ TEST_F(WebSocketOpening, AnEndlessAnswerIsAFailure) {
 
 TEST_F(WebSocketOpening, AServerThatHangsUpIsAFailure) {
     TestServer server([](TestServer::Socket& socket) { readRequest(socket); });
-    EXPECT_EQ(connectFailure("ws://" + server.authority()), popis(SystemTrouble::cutOff));
+    EXPECT_EQ(connectFailure("ws://" + server.authority()), popis(SystemTrouble::cutOff).czech());
 }
 
 TEST_F(WebSocketOpening, AServerThatNeverAnswersIsGivenUpAtTheLimit) {
@@ -153,13 +153,13 @@ TEST_F(WebSocketOpening, ARefusedConnectionIsAFailure) {
         TestServer gone(echo);
         authority = gone.authority();
     }
-    EXPECT_EQ(connectFailure("ws://" + authority), popis(SystemTrouble::refused));
+    EXPECT_EQ(connectFailure("ws://" + authority), popis(SystemTrouble::refused).czech());
 }
 
 TEST_F(WebSocketOpening, ABadAddressAndAnUnknownHostAreFailures) {
-    EXPECT_EQ(connectFailure("http://127.0.0.1/"), popis(SystemTrouble::badAddress));
-    EXPECT_EQ(connectFailure("ws://user@127.0.0.1/"), popis(SystemTrouble::badAddress));
-    EXPECT_EQ(connectFailure("ws://relay.invalid/"), popis(SystemTrouble::unknownName));
+    EXPECT_EQ(connectFailure("http://127.0.0.1/"), popis(SystemTrouble::badAddress).czech());
+    EXPECT_EQ(connectFailure("ws://user@127.0.0.1/"), popis(SystemTrouble::badAddress).czech());
+    EXPECT_EQ(connectFailure("ws://relay.invalid/"), popis(SystemTrouble::unknownName).czech());
 }
 
 TEST_F(WebSocketOpening, AStopEndsTheAttemptAtOnce) {
@@ -208,7 +208,7 @@ TEST_F(WebSocketOpening, ACertificateOfAnUnknownAuthorityIsRefused) {
     trust(trusted);
     TestServer server(greetOverTls(other.issue("DNS:localhost")));
     EXPECT_EQ(connectFailure("wss://" + server.authority("localhost")),
-              popis(SystemTrouble::certificateUntrusted));
+              popis(SystemTrouble::certificateUntrusted).czech());
 }
 
 TEST_F(WebSocketOpening, ACertificateForAnotherHostIsRefused) {
@@ -216,16 +216,16 @@ TEST_F(WebSocketOpening, ACertificateForAnotherHostIsRefused) {
     trust(authority);
     TestServer named(greetOverTls(authority.issue("DNS:relay.example")));
     EXPECT_EQ(connectFailure("wss://" + named.authority("localhost")),
-              popis(SystemTrouble::certificateOtherName));
+              popis(SystemTrouble::certificateOtherName).czech());
     TestServer local(greetOverTls(authority.issue("DNS:localhost")));
     EXPECT_EQ(connectFailure("wss://" + local.authority("127.0.0.1")),
-              popis(SystemTrouble::certificateOtherName));
+              popis(SystemTrouble::certificateOtherName).czech());
 }
 
 TEST_F(WebSocketOpening, ACertificateThatNobodyElseSignedIsRefused) {
     TestServer server(greetOverTls(TestAuthority::issueToItself("DNS:localhost")));
     EXPECT_EQ(connectFailure("wss://" + server.authority("localhost")),
-              popis(SystemTrouble::certificateUntrusted));
+              popis(SystemTrouble::certificateUntrusted).czech());
 }
 
 TEST_F(WebSocketOpening, ACertificateOfAnotherTimeIsRefused) {
@@ -233,10 +233,10 @@ TEST_F(WebSocketOpening, ACertificateOfAnotherTimeIsRefused) {
     trust(authority);
     TestServer past(greetOverTls(authority.issue("DNS:localhost", {-48h, -1h})));
     EXPECT_EQ(connectFailure("wss://" + past.authority("localhost")),
-              popis(SystemTrouble::certificateExpired));
+              popis(SystemTrouble::certificateExpired).czech());
     TestServer future(greetOverTls(authority.issue("DNS:localhost", {1h, 48h})));
     EXPECT_EQ(connectFailure("wss://" + future.authority("localhost")),
-              popis(SystemTrouble::certificateNotYetValid));
+              popis(SystemTrouble::certificateNotYetValid).czech());
 }
 
 TEST_F(WebSocketOpening, AnAuthorityThatTheSystemIsToldOfIsTrusted) {
@@ -250,7 +250,7 @@ TEST_F(WebSocketOpening, TheSystemsAuthoritiesDoNotKnowATestsOne) {
     TestAuthority authority;
     TestServer server(greetOverTls(authority.issue("DNS:localhost")));
     EXPECT_EQ(connectFailure("wss://" + server.authority("localhost")),
-              popis(SystemTrouble::certificateUntrusted));
+              popis(SystemTrouble::certificateUntrusted).czech());
 }
 
 TEST_F(WebSocketOpening, AServerWithoutTlsIsNotTalkedToOverWss) {
@@ -258,7 +258,7 @@ TEST_F(WebSocketOpening, AServerWithoutTlsIsNotTalkedToOverWss) {
         asio::write(socket, asio::buffer(std::string("HTTP/1.1 400 Bad Request\r\n\r\n")));
         readToTheEnd(socket);
     });
-    EXPECT_EQ(connectFailure("wss://" + plain.authority()), popis(SystemTrouble::tlsRefused));
+    EXPECT_EQ(connectFailure("wss://" + plain.authority()), popis(SystemTrouble::tlsRefused).czech());
 }
 
 TEST_F(WebSocketOpening, OldTlsIsRefused) {
@@ -273,7 +273,8 @@ TEST_F(WebSocketOpening, OldTlsIsRefused) {
         stream.handshake(asio::ssl::stream_base::server);
         ADD_FAILURE() << "TLS 1.1 was spoken";
     });
-    EXPECT_EQ(connectFailure("wss://" + server.authority("localhost")), popis(SystemTrouble::tlsRefused));
+    EXPECT_EQ(connectFailure("wss://" + server.authority("localhost")),
+              popis(SystemTrouble::tlsRefused).czech());
 }
 
 } // namespace

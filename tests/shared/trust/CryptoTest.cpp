@@ -294,7 +294,7 @@ TEST(Crypto, RandomBytesDiffer) {
 TEST(CryptoError, HasWordsForEveryFailure) {
     for (auto failure : {CryptoFailure::refusedKey, CryptoFailure::wrongNonce, CryptoFailure::wrongTag,
                          CryptoFailure::unverifiable, CryptoFailure::tooLong, CryptoFailure::libraryFailed})
-        EXPECT_TRUE(CryptoError{failure}.popis().ends_with('.'));
+        EXPECT_TRUE(CryptoError{failure}.popis().czech().ends_with('.'));
 }
 
 } // namespace morvex

@@ -53,8 +53,8 @@ class SecureChannelTest : public testing::Test {
         auto opened = phone.open(envelope, now);
         auto* chyba = test::causeOf<Chyba>(opened);
         ASSERT_TRUE(chyba);
-        EXPECT_EQ(*chyba, (Chyba{Duvod::cizi, words}));
-        EXPECT_EQ(chyba->popis(), words);
+        EXPECT_EQ(*chyba, (Chyba{Duvod::cizi, Sentence(words)}));
+        EXPECT_EQ(chyba->popis().czech(), words);
     }
 
     EphemeralPrivateKey macKey = EphemeralPrivateKey::generate();
@@ -300,7 +300,7 @@ TEST_F(SecureChannelTest, TheSameEphemeralKeysWithoutThePairKeyOpenNothing) {
 TEST_F(SecureChannelTest, SealsUnderNoRequestIdWithABar) {
     const auto refused = mac.seal(asBytes("x"), "note|1", EnvelopeKind::data, envelopeLifetime, {now, {}});
     ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().popis(), "Identita zprávy nebo požadavku obsahuje svislou čáru.");
+    EXPECT_EQ(refused.error().popis().czech(), "Identita zprávy nebo požadavku obsahuje svislou čáru.");
     const auto sealed = mac.seal(asBytes("x"), "note:1", EnvelopeKind::data, envelopeLifetime, {now, {}});
     EXPECT_EQ(sealed.value().counter, 2u);
 }
@@ -316,8 +316,8 @@ TEST_F(SecureChannelTest, IsNotMadeWithAnUnsafeKeyOfThePeer) {
 TEST(SecureChannelChyba, HasWordsOfItsOwnForEveryReason) {
     std::set<std::string> sentences;
     for (auto duvod : {Duvod::prehrani, Duvod::prosla, Duvod::neoveritelna}) {
-        EXPECT_TRUE(Chyba{duvod}.popis().ends_with('.'));
-        sentences.insert(Chyba{duvod}.popis());
+        EXPECT_TRUE(Chyba{duvod}.popis().czech().ends_with('.'));
+        sentences.insert(Chyba{duvod}.popis().czech());
     }
     EXPECT_EQ(sentences.size(), 3U);
 }

@@ -53,7 +53,7 @@ std::string leaf(std::string_view number, std::string_view count = "0", std::str
 
 std::string failureOf(std::string_view json) {
     const auto read = decode<Tree>(json);
-    return read ? "none" : read.error().popis();
+    return read ? "none" : read.error().popis().czech();
 }
 
 TEST(Describe, WritesFieldsInTheirOrderAndLeavesOutWhatHasNoValue) {
@@ -170,12 +170,14 @@ TEST(Describe, AListOfRecordsIsADocumentToo) {
     EXPECT_FALSE(decode<std::vector<Leaf>>("{}"));
     const auto broken = decode<std::vector<Leaf>>("[" + leaf("1") + ",{}]");
     ASSERT_FALSE(broken);
-    EXPECT_NE(broken.error().popis().find("[1].number"), std::string::npos) << broken.error().popis();
+    EXPECT_NE(broken.error().popis().czech().find("[1].number"), std::string::npos)
+        << broken.error().popis().czech();
 }
 
 TEST(Describe, ReadsFromBytesAndWithinTheCallersLimit) {
     EXPECT_EQ(decode<Tree>(asBytes(R"({"items":[]})")).value(), Tree{});
-    EXPECT_EQ(decode<Tree>(R"({"items":[]})", {.size = 11}).error().popis(), "Zpráva je příliš dlouhá.");
+    EXPECT_EQ(decode<Tree>(R"({"items":[]})", {.size = 11}).error().popis().czech(),
+              "Zpráva je příliš dlouhá.");
 }
 
 } // namespace

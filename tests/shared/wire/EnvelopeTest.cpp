@@ -89,7 +89,7 @@ TEST(Envelope, FailsAsAForeignVersionWhenTheVersionCannotBeRead) {
 TEST(Envelope, FailsPlainlyWhenTheVersionIsNoText) {
     const auto read = decode<Envelope>(replaced(keyExchangeJSON, "\"1.4\"", "1.4"));
     ASSERT_FALSE(read);
-    EXPECT_EQ(read.error().popis(), "Pole „v“ má špatný typ (číslo).");
+    EXPECT_EQ(read.error().popis().czech(), "Pole „v“ má špatný typ (číslo).");
 }
 
 TEST(Envelope, NeedsEveryField) {
@@ -100,7 +100,7 @@ TEST(Envelope, NeedsEveryField) {
         part.erase(field.key());
         const auto read = decode<Envelope>(encode(part));
         ASSERT_FALSE(read) << field.key();
-        EXPECT_EQ(read.error().popis(), "Pole „" + std::string{field.key()} + "“ chybí.");
+        EXPECT_EQ(read.error().popis().czech(), "Pole „" + std::string{field.key()} + "“ chybí.");
     }
 }
 

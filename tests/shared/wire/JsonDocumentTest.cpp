@@ -162,7 +162,7 @@ TEST(JsonDocument, WhatIsWrittenCanBeJudgedBeforeItHasToBeRead) {
     }
     const auto manyValues = checkReadable('[' + repeat("\"\",", 5'000'000) + "0]", {});
     ASSERT_FALSE(manyValues);
-    EXPECT_EQ(manyValues.error().popis(), "Zpráva má příliš mnoho hodnot.");
+    EXPECT_EQ(manyValues.error().popis().czech(), "Zpráva má příliš mnoho hodnot.");
     EXPECT_FALSE(checkReadable("[1] ", {.size = 3}));
     EXPECT_FALSE(checkReadable("[1", {}));
 }
@@ -184,7 +184,7 @@ TEST(JsonDocument, LetsTheLastOfEqualKeysCount) {
 TEST(JsonDocument, NamesTheByteWhereTheTextBreaks) {
     const auto read = parseJson("[1,x]");
     ASSERT_FALSE(read);
-    EXPECT_EQ(read.error().popis(), "Zpráva není platný JSON (bajt 3).");
+    EXPECT_EQ(read.error().popis().czech(), "Zpráva není platný JSON (bajt 3).");
 }
 
 } // namespace

@@ -10,16 +10,16 @@ using namespace std::chrono_literals;
 constexpr auto now = Date{100h};
 
 std::string words(MacAvailability state) {
-    return state.popis("Studio", now);
+    return state.popis(DeviceRole::mac, now).czech();
 }
 
 TEST(MacAvailability, HasWordsForEveryState) {
     using M = MacAvailability;
-    EXPECT_EQ(words({M::NeplatneParovani{"klíč zmizel"}}), "Párování neplatí — klíč zmizel");
-    EXPECT_EQ(words({M::Preruseno{"síť"}}), "Spojení přerušeno — síť");
+    EXPECT_EQ(words({M::NeplatneParovani{Sentence("klíč zmizel")}}), "Párování neplatí — klíč zmizel");
+    EXPECT_EQ(words({M::Preruseno{Sentence("síť")}}), "Spojení přerušeno — síť");
     EXPECT_EQ(words({M::Zaneprazdneny{"Codex"}}), "Pracuje: Codex");
     EXPECT_EQ(words({M::Nesparovano{}}), "Nespárováno");
-    EXPECT_EQ(words({M::Offline{}}), "Studio není připojený");
+    EXPECT_EQ(words({M::Offline{}}), "Mac není připojený");
     EXPECT_EQ(words({M::Pripraveny{}}), "Připraven");
 }
 
@@ -33,7 +33,7 @@ TEST(MacAvailability, SleepsForWholeMinutesAndAtLeastOne) {
     for (const auto& [slept, minutes] :
          {std::pair{10s, "1"}, {119s, "1"}, {120s, "2"}, {3600s, "60"}, {0s, "1"}, {-600s, "1"}})
         EXPECT_EQ(words({MacAvailability::Spanek{now - slept}}),
-                  "Studio spí (" + std::string{minutes} + " min)");
+                  "Mac spí (" + std::string{minutes} + " min)");
 }
 
 TEST(MacAvailability, IsUsableWhenReadyOrBusyAlone) {

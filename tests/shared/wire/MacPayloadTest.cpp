@@ -83,7 +83,7 @@ TEST(MacPayload, NeedsExactlyOneKey) {
     for (const auto* json : {"{}", R"({"status":{},"cancel":{}})", R"({"cancel":{},"x":1})"}) {
         const auto read = decode<MacPayload>(json);
         ASSERT_FALSE(read) << json;
-        EXPECT_EQ(read.error().popis(), "Invalid number of keys found, expected one.");
+        EXPECT_EQ(read.error().popis().czech(), "Invalid number of keys found, expected one.");
     }
 }
 
@@ -142,7 +142,8 @@ TEST(MacPayload, NamesTheFailingFieldDeepInside) {
         R"([{"name":"a","summary":"b","risk":"dangerous","parametersJSON":"{}","streamsProgress":true}])");
     const auto read = decode<MacPayload>(status);
     ASSERT_FALSE(read);
-    EXPECT_EQ(read.error().popis(), "Pole „status._0.tools[0].risk“ má neznámou hodnotu „dangerous“.");
+    EXPECT_EQ(read.error().popis().czech(),
+              "Pole „status._0.tools[0].risk“ má neznámou hodnotu „dangerous“.");
 }
 
 constexpr auto approvalRequest =
@@ -179,13 +180,13 @@ TEST(ApprovalRequest, IsValidStrictlyBeforeItExpires) {
 
 TEST(MacPayload, TheIdOfADecisionIsAnyText) {
     auto payload = decode<MacPayload>(R"({"approvalDecision":{"id":"no uuid","approved":true}})");
-    ASSERT_TRUE(payload) << payload.error().popis();
+    ASSERT_TRUE(payload) << payload.error().popis().czech();
     EXPECT_EQ(payload->as<MacPayload::ApprovalDecision>()->id, "no uuid");
 }
 
 TEST(MacPayload, IgnoresUnknownKeysInsideACase) {
     auto payload = decode<MacPayload>(R"({"cancel":{"x":1}})");
-    ASSERT_TRUE(payload) << payload.error().popis();
+    ASSERT_TRUE(payload) << payload.error().popis().czech();
     EXPECT_TRUE(payload->as<MacPayload::Cancel>());
 }
 

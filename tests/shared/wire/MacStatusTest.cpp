@@ -20,7 +20,7 @@ MacStatus status() {
             .deviceName = "Studio",
             .tools = {},
             .claude = {true, "2.0", "/usr/bin/claude", {}},
-            .codex = {false, {}, {}, "Codex tu není."},
+            .codex = {false, {}, {}, Sentence("Codex tu není.")},
             .mailAvailable = true,
             .allowedFolders = {"Plocha"},
             .runningTask = {},

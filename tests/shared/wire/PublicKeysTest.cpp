@@ -33,8 +33,8 @@ TYPED_TEST(PublicKeys, AreBase64) {
         const auto key = TypeParam::parse(bad);
         ASSERT_FALSE(key);
         EXPECT_EQ(*key.error().template as<KryptoChyba>(),
-                  (KryptoChyba{KryptoChyba::NeplatnyKlic{"Nejde to přečíst jako base64."}}));
-        EXPECT_EQ(key.error().popis(), "Nejde to přečíst jako base64.");
+                  (KryptoChyba{KryptoChyba::NeplatnyKlic{Sentence("Nejde to přečíst jako base64.")}}));
+        EXPECT_EQ(key.error().popis().czech(), "Nejde to přečíst jako base64.");
     }
 }
 

@@ -118,7 +118,7 @@ TEST(Conversation, HasOneFormAndTwoRoles) {
         R"({"id":"270BD477-422C-4709-A43C-26E6E9C37AEC","role":"user","text":"Ahoj","createdAt":"1970-01-01T00:00:03Z"},)"
         R"({"id":"270BD477-422C-4709-A43C-26E6E9C37AED","role":"assistant","text":"Ahoj","createdAt":"1970-01-01T00:00:04Z"}]})";
     EXPECT_EQ(encode(decode<Conversation>(text).value()), text);
-    EXPECT_EQ(decode<Conversation>(replaced(text, "\"user\"", "\"system\"")).error().popis(),
+    EXPECT_EQ(decode<Conversation>(replaced(text, "\"user\"", "\"system\"")).error().popis().czech(),
               "Pole „turns[0].role“ má neznámou hodnotu „system“.");
 }
 

@@ -23,7 +23,7 @@ const Form forms[] = {
      {E::ProtocolMismatch{"1.4", "2.0"}},
      "Telefon a Mac mluví jinou verzí protokolu (1.4 proti 2.0). Aktualizuj tu starší aplikaci."},
     {R"({"notPaired":{"_0":"Naskenuj kód."}})",
-     {E::NotPaired{"Naskenuj kód."}},
+     {E::NotPaired{Sentence("Naskenuj kód.")}},
      "Zařízení není spárované. Naskenuj kód."},
     {R"({"badSignature":{}})", {E::BadSignature{}}, "Podpis zprávy nesedí. Spojení jsem zahodil."},
     {R"({"expired":{"age":61.9}})",
@@ -49,7 +49,9 @@ const Form forms[] = {
     {R"({"outsideAllowedFolders":{"path":"/etc"}})",
      {E::OutsideAllowedFolders{"/etc"}},
      "Cesta /etc leží mimo povolené složky. Nesahám na ni."},
-    {R"({"toolFailed":{"tool":"git","message":"1"}})", {E::ToolFailed{"git", "1"}}, "git skončil chybou: 1"},
+    {R"({"toolFailed":{"tool":"git","message":"1"}})",
+     {E::ToolFailed{"git", Sentence("1")}},
+     "git skončil chybou: 1"},
 };
 
 TEST(TalkSpanError, HasOneFormAndOneSentenceForEachCase) {
@@ -58,7 +60,7 @@ TEST(TalkSpanError, HasOneFormAndOneSentenceForEachCase) {
         cases.insert(form.error.value.index());
         EXPECT_EQ(encode(form.error), form.json);
         EXPECT_EQ(decode<TalkSpanError>(form.json).value(), form.error);
-        EXPECT_EQ(form.error.popis(), form.words);
+        EXPECT_EQ(form.error.popis().czech(), form.words);
     }
     EXPECT_EQ(cases.size(), std::variant_size_v<decltype(TalkSpanError::value)>);
 }
@@ -71,25 +73,25 @@ TEST(TalkSpanError, NeverReadsAnAgeThatItCouldNotSay) {
     EXPECT_FALSE(decode<TalkSpanError>(R"({"expired":{"age":1e300}})"));
     EXPECT_FALSE(decode<TalkSpanError>(R"({"expired":{"age":9223372036854775808}})"));
     EXPECT_FALSE(decode<TalkSpanError>(R"({"expired":{"age":1e999}})"));
-    EXPECT_EQ(decode<TalkSpanError>(R"({"expired":{"age":-9e18}})").value().popis(),
+    EXPECT_EQ(decode<TalkSpanError>(R"({"expired":{"age":-9e18}})").value().popis().czech(),
               "Zpráva dorazila pozdě, po -9000000000000000000 vteřinách. Neprovedl jsem ji.");
 }
 
 TEST(TalkSpanErrorDeathTest, EndsTheProcessForAnAgeThatCannotBeSaid) {
     for (const double age :
          {std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(), 1e300})
-        EXPECT_DEATH(static_cast<void>(E{E::Expired{age}}.popis()), "age");
+        EXPECT_DEATH(static_cast<void>(E{E::Expired{age}}.popis().czech()), "age");
 }
 
 TEST(TalkSpanError, NeedsExactlyOneKey) {
     const auto read = decode<TalkSpanError>(R"({"replay":{},"cancelled":{}})");
     ASSERT_FALSE(read);
-    EXPECT_EQ(read.error().popis(), "Invalid number of keys found, expected one.");
+    EXPECT_EQ(read.error().popis().czech(), "Invalid number of keys found, expected one.");
 }
 
 TEST(TalkSpanError, AnEmptyReasonKeepsTheColon) {
-    EXPECT_EQ((TalkSpanError{TalkSpanError::Rejected{""}}.popis()), "Zamítnuto: ");
-    EXPECT_EQ((TalkSpanError{TalkSpanError::Rejected{}}.popis()), "Zamítnuto.");
+    EXPECT_EQ((TalkSpanError{TalkSpanError::Rejected{""}}.popis().czech()), "Zamítnuto: ");
+    EXPECT_EQ((TalkSpanError{TalkSpanError::Rejected{}}.popis().czech()), "Zamítnuto.");
 }
 
 } // namespace

@@ -37,7 +37,7 @@ TEST(ToolRisk, FailsTheWholeDescriptorWhenItIsUnknown) {
     const auto read = decode<ToolDescriptor>(
         R"({"name":"x","summary":"y","risk":"dangerous","parametersJSON":"{}","streamsProgress":false})");
     ASSERT_FALSE(read);
-    EXPECT_EQ(read.error().popis(), "Pole „risk“ má neznámou hodnotu „dangerous“.");
+    EXPECT_EQ(read.error().popis().czech(), "Pole „risk“ má neznámou hodnotu „dangerous“.");
 }
 
 } // namespace

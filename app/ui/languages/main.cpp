@@ -1,0 +1,142 @@
+// check-sentences ROOT TABLE... < SOURCES
+//
+// Compares the sentences of the program with the tables of its languages, and fails where a table lacks one,
+// has one that nobody tells, leaves a translation empty or gives it other places. The names of the sources,
+// relative to ROOT, stand on standard input, one a line.
+#include "shared/base/Sentence.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QXmlStreamReader>
+
+#include <cstdio>
+#include <cstdlib>
+#include <iostream>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Places = std::set<std::string>;
+
+QString contentOf(const QString& path) {
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly)) return QString::fromUtf8(file.readAll());
+    std::fprintf(stderr, "%s: cannot be read\n", qPrintable(path));
+    std::exit(2);
+}
+
+/// The text of a literal.
+QString unescaped(QString literal) {
+    return literal.replace(QStringLiteral("\\n"), QStringLiteral("\n"))
+        .replace(QStringLiteral("\\\""), QStringLiteral("\""));
+}
+
+/// The sentences that a source tells: literals of C++ that end with `_sentence`, those of QML in `qsTr`, and
+/// those of either in `tr`. The compiler joins literals that follow each other.
+std::set<QString> sentencesOf(QString source) {
+    static const QRegularExpression joint(QStringLiteral("\"\\s*\\n\\s*\""));
+    static const QRegularExpression token(QStringLiteral(
+        "//[^\\n]*|'(?:[^'\\\\]|\\\\.)'|(\\b(?:qsTr|tr)\\()?\"((?:[^\"\\\\\\n]|\\\\.)*)\"(_sentence)?"));
+    source.remove(joint);
+    std::set<QString> sentences;
+    for (auto matches = token.globalMatch(source); matches.hasNext();) {
+        const auto match = matches.next();
+        if (match.hasCaptured(1) || match.hasCaptured(3)) sentences.insert(unescaped(match.captured(2)));
+    }
+    return sentences;
+}
+
+/// Those of a sentence of C++, and those that QML fills.
+Places placesOf(const QString& sentence) {
+    static const QRegularExpression numbered(QStringLiteral("%\\d"));
+    Places places;
+    const auto text = sentence.toStdString();
+    for (auto place = morvex::sentencePlaces::next(text, 0); !place.name.empty();
+         place = morvex::sentencePlaces::next(text, place.end))
+        places.emplace(place.name);
+    for (auto matches = numbered.globalMatch(sentence); matches.hasNext();)
+        places.insert(matches.next().captured().toStdString());
+    return places;
+}
+
+/// Whether there is anything to translate between its places.
+bool hasWords(QString sentence) {
+    static const QRegularExpression place(QStringLiteral("\\{[a-z]+\\}|%\\d"));
+    static const QRegularExpression letter(QStringLiteral("\\p{L}"));
+    return sentence.remove(place).contains(letter);
+}
+
+struct Translation {
+    QString text;
+    bool isFinished = true;
+};
+
+/// The translations of each sentence: one, or one a form of its number.
+std::map<QString, std::vector<Translation>> tableOf(const QString& path) {
+    std::map<QString, std::vector<Translation>> table;
+    QString source;
+    bool hasForms = false;
+    bool isFinished = true;
+    QXmlStreamReader xml(contentOf(path));
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement) continue;
+        const auto attributes = xml.attributes();
+        if (xml.name() == QStringLiteral("message")) {
+            hasForms = attributes.hasAttribute(QStringLiteral("numerus"));
+        } else if (xml.name() == QStringLiteral("source")) {
+            source = xml.readElementText();
+            table[source];
+        } else if (xml.name() == QStringLiteral("translation")) {
+            isFinished = !attributes.hasAttribute(QStringLiteral("type"));
+            if (!hasForms) table[source].push_back({xml.readElementText(), isFinished});
+        } else if (xml.name() == QStringLiteral("numerusform")) {
+            table[source].push_back({xml.readElementText(), isFinished});
+        }
+    }
+    if (xml.hasError()) {
+        std::fprintf(stderr, "%s: %s\n", qPrintable(path), qPrintable(xml.errorString()));
+        std::exit(2);
+    }
+    return table;
+}
+
+int complaints = 0;
+
+void complain(const QString& table, const char* what, const QString& sentence) {
+    ++complaints;
+    std::fprintf(stderr, "%s: %s: %s\n", qPrintable(QFileInfo(table).fileName()), what, qPrintable(sentence));
+}
+
+void compare(const QString& path, const std::set<QString>& told) {
+    const auto table = tableOf(path);
+    for (const auto& sentence : told)
+        if (!table.contains(sentence)) complain(path, "is missing", sentence);
+    for (const auto& [sentence, translations] : table) {
+        if (!told.contains(sentence)) complain(path, "nobody tells this", sentence);
+        for (const auto& [text, isFinished] : translations) {
+            if (!isFinished || text.trimmed().isEmpty()) complain(path, "is not translated", sentence);
+            if (placesOf(text) != placesOf(sentence)) complain(path, "has other places", text);
+        }
+        if (translations.empty()) complain(path, "is not translated", sentence);
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 3) {
+        std::fputs("check-sentences ROOT TABLE... < SOURCES\n", stderr);
+        return 2;
+    }
+    const auto root = QString::fromLocal8Bit(argv[1]) + QLatin1Char('/');
+    std::set<QString> told;
+    for (std::string source; std::getline(std::cin, source) && !source.empty();)
+        for (const auto& sentence : sentencesOf(contentOf(root + QString::fromStdString(source))))
+            if (hasWords(sentence)) told.insert(sentence);
+    for (int table = 2; table < argc; ++table) compare(QString::fromLocal8Bit(argv[table]), told);
+    return complaints == 0 ? 0 : 1;
+}
