@@ -14,7 +14,6 @@ namespace morvex {
 
 namespace {
 
-/// How the link's states name the other side.
 struct Words {
     std::string_view kind;
     std::string text;

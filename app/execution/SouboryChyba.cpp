@@ -1,6 +1,7 @@
 #include "app/execution/SouboryChyba.h"
 
 #include "foundation/Text.h"
+#include "shared/base/CzechText.h"
 #include "shared/wire/TalkSpanError.h"
 
 namespace morvex {
@@ -13,29 +14,31 @@ struct Popis {
     }
 
     Sentence operator()(const SouboryChyba::ZakazanaCesta& chyba) const {
-        return Sentence("Na " + chyba.fragment +
-                        " nesahám za žádných okolností — jsou to přihlašovací údaje.");
+        return inCzechAlone("Na " + chyba.fragment +
+                            " nesahám za žádných okolností — jsou to přihlašovací údaje.");
     }
 
     Sentence operator()(const SouboryChyba::NeniSoubor& chyba) const {
-        return Sentence(chyba.name + " není soubor.");
+        return inCzechAlone(chyba.name + " není soubor.");
     }
 
     Sentence operator()(const SouboryChyba::PrilisVelky& chyba) const {
-        return Sentence("Soubor " + chyba.name + " má přes " + std::to_string(chyba.limit) +
-                        " kB. Na čtení hlasem je to moc; řekni, co v něm hledat.");
+        return inCzechAlone("Soubor " + chyba.name + " má přes " + std::to_string(chyba.limit) +
+                            " kB. Na čtení hlasem je to moc; řekni, co v něm hledat.");
     }
 
     Sentence operator()(const SouboryChyba::UzExistuje& chyba) const {
-        return Sentence("Soubor " + chyba.name + " už existuje. Přepsání musíš potvrdit — to zatím neumím.");
+        return inCzechAlone("Soubor " + chyba.name +
+                            " už existuje. Přepsání musíš potvrdit — to zatím neumím.");
     }
 
     Sentence operator()(const SouboryChyba::SpustilByProgram& chyba) const {
-        return Sentence("Soubor " + chyba.name + " by mohl sám spustit program. Takový nezapisuju.");
+        return inCzechAlone("Soubor " + chyba.name + " by mohl sám spustit program. Takový nezapisuju.");
     }
 
     Sentence operator()(const SouboryChyba::PrilisMnohoZapsano&) const {
-        return Sentence("Za poslední hodinu už bylo zapsáno tolik, kolik smí, tedy 1 GB. Zkus to později.");
+        return inCzechAlone(
+            "Za poslední hodinu už bylo zapsáno tolik, kolik smí, tedy 1 GB. Zkus to později.");
     }
 
     Sentence operator()(const SouboryChyba::Selhalo& chyba) const { return Sentence(chyba.text); }

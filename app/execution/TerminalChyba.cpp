@@ -1,26 +1,28 @@
 #include "app/execution/TerminalChyba.h"
 
+#include "shared/base/CzechText.h"
+
 namespace morvex {
 
 namespace {
 
 struct Popis {
     Sentence operator()(const TerminalChyba::ZakazanyProgram& chyba) const {
-        return Sentence("Program " + chyba.jmeno +
-                        " spustit neumím. Povolené jsou jen ty, které nic nemění.");
+        return inCzechAlone("Program " + chyba.jmeno +
+                            " spustit neumím. Povolené jsou jen ty, které nic nemění.");
     }
 
     Sentence operator()(const TerminalChyba::VyzadujePotvrzeni& chyba) const {
-        return Sentence(chyba.prikaz +
-                        " vyžaduje tvoje potvrzení. Schvalování zatím neumím — udělej to na Macu sám.");
+        return inCzechAlone(chyba.prikaz +
+                            " vyžaduje tvoje potvrzení. Schvalování zatím neumím — udělej to na Macu sám.");
     }
 
     Sentence operator()(const TerminalChyba::MimoPovolene& chyba) const {
-        return Sentence("Pracovní složka " + chyba.slozka + " není mezi povolenými.");
+        return inCzechAlone("Pracovní složka " + chyba.slozka + " není mezi povolenými.");
     }
 
     Sentence operator()(const TerminalChyba::PodezreleArgumenty& chyba) const {
-        return Sentence("Ten příkaz nespustím: " + chyba.duvod);
+        return inCzechAlone("Ten příkaz nespustím: " + chyba.duvod);
     }
 };
 

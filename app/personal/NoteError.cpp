@@ -1,5 +1,7 @@
 #include "app/personal/NoteError.h"
 
+#include "shared/base/CzechText.h"
+
 #include <utility>
 
 namespace morvex {
@@ -7,9 +9,9 @@ namespace morvex {
 Sentence NoteError::popis() const {
     switch (pripad) {
     case missingData:
-        return Sentence("Poznámka musí mít název i obsah.");
+        return inCzechAlone("Poznámka musí mít název i obsah.");
     case notFound:
-        return Sentence("Poznámku s tímto názvem jsem nenašel.");
+        return inCzechAlone("Poznámku s tímto názvem jsem nenašel.");
     }
     std::unreachable();
 }

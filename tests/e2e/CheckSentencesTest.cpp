@@ -14,7 +14,7 @@ class CheckSentencesTest : public testing::Test {
   protected:
     Ended check(const std::string& source, const std::string& messages) {
         write("source.cpp", source);
-        write("en.ts", "<TS><context>" + messages + "</context></TS>");
+        write("en.ts", "<TS><context><name>Morvex</name>" + messages + "</context></TS>");
         return runProgram("check-sentences", {folder_.path().string(), (folder_.path() / "en.ts").string()},
                           {}, "source.cpp\n");
     }
@@ -67,6 +67,10 @@ TEST_F(CheckSentencesTest, EachWayToBeWrongIsToldAndFails) {
         {told, message("Jedna {a}.", "One {b}."), "en.ts: has other places: One {b}.\n"},
         {told, message("Jedna {a}.", "One."), "en.ts: has other places: One.\n"},
         {told, forms, "en.ts: has other places: ones\n"},
+        {told, one + "</context><context><name>Other</name>", "en.ts: asks in a context that nobody asks in"},
+        {told + " fail(TextError{\"Něco \"\n\"chybí.\"})", one,
+         "source.cpp: is in no language but Czech: Něco chybí.\n"},
+        {told + " Sentence(\"Něco \" + name)", one, "source.cpp: is in no language but Czech: Něco \n"},
     };
     for (const auto& [source, messages, words] : rows) {
         const auto ended = check(source, messages);

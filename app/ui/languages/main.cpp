@@ -31,8 +31,10 @@ QString contentOf(const QString& path) {
 
 /// The text of a literal.
 QString unescaped(QString literal) {
-    return literal.replace(QStringLiteral("\\n"), QStringLiteral("\n"))
-        .replace(QStringLiteral("\\\""), QStringLiteral("\""));
+    static const QRegularExpression escape(QStringLiteral("\\\\(.)"));
+    for (auto at = literal.indexOf(escape); at >= 0; at = literal.indexOf(escape, at + 1))
+        literal.replace(at, 2, literal[at + 1] == u'n' ? QStringLiteral("\n") : literal.mid(at + 1, 1));
+    return literal;
 }
 
 /// The sentences that a source tells: literals of C++ that end with `_sentence`, those of QML in `qsTr`, and
@@ -40,7 +42,7 @@ QString unescaped(QString literal) {
 std::set<QString> sentencesOf(QString source) {
     static const QRegularExpression joint(QStringLiteral("\"\\s*\\n\\s*\""));
     static const QRegularExpression token(QStringLiteral(
-        "//[^\\n]*|'(?:[^'\\\\]|\\\\.)'|(\\b(?:qsTr|tr)\\()?\"((?:[^\"\\\\\\n]|\\\\.)*)\"(_sentence)?"));
+        "//[^\\n]*|'(?:[^'\\\\]|\\\\.)'|(\\b(?:qsTr|tr)\\(\\s*)?\"((?:[^\"\\\\\\n]|\\\\.)*)\"(_sentence)?"));
     source.remove(joint);
     std::set<QString> sentences;
     for (auto matches = token.globalMatch(source); matches.hasNext();) {
@@ -48,6 +50,19 @@ std::set<QString> sentencesOf(QString source) {
         if (match.hasCaptured(1) || match.hasCaptured(3)) sentences.insert(unescaped(match.captured(2)));
     }
     return sentences;
+}
+
+/// Czech words that become a sentence without being marked as one, so that no language has them.
+std::vector<QString> unmarkedOf(QString source) {
+    static const QRegularExpression joint(QStringLiteral("\"\\s*\\n\\s*\""));
+    static const QRegularExpression plain(QStringLiteral(
+        "\\b(?:Sentence|TextError|NetworkError)[({]\\s*\"((?:[^\"\\\\\\n]|\\\\.)*)\"(?!_sentence)"));
+    static const QRegularExpression czech(QStringLiteral("[áéíóúýěščřžůďťňÁÉÍÓÚÝĚŠČŘŽŮĎŤŇ]"));
+    source.remove(joint);
+    std::vector<QString> unmarked;
+    for (auto matches = plain.globalMatch(source); matches.hasNext();)
+        if (const auto words = matches.next().captured(1); words.contains(czech)) unmarked.push_back(words);
+    return unmarked;
 }
 
 /// Those of a sentence of C++, and those that QML fills.
@@ -70,6 +85,13 @@ bool hasWords(QString sentence) {
     return sentence.remove(place).contains(letter);
 }
 
+int complaints = 0;
+
+void complain(const QString& file, const char* what, const QString& sentence) {
+    ++complaints;
+    std::fprintf(stderr, "%s: %s: %s\n", qPrintable(QFileInfo(file).fileName()), what, qPrintable(sentence));
+}
+
 struct Translation {
     QString text;
     bool isFinished = true;
@@ -85,6 +107,8 @@ std::map<QString, std::vector<Translation>> tableOf(const QString& path) {
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement) continue;
         const auto attributes = xml.attributes();
+        if (xml.name() == QStringLiteral("name") && xml.readElementText() != QStringLiteral("Morvex"))
+            complain(path, "asks in a context that nobody asks in", source);
         if (xml.name() == QStringLiteral("message")) {
             hasForms = attributes.hasAttribute(QStringLiteral("numerus"));
         } else if (xml.name() == QStringLiteral("source")) {
@@ -102,13 +126,6 @@ std::map<QString, std::vector<Translation>> tableOf(const QString& path) {
         std::exit(2);
     }
     return table;
-}
-
-int complaints = 0;
-
-void complain(const QString& table, const char* what, const QString& sentence) {
-    ++complaints;
-    std::fprintf(stderr, "%s: %s: %s\n", qPrintable(QFileInfo(table).fileName()), what, qPrintable(sentence));
 }
 
 void compare(const QString& path, const std::set<QString>& told) {
@@ -134,9 +151,13 @@ int main(int argc, char** argv) {
     }
     const auto root = QString::fromLocal8Bit(argv[1]) + QLatin1Char('/');
     std::set<QString> told;
-    for (std::string source; std::getline(std::cin, source) && !source.empty();)
-        for (const auto& sentence : sentencesOf(contentOf(root + QString::fromStdString(source))))
+    for (std::string line; std::getline(std::cin, line) && !line.empty();) {
+        const auto source = QString::fromStdString(line);
+        const auto content = contentOf(root + source);
+        for (const auto& sentence : sentencesOf(content))
             if (hasWords(sentence)) told.insert(sentence);
+        for (const auto& words : unmarkedOf(content)) complain(source, "is in no language but Czech", words);
+    }
     for (int table = 2; table < argc; ++table) compare(QString::fromLocal8Bit(argv[table]), told);
     return complaints == 0 ? 0 : 1;
 }

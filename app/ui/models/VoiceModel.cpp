@@ -18,13 +18,17 @@ struct Language {
 };
 
 /// Each language is called what its speakers call it.
+Sentence asSpoken(const char* name) {
+    return Sentence(name);
+}
+
 const std::array<Language, 6> languageModes{{
     {MacVoiceController::phoneMode, "Podle iPhonu"_sentence},
-    {"cs", Sentence("Čeština")},
-    {"en", Sentence("English")},
-    {"de", Sentence("Deutsch")},
-    {"fr", Sentence("Français")},
-    {"es", Sentence("Español")},
+    {"cs", asSpoken("Čeština")},
+    {"en", asSpoken("English")},
+    {"de", asSpoken("Deutsch")},
+    {"fr", asSpoken("Français")},
+    {"es", asSpoken("Español")},
 }};
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "app/ui/LanguageTable.h"
 
 #include "app/ui/Localized.h"
+#include "shared/wire/DecodeError.h"
 
 #include <QCoreApplication>
 #include <gtest/gtest.h>
@@ -66,6 +67,18 @@ TEST_F(LanguageTableTest, ATextWithAZeroByteStaysWhole) {
     const std::string text("Zrušeno.\0 konec", 16);
     EXPECT_EQ(translated(text), text);
     EXPECT_EQ(translated("Pracuje: {cim}"_sentence(text)), "Busy: " + text);
+}
+
+TEST_F(LanguageTableTest, QuotedInputStaysAsItIs) {
+    table_.take(QStringLiteral("en"));
+    using Reason = DecodeError::Reason;
+    const auto words = [](Reason reason, const char* path) {
+        return translated(DecodeError{reason, path, Sentence("objekt")}.popis());
+    };
+    for (const auto* path : {"", "a.b"})
+        for (auto reason : {Reason::unknownWord, Reason::badText, Reason::unknownCase})
+            EXPECT_NE(words(reason, path).find("“objekt”"), std::string::npos) << words(reason, path);
+    EXPECT_NE(words(Reason::wrongType, "a.b").find("(object)"), std::string::npos);
 }
 
 TEST_F(LanguageTableTest, WordsFollowTheirNumberButInCzech) {
