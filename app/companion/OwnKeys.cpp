@@ -90,8 +90,10 @@ Error OwnKeys::nejsou(const Error& error) {
 
 Task<Result<void>> OwnKeys::ulozit(PairedPeer peer) {
     auto* uloziste = &services_.uloziste;
-    co_return co_await runOn(services_.vaultThread,
-                             [uloziste, &peer] { return uloziste->ulozProtejsek(peer); });
+    auto saved =
+        co_await runOn(services_.vaultThread, [uloziste, &peer] { return uloziste->ulozProtejsek(peer); });
+    if (saved) retryNow();
+    co_return saved;
 }
 
 Task<void> OwnKeys::zapomenout(PairedPeer peer) {
@@ -107,27 +109,40 @@ Task<void> OwnKeys::vratit(PairedPeer odmitnuty) {
 }
 
 Task<void> OwnKeys::nahradit(PairedPeer peer, Sentence (*neslo)(const Error& proc)) {
-    const auto konci = services_.scope.token();
     auto* uloziste = &services_.uloziste;
-    std::optional<Sentence> told;
+    const auto number = ++lastNumber_;
     for (;;) {
-        const bool jePosledni = konci.stop_requested();
+        const bool jePosledni = konci_;
         auto done = co_await runOn(services_.vaultThread, [uloziste, &peer, ted = state_.protejsek.value()] {
             return nahraditPar(*uloziste, peer, ted);
         });
         if (done) break;
-        told = neslo(done.error());
-        state_.potizTrezoru = told;
+        unfinished_.insert_or_assign(number, neslo(done.error()));
+        tellUnfinished();
         if (jePosledni) co_return;
         const auto pause = jeZamceno(done.error()) ? lockedRetry : vaultRetry;
-        (void)co_await sleepFor(services_.clock, pause, konci);
+        (void)co_await sleepFor(services_.clock, pause, pauses_.get_token());
     }
-    if (told && state_.potizTrezoru.value() == told) state_.potizTrezoru = std::nullopt;
+    unfinished_.erase(number);
+    tellUnfinished();
+    retryNow();
+}
+
+void OwnKeys::retryNow() {
+    if (!konci_) std::exchange(pauses_, {}).request_stop();
+}
+
+void OwnKeys::tellUnfinished() {
+    if (unfinished_.empty())
+        state_.potizTrezoru = std::nullopt;
+    else
+        state_.potizTrezoru = unfinished_.rbegin()->second;
 }
 
 void OwnKeys::ukoncit() {
     konci_ = true;
     services_.vault.end();
+    pauses_.request_stop();
 }
 
 } // namespace morvex

@@ -8,9 +8,11 @@
 #include "shared-apple/IdentityStore.h"
 #include "shared/trust/DeviceIdentity.h"
 
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
-#include <string>
+#include <stop_token>
 #include <utility>
 
 namespace morvex {
@@ -72,8 +74,10 @@ class OwnKeys {
     /// Whether it could be read. Fails where the vault is locked.
     Task<Result<bool>> nactiProtejsek();
     /// Until the vault has put the state's phone, or none, in the place of `peer`. `neslo` tells that it has
-    /// not.
+    /// not. Meanwhile it is tried again and again, and at once when the vault has kept something else.
     Task<void> nahradit(PairedPeer peer, Sentence (*neslo)(const Error& proc));
+    void retryNow();
+    void tellUnfinished();
     Error nejsou(const Error& error);
 
     Services services_;
@@ -83,6 +87,9 @@ class OwnKeys {
     Turns nacitani_;
     bool nactouSeZnovu_ = false; ///< another load waits for its turn
     bool konci_ = false;
+    std::map<std::uint64_t, Sentence> unfinished_; ///< what the vault has yet to replace, by its number
+    std::uint64_t lastNumber_ = 0;
+    std::stop_source pauses_; ///< of those that wait for their next try
 };
 
 } // namespace morvex

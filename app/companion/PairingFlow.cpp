@@ -49,7 +49,7 @@ void PairingFlow::zacitParovani() {
 
 Task<void> PairingFlow::nacistAZacit(std::uint64_t generation) {
     auto loaded = co_await services_.klice.nacist();
-    if (generation != generation_) co_return;
+    if (konci_ || generation != generation_) co_return;
     cekaNaKlice_ = false;
     if (!loaded) co_return selhat(loaded.error().popis());
     state_.parovani = StavParovani{};
@@ -59,7 +59,7 @@ Task<void> PairingFlow::nacistAZacit(std::uint64_t generation) {
 
 Task<void> PairingFlow::zalozit(RelayAddress address, std::uint64_t generation) {
     auto zalozeni = co_await relay_.zalozit(address, identita(), DeviceRole::mac);
-    if (generation != generation_) co_return;
+    if (konci_ || generation != generation_) co_return;
     if (!zalozeni) co_return selhat(zalozeni.error().popis());
     PairingBundle bundle{ProtocolVersion::current, address.text(),           zalozeni->pairID,
                          zalozeni->pairingToken,   identita()->signingKey(), identita()->agreementKey()};
@@ -130,6 +130,8 @@ Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
     uklada_ = false;
     // Refused, cancelled or begun anew meanwhile.
     if (generation != generation_) co_return co_await services_.klice.vratit(std::move(peer));
+    // What the user has confirmed stays kept.
+    if (konci_) co_return;
     if (!saved) co_return selhat("Párování se nepodařilo uložit: {duvod}"_sentence(saved.error().popis()));
     ++generation_;
     if (const auto& before = state_.protejsek.value(); before && before->deviceID != peer.deviceID)
@@ -184,7 +186,7 @@ void PairingFlow::zkusitHned() {
 }
 
 void PairingFlow::ukoncit() {
-    ++generation_;
+    konci_ = true;
     zastavit();
 }
 

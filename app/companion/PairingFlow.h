@@ -87,6 +87,7 @@ class PairingFlow {
     std::optional<PairedPeer> rozdelany_; ///< waits for the word about its number
     bool cekaNaKlice_ = false;
     bool uklada_ = false;
+    bool konci_ = false;
     std::uint64_t generation_ = 0; ///< tells a late answer of an abandoned pairing
 };
 

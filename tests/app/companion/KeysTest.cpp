@@ -222,6 +222,50 @@ TEST_F(ForgettingTest, ALockedVaultIsAskedAgainEveryHour) {
     }
 }
 
+TEST_F(ForgettingTest, IsTriedAgainAtOnceWhenALockedVaultHasKeptSomethingElse) {
+    startConnected();
+    store.failDelete = locked();
+    unpair();
+    ASSERT_NE(unsaved(), "none");
+    beginPairing("SECOND");
+    sendHello(hello());
+    agree();
+    EXPECT_EQ(unsaved(), "none") << "the second phone took the place of the first";
+}
+
+TEST_F(ForgettingTest, ADamagedRecordGoesToo) {
+    startConnected();
+    store.failPeerLoad = TextError{"Záznam je poškozený."};
+    unpair();
+    EXPECT_TRUE(isForgotten());
+    EXPECT_EQ(unsaved(), "none");
+}
+
+TEST_F(ForgettingTest, IsDoneThoughTheProgramEndsAtOnce) {
+    startConnected();
+    flow().odvolat();
+    end();
+    EXPECT_TRUE(isForgotten());
+}
+
+TEST_F(ForgettingTest, IsToldWhileAnyOfSeveralWaits) {
+    startConnected();
+    store.failDelete = TextError{"Na disku není místo."};
+    unpair();
+    pass(3s);
+    beginPairing("SECOND");
+    sendHello(hello());
+    agree();
+    ASSERT_TRUE(companion->stav().protejsek.value());
+    unpair();
+    pass(2s);
+    EXPECT_EQ(unsaved(), noRoom) << "the first is done, since another phone took its place";
+    store.failDelete.reset();
+    pass(3s);
+    EXPECT_TRUE(isForgotten());
+    EXPECT_EQ(unsaved(), "none");
+}
+
 TEST_F(ForgettingTest, IsToldUntilItIsDoneWhateverElseIsTold) {
     startConnected();
     store.failDelete = TextError{"Na disku není místo."};

@@ -1,0 +1,139 @@
+#include "tests/support/PairingHarness.h"
+
+#include <optional>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// What comes while the vault keeps a phone that was agreed to.
+using PairingSaveTest = PairingHarness;
+
+TEST_F(PairingSaveTest, ARefusalDuringTheSaveKeepsNothing) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    flow().potvrditCislo(number());
+    flow().odmitnoutCislo();
+    executor.runUntilIdle();
+    EXPECT_TRUE(failure().starts_with("Čísla se neshodovala.")) << failure();
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    EXPECT_FALSE(companion->stav().protejsek.value());
+}
+
+/// A refusal during the save of a vault that removes nothing, from which the next try finds it mended.
+class RefusalDuringTheSaveTest : public PairingSaveTest {
+  protected:
+    void refuseWithoutRemoval() {
+        start();
+        beginPairing();
+        sendHello(hello());
+        store.failDelete = TextError{"Na disku není místo."};
+        flow().potvrditCislo(number());
+        flow().odmitnoutCislo();
+        executor.runUntilIdle();
+    }
+
+    void mendTheVault() {
+        store.failDelete.reset();
+        clock.advance(std::chrono::seconds(5));
+        executor.runUntilIdle();
+    }
+};
+
+TEST_F(RefusalDuringTheSaveTest, ThatCannotBeTakenBackIsToldAndTriedAgain) {
+    refuseWithoutRemoval();
+    EXPECT_TRUE(failure().starts_with("Čísla se neshodovala.")) << failure();
+    EXPECT_EQ(companion->stav().potizTrezoru.value(),
+              "Zrušené párování se nepodařilo smazat: Na disku není místo.");
+    mendTheVault();
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    EXPECT_FALSE(companion->stav().potizTrezoru.value());
+}
+
+TEST_F(RefusalDuringTheSaveTest, LeavesAPhoneThatWasPairedSince) {
+    refuseWithoutRemoval();
+    auto other = phone.asPeer();
+    other.deviceID = DeviceIdentity::generate().deviceID();
+    (void)store.held.ulozProtejsek(other);
+    mendTheVault();
+    EXPECT_EQ(store.held.nactiProtejsek().value(), other);
+}
+
+TEST_F(PairingSaveTest, ACancelDuringTheSaveKeepsTheOldPhone) {
+    startSecured();
+    auto old = companion->stav().protejsek.value();
+    beginPairing();
+    ScriptedPhone another(clock);
+    sendHello(Parovani::makeHello(another.identity, phone.pair));
+    flow().potvrditCislo(state().as<StavParovani::OverCislo>()->cislo);
+    flow().zrusitParovani();
+    executor.runUntilIdle();
+    EXPECT_EQ(companion->stav().protejsek.value(), old);
+    EXPECT_EQ(store.held.nactiProtejsek().value(), old);
+}
+
+/// A cancel during the save of a new phone, in a vault that does not put the old one back at first.
+class CancelDuringTheSaveTest : public PairingSaveTest {
+  protected:
+    void cancelWithoutPuttingBack() {
+        storage = &vaultThread;
+        startPaired();
+        runAll();
+        old = companion->stav().protejsek.value();
+        beginPairing();
+        sendHello(Parovani::makeHello(another.identity, phone.pair));
+        flow().potvrditCislo(state().as<StavParovani::OverCislo>()->cislo);
+        executor.runUntilIdle();
+        vaultThread.runUntilIdle();
+        store.failSave = TextError{"Na disku není místo."};
+        flow().zrusitParovani();
+        runAll();
+        EXPECT_EQ(companion->stav().potizTrezoru.value(),
+                  "Zrušené párování se nepodařilo smazat: Na disku není místo.");
+        EXPECT_EQ(store.held.nactiProtejsek().value()->deviceID, another.identity.deviceID());
+        store.failSave.reset();
+    }
+
+    void runAll() {
+        while (vaultThread.runUntilIdle() + executor.runUntilIdle() > 0) continue;
+    }
+
+    void retry() {
+        clock.advance(5s);
+        runAll();
+        EXPECT_FALSE(companion->stav().potizTrezoru.value());
+    }
+
+    ManualExecutor vaultThread;
+    ScriptedPhone another{clock};
+    std::optional<PairedPeer> old;
+};
+
+TEST_F(CancelDuringTheSaveTest, ThatCannotPutTheOldPhoneBackIsToldAndTriedAgain) {
+    cancelWithoutPuttingBack();
+    retry();
+    EXPECT_EQ(store.held.nactiProtejsek().value(), old);
+}
+
+TEST_F(CancelDuringTheSaveTest, PutsNoPhoneBackThatWasUnpairedSince) {
+    cancelWithoutPuttingBack();
+    flow().odvolat();
+    runAll();
+    retry();
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+}
+
+TEST_F(PairingSaveTest, AnEndAfterARefusalDuringTheSaveKeepsNothing) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    flow().potvrditCislo(number());
+    flow().odmitnoutCislo();
+    end();
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+}
+
+} // namespace
+} // namespace morvex
