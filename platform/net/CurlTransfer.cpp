@@ -25,6 +25,11 @@ bool breaksLine(std::string_view text) {
     return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
 }
 
+/// Whether a status line is of class 1xx (RFC 9110, section 15.2).
+bool isInterim(std::string_view statusLine) {
+    return statusLine.substr(std::min(statusLine.find(' '), statusLine.size())).starts_with(" 1");
+}
+
 /// What the lines of the log begin with.
 constexpr std::string_view httpLog = "HTTP";
 
@@ -153,10 +158,11 @@ std::size_t CurlTransfer::takeHeader(const char* bytes, std::size_t one, std::si
 bool CurlTransfer::addReplyHeader(std::string_view line) {
     headersLength_ += line.size();
     if (headersLength_ > HttpReply::headersLimit) return false;
-    if (headersAreOver_ && line.starts_with("HTTP/")) {
-        // What came with an interim answer (1xx) is none of the reply's.
+    if (headersAreOver_ && !isFinal_ && line.starts_with("HTTP/")) {
+        // What came with an interim answer is none of the reply's.
         received_.headers.clear();
         headersAreOver_ = false;
+        isFinal_ = !isInterim(line);
         return true;
     }
     if (trim(line).empty()) headersAreOver_ = true;

@@ -73,6 +73,7 @@ class CurlTransfer {
     HttpReply received_;
     std::size_t headersLength_ = 0;
     bool headersAreOver_ = true; ///< before the first status line and behind the blank line
+    bool isFinal_ = false;       ///< the status is no interim one (1xx)
     bool tooLong_ = false;
     std::array<char, CURL_ERROR_SIZE> problem_{};
     CURLcode refused_ = CURLE_OK; ///< the first option that the library did not take

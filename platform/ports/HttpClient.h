@@ -44,7 +44,7 @@ class HttpClient {
     virtual ~HttpClient() = default;
 
     /// Any HTTP status is success here; a redirect, too, is a reply with its status and headers. Fails with
-    /// `NetworkError`, and with `Abandoned` once `stop` was requested or the client has gone.
+    /// `NetworkError`, also once `stop` was requested or the client has gone.
     virtual Task<Result<HttpReply>> send(HttpRequest request) = 0;
 };
 

@@ -2,11 +2,9 @@
 
 #include "shared/base/Sentence.h"
 
-#include <string>
-
 namespace morvex {
 
-/// A network failure, in Czech: words of a `SystemTrouble` where the system, a library or a peer failed.
+/// A network failure: the words of a `SystemTrouble` where the system, a library or a peer failed.
 struct NetworkError {
     Sentence text;
 

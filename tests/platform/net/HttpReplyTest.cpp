@@ -31,7 +31,8 @@ TEST_F(HttpReplyTest, AReplyHasItsHeaders) {
 TEST_F(HttpReplyTest, OnlyLinesWithANameBetweenStatusAndBodyAreHeaders) {
     CannedServer server("HTTP/1.1 200 OK: all is well\r\nFirst: one\r\n folded: into the first\r\n"
                         "a name: with a blank\r\nConnection: close\r\nTransfer-Encoding: chunked\r\n"
-                        "Trailer: Last\r\n\r\n4\r\nbody\r\n0\r\nLast: trailer\r\n\r\n");
+                        "Trailer: Last\r\n\r\n4\r\nbody\r\n0\r\n"
+                        "HTTP/1.1 200 OK: a trailer like a status\r\nLast: trailer\r\n\r\n");
     auto reply = send({.url = server.url()});
     ASSERT_TRUE(reply) << reply.error().popis().czech();
     EXPECT_EQ(reply->body, "body");

@@ -100,7 +100,8 @@ TEST_F(WebSocketOpening, AnHttpAnswerInsteadOfTheUpgradeIsAFailureWithItsStatus)
              Row{"HTTP/1.1 503 Service Unavailable\r\nContent-Length: 0\r\n\r\n", "503"},
          }) {
         TestServer server(answer(row.answer));
-        EXPECT_TRUE(connectFailure("ws://" + server.authority()).contains(row.status)) << row.status;
+        EXPECT_EQ(connectFailure("ws://" + server.authority()),
+                  "Server odmítl WebSocket (HTTP " + std::string(row.status) + ").");
         EXPECT_EQ(server.connections(), 1) << row.status;
     }
 }
