@@ -3,8 +3,6 @@
 #include "shared/base/Error.h"
 #include "shared/base/Sentence.h"
 
-#include <string>
-
 namespace morvex {
 
 /// A system call that failed: its errno.

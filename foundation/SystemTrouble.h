@@ -2,8 +2,6 @@
 
 #include "shared/base/Sentence.h"
 
-#include <string>
-
 namespace morvex {
 
 /// What kept the system, the network or a server from doing what was asked of it, told apart as far as a
@@ -47,7 +45,7 @@ enum class SystemTrouble {
     other,
 };
 
-/// A Czech sentence, with the remedy where there is one.
+/// With the remedy where there is one.
 Sentence popis(SystemTrouble trouble);
 
 /// Of an errno, of a file or of a socket.

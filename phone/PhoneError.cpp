@@ -2,21 +2,22 @@
 
 #include "platform/ports/NetworkError.h"
 #include "shared-apple/RelayParovani.h"
+#include "shared/base/InCzechAlone.h"
 #include "shared/wire/TalkSpanError.h"
 
 namespace morvex {
 
 PhoneError userInterrupted() {
-    return {ExitCode::interrupted, Sentence("Přerušeno.")};
+    return {ExitCode::interrupted, inCzechAlone("Přerušeno.")};
 }
 
 PhoneError turnedAway(const std::string& why) {
-    return {ExitCode::relayUnreachable, Sentence("Relay odmítl spojení: " + why)};
+    return {ExitCode::relayUnreachable, inCzechAlone("Relay odmítl spojení: " + why)};
 }
 
 PhoneError relaySilent(const std::string& trouble) {
     auto why = trouble.empty() ? std::string("neodpovídá") : trouble;
-    return {ExitCode::relayUnreachable, Sentence("Relay se včas neozval: " + why)};
+    return {ExitCode::relayUnreachable, inCzechAlone("Relay se včas neozval: " + why)};
 }
 
 ExitCode exitCodeOf(const Error& error) {

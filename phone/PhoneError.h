@@ -1,7 +1,7 @@
 #pragma once
 
 #include "shared/base/Error.h"
-#include "shared/base/Sentence.h"
+#include "shared/base/InCzechAlone.h"
 
 #include <string>
 
@@ -33,9 +33,8 @@ inline std::unexpected<Error> failWith(ExitCode code, Sentence text) {
     return fail(PhoneError{code, std::move(text)});
 }
 
-/// Told in Czech alone.
 inline std::unexpected<Error> failWith(ExitCode code, std::string text) {
-    return failWith(code, Sentence(std::move(text)));
+    return failWith(code, inCzechAlone(std::move(text)));
 }
 
 /// What a wait ends in when the user interrupts, the relay turns the phone away, or the relay is not heard of

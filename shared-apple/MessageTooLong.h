@@ -2,8 +2,6 @@
 
 #include "shared/base/Sentence.h"
 
-#include <string>
-
 namespace morvex {
 
 /// The message makes a frame beyond `frameLimit`. Nothing was sent, and the link stays.

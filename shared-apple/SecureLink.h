@@ -21,7 +21,8 @@
 namespace morvex {
 
 /// What the application talks to: it sits on a `RelayLink`, exchanges session hellos with the peer, holds the
-/// current `SecureChannel`, and turns what the relay tells into states, decoded messages and errors in Czech.
+/// current `SecureChannel`, and turns what the relay tells into states, decoded messages and sentences about
+/// errors.
 ///
 /// Lives on the link's executor, so that a busy main thread never delays the link; the public operations may
 /// be called from any executor and hop there. The owner awaits `zastavit()` before it lets the object go.

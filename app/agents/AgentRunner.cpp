@@ -142,8 +142,7 @@ Task<Result<AgentRunner::Vysledek>> AgentRunner::pracuj(Nalezeno nalezeno, Zadan
     auto prubeh = co_await navaz(nalezeno, zadani, ohlasy);
     if (prubeh && prubeh->navazaniSelhalo) {
         relace_.erase(klic);
-        ohlasy->ohlas(
-            {.relace = {}, .prubeh = "Předchozí relace už neexistuje, zakládám novou."_sentence.czech()});
+        ohlasy->ohlas({.relace = {}, .prubeh = "Předchozí relace už neexistuje, zakládám novou."});
         zadani.relace.reset();
         prubeh = co_await navaz(std::move(nalezeno), std::move(zadani), ohlasy);
     }

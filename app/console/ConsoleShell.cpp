@@ -251,7 +251,7 @@ void ConsoleShell::printLoginItem() {
 /// A relay may say so as often as it likes.
 void ConsoleShell::tellOfLeaving() {
     if (companion_.stav().telefonOdesel.value() && mayTellOfLink())
-        output_.line("Párování: " + Sentence(telefonMezitimOdesel).czech());
+        output_.line("Párování: " + telefonMezitimOdesel.czech());
 }
 
 void ConsoleShell::printTasks() const {

@@ -9,12 +9,10 @@ Sentence ServiceError::popis() const {
         Overloaded{
             [](const Http& http) { return "Vlastní aplikace vrátila HTTP {kod}."_sentence(http.code); },
             [](const Server& server) { return Sentence(server.message); },
-            [](MissingName) { return Sentence("Doplň název vlastní aplikace."_sentence); },
-            [](InvalidAddress) {
-                return Sentence("Adresa vlastní aplikace musí být platné HTTPS."_sentence);
-            },
-            [](InvalidResponse) { return Sentence("Vlastní aplikace vrátila neplatnou odpověď."_sentence); },
-            [](Authentication) { return Sentence("Vlastní aplikace odmítla přístupový token."_sentence); },
+            [](MissingName) { return "Doplň název vlastní aplikace."_sentence(); },
+            [](InvalidAddress) { return "Adresa vlastní aplikace musí být platné HTTPS."_sentence(); },
+            [](InvalidResponse) { return "Vlastní aplikace vrátila neplatnou odpověď."_sentence(); },
+            [](Authentication) { return "Vlastní aplikace odmítla přístupový token."_sentence(); },
         },
         value);
 }

@@ -1,7 +1,7 @@
 #include "app/execution/SouboryChyba.h"
 
 #include "foundation/Text.h"
-#include "shared/base/CzechText.h"
+#include "shared/base/InCzechAlone.h"
 #include "shared/wire/TalkSpanError.h"
 
 namespace morvex {
@@ -41,7 +41,7 @@ struct Popis {
             "Za poslední hodinu už bylo zapsáno tolik, kolik smí, tedy 1 GB. Zkus to později.");
     }
 
-    Sentence operator()(const SouboryChyba::Selhalo& chyba) const { return Sentence(chyba.text); }
+    Sentence operator()(const SouboryChyba::Selhalo& chyba) const { return inCzechAlone(chyba.text); }
 };
 
 } // namespace

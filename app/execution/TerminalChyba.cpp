@@ -1,6 +1,6 @@
 #include "app/execution/TerminalChyba.h"
 
-#include "shared/base/CzechText.h"
+#include "shared/base/InCzechAlone.h"
 
 namespace morvex {
 

@@ -7,9 +7,9 @@
 #include "app/tools/ToolTable.h"
 #include "foundation/SaveQueue.h"
 #include "foundation/TaskScope.h"
+#include "shared/base/Sentence.h"
 
 #include <functional>
-#include <string>
 #include <vector>
 
 namespace morvex {

@@ -3,7 +3,6 @@
 #include "shared/base/Sentence.h"
 
 #include <cstdint>
-#include <string>
 
 namespace morvex {
 

@@ -1,6 +1,6 @@
 #include "app/personal/NoteError.h"
 
-#include "shared/base/CzechText.h"
+#include "shared/base/InCzechAlone.h"
 
 #include <utility>
 

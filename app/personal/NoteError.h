@@ -2,8 +2,6 @@
 
 #include "shared/base/Sentence.h"
 
-#include <string>
-
 namespace morvex {
 
 /// Why the notes store refused a change.

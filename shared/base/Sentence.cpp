@@ -7,18 +7,18 @@
 namespace morvex {
 
 Sentence::Sentence(const char* key, std::vector<SentenceValue> values)
-    : key_(key), values_(std::make_shared<const std::vector<SentenceValue>>(std::move(values))) {}
+    : told_(std::make_shared<const Told>(key, std::move(values))) {}
 
 std::string Sentence::czech() const {
-    return key_ ? filled(key_, nullptr) : text_;
+    return told_ ? filled(told_->key, nullptr) : text_;
 }
 
 std::string Sentence::in(const Forms& language) const {
-    if (!key_) return text_.empty() ? text_ : language(text_, -1);
+    if (!told_) return text_.empty() ? text_ : language(text_, -1);
     std::int64_t number = -1;
-    for (const auto& value : *values_)
+    for (const auto& value : told_->values)
         if (const auto* found = std::get_if<std::int64_t>(&value.held); found && number < 0) number = *found;
-    return filled(language(key_, number), &language);
+    return filled(language(told_->key, number), &language);
 }
 
 /// A value may look like a place for another one, so that what was filled in is not read again. A place that
@@ -31,8 +31,8 @@ std::string Sentence::filled(std::string_view form, const Forms* language) const
         text += form.substr(at, place.begin - at);
         at = place.end;
         if (place.name.empty()) break;
-        const auto index = sentencePlaces::indexOf(key_, place.name);
-        if (index >= values_->size()) {
+        const auto index = sentencePlaces::indexOf(told_->key, place.name);
+        if (index >= told_->values.size()) {
             text += form.substr(place.begin, place.end - place.begin);
             continue;
         }
@@ -40,7 +40,7 @@ std::string Sentence::filled(std::string_view form, const Forms* language) const
             Overloaded{[](const std::string& words) { return words; },
                        [](std::int64_t number) { return std::to_string(number); },
                        [&](const Sentence& inner) { return language ? inner.in(*language) : inner.czech(); }},
-            (*values_)[index].held);
+            told_->values[index].held);
     }
     return text;
 }

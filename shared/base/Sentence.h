@@ -16,6 +16,14 @@
 
 namespace morvex {
 
+/// The characters of a literal, as a template argument.
+template <std::size_t size> struct SentenceLiteral {
+    char text[size];
+
+    consteval SentenceLiteral(const char (&literal)[size]) { std::ranges::copy(literal, text); }
+};
+
+template <SentenceLiteral literal> struct SentenceKey;
 struct SentenceValue;
 
 /// A text for people that has not met its reader yet: the Czech sentence, in which places such as `{slozka}`
@@ -35,10 +43,7 @@ class Sentence {
     /// The same in every language, unless one knows just this text.
     explicit Sentence(std::string text) : text_(std::move(text)) {}
 
-    /// A sentence of the program. `key` has static storage; the values follow its places in their order.
-    Sentence(const char* key, std::vector<SentenceValue> values);
-
-    [[nodiscard]] bool empty() const { return !key_ && text_.empty(); }
+    [[nodiscard]] bool empty() const { return !told_ && text_.empty(); }
 
     [[nodiscard]] std::string czech() const;
     [[nodiscard]] std::string in(const Forms& language) const;
@@ -54,11 +59,20 @@ class Sentence {
     friend std::ostream& operator<<(std::ostream& out, const Sentence& sentence);
 
   private:
+    template <SentenceLiteral literal> friend struct SentenceKey;
+
+    /// A sentence of the program.
+    struct Told {
+        const char* key;                   ///< of static storage
+        std::vector<SentenceValue> values; ///< in the order of its places
+    };
+
+    Sentence(const char* key, std::vector<SentenceValue> values);
+
     [[nodiscard]] std::string filled(std::string_view form, const Forms* language) const;
 
     std::string text_;
-    const char* key_ = nullptr;
-    std::shared_ptr<const std::vector<SentenceValue>> values_; ///< null without a key
+    std::shared_ptr<const Told> told_; ///< null for a text
 };
 
 /// What stands in a place: a name or a piece of somebody else's text, a number, another sentence.
@@ -78,7 +92,8 @@ struct SentenceValue {
     SentenceValue(Key key) : held(Sentence(key)) {}
 
     template <class Number>
-        requires std::is_integral_v<Number> && (!std::is_same_v<Number, bool>)
+        requires std::is_integral_v<Number> &&
+                 (!std::is_same_v<Number, bool> && !std::is_same_v<Number, char>)
     SentenceValue(Number number) : held(static_cast<std::int64_t>(number)) {}
 };
 
@@ -128,13 +143,6 @@ constexpr std::size_t count(std::string_view text) {
 }
 
 } // namespace sentencePlaces
-
-/// The characters of a literal, as a template argument.
-template <std::size_t size> struct SentenceLiteral {
-    char text[size];
-
-    consteval SentenceLiteral(const char (&literal)[size]) { std::ranges::copy(literal, text); }
-};
 
 /// A sentence of the program before it has values. One without places is a `Sentence` by itself.
 template <SentenceLiteral literal> struct SentenceKey {

@@ -2,8 +2,6 @@
 
 #include "shared/base/Sentence.h"
 
-#include <string>
-
 namespace morvex {
 
 /// Why a cryptographic operation refused its input.

@@ -6,8 +6,8 @@
 
 namespace morvex {
 
-Sentence MacAvailability::popis(DeviceRole druhy, Date now) const {
-    const bool jeTelefon = druhy == DeviceRole::phone;
+Sentence MacAvailability::popis(DeviceRole protejsek, Date now) const {
+    const bool jeTelefon = protejsek == DeviceRole::phone;
     return std::visit(
         Overloaded{
             [](const NeplatneParovani& state) { return "Párování neplatí — {duvod}"_sentence(state.duvod); },

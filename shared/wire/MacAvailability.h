@@ -54,8 +54,7 @@ struct MacAvailability {
                  Pripraveny>
         value;
 
-    /// `druhy`: what the other end is.
-    [[nodiscard]] Sentence popis(DeviceRole druhy, Date now) const;
+    [[nodiscard]] Sentence popis(DeviceRole protejsek, Date now) const;
     /// True when the link can carry a request.
     [[nodiscard]] bool jePouzitelny() const;
 

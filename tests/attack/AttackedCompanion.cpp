@@ -14,6 +14,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
+std::string troubleOf(Companion& companion) {
+    return companion.stav().potiz.value().value_or(Sentence("none")).czech();
+}
+
 /// Far longer than any of these tests takes.
 void watch(std::stop_token stop) {
     std::mutex mutex;
@@ -132,8 +136,11 @@ std::set<std::string> AttackedCompanion::files() const {
 }
 
 std::string AttackedCompanion::trouble() {
-    return mac->on(
-        [this] { return mac->companion().stav().potiz.value().value_or(Sentence("none")).czech(); });
+    return mac->on([this] { return troubleOf(mac->companion()); });
+}
+
+void AttackedCompanion::untilTrouble(const std::string& beginning) {
+    mac->until([&] { return troubleOf(mac->companion()).starts_with(beginning); });
 }
 
 void AttackedCompanion::forgetTrouble() {

@@ -52,6 +52,8 @@ class AttackedCompanion : public testing::Test {
 
     /// What the companion shows its user as the trouble.
     std::string trouble();
+    /// Waits until that begins so.
+    void untilTrouble(const std::string& beginning);
     /// Takes away what it shows.
     void forgetTrouble();
 

@@ -195,14 +195,7 @@ TEST_F(RelayAttack, ARecordedSessionPlayedAgainGivesNone) {
         forward(*second, hello);
         forward(*second, call);
     }
-    mac->until([this] {
-        return mac->companion()
-            .stav()
-            .potiz.value()
-            .value_or(Sentence())
-            .czech()
-            .starts_with("Zprávu nejde ověřit: ");
-    });
+    untilTrouble("Zprávu nejde ověřit: ");
 }
 
 TEST_F(RelayAttack, WhatTheComputerSentIsNoMessageToIt) {
@@ -233,14 +226,7 @@ TEST_F(RelayAttack, AStrangersHelloGivesNoSession) {
     named.device = phone.identita->deviceID();
     forward(*line, phone.keyExchangeWith(encode(named)));
     forward(*line, phone.keyExchangeWith(encode(phone.helloWith(AgreementPublicKey{}))));
-    mac->until([this] {
-        return mac->companion()
-            .stav()
-            .potiz.value()
-            .value_or(Sentence())
-            .czech()
-            .starts_with("Klíč pro spojení nejde odvodit: ");
-    });
+    untilTrouble("Klíč pro spojení nejde odvodit: ");
     EXPECT_FALSE(mac->on([this] { return mac->companion().stav().dostupnost.value().jePouzitelny(); }));
     tries = 3;
 }

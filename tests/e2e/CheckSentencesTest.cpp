@@ -34,7 +34,7 @@ class CheckSentencesTest : public testing::Test {
 
 TEST_F(CheckSentencesTest, SentencesThatEveryTableHasPass) {
     const std::string source = R"(
-        // "In a comment."_sentence
+        // "In a comment."_sentence, Sentence("Česky")
         tell("Jedna."_sentence, "plain", '"', "Dvě {a}"
              " a {b}."_sentence(a, b), qsTr("Tři %1"), tr("\"Čtyři\""), "{a} · {b}"_sentence(a, b));)";
     const auto ended =
@@ -67,7 +67,8 @@ TEST_F(CheckSentencesTest, EachWayToBeWrongIsToldAndFails) {
         {told, message("Jedna {a}.", "One {b}."), "en.ts: has other places: One {b}.\n"},
         {told, message("Jedna {a}.", "One."), "en.ts: has other places: One.\n"},
         {told, forms, "en.ts: has other places: ones\n"},
-        {told, one + "</context><context><name>Other</name>", "en.ts: asks in a context that nobody asks in"},
+        {told, one + "</context><context><name>Other</name>", "en.ts: nobody asks in this context: Other\n"},
+        {told, one + one, "en.ts: stands twice: Jedna {a}.\n"},
         {told + " fail(TextError{\"Něco \"\n\"chybí.\"})", one,
          "source.cpp: is in no language but Czech: Něco chybí.\n"},
         {told + " Sentence(\"Něco \" + name)", one, "source.cpp: is in no language but Czech: Něco \n"},

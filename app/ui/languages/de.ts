@@ -628,10 +628,6 @@
         <translation>Die Kopplung ließ sich nicht speichern: {duvod}</translation>
     </message>
     <message>
-        <source>Předchozí relace už neexistuje, zakládám novou.</source>
-        <translation>Die vorige Sitzung gibt es nicht mehr, ich beginne eine neue.</translation>
-    </message>
-    <message>
         <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
         <translation>Die Vorstellung der Gegenseite hat eine ungültige Unterschrift. Ich verschlüssele die Verbindung nicht.</translation>
     </message>

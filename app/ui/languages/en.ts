@@ -628,10 +628,6 @@
         <translation>The pairing could not be saved: {duvod}</translation>
     </message>
     <message>
-        <source>Předchozí relace už neexistuje, zakládám novou.</source>
-        <translation>The previous session does not exist any more; starting a new one.</translation>
-    </message>
-    <message>
         <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
         <translation>The other side's introduction has an invalid signature. I do not encrypt the connection.</translation>
     </message>

@@ -628,10 +628,6 @@
         <translation>No se ha podido guardar la vinculación: {duvod}</translation>
     </message>
     <message>
-        <source>Předchozí relace už neexistuje, zakládám novou.</source>
-        <translation>La sesión anterior ya no existe; empiezo una nueva.</translation>
-    </message>
-    <message>
         <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
         <translation>La presentación del otro lado tiene una firma no válida. No cifro la conexión.</translation>
     </message>

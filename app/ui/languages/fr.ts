@@ -628,10 +628,6 @@
         <translation>L’association n’a pas pu être enregistrée : {duvod}</translation>
     </message>
     <message>
-        <source>Předchozí relace už neexistuje, zakládám novou.</source>
-        <translation>La session précédente n’existe plus, j’en ouvre une nouvelle.</translation>
-    </message>
-    <message>
         <source>Představení protějšku má neplatný podpis. Spojení nešifruju.</source>
         <translation>La présentation de l’autre côté a une signature non valable. Je ne chiffre pas la connexion.</translation>
     </message>

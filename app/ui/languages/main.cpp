@@ -37,32 +37,31 @@ QString unescaped(QString literal) {
     return literal;
 }
 
-/// The sentences that a source tells: literals of C++ that end with `_sentence`, those of QML in `qsTr`, and
-/// those of either in `tr`. The compiler joins literals that follow each other.
-std::set<QString> sentencesOf(QString source) {
-    static const QRegularExpression joint(QStringLiteral("\"\\s*\\n\\s*\""));
-    static const QRegularExpression token(QStringLiteral(
-        "//[^\\n]*|'(?:[^'\\\\]|\\\\.)'|(\\b(?:qsTr|tr)\\(\\s*)?\"((?:[^\"\\\\\\n]|\\\\.)*)\"(_sentence)?"));
-    source.remove(joint);
+/// What a source tells.
+struct Words {
     std::set<QString> sentences;
-    for (auto matches = token.globalMatch(source); matches.hasNext();) {
-        const auto match = matches.next();
-        if (match.hasCaptured(1) || match.hasCaptured(3)) sentences.insert(unescaped(match.captured(2)));
-    }
-    return sentences;
-}
+    std::vector<QString> unmarked; ///< Czech that becomes a sentence without being marked: no language has it
+};
 
-/// Czech words that become a sentence without being marked as one, so that no language has them.
-std::vector<QString> unmarkedOf(QString source) {
+/// Sentences are the literals of C++ that end with `_sentence`, those of QML in `qsTr`, and those of either
+/// in `tr`. The compiler joins literals that follow each other.
+Words wordsOf(QString source) {
     static const QRegularExpression joint(QStringLiteral("\"\\s*\\n\\s*\""));
-    static const QRegularExpression plain(QStringLiteral(
-        "\\b(?:Sentence|TextError|NetworkError)[({]\\s*\"((?:[^\"\\\\\\n]|\\\\.)*)\"(?!_sentence)"));
+    static const QRegularExpression token(
+        QStringLiteral("//[^\\n]*|'(?:[^'\\\\]|\\\\.)'"
+                       "|(?:\\b(?:(?<tr>qsTr\\(|tr\\()|(?<plain>Sentence[({]|TextError[({]))\\s*)?"
+                       "\"(?<text>(?:[^\"\\\\\\n]|\\\\.)*)\"(?<mark>_sentence)?"));
     static const QRegularExpression czech(QStringLiteral("[áéíóúýěščřžůďťňÁÉÍÓÚÝĚŠČŘŽŮĎŤŇ]"));
     source.remove(joint);
-    std::vector<QString> unmarked;
-    for (auto matches = plain.globalMatch(source); matches.hasNext();)
-        if (const auto words = matches.next().captured(1); words.contains(czech)) unmarked.push_back(words);
-    return unmarked;
+    Words words;
+    for (auto matches = token.globalMatch(source); matches.hasNext();) {
+        const auto match = matches.next();
+        const auto text = unescaped(match.captured(u"text"));
+        const bool isMarked = match.hasCaptured(u"tr") || match.hasCaptured(u"mark");
+        if (isMarked) words.sentences.insert(text);
+        if (!isMarked && match.hasCaptured(u"plain") && text.contains(czech)) words.unmarked.push_back(text);
+    }
+    return words;
 }
 
 /// Those of a sentence of C++, and those that QML fills.
@@ -107,13 +106,14 @@ std::map<QString, std::vector<Translation>> tableOf(const QString& path) {
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement) continue;
         const auto attributes = xml.attributes();
-        if (xml.name() == QStringLiteral("name") && xml.readElementText() != QStringLiteral("Morvex"))
-            complain(path, "asks in a context that nobody asks in", source);
+        if (xml.name() == QStringLiteral("name"))
+            if (const auto context = xml.readElementText(); context != QStringLiteral("Morvex"))
+                complain(path, "nobody asks in this context", context);
         if (xml.name() == QStringLiteral("message")) {
             hasForms = attributes.hasAttribute(QStringLiteral("numerus"));
         } else if (xml.name() == QStringLiteral("source")) {
             source = xml.readElementText();
-            table[source];
+            if (!table.try_emplace(source).second) complain(path, "stands twice", source);
         } else if (xml.name() == QStringLiteral("translation")) {
             isFinished = !attributes.hasAttribute(QStringLiteral("type"));
             if (!hasForms) table[source].push_back({xml.readElementText(), isFinished});
@@ -153,10 +153,10 @@ int main(int argc, char** argv) {
     std::set<QString> told;
     for (std::string line; std::getline(std::cin, line) && !line.empty();) {
         const auto source = QString::fromStdString(line);
-        const auto content = contentOf(root + source);
-        for (const auto& sentence : sentencesOf(content))
+        const auto words = wordsOf(contentOf(root + source));
+        for (const auto& sentence : words.sentences)
             if (hasWords(sentence)) told.insert(sentence);
-        for (const auto& words : unmarkedOf(content)) complain(source, "is in no language but Czech", words);
+        for (const auto& text : words.unmarked) complain(source, "is in no language but Czech", text);
     }
     for (int table = 2; table < argc; ++table) compare(QString::fromLocal8Bit(argv[table]), told);
     return complaints == 0 ? 0 : 1;

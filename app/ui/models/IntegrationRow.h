@@ -8,7 +8,6 @@
 #include <QPointer>
 
 #include <functional>
-#include <string>
 
 namespace morvex {
 
@@ -28,7 +27,7 @@ class IntegrationRow final : public ViewModel {
     struct Description {
         Integration integration;
         Sentence name;
-        /// The status; for a row that is not available, why. Czech.
+        /// The status; for a row that is not available, why.
         std::function<Sentence()> detail;
         /// What a new look ("Zjistit znovu") may mend; empty is none.
         std::function<Sentence()> problem = [] { return Sentence(); };

@@ -8,7 +8,6 @@
 #include <QList>
 
 #include <memory>
-#include <string>
 #include <vector>
 
 namespace morvex {

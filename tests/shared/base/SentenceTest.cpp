@@ -4,6 +4,8 @@
 
 #include <limits>
 #include <string>
+#include <type_traits>
+#include <utility>
 
 namespace morvex {
 namespace {
@@ -64,6 +66,19 @@ TEST(Sentence, TheFirstNumberAmongItsValuesChoosesTheForm) {
     (void)"{jmeno}"_sentence("5").in(note);
     EXPECT_EQ(asked, -1);
 }
+
+TEST(Sentence, OneThatWasMovedFromIsEmpty) {
+    for (auto sentence : {"Nejde to: {duvod}"_sentence("konec"), Sentence("text")}) {
+        const auto taken = std::move(sentence);
+        EXPECT_FALSE(taken.empty());
+        EXPECT_TRUE(sentence.empty()); // NOLINT(bugprone-use-after-move)
+        EXPECT_EQ(sentence.czech(), "");
+        EXPECT_EQ(sentence.in(shouted), "");
+    }
+}
+
+static_assert(!std::is_constructible_v<SentenceValue, char> && !std::is_constructible_v<SentenceValue, bool>,
+              "neither is a number to a person");
 
 TEST(Sentence, SentencesOfTheSameCzechTextAreEqual) {
     EXPECT_EQ("Číslo {a}"_sentence(5), Sentence("Číslo 5"));

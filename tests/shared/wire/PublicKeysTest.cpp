@@ -28,6 +28,10 @@ TYPED_TEST(PublicKeys, HaveThirtyTwoBytes) {
     }
 }
 
+TYPED_TEST(PublicKeys, OfAnotherLengthAreToldWithBothLengths) {
+    EXPECT_EQ(TypeParam::fromRaw(Bytes(31)).error().popis().czech(), "Klíč má mít 32 bajtů, má jich 31.");
+}
+
 TYPED_TEST(PublicKeys, AreBase64) {
     for (const auto* bad : {"cmwqM3xG MJVS", "x", "????"}) {
         const auto key = TypeParam::parse(bad);
