@@ -209,6 +209,7 @@ TEST_F(PressGuardTest, ANumberThatComesUnderTheKeyboardTakesNoKeyForAMoment) {
     goTo("Souhlasí");
     pause();
     showState({StavParovani::OverCislo{"111 111"}});
+    draw();
     clock.advance(399ms);
     give(Qt::Key_Return);
     EXPECT_EQ(meantBy("Souhlasí"), "");
