@@ -11,10 +11,10 @@ class AboutModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    Q_PROPERTY(QString identifier READ identifier NOTIFY changed)
+    Q_PROPERTY(QString identifier READ identifier NOTIFY identifierChanged)
     Q_PROPERTY(QString protocolVersion READ protocolVersion CONSTANT)
     Q_PROPERTY(QString appVersion READ appVersion CONSTANT)
-    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
 
   public:
     AboutModel(CompanionState& state, QString appVersion, Clipboard& clipboard);
@@ -29,6 +29,10 @@ class AboutModel final : public ViewModel {
     [[nodiscard]] QString trouble() const;
 
     Q_INVOKABLE void copyIdentifier();
+
+  Q_SIGNALS:
+    void identifierChanged();
+    void troubleChanged();
 
   private:
     CompanionState& state_;

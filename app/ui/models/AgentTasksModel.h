@@ -12,10 +12,10 @@ class AgentTasksModel final : public ViewModel {
     QML_UNCREATABLE("")
     /// A map each: `id`, `title`, `state`, `detail`, `running`, `failed`, `continuation`.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
-    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
     /// What the agent is called that works now; empty when none does.
-    Q_PROPERTY(QString runningTool READ runningTool NOTIFY changed)
-    Q_PROPERTY(QString runningId READ runningId NOTIFY changed)
+    Q_PROPERTY(QString runningTool READ runningTool NOTIFY runningToolChanged)
+    Q_PROPERTY(QString runningId READ runningId NOTIFY runningIdChanged)
 
   public:
     explicit AgentTasksModel(AgentsFeature& agents);
@@ -31,6 +31,11 @@ class AgentTasksModel final : public ViewModel {
     Q_INVOKABLE void stop(const QString& id);
     /// "Vymazat historii"
     Q_INVOKABLE void clear();
+
+  Q_SIGNALS:
+    void troubleChanged();
+    void runningToolChanged();
+    void runningIdChanged();
 
   private:
     [[nodiscard]] QVariantList readRows() const;

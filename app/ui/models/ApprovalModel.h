@@ -10,10 +10,10 @@ class ApprovalModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    Q_PROPERTY(bool waiting READ waiting NOTIFY changed)
-    Q_PROPERTY(QString requestId READ requestId NOTIFY changed)
-    Q_PROPERTY(QString title READ title NOTIFY changed)
-    Q_PROPERTY(QString detail READ detail NOTIFY changed)
+    Q_PROPERTY(bool waiting READ waiting NOTIFY waitingChanged)
+    Q_PROPERTY(QString requestId READ requestId NOTIFY requestIdChanged)
+    Q_PROPERTY(QString title READ title NOTIFY titleChanged)
+    Q_PROPERTY(QString detail READ detail NOTIFY detailChanged)
 
   public:
     explicit ApprovalModel(Schvalovani& schvalovani);
@@ -26,6 +26,12 @@ class ApprovalModel final : public ViewModel {
     /// "Potvrdit" and "Zamítnout" under the request with this id. Nothing when another one is open meanwhile.
     Q_INVOKABLE void approve(const QString& id);
     Q_INVOKABLE void refuse(const QString& id);
+
+  Q_SIGNALS:
+    void waitingChanged();
+    void requestIdChanged();
+    void titleChanged();
+    void detailChanged();
 
   private:
     void decide(const QString& id, bool approved);

@@ -19,9 +19,9 @@ class CustomAppsModel final : public ViewModel {
     QML_UNCREATABLE("")
     /// A map each: `id`, `name`, `endpoint`, `enabled`, `fromPhone`.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
-    Q_PROPERTY(bool saving READ saving NOTIFY changed)
-    Q_PROPERTY(QString error READ error NOTIFY changed)
-    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+    Q_PROPERTY(bool saving READ saving NOTIFY savingChanged)
+    Q_PROPERTY(QString error READ error NOTIFY errorChanged)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
 
   public:
     CustomAppsModel(MacCustomAppsService& service, CompanionState& state, TaskScope& scope);
@@ -47,6 +47,9 @@ class CustomAppsModel final : public ViewModel {
     Q_INVOKABLE void startEditing();
 
   Q_SIGNALS:
+    void savingChanged();
+    void errorChanged();
+    void troubleChanged();
     void saved();
 
   private:

@@ -14,8 +14,8 @@ class FoldersModel final : public ViewModel {
     QML_UNCREATABLE("")
     /// A map each: `id`, `path`, `name`, `needsRenewal`.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
-    Q_PROPERTY(bool anyNeedsRenewal READ anyNeedsRenewal NOTIFY changed)
-    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+    Q_PROPERTY(bool anyNeedsRenewal READ anyNeedsRenewal NOTIFY anyNeedsRenewalChanged)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
     Q_PROPERTY(QString askedPath READ askedPath NOTIFY asking)
     Q_PROPERTY(QString warning READ warning NOTIFY asking)
 
@@ -40,6 +40,8 @@ class FoldersModel final : public ViewModel {
     Q_INVOKABLE void remove(const QString& path);
 
   Q_SIGNALS:
+    void anyNeedsRenewalChanged();
+    void troubleChanged();
     /// Another question, or none any more.
     void asking();
 

@@ -16,12 +16,12 @@ class IntegrationRow final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    Q_PROPERTY(QString name READ name NOTIFY changed)
-    Q_PROPERTY(QString detail READ detail NOTIFY changed)
-    Q_PROPERTY(QString problem READ problem NOTIFY changed)
-    Q_PROPERTY(QString action READ action NOTIFY changed)
+    Q_PROPERTY(QString name READ name NOTIFY nameChanged)
+    Q_PROPERTY(QString detail READ detail NOTIFY detailChanged)
+    Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
+    Q_PROPERTY(QString action READ action NOTIFY actionChanged)
     Q_PROPERTY(bool available READ available CONSTANT)
-    Q_PROPERTY(bool on READ on WRITE setOn NOTIFY changed)
+    Q_PROPERTY(bool on READ on WRITE setOn NOTIFY onChanged)
 
   public:
     struct Description {
@@ -57,6 +57,13 @@ class IntegrationRow final : public ViewModel {
     template <class Value> void follow(QProperty<Value>& property) { watch(property); }
 
     using ViewModel::follow;
+
+  Q_SIGNALS:
+    void nameChanged();
+    void detailChanged();
+    void problemChanged();
+    void actionChanged();
+    void onChanged();
 
   private:
     static Task<void> turnOn(MacIntegrationSettings* settings, Integration integration,

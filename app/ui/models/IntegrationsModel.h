@@ -20,8 +20,8 @@ class IntegrationsModel final : public ViewModel {
     Q_PROPERTY(QList<QObject*> personalData READ personalData CONSTANT)
     Q_PROPERTY(QList<QObject*> macTools READ macTools CONSTANT)
     Q_PROPERTY(QList<QObject*> customApps READ customApps CONSTANT)
-    Q_PROPERTY(bool detecting READ detecting NOTIFY changed)
-    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+    Q_PROPERTY(bool detecting READ detecting NOTIFY detectingChanged)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
 
   public:
     /// `scope` runs what a switch starts.
@@ -43,6 +43,10 @@ class IntegrationsModel final : public ViewModel {
     [[nodiscard]] bool detecting() const;
     /// Looks for programs and services again, unless it does already.
     Q_INVOKABLE void detectAgain();
+
+  Q_SIGNALS:
+    void detectingChanged();
+    void troubleChanged();
 
   private:
     void addPersonalData();

@@ -13,14 +13,14 @@ class LinkModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    Q_PROPERTY(QString availability READ availability NOTIFY changed)
-    Q_PROPERTY(QString symbol READ symbol NOTIFY changed)
-    Q_PROPERTY(bool usable READ usable NOTIFY changed)
-    Q_PROPERTY(bool needsAttention READ needsAttention NOTIFY changed)
-    Q_PROPERTY(QString relay READ relay NOTIFY changed)
-    Q_PROPERTY(QString nextAttempt READ nextAttempt NOTIFY changed)
-    Q_PROPERTY(QString placeOfKeys READ placeOfKeys NOTIFY changed)
-    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+    Q_PROPERTY(QString availability READ availability NOTIFY availabilityChanged)
+    Q_PROPERTY(QString symbol READ symbol NOTIFY symbolChanged)
+    Q_PROPERTY(bool usable READ usable NOTIFY usableChanged)
+    Q_PROPERTY(bool needsAttention READ needsAttention NOTIFY needsAttentionChanged)
+    Q_PROPERTY(QString relay READ relay NOTIFY relayChanged)
+    Q_PROPERTY(QString nextAttempt READ nextAttempt NOTIFY nextAttemptChanged)
+    Q_PROPERTY(QString placeOfKeys READ placeOfKeys NOTIFY placeOfKeysChanged)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
 
   public:
     LinkModel(Companion& companion, Clock& clock, TaskScope& scope);
@@ -39,6 +39,16 @@ class LinkModel final : public ViewModel {
 
     /// "Zkusit hned"
     Q_INVOKABLE void tryNow();
+
+  Q_SIGNALS:
+    void availabilityChanged();
+    void symbolChanged();
+    void usableChanged();
+    void needsAttentionChanged();
+    void relayChanged();
+    void nextAttemptChanged();
+    void placeOfKeysChanged();
+    void troubleChanged();
 
   private:
     void countMinutes();

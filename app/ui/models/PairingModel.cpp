@@ -84,7 +84,7 @@ QString PairingModel::relayAddress() const {
 void PairingModel::setRelayAddress(const QString& address) {
     const auto chosen = companion_.zvolitRelay(address.toStdString());
     relayProblem_ = chosen ? Sentence() : chosen.error().popis();
-    Q_EMIT changed();
+    refresh();
 }
 
 QString PairingModel::relayProblem() const {

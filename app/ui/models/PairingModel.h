@@ -14,20 +14,20 @@ class PairingModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    Q_PROPERTY(Situation situation READ situation NOTIFY changed)
-    Q_PROPERTY(QString keys READ keys NOTIFY changed)
-    Q_PROPERTY(bool hasPhone READ hasPhone NOTIFY changed)
-    Q_PROPERTY(QString phone READ phone NOTIFY changed)
-    Q_PROPERTY(QString confirmedOn READ confirmedOn NOTIFY changed)
-    Q_PROPERTY(QString code READ code NOTIFY changed)
-    Q_PROPERTY(QString validUntil READ validUntil NOTIFY changed)
-    Q_PROPERTY(bool expired READ expired NOTIFY changed)
-    Q_PROPERTY(QString number READ number NOTIFY changed)
-    Q_PROPERTY(QString phoneLeft READ phoneLeft NOTIFY changed)
-    Q_PROPERTY(QString failure READ failure NOTIFY changed)
-    Q_PROPERTY(QString relayAddress READ relayAddress WRITE setRelayAddress NOTIFY changed)
-    Q_PROPERTY(QString relayProblem READ relayProblem NOTIFY changed)
-    Q_PROPERTY(bool relayIsLocal READ relayIsLocal NOTIFY changed)
+    Q_PROPERTY(Situation situation READ situation NOTIFY situationChanged)
+    Q_PROPERTY(QString keys READ keys NOTIFY keysChanged)
+    Q_PROPERTY(bool hasPhone READ hasPhone NOTIFY hasPhoneChanged)
+    Q_PROPERTY(QString phone READ phone NOTIFY phoneChanged)
+    Q_PROPERTY(QString confirmedOn READ confirmedOn NOTIFY confirmedOnChanged)
+    Q_PROPERTY(QString code READ code NOTIFY codeChanged)
+    Q_PROPERTY(QString validUntil READ validUntil NOTIFY validUntilChanged)
+    Q_PROPERTY(bool expired READ expired NOTIFY expiredChanged)
+    Q_PROPERTY(QString number READ number NOTIFY numberChanged)
+    Q_PROPERTY(QString phoneLeft READ phoneLeft NOTIFY phoneLeftChanged)
+    Q_PROPERTY(QString failure READ failure NOTIFY failureChanged)
+    Q_PROPERTY(QString relayAddress READ relayAddress WRITE setRelayAddress NOTIFY relayAddressChanged)
+    Q_PROPERTY(QString relayProblem READ relayProblem NOTIFY relayProblemChanged)
+    Q_PROPERTY(bool relayIsLocal READ relayIsLocal NOTIFY relayIsLocalChanged)
 
   public:
     enum class Situation { LoadingKeys, NoKeys, NoPhone, Paired, Creating, ShowingCode, Comparing, Failed };
@@ -72,6 +72,22 @@ class PairingModel final : public ViewModel {
     Q_INVOKABLE void unpair();
     /// For a phone in a terminal.
     Q_INVOKABLE void copyCode();
+
+  Q_SIGNALS:
+    void situationChanged();
+    void keysChanged();
+    void hasPhoneChanged();
+    void phoneChanged();
+    void confirmedOnChanged();
+    void codeChanged();
+    void validUntilChanged();
+    void expiredChanged();
+    void numberChanged();
+    void phoneLeftChanged();
+    void failureChanged();
+    void relayAddressChanged();
+    void relayProblemChanged();
+    void relayIsLocalChanged();
 
   private:
     void watchExpiry();

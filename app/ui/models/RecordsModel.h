@@ -21,7 +21,7 @@ class RecordsModel final : public ViewModel {
     QML_UNCREATABLE("")
     /// A `RecordTitle` each.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
-    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
 
   public:
     struct Record {
@@ -48,6 +48,9 @@ class RecordsModel final : public ViewModel {
     /// none.
     [[nodiscard]] Q_INVOKABLE QVariantMap find(const QString& id) const;
     Q_INVOKABLE void copy(const QString& text);
+
+  Q_SIGNALS:
+    void troubleChanged();
 
   private:
     [[nodiscard]] QVariantList readRows() const;

@@ -12,10 +12,10 @@ class VoiceModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    Q_PROPERTY(bool hasKey READ hasKey NOTIFY changed)
+    Q_PROPERTY(bool hasKey READ hasKey NOTIFY hasKeyChanged)
     /// A map each: `mode`, `name`.
-    Q_PROPERTY(QVariantList languages READ languages NOTIFY changed)
-    Q_PROPERTY(int languageIndex READ languageIndex NOTIFY changed)
+    Q_PROPERTY(QVariantList languages READ languages NOTIFY languagesChanged)
+    Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageIndexChanged)
 
   public:
     explicit VoiceModel(MacVoiceController& hlas);
@@ -26,6 +26,11 @@ class VoiceModel final : public ViewModel {
     [[nodiscard]] int languageIndex() const;
 
     Q_INVOKABLE void setLanguageMode(const QString& mode);
+
+  Q_SIGNALS:
+    void hasKeyChanged();
+    void languagesChanged();
+    void languageIndexChanged();
 
   private:
     MacVoiceController& hlas_;

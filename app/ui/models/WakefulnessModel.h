@@ -11,12 +11,12 @@ class WakefulnessModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    Q_PROPERTY(bool startsAtLogin READ startsAtLogin WRITE setStartsAtLogin NOTIFY changed)
-    Q_PROPERTY(bool staysAwake READ staysAwake WRITE setStaysAwake NOTIFY changed)
-    Q_PROPERTY(QString state READ state NOTIFY changed)
-    Q_PROPERTY(QString loginTrouble READ loginTrouble NOTIFY changed)
-    Q_PROPERTY(QString wakeTrouble READ wakeTrouble NOTIFY changed)
-    Q_PROPERTY(QString trouble READ trouble NOTIFY changed)
+    Q_PROPERTY(bool startsAtLogin READ startsAtLogin WRITE setStartsAtLogin NOTIFY startsAtLoginChanged)
+    Q_PROPERTY(bool staysAwake READ staysAwake WRITE setStaysAwake NOTIFY staysAwakeChanged)
+    Q_PROPERTY(QString state READ state NOTIFY stateChanged)
+    Q_PROPERTY(QString loginTrouble READ loginTrouble NOTIFY loginTroubleChanged)
+    Q_PROPERTY(QString wakeTrouble READ wakeTrouble NOTIFY wakeTroubleChanged)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
 
   public:
     WakefulnessModel(Bdelost& bdelost, CompanionState& state);
@@ -30,6 +30,14 @@ class WakefulnessModel final : public ViewModel {
     [[nodiscard]] QString wakeTrouble() const;
     /// The settings are not saved.
     [[nodiscard]] QString trouble() const;
+
+  Q_SIGNALS:
+    void startsAtLoginChanged();
+    void staysAwakeChanged();
+    void stateChanged();
+    void loginTroubleChanged();
+    void wakeTroubleChanged();
+    void troubleChanged();
 
   private:
     Bdelost& bdelost_;

@@ -1,5 +1,7 @@
 #include "tests/app/ui/UiHarness.h"
 
+#include <QSignalSpy>
+
 namespace morvex {
 namespace {
 
@@ -27,6 +29,21 @@ TEST_F(LinkViewTest, SaysWhenTheLinkTriesNextAndCountsTheSeconds) {
         pass(1s);
     }
     EXPECT_TRUE(reads("Další pokus za 30 s")) << "the attempt of that moment has failed";
+}
+
+TEST_F(LinkViewTest, ASecondOfTheCountdownTellsOfNoOtherField) {
+    loseLink();
+    pass(1s);
+    auto* link = ui->model().link();
+    QSignalSpy countdown(link, &LinkModel::nextAttemptChanged);
+    QSignalSpy availability(link, &LinkModel::availabilityChanged);
+    QSignalSpy trouble(link, &LinkModel::troubleChanged);
+    for (int seconds = 1; seconds <= 3; ++seconds) {
+        pass(1s);
+        EXPECT_EQ(countdown.size(), seconds);
+    }
+    EXPECT_TRUE(availability.empty());
+    EXPECT_TRUE(trouble.empty());
 }
 
 TEST_F(LinkViewTest, TriesAtOnceOnAPressAndOffersNothingOnceItIsThere) {
