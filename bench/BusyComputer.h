@@ -49,9 +49,10 @@ class BusyComputer {
       public:
         explicit CountedSockets(WebSocketClient& sockets) : sockets_(sockets) {}
 
-        Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override {
+        Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request,
+                                                         std::stop_token stop) override {
             ++connections;
-            return sockets_.connect(std::move(url), std::move(stop));
+            return sockets_.connect(std::move(request), std::move(stop));
         }
 
         std::atomic<int> connections = 0;

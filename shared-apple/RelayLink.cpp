@@ -129,7 +129,7 @@ Task<bool> RelayLink::pause(Clock::Duration time, std::stop_token stop) {
 
 Task<Result<void>> RelayLink::connection(TaskScope& scope) {
     auto stop = scope.token();
-    CO_TRY(auto, socket, co_await services_.sockets.connect(relayURL_.socket(), stop));
+    CO_TRY(auto, socket, co_await services_.sockets.connect({.url = relayURL_.socket()}, stop));
     std::stop_source connected;
     Result<void> ended;
     if (!stop.stop_requested()) {

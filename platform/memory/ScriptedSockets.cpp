@@ -4,17 +4,30 @@
 
 namespace morvex {
 
+namespace {
+
+using Sending = std::shared_ptr<OneShot<Result<void>>>;
+
+Task<Result<void>> endOf(Sending sending) {
+    co_return co_await sending->wait();
+}
+
+Task<Result<void>> endedWith(Result<void> result) {
+    co_return result;
+}
+
+} // namespace
+
 Task<Result<void>> ScriptedSocket::sendText(std::string text) {
-    if (!open_) co_return fail(NetworkError{Sentence(why_)});
+    if (!open_) return endedWith(fail(NetworkError{Sentence(why_)}));
     if (refusals > 0) {
         --refusals;
-        co_return fail(NetworkError{Sentence("odeslání selhalo")});
+        return endedWith(fail(NetworkError{Sentence("odeslání selhalo")}));
     }
     sent.push_back(std::move(text));
-    if (!holdsSends_) co_return Result<void>{};
-    auto shot = std::make_shared<OneShot<Result<void>>>();
-    waitingSends_.push_back(shot);
-    co_return co_await shot->wait();
+    if (!holdsSends_) return endedWith({});
+    waitingSends_.push_back(std::make_shared<OneShot<Result<void>>>());
+    return endOf(waitingSends_.back());
 }
 
 Task<Result<WebSocketFrame>> ScriptedSocket::receive() {
@@ -82,8 +95,8 @@ void ScriptedSocket::answer(Waiting& waiting, const Result<void>& result) {
     for (auto& shot : std::exchange(waiting, {})) shot->answer(result);
 }
 
-Task<Result<std::shared_ptr<WebSocket>>> ScriptedSockets::connect(std::string url, std::stop_token) {
-    urls.push_back(std::move(url));
+Task<Result<std::shared_ptr<WebSocket>>> ScriptedSockets::connect(WebSocketRequest request, std::stop_token) {
+    urls.push_back(std::move(request.url));
     if (next_.empty()) co_return fail(NetworkError{Sentence("spojení odmítnuto")});
     std::shared_ptr<WebSocket> socket = next_.front();
     next_.pop_front();

@@ -66,12 +66,12 @@ class ScriptedSocket final : public WebSocket {
 /// Answers connection attempts with the sockets that the test laid out, then with refusals.
 class ScriptedSockets final : public WebSocketClient {
   public:
-    Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override;
+    Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request, std::stop_token stop) override;
 
     /// The socket of a later attempt.
     std::shared_ptr<ScriptedSocket> layOut();
 
-    std::vector<std::string> urls;
+    std::vector<std::string> urls; ///< of all attempts
 
   private:
     std::deque<std::shared_ptr<ScriptedSocket>> next_;

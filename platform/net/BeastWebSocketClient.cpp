@@ -1,6 +1,7 @@
 #include "platform/net/BeastWebSocketClient.h"
 
 #include "platform/net/NetworkCall.h"
+#include "platform/net/RequestHeaders.h"
 #include "platform/net/WebSocketConnection.h"
 #include "platform/net/WebSocketNetwork.h"
 #include "shared/base/Try.h"
@@ -14,7 +15,8 @@ namespace {
 using SharedNetwork = std::shared_ptr<WebSocketNetwork>;
 using WeakConnection = std::weak_ptr<WebSocketConnection>;
 
-/// Calls `operation(arguments..., reply)` on the network thread and waits for the reply.
+/// Has the network thread call `operation(arguments..., reply)`, behind all that it was asked for before; the
+/// task waits for the reply.
 template <class T, class... Arguments>
 Task<Result<T>> call(SharedNetwork network, WeakConnection target,
                      void (WebSocketConnection::*operation)(Arguments..., Reply<T>), Arguments... arguments) {
@@ -23,7 +25,7 @@ Task<Result<T>> call(SharedNetwork network, WeakConnection target,
         if (auto connection = target.lock())
             ((*connection).*operation)(std::move(given)..., std::move(reply));
     });
-    co_return co_await answerOf(std::move(shot));
+    return answerOf(std::move(shot));
 }
 
 /// What the program holds. Its calls do not refer to it, so that it may go while they wait.
@@ -75,14 +77,15 @@ using OpenReply = Reply<std::shared_ptr<WebSocket>>;
 /// Where the connection of an attempt is noted, on the network thread, for whoever wants to end it.
 using Attempt = std::shared_ptr<WeakConnection>;
 
-void begin(const SharedNetwork& network, WebSocketUrl url, const Attempt& attempt, OpenReply reply) {
+void begin(const SharedNetwork& network, WebSocketUrl url, WebSocketRequest request, const Attempt& attempt,
+           OpenReply reply) {
     boost::asio::ssl::context* tls = nullptr;
     if (url.security == WebSocketUrl::Security::tls) {
         auto loaded = network->tls().get();
         if (!loaded) return reply(std::unexpected(std::move(loaded).error()));
         tls = *loaded;
     }
-    auto connection = std::make_shared<WebSocketConnection>(*network, tls);
+    auto connection = std::make_shared<WebSocketConnection>(*network, tls, std::move(request));
     *attempt = connection;
     network->adopt(connection);
     connection->open(std::move(url),
@@ -94,12 +97,14 @@ void begin(const SharedNetwork& network, WebSocketUrl url, const Attempt& attemp
                      });
 }
 
-Task<Result<std::shared_ptr<WebSocket>>> open(SharedNetwork network, std::string text, std::stop_token stop) {
-    CO_TRY(auto, url, WebSocketUrl::parse(text));
+Task<Result<std::shared_ptr<WebSocket>>> open(SharedNetwork network, WebSocketRequest request,
+                                              std::stop_token stop) {
+    CO_TRY(auto, url, WebSocketUrl::parse(request.url));
+    CO_CHECK(checkHeaders(request.headers));
     auto shot = std::make_shared<OneShot<Result<std::shared_ptr<WebSocket>>>>();
     auto attempt = std::make_shared<WeakConnection>();
-    network->post([network, url, attempt, reply = OpenReply(shot)]() mutable {
-        begin(network, std::move(url), attempt, std::move(reply));
+    network->post([network, url, request = std::move(request), attempt, reply = OpenReply(shot)]() mutable {
+        begin(network, std::move(url), std::move(request), attempt, std::move(reply));
     });
     std::stop_callback onStop(stop, [network, attempt] {
         network->post([attempt] {
@@ -118,9 +123,9 @@ BeastWebSocketClient::~BeastWebSocketClient() {
     network_->stop();
 }
 
-Task<Result<std::shared_ptr<WebSocket>>> BeastWebSocketClient::connect(std::string url,
+Task<Result<std::shared_ptr<WebSocket>>> BeastWebSocketClient::connect(WebSocketRequest request,
                                                                        std::stop_token stop) {
-    return open(network_, std::move(url), std::move(stop));
+    return open(network_, std::move(request), std::move(stop));
 }
 
 Executor& BeastWebSocketClient::executor() {

@@ -30,7 +30,7 @@ class BeastWebSocketClient final : public WebSocketClient {
     explicit BeastWebSocketClient(Limits limits, std::string extraAuthorities = {});
     ~BeastWebSocketClient() override;
 
-    Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override;
+    Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request, std::stop_token stop) override;
 
     /// The thread of the sockets, for what talks to them most: there a frame goes from hand to hand without
     /// waking another thread. What runs here delays all sockets.

@@ -2,7 +2,7 @@
 
 #include "foundation/Text.h"
 #include "platform/net/NetworkTrouble.h"
-#include "shared/base/Ascii.h"
+#include "platform/net/RequestHeaders.h"
 
 #include <openssl/x509.h>
 
@@ -13,17 +13,6 @@
 namespace morvex {
 
 namespace {
-
-/// RFC 9110, section 5.6.2.
-bool isToken(std::string_view text) {
-    return !text.empty() && std::ranges::all_of(text, [](char character) {
-        return isAsciiLetterOrDigit(character) || std::string_view("!#$%&'*+-.^_`|~").contains(character);
-    });
-}
-
-bool breaksLine(std::string_view text) {
-    return text.find_first_of(std::string_view("\r\n\0", 3)) != std::string_view::npos;
-}
 
 /// Whether a status line is of class 1xx (RFC 9110, section 15.2).
 bool isInterim(std::string_view statusLine) {
@@ -69,12 +58,11 @@ Result<void> CurlTransfer::setAddress() {
 }
 
 Result<void> CurlTransfer::setHeaders() {
+    if (auto checked = checkHeaders(request_.headers); !checked) return checked;
     // What the library would add by itself; a header of the request takes its place.
     addHeader("Expect:");
     addHeader("Content-Type:");
     for (const auto& [name, value] : request_.headers) {
-        if (!isToken(name) || breaksLine(value))
-            return fail(NetworkError{"Hlavička požadavku má neplatné znaky."_sentence});
         auto line = name;
         line += value.empty() ? ";" : ": ";
         line += value;

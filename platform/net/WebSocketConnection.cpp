@@ -54,8 +54,10 @@ void rethrow(const std::exception_ptr& exception) {
 
 } // namespace
 
-WebSocketConnection::WebSocketConnection(WebSocketNetwork& network, asio::ssl::context* tls)
+WebSocketConnection::WebSocketConnection(WebSocketNetwork& network, asio::ssl::context* tls,
+                                         WebSocketRequest request)
     : network_(network),
+      request_(std::move(request)),
       stream_(network.context(), tls),
       resolver_(network.context()),
       timer_(network.context()) {
@@ -63,6 +65,9 @@ WebSocketConnection::WebSocketConnection(WebSocketNetwork& network, asio::ssl::c
     stream_.auto_fragment(false);
     stream_.write_buffer_bytes(writeBuffer);
     stream_.read_message_max(passedOverLimit);
+    stream_.set_option(websocket::stream_base::decorator([this](websocket::request_type& handshake) {
+        for (const auto& [name, value] : request_.headers) handshake.insert(name, value);
+    }));
     stream_.control_callback([this](websocket::frame_type kind, boost::beast::string_view payload) {
         if (kind == websocket::frame_type::pong) noticePong({payload.data(), payload.size()});
     });
@@ -117,6 +122,9 @@ void WebSocketConnection::opened() {
 
 void WebSocketConnection::send(std::string text, Reply<void> reply) {
     if (failure_) return reply(fail(*failure_));
+    if (!outgoing_.empty() && outgoingBytes_ + text.size() > request_.sendLimit)
+        return reply(fail(NetworkError{"Spojení nestíhá odesílat."_sentence}));
+    outgoingBytes_ += text.size();
     outgoing_.push_back({std::move(text), std::move(reply)});
     if (outgoing_.size() == 1) writeNext();
 }
@@ -126,6 +134,7 @@ void WebSocketConnection::writeNext() {
                         [self = shared_from_this()](error_code error, std::size_t) {
                             auto written = std::move(self->outgoing_.front());
                             self->outgoing_.pop_front();
+                            self->outgoingBytes_ -= written.text.size();
                             if (self->failed(error)) return written.reply(fail(*self->failure_));
                             written.reply({});
                             if (!self->outgoing_.empty()) self->writeNext();

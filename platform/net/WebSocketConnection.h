@@ -34,7 +34,8 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
   public:
     using Opened = std::move_only_function<void(Result<void>)>;
 
-    WebSocketConnection(WebSocketNetwork& network, boost::asio::ssl::context* tls);
+    /// The headers have been checked.
+    WebSocketConnection(WebSocketNetwork& network, boost::asio::ssl::context* tls, WebSocketRequest request);
 
     void open(WebSocketUrl url, Opened opened);
 
@@ -95,6 +96,7 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
     boost::beast::tcp_stream& tcp() { return boost::beast::get_lowest_layer(stream_); }
 
     WebSocketNetwork& network_;
+    WebSocketRequest request_;
     boost::beast::websocket::stream<Transport, false> stream_;
     boost::asio::ip::tcp::resolver resolver_;
     boost::asio::steady_timer timer_; ///< bounds the opening, later the farewell
@@ -114,6 +116,7 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
     std::optional<Reply<WebSocketFrame>> receiver_;
 
     std::deque<Outgoing> outgoing_; ///< the first one is being written
+    std::size_t outgoingBytes_ = 0;
     std::deque<Ping> pings_;
     std::uint64_t lastPing_ = 0;
     std::uint64_t sentPing_ = 0;

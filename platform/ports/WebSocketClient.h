@@ -5,15 +5,25 @@
 #include "shared/base/Error.h"
 #include "shared/base/FrameLimit.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <stop_token>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace morvex {
 
 /// Close codes of RFC 6455, section 7.4.1. 1006 cannot be sent: closing with it aborts the connection.
-enum class CloseCode : std::uint16_t { goingAway = 1001, abnormal = 1006 };
+enum class CloseCode : std::uint16_t { normal = 1000, goingAway = 1001, abnormal = 1006 };
+
+/// What a connection begins with.
+struct WebSocketRequest {
+    std::string url;                                            ///< ws or wss, nothing else
+    std::vector<std::pair<std::string, std::string>> headers{}; ///< beside those of the handshake
+    std::size_t sendLimit = std::size_t{64} * 1024 * 1024;      ///< bytes of texts that wait to be sent
+};
 
 struct WebSocketFrame {
     enum class Kind { text, binary, other };
@@ -26,7 +36,10 @@ class WebSocket {
   public:
     virtual ~WebSocket() = default;
 
-    /// Resumes when the frame has been handed to the system, so that a slow peer slows the sender.
+    /// Takes its place behind what was sent before, from any thread, when it is called: nobody has to wait
+    /// for the task. That ends when the frame has been handed to the system, so that a slow peer slows a
+    /// sender that waits. Where the text would exceed `sendLimit` together with others it fails, and is not
+    /// sent; the socket stays open.
     virtual Task<Result<void>> sendText(std::string text) = 0;
 
     /// The next whole message of at most `frameLimit` bytes; a longer one is passed over. Fails once the
@@ -59,9 +72,10 @@ class WebSocketClient {
   public:
     virtual ~WebSocketClient() = default;
 
-    /// Connects to a ws or wss address (certificate and host name verified). Fails with `NetworkError`: after
-    /// 60 seconds at the latest, and at once when `stop` is requested.
-    virtual Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) = 0;
+    /// Connects (certificate and host name verified). Fails with `NetworkError`: after 60 seconds at the
+    /// latest, and at once when `stop` is requested.
+    virtual Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request,
+                                                             std::stop_token stop) = 0;
 };
 
 } // namespace morvex

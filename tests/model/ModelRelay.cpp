@@ -26,7 +26,7 @@ ModelRelay::ModelRelay(const Clock& clock)
     switchboard_.emplace(bounds);
 }
 
-Task<Result<std::shared_ptr<WebSocket>>> ModelRelay::Access::connect(std::string, std::stop_token) {
+Task<Result<std::shared_ptr<WebSocket>>> ModelRelay::Access::connect(WebSocketRequest, std::stop_token) {
     if (!isReachable) co_return fail(NetworkError{Sentence("síť je nedostupná")});
     relay_.forgetDeadWires();
     relay_.wires_.push_back(std::make_unique<ModelWire>(

@@ -27,7 +27,8 @@ class ModelRelay {
       public:
         Access(ModelRelay& relay, ModelWire::Owner owner) : relay_(relay), owner_(owner) {}
 
-        Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override;
+        Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request,
+                                                         std::stop_token stop) override;
         Task<Result<HttpReply>> send(HttpRequest request) override;
 
         bool isReachable = true;

@@ -57,7 +57,7 @@ class LoopbackRelay::Socket final : public WebSocket {
     std::stop_source ended_;
 };
 
-Task<Result<std::shared_ptr<WebSocket>>> LoopbackRelay::connect(std::string, std::stop_token) {
+Task<Result<std::shared_ptr<WebSocket>>> LoopbackRelay::connect(WebSocketRequest, std::stop_token) {
     auto socket = std::make_shared<Socket>(*this);
     socket->deliver(RelayMessage::Challenge{nonce, ProtocolVersion::current});
     co_return std::shared_ptr<WebSocket>(std::move(socket));

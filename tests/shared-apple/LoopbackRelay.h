@@ -16,7 +16,7 @@ namespace morvex::test {
 /// sockets.
 class LoopbackRelay final : public WebSocketClient {
   public:
-    Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override;
+    Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request, std::stop_token stop) override;
 
   private:
     class Socket;

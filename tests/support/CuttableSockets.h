@@ -15,8 +15,9 @@ class CuttableSockets final : public WebSocketClient {
   public:
     explicit CuttableSockets(WebSocketClient& sockets) : sockets_(sockets) {}
 
-    Task<Result<std::shared_ptr<WebSocket>>> connect(std::string url, std::stop_token stop) override {
-        auto socket = co_await sockets_.connect(std::move(url), std::move(stop));
+    Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request,
+                                                     std::stop_token stop) override {
+        auto socket = co_await sockets_.connect(std::move(request), std::move(stop));
         std::lock_guard lock(mutex_);
         if (socket) newest_ = *socket;
         co_return socket;

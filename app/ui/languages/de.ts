@@ -752,6 +752,10 @@
         <translation>Der Server hat die Verbindung beendet (Code {kod}).</translation>
     </message>
     <message>
+        <source>Spojení nestíhá odesílat.</source>
+        <translation>Die Verbindung kommt mit dem Senden nicht nach.</translation>
+    </message>
+    <message>
         <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
         <translation>Die Liste der Zertifizierungsstellen, denen dieser Computer vertraut, ist nicht lesbar.</translation>
     </message>

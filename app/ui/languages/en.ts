@@ -752,6 +752,10 @@
         <translation>The server ended the connection (code {kod}).</translation>
     </message>
     <message>
+        <source>Spojení nestíhá odesílat.</source>
+        <translation>The connection cannot keep up with sending.</translation>
+    </message>
+    <message>
         <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
         <translation>The list of authorities that this computer trusts cannot be read.</translation>
     </message>

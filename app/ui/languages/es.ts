@@ -752,6 +752,10 @@
         <translation>El servidor ha terminado la conexión (código {kod}).</translation>
     </message>
     <message>
+        <source>Spojení nestíhá odesílat.</source>
+        <translation>La conexión no da abasto para enviar.</translation>
+    </message>
+    <message>
         <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
         <translation>La lista de autoridades en las que este ordenador confía no se puede leer.</translation>
     </message>

@@ -752,6 +752,10 @@
         <translation>Le serveur a mis fin à la connexion (code {kod}).</translation>
     </message>
     <message>
+        <source>Spojení nestíhá odesílat.</source>
+        <translation>La connexion ne parvient pas à suivre l’envoi.</translation>
+    </message>
+    <message>
         <source>Seznam autorit, kterým tento počítač věří, nejde přečíst.</source>
         <translation>La liste des autorités auxquelles cet ordinateur fait confiance est illisible.</translation>
     </message>

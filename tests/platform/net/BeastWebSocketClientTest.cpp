@@ -10,6 +10,7 @@
 
 #include <array>
 #include <atomic>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -132,6 +133,61 @@ TEST_F(BeastWebSocket, ASlowReaderSlowsTheSender) {
     mayRead.set_value();
     EXPECT_TRUE(end(std::move(sent)));
     EXPECT_EQ(end(seen.get_future()), moreThanTheSystemHolds);
+}
+
+TEST_F(BeastWebSocket, WhatExceedsTheSendLimitFailsAndTheSocketStaysOpen) {
+    constexpr std::size_t limit = 64 * 1024 * 1024;
+    std::promise<void> mayRead;
+    std::promise<std::vector<std::size_t>> seen;
+    TestServer server([&](TestServer::Socket& socket) {
+        auto peer = accept(socket);
+        mayRead.get_future().wait();
+        std::vector<std::size_t> sizes;
+        for (int i = 0; i < 3; ++i) sizes.push_back(read(peer).size());
+        seen.set_value(sizes);
+        endOf(peer);
+    });
+    auto socket =
+        *await(executor_, client_->connect({.url = "ws://" + server.authority(), .sendLimit = limit}, {}));
+    auto first = start(executor_, socket->sendText(std::string(limit - 5, 'x')));
+    auto second = start(executor_, socket->sendText(std::string(5, 'x')));
+    EXPECT_EQ(failureOf(send(socket, "x")), "Spojení nestíhá odesílat.");
+    EXPECT_TRUE(waits(first) && waits(second));
+    mayRead.set_value();
+    EXPECT_TRUE(end(std::move(first)));
+    EXPECT_TRUE(end(std::move(second)));
+    EXPECT_TRUE(send(socket, "late"));
+    EXPECT_EQ(end(seen.get_future()), (std::vector<std::size_t>{limit - 5, 5, 4}));
+}
+
+TEST_F(BeastWebSocket, AnEmptyQueueTakesOneTextHoweverLong) {
+    TestServer server(echo);
+    auto socket =
+        *await(executor_, client_->connect({.url = "ws://" + server.authority(), .sendLimit = 3}, {}));
+    EXPECT_TRUE(send(socket, "longer than that"));
+    EXPECT_EQ(receive(socket).value().data, "longer than that");
+}
+
+TEST_F(BeastWebSocket, SendsOfOneThreadKeepTheirOrderThoughNobodyWaitsForThem) {
+    constexpr int threads = 4;
+    constexpr int sends = 200;
+    TestServer server(echo);
+    auto socket = connect(server);
+    std::vector<std::thread> senders;
+    for (int thread = 0; thread < threads; ++thread)
+        senders.emplace_back([&socket, thread] {
+            for (int i = 0; i < sends; ++i)
+                (void)socket->sendText(std::to_string(thread) + " " + std::to_string(i));
+        });
+    std::array<int, threads> next{};
+    for (int i = 0; i < threads * sends; ++i) {
+        std::istringstream message(receive(socket).value().data);
+        std::size_t thread = 0;
+        int number = 0;
+        message >> thread >> number;
+        EXPECT_EQ(number, next.at(thread)++);
+    }
+    for (auto& sender : senders) sender.join();
 }
 
 TEST_F(BeastWebSocket, SendsKeepTheirOrder) {
@@ -265,24 +321,27 @@ TEST_F(BeastWebSocket, AResetByThePeerFailsWhatWaits) {
     EXPECT_NE(failureOf(end(std::move(ping))), "");
 }
 
-TEST_F(BeastWebSocket, GoingAwaySaysSoAndFailsWhatWaits) {
-    std::promise<websocket::close_reason> reason;
-    TestServer server([&reason](TestServer::Socket& socket) {
-        auto peer = accept(socket);
-        EXPECT_EQ(endOf(peer), websocket::error::closed);
-        reason.set_value(peer.reason());
-    });
-    auto socket = connect(server);
-    auto received = start(executor_, socket->receive());
-    passThroughTheNetworkThread();
-    socket->close(CloseCode::goingAway);
-    socket->close(CloseCode::goingAway);
-    EXPECT_NE(failureOf(end(std::move(received))), "");
-    EXPECT_NE(failureOf(await(executor_, socket->ping())), "");
-    socket.reset();
-    auto seen = end(reason.get_future());
-    EXPECT_EQ(seen.code, websocket::close_code::going_away);
-    EXPECT_EQ(seen.reason, "");
+TEST_F(BeastWebSocket, ClosingTellsItsCodeAndFailsWhatWaits) {
+    for (const auto& [code, seen] : {std::pair{CloseCode::normal, websocket::close_code::normal},
+                                     std::pair{CloseCode::goingAway, websocket::close_code::going_away}}) {
+        std::promise<websocket::close_reason> reason;
+        TestServer server([&reason](TestServer::Socket& socket) {
+            auto peer = accept(socket);
+            EXPECT_EQ(endOf(peer), websocket::error::closed);
+            reason.set_value(peer.reason());
+        });
+        auto socket = connect(server);
+        auto received = start(executor_, socket->receive());
+        passThroughTheNetworkThread();
+        socket->close(code);
+        socket->close(code);
+        EXPECT_NE(failureOf(end(std::move(received))), "");
+        EXPECT_NE(failureOf(await(executor_, socket->ping())), "");
+        socket.reset();
+        const auto told = end(reason.get_future());
+        EXPECT_EQ(told.code, seen);
+        EXPECT_EQ(told.reason, "");
+    }
 }
 
 TEST_F(BeastWebSocket, AFarewellThatNobodyAnswersIsBounded) {

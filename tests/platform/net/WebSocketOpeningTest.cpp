@@ -66,7 +66,7 @@ class WebSocketOpening : public WebSocketTest {
     }
 
     std::string greetingFrom(const std::string& url) {
-        auto socket = await(executor_, client_->connect(url, {}));
+        auto socket = await(executor_, client_->connect({url}, {}));
         if (!socket) return socket.error().popis().czech();
         return await(executor_, (*socket)->receive()).value().data;
     }
@@ -78,13 +78,38 @@ TEST_F(WebSocketOpening, AsksForTheTargetOfTheAddress) {
         asked.set_value(readRequest(socket));
         readToTheEnd(socket);
     });
-    auto attempt = start(executor_, client_->connect("ws://" + server.authority() + "/v1/ws?v=1.4", {}));
+    auto attempt = start(executor_, client_->connect({"ws://" + server.authority() + "/v1/ws?v=1.4"}, {}));
     auto request = end(asked.get_future());
     EXPECT_EQ(request.target(), "/v1/ws?v=1.4");
     EXPECT_EQ(request[http::field::host], server.authority());
     EXPECT_EQ(request.count(http::field::sec_websocket_extensions), 0U);
     client_.reset();
     EXPECT_NE(failureOf(end(std::move(attempt))), "");
+}
+
+TEST_F(WebSocketOpening, SendsTheHeadersOfTheRequest) {
+    std::promise<http::request<http::string_body>> asked;
+    TestServer server([&asked](TestServer::Socket& socket) { asked.set_value(readRequest(socket)); });
+    const auto opened =
+        await(executor_, client_->connect({.url = "ws://" + server.authority(),
+                                           .headers = {{"Authorization", "Bearer abc"}, {"X-Empty", ""}}},
+                                          {}));
+    EXPECT_FALSE(opened);
+    auto request = end(asked.get_future());
+    EXPECT_EQ(request[http::field::authorization], "Bearer abc");
+    EXPECT_EQ(request.count("X-Empty"), 1U);
+    EXPECT_EQ(request.count(http::field::sec_websocket_key), 1U);
+}
+
+TEST_F(WebSocketOpening, AHeaderThatBreaksTheRequestIsRefusedAndNothingSent) {
+    TestServer server(answer("HTTP/1.1 200 OK\r\n\r\n"));
+    for (const auto& header : std::vector<std::pair<std::string, std::string>>{
+             {"", "x"}, {"a b", "x"}, {"a:", "x"}, {"A", "x\r\nB: y"}, {"A", "x\ny"}, {"A", {"\0", 1}}})
+        EXPECT_EQ(
+            failureOf(await(
+                executor_, client_->connect({.url = "ws://" + server.authority(), .headers = {header}}, {}))),
+            "Hlavička požadavku má neplatné znaky.");
+    EXPECT_EQ(server.connections(), 0);
 }
 
 TEST_F(WebSocketOpening, AnHttpAnswerInsteadOfTheUpgradeIsAFailureWithItsStatus) {
@@ -171,7 +196,7 @@ TEST_F(WebSocketOpening, AStopEndsTheAttemptAtOnce) {
         readToTheEnd(socket);
     });
     std::stop_source stop;
-    auto attempt = start(executor_, client_->connect("ws://" + server.authority(), stop.get_token()));
+    auto attempt = start(executor_, client_->connect({"ws://" + server.authority()}, stop.get_token()));
     end(reached.get_future());
     EXPECT_TRUE(waits(attempt));
     stop.request_stop();
@@ -182,14 +207,14 @@ TEST_F(WebSocketOpening, AStopThatCameBeforeLeavesNothingOpen) {
     TestServer server(echo);
     std::stop_source stop;
     stop.request_stop();
-    EXPECT_NE(failureOf(await(executor_, client_->connect("ws://" + server.authority(), stop.get_token()))),
+    EXPECT_NE(failureOf(await(executor_, client_->connect({"ws://" + server.authority()}, stop.get_token()))),
               "");
 }
 
 TEST_F(WebSocketOpening, AStopAfterTheOpeningChangesNothing) {
     TestServer server(echo);
     std::stop_source stop;
-    auto socket = await(executor_, client_->connect("ws://" + server.authority(), stop.get_token()));
+    auto socket = await(executor_, client_->connect({"ws://" + server.authority()}, stop.get_token()));
     ASSERT_TRUE(socket);
     stop.request_stop();
     EXPECT_TRUE(await(executor_, (*socket)->ping()));
