@@ -1,9 +1,8 @@
 #include "platform/net/BeastWebSocketClient.h"
 
-#include "platform/net/NetworkCall.h"
+#include "platform/net/NetworkConnection.h"
 #include "platform/net/RequestHeaders.h"
 #include "platform/net/WebSocketConnection.h"
-#include "platform/net/WebSocketNetwork.h"
 #include "shared/base/Try.h"
 
 #include <utility>
@@ -11,22 +10,6 @@
 namespace morvex {
 
 namespace {
-
-using SharedNetwork = std::shared_ptr<WebSocketNetwork>;
-using WeakConnection = std::weak_ptr<WebSocketConnection>;
-
-/// Has the network thread call `operation(arguments..., reply)`, behind all that it was asked for before; the
-/// task waits for the reply.
-template <class T, class... Arguments>
-Task<Result<T>> call(SharedNetwork network, WeakConnection target,
-                     void (WebSocketConnection::*operation)(Arguments..., Reply<T>), Arguments... arguments) {
-    auto shot = std::make_shared<OneShot<Result<T>>>();
-    network->post([target, operation, reply = Reply<T>(shot), ... given = std::move(arguments)]() mutable {
-        if (auto connection = target.lock())
-            ((*connection).*operation)(std::move(given)..., std::move(reply));
-    });
-    return answerOf(std::move(shot));
-}
 
 /// What the program holds. Its calls do not refer to it, so that it may go while they wait.
 class BeastWebSocket final : public WebSocket {
@@ -44,7 +27,7 @@ class BeastWebSocket final : public WebSocket {
     }
 
     Task<Result<void>> sendText(std::string text) override {
-        return call<void>(network_, connection_, &WebSocketConnection::send, std::move(text));
+        return callNow<void>(network_, connection_, &WebSocketConnection::send, std::move(text));
     }
 
     Task<Result<WebSocketFrame>> receive() override {
@@ -67,57 +50,15 @@ class BeastWebSocket final : public WebSocket {
 
   private:
     SharedNetwork network_;
-    WeakConnection connection_;
+    std::weak_ptr<WebSocketConnection> connection_;
     std::shared_ptr<const ReadingMeter> meter_;
     std::stop_token ended_;
 };
 
-using OpenReply = Reply<std::shared_ptr<WebSocket>>;
-
-/// Where the connection of an attempt is noted, on the network thread, for whoever wants to end it.
-using Attempt = std::shared_ptr<WeakConnection>;
-
-void begin(const SharedNetwork& network, WebSocketUrl url, WebSocketRequest request, const Attempt& attempt,
-           OpenReply reply) {
-    boost::asio::ssl::context* tls = nullptr;
-    if (url.security == WebSocketUrl::Security::tls) {
-        auto loaded = network->tls().get();
-        if (!loaded) return reply(std::unexpected(std::move(loaded).error()));
-        tls = *loaded;
-    }
-    auto connection = std::make_shared<WebSocketConnection>(*network, tls, std::move(request));
-    *attempt = connection;
-    network->adopt(connection);
-    connection->open(std::move(url),
-                     [network, attempt, reply = std::move(reply)](Result<void> opened) mutable {
-                         auto connection = attempt->lock();
-                         if (opened) return reply(std::make_shared<BeastWebSocket>(network, connection));
-                         if (connection) connection->release();
-                         reply(std::unexpected(std::move(opened).error()));
-                     });
-}
-
-Task<Result<std::shared_ptr<WebSocket>>> open(SharedNetwork network, WebSocketRequest request,
-                                              std::stop_token stop) {
-    CO_TRY(auto, url, WebSocketUrl::parse(request.url));
-    CO_CHECK(checkHeaders(request.headers));
-    auto shot = std::make_shared<OneShot<Result<std::shared_ptr<WebSocket>>>>();
-    auto attempt = std::make_shared<WeakConnection>();
-    network->post([network, url, request = std::move(request), attempt, reply = OpenReply(shot)]() mutable {
-        begin(network, std::move(url), std::move(request), attempt, std::move(reply));
-    });
-    std::stop_callback onStop(stop, [network, attempt] {
-        network->post([attempt] {
-            if (auto connection = attempt->lock()) connection->close(CloseCode::abnormal);
-        });
-    });
-    co_return co_await answerOf(std::move(shot));
-}
-
 } // namespace
 
-BeastWebSocketClient::BeastWebSocketClient(Limits limits, std::string extraAuthorities)
-    : network_(std::make_shared<WebSocketNetwork>(limits, std::move(extraAuthorities))) {}
+BeastWebSocketClient::BeastWebSocketClient(NetworkLimits limits, std::string extraAuthorities)
+    : network_(std::make_shared<NetworkThread>("spojeni", limits, std::move(extraAuthorities))) {}
 
 BeastWebSocketClient::~BeastWebSocketClient() {
     network_->stop();
@@ -125,7 +66,19 @@ BeastWebSocketClient::~BeastWebSocketClient() {
 
 Task<Result<std::shared_ptr<WebSocket>>> BeastWebSocketClient::connect(WebSocketRequest request,
                                                                        std::stop_token stop) {
-    return open(network_, std::move(request), std::move(stop));
+    CO_TRY(auto, url, WebSocketUrl::parse(request.url));
+    CO_CHECK(checkHeaders(request.headers));
+    auto make = [url, request = std::move(request)](
+                    NetworkThread& network) -> Result<std::shared_ptr<WebSocketConnection>> {
+        boost::asio::ssl::context* tls = nullptr;
+        if (url.security == WebSocketUrl::Security::tls) {
+            TRY(auto* const, loaded, network.tls().get());
+            tls = loaded;
+        }
+        return std::make_shared<WebSocketConnection>(network, tls, url, request);
+    };
+    co_return co_await openConnection<WebSocket, BeastWebSocket, WebSocketConnection>(
+        network_, std::move(make), std::move(stop));
 }
 
 Executor& BeastWebSocketClient::executor() {

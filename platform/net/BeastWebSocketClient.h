@@ -1,15 +1,15 @@
 #pragma once
 
 #include "foundation/Executor.h"
+#include "platform/net/NetworkLimits.h"
 #include "platform/ports/WebSocketClient.h"
 
-#include <chrono>
 #include <memory>
 #include <string>
 
 namespace morvex {
 
-class WebSocketNetwork;
+class NetworkThread;
 
 /// WebSockets over TCP and TLS (1.2 or newer; certificate and host name are always verified against the
 /// system's authorities). All sockets of a client live on one thread of its own.
@@ -19,15 +19,10 @@ class WebSocketNetwork;
 /// way, which the system bounds.
 class BeastWebSocketClient final : public WebSocketClient {
   public:
-    struct Limits {
-        std::chrono::milliseconds opening{60'000}; ///< from the name look-up to the end of the handshakes
-        std::chrono::milliseconds closing{2'000};  ///< how long a peer may take to answer the close frame
-    };
-
-    BeastWebSocketClient() : BeastWebSocketClient(Limits{}) {}
+    BeastWebSocketClient() : BeastWebSocketClient(NetworkLimits{}) {}
 
     /// `extraAuthorities`: certificates (PEM) trusted beside the system's.
-    explicit BeastWebSocketClient(Limits limits, std::string extraAuthorities = {});
+    explicit BeastWebSocketClient(NetworkLimits limits, std::string extraAuthorities = {});
     ~BeastWebSocketClient() override;
 
     Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request, std::stop_token stop) override;
@@ -37,7 +32,7 @@ class BeastWebSocketClient final : public WebSocketClient {
     Executor& executor();
 
   private:
-    std::shared_ptr<WebSocketNetwork> network_;
+    std::shared_ptr<NetworkThread> network_;
 };
 
 } // namespace morvex

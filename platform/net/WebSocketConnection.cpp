@@ -1,17 +1,14 @@
 #include "platform/net/WebSocketConnection.h"
 
-#include "platform/net/NetworkTrouble.h"
-#include "platform/net/TlsContext.h"
+#include "foundation/SystemTrouble.h"
+#include "platform/net/Dialing.h"
 #include "platform/net/UpgradeAnswer.h"
-#include "platform/net/WebSocketNetwork.h"
 #include "shared/base/FrameLimit.h"
 #include "shared/base/NotReadingPong.h"
 #include "shared/base/Require.h"
 
-#include <boost/asio/as_tuple.hpp>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/co_spawn.hpp>
-#include <boost/asio/use_awaitable.hpp>
 #include <boost/beast/core/buffers_to_string.hpp>
 
 #include <algorithm>
@@ -27,9 +24,6 @@ namespace {
 namespace asio = boost::asio;
 namespace websocket = boost::beast::websocket;
 using boost::system::error_code;
-
-/// An operation that gives its error code as a value.
-constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
 
 /// The stream masks a message in pieces of this size.
 constexpr std::size_t writeBuffer = std::size_t{64} * 1024;
@@ -54,9 +48,10 @@ void rethrow(const std::exception_ptr& exception) {
 
 } // namespace
 
-WebSocketConnection::WebSocketConnection(WebSocketNetwork& network, asio::ssl::context* tls,
+WebSocketConnection::WebSocketConnection(NetworkThread& network, asio::ssl::context* tls, WebSocketUrl url,
                                          WebSocketRequest request)
     : network_(network),
+      url_(std::move(url)),
       request_(std::move(request)),
       stream_(network.context(), tls),
       resolver_(network.context()),
@@ -73,38 +68,27 @@ WebSocketConnection::WebSocketConnection(WebSocketNetwork& network, asio::ssl::c
     });
 }
 
-void WebSocketConnection::open(WebSocketUrl url, Opened opened) {
+void WebSocketConnection::open(Opened opened) {
     opened_ = std::move(opened);
     auto self = shared_from_this();
     timer_.expires_after(network_.limits().opening);
     timer_.async_wait([self](error_code error) {
         if (!error && self->opened_) self->fall(popis(SystemTrouble::timedOut));
     });
-    asio::co_spawn(network_.context(), connect(std::move(url)),
+    asio::co_spawn(network_.context(), connect(),
                    [self](const std::exception_ptr& exception) { rethrow(exception); });
 }
 
-asio::awaitable<void> WebSocketConnection::connect(WebSocketUrl url) {
-    auto [notFound, addresses] = co_await resolver_.async_resolve(url.host, url.port, asTuple);
-    if (failed(notFound)) co_return;
-    auto [notConnected, address] = co_await tcp().async_connect(addresses, asTuple);
-    if (failed(notConnected)) co_return;
-    error_code refused;
-    if (failed(tcp().socket().set_option(asio::ip::tcp::no_delay(true), refused))) co_return;
-    if (url.security == WebSocketUrl::Security::tls && failed(co_await secure(url.host))) co_return;
-    co_await upgrade(std::move(url));
+asio::awaitable<void> WebSocketConnection::connect() {
+    if (failed(co_await connectTcp(resolver_, tcp(), url_.host, url_.port))) co_return;
+    if (auto* tls = stream_.next_layer().tls(); tls && failed(co_await shakeHands(*tls, url_.host)))
+        co_return;
+    co_await upgrade();
 }
 
-asio::awaitable<error_code> WebSocketConnection::secure(std::string host) {
-    auto* tls = stream_.next_layer().tls();
-    if (!expectHost(tls->native_handle(), host)) co_return asio::error::no_memory;
-    auto [error] = co_await tls->async_handshake(asio::ssl::stream_base::client, asTuple);
-    co_return error;
-}
-
-asio::awaitable<void> WebSocketConnection::upgrade(WebSocketUrl url) {
+asio::awaitable<void> WebSocketConnection::upgrade() {
     websocket::response_type response;
-    auto [error] = co_await stream_.async_handshake(response, url.authority, url.target, asTuple);
+    auto [error] = co_await stream_.async_handshake(response, url_.authority, url_.target, asTuple);
     if (error == websocket::error::upgrade_declined)
         co_return fall("Server odmítl WebSocket (HTTP {stav})."_sentence(response.result_int()));
     if (!error && !isWhatWasAskedFor(response)) error = websocket::error::upgrade_declined;
@@ -230,19 +214,15 @@ void WebSocketConnection::answerPings(std::ptrdiff_t count) {
 
 bool WebSocketConnection::failed(error_code error) {
     // What follows a failure has no words of its own, and is nothing to log.
-    if (error) fall(failure_ ? Sentence() : wordsFor(error));
+    if (error) fall(failure_ ? Sentence() : wordsOf(error));
     return failure_.has_value();
 }
 
-Sentence WebSocketConnection::wordsFor(error_code error) {
+Sentence WebSocketConnection::wordsOf(error_code error) {
     if (error == websocket::error::closed)
         return "Server ukončil spojení (kód {kod})."_sentence(stream_.reason().code);
-    if (auto* tls = stream_.next_layer().tls())
-        if (const auto verdict = certificateVerdict(tls->native_handle()); verdict != X509_V_OK)
-            return networkError(socketLog, certificateTrouble(verdict),
-                                X509_verify_cert_error_string(verdict))
-                .popis();
-    return networkError(socketLog, troubleOf(error), error.message()).popis();
+    auto* tls = stream_.next_layer().tls();
+    return wordsFor(socketLog, error, tls ? tls->native_handle() : nullptr);
 }
 
 void WebSocketConnection::fall(Sentence words) {

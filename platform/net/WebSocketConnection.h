@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/OneShot.h"
+#include "platform/net/NetworkConnection.h"
 #include "platform/net/ReadingMeter.h"
 #include "platform/net/Transport.h"
 #include "platform/net/WebSocketUrl.h"
@@ -23,21 +23,17 @@
 
 namespace morvex {
 
-class WebSocketNetwork;
-
-/// One WebSocket from its first packet to its last. Everything here happens on the network thread.
-///
-/// `open` is called once and first. The network keeps the connection until it has ended and `release` was
-/// called: so what arrived before a failure can still be received. A connection that never opened releases
-/// itself.
-class WebSocketConnection final : public std::enable_shared_from_this<WebSocketConnection> {
+/// One WebSocket. Everything here happens on the network thread, which keeps the connection until it has
+/// ended and `release` was called: so what arrived before a failure can still be received.
+class WebSocketConnection final : public NetworkConnection,
+                                  public std::enable_shared_from_this<WebSocketConnection> {
   public:
-    using Opened = std::move_only_function<void(Result<void>)>;
-
     /// The headers have been checked.
-    WebSocketConnection(WebSocketNetwork& network, boost::asio::ssl::context* tls, WebSocketRequest request);
+    WebSocketConnection(NetworkThread& network, boost::asio::ssl::context* tls, WebSocketUrl url,
+                        WebSocketRequest request);
 
-    void open(WebSocketUrl url, Opened opened);
+    /// Comes first, once.
+    void open(Opened opened);
 
     void send(std::string text, Reply<void> reply);
     void receive(Reply<WebSocketFrame> reply);
@@ -50,6 +46,8 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
     [[nodiscard]] std::stop_token ended() const { return ended_.get_token(); }
 
     void close(CloseCode code);
+
+    void abandon() override { close(CloseCode::abnormal); }
 
     /// Nobody holds the socket any more. A farewell that has begun is finished.
     void release();
@@ -65,9 +63,8 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
         Reply<void> reply;
     };
 
-    boost::asio::awaitable<void> connect(WebSocketUrl url);
-    boost::asio::awaitable<boost::system::error_code> secure(std::string host);
-    boost::asio::awaitable<void> upgrade(WebSocketUrl url);
+    boost::asio::awaitable<void> connect();
+    boost::asio::awaitable<void> upgrade();
     void opened();
 
     void readOn();
@@ -82,7 +79,7 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
 
     /// True when the step failed, or when the connection was ended meanwhile.
     bool failed(boost::system::error_code error);
-    [[nodiscard]] Sentence wordsFor(boost::system::error_code error);
+    [[nodiscard]] Sentence wordsOf(boost::system::error_code error);
 
     /// The first failure is the one that callers see; all that wait fail with it.
     void fall(Sentence words);
@@ -95,7 +92,8 @@ class WebSocketConnection final : public std::enable_shared_from_this<WebSocketC
 
     boost::beast::tcp_stream& tcp() { return boost::beast::get_lowest_layer(stream_); }
 
-    WebSocketNetwork& network_;
+    NetworkThread& network_;
+    WebSocketUrl url_;
     WebSocketRequest request_;
     boost::beast::websocket::stream<Transport, false> stream_;
     boost::asio::ip::tcp::resolver resolver_;

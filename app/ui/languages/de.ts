@@ -752,6 +752,10 @@
         <translation>Der Server hat die Verbindung beendet (Code {kod}).</translation>
     </message>
     <message>
+        <source>Server spojení ukončil.</source>
+        <translation>Der Server hat die Verbindung beendet.</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>Die Verbindung kommt mit dem Senden nicht nach.</translation>
     </message>

@@ -752,6 +752,10 @@
         <translation>The server ended the connection (code {kod}).</translation>
     </message>
     <message>
+        <source>Server spojení ukončil.</source>
+        <translation>The server ended the connection.</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>The connection cannot keep up with sending.</translation>
     </message>

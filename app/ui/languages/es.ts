@@ -752,6 +752,10 @@
         <translation>El servidor ha terminado la conexión (código {kod}).</translation>
     </message>
     <message>
+        <source>Server spojení ukončil.</source>
+        <translation>El servidor ha terminado la conexión.</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>La conexión no da abasto para enviar.</translation>
     </message>

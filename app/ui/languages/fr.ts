@@ -752,6 +752,10 @@
         <translation>Le serveur a mis fin à la connexion (code {kod}).</translation>
     </message>
     <message>
+        <source>Server spojení ukončil.</source>
+        <translation>Le serveur a mis fin à la connexion.</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>La connexion ne parvient pas à suivre l’envoi.</translation>
     </message>

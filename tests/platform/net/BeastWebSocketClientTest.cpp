@@ -345,8 +345,7 @@ TEST_F(BeastWebSocket, ClosingTellsItsCodeAndFailsWhatWaits) {
 }
 
 TEST_F(BeastWebSocket, AFarewellThatNobodyAnswersIsBounded) {
-    client_ = std::make_unique<BeastWebSocketClient>(
-        BeastWebSocketClient::Limits{.closing = std::chrono::milliseconds(50)});
+    client_ = std::make_unique<BeastWebSocketClient>(NetworkLimits{.closing = std::chrono::milliseconds(50)});
     std::promise<error_code> ended;
     TestServer server([&ended](TestServer::Socket& socket) {
         auto peer = accept(socket);
@@ -358,8 +357,7 @@ TEST_F(BeastWebSocket, AFarewellThatNobodyAnswersIsBounded) {
 }
 
 TEST_F(BeastWebSocket, AFarewellBehindAStuckMessageIsBounded) {
-    client_ = std::make_unique<BeastWebSocketClient>(
-        BeastWebSocketClient::Limits{.closing = std::chrono::milliseconds(50)});
+    client_ = std::make_unique<BeastWebSocketClient>(NetworkLimits{.closing = std::chrono::milliseconds(50)});
     std::promise<void> mayRead;
     std::promise<error_code> ended;
     TestServer server([&](TestServer::Socket& socket) {
@@ -434,7 +432,7 @@ TEST_F(BeastWebSocket, AClientMayGoBeforeItsSockets) {
 TEST_F(BeastWebSocket, AClientMayGoAsSoonAsItIsMade) {
     for (int round = 0; round < 100; ++round) {
         BeastWebSocketClient client;
-        auto socket = start(executor_, client.connect("ws://127.0.0.1:1/", {}));
+        auto socket = start(executor_, client.connect({"ws://127.0.0.1:1/"}, {}));
         if (round % 2 == 0) end(std::move(socket));
     }
 }

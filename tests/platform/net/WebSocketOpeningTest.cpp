@@ -57,12 +57,11 @@ TestServer::Script greetOverTls(TestAuthority::Identity identity) {
 class WebSocketOpening : public WebSocketTest {
   protected:
     void trust(const TestAuthority& authority) {
-        client_ =
-            std::make_unique<BeastWebSocketClient>(BeastWebSocketClient::Limits{}, authority.certificate());
+        client_ = std::make_unique<BeastWebSocketClient>(NetworkLimits{}, authority.certificate());
     }
 
     void limitTo(std::chrono::milliseconds opening) {
-        client_ = std::make_unique<BeastWebSocketClient>(BeastWebSocketClient::Limits{.opening = opening});
+        client_ = std::make_unique<BeastWebSocketClient>(NetworkLimits{.opening = opening});
     }
 
     std::string greetingFrom(const std::string& url) {

@@ -2,7 +2,7 @@
 
 #include "foundation/Executor.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/net/BeastWebSocketClient.h"
+#include "platform/net/NetworkLimits.h"
 #include "platform/net/TlsContext.h"
 
 #include <boost/asio/executor_work_guard.hpp>
@@ -17,28 +17,29 @@
 
 namespace morvex {
 
-class WebSocketConnection;
+class NetworkConnection;
 
-/// The network thread of one client and the connections on it. The client owns it and stops it; sockets that
-/// outlive the client hold on to the empty shell, which drops their jobs.
-class WebSocketNetwork final : public Executor {
+/// The network thread of one client and the connections on it. The client owns it and stops it; what outlives
+/// the client holds on to the empty shell, which drops its jobs.
+class NetworkThread final : public Executor {
   public:
-    WebSocketNetwork(BeastWebSocketClient::Limits limits, std::string extraAuthorities);
+    /// `name`: of the thread.
+    NetworkThread(std::string name, NetworkLimits limits, std::string extraAuthorities);
 
     void post(Job job) override;
 
-    /// Resets all connections, waits for their operations to end, and ends the thread. Once.
+    /// Abandons all connections, waits for their operations to end, and ends the thread. Once.
     void stop();
 
     /// The rest belongs to the network thread.
-    [[nodiscard]] const BeastWebSocketClient::Limits& limits() const { return limits_; }
+    [[nodiscard]] const NetworkLimits& limits() const { return limits_; }
 
     boost::asio::io_context& context() { return *context_; }
 
     TlsContext& tls() { return tls_; }
 
-    void adopt(std::shared_ptr<WebSocketConnection> connection);
-    void forget(const std::shared_ptr<WebSocketConnection>& connection);
+    void adopt(std::shared_ptr<NetworkConnection> connection);
+    void forget(const std::shared_ptr<NetworkConnection>& connection);
 
   private:
     enum class Last { no, yes };
@@ -48,13 +49,13 @@ class WebSocketNetwork final : public Executor {
     void wake(boost::asio::io_context& context);
     void runJobs();
     std::optional<Job> nextJob();
-    void resetAll();
+    void abandonAll();
 
-    const BeastWebSocketClient::Limits limits_;
+    const NetworkLimits limits_;
     TlsContext tls_;
     std::shared_ptr<boost::asio::io_context> context_; ///< a thread that wakes it holds it too
     boost::asio::executor_work_guard<boost::asio::io_context::executor_type> work_;
-    std::set<std::shared_ptr<WebSocketConnection>> connections_;
+    std::set<std::shared_ptr<NetworkConnection>> connections_;
     std::mutex mutex_;
     // Guarded by `mutex_`.
     std::deque<Job> jobs_;

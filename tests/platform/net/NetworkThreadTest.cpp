@@ -1,4 +1,4 @@
-#include "platform/net/WebSocketNetwork.h"
+#include "platform/net/NetworkThread.h"
 
 #include "tests/platform/net/WebSocketTest.h"
 
@@ -12,7 +12,7 @@
 namespace morvex {
 namespace {
 
-class WebSocketNetworkThread : public WebSocketTest {
+class NetworkThreadTest : public WebSocketTest {
   protected:
     Executor& network() { return client_->executor(); }
 };
@@ -27,13 +27,13 @@ Task<void> nothing() {
     co_return;
 }
 
-TEST_F(WebSocketNetworkThread, ServesASocketToACoroutineOfItsOwn) {
+TEST_F(NetworkThreadTest, ServesASocketToACoroutineOfItsOwn) {
     TestServer server(echo);
     auto socket = connect(server);
     EXPECT_EQ(await(network(), whereItResumes(socket)), &network());
 }
 
-TEST_F(WebSocketNetworkThread, RunsJobsInTheirOrderOneAtATime) {
+TEST_F(NetworkThreadTest, RunsJobsInTheirOrderOneAtATime) {
     std::vector<int> ran;
     for (int job = 0; job < 1000; ++job) network().post([&ran, job] { ran.push_back(job); });
     await(network(), nothing());
@@ -41,7 +41,7 @@ TEST_F(WebSocketNetworkThread, RunsJobsInTheirOrderOneAtATime) {
     EXPECT_TRUE(std::ranges::is_sorted(ran));
 }
 
-TEST_F(WebSocketNetworkThread, RunsTheJobsOfManyThreads) {
+TEST_F(NetworkThreadTest, RunsTheJobsOfManyThreads) {
     std::size_t ran = 0;
     {
         std::vector<std::jthread> threads;
@@ -54,7 +54,7 @@ TEST_F(WebSocketNetworkThread, RunsTheJobsOfManyThreads) {
     EXPECT_EQ(ran, 40'000U);
 }
 
-TEST_F(WebSocketNetworkThread, LetsSocketsHaveTheirTurnWhileJobsKeepComing) {
+TEST_F(NetworkThreadTest, LetsSocketsHaveTheirTurnWhileJobsKeepComing) {
     TestServer server(echo);
     auto socket = connect(server);
     std::atomic<bool> isOver = false;
@@ -69,8 +69,8 @@ TEST_F(WebSocketNetworkThread, LetsSocketsHaveTheirTurnWhileJobsKeepComing) {
     await(network(), nothing());
 }
 
-TEST_F(WebSocketNetworkThread, RunsNoJobAfterItsClientAndKeepsNone) {
-    auto network = std::make_shared<WebSocketNetwork>(BeastWebSocketClient::Limits{}, "");
+TEST_F(NetworkThreadTest, RunsNoJobAfterItsClientAndKeepsNone) {
+    auto network = std::make_shared<NetworkThread>("test", NetworkLimits{}, "");
     auto held = std::make_shared<int>();
     network->post([held] {});
     network->stop();
@@ -78,9 +78,9 @@ TEST_F(WebSocketNetworkThread, RunsNoJobAfterItsClientAndKeepsNone) {
     EXPECT_EQ(held.use_count(), 1);
 }
 
-TEST_F(WebSocketNetworkThread, MayStopWhileOthersStillPost) {
+TEST_F(NetworkThreadTest, MayStopWhileOthersStillPost) {
     for (int round = 0; round < 100; ++round) {
-        auto network = std::make_shared<WebSocketNetwork>(BeastWebSocketClient::Limits{}, "");
+        auto network = std::make_shared<NetworkThread>("test", NetworkLimits{}, "");
         auto held = std::make_shared<int>();
         std::jthread other([network, held] {
             for (int job = 0; job < 100; ++job) network->post([held] {});

@@ -1,6 +1,6 @@
-#include "platform/net/WebSocketNetwork.h"
+#include "platform/net/NetworkThread.h"
 
-#include "platform/net/WebSocketConnection.h"
+#include "platform/net/NetworkConnection.h"
 
 #include <boost/asio/post.hpp>
 
@@ -15,25 +15,25 @@ constexpr int jobsInTurn = 64;
 
 } // namespace
 
-WebSocketNetwork::WebSocketNetwork(BeastWebSocketClient::Limits limits, std::string extraAuthorities)
+NetworkThread::NetworkThread(std::string name, NetworkLimits limits, std::string extraAuthorities)
     : limits_(limits),
       tls_(std::move(extraAuthorities)),
       context_(std::make_shared<boost::asio::io_context>(1)),
       work_(context_->get_executor()),
-      thread_("spojeni") {
+      thread_(std::move(name)) {
     thread_.post([this] { run(); });
 }
 
-void WebSocketNetwork::run() {
+void NetworkThread::run() {
     Running here(*this);
     context_->run();
 }
 
-void WebSocketNetwork::post(Job job) {
+void NetworkThread::post(Job job) {
     add(std::move(job), Last::no);
 }
 
-void WebSocketNetwork::add(Job job, Last last) {
+void NetworkThread::add(Job job, Last last) {
     std::shared_ptr<boost::asio::io_context> sleeping;
     {
         std::lock_guard lock(mutex_);
@@ -46,11 +46,11 @@ void WebSocketNetwork::add(Job job, Last last) {
     if (sleeping) wake(*sleeping);
 }
 
-void WebSocketNetwork::wake(boost::asio::io_context& context) {
+void NetworkThread::wake(boost::asio::io_context& context) {
     boost::asio::post(context, [this] { runJobs(); });
 }
 
-void WebSocketNetwork::runJobs() {
+void NetworkThread::runJobs() {
     for (int taken = 0; taken < jobsInTurn; ++taken) {
         auto job = nextJob();
         if (!job) return;
@@ -59,7 +59,7 @@ void WebSocketNetwork::runJobs() {
     wake(*context_);
 }
 
-std::optional<Job> WebSocketNetwork::nextJob() {
+std::optional<Job> NetworkThread::nextJob() {
     std::lock_guard lock(mutex_);
     if (jobs_.empty()) {
         awake_ = false;
@@ -70,8 +70,8 @@ std::optional<Job> WebSocketNetwork::nextJob() {
     return job;
 }
 
-void WebSocketNetwork::stop() {
-    add([this] { resetAll(); }, Last::yes);
+void NetworkThread::stop() {
+    add([this] { abandonAll(); }, Last::yes);
     thread_.close();
     // The thread may have ended before it began to run the context.
     jobs_.clear();
@@ -79,16 +79,16 @@ void WebSocketNetwork::stop() {
     context_.reset();
 }
 
-void WebSocketNetwork::adopt(std::shared_ptr<WebSocketConnection> connection) {
+void NetworkThread::adopt(std::shared_ptr<NetworkConnection> connection) {
     connections_.insert(std::move(connection));
 }
 
-void WebSocketNetwork::forget(const std::shared_ptr<WebSocketConnection>& connection) {
+void NetworkThread::forget(const std::shared_ptr<NetworkConnection>& connection) {
     connections_.erase(connection);
 }
 
-void WebSocketNetwork::resetAll() {
-    for (const auto& connection : std::exchange(connections_, {})) connection->close(CloseCode::abnormal);
+void NetworkThread::abandonAll() {
+    for (const auto& connection : std::exchange(connections_, {})) connection->abandon();
     work_.reset();
 }
 

@@ -1,0 +1,72 @@
+#include "platform/net/AsioTlsClient.h"
+
+#include "foundation/SystemTrouble.h"
+#include "platform/net/NetworkConnection.h"
+#include "platform/net/TlsSession.h"
+#include "shared/base/Try.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+/// What the program holds. Its calls do not refer to it, so that it may go while they wait.
+class AsioTlsConnection final : public TlsConnection {
+  public:
+    AsioTlsConnection(SharedNetwork network, const std::shared_ptr<TlsSession>& session)
+        : network_(std::move(network)), session_(session) {}
+
+    ~AsioTlsConnection() override {
+        network_->post([target = session_] {
+            if (auto session = target.lock()) session->release();
+        });
+    }
+
+    Task<Result<void>> send(std::string bytes) override {
+        return call<void>(network_, session_, &TlsSession::send, std::move(bytes));
+    }
+
+    Task<Result<std::string>> receive() override {
+        return call<std::string>(network_, session_, &TlsSession::receive);
+    }
+
+    void close() override {
+        network_->post([target = session_] {
+            if (auto session = target.lock()) session->close();
+        });
+    }
+
+  private:
+    SharedNetwork network_;
+    std::weak_ptr<TlsSession> session_;
+};
+
+/// A name that the system's look-up would read in some other way: an empty one is this computer, and a zero
+/// byte ends it.
+bool isHost(const std::string& host) {
+    return !host.empty() && !host.contains('\0');
+}
+
+} // namespace
+
+AsioTlsClient::AsioTlsClient(NetworkLimits limits, std::string extraAuthorities)
+    : network_(std::make_shared<NetworkThread>("tls", limits, std::move(extraAuthorities))) {}
+
+AsioTlsClient::~AsioTlsClient() {
+    network_->stop();
+}
+
+Task<Result<std::shared_ptr<TlsConnection>>> AsioTlsClient::connect(std::string host, std::uint16_t port,
+                                                                    std::stop_token stop) {
+    if (!isHost(host)) co_return fail(NetworkError{popis(SystemTrouble::badAddress)});
+    auto make = [host = std::move(host),
+                 port](NetworkThread& network) -> Result<std::shared_ptr<TlsSession>> {
+        TRY(auto* const, tls, network.tls().get());
+        return std::make_shared<TlsSession>(network, *tls, host, port);
+    };
+    co_return co_await openConnection<TlsConnection, AsioTlsConnection, TlsSession>(network_, std::move(make),
+                                                                                    std::move(stop));
+}
+
+} // namespace morvex

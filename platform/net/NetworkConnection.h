@@ -1,0 +1,80 @@
+#pragma once
+
+#include "foundation/OneShot.h"
+#include "platform/net/NetworkCall.h"
+#include "platform/net/NetworkThread.h"
+#include "shared/base/Error.h"
+
+#include <functional>
+#include <memory>
+#include <stop_token>
+#include <utility>
+
+namespace morvex {
+
+/// One connection from its first packet to its last, on a network thread. The thread keeps it until it has
+/// ended and nobody holds it any more.
+class NetworkConnection {
+  public:
+    /// Called once: with success, or with the failure of a connection that never opened.
+    using Opened = std::move_only_function<void(Result<void>)>;
+
+    virtual ~NetworkConnection() = default;
+
+    /// Ends it at once, without a farewell; what waits fails.
+    virtual void abandon() = 0;
+};
+
+using SharedNetwork = std::shared_ptr<NetworkThread>;
+
+/// Has the network thread call `operation(arguments..., reply)`, behind all that it was asked for before,
+/// also when nobody awaits the task, which waits for the reply.
+template <class T, class Connection, class Operation, class... Arguments>
+Task<Result<T>> callNow(const SharedNetwork& network, std::weak_ptr<Connection> target, Operation operation,
+                        Arguments... arguments) {
+    auto shot = std::make_shared<OneShot<Result<T>>>();
+    network->post([target = std::move(target), operation, reply = Reply<T>(shot),
+                   ... given = std::move(arguments)]() mutable {
+        if (auto connection = target.lock())
+            std::invoke(operation, *connection, std::move(given)..., std::move(reply));
+    });
+    return answerOf(std::move(shot));
+}
+
+/// The same once the task is awaited.
+template <class T, class Connection, class Operation, class... Arguments>
+Task<Result<T>> call(SharedNetwork network, std::weak_ptr<Connection> target, Operation operation,
+                     Arguments... arguments) {
+    co_return co_await callNow<T>(network, std::move(target), operation, std::move(arguments)...);
+}
+
+/// Waits until a connection that `make` makes on the network thread is open, and gives what the program holds
+/// of it, a `Handle` made of network and connection. Fails as `make` or as the opening, at once when `stop`
+/// is requested.
+template <class Port, class Handle, class Connection, class Make>
+Task<Result<std::shared_ptr<Port>>> openConnection(SharedNetwork network, Make make, std::stop_token stop) {
+    auto shot = std::make_shared<OneShot<Result<std::shared_ptr<Port>>>>();
+    // Noted on the network thread, for whoever wants to end the attempt.
+    auto attempt = std::make_shared<std::weak_ptr<Connection>>();
+    network->post(
+        [network, attempt, make = std::move(make), reply = Reply<std::shared_ptr<Port>>(shot)]() mutable {
+            Result<std::shared_ptr<Connection>> made = make(*network);
+            if (!made) return reply(std::unexpected(std::move(made).error()));
+            *attempt = *made;
+            network->adopt(*made);
+            (*made)->open([network, attempt, reply = std::move(reply)](Result<void> opened) mutable {
+                auto connection = attempt->lock();
+                if (opened) return reply(std::make_shared<Handle>(network, connection));
+                if (connection) connection->release();
+                reply(std::unexpected(std::move(opened).error()));
+            });
+        });
+    std::stop_callback onStop(stop, [network, attempt] {
+        network->post([attempt] {
+            if (auto connection = attempt->lock()) connection->abandon();
+        });
+    });
+    co_return co_await answerOf(std::move(shot));
+}
+
+} // namespace morvex

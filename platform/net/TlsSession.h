@@ -1,0 +1,75 @@
+#pragma once
+
+#include "platform/net/NetworkConnection.h"
+
+#include <boost/asio/awaitable.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <boost/beast/core/tcp_stream.hpp>
+#include <boost/beast/ssl/ssl_stream.hpp>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// One TLS connection over TCP. Everything here happens on the network thread.
+class TlsSession final : public NetworkConnection, public std::enable_shared_from_this<TlsSession> {
+  public:
+    TlsSession(NetworkThread& network, boost::asio::ssl::context& tls, std::string host, std::uint16_t port);
+
+    /// Comes first, once.
+    void open(Opened opened);
+
+    void send(std::string bytes, Reply<void> reply);
+    void receive(Reply<std::string> reply);
+
+    /// Tells the peer, when nothing is under way.
+    void close();
+    void abandon() override;
+
+    /// Nobody holds the connection any more. A farewell that has begun is finished.
+    void release();
+
+  private:
+    boost::asio::awaitable<void> connect();
+    void opened();
+    void arrived(boost::system::error_code error, std::size_t size);
+
+    /// True when the step failed, or when the connection was ended meanwhile.
+    bool failed(boost::system::error_code error);
+    void fall(Sentence words);
+    void failWaiting();
+    void drop();
+    void retire();
+
+    boost::beast::tcp_stream& tcp() { return stream_.next_layer(); }
+
+    NetworkThread& network_;
+    std::string host_;
+    std::uint16_t port_;
+    boost::beast::ssl_stream<boost::beast::tcp_stream> stream_;
+    boost::asio::ip::tcp::resolver resolver_;
+    boost::asio::steady_timer timer_; ///< bounds the opening, later the farewell
+
+    Opened opened_; ///< empty once it was called
+    std::optional<NetworkError> failure_;
+    bool hasEnded_ = false; ///< the peer sends nothing more
+    bool dropped_ = false;
+    bool released_ = false;
+
+    std::string outgoing_;
+    bool writing_ = false;
+    std::optional<Reply<void>> sender_;
+
+    std::array<char, std::size_t{16} * 1024> incoming_{};
+    bool reading_ = false;
+    std::optional<Reply<std::string>> receiver_;
+};
+
+} // namespace morvex

@@ -1,0 +1,55 @@
+#include "platform/ports/TlsLines.h"
+
+#include "shared/base/Try.h"
+
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+std::unexpected<Error> tooLong() {
+    return fail(NetworkError{"Odpověď serveru je příliš dlouhá."_sentence});
+}
+
+} // namespace
+
+Task<Result<std::string>> TlsLines::line() {
+    std::size_t searched = 0;
+    for (;;) {
+        const auto end = waiting_.find('\n', taken_ + searched);
+        const auto length = end == std::string::npos ? waiting_.size() - taken_ : end + 1 - taken_;
+        if (length > limits_.line) co_return tooLong();
+        if (end == std::string::npos) {
+            searched = length;
+            CO_CHECK(co_await readMore());
+            continue;
+        }
+        auto line = take(length);
+        line.pop_back();
+        if (line.ends_with('\r')) line.pop_back();
+        co_return line;
+    }
+}
+
+Task<Result<std::string>> TlsLines::bytes(std::size_t count) {
+    if (count > limits_.bytes) co_return tooLong();
+    while (waiting_.size() - taken_ < count) CO_CHECK(co_await readMore());
+    co_return take(count);
+}
+
+Task<Result<void>> TlsLines::readMore() {
+    CO_TRY(auto, more, co_await connection_->receive());
+    if (more.empty()) co_return fail(StreamEnded{});
+    waiting_.erase(0, std::exchange(taken_, 0));
+    waiting_ += more;
+    co_return Result<void>{};
+}
+
+std::string TlsLines::take(std::size_t count) {
+    auto bytes = waiting_.substr(taken_, count);
+    taken_ += count;
+    return bytes;
+}
+
+} // namespace morvex
