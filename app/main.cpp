@@ -1,15 +1,17 @@
 #include "app/assembly/Features.h"
 #include "app/console/ConsoleFolderPicker.h"
 #include "app/console/ConsoleShell.h"
-#include "app/console/LineReader.h"
 #include "app/ui/StartTrouble.h"
 #include "app/ui/TolvyCompanionApp.h"
 #include "foundation/ProgramLog.h"
 #include "foundation/TaskScope.h"
 #include "foundation/Text.h"
 #include "foundation/ThreadExecutor.h"
+#include "platform/posix/base/Kernel.h"
+#include "platform/posix/base/LogQueue.h"
+#include "platform/posix/base/Process.h"
+#include "platform/posix/qt/LineReader.h"
 #include "shared-apple/KeychainStore.h"
-#include "shared/base/LogQueue.h"
 
 #include MORVEX_SYSTEM
 
@@ -17,14 +19,12 @@
 #include <QQuickWindow>
 
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -61,7 +61,7 @@ struct Runtime {
     ThreadExecutor records{"zapis"};
     ThreadExecutor workers{"pracovnik", 2};
     std::unique_ptr<Clock> clock;
-    ProgramLog log{STDERR_FILENO, *clock};
+    ProgramLog log{standardError, *clock};
     System system;
     KeychainStore uloziste{system.vault, "zz.bramwicks.tolvy"};
 
@@ -101,7 +101,7 @@ int giveUp(Face face, const std::string& words) {
 }
 
 Result<OnlyInstance::Claim> claimData(OnlyInstance& instance, const Clock& clock) {
-    const ProgramLog log(STDERR_FILENO, clock);
+    const ProgramLog log(standardError, clock);
     return instance.claim();
 }
 
@@ -159,16 +159,16 @@ int runConsole(Runtime& around, const Print& print) {
     auto quit = [&running] { running.quit(); };
     ConsoleShell shell(running.companion, running.features,
                        {*around.clock, picker, around.system.folders, running.commands, print, quit,
-                        ::isatty(STDOUT_FILENO) != 0});
+                        isTerminal(standardOutput)});
     std::optional<LineReader> reader;
     bool isListening = false;
     auto listen = [&] {
         if (std::exchange(isListening, true)) return;
         shell.greet(version);
-        if (LineReader::hasInput(STDIN_FILENO))
-            reader.emplace(STDIN_FILENO, [&shell](const std::string& line) { shell.handle(line); });
+        if (LineReader::hasInput(standardInput))
+            reader.emplace(standardInput, [&shell](const std::string& line) { shell.handle(line); });
     };
-    EndSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
+    EndSignals signals(quit);
     if (auto problem = around.system.defaults.problem()) print(problem->czech());
     running.commands.spawn(running.startThen(listen));
     running.commands.spawn(running.afterPatience(*around.clock, listen));
@@ -187,8 +187,8 @@ int runWindow(Runtime& around, OnlyInstance& instance, const Print& print) {
     };
     TolvyCompanionApp window(running.companion, running.features,
                              {*around.clock, running.commands, desktop.clipboard, desktop.notifications,
-                              desktop.colors, desktop.tray, version, quit, releaseMemory});
-    EndSignals signals({SIGINT, SIGTERM, SIGHUP}, quit);
+                              desktop.colors, desktop.tray, version, quit, kernel::releaseMemory});
+    EndSignals signals(quit);
     if (auto problem = around.system.defaults.problem()) print(problem->czech());
     instance.onCall([&window] { window.openMainWindow(); });
     window.start();
@@ -207,7 +207,7 @@ int run(Face face, StartedPrograms& started) {
         return giveUp(face, "Morvex už nad těmito daty běží.");
     }
     // A reader that stops must not stop the program.
-    LogQueue output(STDOUT_FILENO, {.longest = longestPrint, .lost = " řádků výpisu se ztratilo."});
+    LogQueue output(standardOutput, {.longest = longestPrint, .lost = " řádků výpisu se ztratilo."});
     const Print print = [&output](const std::string& text) { output.write(text); };
     Runtime around(*std::move(clock), started);
     return face == Face::window ? runWindow(around, instance, print) : runConsole(around, print);
@@ -217,7 +217,7 @@ int run(Face face, StartedPrograms& started) {
 int runWatched(Face face, Result<StartedPrograms>& started) {
     if (started) return run(face, *started);
     if (const auto clock = SystemClock::create()) {
-        const ProgramLog log(STDERR_FILENO, **clock);
+        const ProgramLog log(standardError, **clock);
         logCause("watching started programs", started.error());
     }
     return giveUp(face, "Morvex nemůže hlídat programy, které spustí: " + started.error().popis().czech());
@@ -252,10 +252,8 @@ int main(int argc, char** argv) {
         std::fputs(morvex::help, stderr);
         return 2;
     }
-    // Whoever starts this program may ignore this signal; then no end of a child would be known.
-    std::signal(SIGCHLD, SIG_DFL);
-    // A reader that goes away is noticed by the failed write.
-    std::signal(SIGPIPE, SIG_IGN);
+    morvex::hearOfChildren();
+    morvex::surviveGoneReaders();
     using enum morvex::Face;
     return morvex::runWith(wantsConsole || !morvex::isThereADisplay() ? console : window, argc, argv);
 }

@@ -1,10 +1,10 @@
 #include "bench/Measure.h"
 #include "bench/NotesComputer.h"
 #include "bench/NotesPhone.h"
-#include "foundation/AtomicFile.h"
 #include "phone/PhoneRecords.h"
 #include "platform/linux/BoottimeClock.h"
 #include "platform/linux/SystemRandom.h"
+#include "platform/posix/base/AtomicFile.h"
 #include "tests/support/AwaitedStores.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -54,13 +54,19 @@ class Computer {
           tools_(notes_),
           approvals_(clock, random, scope_),
           gate_(table_, state_, approvals_, random),
-          link_(device.main, scope_,
+          link_(device.main, scope_, inbox_,
                 [this](std::shared_ptr<SecureLink> from, SecureLink::Udalost event) {
-                    return handle(std::move(from), std::move(event));
+                    return catchUp(std::move(from), std::move(event));
                 }),
           sync_(notes_, summaries_, {link_, device.main, scope_, [](const Sentence&) {}}) {
         table_.add(MacToolName::status, [] { return true; }, this, &Computer::tellStatus);
         tools_.addTo(table_, [] { return true; });
+        inbox_.take<MacPayload::NoteUpdate>([this](MacPayload::NoteUpdate told, Delivery delivery) {
+            return sync_.prijmout(std::move(told), std::move(delivery.link));
+        });
+        inbox_.take<MacPayload::ToolCall>([this](MacPayload::ToolCall call, Delivery delivery) {
+            return answer(std::move(call), std::move(delivery));
+        });
     }
 
     void connect(const std::shared_ptr<SecureLink>& link) {
@@ -78,17 +84,15 @@ class Computer {
     void end() { await(device_.main, disconnect()); }
 
   private:
-    Task<void> handle(std::shared_ptr<SecureLink> from, SecureLink::Udalost event) {
+    Task<void> catchUp(std::shared_ptr<SecureLink> from, SecureLink::Udalost event) {
         if (std::holds_alternative<SecureLink::Pripraveno>(event)) co_await sync_.doplnit(from);
-        auto* message = std::get_if<SecureLink::Zprava>(&event);
-        if (const auto* told = message ? message->payload.as<MacPayload::NoteUpdate>() : nullptr)
-            co_await sync_.prijmout(*told, from);
-        const auto* call = message ? message->payload.as<MacPayload::ToolCall>() : nullptr;
-        if (!call) co_return;
+    }
+
+    Task<void> answer(MacPayload::ToolCall call, Delivery delivery) {
         co_await sync_.vyrizeno();
-        auto outcome = co_await gate_.provestNastroj({call->name, {}, message->requestID});
-        (void)co_await from->poslat({MacPayload::ToolResult{outcome.ok, encode(outcome.result)}},
-                                    message->requestID);
+        auto outcome = co_await gate_.provestNastroj({call.name, {}, delivery.requestID});
+        (void)co_await delivery.link->poslat({MacPayload::ToolResult{outcome.ok, encode(outcome.result)}},
+                                             delivery.requestID);
     }
 
     Task<ToolOutcome> tellStatus(NoArguments, ToolCall) {
@@ -116,6 +120,7 @@ class Computer {
     ToolTable table_;
     Schvalovani approvals_;
     ToolGate gate_;
+    PhoneInbox inbox_;
     PhoneLink link_;
     NotesSync sync_;
 };

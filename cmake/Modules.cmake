@@ -4,13 +4,19 @@ find_package(Threads REQUIRED)
 find_package(OpenSSL 3 REQUIRED)
 find_package(Boost 1.81 REQUIRED COMPONENTS json)
 
-# morvex_library(NAME LIBRARIES...): every .cpp below the current folder becomes one static library. What it uses of
+# morvex_library(NAME LIBRARIES...): every .cpp below the current folder becomes one static library, but for folders with a
+# CMakeLists.txt of their own. What it uses of
 # cmake/Precompiled.cmake can be chosen by MORVEX_PRECOMPILED, of tests by MORVEX_PRECOMPILED_TESTS.
 set(MORVEX_PRECOMPILED precompiled)
 set(MORVEX_PRECOMPILED_TESTS precompiled-tests)
 function(morvex_library name)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
+  file(GLOB_RECURSE nested CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*/CMakeLists.txt)
+  foreach(list ${nested})
+    get_filename_component(folder ${list} DIRECTORY)
+    list(FILTER sources EXCLUDE REGEX "^${folder}/")
+  endforeach()
   add_library(${name} STATIC ${sources})
   target_link_libraries(${name} PUBLIC ${ARGN})
   target_precompile_headers(${name} REUSE_FROM ${MORVEX_PRECOMPILED})

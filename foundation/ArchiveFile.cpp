@@ -1,8 +1,8 @@
 #include "foundation/ArchiveFile.h"
 
-#include "foundation/AtomicFile.h"
 #include "foundation/ProgramLog.h"
-#include "foundation/SystemError.h"
+#include "platform/posix/base/AtomicFile.h"
+#include "shared/base/SystemError.h"
 
 #include <cerrno>
 

@@ -1,15 +1,10 @@
 #include "foundation/Paths.h"
 
-#include "foundation/SystemError.h"
 #include "foundation/Text.h"
-#include "foundation/Uninterrupted.h"
+#include "platform/posix/base/PathEntry.h"
+#include "shared/base/SystemError.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <climits>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace morvex::paths {
 
@@ -17,31 +12,8 @@ namespace {
 
 constexpr int mostLinks = 40;
 
-bool hasNul(std::string_view path) {
-    return path.contains('\0');
-}
-
 void dropLast(std::string& path) {
     path.erase(path.find_last_of('/') == std::string::npos ? 0 : path.find_last_of('/'));
-}
-
-enum class Kind { missing, link, other };
-
-struct Entry {
-    Kind kind = Kind::missing;
-    std::string target;
-};
-
-/// Whatever cannot be looked at counts as missing: this process cannot open it either.
-Entry look(const std::string& path) {
-    if (hasNul(path)) return {};
-    struct stat status{};
-    if (::lstat(path.c_str(), &status) != 0) return {};
-    if (!S_ISLNK(status.st_mode)) return {Kind::other, {}};
-    std::array<char, PATH_MAX> target{};
-    auto length = ::readlink(path.c_str(), target.data(), target.size());
-    if (length < 0) return {};
-    return {Kind::link, std::string(target.data(), static_cast<std::size_t>(length))};
 }
 
 /// The components that are still to be walked, the next one last.
@@ -64,14 +36,6 @@ class Pending {
   private:
     std::vector<std::string> parts_;
 };
-
-/// Of what is at the absolute path, also through a link.
-Result<mode_t> modeOf(const std::string& path) {
-    struct stat status{};
-    if (!path.starts_with('/') || hasNul(path)) return fail(SystemError{ENOENT});
-    if (uninterrupted([&] { return ::stat(path.c_str(), &status); }) != 0) return fail(SystemError{errno});
-    return status.st_mode;
-}
 
 } // namespace
 
@@ -128,9 +92,9 @@ std::optional<std::string> resolved(std::string_view absolutePath) {
         auto length = result.size();
         result.append("/").append(*part);
         if (missing) continue;
-        auto entry = look(result);
-        missing = entry.kind == Kind::missing;
-        if (entry.kind != Kind::link) continue;
+        auto entry = PathEntry::at(result);
+        missing = entry.kind == PathEntry::Kind::missing;
+        if (entry.kind != PathEntry::Kind::link) continue;
         if (++links > mostLinks) return std::nullopt;
         result.resize(entry.target.starts_with('/') ? 0 : length);
         pending.push(entry.target);
@@ -140,13 +104,12 @@ std::optional<std::string> resolved(std::string_view absolutePath) {
 }
 
 bool isFolder(const std::string& path) {
-    const auto mode = modeOf(path);
-    return mode && S_ISDIR(*mode);
+    return leadsToFolder(path).value_or(false);
 }
 
 bool isNoFolder(const std::string& path) {
-    const auto mode = modeOf(path);
-    return mode ? !S_ISDIR(*mode) : saysMissing(systemCode(mode.error()));
+    const auto leads = leadsToFolder(path);
+    return leads ? !*leads : saysMissing(systemCode(leads.error()));
 }
 
 } // namespace morvex::paths

@@ -1,9 +1,9 @@
 #include "foundation/ProgramLog.h"
 
 #include "foundation/Printable.h"
-#include "foundation/SystemError.h"
 #include "shared/base/Date.h"
 #include "shared/base/Require.h"
+#include "shared/base/SystemError.h"
 
 #include <chrono>
 #include <mutex>

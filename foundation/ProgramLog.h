@@ -1,8 +1,8 @@
 #pragma once
 
 #include "foundation/Clock.h"
+#include "platform/posix/base/LogQueue.h"
 #include "shared/base/Error.h"
-#include "shared/base/LogQueue.h"
 
 #include <map>
 #include <string>

@@ -1,6 +1,7 @@
 #include "foundation/ThreadExecutor.h"
 
-#include <pthread.h>
+#include "platform/posix/base/Kernel.h"
+
 #include <utility>
 
 namespace morvex {
@@ -34,11 +35,7 @@ void ThreadExecutor::close() {
 }
 
 void ThreadExecutor::run(const std::string& name) {
-#if defined(__linux__)
-    pthread_setname_np(pthread_self(), name.substr(0, 15).c_str());
-#else
-    pthread_setname_np(name.c_str());
-#endif
+    kernel::nameThread(name);
     Running here(*this);
     std::unique_lock lock(mutex_);
     for (;;) {

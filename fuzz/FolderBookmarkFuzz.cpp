@@ -1,5 +1,5 @@
 #include "fuzz/MemoryFolder.h"
-#include "platform/linux/InodeBookmarks.h"
+#include "platform/posix/InodeBookmarks.h"
 #include "shared/base/Bytes.h"
 #include "shared/base/Require.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/AtomicFile.h"
 #include "fuzz/MemoryFolder.h"
+#include "platform/posix/base/AtomicFile.h"
 #include "shared/base/Bytes.h"
 #include "shared/base/Require.h"
 

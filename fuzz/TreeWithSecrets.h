@@ -1,11 +1,11 @@
 #pragma once
 
-#include "app/execution/BeneathFolder.h"
 #include "app/execution/OverenaCesta.h"
 #include "app/execution/PovoleneSlozky.h"
 #include "foundation/Paths.h"
 #include "fuzz/MemoryFolder.h"
 #include "platform/memory/FixedFolders.h"
+#include "platform/posix/BeneathFolder.h"
 #include "shared/base/Bytes.h"
 #include "shared/base/Require.h"
 

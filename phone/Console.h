@@ -1,53 +1,46 @@
 #pragma once
 
-#include "foundation/FileDescriptor.h"
 #include "phone/Inbox.h"
 #include "phone/Keyboard.h"
+#include "platform/posix/TerminalInput.h"
 
 #include <atomic>
 #include <memory>
-#include <optional>
 #include <stop_token>
 #include <string>
-#include <termios.h>
+#include <utility>
 
 namespace morvex {
 
 /// The standard input, Ctrl-C and the end of the program, on the main thread: `run()` blocks there until
-/// `finish()`. Everything else may be called from any thread. One a process, for it takes SIGINT, SIGTERM and
-/// SIGHUP; a second one of them ends the process at once.
+/// `finish()`. Everything else may be called from any thread. The second signal that asks for the end ends
+/// the process at once.
 class Console final : public Keyboard {
   public:
-    /// `input` stays the caller's.
-    static Result<std::unique_ptr<Console>> create(Inbox& inbox, std::stop_source interruption, int input);
-    ~Console() override;
+    Console(Inbox& inbox, std::stop_source interruption, std::unique_ptr<TerminalInput> input)
+        : inbox_(inbox), interruption_(std::move(interruption)), input_(std::move(input)) {}
 
-    [[nodiscard]] bool isInteractive() const override;
+    [[nodiscard]] bool isInteractive() const override { return input_->isInteractive(); }
+
     void requestLine() override;
-    void forgetTypeAhead() override;
-    void hideTyping() override;
-    void showTyping() override;
+
+    void forgetTypeAhead() override { input_->forgetTypeAhead(); }
+
+    void hideTyping() override { input_->hideTyping(); }
+
+    void showTyping() override { input_->showTyping(); }
 
     void run();
     void finish();
 
   private:
-    struct Pipe {
-        FileDescriptor reading;
-        FileDescriptor writing;
-    };
-
-    Console(Inbox& inbox, std::stop_source interruption, int input, Pipe pipe);
-
-    void takeSignals();
-    void readSome();
+    void interrupt();
+    void take(const std::string& typed);
     void giveLine();
 
     Inbox& inbox_;
     std::stop_source interruption_;
-    int input_;
-    Pipe pipe_;                          ///< ends the waits of `run()`
-    const std::optional<termios> usual_; ///< of the terminal, if the input is one
+    std::unique_ptr<TerminalInput> input_;
     std::string typed_;
     std::atomic<bool> isWanted_ = false;
     std::atomic<bool> isFinished_ = false;

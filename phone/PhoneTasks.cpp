@@ -1,6 +1,6 @@
 #include "phone/PhoneTasks.h"
 
-#include "foundation/SystemError.h"
+#include "shared/base/SystemError.h"
 #include "shared/wire/Json.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "phone/QrPicture.h"
 
-#include "foundation/AtomicFile.h"
 #include "phone/PhoneError.h"
+#include "platform/posix/base/AtomicFile.h"
 #include "shared/base/Try.h"
 
 #include <zbar.h>

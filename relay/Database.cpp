@@ -1,14 +1,11 @@
 #include "relay/Database.h"
 
+#include "platform/posix/base/PrivateFile.h"
 #include "shared/base/Try.h"
 
 #include <sqlite3.h>
 
-#include <cerrno>
-#include <fcntl.h>
-#include <sys/stat.h>
 #include <system_error>
-#include <unistd.h>
 
 namespace morvex {
 
@@ -19,14 +16,6 @@ constexpr int busyMilliseconds = 2000;
 
 std::unexpected<Error> failure(sqlite3* database) {
     return fail(TextError{sqlite3_errmsg(database)});
-}
-
-/// SQLite itself would make the file readable for everybody.
-Result<void> makeFile(const std::string& path) {
-    const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    if (file < 0) return fail(TextError{std::generic_category().message(errno)});
-    ::close(file);
-    return {};
 }
 
 } // namespace
@@ -58,7 +47,9 @@ std::int64_t Rows::integer(int column) const {
 }
 
 Result<Database> Database::open(const std::string& path) {
-    if (path != ":memory:") CHECK(makeFile(path));
+    // SQLite itself would make the file readable for everybody.
+    if (path != ":memory:")
+        if (const auto error = makePrivateFile(path)) return fail(TextError{error.message()});
     sqlite3* handle = nullptr;
     const int code = sqlite3_open_v2(path.c_str(), &handle, SQLITE_OPEN_READWRITE, nullptr);
     Database database{handle};

@@ -1,14 +1,13 @@
 #include "relay/RelayOptions.h"
 
+#include "platform/posix/base/PrivateFile.h"
 #include "shared/base/Try.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <charconv>
 #include <cstdint>
 #include <cstdlib>
-#include <sys/stat.h>
 
 namespace morvex {
 
@@ -96,8 +95,7 @@ Result<std::filesystem::path> defaultDatabase() {
     const auto folder = base / "morvex-relay";
     std::error_code error;
     std::filesystem::create_directories(base, error);
-    if (!error && ::mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST)
-        error = std::error_code{errno, std::generic_category()};
+    if (!error) error = makePrivateFolder(folder);
     if (error) return fail(TextError{"cannot make " + folder.string() + ": " + error.message()});
     return folder / "relay.db";
 }

@@ -1,5 +1,6 @@
 #include "relay/RelayServer.h"
 
+#include "platform/posix/base/Process.h"
 #include "relay/HttpSession.h"
 #include "relay/SocketSession.h"
 #include "relay/TlsSettings.h"
@@ -11,7 +12,6 @@
 #include <boost/asio/post.hpp>
 #include <boost/asio/use_awaitable.hpp>
 
-#include <csignal>
 #include <tuple>
 #include <utility>
 
@@ -94,8 +94,7 @@ std::uint16_t RelayServer::port() const {
 }
 
 void RelayServer::stopOnSignals() {
-    signals_.add(SIGINT);
-    signals_.add(SIGTERM);
+    for (const int signal : endSignals) signals_.add(signal);
     signals_.async_wait([this](ErrorCode error, int) {
         if (!error) startStopping();
     });

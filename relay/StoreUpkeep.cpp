@@ -1,6 +1,6 @@
 #include "relay/StoreUpkeep.h"
 
-#include "shared/base/QuietThread.h"
+#include "platform/posix/base/QuietThread.h"
 #include "shared/base/Try.h"
 
 #include <chrono>

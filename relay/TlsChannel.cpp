@@ -1,5 +1,7 @@
 #include "relay/TlsChannel.h"
 
+#include "platform/posix/base/SocketBytes.h"
+
 #include <boost/asio/error.hpp>
 #include <boost/asio/ssl/error.hpp>
 #include <openssl/bio.h>
@@ -7,7 +9,6 @@
 
 #include <cerrno>
 #include <new>
-#include <sys/socket.h>
 
 namespace morvex {
 
@@ -95,8 +96,7 @@ BIO_METHOD* TlsChannel::bioMethod() {
 int TlsChannel::sendBytes(BIO* bio, const char* bytes, int size) {
     auto& self = *static_cast<TlsChannel*>(BIO_get_data(bio));
     BIO_clear_retry_flags(bio);
-    const auto sent = ::send(self.socket_.native_handle(), bytes, static_cast<std::size_t>(size),
-                             MSG_NOSIGNAL | MSG_DONTWAIT);
+    const auto sent = sendNow(self.socket_.native_handle(), bytes, static_cast<std::size_t>(size));
     if (sent >= 0) {
         self.meter_.bytesWritten += static_cast<std::uint64_t>(sent);
     } else if (isForLater(errno)) {
@@ -110,8 +110,7 @@ int TlsChannel::sendBytes(BIO* bio, const char* bytes, int size) {
 int TlsChannel::receiveBytes(BIO* bio, char* bytes, int size) {
     auto& self = *static_cast<TlsChannel*>(BIO_get_data(bio));
     BIO_clear_retry_flags(bio);
-    const auto received =
-        ::recv(self.socket_.native_handle(), bytes, static_cast<std::size_t>(size), MSG_DONTWAIT);
+    const auto received = receiveNow(self.socket_.native_handle(), bytes, static_cast<std::size_t>(size));
     if (received > 0) {
         self.meter_.bytesRead += static_cast<std::uint64_t>(received);
     } else if (received == 0) {

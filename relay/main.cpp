@@ -1,17 +1,15 @@
+#include "platform/posix/base/Kernel.h"
+#include "platform/posix/base/LogQueue.h"
+#include "platform/posix/base/Process.h"
 #include "relay/FrameBuffer.h"
 #include "relay/RelayServer.h"
-#include "shared/base/LogQueue.h"
 #include "shared/base/Try.h"
 
 #include <chrono>
-#include <csignal>
 #include <cstdlib>
 #include <iostream>
-#include <malloc.h>
 #include <span>
 #include <string>
-#include <sys/resource.h>
-#include <unistd.h>
 
 namespace {
 
@@ -26,33 +24,14 @@ int complain(const Error& error, int exitCode) {
 
 /// Many systems allow fewer open files than the relay's connections need, until asked. Fails where even then
 /// they are too few: the relay would turn devices away below its limit.
-Result<void> raiseFileLimit(std::size_t connections) {
+Result<void> makeRoomFor(std::size_t connections) {
     constexpr std::size_t otherFiles = 64;
     const auto needed = connections + otherFiles;
-    rlimit limit{};
-    if (getrlimit(RLIMIT_NOFILE, &limit) != 0) return {};
-    limit.rlim_cur = limit.rlim_max;
-    setrlimit(RLIMIT_NOFILE, &limit);
-    if (limit.rlim_max >= needed) return {};
+    const auto allowed = raiseFileLimit();
+    if (allowed >= needed) return {};
     return fail(TextError{"--connections " + std::to_string(connections) + " needs " +
                           std::to_string(needed) + " open files, and this system allows " +
-                          std::to_string(limit.rlim_max) + " (ulimit -Hn)"});
-}
-
-/// What long frames held goes back to the system at once. Left alone, the heap takes each long block that is
-/// freed for a reason to keep longer ones.
-void giveMemoryBack() {
-    mallopt(M_MMAP_THRESHOLD, FrameBuffer::longestPiece);
-    mallopt(M_TRIM_THRESHOLD, 4 * FrameBuffer::longestPiece);
-}
-
-/// Those that end the relay; whoever handles them until then may give them up afterwards.
-void ignoreSignals() {
-    sigset_t ending;
-    sigemptyset(&ending);
-    sigaddset(&ending, SIGINT);
-    sigaddset(&ending, SIGTERM);
-    sigprocmask(SIG_BLOCK, &ending, nullptr);
+                          std::to_string(allowed) + " (ulimit -Hn)"});
 }
 
 RelayLog logTo(LogQueue& queue) {
@@ -72,18 +51,19 @@ Result<std::unique_ptr<RelayServer>> start(const RelayOptions& options, LogQueue
 }
 
 int serve(const RelayOptions& options) {
-    std::signal(SIGPIPE, SIG_IGN);
-    if (auto raised = raiseFileLimit(options.connections); !raised)
+    surviveGoneReaders();
+    if (auto raised = makeRoomFor(options.connections); !raised)
         return complain(raised.error(), EXIT_FAILURE);
-    giveMemoryBack();
-    LogQueue queue{STDERR_FILENO};
+    // What long frames held goes back to the system at once.
+    kernel::releaseBlocksFrom(FrameBuffer::longestPiece);
+    LogQueue queue{standardError};
     auto server = start(options, queue);
     if (!server) return complain(server.error(), EXIT_FAILURE);
     (*server)->stopOnSignals();
     std::cout << "listening on " << (*server)->address() << std::endl;
     (*server)->run();
     // The end of the server gives up the signals, and one more of them is no reason to die of it.
-    ignoreSignals();
+    blockEndSignals();
     return EXIT_SUCCESS;
 }
 

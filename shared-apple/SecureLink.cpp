@@ -125,11 +125,21 @@ Task<void> SecureLink::handle(RelayLink::Protejsek event) {
 }
 
 Task<void> SecureLink::handle(RelayLink::Obalka event) {
-    if (event.envelope.kind == EnvelopeKind::keyExchange)
-        acceptHello(event.envelope);
-    else
-        openMessage(event.envelope);
-    co_return;
+    const auto& envelope = event.envelope;
+    if (envelope.kind == EnvelopeKind::keyExchange) co_return acceptHello(envelope);
+    if (!kanal_)
+        co_return tellError("Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to."_sentence);
+    const auto plaintext = kanal_->open(envelope, now());
+    if (!plaintext) {
+        auto* refused = plaintext.error().as<SecureChannel::Chyba>();
+        // A repeat is normal and concerns nobody.
+        if (refused && refused->duvod == SecureChannel::Chyba::Duvod::prehrani) co_return;
+        co_return tellError("Zprávu nejde ověřit: {duvod}"_sentence(plaintext.error().popis()));
+    }
+    auto payload = decode<MacPayload>(*plaintext, messageLimits);
+    if (!payload) co_return tellError("Zprávu nejde ověřit: {duvod}"_sentence(payload.error().popis()));
+    udalosti_.push(Zprava{*std::move(payload), envelope.requestID},
+                   weightOfEvent + plaintext->size() + envelope.requestID.size());
 }
 
 Task<void> SecureLink::handle(RelayLink::Selhalo event) {
@@ -185,21 +195,6 @@ Result<SecureChannel> SecureLink::channelWith(const AgreementPublicKey& peerEphe
     TRY(const auto, pairKey, identita_->pairKey(protejsek_));
     return SecureChannel::create(pairKey, *mujEfemerni_, peerEphemeral,
                                  {protejsek_.pairID, identita_->deviceID(), protejsek_.deviceID, role_});
-}
-
-void SecureLink::openMessage(const Envelope& envelope) {
-    if (!kanal_) return tellError("Zpráva dorazila dřív, než bylo spojení zabezpečené. Zopakuj to."_sentence);
-    auto plaintext = kanal_->open(envelope, now());
-    if (!plaintext) {
-        auto* refused = plaintext.error().as<SecureChannel::Chyba>();
-        // A repeat is normal and concerns nobody.
-        if (refused && refused->duvod == SecureChannel::Chyba::Duvod::prehrani) return;
-        return tellError("Zprávu nejde ověřit: {duvod}"_sentence(plaintext.error().popis()));
-    }
-    auto payload = decode<MacPayload>(*plaintext, messageLimits);
-    if (!payload) return tellError("Zprávu nejde ověřit: {duvod}"_sentence(payload.error().popis()));
-    udalosti_.push(Zprava{*std::move(payload), envelope.requestID},
-                   weightOfEvent + plaintext->size() + envelope.requestID.size());
 }
 
 void SecureLink::drawKey() {

@@ -93,7 +93,6 @@ class SecureLink {
     Task<void> handle(RelayLink::Odpojeno event);
     Task<void> sendHello();
     void acceptHello(const Envelope& envelope);
-    void openMessage(const Envelope& envelope);
     Result<SecureChannel> channelWith(const AgreementPublicKey& peerEphemeral) const;
     /// False for a key that already met our present one. Whoever repeats an old hello, the relay for one,
     /// would otherwise start the counters again under the same keys: two messages under one nonce, and old

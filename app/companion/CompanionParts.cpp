@@ -27,7 +27,7 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
                services.clock(), scope}),
       integrations(services.defaults),
       gate(tools, state, schvalovani, services.link.random),
-      phone(services.main, scope,
+      phone(services.main, scope, inbox,
             [this](std::shared_ptr<SecureLink> link, SecureLink::Udalost event) {
                 return events.zpracovat(std::move(link), std::move(event));
             }),
@@ -50,7 +50,7 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
                 companion.pripojit();
                 companion.obnovit();
             }}),
-      events({state, services.clock(), schvalovani, inbox, context.features, context.sendStatus,
+      events({state, services.clock(), schvalovani, context.features, context.sendStatus,
               [&companion] { companion.zapomenoutNeplatny(); }}),
       parovani({services.main, services.link.relay, services.http, scope, keys}, state,
                {[&companion] { companion.pripojit(); }, [&companion] { companion.odpojit(); },

@@ -16,36 +16,24 @@ Clock::Duration wait(const MacAvailability::Pripojuji& pripojuji) {
 } // namespace
 
 Task<void> LinkEvents::zpracovat(std::shared_ptr<SecureLink> link, SecureLink::Udalost udalost) {
-    return std::visit([&](auto& held) { return handle(std::move(link), std::move(held)); }, udalost);
-}
-
-Task<void> LinkEvents::handle(std::shared_ptr<SecureLink>, SecureLink::Stav udalost) {
-    auto& state = services_.state;
-    const auto* pripojuji = udalost.stav.as<MacAvailability::Pripojuji>();
-    const bool ceka = pripojuji && pripojuji->dalsiZa > 0;
-    state.dalsiPokus = ceka ? std::optional(services_.clock.sinceBoot() + wait(*pripojuji)) : std::nullopt;
-    state.dostupnost = udalost.stav;
-    if (auto* preruseno = udalost.stav.as<MacAvailability::Preruseno>()) state.potiz = preruseno->duvod;
-    if (!udalost.stav.jePouzitelny()) services_.schvalovani.vyresit(false);
-    if (udalost.stav.as<MacAvailability::NeplatneParovani>()) services_.forgetPeer();
-    co_return;
-}
-
-Task<void> LinkEvents::handle(std::shared_ptr<SecureLink> link, SecureLink::Zprava udalost) {
-    return services_.inbox.zpracovatZpravu(std::move(udalost.payload),
-                                           {std::move(link), std::move(udalost.requestID)});
-}
-
-Task<void> LinkEvents::handle(std::shared_ptr<SecureLink>, SecureLink::Chyba udalost) {
-    services_.state.potiz = std::move(udalost.text);
-    co_return;
-}
-
-Task<void> LinkEvents::handle(std::shared_ptr<SecureLink> link, SecureLink::Pripraveno) {
+    if (const auto* told = std::get_if<SecureLink::Stav>(&udalost)) co_return dostupnost(told->stav);
+    if (auto* told = std::get_if<SecureLink::Chyba>(&udalost)) services_.state.potiz = std::move(told->text);
+    if (!std::holds_alternative<SecureLink::Pripraveno>(udalost)) co_return;
     services_.state.potiz = std::nullopt;
     services_.state.telefonOdesel = false;
     co_await services_.sendStatus();
     for (auto* feature : services_.features) co_await feature->catchUp(link);
+}
+
+void LinkEvents::dostupnost(const MacAvailability& stav) {
+    auto& state = services_.state;
+    const auto* pripojuji = stav.as<MacAvailability::Pripojuji>();
+    const bool ceka = pripojuji && pripojuji->dalsiZa > 0;
+    state.dalsiPokus = ceka ? std::optional(services_.clock.sinceBoot() + wait(*pripojuji)) : std::nullopt;
+    state.dostupnost = stav;
+    if (auto* preruseno = stav.as<MacAvailability::Preruseno>()) state.potiz = preruseno->duvod;
+    if (!stav.jePouzitelny()) services_.schvalovani.vyresit(false);
+    if (stav.as<MacAvailability::NeplatneParovani>()) services_.forgetPeer();
 }
 
 } // namespace morvex

@@ -24,10 +24,6 @@ Task<void> PhoneCalls::zpracovat(MacPayload::ToolCall call, Delivery delivery) {
     if (phoneLink_.soucasne() != delivery.link) co_return;
     auto outcome = co_await gate_.provestNastroj(
         {std::move(call.name), argumentsOf(call.argumentsJSON), delivery.requestID, inbox_.opusteni()});
-    co_await poslatVysledek(std::move(delivery), std::move(outcome));
-}
-
-Task<void> PhoneCalls::poslatVysledek(Delivery delivery, ToolOutcome outcome) {
     MacPayload::ToolResult result{outcome.ok, encode(outcome.result)};
     auto sent = co_await delivery.link->poslat({std::move(result)}, delivery.requestID);
     if (sent || !sent.error().as<MessageTooLong>()) co_return;

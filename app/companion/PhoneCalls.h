@@ -18,13 +18,11 @@ class PhoneCalls {
                const std::vector<Feature*>& features)
         : gate_(gate), phoneLink_(phone), inbox_(inbox), features_(features) {}
 
-    /// Runs the tool and sends what it answers over the link by which the call came.
+    /// Runs the tool and sends what it answers over the link by which the call came. A lost reply stays lost:
+    /// the work is done and stands.
     Task<void> zpracovat(MacPayload::ToolCall call, Delivery delivery);
 
   private:
-    /// A lost reply stays lost: the work is done and stands.
-    static Task<void> poslatVysledek(Delivery delivery, ToolOutcome outcome);
-
     ToolGate& gate_;
     PhoneLink& phoneLink_;
     const PhoneInbox& inbox_;

@@ -1,12 +1,11 @@
 #pragma once
 
-#include "app/execution/BeneathFolder.h"
 #include "foundation/TextPattern.h"
+#include "platform/posix/BeneathFolder.h"
+#include "platform/posix/FolderEntries.h"
 #include "shared/base/Error.h"
 
 #include <cstddef>
-#include <dirent.h>
-#include <memory>
 #include <optional>
 #include <stop_token>
 #include <string>
@@ -36,12 +35,11 @@ class FileSearch {
 
   private:
     struct Level {
-        std::unique_ptr<DIR, int (*)(DIR*)> folder;
+        FolderEntries entries;
         std::string path; ///< from the searched folder, with a slash behind unless empty
     };
 
-    void enter(Result<FileDescriptor> folder, std::string path);
-    void visit(const dirent& entry);
+    void visit(const FolderEntries::Entry& entry);
 
     std::optional<TextPattern> query_; ///< nothing when no name can match
     Limits limits_;

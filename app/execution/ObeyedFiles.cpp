@@ -1,19 +1,13 @@
 #include "app/execution/ObeyedFiles.h"
 
 #include "app/execution/SouboryChyba.h"
-#include "foundation/FileDescriptor.h"
 #include "foundation/Paths.h"
-#include "foundation/SystemError.h"
 #include "foundation/Text.h"
+#include "platform/posix/FolderEntries.h"
 #include "shared/base/Try.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <dirent.h>
-#include <fcntl.h>
-#include <memory>
-#include <tuple>
 
 namespace morvex::ObeyedFiles {
 
@@ -150,18 +144,12 @@ struct Holding {
 };
 
 Result<Holding> holdingOf(int folder) {
-    FileDescriptor opened(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    if (!opened) return fail(SystemError{errno});
-    const std::unique_ptr<DIR, int (*)(DIR*)> entries(::fdopendir(opened.get()), ::closedir);
-    if (!entries) return fail(SystemError{errno});
-    std::ignore = opened.release();
+    TRY(auto, entries, FolderEntries::ofOpened(folder));
     Holding holding;
     for (;;) {
-        errno = 0;
-        const auto* entry = ::readdir(entries.get());
-        if (!entry && errno != 0) return fail(SystemError{errno});
+        TRY(const auto, entry, entries.next());
         if (!entry) return holding;
-        holding.add(folded(entry->d_name), entry->d_type == DT_DIR);
+        holding.add(folded(entry->name), entry->kind == FolderEntries::Kind::folder);
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/execution/BeneathFolder.h"
+#include "platform/posix/BeneathFolder.h"
 #include "shared/base/Error.h"
 
 #include <string>

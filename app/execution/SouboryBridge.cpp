@@ -1,13 +1,13 @@
 #include "app/execution/SouboryBridge.h"
 
-#include "app/execution/BeneathFolder.h"
 #include "app/execution/FileSearch.h"
 #include "app/execution/ObeyedFiles.h"
 #include "app/execution/OverenaCesta.h"
 #include "foundation/Paths.h"
 #include "foundation/ProgramLog.h"
-#include "foundation/SystemError.h"
 #include "foundation/Text.h"
+#include "platform/posix/BeneathFolder.h"
+#include "shared/base/SystemError.h"
 #include "shared/base/Try.h"
 
 #include <cerrno>

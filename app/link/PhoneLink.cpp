@@ -28,14 +28,14 @@ bool isMessage(const SecureLink::Udalost& event) {
     return std::holds_alternative<SecureLink::Zprava>(event);
 }
 
-bool isCall(const SecureLink::Udalost& message) {
-    return std::holds_alternative<MacPayload::ToolCall>(std::get<SecureLink::Zprava>(message).payload.value);
+bool isCall(const SecureLink::Zprava& message) {
+    return std::holds_alternative<MacPayload::ToolCall>(message.payload.value);
 }
 
 } // namespace
 
-PhoneLink::PhoneLink(Executor& main, TaskScope& scope, Handler handler)
-    : main_(main), scope_(scope), handler_(std::move(handler)), odchazejici_(main) {}
+PhoneLink::PhoneLink(Executor& main, TaskScope& scope, PhoneInbox& inbox, Handler handler)
+    : main_(main), scope_(scope), inbox_(inbox), handler_(std::move(handler)), odchazejici_(main) {}
 
 void PhoneLink::pripojit(std::shared_ptr<SecureLink> link) {
     odpojit();
@@ -100,9 +100,10 @@ Task<void> PhoneLink::handleMessages(std::shared_ptr<SecureLink> link, std::shar
     while (!session->waiting.empty() && !stop.stop_requested()) {
         auto message = std::move(session->waiting.front());
         session->waiting.pop_front();
-        if (isCall(message.event)) co_await waitForThoseBefore(*session);
+        auto& zprava = std::get<SecureLink::Zprava>(message.event);
+        if (isCall(zprava)) co_await waitForThoseBefore(*session);
         if (stop.stop_requested()) co_return;
-        co_await handler_(link, std::move(message.event));
+        co_await inbox_.zpracovatZpravu(std::move(zprava.payload), {link, std::move(zprava.requestID)});
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/link/PhoneInbox.h"
 #include "foundation/TaskScope.h"
 #include "foundation/Turns.h"
 #include "shared-apple/SecureLink.h"
@@ -17,12 +18,12 @@ namespace morvex {
 /// session is thus looked at while a call of the last one still runs. Main thread.
 class PhoneLink {
   public:
-    /// What becomes of an event; of which link it is.
+    /// What becomes of what a link tells of itself.
     using Handler = std::function<Task<void>(std::shared_ptr<SecureLink> link, SecureLink::Udalost event)>;
 
     /// `scope` runs the links and what their listeners still handle; it belongs to the owner and to the main
-    /// executor.
-    PhoneLink(Executor& main, TaskScope& scope, Handler handler);
+    /// executor. `inbox` handles the messages.
+    PhoneLink(Executor& main, TaskScope& scope, PhoneInbox& inbox, Handler handler);
 
     /// Replaces the link. The old one goes down in the background; its events are read no more.
     void pripojit(std::shared_ptr<SecureLink> link);
@@ -65,6 +66,7 @@ class PhoneLink {
 
     Executor& main_;
     TaskScope& scope_;
+    PhoneInbox& inbox_;
     Handler handler_;
     std::shared_ptr<SecureLink> spojeni_;
     std::shared_ptr<TaskScope> posluchac_;

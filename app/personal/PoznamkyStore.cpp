@@ -1,10 +1,10 @@
 #include "app/personal/PoznamkyStore.h"
 
 #include "app/personal/NewestFirst.h"
-#include "foundation/SystemError.h"
 #include "foundation/Text.h"
 #include "foundation/TextPattern.h"
 #include "shared/base/Require.h"
+#include "shared/base/SystemError.h"
 #include "shared/base/Try.h"
 
 #include <algorithm>

@@ -3,12 +3,11 @@
 #include "app/programs/ProcessRunner.h"
 #include "foundation/Paths.h"
 #include "foundation/Text.h"
+#include "platform/posix/base/PathEntry.h"
 
 #include <algorithm>
 #include <array>
 #include <string_view>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace morvex {
@@ -87,11 +86,6 @@ std::string normalized(const std::vector<std::string>& entries) {
             folder.starts_with('/') && std::ranges::find(kept, folder) == kept.end())
             kept.push_back(std::move(folder));
     return join(kept, ":");
-}
-
-bool isExecutableFile(const std::string& path) {
-    struct stat status{};
-    return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && ::access(path.c_str(), X_OK) == 0;
 }
 
 std::optional<ProgramDiscovery::Nalez> search(const std::vector<std::string>& names, std::string_view path) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/ArchiveFile.h"
-#include "foundation/SystemError.h"
+#include "shared/base/SystemError.h"
 #include "shared/wire/Json.h"
 
 #include <cerrno>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "foundation/Clock.h"
-#include "foundation/FileDescriptor.h"
+#include "platform/posix/base/FileDescriptor.h"
 #include "shared/base/Error.h"
 
 #include <map>

@@ -1,7 +1,7 @@
 #include "platform/linux/Descendants.h"
 
-#include "foundation/AtomicFile.h"
-#include "foundation/FileDescriptor.h"
+#include "platform/posix/base/AtomicFile.h"
+#include "platform/posix/base/FileDescriptor.h"
 
 #include <csignal>
 #include <filesystem>

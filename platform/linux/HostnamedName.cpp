@@ -1,8 +1,8 @@
 #include "platform/linux/HostnamedName.h"
 
-#include "foundation/AtomicFile.h"
 #include "foundation/Text.h"
 #include "platform/linux/CallDeadline.h"
+#include "platform/posix/base/AtomicFile.h"
 
 #include <sstream>
 #include <string_view>

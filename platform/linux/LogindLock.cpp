@@ -1,8 +1,8 @@
 #include "platform/linux/LogindLock.h"
 
 #include "foundation/ProgramLog.h"
-#include "foundation/SystemTrouble.h"
 #include "platform/linux/Logind.h"
+#include "shared/base/SystemTrouble.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingReply>

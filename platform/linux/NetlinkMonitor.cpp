@@ -1,6 +1,6 @@
 #include "platform/linux/NetlinkMonitor.h"
 
-#include "foundation/Uninterrupted.h"
+#include "platform/posix/base/Uninterrupted.h"
 
 #include <array>
 #include <cerrno>

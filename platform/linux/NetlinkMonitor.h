@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/FileDescriptor.h"
 #include "platform/ports/NetworkMonitor.h"
+#include "platform/posix/base/FileDescriptor.h"
 
 #include <QSocketNotifier>
 

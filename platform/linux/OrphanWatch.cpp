@@ -1,7 +1,7 @@
 #include "platform/linux/OrphanWatch.h"
 
-#include "foundation/SystemError.h"
 #include "platform/linux/Descendants.h"
+#include "shared/base/SystemError.h"
 
 #include <array>
 #include <cerrno>

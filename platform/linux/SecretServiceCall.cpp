@@ -2,7 +2,7 @@
 
 #include "foundation/ProgramLog.h"
 #include "platform/linux/SecretServicePrompt.h"
-#include "platform/linux/VaultRules.h"
+#include "platform/posix/VaultRules.h"
 
 #include <algorithm>
 #include <cstdlib>

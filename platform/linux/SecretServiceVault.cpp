@@ -3,7 +3,7 @@
 #include "foundation/Text.h"
 #include "platform/linux/DisplayServer.h"
 #include "platform/linux/SecretServiceCall.h"
-#include "platform/linux/VaultRules.h"
+#include "platform/posix/VaultRules.h"
 #include "shared/base/Try.h"
 
 namespace morvex {

@@ -1,8 +1,8 @@
 #include "platform/linux/SpawnLauncher.h"
 
-#include "foundation/FileDescriptor.h"
-#include "foundation/SystemError.h"
 #include "platform/linux/SpawnedChild.h"
+#include "platform/posix/base/FileDescriptor.h"
+#include "shared/base/SystemError.h"
 #include "shared/base/Try.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #include "platform/linux/SpawnedChild.h"
 
-#include "foundation/SystemError.h"
 #include "shared/base/Require.h"
+#include "shared/base/SystemError.h"
 #include "shared/base/Try.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "foundation/FileDescriptor.h"
 #include "platform/linux/Descendants.h"
 #include "platform/linux/OrphanWatch.h"
 #include "platform/ports/ProcessLauncher.h"
+#include "platform/posix/base/FileDescriptor.h"
 
 #include <array>
 #include <atomic>

@@ -1,7 +1,7 @@
 #include "platform/linux/SysfsPower.h"
 
-#include "foundation/AtomicFile.h"
 #include "foundation/Text.h"
+#include "platform/posix/base/AtomicFile.h"
 
 #include <string>
 #include <system_error>

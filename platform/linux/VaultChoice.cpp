@@ -1,9 +1,9 @@
 #include "platform/linux/VaultChoice.h"
 
-#include "foundation/AtomicFile.h"
 #include "foundation/ProgramLog.h"
 #include "foundation/Text.h"
-#include "platform/linux/VaultRules.h"
+#include "platform/posix/VaultRules.h"
+#include "platform/posix/base/AtomicFile.h"
 
 namespace morvex {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/FileVault.h"
 #include "platform/linux/SecretServiceVault.h"
+#include "platform/posix/FileVault.h"
 
 #include <atomic>
 #include <expected>

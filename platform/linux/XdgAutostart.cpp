@@ -1,9 +1,9 @@
 #include "platform/linux/XdgAutostart.h"
 
-#include "foundation/AtomicFile.h"
-#include "foundation/SystemError.h"
-#include "foundation/Uninterrupted.h"
 #include "platform/linux/GLibHandle.h"
+#include "platform/posix/base/AtomicFile.h"
+#include "platform/posix/base/Uninterrupted.h"
+#include "shared/base/SystemError.h"
 
 #include <cerrno>
 #include <string>

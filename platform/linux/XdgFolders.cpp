@@ -1,7 +1,7 @@
 #include "platform/linux/XdgFolders.h"
 
-#include "foundation/AtomicFile.h"
 #include "foundation/Text.h"
+#include "platform/posix/base/AtomicFile.h"
 
 #include <algorithm>
 #include <array>

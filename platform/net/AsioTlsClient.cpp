@@ -1,8 +1,8 @@
 #include "platform/net/AsioTlsClient.h"
 
-#include "foundation/SystemTrouble.h"
 #include "platform/net/NetworkConnection.h"
 #include "platform/net/TlsSession.h"
+#include "shared/base/SystemTrouble.h"
 #include "shared/base/Try.h"
 
 #include <utility>

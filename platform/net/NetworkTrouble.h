@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/SystemTrouble.h"
 #include "platform/ports/NetworkError.h"
+#include "shared/base/SystemTrouble.h"
 
 #include <boost/system/error_code.hpp>
 #include <curl/curl.h>

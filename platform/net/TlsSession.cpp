@@ -1,8 +1,8 @@
 #include "platform/net/TlsSession.h"
 
-#include "foundation/SystemTrouble.h"
 #include "platform/net/Dialing.h"
 #include "shared/base/Require.h"
+#include "shared/base/SystemTrouble.h"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/co_spawn.hpp>

@@ -1,11 +1,11 @@
 #include "platform/net/WebSocketConnection.h"
 
-#include "foundation/SystemTrouble.h"
 #include "platform/net/Dialing.h"
 #include "platform/net/UpgradeAnswer.h"
 #include "shared/base/FrameLimit.h"
 #include "shared/base/NotReadingPong.h"
 #include "shared/base/Require.h"
+#include "shared/base/SystemTrouble.h"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/co_spawn.hpp>
@@ -154,21 +154,18 @@ void WebSocketConnection::arrived(error_code error) {
     reading_ = false;
     if (failed(error)) return;
     if (isPassedOver_ || incoming_.size() > frameLimit) passOver();
-    if (stream_.is_message_done()) takeMessage();
+    if (stream_.is_message_done() && !std::exchange(isPassedOver_, false)) {
+        deliver({stream_.got_text() ? WebSocketFrame::Kind::text : WebSocketFrame::Kind::binary,
+                 boost::beast::buffers_to_string(incoming_.data())});
+        incoming_.clear();
+        if (incoming_.capacity() > keptBuffer) incoming_.shrink_to_fit();
+    }
     readOn();
 }
 
 /// What is too long is read all the same, since more may come behind it.
 void WebSocketConnection::passOver() {
     isPassedOver_ = true;
-    incoming_.clear();
-    if (incoming_.capacity() > keptBuffer) incoming_.shrink_to_fit();
-}
-
-void WebSocketConnection::takeMessage() {
-    if (std::exchange(isPassedOver_, false)) return;
-    deliver({stream_.got_text() ? WebSocketFrame::Kind::text : WebSocketFrame::Kind::binary,
-             boost::beast::buffers_to_string(incoming_.data())});
     incoming_.clear();
     if (incoming_.capacity() > keptBuffer) incoming_.shrink_to_fit();
 }

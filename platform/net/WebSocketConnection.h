@@ -70,7 +70,6 @@ class WebSocketConnection final : public NetworkConnection,
     void readOn();
     void arrived(boost::system::error_code error);
     void passOver();
-    void takeMessage();
     void deliver(WebSocketFrame frame);
     void noticePong(std::string_view payload);
     void answerPings(std::ptrdiff_t count);

@@ -1,11 +1,12 @@
 #include "platform/net/WebSocketUrl.h"
 
-#include "foundation/SystemTrouble.h"
 #include "platform/ports/NetworkError.h"
 #include "shared/base/Ascii.h"
+#include "shared/base/SystemTrouble.h"
+
+#include <boost/asio/ip/address_v6.hpp>
 
 #include <algorithm>
-#include <arpa/inet.h>
 #include <charconv>
 #include <cstdint>
 #include <optional>
@@ -30,9 +31,10 @@ bool isName(std::string_view host) {
 }
 
 bool isIpv6(const std::string& host) {
-    in6_addr ignored{};
-    // The system's function looks no further than to the first zero byte.
-    return !host.contains('\0') && ::inet_pton(AF_INET6, host.c_str(), &ignored) == 1;
+    boost::system::error_code error;
+    boost::asio::ip::make_address_v6(host, error);
+    // The system's function below looks no further than to the first zero byte, and takes a zone (RFC 4007).
+    return !error && host.find_first_of(std::string_view("%\0", 2)) == std::string::npos;
 }
 
 bool equalsLowerCase(std::string_view text, std::string_view lowerCase) {

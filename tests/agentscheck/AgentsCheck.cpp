@@ -4,8 +4,8 @@
 #include "foundation/TaskScope.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/BoottimeClock.h"
-#include "platform/linux/OwnEnvironment.h"
 #include "platform/linux/SpawnLauncher.h"
+#include "platform/posix/OwnEnvironment.h"
 #include "tests/support/Await.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/FileDescriptor.h"
+#include "platform/posix/base/FileDescriptor.h"
 
 #include <atomic>
 #include <cstddef>

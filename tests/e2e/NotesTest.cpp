@@ -1,6 +1,6 @@
 #include "app/personal/NotesArchive.h"
-#include "foundation/AtomicFile.h"
-#include "foundation/FileDescriptor.h"
+#include "platform/posix/base/AtomicFile.h"
+#include "platform/posix/base/FileDescriptor.h"
 #include "shared/wire/Json.h"
 #include "tests/e2e/EndToEnd.h"
 

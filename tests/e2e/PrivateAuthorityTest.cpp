@@ -1,4 +1,4 @@
-#include "foundation/SystemTrouble.h"
+#include "shared/base/SystemTrouble.h"
 #include "tests/e2e/EndToEnd.h"
 #include "tests/support/TestAuthority.h"
 

@@ -1,6 +1,6 @@
 #include "tests/fault/LaidTree.h"
 
-#include "foundation/FileDescriptor.h"
+#include "platform/posix/base/FileDescriptor.h"
 #include "shared/base/Overloaded.h"
 #include "shared/base/Require.h"
 

@@ -1,4 +1,4 @@
-#include "foundation/AtomicFile.h"
+#include "platform/posix/base/AtomicFile.h"
 #include "tests/fault/TracedChild.h"
 #include "tests/support/TemporaryFolder.h"
 

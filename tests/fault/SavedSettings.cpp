@@ -1,11 +1,11 @@
 #include "app/execution/Slozky.h"
 #include "app/voice/LanguageInForce.h"
 #include "app/voice/MacVoiceController.h"
-#include "platform/linux/InodeBookmarks.h"
 #include "platform/memory/FakeFolderPicker.h"
 #include "platform/memory/FixedFolders.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/MemoryVault.h"
+#include "platform/posix/InodeBookmarks.h"
 #include "tests/fault/SavedFiles.h"
 #include "tests/support/ImmediateDefaults.h"
 

@@ -1,8 +1,8 @@
-#include "app/execution/BeneathFolder.h"
 #include "app/execution/FileSearch.h"
 #include "app/execution/OverenaCesta.h"
 #include "app/execution/SouboryBridge.h"
 #include "platform/memory/ManualExecutor.h"
+#include "platform/posix/BeneathFolder.h"
 #include "tests/app/execution/FileTree.h"
 #include "tests/support/Effort.h"
 

@@ -1,6 +1,6 @@
 #include "app/execution/SouboryBridge.h"
-#include "foundation/SystemError.h"
 #include "platform/memory/ManualExecutor.h"
+#include "shared/base/SystemError.h"
 #include "tests/app/execution/FileTree.h"
 #include "tests/fault/TracedChild.h"
 

@@ -1,7 +1,7 @@
 #include "foundation/ArchiveFile.h"
 
-#include "foundation/AtomicFile.h"
-#include "foundation/SystemError.h"
+#include "platform/posix/base/AtomicFile.h"
+#include "shared/base/SystemError.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "foundation/ProgramLog.h"
 
-#include "foundation/SystemError.h"
 #include "platform/memory/ManualClock.h"
+#include "shared/base/SystemError.h"
 
 #include <gtest/gtest.h>
 

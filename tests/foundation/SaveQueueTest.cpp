@@ -1,8 +1,8 @@
 #include "foundation/SaveQueue.h"
 
-#include "foundation/SystemError.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
+#include "shared/base/SystemError.h"
 #include "tests/support/HeardLog.h"
 
 #include <gtest/gtest.h>

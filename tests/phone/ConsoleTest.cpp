@@ -32,7 +32,7 @@ class ConsoleTest : public testing::Test {
         EXPECT_EQ(::pipe(ends.data()), 0);
         input = FileDescriptor(ends[0]);
         typing = FileDescriptor(ends[1]);
-        console = Console::create(inbox, interruption, input.get()).value();
+        console = std::make_unique<Console>(inbox, interruption, TerminalInput::create(input.get()).value());
         running = std::thread([this] { console->run(); });
     }
 
@@ -93,12 +93,12 @@ TEST(ConsoleTerminal, HidesWhatIsTypedUntilItIsShownAgain) {
     std::stop_source interruption;
     Inbox inbox(clock, interruption.get_token());
     {
-        auto console = Console::create(inbox, interruption, terminal).value();
-        console->hideTyping();
+        Console console(inbox, interruption, TerminalInput::create(terminal).value());
+        console.hideTyping();
         EXPECT_FALSE(echoes());
-        console->showTyping();
+        console.showTyping();
         EXPECT_TRUE(echoes());
-        console->hideTyping();
+        console.hideTyping();
     }
     EXPECT_TRUE(echoes()) << "a program that ends leaves the terminal as it was";
 }

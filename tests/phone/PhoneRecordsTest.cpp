@@ -1,8 +1,8 @@
 #include "phone/PhoneRecords.h"
 
-#include "foundation/AtomicFile.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ScriptedRandom.h"
+#include "platform/posix/base/AtomicFile.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/linux/JsonDefaults.h"
 #include "platform/memory/ImmediateExecutor.h"
 #include "platform/memory/ManualClock.h"
+#include "platform/posix/JsonDefaults.h"
 
 #include <filesystem>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/linux/JsonDefaults.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
+#include "platform/posix/JsonDefaults.h"
 #include "tests/support/ImmediateDefaults.h"
 #include "tests/support/TemporaryFolder.h"
 

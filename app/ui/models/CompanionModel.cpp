@@ -5,8 +5,9 @@
 #include "app/companion/CompanionState.h"
 #include "app/ui/ShortDate.h"
 
+#include <QMetaProperty>
+
 #include <algorithm>
-#include <initializer_list>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -85,10 +86,10 @@ CompanionModel::CompanionModel(Companion& companion, Features& features, Service
 }
 
 void CompanionModel::refresh() {
-    for (ViewModel* part : std::initializer_list<ViewModel*>{&link_, &pairing_, &approval_, &integrations_,
-                                                             &folders_, &wakefulness_, &customApps_, &voice_,
-                                                             &tasks_, &notes_, &summaries_, &about_})
-        part->refresh();
+    const auto& meta = *metaObject();
+    for (int index = QObject::staticMetaObject.propertyCount(); index < meta.propertyCount(); ++index)
+        if (auto* part = qobject_cast<ViewModel*>(meta.property(index).read(this).value<QObject*>()))
+            part->refresh();
     integrations_.refreshRows();
 }
 

@@ -1,18 +1,13 @@
 #pragma once
 
-#include "platform/linux/BoottimeClock.h"
 #include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/DesktopUrlOpener.h"
 #include "platform/linux/DisplayServer.h"
 #include "platform/linux/HostnamedName.h"
-#include "platform/linux/InodeBookmarks.h"
-#include "platform/linux/JsonDefaults.h"
-#include "platform/linux/LockFileInstance.h"
 #include "platform/linux/LogindSleepInhibitor.h"
 #include "platform/linux/LogindSleepMonitor.h"
 #include "platform/linux/NetlinkMonitor.h"
 #include "platform/linux/OrphanWatch.h"
-#include "platform/linux/OwnEnvironment.h"
 #include "platform/linux/PortalColorScheme.h"
 #include "platform/linux/SpawnLauncher.h"
 #include "platform/linux/StatusNotifierTray.h"
@@ -22,15 +17,18 @@
 #include "platform/linux/VaultChoice.h"
 #include "platform/linux/XdgAutostart.h"
 #include "platform/linux/XdgFolders.h"
+#include "platform/linux/system/Basics.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
+#include "platform/posix/InodeBookmarks.h"
+#include "platform/posix/JsonDefaults.h"
+#include "platform/posix/OwnEnvironment.h"
+#include "platform/posix/qt/UnixSignals.h"
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/QtFolderPicker.h"
 #include "platform/qt/QtMainExecutor.h"
-#include "platform/qt/UnixSignals.h"
 #include "platform/qt/XembedTray.h"
 
-#include <malloc.h>
 #include <memory>
 #include <string>
 
@@ -38,9 +36,6 @@ namespace morvex {
 
 // The adapters of this system under names that every system has. The program's `main` knows no others.
 
-using SystemClock = BoottimeClock;
-/// One companion a data folder.
-using OnlyInstance = LockFileInstance;
 /// Ends started programs that outlive this one.
 using StartedPrograms = OrphanWatch;
 /// What asks this program to end.
@@ -91,11 +86,6 @@ inline std::string applicationSupport() {
 /// Shown on the phone.
 inline std::string computerName() {
     return HostnamedName().name();
-}
-
-/// Gives unused memory back.
-inline void releaseMemory() {
-    ::malloc_trim(0);
 }
 
 } // namespace morvex

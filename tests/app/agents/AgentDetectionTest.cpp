@@ -1,4 +1,4 @@
-#include "foundation/SystemError.h"
+#include "shared/base/SystemError.h"
 #include "tests/app/agents/AgentFixture.h"
 
 #include <algorithm>

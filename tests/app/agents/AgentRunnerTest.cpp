@@ -1,4 +1,4 @@
-#include "foundation/SystemError.h"
+#include "shared/base/SystemError.h"
 #include "shared/wire/TalkSpanError.h"
 #include "tests/app/agents/AgentRunnerFixture.h"
 

@@ -1,5 +1,5 @@
-#include "app/console/LineReader.h"
 #include "app/console/QrBlocks.h"
+#include "platform/posix/qt/LineReader.h"
 #include "tests/app/console/ConsoleFixture.h"
 
 #include <QCoreApplication>

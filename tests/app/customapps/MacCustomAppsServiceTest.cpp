@@ -1,10 +1,10 @@
 #include "app/customapps/MacCustomAppsService.h"
 
-#include "platform/linux/FileVault.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/MemoryDefaults.h"
 #include "platform/memory/MemoryVault.h"
 #include "platform/memory/ScriptedRandom.h"
+#include "platform/posix/FileVault.h"
 #include "shared/wire/CustomAppLimits.h"
 #include "tests/support/ImmediateDefaults.h"
 #include "tests/support/TemporaryFolder.h"

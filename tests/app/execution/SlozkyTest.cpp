@@ -1,5 +1,5 @@
-#include "foundation/SystemError.h"
-#include "platform/linux/InodeBookmarks.h"
+#include "platform/posix/InodeBookmarks.h"
+#include "shared/base/SystemError.h"
 #include "tests/app/execution/SlozkyFixture.h"
 #include "tests/support/PlainUser.h"
 #include "tests/support/SlowDefaults.h"

@@ -1,8 +1,8 @@
 #include "app/execution/SouboryBridge.h"
 
-#include "foundation/FileDescriptor.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/memory/ManualExecutor.h"
+#include "platform/posix/base/FileDescriptor.h"
 #include "tests/app/execution/FileTree.h"
 #include "tests/support/Await.h"
 #include "tests/support/HeardLog.h"

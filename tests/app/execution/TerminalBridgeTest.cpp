@@ -2,10 +2,10 @@
 
 #include "app/execution/SouboryChyba.h"
 #include "foundation/OneShot.h"
-#include "foundation/SystemError.h"
 #include "foundation/Text.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/SpawnLauncher.h"
+#include "shared/base/SystemError.h"
 #include "tests/app/execution/TerminalFixture.h"
 #include "tests/app/execution/TerminalTable.h"
 #include "tests/support/Await.h"

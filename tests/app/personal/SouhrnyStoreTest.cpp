@@ -1,4 +1,4 @@
-#include "foundation/SystemError.h"
+#include "shared/base/SystemError.h"
 #include "tests/app/personal/PersonalStores.h"
 #include "tests/support/AwaitedStores.h"
 #include "tests/support/PlainUser.h"

@@ -1,9 +1,9 @@
 #include "app/programs/ProcessRunner.h"
 
-#include "foundation/SystemError.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/ScriptedPrograms.h"
+#include "shared/base/SystemError.h"
 #include "shared/wire/TalkSpanError.h"
 #include "tests/support/HeardLog.h"
 

@@ -1,12 +1,12 @@
 #include "app/programs/ProgramDiscovery.h"
 
-#include "foundation/SystemError.h"
 #include "foundation/Text.h"
 #include "foundation/ThreadExecutor.h"
 #include "platform/linux/SpawnLauncher.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/ScriptedPrograms.h"
+#include "shared/base/SystemError.h"
 #include "tests/support/Await.h"
 #include "tests/support/TemporaryFolder.h"
 

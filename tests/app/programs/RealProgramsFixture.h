@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/FileDescriptor.h"
+#include "platform/posix/base/FileDescriptor.h"
 #include "tests/app/programs/RealPrograms.h"
 
 #include <gtest/gtest.h>

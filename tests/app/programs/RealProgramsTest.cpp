@@ -1,5 +1,5 @@
-#include "foundation/SystemError.h"
-#include "platform/linux/OwnEnvironment.h"
+#include "platform/posix/OwnEnvironment.h"
+#include "shared/base/SystemError.h"
 #include "shared/wire/TalkSpanError.h"
 #include "tests/app/programs/RealProgramsFixture.h"
 

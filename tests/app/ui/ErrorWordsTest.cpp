@@ -5,11 +5,11 @@
 #include "app/ui/LanguageTable.h"
 #include "app/ui/Localized.h"
 #include "foundation/OneShot.h"
-#include "foundation/SystemTrouble.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared-apple/KeychainChyba.h"
 #include "shared-apple/MessageTooLong.h"
 #include "shared-apple/RelayAddress.h"
+#include "shared/base/SystemTrouble.h"
 #include "shared/trust/CryptoError.h"
 #include "shared/trust/SecureChannel.h"
 #include "shared/wire/DecodeError.h"
@@ -91,7 +91,7 @@ const std::vector<Words>& everyError() {
          wordsOfEach<SirokaSlozka::Dosah>([](SirokaSlozka::Dosah dosah) { return SirokaSlozka{"", dosah}; })},
         {"app/keychain/KeychainError.h", {filled<KeychainError>().popis()}},
         {"foundation/OneShot.h", {Abandoned{}.popis()}},
-        {"foundation/SystemError.h",
+        {"shared/base/SystemError.h",
          wordsOfEach<SystemTrouble>([](SystemTrouble trouble) { return TextError{popis(trouble)}; })},
         {"platform/ports/UserDefaults.h", {ChangedMeanwhile{}.popis()}},
         {"shared-apple/KeychainChyba.h",

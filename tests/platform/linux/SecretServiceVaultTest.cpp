@@ -1,6 +1,6 @@
 #include "platform/linux/SecretServiceVault.h"
 
-#include "platform/linux/VaultRules.h"
+#include "platform/posix/VaultRules.h"
 #include "tests/platform/linux/PrivateKeyring.h"
 #include "tests/support/BusService.h"
 

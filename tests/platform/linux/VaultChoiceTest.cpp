@@ -1,6 +1,6 @@
 #include "platform/linux/VaultChoice.h"
 
-#include "foundation/AtomicFile.h"
+#include "platform/posix/base/AtomicFile.h"
 #include "tests/platform/linux/PrivateKeyring.h"
 
 #include <gtest/gtest.h>

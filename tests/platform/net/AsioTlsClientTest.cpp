@@ -1,7 +1,7 @@
 #include "platform/net/AsioTlsClient.h"
 
-#include "foundation/SystemTrouble.h"
 #include "foundation/ThreadExecutor.h"
+#include "shared/base/SystemTrouble.h"
 #include "tests/platform/net/GivenAuthority.h"
 #include "tests/platform/net/NetworkTest.h"
 #include "tests/platform/net/TestServer.h"

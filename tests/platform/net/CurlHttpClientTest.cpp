@@ -1,7 +1,7 @@
 #include "platform/net/CurlHttpClient.h"
 
-#include "foundation/SystemTrouble.h"
 #include "foundation/ThreadExecutor.h"
+#include "shared/base/SystemTrouble.h"
 #include "tests/platform/net/CannedServer.h"
 #include "tests/platform/net/GivenAuthority.h"
 #include "tests/platform/net/NetworkTest.h"

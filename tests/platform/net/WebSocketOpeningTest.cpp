@@ -1,4 +1,4 @@
-#include "foundation/SystemTrouble.h"
+#include "shared/base/SystemTrouble.h"
 #include "tests/platform/net/GivenAuthority.h"
 #include "tests/platform/net/WebSocketTest.h"
 #include "tests/support/TestAuthority.h"
