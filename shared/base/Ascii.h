@@ -5,7 +5,7 @@
 
 namespace morvex {
 
-/// Of ASCII alone, whatever the locale.
+/// Only ASCII counts, whatever the locale.
 constexpr bool isAsciiLetterOrDigit(char character) {
     return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') ||
            (character >= '0' && character <= '9');
@@ -15,7 +15,7 @@ constexpr char asciiLower(char character) {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
 }
 
-/// Letters of ASCII alone count as the same in both sizes.
+/// Ignores the case of ASCII letters only.
 constexpr bool equalsIgnoringCase(std::string_view one, std::string_view other) {
     return std::ranges::equal(one, other, {}, asciiLower, asciiLower);
 }

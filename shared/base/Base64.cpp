@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::string_view alphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-/// The two digits of every twelve bits.
+/// The two digits for each value of twelve bits.
 constexpr auto digitPairs = [] {
     std::array<std::array<char, 2>, 4096> pairs{};
     for (std::size_t bits = 0; bits < pairs.size(); ++bits)
@@ -17,10 +17,10 @@ constexpr auto digitPairs = [] {
     return pairs;
 }();
 
-/// Set beyond the 24 bits of four digits when one of them is outside the alphabet.
+/// A flag above the 24 bits of four digits; set when one of them is outside the alphabet.
 constexpr std::uint32_t noDigit = 0x0100'0000;
 
-/// What each character adds to those 24 bits, by its place among the four.
+/// The bits that each character contributes to the 24, for each of the four places.
 constexpr auto digitValues = [] {
     std::array<std::array<std::uint32_t, 256>, 4> values{};
     for (std::size_t place = 0; place < values.size(); ++place) {
@@ -31,7 +31,8 @@ constexpr auto digitValues = [] {
     return values;
 }();
 
-/// A record goes on behind its bytes; without room for that, a long text would be copied once more.
+/// Spare capacity, since the caller usually appends the rest of a record; without it a long text would be
+/// copied once more.
 constexpr std::size_t roomBehind = 1024;
 
 void encodeTriple(char* out, const std::uint8_t* triple) {
@@ -53,7 +54,7 @@ void writeTriple(std::uint8_t* out, std::uint32_t bits) {
     out[2] = static_cast<std::uint8_t>(bits);
 }
 
-/// One to three bytes from the last four digits, of which `padding` are none.
+/// Decodes the last four digits into one to three bytes; the last `padding` of them are only padding.
 bool decodeLast(std::uint8_t* out, const char* text, std::size_t padding) {
     char quartet[4];
     std::memcpy(quartet, text, sizeof quartet);

@@ -12,9 +12,9 @@ namespace morvex {
 std::string base64Encode(ByteView bytes);
 void appendBase64(std::string& out, ByteView bytes);
 
-/// Strict: nothing for a length that is no multiple of four, for a character outside the alphabet (blanks and
-/// line breaks too), for padding elsewhere than at the end, and for bits beyond the last byte that are not
-/// zero.
+/// Strict: returns nothing for a length that is not a multiple of four, for a character outside the alphabet
+/// (also blanks and line breaks), for padding anywhere but at the end, and when the unused bits of the last
+/// digit are not zero.
 std::optional<Bytes> base64Decode(std::string_view text);
 
 } // namespace morvex

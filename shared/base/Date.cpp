@@ -75,7 +75,8 @@ std::optional<Date> dateSince2001(double seconds) {
     constexpr double behindAllDates = 0x1p40;
     if (!(std::abs(seconds) < behindAllDates)) return std::nullopt;
     const auto whole = std::floor(seconds);
-    // Far away a double holds no microseconds, and its last bit may change from one reading to the next.
+    // Far from 2001 a double cannot represent microseconds, and its last bit may change with each round trip;
+    // milliseconds are stable.
     const std::int64_t step = std::abs(seconds) < 0x1p31 ? 1 : 1000;
     const auto steps = std::llround((seconds - whole) * 1e6 / static_cast<double>(step));
     const auto date =

@@ -22,19 +22,19 @@ inline Date dateFromSeconds(std::int64_t seconds) {
     return Date{std::chrono::seconds{seconds}};
 }
 
-/// `2026-11-16T00:45:56Z` (RFC 3339 with the offset `Z` only). The part below a second is dropped (truncated
-/// toward zero). Years 0 to 9999; another year is a fault of the caller and ends the process.
+/// `2026-11-16T00:45:56Z` (RFC 3339 with the offset `Z` only), truncated toward zero to whole seconds. The
+/// year must be within 0 to 9999; otherwise the process ends, since the caller is wrong.
 std::string formatDate(Date date);
 
-/// Reads exactly the form that `formatDate` writes: fractions, other offsets, blanks, lower-case letters,
-/// days that the calendar does not have and second 60 give nothing.
+/// Reads exactly the form that `formatDate` writes. Returns nothing for fractions, other offsets, blanks,
+/// lower-case letters, days that the calendar does not have and second 60.
 std::optional<Date> parseWireDate(std::string_view text);
 
-/// Seconds since 1 January 2001, with a fraction: the form of dates in the files of the stores.
+/// Seconds since 1 January 2001, with a fraction: the date format of the store files.
 double secondsSince2001(Date date);
 
-/// Reads what `secondsSince2001` writes, more than 68 years from 2001 to the millisecond. Nothing for a
-/// number that is no date of the years 0 to 9999, which alone can be formatted.
+/// Reads what `secondsSince2001` writes; dates more than 68 years away from 2001 are rounded to the
+/// millisecond. Returns nothing for a date outside the years 0 to 9999, since it could not be formatted.
 std::optional<Date> dateSince2001(double seconds);
 
 } // namespace morvex

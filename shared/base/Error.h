@@ -17,18 +17,18 @@ concept Describable = requires(const Cause& cause) {
     { cause.popis() } -> std::convertible_to<Sentence>;
 } && std::copyable<Cause>;
 
-/// A failure of any layer, carried upwards without its type. Whoever must react to one cause asks
-/// `as<Cause>()`; everybody else shows `popis()`.
+/// A failure of any layer, passed upwards with its type erased. Code that reacts to one particular cause
+/// calls `as<Cause>()`; all other code shows `popis()`.
 class Error {
   public:
     template <class Cause>
         requires(!std::same_as<Cause, Error>) && Describable<Cause>
     Error(Cause cause) : held_(std::make_shared<Held<Cause>>(std::move(cause))) {}
 
-    /// The sentence for whoever reads it.
+    /// The sentence to show to the user.
     [[nodiscard]] Sentence popis() const { return held_->popis(); }
 
-    /// The cause, or null when the failure is of another type.
+    /// The cause, or null when it has another type.
     template <class Cause> [[nodiscard]] const Cause* as() const {
         auto* held = dynamic_cast<const Held<Cause>*>(held_.get());
         return held ? &held->cause : nullptr;
@@ -54,7 +54,7 @@ class Error {
 /// A value, or the failure that prevented it.
 template <class T> using Result = std::expected<T, Error>;
 
-/// `return fail(KryptoChyba::…)` in a function that gives a `Result`.
+/// Use as `return fail(KryptoChyba::…)` in a function that returns a `Result`.
 inline std::unexpected<Error> fail(Error error) {
     return std::unexpected<Error>(std::move(error));
 }
@@ -65,7 +65,7 @@ struct TextError {
 
     explicit TextError(Sentence given) : text(std::move(given)) {}
 
-    /// Words that are the same in every language.
+    /// For words that are the same in every language.
     explicit TextError(std::string given) : text(std::move(given)) {}
 
     [[nodiscard]] const Sentence& popis() const { return text; }

@@ -4,11 +4,11 @@
 
 namespace morvex {
 
-/// The largest frame, in bytes, that passes between a device and the relay. A sender keeps what makes a
-/// longer one; a receiver passes over a longer one, and the connection stays.
+/// The largest frame, in bytes, that may pass between a device and the relay. A sender does not send a
+/// message that would make a longer frame; a receiver skips a longer frame and keeps the connection.
 inline constexpr std::size_t frameLimit = std::size_t{4} * 1024 * 1024;
 
-/// So many bytes of one frame are passed over at most; a frame that goes on longer ends the connection.
+/// The most bytes of one frame that a receiver skips; a longer frame ends the connection.
 inline constexpr std::size_t passedOverLimit = 8 * frameLimit;
 
 } // namespace morvex

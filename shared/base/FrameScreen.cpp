@@ -15,7 +15,7 @@ constexpr std::uint8_t twoBytesFollow = 126;
 constexpr std::uint8_t eightBytesFollow = 127;
 constexpr std::string_view endOfHead = "\r\n\r\n";
 
-/// The first number behind the close codes of private use.
+/// The first number above the close codes for private use.
 constexpr unsigned beyondPrivateUse = 5000;
 
 bool isForbidden(unsigned first, unsigned second) {

@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// Words that only the phone or a terminal tells: they are in no table of languages.
+/// For words shown only on the phone or a terminal; they are in no translation table.
 inline Sentence inCzechAlone(std::string words) {
     return Sentence(std::move(words));
 }

@@ -2,7 +2,7 @@
 
 namespace morvex {
 
-/// One visitor of a variant from a lambda for each of its cases.
+/// Combines lambdas into one visitor of a variant, one lambda for each alternative.
 template <class... Lambdas> struct Overloaded : Lambdas... {
     using Lambdas::operator()...;
 };

@@ -21,8 +21,8 @@ std::string Sentence::in(const Forms& language) const {
     return filled(language(told_->key, number), &language);
 }
 
-/// A value may look like a place for another one, so that what was filled in is not read again. A place that
-/// the key does not have stays as it is.
+/// An inserted value may itself look like a placeholder, so the inserted text is not scanned again. A
+/// placeholder that the key does not have stays as it is.
 std::string Sentence::filled(std::string_view form, const Forms* language) const {
     std::string text;
     std::size_t at = 0;

@@ -26,21 +26,20 @@ template <std::size_t size> struct SentenceLiteral {
 template <SentenceLiteral literal> struct SentenceKey;
 struct SentenceValue;
 
-/// A text for people that has not met its reader yet: the Czech sentence, in which places such as `{slozka}`
-/// stand for values, and the values beside it. Whoever shows it renders it in the reader's language. A text
-/// that is the same in every language, a name or somebody else's words, is a sentence too.
+/// A text for people whose language is not chosen yet: a Czech sentence with placeholders such as `{slozka}`,
+/// and the values for them. The code that shows it renders it in the reader's language. A text that is the
+/// same in every language (a name, or somebody else's words) is a sentence too.
 ///
 /// Sentences of the program are written as `"Složka {slozka} neexistuje."_sentence(path)`.
 class Sentence {
   public:
-    /// The form of a sentence in a language, with the same places; `number` is the first number among its
-    /// values, or -1, for languages whose words follow it.
+    /// Returns the form of a sentence in a language, with the same placeholders. `number` is the first number
+    /// among its values, or -1; some languages inflect words by it.
     using Forms = std::function<std::string(std::string_view czech, std::int64_t number)>;
 
-    /// Empty.
     Sentence() = default;
 
-    /// The same in every language, unless one knows just this text.
+    /// Shown unchanged in every language, unless a language has a translation of exactly this text.
     explicit Sentence(std::string text) : text_(std::move(text)) {}
 
     [[nodiscard]] bool empty() const { return !told_ && text_.empty(); }
@@ -48,7 +47,7 @@ class Sentence {
     [[nodiscard]] std::string czech() const;
     [[nodiscard]] std::string in(const Forms& language) const;
 
-    /// Whether both are the same text in Czech.
+    /// Compares the Czech texts.
     bool operator==(const Sentence& other) const { return czech() == other.czech(); }
 
     friend bool operator==(const Sentence& sentence, std::string_view czech) {
@@ -61,10 +60,10 @@ class Sentence {
   private:
     template <SentenceLiteral literal> friend struct SentenceKey;
 
-    /// A sentence of the program.
+    /// A sentence that is part of the program.
     struct Told {
-        const char* key;                   ///< of static storage
-        std::vector<SentenceValue> values; ///< in the order of its places
+        const char* key;                   ///< static storage
+        std::vector<SentenceValue> values; ///< in the order of the placeholders
     };
 
     Sentence(const char* key, std::vector<SentenceValue> values);
@@ -72,10 +71,10 @@ class Sentence {
     [[nodiscard]] std::string filled(std::string_view form, const Forms* language) const;
 
     std::string text_;
-    std::shared_ptr<const Told> told_; ///< null for a text
+    std::shared_ptr<const Told> told_; ///< null if this is a plain text
 };
 
-/// What stands in a place: a name or a piece of somebody else's text, a number, another sentence.
+/// The value for a placeholder: a text (a name, somebody else's words), a number or another sentence.
 struct SentenceValue {
     std::variant<std::string, std::int64_t, Sentence> held;
 
@@ -97,14 +96,14 @@ struct SentenceValue {
     SentenceValue(Number number) : held(static_cast<std::int64_t>(number)) {}
 };
 
-/// The places of a sentence.
+/// The placeholders of a sentence.
 namespace sentencePlaces {
 
-/// The name of the first place behind `from`, and where the text goes on; an empty name without one.
+/// One placeholder and its position; the name is empty if there are no more.
 struct Found {
     std::string_view name;
-    std::size_t begin = 0; ///< of the brace
-    std::size_t end = 0;   ///< behind the other one
+    std::size_t begin = 0; ///< position of the opening brace
+    std::size_t end = 0;   ///< position after the closing brace
 };
 
 constexpr bool isNameOnly(std::string_view name) {
@@ -112,7 +111,8 @@ constexpr bool isNameOnly(std::string_view name) {
            std::ranges::all_of(name, [](char letter) { return letter >= 'a' && letter <= 'z'; });
 }
 
-/// Braces around anything but small letters of ASCII are text.
+/// Finds the next placeholder at or after `from`. Braces around anything but lower-case ASCII letters are
+/// plain text.
 constexpr Found next(std::string_view text, std::size_t from) {
     for (auto begin = text.find('{', from); begin != std::string_view::npos;
          begin = text.find('{', begin + 1)) {
@@ -124,8 +124,8 @@ constexpr Found next(std::string_view text, std::size_t from) {
     return {{}, text.size(), text.size()};
 }
 
-/// How many places come before the one of this name, each name counted once; without that name, how many
-/// there are.
+/// The index of the placeholder `wanted` among the distinct names, in order of first appearance; the number
+/// of distinct names if there is none of that name.
 constexpr std::size_t indexOf(std::string_view text, std::string_view wanted) {
     std::size_t count = 0;
     for (auto place = next(text, 0); !place.name.empty(); place = next(text, place.end)) {
@@ -144,7 +144,7 @@ constexpr std::size_t count(std::string_view text) {
 
 } // namespace sentencePlaces
 
-/// A sentence of the program before it has values. One without places is a `Sentence` by itself.
+/// A sentence of the program before its values are given. One without placeholders converts to a `Sentence`.
 template <SentenceLiteral literal> struct SentenceKey {
     static constexpr std::size_t places = sentencePlaces::count(literal.text);
 
@@ -163,7 +163,7 @@ template <SentenceLiteral literal> struct SentenceKey {
         return {literal.text, {}};
     }
 
-    /// For what is kept or sent as a text; the window finds its translation all the same.
+    /// For text that is stored or sent; the window still finds its translation.
     [[nodiscard]] std::string czech() const
         requires(places == 0)
     {
@@ -171,7 +171,7 @@ template <SentenceLiteral literal> struct SentenceKey {
     }
 };
 
-/// The build compares these literals with the tables of the languages.
+/// The build checks these literals against the translation tables.
 template <SentenceLiteral literal> consteval SentenceKey<literal> operator""_sentence() {
     return {};
 }

@@ -5,7 +5,7 @@
 #define MORVEX_JOIN_NAMES(a, b) a##b
 #define MORVEX_UNIQUE_NAME(a, b) MORVEX_JOIN_NAMES(a, b)
 
-/// `TRY(auto, value, expression)` in a function that gives a `Result`: declares `value`, or returns the
+/// `TRY(auto, value, expression)` in a function that returns a `Result`: declares `value`, or returns the
 /// failure.
 #define TRY(type, name, ...)                                                                                 \
     auto MORVEX_UNIQUE_NAME(tried, __LINE__) = (__VA_ARGS__);                                                \
@@ -13,7 +13,7 @@
         return std::unexpected(std::move(MORVEX_UNIQUE_NAME(tried, __LINE__)).error());                      \
     type name = *std::move(MORVEX_UNIQUE_NAME(tried, __LINE__))
 
-/// `CHECK(expression)`: the same without a value.
+/// `CHECK(expression)`: like `TRY`, without a value.
 #define CHECK(...)                                                                                           \
     if (auto tried = (__VA_ARGS__); !tried) return std::unexpected(std::move(tried).error())
 

@@ -6,9 +6,9 @@
 namespace morvex {
 namespace {
 
-/// So many bytes at a time are looked at with the widest instructions there are: no branch within.
+/// Bytes checked at a time; a block is checked without branches so that the compiler can vectorise it.
 constexpr std::size_t blockSize = 64;
-/// The first byte of a sequence is at most so far before its last one.
+/// The first byte of a sequence is at most this far before its last byte.
 constexpr std::size_t reach = 3;
 
 bool isAscii(const char* bytes, std::size_t count) {
@@ -17,13 +17,13 @@ bool isAscii(const char* bytes, std::size_t count) {
     return (all & 0x80) == 0;
 }
 
-/// Whether a sequence that began in the three bytes goes on behind them.
+/// Whether a sequence that began in these three bytes continues after them.
 bool isOpen(std::uint8_t third, std::uint8_t second, std::uint8_t last) {
     return (last >= 0xc0) | (second >= 0xe0) | (third >= 0xf0);
 }
 
-/// Whether the byte cannot follow the three before it. A text is UTF-8 when no byte is wrong in this way and
-/// no sequence is open at its end.
+/// Whether `byte` cannot follow the three bytes before it. A text is UTF-8 when no byte is wrong in this way
+/// and no sequence is incomplete at the end.
 bool isWrong(std::uint8_t third, std::uint8_t second, std::uint8_t last, std::uint8_t byte) {
     const bool isContinuation = (byte & 0xc0) == 0x80;
     const bool isNeverUsed = (byte == 0xc0) | (byte == 0xc1) | (byte > 0xf4);
@@ -34,7 +34,7 @@ bool isWrong(std::uint8_t third, std::uint8_t second, std::uint8_t last, std::ui
            isBeyondUnicode;
 }
 
-/// `bytes` have three others before them.
+/// The three bytes before `bytes` must be readable.
 bool areWrong(const char* bytes, std::size_t count) {
     std::uint8_t wrong = 0;
     for (const auto* next = bytes; next < bytes + count; ++next)
@@ -48,14 +48,14 @@ bool isOpenBefore(const char* bytes) {
                   static_cast<std::uint8_t>(bytes[-1]));
 }
 
-/// How many bytes a sequence has that begins so; 0 when none does.
+/// Length in bytes of a sequence with this first byte; 0 if no sequence begins with it.
 std::size_t lengthAfter(std::uint8_t first) {
     if (first < 0x80) return 1;
     if (first < 0xc2 || first > 0xf4) return 0;
     return first < 0xe0 ? 2 : first < 0xf0 ? 3 : 4;
 }
 
-/// The bytes of the sequence at the start of `text` up to the first one that is wrong or missing.
+/// Length of the sequence at the start of `text` up to the first wrong or missing byte.
 std::size_t begunLength(std::string_view text, std::size_t wanted) {
     std::array<std::uint8_t, reach> before{0, 0, static_cast<std::uint8_t>(text.front())};
     std::size_t length = 1;
@@ -97,7 +97,7 @@ std::string repairUtf8(std::string_view text) {
 
 bool isValidUtf8(std::string_view text) {
     if (text.size() <= blockSize && isAscii(text.data(), text.size())) return true;
-    // The beginning, with zeros before it.
+    // Checks the first bytes with zeros in front of them.
     char start[2 * reach] = {};
     const auto begun = text.copy(start + reach, reach);
     if (areWrong(start + reach, begun)) return false;

@@ -13,7 +13,7 @@ namespace morvex {
 struct Uuid {
     std::array<std::uint8_t, 16> bytes{};
 
-    /// A version 4 UUID from 16 random bytes: version and variant bits are set here.
+    /// Makes a version 4 UUID from 16 random bytes; sets the version and variant bits.
     static Uuid fromRandom(std::array<std::uint8_t, 16> random);
     static std::optional<Uuid> parse(std::string_view text);
 

@@ -6,11 +6,11 @@
 #include <ranges>
 #include <string>
 
-/// Base32 with the upper-case alphabet of RFC 4648, section 6, and never any padding. There is no decoder:
-/// texts of this form are only compared.
+/// Base32 with the upper-case alphabet of RFC 4648, section 6, always without padding. There is no decoder,
+/// since such texts are only compared.
 namespace morvex::Base32 {
 
-/// Takes one byte after the other; `text()` ends the encoding.
+/// Takes one byte at a time; `text()` finishes the encoding.
 class Encoder {
   public:
     void add(std::uint8_t byte);
@@ -22,7 +22,6 @@ class Encoder {
     int heldBits_ = 0;
 };
 
-/// Any sequence of bytes.
 template <std::ranges::input_range Sequence>
     requires std::same_as<std::ranges::range_value_t<Sequence>, std::uint8_t>
 std::string encode(Sequence&& bytes) {
@@ -31,7 +30,6 @@ std::string encode(Sequence&& bytes) {
     return std::move(encoder).text();
 }
 
-/// A buffer of bytes.
 std::string encode(ByteView bytes);
 
 } // namespace morvex::Base32

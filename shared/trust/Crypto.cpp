@@ -28,8 +28,8 @@ using DigestContext = std::unique_ptr<EVP_MD_CTX, Freeing<EVP_MD_CTX_free>>;
 using KdfContext = std::unique_ptr<EVP_KDF_CTX, Freeing<EVP_KDF_CTX_free>>;
 using CipherContext = std::unique_ptr<EVP_CIPHER_CTX, Freeing<EVP_CIPHER_CTX_free>>;
 
-// Looking an algorithm up by name costs more than a short message; it is done once and kept until the process
-// ends.
+// Looking up an algorithm by name costs more than processing a short message, so each is looked up once and
+// kept until the process ends.
 struct Algorithms {
     EVP_MD* sha256 = EVP_MD_fetch(nullptr, "SHA256", nullptr);
     EVP_KDF* hkdf = EVP_KDF_fetch(nullptr, "HKDF", nullptr);
@@ -43,7 +43,7 @@ struct Algorithms {
     }
 };
 
-// A refused input must not leave its error behind in the thread's queue, where TLS would take it for its own.
+// Refused input must not leave its error in the thread's error queue, where TLS would take it for its own.
 class ErrorScope {
   public:
     ErrorScope() { ERR_set_mark(); }
@@ -89,8 +89,8 @@ CipherContext cipherContext(const Direction& direction, KeyView key, ByteView no
     return context;
 }
 
-// With no output the bytes are associated data. The library takes an empty piece for the end, so none is
-// given.
+// Without `output` the bytes are associated data. An empty input is skipped, since the library would take it
+// for the end.
 bool feed(EVP_CIPHER_CTX* context, const Direction& direction, ByteView input, std::uint8_t* output) {
     int written = 0;
     return input.empty() ||
@@ -113,7 +113,7 @@ Digest sha256(ByteView bytes) {
 }
 
 void detail::hkdfSha256(ByteView keyMaterial, ByteView salt, ByteView info, std::span<std::uint8_t> output) {
-    // The library refuses an empty salt that has no address.
+    // The library refuses an empty salt whose pointer is null.
     std::uint8_t nothing = 0;
     auto bytes = [&nothing](const char* name, ByteView view) {
         auto* data = view.empty() ? &nothing : const_cast<std::uint8_t*>(view.data());
@@ -146,7 +146,7 @@ Bytes ed25519Sign(ByteView message, KeyView privateKey) {
 
 bool ed25519Verify(ByteView signature, ByteView message, ByteView publicKey) {
     ErrorScope errors;
-    // The library verifies under keys of small order too.
+    // The library would also verify signatures under keys of small order.
     if (!isUsableSigningKey(publicKey)) return false;
     Key key(EVP_PKEY_new_raw_public_key_ex(nullptr, "ED25519", nullptr, publicKey.data(), publicKey.size()));
     DigestContext context(EVP_MD_CTX_new());
@@ -170,7 +170,7 @@ Result<SecretKeyBytes> x25519(KeyView privateKey, KeyView peerPublicKey) {
         return fail(CryptoError{CryptoFailure::libraryFailed});
     SecretKeyBytes shared;
     std::size_t size = keySize;
-    // The library refuses a secret of zeros only.
+    // The library refuses an all-zero secret.
     if (EVP_PKEY_derive(context.get(), shared.writable().data(), &size) != 1 || size != keySize)
         return fail(CryptoError{CryptoFailure::refusedKey});
     return shared;

@@ -10,10 +10,10 @@
 #include <span>
 #include <tuple>
 
-/// The cryptography of the program, wrapped once around OpenSSL. All functions are stateless and may be
-/// called from any thread. What depends on bytes from outside answers with a `Result` (whose cause is a
-/// `CryptoError`) or with false. What can fail only when the machine has no memory or no randomness ends the
-/// process: nothing safe could follow.
+/// The cryptography of the program: the only wrapper around OpenSSL. All functions are stateless and may be
+/// called from any thread. Functions that depend on bytes from outside return a `Result` (whose cause is a
+/// `CryptoError`) or false. What can fail only when the machine has no memory or no randomness ends the
+/// process, since nothing safe could follow.
 namespace morvex {
 
 inline constexpr std::size_t keySize = 32;
@@ -25,7 +25,7 @@ using RawKey = std::array<std::uint8_t, keySize>;
 using SecretKeyBytes = SecretBytes<keySize>;
 using KeyView = std::span<const std::uint8_t, keySize>;
 
-/// From the generator of the system.
+/// Uses the random generator of the system.
 void fillRandom(std::span<std::uint8_t> bytes);
 
 /// SHA-256 (FIPS 180-4).
@@ -47,8 +47,8 @@ SecretBytes<Size> hkdfSha256(ByteView keyMaterial, ByteView salt, ByteView info)
 /// Ed25519 (RFC 8032).
 RawKey ed25519PublicKey(KeyView privateKey);
 Bytes ed25519Sign(ByteView message, KeyView privateKey);
-/// Never fails by error: a key or signature of a wrong length, one that is no point of the curve, or a key
-/// that nobody can own (`isUsableSigningKey`) is just false.
+/// Returns false, never an error, for a key or signature of a wrong length, for one that is not a point of
+/// the curve and for a key that nobody can own (see `isUsableSigningKey`).
 bool ed25519Verify(ByteView signature, ByteView message, ByteView publicKey);
 
 /// X25519 (RFC 7748).
@@ -61,7 +61,7 @@ struct SealedBytes {
     Bytes tag;
 };
 
-/// ChaCha20-Poly1305 (RFC 8439). A nonce must never serve twice under one key.
+/// ChaCha20-Poly1305 (RFC 8439). A nonce must never be used twice with one key.
 Result<SealedBytes> chachaSeal(KeyView key, ByteView nonce, ByteView associatedData, ByteView plaintext);
 Result<Bytes> chachaOpen(KeyView key, ByteView nonce, ByteView associatedData, ByteView ciphertext,
                          ByteView tag);

@@ -7,10 +7,10 @@ namespace morvex {
 /// Why a cryptographic operation refused its input.
 enum class CryptoFailure {
     refusedKey,    ///< the peer's public key leads to a secret that everybody knows, or nobody can own it
-    wrongNonce,    ///< the nonce has not 12 bytes
-    wrongTag,      ///< the authentication tag has not 16 bytes
+    wrongNonce,    ///< the nonce does not have 12 bytes
+    wrongTag,      ///< the authentication tag does not have 16 bytes
     unverifiable,  ///< authentication failed
-    tooLong,       ///< 2 GiB or more: the library does not take it in one operation
+    tooLong,       ///< 2 GiB or more, which the library cannot process in one operation
     libraryFailed, ///< the library itself failed
 };
 

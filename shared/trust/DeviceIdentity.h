@@ -7,8 +7,8 @@
 
 namespace morvex {
 
-/// Who this device is: its two long-term private keys, held in memory, and what follows from them. It never
-/// changes once made, so one object can serve several threads as `std::shared_ptr<const DeviceIdentity>`.
+/// Identifies this device: its two long-term private keys, held in memory, and the values derived from them.
+/// It is immutable, so several threads can share one as `std::shared_ptr<const DeviceIdentity>`.
 class DeviceIdentity {
   public:
     static DeviceIdentity generate();
@@ -24,11 +24,11 @@ class DeviceIdentity {
 
     [[nodiscard]] const DeviceID& deviceID() const { return deviceID_; }
 
-    /// The Ed25519 signature, 64 bytes.
+    /// The Ed25519 signature of `message`, 64 bytes.
     [[nodiscard]] Bytes sign(ByteView message) const { return podpisovy_.sign(message); }
 
-    /// The key that only this device and the peer can reach. Fails with `CryptoError` for an unsafe key of
-    /// the peer.
+    /// The key that only this device and the peer can derive. Fails with `CryptoError` if the peer's key is
+    /// unsafe.
     [[nodiscard]] Result<PairKey> pairKey(const PairedPeer& peer) const;
 
   private:

@@ -7,12 +7,12 @@
 
 namespace morvex {
 
-/// Numbers the messages of one direction from 1, never twice the same: the nonce is made of it.
+/// Numbers the messages of one direction from 1 and never repeats a number, since the nonce is made from it.
 class OutgoingCounter {
   public:
     explicit OutgoingCounter(std::uint64_t last = 0) : last_(last) {}
 
-    /// Running out of numbers ends the process.
+    /// Ends the process when the numbers run out.
     std::uint64_t next() {
         vyzaduj(last_ < std::numeric_limits<std::uint64_t>::max(), "the message counter has no next value");
         return ++last_;

@@ -5,7 +5,7 @@
 
 namespace morvex {
 
-/// Signs for this device.
+/// Signs in the name of this device.
 struct SigningPurpose {
     using PublicKey = SigningPublicKey;
     static constexpr auto publicKeyOf = &ed25519PublicKey;
@@ -13,7 +13,7 @@ struct SigningPurpose {
     static constexpr bool stored = true;
 };
 
-/// This device's part of the pair key.
+/// This device's share of the pair key.
 struct StaticAgreementPurpose {
     using PublicKey = AgreementPublicKey;
     static constexpr auto publicKeyOf = &x25519PublicKey;
@@ -21,7 +21,7 @@ struct StaticAgreementPurpose {
     static constexpr bool stored = true;
 };
 
-/// This device's part of one session; never stored.
+/// This device's share of one session key; never stored.
 struct EphemeralAgreementPurpose {
     using PublicKey = AgreementPublicKey;
     static constexpr auto publicKeyOf = &x25519PublicKey;
@@ -29,27 +29,27 @@ struct EphemeralAgreementPurpose {
     static constexpr bool stored = false;
 };
 
-/// A private key of Curve25519 with its public half. The secret is wiped when the key dies or is moved from;
-/// a key can be neither copied, compared nor printed.
+/// A private key of Curve25519 with its public half. The secret is wiped when the key is destroyed or moved
+/// from. A key cannot be copied, compared or printed.
 template <class Purpose> class PrivateKey {
   public:
     using Public = typename Purpose::PublicKey;
 
     static PrivateKey generate();
-    /// Fails with `KryptoChyba` for another length than 32. The given bytes stay the caller's to wipe.
+    /// Fails with `KryptoChyba` unless `raw` has 32 bytes. The caller has to wipe `raw`.
     static Result<PrivateKey> fromRaw(ByteView raw);
 
     [[nodiscard]] const Public& publicKey() const { return public_; }
 
-    /// The Ed25519 signature, 64 bytes.
+    /// The Ed25519 signature of `message`, 64 bytes.
     [[nodiscard]] Bytes sign(ByteView message) const
         requires(Purpose::signs);
 
-    /// X25519. Fails with `CryptoError` for a public key that is not safe.
+    /// X25519. Fails with `CryptoError` if the public key is unsafe.
     [[nodiscard]] Result<SecretKeyBytes> sharedSecret(const AgreementPublicKey& peer) const
         requires(!Purpose::signs);
 
-    /// For the store of this device's keys only.
+    /// Only for the store of this device's keys.
     [[nodiscard]] SecretKeyBytes exportRaw() const
         requires(Purpose::stored);
 

@@ -7,8 +7,8 @@
 
 namespace morvex {
 
-/// What the signature of a request to revoke a device covers. The device `by` signs it and the relay checks
-/// it; the part of `signedAt` below a second does not count.
+/// The text that the signature of a revocation request covers. The device `by` signs it and the relay checks
+/// it; fractions of a second in `signedAt` are ignored.
 std::string revocationSignedText(const PairID& pair, const DeviceID& target, const DeviceID& by,
                                  Date signedAt);
 

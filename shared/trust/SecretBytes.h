@@ -7,12 +7,11 @@
 
 namespace morvex {
 
-/// Overwrites memory in a way that the compiler may not leave out.
+/// Overwrites memory; the compiler cannot optimise it away.
 void wipe(std::span<std::uint8_t> bytes);
 
-/// A fixed number of secret bytes. They are overwritten when the object dies and when it is moved from (its
-/// bytes are zero then), and cannot be copied, compared or printed. Whoever copies `view()` elsewhere must
-/// wipe that copy.
+/// A fixed number of secret bytes. They are overwritten with zeros when the object is destroyed or moved
+/// from, and cannot be copied, compared or printed. Code that copies `view()` must wipe the copy.
 template <std::size_t Size> class SecretBytes {
   public:
     SecretBytes() = default;

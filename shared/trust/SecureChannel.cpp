@@ -89,7 +89,7 @@ Result<void> SecureChannel::checkBeforeOpening(const Envelope& envelope, Date no
 
 Result<Bytes> SecureChannel::open(const Envelope& envelope, Date now) {
     CHECK(checkBeforeOpening(envelope, now));
-    // The nonce is the sender's choice: the tag proves it, whatever the counter says.
+    // The nonce comes from the sender and need not match the counter; the tag authenticates it.
     auto plaintext = chachaOpen(prijimaci_.view(), envelope.nonce, asBytes(associatedData(envelope)),
                                 envelope.ciphertext, envelope.tag);
     if (!plaintext) {

@@ -11,20 +11,20 @@
 
 namespace morvex {
 
-/// The end-to-end encryption of one session: seals what goes to the peer and opens what comes from it,
-/// refusing what is foreign, late, repeated or changed. An owner makes one after each exchange of session
-/// hellos and drops it with the connection; it is never reset. It has no thread of its own: the owner calls
-/// it from one thread at a time.
+/// The end-to-end encryption of one session: seals messages to the peer and opens messages from it; refuses
+/// those that are addressed otherwise, late, repeated or changed. The owner makes one after each exchange of
+/// session hellos and drops it with the connection; it is never reset. It has no thread of its own: the owner
+/// must call it from one thread at a time.
 class SecureChannel {
   public:
     struct Ends {
         PairID pair;
         DeviceID mujID;
         DeviceID protejsek;
-        DeviceRole role; ///< of this device
+        DeviceRole role; ///< role of this device
     };
 
-    /// What the caller gives to each sealed envelope.
+    /// What the caller supplies for each sealed envelope.
     struct Stamp {
         Date now;
         Uuid msgID; ///< fresh and random
@@ -33,8 +33,8 @@ class SecureChannel {
     /// Why an envelope was refused.
     struct Chyba {
         enum class Duvod {
-            cizi,         ///< addressed otherwise; `text` says how
-            prehrani,     ///< the counter is not new, or the identity was seen
+            cizi,         ///< wrong addressing; `text` says how
+            prehrani,     ///< the counter is not new, or the message id was seen before
             prosla,       ///< outside its time window
             neoveritelna, ///< bad nonce, or authentication failed
         };
@@ -46,21 +46,21 @@ class SecureChannel {
         bool operator==(const Chyba&) const = default;
     };
 
-    /// How much the clocks of the two devices may differ.
+    /// The largest accepted difference between the clocks of the two devices.
     static constexpr std::chrono::seconds clockTolerance{30};
 
-    /// Fails with `CryptoError` when the peer's ephemeral key is not safe.
+    /// Fails with `CryptoError` if the peer's ephemeral key is unsafe.
     static Result<SecureChannel> create(const PairKey& pairKey, const EphemeralPrivateKey& mujEfemerni,
                                         const AgreementPublicKey& peerEphemeral, Ends ends);
 
-    /// Takes the next counter, whether or not the rest succeeds. Fails with `AmbiguousIdentity` for a request
-    /// id with a "|", and for content of 2 GiB and more.
+    /// Uses up the next counter even when the call fails. Fails with `AmbiguousIdentity` if the request id
+    /// contains a "|", and for content of 2 GiB or more.
     Result<Envelope> seal(ByteView plaintext, std::string requestID, EnvelopeKind kind,
                           std::chrono::seconds lifetime, Stamp stamp);
 
-    /// Fails with `Chyba`, but for a tag of the wrong size with `CryptoError`, and for a genuine envelope
-    /// whose message or request id has a "|" with `AmbiguousIdentity`. A refused envelope changes nothing:
-    /// the genuine one with its counter is still accepted. There is no window for reordering: an envelope
+    /// Fails with `Chyba`; with `CryptoError` for a tag of the wrong size; with `AmbiguousIdentity` for a
+    /// genuine envelope whose message or request id contains a "|". A refused envelope changes nothing: the
+    /// genuine one with the same counter is still accepted. There is no window for reordering: an envelope
     /// that was overtaken is lost.
     Result<Bytes> open(const Envelope& envelope, Date now);
 

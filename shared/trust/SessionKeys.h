@@ -6,13 +6,13 @@
 
 namespace morvex {
 
-/// The two direction keys of a session, as one device sees them: its sending key is the other's receiving
-/// key. Nobody without the pair key can reach them, even with both ephemeral keys.
+/// The two direction keys of a session from this device's point of view: its sending key is the other
+/// device's receiving key. Nobody can derive them without the pair key, even with both ephemeral keys.
 struct SessionKeys {
     ChannelKey odesilaci;
     ChannelKey prijimaci;
 
-    /// Fails with `CryptoError` for an unsafe key of the peer.
+    /// Fails with `CryptoError` if the peer's key is unsafe.
     static Result<SessionKeys> derive(const PairKey& pairKey, const EphemeralPrivateKey& mujEfemerni,
                                       const AgreementPublicKey& peerEphemeral, DeviceRole role);
 };

@@ -6,13 +6,13 @@
 
 namespace morvex {
 
-/// A secret key of 32 bytes for one purpose, `Purpose`, so that keys of two purposes cannot be mistaken for
-/// each other.
+/// A secret key of 32 bytes for one purpose. `Purpose` is part of the type so that keys of two purposes
+/// cannot be confused.
 template <class Purpose> class SymmetricKey {
   public:
     explicit SymmetricKey(SecretKeyBytes bytes) : bytes_(std::move(bytes)) {}
 
-    /// For the cryptographic functions; not to be copied.
+    /// For the cryptographic functions; do not copy the bytes.
     [[nodiscard]] KeyView view() const { return bytes_.view(); }
 
   private:

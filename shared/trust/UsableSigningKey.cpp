@@ -11,7 +11,7 @@ namespace {
 /// A number below 2^255, its lowest byte first (RFC 8032, section 5.1.2).
 using Coordinate = std::array<std::uint8_t, 32>;
 
-/// The largest y there is, p - 1; it is also the y of the point of order 2.
+/// The largest valid y, p - 1; it is also the y of the point of order 2.
 constexpr Coordinate largest = [] {
     Coordinate y{};
     y.fill(0xff);
@@ -20,11 +20,12 @@ constexpr Coordinate largest = [] {
     return y;
 }();
 
-/// Every y of the eight points whose order divides 8. Two points with the same y differ in the sign of x.
+/// The y of each of the eight points whose order divides 8. Two points with the same y differ in the sign of
+/// x.
 constexpr std::array<Coordinate, 5> smallOrder{
     Coordinate{1}, // order 1
     largest,       // order 2
-    Coordinate{0}, // order 4, twice; order 8 are the two below, each twice
+    Coordinate{0}, // order 4, two points; the two values below are order 8, two points each
     Coordinate{0x26, 0xe8, 0x95, 0x8f, 0xc2, 0xb2, 0x27, 0xb0, 0x45, 0xc3, 0xf4,
                0x89, 0xf2, 0xef, 0x98, 0xf0, 0xd5, 0xdf, 0xac, 0x05, 0xd3, 0xc6,
                0x33, 0x39, 0xb1, 0x38, 0x02, 0x88, 0x6d, 0x53, 0xfc, 0x05},
@@ -44,7 +45,7 @@ bool isUsableSigningKey(ByteView publicKey) {
     if (publicKey.size() != y.size()) return false;
     std::ranges::copy(publicKey, y.begin());
     y.back() &= 0x7f;
-    // The points with x = 0 are among those of small order, so their sign needs no look.
+    // The points with x = 0 are all of small order, so the sign of x need not be checked.
     return !isLess(largest, y) && std::ranges::find(smallOrder, y) == smallOrder.end();
 }
 

@@ -4,13 +4,13 @@
 
 namespace morvex {
 
-/// Whether 32 bytes can be the Ed25519 public key of somebody. Refused are the points of small order, under
+/// Whether 32 bytes can be an Ed25519 public key that somebody owns. Refuses the points of small order, under
 /// which signatures can be made without a private key, and every encoding that RFC 8032, section 5.1.3, does
-/// not decode: a y of p or more, and a sign of x where x is 0. That the bytes are a point of the curve is
-/// left to the verification, which no signature passes without one.
+/// not decode: a y of p or more, and a sign of x where x is 0. Whether the bytes are a point of the curve is
+/// left to the verification, since no signature verifies otherwise.
 ///
-/// A key with a part of small order beside an honest one is accepted: signing for it takes the private key of
-/// the honest part, so it has an owner, and its fingerprint is one of its own.
+/// A key that is the sum of an honest key and a point of small order is accepted: signing for it takes the
+/// honest private key, so it has an owner, and it has its own fingerprint.
 bool isUsableSigningKey(ByteView publicKey);
 
 } // namespace morvex

@@ -9,8 +9,8 @@
 
 namespace morvex {
 
-/// The identities of the messages accepted last: a set that keeps the latest `strop` of them, of each its
-/// digest, since the peer makes them as long as it likes.
+/// The ids of the most recently accepted messages: a set that keeps the latest `strop` of them. It stores
+/// digests, since the peer chooses the length of the ids.
 class VideneZpravy {
   public:
     static constexpr std::size_t obvyklyStrop = 512;
@@ -21,7 +21,7 @@ class VideneZpravy {
 
     [[nodiscard]] std::size_t pocet() const { return poradi_.size(); }
 
-    /// An identity that is here already keeps its place.
+    /// An id that is already in the set keeps its position.
     void vloz(std::string_view msgID);
 
   private:

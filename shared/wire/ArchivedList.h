@@ -6,8 +6,8 @@
 
 namespace morvex {
 
-/// Records in a store's file: a JSON array of what travels, but with every date as a `NumericDate`. The
-/// instantiations stand beside the `describe` of each record (see DescribeArchive.h).
+/// Records in a store file: a JSON array like the wire form, but with every date as a `NumericDate`. The
+/// instantiations are beside the `describe` of each record (see DescribeArchive.h).
 template <class Record> struct ArchivedList {
     std::vector<Record> records;
 

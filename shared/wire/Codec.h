@@ -11,7 +11,7 @@ class JsonNode;
 template <class T> struct Codec {
     /// Appends the record to `out`.
     static void write(std::string& out, const T& record);
-    /// False when the node is no such record; the failure then stands in the node's document.
+    /// Returns false when the node is not such a record; the node's document then holds the failure.
     static bool read(const JsonNode& node, T& record);
 };
 

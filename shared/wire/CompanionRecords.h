@@ -15,8 +15,8 @@ struct CompanionCustomApp {
     std::string endpoint;
     std::string token; ///< secret
 
-    /// Whether the computer takes it into its list: the texts are short enough, and `normalizedAddress` knows
-    /// the address, which is trimmed.
+    /// Whether the computer accepts it: the texts are short enough, and `normalizedAddress` accepts the
+    /// trimmed address.
     [[nodiscard]] bool isAcceptable() const;
 
     bool operator==(const CompanionCustomApp&) const = default;

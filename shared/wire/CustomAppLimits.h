@@ -4,15 +4,15 @@
 
 namespace morvex::customAppLimits {
 
-/// Apps of one list of the phone; the computer drops the rest.
+/// Largest number of apps in one list from the phone; the computer drops the rest.
 constexpr std::size_t mostApps = 256;
 
-/// Bytes of an app's id. Its token lies in the vault under a name with this id in it, each byte of which may
-/// take three in the name of a file, and such a name has 255 at most.
+/// Limit of an app's id in bytes. The id is part of a vault item's name, where each byte may take three in a
+/// file name, and file names have at most 255 bytes.
 constexpr std::size_t longestID = 64;
 
-/// Bytes of an app's name and address each, as JSON writes them: a whole list has to fit among the settings
-/// of the computer.
+/// Limit in bytes, as JSON, of an app's name and of its address: a whole list has to fit into the settings of
+/// the computer.
 constexpr std::size_t longestText = 4096;
 
 } // namespace morvex::customAppLimits

@@ -6,7 +6,7 @@ namespace morvex {
 
 Sentence DecodeError::popis() const {
     const bool isOfMessage = path.empty();
-    // What was read is quoted as it is, even where it is a word that the languages know.
+    // Quote the text as it was read, even if it is a word that has a translation.
     const auto quoted = found.czech();
     switch (reason) {
     case Reason::tooLong:

@@ -10,19 +10,19 @@ namespace morvex {
 struct DecodeError {
     enum class Reason {
         tooLong,       ///< longer than the caller allows
-        notJson,       ///< breaks RFC 8259, or nests too deep; `found` is the place in bytes
+        notJson,       ///< violates RFC 8259, or is nested too deeply; `found` is the offset in bytes
         tooManyValues, ///< would need far more memory than its length justifies
-        missing,       ///< a required field is not there, or null
-        wrongType,     ///< `found` is the type that stands there
-        unknownWord,   ///< a word that the enumeration does not have
+        missing,       ///< a required field is absent or null
+        wrongType,     ///< `found` is the type that was found
+        unknownWord,   ///< not one of the words of the enumeration
         outOfRange,    ///< a number that the field cannot hold exactly
-        badText,       ///< no date, UUID or base64 of the only form that is accepted
-        caseCount,     ///< a tagged value without exactly one case
-        unknownCase,   ///< a tagged value with a case of another version
+        badText,       ///< not a date, UUID or base64 text in the only accepted form
+        caseCount,     ///< a tagged value that does not have exactly one case
+        unknownCase,   ///< a tagged value with an unknown case, perhaps of another version
     };
 
     Reason reason;
-    std::string path; ///< the failing field, as `items[1].risk`; empty for the whole
+    std::string path; ///< the failing field, such as `items[1].risk`; empty for the whole document
     Sentence found;   ///< at most a short piece of what was read, or the name of its type
 
     [[nodiscard]] Sentence popis() const;

@@ -17,7 +17,7 @@
 
 namespace morvex {
 
-// How a record gets its JSON form, once for both directions, in a .cpp file:
+// How to give a record its JSON form, once for both directions, in a .cpp file:
 //
 //     void describe(auto& io, Is<Note> auto& note) {
 //         io.required("title", note.title);
@@ -25,9 +25,9 @@ namespace morvex {
 //     }
 //     template struct Codec<Note>;
 //
-// Order of the calls is the order of the keys. A tagged value is a struct whose only member `value` is a
-// variant of case structs: each case has a `describe`, unless it is empty, and `caseNames` has the names in
-// the variant's order.
+// The keys have the order of the calls. A tagged value is a struct whose only member `value` is a variant of
+// case structs: each case has a `describe`, unless it is empty, and `caseNames` lists the names in the order
+// of the variant.
 
 template <class T, class Record>
 concept Is = std::same_as<std::remove_const_t<T>, Record>;
@@ -41,13 +41,13 @@ concept List = std::same_as<T, std::vector<typename T::value_type>>;
 template <class T>
 concept Tagged = requires { std::variant_size<decltype(T::value)>::value; };
 
-/// A wrapper of one text that any JSON string is.
+/// A wrapper of one text that accepts any JSON string.
 template <class T>
 concept WrappedText = requires(T wrapped) {
     { wrapped.rawValue } -> std::same_as<std::string&>;
 };
 
-/// A value with a text form of its own, whose failures have a type of their own.
+/// A value with its own text form and its own failure type.
 template <class T>
 concept ParsedText = requires(const T& value, std::string_view text) {
     { value.text() } -> std::same_as<std::string>;
@@ -62,7 +62,7 @@ inline void writeJson(std::string& out, const std::string& text) {
     appendJsonString(out, text);
 }
 
-/// In Czech.
+/// Writes the Czech text.
 inline void writeJson(std::string& out, const Sentence& sentence) {
     appendJsonString(out, sentence.czech());
 }
@@ -176,7 +176,7 @@ class RecordWriter {
     std::string& out_;
 };
 
-/// Reads one object. After the first failure the other fields are left as they are.
+/// Reads one object. After the first failure the remaining fields keep their values.
 class RecordReader {
   public:
     RecordReader(const JsonNode& node, const boost::json::object& object) : node_(node), object_(object) {}
@@ -194,7 +194,7 @@ class RecordReader {
         if (ok_ && find(name)) required(name, field.emplace());
     }
 
-    /// A key that older records lack; they count as having `otherwise`.
+    /// For a key that older records lack; if it is missing, the field becomes `otherwise`.
     template <class T>
     void assumed(std::string_view name, T& field, const std::type_identity_t<T>& otherwise) {
         if (ok_ && find(name))
@@ -206,7 +206,7 @@ class RecordReader {
     [[nodiscard]] bool ok() const { return ok_; }
 
   private:
-    /// Null for a missing key and for `null` alike.
+    /// Null for a missing key and for `null`.
     [[nodiscard]] const boost::json::value* find(std::string_view name) const {
         const auto* found = object_.if_contains(name);
         return found && !found->is_null() ? found : nullptr;

@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// Stands between a record's `describe` and the reader or writer: dates become numbers.
+/// Adapter between a record's `describe` and the reader or writer that turns dates into numbers.
 template <class Io> class WithNumericDates {
   public:
     explicit WithNumericDates(Io& io) : io_(io) {}

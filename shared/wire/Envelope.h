@@ -22,7 +22,7 @@ inline constexpr std::array<std::string_view, 4> rawValues<EnvelopeKind>{"data",
 
 inline constexpr std::chrono::seconds envelopeLifetime{60};
 
-/// What the relay forwards: clear fields for the road, and the content that only the other device can read.
+/// What the relay forwards: clear fields for routing, and content that only the other device can read.
 struct Envelope {
     ProtocolVersion v;
     PairID pair;
@@ -33,7 +33,7 @@ struct Envelope {
     EnvelopeKind kind = EnvelopeKind::data;
     Date createdAt;
     Date expiresAt;
-    std::uint64_t counter = 0; ///< of the sender's direction; 0 in a key exchange
+    std::uint64_t counter = 0; ///< counts the sender's direction; 0 in a key exchange
     Bytes nonce;               ///< 12 bytes when sealed, else empty
     Bytes ciphertext;          ///< the sealed bytes, or the plain hello of a key exchange
     Bytes tag;                 ///< 16 bytes when sealed, else empty
@@ -46,8 +46,8 @@ extern template struct Codec<Envelope>;
 /// The clear fields as the bytes that sealing and opening authenticate.
 std::string associatedData(const Envelope& envelope);
 
-/// An identity of a message or of a request has a "|", which the associated data put between the two: with
-/// the bar moved from one to the other they would stay the same.
+/// A message or request id contains a "|", which separates the two in the associated data: if the bar moved
+/// from one id to the other, the associated data would stay the same.
 struct AmbiguousIdentity {
     [[nodiscard]] Sentence popis() const {
         return "Identita zprávy nebo požadavku obsahuje svislou čáru."_sentence;
@@ -56,10 +56,10 @@ struct AmbiguousIdentity {
     bool operator==(const AmbiguousIdentity&) const = default;
 };
 
-/// Whether no other envelope has the same associated data.
+/// Whether no other envelope can have the same associated data.
 bool isUnambiguous(const Envelope& envelope);
 
-/// An envelope with the plain bytes of a hello, which its own signature protects.
+/// An envelope with a hello in the clear; the hello is protected by its own signature.
 Envelope keyExchange(PairID pair, DeviceID from, DeviceID to, std::string requestID, Bytes plainBytes,
                      Date now, Uuid msgID);
 

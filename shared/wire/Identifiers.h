@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// A device, named by the fingerprint of its signing key, so that it cannot be chosen.
+/// A device, identified by the fingerprint of its signing key, so that nobody can choose the identifier.
 struct DeviceID {
     std::string rawValue;
 
@@ -16,7 +16,7 @@ struct DeviceID {
     friend std::ostream& operator<<(std::ostream& out, const DeviceID& id) { return out << id.rawValue; }
 };
 
-/// A pair of devices, named by the relay.
+/// The identifier of a pair of devices, assigned by the relay.
 struct PairID {
     std::string rawValue;
 

@@ -40,7 +40,7 @@ Result<boost::json::value> parseJson(std::string_view json, JsonLimits limits) {
 }
 
 void writeJson(std::string& out, const Bytes& bytes) {
-    // Nothing of the alphabet is escaped.
+    // The base64 alphabet needs no escaping.
     out += '"';
     appendBase64(out, bytes);
     out += '"';

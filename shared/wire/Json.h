@@ -15,21 +15,21 @@
 
 namespace morvex {
 
-/// The JSON text of any record that has a `Codec`: UTF-8, no white space, keys in the order of the fields, an
-/// optional field without a value left out.
+/// The JSON text of any record that has a `Codec`: UTF-8, no white space, keys in the order of the fields; an
+/// optional field without a value is left out.
 template <class T> std::string encode(const T& record) {
     std::string out;
     Codec<T>::write(out, record);
     return out;
 }
 
-/// Without white space, keys in the order of the objects.
+/// No white space; keys in the order of the objects.
 std::string encode(const boost::json::value& value);
 std::string encode(const boost::json::object& object);
 
-/// Reads exactly one record; unknown keys are ignored, `null` is the same as a missing key. Fails with a
-/// `DecodeError`, for a version that cannot be read with `TalkSpanError::ProtocolMismatch`, for a key with a
-/// `KryptoChyba`. Memory is bounded as `parseDocument` says, and the record itself takes at most twice as
+/// Reads exactly one record; ignores unknown keys, and treats `null` as a missing key. Fails with a
+/// `DecodeError`, for an unreadable version with `TalkSpanError::ProtocolMismatch`, for a bad key with
+/// `KryptoChyba`. Memory is bounded as described at `parseDocument`; the record itself takes at most twice as
 /// much again.
 template <class T> Result<T> decode(std::string_view json, JsonLimits limits = {}) {
     const auto root = parseDocument(json, limits);
@@ -45,8 +45,9 @@ template <class T> Result<T> decode(ByteView json, JsonLimits limits = {}) {
     return decode<T>(asText(json), limits);
 }
 
-/// Any JSON, by the same rules and limits, for what has no record: arguments of tools, answers of foreign
-/// services. A number too great for a double is refused, so that what was read can always be written.
+/// Reads any JSON, by the same rules and limits, where there is no record type: arguments of tools, answers
+/// of foreign services. A number too large for a double is refused, so that everything that was read can be
+/// written.
 Result<boost::json::value> parseJson(std::string_view json, JsonLimits limits = {});
 
 } // namespace morvex

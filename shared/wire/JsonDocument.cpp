@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t parserBufferSize = 4096;
 
-/// Takes the parts of a text and keeps none.
+/// Accepts the parts of a text and stores none.
 struct NoValues {
     void push_object(std::size_t) {}
 
@@ -43,7 +43,8 @@ template <class Values> using Parser = boost::json::basic_parser<JsonHandler<Val
 boost::json::parse_options strictOptions(std::string_view text) {
     boost::json::parse_options strict;
     strict.max_depth = jsonDepthLimit;
-    // The library looks several times longer; it has to find the place only when there is one.
+    // The library's own UTF-8 check takes several times longer, so it runs only when it has to find the
+    // position of an error.
     strict.allow_invalid_utf8 = isValidUtf8(text);
     return strict;
 }

@@ -11,14 +11,14 @@
 
 namespace morvex {
 
-/// What `boost::json::basic_parser` calls for each part of a text. It meters the text and passes the parts on
-/// to `values`, which is a `boost::json::value_stack` or takes the same calls.
+/// The handler that `boost::json::basic_parser` calls for each part of a text. It meters the text and passes
+/// the parts on to `values`, which is a `boost::json::value_stack` or has the same interface.
 template <class Values> class JsonHandler {
   public:
     using Text = boost::json::string_view;
     using Failure = boost::json::error_code;
 
-    // Nothing in a text within its limits is as long.
+    // Nothing in a text within its limits can be as long.
     static constexpr std::size_t max_object_size = std::numeric_limits<std::int32_t>::max();
     static constexpr std::size_t max_array_size = max_object_size;
     static constexpr std::size_t max_key_size = max_object_size;
@@ -36,7 +36,7 @@ template <class Values> class JsonHandler {
 
     bool on_array_begin(Failure& failure) { return goesOn(meter.addValue(), failure); }
 
-    // The members of an object are still a list here; `push_object` makes the table.
+    // The members of an object are still a list here; `push_object` builds the hash table.
     bool on_object_end(std::size_t members, Failure& failure) {
         if (!goesOn(meter.closeObject(members), failure)) return false;
         values.push_object(members);

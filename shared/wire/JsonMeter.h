@@ -7,17 +7,17 @@
 
 namespace morvex {
 
-/// Adds up what a JSON text asks for while it is read, from its first byte to its last. The library finds the
-/// members of an object by a hash that whoever writes the names can make collide, so that each name is
+/// Adds up what a JSON text costs while it is read from its first byte to its last. The library finds the
+/// members of an object by a hash, and the author of the names can make them collide, so that each name is
 /// compared with all others of its object. The meter therefore counts these comparisons, not the members.
 class JsonMeter {
   public:
     explicit JsonMeter(JsonLimits limits) : limits_(limits) {}
 
-    /// The calls follow the text. Those that give a flag give false from where the text asks for too much.
+    /// Call these in the order of the text. Those that return a bool return false once a limit is exceeded.
     bool addValue() { return ++values_ <= limits_.values; }
 
-    /// At most `jsonDepthLimit` objects are open at one time.
+    /// At most `jsonDepthLimit` objects may be open at a time.
     bool openObject() {
         nameBytes_[openObjects_++] = 0;
         return addValue();
@@ -32,7 +32,7 @@ class JsonMeter {
 
     [[nodiscard]] std::size_t values() const { return values_; }
 
-    /// Half the square of the members of each object, and as much again for every 64 bytes of a name.
+    /// For each object half the square of its member count, plus as much again for every 64 bytes of a name.
     [[nodiscard]] std::size_t comparisons() const { return comparisons_; }
 
   private:
@@ -41,7 +41,7 @@ class JsonMeter {
     JsonLimits limits_;
     std::size_t values_ = 0;
     std::size_t comparisons_ = 0;
-    std::array<std::size_t, jsonDepthLimit> nameBytes_{}; ///< of each open object
+    std::array<std::size_t, jsonDepthLimit> nameBytes_{}; ///< one entry for each open object
     std::size_t openObjects_ = 0;
 };
 

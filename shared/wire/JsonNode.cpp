@@ -10,7 +10,7 @@
 namespace morvex {
 namespace {
 
-/// From here on several numbers round to one: 2^53.
+/// 2^53: from here on a double cannot represent every integer.
 constexpr double inexactIntegers = 9007199254740992.0;
 constexpr std::size_t longestQuote = 40;
 

@@ -14,7 +14,7 @@
 
 namespace morvex {
 
-/// Where a node stands: a list on the stack of the readers, made into text only for a failure.
+/// The position of a node: a linked list on the stack of the readers. It becomes text only for a failure.
 struct JsonPath {
     const JsonPath* parent = nullptr;
     std::string_view key;  ///< empty for an array's element
@@ -35,28 +35,28 @@ class JsonNode {
 
     [[nodiscard]] const JsonPath& path() const { return path_; }
 
-    /// Null when the value is of another type; the failure is then noted.
+    /// Null when the value has another type; the failure is then recorded.
     [[nodiscard]] const boost::json::object* object() const;
     [[nodiscard]] const boost::json::array* array() const;
     [[nodiscard]] const boost::json::string* string() const;
 
     bool read(bool& flag) const;
     bool read(std::string& text) const;
-    /// A text that is the same in every language: its places and values did not come along.
+    /// Reads a plain text; placeholders and values of the sentence are not transferred.
     bool read(Sentence& sentence) const;
-    /// Also a floating number without a fraction, up to 2^53.
+    /// Also accepts a floating-point number without a fraction, up to 2^53.
     bool read(std::int64_t& number) const;
     bool read(std::uint64_t& number) const;
     bool read(std::uint16_t& number) const;
-    /// Finite and below 2^63, so that it has whole seconds.
+    /// Finite and below 2^63, so that whole seconds fit an integer.
     bool read(double& number) const;
     bool read(Date& date) const;
     bool read(Uuid& uuid) const;
     bool read(Bytes& bytes) const;
 
-    /// Notes the failure at this node and gives false.
+    /// Records the failure at this node and returns false.
     bool fail(DecodeError::Reason reason, std::string_view found = {}) const;
-    /// Notes a failure that has a cause of its own and gives false.
+    /// Records a failure that has its own cause type and returns false.
     bool fail(Error cause) const;
 
   private:

@@ -21,7 +21,8 @@ bool isEscaped(char byte) {
     return static_cast<unsigned char>(byte) < 0x20 || byte == '"' || byte == '\\';
 }
 
-/// False when a JSON string holds all eight bytes as they are. A borrow can only make it true.
+/// False only if a JSON string can hold all eight bytes unescaped. A borrow of the subtraction can cause a
+/// false alarm but never hide a byte.
 bool mayHaveEscaped(const char* eight) {
     std::uint64_t word;
     std::memcpy(&word, eight, sizeof word);
@@ -30,7 +31,7 @@ bool mayHaveEscaped(const char* eight) {
     return ((isControl | isZero(word ^ everyByte * '"') | isZero(word ^ everyByte * '\\')) & topBits) != 0;
 }
 
-/// How many bytes at the start of `text` go out unchanged.
+/// Number of bytes at the start of `text` that need no escaping.
 std::size_t cleanLength(std::string_view text) {
     std::size_t index = 0;
     while (text.size() - index >= 8 && !mayHaveEscaped(text.data() + index)) index += 8;

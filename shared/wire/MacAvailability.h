@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// The state of the link, for this computer's own interface. It never travels.
+/// The state of the link, for this device's own interface. It is never sent.
 struct MacAvailability {
     struct NeplatneParovani {
         Sentence duvod;
@@ -58,7 +58,7 @@ struct MacAvailability {
     /// True when the link can carry a request.
     [[nodiscard]] bool jePouzitelny() const;
 
-    /// Null when it is another case.
+    /// Null when the value holds another case.
     template <class Case> [[nodiscard]] const Case* as() const { return std::get_if<Case>(&value); }
 
     bool operator==(const MacAvailability&) const = default;

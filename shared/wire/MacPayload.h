@@ -17,8 +17,8 @@
 
 namespace morvex {
 
-/// The one message between phone and computer, above the secure channel. A reply belongs to its call, and a
-/// `Cancel` to what it cancels, by the `requestID` of the envelope.
+/// The only message type between phone and computer, inside the secure channel. The `requestID` of the
+/// envelope ties a reply to its call, and a `Cancel` to the call that it cancels.
 struct MacPayload {
     struct Status {
         MacStatus status;
@@ -100,7 +100,7 @@ struct MacPayload {
     };
 
     struct ApprovalDecision {
-        std::string id; ///< of the `ApprovalRequest`
+        std::string id; ///< id of the `ApprovalRequest`
         bool approved = false;
         std::optional<std::string> reason;
         bool operator==(const ApprovalDecision&) const = default;
@@ -111,7 +111,7 @@ struct MacPayload {
                  ApprovalDecision>
         value;
 
-    /// Null when it is another case.
+    /// Null when the value holds another case.
     template <class Case> [[nodiscard]] const Case* as() const { return std::get_if<Case>(&value); }
 
     bool operator==(const MacPayload&) const = default;

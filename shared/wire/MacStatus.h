@@ -24,7 +24,7 @@ struct AgentStatus {
 };
 
 struct RunningTask {
-    std::string requestID; ///< of the call that started it
+    std::string requestID; ///< request id of the call that started it
     std::optional<Uuid> workItemID;
     std::string tool;
     Date startedAt;
@@ -33,7 +33,7 @@ struct RunningTask {
     bool operator==(const RunningTask&) const = default;
 };
 
-/// What the computer can do right now, as the phone is told.
+/// What the computer can do right now, as reported to the phone.
 struct MacStatus {
     ProtocolVersion protocolVersion;
     std::string appVersion;
@@ -42,7 +42,7 @@ struct MacStatus {
     AgentStatus claude;
     AgentStatus codex;
     bool mailAvailable = false;
-    std::vector<std::string> allowedFolders; ///< their names
+    std::vector<std::string> allowedFolders; ///< names, not paths
     std::optional<RunningTask> runningTask;
     bool onPower = false;
     Date sentAt;

@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// A note that phone and Mac keep in step. A deleted one stays as a record, with `deletedAt`.
+/// A note that phone and Mac keep in sync. A deleted note stays as a record with `deletedAt` set.
 struct MorvexNote {
     Uuid id;
     std::string title;
@@ -20,7 +20,8 @@ struct MorvexNote {
     std::uint64_t revision = 0;
     std::optional<Date> deletedAt;
 
-    /// Which of two versions of one note counts: the higher revision, at equal ones the later change.
+    /// Whether this version of the note replaces `stored`: the higher revision wins; at equal revisions the
+    /// later change.
     [[nodiscard]] bool supersedes(const MorvexNote& stored) const {
         return revision != stored.revision ? revision > stored.revision : updatedAt > stored.updatedAt;
     }
@@ -28,9 +29,9 @@ struct MorvexNote {
     bool operator==(const MorvexNote&) const = default;
 };
 
-/// The request id under which a note travels.
+/// The request id with which a note is sent.
 std::string requestID(const MorvexNote& note);
-/// That of its acknowledgement.
+/// The request id of the note's acknowledgement.
 std::string noteAckID(const Uuid& id);
 
 extern template struct Codec<MorvexNote>;

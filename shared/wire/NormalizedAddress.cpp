@@ -12,7 +12,7 @@ std::optional<std::string> normalizedAddress(std::string_view text) {
     boost::urls::url url(*parsed);
     auto path = url.encoded_path();
     if (path.empty() || path == "/") url.set_encoded_path("/api/mcp");
-    // The parser takes what cannot belong to a host or a port for a path ("host:port", "[::1]x").
+    // What the parser cannot read as host or port it takes for a path ("host:port", "[::1]x").
     if (!url.encoded_path().starts_with('/')) return std::nullopt;
     return std::string(url.buffer());
 }

@@ -6,10 +6,10 @@
 
 namespace morvex {
 
-/// The address under which a custom app is reached: without slashes at its end, and with the path "/api/mcp"
-/// where it had none. `text` is trimmed. Nothing unless it is a URI (RFC 3986) with a host and the scheme
-/// https, in any case of letters. Such a URI has letters of ASCII only, and nothing is encoded here: the
-/// address of a host with other letters is written as "https://xn--…", other letters of a path as "%C5%99".
+/// The address of a custom app in its normal form: without trailing slashes, and with the path "/api/mcp" if
+/// it had none. `text` is trimmed. Returns nothing unless it is a URI (RFC 3986) with a host and the scheme
+/// https in any case. A URI has ASCII letters only, and nothing is encoded here: a host with other letters
+/// has to be written as "https://xn--…", other letters of a path as "%C5%99".
 std::optional<std::string> normalizedAddress(std::string_view text);
 
 } // namespace morvex

@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// A date of a record in a store's file: the number of `secondsSince2001`.
+/// A date in a store file, written as the number of `secondsSince2001`.
 struct NumericDate {
     Date date;
 

@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// The other device of the pair, as it is kept after the user confirmed the pairing.
+/// The other device of the pair, as stored after the user confirmed the pairing.
 struct PairedPeer {
     PairID pairID;
     std::string relayURL;

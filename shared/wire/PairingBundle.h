@@ -9,12 +9,12 @@
 
 namespace morvex {
 
-/// What the QR code carries from the computer to the phone. Its JSON has the keys in sorted order.
+/// The content of the QR code that the phone scans from the computer. Its JSON has sorted keys.
 struct PairingBundle {
     ProtocolVersion v;
     std::string relayURL;
     PairID pairID;
-    std::string pairingToken; ///< secret; good for one join
+    std::string pairingToken; ///< secret; valid for one join
     SigningPublicKey signingKey;
     AgreementPublicKey agreementKey;
 

@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// For a person's eyes: a key or an element a line, two blanks for each level, keys sorted.
+/// For people: one key or element per line, two blanks of indentation per level, sorted keys.
 std::string prettyJson(const boost::json::object& object);
 std::string prettyJson(const boost::json::array& array);
 

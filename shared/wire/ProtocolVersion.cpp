@@ -10,7 +10,7 @@
 namespace morvex {
 namespace {
 
-/// Of what is no version, for the person who reads of it.
+/// Bytes of an unreadable version that the error message quotes.
 constexpr std::size_t longestQuote = 40;
 
 std::optional<std::int64_t> parseInteger(std::string_view text) {

@@ -9,15 +9,15 @@
 
 namespace morvex {
 
-/// The version of the protocol. Two are compatible when their major numbers are equal.
+/// The version of the protocol. Two versions are compatible when their major numbers are equal.
 struct ProtocolVersion {
     std::int64_t major = 0;
     std::int64_t minor = 0;
 
     static const ProtocolVersion current;
 
-    /// Two decimal integers with a dot; empty pieces between dots do not count. Anything else is a foreign
-    /// version and fails with `TalkSpanError::ProtocolMismatch`.
+    /// Reads two decimal integers separated by a dot; empty pieces between dots are ignored. Anything else
+    /// counts as a foreign version and fails with `TalkSpanError::ProtocolMismatch`.
     static Result<ProtocolVersion> parse(std::string_view text);
 
     [[nodiscard]] std::string text() const;

@@ -34,22 +34,22 @@ struct KryptoChyba {
 
     [[nodiscard]] Sentence popis() const;
 
-    /// Null when it is another case.
+    /// Null when the value holds another case.
     template <class Case> [[nodiscard]] const Case* as() const { return std::get_if<Case>(&value); }
 
     bool operator==(const KryptoChyba&) const = default;
 };
 
 /// A raw public key of Curve25519. On the wire it is one string of standard base64. Whether the bytes are a
-/// point that the curve accepts shows only when the key is used.
+/// valid point of the curve is found out only when the key is used.
 template <class Role> struct PublicKey {
     static constexpr std::size_t size = 32;
 
     std::array<std::uint8_t, size> raw{};
 
-    /// Fails with `KryptoChyba` for another length than 32.
+    /// Fails with `KryptoChyba` unless `bytes` has 32 bytes.
     static Result<PublicKey> fromRaw(ByteView bytes);
-    /// From base64. Fails with `KryptoChyba`.
+    /// Reads base64. Fails with `KryptoChyba`.
     static Result<PublicKey> parse(std::string_view base64);
 
     /// The base64 form.

@@ -7,8 +7,7 @@
 
 namespace morvex {
 
-/// The words of an enumeration that travels as a word, in the order of its cases. Specialised once beside
-/// each.
+/// The wire words of an enumeration, in the order of its cases. The specialisation is beside the enumeration.
 template <class E> inline constexpr std::array<std::string_view, 0> rawValues{};
 
 template <class E>

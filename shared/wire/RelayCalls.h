@@ -13,14 +13,14 @@
 
 namespace morvex {
 
-/// The relay's addresses, below its base address.
+/// The paths of the relay, relative to its base address.
 namespace relayPaths {
 inline constexpr std::string_view socket = "v1/ws";
 inline constexpr std::string_view createPair = "v1/pair/create";
 inline constexpr std::string_view joinPair = "v1/pair/join";
 inline constexpr std::string_view revokeDevice = "v1/device/revoke";
 
-/// Whether the path of a request, with its slash in front, is one of these.
+/// Whether `path`, the path of a request with its leading slash, is `address`.
 constexpr bool isAt(std::string_view path, std::string_view address) {
     return path.starts_with('/') && path.substr(1) == address;
 }
@@ -37,7 +37,7 @@ struct ZalozitPozadavek {
 
 struct ZalozitOdpoved {
     PairID pairID;
-    std::string pairingToken; ///< secret; good for one join
+    std::string pairingToken; ///< secret; valid for one join
     Date expiresAt;
 
     bool operator==(const ZalozitOdpoved&) const = default;
@@ -59,7 +59,7 @@ struct PripojitOdpoved {
     bool operator==(const PripojitOdpoved&) const = default;
 };
 
-/// POST to `revokeDevice`: shuts a device out of its pair. The reply has no body that is read.
+/// POST to `revokeDevice`: removes a device from its pair. The body of the reply is not read.
 struct OdvolatPozadavek {
     PairID pairID;
     DeviceID target;

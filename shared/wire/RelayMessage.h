@@ -77,7 +77,7 @@ struct RelayMessage {
 
     std::variant<Challenge, Authenticate, Authenticated, PeerOnline, Forward, Failure> value;
 
-    /// Null when it is another case.
+    /// Null when the value holds another case.
     template <class Case> [[nodiscard]] const Case* as() const { return std::get_if<Case>(&value); }
 
     bool operator==(const RelayMessage&) const = default;

@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// One side's signed offer of a key for one session.
+/// One side's signed key offer for one session.
 struct SessionHello {
     DeviceID device;
     AgreementPublicKey ephemeral;

@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// The failures that phone and Mac have in common.
+/// The failures that phone and Mac share.
 struct TalkSpanError {
     struct ProtocolMismatch {
         std::string mine;
@@ -94,7 +94,7 @@ struct TalkSpanError {
 
     [[nodiscard]] Sentence popis() const;
 
-    /// Null when it is another case.
+    /// Null when the value holds another case.
     template <class Case> [[nodiscard]] const Case* as() const { return std::get_if<Case>(&value); }
 
     bool operator==(const TalkSpanError&) const = default;

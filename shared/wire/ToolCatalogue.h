@@ -7,11 +7,11 @@
 
 namespace morvex::ToolCatalogue {
 
-/// The descriptors of this program's own tools, in the order of the offer. Built once; the texts never
-/// change.
+/// The descriptors of this program's own tools, in the order in which they are offered. Built once; the texts
+/// never change.
 const std::vector<ToolDescriptor>& descriptors();
 
-/// Null for a name that the catalogue does not have.
+/// Null if the catalogue has no tool of this name.
 const ToolDescriptor* find(std::string_view name);
 
 } // namespace morvex::ToolCatalogue

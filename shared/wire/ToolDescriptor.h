@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// What the phone's assistant is told about one tool.
+/// What the phone's assistant learns about one tool.
 struct ToolDescriptor {
     std::string name;
     std::string summary; ///< Czech, for the assistant

@@ -6,17 +6,17 @@
 
 namespace morvex {
 
-/// How dangerous a tool is; a case is less than every case after it.
+/// How dangerous a tool is, in ascending order.
 enum class ToolRisk { safeRead, guardedRead, localChange, change, forbidden };
 
 template <>
 inline constexpr std::array<std::string_view, 5> rawValues<ToolRisk>{"safe_read", "guarded_read",
                                                                      "local_change", "change", "forbidden"};
 
-/// The words for the user.
+/// The label shown to the user.
 std::string riskLabel(ToolRisk risk);
 
-/// A forbidden tool asks for no approval: it is refused.
+/// A forbidden tool needs no approval because it is always refused.
 constexpr bool requiresApproval(ToolRisk risk) {
     return risk == ToolRisk::change;
 }

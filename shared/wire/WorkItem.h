@@ -17,7 +17,7 @@ enum class WorkItemSource { iPhone, mac };
 
 template <> inline constexpr std::array<std::string_view, 2> rawValues<WorkItemSource>{"iPhone", "mac"};
 
-/// What it takes to resume a coding agent's session.
+/// What is needed to resume a coding agent's session.
 struct AgentContinuation {
     std::string tool;
     std::optional<std::string> sessionID;
@@ -26,7 +26,7 @@ struct AgentContinuation {
     bool operator==(const AgentContinuation&) const = default;
 };
 
-/// One request of the user, through its life.
+/// One request of the user, from its capture to its end.
 struct WorkItem {
     Uuid id;
     std::optional<Uuid> conversationID;

@@ -5,8 +5,8 @@
 
 namespace morvex {
 
-/// Where a work item stands. A newer peer may know more states than this program: any other word is kept as
-/// it came, and goes out again unchanged. Equality compares the words.
+/// The state of a work item. A newer peer may know more states than this program: an unknown word is kept and
+/// sent on unchanged. Equality compares the words.
 struct WorkItemStatus {
     enum Case {
         captured,
@@ -24,13 +24,13 @@ struct WorkItemStatus {
 
     WorkItemStatus() : WorkItemStatus(captured) {}
 
-    /// Any case but `unknown`, which has a word of its own.
+    /// `known` must not be `unknown`, which stands for a word of its own.
     WorkItemStatus(Case known);
 
     explicit WorkItemStatus(std::string word) : rawValue(std::move(word)) {}
 
     [[nodiscard]] Case kind() const;
-    /// For whoever reads a terminal; an unknown status stands as it came.
+    /// For terminals; an unknown status is returned as it came.
     [[nodiscard]] std::string_view words() const;
     bool operator==(const WorkItemStatus&) const = default;
 };
