@@ -9,13 +9,13 @@
 
 namespace morvex {
 
-/// Where this device's keys and its paired peer are kept. Calls may block; safe from any one thread at a
-/// time.
+/// The store of this device's keys and of its paired peer. Calls may block. Any thread may call, but only one
+/// at a time.
 class IdentityStore {
   public:
     virtual ~IdentityStore() = default;
 
-    /// Null when there is no whole identity.
+    /// Null when the stored identity is missing or incomplete.
     virtual Result<std::shared_ptr<const DeviceIdentity>> nactiIdentitu() = 0;
     virtual Result<void> ulozIdentitu(std::shared_ptr<const DeviceIdentity> identita) = 0;
     virtual Result<void> smazIdentitu() = 0;

@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// The vault refused.
+/// The vault refused a request.
 struct KeychainChyba {
     enum class Pokus { cteni, zapis, mazani };
 
@@ -21,7 +21,7 @@ struct KeychainChyba {
 
     [[nodiscard]] Sentence popis() const;
 
-    /// Nobody unlocked it: not asked, asked in vain, or by a prompt that was closed.
+    /// True when the vault stayed locked: the user was not asked, did not answer, or closed the prompt.
     [[nodiscard]] bool jeZamceno() const {
         return stav == vaultStatus::interactionNotAllowed || stav == vaultStatus::userCanceled;
     }
@@ -29,7 +29,7 @@ struct KeychainChyba {
     bool operator==(const KeychainChyba&) const = default;
 };
 
-/// Whether the failure is a vault that nobody unlocked.
+/// Whether the cause of the failure is a locked vault.
 inline bool jeZamceno(const Error& error) {
     const auto* refusal = error.as<KeychainChyba>();
     return refusal && refusal->jeZamceno();

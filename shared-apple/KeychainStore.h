@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// Keeps identity and peer as three items of one service in the vault of the system. Refusals are
+/// Keeps identity and peer as three items of one service in the system's vault. A refusal of the vault is a
 /// `KeychainChyba`.
 class KeychainStore final : public IdentityStore {
   public:

@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// The message makes a frame beyond `frameLimit`. Nothing was sent, and the link stays.
+/// The message would make a frame longer than `frameLimit`. Nothing was sent, and the link stays up.
 struct MessageTooLong {
     [[nodiscard]] Sentence popis() const { return "Zpráva je na přenos příliš dlouhá."_sentence; }
 

@@ -6,9 +6,9 @@
 
 namespace morvex {
 
-/// The keys of this device: those that are stored, else new ones, which are stored then. What is left of
-/// another identity is erased before, so that a program that ends between the two keys leaves no identity,
-/// and never one with a key of each. May block as the store does.
+/// Loads this device's keys, or makes and stores new ones. Remains of an older identity are erased first: if
+/// the program ends between storing the two keys, the store then holds no identity, never one that mixes old
+/// and new keys. May block as the store does.
 Result<std::shared_ptr<const DeviceIdentity>> ownIdentity(IdentityStore& store);
 
 } // namespace morvex

@@ -6,8 +6,8 @@
 
 namespace morvex {
 
-/// Identity and peer for as long as this object lives: for tests, the programs keep theirs. Never fails; safe
-/// from any thread.
+/// Keeps identity and peer only as long as this object lives. For tests; the programs use a lasting store.
+/// Never fails; safe from any thread.
 class PametoveUloziste final : public IdentityStore {
   public:
     Result<std::shared_ptr<const DeviceIdentity>> nactiIdentitu() override {

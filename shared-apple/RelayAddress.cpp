@@ -13,7 +13,7 @@ namespace morvex {
 
 namespace {
 
-/// The base with `path` behind its own path, without query and fragment.
+/// The base address with `path` appended to its path, without query and fragment.
 boost::urls::url below(const std::string& base, std::string_view path) {
     boost::urls::url url(boost::urls::parse_uri_reference(base).value());
     url.remove_query();
@@ -36,8 +36,8 @@ bool isUsable(const boost::urls::url_view& url) {
            });
 }
 
-/// RFC 6761: "localhost" and the names below it are this computer. So is an address that stands for all of
-/// its own.
+/// RFC 6761: "localhost" and the names below it are this computer. So is the unspecified address, which
+/// stands for all addresses of the computer.
 bool isThisComputer(const boost::urls::url_view& url) {
     const auto isOwn = [](const auto& address) { return address.is_loopback() || address.is_unspecified(); };
     if (url.host_type() == boost::urls::host_type::ipv4) return isOwn(url.host_ipv4_address());
@@ -52,7 +52,7 @@ bool isThisComputer(const boost::urls::url_view& url) {
     return name == "localhost" || name.ends_with(".localhost");
 }
 
-/// "relay.example:8787" begins with no scheme, though the rule for one would allow it.
+/// "relay.example:8787" counts as having no scheme, though the syntax of URIs would allow to read one.
 std::size_t lengthOfScheme(std::string_view typed) {
     const auto end = typed.find_first_of(":/");
     if (end == std::string_view::npos) return 0;
@@ -61,7 +61,7 @@ std::size_t lengthOfScheme(std::string_view typed) {
     return isKnown || typed.substr(end).starts_with(":/") ? end + 1 : 0;
 }
 
-/// The host and what follows it with the scheme that it needs; empty when that is no address either.
+/// The typed host and the rest with the scheme that they need; empty when even that is not a usable address.
 std::string corrected(std::string_view typed) {
     typed.remove_prefix(lengthOfScheme(typed));
     typed.remove_prefix(std::min(typed.find_first_not_of('/'), typed.size()));
@@ -70,7 +70,7 @@ std::string corrected(std::string_view typed) {
         if (!RelayAddress::parse(text)) return {};
         const auto url = boost::urls::parse_uri_reference(text).value();
         if (!isUsable(url)) return {};
-        // The relay of this computer speaks without TLS unless it is given a certificate.
+        // A relay on this computer uses no TLS unless it was given a certificate.
         if (scheme == "http://" || !isThisComputer(url)) return text;
     }
     return {};
@@ -98,7 +98,7 @@ Result<RelayAddress> RelayAddress::entered(std::string_view typed) {
 std::optional<RelayAddress> RelayAddress::parse(std::string_view text) {
     auto parsed = boost::urls::parse_uri_reference(text);
     if (!parsed || parsed->encoded_host().empty()) return std::nullopt;
-    // The parser takes what cannot belong to a host or a port for a path ("host:port", "[::1]x").
+    // What the parser cannot read as host or port it takes for a path ("host:port", "[::1]x").
     if (auto path = parsed->encoded_path(); !path.empty() && path.front() != '/') return std::nullopt;
     return RelayAddress(std::string(text));
 }

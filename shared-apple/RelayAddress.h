@@ -9,41 +9,41 @@
 
 namespace morvex {
 
-/// Why an address that a person typed is not taken.
+/// Why an address that the user typed is refused.
 struct RelayAddressRefused {
-    std::string corrected; ///< what was probably meant; empty when nobody can tell
+    std::string corrected; ///< what was probably meant; empty if unknown
 
     [[nodiscard]] Sentence popis() const;
     bool operator==(const RelayAddressRefused&) const = default;
 };
 
-/// The base address of a relay, and the addresses below it.
+/// The base address of a relay, and the addresses derived from it.
 class RelayAddress {
   public:
-    /// What the user is told of a text that is no address at all.
+    /// Shown to the user for a text that is not an address.
     static constexpr auto nonsense = "Adresa relaye nedává smysl."_sentence;
 
-    /// What the user is told when the address that was kept with the peer cannot be parsed.
+    /// Shown to the user when the address stored with the peer cannot be parsed.
     static constexpr auto keptOneIsUnusable = "Uložená adresa relaye nedává smysl."_sentence;
 
-    /// Nothing when the text is no URI (RFC 3986) or has no host.
+    /// Returns nothing when the text is not a URI (RFC 3986) or has no host.
     static std::optional<RelayAddress> parse(std::string_view text);
 
-    /// The address that a person typed, which the network can use: http or https, without a user, with a port
-    /// from 1 to 65535. Fails with `RelayAddressRefused`.
+    /// An address as the user typed it, which the network must be able to use: http or https, without a user
+    /// name, with a port from 1 to 65535. Fails with `RelayAddressRefused`.
     static Result<RelayAddress> entered(std::string_view typed);
 
-    /// For the calls over HTTP: `path`, one of `relayPaths`, appended to the base path.
+    /// The address of an HTTP call: `path`, one of `relayPaths`, appended to the base path.
     [[nodiscard]] std::string call(std::string_view path) const;
 
-    /// For the socket: "wss" when the base address has "https", else "ws"; path `relayPaths::socket` with
-    /// the protocol version.
+    /// The address of the socket: "wss" if the base address has "https", else "ws"; the path is
+    /// `relayPaths::socket` with the protocol version.
     [[nodiscard]] std::string socket() const;
 
-    /// Whether only programs of this computer can reach a relay there.
+    /// Whether a relay at this address can be reached only from this computer.
     [[nodiscard]] bool isThisComputer() const;
 
-    /// As it was given.
+    /// The address as it was given.
     [[nodiscard]] const std::string& text() const { return text_; }
 
   private:

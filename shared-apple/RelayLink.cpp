@@ -22,10 +22,10 @@ constexpr auto pingInterval = 20s;
 constexpr auto pongLimit = 10s;
 constexpr auto loginLimit = 60s;
 
-/// While so many events wait to be taken the relay is not read.
+/// While this many events wait to be taken, the relay is not read.
 constexpr std::size_t mostWaiting = 1;
 
-/// What the relay says is for a person to read.
+/// Longest text of the relay that is shown to the user.
 constexpr std::size_t longestDetail = 500;
 
 std::unexpected<Error> notPaired(Sentence why) {
@@ -39,9 +39,9 @@ Task<Result<RelayMessage>> receive(std::shared_ptr<WebSocket> socket, std::stop_
     co_return decode<RelayMessage>(frame.data, messageLimits);
 }
 
-/// The nonce is signed as it is. One that begins like a text that this key signs elsewhere would give the
-/// relay a signature of use there: on a hello with a key of its own, for one. Chance makes such a nonce once
-/// in sixteen million logins, which are tried again.
+/// The nonce is signed as it is. If it began like another text that this key signs, the relay would get a
+/// signature that it could use elsewhere, for example on a hello with a key of its own. A random nonce begins
+/// so once in sixteen million logins; such a login is tried again.
 bool saysMoreThanChance(ByteView nonce) {
     const auto text = asText(nonce);
     return text.starts_with("ts-") || text.starts_with("revoke|");
@@ -51,7 +51,7 @@ RelayLink::Selhalo toldBy(const RelayMessage::Failure& failure) {
     return {failure.code, excerpt(failure.detail, longestDetail)};
 }
 
-/// Failures that do not heal: there is no use in trying again.
+/// Failures that retrying cannot repair.
 bool isFinal(RelayFailure code) {
     return code == RelayFailure::protocolMismatch || code == RelayFailure::unknownPair ||
            code == RelayFailure::revoked;
@@ -71,7 +71,7 @@ Task<void> RelayLink::start() {
     if (chceBezet_) co_return;
     chceBezet_ = true;
     pokus_ = 0;
-    // The loop of a link that gave up by itself.
+    // The loop that ended by itself after a final failure.
     if (auto ended = std::move(bezici_)) co_await ended->join();
     if (!chceBezet_ || bezici_) co_return;
     bezici_ = std::make_unique<TaskScope>(services_.executor);
@@ -96,10 +96,10 @@ Task<void> RelayLink::tryNow() {
 Task<Result<void>> RelayLink::send(Envelope envelope, Login login) {
     co_await hop(services_.executor);
     if (!isCurrent(login)) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
-    // Held until the send has ended, which may be after the connection has.
+    // Keeps the socket alive until the send has ended, which may be after the connection was replaced.
     auto socket = socket_;
     auto frame = encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});
-    // Nobody would take it.
+    // The relay would not accept such a frame.
     if (frame.size() > frameLimit) co_return fail(MessageTooLong{});
     co_return co_await socket->sendText(std::move(frame));
 }
@@ -141,13 +141,13 @@ Task<Result<void>> RelayLink::connection(TaskScope& scope) {
         }
     }
     connected.request_stop();
-    // A run that was stopped has lost its login already; a later run may have one.
+    // If this run was stopped, its login is already reset, and `login_` may belong to a later run.
     if (!stop.stop_requested()) login_.reset();
     socket->close(CloseCode::goingAway);
     co_return ended;
 }
 
-/// Nobody else watches a relay that accepts the connection and then says nothing.
+/// Bounds the login, since nothing else notices a relay that accepts the connection and then stays silent.
 Task<Result<void>> RelayLink::logInInTime(std::shared_ptr<WebSocket> socket, std::stop_token stop) {
     auto timer = services_.clock.at(services_.clock.sinceBoot() + loginLimit,
                                     [socket] { socket->close(CloseCode::abnormal); });
@@ -204,8 +204,8 @@ Task<void> RelayLink::keepAlive(TaskScope& scope, std::shared_ptr<WebSocket> soc
     while (co_await sleepFor(services_.clock, pingInterval, stop)) {
         const auto before = socket->reading();
         if (co_await hasPong(scope, socket, stop)) continue;
-        // A pong may lie behind what this end does not read yet. The next ping is sent all the same: a broken
-        // connection is noticed by writing, and the relay hears that somebody is there.
+        // The pong may be among the data that this end does not read yet. The next ping is sent nevertheless:
+        // writing reveals a broken connection, and shows the relay that this device is alive.
         if (before.isHeldBack || socket->reading() != before) continue;
         socket->close(CloseCode::abnormal);
         co_return;

@@ -17,12 +17,12 @@
 
 namespace morvex {
 
-/// Keeps this device connected to the relay: one WebSocket, a login by signed challenge, keep-alive,
-/// reconnection with back-off, and the events of all that. It knows nothing of sessions; it hands envelopes
-/// up and down.
+/// Keeps this device connected to the relay: one WebSocket, login by signed challenge, keep-alive,
+/// reconnection with back-off, and the events about them. It knows nothing of sessions; it only passes
+/// envelopes in both directions.
 ///
-/// Lives on the link's executor; `start`, `stop`, `tryNow` and `send` may be called from any executor and hop
-/// there. The owner awaits `stop()` before it lets the object go.
+/// Runs on the link's executor; `start`, `stop`, `tryNow` and `send` may be called from any executor and
+/// switch to it. The owner awaits `stop()` before it destroys the object.
 ///
 ///     start -> pripojuji -> (login) prihlaseno -> protejsek, obalka, selhalo ... -> odpojeno -> pripojuji
 ///     ...
@@ -30,23 +30,23 @@ class RelayLink {
   public:
     struct Pripojuji {
         int pokus = 1;  ///< number of the attempt
-        double zat = 0; ///< seconds before it starts
+        double zat = 0; ///< seconds before the attempt starts
         bool operator==(const Pripojuji&) const = default;
     };
 
     struct LoginMark {
-        std::stop_token over; ///< requested with the end of the socket
+        std::stop_token over; ///< requested when the socket ends
     };
 
-    /// Stands for one login, from its acceptance to the end of its socket, behind which messages that were
-    /// read before may still come.
+    /// Identifies one login, from its acceptance to the end of its socket. Messages that were read earlier
+    /// may still be delivered after that end.
     using Login = std::shared_ptr<const LoginMark>;
 
     struct Prihlaseno {
         bool protejsekOnline = false;
-        Login login = {}; ///< for what is sent from now on
+        Login login = {}; ///< pass it to `send`
 
-        /// Two logins that tell the same are equal.
+        /// Compares the reported state, not the identity of the login.
         bool operator==(const Prihlaseno& other) const { return protejsekOnline == other.protejsekOnline; }
     };
 
@@ -73,7 +73,7 @@ class RelayLink {
 
     using Udalost = std::variant<Pripojuji, Prihlaseno, Protejsek, Obalka, Selhalo, Odpojeno>;
 
-    /// What the link works with; all of it outlives the link.
+    /// The services that the link uses; all of them outlive the link.
     struct Services {
         Executor& executor;
         Clock& clock;
@@ -83,34 +83,34 @@ class RelayLink {
     RelayLink(RelayAddress relayURL, std::shared_ptr<const DeviceIdentity> identita, PairID pair,
               Services services);
 
-    /// Does nothing while the link is meant to be up.
+    /// Does nothing if the link was already started.
     Task<void> start();
 
-    /// Says goodbye (1001) and waits for the end of all that runs. Harmless when nothing runs.
+    /// Closes the socket with 1001 and waits until everything has ended. Harmless when nothing runs.
     Task<void> stop();
 
-    /// The attempt that is waited for begins now. Nothing while none is waited for; the waits after it stay
-    /// as they are.
+    /// Ends the wait before the next attempt, so that the attempt begins now. Does nothing if no wait is in
+    /// progress; later waits keep their length.
     Task<void> tryNow();
 
-    /// Sends on the socket of this login. Fails with `TalkSpanError::MacOffline` once that is over or for no
-    /// login, with `MessageTooLong` for a frame beyond the limit (nothing is sent, the link stays), else with
-    /// `NetworkError`.
+    /// Sends on the socket of this login. Fails with `TalkSpanError::MacOffline` when that login is over or
+    /// null, with `MessageTooLong` for a frame above the limit (nothing is sent, the link stays up), else
+    /// with `NetworkError`.
     Task<Result<void>> send(Envelope envelope, Login login);
 
-    /// Whether the socket of this login is the one of this moment. On the link's executor.
+    /// Whether this login belongs to the current socket. Call on the link's executor.
     [[nodiscard]] bool isCurrent(const Login& login) const { return login && login == login_; }
 
     /// The events; the stream lives as long as this object.
     EventStream<Udalost>& udalosti() { return udalosti_; }
 
   private:
-    /// Decides the race between a pong and its timer: whoever comes first.
+    /// Decides the race between a pong and its timer; the first to answer wins.
     using Zamluveno = OneShot<bool>;
 
-    // A run keeps to its own scope: a stopped one may still be ending while the next one begins.
+    // Every run has its own scope, since a stopped run may still be ending while the next one begins.
     Task<void> run(TaskScope& scope);
-    /// Between two attempts. False when the run is to end.
+    /// Waits between two attempts. Returns false when the run has to end.
     Task<bool> pause(Clock::Duration time, std::stop_token stop);
     Task<Result<void>> connection(TaskScope& scope);
     Task<Result<void>> logInInTime(std::shared_ptr<WebSocket> socket, std::stop_token stop);
@@ -127,8 +127,8 @@ class RelayLink {
     Services services_;
     std::shared_ptr<WebSocket> socket_;
     std::unique_ptr<TaskScope> bezici_;
-    Login login_;             ///< of `socket_`, once the relay has accepted it
-    std::stop_source cekani_; ///< of the attempt that is waited for, when one is
+    Login login_;             ///< the accepted login on `socket_`; null before
+    std::stop_source cekani_; ///< ends the current wait between attempts
     int pokus_ = 0;
     bool chceBezet_ = false;
     EventStream<Udalost> udalosti_;

@@ -13,17 +13,17 @@
 
 namespace morvex {
 
-/// The calls over HTTP that make, join and end a pair at the relay. Nothing is tried again here.
-/// Any thread may call; `http` and `clock` outlive the calls.
+/// The HTTP calls that create, join and end a pair at the relay. Nothing is retried. Any thread may call;
+/// `http` and `clock` must outlive the calls.
 class RelayParovani {
   public:
     struct Zalozeni {
         PairID pairID;
-        std::string pairingToken; ///< secret: for the QR code alone
+        std::string pairingToken; ///< secret; only for the QR code
         Date platiDo;
     };
 
-    /// The relay refused, or did not speak HTTP (`kod` 0).
+    /// The relay refused, or the other end did not answer in HTTP (`kod` 0).
     struct RelayChyba {
         int kod = 0; ///< HTTP status
         Sentence zprava;
@@ -35,13 +35,13 @@ class RelayParovani {
 
     RelayParovani(HttpClient& http, const Clock& clock) : http_(http), clock_(clock) {}
 
-    /// Makes a pair in which this device has `role`. Fails with `RelayChyba`, `NetworkError` or a decode
-    /// failure; so do the others.
+    /// Creates a pair in which this device has `role`. All three calls fail with `RelayChyba`, `NetworkError`
+    /// or a decode failure.
     Task<Result<Zalozeni>> zalozit(RelayAddress relayURL, std::shared_ptr<const DeviceIdentity> identita,
                                    DeviceRole role);
     Task<Result<PairID>> pripojit(RelayAddress relayURL, std::string pairingToken,
                                   std::shared_ptr<const DeviceIdentity> identita, DeviceRole role);
-    /// Shuts `target` out of the pair, in the name of this device.
+    /// Removes `target` from the pair, in the name of this device.
     Task<Result<void>> odvolat(RelayAddress relayURL, PairID pair, DeviceID target,
                                std::shared_ptr<const DeviceIdentity> identita);
 

@@ -15,16 +15,17 @@ namespace {
 
 const std::string sessionRequestID = "session";
 
-/// Far more hellos than a peer sends between two keys of this device.
+/// Far more hellos than an honest peer sends before this device changes its key.
 constexpr std::size_t mostPeerKeys = 1024;
 
-/// While so many bytes wait for the application the messages of its session wait with the relay.
+/// While this many bytes wait for the application, further messages of the session are left at the relay.
 constexpr std::size_t mostMessages = 2 * 1024 * 1024;
 
-/// While so many wait, which only connections that came and went leave behind, everything does.
+/// While this many bytes wait, nothing is read any more. Only a series of short connections can leave so
+/// much.
 constexpr std::size_t mostWaiting = 32 * 1024 * 1024;
 
-/// What an event counts for besides its message.
+/// The weight of an event, in bytes, in addition to its message.
 constexpr std::size_t weightOfEvent = 4 * 1024;
 
 bool isMessage(const RelayLink::Udalost& event) {
@@ -54,7 +55,7 @@ SecureLink::SecureLink(std::shared_ptr<const DeviceIdentity> identita, PairedPee
 Task<void> SecureLink::spustit() {
     co_await hop(executor());
     if (posluchac_) co_return;
-    // What the last run left behind concerns nobody any more.
+    // Events of the previous run are obsolete.
     relayLink_.udalosti().clear();
     login_.reset();
     posluchac_ = std::make_unique<TaskScope>(executor());
@@ -74,9 +75,10 @@ Task<void> SecureLink::zastavit() {
 
 Task<Result<void>> SecureLink::poslat(MacPayload payload, std::string requestID) {
     co_await hop(executor());
-    // While the application is busy the link may have a new connection of which nothing was handled yet.
+    // While the application is busy, the link may have a new connection whose events were not handled yet.
     if (!kanal_ || !relayLink_.isCurrent(login_)) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
-    // From the counter to the socket's queue there is no suspension: counters leave in their order.
+    // There is no suspension between drawing the counter and queuing the frame, so counters are sent in
+    // order.
     CO_TRY(auto, envelope,
            kanal_->seal(asBytes(encode(payload)), std::move(requestID), EnvelopeKind::data, envelopeLifetime,
                         {now(), services_.random.uuid()}));
@@ -87,7 +89,7 @@ Task<void> SecureLink::listen(std::stop_token stop) {
     while (auto event = co_await relayLink_.udalosti().next(stop)) {
         co_await roomFor(*event, stop);
         if (stop.stop_requested()) co_return;
-        // A session ends with whatever happens to the connection that made it.
+        // Any event about the connection ends the session that was made on it.
         if (!std::holds_alternative<RelayLink::Obalka>(*event)) kanal_.reset();
         Task<void> handling = std::visit([this](auto& held) { return handle(std::move(held)); }, *event);
         co_await std::move(handling);
@@ -160,7 +162,7 @@ Task<void> SecureLink::handle(RelayLink::Odpojeno event) {
 Task<void> SecureLink::sendHello() {
     if (!mujEfemerni_) co_return;
     auto hello = makeSessionHello(*identita_, mujEfemerni_->publicKey(), protejsek_.pairID);
-    // A hello that is lost is sent again after the next login or return of the peer.
+    // A lost hello is sent again after the next login or when the peer returns.
     (void)co_await relayLink_.send(keyExchange(protejsek_.pairID, identita_->deviceID(), protejsek_.deviceID,
                                                sessionRequestID, toBytes(encode(hello)), now(),
                                                services_.random.uuid()),

@@ -20,12 +20,12 @@
 
 namespace morvex {
 
-/// What the application talks to: it sits on a `RelayLink`, exchanges session hellos with the peer, holds the
-/// current `SecureChannel`, and turns what the relay tells into states, decoded messages and sentences about
-/// errors.
+/// The application's interface to the peer. It uses a `RelayLink`, exchanges session hellos with the peer,
+/// holds the current `SecureChannel`, and turns the events of the relay into states, decoded messages and
+/// error sentences.
 ///
-/// Lives on the link's executor, so that a busy main thread never delays the link; the public operations may
-/// be called from any executor and hop there. The owner awaits `zastavit()` before it lets the object go.
+/// Runs on the link's executor, so that a busy main thread never delays the link; the public operations may
+/// be called from any executor and switch to it. The owner awaits `zastavit()` before it destroys the object.
 class SecureLink {
   public:
     struct Stav {
@@ -44,7 +44,7 @@ class SecureLink {
         bool operator==(const Chyba&) const = default;
     };
 
-    /// A secured session now exists.
+    /// A secure session now exists.
     struct Pripraveno {
         bool operator==(const Pripraveno&) const = default;
     };
@@ -61,17 +61,17 @@ class SecureLink {
                                                       PairedPeer protejsek, DeviceRole role,
                                                       Services services);
 
-    /// Does nothing while it runs.
+    /// Does nothing if it is already running.
     Task<void> spustit();
 
-    /// Drops the session, stops the relay link and waits until nothing runs. May be started again.
+    /// Drops the session, stops the relay link and waits until everything has ended. May be started again.
     Task<void> zastavit();
 
-    /// As `RelayLink::tryNow`.
+    /// See `RelayLink::tryNow`.
     Task<void> zkusitHned() { return relayLink_.tryNow(); }
 
     /// Seals and sends. Fails with `TalkSpanError::MacOffline` when there is no session or its login is over,
-    /// with `AmbiguousIdentity` for a request id that cannot be told apart, else as `RelayLink::send` does.
+    /// with `AmbiguousIdentity` for a request id with a "|", else like `RelayLink::send`.
     Task<Result<void>> poslat(MacPayload payload, std::string requestID);
 
     /// The events; the stream lives as long as this object.
@@ -82,8 +82,8 @@ class SecureLink {
                RelayAddress address, Services services);
 
     Task<void> listen(std::stop_token stop);
-    /// A message waits for the application while its connection stands. Behind that nothing waits but for the
-    /// bound on memory, so that a new connection is never kept from its session.
+    /// Waits until the application has room for the event. Messages wait longer only while their connection
+    /// lives; after that only the bound on memory applies, so that a new connection soon gets its session.
     Task<void> roomFor(const RelayLink::Udalost& event, std::stop_token stop);
     Task<void> handle(RelayLink::Pripojuji event);
     Task<void> handle(RelayLink::Prihlaseno event);
@@ -94,9 +94,9 @@ class SecureLink {
     Task<void> sendHello();
     void acceptHello(const Envelope& envelope);
     Result<SecureChannel> channelWith(const AgreementPublicKey& peerEphemeral) const;
-    /// False for a key that already met our present one. Whoever repeats an old hello, the relay for one,
-    /// would otherwise start the counters again under the same keys: two messages under one nonce, and old
-    /// messages taken for new ones.
+    /// False for a peer key that was already combined with our current key. Otherwise anybody who repeats an
+    /// old hello, such as the relay, could restart the counters under the same keys: one nonce would serve
+    /// two messages, and old messages would be accepted as new.
     bool isNewKey(const AgreementPublicKey& peerEphemeral);
     void drawKey();
     void tell(MacAvailability stav);
@@ -114,7 +114,7 @@ class SecureLink {
     std::optional<EphemeralPrivateKey> mujEfemerni_;
     std::set<AgreementPublicKey> usedPeerKeys_; ///< since `mujEfemerni_` was drawn
     std::optional<SecureChannel> kanal_;
-    RelayLink::Login login_; ///< the last one that was handled; the session belongs to it
+    RelayLink::Login login_; ///< the last login that was handled; the session belongs to it
     std::unique_ptr<TaskScope> posluchac_;
     EventStream<Udalost> udalosti_;
 };

@@ -13,7 +13,7 @@ Result<std::optional<Bytes>> VaultItems::read(const std::string& account) const 
 
 Result<void> VaultItems::write(const std::string& account, ByteView bytes) const {
     if (vault_.update(sluzba_, account, bytes) == vaultStatus::ok) return {};
-    // Whatever kept the update from happening: an item may be missing behind more statuses than one.
+    // Tried whatever the status of the update was, since a missing item is reported by more than one status.
     auto status = vault_.add(sluzba_, account, bytes);
     if (status != vaultStatus::ok) return refusal(status, KeychainChyba::Pokus::zapis, account);
     return {};

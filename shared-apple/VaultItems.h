@@ -9,17 +9,17 @@
 
 namespace morvex {
 
-/// The items of one service in the vault, which outlives this object. Refusals are `KeychainChyba`. As the
-/// vault, its calls may block.
+/// The items of one service in the vault. The vault must outlive this object. A refusal is a `KeychainChyba`.
+/// Calls may block, as those of the vault.
 class VaultItems {
   public:
     VaultItems(SecretVault& vault, std::string sluzba) : vault_(vault), sluzba_(std::move(sluzba)) {}
 
-    /// Nothing when there is no such item.
+    /// Returns nothing when the item does not exist.
     [[nodiscard]] Result<std::optional<Bytes>> read(const std::string& account) const;
-    /// In place of the one before, if there is one.
+    /// Replaces an existing item.
     Result<void> write(const std::string& account, ByteView bytes) const;
-    /// Harmless when there is no such item.
+    /// Harmless when the item does not exist.
     Result<void> erase(const std::string& account) const;
 
   private:
