@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// What a person pastes elsewhere. Main thread only.
+/// The system's clipboard. Main thread only.
 class Clipboard {
   public:
     virtual ~Clipboard() = default;

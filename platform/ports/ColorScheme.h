@@ -7,14 +7,14 @@
 
 namespace morvex {
 
-/// Whether the person prefers light or dark windows. Main thread only.
+/// Whether the user prefers light or dark windows. Main thread only.
 class ColorScheme {
   public:
     enum class Preference { none, light, dark };
 
     virtual ~ColorScheme() = default;
 
-    /// `none` too while it is not known yet.
+    /// Also `none` while the preference is not known yet.
     [[nodiscard]] virtual Preference preference() const = 0;
 
     /// Called after each change.

@@ -8,8 +8,8 @@
 
 namespace morvex {
 
-/// A lasting right to a folder, in bytes that can be stored, and the access that it opens. Main thread; a
-/// call looks at the folder and at nothing in it.
+/// A lasting permission to use a folder, as bytes that can be stored, and the access that it grants. Main
+/// thread only, since a call touches only the folder itself and nothing in it.
 class FolderBookmarks {
   public:
     struct Resolved {
@@ -19,13 +19,13 @@ class FolderBookmarks {
 
     virtual ~FolderBookmarks() = default;
 
-    /// Fails, with the system's words, for what is no folder.
+    /// Fails with the system's words if `path` is not a folder.
     virtual Result<Bytes> create(const std::string& path) = 0;
-    /// Nothing when the bookmark no longer leads to its folder; one whose folder cannot be looked at now
-    /// still does. Never asks the user.
+    /// Returns nothing when the bookmark no longer leads to its folder; a folder that only cannot be checked
+    /// at present still resolves. Never asks the user.
     virtual std::optional<Resolved> resolve(ByteView bookmark) = 0;
 
-    /// Access is counted: every `startAccess` that gave true needs one `stopAccess`.
+    /// Access is counted: each `startAccess` that returned true needs one `stopAccess`.
     virtual bool startAccess(const std::string& path) = 0;
     virtual void stopAccess(const std::string& path) = 0;
 };

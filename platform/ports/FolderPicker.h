@@ -8,18 +8,18 @@
 
 namespace morvex {
 
-/// Lets the person at the computer choose folders. Main thread.
+/// Lets the user choose folders. Main thread.
 class FolderPicker {
   public:
     struct Question {
-        std::string prompt;                 ///< the words of the confirming button
+        std::string prompt;                 ///< the label of the confirming button
         std::string message;                ///< what the folders are for
         std::optional<std::string> startAt; ///< the folder to show first
     };
 
     virtual ~FolderPicker() = default;
 
-    /// Absolute paths of the chosen folders; none when the person gave up.
+    /// Absolute paths of the chosen folders; empty if the user cancelled.
     virtual Task<std::vector<std::string>> pick(Question question) = 0;
 };
 

@@ -19,32 +19,32 @@ struct HttpRequest {
     std::string url{}; ///< http or https, nothing else
     std::vector<std::pair<std::string, std::string>> headers{};
     std::string body{};
-    std::chrono::milliseconds timeLimit{15'000}; ///< for the whole exchange, name look-up included
-    std::size_t replyLimit = 1024 * 1024;        ///< bytes of the reply's body; a longer one is a failure
-    std::stop_token stop{};                      ///< ends the exchange, which fails then
+    std::chrono::milliseconds timeLimit{15'000}; ///< for the whole exchange, including the name look-up
+    std::size_t replyLimit = 1024 * 1024;        ///< bytes of the reply's body; a longer body is a failure
+    std::stop_token stop{};                      ///< ends the exchange, which then fails
 };
 
 struct HttpReply {
     int status = 0; ///< 0 when the other end answered, but not in HTTP
     std::string body;
     std::vector<std::pair<std::string, std::string>>
-        headers{}; ///< in their order, values trimmed; no trailers
+        headers{}; ///< in the order received, values trimmed; no trailers
 
-    /// Bytes of all names and values together; more is a failure.
+    /// Limit in bytes for all names and values together; more is a failure.
     static constexpr std::size_t headersLimit = 64 * 1024;
 
-    /// The first one of this name, in any letters (RFC 9110, section 5.1). Null without one.
+    /// The first header of this name; case is ignored (RFC 9110, section 5.1). Null if there is none.
     [[nodiscard]] const std::string* header(std::string_view name) const;
 };
 
-/// One HTTP exchange. No cookies, no cache; redirects are not followed; certificates are verified.
-/// From any thread; the caller resumes where it waited.
+/// Runs HTTP exchanges. No cookies, no cache; redirects are not followed; certificates are verified. May be
+/// called from any thread; the caller resumes on its own executor.
 class HttpClient {
   public:
     virtual ~HttpClient() = default;
 
-    /// Any HTTP status is success here; a redirect, too, is a reply with its status and headers. Fails with
-    /// `NetworkError`, also once `stop` was requested or the client has gone.
+    /// Any HTTP status counts as success; a redirect is an ordinary reply with its status and headers. Fails
+    /// with `NetworkError`, also after `stop` was requested or the client was destroyed.
     virtual Task<Result<HttpReply>> send(HttpRequest request) = 0;
 };
 

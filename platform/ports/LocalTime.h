@@ -4,12 +4,12 @@
 
 namespace morvex {
 
-/// Where this computer is, as far as its clock shows it.
+/// The time zone settings of this computer.
 class LocalTime {
   public:
     virtual ~LocalTime() = default;
 
-    /// The zone that is set now; UTC where none is. It may be another one the next time. From any thread.
+    /// The time zone that is set now; UTC if none is set. It may change between calls. From any thread.
     [[nodiscard]] virtual TimeZone zone() = 0;
 };
 

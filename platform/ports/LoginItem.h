@@ -4,12 +4,12 @@
 
 namespace morvex {
 
-/// Whether this program starts when its user logs in. Main thread only.
+/// Whether this program starts when the user logs in. Main thread only.
 class LoginItem {
   public:
     virtual ~LoginItem() = default;
 
-    /// What holds now, whoever set it.
+    /// The current setting, even if something else changed it.
     [[nodiscard]] virtual bool isEnabled() const = 0;
 
     virtual Result<void> enroll() = 0;

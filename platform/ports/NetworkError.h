@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// A network failure: the words of a `SystemTrouble` where the system, a library or a peer failed.
+/// A network failure. Its text is that of a `SystemTrouble` where the system, a library or a peer failed.
 struct NetworkError {
     Sentence text;
 

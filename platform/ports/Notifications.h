@@ -6,14 +6,14 @@
 
 namespace morvex {
 
-/// One message of the desktop, shown beside whatever the person is doing. Best effort: a desktop may show
+/// One message of the desktop, shown over whatever the user is doing. Best effort: a desktop may show
 /// nothing, or no buttons. Main thread only.
 ///
-///     show -> (onAction)? -> withdraw, or the next show, which takes its place
+///     show -> (onAction)? -> withdraw, or the next show, which replaces the message
 class Notifications {
   public:
     struct Action {
-        std::string key; ///< comes back with `onAction`
+        std::string key; ///< passed to `onAction`
         std::string label;
     };
 
@@ -21,17 +21,18 @@ class Notifications {
         std::string title;
         std::string body;
         std::vector<Action> actions;
-        std::function<void(const std::string& key)> onAction; ///< a press, once at most
+        std::function<void(const std::string& key)> onAction; ///< called when the user presses an action, at
+                                                              ///< most once
     };
 
-    /// Key of the action that a press of the message itself is; its label may never be seen.
+    /// Key of the action for a press on the message itself; its label may never be shown.
     static constexpr const char* pressedItself = "default";
 
     virtual ~Notifications() = default;
 
     virtual void show(Notice notice) = 0;
 
-    /// Afterwards no `onAction` comes any more.
+    /// After this call `onAction` is not called any more.
     virtual void withdraw() = 0;
 };
 

@@ -2,8 +2,8 @@
 
 namespace morvex {
 
-/// Where the computer's power comes from. Asked on the main thread, again and again: an answer costs no more
-/// than a few small files of the kernel.
+/// The power source of the computer. Polled on the main thread, so an answer costs at most the reading of a
+/// few small kernel files.
 class PowerMonitor {
   public:
     virtual ~PowerMonitor() = default;

@@ -8,11 +8,11 @@
 
 namespace morvex {
 
-/// Holds off the sleep that comes from idleness; never one that a person asks for, and never the display's.
-/// Main thread only.
+/// Prevents the sleep that follows from idleness; never a sleep that the user asks for, and never that of the
+/// display. Main thread only.
 class SleepInhibitor {
   public:
-    /// Holds the sleep off as long as it lives.
+    /// Prevents the sleep as long as it lives.
     class Token {
       public:
         virtual ~Token() = default;
@@ -20,8 +20,8 @@ class SleepInhibitor {
 
     virtual ~SleepInhibitor() = default;
 
-    /// `reason` is shown to whoever asks the system why it stays awake. `onFailure` is called when the system
-    /// refuses: once, later than this call, and never after the token's end.
+    /// The system shows `reason` to users who ask why it stays awake. `onFailure` is called when the system
+    /// refuses: once, after this call has returned, and never after the token was destroyed.
     [[nodiscard]] virtual std::unique_ptr<Token>
     holdOffIdleSleep(const std::string& reason, std::function<void(const Error&)> onFailure) = 0;
 };

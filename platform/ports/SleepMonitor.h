@@ -4,23 +4,24 @@
 
 namespace morvex {
 
-/// Tells when the computer goes to sleep and when it has woken up. Main thread only.
+/// Reports when the computer goes to sleep and when it has woken up. Main thread only.
 ///
 ///     watch -> (willSleep -> letSleep, didWake) ... -> unwatch
 class SleepMonitor {
   public:
     struct Watcher {
-        std::function<void()> willSleep; ///< the system waits some seconds for `letSleep` where it can
-        std::function<void()> didWake;   ///< also when the sleep did not come about
+        std::function<void()> willSleep; ///< where it can, the system waits some seconds for `letSleep`
+        std::function<void()> didWake;   ///< also when the sleep did not take place
     };
 
     virtual ~SleepMonitor() = default;
 
-    /// One watcher at a time; it outlives the watching. On a system that tells nothing it is never called.
+    /// Only one watcher at a time; it must outlive the watching. On a system without such reports it is never
+    /// called.
     virtual void watch(Watcher watcher) = 0;
     virtual void unwatch() = 0;
 
-    /// What had to be done before the sleep is done. Called between `willSleep` and `didWake`, once or more.
+    /// Call when the preparations for the sleep are done, once or more, between `willSleep` and `didWake`.
     virtual void letSleep() = 0;
 };
 

@@ -12,11 +12,11 @@ class StandardFolders {
     virtual ~StandardFolders() = default;
 
     [[nodiscard]] virtual std::string home() const = 0;
-    /// Home folder of this account as the system knows it, whatever the environment says.
+    /// The home folder of this account according to the system, whatever the environment says.
     [[nodiscard]] virtual std::string accountHome() const = 0;
-    /// Home folder of another user, for `~name`.
+    /// The home folder of another user, for `~name`.
     [[nodiscard]] virtual std::optional<std::string> homeOf(const std::string& user) const = 0;
-    /// Nothing when there is no desktop folder; never the home folder itself.
+    /// Returns nothing when there is no desktop folder; never the home folder itself.
     [[nodiscard]] virtual std::optional<std::string> desktop() const = 0;
 
     /// Where this program keeps its records ("Morvex" and "TalkSpan" below it).
@@ -25,7 +25,8 @@ class StandardFolders {
     [[nodiscard]] virtual std::string configuration() const = 0;
 };
 
-/// `~` and `~name` in front of a path replaced by a home folder. The name of an unknown user stays as it is.
+/// Replaces `~` or `~name` at the start of a path by the home folder. The name of an unknown user stays as it
+/// is.
 std::string expandingTilde(std::string_view path, const StandardFolders& folders);
 
 } // namespace morvex

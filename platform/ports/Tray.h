@@ -4,16 +4,16 @@
 
 namespace morvex {
 
-/// Where the desktop shows the items of programs, also of those without a window. At a login it may come
-/// after this program; it may go and come back. Main thread only.
+/// The area of the desktop that shows the items of programs, also of those without a window. After a login it
+/// may appear later than this program; it may disappear and come back. Main thread only.
 class Tray {
   public:
     virtual ~Tray() = default;
 
-    /// Whether it shows items now. False too while that is not known yet.
+    /// Whether it shows items now. Also false while that is not known yet.
     [[nodiscard]] virtual bool isThere() const = 0;
 
-    /// One at a time; called whenever it has come.
+    /// Only one handler at a time; called each time the tray appears.
     virtual void onArrival(std::function<void()> arrived) = 0;
 };
 

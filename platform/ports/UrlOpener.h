@@ -4,14 +4,14 @@
 
 namespace morvex {
 
-/// Gives an address to the application that handles its scheme. Main thread only, and it may hold that thread
-/// for the moment in which an application is found and started: a person has just asked for it.
+/// Passes an address to the application that handles its scheme. Main thread only. It may block that thread
+/// for a moment while the application is found and started, since the user has just asked for it.
 class UrlOpener {
   public:
     virtual ~UrlOpener() = default;
 
-    /// `url` is absolute and percent-encoded. False when no application handles its scheme or the one that
-    /// does cannot be started; what becomes of the address there is not known.
+    /// `url` is absolute and percent-encoded. Returns false when no application handles its scheme or that
+    /// application cannot be started; what it does with the address is not known.
     virtual bool open(const std::string& url) = 0;
 };
 

@@ -15,14 +15,14 @@
 
 namespace morvex {
 
-/// Close codes of RFC 6455, section 7.4.1. 1006 cannot be sent: closing with it aborts the connection.
+/// Close codes of RFC 6455, section 7.4.1. 1006 cannot be sent; closing with it aborts the connection.
 enum class CloseCode : std::uint16_t { normal = 1000, goingAway = 1001, abnormal = 1006 };
 
-/// What a connection begins with.
+/// How to open a connection.
 struct WebSocketRequest {
     std::string url;                                            ///< ws or wss, nothing else
-    std::vector<std::pair<std::string, std::string>> headers{}; ///< beside those of the handshake
-    std::size_t sendLimit = std::size_t{64} * 1024 * 1024;      ///< bytes of texts that wait to be sent
+    std::vector<std::pair<std::string, std::string>> headers{}; ///< in addition to those of the handshake
+    std::size_t sendLimit = std::size_t{64} * 1024 * 1024;      ///< bytes of texts that may wait to be sent
 };
 
 struct WebSocketFrame {
@@ -31,40 +31,40 @@ struct WebSocketFrame {
     std::string data;
 };
 
-/// An open WebSocket. One `receive` at a time; sends keep their order. Failures are `NetworkError`.
+/// An open WebSocket. At most one `receive` at a time; sends keep their order. Failures are `NetworkError`.
 class WebSocket {
   public:
     virtual ~WebSocket() = default;
 
-    /// Takes its place behind what was sent before, from any thread, when it is called: nobody has to wait
-    /// for the task. That ends when the frame has been handed to the system, so that a slow peer slows a
-    /// sender that waits. Where the text would exceed `sendLimit` together with others it fails, and is not
-    /// sent; the socket stays open.
+    /// Queues the text at the moment of the call, from any thread, even if nobody awaits the task. The task
+    /// completes when the frame has been handed to the system, so that a slow peer slows a sender that awaits
+    /// it. If this text and other waiting ones would exceed `sendLimit` together, the call fails and does not
+    /// send it; the socket stays open.
     virtual Task<Result<void>> sendText(std::string text) = 0;
 
-    /// The next whole message of at most `frameLimit` bytes; a longer one is passed over. Fails once the
-    /// socket is closed by either side or broken and everything that had arrived until then was taken.
+    /// The next whole message of at most `frameLimit` bytes; a longer one is skipped. Fails when the socket
+    /// was closed by either side or broke, after everything that had arrived by then was taken.
     virtual Task<Result<WebSocketFrame>> receive() = 0;
 
-    /// Resumes at the pong to this ping, or at a `notReadingPong`. Fails when the socket ends first.
+    /// Completes at the pong to this ping, or at a `notReadingPong`. Fails when the socket ends first.
     virtual Task<Result<void>> ping() = 0;
 
-    /// Whether this end reads what the other one sends. It holds back while too much waits for `receive`, and
-    /// then sees no pong either.
+    /// Whether this end currently reads from the peer. It pauses while too much waits for `receive`, and then
+    /// sees no pong either.
     struct Reading {
         bool isHeldBack = false;
-        std::uint64_t pauses = 0; ///< how often it has held back so far
+        std::uint64_t pauses = 0; ///< how often it has paused so far
         bool operator==(const Reading&) const = default;
     };
 
     /// From any thread.
     [[nodiscard]] virtual Reading reading() const = 0;
 
-    /// Requested once the socket is closed by either side or broken: from then on `receive` gives what had
-    /// arrived until then. From any thread, also after the socket's life.
+    /// Requested when the socket was closed by either side or broke; `receive` then still returns what had
+    /// arrived. From any thread; the token stays valid after the socket is destroyed.
     [[nodiscard]] virtual std::stop_token ended() const = 0;
 
-    /// Ends the socket, also while other calls wait: those fail. From any thread, any number of times.
+    /// Ends the socket; calls that wait fail. From any thread, any number of times.
     virtual void close(CloseCode code) = 0;
 };
 
@@ -72,7 +72,7 @@ class WebSocketClient {
   public:
     virtual ~WebSocketClient() = default;
 
-    /// Connects (certificate and host name verified). Fails with `NetworkError`: after 60 seconds at the
+    /// Connects; certificate and host name are verified. Fails with `NetworkError`: after 60 seconds at the
     /// latest, and at once when `stop` is requested.
     virtual Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request,
                                                              std::stop_token stop) = 0;
