@@ -11,7 +11,8 @@ namespace morvex {
 
 namespace {
 
-/// What the program holds. Its calls do not refer to it, so that it may go while they wait.
+/// The handle that the program holds. Waiting calls do not refer to it, so it may be destroyed while they
+/// wait.
 class AsioTlsConnection final : public TlsConnection {
   public:
     AsioTlsConnection(SharedNetwork network, const std::shared_ptr<TlsSession>& session)
@@ -42,8 +43,8 @@ class AsioTlsConnection final : public TlsConnection {
     std::weak_ptr<TlsSession> session_;
 };
 
-/// A name that the system's look-up would read in some other way: an empty one is this computer, and a zero
-/// byte ends it.
+/// Rejects names that the system's look-up would read in another way: an empty name means this computer, and
+/// a zero byte cuts the name.
 bool isHost(const std::string& host) {
     return !host.empty() && !host.contains('\0');
 }

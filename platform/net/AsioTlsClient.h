@@ -11,15 +11,16 @@ namespace morvex {
 class NetworkThread;
 
 /// TLS connections (1.2 or newer; certificate and host name are always verified against the system's
-/// authorities), on one thread of its own, so that what a server costs delays no other socket of the program.
+/// authorities), on a thread of their own, so that work for these servers delays no other socket of the
+/// program.
 ///
-/// Calls may come from any thread. When the client goes, its connections are reset and all waiting calls
-/// fail; its destructor may wait for a name look-up that is under way, which the system bounds.
+/// Calls may come from any thread. When the client is destroyed, its connections are reset and all waiting
+/// calls fail; its destructor may wait for a name look-up in progress, whose time the system bounds.
 class AsioTlsClient final : public TlsClient {
   public:
     AsioTlsClient() : AsioTlsClient(NetworkLimits{}) {}
 
-    /// `extraAuthorities`: certificates (PEM) trusted beside the system's.
+    /// `extraAuthorities`: certificates (PEM) that are trusted in addition to the system's.
     explicit AsioTlsClient(NetworkLimits limits, std::string extraAuthorities = {});
     ~AsioTlsClient() override;
 

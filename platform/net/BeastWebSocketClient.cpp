@@ -11,7 +11,8 @@ namespace morvex {
 
 namespace {
 
-/// What the program holds. Its calls do not refer to it, so that it may go while they wait.
+/// The handle that the program holds. Waiting calls do not refer to it, so it may be destroyed while they
+/// wait.
 class BeastWebSocket final : public WebSocket {
   public:
     BeastWebSocket(SharedNetwork network, const std::shared_ptr<WebSocketConnection>& connection)

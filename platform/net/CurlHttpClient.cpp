@@ -24,8 +24,8 @@ CURLM* makeMulti() {
 
 } // namespace
 
-/// The thread that runs the exchanges. The client stops it; calls that outlive the client hold on to the
-/// empty shell, which drops what it is given.
+/// The thread that runs the exchanges. The client stops it; calls that outlive the client keep the stopped
+/// loop alive, which drops what is submitted.
 class CurlLoop {
   public:
     explicit CurlLoop(std::string extraAuthorities)
@@ -54,7 +54,7 @@ class CurlLoop {
             curl_multi_wakeup(multi_);
         }
         thread_.close();
-        // The thread may have ended before it began to look at them.
+        // The thread may have ended before it looked at the submitted transfers.
         submitted_.clear();
     }
 
@@ -74,7 +74,7 @@ class CurlLoop {
         running_.clear();
     }
 
-    /// False once the loop was stopped.
+    /// False if the loop was stopped.
     bool startSubmitted() {
         std::vector<Transfer> submitted;
         {

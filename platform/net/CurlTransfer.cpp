@@ -19,7 +19,7 @@ bool isInterim(std::string_view statusLine) {
     return statusLine.substr(std::min(statusLine.find(' '), statusLine.size())).starts_with(" 1");
 }
 
-/// What the lines of the log begin with.
+/// The prefix of log lines.
 constexpr std::string_view httpLog = "HTTP";
 
 std::unexpected<Error> refuse(CURLcode code) {
@@ -46,7 +46,7 @@ Result<void> CurlTransfer::prepare(const std::string& extraAuthorities) {
 }
 
 Result<void> CurlTransfer::setAddress() {
-    // The library reads up to the first zero byte.
+    // The library would read only up to the first zero byte.
     auto code = request_.url.contains('\0')
                     ? CURLUE_MALFORMED_INPUT
                     : curl_url_set(url_.get(), CURLUPART_URL, request_.url.c_str(), CURLU_DISALLOW_USER);
@@ -59,7 +59,7 @@ Result<void> CurlTransfer::setAddress() {
 
 Result<void> CurlTransfer::setHeaders() {
     if (auto checked = checkHeaders(request_.headers); !checked) return checked;
-    // What the library would add by itself; a header of the request takes its place.
+    // Headers that the library would add by itself; a header of the request replaces them.
     addHeader("Expect:");
     addHeader("Content-Type:");
     for (const auto& [name, value] : request_.headers) {
@@ -99,9 +99,10 @@ void CurlTransfer::setRules(const std::string& extraAuthorities) {
     set(CURLOPT_SSL_VERIFYPEER, 1L);
     set(CURLOPT_SSL_VERIFYHOST, 2L);
     set(CURLOPT_SSLVERSION, static_cast<long>(CURL_SSLVERSION_TLSv1_2));
-    // A name look-up that outlives its exchange must hold up neither the others nor the end of the program.
+    // A name look-up that outlives its exchange must delay neither other exchanges nor the end of the
+    // program.
     set(CURLOPT_QUICK_EXIT, 1L);
-    // Zero would mean no limit.
+    // At least 1, since zero would mean no limit.
     set(CURLOPT_TIMEOUT_MS,
         static_cast<long>(std::max<std::chrono::milliseconds::rep>(request_.timeLimit.count(), 1)));
     set(CURLOPT_WRITEFUNCTION, &CurlTransfer::take);
@@ -112,8 +113,8 @@ void CurlTransfer::setRules(const std::string& extraAuthorities) {
     setAuthorities(extraAuthorities);
 }
 
-/// Those of the system. Where variables of the TLS library name other ones, they are heeded here too: the
-/// library itself does it for WebSockets alone.
+/// Uses the system's authorities. If the environment variables of the TLS library name other ones, those are
+/// used: for WebSockets that library reads the variables itself, for libcurl it is done here.
 void CurlTransfer::setAuthorities(const std::string& extra) {
     if (const auto file = variable(X509_get_default_cert_file_env()); !file.empty())
         set(CURLOPT_CAINFO, file.c_str());
@@ -141,27 +142,27 @@ std::size_t CurlTransfer::takeHeader(const char* bytes, std::size_t one, std::si
     return self.tooLong_ ? CURL_WRITEFUNC_ERROR : size;
 }
 
-/// One line with its end: of a status, a header or, behind the body, a trailer. False when there are too
-/// many.
+/// Takes one line with its end: a status line, a header or, after the body, a trailer. Returns false when the
+/// headers are too long.
 bool CurlTransfer::addReplyHeader(std::string_view line) {
     headersLength_ += line.size();
     if (headersLength_ > HttpReply::headersLimit) return false;
     if (headersAreOver_ && !isFinal_ && line.starts_with("HTTP/")) {
-        // What came with an interim answer is none of the reply's.
+        // Headers of an interim answer are not part of the reply.
         received_.headers.clear();
         headersAreOver_ = false;
         isFinal_ = !isInterim(line);
         return true;
     }
     if (trim(line).empty()) headersAreOver_ = true;
-    // A line that goes on with another's value (obs-fold, RFC 9112, section 5.2) has no name either.
+    // A continuation line of another header (obs-fold, RFC 9112, section 5.2) has no name either.
     const auto name = line.substr(0, line.find(':'));
     if (!headersAreOver_ && name.size() < line.size() && isToken(name))
         received_.headers.emplace_back(name, trim(line.substr(name.size() + 1)));
     return true;
 }
 
-/// Somebody answered, but not in HTTP: such answers end as an old protocol or as none that is known.
+/// The server answered, but not in HTTP: the library reports such answers as an old or an unknown protocol.
 bool CurlTransfer::answeredOtherwise(CURLcode code) const {
     if (code != CURLE_WEIRD_SERVER_REPLY && code != CURLE_UNSUPPORTED_PROTOCOL) return false;
     long connections = 0;

@@ -17,7 +17,7 @@
 
 namespace morvex {
 
-/// One HTTP exchange as libcurl sees it. Stays where it is: the library holds pointers into it.
+/// One HTTP exchange with libcurl. Must not move, since the library holds pointers into it.
 class CurlTransfer {
   public:
     CurlTransfer(HttpRequest request, Reply<HttpReply> reply)
@@ -26,15 +26,15 @@ class CurlTransfer {
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
 
-    /// Checks the request and makes the handle that the loop runs. Once, before `handle`.
+    /// Checks the request and creates the handle that the loop runs. Call once, before `handle`.
     Result<void> prepare(const std::string& extraAuthorities);
 
     [[nodiscard]] CURL* handle() const { return easy_.get(); }
 
-    /// Answers the caller with what the library reports at the end.
+    /// Answers the caller with the final result of the library.
     void finish(CURLcode code);
 
-    /// Has `wake` called, from any thread, when the caller wants the exchange to end.
+    /// Calls `wake`, from any thread, when the caller wants the exchange to end.
     void watchStop(std::function<void()> wake) { stopped_.emplace(request_.stop, std::move(wake)); }
 
     [[nodiscard]] bool isStopped() const { return request_.stop.stop_requested(); }
@@ -72,11 +72,11 @@ class CurlTransfer {
     Reply<HttpReply> reply_;
     HttpReply received_;
     std::size_t headersLength_ = 0;
-    bool headersAreOver_ = true; ///< before the first status line and behind the blank line
-    bool isFinal_ = false;       ///< the status is no interim one (1xx)
+    bool headersAreOver_ = true; ///< true before the first status line and after the blank line
+    bool isFinal_ = false;       ///< the last status was not an interim one (1xx)
     bool tooLong_ = false;
     std::array<char, CURL_ERROR_SIZE> problem_{};
-    CURLcode refused_ = CURLE_OK; ///< the first option that the library did not take
+    CURLcode refused_ = CURLE_OK; ///< the error of the first option that the library refused
 
     std::optional<std::stop_callback<std::function<void()>>> stopped_;
     std::unique_ptr<CURLU, Free> url_;

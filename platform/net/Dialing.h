@@ -14,20 +14,20 @@
 
 namespace morvex {
 
-/// An operation that gives its error code as a value.
+/// Makes an operation return its error code as a value.
 inline constexpr auto asTuple = boost::asio::as_tuple(boost::asio::use_awaitable);
 
-/// Finds the host and connects to the first of its addresses that answers.
+/// Resolves the host and connects to the first of its addresses that answers.
 boost::asio::awaitable<boost::system::error_code> connectTcp(boost::asio::ip::tcp::resolver& resolver,
                                                              boost::beast::tcp_stream& stream,
                                                              std::string host, std::string port);
 
-/// The client's handshake with a server that must have a certificate for `host`.
+/// The client's side of the TLS handshake; the server must have a certificate for `host`.
 boost::asio::awaitable<boost::system::error_code>
 shakeHands(boost::beast::ssl_stream<boost::beast::tcp_stream>& stream, std::string host);
 
-/// What a failed step says to a person; the library's own words go to the log behind `where`. `tls` is null
-/// for a connection without it.
+/// The user's words for a failed step; the library's own words go to the log with the prefix `where`. `tls`
+/// is null for a connection without TLS.
 Sentence wordsFor(std::string_view where, const boost::system::error_code& error, SSL* tls);
 
 } // namespace morvex

@@ -8,8 +8,8 @@
 
 namespace morvex {
 
-/// What a network thread answers. A call that was stopped, or lost because the thread has ended, fails with a
-/// `NetworkError`, like every other failure of the network ports.
+/// Awaits the answer of a network thread. A call that was stopped, or lost because the thread has ended,
+/// fails with a `NetworkError`, like every other failure of the network ports.
 template <class T> Task<Result<T>> answerOf(std::shared_ptr<OneShot<Result<T>>> shot) {
     auto result = co_await shot->wait();
     if (!result)

@@ -13,22 +13,22 @@
 namespace morvex {
 
 /// One connection from its first packet to its last, on a network thread. The thread keeps it until it has
-/// ended and nobody holds it any more.
+/// ended and nobody else holds it.
 class NetworkConnection {
   public:
-    /// Called once: with success, or with the failure of a connection that never opened.
+    /// Called once: with success, or with the failure if the connection could not be opened.
     using Opened = std::move_only_function<void(Result<void>)>;
 
     virtual ~NetworkConnection() = default;
 
-    /// Ends it at once, without a farewell; what waits fails.
+    /// Ends the connection at once, without a farewell; waiting calls fail.
     virtual void abandon() = 0;
 };
 
 using SharedNetwork = std::shared_ptr<NetworkThread>;
 
-/// Has the network thread call `operation(arguments..., reply)`, behind all that it was asked for before,
-/// also when nobody awaits the task, which waits for the reply.
+/// Makes the network thread call `operation(arguments..., reply)`, after everything requested earlier. The
+/// request is queued at once, even if nobody awaits the task; the task waits for the reply.
 template <class T, class Connection, class Operation, class... Arguments>
 Task<Result<T>> callNow(const SharedNetwork& network, std::weak_ptr<Connection> target, Operation operation,
                         Arguments... arguments) {
@@ -41,20 +41,20 @@ Task<Result<T>> callNow(const SharedNetwork& network, std::weak_ptr<Connection> 
     return answerOf(std::move(shot));
 }
 
-/// The same once the task is awaited.
+/// Like `callNow`, but the request is queued only when the task is awaited.
 template <class T, class Connection, class Operation, class... Arguments>
 Task<Result<T>> call(SharedNetwork network, std::weak_ptr<Connection> target, Operation operation,
                      Arguments... arguments) {
     co_return co_await callNow<T>(network, std::move(target), operation, std::move(arguments)...);
 }
 
-/// Waits until a connection that `make` makes on the network thread is open, and gives what the program holds
-/// of it, a `Handle` made of network and connection. Fails as `make` or as the opening, at once when `stop`
-/// is requested.
+/// Waits until a connection that `make` creates on the network thread is open, and returns a `Handle` to it,
+/// made of network and connection. Fails if `make` or the opening fails, and at once when `stop` is
+/// requested.
 template <class Port, class Handle, class Connection, class Make>
 Task<Result<std::shared_ptr<Port>>> openConnection(SharedNetwork network, Make make, std::stop_token stop) {
     auto shot = std::make_shared<OneShot<Result<std::shared_ptr<Port>>>>();
-    // Noted on the network thread, for whoever wants to end the attempt.
+    // Set on the network thread, for the code that ends the attempt.
     auto attempt = std::make_shared<std::weak_ptr<Connection>>();
     network->post(
         [network, attempt, make = std::move(make), reply = Reply<std::shared_ptr<Port>>(shot)]() mutable {

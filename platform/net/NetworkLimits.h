@@ -4,10 +4,10 @@
 
 namespace morvex {
 
-/// How long the ends of a connection may take.
+/// Time limits for opening and closing a connection.
 struct NetworkLimits {
     std::chrono::milliseconds opening{60'000}; ///< from the name look-up to the end of the handshakes
-    std::chrono::milliseconds closing{2'000};  ///< how long a peer may take to answer the farewell
+    std::chrono::milliseconds closing{2'000};  ///< for the peer's answer to the farewell
 };
 
 } // namespace morvex

@@ -10,7 +10,7 @@ namespace morvex {
 
 namespace {
 
-/// After so many jobs the sockets have their turn.
+/// After this many jobs the sockets get their turn.
 constexpr int jobsInTurn = 64;
 
 } // namespace
@@ -42,7 +42,7 @@ void NetworkThread::add(Job job, Last last) {
         jobs_.push_back(std::move(job));
         if (!std::exchange(awake_, true)) sleeping = context_;
     }
-    // Without the lock, for which the thread that wakes would have to wait at once.
+    // Wakes the thread without the lock, since it would need that lock at once.
     if (sleeping) wake(*sleeping);
 }
 
@@ -73,7 +73,7 @@ std::optional<Job> NetworkThread::nextJob() {
 void NetworkThread::stop() {
     add([this] { abandonAll(); }, Last::yes);
     thread_.close();
-    // The thread may have ended before it began to run the context.
+    // The thread may have ended before it ran the context.
     jobs_.clear();
     work_.reset();
     context_.reset();

@@ -19,19 +19,19 @@ namespace morvex {
 
 class NetworkConnection;
 
-/// The network thread of one client and the connections on it. The client owns it and stops it; what outlives
-/// the client holds on to the empty shell, which drops its jobs.
+/// The network thread of one client and its connections. The client owns it and stops it; objects that
+/// outlive the client keep the stopped thread object alive, which drops their jobs.
 class NetworkThread final : public Executor {
   public:
-    /// `name`: of the thread.
+    /// `name` is the name of the thread.
     NetworkThread(std::string name, NetworkLimits limits, std::string extraAuthorities);
 
     void post(Job job) override;
 
-    /// Abandons all connections, waits for their operations to end, and ends the thread. Once.
+    /// Abandons all connections, waits for their operations to end, and ends the thread. Call once.
     void stop();
 
-    /// The rest belongs to the network thread.
+    /// The members below may be used only on the network thread.
     [[nodiscard]] const NetworkLimits& limits() const { return limits_; }
 
     boost::asio::io_context& context() { return *context_; }
@@ -53,13 +53,13 @@ class NetworkThread final : public Executor {
 
     const NetworkLimits limits_;
     TlsContext tls_;
-    std::shared_ptr<boost::asio::io_context> context_; ///< a thread that wakes it holds it too
+    std::shared_ptr<boost::asio::io_context> context_; ///< shared with a thread that is waking the context
     boost::asio::executor_work_guard<boost::asio::io_context::executor_type> work_;
     std::set<std::shared_ptr<NetworkConnection>> connections_;
     std::mutex mutex_;
     // Guarded by `mutex_`.
     std::deque<Job> jobs_;
-    bool awake_ = false; ///< the jobs are being run, or will be
+    bool awake_ = false; ///< the jobs are being run or soon will be
     bool stopped_ = false;
     ThreadExecutor thread_;
 };

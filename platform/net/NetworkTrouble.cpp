@@ -35,7 +35,7 @@ SystemTrouble troubleOf(const boost::system::error_code& error) {
 }
 
 SystemTrouble troubleOfConnecting(int code) {
-    // A link-local address without its interface, for one.
+    // For example for a link-local address without its interface.
     return code == EINVAL ? SystemTrouble::badAddress : troubleOf(code);
 }
 
@@ -67,7 +67,7 @@ SystemTrouble troubleOf(CURLcode code) {
         return authoritiesUnreadable;
     case CURLE_OUT_OF_MEMORY:
         return exhausted;
-    default: // those of the protocols and options that are not used here
+    default: // protocols and options that are not used here
         return other;
     }
 }
@@ -81,7 +81,7 @@ SystemTrouble certificateTrouble(long verdict) {
     case X509_V_ERR_UNABLE_TO_GET_ISSUER_CERT_LOCALLY:
     case X509_V_ERR_UNABLE_TO_VERIFY_LEAF_SIGNATURE:
     case X509_V_ERR_CERT_UNTRUSTED:
-    case X509_V_ERR_CERT_SIGNATURE_FAILURE: // of another authority with the name of a trusted one
+    case X509_V_ERR_CERT_SIGNATURE_FAILURE: // signed by another authority with the name of a trusted one
         return certificateUntrusted;
     case X509_V_ERR_CERT_HAS_EXPIRED:
         return certificateExpired;
@@ -91,7 +91,7 @@ SystemTrouble certificateTrouble(long verdict) {
     case X509_V_ERR_HOSTNAME_MISMATCH:
     case X509_V_ERR_IP_ADDRESS_MISMATCH:
         return certificateOtherName;
-    default: // of more than seventy findings
+    default: // more than seventy other results
         return certificateInvalid;
     }
 }

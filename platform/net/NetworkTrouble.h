@@ -10,20 +10,21 @@
 
 namespace morvex {
 
-/// Of Asio, Beast, TLS and the system below them.
+/// For errors of Asio, Beast, TLS and the system below them.
 SystemTrouble troubleOf(const boost::system::error_code& error);
 
-/// Of an errno of `connect`.
+/// For an errno of `connect`.
 SystemTrouble troubleOfConnecting(int code);
 
-/// Of an exchange over HTTP.
+/// For the result of an HTTP exchange.
 SystemTrouble troubleOf(CURLcode code);
 
-/// Of a certificate that was refused, by what OpenSSL found, one of its `X509_V_ERR_…`. libcurl compares the
-/// name itself, and calls it `X509_V_ERR_UNSPECIFIED` when the certificate is good for another one.
+/// For a refused certificate; `verdict` is an `X509_V_ERR_…` of OpenSSL. libcurl compares the name itself and
+/// reports `X509_V_ERR_UNSPECIFIED` if the certificate is valid for another name.
 SystemTrouble certificateTrouble(long verdict);
 
-/// The words of the trouble. `original`, the library's own, goes to the log behind `where`.
+/// The user's words for the trouble. `original`, the library's words, goes to the log with the prefix
+/// `where`.
 NetworkError networkError(std::string_view where, SystemTrouble trouble, std::string_view original);
 
 } // namespace morvex

@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// Notes whether a connection reads. Written on the network thread, read on any.
+/// Records whether a connection reads. Written on the network thread, read from any thread.
 class ReadingMeter {
   public:
     void holdBack() {
@@ -24,7 +24,7 @@ class ReadingMeter {
     }
 
   private:
-    std::atomic<std::uint64_t> turns_ = 0; ///< odd while it holds back
+    std::atomic<std::uint64_t> turns_ = 0; ///< odd while reading is paused
 };
 
 } // namespace morvex

@@ -13,15 +13,15 @@
 
 namespace morvex {
 
-/// One read of a stream whose bytes are looked at before the reader gets them, for `async_compose`. Stream
-/// and screen outlive it.
+/// One read of a stream, for `async_compose`; the screen inspects the bytes before the reader gets them.
+/// Stream and screen must outlive it.
 template <class Stream, class Buffers> class ScreenedRead {
   public:
     ScreenedRead(Stream& stream, FrameScreen& screen, const Buffers& buffers)
         : stream_(stream), screen_(screen), buffers_(buffers) {}
 
     template <class Self> void operator()(Self& self) {
-        // These move away with `self`.
+        // Copied first, since these members move away with `self`.
         auto& stream = stream_;
         const auto buffers = buffers_;
         stream.async_read_some(buffers, std::move(self));

@@ -46,7 +46,7 @@ Result<ssl::context*> TlsContext::get() {
 bool expectHost(SSL* connection, const std::string& host) {
     SSL_set_hostflags(connection, X509_CHECK_FLAG_NO_PARTIAL_WILDCARDS);
     if (SSL_set1_host(connection, host.c_str()) != 1) return false;
-    // RFC 6066, section 3: addresses are not sent.
+    // RFC 6066, section 3: a server name that is an address must not be sent.
     return isAddress(host) || SSL_set_tlsext_host_name(connection, host.c_str()) == 1;
 }
 

@@ -19,11 +19,11 @@ namespace {
 namespace asio = boost::asio;
 using boost::system::error_code;
 
-/// What the lines of the log begin with.
+/// The prefix of log lines.
 constexpr std::string_view tlsLog = "TLS";
 
-/// Many servers end the connection without the farewell of TLS (RFC 8446, section 6.1). Protocols of lines
-/// see by themselves whether something is missing.
+/// Many servers end the connection without the closing alert of TLS (RFC 8446, section 6.1). That is
+/// accepted, since line protocols notice by themselves if something is missing.
 bool isEndOfStream(error_code error) {
     return error == asio::error::eof || error == asio::ssl::error::stream_truncated;
 }
@@ -92,7 +92,7 @@ void TlsSession::arrived(error_code error, std::size_t size) {
 }
 
 bool TlsSession::failed(error_code error) {
-    // What follows a failure has no words of its own, and is nothing to log.
+    // Errors that follow a failure are neither reported nor logged.
     if (error && !failure_) fall(wordsFor(tlsLog, error, stream_.native_handle()));
     return failure_.has_value();
 }

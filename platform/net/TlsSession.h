@@ -18,22 +18,22 @@
 
 namespace morvex {
 
-/// One TLS connection over TCP. Everything here happens on the network thread.
+/// One TLS connection over TCP. Use only on the network thread.
 class TlsSession final : public NetworkConnection, public std::enable_shared_from_this<TlsSession> {
   public:
     TlsSession(NetworkThread& network, boost::asio::ssl::context& tls, std::string host, std::uint16_t port);
 
-    /// Comes first, once.
+    /// Must be the first call; call it once.
     void open(Opened opened);
 
     void send(std::string bytes, Reply<void> reply);
     void receive(Reply<std::string> reply);
 
-    /// Tells the peer, when nothing is under way.
+    /// Ends the session. Sends the closing alert only when no operation is in progress.
     void close();
     void abandon() override;
 
-    /// Nobody holds the connection any more. A farewell that has begun is finished.
+    /// The last handle was destroyed. A farewell in progress is still finished.
     void release();
 
   private:
@@ -41,7 +41,7 @@ class TlsSession final : public NetworkConnection, public std::enable_shared_fro
     void opened();
     void arrived(boost::system::error_code error, std::size_t size);
 
-    /// True when the step failed, or when the connection was ended meanwhile.
+    /// True when the step failed, or when the connection was ended in the meantime.
     bool failed(boost::system::error_code error);
     void fall(Sentence words);
     void failWaiting();
@@ -57,7 +57,7 @@ class TlsSession final : public NetworkConnection, public std::enable_shared_fro
     boost::asio::ip::tcp::resolver resolver_;
     boost::asio::steady_timer timer_; ///< bounds the opening, later the farewell
 
-    Opened opened_; ///< empty once it was called
+    Opened opened_; ///< empty after it was called
     std::optional<NetworkError> failure_;
     bool hasEnded_ = false; ///< the peer sends nothing more
     bool dropped_ = false;

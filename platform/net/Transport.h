@@ -15,8 +15,8 @@
 
 namespace morvex {
 
-/// The bytes below a WebSocket, over TCP with or without TLS: one type for both, so that everything above is
-/// written, and compiled, once. The peer's frames are looked at before they are read. Models the stream
+/// The byte stream below a WebSocket, over TCP with or without TLS. It is one type for both, so that the code
+/// above is compiled only once. The peer's frames are screened before they are read. Models the stream
 /// concepts of Asio and Beast.
 class Transport {
   public:
@@ -25,7 +25,7 @@ class Transport {
     using next_layer_type = Tcp;
     using executor_type = Tcp::executor_type;
 
-    /// Over TLS when there is a context, which outlives this object.
+    /// Uses TLS if `tls` is not null; the context must outlive this object.
     Transport(boost::asio::io_context& network, boost::asio::ssl::context* tls)
         : stream_(tls ? Stream(std::in_place_type<Tls>, Tcp(network), *tls)
                       : Stream(std::in_place_type<Tcp>, network)) {}
@@ -58,7 +58,7 @@ class Transport {
     FrameScreen screen_{FrameScreen::Start::answer};
 };
 
-/// How Beast ends the stream after the closing handshake.
+/// Called by Beast to end the stream after the closing handshake.
 template <class Handler>
 void async_teardown(boost::beast::role_type role, Transport& transport, Handler&& handler) {
     using boost::beast::websocket::async_teardown;

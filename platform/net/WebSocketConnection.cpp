@@ -25,19 +25,19 @@ namespace asio = boost::asio;
 namespace websocket = boost::beast::websocket;
 using boost::system::error_code;
 
-/// The stream masks a message in pieces of this size.
+/// The stream masks a message in pieces of this many bytes.
 constexpr std::size_t writeBuffer = std::size_t{64} * 1024;
 
-/// A message is read in pieces of this size.
+/// A message is read in pieces of this many bytes.
 constexpr std::size_t readStep = std::size_t{64} * 1024;
 
-/// A buffer that one large message has grown beyond this is given back.
+/// A buffer that a large message made larger than this, in bytes, is released.
 constexpr std::size_t keptBuffer = std::size_t{256} * 1024;
 
-/// What the lines of the log begin with.
+/// The prefix of log lines.
 constexpr std::string_view socketLog = "WebSocket";
 
-/// What one waiting message costs, the empty one too.
+/// The memory cost of a waiting message in bytes; not zero even for an empty message.
 std::size_t costOf(const WebSocketFrame& frame) {
     return frame.data.size() + sizeof(WebSocketFrame);
 }
@@ -97,7 +97,7 @@ asio::awaitable<void> WebSocketConnection::upgrade() {
 
 void WebSocketConnection::opened() {
     timer_.cancel();
-    // From here on the stream's own limit bounds the farewell to a peer that broke the protocol.
+    // From here on the stream's own limit bounds the farewell to a peer that violated the protocol.
     stream_.set_option(
         websocket::stream_base::timeout{network_.limits().closing, websocket::stream_base::none(), false});
     std::exchange(opened_, nullptr)({});
@@ -139,7 +139,7 @@ void WebSocketConnection::receive(Reply<WebSocketFrame> reply) {
     readOn();
 }
 
-/// Reads ahead, up to the size of one message, so that pings and pongs pass while nobody receives.
+/// Reads ahead, up to `frameLimit` waiting bytes, so that pings and pongs are handled while nobody receives.
 void WebSocketConnection::readOn() {
     if (reading_ || failure_) return;
     if (arrivedBytes_ >= frameLimit) return meter_->holdBack();
@@ -163,7 +163,7 @@ void WebSocketConnection::arrived(error_code error) {
     readOn();
 }
 
-/// What is too long is read all the same, since more may come behind it.
+/// A message that is too long is read to its end, since more may follow it.
 void WebSocketConnection::passOver() {
     isPassedOver_ = true;
     incoming_.clear();
@@ -182,7 +182,7 @@ void WebSocketConnection::ping(Reply<void> reply) {
     if (!pinging_) writePing();
 }
 
-/// One ping for all that were asked for meanwhile: its pong answers the earlier ones too.
+/// Sends one ping for all that were requested in the meantime: its pong also answers the earlier ones.
 void WebSocketConnection::writePing() {
     pinging_ = true;
     sentPing_ = lastPing_;
@@ -193,8 +193,8 @@ void WebSocketConnection::writePing() {
     });
 }
 
-/// A peer that got several pings may answer the latest alone (RFC 6455, section 5.5.3). One that does not
-/// read gets none at present, but lives.
+/// A peer that got several pings may answer only the latest (RFC 6455, section 5.5.3). A peer that reports
+/// that it does not read gets no pings at present, but is alive.
 void WebSocketConnection::noticePong(std::string_view payload) {
     if (payload == notReadingPong) return answerPings(std::ssize(pings_));
     auto matches = [payload](const Ping& ping) { return std::to_string(ping.number) == payload; };
@@ -210,7 +210,7 @@ void WebSocketConnection::answerPings(std::ptrdiff_t count) {
 }
 
 bool WebSocketConnection::failed(error_code error) {
-    // What follows a failure has no words of its own, and is nothing to log.
+    // Errors that follow a failure are neither reported nor logged.
     if (error) fall(failure_ ? Sentence() : wordsOf(error));
     return failure_.has_value();
 }
@@ -238,7 +238,7 @@ void WebSocketConnection::failWaiting() {
     if (auto receiver = std::exchange(receiver_, std::nullopt)) (*receiver)(fail(*failure_));
     for (auto& ping : std::exchange(pings_, {})) ping.reply(fail(*failure_));
     for (auto& message : outgoing_) message.reply(fail(*failure_));
-    // The stream still reads from the text that it is writing.
+    // The first text is kept, since the stream is still writing from it.
     while (outgoing_.size() > 1) outgoing_.pop_back();
 }
 
@@ -268,9 +268,9 @@ void WebSocketConnection::release() {
     retire();
 }
 
-/// The peer sees a reset instead of an orderly end.
+/// Ends with a TCP reset, so that the peer does not see an orderly end.
 void WebSocketConnection::reset() {
-    // Without effect on a socket that is not connected yet, or no more.
+    // Has no effect on a socket that is not connected.
     error_code refused;
     if (!dropped_) std::ignore = tcp().socket().set_option(asio::socket_base::linger(true, 0), refused);
     drop();

@@ -23,33 +23,33 @@
 
 namespace morvex {
 
-/// One WebSocket. Everything here happens on the network thread, which keeps the connection until it has
-/// ended and `release` was called: so what arrived before a failure can still be received.
+/// One WebSocket. Use only on the network thread, which keeps the connection until it has ended and `release`
+/// was called, so that data that arrived before a failure can still be received.
 class WebSocketConnection final : public NetworkConnection,
                                   public std::enable_shared_from_this<WebSocketConnection> {
   public:
-    /// The headers have been checked.
+    /// The headers must already be checked.
     WebSocketConnection(NetworkThread& network, boost::asio::ssl::context* tls, WebSocketUrl url,
                         WebSocketRequest request);
 
-    /// Comes first, once.
+    /// Must be the first call; call it once.
     void open(Opened opened);
 
     void send(std::string text, Reply<void> reply);
     void receive(Reply<WebSocketFrame> reply);
     void ping(Reply<void> reply);
 
-    /// The state of reading, for any thread; it outlives the connection.
+    /// The state of reading, for any thread; the meter outlives the connection.
     [[nodiscard]] std::shared_ptr<const ReadingMeter> meter() const { return meter_; }
 
-    /// Requested with the first failure.
+    /// Requested at the first failure.
     [[nodiscard]] std::stop_token ended() const { return ended_.get_token(); }
 
     void close(CloseCode code);
 
     void abandon() override { close(CloseCode::abnormal); }
 
-    /// Nobody holds the socket any more. A farewell that has begun is finished.
+    /// The last handle was destroyed. A farewell in progress is still finished.
     void release();
 
   private:
@@ -76,11 +76,11 @@ class WebSocketConnection final : public NetworkConnection,
     void writeNext();
     void writePing();
 
-    /// True when the step failed, or when the connection was ended meanwhile.
+    /// True when the step failed, or when the connection was ended in the meantime.
     bool failed(boost::system::error_code error);
     [[nodiscard]] Sentence wordsOf(boost::system::error_code error);
 
-    /// The first failure is the one that callers see; all that wait fail with it.
+    /// Callers see the first failure; all waiting calls fail with it.
     void fall(Sentence words);
     void endWith(Sentence words);
     void failWaiting();
@@ -100,13 +100,13 @@ class WebSocketConnection final : public NetworkConnection,
 
     Opened opened_; ///< empty once it was called
     std::optional<NetworkError> failure_;
-    std::stop_source ended_; ///< when there is a failure
+    std::stop_source ended_; ///< requested at the first failure
     bool dropped_ = false;
     bool released_ = false;
 
     boost::beast::flat_buffer incoming_;
     bool reading_ = false;
-    bool isPassedOver_ = false; ///< the message that is being read
+    bool isPassedOver_ = false; ///< the message being read is too long and skipped
     std::deque<WebSocketFrame> arrived_;
     std::size_t arrivedBytes_ = 0;
     std::shared_ptr<ReadingMeter> meter_ = std::make_shared<ReadingMeter>();

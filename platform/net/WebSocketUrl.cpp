@@ -43,7 +43,7 @@ bool equalsLowerCase(std::string_view text, std::string_view lowerCase) {
     });
 }
 
-/// Takes what stands before `separator` off the text.
+/// Removes the part before `separator`, and the separator, from `text` and returns that part.
 std::optional<std::string_view> takeUpTo(std::string_view& text, std::string_view separator) {
     auto end = text.find(separator);
     if (end == std::string_view::npos) return std::nullopt;

@@ -14,7 +14,7 @@ struct WebSocketUrl {
     Security security = Security::plain;
     std::string host; ///< a name, an IPv4 address, or an IPv6 address without its brackets
     std::string port; ///< decimal, never empty
-    /// For the header `Host`: with brackets, and with the port unless it is the usual one.
+    /// For the header `Host`: with brackets for IPv6, and with the port unless it is the default.
     std::string authority;
     std::string target; ///< path and query, begins with "/"
 
