@@ -6,7 +6,8 @@
 
 namespace morvex {
 
-/// A folder panel in which a test has chosen beforehand; with no answer left the person gives up.
+/// A folder dialog with answers prepared by the test; when no answer is left, it acts as if the user
+/// cancelled.
 class FakeFolderPicker final : public FolderPicker {
   public:
     Task<std::vector<std::string>> pick(Question question) override;

@@ -15,7 +15,7 @@ class FakeLoginItem final : public LoginItem {
     Result<void> withdraw() override { return change(false); }
 
     bool enabled = false;
-    std::optional<Error> failure; ///< what the next changes fail with
+    std::optional<Error> failure; ///< if set, all changes fail with it
 
   private:
     Result<void> change(bool wanted) {

@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// Holds what is shown; a test presses the buttons.
+/// Keeps the shown notice; a test presses its buttons.
 class FakeNotifications final : public Notifications {
   public:
     void show(Notice notice) override { shown = std::move(notice); }

@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// Notes who holds the sleep off.
+/// Records the tokens that prevent sleep.
 class FakeSleepInhibitor final : public SleepInhibitor {
   public:
     std::unique_ptr<Token> holdOffIdleSleep(const std::string& reason,
@@ -17,9 +17,9 @@ class FakeSleepInhibitor final : public SleepInhibitor {
         return std::make_unique<Counted>(live);
     }
 
-    int live = 0;                             ///< tokens in force
+    int live = 0;                             ///< tokens alive
     std::vector<std::string> reasons;         ///< of every token, in order
-    std::function<void(const Error&)> refuse; ///< refuses the last token
+    std::function<void(const Error&)> refuse; ///< makes the last token fail
 
   private:
     class Counted final : public Token {

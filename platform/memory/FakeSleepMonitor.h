@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// A computer that a test sends to sleep and wakes.
+/// A computer that a test puts to sleep and wakes up.
 class FakeSleepMonitor final : public SleepMonitor {
   public:
     void watch(Watcher watcher) override { watcher_ = std::move(watcher); }
@@ -21,7 +21,7 @@ class FakeSleepMonitor final : public SleepMonitor {
 
     [[nodiscard]] bool isWatched() const { return watcher_.willSleep && watcher_.didWake; }
 
-    int allowed = 0; ///< how often the sleep was let go on
+    int allowed = 0; ///< number of `letSleep` calls
 
   private:
     Watcher watcher_;

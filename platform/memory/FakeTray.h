@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// A tray that comes and goes as a test wants.
+/// A tray that a test makes appear and disappear.
 class FakeTray final : public Tray {
   public:
     [[nodiscard]] bool isThere() const override { return there_; }

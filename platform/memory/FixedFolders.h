@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// Standard folders that a test lays where it wants them, before other threads look.
+/// Standard folders set by a test; set them before other threads read them.
 class FixedFolders final : public StandardFolders {
   public:
     [[nodiscard]] std::string home() const override { return homeFolder; }

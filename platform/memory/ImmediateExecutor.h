@@ -6,8 +6,8 @@
 
 namespace morvex {
 
-/// An executor for what a test does not want to wait for: a job runs before `post` returns, unless another
-/// one of this executor runs, and then behind that. On the test's own thread.
+/// For tests that do not want to wait: a job runs within `post`, on the calling thread. A job posted by a
+/// running job of this executor runs after that job.
 class ImmediateExecutor final : public Executor {
   public:
     void post(Job job) override {

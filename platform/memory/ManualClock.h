@@ -9,7 +9,7 @@
 
 namespace morvex {
 
-/// Time that stands still until a test moves it. Safe from any thread.
+/// A clock that stands still until a test moves it. Safe from any thread.
 class ManualClock final : public Clock {
   public:
     explicit ManualClock(Date now = dateFromSeconds(1'800'000'000)) : now_(now) {}
@@ -19,14 +19,14 @@ class ManualClock final : public Clock {
     TimerId at(Duration when, Job callback) override;
     void forget(TimerId timer) override;
 
-    /// Moves the time on and calls what is due, in the order of the due times.
+    /// Advances the time and calls the due timers in the order of their times.
     void advance(Duration by);
 
-    /// Changes the wall clock alone, as a user or a time server does.
+    /// Changes only the wall clock, as a user or a time server does.
     void setWallClock(Date now);
 
     [[nodiscard]] std::size_t waiting() const;
-    /// How far away the next timer is; a test asserts on it to see which wait was chosen.
+    /// Time until the next timer; tests check it to see which wait was chosen.
     [[nodiscard]] std::optional<Duration> untilNext() const;
 
   private:

@@ -14,11 +14,11 @@ class ManualExecutor final : public Executor {
   public:
     void post(Job job) override { queue_.push(std::move(job)); }
 
-    /// Runs jobs until none is left. Gives their number.
+    /// Runs jobs until none is left. Returns their number.
     int runUntilIdle();
 
-    /// Runs a task as far as it gets without the outside: its value, or nothing while it still waits. A task
-    /// that still waits goes on with later calls of `runUntilIdle`.
+    /// Runs a task as far as possible without outside events. Returns its value, or nothing if it still
+    /// waits; it then continues in later calls of `runUntilIdle`.
     template <class T> std::optional<T> run(Task<T> task) {
         auto result = std::make_shared<std::optional<T>>();
         start(store(std::move(task), result));
@@ -26,7 +26,7 @@ class ManualExecutor final : public Executor {
         return std::move(*result);
     }
 
-    /// Whether the task came to its end.
+    /// Returns whether the task has ended.
     bool run(Task<void> task) {
         auto ended = std::make_shared<bool>(false);
         start(note(std::move(task), ended));
@@ -34,7 +34,7 @@ class ManualExecutor final : public Executor {
         return *ended;
     }
 
-    /// Starts a task; its end is nobody's concern.
+    /// Starts a task without reporting its end.
     void start(Task<void> task);
 
   private:

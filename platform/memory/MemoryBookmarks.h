@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Bookmarks whose bytes are "bookmark <number> <path>", and that fail when a test tells them to.
+/// Bookmarks whose bytes are "bookmark <number> <path>". They fail as the test demands.
 class MemoryBookmarks final : public FolderBookmarks {
   public:
     Result<Bytes> create(const std::string& path) override;
@@ -16,17 +16,17 @@ class MemoryBookmarks final : public FolderBookmarks {
     bool startAccess(const std::string& path) override;
     void stopAccess(const std::string& path) override;
 
-    /// Why no bookmark of a path can be made.
+    /// Paths for which no bookmark can be made, with the reason.
     std::map<std::string, std::string> refusals;
-    /// Where the bookmarks of a moved folder lead now.
+    /// Old path to new path of moved folders.
     std::map<std::string, std::string> moved;
     std::set<std::string> unresolvable;
     std::set<std::string> stale;
     std::set<std::string> inaccessible;
 
-    /// Accesses that are held, by path.
+    /// Number of accesses held, by path.
     std::map<std::string, int> held;
-    /// Every start and stop in order, "start /a" for one.
+    /// Every start and stop in order, such as "start /a".
     std::vector<std::string> calls;
 
   private:

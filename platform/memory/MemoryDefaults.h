@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Settings that live as long as the test, and fail to be saved when it says so.
+/// Settings in memory whose saving fails when the test demands it.
 class MemoryDefaults final : public UserDefaults {
   public:
     [[nodiscard]] std::optional<DefaultsValue> get(const std::string& key) const override {
@@ -39,7 +39,7 @@ class MemoryDefaults final : public UserDefaults {
     }
 
     int writes = 0;
-    std::optional<TextError> refusal; ///< of what is to count once it is saved
+    std::optional<TextError> refusal; ///< makes `setOnceSaved` fail
 
   private:
     std::optional<Sentence> problem_;

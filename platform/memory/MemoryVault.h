@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// A vault in memory that refuses when a test tells it to.
+/// A vault in memory that refuses when the test demands it.
 class MemoryVault final : public SecretVault {
   public:
     Found find(const std::string& service, const std::string& account) override;
@@ -24,15 +24,16 @@ class MemoryVault final : public SecretVault {
     void end() override { isEnded = true; }
 
     Place where = Place::keyring;
-    int stops = 0; ///< how often a question was taken back
+    int stops = 0; ///< number of `stopAsking` calls
     bool isEnded = false;
 
     using Key = std::pair<std::string, std::string>;
     std::map<Key, Bytes> items;
-    /// Status by operation and account, "update identita.podpisovy" for one, answered instead of the work.
+    /// Statuses to return instead of doing the work, by operation and account, such as "update
+    /// identita.podpisovy".
     std::map<std::string, std::int32_t> refusals;
     std::map<std::int32_t, std::string> texts;
-    /// Every call in order, in the same form.
+    /// Every call in order, in the same form as the keys of `refusals`.
     std::vector<std::string> calls;
 
   private:

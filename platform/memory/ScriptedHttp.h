@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// Answers with what the test laid out, in order, then with a network failure.
+/// Returns the answers that the test prepared, in order, then a network failure.
 class ScriptedHttp final : public HttpClient {
   public:
     Task<Result<HttpReply>> send(HttpRequest request) override {

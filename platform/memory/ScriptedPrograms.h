@@ -12,7 +12,7 @@
 
 namespace morvex {
 
-/// Programs that a test plays instead of starting any. Lives on the test's executor.
+/// Programs played by a test; nothing is started. Use on the test's executor.
 class ScriptedPrograms final : public ProcessLauncher {
   public:
     struct Answer {
@@ -21,21 +21,22 @@ class ScriptedPrograms final : public ProcessLauncher {
         std::int32_t status = 0;
     };
 
-    /// A child as the test sees it; the test plays it by calling the listener.
+    /// A child from the test's point of view; the test plays it by calling the listener.
     struct Child {
-        ChildListener* listener = nullptr; ///< null once the child was given up
+        ChildListener* listener = nullptr; ///< null after the child was destroyed
         std::vector<ChildSignal> signals;
         bool isAbandoned = false;
     };
 
-    /// What a program does on its own, in later jobs of the executor; without an answer the test plays it.
+    /// The automatic answer of a program, delivered in later jobs of the executor; without one the test plays
+    /// the program itself.
     std::function<std::optional<Answer>(const OutsideProgram&)> answer = [](const OutsideProgram&) {
         return std::optional<Answer>{};
     };
-    /// Binaries that cannot be started, and why.
+    /// Binaries that cannot be started, with the error.
     std::map<std::string, Error> problems;
 
-    std::vector<OutsideProgram> programs; ///< in the order of their launches, failed ones too
+    std::vector<OutsideProgram> programs; ///< in the order of the launches, including failed ones
     std::vector<std::shared_ptr<Child>> children;
 
     Result<std::unique_ptr<ChildProcess>> launch(const OutsideProgram& program,

@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// UUIDs that a test can foresee: 00000000-0000-4000-8000-000000000001 and so on.
+/// Predictable UUIDs: 00000000-0000-4000-8000-000000000001 and so on.
 class ScriptedRandom final : public Random {
   public:
     Uuid uuid() override {

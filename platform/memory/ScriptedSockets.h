@@ -12,7 +12,7 @@
 
 namespace morvex {
 
-/// A socket whose other end is the test.
+/// A socket whose peer is the test.
 class ScriptedSocket final : public WebSocket {
   public:
     Task<Result<void>> sendText(std::string text) override;
@@ -25,28 +25,28 @@ class ScriptedSocket final : public WebSocket {
 
     void close(CloseCode code) override;
 
-    /// What the other end sends.
+    /// The peer sends a message.
     void deliver(std::string text, WebSocketFrame::Kind kind = WebSocketFrame::Kind::text);
-    /// The other end breaks the connection.
+    /// The peer breaks the connection.
     void breakWith(std::string text);
-    /// The other end answers every ping that waits.
+    /// The peer answers every waiting ping.
     void pong();
-    /// Every ping that waits ends with an error, though the connection stands.
+    /// Every waiting ping fails, though the connection stays open.
     void refusePong();
-    /// The other end takes nothing: sends wait until the socket ends or `takeSends()`.
+    /// The peer reads nothing: sends wait until the socket ends or `takeSends()` is called.
     void holdSends();
     void takeSends();
-    /// Ends the sends that wait; the socket stays open, and later sends wait too.
+    /// Ends the waiting sends with `result`; the socket stays open, and later sends wait, too.
     void answerSends(const Result<void>& result);
 
-    /// This end holds back reading, as one does for which too much waits, or goes on.
+    /// This end pauses reading, as a real socket does when too much waits, or resumes it.
     void holdBack();
     void readOn();
 
     std::vector<std::string> sent;
     std::vector<CloseCode> closed;
     int pings = 0;
-    int refusals = 0; ///< so many coming sends fail, though the connection stands
+    int refusals = 0; ///< number of coming sends that fail, though the connection stays open
 
   private:
     using Waiting = std::vector<std::shared_ptr<OneShot<Result<void>>>>;
@@ -63,12 +63,12 @@ class ScriptedSocket final : public WebSocket {
     Waiting waitingSends_;
 };
 
-/// Answers connection attempts with the sockets that the test laid out, then with refusals.
+/// Answers connection attempts with the sockets that the test prepared, in order, then refuses.
 class ScriptedSockets final : public WebSocketClient {
   public:
     Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request, std::stop_token stop) override;
 
-    /// The socket of a later attempt.
+    /// Prepares the socket for a later attempt.
     std::shared_ptr<ScriptedSocket> layOut();
 
     std::vector<std::string> urls; ///< of all attempts

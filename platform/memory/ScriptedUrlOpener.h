@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// Remembers what it was asked to open.
+/// Records the addresses that it was asked to open.
 class ScriptedUrlOpener final : public UrlOpener {
   public:
     bool open(const std::string& url) override {
