@@ -52,7 +52,7 @@ Clock::TimerId BoottimeClock::at(Duration when, Job callback) {
 }
 
 void BoottimeClock::forget(TimerId timer) {
-    // The callback is destroyed outside the lock, since what it holds may use the clock.
+    // The callback is destroyed outside the lock, since destroying what it captured may use the clock.
     std::map<Key, Job>::node_type dropped;
     std::lock_guard lock(mutex_);
     auto found = std::ranges::find(waiting_, timer, [](const auto& entry) { return entry.first.second; });
@@ -71,8 +71,8 @@ void BoottimeClock::run() {
     }
 }
 
-/// The first callback, if its time has come. Sets the timer for the next one: at once when that is due too,
-/// so that an end is seen between any two callbacks.
+/// Returns the first callback if its time has come, and sets the timer for the next one. If the next one is
+/// due as well, the timer fires at once, so that a shutdown is noticed between any two callbacks.
 std::optional<Job> BoottimeClock::takeDue() {
     std::lock_guard lock(mutex_);
     std::uint64_t expirations = 0;
@@ -85,7 +85,7 @@ std::optional<Job> BoottimeClock::takeDue() {
 }
 
 void BoottimeClock::wakeAt(Duration when) {
-    // An all-zero time would switch the timer off; any past one fires at once.
+    // An all-zero time would disarm the timer; any past time fires at once.
     auto positive = std::max(when, Duration(1));
     auto seconds = std::chrono::floor<std::chrono::seconds>(positive);
     itimerspec time{};

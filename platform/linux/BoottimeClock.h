@@ -13,9 +13,9 @@
 
 namespace morvex {
 
-/// The system's time. Callbacks run one after another on a thread that this clock owns, in the order of their
-/// times and, at one time, of their calls of `at`. Safe from any thread; not to be destroyed by a callback.
-/// Callbacks that still wait when it is destroyed are never called.
+/// The system's time. Callbacks run one after another on a thread of this clock, in the order of their times;
+/// those for the same time in the order of the `at` calls. Safe from any thread; a callback must not destroy
+/// the clock. Callbacks still waiting at its destruction are never called.
 class BoottimeClock final : public Clock {
   public:
     static Result<std::unique_ptr<BoottimeClock>> create();

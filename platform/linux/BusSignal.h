@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Hears one signal of a service on a message bus while it lives. Main thread; without a bus it hears
+/// Receives one signal of a service on a message bus while it lives. Main thread; without a bus it receives
 /// nothing.
 class BusSignal final : public QObject {
     Q_OBJECT

@@ -32,7 +32,7 @@ void CallDeadline::hurry() {
 void CallDeadline::watch(const std::stop_token& stop) {
     std::unique_lock lock(mutex_);
     while (!stop.stop_requested() && Time::now() < end_) {
-        // A copy, since the time is also read without the lock.
+        // A copy, since `wait_until` also reads the time without the lock.
         const auto known = end_;
         ended_.wait_until(lock, stop, known, [this, known] { return end_ != known; });
     }

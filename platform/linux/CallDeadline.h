@@ -11,19 +11,19 @@
 
 namespace morvex {
 
-/// Bounds a row of blocking GLib calls: each takes `cancellable()`, and all of them fail once the time is
-/// over. Lives on the stack of the thread that calls. Real time, whatever the program's clock says: the
-/// service at the other end may never answer.
+/// Limits the total time of a series of blocking GLib calls: each call gets `cancellable()`, and all fail
+/// once the time is over. Lives on the stack of the calling thread. Uses real time, not the program's clock,
+/// since the service at the other end may never answer.
 class CallDeadline {
   public:
-    /// Once `ending` is requested two seconds are left at most.
+    /// After `ending` is requested, at most two seconds are left.
     explicit CallDeadline(std::chrono::milliseconds limit, std::stop_token ending = {});
 
     [[nodiscard]] GCancellable* cancellable() const { return cancellable_.get(); }
 
     [[nodiscard]] bool passed() const { return g_cancellable_is_cancelled(cancellable_.get()) != FALSE; }
 
-    /// Zero once the time is over.
+    /// Zero when the time is over.
     [[nodiscard]] std::chrono::milliseconds remaining() const;
 
   private:
@@ -34,7 +34,7 @@ class CallDeadline {
 
     Time::time_point end_;
     GLibHandle<GCancellable> cancellable_;
-    mutable std::mutex mutex_; ///< of `end_`
+    mutable std::mutex mutex_; ///< guards `end_`
     std::condition_variable_any ended_;
     std::stop_callback<std::function<void()>> ending_;
     std::jthread watcher_;

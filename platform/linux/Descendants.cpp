@@ -19,8 +19,8 @@ namespace {
 
 using Process = Descendants::Process;
 
-/// A stop takes effect when the system next gives the process the processor; a bound for those that others
-/// continue again and again.
+/// A process stops only when the system next schedules it, so several rounds are needed. The limit is for
+/// processes that others continue again and again.
 constexpr int mostRounds = 100;
 
 struct Status {
@@ -30,11 +30,11 @@ struct Status {
     pid_t session = 0;
     unsigned long long start = 0;
 
-    /// Neither stopped nor dead, nor waiting for a child that has yet to become another program.
+    /// False if it is stopped, dead, or waiting for a vforked child to start another program.
     [[nodiscard]] bool runs() const { return state == 'R' || state == 'S'; }
 };
 
-/// As proc(5) has it: what follows the name, which stands in brackets and may hold any.
+/// Parses the fields of proc(5) after the name; the name is in brackets and may itself contain brackets.
 Status statusOf(pid_t process) {
     constexpr std::size_t longest = 4096;
     constexpr int fieldsBeforeStart = 15;
@@ -63,7 +63,7 @@ std::map<Process, Status> allProcesses() {
     return all;
 }
 
-/// The session, the known ones, and what descends from any of them.
+/// The processes of the session, the known ones, and the descendants of all these.
 std::map<Process, Status> family(pid_t session, const std::set<Process>& known) {
     std::multimap<pid_t, std::pair<Process, Status>> byParent;
     std::vector<std::pair<Process, Status>> open;
@@ -82,7 +82,7 @@ std::map<Process, Status> family(pid_t session, const std::set<Process>& known) 
     return found;
 }
 
-/// Through a descriptor of the process, so that the signal reaches it or nobody.
+/// Sends through a pidfd, so that the signal reaches this process or none.
 bool sendTo(const Process& process, int number) {
     const FileDescriptor opened(static_cast<int>(::syscall(SYS_pidfd_open, process.number, 0)));
     return opened && statusOf(process.number).start == process.start &&
@@ -93,7 +93,7 @@ bool sendTo(const Process& process, int number) {
 
 void Descendants::signal(int number) {
     ::kill(-leader_, SIGSTOP);
-    // What started while one round read the table of processes is found by the next.
+    // A process started while one round read the process table is found by the next round.
     for (int round = 0, still = 0; round < mostRounds && still < 2; ++round)
         still = stopThoseThatRun() ? 0 : still + 1;
     send(number);

@@ -6,19 +6,20 @@
 
 namespace morvex {
 
-/// What the leader of a session has started: all of its session, and what descends from these as far as the
-/// line of living parents leads. A process in a session of its own whose parent has ended is not found. One
-/// thread at a time; meanwhile the leader may end, but its number is not given to another.
+/// What the leader of a session has started: all processes of its session, and their descendants as long as
+/// the chain of parents is alive. A process in its own session whose parent has ended is not found. Use from
+/// one thread at a time. The leader may end meanwhile, but its process id must not be reused.
 class Descendants {
   public:
     explicit Descendants(pid_t leader) : leader_(leader) {}
 
-    /// Signals the leader and all of them, and whatever an earlier call has reached. They are stopped before,
-    /// so that none starts another one out of sight, and continued afterwards, also one that was stopped
-    /// already. Should somebody else continue them meanwhile, the signal goes out nevertheless.
+    /// Signals the leader, all its descendants, and all processes that an earlier call reached. They are
+    /// stopped first, so that none starts another process unnoticed, and continued afterwards, including
+    /// those that were stopped before. If something else continues them meanwhile, the signal is sent
+    /// nevertheless.
     void signal(int number);
 
-    /// The start, in ticks since boot, tells one that has ended from the next of its number.
+    /// The start time, in ticks since boot, distinguishes a process from a later one with the same id.
     struct Process {
         pid_t number = 0;
         unsigned long long start = 0;

@@ -30,7 +30,7 @@ QDBusMessage notifyCall(const Notifications::Notice& notice, uint replaces) {
     const QVariantMap hints{{QStringLiteral("urgency"), QVariant::fromValue(urgent)},
                             {QStringLiteral("desktop-entry"), QStringLiteral("morvex")}};
     auto message = call(QStringLiteral("Notify"));
-    // A server may read the body as markup.
+    // The server may interpret the body as markup.
     message << QStringLiteral("Morvex") << replaces << QStringLiteral("morvex") << text(notice.title)
             << text(notice.body).toHtmlEscaped() << actions << hints << serversChoice;
     return message;

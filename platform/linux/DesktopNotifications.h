@@ -11,8 +11,8 @@
 
 namespace morvex {
 
-/// The notification server of the desktop (the desktop standard for notifications, 1.2). Without a session
-/// bus or a server nothing is shown.
+/// Uses the desktop's notification server (Desktop Notifications Specification 1.2). Without a session bus or
+/// a server nothing is shown.
 class DesktopNotifications final : public Notifications {
   public:
     explicit DesktopNotifications(const QDBusConnection& bus = QDBusConnection::sessionBus());
@@ -28,9 +28,9 @@ class DesktopNotifications final : public Notifications {
 
     QDBusConnection bus_;
     std::optional<Notice> notice_;
-    std::uint32_t id_ = 0;         ///< the server's number of the notice; 0 until it has said it
-    std::uint64_t generation_ = 0; ///< of the last notice, so that a late answer to an older one is known
-    QObject answers_;              ///< owns the calls that wait for an answer
+    std::uint32_t id_ = 0;         ///< the server's id of the notice; 0 until the server has answered
+    std::uint64_t generation_ = 0; ///< number of the last notice, to recognise late answers to older ones
+    QObject answers_;              ///< owns the pending calls
     BusSignal actionInvoked_;
     BusSignal closed_;
 };

@@ -2,7 +2,7 @@
 
 namespace morvex {
 
-/// Whether this process belongs to a session with a display, Wayland's or X's, as its environment tells.
+/// Whether the environment names a display, Wayland or X.
 bool isThereADisplay();
 
 } // namespace morvex

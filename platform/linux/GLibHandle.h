@@ -10,10 +10,10 @@ template <auto release> struct GLibRelease {
     template <class T> void operator()(T* held) const { release(held); }
 };
 
-/// Owns something of GLib's: one reference of an object, unless another way to give it back is named.
+/// Owns a GLib resource: by default one reference of an object; `release` names another way to free it.
 template <class T, auto release = g_object_unref> using GLibHandle = std::unique_ptr<T, GLibRelease<release>>;
 
-/// Receives the failure of one call: `call(..., error.slot())`.
+/// Receives the error of one call: `call(..., error.slot())`.
 class GLibError {
   public:
     GLibError() = default;
@@ -22,7 +22,7 @@ class GLibError {
 
     ~GLibError() { g_clear_error(&error_); }
 
-    /// Empties itself, so that one object serves several calls.
+    /// Clears the error, so that one object can serve several calls.
     GError** slot() {
         g_clear_error(&error_);
         return &error_;

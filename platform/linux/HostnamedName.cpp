@@ -19,7 +19,7 @@ std::string contentOf(const std::filesystem::path& path) {
     return bytes && *bytes ? repairUtf8(asText(**bytes)) : "";
 }
 
-/// The value of a line of os-release(5) form, which quotes as a shell does.
+/// Unquotes a value of an os-release(5) line, which is quoted like in a shell.
 std::string unquoted(const std::string& value) {
     GLibHandle<char, g_free> text(g_shell_unquote(value.c_str(), nullptr));
     return text ? trim(text.get()) : "";
@@ -73,7 +73,7 @@ std::string HostnamedName::nameInMachineInfo() const {
 
 std::string HostnamedName::networkName() const {
     auto name = trim(contentOf(sources_.networkName));
-    // The kernel's own word for a name that nobody has set.
+    // The kernel's value when no name was set.
     return name == "(none)" ? "" : name;
 }
 

@@ -5,11 +5,11 @@
 
 namespace morvex {
 
-/// The computer's name: the pretty one from the system's host name service, the pretty one from its file, the
-/// network name. Safe from any thread; a call lasts half a second at most.
+/// The computer's name. Sources in order: the pretty name from the system's host name service, the pretty
+/// name from its file, the network name. Safe from any thread; a call takes at most half a second.
 class HostnamedName {
   public:
-    /// Where the names come from; other values than the system's own are for tests.
+    /// Where to look for the names; only tests change the defaults.
     struct Sources {
         std::string systemBus; ///< D-Bus address; empty when there is no bus
         std::filesystem::path machineInfo = "/etc/machine-info";
@@ -20,7 +20,7 @@ class HostnamedName {
 
     explicit HostnamedName(Sources sources = Sources::ofThisSystem()) : sources_(std::move(sources)) {}
 
-    /// The name that a person gave the computer, else its network name, else "Mac".
+    /// The name that the user gave the computer, else its network name, else "Mac".
     [[nodiscard]] std::string name() const;
 
   private:

@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// Where the login service is on the system bus (org.freedesktop.login1(5)).
+/// The address of the login service on the system bus (org.freedesktop.login1(5)).
 struct Logind {
     static constexpr QLatin1StringView service{"org.freedesktop.login1"};
     static constexpr QLatin1StringView path{"/org/freedesktop/login1"};

@@ -34,7 +34,7 @@ SystemTrouble troubleOf(const QDBusError& error) {
     case QDBusError::Timeout:
     case QDBusError::TimedOut:
         return SystemTrouble::serviceSilent;
-    default: // what this service does not answer with
+    default: // not returned by this service
         return SystemTrouble::other;
     }
 }
@@ -45,7 +45,7 @@ LogindLock::LogindLock(const QDBusConnection& bus, const Request& request,
                        std::function<void(const Error&)> onFailure)
     : answer_(inhibit(bus, request)) {
     auto answered = [this, onFailure = std::move(onFailure)] { take(onFailure); };
-    // Without a bus the call ends at once, and its watcher never says so.
+    // Without a bus the call ends at once, and its watcher never emits `finished`.
     if (bus.isConnected())
         QObject::connect(&answer_, &QDBusPendingCallWatcher::finished, &answer_, std::move(answered));
     else

@@ -9,11 +9,11 @@
 
 namespace morvex {
 
-/// An inhibitor lock of the login service: asked for without waiting when this object is made, given back
-/// when it goes, also when the answer comes only after that. Main thread.
+/// An inhibitor lock of the login service. It is requested asynchronously at construction and released at
+/// destruction, even if the answer arrives later. Main thread.
 class LogindLock final : public SleepInhibitor::Token {
   public:
-    /// In the words of the service's method Inhibit.
+    /// The arguments of the service's method Inhibit.
     struct Request {
         QString what;
         QString why;

@@ -10,9 +10,9 @@
 
 namespace morvex {
 
-/// Sleep and wake as the login service tells them. While it is watched it holds a delay lock, which makes the
-/// service wait for `letSleep` (5 seconds at most, unless the system is set up otherwise); the lock is taken
-/// anew after each wake. A shutdown is none of its concern. Without a bus or the service it tells nothing.
+/// Sleep and wake-up as reported by the login service. While watched, it holds a delay lock, so that the
+/// service waits for `letSleep` (by default at most 5 seconds); the lock is taken again after each wake-up.
+/// Shutdown is not handled here. Without a bus or the service it reports nothing.
 class LogindSleepMonitor final : public SleepMonitor {
   public:
     explicit LogindSleepMonitor(QDBusConnection bus = QDBusConnection::systemBus());

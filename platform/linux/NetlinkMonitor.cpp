@@ -39,7 +39,7 @@ void NetlinkMonitor::unwatch() {
 }
 
 void NetlinkMonitor::read() {
-    // That something came is the news. What is in it does not matter, nor that some of it was lost (ENOBUFS).
+    // Any message means a change. Neither its content matters nor whether some were lost (ENOBUFS).
     constexpr int mostAtOnce = 64;
     std::array<char, 64> beginning{};
     bool isNews = false;

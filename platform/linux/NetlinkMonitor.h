@@ -10,19 +10,20 @@
 
 namespace morvex {
 
-/// Changes of addresses and routes as the kernel tells them (rtnetlink).
+/// Changes of addresses and routes reported by the kernel (rtnetlink).
 class NetlinkMonitor final : public NetworkMonitor {
   public:
-    /// On a system that refuses the socket it tells nothing.
+    /// Reports nothing if the system refuses the socket.
     NetlinkMonitor() : NetlinkMonitor(open()) {}
 
-    /// For a socket whose other end is not the kernel.
+    /// Takes a socket whose other end is not the kernel (for tests).
     explicit NetlinkMonitor(FileDescriptor socket) : socket_(std::move(socket)) {}
 
     void watch(std::function<void()> changed) override;
     void unwatch() override;
 
-    /// A socket that the kernel tells of addresses and routes, version 4 and 6; none where it refuses.
+    /// A socket that receives the kernel's messages on IPv4 and IPv6 addresses and routes; invalid if the
+    /// system refuses it.
     static FileDescriptor open();
 
   private:

@@ -20,13 +20,13 @@ namespace morvex {
 
 namespace {
 
-/// The watch holds no terminal, folder or file of the program, and nothing that is meant for the program
-/// reaches it. Gives the end at which it listens.
+/// Detaches the watch process: it holds no terminal, folder or file of the program and ignores signals meant
+/// for it. Returns the socket end on which it listens.
 int separate(int socket) {
     ::setsid();
     ::signal(SIGTERM, SIG_IGN);
     ::signal(SIGHUP, SIG_IGN);
-    // Not found by whoever ends everything of the program's name.
+    // A name of its own, so that commands which end the program by name do not find it.
     ::prctl(PR_SET_NAME, "orphan-watch");
     ::dup2(socket, STDIN_FILENO);
     const int nowhere = ::open("/dev/null", O_RDWR);
@@ -38,7 +38,7 @@ int separate(int socket) {
     return STDIN_FILENO;
 }
 
-/// A number begins a watch and its negative ends it.
+/// A positive number begins a watch; the negative of it ends the watch.
 std::set<pid_t> leadersAtTheEndOf(int socket) {
     std::set<pid_t> leaders;
     pid_t number = 0;
@@ -62,7 +62,7 @@ Result<OrphanWatch> OrphanWatch::create() {
     const auto watcher = ::fork();
     if (watcher < 0) return fail(SystemError{errno});
     if (watcher == 0) {
-        // At once: whoever watched over them is gone, and the next start may begin in the same folder.
+        // Kill at once: nothing controls these programs any more, and a new start may use the same folder.
         for (auto leader : leadersAtTheEndOf(separate(heard.get()))) Descendants(leader).signal(SIGKILL);
         ::_exit(0);
     }
@@ -88,7 +88,7 @@ void OrphanWatch::ended(pid_t leader) {
 }
 
 void OrphanWatch::tell(pid_t number) {
-    // A watch that somebody ended hears nothing; that is no reason to end too.
+    // Errors are ignored: if somebody has ended the watch process, this program goes on without it.
     while (::send(told_.get(), &number, sizeof number, MSG_NOSIGNAL) < 0 && errno == EINTR) {
     }
 }

@@ -7,24 +7,24 @@
 
 namespace morvex {
 
-/// Ends the outside programs that still run when this one ends without a word: by SIGKILL, a crash, a lack of
-/// memory. A process of its own waits at a socket whose other end the system closes for this program, however
-/// it ends; then it kills what it was told of and goes. `begun` and `ended` are safe from any thread.
+/// Ends the outside programs that still run when this program ends abnormally: by SIGKILL, a crash or a lack
+/// of memory. A separate process waits on a socket whose other end the system closes when this program ends
+/// in any way; then it kills the reported groups and exits. `begun` and `ended` are safe from any thread.
 class OrphanWatch {
   public:
-    /// Forks, so it comes before the first thread of the program. Fails with the words of the system.
+    /// Forks, so call it before the program starts its first thread. Fails with the words of the system.
     static Result<OrphanWatch> create();
 
-    /// Lets the watch end, as the end of the program does, and waits for it.
+    /// Ends the watch process, which treats this like the end of the program, and waits for it.
     ~OrphanWatch();
     OrphanWatch(OrphanWatch&& other) noexcept;
     OrphanWatch& operator=(OrphanWatch&&) = delete;
 
-    /// The leader of a group runs.
+    /// Reports that a group's leader was started.
     void begun(pid_t leader);
 
-    /// Its group is nobody's concern any more. To be told before the leader is reaped: until then its number
-    /// is its own.
+    /// Ends the watch over a group. Must be called before the leader is reaped, since its process id may be
+    /// reused afterwards.
     void ended(pid_t leader);
 
   private:

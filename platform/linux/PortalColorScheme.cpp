@@ -43,13 +43,13 @@ void PortalColorScheme::settingChanged(const QDBusMessage& signal) {
     if (signal.signature() != QStringLiteral("ssv")) return;
     auto arguments = signal.arguments();
     if (arguments[0].toString() != group || arguments[1].toString() != key) return;
-    // Qt may deliver the first answer after a signal that was sent later.
+    // Drops the pending answer, since Qt may deliver it after a signal that was sent later.
     answer_.reset();
     note(arguments[2].value<QDBusVariant>().variant());
 }
 
 void PortalColorScheme::note(QVariant value) {
-    // The method Read puts the value into one variant more than the signal does.
+    // The method Read wraps the value in one more variant than the signal does.
     if (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
     if (value.typeId() != QMetaType::UInt) return;
     auto before = std::exchange(preference_, preferenceOf(value.toUInt()));

@@ -11,8 +11,8 @@
 
 namespace morvex {
 
-/// The preference as the desktop's settings portal tells it (org.freedesktop.appearance, color-scheme), kept
-/// up to date by its signal. Without a portal there is none.
+/// The preference from the desktop's settings portal (org.freedesktop.appearance, color-scheme), updated by
+/// the portal's signal. Without a portal the preference is `none`.
 class PortalColorScheme final : public ColorScheme {
   public:
     explicit PortalColorScheme(const QDBusConnection& bus = QDBusConnection::sessionBus());

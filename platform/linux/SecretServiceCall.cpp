@@ -15,7 +15,7 @@ namespace {
 using Attributes = GLibHandle<GHashTable, g_hash_table_unref>;
 using Value = GLibHandle<SecretValue, secret_value_unref>;
 
-/// Items count by their two attributes alone, whoever made them.
+/// Matches items only by these two attributes, whichever program made them.
 const SecretSchema* schema() {
     static const GLibHandle<SecretSchema, secret_schema_unref> made(secret_schema_new(
         "org.freedesktop.Secret.Generic", SECRET_SCHEMA_DONT_MATCH_NAME, "service",
@@ -35,13 +35,13 @@ Value valueOf(ByteView bytes) {
                                   static_cast<gssize>(bytes.size()), "application/octet-stream"));
 }
 
-/// Without an address, or with this one, GLib would look for a bus elsewhere or launch one.
+/// Without an address, or with "autolaunch:", GLib would look for a bus elsewhere or launch one.
 bool namesABus(const char* address) {
     std::string_view text(address ? address : "");
     return !text.empty() && !text.contains("autolaunch:");
 }
 
-/// Whether the failure means that nobody is at the other end any more.
+/// Whether the error means that the service is gone.
 bool isVanished(const GLibError& error) {
     constexpr int busCodes[] = {G_DBUS_ERROR_SERVICE_UNKNOWN, G_DBUS_ERROR_NAME_HAS_NO_OWNER,
                                 G_DBUS_ERROR_NO_REPLY,        G_DBUS_ERROR_DISCONNECTED,
@@ -56,8 +56,8 @@ std::mutex& turns() {
     return mutex;
 }
 
-/// Signals of the bus come here, and not to the main loop of another thread. It outlives the calls: a signal
-/// that arrives late, the end of the bus for one, holds the connection until it is handled.
+/// Receives the signals of the bus, so that they do not reach another thread's main loop. It outlives the
+/// calls, since a late signal, such as the end of the bus, holds the connection until it is handled.
 GMainContext* busContext() {
     static const GLibHandle<GMainContext, g_main_context_unref> made(g_main_context_new());
     return made.get();
@@ -90,7 +90,8 @@ SecretServiceCall::Outcome<void> SecretServiceCall::open() {
     if (!namesABus(std::getenv("DBUS_SESSION_BUS_ADDRESS"))) return absent;
     bus_.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, deadline_.cancellable(), nullptr));
     if (!bus_) return absent;
-    // GLib's wish, to end the process together with its session bus, does not suit one that serves a phone.
+    // By default GLib ends the process when the session bus ends; this program must go on, since it serves a
+    // phone.
     g_dbus_connection_set_exit_on_close(bus_.get(), FALSE);
     service_.reset(secret_service_open_sync(SECRET_TYPE_SERVICE, nullptr, SECRET_SERVICE_NONE,
                                             deadline_.cancellable(), nullptr));

@@ -7,16 +7,16 @@
 
 namespace morvex {
 
-/// A question of the Secret Service to the user, for a password as a rule. The service shows it; this waits.
-/// The library's own wait never ends when the service ends first. Needs a main context that is this thread's
-/// own.
+/// A prompt of the Secret Service to the user, usually for a password. The service shows it; this class waits
+/// for its end, since the library's own wait never ends if the service ends first. Needs a main context owned
+/// by this thread.
 class SecretServicePrompt {
   public:
     enum class End {
         agreed,
-        dismissed, ///< closed by the user, or nothing could show it
+        dismissed, ///< closed by the user, or it could not be shown
         vanished,  ///< the service ended
-        unanswered ///< the time is over; who unlocks later still helps the next call
+        unanswered ///< the time is over; unlocking later still helps the next call
     };
 
     SecretServicePrompt(GDBusConnection* bus, std::string path) : bus_(bus), path_(std::move(path)) {}
@@ -24,9 +24,9 @@ class SecretServicePrompt {
     SecretServicePrompt(const SecretServicePrompt&) = delete;
     SecretServicePrompt& operator=(const SecretServicePrompt&) = delete;
 
-    /// Once. A question without an answer is not taken back: a common keyring crashes on that, and closes it
-    /// anyway when the connection ends.
-    /// It is `unanswered` at once when `stop` is requested.
+    /// Call once. Returns `unanswered` at once when `stop` is requested. An unanswered prompt is not
+    /// dismissed, since a common keyring crashes on that; it closes the prompt anyway when the connection
+    /// ends.
     End run(const CallDeadline& deadline, const std::stop_token& stop = {});
 
   private:

@@ -12,7 +12,7 @@ namespace {
 
 template <class T> using Outcome = SecretServiceCall::Outcome<T>;
 
-/// D-Bus carries UTF-8 without NUL; an attribute that is cut short would name another item.
+/// D-Bus texts are UTF-8 without NUL; a truncated attribute would name another item.
 bool isUsableName(const std::string& name) {
     return !name.empty() && !name.contains('\0') && isValidUtf8(name);
 }
@@ -22,7 +22,7 @@ Outcome<void> open(SecretServiceCall& call, const std::string& service, const st
     return call.open();
 }
 
-/// At least one item.
+/// Returns at least one item, or fails.
 Outcome<std::vector<SecretServiceCall::Item>>
 existingItems(SecretServiceCall& call, const std::string& service, const std::string& account) {
     CHECK(open(call, service, account));

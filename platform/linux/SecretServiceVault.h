@@ -11,10 +11,10 @@ namespace morvex {
 
 class SecretServiceCall;
 
-/// Secrets in the desktop's keyring (freedesktop.org Secret Service), by the attributes `service` and
-/// `account`. Every call looks for the service anew, on the bus that the environment names, so that a keyring
-/// that was started again is found again; a bus is never launched. Safe from any thread; a call blocks while
-/// a prompt is on the screen.
+/// Secrets in the desktop's keyring (freedesktop.org Secret Service), found by the attributes `service` and
+/// `account`. Every call looks up the service anew on the bus that the environment names, so that a restarted
+/// keyring is found again; a bus is never launched. Safe from any thread; a call blocks while a prompt is
+/// shown.
 class SecretServiceVault final : public SecretVault {
   public:
     /// Whether the keyring may ask the user to unlock it.
@@ -22,16 +22,17 @@ class SecretServiceVault final : public SecretVault {
 
     struct Settings {
         Prompts prompts = Prompts::allowed;
-        std::chrono::milliseconds timeLimit = std::chrono::minutes(2); ///< for a whole call from its turn on
+        std::chrono::milliseconds timeLimit = std::chrono::minutes(2); ///< for a whole call, without the wait
+                                                                       ///< for its turn
 
-        /// From the environment: nobody is asked where there is no display.
+        /// From the environment: prompts are allowed only if there is a display.
         static Settings ofThisSession();
     };
 
     explicit SecretServiceVault(Settings settings = Settings::ofThisSession())
         : settings_(std::move(settings)) {}
 
-    /// Whether a Secret Service runs on the bus, or could be started by it.
+    /// Whether a Secret Service runs on the bus or can be started by it.
     [[nodiscard]] bool answers() const;
 
     Found find(const std::string& service, const std::string& account) override;
@@ -46,15 +47,16 @@ class SecretServiceVault final : public SecretVault {
     void end() override;
 
   private:
-    /// Waits for its turn.
+    /// Waits until no other call is running.
     [[nodiscard]] SecretServiceCall begin() const;
-    /// Applies `change` to every item of these names, should another program have made a second one.
+    /// Applies `change` to every item with these attributes, since another program may have made a second
+    /// one.
     template <class Change>
     std::int32_t changeItems(const std::string& service, const std::string& account, Change change) const;
 
     Settings settings_;
     mutable std::mutex mutex_;
-    std::stop_source asking_; ///< what is asked now
+    std::stop_source asking_; ///< stops the current prompts
     std::stop_source ending_;
 };
 

@@ -20,14 +20,14 @@ namespace {
 constexpr int firstUnusual = 3;
 constexpr int roomOfAPipe = 1 << 20;
 
-/// The system would cut a text at a NUL byte: the child would get another one than was checked.
+/// The system would cut a text at a NUL byte, so that the child would get another text than was checked.
 bool hasNul(const OutsideProgram& program) {
     auto cut = [](const std::string& text) { return text.contains('\0'); };
     return cut(program.binary) || cut(program.cwd.value_or("")) || std::ranges::any_of(program.args, cut) ||
            std::ranges::any_of(program.env, [cut](const auto& e) { return cut(e.first) || cut(e.second); });
 }
 
-/// Away from the standard descriptors, which the child's ends are copied over.
+/// Moves a descriptor above the standard ones, since the child's ends are copied over those.
 Result<FileDescriptor> aboveStandard(FileDescriptor given) {
     if (given.get() >= firstUnusual) return given;
     FileDescriptor moved(::fcntl(given.get(), F_DUPFD_CLOEXEC, firstUnusual));
@@ -42,7 +42,8 @@ struct Pipe {
     static Result<Pipe> create() {
         std::array<int, 2> ends{};
         if (::pipe2(ends.data(), O_CLOEXEC) != 0) return fail(SystemError{errno});
-        // Fewer changes between writer and reader; where the system refuses it, all is as usual.
+        // A larger pipe means fewer switches between writer and reader; if the system refuses, the default
+        // size stays.
         ::fcntl(ends[0], F_SETPIPE_SZ, roomOfAPipe);
         FileDescriptor first(ends[0]);
         FileDescriptor second(ends[1]);
@@ -52,7 +53,7 @@ struct Pipe {
     }
 };
 
-/// How the child begins; keeps the first failure.
+/// The attributes and file actions of the spawn; keeps the first failure.
 class SpawnSettings {
   public:
     SpawnSettings() {
@@ -72,7 +73,7 @@ class SpawnSettings {
         if (problem == 0) problem = code;
     }
 
-    /// A session of its own has no terminal, so that nothing can ask there, and makes a group of its own.
+    /// Starts the child in its own session and group. Without a terminal it cannot prompt.
     void separate() {
         sigset_t all;
         sigset_t none;
@@ -98,7 +99,7 @@ class SpawnSettings {
     int problem = 0;
 };
 
-/// Null-terminated, as the system wants it. Lives no longer than the texts.
+/// A null-terminated array, as the system needs it. Valid only as long as the texts.
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> all;
     for (auto& text : texts) all.push_back(text.data());

@@ -8,7 +8,7 @@ namespace morvex {
 /// Starts programs with posix_spawn. Safe from any thread.
 class SpawnLauncher final : public ProcessLauncher {
   public:
-    /// What it starts ends with `watch`, or lives on when there is none.
+    /// `watch` ends the started programs if this program ends abnormally; without it they live on.
     explicit SpawnLauncher(OrphanWatch* watch = nullptr) : watch_(watch) {}
 
     Result<std::unique_ptr<ChildProcess>> launch(const OutsideProgram& program,

@@ -20,7 +20,7 @@ namespace morvex {
 
 namespace {
 
-/// Told when the system does not know how the child ended.
+/// Reported when the system does not know how the child ended.
 constexpr std::int32_t unknownStatus = -1;
 
 int numberOf(ChildSignal signal) {
@@ -72,7 +72,7 @@ void SpawnedChild::abandonOutput() {
 
 Result<void> SpawnedChild::start() {
     if (watch_) watch_->begun(pid_);
-    // The header of glibc 2.36 declares the function for C only.
+    // glibc 2.36 declares pidfd_open for C only, so use the system call.
     exit_ = FileDescriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid_, 0)));
     if (!exit_) return fail(SystemError{errno});
     abandoned_ = FileDescriptor(::eventfd(0, EFD_CLOEXEC));
@@ -91,7 +91,7 @@ void SpawnedChild::follow() {
                                    {exit_.get(), POLLIN, 0},
                                    {abandoned_.get(), POLLIN, 0}}};
     auto& [output, errors, exit, abandoned] = watched;
-    // A negative descriptor is one that poll passes over.
+    // poll ignores negative descriptors.
     auto isOpen = [](const pollfd& entry) { return entry.fd >= 0; };
     while (std::ranges::any_of(std::span(watched).first(3), isOpen)) {
         int ready = ::poll(watched.data(), watched.size(), -1);
@@ -120,7 +120,7 @@ bool SpawnedChild::readFrom(const FileDescriptor& pipe, Tell tell) {
 
 void SpawnedChild::readWhatIsThere(const FileDescriptor& pipe, Tell tell) {
     int there = 0;
-    // Whoever still holds the other end may write without end: only what it wrote up to now counts.
+    // A process that still holds the other end may write forever, so only what is there now is read.
     if (::ioctl(pipe.get(), FIONREAD, &there) != 0) return;
     while (there > 0) {
         const auto part = std::min(static_cast<std::size_t>(there), buffer_.size());

@@ -13,12 +13,12 @@
 
 namespace morvex {
 
-/// A child of this process that leads its own group, followed by a thread of its own. Its end is only noted
-/// there; it is reaped with this object, so that its number and its group's cannot mean another process
+/// A child process that leads its own group, followed by its own thread. The thread only records the child's
+/// end; the child is reaped when this object is destroyed, so that its process id and group id are not reused
 /// before.
 class SpawnedChild final : public ChildProcess {
   public:
-    /// Takes over a child that runs. On failure the child is killed and gone. `watch` may be null.
+    /// Takes over a running child. If this fails, the child is killed and reaped. `watch` may be null.
     static Result<std::unique_ptr<ChildProcess>> create(pid_t pid, FileDescriptor output,
                                                         FileDescriptor errors, ChildListener& listener,
                                                         OrphanWatch* watch);
@@ -44,7 +44,7 @@ class SpawnedChild final : public ChildProcess {
     Result<void> start();
     void follow();
     bool readFrom(const FileDescriptor& pipe, Tell tell);
-    /// Of a pipe that may never end.
+    /// Reads what a pipe holds now, since the pipe may never end.
     void readWhatIsThere(const FileDescriptor& pipe, Tell tell);
     void noteExit();
 
@@ -53,8 +53,8 @@ class SpawnedChild final : public ChildProcess {
     FileDescriptor errors_;
     ChildListener& listener_;
     OrphanWatch* watch_;
-    FileDescriptor exit_;      ///< readable once the child has ended
-    FileDescriptor abandoned_; ///< readable once nobody waits for output
+    FileDescriptor exit_;      ///< readable when the child has ended
+    FileDescriptor abandoned_; ///< readable when nobody waits for output any more
     std::atomic<bool> exited_ = false;
     std::mutex descendantsLock_;
     Descendants descendants_;

@@ -37,7 +37,7 @@ void StatusNotifierTray::ask() {
     auto call = QDBusMessage::createMethodCall(
         service, path, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"));
     call << QString(service) << QStringLiteral("IsStatusNotifierHostRegistered");
-    // The question alone must not start a collector that nobody else wants.
+    // The query must not start a watcher that nothing else needs.
     call.setAutoStartService(false);
     answer_ = std::make_unique<QDBusPendingCallWatcher>(bus_.asyncCall(call));
     QObject::connect(answer_.get(), &QDBusPendingCallWatcher::finished, answer_.get(), [this] {

@@ -12,11 +12,11 @@
 
 namespace morvex {
 
-/// The tray as the session bus tells of it (StatusNotifierWatcher): somebody has to collect the items, and
-/// somebody has to show them. Where nobody does, another kind of tray may. Main thread.
+/// The tray reported by the session bus (StatusNotifierWatcher): both a watcher, which collects the items,
+/// and a host, which shows them, must be there. Otherwise the tray `otherwise` decides. Main thread.
 class StatusNotifierTray final : public Tray {
   public:
-    /// `otherwise` outlives this object.
+    /// `otherwise` must outlive this object.
     explicit StatusNotifierTray(Tray& otherwise, const QDBusConnection& bus = QDBusConnection::sessionBus());
 
     [[nodiscard]] bool isThere() const override { return shown_ || otherwise_.isThere(); }

@@ -10,7 +10,7 @@ namespace morvex {
 
 namespace {
 
-/// What the supplies say together.
+/// The combined state of all power supplies.
 struct Supplies {
     bool mainsOnline = false;
     bool otherOnline = false; ///< a USB or wireless charger
@@ -25,7 +25,7 @@ std::string attribute(const std::filesystem::path& supply, const char* name) {
     return bytes && *bytes ? trim(asText(**bytes)) : "";
 }
 
-/// False when the supply does not even say what it is.
+/// False if the supply does not even report its type.
 bool note(const std::filesystem::path& supply, Supplies& supplies) {
     auto type = attribute(supply, "type");
     if (type.empty()) return false;
@@ -43,8 +43,9 @@ bool note(const std::filesystem::path& supply, Supplies& supplies) {
     return true;
 }
 
-/// A USB port also counts as online when it feeds too little, or feeds the device behind it: then the battery
-/// tells. A battery that is full or idle beside an adapter that is off was unplugged just now.
+/// A USB port is reported as online also when it supplies too little, or when it powers the attached device;
+/// then the state of the battery decides. If the adapter is off while the battery is full or idle, the
+/// adapter was unplugged just now.
 bool fromMains(const Supplies& supplies) {
     if (supplies.mainsOnline) return true;
     if (supplies.discharging) return false;

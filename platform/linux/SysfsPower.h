@@ -6,13 +6,14 @@
 
 namespace morvex {
 
-/// The power supplies as the kernel lists them, a folder each. What only charges or only powers a device that
-/// hangs on the computer (a mouse, a headset) does not count.
+/// Reads the power supplies from the kernel, one folder each. Supplies of attached devices (a mouse, a
+/// headset) do not count.
 class SysfsPower final : public PowerMonitor {
   public:
     explicit SysfsPower(std::filesystem::path root = "/sys/class/power_supply") : root_(std::move(root)) {}
 
-    /// No supply at all is a computer without a battery: mains. A list that cannot be read counts as battery.
+    /// No supply at all means a computer without a battery, hence mains. A list that cannot be read counts as
+    /// battery.
     [[nodiscard]] bool onMains() const override;
 
   private:

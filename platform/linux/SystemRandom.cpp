@@ -12,7 +12,7 @@ Uuid SystemRandom::uuid() {
     ssize_t drawn = -1;
     do drawn = ::getrandom(bytes.data(), bytes.size(), 0);
     while (drawn < 0 && errno == EINTR);
-    // Up to 256 bytes come whole once the generator is seeded (getrandom(2)).
+    // getrandom(2) never returns fewer of up to 256 bytes once the generator is seeded.
     vyzaduj(drawn == static_cast<ssize_t>(bytes.size()), "the kernel gives no random bytes");
     return Uuid::fromRandom(bytes);
 }

@@ -54,8 +54,8 @@ void UPowerMonitor::propertiesChanged(const QDBusMessage& signal) {
     auto values = qdbus_cast<QVariantMap>(arguments[1]);
     auto value = values.find(onBatteryName);
     if (value == values.end()) return;
-    // Qt may deliver an answer after a signal that was sent later. When the answer is the newer one, the
-    // signal of its own change still comes.
+    // Drops the pending answer, since Qt may deliver it after a signal that was sent later. If the answer is
+    // newer, the signal for that change still follows.
     answer_.reset();
     note(*value);
 }

@@ -13,11 +13,11 @@
 
 namespace morvex {
 
-/// The power source as UPower tells it, kept up to date by its signals, so that no question waits for the
-/// bus. Until its first answer, and whenever it is not there, another monitor answers. Main thread.
+/// The power source reported by UPower and updated by its signals, so that no query waits for the bus. Until
+/// UPower's first answer, and while it is not running, another monitor answers. Main thread.
 class UPowerMonitor final : public PowerMonitor {
   public:
-    /// `otherwise` outlives this object.
+    /// `otherwise` must outlive this object.
     explicit UPowerMonitor(const PowerMonitor& otherwise,
                            const QDBusConnection& bus = QDBusConnection::systemBus());
 

@@ -67,7 +67,8 @@ VaultChoice::Choice VaultChoice::remembered() {
 VaultChoice::Choice VaultChoice::chooseNow() {
     const bool mayUseService = !files_.hasItems();
     const bool useService = mayUseService && service_.answers();
-    // At the end of the program nobody waits for the service as long: its silence then decides nothing.
+    // At the end of the program the wait for the service is shorter, so its silence must not decide the
+    // choice.
     if (mayUseService && !useService && ends_) return std::unexpected(vaultStatus::notAvailable);
     auto written = writeAtomically(memory_, asBytes(useService ? serviceName : filesName));
     if (!written) return refused(written.error());

@@ -10,10 +10,10 @@
 
 namespace morvex {
 
-/// The vault of this computer. Its first call chooses: the Secret Service when it answers, else files; files
-/// too when some are there already. The choice stands in "<data home>/Morvex/vault-backend" and is never
-/// revised, since another vault would hold another identity: while the chosen one cannot be reached, or the
-/// choice cannot be read or kept, every call is refused. Safe from any thread.
+/// The vault of this computer, chosen by the first call: files if some exist, else the Secret Service if it
+/// answers, else files. The choice is stored in "<data home>/Morvex/vault-backend" and never revised, since
+/// another vault would hold another identity: while the chosen vault cannot be reached, or the choice cannot
+/// be read or stored, every call is refused. Safe from any thread.
 class VaultChoice final : public SecretVault {
   public:
     explicit VaultChoice(
@@ -25,7 +25,7 @@ class VaultChoice final : public SecretVault {
     std::int32_t add(const std::string& service, const std::string& account, ByteView bytes) override;
     std::int32_t remove(const std::string& service, const std::string& account) override;
     [[nodiscard]] std::optional<Sentence> text(std::int32_t status) const override;
-    /// Files once they were chosen.
+    /// `privateFiles` if files were chosen.
     [[nodiscard]] Place place() override;
 
     void stopAsking() override { service_.stopAsking(); }
@@ -36,11 +36,11 @@ class VaultChoice final : public SecretVault {
     }
 
   private:
-    /// Or the status with which every call is refused.
+    /// The vault, or the status with which every call is refused.
     using Choice = std::expected<SecretVault*, std::int32_t>;
 
     Choice chosen();
-    /// The vault that was chosen before, or is now.
+    /// The vault chosen earlier, or chosen now.
     Choice remembered();
     Choice chooseNow();
     static Choice refused(const Error& error);

@@ -6,11 +6,11 @@
 
 namespace morvex {
 
-/// The login item as an entry of the XDG autostart folder, "<config home>/autostart/morvex.desktop". The
-/// desktop's own settings may switch the entry off; that counts.
+/// The login item as a file in the XDG autostart folder, "<config home>/autostart/morvex.desktop". If the
+/// desktop's own settings disabled the file, that is respected.
 class XdgAutostart final : public LoginItem {
   public:
-    /// `program` is the absolute path of what is to start.
+    /// `program` is the absolute path of the program to start.
     XdgAutostart(const std::filesystem::path& configHome, std::filesystem::path program)
         : entry_(configHome / "autostart" / "morvex.desktop"), program_(std::move(program)) {}
 

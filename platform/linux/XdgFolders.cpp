@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t longestUserDirs = 64 * 1024;
 constexpr std::string_view desktopKey = "XDG_DESKTOP_DIR";
 
-/// The XDG standard tells to ignore what is not absolute.
+/// The XDG specification demands that relative paths are ignored.
 std::optional<std::string> absoluteVariable(const char* name) {
     const char* value = std::getenv(name);
     return value && *value == '/' ? std::optional<std::string>(value) : std::nullopt;
@@ -33,7 +33,7 @@ template <class Look> std::optional<std::string> passwordHome(Look look) {
     return found->pw_dir;
 }
 
-/// Without the quotes, the backslashes that shield a character, and `$HOME` in front.
+/// Removes the quotes and the escaping backslashes, and expands a leading `$HOME`.
 std::optional<std::string> unquoted(std::string_view value, const std::string& home) {
     if (value.size() < 2 || !value.starts_with('"') || !value.ends_with('"')) return std::nullopt;
     value = value.substr(1, value.size() - 2);
@@ -49,7 +49,7 @@ std::optional<std::string> unquoted(std::string_view value, const std::string& h
     return path.starts_with('/') && !path.contains('\0') ? std::optional(path) : std::nullopt;
 }
 
-/// The last line that sets the desktop wins, as in a shell.
+/// As in a shell, the last line that sets the desktop folder wins.
 std::optional<std::string> configuredDesktop(std::string_view userDirs, const std::string& home) {
     std::optional<std::string> desktop;
     while (!userDirs.empty()) {
@@ -99,7 +99,7 @@ std::optional<std::string> XdgFolders::desktop() const {
     auto userDirs = readWhole(configuration() + "/user-dirs.dirs", longestUserDirs);
     if (userDirs && *userDirs)
         desktop = configuredDesktop(asText(**userDirs), homeFolder).value_or(std::move(desktop));
-    // Whoever wants no desktop folder sets it to the home folder.
+    // Setting the desktop folder to the home folder means that there is none.
     return isSameFolder(desktop, homeFolder) ? std::nullopt : std::optional(desktop);
 }
 

@@ -25,7 +25,7 @@ bool isPlain(char letter) {
     return isAsciiLetterOrDigit(letter) || std::string_view("._-").contains(letter);
 }
 
-/// A file name for any name but the empty one, which has none.
+/// Encodes any name except the empty one as a file name.
 std::string fileName(const std::string& name) {
     bool special = name == "." || name == "..";
     std::string encoded;
@@ -72,7 +72,7 @@ std::int32_t FileVault::add(const std::string& service, const std::string& accou
 
 std::int32_t FileVault::remove(const std::string& service, const std::string& account) {
     auto status = open(service, account).status;
-    // What a save that crashed has left may hold a part of the secret, or all of it.
+    // The draft of a save that crashed may contain all or part of the secret.
     if (status == vaultStatus::ok || status == vaultStatus::itemNotFound)
         removeDrafts(pathOf(service, account));
     if (status != vaultStatus::ok) return status;

@@ -8,9 +8,9 @@
 
 namespace morvex {
 
-/// Secrets in files that only the user can read: "<data home>/Morvex/vault/<service>/<account>", the raw
-/// bytes. For computers without a Secret Service. Modes that became wider are tightened on the way; a
-/// symbolic link, a folder or a device in place of an item is refused and left as it is.
+/// Secrets in files that only the user can read: "<data home>/Morvex/vault/<service>/<account>", as raw
+/// bytes. For computers without a Secret Service. File modes that have become wider are tightened on access;
+/// a symbolic link, a folder or a device in place of an item is refused and left as it is.
 class FileVault final : public SecretVault {
   public:
     explicit FileVault(const std::filesystem::path& dataHome) : root_(dataHome / "Morvex" / "vault") {}
@@ -23,12 +23,12 @@ class FileVault final : public SecretVault {
 
     [[nodiscard]] Place place() override { return Place::privateFiles; }
 
-    /// Nobody is asked for a file.
+    /// Reading a file asks nobody.
     void stopAsking() override {}
 
     void end() override {}
 
-    /// Whether any item of any service is stored, or may be in what cannot be read.
+    /// Whether any item of any service exists, or may exist where the folders cannot be read.
     [[nodiscard]] bool hasItems() const;
 
   private:
@@ -38,7 +38,8 @@ class FileVault final : public SecretVault {
     };
 
     [[nodiscard]] std::filesystem::path pathOf(const std::string& service, const std::string& account) const;
-    /// Without following a link in the last place. Demands the kind of file and closes the mode to others.
+    /// Does not follow a link in the last component. Checks the kind of file and removes the permissions of
+    /// other users.
     static Opened openPrivate(const std::filesystem::path& path, mode_t kind, mode_t mode);
     [[nodiscard]] Opened open(const std::string& service, const std::string& account) const;
     [[nodiscard]] std::int32_t write(const std::string& service, const std::string& account,

@@ -44,7 +44,7 @@ std::optional<FolderBookmarks::Resolved> InodeBookmarks::resolve(ByteView bookma
     auto wanted = inode->to_number<std::uint64_t>(error);
     std::string folder(path->as_string());
     auto found = inodeOf(folder);
-    // A folder that cannot be looked at now may well be the one.
+    // A folder that cannot be checked at present may still be the right one.
     const bool mayBeIt = found ? wanted == *found : !saysMissing(systemCode(found.error()));
     if (error || !mayBeIt) return std::nullopt;
     return Resolved{std::move(folder), false};

@@ -77,16 +77,16 @@ Result<void> writeValues(const std::filesystem::path& path, const std::string& t
     return writeAtomically(path, asBytes(text));
 }
 
-/// Why only booleans are brought into a file that could not be read at the start: all else may have been made
-/// of what was not known. To try it again is no use.
+/// Only booleans are merged into a file that could not be read at the start, because all other values may
+/// have been computed from settings that were not known. Retrying does not help.
 struct LeftOut {
     [[nodiscard]] Sentence popis() const {
         return "Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu."_sentence;
     }
 };
 
-/// Brings changes into a file that could not be read at the start; whatever else stands there is kept. Fails
-/// with `LeftOut` when some are not to be brought in.
+/// Merges changes into a file that could not be read at the start; all other content is kept. Fails with
+/// `LeftOut` when some changes must not be merged.
 Result<void> bringInto(const std::filesystem::path& path, const json::object& changed,
                        const std::set<std::string>& leftOut) {
     TRY(const auto, bytes, readWhole(path, JsonDefaults::sizeLimit));
@@ -155,7 +155,7 @@ std::optional<DefaultsValue> JsonDefaults::get(const std::string& key) const {
 }
 
 void JsonDefaults::changeTogether(DefaultsValues values, const std::vector<std::string>& removed) {
-    // A boolean that was changed beside anything else means something only together with it.
+    // A boolean that was changed together with other values has its meaning only together with them.
     const bool saysMore = !removed.empty() || !std::ranges::all_of(values, [](const auto& change) {
         return std::holds_alternative<bool>(change.second);
     });
@@ -165,7 +165,7 @@ void JsonDefaults::changeTogether(DefaultsValues values, const std::vector<std::
         if (saysMore && !isKnown_) leftOut_.insert(key);
         auto encoded = jsonFrom(value);
         const auto* present = values_.if_contains(key);
-        // What is empty adds nothing to what is not known.
+        // While the file's content is unknown, an empty array does not count as a change.
         const bool isNothingNew = !isKnown_ && encoded.is_array() && encoded.get_array().empty();
         if (present ? *present == encoded : isNothingNew) continue;
         values_.insert_or_assign(key, std::move(encoded));
@@ -184,7 +184,7 @@ void JsonDefaults::endProposals(std::string_view key) {
     for (const auto& proposal : proposalsUnderWay_) {
         if (!proposal->values.contains(key)) continue;
         proposal->isOver = true;
-        unsaved_ = true; // the save brings it to the disk
+        unsaved_ = true; // the running save still writes the proposal to the disk
     }
 }
 
@@ -239,7 +239,8 @@ json::object JsonDefaults::withProposals() const {
 void JsonDefaults::dokonciUkladani(const Result<void>& result) {
     if (result) values_ = withProposals();
     proposalsUnderWay_.clear();
-    // What failed may stand on the disk all the same, a proposal that does not count too.
+    // A failed save may have reached the disk nevertheless, even with a proposal that does not count, so the
+    // file has to be written again.
     if (!result) unsaved_ = true;
     if (!result && !result.error().as<LeftOut>() && !isEnding_) waitForRetry();
     auto problem = result ? std::nullopt : std::optional(neulozenoKvuli(result.error()));

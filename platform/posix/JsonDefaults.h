@@ -19,53 +19,53 @@
 namespace morvex {
 
 /// The settings in one JSON file, "<config home>/Morvex/defaults.json": an object from key to text, boolean,
-/// data (`{"$data":"<base64>"}`) or an array of texts and data. Values of other kinds are kept for whoever
-/// wrote them and read as absent. Changes are written on the storage thread, those that come during a save
-/// together in the next one. A save that fails is tried again until it succeeds. Main thread only, which is
-/// the home of `saving`.
+/// data (`{"$data":"<base64>"}`) or an array of texts and data. Values of other types are kept in the file
+/// but read as absent. Changes are written on the storage thread; those made during a save go together into
+/// the next one. A save that fails is retried until it succeeds. Main thread only, which is the home of
+/// `saving`.
 class JsonDefaults : public UserDefaults {
   public:
-    /// Bytes of the file.
+    /// Limit of the file in bytes.
     static constexpr std::size_t sizeLimit = 16 * 1024 * 1024;
 
-    /// From a save that failed to the next one, where no change asks for it earlier.
+    /// Delay between a failed save and its retry, unless a change saves earlier.
     static constexpr Clock::Duration retryDelay = std::chrono::seconds(5);
 
-    /// Reads the file, here and now. A damaged one is set aside and the settings start empty. One that can
-    /// be neither read nor set aside is left alone: changes count as ever, proposals are refused, and changed
-    /// booleans are brought into the file as soon as it can be read. Other changes, and booleans that were
-    /// changed together with such, are not saved.
+    /// Reads the file synchronously. A damaged file is set aside and the settings start empty. A file that
+    /// can be neither read nor set aside is left alone: changes still apply in memory, `setOnceSaved` fails,
+    /// and changed booleans are merged into the file as soon as it can be read. Other changes, and booleans
+    /// that were changed together with such, are not saved.
     JsonDefaults(const std::filesystem::path& configHome, Saving saving);
     ~JsonDefaults() override;
 
     [[nodiscard]] std::optional<DefaultsValue> get(const std::string& key) const override;
-    /// Text that is not UTF-8 is repaired.
+    /// Text that is not valid UTF-8 is repaired.
     void changeTogether(DefaultsValues values, const std::vector<std::string>& removed) override;
     Task<Result<void>> setOnceSaved(DefaultsValues values) override;
 
-    /// What could not be saved is tried once more.
+    /// Also retries changes that could not be saved.
     Task<void> ulozeno() override;
 
     [[nodiscard]] std::optional<Sentence> problem() const override;
 
-    /// Of the last save alone: changes are not on the disk.
+    /// The problem of the last save: some changes are not on the disk.
     [[nodiscard]] const std::optional<Sentence>& unsavedProblem() const;
 
-    /// Saves what is left, and tries once more what could not be saved; awaited before this object goes. What
-    /// is changed later is not saved.
+    /// Saves the remaining changes and retries those that could not be saved. Must be awaited before this
+    /// object is destroyed. Later changes are not saved.
     Task<void> ukoncit();
 
   private:
-    /// Values that count once they are saved.
+    /// Values that apply only after they were saved.
     struct Proposal {
         boost::json::object values;
-        bool isOver = false; ///< one of them was changed
+        bool isOver = false; ///< one of its values was changed meanwhile
     };
 
     using Proposals = std::vector<std::shared_ptr<Proposal>>;
 
     void endProposals(std::string_view key);
-    /// What the save that is under way holds, or will.
+    /// `values_` with the proposals of the current save.
     [[nodiscard]] boost::json::object withProposals() const;
     void read();
     void setDamagedAside();
@@ -78,16 +78,17 @@ class JsonDefaults : public UserDefaults {
     std::filesystem::path path_;
     Saving saving_;
     boost::json::object values_;
-    bool isKnown_ = true;           ///< what stands in the file; else `values_` are the changes only
-    std::set<std::string> leftOut_; ///< what is not brought into a file that was not read
+    bool isKnown_ = true;           ///< whether the file's content is known; if not, `values_` holds only
+                                    ///< changes
+    std::set<std::string> leftOut_; ///< keys that must not be merged into a file that was not read
     bool unsaved_ = false;
     Proposals proposals_;
     Proposals proposalsUnderWay_;
     std::optional<Sentence> loadProblem_;
     std::optional<Sentence> saveProblem_;
-    Clock::TimerId retry_ = 0; ///< 0 without one
+    Clock::TimerId retry_ = 0; ///< 0 if no retry is planned
     bool isEnding_ = false;
-    /// Known to the timer, which may ring when this object is gone.
+    /// The timer holds it weakly, since it may fire after this object is destroyed.
     std::shared_ptr<JsonDefaults*> self_ = std::make_shared<JsonDefaults*>(this);
     SaveQueue saves_;
 };

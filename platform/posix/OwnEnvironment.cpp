@@ -8,7 +8,7 @@ Environment ownEnvironment() {
     Environment variables;
     for (char** entry = environ; entry && *entry; ++entry) {
         std::string_view text(*entry);
-        // The first of two entries with the same name is the one that programs see.
+        // Of two entries with the same name, programs see the first.
         if (auto end = text.find('='); end != std::string_view::npos && end > 0)
             variables.emplace(text.substr(0, end), text.substr(end + 1));
     }

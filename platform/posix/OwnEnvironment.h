@@ -4,8 +4,8 @@
 
 namespace morvex {
 
-/// The environment that this process was started with. For the start of the program: nobody may change it
-/// meanwhile.
+/// The environment that this process was started with. Call it at the start of the program, since the
+/// environment must not change meanwhile.
 Environment ownEnvironment();
 
 } // namespace morvex

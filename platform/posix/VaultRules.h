@@ -8,16 +8,17 @@
 
 namespace morvex {
 
-/// What every vault of this system keeps to.
+/// Rules common to all vaults of this system.
 namespace vaultRules {
 
-/// Bytes of one item. A larger one is refused with `vaultStatus::io`, in either direction.
+/// Limit of one item in bytes. A larger one is refused with `vaultStatus::io`, both when reading and when
+/// writing.
 constexpr std::size_t itemLimit = 1024 * 1024;
 
-/// An errno as a status, or `vaultStatus::io`.
+/// The status for an errno; `vaultStatus::io` for other errors.
 std::int32_t statusOf(const Error& error);
 
-/// The words for a status, or nothing.
+/// The words for a status, if there are any.
 std::optional<Sentence> text(std::int32_t status);
 
 } // namespace vaultRules

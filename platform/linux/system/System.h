@@ -34,17 +34,17 @@
 
 namespace morvex {
 
-// The adapters of this system under names that every system has. The program's `main` knows no others.
+// The adapters of this system under system-independent names, the only ones that the program's `main` uses.
 
 /// Ends started programs that outlive this one.
 using StartedPrograms = OrphanWatch;
-/// What asks this program to end.
+/// Requests to end this program.
 using EndSignals = UnixSignals;
 
-/// What the system does for a companion, with a window or without.
+/// The system services of a companion, with or without a window.
 struct System {
-    /// `records`: where settings are written. `executable`: the absolute path of this program, which is
-    /// copied. The rest of it outlives this object.
+    /// `records`: the executor on which settings are written. `executable`: the absolute path of this
+    /// program, which is copied. The other arguments must outlive this object.
     System(Executor& main, Executor& records, Clock& clock, StartedPrograms& started,
            const std::string& executable)
         : defaults(folders.configuration(), {main, records, clock}),
@@ -68,7 +68,7 @@ struct System {
     DesktopUrlOpener opener;
 };
 
-/// What it does for a window besides.
+/// The additional services of a companion with a window.
 struct Desktop {
     QtFolderPicker picker;
     QtClipboard clipboard;
@@ -78,12 +78,12 @@ struct Desktop {
     StatusNotifierTray tray{embedding};
 };
 
-/// Where a user's data lie.
+/// The folder of the user's data.
 inline std::string applicationSupport() {
     return XdgFolders().applicationSupport();
 }
 
-/// Shown on the phone.
+/// The computer's name as shown on the phone.
 inline std::string computerName() {
     return HostnamedName().name();
 }

@@ -11,24 +11,24 @@
 
 namespace morvex {
 
-/// One companion a data folder: two with one identity would push each other off the relay for ever. Holds a
-/// lock on "<data home>/Morvex/lock". The kernel lets it go when the process ends, however it ends; the file
-/// stays. Others call it through the socket "call" beside the lock, which only this user can reach. Main
-/// thread only.
+/// Ensures that only one companion uses a data folder: two with the same identity would keep pushing each
+/// other off the relay. Holds a lock on "<data home>/Morvex/lock"; the kernel releases it when the process
+/// ends in any way, and the file stays. Other processes call this one through the socket "call" beside the
+/// lock, which only this user can reach. Main thread only.
 class LockFileInstance {
   public:
     explicit LockFileInstance(const std::filesystem::path& dataHome) : folder_(dataHome / "Morvex") {}
 
     enum class Claim { made, heldByAnother };
 
-    /// `made` when this process is the one; it stays the one until it ends. Fails with the trouble of the
-    /// folder, in words that name it, when the lock cannot be made.
+    /// `made` if this process is now the only instance; it stays so until it ends. Fails when the lock cannot
+    /// be made, with words that name the folder.
     Result<Claim> claim();
 
-    /// Asks the process that is the one to show itself. False when it does not listen.
+    /// Asks the running instance to show itself. False when it does not listen.
     bool callOther();
 
-    /// Listens for others, after a claim that was made.
+    /// Listens for calls of other processes. Call only after `claim` returned `made`.
     void onCall(std::function<void()> called);
 
   private:
