@@ -14,12 +14,13 @@ namespace {
 
 using Answer = OneShot<std::vector<std::string>>;
 
-/// In the language of the program's windows.
+/// Translates into the language of the program's windows.
 QString words(const std::string& czech) {
     return QCoreApplication::translate("Morvex", czech.c_str());
 }
 
-/// No dialog of a desktop lets several folders be chosen, and the toolkit's own one only when its lists do.
+/// Makes the dialog accept several folders. No native dialog allows that, and Qt's own dialog only if its
+/// lists do.
 void letChooseSeveral(QFileDialog& dialog) {
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     for (const auto* name : {"listView", "treeView"})

@@ -7,15 +7,15 @@
 
 namespace morvex {
 
-/// The desktop's folder dialog. One is open at a time: a further question brings it to the front and has no
-/// answer of its own. Needs a QApplication. Main thread.
+/// The desktop's folder dialog. Only one is open at a time: a further question brings it to the front and
+/// gets no answer of its own. Needs a QApplication. Main thread.
 class QtFolderPicker final : public FolderPicker {
   public:
     ~QtFolderPicker() override { close(); }
 
     Task<std::vector<std::string>> pick(Question question) override;
 
-    /// Gives up for the person, as at the end of the program.
+    /// Cancels for the user, as at the end of the program.
     void close();
 
   private:

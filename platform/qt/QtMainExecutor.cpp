@@ -25,7 +25,7 @@ void QtMainExecutor::close() {
 void QtMainExecutor::runWaiting() {
     Running here(*this);
     std::ranges::move(queue_.takeAll(), std::back_inserter(taken_));
-    // For an event loop inside one of these jobs, which has to go on with the rest.
+    // A job may run its own event loop, which then has to run the remaining jobs.
     if (taken_.size() > 1) target_.wake();
     while (!taken_.empty()) {
         Job job = std::move(taken_.front());
@@ -34,7 +34,7 @@ void QtMainExecutor::runWaiting() {
     }
 }
 
-// The event crosses under a lock of our own: the thread sanitizer does not see those of Qt.
+// Posted under our own lock, because the thread sanitizer does not see Qt's locks.
 void QtMainExecutor::Target::wake() {
     std::lock_guard lock(handOver_);
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));

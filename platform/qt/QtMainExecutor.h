@@ -9,9 +9,9 @@
 
 namespace morvex {
 
-/// The main executor: runs jobs in the event loop of the thread that made it, the Qt main thread. Needs a
-/// QCoreApplication. A job may run an event loop of its own: the jobs behind it go on there, in order.
-/// Made, closed and destroyed on that thread; it outlives every thread that posts to it.
+/// The main executor: runs jobs in the event loop of the thread that created it, the Qt main thread. Needs a
+/// QCoreApplication. A job may run its own event loop; the following jobs then run there, in order. Created,
+/// closed and destroyed on that thread; it must outlive every thread that posts to it.
 class QtMainExecutor final : public Executor {
   public:
     ~QtMainExecutor() override;
@@ -22,7 +22,7 @@ class QtMainExecutor final : public Executor {
     void close();
 
   private:
-    /// Where the wake-ups arrive; none does after its end.
+    /// Receives the wake-up events; after its destruction none arrives.
     class Target final : public QObject {
       public:
         explicit Target(QtMainExecutor& executor) : executor_(executor) {}

@@ -9,7 +9,7 @@
 
 namespace morvex {
 
-/// The tray of an X display that takes the items' windows into its own; elsewhere there is none. Needs a
+/// The tray of an X display that embeds the windows of the items; without an X display there is none. Needs a
 /// QGuiApplication. Main thread.
 class XembedTray final : public Tray, private QAbstractNativeEventFilter {
   public:
@@ -23,7 +23,7 @@ class XembedTray final : public Tray, private QAbstractNativeEventFilter {
   private:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
 
-    /// Names of the display.
+    /// Atoms of the X display.
     std::uint32_t manager_ = 0;
     std::uint32_t tray_ = 0;
     std::function<void()> arrived_;
