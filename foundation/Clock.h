@@ -10,7 +10,8 @@
 
 namespace morvex {
 
-/// All time comes from here, so that tests own it. Waits count the time that the computer is suspended.
+/// The source of all time, so that tests can control it. Waits include the time for which the computer is
+/// suspended.
 class Clock {
   public:
     using Duration = std::chrono::nanoseconds;
@@ -21,18 +22,18 @@ class Clock {
     /// Wall-clock time.
     [[nodiscard]] virtual Date now() const = 0;
 
-    /// Time since the computer started, suspend included. Never goes back.
+    /// Time since the computer started, including suspension. Never goes back.
     [[nodiscard]] virtual Duration sinceBoot() const = 0;
 
-    /// Calls `callback` once, on any thread, when `sinceBoot()` has reached `when`; at once if it has.
-    /// The callback must be short.
+    /// Calls `callback` once, on any thread, when `sinceBoot()` reaches `when`, or at once if that has
+    /// passed. The callback must be short.
     virtual TimerId at(Duration when, Job callback) = 0;
 
-    /// After its return the callback is not called, unless it is being called right now.
+    /// After this call returns the callback will not be called, unless it is running right now.
     virtual void forget(TimerId timer) = 0;
 };
 
-/// Waits. True when the whole time has passed, false as soon as `stop` is requested.
+/// Waits for `duration`. Returns true when the whole time has passed, false as soon as `stop` is requested.
 Task<bool> sleepFor(Clock& clock, Clock::Duration duration, std::stop_token stop);
 
 } // namespace morvex

@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// A stop that is requested as soon as one of two is, while this object lives.
+/// A stop that is requested as soon as one of two others is, while this object lives.
 class EitherStop {
   public:
     EitherStop(std::stop_token first, std::stop_token second)

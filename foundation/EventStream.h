@@ -13,11 +13,11 @@
 
 namespace morvex {
 
-/// A queue of events from any thread to one consumer. It takes whatever is pushed; a producer that the
-/// outside drives awaits `room` before it takes more from there, and says what its events weigh.
+/// A queue of events from any thread to one consumer. It accepts everything that is pushed. A producer driven
+/// by outside data gives its events weights and awaits `room` before it reads more.
 template <class T> class EventStream {
   public:
-    /// After `end()` the event is dropped.
+    /// After `end()` events are dropped.
     void push(T event, std::size_t weight = 1) {
         std::unique_lock lock(mutex_);
         if (ended_) return;
@@ -26,7 +26,7 @@ template <class T> class EventStream {
         consumer_.wake(lock);
     }
 
-    /// The consumer still gets what was pushed before, then nothing.
+    /// The consumer still gets the events pushed before, then nothing.
     void end() {
         std::unique_lock lock(mutex_);
         ended_ = true;
@@ -35,7 +35,7 @@ template <class T> class EventStream {
         producer_.wake(lock);
     }
 
-    /// Drops the events that wait. Only while nobody consumes: a consumer would take it for the end.
+    /// Drops the waiting events. Call only while nobody consumes, since a consumer would take it for the end.
     void clear() {
         std::deque<Waiting> dropped;
         std::unique_lock lock(mutex_);
@@ -44,23 +44,23 @@ template <class T> class EventStream {
         producer_.wake(lock);
     }
 
-    /// An event whose weight counts until this object goes, which is before the stream does.
+    /// An event whose weight counts until this object is destroyed. It must not outlive the stream.
     class Held;
 
-    /// The next event; nothing once the stream has ended, or at once when `stop` is requested: then the
-    /// events that wait stay in the stream for a later consumer. One consumer at a time, on a serial
+    /// The next event; nothing when the stream has ended. Returns nothing at once when `stop` is requested;
+    /// waiting events then stay in the stream for a later consumer. One consumer at a time, on a serial
     /// executor.
     auto next(std::stop_token stop = {}) { return Next{*this, std::move(stop)}; }
 
-    /// The same for a consumer that puts events aside: `room` goes on counting them.
+    /// Like `next`, for a consumer that sets events aside: `room` keeps counting them while they are held.
     auto nextHeld(std::stop_token stop) { return NextHeld{*this, std::move(stop)}; }
 
-    /// Resumes as soon as the events that wait or are held weigh less than `most`, the stream has ended, or
-    /// `stop` is requested. One producer at a time, on a serial executor.
+    /// Resumes as soon as the waiting and held events weigh less than `most`, the stream has ended, or `stop`
+    /// is requested. One producer at a time, on a serial executor.
     auto room(std::size_t most, std::stop_token stop) { return Room{*this, most, std::move(stop)}; }
 
   private:
-    /// After so many events without a suspension the consumer lets other jobs of its executor run.
+    /// After this many events without a suspension the consumer lets other jobs of its executor run.
     static constexpr int eventsInARow = 256;
 
     struct Waiting {
@@ -68,7 +68,7 @@ template <class T> class EventStream {
         std::size_t weight;
     };
 
-    /// A coroutine that waits for the other end of the stream. Guarded by the stream's lock.
+    /// A coroutine waiting for the other side of the stream. Guarded by the stream's lock.
     struct Waiter {
         std::coroutine_handle<> handle;
         Executor* home = nullptr;
@@ -78,7 +78,7 @@ template <class T> class EventStream {
             home = executor;
         }
 
-        /// Gives the lock back.
+        /// Releases the lock.
         void wake(std::unique_lock<std::mutex>& lock) {
             auto waiting = std::exchange(handle, {});
             auto* executor = home;
@@ -87,7 +87,7 @@ template <class T> class EventStream {
         }
     };
 
-    /// Wakes one end when a stop is requested.
+    /// Wakes one side when a stop is requested.
     struct Wake {
         EventStream* stream;
         Waiter EventStream::* end;
@@ -118,8 +118,8 @@ template <class T> class EventStream {
                 }
                 stream_.consumer_.wait(handle, home);
             }
-            // The consumer's executor is serial: it cannot resume, and destroy this awaiter, before we
-            // return.
+            // The consumer's executor is serial, so the coroutine cannot resume and destroy this awaiter
+            // before we return.
             if (stop_.stop_possible()) onStop_.emplace(stop_, Wake{&stream_, &EventStream::consumer_});
             return true;
         }
@@ -173,7 +173,7 @@ template <class T> class EventStream {
                 stream_.most_ = most_;
                 stream_.producer_.wait(handle, Executor::current());
             }
-            // As for the consumer.
+            // See the consumer's `await_suspend`.
             if (stop_.stop_possible()) onStop_.emplace(stop_, Wake{&stream_, &EventStream::producer_});
             return true;
         }
@@ -195,10 +195,10 @@ template <class T> class EventStream {
 
     std::mutex mutex_;
     std::deque<Waiting> events_;
-    std::size_t weight_ = 0; ///< of all that wait here or are held
+    std::size_t weight_ = 0; ///< of all waiting and held events
     Waiter consumer_;
     Waiter producer_;
-    std::size_t most_ = 0; ///< what the producer waits for
+    std::size_t most_ = 0; ///< the limit below which the producer resumes
     int inARow_ = 0;
     bool ended_ = false;
 };

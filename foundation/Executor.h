@@ -7,7 +7,7 @@ namespace morvex {
 
 using Job = std::move_only_function<void()>;
 
-/// Runs jobs in the order in which they were posted. Coroutines resume on the executor on which they were
+/// Runs jobs in the order in which they were posted. A coroutine resumes on the executor on which it was
 /// suspended.
 class Executor {
   public:
@@ -16,16 +16,16 @@ class Executor {
     Executor& operator=(const Executor&) = delete;
     virtual ~Executor() = default;
 
-    /// From any thread. After the executor was closed the job is destroyed unrun.
+    /// From any thread. After the executor was closed, the job is destroyed without running.
     virtual void post(Job job) = 0;
 
-    /// The executor whose job runs on this thread, or null.
+    /// The executor whose job is running on this thread, or null.
     static Executor* current();
 
     [[nodiscard]] bool isCurrent() const { return current() == this; }
 
   protected:
-    /// Marks this thread as running jobs of `executor` while it lives.
+    /// While it lives, marks this thread as running jobs of `executor`.
     class Running {
       public:
         explicit Running(Executor& executor);
@@ -38,7 +38,7 @@ class Executor {
     };
 };
 
-/// Resumes a coroutine on its executor; here when it has none.
+/// Resumes a coroutine on its executor, or directly if it has none.
 inline void resumeOn(Executor* home, std::coroutine_handle<> waiting) {
     if (home)
         home->post([waiting] { waiting.resume(); });

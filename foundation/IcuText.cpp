@@ -21,13 +21,13 @@ const icu::Normalizer2& decomposer() {
     return *instance;
 }
 
-/// Whether sorting the marks of a letter goes on past this one: some that have no combining class consist of
-/// marks that have one. Letters below U+0300 begin anew.
+/// Whether the canonical ordering of marks continues past this character. Some characters without a combining
+/// class decompose into marks that have one. Characters below U+0300 always start anew.
 bool isSortedWithOthers(UChar32 character) {
     return character >= 0x300 && decomposer().hasBoundaryBefore(character) == 0;
 }
 
-/// Without the marks beyond 30 in a row. Sorting them takes the square of their number.
+/// Drops the marks beyond 30 in a row, since sorting them takes quadratic time.
 icu::UnicodeString streamSafe(const icu::UnicodeString& text) {
     constexpr int longestRun = 30;
     icu::UnicodeString safe;

@@ -7,16 +7,16 @@
 
 namespace morvex {
 
-/// The jobs that wait for an executor: filled by any thread, emptied in batches by the executor's own.
+/// The waiting jobs of an executor: filled by any thread, emptied in batches by the executor's thread.
 class JobQueue {
   public:
-    /// True when the queue was empty, so that the executor has to be woken: one wake-up a batch.
+    /// Returns true if the queue was empty, so that the executor has to be woken only once per batch.
     bool push(Job job);
 
-    /// All jobs that wait now, in order.
+    /// All waiting jobs, in order.
     std::vector<Job> takeAll();
 
-    /// Refuses all later jobs and destroys those that wait.
+    /// Refuses all later jobs and destroys the waiting ones.
     void close();
 
   private:

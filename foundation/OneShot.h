@@ -12,10 +12,10 @@
 
 namespace morvex {
 
-/// One value that arrives once, from any thread, for one waiting coroutine. The first answer wins.
+/// A value that arrives once, from any thread, for one waiting coroutine. The first answer counts.
 template <class T> class OneShot {
   public:
-    /// False when an answer had already come; then nothing changes.
+    /// Returns false, and changes nothing, if there already was an answer.
     bool answer(T value) {
         std::unique_lock lock(mutex_);
         if (answered_) return false;
@@ -28,7 +28,7 @@ template <class T> class OneShot {
         return true;
     }
 
-    /// `co_await oneShot->wait()`, once. The awaiting coroutine keeps the object alive.
+    /// Use as `co_await oneShot->wait()`, only once. The awaiting coroutine must keep the object alive.
     auto wait() {
         struct Awaiter {
             OneShot& shot;
@@ -57,15 +57,15 @@ template <class T> class OneShot {
     bool answered_ = false;
 };
 
-/// What a call gets when whoever should have answered went away.
+/// The error of a call whose answering side was destroyed before it answered.
 struct Abandoned {
     [[nodiscard]] Sentence popis() const { return "Operace skončila dřív, než dala výsledek."_sentence; }
 
     bool operator==(const Abandoned&) const = default;
 };
 
-/// The answering end of a call to another thread. Dropped without an answer it answers `Abandoned`, so that a
-/// call lost in a shutdown still resumes its caller.
+/// The answering side of a call to another thread. If it is destroyed without an answer, it answers
+/// `Abandoned`, so that a call lost in a shutdown still resumes its caller.
 template <class T> class Reply {
   public:
     explicit Reply(std::shared_ptr<OneShot<Result<T>>> shot) : shot_(std::move(shot)) {}

@@ -10,7 +10,8 @@ namespace {
 
 constexpr std::string_view replacement = "\uFFFD";
 
-/// The length of a character at the start of `text` (valid UTF-8) that must not reach a terminal, or 0.
+/// The length in bytes of the character at the start of `text` (valid UTF-8) if it must not reach a terminal,
+/// else 0.
 std::size_t forbiddenLength(std::string_view text) {
     const auto byte = [text](std::size_t index) {
         return index < text.size() ? static_cast<unsigned char>(text[index]) : 0U;
@@ -22,7 +23,7 @@ std::size_t forbiddenLength(std::string_view text) {
     if (first == 0xd8 && byte(1) == 0x9c) return 2; // U+061C
     if (first != 0xe2) return 0;
     const bool isMark = byte(1) == 0x80 && (byte(2) == 0x8e || byte(2) == 0x8f); // U+200E, U+200F
-    // U+2028 and U+2029, which break lines, and U+202A to U+202E
+    // U+2028 and U+2029 (line breaks), U+202A to U+202E
     const bool isBreakOrEmbedding = byte(1) == 0x80 && byte(2) >= 0xa8 && byte(2) <= 0xae;
     const bool isIsolate = byte(1) == 0x81 && byte(2) >= 0xa6 && byte(2) <= 0xa9; // U+2066 to U+2069
     return isMark || isBreakOrEmbedding || isIsolate ? 3 : 0;

@@ -5,12 +5,12 @@
 
 namespace morvex {
 
-/// The text with control characters, separators of lines and marks that turn its direction replaced by
-/// U+FFFD; "\n" and tabs stay. What comes from outside can then neither move the cursor nor make a text look
-/// like another.
+/// Replaces control characters, line separators and direction marks by U+FFFD; "
+/// " and tabs stay. Text from outside can then neither move the cursor nor look like another text.
 std::string printable(std::string_view text);
 
-/// The same for what has to stay one line: it can then not pass for a line of the program either.
+/// Like `printable`, for text that must stay on one line, so that it cannot pass for a line of the program
+/// either.
 std::string printableLine(std::string_view text);
 
 } // namespace morvex

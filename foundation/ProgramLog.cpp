@@ -14,7 +14,7 @@ namespace morvex {
 
 namespace {
 
-/// Which log there is. The mutex guards what the log keeps, too.
+/// The current log. The mutex also guards the log's members.
 struct Present {
     std::mutex mutex;
     ProgramLog* log = nullptr;

@@ -10,12 +10,13 @@
 
 namespace morvex {
 
-/// The program's log, in English, for whoever looks for the cause of what a person was told in Czech: what
-/// the system and the libraries said themselves. Never a secret, a path, or content of a file.
+/// The program's log, in English. It records the original messages of the system and the libraries, for
+/// finding the cause of what the user was told in Czech. Never contains a secret, a path, or the content of a
+/// file.
 ///
-/// Owned by `main`, one at a time, before the threads that write and until they have ended. A program without
-/// one writes nowhere. One line of the same words a minute, and of all `mostLines`, since a peer may cause as
-/// many failures as it likes.
+/// Owned by `main`, only one at a time; it must live longer than the threads that write. A program without a
+/// log writes nothing. The same line is written at most once a minute, and at most `mostLines` lines in
+/// total, since a peer may cause any number of failures.
 class ProgramLog {
   public:
     static constexpr std::size_t mostLines = 60;
@@ -25,7 +26,7 @@ class ProgramLog {
     ProgramLog(const ProgramLog&) = delete;
     ProgramLog& operator=(const ProgramLog&) = delete;
 
-    /// From any thread; never waits for the descriptor. What could move a cursor is replaced.
+    /// From any thread; never waits for the descriptor. Characters that could move a cursor are replaced.
     static void write(std::string_view line);
 
   private:
@@ -33,11 +34,11 @@ class ProgramLog {
 
     LogQueue queue_;
     const Clock& clock_;
-    std::map<std::string, Clock::Duration> written_; ///< in the last minute
+    std::map<std::string, Clock::Duration> written_; ///< lines of the last minute, with their time
 };
 
-/// The system's own words of a `SystemError`, behind `doing`, what failed; of any other error nothing, since
-/// its words are the program's own.
+/// Logs the system's own words of a `SystemError` with the prefix `doing`, the action that failed. Logs
+/// nothing for any other error, since its words are the program's own.
 void logCause(std::string_view doing, const Error& error);
 
 } // namespace morvex

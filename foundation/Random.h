@@ -4,8 +4,8 @@
 
 namespace morvex {
 
-/// Identifiers and other random values that tests want to foresee. Keys never come from here. Any thread may
-/// draw.
+/// Identifiers and other random values that tests must be able to predict. Never use it for keys. Safe from
+/// any thread.
 class Random {
   public:
     virtual ~Random() = default;

@@ -56,7 +56,7 @@ void SaveQueue::consider() {
 }
 
 bool SaveQueue::isDue() const {
-    constexpr std::size_t worthWhile = 4; // one part in so many is new
+    constexpr std::size_t worthWhile = 4; // save when one part in this many is new
     return isHurried_ || bytes_ <= smallFile || growth_ >= bytes_ / worthWhile ||
            saving_.clock.sinceBoot() >= lastEnd_ + pause;
 }

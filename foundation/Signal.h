@@ -7,8 +7,8 @@
 
 namespace morvex {
 
-/// Holds one callback at a `Signal`. With this object the callback ends, also while the signal calls others.
-/// May outlive the signal.
+/// Holds one callback of a `Signal`. Destroying this object ends the callback, also while the signal calls
+/// others. May outlive the signal.
 class Connection {
   public:
     Connection() = default;
@@ -21,13 +21,13 @@ class Connection {
     std::shared_ptr<void> slot_;
 };
 
-/// Those who want to hear of something, in the order in which they came. Used on one thread. A callback may
-/// connect others, end its own connection and others, and end the object that the signal is part of.
+/// A list of callbacks, called in the order in which they were connected. Used on one thread. A callback may
+/// connect others, end its own connection and others, and destroy the object that contains the signal.
 template <class... Arguments> class Signal {
   public:
     using Slot = std::function<void(const Arguments&...)>;
 
-    /// Called from the next `tell` on, for the life of the connection.
+    /// `slot` is called from the next `tell` on, as long as the connection lives.
     [[nodiscard]] Connection connect(Slot slot) {
         std::erase_if(slots_, [](const auto& known) { return known.expired(); });
         auto kept = std::make_shared<Slot>(std::move(slot));
@@ -36,7 +36,7 @@ template <class... Arguments> class Signal {
     }
 
     void tell(const Arguments&... arguments) const {
-        // A copy, since whoever is called may change the list.
+        // A copy, since a callback may change the list.
         for (const auto& known : std::vector(slots_))
             if (const auto slot = known.lock()) (*slot)(arguments...);
     }

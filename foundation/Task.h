@@ -10,12 +10,12 @@
 
 namespace morvex {
 
-/// An asynchronous operation that starts when it is awaited and ends in a value. The awaiting coroutine
+/// An asynchronous operation that starts when it is awaited and ends with a value. The awaiting coroutine
 /// resumes on the executor on which it awaited, wherever the operation ended. Nested awaits use symmetric
-/// transfer, so that their depth costs no stack. A task that nobody awaits does nothing.
+/// transfer, so their depth uses no stack. A task that nobody awaits does nothing.
 ///
-/// Parameters of a coroutine are taken by value, and a lambda that captures is never a coroutine: its closure
-/// dies at the first suspension.
+/// Coroutine parameters must be taken by value, and a capturing lambda must not be a coroutine: its closure
+/// is destroyed at the first suspension.
 template <class T> class [[nodiscard]] Task {
   public:
     class promise_type;
@@ -58,7 +58,7 @@ template <class T> class [[nodiscard]] Task {
 
 namespace detail {
 
-/// Resumes whoever awaited, on the executor where it awaited.
+/// Resumes the awaiting coroutine on the executor where it awaited.
 struct FinalAwaiter {
     bool await_ready() const noexcept { return false; }
 
@@ -67,7 +67,7 @@ struct FinalAwaiter {
         std::coroutine_handle<> continuation = ended.promise().continuation;
         Executor* home = ended.promise().home;
         if (home == nullptr || home->isCurrent()) return continuation;
-        // From here on another thread may destroy the ended coroutine.
+        // From here on another thread may destroy the finished coroutine.
         resumeOn(home, continuation);
         return std::noop_coroutine();
     }
@@ -119,7 +119,7 @@ template <> class Task<void>::promise_type : public detail::TaskPromiseBase {
     }
 };
 
-/// `co_await hop(executor)`: the rest of this coroutine runs there.
+/// `co_await hop(executor)`: continues this coroutine on `executor`.
 inline auto hop(Executor& executor) {
     struct Awaiter {
         Executor& target;
@@ -134,7 +134,7 @@ inline auto hop(Executor& executor) {
     return Awaiter{executor};
 }
 
-/// `co_await letOthersRun()`: the rest runs behind what waits on this executor already.
+/// `co_await letOthersRun()`: continues after the jobs that already wait on this executor.
 inline auto letOthersRun() {
     struct Awaiter {
         bool await_ready() const noexcept { return false; }
@@ -147,7 +147,7 @@ inline auto letOthersRun() {
     return Awaiter{};
 }
 
-/// Runs a plain function on another executor (`work` may block there) and resumes with its result here.
+/// Runs a plain function on another executor, where it may block, and resumes here with its result.
 template <class Work> Task<std::invoke_result_t<Work&>> runOn(Executor& executor, Work work) {
     co_await hop(executor);
     co_return work();

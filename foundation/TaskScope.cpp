@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// A coroutine that nobody awaits and that frees itself at its end.
+/// A coroutine that nobody awaits and that frees itself when it ends.
 struct TaskScope::Root {
     struct promise_type {
         Root get_return_object() const noexcept { return {}; }

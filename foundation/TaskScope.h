@@ -11,8 +11,8 @@
 namespace morvex {
 
 /// The tasks that an owner has started and does not await. Belongs to one serial executor: `spawn`, `stop`
-/// and `join` are called there, and the tasks run there. The owner stops and joins the scope before it goes;
-/// a scope that is destroyed while a task lives ends the process, since that task would touch a dead owner.
+/// and `join` must be called there, and the tasks run there. The owner stops and joins the scope before it is
+/// destroyed; destroying a scope with live tasks ends the process, since they would use a destroyed owner.
 class TaskScope {
   public:
     explicit TaskScope(Executor& executor) : executor_(executor) {}
@@ -21,10 +21,10 @@ class TaskScope {
     TaskScope(const TaskScope&) = delete;
     TaskScope& operator=(const TaskScope&) = delete;
 
-    /// Starts the task after the current job has ended. After `stop` it is not started at all.
+    /// Starts the task after the current job. After `stop` the task is not started at all.
     void spawn(Task<void> task);
 
-    /// What the tasks look at to know that they should end.
+    /// Tells the tasks that they should end.
     [[nodiscard]] std::stop_token token() const { return source_.get_token(); }
 
     void stop() { source_.request_stop(); }

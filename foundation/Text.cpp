@@ -19,7 +19,7 @@ using icuText::toUtf8;
 
 namespace {
 
-/// Calls `each` with the byte offset behind every character until it answers false.
+/// Calls `each` with the byte offset after every character until it returns false.
 template <class Each> void forEachCharacter(std::string_view text, Each each) {
     UErrorCode status = U_ZERO_ERROR;
     std::unique_ptr<icu::BreakIterator> breaks(

@@ -28,7 +28,8 @@ std::vector<std::uint32_t> bordersOf(std::string_view pattern) {
     return borders;
 }
 
-/// A mark there belongs to the letter before it, which is then another letter.
+/// Whether a combining mark stands at `place`: it belongs to the letter before it and makes it another
+/// letter.
 bool isMarkAt(std::string_view text, std::size_t place) {
     if (place >= text.size() || static_cast<unsigned char>(text[place]) < 0x80) return false;
     UChar32 letter = 0;
@@ -46,7 +47,7 @@ TextPattern TextPattern::ignoringCase(std::string_view part) {
 }
 
 bool TextPattern::isIn(std::string_view text) const {
-    // ASCII is its own decomposition.
+    // ASCII text is already decomposed.
     return isAscii(text) ? isAmong(text) : isAmong(decomposed(icuText::fromUtf8(text)));
 }
 
@@ -62,7 +63,7 @@ std::string TextPattern::searchable(std::string_view text) {
     return decomposed(folded.foldCase());
 }
 
-/// Knuth, Morris and Pratt.
+/// The algorithm of Knuth, Morris and Pratt.
 bool TextPattern::isAmong(std::string_view searchable) const {
     if (decomposed_.empty()) return true;
     std::size_t matched = 0;

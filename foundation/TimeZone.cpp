@@ -15,7 +15,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-/// Moments of the Unicode library are milliseconds.
+/// The Unicode library counts time in milliseconds.
 UDate toIcu(std::chrono::sys_seconds moment) {
     return static_cast<UDate>(milliseconds(moment.time_since_epoch()).count());
 }
@@ -38,7 +38,7 @@ TimeZone::TimeZone(std::string name, std::shared_ptr<const Rules> rules)
 std::optional<TimeZone> TimeZone::named(const std::string& name) {
     std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(icuText::fromUtf8(name)));
     if (!zone) return std::nullopt;
-    // For a name that it does not know the library gives a zone that is called unknown.
+    // For an unknown name the library returns a zone with the id "unknown".
     icu::UnicodeString found;
     if (zone->getID(found) == icu::UnicodeString(UCAL_UNKNOWN_ZONE_ID)) return std::nullopt;
     const auto* rules = dynamic_cast<const icu::BasicTimeZone*>(zone.get());

@@ -10,18 +10,19 @@
 
 namespace morvex {
 
-/// What a calendar and a clock on the wall show (Gregorian).
+/// Date (Gregorian) and time of day as calendars and clocks show them.
 struct WallTime {
     std::chrono::year_month_day day;
-    std::chrono::seconds sinceMidnight{0}; ///< by the clock, whatever has been skipped or came twice
+    std::chrono::seconds sinceMidnight{0}; ///< by the clock, even if hours of the day were skipped or
+                                           ///< repeated
 
     bool operator==(const WallTime&) const = default;
 };
 
-/// The rules by which the clocks of a region are set (IANA Time Zone Database). From any thread.
+/// The rules for the clocks of a region (IANA Time Zone Database). From any thread.
 class TimeZone {
   public:
-    /// By its name, as "Europe/Prague". Nothing where no zone is called that.
+    /// The zone of this name, such as "Europe/Prague". Nothing if there is no such zone.
     static std::optional<TimeZone> named(const std::string& name);
 
     [[nodiscard]] const std::string& name() const { return name_; }
@@ -31,11 +32,12 @@ class TimeZone {
 
     [[nodiscard]] WallTime wallTime(Date at) const;
 
-    /// When the clocks show this. Of two moments the earlier one; a time that was skipped counts as if the
-    /// clocks had been set later, so that 2:30 becomes 3:30. Nothing for a day that no calendar has.
+    /// The moment at which the clocks show this. If there are two, the earlier one; a skipped time counts as
+    /// if the clocks were not yet changed, so that 2:30 becomes 3:30. Nothing if the calendar does not have
+    /// the day.
     [[nodiscard]] std::optional<Date> moment(const WallTime& shown) const;
 
-    /// The first moment of the day that the calendar shows then. Days may have 23 or 25 hours and need not
+    /// The first moment of the calendar day that contains `at`. Days may have 23 or 25 hours and need not
     /// begin at midnight.
     [[nodiscard]] Date startOfDay(Date at) const;
 

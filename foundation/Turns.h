@@ -9,11 +9,11 @@
 
 namespace morvex {
 
-/// Lets coroutines through one at a time, in the order of their coming. Belongs to one serial executor and
-/// outlives whoever waits.
+/// Lets coroutines through one at a time, in order of arrival. Belongs to one serial executor and must
+/// outlive the waiting coroutines.
 class Turns {
   public:
-    /// The turn lasts as long as this object.
+    /// Holds the turn until it is destroyed.
     class Turn {
       public:
         explicit Turn(Turns& turns) : turns_(&turns) {}

@@ -11,19 +11,19 @@
 
 namespace morvex {
 
-/// A store's file that holds one record `Archive`, which has a `schemaVersion`, as JSON. Owned by the store,
-/// `load` once at the start, then `save` at every change, one at a time, on whatever thread. Whatever was
-/// saved can be loaded.
+/// A store's file that holds one record `Archive` with a `schemaVersion`, as JSON. Owned by the store: `load`
+/// once at the start, then `save` at every change, one at a time, on any thread. Everything that was saved
+/// can be loaded.
 template <class Archive> class RecordFile {
   public:
-    /// Bytes of the file.
+    /// Limit of the file in bytes.
     static constexpr std::size_t sizeLimit = 64 * 1024 * 1024;
 
     explicit RecordFile(std::filesystem::path path) : file_(std::move(path), sizeLimit) {}
 
-    /// What the file holds. A file that is missing, cannot be read, is no such archive or has another version
-    /// counts as none. The last two are kept aside when the file is next saved; while there is one that could
-    /// not be read nothing is saved.
+    /// The content of the file. Returns an empty archive if the file is missing, cannot be read, is not such
+    /// an archive or has another version. In the last two cases the next save puts the file aside; if the
+    /// file could not be read, nothing is saved.
     Archive load() {
         auto bytes = file_.read();
         if (!bytes || !*bytes) return {};
@@ -33,8 +33,8 @@ template <class Archive> class RecordFile {
         return {};
     }
 
-    /// Fails, and leaves the file alone, when it is longer than `sizeLimit` or `load` would refuse its many
-    /// values.
+    /// Fails and leaves the file alone when the JSON is longer than `sizeLimit`, or has so many values that
+    /// `load` would refuse it.
     Result<void> save(const Archive& archive) {
         const auto json = encode(archive);
         if (json.size() > sizeLimit) return fail(SystemError{EFBIG});

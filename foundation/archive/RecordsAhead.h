@@ -15,20 +15,21 @@
 
 namespace morvex {
 
-/// A record in memory, shared with the save that is under way.
+/// A record in memory, shared with the running save.
 template <class Record> struct Kept {
     std::shared_ptr<const Record> record;
-    std::size_t bytes = 0; ///< that it takes in the file
+    std::size_t bytes = 0; ///< bytes it takes in the file
 };
 
-/// The records of a store whose file is written later, and what becomes of them when that fails. In memory a
-/// change counts at once. A save takes a snapshot, which shares the records; its end tells about all that was
-/// changed before the snapshot and about nothing later.
+/// The records of a store whose file is written later, and the handling of failed saves. A change applies in
+/// memory at once. A save takes a snapshot that shares the records; its outcome concerns all changes before
+/// the snapshot and none after it.
 ///
-/// A record of the phone whose save fails is put back to the version before it, or removed when there was
-/// none: the phone still has it. A change of this computer is never put back, and nothing is put back under
-/// it: who changes a received record here makes it an own one. When several versions of one record were
-/// received, in one save or in two, what comes back is the last that is on the disk or was made here.
+/// A record received from the phone whose save fails is reverted to the version before it, or removed if
+/// there was none: the phone still has it. A change made on this computer is never reverted, nor is any
+/// version that it is based on: changing a received record here makes it an own one. If several versions of
+/// one record were received, in one save or in two, the version restored is the last one that is on the disk
+/// or was made here.
 ///
 /// Order of calls: `beginSave`, changes of any kind, then `saved` or `failed`, and so on.
 template <class Record> class RecordsAhead {
@@ -36,24 +37,24 @@ template <class Record> class RecordsAhead {
     using Kept = morvex::Kept<Record>;
     using List = std::vector<Kept>;
 
-    /// What stands in the file, in its order.
+    /// `saved`: the content of the file, in its order.
     explicit RecordsAhead(std::vector<Record> saved) {
         for (auto& record : saved) append(keep(std::move(record)));
     }
 
-    /// In the order of their coming.
+    /// In the order of arrival.
     [[nodiscard]] const List& all() const { return all_; }
 
-    /// Bytes that all of them take in the file.
+    /// Bytes that all records take in the file.
     [[nodiscard]] std::size_t bytes() const { return bytes_; }
 
-    /// The first with this id, or null. Valid until the next change.
+    /// The first record with this id, or null. Valid until the next change.
     [[nodiscard]] const Record* find(const Uuid& id) const {
         const auto found = places_.find(id);
         return found == places_.end() ? nullptr : all_[found->second].record.get();
     }
 
-    /// A change made here: replaces the record with its id or comes last.
+    /// Applies a change made here: replaces the record with its id, or appends it.
     void change(Record record) {
         const auto id = record.id;
         received_.erase(id);
@@ -61,7 +62,7 @@ template <class Record> class RecordsAhead {
         put(id, keep(std::move(record)));
     }
 
-    /// The same for a record of the phone.
+    /// The same for a record received from the phone.
     void receive(Record record) {
         const auto id = record.id;
         if (!received_.contains(id)) received_.emplace(id, present(id));
@@ -70,18 +71,18 @@ template <class Record> class RecordsAhead {
 
     using Standing = SaveQueue::Standing;
 
-    /// Whether the record is on the disk as it is in memory.
+    /// Whether the current version of the record is on the disk.
     [[nodiscard]] Standing standing(const Uuid& id) const {
         if (changed_.contains(id)) return Standing::waiting;
         return changedUnderWay_.contains(id) ? Standing::underWay : Standing::saved;
     }
 
-    /// Whether the record in memory is one of the phone that is not on the disk yet.
+    /// Whether the record in memory was received from the phone and is not on the disk yet.
     [[nodiscard]] bool isReceivedAhead(const Uuid& id) const {
         return received_.contains(id) || receivedUnderWay_.contains(id);
     }
 
-    /// What is to be saved now.
+    /// Takes the snapshot for a save.
     List beginSave() {
         receivedUnderWay_ = std::exchange(received_, {});
         changedUnderWay_ = std::exchange(changed_, {});
@@ -112,10 +113,10 @@ template <class Record> class RecordsAhead {
         index();
     }
 
-    /// As it would be if all that was received and waits for a save were refused. Not during a save.
+    /// The list as it would be if all received records that wait for a save were refused. Not during a save.
     [[nodiscard]] List withoutReceived() const { return without(received_); }
 
-    /// `list` is `all()` in another order, which holds from now on.
+    /// Replaces the order; `list` must be `all()` in another order.
     void reorder(List list) {
         all_ = std::move(list);
         index();
@@ -123,7 +124,7 @@ template <class Record> class RecordsAhead {
 
   private:
     struct Before {
-        std::optional<Kept> kept; ///< nothing when there was no such record
+        std::optional<Kept> kept; ///< nothing if there was no such record
         Standing standing = Standing::saved;
     };
 
@@ -144,7 +145,8 @@ template <class Record> class RecordsAhead {
         return {all_[found->second], standing(id)};
     }
 
-    /// What stands below the records that came during the save was a part of it.
+    /// The versions replaced by records that were received during the save were part of that save, so they
+    /// get its outcome.
     void endSave(Standing outcome) {
         for (auto& [id, before] : received_)
             if (before.standing == Standing::underWay) before.standing = outcome;
@@ -183,10 +185,10 @@ template <class Record> class RecordsAhead {
 
     List all_;
     std::size_t bytes_ = 0;
-    std::map<Uuid, std::size_t> places_; ///< of the first with each id
-    Earlier received_;                   ///< of what the next save holds: what was there before
+    std::map<Uuid, std::size_t> places_; ///< position of the first record with each id
+    Earlier received_;                   ///< the versions before the received records of the next save
     Earlier receivedUnderWay_;
-    std::set<Uuid> changed_; ///< not on the disk, and in no save that is under way
+    std::set<Uuid> changed_; ///< neither on the disk nor in the running save
     std::set<Uuid> changedUnderWay_;
 };
 

@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// What a system call gives that is made again for as long as signals interrupt it.
+/// Repeats a system call as long as signals interrupt it and returns its final result.
 template <class Call> auto uninterrupted(Call call) {
     auto result = call();
     while (result < 0 && errno == EINTR) result = call();
