@@ -33,8 +33,7 @@ class TextPattern {
 
   private:
     std::string decomposed_;
-    std::vector<std::uint32_t> borders_; ///< for each prefix the length of its longest proper prefix that is
-                                         ///< also its suffix
+    std::vector<std::uint32_t> borders_; ///< longest border of each prefix (Knuth, Morris and Pratt)
 };
 
 } // namespace morvex

@@ -13,8 +13,7 @@ namespace morvex {
 /// Date (Gregorian) and time of day as calendars and clocks show them.
 struct WallTime {
     std::chrono::year_month_day day;
-    std::chrono::seconds sinceMidnight{0}; ///< by the clock, even if hours of the day were skipped or
-                                           ///< repeated
+    std::chrono::seconds sinceMidnight{0}; ///< by the clock, even if hours were skipped
 
     bool operator==(const WallTime&) const = default;
 };

@@ -22,8 +22,7 @@ class SecretServiceVault final : public SecretVault {
 
     struct Settings {
         Prompts prompts = Prompts::allowed;
-        std::chrono::milliseconds timeLimit = std::chrono::minutes(2); ///< for a whole call, without the wait
-                                                                       ///< for its turn
+        std::chrono::milliseconds timeLimit = std::chrono::minutes(2); ///< for a whole call once it runs
 
         /// From the environment: prompts are allowed only if there is a display.
         static Settings ofThisSession();

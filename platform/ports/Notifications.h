@@ -21,8 +21,7 @@ class Notifications {
         std::string title;
         std::string body;
         std::vector<Action> actions;
-        std::function<void(const std::string& key)> onAction; ///< called when the user presses an action, at
-                                                              ///< most once
+        std::function<void(const std::string& key)> onAction; ///< the user pressed it; at most once
     };
 
     /// Key of the action for a press on the message itself; its label may never be shown.

@@ -78,8 +78,7 @@ class JsonDefaults : public UserDefaults {
     std::filesystem::path path_;
     Saving saving_;
     boost::json::object values_;
-    bool isKnown_ = true;           ///< whether the file's content is known; if not, `values_` holds only
-                                    ///< changes
+    bool isKnown_ = true;           ///< the file was read; if not, `values_` holds only changes
     std::set<std::string> leftOut_; ///< keys that must not be merged into a file that was not read
     bool unsaved_ = false;
     Proposals proposals_;
