@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// How many bytes a socket has taken and given, those of TLS itself included.
+/// The bytes that a socket has read and written, including those of TLS.
 struct ByteMeter {
     std::uint64_t bytesRead = 0;
     std::uint64_t bytesWritten = 0;

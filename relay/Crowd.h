@@ -10,8 +10,8 @@
 
 namespace morvex {
 
-/// Numbers by the range of addresses to which they belong; a greater number came later. Every call takes time
-/// in the logarithm of them. Owned by the places.
+/// Numbers grouped by the range of addresses to which they belong; a greater number came later. Every call
+/// takes logarithmic time. Owned by `Places`.
 class Crowd {
   public:
     using Number = std::uint64_t;
@@ -23,14 +23,14 @@ class Crowd {
 
     [[nodiscard]] std::size_t sizeOf(const Prefix& range) const;
 
-    /// Of the range with the most; of several such, of the one that has had the oldest for longest. Not
-    /// empty.
+    /// The numbers of the range with the most; among several such, of the range whose oldest number is the
+    /// oldest. Must not be called when empty.
     [[nodiscard]] const std::set<Number>& fullest() const;
-    /// Null when the range has none.
+    /// Null if the range has none.
     [[nodiscard]] const std::set<Number>* of(const Prefix& range) const;
 
   private:
-    /// Ascending from the fullest: how few it has, and its oldest.
+    /// Sort key that puts the fullest range first: inverted count, oldest number, range.
     using Rank = std::tuple<std::size_t, Number, Prefix>;
 
     static Rank rankOf(const Prefix& range, const std::set<Number>& numbers);

@@ -13,23 +13,23 @@
 
 namespace morvex {
 
-/// The lines that strangers can cause: so many a minute of one kind and site, and so many of all. What is
-/// left out is counted, and the count is told when the minute is over. One thread.
+/// The log lines that strangers can cause: limited per minute for each kind and site, and in total. Omitted
+/// lines are counted, and the count is logged when the minute is over. One thread.
 class EventLog {
   public:
     using Moment = std::chrono::steady_clock::time_point;
 
     struct Bounds {
-        std::size_t ofOneKind = 20; ///< lines a minute, of one site
-        std::size_t ofAll = 1000;   ///< lines a minute
-        std::size_t kinds = 4096;   ///< that are remembered, of all sites; the oldest goes first
+        std::size_t ofOneKind = 20; ///< lines per minute and site
+        std::size_t ofAll = 1000;   ///< lines per minute
+        std::size_t kinds = 4096;   ///< remembered pairs of kind and site; the oldest goes first
     };
 
     EventLog(RelayLog sink, const Bounds& bounds) : sink_(std::move(sink)), bounds_(bounds) {}
 
-    /// `kind` is one of a few texts, `line` what the log says of this event.
+    /// `kind` is one of a few fixed texts, `line` the log line for this event.
     void note(const std::string& kind, const Origin& origin, std::string_view line, Moment now);
-    /// Called from time to time: tells what was left out in the minutes that are over.
+    /// Call periodically: logs how many lines were omitted in the minutes that are over.
     void tick(Moment now);
 
   private:
@@ -50,7 +50,7 @@ class EventLog {
 
     RelayLog sink_;
     Bounds bounds_;
-    Minutes minutes_; ///< by their start
+    Minutes minutes_; ///< ordered by their start
     std::map<Key, Minutes::iterator> byKey_;
     Minute all_;
 };

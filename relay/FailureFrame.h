@@ -7,11 +7,11 @@
 
 namespace morvex {
 
-/// The frame that tells a device of a failure, with the words that the device shows.
+/// The frame that reports a failure to a device, with the words that the device shows.
 std::string failureFrame(RelayFailure code);
 
-/// How the socket of a refused device ends: it hears why. It gets no new session on this socket, so it is
-/// closed.
+/// How the socket of a refused device ends: the reason is sent, then the socket is closed, since the device
+/// gets no new session on it.
 Ending refusalEnding(RelayFailure code);
 
 } // namespace morvex

@@ -28,7 +28,7 @@ void FrameBuffer::clear() {
 
 std::string FrameBuffer::take() {
     auto buffer = std::exchange(*this, {});
-    // Most frames come in one piece of their size.
+    // Most frames come in one piece of exactly their size.
     if (buffer.pieces_.size() == 1 && buffer.capacity_ == buffer.size_) return std::move(buffer.pieces_[0]);
     std::string whole;
     whole.reserve(buffer.size_);

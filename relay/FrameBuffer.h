@@ -7,21 +7,22 @@
 
 namespace morvex {
 
-/// Gathers one frame as its bytes come, in pieces that hold at most twice as much as has come, and at most
-/// `longestPiece` more. Owned by a session.
+/// Collects one frame as its bytes arrive. Its pieces take at most twice the bytes received plus
+/// `longestPiece`. Owned by a session.
 class FrameBuffer {
   public:
-    /// The program lets the heap give blocks of this size back to the system as soon as they are freed.
+    /// In bytes. The program makes the heap return blocks of this size to the system as soon as they are
+    /// freed.
     static constexpr std::size_t longestPiece = std::size_t{256} * 1024;
 
     void append(std::string_view bytes);
     void clear();
-    /// The whole frame, in memory of just its size. Nothing is held afterwards.
+    /// Returns the whole frame, in memory of exactly its size, and empties the buffer.
     [[nodiscard]] std::string take();
 
     [[nodiscard]] std::size_t size() const { return size_; }
 
-    /// Bytes of memory.
+    /// Bytes of memory used.
     [[nodiscard]] std::size_t capacity() const { return capacity_; }
 
   private:

@@ -8,8 +8,8 @@
 
 namespace morvex {
 
-/// Where one coroutine waits until another hand on the same thread wakes it. Waking nobody is nothing; the
-/// waiter looks at its condition before and after.
+/// Lets one coroutine wait until other code on the same thread wakes it. `wake` does nothing if nobody waits,
+/// so the waiting coroutine must check its condition before and after.
 class Gate {
   public:
     explicit Gate(const boost::asio::any_io_executor& executor)

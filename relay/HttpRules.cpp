@@ -35,13 +35,13 @@ bool isNumber(std::string_view text) {
     return !text.empty() && std::ranges::all_of(text, isDigit);
 }
 
-/// reg-name or IPv4address (RFC 3986, section 3.2.2), as far as characters tell.
+/// Whether `host` is a reg-name or IPv4address (RFC 3986, section 3.2.2), judged by its characters only.
 bool isName(std::string_view host) {
     return std::ranges::all_of(
         host, [](char c) { return isLetterOrDigit(c) || std::string_view{"-._~%!$&'()*+,;="}.contains(c); });
 }
 
-/// IP-literal, brackets included.
+/// Whether `host` is an IP-literal, including the brackets.
 bool isLiteral(std::string_view host) {
     if (host.size() < 3 || !host.starts_with('[') || !host.ends_with(']')) return false;
     host = host.substr(1, host.size() - 2);
@@ -49,7 +49,8 @@ bool isLiteral(std::string_view host) {
         host, [](char c) { return isLetterOrDigit(c) || std::string_view{":.-_~!$&'()*+,;="}.contains(c); });
 }
 
-/// uri-host [ ":" port ]; the empty one of a target without an authority too (RFC 9112, section 3.2).
+/// Whether `text` is uri-host [ ":" port ]. It may be empty, for a target without an authority (RFC 9112,
+/// section 3.2).
 bool isHostAndPort(std::string_view text) {
     const auto end = text.find(']');
     const auto colon = text.find(':', end == std::string_view::npos ? 0 : end);
@@ -65,7 +66,7 @@ bool hasGoodHost(const Head& head) {
     return count == 1 && isHostAndPort(head[field::host]);
 }
 
-/// Nothing for a target that is no absolute form (RFC 9112, section 3.2.2).
+/// The part after the scheme; nothing for a target that is not in absolute form (RFC 9112, section 3.2.2).
 std::optional<std::string_view> behindScheme(std::string_view target) {
     for (const std::string_view scheme : {"http://", "https://"})
         if (beast::iequals(target.substr(0, scheme.size()), scheme)) return target.substr(scheme.size());
@@ -87,7 +88,7 @@ bool hasGoodLength(const Head& head) {
     return count == 0 || (count == 1 && isNumber(head[field::content_length]));
 }
 
-/// Only content in chunks is understood (RFC 9112, section 6.1).
+/// Only the chunked transfer coding is supported (RFC 9112, section 6.1).
 std::optional<CallRefusal> faultOfEncoding(const Head& head) {
     const auto [begin, end] = head.equal_range(field::transfer_encoding);
     if (begin == end) return std::nullopt;

@@ -10,20 +10,20 @@
 
 namespace morvex {
 
-/// What HTTP/1.1 (RFC 9110, RFC 9112) and the opening of a WebSocket (RFC 6455, section 4.2) demand of a
-/// request and the library's parser does not look at.
+/// The rules of HTTP/1.1 (RFC 9110, RFC 9112) and of the opening of a WebSocket (RFC 6455, section 4.2) for
+/// requests that the library's parser does not check.
 namespace httpRules {
 
 using Head = boost::beast::http::request_header<>;
 
-/// Why a request is refused before its content is read; nothing for a sound one.
+/// Why a request is refused before its content is read; nothing for a valid one.
 std::optional<CallRefusal> faultOf(const Head& head);
-/// The same for one that asks for a WebSocket and has passed the rules above.
+/// The same for a request for a WebSocket that has passed `faultOf`.
 std::optional<CallRefusal> faultOfUpgrade(const Head& head);
-/// Whether the client waits for a word before it sends the content (RFC 9110, section 10.1.1).
+/// Whether the client waits for "100 Continue" before it sends the content (RFC 9110, section 10.1.1).
 bool waitsForContinue(const Head& head);
 
-/// The path and the query of a target of either form: `/v1/ws?v=1.4` or `http://relay/v1/ws?v=1.4`.
+/// The path and query of a target in either form: `/v1/ws?v=1.4` or `http://relay/v1/ws?v=1.4`.
 std::string_view localPart(std::string_view target);
 
 } // namespace httpRules

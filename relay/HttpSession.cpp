@@ -32,7 +32,7 @@ namespace {
 
 constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
 
-/// The head, or what announces a chunk: a parser keeps no more than one of them.
+/// In bytes. A parser buffers at most the head or one chunk header at a time.
 constexpr std::size_t bufferLimit(const RelayLimits& limits) {
     return 2 * limits.httpHeader;
 }
@@ -45,7 +45,7 @@ std::string_view pathOf(std::string_view target) {
     return local.substr(0, local.find('?'));
 }
 
-/// The value of `v` in the address; empty without one.
+/// The value of `v` in the query; empty if there is none.
 std::string_view versionOf(std::string_view target) {
     target = httpRules::localPart(target);
     auto rest = target.substr(std::min(target.find('?'), target.size()));
@@ -70,7 +70,7 @@ bool isJson(std::string_view contentType) {
     return beast::iequals(contentType.substr(0, contentType.find_first_of("; ")), "application/json");
 }
 
-/// Nothing when there is nobody to answer.
+/// Nothing if nobody is left to answer.
 std::optional<CallRefusal> refusalFor(beast::error_code error) {
     if (error == http::error::body_limit) return CallRefusal::tooLarge;
     if (error == http::error::header_limit || error == http::error::buffer_overflow)
@@ -122,7 +122,7 @@ asio::awaitable<void> HttpSession::answerOne() {
 std::optional<CallRefusal> HttpSession::faultIn(const Parser& parser) const {
     if (const auto fault = httpRules::faultOf(parser.get())) return fault;
     if (!wantsSocket(parser.get())) return std::nullopt;
-    // Nothing may come before the answer (RFC 6455, section 4.1).
+    // The client must not send anything before the answer (RFC 6455, section 4.1).
     if (!parser.is_done() || buffer_.size() > 0) return CallRefusal::unreadable;
     return httpRules::faultOfUpgrade(parser.get());
 }
@@ -182,7 +182,7 @@ asio::awaitable<void> HttpSession::answer(CallReply reply) {
                                         : co_await http::async_write(stream_, serializer, asTuple);
     if (error) co_return;
     co_await stream_.sayEnd();
-    // Closing over unread bytes would reset the connection and take the answer with it.
+    // Reads the remaining bytes: closing the socket before would reset the connection and lose the answer.
     std::array<char, 4 * kibibyte> discarded;
     for (;;) {
         auto [end, more] =

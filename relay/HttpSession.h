@@ -16,8 +16,8 @@
 
 namespace morvex {
 
-/// A new connection: one request, which is answered or becomes a WebSocket. There is no second request on the
-/// same connection. Owned by its coroutine, on the relay's thread.
+/// A new connection. It carries one request, which is answered or becomes a WebSocket, and no second one.
+/// Owned by its coroutine, on the relay's thread.
 class HttpSession {
   public:
     HttpSession(boost::asio::ip::tcp::socket socket, boost::asio::ssl::context* context,
@@ -35,10 +35,10 @@ class HttpSession {
     [[nodiscard]] std::optional<CallRefusal> faultIn(const Parser& parser) const;
     CallReply call(const Request& request);
     CallReply callAllowed(const Request& request, std::string_view path);
-    /// Why another call of this address is not taken now.
+    /// Why the limits for this address refuse another call now; nothing if they do not.
     std::optional<CallRefusal> refusalByLimit(std::string_view path);
     [[nodiscard]] bool mayLogIn() const;
-    /// Whether the first byte comes before the place is taken away.
+    /// Returns whether the first byte arrived before the place was taken away.
     boost::asio::awaitable<bool> hearsAnything();
     void becomeSocket(Request upgrade);
 
@@ -46,7 +46,7 @@ class HttpSession {
     Places::Place place_;
     PeerStream stream_;
     boost::beast::flat_buffer buffer_;
-    bool isHeadWanted_ = false; ///< the answer has no content then (RFC 9110, section 9.3.2)
+    bool isHeadWanted_ = false; ///< then the answer has no content (RFC 9110, section 9.3.2)
 };
 
 } // namespace morvex

@@ -46,7 +46,8 @@ Result<LoginAnswer> Login::answer(PairStore& store, std::string_view frame) cons
     if (message->as<RelayMessage::Forward>()) return RelayFailure::notAuthenticated;
     const auto* given = message->as<RelayMessage::Authenticate>();
     if (!given) return RelayFailure::malformed;
-    // The challenge has told the relay's version, and a device of another one leaves by itself.
+    // The challenge contained the relay's version, so a device of an incompatible version disconnects by
+    // itself.
     if (!isCompatible_) return RelayFailure::protocolMismatch;
     return check(store, *given);
 }

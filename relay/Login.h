@@ -9,30 +9,31 @@
 
 namespace morvex {
 
-/// Whom a socket speaks for.
+/// The device that a socket belongs to, and its pair.
 struct Seat {
     PairID pair;
     DeviceID device;
     std::optional<DeviceID> peer; ///< nothing while nobody has joined the pair
-    Date tokenEnd{};              ///< of the pair's token, hence minutes after the pair was made
+    Date tokenEnd{};              ///< when the pair's token expires, minutes after the pair was made
 
     bool operator==(const Seat&) const = default;
 };
 
 using LoginAnswer = std::variant<Seat, RelayFailure>;
 
-/// One socket's login. Owned by the session, on the relay's thread.
+/// The login of one socket. Owned by the session, on the relay's thread.
 class Login {
   public:
-    /// 32 fresh random bytes for the device to sign. `clientVersion` is what the device gave in its address.
+    /// Draws 32 random bytes for the device to sign. `clientVersion` is the version in the address that the
+    /// device requested.
     static Login start(std::string_view clientVersion);
     Login(Bytes nonce, std::string_view clientVersion);
 
-    /// The first frame of the socket.
+    /// The first frame on the socket.
     [[nodiscard]] std::string challenge() const;
 
-    /// The device's answer. Only a member of the pair learns whether it was revoked. Fails when the store
-    /// does: then nothing true can be said to the device, which tries again.
+    /// Checks the device's answer. Only a member of the pair learns whether the pair was revoked. Fails if
+    /// the store fails: nothing certain can be said to the device then, and it tries again.
     [[nodiscard]] Result<LoginAnswer> answer(PairStore& store, std::string_view frame) const;
 
   private:

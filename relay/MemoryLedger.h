@@ -9,19 +9,19 @@
 
 namespace morvex {
 
-/// What each socket of a device that has logged in holds in memory, by the site that it comes from. A socket
-/// counts until it is gone, also while it closes. Owned by the switchboard.
+/// The memory held by the socket of each logged-in device, grouped by site. A socket counts until it is
+/// destroyed, also while it closes. Owned by the switchboard.
 class MemoryLedger {
   public:
     void enter(Line& line);
     void leave(Line& line);
-    /// Asks the line what it holds now. Nothing for one that has not entered.
+    /// Asks the line how much it holds now. Does nothing for a line that has not entered.
     void weigh(Line& line);
 
     [[nodiscard]] std::size_t sum() const { return sum_; }
 
-    /// Of the site that holds the most, the line that holds the most. Looks at all of them; at least one has
-    /// entered.
+    /// The line that holds the most, within the site that holds the most. Takes linear time; at least one
+    /// line must have entered.
     [[nodiscard]] Line& greediest() const;
 
   private:
@@ -32,10 +32,10 @@ class MemoryLedger {
 
     struct Entry {
         std::map<Prefix, Site>::iterator site;
-        std::size_t held = 0; ///< when it was weighed
+        std::size_t held = 0; ///< bytes at the last weighing
     };
 
-    std::map<Prefix, Site> sites_; ///< those with a line
+    std::map<Prefix, Site> sites_; ///< only sites that have a line
     std::unordered_map<Line*, Entry> lines_;
     std::size_t sum_ = 0;
 };

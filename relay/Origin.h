@@ -8,26 +8,26 @@
 
 namespace morvex {
 
-/// A range of addresses: those that begin with the same `length` bits. IPv4 lies in ::ffff:0:0/96 (RFC 4291,
-/// section 2.5.5.2), so that no range holds addresses of both kinds.
+/// A range of addresses that share their first `length` bits. IPv4 is mapped to ::ffff:0:0/96 (RFC 4291,
+/// section 2.5.5.2), so no range contains addresses of both kinds.
 struct Prefix {
-    std::array<std::uint8_t, 16> bytes{}; ///< zero behind the first `length` bits
+    std::array<std::uint8_t, 16> bytes{}; ///< zero after the first `length` bits
     unsigned length = 0;
 
     auto operator<=>(const Prefix&) const = default;
 };
 
-/// Where a connection comes from, as far as limits tell addresses apart.
+/// The address of a connection, in the precision that the limits need.
 class Origin {
   public:
-    /// How many bits of an address of each kind make one range.
+    /// The prefix length, in bits, that makes a range of each kind of address.
     struct Range {
         unsigned ipv4;
         unsigned ipv6;
     };
 
-    /// The limits by address do not hold for this computer itself, where a proxy speaks for everybody, unless
-    /// they are asked to.
+    /// Limits by address do not apply to this computer itself, where a proxy may connect for everybody,
+    /// unless they are asked to.
     enum class ThisComputer { unlimited, limited };
 
     static Origin of(boost::asio::ip::address address, ThisComputer local = ThisComputer::unlimited);
@@ -36,11 +36,11 @@ class Origin {
 
     [[nodiscard]] Prefix within(Range range) const;
 
-    /// What one customer of a network has at least: an IPv4 address, or an IPv6 /56.
+    /// The smallest range that one customer of a network has: an IPv4 address or an IPv6 /56.
     [[nodiscard]] Prefix site() const { return within({32, 56}); }
 
-    /// What one network has at least, and a generous provider gives to one customer: an IPv4 /24 or an IPv6
-    /// /32.
+    /// The smallest range of a network, and the largest that a generous provider gives to one customer: an
+    /// IPv4 /24 or an IPv6 /32.
     [[nodiscard]] Prefix network() const { return within({24, 32}); }
 
   private:

@@ -8,8 +8,8 @@
 
 namespace morvex {
 
-/// A limit that one address has for itself, and its neighbours a multiple of it together: whoever has one
-/// address of an IPv6 network has any number of them. One thread.
+/// A limit for one address, combined with multiples of it for the larger ranges around the address, since the
+/// owner of one IPv6 address has any number of them. One thread.
 class OriginLimit {
   public:
     using Moment = RateLimit::Moment;
@@ -18,7 +18,8 @@ class OriginLimit {
 
     [[nodiscard]] bool hasRoom(const Origin& origin, Moment now, std::size_t cost = 1) const;
     void charge(const Origin& origin, Moment now, std::size_t cost = 1);
-    /// Counts one when there is room. What is refused is not counted: it would use up the neighbours' part.
+    /// Counts one if there is room. Refused attempts are not counted, since they would use up the neighbours'
+    /// share.
     bool admits(const Origin& origin, Moment now);
 
   private:
@@ -27,7 +28,7 @@ class OriginLimit {
         RateLimit limit;
     };
 
-    std::array<Circle, 3> circles_; ///< each around the one before
+    std::array<Circle, 3> circles_; ///< each range contains the one before it
 };
 
 } // namespace morvex

@@ -25,7 +25,7 @@ namespace {
 constexpr std::chrono::minutes tokenLifetime{10};
 constexpr std::chrono::minutes signatureTolerance{5};
 
-/// Status and the words that the device shows.
+/// The HTTP status, and the words that the device shows.
 std::pair<unsigned, const char*> meaning(CallRefusal cause) {
     switch (cause) {
     case CallRefusal::unreadable:
@@ -90,12 +90,12 @@ CallReply storeFailed(const Error& error) {
     return reply;
 }
 
-/// Only the hash is kept, so that who reads the database cannot join.
+/// Only the hash is stored, so that reading the database does not allow to join.
 Digest tokenHash(std::string_view token) {
     return sha256(asBytes(token));
 }
 
-/// Why a device must not become a member; nothing for a good one.
+/// Why a device must not become a member; nothing if it may.
 std::optional<CallRefusal> whyNotTaken(const DeviceID& device, const SigningPublicKey& key) {
     if (deviceID(key) != device) return CallRefusal::wrongFingerprint;
     if (!isUsableSigningKey(key.raw)) return CallRefusal::unusableKey;

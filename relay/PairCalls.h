@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// What a new pair gets by chance.
+/// The random values of a new pair.
 struct FreshPair {
     PairID id;         ///< 128 random bits in Base32
     std::string token; ///< 256 random bits in base64url (RFC 4648, section 5), without padding
@@ -18,15 +18,15 @@ struct FreshPair {
     static FreshPair make();
 };
 
-/// The answer to a pairing call.
+/// The reply to a pairing call.
 struct CallReply {
-    unsigned status = 200; ///< of HTTP
+    unsigned status = 200; ///< HTTP status
     std::string body{};    ///< JSON, or empty
     /// The pair whose sockets must end now.
     std::optional<PairID> revoked{};
-    /// For the log only: why the store failed.
+    /// For the log only: the error of the store.
     std::string trouble{};
-    std::chrono::seconds retryAfter{}; ///< told when it is not zero
+    std::chrono::seconds retryAfter{}; ///< sent if it is not zero
 };
 
 /// Why a call is refused.
@@ -56,21 +56,21 @@ enum class CallRefusal {
     storeFailed,
 };
 
-/// The answer for a refusal: its status and `{"reason":"..."}` with the words that the device shows.
+/// The reply for a refusal: its status and `{"reason":"..."}` with the words that the device shows.
 CallReply refusal(CallRefusal cause);
 
-/// The three calls by which devices come to be a pair and end it. No network here; the time is given. Owned
-/// by the relay, on its thread, and outlived by the store.
+/// The three calls that make, join and end a pair. It does no networking and gets the time as an argument.
+/// Owned by the relay, on its thread; the store must outlive it.
 class PairCalls {
   public:
     explicit PairCalls(PairStore& store, std::function<FreshPair()> fresh = FreshPair::make)
         : store_(store), fresh_(std::move(fresh)) {}
 
-    /// Whether the path is one of the calls.
+    /// Whether `path` is one of the calls.
     static bool knows(std::string_view path);
-    /// Whether the path is that of the call which makes a pair.
+    /// Whether `path` is the call that makes a pair.
     static bool creates(std::string_view path);
-    /// `path` as `/v1/pair/create`; another one is refused.
+    /// `path` is one such as `/v1/pair/create`; unknown ones are refused.
     CallReply answer(std::string_view path, std::string_view body, Date now);
 
   private:

@@ -8,22 +8,23 @@ namespace morvex {
 
 namespace {
 
-/// Marks the file as a relay's, so that no other database is written into by mistake.
+/// Marks the file as a relay's database, so that no other database is modified by mistake.
 constexpr std::int64_t applicationID = 0x4D565852;
 constexpr std::int64_t schemaVersion = 2;
 constexpr std::int64_t versionWithoutEnds = 1;
 
-/// Up to this size a file is read as a whole at the start, which takes some hundredths of a second.
+/// Up to this size, in bytes, a file is checked completely at the start, which takes some hundredths of a
+/// second.
 constexpr std::int64_t smallFile = 16 * 1024 * 1024;
 
 const std::string versionIsPresent = "PRAGMA user_version = " + std::to_string(schemaVersion) + ";";
 
-/// Of the pairs by their end, for the sweep, and of those whose token is still kept.
+/// Index the pairs by their end, for the sweep, and those whose token is still stored.
 const std::string indexes = "CREATE INDEX pairsByEnd ON pairs (forgetAt);"
                             "CREATE INDEX pairsByToken ON pairs (expiresAt) WHERE tokenHash IS NOT NULL;";
 
 const std::string schema =
-    // Only an empty file takes it, and not within a transaction.
+    // Only works on an empty file and outside a transaction.
     "PRAGMA auto_vacuum = INCREMENTAL;"
     "BEGIN IMMEDIATE;"
     "CREATE TABLE pairs (id TEXT PRIMARY KEY, tokenHash BLOB UNIQUE, expiresAt INTEGER NOT NULL,"
@@ -33,7 +34,7 @@ const std::string schema =
     " STRICT, WITHOUT ROWID;" +
     indexes + "PRAGMA application_id = " + std::to_string(applicationID) + ";" + versionIsPresent + "COMMIT;";
 
-/// The rows get their ends by and by from the sweep: a large file must not hold up the start.
+/// The sweep fills in the ends of existing rows gradually, so that a large file does not delay the start.
 const std::string ends = "BEGIN IMMEDIATE; ALTER TABLE pairs ADD COLUMN forgetAt INTEGER;" + indexes +
                          versionIsPresent + "COMMIT;";
 

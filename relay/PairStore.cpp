@@ -17,12 +17,12 @@ constexpr std::chrono::days untilFirstLogin{2};
 constexpr std::chrono::days unused{180};
 constexpr std::chrono::days betweenWrites{1};
 
-/// Unused pages that are kept for what comes next, and up to which size of what is in use a file of an
-/// earlier version is written anew once, so that its unused pages can be given back.
+/// `sparePages`: unused pages kept for later growth. `quicklyCopied`: a file of an earlier version that uses
+/// at most this many bytes is rewritten once, so that its unused pages can be released.
 constexpr std::int64_t sparePages = 256;
 constexpr std::int64_t quicklyCopied = 64 * 1024 * 1024;
 
-/// Readers need not wait for a writer, nor a writer for readers.
+/// In WAL mode readers need not wait for a writer, nor a writer for readers.
 constexpr const char* settings =
     "PRAGMA foreign_keys = ON; PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL;"
     "PRAGMA journal_size_limit = 4194304";
@@ -70,7 +70,8 @@ Result<void> PairStore::create(const PairID& pair, const Member& creator, const 
 }
 
 Result<bool> PairStore::insertMember(const PairID& pair, const Member& member) {
-    // The keys of the table refuse a role or a device that the pair has already, also to another process.
+    // The keys of the table refuse a role or device that the pair already has, even one added by another
+    // process.
     TRY(const auto, inserted,
         database_.change("INSERT OR IGNORE INTO members (pair, role, device, key) VALUES (?, ?, ?, ?)",
                          pair.rawValue, rawValue(member.role), member.device.rawValue,

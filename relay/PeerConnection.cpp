@@ -15,7 +15,7 @@ void PeerConnection::expiresAfter(Clock::duration time) {
     deadline_.expires_after(time);
     deadline_.async_wait([weak = weak_from_this()](boost::system::error_code error) {
         const auto self = weak.lock();
-        // A deadline that was moved when its time was just over is called without an error.
+        // If the deadline was moved just after it expired, the handler is called without an error.
         if (!error && self && self->deadline_.expiry() <= Clock::now()) self->close();
     });
 }

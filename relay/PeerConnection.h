@@ -15,13 +15,13 @@
 
 namespace morvex {
 
-/// A socket of a device with what belongs to it: TLS or none, the count of its bytes, and the time by which
-/// it ends. Shared by the stream and the operations under way. On the relay's thread.
+/// The socket of a device with its TLS channel, byte count and deadline. Shared by the stream and its running
+/// operations. On the relay's thread.
 class PeerConnection : public std::enable_shared_from_this<PeerConnection> {
   public:
     using Socket = boost::asio::ip::tcp::socket;
 
-    /// Without a context there is no TLS. The context outlives the connection.
+    /// A null context means no TLS. The context must outlive the connection.
     PeerConnection(Socket socket, boost::asio::ssl::context* context);
 
     [[nodiscard]] Socket& socket() { return socket_; }
@@ -31,19 +31,19 @@ class PeerConnection : public std::enable_shared_from_this<PeerConnection> {
 
     [[nodiscard]] ByteMeter& meter() { return meter_; }
 
-    /// From now on the peer sends frames of a WebSocket.
+    /// From now on the peer's bytes are screened as WebSocket frames.
     void screenFrames() { screen_.emplace(FrameScreen::Start::frames); }
 
-    /// Null before.
+    /// Null before `screenFrames`.
     [[nodiscard]] FrameScreen* screen() { return screen_ ? &*screen_ : nullptr; }
 
-    /// Closes the connection after this time, unless another one is set before.
+    /// Closes the connection after this time, unless the deadline is set again before.
     void expiresAfter(std::chrono::steady_clock::duration time);
     void expiresNever();
-    /// What is under way fails.
+    /// Running operations fail.
     void close();
 
-    /// Until the socket is ready for what TLS needs.
+    /// Waits until the socket is ready for what TLS needs.
     template <class Token> auto ready(TlsChannel::Need need, Token&& token) {
         return socket_.async_wait(need == TlsChannel::Need::readable ? Socket::wait_read : Socket::wait_write,
                                   std::forward<Token>(token));
@@ -52,7 +52,7 @@ class PeerConnection : public std::enable_shared_from_this<PeerConnection> {
   private:
     Socket socket_;
     ByteMeter meter_;
-    std::optional<TlsChannel> tls_; ///< refers to the two above
+    std::optional<TlsChannel> tls_; ///< refers to the socket and the meter
     std::optional<FrameScreen> screen_;
     boost::asio::steady_timer deadline_;
 };

@@ -13,7 +13,7 @@ namespace {
 
 constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
 
-/// Calls a step of TLS until it needs nothing more. False when it failed.
+/// Repeats a TLS step until it needs nothing more. Returns false when it failed.
 asio::awaitable<bool> complete(std::shared_ptr<PeerConnection> connection,
                                TlsChannel::Outcome (TlsChannel::*step)()) {
     for (;;) {

@@ -14,18 +14,18 @@
 
 namespace morvex {
 
-/// A connection to a device, with TLS or without, in one type, so that the sessions above are compiled once.
-/// The lower-case names are those that Asio and Beast ask of a stream.
+/// A connection to a device, with or without TLS, as one type, so that the sessions are compiled only once.
+/// The lower-case names are those that Asio and Beast require of a stream.
 class PeerStream {
   public:
     using Socket = PeerConnection::Socket;
     using executor_type = Socket::executor_type;
 
-    /// Without a context there is no TLS. The context outlives the stream.
+    /// A null context means no TLS. The context must outlive the stream.
     PeerStream(Socket socket, boost::asio::ssl::context* context)
         : connection_(std::make_shared<PeerConnection>(std::move(socket), context)) {}
 
-    /// What is under way fails.
+    /// Running operations fail.
     ~PeerStream() {
         if (connection_) connection_->close();
     }
@@ -33,9 +33,9 @@ class PeerStream {
     PeerStream(PeerStream&&) = default;
     PeerStream& operator=(PeerStream&&) = delete;
 
-    /// Comes first. False when it failed; at once true without TLS.
+    /// Must be the first call. Returns false when it failed, and true at once without TLS.
     boost::asio::awaitable<bool> handshake();
-    /// Tells the peer that nothing more is sent.
+    /// Tells the peer that nothing more will be sent.
     boost::asio::awaitable<void> sayEnd();
 
     [[nodiscard]] PeerConnection& connection() { return *connection_; }
@@ -50,7 +50,7 @@ class PeerStream {
         return transfer(Writing<Buffers>{buffers}, token);
     }
 
-    /// The end of a WebSocket whose closing handshake is done.
+    /// Ends the stream of a WebSocket after the closing handshake.
     template <class Handler>
     friend void async_teardown(boost::beast::role_type role, PeerStream& stream, Handler&& handler) {
         boost::asio::async_compose<Handler, void(boost::system::error_code)>(

@@ -18,7 +18,7 @@
 
 namespace morvex {
 
-/// How bytes of a device are read: what a `PeerTransfer` does with its buffers.
+/// The read direction of a `PeerTransfer`.
 template <class Buffers> struct Reading {
     Buffers buffers;
 
@@ -26,7 +26,7 @@ template <class Buffers> struct Reading {
         connection.socket().async_read_some(given, std::forward<Handler>(handler));
     }
 
-    /// Into the first buffer that is not empty.
+    /// Reads into the first buffer that is not empty.
     TlsChannel::Outcome attempt(TlsChannel& tls) const {
         const auto end = boost::asio::buffer_sequence_end(buffers);
         for (auto at = boost::asio::buffer_sequence_begin(buffers); at != end; ++at)
@@ -36,7 +36,7 @@ template <class Buffers> struct Reading {
 
     static void count(ByteMeter& meter, std::size_t bytes) { meter.bytesRead += bytes; }
 
-    /// Looks at what was read before it is handed on.
+    /// Screens the bytes before they are passed on.
     [[nodiscard]] boost::system::error_code examine(FrameScreen& screen, std::size_t bytes) const {
         const auto end = boost::asio::buffer_sequence_end(buffers);
         for (auto at = boost::asio::buffer_sequence_begin(buffers); at != end && bytes > 0; ++at) {
@@ -50,7 +50,7 @@ template <class Buffers> struct Reading {
     }
 };
 
-/// How bytes for a device are written.
+/// The write direction of a `PeerTransfer`.
 template <class Buffers> struct Writing {
     Buffers buffers;
 
@@ -58,7 +58,8 @@ template <class Buffers> struct Writing {
         connection.socket().async_write_some(given, std::forward<Handler>(handler));
     }
 
-    /// As much as one record takes. The head of a frame and what follows it lie apart and go out as one.
+    /// Writes at most one TLS record. The head and the payload of a frame are separate buffers; they are
+    /// combined into one record.
     TlsChannel::Outcome attempt(TlsChannel& tls) const {
         const boost::asio::const_buffer first = *boost::asio::buffer_sequence_begin(buffers);
         if (first.size() >= SSL3_RT_MAX_PLAIN_LENGTH || first.size() == boost::asio::buffer_size(buffers))
@@ -73,8 +74,8 @@ template <class Buffers> struct Writing {
     static boost::system::error_code examine(FrameScreen&, std::size_t) { return {}; }
 };
 
-/// One `async_read_some` or `async_write_some`, for `async_compose`. Over TLS it tries at once, and otherwise
-/// whenever the socket has become ready; without TLS the socket's own operation does all of that.
+/// One `async_read_some` or `async_write_some`, for `async_compose`. Over TLS it tries at once and then each
+/// time the socket becomes ready; without TLS it uses the socket's own operation.
 template <class Direction> class PeerTransfer {
   public:
     PeerTransfer(std::shared_ptr<PeerConnection> connection, Direction direction)
@@ -91,7 +92,7 @@ template <class Direction> class PeerTransfer {
             examine();
             return self.complete(outcome_.error, outcome_.bytes);
         case Stage::waiting:
-            // A socket that was closed since may have taken the buffers with it.
+            // The buffers may be gone if the socket was closed meanwhile.
             if (!error && !connection_->socket().is_open()) error = boost::asio::error::operation_aborted;
             return error ? self.complete(error, 0) : attempt(self);
         case Stage::posted:
@@ -102,7 +103,7 @@ template <class Direction> class PeerTransfer {
   private:
     enum class Stage { begun, plain, waiting, posted };
 
-    // What `self` holds, this object among it, moves away with it: what is needed then is taken out before.
+    // Moving `self` also moves this object, so everything needed afterwards is copied out before.
 
     template <class Self> void startPlain(Self& self) {
         stage_ = Stage::plain;
@@ -120,7 +121,7 @@ template <class Direction> class PeerTransfer {
         }
         examine();
         if (stage_ == Stage::waiting) return self.complete(outcome_.error, outcome_.bytes);
-        // Nobody is called back within the call that began the operation.
+        // The handler must not be called within the call that started the operation.
         stage_ = Stage::posted;
         boost::asio::post(connection->socket().get_executor(), std::move(self));
     }
@@ -138,7 +139,7 @@ template <class Direction> class PeerTransfer {
     Stage stage_ = Stage::begun;
 };
 
-/// The end of a connection, for `async_compose`: the farewell of TLS, then that of TCP.
+/// The end of a connection, for `async_compose`: first the closing alert of TLS, then the shutdown of TCP.
 class PeerFarewell {
   public:
     PeerFarewell(std::shared_ptr<PeerConnection> connection, boost::beast::role_type role)

@@ -75,12 +75,12 @@ bool Places::makeRoomFor(Standing standing, const Prefix& network) {
     const bool isFull = newPairs.size() + knownPairs.size() >= bounds_.loggedIn;
     const bool isNew = standing == Standing::newPair;
     if (!isFull && !(isNew && newPairs.size() >= bounds_.newPairs)) return true;
-    // A known pair pushes out a new one; among equals only a network that has more gives a place up.
+    // A known pair evicts a new one; among equals only a network that has more places loses one.
     const auto& crowd = newPairs.size() > 0 ? newPairs : knownPairs;
     if (crowd.size() == 0 || (isNew && &crowd == &knownPairs)) return false;
     const bool isAmongEquals = isNew || &crowd == &knownPairs;
     if (isAmongEquals && crowd.fullest().size() <= crowd.sizeOf(network) + 1) return false;
-    // The newest goes: who shares a network with somebody greedy and was there before stays.
+    // Evicts the newest, so that earlier connections from the same network stay.
     evict(*crowd.fullest().rbegin());
     return true;
 }

@@ -14,33 +14,33 @@
 
 namespace morvex {
 
-/// Who may have one of the relay's places. A connection enters as a guest, speaks, and rises by its login.
-/// Where places run out, those of the network that has the most go first, so that whoever takes many pushes
-/// out themself. Every call takes time in the logarithm of the places. No network here; one thread.
+/// Assigns the relay's places to connections. A connection enters as a guest, sends its first byte, and rises
+/// by its login. When places run out, the network that holds the most loses one first, so that somebody who
+/// takes many evicts himself. Every call takes logarithmic time. No networking here; one thread.
 class Places {
   public:
     using Moment = std::chrono::steady_clock::time_point;
 
     enum class Standing {
         guest,    ///< has not logged in
-        newPair,  ///< logged in for a pair that was made a short time ago, as anybody can
+        newPair,  ///< logged in for a recently made pair, which anybody can make
         knownPair ///< logged in for any other pair
     };
 
-    /// The most of each.
+    /// The limits for each kind.
     struct Bounds {
         std::size_t all;
         std::size_t guests;
         std::size_t newPairs;
-        std::size_t loggedIn; ///< new and known pairs; the others are left to guests, who may be known ones
-        std::size_t site;     ///< of one site, whatever their standing
+        std::size_t loggedIn; ///< new and known pairs; the rest is for guests, perhaps of known pairs
+        std::size_t site;     ///< per site, whatever their standing
         std::size_t network;
-        std::chrono::steady_clock::duration silence; ///< for the first byte of a guest
+        std::chrono::steady_clock::duration silence; ///< time for a guest's first byte
 
         static Bounds of(std::size_t connections, std::chrono::steady_clock::duration silence);
     };
 
-    /// One connection's place, which it gives back when it goes. It must not outlive the places.
+    /// The place of one connection; its destructor frees the place. It must not outlive `Places`.
     class Place {
       public:
         Place(Places& places, Crowd::Number number, const Origin& origin)
@@ -56,11 +56,11 @@ class Places {
 
         [[nodiscard]] const Origin& origin() const { return origin_; }
 
-        /// What ends the connection when its place is taken away. The place counts as free from then on.
+        /// `close` ends the connection when its place is taken away. The place counts as free from then on.
         void onEviction(std::function<void()> close);
-        /// The first byte has come.
+        /// The first byte has arrived.
         void hasSpoken();
-        /// The connection has logged in. False when there is no place for it.
+        /// The connection has logged in. Returns false when there is no place for it.
         [[nodiscard]] bool rise(Standing standing);
 
       private:
@@ -76,7 +76,7 @@ class Places {
 
     /// Nothing when there is no place for another guest of this origin.
     std::optional<Place> enter(const Origin& origin, Moment now);
-    /// Ends the guests that have said nothing for too long.
+    /// Evicts the guests that have been silent for too long.
     void endSilent(Moment now);
 
     [[nodiscard]] std::size_t taken() const { return holders_.size(); }
@@ -95,7 +95,7 @@ class Places {
     bool makeRoomForGuest();
     bool makeRoomFor(Standing standing, const Prefix& network);
     bool rise(Crowd::Number number, Standing standing);
-    /// False when there is nobody.
+    /// Returns false if `guests` is null.
     bool evictOldestGuest(const std::set<Crowd::Number>* guests);
     void evict(Crowd::Number number);
     void count(Crowd::Number number, const Holder& holder);
@@ -104,10 +104,10 @@ class Places {
     const Bounds bounds_;
     Crowd::Number last_ = 0;
     std::map<Crowd::Number, Holder> holders_;
-    std::set<Crowd::Number> silent_; ///< guests that have not spoken
-    std::array<Crowd, 3> networks_;  ///< by standing
+    std::set<Crowd::Number> silent_; ///< guests without a first byte
+    std::array<Crowd, 3> networks_;  ///< one for each standing
     Crowd guestsBySite_;
-    Crowd sites_; ///< everybody
+    Crowd sites_; ///< all connections
 };
 
 } // namespace morvex

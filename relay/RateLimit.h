@@ -9,8 +9,8 @@
 
 namespace morvex {
 
-/// So much in a span of time for each range of addresses. The span begins with the first charge. Every call
-/// takes time in the logarithm of the ranges that it remembers. No network here; one thread.
+/// A limit per time span for each range of addresses. The span of a range begins with its first charge. Every
+/// call takes time logarithmic in the number of remembered ranges. No networking here; one thread.
 class RateLimit {
   public:
     using Moment = std::chrono::steady_clock::time_point;
@@ -20,9 +20,9 @@ class RateLimit {
 
     RateLimit(std::size_t most, Span span) : most_(most), span_(span) {}
 
-    /// Whether so much more is within the limit now.
+    /// Whether `cost` more is within the limit now.
     [[nodiscard]] bool hasRoom(const Prefix& range, Moment now, std::size_t cost = 1) const;
-    /// With more ranges than it can remember it forgets the one that was counted for the longest time.
+    /// When `maxRanges` are remembered, the range whose span began first is forgotten.
     void charge(const Prefix& range, Moment now, std::size_t cost = 1);
 
   private:
@@ -39,8 +39,8 @@ class RateLimit {
 
     std::size_t most_;
     Span span_;
-    Counts counts_; ///< by their start
-    /// A tree, since whoever chooses addresses could choose them so that they collide in a hash table.
+    Counts counts_; ///< ordered by their start
+    /// A tree, since an attacker could choose addresses that collide in a hash table.
     std::map<Prefix, Counts::iterator> byRange_;
 };
 

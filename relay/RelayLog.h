@@ -8,10 +8,11 @@
 
 namespace morvex {
 
-/// Takes one line an event, without its end. From any thread. Lines name no token, key or content.
+/// Receives one line per event, without a line break. From any thread. Lines contain no token, key or
+/// content.
 using RelayLog = std::function<void(std::string_view line)>;
 
-/// Enough of a checked identifier to tell devices apart in the log.
+/// Shortens a checked identifier; enough to tell devices apart in the log.
 inline std::string shortened(std::string_view identifier) {
     return std::string{identifier.substr(0, 6)};
 }

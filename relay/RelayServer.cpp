@@ -23,10 +23,10 @@ namespace {
 
 constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
 constexpr std::chrono::minutes sweepEvery{10};
-/// How often the pairs of long connections count as used.
+/// How often the pairs of long connections are marked as used.
 constexpr std::chrono::hours useEvery{6};
 constexpr std::chrono::milliseconds pauseAfterFailedAccept{100};
-/// While it stops, the relay looks often whether all connections have ended.
+/// While stopping, the relay checks often whether all connections have ended.
 constexpr std::chrono::milliseconds stoppingTick{10};
 
 using ErrorCode = boost::system::error_code;
@@ -117,7 +117,7 @@ asio::awaitable<void> RelayServer::acceptConnections() {
         if (!error) {
             serve(std::move(socket));
         } else if (acceptor_.is_open()) {
-            // Most likely no file descriptor is free: some will be.
+            // Most likely there is no free file descriptor; one will become free.
             pause.expires_after(pauseAfterFailedAccept);
             co_await pause.async_wait(asTuple);
         }

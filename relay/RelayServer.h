@@ -18,8 +18,8 @@
 
 namespace morvex {
 
-/// The whole relay on one port and one thread: that of `run`. Order: `create`, `run` once, `stop` from
-/// anywhere.
+/// The whole relay, on one port and on the thread that calls `run`. Order of calls: `create`, `run` once,
+/// `stop` from anywhere.
 class RelayServer {
   public:
     /// Listens when it returns. The failure's text is for the operator.
@@ -29,15 +29,15 @@ class RelayServer {
     RelayServer(const RelayServer&) = delete;
     RelayServer& operator=(const RelayServer&) = delete;
 
-    /// As devices are given it, with the port that is really open: `http://127.0.0.1:8787`.
+    /// The address for devices, with the port that is actually open: `http://127.0.0.1:8787`.
     [[nodiscard]] std::string address() const;
     [[nodiscard]] std::uint16_t port() const;
 
-    /// SIGINT and SIGTERM stop the relay from now on.
+    /// From now on SIGINT and SIGTERM stop the relay.
     void stopOnSignals();
-    /// Serves until it is stopped and the WebSockets are closed, or the time for that is over.
+    /// Serves until it is stopped and the WebSockets are closed or the time for closing is over.
     void run();
-    /// From any thread, also more than once.
+    /// From any thread; may be called more than once.
     void stop();
 
   private:
@@ -52,7 +52,7 @@ class RelayServer {
     boost::asio::awaitable<void> watch();
     void tick(Moment now);
     void lookAfterStore(Moment now);
-    /// Wires the store to who looks after it, which is this thread for one without a file.
+    /// Connects the store with its upkeep; without a file this thread does the upkeep.
     Result<void> startUpkeep();
     void startStopping();
 
@@ -62,7 +62,7 @@ class RelayServer {
     boost::asio::signal_set signals_{context_};
     boost::asio::steady_timer tickTimer_{context_};
     std::shared_ptr<RelayState> state_;
-    /// Nothing for a store without a file.
+    /// Null for a store without a file.
     std::unique_ptr<StoreUpkeep> upkeep_;
     Moment nextSweep_;
     Moment nextUse_;

@@ -18,8 +18,8 @@ namespace morvex {
 
 class SocketSession;
 
-/// What all connections of one relay share. Made by the server, which the connections may outlive by a
-/// moment; one thread.
+/// The state shared by all connections of one relay. Made by the server; connections may live slightly longer
+/// than the server. One thread.
 struct RelayState {
     RelayState(const RelayLimits& given, PairStore pairs, RelayLog sink)
         : limits(given), store(std::move(pairs)), log(std::move(sink)) {}
@@ -33,11 +33,11 @@ struct RelayState {
     OriginLimit callLimit{limits.callsPerMinute, std::chrono::minutes{1}};
     OriginLimit creationLimit{limits.pairsPerDay, std::chrono::days{1}};
     OriginLimit loginLimit{limits.loginsPerMinute, std::chrono::minutes{1}};
-    RelayLog log;             ///< of the relay itself
-    EventLog events{log, {}}; ///< of what others cause
-    /// Hears of a pair that is in use.
+    RelayLog log;             ///< for events of the relay itself
+    EventLog events{log, {}}; ///< for events caused by others
+    /// Called for a pair that is in use.
     std::function<void(const PairID&)> pairUsed = [](const PairID&) {};
-    /// The WebSockets that are to be looked after. Dead ones are taken out at the next tick.
+    /// The WebSockets that need `tick`. Expired ones are removed at the next tick.
     std::vector<std::weak_ptr<SocketSession>> sockets;
 };
 

@@ -20,7 +20,7 @@ namespace {
 
 constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
 constexpr std::size_t readStep = 16 * kibibyte;
-/// Who holds more while memory is needed is cut off instead of closed.
+/// Bytes; when memory is needed, a socket that holds more is cut off instead of closed.
 constexpr std::size_t bearableWhileClosing = 64 * kibibyte;
 
 constexpr std::uint16_t goingAway = 1001;
@@ -43,7 +43,8 @@ SocketSession::SocketSession(PeerStream stream, std::shared_ptr<RelayState> stat
       mayRead_(socket_.get_executor()),
       mayWrite_(socket_.get_executor()) {
     place_.onEviction([this] { abort(); });
-    // Silence and sizes are judged here: a device must hear of a frame that is too large before the end.
+    // Beast's own limits are off, since silence and sizes are judged here: a device must be told that its
+    // frame is too large before the socket ends.
     socket_.set_option(websocket::stream_base::timeout{websocket::stream_base::none(),
                                                        websocket::stream_base::none(), false});
     socket_.read_message_max(0);

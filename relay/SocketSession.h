@@ -22,8 +22,9 @@
 
 namespace morvex {
 
-/// One WebSocket: challenge, login, then frames both ways through the switchboard. It owns itself by its two
-/// coroutines, one that reads and one that writes, and ends when both have ended. On the relay's thread.
+/// One WebSocket: challenge, login, then frames in both directions through the switchboard. It is kept alive
+/// by its two coroutines, one that reads and one that writes, and is destroyed when both have ended. On the
+/// relay's thread.
 class SocketSession final : public Line, public std::enable_shared_from_this<SocketSession> {
   public:
     using Request = boost::beast::http::request<boost::beast::http::string_body>;
@@ -34,11 +35,11 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
     SocketSession(const SocketSession&) = delete;
     SocketSession& operator=(const SocketSession&) = delete;
 
-    /// Called once, with the request that asked for the WebSocket.
+    /// Call once, with the request that asked for the WebSocket.
     void start(Request upgrade);
-    /// Called from time to time: pings, and ends what is late or dead.
+    /// Call periodically: sends pings, and ends sockets that are late or dead.
     void tick(Vitals::Moment now);
-    /// The relay stops.
+    /// Call when the relay stops.
     void goAway();
 
     void deliver(std::string frame) override;
@@ -56,16 +57,16 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
 
     static boost::asio::awaitable<void> readFrames(Session self, Request upgrade);
     static boost::asio::awaitable<void> writeFrames(Session self);
-    /// Reads one frame, or passes over it. False when no more frames are to be heard.
+    /// Reads or skips one frame. Returns false when no more frames are to be read.
     boost::asio::awaitable<bool> readFrame();
-    /// Passes over what is too long of the frame that is being read. False when that has to end.
+    /// Skips the excess of a frame that is too long. Returns false when the socket has to end because of it.
     bool isBearable();
     boost::asio::awaitable<bool> writeFrame();
     void takeFrame();
     void logIn(std::string_view frame);
     void sitDown(const Seat& seat);
     void loginFailed(std::size_t cost);
-    /// No fault of the device: it may try again later.
+    /// Closes the socket for a reason that is not the device's fault; it may try again later.
     void turnAway(const std::string& reason);
     void refuse(RelayFailure code);
     [[nodiscard]] std::size_t longestFrame() const;
@@ -81,9 +82,9 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
     boost::beast::websocket::stream<PeerStream, false> socket_;
     Login login_;
     Vitals vitals_;
-    boost::beast::flat_buffer step_; ///< what is read at a time
+    boost::beast::flat_buffer step_; ///< the bytes of one read
     FrameBuffer incoming_;
-    std::size_t passedOver_ = 0; ///< bytes of the frame that is being read
+    std::size_t passedOver_ = 0; ///< skipped bytes of the current frame
     std::uint64_t framesRead_ = 0;
     std::deque<std::string> outgoing_;
     std::string onTheWay_; ///< the frame that is being written
@@ -91,7 +92,7 @@ class SocketSession final : public Line, public std::enable_shared_from_this<Soc
     std::optional<Ending> ending_;
     bool isLoggedIn_ = false;
     bool isReadingPaused_ = false;
-    bool isPinging_ = false; ///< or sends a pong
+    bool isPinging_ = false; ///< a ping or pong is being sent
     Gate mayRead_;
     Gate mayWrite_;
     std::string name_ = "socket"; ///< for the log

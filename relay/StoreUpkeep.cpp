@@ -10,10 +10,10 @@ namespace morvex {
 
 namespace {
 
-/// Between two steps the relay's own changes of the file have their turn.
+/// Pause between two steps, so that the relay's own changes of the file get their turn.
 constexpr std::chrono::milliseconds betweenSteps{20};
 constexpr std::chrono::minutes betweenRounds{10};
-/// In which logins are collected, to be written down together.
+/// How long logins are collected before they are written together.
 constexpr std::chrono::seconds collecting{1};
 
 } // namespace
@@ -63,7 +63,7 @@ bool StoreUpkeep::succeeded(const Result<bool>& done, std::string_view what) {
 }
 
 void StoreUpkeep::complain(std::string_view what, const Error& error) {
-    // What is interrupted at the end has not failed.
+    // A call interrupted at the end of the program has not failed.
     if (!isEnding()) log_(std::string{what} + " failed: " + error.popis().czech());
 }
 

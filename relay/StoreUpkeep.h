@@ -13,25 +13,24 @@
 
 namespace morvex {
 
-/// Looks after the file of the pairs beside the relay's thread, in small steps and with a store of its own:
-/// writes down which pairs are in use, forgets those whose end is over, and gives unused pages back. A
-/// failure is a line of the log; the next round tries again. Order: `create`, then `step` on one thread or
-/// `start`.
+/// Maintains the file of the pairs outside the relay's thread, in small steps and with its own store: records
+/// which pairs are in use, forgets those whose end has passed, and releases unused pages. A failure is
+/// logged; the next round tries again. Order of calls: `create`, then `step` on one thread, or `start`.
 class StoreUpkeep {
   public:
     static Result<std::unique_ptr<StoreUpkeep>> create(const std::filesystem::path& file, RelayLog log);
 
     StoreUpkeep(const StoreUpkeep&) = delete;
     StoreUpkeep& operator=(const StoreUpkeep&) = delete;
-    /// Ends the thread, also in the midst of its work, and writes down what was used last.
+    /// Ends the thread, interrupting its work, and records the latest used pairs.
     ~StoreUpkeep();
 
-    /// Steps on a thread of its own from now on.
+    /// From now on steps run on a separate thread.
     void start();
-    /// A device of the pair has logged in, or is connected. From any thread. A pair that there is no room to
-    /// remember is left out until its next use.
+    /// A device of the pair has logged in or is connected. From any thread. If too many pairs are already
+    /// waiting, the pair is skipped until its next use.
     void used(const PairID& pair);
-    /// One small step. True when there is more to do.
+    /// Performs one small step. Returns true when there is more to do.
     bool step(Date now);
 
   private:

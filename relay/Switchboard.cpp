@@ -116,7 +116,7 @@ void Switchboard::relieve() {
         auto& line = ledger_.greediest();
         line.end({.lastFrame = {}, .closeCode = tryAgainLater, .freesMemory = true});
         disconnect(line);
-        // It has freed what it held, or is cut off and does so at once.
+        // The line has freed its memory, or is cut off and frees it at once.
         ledger_.leave(line);
     }
 }
@@ -155,9 +155,9 @@ void Switchboard::remove(Place& place) {
 }
 
 std::size_t Switchboard::waitingFor(const Place& place) {
-    // With a peer, what this device says makes only the peer's queue longer: a slow receiver is still read,
-    // so that its own pings are answered. Alone it makes its own queue longer, by the answers that nobody is
-    // there.
+    // With a peer connected, this device's frames only make the peer's queue longer; a device that receives
+    // slowly is still read, so that its own pings are answered. Without a peer it makes its own queue longer,
+    // by the replies that the peer is offline.
     const auto* peer = peerOf(place);
     return peer ? peer->line->waiting() : place.line->waiting();
 }

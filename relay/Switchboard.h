@@ -13,43 +13,44 @@
 
 namespace morvex {
 
-/// Who is connected, and what passes between the two devices of a pair. No network here. Owned by the relay,
-/// on its thread; it does not own the lines, and each leaves by `disconnect`, then by `forget`, before it
-/// dies.
+/// The connected devices, and the forwarding between the two devices of a pair. No networking here. Owned by
+/// the relay, on its thread; it does not own the lines. Each line must call `disconnect`, then `forget`,
+/// before it is destroyed.
 ///
-/// Devices answer the news that their peer has come with a hello, and never a hello with a hello. So every
-/// login is told to the other device, also one that replaces an older socket, before anything of the newcomer
-/// reaches it.
+/// Devices answer the news that their peer is online with a hello, and never answer a hello with a hello. So
+/// every login is reported to the other device, even if it replaces an older socket, before anything of the
+/// new connection is forwarded to it.
 class Switchboard {
   public:
     struct Bounds {
-        std::size_t frame;   ///< bytes of one frame
-        std::size_t waiting; ///< for one device; above it the frames for it are not read, until half is left
-        std::size_t heldInAll; ///< above it the greediest lines are ended
+        std::size_t frame;     ///< bytes of one frame
+        std::size_t waiting;   ///< bytes for one device; above it its sender pauses until half is left
+        std::size_t heldInAll; ///< bytes; above it the greediest lines are ended
     };
 
     explicit Switchboard(Bounds bounds) : bounds_(bounds) {}
 
-    /// A device has logged in. An older socket of it is ended.
+    /// A device has logged in. An older socket of the same device is ended.
     void connect(Line& line, Seat seat);
-    /// Nothing is heard from the socket any more, whoever ended it. What it still holds is counted.
+    /// Nothing more is accepted from this line, whoever ended it. The memory that it still holds keeps
+    /// counting.
     void disconnect(Line& line);
 
-    /// The socket is gone and holds nothing.
+    /// The socket is gone and holds no memory.
     void forget(Line& line) { ledger_.leave(line); }
 
-    /// A frame from a connected line. One that is not connected any more is not heard.
+    /// A frame from a connected line. Frames of other lines are ignored.
     void receive(Line& line, std::string frame);
-    /// Some of what waited has left.
+    /// Some queued bytes were sent.
     void drained(Line& line);
-    /// The line may hold more or less than before. Where all lines together hold too much, the greediest ones
-    /// of the site that holds the most are ended, which may be this one.
+    /// The memory of the line may have changed. If all lines together hold too much, the greediest ones of
+    /// the site that holds the most are ended; this line may be among them.
     void weigh(Line& line);
-    /// The line has done what ends it: it hears why, and its peer that it is gone.
+    /// Ends the line for its own fault: it is told why, and its peer is told that it is offline.
     void refuse(Line& line, RelayFailure code);
-    /// Both devices hear that the pair is no more.
+    /// Tells both devices that the pair was revoked, and ends their lines.
     void revoke(const PairID& pair);
-    /// The pairs of which a device is connected.
+    /// The pairs that have a connected device.
     [[nodiscard]] std::vector<PairID> connectedPairs() const;
 
   private:
@@ -64,7 +65,7 @@ class Switchboard {
     void remove(Place& place);
     void relieve();
     void forward(Place& from, std::string frame);
-    /// Lets the line be read, or not, by what waits on account of it.
+    /// Pauses or resumes reading of the line, depending on the bytes that wait because of it.
     void balance(Place& place);
     [[nodiscard]] std::size_t waitingFor(const Place& place);
 
@@ -72,7 +73,7 @@ class Switchboard {
     /// A place without a line is free.
     std::unordered_map<PairID, std::array<Place, 2>> pairs_;
     std::unordered_map<Line*, PairID> connected_;
-    MemoryLedger ledger_; ///< of lines that are closing, too
+    MemoryLedger ledger_; ///< includes closing lines
 };
 
 } // namespace morvex

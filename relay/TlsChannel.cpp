@@ -55,7 +55,7 @@ TlsChannel::Outcome TlsChannel::write(asio::const_buffer buffer) {
 
 TlsChannel::Outcome TlsChannel::sayEnd() {
     ERR_clear_error();
-    // 0 says that the peer's farewell is still to come.
+    // 0 means that the peer's closing alert is still missing, which is fine.
     const int result = SSL_shutdown(ssl_.get());
     return result < 0 ? outcomeOf(result) : Outcome{};
 }
@@ -76,7 +76,7 @@ TlsChannel::Outcome TlsChannel::outcomeOf(int result, std::size_t bytes) {
         break;
     }
     const auto code = ERR_get_error();
-    // What is left in the thread's queue would pass for an error of the next call, or of other cryptography.
+    // Errors left in the thread's queue would be taken for errors of the next call, or of other cryptography.
     ERR_clear_error();
     return {.error = {static_cast<int>(code), asio::error::get_ssl_category()}};
 }
@@ -124,7 +124,7 @@ int TlsChannel::receiveBytes(BIO* bio, char* bytes, int size) {
 }
 
 long TlsChannel::control(BIO*, int command, long, void*) {
-    // Nothing is held back here, so there is nothing to flush. All other commands are unknown.
+    // Nothing is buffered here, so a flush succeeds without work. All other commands are unsupported.
     return command == BIO_CTRL_FLUSH ? 1 : 0;
 }
 

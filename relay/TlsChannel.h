@@ -13,36 +13,37 @@
 
 namespace morvex {
 
-/// The server's side of TLS on one socket. Records go straight between the library and the socket, and the
-/// library holds a buffer only while a record is under way: an idle connection costs its keys and little
-/// else.
+/// The server's side of TLS on one socket. Records go directly between the library and the socket, and the
+/// library holds a buffer only while a record is in progress: an idle connection costs little more than its
+/// keys.
 ///
-/// No call waits. Each does what the socket allows now, one record at most, so that a busy peer leaves their
-/// turn to the others; what could not be done is called again, with the same bytes, once the socket is ready.
-/// Owned by the connection, which also owns socket and meter. On the relay's thread.
+/// No call blocks. Each does what the socket allows now, at most one record, so that a busy peer does not
+/// starve the others. A call that could not proceed has to be repeated with the same bytes when the socket is
+/// ready. Owned by the connection, which also owns socket and meter. On the relay's thread.
 class TlsChannel {
   public:
     enum class Need { nothing, readable, writable };
 
-    /// With a need nothing has happened yet. Otherwise there is an error, or so many bytes have passed.
+    /// If `need` is set, nothing has happened yet. Otherwise there is an error, or `bytes` have been
+    /// transferred.
     struct Outcome {
         Need need = Need::nothing;
         boost::system::error_code error{};
         std::size_t bytes = 0;
     };
 
-    /// The context outlives the channel.
+    /// The context must outlive the channel.
     TlsChannel(boost::asio::ssl::context& context, boost::asio::ip::tcp::socket& socket, ByteMeter& meter);
     TlsChannel(const TlsChannel&) = delete;
     TlsChannel& operator=(const TlsChannel&) = delete;
 
-    /// Comes first, until it needs nothing more.
+    /// Must come first; repeat it until it needs nothing more.
     Outcome handshake();
-    /// The error is `eof` when the peer has said that it ends (RFC 8446, section 6.1), and `stream_truncated`
-    /// when it ended without a word.
+    /// The error is `eof` when the peer has sent its closing alert (RFC 8446, section 6.1), and
+    /// `stream_truncated` when the connection ended without one.
     Outcome read(boost::asio::mutable_buffer buffer);
     Outcome write(boost::asio::const_buffer buffer);
-    /// Tells the peer that nothing more comes. Its own farewell is not waited for.
+    /// Sends the closing alert. Does not wait for the peer's.
     Outcome sayEnd();
 
   private:
@@ -59,7 +60,7 @@ class TlsChannel {
 
     boost::asio::ip::tcp::socket& socket_;
     ByteMeter& meter_;
-    boost::system::error_code socketError_; ///< the last one that the library heard of
+    boost::system::error_code socketError_; ///< the last error that the library got from the socket
     std::unique_ptr<SSL, Free> ssl_;
 };
 

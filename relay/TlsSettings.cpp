@@ -9,20 +9,20 @@ namespace ssl = boost::asio::ssl;
 
 namespace {
 
-/// Of version 1.2 (RFC 5289, RFC 7905); `docs/relay.md` lists both.
+/// Ciphers of TLS 1.2 (RFC 5289, RFC 7905); `docs/relay.md` lists both.
 constexpr const char* olderCiphers = "ECDHE-ECDSA-AES128-GCM-SHA256:ECDHE-RSA-AES128-GCM-SHA256:"
                                      "ECDHE-ECDSA-AES256-GCM-SHA384:ECDHE-RSA-AES256-GCM-SHA384:"
                                      "ECDHE-ECDSA-CHACHA20-POLY1305:ECDHE-RSA-CHACHA20-POLY1305";
-/// Of version 1.3 (RFC 8446, appendix B.4).
+/// Ciphers of TLS 1.3 (RFC 8446, appendix B.4).
 constexpr const char* ciphers = "TLS_AES_128_GCM_SHA256:TLS_AES_256_GCM_SHA384:TLS_CHACHA20_POLY1305_SHA256";
 constexpr const char* groups = "X25519:P-256:P-384";
 
-/// Everything is said here, so that the settings of the system's library change nothing.
+/// Sets everything explicitly, so that the system's configuration of the library has no effect.
 bool restrict(SSL_CTX* context) {
     SSL_CTX_set_options(context, SSL_OP_NO_COMPRESSION | SSL_OP_NO_RENEGOTIATION | SSL_OP_NO_TICKET);
     SSL_CTX_clear_options(context, SSL_OP_IGNORE_UNEXPECTED_EOF | SSL_OP_ALLOW_NO_DHE_KEX);
     SSL_CTX_set_session_cache_mode(context, SSL_SESS_CACHE_OFF);
-    // A record that carries no data ends the call that read it: no peer keeps the thread busy with such.
+    // A record without data ends the read call, so that no peer can keep the thread busy with such records.
     SSL_CTX_clear_mode(context, SSL_MODE_AUTO_RETRY);
     SSL_CTX_set_mode(context, SSL_MODE_RELEASE_BUFFERS | SSL_MODE_ENABLE_PARTIAL_WRITE |
                                   SSL_MODE_ACCEPT_MOVING_WRITE_BUFFER);

@@ -7,9 +7,9 @@
 
 namespace morvex {
 
-/// What the relay speaks over TLS: versions 1.2 and 1.3 with an ephemeral key exchange and authenticated
-/// encryption, and no resumption, whose tickets would open old connections to whoever steals their key. The
-/// failure's text is for the operator.
+/// The relay's TLS settings: versions 1.2 and 1.3 with an ephemeral key exchange and authenticated
+/// encryption, and no resumption, since whoever steals the key of its tickets could decrypt old connections.
+/// The failure's text is for the operator.
 Result<boost::asio::ssl::context> loadTls(const RelayOptions::Tls& files);
 
 } // namespace morvex

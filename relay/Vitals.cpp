@@ -19,7 +19,7 @@ Vitals::Verdict Vitals::judge(const Signs& signs, Moment now) {
 }
 
 void Vitals::note(const Signs& signs, Moment now) {
-    // What was so at the last look may have lasted until now.
+    // A state seen at the previous check may have lasted until now.
     const bool couldNotBeHeard = signs.isReadingPaused || last_.isReadingPaused;
     const bool hadNothingToTake = signs.waiting == 0 || last_.waiting == 0;
     if (signs.stage != last_.stage) stageSince_ = now;

@@ -8,32 +8,32 @@
 
 namespace morvex {
 
-/// Judges from time to time whether a socket lives. No network here; owned by the session.
+/// Judges periodically whether a socket is alive. No networking here; owned by the session.
 class Vitals {
   public:
     using Moment = std::chrono::steady_clock::time_point;
 
     enum class Stage { loggingIn, loggedIn, closing };
 
-    /// What can be seen of the socket now; the counts only grow.
+    /// The observed state of the socket; the counts only grow.
     struct Signs {
         Stage stage = Stage::loggingIn;
         std::uint64_t bytesRead = 0;
         std::uint64_t bytesWritten = 0;
         std::size_t waiting = 0;      ///< bytes to write
-        bool isReadingPaused = false; ///< then silence is of our own making
+        bool isReadingPaused = false; ///< then the silence is caused by the relay
         std::uint64_t framesRead = 0;
-        bool isWithinFrame = false; ///< one has begun and is not read to its end
+        bool isWithinFrame = false; ///< a frame has begun and is not completely read
     };
 
     enum class Verdict {
         well,
-        ping,       ///< silent for a while: ask
+        ping,       ///< silent for a while: send a ping
         late,       ///< no login in time
         dead,       ///< silent too long
-        stalled,    ///< takes nothing of what waits for it
-        unfinished, ///< does not come to the end of a frame
-        lingering   ///< does not finish to close
+        stalled,    ///< reads nothing of what waits for it
+        unfinished, ///< does not finish a frame
+        lingering   ///< does not finish closing
     };
 
     Vitals(const RelayLimits& limits, Moment start)

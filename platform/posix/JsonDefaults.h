@@ -78,7 +78,7 @@ class JsonDefaults : public UserDefaults {
     std::filesystem::path path_;
     Saving saving_;
     boost::json::object values_;
-    bool isKnown_ = true;           ///< the file was read; if not, `values_` holds only changes
+    bool isKnown_ = true;           ///< the file's content is known; else `values_` has only changes
     std::set<std::string> leftOut_; ///< keys that must not be merged into a file that was not read
     bool unsaved_ = false;
     Proposals proposals_;
