@@ -17,7 +17,7 @@ ApprovalPolicy policyOf(const Phone& phone) {
     return phone.keyboard.isInteractive() ? ApprovalPolicy::ask : ApprovalPolicy::leave;
 }
 
-/// Whether somebody who waits for something else wants to know.
+/// Whether the user should see the event while a command waits for something else.
 bool matters(const Inbox::Event& event) {
     if (std::holds_alternative<SecureLink::Chyba>(event)) return true;
     if (const auto* told = std::get_if<SecureLink::Stav>(&event))

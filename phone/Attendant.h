@@ -12,13 +12,13 @@
 
 namespace morvex {
 
-/// What a typed line says to a question, "a" or "n", in Czech or English, short or long; nothing for other
-/// words.
+/// Interprets a typed line as the answer to a question: "a" or "n", in Czech or English, short or long;
+/// nothing for other words.
 std::optional<bool> yesOrNo(const std::string& line);
 
-/// Looks after what comes while a command waits for something else: shows progress and tasks of the Mac,
-/// acknowledges these, keeps notes, summaries and settings in step, and shows requests for approval and
-/// answers them as the options say.
+/// Handles events while a command waits for something else: shows progress and tasks of the Mac, acknowledges
+/// tasks, keeps notes, summaries and settings in sync, and shows approval requests and answers them according
+/// to the options.
 class Attendant final : public EventListener {
   public:
     enum class Shows { whatMatters, everything };
@@ -31,19 +31,19 @@ class Attendant final : public EventListener {
 
     [[nodiscard]] SettingsSync& settings() { return settings_; }
 
-    /// True when the line answered the open request for approval.
+    /// Returns true when the line answered the open approval request.
     Task<bool> isAnswer(std::string line);
 
-    /// Decides a request, or the open one without an id.
+    /// Decides the request with this id; without an id, the open request.
     Task<Result<void>> decide(std::optional<std::string> approvalID, bool isApproved);
 
-    /// A call of this tool runs, until `settled`. The Mac reads nothing of this phone before it has answered
-    /// that call, so what the call asks is decided there.
+    /// A call of this tool is running, until `settled`. The Mac reads no other message of this phone before
+    /// it has answered the call, so an approval for the call must be decided on the Mac.
     void calling(std::string tool) { called_ = std::move(tool); }
 
     void settled() { called_.reset(); }
 
-    /// Whether requests are answered here at all.
+    /// Whether approval requests are answered here at all.
     [[nodiscard]] bool decides() const { return policy_ != ApprovalPolicy::leave; }
 
     [[nodiscard]] bool hasDecided() const { return hasDecided_; }
@@ -51,7 +51,7 @@ class Attendant final : public EventListener {
   private:
     [[nodiscard]] bool isMilestone(const Inbox::Event& event) const;
     void show(const Inbox::Event& event);
-    /// Only what is kept is acknowledged.
+    /// Stores the task and acknowledges it only if it was stored.
     Task<void> take(WorkItem item);
     Task<void> consider(ApprovalRequest request);
     Task<void> answer(bool isApproved);

@@ -49,7 +49,7 @@ Words wordsFor(const MacPayload& payload) {
             [](const P::SummaryAck& told) { return Words{"doručeno", "souhrn " + told.id.text()}; },
             [](const P::WorkItemAck& told) { return Words{"doručeno", "úkol " + told.id.text()}; },
             [](const P::Approval& told) { return Words{"žádost", told.request.title, Style::strong}; },
-            // The rest travels from phones only; what it holds may be secret.
+            // Only phones send the other kinds; they may contain secrets.
             [](const auto&) { return Words{"zpráva", "nečekaná"}; },
         },
         payload.value);

@@ -8,13 +8,13 @@
 
 namespace morvex {
 
-/// One line about what happened on the link, with its time. Nothing for what the user typed.
+/// One line about an event of the link, with its time. Nothing for what the user typed.
 std::optional<StyledLine> eventLine(const Inbox::Event& event, Date now);
 
 /// The same as one JSON object: `event` is "state", "ready", "error" or "message".
 std::optional<std::string> eventJson(const Inbox::Event& event, Date now);
 
-/// What is being asked, for the person who decides.
+/// The approval request, for the user who decides.
 std::vector<StyledLine> approvalLines(const ApprovalRequest& request, Date now);
 
 } // namespace morvex

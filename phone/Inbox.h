@@ -13,16 +13,16 @@
 
 namespace morvex {
 
-/// Everything that a command can wait for, in the order of its coming: what the link tells and what the user
-/// types. Events may be pushed from any thread; one consumer, on the phone's executor.
+/// Everything that a command can wait for, in order of arrival: events of the link and lines that the user
+/// types. Events may be pushed from any thread; there is one consumer, on the phone's executor.
 class Inbox {
   public:
-    /// A line that somebody typed, without its end.
+    /// A typed line, without its end.
     struct Line {
         std::string text;
     };
 
-    /// Nobody types any more.
+    /// There will be no more lines.
     struct EndOfInput {};
 
     using Event = std::variant<SecureLink::Stav, SecureLink::Zprava, SecureLink::Chyba,
@@ -33,16 +33,16 @@ class Inbox {
 
     void push(Event event) { events_.push(std::move(event)); }
 
-    /// The next event. Nothing once `sinceBoot()` has reached `until`, or when the user interrupts.
+    /// The next event. Nothing when `sinceBoot()` has reached `until`, or when the user interrupts.
     Task<std::optional<Event>> next(std::optional<Clock::Duration> until);
 
-    /// True when no line is expected yet. It is from now on, until `next` gives a line or the end of the
-    /// input.
+    /// Returns true if no line was expected before. From now on one is expected, until `next` returns a line
+    /// or the end of the input.
     bool expectLine() { return !std::exchange(isLineExpected_, true); }
 
     [[nodiscard]] bool isInterrupted() const { return interrupted_.stop_requested(); }
 
-    /// Moves what a link tells into the inbox until `stop`.
+    /// Moves the events of a link into the inbox until `stop`.
     Task<void> forward(EventStream<SecureLink::Udalost>& from, std::stop_token stop);
     Task<void> forward(EventStream<RelayLink::Udalost>& from, std::stop_token stop);
 

@@ -2,23 +2,22 @@
 
 namespace morvex {
 
-/// Where the user's lines come from, one at a time and only when they are asked for, so that a question is
-/// never answered by what was meant for something else.
+/// The source of the user's lines. It delivers one line per request, so that a question is never answered by
+/// a line that was meant for something else.
 class Keyboard {
   public:
     virtual ~Keyboard() = default;
 
-    /// Whether a person sits there, who can be asked.
+    /// Whether the input is a terminal, so that a user can be asked.
     [[nodiscard]] virtual bool isInteractive() const = 0;
 
-    /// One more `Line` (or, once the input is over, `EndOfInput`) comes into the inbox. While one is on its
-    /// way, nothing changes.
+    /// Requests one more `Line` (or `EndOfInput`) in the inbox. Does nothing if a request is already pending.
     virtual void requestLine() = 0;
 
-    /// Forgets what a person typed before being asked.
+    /// Discards what the user typed before being asked.
     virtual void forgetTypeAhead() = 0;
 
-    /// What a person types is not shown until `showTyping`.
+    /// Hides what the user types until `showTyping`.
     virtual void hideTyping() = 0;
     virtual void showTyping() = 0;
 };

@@ -21,7 +21,7 @@ struct CommandRow {
     std::string_view name;
     std::string_view arguments;
     std::string_view summary;
-    std::string_view takes; ///< a digit for each number of arguments that it takes
+    std::string_view takes; ///< the allowed numbers of arguments, one digit each
 };
 
 constexpr std::array<CommandRow, 15> commands{{

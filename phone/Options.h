@@ -12,10 +12,10 @@
 
 namespace morvex {
 
-/// What to answer when the Mac asks for an approval while a command waits.
+/// How to answer when the Mac asks for an approval while a command waits.
 enum class ApprovalPolicy { ask, yes, no, leave };
 
-/// The command line.
+/// The parsed command line.
 struct Options {
     enum class Command {
         pair,
@@ -40,19 +40,19 @@ struct Options {
         "[language CODE | voice NAME | place NAME [ADDRESS]]";
     static constexpr std::string_view appsArguments = "list | add NAME ADDRESS | remove NAME";
 
-    std::optional<Command> command; ///< nothing: a shell, if there is a terminal
+    std::optional<Command> command; ///< absent: a shell, if there is a terminal
     std::vector<std::string> arguments;
     std::optional<std::filesystem::path> data;
     std::chrono::seconds timeout{30};
-    std::optional<ApprovalPolicy> approve; ///< nothing: ask on a terminal, else leave it to the Mac
+    std::optional<ApprovalPolicy> approve; ///< absent: ask on a terminal, else leave it to the Mac
     bool isJson = false;
-    bool isOffline = false;   ///< records are changed here, and delivered another time
-    bool isConfirmed = false; ///< the pairing number needs no question
+    bool isOffline = false;   ///< change records only here and deliver them later
+    bool isConfirmed = false; ///< do not ask about the pairing number
 
-    /// `arguments` without the program's name. Fails with a `PhoneError` of wrong usage.
+    /// `arguments` without the program's name. Fails with a `PhoneError` for wrong usage.
     static Result<Options> parse(std::span<const char* const> arguments);
 
-    /// What `--help` shows.
+    /// The text of `--help`.
     static std::string help();
 
     bool operator==(const Options&) const = default;

@@ -8,17 +8,17 @@
 
 namespace morvex {
 
-/// Where what keeps the phone and the Mac in step puts its messages. On the phone's executor.
+/// How the record and settings synchronisation sends messages to the Mac. On the phone's executor.
 class Outbox {
   public:
     virtual ~Outbox() = default;
 
-    /// Sends what may get lost. What matters of a failure is whether it is `MessageTooLong`: that never
-    /// heals.
+    /// Sends a message that may get lost. The caller only needs to know whether the failure is
+    /// `MessageTooLong`, since retrying cannot help then.
     virtual Task<Result<void>> trySend(MacPayload payload, std::string requestID) = 0;
 
-    /// Sends a call whose result shows how far the Mac has got, since it answers in order. Gives the request
-    /// id of call and result, an empty one when it could not be sent.
+    /// Sends a call whose result shows how far the Mac has got, since the Mac answers in order. Returns the
+    /// request id of call and result, or an empty one when the call could not be sent.
     virtual Task<std::string> sendMilestone() = 0;
 };
 

@@ -16,10 +16,10 @@ namespace morvex::commands {
 
 namespace {
 
-/// How long a person may take over a question.
+/// How long a user may take to answer a question.
 constexpr std::chrono::minutes patience{5};
 
-/// The next line that somebody types; nothing at the end of the input, after `patience`, or when interrupted.
+/// The next line that the user types; nothing at the end of the input, after `patience`, or when interrupted.
 Task<std::optional<std::string>> nextLine(Phone& phone) {
     phone.requestLine();
     const auto deadline = phone.deadline(patience);
@@ -44,7 +44,8 @@ Task<Result<std::string>> qrText(Phone& phone) {
     co_return trim(*line);
 }
 
-/// True for a yes. The pairing goes on meanwhile: a Mac that comes back is introduced to again.
+/// Returns true for a yes. The pairing continues meanwhile: a Mac that comes back is sent the introduction
+/// again.
 Task<Result<bool>> userAgrees(Phone& phone, PhonePairing& pairing) {
     if (phone.options.isConfirmed) co_return true;
     const std::string question = "Souhlasí číslo? [a/n] ";
@@ -80,7 +81,8 @@ Task<Result<void>> carryOut(Phone& phone, PhonePairing& pairing) {
     showNumber(phone, pairing.number());
     CO_TRY(auto, agrees, co_await userAgrees(phone, pairing));
     if (!agrees) co_return failWith(ExitCode::notConfirmed, "Číslo nikdo nepotvrdil. Nic jsem neuložil.");
-    // Before the Mac is known: what was cut short here must not pass for what the new Mac has.
+    // Done before the new Mac is stored: if the program ends in between, records confirmed by the old Mac
+    // must not count as confirmed by the new one.
     CO_CHECK(phone.records.forgetConfirmations());
     CO_CHECK(phone.settings.forgetConfirmations());
     CO_CHECK(phone.store.ulozProtejsek(pairing.mac(phone.now())));
@@ -115,7 +117,7 @@ Task<Result<void>> unpair(Phone& phone) {
         revoked = co_await relay.odvolat(*std::move(address), paired.mac.pairID, paired.mac.deviceID,
                                          paired.identita);
     }
-    // Whoever wants to leave the pair leaves it, also when the relay does not answer.
+    // The phone leaves the pair even when the relay does not answer.
     CO_CHECK(phone.store.smazProtejsek());
     if (!revoked)
         co_return failWith(ExitCode::relayUnreachable, "Tady jsem párování smazal, ale relay ho nezrušil: " +

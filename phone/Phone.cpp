@@ -61,7 +61,7 @@ Task<Result<void>> inSession(Phone& phone, SessionCommand row) {
     co_return ended ? kept : ended;
 }
 
-/// What was done on the phone stands, also when the Mac cannot be told of it now.
+/// The change on the phone is kept even if it cannot be delivered to the Mac now.
 Task<Result<void>> withRecords(Phone& phone, Command command, commands::RecordKind kind) {
     CO_TRY(auto, delivery, commands::keepRecords(phone, kind, phone.options.arguments));
     if (!delivery || phone.options.isOffline) co_return Result<void>{};

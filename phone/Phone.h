@@ -17,7 +17,7 @@
 
 namespace morvex {
 
-/// What the commands work with; all of it outlives them. Everything runs on the link's executor.
+/// What the commands need; all of it must outlive them. Everything runs on the link's executor.
 struct Phone {
     Options options;
     SecureLink::Services link;
@@ -32,17 +32,18 @@ struct Phone {
 
     [[nodiscard]] Date now() const { return link.relay.clock.now(); }
 
-    /// One more line comes, unless one is on its way: a second one would come while nobody waits for it.
+    /// Requests one more line, unless one is already requested: a second one would arrive while nobody waits
+    /// for it.
     void requestLine() const {
         if (inbox.expectLine()) keyboard.requestLine();
     }
 
-    /// To be told of each line of the user, before anything is written.
+    /// Call for each line of the user, before anything is written.
     void lineArrived() const {
         if (keyboard.isInteractive()) terminal.answered();
     }
 
-    /// A change stands although the Mac could not be told of it.
+    /// Tells the user that a change was stored here although the Mac could not be told.
     void noteKept() const { terminal.note("Tady je to uložené; Mac to dostane při příštím spojení."); }
 
     [[nodiscard]] Clock::Duration deadline(Clock::Duration limit) const {
@@ -50,10 +51,10 @@ struct Phone {
     }
 };
 
-/// What `help` and `--version` print; nothing for the commands that need a phone.
+/// The output of `help` and `--version`; nothing for commands that need a phone.
 std::optional<std::string> plainAnswer(const Options& options);
 
-/// Runs the command of the options to its end, tells what went wrong, and gives how the program ends.
+/// Runs the command of the options, reports failures, and returns the exit code.
 Task<ExitCode> runCommand(Phone& phone);
 
 } // namespace morvex

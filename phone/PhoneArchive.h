@@ -8,12 +8,12 @@
 
 namespace morvex {
 
-/// What the phone keeps in its file, in the form in which it travels.
+/// The content of the phone's file; its records have their wire form.
 struct PhoneArchive {
     std::int64_t schemaVersion = 1;
-    std::vector<MorvexNote> notes; ///< deleted ones too
+    std::vector<MorvexNote> notes; ///< including deleted ones
     std::vector<MorvexSummary> summaries;
-    std::vector<Uuid> unconfirmed; ///< records that the Mac has not taken in their present revision
+    std::vector<Uuid> unconfirmed; ///< records whose current revision the Mac has not confirmed
 
     bool operator==(const PhoneArchive&) const = default;
 };

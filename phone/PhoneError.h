@@ -7,10 +7,10 @@
 
 namespace morvex {
 
-/// How the program ends, for scripts.
+/// The exit codes of the program, for scripts.
 enum class ExitCode {
     done = 0,
-    refused = 1, ///< the tool or the other side said no, or this computer did
+    refused = 1, ///< refused by the tool, the other side or this computer
     usage = 2,
     notPaired = 3,
     macUnreachable = 4,
@@ -19,7 +19,7 @@ enum class ExitCode {
     interrupted = 130,
 };
 
-/// A failure that knows how the program ends because of it.
+/// A failure with the exit code that it causes.
 struct PhoneError {
     ExitCode code = ExitCode::refused;
     Sentence text;
@@ -37,13 +37,13 @@ inline std::unexpected<Error> failWith(ExitCode code, std::string text) {
     return failWith(code, inCzechAlone(std::move(text)));
 }
 
-/// What a wait ends in when the user interrupts, the relay turns the phone away, or the relay is not heard of
-/// in time (`trouble`: the failure of the last connection, if there was one).
+/// The failures of a wait: the user interrupted it, the relay turned the phone away, or the relay did not
+/// answer in time (`trouble`: the failure of the last connection, if there was one).
 PhoneError userInterrupted();
 PhoneError turnedAway(const std::string& why);
 PhoneError relaySilent(const std::string& trouble);
 
-/// Also for the failures of the layers below.
+/// Also maps failures of the layers below.
 ExitCode exitCodeOf(const Error& error);
 
 } // namespace morvex

@@ -14,8 +14,9 @@
 namespace morvex {
 
 /// The phone's part of a pairing: joins the pair of a QR code at the relay and introduces itself to the Mac
-/// until somebody decides. Stores nothing. `create`, `join`, then `untilIntroduced` and `heard` for what
-/// comes during the question; `leave` is awaited before it goes. Lives on the phone's executor.
+/// until the user has decided. Stores nothing. Order of calls: `create`, `join`, `untilIntroduced`, then
+/// `heard` for events during the question; await `leave` before destroying the object. Use on the phone's
+/// executor.
 class PhonePairing {
   public:
     /// Checks the text of the QR code. Fails with a `PhoneError`.
@@ -23,19 +24,19 @@ class PhonePairing {
                                                         std::shared_ptr<const DeviceIdentity> identita,
                                                         SecureLink::Services services, Inbox& inbox);
 
-    /// What the user compares with the Mac's window.
+    /// The number that the user compares with the one in the Mac's window.
     [[nodiscard]] const std::string& number() const { return number_; }
 
     Task<Result<void>> join(HttpClient& http);
 
-    /// Waits until the Mac is there and has been sent the introduction.
+    /// Waits until the Mac is online and the introduction was sent.
     Task<Result<void>> untilIntroduced(Clock::Duration limit);
 
-    /// Introduces this phone again to a Mac that came back: its last introduction may have been lost. Fails
+    /// Sends the introduction again to a Mac that came back, since the last one may have been lost. Fails
     /// when the relay refuses.
     Task<Result<void>> heard(RelayLink::Udalost event);
 
-    /// The Mac as it is stored once the user has confirmed the number.
+    /// The Mac's record to store after the user has confirmed the number.
     [[nodiscard]] PairedPeer mac(Date confirmed) const;
 
     Task<void> leave();
@@ -55,8 +56,8 @@ class PhonePairing {
     Inbox& inbox_;
     RelayLink link_;
     TaskScope forwarding_;
-    std::string trouble_;    ///< of the last connection
-    RelayLink::Login login_; ///< the last one that was told
+    std::string trouble_;    ///< failure of the last connection
+    RelayLink::Login login_; ///< the last one reported
     bool isAtRelay_ = false;
     bool isIntroduced_ = false;
 };

@@ -16,21 +16,21 @@
 namespace morvex {
 
 /// The phone's notes and summaries in "records.json", and which of them the Mac has not confirmed yet. Dates
-/// have whole seconds, as on their way. Changes of the user are saved at once; for what the Mac tells, `save`
-/// is called when it is worth it.
+/// have whole seconds, as on the wire. Changes of the user are saved at once; for changes from the Mac the
+/// caller decides when to call `save`.
 class PhoneRecords {
   public:
     static PhoneRecords load(const std::filesystem::path& folder, Clock& clock, Random& random);
 
-    /// Deleted ones too.
+    /// Including deleted ones.
     [[nodiscard]] const std::vector<MorvexNote>& notes() const { return archive_.notes; }
 
     [[nodiscard]] const std::vector<MorvexSummary>& summaries() const { return archive_.summaries; }
 
     [[nodiscard]] bool isConfirmed(const Uuid& id) const;
 
-    /// These four fail with a `PhoneError` when a text is blank, no note has the title (case and diacritics
-    /// aside), or the file cannot be written.
+    /// These four fail with a `PhoneError` when a text is blank, no note has the title (ignoring case and
+    /// diacritics), or the file cannot be written.
     Result<MorvexNote> create(const std::string& title, const std::string& body);
     Result<MorvexNote> edit(const std::string& title, const std::string& body,
                             const std::optional<std::string>& newTitle);
@@ -38,28 +38,28 @@ class PhoneRecords {
     Result<MorvexSummary> summarize(const std::string& title, const std::string& body,
                                     std::vector<std::string> sources);
 
-    /// Takes the Mac's version of a note unless ours counts more. Of two versions that count the same the
-    /// Mac's stays, since the Mac keeps its own too. A Mac that tells an older version than it once confirmed
-    /// has lost ours, which is then offered again. True when anything has changed.
+    /// Takes the Mac's version of a note unless ours supersedes it. Of two versions with equal precedence the
+    /// Mac's is kept, since the Mac keeps its own, too. A Mac that reports an older version than it once
+    /// confirmed has lost ours, so ours is offered again. Returns whether anything changed.
     bool merge(MorvexNote note);
 
-    /// The Mac has this revision of a record. True when that is news.
+    /// The Mac has this revision of a record. Returns true if that was not known.
     bool confirm(const Uuid& id, std::uint64_t revision);
 
-    /// The Mac has told of all its notes, which are among these. What was confirmed and is not among them it
-    /// has lost, and since summaries are never told, it counts as having lost them too then. True when there
-    /// is such a thing, which is then offered again.
+    /// The Mac has reported all its notes; `told` contains them. Confirmed notes that are missing there were
+    /// lost by the Mac. Since summaries are never reported, all of them then count as lost, too. Returns true
+    /// if something was lost; it is then offered again.
     bool missedAmong(const std::set<Uuid>& told);
 
-    /// For a new Mac: nothing is confirmed.
+    /// For a new Mac: marks everything as unconfirmed.
     Result<void> forgetConfirmations();
 
     Result<void> save();
 
-    /// What the Mac has not confirmed yet.
+    /// The records that the Mac has not confirmed yet.
     [[nodiscard]] const std::vector<Uuid>& unconfirmed() const { return archive_.unconfirmed; }
 
-    /// The update to send for one of these; nothing for any other record.
+    /// The update message for one of these records; nothing for any other id.
     [[nodiscard]] std::optional<MacPayload> offer(const Uuid& id) const;
 
   private:

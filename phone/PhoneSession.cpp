@@ -11,10 +11,10 @@ namespace morvex {
 
 namespace {
 
-/// Longer than any approval of a Mac lasts.
+/// Longer than any approval request of a Mac is valid.
 constexpr Date::duration longestApproval = std::chrono::minutes(10);
 
-/// What shows that the Mac is at work on what comes before the thing that is waited for.
+/// Whether the message shows that the Mac is working on things that precede the awaited one.
 bool isSignOfLife(const MacPayload& payload) {
     return payload.as<MacPayload::NoteUpdate>() || payload.as<MacPayload::WorkItemUpdate>() ||
            payload.as<MacPayload::NoteAck>() || payload.as<MacPayload::SummaryAck>() ||
@@ -142,7 +142,7 @@ Task<Result<void>> PhoneSession::handOver(MacPayload payload, std::string reques
     auto milestone = co_await sendMilestone();
     if (milestone.empty()) co_return connectionBroke();
     CO_CHECK(co_await result(std::move(milestone), clock().sinceBoot() + limit, limit, listener));
-    // A later session answers too, without having got what an earlier one has lost.
+    // A later session would answer, too, though the message may have been lost with the earlier one.
     if (sessions_ == session) co_return Result<void>{};
     co_return connectionBroke();
 }
@@ -171,7 +171,7 @@ Task<void> PhoneSession::acknowledge(WorkItem item) {
 
 void PhoneSession::takeNote(const Inbox::Event& event) {
     if (const auto* told = std::get_if<SecureLink::Stav>(&event)) return takeNote(told->stav);
-    // A failure before the login is the relay's refusal.
+    // A failure before the login is a refusal by the relay.
     if (const auto* told = std::get_if<SecureLink::Chyba>(&event); told && !isAtRelay_)
         refusal_ = told->text.czech();
     if (const auto* told = std::get_if<SecureLink::Zprava>(&event))

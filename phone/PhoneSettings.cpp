@@ -18,7 +18,7 @@ const std::string& accountOf(PhoneSettings::Kind kind) {
     return kind == PhoneSettings::Kind::apps ? appsAccount : preferencesAccount;
 }
 
-/// There is such an item while the Mac may not have what is kept.
+/// The name of a vault item that exists while the Mac may lack the stored settings.
 std::string markOf(PhoneSettings::Kind kind) {
     return accountOf(kind) + ".nepotvrzeno";
 }

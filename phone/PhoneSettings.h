@@ -10,8 +10,9 @@
 
 namespace morvex {
 
-/// The settings of this phone that the Mac follows: preferences and custom apps. They are kept whole, for
-/// they are sent whole, and in the vault, for they hold tokens and addresses. Lives on the phone's executor.
+/// The settings of this phone that the Mac follows: preferences and custom apps. They are stored as a whole
+/// because they are sent as a whole, and in the vault because they contain tokens and addresses. Use on the
+/// phone's executor.
 class PhoneSettings {
   public:
     enum class Kind { preferences, apps };
@@ -19,18 +20,18 @@ class PhoneSettings {
 
     PhoneSettings(SecretVault& vault, std::string service) : items_(vault, std::move(service)) {}
 
-    /// Empty ones before the first. Fails with `KeychainChyba`, or because what is kept is damaged.
+    /// Empty if none were stored. Fails with `KeychainChyba`, or if the stored data are damaged.
     [[nodiscard]] Result<CompanionPreferences> preferences() const;
     [[nodiscard]] Result<std::vector<CompanionCustomApp>> apps() const;
 
-    /// What is kept counts as unconfirmed, until `confirm`.
+    /// Stores the settings. They count as unconfirmed until `confirm`.
     Result<void> keep(const CompanionPreferences& preferences);
     Result<void> keep(const std::vector<CompanionCustomApp>& apps);
 
-    /// Whether the Mac has what is kept. What was never kept it need not have.
+    /// Whether the Mac has the stored settings; also true if none were stored.
     [[nodiscard]] bool isConfirmed(Kind kind) const;
     void confirm(Kind kind);
-    /// For a new Mac: nothing is confirmed.
+    /// For a new Mac: marks everything as unconfirmed.
     Result<void> forgetConfirmations();
 
   private:

@@ -12,8 +12,8 @@ namespace morvex {
 
 namespace {
 
-/// Each agent that works on a work item has a task of its own, with its own revisions. The task that changed
-/// last is the one that counts, in whichever order they come.
+/// Each agent that works on a work item has its own task with its own revisions. The task that changed last
+/// counts, whatever the order of arrival.
 bool isLater(const WorkItem& item, const WorkItem& known) {
     if (item.createdAt == known.createdAt) return item.revision > known.revision;
     return std::tie(item.updatedAt, item.createdAt) > std::tie(known.updatedAt, known.createdAt);

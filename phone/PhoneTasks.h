@@ -9,21 +9,21 @@
 
 namespace morvex {
 
-/// The Mac's tasks as it told of them last, in "tasks.json". A file that is no such list is kept aside at the
-/// first save.
+/// The latest tasks reported by the Mac, in "tasks.json". If the file is not such a list, the first save puts
+/// it aside.
 class PhoneTasks {
   public:
-    static constexpr std::size_t maximum = 100; ///< tasks; those that changed longest ago go
+    static constexpr std::size_t maximum = 100; ///< tasks; those that changed longest ago are dropped
 
-    /// Tasks beyond `longestFile` bytes go too.
+    /// Tasks beyond `longestFile` bytes are dropped, too.
     static PhoneTasks load(const std::filesystem::path& folder,
                            std::size_t longestFile = std::size_t{64} * 1024 * 1024);
 
-    /// The one that changed last comes first.
+    /// Ordered by the last change, latest first.
     [[nodiscard]] const std::vector<WorkItem>& items() const { return items_; }
 
-    /// Keeps a task unless this or a later revision of it is here. Of two tasks under one id the one that
-    /// changed last is kept. Fails while the list cannot be saved: the Mac should tell of the task again.
+    /// Stores a task unless this or a later revision is stored already. Of two tasks with one id the one that
+    /// changed last is kept. Fails if the list cannot be saved, so that the Mac reports the task again.
     Result<void> take(const WorkItem& item);
 
   private:

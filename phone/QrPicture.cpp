@@ -28,7 +28,7 @@ using Image = std::unique_ptr<zbar::zbar_image_t, Destroy<zbar::zbar_image_destr
 struct GreyPicture {
     unsigned width = 0;
     unsigned height = 0;
-    Bytes pixels; ///< a byte each, row by row
+    Bytes pixels; ///< one byte each, row by row
 };
 
 std::unexpected<Error> unusable(std::string text) {

@@ -16,7 +16,7 @@ using Words = std::vector<std::string>;
 struct Action {
     RecordKind kind;
     std::string_view name;
-    std::size_t fewestWords; ///< behind the name
+    std::size_t fewestWords; ///< after the name
     std::size_t mostWords;
     Result<Delivery> (*work)(Phone& phone, const Words& words);
 };

@@ -19,7 +19,7 @@ std::string requestIDOf(const MacPayload& offer) {
 
 constexpr std::size_t longestTitle = 60;
 
-/// For an offer that makes a frame beyond the limit.
+/// The message for an offer that would make a frame above the limit.
 std::string tooLong(const MacPayload& offer) {
     if (const auto* told = offer.as<MacPayload::NoteUpdate>())
         return "Poznámka „" + excerpt(told->note.title, longestTitle) +

@@ -15,28 +15,29 @@
 
 namespace morvex {
 
-/// Keeps the phone's records in step with the Mac while a session runs, in rounds. A round is a few offers
-/// of what the Mac has not confirmed, maybe none, and a milestone behind them. Until the milestone is
-/// reached, what comes is kept in memory; then it is saved at once and acknowledged, and the next round
-/// begins. When nothing is left to offer, what comes is saved one by one.
+/// Keeps the phone's records in sync with the Mac during a session, in rounds. A round sends a few offers of
+/// unconfirmed records, possibly none, and a milestone after them. Until the milestone is reached, arriving
+/// changes are kept in memory; then they are saved at once and acknowledged, and the next round begins. When
+/// nothing is left to offer, arriving changes are saved one by one.
 ///
-/// The first round of a session ends when the Mac has told of all its notes: what it turned out to lack is
-/// offered too then. What it does not take is offered a second time, and again in the next session. What no
-/// frame can take is told, and stays here.
+/// The first round of a session ends when the Mac has reported all its notes: what the Mac turned out to lack
+/// is then offered, too. Offers that the Mac does not take are repeated once, and again in the next session.
+/// A record that is too long for a frame is reported to the user and stays here.
 ///
 ///     session: offers, milestone →            round: offers, milestone →
 ///              ← notes, acks, result                 ← acks, result            ... until all is offered
 ///              saved once, note acks →               saved once
 ///
-/// Owned by the attendant; lives on the phone's executor.
+/// Owned by the attendant; use on the phone's executor.
 class RecordSync {
   public:
-    /// A Mac opens a few messages ahead while it is busy with a long catch-up; what waits behind them may
-    /// expire before it is opened. These and the first calls of a command are less than that.
+    /// While busy with a long catch-up, a Mac opens only a few messages ahead, and messages waiting behind
+    /// them may expire. So these offers and the first calls of a command must be fewer than that.
     static constexpr std::size_t offersOfFirstRound = 8;
-    /// Later it is not, and saves at once what comes together: its file is written whole for each round.
+    /// Later the Mac is not busy, and it saves together what arrives together, since it writes its whole file
+    /// for each round.
     static constexpr std::size_t offersOfRound = 512;
-    /// Bytes of texts after which a round takes no further offer.
+    /// Limit of texts in bytes, after which a round takes no further offer.
     static constexpr std::size_t textOfRound = 1024 * 1024;
 
     RecordSync(PhoneRecords& records, Outbox& outbox, Terminal& terminal)
@@ -44,16 +45,16 @@ class RecordSync {
 
     Task<void> heard(const Inbox::Event& event);
 
-    /// Offers these, as soon as the round that runs is over.
+    /// Offers these records as soon as the running round is over.
     Task<void> offer(std::vector<Uuid> ids);
 
-    /// Nothing is under way and nothing left to offer in this session.
+    /// Nothing is in progress, and nothing is left to offer in this session.
     [[nodiscard]] bool isSettled() const { return isCaughtUp_ && milestone_.empty(); }
 
-    /// Whether this is the end of a round, which nobody else waits for.
+    /// Whether the message is the end of a round, which nothing else waits for.
     [[nodiscard]] bool isMilestone(const SecureLink::Zprava& message) const;
 
-    /// Saves what is still in memory only, and acknowledges it. Before the session ends.
+    /// Saves what is only in memory, and acknowledges it. Call before the session ends.
     Task<Result<void>> finish();
 
   private:
@@ -63,7 +64,7 @@ class RecordSync {
     [[nodiscard]] std::vector<MacPayload> nextOffers();
     void take(MorvexNote note);
     void confirm(const Uuid& id, std::uint64_t revision);
-    /// `finish`, with its failure told.
+    /// Calls `finish` and reports its failure.
     Task<void> saveNews();
 
     void noteNews(bool isNews) { isUnsaved_ = isUnsaved_ || isNews; }
@@ -72,10 +73,10 @@ class RecordSync {
     Outbox& outbox_;
     Terminal& terminal_;
     std::deque<Uuid> queue_;                ///< still to be offered in this session
-    std::string milestone_;                 ///< of the round that runs; empty between rounds
+    std::string milestone_;                 ///< of the running round; empty between rounds
     std::map<Uuid, std::uint64_t> waiting_; ///< revisions to acknowledge as soon as they are saved
-    std::set<Uuid> told_;                   ///< what the Mac told of or confirmed before its first milestone
-    std::set<std::string> tooLong_;         ///< versions that no frame can take, which was told
+    std::set<Uuid> told_;                   ///< reported or confirmed by the Mac before its first milestone
+    std::set<std::string> tooLong_;         ///< versions too long for a frame, already reported to the user
     bool isCaughtUp_ = false;
     bool isSecondPass_ = false;
     bool isUnsaved_ = false;

@@ -9,7 +9,7 @@
 
 namespace morvex {
 
-/// A record for people: its title with date and remark, and its text below.
+/// A record for people: its title with date and remark, and below it the text.
 std::vector<StyledLine> recordLines(const MorvexNote& note, const std::string& remark = {});
 std::vector<StyledLine> recordLines(const MorvexSummary& summary, const std::string& remark = {});
 

@@ -23,7 +23,7 @@ std::string scalarText(const json::value& value) {
     return value.is_null() ? "—" : encode(value);
 }
 
-/// Lines of `value` behind `indent`; the first one goes behind `head` when it fits there.
+/// Writes the lines of `value`, indented by `indent`; the first line follows `head` if it fits there.
 class Writer {
   public:
     void value(const StyledLine& head, std::size_t indent, const json::value& value) {
@@ -47,7 +47,7 @@ class Writer {
         for (const auto& item : array) {
             const auto first = lines.size();
             value({}, indent + 2, item);
-            // The dash takes the place of the item's first two blanks.
+            // The dash replaces the first of the item's two blanks.
             if (first < lines.size()) lines[first].front().text.replace(indent, 1, "-");
         }
     }

@@ -18,16 +18,16 @@ namespace {
 
 constexpr std::size_t longestInput = 1'048'576;
 
-/// How long to wait for the Mac to ask something.
+/// How long to wait for a request of the Mac.
 constexpr std::chrono::minutes patience{10};
 
-/// What a wait without an aim ended in.
+/// The result of a wait that has no goal: a failure only if the relay refused.
 Result<void> afterWaiting(const PhoneSession& session) {
     if (auto refusal = session.refusal()) return fail(*refusal);
     return {};
 }
 
-/// The whole input up to its end. The session goes on meanwhile.
+/// Reads the whole input. The session continues meanwhile.
 Task<Result<std::string>> readInput(Phone& phone, PhoneSession& session, Attendant& attendant) {
     std::string text;
     phone.requestLine();
@@ -93,8 +93,8 @@ Task<Result<void>> callTool(Phone& phone, PhoneSession& session, Attendant& atte
 }
 
 Task<Result<void>> tasks(Phone& phone, PhoneSession& session, Attendant& attendant) {
-    // The Mac answers a call after it has told of everything that this phone had missed. Without its answer
-    // there is still what it told before.
+    // The Mac answers the call after it has reported everything that this phone missed. If the answer fails,
+    // the reports received so far are shown.
     auto answered =
         co_await session.call(std::string(MacToolName::status), "{}", phone.options.timeout, attendant);
     const auto& items = phone.tasks.items();

@@ -6,19 +6,19 @@
 
 #include <string>
 
-/// The commands that talk to the Mac. They get a started session and give the failure that decides how the
-/// program ends.
+/// The commands that talk to the Mac. They get a started session and return the failure that decides the exit
+/// code.
 namespace morvex::commands {
 
 Task<Result<void>> status(Phone& phone, PhoneSession& session, Attendant& attendant);
 Task<Result<void>> tools(Phone& phone, PhoneSession& session, Attendant& attendant);
 Task<Result<void>> call(Phone& phone, PhoneSession& session, Attendant& attendant);
-/// The tasks of the Mac that this phone knows of, once it has heard of all the changes that it missed.
+/// The Mac's tasks known to this phone, after it has received all missed changes.
 Task<Result<void>> tasks(Phone& phone, PhoneSession& session, Attendant& attendant);
 Task<Result<void>> watch(Phone& phone, PhoneSession& session, Attendant& attendant);
 Task<Result<void>> approve(Phone& phone, PhoneSession& session, Attendant& attendant);
 
-/// One call of a tool: its result to the terminal, its refusal as a failure. Arguments that are no JSON
+/// Calls a tool once: prints its result, or returns its refusal as a failure. Arguments that are not a JSON
 /// object are wrong usage.
 Task<Result<void>> callTool(Phone& phone, PhoneSession& session, Attendant& attendant, std::string name,
                             std::string argumentsJSON);

@@ -18,7 +18,7 @@ constexpr const char* taken = "Mac to převzal.";
 
 using Places = std::vector<CompanionPlace>;
 
-/// Hides what a person types while it lives.
+/// Hides what the user types while it lives.
 class HiddenTyping {
   public:
     explicit HiddenTyping(Keyboard& keyboard) : keyboard_(keyboard) { keyboard_.hideTyping(); }
@@ -37,7 +37,7 @@ void ask(Phone& phone, const std::string& question) {
     phone.requestLine();
 }
 
-/// One line of the user, hidden. An answer to an approval that comes in between is no secret.
+/// Reads one hidden line of the user. An answer to an approval that comes in between is not the secret.
 Task<Result<std::string>> askSecret(Phone& phone, PhoneSession& session, Attendant& attendant,
                                     std::string question) {
     HiddenTyping hidden(phone.keyboard);
@@ -84,7 +84,7 @@ auto findApp(std::vector<CompanionCustomApp>& apps, const std::string& name) {
                                 [&](const CompanionCustomApp& each) { return equalFolded(each.name, name); });
 }
 
-/// What was set on the phone stands, also when the Mac cannot be told of it now.
+/// A setting is kept on the phone even if the Mac cannot be told now.
 Task<Result<void>> keep(Phone& phone, PhoneSession& session, Attendant& attendant, auto setting) {
     auto told = co_await session.untilReady(phone.options.timeout, attendant);
     CO_CHECK(phone.settings.keep(setting));

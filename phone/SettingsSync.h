@@ -12,9 +12,9 @@
 
 namespace morvex {
 
-/// Gives the Mac the preferences and apps that it may not have: at the beginning of each session, and after a
-/// change, until a milestone behind them shows that the Mac has got so far. Owned by the attendant; lives on
-/// the phone's executor.
+/// Sends the Mac the preferences and apps that it may lack: at the start of each session and after a change.
+/// A milestone sent after them shows when the Mac has got that far. Owned by the attendant; use on the
+/// phone's executor.
 class SettingsSync {
   public:
     SettingsSync(PhoneSettings& settings, Outbox& outbox, Terminal& terminal)
@@ -22,13 +22,13 @@ class SettingsSync {
 
     Task<void> heard(const Inbox::Event& event);
 
-    /// Sends what is unconfirmed.
+    /// Sends the unconfirmed settings.
     Task<void> offer();
 
-    /// Nothing that was offered is still on its way.
+    /// Whether no offer is still in progress.
     [[nodiscard]] bool isSettled() const { return offered_.empty(); }
 
-    /// Whether this shows that the Mac has what was offered, and is waited for by nobody else.
+    /// Whether this message shows that the Mac has received the offers, and nothing else waits for it.
     [[nodiscard]] bool isMilestone(const SecureLink::Zprava& message) const;
 
   private:
@@ -38,9 +38,9 @@ class SettingsSync {
     PhoneSettings& settings_;
     Outbox& outbox_;
     Terminal& terminal_;
-    std::vector<PhoneSettings::Kind> offered_; ///< and not confirmed yet
-    std::string milestone_;                    ///< behind what was offered last
-    std::set<PhoneSettings::Kind> tooLong_;    ///< what no frame can take, which was told
+    std::vector<PhoneSettings::Kind> offered_; ///< offered and not confirmed yet
+    std::string milestone_;                    ///< sent after the latest offers
+    std::set<PhoneSettings::Kind> tooLong_;    ///< too long for a frame; the user was told
 };
 
 } // namespace morvex

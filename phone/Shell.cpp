@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t summaryColumn = 22;
 
-/// After these the rest of a script has nobody to talk to.
+/// After these failures the rest of a script cannot reach the Mac.
 bool endsScript(const Error& error) {
     const auto code = exitCodeOf(error);
     return code == ExitCode::macUnreachable || code == ExitCode::relayUnreachable ||
@@ -32,8 +32,8 @@ std::unexpected<Error> wrongLine(std::string text) {
 
 constexpr std::string_view blanks = " \t";
 
-/// Takes the first word, which may be an empty one in quotes, from the front of `text`. Nothing when there is
-/// none.
+/// Removes the first word, which may be an empty one in quotes, from the front of `text` and returns it.
+/// Nothing if there is none.
 std::optional<std::string_view> takeWord(std::string_view& text) {
     text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
     if (text.empty()) return std::nullopt;

@@ -11,14 +11,15 @@
 
 namespace morvex {
 
-/// A prompt that stays: runs one line after another, typed or from a script, until `quit`, the end of the
+/// An interactive prompt: runs one line after another, typed or from a script, until `quit`, the end of the
 /// input or Ctrl-C, and shows what the Mac sends in between. Lives as long as its run.
 class Shell {
   public:
     Shell(Phone& phone, PhoneSession& session, Attendant& attendant)
         : phone_(phone), session_(session), attendant_(attendant) {}
 
-    /// Failures of lines are told at once. A script then ends as its first one did; a person ends in peace.
+    /// Failures of lines are reported at once. A script then ends with the failure of its first failed line,
+    /// an interactive shell without one.
     Task<Result<void>> run();
 
   private:
@@ -28,7 +29,7 @@ class Shell {
     static const std::vector<Row>& rows();
 
     void awaitLine();
-    /// Runs one line. False when it was the last one.
+    /// Runs one line. Returns false when it was the last one.
     Task<bool> take(std::string line);
     Task<Result<void>> carryOut(std::string line);
 
@@ -53,18 +54,18 @@ class Shell {
     Phone& phone_;
     PhoneSession& session_;
     Attendant& attendant_;
-    ExitCode failure_ = ExitCode::done; ///< of the first line that failed
+    ExitCode failure_ = ExitCode::done; ///< of the first failed line
     bool isOver_ = false;
 };
 
-/// The first word of a line, or what stands in double quotes at its start, and the rest without the blanks
+/// The first word of a line, or the text in double quotes at its start, and the rest without the blanks
 /// between.
 struct SplitLine {
     std::string first;
     std::string rest;
 
     static SplitLine of(std::string_view line);
-    /// All words of a line, by the same rule.
+    /// All words of a line, by the same rules.
     static std::vector<std::string> words(std::string_view line);
     bool operator==(const SplitLine&) const = default;
 };

@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// What the Mac told about itself, a labelled line each.
+/// The Mac's status, one labelled line per item.
 std::vector<StyledLine> statusLines(const MacStatus& status, Date now);
 
 /// A table of the tools under a heading.
@@ -17,7 +17,7 @@ std::vector<StyledLine> toolLines(const std::vector<ToolDescriptor>& tools);
 /// The tools as one JSON array.
 std::string toolsJson(const std::vector<ToolDescriptor>& tools);
 
-/// "14:03:59" by the clock of this place.
+/// The local time of day, such as "14:03:59".
 std::string timeOfDay(Date date);
 
 } // namespace morvex

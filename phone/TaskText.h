@@ -8,10 +8,10 @@
 
 namespace morvex {
 
-/// Where a task stands, in one line whatever the agent said.
+/// The state of a task in one line, even if the agent's text has several.
 std::string taskText(const WorkItem& item);
 
-/// The same with who works on it, and with the id that continues it.
+/// The same with the agent that works on it, and the id to continue it.
 std::vector<StyledLine> taskLines(const WorkItem& item);
 
 } // namespace morvex

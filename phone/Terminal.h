@@ -11,7 +11,7 @@ namespace morvex {
 
 enum class Style { plain, strong, faint, good, bad };
 
-/// A piece of text in one style. It may hold anything: the terminal takes out what could command it.
+/// A piece of text in one style. It may contain anything: the terminal removes control characters.
 struct Span {
     std::string text;
     Style style = Style::plain;
@@ -21,8 +21,8 @@ struct Span {
 
 using StyledLine = std::vector<Span>;
 
-/// Where the program writes: results to one stream, everything about their way to the other. Lives on the
-/// phone's executor.
+/// The output of the program: results go to one stream, all other messages to another. Use on the phone's
+/// executor.
 class Terminal {
   public:
     struct Output {
@@ -35,7 +35,7 @@ class Terminal {
 
     void print(const StyledLine& line);
     void print(const std::vector<StyledLine>& lines);
-    /// One record for a program: exact, unless the result goes to a terminal.
+    /// One record for a program: printed exactly, unless the results go to a terminal.
     void printJson(std::string_view json);
 
     void note(const StyledLine& line);
@@ -46,10 +46,10 @@ class Terminal {
 
     void problem(const Sentence& sentence) { problem(sentence.czech()); }
 
-    /// Stays on its line, for the answer. Whatever is written before the answer starts a line of its own.
+    /// Stays on its line, for the answer. Output before the answer starts on a new line.
     void prompt(const std::string& text);
 
-    /// The line break that ended the answer stands on the terminal too.
+    /// The line break that ended the answer was also shown on the terminal.
     void answered() { isPrompting_ = false; }
 
     [[nodiscard]] bool isPrompting() const { return isPrompting_; }
@@ -57,7 +57,7 @@ class Terminal {
     /// Ends the line of a prompt that nobody answered.
     void leavePrompt();
 
-    /// False when whoever read the results went away.
+    /// False when the reader of the results has gone away.
     [[nodiscard]] bool isOpen() const { return results_.stream.good(); }
 
   private:
