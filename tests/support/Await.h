@@ -37,8 +37,8 @@ template <class T> AwaitRoot driveAwait(Task<T> task, std::shared_ptr<std::promi
 
 } // namespace detail
 
-/// Runs a task on an executor that has a thread of its own and blocks the test until it has ended. A task
-/// that has not ended after a minute hangs: the test program ends, so that CI tells which test it was.
+/// Runs a task on an executor with its own thread and blocks the test until it has ended. A task that takes
+/// more than a minute hangs; the test program then ends, so that CI shows which test it was.
 template <class T> T await(Executor& executor, Task<T> task) {
     auto promise = std::make_shared<std::promise<T>>();
     auto future = promise->get_future();

@@ -13,7 +13,7 @@
 
 namespace morvex {
 
-/// The executor of a store that does everything on the test's own thread; made before the store.
+/// The executor of a store whose work runs on the test's own thread. It must be constructed before the store.
 struct OwnExecutor {
     template <class T> T ended(Task<T> task) {
         auto result = executor.run(std::move(task));
@@ -24,7 +24,7 @@ struct OwnExecutor {
     ManualExecutor executor;
 };
 
-/// A notes store each of whose changes is saved, or has failed, when the call returns.
+/// A notes store whose every change is saved, or has failed, when the call returns.
 class AwaitedNotes : private OwnExecutor, public PoznamkyStore {
   public:
     AwaitedNotes(const std::filesystem::path& applicationSupport, Clock& clock, Random& random)
@@ -48,7 +48,7 @@ class AwaitedNotes : private OwnExecutor, public PoznamkyStore {
     }
 };
 
-/// The same of the summaries.
+/// The same for summaries.
 class AwaitedSummaries : private OwnExecutor, public SouhrnyStore {
   public:
     explicit AwaitedSummaries(const std::filesystem::path& applicationSupport)

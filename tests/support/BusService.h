@@ -10,8 +10,8 @@
 
 namespace morvex {
 
-/// A service on a bus, played by the test: it owns a name and gives every call to a function, which answers
-/// it or, with null, leaves it without an answer. The function runs on a thread of GLib's.
+/// A service on a bus, played by the test: it owns a name and passes every call to a function. The function
+/// returns the answer, or null to leave the call unanswered. It runs on a GLib thread.
 class BusService {
   public:
     using Answer = std::function<GDBusMessage*(GDBusMessage* call)>;

@@ -18,8 +18,8 @@
 
 namespace morvex {
 
-/// A real program that a test starts and ends. A program that is missing ends the test, with its name. Made
-/// on the test's own thread: the program goes with it when the test breaks down.
+/// A real program that a test starts and ends. A missing program ends the test with its name. Create it on
+/// the test's own thread: it is killed when that thread ends unexpectedly.
 class ChildProgram {
   public:
     using Environment = std::vector<std::pair<std::string, std::string>>;
@@ -52,14 +52,14 @@ class ChildProgram {
     ChildProgram(const ChildProgram&) = delete;
     ChildProgram& operator=(const ChildProgram&) = delete;
 
-    /// The next line of its output, without the line break; what there is when it ends first.
+    /// The next line of its output, without the line break; if the output ends first, what there is.
     std::string readLine() {
         std::string line;
         for (char letter = 0; ::read(output_.get(), &letter, 1) == 1 && letter != '\n';) line += letter;
         return line;
     }
 
-    /// Asks it to end and waits until it has.
+    /// Asks the program to end and waits for it.
     void end() {
         if (pid_ <= 0) return;
         ::kill(pid_, SIGTERM);

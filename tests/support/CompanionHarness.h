@@ -25,10 +25,10 @@
 
 namespace morvex {
 
-/// A companion among fakes, on one executor that the test drives.
+/// A companion with fakes around it, on one executor that the test drives.
 class CompanionHarness : public testing::Test, protected FakeDesktop {
   protected:
-    /// Outside programs fail, unless a test says otherwise.
+    /// Outside programs fail unless a test sets another answer.
     CompanionHarness() {
         folders.homeFolder = temporary.path().string();
         programs.answer = [](const OutsideProgram&) { return ScriptedPrograms::Answer{.status = 127}; };
@@ -44,36 +44,38 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
         if (companion) end();
     }
 
-    /// A companion that knows no phone unless the store does, started.
+    /// Starts a companion, which is paired only if the store contains a phone.
     void start();
-    /// A companion that was paired with `phone` before, started; the socket of its first connection.
+    /// Starts a companion that is already paired with `phone`; returns the socket of its first connection.
     std::shared_ptr<ScriptedSocket> startPaired();
-    /// The same with a session; what was sent for it is still to be taken.
+    /// Like `startPaired`, with a session; the messages sent for it are not taken yet.
     std::shared_ptr<ScriptedSocket> startWithSession();
-    /// The same, and everything taken that was sent until then.
+    /// Like `startWithSession`, with all messages sent so far taken.
     std::shared_ptr<ScriptedSocket> startSecured();
 
-    /// A session on a new connection, as after a loss; what it leads to is not run yet.
+    /// Makes a session on a new connection, as after a connection loss; the jobs that follow from it are not
+    /// run yet.
     std::shared_ptr<ScriptedSocket> connectAgain() { return connectAgain(phone); }
 
     std::shared_ptr<ScriptedSocket> connectAgain(ScriptedPhone& device);
-    /// A login while the phone is away, and the session when it comes; what that leads to is not run yet.
+    /// Logs in while the phone is offline; the session follows when the phone comes online. The jobs that
+    /// follow from it are not run yet.
     void logInBeforeThePhone();
-    /// A companion with its features that is not started.
+    /// Makes a companion with its features without starting it.
     void make();
     void end();
 
     CompanionServices services();
 
-    /// Allows a new folder with this name below the temporary one.
+    /// Creates a folder of this name below the temporary one and allows it.
     std::string allowFolder(const std::string& name);
 
-    /// Calls a tool as the phone does; an empty answer when none came.
+    /// Calls a tool as the phone does; returns an empty answer if none came.
     Answer call(const std::string& tool, const std::string& argumentsJSON);
 
     std::vector<MacStatus> takeStatuses();
 
-    /// What the task ends with, which waits for nothing but the companion itself.
+    /// The result of a task that waits only for the companion itself.
     template <class T> T ended(Task<T> task) { return executor.run(std::move(task)).value(); }
 
     [[nodiscard]] std::string availability() const {
@@ -86,11 +88,11 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
 
     TemporaryFolder temporary;
     ManualExecutor executor;
-    /// Where the vault and the identity store work; a test may set another one before the start.
+    /// The executor of the vault and the identity store; a test may replace it before the start.
     ManualExecutor* storage = &executor;
-    /// Where the stores write; a test may set another one before the start.
+    /// The executor on which the stores write; a test may replace it before the start.
     ManualExecutor* records = &executor;
-    /// Where file work runs; a test may set another one before the start.
+    /// The executor of file work; a test may replace it before the start.
     ManualExecutor* workers = &executor;
     ManualClock clock;
     ScriptedRandom random;

@@ -9,9 +9,8 @@ namespace {
 
 const PairID pair{"PAIR"};
 
-/// Real time between two steps of the manual one, and how many of them a reconnection may take. An answer
-/// that takes longer than ten steps counts as missing, and then nobody moves the clock until the next
-/// attempt.
+/// Real time between two steps of the manual clock, and the most steps of a reconnection. An answer that
+/// takes longer than ten steps counts as missing; after that nothing moves the clock until the next attempt.
 constexpr std::chrono::milliseconds stepWait{isSanitized ? 40 : 4};
 constexpr int mostSteps = 10'000;
 

@@ -13,8 +13,8 @@
 
 namespace morvex {
 
-/// A relay, a companion and a phone that were paired before, in this process: real components over real
-/// sockets, with a time that the owner moves. For runs of many messages.
+/// A relay, a companion and a phone that are already paired, in this process: real components over real
+/// sockets, with a time that the owner moves. For tests with many messages.
 class ConnectedPair {
   public:
     ConnectedPair();
@@ -22,26 +22,25 @@ class ConnectedPair {
     ConnectedPair(const ConnectedPair&) = delete;
     ConnectedPair& operator=(const ConnectedPair&) = delete;
 
-    /// Moves the time on until the phone is served, and tells how far; nothing when it never is.
+    /// Advances the time until the phone is served, and returns by how much; nothing if it never is.
     std::optional<std::chrono::seconds> connect();
 
-    /// Moves the waits of both ends on.
+    /// Advances the time of both ends.
     void pass(std::chrono::seconds time);
 
     RealPhone& phone() { return *phone_; }
 
-    /// Cut the connection of one end as a failing network does; `connect` follows.
+    /// Cuts the connection of one end as a failing network does. Call `connect` afterwards.
     void cutPhone() { phone_->cut(); }
 
     void cutMac();
 
-    /// Ends the relay and starts another one at the same address; `connect` follows.
+    /// Ends the relay and starts another one at the same address. Call `connect` afterwards.
     void restartRelay();
 
     /// The home folder of the companion.
     [[nodiscard]] const std::filesystem::path& home() const { return home_.path(); }
 
-    /// Allows a folder.
     void allow(const std::filesystem::path& folder) { mac_->allow(folder); }
 
   private:

@@ -9,8 +9,8 @@
 
 namespace morvex {
 
-/// The sockets of another client, of which the newest can be reset as a failing network does. It outlives
-/// what connects through it; safe from any thread.
+/// Wraps another client so that its newest socket can be reset, as by a failing network. It must outlive what
+/// connects through it; safe from any thread.
 class CuttableSockets final : public WebSocketClient {
   public:
     explicit CuttableSockets(WebSocketClient& sockets) : sockets_(sockets) {}

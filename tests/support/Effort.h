@@ -11,8 +11,8 @@
 
 namespace morvex {
 
-/// How hard the tests of attacks and faults try. `./test` runs few cases of each, `./test --long`, which sets
-/// MORVEX_LONG, runs all.
+/// How thoroughly the tests of attacks and faults try. `./test` runs few cases of each; `./test --long`,
+/// which sets MORVEX_LONG, runs all.
 inline bool isLongRun() {
     const char* value = std::getenv("MORVEX_LONG");
     return value && std::string_view(value) == "1";
@@ -23,14 +23,14 @@ inline std::size_t cases(std::size_t fast, std::size_t full) {
     return isLongRun() ? full : fast;
 }
 
-/// Where what is drawn by chance begins: at MORVEX_SEED, otherwise where it always does.
+/// The seed of the random choices: MORVEX_SEED, or else always `usual`.
 inline std::uint64_t seed(std::uint64_t usual) {
     const char* chosen = std::getenv("MORVEX_SEED");
     return chosen ? std::strtoull(chosen, nullptr, 10) : usual;
 }
 
-/// Prints one line for the person who runs the tests, and keeps it with the test's result. Called at the end:
-/// `expected` is told only when nothing in the test has failed.
+/// Prints one line for the user who runs the tests, and records it with the test's result. Call it at the
+/// end: it prints `expected` only if nothing in the test has failed.
 inline void tell(const std::string& what, std::size_t casesRun, const std::string& expected) {
     const std::string outcome = testing::Test::HasFailure() ? "FAILED" : expected;
     std::cout << "CASES  " << what << ": " << casesRun << " cases, " << outcome << std::endl;

@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// Gives an environment variable another value, or none, while it lives.
+/// While it lives, sets an environment variable to another value or removes it.
 class EnvironmentValue {
   public:
     EnvironmentValue(std::string name, const std::optional<std::string>& value) : name_(std::move(name)) {

@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// An identity store that fails when a test says so.
+/// An identity store that fails when the test demands it.
 class FailingStore final : public IdentityStore {
   public:
     Result<std::shared_ptr<const DeviceIdentity>> nactiIdentitu() override {
@@ -41,7 +41,7 @@ class FailingStore final : public IdentityStore {
         return held.smazProtejsek();
     }
 
-    int peerSaves = 0; ///< also those that fail
+    int peerSaves = 0; ///< including failed ones
     int loads = 0;     ///< of the identity
     std::function<void()> onPeerLoad;
     std::optional<Error> failLoad;

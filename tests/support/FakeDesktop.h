@@ -19,8 +19,8 @@
 
 namespace morvex {
 
-/// What a companion finds around it on a computer, apart from network, time and threads, as fakes. Lives
-/// longer than the companion.
+/// The surroundings of a companion on a computer, except network, time and threads, as fakes. Must outlive
+/// the companion.
 struct FakeDesktop {
     struct Executors {
         Executor& main;
@@ -33,7 +33,7 @@ struct FakeDesktop {
     MemoryDefaults defaults;
     MemoryBookmarks bookmarks;
     FakeFolderPicker picker;
-    /// What the companion asks; a test may set another one before the start.
+    /// The picker that the companion uses; a test may replace it before the start.
     FolderPicker* askedPicker = &picker;
     FixedFolders folders;
     FakePower power;

@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// A real tree of files for a test. Names are relative to its root; what lies above a name is made with it.
+/// A real file tree for a test. Names are relative to its root; missing parent folders are created.
 class FolderTree {
   public:
     [[nodiscard]] std::string path(const std::string& name) const {
@@ -27,7 +27,7 @@ class FolderTree {
         std::ofstream(path(name), std::ios::binary) << content;
     }
 
-    /// `target` is taken as it stands, so that it may be relative or lead nowhere.
+    /// `target` is not resolved: it may be relative or lead nowhere.
     void link(const std::string& name, const std::string& target) const {
         std::filesystem::create_directories(std::filesystem::path(path(name)).parent_path());
         std::filesystem::create_symlink(target, path(name));
@@ -39,7 +39,8 @@ class FolderTree {
         return text.str();
     }
 
-    /// Lets nobody but a superuser into what stands there, and everybody as far as there.
+    /// Removes all permissions of the file or folder, and makes the path to it accessible to everybody, so
+    /// that only a superuser gets in.
     void close(const std::string& name) const {
         std::filesystem::permissions(path(""), std::filesystem::perms{0755});
         std::filesystem::permissions(path(name), std::filesystem::perms::none);

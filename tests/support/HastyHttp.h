@@ -8,8 +8,8 @@
 
 namespace morvex {
 
-/// Another client, which is given a part of the time that its caller allows, so that a test sees the limit
-/// strike. Set from any thread.
+/// Wraps another client and reduces the time limits of the callers, so that a test sees a limit take effect.
+/// May be adjusted from any thread.
 class HastyHttp final : public HttpClient {
   public:
     explicit HastyHttp(HttpClient& http) : http_(http) {}
@@ -22,7 +22,7 @@ class HastyHttp final : public HttpClient {
 
     void divideLimits(int by) { divisor_ = by; }
 
-    /// What the last caller allowed.
+    /// The time limit that the last caller set.
     [[nodiscard]] std::chrono::milliseconds allowed() const { return allowed_; }
 
   private:

@@ -14,8 +14,9 @@
 
 namespace morvex {
 
-/// The log of the program into a pipe, for a test that looks for what is in it. Before whatever writes. The
-/// ends of the pipe stay open, since a log that hangs in a write may use its own later.
+/// Redirects the program's log to a pipe, so that a test can check its content. Create it before anything
+/// writes to the log. The ends of the pipe stay open, since a log that is blocked in a write may still use
+/// its end later.
 class HeardLog {
   public:
     HeardLog() {
@@ -23,7 +24,7 @@ class HeardLog {
         log_.emplace(ends_[1], clock_);
     }
 
-    /// What was logged since the last call, a line each, without the dates.
+    /// The lines logged since the last call, without the dates.
     std::vector<std::string> lines() {
         const auto end = "end " + std::to_string(++calls_);
         ProgramLog::write(end);

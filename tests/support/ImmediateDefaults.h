@@ -11,13 +11,13 @@
 
 namespace morvex {
 
-/// What settings save with; made before them.
+/// The executors and the clock for saving; constructed before the settings.
 struct ImmediateSaving {
     ImmediateExecutor executor;
     ManualClock clock;
 };
 
-/// The settings of a file, each change of which is saved, or has failed, when the call returns.
+/// Settings in a file; each change is saved, or has failed, when the call returns.
 class ImmediateDefaults : private ImmediateSaving, public JsonDefaults {
   public:
     explicit ImmediateDefaults(const std::filesystem::path& configHome)
@@ -28,7 +28,7 @@ class ImmediateDefaults : private ImmediateSaving, public JsonDefaults {
         clock.advance(SaveQueue::pause);
     }
 
-    /// Lets the time of the next try come.
+    /// Advances the time to the next retry.
     void retry() { clock.advance(retryDelay); }
 };
 

@@ -11,7 +11,7 @@
 
 namespace morvex {
 
-/// The companion while it pairs, with a scripted relay and phone.
+/// The companion during a pairing, with a scripted relay and phone.
 class PairingHarness : public CompanionHarness {
   protected:
     PairingFlow& flow() { return companion->parovani(); }
@@ -28,7 +28,7 @@ class PairingHarness : public CompanionHarness {
         http.replies.push_back({200, encode(reply)});
     }
 
-    /// Starts a pairing up to the QR code; the socket of the pairing link.
+    /// Starts a pairing up to the QR code; returns the socket of the pairing link.
     std::shared_ptr<ScriptedSocket> beginPairing(const std::string& pair = "NEW") {
         layOutPair(pair);
         auto socket = sockets.layOut();
@@ -55,13 +55,13 @@ class PairingHarness : public CompanionHarness {
 
     PairingHello hello() { return Parovani::makeHello(phone.identity, phone.pair); }
 
-    /// The person says that the numbers are the same.
+    /// The user confirms that the numbers are equal.
     void agree() {
         flow().potvrditCislo(number());
         executor.runUntilIdle();
     }
 
-    /// Up to an agreement whose save fails.
+    /// Runs a pairing up to a confirmation whose save fails.
     void agreeInVain() {
         start();
         beginPairing();

@@ -4,8 +4,8 @@
 
 namespace morvex {
 
-/// As long as it lives, permissions of files hold for this thread also when a superuser runs the tests. Other
-/// threads keep their rights.
+/// While it lives, file permissions apply to this thread even if a superuser runs the tests. Other threads
+/// keep their rights.
 class PlainUser {
   public:
     PlainUser() : before_(::setfsuid(nobody)) {}

@@ -8,8 +8,7 @@
 
 namespace morvex {
 
-/// A D-Bus message bus of the test's own, with nothing on it and nothing that it could start. Needs
-/// dbus-daemon.
+/// A D-Bus message bus of the test, with no services and none that it could start. Needs dbus-daemon.
 class PrivateBus {
   public:
     PrivateBus() {
@@ -29,7 +28,7 @@ class PrivateBus {
 
     [[nodiscard]] const std::string& address() const { return address_; }
 
-    /// Its socket is called "bus" there.
+    /// The folder of its socket, which is called "bus".
     [[nodiscard]] const std::filesystem::path& folder() const { return folder_.path(); }
 
     void end() { daemon_->end(); }

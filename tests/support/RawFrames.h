@@ -9,10 +9,10 @@
 #include <string_view>
 #include <vector>
 
-/// Frames of WebSockets byte by byte (RFC 6455, section 5.2), right ones and wrong ones.
+/// WebSocket frames as bytes (RFC 6455, section 5.2), valid and invalid ones.
 namespace morvex::test {
 
-/// A text of bytes that may be zero.
+/// A text from a literal that may contain zero bytes.
 template <std::size_t Size> std::string bytes(const char (&literal)[Size]) {
     return {literal, Size - 1};
 }
@@ -26,7 +26,7 @@ inline std::string closeFrame(unsigned code, std::string_view reason = {}) {
     return frame.append(reason);
 }
 
-/// The same frame as a client sends it: with the mask bit and a key. The payload is shorter than 126 bytes.
+/// The same frame as a client sends it: with mask bit and key. The payload must be shorter than 126 bytes.
 inline std::string masked(std::string frame) {
     static constexpr std::array<std::uint8_t, 4> key{0x37, 0xfa, 0x21, 0x3d};
     frame[1] = static_cast<char>(frame[1] | 0x80);
@@ -35,12 +35,12 @@ inline std::string masked(std::string frame) {
     return frame.insert(2, std::string(key.begin(), key.end()));
 }
 
-/// A frame that ends the connection, written without a mask, and the close code that says why.
+/// A frame that must end the connection, written without a mask, and the expected close code.
 struct WrongFrame {
     std::string what;
     std::string frame;
     unsigned answer;
-    std::string before{}; ///< a right frame that comes first
+    std::string before{}; ///< a valid frame to send first
 };
 
 inline std::vector<WrongFrame> wrongFrames() {
@@ -70,7 +70,7 @@ inline std::vector<WrongFrame> wrongFrames() {
     return frames;
 }
 
-/// Heads of frames whose lengths are wrong, without mask bit, key and payload.
+/// Frame heads with invalid lengths, without mask bit, key and payload.
 inline std::vector<WrongFrame> wrongLengths() {
     constexpr unsigned protocolError = 1002;
     return {
@@ -83,12 +83,12 @@ inline std::vector<WrongFrame> wrongLengths() {
     };
 }
 
-/// Codes that a peer may close with, and that are repeated to it.
+/// Close codes that a peer may send, and that are echoed.
 inline std::vector<unsigned> closeCodes() {
     return {1000, 1001, 1002, 1003, 1007, 1008, 1009, 1010, 1011, 3000, 3999, 4000, 4864, 4999};
 }
 
-/// The code of the close frame that the bytes of a peer end with, masked or not; nothing without one.
+/// The code of the close frame at the end of the received bytes, masked or not; nothing if there is none.
 inline std::optional<unsigned> lastCloseCode(std::string_view heard) {
     const auto byteAt = [&](std::size_t fromEnd) {
         return static_cast<std::uint8_t>(heard[heard.size() - fromEnd]);

@@ -24,13 +24,13 @@
 
 namespace morvex {
 
-/// A companion in the test's own process, with the real network and a time that the test moves: for what
-/// none of its tools can be made to do from outside.
+/// A companion in the test's own process, with the real network and a time that the test moves: for behaviour
+/// that cannot be triggered from outside.
 class RealCompanion {
   public:
-    /// `authorities`: certificates (PEM) that it trusts beside the system's.
+    /// `authorities`: certificates (PEM) that it trusts in addition to the system's.
     explicit RealCompanion(const std::string& relayAddress, const std::string& authorities = {});
-    /// One that has this identity and was paired before. Without a home folder it can keep no records.
+    /// A companion with this identity that is already paired. Without a home folder it can store no records.
     RealCompanion(std::shared_ptr<const DeviceIdentity> identity, const PairedPeer& peer,
                   const std::string& home = "/nonexistent", const std::string& authorities = {});
     ~RealCompanion();
@@ -45,7 +45,7 @@ class RealCompanion {
         return done.get();
     }
 
-    /// Blocks until the function, run on the companion's thread, gives true.
+    /// Blocks until the function, run on the companion's thread, returns true.
     template <class Condition> void until(Condition condition) {
         auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         while (!on(condition)) {
@@ -54,31 +54,30 @@ class RealCompanion {
         }
     }
 
-    /// Begins to pair; gives the text of the QR code.
+    /// Starts a pairing; returns the text of the QR code.
     std::string qr();
-    /// Agrees to the number that the phone has shown too.
+    /// Confirms the number that the phone has shown.
     void agree();
 
-    /// Allows a folder.
     void allow(const std::string& path);
 
-    /// Asks for an approval; the answer comes whenever it comes.
+    /// Requests an approval; the returned future gets the answer.
     std::future<bool> ask(const std::string& title, const std::string& detail);
 
-    /// Moves the waits on. The wall clock stays the one of the other processes.
+    /// Advances the time for waits. The wall clock stays equal to that of the other processes.
     void pass(std::chrono::seconds time);
 
     /// Resets the connection to the relay.
     void cutConnection() { sockets_.cut(); }
 
-    /// The way of its calls over HTTP.
+    /// The client of its HTTP calls.
     HastyHttp& http() { return http_; }
 
     Companion& companion() { return *companion_; }
 
     const Clock& clock() { return clock_; }
 
-    /// What is stored about the phone.
+    /// The stored record of the phone.
     std::optional<PairedPeer> storedPeer() { return store_.nactiProtejsek().value(); }
 
   private:

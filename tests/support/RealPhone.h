@@ -15,8 +15,8 @@
 
 namespace morvex {
 
-/// The phone's end of a link with the real network and a time that the owner moves. Calls block; one at a
-/// time, from one thread.
+/// The phone's end of a link over the real network, with a time that the owner moves. Calls block; make one
+/// at a time, from one thread.
 class RealPhone {
   public:
     RealPhone(std::shared_ptr<const DeviceIdentity> identita, PairedPeer mac);
@@ -24,20 +24,20 @@ class RealPhone {
     RealPhone(const RealPhone&) = delete;
     RealPhone& operator=(const RealPhone&) = delete;
 
-    /// Whether there is a session, and the computer's first status of it, within this time.
+    /// Whether a session exists and the computer's first status of it arrives within this time.
     bool isServed(std::chrono::milliseconds patience);
 
-    /// The result of a tool; nothing when none came in time.
+    /// The result of a tool call; nothing if none came in time.
     std::optional<MacPayload::ToolResult> call(std::string tool, std::string argumentsJSON);
 
-    /// How long the last call took on the link's own thread, from its payload to its result.
+    /// How long the last call took, measured on the link's thread from its payload to its result.
     [[nodiscard]] std::chrono::nanoseconds lastCall() const { return resultAt_ - calledAt_; }
 
     /// Resets the connection and forgets the session.
     void cut();
-    /// The session is over, whoever ended it: `isServed` waits for the next one.
+    /// Treats the session as over, so that `isServed` waits for the next one.
     void forgetSession();
-    /// Moves the waits on, and sets the wall clock right.
+    /// Advances the time for waits, and corrects the wall clock.
     void pass(std::chrono::seconds time);
 
   private:
@@ -57,7 +57,7 @@ class RealPhone {
     std::mutex mutex_;
     std::condition_variable changed_;
     bool isServed_ = false;
-    std::string awaited_; ///< the request whose result is waited for
+    std::string awaited_; ///< id of the request whose result is awaited
     std::optional<MacPayload::ToolResult> result_;
     std::chrono::steady_clock::time_point calledAt_;
     std::chrono::steady_clock::time_point resultAt_;

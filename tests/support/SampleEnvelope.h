@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// An envelope that a relay forwards; nobody can open it.
+/// An envelope that a relay can forward but nobody can open.
 inline Envelope sampleEnvelope(PairID pair, DeviceID from, DeviceID to, Bytes ciphertext) {
     return {.v = ProtocolVersion::current,
             .pair = std::move(pair),

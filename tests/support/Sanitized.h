@@ -2,8 +2,8 @@
 
 namespace morvex {
 
-/// Whether the sanitizers of addresses or threads are in this program: what is freed stays with them, and so
-/// memory as the system counts it says nothing of the program's own.
+/// Whether this program was built with the address or thread sanitizer: they keep freed memory, so the
+/// system's memory counts say nothing about the program's own use.
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
 inline constexpr bool isSanitized = true;
 #else

@@ -9,7 +9,7 @@
 
 namespace morvex {
 
-/// Types what the test says, when the phone asks for a line.
+/// Types the lines of the test when the phone asks for them.
 class ScriptedKeyboard final : public Keyboard {
   public:
     explicit ScriptedKeyboard(Inbox& inbox) : inbox_(inbox) {}
@@ -39,7 +39,7 @@ class ScriptedKeyboard final : public Keyboard {
         give();
     }
 
-    /// What nobody has asked for yet is not typed at all.
+    /// Drops the lines that nobody has asked for yet.
     void forget() { lines_.clear(); }
 
     bool interactive = false;

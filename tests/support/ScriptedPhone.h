@@ -16,8 +16,8 @@
 
 namespace morvex {
 
-/// A phone, and the relay before it, at the other end of a scripted socket. The test runs the executor
-/// between calls.
+/// Plays a phone and its relay at the other end of a scripted socket. The test runs the executor between
+/// calls.
 class ScriptedPhone {
   public:
     struct Received {
@@ -27,30 +27,30 @@ class ScriptedPhone {
 
     explicit ScriptedPhone(ManualClock& clock) : clock_(clock) {}
 
-    /// What the computer stores about this phone.
+    /// The record that the computer stores about this phone.
     [[nodiscard]] PairedPeer asPeer(const std::string& relayURL = "http://relay.example") const;
 
-    /// From now on this socket is the relay, and the computer behind it is `mac`.
+    /// Uses this socket as the relay's end from now on; the computer at the other end is `mac`.
     void attach(std::shared_ptr<ScriptedSocket> socket, const DeviceIdentity& mac);
 
-    /// The relay's part of a login.
+    /// Plays the relay's part of a login.
     void logIn(bool phoneIsOnline = true);
-    /// Instead, the relay refuses the login.
+    /// Plays a relay that refuses the login.
     void refuseLogin(RelayFailure code, const std::string& detail);
-    /// Answers the computer's hello; both have a session then.
+    /// Answers the computer's hello, so that both have a session.
     void exchangeHellos();
 
     void deliver(RelayMessage message);
-    /// The relay's answer to every ping that waits.
+    /// Plays the relay's answer to all waiting pings.
     void pong();
-    /// A message that is not sent yet.
+    /// Seals a message without sending it.
     Envelope seal(const MacPayload& payload, std::string requestID);
     void send(MacPayload payload, std::string requestID);
     void call(std::string tool, std::string argumentsJSON, std::string requestID);
 
-    /// What the computer sent since the last call, opened.
+    /// The computer's messages since the last call, opened.
     std::vector<Received> take();
-    /// The envelopes among what it sent since the last call.
+    /// The computer's envelopes since the last call.
     std::vector<Envelope> takeEnvelopes();
 
     const DeviceIdentity identity = DeviceIdentity::generate();

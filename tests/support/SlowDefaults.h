@@ -10,17 +10,17 @@
 
 namespace morvex {
 
-/// Settings whose disk works when the test lets it.
+/// Settings whose disk works only when the test runs it.
 class SlowDefaults {
   public:
-    /// One save, if one is asked for, and what it leads to.
+    /// Runs one save, if one was requested, and what follows from it.
     void write() {
         home.runUntilIdle();
         disk.runUntilIdle();
         home.runUntilIdle();
     }
 
-    /// The next save and those behind it fail.
+    /// Makes the following saves fail.
     void breakSaves() const {
         std::filesystem::remove(path);
         std::filesystem::create_directories(path);
@@ -28,13 +28,13 @@ class SlowDefaults {
 
     void mendSaves() const { std::filesystem::remove(path); }
 
-    /// Lets the time of the next try come.
+    /// Advances the time to the next retry.
     void retry() {
         clock.advance(JsonDefaults::retryDelay);
         write();
     }
 
-    /// What the next start would find.
+    /// The settings as the next start would find them.
     [[nodiscard]] ImmediateDefaults kept() const { return ImmediateDefaults(folder.path()); }
 
     TemporaryFolder folder;

@@ -2,8 +2,8 @@
 
 namespace morvex::test {
 
-/// X25519 keys, in hexadecimal digits, that give a secret of zeros whoever computes it: the points of small
-/// order and their forms that are not reduced (RFC 7748, section 6.1).
+/// X25519 keys, in hexadecimal, that lead to an all-zero secret with every private key: the points of small
+/// order, also in unreduced forms (RFC 7748, section 6.1).
 inline constexpr const char* smallOrderPoints[] = {
     "0000000000000000000000000000000000000000000000000000000000000000",
     "0100000000000000000000000000000000000000000000000000000000000000",

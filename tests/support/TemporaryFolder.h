@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// A new empty folder that goes with the test.
+/// A new empty folder that is removed with this object.
 class TemporaryFolder {
   public:
     TemporaryFolder() {

@@ -9,7 +9,7 @@
 
 namespace morvex {
 
-/// A certificate authority that lives as long as the test, and the certificates that it issues.
+/// A certificate authority that lives as long as the test and issues certificates.
 class TestAuthority {
   public:
     struct Identity {
@@ -19,22 +19,22 @@ class TestAuthority {
 
     TestAuthority();
 
-    /// What a client has to trust.
+    /// The certificate that a client has to trust.
     [[nodiscard]] std::string certificate() const;
 
-    /// When a certificate counts, from now on.
+    /// The period of a certificate's validity, relative to now.
     struct Validity {
         std::chrono::seconds begins = -std::chrono::hours{1};
         std::chrono::seconds ends = std::chrono::hours{1};
     };
 
-    /// `names`: a subjectAltName, "DNS:localhost" or "IP:127.0.0.1" for example.
+    /// `names`: a subjectAltName such as "DNS:localhost" or "IP:127.0.0.1".
     [[nodiscard]] Identity issue(const std::string& names) const { return issue(names, {}); }
 
     [[nodiscard]] Identity issue(const std::string& names, Validity validity) const;
     enum class KeyKind { ellipticCurve, rsa };
 
-    /// One that nobody but itself has signed.
+    /// A self-signed certificate.
     [[nodiscard]] static Identity issueToItself(const std::string& names,
                                                 KeyKind kind = KeyKind::ellipticCurve);
 

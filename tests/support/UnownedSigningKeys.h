@@ -9,7 +9,7 @@
 
 namespace morvex::test {
 
-/// The encoding of an Ed25519 point, or what looks like one.
+/// The encoding of an Ed25519 point, or 32 bytes that look like one.
 using SigningPoint = std::array<std::uint8_t, 32>;
 
 inline SigningPoint signingPoint(ByteView lowest, std::uint8_t rest, std::uint8_t last) {
@@ -26,10 +26,10 @@ inline SigningPoint mirrored(SigningPoint point) {
     return point;
 }
 
-/// The eight points of small order, as RFC 8032 writes them.
+/// The eight points of small order in the encoding of RFC 8032.
 inline std::vector<SigningPoint> smallOrderSigningPoints() {
     const SigningPoint zero = signingPoint({}, 0, 0);
-    // y of the points of order 8, and p less that.
+    // The y of points of order 8; the other one, `negative`, is p minus this.
     const SigningPoint eighth{0x26, 0xe8, 0x95, 0x8f, 0xc2, 0xb2, 0x27, 0xb0, 0x45, 0xc3, 0xf4,
                               0x89, 0xf2, 0xef, 0x98, 0xf0, 0xd5, 0xdf, 0xac, 0x05, 0xd3, 0xc6,
                               0x33, 0x39, 0xb1, 0x38, 0x02, 0x88, 0x6d, 0x53, 0xfc, 0x05};
@@ -48,8 +48,8 @@ inline std::vector<SigningPoint> smallOrderSigningPoints() {
             mirrored(negative)};
 }
 
-/// Every key that nobody owns: the points of small order in all their encodings, and each y from p to 2^255
-/// - 1.
+/// Every key that nobody owns: the points of small order in all their encodings, and each y from p to 2^255 -
+/// 1.
 inline std::vector<SigningPoint> unownedSigningKeys() {
     auto keys = smallOrderSigningPoints();
     keys.push_back(mirrored(keys[0]));
@@ -62,9 +62,9 @@ inline std::vector<SigningPoint> unownedSigningKeys() {
     return keys;
 }
 
-/// Signatures that need no private key: S is 0 and R a point of small order. Under a key of small order at
-/// least one in eight messages is signed by one of them (RFC 8032, section 5.1.7, without the check of the
-/// key).
+/// Signatures that need no private key: S is 0 and R a point of small order. Under a key of small order, at
+/// least one in eight messages is accepted with one of them (RFC 8032, section 5.1.7, without the check of
+/// the key).
 inline std::vector<Bytes> keylessSignatures() {
     std::vector<Bytes> signatures;
     for (const auto& point : smallOrderSigningPoints()) {

@@ -27,7 +27,7 @@ constexpr std::uint16_t height = 1024;
 
 VirtualDisplay::VirtualDisplay() {
     const auto size = std::to_string(width) + "x" + std::to_string(height) + "x24";
-    // It chooses a free number itself and prints it once it serves.
+    // The server chooses a free display number and prints it when it is ready.
     server_ =
         std::make_unique<ChildProgram>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
                                                                 size, "-nolisten", "tcp", "-noreset"},
@@ -62,7 +62,7 @@ void VirtualDisplay::takePicture(const std::filesystem::path& file) const {
 }
 
 xcb_window_t VirtualDisplay::coverScreen() {
-    // Like a desktop's own surfaces it is placed by nobody else.
+    // Like a desktop's own surfaces, it must not be placed by the window manager.
     return openWindow(XCB_CW_OVERRIDE_REDIRECT, 1);
 }
 
@@ -139,7 +139,7 @@ void VirtualDisplay::askToClose(xcb_window_t window) {
 
 xcb_window_t VirtualDisplay::topWindow() {
     auto reply = held(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, screen_->root), nullptr));
-    // From the lowest to the highest; those without pictures do not count.
+    // Checks the windows from top to bottom; input-only windows do not count.
     const auto* windows = xcb_query_tree_children(reply.get());
     for (auto index = xcb_query_tree_children_length(reply.get()); index-- > 0;) {
         auto attributes = held(xcb_get_window_attributes_reply(

@@ -14,15 +14,15 @@
 
 namespace morvex {
 
-/// Gives back what the display's library has given.
+/// Frees what the XCB library has allocated.
 struct XcbRelease {
     void operator()(void* held) const { std::free(held); }
 };
 
 template <class T> using XcbOwned = std::unique_ptr<T, XcbRelease>;
 
-/// A display of the test's own, drawn in memory, and the hands of a person before it. No window manager cares
-/// for its windows unless one is started. Needs Xvfb, ImageMagick and JWM.
+/// A display of the test, drawn in memory, with simulated user input. Windows are not managed unless a window
+/// manager is started. Needs Xvfb, ImageMagick and JWM.
 class VirtualDisplay {
   public:
     VirtualDisplay();
@@ -30,36 +30,36 @@ class VirtualDisplay {
     VirtualDisplay(const VirtualDisplay&) = delete;
     VirtualDisplay& operator=(const VirtualDisplay&) = delete;
 
-    /// As in DISPLAY.
+    /// The value for DISPLAY.
     [[nodiscard]] const std::string& name() const { return name_; }
 
-    /// Presses and releases a key, with Shift or Control where it has to be held.
+    /// Presses and releases a key, with Shift or Control held if needed.
     void press(xcb_keysym_t key, xcb_keysym_t held = 0);
-    /// Types characters of ASCII.
+    /// Types ASCII characters.
     void type(const std::string& text);
 
     /// A PNG of the whole screen.
     void takePicture(const std::filesystem::path& file) const;
 
-    /// A window over all of the screen, as of another program that somebody uses.
+    /// Opens a window over the whole screen, like that of another program in use.
     xcb_window_t coverScreen();
-    /// From now on windows have frames, and one of them has the keyboard.
+    /// From now on windows have frames, and one of them has the keyboard focus.
     void startWindowManager();
-    /// A window of another program as large as the screen, which the window manager cares for.
+    /// Opens a managed window of another program, as large as the screen.
     xcb_window_t openAnotherProgram();
-    /// Whether a key was pressed there since it was asked last.
+    /// Whether a key was pressed in the window since the last call.
     [[nodiscard]] bool heardKey(xcb_window_t window);
-    /// Which window a pressed key goes to.
+    /// The window that has the keyboard focus.
     [[nodiscard]] xcb_window_t withKeyboard();
-    /// Whether nothing is above this window, or above the frame that it is in.
+    /// Whether nothing is above this window or the frame around it.
     [[nodiscard]] bool isOnTop(xcb_window_t window);
-    /// Becomes the display's own tray, and tells everybody.
+    /// Becomes the display's tray and announces it.
     void startTray();
-    /// The window of an item that asks to be taken into it; zero while none does.
+    /// The window of an item that asks to be embedded; zero if there is none.
     [[nodiscard]] xcb_window_t itemInTray();
-    /// What the close button of a title bar does.
+    /// Does what the close button of a title bar does.
     void askToClose(xcb_window_t window);
-    /// Zero when none is open.
+    /// Zero if no window is open.
     [[nodiscard]] xcb_window_t topWindow();
 
     static constexpr xcb_keysym_t tab = 0xff09;
