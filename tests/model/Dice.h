@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Chance that is the same again for the same seed.
+/// A random generator that repeats its sequence for the same seed.
 class Dice final : public Random {
   public:
     explicit Dice(std::uint64_t seed) : engine_(seed) {}

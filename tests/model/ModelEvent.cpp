@@ -12,7 +12,7 @@ using Kind = ModelEvent::Kind;
 struct Row {
     Kind kind;
     std::string_view name;
-    int share; ///< of all events
+    int share; ///< weight among all events
 };
 
 constexpr std::array rows{

@@ -8,14 +8,14 @@
 
 namespace morvex {
 
-/// One thing that happens to a phone, a relay and a computer. Its numbers are drawn beforehand, so that a
-/// history stays meaningful when events are taken out of it.
+/// One thing that happens to a phone, a relay or a computer. Its numbers are drawn in advance, so that a
+/// history stays meaningful when events are removed from it.
 struct ModelEvent {
     enum class Kind : std::uint8_t {
-        flow,    ///< everything that waits on a wire passes, and what follows from it
-        trickle, ///< single frames pass
-        wait,    ///< time passes and everything flows
-        delay,   ///< time passes and nothing flows
+        flow,    ///< all waiting frames are passed on, and what follows from them, too
+        trickle, ///< single frames are passed on
+        wait,    ///< time passes, and all frames are passed on
+        delay,   ///< time passes, and no frames are passed on
         editOnMac,
         editOnPhone,
         summarize,
@@ -24,35 +24,35 @@ struct ModelEvent {
         callProgram,
         callAgent,
         agentWorks,
-        syncOnPhone, ///< by another command of the phone's program
+        syncOnPhone, ///< by another command of the phone program
         writeOffline,
-        holdDisk, ///< of the Mac; or more often let it work again
+        holdDisk, ///< stops the Mac's disk, or more often resumes it
         cut,
         loseRelay, ///< the device notices, the relay does not
         stall,
-        network, ///< of one device: away, or more often there again
+        network, ///< disconnects one device, or more often reconnects it
         loseReply,
         restartRelay,
         restartMac,
         restartPhone,
-        crash, ///< of a device: what it had not saved is lost, and nobody is told
-        sleep, ///< of the Mac; or more often its end
-        skew,  ///< another wall clock
-        pair,  ///< anew; the person at the Mac agrees at some later event
+        crash, ///< of a device: unsaved data are lost, and nobody is notified
+        sleep, ///< of the Mac, or more often its wake-up
+        skew,  ///< changes a wall clock
+        pair,  ///< again; the user at the Mac agrees at a later event
         giveUpPairing,
-        unpairOnMac, ///< seldom, like the next one
+        unpairOnMac, ///< rare, like the next one
         unpairOnPhone,
-        drop, ///< this and what follows only a relay does that is at fault
+        drop, ///< only a faulty relay does this and the following
         duplicate,
         reorder,
         replay,
     };
 
     Kind kind = Kind::flow;
-    unsigned which = 0; ///< chooses a wire, a device, a title
+    unsigned which = 0; ///< selects a wire, a device or a title
     unsigned amount = 0;
 
-    /// Whether one connection alone is concerned.
+    /// Whether it concerns only one connection.
     [[nodiscard]] bool isOfWire() const {
         return kind == Kind::cut || kind == Kind::loseRelay || kind == Kind::stall || kind >= Kind::drop;
     }
@@ -60,7 +60,7 @@ struct ModelEvent {
     [[nodiscard]] std::string text() const;
 };
 
-/// Whether the relay only loses connections, or frames too.
+/// Whether the relay only loses connections, or also frames.
 enum class RelayConduct { honest, faulty };
 
 std::vector<ModelEvent> drawEvents(Dice& dice, std::size_t count, RelayConduct conduct);

@@ -54,8 +54,8 @@ void ModelMac::stop() {
     companion_.reset();
 }
 
-/// The program does come to its end, as tasks must, but out of touch, and whatever it does on its way is
-/// undone.
+/// The program still has to run to its end, since tasks must end, but it is disconnected, and everything it
+/// does on the way is undone.
 void ModelMac::crash() {
     std::filesystem::copy(folder_, aside(), std::filesystem::copy_options::recursive);
     const auto items = desktop_.vault.items;
@@ -162,7 +162,7 @@ std::size_t ModelMac::agent() const {
     return number;
 }
 
-/// An agent that works until the model lets it end, and one program that ends at once.
+/// Answers for an agent that works until the model ends it, and for a program that ends at once.
 std::optional<ScriptedPrograms::Answer> ModelMac::answer(const OutsideProgram& program) const {
     if (program.binary.ends_with("/ls")) return ScriptedPrograms::Answer{.output = program.args.back()};
     if (!program.binary.starts_with(folder_.string())) return ScriptedPrograms::Answer{.status = 127};

@@ -22,18 +22,18 @@
 
 namespace morvex {
 
-/// The computer of a model: the real companion among fakes of its system, what these keep over its restarts,
-/// and the person who sits before it.
+/// The computer of a model: the real companion with fakes of its system, the data that survive its restarts,
+/// and its user.
 class ModelMac {
   public:
-    /// `folder` is the home folder; one below it is allowed.
+    /// `folder` is the home folder; a folder below it is allowed.
     ModelMac(ManualExecutor& executor, ModelRelay& relay, std::shared_ptr<const DeviceIdentity> identity,
              const std::filesystem::path& folder, std::uint64_t seed);
     ~ModelMac();
 
     void start();
     void stop();
-    /// Ends without a word, and its disk is as it was: what waits for it never happens.
+    /// Ends abruptly. Its disk is as it was: jobs that wait for the disk never happen.
     void crash();
 
     [[nodiscard]] Companion& companion() { return *companion_; }
@@ -42,36 +42,36 @@ class ModelMac {
 
     [[nodiscard]] std::optional<PairedPeer> phone() { return companion_->stav().protejsek.value(); }
 
-    /// All notes on its disk, deleted ones too.
+    /// All notes on its disk, including deleted ones.
     [[nodiscard]] std::vector<MorvexNote> savedNotes() const;
 
     void pairWith(const PairedPeer& phone) { store_.ulozProtejsek(phone).value(); }
 
     [[nodiscard]] bool isReady() const;
 
-    /// Its time and its disk stand still from now on.
+    /// Stops its time and its disk.
     void fallAsleep();
-    /// Its wires work again too, and its time has gone on.
+    /// Resumes them and its wires; its clock has advanced meanwhile.
     void wake();
 
     [[nodiscard]] bool isAsleep() const { return isAsleep_; }
 
-    /// Time passes, also while it sleeps.
+    /// Advances the time, also while it sleeps.
     void advance(Clock::Duration time);
-    /// Until its next timer; nothing while it sleeps.
+    /// Time until its next timer; nothing while it sleeps.
     [[nodiscard]] std::optional<Clock::Duration> untilNext() const;
 
-    /// Does what waits for the disk. Gives the number of jobs, none while it sleeps. A written file is
-    /// counted and taken away, so that the same call could write it again.
+    /// Runs the jobs that wait for the disk. Returns their number, zero while it sleeps. A written file is
+    /// counted and removed, so that the same call could write it again.
     int runDisk();
 
-    /// The agent that works now tells of its session, or ends; nothing without one.
+    /// The running agent reports its session, or ends; does nothing if none is running.
     void agentSpeaks();
     void agentEnds();
 
-    /// How often a program was started with this argument.
+    /// How many programs were started with this argument.
     [[nodiscard]] std::size_t starts(const std::string& argument) const;
-    /// How often a file of this name was written into the allowed folder.
+    /// How many times a file of this name was written into the allowed folder.
     [[nodiscard]] std::size_t writes(const std::string& name) const;
 
     [[nodiscard]] std::filesystem::path allowedFolder() const { return folder_ / "Projekty"; }
@@ -81,7 +81,7 @@ class ModelMac {
 
   private:
     CompanionServices services();
-    /// The number of the agent's program among those that were started; one beyond them when none runs.
+    /// The index of the running agent among the started programs; their number if none is running.
     [[nodiscard]] std::size_t agent() const;
     [[nodiscard]] std::optional<ScriptedPrograms::Answer> answer(const OutsideProgram& program) const;
 
@@ -90,7 +90,7 @@ class ModelMac {
     void countFiles();
 
     ManualExecutor& executor_;
-    ManualExecutor disk_; ///< vault, store and file work
+    ManualExecutor disk_; ///< for vault, stores and file work
     ModelRelay& relay_;
     Dice random_;
     std::filesystem::path folder_;
@@ -98,8 +98,8 @@ class ModelMac {
     FakeDesktop desktop_;
     std::unique_ptr<Companion> companion_;
     std::unique_ptr<Features> features_;
-    std::size_t ended_ = 0; ///< the first agents among the programs, which say nothing more
-    std::map<std::string, std::size_t> writes_; ///< by name
+    std::size_t ended_ = 0;                     ///< the programs before this index are no running agents
+    std::map<std::string, std::size_t> writes_; ///< by file name
     bool isAsleep_ = false;
     Clock::Duration slept_{0};
 };

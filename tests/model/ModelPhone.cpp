@@ -72,8 +72,8 @@ void ModelPhone::stop() {
     vyzaduj(program_->isOver, "the phone's program outlives its interruption");
 }
 
-/// The program does come to its end, as tasks must, but out of touch, and whatever it does on its way is
-/// undone.
+/// The program still has to run to its end, since tasks must end, but it is disconnected, and everything it
+/// does on the way is undone.
 void ModelPhone::crash() {
     const auto aside = folder_.string() + "-aside";
     std::filesystem::copy(folder_, aside, std::filesystem::copy_options::recursive);

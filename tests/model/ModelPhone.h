@@ -16,27 +16,28 @@
 
 namespace morvex {
 
-/// The phone of a model: its real program, started and ended as a person does, with what it keeps in between.
+/// The phone of a model: the real program, started and ended like by a user, and the data that survive in
+/// between.
 class ModelPhone {
   public:
     ModelPhone(ManualExecutor& executor, ModelRelay& relay, std::shared_ptr<const DeviceIdentity> identity,
                std::filesystem::path folder, std::uint64_t seed);
     ~ModelPhone();
 
-    /// Ends what runs and starts this command line.
+    /// Ends the running program and starts one with these arguments.
     void start(const std::vector<const char*>& arguments);
     void stop();
-    /// Ends without a word, and its disk is as it was.
+    /// Ends abruptly; the disk is as it was.
     void crash();
 
     [[nodiscard]] bool isRunning() const;
 
-    /// Waits for lines, in a session that stands or stood.
+    /// Whether it waits for lines in a session, current or past.
     [[nodiscard]] bool isShell() const { return isRunning() && isShell_; }
 
-    /// Typed once the program asks for it.
+    /// Types a line as soon as the program asks for it.
     void type(std::string line);
-    /// Lines that the program has not asked for yet are not typed.
+    /// Drops the lines that the program has not asked for yet.
     void forgetLines();
 
     [[nodiscard]] std::optional<PairedPeer> mac() { return store_.nactiProtejsek().value(); }
@@ -46,9 +47,9 @@ class ModelPhone {
     [[nodiscard]] const PhoneRecords& records() const;
     [[nodiscard]] const PhoneTasks& tasks() const;
 
-    /// Everything that calls have answered so far, one line each.
+    /// All answers to calls so far, one line each.
     [[nodiscard]] std::string answers() const;
-    /// What the program has said beside them.
+    /// The program's other output.
     [[nodiscard]] std::string notes() const;
 
     ManualClock clock;

@@ -18,11 +18,11 @@
 
 namespace morvex {
 
-/// The relay of a model: its real parts, and instead of a network wires on which every frame waits until the
-/// model lets it pass.
+/// The relay of a model: its real parts, with wires instead of a network. Every frame waits on a wire until
+/// the model passes it on.
 class ModelRelay {
   public:
-    /// How one device reaches the relay.
+    /// The access of one device to the relay.
     class Access final : public WebSocketClient, public HttpClient {
       public:
         Access(ModelRelay& relay, ModelWire::Owner owner) : relay_(relay), owner_(owner) {}
@@ -32,7 +32,7 @@ class ModelRelay {
         Task<Result<HttpReply>> send(HttpRequest request) override;
 
         bool isReachable = true;
-        bool losesReply = false; ///< of the next call, which the relay has carried out
+        bool losesReply = false; ///< loses the reply of the next call, which the relay has carried out
 
       private:
         ModelRelay& relay_;
@@ -43,16 +43,16 @@ class ModelRelay {
 
     [[nodiscard]] std::size_t wires() const { return wires_.size(); }
 
-    /// Counted from the newest.
+    /// The index counts from the newest.
     ModelWire& wire(std::size_t index) { return *wires_.at(wires_.size() - 1 - index); }
 
-    /// Lets everything pass that waits now. True when anything did.
+    /// Passes on everything that waits now. Returns whether there was anything.
     bool passAll();
-    /// Lets one frame pass on each wire and in each direction. True when any did.
+    /// Passes on one frame per wire and direction. Returns whether there was any.
     bool passOneEach();
-    /// Lets pass what was said before now, and nothing of what follows from it.
+    /// Passes on what was sent before now, and nothing that follows from it.
     void passUnderWay();
-    /// A device has ended in the midst of its work. Its end of the connection may stay unnoticed.
+    /// A device has ended abruptly. Whether the relay notices depends on `farewell`.
     enum class Farewell { noticed, unnoticed };
     void loseDevice(ModelWire::Owner owner, Farewell farewell);
 
@@ -60,14 +60,14 @@ class ModelRelay {
         ledgers_.at(static_cast<std::size_t>(owner)).isAsleep = isAsleep;
     }
 
-    /// Every wire is cut; what the relay knows of its pairs stays.
+    /// Cuts every wire; the relay's data on pairs survive.
     void restart();
 
     void countAnew() {
         for (auto& ledger : ledgers_) ledger.messages = 0;
     }
 
-    /// How many messages came to this device since they were counted anew.
+    /// How many messages reached this device since `countAnew`.
     [[nodiscard]] std::size_t messagesTo(ModelWire::Owner owner) const {
         return ledgers_.at(static_cast<std::size_t>(owner)).messages;
     }

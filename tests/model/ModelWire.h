@@ -13,9 +13,8 @@
 
 namespace morvex {
 
-/// One connection of a device with the relay. What either end says waits here, frame by frame, until it is
-/// passed on, lost, doubled or moved. Like a connection of the network it has two ends that notice its end
-/// each by itself.
+/// One connection of a device to the relay. The frames of both ends wait here until they are passed on, lost,
+/// duplicated or moved. As in a real network, each end notices the end of the connection by itself.
 class ModelWire final : public Line {
   public:
     enum class Owner { mac, phone };
@@ -23,9 +22,9 @@ class ModelWire final : public Line {
 
     /// What has passed over all wires of a device.
     struct Ledger {
-        std::size_t messages = 0;         ///< with content that came out at the device
-        bool isAsleep = false;            ///< the device: nothing passes meanwhile, and no ping is sent
-        std::vector<std::string> toRelay; ///< everything that was said, for those who say it again
+        std::size_t messages = 0;         ///< messages with content that reached the device
+        bool isAsleep = false;            ///< the device sleeps: nothing passes, and no ping is sent
+        std::vector<std::string> toRelay; ///< all frames ever sent, for replays
         std::vector<std::string> toDevice;
 
         std::vector<std::string>& said(Way way) { return way == Way::toRelay ? toRelay : toDevice; }
@@ -49,28 +48,29 @@ class ModelWire final : public Line {
 
     void end(Ending ending) override;
 
-    /// Lets one frame pass, or the end of the connection behind the last one. False when nothing can.
+    /// Passes on one frame, or after the last one the end of the connection. Returns false when nothing can
+    /// pass.
     bool pass(Way way);
 
-    /// Both ends notice, and what was on its way is lost.
+    /// Both ends notice it, and frames in transit are lost.
     void cut();
-    /// Only the device notices.
+    /// Only the device notices that the connection has ended.
     void loseRelay();
 
-    /// Nothing passes any more, and nobody is told.
+    /// Nothing passes any more, and nobody is notified.
     void stall() { isStalled_ = true; }
 
-    /// Answers the device's pings, unless something that was said before still waits.
+    /// Answers the device's pings, unless earlier frames still wait.
     void pong();
 
-    /// What waits in one direction, for those who take frames away, double them or change their order.
+    /// The waiting frames of one direction, for removing, duplicating or reordering them.
     std::deque<std::string>& frames(Way way);
 
     [[nodiscard]] Ledger& ledger() const { return ledger_; }
 
     [[nodiscard]] Owner owner() const { return owner_; }
 
-    /// Nobody will use it any more.
+    /// Neither end will use it any more.
     [[nodiscard]] bool isDead() const { return (isLeft_ || (isStalled_ && isEnding_)) && isDeviceGone(); }
 
     [[nodiscard]] const std::shared_ptr<ScriptedSocket>& socket() const { return socket_; }
@@ -95,9 +95,9 @@ class ModelWire final : public Line {
     std::deque<std::string> toDevice_;
     bool isLoggedIn_ = false;
     bool isPaused_ = false;
-    bool isEnding_ = false; ///< the relay has said its last
-    bool isLeft_ = false;   ///< by the relay
-    bool isBroken_ = false; ///< at the device
+    bool isEnding_ = false; ///< the relay has sent its last frame
+    bool isLeft_ = false;   ///< the relay has left it
+    bool isBroken_ = false; ///< the device's end is broken
     bool isStalled_ = false;
 };
 

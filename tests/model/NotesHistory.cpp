@@ -19,7 +19,7 @@ std::string textOf(const MorvexNote& note) {
     return encode(note);
 }
 
-/// By id, in the form in which they travel: the computer keeps fractions of seconds.
+/// The notes by id, in their wire form, since the computer keeps fractions of seconds.
 std::map<Uuid, std::string> byId(const std::vector<MorvexNote>& notes) {
     std::map<Uuid, std::string> found;
     for (const auto& note : notes) found[note.id] = textOf(note);
@@ -116,7 +116,7 @@ std::string NotesHistory::fateOf(const Revision& made, const MorvexNote& edit) c
     if (!last) return "gone: " + textOf(edit) + "\n";
     if (orderOf(*last) < orderOf(edit)) return "older than " + textOf(edit) + ": " + textOf(*last) + "\n";
     if (orderOf(*last) > orderOf(edit) || last->body == edit.body) return {};
-    // Of two that count the same the computer's stays.
+    // Of two versions with equal precedence the computer's is kept.
     const auto bodies = macBodies_.find(made);
     if (bodies != macBodies_.end() && bodies->second.contains(last->body)) return {};
     return "replaced: " + textOf(edit) + ": " + textOf(*last) + "\n";
@@ -130,7 +130,8 @@ void NotesHistory::editOnMac() {
                        ? mac_->upravit(title(), dice_.below(2) ? std::optional(title()) : std::nullopt,
                                        dice_.below(4) ? std::optional(body) : std::optional<std::string>(" "))
                        : mac_->smazat(title());
-    // A refused text may come after the change of the title; only a title that was not found changes nothing.
+    // A failure can have two causes: if no note has the title, nothing changed; if the text was refused, the
+    // title may have changed already.
     const auto* refused = changed ? nullptr : changed.error().as<NoteError>();
     isUnsaved_ = !changed && (isUnsaved_ || !refused || refused->pripad == NoteError::missingData);
     for (const auto& note : mac_->vsechny()) {
@@ -195,7 +196,8 @@ void NotesHistory::deliverToMac() {
     if (const auto* told = payload.as<MacPayload::NoteAck>()) {
         const Revision revision{told->id, told->revision};
         const auto made = macMade_.find(revision);
-        // The phone may have acknowledged an own version that came back, after this one was lost.
+        // The phone may have acknowledged an earlier version of its own that was restored after this one was
+        // lost.
         if (made != macMade_.end() && textOf(made->second) == toldLast_.at(revision))
             acknowledgedOfMac_.insert(*made);
     }
@@ -221,7 +223,7 @@ void NotesHistory::deliverToPhone() {
         toldLast_[{told->note.id, told->note.revision}] = textOf(told->note);
     if (const auto* told = payload.as<MacPayload::NoteAck>()) {
         const auto made = phoneMade_.find({told->id, told->revision});
-        // What the phone once wrote under this revision may be lost, and another version have come back.
+        // The version that the phone wrote under this revision may be lost, and another version restored.
         if (made != phoneMade_.end() && textOf(made->second) == letter.subject)
             acknowledgedOfPhone_.insert(*made);
     }
@@ -239,7 +241,7 @@ void NotesHistory::beginLoss(Side side) {
 void NotesHistory::restart() {
     breakLink();
     mendDisks();
-    // What was never saved is lost with its program, unless the other side was told of it.
+    // Changes that were never saved are lost with their program, unless the other side received them.
     if (isUnsaved_) beginLoss(Side::mac);
     loadMac();
     if (isPhoneUnsaved_) beginLoss(Side::phone);

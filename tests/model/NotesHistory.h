@@ -20,46 +20,44 @@
 namespace morvex {
 
 /// One random history of the notes and summaries of a computer and a phone, with their real stores and files
-/// and the phone's real way of keeping them in step (`RecordSync`), over a link that loses what is on its way
-/// whenever it breaks. What the computer sends, and when it acknowledges, is written down here once more. The
-/// same seed gives the same history. Both sides never forget at once: before the second one does, the link
-/// has been quiet.
+/// and the phone's real synchronisation (`RecordSync`), over a link that loses what is in transit whenever it
+/// breaks. What the computer sends, and when it acknowledges, is reimplemented here. The same seed gives the
+/// same history. The two sides never lose data at once: before the second one does, the link was quiet.
 class NotesHistory {
   public:
-    /// `folder` is empty and stands for as long as the history.
+    /// `folder` must be empty and exist as long as the history.
     NotesHistory(std::uint64_t seed, std::filesystem::path folder);
 
-    /// Edits, deletions, deliveries, broken links, restarts, disks that fail at times, lost archives of notes
-    /// and new pairings.
+    /// Edits, deletions, deliveries, broken links, restarts, temporary disk failures, lost note archives and
+    /// new pairings.
     void live(int steps);
 
-    /// Mends everything, lets the link deliver until nothing is under way, and the same again after a restart
-    /// of both.
+    /// Repairs everything and delivers until nothing is in progress, then restarts both sides and does the
+    /// same again.
     void finish();
 
-    /// What differs between the two sides, and the summaries that the computer lacks; empty when they are
-    /// alike.
+    /// The differences between the two sides, and the summaries that the computer lacks; empty if they agree.
     [[nodiscard]] std::string difference() const;
 
-    /// An edit that the other side acknowledged and that yet gave way to an older one, or to one of the phone
-    /// that counts the same; empty when there is none.
+    /// An edit that the other side acknowledged but that was replaced by an older one, or by one of the phone
+    /// with equal precedence; empty if there is none.
     [[nodiscard]] std::string lostEdit() const;
 
     [[nodiscard]] std::size_t acknowledgedOfPhone() const { return acknowledgedOfPhone_.size(); }
 
     [[nodiscard]] std::size_t acknowledgedOfMac() const { return acknowledgedOfMac_.size(); }
 
-    /// How often a side forgot something.
+    /// How many times a side lost data.
     [[nodiscard]] std::size_t losses() const { return losses_; }
 
   private:
     struct Letter {
         std::string json; ///< of a payload
         std::string requestID;
-        std::string subject; ///< of an acknowledgement: what was taken
+        std::string subject; ///< of an acknowledgement: the version that was accepted
     };
 
-    /// What the phone sends.
+    /// Sends the phone's messages.
     class Post final : public Outbox {
       public:
         explicit Post(NotesHistory& history) : history_(history) {}
@@ -96,7 +94,7 @@ class NotesHistory {
     void loadPhone();
     void removeMacArchive(const char* name);
     [[nodiscard]] std::string fateOf(const Revision& made, const MorvexNote& edit) const;
-    /// The phone's disk may have refused a change, which is in its memory.
+    /// Records that the phone's disk may have refused a change that is in its memory.
     void noteUnsaved();
     std::string title();
 
@@ -111,7 +109,7 @@ class NotesHistory {
     std::optional<AwaitedSummaries> summaries_;
     std::optional<PhoneRecords> phone_;
     ManualExecutor executor_;
-    std::ostringstream problems_; ///< that the phone told
+    std::ostringstream problems_; ///< problems reported by the phone
     Terminal terminal_{{problems_}, {problems_}};
     Post post_{*this};
     std::optional<RecordSync> sync_;
@@ -119,15 +117,15 @@ class NotesHistory {
     std::deque<Letter> toPhone_;
     bool isUp_ = false;
     std::set<Side> brokenDisks_;
-    bool isUnsaved_ = false;      ///< only the computer's memory may hold its latest changes
-    bool isPhoneUnsaved_ = false; ///< and the phone's
-    std::optional<Side> lost_;    ///< forgot something since the link was last quiet
+    bool isUnsaved_ = false;      ///< the computer's latest changes may be only in its memory
+    bool isPhoneUnsaved_ = false; ///< the same for the phone
+    std::optional<Side> lost_;    ///< the side that lost data since the link was last quiet
     std::size_t losses_ = 0;
     std::map<Revision, MorvexNote> phoneMade_; ///< what the user wrote on the phone
-    /// Of what was written on the computer, and on the phone while its disk failed.
+    /// Texts written on the computer, and on the phone while its disk failed.
     std::map<Revision, std::set<std::string>> macBodies_;
     std::map<Revision, MorvexNote> macMade_;
-    std::map<Revision, std::string> toldLast_; ///< what the phone was told last of a revision
+    std::map<Revision, std::string> toldLast_; ///< the last version of each revision sent to the phone
     std::map<Revision, MorvexNote> acknowledgedOfPhone_;
     std::map<Revision, MorvexNote> acknowledgedOfMac_;
 };

@@ -15,7 +15,7 @@ constexpr int histories = 10'000;
 constexpr int stepsEach = 20;
 
 TEST(NotesModel, BothSidesEndAlikeAndNoAcknowledgedEditIsLost) {
-    // Saves are flushed to the disk; in memory that costs nothing.
+    // Saves are flushed to the disk, which is cheap on a memory file system.
     const bool hasMemoryFolder = ::access("/dev/shm", W_OK) == 0;
     EnvironmentValue base("TMPDIR",
                           hasMemoryFolder ? "/dev/shm" : std::filesystem::temp_directory_path().string());

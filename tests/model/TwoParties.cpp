@@ -13,7 +13,7 @@ namespace {
 using namespace std::chrono_literals;
 using Way = ModelWire::Way;
 
-/// Keys cost more than all the rest of a short history.
+/// Shared, since generating keys takes longer than the rest of a short history.
 std::shared_ptr<const DeviceIdentity> identityOf(ModelWire::Owner owner) {
     static const std::array identities{std::make_shared<const DeviceIdentity>(DeviceIdentity::generate()),
                                        std::make_shared<const DeviceIdentity>(DeviceIdentity::generate())};

@@ -16,21 +16,22 @@
 
 namespace morvex {
 
-/// A phone, a relay and a computer, each made of its real parts, in one process with time and network by
-/// hand. They are paired at first. The same seed and the same events give the same history.
+/// A phone, a relay and a computer, made of their real parts, in one process with time and network under
+/// control. They are paired at first. The same seed and the same events give the same history.
 class TwoParties {
   public:
-    /// `folder` is empty and stands for as long as the parties.
+    /// `folder` must be empty and exist as long as the parties.
     TwoParties(std::uint64_t seed, const std::filesystem::path& folder, RelayConduct conduct);
 
     void happen(const ModelEvent& event);
 
-    /// Ends all faults and waits until both ends say the same. Gives what is wrong then, or nothing.
+    /// Ends all faults and waits until both ends agree. Returns a description of what is wrong then, empty if
+    /// nothing.
     std::string comeToRest();
 
-    /// Messages with content that the busier end took since all faults ended until both were connected and
-    /// said the same for good: status, notes, offers, answers, acknowledgements. What had been said before
-    /// is not among them, nor are the hellos of sessions.
+    /// Messages with content received by the busier end from the end of all faults until both were connected
+    /// and agreed for good: status, notes, offers, answers, acknowledgements. Messages sent before and
+    /// session hellos do not count.
     [[nodiscard]] std::size_t messagesToRest() const { return messagesToRest_.value_or(0); }
 
     [[nodiscard]] std::size_t calls() const { return calls_.size(); }
@@ -46,11 +47,11 @@ class TwoParties {
 
     struct Call {
         Tool tool;
-        std::string name; ///< nobody else uses it
+        std::string name; ///< unique
         Uuid workItem;    ///< of an agent
     };
 
-    /// Every version of a note that counts most, of those that were kept anywhere.
+    /// All versions with the highest precedence, among those kept anywhere.
     struct Latest {
         std::pair<std::uint64_t, std::int64_t> order;
         std::vector<std::string> texts;
@@ -60,7 +61,7 @@ class TwoParties {
     void flow();
     void trickle(unsigned seed);
     void pass(Clock::Duration time, bool isFlowing);
-    /// False when the event is not of this sort.
+    /// Returns false if the event is not of this kind.
     bool happenToWires(const ModelEvent& event);
     bool happenToMac(const ModelEvent& event);
     void happenToPhone(const ModelEvent& event);
@@ -68,7 +69,7 @@ class TwoParties {
     void skew(const ModelEvent& event);
     void crash(const ModelEvent& event);
     void fallAsleep(const ModelEvent& event);
-    /// Whether one more record may be made, which is counted then.
+    /// Whether one more record may be made; if so, it is counted.
     bool mayCreate();
     void startShell();
     void editOnMac(const ModelEvent& event);
@@ -110,7 +111,7 @@ class TwoParties {
     std::size_t answeredCalls_ = 0;
     std::optional<std::size_t> messagesToRest_;
     int records_ = 0;
-    unsigned written_ = 0; ///< texts, each another one
+    unsigned written_ = 0; ///< number of texts so far; makes each of them unique
     bool isDiskHeld_ = false;
     bool isResting_ = false;
 };

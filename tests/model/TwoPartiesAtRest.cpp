@@ -34,7 +34,7 @@ std::string TwoParties::comeToRest() {
     workOff();
     relay_.countAnew();
     isResting_ = true;
-    // Whatever waits for an answer ends meanwhile, and each end finds out that its connection is dead.
+    // Meanwhile waits for answers end, and each end notices that its connection is dead.
     restFor(2min);
     if (!arePaired() && !pairAnew()) return "the two cannot be paired again\n" + states();
     for (int i = 0; i == 0 || (i < 4 && !areReady()); ++i) {
@@ -59,11 +59,12 @@ void TwoParties::mendAll() {
     giveUpPairing();
     if (!phone_.isShell()) startShell();
     phone_.forgetLines();
-    // What such a relay took away nobody misses until the next connection.
+    // Nobody misses the frames that a faulty relay removed until the next connection, so force one.
     if (conduct_ == RelayConduct::faulty) relay_.restart();
 }
 
-/// What was said before the faults ended is taken, and what follows from it at once. The quiet begins then.
+/// Delivers what was sent before the faults ended, and what follows from it at once. The quiet period begins
+/// after that.
 void TwoParties::workOff() {
     for (int hops = 0; hops < 2; ++hops) {
         run();
@@ -160,8 +161,8 @@ std::size_t TwoParties::effects(const Call& call) {
     return static_cast<std::size_t>(std::ranges::count(notes, call.name, &MorvexNote::title));
 }
 
-/// An agent's answer names its work item; that it was accepted is then known to the history of tasks, even
-/// when the computer ended before the agent began.
+/// An agent's answer names its work item. It shows that the work item was accepted, and the task history
+/// contains it even if the computer ended before the agent began.
 bool TwoParties::isAnswered(const Call& call, const std::string& answers) {
     return answers.contains("\"" + (call.tool == Tool::agent ? call.workItem.text() : call.name) + "\"");
 }

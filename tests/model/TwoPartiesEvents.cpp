@@ -12,10 +12,10 @@ using namespace std::chrono_literals;
 using Kind = ModelEvent::Kind;
 using Way = ModelWire::Way;
 
-/// Few, so that most changes meet others of the same record.
+/// Few, so that most changes concern records that were changed before.
 constexpr int mostRecords = 4;
 
-/// Enough for a whole session to be said again, from its hello on.
+/// Enough to replay a whole session from its hello on.
 constexpr std::size_t mostRepeated = 8;
 
 Task<void> ignoreEnd(Task<Result<MorvexNote>> change) {
@@ -27,7 +27,7 @@ std::string title(unsigned which) {
     return titles.at(which % titles.size());
 }
 
-/// Somebody sits at the Mac.
+/// Events that need a user at the Mac.
 bool isByPerson(Kind kind) {
     return kind == Kind::editOnMac || kind == Kind::pair || kind == Kind::giveUpPairing ||
            kind == Kind::unpairOnMac;
@@ -110,7 +110,7 @@ void TwoParties::happenToPhone(const ModelEvent& event) {
     if (event.kind == Kind::writeOffline && mayCreate())
         phone_.start({"--offline", "notes", "create", "Auto", "offline"});
     if (event.kind == Kind::unpairOnPhone && event.amount % 4 == 0) phone_.start({"unpair"});
-    // The rest is typed.
+    // The remaining events are typed.
     if (!phone_.isShell()) return;
     if (event.kind == Kind::editOnPhone) editOnPhone(event);
     if (event.kind == Kind::summarize && mayCreate())
@@ -135,7 +135,7 @@ bool TwoParties::meddle(const ModelEvent& event) {
     if (event.kind == Kind::duplicate && !frames.empty()) frames.push_back(*place);
     if (event.kind == Kind::reorder && at > 0) std::swap(frames[at], frames[at - 1]);
     if (event.kind != Kind::replay) return true;
-    // Of this connection or of an older one: whoever runs the relay has kept all.
+    // Taken from this connection or an older one: the operator of the relay may have kept all frames.
     const auto& said = wire.ledger().said(way);
     const auto from = said.empty() ? 0 : event.amount % said.size();
     const auto count = std::min(said.size() - from, mostRepeated);
@@ -160,13 +160,13 @@ void TwoParties::crash(const ModelEvent& event) {
 
 void TwoParties::fallAsleep(const ModelEvent& event) {
     mac_.fallAsleep();
-    // What it said last may still get out.
+    // The last frames it sent may still get through.
     if (event.amount % 2 == 0) flow();
     relay_.setAsleep(ModelWire::Owner::mac, true);
 }
 
 void TwoParties::skew(const ModelEvent& event) {
-    // With less than half a minute between them the two still understand each other.
+    // With less than half a minute between the clocks the two still accept each other's messages.
     if (event.which % 2 == 0 && mac_.isAsleep()) return;
     const auto most = conduct_ == RelayConduct::honest ? 14s : 4000s;
     auto& clock = event.which % 2 == 0 ? mac_.clock : phone_.clock;
@@ -222,7 +222,7 @@ void TwoParties::pair() {
 }
 
 void TwoParties::giveUpPairing() {
-    // Without a pairing there is nothing to press; it would only renew the link.
+    // Without a pairing in progress there is nothing to cancel; the call would only renew the link.
     if (!mac_.companion().stav().parovani.value().as<StavParovani::Necinne>())
         mac_.companion().parovani().zrusitParovani();
 }

@@ -18,12 +18,12 @@ namespace {
 constexpr std::uint64_t firstSeed = 20'261'121;
 constexpr int fewestEvents = 10;
 constexpr int mostEvents = 60;
-/// To either end, from the moment when no fault is left and what was said before has been taken: the status
-/// and each of few records of the other side, and the same once more when both have begun the session at
+/// The limit for either end, counted after all faults have ended and earlier messages were delivered: the
+/// status and each of the few records of the other side, and the same again if both have begun the session at
 /// once.
 constexpr std::size_t mostMessagesToRest = 10;
 
-/// Of the history that runs now, for the case that the program ends in the midst of it.
+/// The seed of the running history, in case the program crashes.
 std::uint64_t presentSeed = 0;
 
 void tellSeed(int signal) {
@@ -70,7 +70,7 @@ Outcome play(const History& history) {
     return outcome;
 }
 
-/// The same failure with as few events as can be found by taking some out.
+/// Shortens a failing history by removing events as long as it still fails.
 History cutDown(History failing) {
     for (auto length = failing.events.size() / 2; length > 0; length /= 2)
         for (std::size_t from = 0; from + length <= failing.events.size();) {
@@ -93,7 +93,7 @@ std::string report(const History& history) {
 }
 
 TEST(TwoPartyModel, BothEndsAgreeAfterwardsNothingIsLostAndNothingIsDoneTwice) {
-    // Saves are flushed to the disk; in memory that costs nothing.
+    // Saves are flushed to the disk, which is cheap on a memory file system.
     const bool hasMemoryFolder = ::access("/dev/shm", W_OK) == 0;
     EnvironmentValue base("TMPDIR",
                           hasMemoryFolder ? "/dev/shm" : std::filesystem::temp_directory_path().string());
