@@ -18,7 +18,7 @@ std::string troubleOf(Companion& companion) {
     return companion.stav().potiz.value().value_or(Sentence("none")).czech();
 }
 
-/// Far longer than any of these tests takes.
+/// The limit is far longer than any of these tests takes.
 void watch(std::stop_token stop) {
     std::mutex mutex;
     std::condition_variable_any ended;
@@ -44,7 +44,7 @@ PairedPeer AttackedCompanion::peer() const {
 }
 
 void AttackedCompanion::TearDown() {
-    // Once the companion serves its phone again it has judged whatever was still under way.
+    // When the companion serves its phone again, it has handled everything sent before.
     expectRecovery();
     EXPECT_EQ(files(), written) << "what was done in the phone's name";
     EXPECT_EQ(mac->storedPeer(), peer());
@@ -69,7 +69,7 @@ std::unique_ptr<HostileRelay::Line> AttackedCompanion::connect() {
 }
 
 std::unique_ptr<HostileRelay::Line> AttackedCompanion::logIn(bool phoneIsOnline) {
-    // A connection that the companion has given up meanwhile is followed by another one.
+    // If the companion gives up the connection meanwhile, another one follows.
     for (;;) {
         auto line = connect();
         line->say(RelayMessage::Challenge{toBytes("výzva"), ProtocolVersion::current});

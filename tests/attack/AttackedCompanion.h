@@ -18,19 +18,19 @@
 
 namespace morvex {
 
-/// A companion that was paired before, whose relay is the test. The test attacks; at its end the fixture sees
-/// to it that nothing was done in the phone's name, that the memory stayed small, and that the companion
-/// serves its phone again as soon as the relay behaves.
+/// An already paired companion whose relay is the test. The test attacks; at its end the fixture checks that
+/// nothing was done in the phone's name, that memory use stayed small, and that the companion serves its
+/// phone again when the relay behaves.
 class AttackedCompanion : public testing::Test {
   protected:
     AttackedCompanion();
     void TearDown() override;
 
-    /// The next connection of the companion; its waits are moved on until it comes.
+    /// The next connection of the companion; its time is advanced until it connects.
     std::unique_ptr<HostileRelay::Line> connect();
-    /// The relay's part of an honest login.
+    /// Plays the relay's part of an honest login.
     std::unique_ptr<HostileRelay::Line> logIn(bool phoneIsOnline = true);
-    /// The same, and an exchange of hellos: the phone has a session then.
+    /// Like `logIn`, with an exchange of hellos, so that the phone has a session.
     std::unique_ptr<HostileRelay::Line> secure();
 
     /// Forwards an envelope.
@@ -38,27 +38,27 @@ class AttackedCompanion : public testing::Test {
         line.say(RelayMessage::Forward{std::move(envelope)});
     }
 
-    /// Calls a tool as the phone does. The JSON of the answer, empty when the connection ended before.
+    /// Calls a tool as the phone does. Returns the JSON of the answer, empty if the connection ended before.
     std::string call(HostileRelay::Line& line, const std::string& tool, const std::string& argumentsJSON);
-    /// What became of all that was sent on this line: whether the companion still serves it, after everything
-    /// before has been judged. False when the companion has ended the connection.
+    /// Waits until everything sent on this line has been handled. Returns false if the companion has ended
+    /// the connection.
     bool isServed(HostileRelay::Line& line);
     /// The next answer to a call of the phone.
     std::string nextAnswer(HostileRelay::Line& line);
-    /// The answers to a call of `mac.status` and to all calls before it.
+    /// The answers up to that of a new call of `mac.status`.
     std::vector<std::string> answersUntilStatus(HostileRelay::Line& line);
-    /// A sealed call that would write this file.
+    /// A sealed call that would write a file of this name.
     Envelope writeOf(const std::string& name);
 
-    /// What the companion shows its user as the trouble.
+    /// The trouble that the companion shows its user.
     std::string trouble();
-    /// Waits until that begins so.
+    /// Waits until the shown trouble begins with this text.
     void untilTrouble(const std::string& beginning);
-    /// Takes away what it shows.
+    /// Clears the shown trouble.
     void forgetTrouble();
 
-    TemporaryFolder temporary; ///< the folder that is allowed
-    TemporaryFolder home;      ///< where the companion keeps its records
+    TemporaryFolder temporary; ///< the allowed folder
+    TemporaryFolder home;      ///< the home folder with the companion's records
     HostileRelay relay;
     SystemRandom random;
     std::shared_ptr<const DeviceIdentity> identity = test::newIdentity();
@@ -66,13 +66,13 @@ class AttackedCompanion : public testing::Test {
     test::PhoneDevice phone{random, phoneClock, identity->deviceID()};
     std::unique_ptr<RealCompanion> mac;
     std::unique_ptr<MemoryMeter> memory;
-    /// The files that calls of the phone have written and no others.
+    /// The only files that calls of the phone are expected to have written.
     std::set<std::string> written;
 
-    /// For the line that is told: how many attacks it were, and what the test has counted.
+    /// For the reported line: the number of attacks, and what the test has counted.
     std::size_t tries = 1;
     std::string counted = "nothing gained";
-    /// Challenges that the companion has answered while a test waited for something else.
+    /// Challenges that the companion answered while a test waited for something else.
     std::size_t signatures = 0;
 
   private:
@@ -80,7 +80,7 @@ class AttackedCompanion : public testing::Test {
     [[nodiscard]] std::set<std::string> files() const;
     void expectRecovery();
 
-    /// Ends the program when an attack makes something wait for ever.
+    /// Ends the program if an attack blocks something forever.
     std::jthread watchdog_;
 };
 

@@ -29,13 +29,13 @@ using namespace std::chrono_literals;
 using Socket = TestServer::Socket;
 namespace ssl = boost::asio::ssl;
 
-/// What somebody on the way does with a connection to a relay whose address is https.
+/// What an attacker on the path does with a connection to a relay whose address is https.
 struct Fault {
     const char* what;
     std::function<void(Socket&)> play;
 };
 
-/// Carries what one says to the other until it has ended.
+/// Forwards bytes from one socket to the other until the connection has ended.
 void carry(Socket& from, Socket& to) {
     std::array<char, 4096> buffer{};
     boost::system::error_code error;
@@ -46,7 +46,7 @@ void carry(Socket& from, Socket& to) {
     to.shutdown(Socket::shutdown_both, error);
 }
 
-/// Somebody on the way to a relay of real TLS, whose authority the companion trusts. He puts himself in its
+/// An attacker on the path to a real TLS relay whose authority the companion trusts. He takes the relay's
 /// place, and at the end lets the connections through.
 class BadTls : public testing::Test {
   protected:
@@ -56,7 +56,7 @@ class BadTls : public testing::Test {
             std::ofstream(folder_.path() / name) << text;
     }
 
-    /// A companion and a phone that are a pair at the relay.
+    /// Makes the companion and a phone a pair at the relay.
     PairedPeer pairAtRelay(const DeviceIdentity& mac) {
         auto peer = test::remembered(*test::newIdentity(), DeviceRole::phone);
         peer.relayURL = address();
@@ -75,7 +75,7 @@ class BadTls : public testing::Test {
 
     [[nodiscard]] std::string address() const { return "https://" + server.authority(); }
 
-    /// A server of TLS that holds a certificate. What it is told then it must not be told.
+    /// A TLS server with this certificate. Everything that the companion tells it is a leak.
     std::function<void(Socket&)> holding(TestAuthority::Identity identity,
                                          ssl::context::method method = ssl::context::tls_server) {
         return [this, identity = std::move(identity), method](Socket& socket) {
@@ -91,7 +91,7 @@ class BadTls : public testing::Test {
         };
     }
 
-    /// Answers the first bytes of a handshake with something else.
+    /// Answers the first byte of a handshake with `bytes`.
     static std::function<void(Socket&)> saying(std::string bytes) {
         return [bytes = std::move(bytes)](Socket& socket) {
             std::array<char, 1> byte{};

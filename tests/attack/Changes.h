@@ -7,7 +7,7 @@
 namespace morvex {
 
 /// Calls `attempt(changed, place)` with every text that differs from `genuine` in one bit; `place` is the
-/// byte of that bit. Gives their number.
+/// index of the changed byte. Returns the number of calls.
 template <class Attempt> std::size_t withEveryBitChanged(std::string_view genuine, Attempt attempt) {
     std::string changed(genuine);
     for (std::size_t bit = 0; bit < 8 * genuine.size(); ++bit) {
@@ -20,8 +20,8 @@ template <class Attempt> std::size_t withEveryBitChanged(std::string_view genuin
     return 8 * genuine.size();
 }
 
-/// Calls `attempt(shorter)` with every text that `genuine` begins with, the empty one too. Gives their
-/// number.
+/// Calls `attempt(shorter)` with every proper prefix of `genuine`, including the empty one. Returns the
+/// number of calls.
 template <class Attempt> std::size_t withEveryTruncation(std::string_view genuine, Attempt attempt) {
     for (std::size_t length = 0; length < genuine.size(); ++length)
         attempt(std::string(genuine.substr(0, length)));

@@ -10,8 +10,8 @@
 namespace morvex {
 namespace {
 
-/// Names of one object that a table may have to compare each with each. That they collide depends on where
-/// the table comes to lie; that they could is what is refused.
+/// An object whose names a hash table may have to compare with each other. Whether they really collide
+/// depends on the address of the table, so texts are refused when they could collide.
 std::string objectOf(std::size_t members, std::size_t nameSize = 7) {
     std::string text = "{";
     for (std::size_t i = 0; i < members; ++i) {
@@ -28,7 +28,7 @@ std::string listOf(std::size_t count, const std::string& value) {
     return text + ']';
 }
 
-/// What somebody adds to a genuine message under a name that nobody looks for.
+/// Values that are expensive to read, for adding to a genuine message under an unused name.
 std::vector<std::string> dearValues() {
     return {objectOf(800),
             objectOf(65'536),
@@ -42,12 +42,12 @@ std::vector<std::string> dearValues() {
             listOf(500'000, "[]")};
 }
 
-/// As much as may be added.
+/// The most that may be added.
 std::string honestValue() {
     return listOf(200, objectOf(16)) + ',' + R"("more":)" + objectOf(500);
 }
 
-/// `json` ends with the ends of two objects; the value goes into the inner one.
+/// Adds a value to the inner one of the two objects that end `json`.
 std::string with(std::string json, const std::string& value) {
     json.resize(json.size() - 2);
     return json + R"(,"future":)" + value + "}}";

@@ -8,14 +8,14 @@
 
 namespace morvex {
 
-/// A sender that has the session's keys and seals under any counter and identity, which a genuine one never
-/// does: so nothing but the receiver's own rules decides.
+/// A sender that has the session's keys and seals with any counter and identity, unlike a genuine sender, so
+/// that only the receiver's own rules decide.
 class CraftedSender {
   public:
     CraftedSender()
         : keys_(SessionKeys::derive(pairKey(), key_, peerKey_.publicKey(), DeviceRole::mac).value()) {}
 
-    /// A receiver that has accepted nothing yet.
+    /// A receiver that has accepted no message yet.
     [[nodiscard]] SecureChannel receiver() const {
         return SecureChannel::create(pairKey(), peerKey_, key_.publicKey(),
                                      {{"PAIR"}, {"PHONE"}, {"MAC"}, DeviceRole::phone})

@@ -7,7 +7,7 @@
 namespace morvex {
 namespace {
 
-/// The relay forwards the hellos and then keeps the first messages for itself.
+/// The relay forwards the hellos and then withholds the first messages.
 class DeletedMessages : public CompanionHarness {
   protected:
     static constexpr std::size_t messages = 6;

@@ -15,11 +15,11 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t mebibyte = 1024 * 1024;
 
-/// A relay that sends more than anybody can want.
+/// A relay that sends far too much.
 class FloodAttack : public AttackedCompanion {
   protected:
-    /// Sends so many frames while the companion's main thread does something else. A companion that holds
-    /// back stops the sender, which then has sent enough.
+    /// Sends at most `most` frames while the companion's main thread is busy. If the companion stops reading,
+    /// the sender stops, too.
     template <class Send> void floodWhileBusy(HostileRelay::Line& line, std::size_t most, Send send) {
         std::promise<void> mayGoOn;
         std::thread busy([&] { mac->on([&] { mayGoOn.get_future().wait(); }); });
@@ -28,7 +28,7 @@ class FloodAttack : public AttackedCompanion {
         busy.join();
     }
 
-    /// Until the companion takes no more, or everything was sent.
+    /// Waits until the companion reads no more, or everything was sent.
     static void waitUntilHeldBack(const std::atomic<std::size_t>& sent, std::size_t most) {
         std::size_t before = most;
         for (int idle = 0; sent < most && idle < 20; idle = before == sent ? idle + 1 : 0) {
@@ -37,7 +37,7 @@ class FloodAttack : public AttackedCompanion {
         }
     }
 
-    /// Ends with the connection cut.
+    /// Cuts the connection at the end.
     template <class Send> void flood(HostileRelay::Line& line, std::size_t most, Send send) {
         std::atomic<std::size_t> sent = 0;
         std::thread sender([&] {
@@ -168,7 +168,7 @@ TEST_F(FloodAttack, MoreOldHellosThanAKeyMeets) {
     for (const auto& hello : recorded) forward(*line, hello);
     counted = std::to_string(recorded.size()) + " hellos";
     forward(*line, writeOf("a.txt"));
-    // Each new session is greeted with a status, which somebody has to read.
+    // Each new session begins with a status, which has to be read.
     for (int i = 0; i < 1000; ++i) EXPECT_TRUE(line->receive());
     untilTrouble("Zprávu nejde ověřit: ");
 }

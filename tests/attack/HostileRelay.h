@@ -23,16 +23,15 @@
 
 namespace morvex {
 
-/// A relay of the test on a free port of 127.0.0.1, over real sockets. WebSockets wait until the test takes
-/// them and speaks for the relay; what else is asked over HTTP, a script answers.
+/// A relay played by the test on a free port of 127.0.0.1, over real sockets. WebSockets wait until the test
+/// takes them and speaks for the relay; other HTTP requests are answered by a script.
 class HostileRelay {
   public:
     using Socket = boost::asio::ip::tcp::socket;
     using Request = boost::beast::http::request<boost::beast::http::string_body>;
     using Script = std::function<void(Socket&, const Request&)>;
 
-    /// The relay's end of one open WebSocket. Calls block; a call on a broken one does nothing or gives
-    /// nothing.
+    /// The relay's end of an open WebSocket. Calls block; calls on a broken one do nothing or return nothing.
     class Line {
       public:
         explicit Line(Socket socket) : stream_(std::move(socket)) {}
@@ -43,13 +42,13 @@ class HostileRelay {
 
         template <class Case> void say(Case content) { send(RelayMessage{std::move(content)}); }
 
-        /// Bytes below the frames.
+        /// Sends bytes outside the WebSocket framing.
         bool sendRaw(std::string_view bytes);
-        /// The next frame of the companion; nothing once the connection has ended.
+        /// The next frame of the companion; nothing if the connection has ended.
         std::optional<RelayMessage> receive();
-        /// Reads, and answers pings, until the connection has ended.
+        /// Reads and answers pings until the connection has ended.
         void readToTheEnd();
-        /// Reads bytes, and answers nothing, until the connection has ended.
+        /// Reads bytes without answering until the connection has ended.
         void takeToTheEnd();
         /// Ends the connection, from any thread.
         void cut();
@@ -67,18 +66,19 @@ class HostileRelay {
 
     [[nodiscard]] std::string address() const;
 
-    /// What answers the requests that open no WebSocket; 404 without it.
+    /// Sets the script for requests that open no WebSocket; without one the answer is 404.
     void answerWith(Script script);
-    /// What answers the requests for a WebSocket instead of opening it; empty to open them again.
+    /// Sets the script that answers requests for a WebSocket instead of opening it; an empty one opens them
+    /// again.
     void refuseSocketsWith(Script script);
 
-    /// The next WebSocket, if one comes within this time.
+    /// The next WebSocket, if it comes within `patience`.
     std::unique_ptr<Line> take(std::chrono::milliseconds patience);
 
-    /// How many requests of both kinds came.
+    /// The number of requests of both kinds.
     [[nodiscard]] int requests();
 
-    /// The head of a frame of a server: its first byte, and a length of 64 bits (RFC 6455, section 5.2).
+    /// The head of a server's frame: its first byte and a 64-bit length (RFC 6455, section 5.2).
     static std::string frameHead(unsigned char first, std::uint64_t length);
 
     /// An HTTP reply that ends its connection.

@@ -19,7 +19,7 @@ namespace {
 
 using Wanted = decltype(JsonRow::wanted);
 
-/// What becomes of a text: the reason of its refusal, or how its value is written.
+/// The outcome for a text: the reason of its refusal, or its value written again.
 Wanted outcomeOf(std::string_view text) {
     const auto read = parseJson(text);
     if (read) return encode(*read);
@@ -33,10 +33,10 @@ std::string shown(const Wanted& outcome) {
     return std::get<std::string>(outcome).substr(0, 200);
 }
 
-/// What the dearest row of a table cost.
+/// The cost of the most expensive row of a table.
 class Cost {
   public:
-    /// The memory of a text is bounded by its length, whatever it says.
+    /// Memory must be bounded by the length of the text, whatever its content.
     void include(const JsonRow& row, const MemoryMeter& memory, std::chrono::nanoseconds time) {
         slowest_ = std::max(slowest_, std::chrono::duration_cast<std::chrono::milliseconds>(time));
         const auto grown = memory.peakGrowthInMebibytes();
@@ -75,7 +75,7 @@ TEST_P(JsonAttack, EveryRowEndsAsTheTableSays) {
         const auto outcome = outcomeOf(row.text);
         worst.include(row, memory, std::chrono::steady_clock::now() - start);
         EXPECT_TRUE(outcome == row.wanted) << row.what << ": " << shown(outcome);
-        // What is written is read again as the same.
+        // What was written must read back as the same value.
         if (const auto* written = std::get_if<std::string>(&outcome))
             EXPECT_TRUE(outcomeOf(*written) == outcome) << row.what;
     }
@@ -111,7 +111,7 @@ TEST(JsonAttack, NoTruncationOfAnObjectIsRead) {
     tell("truncations of a JSON text", count, "none is read");
 }
 
-/// What a number is worth where a record has an unsigned integer of 64 bits.
+/// The value of a number in a field of an unsigned 64-bit integer.
 struct CounterRow {
     const char* text;
     std::optional<std::uint64_t> counter;
@@ -156,10 +156,10 @@ TEST(JsonAttack, TheCounterOfAnEnvelopeIsExactOrTheWholeEnvelopeIsRefused) {
     tell("numbers as an envelope's counter", std::size(counters), "exact or refused");
 }
 
-/// Texts where the relay sends a frame.
+/// A text in place of a frame of the relay.
 struct FrameRow {
     const char* text;
-    const char* readAs; ///< nothing where it is refused
+    const char* readAs; ///< null if it is refused
 };
 
 constexpr FrameRow frames[] = {

@@ -8,11 +8,11 @@
 
 namespace morvex {
 
-/// One text from outside, and what has to become of it.
+/// A text from outside, and the expected outcome.
 struct JsonRow {
     const char* what;
     std::string text;
-    /// Why it is refused, or how the value that was read is written again.
+    /// The reason of its refusal, or the value written again after reading.
     std::variant<DecodeError::Reason, std::string> wanted;
 };
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t kibibyte = 1024;
 
-/// A letter and what follows it without end: the one in the first half, the other in the second.
+/// A letter and the characters repeated after it: `first` in the first half, `second` in the second.
 struct Run {
     const char* what;
     std::string first;
@@ -47,7 +47,7 @@ std::vector<std::size_t> sizes() {
     return {64 * kibibyte, 128 * kibibyte, 256 * kibibyte, 512 * kibibyte, 1024 * kibibyte};
 }
 
-/// Tools and the argument that is such a text, beside honest ones.
+/// Tools that take such a text as an argument, together with honest arguments.
 struct Place {
     const char* tool;
     const char* before;
@@ -71,14 +71,14 @@ constexpr Place places[] = {
     {"mac.terminal.run", R"({"program":"ls","folder":")", R"("})"},
 };
 
-/// A phone that makes up texts which are dear to compare.
+/// A phone that sends texts which are expensive to compare.
 class MarksAttack : public AttackedCompanion {
   protected:
     MorvexNote note(const std::string& title, const std::string& body) {
         return {random.uuid(), title, body, phoneClock.now(), phoneClock.now(), 1, {}};
     }
 
-    /// The honest notes and a file to be found.
+    /// Creates the honest notes and a file to be found.
     void prepare() {
         line = secure();
         forward(*line, phone.seal({MacPayload::NoteUpdate{note("Kůň", "úpěl ďábelské ódy")}}));
@@ -88,13 +88,13 @@ class MarksAttack : public AttackedCompanion {
                   R"({"written":"kůň.txt"})");
     }
 
-    /// What a search of the notes and one of the files find.
+    /// The results of a search in the notes and one in the files.
     std::string search() {
         return call(*line, "mac.notes.search", R"({"query":"KŮŇ"})") +
                call(*line, "mac.files.search", R"({"pattern":"ku\u030an\u030c"})");
     }
 
-    /// The same once more; the characters that were decomposed for it.
+    /// Searches again; returns the number of characters that were decomposed for it.
     std::size_t costOfSearch() {
         const auto before = meter.characters();
         EXPECT_EQ(search(), honest);
@@ -114,7 +114,7 @@ class MarksAttack : public AttackedCompanion {
         send({MacPayload::NoteUpdate{attacking}});
     }
 
-    /// Everything that a phone can name with this text.
+    /// Sends this text in every place where a phone can send one.
     void attack(const std::string& text) {
         sendNote(text, "x");
         sendNote("x", text);
@@ -130,7 +130,7 @@ class MarksAttack : public AttackedCompanion {
 
     std::unique_ptr<HostileRelay::Line> line;
     NormaliserMeter meter;
-    std::string honest; ///< what a search found before the attack
+    std::string honest; ///< the results of a search before the attack
     MorvexNote attacking = note("", "");
     std::size_t sent = 0;
     std::size_t messages = 0;
@@ -151,7 +151,7 @@ TEST_F(MarksAttack, NoRunOfThemMakesComparingDear) {
     EXPECT_EQ(meter.longestRun(), mostMarks);
     EXPECT_LE(meter.steps(), meter.characters() * mostMarks);
     EXPECT_LE(meter.characters(), sent);
-    // A mebibyte of plain text in all these places takes more than an attack may.
+    // A mebibyte of plain text in all these places alone takes more memory than an attack may.
     if (isLongRun()) memory = std::make_unique<MemoryMeter>();
     tries = messages;
     counted = std::to_string(meter.characters()) + " characters decomposed of " + std::to_string(sent) +

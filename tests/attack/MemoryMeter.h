@@ -12,13 +12,13 @@
 
 namespace morvex {
 
-/// How much more memory this process has held, at its peak, than when the meter was made. Nothing under a
+/// Growth of this process's memory, at its peak, since the meter was created. Not available under a
 /// sanitizer, which keeps memory of its own.
 class MemoryMeter {
   public:
     MemoryMeter() {
         malloc_trim(0);
-        // From here on the system counts the peak anew (proc(5), clear_refs).
+        // Resets the peak count of the system (proc(5), clear_refs).
         std::ofstream("/proc/self/clear_refs") << 5;
         before_ = kibibytes("VmRSS:");
     }
@@ -41,7 +41,7 @@ class MemoryMeter {
     std::optional<std::size_t> before_;
 };
 
-/// Expects of an attack that it costs little memory, in MiB. How much it was, for the line that is told.
+/// Expects that an attack cost little memory, in MiB. Returns the amount for the reported line.
 inline std::string expectLittleMemory(const MemoryMeter& memory, double mostGrowth = 32) {
     const auto growth = memory.peakGrowthInMebibytes();
     if (!growth) return "memory not measured";

@@ -11,7 +11,7 @@ namespace {
 
 const Date now = dateFromSeconds(1'795'000'000);
 
-/// Every pair of identities whose joint text in the associated data is this one.
+/// Every pair of identities whose joint text in the associated data is `joint`.
 std::vector<std::pair<std::string, std::string>> splitsOf(const std::string& joint) {
     std::vector<std::pair<std::string, std::string>> splits;
     for (auto bar = joint.find('|'); bar != std::string::npos; bar = joint.find('|', bar + 1))
@@ -19,7 +19,7 @@ std::vector<std::pair<std::string, std::string>> splitsOf(const std::string& joi
     return splits;
 }
 
-/// A phone that puts bars into its identities, and a relay that moves the one between them.
+/// A phone uses bars in its identities, and a relay moves the bar that separates them.
 TEST(MovedBar, OpensUnderNoOtherRequest) {
     const CraftedSender sender;
     std::uint64_t counter = 0;

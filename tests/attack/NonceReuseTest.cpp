@@ -19,10 +19,11 @@ Task<void> dropEvents(std::shared_ptr<SecureLink> link, std::stop_token stop) {
 }
 
 /// A computer that restarts, reconnects and draws new keys while a relay repeats old hellos of its phone.
-/// Both ends of a session seal.
+/// Both ends of a session seal messages.
 ///
-/// A key and a nonce make one stream of bytes, with which the plaintext is mixed (RFC 8439, section 2.4). The
-/// test knows the plaintexts, so it sees the streams: one that came twice would be a nonce that served twice.
+/// A key and a nonce determine one key stream, which is combined with the plaintext (RFC 8439, section 2.4).
+/// The test knows the plaintexts, so it can compute the streams: a stream that occurs twice reveals a reused
+/// nonce.
 class NonceReuse : public test::SecureLinkFixture {
   protected:
     void step() {
@@ -61,7 +62,7 @@ class NonceReuse : public test::SecureLinkFixture {
         logInAgain();
     }
 
-    /// Only the long-term keys are what they were.
+    /// Keeps only the long-term keys.
     void startTheProgramAgain() {
         link = SecureLink::create(identita, test::remembered(*phone.identita, DeviceRole::phone),
                                   DeviceRole::mac, {{executor, clock, sockets}, random})

@@ -41,7 +41,7 @@ Work workOf(const icu::Normalizer2& library, const icu::UnicodeString& text) {
     return work;
 }
 
-/// Leaves nothing out; the library lets nobody derive from its own normaliser.
+/// A filter that excludes nothing; only this class of the library can be derived from.
 class CountingNormaliser final : public icu::FilteredNormalizer2 {
   public:
     CountingNormaliser(const icu::Normalizer2& library, const icu::UnicodeSet& all)

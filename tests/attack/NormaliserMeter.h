@@ -4,18 +4,18 @@
 
 namespace morvex {
 
-/// What this program has given to the text library to decompose, on all its threads. The program puts a
-/// normaliser of its own in the place of the library's (`Normalizer2::getNFDInstance`), which counts and then
-/// has the library do the work, unless that would take hours.
+/// Counts what this program passes to the text library for decomposition, on all threads. The program
+/// replaces the library's normaliser (`Normalizer2::getNFDInstance`) by its own, which counts and then lets
+/// the library do the work, unless that would take hours.
 class NormaliserMeter {
   public:
-    /// Begins to count anew.
+    /// Resets the counts.
     NormaliserMeter();
 
     [[nodiscard]] std::size_t characters() const;
-    /// Marks that some other mark of the same letter may have to pass when they are sorted.
+    /// Marks that another mark of the same letter may have to pass during sorting.
     [[nodiscard]] std::size_t steps() const;
-    /// The most marks of one letter.
+    /// The largest number of marks of one letter.
     [[nodiscard]] std::size_t longestRun() const;
 };
 

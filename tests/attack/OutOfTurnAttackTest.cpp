@@ -6,12 +6,12 @@
 namespace morvex {
 namespace {
 
-/// Frames of a relay at a moment when nobody waits for them.
+/// Frames that a relay sends when nobody waits for them.
 class OutOfTurnAttack : public AttackedCompanion {
   protected:
     OutOfTurnAttack() { tries = 0; }
 
-    /// Frames of every case.
+    /// One frame of each case.
     std::vector<RelayMessage> frames() {
         return {{RelayMessage::Challenge{toBytes("výzva"), ProtocolVersion::current}},
                 {RelayMessage::Authenticate{
@@ -28,7 +28,7 @@ class OutOfTurnAttack : public AttackedCompanion {
         return all;
     }
 
-    /// Frames that have their place before the login alone.
+    /// Frames that are allowed only before the login.
     static std::vector<RelayMessage> loginFrames() {
         return {{RelayMessage::Challenge{toBytes("jiná výzva"), ProtocolVersion::current}},
                 {RelayMessage::Challenge{toBytes("výzva"), ProtocolVersion{2, 0}}},
@@ -37,7 +37,7 @@ class OutOfTurnAttack : public AttackedCompanion {
                 {RelayMessage::Authenticated{false}}};
     }
 
-    /// The companion's hello, and the phone's for it.
+    /// Takes the companion's hello and answers it as the phone.
     void meetOn(HostileRelay::Line& line) {
         auto message = line.receive();
         ASSERT_TRUE(message) << "the line has ended";
@@ -49,7 +49,7 @@ class OutOfTurnAttack : public AttackedCompanion {
         forward(line, std::move(own));
     }
 
-    /// After the frame the line is as it was: it serves, and nothing was signed.
+    /// The frame must not affect the line: it still serves, and nothing was signed.
     void expectUnmoved(HostileRelay::Line& line, const RelayMessage& frame) {
         EXPECT_TRUE(isServed(line)) << frame.value.index();
         EXPECT_EQ(signatures, 0U) << frame.value.index();

@@ -11,8 +11,8 @@
 namespace morvex {
 namespace {
 
-/// A relay, or somebody on the way to it, at the moment of a pairing. The phone has read the genuine code and
-/// shows `number()`.
+/// A relay, or an attacker on the path to it, during a pairing. The phone has read the genuine code and shows
+/// `number()`.
 class PairingAttack : public PairingHarness {
   protected:
     PairingAttack() {
@@ -27,7 +27,7 @@ class PairingAttack : public PairingHarness {
              counted + ", recovered, " + expectLittleMemory(memory));
     }
 
-    /// The phone tries again and the user agrees to its number.
+    /// The phone tries again and the user confirms its number.
     void expectRecovery() {
         beginPairing("AGAIN");
         sendHello(hello());
@@ -39,13 +39,13 @@ class PairingAttack : public PairingHarness {
         EXPECT_EQ(kept->deviceID, phone.identity.deviceID());
     }
 
-    /// What the computer shows; empty when it shows no number.
+    /// The number that the computer shows; empty if it shows none.
     std::string shownNumber() {
         const auto* compare = state().as<StavParovani::OverCislo>();
         return compare ? compare->cislo : "";
     }
 
-    /// The computer shows another number than the phone, so its user refuses.
+    /// The computer shows another number than the phone, so the user refuses.
     void expectANumberThatDiffers() {
         EXPECT_NE(shownNumber(), "");
         EXPECT_NE(shownNumber(), number());
@@ -57,7 +57,7 @@ class PairingAttack : public PairingHarness {
         EXPECT_TRUE(failure().starts_with(beginning)) << failure();
     }
 
-    /// A hello whose signature fits its signing key, whatever its agreement key is.
+    /// A hello with a valid signature of `signer` and any agreement key.
     PairingHello signedBy(const DeviceIdentity& signer, const AgreementPublicKey& agreementKey) {
         auto text = Parovani::helloSignedText(phone.pair, signer.deviceID(), agreementKey);
         return {signer.deviceID(), signer.signingKey(), agreementKey, signer.sign(asBytes(text))};
@@ -96,7 +96,7 @@ TEST_F(PairingAttack, ThePhonesAgreementKeyUnderTheRelaysNameShowsAnotherNumber)
 }
 
 TEST_F(PairingAttack, ASignatureThatThePhoneGaveForALoginShowsAnotherNumber) {
-    // A phone that signs any challenge would sign a hello with the relay's key.
+    // A phone that signed any challenge would also sign a hello with the relay's key.
     sendHello(signedBy(phone.identity, stranger.agreementKey()));
     expectANumberThatDiffers();
 }
@@ -108,12 +108,12 @@ TEST_F(PairingAttack, AHelloOfAnEarlierPairingIsRefused) {
 }
 
 TEST_F(PairingAttack, APairOfTheRelaysChoiceMovesNoHelloToAnother) {
-    // The bars of the signed text could be shifted between its fields.
+    // The bars of the signed text could be moved between its fields.
     for (const char* pair : {"NEW|", "NE", "", "NEW|X"}) {
         sendHello(Parovani::makeHello(phone.identity, PairID{pair}));
         expectRefused(badSignature);
     }
-    // The same where the pair that the computer waits in has such a name.
+    // The same if the pair for which the computer waits has such a name.
     for (const char* pair : {"NEW|X", "|"}) {
         beginPairing(pair);
         auto shifted = Parovani::makeHello(phone.identity, PairID{std::string(pair) + "|"});
@@ -217,7 +217,7 @@ TEST_F(PairingAttack, AFloodOfHellosLeavesTheLastNumberAlone) {
 }
 
 TEST_F(PairingAttack, TheRelayIsNotToldWhatItWouldNeedToFindAFittingNumber) {
-    // The number depends on the computer's agreement key, which is in the code on the screen alone.
+    // The number depends on the computer's agreement key, which is only in the code on the screen.
     ASSERT_EQ(http.requests.size(), 1U);
     EXPECT_EQ(http.requests[0].body.find(mac->agreementKey().text()), std::string::npos);
     for (const auto& url : sockets.urls) EXPECT_EQ(url.find(mac->agreementKey().text()), std::string::npos);

@@ -34,12 +34,12 @@ bool write(Socket& socket, const std::string& bytes) {
     return !error;
 }
 
-/// Writes the beginning, and then `piece` until the companion has had enough.
+/// Writes the beginning, then `piece` repeatedly until the companion closes the connection.
 void writeWithoutEnd(Socket& socket, const std::string& beginning, const std::string& piece) {
     for (bool isTaken = write(socket, beginning); isTaken;) isTaken = write(socket, piece);
 }
 
-/// How a relay answers the call that makes a pair.
+/// How a relay answers the call that creates a pair.
 struct Answer {
     const char* what;
     std::function<void(Socket&)> play;
@@ -53,7 +53,7 @@ std::function<void(Socket&)> raw(std::string bytes) {
     return [=](Socket& socket) { write(socket, bytes); };
 }
 
-/// So many zeros as a gzip file (RFC 1952), a thousandth of them long.
+/// A gzip file (RFC 1952) of this many zeros, about a thousandth of their size.
 std::string packedZeros(std::size_t count) {
     const std::string zeros(mebibyte, '\0');
     std::string packed(count / 512, '\0');
@@ -74,10 +74,10 @@ std::string packedZeros(std::size_t count) {
     return packed;
 }
 
-/// A companion that pairs at a relay of the test, over the real network.
+/// A companion that pairs over the real network, at a relay played by the test.
 class PairingRelayAttack : public testing::Test {
   protected:
-    /// Begins to pair. The failure that is shown, or the text of the code.
+    /// Starts a pairing. Returns the shown failure, or the text of the code.
     std::string pair() {
         auto& state = mac.companion().stav().parovani;
         mac.on([this] { mac.companion().parovani().zacitParovani(); });
@@ -114,7 +114,8 @@ class PairingRelayAttack : public testing::Test {
         end(what, answers.size(), "all refused in words");
     }
 
-    /// The end of every test: the companion pairs with an honest relay, and all of it took little memory.
+    /// Ends every test: the companion pairs with an honest relay, and all of it must have taken little
+    /// memory.
     void end(const std::string& what, std::size_t attacks, const std::string& outcome) {
         expectRecovery();
         tell(what, attacks, outcome + ", recovered, " + expectLittleMemory(memory));
@@ -225,7 +226,7 @@ TEST_F(PairingRelayAttack, ABombThatIsPackedIsNotUnfolded) {
     EXPECT_LT(bomb.size(), HttpRequest{}.replyLimit) << "it would be refused by its length";
     expectRefused({"a bomb that nobody asked for", body(200, bomb, "Content-Encoding: gzip\r\n")});
 
-    // Nor where somebody asks for packed replies.
+    // The same must hold for a client that asks for compressed replies.
     relay.answerWith([&bomb](Socket& socket, const auto&) {
         HostileRelay::reply(socket, 200, bomb, "Content-Encoding: gzip\r\n");
     });

@@ -17,14 +17,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A relay that breaks the rules of the login and of forwarding.
+/// A relay that violates the rules of the login and of forwarding.
 class RelayAttack : public AttackedCompanion {
   protected:
     void challenge(HostileRelay::Line& line, Bytes nonce = toBytes("výzva")) {
         line.say(RelayMessage::Challenge{std::move(nonce), ProtocolVersion::current});
     }
 
-    /// Sends a genuine call whose envelope the relay has changed as text, in a session of its own.
+    /// Sends a genuine call in a session of its own, after changing the text of its envelope.
     void sendChanged(const std::string& field, const std::string& value) {
         auto line = secure();
         auto frame = encode(RelayMessage{RelayMessage::Forward{writeOf("changed.txt")}});
@@ -35,8 +35,8 @@ class RelayAttack : public AttackedCompanion {
         frame.replace(start, end - start, value);
         line->send(frame);
         ++tries;
-        // The connection ends exactly when the frame cannot be read; else the call is refused and the next
-        // served.
+        // The connection ends if and only if the frame cannot be read; otherwise the call is refused and the
+        // next one served.
         const bool isServedOn = isServed(*line);
         EXPECT_EQ(isServedOn, decode<RelayMessage>(frame).has_value()) << frame;
         const auto shown = trouble();
@@ -51,7 +51,7 @@ class RelayAttack : public AttackedCompanion {
     }
 
   private:
-    /// A counter that is not ahead of the last one is a repeat, of which nobody is told.
+    /// A counter that is not ahead of the last one is a repeat, which is not reported.
     static void expectRepeat(const std::string& field, const std::string& value, const std::string& shown) {
         EXPECT_EQ(field + value, "counter0") << value << ": " << shown;
         EXPECT_EQ(shown, "none");
@@ -233,20 +233,20 @@ TEST_F(RelayAttack, AStrangersHelloGivesNoSession) {
 
 TEST_F(RelayAttack, BrokenFramesEndTheConnection) {
     const std::vector<std::string> broken{
-        std::string("\x83\x01x", 3),                                // a reserved kind
-        std::string("\x8f\x00", 2),                                 // another one, of control frames
-        std::string("\xc1\x01x", 3),                                // compressed without being asked
+        std::string("\x83\x01x", 3),                                // a reserved opcode
+        std::string("\x8f\x00", 2),                                 // a reserved opcode of control frames
+        std::string("\xc1\x01x", 3),                                // compressed without agreement
         std::string("\x81\x81\x00\x00\x00\x00x", 7),                // masked by a server
-        std::string("\x80\x01x", 3),                                // the rest of nothing
-        std::string("\x09\x01x", 3),                                // a ping in pieces
-        std::string("\x89\x7e\x00\x7e", 4) + std::string(126, 'x'), // a ping too long
+        std::string("\x80\x01x", 3),                                // a continuation of nothing
+        std::string("\x09\x01x", 3),                                // a fragmented ping
+        std::string("\x89\x7e\x00\x7e", 4) + std::string(126, 'x'), // a ping that is too long
         std::string("\x88\x01x", 3),                                // half a close code
-        std::string("\x88\x02\x03\xed", 4),                         // a close code that is never sent
+        std::string("\x88\x02\x03\xed", 4),                         // a close code that must not be sent
         std::string("\x81\x02\xc3\x28", 4),                         // no UTF-8
-        std::string("\x81\x7e\x00\x01x", 5),                        // a length written too long
+        std::string("\x81\x7e\x00\x01x", 5),                        // a length not in its shortest form
         std::string("\x01\x01x\x81\x01x", 6),                       // a message within a message
         std::string("\x82\x03\xff\xfe\xfd", 5),                     // bytes that are no frame of the relay
-        std::string("\x81\x00", 2),                                 // an empty one
+        std::string("\x81\x00", 2),                                 // an empty message
     };
     for (const auto& bytes : broken) {
         auto line = logIn();
@@ -262,7 +262,7 @@ TEST_F(RelayAttack, ACallInPiecesOfOneByteIsStillOneCall) {
     for (std::size_t i = 0; i < frame.size(); ++i) {
         const bool isLast = i + 1 == frame.size();
         std::string piece{static_cast<char>((isLast ? 0x80 : 0x00) | (i == 0 ? 0x01 : 0x00)), 1, frame[i]};
-        // A control frame may stand between the pieces of a message.
+        // A control frame may come between the fragments of a message.
         line->sendRaw(piece + (isLast ? "" : std::string("\x89\x00", 2)));
     }
     EXPECT_EQ(answersUntilStatus(*line).size(), 1U);

@@ -32,7 +32,7 @@ Date today() {
     return std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now());
 }
 
-/// Pairs with names of their own.
+/// Pairs with distinct names.
 std::vector<TestPair> namedPairs(std::size_t count, const std::string& name) {
     std::vector<TestPair> pairs(count);
     for (std::size_t index = 0; index < count; ++index)
@@ -40,15 +40,15 @@ std::vector<TestPair> namedPairs(std::size_t count, const std::string& name) {
     return pairs;
 }
 
-/// `127.NETWORK.….1`, another /24 for each number.
+/// `127.NETWORK.….1`: another /24 for each number.
 std::string addressOfNetwork(std::size_t number) {
     return "127." + std::to_string(1 + number / 250) + "." + std::to_string(number % 250) + ".1";
 }
 
-/// A stranger at a small relay, beside devices of a pair that it has known for long.
+/// A stranger at a small relay, next to the devices of a pair that the relay has known for long.
 class RelayStranger : public testing::Test {
   protected:
-    /// A long run holds more sockets than many systems allow unasked.
+    /// A long run uses more sockets than many systems allow by default.
     static void SetUpTestSuite() {
         rlimit limit{};
         ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
@@ -63,7 +63,7 @@ class RelayStranger : public testing::Test {
         return limits;
     }
 
-    /// A socket whose device has logged in and heard that its peer is away; null when the relay did not let
+    /// A socket whose device has logged in and was told that its peer is offline; null if the relay refused
     /// it.
     static std::unique_ptr<DeviceSocket> logIn(std::uint16_t port, bool usesTls, const std::string& from,
                                                const TestPair& pair) {
@@ -80,7 +80,7 @@ class RelayStranger : public testing::Test {
         }
     }
 
-    /// The stranger comes, and in between the honest device tries as often as it does.
+    /// The stranger connects, and in between the honest device tries as well.
     std::string trouble(std::uint16_t port, std::size_t connections, bool usesTls,
                         const std::function<void(std::size_t)>& comes) {
         std::size_t passed = 0;
@@ -94,7 +94,7 @@ class RelayStranger : public testing::Test {
         return std::to_string(passed) + " of " + std::to_string(honestTries) + " honest logins passed";
     }
 
-    /// MiB, where 24 of them are allowed for frames.
+    /// In MiB; 24 of them are allowed for frames.
     static constexpr double mostMemory = 64;
 
     std::vector<TestPair> known = namedPairs(1, "KNOWN");
@@ -163,7 +163,7 @@ TEST_F(RelayStranger, LoggedInPairsOfItsOwnKeepNobodyOut) {
         std::chrono::hours age;
     };
 
-    // Pairs can also be made in good time before.
+    // An attacker can also create pairs long in advance.
     for (const auto& [what, networks, age] : {Row{"of one address", 1, std::chrono::hours{0}},
                                               Row{"of many networks", 250, std::chrono::hours{0}},
                                               Row{"old ones of eight networks", 8, std::chrono::hours{5}}}) {
@@ -211,7 +211,7 @@ TEST_F(RelayStranger, CreationsFromAWholeProvidersNetworkAreLimited) {
     const Moment now{std::chrono::hours{1}};
     std::size_t passed = 0;
     for (std::size_t index = 0; index < count; ++index) {
-        // A /64 for each call, of one /32.
+        // A different /64 of one /32 for each call.
         boost::asio::ip::address_v6::bytes_type bytes{0x20, 0x01, 0x0d, 0xb8};
         for (std::size_t place = 0; place < 4; ++place)
             bytes.at(4 + place) = static_cast<std::uint8_t>(index >> (8 * place));
@@ -231,7 +231,7 @@ TEST_F(RelayStranger, CreationsFromAWholeProvidersNetworkAreLimited) {
 TEST_F(RelayStranger, UnfinishedFramesStayWithinTheMemoryOfAll) {
     auto small = RunningRelay::quickLimits();
     small.heldInAll = 24 * mebibyte;
-    // What is counted only now and then would not be counted at all.
+    // Ticks are rare here, so memory that is counted only at ticks would not be counted at all.
     small.tick = std::chrono::hours{1};
     const auto count = cases(60, 300);
     const auto own = namedPairs(count, "OWN");
@@ -245,7 +245,7 @@ TEST_F(RelayStranger, UnfinishedFramesStayWithinTheMemoryOfAll) {
         socket.logIn(own[index], own[index].mac);
         socket.sayUnfinished(unfinished);
     }
-    // Once this pair has spoken, what came before has been read.
+    // When this pair has exchanged a frame, everything sent before has been read.
     DeviceSocket mac{relay.port()};
     mac.logIn(own[0], own[0].mac, false);
     mac.write(own[0].fromMac());

@@ -43,8 +43,8 @@ struct Step {
     bool accepted;
 };
 
-/// The counters of one direction in the order of their arrival. There is no window for reordering: what a
-/// window would still take is refused.
+/// The counters of one direction in order of arrival. There is no window for reordering: counters that a
+/// window would accept are refused.
 const std::vector<std::pair<const char*, std::vector<Step>>> scripts{
     {"zero is no counter", {{0, false}, {1, true}, {0, false}, {1, false}, {2, true}}},
     {"in order", {{1, true}, {2, true}, {3, true}, {4, true}, {4, false}, {3, false}}},
@@ -110,7 +110,7 @@ TEST(ReplayDeathTest, TheSenderEndsBeforeItsCounterStartsAgain) {
     tell("a counter at its end", 1, "the sender ends");
 }
 
-/// The rules written down in the slowest way: every identity is looked for one after the other.
+/// The rules in their slowest form: identities are searched one by one.
 class NaiveReceiver {
   public:
     Verdict open(const Envelope& envelope, Date when, bool isForged) {
@@ -134,7 +134,7 @@ class NaiveReceiver {
     std::vector<std::string> seen_;
 };
 
-/// Draws what arrives next: new messages, kept ones again, and all that a relay can do to them.
+/// Draws what arrives next: new messages, repeated ones, and everything that a relay can do to them.
 class RandomArrivals {
   public:
     struct Arrival {
@@ -146,7 +146,7 @@ class RandomArrivals {
     explicit RandomArrivals(std::uint64_t seed)
         : random_(seed), length_(chance(99) ? 1 + below(20) : 1000), begin_(chance(5) ? largest - 10 : 0) {}
 
-    /// Mostly a short sequence, some that are longer than the window of identities.
+    /// Mostly a short sequence, sometimes one longer than the window of identities.
     [[nodiscard]] std::size_t length() const { return length_; }
 
     Arrival next(const CraftedSender& sender, std::uint64_t last) {
@@ -160,7 +160,7 @@ class RandomArrivals {
 
   private:
     Envelope fresh(const CraftedSender& sender, std::uint64_t last) {
-        // Near the last one mostly, sometimes behind it, sometimes an identity that was there already.
+        // Usually close to the last counter, sometimes behind it, sometimes with an identity used before.
         const auto step = below(8);
         last = std::max(last, begin_);
         const auto counter = last + step < 3 ? step : last + step - 3;
@@ -223,7 +223,7 @@ class RandomArrivals {
 
     std::mt19937_64 random_;
     std::size_t length_;
-    std::uint64_t begin_; ///< of the counters: now and then close to the last one that there is
+    std::uint64_t begin_; ///< of the counters; sometimes close to the largest possible one
     std::uint64_t identities_ = 0;
     std::vector<Envelope> kept_;
 };

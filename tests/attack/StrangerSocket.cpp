@@ -22,7 +22,7 @@ sockaddr_in addressOf(const std::string& host, std::uint16_t port) {
     return address;
 }
 
-/// Of a masked text frame that is whole in itself; its length takes as few bytes as it can.
+/// The head of a masked, unfragmented text frame; the length is in its shortest form.
 std::string frameHead(std::uint64_t length) {
     const auto form = length < 126 ? 0U : length <= 0xFFFF ? 2U : 8U;
     std::string head{"\x81"};

@@ -8,8 +8,8 @@
 
 namespace morvex {
 
-/// A connection to a relay of this computer that keeps to no protocol. Whatever fails is the relay's right to
-/// refuse, and no failure of the test.
+/// A connection to a relay on this computer that follows no protocol. Failures are refusals by the relay, to
+/// which it has a right, and no failures of the test.
 class StrangerSocket {
   public:
     /// `from` is one of this computer's addresses.
@@ -19,17 +19,17 @@ class StrangerSocket {
     StrangerSocket& operator=(const StrangerSocket&) = delete;
 
     void say(std::string_view bytes) const;
-    /// Waits until these words have come; false when the relay closes before.
+    /// Waits until these words arrive; returns false if the relay closes before.
     bool hears(std::string_view words);
     /// Opens a WebSocket and logs in.
     void logIn(const TestPair& pair, const DeviceIdentity& device);
-    /// A frame of 4 MiB of which only this much comes. The relay may end the connection meanwhile.
+    /// Sends only the beginning of a frame of 4 MiB. The relay may end the connection meanwhile.
     void sayUnfinished(std::string_view beginning) const;
 
-    /// Waits for the relay to end the connection. False when it does not in twenty seconds.
+    /// Waits for the relay to end the connection. Returns false if it does not within twenty seconds.
     [[nodiscard]] bool isCutOff() const;
 
-    /// One masked text frame (RFC 6455, section 5.2), its mask all zeros.
+    /// A masked text frame (RFC 6455, section 5.2) with an all-zero mask.
     static std::string textFrame(std::string_view text);
 
   private:

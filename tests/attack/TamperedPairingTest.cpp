@@ -11,7 +11,7 @@ std::string changedPlace(std::size_t place) {
     return "byte " + std::to_string(place);
 }
 
-/// The computer waits for the phone; everything that the relay makes of the phone's hello reaches it.
+/// The computer waits for the phone and receives every change that the relay makes to the phone's hello.
 class TamperedPairing : public PairingHarness {
   protected:
     TamperedPairing() {
@@ -25,7 +25,8 @@ class TamperedPairing : public PairingHarness {
         EXPECT_FALSE(store.held.nactiProtejsek().value()) << what;
     }
 
-    /// Between the changed ones, so that none is refused only because nobody looks any more.
+    /// Used between the changed ones, to check that none is refused only because the computer stopped
+    /// reading.
     void expectTheGenuineOneShown(const std::string& genuine) {
         sendBytes(toBytes(genuine));
         ASSERT_TRUE(state().as<StavParovani::OverCislo>());

@@ -30,15 +30,14 @@ std::string inLowerCase(std::string text) {
     return text;
 }
 
-/// Always the same keys, for two keys show the same number once in a million times.
+/// Fixed keys, since random keys show the same number once in a million times.
 std::shared_ptr<const DeviceIdentity> identityOf(std::uint8_t byte) {
     return std::make_shared<const DeviceIdentity>(
         SigningPrivateKey::fromRaw(Bytes(keySize, byte)).value(),
         AgreementPrivateKey::fromRaw(Bytes(keySize, static_cast<std::uint8_t>(byte + 1))).value());
 }
 
-/// The relay that the genuine code names. It gives the pair for the token alone, and nobody answers
-/// elsewhere.
+/// The relay in the genuine code. It returns the pair only for the token; other addresses do not answer.
 class RelayOfTheCode final : public HttpClient {
   public:
     explicit RelayOfTheCode(const PairingBundle& code) : code_(code) {}
@@ -56,8 +55,8 @@ class RelayOfTheCode final : public HttpClient {
     const PairingBundle& code_;
 };
 
-/// The phone reads a changed code and pairs by it. The relay is the one of the genuine code, and the computer
-/// holds the genuine pair and keys.
+/// The phone reads a changed code and pairs with it. The relay is that of the genuine code, and the computer
+/// has the genuine pair and keys.
 class TamperedQr : public testing::Test {
   protected:
     enum class End {
@@ -71,7 +70,7 @@ class TamperedQr : public testing::Test {
         paired
     };
 
-    /// How far the phone comes with this code.
+    /// How far the phone gets with this code.
     End pairWith(const std::string& qr) {
         ManualExecutor executor;
         ManualClock clock;
@@ -110,7 +109,8 @@ class TamperedQr : public testing::Test {
         return End::unreadable;
     }
 
-    /// What the computer shows for the phone's introduction; nothing when it does not reach this computer.
+    /// The number that the computer shows for the phone's introduction; nothing if the introduction does not
+    /// reach this computer.
     std::optional<std::string> numberAtMac(const std::string& frame) {
         const auto message = decode<RelayMessage>(frame).value();
         const auto* forward = message.as<RelayMessage::Forward>();
@@ -122,12 +122,12 @@ class TamperedQr : public testing::Test {
         return Parovani::comparisonNumber(key.value());
     }
 
-    /// The changes by which the phone still reaches the same computer, relay and key.
+    /// Whether the phone still reaches the same computer, relay and key despite the change.
     [[nodiscard]] bool isHarmless(const std::string& qr) const {
         auto read = Parovani::bundleOf(qr).value();
-        // A minor version is for the phone to know; nothing depends on it.
+        // Nothing depends on the minor version.
         read.v = bundle.v;
-        // Scheme and host have no case (RFC 3986, section 6.2.2.1).
+        // Scheme and host are case-insensitive (RFC 3986, section 6.2.2.1).
         read.relayURL = inLowerCase(read.relayURL);
         // X25519 ignores the top bit of a public key (RFC 7748, section 5).
         if ((read.agreementKey.raw.back() ^ bundle.agreementKey.raw.back()) == 0x80)
@@ -150,7 +150,7 @@ class TamperedQr : public testing::Test {
         ProtocolVersion::current, "https://relay.example:8787", {"PAIR-1"}, "c2VjcmV0LXRva2Vu",
         mac->signingKey(),        mac->agreementKey()};
     std::map<End, std::size_t> ends;
-    /// What the phone would store about the computer once the user has agreed to the number.
+    /// The record of the computer that the phone would store after the user has confirmed the number.
     std::optional<PairedPeer> kept;
 };
 

@@ -10,14 +10,14 @@
 namespace morvex {
 namespace {
 
-/// A link on which everything arrives that a relay makes of a genuine frame.
+/// A link that receives every change that a relay makes to a genuine frame.
 class TamperedSession : public test::SecureLinkFixture {
   protected:
     static std::string frameOf(Envelope envelope) {
         return encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});
     }
 
-    /// A frame arrives as the relay wrote it. The events that it causes.
+    /// Delivers a frame as the relay wrote it. Returns the events that it causes.
     Udalosti arrive(std::string frame) {
         socket->deliver(std::move(frame));
         return takeEvents();
@@ -34,8 +34,8 @@ class TamperedSession : public test::SecureLinkFixture {
         return told && told->stav.as<MacAvailability::Preruseno>();
     }
 
-    /// The changed frame brings neither a message nor a session, and nothing is sent because of it. Whether
-    /// the connection outlived it: what cannot be read as a frame ends it.
+    /// Expects that the changed frame brings neither a message nor a session and that nothing is sent because
+    /// of it. Returns whether the connection survived: an unreadable frame ends it.
     bool outlives(const std::string& changed) {
         const auto sent = socket->sent.size();
         const auto events = arrive(changed);
@@ -54,8 +54,8 @@ class TamperedSession : public test::SecureLinkFixture {
         takeEvents();
     }
 
-    /// Tries a change of a genuine message, in a session. Afterwards the genuine one is accepted, or, when
-    /// the connection has ended, one in the next session.
+    /// Tries a change of a genuine message, in a session. Afterwards the genuine one is accepted, or, if the
+    /// connection has ended, one in the next session.
     void expectRefused(const MacPayload& payload, Envelope genuine, const std::string& changed) {
         if (!outlives(changed)) {
             EXPECT_TRUE(hasNoSession()) << changed;
@@ -68,7 +68,7 @@ class TamperedSession : public test::SecureLinkFixture {
         EXPECT_EQ(takeEvents(), (Udalosti{zprava(payload)})) << changed;
     }
 
-    /// Tries a change of the phone's hello, without a session. Afterwards the genuine one is accepted.
+    /// Tries a change of the phone's hello, without a session. Afterwards the genuine hello is accepted.
     void expectHelloRefused(Envelope genuine, const std::string& changed) {
         if (!outlives(changed)) {
             logInAgain();
@@ -77,7 +77,7 @@ class TamperedSession : public test::SecureLinkFixture {
         }
         relay(std::move(genuine));
         EXPECT_TRUE(std::ranges::any_of(takeEvents(), isSession)) << changed;
-        // A new key of this device, and no session.
+        // Makes this device draw a new key, without a session.
         relay(RelayMessage::PeerOnline{true});
         takeEvents();
     }
@@ -88,7 +88,7 @@ class TamperedSession : public test::SecureLinkFixture {
                  " refused, the genuine one accepted after each");
     }
 
-    /// Messages of three shapes.
+    /// Messages of three different forms.
     const std::vector<MacPayload> payloads{
         {MacPayload::ToolCall{"mac.files.write", R"({"path":"a.txt","content":"žluť"})"}},
         {MacPayload::ApprovalDecision{"A3F45126-91AE-49CF-A231-8EA42E787339", true, {}}},
@@ -140,7 +140,7 @@ TEST_F(TamperedSession, OfAHellosFrameOnlyTheKindAndTheSignedHelloCount) {
         if (!isSameHello) return expectHelloRefused(genuine, changed);
         ++accepted;
         EXPECT_TRUE(std::ranges::any_of(arrive(changed), isSession)) << changed;
-        // A new key of this device, which the hello has not met yet.
+        // Makes this device draw a new key, which was not yet combined with the hello's key.
         relay(RelayMessage::PeerOnline{true});
         takeEvents();
     });

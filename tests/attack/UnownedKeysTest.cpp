@@ -17,7 +17,7 @@
 namespace morvex {
 namespace {
 
-/// Somebody without a private key, who chooses a public one under which signatures can be made by anybody.
+/// An attacker without a private key, who chooses a public key under which anybody can make signatures.
 class UnownedKeys : public testing::Test {
   protected:
     const PairID pair{"PAIR"};
@@ -33,7 +33,7 @@ class UnownedKeys : public testing::Test {
         return bytes;
     }
 
-    /// Calls `attack(key, signature, number of the message)` for every combination.
+    /// Calls `attack(key, signature, index of the message)` for every combination.
     template <class Attack> std::size_t tryAll(Attack attack) {
         for (const auto& key : keys)
             for (std::size_t message = 0; message < messages; ++message)
