@@ -182,7 +182,7 @@ std::vector<DifficultChild> missing(const fs::path& folder) {
     };
 }
 
-/// Those that change the place they run in; each run makes it anew.
+/// Children that change the folder they run in; each run creates it anew.
 std::vector<DifficultChild> vanishing(const fs::path& folder) {
     auto inLost = shell("d=$(mktemp -d) && cd $d && rmdir $d && pwd && ls && exit 3");
     return {

@@ -13,25 +13,25 @@ namespace morvex {
 /// A program that is hard to start, to follow or to end.
 struct DifficultChild {
     enum class Ends { byItself, whenStopped, neverBegins };
-    /// Which processes of its own may outlive it.
+    /// Which of its own processes may outlive it.
     enum class Leaves {
         nothing,
-        unlessStopped, ///< any, of a run that nobody stopped, or asked to end before
-        daemons,       ///< those whose parents have ended, however it ends itself
+        unlessStopped, ///< any, if the run was not stopped or if it was asked to end before
+        daemons,       ///< those whose parents have ended, however the program itself ends
     };
     enum class Inherits { environment, nothing };
 
     std::string what;
     OutsideProgram program;
     Ends ends = Ends::byItself;
-    /// When it ends by itself; absent where that is left to chance.
+    /// The exit status if it ends by itself; absent if the status is random.
     std::optional<std::int32_t> status = {};
     Leaves leaves = Leaves::nothing;
-    /// What the processes that it leaves have of it.
+    /// What the processes that it leaves inherit from it.
     Inherits inherits = Inherits::environment;
 };
 
-/// Every kind; the programs that they need are laid into `folder`.
+/// Every kind; the programs that they need are created in `folder`.
 std::vector<DifficultChild> difficultChildren(const std::filesystem::path& folder);
 
 } // namespace morvex

@@ -34,7 +34,7 @@ Answer answerOf(const Error& error) {
                       chyba->pripad);
 }
 
-/// Cuts the text before `mark` off and gives it; `text` keeps what follows.
+/// Removes the text before `mark`, and the mark, from `text` and returns it.
 std::string cut(std::string& text, std::string_view mark) {
     auto at = std::min(text.find(mark), text.size());
     auto first = text.substr(0, at);

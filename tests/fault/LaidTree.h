@@ -13,34 +13,35 @@
 
 namespace morvex {
 
-/// What a file tool said.
+/// The answer of a file tool.
 enum class Answer { done, forbidden, outside, notAFile, tooLarge, exists, obeyed, failed };
 
-/// How a test's failure shows it.
+/// Prints an answer in a test's failure message.
 void PrintTo(Answer answer, std::ostream* out);
 
-/// A tree of files that a line of text describes, and the file tools over it. Entries are parted by "; ":
+/// A file tree described by a line of text, and the file tools on it. Entries are separated by "; ":
 ///
 ///     name            a file                 name/         a folder
 ///     name -> target  a link                 name = other  a hard link
 ///     name |          a pipe                 name *        a socket
-///     name #size      a file of that size    name !        what is there, without any permission
+///     name #size      a file of that size    name !        an existing entry, without any permission
 ///
-/// Names lie in the allowed folder, those that begin with a slash in the root of the tree, which "$" means in
-/// targets. The content of a file is "inside", and "secret" below `outside` and the other folders of `home`.
+/// Names are relative to the allowed folder; those that begin with a slash are relative to the root of the
+/// tree, which is written as "$" in targets. The content of a file is "inside"; below `outside` and the other
+/// folders of `home` it is "secret".
 class LaidTree {
   public:
-    /// `folder` is told to the tools beside the path, as a person may name one.
+    /// `folder` is passed to the tools together with the path, as a user may name a folder.
     LaidTree(std::string_view layout, std::vector<std::string> allowed = {"home/Projects"},
              std::optional<std::string> folder = std::nullopt);
     ~LaidTree();
     LaidTree(const LaidTree&) = delete;
     LaidTree& operator=(const LaidTree&) = delete;
 
-    /// The text with "$" as the root of the tree.
+    /// Replaces "$" by the root of the tree.
     [[nodiscard]] std::string rooted(std::string_view text) const;
 
-    /// From now on this is told to the tools beside the path, as it stands.
+    /// From now on `folder` is passed unchanged to the tools together with the path.
     void tellFolder(std::string folder) { folder_ = std::move(folder); }
 
     struct Read {
@@ -50,10 +51,10 @@ class LaidTree {
 
     Read read(const std::string& path);
     Answer write(const std::string& path, const std::string& content);
-    /// Sorted; nothing when the search was refused.
+    /// Sorted; nothing if the search was refused.
     std::optional<std::vector<std::string>> search(const std::string& query);
 
-    /// Every entry of the whole tree with its kind and what it holds, by its path from the root.
+    /// Every entry of the whole tree with its kind and content, by its path from the root.
     [[nodiscard]] std::map<std::string, std::string> snapshot() const;
 
   private:

@@ -9,7 +9,7 @@
 namespace morvex {
 namespace {
 
-/// Whether a folder is made in an empty one while this call fails.
+/// Creates a folder in an empty one while this call fails; returns whether it succeeded.
 TracedEnd makeWith(std::size_t call) {
     TemporaryFolder folder;
     auto work = [path = folder.path() / "new"] {
@@ -19,7 +19,7 @@ TracedEnd makeWith(std::size_t call) {
 }
 
 TEST(MakeFoldersFault, AFolderIsMadeOnlyWhenItsNameIsFlushed) {
-    // Looks at the folder and at the one above, makes it, opens the one above and flushes it.
+    // The calls: look at the folder and at its parent, create it, open the parent and flush it.
     constexpr std::size_t needed = 5;
     for (std::size_t call = 0; call < needed; ++call) EXPECT_EQ(makeWith(call).answer, false) << call;
     EXPECT_EQ(makeWith(needed).answer, true) << "closes it";

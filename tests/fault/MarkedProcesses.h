@@ -6,8 +6,8 @@
 
 namespace morvex {
 
-/// The living processes whose environment has this variable, with its value: whatever descends from a child
-/// that was started with it, wherever it went, as long as it kept its environment.
+/// The living processes whose environment contains this variable, with its value: all descendants of a child
+/// that was started with it, wherever they went, as long as they kept their environment.
 std::map<pid_t, std::string> processesMarked(const std::string& variable);
 
 } // namespace morvex

@@ -6,9 +6,9 @@ namespace morvex {
 
 namespace {
 
-/// Names that mean exactly themselves.
+/// Names that mean exactly what they say.
 constexpr std::string_view literal[] = {
-    // Dots that lead nowhere.
+    // Dots without a special meaning.
     "...",
     "....",
     "a.",
@@ -21,7 +21,7 @@ constexpr std::string_view literal[] = {
     "\u2026",
     "\u2024\u2024",
     "\uff0e\uff0e",
-    // Blanks, and letters that are none to see.
+    // Blanks and invisible characters.
     "a b",
     "a  b",
     "a\u00a0b",
@@ -37,7 +37,7 @@ constexpr std::string_view literal[] = {
     "\u3164",
     "\u115f",
     "\u2800",
-    // Controls.
+    // Control characters.
     "a\r\nb",
     "\x01",
     "a\x07",
@@ -51,7 +51,7 @@ constexpr std::string_view literal[] = {
     "\u009b2J",
     "\x1f\x1e\x1d\x1c"
     "a",
-    // Directions of writing, which show a name as another.
+    // Directions of writing, which make one name look like another.
     "\u202etxt.exe",
     "a\u202egpj.sh",
     "\u202d\u202e\u202c",
@@ -93,7 +93,7 @@ constexpr std::string_view literal[] = {
     "\uffff",
     "\U0010FFFF",
     "\ufffd",
-    // Quotes and the letters of shells.
+    // Quotes and special characters of shells.
     "'",
     "\"",
     "''",
@@ -152,7 +152,7 @@ constexpr std::string_view literal[] = {
     "..\uff0foutside",
     "+",
     "a+b",
-    // Words with a meaning elsewhere.
+    // Words with a special meaning elsewhere.
     "CON",
     "NUL.txt",
     "COM1",
@@ -174,7 +174,7 @@ constexpr std::string_view literal[] = {
     "a\u2215b",
 };
 
-/// Bytes that are no UTF-8: cut off, too long, surrogates, beyond the end.
+/// Bytes that are not UTF-8: truncated, overlong, surrogates, above U+10FFFF.
 constexpr std::string_view noText[] = {
     "\xff",
     "a\xff",
@@ -195,7 +195,7 @@ constexpr std::string_view noText[] = {
     "\xc1\xbf",
 };
 
-/// Names that lose the white space around them, or mean another path.
+/// Names whose surrounding white space is removed, or that mean another path.
 const std::vector<NaughtyName> changed = {
     {" a", "a"},
     {"a ", "a"},
@@ -222,7 +222,7 @@ const std::vector<NaughtyName> changed = {
     {".. /a", ".. /a"},
     {"\\\\server\\share/a", "\\\\server\\share/a"},
     {std::string(255, 'a'), std::string(255, 'a')},
-    // White space, the folder itself and the ways out of it.
+    // White space, the folder itself and paths that lead out of it.
     {"", {}},
     {" ", {}},
     {"\n\t\r ", {}},
@@ -249,7 +249,7 @@ const std::vector<NaughtyName> changed = {
     {".aws/a", {}},
     {".netrc", {}},
     {".npmrc.bak", {}},
-    // What no system takes as a name.
+    // Names that no system accepts.
     {std::string("a\0b", 3), {}},
     {std::string("\0", 1), {}},
     {std::string("a\0/../../outside", 16), {}},
@@ -271,7 +271,7 @@ std::vector<NaughtyName> naughtyNames() {
     for (auto name : noText) all.push_back({std::string(name), std::string(name)});
     for (char control = 1; control < ' '; ++control)
         all.push_back({{'a', control, 'b'}, std::string{'a', control, 'b'}});
-    // The limit is one of bytes, wherever it falls in a letter.
+    // The limit is in bytes, even if it falls within a letter.
     all.push_back({repeated("ž", 127), repeated("ž", 127)});
     all.push_back({repeated("ž", 128), {}});
     all.push_back({repeated("\U0001F600", 63), repeated("\U0001F600", 63)});

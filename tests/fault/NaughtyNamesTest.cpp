@@ -15,7 +15,7 @@ namespace {
 
 const std::string below = "home/Projects/";
 
-/// What changed in the tree, folders left out.
+/// What changed in the tree, except folders.
 std::map<std::string, std::string> madeSince(const LaidTree& tree,
                                              const std::map<std::string, std::string>& before) {
     auto made = tree.snapshot();
@@ -60,12 +60,12 @@ void expectRefused(const NaughtyName& name) {
     EXPECT_NE(tree.write(name.asked, "text"), Answer::done);
     EXPECT_NE(tree.read(name.asked).answer, Answer::done);
     EXPECT_EQ(tree.snapshot(), before);
-    // No name at all asks for all files, and no refused one for any outside.
+    // An empty name matches all files, and a refused one none outside.
     const auto found = name.asked.empty() ? std::vector<std::string>{"zz"} : std::vector<std::string>{};
     EXPECT_EQ(tree.search(name.asked), found);
 }
 
-/// As the name of a folder that nobody allowed.
+/// Tries `name` as the name of a folder that is not allowed.
 void expectNoFolder(const std::string& name) {
     LaidTree tree("file; /home/Music/file; /home/Films/file; /outside/file; /file",
                   {"home/Music", "home/Films"});
@@ -77,7 +77,7 @@ void expectNoFolder(const std::string& name) {
     EXPECT_EQ(tree.snapshot(), before);
 }
 
-/// As the name of an allowed folder beside another one.
+/// Tries `name` as the name of an allowed folder next to another one.
 void expectFolder(const std::string& name) {
     const auto place = "home/" + name;
     LaidTree tree("/home/Music/file", {"home/Music", place});

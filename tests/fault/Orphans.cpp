@@ -19,7 +19,7 @@ namespace {
 
 enum class Of { living, all };
 
-/// As proc(5) has it: state and parent follow the name, which stands in brackets.
+/// Format of proc(5): state and parent follow the name, which is in brackets.
 bool isChild(const std::filesystem::path& process, pid_t parent, Of which) {
     std::ifstream file(process / "stat");
     std::string text;
@@ -43,10 +43,10 @@ std::set<pid_t> childrenOf(pid_t parent, Of which) {
 }
 
 [[noreturn]] void runAndEnd(const std::function<bool()>& body) {
-    // Whoever ends the tests by force means this process too.
+    // If the tests are killed, this process must end, too.
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     const bool isDone = body();
-    std::exit(isDone ? EXIT_SUCCESS : EXIT_FAILURE); // what watches over memory and threads has its say there
+    std::exit(isDone ? EXIT_SUCCESS : EXIT_FAILURE); // exit runs the checks of the sanitizers
 }
 
 } // namespace

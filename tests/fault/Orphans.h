@@ -6,15 +6,15 @@
 
 namespace morvex {
 
-/// Runs `body` in a child of this process, which meanwhile adopts and reaps every process below that loses
-/// its parent. True when `body` gave true. To be called while this process has one thread; its tests go on in
-/// the child, whose failures are printed there.
+/// Runs `body` in a child of this process, which adopts and reaps all descendants that lose their parent.
+/// Returns whether `body` returned true. Call it while this process has only one thread; the tests continue
+/// in the child, which prints their failures.
 [[nodiscard]] bool succeedsAboveOrphans(const std::function<bool()>& body);
 
-/// The living processes that were adopted since. For `body`.
+/// The living processes adopted since then. Call within `body`.
 std::set<pid_t> livingOrphans();
 
-/// The children that this process has, dead ones that nobody reaped among them.
+/// The children of this process, including dead ones that are not reaped yet.
 std::set<pid_t> ownChildren();
 
 } // namespace morvex

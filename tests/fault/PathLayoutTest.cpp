@@ -13,7 +13,7 @@ namespace {
 
 class PathLayoutTest : public testing::Test {
   protected:
-    /// All that makes a layout another one for a tool.
+    /// Everything that distinguishes two layouts for a tool.
     using Differences =
         std::tuple<std::string, std::vector<std::string>, std::optional<std::string>, std::string>;
 
@@ -25,7 +25,7 @@ class PathLayoutTest : public testing::Test {
         return {layout.tree, layout.allowed, layout.folder, ""};
     }
 
-    /// Those whose names contain the query, which is in plain letters.
+    /// The paths whose names contain the query, which must be in plain letters.
     static std::vector<std::string> matching(std::vector<std::string> found, const std::string& query) {
         std::erase_if(found, [&query](const std::string& path) {
             return !lowerCase(path.substr(path.rfind('/') + 1)).contains(lowerCase(query));
@@ -33,8 +33,8 @@ class PathLayoutTest : public testing::Test {
         return found;
     }
 
-    /// Runs the check on a fresh tree of every layout that differs from those before, and says how many there
-    /// were.
+    /// Runs the check on a fresh tree for every layout that differs from the earlier ones, and prints their
+    /// number.
     void forEachLayout(const std::string& tool, Differences (*differences)(const PathLayout&),
                        void (*check)(const PathLayout&, LaidTree&)) {
         std::set<Differences> tried;
@@ -69,7 +69,7 @@ TEST_F(PathLayoutTest, WritingMakesOneFileInsideAndChangesNothingElse) {
             ASSERT_TRUE(made);
             EXPECT_EQ(made.mapped(), "written");
         }
-        // Folders that were made on the way may stay.
+        // Folders created on the way may remain.
         const auto way = "home/Projects/" + layout.made;
         for (const auto& [name, held] : after)
             EXPECT_TRUE(before.contains(name) ? before[name] == held : way.starts_with(name)) << name;

@@ -8,7 +8,7 @@ namespace {
 
 using enum Answer;
 
-/// A user's permissions do not bind root.
+/// Root is not bound by permissions.
 bool isRoot() {
     return ::geteuid() == 0;
 }
@@ -19,7 +19,7 @@ std::string repeated(const std::string& text, int times) {
     return result;
 }
 
-/// `length` links, one to the next, the first named "0", and the file "end" behind the last.
+/// `length` links that lead from one to the next, the first named "0", and the file "end" after the last.
 std::string chain(int length) {
     std::string tree = "end";
     for (int i = 0; i < length; ++i)

@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono_literals;
 using Ends = DifficultChild::Ends;
 
-/// The variable that tells of which run a process descends.
+/// The variable that tells from which run a process descends.
 constexpr auto runMark = "MORVEX_TEST_RUN";
 
 std::size_t openDescriptors() {
@@ -25,14 +25,14 @@ std::size_t openDescriptors() {
     return static_cast<std::size_t>(std::distance(begin(all), end(all)));
 }
 
-/// How many runs ended in which way; a run may count more than once.
+/// How many runs ended in which way; a run may be counted more than once.
 struct Endings {
     std::size_t asked = 0;
     std::size_t cancelled = 0;
     std::size_t outOfTime = 0;
     std::size_t killed = 0;
     std::size_t neverBegan = 0;
-    std::map<std::string, std::size_t> byThemselves; ///< of each kind
+    std::map<std::string, std::size_t> byThemselves; ///< by kind
 
     void count(const TroubledRun& run) {
         if (run.wasAsked()) ++asked;
@@ -53,7 +53,8 @@ struct Endings {
     }
 };
 
-/// Runs of difficult children, many at once. Lives in a process above orphans, from before its first thread.
+/// Runs of difficult children, many at once. Create it inside `succeedsAboveOrphans`, before the first thread
+/// is started.
 class ProcessStorm {
   public:
     ProcessStorm() {
@@ -78,7 +79,7 @@ class ProcessStorm {
     }
 
   private:
-    /// They come in turn.
+    /// The children in turn.
     struct Kinds {
         const DifficultChild& next() { return children[turn++ % children.size()]; }
 
@@ -104,13 +105,14 @@ class ProcessStorm {
         return std::ranges::any_of(runs, [](const auto& run) { return !run->hasEnded(); });
     }
 
-    /// Nobody does anything. Time passes for those alone whose outputs are held by others after the end.
+    /// Waits without disturbing the runs. Time passes only for runs that have ended but whose output is still
+    /// held by others.
     void waitForTheEnd(const Runs& runs) {
         while (isAnyRunning(runs))
             if (auto wait = programs_.clock.untilNext(); wait && *wait <= 2s) programs_.clock.advance(*wait);
     }
 
-    /// Somebody cancels, asks, waits or lets time pass, in any order.
+    /// Cancels, asks to end, waits or lets time pass, in random order.
     void troubleUntilTheEnd(const Runs& runs) {
         while (isAnyRunning(runs)) trouble(*runs[random_() % runs.size()]);
     }
@@ -149,7 +151,7 @@ class ProcessStorm {
         for (const auto& run : runs) run->expectNoLateCallback();
     }
 
-    /// What the runs still had to do on their executor is done.
+    /// Waits until the executor has finished the remaining jobs of the runs.
     void settle() {
         std::promise<void> done;
         programs_.home.post([&done] { done.set_value(); });
@@ -157,7 +159,7 @@ class ProcessStorm {
         EXPECT_EQ(programs_.clock.waiting(), 0U);
     }
 
-    /// What may live on is ended here.
+    /// Processes that may live on are ended here.
     void expectNothingLeft(const Runs& runs) {
         const auto deadline = std::chrono::steady_clock::now() + 10s;
         for (auto left = living(); !left.empty(); left = living()) {
@@ -169,7 +171,7 @@ class ProcessStorm {
         EXPECT_EQ(openDescriptors(), descriptors_);
     }
 
-    /// All that descends from runs, with the mark where it has one.
+    /// All processes that descend from runs, with their mark if they have one.
     static std::map<pid_t, std::string> living() {
         auto all = processesMarked(runMark);
         for (auto orphan : livingOrphans()) all.try_emplace(orphan, "");
@@ -196,7 +198,7 @@ class ProcessStorm {
                             : run.child().program.env.at(runMark) == mark;
     }
 
-    /// Of the runs that have this mark; of all where a process has none.
+    /// The names of the runs with this mark; of all runs if the mark is empty.
     static std::string names(const Runs& runs, const std::string& mark) {
         std::string all;
         for (const auto& run : runs)
@@ -212,8 +214,8 @@ class ProcessStorm {
     OrphanWatch watch_ = OrphanWatch::create().value();
     RealPrograms programs_{&watch_};
     Endings endings_;
-    std::set<std::string> daemons_; ///< the stopped runs whose daemons lived on
-    std::set<std::string> left_;    ///< the other runs of which something lived on
+    std::set<std::string> daemons_; ///< stopped runs whose daemons lived on
+    std::set<std::string> left_;    ///< other runs of which a process lived on
     std::size_t begun_ = 0;
     std::set<pid_t> childrenAtFirst_ = ownChildren();
     std::size_t descriptors_ = openDescriptors();

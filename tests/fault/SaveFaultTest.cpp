@@ -27,15 +27,15 @@ using Kind = SystemFault::Kind;
 
 constexpr std::size_t smallest = 10;
 constexpr std::size_t largest = 1'500'000;
-/// The larger ones are more than one page of a database and one buffer of a library.
+/// The larger ones exceed a database page and a library's buffer.
 constexpr std::size_t sizes[] = {smallest, 70'000, 5'000, largest};
 
-/// The sizes that are tried now.
+/// The sizes to try in this run.
 std::span<const std::size_t> sizesNow() {
     return std::span(sizes).first(cases(2, std::size(sizes)));
 }
 
-/// One save of one file, over and over, each time with another fault.
+/// Repeats the save of one file, each time with another fault.
 class Saving {
   public:
     Saving(const SavedFile& file, std::size_t size)
@@ -50,8 +50,8 @@ class Saving {
         EXPECT_NE(before_, after_) << file.what;
     }
 
-    /// Every fault of this kind, at each call where it can strike. Gives their number. Some are left out
-    /// where others are much the same, in a short run many.
+    /// Tries this kind of fault at each call where it can occur, and returns the number of faults. Some are
+    /// skipped where others are similar; in a short run many are.
     std::size_t tryAll(Kind kind, int code = 0, FaultTime time = FaultTime::work) const {
         for (std::size_t count = 0;; ++count) {
             SystemFault fault{kind, count * step(kind, code), code};
@@ -63,8 +63,8 @@ class Saving {
   private:
     using Texts = std::vector<std::string>;
 
-    /// From one call that is struck to the next: the calls beside it, another code or another size come to
-    /// much the same.
+    /// The distance between two calls with a fault: neighbouring calls, other codes and other sizes have
+    /// similar results.
     [[nodiscard]] std::size_t step(Kind kind, int code) const {
         if (kind == Kind::writesHalf || kind == Kind::killedHalfway) return 1;
         if (isLongRun()) return size_ < largest ? 1 : 4;
@@ -84,7 +84,7 @@ class Saving {
         return file_.look(home.path());
     }
 
-    /// Whether the fault struck.
+    /// Returns whether the fault occurred.
     bool expectOldOrNew(SystemFault fault, FaultTime time) const {
         TemporaryFolder home;
         auto end = save(home.path(), fault, time);
@@ -99,7 +99,7 @@ class Saving {
         return end.struck;
     }
 
-    /// The next save takes away what the one that was cut short has left.
+    /// The next save must remove the remains of the interrupted one.
     void expectNothingLeftBehind(const fs::path& home) const {
         EXPECT_TRUE(file_.change(home, new_)());
         for (const auto& entry : fs::recursive_directory_iterator(home))
@@ -116,7 +116,7 @@ class Saving {
     Texts after_;
 };
 
-/// A kill takes nothing from a file system: the one in memory is the fastest.
+/// A killed process does not harm a file system, so the one in memory is used, which is the fastest.
 std::string fastestFolder() {
     return fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path().string();
 }

@@ -15,24 +15,24 @@
 
 namespace morvex {
 
-/// A file of these programs that holds what a user would miss.
+/// A file of these programs that contains data which a user would miss.
 struct SavedFile {
     std::string what;
-    /// What the user has beforehand, `text` in it.
+    /// Creates the user's earlier data, with `text` in them.
     std::function<void(const std::filesystem::path& home, const std::string& text)> lay;
-    /// Starts the owner of the file; what it gives then saves `text` and tells whether it counts as saved.
+    /// Starts the owner of the file; the returned function saves `text` and tells whether it counts as saved.
     std::function<std::function<bool()>(const std::filesystem::path& home, const std::string& text)> change;
-    /// What the user finds at the next start, and every trouble that is told then.
+    /// The data that the user finds at the next start, and every trouble reported then.
     std::function<std::vector<std::string>(const std::filesystem::path& home)> look;
-    /// Those that may stand in the file's folder once another save has worked.
+    /// Files that may be in the file's folder after another save has succeeded.
     std::vector<std::string> names;
-    /// Bytes of the largest text that the file takes.
+    /// The largest text that the file accepts, in bytes.
     std::size_t largest = 10'000'000;
-    /// Whether an interrupted call is made again.
+    /// Whether interrupted calls are repeated.
     bool isPatient = true;
 };
 
-/// Of all programs and of the system adapters.
+/// The files of all programs and system adapters.
 std::vector<SavedFile> savedFiles();
 
 std::vector<SavedFile> filesOfStores();
@@ -43,12 +43,12 @@ std::vector<SavedFile> filesOfPhoneAndRelay();
 
 inline void layNothing(const std::filesystem::path&, const std::string&) {}
 
-/// Lays by a change that nothing disturbs.
+/// Creates the data by an undisturbed change.
 template <auto change> void layByChange(const std::filesystem::path& home, const std::string& text) {
     vyzaduj(change(home, text)(), "nothing could be laid");
 }
 
-/// What the stores of records need besides their file. They save before their calls return.
+/// What the stores of records need in addition to their file. They save before their calls return.
 struct Surroundings {
     HistorieAgentu::Services services() { return {{executor, executor, clock}, random, opener}; }
 

@@ -17,7 +17,7 @@ using Texts = std::vector<std::string>;
 
 namespace phone {
 
-/// The phone's archive, and what it needs.
+/// The phone's archive, and the objects that it needs.
 std::pair<std::shared_ptr<Surroundings>, std::shared_ptr<PhoneRecords>> open(const fs::path& home) {
     auto around = std::make_shared<Surroundings>();
     return {around, std::make_shared<PhoneRecords>(PhoneRecords::load(home, around->clock, around->random))};
@@ -80,7 +80,7 @@ Texts look(const fs::path& home) {
 namespace database {
 
 const PairID pair{"PAIR"};
-/// Some tens of pages: each of many more would be written just like these.
+/// Some tens of pages; more would be written in the same way.
 constexpr std::size_t longestName = 100'000;
 
 /// A device with a long name, so that a member takes several pages.
@@ -93,7 +93,7 @@ fs::path fileOf(const fs::path& home) {
     return home / "relay.sqlite";
 }
 
-/// The one that makes the pair, in a database that is there or is not yet.
+/// Creates the pair, in an existing or a new database.
 std::function<bool()> create(const fs::path& home, const std::string& text) {
     return [home, text] {
         auto store = PairStore::open(fileOf(home));
@@ -104,7 +104,7 @@ std::function<bool()> create(const fs::path& home, const std::string& text) {
     };
 }
 
-/// What is to be done with a database that can be opened.
+/// A change of a database, if it can be opened.
 std::function<bool()> changed(const fs::path& home, const std::function<bool(PairStore&)>& change) {
     auto opened = PairStore::open(fileOf(home));
     if (!opened) return [] { return false; };

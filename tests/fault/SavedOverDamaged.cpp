@@ -12,7 +12,7 @@ namespace {
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
-/// Beside the file, what is in it.
+/// A copy of the damaged file's content, next to it.
 constexpr auto copyName = "copy";
 
 void lay(const fs::path& file, const std::string& text) {
@@ -26,7 +26,7 @@ std::string contentOf(const fs::path& file) {
     return content.str();
 }
 
-/// Whether the damaged file is still in the folder as it was, under whatever name.
+/// Whether the damaged file is still in the folder unchanged, under any name.
 std::string whatIsLeft(const fs::path& folder) {
     const auto copy = contentOf(folder / copyName);
     for (const auto& entry : fs::directory_iterator(folder))
@@ -34,12 +34,12 @@ std::string whatIsLeft(const fs::path& folder) {
     return "lost";
 }
 
-/// Told as long as the damaged file lies in its place.
+/// Reported as long as the damaged file is in its place.
 bool isTrouble(const std::string& text) {
     return text.starts_with("Historii úkolů se nepodařilo načíst");
 }
 
-/// The first save of its kind, where a damaged file lies in the place `path` below the home folder.
+/// The saved file named `first`, with a damaged file at `path` below the home folder.
 SavedFile overDamaged(const std::string& first, const fs::path& path, const std::vector<SavedFile>& files) {
     auto file = *std::ranges::find(files, first, &SavedFile::what);
     file.what += " over a damaged file";
@@ -55,7 +55,7 @@ SavedFile overDamaged(const std::string& first, const fs::path& path, const std:
     return file;
 }
 
-/// The settings set a damaged file aside when they load, which is a part of the work here.
+/// The settings set a damaged file aside when they load, which is part of the work here.
 std::function<bool()> changeSettings(const fs::path& home, const std::string& text) {
     return [home, text] {
         ImmediateDefaults defaults(home);
@@ -64,7 +64,7 @@ std::function<bool()> changeSettings(const fs::path& home, const std::string& te
     };
 }
 
-/// Without the trouble, which is told once.
+/// Without the trouble, which is reported only once.
 Texts lookForSettings(const fs::path& home) {
     return {ImmediateDefaults(home).text("text").value_or("none")};
 }

@@ -49,7 +49,7 @@ namespace identity {
 
 const std::string service = "zz.bramwicks.tolvy";
 const std::string agreementAccount = "identita.dohodovy";
-/// What is known of the text's size is known of each: a key is always as long.
+/// The size of the text does not matter here, since a key always has the same length.
 constexpr std::size_t onlySize = 20;
 
 const Bytes& staleKey() {
@@ -132,7 +132,7 @@ Texts look(const fs::path& home) {
 
 } // namespace customApp
 
-/// A secret that lies in files from a time when there was no choice yet.
+/// A secret in files from before the choice of a vault existed.
 namespace vaultChoice {
 
 constexpr auto service = "služba";

@@ -41,7 +41,7 @@ namespace folders {
 constexpr auto bookmarksKey = "slozky.bezpecnostniZalozky";
 constexpr auto pathsKey = "slozky.povolene";
 
-/// The allowed folders, and what they need.
+/// The allowed folders, and the objects that they need.
 struct Opened {
     explicit Opened(const fs::path& home) : defaults(home) {
         slozky = Slozky::create(defaults, bookmarks, picker, standard);
@@ -60,7 +60,7 @@ struct Opened {
     std::unique_ptr<Slozky> slozky;
 };
 
-/// Beside two folders a text, so that the file has the size that is tried.
+/// In addition to two folders it writes a text, so that the file has the size to be tried.
 void lay(const fs::path& home, const std::string& text) {
     for (const auto* name : {"first", "second", "third"}) fs::create_directory(home / name);
     Opened opened(home);
@@ -85,7 +85,7 @@ std::function<bool()> allow(const fs::path& home, const std::string&) {
     };
 }
 
-/// What is kept and what comes of it.
+/// The stored settings and their effect.
 Texts look(const fs::path& home) {
     const ImmediateDefaults kept(home);
     auto paths = kept.texts(pathsKey).value_or(Texts());
@@ -99,7 +99,7 @@ Texts look(const fs::path& home) {
 
 } // namespace folders
 
-/// The language of the phone, which counts by three settings.
+/// The language of the phone, which takes effect through three settings.
 namespace language {
 
 struct Opened {

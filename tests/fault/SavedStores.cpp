@@ -83,7 +83,7 @@ std::function<bool()> clear(const fs::path& home, const std::string&) {
     };
 }
 
-/// The phone was told of the last task. When there is none that it was not told of all are forgotten.
+/// The phone was told of the last task. When no task remains that it was not told of, all are forgotten.
 std::function<bool()> confirm(const fs::path& home, const std::string&) {
     auto around = std::make_shared<Surroundings>();
     std::shared_ptr<HistorieAgentu> store = HistorieAgentu::create(home, around->services());

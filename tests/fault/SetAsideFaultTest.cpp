@@ -16,7 +16,7 @@ std::string contentOf(const std::filesystem::path& path) {
     return {std::istreambuf_iterator(file), {}};
 }
 
-/// Puts "damaged" aside while the first call for it fails, or the one that is given.
+/// Sets a file "damaged" aside while the call number `call` fails.
 TracedEnd setAsideWith(const std::filesystem::path& path, int code, std::size_t call = 0) {
     std::ofstream(path) << "damaged";
     auto work = [path] { return [path] { return setAside(path).has_value(); }; };

@@ -21,24 +21,24 @@
 namespace morvex {
 namespace {
 
-/// Those that exchange links and folders; two more are no exchange, or one of files.
+/// The kinds that exchange links and folders; of the other two one exchanges nothing, and one files.
 constexpr std::size_t kindsOfRaces = 13;
 
-/// Of each kind; a million in all.
+/// Attempts per kind; a million in total.
 std::size_t attempts() {
     return cases(200, 1'000'000 / kindsOfRaces + 1);
 }
 
-/// What became of an attempt.
+/// The outcome of an attempt.
 enum class Outcome {
     refusedByCheck,
-    refusedInUse, ///< the check had passed
-    foundNothing, ///< of a search, which does not tell what it passed over
+    refusedInUse, ///< after the check had passed
+    foundNothing, ///< of a search, which does not report what it skipped
     through,
 };
 
-/// Exchanges two entries of a tree as fast as it can, for as long as it lives. Where the right one does not
-/// exist, the left one goes there and comes back, unless its name was taken meanwhile.
+/// Exchanges two entries of a tree as fast as possible while it lives. If the right one does not exist, the
+/// left one is moved there and back, unless its name was taken meanwhile.
 class Swapper {
   public:
     Swapper(std::string left, std::string right)
@@ -53,14 +53,14 @@ class Swapper {
 
     ~Swapper() { stop(); }
 
-    /// One more, on the thread of the caller.
+    /// Makes one more exchange, on the caller's thread.
     void exchange() {
         if (!rename(left_, right_, RENAME_EXCHANGE)) error_ = errno;
     }
 
     [[nodiscard]] std::size_t swaps() const { return swaps_; }
 
-    /// Why there are no more exchanges, or 0.
+    /// The errno that ended the exchanges, or 0.
     [[nodiscard]] int error() const { return error_; }
 
     void stop() {
@@ -92,15 +92,15 @@ class Swapper {
 
 class SwapRaceTest : public testing::Test {
   protected:
-    /// Tries this while two entries are exchanged, until so many attempts that passed the check met at least
-    /// one exchange, and says how often one was refused in its use.
+    /// Repeats `attempt` while two entries are exchanged, until enough attempts that passed the check
+    /// coincided with at least one exchange. Returns how many were refused in use.
     template <class Try> std::size_t race(const std::string& left, const std::string& right, Try attempt) {
         Swapper swapper(tree.path(left), tree.path(right));
         std::size_t through = 0;
         std::size_t refused = 0;
         std::size_t raced = 0;
         std::size_t tried = 0;
-        // While others use the computer, few attempts meet an exchange.
+        // On a busy computer few attempts coincide with an exchange.
         const auto most = 10'000 * attempts();
         auto isDone = [&] { return raced >= attempts() && through > 0; };
         for (; !isDone() && swapper.error() == 0 && tried < most; ++tried) {
@@ -109,7 +109,7 @@ class SwapRaceTest : public testing::Test {
             if (outcome == Outcome::through) ++through;
             if (outcome == Outcome::refusedInUse) ++refused;
             if (swapper.swaps() == before)
-                std::this_thread::yield(); // on a busy computer the other thread may wait for long
+                std::this_thread::yield(); // on a busy computer the other thread may wait long
             else if (outcome != Outcome::refusedByCheck)
                 ++raced;
         }
@@ -124,7 +124,7 @@ class SwapRaceTest : public testing::Test {
         return refused;
     }
 
-    /// A refusal of the tool; one for another reason than the path comes from the use.
+    /// Classifies a refusal of the tool: one for another reason than the path comes from the use.
     static Outcome refusal(const Error& error) {
         const auto* chyba = error.as<SouboryChyba>();
         return chyba && std::holds_alternative<SouboryChyba::Selhalo>(chyba->pripad)
@@ -132,8 +132,8 @@ class SwapRaceTest : public testing::Test {
                    : Outcome::refusedByCheck;
     }
 
-    /// What the tools do, with an exchange in the midst. An allowed folder may lie behind a link, when it
-    /// does so as its path is checked; one that comes to lie behind one later is not opened.
+    /// Performs the tools' steps with an exchange in between. An allowed folder may be reached through a link
+    /// that exists when its path is checked; if it is replaced by a link later, it must not be opened.
     template <class Use>
     void raceOfAllowed(const std::string& left, const std::string& right, const std::string& allowed,
                        Use use) {
@@ -148,12 +148,13 @@ class SwapRaceTest : public testing::Test {
         EXPECT_GT(refused, 0U);
     }
 
-    /// Few attempts can be without one: the tool takes a moment between check and use only.
+    /// In a long run some attempts must have been refused in use; the tool's moment between check and use is
+    /// short, so in a short run there may be none.
     static void expectRefusals(std::size_t refused) {
         if (isLongRun()) EXPECT_GT(refused, 0U);
     }
 
-    /// Nothing but "inside" may ever be read from this path.
+    /// Only "inside" may ever be read from this path.
     std::size_t raceReading(const std::string& path, const std::string& left, const std::string& right) {
         return race(left, right, [&](std::size_t, Swapper&) {
             auto result = executor.run(soubory.precti(path, {}, tree.allowed())).value();
@@ -171,7 +172,7 @@ class SwapRaceTest : public testing::Test {
         });
     }
 
-    /// The tool is asked, and nothing but "file" may ever be found.
+    /// Only "file" may ever be found by the tool.
     void raceSearching(const std::string& left, const std::string& right) {
         race(left, right, [&](std::size_t, Swapper&) {
             const auto found = executor.run(soubory.hledej({}, {}, 50, tree.allowed(), {})).value();
@@ -185,19 +186,19 @@ class SwapRaceTest : public testing::Test {
         });
     }
 
-    /// Whether anything was found.
+    /// Returns whether anything was found.
     static bool expectFilesAlone(const Result<std::vector<std::string>>& found) {
         if (!found) return false;
         for (const auto& path : *found) EXPECT_EQ(std::filesystem::path(path).filename(), "file") << path;
         return !found->empty();
     }
 
-    /// `inside` is the folder while all is well, whose name may lead elsewhere.
+    /// `inside` is the folder in its normal state; its name may lead elsewhere.
     void raceWritingOf(const std::string& left, const std::string& right, const std::string& allowed,
                        const FileDescriptor& inside) {
         raceOfAllowed(left, right, allowed, [&](const BeneathFolder& folder) {
             const bool isWritten = folder.writeNew("new", asBytes("x")).has_value();
-            // Taken away again, so that the next attempt has to make it.
+            // Removed, so that the next attempt has to create it.
             if (isWritten) ::unlinkat(inside.get(), "new", 0);
             return isWritten;
         });
@@ -260,7 +261,7 @@ TEST_F(SwapRaceTest, AFolderSwappedForALinkIsNeverWrittenThrough) {
     const auto refused = race("home/Projects/folder", "home/Projects/link", [&](std::size_t i, Swapper&) {
         auto name = std::to_string(i % 2) + "/file";
         auto written = executor.run(soubory.zapis("folder/" + name, "x", {}, tree.allowed())).value();
-        // Taken away again, and its folder now and then, so that the next attempt has to make them.
+        // The file is removed, and sometimes its folder, so that the next attempt has to create them.
         ::unlinkat(folder.get(), name.c_str(), 0);
         if (i % 5 == 0) ::unlinkat(folder.get(), std::to_string(i % 2).c_str(), AT_REMOVEDIR);
         if (!written) return refusal(written.error());

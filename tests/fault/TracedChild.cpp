@@ -28,7 +28,7 @@ using Kind = SystemFault::Kind;
 constexpr int callStop = SIGTRAP | 0x80;
 constexpr std::uint64_t noCall = ~std::uint64_t{0};
 
-/// Those of the C library and of sanitizers.
+/// Calls made by the C library and the sanitizers.
 constexpr auto callsOfTheRuntime =
     std::to_array<long>({SYS_brk, SYS_mmap, SYS_munmap, SYS_mprotect, SYS_mremap, SYS_madvise, SYS_futex,
                          SYS_rt_sigprocmask, SYS_sigaltstack, SYS_sched_yield, SYS_getpid, SYS_gettid,
@@ -42,21 +42,21 @@ bool contains(const auto& calls, std::uint64_t call) {
     return std::ranges::find(calls, static_cast<long>(call)) != calls.end();
 }
 
-/// No status with which a library ends a program.
+/// Exit statuses that no library uses.
 constexpr int exitOfYes = 91;
 constexpr int exitOfNo = 90;
 
-/// An exception ends the child: behind this call wait the tests of the parent.
+/// noexcept, so that an exception ends the child: the code after this call is the rest of the parent's tests.
 [[noreturn]] void runChild(const std::function<std::function<bool()>()>& prepare, FaultTime time) noexcept {
     if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) ::_exit(100);
     if (time == FaultTime::preparation) ::raise(SIGSTOP);
     auto work = prepare();
-    // Tells the parent to begin, or that it is over.
+    // Stops to tell the parent to begin.
     ::raise(SIGSTOP);
     ::_exit(work() ? exitOfYes : exitOfNo);
 }
 
-/// The traced side of one run, from the parent.
+/// Traces one run, in the parent.
 class Tracer {
   public:
     Tracer(pid_t child, SystemFault fault) : child_(child), fault_(fault) {}
@@ -66,8 +66,8 @@ class Tracer {
         vyzaduj(WIFSTOPPED(status) && WSTOPSIG(status) == SIGSTOP, "the child cannot be traced");
         ask(PTRACE_SETOPTIONS, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
         for (long signal = 0;;) {
-            // A child that was killed at its stop cannot be told to go on. One that has had its only fault
-            // runs faster when nobody looks.
+            // A child that was killed while stopped cannot be continued. After its only fault a child runs
+            // faster untraced.
             ::ptrace(isOver_ ? PTRACE_CONT : PTRACE_SYSCALL, child_, nullptr, signal);
             status = wait();
             if (WIFSIGNALED(status)) return end_;
@@ -141,7 +141,7 @@ class Tracer {
         return isForGood() ? number >= fault_.at : number == fault_.at;
     }
 
-    /// By which a sanitizer learns whether memory can be read.
+    /// Sanitizers write to a pipe to learn whether memory is readable.
     [[nodiscard]] bool isWriteToPipe(std::uint64_t call) const {
         if (call != SYS_write) return false;
         const auto file = std::to_string(get(offsetof(user_regs_struct, rdi)));
@@ -155,7 +155,7 @@ class Tracer {
         return fault_.kind == Kind::diskFull || fault_.kind == Kind::diskBroken;
     }
 
-    /// Whether the fault could strike this call.
+    /// Whether the fault applies to this kind of call.
     [[nodiscard]] bool isOfSort(std::uint64_t call) const {
         switch (fault_.kind) {
         case Kind::none:
@@ -176,14 +176,14 @@ class Tracer {
     pid_t child_;
     SystemFault fault_;
     TracedEnd end_;
-    std::size_t seen_ = 0; ///< calls of the fault's sort
+    std::size_t seen_ = 0; ///< calls of the fault's kind
     bool isInside_ = false;
     bool isStruck_ = false;
-    bool isOver_ = false; ///< no later call is struck
+    bool isOver_ = false; ///< no later call is faulted
 };
 
-/// While it lives this thread stays on its processor, and so do the children that it makes: to hand over
-/// between two processors at each system call takes longer than all else.
+/// While it lives, keeps this thread and its new children on one processor: switching between two processors
+/// at each system call would take longer than everything else.
 class OneProcessor {
   public:
     OneProcessor() {

@@ -6,35 +6,36 @@
 
 namespace morvex {
 
-/// What goes wrong at one system call of a child.
+/// A failure at one system call of a child.
 struct SystemFault {
-    /// Each strikes among calls of one sort, so that no two faults are the same in another place.
+    /// Each kind applies to calls of one sort, so that no two faults have the same effect in different
+    /// places.
     enum class Kind {
         none,
-        killed,        ///< when a call on files was made
-        killedHalfway, ///< when a write took half of its bytes
-        fails,         ///< a call on files is not made and gives `code`
-        diskFull,      ///< likewise a call that could need room on the disk, and all later ones
-        diskBroken,    ///< likewise a call on files, and all later ones
-        writesHalf,    ///< a write takes half of its bytes
+        killed,        ///< after a call on files
+        killedHalfway, ///< after a write of half of its bytes
+        fails,         ///< a call on files is not made and returns `code`
+        diskFull,      ///< the same for a call that may need disk space, and for all later ones
+        diskBroken,    ///< the same for a call on files, and for all later ones
+        writesHalf,    ///< a write writes half of its bytes
     };
 
     Kind kind = Kind::none;
-    std::size_t at = 0; ///< the call among those of its sort, counted from 0
+    std::size_t at = 0; ///< index of the call among those of its sort, from 0
     int code = 0;
 };
 
-/// How a child with a fault has ended.
+/// How a child with a fault ended.
 struct TracedEnd {
-    std::optional<bool> answer; ///< of the work; nothing when the child ended before it had one
-    bool struck = false;        ///< whether there was a call for the fault
+    std::optional<bool> answer; ///< result of the work; nothing if the child ended before
+    bool struck = false;        ///< whether the fault found its call
 };
 
-/// Which part of a child meets the fault.
+/// The part of a child in which the fault occurs.
 enum class FaultTime { work, preparation };
 
-/// Runs `prepare` in a copy of this process and then the work that it gives, one of them with the fault.
-/// Calls of the runtime, for memory or locks of threads say, are no calls on files. Linux on x86-64.
+/// Runs `prepare` in a copy of this process and then the work that it returns; one of them has the fault.
+/// Calls of the runtime, such as those for memory or locks, do not count as calls on files. Linux on x86-64.
 TracedEnd runTraced(const std::function<std::function<bool()>()>& prepare, SystemFault fault,
                     FaultTime time = FaultTime::work);
 

@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// One run of a difficult child, and who troubled it. Belongs to the test's thread.
+/// One run of a difficult child, with the ways to trouble it. Use on the test's thread.
 class TroubledRun {
   public:
     TroubledRun(RealPrograms& programs, const DifficultChild& child);
@@ -20,7 +20,7 @@ class TroubledRun {
 
     [[nodiscard]] bool hasEnded() const;
 
-    /// Once, when it has ended or to wait for that; what follows is known afterwards.
+    /// Call once; waits for the end if necessary. The functions below have results only afterwards.
     void expectItsEnd();
 
     [[nodiscard]] bool neverBegan() const { return !result_; }
@@ -33,7 +33,7 @@ class TroubledRun {
 
     [[nodiscard]] bool wasStopped() const { return wasCancelled() || wasOutOfTime(); }
 
-    /// By the second stage of a stop.
+    /// Whether the second stage of a stop killed it.
     [[nodiscard]] bool wasKilled() const;
 
     [[nodiscard]] bool endedByItself() const { return result_ && !wasStopped() && !asked_; }
@@ -41,7 +41,7 @@ class TroubledRun {
     /// Whether processes of it may live on.
     [[nodiscard]] bool mayLeave() const;
 
-    /// Long after the end.
+    /// Call long after the end.
     void expectNoLateCallback() const;
 
     [[nodiscard]] const DifficultChild& child() const { return child_; }

@@ -11,7 +11,7 @@
 namespace morvex {
 namespace {
 
-/// Whether writing a new file ends with this sentence while this call says that the file exists.
+/// Whether writing a new file fails with this sentence when the given call reports that the file exists.
 TracedEnd writeWith(std::size_t call, const std::string& sentence) {
     FileTree tree;
     auto work = [&] {
