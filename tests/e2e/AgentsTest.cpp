@@ -14,7 +14,8 @@
 namespace morvex {
 namespace {
 
-/// What both agents do: they answer the detection, and work in their folder until the file "go" is there.
+/// The common part of both agents: they answer the detection, and work in their folder until the file "go"
+/// exists.
 constexpr const char* scriptBegin = R"(#!/bin/sh
 [ "$1" = --version ] && { echo "agent 1.0"; exit; }
 [ "$1" = auth ] && exit
@@ -36,7 +37,7 @@ while [ ! -e go ]; do sleep 0.02; done
 echo '{"type":"result","subtype":"success","is_error":false,"result":"Upraveno.","session_id":"c1"}'
 )";
 
-/// Whether the process is there and no zombie.
+/// Whether the process exists and is not a zombie.
 bool runs(pid_t process) {
     std::stringstream text;
     text << std::ifstream("/proc/" + std::to_string(process) + "/stat").rdbuf();
@@ -44,7 +45,7 @@ bool runs(pid_t process) {
     return afterName != std::string::npos && text.str()[afterName + 2] != 'Z';
 }
 
-/// A companion among agents that are small scripts. None of them outlives a test.
+/// A companion with agents that are small scripts. None of them outlives a test.
 class AgentsTest : public EndToEnd {
   protected:
     AgentsTest() {
@@ -66,7 +67,7 @@ class AgentsTest : public EndToEnd {
         awaitEndOfAgent();
     }
 
-    /// Of the one that was started last.
+    /// Waits for the agent that was started last.
     void awaitEndOfAgent() const {
         pid_t agent = 0;
         std::ifstream(folder + "/agent") >> agent;
@@ -79,7 +80,7 @@ class AgentsTest : public EndToEnd {
         }
     }
 
-    /// Detection asks both programs first.
+    /// Waits until the detection, which asks both programs, has finished.
     void awaitAgents() {
         const auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
         while (std::chrono::steady_clock::now() < end)
@@ -87,7 +88,7 @@ class AgentsTest : public EndToEnd {
         FAIL() << "no agent is on offer: " << phone({"status"}).output;
     }
 
-    /// A prompt of the phone that stays open.
+    /// An interactive shell of the phone.
     std::unique_ptr<Program> openPhone() {
         auto program = std::make_unique<Program>(
             "morvex-phone",
@@ -101,15 +102,14 @@ class AgentsTest : public EndToEnd {
     boost::json::object call(const std::string& tool, const boost::json::object& arguments = {}) {
         auto ended = phone({"--json", "call", tool, encode(arguments)});
         EXPECT_EQ(ended.code, 0) << ended.output;
-        // Notes of the session may stand around the result.
+        // Session messages may precede and follow the result.
         auto from = ended.output.find("\n{") == std::string::npos ? 0 : ended.output.find("\n{") + 1;
         auto parsed = parseJson(ended.output.substr(from, ended.output.find('\n', from) - from));
         EXPECT_TRUE(parsed && parsed->is_object()) << ended.output;
         return parsed && parsed->is_object() ? parsed->as_object() : boost::json::object();
     }
 
-    /// What the console of the companion lists now. Behind the list comes the answer to a word that it does
-    /// not know.
+    /// The task list of the companion's console. The answer to an unknown word marks the end of the list.
     std::string tasks() {
         auto before = mac->output().size();
         mac->type("ulohy");

@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The phone is another process; the companion is this one, since it is asked through its own face.
+/// The phone is another process; the companion runs in this one, because its interface is called directly.
 class ApprovalTest : public EndToEnd {
   protected:
     ApprovalTest() {
@@ -17,7 +17,7 @@ class ApprovalTest : public EndToEnd {
         mac.agree();
     }
 
-    /// A phone that is connected and answers requests by this rule.
+    /// A connected phone that answers requests according to these options.
     std::unique_ptr<Program> connect(std::vector<std::string> options) {
         options.insert(options.begin(), {"--data", (temporary.path() / "phone").string()});
         options.emplace_back("shell");

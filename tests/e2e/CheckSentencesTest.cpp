@@ -9,7 +9,7 @@
 namespace morvex {
 namespace {
 
-/// The program of the build that compares the sentences of sources with the tables of the languages.
+/// The build tool that compares the sentences in sources with the translation tables.
 class CheckSentencesTest : public testing::Test {
   protected:
     Ended check(const std::string& source, const std::string& messages) {

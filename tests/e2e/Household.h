@@ -10,31 +10,31 @@
 
 namespace morvex {
 
-/// A relay on a free port, and homes for computers and phones, without display and bus.
+/// A relay on a free port, and home folders for computers and phones, without display and bus.
 class Household {
   public:
     Household();
 
     void startRelay();
-    /// Ends the relay and starts it again on the same port and database.
+    /// Ends the relay and starts it again with the same port and database.
     void restartRelay();
 
-    /// A companion in the home of this name.
+    /// Starts a companion in the home of this name.
     std::unique_ptr<Program> startMac(const std::string& home = "mac");
     /// Runs one command of the phone.
     Ended phone(std::vector<std::string> arguments, const std::string& input = "");
 
-    /// Pairs phone and computer; both have shown the number that it gives.
+    /// Pairs phone and computer; returns the number that both have shown.
     std::string pair(Program& mac);
-    /// Makes a folder in the computer's home and allows it. Gives its path.
+    /// Creates a folder in the computer's home and allows it. Returns its path.
     std::string allow(Program& mac, const std::string& name);
 
-    /// Where a computer without a bus keeps the phone that it is paired with.
+    /// The file in which a computer without a bus stores its paired phone.
     [[nodiscard]] std::filesystem::path peerFile() const;
 
     Program::Environment environment(const std::string& home);
 
-    /// For every program, before what its home gives it.
+    /// Variables for every program; those of its home take precedence.
     Program::Environment shared;
     TemporaryFolder temporary;
     std::string relayAddress;

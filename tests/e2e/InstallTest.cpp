@@ -12,7 +12,7 @@
 namespace morvex {
 namespace {
 
-/// The programs and what the desktop knows of them, installed into a prefix of the test's own.
+/// The programs and their desktop files, installed into a prefix of the test.
 class InstallTest : public testing::Test {
   protected:
     InstallTest() {
@@ -20,7 +20,7 @@ class InstallTest : public testing::Test {
         EXPECT_EQ(told.back(), "ended with 0") << testing::PrintToString(told);
     }
 
-    /// What it says, line by line, and last how it ended.
+    /// The output line by line, with the exit code as the last line.
     static std::vector<std::string> run(const std::vector<std::string>& command) {
         std::vector<std::string> words{"sh", "-c", R"("$@" 2>&1; echo "ended with $?")", "sh"};
         words.insert(words.end(), command.begin(), command.end());

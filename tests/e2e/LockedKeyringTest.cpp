@@ -11,7 +11,7 @@
 namespace morvex {
 namespace {
 
-/// The whole program beside a real keyring that is locked and whose question nobody answers.
+/// The whole program with a real, locked keyring whose prompt nobody answers.
 class LockedKeyringTest : public testing::Test, protected Household {
   protected:
     LockedKeyringTest() {

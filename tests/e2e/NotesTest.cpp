@@ -16,7 +16,7 @@
 namespace morvex {
 namespace {
 
-/// Counts how often a file of a folder is replaced.
+/// Counts how many times a file in a folder is replaced.
 class ReplacementCounter {
   public:
     ReplacementCounter(const std::filesystem::path& folder, std::string name)
@@ -44,7 +44,7 @@ class ReplacementCounter {
 
 class NotesEndToEnd : public EndToEnd {
   protected:
-    /// "title: body" of every note that the phone keeps.
+    /// "title: body" of every note stored on the phone.
     std::set<std::string> onPhone() {
         std::set<std::string> notes;
         std::istringstream lines(phone({"--json", "notes", "list"}).output);
@@ -52,7 +52,7 @@ class NotesEndToEnd : public EndToEnd {
         return notes;
     }
 
-    /// The same of the computer, asked through its tool.
+    /// The same for the computer, read through its tool.
     std::set<std::string> onMac() {
         auto found = phone({"--json", "call", "mac.notes.search", R"({"limit":20})"});
         std::set<std::string> notes;
@@ -65,7 +65,7 @@ class NotesEndToEnd : public EndToEnd {
         return std::string(note.at("title").as_string()) + ": " + std::string(note.at("body").as_string());
     }
 
-    /// Ends the computer, so that the phone is alone.
+    /// Ends the computer's program, so that the phone is alone.
     static void end(Program& mac) {
         mac.type("konec");
         EXPECT_EQ(mac.wait(), 0);
@@ -76,7 +76,7 @@ class NotesEndToEnd : public EndToEnd {
         EXPECT_EQ(ended.code, code) << ended.output;
     }
 
-    /// That the phone lists this one, and none that the computer has not confirmed.
+    /// Expects that the phone lists this record, and no record that the computer has not confirmed.
     void expectConfirmed(const std::string& kind, const std::string& title) {
         const auto listed = phone({kind, "list"});
         EXPECT_EQ(listed.code, 0);
@@ -84,7 +84,7 @@ class NotesEndToEnd : public EndToEnd {
         EXPECT_FALSE(listed.output.contains("nepotvrzeno")) << listed.output;
     }
 
-    /// Many notes, as if the computer had had them for long.
+    /// Creates many notes, as if the computer had had them for a long time.
     void layOnMac(int count) {
         NotesArchive archive;
         for (int i = 0; i < count; ++i) {

@@ -12,13 +12,14 @@
 
 namespace morvex {
 
-/// The whole program on a desktop: its window drawn on a display without a screen, used with a keyboard and
-/// read with eyes and ears.
+/// The whole program on a desktop: its window is drawn on a virtual display, used with a keyboard, and
+/// checked through pictures and a screen reader.
 class OnDesktop : public testing::Test, protected Household {
   protected:
     OnDesktop();
 
-    /// Waits until the condition holds; false when it does not within a time that no working system needs.
+    /// Waits until the condition holds; returns false after thirty seconds, far more than a working system
+    /// needs.
     template <class Condition> static bool eventually(Condition condition) {
         const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         while (!condition()) {
@@ -30,15 +31,15 @@ class OnDesktop : public testing::Test, protected Household {
 
     /// Waits for this text in the window.
     void see(const std::string& text);
-    /// Tab after Tab until the keyboard is at the item of this name.
+    /// Presses Tab until the item of this name has the keyboard focus.
     void goTo(const std::string& name);
     void pressButton(const std::string& name);
-    /// What is on show, a line each.
+    /// The visible texts, one per line.
     std::string screen() const;
 
-    /// The companion with its window or its tray item.
+    /// Starts the companion, which shows its window or its tray item.
     std::unique_ptr<Program> start();
-    /// A companion without a phone, whose window opens by itself.
+    /// Starts a companion without a phone, whose window opens by itself.
     std::unique_ptr<Program> startWindow();
     void startAgain();
 

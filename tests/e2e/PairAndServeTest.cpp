@@ -155,8 +155,8 @@ TEST_F(EndToEnd, ASecondStartOnTheSameDataEndsAndAnotherHomeDoesNotMeetIt) {
     EXPECT_EQ(other->wait(), 0);
 }
 
-/// With vault and settings filled in beforehand, and neither display nor bus, the companion connects and
-/// serves.
+/// With a vault and settings prepared in advance, and with neither display nor bus, the companion connects
+/// and serves.
 TEST_F(EndToEnd, ServesThePeerThatItFindsInItsVault) {
     {
         auto first = startMac("předtím");

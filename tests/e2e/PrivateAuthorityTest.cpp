@@ -7,7 +7,7 @@
 namespace morvex {
 namespace {
 
-/// A relay with a certificate that nobody but its owner has signed.
+/// A relay with a self-signed certificate.
 class PrivateAuthorityTest : public EndToEnd {
   protected:
     PrivateAuthorityTest() {

@@ -10,45 +10,44 @@
 
 namespace morvex {
 
-/// One of the built programs, running. What it prints on either output is collected; at the end of this
-/// object it is killed if it still runs. Waits end the test program after half a minute, with what was
-/// printed.
+/// A running program of the build. Its output on both streams is collected; the destructor kills it if it
+/// still runs. Waits end the test program after half a minute and print the output so far.
 class Program {
   public:
     using Environment = std::map<std::string, std::string>;
 
-    /// `environment` is all that the program gets.
+    /// `environment` is the complete environment of the program.
     Program(const std::string& name, const std::vector<std::string>& arguments,
             const Environment& environment);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    /// The first line, from the beginning, that contains `text`.
+    /// The first line of the whole output that contains `text`.
     std::string waitForLine(const std::string& text);
-    /// The same, from where the last call of this one ended.
+    /// The same, starting where the last call of this function ended.
     std::string waitForNextLine(const std::string& text);
 
     void type(const std::string& line) const;
     void closeInput();
     void signal(int number) const;
 
-    /// Waits until it takes this signal over.
+    /// Waits until the program has installed a handler for this signal.
     void waitForHandler(int number) const;
 
     struct Stepped {
-        int code = 0;          ///< as of `wait`
-        std::size_t steps = 0; ///< entries to system calls and returns from them, of the main thread
+        int code = 0;          ///< as returned by `wait`
+        std::size_t steps = 0; ///< the main thread's system call entries and exits
     };
 
-    /// Ends it by a signal, and sends another one when its main thread has made so many steps since.
+    /// Ends it by a signal, and sends another one after its main thread has made `distance` steps.
     Stepped endBySignals(int first, int second, std::size_t distance);
 
-    /// Whether it has come to its end; `wait` is still to be called.
+    /// Whether it has ended; `wait` must still be called.
     [[nodiscard]] bool hasEnded() const;
-    /// The exit code; 128 and the signal's number for a death by signal.
+    /// The exit code; 128 plus the signal's number if a signal ended it.
     int wait();
-    /// What was printed so far; everything, once `wait` has returned.
+    /// The output so far; complete after `wait` has returned.
     std::string output();
 
   private:
@@ -74,7 +73,7 @@ struct Ended {
     std::string output;
 };
 
-/// Runs one to its end, with this text as its input.
+/// Runs a program to its end with this input.
 Ended runProgram(const std::string& name, const std::vector<std::string>& arguments,
                  const Program::Environment& environment, const std::string& input = "");
 

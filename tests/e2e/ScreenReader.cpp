@@ -19,7 +19,7 @@ const QString accessible = QStringLiteral("org.a11y.atspi.Accessible");
 const QString sessionName = QStringLiteral("reader-session");
 const QString busName = QStringLiteral("reader");
 
-/// Numbers of the accessibility protocol's states.
+/// Numbers of states in the accessibility protocol.
 constexpr unsigned focused = 12;
 constexpr unsigned visible = 30;
 
@@ -126,7 +126,7 @@ bool ScreenReader::shows(const std::string& name) const {
 
 std::optional<ScreenReader::Item> ScreenReader::withKeyboard() const {
     const auto all = read();
-    // The window has it as well; the innermost item is meant.
+    // The window has the state as well; the innermost item is wanted.
     auto found = std::ranges::find(all.rbegin(), all.rend(), true, &Item::hasKeyboard);
     if (found == all.rend()) return std::nullopt;
     return *found;

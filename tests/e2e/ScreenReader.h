@@ -12,31 +12,32 @@
 
 namespace morvex {
 
-/// Reads the windows of all programs of a session as a person does who cannot see them: over the desktop's
-/// own accessibility bus. Needs at-spi2-core, and a QCoreApplication.
+/// Reads the windows of all programs in a session like a screen reader: over the desktop's accessibility bus.
+/// Needs at-spi2-core, and a QCoreApplication.
 class ScreenReader {
   public:
     struct Item {
-        QString application; ///< its name on the bus
+        QString application; ///< the application's name on the bus
         QString path;
         std::string name;
         bool hasKeyboard = false;
     };
 
-    /// Starts the accessibility bus of the session that these variables belong to. Programs start after it.
+    /// Starts the accessibility bus of the session to which these variables belong. Start the programs
+    /// afterwards.
     explicit ScreenReader(const ChildProgram::Environment& session);
     ~ScreenReader();
     ScreenReader(const ScreenReader&) = delete;
     ScreenReader& operator=(const ScreenReader&) = delete;
 
-    /// What is on show in the windows, from top to bottom.
+    /// The visible items of the windows, from top to bottom.
     [[nodiscard]] std::vector<Item> read() const;
-    /// Whether there is something of this name.
+    /// Whether an item of this name is visible.
     [[nodiscard]] bool shows(const std::string& name) const;
 
     [[nodiscard]] const QDBusConnection& bus() const { return *bus_; }
 
-    /// What a pressed key would reach.
+    /// The item with the keyboard focus.
     [[nodiscard]] std::optional<Item> withKeyboard() const;
 
   private:

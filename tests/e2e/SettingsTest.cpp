@@ -11,7 +11,7 @@
 namespace morvex {
 namespace {
 
-/// What the phone sets, as the companion keeps it.
+/// The settings of the phone, as the companion stores them.
 class SettingsTest : public EndToEnd {
   protected:
     [[nodiscard]] boost::json::object defaults() const {
@@ -19,7 +19,7 @@ class SettingsTest : public EndToEnd {
         return parsed ? parsed->as_object() : boost::json::object();
     }
 
-    /// The custom apps among the settings, as text.
+    /// The custom apps in the settings, as text.
     [[nodiscard]] std::string metadata() const {
         auto kept = defaults();
         auto* data = kept.if_contains("custom.apps.metadata");
@@ -42,7 +42,7 @@ class SettingsTest : public EndToEnd {
         return std::string(parseJson(listed.output).value().at(0).at("id").as_string());
     }
 
-    /// Messages are handled in their order, so an answer means that those before it were.
+    /// Messages are handled in order, so an answer means that the earlier ones were handled.
     void awaitHandling() { EXPECT_EQ(phone({"call", "mac.status"}).code, 0); }
 
     static std::string content(const std::filesystem::path& path) {

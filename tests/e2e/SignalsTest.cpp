@@ -11,7 +11,7 @@
 namespace morvex {
 namespace {
 
-/// Every program, run until it can be told to end, and the codes with which it may end then.
+/// A program, run until it can be told to end, and the codes with which it may end then.
 struct Told {
     std::string what;
     std::function<std::unique_ptr<Program>()> start;
@@ -32,7 +32,7 @@ class SignalsTest : public EndToEnd {
                      return server;
                  },
                  {0}},
-                // A command that is interrupted twice ends at once, by its own code or by the signal.
+                // A command that is interrupted twice ends at once, with its own code or by the signal.
                 {"morvex-phone",
                  [this] {
                      auto device = std::make_unique<Program>("morvex-phone",
@@ -50,7 +50,7 @@ class SignalsTest : public EndToEnd {
         return (before ? before + std::string(":") : "") + "detect_leaks=0";
     }
 
-    /// The leak sanitizer looks through the threads as a tracer, and these programs have one already.
+    /// The leak sanitizer traces the threads, which is impossible here since the programs are already traced.
     EnvironmentValue unseenLeaks_{"ASAN_OPTIONS", sanitizing()};
 };
 

@@ -28,7 +28,7 @@ bool ToldDescriptions::hasHeard(const std::string& description) {
 
 void ToldDescriptions::note(const QDBusMessage& event) {
     if (event.arguments().value(0).toString() != QStringLiteral("accessible-description")) return;
-    // The toolkit names what has changed, and not to what.
+    // The event only says that the description has changed, not its new value.
     auto question = QDBusMessage::createMethodCall(event.service(), event.path(),
                                                    QStringLiteral("org.freedesktop.DBus.Properties"),
                                                    QStringLiteral("Get"));

@@ -9,15 +9,15 @@
 
 namespace morvex {
 
-/// The new descriptions that programs tell on the accessibility bus, as a screen reader hears them from now
-/// on. Must be made before the programs start, since they tell only what somebody asked for.
+/// Collects the new descriptions that programs announce on the accessibility bus, as a screen reader hears
+/// them. Must be created before the programs start, since they announce only what somebody listens for.
 class ToldDescriptions : public QObject {
     Q_OBJECT
 
   public:
     explicit ToldDescriptions(QDBusConnection bus);
 
-    /// Also hears what has come since.
+    /// Also processes events that have arrived since.
     [[nodiscard]] bool hasHeard(const std::string& description);
 
   private Q_SLOTS:

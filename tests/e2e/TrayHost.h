@@ -8,20 +8,20 @@
 
 namespace morvex {
 
-/// The tray of a desktop, on its session bus, and the eyes and hands of a person before it. It collects the
-/// items and shows them, as StatusNotifierWatcher and host in one.
+/// The tray of a desktop on its session bus, with simulated user input. It collects and shows the items, as
+/// StatusNotifierWatcher and host in one.
 class TrayHost {
   public:
     explicit TrayHost(const std::string& bus);
 
-    /// How many items have come.
+    /// The number of items that have registered.
     [[nodiscard]] std::size_t items();
-    /// The pixels of the first one.
+    /// The pixels of the first item.
     [[nodiscard]] std::string picture();
     [[nodiscard]] std::string toolTip();
-    /// Clicks it.
+    /// Clicks the first item.
     void press();
-    /// Asks it for its menu, as a click with the other button does.
+    /// Requests its menu, like a click with the other button.
     void askForMenu();
 
   private:
@@ -32,7 +32,7 @@ class TrayHost {
     Value property(const char* name);
 
     std::mutex mutex_;
-    std::vector<std::string> items_; ///< their names on the bus
+    std::vector<std::string> items_; ///< bus names
     BusService service_;
 };
 

@@ -10,7 +10,7 @@ namespace {
 /// The whole program with its item in a desktop's tray.
 class TrayTest : public OnDesktop {
   protected:
-    /// Leaves a phone to the companion, which does not run afterwards.
+    /// Pairs the companion with a phone; it does not run afterwards.
     void pairInTheConsole() {
         Program mac("morvex", {"--console"}, environment("mac"));
         mac.waitForLine("běží");
@@ -37,7 +37,8 @@ class TrayTest : public OnDesktop {
         EXPECT_TRUE(eventually([&] { return tray->toolTip() == "Morvex – " + text; })) << tray->toolTip();
     }
 
-    /// Presses the item with one button of the mouse or another, later than a second click of a double one.
+    /// Presses the item with one of the mouse buttons, late enough not to be the second click of a double
+    /// click.
     void press(void (TrayHost::*button)() = &TrayHost::press) {
         std::this_thread::sleep_for(std::chrono::milliseconds(600));
         ((*tray).*button)();
@@ -95,7 +96,7 @@ TEST_F(TrayTest, ADoubleClickLeavesTheSmallWindowOpen) {
     ASSERT_NO_FATAL_FAILURE(expectItem());
     tray->press();
     tray->press();
-    // Answered after both presses.
+    // Answered only after both presses.
     expectToolTip("Telefon není připojený");
     ASSERT_NO_FATAL_FAILURE(see("Otevřít nastavení"));
     EXPECT_FALSE(nothingIsOpen());
@@ -119,7 +120,7 @@ TEST_F(TrayTest, WithAPhoneAndWithoutATrayTheWindowOpens) {
 TEST_F(TrayTest, ATrayThatComesTwoSecondsAfterTheProgramGetsTheItem) {
     pairInTheConsole();
     auto mac = start();
-    std::this_thread::sleep_for(std::chrono::seconds(2)); // the tray is slow, nothing is proved by it
+    std::this_thread::sleep_for(std::chrono::seconds(2)); // only simulates a slow tray
     tray.emplace(bus.address());
     ASSERT_NO_FATAL_FAILURE(expectItem());
     press();

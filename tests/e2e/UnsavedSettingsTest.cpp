@@ -10,7 +10,7 @@
 namespace morvex {
 namespace {
 
-/// A desktop's notifications, which are only kept.
+/// A notification server that only stores the notices.
 class NoticeBoard {
   public:
     explicit NoticeBoard(const std::string& bus)
@@ -79,7 +79,7 @@ TEST(UnsavedUnpairing, IsToldOfAtTheEnd) {
     Household household;
     auto mac = household.startMac();
     household.pair(*mac);
-    // A vault that can neither be read nor changed, whatever rights its user has.
+    // Makes the vault unreadable and unwritable, whatever the user's rights.
     const auto file = household.peerFile();
     std::filesystem::rename(file, file.string() + ".kept");
     std::filesystem::create_directories(file / "inside");

@@ -6,7 +6,7 @@
 namespace morvex {
 namespace {
 
-/// Nobody can make a folder where this file is, whatever rights they have.
+/// Puts a file in place of the folder, so that nobody can create the folder, whatever their rights.
 std::string putFileInPlaceOf(const std::filesystem::path& folder) {
     std::filesystem::create_directories(folder.parent_path());
     std::ofstream(folder) << "no folder";
