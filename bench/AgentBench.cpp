@@ -17,8 +17,8 @@
 #include <sys/resource.h>
 #include <thread>
 
-// What following an agent costs: a million events through runner and parser against `jq -c .type` on the same
-// file, and the memory that an agent takes here that prints without pause.
+// Measures the cost of following an agent: a million events through runner and parser, compared with `jq -c
+// .type` on the same file, and the memory used here for an agent that prints without pause.
 
 namespace morvex {
 namespace {
@@ -33,14 +33,14 @@ const char* const events[] = {
     R"({"type":"item.completed","item":{"id":"item_3","type":"file_change","changes":[{"path":"src/main.cpp","kind":"update"}]}})",
 };
 
-/// Of this process, in MiB.
+/// Peak memory of this process in MiB.
 long peakMemory() {
     rusage usage{};
     ::getrusage(RUSAGE_SELF, &usage);
     return usage.ru_maxrss / 1024;
 }
 
-/// An agent that is a shell script.
+/// Runs an agent that is a shell script.
 class Bench {
   public:
     Bench() { std::filesystem::create_directories(folder_.path() / "work"); }
@@ -53,7 +53,7 @@ class Bench {
         std::filesystem::permissions(path("codex"), std::filesystem::perms::owner_all);
     }
 
-    /// Gives the number of progress texts. `during` is called in the meantime.
+    /// Returns the number of progress texts. `during` runs at the same time.
     std::size_t run(const std::function<void()>& during) {
         heard_ = 0;
         std::jthread meanwhile(during);

@@ -21,23 +21,23 @@
 
 namespace morvex {
 
-/// A companion with the real network and the real time, whose work on files can be held up.
+/// A companion with the real network and the real time whose file work can be delayed.
 class BusyComputer {
   public:
-    /// It may work on files in `home`. All of it outlives this object.
+    /// It may work on files in `home`. All arguments must outlive this object.
     BusyComputer(Device& device, const PairedPeer& phone, Clock& clock, Random& random,
                  const std::filesystem::path& home);
     ~BusyComputer();
     BusyComputer(const BusyComputer&) = delete;
     BusyComputer& operator=(const BusyComputer&) = delete;
 
-    /// Work on files begins no sooner than that.
+    /// Delays file work by this time.
     void occupyFileWork(std::chrono::seconds time);
 
-    /// How often it has connected to the relay.
+    /// How many times it has connected to the relay.
     [[nodiscard]] int connections() const { return sockets_.connections; }
 
-    /// The trouble that its window shows; empty without one.
+    /// The trouble shown in its window; empty if there is none.
     std::string trouble();
 
   private:

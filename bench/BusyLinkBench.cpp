@@ -13,10 +13,11 @@
 #include <string>
 #include <thread>
 
-// A phone calls while the computer is busy: behind one call that takes 48 seconds come 16,000 small ones, or
-// 16 that bring a mebibyte each, or so many of those that the relay stops to read the phone. Which of them
-// are answered, and whether the link stays, beside the same calls with nothing before them. All times are
-// real. Each case has a process of its own, so that its memory is not what the case before has left.
+// A phone calls while the computer is busy: one call that takes 48 seconds is followed by 16,000 small calls,
+// or by 16 that bring a mebibyte each, or by so many of those that the relay stops reading the phone. Reports
+// which of them are answered and whether the link stays, compared with the same calls without the long one.
+// All times are real. Each case runs in its own process, so that memory left by the case before does not
+// count.
 
 namespace morvex {
 namespace {
@@ -29,7 +30,8 @@ constexpr std::size_t largeCalls = 16;
 constexpr std::size_t tooManyLargeCalls = 48;
 constexpr std::size_t largeContent = std::size_t{1024} * 1024;
 
-/// Without a sign of progress for so long the rest counts as dropped. The call that takes long is meanwhile.
+/// Without progress for this long, the remaining calls count as dropped. The long call does not take that
+/// long.
 constexpr auto patience = 120s;
 
 MacPayload::ToolCall status(std::size_t) {
@@ -49,7 +51,7 @@ double seconds(std::chrono::steady_clock::duration time) {
     return Milliseconds(time).count() / 1000;
 }
 
-/// A relay, a computer and a phone that have a session.
+/// A relay, a computer and a phone with a session.
 struct BusyLink {
     BusyLink() {
         std::ofstream(home.path() / "read-first.txt") << "short";
@@ -69,7 +71,7 @@ struct BusyLink {
                      random, home.path()};
 };
 
-/// What the phone has seen, and how much memory the process has held meanwhile.
+/// What the phone observed, and the peak memory of the process.
 struct Watched {
     CallingPhone::Tally tally;
     double mostMebibytes = 0;
@@ -97,7 +99,7 @@ void print(const Watched& watched, BusyLink& link, double mebibytesBefore) {
                 watched.mostMebibytes - mebibytesBefore, mebibytesBefore);
 }
 
-/// The calls behind a long one.
+/// Sends the calls after a long one.
 void runBehindLongCall(std::size_t calls, const CallingPhone::Calls& call) {
     BusyLink link;
     const auto before = residentMebibytes();

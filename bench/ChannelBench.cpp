@@ -14,9 +14,8 @@
 #include <string>
 #include <string_view>
 
-// What the road of a file's content costs, from the tool's result to the frame of the relay and from the
-// frame to the result, beside what nobody can save: ChaCha20-Poly1305 and base64 of the same bytes, by
-// OpenSSL.
+// Measures the way of a file's content from the tool's result to the frame of the relay and from the frame to
+// the result, compared with the unavoidable cost: ChaCha20-Poly1305 and base64 of the same bytes, by OpenSSL.
 
 namespace morvex {
 namespace {
@@ -24,7 +23,7 @@ namespace {
 constexpr std::size_t fileSize = 256 * 1024;
 constexpr int rounds = 400;
 
-/// As many whole lines as a result of a file tool may hold.
+/// As many whole lines as the result of a file tool may contain.
 std::string fileOf(std::string_view line) {
     std::string text;
     while (text.size() + line.size() <= fileSize) text += line;
@@ -74,7 +73,7 @@ struct Session {
     }
 };
 
-/// The same bytes through OpenSSL alone, with buffers that are kept.
+/// Processes the same bytes with OpenSSL alone, in reused buffers.
 class Baseline {
   public:
     explicit Baseline(const std::string& plaintext)

@@ -52,7 +52,7 @@ ClientProcess::ClientProcess(ClientProcess&& other) noexcept
 
 ClientProcess::~ClientProcess() {
     if (process_ < 0) return;
-    // A later child holds this pipe too, so that its end would not be seen.
+    // A later child has a copy of this pipe too, so closing it would not be noticed.
     const char end = 1;
     (void)!::write(out_, &end, 1);
     ::close(out_);

@@ -7,8 +7,9 @@
 
 namespace morvex {
 
-/// A child of a measuring program that plays the clients. It is made before the program has threads, waits
-/// for the port, does its work and stays until this object goes. A child that ends earlier ends the program.
+/// A child of a measuring program that plays the clients. Create it before the program has threads. It waits
+/// for the port, does its work and stays until this object is destroyed. If the child ends earlier, the
+/// program ends.
 class ClientProcess {
   public:
     /// The child's end.
@@ -17,9 +18,9 @@ class ClientProcess {
         Line(int in, int out) : in_(in), out_(out) {}
 
         [[nodiscard]] std::uint16_t waitForPort() const;
-        /// A part of the work is done.
+        /// Reports that a part of the work is done.
         void report() const;
-        /// What the child holds, it holds until this returns.
+        /// Keeps all resources of the child until this returns.
         void stay() const;
 
       private:
@@ -33,7 +34,7 @@ class ClientProcess {
     ~ClientProcess();
 
     void begin(std::uint16_t port) const;
-    /// Until the child's next report.
+    /// Waits for the child's next report.
     void waitUntilDone() const;
 
   private:

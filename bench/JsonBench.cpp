@@ -14,23 +14,24 @@
 #include <string_view>
 #include <vector>
 
-// What the dearest texts of 4 MiB cost that a phone or a relay can make up, beside a genuine one of the same
-// length: a frame of the relay, a message of the link, the arguments of a tool.
+// Measures the most expensive texts of 4 MiB that a phone or a relay can send, compared with a genuine one of
+// the same length: a frame of the relay, a message of the link, the arguments of a tool.
 
 namespace {
 
-/// As many members as one object may have that comes from outside.
+/// The most members that an object from outside may have.
 constexpr std::size_t mostMembers = 680;
-/// What the library asks for to hold them: a head, then each member and a slot for it.
+/// The size that the library allocates for them: a head, then each member and its slot.
 constexpr std::size_t tableHead = 16;
 constexpr std::size_t tableSize = tableHead + mostMembers * (sizeof(boost::json::key_value_pair) + 4);
-/// An attacker finds out by timing where the table comes to lie, which salts its hash. Here it lies here.
+/// The address of the table salts its hash, and an attacker could find it out by timing. Here the address is
+/// fixed.
 alignas(16) std::byte tableMemory[tableSize];
 
 } // namespace
 
 #if !__has_feature(address_sanitizer) && !__has_feature(thread_sanitizer)
-// The sanitizers have these functions themselves. With them the table lies anywhere.
+// The sanitizers define these functions themselves; with them the table has any address.
 void* operator new(std::size_t size) {
     void* memory = size == tableSize ? static_cast<void*>(tableMemory) : std::malloc(size);
     if (!memory) throw std::bad_alloc{};
@@ -59,7 +60,7 @@ std::string repeat(std::string_view piece, std::size_t size) {
     return text;
 }
 
-/// How the library finds the slot of a name: FNV-1a from the address of the table.
+/// The library's slot for a name: FNV-1a seeded with the address of the table.
 std::size_t slotOf(std::string_view name, std::uintptr_t table, std::size_t slots) {
     std::uint64_t hash = 0xcbf29ce484222325ULL + table;
     for (const char letter : name)
@@ -67,7 +68,7 @@ std::size_t slotOf(std::string_view name, std::uintptr_t table, std::size_t slot
     return hash % slots;
 }
 
-/// So many names of seven letters that fall into one slot of that table.
+/// This many names of seven letters that fall into the same slot of the table.
 std::vector<std::string> collidingNames(std::size_t count, std::uintptr_t table) {
     std::vector<std::string> names;
     for (std::size_t i = 1'000'000; names.size() < count; ++i)
@@ -116,7 +117,7 @@ std::vector<Hostile> hostileTexts() {
     };
 }
 
-/// `read` gives whether the text could be used; neither matters here.
+/// `read` returns whether the text could be used, which does not matter for hostile texts.
 template <class Read>
 void bench(const char* what, const std::string& genuine, const std::vector<Hostile>& texts, Read read) {
     std::vector<std::function<void()>> works{[&] { vyzaduj(read(genuine), "the genuine text is refused"); }};

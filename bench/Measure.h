@@ -22,20 +22,20 @@ inline double milliseconds(const std::function<void()>& work) {
     return Milliseconds(std::chrono::steady_clock::now() - start).count();
 }
 
-/// The middle of what was measured; `figures` is not empty.
+/// The median; `figures` must not be empty.
 inline double median(std::vector<double> figures) {
     std::ranges::sort(figures);
     return figures[figures.size() / 2];
 }
 
-/// Median in milliseconds.
+/// Median duration in milliseconds.
 inline double median(int times, const std::function<void()>& work) {
     std::vector<double> all;
     for (int i = 0; i < times; ++i) all.push_back(milliseconds(work));
     return median(std::move(all));
 }
 
-/// Processor time of this process and of the children that have ended.
+/// Processor time of this process and of its ended children.
 inline double processorMilliseconds() {
     timespec own{};
     rusage children{};
@@ -56,7 +56,7 @@ inline double threadProcessorMilliseconds(std::thread& thread) {
     return static_cast<double>(used.tv_sec) * 1e3 + static_cast<double>(used.tv_nsec) / 1e6;
 }
 
-/// Of this process.
+/// Memory of this process.
 inline double residentMebibytes() {
     std::size_t all = 0;
     std::size_t resident = 0;
@@ -67,10 +67,10 @@ inline double residentMebibytes() {
 /// Medians in milliseconds.
 struct Cost {
     double wall;
-    double processor; ///< of all threads and children; tells more than `wall` when others use the computer
+    double processor; ///< of all threads and children; more reliable than `wall` on a busy computer
 };
 
-/// The works take turns, so that whatever else the computer does slows all of them.
+/// The works take turns, so that other load on the computer slows all of them.
 inline std::vector<Cost> costs(int times, const std::vector<std::function<void()>>& works) {
     std::vector<std::vector<double>> walls(works.size());
     std::vector<std::vector<double>> processors(works.size());

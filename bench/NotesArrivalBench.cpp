@@ -14,9 +14,10 @@
 #include <fstream>
 #include <vector>
 
-// What it costs when a phone hands over 10,000 notes of a kilobyte, over a real relay: until the last one is
-// acknowledged, with what is written meanwhile and how long local calls take, beside writing the same bytes
-// once. First a phone that sends them one after the other, then one that offers them as `morvex-phone` does.
+// Measures how a phone delivers 10,000 notes of a kilobyte over a real relay: the time until the last one is
+// acknowledged, the bytes written meanwhile and the duration of local calls, compared with writing the same
+// bytes once. First for a phone that sends them one after the other, then for one that offers them as
+// `morvex-phone` does.
 
 namespace morvex {
 namespace {
@@ -35,7 +36,7 @@ std::vector<MorvexNote> kilobyteNotes(Clock& clock, Random& random) {
     return notes;
 }
 
-/// Bytes that this process has handed to write calls; sockets use others.
+/// Bytes that this process has passed to write calls; sockets use other calls.
 double writtenBytes() {
     std::ifstream counters("/proc/self/io");
     std::string name;
@@ -44,7 +45,7 @@ double writtenBytes() {
     return 0;
 }
 
-/// A phone that sends its notes without waiting for anything but the link.
+/// A phone that sends its notes waiting only for the link.
 class SendingPhone {
   public:
     SendingPhone(std::shared_ptr<SecureLink> link, std::vector<MorvexNote> notes, TaskScope& scope)
@@ -85,7 +86,7 @@ struct Measured {
     std::vector<double> statuses;
 };
 
-/// From `hasBegun` to `hasEnded`, with local calls all the while.
+/// Measures from `hasBegun` to `hasEnded`, making local calls all the time.
 Measured measure(Computer& computer, const std::function<bool()>& hasBegun,
                  const std::function<bool()>& hasEnded) {
     while (!hasBegun()) std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -115,7 +116,7 @@ void print(const char* what, Measured measured, const std::filesystem::path& sup
                 measured.statuses.size(), median(measured.statuses), std::ranges::max(measured.statuses));
 }
 
-/// Both ends and what is between them.
+/// Both ends and the relay between them.
 struct Link {
     Link(const std::filesystem::path& support, Clock& clock, Random& random)
         : pair(pairOf(mac, phone, relay.address(), mac.main, clock)),

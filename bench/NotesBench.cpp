@@ -12,9 +12,9 @@
 #include <cstdio>
 #include <vector>
 
-// What 10,000 notes cost: load, search, merge and save against a plain JSON library on the same file, and a
-// catch-up of a phone that keeps them over a real relay against sealing and opening the same messages, with
-// local calls meanwhile.
+// Measures 10,000 notes: loading, searching, merging and saving, compared with a plain JSON library on the
+// same file; and a catch-up of a phone over a real relay, compared with sealing and opening the same
+// messages, with local calls meanwhile.
 
 namespace morvex {
 namespace {
@@ -24,7 +24,7 @@ namespace json = boost::json;
 constexpr std::size_t noteCount = 10'000;
 constexpr std::size_t fileLimit = 64 * 1024 * 1024;
 
-/// Notes of half a kilobyte, a tenth of them deleted.
+/// Creates notes of half a kilobyte, a tenth of them deleted.
 void fill(const std::filesystem::path& support, Clock& clock, Random& random) {
     NotesArchive archive;
     for (std::size_t i = 0; i < noteCount; ++i) {
@@ -82,7 +82,7 @@ Task<void> endPhone(std::shared_ptr<SecureLink> link, TaskScope* scope) {
     co_await scope->join();
 }
 
-/// The same notes encoded, sealed, opened and decoded by one thread, without relay and sockets.
+/// Encodes, seals, opens and decodes the same notes on one thread, without relay and sockets.
 double sealAndOpenAll(const Device& mac, const Device& phone, const std::vector<MorvexNote>& notes,
                       Clock& clock, Random& random) {
     const PairID pair{"PAIR"};

@@ -21,11 +21,11 @@
 #include <string>
 #include <utility>
 
-// A computer that keeps notes, and whatever it needs for that.
+// A computer with a notes store, and what it needs for that.
 
 namespace morvex {
 
-/// What `mac.status` tells of, with no features. On the computer's main thread.
+/// The data for `mac.status`, with no features. On the computer's main thread.
 class LocalStatus {
   public:
     explicit LocalStatus(const CompanionState& state) : state_(state) {}
@@ -43,7 +43,7 @@ class LocalStatus {
     StatusReport report_{state_, integrations_, features_, onPower_, "1.0", "Mac"};
 };
 
-/// The computer's side: its notes, its link, and the gate in front of its tools.
+/// The computer's side: its notes, its link, and the gate before its tools.
 class Computer {
   public:
     Computer(Device& device, const std::filesystem::path& support, Clock& clock, Random& random)
@@ -73,7 +73,7 @@ class Computer {
         device_.main.post([this, link] { link_.pripojit(link); });
     }
 
-    /// Milliseconds that one local call of a tool takes.
+    /// The duration of one local tool call in milliseconds.
     double callLocally(const std::string& tool, const boost::json::object& arguments, const char* expected) {
         return milliseconds([&] {
             auto answer = await(device_.main, gate_.provestMistne(tool, arguments));

@@ -12,13 +12,13 @@
 
 namespace morvex {
 
-/// A phone that keeps and acknowledges the notes of its computer, as `morvex-phone` does, and notes the
+/// A phone that stores and acknowledges the notes of its computer, as `morvex-phone` does, and records the
 /// times.
 class NotesPhone final : public Outbox {
   public:
     using Time = std::chrono::steady_clock::time_point;
 
-    /// Keeps its records in `folder`. Lives on the link's executor but for what is atomic.
+    /// Stores its records in `folder`. Use on the link's executor, except the atomic members.
     NotesPhone(const std::filesystem::path& folder, std::shared_ptr<SecureLink> link, Clock& clock,
                Random& random);
 
@@ -27,11 +27,11 @@ class NotesPhone final : public Outbox {
     Task<Result<void>> trySend(MacPayload payload, std::string requestID) override;
     Task<std::string> sendMilestone() override;
 
-    std::atomic<std::size_t> notes = 0; ///< heard
-    std::atomic<bool> isReady = false;  ///< a session stands
-    std::atomic<bool> isInStep = false; ///< everything is saved and acknowledged; what stands below is valid
-    Time ready;                         ///< of the session
-    Time last;                          ///< note
+    std::atomic<std::size_t> notes = 0; ///< notes received
+    std::atomic<bool> isReady = false;  ///< a session exists
+    std::atomic<bool> isInStep = false; ///< everything is saved and acknowledged; the times below are valid
+    Time ready;                         ///< when the session was ready
+    Time last;                          ///< when the last note arrived
     Time inStep;
 
   private:

@@ -13,11 +13,11 @@
 #include <thread>
 #include <utility>
 
-// A relay and the two devices of a pair, each with threads and sockets of its own.
+// A relay and the two devices of a pair, each with its own threads and sockets.
 
 namespace morvex {
 
-/// The relay with its thread.
+/// A relay with its thread.
 class Relay {
   public:
     Relay() : server_(make()), thread_([this] { server_->run(); }) {}
@@ -44,7 +44,7 @@ class Relay {
     std::thread thread_;
 };
 
-/// One end of the pair, with threads and a socket of its own.
+/// One end of the pair, with its own threads and socket.
 struct Device {
     ThreadExecutor main{"main"};
     ThreadExecutor records{"records"};
@@ -60,7 +60,7 @@ struct Device {
         return SecureLink::create(identita, std::move(peer), role, {{link, clock, sockets}, random}).value();
     }
 
-    /// What the other end keeps of this one.
+    /// The record that the other end stores about this one.
     [[nodiscard]] PairedPeer asPeer(PairID pair, const std::string& relay, DeviceRole role,
                                     const Clock& clock) const {
         return {std::move(pair),          relay, identita->deviceID(), identita->signingKey(),

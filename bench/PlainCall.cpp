@@ -12,7 +12,7 @@ namespace morvex {
 
 namespace {
 
-/// As long as a frame with this payload.
+/// A text as long as a frame with this payload.
 std::string frameOf(const MacPayload& payload) {
     const auto device = DeviceIdentity::generate().deviceID();
     auto envelope = sampleEnvelope({"PAIR"}, device, device, toBytes(encode(payload)));

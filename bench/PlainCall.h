@@ -9,9 +9,9 @@
 
 namespace morvex {
 
-/// What a call through the relay is measured against: a frame as long as that of the call travels the same
-/// two hops without being opened, from one socket through a plain server to another, and one as long as that
-/// of the result comes back.
+/// The baseline for a call through the relay: a frame as long as that of the call travels the same two hops
+/// unopened, from one socket through a plain server to another, and one as long as that of the result comes
+/// back.
 class PlainCall {
   public:
     PlainCall(const MacPayload& call, const MacPayload& result);
@@ -19,7 +19,7 @@ class PlainCall {
     PlainCall(const PlainCall&) = delete;
     PlainCall& operator=(const PlainCall&) = delete;
 
-    /// There and back. A lost frame ends the program.
+    /// Sends both frames once. A lost frame ends the program.
     void once();
 
     [[nodiscard]] std::size_t asked() const { return asked_.size(); } ///< bytes

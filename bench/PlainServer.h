@@ -5,13 +5,12 @@
 
 namespace morvex {
 
-/// What a relay is measured against: WebSockets of the same library on one thread, whose frames are not
-/// looked at.
+/// The baseline for a relay: WebSockets of the same library on one thread, whose frames are not examined.
 class PlainServer {
   public:
     enum class Task {
-        echo,    ///< a frame goes back to where it came from
-        forward, ///< the first two sockets get each other's frames
+        echo,    ///< returns each frame to its sender
+        forward, ///< exchanges the frames of the first two sockets
     };
 
     explicit PlainServer(Task task);

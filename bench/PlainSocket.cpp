@@ -20,7 +20,7 @@ using TlsStream = asio::ssl::stream<tcp::socket>;
 
 namespace {
 
-/// One for all sockets: it has descriptors of its own.
+/// Shared by all sockets, since each context needs its own file descriptors.
 asio::io_context& context() {
     static asio::io_context instance;
     return instance;

@@ -10,27 +10,27 @@
 
 namespace morvex {
 
-/// One WebSocket of a client whose calls block, for one thread.
+/// A client's WebSocket with blocking calls, for one thread.
 class PlainSocket {
   public:
     enum class Security { none, tls };
 
-    /// To a server of this computer, whoever it says it is, from an address of this computer:
-    /// `127.0.0.<from>`. A failure ends the program.
+    /// Connects to a server on this computer, without verifying it, from the address `127.0.0.<from>` of this
+    /// computer. A failure ends the program.
     explicit PlainSocket(std::uint16_t port, std::uint8_t from = 1, Security security = Security::none);
     ~PlainSocket();
     PlainSocket(const PlainSocket&) = delete;
     PlainSocket& operator=(const PlainSocket&) = delete;
 
     void write(std::string_view text);
-    /// Nothing when the server has closed.
+    /// Returns nothing if the server has closed.
     std::optional<std::string> read();
 
-    /// Answers the pings of the server from now on, while `idle` runs, and drops what comes besides.
+    /// From now on, while `idle` runs, answers the server's pings and drops everything else.
     void listen();
-    /// The time of all sockets that listen.
+    /// Runs all listening sockets for this time.
     static void idle(std::chrono::milliseconds time);
-    /// Those that were answered.
+    /// Number of answered pings.
     [[nodiscard]] std::size_t pings() const;
 
   private:

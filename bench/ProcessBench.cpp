@@ -17,15 +17,15 @@
 #include <unistd.h>
 #include <vector>
 
-// What the process runner costs: lines of a long output against `wc -l`, and a small command through all
-// gates of the terminal tool against the bare start of the same program.
+// Measures the process runner: the lines of a long output, compared with `wc -l`, and a small command through
+// all gates of the terminal tool, compared with the bare start of the same program.
 
 namespace morvex {
 namespace {
 
 constexpr std::size_t fileSize = 200'000'000;
 
-/// The bare program: no pipe, no line, only its end.
+/// Runs only the program: without pipes, waiting only for its end.
 void spawnAndWait(std::vector<std::string> words) {
     std::vector<char*> arguments;
     for (auto& word : words) arguments.push_back(word.data());

@@ -19,9 +19,9 @@
 #include <thread>
 #include <vector>
 
-// The relay with as many idle phones as one process may have sockets, 20,000 at most, and what a forwarded
-// frame costs it beside a server of the same library that sends every frame back unread. The clients are
-// processes of their own: memory and processor time are the server's alone.
+// Measures the relay with as many idle phones as a process may have sockets, at most 20,000, and the cost of
+// forwarding a frame, compared with a server of the same library that returns every frame unread. The clients
+// are separate processes, so that memory and processor time are those of the server alone.
 
 namespace morvex {
 namespace {
@@ -51,7 +51,7 @@ class Relay {
     [[nodiscard]] double processorMilliseconds() { return threadProcessorMilliseconds(thread_); }
 
   private:
-    /// The first two phones are one pair; every other one is alone.
+    /// The first two phones are a pair; each of the others has no peer.
     static std::unique_ptr<RelayServer> make(const std::vector<RelayPhone>& phones, Security security) {
         auto store = PairStore::open(":memory:").value();
         const auto later = dateFromSeconds(4'000'000'000);
@@ -70,7 +70,7 @@ class Relay {
         TemporaryFolder certificates;
         if (security == Security::tls) options.tls = issueIn(certificates.path());
         RelayLimits limits;
-        // They are all pairs of which one device is alone, for whom there is half of the places.
+        // All these pairs have only one device; such pairs get half of the places.
         limits.connections = 2 * phones.size() + otherDescriptors;
         limits.pingAfter = std::chrono::seconds{1};
         return RelayServer::create(options, limits, std::move(store), [](std::string_view) {}).value();
@@ -88,12 +88,12 @@ class Relay {
     std::thread thread_;
 };
 
-/// As many as wanted, or as a process may have sockets here.
+/// The wanted number of phones, or as many as a process may have sockets here.
 std::size_t possiblePhones() {
     constexpr rlim_t needed = wantedPhones + otherDescriptors;
     rlimit limit{};
     ::getrlimit(RLIMIT_NOFILE, &limit);
-    // Only some may raise the limit itself.
+    // Only privileged processes may raise the hard limit.
     for (const auto most : {std::max(limit.rlim_max, needed), limit.rlim_max}) {
         limit = {std::min(most, needed), most};
         if (::setrlimit(RLIMIT_NOFILE, &limit) == 0) break;
@@ -108,7 +108,7 @@ std::vector<RelayPhone> makePhones(std::size_t count) {
     return phones;
 }
 
-/// Until every phone has answered a second ping: from then on nothing new is held for it.
+/// Runs until every phone has answered a second ping: from then on the relay allocates nothing more for it.
 void beIdle(std::span<const std::unique_ptr<PlainSocket>> sockets) {
     for (const auto& socket : sockets) socket->listen();
     const auto isPinged = [](const auto& socket) { return socket->pings() >= 2; };
@@ -116,7 +116,7 @@ void beIdle(std::span<const std::unique_ptr<PlainSocket>> sockets) {
 }
 
 void benchIdle(const std::vector<RelayPhone>& phones, Security security) {
-    // The processes come before the threads of the relay.
+    // The processes must be created before the threads of the relay.
     std::vector<ClientProcess> clients;
     for (std::size_t part = 0; part < clientProcesses; ++part)
         clients.emplace_back([&phones, part, security](ClientProcess::Line& line) {
@@ -129,7 +129,7 @@ void benchIdle(const std::vector<RelayPhone>& phones, Security security) {
             line.report();
             line.stay();
         });
-    // What an earlier run has freed must not pass for memory that these phones do not need.
+    // Memory freed by an earlier run must not be reused unnoticed by these phones.
     ::malloc_trim(0);
     Relay relay(phones, security);
     const auto before = residentMebibytes();
@@ -147,8 +147,8 @@ void benchIdle(const std::vector<RelayPhone>& phones, Security security) {
                 (after - before) * 1024 / static_cast<double>(phones.size()), before, loggedIn, took / 1000);
 }
 
-/// Sends some frames at a time and reads as many; the two sockets may be one. What is on the way stays below
-/// what the system buffers, so that nobody waits for the other.
+/// Sends some frames at a time and then reads as many; both sockets may be the same. The frames in transit
+/// stay below the system's buffers, so that neither side blocks.
 void pump(PlainSocket& to, PlainSocket& from, const std::string& frame, std::size_t frames) {
     const auto window = std::max<std::size_t>(1, 16 * 1024 / frame.size());
     for (std::size_t sent = 0; sent < frames; sent += window) {
@@ -158,7 +158,7 @@ void pump(PlainSocket& to, PlainSocket& from, const std::string& frame, std::siz
     }
 }
 
-/// The processor time of the relay for so many frames from one phone to the other.
+/// The relay's processor time for this many frames from one phone to the other.
 double forward(const std::vector<RelayPhone>& both, const std::string& frame, std::size_t frames,
                Security security) {
     ClientProcess client([&](ClientProcess::Line& line) {
@@ -176,7 +176,7 @@ double forward(const std::vector<RelayPhone>& both, const std::string& frame, st
     return relay.processorMilliseconds();
 }
 
-/// The same of a server that sends every frame back unread.
+/// The same for a server that returns every frame unread.
 double echo(const std::string& frame, std::size_t frames) {
     ClientProcess client([&](ClientProcess::Line& line) {
         PlainSocket socket(line.waitForPort());

@@ -15,12 +15,12 @@
 
 namespace morvex {
 
-/// A device of a pair that a relay of this program knows.
+/// A device of a pair that is known to the relay.
 struct RelayPhone {
     PairID pair;
     DeviceIdentity identity = DeviceIdentity::generate();
 
-    /// A socket that is logged in.
+    /// A logged-in socket.
     [[nodiscard]] std::unique_ptr<PlainSocket>
     logIn(std::uint16_t port, std::uint8_t from = 1,
           PlainSocket::Security security = PlainSocket::Security::none) const {
@@ -38,7 +38,7 @@ struct RelayPhone {
         return {identity.deviceID(), identity.signingKey(), role};
     }
 
-    /// A frame for another device, with so many bytes of content.
+    /// A frame for another device, with `size` bytes of content.
     [[nodiscard]] std::string frameFor(const DeviceIdentity& other, std::size_t size) const {
         auto envelope = sampleEnvelope(pair, identity.deviceID(), other.deviceID(), Bytes(size, 1));
         return encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});

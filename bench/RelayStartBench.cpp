@@ -15,9 +15,9 @@
 #include <utility>
 #include <vector>
 
-// How long a relay takes from opening its file to its first challenge: with 600,000 pairs that nobody joined
-// and whose end is over, beside a file with none, and once with a file of the version before pairs had ends.
-// Then how long the sweep takes behind it, and what is left of the file.
+// Measures the time of a relay from opening its file to its first challenge: with 600,000 pairs that nobody
+// joined and whose end has passed, compared with an empty file, and also with a file of the version before
+// pairs had ends. Then measures the sweep that follows, and the size of the file afterwards.
 
 namespace morvex {
 namespace {
@@ -36,7 +36,7 @@ void execute(const std::filesystem::path& file, const std::string& sql) {
     vyzaduj(database.execute(sql).has_value(), "the file cannot be made");
 }
 
-/// A file in which so many pairs wait to be forgotten.
+/// Creates a file with this many pairs that wait to be forgotten.
 void lay(const std::filesystem::path& file, int count, Version version) {
     std::filesystem::remove(file);
     vyzaduj(PairStore::open(file).has_value(), "the store cannot be made");
@@ -54,7 +54,7 @@ void lay(const std::filesystem::path& file, int count, Version version) {
                 "PRAGMA user_version = 1; PRAGMA journal_mode = DELETE; PRAGMA auto_vacuum = NONE; VACUUM");
 }
 
-/// Until the relay greets a device.
+/// Time until the relay sends its challenge to a device.
 double startMilliseconds(const std::filesystem::path& file) {
     std::unique_ptr<RelayServer> server;
     std::thread thread;

@@ -16,9 +16,9 @@
 #include <unistd.h>
 #include <vector>
 
-// What a stranger's flood of connections costs an honest pair at the same relay: the median time of its
-// frames and of its logins, beside the same without a flood, in turns. The relay has its usual limits, which
-// here hold for this computer's addresses too.
+// Measures how a stranger's flood of connections slows an honest pair at the same relay: the median time of
+// its frames and of its logins, compared with the same without a flood, alternating. The relay has its usual
+// limits, which here also apply to this computer's addresses.
 
 namespace morvex {
 namespace {
@@ -28,7 +28,7 @@ constexpr int framesARound = 2000;
 constexpr int loginsARound = 20;
 constexpr std::size_t keptOpen = 900;
 
-/// A connection from 127.…, which says half a request.
+/// Connects from an address 127.… and sends half a request.
 int strangerSocket(std::uint16_t port, std::uint32_t from) {
     const auto address = [](std::uint32_t host, std::uint16_t at) {
         sockaddr_in full{};
@@ -47,7 +47,7 @@ int strangerSocket(std::uint16_t port, std::uint32_t from) {
     return socket;
 }
 
-/// Connects as fast as it can, from so many networks in turn, until the process ends.
+/// Connects as fast as possible, from this many networks in turn, until the process ends.
 [[noreturn]] void flood(std::uint16_t port, std::uint32_t networks) {
     std::deque<int> sockets;
     for (std::uint32_t count = 0;; ++count) {
@@ -107,7 +107,7 @@ class Bench {
         options.port = "0";
         RelayLimits limits;
         limits.thisComputer = Origin::ThisComputer::limited;
-        limits.loginsPerMinute = 1'000'000; // of the honest address, which measures
+        limits.loginsPerMinute = 1'000'000; // for the honest address, which is measured
         return RelayServer::create(options, limits, std::move(store), [](std::string_view) {}).value();
     }
 
@@ -129,7 +129,7 @@ void bench(const char* what, std::uint32_t networks) {
     Honest quiet;
     Honest flooded;
     for (int count = 0; count < rounds; ++count) {
-        // The process comes before the threads of the relay.
+        // The process must be created before the threads of the relay.
         ClientProcess stranger([networks](ClientProcess::Line& line) {
             const auto port = line.waitForPort();
             std::thread([port, networks] { flood(port, networks); }).detach();

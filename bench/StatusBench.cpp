@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-// A `mac.status` call of the phone through the relay and back, beside frames of the same size that travel the
-// same two hops without being opened: from one socket through a plain server to another, which answers.
+// Measures a `mac.status` call of the phone through the relay and back, compared with frames of the same size
+// that travel the same two hops unopened: from one socket through a plain server to another, which answers.
 
 namespace morvex {
 namespace {

@@ -14,8 +14,8 @@
 #include <string_view>
 #include <vector>
 
-// What texts cost that a phone can make up so that they are dear to fold, beside as much plain text: folding,
-// naming a note, searching one, and searching it again.
+// Measures texts that a phone can make expensive to fold, compared with as much plain text: folding, naming a
+// note, searching one, and searching it again.
 
 namespace morvex {
 namespace {
@@ -47,7 +47,7 @@ std::vector<Text> texts() {
     };
 }
 
-/// A store with this text as a note of the phone.
+/// A store with this text as a note from the phone.
 struct Stored {
     TemporaryFolder support;
     std::unique_ptr<BoottimeClock> clock = BoottimeClock::create().value();
