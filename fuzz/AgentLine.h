@@ -15,7 +15,7 @@
 
 namespace morvex {
 
-/// Which things a line of an agent's event stream tells.
+/// What a line of an agent's event stream contains.
 struct Told {
     bool relace = false;
     bool prubeh = false;
@@ -32,20 +32,20 @@ struct Told {
     }
 };
 
-/// The line as an object; nothing for all else.
+/// The line as an object; nothing if it is not one.
 inline std::optional<boost::json::value> eventIn(std::string_view line) {
     auto value = parseJson(line);
     return value && value->is_object() ? std::optional(*std::move(value)) : std::nullopt;
 }
 
-/// The text at this place (RFC 6901); nothing for all else.
+/// The text at this place (RFC 6901); nothing if there is none.
 inline std::optional<std::string> textAt(const boost::json::value& value, std::string_view place) {
     boost::system::error_code missing;
     const auto* found = value.find_pointer(place, missing);
     return found && found->is_string() ? std::optional(std::string(found->get_string())) : std::nullopt;
 }
 
-/// Whether one of the phrases stands in the text, in any case.
+/// Whether the text contains one of the phrases, ignoring ASCII case.
 inline bool says(std::string_view text, std::initializer_list<std::string_view> phrases) {
     const auto isSame = [](char left, char right) {
         return (left >= 'A' && left <= 'Z' ? left - 'A' + 'a' : left) == right;
@@ -54,7 +54,7 @@ inline bool says(std::string_view text, std::initializer_list<std::string_view> 
         phrases, [&](std::string_view phrase) { return !std::ranges::search(text, phrase, isSame).empty(); });
 }
 
-/// `expected` is what a second reading of the line by its type gives.
+/// `expected` comes from a second interpretation of the line by its type.
 inline void expectMessage(const std::optional<ZpravaAgenta>& zprava, const Told& expected) {
     vyzaduj(Told::by(zprava) == expected, "an event tells other things than its type says");
     if (!zprava) return;

@@ -1,5 +1,5 @@
-// What an agent's program writes, from the pipe to what is kept of the run. The first byte chooses the agent
-// and how long the pieces are in which the output comes.
+// The output of an agent's program, from the pipe to the stored result of the run. The first byte selects the
+// agent and the length of the pieces in which the output arrives.
 
 #include "app/agents/ClaudeCodeAdapter.h"
 #include "app/agents/CodexAdapter.h"
@@ -18,7 +18,7 @@ using namespace morvex;
 
 namespace {
 
-/// Short, so that lines beyond it occur.
+/// Short, so that the fuzzer produces longer lines, too.
 constexpr std::size_t longestLine = 300;
 
 std::vector<std::string> linesOf(std::string_view output, std::size_t pieceLength) {
@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto pieceLength = data[0] / 2 == 0 ? std::string_view::npos : data[0] / 2U;
 
     const auto lines = linesOf(output, pieceLength);
-    // Each piece is decoded by itself, so only a character that two pieces share may make a difference.
+    // Each piece is decoded separately, so only a character split between two pieces may make a difference.
     if (isAscii(output))
         vyzaduj(lines == linesOf(output, std::string_view::npos), "the pieces make other lines");
     SberatelZprav kept;

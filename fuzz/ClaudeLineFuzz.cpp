@@ -1,4 +1,4 @@
-// One line of the event stream of Claude Code, read once more by its type.
+// One line of the event stream of Claude Code, interpreted a second time by its type.
 
 #include "app/agents/ClaudeCodeAdapter.h"
 #include "fuzz/AgentLine.h"

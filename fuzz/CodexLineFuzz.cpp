@@ -1,4 +1,4 @@
-// One line of the event stream of Codex, read once more by its type.
+// One line of the event stream of Codex, interpreted a second time by its type.
 
 #include "app/agents/CodexAdapter.h"
 #include "fuzz/AgentLine.h"
@@ -11,7 +11,7 @@ using namespace morvex;
 
 namespace {
 
-/// The event, which an older stream puts into another object.
+/// The place of the event, which older streams wrap in another object.
 std::string place(const boost::json::value& event, std::string_view name) {
     const auto* inner = event.get_object().if_contains("msg");
     return (inner && inner->is_object() ? "/msg/" : "/") + std::string(name);

@@ -1,7 +1,7 @@
 #include "app/customapps/StoredApp.h"
 #include "fuzz/RoundTrip.h"
 
-/// What the settings hold of the custom apps.
+/// The custom apps in the settings.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     morvex::roundTrip<std::vector<morvex::StoredApp>>(data, size);
     return 0;

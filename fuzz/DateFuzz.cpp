@@ -1,5 +1,5 @@
-// A date as it travels, both ways and against the system's own calendar: the text of any second, and any
-// text.
+// A date on the wire, in both directions and compared with the system's own calendar: the text of any second,
+// and any text.
 
 #include "shared/base/Bytes.h"
 #include "shared/base/Date.h"
@@ -28,7 +28,7 @@ std::string written(std::time_t second) {
     return text.data();
 }
 
-/// The second whose text this is.
+/// The second that this text denotes.
 std::optional<Date> read(const std::string& text) {
     if (text.size() != 20) return std::nullopt;
     const auto number = [&text](std::size_t place, std::size_t digits) {
@@ -46,7 +46,7 @@ std::optional<Date> read(const std::string& text) {
     return dateFromSeconds(second);
 }
 
-/// One second of those that have a form.
+/// A second in the range that can be written.
 std::time_t secondOf(const std::uint8_t* data, std::size_t size) {
     std::uint64_t number = 0;
     std::memcpy(&number, data, std::min(size, sizeof number));

@@ -12,7 +12,7 @@ namespace {
 
 using namespace morvex;
 
-/// What the file says by key, as this program reads it.
+/// The values of the file by key, as this program reads them.
 using Settings = std::map<std::string, std::optional<DefaultsValue>>;
 
 Settings settings(const JsonDefaults& defaults, const boost::json::object& keys) {
@@ -23,8 +23,8 @@ Settings settings(const JsonDefaults& defaults, const boost::json::object& keys)
 
 } // namespace
 
-/// The file of the settings: a damaged one is kept aside as it was, another one survives a change of a
-/// setting.
+/// The settings file: a damaged one is set aside unchanged; any other keeps its content when a setting
+/// changes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const StoreFile file("Morvex/defaults.json");
     const auto input = asText({data, size});

@@ -17,7 +17,7 @@ std::uint64_t inodeOf(const std::string& folder) {
     return status.st_ino;
 }
 
-/// With the folder for every @ and its inode for every #, so that a few inputs lead somewhere.
+/// Replaces every @ by the folder and every # by its inode, so that some inputs lead to the folder.
 std::string filledIn(std::string_view text, const std::string& folder, const std::string& inode) {
     std::string filled;
     for (char each : text) {
@@ -33,7 +33,7 @@ std::string filledIn(std::string_view text, const std::string& folder, const std
 
 } // namespace
 
-/// A bookmark of an allowed folder, as the settings hold it.
+/// A bookmark of an allowed folder in the settings.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const MemoryFolder folder;
     static const auto inode = std::to_string(inodeOf(folder.path()));

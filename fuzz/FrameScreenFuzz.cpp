@@ -7,8 +7,8 @@
 #include <span>
 #include <vector>
 
-/// Bytes of a peer behind the opening of a WebSocket. The first byte says where they are split; however they
-/// come, the same is left of them.
+/// Bytes of a peer after the opening of a WebSocket. The first byte selects where they are split; the result
+/// must not depend on it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
     if (size < 2) return 0;
@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FrameScreen oneByOne{start};
     for (std::span<std::uint8_t> rest{pieces}; !rest.empty();) {
         const auto next = rest.first(std::min(piece, rest.size()));
-        // A forbidden close code in two pieces ends the connection.
+        // A forbidden close code split over two pieces ends the connection.
         if (!oneByOne.pass(next)) return 0;
         rest = rest.subspan(next.size());
     }

@@ -13,7 +13,7 @@ using namespace morvex;
 
 constexpr JsonLimits strict{.size = 1000, .values = 60};
 
-/// What it takes to build a value, were all names of each object to collide.
+/// The steps to build a value if all names of each object collide.
 struct Steps {
     std::size_t values = 0;
     std::size_t comparisons = 0;
@@ -39,7 +39,7 @@ struct Steps {
 
 } // namespace
 
-/// The budget of steps of a text: whatever is read takes no more, and what takes more is not read.
+/// The step limits of a text: what is read stays within them, and what exceeds them is not read.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const auto text = asText({data, size});
     const auto usual = parseDocument(text);
@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Steps steps;
     steps.add(*usual);
     if (!steps.areWithin(strict)) vyzaduj(!read, "a text took too many steps");
-    // As texts: zero with a great exponent is read as a number that does not equal itself.
+    // Compared as texts: zero with a large exponent is read as a number that does not equal itself.
     if (read)
         vyzaduj(size <= strict.size && boost::json::serialize(*read) == boost::json::serialize(*usual),
                 "limits changed a value");

@@ -11,8 +11,8 @@
 
 namespace morvex {
 
-/// A folder for a target whose input is a file or a path; in memory where the system has such a place, for a
-/// target writes its file, or looks the path up, at each turn. Goes with the program.
+/// A folder for a target whose input is a file or a path. It is in memory where the system allows that, since
+/// a target writes its file, or looks up the path, in each turn. Removed when the program ends.
 class MemoryFolder {
   public:
     MemoryFolder() {
@@ -33,7 +33,7 @@ class MemoryFolder {
 
     [[nodiscard]] const std::filesystem::path& path() const { return path_; }
 
-    /// Replaces the content of a file whose folder is there.
+    /// Replaces the content of a file; its folder must exist.
     void write(const char* name, std::string_view bytes) const {
         const int file = ::open((path_ / name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
         vyzaduj(file >= 0 && ::write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()),

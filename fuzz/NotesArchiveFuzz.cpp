@@ -1,5 +1,5 @@
-// The file of the notes, as the store reads it: the store shows what stands there, takes a change of the user
-// and one of the phone, and all of it is there at the next start.
+// The notes file, read by the store: the store shows its content, accepts a change of the user and one of the
+// phone, and has all of it at the next start.
 
 #include "fuzz/RoundTrip.h"
 #include "fuzz/SortNewestFirst.h"
@@ -40,7 +40,7 @@ void expectHeld(const PoznamkyStore& store, const Notes& expected) {
     vyzaduj(found.size() == 1 && found.front() == shown.front(), "a note is not found by its title");
 }
 
-/// The phone's next version of the first note counts, the one before does not.
+/// The phone's next version of the first note replaces it; the previous version does not.
 void mergeTheFirst(AwaitedNotes& store, Notes& expected) {
     auto& first = expected.front();
     if (first.revision == std::numeric_limits<std::uint64_t>::max()) return;
@@ -51,7 +51,7 @@ void mergeTheFirst(AwaitedNotes& store, Notes& expected) {
     vyzaduj(store.prijmout(first) && store.prijmout(older), "a version of the phone cannot be saved");
 }
 
-/// Every note that was read goes out to the phone, so it must have a form in which it can travel.
+/// Every note that was read is sent to the phone, so it must have a valid wire form.
 void expectToTravel(const Notes& notes) {
     for (const auto& note : notes)
         vyzaduj(decode<MacPayload>(encode(MacPayload{MacPayload::NoteUpdate{note}})).has_value(),

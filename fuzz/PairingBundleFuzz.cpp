@@ -1,5 +1,5 @@
-// Any text as the code that a phone reads from the screen: the phone goes to the relay, with the token and to
-// the pair that the code names, or it says why not and goes nowhere.
+// Any text as the code that a phone reads from the screen: either the phone contacts the relay in the code,
+// with the token and for the pair in the code, or it reports why not and contacts nobody.
 
 #include "fuzz/RoundTrip.h"
 #include "phone/PhonePairing.h"

@@ -1,4 +1,4 @@
-// Any bytes as the introduction of a phone: accepted is only what the phone signed, for its own pair.
+// Any bytes as the introduction of a phone: only what the phone signed, for its own pair, is accepted.
 
 #include "fuzz/RoundTrip.h"
 #include "shared/trust/DeviceIdentity.h"
@@ -10,7 +10,7 @@ namespace {
 
 const PairID pair{"PAIR"};
 
-/// From the phone of the seeds.
+/// The hello of the phone in the seeds.
 const PairingHello& genuine() {
     static const auto hello =
         Parovani::makeHello(DeviceIdentity(SigningPrivateKey::fromRaw(Bytes(keySize, 3)).value(),
@@ -24,7 +24,7 @@ void judge(const PairingHello& hello) {
             "what is accepted is what the phone signed");
 }
 
-/// The genuine hello with one part of another.
+/// Checks the genuine hello with one part replaced by another hello's.
 void judgePartsOf(const PairingHello& other) {
     auto changed = genuine();
     changed.agreementKey = other.agreementKey;

@@ -4,14 +4,14 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The path of a file tool, in a real tree: what lies inside passes and is all that can be read and written,
-/// the rest is refused for its cause.
+/// The path argument of a file tool, in a real tree: paths inside are accepted, and only they can be read and
+/// written; the others are refused for the right cause.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
     static const TreeWithSecrets tree;
     static const PathJudge judge(tree);
     static const auto slozky = tree.allowed();
-    // Text in front of the first line break names the folder.
+    // The text before the first line break is the name of the folder.
     const auto text = asText({data, size});
     const auto lineEnd = std::min(text.find('\n'), text.size());
     const std::string slozka(text.substr(0, lineEnd));

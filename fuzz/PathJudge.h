@@ -12,7 +12,7 @@
 
 namespace morvex {
 
-/// What came of a path, or must come of it.
+/// The actual or expected outcome for a path.
 struct PathVerdict {
     enum Case { passes, isForbidden, isOutside, isNoFile, saysNothing };
 
@@ -34,12 +34,12 @@ struct PathVerdict {
     }
 };
 
-/// Says what the path check must make of a path in the tree. It lets the system resolve the links.
+/// Predicts the outcome of the path check for a path in the tree. It lets the system resolve the links.
 class PathJudge {
   public:
     explicit PathJudge(const TreeWithSecrets& tree) : tree_(tree) {}
 
-    /// Nothing for a path over a link that leads nowhere, which the system does not follow.
+    /// Nothing for a path with a dangling link, which the system does not follow.
     [[nodiscard]] std::optional<PathVerdict> verdict(std::string_view path, std::string_view slozka) const {
         const auto trimmed = trim(path);
         if (trimmed.contains('\0')) return PathVerdict{PathVerdict::isNoFile};
@@ -57,7 +57,7 @@ class PathJudge {
         return PathVerdict{PathVerdict::isOutside, name.empty() ? "/" : repairUtf8(name)};
     }
 
-    /// The folder that a person means.
+    /// The folder that the name means.
     [[nodiscard]] std::optional<std::string> folderNamed(std::string_view name) const {
         const auto wanted = lowerCase(trim(fold(name)));
         if (wanted == "projects") return tree_.path("home/Projects");
@@ -77,7 +77,7 @@ class PathJudge {
         return base ? std::optional(*base + "/" + path) : std::nullopt;
     }
 
-    /// With the links resolved in as much of it as is there.
+    /// Resolves the links in the existing part of the path.
     static std::optional<std::string> reachedBy(const std::string& path) {
         auto there = std::filesystem::path(path).lexically_normal();
         if (!there.has_filename()) there = there.parent_path();

@@ -1,5 +1,5 @@
-// The phone's file of notes and summaries: what stands there is held, a change of the user and one of the Mac
-// too, and all of it at the next start.
+// The phone's file of notes and summaries: its content, a change of the user and one of the Mac are kept and
+// are there at the next start.
 
 #include "fuzz/RoundTrip.h"
 #include "fuzz/StoreFile.h"
@@ -32,7 +32,7 @@ void expectHeld(const PhoneRecords& records, const PhoneArchive& expected) {
     }
 }
 
-/// The Mac tells its next version of the first note, and then the one before, as if it had lost the other.
+/// The Mac sends its next version of the first note, and then the previous one, as if it had lost the other.
 void mergeTheFirst(PhoneRecords& records, PhoneArchive& expected) {
     auto& first = expected.notes.front();
     if (first.revision == std::numeric_limits<std::uint64_t>::max()) return;

@@ -1,5 +1,5 @@
-// The phone's file of the Mac's tasks: what stands there is held, the one that changed last in front; a newer
-// revision counts and an older one does not, also at the next start.
+// The phone's file of the Mac's tasks: its content is kept, the last changed task first; a newer revision
+// replaces a task and an older one does not, also at the next start.
 
 #include "fuzz/RoundTrip.h"
 #include "fuzz/SortNewestFirst.h"
@@ -24,10 +24,10 @@ WorkItem news() {
     return item;
 }
 
-/// The Mac's next revision of the last task, and then the one before.
+/// The Mac's next revision of the last task, and then the previous one.
 void takeTheLast(PhoneTasks& tasks, Items& expected) {
     auto& last = expected.back();
-    // This program writes no file in which a task stands twice: which of them changes then matters little.
+    // This program writes no file with the same task twice, so it does not matter which of them changes then.
     if (std::ranges::count(expected, last.id, &WorkItem::id) > 1) return;
     if (last.revision == std::numeric_limits<std::uint64_t>::max()) return;
     const auto older = last;

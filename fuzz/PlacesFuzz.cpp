@@ -1,7 +1,7 @@
 #include "fuzz/RoundTrip.h"
 #include "shared/wire/CompanionRecords.h"
 
-/// What the keychain holds of the named places.
+/// The named places in the keychain.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     morvex::roundTrip<std::vector<morvex::CompanionPlace>>(data, size);
     return 0;

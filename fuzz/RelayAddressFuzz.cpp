@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The relay address of a QR code or of the settings, and one that a person typed.
+/// The relay address from a QR code or the settings, and one typed by the user.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
     auto entered = RelayAddress::entered(asText({data, size}));

@@ -1,6 +1,6 @@
-// Any bytes on a new connection to the relay, through the real parser of HTTP and, behind an upgrade, that of
-// WebSockets. The other end of the connection lies in memory. What is left of it when the device has gone is
-// nothing.
+// Any bytes on a new connection to the relay, through the real HTTP parser and, after an upgrade, the real
+// WebSocket parser. The connection's other end is in memory. When the device has gone, nothing may remain of
+// the connection.
 
 #include "foundation/Text.h"
 #include "relay/HttpSession.h"
@@ -29,16 +29,16 @@ namespace asio = boost::asio;
 
 namespace {
 
-/// So many connections share one relay, until its store has grown.
+/// Number of connections that share one relay; its store grows meanwhile.
 constexpr int connectionsPerRelay = 2000;
 
 class Relay {
   public:
-    /// What the relay says to a device that sends these bytes and goes.
+    /// The relay's output to a device that sends these bytes and disconnects.
     std::string hear(std::string_view input) {
         if (connections_++ % connectionsPerRelay == 0) state_ = freshState();
         connect();
-        // A WebSocket speaks only when it has been answered.
+        // A client may use the WebSocket only after the answer.
         const auto head = std::min(input.find("\r\n\r\n"), input.size());
         say(input.substr(0, head + 4));
         say(input.substr(std::min(head + 4, input.size())));
@@ -66,7 +66,7 @@ class Relay {
         asio::ip::tcp::socket socket(context_);
         socket.assign(asio::ip::tcp::v4(), ends[1]);
         context_.restart();
-        // A socket in memory has no address; this computer's has no limits.
+        // A socket in memory has no address; this computer's address has no limits.
         const auto origin = Origin::of(asio::ip::address_v4::loopback());
         auto place = state_->places.enter(origin, Places::Moment::clock::now());
         asio::co_spawn(context_,
@@ -76,7 +76,7 @@ class Relay {
     }
 
     void say(std::string_view bytes) {
-        // The relay may have closed already.
+        // Errors are ignored, since the relay may have closed already.
         if (!bytes.empty()) (void)::send(device_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
         while (context_.poll() > 0) listen();
     }
@@ -94,7 +94,7 @@ class Relay {
     std::string heard_;
 };
 
-/// The value of a header of an answer of the relay; empty without it.
+/// The value of a header in the relay's answer; empty if it is missing.
 std::string_view header(std::string_view head, std::string_view name) {
     const auto start = head.find("\r\n" + std::string(name) + ": ");
     if (start == std::string_view::npos) return {};
@@ -102,7 +102,7 @@ std::string_view header(std::string_view head, std::string_view name) {
     return value.substr(0, value.find("\r\n"));
 }
 
-/// The number behind a header's name; 0 for what is none.
+/// The first number in the line; 0 if there is none.
 std::uint64_t numberIn(std::string_view line) {
     const auto start = std::min(line.find_first_of("0123456789"), line.size());
     std::uint64_t number = 0;
@@ -110,8 +110,8 @@ std::uint64_t numberIn(std::string_view line) {
     return read.ec == std::errc::result_out_of_range ? UINT64_MAX : number;
 }
 
-/// Whether this is a whole request: its head, and as much behind it as the head announces. Not said of a
-/// request in chunks, with lines that go on in the next one, or whose first line names no version.
+/// Whether the input is a complete request: its head, and as much content as the head announces. Returns
+/// false for chunked requests, for folded header lines, and for a first line without a version.
 bool isWhole(std::string_view input) {
     const auto end = input.find("\r\n\r\n");
     if (end == std::string_view::npos) return false;
@@ -130,7 +130,7 @@ bool isWhole(std::string_view input) {
 void expectAnAnswer(std::string_view heard, bool hasContent) {
     constexpr std::string_view carryOn = "HTTP/1.1 100 Continue\r\n\r\n";
     if (heard.starts_with(carryOn)) heard.remove_prefix(carryOn.size());
-    // The content that the relay asked for never came.
+    // The relay asked for the content, which never came.
     if (heard.empty()) return;
     const auto end = heard.find("\r\n\r\n");
     vyzaduj(end != std::string_view::npos && heard.starts_with("HTTP/1.1 "), "an answer that is none");
@@ -142,7 +142,7 @@ void expectAnAnswer(std::string_view heard, bool hasContent) {
     vyzaduj(header(head, "Content-Type") == "application/json", "an answer in other words");
     vyzaduj(header(head, "Connection").starts_with("close"), "a second request is invited");
     vyzaduj(header(head, "Date").ends_with(" GMT"), "an answer without its time");
-    // A first line that cannot be read asks for nothing in particular.
+    // If the first line cannot be read, it is unknown whether content is expected.
     if (!hasContent && (status != "400" || body.empty()))
         return vyzaduj(body.empty(), "an answer to HEAD has content");
     vyzaduj(header(head, "Content-Length") == std::to_string(body.size()), "an answer of another length");

@@ -1,6 +1,5 @@
-// A call of the pairing interface, on a relay that knows one pair that waits for its second device and a
-// whole one. The first byte chooses the call, the rest is its body; each call finds the relay as every other
-// does.
+// A call of the pairing interface, on a relay with one pair that waits for its second device and one complete
+// pair. The first byte selects the call, the rest is its body; each call finds the relay in the same state.
 
 #include "relay/PairCalls.h"
 #include "shared/base/Require.h"
@@ -27,7 +26,7 @@ DeviceIdentity deviceOf(std::uint8_t byte) {
             AgreementPrivateKey::fromRaw(Bytes(keySize, byte)).value()};
 }
 
-/// The devices of the seeds.
+/// The devices in the seeds.
 const DeviceIdentity mac = deviceOf(1);
 const DeviceIdentity phone = deviceOf(2);
 
@@ -35,7 +34,7 @@ Member member(const DeviceIdentity& device, DeviceRole role) {
     return {device.deviceID(), device.signingKey(), role};
 }
 
-/// Why a call is refused; nothing for a good one.
+/// Why a call is refused; nothing for a valid one.
 using Cause = std::optional<CallRefusal>;
 
 class Relay {
@@ -46,7 +45,7 @@ class Relay {
         vyzaduj(store_.join(PairID{"WHOLE"}, member(phone, DeviceRole::phone)).value(), "no second device");
     }
 
-    /// Each tells whether the call was a good one.
+    /// Each call returns whether it was accepted.
     bool create(std::string_view body) {
         const auto request = decode<ZalozitPozadavek>(body);
         const auto cause = strangeness(request);
@@ -118,7 +117,7 @@ class Relay {
         return request.role == DeviceRole::mac ? CallRefusal::sameRole : Cause{};
     }
 
-    /// Nobody but the two devices can sign.
+    /// Only the two devices can sign.
     static Cause whyNotRevoked(const OdvolatPozadavek& request) {
         const bool isWhole = request.pairID.rawValue == "WHOLE";
         if (!isWhole && request.pairID.rawValue != "WAITING") return CallRefusal::unknownPair;
@@ -127,7 +126,7 @@ class Relay {
         return request == genuine() ? Cause{} : CallRefusal::badSignature;
     }
 
-    /// What the computer signed.
+    /// A request signed by the computer.
     static const OdvolatPozadavek& genuine() {
         static const auto request = [] {
             OdvolatPozadavek made{PairID{"WHOLE"}, phone.deviceID(), mac.deviceID(), now, {}};

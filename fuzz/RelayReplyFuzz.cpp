@@ -1,7 +1,7 @@
 #include "fuzz/RoundTrip.h"
 #include "shared/wire/RelayCalls.h"
 
-/// What a relay answers to the pairing calls.
+/// The relay's replies to the pairing calls.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
     roundTrip<ZalozitOdpoved>(data, size);

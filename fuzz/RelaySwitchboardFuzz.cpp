@@ -14,7 +14,7 @@ using namespace morvex;
 
 namespace {
 
-/// A longer game says nothing that a short one does not say, and takes its time.
+/// Longer games take more time and reveal no more than short ones.
 constexpr int mostMoves = 32;
 
 constexpr Switchboard::Bounds bounds{.frame = 4096, .waiting = 2000, .heldInAll = 3000};
@@ -32,10 +32,10 @@ std::string makeFrame(bool isFromMac) {
     return encode(RelayMessage{RelayMessage::Forward{std::move(envelope)}});
 }
 
-/// The genuine frame of the phone and that of the computer, which need not be read each time.
+/// The genuine frames of the phone and of the computer, created once.
 const std::array<std::string, 2> forwarded{makeFrame(false), makeFrame(true)};
 
-/// A socket that checks how the switchboard treats it.
+/// A socket that checks the calls of the switchboard.
 struct CheckingLine final : Line {
     std::size_t bytes = 0;
     bool isConnected = false;
@@ -75,7 +75,7 @@ struct CheckingLine final : Line {
     }
 };
 
-/// Two devices with two sockets each, moved by the input byte by byte.
+/// Two devices with two sockets each, driven by the input byte by byte.
 class Game {
   public:
     void play(std::string_view input) {
@@ -137,7 +137,7 @@ class Game {
         vyzaduj(held <= bounds.heldInAll, "all lines hold more than they may together");
     }
 
-    /// The line whose queue grows by what this one says: the peer's, or its own when it is alone.
+    /// The line whose queue grows when this one sends: the peer's, or its own if there is no peer.
     const CheckingLine& growing(const CheckingLine& line) const {
         for (const auto& other : lines_)
             if (&other != &line && other.isConnected && !other.isEnded) return other;

@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// What decodes must encode to a text that decodes to an equal record.
+/// If the input decodes, the record must encode to a text that decodes to an equal record.
 template <class Record> void roundTrip(const std::uint8_t* data, std::size_t size) {
     const auto first = decode<Record>(ByteView{data, size});
     if (!first) return vyzaduj(!first.error().popis().empty(), "a failure without words");

@@ -1,5 +1,6 @@
-// Any bytes as an envelope from the relay: what the phone sealed opens, once; all else is refused, a genuine
-// envelope with a single field of the input too, and a refusal leaves the channel usable.
+// Any bytes as an envelope from the relay: an envelope that the phone sealed opens exactly once; everything
+// else is refused, also a genuine envelope with one field of the input, and a refusal leaves the channel
+// usable.
 
 #include "fuzz/RoundTrip.h"
 #include "shared/trust/SecureChannel.h"
@@ -25,7 +26,7 @@ SecureChannel channel(std::uint8_t own, std::uint8_t peer, SecureChannel::Ends e
         .value();
 }
 
-/// What the phone sealed, in the order of sealing. The first three are seeds.
+/// The envelopes sealed by the phone, in order. The first three are seeds.
 const std::vector<Envelope>& genuine() {
     static const auto sealed = [] {
         auto phone = channel(2, 1, {{"PAIR"}, {"PHONE"}, {"MAC"}, DeviceRole::phone});
@@ -45,7 +46,7 @@ const std::vector<Envelope>& genuine() {
     return sealed;
 }
 
-/// The last genuine envelope does not open with any one field of another.
+/// The last genuine envelope must not open with any one field replaced.
 void refuseFieldsOf(const Envelope& other, SecureChannel& mac) {
     const auto refuse = [&](auto... fields) {
         const auto refuseOne = [&](auto field) {

@@ -1,4 +1,4 @@
-// Any bytes as the phone's offer of a session: accepted is only the offer that the phone signed.
+// Any bytes as the phone's session hello: only the one that the phone signed is accepted.
 
 #include "fuzz/RoundTrip.h"
 #include "shared/trust/DeviceIdentity.h"
@@ -8,7 +8,7 @@ using namespace morvex;
 
 namespace {
 
-/// The phone of the seed.
+/// The phone in the seed.
 const DeviceIdentity& phone() {
     static const DeviceIdentity identity(SigningPrivateKey::fromRaw(Bytes(keySize, 1)).value(),
                                          AgreementPrivateKey::fromRaw(Bytes(keySize, 2)).value());

@@ -9,7 +9,8 @@
 
 namespace morvex {
 
-/// Later dates first; records of one date keep their order. A second way to the order of the stores.
+/// Sorts later dates first and keeps the order of records with the same date. An independent implementation
+/// of the stores' order.
 template <class Record, class Member> void sortNewestFirst(std::vector<Record>& records, Member date) {
     const auto dateOf = [date](const Record& record) { return Date(record.*date); };
     for (auto next = records.begin(); next != records.end(); ++next) {

@@ -11,10 +11,10 @@
 
 namespace morvex {
 
-/// The file of a store, which holds the input at the beginning of each turn. Goes with the program.
+/// The file of a store, which contains the input at the start of each turn. Removed when the program ends.
 class StoreFile {
   public:
-    /// `name` is the way from the folder that is given to the store.
+    /// `name` is the path relative to the folder that is given to the store.
     explicit StoreFile(const char* name) : name_(name), aside_(folder_.path() / (name_ + ".damaged")) {
         std::filesystem::create_directories((folder_.path() / name_).parent_path());
     }
@@ -30,7 +30,8 @@ class StoreFile {
     /// How much of the input a store could read.
     enum class Read { nothing, all };
 
-    /// Once the store has saved: what it could not read is kept as it was, and nothing else.
+    /// Call after the store has saved: exactly an input that it could not read must have been set aside,
+    /// unchanged.
     void expectAside(std::string_view input, Read read) const {
         const auto kept = readWhole(aside_, input.size()).value();
         vyzaduj(kept.has_value() == (read == Read::nothing),

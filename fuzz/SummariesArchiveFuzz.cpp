@@ -1,5 +1,5 @@
-// The file of the summaries, as the store reads it: the store shows what stands there, takes what the phone
-// tells, and all of it is there at the next start.
+// The summaries file, read by the store: the store shows its content, accepts the phone's updates, and has
+// all of it at the next start.
 
 #include "fuzz/RoundTrip.h"
 #include "fuzz/SortNewestFirst.h"
@@ -21,7 +21,8 @@ void expectHeld(const SouhrnyStore& store, Summaries& expected) {
     vyzaduj(store.summaries() == expected, "the store holds other summaries");
 }
 
-/// The phone's next version of the last summary counts; the same once more with other words does not.
+/// The phone's next version of the last summary replaces it; a second one with the same revision and other
+/// words does not.
 void mergeTheLast(AwaitedSummaries& store, Summaries& expected) {
     const auto id = expected.back().id;
     auto& known = *std::ranges::find(expected, id, &MorvexSummary::id);
@@ -33,7 +34,7 @@ void mergeTheLast(AwaitedSummaries& store, Summaries& expected) {
     vyzaduj(store.prijmout(known) && store.prijmout(same), "a version of the phone cannot be saved");
 }
 
-/// One that no file names but by intent.
+/// A summary that no file contains except on purpose.
 MorvexSummary news() {
     MorvexSummary summary;
     summary.id.bytes.fill(0xA5);

@@ -1,5 +1,5 @@
-// The file of the agents' tasks, as the history reads it: what ran is told as interrupted, the rest stands as
-// it was written, and a change is there at the next start. Every task can be told to the phone.
+// The file of the agents' tasks, read by the history: running tasks become interrupted, the rest stays as
+// written, and a change is there at the next start. Every task can be sent to the phone.
 
 #include "app/agents/HistorieAgentu.h"
 #include "fuzz/SortNewestFirst.h"
@@ -32,7 +32,7 @@ struct World {
     }
 };
 
-/// What begins like an option or breaks a line goes, what is plain stays.
+/// A session id that begins like an option or contains a line break is dropped, a plain one is kept.
 void expectSession(const std::optional<std::string>& written, const std::optional<std::string>& held) {
     vyzaduj(!held || held == written, "a session that nobody wrote");
     if (!written) return;
@@ -49,7 +49,7 @@ void raise(std::uint64_t& revize) {
     if (revize < std::numeric_limits<std::uint64_t>::max()) ++revize;
 }
 
-/// What is held after a start over these tasks.
+/// The expected tasks after a start with these tasks in the file.
 Tasks atStart(Tasks tasks, Date now) {
     sortNewestFirst(tasks, &UkolAgenta::zalozeno);
     if (tasks.size() > 50) tasks.resize(50);
@@ -73,7 +73,7 @@ void expectHeld(const HistorieAgentu& historie, Tasks&& expected) {
     }
 }
 
-/// Gives the first task another name, or begins one where there is none.
+/// Renames the first task, or begins one if there is none.
 void change(HistorieAgentu& historie) {
     if (historie.polozky().empty()) {
         const auto begun = historie.zaloz({{}, {}, "codex", {}, "Pracuj", "/"});

@@ -1,5 +1,6 @@
-// A command of an assistant. The first line is the program and, behind a tab, the name of the folder; every
-// further line is an argument. What the gates must say is found once more here, and compared.
+// A command of an assistant. The first line contains the program and, after a tab, the name of the folder;
+// every further line is an argument. The expected decision of the gates is computed independently here and
+// compared.
 
 #include "app/execution/TerminalChyba.h"
 #include "app/execution/TerminalGate.h"
@@ -20,7 +21,7 @@ using namespace morvex;
 using Words = std::set<std::string, std::less<>>;
 using Refusal = std::optional<decltype(TerminalChyba::pripad)>;
 
-// What may run and what may not, written down once more, so that a change of the gate is noticed here.
+// The rules of the gate are repeated here, so that a change of the gate is noticed.
 const Words programs = {"ls",   "cat", "head", "tail",  "wc",   "file",    "stat",       "grep", "rg",
                         "find", "du",  "df",   "swift", "node", "python3", "xcodebuild", "npm",  "git"};
 const Words changing = {"install", "uninstall", "publish", "update",   "upgrade", "add",
@@ -60,7 +61,7 @@ std::string lastComponent(std::string path) {
     return path == "/" ? path : repairUtf8(std::filesystem::path(path).filename().string());
 }
 
-/// A word that the user must say is the first argument that is no option.
+/// The word that the user must confirm is the first argument that is not an option.
 std::optional<std::string> wordForTheUser(const std::string& name, const Command& command) {
     for (const auto& argument : command.arguments) {
         if (argument.starts_with('-')) continue;
@@ -81,7 +82,7 @@ std::optional<std::string> suspicion(const Command& command) {
     return std::nullopt;
 }
 
-/// By the first of the gates that refuses the program.
+/// The refusal of the first gate that refuses the program.
 Refusal refusalOf(const std::string& name, const Command& command) {
     if (!programs.contains(name)) return TerminalChyba::ZakazanyProgram{name};
     if (const auto word = wordForTheUser(name, command))
@@ -117,7 +118,7 @@ void judgePaths(const Command& command, const PathJudge& judge, const PovoleneSl
     for (const auto& argument : command.arguments) {
         if (!argument.starts_with('/') && !argument.starts_with('~')) continue;
         const auto expected = judge.verdict(argument, "");
-        // Over a link that leads nowhere the path check has its own target.
+        // For a dangling link the path check has its own result.
         if (!expected) return;
         if (expected->kind == PathVerdict::passes) continue;
         return vyzaduj(!passed && PathVerdict::of(passed.error()) == *expected,

@@ -15,11 +15,11 @@ namespace {
 using namespace morvex;
 
 constexpr std::size_t longest = 4 * 1024;
-/// How far a mark may move when the marks of its letter are sorted: 30 of them, each of two at most, and
-/// those that belong to the letter itself.
+/// The limit for the marks that a mark may have to pass in sorting: 30 marks of at most two each, and those
+/// that belong to the letter itself.
 constexpr std::size_t mostStepsOfMark = 64;
 
-/// The marks that each mark of this text may have had to pass.
+/// The sum over all marks of the marks that each may have had to pass.
 std::size_t stepsOf(const icu::UnicodeString& decomposed) {
     std::size_t steps = 0;
     std::size_t run = 0;
@@ -32,7 +32,7 @@ std::size_t stepsOf(const icu::UnicodeString& decomposed) {
 
 } // namespace
 
-/// A text of any person, and the same over and over: folded and searched within a budget of steps.
+/// Any text, repeated: folded and searched within a limit of steps.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
     std::string text;

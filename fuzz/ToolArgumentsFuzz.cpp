@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// What a phone sends as the arguments of a tool: read in every way, and written again.
+/// The arguments of a tool, as sent by a phone: read in every way, and written again.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
     auto parsed = parseJson(asText({data, size}));

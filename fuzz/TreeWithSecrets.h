@@ -20,10 +20,10 @@
 
 namespace morvex {
 
-/// Two allowed folders full of ways out, with a secret behind each.
+/// Two allowed folders with many ways out of them, each leading to a secret.
 class TreeWithSecrets {
   public:
-    /// Where credentials lie, written down once more, so that a change of the check is noticed here.
+    /// The places of credentials are repeated here, so that a change of the check is noticed.
     static constexpr std::array<std::string_view, 12> forbidden = {"/Library/Keychains",
                                                                    "/.ssh",
                                                                    "/.aws",
@@ -60,7 +60,7 @@ class TreeWithSecrets {
 
     [[nodiscard]] std::string path(const std::string& name) const { return (folder_.path() / name).string(); }
 
-    /// What an input says about this tree: @ in front stands for its place.
+    /// Replaces a leading @ in the input by the root of this tree.
     [[nodiscard]] std::string placed(std::string text) const {
         if (text.starts_with('@')) text.replace(0, 1, path(""));
         return text;
@@ -72,7 +72,7 @@ class TreeWithSecrets {
 
     [[nodiscard]] PovoleneSlozky allowed() const { return {folders(), standard_}; }
 
-    /// A path that passed lies inside, and what is read there is no secret.
+    /// An accepted path must be inside, and reading it must not reveal a secret.
     void expectHarmless(const OverenaCesta& checked) const {
         vyzaduj(std::ranges::count(folders(), checked.slozka) == 1, "another folder than an allowed one");
         vyzaduj(checked.cesta == checked.slozka || checked.cesta.starts_with(checked.slozka + "/"),
@@ -88,8 +88,7 @@ class TreeWithSecrets {
         if (opened) vyzaduj(asText(*readUpTo(opened->get(), 100)) == "inside", "a secret was read");
     }
 
-    /// What is written at a path that passed lies there and nowhere else, and replaces nothing. It is taken
-    /// away again.
+    /// Writing to an accepted path must create only that file and replace nothing. The file is then removed.
     void expectHarmlessWriting(const OverenaCesta& checked) const {
         auto above = std::filesystem::path(checked.cesta);
         auto made = above;
@@ -114,7 +113,7 @@ class TreeWithSecrets {
         folder_.write(name.c_str(), content);
     }
 
-    /// A file that nobody may read, in a folder into which nobody may write.
+    /// Creates an unreadable file in an unwritable folder.
     void secret(const std::string& name) {
         file(name, "secret");
         secrets_.push_back(folder_.path() / name);

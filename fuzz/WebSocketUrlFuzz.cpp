@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The address of a socket, part of which stands in a QR code.
+/// The address of a socket, part of which comes from a QR code.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
     const auto url = WebSocketUrl::parse(asText({data, size}));
