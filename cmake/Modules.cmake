@@ -1,4 +1,4 @@
-# A library may link what only its own folder looked for.
+# Makes imported targets global, so that a library may link packages that were found only in its own folder.
 set(CMAKE_FIND_PACKAGE_TARGETS_GLOBAL ON)
 find_package(Threads REQUIRED)
 find_package(OpenSSL 3 REQUIRED)
@@ -22,7 +22,7 @@ function(morvex_library name)
   target_precompile_headers(${name} REUSE_FROM ${MORVEX_PRECOMPILED})
 endfunction()
 
-# morvex_test(NAME LIBRARIES...): every .cpp below the current folder becomes one test program.
+# morvex_test(NAME LIBRARIES...): makes one test program of every .cpp below the current folder.
 function(morvex_test name)
   find_package(GTest REQUIRED)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
@@ -33,7 +33,8 @@ function(morvex_test name)
   add_test(NAME ${name} COMMAND ${name})
 endfunction()
 
-# morvex_long_test(NAME LIBRARIES...): the same for tests that `./test --long` runs with many more cases.
+# morvex_long_test(NAME LIBRARIES...): like morvex_test, for tests that `./test --long` runs with many more
+# cases.
 function(morvex_long_test name)
   morvex_test(${name} ${ARGN})
   set_tests_properties(${name} PROPERTIES LABELS long TIMEOUT 7200)

@@ -1,11 +1,12 @@
-# Precompiled headers, each a library with nothing else in it, which the libraries and tests of a kind share. They compile with
-# the settings of the whole project: what a user of one adds, folders and definitions, comes on top and does not differ. A file
-# still includes whatever it uses.
+# Each precompiled header is a library with no other content, shared by libraries and tests of one kind. They
+# are compiled with the settings of the whole project; folders and definitions that a user adds come in
+# addition and must not conflict. A file still includes everything that it uses.
 file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/Precompiled.cpp CONTENT "")
 find_package(GTest REQUIRED)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core)
 
-# morvex_precompiled(NAME [LIBRARIES libraries...] [HEADERS headers...]): beside what all of them hold.
+# morvex_precompiled(NAME [LIBRARIES libraries...] [HEADERS headers...]): adds these to the headers that all
+# of them contain.
 function(morvex_precompiled name)
   cmake_parse_arguments(PARSE_ARGV 1 own "" "" "LIBRARIES;HEADERS")
   add_library(${name} STATIC ${CMAKE_BINARY_DIR}/Precompiled.cpp)

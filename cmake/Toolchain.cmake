@@ -1,9 +1,10 @@
-# Compiler, linker, cache and warnings: global, so that every target can share one precompiled header.
+# Compiler, linker, cache and warnings are set globally, so that every target can share one precompiled
+# header.
 set(CMAKE_CXX_STANDARD 23)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-# For all alike, since a precompiled header and its users must not differ in these: programs are compiled as libraries are,
-# and some packages ask for threads.
+# A precompiled header and its users must not differ in these options: programs are compiled like libraries,
+# and some packages require threads.
 add_compile_options(-fPIC -pthread)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 
@@ -34,6 +35,6 @@ if(MORVEX_SANITIZE)
   add_link_options(-fsanitize=${link_sanitizers})
 endif()
 
-# Qt reads these; they must not differ between a precompiled header and its users.
+# These definitions change Qt's headers, so they must not differ between a precompiled header and its users.
 add_compile_definitions(QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
 include_directories(${CMAKE_SOURCE_DIR})
