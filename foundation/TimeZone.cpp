@@ -38,7 +38,7 @@ TimeZone::TimeZone(std::string name, std::shared_ptr<const Rules> rules)
 std::optional<TimeZone> TimeZone::named(const std::string& name) {
     std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::createTimeZone(icuText::fromUtf8(name)));
     if (!zone) return std::nullopt;
-    // For an unknown name the library returns a zone with the id "unknown".
+    // For an unknown name the library returns a zone with a special id.
     icu::UnicodeString found;
     if (zone->getID(found) == icu::UnicodeString(UCAL_UNKNOWN_ZONE_ID)) return std::nullopt;
     const auto* rules = dynamic_cast<const icu::BasicTimeZone*>(zone.get());

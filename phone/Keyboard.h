@@ -8,7 +8,7 @@ class Keyboard {
   public:
     virtual ~Keyboard() = default;
 
-    /// Whether the input is a terminal, so that a user can be asked.
+    /// Whether a user is at the input and can be asked.
     [[nodiscard]] virtual bool isInteractive() const = 0;
 
     /// Requests one more `Line` (or `EndOfInput`) in the inbox. Does nothing if a request is already pending.

@@ -39,8 +39,8 @@ class Origin {
     /// The smallest range that one customer of a network has: an IPv4 address or an IPv6 /56.
     [[nodiscard]] Prefix site() const { return within({32, 56}); }
 
-    /// The smallest range of a network, and the largest that a generous provider gives to one customer: an
-    /// IPv4 /24 or an IPv6 /32.
+    /// The smallest range that one network has, and that a generous provider gives to one customer: an IPv4
+    /// /24 or an IPv6 /32.
     [[nodiscard]] Prefix network() const { return within({24, 32}); }
 
   private:
