@@ -40,7 +40,7 @@ long peakMemory() {
     return usage.ru_maxrss / 1024;
 }
 
-/// Runs an agent that is a shell script.
+/// An agent that is a shell script.
 class Bench {
   public:
     Bench() { std::filesystem::create_directories(folder_.path() / "work"); }

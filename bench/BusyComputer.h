@@ -34,7 +34,7 @@ class BusyComputer {
     /// Delays file work by this time.
     void occupyFileWork(std::chrono::seconds time);
 
-    /// How many times it has connected to the relay.
+    /// How often it has connected to the relay.
     [[nodiscard]] int connections() const { return sockets_.connections; }
 
     /// The trouble shown in its window; empty if there is none.

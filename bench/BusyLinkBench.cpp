@@ -51,7 +51,7 @@ double seconds(std::chrono::steady_clock::duration time) {
     return Milliseconds(time).count() / 1000;
 }
 
-/// A relay, a computer and a phone with a session.
+/// A relay, a computer and a phone that have a session.
 struct BusyLink {
     BusyLink() {
         std::ofstream(home.path() / "read-first.txt") << "short";

@@ -23,7 +23,7 @@ namespace {
 constexpr std::size_t fileSize = 256 * 1024;
 constexpr int rounds = 400;
 
-/// As many whole lines as the result of a file tool may contain.
+/// As many whole lines as a result of a file tool may hold.
 std::string fileOf(std::string_view line) {
     std::string text;
     while (text.size() + line.size() <= fileSize) text += line;

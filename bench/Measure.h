@@ -28,7 +28,7 @@ inline double median(std::vector<double> figures) {
     return figures[figures.size() / 2];
 }
 
-/// Median duration in milliseconds.
+/// Median in milliseconds.
 inline double median(int times, const std::function<void()>& work) {
     std::vector<double> all;
     for (int i = 0; i < times; ++i) all.push_back(milliseconds(work));

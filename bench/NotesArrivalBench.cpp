@@ -36,7 +36,7 @@ std::vector<MorvexNote> kilobyteNotes(Clock& clock, Random& random) {
     return notes;
 }
 
-/// Bytes that this process has passed to write calls; sockets use other calls.
+/// Bytes that this process has handed to write calls; sockets use others.
 double writtenBytes() {
     std::ifstream counters("/proc/self/io");
     std::string name;

@@ -17,7 +17,7 @@
 
 namespace morvex {
 
-/// A relay with its thread.
+/// The relay with its thread.
 class Relay {
   public:
     Relay() : server_(make()), thread_([this] { server_->run(); }) {}

@@ -47,7 +47,7 @@ std::vector<Text> texts() {
     };
 }
 
-/// A store with this text as a note from the phone.
+/// A store with this text as a note of the phone.
 struct Stored {
     TemporaryFolder support;
     std::unique_ptr<BoottimeClock> clock = BoottimeClock::create().value();

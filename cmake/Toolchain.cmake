@@ -1,5 +1,4 @@
-# Compiler, linker, cache and warnings are set globally, so that every target can share one precompiled
-# header.
+# Compiler, linker, cache and warnings: global, so that every target can share one precompiled header.
 set(CMAKE_CXX_STANDARD 23)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)

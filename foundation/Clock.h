@@ -33,7 +33,7 @@ class Clock {
     virtual void forget(TimerId timer) = 0;
 };
 
-/// Waits for `duration`. Returns true when the whole time has passed, false as soon as `stop` is requested.
+/// Waits. True when the whole time has passed, false as soon as `stop` is requested.
 Task<bool> sleepFor(Clock& clock, Clock::Duration duration, std::stop_token stop);
 
 } // namespace morvex

@@ -55,8 +55,8 @@ template <class T> class EventStream {
     /// Like `next`, for a consumer that sets events aside: `room` keeps counting them while they are held.
     auto nextHeld(std::stop_token stop) { return NextHeld{*this, std::move(stop)}; }
 
-    /// Resumes as soon as the waiting and held events weigh less than `most`, the stream has ended, or `stop`
-    /// is requested. One producer at a time, on a serial executor.
+    /// Resumes as soon as the events that wait or are held weigh less than `most`, the stream has ended, or
+    /// `stop` is requested. One producer at a time, on a serial executor.
     auto room(std::size_t most, std::stop_token stop) { return Room{*this, most, std::move(stop)}; }
 
   private:
@@ -68,7 +68,7 @@ template <class T> class EventStream {
         std::size_t weight;
     };
 
-    /// A coroutine waiting for the other side of the stream. Guarded by the stream's lock.
+    /// A coroutine that waits for the other end of the stream. Guarded by the stream's lock.
     struct Waiter {
         std::coroutine_handle<> handle;
         Executor* home = nullptr;
@@ -87,7 +87,7 @@ template <class T> class EventStream {
         }
     };
 
-    /// Wakes one side when a stop is requested.
+    /// Wakes one end when a stop is requested.
     struct Wake {
         EventStream* stream;
         Waiter EventStream::* end;

@@ -7,7 +7,7 @@ namespace morvex {
 
 using Job = std::move_only_function<void()>;
 
-/// Runs jobs in the order in which they were posted. A coroutine resumes on the executor on which it was
+/// Runs jobs in the order in which they were posted. Coroutines resume on the executor on which they were
 /// suspended.
 class Executor {
   public:
@@ -16,10 +16,10 @@ class Executor {
     Executor& operator=(const Executor&) = delete;
     virtual ~Executor() = default;
 
-    /// From any thread. After the executor was closed, the job is destroyed without running.
+    /// From any thread. After the executor was closed the job is destroyed unrun.
     virtual void post(Job job) = 0;
 
-    /// The executor whose job is running on this thread, or null.
+    /// The executor whose job runs on this thread, or null.
     static Executor* current();
 
     [[nodiscard]] bool isCurrent() const { return current() == this; }

@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// The waiting jobs of an executor: filled by any thread, emptied in batches by the executor's thread.
+/// The jobs that wait for an executor: filled by any thread, emptied in batches by the executor's own.
 class JobQueue {
   public:
     /// Returns true if the queue was empty, so that the executor has to be woken only once per batch.

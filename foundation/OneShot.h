@@ -64,8 +64,8 @@ struct Abandoned {
     bool operator==(const Abandoned&) const = default;
 };
 
-/// The answering side of a call to another thread. If it is destroyed without an answer, it answers
-/// `Abandoned`, so that a call lost in a shutdown still resumes its caller.
+/// The answering end of a call to another thread. Dropped without an answer it answers `Abandoned`, so that a
+/// call lost in a shutdown still resumes its caller.
 template <class T> class Reply {
   public:
     explicit Reply(std::shared_ptr<OneShot<Result<T>>> shot) : shot_(std::move(shot)) {}

@@ -10,8 +10,7 @@ namespace {
 
 constexpr std::string_view replacement = "\uFFFD";
 
-/// The length in bytes of the character at the start of `text` (valid UTF-8) if it must not reach a terminal,
-/// else 0.
+/// The length of a character at the start of `text` (valid UTF-8) that must not reach a terminal, or 0.
 std::size_t forbiddenLength(std::string_view text) {
     const auto byte = [text](std::size_t index) {
         return index < text.size() ? static_cast<unsigned char>(text[index]) : 0U;

@@ -26,7 +26,7 @@ class ProgramLog {
     ProgramLog(const ProgramLog&) = delete;
     ProgramLog& operator=(const ProgramLog&) = delete;
 
-    /// From any thread; never waits for the descriptor. Characters that could move a cursor are replaced.
+    /// From any thread; never waits for the descriptor. What could move a cursor is replaced.
     static void write(std::string_view line);
 
   private:

@@ -67,7 +67,7 @@ struct FinalAwaiter {
         std::coroutine_handle<> continuation = ended.promise().continuation;
         Executor* home = ended.promise().home;
         if (home == nullptr || home->isCurrent()) return continuation;
-        // From here on another thread may destroy the finished coroutine.
+        // From here on another thread may destroy the ended coroutine.
         resumeOn(home, continuation);
         return std::noop_coroutine();
     }

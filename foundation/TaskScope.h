@@ -21,7 +21,7 @@ class TaskScope {
     TaskScope(const TaskScope&) = delete;
     TaskScope& operator=(const TaskScope&) = delete;
 
-    /// Starts the task after the current job. After `stop` the task is not started at all.
+    /// Starts the task after the current job has ended. After `stop` it is not started at all.
     void spawn(Task<void> task);
 
     /// Tells the tasks that they should end.

@@ -18,7 +18,7 @@ struct WallTime {
     bool operator==(const WallTime&) const = default;
 };
 
-/// The rules for the clocks of a region (IANA Time Zone Database). From any thread.
+/// The rules by which the clocks of a region are set (IANA Time Zone Database). From any thread.
 class TimeZone {
   public:
     /// The zone of this name, such as "Europe/Prague". Nothing if there is no such zone.
@@ -36,7 +36,7 @@ class TimeZone {
     /// the day.
     [[nodiscard]] std::optional<Date> moment(const WallTime& shown) const;
 
-    /// The first moment of the calendar day that contains `at`. Days may have 23 or 25 hours and need not
+    /// The first moment of the day that the calendar shows then. Days may have 23 or 25 hours and need not
     /// begin at midnight.
     [[nodiscard]] Date startOfDay(Date at) const;
 

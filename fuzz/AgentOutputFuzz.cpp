@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto pieceLength = data[0] / 2 == 0 ? std::string_view::npos : data[0] / 2U;
 
     const auto lines = linesOf(output, pieceLength);
-    // Each piece is decoded separately, so only a character split between two pieces may make a difference.
+    // Each piece is decoded by itself, so only a character that two pieces share may make a difference.
     if (isAscii(output))
         vyzaduj(lines == linesOf(output, std::string_view::npos), "the pieces make other lines");
     SberatelZprav kept;

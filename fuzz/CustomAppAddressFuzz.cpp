@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The address of a custom app, from the phone or typed by the user.
+/// The address of a custom app, from the phone or typed.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
     auto address = normalizedAddress(asText({data, size}));

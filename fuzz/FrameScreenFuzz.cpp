@@ -24,7 +24,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     FrameScreen oneByOne{start};
     for (std::span<std::uint8_t> rest{pieces}; !rest.empty();) {
         const auto next = rest.first(std::min(piece, rest.size()));
-        // A forbidden close code split over two pieces ends the connection.
+        // A forbidden close code in two pieces ends the connection.
         if (!oneByOne.pass(next)) return 0;
         rest = rest.subspan(next.size());
     }

@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Steps steps;
     steps.add(*usual);
     if (!steps.areWithin(strict)) vyzaduj(!read, "a text took too many steps");
-    // Compared as texts: zero with a large exponent is read as a number that does not equal itself.
+    // As texts: zero with a great exponent is read as a number that does not equal itself.
     if (read)
         vyzaduj(size <= strict.size && boost::json::serialize(*read) == boost::json::serialize(*usual),
                 "limits changed a value");

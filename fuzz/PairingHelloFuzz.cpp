@@ -1,4 +1,4 @@
-// Any bytes as the introduction of a phone: only what the phone signed, for its own pair, is accepted.
+// Any bytes as the introduction of a phone: accepted is only what the phone signed, for its own pair.
 
 #include "fuzz/RoundTrip.h"
 #include "shared/trust/DeviceIdentity.h"

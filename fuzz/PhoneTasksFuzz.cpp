@@ -24,7 +24,7 @@ WorkItem news() {
     return item;
 }
 
-/// The Mac's next revision of the last task, and then the previous one.
+/// The Mac's next revision of the last task, and then the one before.
 void takeTheLast(PhoneTasks& tasks, Items& expected) {
     auto& last = expected.back();
     // This program writes no file with the same task twice, so it does not matter which of them changes then.

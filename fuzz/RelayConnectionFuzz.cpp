@@ -66,7 +66,7 @@ class Relay {
         asio::ip::tcp::socket socket(context_);
         socket.assign(asio::ip::tcp::v4(), ends[1]);
         context_.restart();
-        // A socket in memory has no address; this computer's address has no limits.
+        // A socket in memory has no address; this computer's has no limits.
         const auto origin = Origin::of(asio::ip::address_v4::loopback());
         auto place = state_->places.enter(origin, Places::Moment::clock::now());
         asio::co_spawn(context_,

@@ -26,7 +26,7 @@ DeviceIdentity deviceOf(std::uint8_t byte) {
             AgreementPrivateKey::fromRaw(Bytes(keySize, byte)).value()};
 }
 
-/// The devices in the seeds.
+/// The devices of the seeds.
 const DeviceIdentity mac = deviceOf(1);
 const DeviceIdentity phone = deviceOf(2);
 

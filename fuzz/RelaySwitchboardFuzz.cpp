@@ -75,7 +75,7 @@ struct CheckingLine final : Line {
     }
 };
 
-/// Two devices with two sockets each, driven by the input byte by byte.
+/// Two devices with two sockets each, moved by the input byte by byte.
 class Game {
   public:
     void play(std::string_view input) {

@@ -1,6 +1,5 @@
-// Any bytes as an envelope from the relay: an envelope that the phone sealed opens exactly once; everything
-// else is refused, also a genuine envelope with one field of the input, and a refusal leaves the channel
-// usable.
+// Any bytes as an envelope from the relay: what the phone sealed opens, once; all else is refused, a genuine
+// envelope with a single field of the input too, and a refusal leaves the channel usable.
 
 #include "fuzz/RoundTrip.h"
 #include "shared/trust/SecureChannel.h"
@@ -46,7 +45,7 @@ const std::vector<Envelope>& genuine() {
     return sealed;
 }
 
-/// The last genuine envelope must not open with any one field replaced.
+/// The last genuine envelope does not open with any one field of another.
 void refuseFieldsOf(const Envelope& other, SecureChannel& mac) {
     const auto refuse = [&](auto... fields) {
         const auto refuseOne = [&](auto field) {

@@ -8,7 +8,7 @@ using namespace morvex;
 
 namespace {
 
-/// The phone in the seed.
+/// The phone of the seed.
 const DeviceIdentity& phone() {
     static const DeviceIdentity identity(SigningPrivateKey::fromRaw(Bytes(keySize, 1)).value(),
                                          AgreementPrivateKey::fromRaw(Bytes(keySize, 2)).value());

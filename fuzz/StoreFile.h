@@ -14,7 +14,7 @@ namespace morvex {
 /// The file of a store, which contains the input at the start of each turn. Removed when the program ends.
 class StoreFile {
   public:
-    /// `name` is the path relative to the folder that is given to the store.
+    /// `name` is the way from the folder that is given to the store.
     explicit StoreFile(const char* name) : name_(name), aside_(folder_.path() / (name_ + ".damaged")) {
         std::filesystem::create_directories((folder_.path() / name_).parent_path());
     }

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The desktop's file of the user's folders.
+/// The desktop's own file of the user's folders.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
     static const MemoryFolder folder;

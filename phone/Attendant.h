@@ -43,7 +43,7 @@ class Attendant final : public EventListener {
 
     void settled() { called_.reset(); }
 
-    /// Whether approval requests are answered here at all.
+    /// Whether requests are answered here at all.
     [[nodiscard]] bool decides() const { return policy_ != ApprovalPolicy::leave; }
 
     [[nodiscard]] bool hasDecided() const { return hasDecided_; }

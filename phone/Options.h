@@ -15,7 +15,7 @@ namespace morvex {
 /// How to answer when the Mac asks for an approval while a command waits.
 enum class ApprovalPolicy { ask, yes, no, leave };
 
-/// The parsed command line.
+/// The command line.
 struct Options {
     enum class Command {
         pair,
@@ -49,7 +49,7 @@ struct Options {
     bool isOffline = false;   ///< change records only here and deliver them later
     bool isConfirmed = false; ///< do not ask about the pairing number
 
-    /// `arguments` without the program's name. Fails with a `PhoneError` for wrong usage.
+    /// `arguments` without the program's name. Fails with a `PhoneError` of wrong usage.
     static Result<Options> parse(std::span<const char* const> arguments);
 
     /// The text of `--help`.

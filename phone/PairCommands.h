@@ -17,7 +17,7 @@ struct Paired {
 /// Fails with `ExitCode::notPaired` when no pairing is stored.
 Result<Paired> loadPaired(IdentityStore& store);
 
-/// Joins the pair of a QR code, shows the comparison number and stores the Mac when the number is confirmed.
+/// Joins the pair of a QR code, shows the number and stores the Mac once the number is confirmed.
 Task<Result<void>> pair(Phone& phone);
 
 /// Ends the pair at the relay, and forgets the Mac even if that fails.

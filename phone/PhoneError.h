@@ -43,7 +43,7 @@ PhoneError userInterrupted();
 PhoneError turnedAway(const std::string& why);
 PhoneError relaySilent(const std::string& trouble);
 
-/// Also maps failures of the layers below.
+/// Also for the failures of the layers below.
 ExitCode exitCodeOf(const Error& error);
 
 } // namespace morvex

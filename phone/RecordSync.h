@@ -37,7 +37,7 @@ class RecordSync {
     /// Later the Mac is not busy, and it saves together what arrives together, since it writes its whole file
     /// for each round.
     static constexpr std::size_t offersOfRound = 512;
-    /// Limit of texts in bytes, after which a round takes no further offer.
+    /// Bytes of texts after which a round takes no further offer.
     static constexpr std::size_t textOfRound = 1024 * 1024;
 
     RecordSync(PhoneRecords& records, Outbox& outbox, Terminal& terminal)

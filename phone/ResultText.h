@@ -15,7 +15,7 @@ std::vector<StyledLine> resultLines(const std::string& json);
 /// The same as one line of JSON; a result that is not JSON becomes a string.
 std::string resultJson(const std::string& json);
 
-/// The sentence of a refusal, if the tool returned one.
+/// The sentence of a refusal, if the tool gave one.
 std::string errorSentence(const std::string& json);
 
 } // namespace morvex

@@ -29,7 +29,7 @@ class Shell {
     static const std::vector<Row>& rows();
 
     void awaitLine();
-    /// Runs one line. Returns false when it was the last one.
+    /// Runs one line. False when it was the last one.
     Task<bool> take(std::string line);
     Task<Result<void>> carryOut(std::string line);
 

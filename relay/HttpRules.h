@@ -23,7 +23,7 @@ std::optional<CallRefusal> faultOfUpgrade(const Head& head);
 /// Whether the client waits for "100 Continue" before it sends the content (RFC 9110, section 10.1.1).
 bool waitsForContinue(const Head& head);
 
-/// The path and query of a target in either form: `/v1/ws?v=1.4` or `http://relay/v1/ws?v=1.4`.
+/// The path and the query of a target of either form: `/v1/ws?v=1.4` or `http://relay/v1/ws?v=1.4`.
 std::string_view localPart(std::string_view target);
 
 } // namespace httpRules

@@ -29,7 +29,7 @@ class Login {
     static Login start(std::string_view clientVersion);
     Login(Bytes nonce, std::string_view clientVersion);
 
-    /// The first frame on the socket.
+    /// The first frame of the socket.
     [[nodiscard]] std::string challenge() const;
 
     /// Checks the device's answer. Only a member of the pair learns whether the pair was revoked. Fails if

@@ -18,7 +18,7 @@ struct FreshPair {
     static FreshPair make();
 };
 
-/// The reply to a pairing call.
+/// The answer to a pairing call.
 struct CallReply {
     unsigned status = 200; ///< HTTP status
     std::string body{};    ///< JSON, or empty

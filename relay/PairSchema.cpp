@@ -8,7 +8,7 @@ namespace morvex {
 
 namespace {
 
-/// Marks the file as a relay's database, so that no other database is modified by mistake.
+/// Marks the file as a relay's, so that no other database is written into by mistake.
 constexpr std::int64_t applicationID = 0x4D565852;
 constexpr std::int64_t schemaVersion = 2;
 constexpr std::int64_t versionWithoutEnds = 1;

@@ -22,7 +22,7 @@ constexpr std::chrono::days betweenWrites{1};
 constexpr std::int64_t sparePages = 256;
 constexpr std::int64_t quicklyCopied = 64 * 1024 * 1024;
 
-/// In WAL mode readers need not wait for a writer, nor a writer for readers.
+/// Readers need not wait for a writer, nor a writer for readers.
 constexpr const char* settings =
     "PRAGMA foreign_keys = ON; PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL;"
     "PRAGMA journal_size_limit = 4194304";

@@ -71,7 +71,7 @@ class PairStore {
     Result<bool> sweep(Date now);
     /// Returns some of the file's unused pages to the system; returns true when there may be more.
     Result<bool> shrink();
-    /// Reads the whole file. Fails when the file is damaged.
+    /// Reads the whole file. Fails when it is damaged.
     Result<void> check();
 
     /// From any thread: makes the running call fail.

@@ -37,7 +37,7 @@ class PeerConnection : public std::enable_shared_from_this<PeerConnection> {
     /// Null before `screenFrames`.
     [[nodiscard]] FrameScreen* screen() { return screen_ ? &*screen_ : nullptr; }
 
-    /// Closes the connection after this time, unless the deadline is set again before.
+    /// Closes the connection after this time, unless another one is set before.
     void expiresAfter(std::chrono::steady_clock::duration time);
     void expiresNever();
     /// Running operations fail.

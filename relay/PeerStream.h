@@ -14,8 +14,8 @@
 
 namespace morvex {
 
-/// A connection to a device, with or without TLS, as one type, so that the sessions are compiled only once.
-/// The lower-case names are those that Asio and Beast require of a stream.
+/// A connection to a device, with TLS or without, in one type, so that the sessions above are compiled once.
+/// The lower-case names are those that Asio and Beast ask of a stream.
 class PeerStream {
   public:
     using Socket = PeerConnection::Socket;

@@ -26,7 +26,7 @@ template <class Buffers> struct Reading {
         connection.socket().async_read_some(given, std::forward<Handler>(handler));
     }
 
-    /// Reads into the first buffer that is not empty.
+    /// Into the first buffer that is not empty.
     TlsChannel::Outcome attempt(TlsChannel& tls) const {
         const auto end = boost::asio::buffer_sequence_end(buffers);
         for (auto at = boost::asio::buffer_sequence_begin(buffers); at != end; ++at)
@@ -139,7 +139,7 @@ template <class Direction> class PeerTransfer {
     Stage stage_ = Stage::begun;
 };
 
-/// The end of a connection, for `async_compose`: first the closing alert of TLS, then the shutdown of TCP.
+/// The end of a connection, for `async_compose`: the farewell of TLS, then that of TCP.
 class PeerFarewell {
   public:
     PeerFarewell(std::shared_ptr<PeerConnection> connection, boost::beast::role_type role)

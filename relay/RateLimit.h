@@ -20,7 +20,7 @@ class RateLimit {
 
     RateLimit(std::size_t most, Span span) : most_(most), span_(span) {}
 
-    /// Whether `cost` more is within the limit now.
+    /// Whether so much more is within the limit now.
     [[nodiscard]] bool hasRoom(const Prefix& range, Moment now, std::size_t cost = 1) const;
     /// When `maxRanges` are remembered, the range whose span began first is forgotten.
     void charge(const Prefix& range, Moment now, std::size_t cost = 1);

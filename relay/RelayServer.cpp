@@ -23,7 +23,7 @@ namespace {
 
 constexpr auto asTuple = asio::as_tuple(asio::use_awaitable);
 constexpr std::chrono::minutes sweepEvery{10};
-/// How often the pairs of long connections are marked as used.
+/// How often the pairs of long connections count as used.
 constexpr std::chrono::hours useEvery{6};
 constexpr std::chrono::milliseconds pauseAfterFailedAccept{100};
 /// While stopping, the relay checks often whether all connections have ended.

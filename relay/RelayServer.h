@@ -35,7 +35,7 @@ class RelayServer {
 
     /// From now on SIGINT and SIGTERM stop the relay.
     void stopOnSignals();
-    /// Serves until it is stopped and the WebSockets are closed or the time for closing is over.
+    /// Serves until it is stopped and the WebSockets are closed, or the time for that is over.
     void run();
     /// From any thread; may be called more than once.
     void stop();

@@ -22,9 +22,8 @@
 
 namespace morvex {
 
-/// One WebSocket: challenge, login, then frames in both directions through the switchboard. It is kept alive
-/// by its two coroutines, one that reads and one that writes, and is destroyed when both have ended. On the
-/// relay's thread.
+/// One WebSocket: challenge, login, then frames both ways through the switchboard. It owns itself by its two
+/// coroutines, one that reads and one that writes, and ends when both have ended. On the relay's thread.
 class SocketSession final : public Line, public std::enable_shared_from_this<SocketSession> {
   public:
     using Request = boost::beast::http::request<boost::beast::http::string_body>;

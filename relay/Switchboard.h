@@ -30,7 +30,7 @@ class Switchboard {
 
     explicit Switchboard(Bounds bounds) : bounds_(bounds) {}
 
-    /// A device has logged in. An older socket of the same device is ended.
+    /// A device has logged in. An older socket of it is ended.
     void connect(Line& line, Seat seat);
     /// Nothing more is accepted from this line, whoever ended it. The memory that it still holds keeps
     /// counting.

@@ -17,7 +17,7 @@ struct RelayAddressRefused {
     bool operator==(const RelayAddressRefused&) const = default;
 };
 
-/// The base address of a relay, and the addresses derived from it.
+/// The base address of a relay, and the addresses below it.
 class RelayAddress {
   public:
     /// Shown to the user for a text that is not an address.

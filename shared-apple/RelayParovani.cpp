@@ -13,7 +13,7 @@ namespace morvex {
 
 namespace {
 
-/// Longest reason that is shown to the user, in bytes.
+/// Longest reason that is shown to the user, in characters.
 constexpr std::size_t longestReason = 500;
 
 RelayParovani::RelayChyba refusal(const HttpReply& reply) {

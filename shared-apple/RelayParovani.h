@@ -41,7 +41,7 @@ class RelayParovani {
                                    DeviceRole role);
     Task<Result<PairID>> pripojit(RelayAddress relayURL, std::string pairingToken,
                                   std::shared_ptr<const DeviceIdentity> identita, DeviceRole role);
-    /// Removes `target` from the pair, in the name of this device.
+    /// Shuts `target` out of the pair, in the name of this device.
     Task<Result<void>> odvolat(RelayAddress relayURL, PairID pair, DeviceID target,
                                std::shared_ptr<const DeviceIdentity> identita);
 

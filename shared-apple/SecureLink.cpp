@@ -21,8 +21,7 @@ constexpr std::size_t mostPeerKeys = 1024;
 /// While this many bytes wait for the application, further messages of the session are left at the relay.
 constexpr std::size_t mostMessages = 2 * 1024 * 1024;
 
-/// While this many bytes wait, nothing is read any more. Only a series of short connections can leave so
-/// much.
+/// While this many bytes wait, no event is handled. Only a series of short connections can leave so much.
 constexpr std::size_t mostWaiting = 32 * 1024 * 1024;
 
 /// The weight of an event, in bytes, in addition to its message.

@@ -44,7 +44,7 @@ class SecureLink {
         bool operator==(const Chyba&) const = default;
     };
 
-    /// A secure session now exists.
+    /// A secured session now exists.
     struct Pripraveno {
         bool operator==(const Pripraveno&) const = default;
     };

@@ -45,10 +45,10 @@ template <class Record> class RecordsAhead {
     /// In the order of arrival.
     [[nodiscard]] const List& all() const { return all_; }
 
-    /// Bytes that all records take in the file.
+    /// Bytes that all of them take in the file.
     [[nodiscard]] std::size_t bytes() const { return bytes_; }
 
-    /// The first record with this id, or null. Valid until the next change.
+    /// The first with this id, or null. Valid until the next change.
     [[nodiscard]] const Record* find(const Uuid& id) const {
         const auto found = places_.find(id);
         return found == places_.end() ? nullptr : all_[found->second].record.get();

@@ -52,7 +52,7 @@ Clock::TimerId BoottimeClock::at(Duration when, Job callback) {
 }
 
 void BoottimeClock::forget(TimerId timer) {
-    // The callback is destroyed outside the lock, since destroying what it captured may use the clock.
+    // The callback is destroyed outside the lock, since what it holds may use the clock.
     std::map<Key, Job>::node_type dropped;
     std::lock_guard lock(mutex_);
     auto found = std::ranges::find(waiting_, timer, [](const auto& entry) { return entry.first.second; });

@@ -23,7 +23,7 @@ class CallDeadline {
 
     [[nodiscard]] bool passed() const { return g_cancellable_is_cancelled(cancellable_.get()) != FALSE; }
 
-    /// Zero when the time is over.
+    /// Zero once the time is over.
     [[nodiscard]] std::chrono::milliseconds remaining() const;
 
   private:

@@ -13,7 +13,7 @@ template <auto release> struct GLibRelease {
 /// Owns a GLib resource: by default one reference of an object; `release` names another way to free it.
 template <class T, auto release = g_object_unref> using GLibHandle = std::unique_ptr<T, GLibRelease<release>>;
 
-/// Receives the error of one call: `call(..., error.slot())`.
+/// Receives the failure of one call: `call(..., error.slot())`.
 class GLibError {
   public:
     GLibError() = default;

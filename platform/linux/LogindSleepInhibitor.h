@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// Prevents idle sleep through the login service. Without a bus or the service every request fails.
+/// Idle sleep held off by the login service. Without a bus or the service every request fails.
 class LogindSleepInhibitor final : public SleepInhibitor {
   public:
     explicit LogindSleepInhibitor(QDBusConnection bus = QDBusConnection::systemBus());

@@ -49,7 +49,7 @@ void PortalColorScheme::settingChanged(const QDBusMessage& signal) {
 }
 
 void PortalColorScheme::note(QVariant value) {
-    // The method Read wraps the value in one more variant than the signal does.
+    // The method Read puts the value into one variant more than the signal does.
     if (value.canConvert<QDBusVariant>()) value = value.value<QDBusVariant>().variant();
     if (value.typeId() != QMetaType::UInt) return;
     auto before = std::exchange(preference_, preferenceOf(value.toUInt()));

@@ -11,7 +11,7 @@ gboolean wakeUp(gpointer) {
     return G_SOURCE_REMOVE;
 }
 
-/// Ends a blocking iteration of the thread's main context when the time is over.
+/// Ends a blocking turn of the thread's main context once the time is over.
 class TimeoutSource {
   public:
     explicit TimeoutSource(std::chrono::milliseconds time)

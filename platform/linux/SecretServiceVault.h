@@ -31,7 +31,7 @@ class SecretServiceVault final : public SecretVault {
     explicit SecretServiceVault(Settings settings = Settings::ofThisSession())
         : settings_(std::move(settings)) {}
 
-    /// Whether a Secret Service runs on the bus or can be started by it.
+    /// Whether a Secret Service runs on the bus, or could be started by it.
     [[nodiscard]] bool answers() const;
 
     Found find(const std::string& service, const std::string& account) override;
@@ -48,8 +48,7 @@ class SecretServiceVault final : public SecretVault {
   private:
     /// Waits until no other call is running.
     [[nodiscard]] SecretServiceCall begin() const;
-    /// Applies `change` to every item with these attributes, since another program may have made a second
-    /// one.
+    /// Applies `change` to every item of these names, should another program have made a second one.
     template <class Change>
     std::int32_t changeItems(const std::string& service, const std::string& account, Change change) const;
 

@@ -20,7 +20,7 @@ namespace {
 constexpr int firstUnusual = 3;
 constexpr int roomOfAPipe = 1 << 20;
 
-/// The system would cut a text at a NUL byte, so that the child would get another text than was checked.
+/// The system would cut a text at a NUL byte: the child would get another one than was checked.
 bool hasNul(const OutsideProgram& program) {
     auto cut = [](const std::string& text) { return text.contains('\0'); };
     return cut(program.binary) || cut(program.cwd.value_or("")) || std::ranges::any_of(program.args, cut) ||

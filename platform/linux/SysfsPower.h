@@ -12,8 +12,7 @@ class SysfsPower final : public PowerMonitor {
   public:
     explicit SysfsPower(std::filesystem::path root = "/sys/class/power_supply") : root_(std::move(root)) {}
 
-    /// No supply at all means a computer without a battery, hence mains. A list that cannot be read counts as
-    /// battery.
+    /// No supply at all is a computer without a battery: mains. A list that cannot be read counts as battery.
     [[nodiscard]] bool onMains() const override;
 
   private:

@@ -36,7 +36,7 @@ class VaultChoice final : public SecretVault {
     }
 
   private:
-    /// The vault, or the status with which every call is refused.
+    /// Or the status with which every call is refused.
     using Choice = std::expected<SecretVault*, std::int32_t>;
 
     Choice chosen();

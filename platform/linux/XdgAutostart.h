@@ -10,7 +10,7 @@ namespace morvex {
 /// desktop's own settings disabled the file, that is respected.
 class XdgAutostart final : public LoginItem {
   public:
-    /// `program` is the absolute path of the program to start.
+    /// `program` is the absolute path of what is to start.
     XdgAutostart(const std::filesystem::path& configHome, std::filesystem::path program)
         : entry_(configHome / "autostart" / "morvex.desktop"), program_(std::move(program)) {}
 

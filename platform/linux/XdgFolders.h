@@ -4,11 +4,11 @@
 
 namespace morvex {
 
-/// The folders of the XDG base directory and user directory specifications, looked up at every call in the
-/// environment, the password database and `user-dirs.dirs`.
+/// The folders of the XDG base directory and user directory specifications, looked up at every question in
+/// the environment, the password database and `user-dirs.dirs`.
 class XdgFolders final : public StandardFolders {
   public:
-    /// `$HOME` if it is absolute, else the home folder in the password database.
+    /// `$HOME` when it is absolute, else the home folder of the password database.
     [[nodiscard]] std::string home() const override;
     [[nodiscard]] std::string accountHome() const override;
     [[nodiscard]] std::optional<std::string> homeOf(const std::string& user) const override;

@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// A computer in the time zone that the test sets.
+/// A computer in the zone that a test sets.
 class FixedLocalTime final : public LocalTime {
   public:
     explicit FixedLocalTime(std::string name = "Europe/Prague") : name(std::move(name)) {}

@@ -22,7 +22,7 @@ class ManualClock final : public Clock {
     /// Advances the time and calls the due timers in the order of their times.
     void advance(Duration by);
 
-    /// Changes only the wall clock, as a user or a time server does.
+    /// Changes the wall clock alone, as a user or a time server does.
     void setWallClock(Date now);
 
     [[nodiscard]] std::size_t waiting() const;

@@ -12,7 +12,7 @@
 
 namespace morvex {
 
-/// A socket whose peer is the test.
+/// A socket whose other end is the test.
 class ScriptedSocket final : public WebSocket {
   public:
     Task<Result<void>> sendText(std::string text) override;

@@ -11,7 +11,7 @@
 
 namespace morvex {
 
-/// A connection whose peer is the test.
+/// A connection whose other end is the test.
 class ScriptedTlsConnection final : public TlsConnection {
   public:
     Task<Result<void>> send(std::string bytes) override;

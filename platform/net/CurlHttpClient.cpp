@@ -74,7 +74,7 @@ class CurlLoop {
         running_.clear();
     }
 
-    /// False if the loop was stopped.
+    /// False once the loop was stopped.
     bool startSubmitted() {
         std::vector<Transfer> submitted;
         {

@@ -46,7 +46,7 @@ Result<void> CurlTransfer::prepare(const std::string& extraAuthorities) {
 }
 
 Result<void> CurlTransfer::setAddress() {
-    // The library would read only up to the first zero byte.
+    // The library reads up to the first zero byte.
     auto code = request_.url.contains('\0')
                     ? CURLUE_MALFORMED_INPUT
                     : curl_url_set(url_.get(), CURLUPART_URL, request_.url.c_str(), CURLU_DISALLOW_USER);

@@ -26,7 +26,7 @@ class CurlTransfer {
     CurlTransfer(const CurlTransfer&) = delete;
     CurlTransfer& operator=(const CurlTransfer&) = delete;
 
-    /// Checks the request and creates the handle that the loop runs. Call once, before `handle`.
+    /// Checks the request and makes the handle that the loop runs. Once, before `handle`.
     Result<void> prepare(const std::string& extraAuthorities);
 
     [[nodiscard]] CURL* handle() const { return easy_.get(); }
@@ -34,7 +34,7 @@ class CurlTransfer {
     /// Answers the caller with the final result of the library.
     void finish(CURLcode code);
 
-    /// Calls `wake`, from any thread, when the caller wants the exchange to end.
+    /// Has `wake` called, from any thread, when the caller wants the exchange to end.
     void watchStop(std::function<void()> wake) { stopped_.emplace(request_.stop, std::move(wake)); }
 
     [[nodiscard]] bool isStopped() const { return request_.stop.stop_requested(); }

@@ -17,7 +17,7 @@ namespace morvex {
 /// Makes an operation return its error code as a value.
 inline constexpr auto asTuple = boost::asio::as_tuple(boost::asio::use_awaitable);
 
-/// Resolves the host and connects to the first of its addresses that answers.
+/// Finds the host and connects to the first of its addresses that answers.
 boost::asio::awaitable<boost::system::error_code> connectTcp(boost::asio::ip::tcp::resolver& resolver,
                                                              boost::beast::tcp_stream& stream,
                                                              std::string host, std::string port);

@@ -28,7 +28,7 @@ class NetworkThread final : public Executor {
 
     void post(Job job) override;
 
-    /// Abandons all connections, waits for their operations to end, and ends the thread. Call once.
+    /// Abandons all connections, waits for their operations to end, and ends the thread. Once.
     void stop();
 
     /// The members below may be used only on the network thread.

@@ -12,8 +12,8 @@ namespace morvex {
 /// Whether `text` is a token of RFC 9110, section 5.6.2.
 [[nodiscard]] bool isToken(std::string_view text);
 
-/// Checks that no header can break out of its line: names are tokens, values contain no line end and no zero
-/// byte. Fails with `NetworkError`.
+/// That no header breaks out of its line: names are tokens, values have no line end and no zero byte. Fails
+/// with `NetworkError`.
 [[nodiscard]] Result<void> checkHeaders(const std::vector<std::pair<std::string, std::string>>& headers);
 
 } // namespace morvex

@@ -16,8 +16,8 @@ class TlsContext {
     /// `extraAuthorities` (PEM, may be empty) are trusted in addition to the system's.
     explicit TlsContext(std::string extraAuthorities) : extraAuthorities_(std::move(extraAuthorities)) {}
 
-    /// The first call loads the system's authorities, which takes a quarter of a second. Fails with
-    /// `NetworkError` when the extra ones cannot be read.
+    /// The first call loads the system's authorities, which takes a quarter of a second; `NetworkError` when
+    /// the extra ones cannot be read.
     Result<boost::asio::ssl::context*> get();
 
   private:

@@ -18,7 +18,7 @@
 
 namespace morvex {
 
-/// One TLS connection over TCP. Use only on the network thread.
+/// One TLS connection over TCP. Everything here happens on the network thread.
 class TlsSession final : public NetworkConnection, public std::enable_shared_from_this<TlsSession> {
   public:
     TlsSession(NetworkThread& network, boost::asio::ssl::context& tls, std::string host, std::uint16_t port);

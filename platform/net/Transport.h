@@ -15,8 +15,8 @@
 
 namespace morvex {
 
-/// The byte stream below a WebSocket, over TCP with or without TLS. It is one type for both, so that the code
-/// above is compiled only once. The peer's frames are screened before they are read. Models the stream
+/// The bytes below a WebSocket, over TCP with or without TLS: one type for both, so that everything above is
+/// written, and compiled, once. The peer's frames are looked at before they are read. Models the stream
 /// concepts of Asio and Beast.
 class Transport {
   public:

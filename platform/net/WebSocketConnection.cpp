@@ -25,10 +25,10 @@ namespace asio = boost::asio;
 namespace websocket = boost::beast::websocket;
 using boost::system::error_code;
 
-/// The stream masks a message in pieces of this many bytes.
+/// The stream masks a message in pieces of this size.
 constexpr std::size_t writeBuffer = std::size_t{64} * 1024;
 
-/// A message is read in pieces of this many bytes.
+/// A message is read in pieces of this size.
 constexpr std::size_t readStep = std::size_t{64} * 1024;
 
 /// A buffer that a large message made larger than this, in bytes, is released.
@@ -97,7 +97,7 @@ asio::awaitable<void> WebSocketConnection::upgrade() {
 
 void WebSocketConnection::opened() {
     timer_.cancel();
-    // From here on the stream's own limit bounds the farewell to a peer that violated the protocol.
+    // From here on the stream's own limit bounds the farewell to a peer that broke the protocol.
     stream_.set_option(
         websocket::stream_base::timeout{network_.limits().closing, websocket::stream_base::none(), false});
     std::exchange(opened_, nullptr)({});

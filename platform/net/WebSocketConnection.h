@@ -42,7 +42,7 @@ class WebSocketConnection final : public NetworkConnection,
     /// The state of reading, for any thread; the meter outlives the connection.
     [[nodiscard]] std::shared_ptr<const ReadingMeter> meter() const { return meter_; }
 
-    /// Requested at the first failure.
+    /// Requested with the first failure.
     [[nodiscard]] std::stop_token ended() const { return ended_.get_token(); }
 
     void close(CloseCode code);

@@ -25,7 +25,7 @@ class FolderBookmarks {
     /// at present still resolves. Never asks the user.
     virtual std::optional<Resolved> resolve(ByteView bookmark) = 0;
 
-    /// Access is counted: each `startAccess` that returned true needs one `stopAccess`.
+    /// Access is counted: every `startAccess` that gave true needs one `stopAccess`.
     virtual bool startAccess(const std::string& path) = 0;
     virtual void stopAccess(const std::string& path) = 0;
 };

@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// Whether this program starts when the user logs in. Main thread only.
+/// Whether this program starts when its user logs in. Main thread only.
 class LoginItem {
   public:
     virtual ~LoginItem() = default;

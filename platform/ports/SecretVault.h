@@ -22,8 +22,7 @@ constexpr std::int32_t io = -36;
 constexpr std::int32_t posixBase = 100'000;
 } // namespace vaultStatus
 
-/// Generic passwords by service and account. Calls may block (on a prompt, on a bus), so never call them on
-/// the main thread.
+/// Generic passwords by service and account. Calls may block (a prompt, a bus): never on the main thread.
 class SecretVault {
   public:
     struct Found {

@@ -14,7 +14,7 @@ class StandardFolders {
     [[nodiscard]] virtual std::string home() const = 0;
     /// The home folder of this account according to the system, whatever the environment says.
     [[nodiscard]] virtual std::string accountHome() const = 0;
-    /// The home folder of another user, for `~name`.
+    /// Home folder of another user, for `~name`.
     [[nodiscard]] virtual std::optional<std::string> homeOf(const std::string& user) const = 0;
     /// Returns nothing when there is no desktop folder; never the home folder itself.
     [[nodiscard]] virtual std::optional<std::string> desktop() const = 0;

@@ -18,7 +18,7 @@ class TlsConnection {
   public:
     virtual ~TlsConnection() = default;
 
-    /// Completes when the bytes have been handed to the system, so that a slow peer slows the sender.
+    /// Ends when the bytes have been handed to the system, so that a slow peer slows the sender.
     virtual Task<Result<void>> send(std::string bytes) = 0;
 
     /// Returns the bytes that have arrived: at least one, at most 16 KiB. Empty at the end of the stream, no
@@ -33,7 +33,7 @@ class TlsClient {
   public:
     virtual ~TlsClient() = default;
 
-    /// Connects to `host`, a name or an address (its certificate is verified, TLS 1.2 or newer). Fails with
+    /// Connects to a host, a name or an address (its certificate is verified, TLS 1.2 or newer). Fails with
     /// `NetworkError`: after 60 seconds at the latest, and at once when `stop` is requested.
     virtual Task<Result<std::shared_ptr<TlsConnection>>> connect(std::string host, std::uint16_t port,
                                                                  std::stop_token stop) = 0;

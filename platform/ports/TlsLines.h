@@ -15,8 +15,8 @@ struct StreamEnded {
     bool operator==(const StreamEnded&) const = default;
 };
 
-/// Reads lines and counted blocks of bytes from a server. One call at a time. After a failure all later calls
-/// fail.
+/// Takes lines and counted bytes from what a server sends. One call at a time. After a failure all later
+/// calls fail.
 class TlsLines {
   public:
     struct Limits {

@@ -10,7 +10,7 @@ class Tray {
   public:
     virtual ~Tray() = default;
 
-    /// Whether it shows items now. Also false while that is not known yet.
+    /// Whether it shows items now. False too while that is not known yet.
     [[nodiscard]] virtual bool isThere() const = 0;
 
     /// Only one handler at a time; called each time the tray appears.

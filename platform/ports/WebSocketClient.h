@@ -15,7 +15,7 @@
 
 namespace morvex {
 
-/// Close codes of RFC 6455, section 7.4.1. 1006 cannot be sent; closing with it aborts the connection.
+/// Close codes of RFC 6455, section 7.4.1. 1006 cannot be sent: closing with it aborts the connection.
 enum class CloseCode : std::uint16_t { normal = 1000, goingAway = 1001, abnormal = 1006 };
 
 /// How to open a connection.
@@ -31,7 +31,7 @@ struct WebSocketFrame {
     std::string data;
 };
 
-/// An open WebSocket. At most one `receive` at a time; sends keep their order. Failures are `NetworkError`.
+/// An open WebSocket. One `receive` at a time; sends keep their order. Failures are `NetworkError`.
 class WebSocket {
   public:
     virtual ~WebSocket() = default;
@@ -46,11 +46,11 @@ class WebSocket {
     /// was closed by either side or broke, after everything that had arrived by then was taken.
     virtual Task<Result<WebSocketFrame>> receive() = 0;
 
-    /// Completes at the pong to this ping, or at a `notReadingPong`. Fails when the socket ends first.
+    /// Resumes at the pong to this ping, or at a `notReadingPong`. Fails when the socket ends first.
     virtual Task<Result<void>> ping() = 0;
 
-    /// Whether this end currently reads from the peer. It pauses while too much waits for `receive`, and then
-    /// sees no pong either.
+    /// Whether this end reads what the other one sends. It holds back while too much waits for `receive`, and
+    /// then sees no pong either.
     struct Reading {
         bool isHeldBack = false;
         std::uint64_t pauses = 0; ///< how often it has paused so far
@@ -72,7 +72,7 @@ class WebSocketClient {
   public:
     virtual ~WebSocketClient() = default;
 
-    /// Connects; certificate and host name are verified. Fails with `NetworkError`: after 60 seconds at the
+    /// Connects (certificate and host name verified). Fails with `NetworkError`: after 60 seconds at the
     /// latest, and at once when `stop` is requested.
     virtual Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request,
                                                              std::stop_token stop) = 0;

@@ -39,7 +39,7 @@ class JsonDefaults : public UserDefaults {
     ~JsonDefaults() override;
 
     [[nodiscard]] std::optional<DefaultsValue> get(const std::string& key) const override;
-    /// Text that is not valid UTF-8 is repaired.
+    /// Text that is not UTF-8 is repaired.
     void changeTogether(DefaultsValues values, const std::vector<std::string>& removed) override;
     Task<Result<void>> setOnceSaved(DefaultsValues values) override;
 

@@ -12,7 +12,7 @@ namespace morvex {
 
 namespace {
 
-/// Null if Qt does not draw on an X display.
+/// Null where Qt does not draw on an X display.
 xcb_connection_t* display() {
     auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
     return x11 ? x11->connection() : nullptr;

@@ -61,7 +61,7 @@ struct SealedBytes {
     Bytes tag;
 };
 
-/// ChaCha20-Poly1305 (RFC 8439). A nonce must never be used twice with one key.
+/// ChaCha20-Poly1305 (RFC 8439). A nonce must never serve twice under one key.
 Result<SealedBytes> chachaSeal(KeyView key, ByteView nonce, ByteView associatedData, ByteView plaintext);
 Result<Bytes> chachaOpen(KeyView key, ByteView nonce, ByteView associatedData, ByteView ciphertext,
                          ByteView tag);

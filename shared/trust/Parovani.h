@@ -40,7 +40,7 @@ std::string helloSignedText(const PairID& pairID, const DeviceID& device,
                             const AgreementPublicKey& agreementKey);
 PairingHello makeHello(const DeviceIdentity& identity, const PairID& pairID);
 /// True when the hello names the device of its signing key and that key signed it for this pair. The name is
-/// checked first, so that a hello under a wrong name costs no signature check.
+/// checked first: a hello under another name costs no signature work.
 bool checkHello(const PairingHello& hello, const PairID& pairID, SignatureCheck verify = ed25519Verify);
 
 /// Both devices compute the same key. Fails with `CryptoError` if the peer's key is unsafe.

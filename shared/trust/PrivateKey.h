@@ -13,7 +13,7 @@ struct SigningPurpose {
     static constexpr bool stored = true;
 };
 
-/// This device's share of the pair key.
+/// This device's part of the pair key.
 struct StaticAgreementPurpose {
     using PublicKey = AgreementPublicKey;
     static constexpr auto publicKeyOf = &x25519PublicKey;

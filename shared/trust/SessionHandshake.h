@@ -17,8 +17,8 @@ std::string sessionHelloSignedText(const PairID& pairID, const DeviceID& device,
 SessionHello makeSessionHello(const DeviceIdentity& identity, const AgreementPublicKey& ephemeral,
                               const PairID& pairID);
 
-/// True when the hello names the device that owns the peer's stored signing key and that key signed it for
-/// this pair. The name is checked first.
+/// True when the hello names the device of the stored signing key of the peer and that key signed it for this
+/// pair. The name is checked first.
 bool checkSessionHello(const SessionHello& hello, const PairID& pairID, const SigningPublicKey& peerKey,
                        SignatureCheck verify = ed25519Verify);
 

@@ -11,7 +11,7 @@ namespace {
 /// A number below 2^255, its lowest byte first (RFC 8032, section 5.1.2).
 using Coordinate = std::array<std::uint8_t, 32>;
 
-/// The largest valid y, p - 1; it is also the y of the point of order 2.
+/// The largest y there is, p - 1; it is also the y of the point of order 2.
 constexpr Coordinate largest = [] {
     Coordinate y{};
     y.fill(0xff);

@@ -17,7 +17,7 @@
 
 namespace morvex {
 
-// How to give a record its JSON form, once for both directions, in a .cpp file:
+// How a record gets its JSON form, once for both directions, in a .cpp file:
 //
 //     void describe(auto& io, Is<Note> auto& note) {
 //         io.required("title", note.title);
@@ -25,9 +25,9 @@ namespace morvex {
 //     }
 //     template struct Codec<Note>;
 //
-// The keys have the order of the calls. A tagged value is a struct whose only member `value` is a variant of
-// case structs: each case has a `describe`, unless it is empty, and `caseNames` lists the names in the order
-// of the variant.
+// Order of the calls is the order of the keys. A tagged value is a struct whose only member `value` is a
+// variant of case structs: each case has a `describe`, unless it is empty, and `caseNames` has the names in
+// the variant's order.
 
 template <class T, class Record>
 concept Is = std::same_as<std::remove_const_t<T>, Record>;
@@ -41,7 +41,7 @@ concept List = std::same_as<T, std::vector<typename T::value_type>>;
 template <class T>
 concept Tagged = requires { std::variant_size<decltype(T::value)>::value; };
 
-/// A wrapper of one text that accepts any JSON string.
+/// A wrapper of one text that any JSON string is.
 template <class T>
 concept WrappedText = requires(T wrapped) {
     { wrapped.rawValue } -> std::same_as<std::string&>;
@@ -206,7 +206,7 @@ class RecordReader {
     [[nodiscard]] bool ok() const { return ok_; }
 
   private:
-    /// Null for a missing key and for `null`.
+    /// Null for a missing key and for `null` alike.
     [[nodiscard]] const boost::json::value* find(std::string_view name) const {
         const auto* found = object_.if_contains(name);
         return found && !found->is_null() ? found : nullptr;

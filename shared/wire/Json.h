@@ -15,8 +15,8 @@
 
 namespace morvex {
 
-/// The JSON text of any record that has a `Codec`: UTF-8, no white space, keys in the order of the fields; an
-/// optional field without a value is left out.
+/// The JSON text of any record that has a `Codec`: UTF-8, no white space, keys in the order of the fields, an
+/// optional field without a value left out.
 template <class T> std::string encode(const T& record) {
     std::string out;
     Codec<T>::write(out, record);

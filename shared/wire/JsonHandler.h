@@ -36,7 +36,7 @@ template <class Values> class JsonHandler {
 
     bool on_array_begin(Failure& failure) { return goesOn(meter.addValue(), failure); }
 
-    // The members of an object are still a list here; `push_object` builds the hash table.
+    // The members of an object are still a list here; `push_object` makes the table.
     bool on_object_end(std::size_t members, Failure& failure) {
         if (!goesOn(meter.closeObject(members), failure)) return false;
         values.push_object(members);

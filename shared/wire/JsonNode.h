@@ -44,7 +44,7 @@ class JsonNode {
     bool read(std::string& text) const;
     /// Reads a plain text; placeholders and values of the sentence are not transferred.
     bool read(Sentence& sentence) const;
-    /// Also accepts a floating-point number without a fraction, up to 2^53.
+    /// Also a floating number without a fraction, up to 2^53.
     bool read(std::int64_t& number) const;
     bool read(std::uint64_t& number) const;
     bool read(std::uint16_t& number) const;

@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Appends `text` as a JSON string. A byte that is not part of valid UTF-8 becomes U+FFFD.
+/// Appends `text` as a JSON string. A byte that is no part of valid UTF-8 becomes U+FFFD.
 void appendJsonString(std::string& out, std::string_view text);
 void appendJsonNumber(std::string& out, std::int64_t number);
 void appendJsonNumber(std::string& out, std::uint64_t number);

@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// The state of the link, for this device's own interface. It is never sent.
+/// The state of the link, for this computer's own interface. It never travels.
 struct MacAvailability {
     struct NeplatneParovani {
         Sentence duvod;

@@ -47,7 +47,7 @@ inline constexpr std::array<std::string_view, 30> allNames{
     calendarCreate, calendarUpdate, calendarDelete,  notesSearch,       notesCreate,  notesUpdate,
     notesDelete,    remindersList,  remindersCreate, remindersComplete, contactsFind, webSearch};
 
-/// The name in a model's list of functions, which allows no dots: `mac.files.read` becomes `mac_files_read`.
+/// The name for a model's list of functions, which allows no dots: `mac.files.read` becomes `mac_files_read`.
 std::string functionName(std::string_view name);
 
 /// The entry of `allNames` that has this `functionName`.

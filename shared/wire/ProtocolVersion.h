@@ -9,7 +9,7 @@
 
 namespace morvex {
 
-/// The version of the protocol. Two versions are compatible when their major numbers are equal.
+/// The version of the protocol. Two are compatible when their major numbers are equal.
 struct ProtocolVersion {
     std::int64_t major = 0;
     std::int64_t minor = 0;

@@ -41,7 +41,7 @@ struct KryptoChyba {
 };
 
 /// A raw public key of Curve25519. On the wire it is one string of standard base64. Whether the bytes are a
-/// valid point of the curve is found out only when the key is used.
+/// point that the curve accepts shows only when the key is used.
 template <class Role> struct PublicKey {
     static constexpr std::size_t size = 32;
 
@@ -49,7 +49,7 @@ template <class Role> struct PublicKey {
 
     /// Fails with `KryptoChyba` unless `bytes` has 32 bytes.
     static Result<PublicKey> fromRaw(ByteView bytes);
-    /// Reads base64. Fails with `KryptoChyba`.
+    /// From base64. Fails with `KryptoChyba`.
     static Result<PublicKey> parse(std::string_view base64);
 
     /// The base64 form.

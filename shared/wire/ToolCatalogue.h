@@ -7,8 +7,8 @@
 
 namespace morvex::ToolCatalogue {
 
-/// The descriptors of this program's own tools, in the order in which they are offered. Built once; the texts
-/// never change.
+/// The descriptors of this program's own tools, in the order of the offer. Built once; the texts never
+/// change.
 const std::vector<ToolDescriptor>& descriptors();
 
 /// Null if the catalogue has no tool of this name.

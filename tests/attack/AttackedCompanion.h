@@ -28,7 +28,7 @@ class AttackedCompanion : public testing::Test {
 
     /// The next connection of the companion; its time is advanced until it connects.
     std::unique_ptr<HostileRelay::Line> connect();
-    /// Plays the relay's part of an honest login.
+    /// The relay's part of an honest login.
     std::unique_ptr<HostileRelay::Line> logIn(bool phoneIsOnline = true);
     /// Like `logIn`, with an exchange of hellos, so that the phone has a session.
     std::unique_ptr<HostileRelay::Line> secure();
@@ -38,7 +38,7 @@ class AttackedCompanion : public testing::Test {
         line.say(RelayMessage::Forward{std::move(envelope)});
     }
 
-    /// Calls a tool as the phone does. Returns the JSON of the answer, empty if the connection ended before.
+    /// Calls a tool as the phone does. The JSON of the answer, empty when the connection ended before.
     std::string call(HostileRelay::Line& line, const std::string& tool, const std::string& argumentsJSON);
     /// Waits until everything sent on this line has been handled. Returns false if the companion has ended
     /// the connection.
@@ -72,7 +72,7 @@ class AttackedCompanion : public testing::Test {
     /// For the reported line: the number of attacks, and what the test has counted.
     std::size_t tries = 1;
     std::string counted = "nothing gained";
-    /// Challenges that the companion answered while a test waited for something else.
+    /// Challenges that the companion has answered while a test waited for something else.
     std::size_t signatures = 0;
 
   private:

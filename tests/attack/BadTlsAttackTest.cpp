@@ -56,7 +56,7 @@ class BadTls : public testing::Test {
             std::ofstream(folder_.path() / name) << text;
     }
 
-    /// Makes the companion and a phone a pair at the relay.
+    /// A companion and a phone that are a pair at the relay.
     PairedPeer pairAtRelay(const DeviceIdentity& mac) {
         auto peer = test::remembered(*test::newIdentity(), DeviceRole::phone);
         peer.relayURL = address();

@@ -61,7 +61,7 @@ void HostileRelay::Line::takeToTheEnd() {
 }
 
 void HostileRelay::Line::cut() {
-    // Unlike a close, it also ends a write of another thread.
+    // Unlike a close it also ends a write of another thread.
     ::shutdown(stream_.next_layer().native_handle(), SHUT_RDWR);
 }
 

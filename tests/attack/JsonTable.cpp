@@ -25,7 +25,7 @@ std::string inQuotes(std::string_view content) {
     return '"' + std::string(content) + '"';
 }
 
-/// A row whose value is written exactly as it was read.
+/// A row whose value is written as it was read.
 JsonRow same(const char* what, std::string text) {
     return {what, text, text};
 }

@@ -11,7 +11,7 @@ namespace {
 
 const Date now = dateFromSeconds(1'795'000'000);
 
-/// Every pair of identities whose joint text in the associated data is `joint`.
+/// Every pair of identities whose joint text in the associated data is this one.
 std::vector<std::pair<std::string, std::string>> splitsOf(const std::string& joint) {
     std::vector<std::pair<std::string, std::string>> splits;
     for (auto bar = joint.find('|'); bar != std::string::npos; bar = joint.find('|', bar + 1))

@@ -27,7 +27,7 @@ class PairingAttack : public PairingHarness {
              counted + ", recovered, " + expectLittleMemory(memory));
     }
 
-    /// The phone tries again and the user confirms its number.
+    /// The phone tries again and the user agrees to its number.
     void expectRecovery() {
         beginPairing("AGAIN");
         sendHello(hello());
@@ -45,7 +45,7 @@ class PairingAttack : public PairingHarness {
         return compare ? compare->cislo : "";
     }
 
-    /// The computer shows another number than the phone, so the user refuses.
+    /// The computer shows another number than the phone, so its user refuses.
     void expectANumberThatDiffers() {
         EXPECT_NE(shownNumber(), "");
         EXPECT_NE(shownNumber(), number());
@@ -96,7 +96,7 @@ TEST_F(PairingAttack, ThePhonesAgreementKeyUnderTheRelaysNameShowsAnotherNumber)
 }
 
 TEST_F(PairingAttack, ASignatureThatThePhoneGaveForALoginShowsAnotherNumber) {
-    // A phone that signed any challenge would also sign a hello with the relay's key.
+    // A phone that signs any challenge would sign a hello with the relay's key.
     sendHello(signedBy(phone.identity, stranger.agreementKey()));
     expectANumberThatDiffers();
 }
@@ -108,7 +108,7 @@ TEST_F(PairingAttack, AHelloOfAnEarlierPairingIsRefused) {
 }
 
 TEST_F(PairingAttack, APairOfTheRelaysChoiceMovesNoHelloToAnother) {
-    // The bars of the signed text could be moved between its fields.
+    // The bars of the signed text could be shifted between its fields.
     for (const char* pair : {"NEW|", "NE", "", "NEW|X"}) {
         sendHello(Parovani::makeHello(phone.identity, PairID{pair}));
         expectRefused(badSignature);
@@ -217,7 +217,7 @@ TEST_F(PairingAttack, AFloodOfHellosLeavesTheLastNumberAlone) {
 }
 
 TEST_F(PairingAttack, TheRelayIsNotToldWhatItWouldNeedToFindAFittingNumber) {
-    // The number depends on the computer's agreement key, which is only in the code on the screen.
+    // The number depends on the computer's agreement key, which is in the code on the screen alone.
     ASSERT_EQ(http.requests.size(), 1U);
     EXPECT_EQ(http.requests[0].body.find(mac->agreementKey().text()), std::string::npos);
     for (const auto& url : sockets.urls) EXPECT_EQ(url.find(mac->agreementKey().text()), std::string::npos);

@@ -39,7 +39,7 @@ void writeWithoutEnd(Socket& socket, const std::string& beginning, const std::st
     for (bool isTaken = write(socket, beginning); isTaken;) isTaken = write(socket, piece);
 }
 
-/// How a relay answers the call that creates a pair.
+/// How a relay answers the call that makes a pair.
 struct Answer {
     const char* what;
     std::function<void(Socket&)> play;
@@ -114,8 +114,7 @@ class PairingRelayAttack : public testing::Test {
         end(what, answers.size(), "all refused in words");
     }
 
-    /// Ends every test: the companion pairs with an honest relay, and all of it must have taken little
-    /// memory.
+    /// The end of every test: the companion pairs with an honest relay, and all of it took little memory.
     void end(const std::string& what, std::size_t attacks, const std::string& outcome) {
         expectRecovery();
         tell(what, attacks, outcome + ", recovered, " + expectLittleMemory(memory));

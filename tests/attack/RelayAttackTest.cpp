@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A relay that violates the rules of the login and of forwarding.
+/// A relay that breaks the rules of the login and of forwarding.
 class RelayAttack : public AttackedCompanion {
   protected:
     void challenge(HostileRelay::Line& line, Bytes nonce = toBytes("výzva")) {
@@ -35,8 +35,8 @@ class RelayAttack : public AttackedCompanion {
         frame.replace(start, end - start, value);
         line->send(frame);
         ++tries;
-        // The connection ends if and only if the frame cannot be read; otherwise the call is refused and the
-        // next one served.
+        // The connection ends exactly when the frame cannot be read; else the call is refused and the next
+        // served.
         const bool isServedOn = isServed(*line);
         EXPECT_EQ(isServedOn, decode<RelayMessage>(frame).has_value()) << frame;
         const auto shown = trouble();

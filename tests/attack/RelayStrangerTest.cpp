@@ -40,7 +40,7 @@ std::vector<TestPair> namedPairs(std::size_t count, const std::string& name) {
     return pairs;
 }
 
-/// `127.NETWORK.….1`: another /24 for each number.
+/// `127.NETWORK.….1`, another /24 for each number.
 std::string addressOfNetwork(std::size_t number) {
     return "127." + std::to_string(1 + number / 250) + "." + std::to_string(number % 250) + ".1";
 }
@@ -48,7 +48,7 @@ std::string addressOfNetwork(std::size_t number) {
 /// A stranger at a small relay, next to the devices of a pair that the relay has known for long.
 class RelayStranger : public testing::Test {
   protected:
-    /// A long run uses more sockets than many systems allow by default.
+    /// A long run holds more sockets than many systems allow unasked.
     static void SetUpTestSuite() {
         rlimit limit{};
         ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);

@@ -43,8 +43,8 @@ struct Step {
     bool accepted;
 };
 
-/// The counters of one direction in order of arrival. There is no window for reordering: counters that a
-/// window would accept are refused.
+/// The counters of one direction in the order of their arrival. There is no window for reordering: what a
+/// window would still take is refused.
 const std::vector<std::pair<const char*, std::vector<Step>>> scripts{
     {"zero is no counter", {{0, false}, {1, true}, {0, false}, {1, false}, {2, true}}},
     {"in order", {{1, true}, {2, true}, {3, true}, {4, true}, {4, false}, {3, false}}},
@@ -146,7 +146,7 @@ class RandomArrivals {
     explicit RandomArrivals(std::uint64_t seed)
         : random_(seed), length_(chance(99) ? 1 + below(20) : 1000), begin_(chance(5) ? largest - 10 : 0) {}
 
-    /// Mostly a short sequence, sometimes one longer than the window of identities.
+    /// Mostly a short sequence, some that are longer than the window of identities.
     [[nodiscard]] std::size_t length() const { return length_; }
 
     Arrival next(const CraftedSender& sender, std::uint64_t last) {

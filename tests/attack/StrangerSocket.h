@@ -26,7 +26,7 @@ class StrangerSocket {
     /// Sends only the beginning of a frame of 4 MiB. The relay may end the connection meanwhile.
     void sayUnfinished(std::string_view beginning) const;
 
-    /// Waits for the relay to end the connection. Returns false if it does not within twenty seconds.
+    /// Waits for the relay to end the connection. False when it does not in twenty seconds.
     [[nodiscard]] bool isCutOff() const;
 
     /// A masked text frame (RFC 6455, section 5.2) with an all-zero mask.

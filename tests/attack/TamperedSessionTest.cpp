@@ -54,8 +54,8 @@ class TamperedSession : public test::SecureLinkFixture {
         takeEvents();
     }
 
-    /// Tries a change of a genuine message, in a session. Afterwards the genuine one is accepted, or, if the
-    /// connection has ended, one in the next session.
+    /// Tries a change of a genuine message, in a session. Afterwards the genuine one is accepted, or, when
+    /// the connection has ended, one in the next session.
     void expectRefused(const MacPayload& payload, Envelope genuine, const std::string& changed) {
         if (!outlives(changed)) {
             EXPECT_TRUE(hasNoSession()) << changed;
@@ -68,7 +68,7 @@ class TamperedSession : public test::SecureLinkFixture {
         EXPECT_EQ(takeEvents(), (Udalosti{zprava(payload)})) << changed;
     }
 
-    /// Tries a change of the phone's hello, without a session. Afterwards the genuine hello is accepted.
+    /// Tries a change of the phone's hello, without a session. Afterwards the genuine one is accepted.
     void expectHelloRefused(Envelope genuine, const std::string& changed) {
         if (!outlives(changed)) {
             logInAgain();

@@ -33,7 +33,7 @@ class UnownedKeys : public testing::Test {
         return bytes;
     }
 
-    /// Calls `attack(key, signature, index of the message)` for every combination.
+    /// Calls `attack(key, signature, number of the message)` for every combination.
     template <class Attack> std::size_t tryAll(Attack attack) {
         for (const auto& key : keys)
             for (std::size_t message = 0; message < messages; ++message)

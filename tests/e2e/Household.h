@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// A relay on a free port, and home folders for computers and phones, without display and bus.
+/// A relay on a free port, and homes for computers and phones, without display and bus.
 class Household {
   public:
     Household();
@@ -19,7 +19,7 @@ class Household {
     /// Ends the relay and starts it again with the same port and database.
     void restartRelay();
 
-    /// Starts a companion in the home of this name.
+    /// A companion in the home of this name.
     std::unique_ptr<Program> startMac(const std::string& home = "mac");
     /// Runs one command of the phone.
     Ended phone(std::vector<std::string> arguments, const std::string& input = "");

@@ -65,7 +65,7 @@ class NotesEndToEnd : public EndToEnd {
         return std::string(note.at("title").as_string()) + ": " + std::string(note.at("body").as_string());
     }
 
-    /// Ends the computer's program, so that the phone is alone.
+    /// Ends the computer, so that the phone is alone.
     static void end(Program& mac) {
         mac.type("konec");
         EXPECT_EQ(mac.wait(), 0);

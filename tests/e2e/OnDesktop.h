@@ -39,7 +39,7 @@ class OnDesktop : public testing::Test, protected Household {
 
     /// Starts the companion, which shows its window or its tray item.
     std::unique_ptr<Program> start();
-    /// Starts a companion without a phone, whose window opens by itself.
+    /// A companion without a phone, whose window opens by itself.
     std::unique_ptr<Program> startWindow();
     void startAgain();
 

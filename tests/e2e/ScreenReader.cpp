@@ -126,7 +126,7 @@ bool ScreenReader::shows(const std::string& name) const {
 
 std::optional<ScreenReader::Item> ScreenReader::withKeyboard() const {
     const auto all = read();
-    // The window has the state as well; the innermost item is wanted.
+    // The window has it as well; the innermost item is meant.
     auto found = std::ranges::find(all.rbegin(), all.rend(), true, &Item::hasKeyboard);
     if (found == all.rend()) return std::nullopt;
     return *found;

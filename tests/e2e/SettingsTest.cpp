@@ -19,7 +19,7 @@ class SettingsTest : public EndToEnd {
         return parsed ? parsed->as_object() : boost::json::object();
     }
 
-    /// The custom apps in the settings, as text.
+    /// The custom apps among the settings, as text.
     [[nodiscard]] std::string metadata() const {
         auto kept = defaults();
         auto* data = kept.if_contains("custom.apps.metadata");

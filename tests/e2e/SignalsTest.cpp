@@ -32,7 +32,7 @@ class SignalsTest : public EndToEnd {
                      return server;
                  },
                  {0}},
-                // A command that is interrupted twice ends at once, with its own code or by the signal.
+                // A command that is interrupted twice ends at once, by its own code or by the signal.
                 {"morvex-phone",
                  [this] {
                      auto device = std::make_unique<Program>("morvex-phone",

@@ -16,7 +16,7 @@ class TrayHost {
 
     /// The number of items that have registered.
     [[nodiscard]] std::size_t items();
-    /// The pixels of the first item.
+    /// The pixels of the first one.
     [[nodiscard]] std::string picture();
     [[nodiscard]] std::string toolTip();
     /// Clicks the first item.

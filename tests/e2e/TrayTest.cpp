@@ -96,7 +96,7 @@ TEST_F(TrayTest, ADoubleClickLeavesTheSmallWindowOpen) {
     ASSERT_NO_FATAL_FAILURE(expectItem());
     tray->press();
     tray->press();
-    // Answered only after both presses.
+    // Answered after both presses.
     expectToolTip("Telefon není připojený");
     ASSERT_NO_FATAL_FAILURE(see("Otevřít nastavení"));
     EXPECT_FALSE(nothingIsOpen());

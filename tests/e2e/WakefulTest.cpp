@@ -6,7 +6,7 @@
 namespace morvex {
 namespace {
 
-/// The whole program with a mocked login service.
+/// The whole program among a mocked login service.
 class WakefulTest : public MockedLogind, protected Household {
   protected:
     WakefulTest() {

@@ -17,7 +17,7 @@ class WindowPairingTest : public OnDesktop {
         display.type(relayAddress);
     }
 
-    /// Takes a picture of the screen in which the phone finds the code.
+    /// A picture of the screen on which the phone finds the code.
     std::string photograph() {
         auto picture = (temporary.path() / "screen.png").string();
         EXPECT_TRUE(eventually([&] {

@@ -19,16 +19,15 @@ enum class Answer { done, forbidden, outside, notAFile, tooLarge, exists, obeyed
 /// Prints an answer in a test's failure message.
 void PrintTo(Answer answer, std::ostream* out);
 
-/// A file tree described by a line of text, and the file tools on it. Entries are separated by "; ":
+/// A tree of files that a line of text describes, and the file tools over it. Entries are parted by "; ":
 ///
 ///     name            a file                 name/         a folder
 ///     name -> target  a link                 name = other  a hard link
 ///     name |          a pipe                 name *        a socket
-///     name #size      a file of that size    name !        an existing entry, without any permission
+///     name #size      a file of that size    name !        what is there, without any permission
 ///
-/// Names are relative to the allowed folder; those that begin with a slash are relative to the root of the
-/// tree, which is written as "$" in targets. The content of a file is "inside"; below `outside` and the other
-/// folders of `home` it is "secret".
+/// Names lie in the allowed folder, those that begin with a slash in the root of the tree, which "$" means in
+/// targets. The content of a file is "inside", and "secret" below `outside` and the other folders of `home`.
 class LaidTree {
   public:
     /// `folder` is passed to the tools together with the path, as a user may name a folder.
@@ -54,7 +53,7 @@ class LaidTree {
     /// Sorted; nothing if the search was refused.
     std::optional<std::vector<std::string>> search(const std::string& query);
 
-    /// Every entry of the whole tree with its kind and content, by its path from the root.
+    /// Every entry of the whole tree with its kind and what it holds, by its path from the root.
     [[nodiscard]] std::map<std::string, std::string> snapshot() const;
 
   private:

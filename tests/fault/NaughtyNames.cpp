@@ -222,7 +222,7 @@ const std::vector<NaughtyName> changed = {
     {".. /a", ".. /a"},
     {"\\\\server\\share/a", "\\\\server\\share/a"},
     {std::string(255, 'a'), std::string(255, 'a')},
-    // White space, the folder itself and paths that lead out of it.
+    // White space, the folder itself and the ways out of it.
     {"", {}},
     {" ", {}},
     {"\n\t\r ", {}},

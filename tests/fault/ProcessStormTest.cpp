@@ -25,7 +25,7 @@ std::size_t openDescriptors() {
     return static_cast<std::size_t>(std::distance(begin(all), end(all)));
 }
 
-/// How many runs ended in which way; a run may be counted more than once.
+/// How many runs ended in which way; a run may count more than once.
 struct Endings {
     std::size_t asked = 0;
     std::size_t cancelled = 0;

@@ -15,7 +15,7 @@
 
 namespace morvex {
 
-/// A file of these programs that contains data which a user would miss.
+/// A file of these programs that holds what a user would miss.
 struct SavedFile {
     std::string what;
     /// Creates the user's earlier data, with `text` in them.

@@ -25,7 +25,7 @@ struct SystemFault {
     int code = 0;
 };
 
-/// How a child with a fault ended.
+/// How a child with a fault has ended.
 struct TracedEnd {
     std::optional<bool> answer; ///< result of the work; nothing if the child ended before
     bool struck = false;        ///< whether the fault found its call

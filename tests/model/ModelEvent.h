@@ -8,8 +8,8 @@
 
 namespace morvex {
 
-/// One thing that happens to a phone, a relay or a computer. Its numbers are drawn in advance, so that a
-/// history stays meaningful when events are removed from it.
+/// One thing that happens to a phone, a relay and a computer. Its numbers are drawn beforehand, so that a
+/// history stays meaningful when events are taken out of it.
 struct ModelEvent {
     enum class Kind : std::uint8_t {
         flow,    ///< all waiting frames are passed on, and what follows from them, too

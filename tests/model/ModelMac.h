@@ -26,7 +26,7 @@ namespace morvex {
 /// and its user.
 class ModelMac {
   public:
-    /// `folder` is the home folder; a folder below it is allowed.
+    /// `folder` is the home folder; one below it is allowed.
     ModelMac(ManualExecutor& executor, ModelRelay& relay, std::shared_ptr<const DeviceIdentity> identity,
              const std::filesystem::path& folder, std::uint64_t seed);
     ~ModelMac();
@@ -71,7 +71,7 @@ class ModelMac {
 
     /// How many programs were started with this argument.
     [[nodiscard]] std::size_t starts(const std::string& argument) const;
-    /// How many times a file of this name was written into the allowed folder.
+    /// How often a file of this name was written into the allowed folder.
     [[nodiscard]] std::size_t writes(const std::string& name) const;
 
     [[nodiscard]] std::filesystem::path allowedFolder() const { return folder_ / "Projekty"; }

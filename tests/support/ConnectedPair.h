@@ -13,8 +13,8 @@
 
 namespace morvex {
 
-/// A relay, a companion and a phone that are already paired, in this process: real components over real
-/// sockets, with a time that the owner moves. For tests with many messages.
+/// A relay, a companion and a phone that were paired before, in this process: real components over real
+/// sockets, with a time that the owner moves. For runs of many messages.
 class ConnectedPair {
   public:
     ConnectedPair();

@@ -11,8 +11,8 @@
 
 namespace morvex {
 
-/// How thoroughly the tests of attacks and faults try. `./test` runs few cases of each; `./test --long`,
-/// which sets MORVEX_LONG, runs all.
+/// How hard the tests of attacks and faults try. `./test` runs few cases of each, `./test --long`, which sets
+/// MORVEX_LONG, runs all.
 inline bool isLongRun() {
     const char* value = std::getenv("MORVEX_LONG");
     return value && std::string_view(value) == "1";

@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Installs both agents in `bin`, logged in. Their tasks have no automatic answer: the test plays them.
+/// Both agents in `bin`, logged in. Their tasks have no answer: the test plays them.
 inline void installAgents(const std::filesystem::path& bin, Environment& environment,
                           ScriptedPrograms& programs) {
     std::filesystem::create_directories(bin);

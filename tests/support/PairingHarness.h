@@ -28,7 +28,7 @@ class PairingHarness : public CompanionHarness {
         http.replies.push_back({200, encode(reply)});
     }
 
-    /// Starts a pairing up to the QR code; returns the socket of the pairing link.
+    /// Starts a pairing up to the QR code; the socket of the pairing link.
     std::shared_ptr<ScriptedSocket> beginPairing(const std::string& pair = "NEW") {
         layOutPair(pair);
         auto socket = sockets.layOut();

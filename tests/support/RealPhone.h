@@ -15,8 +15,8 @@
 
 namespace morvex {
 
-/// The phone's end of a link over the real network, with a time that the owner moves. Calls block; make one
-/// at a time, from one thread.
+/// The phone's end of a link with the real network and a time that the owner moves. Calls block; one at a
+/// time, from one thread.
 class RealPhone {
   public:
     RealPhone(std::shared_ptr<const DeviceIdentity> identita, PairedPeer mac);
@@ -30,7 +30,7 @@ class RealPhone {
     /// The result of a tool call; nothing if none came in time.
     std::optional<MacPayload::ToolResult> call(std::string tool, std::string argumentsJSON);
 
-    /// How long the last call took, measured on the link's thread from its payload to its result.
+    /// How long the last call took on the link's own thread, from its payload to its result.
     [[nodiscard]] std::chrono::nanoseconds lastCall() const { return resultAt_ - calledAt_; }
 
     /// Resets the connection and forgets the session.

@@ -24,8 +24,8 @@ FileDescriptor openSocket() {
     return FileDescriptor(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
 }
 
-/// Binds or connects the socket. A socket address holds only 108 bytes and the folder's path may be longer,
-/// so the address goes through the descriptor of the folder.
+/// Binds or connects the socket. An address holds 108 bytes and the folder's path may be longer, so the way
+/// leads through the descriptor of the folder.
 template <class Call>
 bool withAddress(const std::filesystem::path& folder, const FileDescriptor& socket, Call call) {
     FileDescriptor held(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));

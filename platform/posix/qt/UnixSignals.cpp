@@ -13,7 +13,7 @@ namespace morvex {
 
 namespace {
 
-/// Used by the signal handler, which may do little more than write.
+/// Written by the handler, which may do little more than write.
 int writeEnd = -1;
 
 void note(int) {
