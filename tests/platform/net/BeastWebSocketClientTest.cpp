@@ -10,7 +10,6 @@
 
 #include <array>
 #include <atomic>
-#include <sstream>
 #include <string>
 #include <thread>
 #include <vector>
@@ -22,24 +21,7 @@ namespace asio = boost::asio;
 namespace websocket = boost::beast::websocket;
 using boost::system::error_code;
 
-class BeastWebSocket : public WebSocketTest {
-  protected:
-    Result<WebSocketFrame> receive(const std::shared_ptr<WebSocket>& socket) {
-        return await(executor_, socket->receive());
-    }
-
-    Result<void> send(const std::shared_ptr<WebSocket>& socket, std::string text) {
-        return await(executor_, socket->sendText(std::move(text)));
-    }
-
-    /// After this the network thread has come round to everything that was asked of it before.
-    void passThroughTheNetworkThread() {
-        TestServer server(echo);
-        auto socket = connect(server);
-        EXPECT_TRUE(send(socket, "ping"));
-        EXPECT_EQ(receive(socket).value().data, "ping");
-    }
-};
+using BeastWebSocket = WebSocketTest;
 
 /// What `read_some` gives until the connection ends.
 error_code endOf(websocket::stream<TestServer::Socket&>& peer) {
@@ -114,89 +96,6 @@ TEST_F(BeastWebSocket, RefusesTextThatIsNotUtf8) {
     });
     auto socket = connect(server);
     EXPECT_NE(failureOf(receive(socket)), "");
-}
-
-TEST_F(BeastWebSocket, ASlowReaderSlowsTheSender) {
-    constexpr std::size_t moreThanTheSystemHolds = 64 * 1024 * 1024;
-    std::promise<void> mayRead;
-    std::promise<std::size_t> seen;
-    TestServer server([&](TestServer::Socket& socket) {
-        auto peer = accept(socket);
-        mayRead.get_future().wait();
-        seen.set_value(read(peer).size());
-        endOf(peer);
-    });
-    auto socket = connect(server);
-    auto sent = start(executor_, socket->sendText(std::string(moreThanTheSystemHolds, 'x')));
-    passThroughTheNetworkThread();
-    EXPECT_TRUE(waits(sent));
-    mayRead.set_value();
-    EXPECT_TRUE(end(std::move(sent)));
-    EXPECT_EQ(end(seen.get_future()), moreThanTheSystemHolds);
-}
-
-TEST_F(BeastWebSocket, WhatExceedsTheSendLimitFailsAndTheSocketStaysOpen) {
-    constexpr std::size_t limit = 64 * 1024 * 1024;
-    std::promise<void> mayRead;
-    std::promise<std::vector<std::size_t>> seen;
-    TestServer server([&](TestServer::Socket& socket) {
-        auto peer = accept(socket);
-        mayRead.get_future().wait();
-        std::vector<std::size_t> sizes;
-        for (int i = 0; i < 3; ++i) sizes.push_back(read(peer).size());
-        seen.set_value(sizes);
-        endOf(peer);
-    });
-    auto socket =
-        *await(executor_, client_->connect({.url = "ws://" + server.authority(), .sendLimit = limit}, {}));
-    auto first = start(executor_, socket->sendText(std::string(limit - 5, 'x')));
-    auto second = start(executor_, socket->sendText(std::string(5, 'x')));
-    EXPECT_EQ(failureOf(send(socket, "x")), "Spojení nestíhá odesílat.");
-    EXPECT_TRUE(waits(first) && waits(second));
-    mayRead.set_value();
-    EXPECT_TRUE(end(std::move(first)));
-    EXPECT_TRUE(end(std::move(second)));
-    EXPECT_TRUE(send(socket, "late"));
-    EXPECT_EQ(end(seen.get_future()), (std::vector<std::size_t>{limit - 5, 5, 4}));
-}
-
-TEST_F(BeastWebSocket, AnEmptyQueueTakesOneTextHoweverLong) {
-    TestServer server(echo);
-    auto socket =
-        *await(executor_, client_->connect({.url = "ws://" + server.authority(), .sendLimit = 3}, {}));
-    EXPECT_TRUE(send(socket, "longer than that"));
-    EXPECT_EQ(receive(socket).value().data, "longer than that");
-}
-
-TEST_F(BeastWebSocket, SendsOfOneThreadKeepTheirOrderThoughNobodyWaitsForThem) {
-    constexpr int threads = 4;
-    constexpr int sends = 200;
-    TestServer server(echo);
-    auto socket = connect(server);
-    std::vector<std::thread> senders;
-    for (int thread = 0; thread < threads; ++thread)
-        senders.emplace_back([&socket, thread] {
-            for (int i = 0; i < sends; ++i)
-                (void)socket->sendText(std::to_string(thread) + " " + std::to_string(i));
-        });
-    std::array<int, threads> next{};
-    for (int i = 0; i < threads * sends; ++i) {
-        std::istringstream message(receive(socket).value().data);
-        std::size_t thread = 0;
-        int number = 0;
-        message >> thread >> number;
-        EXPECT_EQ(number, next.at(thread)++);
-    }
-    for (auto& sender : senders) sender.join();
-}
-
-TEST_F(BeastWebSocket, SendsKeepTheirOrder) {
-    TestServer server(echo);
-    auto socket = connect(server);
-    std::vector<std::future<Result<void>>> sent;
-    for (int i = 0; i < 100; ++i) sent.push_back(start(executor_, socket->sendText(std::to_string(i))));
-    for (int i = 0; i < 100; ++i) EXPECT_EQ(receive(socket).value().data, std::to_string(i));
-    for (auto& one : sent) EXPECT_TRUE(end(std::move(one)));
 }
 
 TEST_F(BeastWebSocket, ASlowReceiverSlowsThePeerAndLosesNothing) {

@@ -34,6 +34,22 @@ class WebSocketTest : public testing::Test {
     std::shared_ptr<WebSocket> connect(const TestServer& server);
     std::string connectFailure(const std::string& url);
 
+    Result<WebSocketFrame> receive(const std::shared_ptr<WebSocket>& socket) {
+        return await(executor_, socket->receive());
+    }
+
+    Result<void> send(const std::shared_ptr<WebSocket>& socket, std::string text) {
+        return await(executor_, socket->sendText(std::move(text)));
+    }
+
+    /// After this the network thread has come round to everything that was asked of it before.
+    void passThroughTheNetworkThread() {
+        TestServer server(echo);
+        auto socket = connect(server);
+        EXPECT_TRUE(send(socket, "ping"));
+        EXPECT_EQ(receive(socket).value().data, "ping");
+    }
+
     ThreadExecutor executor_{"test"};
     std::unique_ptr<BeastWebSocketClient> client_ = std::make_unique<BeastWebSocketClient>();
 };
