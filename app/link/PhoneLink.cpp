@@ -39,28 +39,28 @@ PhoneLink::PhoneLink(Executor& main, TaskScope& scope, PhoneInbox& inbox, Handle
 
 void PhoneLink::pripojit(std::shared_ptr<SecureLink> link) {
     odpojit();
-    spojeni_ = std::move(link);
+    link_ = std::move(link);
     posluchac_ = std::make_shared<TaskScope>(main_);
-    posluchac_->spawn(listen(spojeni_, posluchac_->token()));
-    scope_.spawn(start(spojeni_));
+    posluchac_->spawn(listen(link_, posluchac_->token()));
+    scope_.spawn(start(link_));
 }
 
 void PhoneLink::odpojit() {
-    if (!spojeni_) return;
+    if (!link_) return;
     posluchac_->stop();
     // What waits is counted in the link, which goes.
     for (auto* session = relace_.get(); session; session = session->before.get()) session->waiting.clear();
     beginSession();
     scope_.spawn(drain(std::move(posluchac_)));
-    odchazejici_.spawn(takeDown(std::exchange(spojeni_, nullptr)));
+    odchazejici_.spawn(takeDown(std::exchange(link_, nullptr)));
 }
 
 void PhoneLink::zkusitHned() {
-    if (spojeni_) scope_.spawn(tryNow(spojeni_));
+    if (link_) scope_.spawn(tryNow(link_));
 }
 
 Task<Result<void>> PhoneLink::poslat(MacPayload payload, std::string requestID) {
-    auto link = spojeni_;
+    auto link = link_;
     if (!link) co_return fail(TalkSpanError{TalkSpanError::MacOffline{}});
     co_return co_await link->poslat(std::move(payload), std::move(requestID));
 }

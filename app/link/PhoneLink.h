@@ -36,11 +36,11 @@ class PhoneLink {
     /// Resumes when no link is still going down. Awaited before this object goes.
     Task<void> odpojeno() { return odchazejici_.join(); }
 
-    [[nodiscard]] bool jePritomne() const { return spojeni_ != nullptr; }
+    [[nodiscard]] bool jePritomne() const { return link_ != nullptr; }
 
     /// The link of this moment, or null. A reply goes over the link by which its call came, and is lost with
     /// it.
-    [[nodiscard]] std::shared_ptr<SecureLink> soucasne() const { return spojeni_; }
+    [[nodiscard]] std::shared_ptr<SecureLink> soucasne() const { return link_; }
 
     /// Sends over the link of this moment. Without one it fails with `TalkSpanError::MacOffline`, else as
     /// `SecureLink::poslat` does.
@@ -68,7 +68,7 @@ class PhoneLink {
     TaskScope& scope_;
     PhoneInbox& inbox_;
     Handler handler_;
-    std::shared_ptr<SecureLink> spojeni_;
+    std::shared_ptr<SecureLink> link_;
     std::shared_ptr<TaskScope> posluchac_;
     std::shared_ptr<Session> relace_ = std::make_shared<Session>(); ///< the last one
     TaskScope odchazejici_;                                         ///< links that go down

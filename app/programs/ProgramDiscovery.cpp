@@ -141,7 +141,7 @@ Task<std::optional<ProgramDiscovery::Nalez>> ProgramDiscovery::najdiBinarku(std:
 }
 
 Task<Environment> ProgramDiscovery::prostrediNastroju() {
-    auto environment = surroundings_.environment;
+    auto environment = account_.environment;
     environment["PATH"] = co_await prihlasovaciPath();
     environment["NO_COLOR"] = "1";
     environment["FORCE_COLOR"] = "0";
@@ -152,11 +152,11 @@ Task<Environment> ProgramDiscovery::prostrediNastroju() {
 
 /// Interactive, since only so are the user's start-up files read.
 Task<std::vector<std::string>> ProgramDiscovery::zeShellu() {
-    if (!surroundings_.environment.contains("SHELL")) co_return std::vector<std::string>{};
+    if (!account_.environment.contains("SHELL")) co_return std::vector<std::string>{};
     auto answer = co_await posledniRadek({.binary = vlastni("SHELL"),
                                           .args = {"-ilc", R"(command -p echo "$PATH")"},
                                           .cwd = {},
-                                          .env = surroundings_.environment});
+                                          .env = account_.environment});
     co_return split(answer, ':');
 }
 
@@ -185,14 +185,14 @@ Task<std::string> ProgramDiscovery::posledniRadek(OutsideProgram program) {
 std::vector<std::string> ProgramDiscovery::znameAdresare() const {
     std::vector<std::string> folders;
     for (auto folder : wellKnown)
-        folders.push_back(folder.starts_with('~') ? surroundings_.home + std::string(folder.substr(1))
+        folders.push_back(folder.starts_with('~') ? account_.home + std::string(folder.substr(1))
                                                   : std::string(folder));
     return folders;
 }
 
 std::string ProgramDiscovery::vlastni(const std::string& promenna) const {
-    auto found = surroundings_.environment.find(promenna);
-    return found == surroundings_.environment.end() ? "" : found->second;
+    auto found = account_.environment.find(promenna);
+    return found == account_.environment.end() ? "" : found->second;
 }
 
 } // namespace morvex

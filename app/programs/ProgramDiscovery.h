@@ -19,7 +19,7 @@ namespace morvex {
 /// on the workers.
 class ProgramDiscovery {
   public:
-    struct Surroundings {
+    struct Account {
         Environment environment; ///< this program's own
         std::string home;        ///< of the account, whatever the environment says
     };
@@ -33,12 +33,12 @@ class ProgramDiscovery {
     enum class Pamet { pouzij, obnov };
 
     /// `stop` ends the programs that are being asked; what they would have said is then missing.
-    ProgramDiscovery(ProcessLauncher& launcher, Clock& clock, Executor& workers, Surroundings surroundings,
+    ProgramDiscovery(ProcessLauncher& launcher, Clock& clock, Executor& workers, Account account,
                      std::stop_token stop = {})
         : launcher_(launcher),
           clock_(clock),
           workers_(workers),
-          surroundings_(std::move(surroundings)),
+          account_(std::move(account)),
           stop_(std::move(stop)) {}
 
     /// The search path, joined with ":". Resolved once for the life of this object, however many ask at the
@@ -63,7 +63,7 @@ class ProgramDiscovery {
     ProcessLauncher& launcher_;
     Clock& clock_;
     Executor& workers_;
-    const Surroundings surroundings_;
+    const Account account_;
     const std::stop_token stop_;
     std::mutex zamek_;
     std::optional<std::string> path_;

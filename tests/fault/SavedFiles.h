@@ -49,7 +49,7 @@ template <auto change> void layByChange(const std::filesystem::path& home, const
 }
 
 /// What the stores of records need in addition to their file. They save before their calls return.
-struct Surroundings {
+struct StoreServices {
     HistorieAgentu::Services services() { return {{executor, executor, clock}, random, opener}; }
 
     ManualClock clock;

@@ -18,8 +18,8 @@ using Texts = std::vector<std::string>;
 namespace phone {
 
 /// The phone's archive, and the objects that it needs.
-std::pair<std::shared_ptr<Surroundings>, std::shared_ptr<PhoneRecords>> open(const fs::path& home) {
-    auto around = std::make_shared<Surroundings>();
+std::pair<std::shared_ptr<StoreServices>, std::shared_ptr<PhoneRecords>> open(const fs::path& home) {
+    auto around = std::make_shared<StoreServices>();
     return {around, std::make_shared<PhoneRecords>(PhoneRecords::load(home, around->clock, around->random))};
 }
 

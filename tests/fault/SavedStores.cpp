@@ -12,13 +12,13 @@ using Texts = std::vector<std::string>;
 namespace notes {
 
 std::function<bool()> change(const fs::path& home, const std::string& text) {
-    auto around = std::make_shared<Surroundings>();
+    auto around = std::make_shared<StoreServices>();
     auto store = std::make_shared<AwaitedNotes>(home, around->clock, around->random);
     return [around, store, text] { return store->vytvorit("Název", text).has_value(); };
 }
 
 std::function<bool()> receive(const fs::path& home, const std::string& text) {
-    auto around = std::make_shared<Surroundings>();
+    auto around = std::make_shared<StoreServices>();
     auto store = std::make_shared<AwaitedNotes>(home, around->clock, around->random);
     auto now = around->clock.now();
     MorvexNote note{around->random.uuid(), "Název", text, now, now, 1, {}};
@@ -27,14 +27,14 @@ std::function<bool()> receive(const fs::path& home, const std::string& text) {
 }
 
 std::function<bool()> remove(const fs::path& home, const std::string&) {
-    auto around = std::make_shared<Surroundings>();
+    auto around = std::make_shared<StoreServices>();
     auto store = std::make_shared<AwaitedNotes>(home, around->clock, around->random);
     const bool isDone = store->notes().empty() && !store->vsechny().empty();
     return [around, store, isDone] { return isDone || store->smazat("Název").has_value(); };
 }
 
 Texts look(const fs::path& home) {
-    Surroundings around;
+    StoreServices around;
     Texts texts;
     for (const auto& note : AwaitedNotes(home, around.clock, around.random).vsechny())
         texts.push_back((note.deletedAt ? "deleted " : "") + note.body);
@@ -47,7 +47,7 @@ namespace summaries {
 
 std::function<bool()> change(const fs::path& home, const std::string& text) {
     auto store = std::make_shared<AwaitedSummaries>(home);
-    Surroundings around;
+    StoreServices around;
     auto id = around.random.uuid();
     if (!store->summaries().empty()) id = around.random.uuid();
     MorvexSummary summary{id, "Název", text, around.clock.now(), around.clock.now(), around.clock.now(),
@@ -66,7 +66,7 @@ Texts look(const fs::path& home) {
 namespace tasks {
 
 std::function<bool()> change(const fs::path& home, const std::string& text) {
-    auto around = std::make_shared<Surroundings>();
+    auto around = std::make_shared<StoreServices>();
     std::shared_ptr<HistorieAgentu> store = HistorieAgentu::create(home, around->services());
     return [around, store, text] {
         store->zaloz({{}, {}, "codex", "Název", text, "/home"});
@@ -75,7 +75,7 @@ std::function<bool()> change(const fs::path& home, const std::string& text) {
 }
 
 std::function<bool()> clear(const fs::path& home, const std::string&) {
-    auto around = std::make_shared<Surroundings>();
+    auto around = std::make_shared<StoreServices>();
     std::shared_ptr<HistorieAgentu> store = HistorieAgentu::create(home, around->services());
     return [around, store] {
         store->vymazat();
@@ -85,7 +85,7 @@ std::function<bool()> clear(const fs::path& home, const std::string&) {
 
 /// The phone was told of the last task. When no task remains that it was not told of, all are forgotten.
 std::function<bool()> confirm(const fs::path& home, const std::string&) {
-    auto around = std::make_shared<Surroundings>();
+    auto around = std::make_shared<StoreServices>();
     std::shared_ptr<HistorieAgentu> store = HistorieAgentu::create(home, around->services());
     return [around, store] {
         auto waiting = store->nedorucene();
@@ -98,7 +98,7 @@ std::function<bool()> confirm(const fs::path& home, const std::string&) {
 }
 
 Texts look(const fs::path& home) {
-    Surroundings around;
+    StoreServices around;
     auto store = HistorieAgentu::create(home, around.services());
     Texts texts;
     if (store->potiz()) texts.push_back(store->potiz()->czech());

@@ -53,7 +53,7 @@ class ProgramDiscoveryTest : public testing::Test {
 
     ProgramDiscovery& discovery() {
         if (!made)
-            made.emplace(programs, clock, executor, ProgramDiscovery::Surroundings{environment, path("home")},
+            made.emplace(programs, clock, executor, ProgramDiscovery::Account{environment, path("home")},
                          stop.get_token());
         return *made;
     }
