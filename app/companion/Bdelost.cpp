@@ -51,7 +51,7 @@ Sentence Bdelost::stavText() const {
 }
 
 void Bdelost::muzeUsnout() {
-    // After the wake the system is getting ready to wait for the next sleep.
+    // After the wake the system prepares to wait for the next sleep, so a late call must not reach it.
     if (stav_.spi) services_.sleep.letSleep();
 }
 

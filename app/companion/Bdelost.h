@@ -22,7 +22,7 @@ namespace morvex {
 /// Battery power always lets the computer sleep. Main thread only.
 class Bdelost {
   public:
-    /// All of it outlives this object. `scope` runs the waits; its stop ends them.
+    /// All references outlive this object. `scope` runs the waits; stopping it ends them.
     struct Services {
         PowerMonitor& power;
         SleepMonitor& sleep;
@@ -33,12 +33,12 @@ class Bdelost {
         TaskScope& scope;
     };
 
-    /// For reading and watching; `Bdelost` alone writes.
+    /// Views read and watch this; only `Bdelost` writes.
     struct Stav {
         QProperty<bool> spoustetPoPrihlaseni{false};
         QProperty<bool> drzetVzhuru{false}; ///< what the user wants
         QProperty<bool> naNapajeni{false};  ///< on mains power
-        QProperty<bool> spi{false};         ///< between the news of a sleep and of the wake
+        QProperty<bool> spi{false};         ///< from the news of a sleep to the news of the wake
         /// The last problem with the start at login.
         QProperty<std::optional<Sentence>> potiz;
         /// Why the computer may fall asleep although it should not.
@@ -52,14 +52,14 @@ class Bdelost {
 
     [[nodiscard]] Stav& stav() { return stav_; }
 
-    /// Afterwards the field shows what really holds, also after a failure.
+    /// Afterwards the field shows the actual setting, even if the change failed.
     void setSpoustetPoPrihlaseni(bool spoustet);
     void setDrzetVzhuru(bool drzet);
 
     [[nodiscard]] Sentence stavText() const;
 
-    /// The sleep need not wait any longer: whoever was told by `naUsnuti` is ready. The computer waits for
-    /// this call, 3 seconds at most.
+    /// Lets the computer fall asleep: whoever was told by `naUsnuti` is ready. The system waits at most 3
+    /// seconds for this call.
     void muzeUsnout();
 
     std::function<void()> naUsnuti;

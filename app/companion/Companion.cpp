@@ -11,7 +11,7 @@ namespace morvex {
 
 namespace {
 
-/// One change of the network is told a dozen times, and only the last of them makes it usable.
+/// One change of the network causes about a dozen notifications, and it is usable only after the last one.
 constexpr std::chrono::seconds networkSettles{1};
 
 const std::string relayAddressKey = "relay.adresa";
@@ -99,7 +99,7 @@ Task<void> Companion::ukoncit() {
     odpojit();
     parts.scope.stop();
     co_await parts.scope.join();
-    // Nothing new comes any more, so this is a save or two of each store.
+    // No new work arrives any more, so each store saves only once or twice here.
     for (auto* feature : parts.context.features) co_await feature->saved();
     co_await parts.phone.odpojeno();
 }

@@ -23,8 +23,8 @@ class ToolGate;
 /// the gate in front of the tools. It brings the link up and down, and tells the features what happens. Main
 /// thread only.
 ///
-/// Order of calls: the constructor; the features, made from `context`; `spustit` once; at the very end
-/// `ukoncit`, awaited before the features go, and after them this object.
+/// Order of calls: construct it, make the features from `context`, call `spustit` once. At the very end await
+/// `ukoncit`, then destroy the features, then this object.
 class Companion {
   public:
     explicit Companion(CompanionServices services);
@@ -34,39 +34,40 @@ class Companion {
 
     [[nodiscard]] FeatureContext& context();
 
-    /// Loads what the vault holds: the identity (or makes one), what the features keep there, and the peer;
-    /// and connects when there is a peer. Where a keyring stays locked or the identity cannot be kept, it may
-    /// be tried again by `zkusitZnovu`.
+    /// Loads the identity (or makes one), what the features keep in the vault, and the peer, and connects if
+    /// there is a peer. If a keyring stays locked or the identity cannot be stored, `zkusitZnovu` tries
+    /// again.
     Task<void> spustit();
 
-    /// Takes back the question that a keyring has open, and loads the keys again. Nothing once they are
-    /// there.
+    /// Withdraws the question that a keyring has open and loads the keys again. Does nothing if the keys are
+    /// already loaded.
     void zkusitZnovu();
 
-    /// Ends the link and all that runs.
+    /// Ends the link and all running tasks.
     Task<void> ukoncit();
 
-    /// Builds the link from identity and peer; nothing when one of them is absent.
+    /// Builds the link from identity and peer. Does nothing if one of them is missing.
     void pripojit();
     /// Takes the link down in the background. `dostupnost` stays as it is.
     void odpojit();
 
-    /// The link that waits for its next attempt tries now, and so does the one of a pairing.
+    /// Makes a link that waits for its next attempt try now; this includes the link of a pairing.
     void zkusitHned();
 
-    /// Tells the phone what this computer can do. Ends quietly without a link.
+    /// Tells the phone what this computer can do. Does nothing without a link.
     Task<void> poslatStav();
     /// Has the features look again for what they need, then sends the status.
     Task<void> obnovitSluzby();
-    /// The same in the background, for a button.
+    /// Like `obnovitSluzby`, in the background; for a button.
     void obnovit();
 
-    /// Kept in the user defaults on every changing write.
+    /// Saves a changed address in the user defaults.
     void setRelayAdresa(const std::string& adresa);
-    /// What a person typed. Fails with `RelayAddressRefused`, and what was set stays.
+    /// Takes an address that a person typed. Fails with `RelayAddressRefused`; the previous address then
+    /// stays.
     Result<void> zvolitRelay(const std::string& adresa);
 
-    /// For reading and watching; this object and its parts alone write.
+    /// Views read and watch this; only this object and its parts write.
     [[nodiscard]] CompanionState& stav();
     [[nodiscard]] MacIntegrationSettings& integrations();
     [[nodiscard]] Schvalovani& schvalovani();
@@ -78,7 +79,7 @@ class Companion {
     struct Parts;
 
     void installCallbacks();
-    /// The phone is not paired any more: it is forgotten, and what it has begun ends.
+    /// Forgets the phone, because it is no longer paired, and ends what it has begun.
     void opustitTelefon();
     void zapomenoutNeplatny();
     Task<void> poZmeneSite();
@@ -86,8 +87,8 @@ class Companion {
     Task<void> usnoutPoOdpojeni();
 
     std::unique_ptr<Parts> parts_;
-    bool sitSeMeni_ = false; ///< a change of the network was told less than a second ago
-    bool konci_ = false;     ///< nothing new is connected any more
+    bool sitSeMeni_ = false; ///< the network reported a change less than a second ago
+    bool konci_ = false;     ///< nothing may connect any more
     std::vector<Connection> connections_;
 };
 

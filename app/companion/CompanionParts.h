@@ -14,8 +14,7 @@
 
 namespace morvex {
 
-/// What a companion is made of. Each part is made from those above it and goes before them: the order is part
-/// of the design.
+/// The parts of a companion. Each one uses those above it and is destroyed before them, so the order matters.
 struct Companion::Parts {
     Parts(Companion& companion, CompanionServices given);
 

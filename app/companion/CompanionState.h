@@ -14,20 +14,20 @@
 
 namespace morvex {
 
-/// "Další pokus za 20 s", with `left` until it.
+/// "Další pokus za 20 s"; `left` is the time until then.
 inline Sentence popisDalsihoPokusu(Clock::Duration left) {
     return "Další pokus za {vterin} s"_sentence(std::chrono::ceil<std::chrono::seconds>(left).count());
 }
 
-/// How far this computer's keys have come on their way from the vault.
+/// Whether this computer's keys have been loaded from the vault.
 struct StavKlicu {
     enum class Pripad { nacitaji, jsou, nejsou };
     Pripad pripad = Pripad::nacitaji;
-    Sentence duvod = {}; ///< why they are not there
+    Sentence duvod = {}; ///< why the keys could not be loaded
     bool operator==(const StavKlicu&) const = default;
 };
 
-/// Beside a keyring that stays locked.
+/// Texts about the keys: the keyring stays locked, is still being asked, or does not exist.
 inline constexpr auto klicenkaZamcena = "Klíčenka zůstala zamčená."_sentence;
 inline constexpr auto klicenkaZamcenaCele =
     "Klíčenka zůstala zamčená. Jsou v ní klíče tohoto počítače, bez nich se telefon nepřipojí."_sentence;
@@ -37,34 +37,35 @@ inline constexpr auto odemkniKlicenku =
 inline constexpr auto kliceVSouborech =
     "Klíče leží v souborech, které smí číst jen tvůj účet, protože tu není klíčenka."_sentence;
 
-/// What views watch. Main thread only; writing an equal value notifies nobody.
+/// What views watch. Main thread only. Writing an equal value notifies nobody.
 struct CompanionState {
     QProperty<MacAvailability> dostupnost{MacAvailability{MacAvailability::Nesparovano{}}};
     QProperty<StavParovani> parovani;
     QProperty<StavKlicu> klice;
-    /// The vault is no keyring.
+    /// The vault stores the keys in files instead of a keyring.
     QProperty<bool> kliceJsouVSouborech{false};
     QProperty<std::optional<PairedPeer>> protejsek;
-    /// The phone whose number is compared, or that was just confirmed, has left and has had no session yet.
+    /// The phone whose number is being compared, or was just confirmed, has left and has not had a session
+    /// yet.
     QProperty<bool> telefonOdesel{false};
-    /// When the link tries to connect again, since the start of the computer; nothing while it does not wait.
+    /// When the link tries to connect again, counted from the boot of the computer; empty unless it waits.
     QProperty<std::optional<Clock::Duration>> dalsiPokus;
-    /// Identifier of this device; empty until its identity is there.
+    /// Identifier of this device; empty until its identity has been loaded.
     QProperty<std::string> identifikator;
-    /// The last problem for the user.
+    /// The last problem to show to the user.
     QProperty<std::optional<Sentence>> potiz;
-    /// Why the vault still holds a phone that is paired no more.
+    /// Why the vault still holds a phone that is no longer paired.
     QProperty<std::optional<Sentence>> potizTrezoru;
     /// Why the settings could not be read or saved.
     QProperty<std::optional<Sentence>> potizNastaveni;
     QProperty<std::string> relayAdresa;
-    /// How many looks for what is there are under way.
+    /// How many refreshes of the features are running.
     QProperty<int> zjistovani{0};
     QProperty<bool> postaDostupna{false};
 
     [[nodiscard]] bool nacitajiSeKlice() const { return klice.value().pripad == StavKlicu::Pripad::nacitaji; }
 
-    /// What is said of the link; before the keys are there nobody knows of a phone.
+    /// Describes the link. Until the keys are loaded it is not known whether there is a phone.
     [[nodiscard]] Sentence popisSpojeni(Date now) const {
         return nacitajiSeKlice() ? Sentence(cekamNaKlice) : dostupnost.value().popis(DeviceRole::phone, now);
     }

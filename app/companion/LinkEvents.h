@@ -22,7 +22,7 @@ class LinkEvents {
         Schvalovani& schvalovani;
         const std::vector<Feature*>& features;
         std::function<Task<void>()> sendStatus;
-        /// The relay knows this pairing no more.
+        /// Called when the relay no longer knows this pairing.
         std::function<void()> forgetPeer;
     };
 

@@ -7,14 +7,14 @@
 
 namespace morvex {
 
-/// Keeps `misto` in place of the stored peer `protejsek`, or nothing; does nothing where another one or none
-/// is stored: somebody may have paired since the caller looked. Two phones may have answered to one pair, so
-/// the device counts too. The same may be asked for again. For the executor of the store, on which nothing
-/// comes in between.
+/// Replaces the stored peer `protejsek` by `misto`, or deletes it if there is no `misto`. Does nothing if
+/// another peer or none is stored, because somebody may have paired since the caller looked. Two phones may
+/// have answered to one pair, so the device is compared too. The call may be repeated. It must run on the
+/// executor of the store, so that nothing happens between reading and writing.
 inline Result<void> nahraditPar(IdentityStore& uloziste, const PairedPeer& protejsek,
                                 const std::optional<PairedPeer>& misto) {
     auto kept = uloziste.nactiProtejsek();
-    // A record that is damaged may go; who is behind a vault that does not answer is not known.
+    // A damaged record may be replaced. If the vault does not answer, it is unknown who is stored.
     if (!kept && kept.error().as<KeychainChyba>()) return fail(kept.error());
     const bool isAnother =
         kept && (!*kept || (*kept)->pairID != protejsek.pairID || (*kept)->deviceID != protejsek.deviceID);

@@ -13,9 +13,9 @@ namespace morvex {
 
 namespace {
 
-/// From a change that the vault refused to the next try.
+/// Time between a change that the vault refused and the next attempt.
 constexpr Clock::Duration vaultRetry = std::chrono::seconds(5);
-/// The same where each try may ask a person for the password of the keyring.
+/// The same if each attempt may ask a person for the password of the keyring.
 constexpr Clock::Duration lockedRetry = std::chrono::hours(1);
 
 } // namespace

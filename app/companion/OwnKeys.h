@@ -17,12 +17,12 @@
 
 namespace morvex {
 
-/// This computer's identity and the phone that it is paired with, on their way between the vault and the
-/// state. Where a keyring stays locked or the identity cannot be kept, that is told there, and `zkusitZnovu`
+/// Loads this computer's identity and the phone it is paired with from the vault into the state, and saves
+/// the phone. If a keyring stays locked or the identity cannot be stored, the state says so and `zkusitZnovu`
 /// tries again. Main thread only.
 class OwnKeys {
   public:
-    /// All of it outlives this object.
+    /// All references outlive this object.
     struct Services {
         Executor& vaultThread; ///< the vault may ask a person, and so block
         IdentityStore& uloziste;
@@ -31,50 +31,53 @@ class OwnKeys {
         TaskScope& scope;
     };
 
-    /// What follows; both are called on the main thread.
+    /// What to do after loading. Both are called on the main thread.
     struct Next {
-        std::function<Task<void>()> identityIsThere; ///< once, awaited before the phone is read
-        std::function<void()> peerIsRead;            ///< there may be none
+        std::function<Task<void>()> identityIsThere; ///< called once, awaited before the phone is read
+        std::function<void()> peerIsRead;            ///< called even if no phone is stored
     };
 
     OwnKeys(Services services, CompanionState& state, Next next)
         : services_(services), state_(state), next_(std::move(next)) {}
 
-    /// Null until it is there.
+    /// Null until the identity has been loaded.
     [[nodiscard]] const std::shared_ptr<const DeviceIdentity>& identita() const { return identita_; }
 
-    /// The identity is there and the peer was read.
+    /// Whether the identity and the peer have been loaded.
     [[nodiscard]] bool jsouTu() const { return state_.klice.value().pripad == StavKlicu::Pripad::jsou; }
 
-    /// Loads the identity, or makes one, and the peer. Nothing once they are there. Fails where a keyring
-    /// stays locked, or the identity cannot be read or kept, in the words for it; a peer that cannot be read
-    /// is told as an invalid pairing.
+    /// Loads the identity, or makes one, and the peer. Does nothing if both are already loaded. Fails if a
+    /// keyring stays locked or the identity cannot be read or stored; the error is a sentence for the user. A
+    /// peer that cannot be read is reported as an invalid pairing.
     Task<Result<void>> nacist();
 
-    /// Takes back the question that a keyring has open, and loads in the background.
+    /// Withdraws the question that a keyring has open and loads the keys in the background.
     void zkusitZnovu();
 
-    /// The pairing is of no use, for this reason; that is told.
+    /// Puts into the state that the pairing is unusable, with this reason.
     void neplatne(const Error& error);
 
-    /// Keeps a phone in the vault. Fails where the vault refuses.
+    /// Stores a phone in the vault. Fails if the vault refuses.
     Task<Result<void>> ulozit(PairedPeer peer);
-    /// Takes a phone that is paired no more out of the vault, unless another one is kept there since. Until
-    /// the vault has done it, that is told in the state, and it is tried again; once more at the end.
+    /// Removes a phone that is no longer paired from the vault, unless another one has been stored since.
+    /// Until that succeeds, the state names the problem and the removal is retried; the last attempt is made
+    /// at the end of the program.
     Task<void> zapomenout(PairedPeer peer);
-    /// The same for a phone that was refused while it was being kept: the one of the state takes its place.
+    /// The same for a phone that the user refused while it was being stored: it is replaced by the phone of
+    /// the state.
     Task<void> vratit(PairedPeer odmitnuty);
 
-    /// For the end of the program: nothing is loaded any more, and a keyring asks nobody.
+    /// For the end of the program: nothing is loaded any more and the keyring asks nobody.
     void ukoncit();
 
   private:
     Task<void> nacistZnovu();
     Task<Result<void>> nactiIdentitu();
-    /// Whether it could be read. Fails where the vault is locked.
+    /// Returns whether the peer could be read. Fails if the vault is locked.
     Task<Result<bool>> nactiProtejsek();
-    /// Until the vault has put the state's phone, or none, in the place of `peer`. `neslo` tells that it has
-    /// not. Meanwhile it is tried again and again, and at once when the vault has kept something else.
+    /// Resumes when the vault has replaced `peer` by the phone of the state, or by none. After a failure,
+    /// whose text `neslo` makes, it retries periodically, and at once when the vault has stored something
+    /// else.
     Task<void> nahradit(PairedPeer peer, Sentence (*neslo)(const Error& proc));
     void retryNow();
     void tellUnfinished();
@@ -87,9 +90,9 @@ class OwnKeys {
     Turns nacitani_;
     bool nactouSeZnovu_ = false; ///< another load waits for its turn
     bool konci_ = false;
-    std::map<std::uint64_t, Sentence> unfinished_; ///< what the vault has yet to replace, by its number
+    std::map<std::uint64_t, Sentence> unfinished_; ///< problems with replacements still to be done, by number
     std::uint64_t lastNumber_ = 0;
-    std::stop_source pauses_; ///< of those that wait for their next try
+    std::stop_source pauses_; ///< ends the pauses before the next attempts
 };
 
 } // namespace morvex

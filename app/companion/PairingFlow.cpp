@@ -36,7 +36,7 @@ void PairingFlow::zacitParovani() {
     ++generation_;
     cekaNaKlice_ = !services_.klice.jsouTu();
     if (cekaNaKlice_) {
-        // A failure of the last try is no word on this one.
+        // The failure of an earlier attempt must not stay on screen.
         state_.parovani = StavParovani{};
         return services_.scope.spawn(nacistAZacit(generation_));
     }
@@ -53,7 +53,7 @@ Task<void> PairingFlow::nacistAZacit(std::uint64_t generation) {
     cekaNaKlice_ = false;
     if (!loaded) co_return selhat(loaded.error().popis());
     state_.parovani = StavParovani{};
-    // It may have turned out that there is a phone.
+    // Loading may have found a phone that is already paired.
     if (services_.klice.jsouTu() && !state_.protejsek.value()) zacitParovani();
 }
 
@@ -128,9 +128,9 @@ void PairingFlow::potvrditCislo(const std::string& cislo) {
 Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
     auto saved = co_await services_.klice.ulozit(peer);
     uklada_ = false;
-    // Refused, cancelled or begun anew meanwhile.
+    // Meanwhile the user has refused, cancelled or started the pairing anew.
     if (generation != generation_) co_return co_await services_.klice.vratit(std::move(peer));
-    // What the user has confirmed stays kept.
+    // At the end of the program the confirmed phone stays stored.
     if (konci_) co_return;
     if (!saved) co_return selhat("Párování se nepodařilo uložit: {duvod}"_sentence(saved.error().popis()));
     ++generation_;
@@ -170,13 +170,13 @@ void PairingFlow::odvolat() {
     link_.opustit();
     state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
     state_.telefonOdesel = false;
-    // What went wrong on the way to that phone concerns nobody any more.
+    // Problems with the phone that was disconnected no longer matter.
     state_.potiz = std::nullopt;
     services_.scope.spawn(zapomenout(*std::move(address), *protejsek));
 }
 
 Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
-    // Both may fail. Another phone may be paired while they take their time.
+    // Both may fail, and another phone may be paired while they run.
     (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita());
     co_await services_.klice.zapomenout(std::move(protejsek));
 }

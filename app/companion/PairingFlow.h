@@ -13,8 +13,8 @@
 
 namespace morvex {
 
-/// Brings a phone in: makes a pair at the relay, shows its QR code, waits for the phone's hello, and keeps
-/// the peer once the user has found the two numbers equal. Main thread only.
+/// Pairs a phone: creates a pair at the relay, shows its QR code, waits for the phone's hello, and stores the
+/// peer once the user has confirmed that the two numbers are equal. Main thread only.
 ///
 ///     necinne -> zakladam -> cekamNaTelefon -> overCislo -> necinne
 ///     and from any of the middle ones to chyba, or back to necinne by zrusitParovani
@@ -28,35 +28,36 @@ class PairingFlow {
         OwnKeys& klice;
     };
 
-    /// What the flow does to the link to the phone that was paired before.
+    /// Actions on the link to the phone that was paired before.
     struct Link {
         std::function<void()> pripojit;
         std::function<void()> odpojit;
-        /// The phone is forgotten, and what it has begun ends.
+        /// Forgets the phone and ends what it has begun.
         std::function<void()> opustit;
     };
 
     PairingFlow(Services services, CompanionState& state, Link link);
 
-    /// Without the keys of this computer it loads them first.
+    /// Starts a pairing. If the keys of this computer are not loaded, loads them first.
     void zacitParovani();
 
-    /// A pairing waits for the keys of this computer; its state is `necinne` meanwhile.
+    /// Whether a pairing waits for the keys of this computer; the state is `necinne` meanwhile.
     [[nodiscard]] bool cekaNaKlice() const { return cekaNaKlice_; }
 
-    /// "Souhlasí" under this number. Nothing when the number on screen has become another one meanwhile.
+    /// "Souhlasí" under this number. Does nothing if another number is on screen by now.
     void potvrditCislo(const std::string& cislo);
     /// "Neshoduje se"
     void odmitnoutCislo();
     /// "Zrušit"
     void zrusitParovani();
-    /// "Odpojit telefon": forgets the phone at once, and revokes the pair at the relay, whatever that says.
+    /// "Odpojit telefon": forgets the phone at once and revokes the pair at the relay, whatever the relay
+    /// answers.
     void odvolat();
 
-    /// The attempt that the link of the pairing waits for begins now.
+    /// If the link of the pairing waits for its next attempt, the attempt begins now.
     void zkusitHned();
 
-    /// For the end of the program: no answer that is still on its way changes anything any more.
+    /// For the end of the program: answers that arrive later change nothing.
     void ukoncit();
 
   private:
@@ -69,7 +70,7 @@ class PairingFlow {
     void listenFor(const RelayAddress& address, const PairID& pair);
     Task<void> listen(std::shared_ptr<RelayLink> link, std::string relayURL, PairID pair,
                       std::stop_token stop);
-    /// Notes whether the phone that has introduced itself is still there.
+    /// Notes whether the phone that has sent its hello is still connected.
     void sledovat(const RelayLink::Udalost& event);
     void prijmout(const Envelope& envelope, const std::string& relayURL);
     Task<void> ulozit(PairedPeer peer, std::uint64_t generation);
@@ -84,11 +85,11 @@ class PairingFlow {
     RelayParovani relay_;
     std::shared_ptr<RelayLink> parovaci_;
     std::unique_ptr<TaskScope> parovaciPosluchac_;
-    std::optional<PairedPeer> rozdelany_; ///< waits for the word about its number
+    std::optional<PairedPeer> rozdelany_; ///< the phone whose number the user has yet to confirm
     bool cekaNaKlice_ = false;
     bool uklada_ = false;
     bool konci_ = false;
-    std::uint64_t generation_ = 0; ///< tells a late answer of an abandoned pairing
+    std::uint64_t generation_ = 0; ///< recognises late answers to an abandoned pairing
 };
 
 } // namespace morvex

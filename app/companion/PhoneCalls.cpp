@@ -19,7 +19,8 @@ boost::json::object argumentsOf(const std::string& json) {
 } // namespace
 
 Task<void> PhoneCalls::zpracovat(MacPayload::ToolCall call, Delivery delivery) {
-    // What the phone told before a call is kept, and acknowledged, before the call is carried out.
+    // Messages that the phone sent before the call are stored and acknowledged before the call is carried
+    // out.
     for (auto* feature : features_) co_await feature->settled();
     if (phoneLink_.soucasne() != delivery.link) co_return;
     auto outcome = co_await gate_.provestNastroj(

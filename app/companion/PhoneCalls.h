@@ -11,7 +11,7 @@
 
 namespace morvex {
 
-/// Carries out the calls of the phone. Main thread; all of what it refers to outlives it.
+/// Carries out the calls of the phone. Main thread; everything it refers to outlives it.
 class PhoneCalls {
   public:
     PhoneCalls(ToolGate& gate, PhoneLink& phone, const PhoneInbox& inbox,

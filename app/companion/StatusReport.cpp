@@ -13,7 +13,7 @@ namespace morvex {
 
 namespace {
 
-/// What a report that was shortened has of each text, and of each list as JSON.
+/// Limits of a shortened report: bytes of each text, and bytes of each list as JSON.
 constexpr std::size_t longestText = 1000;
 constexpr std::size_t longestList = frameLimit / 4;
 

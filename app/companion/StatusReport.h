@@ -13,8 +13,8 @@
 
 namespace morvex {
 
-/// What the phone is told of this computer, computed at each send. Main thread; what it refers to outlives
-/// it.
+/// What the phone is told about this computer, computed at each send. Main thread; everything it refers to
+/// outlives it.
 struct StatusReport {
     const CompanionState& state;
     const MacIntegrationSettings& integrations;
@@ -23,15 +23,15 @@ struct StatusReport {
     std::string appVersion;
     std::string deviceName;
 
-    /// `tools` are those that the status names at this moment.
+    /// `tools` are the tools that the status names at this moment.
     [[nodiscard]] MacStatus at(Date now, std::vector<ToolDescriptor> tools) const;
 
     /// The answer of the tool `mac.status`, which lists the whole offer.
     [[nodiscard]] boost::json::object forTool(const std::vector<ToolDescriptor>& offer) const;
 };
 
-/// The same with less: texts are cut, and of tools and folders only those are listed that fit, in their
-/// order. For a report that makes a frame beyond the limit.
+/// A shorter version for a report that exceeds the frame limit: texts are cut, and of the tools and folders
+/// only those that fit are listed, in their order.
 [[nodiscard]] MacStatus shortened(MacStatus status);
 
 } // namespace morvex

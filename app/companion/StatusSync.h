@@ -6,15 +6,15 @@
 
 namespace morvex {
 
-/// Tells the phone what this computer can do. Main thread; all of what it refers to outlives it.
+/// Tells the phone what this computer can do. Main thread; everything it refers to outlives it.
 class StatusSync {
   public:
     StatusSync(StatusReport report, const ToolGate& gate, PhoneLink& phone, CompanionState& state,
                Clock& clock)
         : report_(std::move(report)), gate_(gate), phoneLink_(phone), state_(state), clock_(clock) {}
 
-    /// Sends the status of this moment. Ends quietly without a link; a failure of the present one is told as
-    /// the trouble, and a status that no frame can take goes out shortened.
+    /// Sends the current status. Does nothing without a link. If sending over the current link fails, the
+    /// state shows the problem; a status that exceeds the frame limit is sent again in its shortened form.
     Task<void> poslat();
 
     /// The tool `mac.status`.

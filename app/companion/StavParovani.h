@@ -8,12 +8,12 @@
 
 namespace morvex {
 
-/// What is told of a phone that went away while its number was compared. It keeps nothing itself before its
-/// person agrees too.
+/// Shown when a phone went away while its number was being compared. The phone stores nothing before its own
+/// user has agreed too.
 inline constexpr auto telefonMezitimOdesel =
     "Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu."_sentence;
 
-/// Where the pairing stands, for the pairing view.
+/// The state of the pairing, for the pairing view.
 struct StavParovani {
     /// Nothing is going on.
     struct Necinne {
@@ -27,7 +27,7 @@ struct StavParovani {
 
     /// The QR code is on screen until `platiDo`.
     struct CekamNaTelefon {
-        std::string qr; ///< secret until it was used: it lets a phone join
+        std::string qr; ///< secret until it has been used: it lets a phone join
         Date platiDo;
         bool operator==(const CekamNaTelefon&) const = default;
     };
@@ -45,7 +45,7 @@ struct StavParovani {
 
     std::variant<Necinne, Zakladam, CekamNaTelefon, OverCislo, Chyba> value;
 
-    /// Null when it is another case.
+    /// Null for any other case.
     template <class Case> [[nodiscard]] const Case* as() const { return std::get_if<Case>(&value); }
 
     bool operator==(const StavParovani&) const = default;

@@ -9,7 +9,7 @@ namespace morvex {
 
 namespace {
 
-/// No tool has a longer name; the phone writes any.
+/// No tool has a longer name, but the phone may send any text.
 constexpr std::size_t longestName = 200;
 
 std::string notHere(std::string_view name) {
@@ -26,7 +26,7 @@ std::shared_ptr<const Tool> findOffered(const ToolTable& table, const std::strin
 } // namespace
 
 Task<ToolOutcome> ToolGate::provestNastroj(ToolCall call) {
-    // Held until the call has ended: the row may go meanwhile.
+    // Keeps the tool alive until the call has ended, because its row may be removed meanwhile.
     const auto tool = findOffered(table_, call.name);
     if (!tool) {
         state_.potiz = "Byl požadován nástroj {nastroj}, který tento Mac neumí."_sentence(

@@ -18,16 +18,17 @@ class ToolGate {
     ToolGate(const ToolTable& table, CompanionState& state, Schvalovani& schvalovani, Random& random)
         : table_(table), state_(state), schvalovani_(schvalovani), random_(random) {}
 
-    /// What is on offer at this moment, in its order.
+    /// The tools on offer at this moment, in the order of the table.
     [[nodiscard]] std::vector<ToolDescriptor> nabizeneNastroje() const { return table_.offered(); }
 
-    /// Of these what the status names.
+    /// Those of the offered tools that the status names.
     [[nodiscard]] std::vector<ToolDescriptor> nastrojeVeStavu() const { return table_.inStatus(); }
 
-    /// For the phone: runs what is on offer and refuses the rest. No failure of a tool escapes.
+    /// For the phone: runs a tool on offer and refuses any other. A tool that fails gives a refusal, never an
+    /// exception.
     Task<ToolOutcome> provestNastroj(ToolCall call);
 
-    /// For this computer's own assistant: the same, but whatever changes something is approved first.
+    /// For this computer's own assistant: the same, but the user first approves whatever changes something.
     Task<boost::json::object> provestMistne(std::string name, boost::json::object arguments);
 
   private:
