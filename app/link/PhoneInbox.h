@@ -20,22 +20,22 @@ namespace morvex {
 
 class SecureLink;
 
-/// How a message came. What is answered to it goes the same way, and is lost with the link.
+/// How a message came. Its answer goes back over the same link and is lost if that link ends.
 struct Delivery {
     std::shared_ptr<SecureLink> link;
     std::string requestID;
 };
 
-/// What becomes of each message of the phone: a handler for each kind that somebody takes. Kinds that nobody
-/// takes change nothing here: what only this computer sends, acknowledgements of records whose delivery is
-/// not kept, and a cancel (agents are stopped by tools of their own). Main thread; `PhoneLink` awaits each
-/// message of a session to its end, so that calls of the phone run one at a time and a decision that arrives
-/// meanwhile stays unread.
+/// Passes each message of the phone to the handler of its kind. Kinds without a handler are ignored: those
+/// that only this computer sends, acknowledgements of records whose delivery is not tracked, and cancel
+/// (agents are stopped by tools of their own). Main thread; `PhoneLink` awaits the handling of each message
+/// of a session, so calls of the phone run one at a time, and a decision that arrives during a call is read
+/// only after it.
 class PhoneInbox {
   public:
     template <class Kind> using Handler = std::function<Task<void>(Kind message, Delivery delivery)>;
 
-    /// Has all messages of this kind handled from now on. One handler a kind.
+    /// Handles all messages of this kind with `handler` from now on. Each kind has one handler.
     template <class Kind> void take(Handler<Kind> handler) {
         auto& place = handlers_[placeOf<Kind>()];
         vyzaduj(!place, "a kind of message has two handlers");
@@ -50,15 +50,15 @@ class PhoneInbox {
 
     using SettingsTurn = std::optional<Turns::Turn>;
 
-    /// For settings of the phone, which are kept one after the other: the vault is slow, and what was sent
-    /// later is to count. Nothing when the phone has been abandoned meanwhile.
+    /// Settings of the phone are saved one after the other, because the vault is slow and the setting sent
+    /// last must win. Empty if the phone has been abandoned meanwhile.
     Task<SettingsTurn> settingsTurn();
 
-    /// Requested when the phone that is paired now is paired no more.
+    /// Its stop is requested when the phone that is paired now is unpaired.
     [[nodiscard]] std::stop_token opusteni() const { return prace_.get_token(); }
 
-    /// The phone is not paired any more: programs that its calls have started end, and settings of it that
-    /// wait for their turn are not taken. What comes afterwards is of a phone that was paired anew.
+    /// Called when the phone is unpaired: programs that its calls have started end, and its settings that
+    /// wait for their turn are dropped. Later messages belong to a newly paired phone.
     void opustit() { std::exchange(prace_, {}).request_stop(); }
 
   private:
@@ -75,7 +75,7 @@ class PhoneInbox {
     }
 
     std::array<AnyHandler, std::variant_size_v<Kinds>> handlers_;
-    std::stop_source prace_; ///< of the phone that is paired
+    std::stop_source prace_; ///< stopped when the paired phone is abandoned
     Turns settings_;
 };
 

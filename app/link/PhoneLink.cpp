@@ -48,7 +48,7 @@ void PhoneLink::pripojit(std::shared_ptr<SecureLink> link) {
 void PhoneLink::odpojit() {
     if (!link_) return;
     posluchac_->stop();
-    // What waits is counted in the link, which goes.
+    // The link counts the waiting messages, and it goes away now.
     for (auto* session = relace_.get(); session; session = session->before.get()) session->waiting.clear();
     beginSession();
     scope_.spawn(drain(std::move(posluchac_)));
@@ -88,7 +88,7 @@ void PhoneLink::putAside(const std::shared_ptr<SecureLink>& link, Event message)
 }
 
 Task<void> PhoneLink::waitForThoseBefore(Session& session) {
-    // One that has had no call has waited for none of its own.
+    // An earlier session without a call has not waited for its own predecessors.
     for (auto earlier = session.before; earlier; earlier = earlier->before)
         (void)co_await earlier->handling.take();
     session.before.reset();

@@ -12,10 +12,10 @@
 
 namespace morvex {
 
-/// Holds the live link to the phone, if there is one, and reads its events. What the link tells of itself is
-/// handled at once, one event after the other. The messages of a session are handled strictly in order, each
-/// to its end; calls wait also for the messages of the sessions before, over this link or another. A new
-/// session is thus looked at while a call of the last one still runs. Main thread.
+/// Holds the live link to the phone, if there is one, and reads its events. Events of the link itself are
+/// handled at once, one after the other. Messages of a session are handled strictly in order, each to its
+/// end; calls also wait for the messages of earlier sessions, over this link or another. A new session can
+/// therefore start while a call of the previous one still runs. Main thread.
 class PhoneLink {
   public:
     /// What becomes of what a link tells of itself.
@@ -25,15 +25,15 @@ class PhoneLink {
     /// executor. `inbox` handles the messages.
     PhoneLink(Executor& main, TaskScope& scope, PhoneInbox& inbox, Handler handler);
 
-    /// Replaces the link. The old one goes down in the background; its events are read no more.
+    /// Replaces the link. The old one goes down in the background; its events are no longer read.
     void pripojit(std::shared_ptr<SecureLink> link);
 
     void odpojit();
 
-    /// The attempt that the link waits for begins now.
+    /// If the link waits for its next attempt, the attempt begins now.
     void zkusitHned();
 
-    /// Resumes when no link is still going down. Awaited before this object goes.
+    /// Resumes when no link is going down any more. Must be awaited before this object is destroyed.
     Task<void> odpojeno() { return odchazejici_.join(); }
 
     [[nodiscard]] bool jePritomne() const { return link_ != nullptr; }
@@ -42,7 +42,7 @@ class PhoneLink {
     /// it.
     [[nodiscard]] std::shared_ptr<SecureLink> soucasne() const { return link_; }
 
-    /// Sends over the link of this moment. Without one it fails with `TalkSpanError::MacOffline`, else as
+    /// Sends over the current link. Without a link it fails with `TalkSpanError::MacOffline`, otherwise as
     /// `SecureLink::poslat` does.
     Task<Result<void>> poslat(MacPayload payload, std::string requestID);
 
@@ -52,15 +52,15 @@ class PhoneLink {
     struct Session {
         std::shared_ptr<Session> before; ///< until a call has waited for it
         std::deque<Event> waiting;
-        Turns handling; ///< taken from the first message to the last one that waits
+        Turns handling; ///< held from the first waiting message to the last one
     };
 
     Task<void> listen(std::shared_ptr<SecureLink> link, std::stop_token stop);
     void beginSession();
     void putAside(const std::shared_ptr<SecureLink>& link, Event message);
-    /// Until nothing of the sessions before is under way. The caller keeps the session.
+    /// Resumes when the earlier sessions have nothing under way. The caller keeps the session alive.
     static Task<void> waitForThoseBefore(Session& session);
-    /// Holds the link, in which what waits is counted.
+    /// Keeps the link alive, because the link counts the waiting messages.
     Task<void> handleMessages(std::shared_ptr<SecureLink> link, std::shared_ptr<Session> session,
                               std::stop_token stop);
 
@@ -70,7 +70,7 @@ class PhoneLink {
     Handler handler_;
     std::shared_ptr<SecureLink> link_;
     std::shared_ptr<TaskScope> posluchac_;
-    std::shared_ptr<Session> relace_ = std::make_shared<Session>(); ///< the last one
+    std::shared_ptr<Session> relace_ = std::make_shared<Session>(); ///< the latest one
     TaskScope odchazejici_;                                         ///< links that go down
 };
 
