@@ -12,8 +12,8 @@
 
 namespace morvex {
 
-/// What this program can do for the phone: a feature a line, in the order in which they are asked. Made after
-/// the companion, gone before it.
+/// What this program can do for the phone. One feature a line, in the order in which they are asked. Made
+/// after the companion and destroyed before it.
 struct Features {
     explicit Features(Companion& companion) : context(companion.context()) {}
 

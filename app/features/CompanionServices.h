@@ -20,11 +20,11 @@
 
 namespace morvex {
 
-/// What the companion gets from the outside. All of it outlives the companion.
+/// What the companion gets from outside. All references outlive the companion.
 struct CompanionServices {
     Executor& main;
     Executor& vaultThread;   ///< serial; for identity store and vault, whose calls may block
-    Executor& recordsThread; ///< serial; where the stores write their files
+    Executor& recordsThread; ///< serial; the stores write their files on it
     Executor& workers;       ///< for file work, which may block
     SecureLink::Services link;
     HttpClient& http;

@@ -12,44 +12,48 @@ class SecureLink;
 struct FeatureContext;
 struct MacStatus;
 
-/// A subsystem that the companion carries without knowing it: files, agents, notes. In its constructor it
-/// adds its tools to the table and its handlers to the inbox of the phone; the functions here tell it what
-/// happens besides. Made after the companion and gone before it, but after the end of `Companion::ukoncit`.
-/// Main thread only.
+/// A subsystem that the companion runs without knowing what it is: files, agents, notes. Its constructor adds
+/// its tools to the table and its handlers to the phone's inbox; the functions below tell it about other
+/// events. Made after the companion; destroyed after the end of `Companion::ukoncit` and before the
+/// companion. Main thread only.
 class Feature {
   public:
     virtual ~Feature() = default;
     Feature(const Feature&) = delete;
     Feature& operator=(const Feature&) = delete;
 
-    /// Reads what the vault holds for it. The identity is there; the phone is not connected yet.
+    /// Reads what the vault holds for this feature. The identity is loaded, but the phone is not connected
+    /// yet.
     virtual Task<void> load();
 
-    /// Its part of what the phone is told of this computer.
+    /// Adds this feature's part of the status that the phone gets.
     virtual void addTo(MacStatus&) const {}
 
-    /// Its part of the answer of the tool `mac.status`, in which each key stands already, in its order.
+    /// Adds this feature's part of the answer of the tool `mac.status`. The object already has all keys in
+    /// their order.
     virtual void addTo(boost::json::object&) const {}
 
-    /// A switch of the tool families has moved. The status goes out afterwards.
+    /// Called after a switch of the tool families has changed. The status is sent afterwards.
     virtual void switched() {}
 
-    /// Looks again for what it needs from outside. The status goes out afterwards.
+    /// Looks again for what it needs from outside. The status is sent afterwards.
     virtual Task<void> refresh();
 
-    /// The session is ready and the status was sent over this link: what the phone may have missed.
+    /// Sends what the phone may have missed. The session is ready, and the status was sent over this link.
     virtual Task<void> catchUp(std::shared_ptr<SecureLink> link);
 
-    /// Resumes when what the phone has told until now is dealt with; awaited before each call of the phone.
+    /// Resumes when everything the phone has sent so far has been processed; awaited before each call of the
+    /// phone.
     virtual Task<void> settled();
 
-    /// The computer falls asleep.
+    /// Called before the computer falls asleep.
     virtual void sleep() {}
 
-    /// The end of the program: nobody is asked any more. The tasks of the scope are stopped afterwards.
+    /// For the end of the program: nobody is asked anything any more. The tasks of the scope are stopped
+    /// afterwards.
     virtual void stop() {}
 
-    /// Nothing new comes any more. Resumes when all that is to be kept is saved, or could not be.
+    /// Resumes when everything has been saved or could not be saved. No new work arrives any more.
     virtual Task<void> saved();
 
   protected:

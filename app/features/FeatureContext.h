@@ -23,18 +23,18 @@ struct FeatureContext {
     ToolTable& tools;
     PhoneInbox& inbox;
     PhoneLink& phone;
-    TaskScope& scope; ///< runs what goes on in the background; joined before the features go
+    TaskScope& scope; ///< runs background tasks; joined before the features are destroyed
     /// Tells the phone what this computer can do.
     std::function<Task<void>()> sendStatus;
-    /// Shows the person a trouble, in place of the last one.
+    /// Shows the user a problem, in place of the previous one.
     std::function<void(Sentence)> tellTrouble;
-    /// All there are, in the order in which they are asked.
+    /// All features, in the order in which they are asked.
     std::vector<Feature*> features;
 
-    /// The same in the background.
+    /// Sends the status in the background.
     void statusHasChanged() const { scope.spawn(sendStatus()); }
 
-    /// Whether the user wants this family, asked at each offer.
+    /// Whether the user wants this family of tools; asked each time the tools are offered.
     [[nodiscard]] std::function<bool()> whileOn(Integration integration) const {
         return [&settings = integrations, integration] { return settings.isOn(integration); };
     }
