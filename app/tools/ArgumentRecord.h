@@ -14,7 +14,7 @@
 
 namespace morvex {
 
-// The arguments of a tool are a record that is described once, as those that travel are:
+// A tool's arguments are a record that is described once, like the records sent over the link:
 //
 //     struct FileToRead {
 //         std::string path;
@@ -26,17 +26,17 @@ namespace morvex {
 //         io.optional("folder", file.folder);
 //     }
 //
-// Reading never fails, since the tool itself says what it lacks: a value of another JSON type than the wanted
-// one counts as missing.
+// Reading never fails, because the tool itself says what is missing: a value of the wrong JSON type counts as
+// missing.
 
-/// A missing one is told from an empty one only where the record has an optional.
+/// Only a record with an optional field distinguishes a missing text from an empty one.
 std::optional<std::string> readArgument(const boost::json::object& arguments, std::string_view name,
                                         std::string);
-/// A fraction is cut off; a number beyond 64 bits is missing.
+/// A fraction is cut off; a number beyond 64 bits counts as missing.
 std::optional<std::int64_t> readArgument(const boost::json::object& arguments, std::string_view name,
                                          std::int64_t);
 std::optional<bool> readArgument(const boost::json::object& arguments, std::string_view name, bool);
-/// Missing as a whole when one element is no text.
+/// The whole list counts as missing if one element is not a text.
 std::optional<std::vector<std::string>> readArgument(const boost::json::object& arguments,
                                                      std::string_view name, std::vector<std::string>);
 
@@ -53,7 +53,7 @@ class ArgumentReader {
         field = readArgument(arguments_, name, T());
     }
 
-    /// One that the schema does not tell of: the phone itself adds it to what the model wrote.
+    /// An argument that the schema does not mention: the phone itself adds it to what the model wrote.
     template <class T> void added(std::string_view name, std::optional<T>& field) { optional(name, field); }
 
   private:
@@ -70,13 +70,13 @@ template <class Record> Record readArguments(const boost::json::object& argument
 /// One argument as a record declares it.
 struct ArgumentRow {
     std::string name;
-    std::string type; ///< of JSON Schema
+    std::string type; ///< JSON Schema name of the type
     bool isRequired = false;
 
     bool operator==(const ArgumentRow&) const = default;
 };
 
-/// Lists what a record declares, but for what the phone adds. For comparison with the schema that is told.
+/// Lists the fields that a record declares, except those that the phone adds, for comparison with the schema.
 class ArgumentLister {
   public:
     template <class T> void required(std::string_view name, T&) {
@@ -111,7 +111,7 @@ template <class Record> std::vector<ArgumentRow> listArguments() {
     return std::move(lister.rows);
 }
 
-/// Of a tool that takes none.
+/// For a tool without arguments.
 struct NoArguments {};
 
 void describe(auto&, Is<NoArguments> auto&) {}

@@ -19,9 +19,9 @@ namespace morvex {
 struct ToolCall {
     std::string name;
     boost::json::object arguments;
-    std::string requestID; ///< under which progress is told
-    /// Requested when nobody stands behind the call any more: its phone is not paired now. Programs that it
-    /// has started end then, whether the call was answered or not.
+    std::string requestID; ///< identifies the call in progress messages
+    /// Its stop is requested when the phone that made the call is unpaired. Programs that the call has
+    /// started end then, even if the call was already answered.
     std::stop_token opusteni = {};
 };
 
@@ -37,21 +37,22 @@ struct ToolOutcome {
 
     static ToolOutcome refused(const Error& error) { return refused(error.popis().czech()); }
 
-    /// What was found fills no frame.
+    /// The answer when a result exceeds the frame limit.
     static ToolOutcome tooLong() { return refused("Výsledek je na přenos příliš dlouhý."); }
 };
 
-/// A tool, declared once: what is told about it, what it reads, when it is offered, what runs.
+/// A tool, declared once: its descriptor, its arguments, when it is offered, what runs.
 struct Tool {
     ToolDescriptor descriptor;
-    std::vector<ArgumentRow> arguments; ///< what its record declares
+    std::vector<ArgumentRow> arguments; ///< the fields its record declares
     std::function<bool()> isOffered;
     std::function<Task<ToolOutcome>(ToolCall)> run;
-    /// Whether the status names it, unless its name keeps it out. The phone is offered the others too.
+    /// Whether the status names the tool, unless its name keeps it out. The phone is offered unnamed tools
+    /// too.
     bool isInStatus = true;
 };
 
-/// `Record`: its arguments (`ArgumentRecord.h`).
+/// `Record` is the type of its arguments (`ArgumentRecord.h`).
 template <class Record>
 Tool makeTool(ToolDescriptor descriptor, std::function<bool()> isOffered,
               std::function<Task<ToolOutcome>(Record arguments, ToolCall call)> run) {

@@ -12,7 +12,7 @@ namespace morvex {
 
 namespace {
 
-/// Data that the phone has of its own: it reaches these tools through the offer, not through the status.
+/// The phone has data of these kinds itself, so it learns of these tools from the offer, not from the status.
 constexpr std::array<std::string_view, 4> unlistedPrefixes{"mac.calendar.", "mac.notes.", "mac.reminders.",
                                                            "mac.contacts."};
 
@@ -21,7 +21,7 @@ bool isUnlisted(std::string_view name) {
                                [name](std::string_view prefix) { return name.starts_with(prefix); });
 }
 
-/// The place in the catalogue, or the one behind all of them.
+/// The place of the tool in the catalogue; a tool that is not there comes after all others.
 std::size_t rankOf(std::string_view name) {
     const auto& all = ToolCatalogue::descriptors();
     auto found = std::ranges::find(all, name, &ToolDescriptor::name);
@@ -55,7 +55,7 @@ void ToolTable::add(const ToolSource& source, std::string_view behind) {
 }
 
 void ToolTable::add(Entry entry) {
-    // A source stands behind the tool of its rank, whichever came first.
+    // A source stands behind the tool of the same rank, whichever was added first.
     const auto place = std::ranges::upper_bound(
         entries_, std::pair(entry.rank, entry.source != nullptr), {},
         [](const Entry& known) { return std::pair(known.rank, known.source != nullptr); });

@@ -9,24 +9,25 @@
 
 namespace morvex {
 
-/// Some of the tools, which may change while the program runs.
+/// A source of tools that may change while the program runs.
 class ToolSource {
   public:
     virtual ~ToolSource() = default;
 
-    /// Those of this moment, in their order. A row that is gone here lives on for the calls that run.
+    /// The current tools in their order. A tool that is no longer listed lives on until its running calls
+    /// end.
     [[nodiscard]] virtual std::vector<std::shared_ptr<const Tool>> tools() const = 0;
 };
 
-/// All tools of this computer in the fixed order of the offer, whatever was added when: a row each, and
-/// sources of rows. Main thread; filled before the first call. What its rows use outlives it.
+/// All tools of this computer in the fixed order of the offer, whatever order they were added in: single
+/// tools and sources of tools. Main thread; filled before the first call. Whatever its tools use outlives it.
 class ToolTable {
   public:
-    /// At the place of its name in the catalogue; a tool that is not there goes last. Each name is added
-    /// once.
+    /// Places the tool by its name's position in the catalogue; a tool that is not in the catalogue goes
+    /// last. Each name is added once.
     void add(Tool tool);
 
-    /// A tool of the catalogue, which knows its descriptor, that is carried out by a function of `owner`.
+    /// Adds a tool of the catalogue, which supplies its descriptor. A function of `owner` carries it out.
     template <class Owner, class Record>
     void add(std::string_view name, std::function<bool()> isOffered, Owner* owner,
              Task<ToolOutcome> (Owner::*run)(Record arguments, ToolCall call)) {
@@ -36,23 +37,23 @@ class ToolTable {
                              }));
     }
 
-    /// Behind the tool of this name of the catalogue, whether that is in the table or not.
+    /// Places the source behind the catalogue's tool `behind`, whether that tool is in the table or not.
     void add(const ToolSource& source, std::string_view behind);
 
-    /// Computed anew at each call: what is on offer at this moment.
+    /// The tools on offer at this moment, computed anew at each call.
     [[nodiscard]] std::vector<ToolDescriptor> offered() const;
 
-    /// Of these what the status names.
+    /// Those of the offered tools that the status names.
     [[nodiscard]] std::vector<ToolDescriptor> inStatus() const;
 
-    /// Null when there is no such tool. Whether it is on offer is another question.
+    /// Null if there is no such tool. Does not check whether the tool is on offer.
     [[nodiscard]] std::shared_ptr<const Tool> find(std::string_view name) const;
 
-    /// Every row of this moment.
+    /// Every current tool, offered or not.
     [[nodiscard]] std::vector<std::shared_ptr<const Tool>> all() const;
 
   private:
-    /// One row, or a source of some.
+    /// Either one tool or a source of tools.
     struct Entry {
         std::size_t rank = 0;
         std::shared_ptr<const Tool> tool;
