@@ -7,7 +7,7 @@ namespace morvex {
 namespace {
 
 constexpr std::chrono::seconds betweenStages{4};
-/// How long output is awaited of those that hold the pipes when the program itself has ended.
+/// How long to wait for output from processes that still hold the pipes after the program itself has ended.
 constexpr std::chrono::seconds drainLimit{2};
 
 } // namespace
@@ -19,7 +19,7 @@ BehProgramu::~BehProgramu() {
 Result<void> BehProgramu::spust(ProcessLauncher& launcher, const OutsideProgram& program,
                                 Clock::Duration timeout) {
     {
-        // Whatever the child does at once is told after the launch.
+        // Held during the launch, so that an immediate exit of the child is handled only after it.
         std::lock_guard lock(zamek_);
         TRY(auto, child, launcher.launch(program, *this));
         child_ = std::move(child);

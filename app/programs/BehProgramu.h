@@ -11,26 +11,27 @@
 
 namespace morvex {
 
-/// One run of a program, from its launch to its last output. Held by whoever awaits it and, once it is being
-/// stopped, until the second stage has passed: the child is not reaped before, so that the group that is
-/// killed is still its own.
+/// One run of a program, from its launch to its last output. Whoever awaits the run holds it, and a run that
+/// is being stopped holds itself until the second stage. The child is not reaped before that, so the process
+/// group that is killed is still its own.
 class BehProgramu final : public ChildListener, public std::enable_shared_from_this<BehProgramu> {
   public:
     BehProgramu(Clock& clock, SberVystupu sber) : clock_(clock), sber_(std::move(sber)) {}
 
-    /// The second stage of a stop comes at the latest now, as when the program ends before its time has come.
+    /// Runs the second stage of a stop if it is still due, for example because the program ended before its
+    /// time.
     ~BehProgramu() override;
 
-    /// Once, before all else.
+    /// Launches the program. Called once, before anything else.
     Result<void> spust(ProcessLauncher& launcher, const OutsideProgram& program, Clock::Duration timeout);
 
-    /// The end of a run that was launched, once. Awaited on an executor.
+    /// Resumes at the end of a run that was launched. Called once, awaited on an executor.
     Task<VysledekProcesu> vysledek();
 
-    /// Asks the program to stop. False when it does not run. From any thread.
+    /// Asks the program to stop. False if it is not running. From any thread.
     bool zrusit();
 
-    /// The same without the second stage and without a mark in the result.
+    /// Like `zrusit`, without the second stage and without a mark in the result.
     bool ukoncit();
 
   private:

@@ -13,25 +13,25 @@ namespace morvex {
 
 class BehProgramu;
 
-/// Starts an outside program and follows it to its end; one object a run. Every outside program of this
-/// computer's side goes through here. The object lives until the awaited run has ended.
+/// Starts an outside program and follows it to its end. Each run needs its own object, which lives until the
+/// awaited run has ended. Every outside program on this computer's side is started through this class.
 class ProcessRunner {
   public:
     ProcessRunner(ProcessLauncher& launcher, Clock& clock) : launcher_(launcher), clock_(clock) {}
 
     /// Awaited on an executor that outlives the clock. Only the launch can fail, with
     /// `TalkSpanError::ToolFailed`. After `timeout` the program is stopped in two stages, as by `zrusit`.
-    /// Once it has ended its output is awaited for two seconds more, should a program that it has started
-    /// hold the pipes.
+    /// When the program has ended, its output is awaited for up to two more seconds, in case a program that
+    /// it started holds the pipes.
     Task<Result<VysledekProcesu>> spustit(OutsideProgram program, Clock::Duration timeout,
                                           NaRadek naRadek = {}, Zachyt zachyt = {});
 
-    /// Asks the program and all that it has started to end and kills what is left of them after four seconds.
-    /// False when no program runs. From any thread.
+    /// Asks the program and everything it has started to end, and kills what is left after four seconds.
+    /// False if no program is running. From any thread.
     bool zrusit();
 
-    /// Asks once, politely: nothing is killed later, and the result does not tell of it. Else as `zrusit`,
-    /// also from within the line callback.
+    /// Asks the program once to end: nothing is killed later, and the result does not mention it. False if no
+    /// program is running. From any thread, also from within the line callback.
     bool ukoncit();
 
   private:

@@ -14,19 +14,19 @@
 
 namespace morvex {
 
-/// Finds command-line tools as the user's terminal would, though this program inherits little of the user's
-/// search path. One object a process, safe from any thread; what it is given outlives it. Looks at the disk
-/// on the workers.
+/// Finds command-line tools as the user's terminal would, although this program inherits little of the user's
+/// search path. One object for each process; safe from any thread. References outlive it. Reads the disk on
+/// the workers.
 class ProgramDiscovery {
   public:
     struct Account {
         Environment environment; ///< this program's own
-        std::string home;        ///< of the account, whatever the environment says
+        std::string home;        ///< home directory of the account, whatever the environment says
     };
 
     struct Nalez {
         std::string binarka;
-        std::string adresar; ///< the entry of the path in which it lies
+        std::string adresar; ///< the entry of the search path that contains it
         bool operator==(const Nalez&) const = default;
     };
 
@@ -41,12 +41,12 @@ class ProgramDiscovery {
           account_(std::move(account)),
           stop_(std::move(stop)) {}
 
-    /// The search path, joined with ":". Resolved once for the life of this object, however many ask at the
-    /// same time; that takes as long as the login shell and the package managers, up to 8 seconds each and
-    /// the time to stop them.
+    /// The search path, joined with ":". Resolved once in the life of this object, however many callers ask
+    /// at the same time. That runs the login shell and the package managers, which take up to 8 seconds each,
+    /// plus the time to stop them.
     Task<std::string> prihlasovaciPath(Pamet pamet = Pamet::pouzij);
 
-    /// The first of the names that is found anywhere.
+    /// Finds the first of the names that exists anywhere.
     Task<std::optional<Nalez>> najdiBinarku(std::vector<std::string> jmena);
 
     /// The environment in which a tool gives plain text and asks nothing.

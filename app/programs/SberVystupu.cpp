@@ -12,7 +12,7 @@ void appendUpTo(std::size_t limit, std::string& kept, std::string_view chunk) {
     kept += chunk.substr(0, limit - kept.size());
 }
 
-/// The end is kept twice while more may come, so that it is moved rarely.
+/// Keeps up to twice the limit while more output may come, so that the kept bytes are moved rarely.
 void appendEnd(std::size_t limit, std::string& kept, std::string_view chunk) {
     kept += chunk;
     if (kept.size() / 2 > limit) kept.erase(0, kept.size() - limit);
@@ -40,7 +40,7 @@ void SberVystupu::pridejVystup(std::string_view chunk) {
     bajtuVystupu_ += chunk.size();
     append(zachyt_.vystup, zachyt_.castVystupu, vystup_, chunk);
     if (!naRadek_) return;
-    // Each chunk is decoded by itself: a character that two chunks share is whole in the result only.
+    // Each chunk is decoded separately, so a character split between two chunks is intact only in the result.
     if (isValidUtf8(chunk))
         rozdel(chunk);
     else
