@@ -14,7 +14,7 @@ constexpr std::chrono::seconds timeToDecide{120};
 
 Task<bool> Schvalovani::pozadat(std::string nastroj, std::string nadpis, std::string nahlas,
                                 std::string detail) {
-    // After the stop no expiry would run: a question would stay open for ever.
+    // After the scope was stopped no request would expire, so a question would stay open for ever.
     if (cekajici_ || scope_.token().stop_requested()) co_return false;
     ApprovalRequest request;
     request.id = random_.uuid().text();
@@ -25,12 +25,12 @@ Task<bool> Schvalovani::pozadat(std::string nastroj, std::string nadpis, std::st
     request.detail = std::move(detail);
     request.expiresAt = clock_.now() + timeToDecide;
 
-    // The waiter stands before anybody hears of the request, so that an immediate decision finds it.
+    // The waiter is set up before anybody learns of the request, so that an immediate decision finds it.
     auto decision = std::make_shared<OneShot<bool>>();
     cekajici_ = Cekajici{request, decision};
     zadost_ = request;
     scope_.spawn(expire(request.id));
-    // A view may have decided already, as it heard of the request.
+    // A view that watches `zadost_` may have decided already.
     if (cekajici_ && poslatNaTelefon) poslatNaTelefon(request);
     co_return co_await decision->wait();
 }
@@ -51,7 +51,7 @@ void Schvalovani::vyresit(const std::string& id, bool schvaleno) {
 }
 
 Task<void> Schvalovani::expire(std::string id) {
-    // An interrupted wait expires too: nothing runs without a decision.
+    // An interrupted wait also counts as expired: nothing runs without a decision.
     co_await sleepFor(clock_, timeToDecide, scope_.token());
     vyresit(id, false);
 }

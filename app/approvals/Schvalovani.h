@@ -24,14 +24,15 @@ class Schvalovani {
     Schvalovani(Clock& clock, Random& random, TaskScope& scope)
         : clock_(clock), random_(random), scope_(scope) {}
 
-    /// Resumes with the decision. While another question is open the answer is no at once, and that question
-    /// is not disturbed. `nadpis` is for the screen, `nahlas` is read aloud, `detail` is the full content.
+    /// Asks the user and resumes with the decision. If another question is open, the answer is immediately
+    /// no, and that question stays open. `nadpis` is for the screen, `nahlas` is read aloud, `detail` is the
+    /// full content.
     Task<bool> pozadat(std::string nastroj, std::string nadpis, std::string nahlas, std::string detail);
 
     /// The decision of the person at this computer.
     void rozhodnout(bool schvaleno);
 
-    /// Ends the open request; nothing when none is open.
+    /// Ends the open request with this decision. Does nothing if none is open.
     void vyresit(bool schvaleno);
 
     /// Ends the open request if it has this id.
@@ -40,7 +41,7 @@ class Schvalovani {
     /// The open request, for reading and watching.
     [[nodiscard]] QProperty<std::optional<ApprovalRequest>>& zadost() { return zadost_; }
 
-    /// How the phone is told of a request.
+    /// Sends a request to the phone.
     std::function<void(ApprovalRequest)> poslatNaTelefon;
 
   private:
