@@ -14,11 +14,10 @@ struct Switch {
     bool fallback;
 };
 
-/// The one switch that mail had before there were two. Only ever read.
+/// The single switch for mail from before there were two. It is only read.
 constexpr const char* earlierMailKey = "integration.mail.enabled";
 
-/// Web search alone is opt-in: it sends spoken text to a service outside the
-/// pair.
+/// Only web search is opt-in, because it sends spoken text to a service outside the pair.
 constexpr std::array<Switch, integrationCount> switches{{
     {Integration::calendar, "integration.calendar.enabled", nullptr, true},
     {Integration::reminders, "integration.reminders.enabled", nullptr, true},
@@ -55,7 +54,7 @@ MacIntegrationSettings::MacIntegrationSettings(UserDefaults& defaults) : default
 }
 
 void MacIntegrationSettings::vypnout(Integration integration) {
-    // Also ends a switching on that is not saved yet.
+    // A write is also needed to overtake a switching on that is not saved yet.
     if (isOn(integration) || isTurningOn_[index(integration)])
         defaults_.set(switches[index(integration)].key, false);
     change(integration, false);

@@ -11,7 +11,7 @@
 
 namespace morvex {
 
-/// The families of tools that the user can switch, in the order in which they are kept.
+/// The families of tools that the user can switch, in the order in which they are stored.
 enum class Integration {
     calendar,
     reminders,
@@ -35,11 +35,12 @@ class MacIntegrationSettings {
 
     [[nodiscard]] bool isOn(Integration integration) const { return values_[index(integration)]; }
 
-    /// Counts at once; saving goes on behind it until it succeeds. One that is off already is left alone.
+    /// Takes effect at once; saving continues in the background until it succeeds. Does nothing if it is
+    /// already off.
     void vypnout(Integration integration);
 
-    /// Counts once it is saved. Fails with what prevented that; an interrupted one that is off again does
-    /// not. The task ends before this object goes.
+    /// Takes effect once it is saved. Fails with what prevented saving, but not if it was switched off again
+    /// meanwhile. The task ends before this object is destroyed.
     Task<Result<void>> zapnout(Integration integration);
 
     /// Called after each change.
@@ -54,7 +55,7 @@ class MacIntegrationSettings {
 
     UserDefaults& defaults_;
     std::array<bool, integrationCount> values_{};
-    std::array<int, integrationCount> isTurningOn_{}; ///< how many wait for their save
+    std::array<int, integrationCount> isTurningOn_{}; ///< how many calls of `zapnout` wait for their save
     Signal<> onChange_;
 };
 
