@@ -10,25 +10,25 @@
 
 namespace morvex {
 
-/// The secrets of this application's services, by account, in the vault of the system. The vault may block,
-/// so each call works on the executor that was given and resumes where it was awaited. That executor is
-/// serial: calls take effect in the order in which they were made.
+/// This application's secrets in the vault of the system, by account. The vault may block, so each call runs
+/// on the given executor and resumes where it was awaited. That executor is serial, so calls take effect in
+/// the order in which they were made.
 class Keychain {
   public:
-    /// The service under which all accounts lie.
+    /// The service that all accounts belong to.
     static constexpr const char* service = "zz.bramwick.Morvex.mac";
 
-    /// Both outlive every call.
+    /// Both references outlive every call.
     Keychain(SecretVault& vault, Executor& storage) : vault_(vault), storage_(storage) {}
 
-    /// Nothing when there is no such item, when the vault refuses, or when the item is not UTF-8.
+    /// Empty if there is no such item, the vault refuses, or the item is not UTF-8.
     [[nodiscard]] Task<std::optional<std::string>> read(std::string account) const;
 
-    /// Whether the vault did it or refused is all the same to the caller.
+    /// Removes the item. A refusal of the vault is not reported.
     [[nodiscard]] Task<void> remove(std::string account) const;
 
-    /// Replaces the item; an empty value only removes it. Fails with `KeychainError`; the item that was there
-    /// before is gone then.
+    /// Replaces the item; an empty value only removes it. Fails with `KeychainError`; the previous item is
+    /// lost then.
     [[nodiscard]] Task<Result<void>> save(std::string value, std::string account) const;
 
   private:

@@ -8,7 +8,7 @@ namespace morvex {
 
 /// The vault refused to keep a secret.
 struct KeychainError {
-    std::int32_t status = 0; ///< of the vault
+    std::int32_t status = 0; ///< status code of the vault
 
     [[nodiscard]] Sentence popis() const { return "Keychain error {stav}"_sentence(status); }
 
