@@ -11,22 +11,22 @@
 
 namespace morvex {
 
-/// How one coding agent is started and understood. Has no state; safe from any thread.
+/// How one coding agent is started and how its output is read. Stateless; safe from any thread.
 class AgentAdapter {
   public:
-    /// A run of the agent that ends in 0 while somebody is logged in.
+    /// A run of the agent that ends with exit code 0 if somebody is logged in.
     struct KontrolaPrihlaseni {
         std::vector<std::string> argumenty;
         std::chrono::seconds limit;
-        Sentence problem; ///< what the user is told when it does not
+        Sentence problem; ///< what the user is told if nobody is logged in
     };
 
     virtual ~AgentAdapter() = default;
 
-    /// The tool's key.
+    /// The agent's key.
     [[nodiscard]] virtual std::string id() const = 0;
 
-    /// Names of the program, the first found one is taken.
+    /// Possible names of the program; the first one found is used.
     [[nodiscard]] virtual std::vector<std::string> jmenaBinarky() const = 0;
 
     /// How to install it.
@@ -36,13 +36,13 @@ class AgentAdapter {
     [[nodiscard]] virtual std::vector<std::string> argumenty(std::string instrukce, std::string slozka,
                                                              std::optional<std::string> relace) const = 0;
 
-    /// Nothing when the line is no event or says nothing of interest.
+    /// Empty if the line is no event or contains nothing of interest.
     [[nodiscard]] virtual std::optional<ZpravaAgenta> precti(std::string_view radek) const = 0;
 
     /// Whether the standard error of a run says that its session is gone.
     [[nodiscard]] virtual bool jeRelacePryc(std::string_view chyby) const = 0;
 
-    /// Nothing for an agent whose login is not looked at.
+    /// Empty for an agent whose login is not checked.
     [[nodiscard]] virtual std::optional<KontrolaPrihlaseni> kontrolaPrihlaseni() const { return {}; }
 };
 

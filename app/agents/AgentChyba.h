@@ -10,7 +10,7 @@ namespace morvex {
 /// Why a task of an agent was not started.
 struct AgentChyba {
     struct Zaneprazdneno {
-        std::string nastroj; ///< the one in use
+        std::string nastroj; ///< the agent that is busy
         bool operator==(const Zaneprazdneno&) const = default;
     };
 

@@ -15,10 +15,10 @@ namespace {
 constexpr std::chrono::seconds versionLimit{15};
 constexpr Zachyt zachyt{.vystup = 64UL * 1024, .chyby = 64UL * 1024};
 
-/// A version goes out with every status.
+/// Limits a version, because every status contains it.
 constexpr std::size_t longestVersion = 200;
 
-/// Trimmed; nothing when all lines are blank.
+/// The first line that is not blank, trimmed; empty if all lines are blank.
 std::optional<std::string> versionIn(std::string_view text) {
     auto line = firstLine(text);
     return line.empty() ? std::nullopt : std::optional(printableLine(excerpt(line, longestVersion)));
@@ -65,7 +65,7 @@ Task<std::optional<std::string>> AgentDetection::verze(OutsideProgram program, s
     co_return version ? version : versionIn(answer->chyby);
 }
 
-/// Nothing when the program could not be started, failed, or was stopped.
+/// Empty if the program could not be started, failed, or was stopped.
 Task<std::optional<VysledekProcesu>> AgentDetection::uspesne(OutsideProgram program, Clock::Duration limit,
                                                              std::stop_token zastaveni) {
     if (stop_.stop_requested() || zastaveni.stop_requested()) co_return std::nullopt;

@@ -15,15 +15,15 @@
 
 namespace morvex {
 
-/// Finds out whether an agent is there and can be used. What it is given outlives it.
+/// Finds out whether an agent is installed and usable. References given to it outlive it.
 class AgentDetection {
   public:
-    /// `stop` ends the programs that are asked.
+    /// `stop` ends the programs that are being asked.
     AgentDetection(ProcessLauncher& launcher, Clock& clock, ProgramDiscovery& discovery, std::stop_token stop)
         : launcher_(launcher), clock_(clock), discovery_(discovery), stop_(std::move(stop)) {}
 
-    /// Never fails: `problem` tells. Asks the agent for its version (15 seconds at most) and its login.
-    /// `zastaveni` ends those programs too; what they would have said is missing then.
+    /// Never fails: `problem` says what is wrong. Asks the agent for its version (15 seconds at most) and its
+    /// login. `zastaveni` ends these programs too; their answers are then missing.
     Task<AgentStatus> zjisti(std::shared_ptr<const AgentAdapter> adapter, std::stop_token zastaveni);
 
   private:

@@ -9,7 +9,8 @@ namespace morvex::AgentId {
 inline constexpr std::string_view codex = "codex";
 inline constexpr std::string_view claudeCode = "claude-code";
 
-/// The key for what a person or a model calls an agent ("Claude", "codex-cli"). Another name stays as it is.
+/// The key for a name that a person or a model uses for an agent ("Claude", "codex-cli"). An unknown name is
+/// returned unchanged.
 std::string normalized(const std::string& name);
 
 } // namespace morvex::AgentId

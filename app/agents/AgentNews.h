@@ -13,22 +13,22 @@
 
 namespace morvex {
 
-/// Tells the phone what an agent says while it runs: one thing after the other, so that a link that takes
-/// nothing holds one send and `mostWaiting` news, whatever the agent prints. Beyond those the oldest are
-/// dropped; the end of the task makes up for them. Main thread.
+/// Tells the phone what an agent says while it runs. News are sent one after the other, so a slow link holds
+/// at most one send and `mostWaiting` news, whatever the agent prints. If there are more, the oldest are
+/// dropped; the update at the end of the task makes up for them. Main thread.
 class AgentNews {
   public:
     static constexpr std::size_t mostWaiting = 100;
 
-    /// `scope` runs the sending; it belongs to the owner and is joined before this object goes. Nothing is
-    /// begun after its stop.
+    /// `scope` runs the sending; it belongs to the owner and is joined before this object is destroyed. After
+    /// its stop no send begins.
     AgentNews(AgentReports& hlaseni, TaskScope& scope) : hlaseni_(hlaseni), scope_(scope) {}
 
-    /// A text under the id of its call, with the status that shows it.
+    /// Sends a text under the id of its call, then the status that shows the text.
     void prubeh(std::string text, std::string requestID);
     void ukol(UkolAgenta ukol);
 
-    /// Resumes when nothing waits any more.
+    /// Resumes when no news are waiting any more.
     Task<void> odeslano();
 
   private:

@@ -7,15 +7,15 @@
 
 namespace morvex {
 
-/// What the phone is told while an agent works. Main thread only. Without a link nothing is sent, and a
-/// lost send is no failure.
+/// Sends reports to the phone while an agent works. Main thread only. Nothing is sent without a link, and a
+/// lost report is not an error.
 class AgentReports {
   public:
     virtual ~AgentReports() = default;
 
     virtual Task<void> poslatStav() = 0;
     virtual Task<void> poslatUkol(UkolAgenta ukol) = 0;
-    /// Under the id of the call that began the task.
+    /// Sent under the id of the call that began the task.
     virtual Task<void> poslatPrubeh(std::string text, std::string requestID) = 0;
 };
 

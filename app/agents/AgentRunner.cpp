@@ -17,11 +17,11 @@ namespace morvex {
 namespace {
 
 constexpr std::chrono::seconds timeLimit{900};
-/// The events are read line by line. Of the errors a sentence for the user is made: the cause stands at their
-/// end.
+/// The events are read line by line. The end of standard error, which states the cause, becomes a sentence
+/// for the user.
 constexpr Zachyt zachyt{.vystup = 0, .chyby = 64UL * 1024, .castChyb = Zachyt::Cast::konec};
 
-/// On the thread that reads the output. The adapter and all that is captured may outlive the runner.
+/// Called on the thread that reads the output. The adapter and everything captured may outlive the runner.
 NaRadek follow(std::shared_ptr<const AgentAdapter> adapter, std::shared_ptr<SberatelZprav> sberatel,
                std::shared_ptr<ProgressQueue> ohlasy, std::weak_ptr<ProcessRunner> proces) {
     return [adapter, sberatel, ohlasy, proces](std::string_view radek) {
@@ -38,7 +38,7 @@ NaRadek follow(std::shared_ptr<const AgentAdapter> adapter, std::shared_ptr<Sber
     };
 }
 
-/// Standard error alone is asked, whatever has ended the run.
+/// Only standard error decides, whatever ended the run.
 bool isSessionGone(const AgentAdapter& adapter, const VysledekProcesu& vysledek) {
     bool failed = vysledek.navratovyKod != 0 || vysledek.zruseno || vysledek.vyprselCas;
     return failed && adapter.jeRelacePryc(vysledek.chyby);
@@ -88,7 +88,7 @@ Task<Result<AgentRunner::Vysledek>> AgentRunner::spust(Zadani zadani, Posluchac 
     vyzadujHlavniVlakno();
     CO_CHECK(checkFree());
     CO_TRY(auto, nalezeno, co_await priprav(zadani));
-    // The preparation takes long enough for another task to begin.
+    // Another task may have begun during the preparation.
     CO_CHECK(checkFree());
     bezici_ =
         std::make_shared<Bezici>(zadani.requestID, zadani.workItemID, zadani.nastroj, services_.clock.now());

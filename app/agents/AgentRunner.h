@@ -25,9 +25,9 @@ class ProcessRunner;
 class ProgressQueue;
 
 /// Runs a coding agent as a task in the background: starts it in a folder with an instruction, follows its
-/// events, remembers its session and gives its final text. One task at a time, whatever the agent and folder.
-/// Main thread only; awaited tasks end before this object goes. Which folders are allowed is the caller's
-/// concern. See docs/agents.md.
+/// events, remembers its session and returns its final text. Only one task runs at a time, whatever the agent
+/// and folder. Main thread only; awaited tasks end before this object is destroyed. The caller checks which
+/// folders are allowed. See docs/agents.md.
 class AgentRunner {
   public:
     using Bezici = morvex::Bezici;
@@ -47,10 +47,11 @@ class AgentRunner {
         std::string nastroj; ///< "codex" or "claude-code"
         std::string instrukce;
         std::string slozka;                ///< absolute path
-        std::optional<std::string> relace; ///< the session to continue, unless one is remembered here
-        /// Ends the preparation, and lets no agent start. One that runs is not touched: that is for `zrus`.
+        std::optional<std::string> relace; ///< the session to continue, unless this object remembers one
+        /// Ends the preparation and prevents the start of the agent. Does not stop a running agent; `zrus`
+        /// does that.
         std::stop_token zastaveni = {};
-        /// Whether the folder is still allowed; asked before each start of the agent, and not afterwards.
+        /// Whether the folder is still allowed; asked before each start of the agent, but not during a run.
         std::function<bool()> jePovolena = [] { return true; };
     };
 
@@ -63,27 +64,29 @@ class AgentRunner {
         bool operator==(const Vysledek&) const = default;
     };
 
-    /// `stop` ends the task that is under way and lets none start; for the end of the program.
+    /// `stop` ends the running task and lets none start; for the end of the program.
     AgentRunner(Services services, std::stop_token stop, Adaptery adaptery = znameAdaptery());
     ~AgentRunner();
     AgentRunner(const AgentRunner&) = delete;
     AgentRunner& operator=(const AgentRunner&) = delete;
 
-    /// Looks for the agent, its version and its login; takes some seconds. Never fails: `problem` tells.
+    /// Looks for the agent, its version and its login; takes some seconds. Never fails: `problem` says what
+    /// is wrong.
     Task<AgentStatus> zjisti(std::string nastroj);
 
-    /// Runs a task to its end, for at most 15 minutes (twice when a session turns out to be gone). Fails with
-    /// `Chyba` before anything has run, and with `TalkSpanError` (`Cancelled`, `TimedOut`, `ToolFailed`)
-    /// after. All that the listener hears it hears before the task ends.
+    /// Runs a task to its end, for at most 15 minutes (twice that if its session turns out to be gone). Fails
+    /// with `Chyba` before an agent has run, and with `TalkSpanError` (`Cancelled`, `TimedOut`, `ToolFailed`)
+    /// afterwards. The listener is called for the last time before the task ends.
     Task<Result<Vysledek>> spust(Zadani zadani, Posluchac posluchac);
 
-    /// Asks the running agent to end; false when none runs.
+    /// Asks the running agent to end. False if none is running.
     bool zrus();
 
-    /// Whether an agent was started whose end is not there yet. It may have exited, with output to be read.
+    /// Whether an agent was started and its end has not been processed yet. It may have exited already, with
+    /// output still to be read.
     [[nodiscard]] bool jeSpusteny() const { return proces_ != nullptr; }
 
-    /// The running task, or null. Not to be kept over an await.
+    /// The running task, or null. The pointer must not be kept over an await.
     [[nodiscard]] const Bezici* bezici() const;
 
   private:
@@ -99,7 +102,7 @@ class AgentRunner {
     Task<Result<Prubeh>> navaz(Nalezeno nalezeno, Zadani zadani, std::shared_ptr<ProgressQueue> ohlasy);
     Task<Result<Prubeh>> probehni(std::shared_ptr<const AgentAdapter> adapter, OutsideProgram program,
                                   std::shared_ptr<ProgressQueue> ohlasy);
-    /// What may have changed since the task was accepted.
+    /// Checks the conditions that may have changed since the task was accepted.
     [[nodiscard]] Result<void> overStart(const Zadani& zadani) const;
     [[nodiscard]] Result<void> overNezastaveno(const std::stop_token& zastaveni) const;
     void vyzadujHlavniVlakno() const;

@@ -41,15 +41,15 @@ void describe(auto& io, Is<AgentRename> auto& rename) {
 
 namespace {
 
-/// The id of a call goes out with every progress of its task and in every status: bytes that are kept of it.
+/// Bytes kept of a call's id, which is sent with every progress of its task and in every status.
 constexpr std::size_t longestRequestID = 512;
 
-/// A text that is no UUID counts as absent.
+/// A text that is not a UUID counts as absent.
 std::optional<Uuid> uuid(const std::optional<std::string>& text) {
     return text ? Uuid::parse(*text) : std::nullopt;
 }
 
-/// Trimmed; a blank one counts as absent, as models like to send those.
+/// The trimmed text. A blank one counts as absent, because models like to send blank texts.
 std::optional<std::string> named(const std::optional<std::string>& text) {
     auto trimmed = trim(text.value_or(""));
     return trimmed.empty() ? std::nullopt : std::optional(std::move(trimmed));
@@ -60,7 +60,7 @@ bool isCancelled(const Result<AgentRunner::Vysledek>& vysledek) {
     return known && known->as<TalkSpanError::Cancelled>();
 }
 
-/// To rename another task than the named one would be worse than none.
+/// Renaming a task other than the named one would be worse than renaming none.
 bool namesNoTask(const AgentRename& rename) {
     return named(rename.workItemID) && !uuid(rename.workItemID);
 }
@@ -109,9 +109,10 @@ Task<ToolOutcome> AgentTools::spust(std::string nastroj, AgentRun run, ToolCall 
         historie_.zaloz({workItemID, uuid(run.conversationID), nastroj, run.title, run.instruction, *slozka});
     agentniUloha_.emplace(ukol.workItemID);
     agentniUloha_->priOpusteni.emplace(call.opusteni, [this] { opust(); });
-    // A task that was accepted is known after the next start.
+    // Saved first, so that an accepted task is still known after a restart.
     co_await historie_.ulozeno();
-    // A task of the scope begins in a later job of this thread: the reply goes out before all it sends.
+    // The scope starts the task in a later job of this thread, so the reply is sent before anything the task
+    // sends.
     scope_.spawn(pracuj({firstBytes(call.requestID, longestRequestID), ukol.workItemID, std::move(nastroj),
                          std::move(run.instruction), *slozka, std::move(navazana),
                          agentniUloha_->zastaveni.get_token(),
@@ -142,7 +143,7 @@ Task<void> AgentTools::pracuj(AgentRunner::Zadani zadani, Uuid workItemID) {
     co_await hlaseni_.poslatStav();
     auto slysi = posluchac(zadani.requestID, workItemID);
     auto vysledek = co_await agenti_.spust(std::move(zadani), std::move(slysi));
-    // The program ends: its next start finds the task running and marks it as interrupted.
+    // This program is ending. At its next start it finds the task running and marks it as interrupted.
     if (scope_.token().stop_requested() && isCancelled(vysledek)) co_return;
     agentniUloha_->jeKonec = true;
     zaznamenej(workItemID, std::move(vysledek));
@@ -184,7 +185,7 @@ Task<ToolOutcome> AgentTools::zrus(NoArguments, ToolCall) {
 }
 
 void AgentTools::opust() {
-    // A session that turns out to be gone is not begun anew either.
+    // Also prevents a new start if the session turns out to be gone.
     agentniUloha_->zastaveni.request_stop();
     agenti_.zrus();
 }

@@ -19,7 +19,7 @@ struct AgentRun;
 struct AgentRename;
 
 /// The tools `mac.codex.*`, `mac.claude.*` and `mac.agent.rename`. A run is answered as soon as it is
-/// accepted and goes on in one background task, at most one at a time whatever the agent. Main thread.
+/// accepted and continues in one background task. Only one runs at a time, whatever the agent. Main thread.
 class AgentTools {
   public:
     /// The folders that the user allowed.
@@ -29,14 +29,15 @@ class AgentTools {
         std::function<bool(const std::string& cesta)> jePovolena; ///< still, without a look at the disk
     };
 
-    /// What else has to hold beside an allowed folder.
+    /// Conditions for offering each tool, apart from an allowed folder.
     struct Offer {
         std::function<bool()> codex;
         std::function<bool()> claude;
         std::function<bool()> rename;
     };
 
-    /// `scope` runs the background task; it belongs to the owner and is joined before this object goes.
+    /// `scope` runs the background task; it belongs to the owner and is joined before this object is
+    /// destroyed.
     AgentTools(AgentRunner& agenti, HistorieAgentu& historie, AgentReports& hlaseni, Folders folders,
                TaskScope& scope)
         : agenti_(agenti),
@@ -48,12 +49,12 @@ class AgentTools {
 
     void addTo(ToolTable& table, const Offer& offer);
 
-    /// Asks the agent to end if it works on this work item now. While the task is still being prepared the
-    /// wish is kept, and it ends before its agent starts. False when it is no task on its way, or one whose
-    /// agent has ended already.
+    /// Asks the agent to end if it works on this work item now. If the task is still being prepared, the
+    /// request is kept and the task ends before its agent starts. False if there is no such task, or if its
+    /// agent has already ended.
     bool zastavit(const Uuid& workItemID);
 
-    /// The work item of the task on its way, from the acceptance to its end as the phone was told of it.
+    /// The work item of the current task, from its acceptance until the phone has been told of its end.
     [[nodiscard]] std::optional<Uuid> uloha() const;
 
   private:
@@ -75,8 +76,8 @@ class AgentTools {
     struct AgentniUloha {
         Uuid workItemID;
         std::stop_source zastaveni = {};
-        bool jeKonec = false; ///< recorded; the phone is still being told
-        /// For the call that began it.
+        bool jeKonec = false; ///< the end is recorded; the phone is still being told
+        /// Runs when the call that began the task is abandoned.
         std::optional<std::stop_callback<std::function<void()>>> priOpusteni = {};
     };
 
@@ -86,7 +87,7 @@ class AgentTools {
     AgentNews novinky_;
     Folders folders_;
     TaskScope& scope_;
-    std::optional<AgentniUloha> agentniUloha_; ///< while the background task is there
+    std::optional<AgentniUloha> agentniUloha_; ///< set while the background task exists
 };
 
 } // namespace morvex

@@ -17,15 +17,15 @@
 
 namespace morvex {
 
-/// The coding agents: which are there, their tasks and the list of these, and their tools.
+/// The coding agents: which are installed, their tasks with the history, and their tools.
 class AgentsFeature final : public Feature {
   public:
-    /// Both outlive it.
+    /// Both references outlive it.
     AgentsFeature(FeatureContext& context, const Slozky& slozky, ProgramDiscovery& programs);
 
-    /// What the last look for each agent has found; for reading and watching.
+    /// The result of the last detection of each agent; views read and watch it.
     struct Stav {
-        /// Stands as an agent's problem until the first look for it has ended.
+        /// An agent's problem until its first detection has ended.
         static constexpr auto jesteNevim = "Zjišťuji…"_sentence;
         QProperty<AgentStatus> claude{AgentStatus{false, {}, {}, jesteNevim}};
         QProperty<AgentStatus> codex{AgentStatus{false, {}, {}, jesteNevim}};
@@ -37,10 +37,10 @@ class AgentsFeature final : public Feature {
 
     [[nodiscard]] const AgentRunner& runner() const { return runner_; }
 
-    /// Asks the agent to end if it works on this task, or is about to.
+    /// Asks the agent to end if it works on this task or is about to start it.
     bool zastavitUkol(const Uuid& workItemID) { return tools_.zastavit(workItemID); }
 
-    /// The work item of an agent's task that is on its way, from its acceptance to its end.
+    /// The work item of the agent's current task, from its acceptance to its end.
     [[nodiscard]] std::optional<Uuid> uloha() const { return tools_.uloha(); }
 
     void addTo(MacStatus& status) const override;

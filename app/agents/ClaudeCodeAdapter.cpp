@@ -26,7 +26,7 @@ bool refusesLogin(const std::string& text) {
                        {"authentication failed", "sign in again", "not authenticated", "unauthorized"});
 }
 
-/// Wider than the login filter: a result or an error that only says "Invalid API key" is told as it stands.
+/// Wider than the login filter: a result or an error that only says "Invalid API key" is passed on unchanged.
 bool isAuthenticationFailure(const std::string& text) {
     return refusesLogin(text) || containsAny(lowerCase(text), {"invalid api key", "expired token"});
 }
@@ -35,7 +35,7 @@ Sentence throughLoginFilter(const std::string& text) {
     return refusesLogin(text) ? loginFailed : Sentence(text);
 }
 
-/// Empty when the line has none.
+/// Empty if the line contains no error.
 std::string errorText(const boost::json::object& line) {
     static const boost::json::object none;
     const auto* error = fields::object(line, "error");

@@ -4,8 +4,8 @@
 
 namespace morvex {
 
-/// The agent behind `claude -p --output-format stream-json`. It accepts its own edits and has no shell among
-/// its allowed tools; the folder is its working directory.
+/// The agent behind `claude -p --output-format stream-json`. It accepts its own edits, and its allowed tools
+/// do not include a shell; the folder is its working directory.
 class ClaudeCodeAdapter final : public AgentAdapter {
   public:
     [[nodiscard]] std::string id() const override;

@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t mostOfCommand = 160;
 constexpr std::size_t mostPaths = 3;
 
-/// An older stream wraps each event: the event itself is then the inner object.
+/// An older stream wraps each event; the event itself is then the inner object.
 struct Event {
     const boost::json::object& outer;
     const boost::json::object& inner;

@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// The agent behind `codex exec --json`. It may write inside the folder and nowhere else.
+/// The agent behind `codex exec --json`. It may write only inside the folder.
 class CodexAdapter final : public AgentAdapter {
   public:
     [[nodiscard]] std::string id() const override;

@@ -21,12 +21,12 @@ namespace morvex {
 
 namespace {
 
-/// More than `maximum` tasks with their longest texts take, every letter escaped.
+/// More than `maximum` tasks need with their longest texts and every character escaped.
 constexpr std::size_t fileLimit = std::size_t{128} * 1024 * 1024;
-/// No folder that can be opened by its path has a longer one, and no agent a longer name.
+/// No folder that can be opened has a longer path, and no agent a longer name.
 constexpr std::size_t longestPath = 4096;
 
-/// The beginning of the text, cut between two code points of it.
+/// The beginning of the text, cut between two code points.
 std::string bounded(const std::string& text, std::size_t longest = HistorieAgentu::longestText) {
     return clipped(text, longest);
 }
@@ -40,7 +40,7 @@ std::optional<Sentence> bounded(std::optional<Sentence> sentence) {
     return isLong ? std::optional(Sentence(bounded(sentence->czech()))) : sentence;
 }
 
-/// A file may be older than the bounds, or written by somebody else.
+/// The file may come from before these limits or from another program.
 UkolAgenta bounded(UkolAgenta ukol) {
     ukol.nazev = bounded(ukol.nazev);
     ukol.instrukce = bounded(ukol.instrukce);
@@ -69,7 +69,7 @@ auto* firstOf(const Uuid& workItemID, Tasks& polozky, Forgotten& zapomenuty) {
     return zapomenuty && zapomenuty->workItemID == workItemID ? &*zapomenuty : nullptr;
 }
 
-/// The session of the first task that has one and fulfils `condition`.
+/// The session of the first task that has a session and fulfils `condition`.
 template <class Condition>
 std::optional<std::string> firstSession(const std::vector<UkolAgenta>& polozky, Condition condition) {
     auto found =
@@ -102,7 +102,7 @@ void HistorieAgentu::nacti() {
         setPotiz("Historii úkolů se nepodařilo načíst: {duvod}"_sentence(ukoly.error().popis()));
         return;
     }
-    // Equal dates keep their order.
+    // Tasks with equal dates keep their order.
     std::multimap<Date, UkolAgenta, std::greater<>> byBeginning;
     for (auto& ukol : *ukoly) byBeginning.emplace(ukol.zalozeno, bounded(ukol));
     for (auto& [began, ukol] : byBeginning) polozky_.push_back(std::move(ukol));
@@ -345,7 +345,8 @@ UkolAgenta* HistorieAgentu::najdi(const Hledany& hledany) {
 
 void HistorieAgentu::zvysRevizi(UkolAgenta& ukol) const {
     ukol.aktualizovano = services_.saving.clock.now();
-    // A file may hold the highest one. One that began anew would count as delivered.
+    // A file may contain the highest revision. Starting again from zero would make the task count as
+    // delivered.
     if (ukol.revize < std::numeric_limits<std::uint64_t>::max()) ++ukol.revize;
 }
 

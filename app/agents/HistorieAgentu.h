@@ -20,15 +20,14 @@
 namespace morvex {
 
 /// The tasks of the coding agents, newest first, in "TalkSpan/agent-tasks.json": what ran, what the phone has
-/// not acknowledged yet, and by which session a later instruction goes on. Every change raises the revision
-/// of its task and is saved on the storage thread; a failed save is told in `potiz` and stops nothing. An
-/// operation on an unknown work item changes nothing, and what is no name of a session counts as none. Lives
-/// on the main thread.
+/// not acknowledged yet, and which session a later instruction continues. Every change raises the revision of
+/// its task and is saved on the storage thread; a failed save is reported in `potiz` and stops nothing. An
+/// operation on an unknown work item changes nothing, and an unusable session id counts as none. Main thread.
 class HistorieAgentu {
   public:
     static constexpr std::size_t maximum = 50; ///< tasks
-    /// Bytes that are kept of each text (and 4096 of the folder's path and the agent's name), so that a task
-    /// always fits into a frame to the phone.
+    /// Bytes kept of each text (4096 of the folder's path and the agent's name), so that a task always fits
+    /// into a frame to the phone.
     static constexpr std::size_t longestText = 100'000;
 
     struct Services {
@@ -37,34 +36,35 @@ class HistorieAgentu {
         UrlOpener& opener;
     };
 
-    /// A task to begin.
+    /// A task that is to begin.
     struct Zadani {
-        std::optional<Uuid> workItemID; ///< a task that is to go on; absent for a new one
+        std::optional<Uuid> workItemID; ///< the task to continue; absent for a new one
         std::optional<Uuid> conversationID;
         std::string nastroj;
-        std::optional<std::string> nazev; ///< blank is absent
+        std::optional<std::string> nazev; ///< a blank title counts as absent
         std::string instrukce;
         std::string slozka; ///< absolute path
     };
 
-    /// Loads the file. Tasks that still ran when the program ended come back as interrupted.
+    /// Loads the file. Tasks that were running when the program ended are marked as interrupted.
     static std::unique_ptr<HistorieAgentu> create(const std::filesystem::path& applicationSupport,
                                                   Services services);
 
     [[nodiscard]] const std::vector<UkolAgenta>& polozky() const;
 
-    /// What went wrong last, for the user.
+    /// The last problem, for the user.
     [[nodiscard]] const std::optional<Sentence>& potiz() const;
 
-    /// The task that runs, or null; also one that the list has forgotten since it began. Not to be kept.
+    /// The running task, or null; this may be a task that the list has forgotten since it began. The pointer
+    /// must not be kept.
     [[nodiscard]] const UkolAgenta* bezici() const;
 
     /// Called after every change of the list or of `potiz`.
     [[nodiscard]] Connection priZmene(std::function<void()> zavolat);
 
-    /// Begins a task: the one with this work item and the same tool goes on under its id and session, else
-    /// there is a new one. Its folder is the given one. It comes to the front, and the oldest ones beyond
-    /// `maximum` go.
+    /// Begins a task. A task with this work item and the same tool is continued under its id and session;
+    /// otherwise a new one is made. The given folder applies. The task moves to the front, and the oldest
+    /// tasks beyond `maximum` are dropped.
     UkolAgenta zaloz(Zadani zadani);
 
     void nastavRelaci(const Uuid& workItemID, std::string relace);
@@ -79,19 +79,20 @@ class HistorieAgentu {
     /// Tasks with a revision that the phone has not acknowledged, in the order of the list.
     [[nodiscard]] std::vector<UkolAgenta> nedorucene() const;
 
-    /// The phone has this revision. Neither runs ahead of a task nor takes a delivery back. Where two tools
-    /// worked on one work item, it is meant for the task that waits for exactly this acknowledgement.
+    /// The phone has acknowledged this revision. A revision higher than the task's counts as the task's; one
+    /// that is not higher than the delivered one changes nothing. If two tools worked on one work item, the
+    /// acknowledgement is for the task that waits for exactly this revision.
     void potvrd(const Uuid& workItemID, std::uint64_t revize);
 
-    /// The session of this work item, or the latest one of the tool in a folder. Nothing for an empty one.
+    /// The session of this work item, or the tool's latest one in a folder. Empty if there is none.
     [[nodiscard]] std::optional<std::string> relaceProUkol(const Uuid& workItemID,
                                                            const std::string& nastroj) const;
     [[nodiscard]] std::optional<std::string> relaceProSlozku(const std::string& nastroj,
                                                              const std::string& slozka) const;
 
-    /// Which task is meant: the one of `workItemID`, otherwise the first with this tool, by any of its names,
-    /// and in a folder of this name; each only when given. A task in the folder at `cesta` goes before those
-    /// that only share its name.
+    /// Describes the wanted task: the one of `workItemID`, otherwise the first with this tool (by any of its
+    /// names) and in a folder of this name; criteria that are not given are ignored. A task in the folder at
+    /// `cesta` is preferred to tasks whose folder only has the same name.
     struct Hledany {
         std::optional<Uuid> workItemID;
         std::optional<std::string> nastroj;
@@ -99,20 +100,21 @@ class HistorieAgentu {
         std::optional<std::string> cesta = {};
     };
 
-    /// Takes over a session id, trimmed. Nothing happens for a blank one.
+    /// Sets a task's session id, trimmed. Does nothing for a blank one.
     std::optional<UkolAgenta> prijmiPokracovani(const Hledany& hledany, const std::string& relace);
-    /// Gives a task another name, trimmed. Nothing happens for a blank one.
+    /// Renames a task; the name is trimmed. Does nothing for a blank one.
     std::optional<UkolAgenta> prejmenuj(const Hledany& hledany, const std::string& nazev);
 
-    /// Opens the task's session in its agent's application. False when that cannot be: `potiz` tells why.
+    /// Opens the task's session in its agent's application. If that fails, returns false and `potiz` says
+    /// why.
     bool otevritRelaci(const UkolAgenta& ukol);
 
-    /// Forgets all tasks. The phone is not told. A task that runs goes from the list and the file, yet it is
-    /// known by its id until this program ends, so that the phone hears of its end.
+    /// Forgets all tasks without telling the phone. A running task disappears from the list and the file, but
+    /// stays known by its id until this program ends, so that the phone learns of its end.
     void vymazat();
 
-    /// Resumes when what was changed until now has been saved, or could not be. What is told to the phone
-    /// waits for it, and so does the end of the program.
+    /// Resumes when all changes so far have been saved or could not be saved. Awaited before the phone is
+    /// told of a task and before the program ends.
     Task<void> ulozeno() { return saves_.settled(); }
 
   private:
@@ -138,7 +140,7 @@ class HistorieAgentu {
     ArchiveFile soubor_;
     std::thread::id hlavniVlakno_ = std::this_thread::get_id();
     std::vector<UkolAgenta> polozky_;
-    std::optional<UkolAgenta> zapomenuty_; ///< ran when the list was cleared
+    std::optional<UkolAgenta> zapomenuty_; ///< it was running when the list was cleared
     std::optional<Sentence> potiz_;
     Signal<> priZmene_;
     SaveQueue saves_;

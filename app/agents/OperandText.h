@@ -6,9 +6,9 @@
 
 namespace morvex {
 
-/// A text as a word of a command line that no program takes for an option or for one of its subcommands:
-/// one that begins like an option, or may be the name of a subcommand, gets a blank before it, which changes
-/// none of its words. Programs know their subcommands by the exact name, in small letters.
+/// Changes a text so that no program takes it for an option or for one of its subcommands: a text that begins
+/// like an option, or may be the name of a subcommand, gets a leading blank, which changes none of its words.
+/// Programs match subcommands by their exact name, in lower case.
 inline std::string operandText(std::string text) {
     constexpr auto isOfAName = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '_';

@@ -5,10 +5,10 @@
 
 namespace morvex {
 
-/// Hears of a task while it runs. Called on the main thread; each may be empty.
+/// Callbacks for a running task. Called on the main thread; each may be empty.
 struct PosluchacAgenta {
-    std::function<void(std::string)> priPrubehu; ///< a text for the user; `bezici` has it already
-    std::function<void(std::string)> priRelaci;  ///< each session id when a run first tells it
+    std::function<void(std::string)> priPrubehu; ///< a text for the user; `bezici` already has it
+    std::function<void(std::string)> priRelaci;  ///< each session id, the first time a run reports it
 };
 
 } // namespace morvex

@@ -35,7 +35,7 @@ void ProgressQueue::zahodNejstarsi() {
     velikost_ -= sizeOf(fronta_.front());
     auto relace = std::move(fronta_.front().relace);
     fronta_.pop_front();
-    // A session is not passed over unless a newer one is there.
+    // A session is kept when its entry is dropped, unless a newer one waits.
     if (fronta_.front().relace || !relace) return;
     velikost_ += relace->size();
     fronta_.front().relace = std::move(relace);

@@ -13,11 +13,11 @@
 
 namespace morvex {
 
-/// Carries what an agent tells from the thread that reads its output to the main thread, in order. Each job
-/// that it posts there takes all that waits, so that whatever was added before the end of the output is heard
-/// before those who await that end go on. Of a text the first 1,000 characters are passed on, of at most 32
-/// KiB, so that it fits into every frame. When the main thread is more than 1 MiB behind, the oldest progress
-/// is passed over. Held by the line callback and by its own jobs.
+/// Carries an agent's messages in order from the thread that reads its output to the main thread. Each job
+/// that it posts there takes everything that waits, so whatever was added before the end of the output is
+/// delivered before those who await that end resume. Of a text only the first 1,000 characters, at most 32
+/// KiB, are passed on, so that it fits into every frame. If the main thread is more than 1 MiB behind, the
+/// oldest progress is dropped. Kept alive by the line callback and by its own jobs.
 class ProgressQueue : public std::enable_shared_from_this<ProgressQueue> {
   public:
     struct Ohlas {
@@ -25,14 +25,14 @@ class ProgressQueue : public std::enable_shared_from_this<ProgressQueue> {
         std::optional<std::string> prubeh;
     };
 
-    /// `bezici` gets the latest progress while it lives.
+    /// `bezici` gets the latest progress as long as it exists.
     ProgressQueue(Executor& main, PosluchacAgenta posluchac, std::weak_ptr<Bezici> bezici)
         : main_(main), posluchac_(std::move(posluchac)), bezici_(std::move(bezici)) {}
 
     /// From any thread.
     void pridej(Ohlas ohlas);
 
-    /// At once, on the main thread.
+    /// Delivers the message at once. Called on the main thread.
     void ohlas(Ohlas ohlas) const;
 
   private:

@@ -8,14 +8,14 @@
 
 namespace morvex {
 
-/// How one run of an agent's program has gone.
+/// The result of one run of an agent's program.
 struct Prubeh {
     std::optional<std::string> relace;
     std::optional<std::string> posledniText;
     std::optional<std::string> zaver;
     std::optional<Sentence> chyba;
     VysledekProcesu vysledek;
-    bool navazaniSelhalo = false; ///< the session that was to go on is gone
+    bool navazaniSelhalo = false; ///< the session that was to be continued is gone
 };
 
 } // namespace morvex

@@ -11,16 +11,16 @@
 
 namespace morvex {
 
-/// Collects what one run tells: of each kind the latest that is not empty. Written on the thread that reads
+/// Collects what one run reports: the latest non-empty value of each kind. Written on the thread that reads
 /// the output, read by whoever awaits the run; safe from both.
 class SberatelZprav {
   public:
     enum class Relace { nova, znama };
 
-    /// So many sessions of one run are news; no honest agent has that many.
+    /// At most this many sessions of one run are reported as new; no honest agent has that many.
     static constexpr std::size_t mostSessions = 16;
 
-    /// Whether the message told a session that none told before it.
+    /// Whether the message reports a session that no earlier message reported.
     Relace pridej(const ZpravaAgenta& zprava);
 
     [[nodiscard]] Prubeh prubeh(VysledekProcesu vysledek) const;

@@ -11,9 +11,9 @@ namespace morvex {
 /// How the session of a task is opened in its agent's own application.
 struct SessionLink {
     std::string url;
-    Sentence failure; ///< what the user is told when nothing opens it
+    Sentence failure; ///< what the user is told if no application opens it
 
-    /// Nothing without a session, or for an agent whose application is not known.
+    /// Empty without a session, or for an agent whose application is not known.
     static std::optional<SessionLink> of(const UkolAgenta& ukol);
 };
 

@@ -9,7 +9,7 @@ Task<void> TaskSync::poslatStav() {
 }
 
 Task<void> TaskSync::poslatUkol(UkolAgenta ukol) {
-    // The phone is told of nothing that the next start might not know.
+    // The phone must not learn of a task that a restart of this program would forget.
     co_await historie_.ulozeno();
     auto requestID = "work-item:" + ukol.workItemID.text();
     (void)co_await phoneLink_.poslat({MacPayload::WorkItemUpdate{jakoWorkItem(ukol)}}, std::move(requestID));

@@ -11,8 +11,8 @@
 
 namespace morvex {
 
-/// Keeps the agents' tasks in step with the phone. A task counts as delivered only by the phone's own
-/// acknowledgement; until then it goes out again whenever the phone is back. Main thread.
+/// Keeps the phone informed of the agents' tasks. A task counts as delivered only when the phone acknowledges
+/// it; until then it is sent again whenever the phone reconnects. Main thread.
 class TaskSync final : public AgentReports {
   public:
     TaskSync(HistorieAgentu& historie, PhoneLink& spojeni, std::function<Task<void>()> poslatStav)
@@ -24,8 +24,7 @@ class TaskSync final : public AgentReports {
 
     void potvrzeno(const MacPayload::WorkItemAck& potvrzeni);
 
-    /// Sends what the phone has not acknowledged, one after the other, for as long as this link is the
-    /// present one.
+    /// Sends the unacknowledged tasks one after the other, as long as this link is the current one.
     Task<void> doplnit(std::shared_ptr<SecureLink> link);
 
   private:

@@ -15,13 +15,13 @@
 
 namespace morvex {
 
-/// One task of a coding agent, as the history keeps it. Its JSON is a record of the history's file; what
-/// older files lack is filled in on reading, and such a task counts as delivered.
+/// One task of a coding agent, as the history stores it. Its JSON is a record of the history's file; fields
+/// that older files lack are filled in on reading, and such a task counts as delivered.
 struct UkolAgenta {
     enum class Stav { bezi, hotovo, chyba, preruseno };
 
     Uuid id;
-    Uuid workItemID; ///< the phone's name of the task
+    Uuid workItemID; ///< the phone's id of the task
     std::optional<Uuid> conversationID;
     std::string nastroj; ///< the agent's id
     std::string nazev;
@@ -31,11 +31,11 @@ struct UkolAgenta {
     std::optional<NumericDate> dokonceno;
     std::optional<std::string> relace; ///< the agent's session
     Stav stav = Stav::bezi;
-    std::optional<std::string> shrnuti; ///< what the agent said at the end
+    std::optional<std::string> shrnuti; ///< the agent's final message
     std::optional<Sentence> chyba;
     NumericDate aktualizovano;
     std::uint64_t revize = 1;
-    std::uint64_t dorucenaRevize = 0; ///< what the phone has acknowledged
+    std::uint64_t dorucenaRevize = 0; ///< the revision that the phone has acknowledged
 
     bool operator==(const UkolAgenta&) const = default;
 };
@@ -48,7 +48,7 @@ extern template struct Codec<UkolAgenta>;
 /// The whole file.
 extern template struct Codec<std::vector<UkolAgenta>>;
 
-/// The task as the phone is told of it.
+/// The task as it is sent to the phone.
 WorkItem jakoWorkItem(const UkolAgenta& ukol);
 WorkItemStatus::Case stavProTelefon(UkolAgenta::Stav stav);
 

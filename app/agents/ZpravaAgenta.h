@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// What one line of an agent's event stream tells.
+/// What one line of an agent's event stream reports.
 struct ZpravaAgenta {
     std::optional<std::string> relace; ///< id of the session
     std::optional<std::string> prubeh; ///< progress, in words for the user

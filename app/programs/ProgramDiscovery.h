@@ -68,7 +68,7 @@ class ProgramDiscovery {
     std::mutex zamek_;
     std::optional<std::string> path_;
     bool zjistujeSe_ = false;
-    std::vector<std::shared_ptr<OneShot<bool>>> cekajici_; ///< for the path that somebody else is resolving
+    std::vector<std::shared_ptr<OneShot<bool>>> cekajici_; ///< wait for another caller to resolve the path
 };
 
 } // namespace morvex
