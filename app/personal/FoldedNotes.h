@@ -9,28 +9,28 @@
 
 namespace morvex {
 
-/// The texts of notes as they are compared. Folding takes far longer than comparing, so what was folded once
-/// is kept until the note changes or goes: as much memory again as the notes that were looked at, for text
-/// that consists of rare letters up to three times as much. Owned by the store, on its thread.
+/// The texts of notes in the form in which they are compared. Folding takes far longer than comparing, so a
+/// folded note is kept until it changes or is deleted. That takes as much memory as the notes that were
+/// searched, and up to three times as much for text of rare letters. Owned by the store, used on its thread.
 class FoldedNotes {
   public:
     struct Folded {
         std::string name;  ///< the title without case and diacritics
-        std::string title; ///< both as `TextPattern::isAmong` takes them
+        std::string title; ///< title and body as `TextPattern::isAmong` takes them
         std::string body;
     };
 
-    /// Stands until the next call.
+    /// The reference is valid until the next call.
     const Folded& of(const MorvexNote& note);
 
-    /// Forgets the notes that are not, or no more, to be looked at.
+    /// Forgets all notes that need not be searched any more.
     void keepOnly(const std::function<bool(const Uuid&)>& isLookedAt);
 
-    /// How many notes it keeps.
+    /// How many folded notes are kept.
     [[nodiscard]] std::size_t size() const { return kept_.size(); }
 
   private:
-    /// What a note was like when it was folded. Its body does not change without its revision or date.
+    /// The state of a note when it was folded. The body never changes without the revision or the date.
     struct Version {
         std::uint64_t revision = 0;
         Date updatedAt;

@@ -12,7 +12,7 @@
 
 namespace morvex {
 
-/// The records by this date of theirs, later ones first; those of one date keep their order.
+/// The records sorted by the given date, later ones first. Records with the same date keep their order.
 template <class Record>
 std::vector<Kept<Record>> newestFirst(const std::vector<Kept<Record>>& records, Date Record::* date) {
     std::vector<const Kept<Record>*> order;
@@ -28,7 +28,7 @@ std::vector<Kept<Record>> newestFirst(const std::vector<Kept<Record>>& records, 
     return sorted;
 }
 
-/// The records in the order of these; what is not among them stays behind them.
+/// The `records` in the order of `order`; those that `order` lacks come after the others.
 template <class Record>
 std::vector<Kept<Record>> inOrderOf(const std::vector<Kept<Record>>& order,
                                     const std::vector<Kept<Record>>& records) {
@@ -46,7 +46,6 @@ std::vector<Kept<Record>> inOrderOf(const std::vector<Kept<Record>>& order,
     return ordered;
 }
 
-/// Copies of the records.
 template <class Record> std::vector<Record> copied(const std::vector<Kept<Record>>& records) {
     std::vector<Record> copies;
     copies.reserve(records.size());

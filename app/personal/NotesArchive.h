@@ -9,7 +9,7 @@ namespace morvex {
 /// The file of the notes store.
 struct NotesArchive {
     std::int64_t schemaVersion = 1;
-    ArchivedList<MorvexNote> notes; ///< deleted ones too, in the order of their coming
+    ArchivedList<MorvexNote> notes; ///< including deleted ones, in the order of their arrival
 
     bool operator==(const NotesArchive&) const = default;
 };

@@ -40,8 +40,8 @@ Task<void> NotesSync::prijmout(MacPayload::SummaryUpdate zprava, std::shared_ptr
 Task<void> NotesSync::zaradit(Prijaty zaznam) {
     prijate_.push_back(std::move(zaznam));
     if (potvrzovani_.live() == 0) potvrzovani_.spawn(potvrzovat());
-    // One record that cannot be saved makes the save of all that wait with it fail. After such a save as many
-    // are tried alone, so that each of the others gets through when the phone offers it again.
+    // One record that cannot be saved fails the common save of all waiting records. The same number of
+    // records is then saved one by one, so that each of the others succeeds when the phone offers it again.
     const bool isAlone = poJednom_ > 0;
     if (isAlone) --poJednom_;
     if (isAlone || prijate_.size() >= mostWaiting) co_await vyrizeno();
@@ -68,10 +68,10 @@ void NotesSync::poslatPoznamku(const MorvexNote& note) {
 }
 
 Task<void> NotesSync::doplnit(std::shared_ptr<SecureLink> link) {
-    // A note that the phone hears of counts for it as kept here.
+    // Once the phone receives a note from here, it takes it for stored, so all notes are saved first.
     co_await vyrizeno();
-    // By id: notes may be changed between two sends. Those that are added meanwhile go out by themselves. One
-    // that the phone sends meanwhile is acknowledged when it is saved.
+    // Iterates over ids, because notes may change between two sends. Notes that are added meanwhile are sent
+    // separately. A note that the phone sends meanwhile is acknowledged when it is saved.
     for (const auto& id : poznamky_.ids()) {
         if (!link || phoneLink_.soucasne() != link) co_return;
         if (const auto* note = poznamky_.keptNote(id)) co_await odeslat(*note);

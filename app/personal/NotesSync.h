@@ -17,20 +17,20 @@
 
 namespace morvex {
 
-/// Keeps notes and summaries in step with the phone. It keeps no account of what has arrived: every note goes
-/// out again whenever the phone is back, and the revisions of the notes make that harmless. A lost send is
-/// never an error here; of a note that no frame can take the person is told once, as the trouble. Main
-/// thread; owned by its feature; the companion's `scope` runs the sends. `vyrizeno` is awaited before this
-/// object goes.
+/// Keeps notes and summaries in step with the phone. It does not track what has arrived: every note is sent
+/// again whenever the phone reconnects, and the revisions of the notes make that harmless. A lost send is
+/// never an error here; if a note exceeds the frame limit, the user is told once. Main thread; owned by its
+/// feature; the companion's `scope` runs the sends. `vyrizeno` must be awaited before this object is
+/// destroyed.
 ///
-/// Records of the phone that come one after the other are saved together: each is merged at once and waits
-/// here, in the order of its coming, for its save and its acknowledgement, while the next ones are taken.
+/// Records that the phone sends in quick succession are saved together: each is merged at once and waits
+/// here, in the order of arrival, for its save and its acknowledgement, while the next ones are read.
 class NotesSync {
   public:
-    /// Records that may wait. The phone's next one is taken when all of them are dealt with.
+    /// At most this many records wait; the next one is read after all of them are processed.
     static constexpr std::size_t mostWaiting = 2048;
 
-    /// What it works with; all of it outlives it.
+    /// All references outlive the `NotesSync`.
     struct Services {
         PhoneLink& phone;
         Executor& main;
@@ -38,27 +38,28 @@ class NotesSync {
         std::function<void(Sentence)> tellTrouble;
     };
 
-    /// From now on local changes of notes are sent.
+    /// From the construction on, local changes of notes are sent.
     NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, Services services);
 
-    /// What the phone has written. It is told that a record was taken only when that is so; otherwise it will
-    /// offer the record again.
+    /// Takes a record that the phone has written. The record is acknowledged only when it has been saved;
+    /// otherwise the phone will offer it again.
     Task<void> prijmout(MacPayload::NoteUpdate zprava, std::shared_ptr<SecureLink> link);
     Task<void> prijmout(MacPayload::SummaryUpdate zprava, std::shared_ptr<SecureLink> link);
 
-    /// Resumes when every record that came until now is saved and acknowledged, or refused.
+    /// Resumes when every record that has arrived so far is saved and acknowledged, or refused.
     Task<void> vyrizeno();
 
-    /// Sends one note in the background; nothing without a link.
+    /// Sends one note in the background. Does nothing without a link.
     void poslatPoznamku(const MorvexNote& note);
 
-    /// Sends every note, deleted ones too, one after the other, for as long as this link is the present one.
+    /// Sends every note, including deleted ones, one after the other, as long as this link is the current
+    /// one.
     Task<void> doplnit(std::shared_ptr<SecureLink> link);
 
   private:
     struct Prijaty {
         Task<bool> ulozeni;
-        std::shared_ptr<SecureLink> spojeni; ///< by which it came
+        std::shared_ptr<SecureLink> spojeni; ///< the link it came by
         MacPayload potvrzeni;
         std::string requestID;
     };
@@ -73,10 +74,10 @@ class NotesSync {
     PhoneLink& phoneLink_;
     TaskScope& scope_;
     std::function<void(Sentence)> tellTrouble_;
-    std::set<std::string> tooLong_; ///< versions of notes that no frame can take; each was told once
+    std::set<std::string> tooLong_; ///< versions of notes that exceed the frame limit and were reported
     std::deque<Prijaty> prijate_;
-    std::size_t poJednom_ = 0; ///< so many records are saved one by one
-    TaskScope potvrzovani_;    ///< runs while `prijate_` has something
+    std::size_t poJednom_ = 0; ///< how many of the next records are saved one by one
+    TaskScope potvrzovani_;    ///< runs while `prijate_` is not empty
     Connection noteChanged_;
 };
 

@@ -52,7 +52,7 @@ namespace {
 constexpr std::int64_t usuallyFound = 10;
 constexpr const char* missingTitle = "Chybí přesný název poznámky.";
 
-/// What was done, and the title of the note that it was done to.
+/// Contains what was done and the title of the note.
 ToolOutcome answer(std::string_view done, const Result<MorvexNote>& note) {
     if (!note) return ToolOutcome::refused(note.error());
     return ToolOutcome::done({{done, true}, {"title", note->title}});
@@ -69,7 +69,7 @@ void NotesTools::addTo(ToolTable& table, std::function<bool()> isOn) {
 
 Task<ToolOutcome> NotesTools::search(NotesSearch search, ToolCall) {
     const auto found = poznamky_.hledat(search.query.value_or(""), search.limit.value_or(usuallyFound));
-    // Before the answer is made of them, which would take several times their memory.
+    // Checked before the answer is built, because the answer takes several times the memory of the notes.
     std::size_t size = 0;
     for (const auto& note : found) size += note.title.size() + note.body.size();
     if (size > frameLimit) co_return ToolOutcome::tooLong();

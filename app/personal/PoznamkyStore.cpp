@@ -17,10 +17,10 @@ namespace morvex {
 namespace {
 
 constexpr std::size_t longestTitle = 160;
-/// One character may be of any size; those of a family of people have 25 bytes.
+/// A single character can have any size; the emoji of a family has 25 bytes.
 constexpr std::size_t longestTitleBytes = 32 * longestTitle;
 constexpr std::size_t longestQuery = 1000;
-/// Bytes of a title that names a note: the phone's own are not cut.
+/// Bytes of a title that may name a note, because titles from the phone are not cut.
 constexpr std::size_t longestNamed = 64 * 1024;
 constexpr std::int64_t mostFound = 20;
 /// Bytes of the file around its records.
@@ -30,7 +30,7 @@ std::string cutTitle(std::string_view title) {
     return firstCharacters(firstBytes(title, longestTitleBytes), longestTitle);
 }
 
-/// Bytes of its record, but for what each change changes.
+/// Bytes of the note's record, without the fields that every change modifies.
 std::size_t lengthOf(const MorvexNote& note) {
     return encode(MorvexNote{note.id, note.title, note.body, {}, {}, 0, {}}).size();
 }
@@ -114,7 +114,7 @@ Task<Result<MorvexNote>> PoznamkyStore::smazat(std::string title) {
 
 Task<bool> PoznamkyStore::prijmout(MorvexNote note) {
     const auto* stored = records_.find(note.id);
-    // The phone may forget its version once the one that counts instead is on the disk.
+    // The phone may forget its version once the version that replaces it is on the disk.
     if (stored && !note.supersedes(*stored)) return saves_.onDisk(records_.standing(note.id));
     if (!vejdeSe(note, stored)) {
         setProblem(SystemError{EFBIG}.popis());
@@ -126,7 +126,7 @@ Task<bool> PoznamkyStore::prijmout(MorvexNote note) {
     return SaveQueue::onDisk(saves_.request(growth));
 }
 
-/// What does not grow always fits.
+/// A note that does not get longer always fits.
 bool PoznamkyStore::vejdeSe(const MorvexNote& note, const MorvexNote* stored) const {
     const auto length = lengthOf(note);
     const auto before = stored ? lengthOf(*stored) : 0;
@@ -151,7 +151,7 @@ void PoznamkyStore::zvysRevizi(MorvexNote& note) const {
 Task<Result<MorvexNote>> PoznamkyStore::ulozZmenu(MorvexNote note) {
     records_.change(note);
     const auto save = saves_.request(note.title.size() + note.body.size());
-    // Whoever asked waits, a tool or a person.
+    // A tool or a person is waiting for the result.
     saves_.hurry();
     CO_CHECK(co_await save->wait());
     priZmene_.tell(note);

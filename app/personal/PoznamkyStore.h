@@ -22,31 +22,31 @@
 namespace morvex {
 
 /// This computer's copy of the user's notes, in "Morvex/notes-from-iphone.json". Phone and computer both
-/// edit; the revision of each note decides which version counts. A deleted note stays as a record for good.
-/// Main thread; the file is read once and written on the storage thread, several changes at once when they
-/// come fast. The owner awaits `ulozeno` before the store goes.
+/// edit; the revision of each note decides which version is valid. The record of a deleted note is kept for
+/// ever. Main thread; the file is read once and written on the storage thread, with rapid changes written
+/// together. The owner awaits `ulozeno` before it destroys the store.
 ///
-/// A local change that cannot be saved fails, but holds in memory until a later save writes it: the user's
-/// words are not thrown away. A note of the phone that cannot be saved is put back, since the phone must not
-/// be told that it was taken. The phone's notes leave room in the file for changes of this computer.
+/// A local change that cannot be saved fails, but stays in memory until a later save writes it, so that the
+/// user's words are not lost. A note of the phone that cannot be saved is undone, since the phone must not be
+/// told that it was taken. The phone's notes leave room in the file for changes of this computer.
 ///
-/// `notes()` and `hledat` show what is on the disk, everything else works on what is in memory.
+/// `notes()` and `hledat` show what is on the disk; everything else uses what is in memory.
 class PoznamkyStore {
   public:
     using File = RecordFile<NotesArchive>;
-    /// Bytes of the file to which notes of the phone may make it grow.
+    /// Notes of the phone may make the file grow up to this many bytes.
     static constexpr std::size_t receivedLimit = File::sizeLimit / 4 * 3;
 
     /// Reads the file.
     PoznamkyStore(const std::filesystem::path& applicationSupport, Saving saving, Random& random);
 
-    /// What the user sees: the notes that are not deleted, last changed first.
+    /// What the user sees: the notes that are not deleted, most recently changed first.
     [[nodiscard]] const std::vector<MorvexNote>& notes() const { return notes_; }
 
-    /// Why the last note of the phone could not be saved; nothing after a save that worked.
+    /// Why the last note of the phone could not be saved; empty after a successful save.
     [[nodiscard]] const std::optional<Sentence>& problem() const { return problem_; }
 
-    /// A copy of every note, deleted ones too, in the order of their coming.
+    /// Copies of all notes, including deleted ones, in the order of their arrival.
     [[nodiscard]] std::vector<MorvexNote> vsechny() const;
 
     /// The ids of `vsechny()`.
@@ -55,49 +55,50 @@ class PoznamkyStore {
     /// The note as it is now, or null. Valid until the next change.
     [[nodiscard]] const MorvexNote* note(const Uuid& id) const { return records_.find(id); }
 
-    /// The same, but null also for a note of the phone that is not on the disk yet.
+    /// The same, but also null if the note came from the phone and is not on the disk yet.
     [[nodiscard]] const MorvexNote* keptNote(const Uuid& id) const {
         return records_.isReceivedAhead(id) ? nullptr : note(id);
     }
 
-    /// The first of `notes()` whose title or body contains the query, whatever its case; diacritics count. A
-    /// blank query finds every note; of a longer one the first 1,000 characters (8,000 bytes) count. `limit`
-    /// counts as 1 to 20.
+    /// The first of `notes()` whose title or body contains the query, ignoring case but not diacritics. A
+    /// blank query finds every note; of a longer one only the first 1,000 characters (8,000 bytes) are used.
+    /// `limit` is clamped to 1 to 20.
     [[nodiscard]] std::vector<MorvexNote> hledat(const std::string& query, std::int64_t limit) const;
 
-    /// Ends when the note is saved. Fails with a `NoteError`, or with what prevented the save; so do the next
-    /// two. Titles are cut to 160 characters and 5,120 bytes.
+    /// Ends when the note is saved. Fails with a `NoteError` or with the error of the save; the next two
+    /// functions do the same. Titles are cut to 160 characters and 5,120 bytes.
     Task<Result<MorvexNote>> vytvorit(std::string title, std::string body);
 
-    /// Changes the first note with this title, case and diacritics aside; what is not given stays. The
-    /// revision rises in any case. A refused body comes after the change of the title, which then holds in
-    /// memory without a revision of its own.
+    /// Changes the first note with this title, ignoring case and diacritics. Values that are not given stay.
+    /// The revision rises even if nothing is given. If the new body is refused, the new title stays in
+    /// memory, but without a revision of its own.
     Task<Result<MorvexNote>> upravit(std::string title, std::optional<std::string> newTitle,
                                      std::optional<std::string> newBody);
 
-    /// Deletes the first note with this title, case and diacritics aside, and gives what stays of it.
+    /// Deletes the first note with this title, ignoring case and diacritics, and returns its remaining
+    /// record.
     Task<Result<MorvexNote>> smazat(std::string title);
 
-    /// Merges a note of the phone at once, just as it came; the task waits for the save. True when the phone
-    /// may be told that it was taken, also for a version that does not count any more; false when it, or the
-    /// version that counts instead, could not be saved.
+    /// Merges a note of the phone at once, unchanged; the task waits for the save. Returns true if the phone
+    /// may be told that the note was taken, even if a newer version already replaces it; false if it, or the
+    /// version that replaces it, could not be saved.
     Task<bool> prijmout(MorvexNote note);
 
-    /// Lets nothing wait for more changes any longer.
+    /// Starts a waiting save now instead of collecting more changes.
     void spechat() { saves_.hurry(); }
 
-    /// The same, and resumes when the saves that were asked for until now have ended.
+    /// The same; resumes when all saves requested so far have ended.
     Task<void> ulozeno() { return saves_.settled(); }
 
-    /// How many notes are kept as they are compared.
+    /// How many notes are kept in folded form.
     [[nodiscard]] std::size_t folded() const { return folded_.size(); }
 
-    /// After each local change that was saved; never for a note of the phone.
+    /// Called after each local change that was saved, never for a note of the phone.
     [[nodiscard]] Connection priZmene(std::function<void(const MorvexNote&)> zavolat) {
         return priZmene_.connect(std::move(zavolat));
     }
 
-    /// For views: `notes()` or `problem()` is another one than before.
+    /// For views: called when `notes()` or `problem()` has changed.
     [[nodiscard]] Connection onChange(std::function<void()> zavolat) {
         return onChange_.connect(std::move(zavolat));
     }
@@ -120,11 +121,11 @@ class PoznamkyStore {
     Clock& clock_;
     Random& random_;
     Records records_;
-    Records::List ukladane_;         ///< by the save that is under way
+    Records::List ukladane_;         ///< what the running save writes
     bool jePrijata_ = false;         ///< a note of the phone waits for the next save
-    bool jePrijataUkladana_ = false; ///< and for the one that is under way
+    bool jePrijataUkladana_ = false; ///< the running save contains a note of the phone
     std::vector<MorvexNote> notes_;
-    mutable FoldedNotes folded_; ///< filled by what only looks
+    mutable FoldedNotes folded_; ///< a cache that const functions fill
     std::optional<Sentence> problem_;
     SaveQueue saves_;
 };

@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// Notes and summaries: their stores, which are kept in step with the phone, and the tools `mac.notes.*`.
+/// Notes and summaries: their stores, their synchronisation with the phone, and the tools `mac.notes.*`.
 class RecordsFeature final : public Feature {
   public:
     explicit RecordsFeature(FeatureContext& context);

@@ -17,7 +17,7 @@ SouhrnyStore::SouhrnyStore(const std::filesystem::path& applicationSupport, Savi
 
 Task<bool> SouhrnyStore::prijmout(MorvexSummary summary) {
     const auto* stored = records_.find(summary.id);
-    // The phone may forget its version once the one that counts instead is on the disk.
+    // The phone may forget its version once the version that replaces it is on the disk.
     if (stored && stored->revision >= summary.revision) return saves_.onDisk(records_.standing(summary.id));
     const auto growth = summary.title.size() + summary.body.size();
     records_.receive(std::move(summary));
@@ -34,7 +34,7 @@ void SouhrnyStore::skonciUkladani(const Result<void>& saved) {
     const auto records = std::exchange(ukladane_, {});
     if (saved) {
         records_.saved();
-        // Not before: what is put back has its place back too.
+        // Reordered only after a successful save, so that an undone change gets its old place back too.
         records_.reorder(inOrderOf(records, records_.all()));
         summaries_ = copied(records);
     } else {

@@ -14,32 +14,33 @@
 
 namespace morvex {
 
-/// The summaries that the phone has written, for reading, in "Morvex/summaries-from-iphone.json". Nothing is
-/// made, changed or deleted here. Main thread; the file is read once and written on the storage thread,
-/// several summaries at once when they come fast. The owner awaits `ulozeno` before the store goes.
+/// The summaries that the phone has written, in "Morvex/summaries-from-iphone.json". This computer only reads
+/// them. Main thread; the file is read once and written on the storage thread, with rapid changes written
+/// together. The owner awaits `ulozeno` before it destroys the store.
 class SouhrnyStore {
   public:
     /// Reads the file.
     SouhrnyStore(const std::filesystem::path& applicationSupport, Saving saving);
 
-    /// All that are on the disk, the newest first.
+    /// All summaries that are on the disk, newest first.
     [[nodiscard]] const std::vector<MorvexSummary>& summaries() const { return summaries_; }
 
-    /// Why the last summary could not be saved; nothing after a save that worked.
+    /// Why the last summary could not be saved; empty after a successful save.
     [[nodiscard]] const std::optional<Sentence>& problem() const { return problem_; }
 
     /// Merges a summary at once: only a higher revision replaces the stored one. The task waits for the save.
-    /// True when the phone may be told that it was taken, also for one that does not count any more; false
-    /// when it, or the one that counts instead, could not be saved, and then it is put back.
+    /// Returns true if the phone may be told that the summary was taken, even if a newer version already
+    /// replaces it; false if it, or the version that replaces it, could not be saved; the change is then
+    /// undone.
     Task<bool> prijmout(MorvexSummary summary);
 
-    /// Lets nothing wait for more summaries any longer.
+    /// Starts a waiting save now instead of collecting more summaries.
     void spechat() { saves_.hurry(); }
 
-    /// The same, and resumes when the saves that were asked for until now have ended.
+    /// The same; resumes when all saves requested so far have ended.
     Task<void> ulozeno() { return saves_.settled(); }
 
-    /// For views: `summaries()` or `problem()` is another one than before.
+    /// For views: called when `summaries()` or `problem()` has changed.
     [[nodiscard]] Connection onChange(std::function<void()> zavolat) {
         return onChange_.connect(std::move(zavolat));
     }
@@ -52,7 +53,7 @@ class SouhrnyStore {
 
     RecordFile<SummariesArchive> soubor_;
     Records records_;
-    Records::List ukladane_; ///< by the save that is under way
+    Records::List ukladane_; ///< what the running save writes
     std::vector<MorvexSummary> summaries_;
     Signal<> onChange_;
     std::optional<Sentence> problem_;
