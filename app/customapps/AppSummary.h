@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// A custom app as a row shows it.
+/// A custom app as a row in the view shows it.
 struct AppSummary {
     std::string id;
     std::string name;

@@ -20,7 +20,7 @@ class CustomAppsFeature final : public Feature {
     void switched() override;
 
   private:
-    /// The offer depends on the apps, so a status follows.
+    /// The tools on offer depend on the apps, so the status is sent afterwards.
     Task<void> takeList(std::vector<CompanionCustomApp> apps);
 
     FeatureContext& context_;

@@ -58,13 +58,13 @@ void MacCustomAppsService::setActive(bool active) {
 Task<void> MacCustomAppsService::replacePhoneApps(std::vector<CompanionCustomApp> list) {
     auto entries = accepted(std::move(list));
     co_await keepTokens(entries);
-    // Only now, since the user may have changed something while the keychain worked.
+    // The list is built only now, because the user may have changed an app while the keychain worked.
     std::vector<StoredApp> apps;
     std::ranges::copy_if(apps_, std::back_inserter(apps), &StoredApp::isFromMac);
     for (const auto& entry : entries) apps.push_back(fromPhone(entry));
     apps_ = std::move(apps);
     keep();
-    // The phone takes what it is told then for the news that its list is kept.
+    // The phone understands the next status as the confirmation that its list is stored.
     co_await defaults_.ulozeno();
     priZmene_.tell();
 }
@@ -121,7 +121,7 @@ Task<Result<void>> MacCustomAppsService::save(std::optional<std::string> storedI
             *app = {id, name, endpoint, app->isEnabled(), StoredApp::fromMac};
     });
     if (saved || !isNew) co_return saved;
-    // An app that stands on the disk in spite of the failure keeps its token.
+    // If the app is on the disk in spite of the failure, it keeps its token.
     co_await defaults_.ulozeno();
     if (!defaults_.problem()) co_await keychain_.remove(tokenAccount(id));
     co_return saved;
@@ -168,7 +168,7 @@ Task<void> MacCustomAppsService::remove(std::string id) {
     std::erase_if(apps_, [&id](const StoredApp& app) { return app.id == id; });
     keep();
     priZmene_.tell();
-    // Behind it, since a keyring may ask first.
+    // The token goes last, because a keyring may ask the user first.
     co_await keychain_.remove(tokenAccount(id));
 }
 

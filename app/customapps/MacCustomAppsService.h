@@ -20,40 +20,40 @@
 
 namespace morvex {
 
-/// The custom apps: those that were added on this computer, and behind them the phone's, in its order. What
-/// they are is kept in the user defaults, their tokens in the keychain. Owned by the companion; main thread
-/// only. The owner ends all tasks before this object goes.
+/// The custom apps: first those that were added on this computer, then the phone's in the phone's order.
+/// Their data is stored in the user defaults, their tokens in the keychain. Owned by the companion; main
+/// thread only. The owner ends all tasks before it destroys this object.
 class MacCustomAppsService {
   public:
-    /// Reads what is kept; without it, or when it is damaged, there are no apps. All three outlive this
-    /// object.
+    /// Reads the stored apps; there are none if the data is missing or damaged. All three references outlive
+    /// this object.
     MacCustomAppsService(UserDefaults& defaults, const Keychain& keychain, Random& random);
 
     [[nodiscard]] std::vector<AppSummary> apps() const;
 
     [[nodiscard]] bool isActive() const { return active_; }
 
-    /// Whether the integration is on. Every switching off is told.
+    /// Sets whether the integration is on. Listeners are notified each time it is switched off.
     void setActive(bool active);
 
-    /// Takes the phone's list in place of the one before; one list at a time. An entry keeps the switch that
-    /// was set here. Dropped are entries that are not acceptable and those with an id that is taken, by an
-    /// app of this computer above all: the phone has no say over that one's token. A token that the keychain
-    /// refuses is lost, an empty one is removed, and so are those of apps that are gone; one that is there
-    /// already is left alone. Ends when the list is on the disk, or could not be saved.
+    /// Replaces the phone's previous list; one list at a time. An entry keeps the switch that was set here.
+    /// Entries that are not acceptable, or whose id is already taken, are dropped; in particular the phone
+    /// must not change the token of an app of this computer. A token that the keychain refuses is lost; an
+    /// empty token and the tokens of removed apps are deleted; an unchanged token is not written again. Ends
+    /// when the list has been saved or could not be saved.
     Task<void> replacePhoneApps(std::vector<CompanionCustomApp> list);
 
-    /// Changes the app of this computer with the id `storedID`, else adds one. An empty token leaves the
-    /// present one. Fails with `ServiceError`, `KeychainError` or what prevented the save, and nothing is
-    /// changed or added then but the token of an app that is there.
+    /// Changes this computer's app with the id `storedID`, or adds one. An empty token keeps the present one.
+    /// Fails with `ServiceError`, `KeychainError` or the error of the save; nothing is changed or added then,
+    /// except the token of an existing app.
     Task<Result<void>> save(std::optional<std::string> storedID, std::string name, std::string endpoint,
                             std::string token);
 
-    /// Of an app of either source. Off counts at once, on once it is saved; it fails with what prevented
-    /// that.
+    /// Works for apps of this computer and of the phone. Switching off takes effect at once, switching on
+    /// once it is saved; it fails with the error of the save.
     Task<Result<void>> setEnabled(std::string id, bool enabled);
 
-    /// Only what was added on this computer can be removed here.
+    /// Removes an app that was added on this computer. Apps of the phone stay.
     Task<void> remove(std::string id);
 
     /// Called after each change.
@@ -67,7 +67,8 @@ class MacCustomAppsService {
     [[nodiscard]] StoredApp fromPhone(const CompanionCustomApp& entry) const;
     Task<void> keepTokens(std::vector<CompanionCustomApp> entries);
     void keep();
-    /// The change counts once it is saved. It is made anew on a list that was changed meanwhile.
+    /// The change takes effect once it is saved. If the list has changed meanwhile, the change is applied to
+    /// the new list.
     Task<Result<void>> keepOnceSaved(std::function<void(std::vector<StoredApp>&)> change);
 
     UserDefaults& defaults_;
@@ -75,8 +76,8 @@ class MacCustomAppsService {
     Random& random_;
     std::vector<StoredApp> apps_;
     bool active_ = true;
-    Turns saving_;                    ///< of changes that do not count yet
-    std::set<std::string> turningOn_; ///< apps whose switching on is among them
+    Turns saving_;                    ///< saves of changes that are not in effect yet
+    std::set<std::string> turningOn_; ///< apps that are being switched on
     Signal<> priZmene_;
 };
 

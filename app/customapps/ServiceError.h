@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// Why a custom app was not kept, or did not do its work.
+/// Why a custom app could not be saved or could not do its work.
 struct ServiceError {
     struct Http {
         int code = 0;
