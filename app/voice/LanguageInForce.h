@@ -6,9 +6,9 @@
 
 namespace morvex {
 
-/// The language of the fixed texts: Czech until the phone has sent a language for the first time, whatever
-/// was chosen on this computer before; from then on the code that is kept. Texts without a table for it stay
-/// Czech.
+/// The language of the fixed texts. It is Czech until the phone has sent a language for the first time,
+/// whatever was chosen on this computer before; from then on it is the stored code. A language without a
+/// table of texts gets the Czech ones.
 std::string languageInForce(const UserDefaults& defaults);
 
 } // namespace morvex

@@ -27,7 +27,8 @@ struct MacHotkey {
     /// "fn", or the symbols of the modifiers directly before the label.
     [[nodiscard]] std::string displayText() const;
 
-    /// What a recorded key is called: by its code, else by the characters that it gives without modifiers.
+    /// The name of a recorded key: by its code if that is known, otherwise by the characters it gives without
+    /// modifiers.
     static std::string label(std::uint16_t keyCode, std::string_view characters);
 
     bool operator==(const MacHotkey&) const = default;

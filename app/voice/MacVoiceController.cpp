@@ -52,7 +52,7 @@ MacHotkey storedShortcut(const UserDefaults& defaults) {
 
 } // namespace
 
-/// A voice that was kept counts as it stands, also one that is not among the supported ones.
+/// A stored voice is used even if it is not among the supported ones.
 MacVoiceController::MacVoiceController(UserDefaults& defaults, const Keychain& keychain)
     : defaults_(defaults),
       keychain_(keychain),

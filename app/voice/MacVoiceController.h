@@ -17,11 +17,11 @@
 namespace morvex {
 
 /// The preferences of this computer's own voice assistant: the OpenAI key, the voice, the language, the
-/// shortcut and the named places. The phone sends most of them. Key and places lie in the keychain, the rest
-/// in the user defaults. Owned by the companion; main thread only.
+/// shortcut and the named places. The phone sends most of them. The key and the places are stored in the
+/// keychain, the rest in the user defaults. Owned by the companion; main thread only.
 ///
-/// Order of calls: the constructor; `nacist` once, ended before anything of the phone is handled; then the
-/// rest. A key or a list of places takes effect here in the order of the calls.
+/// Order of calls: the constructor, then `nacist` once, which must end before any message of the phone is
+/// handled, then the rest. Keys and lists of places take effect in the order of the calls.
 class MacVoiceController {
   public:
     static constexpr std::array<std::string_view, 5> supportedLanguages{"cs", "en", "de", "fr", "es"};
@@ -33,27 +33,28 @@ class MacVoiceController {
     /// Reads the user defaults. Both outlive this object.
     MacVoiceController(UserDefaults& defaults, const Keychain& keychain);
 
-    /// Reads what the keychain holds.
+    /// Reads the key and the places from the keychain.
     Task<void> nacist();
 
-    /// Keeps the key, trimmed; an empty one is forgotten. It counts only once the keychain has it; a refusal
-    /// leaves the key of before in use and stands in `credentialProblem`.
+    /// Stores the key, trimmed; an empty one deletes it. The key is used only once the keychain has it; if
+    /// the keychain refuses, the previous key stays in use and `credentialProblem` says why.
     Task<void> setAPIKey(std::string key);
 
-    /// Takes what the phone sent, each field by itself. Languages and voices that are not supported are
-    /// ignored, and so is a keychain that refuses the places. Ends when all is kept, or could not be.
+    /// Takes over what the phone sent, each field independently. Unsupported languages and voices are
+    /// ignored, and so is a refusal of the keychain to store the places. Ends when everything is stored or
+    /// could not be stored.
     Task<void> applyPreferences(CompanionPreferences preferences);
 
-    /// `phoneMode` or a supported language; anything else is ignored.
+    /// Takes `phoneMode` or a supported language; anything else is ignored.
     void setLanguageMode(const std::string& mode);
     void setVoice(const std::string& name);
     void setShortcut(const MacHotkey& hotkey);
 
-    /// The address of the place with this name, compared without case and diacritics; else the text itself,
-    /// which may be an address.
+    /// The address of the place with this name, ignoring case and diacritics. If there is none, the text
+    /// itself, which may be an address.
     [[nodiscard]] std::optional<std::string> resolvePlace(std::optional<std::string> text) const;
 
-    /// Empty without one. Secret.
+    /// Empty if there is none. Secret.
     [[nodiscard]] const std::string& apiKey() const { return apiKey_; }
 
     /// Why a conversation cannot start; for views.
@@ -66,14 +67,14 @@ class MacVoiceController {
     /// The supported language that was chosen here or on the phone.
     [[nodiscard]] const std::string& languageCode() const { return languageCode_; }
 
-    /// As of `languageInForce`: the one of the texts.
+    /// The language of the fixed texts, see `languageInForce`.
     [[nodiscard]] const std::string& textLanguage() const { return textLanguage_; }
 
     [[nodiscard]] const MacHotkey& shortcut() const { return shortcut_; }
 
     [[nodiscard]] const std::vector<CompanionPlace>& places() const { return places_; }
 
-    /// Called after each change of what can be read here.
+    /// Called after each change of a preference.
     [[nodiscard]] Connection priZmene(std::function<void()> zavolat) {
         return priZmene_.connect(std::move(zavolat));
     }

@@ -9,7 +9,7 @@
 
 namespace morvex {
 
-/// The preferences of the voice assistant, of which the phone sends most.
+/// The preferences of the voice assistant, most of which the phone sends.
 class VoiceFeature final : public Feature {
   public:
     explicit VoiceFeature(FeatureContext& context);
@@ -19,7 +19,7 @@ class VoiceFeature final : public Feature {
     Task<void> load() override;
 
   private:
-    /// The offer depends on the key, so a status follows.
+    /// The tools on offer depend on the key, so the status is sent afterwards.
     Task<void> takeKey(std::string key);
     Task<void> takePreferences(CompanionPreferences sent);
 

@@ -2,7 +2,7 @@
 
 namespace morvex::voiceKeys {
 
-/// The user defaults of the voice assistant.
+/// Keys of the voice assistant in the user defaults.
 inline constexpr const char* voice = "voice.name";
 inline constexpr const char* shortcut = "voice.hotkey";
 inline constexpr const char* languageMode = "app.language.mode";
