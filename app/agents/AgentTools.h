@@ -26,7 +26,7 @@ class AgentTools {
     struct Folders {
         std::function<std::vector<std::string>()> aliasy;
         std::function<std::optional<std::string>(const std::optional<std::string>& alias)> slozkaProAlias;
-        std::function<bool(const std::string& cesta)> jePovolena; ///< still, without a look at the disk
+        std::function<bool(const std::string& cesta)> jePovolena; ///< asked without reading the disk
     };
 
     /// Conditions for offering each tool, apart from an allowed folder.

@@ -44,8 +44,8 @@ namespace {
 
 constexpr int mostFilesFound = 50;
 
-/// What a new file takes on a disk, with an entry and a folder for each part of its path: a thousand files of
-/// one byte fill a disk too.
+/// The room that a new file takes on a disk, including an entry and a folder for each part of its path,
+/// because many files of one byte fill a disk too.
 std::size_t onDisk(const std::string& path, const std::string& content) {
     constexpr std::size_t block = 4096;
     const auto parts = 1 + static_cast<std::size_t>(std::ranges::count(path, '/'));
@@ -85,7 +85,7 @@ Task<ToolOutcome> FileTools::write(FileToWrite file, ToolCall) {
         co_return ToolOutcome::refused(SouboryChyba{SouboryChyba::PrilisMnohoZapsano{}});
     auto written = co_await soubory_.zapis(std::move(file.path), std::move(file.content),
                                            std::move(file.folder), slozky_.snimek());
-    // A write that broke off may have filled the disk all the same.
+    // A write that failed midway may still have used the disk space.
     const auto* refusal = written ? nullptr : written.error().as<SouboryChyba>();
     if (refusal && refusal->nicNezapsalo()) allowance_.giveBack(bytes);
     if (!written) co_return ToolOutcome::refused(written.error());

@@ -15,10 +15,10 @@ struct FilesSearch;
 struct FileToRead;
 struct FileToWrite;
 
-/// The tools `mac.files.*`. Main thread; the disk is touched on the worker.
+/// The tools `mac.files.*`. Main thread; the disk is accessed on the worker.
 class FileTools {
   public:
-    /// `stop` ends a search that is under way.
+    /// `stop` ends a running search.
     FileTools(const Slozky& slozky, Executor& worker, WriteAllowance allowance, std::stop_token stop)
         : slozky_(slozky), soubory_(worker), allowance_(std::move(allowance)), stop_(std::move(stop)) {}
 

@@ -9,7 +9,7 @@
 
 namespace morvex {
 
-/// The folders that the user allowed, for whoever works in one, and the tools `mac.files.*`.
+/// The folders that the user allowed, for all features that work in one, and the tools `mac.files.*`.
 class FilesFeature final : public Feature {
   public:
     explicit FilesFeature(FeatureContext& context);

@@ -14,8 +14,8 @@ namespace morvex {
 
 namespace {
 
-/// Places of credentials, in the order of testing. A longer name that begins the same is struck too: a
-/// refusal in error does no harm.
+/// Places of credentials, in the order of testing. A longer name with the same beginning is refused too; a
+/// wrong refusal does no harm.
 constexpr std::array<std::string_view, 12> forbiddenFragments = {
     "/Library/Keychains",
     "/.ssh",

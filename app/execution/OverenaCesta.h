@@ -9,21 +9,21 @@
 
 namespace morvex {
 
-/// A path that passed the path check. It tells how things stood at the check: whoever opens the file does so
-/// through `BeneathFolder`, which refuses what was swapped since, and never by the text that was asked for.
+/// A path that passed the path check. It describes the state at the time of the check, so a file must be
+/// opened through `BeneathFolder`, which refuses what was swapped since, and never by the requested text.
 struct OverenaCesta {
-    std::string cesta;  ///< absolute, links resolved, no NUL byte; a link in it appeared later
-    std::string slozka; ///< the allowed folder in which it lies, links resolved
+    std::string cesta;  ///< absolute, links resolved, no NUL byte; a link in it must be newer than the check
+    std::string slozka; ///< the allowed folder that contains it, links resolved
 
-    /// The way from the folder to the path; empty for the folder itself.
+    /// The path relative to the folder; empty for the folder itself.
     [[nodiscard]] std::string_view odSlozky() const;
 
-    /// The last component, for a person.
+    /// The last component, for the user.
     [[nodiscard]] std::string jmeno() const;
 };
 
-/// The path check. A relative path begins in the allowed folder that its first components name, else in
-/// the one that `slozka` names. May block on the disk; fails with `SouboryChyba`.
+/// The path check. A relative path starts in the allowed folder that its first components name, otherwise in
+/// the folder that `slozka` names. May block on the disk; fails with `SouboryChyba`.
 Result<OverenaCesta> overCestu(const std::string& cesta, const std::optional<std::string>& slozka,
                                const PovoleneSlozky& slozky);
 

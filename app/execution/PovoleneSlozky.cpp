@@ -16,15 +16,15 @@ namespace {
 constexpr std::array<std::string_view, 5> desktopAliases = {"desktop", "plocha", "na plose",
                                                             "pracovni plocha", "desktop folder"};
 
-/// Bytes. The name of a folder has 255 at most, and a person may say it in another form.
+/// In bytes. The name of a folder has at most 255, but a person may say it in another form.
 constexpr std::size_t longestAlias = 4096;
 
 std::string folded(std::string_view name) {
     return lowerCase(trim(fold(name)));
 }
 
-/// The last parts of a path, `count` of them. One more than it has gives all of it with the slash in front,
-/// and beyond that there is nothing.
+/// The last `count` parts of a path. With one more than the path has, the result is the whole path with its
+/// leading slash; with even more it is empty.
 std::optional<std::string> lastParts(std::string_view path, std::size_t count) {
     auto parts = paths::components(path);
     if (count > parts.size() + 1) return std::nullopt;
@@ -33,7 +33,7 @@ std::optional<std::string> lastParts(std::string_view path, std::size_t count) {
     return repairUtf8(join(parts, "/"));
 }
 
-/// How two names are compared; no two folders have the same path, spelled exactly.
+/// Two ways to compare names. No two folders have exactly the same path.
 using Sameness = bool (*)(const std::string& one, const std::string& other);
 constexpr std::array<Sameness, 2> samenesses = {
     [](const std::string& one, const std::string& other) { return folded(one) == folded(other); },
@@ -42,7 +42,8 @@ constexpr std::array<Sameness, 2> samenesses = {
 
 bool liesIn(std::string_view path, std::string_view folder) {
     if (!path.starts_with(folder)) return false;
-    // With the slash /a/b does not admit /a/bc. The root folder itself therefore admits nothing below it.
+    // The slash is required so that /a/b does not admit /a/bc. The root folder therefore admits nothing below
+    // it.
     return path.size() == folder.size() || path[folder.size()] == '/';
 }
 
@@ -54,7 +55,7 @@ std::vector<std::string> PovoleneSlozky::aliasy() const {
     return names;
 }
 
-/// A name is never taken from a folder for one that is allowed later.
+/// A folder that is allowed later never takes the name of an earlier one.
 std::string PovoleneSlozky::alias(std::size_t poradi) const {
     const auto& slozka = slozky_[poradi];
     const auto earlier = std::span(slozky_).first(poradi);
@@ -69,7 +70,7 @@ std::string PovoleneSlozky::alias(std::size_t poradi) const {
                     return taken && same(*taken, *name);
                 }))
                 return *name;
-    return bare; // told apart only by bytes that are no text
+    return bare; // the paths differ only in bytes that are not text
 }
 
 std::optional<std::string> PovoleneSlozky::slozkaProAlias(const std::optional<std::string>& alias) const {

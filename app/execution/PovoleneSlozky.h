@@ -11,8 +11,8 @@
 
 namespace morvex {
 
-/// The allowed folders as they stood at one moment, and the answers that follow from them. A plain value that
-/// may travel to a worker; links are resolved at every question. The standard folders outlive it.
+/// A snapshot of the allowed folders that answers questions about them. A plain value that may be passed to a
+/// worker; links are resolved at every question. The standard folders outlive it.
 class PovoleneSlozky {
   public:
     /// `slozky` are standardized absolute paths.
@@ -23,35 +23,37 @@ class PovoleneSlozky {
 
     [[nodiscard]] const StandardFolders& standardFolders() const { return *standardFolders_; }
 
-    /// The names of the folders, in order: all that others are told about them. It is the last component of
-    /// each; where an earlier folder goes by that already, as many parents stand before it, as in
-    /// "prace/projekt", as no earlier folder ends with.
+    /// The names of the folders, in order; others learn nothing else about them. A name is the last component
+    /// of its folder. If an earlier folder already uses that, parents are put in front, as in
+    /// "prace/projekt", until no earlier folder ends the same way.
     [[nodiscard]] std::vector<std::string> aliasy() const;
 
-    /// The folder that a person means by this name, one of `aliasy` without regard to case and diacritics;
-    /// the only folder when no name is given.
+    /// The folder that a person means by this name: one of `aliasy`, ignoring case and diacritics. Without a
+    /// name, the only allowed folder.
     [[nodiscard]] std::optional<std::string> slozkaProAlias(const std::optional<std::string>& alias) const;
 
-    /// A folder, and how many parts of a path name it.
+    /// A folder and the number of path components that name it.
     struct Zacatek {
         std::string slozka;
         std::size_t casti = 0;
     };
 
-    /// The folder that the first parts of a relative path name, the longest name first.
+    /// The folder named by the first components of a relative path; the longest name wins.
     [[nodiscard]] std::optional<Zacatek> slozkaNaZacatku(const std::vector<std::string>& casti) const;
 
-    /// Whether this absolute path, its links resolved, lies in an allowed folder or is one.
+    /// Whether this absolute path, with links resolved, is or lies in an allowed folder.
     [[nodiscard]] bool obsahuje(std::string_view cesta) const;
 
-    /// The allowed folder, its links resolved, in which a resolved path lies; of several the innermost.
+    /// The allowed folder, with links resolved, that contains a resolved path; the innermost if there are
+    /// several.
     [[nodiscard]] std::optional<std::string> slozkaNad(std::string_view resolvedPath) const;
 
   private:
     [[nodiscard]] std::string alias(std::size_t poradi) const;
-    /// By a name that has parents in it. One that is spelled exactly comes first.
+    /// Finds a folder by a name that contains parents. An exact match is preferred.
     [[nodiscard]] std::optional<std::string> slozkaSRodicem(const std::string& alias) const;
-    /// By its own name, or as the desktop; `wanted` without case and diacritics.
+    /// Whether the folder has this name or is the desktop meant by it; `wanted` has no upper case or
+    /// diacritics.
     [[nodiscard]] bool jmenujeSe(const std::string& slozka, std::string_view wanted) const;
     [[nodiscard]] bool jePlocha(const std::string& slozka) const;
 

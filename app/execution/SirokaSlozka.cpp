@@ -23,7 +23,7 @@ std::optional<SirokaSlozka> SirokaSlozka::posoud(const std::string& slozka,
     const auto canonical = paths::resolved(slozka);
     if (!canonical) return std::nullopt;
     if (*canonical == "/") return SirokaSlozka{slozka, Dosah::disk};
-    // The environment may name another home than the account has.
+    // The environment may name a home folder other than the account's.
     for (const auto& home : {standardFolders.home(), standardFolders.accountHome()}) {
         const auto domov = paths::resolved(home);
         if (domov == canonical) return SirokaSlozka{slozka, Dosah::domov};

@@ -8,17 +8,18 @@
 
 namespace morvex {
 
-/// What a person is asked before a folder is allowed that reaches as far as the home folder.
+/// What the user is asked before allowing a folder that contains the home folder or is it.
 struct SirokaSlozka {
     enum class Dosah { disk, domov, nadDomovem };
 
     std::string slozka; ///< as it was chosen
     Dosah dosah;
 
-    /// What allowing it means.
+    /// What allowing the folder means.
     [[nodiscard]] Sentence popis() const;
 
-    /// Judged where the links of the path lead. Nothing for any other folder.
+    /// Judges the folder that the path leads to with links resolved. Empty for any folder that does not reach
+    /// that far.
     static std::optional<SirokaSlozka> posoud(const std::string& slozka,
                                               const StandardFolders& standardFolders);
 

@@ -14,8 +14,8 @@ namespace {
 constexpr auto bookmarksKey = "slozky.bezpecnostniZalozky";
 constexpr auto pathsKey = "slozky.povolene";
 
-/// The path in its standard form, unless the folder is gone. One that cannot be looked at now is not
-/// forgotten for it.
+/// The path in its standard form; empty if the folder is gone. A folder that cannot be accessed at the moment
+/// is kept.
 std::optional<std::string> keptFolder(const std::string& path) {
     if (!path.starts_with('/')) return std::nullopt;
     auto standardized = paths::standardized(path);
@@ -153,7 +153,8 @@ Slozky::Nove Slozky::noveZalozky(std::vector<std::string> chosen) {
     return nove;
 }
 
-/// A folder is allowed only once that is on the disk. One that is removed meanwhile is removed there too.
+/// A folder is allowed only once that is on the disk. If the user removes one meanwhile, the save is repeated
+/// without it.
 Task<Result<void>> Slozky::ulozitNove(const Nove& nove) {
     if (nove.empty()) co_return Result<void>{};
     const auto turn = co_await ukladani_.take();
@@ -239,7 +240,7 @@ void Slozky::ulozit() {
     priZmene_.tell();
 }
 
-/// In one save, since a folder that stands in one of the lists alone counts as allowed.
+/// Both lists go into one save, because a folder that is in only one of them counts as allowed.
 DefaultsValues Slozky::hodnoty(const std::vector<std::string>& povolene,
                                const std::map<std::string, Bytes>& zalozky) {
     std::vector<DefaultsItem> kept;

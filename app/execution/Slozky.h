@@ -24,41 +24,42 @@
 
 namespace morvex {
 
-/// The folders that the user allowed, the one source of truth for what may be touched. Only the person at the
-/// computer extends it, in a panel. Lives on the main thread, where every call is made; work elsewhere gets a
+/// The folders that the user allowed; everything that may be accessed follows from this list. Only the person
+/// at the computer can extend it, in a panel. All calls are made on the main thread; work elsewhere gets a
 /// `snimek`. Its ports outlive it. Paths are absolute, standardized, and name folders.
 class Slozky {
   public:
-    /// Loads the folders that were allowed before; those that are no longer there are forgotten.
+    /// Loads the folders that were allowed before; those that no longer exist are dropped.
     static std::unique_ptr<Slozky> create(UserDefaults& defaults, FolderBookmarks& bookmarks,
                                           FolderPicker& picker, const StandardFolders& standardFolders);
 
-    /// Ends all access that is held.
+    /// Ends access to all folders.
     ~Slozky();
     Slozky(const Slozky&) = delete;
     Slozky& operator=(const Slozky&) = delete;
 
     [[nodiscard]] const std::vector<std::string>& povolene() const;
 
-    /// Folders of the list without a working bookmark: still allowed, to be chosen anew.
+    /// Listed folders without a working bookmark: still allowed, but the user should choose them again.
     [[nodiscard]] const std::set<std::string>& vyzadujiObnoveni() const;
 
-    /// Why a permission could not be kept the last time; for the settings.
+    /// Why a permission could not be saved the last time; for the settings.
     [[nodiscard]] const std::optional<Sentence>& chybaOpravneni() const;
 
     [[nodiscard]] PovoleneSlozky snimek() const;
 
-    /// As of `snimek()`. Looked up once for each list, since which folder is the desktop stands on the disk.
+    /// The same as in `snimek()`. Computed once for each list, because finding the desktop folder reads the
+    /// disk.
     [[nodiscard]] std::vector<std::string> aliasy() const;
-    /// As of `snimek()`.
+    /// The same as in `snimek()`.
     [[nodiscard]] std::optional<std::string> slozkaProAlias(const std::optional<std::string>& alias) const;
     [[nodiscard]] bool obsahuje(std::string_view cesta) const;
-    /// Whether this very folder is one of the list; without a look at the disk.
+    /// Whether the list contains exactly this folder. Does not read the disk.
     [[nodiscard]] bool jePovolena(const std::string& slozka) const;
 
-    /// Lets the user choose folders in the panel and allows them, once that is saved. Of those that reach as
-    /// far as the home folder each is asked about first; after one no nothing of the choice is allowed. The
-    /// task ends before this object goes.
+    /// Lets the user choose folders in the panel and allows them once that is saved. The user is asked about
+    /// each one that reaches as far as the home folder; after one no, none of the chosen folders is allowed.
+    /// The task ends before this object is destroyed.
     Task<void> pridat();
 
     /// The open question of `pridat`, until `odpovedet`.
@@ -66,16 +67,16 @@ class Slozky {
 
     enum class Odpoved { ano, ne };
 
-    /// The person's answer. Nothing when no question is open.
+    /// Takes the user's answer. Does nothing if no question is open.
     void odpovedet(Odpoved odpoved);
 
     /// Called when a question opens and when it closes.
     [[nodiscard]] Connection priOtazce(std::function<void()> zavolat);
 
-    /// For the end of the program: whatever is or would be asked is answered with no.
+    /// For the end of the program: the open question and all later ones are answered with no.
     void ukoncit();
 
-    /// Counts at once; saving goes on behind it until it succeeds.
+    /// Takes effect at once; saving continues in the background until it succeeds.
     void odebrat(std::string slozka);
 
     /// Called after every save and when `chybaOpravneni` is cleared.
@@ -90,7 +91,7 @@ class Slozky {
     /// Chosen folders with their bookmarks.
     using Nove = std::vector<std::pair<std::string, Bytes>>;
     Nove noveZalozky(std::vector<std::string> chosen);
-    /// Whether the person wants all of them, whatever they reach.
+    /// Whether the user confirms all chosen folders that reach far.
     Task<bool> jsouChtene(std::vector<std::string> chosen);
     Task<bool> zeptatSe(SirokaSlozka slozka);
     Task<Result<void>> ulozitNove(const Nove& nove);
@@ -114,12 +115,12 @@ class Slozky {
     std::optional<Sentence> chybaOpravneni_;
     std::map<std::string, Bytes> zalozky_;
     std::set<std::string> aktivniPristupy_;
-    Turns ukladani_; ///< of folders that are not allowed yet
+    Turns ukladani_; ///< saves of folders that are not allowed yet
     Signal<> priZmene_;
     Turns otazky_;
-    mutable std::optional<std::vector<std::string>> aliasy_; ///< of `povolene_`, once they were asked for
+    mutable std::optional<std::vector<std::string>> aliasy_; ///< names of `povolene_`, computed on demand
     std::optional<SirokaSlozka> otazka_;
-    std::shared_ptr<OneShot<Odpoved>> pokracovani_; ///< of whoever asks `otazka_`
+    std::shared_ptr<OneShot<Odpoved>> pokracovani_; ///< waits for the answer to `otazka_`
     bool konci_ = false;
     Signal<> priOtazce_;
 };

@@ -23,7 +23,7 @@ std::unexpected<Error> zapisSelhal(const Error& proc) {
     return fail(Chyba{Chyba::Selhalo{"Zápis selhal: " + proc.popis().czech()}});
 }
 
-/// The words for a file that could not be opened or read.
+/// The error for a file that could not be opened or read.
 Chyba chybaCteni(const Error& error, const std::string& name) {
     switch (systemCode(error)) {
     case ENOENT:
@@ -56,13 +56,13 @@ Result<std::string> readText(const std::string& cesta, const std::optional<std::
 
 Result<std::string> writeText(const std::string& cesta, const std::string& obsah,
                               const std::optional<std::string>& slozka, const PovoleneSlozky& slozky) {
-    // The path check calls such a path "not a file", which says nothing about a file that is to be made.
+    // The path check reports such a path as "not a file", which does not fit a file that is to be created.
     if (cesta.contains('\0')) return zapisSelhal(SystemError{EINVAL});
     TRY(auto, checked, overCestu(cesta, slozka, slozky));
     auto folder = BeneathFolder::open(checked.slozka);
     if (!folder) return zapisSelhal(folder.error());
     auto exists = folder->exists(checked.odSlozky());
-    // A file at a path that cannot be looked at, a too long one, could not be read again either.
+    // A path that cannot be examined, such as one that is too long, could not be read back later either.
     if (!exists) return zapisSelhal(exists.error());
     if (*exists) return fail(Chyba{Chyba::UzExistuje{checked.jmeno()}});
     CHECK(ObeyedFiles::checkNames(checked.odSlozky()));

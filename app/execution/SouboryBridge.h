@@ -13,10 +13,10 @@
 
 namespace morvex {
 
-/// Searches, reads and writes files for an assistant, in allowed folders only: never credentials, never a
-/// replaced file nor one that a program obeys, never more than can be read aloud. Has no state; the disk is
-/// touched on the worker, against the folders as they were allowed at the call. Failures are `Chyba` unless
-/// told otherwise.
+/// Searches, reads and writes files for an assistant, only in allowed folders. It never touches credentials,
+/// never replaces a file, never writes a file that a program obeys, and never reads more than can be read
+/// aloud. Stateless; the disk is accessed on the worker, with the folders that were allowed at the call.
+/// Fails with `Chyba` unless stated otherwise.
 class SouboryBridge {
   public:
     using Chyba = SouboryChyba;
@@ -30,12 +30,12 @@ class SouboryBridge {
     Task<Result<std::string>> precti(std::string cesta, std::optional<std::string> slozka,
                                      PovoleneSlozky slozky);
 
-    /// Makes a new file and the folders above it, unless a program would obey it. Gives its name.
+    /// Creates a new file and its parent folders, unless a program would obey the file. Returns its name.
     Task<Result<std::string>> zapis(std::string cesta, std::string obsah, std::optional<std::string> slozka,
                                     PovoleneSlozky slozky);
 
     /// At most `limit` files whose name contains `dotaz`, as paths relative to the folder, in the order of
-    /// the disk. Fails with `TalkSpanError::Cancelled` when `stop` is requested before the end.
+    /// the disk. Fails with `TalkSpanError::Cancelled` if `stop` is requested before the end.
     Task<Result<std::vector<std::string>>> hledej(std::optional<std::string> dotaz,
                                                   std::optional<std::string> slozka, int limit,
                                                   PovoleneSlozky slozky, std::stop_token stop);

@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// Why a file was not touched. `name` is always one path component, never the whole path.
+/// Why a file operation was refused or failed. `name` is always one path component, never the whole path.
 struct SouboryChyba {
     struct MimoPovolene {
         std::string name;
@@ -58,12 +58,12 @@ struct SouboryChyba {
 
     [[nodiscard]] Sentence popis() const;
 
-    /// Whether this says for certain that nothing was written.
+    /// Whether it is certain that nothing was written.
     [[nodiscard]] bool nicNezapsalo() const { return !std::holds_alternative<Selhalo>(pripad); }
 
     bool operator==(const SouboryChyba&) const = default;
 
-    /// No folder could be told: `vyzva` followed by the names to choose from, or that there is none.
+    /// The folder is not known: `vyzva` followed by the names to choose from, or a note that there is none.
     static SouboryChyba bezSlozky(std::string_view vyzva, const std::vector<std::string>& aliasy);
 };
 

@@ -15,7 +15,7 @@ namespace {
 constexpr std::chrono::seconds timeLimit{60};
 constexpr std::size_t mostOutput = 6000;
 constexpr std::size_t mostErrors = 2000;
-/// Enough for the longest characters that people use, and a bound for those that nobody does.
+/// Enough for the longest characters that people use; a bound for longer ones.
 constexpr std::size_t bytesOfACharacter = 64;
 
 } // namespace
@@ -30,7 +30,7 @@ Task<Result<TerminalBridge::Vysledek>> TerminalBridge::spustitPrikaz(std::string
     auto found = co_await services_.discovery.najdiBinarku({name});
     if (!found) co_return fail(Chyba{Chyba::ZakazanyProgram{name}});
     auto environment = co_await services_.discovery.prostrediNastroju();
-    // The first look for programs may take as long as the user needs to remove a folder.
+    // Checked again, because the first search for programs takes long enough for the user to remove a folder.
     CO_TRY(auto, cwd, co_await overMista(argumenty, slozka, povolene));
     co_return co_await spust({.binary = std::move(found->binarka),
                               .args = std::move(argumenty),

@@ -13,10 +13,9 @@
 
 namespace morvex {
 
-/// Runs commands that look at things for an assistant. There is no shell: a program and its arguments pass
-/// the gates and are started as they are, so that pipes, redirection and globs do not exist. A refused
-/// command stays refused. Calls do not exclude each other; they are made on the main thread, and the disk is
-/// touched on the workers.
+/// Runs read-only commands for an assistant. There is no shell: a program and its arguments pass the gates
+/// and are started unchanged, so there are no pipes, redirections or globs. A refused command stays refused.
+/// Calls may overlap; they are made on the main thread, and the disk is accessed on the workers.
 class TerminalBridge {
   public:
     using Chyba = TerminalChyba;
@@ -34,21 +33,21 @@ class TerminalBridge {
         std::int32_t status = 0;
     };
 
-    /// The allowed folders as they stand at the moment of the call.
+    /// Returns the folders that are allowed at the moment of the call.
     using NyniPovolene = std::function<PovoleneSlozky()>;
 
     explicit TerminalBridge(Services services) : services_(services) {}
 
-    /// A status that is not zero is a result like any other, also that of a command that was stopped after a
-    /// minute. Fails with `Chyba`, with `SouboryChyba` for an argument that is a path, when the launch fails,
-    /// and with `TalkSpanError::Cancelled` when `stop` was requested before it; later `stop` cancels the
-    /// command. The folders are judged as they stand when the command starts.
+    /// A nonzero exit status is a normal result, also for a command that was stopped after a minute. Fails
+    /// with `Chyba`, with `SouboryChyba` for an argument that is a path, if the launch fails, and with
+    /// `TalkSpanError::Cancelled` if `stop` was requested before the launch; afterwards `stop` cancels the
+    /// command. The folders that are allowed when the command starts apply.
     Task<Result<Vysledek>> spustitPrikaz(std::string program, std::vector<std::string> argumenty,
                                          std::optional<std::string> slozka, NyniPovolene povolene,
                                          std::stop_token stop);
 
   private:
-    /// The working folder, once it and all paths among the arguments are allowed.
+    /// The working folder, after it and all paths among the arguments were found to be allowed.
     Task<Result<std::string>> overMista(std::vector<std::string> argumenty, std::optional<std::string> slozka,
                                         NyniPovolene povolene);
     Task<Result<Vysledek>> spust(OutsideProgram program, std::stop_token stop);

@@ -20,7 +20,7 @@ struct TerminalChyba {
     };
 
     struct MimoPovolene {
-        std::string slozka; ///< as it was asked for
+        std::string slozka; ///< as it was requested
         bool operator==(const MimoPovolene&) const = default;
     };
 

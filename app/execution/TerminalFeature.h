@@ -8,7 +8,7 @@ namespace morvex {
 /// The tool `mac.terminal.run`.
 class TerminalFeature final : public Feature {
   public:
-    /// Both outlive it.
+    /// Both references outlive it.
     TerminalFeature(FeatureContext& context, const Slozky& slozky, ProgramDiscovery& programs);
 
   private:

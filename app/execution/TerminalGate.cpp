@@ -20,7 +20,7 @@ constexpr Words<18> allowedPrograms = {"ls",    "cat",  "head",    "tail",      
                                        "stat",  "grep", "rg",      "find",       "du",  "df",
                                        "swift", "node", "python3", "xcodebuild", "npm", "git"};
 
-/// For every program: a search for such a word does not get through either.
+/// Refused for every program, so even a search for such a word is refused.
 constexpr Words<22> changing = {"install", "uninstall", "publish", "update",   "upgrade", "add",
                                 "remove",  "push",      "pull",    "fetch",    "clone",   "commit",
                                 "merge",   "rebase",    "reset",   "checkout", "clean",   "rm",
@@ -36,7 +36,7 @@ bool contains(const auto& words, std::string_view word) {
     return std::ranges::find(words, word) != words.end();
 }
 
-/// The first word that is no option, in lower case. What belongs to an option before it counts as the word.
+/// The first word that is not an option, in lower case. The value of an option before it counts as that word.
 std::optional<std::string> subcommand(const std::vector<std::string>& argumenty) {
     auto found = std::ranges::find_if(argumenty, [](const auto& word) { return !word.starts_with('-'); });
     return found == argumenty.end() ? std::nullopt : std::optional(lowerCase(*found));

@@ -25,7 +25,7 @@ bool WriteAllowance::take(std::size_t bytes) {
 
 void WriteAllowance::giveBack(std::size_t bytes) {
     forgetOld();
-    // A write that took an hour has been forgotten already.
+    // A write that took an hour is no longer counted.
     if (minutes_.empty()) return;
     const auto held = std::min(bytes, minutes_.back().bytes);
     minutes_.back().bytes -= held;

@@ -7,8 +7,8 @@
 
 namespace morvex {
 
-/// How much may be written within an hour, so that nobody fills the disk. The hour is the last one at any
-/// moment; what was written counts until the end of the minute in which it is an hour old. Main thread.
+/// Limits how much may be written within any hour, so that nobody fills the disk. Written bytes count until
+/// the end of the minute in which they become an hour old. Main thread.
 class WriteAllowance {
   public:
     /// Bytes that a phone may have written within an hour.
@@ -16,10 +16,10 @@ class WriteAllowance {
 
     WriteAllowance(const Clock& clock, std::size_t limit) : clock_(clock), limit_(limit) {}
 
-    /// Counts the bytes before they are written. False, and nothing is counted, when they are too many.
+    /// Counts the bytes before they are written. If they exceed the limit, returns false and counts nothing.
     bool take(std::size_t bytes);
 
-    /// Of what was taken last, nothing was written after all.
+    /// Takes back the last `take`, because nothing was written.
     void giveBack(std::size_t bytes);
 
   private:
@@ -33,7 +33,7 @@ class WriteAllowance {
     const Clock& clock_;
     std::size_t limit_;
     std::size_t taken_ = 0;
-    std::deque<Minute> minutes_; ///< with something in them, the oldest first
+    std::deque<Minute> minutes_; ///< minutes with written bytes, the oldest first
 };
 
 } // namespace morvex

@@ -13,7 +13,7 @@ namespace morvex {
 struct MacHotkey {
     enum class Kind { function, key };
 
-    /// The modifier bits in `modifiers`, as the record keeps them on every system.
+    /// The bits of `modifiers`, the same on every system.
     static constexpr std::uint64_t shift = 1U << 17;
     static constexpr std::uint64_t control = 1U << 18;
     static constexpr std::uint64_t option = 1U << 19;
