@@ -9,19 +9,19 @@
 
 namespace morvex {
 
-/// The action that waits for a decision, on the console. A decision that was typed while one request ended
-/// and another came is meant for the first, so it decides nothing. Main thread.
+/// The action that waits for a decision, on the console. If one request ends and another comes while a
+/// decision is being typed, that decision was meant for the first one, so it is ignored. Main thread.
 class ConsoleApprovals {
   public:
     enum class Decision { approved, refused };
 
-    /// Both outlive this object.
+    /// Both references outlive this object.
     ConsoleApprovals(Schvalovani& schvalovani, const ConsoleOutput& output);
 
-    /// Decides the request that was shown to whoever typed this.
+    /// Decides the request that was on screen when the person began to type.
     void decide(Decision decision);
 
-    /// After every line: who typed it has seen all that was printed before.
+    /// Called after every line: the person who typed it has seen everything printed before.
     void lineTyped();
 
   private:
@@ -31,7 +31,7 @@ class ConsoleApprovals {
 
     Schvalovani& schvalovani_;
     const ConsoleOutput& output_;
-    std::string shownID_; ///< of the first request that was printed since the last line
+    std::string shownID_; ///< id of the first request printed since the last line
     QPropertyNotifier notifier_;
 };
 

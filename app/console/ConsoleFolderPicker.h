@@ -9,7 +9,7 @@
 
 namespace morvex {
 
-/// Answers with the folders that were named on the command line of the console.
+/// Answers with the folders that were named in commands of the console.
 class ConsoleFolderPicker final : public FolderPicker {
   public:
     void choose(std::string path) { chosen_.push_back(std::move(path)); }

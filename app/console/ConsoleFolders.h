@@ -11,8 +11,8 @@
 
 namespace morvex {
 
-/// The commands of the console about allowed folders, and the question before a folder that reaches far.
-/// Main thread.
+/// The console's commands for allowed folders, and the question before a folder that reaches as far as the
+/// home folder. Main thread.
 class ConsoleFolders {
   public:
     struct Services {
@@ -23,7 +23,7 @@ class ConsoleFolders {
         const ConsoleOutput& output;
     };
 
-    /// All of it outlives this object.
+    /// All references outlive this object.
     explicit ConsoleFolders(Services services);
 
     void print() const;

@@ -14,16 +14,17 @@ class ConsoleOutput {
     /// `print` takes one line, or several.
     explicit ConsoleOutput(std::function<void(std::string)> print);
 
-    /// One line, whatever the text holds: words of a relay, for one, cannot pass for lines of the program.
+    /// Prints one line, whatever the text contains, so that the words of a relay, for example, cannot pass
+    /// for lines of this program.
     void line(const std::string& text) const;
-    /// Lines that others wrote, set off from those of the program.
+    /// Prints lines that others wrote, marked so that they differ from those of this program.
     void foreign(const std::string& text) const;
-    /// A line, when there is a trouble.
+    /// Prints a line if there is a problem.
     void trouble(const std::optional<Sentence>& sentence) const;
 
     void line(const Sentence& text) const { line(text.czech()); }
 
-    /// Lines as they stand.
+    /// Prints the lines unchanged.
     void picture(std::string lines) const;
 
   private:

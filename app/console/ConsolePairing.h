@@ -10,7 +10,7 @@
 
 namespace morvex {
 
-/// The commands of the console about the pairing, and what is printed of it. Main thread.
+/// The console's commands for the pairing, and what is printed about it. Main thread.
 class ConsolePairing {
   public:
     enum class Pictures { none, codes };
@@ -19,17 +19,18 @@ class ConsolePairing {
     /// While the vault is asked for the keys of this computer once more.
     static constexpr const char* zkousimKlice = "Zkouším znovu získat klíče tohoto počítače.";
 
-    /// With `codes` the output is a terminal that can show a QR code. Both others outlive this object.
+    /// `codes` means that the output is a terminal that can show a QR code. Both references outlive this
+    /// object.
     ConsolePairing(Companion& companion, const ConsoleOutput& output, Pictures pictures);
 
     void begin();
-    /// About the number that was shown to whoever typed this. One that came while it was typed is not
-    /// confirmed.
+    /// Judges the number that was on screen when the person began to type. A number that appeared while the
+    /// verdict was being typed is not confirmed.
     void judge(Verdict verdict);
     void cancel();
     void unpair();
 
-    /// After every line: who typed it has seen all that was printed before.
+    /// Called after every line: the person who typed it has seen everything printed before.
     void lineTyped();
 
   private:
@@ -39,7 +40,7 @@ class ConsolePairing {
     Companion& companion_;
     const ConsoleOutput& output_;
     Pictures pictures_;
-    std::string shownNumber_; ///< the first that was printed since the last line
+    std::string shownNumber_; ///< the first number printed since the last line
     QPropertyNotifier notifier_;
 };
 

@@ -17,7 +17,7 @@ namespace morvex {
 
 namespace {
 
-/// Lines about the link in one minute.
+/// Most lines about the link that are printed in one minute.
 constexpr int mostNews = 60;
 
 struct NamedIntegration {
@@ -226,7 +226,7 @@ void ConsoleShell::tellOfAvailability() {
     if (text != shownAvailability_ && mayTellOfLink()) printAvailability();
 }
 
-/// A relay may have as much to tell as it likes.
+/// The number of lines is limited, because a relay may cause any number of news.
 bool ConsoleShell::mayTellOfLink() {
     const auto now = services_.clock.sinceBoot();
     if (now - minuteOfNews_ >= std::chrono::minutes(1)) {
@@ -248,7 +248,7 @@ void ConsoleShell::printLoginItem() {
     output_.line(std::string("Po přihlášení: ") + (starts ? "spouští se" : "nespouští se"));
 }
 
-/// A relay may say so as often as it likes.
+/// Limited too, because a relay may report the phone's leaving any number of times.
 void ConsoleShell::tellOfLeaving() {
     if (companion_.stav().telefonOdesel.value() && mayTellOfLink())
         output_.line("Párování: " + telefonMezitimOdesel.czech());

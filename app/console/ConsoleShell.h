@@ -20,8 +20,8 @@
 
 namespace morvex {
 
-/// The companion's face where there is no window: a command a line, and a line for whatever changes. Main
-/// thread.
+/// The user interface where there is no window: each line typed is a command, and each change prints a line.
+/// Main thread.
 class ConsoleShell {
   public:
     struct Services {
@@ -36,7 +36,7 @@ class ConsoleShell {
 
     ConsoleShell(Companion& companion, Features& features, Services services);
 
-    /// Says that the program runs, and what went wrong before anybody listened. Before the first line.
+    /// Prints that the program runs and which problems occurred before. Called before the first line.
     void greet(const std::string& version);
 
     /// Handles one line that a person typed.
@@ -70,10 +70,10 @@ class ConsoleShell {
     void switchIntegration(const std::string& name, bool value);
     void keepAwake(const std::string& word);
     void startAtLogin(const std::string& word);
-    /// Tells what to type when the word is no position of a switch.
+    /// Prints what to type if the word is not a position of a switch.
     [[nodiscard]] std::optional<bool> readSwitch(const std::string& word) const;
 
-    /// Whether news of the link are still shown in this minute.
+    /// Whether news about the link may still be printed in this minute.
     [[nodiscard]] bool mayTellOfLink();
 
     Companion& companion_;
@@ -83,7 +83,7 @@ class ConsoleShell {
     ConsoleFolders folders_;
     ConsolePairing pairing_;
     ConsoleApprovals approvals_;
-    Clock::Duration minuteOfNews_{0}; ///< its begin
+    Clock::Duration minuteOfNews_{0}; ///< when the counted minute began
     int newsOfMinute_ = 0;
     std::string shownAvailability_;
     std::optional<Sentence> shownTaskTrouble_;

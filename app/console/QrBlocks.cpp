@@ -12,7 +12,7 @@ constexpr int quietZone = 4;
 constexpr std::string_view blackOnWhite = "\x1b[30;107m";
 constexpr std::string_view plain = "\x1b[0m";
 
-/// By the darkness of the upper and the lower module.
+/// Indexed by the darkness of the upper (2) and the lower (1) module.
 constexpr std::array<std::string_view, 4> blocks{" ", "▄", "▀", "█"};
 
 } // namespace

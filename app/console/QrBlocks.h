@@ -5,8 +5,8 @@
 
 namespace morvex {
 
-/// A QR code, of level L or of a higher one that takes no more room, as lines of half blocks for a terminal:
-/// dark on light whatever the terminal's colours, with the quiet zone that scanners want. An empty text when
+/// A QR code as lines of half blocks for a terminal. Its level is L, or a higher one that needs no larger
+/// code. Dark on light whatever the terminal's colours, with the quiet zone that scanners need. Empty if
 /// `content` does not fit into a code.
 std::string qrBlocks(std::string_view content);
 

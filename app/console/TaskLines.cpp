@@ -12,14 +12,15 @@ namespace morvex {
 
 namespace {
 
-/// The latest that the task has said.
+/// The latest message of the task.
 std::optional<std::string> news(const UkolAgenta& ukol, const Bezici* bezici) {
     if (bezici && bezici->workItemID == ukol.workItemID && ukol.stav == UkolAgenta::Stav::bezi)
         return bezici->prubeh;
     return ukol.chyba ? std::optional(ukol.chyba->czech()) : ukol.shrnuti;
 }
 
-/// What an agent or the phone says cannot pass for a line of this program.
+/// Only first lines are used, so that texts of an agent or of the phone cannot pass for lines of this
+/// program.
 std::string line(std::size_t number, const UkolAgenta& ukol, const Bezici* bezici) {
     auto text = "Úloha " + std::to_string(number) + ": " + firstLine(ukol.nazev) + " — " +
                 std::string(WorkItemStatus(stavProTelefon(ukol.stav)).words()) + " (" +

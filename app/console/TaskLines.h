@@ -8,7 +8,7 @@
 
 namespace morvex {
 
-/// The agents' tasks for a terminal, a numbered line each, the newest first.
+/// The agents' tasks for a terminal: one numbered line each, newest first.
 std::vector<std::string> taskLines(const HistorieAgentu& historie, const AgentRunner& agenti);
 
 } // namespace morvex

@@ -32,7 +32,7 @@ class FileTools {
 
     const Slozky& slozky_;
     SouboryBridge soubory_;
-    WriteAllowance allowance_; ///< of all links since the start; a new connection begins no new hour
+    WriteAllowance allowance_; ///< spans all connections, so a new one begins no new hour
     std::stop_token stop_;
 };
 

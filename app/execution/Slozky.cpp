@@ -153,8 +153,8 @@ Slozky::Nove Slozky::noveZalozky(std::vector<std::string> chosen) {
     return nove;
 }
 
-/// A folder is allowed only once that is on the disk. If the user removes one meanwhile, the save is repeated
-/// without it.
+/// A folder is allowed only once that is on the disk. If the user removes a folder meanwhile, the save is
+/// repeated without it.
 Task<Result<void>> Slozky::ulozitNove(const Nove& nove) {
     if (nove.empty()) co_return Result<void>{};
     const auto turn = co_await ukladani_.take();

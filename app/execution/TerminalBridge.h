@@ -13,9 +13,10 @@
 
 namespace morvex {
 
-/// Runs read-only commands for an assistant. There is no shell: a program and its arguments pass the gates
-/// and are started unchanged, so there are no pipes, redirections or globs. A refused command stays refused.
-/// Calls may overlap; they are made on the main thread, and the disk is accessed on the workers.
+/// Runs commands with which an assistant inspects this computer. There is no shell: a program and its
+/// arguments pass the gates and are started unchanged, so there are no pipes, redirections or globs. A
+/// refused command stays refused. Calls may overlap; they are made on the main thread, and the disk is
+/// accessed on the workers.
 class TerminalBridge {
   public:
     using Chyba = TerminalChyba;
