@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// What this program and this device are: card "O aplikaci".
+/// Facts about this program and this device: card "O aplikaci".
 class AboutModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
@@ -19,13 +19,13 @@ class AboutModel final : public ViewModel {
   public:
     AboutModel(CompanionState& state, QString appVersion, Clipboard& clipboard);
 
-    /// Identifier of this device; empty until it has one.
+    /// Identifier of this device; empty until its identity has been loaded.
     [[nodiscard]] QString identifier() const;
     [[nodiscard]] QString protocolVersion() const;
 
     [[nodiscard]] const QString& appVersion() const { return appVersion_; }
 
-    /// Of the settings.
+    /// Why the settings could not be read or saved.
     [[nodiscard]] QString trouble() const;
 
     Q_INVOKABLE void copyIdentifier();

@@ -33,7 +33,7 @@ QString stateText(UkolAgenta::Stav stav) {
     return {};
 }
 
-/// What the button is called that goes on with the task.
+/// The label of the button that continues the task.
 QString continuation(const UkolAgenta& ukol) {
     return ukol.nastroj == AgentId::claudeCode ? localized("Pokračovat v Claude"_sentence)
                                                : localized("Pokračovat v Codexu"_sentence);

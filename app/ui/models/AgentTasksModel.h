@@ -10,10 +10,10 @@ class AgentTasksModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    /// A map each: `id`, `title`, `state`, `detail`, `running`, `failed`, `continuation`.
+    /// Each row is a map: `id`, `title`, `state`, `detail`, `running`, `failed`, `continuation`.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
-    /// What the agent is called that works now; empty when none does.
+    /// Name of the agent that is working now; empty if none is.
     Q_PROPERTY(QString runningTool READ runningTool NOTIFY runningToolChanged)
     Q_PROPERTY(QString runningId READ runningId NOTIFY runningIdChanged)
 

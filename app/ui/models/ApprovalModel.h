@@ -23,7 +23,8 @@ class ApprovalModel final : public ViewModel {
     [[nodiscard]] QString title() const;
     [[nodiscard]] QString detail() const;
 
-    /// "Potvrdit" and "Zamítnout" under the request with this id. Nothing when another one is open meanwhile.
+    /// "Potvrdit" and "Zamítnout" for the request with this id. Does nothing if another request is open by
+    /// now.
     Q_INVOKABLE void approve(const QString& id);
     Q_INVOKABLE void refuse(const QString& id);
 

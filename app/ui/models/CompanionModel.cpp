@@ -16,7 +16,7 @@ namespace morvex {
 
 namespace {
 
-/// A row each, whose date is this one of the record.
+/// One row for each record, with the date in the member `changed`.
 template <class Record>
 std::vector<RecordTitle> titlesOf(const std::vector<Record>& records, Date Record::* changed) {
     std::vector<RecordTitle> titles;
@@ -26,7 +26,7 @@ std::vector<RecordTitle> titlesOf(const std::vector<Record>& records, Date Recor
     return titles;
 }
 
-/// What `whole` makes of the record, if it is there.
+/// What `whole` makes of the record with this id, if there is one.
 template <class Record, class Whole>
 std::optional<RecordsModel::Record> found(const std::vector<Record>& records, const Uuid& id, Whole whole) {
     const auto place = std::ranges::find(records, id, &Record::id);
@@ -43,7 +43,7 @@ RecordsModel::Source notesOf(const PoznamkyStore& store) {
             [&store] { return store.problem(); }};
 }
 
-/// The period that a summary is about, and where it came from.
+/// The period that a summary covers and its sources.
 QString originOf(const MorvexSummary& summary) {
     auto origin = shortDate(summary.periodStart) + QStringLiteral(" – ") + shortDate(summary.periodEnd);
     for (const auto& source : summary.sources)

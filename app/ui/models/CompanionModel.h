@@ -21,7 +21,8 @@
 
 namespace morvex {
 
-/// All that the windows show, a part a card. Outlives the windows; the companion outlives it.
+/// Everything that the windows show; each part belongs to one card. Outlives the windows; the companion
+/// outlives it.
 class CompanionModel final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -42,7 +43,7 @@ class CompanionModel final : public QObject {
   public:
     struct Services {
         Clock& clock;
-        TaskScope& scope; ///< runs what a button starts; stopped and joined before this object goes
+        TaskScope& scope; ///< runs what a button starts; stopped and joined before this object is destroyed
         Clipboard& clipboard;
         std::string appVersion;
         std::function<void()> openMainWindow;
@@ -75,7 +76,7 @@ class CompanionModel final : public QObject {
 
     AboutModel* about() { return &about_; }
 
-    /// Has the windows read every text anew, as after a change of the language.
+    /// Makes the windows read every text again, for example after a change of the language.
     void refresh();
 
     /// "Otevřít nastavení"

@@ -17,7 +17,7 @@ class CustomAppsModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    /// A map each: `id`, `name`, `endpoint`, `enabled`, `fromPhone`.
+    /// Each row is a map: `id`, `name`, `endpoint`, `enabled`, `fromPhone`.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(bool saving READ saving NOTIFY savingChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
@@ -33,17 +33,17 @@ class CustomAppsModel final : public ViewModel {
     /// Why the last save failed.
     [[nodiscard]] QString error() const;
 
-    /// Why the last switch could not be switched on, or the settings are not saved.
+    /// Why the last app could not be switched on, or that the settings are not saved.
     [[nodiscard]] QString trouble() const { return trouble_.text(); }
 
-    /// On counts, and shows, once it is saved.
+    /// Switching on takes effect, and shows, once it is saved.
     Q_INVOKABLE void setEnabled(const QString& id, bool enabled);
     Q_INVOKABLE void remove(const QString& id);
-    /// Adds an app when the id is empty, else changes that one. An empty token stays what it was. The end is
-    /// told, by `saved` or by `error`, to the editor that asked alone.
+    /// Adds an app if the id is empty, otherwise changes that app. An empty token keeps the present one. Only
+    /// the editor that asked hears of the end, by `saved` or by `error`.
     Q_INVOKABLE void save(const QString& id, const QString& name, const QString& endpoint,
                           const QString& token);
-    /// The editor opens.
+    /// Called when the editor opens.
     Q_INVOKABLE void startEditing();
 
   Q_SIGNALS:

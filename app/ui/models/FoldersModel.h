@@ -12,7 +12,7 @@ class FoldersModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    /// A map each: `id`, `path`, `name`, `needsRenewal`.
+    /// Each row is a map: `id`, `path`, `name`, `needsRenewal`.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(bool anyNeedsRenewal READ anyNeedsRenewal NOTIFY anyNeedsRenewalChanged)
     Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
@@ -25,16 +25,16 @@ class FoldersModel final : public ViewModel {
     RowList* rows() { return &rows_; }
 
     [[nodiscard]] bool anyNeedsRenewal() const;
-    /// Why the last permission could not be kept, or the settings are not saved.
+    /// Why the last permission could not be saved, or that the settings are not saved.
     [[nodiscard]] QString trouble() const;
 
-    /// The folder that is allowed only after a yes, and what that would mean; empty when nothing is asked.
+    /// The folder about which the user is asked, and what allowing it would mean; empty if nothing is asked.
     [[nodiscard]] QString askedPath() const;
     [[nodiscard]] QString warning() const;
 
-    /// Asks for folders in a dialog.
+    /// Lets the user choose folders in a dialog.
     Q_INVOKABLE void add();
-    /// The answers to the question that is open.
+    /// The answers to the open question.
     Q_INVOKABLE void allowAsked();
     Q_INVOKABLE void refuseAsked();
     Q_INVOKABLE void remove(const QString& path);
@@ -42,7 +42,7 @@ class FoldersModel final : public ViewModel {
   Q_SIGNALS:
     void anyNeedsRenewalChanged();
     void troubleChanged();
-    /// Another question, or none any more.
+    /// Another question is open, or none any more.
     void asking();
 
   private:

@@ -27,15 +27,15 @@ class IntegrationRow final : public ViewModel {
     struct Description {
         Integration integration;
         Sentence name;
-        /// The status; for a row that is not available, why.
+        /// The status, or why the row is not available.
         std::function<Sentence()> detail;
-        /// What a new look ("Zjistit znovu") may mend; empty is none.
+        /// A problem that looking again ("Zjistit znovu") may solve; empty if there is none.
         std::function<Sentence()> problem = [] { return Sentence(); };
         bool available = true; ///< the service exists on this system
-        Sentence action = {};  ///< what its button is called; none when it is empty
+        Sentence action = {};  ///< label of its button; no button if empty
     };
 
-    /// Told how a switching ended, with the failure.
+    /// Called with the result of a switching.
     using Switched = std::function<void(const Result<void>&)>;
 
     IntegrationRow(MacIntegrationSettings& settings, TaskScope& scope, Description description,
@@ -50,10 +50,10 @@ class IntegrationRow final : public ViewModel {
     [[nodiscard]] bool available() const { return description_.available; }
 
     [[nodiscard]] bool on() const;
-    /// On counts, and shows, once it is saved.
+    /// Switching on takes effect, and shows, once it is saved.
     void setOn(bool on);
 
-    /// Also reads the row anew when this changes.
+    /// Reads the row again when this property changes, too.
     template <class Value> void follow(QProperty<Value>& property) { watch(property); }
 
     using ViewModel::follow;

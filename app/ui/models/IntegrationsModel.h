@@ -24,7 +24,7 @@ class IntegrationsModel final : public ViewModel {
     Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
 
   public:
-    /// `scope` runs what a switch starts.
+    /// `scope` runs the tasks that a switch starts.
     IntegrationsModel(Companion& companion, Features& features, TaskScope& scope);
 
     [[nodiscard]] const QList<QObject*>& personalData() const { return personalData_; }
@@ -33,15 +33,15 @@ class IntegrationsModel final : public ViewModel {
 
     [[nodiscard]] const QList<QObject*>& customApps() const { return customApps_; }
 
-    /// Why the last switch could not be switched on, or the settings are not saved.
+    /// Why the last family could not be switched on, or that the settings are not saved.
     [[nodiscard]] QString trouble() const { return trouble_.text(); }
 
-    /// Has every row read anew.
+    /// Reads every row again.
     void refreshRows();
 
-    /// A look for programs and services is under way.
+    /// Whether a search for programs and services is running.
     [[nodiscard]] bool detecting() const;
-    /// Looks for programs and services again, unless it does already.
+    /// Searches for programs and services again, unless a search is running.
     Q_INVOKABLE void detectAgain();
 
   Q_SIGNALS:

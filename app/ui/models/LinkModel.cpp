@@ -59,7 +59,7 @@ QString LinkModel::placeOfKeys() const {
 QString LinkModel::trouble() const {
     QStringList troubles;
     if (const auto& potiz = state_.potizTrezoru.value()) troubles << localized(*potiz);
-    // The card of the pairing tells of the keys, with what can be done.
+    // The pairing card reports problems with the keys, together with what can be done.
     const bool isOfTheKeys = state_.klice.value().pripad == StavKlicu::Pripad::nejsou;
     if (const auto& potiz = state_.potiz.value(); potiz && !isOfTheKeys) troubles << localized(*potiz);
     return troubles.join(QChar(u'\n'));

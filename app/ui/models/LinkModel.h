@@ -26,14 +26,14 @@ class LinkModel final : public ViewModel {
     LinkModel(Companion& companion, Clock& clock, TaskScope& scope);
 
     [[nodiscard]] QString availability() const;
-    /// Name of the picture that stands for the availability.
+    /// Name of the picture for the availability.
     [[nodiscard]] QString symbol() const;
     [[nodiscard]] bool usable() const;
     [[nodiscard]] bool needsAttention() const;
     [[nodiscard]] QString relay() const;
-    /// When the link tries again; empty while it does not wait.
+    /// When the link tries again; empty unless it waits.
     [[nodiscard]] QString nextAttempt() const;
-    /// That the keys lie in files; empty where there is a keyring.
+    /// A note that the keys are stored in files; empty if there is a keyring.
     [[nodiscard]] QString placeOfKeys() const;
     [[nodiscard]] QString trouble() const;
 

@@ -42,27 +42,27 @@ class PairingModel final : public ViewModel {
     PairingModel(Companion& companion, Services services);
 
     [[nodiscard]] Situation situation() const;
-    /// What is waited for while the keys of this computer are not there, or why they are not.
+    /// What the program waits for while the keys of this computer are not loaded, or why loading failed.
     [[nodiscard]] QString keys() const;
     [[nodiscard]] bool hasPhone() const;
     [[nodiscard]] QString phone() const;
     [[nodiscard]] QString confirmedOn() const;
     [[nodiscard]] QString code() const;
     [[nodiscard]] QString validUntil() const;
-    /// The code on screen is too old to be used.
+    /// Whether the code on screen has expired.
     [[nodiscard]] bool expired() const;
     [[nodiscard]] QString number() const;
-    /// That the phone has left meanwhile; empty while it is there.
+    /// A note that the phone has left meanwhile; empty otherwise.
     [[nodiscard]] QString phoneLeft() const;
     [[nodiscard]] QString failure() const;
     [[nodiscard]] QString relayAddress() const;
     void setRelayAddress(const QString& address);
-    /// Why what was written last was not taken; empty when it was.
+    /// Why the last entered address was not taken over; empty if it was.
     [[nodiscard]] QString relayProblem() const;
-    /// No other device can reach the relay under this address.
+    /// Whether no other device can reach the relay under this address.
     [[nodiscard]] bool relayIsLocal() const;
 
-    /// "Zkusit znovu" beside keys that are not there.
+    /// "Zkusit znovu" next to keys that could not be loaded.
     Q_INVOKABLE void loadKeys();
     Q_INVOKABLE void start();
     Q_INVOKABLE void cancel();
@@ -70,7 +70,7 @@ class PairingModel final : public ViewModel {
     Q_INVOKABLE void confirm(const QString& number);
     Q_INVOKABLE void refuse();
     Q_INVOKABLE void unpair();
-    /// For a phone in a terminal.
+    /// For a phone program that runs in a terminal.
     Q_INVOKABLE void copyCode();
 
   Q_SIGNALS:

@@ -10,8 +10,8 @@
 
 namespace morvex {
 
-/// What a row of the window shows of a note or a summary. There may be very many, so it is small, however
-/// long the record is.
+/// What a row of the window shows of a note or a summary. There may be very many rows, so this is small
+/// however long the record is.
 struct RecordTitle {
     Q_GADGET
     Q_PROPERTY(QString id MEMBER id)
@@ -19,13 +19,13 @@ struct RecordTitle {
     Q_PROPERTY(QString date READ date)
 
   public:
-    /// More bytes of a title than a row has room for.
+    /// In bytes; a row has room for less.
     static constexpr std::size_t longestTitle = 1000;
 
     /// `changed` is the date of the last change.
     static RecordTitle of(const Uuid& id, const std::string& title, Date changed);
 
-    /// The last change as it is shown.
+    /// The date of the last change, formatted for display.
     [[nodiscard]] QString date() const;
 
     bool operator==(const RecordTitle&) const = default;

@@ -14,12 +14,12 @@
 
 namespace morvex {
 
-/// Texts that came from the phone, for reading: the cards of notes and of summaries.
+/// Read-only texts that came from the phone: the cards of notes and of summaries.
 class RecordsModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    /// A `RecordTitle` each.
+    /// Each row is a `RecordTitle`.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(QString trouble READ trouble NOTIFY troubleChanged)
 
@@ -27,11 +27,11 @@ class RecordsModel final : public ViewModel {
     struct Record {
         std::string title;
         std::string body;
-        QString date;        ///< of the last change, as it is shown
-        QString origin = {}; ///< what it was made from, as it is shown; empty where that is not known
+        QString date;        ///< of the last change, formatted for display
+        QString origin = {}; ///< what it was made from, for display; empty if unknown
     };
 
-    /// Where the records are; it outlives this object.
+    /// The source of the records; everything it refers to outlives this object.
     struct Source {
         std::function<std::vector<RecordTitle>()> titles;
         std::function<std::optional<Record>(const Uuid& id)> find;
@@ -44,8 +44,8 @@ class RecordsModel final : public ViewModel {
 
     [[nodiscard]] QString trouble() const;
 
-    /// A map of one whole record: `id`, `title`, `body`, `date`, `origin`; without an `id` when there is
-    /// none.
+    /// One whole record as a map: `id`, `title`, `body`, `date`, `origin`. Has no `id` if there is no such
+    /// record.
     [[nodiscard]] Q_INVOKABLE QVariantMap find(const QString& id) const;
     Q_INVOKABLE void copy(const QString& text);
 

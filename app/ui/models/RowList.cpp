@@ -92,14 +92,14 @@ void RowList::insert(const QVariantList& now, qsizetype first, qsizetype end) {
     endInsertRows();
 }
 
-/// Has the row stand here that is wanted here and stands behind.
+/// Moves the wanted row from behind to this position.
 bool RowList::bring(const QVariantList& now, qsizetype position, const Ids& stored) {
     const auto wanted = idOf_(now[position]);
     const auto place = find(wanted, position);
     if (place > position + 1 && place < rows_.size()) move(place, position);
     if (place != position + 1) return place < rows_.size();
-    // Rather the one that stands here went down, behind the last of those that come before it and stand
-    // already.
+    // The row at this position has moved down instead: it is put behind the last of those rows that come
+    // before it and are in the list already.
     const auto id = idOf_(rows_[position]);
     auto before = position;
     for (auto at = position; at < now.size() && idOf_(now[at]) != id; ++at)
@@ -110,7 +110,7 @@ bool RowList::bring(const QVariantList& now, qsizetype position, const Ids& stor
 }
 
 void RowList::move(qsizetype from, qsizetype to) {
-    // The model counts the place before the row is taken out.
+    // The model counts the target position with the row still at its old place.
     const auto place = static_cast<int>(to > from ? to + 1 : to);
     beginMoveRows({}, static_cast<int>(from), static_cast<int>(from), {}, place);
     rows_.move(from, to);

@@ -10,9 +10,9 @@
 
 namespace morvex {
 
-/// The rows of a view model as QML repeats them, each with an id of its own. What changes in one row leaves
-/// the others standing, and the keyboard where it is. Where so much changes at once that it would take too
-/// many steps, the rows are told of as new ones. Part of its view model; main thread.
+/// The rows of a view model, as QML repeats them, each with its own id. A change of one row keeps the other
+/// rows and the keyboard focus. If a change would take too many steps, all rows are reported as new. Part of
+/// its view model; main thread.
 class RowList final : public QAbstractListModel {
     Q_OBJECT
     QML_ANONYMOUS
@@ -21,12 +21,12 @@ class RowList final : public QAbstractListModel {
   public:
     using Id = QString (*)(const QVariant& row);
 
-    /// Runs of rows that come or go, and rows that move, before all are new; each takes one pass over the
-    /// rows.
+    /// Most steps before all rows are reported as new. A step inserts or removes a run of rows or moves one
+    /// row, and takes one pass over the rows.
     static constexpr int mostSteps = 100;
 
-    /// Reads now and after each change of the view model, which has everything that `read` needs by now. The
-    /// rows are maps with an `id`, unless `idOf` says otherwise.
+    /// Reads the rows now and after each change of the view model; everything that `read` uses must exist
+    /// already. The rows are maps with an `id`, unless `idOf` says otherwise.
     RowList(const ViewModel& owner, std::function<QVariantList()> read, Id idOf = idOfMap);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -43,7 +43,7 @@ class RowList final : public QAbstractListModel {
     [[nodiscard]] Ids idsOf(const QVariantList& rows) const;
 
     void readAnew();
-    /// The next two are false when they gave up.
+    /// The next two return false if there were too many steps.
     bool dropMissing(const QVariantList& now, int& steps);
     bool placeAll(const QVariantList& now, int& steps);
     void drop(qsizetype first, qsizetype end);

@@ -11,15 +11,15 @@
 
 namespace morvex {
 
-/// What a card with switches says: why the last one could not be switched on, or that the settings are not
-/// saved. A refusal is forgotten with the next switch, and once the settings have no trouble any more. Part
-/// of its view model; main thread.
+/// The problem that a card with switches shows: why the last one could not be switched on, or that the
+/// settings are not saved. A refusal is forgotten at the next switching and when the settings have no problem
+/// any more. Part of its view model; main thread.
 class SwitchTrouble {
   public:
     /// `settings` outlives this object. `changed` is called when the text may have changed.
     SwitchTrouble(QProperty<std::optional<Sentence>>& settings, std::function<void()> changed);
 
-    /// What came of the last switch.
+    /// Takes the result of the last switching.
     void note(const Result<void>& result);
 
     [[nodiscard]] QString text() const;

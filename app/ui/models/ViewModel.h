@@ -12,18 +12,19 @@
 
 namespace morvex {
 
-/// Base of what the window shows. A change of what lies behind it is told by the signals of those properties
-/// whose values have become different, so that only what shows them is drawn again. Main thread.
+/// Base of what the window shows. After a change, only the signals of properties whose values differ are
+/// emitted, so that only their views are drawn again. Main thread.
 class ViewModel : public QObject {
     Q_OBJECT
     QML_ANONYMOUS
 
   public:
-    /// Compares each property with what was told of it last, as after a change of the language.
+    /// Compares each property with its last reported value, for example after a change of the language.
     void refresh();
 
   Q_SIGNALS:
-    /// Behind the signals of the properties, also where only what is no property may have changed.
+    /// Emitted after the signals of the properties, even if only something that is not a property may have
+    /// changed.
     void changed();
 
   protected:
@@ -31,11 +32,11 @@ class ViewModel : public QObject {
         notifiers_.push_back(property.addNotifier([this] { refresh(); }));
     }
 
-    /// Ends with this object.
+    /// Keeps the connection until this object is destroyed.
     void follow(Connection connection) { connections_.push_back(std::move(connection)); }
 
   private:
-    std::vector<QVariant> told_; ///< of each property, by its index
+    std::vector<QVariant> told_; ///< last reported value of each property, by its index
     std::vector<QPropertyNotifier> notifiers_;
     std::vector<Connection> connections_;
 };

@@ -17,7 +17,7 @@ struct Language {
     Sentence name;
 };
 
-/// Each language is called what its speakers call it.
+/// Each language has the name that its speakers use.
 Sentence asSpoken(const char* name) {
     return Sentence(name);
 }

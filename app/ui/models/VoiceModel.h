@@ -13,7 +13,7 @@ class VoiceModel final : public ViewModel {
     QML_ELEMENT
     QML_UNCREATABLE("")
     Q_PROPERTY(bool hasKey READ hasKey NOTIFY hasKeyChanged)
-    /// A map each: `mode`, `name`.
+    /// Each entry is a map: `mode`, `name`.
     Q_PROPERTY(QVariantList languages READ languages NOTIFY languagesChanged)
     Q_PROPERTY(int languageIndex READ languageIndex NOTIFY languageIndexChanged)
 
@@ -22,7 +22,7 @@ class VoiceModel final : public ViewModel {
 
     [[nodiscard]] bool hasKey() const;
     [[nodiscard]] QVariantList languages() const;
-    /// Of the language mode in `languages`.
+    /// Index of the current language mode in `languages`.
     [[nodiscard]] int languageIndex() const;
 
     Q_INVOKABLE void setLanguageMode(const QString& mode);

@@ -20,7 +20,7 @@ bool WakefulnessModel::startsAtLogin() const {
 
 void WakefulnessModel::setStartsAtLogin(bool starts) {
     bdelost_.setSpoustetPoPrihlaseni(starts);
-    // The switch that was pressed shows what really holds, also where that is what held before.
+    // The pressed switch must show the actual setting, even if that has not changed.
     refresh();
 }
 

@@ -28,7 +28,7 @@ class WakefulnessModel final : public ViewModel {
     [[nodiscard]] QString state() const;
     [[nodiscard]] QString loginTrouble() const;
     [[nodiscard]] QString wakeTrouble() const;
-    /// The settings are not saved.
+    /// Why the settings could not be read or saved.
     [[nodiscard]] QString trouble() const;
 
   Q_SIGNALS:
