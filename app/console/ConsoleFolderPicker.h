@@ -22,7 +22,7 @@ class ConsoleFolderPicker final : public FolderPicker {
     }
 
   private:
-    std::deque<std::string> chosen_; ///< a choice each, so that a no to one says nothing of the next
+    std::deque<std::string> chosen_; ///< one choice each, so that a no affects only that one
 };
 
 } // namespace morvex

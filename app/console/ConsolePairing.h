@@ -16,7 +16,7 @@ class ConsolePairing {
     enum class Pictures { none, codes };
     enum class Verdict { same, different };
 
-    /// While the vault is asked for the keys of this computer once more.
+    /// Printed while the vault is asked again for the keys of this computer.
     static constexpr const char* zkousimKlice = "Zkouším znovu získat klíče tohoto počítače.";
 
     /// `codes` means that the output is a terminal that can show a QR code. Both references outlive this

@@ -7,7 +7,7 @@
 
 namespace morvex {
 
-/// What the desktop says about how windows should look: light or dark, and how large text is. Main thread.
+/// The desktop's settings for windows: light or dark, and the size of text. Main thread.
 class Appearance : public QObject {
     Q_OBJECT
     QML_ELEMENT

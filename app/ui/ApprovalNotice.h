@@ -8,8 +8,8 @@
 namespace morvex {
 
 /// Shows the action that waits for a decision as a notification of the desktop, with both answers; a press of
-/// the notification itself opens the window. Its text is the title alone: a notification may be seen on a
-/// locked screen. Main thread.
+/// the notification itself opens the window. The notification contains only the title, because it may be
+/// visible on a locked screen. Main thread.
 class ApprovalNotice final : public QObject {
     Q_OBJECT
 

@@ -6,12 +6,12 @@
 
 namespace morvex {
 
-/// How the link is shown at a glance. Each differs by its shape, not by colour alone.
+/// How the state of the link is drawn. The symbols differ in shape, not only in colour.
 enum class AvailabilitySymbol { ready, busy, connecting, away, attention };
 
 [[nodiscard]] AvailabilitySymbol availabilitySymbol(const MacAvailability& availability);
 
-/// Name of its picture in `pictures/availability`.
+/// Name of the symbol's picture in `pictures/availability`.
 [[nodiscard]] QString pictureName(AvailabilitySymbol symbol);
 
 } // namespace morvex

@@ -17,7 +17,7 @@ void DescriptionNews::follow() {
     followed_ = nullptr;
     const auto* item = window_.activeFocusItem();
     if (!item) return;
-    // Its type belongs to the toolkit, and only its name is known.
+    // The attached type is private to Qt, so it can be found only by its name.
     const auto& parts = item->children();
     const auto found = std::ranges::find_if(
         parts, [](const QObject* part) { return part->inherits("QQuickAccessibleAttached"); });

@@ -8,8 +8,8 @@ class QQuickWindow;
 
 namespace morvex {
 
-/// Tells screen readers when the description of what has the keyboard changes; the toolkit tells them of
-/// names alone. One a window, which owns it. Main thread.
+/// Tells screen readers when the description of the focused item changes, because Qt itself reports only
+/// changed names. One for each window, which owns it. Main thread.
 class DescriptionNews : public QObject {
     Q_OBJECT
 

@@ -13,7 +13,7 @@ class GlyphProvider final : public QQuickImageProvider {
     QImage requestImage(const QString& id, QSize* size, const QSize& requested) override;
 };
 
-/// One drawing at a size in pixels; null when there is none of this name.
+/// One drawing at a size in pixels; null if there is none with this name.
 [[nodiscard]] QImage drawGlyph(const QString& name, const QByteArray& color, QSize size);
 
 } // namespace morvex

@@ -18,7 +18,7 @@ bool LanguageTable::take(const QString& code) {
 
 QString LanguageTable::translate(const char* context, const char* source, const char* disambiguation,
                                  int count) const {
-    // A sentence without forms for its number is found without the number alone.
+    // A sentence without plural forms is found only when looked up without the number.
     auto found = table_.translate("Morvex", source, nullptr, count);
     if (found.isNull()) found = table_.translate("Morvex", source);
     return found.isNull() ? toolkit_.translate(context, source, disambiguation, count) : found;

@@ -4,18 +4,18 @@
 
 namespace morvex {
 
-/// The words of the window in one language, and those of the toolkit's own dialogs and menus where its tables
-/// are installed. Installed in the application, it answers for every context, since the Czech sentence alone
-/// is the key. Main thread.
+/// The texts of the window in one language, and those of Qt's own dialogs and menus if Qt's tables are
+/// installed. It answers for every translation context, because the Czech sentence alone is the key. Main
+/// thread.
 class LanguageTable final : public QTranslator {
     Q_OBJECT
 
   public:
-    /// Czech.
+    /// Starts with Czech.
     LanguageTable();
 
-    /// Takes the table of this language ("cs", "en", …). Without one, as for Czech, every sentence stands for
-    /// itself. True when it is another language than before.
+    /// Loads the table of this language ("cs", "en", …). Without a table every sentence stays Czech. Returns
+    /// whether the language has changed.
     bool take(const QString& code);
 
     QString translate(const char* context, const char* source, const char* disambiguation,

@@ -10,12 +10,12 @@ namespace morvex {
 
 namespace {
 
-/// Bytes. What agents, phones and relays wrote may be far longer, and is in no table.
+/// In bytes. Texts from agents, phones and relays may be far longer, but no table contains them.
 constexpr std::size_t longestSentence = 2'000;
 
 std::string formOf(std::string_view czech, std::int64_t number) {
     std::string key(czech);
-    // The toolkit reads up to the first zero byte.
+    // Qt reads the key only up to the first zero byte.
     if (key.size() > longestSentence || key.contains('\0')) return key;
     const auto most = std::int64_t{std::numeric_limits<int>::max()};
     const auto count = static_cast<int>(std::min(number, most));

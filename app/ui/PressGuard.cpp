@@ -13,31 +13,31 @@ namespace morvex {
 
 namespace {
 
-/// As long as a double click takes.
+/// The duration of a double click.
 constexpr std::chrono::milliseconds freshness{400};
 
-/// A hand that rests moves the pointer by less, in pixels.
+/// In pixels; a resting hand moves the pointer by less.
 constexpr qreal rest = 10;
 
 bool pressesControls(int key) {
     return key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
-/// The children, the one that is drawn last first.
+/// The children, topmost (drawn last) first.
 QList<QQuickItem*> fromTheTop(const QQuickItem& item) {
     auto children = item.childItems();
     std::ranges::reverse(children);
     const auto isAbove = [](const QQuickItem* one, const QQuickItem* other) { return one->z() > other->z(); };
-    // In place, and keeping the order of equals.
+    // Sorts in place; items of equal height keep their order.
     for (auto child = children.begin(); child != children.end(); ++child)
         std::rotate(std::upper_bound(children.begin(), child, *child, isAbove), child, child + 1);
     return children;
 }
 
-/// The item on top at this place, in coordinates of `item`, that takes presses; null when there is none.
+/// The topmost item at this place, in coordinates of `item`, that takes presses; null if there is none.
 QQuickItem* pressable(QQuickItem* item, QPointF place) {
     if (!item->isVisible() || !item->isEnabled()) return nullptr;
-    // Nothing here is outside of what holds it, but for what is held by something without an extent.
+    // No item here extends beyond its parent, except where the parent has no size.
     if (!item->size().isEmpty() && !item->contains(place)) return nullptr;
     for (auto* child : fromTheTop(*item))
         if (auto* found = pressable(child, item->mapToItem(child, place))) return found;
@@ -49,7 +49,7 @@ QQuickItem* pressable(QQuickItem* item, QPointF place) {
 PressGuard::PressGuard(QQuickWindow& window, const Clock& clock)
     : QObject(&window), window_(window), clock_(clock) {
     window.installEventFilter(this);
-    // What changes is drawn, so that what was looked at stays as it was seen.
+    // Every change is drawn, so checking after each frame sees what the user saw.
     connect(&window, &QQuickWindow::afterAnimating, this, &PressGuard::noteChange);
 }
 
@@ -59,7 +59,7 @@ bool PressGuard::eventFilter(QObject*, QEvent* event) {
         moveTo(static_cast<QMouseEvent*>(event)->position());
         return false;
     case QEvent::Wheel:
-        // What is scrolled there was brought there.
+        // The user has scrolled, so whatever is under the pointer now was brought there on purpose.
         pointer_.reset();
         return false;
     case QEvent::MouseButtonPress:
@@ -76,7 +76,7 @@ bool PressGuard::eventFilter(QObject*, QEvent* event) {
 
 PressGuard::Target PressGuard::targetOf(QQuickItem* item) {
     if (!item) return {};
-    // The text of a field is what was typed.
+    // The text of a field is what was typed, so it is not compared.
     const bool isButton = item->inherits("QQuickAbstractButton");
     return {item, isButton ? item->property("text").toString() : QString(), item->property("subject")};
 }
@@ -104,7 +104,7 @@ void PressGuard::noteChange() {
 void PressGuard::noteSubject() {
     auto now = targetOf(window_.activeFocusItem());
     if (now == focused_) return;
-    // Another item has it because somebody moved there.
+    // If another item has the focus, the user has moved it there.
     if (now.item && now.item == focused_.item) subjectChanged_ = clock_.sinceBoot();
     focused_ = std::move(now);
 }
@@ -135,7 +135,7 @@ bool PressGuard::refusesKey(const QKeyEvent& key) {
     if (subjectChanged_ && isFresh(*subjectChanged_)) return true;
     auto target = focused_;
     const bool isAnother = lastKey_ && lastKey_->target != target;
-    // A key that is held repeats what it did, and begins nothing.
+    // A key that is held down may repeat its action, but must not begin another.
     if (isAnother && (key.isAutoRepeat() || isFresh(lastKey_->time))) return true;
     lastKey_ = {std::move(target), clock_.sinceBoot()};
     return false;

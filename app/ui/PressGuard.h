@@ -13,12 +13,12 @@ class QKeyEvent;
 
 namespace morvex {
 
-/// Keeps a press from what a person cannot have meant: a control that has come under the pointer by itself,
-/// or has come to be about something else, takes none for a moment, and the second of two quick presses of a
-/// key counts only for what took the first one. What had been there before and comes back takes a press at
-/// once, so that news that come and go above a button do not lock it. So the second half of a double click is
-/// lost on whatever the first half brought there, a row that moves up, a sheet, the next question under the
-/// same button. One for each window, which owns it. Main thread.
+/// Refuses presses that the user cannot have meant. A control that has come under the pointer by itself, or
+/// whose subject has changed, takes no press for a moment. The second of two quick key presses counts only
+/// for the control that took the first. So the second half of a double click does not reach whatever the
+/// first half brought there: a row that moved up, a sheet, the next question under the same button. A control
+/// that was there before and comes back takes a press at once, so that messages that come and go above a
+/// button do not lock it. One for each window, which owns it. Main thread.
 class PressGuard final : public QObject {
     Q_OBJECT
 
@@ -29,7 +29,7 @@ class PressGuard final : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
   private:
-    /// A control, and what it is about at the moment.
+    /// A control and its current subject.
     struct Target {
         QPointer<QQuickItem> item;
         QString words;
@@ -45,9 +45,9 @@ class PressGuard final : public QObject {
     static Target targetOf(QQuickItem* item);
     [[nodiscard]] Target at(QPointF place) const;
     [[nodiscard]] bool isFresh(Clock::Duration time) const;
-    /// Notes whether what is under the pointer has become another thing while the pointer rested.
+    /// Notes whether the target under the pointer has changed while the pointer rested.
     void noteChange();
-    /// Notes whether the control with the keyboard has come to be about something else.
+    /// Notes whether the subject of the focused control has changed.
     void noteSubject();
     void moveTo(QPointF place);
     [[nodiscard]] bool refusesPress(QPointF place);
@@ -56,9 +56,9 @@ class PressGuard final : public QObject {
     QQuickWindow& window_;
     const Clock& clock_;
     std::optional<QPointF> pointer_;
-    Target under_; ///< the pointer, when it was looked at last
+    Target under_; ///< the target under the pointer at the last check
     Clock::Duration since_{0};
-    Target seen_; ///< what had been there long enough, before what is there now
+    Target seen_; ///< the previous target, if it had been there long enough
     std::optional<Clock::Duration> changed_;
     QPointF changedAt_;
     Target focused_;

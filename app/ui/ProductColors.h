@@ -4,8 +4,7 @@
 
 namespace morvex {
 
-/// The two colours of the product. Every other one of the windows and of the drawings is a shade of them or
-/// grey.
+/// The two colours of the product. All other colours of the windows and drawings are shades of these or grey.
 struct ProductColors {
     static constexpr QColor blue{0x00, 0x5c, 0xa3};
     static constexpr QColor orange{0xd1, 0x4d, 0x0a};

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int anyMask = -1;
 
-/// Null when the text is too long.
+/// Null if the text is empty or too long.
 QImage modulesOf(const std::string& text) {
     using qrcodegen::QrCode, qrcodegen::QrSegment;
     if (text.empty()) return {};
@@ -68,7 +68,7 @@ QRectF QrItem::place() const {
     const auto modules = static_cast<double>(modules_.width());
     const auto pixels = std::max(1.0, std::floor(std::min(width(), height()) * ratio / modules));
     const auto side = pixels * modules / ratio;
-    // In the middle, on a whole pixel of the screen.
+    // Centred, and aligned to whole pixels of the screen.
     const auto corner = mapToScene({(width() - side) / 2, (height() - side) / 2});
     const QPointF snapped(std::round(corner.x() * ratio) / ratio, std::round(corner.y() * ratio) / ratio);
     return {mapFromScene(snapped), QSizeF(side, side)};

@@ -6,13 +6,13 @@
 
 namespace morvex {
 
-/// Draws a text as a QR code of the correction level L, each module a whole number of the screen's pixels.
-/// The quiet zone around it is left to what it stands on.
+/// Draws a text as a QR code of correction level L. Each module covers a whole number of the screen's pixels.
+/// The parent must provide the quiet zone.
 class QrItem : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
-    /// False when the text does not fit into a code.
+    /// False if the text does not fit into a code.
     Q_PROPERTY(bool drawable READ drawable NOTIFY textChanged)
 
   public:
@@ -35,7 +35,7 @@ class QrItem : public QQuickItem {
     [[nodiscard]] QRectF place() const;
 
     QString text_;
-    QImage modules_; ///< a pixel a module
+    QImage modules_; ///< one pixel for each module
 };
 
 } // namespace morvex

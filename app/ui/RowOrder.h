@@ -7,15 +7,15 @@ class QQuickItem;
 
 namespace morvex {
 
-/// A view that makes its rows as they come into sight makes them in any order, but Tab and screen readers go
-/// through the children of an item in their own order. This puts them right. Main thread.
+/// Puts rows into the order in which they are shown. A list view creates its rows in any order as they come
+/// into sight, but Tab and screen readers follow the order of an item's children. Main thread.
 class RowOrder : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
 
   public:
-    /// From now on the children come as they stand, from top to bottom.
+    /// Sorts the children from top to bottom.
     Q_INVOKABLE static void arrange(QQuickItem* parent);
 };
 

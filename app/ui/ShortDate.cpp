@@ -11,7 +11,7 @@ QDateTime localTime(Date date) {
     return QDateTime::fromSecsSinceEpoch(wholeSeconds(date));
 }
 
-/// The long form has the seconds that the short one lacks, but names the time zone too.
+/// Uses the long form without its time zone, because the short form lacks the seconds.
 QString formatWithSeconds(const QLocale& locale) {
     static const QRegularExpression timeZone(QStringLiteral("[\\s,(\\[]*t+[\\s)\\]]*"));
     return locale.timeFormat(QLocale::LongFormat).remove(timeZone);

@@ -10,7 +10,7 @@ namespace morvex {
 /// Day and time in the short form of the locale, in the system's time zone.
 [[nodiscard]] QString shortDate(Date date, const QLocale& locale = QLocale::system());
 
-/// Time of day down to the second, without a day.
+/// Time of day including seconds, without the date.
 [[nodiscard]] QString timeWithSeconds(Date date, const QLocale& locale = QLocale::system());
 
 } // namespace morvex

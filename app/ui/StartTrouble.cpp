@@ -9,7 +9,7 @@ void showStartTrouble(const std::string& words) {
     box.setIcon(QMessageBox::Critical);
     box.setWindowTitle(QStringLiteral("Morvex"));
     box.setText(QString::fromStdString(words));
-    // The words may quote a path, which nobody meant as a document.
+    // The text may contain a path, which must not be interpreted as markup.
     box.setTextFormat(Qt::PlainText);
     box.addButton(QStringLiteral("Zavřít"), QMessageBox::RejectRole);
     box.exec();

@@ -4,8 +4,8 @@
 
 namespace morvex {
 
-/// Shows in a window of its own why the program does not start, until the person has closed it. On the main
-/// thread, with a `QApplication` and before its loop.
+/// Shows in its own window why the program does not start, until the user closes it. Called on the main
+/// thread, with a `QApplication` and before its event loop.
 void showStartTrouble(const std::string& words);
 
 } // namespace morvex

@@ -14,10 +14,10 @@ namespace morvex {
 
 namespace {
 
-/// A person who has started the program where there is no tray waits so long for the window.
+/// If there is no tray, a user who starts the program waits this long for the window.
 constexpr std::chrono::seconds trayPatience{5};
 
-/// Without a question of a keyring the keys take less.
+/// Loading the keys takes less, unless a keyring asks the user.
 constexpr std::chrono::milliseconds keysPatience{500};
 
 constexpr QColor darkGround{0x24, 0x28, 0x2f};
@@ -94,7 +94,7 @@ void TolvyCompanionApp::followLanguage() {
 
 void TolvyCompanionApp::followColors() {
     using enum ColorScheme::Preference;
-    // Dialogs of the toolkit follow the palette too. The empty one is the desktop's.
+    // Qt's own dialogs follow the palette too. The empty palette is the desktop's.
     switch (colors_.preference()) {
     case dark:
         return QApplication::setPalette(QPalette(darkGround));

@@ -15,23 +15,22 @@
 
 namespace morvex {
 
-/// The companion's face on a desktop: the tray item, its small window, the main window and the notification
-/// of an action that waits. Closing the windows leaves the program running. Needs a QApplication. Main
-/// thread.
+/// The user interface on a desktop: the tray item, its small window, the main window and the notification of
+/// a waiting action. Closing the windows leaves the program running. Needs a QApplication. Main thread.
 ///
-/// Order of calls: the constructor; `start` once, before the companion starts or later.
+/// Order of calls: the constructor, then `start` once, before or after the companion starts.
 class TolvyCompanionApp {
   public:
     struct Services {
         Clock& clock;
-        TaskScope& scope; ///< runs what a button starts; stopped and joined before this object goes
+        TaskScope& scope; ///< runs what a button starts; stopped and joined before this object is destroyed
         Clipboard& clipboard;
         Notifications& notifications;
         ColorScheme& colors;
         Tray& tray;
         std::string appVersion;
         std::function<void()> quit;
-        /// Gives unused memory back to the system; called when the last window is closed.
+        /// Returns unused memory to the system; called when the last window is closed.
         std::function<void()> releaseMemory;
     };
 
@@ -40,15 +39,16 @@ class TolvyCompanionApp {
     TolvyCompanionApp(const TolvyCompanionApp&) = delete;
     TolvyCompanionApp& operator=(const TolvyCompanionApp&) = delete;
 
-    /// Shows the tray item. Before a phone is paired the main window opens too, and after some seconds where
-    /// no tray has come; at a login it may come later than this program. While the keys of this computer are
-    /// awaited nobody knows of a phone: the window opens only when that takes longer than a moment.
+    /// Shows the tray item. If no phone is paired, the main window opens too; if no tray has appeared after
+    /// some seconds, it opens as well, since at login the tray may start later than this program. Until the
+    /// keys of this computer are loaded it is not known whether there is a phone; the window then opens only
+    /// if loading takes longer than a moment.
     void start();
 
     /// Opens the main window and brings it to the front.
     void openMainWindow();
 
-    /// A press of the tray item, which is at this place.
+    /// Handles a press of the tray item, which is at this place on the screen.
     void toggleMenu(const QRect& trayItem) { windows_.toggleMenu(trayItem); }
 
     [[nodiscard]] CompanionModel& model() { return model_; }
@@ -74,7 +74,7 @@ class TolvyCompanionApp {
     WindowHost windows_;
     TrayItem item_;
     ApprovalNotice notice_;
-    bool isStarting_ = false; ///< the keys are awaited, and then it is known whether there is a phone
+    bool isStarting_ = false; ///< the keys are being loaded, so it is not known yet whether there is a phone
     QPropertyNotifier keysNotifier_;
     Connection colorsChanged_;
 };

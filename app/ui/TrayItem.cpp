@@ -12,7 +12,7 @@ namespace morvex {
 
 namespace {
 
-/// In shades that stand out from a light panel and from a dark one.
+/// The shades contrast with both a light panel and a dark one.
 QIcon iconOf(const QString& symbol) {
     const auto color = symbol == pictureName(AvailabilitySymbol::attention)
                            ? ProductColors::shade(ProductColors::orange, 0.86F, 0.88F)
@@ -39,8 +39,8 @@ void TrayItem::show() {
 }
 
 void TrayItem::appear() {
-    // Qt looks for the kind of the tray once a process, when the first item is made; this one comes back to
-    // it by itself.
+    // Qt looks for the kind of tray only once in a process, when the first item is created. An existing item
+    // returns to a new tray by itself.
     if (icon_) return;
     icon_.emplace();
     connect(&*icon_, &QSystemTrayIcon::activated, this, &TrayItem::pressed);
@@ -50,7 +50,7 @@ void TrayItem::appear() {
 }
 
 void TrayItem::pressed(QSystemTrayIcon::ActivationReason reason) {
-    // Its first half was told as a press already.
+    // The first half of a double click was already reported as a press.
     if (reason != QSystemTrayIcon::DoubleClick) onPress_(icon_->geometry());
 }
 

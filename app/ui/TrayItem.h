@@ -10,18 +10,18 @@
 
 namespace morvex {
 
-/// The item in the desktop's tray; its picture tells whether the phone can reach this computer. Where there
-/// is no tray it waits for one, as long as it takes, and a tray that has gone gets the item again when it
-/// comes back. Main thread.
+/// The item in the desktop's tray; its picture shows whether the phone can reach this computer. Without a
+/// tray it waits for one, however long that takes; if the tray goes and comes back, it gets the item again.
+/// Main thread.
 class TrayItem final : public QObject {
     Q_OBJECT
 
   public:
-    /// `onPress` gets the place of the item on the screen, invalid where the tray keeps it to itself.
+    /// `onPress` gets the place of the item on the screen, invalid if the tray does not tell it.
     TrayItem(const LinkModel& link, Tray& tray, std::function<void(const QRect& place)> onPress);
     ~TrayItem() override;
 
-    /// Once.
+    /// Called once.
     void show();
 
   private:

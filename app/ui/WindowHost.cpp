@@ -13,7 +13,8 @@
 
 #include <algorithm>
 
-/// Made for the module; a static library's own registration would not be linked.
+/// Generated for the QML module. Without this reference the linker would drop the registration of a static
+/// library.
 void qml_register_types_Morvex();
 
 namespace morvex {
@@ -21,10 +22,10 @@ namespace morvex {
 namespace {
 
 constexpr int gap = 8;
-/// Between the two ends of one press: the keyboard goes, and the item hears of it.
+/// The window loses focus between press and release; the tray item is told first.
 constexpr std::chrono::milliseconds onePress{300};
 
-/// Beside the tray item, whole on its screen.
+/// A place next to the tray item at which the whole window fits on its screen.
 QPoint placeBeside(const QRect& trayItem, QSize size, const QRect& screen) {
     auto x = trayItem.center().x() - size.width() / 2;
     auto y = trayItem.center().y() < screen.center().y() ? trayItem.bottom() + gap
@@ -40,17 +41,17 @@ QPoint placeBeside(const QRect& trayItem, QSize size, const QRect& screen) {
 WindowHost::~WindowHost() {
     for (auto* window : {main_.data(), menu_.data()}) {
         if (!window) continue;
-        // A window that goes tells that it is hidden, when it is none any more.
+        // A window that is being destroyed reports that it was hidden when it is no window any more.
         window->disconnect(this);
         delete window;
     }
 }
 
 void WindowHost::showMainWindow(Focus focus) {
-    // Closed, but not gone yet.
+    // The window was closed, but is not deleted yet.
     if (main_ && !main_->isVisible()) delete main_;
     if (!main_) main_ = load(QStringLiteral("MainWindow"));
-    // Read by the platforms of Qt when a window is shown.
+    // Qt's platform plugins read this property when a window is shown.
     main_->setProperty("_q_showWithoutActivating", focus == Focus::leave);
     if (main_->visibility() == QWindow::Minimized) {
         if (focus == Focus::leave) makeUnknown(*main_);
@@ -79,7 +80,7 @@ void WindowHost::toggleMenu(const QRect& trayItem) {
     }
     if (menuClosed_ && now - *menuClosed_ < onePress) return;
     menu_ = load(QStringLiteral("MenuBarWindow"));
-    // Not every tray tells where its items are.
+    // Some trays do not tell where their items are.
     QRect place = trayItem.isValid() ? trayItem : QRect(QCursor::pos(), QSize(1, 1));
     auto* screen = QGuiApplication::screenAt(place.center());
     if (!screen) screen = QGuiApplication::primaryScreen();

@@ -1,8 +1,8 @@
 // check-sentences ROOT TABLE... < SOURCES
 //
-// Compares the sentences of the program with the tables of its languages, and fails where a table lacks one,
-// has one that nobody tells, leaves a translation empty or gives it other places. The names of the sources,
-// relative to ROOT, stand on standard input, one a line.
+// Compares the sentences of the program with the tables of its languages. Fails if a table lacks a sentence,
+// has an unused one, leaves a translation empty or changes its placeholders. Standard input lists the source
+// files, one a line, relative to ROOT.
 #include "shared/base/Sentence.h"
 
 #include <QFile>
@@ -29,7 +29,7 @@ QString contentOf(const QString& path) {
     std::exit(2);
 }
 
-/// The text of a literal.
+/// The text of a literal without escapes.
 QString unescaped(QString literal) {
     static const QRegularExpression escape(QStringLiteral("\\\\(.)"));
     for (auto at = literal.indexOf(escape); at >= 0; at = literal.indexOf(escape, at + 1))
@@ -37,14 +37,14 @@ QString unescaped(QString literal) {
     return literal;
 }
 
-/// What a source tells.
+/// The sentences of a source file.
 struct Words {
     std::set<QString> sentences;
-    std::vector<QString> unmarked; ///< Czech that becomes a sentence without being marked: no language has it
+    std::vector<QString> unmarked; ///< unmarked Czech that becomes a sentence, so no language has it
 };
 
-/// Sentences are the literals of C++ that end with `_sentence`, those of QML in `qsTr`, and those of either
-/// in `tr`. The compiler joins literals that follow each other.
+/// Sentences are the C++ literals that end with `_sentence`, the QML literals in `qsTr`, and in both the
+/// literals in `tr`. Adjacent literals are joined, as the compiler does.
 Words wordsOf(QString source) {
     static const QRegularExpression joint(QStringLiteral("\"\\s*\\n\\s*\""));
     static const QRegularExpression token(
@@ -64,7 +64,7 @@ Words wordsOf(QString source) {
     return words;
 }
 
-/// Those of a sentence of C++, and those that QML fills.
+/// The placeholders of a C++ sentence and those that QML fills.
 Places placesOf(const QString& sentence) {
     static const QRegularExpression numbered(QStringLiteral("%\\d"));
     Places places;
@@ -77,7 +77,7 @@ Places placesOf(const QString& sentence) {
     return places;
 }
 
-/// Whether there is anything to translate between its places.
+/// Whether the sentence contains anything to translate besides its placeholders.
 bool hasWords(QString sentence) {
     static const QRegularExpression place(QStringLiteral("\\{[a-z]+\\}|%\\d"));
     static const QRegularExpression letter(QStringLiteral("\\p{L}"));
@@ -96,7 +96,7 @@ struct Translation {
     bool isFinished = true;
 };
 
-/// The translations of each sentence: one, or one a form of its number.
+/// The translations of each sentence: one, or one for each plural form.
 std::map<QString, std::vector<Translation>> tableOf(const QString& path) {
     std::map<QString, std::vector<Translation>> table;
     QString source;
