@@ -28,7 +28,7 @@ QList<QQuickItem*> fromTheTop(const QQuickItem& item) {
     auto children = item.childItems();
     std::ranges::reverse(children);
     const auto isAbove = [](const QQuickItem* one, const QQuickItem* other) { return one->z() > other->z(); };
-    // Sorts in place; items of equal height keep their order.
+    // Sorts in place; items with the same z keep their order.
     for (auto child = children.begin(); child != children.end(); ++child)
         std::rotate(std::upper_bound(children.begin(), child, *child, isAbove), child, child + 1);
     return children;

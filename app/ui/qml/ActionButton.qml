@@ -1,17 +1,18 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A button. The main one of a card is filled, a warning one has the colour of attention.
+/// A button. The main button of a card is filled; a warning button has the colour of attention.
 T.Button {
     id: button
 
     enum Kind { Plain, Main, Warning }
     property int kind: ActionButton.Kind.Plain
-    /// What a screen reader adds: what came of the last press, where that is shown elsewhere.
+    /// Text that a screen reader adds: the result of the last press, if that is shown elsewhere.
     property string outcome
-    /// What it is about, where that changes under the same text. A press counts only for what has been there for a moment.
+    /// What the button acts on, if that can change while the text stays the same. A press counts only if the
+    /// subject has been the same for a moment.
     property string subject
-    /// That of the press that goes on: what the person saw. By its end the button may be about something else.
+    /// The subject when the press began, which is what the user saw. It may change before the press ends.
     property string meant
     readonly property bool main: kind === ActionButton.Kind.Main
     readonly property color ink: main ? Vzhled.buttonText : kind === ActionButton.Kind.Warning ? Vzhled.attention : Vzhled.text
@@ -27,7 +28,7 @@ T.Button {
     Accessible.description: outcome
     // The toolkit does not tell a screen reader that a control is disabled.
     Accessible.ignored: !enabled
-    /// As a press does.
+    /// Does the same as a press.
     function press() {
         meant = subject;
         clicked();

@@ -1,7 +1,7 @@
 import Morvex
 import QtQuick
 
-/// The two answers to the action that waits.
+/// The two answers to the waiting action.
 ButtonRow {
     id: row
 

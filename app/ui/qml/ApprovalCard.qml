@@ -2,7 +2,7 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// The action that waits for a decision, with all that it would do.
+/// The action that waits for a decision, with everything it would do.
 Karta {
     id: view
 

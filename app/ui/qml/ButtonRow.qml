@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Buttons side by side, on further lines where the card is narrow.
+/// Buttons side by side, wrapped to further lines if the card is narrow.
 Flow {
     spacing: Vzhled.smallGap
 }

@@ -2,14 +2,14 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// A question before something that cannot be taken back. Enter and Escape leave everything as it is.
+/// Asks before something that cannot be undone. Enter and Escape change nothing.
 Sheet {
     id: sheet
 
     required property string text
     required property string action
     property bool isConfirmed
-    /// One of both, once the sheet has closed.
+    /// Exactly one of the two is emitted, after the sheet has closed.
     signal confirmed
     signal refused
 
@@ -22,7 +22,7 @@ Sheet {
             text: sheet.action
             subject: sheet.title + "\n" + sheet.text
             onClicked: {
-                // Another question may have come under the press.
+                // The question may have changed during the press.
                 if (meant !== subject)
                     return;
                 sheet.isConfirmed = true;

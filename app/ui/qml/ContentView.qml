@@ -14,7 +14,7 @@ ScrollArea {
     contentHeight: column.implicitHeight + 2 * Vzhled.pageMargin
     clip: true
     focus: true
-    // From what is no control itself the keyboard goes on in the same place.
+    // If the focus is on something that is not a control, such as a card, Tab continues from there.
     Keys.onTabPressed: Window.activeFocusItem.nextItemInFocusChain(true).forceActiveFocus(Qt.TabFocusReason)
     Keys.onBacktabPressed: Window.activeFocusItem.nextItemInFocusChain(false).forceActiveFocus(Qt.BacktabFocusReason)
 
@@ -88,7 +88,7 @@ ScrollArea {
         action: qsTr("Povolit")
         onConfirmed: view.companion.folders.allowAsked()
         onRefused: view.companion.folders.refuseAsked()
-        // The window may have been closed meanwhile.
+        // The question may have been asked while the window was closed.
         Component.onCompleted: Qt.callLater(ask)
     }
 

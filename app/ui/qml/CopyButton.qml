@@ -1,14 +1,14 @@
 import QtQuick
 
-/// Copies, and says for a moment that it did.
+/// Copies, and confirms that for a moment.
 ActionButton {
     id: button
 
-    /// What a screen reader adds to the text, where the card alone does not tell what is copied.
+    /// Text that a screen reader adds if the card alone does not make clear what is copied.
     property string what
     signal copy
 
-    /// For something else to copy.
+    /// Called when the button is to copy something else.
     function reset() {
         done.stop();
     }

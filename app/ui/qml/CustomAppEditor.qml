@@ -2,12 +2,12 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// A new custom app, or the change of one of this computer.
+/// Adds a custom app or changes one of this computer.
 Sheet {
     id: sheet
 
     required property CustomAppsModel model
-    /// Null for a new one.
+    /// The app to change; null for a new one.
     property var state: null
 
     function edit(app: var) {

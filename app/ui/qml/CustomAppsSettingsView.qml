@@ -2,7 +2,7 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// The custom apps: those of this computer can be edited, those of the phone only switched.
+/// The custom apps: those of this computer can be edited, those of the phone only switched on and off.
 Sheet {
     id: sheet
 

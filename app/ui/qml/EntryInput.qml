@@ -1,11 +1,11 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// The line of a `TextEntry` in which is typed.
+/// The input field of a `TextEntry`.
 T.TextField {
     id: field
 
-    /// What was typed, also where `text` is another property on top of this one.
+    /// The typed text, available even where a derived type has its own property `text`.
     property alias typed: field.text
 
     implicitHeight: Vzhled.controlHeight

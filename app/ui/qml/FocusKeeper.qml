@@ -1,12 +1,13 @@
 import QtQuick
 
-/// Keeps the keyboard in its place. A sheet that closes gives it back to the control that had it. When that control has
-/// gone, its card takes it: Tab goes on there, and no key reaches a button that is gone or one that nobody has seen.
+/// Keeps the keyboard focus in its place. A sheet that closes returns it to the control that had it. If that
+/// control is gone, its card gets the focus: Tab continues there, and no key reaches a removed button or one
+/// that the user has not seen.
 Item {
     id: keeper
 
     required property Item area
-    /// What had the keyboard last, whether its ring was to be seen, and the card around it.
+    /// The last item with the focus, whether its focus ring was visible, and the card around it.
     property Item last: null
     property bool ring: false
     property Item home: null
@@ -31,7 +32,7 @@ Item {
     }
 
     function settle() {
-        // The row of a list that had it has gone; the list itself has no use for it.
+        // The focused row of a list is gone, and the list itself does not use the focus.
         if (Window.activeFocusItem instanceof ListView)
             homeOf(Window.activeFocusItem)?.forceActiveFocus();
         else if (Window.activeFocusItem !== Window.contentItem)
@@ -46,7 +47,7 @@ Item {
         target: keeper.Window.window
         function onActiveFocusItemChanged() {
             keeper.note(keeper.Window.activeFocusItem);
-            // Between a sheet and what was before it the window itself has the keyboard.
+            // When a sheet closes, the window itself has the focus for a moment.
             Qt.callLater(keeper.settle);
         }
     }

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// Drawn around the control that has the keyboard, when the keyboard brought it there.
+/// Drawn around the focused control if the keyboard moved the focus there.
 Rectangle {
     required property T.Control control
 

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A drawing of the project in one colour. Decoration: whoever needs words finds them beside it.
+/// A drawing of the project in one colour. Only decoration: texts next to it say the same.
 Image {
     required property string name
     property color color: Vzhled.text

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// The shortcut for the voice, which this version does not have.
+/// The shortcut for the voice assistant, which this version lacks.
 ColumnLayout {
     Layout.fillWidth: true
     spacing: Vzhled.smallGap

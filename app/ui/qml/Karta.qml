@@ -8,8 +8,8 @@ Rectangle {
     property string title
     property string glyph
     property bool urgent: false
-    /// What has come while the keyboard was in this card and its control went away: told as the description of what
-    /// has the keyboard then, the card.
+    /// A message that came while a focused control of this card disappeared. The card then has the focus, and
+    /// screen readers read the message as its description.
     property string news
     default property alias obsah: content.data
 
@@ -22,7 +22,7 @@ Rectangle {
     Accessible.name: title
     Accessible.description: news
 
-    // No layout around the content's own: one more would not come to rest in time with wrapped texts.
+    // No layout around the content's own layout: nested layouts do not settle in time with wrapped texts.
     Item {
         id: header
 

@@ -2,7 +2,7 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// In which language the program and its assistant speak.
+/// The language of the program and its assistant.
 ColumnLayout {
     id: section
 

@@ -1,6 +1,6 @@
 import Morvex
 
-/// Where the relay is on this computer alone.
+/// Shown if only this computer can reach the relay.
 Note {
     required property PairingModel model
 

@@ -2,7 +2,7 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// The switches of what the phone may use.
+/// The switches for what the phone may use.
 Karta {
     id: view
 

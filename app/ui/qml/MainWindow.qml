@@ -7,7 +7,7 @@ Window {
     required property CompanionModel companion
 
     title: "Morvex"
-    // A small or much enlarged screen has less room.
+    // A small screen, or one with strong magnification, has less room.
     width: Math.min(720, Screen.desktopAvailableWidth)
     height: Math.min(560, Screen.desktopAvailableHeight)
     minimumWidth: Math.min(30 * Vzhled.bodySize, Screen.desktopAvailableWidth)

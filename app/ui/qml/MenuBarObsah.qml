@@ -2,12 +2,12 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// What the tray item's window shows.
+/// The content of the tray item's window.
 Rectangle {
     id: view
 
     required property CompanionModel model
-    /// The window has done its work.
+    /// The window is no longer needed.
     signal done
 
     implicitHeight: column.implicitHeight + 2 * Vzhled.gap

@@ -1,7 +1,7 @@
 import Morvex
 import QtQuick
 
-/// The small window of the tray item. It closes when it loses the keyboard.
+/// The small window of the tray item. It closes when it loses the focus.
 Window {
     id: window
 

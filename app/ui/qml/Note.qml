@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// A tinted note: news that matter now, good to know, or a trouble.
+/// A tinted note: an important message, a hint, or a problem.
 Rectangle {
     id: note
 

@@ -2,7 +2,7 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// The number that the phone shows too, when nobody stands between.
+/// The number to compare: the phone shows the same one unless somebody intercepts the pairing.
 ColumnLayout {
     id: view
 

@@ -3,13 +3,13 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-/// The QR code for the phone. A press copies its text for a phone in a terminal.
+/// The QR code for the phone. A press copies its text for a phone program in a terminal.
 ColumnLayout {
     id: view
 
     required property PairingModel model
     readonly property int side: 220
-    /// Four modules at least, also of the few large ones of a short text.
+    /// At least four modules, even for a short text whose modules are large.
     readonly property int quietZone: 16
 
     spacing: Vzhled.gap
@@ -65,7 +65,7 @@ ColumnLayout {
         Layout.alignment: Qt.AlignHCenter
         visible: picture.visible && !view.model.expired
         text: copied.running ? qsTr("Text kódu je zkopírovaný.") : qsTr("Kliknutím zkopíruješ text kódu.")
-        // The code itself is described so.
+        // The code itself has this text as its description.
         Accessible.ignored: true
 
         Timer {

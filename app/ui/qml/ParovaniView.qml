@@ -2,7 +2,7 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// Pairing with a phone, as far as it has got.
+/// The pairing with a phone in its current state.
 Karta {
     id: view
 

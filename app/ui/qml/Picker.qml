@@ -11,7 +11,7 @@ T.ComboBox {
     rightPadding: 34
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
-    // The toolkit tells a screen reader no value of a control that has a name of its own.
+    // Qt does not report the value of a control that has its own name to a screen reader.
     Accessible.description: displayText
     Keys.onReleased: event => {
         event.accepted = !popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);

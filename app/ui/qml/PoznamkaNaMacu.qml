@@ -2,8 +2,8 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// A note or a summary, whole. It follows its record: a newer one is shown, one that is gone closes the sheet.
-/// `kopirovat` asks for its text.
+/// A whole note or summary. It follows its record: a newer version is shown, a removed record closes the
+/// sheet. `kopirovat` asks for copying its text.
 Sheet {
     id: sheet
 

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// A label and the value that it has, with a picture of it where there is one.
+/// A label and its value, with a picture if there is one.
 RowLayout {
     id: row
 

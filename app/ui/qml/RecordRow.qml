@@ -8,7 +8,7 @@ T.Button {
 
     required property var modelData
     required property int index
-    /// For the guard of presses: a row is used again for another record.
+    /// For `PressGuard`, because a row is reused for other records.
     readonly property string subject: modelData.id
 
     implicitHeight: column.implicitHeight + topPadding + bottomPadding

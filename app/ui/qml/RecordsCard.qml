@@ -2,7 +2,7 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// Texts from the phone, a row each; a press opens one.
+/// Texts from the phone, one in each row; a press opens it.
 Karta {
     id: view
 

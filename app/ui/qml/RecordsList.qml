@@ -2,8 +2,8 @@ import Morvex
 import QtQuick
 import QtQuick.Templates as T
 
-/// A row a record. Only those in sight are made, however many there are: up to a certain height the list grows, beyond
-/// it scrolls. A wheel or an arrow key that has come to its end scrolls what is around it.
+/// One row for each record. Only visible rows are created, however many there are. The list grows up to a
+/// certain height and scrolls beyond it. At its end a wheel or an arrow key scrolls the surrounding area.
 Item {
     id: list
 
@@ -11,8 +11,8 @@ Item {
     readonly property bool scrolls: rows.contentHeight > Vzhled.listHeight
     signal opened(string id)
 
-    /// Scrolls as little as shows the row and its neighbours, which only then are there for Tab to go on to. What the
-    /// mouse has pressed stays where it is.
+    /// Scrolls just enough to show the row and its neighbours, because Tab can only reach rows that have been
+    /// created. A row pressed with the mouse is not moved.
     function reveal(row: RecordRow) {
         if (!row || row.focusReason === Qt.MouseFocusReason)
             return;
@@ -35,10 +35,10 @@ Item {
     ListView {
         id: rows
 
-        // The ring around a row stands outside of it.
+        // The width of the focus ring, which is drawn outside of the row.
         readonly property int ring: 3
 
-        /// The rows as they are now. A screen reader looks for them also while no frame is drawn.
+        /// Lays out and orders the current rows. Screen readers look for them even while no frame is drawn.
         function settle() {
             forceLayout();
             RowOrder.arrange(contentItem);
@@ -53,7 +53,7 @@ Item {
         currentIndex: -1
         keyNavigationEnabled: false
         reuseItems: true
-        // A row that others push down stays, and so does the keyboard that it has.
+        // A row that others push out of sight is kept, together with the focus.
         cacheBuffer: Vzhled.listHeight
         interactive: list.scrolls
         clip: list.scrolls
@@ -91,7 +91,7 @@ Item {
             onClicked: list.opened(modelData.id)
             onYChanged: Qt.callLater(rows.settle)
             Component.onCompleted: Qt.callLater(rows.settle)
-            // One that waits for another use is nothing to a screen reader, and no place for the keyboard.
+            // A row that waits for reuse must be invisible to screen readers and take no focus.
             ListView.onPooled: visible = false
             ListView.onReused: visible = true
         }

@@ -2,18 +2,18 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// Which relay the next pairing uses.
+/// The address of the relay for the next pairing.
 ColumnLayout {
     id: relay
 
     required property PairingModel model
-    /// What stands in the field was not taken.
+    /// Whether the typed address was refused.
     readonly property bool isRefused: model.relayProblem !== "" && entry.text.trim() !== model.relayAddress
 
     Layout.fillWidth: true
     spacing: Vzhled.smallGap
 
-    /// What was typed counts, also when the keyboard is still there. False when it was not taken.
+    /// Takes over the typed text even if the field still has the focus. False if it was refused.
     function commit(): bool {
         entry.commit();
         return !isRefused;

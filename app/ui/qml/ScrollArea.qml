@@ -1,16 +1,17 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// Content that scrolls: with the wheel, with the keys that no control in it wants, and to whatever gets the keyboard.
+/// Content that scrolls with the wheel, with keys that no control in it uses, and to the control that gets
+/// the focus.
 Flickable {
     id: area
 
     required property Item content
     property int margin: 0
-    /// Has the keyboard, and was in sight when it got it and after each scrolling since.
+    /// The focused item, as long as it has been in sight since it got the focus.
     property Item inSight: null
 
-    /// Scrolls as little as shows the whole item, or its top where it is too high.
+    /// Scrolls just enough to show the whole item, or its top if it is too high.
     function reveal(item: Item) {
         const top = item.mapToItem(contentItem, 0, 0).y - margin;
         const bottom = top + item.height + 2 * margin;
@@ -25,7 +26,7 @@ Flickable {
         return top + item.height > contentY && top < contentY + height;
     }
 
-    /// What grows above it does not push it out of sight.
+    /// Keeps the focused item in sight when content above it grows.
     function keepInSight() {
         if (inSight)
             reveal(inSight);
@@ -71,7 +72,8 @@ Flickable {
             const goesOutward = area.isIn(before, item);
             before = item;
             area.inSight = null;
-            // A row that was scrolled out of sight gave the keyboard to what is around it, which is where it was.
+            // A row that scrolled out of sight has passed the focus to the area around it, so nothing needs
+            // to scroll.
             if (goesOutward)
                 return;
             for (let parent = item?.parent; parent; parent = parent.parent) {

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A text of which parts can be marked and copied.
+/// A text whose parts can be selected and copied.
 TextEdit {
     color: Vzhled.text
     selectionColor: Vzhled.button

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Layouts
 import QtQuick.Templates as T
 
-/// A sheet over the window: a title, content that scrolls where it is long, and a row of buttons.
+/// A sheet over the window: a title, content that scrolls if it is long, and a row of buttons.
 T.Popup {
     id: sheet
 

@@ -1,8 +1,8 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// Texts on the left, controls on the right, in the middle of the row's height; below the texts where those would be left
-/// with little room.
+/// Texts on the left and controls on the right, vertically centred. If the texts had too little room, the
+/// controls go below them.
 Item {
     id: row
 

@@ -1,14 +1,15 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// A labelled line of text. What was typed is told by `edited` once it is complete.
+/// A labelled line of text. `edited` is emitted with the typed text once it is complete.
 ColumnLayout {
     id: entry
 
     property string label
-    /// What stands here until something else is typed.
+    /// The text that is shown until another is typed.
     property string value
-    /// What is wrong with it, told to a screen reader while it has the keyboard; it is shown elsewhere.
+    /// What is wrong with the text. A screen reader reads it while the field has the focus; it is shown
+    /// elsewhere.
     property string problem
     property alias hint: field.placeholderText
     property alias echoMode: field.echoMode
@@ -17,12 +18,12 @@ ColumnLayout {
     /// Enter was pressed.
     signal accepted
 
-    /// Takes the keyboard.
+    /// Takes the focus.
     function take() {
         field.forceActiveFocus();
     }
 
-    /// Tells what was typed, if it was not told yet.
+    /// Emits the typed text if it was not emitted yet.
     function commit() {
         if (field.typed !== value)
             edited(field.typed);
@@ -45,11 +46,11 @@ ColumnLayout {
     EntryInput {
         id: field
 
-        /// What a screen reader is told. The toolkit would tell it a password too.
+        /// The text for screen readers. Qt would give them a password too.
         property string text: entry.told()
 
         onTextChanged: {
-            // Written by a screen reader.
+            // A screen reader has written the text.
             if (text === entry.told())
                 return;
             typed = text;

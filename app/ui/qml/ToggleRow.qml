@@ -1,8 +1,8 @@
 import QtQuick
 import QtQuick.Layouts
 
-/// A label with a detail below it, and a switch. The switch tells a screen reader all of it; where it cannot be used, the
-/// texts do.
+/// A label with a detail below it, and a switch. Screen readers read everything at the switch, or at the
+/// texts if the switch cannot be used.
 SideRow {
     id: row
 

@@ -1,15 +1,15 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A switch. It shows what `value` says, and asks for a change by `wanted`. Not one of the toolkit's, which of each that is
-/// made while a screen reader listens forgets a kilobyte.
+/// A switch. It shows `value` and asks for a change by `wanted`. It is not Qt's own switch, because each
+/// instance of that leaks a kilobyte while a screen reader is active.
 T.AbstractButton {
     id: control
 
     property bool value: false
     signal wanted(bool on)
 
-    /// As a press does.
+    /// Does the same as a press.
     function flip() {
         toggle();
         toggled();

@@ -2,7 +2,7 @@ import Morvex
 import QtQuick
 import QtQuick.Layouts
 
-/// The computer's own voice assistant, which this version does not have.
+/// The computer's own voice assistant, which this version lacks.
 Karta {
     id: view
 

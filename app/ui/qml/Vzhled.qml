@@ -2,8 +2,8 @@ pragma Singleton
 import Morvex
 import QtQuick
 
-/// The one place of the look: colours, sizes, distances. Coloured are shades of the product's blue and orange; on a dark
-/// ground they are lighter, so that text in them stays readable.
+/// Defines the whole look: colours, sizes, distances. Coloured parts use shades of the product's blue and
+/// orange; on a dark ground they are lighter, so that text in them stays readable.
 QtObject {
     readonly property bool dark: Appearance.dark
 
@@ -43,7 +43,7 @@ QtObject {
     readonly property int pageMargin: 24
     readonly property int columnWidth: 640
     readonly property int scrollStep: 48
-    /// A longer list scrolls: some six texts.
+    /// A longer list scrolls; about six texts fit.
     readonly property int listHeight: 30 * bodySize
 
     readonly property int cardRadius: 14
@@ -55,7 +55,7 @@ QtObject {
         return Qt.hsva(color.hsvHue, saturation, value, 1);
     }
 
-    /// The form in which the drawings of the project want a colour.
+    /// The colour in the form that `GlyphProvider` expects.
     function hex(color: color): string {
         return color.toString().slice(-6);
     }
