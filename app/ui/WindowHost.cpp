@@ -22,7 +22,7 @@ namespace morvex {
 namespace {
 
 constexpr int gap = 8;
-/// The window loses focus between press and release; the tray item is told first.
+/// Longest time from the loss of focus, which closes the window, to the report of the same press to the item.
 constexpr std::chrono::milliseconds onePress{300};
 
 /// A place next to the tray item at which the whole window fits on its screen.
