@@ -15,8 +15,8 @@ namespace morvex {
 
 /// Carries an agent's messages in order from the thread that reads its output to the main thread. Each job
 /// that it posts there takes everything that waits, so whatever was added before the end of the output is
-/// delivered before those who await that end resume. Of a text only the first 1,000 characters, at most 32
-/// KiB, are passed on, so that it fits into every frame. If the main thread is more than 1 MiB behind, the
+/// delivered before those who await that end resume. Of a text only the first 1,000 characters, at most 8,000
+/// bytes, are passed on, so that it fits into every frame. If the main thread is more than 1 MiB behind, the
 /// oldest progress is dropped. Kept alive by the line callback and by its own jobs.
 class ProgressQueue : public std::enable_shared_from_this<ProgressQueue> {
   public:
