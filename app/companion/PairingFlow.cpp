@@ -120,19 +120,23 @@ void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL
 
 void PairingFlow::potvrditCislo(const std::string& cislo) {
     const auto* shown = state_.parovani.value().as<StavParovani::OverCislo>();
-    if (!rozdelany_ || !shown || shown->cislo != cislo || uklada_) return;
-    uklada_ = true;
+    if (!rozdelany_ || !shown || shown->cislo != cislo || ukladana_ == generation_) return;
+    ukladana_ = generation_;
     services_.scope.spawn(ulozit(*rozdelany_, generation_));
 }
 
 Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
     auto saved = co_await services_.klice.ulozit(peer);
-    uklada_ = false;
+    if (ukladana_ == generation) ukladana_.reset();
     // Meanwhile the user has refused, cancelled or started the pairing anew.
     if (generation != generation_) co_return co_await services_.klice.vratit(std::move(peer));
-    // At the end of the program the confirmed phone stays stored.
+    const auto neulozeno =
+        saved ? std::nullopt
+              : std::optional("Párování se nepodařilo uložit: {duvod}"_sentence(saved.error().popis()));
+    // At the end of the program the confirmed phone stays stored; nobody sees the state of the pairing.
+    if (konci_ && neulozeno) state_.potizTrezoru = neulozeno;
     if (konci_) co_return;
-    if (!saved) co_return selhat("Párování se nepodařilo uložit: {duvod}"_sentence(saved.error().popis()));
+    if (neulozeno) co_return selhat(*neulozeno);
     ++generation_;
     if (const auto& before = state_.protejsek.value(); before && before->deviceID != peer.deviceID)
         link_.opustit();
@@ -163,6 +167,8 @@ void PairingFlow::zrusitParovani() {
 }
 
 void PairingFlow::odvolat() {
+    // Nothing that would begin now is carried out any more.
+    if (konci_) return;
     const auto protejsek = state_.protejsek.value();
     auto address = protejsek ? RelayAddress::parse(protejsek->relayURL) : std::nullopt;
     if (!identita() || !protejsek) return;

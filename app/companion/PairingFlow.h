@@ -87,7 +87,7 @@ class PairingFlow {
     std::unique_ptr<TaskScope> parovaciPosluchac_;
     std::optional<PairedPeer> rozdelany_; ///< the phone whose number the user has yet to confirm
     bool cekaNaKlice_ = false;
-    bool uklada_ = false;
+    std::optional<std::uint64_t> ukladana_; ///< the pairing whose phone is being stored
     bool konci_ = false;
     std::uint64_t generation_ = 0; ///< recognises late answers to an abandoned pairing
 };

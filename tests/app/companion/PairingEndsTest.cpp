@@ -64,5 +64,18 @@ TEST_F(PairingEndsTest, AgreeingAgainAfterAFailedSaveTriesAgain) {
     EXPECT_TRUE(store.held.nactiProtejsek().value());
 }
 
+TEST_F(PairingEndsTest, NothingIsUnpairedOnceTheProgramEnds) {
+    startSecured();
+    TaskScope ending(executor);
+    ending.spawn(companion->ukoncit());
+    executor.runUntilIdle();
+    flow().odvolat();
+    executor.runUntilIdle();
+    EXPECT_TRUE(companion->stav().protejsek.value()) << "nothing is shown as done that is not done";
+    EXPECT_TRUE(store.held.nactiProtejsek().value());
+    features.reset();
+    companion.reset();
+}
+
 } // namespace
 } // namespace morvex

@@ -135,5 +135,39 @@ TEST_F(PairingSaveTest, AnEndAfterARefusalDuringTheSaveKeepsNothing) {
     EXPECT_FALSE(store.held.nactiProtejsek().value());
 }
 
+TEST_F(PairingSaveTest, ThatFailsDuringTheEndIsToldBehindIt) {
+    start();
+    beginPairing();
+    sendHello(hello());
+    store.failSave = TextError{"Trezor odmítl."};
+    flow().potvrditCislo(number());
+    TaskScope ending(executor);
+    ending.spawn(companion->ukoncit());
+    executor.runUntilIdle();
+    EXPECT_EQ(ending.live(), 0);
+    EXPECT_EQ(companion->stav().potizTrezoru.value(), "Párování se nepodařilo uložit: Trezor odmítl.");
+    features.reset();
+    companion.reset();
+}
+
+TEST_F(PairingSaveTest, ThatHangsHoldsUpNoLaterAgreement) {
+    ManualExecutor slow;
+    storage = &slow;
+    start();
+    while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
+    beginPairing();
+    sendHello(hello());
+    agree();
+    flow().zrusitParovani();
+    beginPairing("SECOND");
+    sendHello(hello());
+    agree();
+    while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
+    ASSERT_TRUE(store.held.nactiProtejsek().value());
+    EXPECT_EQ(store.held.nactiProtejsek().value()->pairID, PairID{"SECOND"});
+    EXPECT_EQ(companion->stav().protejsek.value(), store.held.nactiProtejsek().value());
+    end();
+}
+
 } // namespace
 } // namespace morvex
