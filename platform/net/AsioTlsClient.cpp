@@ -49,6 +49,18 @@ bool isHost(const std::string& host) {
     return !host.empty() && !host.contains('\0');
 }
 
+/// Does not refer to the client, which may go while this waits.
+Task<Result<std::shared_ptr<TlsConnection>>> open(SharedNetwork network, std::string host, std::uint16_t port,
+                                                  std::stop_token stop) {
+    if (!isHost(host)) co_return fail(NetworkError{popis(SystemTrouble::badAddress)});
+    auto make = [host = std::move(host), port](NetworkThread& thread) -> Result<std::shared_ptr<TlsSession>> {
+        TRY(auto* const, tls, thread.tls().get());
+        return std::make_shared<TlsSession>(thread, *tls, host, port);
+    };
+    co_return co_await openConnection<TlsConnection, AsioTlsConnection, TlsSession>(
+        std::move(network), std::move(make), std::move(stop));
+}
+
 } // namespace
 
 AsioTlsClient::AsioTlsClient(NetworkLimits limits, std::string extraAuthorities)
@@ -60,14 +72,7 @@ AsioTlsClient::~AsioTlsClient() {
 
 Task<Result<std::shared_ptr<TlsConnection>>> AsioTlsClient::connect(std::string host, std::uint16_t port,
                                                                     std::stop_token stop) {
-    if (!isHost(host)) co_return fail(NetworkError{popis(SystemTrouble::badAddress)});
-    auto make = [host = std::move(host),
-                 port](NetworkThread& network) -> Result<std::shared_ptr<TlsSession>> {
-        TRY(auto* const, tls, network.tls().get());
-        return std::make_shared<TlsSession>(network, *tls, host, port);
-    };
-    co_return co_await openConnection<TlsConnection, AsioTlsConnection, TlsSession>(network_, std::move(make),
-                                                                                    std::move(stop));
+    return open(network_, std::move(host), port, std::move(stop));
 }
 
 } // namespace morvex

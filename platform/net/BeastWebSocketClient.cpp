@@ -56,6 +56,24 @@ class BeastWebSocket final : public WebSocket {
     std::stop_token ended_;
 };
 
+/// Does not refer to the client, which may go while this waits.
+Task<Result<std::shared_ptr<WebSocket>>> open(SharedNetwork network, WebSocketRequest request,
+                                              std::stop_token stop) {
+    CO_TRY(auto, url, WebSocketUrl::parse(request.url));
+    CO_CHECK(checkHeaders(request.headers));
+    auto make = [url, request = std::move(request)](
+                    NetworkThread& thread) -> Result<std::shared_ptr<WebSocketConnection>> {
+        boost::asio::ssl::context* tls = nullptr;
+        if (url.security == WebSocketUrl::Security::tls) {
+            TRY(auto* const, loaded, thread.tls().get());
+            tls = loaded;
+        }
+        return std::make_shared<WebSocketConnection>(thread, tls, url, request);
+    };
+    co_return co_await openConnection<WebSocket, BeastWebSocket, WebSocketConnection>(
+        std::move(network), std::move(make), std::move(stop));
+}
+
 } // namespace
 
 BeastWebSocketClient::BeastWebSocketClient(NetworkLimits limits, std::string extraAuthorities)
@@ -67,19 +85,7 @@ BeastWebSocketClient::~BeastWebSocketClient() {
 
 Task<Result<std::shared_ptr<WebSocket>>> BeastWebSocketClient::connect(WebSocketRequest request,
                                                                        std::stop_token stop) {
-    CO_TRY(auto, url, WebSocketUrl::parse(request.url));
-    CO_CHECK(checkHeaders(request.headers));
-    auto make = [url, request = std::move(request)](
-                    NetworkThread& network) -> Result<std::shared_ptr<WebSocketConnection>> {
-        boost::asio::ssl::context* tls = nullptr;
-        if (url.security == WebSocketUrl::Security::tls) {
-            TRY(auto* const, loaded, network.tls().get());
-            tls = loaded;
-        }
-        return std::make_shared<WebSocketConnection>(network, tls, url, request);
-    };
-    co_return co_await openConnection<WebSocket, BeastWebSocket, WebSocketConnection>(
-        network_, std::move(make), std::move(stop));
+    return open(network_, std::move(request), std::move(stop));
 }
 
 Executor& BeastWebSocketClient::executor() {

@@ -175,6 +175,14 @@ TEST_F(AsioTlsClientTest, WhatWaitsFailsWhenTheClientGoes) {
     connection.reset();
 }
 
+TEST_F(AsioTlsClientTest, AClientMayGoAsSoonAsItIsMade) {
+    for (int round = 0; round < 100; ++round) {
+        AsioTlsClient other;
+        auto connection = start(executor, other.connect("127.0.0.1", 1, {}));
+        if (round % 2 == 0) end(std::move(connection));
+    }
+}
+
 TEST_F(AsioTlsClientTest, OnlyAServerThatProvesItsNameIsTalkedTo) {
     TestAuthority other;
     auto untrusted = TestServer(overTls(other.issue("DNS:localhost"), [](TlsPeer&) {}));
