@@ -93,7 +93,7 @@ std::uint16_t portIn(const std::string& line) {
 } // namespace
 
 TEST(RelayProgram, ServesUntilItIsTold) {
-    for (const int number : {SIGTERM, SIGINT}) {
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
         Program program{{"--listen", "127.0.0.1:0", "--db", ":memory:"}};
         const auto line = program.line();
         ASSERT_THAT(line, testing::StartsWith("listening on http://127.0.0.1:"));
