@@ -11,8 +11,8 @@
 
 namespace morvex {
 
-/// Uses the desktop's notification server (Desktop Notifications Specification 1.2). Without a session bus or
-/// a server nothing is shown.
+/// Uses the desktop's notification server (org.freedesktop.Notifications 1.2). Without a session bus or a
+/// server nothing is shown.
 class DesktopNotifications final : public Notifications {
   public:
     explicit DesktopNotifications(const QDBusConnection& bus = QDBusConnection::sessionBus());

@@ -17,8 +17,8 @@ namespace {
 constexpr std::size_t longestEntry = 65'536;
 using KeyFile = GLibHandle<GKeyFile, g_key_file_unref>;
 
-/// Quotes an argument of the key Exec (Desktop Entry Specification 1.5, "The Exec key"). The escaping of the
-/// key file is applied in addition.
+/// Quotes an argument of the key Exec, as freedesktop.org defines it for desktop entries 1.5. The escaping of
+/// the key file is applied in addition.
 std::string execArgument(std::string_view argument) {
     std::string text = "\"";
     for (char letter : argument) {

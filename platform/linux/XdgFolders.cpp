@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t longestUserDirs = 64 * 1024;
 constexpr std::string_view desktopKey = "XDG_DESKTOP_DIR";
 
-/// The XDG specification demands that relative paths are ignored.
+/// Relative paths are ignored, as freedesktop.org demands for the base directories.
 std::optional<std::string> absoluteVariable(const char* name) {
     const char* value = std::getenv(name);
     return value && *value == '/' ? std::optional<std::string>(value) : std::nullopt;

@@ -4,7 +4,7 @@
 
 namespace morvex {
 
-/// The folders of the XDG base directory and user directory specifications, looked up at every question in
+/// The base directories and user directories of freedesktop.org (XDG), looked up at every question in
 /// the environment, the password database and `user-dirs.dirs`.
 class XdgFolders final : public StandardFolders {
   public:

@@ -88,7 +88,7 @@ TEST_F(XdgFoldersTest, TheDesktopIsTheDefaultUntilItIsConfigured) {
     EXPECT_EQ(folders.desktop(), home + "/Pracovní plocha");
 }
 
-TEST_F(XdgFoldersTest, TheDesktopIsReadAsTheSpecificationWritesIt) {
+TEST_F(XdgFoldersTest, TheDesktopIsReadInEachFormThatIsAllowed) {
     struct Case {
         const char* line;
         std::string desktop;
