@@ -33,6 +33,7 @@ PairingFlow::PairingFlow(Services services, CompanionState& state, Link link)
       relay_(services.http, services.relay.clock) {}
 
 void PairingFlow::zacitParovani() {
+    if (konci_) return;
     ++generation_;
     cekaNaKlice_ = !services_.klice.jsouTu();
     if (cekaNaKlice_) {

@@ -77,5 +77,19 @@ TEST_F(PairingEndsTest, NothingIsUnpairedOnceTheProgramEnds) {
     companion.reset();
 }
 
+TEST_F(PairingEndsTest, NoPairingBeginsOnceTheProgramEnds) {
+    start();
+    TaskScope ending(executor);
+    ending.spawn(companion->ukoncit());
+    executor.runUntilIdle();
+    const auto asked = http.requests.size();
+    flow().zacitParovani();
+    executor.runUntilIdle();
+    EXPECT_EQ(http.requests.size(), asked);
+    EXPECT_TRUE(companion->stav().parovani.value().as<StavParovani::Necinne>());
+    features.reset();
+    companion.reset();
+}
+
 } // namespace
 } // namespace morvex
