@@ -94,7 +94,7 @@ std::uint16_t RelayServer::port() const {
 }
 
 void RelayServer::stopOnSignals() {
-    for (const int signal : endSignals) signals_.add(signal);
+    for (const int signal : heededEndSignals()) signals_.add(signal);
     signals_.async_wait([this](ErrorCode error, int) {
         if (!error) startStopping();
     });

@@ -111,6 +111,21 @@ TEST(RelayProgram, ServesUntilItIsTold) {
     }
 }
 
+TEST(RelayProgram, LivesOnWhenItsTerminalClosesIfThatWasIgnored) {
+    const auto before = std::signal(SIGHUP, SIG_IGN);
+    Program program{{"--listen", "127.0.0.1:0", "--db", ":memory:"}};
+    std::signal(SIGHUP, before);
+    const auto port = portIn(program.line());
+    program.signal(SIGHUP);
+    const auto pair = pairAt(port);
+    DeviceSocket socket{port};
+    socket.logIn(pair, pair.mac, false);
+    program.signal(SIGTERM);
+    EXPECT_EQ(socket.read(), std::nullopt);
+    EXPECT_EQ(socket.closeCode(), 1001);
+    EXPECT_EQ(program.exitCode(), 0);
+}
+
 TEST(RelayProgram, ServesAndEndsWhenNobodyReadsItsLog) {
     int ends[2];
     ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);

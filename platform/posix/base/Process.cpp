@@ -18,6 +18,16 @@ void hearOfChildren() {
     std::signal(SIGCHLD, SIG_DFL);
 }
 
+std::vector<int> heededEndSignals() {
+    std::vector<int> heeded;
+    for (const int signal : endSignals) {
+        struct sigaction action{};
+        if (::sigaction(signal, nullptr, &action) == 0 && action.sa_handler != SIG_IGN)
+            heeded.push_back(signal);
+    }
+    return heeded;
+}
+
 void blockEndSignals() {
     sigset_t ending;
     ::sigemptyset(&ending);

@@ -3,6 +3,7 @@
 #include <array>
 #include <csignal>
 #include <cstddef>
+#include <vector>
 
 namespace morvex {
 
@@ -12,6 +13,10 @@ inline constexpr int standardError = 2;
 
 /// The signals that ask a program to end.
 inline constexpr std::array endSignals{SIGINT, SIGTERM, SIGHUP};
+
+/// Those of them that this process does not ignore. A program that was started by `nohup` ignores SIGHUP and
+/// lives on when its terminal closes.
+std::vector<int> heededEndSignals();
 
 bool isTerminal(int descriptor);
 

@@ -37,7 +37,7 @@ UnixSignals::UnixSignals(std::function<void()> onSignal) : onSignal_(std::move(o
         }
         onSignal_();
     });
-    for (const int signal : endSignals) {
+    for (const int signal : heededEndSignals()) {
         struct sigaction action{};
         action.sa_handler = note;
         action.sa_flags = SA_RESTART;
