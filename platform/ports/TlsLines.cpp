@@ -8,18 +8,19 @@ namespace morvex {
 
 namespace {
 
-std::unexpected<Error> tooLong() {
-    return fail(NetworkError{"Odpověď serveru je příliš dlouhá."_sentence});
+NetworkError tooLong() {
+    return {"Odpověď serveru je příliš dlouhá."_sentence};
 }
 
 } // namespace
 
 Task<Result<std::string>> TlsLines::line() {
+    if (failure_) co_return fail(*failure_);
     std::size_t searched = 0;
     for (;;) {
         const auto end = waiting_.find('\n', taken_ + searched);
         const auto length = end == std::string::npos ? waiting_.size() - taken_ : end + 1 - taken_;
-        if (length > limits_.line) co_return tooLong();
+        if (length > limits_.line) co_return failFrom(tooLong());
         if (end == std::string::npos) {
             searched = length;
             CO_CHECK(co_await readMore());
@@ -33,17 +34,26 @@ Task<Result<std::string>> TlsLines::line() {
 }
 
 Task<Result<std::string>> TlsLines::bytes(std::size_t count) {
-    if (count > limits_.bytes) co_return tooLong();
+    if (failure_) co_return fail(*failure_);
+    if (count > limits_.bytes) co_return failFrom(tooLong());
     while (waiting_.size() - taken_ < count) CO_CHECK(co_await readMore());
     co_return take(count);
 }
 
 Task<Result<void>> TlsLines::readMore() {
-    CO_TRY(auto, more, co_await connection_->receive());
-    if (more.empty()) co_return fail(StreamEnded{});
+    auto more = co_await connection_->receive();
+    if (!more) co_return failFrom(std::move(more).error());
+    if (more->empty()) co_return failFrom(StreamEnded{});
     waiting_.erase(0, std::exchange(taken_, 0));
-    waiting_ += more;
+    waiting_ += *more;
     co_return Result<void>{};
+}
+
+std::unexpected<Error> TlsLines::failFrom(Error error) {
+    waiting_ = {};
+    taken_ = 0;
+    failure_ = std::move(error);
+    return fail(*failure_);
 }
 
 std::string TlsLines::take(std::size_t count) {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace morvex {
@@ -36,12 +37,15 @@ class TlsLines {
 
   private:
     Task<Result<void>> readMore();
+    /// Frees what waits: nothing is taken from it any more.
+    std::unexpected<Error> failFrom(Error error);
     /// Takes the first `count` waiting bytes.
     std::string take(std::size_t count);
 
     std::shared_ptr<TlsConnection> connection_;
     Limits limits_;
     std::string waiting_;
+    std::optional<Error> failure_;
     std::size_t taken_ = 0; ///< how many bytes of `waiting_` were already taken
 };
 

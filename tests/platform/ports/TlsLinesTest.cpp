@@ -75,16 +75,30 @@ TEST_F(TlsLinesTest, TakesNothingThatIsTooLong) {
     EXPECT_EQ(line(), "'" + limit + "'");
     server->deliver(std::string(50, 'y'));
     EXPECT_EQ(bytes(50), "'" + std::string(50, 'y') + "'");
-    EXPECT_EQ(bytes(51), "Odpověď serveru je příliš dlouhá.");
     server->deliver(limit + "x");
     server->deliver("\r\n");
     EXPECT_EQ(line(), "Odpověď serveru je příliš dlouhá.");
+}
+
+TEST_F(TlsLinesTest, TakesNoMoreBytesThanItMay) {
+    server->deliver(std::string(51, 'y'));
+    EXPECT_EQ(bytes(51), "Odpověď serveru je příliš dlouhá.");
+    EXPECT_EQ(server->received, 0);
 }
 
 TEST_F(TlsLinesTest, ReadsNoFurtherThanALineWithoutEndMayBe) {
     for (int chunk = 0; chunk < 100; ++chunk) server->deliver("xxxxxxx");
     EXPECT_EQ(line(), "Odpověď serveru je příliš dlouhá.");
     EXPECT_EQ(server->received, 3) << "chunks of 7 bytes";
+}
+
+TEST_F(TlsLinesTest, AFailureLastsWhateverStillComes) {
+    server->deliver("xxxxxxxxxxxxxxxxxxxxx");
+    server->deliver("\r\nA0001 OK\r\n");
+    EXPECT_EQ(line(), "Odpověď serveru je příliš dlouhá.");
+    EXPECT_EQ(line(), "Odpověď serveru je příliš dlouhá.");
+    EXPECT_EQ(bytes(1), "Odpověď serveru je příliš dlouhá.");
+    EXPECT_EQ(server->received, 1);
 }
 
 } // namespace
