@@ -22,6 +22,9 @@ bool isToken(std::string_view text) {
 }
 
 Result<void> checkHeaders(const std::vector<std::pair<std::string, std::string>>& headers) {
+    std::size_t size = 0;
+    for (const auto& [name, value] : headers) size += name.size() + value.size();
+    if (size > longestHeaders) return fail(NetworkError{"Hlavička požadavku je příliš dlouhá."_sentence});
     const bool areSound = std::ranges::all_of(
         headers, [](const auto& header) { return isToken(header.first) && !breaksLine(header.second); });
     if (areSound) return {};

@@ -156,6 +156,10 @@
         <translation>Ein Gespräch per Stimme beherrscht diese Version noch nicht.</translation>
     </message>
     <message>
+        <source>Hlavička požadavku je příliš dlouhá.</source>
+        <translation>Der Kopf der Anfrage ist zu lang.</translation>
+    </message>
+    <message>
         <source>Hlavička požadavku má neplatné znaky.</source>
         <translation>Der Kopf der Anfrage enthält ungültige Zeichen.</translation>
     </message>

@@ -156,6 +156,10 @@
         <translation>Voice conversations are not available in this version yet.</translation>
     </message>
     <message>
+        <source>Hlavička požadavku je příliš dlouhá.</source>
+        <translation>The request's header is too long.</translation>
+    </message>
+    <message>
         <source>Hlavička požadavku má neplatné znaky.</source>
         <translation>The request's header has invalid characters.</translation>
     </message>

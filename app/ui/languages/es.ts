@@ -156,6 +156,10 @@
         <translation>Esta versión todavía no sabe mantener una conversación por voz.</translation>
     </message>
     <message>
+        <source>Hlavička požadavku je příliš dlouhá.</source>
+        <translation>La cabecera de la petición es demasiado larga.</translation>
+    </message>
+    <message>
         <source>Hlavička požadavku má neplatné znaky.</source>
         <translation>La cabecera de la petición tiene caracteres no válidos.</translation>
     </message>

@@ -156,6 +156,10 @@
         <translation>Cette version ne sait pas encore tenir une conversation vocale.</translation>
     </message>
     <message>
+        <source>Hlavička požadavku je příliš dlouhá.</source>
+        <translation>L’en-tête de la requête est trop long.</translation>
+    </message>
+    <message>
         <source>Hlavička požadavku má neplatné znaky.</source>
         <translation>L’en-tête de la requête contient des caractères non valides.</translation>
     </message>
