@@ -10,10 +10,8 @@ namespace morvex {
 namespace asio = boost::asio;
 using boost::system::error_code;
 
-asio::awaitable<error_code> connectTcp(asio::ip::tcp::resolver& resolver, boost::beast::tcp_stream& stream,
-                                       std::string host, std::string port) {
-    auto [notFound, addresses] = co_await resolver.async_resolve(host, port, asTuple);
-    if (notFound) co_return notFound;
+asio::awaitable<error_code> connectTo(asio::ip::tcp::resolver::results_type addresses,
+                                      boost::beast::tcp_stream& stream) {
     auto [notConnected, address] = co_await stream.async_connect(addresses, asTuple);
     if (notConnected) co_return notConnected;
     error_code refused;

@@ -17,10 +17,16 @@ namespace morvex {
 /// Makes an operation return its error code as a value.
 inline constexpr auto asTuple = boost::asio::as_tuple(boost::asio::use_awaitable);
 
-/// Finds the host and connects to the first of its addresses that answers.
-boost::asio::awaitable<boost::system::error_code> connectTcp(boost::asio::ip::tcp::resolver& resolver,
-                                                             boost::beast::tcp_stream& stream,
-                                                             std::string host, std::string port);
+/// A look-up that has begun on its thread is not ended by `cancel` of the resolver and may still find the
+/// host minutes later: look then whether the connection is still wanted.
+inline auto findHost(boost::asio::ip::tcp::resolver& resolver, const std::string& host,
+                     const std::string& port) {
+    return resolver.async_resolve(host, port, asTuple);
+}
+
+/// Connects to the first of the addresses that answers.
+boost::asio::awaitable<boost::system::error_code>
+connectTo(boost::asio::ip::tcp::resolver::results_type addresses, boost::beast::tcp_stream& stream);
 
 /// The client's side of the TLS handshake; the server must have a certificate for `host`.
 boost::asio::awaitable<boost::system::error_code>

@@ -5,6 +5,10 @@
 #include "platform/net/NetworkThread.h"
 #include "shared/base/Error.h"
 
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/steady_timer.hpp>
+#include <boost/beast/core/tcp_stream.hpp>
+
 #include <functional>
 #include <memory>
 #include <stop_token>
@@ -21,8 +25,32 @@ class NetworkConnection {
 
     virtual ~NetworkConnection() = default;
 
+    NetworkConnection(const NetworkConnection&) = delete;
+    NetworkConnection& operator=(const NetworkConnection&) = delete;
+
     /// Ends the connection at once, without a farewell; waiting calls fail.
     virtual void abandon() = 0;
+
+  protected:
+    explicit NetworkConnection(NetworkThread& network);
+
+    /// Ends the socket and everything that waits for it. May be called several times.
+    void drop();
+
+    /// Nobody holds the connection any more; it goes once its socket has ended, possibly during this call.
+    void letGo();
+
+    virtual boost::beast::tcp_stream& tcp() = 0;
+
+    NetworkThread& network_;
+    boost::asio::ip::tcp::resolver resolver_;
+    boost::asio::steady_timer timer_; ///< bounds the opening, later the farewell
+    bool dropped_ = false;
+
+  private:
+    void retire();
+
+    bool released_ = false;
 };
 
 using SharedNetwork = std::shared_ptr<NetworkThread>;

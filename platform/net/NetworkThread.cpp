@@ -4,6 +4,7 @@
 
 #include <boost/asio/post.hpp>
 
+#include <algorithm>
 #include <utility>
 
 namespace morvex {
@@ -83,8 +84,9 @@ void NetworkThread::adopt(std::shared_ptr<NetworkConnection> connection) {
     connections_.insert(std::move(connection));
 }
 
-void NetworkThread::forget(const std::shared_ptr<NetworkConnection>& connection) {
-    connections_.erase(connection);
+void NetworkThread::forget(const NetworkConnection& connection) {
+    const auto place = std::ranges::find(connections_, &connection, &std::shared_ptr<NetworkConnection>::get);
+    if (place != connections_.end()) connections_.erase(place);
 }
 
 void NetworkThread::abandonAll() {

@@ -39,7 +39,7 @@ class NetworkThread final : public Executor {
     TlsContext& tls() { return tls_; }
 
     void adopt(std::shared_ptr<NetworkConnection> connection);
-    void forget(const std::shared_ptr<NetworkConnection>& connection);
+    void forget(const NetworkConnection& connection);
 
   private:
     enum class Last { no, yes };

@@ -31,12 +31,10 @@ bool isEndOfStream(error_code error) {
 } // namespace
 
 TlsSession::TlsSession(NetworkThread& network, asio::ssl::context& tls, std::string host, std::uint16_t port)
-    : network_(network),
+    : NetworkConnection(network),
       host_(std::move(host)),
-      port_(port),
-      stream_(boost::beast::tcp_stream(network.context()), tls),
-      resolver_(network.context()),
-      timer_(network.context()) {}
+      port_(std::to_string(port)),
+      stream_(boost::beast::tcp_stream(network.context()), tls) {}
 
 void TlsSession::open(Opened opened) {
     opened_ = std::move(opened);
@@ -51,7 +49,9 @@ void TlsSession::open(Opened opened) {
 }
 
 asio::awaitable<void> TlsSession::connect() {
-    if (failed(co_await connectTcp(resolver_, tcp(), host_, std::to_string(port_)))) co_return;
+    auto [notFound, addresses] = co_await findHost(resolver_, host_, port_);
+    if (failed(notFound)) co_return;
+    if (failed(co_await connectTo(std::move(addresses), tcp()))) co_return;
     if (!failed(co_await shakeHands(stream_, host_))) opened();
 }
 
@@ -110,8 +110,10 @@ void TlsSession::failWaiting() {
 }
 
 void TlsSession::close() {
+    if (farewell_) return;
     const bool mayTell = !opened_ && !failure_ && !reading_ && !writing_;
     if (!mayTell) return abandon();
+    farewell_ = true;
     failure_ = NetworkError{"Spojení je zavřené."_sentence};
     auto self = shared_from_this();
     timer_.expires_after(network_.limits().closing);
@@ -126,21 +128,8 @@ void TlsSession::abandon() {
 }
 
 void TlsSession::release() {
-    released_ = true;
     if (!failure_) close();
-    retire();
-}
-
-void TlsSession::drop() {
-    if (std::exchange(dropped_, true)) return;
-    timer_.cancel();
-    resolver_.cancel();
-    tcp().close();
-    retire();
-}
-
-void TlsSession::retire() {
-    if (dropped_ && released_) network_.forget(shared_from_this());
+    letGo();
 }
 
 } // namespace morvex

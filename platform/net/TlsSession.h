@@ -3,9 +3,7 @@
 #include "platform/net/NetworkConnection.h"
 
 #include <boost/asio/awaitable.hpp>
-#include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/ssl/context.hpp>
-#include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/ssl/ssl_stream.hpp>
 
@@ -45,23 +43,17 @@ class TlsSession final : public NetworkConnection, public std::enable_shared_fro
     bool failed(boost::system::error_code error);
     void fall(Sentence words);
     void failWaiting();
-    void drop();
-    void retire();
 
-    boost::beast::tcp_stream& tcp() { return stream_.next_layer(); }
+    boost::beast::tcp_stream& tcp() override { return stream_.next_layer(); }
 
-    NetworkThread& network_;
     std::string host_;
-    std::uint16_t port_;
+    std::string port_;
     boost::beast::ssl_stream<boost::beast::tcp_stream> stream_;
-    boost::asio::ip::tcp::resolver resolver_;
-    boost::asio::steady_timer timer_; ///< bounds the opening, later the farewell
 
     Opened opened_; ///< empty after it was called
     std::optional<NetworkError> failure_;
     bool hasEnded_ = false; ///< the peer sends nothing more
-    bool dropped_ = false;
-    bool released_ = false;
+    bool farewell_ = false; ///< the closing alert is on its way or was sent
 
     std::string outgoing_;
     bool writing_ = false;

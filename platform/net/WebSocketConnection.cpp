@@ -50,12 +50,10 @@ void rethrow(const std::exception_ptr& exception) {
 
 WebSocketConnection::WebSocketConnection(NetworkThread& network, asio::ssl::context* tls, WebSocketUrl url,
                                          WebSocketRequest request)
-    : network_(network),
+    : NetworkConnection(network),
       url_(std::move(url)),
       request_(std::move(request)),
-      stream_(network.context(), tls),
-      resolver_(network.context()),
-      timer_(network.context()) {
+      stream_(network.context(), tls) {
     stream_.text(true);
     stream_.auto_fragment(false);
     stream_.write_buffer_bytes(writeBuffer);
@@ -80,7 +78,9 @@ void WebSocketConnection::open(Opened opened) {
 }
 
 asio::awaitable<void> WebSocketConnection::connect() {
-    if (failed(co_await connectTcp(resolver_, tcp(), url_.host, url_.port))) co_return;
+    auto [notFound, addresses] = co_await findHost(resolver_, url_.host, url_.port);
+    if (failed(notFound)) co_return;
+    if (failed(co_await connectTo(std::move(addresses), tcp()))) co_return;
     if (auto* tls = stream_.next_layer().tls(); tls && failed(co_await shakeHands(*tls, url_.host)))
         co_return;
     co_await upgrade();
@@ -263,9 +263,8 @@ void WebSocketConnection::sayGoodbye(CloseCode code) {
 }
 
 void WebSocketConnection::release() {
-    released_ = true;
     if (!failure_) close(CloseCode::abnormal);
-    retire();
+    letGo();
 }
 
 /// Ends with a TCP reset, so that the peer does not see an orderly end.
@@ -274,18 +273,6 @@ void WebSocketConnection::reset() {
     error_code refused;
     if (!dropped_) std::ignore = tcp().socket().set_option(asio::socket_base::linger(true, 0), refused);
     drop();
-}
-
-void WebSocketConnection::drop() {
-    if (std::exchange(dropped_, true)) return;
-    timer_.cancel();
-    resolver_.cancel();
-    tcp().close();
-    retire();
-}
-
-void WebSocketConnection::retire() {
-    if (dropped_ && released_) network_.forget(shared_from_this());
 }
 
 } // namespace morvex

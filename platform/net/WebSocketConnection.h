@@ -7,8 +7,6 @@
 #include "platform/ports/WebSocketClient.h"
 
 #include <boost/asio/awaitable.hpp>
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/websocket/stream.hpp>
 
@@ -86,23 +84,16 @@ class WebSocketConnection final : public NetworkConnection,
     void failWaiting();
     void sayGoodbye(CloseCode code);
     void reset();
-    void drop();
-    void retire();
 
-    boost::beast::tcp_stream& tcp() { return boost::beast::get_lowest_layer(stream_); }
+    boost::beast::tcp_stream& tcp() override { return boost::beast::get_lowest_layer(stream_); }
 
-    NetworkThread& network_;
     WebSocketUrl url_;
     WebSocketRequest request_;
     boost::beast::websocket::stream<Transport, false> stream_;
-    boost::asio::ip::tcp::resolver resolver_;
-    boost::asio::steady_timer timer_; ///< bounds the opening, later the farewell
 
     Opened opened_; ///< empty once it was called
     std::optional<NetworkError> failure_;
     std::stop_source ended_; ///< requested at the first failure
-    bool dropped_ = false;
-    bool released_ = false;
 
     boost::beast::flat_buffer incoming_;
     bool reading_ = false;

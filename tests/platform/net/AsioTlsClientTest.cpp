@@ -4,6 +4,7 @@
 #include "shared/base/SystemTrouble.h"
 #include "tests/platform/net/GivenAuthority.h"
 #include "tests/platform/net/NetworkTest.h"
+#include "tests/platform/net/SlowNames.h"
 #include "tests/platform/net/TestServer.h"
 #include "tests/support/TestAuthority.h"
 
@@ -219,6 +220,45 @@ TEST_F(AsioTlsClientTest, AStopEndsTheAttemptAtOnce) {
         readToTheEnd(socket);
     });
     EXPECT_NE(failureOf(connect(silent, "localhost", stop.get_token())), "");
+}
+
+TEST_F(AsioTlsClientTest, AStopDuringTheLookUpConnectsToNobody) {
+    TestServer server([](TestServer::Socket& socket) { readToTheEnd(socket); });
+    SlowName slow;
+    std::stop_source stop;
+    const auto port = static_cast<std::uint16_t>(std::stoi(server.authority("").substr(1)));
+    auto attempt = start(executor, client->connect(SlowName::host, port, stop.get_token()));
+    slow.waitForLookUp();
+    stop.request_stop();
+    EXPECT_NE(failureOf(end(std::move(attempt))), "");
+    slow.find();
+    client.reset();
+    EXPECT_EQ(server.connections(), 0);
+}
+
+TEST_F(AsioTlsClientTest, ALookUpBeyondTheLimitConnectsToNobody) {
+    TestServer server([](TestServer::Socket& socket) { readToTheEnd(socket); });
+    client = std::make_unique<AsioTlsClient>(NetworkLimits{.opening = 50ms}, authority.certificate());
+    SlowName slow;
+    EXPECT_EQ(failureOf(connect(server, SlowName::host)), popis(SystemTrouble::timedOut).czech());
+    slow.find();
+    client.reset();
+    EXPECT_EQ(server.connections(), 0);
+}
+
+TEST_F(AsioTlsClientTest, ClosingTwiceKeepsTheFarewell) {
+    std::promise<boost::system::error_code> ended;
+    auto server = serve([&](TlsPeer& peer) {
+        std::array<char, 1> byte{};
+        boost::system::error_code error;
+        peer.read_some(asio::buffer(byte), error);
+        ended.set_value(error);
+    });
+    auto connection = connect(server).value();
+    connection->close();
+    connection->close();
+    connection.reset();
+    EXPECT_EQ(end(ended.get_future()), asio::error::eof);
 }
 
 } // namespace

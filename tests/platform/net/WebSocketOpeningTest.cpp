@@ -1,9 +1,11 @@
 #include "shared/base/SystemTrouble.h"
 #include "tests/platform/net/GivenAuthority.h"
+#include "tests/platform/net/SlowNames.h"
 #include "tests/platform/net/WebSocketTest.h"
 #include "tests/support/TestAuthority.h"
 
 #include <boost/asio/buffer.hpp>
+#include <boost/asio/read_until.hpp>
 #include <boost/asio/ssl/context.hpp>
 #include <boost/asio/ssl/stream.hpp>
 #include <boost/asio/write.hpp>
@@ -108,6 +110,40 @@ TEST_F(WebSocketOpening, AHeaderThatBreaksTheRequestIsRefusedAndNothingSent) {
             failureOf(await(
                 executor_, client_->connect({.url = "ws://" + server.authority(), .headers = {header}}, {}))),
             "Hlavička požadavku má neplatné znaky.");
+    EXPECT_EQ(server.connections(), 0);
+}
+
+TEST_F(WebSocketOpening, HeadersThatAreTooLongAreRefusedAndNothingSent) {
+    TestServer server([](TestServer::Socket& socket) {
+        std::string request;
+        asio::read_until(socket, asio::dynamic_buffer(request), "\r\n\r\n");
+        asio::write(socket,
+                    asio::buffer(std::string("HTTP/1.1 401 Unauthorized\r\nContent-Length: 0\r\n\r\n")));
+        readToTheEnd(socket);
+    });
+    const std::string half(std::size_t{16} * 1024 - 1, 'x');
+    const auto openWith = [&](const std::string& more) {
+        return failureOf(await(executor_, client_->connect({.url = "ws://" + server.authority(),
+                                                            .headers = {{"A", half}, {"B", half + more}}},
+                                                           {})));
+    };
+    EXPECT_EQ(openWith("y"), "Hlavička požadavku je příliš dlouhá.");
+    EXPECT_EQ(server.connections(), 0);
+    EXPECT_EQ(openWith(""), "Server odmítl WebSocket (HTTP 401).");
+}
+
+TEST_F(WebSocketOpening, AStopDuringTheLookUpConnectsToNobody) {
+    TestServer server(answer("HTTP/1.1 401 Unauthorized\r\nContent-Length: 0\r\n\r\n"));
+    SlowName slow;
+    std::stop_source stop;
+    const auto port = server.authority("");
+    auto attempt =
+        start(executor_, client_->connect({.url = "ws://" + SlowName::host + port}, stop.get_token()));
+    slow.waitForLookUp();
+    stop.request_stop();
+    EXPECT_NE(failureOf(end(std::move(attempt))), "");
+    slow.find();
+    client_.reset();
     EXPECT_EQ(server.connections(), 0);
 }
 
