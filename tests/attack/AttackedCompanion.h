@@ -3,8 +3,8 @@
 #include "platform/linux/SystemRandom.h"
 #include "tests/attack/HostileRelay.h"
 #include "tests/attack/MemoryMeter.h"
-#include "tests/shared-apple/Devices.h"
-#include "tests/shared-apple/PhoneDevice.h"
+#include "tests/support/Devices.h"
+#include "tests/support/PhoneDevice.h"
 #include "tests/support/RealCompanion.h"
 #include "tests/support/TemporaryFolder.h"
 

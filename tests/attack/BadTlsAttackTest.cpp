@@ -1,12 +1,12 @@
 #include "shared/trust/Parovani.h"
 #include "tests/attack/MemoryMeter.h"
-#include "tests/platform/net/TestServer.h"
 #include "tests/relay/RunningRelay.h"
-#include "tests/shared-apple/Devices.h"
+#include "tests/support/Devices.h"
 #include "tests/support/Effort.h"
 #include "tests/support/RealCompanion.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestAuthority.h"
+#include "tests/support/TestServer.h"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/ssl/context.hpp>

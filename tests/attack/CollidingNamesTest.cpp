@@ -1,8 +1,8 @@
 #include "relay/FailureFrame.h"
 #include "tests/attack/AttackedCompanion.h"
-#include "tests/relay/RelayClient.h"
 #include "tests/relay/RunningRelay.h"
 #include "tests/support/Effort.h"
+#include "tests/support/RelayClient.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "shared/wire/Json.h"
-#include "tests/shared-apple/Devices.h"
-#include "tests/shared-apple/SecureLinkFixture.h"
+#include "tests/support/Devices.h"
 #include "tests/support/Effort.h"
+#include "tests/support/SecureLinkFixture.h"
 
 #include <algorithm>
 #include <random>

@@ -1,9 +1,9 @@
 #include "shared/trust/SessionHandshake.h"
 #include "tests/attack/MemoryMeter.h"
-#include "tests/shared/trust/TrustSupport.h"
 #include "tests/support/Effort.h"
 #include "tests/support/PairingHarness.h"
 #include "tests/support/SmallOrderPoints.h"
+#include "tests/support/TrustSupport.h"
 
 #include <string>
 #include <vector>

@@ -2,9 +2,9 @@
 #include "relay/Places.h"
 #include "tests/attack/MemoryMeter.h"
 #include "tests/attack/StrangerSocket.h"
-#include "tests/relay/RelayClient.h"
 #include "tests/relay/RunningRelay.h"
 #include "tests/support/Effort.h"
+#include "tests/support/RelayClient.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/TestAuthority.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/relay/TestPair.h"
+#include "tests/support/TestPair.h"
 
 #include <cstdint>
 #include <string>

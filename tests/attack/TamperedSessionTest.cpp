@@ -1,7 +1,7 @@
 #include "shared/wire/Json.h"
 #include "tests/attack/Changes.h"
-#include "tests/shared-apple/SecureLinkFixture.h"
 #include "tests/support/Effort.h"
+#include "tests/support/SecureLinkFixture.h"
 
 #include <algorithm>
 #include <string>

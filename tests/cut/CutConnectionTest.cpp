@@ -1,7 +1,7 @@
 #include "shared/wire/Json.h"
 #include "tests/cut/FaultProxy.h"
-#include "tests/e2e/Household.h"
 #include "tests/support/Effort.h"
+#include "tests/support/Household.h"
 
 #include <boost/json.hpp>
 #include <gtest/gtest.h>

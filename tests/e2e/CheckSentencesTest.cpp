@@ -1,4 +1,4 @@
-#include "tests/e2e/Program.h"
+#include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

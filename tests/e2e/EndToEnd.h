@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/e2e/Household.h"
+#include "tests/support/Household.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "tests/e2e/Household.h"
 #include "tests/platform/linux/PrivateKeyring.h"
 #include "tests/support/BusService.h"
+#include "tests/support/Household.h"
 #include "tests/support/VirtualDisplay.h"
 
 #include <gtest/gtest.h>

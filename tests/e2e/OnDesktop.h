@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tests/e2e/Household.h"
 #include "tests/e2e/ScreenReader.h"
+#include "tests/support/Household.h"
 #include "tests/support/PrivateBus.h"
 #include "tests/support/VirtualDisplay.h"
 

@@ -1,5 +1,5 @@
-#include "tests/e2e/Household.h"
 #include "tests/platform/linux/MockedLogind.h"
+#include "tests/support/Household.h"
 
 #include <filesystem>
 

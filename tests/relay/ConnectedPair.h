@@ -1,8 +1,8 @@
 #pragma once
 
-#include "tests/relay/RelayClient.h"
 #include "tests/relay/RunningRelay.h"
 #include "tests/relay/TlsRelay.h"
+#include "tests/support/RelayClient.h"
 
 #include <gtest/gtest.h>
 

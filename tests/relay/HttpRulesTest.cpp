@@ -1,7 +1,7 @@
 #include "relay/HttpReply.h"
-#include "tests/relay/RelayClient.h"
 #include "tests/relay/RunningRelay.h"
 #include "tests/support/Effort.h"
+#include "tests/support/RelayClient.h"
 
 #include <gtest/gtest.h>
 

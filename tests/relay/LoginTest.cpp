@@ -1,6 +1,6 @@
 #include "relay/Login.h"
 
-#include "tests/relay/TestPair.h"
+#include "tests/support/TestPair.h"
 
 #include <gtest/gtest.h>
 

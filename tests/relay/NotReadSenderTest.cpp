@@ -1,6 +1,6 @@
 #include "shared/base/NotReadingPong.h"
-#include "tests/relay/RelayClient.h"
 #include "tests/relay/RunningRelay.h"
+#include "tests/support/RelayClient.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>

@@ -1,6 +1,6 @@
 #include "relay/PairCalls.h"
 
-#include "tests/relay/TestPair.h"
+#include "tests/support/TestPair.h"
 
 #include <gtest/gtest.h>
 

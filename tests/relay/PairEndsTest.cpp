@@ -1,6 +1,6 @@
 #include "relay/PairStore.h"
-#include "tests/relay/TestPair.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestPair.h"
 
 #include <gtest/gtest.h>
 

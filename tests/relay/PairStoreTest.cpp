@@ -1,7 +1,7 @@
 #include "relay/PairStore.h"
 
-#include "tests/relay/TestPair.h"
 #include "tests/support/TemporaryFolder.h"
+#include "tests/support/TestPair.h"
 
 #include <gtest/gtest.h>
 

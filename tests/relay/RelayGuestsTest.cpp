@@ -1,5 +1,5 @@
-#include "tests/relay/RelayClient.h"
 #include "tests/relay/RunningRelay.h"
+#include "tests/support/RelayClient.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/relay/RelayClient.h"
+#include "tests/support/RelayClient.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "relay/StoreUpkeep.h"
 
-#include "tests/relay/RelayClient.h"
 #include "tests/relay/RunningRelay.h"
+#include "tests/support/RelayClient.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "relay/Switchboard.h"
 
 #include "relay/FailureFrame.h"
-#include "tests/relay/TestPair.h"
+#include "tests/support/TestPair.h"
 
 #include <gtest/gtest.h>
 

@@ -3,7 +3,7 @@
 #include "platform/memory/MemoryVault.h"
 #include "shared-apple/KeychainChyba.h"
 #include "shared/wire/DecodeError.h"
-#include "tests/shared-apple/Devices.h"
+#include "tests/support/Devices.h"
 
 #include <gtest/gtest.h>
 

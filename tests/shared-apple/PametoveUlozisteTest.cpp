@@ -1,6 +1,6 @@
 #include "shared-apple/PametoveUloziste.h"
 
-#include "tests/shared-apple/Devices.h"
+#include "tests/support/Devices.h"
 
 #include <gtest/gtest.h>
 

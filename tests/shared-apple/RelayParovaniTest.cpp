@@ -7,7 +7,7 @@
 #include "shared/wire/DecodeError.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/RelayCalls.h"
-#include "tests/shared-apple/Devices.h"
+#include "tests/support/Devices.h"
 
 #include <gtest/gtest.h>
 

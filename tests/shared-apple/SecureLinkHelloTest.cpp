@@ -1,6 +1,6 @@
 #include "shared/trust/SessionHandshake.h"
 #include "shared/wire/Json.h"
-#include "tests/shared-apple/SecureLinkFixture.h"
+#include "tests/support/SecureLinkFixture.h"
 
 #include <string>
 #include <vector>

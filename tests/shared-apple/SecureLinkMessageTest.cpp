@@ -1,7 +1,7 @@
 #include "platform/ports/NetworkError.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"
-#include "tests/shared-apple/SecureLinkFixture.h"
+#include "tests/support/SecureLinkFixture.h"
 
 #include <functional>
 #include <string>

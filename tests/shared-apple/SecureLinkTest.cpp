@@ -3,7 +3,7 @@
 #include "shared/trust/SessionHandshake.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"
-#include "tests/shared-apple/SecureLinkFixture.h"
+#include "tests/support/SecureLinkFixture.h"
 
 #include <set>
 #include <string>

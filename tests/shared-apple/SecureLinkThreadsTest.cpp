@@ -4,9 +4,9 @@
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ScriptedRandom.h"
 #include "shared-apple/SecureLink.h"
-#include "tests/shared-apple/Devices.h"
 #include "tests/shared-apple/LoopbackRelay.h"
 #include "tests/support/Await.h"
+#include "tests/support/Devices.h"
 
 #include <gtest/gtest.h>
 

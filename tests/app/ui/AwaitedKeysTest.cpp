@@ -1,5 +1,5 @@
 #include "shared-apple/KeychainChyba.h"
-#include "tests/app/ui/UiHarness.h"
+#include "tests/support/UiHarness.h"
 
 namespace morvex {
 namespace {

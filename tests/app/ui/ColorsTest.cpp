@@ -1,5 +1,5 @@
 #include "app/ui/ProductColors.h"
-#include "tests/app/ui/UiHarness.h"
+#include "tests/support/UiHarness.h"
 
 #include <QDirIterator>
 #include <QFile>

@@ -1,5 +1,5 @@
 #include "shared/base/Bytes.h"
-#include "tests/app/ui/UiHarness.h"
+#include "tests/support/UiHarness.h"
 
 #include <QAccessible>
 

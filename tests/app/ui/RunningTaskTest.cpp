@@ -1,5 +1,5 @@
-#include "tests/app/ui/UiHarness.h"
 #include "tests/support/InstalledAgents.h"
+#include "tests/support/UiHarness.h"
 
 namespace morvex {
 namespace {

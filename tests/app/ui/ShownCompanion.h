@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/app/ui/UiHarness.h"
+#include "tests/support/UiHarness.h"
 
 #include <QImage>
 

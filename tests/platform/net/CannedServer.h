@@ -3,7 +3,7 @@
 #include "foundation/ThreadExecutor.h"
 #include "platform/net/CurlHttpClient.h"
 #include "tests/platform/net/NetworkTest.h"
-#include "tests/platform/net/TestServer.h"
+#include "tests/support/TestServer.h"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/write.hpp>

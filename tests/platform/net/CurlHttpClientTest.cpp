@@ -5,8 +5,8 @@
 #include "tests/platform/net/CannedServer.h"
 #include "tests/platform/net/GivenAuthority.h"
 #include "tests/platform/net/NetworkTest.h"
-#include "tests/platform/net/TestServer.h"
 #include "tests/support/TestAuthority.h"
+#include "tests/support/TestServer.h"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/ssl/context.hpp>

@@ -3,7 +3,7 @@
 #include "foundation/ThreadExecutor.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "tests/platform/net/NetworkTest.h"
-#include "tests/platform/net/TestServer.h"
+#include "tests/support/TestServer.h"
 
 #include <boost/beast/websocket/stream.hpp>
 

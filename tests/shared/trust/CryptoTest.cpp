@@ -1,8 +1,8 @@
 #include "shared/trust/Crypto.h"
 
 #include "shared/trust/CryptoError.h"
-#include "tests/shared/trust/TrustSupport.h"
 #include "tests/support/SmallOrderPoints.h"
+#include "tests/support/TrustSupport.h"
 
 #include <gtest/gtest.h>
 #include <openssl/err.h>

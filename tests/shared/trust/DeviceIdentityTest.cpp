@@ -2,7 +2,7 @@
 
 #include "shared/trust/Fingerprint.h"
 #include "shared/trust/Parovani.h"
-#include "tests/shared/trust/TrustSupport.h"
+#include "tests/support/TrustSupport.h"
 
 #include <gtest/gtest.h>
 

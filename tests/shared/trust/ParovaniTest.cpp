@@ -3,7 +3,7 @@
 #include "shared/trust/CryptoError.h"
 #include "shared/trust/DeviceIdentity.h"
 #include "shared/wire/TalkSpanError.h"
-#include "tests/shared/trust/TrustSupport.h"
+#include "tests/support/TrustSupport.h"
 
 #include <gtest/gtest.h>
 

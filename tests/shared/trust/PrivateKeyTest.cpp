@@ -2,7 +2,7 @@
 
 #include "shared/trust/CryptoError.h"
 #include "shared/trust/SymmetricKey.h"
-#include "tests/shared/trust/TrustSupport.h"
+#include "tests/support/TrustSupport.h"
 
 #include <gtest/gtest.h>
 

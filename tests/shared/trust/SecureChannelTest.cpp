@@ -1,7 +1,7 @@
 #include "shared/trust/SecureChannel.h"
 
 #include "shared/trust/CryptoError.h"
-#include "tests/shared/trust/TrustSupport.h"
+#include "tests/support/TrustSupport.h"
 
 #include <gtest/gtest.h>
 

@@ -10,7 +10,7 @@
 #include "shared/trust/SessionHandshake.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/RelayMessage.h"
-#include "tests/shared/trust/TrustSupport.h"
+#include "tests/support/TrustSupport.h"
 
 #include <boost/json.hpp>
 #include <gtest/gtest.h>

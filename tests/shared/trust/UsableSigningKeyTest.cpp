@@ -1,7 +1,7 @@
 #include "shared/trust/UsableSigningKey.h"
 
 #include "shared/trust/Crypto.h"
-#include "tests/shared/trust/TrustSupport.h"
+#include "tests/support/TrustSupport.h"
 #include "tests/support/UnownedSigningKeys.h"
 
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 #include "platform/memory/ScriptedRandom.h"
 #include "platform/memory/ScriptedSockets.h"
 #include "shared-apple/SecureLink.h"
-#include "tests/shared-apple/PhoneDevice.h"
+#include "tests/support/PhoneDevice.h"
 
 #include <gtest/gtest.h>
 

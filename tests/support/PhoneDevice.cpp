@@ -1,4 +1,4 @@
-#include "tests/shared-apple/PhoneDevice.h"
+#include "tests/support/PhoneDevice.h"
 
 #include "shared/base/Try.h"
 #include "shared/trust/SessionHandshake.h"

@@ -1,4 +1,4 @@
-#include "tests/e2e/Household.h"
+#include "tests/support/Household.h"
 
 #include "shared/base/Require.h"
 

@@ -7,7 +7,7 @@
 #include "shared/wire/Envelope.h"
 #include "shared/wire/MacPayload.h"
 #include "shared/wire/SessionHello.h"
-#include "tests/shared-apple/Devices.h"
+#include "tests/support/Devices.h"
 
 #include <memory>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "tests/shared-apple/SecureLinkFixture.h"
+#include "tests/support/SecureLinkFixture.h"
 
 #include "shared/wire/Json.h"
 #include "shared/wire/TalkSpanError.h"

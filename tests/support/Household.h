@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/e2e/Program.h"
+#include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "tests/e2e/Program.h"
+#include "tests/support/Program.h"
 
 #include "shared/base/Require.h"
 

@@ -1,4 +1,4 @@
-#include "tests/app/ui/UiHarness.h"
+#include "tests/support/UiHarness.h"
 
 #include <QCoreApplication>
 #include <QEvent>

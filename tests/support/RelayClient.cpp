@@ -1,4 +1,4 @@
-#include "tests/relay/RelayClient.h"
+#include "tests/support/RelayClient.h"
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>

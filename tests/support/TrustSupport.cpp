@@ -1,4 +1,4 @@
-#include "tests/shared/trust/TrustSupport.h"
+#include "tests/support/TrustSupport.h"
 
 #include "shared/base/Require.h"
 

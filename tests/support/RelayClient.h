@@ -1,7 +1,7 @@
 #pragma once
 
 #include "relay/PairStore.h"
-#include "tests/relay/TestPair.h"
+#include "tests/support/TestPair.h"
 
 #include <cstdint>
 #include <memory>

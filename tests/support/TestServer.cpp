@@ -1,4 +1,4 @@
-#include "tests/platform/net/TestServer.h"
+#include "tests/support/TestServer.h"
 
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/read.hpp>
