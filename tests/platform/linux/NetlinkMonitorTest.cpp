@@ -2,12 +2,15 @@
 
 #include "tests/platform/linux/MainLoopTest.h"
 
+#include <QSocketNotifier>
+
 #include <array>
 #include <cerrno>
 #include <fcntl.h>
 #include <linux/rtnetlink.h>
 #include <string_view>
 #include <sys/socket.h>
+#include <unistd.h>
 
 namespace morvex {
 namespace {
@@ -28,11 +31,20 @@ class NetlinkMonitorTest : public MainLoopTest {
                   static_cast<ssize_t>(message.size()));
     }
 
-    /// Whether the monitor had its turn with whatever was sent before.
-    void runLoop() const {
-        QEventLoop loop;
-        QTimer::singleShot(std::chrono::milliseconds(50), &loop, &QEventLoop::quit);
-        loop.exec();
+    /// The monitor has its turns with whatever was sent before: the loop looks at all descriptors at once,
+    /// and does so twice.
+    static void runLoop() {
+        for (int turn = 0; turn < 2; ++turn) {
+            std::array<int, 2> ends{};
+            ASSERT_EQ(::pipe2(ends.data(), O_CLOEXEC), 0);
+            const FileDescriptor later(ends[0]);
+            const FileDescriptor end(ends[1]);
+            ASSERT_EQ(::write(end.get(), "x", 1), 1);
+            QSocketNotifier notifier(later.get(), QSocketNotifier::Read);
+            QEventLoop loop;
+            QObject::connect(&notifier, &QSocketNotifier::activated, &loop, &QEventLoop::quit);
+            loop.exec();
+        }
     }
 
     FileDescriptor kernel;
