@@ -8,6 +8,14 @@ namespace {
 
 using Names = std::vector<std::string>;
 
+/// The type that a property's schema tells, as `ArgumentRow` names it: an "array" there is one of texts.
+std::string typeOf(const boost::json::object& property) {
+    const std::string type(property.at("type").as_string());
+    if (type != "array") return type;
+    const auto element = typeOf(property.at("items").as_object());
+    return element == "string" ? type : "array of " + element;
+}
+
 /// What the schema of a tool tells of, in its order.
 std::vector<ArgumentRow> toldOf(const ToolDescriptor& tool) {
     const auto schema = parseJson(tool.parametersJSON).value().as_object();
@@ -16,7 +24,7 @@ std::vector<ArgumentRow> toldOf(const ToolDescriptor& tool) {
     std::vector<ArgumentRow> rows;
     for (const auto& [name, property] : schema.at("properties").as_object()) {
         const bool isRequired = std::ranges::find(required, boost::json::value(name)) != required.end();
-        rows.push_back({name, std::string(property.as_object().at("type").as_string()), isRequired});
+        rows.push_back({name, typeOf(property.as_object()), isRequired});
     }
     return rows;
 }
