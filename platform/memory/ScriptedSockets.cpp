@@ -24,6 +24,9 @@ Task<Result<void>> ScriptedSocket::sendText(std::string text) {
         --refusals;
         return endedWith(fail(NetworkError{Sentence("odeslání selhalo")}));
     }
+    if (!waitingSends_.empty() && waitingBytes_ + text.size() > sendLimit)
+        return endedWith(fail(NetworkError{Sentence("spojení nestíhá odesílat")}));
+    if (holdsSends_) waitingBytes_ += text.size();
     sent.push_back(std::move(text));
     if (!holdsSends_) return endedWith({});
     waitingSends_.push_back(std::make_shared<OneShot<Result<void>>>());
@@ -59,7 +62,7 @@ void ScriptedSocket::breakWith(std::string text) {
     incoming_.end();
     ended_.request_stop();
     answer(waitingPings_, fail(NetworkError{Sentence(why_)}));
-    answer(waitingSends_, fail(NetworkError{Sentence(why_)}));
+    endSends(fail(NetworkError{Sentence(why_)}));
 }
 
 void ScriptedSocket::pong() {
@@ -84,10 +87,15 @@ void ScriptedSocket::holdSends() {
 
 void ScriptedSocket::takeSends() {
     holdsSends_ = false;
-    answer(waitingSends_, {});
+    endSends({});
 }
 
 void ScriptedSocket::answerSends(const Result<void>& result) {
+    endSends(result);
+}
+
+void ScriptedSocket::endSends(const Result<void>& result) {
+    waitingBytes_ = 0;
     answer(waitingSends_, result);
 }
 
@@ -95,12 +103,15 @@ void ScriptedSocket::answer(Waiting& waiting, const Result<void>& result) {
     for (auto& shot : std::exchange(waiting, {})) shot->answer(result);
 }
 
-Task<Result<std::shared_ptr<WebSocket>>> ScriptedSockets::connect(WebSocketRequest request, std::stop_token) {
+Task<Result<std::shared_ptr<WebSocket>>> ScriptedSockets::connect(WebSocketRequest request,
+                                                                  std::stop_token stop) {
     urls.push_back(std::move(request.url));
-    if (next_.empty()) co_return fail(NetworkError{Sentence("spojení odmítnuto")});
-    std::shared_ptr<WebSocket> socket = next_.front();
+    headers.push_back(std::move(request.headers));
+    if (stop.stop_requested() || next_.empty()) co_return fail(NetworkError{Sentence("spojení odmítnuto")});
+    auto socket = next_.front();
     next_.pop_front();
-    co_return socket;
+    socket->sendLimit = request.sendLimit;
+    co_return std::shared_ptr<WebSocket>(std::move(socket));
 }
 
 std::shared_ptr<ScriptedSocket> ScriptedSockets::layOut() {

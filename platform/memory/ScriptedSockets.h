@@ -4,6 +4,7 @@
 #include "foundation/OneShot.h"
 #include "platform/ports/WebSocketClient.h"
 
+#include <cstddef>
 #include <deque>
 #include <memory>
 #include <stop_token>
@@ -47,11 +48,14 @@ class ScriptedSocket final : public WebSocket {
     std::vector<CloseCode> closed;
     int pings = 0;
     int refusals = 0; ///< number of coming sends that fail, though the connection stays open
+    /// Bytes of texts that may wait; that of the request to which the socket was the answer.
+    std::size_t sendLimit = WebSocketRequest{}.sendLimit;
 
   private:
     using Waiting = std::vector<std::shared_ptr<OneShot<Result<void>>>>;
 
     static void answer(Waiting& waiting, const Result<void>& result);
+    void endSends(const Result<void>& result);
 
     Reading reading_;
     bool open_ = true;
@@ -61,9 +65,11 @@ class ScriptedSocket final : public WebSocket {
     EventStream<WebSocketFrame> incoming_;
     Waiting waitingPings_;
     Waiting waitingSends_;
+    std::size_t waitingBytes_ = 0; ///< of the texts of `waitingSends_`
 };
 
-/// Answers connection attempts with the sockets that the test prepared, in order, then refuses.
+/// Answers connection attempts with the sockets that the test prepared, in order, then refuses. An attempt
+/// that is stopped before it begins fails and leaves them to later ones.
 class ScriptedSockets final : public WebSocketClient {
   public:
     Task<Result<std::shared_ptr<WebSocket>>> connect(WebSocketRequest request, std::stop_token stop) override;
@@ -71,7 +77,8 @@ class ScriptedSockets final : public WebSocketClient {
     /// Prepares the socket for a later attempt.
     std::shared_ptr<ScriptedSocket> layOut();
 
-    std::vector<std::string> urls; ///< of all attempts
+    std::vector<std::string> urls;                            ///< of all attempts
+    std::vector<decltype(WebSocketRequest::headers)> headers; ///< of all attempts
 
   private:
     std::deque<std::shared_ptr<ScriptedSocket>> next_;
