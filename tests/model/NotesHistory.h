@@ -21,7 +21,9 @@ namespace morvex {
 
 /// One random history of the notes and summaries of a computer and a phone, with their real stores and files
 /// and the phone's real synchronisation (`RecordSync`), over a link that loses what is in transit whenever it
-/// breaks. What the computer sends, and when it acknowledges, is reimplemented here. The same seed gives the
+/// breaks. It tests how the two stores merge, save and recover, below the computer's `NotesSync` and
+/// `PhoneInbox`: those speak over a `SecureLink` only, so what the computer sends, and when it acknowledges,
+/// is reimplemented here in its simplest form. `TwoParties` plays with the real ones. The same seed gives the
 /// same history. The two sides never lose data at once: before the second one does, the link was quiet.
 class NotesHistory {
   public:
