@@ -1,5 +1,5 @@
 #include "relay/FailureFrame.h"
-#include "tests/relay/ConnectedPair.h"
+#include "tests/relay/LoggedInPair.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ void expectEnded(DeviceSocket& socket, RelayFailure code) {
     EXPECT_EQ(socket.closeCode(), policyViolation);
 }
 
-using Connected = ConnectedPair<RunningRelay>;
+using Connected = LoggedInPair<RunningRelay>;
 
 /// What a mac hears from its login on, until the phone is away or it is cut off itself. Reading answers its
 /// pings, and nobody reads for the phone.

@@ -1,5 +1,5 @@
 #include "relay/FailureFrame.h"
-#include "tests/relay/ConnectedPair.h"
+#include "tests/relay/LoggedInPair.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ template <class Relay> struct RelayTransport : testing::Test {};
 
 struct TransportName {
     template <class Relay> static std::string GetName(int) {
-        return ConnectedPair<Relay>::usesTls ? "Tls" : "Plain";
+        return LoggedInPair<Relay>::usesTls ? "Tls" : "Plain";
     }
 };
 
@@ -24,7 +24,7 @@ TYPED_TEST_SUITE(RelayTransport, Transports, TransportName);
 } // namespace
 
 TYPED_TEST(RelayTransport, CarriesTheLargestFramesBothWays) {
-    ConnectedPair<TypeParam> both;
+    LoggedInPair<TypeParam> both;
     const auto fromMac = both.pair.frame(both.pair.mac, both.pair.phone, 1, 2'500'000);
     const auto fromPhone = both.pair.frame(both.pair.phone, both.pair.mac, 1, 2'500'000);
     std::jthread macSends{[&] { both.mac.write(fromMac); }};
@@ -35,7 +35,7 @@ TYPED_TEST(RelayTransport, CarriesTheLargestFramesBothWays) {
 }
 
 TYPED_TEST(RelayTransport, CarriesABurstOfTenThousandNotesInOrder) {
-    ConnectedPair<TypeParam> both;
+    LoggedInPair<TypeParam> both;
     std::jthread sender{[&] {
         for (std::uint64_t counter = 1; counter <= 10'000; ++counter)
             both.mac.write(both.pair.frame(both.pair.mac, both.pair.phone, counter, 700));
@@ -47,7 +47,7 @@ TYPED_TEST(RelayTransport, CarriesABurstOfTenThousandNotesInOrder) {
 TYPED_TEST(RelayTransport, HoldsASenderBackAndLosesNothing) {
     auto limits = RunningRelay::quickLimits();
     limits.waiting = 100'000;
-    ConnectedPair<TypeParam> both{limits};
+    LoggedInPair<TypeParam> both{limits};
     constexpr std::uint64_t count = 200;
     std::jthread sender{[&] {
         for (std::uint64_t counter = 1; counter <= count; ++counter)
@@ -63,7 +63,7 @@ TYPED_TEST(RelayTransport, ClosesAReceiverThatTakesNothingAndKeepsLittleForIt) {
     auto limits = RunningRelay::quickLimits();
     limits.waiting = mebibyte;
     limits.stall = RelayLimits::Time{300};
-    ConnectedPair<TypeParam> both{limits};
+    LoggedInPair<TypeParam> both{limits};
     constexpr std::size_t count = 60;
     const auto frame = both.pair.frame(both.pair.mac, both.pair.phone, 1, 750'000);
     for (std::size_t sent = 0; sent < count; ++sent) both.mac.write(frame);

@@ -1,4 +1,4 @@
-#include "tests/relay/ConnectedPair.h"
+#include "tests/relay/LoggedInPair.h"
 
 #include <gtest/gtest.h>
 
@@ -91,7 +91,7 @@ TEST(TlsStreamLimits, EndsAHandshakeThatDoesNotEndItself) {
 }
 
 TEST(TlsSockets, NoticePeersThatAreCutWithoutAFarewell) {
-    ConnectedPair<TlsRelay> both;
+    LoggedInPair<TlsRelay> both;
     for (const bool isReset : {false, true}) {
         auto phone = std::make_unique<DeviceSocket>(both.relay.port(), overTls);
         phone->logIn(both.pair, both.pair.phone, true);

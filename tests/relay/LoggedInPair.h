@@ -16,7 +16,7 @@ inline const std::string offline = encode(RelayMessage{RelayMessage::PeerOnline{
 
 /// A relay and both devices of a pair, logged in: over plain TCP at a `RunningRelay`, over TLS at a
 /// `TlsRelay`.
-template <class Relay> struct ConnectedPair {
+template <class Relay> struct LoggedInPair {
     static constexpr bool usesTls = std::same_as<Relay, TlsRelay>;
 
     Relay relay;
@@ -24,7 +24,7 @@ template <class Relay> struct ConnectedPair {
     DeviceSocket mac{relay.port(), usesTls};
     DeviceSocket phone{relay.port(), usesTls};
 
-    explicit ConnectedPair(const RelayLimits& limits = RunningRelay::quickLimits()) : relay(limits) {
+    explicit LoggedInPair(const RelayLimits& limits = RunningRelay::quickLimits()) : relay(limits) {
         mac.logIn(pair, pair.mac, false);
         phone.logIn(pair, pair.phone, true);
         EXPECT_EQ(mac.read(), online);
