@@ -8,6 +8,10 @@
 #include <boost/beast/http/read.hpp>
 
 #include <array>
+#include <filesystem>
+#include <poll.h>
+#include <string>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 #include <utility>
 
@@ -17,6 +21,18 @@ namespace asio = boost::asio;
 namespace http = boost::beast::http;
 namespace websocket = boost::beast::websocket;
 using boost::system::error_code;
+
+namespace {
+
+/// One end of a connection, as this function of the system names it; port 0 if the descriptor is none.
+asio::ip::tcp::endpoint endOf(int descriptor, int (*nameOf)(int, sockaddr*, socklen_t*)) {
+    asio::ip::tcp::endpoint end;
+    auto size = static_cast<socklen_t>(end.capacity());
+    if (nameOf(descriptor, end.data(), &size) != 0 || end.data()->sa_family != AF_INET) return {};
+    return end;
+}
+
+} // namespace
 
 bool HostileRelay::Line::accept(const Request& upgrade) {
     error_code error;
@@ -65,6 +81,27 @@ void HostileRelay::Line::cut() {
     ::shutdown(stream_.next_layer().native_handle(), SHUT_RDWR);
 }
 
+bool HostileRelay::Line::isWritable() {
+    pollfd socket{stream_.next_layer().native_handle(), POLLOUT, 0};
+    return ::poll(&socket, 1, 0) > 0;
+}
+
+HostileRelay::Line::Waiting HostileRelay::Line::waiting() {
+    auto& socket = stream_.next_layer();
+    Waiting bytes;
+    error_code error;
+    const auto own = socket.local_endpoint(error);
+    const auto other = socket.remote_endpoint(error);
+    // The connection has ended.
+    if (error || ::ioctl(socket.native_handle(), TIOCOUTQ, &bytes.unsent) != 0) return {};
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        const auto descriptor = std::stoi(entry.path().filename().string());
+        if (endOf(descriptor, ::getsockname) == other && endOf(descriptor, ::getpeername) == own)
+            (void)::ioctl(descriptor, FIONREAD, &bytes.unread);
+    }
+    return bytes;
+}
+
 HostileRelay::HostileRelay()
     : acceptor_(context_, {asio::ip::address_v4::loopback(), 0}),
       port_(acceptor_.local_endpoint().port()),
@@ -107,6 +144,11 @@ int HostileRelay::requests() {
     return requests_;
 }
 
+bool HostileRelay::waitForRequests(int count, std::chrono::milliseconds patience) {
+    std::unique_lock lock(mutex_);
+    return arrived_.wait_for(lock, patience, [this, count] { return requests_ >= count; });
+}
+
 std::string HostileRelay::frameHead(unsigned char first, std::uint64_t length) {
     std::string head{static_cast<char>(first), 127};
     for (int shift = 56; shift >= 0; shift -= 8) head += static_cast<char>(length >> shift & 0xff);
@@ -142,6 +184,7 @@ void HostileRelay::play(Socket socket) {
     http::read(socket, buffer, request, error);
     std::unique_lock lock(mutex_);
     if (!error) ++requests_;
+    arrived_.notify_all();
     const bool isUpgrade = !error && websocket::is_upgrade(request);
     auto script = isUpgrade ? refusal_ : script_;
     lock.unlock();

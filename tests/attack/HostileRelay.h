@@ -53,6 +53,19 @@ class HostileRelay {
         /// Ends the connection, from any thread.
         void cut();
 
+        /// Whether the system would take more bytes to send; from any thread.
+        [[nodiscard]] bool isWritable();
+
+        /// Bytes on their way to the companion, whose end is in this process.
+        struct Waiting {
+            int unsent = 0; ///< not yet taken by the system of its end
+            int unread = 0; ///< not yet taken by itself
+            bool operator==(const Waiting&) const = default;
+        };
+
+        /// From any thread.
+        [[nodiscard]] Waiting waiting();
+
         boost::beast::websocket::stream<Socket>& stream() { return stream_; }
 
       private:
@@ -77,6 +90,8 @@ class HostileRelay {
 
     /// The number of requests of both kinds.
     [[nodiscard]] int requests();
+    /// Waits until there were so many requests; false if they do not come within `patience`.
+    [[nodiscard]] bool waitForRequests(int count, std::chrono::milliseconds patience);
 
     /// The head of a server's frame: its first byte and a 64-bit length (RFC 6455, section 5.2).
     static std::string frameHead(unsigned char first, std::uint64_t length);

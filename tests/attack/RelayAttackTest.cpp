@@ -7,9 +7,8 @@
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/write.hpp>
 
-#include <atomic>
+#include <future>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace morvex {
@@ -22,6 +21,19 @@ class RelayAttack : public AttackedCompanion {
   protected:
     void challenge(HostileRelay::Line& line, Bytes nonce = toBytes("výzva")) {
         line.say(RelayMessage::Challenge{std::move(nonce), ProtocolVersion::current});
+    }
+
+    /// Does a step after the other, each after the network had its turn, until the companion has ended the
+    /// connection.
+    template <class Step> void expectEndWhile(HostileRelay::Line& line, Step step) {
+        auto end = std::async(std::launch::async, [&line] { line.takeToTheEnd(); });
+        constexpr int mostSteps = 5000;
+        for (int steps = 0; steps < mostSteps && end.wait_for(1ms) != std::future_status::ready; ++steps) {
+            step();
+            mac->turnNetwork();
+        }
+        EXPECT_EQ(end.wait_for(0ms), std::future_status::ready) << "the companion stays";
+        line.cut();
     }
 
     /// Sends a genuine call in a session of its own, after changing the text of its envelope.
@@ -68,16 +80,7 @@ TEST_F(RelayAttack, ARelayThatSaysNothingIsLeft) {
             challenge(*line);
             EXPECT_TRUE(line->receive());
         }
-        std::atomic<bool> ended = false;
-        std::thread reader([&] {
-            line->takeToTheEnd();
-            ended = true;
-        });
-        while (!ended) {
-            mac->pass(10s);
-            std::this_thread::sleep_for(5ms);
-        }
-        reader.join();
+        expectEndWhile(*line, [&] { mac->pass(10s); });
     }
     tries = 2;
 }
@@ -85,17 +88,10 @@ TEST_F(RelayAttack, ARelayThatSaysNothingIsLeft) {
 TEST_F(RelayAttack, AFrameThatNeverEndsAndPingsWithoutPongsEndTheConnection) {
     auto line = logIn();
     line->sendRaw(HostileRelay::frameHead(0x81, 100'000));
-    std::atomic<bool> ended = false;
-    std::thread reader([&] {
-        line->takeToTheEnd();
-        ended = true;
-    });
-    while (!ended) {
+    expectEndWhile(*line, [&] {
         line->sendRaw("x");
         mac->pass(1s);
-        std::this_thread::sleep_for(2ms);
-    }
-    reader.join();
+    });
 }
 
 TEST_F(RelayAttack, NothingThatMeansSomethingElsewhereIsSigned) {
@@ -299,10 +295,7 @@ TEST_F(RelayAttack, AnythingButAWebSocketIsTriedAgainAndNeverFollowed) {
         const auto before = relay.requests();
         relay.refuseSocketsWith([&](Socket& socket, const auto&) { answer(socket); });
         mac->on([this] { mac->companion().stav().potiz = std::nullopt; });
-        for (int i = 0; i < 100 && relay.requests() < before + 2; ++i) {
-            mac->pass(31s);
-            std::this_thread::sleep_for(5ms);
-        }
+        for (int i = 0; i < 100 && !relay.waitForRequests(before + 2, 5ms); ++i) mac->pass(31s);
         EXPECT_GE(relay.requests(), before + 2) << "the companion tries again";
     }
     relay.refuseSocketsWith({});

@@ -67,6 +67,10 @@ class RealCompanion {
     /// Advances the time for waits. The wall clock stays equal to that of the other processes.
     void pass(std::chrono::seconds time);
 
+    /// Blocks until the thread of the network, on which the link runs as well, has done all that was due
+    /// before.
+    void turnNetwork();
+
     /// Resets the connection to the relay.
     void cutConnection() { sockets_.cut(); }
 
