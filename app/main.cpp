@@ -7,6 +7,7 @@
 #include "foundation/TaskScope.h"
 #include "foundation/Text.h"
 #include "foundation/ThreadExecutor.h"
+#include "platform/posix/TypingEcho.h"
 #include "platform/posix/base/Kernel.h"
 #include "platform/posix/base/LogQueue.h"
 #include "platform/posix/base/Process.h"
@@ -29,6 +30,7 @@
 #include <vector>
 
 namespace morvex {
+
 namespace {
 
 constexpr const char* version = MORVEX_VERSION " (" MORVEX_BUILD ")";
@@ -157,9 +159,13 @@ int runConsole(Runtime& around, const Print& print) {
     ConsoleFolderPicker picker;
     Running running(around, picker, print);
     auto quit = [&running] { running.quit(); };
+    TypingEcho echo(standardInput);
+    auto setTyping = [&echo](ConsoleApps::Typing typing) {
+        typing == ConsoleApps::Typing::shown ? echo.show() : echo.hide();
+    };
     ConsoleShell shell(running.companion, running.features,
                        {*around.clock, picker, around.system.folders, running.commands, print, quit,
-                        isTerminal(standardOutput)});
+                        setTyping, isTerminal(standardOutput)});
     std::optional<LineReader> reader;
     bool isListening = false;
     auto listen = [&] {

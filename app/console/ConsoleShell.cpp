@@ -44,7 +44,7 @@ constexpr std::array<NamedIntegration, integrationCount> integrations{{
 
 struct ConsoleShell::Command {
     std::string_view name;
-    std::string_view argument;
+    std::string argument; ///< in brackets where it may be left out
     std::string_view help;
     void (*run)(ConsoleShell& shell, const std::string& argument);
 };
@@ -82,6 +82,14 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
          [](ConsoleShell& shell, const std::string& name) { shell.switchIntegration(name, true); }},
         {"vypnout", "CO", "vypne skupinu nástrojů",
          [](ConsoleShell& shell, const std::string& name) { shell.switchIntegration(name, false); }},
+        {"aplikace", "[" + std::string(ConsoleApps::usage) + "]",
+         "vlastní aplikace; vypíše je, zapne, vypne, odebere",
+         [](ConsoleShell& shell, const std::string& words) {
+             if (words.empty()) return shell.apps_.print();
+             shell.apps_.change(words);
+         }},
+        {"aplikace-pridat", "", "přidá vlastní aplikaci; na název, adresu a token se zeptá",
+         [](ConsoleShell& shell, const std::string&) { shell.apps_.startAdding(); }},
         {"vzhuru", "zap|vyp", "při napájení nenechá počítač usnout",
          [](ConsoleShell& shell, const std::string& word) { shell.keepAwake(word); }},
         {"po-prihlaseni", "zap|vyp", "spouští Morvex po přihlášení",
@@ -121,6 +129,7 @@ ConsoleShell::ConsoleShell(Companion& companion, Features& features, Services se
       services_(std::move(services)),
       output_(services_.print),
       folders_({features_.files.slozky(), services_.picker, services_.folders, services_.scope, output_}),
+      apps_({features_.customApps.service(), services_.scope, output_, services_.setTyping}),
       pairing_(companion_, output_,
                services_.drawsPictures ? ConsolePairing::Pictures::codes : ConsolePairing::Pictures::none),
       approvals_(companion_.schvalovani(), output_) {
@@ -147,7 +156,10 @@ void ConsoleShell::watch() {
 }
 
 void ConsoleShell::handle(std::string_view line) {
-    run(trim(line));
+    if (apps_.isAsking())
+        apps_.answer(std::string(line));
+    else
+        run(trim(line));
     approvals_.lineTyped();
     pairing_.lineTyped();
 }
@@ -160,15 +172,15 @@ void ConsoleShell::run(const std::string& trimmed) {
     auto found = std::ranges::find(commands(), name, &Command::name);
     if (found == commands().end())
         return output_.line("Neznámý příkaz „" + name + "“. Seznam ukáže „pomoc“.");
-    if (argument.empty() != found->argument.empty())
-        return output_.line(
-            trim("Správně: " + std::string(found->name) + " " + std::string(found->argument)));
+    const bool isOptional = found->argument.starts_with('[');
+    if (!isOptional && argument.empty() != found->argument.empty())
+        return output_.line(trim("Správně: " + std::string(found->name) + " " + found->argument));
     found->run(*this, argument);
 }
 
 void ConsoleShell::printHelp() const {
     for (const auto& command : commands()) {
-        auto usage = std::string(command.name) + " " + std::string(command.argument);
+        auto usage = std::string(command.name) + " " + command.argument;
         usage.resize(std::max<std::size_t>(usage.size(), 21), ' ');
         output_.line("  " + usage + "  " + std::string(command.help));
     }

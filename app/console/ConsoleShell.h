@@ -2,6 +2,7 @@
 
 #include "app/assembly/Features.h"
 #include "app/console/ConsoleApprovals.h"
+#include "app/console/ConsoleApps.h"
 #include "app/console/ConsoleFolders.h"
 #include "app/console/ConsoleOutput.h"
 #include "app/console/ConsolePairing.h"
@@ -31,6 +32,7 @@ class ConsoleShell {
         TaskScope& scope;                       ///< runs what a command starts
         std::function<void(std::string)> print; ///< takes one line, or several
         std::function<void()> quit;
+        std::function<void(ConsoleApps::Typing)> setTyping;
         bool drawsPictures = false; ///< the output is a terminal that can show a QR code
     };
 
@@ -81,6 +83,7 @@ class ConsoleShell {
     Services services_;
     ConsoleOutput output_;
     ConsoleFolders folders_;
+    ConsoleApps apps_;
     ConsolePairing pairing_;
     ConsoleApprovals approvals_;
     Clock::Duration minuteOfNews_{0}; ///< when the counted minute began

@@ -47,15 +47,6 @@ bool makeNonBlocking(int descriptor) {
 
 } // namespace
 
-struct TerminalInput::Settings {
-    termios values{};
-
-    static std::unique_ptr<const Settings> of(int terminal) {
-        Settings read;
-        return ::tcgetattr(terminal, &read.values) == 0 ? std::make_unique<const Settings>(read) : nullptr;
-    }
-};
-
 Result<std::unique_ptr<TerminalInput>> TerminalInput::create(int input) {
     std::array<int, 2> ends{};
     if (::pipe(ends.data()) != 0) return fail(SystemError{errno});
@@ -66,11 +57,10 @@ Result<std::unique_ptr<TerminalInput>> TerminalInput::create(int input) {
     return std::unique_ptr<TerminalInput>(new TerminalInput(input, std::move(pipe)));
 }
 
-TerminalInput::TerminalInput(int input, Pipe pipe)
-    : input_(input), pipe_(std::move(pipe)), usual_(Settings::of(input)) {}
+TerminalInput::TerminalInput(int input, Pipe pipe) : input_(input), pipe_(std::move(pipe)), echo_(input) {}
 
 TerminalInput::~TerminalInput() {
-    showTyping();
+    echo_.show();
     handleSignals(SIG_DFL);
     signalPipe = -1;
 }
@@ -81,18 +71,6 @@ bool TerminalInput::isInteractive() const {
 
 void TerminalInput::forgetTypeAhead() {
     if (isInteractive()) ::tcflush(input_, TCIFLUSH);
-}
-
-void TerminalInput::hideTyping() {
-    if (!usual_) return;
-    auto hidden = usual_->values;
-    hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    hidden.c_lflag |= ECHONL;
-    ::tcsetattr(input_, TCSAFLUSH, &hidden);
-}
-
-void TerminalInput::showTyping() {
-    if (usual_) ::tcsetattr(input_, TCSANOW, &usual_->values);
 }
 
 void TerminalInput::wake() {
@@ -126,7 +104,7 @@ std::optional<std::string> TerminalInput::readSome() {
 
 void TerminalInput::endProcess() {
     constexpr int interruptedCode = 130;
-    showTyping();
+    echo_.show();
     ::_exit(interruptedCode);
 }
 

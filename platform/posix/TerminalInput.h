@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/posix/TypingEcho.h"
 #include "platform/posix/base/FileDescriptor.h"
 #include "shared/base/Error.h"
 
@@ -31,9 +32,11 @@ class TerminalInput {
 
     /// Drops what was typed and not read yet.
     void forgetTypeAhead();
+
     /// Whether the terminal shows what is typed.
-    void hideTyping();
-    void showTyping();
+    void hideTyping() { echo_.hide(); }
+
+    void showTyping() { echo_.show(); }
 
     /// Waits for a signal, for `wake`, and for input where it is wanted.
     Event wait(bool wantsInput);
@@ -48,15 +51,13 @@ class TerminalInput {
         FileDescriptor writing;
     };
 
-    struct Settings; ///< of the terminal
-
     TerminalInput(int input, Pipe pipe);
     int takeSignals();
     std::optional<std::string> readSome();
 
     int input_;
     Pipe pipe_;
-    std::unique_ptr<const Settings> usual_; ///< null when the input is no terminal
+    TypingEcho echo_;
 };
 
 } // namespace morvex

@@ -18,8 +18,13 @@ class ConsoleTasksTest : public AgentHarness {
         startWithFolder();
         shell = std::make_unique<ConsoleShell>(
             *companion, *features,
-            ConsoleShell::Services{clock, consolePicker, folders, scope,
-                                   [this](const std::string& text) { lines.push_back(text); }, [] {}});
+            ConsoleShell::Services{clock,
+                                   consolePicker,
+                                   folders,
+                                   scope,
+                                   [this](const std::string& text) { lines.push_back(text); },
+                                   [] {},
+                                   {}});
     }
 
     Lines type(const std::string& line) {

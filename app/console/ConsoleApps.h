@@ -1,0 +1,62 @@
+#pragma once
+
+#include "app/console/ConsoleOutput.h"
+#include "app/customapps/MacCustomAppsService.h"
+#include "foundation/TaskScope.h"
+
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace morvex {
+
+/// The console's commands for custom apps. Main thread.
+class ConsoleApps {
+  public:
+    enum class Typing { shown, hidden };
+
+    struct Services {
+        MacCustomAppsService& apps;
+        TaskScope& scope; ///< runs what a command starts
+        const ConsoleOutput& output;
+        std::function<void(Typing)> setTyping; ///< whether the terminal shows what is typed
+    };
+
+    /// What follows the name of the command `aplikace`.
+    static constexpr const char* usage = "zap|vyp|odebrat NÁZEV";
+
+    /// All references outlive this object.
+    explicit ConsoleApps(Services services) : services_(std::move(services)) {}
+
+    void print() const;
+
+    /// Switches an app on or off or removes it.
+    void change(const std::string& words);
+
+    /// Asks for name, address and token; the next lines are the answers. An empty name gives up.
+    void startAdding();
+
+    /// Whether the next line is an answer.
+    [[nodiscard]] bool isAsking() const { return draft_.has_value(); }
+
+    /// Takes the line as the answer; the token's line is not shown while it is typed.
+    void answer(const std::string& line);
+
+  private:
+    struct Draft {
+        std::optional<std::string> name;
+        std::optional<std::string> endpoint;
+    };
+
+    void takeToken(const std::string& token);
+    Task<void> add(Draft draft, std::string token);
+    Task<void> turn(AppSummary app, bool on);
+    Task<void> remove(AppSummary app);
+    /// The app with this name, or with this address where several have the name; says so if there is none.
+    [[nodiscard]] std::optional<AppSummary> find(const std::string& words) const;
+
+    Services services_;
+    std::optional<Draft> draft_;
+};
+
+} // namespace morvex
