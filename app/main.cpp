@@ -89,7 +89,8 @@ struct Runtime {
                 .opener = system.opener,
                 .environment = ownEnvironment(),
                 .jmenoZarizeni = computerName(),
-                .verzeAplikace = version};
+                .verzeAplikace = version,
+                .openAI = "https://api.openai.com"};
     }
 };
 

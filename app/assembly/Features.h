@@ -9,6 +9,7 @@
 #include "app/personal/RecordsFeature.h"
 #include "app/programs/ProgramDiscovery.h"
 #include "app/voice/VoiceFeature.h"
+#include "app/websearch/WebSearchFeature.h"
 
 namespace morvex {
 
@@ -29,6 +30,7 @@ struct Features {
     RecordsFeature records{context};
     CustomAppsFeature customApps{context};
     VoiceFeature voice{context};
+    WebSearchFeature webSearch{context, voice.controller()};
 };
 
 } // namespace morvex

@@ -45,6 +45,7 @@ struct CompanionServices {
     Environment environment;   ///< that of this program
     std::string jmenoZarizeni; ///< name of this computer, shown on the phone
     std::string verzeAplikace; ///< "x.y.z (build)"
+    std::string openAI;        ///< address of the OpenAI API, without a slash at its end
 
     [[nodiscard]] Clock& clock() const { return link.relay.clock; }
 };

@@ -68,7 +68,8 @@ struct FakeDesktop {
                 .opener = opener,
                 .environment = std::move(environment),
                 .jmenoZarizeni = "Počítač",
-                .verzeAplikace = std::move(version)};
+                .verzeAplikace = std::move(version),
+                .openAI = "https://api.openai.example"};
     }
 };
 
