@@ -4,6 +4,7 @@
 #include "platform/ports/UserDefaults.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -18,26 +19,88 @@ std::string described(const AppSummary& app) {
 
 } // namespace
 
+struct ConsoleApps::Action {
+    std::string_view name;
+    void (*run)(ConsoleApps& apps, const AppSummary& app);
+};
+
+const std::vector<ConsoleApps::Action>& ConsoleApps::actions() {
+    static const std::vector<Action> table{
+        {"zap", [](ConsoleApps& apps, const AppSummary& app) { apps.switchApp(app, true); }},
+        {"vyp", [](ConsoleApps& apps, const AppSummary& app) { apps.switchApp(app, false); }},
+        {"odebrat", [](ConsoleApps& apps, const AppSummary& app) { apps.removeApp(app); }},
+        {"zmeny", [](ConsoleApps& apps, const AppSummary& app) { apps.showNews(app); }},
+        {"videl", [](ConsoleApps& apps, const AppSummary& app) { apps.markSeen(app); }},
+        {"hlidat", [](ConsoleApps& apps, const AppSummary& app) { apps.hold(app, true); }},
+        {"nehlidat", [](ConsoleApps& apps, const AppSummary& app) { apps.hold(app, false); }},
+    };
+    return table;
+}
+
 void ConsoleApps::print() const {
     const auto apps = services_.apps.apps();
     if (apps.empty()) services_.output.line("Žádné vlastní aplikace. Přidá je „aplikace-pridat“.");
-    for (const auto& app : apps) services_.output.line("Aplikace: " + described(app));
+    for (const auto& app : apps) {
+        services_.output.line("Aplikace: " + described(app));
+        if (app.outcome) services_.output.line("  " + app.outcome->popis().czech());
+        if (!app.news.empty())
+            services_.output.line("  Změněné nebo nové nástroje: " + std::to_string(app.news.size()) +
+                                  ". Ukáže je „aplikace zmeny " + app.name + "“.");
+    }
+    services_.output.trouble(services_.apps.problem());
 }
 
 void ConsoleApps::change(const std::string& words) {
     const auto blank = words.find(' ');
-    const auto action = fold(words.substr(0, blank));
+    const auto wanted = fold(words.substr(0, blank));
     const auto name = blank == std::string::npos ? std::string() : trim(words.substr(blank));
-    const bool isSwitch = action == "zap" || action == "vyp";
-    if (name.empty() || (!isSwitch && action != "odebrat"))
+    if (wanted == "znovu" && name.empty()) {
+        services_.apps.refreshSoon();
+        return services_.output.line("Ptám se aplikací znovu. Výsledek ukáže „aplikace“.");
+    }
+    const auto action = std::ranges::find(actions(), wanted, &Action::name);
+    if (action == actions().end() || name.empty())
         return services_.output.line(std::string("Správně: aplikace ") + usage);
-    auto app = find(name);
-    if (!app) return;
-    if (isSwitch) return services_.scope.spawn(turn(*std::move(app), action == "zap"));
-    if (app->comesFromIPhone)
-        return services_.output.line("Aplikaci z iPhonu tu jde jen vypnout: „aplikace vyp " + app->name +
+    if (const auto app = find(name)) action->run(*this, *app);
+}
+
+void ConsoleApps::switchApp(const AppSummary& app, bool on) {
+    services_.scope.spawn(turn(app, on));
+}
+
+void ConsoleApps::removeApp(const AppSummary& app) {
+    if (app.comesFromIPhone)
+        return services_.output.line("Aplikaci z iPhonu tu jde jen vypnout: „aplikace vyp " + app.name +
                                      "“.");
-    services_.scope.spawn(remove(*std::move(app)));
+    services_.scope.spawn(remove(app));
+}
+
+void ConsoleApps::showNews(const AppSummary& app) {
+    if (app.news.empty()) return services_.output.line("Od posledního pohledu se nic nezměnilo.");
+    shown_[app.id] = app.news;
+    for (const auto& tool : app.news) {
+        services_.output.line((tool.known ? "Změněný nástroj: " : "Nový nástroj: ") + tool.name);
+        if (tool.known)
+            services_.output.foreign("Bylo: " + tool.known->description + " " + tool.known->schema);
+        services_.output.foreign("Je: " + tool.news->description + " " + tool.news->schema);
+    }
+    services_.output.line("Až to projdeš, napiš „aplikace videl " + app.name + "“.");
+}
+
+void ConsoleApps::markSeen(const AppSummary& app) {
+    const auto shown = shown_.find(app.id);
+    if (shown == shown_.end())
+        return services_.output.line("Nejdřív si je prohlédni: „aplikace zmeny " + app.name + "“.");
+    services_.apps.looked(app.id, std::exchange(shown->second, {}));
+    shown_.erase(shown);
+    services_.output.line("Poznamenáno: " + app.name);
+}
+
+void ConsoleApps::hold(const AppSummary& app, bool holds) {
+    services_.apps.setHoldsChanges(app.id, holds);
+    services_.output.line(
+        (holds ? "Změněné a nové nástroje čekají, až je uvidíš: " : "Změněné a nové nástroje nečekají: ") +
+        app.name);
 }
 
 std::optional<AppSummary> ConsoleApps::find(const std::string& words) const {

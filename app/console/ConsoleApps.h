@@ -5,8 +5,10 @@
 #include "foundation/TaskScope.h"
 
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace morvex {
 
@@ -23,14 +25,14 @@ class ConsoleApps {
     };
 
     /// What follows the name of the command `aplikace`.
-    static constexpr const char* usage = "zap|vyp|odebrat NÁZEV";
+    static constexpr const char* usage = "zap|vyp|odebrat|zmeny|videl|hlidat|nehlidat NÁZEV, znovu";
 
     /// All references outlive this object.
     explicit ConsoleApps(Services services) : services_(std::move(services)) {}
 
     void print() const;
 
-    /// Switches an app on or off or removes it.
+    /// Switches an app on or off, removes it, shows changes of its tools, or asks all apps again.
     void change(const std::string& words);
 
     /// Asks for name, address and token; the next lines are the answers. An empty name gives up.
@@ -48,6 +50,14 @@ class ConsoleApps {
         std::optional<std::string> endpoint;
     };
 
+    struct Action;
+    static const std::vector<Action>& actions();
+
+    void switchApp(const AppSummary& app, bool on);
+    void removeApp(const AppSummary& app);
+    void showNews(const AppSummary& app);
+    void markSeen(const AppSummary& app);
+    void hold(const AppSummary& app, bool holds);
     void takeToken(const std::string& token);
     Task<void> add(Draft draft, std::string token);
     Task<void> turn(AppSummary app, bool on);
@@ -57,6 +67,7 @@ class ConsoleApps {
 
     Services services_;
     std::optional<Draft> draft_;
+    std::map<std::string, std::vector<SeenTool>> shown_; ///< the news that were printed last, by app
 };
 
 } // namespace morvex

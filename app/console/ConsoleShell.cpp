@@ -83,7 +83,7 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
         {"vypnout", "CO", "vypne skupinu nástrojů",
          [](ConsoleShell& shell, const std::string& name) { shell.switchIntegration(name, false); }},
         {"aplikace", "[" + std::string(ConsoleApps::usage) + "]",
-         "vlastní aplikace; vypíše je, zapne, vypne, odebere",
+         "vlastní aplikace: vypíše je, nebo jednu změní",
          [](ConsoleShell& shell, const std::string& words) {
              if (words.empty()) return shell.apps_.print();
              shell.apps_.change(words);

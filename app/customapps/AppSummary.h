@@ -1,6 +1,11 @@
 #pragma once
 
+#include "app/customapps/AppOutcome.h"
+#include "app/customapps/SeenTools.h"
+
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace morvex {
 
@@ -11,6 +16,9 @@ struct AppSummary {
     std::string endpoint;
     bool enabled = true;
     bool comesFromIPhone = false;
+    std::optional<AppOutcome> outcome = {}; ///< absent for an app that was not asked
+    std::vector<SeenTool> news = {};        ///< tools that have changed or are new
+    bool holdsChanges = false;              ///< such tools wait until a person has looked
 
     bool operator==(const AppSummary&) const = default;
 };

@@ -17,16 +17,20 @@ class CustomAppsFeature final : public Feature {
 
     [[nodiscard]] MacCustomAppsService& service() { return service_; }
 
+    Task<void> load() override;
     void switched() override;
+    Task<void> saved() override;
 
   private:
+    [[nodiscard]] bool isOn() const;
     /// The tools on offer depend on the apps, so the status is sent afterwards.
     Task<void> takeList(std::vector<CompanionCustomApp> apps);
 
     FeatureContext& context_;
     Keychain keychain_;
+    SeenTools seen_;
     MacCustomAppsService service_;
-    Connection appsChanged_;
+    Connection toolsChanged_;
 };
 
 } // namespace morvex

@@ -17,9 +17,7 @@ namespace {
 
 constexpr const char* metadataKey = "custom.apps.metadata";
 
-std::string tokenAccount(const std::string& id) {
-    return "custom.app." + id + ".token";
-}
+const auto tokenAccount = &CustomToolCatalogue::tokenAccount;
 
 StoredApp* find(std::vector<StoredApp>& apps, const std::string& id) {
     auto app = std::ranges::find(apps, id, &StoredApp::id);
@@ -39,20 +37,76 @@ std::vector<StoredApp> stored(const UserDefaults& defaults) {
 
 } // namespace
 
-MacCustomAppsService::MacCustomAppsService(UserDefaults& defaults, const Keychain& keychain, Random& random)
-    : defaults_(defaults), keychain_(keychain), random_(random), apps_(stored(defaults)) {}
+MacCustomAppsService::MacCustomAppsService(Services services)
+    : services_(services),
+      apps_(stored(services.defaults)),
+      catalogue_({services.http, services.keychain, services.workers, services.clock, services.seen,
+                  services.scope.token()},
+                 [this] { return active_; }) {
+    outcomeChanged_ = catalogue_.onOutcome([this] { rowsChanged_.tell(); });
+    newsChanged_ = services_.seen.onChange([this] { rowsChanged_.tell(); });
+}
 
 std::vector<AppSummary> MacCustomAppsService::apps() const {
     std::vector<AppSummary> rows;
     rows.reserve(apps_.size());
-    for (const auto& app : apps_)
-        rows.push_back({app.id, app.name, app.endpoint, app.isEnabled(), !app.isFromMac()});
+    for (const auto& app : apps_) rows.push_back(summaryOf(app));
     return rows;
+}
+
+AppSummary MacCustomAppsService::summaryOf(const StoredApp& app) const {
+    const auto* outcome = catalogue_.outcome(app.id);
+    return {app.id,
+            app.name,
+            app.endpoint,
+            app.isEnabled(),
+            !app.isFromMac(),
+            outcome ? std::optional(*outcome) : std::nullopt,
+            services_.seen.news(app.id),
+            services_.seen.holdsChanges(app.id)};
+}
+
+Task<void> MacCustomAppsService::refresh() {
+    const auto number = ++refreshes_;
+    std::vector<StoredApp> asked;
+    if (active_) std::ranges::copy_if(apps_, std::back_inserter(asked), &StoredApp::isEnabled);
+    const bool changesNothing = asked.empty() && catalogue_.tools().empty();
+    co_await catalogue_.refresh(std::move(asked));
+    // A newer one tells when it has ended.
+    if (number == refreshes_ && !changesNothing) changed_.tell();
+}
+
+void MacCustomAppsService::appsChanged() {
+    std::vector<std::string> ids;
+    for (const auto& app : apps_) ids.push_back(app.id);
+    services_.seen.keepOnly(ids);
+    rowsChanged_.tell();
+    refreshSoon();
+}
+
+void MacCustomAppsService::looked(const std::string& id, const std::vector<SeenTool>& shown) {
+    services_.seen.looked(id, shown);
+    if (services_.seen.holdsChanges(id)) refreshSoon();
+}
+
+std::optional<Sentence> MacCustomAppsService::problem() const {
+    const auto& cause = services_.seen.problem();
+    return cause ? std::optional(
+                       "Co je vidět z nástrojů aplikací, se nepodařilo uložit: {duvod}"_sentence(*cause))
+                 : std::nullopt;
+}
+
+void MacCustomAppsService::setHoldsChanges(const std::string& id, bool holds) {
+    services_.seen.setHoldsChanges(id, holds);
+    refreshSoon();
 }
 
 void MacCustomAppsService::setActive(bool active) {
     active_ = active;
-    if (!active_) priZmene_.tell();
+    if (active_) return;
+    catalogue_.clear();
+    rowsChanged_.tell();
+    changed_.tell();
 }
 
 Task<void> MacCustomAppsService::replacePhoneApps(std::vector<CompanionCustomApp> list) {
@@ -65,8 +119,8 @@ Task<void> MacCustomAppsService::replacePhoneApps(std::vector<CompanionCustomApp
     apps_ = std::move(apps);
     keep();
     // The phone understands the next status as the confirmation that its list is stored.
-    co_await defaults_.ulozeno();
-    priZmene_.tell();
+    co_await services_.defaults.ulozeno();
+    appsChanged();
 }
 
 std::vector<CompanionCustomApp> MacCustomAppsService::accepted(std::vector<CompanionCustomApp> list) const {
@@ -93,14 +147,14 @@ Task<void> MacCustomAppsService::keepTokens(std::vector<CompanionCustomApp> entr
     for (const auto& app : apps_)
         if (!app.isFromMac() && !std::ranges::count(entries, app.id, &CompanionCustomApp::id))
             gone.push_back(app.id);
-    for (const auto& id : gone) co_await keychain_.remove(tokenAccount(id));
+    for (const auto& id : gone) co_await services_.keychain.remove(tokenAccount(id));
     for (const auto& entry : entries) {
         auto token = trim(entry.token);
         const auto account = tokenAccount(entry.id);
-        const auto present = co_await keychain_.read(account);
+        const auto present = co_await services_.keychain.read(account);
         if (!token.empty() && present == token) continue;
-        auto saved = co_await keychain_.save(std::move(token), account);
-        if (!saved) co_await keychain_.remove(account);
+        auto saved = co_await services_.keychain.save(std::move(token), account);
+        if (!saved) co_await services_.keychain.remove(account);
     }
 }
 
@@ -112,8 +166,8 @@ Task<Result<void>> MacCustomAppsService::save(std::optional<std::string> storedI
     if (name.empty()) co_return fail(ServiceError{ServiceError::MissingName{}});
     if (!normalizedAddress(endpoint)) co_return fail(ServiceError{ServiceError::InvalidAddress{}});
     bool isNew = !storedID || !hasMacApp(*storedID);
-    auto id = isNew ? "mac-" + lowerCase(random_.uuid().text()) : *storedID;
-    if (!token.empty()) CO_CHECK(co_await keychain_.save(token, tokenAccount(id)));
+    auto id = isNew ? "mac-" + lowerCase(services_.random.uuid().text()) : *storedID;
+    if (!token.empty()) CO_CHECK(co_await services_.keychain.save(token, tokenAccount(id)));
     auto saved = co_await keepOnceSaved([&](std::vector<StoredApp>& apps) {
         if (isNew)
             addMacApp(apps, {id, name, endpoint, true, StoredApp::fromMac});
@@ -122,8 +176,8 @@ Task<Result<void>> MacCustomAppsService::save(std::optional<std::string> storedI
     });
     if (saved || !isNew) co_return saved;
     // If the app is on the disk in spite of the failure, it keeps its token.
-    co_await defaults_.ulozeno();
-    if (!defaults_.problem()) co_await keychain_.remove(tokenAccount(id));
+    co_await services_.defaults.ulozeno();
+    if (!services_.defaults.problem()) co_await services_.keychain.remove(tokenAccount(id));
     co_return saved;
 }
 
@@ -142,7 +196,7 @@ Task<Result<void>> MacCustomAppsService::setEnabled(std::string id, bool enabled
     turningOn_.erase(id);
     app->enabled = false;
     keep();
-    priZmene_.tell();
+    appsChanged();
     co_return Result<void>{};
 }
 
@@ -155,11 +209,11 @@ Task<Result<void>> MacCustomAppsService::keepOnceSaved(std::function<void(std::v
         change(apps);
         DefaultsValues values;
         values.emplace(metadataKey, toBytes(encode(apps)));
-        saved = co_await defaults_.setOnceSaved(std::move(values));
+        saved = co_await services_.defaults.setOnceSaved(std::move(values));
     } while (!saved && saved.error().as<ChangedMeanwhile>());
     if (!saved) co_return saved;
     apps_ = std::move(apps);
-    priZmene_.tell();
+    appsChanged();
     co_return saved;
 }
 
@@ -167,9 +221,9 @@ Task<void> MacCustomAppsService::remove(std::string id) {
     if (!hasMacApp(id)) co_return;
     std::erase_if(apps_, [&id](const StoredApp& app) { return app.id == id; });
     keep();
-    priZmene_.tell();
+    appsChanged();
     // The token goes last, because a keyring may ask the user first.
-    co_await keychain_.remove(tokenAccount(id));
+    co_await services_.keychain.remove(tokenAccount(id));
 }
 
 bool MacCustomAppsService::hasMacApp(const std::string& id) const {
@@ -178,7 +232,7 @@ bool MacCustomAppsService::hasMacApp(const std::string& id) const {
 }
 
 void MacCustomAppsService::keep() {
-    defaults_.set(metadataKey, toBytes(encode(apps_)));
+    services_.defaults.set(metadataKey, toBytes(encode(apps_)));
 }
 
 } // namespace morvex

@@ -1,12 +1,15 @@
 #pragma once
 
 #include "app/customapps/AppSummary.h"
+#include "app/customapps/CustomToolCatalogue.h"
+#include "app/customapps/SeenTools.h"
 #include "app/customapps/ServiceError.h"
 #include "app/customapps/StoredApp.h"
 #include "app/keychain/Keychain.h"
 #include "foundation/Random.h"
 #include "foundation/Signal.h"
 #include "foundation/Task.h"
+#include "foundation/TaskScope.h"
 #include "foundation/Turns.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared/base/Error.h"
@@ -21,19 +24,54 @@
 namespace morvex {
 
 /// The custom apps: first those that were added on this computer, then the phone's in the phone's order.
-/// Their data is stored in the user defaults, their tokens in the keychain. Owned by the companion; main
+/// Their data is stored in the user defaults, their tokens in the keychain. Their servers speak MCP and lend
+/// tools. Owned by the companion; main
 /// thread only. The owner ends all tasks before it destroys this object.
 class MacCustomAppsService {
   public:
-    /// Reads the stored apps; there are none if the data is missing or damaged. All three references outlive
-    /// this object.
-    MacCustomAppsService(UserDefaults& defaults, const Keychain& keychain, Random& random);
+    struct Services {
+        UserDefaults& defaults;
+        const Keychain& keychain;
+        Random& random;
+        HttpClient& http;
+        Executor& workers;
+        Clock& clock;
+        SeenTools& seen;
+        TaskScope& scope; ///< refreshes run there; the owner joins it before it destroys this object
+    };
+
+    /// Reads the stored apps; there are none if the data is missing or damaged. Asks no server.
+    explicit MacCustomAppsService(Services services);
 
     [[nodiscard]] std::vector<AppSummary> apps() const;
 
+    /// The tools that the apps lend at present.
+    [[nodiscard]] const CustomToolCatalogue& catalogue() const { return catalogue_; }
+
+    /// Asks the apps for their tools. While it runs the catalogue is empty, and fills as they answer; then
+    /// `onChange` tells, unless there was nobody to ask and nothing to take away. Each change of an app
+    /// starts it in the background.
+    Task<void> refresh();
+
+    /// The same, in the background.
+    void refreshSoon() { services_.scope.spawn(refresh()); }
+
+    /// Runs a tool by its public name; never fails: a failure is an object with `ok` false and `error`.
+    Task<boost::json::object> callTool(std::string name, boost::json::object arguments) {
+        return catalogue_.callTool(std::move(name), std::move(arguments), {});
+    }
+
+    /// A person has looked at these news of an app's tools.
+    void looked(const std::string& id, const std::vector<SeenTool>& shown);
+    /// Why what was seen of the tools could not be saved.
+    [[nodiscard]] std::optional<Sentence> problem() const;
+    /// Whether changed and new tools of the app wait until a person has looked.
+    void setHoldsChanges(const std::string& id, bool holds);
+
     [[nodiscard]] bool isActive() const { return active_; }
 
-    /// Sets whether the integration is on. Listeners are notified each time it is switched off.
+    /// Sets whether the integration is on. Off empties the catalogue, and `onChange` tells; on does nothing
+    /// more: the caller runs `refresh`.
     void setActive(bool active);
 
     /// Replaces the phone's previous list; one list at a time. An entry keeps the switch that was set here.
@@ -56,9 +94,14 @@ class MacCustomAppsService {
     /// Removes an app that was added on this computer. Apps of the phone stay.
     Task<void> remove(std::string id);
 
-    /// Called after each change.
-    [[nodiscard]] Connection priZmene(std::function<void()> zavolat) {
-        return priZmene_.connect(std::move(zavolat));
+    /// Called when the catalogue was refreshed or emptied: the tools on offer may be others.
+    [[nodiscard]] Connection onChange(std::function<void()> call) {
+        return changed_.connect(std::move(call));
+    }
+
+    /// For views: called when `apps()` has changed.
+    [[nodiscard]] Connection onRowsChange(std::function<void()> call) {
+        return rowsChanged_.connect(std::move(call));
     }
 
   private:
@@ -71,14 +114,21 @@ class MacCustomAppsService {
     /// the new list.
     Task<Result<void>> keepOnceSaved(std::function<void(std::vector<StoredApp>&)> change);
 
-    UserDefaults& defaults_;
-    const Keychain& keychain_;
-    Random& random_;
+    /// The list of apps has changed: asks them anew.
+    void appsChanged();
+    [[nodiscard]] AppSummary summaryOf(const StoredApp& app) const;
+
+    Services services_;
     std::vector<StoredApp> apps_;
     bool active_ = true;
     Turns saving_;                    ///< saves of changes that are not in effect yet
     std::set<std::string> turningOn_; ///< apps that are being switched on
-    Signal<> priZmene_;
+    CustomToolCatalogue catalogue_;
+    Signal<> changed_;
+    Signal<> rowsChanged_;
+    std::uint64_t refreshes_ = 0;
+    Connection outcomeChanged_;
+    Connection newsChanged_;
 };
 
 } // namespace morvex

@@ -1,6 +1,8 @@
 #include "app/customapps/MacCustomAppsService.h"
 #include "platform/linux/VaultChoice.h"
+#include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
+#include "platform/memory/ScriptedHttp.h"
 #include "platform/posix/FileVault.h"
 #include "platform/posix/VaultRules.h"
 #include "shared-apple/KeychainStore.h"
@@ -83,14 +85,31 @@ Texts look(const fs::path& home) {
 namespace customApp {
 
 struct Opened {
-    explicit Opened(const fs::path& home) : defaults(home), vault(home) {}
+    explicit Opened(const fs::path& home)
+        : defaults(home), vault(home), seen(home, {executor, executor, clock}) {
+        // No server is asked.
+        service.setActive(false);
+    }
+
+    ~Opened() {
+        scope.stop();
+        executor.run(scope.join());
+        executor.run(seen.saved());
+    }
+
+    Opened(const Opened&) = delete;
+    Opened& operator=(const Opened&) = delete;
 
     ImmediateDefaults defaults;
     FileVault vault;
     ManualExecutor executor;
     ScriptedRandom random;
     Keychain keychain{vault, executor};
-    MacCustomAppsService service{defaults, keychain, random};
+    ManualClock clock;
+    ScriptedHttp http;
+    SeenTools seen;
+    TaskScope scope{executor};
+    MacCustomAppsService service{{defaults, keychain, random, http, executor, clock, seen, scope}};
 };
 
 std::string accountOf(const std::string& id) {

@@ -86,6 +86,12 @@ CompanionHarness::Answer CompanionHarness::call(const std::string& tool, const s
     return {};
 }
 
+std::vector<AppSummary> CompanionHarness::customApps() const {
+    auto apps = features->customApps.service().apps();
+    for (auto& app : apps) app.outcome.reset();
+    return apps;
+}
+
 std::vector<MacStatus> CompanionHarness::takeStatuses() {
     executor.runUntilIdle();
     std::vector<MacStatus> statuses;

@@ -75,6 +75,9 @@ class CompanionHarness : public testing::Test, protected FakeDesktop {
 
     std::vector<MacStatus> takeStatuses();
 
+    /// The custom apps without what came of asking them.
+    [[nodiscard]] std::vector<AppSummary> customApps() const;
+
     /// The result of a task that waits only for the companion itself.
     template <class T> T ended(Task<T> task) { return executor.run(std::move(task)).value(); }
 

@@ -257,8 +257,7 @@ TEST_F(NewLinkTest, SettingsCountInTheOrderOfTheirComingWhileTheVaultIsSlow) {
     phone.send({MacPayload::CustomApps{{{"p2", "b", "https://b", "t"}}}}, "apps");
     executor.runUntilIdle();
     workOn(slow);
-    EXPECT_EQ(features->customApps.service().apps(),
-              (std::vector<AppSummary>{{"p2", "b", "https://b", true, true}}));
+    EXPECT_EQ(customApps(), (std::vector<AppSummary>{{"p2", "b", "https://b", true, true}}));
     EXPECT_FALSE(vault.items.contains({Keychain::service, "custom.app.p1.token"}));
     EXPECT_TRUE(vault.items.contains({Keychain::service, "custom.app.p2.token"}));
     workers = &slow;

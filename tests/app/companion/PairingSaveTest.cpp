@@ -146,6 +146,35 @@ TEST_F(PairingSaveTest, AnEndAfterARefusalDuringTheSaveKeepsNothing) {
     EXPECT_FALSE(store.held.nactiProtejsek().value());
 }
 
+TEST_F(SlowPairingSaveTest, AnEndDuringTheSaveKeepsAConfirmedPhone) {
+    startSlowly();
+    beginPairing();
+    sendHello(hello());
+    agree();
+    TaskScope ending(executor);
+    ending.spawn(companion->ukoncit());
+    runAll();
+    EXPECT_EQ(ending.live(), 0);
+    EXPECT_TRUE(store.held.nactiProtejsek().value());
+    features.reset();
+    companion.reset();
+}
+
+TEST_F(SlowPairingSaveTest, AnEndDuringTheSaveOfARefusedPhoneKeepsNothing) {
+    startSlowly();
+    beginPairing();
+    sendHello(hello());
+    agree();
+    flow().odmitnoutCislo();
+    TaskScope ending(executor);
+    ending.spawn(companion->ukoncit());
+    runAll();
+    EXPECT_EQ(ending.live(), 0);
+    EXPECT_FALSE(store.held.nactiProtejsek().value());
+    features.reset();
+    companion.reset();
+}
+
 TEST_F(SlowPairingSaveTest, AFailureDuringTheEndIsToldBehindIt) {
     startSlowly();
     beginPairing();

@@ -44,8 +44,7 @@ TEST_F(PhoneSettingsTest, PreferencesAreTakenWithoutAStatus) {
 TEST_F(PhoneSettingsTest, CustomAppsAreKeptAndStatusesFollow) {
     startSecured();
     send({MacPayload::CustomApps{{{"p1", "Počasí", "https://example.com", "tajné"}}}});
-    EXPECT_EQ(features->customApps.service().apps(),
-              (std::vector<AppSummary>{{"p1", "Počasí", "https://example.com", true, true}}));
+    EXPECT_EQ(customApps(), (std::vector<AppSummary>{{"p1", "Počasí", "https://example.com", true, true}}));
     EXPECT_EQ(secret("custom.app.p1.token"), "tajné");
     EXPECT_EQ(takeStatuses().size(), 2U) << "one for the change, one for the message";
 }

@@ -16,6 +16,14 @@ class ConsoleAppsTest : public ConsoleFixture {
         return type(token);
     }
 
+    /// The next app that is asked names this tool.
+    void lend(const std::string& tool, const std::string& description) {
+        http.replies.push_back(
+            {200,
+             R"({"result":{"tools":[{"name":")" + tool + R"(","description":")" + description + R"("}]}})",
+             {}});
+    }
+
     MacCustomAppsService& apps() { return features->customApps.service(); }
 
     void takeFromPhone(std::vector<CompanionCustomApp> list) {
@@ -37,7 +45,8 @@ TEST_F(ConsoleAppsTest, AnAppIsAskedForLineByLineAndItsTokenIsNotShown) {
     const auto token = vault.items.find({Keychain::service, "custom.app." + apps().apps()[0].id + ".token"});
     ASSERT_NE(token, vault.items.end());
     EXPECT_EQ(asText(token->second), "secret");
-    EXPECT_EQ(type("aplikace"), Lines{"Aplikace: Počasí, https://apps.example, zapnutá, přidaná na Macu"});
+    EXPECT_EQ(type("aplikace"), (Lines{"Aplikace: Počasí, https://apps.example, zapnutá, přidaná na Macu",
+                                       "  Nepřipojeno: síť neodpovídá"}));
 }
 
 TEST_F(ConsoleAppsTest, AnAppNeedsNoToken) {
@@ -87,7 +96,8 @@ TEST_F(ConsoleAppsTest, AnAppOfThePhoneIsOnlySwitched) {
               Lines{"Aplikaci z iPhonu tu jde jen vypnout: „aplikace vyp Domov“."});
     EXPECT_EQ(type("aplikace vyp Domov"), Lines{"Vypnuto: Domov"});
     EXPECT_EQ(type("aplikace"),
-              Lines{"Aplikace: Domov, https://home.example, vypnutá, synchronizovaná z iPhonu"});
+              Lines{"Aplikace: Domov, https://home.example, vypnutá, synchronizovaná z iPhonu"})
+        << "an app that is off is not asked";
 }
 
 TEST_F(ConsoleAppsTest, OfTwoAppsWithOneNameTheAddressTellsWhich) {
@@ -100,9 +110,47 @@ TEST_F(ConsoleAppsTest, OfTwoAppsWithOneNameTheAddressTellsWhich) {
     EXPECT_FALSE(apps().apps()[1].enabled);
 }
 
+TEST_F(ConsoleAppsTest, TellsWhatCameOfAskingAndAsksAgain) {
+    startShell();
+    lend("now", "Says");
+    add("Počasí", "https://apps.example", "");
+    EXPECT_TRUE(hasLine(type("aplikace"), "  Připojeno · 1 nástrojů · 0 ms"));
+    EXPECT_EQ(type("aplikace znovu"), Lines{"Ptám se aplikací znovu. Výsledek ukáže „aplikace“."});
+    EXPECT_TRUE(hasLine(type("aplikace"), "  Nepřipojeno: síť neodpovídá"));
+}
+
+TEST_F(ConsoleAppsTest, ChangesOfToolsAreShownAndThenMarkedAsSeen) {
+    startShell();
+    lend("now", "Says");
+    add("Počasí", "https://apps.example", "");
+    EXPECT_EQ(type("aplikace zmeny Počasí"), Lines{"Od posledního pohledu se nic nezměnilo."});
+    EXPECT_EQ(type("aplikace videl Počasí"), Lines{"Nejdřív si je prohlédni: „aplikace zmeny Počasí“."});
+    lend("now", "Sends");
+    type("aplikace znovu");
+    EXPECT_TRUE(
+        hasLine(type("aplikace"), "  Změněné nebo nové nástroje: 1. Ukáže je „aplikace zmeny Počasí“."));
+    const auto told = type("aplikace zmeny Počasí");
+    EXPECT_TRUE(hasLine(told, "Změněný nástroj: now"));
+    EXPECT_EQ(told.size(), 4U);
+    EXPECT_EQ(type("aplikace videl Počasí"), Lines{"Poznamenáno: Počasí"});
+    EXPECT_TRUE(apps().apps()[0].news.empty());
+}
+
+TEST_F(ConsoleAppsTest, ChangedToolsWaitWhereThatIsWanted) {
+    startShell();
+    lend("now", "Says");
+    add("Počasí", "https://apps.example", "");
+    lend("now", "Sends");
+    EXPECT_EQ(type("aplikace hlidat Počasí"), Lines{"Změněné a nové nástroje čekají, až je uvidíš: Počasí"});
+    EXPECT_TRUE(hasLine(type("aplikace"), "  Připojeno · 0 nástrojů · 1 čeká na schválení · 0 ms"));
+    lend("now", "Sends");
+    EXPECT_EQ(type("aplikace nehlidat Počasí"), Lines{"Změněné a nové nástroje nečekají: Počasí"});
+    EXPECT_TRUE(hasLine(type("aplikace"), "  Připojeno · 1 nástrojů · 0 ms"));
+}
+
 TEST_F(ConsoleAppsTest, WhatIsNotUnderstoodIsTold) {
     startShell();
-    const std::string usage = "Správně: aplikace zap|vyp|odebrat NÁZEV";
+    const std::string usage = "Správně: aplikace zap|vyp|odebrat|zmeny|videl|hlidat|nehlidat NÁZEV, znovu";
     EXPECT_EQ(type("aplikace zap"), Lines{usage});
     EXPECT_EQ(type("aplikace smaž Domov"), Lines{usage});
     EXPECT_EQ(type("aplikace zap Nikdo"), Lines{"Aplikace „Nikdo“ tu není. Seznam ukáže „aplikace“."});

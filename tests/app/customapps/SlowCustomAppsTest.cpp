@@ -1,6 +1,5 @@
 #include "app/customapps/MacCustomAppsService.h"
-#include "platform/memory/MemoryVault.h"
-#include "platform/memory/ScriptedRandom.h"
+#include "tests/app/customapps/CustomAppsParts.h"
 #include "tests/support/SlowDefaults.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +18,7 @@ CompanionCustomApp phoneApp() {
 class SlowCustomAppsTest : public testing::Test, public SlowDefaults {
   protected:
     SlowCustomAppsTest() {
-        connection = service.priZmene([this] { ++told; });
+        connection = service.onChange([this] { ++told; });
     }
 
     /// The first app of this computer, saved and off.
@@ -47,10 +46,9 @@ class SlowCustomAppsTest : public testing::Test, public SlowDefaults {
         return std::string(asText(kept().data("custom.apps.metadata").value_or(Bytes())));
     }
 
-    MemoryVault vault;
-    ScriptedRandom random;
-    Keychain keychain{vault, home};
-    MacCustomAppsService service{defaults, keychain, random};
+    CustomAppsParts parts{home};
+    MemoryVault& vault = parts.vault;
+    MacCustomAppsService service{parts.services(defaults)};
     int told = 0;
     Connection connection;
     std::string id;

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "app/customapps/AppOutcome.h"
+#include "app/customapps/McpServer.h"
+#include "app/customapps/SeenTools.h"
+#include "app/customapps/StoredApp.h"
+#include "app/keychain/Keychain.h"
+#include "app/tools/ToolTable.h"
+#include "foundation/Clock.h"
+#include "foundation/Signal.h"
+#include "foundation/Task.h"
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <stop_token>
+#include <string>
+#include <vector>
+
+namespace morvex {
+
+/// The tools that the custom apps lend at present, in the order of their discovery, and what came of asking
+/// each app. It stays as it is until the next `refresh`. Main thread only.
+class CustomToolCatalogue final : public ToolSource {
+  public:
+    struct Services {
+        HttpClient& http;
+        const Keychain& keychain;
+        Executor& workers;
+        Clock& clock;
+        SeenTools& seen;
+        std::stop_token stop; ///< ends every exchange
+    };
+
+    struct Route {
+        std::string appID;
+        std::string remoteName; ///< the tool's name on the server
+    };
+
+    /// The keychain's account for the token of an app.
+    static std::string tokenAccount(const std::string& appID);
+
+    /// `isOn`: whether the user wants the tools of custom apps; asked at each offer.
+    CustomToolCatalogue(Services services, std::function<bool()> isOn);
+
+    /// Empties the catalogue and asks these apps for their tools, one after the other, for a minute in all.
+    /// An app that fails, or is not reached in time, is left out and its outcome tells why. A newer refresh
+    /// ends this one, which then changes nothing more.
+    Task<void> refresh(std::vector<StoredApp> apps);
+
+    /// Forgets tools and outcomes, and ends a refresh that is under way.
+    void clear();
+
+    /// Runs a tool by its public name. The answer has `ok`; a failure has `error` too. Ends early, with a
+    /// failure, when `stop` is requested.
+    Task<boost::json::object> callTool(std::string name, boost::json::object arguments, std::stop_token stop);
+
+    [[nodiscard]] std::vector<std::shared_ptr<const Tool>> tools() const override { return tools_; }
+
+    /// Null for an app that was not asked.
+    [[nodiscard]] const AppOutcome* outcome(const std::string& appID) const;
+
+    /// Called when an outcome has changed.
+    [[nodiscard]] Connection onOutcome(std::function<void()> call) {
+        return outcomeChanged_.connect(std::move(call));
+    }
+
+  private:
+    Task<void> ask(StoredApp app, Clock::Duration deadline, std::stop_token stop);
+    Task<McpServer::Caller> callerFor(std::string appID, Clock::Duration deadline, std::stop_token stop);
+    std::shared_ptr<McpServer> serverOf(const StoredApp& app);
+    AppOutcome take(const StoredApp& app, const ToolList& list);
+    void add(const StoredApp& app, CustomTool tool);
+    void note(const std::string& appID, AppOutcome outcome);
+    Task<ToolOutcome> runTool(ToolCall call);
+
+    Services services_;
+    std::function<bool()> isOn_;
+    std::int64_t sequence_ = 0;
+    std::map<std::string, Route> routes_; ///< by public name
+    std::vector<std::shared_ptr<const Tool>> tools_;
+    std::size_t bytes_ = 0;                 ///< of the summaries and schemas
+    std::map<std::string, StoredApp> apps_; ///< those of the last refresh, by id
+    std::map<std::string, std::shared_ptr<McpServer>> servers_;
+    std::map<std::string, AppOutcome> outcomes_; ///< by app
+    Signal<> outcomeChanged_;
+    std::stop_source refreshing_;
+};
+
+} // namespace morvex

@@ -1,0 +1,90 @@
+#include "app/customapps/CustomTools.h"
+
+#include "foundation/Text.h"
+#include "foundation/TextFilter.h"
+#include "shared/wire/Json.h"
+
+#include <boost/json/value.hpp>
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <utility>
+
+namespace morvex {
+
+namespace {
+
+constexpr const char* anyArguments = R"({"type":"object","properties":{}})";
+
+std::string textIn(const boost::json::object& tool, std::string_view name) {
+    const auto* value = tool.if_contains(name);
+    return value && value->is_string() ? std::string(value->get_string()) : std::string();
+}
+
+std::string schemaOf(const boost::json::object& tool) {
+    for (const auto* name : {"inputSchema", "parameters"})
+        if (const auto* schema = tool.if_contains(name); schema && schema->is_object())
+            return encode(schema->get_object());
+    return anyArguments;
+}
+
+/// What a server says of a tool; nothing if it has no name, or if something is too long.
+std::optional<DescribedTool> described(const boost::json::value& element) {
+    const auto* tool = element.if_object();
+    if (!tool) return std::nullopt;
+    DescribedTool described{textIn(*tool, "name"), textIn(*tool, "description"), schemaOf(*tool)};
+    const bool isUsable = !described.name.empty() && described.name.size() <= customToolLimits::longestName &&
+                          described.description.size() <= customToolLimits::longestDescription &&
+                          described.schema.size() <= customToolLimits::longestSchema;
+    return isUsable ? std::optional(std::move(described)) : std::nullopt;
+}
+
+std::string summaryOf(const StoredApp& app, const DescribedTool& tool) {
+    auto description = trim(visibleText(tool.description));
+    if (description.empty()) description = visibleText(tool.name);
+    return visibleText(app.name) + ": " + description + ".";
+}
+
+} // namespace
+
+std::string customToolName(std::string_view appID, std::string_view remoteName) {
+    constexpr std::size_t prefixLength = 8;
+    constexpr std::size_t longest = 62;
+    std::string compact(appID);
+    std::erase(compact, '-');
+    const auto name =
+        "mac.custom." + lowerCase(excerpt(compact, prefixLength)) + "." + alphanumericText(remoteName);
+    return excerpt(name, longest);
+}
+
+ToolList toolList(const boost::json::object& result) {
+    const auto* elements = result.if_contains("tools");
+    ToolList tools;
+    if (!elements || !elements->is_array()) return tools;
+    tools.reserve(elements->get_array().size());
+    for (const auto& element : elements->get_array()) tools.push_back(described(element));
+    return tools;
+}
+
+std::vector<CustomTool> customTools(const StoredApp& app, const ToolList& list,
+                                    const std::function<bool(const std::string&)>& isTaken) {
+    std::vector<CustomTool> tools;
+    std::set<std::string> own;
+    const auto isFree = [&](const std::string& name) { return !own.contains(name) && !isTaken(name); };
+    std::size_t position = 0;
+    for (const auto& element : list) {
+        ++position;
+        if (!element) continue;
+        if (tools.size() == customToolLimits::mostOfApp) break;
+        auto name = customToolName(app.id, element->name);
+        if (!isFree(name)) name += "." + std::to_string(position);
+        if (!isFree(name)) continue;
+        own.insert(name);
+        ToolDescriptor descriptor{name, summaryOf(app, *element), ToolRisk::change, element->schema, false};
+        tools.push_back({element->name, std::move(descriptor), *element});
+    }
+    return tools;
+}
+
+} // namespace morvex

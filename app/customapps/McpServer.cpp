@@ -1,0 +1,179 @@
+#include "app/customapps/McpServer.h"
+
+#include "app/customapps/ServiceError.h"
+#include "shared/base/Base64.h"
+#include "shared/base/SystemTrouble.h"
+#include "shared/base/Try.h"
+
+#include <algorithm>
+#include <chrono>
+
+namespace morvex {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::chrono::milliseconds requestLimit = 20s;
+
+// Versions of the protocol.
+constexpr std::string_view sessionVersion = "2025-06-18";
+constexpr std::string_view newestVersion = "2026-07-28";
+
+constexpr int badRequest = 400;
+constexpr int notFound = 404;
+
+/// The code of a JSON-RPC error by which a server tells what versions it supports.
+constexpr std::int64_t unsupportedVersion = -32022;
+
+boost::json::object clientInfo() {
+    return {{"name", "Morvex"}, {"version", "1"}};
+}
+
+boost::json::object requestMeta() {
+    return {{"io.modelcontextprotocol/protocolVersion", newestVersion},
+            {"io.modelcontextprotocol/clientInfo", clientInfo()},
+            {"io.modelcontextprotocol/clientCapabilities", boost::json::object()}};
+}
+
+bool isPrintableAscii(std::string_view text) {
+    return std::ranges::all_of(text, [](char character) { return character >= ' ' && character <= '~'; });
+}
+
+/// A name as a header's value: whatever a header cannot hold is encoded.
+std::string headerText(const std::string& name) {
+    constexpr std::string_view encodedStart = "=?base64?";
+    const bool isPlain = !name.empty() && isPrintableAscii(name) && !name.starts_with(' ') &&
+                         !name.ends_with(' ') && !name.starts_with(encodedStart);
+    return isPlain ? name : std::string(encodedStart) + base64Encode(asBytes(name)) + "?=";
+}
+
+/// The value of a header or a field that is sent back to the server; empty if it cannot be sent.
+std::string tokenFrom(std::string_view text) {
+    constexpr std::size_t longest = 1024;
+    return text.size() <= longest && isPrintableAscii(text) ? std::string(text) : std::string();
+}
+
+std::string textIn(const boost::json::object& object, std::string_view name) {
+    const auto* value = object.if_contains(name);
+    return value && value->is_string() ? std::string(value->get_string()) : std::string();
+}
+
+} // namespace
+
+Task<Result<ToolList>> McpServer::listTools(Caller caller) {
+    ToolList tools;
+    McpQuestion question{"tools/list", {}};
+    for (int page = 1;; ++page) {
+        CO_TRY(auto, result, co_await ask(question, caller));
+        const auto cursor = textIn(result, "nextCursor");
+        auto more = co_await runOn(services_.workers, [&result] { return toolList(result); });
+        std::ranges::move(more, std::back_inserter(tools));
+        const bool isLast = manner_ == Manner::plain || cursor.empty() || page == mostPages ||
+                            tools.size() >= customToolLimits::mostOfApp;
+        if (isLast) co_return tools;
+        question.params["cursor"] = cursor;
+    }
+}
+
+Task<Result<boost::json::object>> McpServer::callTool(std::string name, boost::json::object arguments,
+                                                      Caller caller) {
+    co_return co_await ask({"tools/call", {{"name", std::move(name)}, {"arguments", std::move(arguments)}}},
+                           std::move(caller));
+}
+
+Task<Result<boost::json::object>> McpServer::ask(McpQuestion question, Caller caller) {
+    auto reply = co_await askOnce(question, caller);
+    if (reply && manner_ == Manner::plain) {
+        if (const auto wanted = mannerWantedBy(*reply)) {
+            manner_ = *wanted;
+            reply = co_await askOnce(question, caller);
+        }
+    } else if (reply && hasLostSession(*reply)) {
+        version_.clear();
+        reply = co_await askOnce(question, caller);
+    }
+    const bool isRefused = !reply || reply->status < 200 || reply->status > 299;
+    if (isRefused) {
+        manner_ = Manner::plain;
+        version_.clear();
+    }
+    if (!reply) co_return std::unexpected(std::move(reply).error());
+    co_return co_await read(*std::move(reply));
+}
+
+Task<Result<HttpReply>> McpServer::askOnce(McpQuestion question, Caller caller) {
+    if (manner_ == Manner::session && version_.empty()) CO_CHECK(co_await startSession(caller));
+    auto headers = headersFor(question);
+    if (manner_ == Manner::newest) question.params["_meta"] = requestMeta();
+    co_return co_await post(mcpRequest(++services_.sequence, question), std::move(headers),
+                            std::move(caller));
+}
+
+Task<Result<void>> McpServer::startSession(Caller caller) {
+    const McpQuestion question{"initialize",
+                               {{"protocolVersion", sessionVersion},
+                                {"capabilities", boost::json::object()},
+                                {"clientInfo", clientInfo()}}};
+    CO_TRY(auto, reply, co_await post(mcpRequest(++services_.sequence, question), {}, caller));
+    const auto* id = reply.header("Mcp-Session-Id");
+    sessionID_ = id ? tokenFrom(*id) : std::string();
+    if (id && sessionID_.empty()) co_return fail(ServiceError{ServiceError::InvalidResponse{}});
+    CO_TRY(auto, result, co_await read(std::move(reply)));
+    version_ = tokenFrom(textIn(result, "protocolVersion"));
+    if (version_.empty()) co_return fail(ServiceError{ServiceError::InvalidResponse{}});
+    CO_CHECK(co_await post(mcpNotification("notifications/initialized"), headersFor({}), std::move(caller)));
+    co_return Result<void>{};
+}
+
+Task<Result<HttpReply>> McpServer::post(std::string body, Headers headers, Caller caller) {
+    const auto left =
+        std::chrono::duration_cast<std::chrono::milliseconds>(caller.deadline - services_.clock.sinceBoot());
+    if (left <= 0ms) co_return fail(NetworkError{popis(SystemTrouble::timedOut)});
+    HttpRequest request{.method = "POST",
+                        .url = url_,
+                        .body = std::move(body),
+                        .timeLimit = std::min(left, requestLimit),
+                        .replyLimit = mcpReplyLimit,
+                        .stop = std::move(caller.stop)};
+    if (!caller.token.empty()) request.headers.emplace_back("Authorization", "Bearer " + caller.token);
+    request.headers.emplace_back("Content-Type", "application/json");
+    request.headers.emplace_back("Accept", "application/json, text/event-stream");
+    std::ranges::move(headers, std::back_inserter(request.headers));
+    co_return co_await services_.http.send(std::move(request));
+}
+
+Task<Result<boost::json::object>> McpServer::read(HttpReply reply) {
+    return runOn(services_.workers, [reply = std::move(reply)] { return mcpResult(reply); });
+}
+
+std::optional<McpServer::Manner> McpServer::mannerWantedBy(const HttpReply& reply) {
+    if (reply.status != badRequest) return std::nullopt;
+    const auto refusal = mcpRefusal(reply);
+    if (!refusal) return std::nullopt;
+    if (std::ranges::find(refusal->supported, newestVersion) != refusal->supported.end())
+        return Manner::newest;
+    if (refusal->code == unsupportedVersion) return std::nullopt;
+    return Manner::session;
+}
+
+bool McpServer::hasLostSession(const HttpReply& reply) const {
+    if (manner_ != Manner::session) return false;
+    return reply.status == notFound || (reply.status == badRequest && mcpRefusal(reply));
+}
+
+McpServer::Headers McpServer::headersFor(const McpQuestion& question) const {
+    Headers headers;
+    if (manner_ == Manner::session) {
+        if (!sessionID_.empty()) headers.emplace_back("Mcp-Session-Id", sessionID_);
+        headers.emplace_back("MCP-Protocol-Version", version_);
+    } else if (manner_ == Manner::newest) {
+        headers.emplace_back("MCP-Protocol-Version", newestVersion);
+        headers.emplace_back("Mcp-Method", question.method);
+        if (const auto name = textIn(question.params, "name"); !name.empty())
+            headers.emplace_back("Mcp-Name", headerText(name));
+    }
+    return headers;
+}
+
+} // namespace morvex
