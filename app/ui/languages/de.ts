@@ -1343,5 +1343,95 @@
         <source>Nainstaluj: npm i -g @anthropic-ai/claude-code</source>
         <translation>Installiere es: npm i -g @anthropic-ai/claude-code</translation>
     </message>
+    <message>
+        <source>Zjišťuji nástroje…</source>
+        <translation>Werkzeuge werden gesucht…</translation>
+    </message>
+    <message>
+        <source>Nepřipojeno: {duvod}</source>
+        <translation>Nicht verbunden: {duvod}</translation>
+    </message>
+    <message>
+        <source>Co je vidět z nástrojů aplikací, se nepodařilo uložit: {duvod}</source>
+        <translation>Was von den Werkzeugen der Apps zu sehen war, konnte nicht gespeichert werden: {duvod}</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů</source>
+        <translation>Änderungen der Werkzeuge</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů: %1</source>
+        <translation>Änderungen der Werkzeuge: %1</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů nejdřív schválit</source>
+        <translation>Änderungen der Werkzeuge erst genehmigen</translation>
+    </message>
+    <message>
+        <source>Změněný nebo nový nástroj pak asistentka nedostane, dokud se na něj nepodíváš.</source>
+        <translation>Die Assistentin bekommt ein geändertes oder neues Werkzeug dann erst, wenn du es angesehen hast.</translation>
+    </message>
+    <message>
+        <source>Od posledního pohledu se nic nezměnilo.</source>
+        <translation>Seit deinem letzten Blick hat sich nichts geändert.</translation>
+    </message>
+    <message>
+        <source>Nový nástroj: %1</source>
+        <translation>Neues Werkzeug: %1</translation>
+    </message>
+    <message>
+        <source>Změněný nástroj: %1</source>
+        <translation>Geändertes Werkzeug: %1</translation>
+    </message>
+    <message>
+        <source>Bylo: %1</source>
+        <translation>Es war: %1</translation>
+    </message>
+    <message>
+        <source>Je: %1</source>
+        <translation>Es ist: %1</translation>
+    </message>
+    <message>
+        <source>Beru na vědomí</source>
+        <translation>Gesehen</translation>
+    </message>
+    <message>
+        <source>Změněné nebo nové nástroje: %1</source>
+        <translation>Geänderte oder neue Werkzeuge: %1</translation>
+    </message>
+    <message>
+        <source>Aktuální veřejné informace se zdroji</source>
+        <translation>Aktuelle öffentliche Informationen mit Quellen</translation>
+    </message>
+    <message>
+        <source>Webové hledání selhalo (HTTP {stav}).</source>
+        <translation>Die Websuche ist fehlgeschlagen (HTTP {stav}).</translation>
+    </message>
+    <message>
+        <source>Webové hledání vrátilo nečitelnou odpověď.</source>
+        <translation>Die Websuche lieferte eine unlesbare Antwort.</translation>
+    </message>
+    <message>
+        <source>Chybí OpenAI API klíč.</source>
+        <translation>Der OpenAI-API-Schlüssel fehlt.</translation>
+    </message>
+    <message>
+        <source>Chybí vyhledávací dotaz.</source>
+        <translation>Die Suchanfrage fehlt.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Připojeno · {pocet} nástrojů · {doba} ms</source>
+        <translation>
+            <numerusform>Verbunden · {pocet} Werkzeug · {doba} ms</numerusform>
+            <numerusform>Verbunden · {pocet} Werkzeuge · {doba} ms</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Připojeno · {pocet} nástrojů · {ceka} čeká na schválení · {doba} ms</source>
+        <translation>
+            <numerusform>Verbunden · {pocet} Werkzeug · {ceka} warten auf Genehmigung · {doba} ms</numerusform>
+            <numerusform>Verbunden · {pocet} Werkzeuge · {ceka} warten auf Genehmigung · {doba} ms</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

@@ -1343,5 +1343,95 @@
         <source>Nainstaluj: npm i -g @anthropic-ai/claude-code</source>
         <translation>Install it: npm i -g @anthropic-ai/claude-code</translation>
     </message>
+    <message>
+        <source>Zjišťuji nástroje…</source>
+        <translation>Looking for tools…</translation>
+    </message>
+    <message>
+        <source>Nepřipojeno: {duvod}</source>
+        <translation>Not connected: {duvod}</translation>
+    </message>
+    <message>
+        <source>Co je vidět z nástrojů aplikací, se nepodařilo uložit: {duvod}</source>
+        <translation>What was seen of the apps’ tools could not be saved: {duvod}</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů</source>
+        <translation>Changes of tools</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů: %1</source>
+        <translation>Changes of tools: %1</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů nejdřív schválit</source>
+        <translation>Approve changes of tools first</translation>
+    </message>
+    <message>
+        <source>Změněný nebo nový nástroj pak asistentka nedostane, dokud se na něj nepodíváš.</source>
+        <translation>The assistant then does not get a changed or new tool until you have looked at it.</translation>
+    </message>
+    <message>
+        <source>Od posledního pohledu se nic nezměnilo.</source>
+        <translation>Nothing has changed since you looked last.</translation>
+    </message>
+    <message>
+        <source>Nový nástroj: %1</source>
+        <translation>New tool: %1</translation>
+    </message>
+    <message>
+        <source>Změněný nástroj: %1</source>
+        <translation>Changed tool: %1</translation>
+    </message>
+    <message>
+        <source>Bylo: %1</source>
+        <translation>It was: %1</translation>
+    </message>
+    <message>
+        <source>Je: %1</source>
+        <translation>It is: %1</translation>
+    </message>
+    <message>
+        <source>Beru na vědomí</source>
+        <translation>I have seen it</translation>
+    </message>
+    <message>
+        <source>Změněné nebo nové nástroje: %1</source>
+        <translation>Changed or new tools: %1</translation>
+    </message>
+    <message>
+        <source>Aktuální veřejné informace se zdroji</source>
+        <translation>Current public information with sources</translation>
+    </message>
+    <message>
+        <source>Webové hledání selhalo (HTTP {stav}).</source>
+        <translation>The web search failed (HTTP {stav}).</translation>
+    </message>
+    <message>
+        <source>Webové hledání vrátilo nečitelnou odpověď.</source>
+        <translation>The web search returned an unreadable answer.</translation>
+    </message>
+    <message>
+        <source>Chybí OpenAI API klíč.</source>
+        <translation>The OpenAI API key is missing.</translation>
+    </message>
+    <message>
+        <source>Chybí vyhledávací dotaz.</source>
+        <translation>The search query is missing.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Připojeno · {pocet} nástrojů · {doba} ms</source>
+        <translation>
+            <numerusform>Connected · {pocet} tool · {doba} ms</numerusform>
+            <numerusform>Connected · {pocet} tools · {doba} ms</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Připojeno · {pocet} nástrojů · {ceka} čeká na schválení · {doba} ms</source>
+        <translation>
+            <numerusform>Connected · {pocet} tool · {ceka} waiting for approval · {doba} ms</numerusform>
+            <numerusform>Connected · {pocet} tools · {ceka} waiting for approval · {doba} ms</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

@@ -1343,5 +1343,95 @@
         <source>Nainstaluj: npm i -g @anthropic-ai/claude-code</source>
         <translation>Instálalo: npm i -g @anthropic-ai/claude-code</translation>
     </message>
+    <message>
+        <source>Zjišťuji nástroje…</source>
+        <translation>Buscando herramientas…</translation>
+    </message>
+    <message>
+        <source>Nepřipojeno: {duvod}</source>
+        <translation>Sin conexión: {duvod}</translation>
+    </message>
+    <message>
+        <source>Co je vidět z nástrojů aplikací, se nepodařilo uložit: {duvod}</source>
+        <translation>Lo visto de las herramientas de las apps no se pudo guardar: {duvod}</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů</source>
+        <translation>Cambios de herramientas</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů: %1</source>
+        <translation>Cambios de herramientas: %1</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů nejdřív schválit</source>
+        <translation>Aprobar antes los cambios de herramientas</translation>
+    </message>
+    <message>
+        <source>Změněný nebo nový nástroj pak asistentka nedostane, dokud se na něj nepodíváš.</source>
+        <translation>La asistente no recibe una herramienta cambiada o nueva hasta que la hayas mirado.</translation>
+    </message>
+    <message>
+        <source>Od posledního pohledu se nic nezměnilo.</source>
+        <translation>Nada ha cambiado desde la última vez que miraste.</translation>
+    </message>
+    <message>
+        <source>Nový nástroj: %1</source>
+        <translation>Herramienta nueva: %1</translation>
+    </message>
+    <message>
+        <source>Změněný nástroj: %1</source>
+        <translation>Herramienta cambiada: %1</translation>
+    </message>
+    <message>
+        <source>Bylo: %1</source>
+        <translation>Antes: %1</translation>
+    </message>
+    <message>
+        <source>Je: %1</source>
+        <translation>Ahora: %1</translation>
+    </message>
+    <message>
+        <source>Beru na vědomí</source>
+        <translation>Lo he visto</translation>
+    </message>
+    <message>
+        <source>Změněné nebo nové nástroje: %1</source>
+        <translation>Herramientas cambiadas o nuevas: %1</translation>
+    </message>
+    <message>
+        <source>Aktuální veřejné informace se zdroji</source>
+        <translation>Información pública actual con fuentes</translation>
+    </message>
+    <message>
+        <source>Webové hledání selhalo (HTTP {stav}).</source>
+        <translation>La búsqueda web ha fallado (HTTP {stav}).</translation>
+    </message>
+    <message>
+        <source>Webové hledání vrátilo nečitelnou odpověď.</source>
+        <translation>La búsqueda web devolvió una respuesta ilegible.</translation>
+    </message>
+    <message>
+        <source>Chybí OpenAI API klíč.</source>
+        <translation>Falta la clave API de OpenAI.</translation>
+    </message>
+    <message>
+        <source>Chybí vyhledávací dotaz.</source>
+        <translation>Falta la consulta de búsqueda.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Připojeno · {pocet} nástrojů · {doba} ms</source>
+        <translation>
+            <numerusform>Conectada · {pocet} herramienta · {doba} ms</numerusform>
+            <numerusform>Conectada · {pocet} herramientas · {doba} ms</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Připojeno · {pocet} nástrojů · {ceka} čeká na schválení · {doba} ms</source>
+        <translation>
+            <numerusform>Conectada · {pocet} herramienta · {ceka} esperan aprobación · {doba} ms</numerusform>
+            <numerusform>Conectada · {pocet} herramientas · {ceka} esperan aprobación · {doba} ms</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

@@ -1343,5 +1343,95 @@
         <source>Nainstaluj: npm i -g @anthropic-ai/claude-code</source>
         <translation>Installe-le : npm i -g @anthropic-ai/claude-code</translation>
     </message>
+    <message>
+        <source>Zjišťuji nástroje…</source>
+        <translation>Recherche des outils…</translation>
+    </message>
+    <message>
+        <source>Nepřipojeno: {duvod}</source>
+        <translation>Non connectée : {duvod}</translation>
+    </message>
+    <message>
+        <source>Co je vidět z nástrojů aplikací, se nepodařilo uložit: {duvod}</source>
+        <translation>Ce qui a été vu des outils des apps n’a pas pu être enregistré : {duvod}</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů</source>
+        <translation>Changements des outils</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů: %1</source>
+        <translation>Changements des outils : %1</translation>
+    </message>
+    <message>
+        <source>Změny nástrojů nejdřív schválit</source>
+        <translation>Approuver d’abord les changements des outils</translation>
+    </message>
+    <message>
+        <source>Změněný nebo nový nástroj pak asistentka nedostane, dokud se na něj nepodíváš.</source>
+        <translation>L’assistante ne reçoit alors un outil changé ou nouveau qu’une fois que tu l’as regardé.</translation>
+    </message>
+    <message>
+        <source>Od posledního pohledu se nic nezměnilo.</source>
+        <translation>Rien n’a changé depuis ton dernier regard.</translation>
+    </message>
+    <message>
+        <source>Nový nástroj: %1</source>
+        <translation>Nouvel outil : %1</translation>
+    </message>
+    <message>
+        <source>Změněný nástroj: %1</source>
+        <translation>Outil changé : %1</translation>
+    </message>
+    <message>
+        <source>Bylo: %1</source>
+        <translation>Avant : %1</translation>
+    </message>
+    <message>
+        <source>Je: %1</source>
+        <translation>Maintenant : %1</translation>
+    </message>
+    <message>
+        <source>Beru na vědomí</source>
+        <translation>J’ai vu</translation>
+    </message>
+    <message>
+        <source>Změněné nebo nové nástroje: %1</source>
+        <translation>Outils changés ou nouveaux : %1</translation>
+    </message>
+    <message>
+        <source>Aktuální veřejné informace se zdroji</source>
+        <translation>Informations publiques actuelles avec sources</translation>
+    </message>
+    <message>
+        <source>Webové hledání selhalo (HTTP {stav}).</source>
+        <translation>La recherche web a échoué (HTTP {stav}).</translation>
+    </message>
+    <message>
+        <source>Webové hledání vrátilo nečitelnou odpověď.</source>
+        <translation>La recherche web a renvoyé une réponse illisible.</translation>
+    </message>
+    <message>
+        <source>Chybí OpenAI API klíč.</source>
+        <translation>La clé API OpenAI manque.</translation>
+    </message>
+    <message>
+        <source>Chybí vyhledávací dotaz.</source>
+        <translation>La requête de recherche manque.</translation>
+    </message>
+    <message numerus="yes">
+        <source>Připojeno · {pocet} nástrojů · {doba} ms</source>
+        <translation>
+            <numerusform>Connectée · {pocet} outil · {doba} ms</numerusform>
+            <numerusform>Connectée · {pocet} outils · {doba} ms</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>Připojeno · {pocet} nástrojů · {ceka} čeká na schválení · {doba} ms</source>
+        <translation>
+            <numerusform>Connectée · {pocet} outil · {ceka} en attente d’approbation · {doba} ms</numerusform>
+            <numerusform>Connectée · {pocet} outils · {ceka} en attente d’approbation · {doba} ms</numerusform>
+        </translation>
+    </message>
 </context>
 </TS>

@@ -1,6 +1,7 @@
 #include "app/ui/models/CustomAppsModel.h"
 
 #include "app/ui/Localized.h"
+#include "foundation/TextFilter.h"
 
 #include <QVariantMap>
 
@@ -8,12 +9,40 @@
 
 namespace morvex {
 
+namespace {
+
+QString connected(const std::optional<AppOutcome>& outcome) {
+    return outcome && !outcome->failure ? localized(outcome->popis()) : QString();
+}
+
+QString failed(const std::optional<AppOutcome>& outcome) {
+    return outcome && outcome->failure ? localized(outcome->popis()) : QString();
+}
+
+/// Words of a server, without what could look like other words.
+QString foreign(const std::string& text) {
+    return QString::fromStdString(visibleText(text));
+}
+
+QVariantMap newsRow(const SeenTool& tool) {
+    const auto before = tool.known.value_or(SeenDescription{});
+    const bool isOtherSchema = before.schema != tool.news->schema;
+    return {{QStringLiteral("name"), foreign(tool.name)},
+            {QStringLiteral("isNew"), !tool.known},
+            {QStringLiteral("before"), foreign(before.description)},
+            {QStringLiteral("after"), foreign(tool.news->description)},
+            {QStringLiteral("schemaBefore"), isOtherSchema ? foreign(before.schema) : QString()},
+            {QStringLiteral("schemaAfter"), isOtherSchema ? foreign(tool.news->schema) : QString()}};
+}
+
+} // namespace
+
 CustomAppsModel::CustomAppsModel(MacCustomAppsService& service, CompanionState& state, TaskScope& scope)
     : service_(service),
       scope_(scope),
       trouble_(state.potizNastaveni, [this] { refresh(); }),
       rows_(*this, [this] { return readRows(); }) {
-    follow(service_.priZmene([this] { refresh(); }));
+    follow(service_.onRowsChange([this] { refresh(); }));
 }
 
 QVariantList CustomAppsModel::readRows() const {
@@ -25,12 +54,42 @@ QVariantList CustomAppsModel::readRows() const {
             {QStringLiteral("endpoint"), QString::fromStdString(app.endpoint)},
             {QStringLiteral("enabled"), app.enabled},
             {QStringLiteral("fromPhone"), app.comesFromIPhone},
+            {QStringLiteral("outcome"), connected(app.outcome)},
+            {QStringLiteral("failure"), failed(app.outcome)},
+            {QStringLiteral("news"), static_cast<int>(app.news.size())},
+            {QStringLiteral("holdsChanges"), app.holdsChanges},
         });
     return rows;
 }
 
 QString CustomAppsModel::error() const {
     return localized(error_);
+}
+
+QString CustomAppsModel::trouble() const {
+    if (const auto text = trouble_.text(); !text.isEmpty()) return text;
+    return localized(service_.problem().value_or(Sentence()));
+}
+
+void CustomAppsModel::askAgain() {
+    service_.refreshSoon();
+}
+
+QVariantList CustomAppsModel::newsOf(const QString& id) {
+    shown_.clear();
+    QVariantList rows;
+    for (auto& app : service_.apps())
+        if (app.id == id.toStdString()) shown_ = std::move(app.news);
+    for (const auto& tool : shown_) rows.push_back(newsRow(tool));
+    return rows;
+}
+
+void CustomAppsModel::looked(const QString& id) {
+    service_.looked(id.toStdString(), shown_);
+}
+
+void CustomAppsModel::setHoldsChanges(const QString& id, bool holds) {
+    service_.setHoldsChanges(id.toStdString(), holds);
 }
 
 void CustomAppsModel::setEnabled(const QString& id, bool enabled) {

@@ -7,8 +7,11 @@
 #include "foundation/TaskScope.h"
 #include "shared/base/Sentence.h"
 
+#include <QVariantList>
+
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace morvex {
 
@@ -17,7 +20,8 @@ class CustomAppsModel final : public ViewModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("")
-    /// Each row is a map: `id`, `name`, `endpoint`, `enabled`, `fromPhone`.
+    /// Each row is a map: `id`, `name`, `endpoint`, `enabled`, `fromPhone`, `outcome` (what came of asking
+    /// it, may be empty), `failure` (the same where it failed), `news` (a count), `holdsChanges`.
     Q_PROPERTY(morvex::RowList* rows READ rows CONSTANT)
     Q_PROPERTY(bool saving READ saving NOTIFY savingChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
@@ -33,8 +37,9 @@ class CustomAppsModel final : public ViewModel {
     /// Why the last save failed.
     [[nodiscard]] QString error() const;
 
-    /// Why the last app could not be switched on, or that the settings are not saved.
-    [[nodiscard]] QString trouble() const { return trouble_.text(); }
+    /// Why the last app could not be switched on, that the settings are not saved, or that what was seen of
+    /// the tools is not.
+    [[nodiscard]] QString trouble() const;
 
     /// Switching on takes effect, and shows, once it is saved.
     Q_INVOKABLE void setEnabled(const QString& id, bool enabled);
@@ -43,6 +48,14 @@ class CustomAppsModel final : public ViewModel {
     /// the editor that asked hears of the end, by `saved` or by `error`.
     Q_INVOKABLE void save(const QString& id, const QString& name, const QString& endpoint,
                           const QString& token);
+    /// Asks all apps for their tools.
+    Q_INVOKABLE void askAgain();
+    /// The tools of the app that have changed or are new. Each is a map: `name`, `isNew`, `before` and
+    /// `after` (descriptions), `schemaBefore` and `schemaAfter` (empty where it is the same).
+    Q_INVOKABLE QVariantList newsOf(const QString& id);
+    /// A person has looked at what the last `newsOf` told.
+    Q_INVOKABLE void looked(const QString& id);
+    Q_INVOKABLE void setHoldsChanges(const QString& id, bool holds);
     /// Called when the editor opens.
     Q_INVOKABLE void startEditing();
 
@@ -65,6 +78,7 @@ class CustomAppsModel final : public ViewModel {
     bool saving_ = false;
     int editor_ = 0; ///< counts the openings of the editor
     Sentence error_;
+    std::vector<SeenTool> shown_; ///< the news that were told last
     RowList rows_;
 };
 

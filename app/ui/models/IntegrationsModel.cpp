@@ -1,7 +1,6 @@
 #include "app/ui/models/IntegrationsModel.h"
 
 #include "app/companion/CompanionState.h"
-#include "app/companion/ToolGate.h"
 #include "app/ui/Localized.h"
 
 #include <algorithm>
@@ -49,9 +48,21 @@ void IntegrationsModel::addPersonalData() {
         {.integration = Integration::notes, .name = "Poznámky Morvex"_sentence, .detail = [&notes] {
              return "{pocet} synchronizováno"_sentence(notes.notes().size());
          }});
-    addMissing(Integration::webSearch, "Vyhledávání na webu"_sentence, notYet);
+    addWebSearch();
     addMissing(Integration::appleMail, Sentence("Apple Mail"), onlyOnMac);
     addMissing(Integration::smtp, Sentence("SMTP / IMAP"), notYet);
+}
+
+void IntegrationsModel::addWebSearch() {
+    auto& voice = features_.voice.controller();
+    auto& row = add(personalData_, {.integration = Integration::webSearch,
+                                    .name = "Vyhledávání na webu"_sentence,
+                                    .detail = [&voice]() -> Sentence {
+                                        if (voice.apiKey().empty())
+                                            return "Čekám na OpenAI klíč z iPhonu"_sentence;
+                                        return "Aktuální veřejné informace se zdroji"_sentence;
+                                    }});
+    row.follow(voice.priZmene([&row] { row.refresh(); }));
 }
 
 void IntegrationsModel::addMissing(Integration integration, Sentence name, Sentence reason) {
@@ -67,13 +78,14 @@ void IntegrationsModel::addCustomApps() {
                                   .name = "Vlastní aplikace"_sentence,
                                   .detail = [this] { return customAppsDetail(); },
                                   .action = "Spravovat"_sentence});
-    row.follow(service.priZmene([&row] { row.refresh(); }));
+    row.follow(service.onRowsChange([&row] { row.refresh(); }));
 }
 
 Sentence IntegrationsModel::customAppsDetail() const {
-    auto connected = std::ranges::count_if(features_.customApps.service().apps(), &AppSummary::enabled);
-    auto tools = std::ranges::count_if(companion_.nastroje().nabizeneNastroje(),
-                                       [](const auto& tool) { return tool.name.starts_with("mac.custom."); });
+    const auto& service = features_.customApps.service();
+    const auto connected = std::ranges::count_if(
+        service.apps(), [](const AppSummary& app) { return app.outcome && app.outcome->isConnected(); });
+    const auto tools = service.catalogue().tools().size();
     return "{prvni} · {druhe}"_sentence("{pocet} připojeno"_sentence(connected),
                                         "{pocet} nástrojů"_sentence(tools));
 }

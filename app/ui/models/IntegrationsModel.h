@@ -50,6 +50,7 @@ class IntegrationsModel final : public ViewModel {
 
   private:
     void addPersonalData();
+    void addWebSearch();
     void addMissing(Integration integration, Sentence name, Sentence reason);
     void addMacTools();
     void addCustomApps();

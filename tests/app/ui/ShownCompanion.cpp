@@ -70,6 +70,10 @@ void ShownCompanion::fill() {
 }
 
 void ShownCompanion::addApps() {
+    // The app of the phone is asked when its list comes, and again when the other one is added.
+    const HttpReply weather{200, R"({"result":{"tools":[{"name":"now"},{"name":"week"}]}})", {}};
+    const HttpReply store{200, R"({"result":{"tools":[{"name":"find"}]}})", {}};
+    http.replies.assign({weather, store, weather});
     phone.send({MacPayload::CustomApps{{{"a", "Počasí", "https://p.example/api/mcp", ""}}}}, "c");
     settle();
     ui->model().customApps()->save({}, QStringLiteral("Sklad"),
