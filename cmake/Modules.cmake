@@ -22,6 +22,12 @@ function(morvex_library name)
   target_precompile_headers(${name} REUSE_FROM ${MORVEX_PRECOMPILED})
 endfunction()
 
+# morvex_feature(NAME LIBRARIES...): a library of the program's list of features (app/assembly), which links it.
+function(morvex_feature name)
+  morvex_library(${name} ${ARGN})
+  set_property(GLOBAL APPEND PROPERTY MORVEX_FEATURES ${name})
+endfunction()
+
 # morvex_test(NAME LIBRARIES...): makes one test program of every .cpp below the current folder.
 function(morvex_test name)
   find_package(GTest REQUIRED)
