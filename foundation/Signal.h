@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -33,6 +34,11 @@ template <class... Arguments> class Signal {
         auto kept = std::make_shared<Slot>(std::move(slot));
         slots_.push_back(kept);
         return Connection(std::move(kept));
+    }
+
+    /// Whether `tell` would call anybody.
+    [[nodiscard]] bool isHeard() const {
+        return std::ranges::any_of(slots_, [](const auto& known) { return !known.expired(); });
     }
 
     void tell(const Arguments&... arguments) const {

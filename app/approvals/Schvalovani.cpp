@@ -31,8 +31,12 @@ Task<bool> Schvalovani::pozadat(std::string nastroj, std::string nadpis, std::st
     zadost_ = request;
     scope_.spawn(expire(request.id));
     // A view that watches `zadost_` may have decided already.
-    if (cekajici_ && poslatNaTelefon) poslatNaTelefon(request);
+    if (cekajici_) naTelefon_.tell(request);
     co_return co_await decision->wait();
+}
+
+Connection Schvalovani::poslatNaTelefon(std::function<void(const ApprovalRequest&)> slot) {
+    return naTelefon_.connect(std::move(slot));
 }
 
 void Schvalovani::rozhodnout(bool schvaleno) {

@@ -3,6 +3,7 @@
 #include "foundation/Clock.h"
 #include "foundation/OneShot.h"
 #include "foundation/Random.h"
+#include "foundation/Signal.h"
 #include "foundation/TaskScope.h"
 #include "shared/wire/ApprovalRequest.h"
 
@@ -41,8 +42,8 @@ class Schvalovani {
     /// The open request, for reading and watching.
     [[nodiscard]] QProperty<std::optional<ApprovalRequest>>& zadost() { return zadost_; }
 
-    /// Sends a request to the phone.
-    std::function<void(ApprovalRequest)> poslatNaTelefon;
+    /// `slot` gets each request to send to the phone.
+    [[nodiscard]] Connection poslatNaTelefon(std::function<void(const ApprovalRequest&)> slot);
 
   private:
     struct Cekajici {
@@ -57,6 +58,7 @@ class Schvalovani {
     TaskScope& scope_;
     QProperty<std::optional<ApprovalRequest>> zadost_;
     std::optional<Cekajici> cekajici_;
+    Signal<ApprovalRequest> naTelefon_;
 };
 
 } // namespace morvex

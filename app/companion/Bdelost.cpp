@@ -2,6 +2,8 @@
 
 #include "foundation/ProgramLog.h"
 
+#include <utility>
+
 namespace morvex {
 
 namespace {
@@ -18,14 +20,11 @@ const std::string holdReason = "Morvex for Mac má zůstat dostupný pro telefon
 Bdelost::Bdelost(Services services) : services_(services) {
     stav_.drzetVzhuru = services_.defaults.boolean(holdKey).value_or(false);
     stav_.spoustetPoPrihlaseni = services_.loginItem.isEnabled();
-    services_.sleep.watch({[this] { usnout(); }, [this] { probuditSe(); }});
+    sleeps_ = services_.sleep.onSleep([this] { usnout(); });
+    wakes_ = services_.sleep.onWake([this] { probuditSe(); });
     stav_.naNapajeni = services_.power.onMains();
     services_.scope.spawn(hlidatNapajeni());
     pouzitAktivitu();
-}
-
-Bdelost::~Bdelost() {
-    services_.sleep.unwatch();
 }
 
 void Bdelost::setSpoustetPoPrihlaseni(bool spoustet) {
@@ -48,6 +47,14 @@ Sentence Bdelost::stavText() const {
     if (!stav_.drzetVzhuru) return "Po chvíli nečinnosti usne a přestane být dostupný"_sentence;
     if (stav_.naNapajeni) return "Zůstane vzhůru, dokud je v zásuvce"_sentence;
     return "Na baterii usne — držení vzhůru platí jen při napájení"_sentence;
+}
+
+Connection Bdelost::naUsnuti(std::function<void()> slot) {
+    return usnuti_.connect(std::move(slot));
+}
+
+Connection Bdelost::naProbuzeni(std::function<void()> slot) {
+    return probuzeni_.connect(std::move(slot));
 }
 
 void Bdelost::muzeUsnout() {
@@ -83,16 +90,14 @@ void Bdelost::pouzitAktivitu() {
 void Bdelost::usnout() {
     stav_.spi = true;
     services_.scope.spawn(omezitCekani(++spanek_));
-    if (naUsnuti)
-        naUsnuti();
-    else
-        muzeUsnout();
+    if (!usnuti_.isHeard()) muzeUsnout();
+    usnuti_.tell();
 }
 
 void Bdelost::probuditSe() {
     stav_.spi = false;
     precistNapajeni();
-    if (naProbuzeni) naProbuzeni();
+    probuzeni_.tell();
 }
 
 } // namespace morvex

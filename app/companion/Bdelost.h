@@ -1,6 +1,7 @@
 #pragma once
 
 #include "foundation/Clock.h"
+#include "foundation/Signal.h"
 #include "foundation/TaskScope.h"
 #include "platform/ports/LoginItem.h"
 #include "platform/ports/PowerMonitor.h"
@@ -46,7 +47,6 @@ class Bdelost {
     };
 
     explicit Bdelost(Services services);
-    ~Bdelost();
     Bdelost(const Bdelost&) = delete;
     Bdelost& operator=(const Bdelost&) = delete;
 
@@ -62,8 +62,10 @@ class Bdelost {
     /// seconds for this call.
     void muzeUsnout();
 
-    std::function<void()> naUsnuti;
-    std::function<void()> naProbuzeni;
+    /// Told when this computer falls asleep; it waits for `muzeUsnout` only if somebody is told.
+    [[nodiscard]] Connection naUsnuti(std::function<void()> slot);
+    /// Told when it has woken up and the power source is known again.
+    [[nodiscard]] Connection naProbuzeni(std::function<void()> slot);
 
   private:
     Task<void> hlidatNapajeni();
@@ -77,6 +79,10 @@ class Bdelost {
     Stav stav_;
     std::unique_ptr<SleepInhibitor::Token> aktivita_;
     int spanek_ = 0; ///< number of the last sleep
+    Signal<> usnuti_;
+    Signal<> probuzeni_;
+    Connection sleeps_;
+    Connection wakes_;
 };
 
 } // namespace morvex

@@ -32,26 +32,26 @@ Companion::Companion(CompanionServices services)
     installCallbacks();
 }
 
-Companion::~Companion() {
-    parts_->services.network.unwatch();
-}
+Companion::~Companion() = default;
 
 void Companion::installCallbacks() {
     auto& parts = *parts_;
-    connections_.push_back(parts.services.defaults.onProblem(
-        [&parts] { parts.state.potizNastaveni = parts.services.defaults.problem(); }));
-    connections_.push_back(parts.integrations.onChange([&parts] {
-        for (auto* feature : parts.context.features) feature->switched();
-        parts.context.statusHasChanged();
-    }));
-    parts.schvalovani.poslatNaTelefon = [&parts](ApprovalRequest request) {
-        if (parts.phone.jePritomne()) parts.scope.spawn(sendRequest(&parts.phone, std::move(request)));
+    connections_ = {
+        parts.services.defaults.onProblem(
+            [&parts] { parts.state.potizNastaveni = parts.services.defaults.problem(); }),
+        parts.integrations.onChange([&parts] {
+            for (auto* feature : parts.context.features) feature->switched();
+            parts.context.statusHasChanged();
+        }),
+        parts.schvalovani.poslatNaTelefon([&parts](const ApprovalRequest& request) {
+            if (parts.phone.jePritomne()) parts.scope.spawn(sendRequest(&parts.phone, request));
+        }),
+        parts.bdelost.naUsnuti([this] { usnout(); }),
+        parts.bdelost.naProbuzeni([this] { pripojit(); }),
+        parts.services.network.onChange([this] {
+            if (!std::exchange(sitSeMeni_, true)) parts_->scope.spawn(poZmeneSite());
+        }),
     };
-    parts.bdelost.naUsnuti = [this] { usnout(); };
-    parts.bdelost.naProbuzeni = [this] { pripojit(); };
-    parts.services.network.watch([this] {
-        if (!std::exchange(sitSeMeni_, true)) parts_->scope.spawn(poZmeneSite());
-    });
 }
 
 FeatureContext& Companion::context() {

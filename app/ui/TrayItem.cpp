@@ -29,12 +29,8 @@ QIcon iconOf(const QString& symbol) {
 TrayItem::TrayItem(const LinkModel& link, Tray& tray, std::function<void(const QRect&)> onPress)
     : link_(link), tray_(tray), onPress_(std::move(onPress)) {}
 
-TrayItem::~TrayItem() {
-    tray_.onArrival({});
-}
-
 void TrayItem::show() {
-    tray_.onArrival([this] { appear(); });
+    arrivals_ = tray_.onArrival([this] { appear(); });
     if (tray_.isThere()) appear();
 }
 

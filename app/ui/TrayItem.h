@@ -19,7 +19,6 @@ class TrayItem final : public QObject {
   public:
     /// `onPress` gets the place of the item on the screen, invalid if the tray does not tell it.
     TrayItem(const LinkModel& link, Tray& tray, std::function<void(const QRect& place)> onPress);
-    ~TrayItem() override;
 
     /// Called once.
     void show();
@@ -34,6 +33,7 @@ class TrayItem final : public QObject {
     std::function<void(const QRect& place)> onPress_;
     QString shownSymbol_;
     std::optional<QSystemTrayIcon> icon_;
+    Connection arrivals_;
 };
 
 } // namespace morvex

@@ -8,22 +8,28 @@ namespace morvex {
 
 LogindSleepMonitor::LogindSleepMonitor(QDBusConnection bus) : bus_(std::move(bus)) {}
 
-void LogindSleepMonitor::watch(Watcher watcher) {
-    watcher_ = std::move(watcher);
-    signal_ = std::make_unique<BusSignal>(bus_,
-                                          BusSignal::Source{Logind::service, Logind::path, Logind::interface,
-                                                            QStringLiteral("PrepareForSleep")},
-                                          [this](const QDBusMessage& signal) { prepareForSleep(signal); });
-    delayNextSleep();
+Connection LogindSleepMonitor::onSleep(std::function<void()> slot) {
+    auto connection = sleep_.connect(std::move(slot));
+    listen();
+    if (!delay_) delayNextSleep();
+    return connection;
 }
 
-void LogindSleepMonitor::unwatch() {
-    signal_.reset();
-    delay_.reset();
+Connection LogindSleepMonitor::onWake(std::function<void()> slot) {
+    listen();
+    return wake_.connect(std::move(slot));
 }
 
 void LogindSleepMonitor::letSleep() {
     delay_.reset();
+}
+
+void LogindSleepMonitor::listen() {
+    if (signal_) return;
+    signal_ = std::make_unique<BusSignal>(bus_,
+                                          BusSignal::Source{Logind::service, Logind::path, Logind::interface,
+                                                            QStringLiteral("PrepareForSleep")},
+                                          [this](const QDBusMessage& signal) { prepareForSleep(signal); });
 }
 
 void LogindSleepMonitor::delayNextSleep() {
@@ -36,9 +42,10 @@ void LogindSleepMonitor::delayNextSleep() {
 
 void LogindSleepMonitor::prepareForSleep(const QDBusMessage& signal) {
     if (signal.signature() != QStringLiteral("b")) return;
-    if (signal.arguments().first().toBool()) return watcher_.willSleep();
-    delayNextSleep();
-    watcher_.didWake();
+    if (!sleep_.isHeard()) letSleep();
+    if (signal.arguments().first().toBool()) return sleep_.tell();
+    if (sleep_.isHeard()) delayNextSleep();
+    wake_.tell();
 }
 
 } // namespace morvex

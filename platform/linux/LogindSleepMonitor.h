@@ -10,23 +10,26 @@
 
 namespace morvex {
 
-/// Sleep and wake-up as reported by the login service. While watched, it holds a delay lock, so that the
-/// service waits for `letSleep` (by default at most 5 seconds); the lock is taken again after each wake-up.
-/// Shutdown is not handled here. Without a bus or the service it reports nothing.
+/// Sleep and wake-up as reported by the login service. While somebody is told of sleeps it holds a delay
+/// lock, so that the service waits for `letSleep` (by default at most 5 seconds). The lock is taken again
+/// after each wake-up; one that nobody needs any more goes with the next sleep. Shutdown is not handled here.
+/// Without a bus or the service it reports nothing.
 class LogindSleepMonitor final : public SleepMonitor {
   public:
     explicit LogindSleepMonitor(QDBusConnection bus = QDBusConnection::systemBus());
 
-    void watch(Watcher watcher) override;
-    void unwatch() override;
+    Connection onSleep(std::function<void()> slot) override;
+    Connection onWake(std::function<void()> slot) override;
     void letSleep() override;
 
   private:
+    void listen();
     void delayNextSleep();
     void prepareForSleep(const QDBusMessage& signal);
 
     QDBusConnection bus_;
-    Watcher watcher_;
+    Signal<> sleep_;
+    Signal<> wake_;
     std::unique_ptr<BusSignal> signal_;
     std::unique_ptr<LogindLock> delay_;
 };

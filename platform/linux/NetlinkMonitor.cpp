@@ -26,16 +26,12 @@ FileDescriptor NetlinkMonitor::open() {
     return opened;
 }
 
-void NetlinkMonitor::watch(std::function<void()> changed) {
-    changed_ = std::move(changed);
-    if (!socket_) return;
-    readable_ = std::make_unique<QSocketNotifier>(socket_.get(), QSocketNotifier::Read);
-    QObject::connect(readable_.get(), &QSocketNotifier::activated, readable_.get(), [this] { read(); });
-}
-
-void NetlinkMonitor::unwatch() {
-    readable_.reset();
-    changed_ = {};
+Connection NetlinkMonitor::onChange(std::function<void()> slot) {
+    if (socket_ && !readable_) {
+        readable_ = std::make_unique<QSocketNotifier>(socket_.get(), QSocketNotifier::Read);
+        QObject::connect(readable_.get(), &QSocketNotifier::activated, readable_.get(), [this] { read(); });
+    }
+    return changes_.connect(std::move(slot));
 }
 
 void NetlinkMonitor::read() {
@@ -52,7 +48,7 @@ void NetlinkMonitor::read() {
         readable_->setEnabled(false);
         break;
     }
-    if (isNews) changed_();
+    if (isNews) changes_.tell();
 }
 
 } // namespace morvex

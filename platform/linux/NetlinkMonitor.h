@@ -19,8 +19,7 @@ class NetlinkMonitor final : public NetworkMonitor {
     /// Takes a socket whose other end is not the kernel (for tests).
     explicit NetlinkMonitor(FileDescriptor socket) : socket_(std::move(socket)) {}
 
-    void watch(std::function<void()> changed) override;
-    void unwatch() override;
+    Connection onChange(std::function<void()> slot) override;
 
     /// A socket that receives the kernel's messages on IPv4 and IPv6 addresses and routes; invalid if the
     /// system refuses it.
@@ -31,7 +30,7 @@ class NetlinkMonitor final : public NetworkMonitor {
 
     FileDescriptor socket_;
     std::unique_ptr<QSocketNotifier> readable_;
-    std::function<void()> changed_;
+    Signal<> changes_;
 };
 
 } // namespace morvex

@@ -17,6 +17,7 @@ constexpr QLatin1StringView path{"/StatusNotifierWatcher"};
 StatusNotifierTray::StatusNotifierTray(Tray& otherwise, const QDBusConnection& bus)
     : otherwise_(otherwise),
       bus_(bus),
+      othersArrival_(otherwise.onArrival([this] { arrival_.tell(); })),
       came_(bus, {service, path, service, QStringLiteral("StatusNotifierHostRegistered")},
             [this](const QDBusMessage&) { note(true); }),
       went_(bus, {service, path, service, QStringLiteral("StatusNotifierHostUnregistered")},
@@ -26,11 +27,6 @@ StatusNotifierTray::StatusNotifierTray(Tray& otherwise, const QDBusConnection& b
                      [this] { note(false); });
     QObject::connect(&collector_, &QDBusServiceWatcher::serviceRegistered, &collector_, [this] { ask(); });
     ask();
-}
-
-void StatusNotifierTray::onArrival(std::function<void()> arrived) {
-    arrived_ = std::move(arrived);
-    otherwise_.onArrival(arrived_);
 }
 
 void StatusNotifierTray::ask() {
@@ -48,7 +44,7 @@ void StatusNotifierTray::ask() {
 
 void StatusNotifierTray::note(bool shown) {
     answer_.reset();
-    if (!std::exchange(shown_, shown) && shown && arrived_) arrived_();
+    if (!std::exchange(shown_, shown) && shown) arrival_.tell();
 }
 
 } // namespace morvex

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace morvex {
 
@@ -21,7 +22,7 @@ class StatusNotifierTray final : public Tray {
 
     [[nodiscard]] bool isThere() const override { return shown_ || otherwise_.isThere(); }
 
-    void onArrival(std::function<void()> arrived) override;
+    Connection onArrival(std::function<void()> slot) override { return arrival_.connect(std::move(slot)); }
 
   private:
     void ask();
@@ -30,7 +31,8 @@ class StatusNotifierTray final : public Tray {
     Tray& otherwise_;
     QDBusConnection bus_;
     bool shown_ = false;
-    std::function<void()> arrived_;
+    Signal<> arrival_;
+    Connection othersArrival_;
     std::unique_ptr<QDBusPendingCallWatcher> answer_;
     BusSignal came_;
     BusSignal went_;

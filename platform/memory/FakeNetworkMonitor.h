@@ -9,16 +9,14 @@ namespace morvex {
 /// A network that a test changes.
 class FakeNetworkMonitor final : public NetworkMonitor {
   public:
-    void watch(std::function<void()> changed) override { changed_ = std::move(changed); }
+    Connection onChange(std::function<void()> slot) override { return changes_.connect(std::move(slot)); }
 
-    void unwatch() override { changed_ = {}; }
+    void change() const { changes_.tell(); }
 
-    void change() const { changed_(); }
-
-    [[nodiscard]] bool isWatched() const { return static_cast<bool>(changed_); }
+    [[nodiscard]] bool isWatched() const { return changes_.isHeard(); }
 
   private:
-    std::function<void()> changed_;
+    Signal<> changes_;
 };
 
 } // namespace morvex

@@ -9,22 +9,23 @@ namespace morvex {
 /// A computer that a test puts to sleep and wakes up.
 class FakeSleepMonitor final : public SleepMonitor {
   public:
-    void watch(Watcher watcher) override { watcher_ = std::move(watcher); }
+    Connection onSleep(std::function<void()> slot) override { return sleep_.connect(std::move(slot)); }
 
-    void unwatch() override { watcher_ = {}; }
+    Connection onWake(std::function<void()> slot) override { return wake_.connect(std::move(slot)); }
 
     void letSleep() override { ++allowed; }
 
-    void fallAsleep() const { watcher_.willSleep(); }
+    void fallAsleep() const { sleep_.tell(); }
 
-    void wake() const { watcher_.didWake(); }
+    void wake() const { wake_.tell(); }
 
-    [[nodiscard]] bool isWatched() const { return watcher_.willSleep && watcher_.didWake; }
+    [[nodiscard]] bool isWatched() const { return sleep_.isHeard() && wake_.isHeard(); }
 
     int allowed = 0; ///< number of `letSleep` calls
 
   private:
-    Watcher watcher_;
+    Signal<> sleep_;
+    Signal<> wake_;
 };
 
 } // namespace morvex

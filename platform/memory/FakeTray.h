@@ -11,18 +11,18 @@ class FakeTray final : public Tray {
   public:
     [[nodiscard]] bool isThere() const override { return there_; }
 
-    void onArrival(std::function<void()> arrived) override { arrived_ = std::move(arrived); }
+    Connection onArrival(std::function<void()> slot) override { return arrival_.connect(std::move(slot)); }
 
     void come() {
         there_ = true;
-        if (arrived_) arrived_();
+        arrival_.tell();
     }
 
     void go() { there_ = false; }
 
   private:
     bool there_ = false;
-    std::function<void()> arrived_;
+    Signal<> arrival_;
 };
 
 } // namespace morvex

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/Signal.h"
+
 #include <functional>
 
 namespace morvex {
@@ -10,10 +12,9 @@ class NetworkMonitor {
   public:
     virtual ~NetworkMonitor() = default;
 
-    /// Only one watcher at a time; it must outlive the watching. One change of the network may be reported a
-    /// dozen times. On a system without such reports `changed` is never called.
-    virtual void watch(std::function<void()> changed) = 0;
-    virtual void unwatch() = 0;
+    /// `slot` is called as long as the connection lives. One change of the network may be reported a dozen
+    /// times. On a system without such reports `slot` is never called.
+    [[nodiscard]] virtual Connection onChange(std::function<void()> slot) = 0;
 };
 
 } // namespace morvex

@@ -1,27 +1,28 @@
 #pragma once
 
+#include "foundation/Signal.h"
+
 #include <functional>
 
 namespace morvex {
 
 /// Reports when the computer goes to sleep and when it has woken up. Main thread only.
 ///
-///     watch -> (willSleep -> letSleep, didWake) ... -> unwatch
+///     (onSleep told -> letSleep, onWake told) ...
+///
+/// A slot is called as long as its connection lives; on a system without such reports, never.
 class SleepMonitor {
   public:
-    struct Watcher {
-        std::function<void()> willSleep; ///< where it can, the system waits some seconds for `letSleep`
-        std::function<void()> didWake;   ///< also when the sleep did not take place
-    };
-
     virtual ~SleepMonitor() = default;
 
-    /// Only one watcher at a time; it must outlive the watching. On a system without such reports it is never
-    /// called.
-    virtual void watch(Watcher watcher) = 0;
-    virtual void unwatch() = 0;
+    /// Told before a sleep. Where it can, the system then waits some seconds for `letSleep`, unless nobody is
+    /// told.
+    [[nodiscard]] virtual Connection onSleep(std::function<void()> slot) = 0;
 
-    /// Call when the preparations for the sleep are done, once or more, between `willSleep` and `didWake`.
+    /// Told after a sleep, also when the sleep did not take place.
+    [[nodiscard]] virtual Connection onWake(std::function<void()> slot) = 0;
+
+    /// Call when the preparations for the sleep are done, once or more, between the two.
     virtual void letSleep() = 0;
 };
 

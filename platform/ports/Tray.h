@@ -1,5 +1,7 @@
 #pragma once
 
+#include "foundation/Signal.h"
+
 #include <functional>
 
 namespace morvex {
@@ -13,8 +15,8 @@ class Tray {
     /// Whether it shows items now. False too while that is not known yet.
     [[nodiscard]] virtual bool isThere() const = 0;
 
-    /// Only one handler at a time; called each time the tray appears.
-    virtual void onArrival(std::function<void()> arrived) = 0;
+    /// `slot` is called each time the tray appears, as long as the connection lives.
+    [[nodiscard]] virtual Connection onArrival(std::function<void()> slot) = 0;
 };
 
 } // namespace morvex

@@ -48,15 +48,15 @@ bool XembedTray::isThere() const {
     return reply && reply->owner != XCB_WINDOW_NONE;
 }
 
-void XembedTray::onArrival(std::function<void()> arrived) {
-    arrived_ = std::move(arrived);
+Connection XembedTray::onArrival(std::function<void()> slot) {
+    return arrival_.connect(std::move(slot));
 }
 
 bool XembedTray::nativeEventFilter(const QByteArray&, void* message, qintptr*) {
     const auto* event = static_cast<const xcb_generic_event_t*>(message);
     if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE) return false;
     const auto* told = static_cast<const xcb_client_message_event_t*>(message);
-    if (told->type == manager_ && told->data.data32[1] == tray_ && arrived_) arrived_();
+    if (told->type == manager_ && told->data.data32[1] == tray_) arrival_.tell();
     return false;
 }
 

@@ -18,7 +18,7 @@ class XembedTray final : public Tray, private QAbstractNativeEventFilter {
 
     [[nodiscard]] bool isThere() const override;
 
-    void onArrival(std::function<void()> arrived) override;
+    Connection onArrival(std::function<void()> slot) override;
 
   private:
     bool nativeEventFilter(const QByteArray& type, void* message, qintptr* result) override;
@@ -26,7 +26,7 @@ class XembedTray final : public Tray, private QAbstractNativeEventFilter {
     /// Atoms of the X display.
     std::uint32_t manager_ = 0;
     std::uint32_t tray_ = 0;
-    std::function<void()> arrived_;
+    Signal<> arrival_;
 };
 
 } // namespace morvex

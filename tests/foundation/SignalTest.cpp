@@ -50,6 +50,17 @@ TEST(Signal, ACallbackMayEndItselfAndThoseBehindItAndConnectOthers) {
     EXPECT_EQ(told, (std::vector<std::string>{"first", "added"}));
 }
 
+TEST(Signal, IsHeardAsLongAsAConnectionLives) {
+    Signal<> signal;
+    EXPECT_FALSE(signal.isHeard());
+    Connection first = signal.connect([] {});
+    Connection second = signal.connect([] {});
+    first = {};
+    EXPECT_TRUE(signal.isHeard());
+    second = {};
+    EXPECT_FALSE(signal.isHeard());
+}
+
 TEST(Signal, ACallbackMayEndTheSignal) {
     std::optional<Signal<>> signal(std::in_place);
     int told = 0;

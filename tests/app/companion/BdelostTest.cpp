@@ -195,8 +195,8 @@ TEST_F(BdelostTest, AfterAnyAttemptTheSwitchShowsWhatHolds) {
 TEST_F(BdelostTest, TellsOfSleepAndWake) {
     start();
     std::vector<std::string> told;
-    bdelost->naUsnuti = [&] { told.push_back(text()); };
-    bdelost->naProbuzeni = [&] { told.push_back(text()); };
+    const auto sleeps = bdelost->naUsnuti([&] { told.push_back(text()); });
+    const auto wakes = bdelost->naProbuzeni([&] { told.push_back(text()); });
     sleep.fallAsleep();
     EXPECT_TRUE(bdelost->stav().spi);
     sleep.wake();
@@ -208,7 +208,7 @@ TEST_F(BdelostTest, TellsOfSleepAndWake) {
 TEST_F(BdelostTest, TheWakeReadsThePowerSourceBeforeItIsTold) {
     startAwake();
     std::vector<bool> mainsAtWake;
-    bdelost->naProbuzeni = [&] { mainsAtWake.push_back(bdelost->stav().naNapajeni); };
+    const auto wakes = bdelost->naProbuzeni([&] { mainsAtWake.push_back(bdelost->stav().naNapajeni); });
     sleep.fallAsleep();
     power.mains = false;
     sleep.wake();
@@ -218,7 +218,7 @@ TEST_F(BdelostTest, TheWakeReadsThePowerSourceBeforeItIsTold) {
 
 TEST_F(BdelostTest, TheSleepWaitsUntilWhoeverWasToldIsReady) {
     start();
-    bdelost->naUsnuti = [] {};
+    const auto readying = bdelost->naUsnuti([] {});
     sleep.fallAsleep();
     pass(2999ms);
     EXPECT_EQ(sleep.allowed, 0);
@@ -228,7 +228,7 @@ TEST_F(BdelostTest, TheSleepWaitsUntilWhoeverWasToldIsReady) {
 
 TEST_F(BdelostTest, TheSleepWaitsThreeSecondsAtMost) {
     start();
-    bdelost->naUsnuti = [] {};
+    const auto readying = bdelost->naUsnuti([] {});
     sleep.fallAsleep();
     executor.runUntilIdle();
     pass(3s);
@@ -244,7 +244,7 @@ TEST_F(BdelostTest, ASleepThatNobodyWantsToKnowOfIsNotDelayed) {
 
 TEST_F(BdelostTest, TheLimitOfOneSleepDoesNotCutTheNextOneShort) {
     start();
-    bdelost->naUsnuti = [] {};
+    const auto readying = bdelost->naUsnuti([] {});
     sleep.fallAsleep();
     executor.runUntilIdle();
     pass(1s);
@@ -260,7 +260,7 @@ TEST_F(BdelostTest, TheLimitOfOneSleepDoesNotCutTheNextOneShort) {
 
 TEST_F(BdelostTest, WhoIsReadyOnlyAfterTheWakeDoesNotLetTheNextSleepGo) {
     start();
-    bdelost->naUsnuti = [] {};
+    const auto readying = bdelost->naUsnuti([] {});
     sleep.fallAsleep();
     sleep.wake();
     bdelost->muzeUsnout();

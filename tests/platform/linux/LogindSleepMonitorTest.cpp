@@ -12,7 +12,8 @@ const QString prepareForSleep = QStringLiteral("PrepareForSleep");
 class LogindSleepMonitorTest : public MockedLogind {
   protected:
     void watch(LogindSleepMonitor& monitor) {
-        monitor.watch({[this] { told.emplace_back("sleep"); }, [this] { told.emplace_back("wake"); }});
+        watching = {monitor.onSleep([this] { told.emplace_back("sleep"); }),
+                    monitor.onWake([this] { told.emplace_back("wake"); })};
     }
 
     bool eventuallyTold(const std::vector<std::string>& expected) {
@@ -20,6 +21,7 @@ class LogindSleepMonitorTest : public MockedLogind {
     }
 
     std::vector<std::string> told;
+    std::vector<Connection> watching;
 };
 
 TEST_F(LogindSleepMonitorTest, DelaysTheSleepUntilItIsLetGoAndEachSleepAnew) {
@@ -79,14 +81,15 @@ TEST_F(LogindSleepMonitorTest, AfterTheWatchingNothingIsToldOrDelayed) {
     LogindSleepMonitor monitor(systemBus());
     watch(monitor);
     ASSERT_TRUE(eventuallyHolds(delay));
-    monitor.unwatch();
-    EXPECT_TRUE(eventuallyHolds(none));
+    watching.clear();
     sendPrepare(prepareForSleep, true);
+    EXPECT_TRUE(eventuallyHolds(none));
 
     LogindSleepMonitor second(systemBus());
     watch(second);
     sendPrepare(prepareForSleep, false);
     EXPECT_TRUE(eventuallyTold({"wake"})) << "the sleep was not told";
+    EXPECT_TRUE(eventuallyHolds(delay)) << "that of the second monitor";
 }
 
 TEST_F(LogindSleepMonitorTest, AServiceThatStartsLaterIsHeard) {
@@ -102,7 +105,6 @@ TEST_F(LogindSleepMonitorTest, WithoutABusItTellsNothing) {
     LogindSleepMonitor monitor(noBus());
     watch(monitor);
     monitor.letSleep();
-    monitor.unwatch();
     EXPECT_TRUE(told.empty());
 }
 

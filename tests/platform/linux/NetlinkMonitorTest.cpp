@@ -68,7 +68,7 @@ TEST_F(NetlinkMonitorTest, TheKernelTellsItOfAddressesAndRoutes) {
 
 TEST_F(NetlinkMonitorTest, WhateverComesIsAChange) {
     auto monitor = monitorOfTheTest();
-    monitor.watch([this] { ++changes; });
+    const auto watching = monitor.onChange([this] { ++changes; });
     runLoop();
     EXPECT_EQ(changes, 0);
     for (const auto message :
@@ -83,7 +83,7 @@ TEST_F(NetlinkMonitorTest, WhateverComesIsAChange) {
 TEST_F(NetlinkMonitorTest, WhatComesTogetherIsTakenTogether) {
     auto monitor = monitorOfTheTest();
     for (int message = 0; message < 50; ++message) send("x");
-    monitor.watch([this] { ++changes; });
+    const auto watching = monitor.onChange([this] { ++changes; });
     EXPECT_TRUE(eventually([&] { return changes > 0; }));
     runLoop();
     EXPECT_EQ(changes, 1);
@@ -91,18 +91,19 @@ TEST_F(NetlinkMonitorTest, WhatComesTogetherIsTakenTogether) {
 
 TEST_F(NetlinkMonitorTest, AfterTheEndOfTheWatchNothingIsTold) {
     auto monitor = monitorOfTheTest();
-    monitor.watch([this] { ++changes; });
-    monitor.unwatch();
+    auto watching = monitor.onChange([this] { ++changes; });
+    watching = {};
     send("x");
     runLoop();
     EXPECT_EQ(changes, 0);
-    monitor.watch([this] { ++changes; });
+    watching = monitor.onChange([this] { ++changes; });
+    send("x");
     EXPECT_TRUE(eventually([&] { return changes > 0; })) << "it can be watched again";
 }
 
 TEST_F(NetlinkMonitorTest, ASocketThatEndsIsLeft) {
     auto monitor = monitorOfTheTest();
-    monitor.watch([this] { ++changes; });
+    const auto watching = monitor.onChange([this] { ++changes; });
     kernel = FileDescriptor();
     EXPECT_TRUE(eventually([&] { return changes > 0; }));
     runLoop();
@@ -111,9 +112,8 @@ TEST_F(NetlinkMonitorTest, ASocketThatEndsIsLeft) {
 
 TEST_F(NetlinkMonitorTest, WithoutASocketItTellsNothing) {
     NetlinkMonitor monitor{FileDescriptor()};
-    monitor.watch([this] { ++changes; });
+    const auto watching = monitor.onChange([this] { ++changes; });
     runLoop();
-    monitor.unwatch();
     EXPECT_EQ(changes, 0);
 }
 

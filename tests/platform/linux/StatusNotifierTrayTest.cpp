@@ -37,7 +37,7 @@ TEST_F(StatusNotifierTrayTest, IsThereAsSoonAsTheCollectorSaysThatItemsAreShown)
     auto collector = startCollector();
     StatusNotifierTray tray(other, systemBus());
     int arrivals = 0;
-    tray.onArrival([&arrivals] { ++arrivals; });
+    const auto connection = tray.onArrival([&arrivals] { ++arrivals; });
     EXPECT_FALSE(tray.isThere());
     EXPECT_TRUE(eventually([&] { return tray.isThere(); }));
     EXPECT_EQ(arrivals, 1);
@@ -46,7 +46,7 @@ TEST_F(StatusNotifierTrayTest, IsThereAsSoonAsTheCollectorSaysThatItemsAreShown)
 TEST_F(StatusNotifierTrayTest, ComesAfterTheProgramGoesAndComesBack) {
     StatusNotifierTray tray(other, systemBus());
     int arrivals = 0;
-    tray.onArrival([&arrivals] { ++arrivals; });
+    const auto connection = tray.onArrival([&arrivals] { ++arrivals; });
     for (int time = 1; time <= 2; ++time) {
         auto collector = startCollector();
         EXPECT_TRUE(eventually([&] { return tray.isThere(); }));
@@ -73,7 +73,7 @@ TEST_F(StatusNotifierTrayTest, WithoutACollectorAnotherKindOfTrayAnswers) {
     for (const auto& bus : {noBus(), systemBus()}) {
         StatusNotifierTray tray(other, bus);
         int arrivals = 0;
-        tray.onArrival([&arrivals] { ++arrivals; });
+        const auto connection = tray.onArrival([&arrivals] { ++arrivals; });
         QCoreApplication::processEvents();
         EXPECT_FALSE(tray.isThere());
         other.come();
