@@ -38,7 +38,7 @@ AgentsFeature::AgentsFeature(FeatureContext& context, const Slozky& slozky, Prog
               context.scope.token()),
       historie_(HistorieAgentu::create(context.services.folders.applicationSupport(),
                                        {context.saving(), context.random(), context.services.opener})),
-      sync_(*historie_, context.phone, context.sendStatus),
+      sync_(*historie_, context.phone, context.poslatStav),
       tools_(runner_, *historie_, sync_, foldersOf(slozky), context.scope) {
     tools_.addTo(context.tools, offer());
     context.inbox.take<MacPayload::WorkItemAck>(

@@ -4,10 +4,6 @@
 
 namespace morvex {
 
-Task<void> TaskSync::poslatStav() {
-    return poslatStav_();
-}
-
 Task<void> TaskSync::poslatUkol(UkolAgenta ukol) {
     // The phone must not learn of a task that a restart of this program would forget.
     co_await historie_.ulozeno();

@@ -18,7 +18,8 @@ class TaskSync final : public AgentReports {
     TaskSync(HistorieAgentu& historie, PhoneLink& spojeni, std::function<Task<void>()> poslatStav)
         : historie_(historie), phoneLink_(spojeni), poslatStav_(std::move(poslatStav)) {}
 
-    Task<void> poslatStav() override;
+    Task<void> poslatStav() override { return poslatStav_(); }
+
     Task<void> poslatUkol(UkolAgenta ukol) override;
     Task<void> poslatPrubeh(std::string text, std::string requestID) override;
 

@@ -41,7 +41,7 @@ void Companion::installCallbacks() {
             [&parts] { parts.state.potizNastaveni = parts.services.defaults.problem(); }),
         parts.integrations.onChange([&parts] {
             for (auto* feature : parts.context.features) feature->switched();
-            parts.context.statusHasChanged();
+            parts.scope.spawn(parts.status.poslatStav());
         }),
         parts.schvalovani.poslatNaTelefon([&parts](const ApprovalRequest& request) {
             if (parts.phone.jePritomne()) parts.scope.spawn(sendRequest(&parts.phone, request));
@@ -147,10 +147,6 @@ void Companion::opustitTelefon() {
     parts_->inbox.opustit();
 }
 
-Task<void> Companion::poslatStav() {
-    return parts_->status.poslat();
-}
-
 Task<void> Companion::obnovitSluzby() {
     auto& zjistovani = parts_->state.zjistovani;
     zjistovani = zjistovani + 1;
@@ -158,7 +154,7 @@ Task<void> Companion::obnovitSluzby() {
     for (auto* feature : parts_->context.features) looks.spawn(feature->refresh());
     co_await looks.join();
     zjistovani = zjistovani - 1;
-    co_await poslatStav();
+    co_await parts_->status.poslatStav();
 }
 
 void Companion::obnovit() {

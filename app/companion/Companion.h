@@ -54,8 +54,6 @@ class Companion {
     /// Makes a link that waits for its next attempt try now; this includes the link of a pairing.
     void zkusitHned();
 
-    /// Tells the phone what this computer can do. Does nothing without a link.
-    Task<void> poslatStav();
     /// Has the features look again for what they need, then sends the status.
     Task<void> obnovitSluzby();
     /// Like `obnovitSluzby`, in the background; for a button.

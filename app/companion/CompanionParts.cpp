@@ -37,7 +37,7 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
               inbox,
               phone,
               scope,
-              [this] { return status.poslat(); },
+              [this] { return status.poslatStav(); },
               [this](Sentence trouble) { state.potiz = std::move(trouble); },
               {}},
       status({state, integrations, context.features, bdelost.stav().naNapajeni, services.verzeAplikace,
@@ -50,7 +50,7 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
                 companion.pripojit();
                 companion.obnovit();
             }}),
-      events({state, services.clock(), schvalovani, context.features, context.sendStatus,
+      events({state, services.clock(), schvalovani, context.features, context.poslatStav,
               [&companion] { companion.zapomenoutNeplatny(); }}),
       parovani({services.main, services.link.relay, services.http, scope, keys}, state,
                {[&companion] { companion.pripojit(); }, [&companion] { companion.odpojit(); },

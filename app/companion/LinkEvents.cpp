@@ -21,7 +21,7 @@ Task<void> LinkEvents::zpracovat(std::shared_ptr<SecureLink> link, SecureLink::U
     if (!std::holds_alternative<SecureLink::Pripraveno>(udalost)) co_return;
     services_.state.potiz = std::nullopt;
     services_.state.telefonOdesel = false;
-    co_await services_.sendStatus();
+    co_await services_.poslatStav();
     for (auto* feature : services_.features) co_await feature->catchUp(link);
 }
 

@@ -21,7 +21,7 @@ class LinkEvents {
         const Clock& clock;
         Schvalovani& schvalovani;
         const std::vector<Feature*>& features;
-        std::function<Task<void>()> sendStatus;
+        std::function<Task<void>()> poslatStav;
         /// Called when the relay no longer knows this pairing.
         std::function<void()> forgetPeer;
     };

@@ -13,7 +13,7 @@ const std::string statusRequestID = "status";
 
 } // namespace
 
-Task<void> StatusSync::poslat() {
+Task<void> StatusSync::poslatStav() {
     const auto link = phoneLink_.soucasne();
     if (!link) co_return;
     auto status = report_.at(clock_.now(), gate_.nastrojeVeStavu());

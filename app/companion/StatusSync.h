@@ -15,7 +15,7 @@ class StatusSync {
 
     /// Sends the current status. Does nothing without a link. If sending over the current link fails, the
     /// state shows the problem; a status that exceeds the frame limit is sent again in its shortened form.
-    Task<void> poslat();
+    Task<void> poslatStav();
 
     /// The tool `mac.status`.
     Task<ToolOutcome> nastroj(NoArguments none, ToolCall call);

@@ -15,7 +15,7 @@ CustomAppsFeature::CustomAppsFeature(FeatureContext& context)
       service_({context.services.defaults, keychain_, context.random(), context.services.http,
                 context.services.workers, context.clock(), seen_, context.scope}) {
     service_.setActive(isOn());
-    toolsChanged_ = service_.onChange([&context] { context.statusHasChanged(); });
+    toolsChanged_ = service_.onChange([&context] { context.scope.spawn(context.poslatStav()); });
     context.tools.add(service_.catalogue(), MacToolName::webSearch);
     context.inbox.take<MacPayload::CustomApps>(
         [this](MacPayload::CustomApps list, const Delivery&) { return takeList(std::move(list.apps)); });
@@ -44,7 +44,7 @@ Task<void> CustomAppsFeature::takeList(std::vector<CompanionCustomApp> apps) {
     const auto turn = co_await context_.inbox.settingsTurn();
     if (!turn) co_return;
     co_await service_.replacePhoneApps(std::move(apps));
-    co_await context_.sendStatus();
+    co_await context_.poslatStav();
 }
 
 } // namespace morvex

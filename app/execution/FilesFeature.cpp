@@ -15,7 +15,7 @@ FilesFeature::FilesFeature(FeatureContext& context)
                              context.services.folderPicker, context.services.folders)),
       tools_(*slozky_, context.services.workers, {context.clock(), WriteAllowance::usual},
              context.scope.token()),
-      foldersChanged_(slozky_->priZmene([&context] { context.statusHasChanged(); })) {
+      foldersChanged_(slozky_->priZmene([&context] { context.scope.spawn(context.poslatStav()); })) {
     tools_.addTo(context.tools, context.whileOn(Integration::files));
 }
 

@@ -24,15 +24,12 @@ struct FeatureContext {
     PhoneInbox& inbox;
     PhoneLink& phone;
     TaskScope& scope; ///< runs background tasks; joined before the features are destroyed
-    /// Tells the phone what this computer can do.
-    std::function<Task<void>()> sendStatus;
+    /// Tells the phone what this computer can do. Does nothing without a link.
+    std::function<Task<void>()> poslatStav;
     /// Shows the user a problem, in place of the previous one.
     std::function<void(Sentence)> tellTrouble;
     /// All features, in the order in which they are asked.
     std::vector<Feature*> features;
-
-    /// Sends the status in the background.
-    void statusHasChanged() const { scope.spawn(sendStatus()); }
 
     /// Whether the user wants this family of tools; asked each time the tools are offered.
     [[nodiscard]] std::function<bool()> whileOn(Integration integration) const {

@@ -28,7 +28,7 @@ Task<void> VoiceFeature::takeKey(std::string key) {
     const auto turn = co_await context_.inbox.settingsTurn();
     if (!turn) co_return;
     co_await controller_.setAPIKey(std::move(key));
-    co_await context_.sendStatus();
+    co_await context_.poslatStav();
 }
 
 Task<void> VoiceFeature::takePreferences(CompanionPreferences sent) {

@@ -133,7 +133,7 @@ TEST_F(ForgottenTrouble, WhatWentWrongOnTheWayToThePhoneGoesWithIt) {
 TEST_F(ForgottenTrouble, AStatusThatWasOnItsWayTellsNothingAfterwards) {
     auto socket = startSecured();
     socket->holdSends();
-    executor.start(companion->poslatStav());
+    executor.start(companion->context().poslatStav());
     executor.runUntilIdle();
     companion->parovani().odvolat();
     executor.runUntilIdle();
