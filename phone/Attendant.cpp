@@ -77,13 +77,13 @@ void Attendant::show(const Inbox::Event& event) {
         const auto json = phone_.options.isJson ? eventJson(event, now) : std::nullopt;
         if (json) phone_.terminal.printJson(*json);
         if (phone_.options.isJson) return;
-        if (auto line = eventLine(event, now)) phone_.terminal.print(*line);
+        if (auto line = eventLine(event, now, phone_.zone())) phone_.terminal.print(*line);
         return;
     }
     const auto* trouble = troubleIn(event);
     const bool isNews = trouble && std::exchange(lastTrouble_, trouble->duvod) != trouble->duvod;
     if (!isNews && !matters(event)) return;
-    if (auto line = eventLine(event, now)) phone_.terminal.note(*line);
+    if (auto line = eventLine(event, now, phone_.zone())) phone_.terminal.note(*line);
 }
 
 Task<void> Attendant::take(WorkItem item) {

@@ -71,10 +71,10 @@ std::optional<Words> wordsFor(const Inbox::Event& event, Date now) {
 
 } // namespace
 
-std::optional<StyledLine> eventLine(const Inbox::Event& event, Date now) {
+std::optional<StyledLine> eventLine(const Inbox::Event& event, Date now, const TimeZone& zone) {
     auto words = wordsFor(event, now);
     if (!words) return std::nullopt;
-    return StyledLine{{timeOfDay(now) + "  ", Style::faint},
+    return StyledLine{{timeOfDay(now, zone) + "  ", Style::faint},
                       {std::string(words->kind) + ": "},
                       {printableLine(words->text), words->style}};
 }

@@ -9,6 +9,7 @@
 #include "phone/PhoneTasks.h"
 #include "phone/Terminal.h"
 #include "platform/ports/HttpClient.h"
+#include "platform/ports/LocalTime.h"
 #include "shared-apple/IdentityStore.h"
 #include "shared-apple/SecureLink.h"
 
@@ -22,6 +23,7 @@ struct Phone {
     Options options;
     SecureLink::Services link;
     HttpClient& http;
+    LocalTime& localTime;
     IdentityStore& store;
     PhoneSettings& settings;
     PhoneRecords& records;
@@ -31,6 +33,9 @@ struct Phone {
     Terminal& terminal;
 
     [[nodiscard]] Date now() const { return link.relay.clock.now(); }
+
+    /// In which times are shown.
+    [[nodiscard]] TimeZone zone() const { return localTime.zone(); }
 
     /// Requests one more line, unless one is already requested: a second one would arrive while nobody waits
     /// for it.

@@ -52,7 +52,7 @@ Task<Result<void>> status(Phone& phone, PhoneSession& session, Attendant& attend
     if (phone.options.isJson)
         phone.terminal.printJson(encode(status));
     else
-        phone.terminal.print(statusLines(status, phone.now()));
+        phone.terminal.print(statusLines(status, phone.now(), phone.zone()));
     co_return Result<void>{};
 }
 

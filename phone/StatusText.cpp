@@ -4,8 +4,8 @@
 #include "shared/wire/Json.h"
 
 #include <algorithm>
-#include <array>
-#include <ctime>
+#include <chrono>
+#include <cstdint>
 
 namespace morvex {
 
@@ -31,14 +31,18 @@ StyledLine agentField(std::string_view label, const AgentStatus& agent) {
     return field(label, text, agent.problem ? Style::bad : Style::plain);
 }
 
-std::string runningText(const RunningTask& task) {
-    auto text = task.tool + " od " + timeOfDay(task.startedAt);
+std::string runningText(const RunningTask& task, const TimeZone& zone) {
+    auto text = task.tool + " od " + timeOfDay(task.startedAt, zone);
     return task.progress ? text + " — " + *task.progress : text;
 }
 
-std::string ageText(Date sentAt, Date now) {
+std::string ageText(Date sentAt, Date now, const TimeZone& zone) {
     auto seconds = std::max<std::int64_t>(0, wholeSeconds(now) - wholeSeconds(sentAt));
-    return timeOfDay(sentAt) + " (před " + std::to_string(seconds) + " s)";
+    return timeOfDay(sentAt, zone) + " (před " + std::to_string(seconds) + " s)";
+}
+
+std::string twoDigits(std::int64_t number) {
+    return (number < 10 ? "0" : "") + std::to_string(number);
 }
 
 Style riskStyle(ToolRisk risk) {
@@ -48,7 +52,7 @@ Style riskStyle(ToolRisk risk) {
 
 } // namespace
 
-std::vector<StyledLine> statusLines(const MacStatus& status, Date now) {
+std::vector<StyledLine> statusLines(const MacStatus& status, Date now, const TimeZone& zone) {
     auto version = " (Morvex " + status.appVersion + ", protokol " + status.protocolVersion.text() + ")";
     std::vector<StyledLine> lines{field("Mac", status.deviceName, Style::strong)};
     lines.front().push_back({version});
@@ -58,9 +62,10 @@ std::vector<StyledLine> statusLines(const MacStatus& status, Date now) {
     lines.push_back(field("Pošta", status.mailAvailable ? "dostupná" : "nedostupná"));
     lines.push_back(agentField("Codex", status.codex));
     lines.push_back(agentField("Claude", status.claude));
-    lines.push_back(field("Pracuje", status.runningTask ? runningText(*status.runningTask) : "na ničem"));
+    lines.push_back(
+        field("Pracuje", status.runningTask ? runningText(*status.runningTask, zone) : "na ničem"));
     lines.push_back(field("Nástrojů", std::to_string(status.tools.size())));
-    lines.push_back(field("Hlášeno", ageText(status.sentAt, now)));
+    lines.push_back(field("Hlášeno", ageText(status.sentAt, now, zone)));
     return lines;
 }
 
@@ -87,12 +92,10 @@ std::string toolsJson(const std::vector<ToolDescriptor>& tools) {
     return "[" + join(records, ",") + "]";
 }
 
-std::string timeOfDay(Date date) {
-    auto seconds = static_cast<std::time_t>(wholeSeconds(date));
-    std::tm local{};
-    std::array<char, 16> text{};
-    if (!localtime_r(&seconds, &local)) return "?";
-    return {text.data(), std::strftime(text.data(), text.size(), "%H:%M:%S", &local)};
+std::string timeOfDay(Date date, const TimeZone& zone) {
+    const std::chrono::hh_mm_ss time(zone.wallTime(date).sinceMidnight);
+    return twoDigits(time.hours().count()) + ":" + twoDigits(time.minutes().count()) + ":" +
+           twoDigits(time.seconds().count());
 }
 
 } // namespace morvex

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/TimeZone.h"
 #include "phone/Terminal.h"
 #include "shared/wire/MacStatus.h"
 
@@ -8,8 +9,8 @@
 
 namespace morvex {
 
-/// The Mac's status, one labelled line per item.
-std::vector<StyledLine> statusLines(const MacStatus& status, Date now);
+/// The Mac's status, one labelled line per item. Times are those of `zone`.
+std::vector<StyledLine> statusLines(const MacStatus& status, Date now, const TimeZone& zone);
 
 /// A table of the tools under a heading.
 std::vector<StyledLine> toolLines(const std::vector<ToolDescriptor>& tools);
@@ -17,7 +18,7 @@ std::vector<StyledLine> toolLines(const std::vector<ToolDescriptor>& tools);
 /// The tools as one JSON array.
 std::string toolsJson(const std::vector<ToolDescriptor>& tools);
 
-/// The local time of day, such as "14:03:59".
-std::string timeOfDay(Date date);
+/// The time of day in `zone`, such as "14:03:59".
+std::string timeOfDay(Date date, const TimeZone& zone);
 
 } // namespace morvex

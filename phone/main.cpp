@@ -52,11 +52,18 @@ Result<ExitCode> run(const Options& options, Terminal& terminal) {
     PhoneSettings settings(system.vault, service);
     auto records = PhoneRecords::load(data, *clock, system.random);
     auto tasks = PhoneTasks::load(data);
-    Phone phone{options,     {{executor, *clock, system.sockets}, system.random},
-                system.http, store,
-                settings,    records,
-                tasks,       inbox,
-                console,     terminal};
+    Phone phone{.options = options,
+                .link = {.relay = {.executor = executor, .clock = *clock, .sockets = system.sockets},
+                         .random = system.random},
+                .http = system.http,
+                .localTime = system.localTime,
+                .store = store,
+                .settings = settings,
+                .records = records,
+                .tasks = tasks,
+                .inbox = inbox,
+                .keyboard = console,
+                .terminal = terminal};
     ExitCode code = ExitCode::done;
     TaskScope scope(executor);
     scope.spawn(drive(phone, console, code));

@@ -25,9 +25,18 @@ PhoneFixture::~PhoneFixture() {
 void PhoneFixture::start(std::vector<const char*> arguments) {
     auto options = Options::parse(arguments);
     ASSERT_TRUE(options) << options.error().popis().czech();
-    phone =
-        std::make_unique<Phone>(*std::move(options), SecureLink::Services{{executor, clock, sockets}, random},
-                                http, store, settings, records, tasks, inbox, keyboard, terminal);
+    phone = std::make_unique<Phone>(
+        Phone{.options = *std::move(options),
+              .link = {.relay = {.executor = executor, .clock = clock, .sockets = sockets}, .random = random},
+              .http = http,
+              .localTime = localTime,
+              .store = store,
+              .settings = settings,
+              .records = records,
+              .tasks = tasks,
+              .inbox = inbox,
+              .keyboard = keyboard,
+              .terminal = terminal});
     ended.reset();
     executor.start(drive(*phone, ended));
     run();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "phone/Phone.h"
+#include "platform/memory/FixedLocalTime.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/MemoryVault.h"
@@ -54,6 +55,7 @@ class PhoneFixture : public testing::Test {
     ManualClock clock;
     ScriptedSockets sockets;
     ScriptedHttp http;
+    FixedLocalTime localTime;
     ScriptedRandom random;
     PametoveUloziste store;
     MemoryVault vault;

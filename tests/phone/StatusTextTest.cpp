@@ -5,17 +5,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <ctime>
-
 namespace morvex {
 namespace {
 
 class StatusTextTest : public PhoneFixture {
   protected:
-    StatusTextTest() {
-        ::setenv("TZ", "UTC", 1);
-        ::tzset();
+    std::vector<StyledLine> linesAt(const MacStatus& told, Date now) const {
+        return statusLines(told, now, *TimeZone::named("Europe/Prague"));
     }
 
     static std::string text(const std::vector<StyledLine>& lines) {
@@ -29,7 +25,7 @@ class StatusTextTest : public PhoneFixture {
 };
 
 TEST_F(StatusTextTest, AlignsTheLabelsAndTellsEverything) {
-    EXPECT_EQ(text(statusLines(status(), clock.now() + std::chrono::seconds(3))),
+    EXPECT_EQ(text(linesAt(status(), clock.now() + std::chrono::seconds(3))),
               "Mac        Studovna (Morvex 0.1.0, protokol 1.4)\n"
               "Napájení   ze sítě\n"
               "Složky     Plocha, Projekty\n"
@@ -38,7 +34,7 @@ TEST_F(StatusTextTest, AlignsTheLabelsAndTellsEverything) {
               "Claude     Vypnuto\n"
               "Pracuje    na ničem\n"
               "Nástrojů   2\n"
-              "Hlášeno    08:00:00 (před 3 s)\n");
+              "Hlášeno    09:00:00 (před 3 s)\n");
 }
 
 TEST_F(StatusTextTest, TellsTheRunningTaskAndWhatTheAgentsLack) {
@@ -48,15 +44,15 @@ TEST_F(StatusTextTest, TellsTheRunningTaskAndWhatTheAgentsLack) {
     told.codex.problem = Sentence("není přihlášený");
     told.claude.problem.reset();
     told.allowedFolders.clear();
-    auto shown = text(statusLines(told, clock.now()));
+    auto shown = text(linesAt(told, clock.now()));
     EXPECT_NE(shown.find("Codex      1.2 (/usr/bin/codex) — není přihlášený\n"), std::string::npos);
     EXPECT_NE(shown.find("Claude     není nainstalovaný\n"), std::string::npos);
-    EXPECT_NE(shown.find("Pracuje    mac.codex.run od 08:00:00 — čtu testy\n"), std::string::npos);
+    EXPECT_NE(shown.find("Pracuje    mac.codex.run od 09:00:00 — čtu testy\n"), std::string::npos);
     EXPECT_NE(shown.find("Složky     žádné\n"), std::string::npos);
 }
 
 TEST_F(StatusTextTest, AReportFromTheFutureIsNotOlderThanNow) {
-    auto shown = text(statusLines(status(), clock.now() - std::chrono::hours(1)));
+    auto shown = text(linesAt(status(), clock.now() - std::chrono::hours(1)));
     EXPECT_NE(shown.find("(před 0 s)"), std::string::npos);
 }
 

@@ -5,6 +5,7 @@
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
 #include "platform/posix/FileVault.h"
+#include "platform/posix/HostLocalTime.h"
 
 #include <filesystem>
 
@@ -18,6 +19,7 @@ struct PhoneSystem {
     FileVault vault;
     SystemRandom random;
     CurlHttpClient http;
+    HostLocalTime localTime;
     BeastWebSocketClient sockets;
 };
 
