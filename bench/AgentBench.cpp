@@ -1,10 +1,11 @@
 #include "app/agents/AgentRunner.h"
 #include "bench/Measure.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/linux/SpawnLauncher.h"
 #include "platform/memory/ManualClock.h"
 #include "tests/support/Await.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <atomic>
 #include <chrono>
@@ -74,7 +75,7 @@ class Bench {
 
   private:
     TemporaryFolder folder_;
-    SpawnLauncher launcher_;
+    SystemLauncher launcher_;
     ManualClock clock_;
     ThreadExecutor main_{"main"};
     ThreadExecutor workers_{"workers"};

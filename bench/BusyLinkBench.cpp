@@ -2,9 +2,9 @@
 #include "bench/CallingPhone.h"
 #include "bench/ClientProcess.h"
 #include "bench/Measure.h"
-#include "platform/linux/BoottimeClock.h"
-#include "platform/linux/SystemRandom.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <algorithm>
 #include <cstdio>
@@ -59,7 +59,7 @@ struct BusyLink {
     }
 
     TemporaryFolder home;
-    std::unique_ptr<BoottimeClock> clock = BoottimeClock::create().value();
+    std::unique_ptr<SystemClock> clock = SystemClock::create().value();
     SystemRandom random;
     Relay relay;
     Device macDevice;

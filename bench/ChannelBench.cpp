@@ -1,11 +1,12 @@
 #include "bench/Measure.h"
-#include "platform/linux/SystemRandom.h"
 #include "shared/base/Require.h"
 #include "shared/trust/DeviceIdentity.h"
 #include "shared/trust/SecureChannel.h"
 #include "shared/wire/Json.h"
 #include "shared/wire/MacPayload.h"
 #include "shared/wire/RelayMessage.h"
+
+#include MORVEX_BASICS
 
 #include <openssl/evp.h>
 

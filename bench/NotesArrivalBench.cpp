@@ -2,11 +2,11 @@
 #include "bench/NotesComputer.h"
 #include "bench/NotesPhone.h"
 #include "phone/PhoneRecords.h"
-#include "platform/linux/BoottimeClock.h"
-#include "platform/linux/SystemRandom.h"
 #include "platform/posix/base/AtomicFile.h"
 #include "tests/support/AwaitedStores.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <algorithm>
 #include <atomic>
@@ -176,7 +176,7 @@ void benchRounds(Clock& clock, Random& random) {
 
 int main() {
     using namespace morvex;
-    auto clock = BoottimeClock::create().value();
+    auto clock = SystemClock::create().value();
     SystemRandom random;
     benchStream(*clock, random);
     benchRounds(*clock, random);

@@ -1,12 +1,12 @@
 #include "bench/Measure.h"
 #include "bench/NotesComputer.h"
 #include "bench/NotesPhone.h"
-#include "platform/linux/BoottimeClock.h"
-#include "platform/linux/SystemRandom.h"
 #include "platform/posix/base/AtomicFile.h"
 #include "shared/trust/SessionHandshake.h"
 #include "tests/support/AwaitedStores.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <algorithm>
 #include <cstdio>
@@ -163,7 +163,7 @@ void benchCatchUp(const std::filesystem::path& support, Clock& clock, Random& ra
 int main() {
     using namespace morvex;
     TemporaryFolder support;
-    auto clock = BoottimeClock::create().value();
+    auto clock = SystemClock::create().value();
     SystemRandom random;
     fill(support.path(), *clock, random);
     benchStore(support.path(), *clock, random);

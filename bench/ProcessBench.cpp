@@ -2,11 +2,12 @@
 #include "app/programs/ProcessRunner.h"
 #include "bench/Measure.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/linux/SpawnLauncher.h"
 #include "platform/memory/FixedFolders.h"
 #include "platform/memory/ManualClock.h"
 #include "tests/support/Await.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <cstdio>
 #include <fcntl.h>
@@ -44,7 +45,7 @@ struct Services {
     TemporaryFolder folder;
     ThreadExecutor home{"home"};
     ThreadExecutor workers{"workers"};
-    SpawnLauncher launcher;
+    SystemLauncher launcher;
     ManualClock clock;
 };
 

@@ -1,11 +1,11 @@
 #include "bench/Measure.h"
 #include "foundation/Text.h"
 #include "foundation/TextPattern.h"
-#include "platform/linux/BoottimeClock.h"
-#include "platform/linux/SystemRandom.h"
 #include "shared/base/Require.h"
 #include "tests/support/AwaitedStores.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <cstdio>
 #include <functional>
@@ -50,7 +50,7 @@ std::vector<Text> texts() {
 /// A store with this text as a note of the phone.
 struct Stored {
     TemporaryFolder support;
-    std::unique_ptr<BoottimeClock> clock = BoottimeClock::create().value();
+    std::unique_ptr<SystemClock> clock = SystemClock::create().value();
     SystemRandom random;
     AwaitedNotes store{support.path(), *clock, random};
     MorvexNote note{random.uuid(), "Poznámka", {}, clock->now(), clock->now(), 1, {}};

@@ -3,11 +3,11 @@
 #include "foundation/Printable.h"
 #include "foundation/TaskScope.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/linux/BoottimeClock.h"
-#include "platform/linux/SpawnLauncher.h"
 #include "platform/posix/OwnEnvironment.h"
 #include "tests/support/Await.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <cstdio>
 #include <string>
@@ -61,11 +61,11 @@ Task<void> work(Check check, std::string folder, std::optional<std::string> sess
 }
 
 int run() {
-    auto clock = BoottimeClock::create();
+    auto clock = SystemClock::create();
     vyzaduj(clock.has_value(), "there is no clock");
     TemporaryFolder first;
     TemporaryFolder second;
-    SpawnLauncher launcher;
+    SystemLauncher launcher;
     ThreadExecutor main("main");
     ThreadExecutor workers("workers");
     ProgramDiscovery discovery(launcher, **clock, workers, {ownEnvironment(), first.path()});

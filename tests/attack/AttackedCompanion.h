@@ -1,12 +1,13 @@
 #pragma once
 
-#include "platform/linux/SystemRandom.h"
 #include "tests/attack/HostileRelay.h"
 #include "tests/attack/MemoryMeter.h"
 #include "tests/support/Devices.h"
 #include "tests/support/PhoneDevice.h"
 #include "tests/support/RealCompanion.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <gtest/gtest.h>
 

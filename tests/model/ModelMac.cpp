@@ -171,8 +171,10 @@ std::optional<ScriptedPrograms::Answer> ModelMac::answer(const OutsideProgram& p
 }
 
 CompanionServices ModelMac::services() {
-    return desktop_.services({executor_, disk_, disk_, disk_}, {{executor_, clock, network}, random_},
-                             network, store_, {{"PATH", (folder_ / "bin").string() + ":/usr/bin:/bin"}});
+    return desktop_.services(
+        {.main = executor_, .storage = disk_, .records = disk_, .workers = disk_},
+        {.relay = {.executor = executor_, .clock = clock, .sockets = network}, .random = random_}, network,
+        store_, {{"PATH", (folder_ / "bin").string() + ":/usr/bin:/bin"}});
 }
 
 } // namespace morvex

@@ -104,8 +104,10 @@ std::vector<MacStatus> CompanionHarness::takeStatuses() {
 }
 
 CompanionServices CompanionHarness::services() {
-    return FakeDesktop::services({executor, *storage, *records, *workers},
-                                 {{executor, clock, sockets}, random}, http, store, environment, "1.2.3 (4)");
+    return FakeDesktop::services(
+        {.main = executor, .storage = *storage, .records = *records, .workers = *workers},
+        {.relay = {.executor = executor, .clock = clock, .sockets = sockets}, .random = random}, http, store,
+        environment, "1.2.3 (4)");
 }
 
 } // namespace morvex

@@ -93,8 +93,10 @@ void RealCompanion::turnNetwork() {
 }
 
 CompanionServices RealCompanion::services() {
-    return desktop_.services({main_, main_, main_, workers_},
-                             {{network_.executor(), clock_, sockets_}, random_}, http_, store_);
+    return desktop_.services(
+        {.main = main_, .storage = main_, .records = main_, .workers = workers_},
+        {.relay = {.executor = network_.executor(), .clock = clock_, .sockets = sockets_}, .random = random_},
+        http_, store_);
 }
 
 } // namespace morvex

@@ -9,7 +9,6 @@
 #include "app/companion/ToolGate.h"
 #include "app/features/FeatureContext.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/linux/SystemRandom.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
@@ -17,6 +16,8 @@
 #include "tests/support/CuttableSockets.h"
 #include "tests/support/FakeDesktop.h"
 #include "tests/support/HastyHttp.h"
+
+#include MORVEX_BASICS
 
 #include <future>
 #include <memory>

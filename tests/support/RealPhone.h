@@ -1,10 +1,11 @@
 #pragma once
 
-#include "platform/linux/SystemRandom.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "shared-apple/SecureLink.h"
 #include "tests/support/CuttableSockets.h"
+
+#include MORVEX_BASICS
 
 #include <chrono>
 #include <condition_variable>

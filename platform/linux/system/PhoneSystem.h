@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/SystemRandom.h"
 #include "platform/linux/system/Basics.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"

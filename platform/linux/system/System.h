@@ -9,10 +9,8 @@
 #include "platform/linux/NetlinkMonitor.h"
 #include "platform/linux/OrphanWatch.h"
 #include "platform/linux/PortalColorScheme.h"
-#include "platform/linux/SpawnLauncher.h"
 #include "platform/linux/StatusNotifierTray.h"
 #include "platform/linux/SysfsPower.h"
-#include "platform/linux/SystemRandom.h"
 #include "platform/linux/UPowerMonitor.h"
 #include "platform/linux/VaultChoice.h"
 #include "platform/linux/XdgAutostart.h"
@@ -64,7 +62,7 @@ struct System {
     NetlinkMonitor network;
     LogindSleepInhibitor inhibitor;
     XdgAutostart loginItem;
-    SpawnLauncher processes;
+    SystemLauncher processes;
     DesktopUrlOpener opener;
 };
 

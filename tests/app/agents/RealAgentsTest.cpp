@@ -1,10 +1,11 @@
 #include "app/agents/AgentRunner.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/linux/SpawnLauncher.h"
 #include "platform/memory/ManualClock.h"
 #include "tests/app/programs/RealPrograms.h"
 #include "tests/support/Await.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <gtest/gtest.h>
 
@@ -30,7 +31,7 @@ class RealAgentsTest : public testing::Test {
         Services() { std::filesystem::create_directories(folder.path() / "work"); }
 
         TemporaryFolder folder;
-        SpawnLauncher launcher;
+        SystemLauncher launcher;
         ManualClock clock;
         ThreadExecutor main{"main"};
         ThreadExecutor workers{"workers"};

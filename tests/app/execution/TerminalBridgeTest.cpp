@@ -4,11 +4,12 @@
 #include "foundation/OneShot.h"
 #include "foundation/Text.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/linux/SpawnLauncher.h"
 #include "shared/base/SystemError.h"
 #include "tests/app/execution/TerminalFixture.h"
 #include "tests/app/execution/TerminalTable.h"
 #include "tests/support/Await.h"
+
+#include MORVEX_BASICS
 
 #include <cerrno>
 #include <fstream>
@@ -279,7 +280,7 @@ TEST_F(TerminalBridgeTest, CallsDoNotExcludeEachOther) {
 
 TEST_F(TerminalBridgeTest, ARealCommandShowsWhatLiesInTheFolder) {
     tree.file("home/Projects/plán.txt", "x");
-    SpawnLauncher launcher;
+    SystemLauncher launcher;
     ThreadExecutor home("home");
     ThreadExecutor workers("workers");
     ProgramDiscovery real(launcher, clock, workers,

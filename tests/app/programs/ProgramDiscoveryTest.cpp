@@ -2,13 +2,14 @@
 
 #include "foundation/Text.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/linux/SpawnLauncher.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/memory/ScriptedPrograms.h"
 #include "shared/base/SystemError.h"
 #include "tests/support/Await.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <gtest/gtest.h>
 
@@ -361,7 +362,7 @@ TEST_F(ProgramDiscoveryTest, ToolsGetTheOwnEnvironmentForPlainText) {
 TEST(ProgramDiscovery, ARealShellWithABannerGivesThePathOfItsStartUpFiles) {
     TemporaryFolder folder;
     std::ofstream(folder.path() / ".bash_profile") << "echo Welcome\nexport PATH=/from/profile:$PATH\n";
-    SpawnLauncher launcher;
+    SystemLauncher launcher;
     ManualClock clock;
     ThreadExecutor home("home");
     ThreadExecutor workers("workers");

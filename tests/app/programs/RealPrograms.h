@@ -2,10 +2,11 @@
 
 #include "app/programs/ProcessRunner.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/linux/SpawnLauncher.h"
 #include "platform/memory/ManualClock.h"
 #include "tests/support/Await.h"
 #include "tests/support/TemporaryFolder.h"
+
+#include MORVEX_BASICS
 
 #include <algorithm>
 #include <chrono>
@@ -110,7 +111,7 @@ class RealPrograms {
 
     static constexpr std::chrono::seconds limit{60};
     ThreadExecutor home{"home"};
-    SpawnLauncher launcher;
+    SystemLauncher launcher;
     ManualClock clock;
 };
 
