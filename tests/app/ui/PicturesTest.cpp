@@ -163,6 +163,19 @@ TEST_F(PicturesTest, Sheets) {
     press("Odebrat: Sklad");
     expectApproved(pictureOf(window()), "sheet-app-removal");
     press("Zrušit");
+    const auto offers = [](const std::string& description) {
+        return HttpReply{200,
+                         R"({"result":{"tools":[{"name":"find","description":")" + description +
+                             R"("},{"name":"remove","description":"Smaže položku."}]}})",
+                         {}};
+    };
+    http.replies.assign({offers("Najde položku ve skladu."), {503, "", {}}});
+    features->customApps.service().refreshSoon();
+    settle();
+    expectApproved(pictureOf(window()), "sheet-apps-news");
+    press("Změny nástrojů: Sklad");
+    expectApproved(pictureOf(window()), "sheet-tool-news");
+    press("Zavřít");
     press("Přidat aplikaci");
     expectApproved(pictureOf(window()), "sheet-app-editor");
     press("Uložit");
