@@ -1,5 +1,6 @@
 #include "tests/model/ModelPhone.h"
 
+#include "platform/memory/FixedLocalTime.h"
 #include "shared/base/Require.h"
 #include "tests/support/ScriptedKeyboard.h"
 
@@ -18,20 +19,24 @@ struct ModelPhone::Program {
           inbox(phone.clock, interruption.get_token()),
           keyboard(inbox),
           terminal({phone.answers_}, {phone.notes_}),
-          parts{std::move(given),
-                {{phone.executor_, phone.clock, phone.network}, phone.random_},
-                phone.network,
-                phone.store_,
-                settings,
-                records,
-                tasks,
-                inbox,
-                keyboard,
-                terminal} {
+          parts{
+              .options = std::move(given),
+              .link = {.relay = {.executor = phone.executor_, .clock = phone.clock, .sockets = phone.network},
+                       .random = phone.random_},
+              .http = phone.network,
+              .localTime = localTime,
+              .store = phone.store_,
+              .settings = settings,
+              .records = records,
+              .tasks = tasks,
+              .inbox = inbox,
+              .keyboard = keyboard,
+              .terminal = terminal} {
         keyboard.interactive = true;
     }
 
     std::stop_source interruption;
+    FixedLocalTime localTime;
     PhoneRecords records;
     PhoneTasks tasks;
     PhoneSettings settings;

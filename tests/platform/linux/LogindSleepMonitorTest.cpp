@@ -83,7 +83,7 @@ TEST_F(LogindSleepMonitorTest, AfterTheWatchingNothingIsToldOrDelayed) {
     ASSERT_TRUE(eventuallyHolds(delay));
     watching.clear();
     sendPrepare(prepareForSleep, true);
-    EXPECT_TRUE(eventuallyHolds(none));
+    ASSERT_TRUE(eventuallyHolds(none));
 
     LogindSleepMonitor second(systemBus());
     watch(second);
