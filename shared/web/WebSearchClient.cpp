@@ -4,11 +4,11 @@
 #include "shared/base/Try.h"
 #include "shared/web/WebSearchError.h"
 #include "shared/wire/Describe.h"
+#include "shared/wire/HttpsHost.h"
 #include "shared/wire/Json.h"
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
-#include <boost/url.hpp>
 
 #include <optional>
 #include <set>
@@ -69,12 +69,11 @@ std::optional<WebSearchSource> sourceIn(const boost::json::value& value) {
     if (const auto* inner = objectIn(*object, "url_citation")) object = inner;
     const auto* url = textIn(*object, "url");
     if (!url) return std::nullopt;
-    const auto parsed = boost::urls::parse_uri(std::string_view(*url));
-    if (!parsed || parsed->scheme_id() != boost::urls::scheme::https || parsed->encoded_host().empty())
-        return std::nullopt;
+    auto host = httpsHost(*url);
+    if (!host) return std::nullopt;
     const auto* title = textIn(*object, "title");
     auto words = title ? trim(std::string_view(*title)) : std::string();
-    if (words.empty()) words = parsed->host();
+    if (words.empty()) words = *std::move(host);
     return WebSearchSource{std::move(words), std::string(*url)};
 }
 
