@@ -43,8 +43,8 @@ void ConsoleApps::print() const {
     for (const auto& app : apps) {
         services_.output.line("Aplikace: " + described(app));
         if (app.outcome) services_.output.line("  " + app.outcome->popis().czech());
-        if (!app.news.empty())
-            services_.output.line("  Změněné nebo nové nástroje: " + std::to_string(app.news.size()) +
+        if (app.news > 0)
+            services_.output.line("  Změněné nebo nové nástroje: " + std::to_string(app.news) +
                                   ". Ukáže je „aplikace zmeny " + app.name + "“.");
     }
     services_.output.trouble(services_.apps.problem());
@@ -76,9 +76,10 @@ void ConsoleApps::removeApp(const AppSummary& app) {
 }
 
 void ConsoleApps::showNews(const AppSummary& app) {
-    if (app.news.empty()) return services_.output.line("Od posledního pohledu se nic nezměnilo.");
-    shown_[app.id] = app.news;
-    for (const auto& tool : app.news) {
+    const auto news = services_.apps.news(app.id);
+    if (news.empty()) return services_.output.line("Od posledního pohledu se nic nezměnilo.");
+    shown_[app.id] = news;
+    for (const auto& tool : news) {
         services_.output.line((tool.known ? "Změněný nástroj: " : "Nový nástroj: ") + tool.name);
         if (tool.known)
             services_.output.foreign("Bylo: " + tool.known->description + " " + tool.known->schema);

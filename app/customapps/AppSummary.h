@@ -1,11 +1,10 @@
 #pragma once
 
 #include "app/customapps/AppOutcome.h"
-#include "app/customapps/SeenTools.h"
 
+#include <cstddef>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace morvex {
 
@@ -17,7 +16,7 @@ struct AppSummary {
     bool enabled = true;
     bool comesFromIPhone = false;
     std::optional<AppOutcome> outcome = {}; ///< absent for an app that was not asked
-    std::vector<SeenTool> news = {};        ///< tools that have changed or are new
+    std::size_t news = 0;                   ///< tools that have changed or are new
     bool holdsChanges = false;              ///< such tools wait until a person has looked
 
     bool operator==(const AppSummary&) const = default;

@@ -60,6 +60,7 @@ void CustomToolCatalogue::clear() {
     refreshing_.request_stop();
     routes_.clear();
     tools_.clear();
+    count_ = 0;
     bytes_ = 0;
     apps_.clear();
     outcomes_.clear();
@@ -111,23 +112,26 @@ std::shared_ptr<McpServer> CustomToolCatalogue::serverOf(const StoredApp& app) {
 
 AppOutcome CustomToolCatalogue::take(const StoredApp& app, const ToolList& list) {
     auto tools = customTools(app, list, [this](const std::string& name) { return routes_.contains(name); });
-    std::vector<DescribedTool> described;
-    described.reserve(tools.size());
-    for (const auto& tool : tools) described.push_back(tool.described);
-    const auto mayOffer = services_.seen.compare(app.id, described);
+    std::erase_if(tools, [this](const CustomTool& tool) { return !fits(tool); });
+    std::vector<NamedDescription> named;
+    named.reserve(tools.size());
+    for (const auto& tool : tools) named.push_back({tool.remoteName, tool.seen});
+    const auto mayOffer = services_.seen.compare(app.id, named);
     AppOutcome outcome;
     for (std::size_t i = 0; i < tools.size(); ++i) {
-        const auto size = tools[i].descriptor.summary.size() + tools[i].descriptor.parametersJSON.size();
-        if (!mayOffer[i]) {
-            ++outcome.waiting;
-        } else if (tools_.size() < customToolLimits::mostInAll &&
-                   bytes_ + size <= customToolLimits::longestInAll) {
-            ++outcome.tools;
-            bytes_ += size;
-            add(app, std::move(tools[i]));
-        }
+        if (mayOffer[i]) add(app, std::move(tools[i]));
+        ++(mayOffer[i] ? outcome.tools : outcome.waiting);
     }
     return outcome;
+}
+
+/// Takes its room, if there is any.
+bool CustomToolCatalogue::fits(const CustomTool& tool) {
+    const auto size = tool.descriptor.summary.size() + tool.descriptor.parametersJSON.size();
+    if (count_ == customToolLimits::mostInAll || bytes_ + size > customToolLimits::longestInAll) return false;
+    ++count_;
+    bytes_ += size;
+    return true;
 }
 
 void CustomToolCatalogue::add(const StoredApp& app, CustomTool tool) {

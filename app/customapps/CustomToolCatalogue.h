@@ -70,6 +70,7 @@ class CustomToolCatalogue final : public ToolSource {
     Task<McpServer::Caller> callerFor(std::string appID, Clock::Duration deadline, std::stop_token stop);
     std::shared_ptr<McpServer> serverOf(const StoredApp& app);
     AppOutcome take(const StoredApp& app, const ToolList& list);
+    bool fits(const CustomTool& tool);
     void add(const StoredApp& app, CustomTool tool);
     void note(const std::string& appID, AppOutcome outcome);
     Task<ToolOutcome> runTool(ToolCall call);
@@ -79,7 +80,8 @@ class CustomToolCatalogue final : public ToolSource {
     std::int64_t sequence_ = 0;
     std::map<std::string, Route> routes_; ///< by public name
     std::vector<std::shared_ptr<const Tool>> tools_;
-    std::size_t bytes_ = 0;                 ///< of the summaries and schemas
+    std::size_t count_ = 0;                 ///< tools that are offered or wait
+    std::size_t bytes_ = 0;                 ///< of their summaries and schemas
     std::map<std::string, StoredApp> apps_; ///< those of the last refresh, by id
     std::map<std::string, std::shared_ptr<McpServer>> servers_;
     std::map<std::string, AppOutcome> outcomes_; ///< by app

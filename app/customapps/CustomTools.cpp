@@ -40,6 +40,13 @@ std::optional<DescribedTool> described(const boost::json::value& element) {
     return isUsable ? std::optional(std::move(described)) : std::nullopt;
 }
 
+std::optional<ListedTool> listed(const boost::json::value& element) {
+    auto tool = described(element);
+    if (!tool) return std::nullopt;
+    auto seen = SeenDescription::of(*tool);
+    return ListedTool{*std::move(tool), std::move(seen)};
+}
+
 std::string summaryOf(const StoredApp& app, const DescribedTool& tool) {
     auto description = trim(visibleText(tool.description));
     if (description.empty()) description = visibleText(tool.name);
@@ -63,7 +70,7 @@ ToolList toolList(const boost::json::object& result) {
     ToolList tools;
     if (!elements || !elements->is_array()) return tools;
     tools.reserve(elements->get_array().size());
-    for (const auto& element : elements->get_array()) tools.push_back(described(element));
+    for (const auto& element : elements->get_array()) tools.push_back(listed(element));
     return tools;
 }
 
@@ -77,12 +84,13 @@ std::vector<CustomTool> customTools(const StoredApp& app, const ToolList& list,
         ++position;
         if (!element) continue;
         if (tools.size() == customToolLimits::mostOfApp) break;
-        auto name = customToolName(app.id, element->name);
+        const auto& described = element->described;
+        auto name = customToolName(app.id, described.name);
         if (!isFree(name)) name += "." + std::to_string(position);
         if (!isFree(name)) continue;
         own.insert(name);
-        ToolDescriptor descriptor{name, summaryOf(app, *element), ToolRisk::change, element->schema, false};
-        tools.push_back({element->name, std::move(descriptor), *element});
+        ToolDescriptor descriptor{name, summaryOf(app, described), ToolRisk::change, described.schema, false};
+        tools.push_back({described.name, std::move(descriptor), element->seen});
     }
     return tools;
 }

@@ -33,16 +33,22 @@ inline constexpr std::size_t longestInAll = 1024 * 1024;
 struct CustomTool {
     std::string remoteName;    ///< on the server
     ToolDescriptor descriptor; ///< under this computer's own name of the tool
-    DescribedTool described;   ///< what the server says of it
+    SeenDescription seen;      ///< what the server says of it
 };
 
 /// The public name of an app's tool: "mac.custom.", the app's prefix, ".", and the remote name. It has at
 /// most 62 characters.
 std::string customToolName(std::string_view appID, std::string_view remoteName);
 
+/// A tool in the list of a server.
+struct ListedTool {
+    DescribedTool described;
+    SeenDescription seen;
+};
+
 /// What the server of an app says of its tools, in its order. An element that cannot be used has no value,
 /// but keeps its place.
-using ToolList = std::vector<std::optional<DescribedTool>>;
+using ToolList = std::vector<std::optional<ListedTool>>;
 
 /// Reads the `tools` in the result of `tools/list`; none if that is no array. May take some milliseconds.
 ToolList toolList(const boost::json::object& result);

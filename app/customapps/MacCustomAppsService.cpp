@@ -62,7 +62,7 @@ AppSummary MacCustomAppsService::summaryOf(const StoredApp& app) const {
             app.isEnabled(),
             !app.isFromMac(),
             outcome ? std::optional(*outcome) : std::nullopt,
-            services_.seen.news(app.id),
+            services_.seen.countNews(app.id),
             services_.seen.holdsChanges(app.id)};
 }
 

@@ -61,6 +61,9 @@ class MacCustomAppsService {
         return catalogue_.callTool(std::move(name), std::move(arguments), {});
     }
 
+    /// The tools of an app that have changed or are new.
+    [[nodiscard]] std::vector<SeenTool> news(const std::string& id) const { return services_.seen.news(id); }
+
     /// A person has looked at these news of an app's tools.
     void looked(const std::string& id, const std::vector<SeenTool>& shown);
     /// Why what was seen of the tools could not be saved.

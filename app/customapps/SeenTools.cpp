@@ -1,14 +1,14 @@
 #include "app/customapps/SeenTools.h"
 
-#include "foundation/Text.h"
 #include "shared/base/Base64.h"
+#include "shared/base/Utf8.h"
 #include "shared/trust/Crypto.h"
 #include "shared/wire/CanonicalJson.h"
 #include "shared/wire/Describe.h"
 
 #include <algorithm>
 #include <iterator>
-#include <map>
+#include <set>
 #include <utility>
 
 namespace morvex {
@@ -46,24 +46,15 @@ void add(std::string& text, const std::string& part) {
     text.append(std::to_string(part.size())).append(":").append(part);
 }
 
-SeenDescription descriptionOf(const DescribedTool& tool) {
-    const auto schema = canonicalJson(tool.schema);
-    std::string all;
-    add(all, tool.name);
-    add(all, tool.description);
-    add(all, schema);
-    return {base64Encode(sha256(asBytes(all))), firstCharacters(tool.description, SeenTools::mostShown),
-            firstCharacters(schema, SeenTools::mostShown)};
-}
-
 /// The names of the tools; a name that comes again gets its number.
-std::vector<std::string> distinctNames(const std::vector<DescribedTool>& tools) {
+std::vector<std::string> distinctNames(const std::vector<NamedDescription>& tools) {
     std::map<std::string, int> counts;
     std::vector<std::string> names;
     names.reserve(tools.size());
     for (const auto& tool : tools) {
-        const int count = ++counts[tool.name];
-        names.push_back(count == 1 ? tool.name : tool.name + '\n' + std::to_string(count));
+        const auto& name = tool.name;
+        const int count = ++counts[name];
+        names.push_back(count == 1 ? name : name + '\n' + std::to_string(count));
     }
     return names;
 }
@@ -83,16 +74,17 @@ void dropNewsOfGone(std::vector<SeenTool>& tools, const std::map<std::string, st
         if (!present.contains(tool.name)) tool.news.reset();
 }
 
-void forgetGone(std::vector<SeenTool>& tools, const std::map<std::string, std::size_t>& present) {
-    std::size_t surplus = tools.size() - std::min(tools.size(), SeenTools::mostTools);
-    std::erase_if(tools, [&](const SeenTool& tool) {
-        const bool goes = surplus > 0 && !present.contains(tool.name);
-        if (goes) --surplus;
-        return goes;
-    });
-}
-
 } // namespace
+
+SeenDescription SeenDescription::of(const DescribedTool& tool) {
+    const auto schema = canonicalJson(tool.schema);
+    std::string all;
+    add(all, tool.name);
+    add(all, tool.description);
+    add(all, schema);
+    return {base64Encode(sha256(asBytes(all))), firstBytes(tool.description, SeenTools::mostShown),
+            firstBytes(schema, SeenTools::mostShown)};
+}
 
 SeenTools::SeenTools(const std::filesystem::path& applicationSupport, Saving saving)
     : file_(applicationSupport / "Morvex" / "custom-app-tools.json"),
@@ -100,7 +92,8 @@ SeenTools::SeenTools(const std::filesystem::path& applicationSupport, Saving sav
       saves_(saving,
              {[this] { return beginSave(); }, [this](const Result<void>& saved) { endSave(saved); }}) {}
 
-std::vector<bool> SeenTools::compare(const std::string& id, const std::vector<DescribedTool>& tools) {
+std::vector<bool> SeenTools::compare(const std::string& id, const std::vector<NamedDescription>& tools) {
+    ++lists_;
     const auto names = distinctNames(tools);
     auto app = find(id) ? *find(id) : SeenApp{.id = id};
     std::map<std::string, std::size_t> places;
@@ -108,7 +101,8 @@ std::vector<bool> SeenTools::compare(const std::string& id, const std::vector<De
     std::map<std::string, std::size_t> present;
     for (std::size_t i = 0; i < tools.size(); ++i) {
         present.emplace(names[i], i);
-        auto described = descriptionOf(tools[i]);
+        namedBy_[{id, names[i]}] = lists_;
+        auto described = tools[i].seen;
         if (const auto place = places.find(names[i]); place != places.end())
             note(app.tools[place->second], std::move(described));
         else if (app.isListed)
@@ -118,7 +112,7 @@ std::vector<bool> SeenTools::compare(const std::string& id, const std::vector<De
     }
     app.isListed = true;
     dropNewsOfGone(app.tools, present);
-    forgetGone(app.tools, present);
+    forgetBeyond(app);
 
     std::vector<bool> offered(tools.size(), true);
     if (app.holdsChanges)
@@ -126,9 +120,36 @@ std::vector<bool> SeenTools::compare(const std::string& id, const std::vector<De
             if (tool.news) offered[present.at(tool.name)] = false;
     if (!find(id) || app != *find(id)) {
         entry(id) = std::move(app);
+        forgetBeyondAll();
         save();
     }
     return offered;
+}
+
+std::uint64_t SeenTools::lastNamed(const std::string& app, const std::string& tool) const {
+    const auto list = namedBy_.find({app, tool});
+    return list == namedBy_.end() ? 0 : list->second;
+}
+
+void SeenTools::forgetBeyond(SeenApp& app) {
+    const auto age = [&](const SeenTool& tool) { return lastNamed(app.id, tool.name); };
+    while (app.tools.size() > mostOfApp) app.tools.erase(std::ranges::min_element(app.tools, {}, age));
+}
+
+void SeenTools::forgetBeyondAll() {
+    std::vector<std::uint64_t> ages;
+    for (const auto& app : archive_.apps)
+        for (const auto& tool : app.tools) ages.push_back(lastNamed(app.id, tool.name));
+    if (ages.size() <= mostInAll) return;
+    auto surplus = ages.size() - mostInAll;
+    std::ranges::nth_element(ages, ages.begin() + static_cast<std::ptrdiff_t>(surplus));
+    const auto youngestGone = ages[surplus];
+    for (auto& app : archive_.apps)
+        std::erase_if(app.tools, [&](const SeenTool& tool) {
+            const bool goes = surplus > 0 && lastNamed(app.id, tool.name) <= youngestGone;
+            if (goes) --surplus;
+            return goes;
+        });
 }
 
 std::vector<SeenTool> SeenTools::news(const std::string& app) const {
@@ -137,6 +158,13 @@ std::vector<SeenTool> SeenTools::news(const std::string& app) const {
         std::ranges::copy_if(seen->tools, std::back_inserter(news),
                              [](const SeenTool& tool) { return tool.news.has_value(); });
     return news;
+}
+
+std::size_t SeenTools::countNews(const std::string& app) const {
+    const auto* seen = find(app);
+    return seen ? static_cast<std::size_t>(std::ranges::count_if(
+                      seen->tools, [](const SeenTool& tool) { return tool.news.has_value(); }))
+                : 0;
 }
 
 void SeenTools::looked(const std::string& app, const std::vector<SeenTool>& shown) {

@@ -10,8 +10,10 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace morvex {
@@ -26,8 +28,11 @@ struct DescribedTool {
 /// A description that was seen once.
 struct SeenDescription {
     std::string digest;      ///< SHA-256 of name, description and schema in canonical form, in base64
-    std::string description; ///< the first characters of it
-    std::string schema;      ///< the first characters of its canonical form
+    std::string description; ///< the beginning of it
+    std::string schema;      ///< the beginning of its canonical form
+
+    /// Of a tool. May take some milliseconds for a large schema.
+    static SeenDescription of(const DescribedTool& tool);
 
     bool operator==(const SeenDescription&) const = default;
 };
@@ -39,6 +44,12 @@ struct SeenTool {
     std::optional<SeenDescription> news;  ///< what the server says now, where a person has not looked at it
 
     bool operator==(const SeenTool&) const = default;
+};
+
+/// What a server says of a tool now.
+struct NamedDescription {
+    std::string name;
+    SeenDescription seen;
 };
 
 struct SeenApp {
@@ -65,10 +76,11 @@ extern template struct Codec<SeenToolsArchive>;
 /// once and written on the storage thread. The owner awaits `saved` before it destroys this object.
 class SeenTools {
   public:
-    /// Tools of one app that are remembered, those that are gone included. Those that are gone are forgotten
-    /// first, in the order in which they were seen.
-    static constexpr std::size_t mostTools = 512;
-    /// Characters of a description, and of a schema, that are kept to be shown.
+    /// Tools of one app, and of all, that are remembered, those that are gone included. Beyond that those are
+    /// forgotten that no list of this run of the program has named, or has named longest ago.
+    static constexpr std::size_t mostOfApp = 512;
+    static constexpr std::size_t mostInAll = 4'096;
+    /// Bytes of a description, and of a schema, that are kept to be shown.
     static constexpr std::size_t mostShown = 2'000;
 
     /// Reads the file.
@@ -77,10 +89,13 @@ class SeenTools {
     /// Compares what a server offers with what was seen before. Returns for each tool, in their order,
     /// whether it may be offered. The first list of an app is taken as it is. Tools of the same name are told
     /// apart by their order.
-    std::vector<bool> compare(const std::string& app, const std::vector<DescribedTool>& tools);
+    std::vector<bool> compare(const std::string& app, const std::vector<NamedDescription>& tools);
 
     /// The tools of the app with news, in the order in which they were seen.
     [[nodiscard]] std::vector<SeenTool> news(const std::string& app) const;
+
+    /// How many these are.
+    [[nodiscard]] std::size_t countNews(const std::string& app) const;
 
     /// A person has looked at these news of the app. What has changed again meanwhile stays news.
     void looked(const std::string& app, const std::vector<SeenTool>& shown);
@@ -102,6 +117,11 @@ class SeenTools {
     }
 
   private:
+    using Place = std::pair<std::string, std::string>; ///< an app and the name of a tool
+
+    void forgetBeyond(SeenApp& app);
+    void forgetBeyondAll();
+    [[nodiscard]] std::uint64_t lastNamed(const std::string& app, const std::string& tool) const;
     [[nodiscard]] const SeenApp* find(const std::string& app) const;
     SeenApp& entry(const std::string& app);
     SaveQueue::Save beginSave();
@@ -110,6 +130,8 @@ class SeenTools {
 
     RecordFile<SeenToolsArchive> file_;
     SeenToolsArchive archive_;
+    std::uint64_t lists_ = 0;                ///< that were compared so far
+    std::map<Place, std::uint64_t> namedBy_; ///< the last list that named a tool
     std::optional<Sentence> problem_;
     Signal<> changed_;
     SaveQueue saves_;

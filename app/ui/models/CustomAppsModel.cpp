@@ -56,7 +56,7 @@ QVariantList CustomAppsModel::readRows() const {
             {QStringLiteral("fromPhone"), app.comesFromIPhone},
             {QStringLiteral("outcome"), connected(app.outcome)},
             {QStringLiteral("failure"), failed(app.outcome)},
-            {QStringLiteral("news"), static_cast<int>(app.news.size())},
+            {QStringLiteral("news"), static_cast<int>(app.news)},
             {QStringLiteral("holdsChanges"), app.holdsChanges},
         });
     return rows;
@@ -76,10 +76,8 @@ void CustomAppsModel::askAgain() {
 }
 
 QVariantList CustomAppsModel::newsOf(const QString& id) {
-    shown_.clear();
+    shown_ = service_.news(id.toStdString());
     QVariantList rows;
-    for (auto& app : service_.apps())
-        if (app.id == id.toStdString()) shown_ = std::move(app.news);
     for (const auto& tool : shown_) rows.push_back(newsRow(tool));
     return rows;
 }

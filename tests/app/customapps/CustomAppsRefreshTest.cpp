@@ -104,12 +104,13 @@ TEST_F(CustomAppsRefreshTest, AChangedToolIsShownInItsRowUntilAPersonHasLooked) 
     const auto id = add("A");
     lend("a", "sends");
     executor.run(service.refresh());
-    const auto news = service.apps().front().news;
+    EXPECT_EQ(service.apps().front().news, 1U);
+    const auto news = service.news(id);
     ASSERT_EQ(news.size(), 1U);
     EXPECT_EQ(tools(), 1U);
     const auto before = rowChanges;
     service.looked(id, news);
-    EXPECT_TRUE(service.apps().front().news.empty());
+    EXPECT_EQ(service.apps().front().news, 0U);
     EXPECT_GT(rowChanges, before);
     executor.runUntilIdle();
     EXPECT_EQ(asked(), 2U);
@@ -124,7 +125,7 @@ TEST_F(CustomAppsRefreshTest, AHeldToolIsOfferedOnceAPersonHasLooked) {
     EXPECT_TRUE(service.apps().front().holdsChanges);
     EXPECT_EQ(tools(), 0U);
     lend("a", "sends");
-    service.looked(id, service.apps().front().news);
+    service.looked(id, service.news(id));
     executor.runUntilIdle();
     EXPECT_EQ(tools(), 1U);
 }

@@ -57,7 +57,7 @@ class McpServerTest : public testing::Test {
         if (!listed) return "waits";
         if (!*listed) return listed->error().popis().czech();
         std::string names;
-        for (const auto& tool : **listed) names += tool ? tool->name + " " : "- ";
+        for (const auto& tool : **listed) names += tool ? tool->described.name + " " : "- ";
         return names;
     }
 

@@ -36,9 +36,9 @@ class SeenToolsTest : public testing::Test {
 
     using Names = std::vector<std::string>;
 
-    static DescribedTool tool(const std::string& name, const std::string& description = "reads",
-                              const std::string& schema = "{}") {
-        return {name, description, schema};
+    static NamedDescription tool(const std::string& name, const std::string& description = "reads",
+                                 const std::string& schema = "{}") {
+        return {name, SeenDescription::of({name, description, schema})};
     }
 
     TemporaryFolder folder;
@@ -162,16 +162,27 @@ TEST_F(SeenToolsTest, AnAppThatIsGoneIsForgotten) {
     EXPECT_EQ(newsOf("app"), Names()) << "its list is a first one again";
 }
 
-TEST_F(SeenToolsTest, RemembersABoundedNumberAndForgetsThoseThatAreGoneFirst) {
-    seen->compare("app", {tool("first")});
+TEST_F(SeenToolsTest, OfAnAppThoseThatWereNamedLongestAgoAreForgottenFirst) {
+    seen->compare("app", {tool("first"), tool("second")});
     for (int round = 0; round < 3; ++round) {
-        std::vector<DescribedTool> tools;
-        for (int i = 0; i < 256; ++i) tools.push_back(tool(std::to_string(round) + "-" + std::to_string(i)));
+        std::vector<NamedDescription> tools{tool("second")};
+        for (int i = 0; i < 255; ++i) tools.push_back(tool(std::to_string(round) + "-" + std::to_string(i)));
         seen->compare("app", tools);
         seen->looked("app", seen->news("app"));
     }
-    seen->compare("app", {tool("first"), tool("2-0")});
+    seen->compare("app", {tool("first"), tool("second"), tool("2-0")});
     EXPECT_EQ(newsOf("app"), Names({"first"}));
+}
+
+TEST_F(SeenToolsTest, OfAllAppsThoseThatWereNamedLongestAgoAreForgottenFirst) {
+    const int apps = static_cast<int>(SeenTools::mostInAll / 256) + 1;
+    std::vector<NamedDescription> tools;
+    for (int i = 0; i < 256; ++i) tools.push_back(tool("t" + std::to_string(i)));
+    for (int app = 0; app < apps; ++app) seen->compare("app" + std::to_string(app), tools);
+    seen->compare("app1", tools);
+    EXPECT_EQ(newsOf("app1"), Names()) << "still known";
+    seen->compare("app0", {tool("t0")});
+    EXPECT_EQ(newsOf("app0"), Names({"t0"})) << "forgotten, and new again";
 }
 
 TEST_F(SeenToolsTest, KeepsTheBeginningOfLongDescriptionsAndTellsEveryChange) {
@@ -180,6 +191,7 @@ TEST_F(SeenToolsTest, KeepsTheBeginningOfLongDescriptionsAndTellsEveryChange) {
     seen->compare("app", {tool("a", text + "y")});
     ASSERT_EQ(newsOf("app"), Names({"a"}));
     EXPECT_EQ(seen->news("app")[0].news->description.size(), SeenTools::mostShown);
+    EXPECT_EQ(seen->countNews("app"), 1U);
 }
 
 TEST_F(SeenToolsTest, AFailedSaveIsToldAndTheNewsStay) {
