@@ -54,6 +54,14 @@ std::string tokenFrom(std::string_view text) {
     return text.size() <= longest && isPrintableAscii(text) ? std::string(text) : std::string();
 }
 
+/// The words of a server must not carry a token to the phone.
+Error withoutToken(Error error, const std::string& token) {
+    const auto* service = error.as<ServiceError>();
+    const auto* server = service ? std::get_if<ServiceError::Server>(&service->value) : nullptr;
+    if (!server || token.empty() || !server->message.contains(token)) return error;
+    return ServiceError{ServiceError::Server{"Neznámá chyba."}};
+}
+
 std::string textIn(const boost::json::object& object, std::string_view name) {
     const auto* value = object.if_contains(name);
     return value && value->is_string() ? std::string(value->get_string()) : std::string();
@@ -99,7 +107,9 @@ Task<Result<boost::json::object>> McpServer::ask(McpQuestion question, Caller ca
         version_.clear();
     }
     if (!reply) co_return std::unexpected(std::move(reply).error());
-    co_return co_await read(*std::move(reply));
+    auto result = co_await read(*std::move(reply));
+    if (!result) co_return fail(withoutToken(std::move(result).error(), caller.token));
+    co_return result;
 }
 
 Task<Result<HttpReply>> McpServer::askOnce(McpQuestion question, Caller caller) {

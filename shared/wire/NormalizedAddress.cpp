@@ -7,7 +7,8 @@ namespace morvex {
 std::optional<std::string> normalizedAddress(std::string_view text) {
     while (text.ends_with('/')) text.remove_suffix(1);
     auto parsed = boost::urls::parse_uri(text);
-    if (!parsed || parsed->scheme_id() != boost::urls::scheme::https || parsed->encoded_host().empty())
+    if (!parsed || parsed->scheme_id() != boost::urls::scheme::https || parsed->encoded_host().empty() ||
+        parsed->has_userinfo())
         return std::nullopt;
     boost::urls::url url(*parsed);
     auto path = url.encoded_path();

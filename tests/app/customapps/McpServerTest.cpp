@@ -181,6 +181,13 @@ TEST_F(McpServerTest, AnAnswerWithAnErrorIsNoFailureOfTheManner) {
     EXPECT_EQ(extraHeaders(4).at(0).second, "s1");
 }
 
+TEST_F(McpServerTest, TheWordsOfAServerNeverCarryItsToken) {
+    script({reply(R"({"error":{"message":"bad token secret"}})"),
+            reply(R"({"error":{"message":"bad token"}})")});
+    EXPECT_EQ(list("secret"), "Neznámá chyba.");
+    EXPECT_EQ(list("secret"), "bad token");
+}
+
 TEST_F(McpServerTest, ASessionThatCannotBeginIsAFailure) {
     const std::string invalid = "Vlastní aplikace vrátila neplatnou odpověď.";
 
