@@ -128,12 +128,12 @@ struct Running {
     }
 
     Task<void> endThenQuit() {
-        co_await companion.ukoncit();
+        co_await companion.shutDown();
         commands.stop();
         co_await commands.join();
-        co_await defaults.ukoncit();
+        co_await defaults.shutDown();
         std::vector<std::string> unsaved;
-        for (const auto& problem : {companion.stav().potizTrezoru.value(), defaults.unsavedProblem()})
+        for (const auto& problem : {companion.stav().vaultTrouble.value(), defaults.unsavedProblem()})
             if (problem) unsaved.push_back(problem->czech());
         if (!unsaved.empty()) complain(join(unsaved, "\n"));
         QCoreApplication::quit();

@@ -114,7 +114,7 @@ void benchEvents(Bench& bench) {
     int status = 0;
     auto command = "/usr/bin/jq -c .type '" + bench.path("events") + "' >/dev/null";
     auto jq = milliseconds([&] { status = std::system(command.c_str()); });
-    vyzaduj(status == 0, "jq failed");
+    require(status == 0, "jq failed");
     std::printf("; jq -c .type %.0f ms (%.2f times)\n", jq, runner / jq);
 }
 

@@ -32,7 +32,7 @@ BusyComputer::~BusyComputer() {
 }
 
 Task<void> BusyComputer::end(BusyComputer* self) {
-    co_await self->companion_->ukoncit();
+    co_await self->companion_->shutDown();
     self->features_.reset();
     self->companion_.reset();
 }

@@ -96,7 +96,7 @@ class Baseline {
   private:
     void run(auto init, auto update, const std::uint8_t* from, std::uint8_t* to) {
         int written = 0;
-        vyzaduj(init(context_.get(), EVP_chacha20_poly1305(), key_.data(), nonce_.data(), nullptr) == 1 &&
+        require(init(context_.get(), EVP_chacha20_poly1305(), key_.data(), nonce_.data(), nullptr) == 1 &&
                     update(context_.get(), to, &written, from, size()) == 1 && written == size(),
                 "OpenSSL does not encrypt");
     }
@@ -124,7 +124,7 @@ void bench(const char* name, std::string_view line) {
     auto took = costs(
         rounds, {[&] { frame = session.frameOf(plaintext); }, [&] { arrived = session.plaintextOf(frame); },
                  [&] { baseline.seal(); }, [&] { baseline.open(); }, [&] { plaintext = encode(payload); },
-                 [&] { vyzaduj(decode<MacPayload>(arrived) == payload, "the result changed"); }});
+                 [&] { require(decode<MacPayload>(arrived) == payload, "the result changed"); }});
     auto least = took[2].processor + took[3].processor;
     std::printf("256 KiB of %s: seal + encode %.3f ms (%.2f times), decode + open %.3f ms (%.2f times), both "
                 "%.2f times; OpenSSL %.3f + %.3f ms\n",

@@ -13,26 +13,26 @@ namespace morvex {
 
 std::uint16_t ClientProcess::Line::waitForPort() const {
     std::uint16_t port = 0;
-    vyzaduj(::read(in_, &port, sizeof port) == sizeof port, "the measuring program has gone");
+    require(::read(in_, &port, sizeof port) == sizeof port, "the measuring program has gone");
     return port;
 }
 
 void ClientProcess::Line::report() const {
     const char done = 1;
-    vyzaduj(::write(out_, &done, 1) == 1, "the measuring program has gone");
+    require(::write(out_, &done, 1) == 1, "the measuring program has gone");
 }
 
 void ClientProcess::Line::stay() const {
     char end = 0;
-    vyzaduj(::read(in_, &end, 1) == 1, "the measuring program has gone");
+    require(::read(in_, &end, 1) == 1, "the measuring program has gone");
 }
 
 ClientProcess::ClientProcess(const std::function<void(Line&)>& work) {
     std::array<int, 2> in{};
     std::array<int, 2> out{};
-    vyzaduj(::pipe2(in.data(), O_CLOEXEC) == 0 && ::pipe2(out.data(), O_CLOEXEC) == 0, "no pipes");
+    require(::pipe2(in.data(), O_CLOEXEC) == 0 && ::pipe2(out.data(), O_CLOEXEC) == 0, "no pipes");
     process_ = ::fork();
-    vyzaduj(process_ >= 0, "no process");
+    require(process_ >= 0, "no process");
     if (process_ == 0) {
         ::prctl(PR_SET_PDEATHSIG, SIGKILL);
         Line line(in[0], out[1]);
@@ -61,12 +61,12 @@ ClientProcess::~ClientProcess() {
 }
 
 void ClientProcess::begin(std::uint16_t port) const {
-    vyzaduj(::write(out_, &port, sizeof port) == sizeof port, "a client process has gone");
+    require(::write(out_, &port, sizeof port) == sizeof port, "a client process has gone");
 }
 
 void ClientProcess::waitUntilDone() const {
     char done = 0;
-    vyzaduj(::read(in_, &done, 1) == 1, "a client process has failed");
+    require(::read(in_, &done, 1) == 1, "a client process has failed");
 }
 
 } // namespace morvex

@@ -121,12 +121,12 @@ struct Bench {
         HttpRequest request{.method = "POST", .url = server.url(), .body = body};
         request.headers = {{"Content-Type", "application/json"},
                            {"Accept", "application/json, text/event-stream"}};
-        vyzaduj(await(main, client.send(std::move(request))).has_value(), "a request failed");
+        require(await(main, client.send(std::move(request))).has_value(), "a request failed");
     }
 
     void call() {
         const auto answer = await(main, catalogue.callTool("mac.custom.app0.echo", {{"text", "hi"}}, {}));
-        vyzaduj(answer.at("ok").as_bool(), "a call failed");
+        require(answer.at("ok").as_bool(), "a call failed");
     }
 };
 

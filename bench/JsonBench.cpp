@@ -104,7 +104,7 @@ std::vector<Hostile> hostileTexts() {
     for (std::size_t i = 0; i < textSize / bytesOfMember; ++i) many.push_back(std::to_string(1'000'000 + i));
     auto colliding = lettersToFill(
         '[' + objectOf(collidingNames(mostMembers, reinterpret_cast<std::uintptr_t>(tableMemory))));
-    vyzaduj(usesTheTable(colliding), "the names do not collide");
+    require(usesTheTable(colliding), "the names do not collide");
     const auto deep = std::string(60, '[') + std::string(60, ']') + ',';
     return {
         {"one object of all names", objectOf(many)},
@@ -120,7 +120,7 @@ std::vector<Hostile> hostileTexts() {
 /// `read` returns whether the text could be used, which does not matter for hostile texts.
 template <class Read>
 void bench(const char* what, const std::string& genuine, const std::vector<Hostile>& texts, Read read) {
-    std::vector<std::function<void()>> works{[&] { vyzaduj(read(genuine), "the genuine text is refused"); }};
+    std::vector<std::function<void()>> works{[&] { require(read(genuine), "the genuine text is refused"); }};
     for (const auto& hostile : texts) works.emplace_back([&hostile, &read] { (void)read(hostile.text); });
     const auto took = costs(rounds, works);
     const double honest = took.front().processor;

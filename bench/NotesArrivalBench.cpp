@@ -158,7 +158,7 @@ void benchRounds(Clock& clock, Random& random) {
     PhoneArchive archive;
     archive.notes = kilobyteNotes(clock, random);
     for (const auto& note : archive.notes) archive.unconfirmed.push_back(note.id);
-    vyzaduj(writeAtomically(support.path() / "phone/records.json", asBytes(encode(archive))).has_value(),
+    require(writeAtomically(support.path() / "phone/records.json", asBytes(encode(archive))).has_value(),
             "the phone's notes cannot be written");
     Link link(support.path(), clock, random);
     NotesPhone offering(support.path() / "phone", link.phoneLink, clock, random);

@@ -37,13 +37,13 @@ void fill(const std::filesystem::path& support, Clock& clock, Random& random) {
         if (i % 10 == 9) archive.notes.records.back().deletedAt = changed;
     }
     auto written = writeAtomically(support / "Morvex/notes-from-iphone.json", asBytes(encode(archive)));
-    vyzaduj(written.has_value(), "the notes cannot be written");
+    require(written.has_value(), "the notes cannot be written");
 }
 
 void benchStore(const std::filesystem::path& support, Clock& clock, Random& random) {
     const auto file = support / "Morvex/notes-from-iphone.json";
     AwaitedNotes store(support, clock, random);
-    vyzaduj(store.vsechny().size() == noteCount, "the notes were not read");
+    require(store.vsechny().size() == noteCount, "the notes were not read");
 
     json::value plain;
     auto load = median(9, [&] { (void)AwaitedNotes(support, clock, random); });
@@ -56,21 +56,21 @@ void benchStore(const std::filesystem::path& support, Clock& clock, Random& rand
     auto note = store.vsechny()[noteCount / 2];
     auto merge = median(9, [&] {
         ++note.revision;
-        vyzaduj(store.prijmout(note), "a note was refused");
+        require(store.prijmout(note), "a note was refused");
     });
     auto write = median(9, [&] {
         auto written = writeAtomically(support / "plain.json", asBytes(json::serialize(plain)));
-        vyzaduj(written.has_value(), "the plain file cannot be written");
+        require(written.has_value(), "the plain file cannot be written");
     });
     std::printf("merge of one note and save: %.1f ms; serialize and write alone %.1f ms (%.2f times)\n",
                 merge, write, merge / write);
 
-    auto search = median(9, [&] { vyzaduj(store.hledat("není tam", 20).empty(), "a ghost was found"); });
+    auto search = median(9, [&] { require(store.hledat("není tam", 20).empty(), "a ghost was found"); });
     auto find = median(9, [&] {
         std::size_t found = 0;
         for (const auto& one : store.notes())
             found += one.title.contains("není tam") || one.body.contains("není tam") ? 1U : 0U;
-        vyzaduj(found == 0, "a ghost was found");
+        require(found == 0, "a ghost was found");
     });
     std::printf("search through all of them: %.1f ms; comparing bytes alone %.1f ms (%.1f times)\n", search,
                 find, search / find);
@@ -115,7 +115,7 @@ double sealAndOpenAll(const Device& mac, const Device& phone, const std::vector<
             auto frame = encode(RelayMessage{RelayMessage::Forward{*std::move(envelope)}});
             auto arrived = decode<RelayMessage>(frame).value();
             auto opened = there.open(arrived.as<RelayMessage::Forward>()->envelope, clock.now()).value();
-            vyzaduj(decode<MacPayload>(opened).has_value(), "a note did not come through");
+            require(decode<MacPayload>(opened).has_value(), "a note did not come through");
         }
     });
 }

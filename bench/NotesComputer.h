@@ -77,7 +77,7 @@ class Computer {
     double callLocally(const std::string& tool, const boost::json::object& arguments, const char* expected) {
         return milliseconds([&] {
             auto answer = await(device_.main, gate_.provestMistne(tool, arguments));
-            vyzaduj(answer.contains(expected), "a tool did not answer");
+            require(answer.contains(expected), "a tool did not answer");
         });
     }
 
@@ -85,11 +85,11 @@ class Computer {
 
   private:
     Task<void> catchUp(std::shared_ptr<SecureLink> from, SecureLink::Udalost event) {
-        if (std::holds_alternative<SecureLink::Pripraveno>(event)) co_await sync_.doplnit(from);
+        if (std::holds_alternative<SecureLink::Pripraveno>(event)) co_await sync_.catchUp(from);
     }
 
     Task<void> answer(MacPayload::ToolCall call, Delivery delivery) {
-        co_await sync_.vyrizeno();
+        co_await sync_.allSettled();
         auto outcome = co_await gate_.provestNastroj({call.name, {}, delivery.requestID});
         (void)co_await delivery.link->poslat({MacPayload::ToolResult{outcome.ok, encode(outcome.result)}},
                                              delivery.requestID);
@@ -105,8 +105,8 @@ class Computer {
         scope_.stop();
         co_await scope_.join();
         co_await link_.odpojeno();
-        co_await sync_.vyrizeno();
-        co_await notes_.ulozeno();
+        co_await sync_.allSettled();
+        co_await notes_.saved();
         status_.reset();
     }
 

@@ -33,7 +33,7 @@ PlainCall::~PlainCall() {
 
 void PlainCall::once() {
     near_.write(asked_);
-    vyzaduj(near_.read() == answered_, "an echo was lost");
+    require(near_.read() == answered_, "an echo was lost");
 }
 
 } // namespace morvex

@@ -77,7 +77,7 @@ template <class Stream> struct PlainSocket::ConnectionOver : Connection {
 
     void listen() override {
         socket.async_read(dropped, [this](boost::beast::error_code closed, std::size_t) {
-            vyzaduj(!closed, "the server has let a client go");
+            require(!closed, "the server has let a client go");
             dropped.clear();
             listen();
         });

@@ -35,7 +35,7 @@ void spawnAndWait(std::vector<std::string> words) {
     ::posix_spawn_file_actions_init(&actions);
     ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
     pid_t pid = 0;
-    vyzaduj(::posix_spawn(&pid, words.front().c_str(), &actions, nullptr, arguments.data(), environ) == 0,
+    require(::posix_spawn(&pid, words.front().c_str(), &actions, nullptr, arguments.data(), environ) == 0,
             "a program of the baseline cannot be started");
     ::waitpid(pid, nullptr, 0);
     ::posix_spawn_file_actions_destroy(&actions);
@@ -57,14 +57,14 @@ void benchLines(Services& services) {
         const std::string line(79, 'x');
         for (; lines < fileSize / (line.size() + 1); ++lines) out << line << '\n';
     }
-    auto run = [&](Zachyt zachyt) {
+    auto run = [&](Capture capture) {
         std::size_t counted = 0;
         ProcessRunner runner(services.launcher, services.clock);
         auto result =
             await(services.home, runner.spustit(
                                      {.binary = "/bin/cat", .args = {file}}, std::chrono::minutes(1),
-                                     [&counted](std::string_view) { ++counted; }, zachyt));
-        vyzaduj(result && counted == lines, "lines were lost");
+                                     [&counted](std::string_view) { ++counted; }, capture));
+        require(result && counted == lines, "lines were lost");
     };
     const auto took =
         costs(5, {[&] { run({.vystup = 1'000'000}); }, [&] { run({}); },
@@ -90,11 +90,11 @@ void benchGate(Services& services) {
     ProgramDiscovery discovery(services.launcher, services.clock, services.workers,
                                {{{"PATH", "/usr/bin:/bin"}}, "/nonexistent"});
     TerminalBridge terminal({services.launcher, services.clock, discovery, services.workers});
-    auto povolene = [&] { return PovoleneSlozky({allowed.string()}, standard); };
+    auto povolene = [&] { return AllowedFolders({allowed.string()}, standard); };
     auto run = [&] {
         auto result =
             await(services.home, terminal.spustitPrikaz("ls", {allowed.string()}, {}, povolene, {}));
-        vyzaduj(result && result->status == 0, "the command did not run");
+        require(result && result->status == 0, "the command did not run");
     };
     run();
     const auto took = costs(300, {run, [&] { spawnAndWait({"/usr/bin/ls", allowed.string()}); }});

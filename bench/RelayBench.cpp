@@ -63,7 +63,7 @@ class Relay {
                 index == 1
                     ? store.join(phone.pair, phone.member(DeviceRole::mac)).has_value()
                     : store.create(phone.pair, phone.member(DeviceRole::phone), token, later).has_value();
-            vyzaduj(kept, "a pair cannot be kept");
+            require(kept, "a pair cannot be kept");
         }
         RelayOptions options;
         options.port = "0";
@@ -154,7 +154,7 @@ void pump(PlainSocket& to, PlainSocket& from, const std::string& frame, std::siz
     for (std::size_t sent = 0; sent < frames; sent += window) {
         for (std::size_t index = 0; index < window; ++index) to.write(frame);
         for (std::size_t index = 0; index < window; ++index)
-            vyzaduj(from.read().has_value(), "a frame was lost");
+            require(from.read().has_value(), "a frame was lost");
     }
 }
 
@@ -165,7 +165,7 @@ double forward(const std::vector<RelayPhone>& both, const std::string& frame, st
         const auto port = line.waitForPort();
         auto from = both[0].logIn(port, 1, security);
         auto to = both[1].logIn(port, 1, security);
-        vyzaduj(from->read().has_value(), "no presence of the peer");
+        require(from->read().has_value(), "no presence of the peer");
         pump(*from, *to, frame, frames);
         line.report();
         line.stay();

@@ -30,7 +30,7 @@ struct RelayPhone {
         socket->write(encode(RelayMessage{RelayMessage::Authenticate{
             pair, identity.deviceID(), identity.signingKey(), identity.sign(nonce)}}));
         const auto welcome = decode<RelayMessage>(socket->read().value()).value();
-        vyzaduj(welcome.as<RelayMessage::Authenticated>() != nullptr, "the relay let a phone not in");
+        require(welcome.as<RelayMessage::Authenticated>() != nullptr, "the relay let a phone not in");
         return socket;
     }
 

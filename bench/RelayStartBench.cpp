@@ -33,13 +33,13 @@ enum class Version { present, earlier };
 
 void execute(const std::filesystem::path& file, const std::string& sql) {
     auto database = Database::open(file.string()).value();
-    vyzaduj(database.execute(sql).has_value(), "the file cannot be made");
+    require(database.execute(sql).has_value(), "the file cannot be made");
 }
 
 /// Creates a file with this many pairs that wait to be forgotten.
 void lay(const std::filesystem::path& file, int count, Version version) {
     std::filesystem::remove(file);
-    vyzaduj(PairStore::open(file).has_value(), "the store cannot be made");
+    require(PairStore::open(file).has_value(), "the store cannot be made");
     const auto ended = std::to_string(wholeSeconds(today() - std::chrono::hours{2}));
     const auto rows = "WITH RECURSIVE numbers (n) AS (SELECT 1 UNION ALL SELECT n + 1 FROM numbers LIMIT " +
                       std::to_string(count) + ") ";
@@ -65,7 +65,7 @@ double startMilliseconds(const std::filesystem::path& file) {
             RelayServer::create(options, {}, PairStore::open(file).value(), [](std::string_view) {}).value();
         thread = std::thread([&] { server->run(); });
         PlainSocket socket(server->port());
-        vyzaduj(socket.read().has_value(), "no challenge");
+        require(socket.read().has_value(), "no challenge");
     });
     server->stop();
     thread.join();
@@ -94,7 +94,7 @@ void benchSweep(const std::filesystem::path& file) {
             longest = std::max(longest, milliseconds([&] { hasMore = store.sweep(today()).value(); }));
         for (bool hasMore = true; hasMore;)
             longest = std::max(longest, milliseconds([&] { hasMore = store.shrink().value(); }));
-        vyzaduj(PairStore::open(file).has_value(), "the store cannot be opened");
+        require(PairStore::open(file).has_value(), "the store cannot be opened");
     });
     std::printf(
         "sweep of %d pairs without pauses: %.1f s, the longest step %.0f ms; the file shrinks from %.0f to ",

@@ -69,7 +69,7 @@ class Bench {
     Bench() : server_(make()), thread_([this] { server_->run(); }) {
         mac_ = phones_[0].logIn(server_->port());
         phone_ = phones_[1].logIn(server_->port());
-        vyzaduj(mac_->read().has_value(), "no presence of the peer");
+        require(mac_->read().has_value(), "no presence of the peer");
     }
 
     ~Bench() {
@@ -86,7 +86,7 @@ class Bench {
         const auto frame = phones_[0].frameFor(phones_[1].identity, 200);
         honest.frames.push_back(median(framesARound, [&] {
             mac_->write(frame);
-            vyzaduj(phone_->read().has_value(), "a frame was lost");
+            require(phone_->read().has_value(), "a frame was lost");
         }));
         honest.logins.push_back(median(loginsARound, [&] { const auto socket = phones_[2].logIn(port()); }));
     }
@@ -97,7 +97,7 @@ class Bench {
         const auto hourAgo = std::chrono::time_point_cast<Date::duration>(std::chrono::system_clock::now()) -
                              std::chrono::hours{2};
         const auto keep = [&](const RelayPhone& first, const RelayPhone& second, std::uint8_t token) {
-            vyzaduj(store.create(first.pair, first.member(DeviceRole::mac), Digest{token}, hourAgo) &&
+            require(store.create(first.pair, first.member(DeviceRole::mac), Digest{token}, hourAgo) &&
                         store.join(second.pair, second.member(DeviceRole::phone)),
                     "a pair cannot be kept");
         };

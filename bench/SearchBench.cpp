@@ -40,12 +40,12 @@ void fill(const std::filesystem::path& root) {
 
 int linesOf(const std::string& command) {
     auto* output = ::popen(command.c_str(), "r");
-    vyzaduj(output != nullptr, "find cannot be started");
+    require(output != nullptr, "find cannot be started");
     std::array<char, 64UL * 1024> piece{};
     std::ptrdiff_t lines = 0;
     while (auto size = std::fread(piece.data(), 1, piece.size(), output))
         lines += std::count(piece.data(), piece.data() + size, '\n');
-    vyzaduj(::pclose(output) == 0, "find has failed");
+    require(::pclose(output) == 0, "find has failed");
     return static_cast<int>(lines);
 }
 
@@ -63,7 +63,7 @@ int main() {
     SouboryBridge bridge(worker);
     auto search = [&](const char* query, int expected) {
         auto found = await(home, bridge.hledej(query, {}, files, {{root.string()}, standard}, {}));
-        vyzaduj(found && std::cmp_equal(found->size(), expected), "the search has missed a file");
+        require(found && std::cmp_equal(found->size(), expected), "the search has missed a file");
     };
     for (const char* query : {"FAKTURA", "199999", "účtů"}) {
         const auto find = "find " + root.string() + " -type f -iname '*" + query + "*'";

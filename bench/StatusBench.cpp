@@ -19,12 +19,12 @@ void bench() {
     const MacPayload call{MacPayload::ToolCall{"mac.status", "{}"}};
     ConnectedPair pair;
     auto status = pair.phone().call("mac.status", "{}");
-    vyzaduj(status && status->ok, "the companion tells no status");
+    require(status && status->ok, "the companion tells no status");
 
     PlainCall plain(call, MacPayload{*status});
     std::vector<double> calls;
     const auto callOnce = [&] {
-        vyzaduj(pair.phone().call("mac.status", "{}").has_value(), "a call was lost");
+        require(pair.phone().call("mac.status", "{}").has_value(), "a call was lost");
         calls.push_back(Milliseconds(pair.phone().lastCall()).count());
     };
     const auto took = costs(rounds, {callOnce, [&] { plain.once(); }});

@@ -58,11 +58,11 @@ struct Stored {
     void change(const std::string& body) {
         ++note.revision;
         note.body = body;
-        vyzaduj(store.prijmout(note), "a note was refused");
+        require(store.prijmout(note), "a note was refused");
     }
 
     void search(const std::string& query) const {
-        vyzaduj(store.hledat(query, 20).empty(), "a ghost was found");
+        require(store.hledat(query, 20).empty(), "a ghost was found");
     }
 };
 

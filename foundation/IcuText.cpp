@@ -15,7 +15,7 @@ const icu::Normalizer2& decomposer() {
     static const icu::Normalizer2* instance = [] {
         UErrorCode status = U_ZERO_ERROR;
         auto* found = icu::Normalizer2::getNFDInstance(status);
-        vyzaduj(U_SUCCESS(status), "ICU has no normalization data");
+        require(U_SUCCESS(status), "ICU has no normalization data");
         return found;
     }();
     return *instance;
@@ -60,7 +60,7 @@ std::string toUtf8(const icu::UnicodeString& text) {
 icu::UnicodeString caseFolded(const icu::UnicodeString& text) {
     UErrorCode status = U_ZERO_ERROR;
     const auto* folder = icu::Normalizer2::getNFKCCasefoldInstance(status);
-    vyzaduj(U_SUCCESS(status), "ICU has no data for case folding");
+    require(U_SUCCESS(status), "ICU has no data for case folding");
     auto result = folder->normalize(text, status);
     return U_SUCCESS(status) ? result : text;
 }

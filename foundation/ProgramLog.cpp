@@ -29,7 +29,7 @@ Present& present() {
 
 ProgramLog::ProgramLog(int descriptor, const Clock& clock) : queue_(descriptor), clock_(clock) {
     const std::lock_guard lock(present().mutex);
-    vyzaduj(present().log == nullptr, "a program has two logs");
+    require(present().log == nullptr, "a program has two logs");
     present().log = this;
 }
 

@@ -12,7 +12,7 @@ SaveQueue::SaveQueue(Saving saving, Store store)
 
 SaveQueue::~SaveQueue() {
     forgetPause();
-    vyzaduj(waiting_.empty(), "a store was destroyed before it was saved");
+    require(waiting_.empty(), "a store was destroyed before it was saved");
 }
 
 SaveQueue::Ticket SaveQueue::request(std::size_t growth) {

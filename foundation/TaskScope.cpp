@@ -17,12 +17,12 @@ struct TaskScope::Root {
 
         void return_void() const noexcept {}
 
-        void unhandled_exception() const { vyzaduj(false, "an exception escaped a task of a scope"); }
+        void unhandled_exception() const { require(false, "an exception escaped a task of a scope"); }
     };
 };
 
 TaskScope::~TaskScope() {
-    vyzaduj(live_ == 0, "a task scope was destroyed before its tasks ended");
+    require(live_ == 0, "a task scope was destroyed before its tasks ended");
 }
 
 void TaskScope::spawn(Task<void> task) {

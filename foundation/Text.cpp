@@ -26,7 +26,7 @@ template <class Each> void forEachCharacter(std::string_view text, Each each) {
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
     std::unique_ptr<UText, decltype(&utext_close)> opened(
         utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status), &utext_close);
-    vyzaduj(U_SUCCESS(status), "ICU has no character boundaries");
+    require(U_SUCCESS(status), "ICU has no character boundaries");
     breaks->setText(opened.get(), status);
     for (auto end = breaks->next(); end != icu::BreakIterator::DONE; end = breaks->next())
         if (!each(static_cast<std::size_t>(end))) return;

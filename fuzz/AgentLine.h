@@ -56,11 +56,11 @@ inline bool says(std::string_view text, std::initializer_list<std::string_view> 
 
 /// `expected` comes from a second interpretation of the line by its type.
 inline void expectMessage(const std::optional<ZpravaAgenta>& zprava, const Told& expected) {
-    vyzaduj(Told::by(zprava) == expected, "an event tells other things than its type says");
+    require(Told::by(zprava) == expected, "an event tells other things than its type says");
     if (!zprava) return;
     for (const auto* said : {&zprava->relace, &zprava->prubeh, &zprava->text, &zprava->zaver})
-        vyzaduj(!*said || isValidUtf8(**said), "an event says what is no text");
-    vyzaduj(!zprava->chyba || isValidUtf8(zprava->chyba->czech()), "an event's error is no text");
+        require(!*said || isValidUtf8(**said), "an event says what is no text");
+    require(!zprava->chyba || isValidUtf8(zprava->chyba->czech()), "an event's error is no text");
 }
 
 } // namespace morvex

@@ -24,20 +24,20 @@ constexpr std::size_t longestLine = 300;
 std::vector<std::string> linesOf(std::string_view output, std::size_t pieceLength) {
     std::vector<std::string> lines;
     SberVystupu collector([&lines](std::string_view line) { lines.emplace_back(line); },
-                          Zachyt{.radek = longestLine});
+                          Capture{.line = longestLine});
     for (auto rest = output; !rest.empty();) {
         const auto piece = rest.substr(0, pieceLength);
         rest.remove_prefix(piece.size());
-        collector.pridejVystup(piece);
+        collector.addOutput(piece);
     }
     collector.dokonci();
-    vyzaduj(collector.vezmiVystup() == repairUtf8(output), "the output is not what was written");
+    require(collector.takeOutput() == repairUtf8(output), "the output is not what was written");
     return lines;
 }
 
 void expectALine(const std::string& line) {
-    vyzaduj(isValidUtf8(line) && !line.contains('\n') && line.size() <= longestLine, "what is no line");
-    vyzaduj(line.find_first_not_of(" \t") != std::string::npos, "a line that says nothing");
+    require(isValidUtf8(line) && !line.contains('\n') && line.size() <= longestLine, "what is no line");
+    require(line.find_first_not_of(" \t") != std::string::npos, "a line that says nothing");
 }
 
 } // namespace
@@ -53,14 +53,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto lines = linesOf(output, pieceLength);
     // Each piece is decoded by itself, so only a character that two pieces share may make a difference.
     if (isAscii(output))
-        vyzaduj(lines == linesOf(output, std::string_view::npos), "the pieces make other lines");
+        require(lines == linesOf(output, std::string_view::npos), "the pieces make other lines");
     SberatelZprav kept;
     std::size_t sessions = 0;
     for (const auto& line : lines) {
         expectALine(line);
         if (const auto message = agent.precti(line))
-            sessions += kept.pridej(*message) == SberatelZprav::Relace::nova;
+            sessions += kept.add(*message) == SberatelZprav::Relace::fresh;
     }
-    vyzaduj(sessions <= SberatelZprav::mostSessions, "more sessions than one run may name");
+    require(sessions <= SberatelZprav::mostSessions, "more sessions than one run may name");
     return 0;
 }

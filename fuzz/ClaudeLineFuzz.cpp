@@ -58,10 +58,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto event = eventIn(line);
     const auto zprava = claude.precti(line);
     expectMessage(zprava, event ? toldBy(*event) : Told{});
-    vyzaduj(!zprava || zprava->relace == textAt(*event, "/session_id"), "another session than the line's");
-    vyzaduj(!zprava || !zprava->chyba || !zprava->chyba->empty(), "an error has no words");
-    vyzaduj(claude.jeRelacePryc(line) == says(line, {"no conversation found", "session not found",
-                                                     "could not find session", "invalid session"}),
+    require(!zprava || zprava->relace == textAt(*event, "/session_id"), "another session than the line's");
+    require(!zprava || !zprava->chyba || !zprava->chyba->empty(), "an error has no words");
+    require(claude.isSessionGone(line) == says(line, {"no conversation found", "session not found",
+                                                      "could not find session", "invalid session"}),
             "a session is gone, or is not");
     return 0;
 }

@@ -49,12 +49,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto event = eventIn(line);
     const auto zprava = codex.precti(line);
     expectMessage(zprava, event ? toldBy(*event) : Told{});
-    vyzaduj(codex.jeRelacePryc(line) ==
+    require(codex.isSessionGone(line) ==
                 says(line, {"no such thread", "thread not found", "session not found", "invalid session"}),
             "a session is gone, or is not");
     const std::string command = "Spouštím: ";
     if (zprava && zprava->prubeh && zprava->prubeh->starts_with(command))
-        vyzaduj(countCharacters(zprava->prubeh->substr(command.size())) <= 160,
+        require(countCharacters(zprava->prubeh->substr(command.size())) <= 160,
                 "a command is shown beyond its limit");
     return 0;
 }

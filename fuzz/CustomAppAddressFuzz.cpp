@@ -12,10 +12,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace morvex;
     auto address = normalizedAddress(asText({data, size}));
     if (!address) return 0;
-    vyzaduj(std::ranges::all_of(*address, [](char each) { return each > ' ' && each < 127; }),
+    require(std::ranges::all_of(*address, [](char each) { return each > ' ' && each < 127; }),
             "a character that ends a line or a word");
-    vyzaduj(normalizedAddress(*address).has_value(), "an address that is not accepted again");
+    require(normalizedAddress(*address).has_value(), "an address that is not accepted again");
     auto scheme = lowerCase(address->substr(0, 8));
-    vyzaduj(scheme == "https://", "an address of another scheme or without a host");
+    require(scheme == "https://", "an address of another scheme or without a host");
     return 0;
 }

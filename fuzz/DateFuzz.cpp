@@ -57,10 +57,10 @@ std::time_t secondOf(const std::uint8_t* data, std::size_t size) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string text(asText({data, size}));
-    vyzaduj(parseWireDate(text) == read(text), "a text is another date, or no date");
+    require(parseWireDate(text) == read(text), "a text is another date, or no date");
     const auto second = secondOf(data, size);
     const auto form = formatDate(dateFromSeconds(second));
-    vyzaduj(form == written(second), "a date has another text");
-    vyzaduj(parseWireDate(form) == dateFromSeconds(second), "a date is another one after its way");
+    require(form == written(second), "a date has another text");
+    require(parseWireDate(form) == dateFromSeconds(second), "a date is another one after its way");
     return 0;
 }

@@ -39,9 +39,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto& [key, value] : before)
         if (value && key != "fuzz") defaults.set(key, *value);
     const ImmediateDefaults again(file.folder());
-    vyzaduj(!defaults.problem() && !again.problem(), "the settings cannot be written");
+    require(!defaults.problem() && !again.problem(), "the settings cannot be written");
     auto after = settings(again, values);
     if (before.contains("fuzz")) after["fuzz"] = before.at("fuzz");
-    vyzaduj(after == before && again.boolean("fuzz") == true, "a setting changed another one");
+    require(after == before && again.boolean("fuzz") == true, "a setting changed another one");
     return 0;
 }

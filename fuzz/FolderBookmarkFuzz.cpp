@@ -13,7 +13,7 @@ using namespace morvex;
 
 std::uint64_t inodeOf(const std::string& folder) {
     struct stat status{};
-    vyzaduj(::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode), "a bookmark leads to no folder");
+    require(::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode), "a bookmark leads to no folder");
     return status.st_ino;
 }
 
@@ -41,10 +41,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto resolved =
         bookmarks.resolve(asBytes(filledIn(asText({data, size}), folder.path().string(), inode)));
     if (!resolved) return 0;
-    vyzaduj(resolved->path.starts_with('/') && !resolved->path.contains('\0'), "a bookmark without a place");
+    require(resolved->path.starts_with('/') && !resolved->path.contains('\0'), "a bookmark without a place");
     (void)inodeOf(resolved->path);
     const auto made = bookmarks.create(resolved->path);
     const auto again = made ? bookmarks.resolve(*made) : std::nullopt;
-    vyzaduj(again && again->path == resolved->path, "a bookmark of the same folder leads elsewhere");
+    require(again && again->path == resolved->path, "a bookmark of the same folder leads elsewhere");
     return 0;
 }

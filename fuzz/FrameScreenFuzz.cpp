@@ -18,7 +18,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     auto whole = given;
     FrameScreen atOnce{start};
-    vyzaduj(atOnce.pass(whole), "nothing has gone by that could not be spoilt any more");
+    require(atOnce.pass(whole), "nothing has gone by that could not be spoilt any more");
 
     auto pieces = given;
     FrameScreen oneByOne{start};
@@ -28,6 +28,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (!oneByOne.pass(next)) return 0;
         rest = rest.subspan(next.size());
     }
-    vyzaduj(pieces == whole, "what is left depends on the pieces");
+    require(pieces == whole, "what is left depends on the pieces");
     return 0;
 }

@@ -44,18 +44,18 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto text = asText({data, size});
     const auto usual = parseDocument(text);
     const auto read = parseDocument(text, strict);
-    vyzaduj(usual.has_value() == checkReadable(text, {}).has_value(), "a text was misjudged");
-    vyzaduj(read.has_value() == checkReadable(text, strict).has_value(), "a text was misjudged");
+    require(usual.has_value() == checkReadable(text, {}).has_value(), "a text was misjudged");
+    require(read.has_value() == checkReadable(text, strict).has_value(), "a text was misjudged");
     if (!usual) {
-        vyzaduj(!read, "a text was read under narrower limits alone");
+        require(!read, "a text was read under narrower limits alone");
         return 0;
     }
     Steps steps;
     steps.add(*usual);
-    if (!steps.areWithin(strict)) vyzaduj(!read, "a text took too many steps");
+    if (!steps.areWithin(strict)) require(!read, "a text took too many steps");
     // As texts: zero with a great exponent is read as a number that does not equal itself.
     if (read)
-        vyzaduj(size <= strict.size && boost::json::serialize(*read) == boost::json::serialize(*usual),
+        require(size <= strict.size && boost::json::serialize(*read) == boost::json::serialize(*usual),
                 "limits changed a value");
     return 0;
 }

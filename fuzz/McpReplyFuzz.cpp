@@ -14,12 +14,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const auto* type : {"application/json", "text/event-stream"}) {
         const HttpReply reply{200, body, {{"content-type", type}}};
         const auto document = mcpDocument(reply);
-        vyzaduj(document.size() <= body.size(), "a document is longer than its reply");
-        vyzaduj(body.contains(document), "a document is no part of its reply");
+        require(document.size() <= body.size(), "a document is longer than its reply");
+        require(body.contains(document), "a document is no part of its reply");
         if (const auto result = mcpResult(reply))
-            vyzaduj(parseJson(encode(*result)).has_value(), "a result cannot be read again");
+            require(parseJson(encode(*result)).has_value(), "a result cannot be read again");
         else
-            vyzaduj(isValidUtf8(result.error().popis().czech()), "the words of a failure are no text");
+            require(isValidUtf8(result.error().popis().czech()), "the words of a failure are no text");
         (void)mcpRefusal(reply);
     }
     return 0;

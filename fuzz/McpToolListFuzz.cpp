@@ -18,16 +18,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::set<std::string> names;
     const auto tools =
         customTools(app, list, [](const std::string& name) { return name.ends_with("taken"); });
-    vyzaduj(tools.size() <= customToolLimits::mostOfApp, "an app lends too many tools");
+    require(tools.size() <= customToolLimits::mostOfApp, "an app lends too many tools");
     for (const auto& tool : tools) {
         const auto& name = tool.descriptor.name;
-        vyzaduj(names.insert(name).second, "two tools have one name");
-        vyzaduj(name.starts_with("mac.custom.macab12c."), "a tool has the name of another family");
-        vyzaduj(countCharacters(name) <= 62 + 8, "a name is too long");
-        vyzaduj(visibleText(tool.descriptor.summary) == tool.descriptor.summary, "a summary hides something");
-        vyzaduj(tool.descriptor.summary.ends_with('.'), "a summary does not end");
+        require(names.insert(name).second, "two tools have one name");
+        require(name.starts_with("mac.custom.macab12c."), "a tool has the name of another family");
+        require(countCharacters(name) <= 62 + 8, "a name is too long");
+        require(visibleText(tool.descriptor.summary) == tool.descriptor.summary, "a summary hides something");
+        require(tool.descriptor.summary.ends_with('.'), "a summary does not end");
         const auto schema = parseJson(tool.descriptor.parametersJSON);
-        vyzaduj(schema && schema->is_object(), "a schema is no object");
+        require(schema && schema->is_object(), "a schema is no object");
     }
     return 0;
 }

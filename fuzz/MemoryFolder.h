@@ -19,7 +19,7 @@ class MemoryFolder {
         const auto place =
             ::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : std::filesystem::temp_directory_path();
         auto pattern = (place / "morvex-fuzz-XXXXXX").string();
-        vyzaduj(::mkdtemp(pattern.data()) != nullptr, "no temporary folder");
+        require(::mkdtemp(pattern.data()) != nullptr, "no temporary folder");
         path_ = std::filesystem::canonical(pattern);
     }
 
@@ -36,7 +36,7 @@ class MemoryFolder {
     /// Replaces the content of a file; its folder must exist.
     void write(const char* name, std::string_view bytes) const {
         const int file = ::open((path_ / name).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
-        vyzaduj(file >= 0 && ::write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()),
+        require(file >= 0 && ::write(file, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size()),
                 "the input cannot be laid out");
         ::close(file);
     }

@@ -29,15 +29,15 @@ struct World {
 };
 
 void expectHeld(const PoznamkyStore& store, const Notes& expected) {
-    vyzaduj(store.vsechny() == expected, "the store holds other notes");
+    require(store.vsechny() == expected, "the store holds other notes");
     Notes shown;
     std::ranges::remove_copy_if(expected, std::back_inserter(shown), &std::optional<Date>::has_value,
                                 &MorvexNote::deletedAt);
     sortNewestFirst(shown, &MorvexNote::updatedAt);
-    vyzaduj(store.notes() == shown, "the store shows other notes");
+    require(store.notes() == shown, "the store shows other notes");
     if (shown.empty()) return;
     const auto found = store.hledat(shown.front().title, 1);
-    vyzaduj(found.size() == 1 && found.front() == shown.front(), "a note is not found by its title");
+    require(found.size() == 1 && found.front() == shown.front(), "a note is not found by its title");
 }
 
 /// The phone's next version of the first note replaces it; the previous version does not.
@@ -48,13 +48,13 @@ void mergeTheFirst(AwaitedNotes& store, Notes& expected) {
     older.body += "?";
     ++first.revision;
     first.title += "!";
-    vyzaduj(store.prijmout(first) && store.prijmout(older), "a version of the phone cannot be saved");
+    require(store.prijmout(first) && store.prijmout(older), "a version of the phone cannot be saved");
 }
 
 /// Every note that was read is sent to the phone, so it must have a valid wire form.
 void expectToTravel(const Notes& notes) {
     for (const auto& note : notes)
-        vyzaduj(decode<MacPayload>(encode(MacPayload{MacPayload::NoteUpdate{note}})).has_value(),
+        require(decode<MacPayload>(encode(MacPayload{MacPayload::NoteUpdate{note}})).has_value(),
                 "a kept note cannot travel");
 }
 
@@ -75,7 +75,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     expectHeld(store, expected);
     if (!expected.empty()) mergeTheFirst(store, expected);
     const auto made = store.vytvorit("Nová", "Text");
-    vyzaduj(made && made->title == "Nová" && made->body == "Text" && made->revision == 1, "no new note");
+    require(made && made->title == "Nová" && made->body == "Text" && made->revision == 1, "no new note");
     expected.push_back(*made);
     expectHeld(store, expected);
     expectHeld(world.load(), expected);

@@ -38,10 +38,10 @@ bool isNumber(const std::string& text) {
 void join(World& world, PhonePairing& pairing, const PairingBundle& bundle) {
     world.http.replies.push_back({200, encode(PripojitOdpoved{bundle.pairID})});
     const auto joined = world.executor.run(pairing.join(world.http));
-    vyzaduj(joined && *joined, "the pair of the code is not joined");
+    require(joined && *joined, "the pair of the code is not joined");
     const auto asked = decode<PripojitPozadavek>(world.http.requests.at(0).body);
-    vyzaduj(asked && asked->pairingToken == bundle.pairingToken, "another token than the code's");
-    vyzaduj(world.executor.run(pairing.leave()), "a pairing that cannot be left");
+    require(asked && asked->pairingToken == bundle.pairingToken, "another token than the code's");
+    require(world.executor.run(pairing.leave()), "a pairing that cannot be left");
 }
 
 } // namespace
@@ -55,14 +55,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto pairing = PhonePairing::create(
         text, phone, {{world.executor, world.clock, world.sockets}, world.random}, world.inbox);
     if (!pairing) {
-        vyzaduj(!pairing.error().popis().empty(), "a failure without words");
+        require(!pairing.error().popis().empty(), "a failure without words");
         return 0;
     }
-    vyzaduj(bundle && ProtocolVersion::current.isCompatible(bundle->v), "a code of a foreign version");
-    vyzaduj(RelayAddress::parse(bundle->relayURL).has_value(), "a relay without an address");
-    vyzaduj(isNumber((*pairing)->number()), "nothing to compare");
+    require(bundle && ProtocolVersion::current.isCompatible(bundle->v), "a code of a foreign version");
+    require(RelayAddress::parse(bundle->relayURL).has_value(), "a relay without an address");
+    require(isNumber((*pairing)->number()), "nothing to compare");
     const auto mac = (*pairing)->mac(world.clock.now());
-    vyzaduj(mac.deviceID == deviceID(bundle->signingKey) && mac.podpisovyKlic == bundle->signingKey &&
+    require(mac.deviceID == deviceID(bundle->signingKey) && mac.podpisovyKlic == bundle->signingKey &&
                 mac.dohodovyKlic == bundle->agreementKey && mac.pairID == bundle->pairID,
             "another computer than the code's is kept");
     join(world, **pairing, *bundle);

@@ -20,7 +20,7 @@ const PairingHello& genuine() {
 }
 
 void judge(const PairingHello& hello) {
-    vyzaduj(Parovani::checkHello(hello, pair) == (hello == genuine()),
+    require(Parovani::checkHello(hello, pair) == (hello == genuine()),
             "what is accepted is what the phone signed");
 }
 
@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (!hello) return 0;
     judge(*hello);
     judgePartsOf(*hello);
-    vyzaduj(!Parovani::checkHello(genuine(), PairID{"OTHER" + hello->device.rawValue}),
+    require(!Parovani::checkHello(genuine(), PairID{"OTHER" + hello->device.rawValue}),
             "a hello for another pair is accepted");
     return 0;
 }

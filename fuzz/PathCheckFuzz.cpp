@@ -21,7 +21,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto checked = overCestu(path, slozka, slozky);
     const auto actual =
         checked ? PathVerdict{PathVerdict::passes, checked->cesta} : PathVerdict::of(checked.error());
-    vyzaduj(!expected || actual == *expected, "another verdict than the rules give");
+    require(!expected || actual == *expected, "another verdict than the rules give");
     if (!checked) return 0;
     tree.expectHarmless(*checked);
     tree.expectHarmlessWriting(*checked);

@@ -23,13 +23,13 @@ struct PathVerdict {
 
     static PathVerdict of(const Error& error) {
         const auto* refusal = error.as<SouboryChyba>();
-        vyzaduj(refusal, "a refusal without a sentence");
-        if (const auto* cause = std::get_if<SouboryChyba::ZakazanaCesta>(&refusal->pripad))
+        require(refusal, "a refusal without a sentence");
+        if (const auto* cause = std::get_if<SouboryChyba::ZakazanaCesta>(&refusal->kind))
             return {isForbidden, cause->fragment};
-        if (const auto* cause = std::get_if<SouboryChyba::MimoPovolene>(&refusal->pripad))
+        if (const auto* cause = std::get_if<SouboryChyba::MimoPovolene>(&refusal->kind))
             return {isOutside, cause->name};
-        if (std::holds_alternative<SouboryChyba::NeniSoubor>(refusal->pripad)) return {isNoFile};
-        vyzaduj(std::holds_alternative<SouboryChyba::Selhalo>(refusal->pripad), "a refusal of another call");
+        if (std::holds_alternative<SouboryChyba::NeniSoubor>(refusal->kind)) return {isNoFile};
+        require(std::holds_alternative<SouboryChyba::Selhalo>(refusal->kind), "a refusal of another call");
         return {saysNothing};
     }
 };

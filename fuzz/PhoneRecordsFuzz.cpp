@@ -23,12 +23,12 @@ struct World {
 };
 
 void expectHeld(const PhoneRecords& records, const PhoneArchive& expected) {
-    vyzaduj(records.notes() == expected.notes && records.summaries() == expected.summaries &&
+    require(records.notes() == expected.notes && records.summaries() == expected.summaries &&
                 records.unconfirmed() == expected.unconfirmed,
             "other records are held");
     for (const auto& note : expected.notes) {
         const bool isWaiting = std::ranges::count(expected.unconfirmed, note.id) > 0;
-        vyzaduj(records.offer(note.id).has_value() == isWaiting, "the wrong notes are offered");
+        require(records.offer(note.id).has_value() == isWaiting, "the wrong notes are offered");
     }
 }
 
@@ -40,13 +40,13 @@ void mergeTheFirst(PhoneRecords& records, PhoneArchive& expected) {
     ++first.revision;
     first.body += "!";
     std::erase(expected.unconfirmed, first.id);
-    vyzaduj(records.merge(first), "a later version of the Mac is no news");
+    require(records.merge(first), "a later version of the Mac is no news");
     expectHeld(records, expected);
     expected.unconfirmed.push_back(first.id);
-    vyzaduj(records.merge(older), "a version that the Mac has lost is no news");
+    require(records.merge(older), "a version that the Mac has lost is no news");
     expectHeld(records, expected);
     const bool isAlone = std::ranges::count(expected.summaries, first.id, &MorvexSummary::id) == 0;
-    vyzaduj(!isAlone || !records.confirm(first.id, first.revision - 1),
+    require(!isAlone || !records.confirm(first.id, first.revision - 1),
             "an older version confirms a later one");
 }
 
@@ -66,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     expectHeld(records, expected);
     if (!expected.notes.empty()) mergeTheFirst(records, expected);
     const auto made = records.create("Nová", "Text");
-    vyzaduj(made && made->title == "Nová" && made->revision == 1, "no new note");
+    require(made && made->title == "Nová" && made->revision == 1, "no new note");
     expected.notes.push_back(*made);
     if (std::ranges::count(expected.unconfirmed, made->id) == 0) expected.unconfirmed.push_back(made->id);
     expectHeld(records, expected);

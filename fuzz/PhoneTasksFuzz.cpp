@@ -33,7 +33,7 @@ void takeTheLast(PhoneTasks& tasks, Items& expected) {
     const auto older = last;
     ++last.revision;
     last.title += "!";
-    vyzaduj(tasks.take(last).has_value() && tasks.take(older).has_value(), "a task cannot be saved");
+    require(tasks.take(last).has_value() && tasks.take(older).has_value(), "a task cannot be saved");
 }
 
 } // namespace
@@ -48,12 +48,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     file.lay(input);
     auto tasks = PhoneTasks::load(file.folder());
-    vyzaduj(tasks.items() == expected, "other tasks are held");
+    require(tasks.items() == expected, "other tasks are held");
     if (expected.empty()) expected.push_back(news());
-    vyzaduj(!tasks.items().empty() || tasks.take(news()).has_value(), "a task cannot be saved");
+    require(!tasks.items().empty() || tasks.take(news()).has_value(), "a task cannot be saved");
     takeTheLast(tasks, expected);
-    vyzaduj(tasks.items() == expected, "another task is held than the one that was told");
-    vyzaduj(PhoneTasks::load(file.folder()).items() == expected, "the next start finds other tasks");
+    require(tasks.items() == expected, "another task is held than the one that was told");
+    require(PhoneTasks::load(file.folder()).items() == expected, "the next start finds other tasks");
     file.expectAside(input, read ? StoreFile::Read::all : StoreFile::Read::nothing);
     return 0;
 }

@@ -48,7 +48,7 @@ class Relay {
         ::close(device_);
         while (context_.poll() > 0) {
         }
-        vyzaduj(state_->places.taken() == 0, "a connection outlives its device");
+        require(state_->places.taken() == 0, "a connection outlives its device");
         return std::exchange(heard_, {});
     }
 
@@ -60,7 +60,7 @@ class Relay {
 
     void connect() {
         std::array<int, 2> ends{};
-        vyzaduj(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) == 0,
+        require(::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0, ends.data()) == 0,
                 "no sockets");
         device_ = ends[0];
         asio::ip::tcp::socket socket(context_);
@@ -133,23 +133,23 @@ void expectAnAnswer(std::string_view heard, bool hasContent) {
     // The relay asked for the content, which never came.
     if (heard.empty()) return;
     const auto end = heard.find("\r\n\r\n");
-    vyzaduj(end != std::string_view::npos && heard.starts_with("HTTP/1.1 "), "an answer that is none");
+    require(end != std::string_view::npos && heard.starts_with("HTTP/1.1 "), "an answer that is none");
     const auto head = heard.substr(0, end + 2);
     const auto status = head.substr(9, 3);
     if (status == "101") return;
     const auto body = heard.substr(end + 4);
-    if (status == "204") return vyzaduj(body.empty(), "an empty answer has content");
-    vyzaduj(header(head, "Content-Type") == "application/json", "an answer in other words");
-    vyzaduj(header(head, "Connection").starts_with("close"), "a second request is invited");
-    vyzaduj(header(head, "Date").ends_with(" GMT"), "an answer without its time");
+    if (status == "204") return require(body.empty(), "an empty answer has content");
+    require(header(head, "Content-Type") == "application/json", "an answer in other words");
+    require(header(head, "Connection").starts_with("close"), "a second request is invited");
+    require(header(head, "Date").ends_with(" GMT"), "an answer without its time");
     // If the first line cannot be read, it is unknown whether content is expected.
     if (!hasContent && (status != "400" || body.empty()))
-        return vyzaduj(body.empty(), "an answer to HEAD has content");
-    vyzaduj(header(head, "Content-Length") == std::to_string(body.size()), "an answer of another length");
-    if (status == "200") return vyzaduj(decode<PripojitOdpoved>(body).has_value(), "a reply names the pair");
-    vyzaduj(status[0] == '4' || status == "501", "the relay has no reason to fail");
+        return require(body.empty(), "an answer to HEAD has content");
+    require(header(head, "Content-Length") == std::to_string(body.size()), "an answer of another length");
+    if (status == "200") return require(decode<PripojitOdpoved>(body).has_value(), "a reply names the pair");
+    require(status[0] == '4' || status == "501", "the relay has no reason to fail");
     const auto refused = decode<VaporDuvod>(body);
-    vyzaduj(refused && refused->reason, "a refusal has a reason");
+    require(refused && refused->reason, "a refusal has a reason");
 }
 
 } // namespace

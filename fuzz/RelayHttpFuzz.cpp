@@ -42,7 +42,7 @@ class Relay {
     Relay() {
         makePair("WAITING", "token1");
         makePair("WHOLE", "token2");
-        vyzaduj(store_.join(PairID{"WHOLE"}, member(phone, DeviceRole::phone)).value(), "no second device");
+        require(store_.join(PairID{"WHOLE"}, member(phone, DeviceRole::phone)).value(), "no second device");
     }
 
     /// Each call returns whether it was accepted.
@@ -51,13 +51,13 @@ class Relay {
         const auto cause = strangeness(request);
         const auto reply = answer("/v1/pair/create", body, cause);
         const auto stored = find("FRESH");
-        vyzaduj(stored.has_value() == !cause, "a refused pair is made, or a good one is not");
+        require(stored.has_value() == !cause, "a refused pair is made, or a good one is not");
         if (cause) return false;
         const auto made = decode<ZalozitOdpoved>(reply.body);
-        vyzaduj(made && made->pairID.rawValue == "FRESH" && made->pairingToken == "token3" &&
+        require(made && made->pairID.rawValue == "FRESH" && made->pairingToken == "token3" &&
                     made->expiresAt > now,
                 "another pair than the new one");
-        vyzaduj(stored->members == std::vector{Member{request->deviceID, request->key, request->role}},
+        require(stored->members == std::vector{Member{request->deviceID, request->key, request->role}},
                 "the pair of another device");
         return true;
     }
@@ -66,10 +66,10 @@ class Relay {
         const auto request = decode<PripojitPozadavek>(body);
         const auto cause = strangeness(request).or_else([&] { return whyNotJoined(*request); });
         const auto reply = answer("/v1/pair/join", body, cause);
-        vyzaduj(find("WAITING")->members.size() == (cause ? 1 : 2),
+        require(find("WAITING")->members.size() == (cause ? 1 : 2),
                 "a device joined that may not, or did not");
         if (!cause)
-            vyzaduj(decode<PripojitOdpoved>(reply.body)->pairID.rawValue == "WAITING", "another pair");
+            require(decode<PripojitOdpoved>(reply.body)->pairID.rawValue == "WAITING", "another pair");
         return !cause;
     }
 
@@ -77,15 +77,15 @@ class Relay {
         const auto request = decode<OdvolatPozadavek>(body);
         const auto cause = request ? whyNotRevoked(*request) : Cause(CallRefusal::unreadable);
         const auto reply = answer("/v1/device/revoke", body, cause);
-        vyzaduj(find("WHOLE")->isRevoked == !cause && !find("WAITING")->isRevoked,
+        require(find("WHOLE")->isRevoked == !cause && !find("WAITING")->isRevoked,
                 "the wrong pairs are revoked");
-        vyzaduj(reply.revoked.has_value() == !cause, "the sockets of another pair end");
+        require(reply.revoked.has_value() == !cause, "the sockets of another pair end");
         return !cause;
     }
 
   private:
     void makePair(const char* name, const char* token) {
-        vyzaduj(store_
+        require(store_
                     .create(PairID{name}, member(mac, DeviceRole::mac), sha256(asBytes(token)),
                             now + std::chrono::minutes{1})
                     .has_value(),
@@ -96,11 +96,11 @@ class Relay {
 
     CallReply answer(const char* path, std::string_view body, Cause cause) {
         auto reply = calls_.answer(path, body, now);
-        vyzaduj(reply.trouble.empty(), "the store has no reason to fail");
-        vyzaduj(cause ? reply.body == refusal(*cause).body : reply.status < 300,
+        require(reply.trouble.empty(), "the store has no reason to fail");
+        require(cause ? reply.body == refusal(*cause).body : reply.status < 300,
                 "another answer than the rules give");
         const auto refused = decode<VaporDuvod>(reply.body);
-        vyzaduj(!cause || (reply.status >= 400 && refused && refused->reason), "a refusal has a reason");
+        require(!cause || (reply.status >= 400 && refused && refused->reason), "a refusal has a reason");
         return reply;
     }
 

@@ -44,10 +44,10 @@ struct CheckingLine final : Line {
     bool isPeerOnline = false;
 
     void deliver(std::string frame) override {
-        vyzaduj(!isEnded, "an ended line gets nothing");
+        require(!isEnded, "an ended line gets nothing");
         bytes += frame.size();
         if (std::ranges::find(forwarded, frame) == forwarded.end()) return hear(frame);
-        vyzaduj(isPeerOnline, "presence comes before its frames");
+        require(isPeerOnline, "presence comes before its frames");
     }
 
     [[nodiscard]] std::size_t waiting() const override { return bytes; }
@@ -71,7 +71,7 @@ struct CheckingLine final : Line {
         if (const auto* welcome = message.as<RelayMessage::Authenticated>())
             isPeerOnline = welcome->peerOnline;
         if (const auto* presence = message.as<RelayMessage::PeerOnline>()) isPeerOnline = presence->isOnline;
-        if (message.as<RelayMessage::Forward>()) vyzaduj(isPeerOnline, "presence comes before its frames");
+        if (message.as<RelayMessage::Forward>()) require(isPeerOnline, "presence comes before its frames");
     }
 };
 
@@ -120,7 +120,7 @@ class Game {
     void receive(CheckingLine& line, std::string frame) {
         if (line.isPaused || line.isEnded) return;
         if (line.isConnected)
-            vyzaduj(growing(line).bytes <= bounds.waiting, "a line over the bound stops the reading");
+            require(growing(line).bytes <= bounds.waiting, "a line over the bound stops the reading");
         board_.receive(line, std::move(frame));
         expectLittleHeld();
     }
@@ -134,7 +134,7 @@ class Game {
         std::size_t held = 0;
         for (const auto& line : lines_)
             if (line.isConnected && !line.isEnded) held += line.bytes;
-        vyzaduj(held <= bounds.heldInAll, "all lines hold more than they may together");
+        require(held <= bounds.heldInAll, "all lines hold more than they may together");
     }
 
     /// The line whose queue grows when this one sends: the peer's, or its own if there is no peer.

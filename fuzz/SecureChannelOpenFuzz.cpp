@@ -51,7 +51,7 @@ void refuseFieldsOf(const Envelope& other, SecureChannel& mac) {
         const auto refuseOne = [&](auto field) {
             auto changed = genuine().back();
             changed.*field = other.*field;
-            vyzaduj(changed == genuine().back() || !mac.open(changed, now), "a changed envelope opens");
+            require(changed == genuine().back() || !mac.open(changed, now), "a changed envelope opens");
         };
         (refuseOne(fields), ...);
     };
@@ -69,11 +69,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     auto mac = channel(1, 2, {{"PAIR"}, {"MAC"}, {"PHONE"}, DeviceRole::mac});
     refuseFieldsOf(*envelope, mac);
     const auto opened = mac.open(*envelope, now);
-    vyzaduj(opened.has_value() == std::ranges::count(genuine(), *envelope) == 1,
+    require(opened.has_value() == std::ranges::count(genuine(), *envelope) == 1,
             "what opens is what the phone sealed");
-    if (opened) vyzaduj(asText(*opened) == sealedContent, "another content than the sealed one");
-    vyzaduj(!mac.open(*envelope, now), "an envelope opens twice");
+    if (opened) require(asText(*opened) == sealedContent, "another content than the sealed one");
+    require(!mac.open(*envelope, now), "an envelope opens twice");
     if (*envelope != genuine().back())
-        vyzaduj(mac.open(genuine().back(), now).has_value(), "the genuine envelope opens afterwards");
+        require(mac.open(genuine().back(), now).has_value(), "the genuine envelope opens afterwards");
     return 0;
 }

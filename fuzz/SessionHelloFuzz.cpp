@@ -26,6 +26,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto hello = decode<SessionHello>(ByteView{data, size});
     if (!hello) return 0;
     if (checkSessionHello(*hello, pair, phone().signingKey()))
-        vyzaduj(*hello == genuine, "an offer was accepted that the phone did not sign");
+        require(*hello == genuine, "an offer was accepted that the phone did not sign");
     return 0;
 }

@@ -34,9 +34,9 @@ class StoreFile {
     /// unchanged.
     void expectAside(std::string_view input, Read read) const {
         const auto kept = readWhole(aside_, input.size()).value();
-        vyzaduj(kept.has_value() == (read == Read::nothing),
+        require(kept.has_value() == (read == Read::nothing),
                 "a file is lost, or set aside although it was read");
-        vyzaduj(!kept || asText(*kept) == input, "a file is not kept as it was");
+        require(!kept || asText(*kept) == input, "a file is not kept as it was");
     }
 
   private:

@@ -18,7 +18,7 @@ using Summaries = std::vector<MorvexSummary>;
 
 void expectHeld(const SouhrnyStore& store, Summaries& expected) {
     sortNewestFirst(expected, &MorvexSummary::createdAt);
-    vyzaduj(store.summaries() == expected, "the store holds other summaries");
+    require(store.summaries() == expected, "the store holds other summaries");
 }
 
 /// The phone's next version of the last summary replaces it; a second one with the same revision and other
@@ -31,7 +31,7 @@ void mergeTheLast(AwaitedSummaries& store, Summaries& expected) {
     known.title += "!";
     auto same = known;
     same.body += "?";
-    vyzaduj(store.prijmout(known) && store.prijmout(same), "a version of the phone cannot be saved");
+    require(store.prijmout(known) && store.prijmout(same), "a version of the phone cannot be saved");
 }
 
 /// A summary that no file contains except on purpose.
@@ -45,7 +45,7 @@ MorvexSummary news() {
 }
 
 void merge(AwaitedSummaries& store, Summaries& expected, const MorvexSummary& summary) {
-    vyzaduj(store.prijmout(summary), "a summary cannot be saved");
+    require(store.prijmout(summary), "a summary cannot be saved");
     const auto known = std::ranges::find(expected, summary.id, &MorvexSummary::id);
     if (known == expected.end())
         expected.push_back(summary);

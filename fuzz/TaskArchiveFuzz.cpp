@@ -34,7 +34,7 @@ struct World {
 
 /// A session id that begins like an option or contains a line break is dropped, a plain one is kept.
 void expectSession(const std::optional<std::string>& written, const std::optional<std::string>& held) {
-    vyzaduj(!held || held == written, "a session that nobody wrote");
+    require(!held || held == written, "a session that nobody wrote");
     if (!written) return;
     const bool isDangerous = written->empty() || written->front() == '-' ||
                              std::ranges::any_of(*written, [](char each) { return each >= 0 && each < ' '; });
@@ -42,7 +42,7 @@ void expectSession(const std::optional<std::string>& written, const std::optiona
         !written->empty() && written->size() <= 512 && std::ranges::all_of(*written, [](char each) {
             return (each >= 'a' && each <= 'z') || (each >= '0' && each <= '9');
         });
-    vyzaduj(!(held ? isDangerous : isPlain), "the wrong sessions are held");
+    require(!(held ? isDangerous : isPlain), "the wrong sessions are held");
 }
 
 void raise(std::uint64_t& revize) {
@@ -65,11 +65,11 @@ Tasks atStart(Tasks tasks, Date now) {
 
 void expectHeld(const HistorieAgentu& historie, Tasks&& expected) {
     const auto& held = historie.polozky();
-    vyzaduj(held.size() == expected.size(), "another number of tasks");
+    require(held.size() == expected.size(), "another number of tasks");
     for (std::size_t index = 0; index < held.size(); ++index) {
         expectSession(expected[index].relace, held[index].relace);
         expected[index].relace = held[index].relace;
-        vyzaduj(held[index] == expected[index], "a task is held as another one");
+        require(held[index] == expected[index], "a task is held as another one");
     }
 }
 
@@ -77,20 +77,20 @@ void expectHeld(const HistorieAgentu& historie, Tasks&& expected) {
 void change(HistorieAgentu& historie) {
     if (historie.polozky().empty()) {
         const auto begun = historie.zaloz({{}, {}, "codex", {}, "Pracuj", "/"});
-        return vyzaduj(historie.polozky() == Tasks{begun} && begun.stav == Stav::bezi, "no new task");
+        return require(historie.polozky() == Tasks{begun} && begun.stav == Stav::bezi, "no new task");
     }
     auto expected = historie.polozky();
     auto& first = expected.front();
-    const auto named = historie.prejmenuj({first.workItemID, {}, {}}, "Jiný název");
+    const auto named = historie.renameTask({first.workItemID, {}, {}}, "Jiný název");
     raise(first.revize);
     first.nazev = "Jiný název";
     first.aktualizovano = named->aktualizovano;
-    vyzaduj(historie.polozky() == expected, "another change than the wanted one");
+    require(historie.polozky() == expected, "another change than the wanted one");
 }
 
 void expectToTravel(const Tasks& tasks) {
     for (const auto& ukol : tasks)
-        vyzaduj(decode<WorkItem>(encode(jakoWorkItem(ukol))).has_value(), "a task has no form for the phone");
+        require(decode<WorkItem>(encode(asWorkItem(ukol))).has_value(), "a task has no form for the phone");
 }
 
 } // namespace
@@ -104,10 +104,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
     file.lay(input);
     const auto historie = world.start();
-    vyzaduj(historie->potiz().has_value() == !read.has_value(), "a failure is not told, or told without one");
+    require(historie->potiz().has_value() == !read.has_value(), "a failure is not told, or told without one");
     expectHeld(*historie, atStart(read.value_or(Tasks{}), world.clock.now()));
     change(*historie);
-    vyzaduj(!historie->potiz(), "the tasks cannot be saved");
+    require(!historie->potiz(), "the tasks cannot be saved");
     expectHeld(*world.start(), atStart(historie->polozky(), world.clock.now()));
     file.expectAside(input, read ? StoreFile::Read::all : StoreFile::Read::nothing);
     return 0;

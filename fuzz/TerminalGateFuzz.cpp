@@ -19,7 +19,7 @@ namespace {
 
 using namespace morvex;
 using Words = std::set<std::string, std::less<>>;
-using Refusal = std::optional<decltype(TerminalChyba::pripad)>;
+using Refusal = std::optional<decltype(TerminalChyba::kind)>;
 
 // The rules of the gate are repeated here, so that a change of the gate is noticed.
 const Words programs = {"ls",   "cat", "head", "tail",  "wc",   "file",    "stat",       "grep", "rg",
@@ -93,38 +93,38 @@ Refusal refusalOf(const std::string& name, const Command& command) {
 
 void expectRefusal(const Error& error, const Refusal& expected) {
     const auto* refusal = error.as<TerminalChyba>();
-    vyzaduj(refusal && expected && refusal->pripad == *expected, "another refusal than the rules give");
+    require(refusal && expected && refusal->kind == *expected, "another refusal than the rules give");
 }
 
 void judgeProgram(const Command& command) {
     const auto name = lastComponent(command.program);
     const auto expected = refusalOf(name, command);
-    const auto allowed = TerminalGate::povolenyProgram(command.program, command.arguments);
+    const auto allowed = TerminalGate::allowedProgram(command.program, command.arguments);
     if (!allowed) return expectRefusal(allowed.error(), expected);
-    vyzaduj(!expected && *allowed == name, "a command passed");
+    require(!expected && *allowed == name, "a command passed");
 }
 
-void judgeFolder(const Command& command, const PathJudge& judge, const PovoleneSlozky& slozky) {
+void judgeFolder(const Command& command, const PathJudge& judge, const AllowedFolders& slozky) {
     const auto expected = judge.folderNamed(command.slozka.value_or(""));
-    const auto folder = TerminalGate::pracovniSlozka(command.slozka, slozky);
+    const auto folder = TerminalGate::workingFolder(command.slozka, slozky);
     if (!folder && !expected)
         return expectRefusal(folder.error(),
                              TerminalChyba::MimoPovolene{command.slozka.value_or("(neurčena)")});
-    vyzaduj(folder && expected && *folder == *expected, "another working folder than the named one");
+    require(folder && expected && *folder == *expected, "another working folder than the named one");
 }
 
-void judgePaths(const Command& command, const PathJudge& judge, const PovoleneSlozky& slozky) {
-    const auto passed = TerminalGate::overCesty(command.arguments, slozky);
+void judgePaths(const Command& command, const PathJudge& judge, const AllowedFolders& slozky) {
+    const auto passed = TerminalGate::checkPaths(command.arguments, slozky);
     for (const auto& argument : command.arguments) {
         if (!argument.starts_with('/') && !argument.starts_with('~')) continue;
         const auto expected = judge.verdict(argument, "");
         // For a dangling link the path check has its own result.
         if (!expected) return;
         if (expected->kind == PathVerdict::passes) continue;
-        return vyzaduj(!passed && PathVerdict::of(passed.error()) == *expected,
+        return require(!passed && PathVerdict::of(passed.error()) == *expected,
                        "another refusal of a path than the rules give");
     }
-    vyzaduj(passed.has_value(), "paths inside are refused");
+    require(passed.has_value(), "paths inside are refused");
 }
 
 } // namespace

@@ -39,14 +39,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     while (text.size() + size <= longest) text += asText({data, size});
 
     const auto decomposed = icuText::decomposed(icuText::fromUtf8(text));
-    vyzaduj(stepsOf(decomposed) <= mostStepsOfMark * static_cast<std::size_t>(decomposed.length()),
+    require(stepsOf(decomposed) <= mostStepsOfMark * static_cast<std::size_t>(decomposed.length()),
             "sorting marks took too many steps");
     const auto searchable = TextPattern::searchable(text);
-    vyzaduj(searchable.size() <= 3 * text.size(), "a text grew too long");
-    vyzaduj(TextPattern::ignoringCase(text).isAmong(searchable), "a text does not hold itself");
-    vyzaduj(fold(text).size() <= searchable.size(), "a folded text has more than its letters");
+    require(searchable.size() <= 3 * text.size(), "a text grew too long");
+    require(TextPattern::ignoringCase(text).isAmong(searchable), "a text does not hold itself");
+    require(fold(text).size() <= searchable.size(), "a folded text has more than its letters");
     const auto cut = excerpt(text, 10);
-    vyzaduj(cut.size() <= 80 && countCharacters(cut) <= 10 && text.starts_with(cut),
+    require(cut.size() <= 80 && countCharacters(cut) <= 10 && text.starts_with(cut),
             "a text was cut wrongly");
     return 0;
 }

@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace morvex;
     auto parsed = parseJson(asText({data, size}));
     if (!parsed) return 0;
-    vyzaduj(parseJson(encode(*parsed)).has_value(), "what was written cannot be read");
+    require(parseJson(encode(*parsed)).has_value(), "what was written cannot be read");
     if (!parsed->is_object()) return 0;
     const auto& arguments = parsed->as_object();
     for (const auto& pair : arguments) {
@@ -20,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                        readArgument(arguments, key, std::int64_t()).has_value() +
                        readArgument(arguments, key, bool()).has_value() +
                        readArgument(arguments, key, std::vector<std::string>()).has_value();
-        vyzaduj(readings <= 1, "a value has two types");
+        require(readings <= 1, "a value has two types");
     }
     return 0;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/execution/OverenaCesta.h"
-#include "app/execution/PovoleneSlozky.h"
+#include "app/execution/AllowedFolders.h"
+#include "app/execution/CheckedPath.h"
 #include "foundation/Paths.h"
 #include "fuzz/MemoryFolder.h"
 #include "platform/memory/FixedFolders.h"
@@ -70,26 +70,26 @@ class TreeWithSecrets {
         return {path("home/Projects"), path("home/Desktop")};
     }
 
-    [[nodiscard]] PovoleneSlozky allowed() const { return {folders(), standard_}; }
+    [[nodiscard]] AllowedFolders allowed() const { return {folders(), standard_}; }
 
     /// An accepted path must be inside, and reading it must not reveal a secret.
-    void expectHarmless(const OverenaCesta& checked) const {
-        vyzaduj(std::ranges::count(folders(), checked.slozka) == 1, "another folder than an allowed one");
-        vyzaduj(checked.cesta == checked.slozka || checked.cesta.starts_with(checked.slozka + "/"),
+    void expectHarmless(const CheckedPath& checked) const {
+        require(std::ranges::count(folders(), checked.slozka) == 1, "another folder than an allowed one");
+        require(checked.cesta == checked.slozka || checked.cesta.starts_with(checked.slozka + "/"),
                 "a path outside");
-        vyzaduj(!checked.cesta.contains('\0'), "a path that the system cuts");
-        for (const auto fragment : forbidden) vyzaduj(!checked.cesta.contains(fragment), "a forbidden path");
-        vyzaduj(paths::resolved(checked.cesta) == checked.cesta, "a link was left");
+        require(!checked.cesta.contains('\0'), "a path that the system cuts");
+        for (const auto fragment : forbidden) require(!checked.cesta.contains(fragment), "a forbidden path");
+        require(paths::resolved(checked.cesta) == checked.cesta, "a link was left");
         if (char* real = ::realpath(checked.cesta.c_str(), nullptr)) {
-            vyzaduj(checked.cesta == real, "the system resolves it otherwise");
+            require(checked.cesta == real, "the system resolves it otherwise");
             std::free(real);
         }
-        auto opened = BeneathFolder::open(checked.slozka)->openFile(checked.odSlozky());
-        if (opened) vyzaduj(asText(*readUpTo(opened->get(), 100)) == "inside", "a secret was read");
+        auto opened = BeneathFolder::open(checked.slozka)->openFile(checked.belowFolder());
+        if (opened) require(asText(*readUpTo(opened->get(), 100)) == "inside", "a secret was read");
     }
 
     /// Writing to an accepted path must create only that file and replace nothing. The file is then removed.
-    void expectHarmlessWriting(const OverenaCesta& checked) const {
+    void expectHarmlessWriting(const CheckedPath& checked) const {
         auto above = std::filesystem::path(checked.cesta);
         auto made = above;
         std::error_code ignored;
@@ -98,12 +98,12 @@ class TreeWithSecrets {
         const bool canBe = !isThere && std::filesystem::is_directory(above);
 
         const auto written =
-            BeneathFolder::open(checked.slozka)->writeNew(checked.odSlozky(), asBytes("inside"));
-        vyzaduj(written.has_value() == canBe, "what can be written is what is not there");
+            BeneathFolder::open(checked.slozka)->writeNew(checked.belowFolder(), asBytes("inside"));
+        require(written.has_value() == canBe, "what can be written is what is not there");
         for (std::size_t index = 0; index < secrets_.size(); ++index)
-            vyzaduj(isSame(statusOf(secrets_[index]), statuses_[index]), "a secret was written");
+            require(isSame(statusOf(secrets_[index]), statuses_[index]), "a secret was written");
         if (!written) return;
-        vyzaduj(std::filesystem::file_size(checked.cesta) == 6, "nothing was written");
+        require(std::filesystem::file_size(checked.cesta) == 6, "nothing was written");
         std::filesystem::remove_all(made);
     }
 
@@ -126,7 +126,7 @@ class TreeWithSecrets {
 
     static struct stat statusOf(const std::filesystem::path& place) {
         struct stat status{};
-        vyzaduj(::stat(place.c_str(), &status) == 0, "a secret is gone");
+        require(::stat(place.c_str(), &status) == 0, "a secret is gone");
         return status;
     }
 

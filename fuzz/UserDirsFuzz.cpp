@@ -16,9 +16,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     folder.write("user-dirs.dirs", asText({data, size}));
     const auto desktop = XdgFolders().desktop();
     if (!desktop) return 0;
-    vyzaduj(desktop->starts_with('/') && !desktop->contains('\0') && !desktop->contains('\n'),
+    require(desktop->starts_with('/') && !desktop->contains('\0') && !desktop->contains('\n'),
             "a desktop without a place");
     std::error_code missing;
-    vyzaduj(!std::filesystem::equivalent(*desktop, folder.path(), missing), "the home folder is the desktop");
+    require(!std::filesystem::equivalent(*desktop, folder.path(), missing), "the home folder is the desktop");
     return 0;
 }

@@ -12,17 +12,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     using namespace morvex;
     const std::string body(reinterpret_cast<const char*>(data), size);
     const auto failure = WebSearchClient::read({500, body});
-    vyzaduj(!failure && isValidUtf8(failure.error().popis().czech()), "the words of a failure are no text");
+    require(!failure && isValidUtf8(failure.error().popis().czech()), "the words of a failure are no text");
     const auto result = WebSearchClient::read({200, body});
     if (!result) return 0;
-    vyzaduj(!result->answer.empty() && countCharacters(result->answer) <= 16'000,
+    require(!result->answer.empty() && countCharacters(result->answer) <= 16'000,
             "an answer has a wrong length");
-    vyzaduj(result->sources.size() <= 8, "there are too many sources");
+    require(result->sources.size() <= 8, "there are too many sources");
     std::set<std::string> urls;
     for (const auto& source : result->sources) {
-        vyzaduj(urls.insert(source.url).second, "a source stands there twice");
-        vyzaduj(lowerCase(source.url).starts_with("https://"), "a source is not of https");
-        vyzaduj(!source.title.empty(), "a source has no title");
+        require(urls.insert(source.url).second, "a source stands there twice");
+        require(lowerCase(source.url).starts_with("https://"), "a source is not of https");
+        require(!source.title.empty(), "a source has no title");
     }
     return 0;
 }

@@ -36,7 +36,7 @@ void Switchboard::connect(Line& line, Seat seat) {
     } else {
         own = std::ranges::find(places, nullptr, &Place::line);
     }
-    vyzaduj(own != places.end(), "a pair has a third device");
+    require(own != places.end(), "a pair has a third device");
     connected_.insert_or_assign(&line, seat.pair);
     ledger_.enter(line);
     *own = {std::move(seat), &line, false};

@@ -5,13 +5,13 @@
 namespace morvex {
 
 Sentence KeychainChyba::popis() const {
-    const auto duvod = slova ? *slova : "kód {cislo}"_sentence(stav);
+    const auto duvod = words ? *words : "kód {cislo}"_sentence(stav);
     switch (pokus) {
-    case Pokus::cteni:
+    case Pokus::reading:
         return "Trezor odmítl čtení {ucet}: {duvod}"_sentence(ucet, duvod);
-    case Pokus::zapis:
+    case Pokus::writing:
         return "Trezor odmítl zápis {ucet}: {duvod}"_sentence(ucet, duvod);
-    case Pokus::mazani:
+    case Pokus::erasing:
         return "Trezor odmítl mazání {ucet}: {duvod}"_sentence(ucet, duvod);
     }
     std::unreachable();

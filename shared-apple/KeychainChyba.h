@@ -12,17 +12,17 @@ namespace morvex {
 
 /// The vault refused a request.
 struct KeychainChyba {
-    enum class Pokus { cteni, zapis, mazani };
+    enum class Pokus { reading, writing, erasing };
 
     std::int32_t stav = 0;
-    Pokus pokus = Pokus::cteni;
+    Pokus pokus = Pokus::reading;
     std::string ucet;              ///< the item, such as "parovani.protejsek"
-    std::optional<Sentence> slova; ///< the platform's words for `stav`
+    std::optional<Sentence> words; ///< the platform's words for `stav`
 
     [[nodiscard]] Sentence popis() const;
 
     /// True when the vault stayed locked: the user was not asked, did not answer, or closed the prompt.
-    [[nodiscard]] bool jeZamceno() const {
+    [[nodiscard]] bool isLocked() const {
         return stav == vaultStatus::interactionNotAllowed || stav == vaultStatus::userCanceled;
     }
 
@@ -30,9 +30,9 @@ struct KeychainChyba {
 };
 
 /// Whether the cause of the failure is a locked vault.
-inline bool jeZamceno(const Error& error) {
+inline bool isLocked(const Error& error) {
     const auto* refusal = error.as<KeychainChyba>();
-    return refusal && refusal->jeZamceno();
+    return refusal && refusal->isLocked();
 }
 
 } // namespace morvex

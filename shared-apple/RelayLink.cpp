@@ -90,7 +90,7 @@ Task<void> RelayLink::stop() {
 
 Task<void> RelayLink::tryNow() {
     co_await hop(services_.executor);
-    cekani_.request_stop();
+    waitStop_.request_stop();
 }
 
 Task<Result<void>> RelayLink::send(Envelope envelope, Login login) {
@@ -121,8 +121,8 @@ Task<void> RelayLink::run(TaskScope& scope) {
 }
 
 Task<bool> RelayLink::pause(Clock::Duration time, std::stop_token stop) {
-    cekani_ = {};
-    const EitherStop ended(stop, cekani_.get_token());
+    waitStop_ = {};
+    const EitherStop ended(stop, waitStop_.get_token());
     (void)co_await sleepFor(services_.clock, time, ended.token());
     co_return !stop.stop_requested();
 }

@@ -127,8 +127,8 @@ class RelayLink {
     Services services_;
     std::shared_ptr<WebSocket> socket_;
     std::unique_ptr<TaskScope> bezici_;
-    Login login_;             ///< the accepted login on `socket_`; null before
-    std::stop_source cekani_; ///< ends the current wait between attempts
+    Login login_;               ///< the accepted login on `socket_`; null before
+    std::stop_source waitStop_; ///< ends the current wait between attempts
     int pokus_ = 0;
     bool chceBezet_ = false;
     EventStream<Udalost> udalosti_;

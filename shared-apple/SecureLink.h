@@ -68,7 +68,7 @@ class SecureLink {
     Task<void> zastavit();
 
     /// See `RelayLink::tryNow`.
-    Task<void> zkusitHned() { return relayLink_.tryNow(); }
+    Task<void> connectNow() { return relayLink_.tryNow(); }
 
     /// Seals and sends. Fails with `TalkSpanError::MacOffline` when there is no session or its login is over,
     /// with `AmbiguousIdentity` for a request id with a "|", else like `RelayLink::send`.

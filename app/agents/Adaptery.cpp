@@ -14,7 +14,7 @@ template <class Adapter> void add(Adaptery& all) {
 
 } // namespace
 
-Adaptery znameAdaptery() {
+Adaptery knownAdapters() {
     Adaptery all;
     add<CodexAdapter>(all);
     add<ClaudeCodeAdapter>(all);

@@ -11,6 +11,6 @@ namespace morvex {
 /// The agents that can be run, by their id.
 using Adaptery = std::map<std::string, std::shared_ptr<const AgentAdapter>>;
 
-Adaptery znameAdaptery();
+Adaptery knownAdapters();
 
 } // namespace morvex

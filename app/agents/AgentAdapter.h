@@ -15,7 +15,7 @@ namespace morvex {
 class AgentAdapter {
   public:
     /// A run of the agent that ends with exit code 0 if somebody is logged in.
-    struct KontrolaPrihlaseni {
+    struct LoginCheck {
         std::vector<std::string> argumenty;
         std::chrono::seconds limit;
         Sentence problem; ///< what the user is told if nobody is logged in
@@ -37,13 +37,13 @@ class AgentAdapter {
                                                              std::optional<std::string> relace) const = 0;
 
     /// Empty if the line is no event or contains nothing of interest.
-    [[nodiscard]] virtual std::optional<ZpravaAgenta> precti(std::string_view radek) const = 0;
+    [[nodiscard]] virtual std::optional<ZpravaAgenta> precti(std::string_view line) const = 0;
 
     /// Whether the standard error of a run says that its session is gone.
-    [[nodiscard]] virtual bool jeRelacePryc(std::string_view chyby) const = 0;
+    [[nodiscard]] virtual bool isSessionGone(std::string_view chyby) const = 0;
 
     /// Empty for an agent whose login is not checked.
-    [[nodiscard]] virtual std::optional<KontrolaPrihlaseni> kontrolaPrihlaseni() const { return {}; }
+    [[nodiscard]] virtual std::optional<LoginCheck> loginCheck() const { return {}; }
 };
 
 } // namespace morvex

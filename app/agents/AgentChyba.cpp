@@ -19,7 +19,7 @@ struct Popis {
         return "Složka {cesta} neexistuje."_sentence(chyba.cesta);
     }
 
-    Sentence operator()(const AgentChyba::SlozkaUzNeniPovolena& chyba) const {
+    Sentence operator()(const AgentChyba::FolderNoLongerAllowed& chyba) const {
         return "Složka {cesta} už není povolená."_sentence(chyba.cesta);
     }
 
@@ -29,7 +29,7 @@ struct Popis {
 } // namespace
 
 Sentence AgentChyba::popis() const {
-    return std::visit(Popis{}, pripad);
+    return std::visit(Popis{}, kind);
 }
 
 } // namespace morvex

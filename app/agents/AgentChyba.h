@@ -29,18 +29,18 @@ struct AgentChyba {
         bool operator==(const SlozkaNeexistuje&) const = default;
     };
 
-    struct SlozkaUzNeniPovolena {
+    struct FolderNoLongerAllowed {
         std::string cesta;
-        bool operator==(const SlozkaUzNeniPovolena&) const = default;
+        bool operator==(const FolderNoLongerAllowed&) const = default;
     };
 
     struct PrazdnaInstrukce {
         bool operator==(const PrazdnaInstrukce&) const = default;
     };
 
-    std::variant<Zaneprazdneno, NeznamyNastroj, Nenainstalovano, SlozkaNeexistuje, SlozkaUzNeniPovolena,
+    std::variant<Zaneprazdneno, NeznamyNastroj, Nenainstalovano, SlozkaNeexistuje, FolderNoLongerAllowed,
                  PrazdnaInstrukce>
-        pripad;
+        kind;
 
     [[nodiscard]] Sentence popis() const;
     bool operator==(const AgentChyba&) const = default;

@@ -13,7 +13,7 @@ namespace morvex {
 namespace {
 
 constexpr std::chrono::seconds versionLimit{15};
-constexpr Zachyt zachyt{.vystup = 64UL * 1024, .chyby = 64UL * 1024};
+constexpr Capture capture{.vystup = 64UL * 1024, .chyby = 64UL * 1024};
 
 /// Limits a version, because every status contains it.
 constexpr std::size_t longestVersion = 200;
@@ -27,23 +27,23 @@ std::optional<std::string> versionIn(std::string_view text) {
 } // namespace
 
 Task<AgentStatus> AgentDetection::zjisti(std::shared_ptr<const AgentAdapter> adapter,
-                                         std::stop_token zastaveni) {
+                                         std::stop_token cancellation) {
     AgentStatus status;
     auto found = co_await discovery_.najdiBinarku(adapter->jmenaBinarky());
     if (!found) {
-        status.problem = co_await neniNalezeno(adapter);
+        status.problem = co_await notFoundText(adapter);
         co_return status;
     }
     status.installed = true;
-    status.source = found->adresar;
-    OutsideProgram program{.binary = found->binarka,
+    status.source = found->directory;
+    OutsideProgram program{.binary = found->binary,
                            .args = {"--version"},
                            .cwd = {},
                            .env = co_await discovery_.prostrediNastroju()};
-    status.version = co_await verze(program, zastaveni);
-    if (auto login = adapter->kontrolaPrihlaseni()) {
+    status.version = co_await programVersion(program, cancellation);
+    if (auto login = adapter->loginCheck()) {
         program.args = login->argumenty;
-        if (!co_await uspesne(std::move(program), login->limit, std::move(zastaveni)))
+        if (!co_await runSuccessfully(std::move(program), login->limit, std::move(cancellation)))
             status.problem = login->problem;
     }
     if (!status.problem && !status.version)
@@ -51,29 +51,30 @@ Task<AgentStatus> AgentDetection::zjisti(std::shared_ptr<const AgentAdapter> ada
     co_return status;
 }
 
-Task<Sentence> AgentDetection::neniNalezeno(std::shared_ptr<const AgentAdapter> adapter) {
+Task<Sentence> AgentDetection::notFoundText(std::shared_ptr<const AgentAdapter> adapter) {
     auto path = co_await discovery_.prihlasovaciPath();
     auto entries = path.empty() ? 0 : std::ranges::count(path, ':') + 1;
     co_return "Binárku „{binarka}“ jsem nenašel (prohledáno {pocet} adresářů). {napoveda}"_sentence(
         adapter->jmenaBinarky().front(), entries, adapter->napoveda());
 }
 
-Task<std::optional<std::string>> AgentDetection::verze(OutsideProgram program, std::stop_token zastaveni) {
-    auto answer = co_await uspesne(std::move(program), versionLimit, std::move(zastaveni));
+Task<std::optional<std::string>> AgentDetection::programVersion(OutsideProgram program,
+                                                                std::stop_token cancellation) {
+    auto answer = co_await runSuccessfully(std::move(program), versionLimit, std::move(cancellation));
     if (!answer) co_return std::nullopt;
     auto version = versionIn(answer->vystup);
     co_return version ? version : versionIn(answer->chyby);
 }
 
 /// Empty if the program could not be started, failed, or was stopped.
-Task<std::optional<VysledekProcesu>> AgentDetection::uspesne(OutsideProgram program, Clock::Duration limit,
-                                                             std::stop_token zastaveni) {
-    if (stop_.stop_requested() || zastaveni.stop_requested()) co_return std::nullopt;
+Task<std::optional<VysledekProcesu>>
+AgentDetection::runSuccessfully(OutsideProgram program, Clock::Duration limit, std::stop_token cancellation) {
+    if (stop_.stop_requested() || cancellation.stop_requested()) co_return std::nullopt;
     ProcessRunner runner(launcher_, clock_);
     auto cancel = [&runner] { runner.zrusit(); };
     std::stop_callback atTheEnd(stop_, cancel);
-    std::stop_callback onDemand(zastaveni, cancel);
-    auto result = co_await runner.spustit(std::move(program), limit, {}, zachyt);
+    std::stop_callback onDemand(cancellation, cancel);
+    auto result = co_await runner.spustit(std::move(program), limit, {}, capture);
     if (!result || result->navratovyKod != 0 || result->zruseno || result->vyprselCas) co_return std::nullopt;
     co_return *std::move(result);
 }

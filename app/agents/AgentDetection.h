@@ -23,14 +23,14 @@ class AgentDetection {
         : launcher_(launcher), clock_(clock), discovery_(discovery), stop_(std::move(stop)) {}
 
     /// Never fails: `problem` says what is wrong. Asks the agent for its version (15 seconds at most) and its
-    /// login. `zastaveni` ends these programs too; their answers are then missing.
-    Task<AgentStatus> zjisti(std::shared_ptr<const AgentAdapter> adapter, std::stop_token zastaveni);
+    /// login. `cancellation` ends these programs too; their answers are then missing.
+    Task<AgentStatus> zjisti(std::shared_ptr<const AgentAdapter> adapter, std::stop_token cancellation);
 
   private:
-    Task<Sentence> neniNalezeno(std::shared_ptr<const AgentAdapter> adapter);
-    Task<std::optional<std::string>> verze(OutsideProgram program, std::stop_token zastaveni);
-    Task<std::optional<VysledekProcesu>> uspesne(OutsideProgram program, Clock::Duration limit,
-                                                 std::stop_token zastaveni);
+    Task<Sentence> notFoundText(std::shared_ptr<const AgentAdapter> adapter);
+    Task<std::optional<std::string>> programVersion(OutsideProgram program, std::stop_token cancellation);
+    Task<std::optional<VysledekProcesu>> runSuccessfully(OutsideProgram program, Clock::Duration limit,
+                                                         std::stop_token cancellation);
 
     ProcessLauncher& launcher_;
     Clock& clock_;

@@ -5,45 +5,45 @@
 namespace morvex {
 
 void AgentNews::prubeh(std::string text, std::string requestID) {
-    pridej(Prubeh{std::move(text), std::move(requestID)});
+    add(Prubeh{std::move(text), std::move(requestID)});
 }
 
 void AgentNews::ukol(UkolAgenta ukol) {
-    pridej(std::move(ukol));
+    add(std::move(ukol));
 }
 
-Task<void> AgentNews::odeslano() {
-    if (!posila_) co_return;
-    auto konec = std::make_shared<OneShot<bool>>();
-    cekajici_.push_back(konec);
-    co_await konec->wait();
+Task<void> AgentNews::allSent() {
+    if (!isSending_) co_return;
+    auto ending = std::make_shared<OneShot<bool>>();
+    cekajici_.push_back(ending);
+    co_await ending->wait();
 }
 
-void AgentNews::pridej(Novinka novinka) {
+void AgentNews::add(NewsItem newsItem) {
     if (scope_.token().stop_requested()) return;
-    fronta_.push_back(std::move(novinka));
-    if (fronta_.size() > mostWaiting) fronta_.pop_front();
-    if (!std::exchange(posila_, true)) scope_.spawn(posli());
+    queue_.push_back(std::move(newsItem));
+    if (queue_.size() > mostWaiting) queue_.pop_front();
+    if (!std::exchange(isSending_, true)) scope_.spawn(sendQueued());
 }
 
-Task<void> AgentNews::posli() {
-    while (!fronta_.empty()) {
-        auto novinka = std::move(fronta_.front());
-        fronta_.pop_front();
-        Task<void> sending = std::visit([this](auto& held) { return posli(std::move(held)); }, novinka);
+Task<void> AgentNews::sendQueued() {
+    while (!queue_.empty()) {
+        auto newsItem = std::move(queue_.front());
+        queue_.pop_front();
+        Task<void> sending = std::visit([this](auto& held) { return sendQueued(std::move(held)); }, newsItem);
         co_await std::move(sending);
     }
-    posila_ = false;
-    for (auto& konec : std::exchange(cekajici_, {})) konec->answer(true);
+    isSending_ = false;
+    for (auto& ending : std::exchange(cekajici_, {})) ending->answer(true);
 }
 
-Task<void> AgentNews::posli(Prubeh prubeh) {
-    co_await hlaseni_.poslatPrubeh(std::move(prubeh.text), std::move(prubeh.requestID));
-    co_await hlaseni_.poslatStav();
+Task<void> AgentNews::sendQueued(Prubeh prubeh) {
+    co_await reports_.sendProgress(std::move(prubeh.text), std::move(prubeh.requestID));
+    co_await reports_.poslatStav();
 }
 
-Task<void> AgentNews::posli(UkolAgenta ukol) {
-    co_await hlaseni_.poslatUkol(std::move(ukol));
+Task<void> AgentNews::sendQueued(UkolAgenta ukol) {
+    co_await reports_.poslatUkol(std::move(ukol));
 }
 
 } // namespace morvex

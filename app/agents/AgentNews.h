@@ -22,14 +22,14 @@ class AgentNews {
 
     /// `scope` runs the sending; it belongs to the owner and is joined before this object is destroyed. After
     /// its stop no send begins.
-    AgentNews(AgentReports& hlaseni, TaskScope& scope) : hlaseni_(hlaseni), scope_(scope) {}
+    AgentNews(AgentReports& reports, TaskScope& scope) : reports_(reports), scope_(scope) {}
 
     /// Sends a text under the id of its call, then the status that shows the text.
     void prubeh(std::string text, std::string requestID);
     void ukol(UkolAgenta ukol);
 
     /// Resumes when no news are waiting any more.
-    Task<void> odeslano();
+    Task<void> allSent();
 
   private:
     struct Prubeh {
@@ -37,17 +37,17 @@ class AgentNews {
         std::string requestID;
     };
 
-    using Novinka = std::variant<Prubeh, UkolAgenta>;
+    using NewsItem = std::variant<Prubeh, UkolAgenta>;
 
-    void pridej(Novinka novinka);
-    Task<void> posli();
-    Task<void> posli(Prubeh prubeh);
-    Task<void> posli(UkolAgenta ukol);
+    void add(NewsItem newsItem);
+    Task<void> sendQueued();
+    Task<void> sendQueued(Prubeh prubeh);
+    Task<void> sendQueued(UkolAgenta ukol);
 
-    AgentReports& hlaseni_;
+    AgentReports& reports_;
     TaskScope& scope_;
-    std::deque<Novinka> fronta_;
-    bool posila_ = false;
+    std::deque<NewsItem> queue_;
+    bool isSending_ = false;
     std::vector<std::shared_ptr<OneShot<bool>>> cekajici_;
 };
 

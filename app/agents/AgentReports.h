@@ -16,7 +16,7 @@ class AgentReports {
     virtual Task<void> poslatStav() = 0;
     virtual Task<void> poslatUkol(UkolAgenta ukol) = 0;
     /// Sent under the id of the call that began the task.
-    virtual Task<void> poslatPrubeh(std::string text, std::string requestID) = 0;
+    virtual Task<void> sendProgress(std::string text, std::string requestID) = 0;
 };
 
 } // namespace morvex

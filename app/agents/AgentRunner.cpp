@@ -19,29 +19,29 @@ namespace {
 constexpr std::chrono::seconds timeLimit{900};
 /// The events are read line by line. The end of standard error, which states the cause, becomes a sentence
 /// for the user.
-constexpr Zachyt zachyt{.vystup = 0, .chyby = 64UL * 1024, .castChyb = Zachyt::Cast::konec};
+constexpr Capture capture{.vystup = 0, .chyby = 64UL * 1024, .errorsPart = Capture::Part::ending};
 
 /// Called on the thread that reads the output. The adapter and everything captured may outlive the runner.
-NaRadek follow(std::shared_ptr<const AgentAdapter> adapter, std::shared_ptr<SberatelZprav> sberatel,
-               std::shared_ptr<ProgressQueue> ohlasy, std::weak_ptr<ProcessRunner> proces) {
-    return [adapter, sberatel, ohlasy, proces](std::string_view radek) {
-        auto zprava = adapter->precti(radek);
+NaRadek follow(std::shared_ptr<const AgentAdapter> adapter, std::shared_ptr<SberatelZprav> collector,
+               std::shared_ptr<ProgressQueue> progressQueue, std::weak_ptr<ProcessRunner> proces) {
+    return [adapter, collector, progressQueue, proces](std::string_view line) {
+        auto zprava = adapter->precti(line);
         if (!zprava) return;
         zprava->relace = SessionId::usable(std::move(zprava->relace));
-        ProgressQueue::Ohlas ohlas;
-        if (sberatel->pridej(*zprava) == SberatelZprav::Relace::nova)
-            ohlas.relace = std::move(zprava->relace);
-        ohlas.prubeh = std::move(zprava->prubeh);
-        if (ohlas.relace || ohlas.prubeh) ohlasy->pridej(std::move(ohlas));
+        ProgressQueue::ProgressItem progressItem;
+        if (collector->add(*zprava) == SberatelZprav::Relace::fresh)
+            progressItem.relace = std::move(zprava->relace);
+        progressItem.prubeh = std::move(zprava->prubeh);
+        if (progressItem.relace || progressItem.prubeh) progressQueue->add(std::move(progressItem));
         if (!zprava->chyba) return;
-        if (auto running = proces.lock()) running->ukoncit();
+        if (auto running = proces.lock()) running->askToEnd();
     };
 }
 
 /// Only standard error decides, whatever ended the run.
 bool isSessionGone(const AgentAdapter& adapter, const VysledekProcesu& vysledek) {
     bool failed = vysledek.navratovyKod != 0 || vysledek.zruseno || vysledek.vyprselCas;
-    return failed && adapter.jeRelacePryc(vysledek.chyby);
+    return failed && adapter.isSessionGone(vysledek.chyby);
 }
 
 Result<AgentRunner::Vysledek> outcome(const AgentAdapter& adapter, Prubeh prubeh) {
@@ -78,21 +78,21 @@ std::shared_ptr<const AgentAdapter> AgentRunner::adapter(const std::string& nast
 }
 
 Task<AgentStatus> AgentRunner::zjisti(std::string nastroj) {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     auto known = adapter(nastroj);
     if (!known) co_return AgentStatus{false, {}, {}, "Neznámý nástroj."_sentence};
     co_return co_await detekce_.zjisti(std::move(known), {});
 }
 
-Task<Result<AgentRunner::Vysledek>> AgentRunner::spust(Zadani zadani, Posluchac posluchac) {
-    vyzadujHlavniVlakno();
+Task<Result<AgentRunner::Vysledek>> AgentRunner::spust(Assignment assignment, Posluchac posluchac) {
+    requireMainThread();
     CO_CHECK(checkFree());
-    CO_TRY(auto, nalezeno, co_await priprav(zadani));
+    CO_TRY(auto, foundAgent, co_await prepare(assignment));
     // Another task may have begun during the preparation.
     CO_CHECK(checkFree());
-    bezici_ =
-        std::make_shared<Bezici>(zadani.requestID, zadani.workItemID, zadani.nastroj, services_.clock.now());
-    auto vysledek = co_await pracuj(std::move(nalezeno), std::move(zadani), std::move(posluchac));
+    bezici_ = std::make_shared<Bezici>(assignment.requestID, assignment.workItemID, assignment.nastroj,
+                                       services_.clock.now());
+    auto vysledek = co_await carryOut(std::move(foundAgent), std::move(assignment), std::move(posluchac));
     bezici_.reset();
     co_return vysledek;
 }
@@ -102,84 +102,88 @@ Result<void> AgentRunner::checkFree() const {
     return {};
 }
 
-Result<void> AgentRunner::overNezastaveno(const std::stop_token& zastaveni) const {
-    if (stop_.stop_requested() || zastaveni.stop_requested())
+Result<void> AgentRunner::checkNotStopped(const std::stop_token& cancellation) const {
+    if (stop_.stop_requested() || cancellation.stop_requested())
         return fail(TalkSpanError{TalkSpanError::Cancelled{}});
     return {};
 }
 
-Result<void> AgentRunner::overStart(const Zadani& zadani) const {
-    CHECK(overNezastaveno(zadani.zastaveni));
-    if (!zadani.jePovolena()) return fail(Chyba{Chyba::SlozkaUzNeniPovolena{zadani.slozka}});
+Result<void> AgentRunner::overStart(const Assignment& assignment) const {
+    CHECK(checkNotStopped(assignment.cancellation));
+    if (!assignment.isAllowed()) return fail(Chyba{Chyba::FolderNoLongerAllowed{assignment.slozka}});
     return {};
 }
 
-Task<Result<AgentRunner::Nalezeno>> AgentRunner::priprav(Zadani zadani) {
-    const auto& nastroj = zadani.nastroj;
-    const auto& slozka = zadani.slozka;
+Task<Result<AgentRunner::FoundAgent>> AgentRunner::prepare(Assignment assignment) {
+    const auto& nastroj = assignment.nastroj;
+    const auto& slozka = assignment.slozka;
     auto known = adapter(nastroj);
     if (!known) co_return fail(Chyba{Chyba::NeznamyNastroj{nastroj}});
-    if (trim(zadani.instrukce).empty()) co_return fail(Chyba{Chyba::PrazdnaInstrukce{}});
+    if (trim(assignment.instrukce).empty()) co_return fail(Chyba{Chyba::PrazdnaInstrukce{}});
     if (!co_await runOn(services_.workers, [&slozka] { return paths::isFolder(slozka); }))
         co_return fail(Chyba{Chyba::SlozkaNeexistuje{slozka}});
-    auto status = co_await detekce_.zjisti(known, zadani.zastaveni);
-    CO_CHECK(overNezastaveno(zadani.zastaveni));
+    auto status = co_await detekce_.zjisti(known, assignment.cancellation);
+    CO_CHECK(checkNotStopped(assignment.cancellation));
     auto found = status.installed ? co_await services_.discovery.najdiBinarku(known->jmenaBinarky())
-                                  : std::optional<ProgramDiscovery::Nalez>{};
+                                  : std::optional<ProgramDiscovery::FoundProgram>{};
     if (!found)
         co_return fail(Chyba{Chyba::Nenainstalovano{
             std::move(status.problem).value_or("Nástroj {nastroj} není nainstalovaný."_sentence(nastroj))}});
-    co_return Nalezeno{std::move(known), std::move(found->binarka)};
+    co_return FoundAgent{std::move(known), std::move(found->binary)};
 }
 
-Task<Result<AgentRunner::Vysledek>> AgentRunner::pracuj(Nalezeno nalezeno, Zadani zadani,
-                                                        Posluchac posluchac) {
-    const auto adapter = nalezeno.adapter;
-    const auto klic = zadani.nastroj + ":" + zadani.slozka;
-    if (auto known = relace_.find(klic); known != relace_.end()) zadani.relace = known->second;
-    zadani.relace = SessionId::usable(std::move(zadani.relace));
-    auto ohlasy = std::make_shared<ProgressQueue>(services_.main, std::move(posluchac), bezici_);
-    auto prubeh = co_await navaz(nalezeno, zadani, ohlasy);
+Task<Result<AgentRunner::Vysledek>> AgentRunner::carryOut(FoundAgent foundAgent, Assignment assignment,
+                                                          Posluchac posluchac) {
+    const auto adapter = foundAgent.adapter;
+    const auto key = assignment.nastroj + ":" + assignment.slozka;
+    if (auto known = relace_.find(key); known != relace_.end()) assignment.relace = known->second;
+    assignment.relace = SessionId::usable(std::move(assignment.relace));
+    auto progressQueue = std::make_shared<ProgressQueue>(services_.main, std::move(posluchac), bezici_);
+    auto prubeh = co_await attempt(foundAgent, assignment, progressQueue);
     if (prubeh && prubeh->navazaniSelhalo) {
-        relace_.erase(klic);
-        ohlasy->ohlas({.relace = {}, .prubeh = "Předchozí relace už neexistuje, zakládám novou."});
-        zadani.relace.reset();
-        prubeh = co_await navaz(std::move(nalezeno), std::move(zadani), ohlasy);
+        relace_.erase(key);
+        progressQueue->progressItem(
+            {.relace = {}, .prubeh = "Předchozí relace už neexistuje, zakládám novou."});
+        assignment.relace.reset();
+        prubeh = co_await attempt(std::move(foundAgent), std::move(assignment), progressQueue);
     }
     if (!prubeh) co_return fail(prubeh.error());
-    if (prubeh->relace) relace_.insert_or_assign(klic, *prubeh->relace);
+    if (prubeh->relace) relace_.insert_or_assign(key, *prubeh->relace);
     co_return outcome(*adapter, *std::move(prubeh));
 }
 
-Task<Result<Prubeh>> AgentRunner::navaz(Nalezeno nalezeno, Zadani zadani,
-                                        std::shared_ptr<ProgressQueue> ohlasy) {
-    const bool isResumed = zadani.relace.has_value();
-    OutsideProgram program{.binary = std::move(nalezeno.binarka),
-                           .args = nalezeno.adapter->argumenty(std::move(zadani.instrukce), zadani.slozka,
-                                                               std::move(zadani.relace)),
-                           .cwd = zadani.slozka,
+Task<Result<Prubeh>> AgentRunner::attempt(FoundAgent foundAgent, Assignment assignment,
+                                          std::shared_ptr<ProgressQueue> progressQueue) {
+    const bool isResumed = assignment.relace.has_value();
+    OutsideProgram program{.binary = std::move(foundAgent.binary),
+                           .args =
+                               foundAgent.adapter->argumenty(std::move(assignment.instrukce),
+                                                             assignment.slozka, std::move(assignment.relace)),
+                           .cwd = assignment.slozka,
                            .env = co_await services_.discovery.prostrediNastroju()};
-    CO_CHECK(overStart(zadani));
-    CO_TRY(auto, prubeh, co_await probehni(nalezeno.adapter, std::move(program), std::move(ohlasy)));
-    prubeh.navazaniSelhalo = isResumed && isSessionGone(*nalezeno.adapter, prubeh.vysledek);
+    CO_CHECK(overStart(assignment));
+    CO_TRY(auto, prubeh,
+           co_await runProgram(foundAgent.adapter, std::move(program), std::move(progressQueue)));
+    prubeh.navazaniSelhalo = isResumed && isSessionGone(*foundAgent.adapter, prubeh.vysledek);
     co_return prubeh;
 }
 
-Task<Result<Prubeh>> AgentRunner::probehni(std::shared_ptr<const AgentAdapter> adapter,
-                                           OutsideProgram program, std::shared_ptr<ProgressQueue> ohlasy) {
+Task<Result<Prubeh>> AgentRunner::runProgram(std::shared_ptr<const AgentAdapter> adapter,
+                                             OutsideProgram program,
+                                             std::shared_ptr<ProgressQueue> progressQueue) {
     auto proces = std::make_shared<ProcessRunner>(services_.launcher, services_.clock);
-    auto sberatel = std::make_shared<SberatelZprav>();
+    auto collector = std::make_shared<SberatelZprav>();
     std::stop_callback cancel(stop_, [&proces] { proces->zrusit(); });
     proces_ = proces;
     auto vysledek = co_await proces->spustit(std::move(program), timeLimit,
-                                             follow(adapter, sberatel, ohlasy, proces), zachyt);
+                                             follow(adapter, collector, progressQueue, proces), capture);
     proces_.reset();
     if (!vysledek) co_return fail(vysledek.error());
-    co_return sberatel->prubeh(*std::move(vysledek));
+    co_return collector->prubeh(*std::move(vysledek));
 }
 
-void AgentRunner::vyzadujHlavniVlakno() const {
-    vyzaduj(services_.main.isCurrent(), "agents are run on the main thread");
+void AgentRunner::requireMainThread() const {
+    require(services_.main.isCurrent(), "agents are run on the main thread");
 }
 
 const AgentRunner::Bezici* AgentRunner::bezici() const {

@@ -3,8 +3,8 @@
 #include "app/agents/Adaptery.h"
 #include "app/agents/AgentChyba.h"
 #include "app/agents/AgentDetection.h"
+#include "app/agents/AgentListener.h"
 #include "app/agents/Bezici.h"
-#include "app/agents/PosluchacAgenta.h"
 #include "app/agents/Prubeh.h"
 #include "app/programs/ProgramDiscovery.h"
 #include "foundation/Clock.h"
@@ -41,7 +41,7 @@ class AgentRunner {
         Executor& workers;
     };
 
-    struct Zadani {
+    struct Assignment {
         std::string requestID;
         std::optional<Uuid> workItemID;
         std::string nastroj; ///< "codex" or "claude-code"
@@ -50,12 +50,12 @@ class AgentRunner {
         std::optional<std::string> relace; ///< the session to continue, unless this object remembers one
         /// Ends the preparation and prevents the start of the agent. Does not stop a running agent; `zrus`
         /// does that.
-        std::stop_token zastaveni = {};
+        std::stop_token cancellation = {};
         /// Whether the folder is still allowed; asked before each start of the agent, but not during a run.
-        std::function<bool()> jePovolena = [] { return true; };
+        std::function<bool()> isAllowed = [] { return true; };
     };
 
-    using Posluchac = PosluchacAgenta;
+    using Posluchac = AgentListener;
 
     struct Vysledek {
         std::string text;
@@ -65,7 +65,7 @@ class AgentRunner {
     };
 
     /// `stop` ends the running task and lets none start; for the end of the program.
-    AgentRunner(Services services, std::stop_token stop, Adaptery adaptery = znameAdaptery());
+    AgentRunner(Services services, std::stop_token stop, Adaptery adaptery = knownAdapters());
     ~AgentRunner();
     AgentRunner(const AgentRunner&) = delete;
     AgentRunner& operator=(const AgentRunner&) = delete;
@@ -77,35 +77,36 @@ class AgentRunner {
     /// Runs a task to its end, for at most 15 minutes (twice that if its session turns out to be gone). Fails
     /// with `Chyba` before an agent has run, and with `TalkSpanError` (`Cancelled`, `TimedOut`, `ToolFailed`)
     /// afterwards. The listener is called for the last time before the task ends.
-    Task<Result<Vysledek>> spust(Zadani zadani, Posluchac posluchac);
+    Task<Result<Vysledek>> spust(Assignment assignment, Posluchac posluchac);
 
     /// Asks the running agent to end. False if none is running.
     bool zrus();
 
     /// Whether an agent was started and its end has not been processed yet. It may have exited already, with
     /// output still to be read.
-    [[nodiscard]] bool jeSpusteny() const { return proces_ != nullptr; }
+    [[nodiscard]] bool isRunning() const { return proces_ != nullptr; }
 
     /// The running task, or null. The pointer must not be kept over an await.
     [[nodiscard]] const Bezici* bezici() const;
 
   private:
-    struct Nalezeno {
+    struct FoundAgent {
         std::shared_ptr<const AgentAdapter> adapter;
-        std::string binarka;
+        std::string binary;
     };
 
     [[nodiscard]] std::shared_ptr<const AgentAdapter> adapter(const std::string& nastroj) const;
     [[nodiscard]] Result<void> checkFree() const;
-    Task<Result<Nalezeno>> priprav(Zadani zadani);
-    Task<Result<Vysledek>> pracuj(Nalezeno nalezeno, Zadani zadani, Posluchac posluchac);
-    Task<Result<Prubeh>> navaz(Nalezeno nalezeno, Zadani zadani, std::shared_ptr<ProgressQueue> ohlasy);
-    Task<Result<Prubeh>> probehni(std::shared_ptr<const AgentAdapter> adapter, OutsideProgram program,
-                                  std::shared_ptr<ProgressQueue> ohlasy);
+    Task<Result<FoundAgent>> prepare(Assignment assignment);
+    Task<Result<Vysledek>> carryOut(FoundAgent foundAgent, Assignment assignment, Posluchac posluchac);
+    Task<Result<Prubeh>> attempt(FoundAgent foundAgent, Assignment assignment,
+                                 std::shared_ptr<ProgressQueue> progressQueue);
+    Task<Result<Prubeh>> runProgram(std::shared_ptr<const AgentAdapter> adapter, OutsideProgram program,
+                                    std::shared_ptr<ProgressQueue> progressQueue);
     /// Checks the conditions that may have changed since the task was accepted.
-    [[nodiscard]] Result<void> overStart(const Zadani& zadani) const;
-    [[nodiscard]] Result<void> overNezastaveno(const std::stop_token& zastaveni) const;
-    void vyzadujHlavniVlakno() const;
+    [[nodiscard]] Result<void> overStart(const Assignment& assignment) const;
+    [[nodiscard]] Result<void> checkNotStopped(const std::stop_token& cancellation) const;
+    void requireMainThread() const;
 
     Services services_;
     std::stop_token stop_;

@@ -71,53 +71,53 @@ void AgentTools::addTo(ToolTable& table, const Offer& offer) {
     auto withFolder = [this](std::function<bool()> condition) {
         return [this, condition = std::move(condition)] { return condition() && !folders_.aliasy().empty(); };
     };
-    table.add(MacToolName::codexRun, withFolder(offer.codex), this, &AgentTools::spustCodex);
+    table.add(MacToolName::codexRun, withFolder(offer.codex), this, &AgentTools::runCodex);
     table.add(MacToolName::codexCancel, withFolder(offer.codex), this, &AgentTools::zrus);
-    table.add(MacToolName::claudeRun, withFolder(offer.claude), this, &AgentTools::spustClaude);
+    table.add(MacToolName::claudeRun, withFolder(offer.claude), this, &AgentTools::runClaude);
     table.add(MacToolName::claudeCancel, withFolder(offer.claude), this, &AgentTools::zrus);
-    table.add(MacToolName::agentRename, withFolder(offer.rename), this, &AgentTools::prejmenuj);
+    table.add(MacToolName::agentRename, withFolder(offer.rename), this, &AgentTools::renameTask);
 }
 
 bool AgentTools::zastavit(const Uuid& workItemID) {
-    if (!agentniUloha_ || agentniUloha_->workItemID != workItemID || agentniUloha_->jeKonec) return false;
+    if (!agentniUloha_ || agentniUloha_->workItemID != workItemID || agentniUloha_->hasEnded) return false;
     if (agenti_.zrus()) return true;
-    agentniUloha_->zastaveni.request_stop();
-    return !agenti_.jeSpusteny();
+    agentniUloha_->cancellation.request_stop();
+    return !agenti_.isRunning();
 }
 
-std::optional<Uuid> AgentTools::uloha() const {
+std::optional<Uuid> AgentTools::currentTask() const {
     return agentniUloha_ ? std::optional(agentniUloha_->workItemID) : std::nullopt;
 }
 
-Task<ToolOutcome> AgentTools::spustCodex(AgentRun run, ToolCall call) {
+Task<ToolOutcome> AgentTools::runCodex(AgentRun run, ToolCall call) {
     return spust(std::string(AgentId::codex), std::move(run), std::move(call));
 }
 
-Task<ToolOutcome> AgentTools::spustClaude(AgentRun run, ToolCall call) {
+Task<ToolOutcome> AgentTools::runClaude(AgentRun run, ToolCall call) {
     return spust(std::string(AgentId::claudeCode), std::move(run), std::move(call));
 }
 
 Task<ToolOutcome> AgentTools::spust(std::string nastroj, AgentRun run, ToolCall call) {
     auto slozka = folders_.slozkaProAlias(run.folder);
-    if (!slozka) co_return bezSlozky();
+    if (!slozka) co_return noFolder();
     if (agenti_.bezici() || agentniUloha_)
         co_return ToolOutcome::refused("Na Macu už běží jiný úkol. Nejdřív ho dokonči nebo zastav.");
 
     auto workItemID = uuid(run.workItemID);
-    auto navazana = relace(workItemID, nastroj, *slozka);
+    auto continued = relace(workItemID, nastroj, *slozka);
     auto ukol =
         historie_.zaloz({workItemID, uuid(run.conversationID), nastroj, run.title, run.instruction, *slozka});
     agentniUloha_.emplace(ukol.workItemID);
-    agentniUloha_->priOpusteni.emplace(call.opusteni, [this] { opust(); });
+    agentniUloha_->onAbandonment.emplace(call.abandonment, [this] { abandon(); });
     // Saved first, so that an accepted task is still known after a restart.
-    co_await historie_.ulozeno();
+    co_await historie_.saved();
     // The scope starts the task in a later job of this thread, so the reply is sent before anything the task
     // sends.
-    scope_.spawn(pracuj({firstBytes(call.requestID, longestRequestID), ukol.workItemID, std::move(nastroj),
-                         std::move(run.instruction), *slozka, std::move(navazana),
-                         agentniUloha_->zastaveni.get_token(),
-                         [this, cesta = *slozka] { return folders_.jePovolena(cesta); }},
-                        ukol.workItemID));
+    scope_.spawn(carryOut({firstBytes(call.requestID, longestRequestID), ukol.workItemID, std::move(nastroj),
+                           std::move(run.instruction), *slozka, std::move(continued),
+                           agentniUloha_->cancellation.get_token(),
+                           [this, cesta = *slozka] { return folders_.isAllowed(cesta); }},
+                          ukol.workItemID));
     co_return ToolOutcome::done(
         {{"accepted", true},
          {"completed", false},
@@ -125,7 +125,7 @@ Task<ToolOutcome> AgentTools::spust(std::string nastroj, AgentRun run, ToolCall 
          {"work_item_id", ukol.workItemID.text()}});
 }
 
-ToolOutcome AgentTools::bezSlozky() const {
+ToolOutcome AgentTools::noFolder() const {
     const auto aliasy = folders_.aliasy();
     if (aliasy.empty())
         return ToolOutcome::refused("Na Macu není povolená žádná složka. Přidej ji v okně Morvex.");
@@ -138,32 +138,31 @@ std::optional<std::string> AgentTools::relace(const std::optional<Uuid>& workIte
                       : historie_.relaceProSlozku(nastroj, slozka);
 }
 
-Task<void> AgentTools::pracuj(AgentRunner::Zadani zadani, Uuid workItemID) {
-    co_await oznamUkol(workItemID);
-    co_await hlaseni_.poslatStav();
-    auto slysi = posluchac(zadani.requestID, workItemID);
-    auto vysledek = co_await agenti_.spust(std::move(zadani), std::move(slysi));
+Task<void> AgentTools::carryOut(AgentRunner::Assignment assignment, Uuid workItemID) {
+    co_await announceTask(workItemID);
+    co_await reports_.poslatStav();
+    auto listener = posluchac(assignment.requestID, workItemID);
+    auto vysledek = co_await agenti_.spust(std::move(assignment), std::move(listener));
     // This program is ending. At its next start it finds the task running and marks it as interrupted.
     if (scope_.token().stop_requested() && isCancelled(vysledek)) co_return;
-    agentniUloha_->jeKonec = true;
-    zaznamenej(workItemID, std::move(vysledek));
-    co_await novinky_.odeslano();
-    co_await oznamUkol(workItemID);
+    agentniUloha_->hasEnded = true;
+    recordEnd(workItemID, std::move(vysledek));
+    co_await news_.allSent();
+    co_await announceTask(workItemID);
     agentniUloha_.reset();
-    co_await hlaseni_.poslatStav();
+    co_await reports_.poslatStav();
 }
 
 AgentRunner::Posluchac AgentTools::posluchac(const std::string& requestID, const Uuid& workItemID) {
-    return {
-        .priPrubehu = [this, requestID](std::string text) { novinky_.prubeh(std::move(text), requestID); },
-        .priRelaci =
-            [this, workItemID](std::string relace) {
-                historie_.nastavRelaci(workItemID, std::move(relace));
-                if (auto ukol = historie_.ukol(workItemID)) novinky_.ukol(*std::move(ukol));
-            }};
+    return {.priPrubehu = [this, requestID](std::string text) { news_.prubeh(std::move(text), requestID); },
+            .onSession =
+                [this, workItemID](std::string relace) {
+                    historie_.nastavRelaci(workItemID, std::move(relace));
+                    if (auto ukol = historie_.ukol(workItemID)) news_.ukol(*std::move(ukol));
+                }};
 }
 
-void AgentTools::zaznamenej(const Uuid& workItemID, Result<AgentRunner::Vysledek> vysledek) {
+void AgentTools::recordEnd(const Uuid& workItemID, Result<AgentRunner::Vysledek> vysledek) {
     if (vysledek)
         historie_.dokonci(workItemID, std::move(vysledek->text), std::move(vysledek->relace));
     else if (isCancelled(vysledek))
@@ -172,36 +171,36 @@ void AgentTools::zaznamenej(const Uuid& workItemID, Result<AgentRunner::Vysledek
         historie_.selhal(workItemID, vysledek.error().popis());
 }
 
-Task<void> AgentTools::oznamUkol(Uuid workItemID) {
+Task<void> AgentTools::announceTask(Uuid workItemID) {
     auto ukol = historie_.ukol(workItemID);
-    if (ukol) co_await hlaseni_.poslatUkol(*std::move(ukol));
+    if (ukol) co_await reports_.poslatUkol(*std::move(ukol));
 }
 
 Task<ToolOutcome> AgentTools::zrus(NoArguments, ToolCall) {
-    const auto workItemID = uloha();
+    const auto workItemID = currentTask();
     const bool isStopped = workItemID && zastavit(*workItemID);
     co_return ToolOutcome::done(
         {{"cancelled", isStopped}, {"message", isStopped ? "Zastaveno." : "Nic neběželo."}});
 }
 
-void AgentTools::opust() {
+void AgentTools::abandon() {
     // Also prevents a new start if the session turns out to be gone.
-    agentniUloha_->zastaveni.request_stop();
+    agentniUloha_->cancellation.request_stop();
     agenti_.zrus();
 }
 
-Task<ToolOutcome> AgentTools::prejmenuj(AgentRename rename, ToolCall) {
+Task<ToolOutcome> AgentTools::renameTask(AgentRename rename, ToolCall) {
     auto title = trim(rename.title);
     const auto folder = named(rename.folder);
-    const HistorieAgentu::Hledany hledany{uuid(rename.workItemID), named(rename.agent), folder,
-                                          folder ? folders_.slozkaProAlias(folder) : std::nullopt};
-    auto ukol = namesNoTask(rename) ? std::nullopt : historie_.prejmenuj(hledany, title);
+    const HistorieAgentu::SoughtTask sought{uuid(rename.workItemID), named(rename.agent), folder,
+                                            folder ? folders_.slozkaProAlias(folder) : std::nullopt};
+    auto ukol = namesNoTask(rename) ? std::nullopt : historie_.renameTask(sought, title);
     if (!ukol)
         co_return ToolOutcome::refused(title.empty() ? "Chybí nový název relace."
                                                      : "Odpovídající relaci jsem nenašel.");
     auto workItemID = ukol->workItemID.text();
     title = ukol->nazev;
-    co_await hlaseni_.poslatUkol(*std::move(ukol));
+    co_await reports_.poslatUkol(*std::move(ukol));
     co_return ToolOutcome::done({{"renamed", true},
                                  {"title", title},
                                  {"work_item_id", std::move(workItemID)},

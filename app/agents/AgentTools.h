@@ -26,7 +26,7 @@ class AgentTools {
     struct Folders {
         std::function<std::vector<std::string>()> aliasy;
         std::function<std::optional<std::string>(const std::optional<std::string>& alias)> slozkaProAlias;
-        std::function<bool(const std::string& cesta)> jePovolena; ///< asked without reading the disk
+        std::function<bool(const std::string& cesta)> isAllowed; ///< asked without reading the disk
     };
 
     /// Conditions for offering each tool, apart from an allowed folder.
@@ -38,12 +38,12 @@ class AgentTools {
 
     /// `scope` runs the background task; it belongs to the owner and is joined before this object is
     /// destroyed.
-    AgentTools(AgentRunner& agenti, HistorieAgentu& historie, AgentReports& hlaseni, Folders folders,
+    AgentTools(AgentRunner& agenti, HistorieAgentu& historie, AgentReports& reports, Folders folders,
                TaskScope& scope)
         : agenti_(agenti),
           historie_(historie),
-          hlaseni_(hlaseni),
-          novinky_(hlaseni, scope),
+          reports_(reports),
+          news_(reports, scope),
           folders_(std::move(folders)),
           scope_(scope) {}
 
@@ -55,36 +55,36 @@ class AgentTools {
     bool zastavit(const Uuid& workItemID);
 
     /// The work item of the current task, from its acceptance until the phone has been told of its end.
-    [[nodiscard]] std::optional<Uuid> uloha() const;
+    [[nodiscard]] std::optional<Uuid> currentTask() const;
 
   private:
-    Task<ToolOutcome> spustCodex(AgentRun run, ToolCall call);
-    Task<ToolOutcome> spustClaude(AgentRun run, ToolCall call);
+    Task<ToolOutcome> runCodex(AgentRun run, ToolCall call);
+    Task<ToolOutcome> runClaude(AgentRun run, ToolCall call);
     Task<ToolOutcome> spust(std::string nastroj, AgentRun run, ToolCall call);
     Task<ToolOutcome> zrus(NoArguments none, ToolCall call);
-    void opust();
-    Task<ToolOutcome> prejmenuj(AgentRename rename, ToolCall call);
-    [[nodiscard]] ToolOutcome bezSlozky() const;
+    void abandon();
+    Task<ToolOutcome> renameTask(AgentRename rename, ToolCall call);
+    [[nodiscard]] ToolOutcome noFolder() const;
     [[nodiscard]] std::optional<std::string> relace(const std::optional<Uuid>& workItemID,
                                                     const std::string& nastroj,
                                                     const std::string& slozka) const;
-    Task<void> pracuj(AgentRunner::Zadani zadani, Uuid workItemID);
+    Task<void> carryOut(AgentRunner::Assignment assignment, Uuid workItemID);
     [[nodiscard]] AgentRunner::Posluchac posluchac(const std::string& requestID, const Uuid& workItemID);
-    void zaznamenej(const Uuid& workItemID, Result<AgentRunner::Vysledek> vysledek);
-    Task<void> oznamUkol(Uuid workItemID);
+    void recordEnd(const Uuid& workItemID, Result<AgentRunner::Vysledek> vysledek);
+    Task<void> announceTask(Uuid workItemID);
 
     struct AgentniUloha {
         Uuid workItemID;
-        std::stop_source zastaveni = {};
-        bool jeKonec = false; ///< the end is recorded; the phone is still being told
+        std::stop_source cancellation = {};
+        bool hasEnded = false; ///< the end is recorded; the phone is still being told
         /// Runs when the call that began the task is abandoned.
-        std::optional<std::stop_callback<std::function<void()>>> priOpusteni = {};
+        std::optional<std::stop_callback<std::function<void()>>> onAbandonment = {};
     };
 
     AgentRunner& agenti_;
     HistorieAgentu& historie_;
-    AgentReports& hlaseni_;
-    AgentNews novinky_;
+    AgentReports& reports_;
+    AgentNews news_;
     Folders folders_;
     TaskScope& scope_;
     std::optional<AgentniUloha> agentniUloha_; ///< set while the background task exists

@@ -24,7 +24,7 @@ std::optional<RunningTask> runningTask(const Bezici* bezici) {
 AgentTools::Folders foldersOf(const Slozky& slozky) {
     return {[&slozky] { return slozky.aliasy(); },
             [&slozky](const std::optional<std::string>& alias) { return slozky.slozkaProAlias(alias); },
-            [&slozky](const std::string& cesta) { return slozky.jePovolena(cesta); }};
+            [&slozky](const std::string& cesta) { return slozky.isAllowed(cesta); }};
 }
 
 } // namespace
@@ -42,7 +42,9 @@ AgentsFeature::AgentsFeature(FeatureContext& context, const Slozky& slozky, Prog
       tools_(runner_, *historie_, sync_, foldersOf(slozky), context.scope) {
     tools_.addTo(context.tools, offer());
     context.inbox.take<MacPayload::WorkItemAck>(
-        [this](MacPayload::WorkItemAck potvrzeni, const Delivery&) { return potvrzeno(potvrzeni); });
+        [this](MacPayload::WorkItemAck acknowledgement, const Delivery&) {
+            return potvrzeno(acknowledgement);
+        });
 }
 
 AgentTools::Offer AgentsFeature::offer() const {
@@ -75,26 +77,26 @@ void AgentsFeature::addTo(boost::json::object& answer) const {
 
 Task<void> AgentsFeature::refresh() {
     TaskScope detections(main_);
-    detections.spawn(zjistit(AgentId::claudeCode, &stav_.claude));
-    detections.spawn(zjistit(AgentId::codex, &stav_.codex));
+    detections.spawn(detect(AgentId::claudeCode, &stav_.claude));
+    detections.spawn(detect(AgentId::codex, &stav_.codex));
     co_await detections.join();
 }
 
-Task<void> AgentsFeature::zjistit(std::string_view nastroj, QProperty<AgentStatus>* stav) {
+Task<void> AgentsFeature::detect(std::string_view nastroj, QProperty<AgentStatus>* stav) {
     *stav = co_await runner_.zjisti(std::string(nastroj));
 }
 
-Task<void> AgentsFeature::potvrzeno(MacPayload::WorkItemAck potvrzeni) {
-    sync_.potvrzeno(potvrzeni);
+Task<void> AgentsFeature::potvrzeno(MacPayload::WorkItemAck acknowledgement) {
+    sync_.potvrzeno(acknowledgement);
     co_return;
 }
 
 Task<void> AgentsFeature::catchUp(std::shared_ptr<SecureLink> link) {
-    return sync_.doplnit(std::move(link));
+    return sync_.catchUp(std::move(link));
 }
 
 Task<void> AgentsFeature::saved() {
-    return historie_->ulozeno();
+    return historie_->saved();
 }
 
 } // namespace morvex

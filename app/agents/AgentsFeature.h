@@ -26,9 +26,9 @@ class AgentsFeature final : public Feature {
     /// The result of the last detection of each agent; views read and watch it.
     struct Stav {
         /// An agent's problem until its first detection has ended.
-        static constexpr auto jesteNevim = "Zjišťuji…"_sentence;
-        QProperty<AgentStatus> claude{AgentStatus{false, {}, {}, jesteNevim}};
-        QProperty<AgentStatus> codex{AgentStatus{false, {}, {}, jesteNevim}};
+        static constexpr auto notKnownYet = "Zjišťuji…"_sentence;
+        QProperty<AgentStatus> claude{AgentStatus{false, {}, {}, notKnownYet}};
+        QProperty<AgentStatus> codex{AgentStatus{false, {}, {}, notKnownYet}};
     };
 
     [[nodiscard]] Stav& stav() { return stav_; }
@@ -38,10 +38,10 @@ class AgentsFeature final : public Feature {
     [[nodiscard]] const AgentRunner& runner() const { return runner_; }
 
     /// Asks the agent to end if it works on this task or is about to start it.
-    bool zastavitUkol(const Uuid& workItemID) { return tools_.zastavit(workItemID); }
+    bool stopTask(const Uuid& workItemID) { return tools_.zastavit(workItemID); }
 
     /// The work item of the agent's current task, from its acceptance to its end.
-    [[nodiscard]] std::optional<Uuid> uloha() const { return tools_.uloha(); }
+    [[nodiscard]] std::optional<Uuid> currentTask() const { return tools_.currentTask(); }
 
     void addTo(MacStatus& status) const override;
     void addTo(boost::json::object& answer) const override;
@@ -52,8 +52,8 @@ class AgentsFeature final : public Feature {
   private:
     [[nodiscard]] AgentTools::Offer offer() const;
     [[nodiscard]] AgentStatus toldOf(Integration integration, const AgentStatus& detected) const;
-    Task<void> zjistit(std::string_view nastroj, QProperty<AgentStatus>* stav);
-    Task<void> potvrzeno(MacPayload::WorkItemAck potvrzeni);
+    Task<void> detect(std::string_view nastroj, QProperty<AgentStatus>* stav);
+    Task<void> potvrzeno(MacPayload::WorkItemAck acknowledgement);
 
     const MacIntegrationSettings& integrations_;
     Executor& main_;

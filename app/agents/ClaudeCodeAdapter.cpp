@@ -124,20 +124,20 @@ std::vector<std::string> ClaudeCodeAdapter::argumenty(std::string instrukce, std
     return all;
 }
 
-std::optional<ZpravaAgenta> ClaudeCodeAdapter::precti(std::string_view radek) const {
-    const auto root = parseDocument(radek);
+std::optional<ZpravaAgenta> ClaudeCodeAdapter::precti(std::string_view line) const {
+    const auto root = parseDocument(line);
     if (!root || !root->is_object()) return std::nullopt;
     auto zprava = read(root->get_object());
     return zprava == ZpravaAgenta{} ? std::nullopt : std::optional(std::move(zprava));
 }
 
-bool ClaudeCodeAdapter::jeRelacePryc(std::string_view chyby) const {
+bool ClaudeCodeAdapter::isSessionGone(std::string_view chyby) const {
     return containsAny(lowerCase(chyby), {"no conversation found", "session not found",
                                           "could not find session", "invalid session"});
 }
 
-std::optional<AgentAdapter::KontrolaPrihlaseni> ClaudeCodeAdapter::kontrolaPrihlaseni() const {
-    return KontrolaPrihlaseni{
+std::optional<AgentAdapter::LoginCheck> ClaudeCodeAdapter::loginCheck() const {
+    return LoginCheck{
         .argumenty = {"auth", "status", "--json"},
         .limit = std::chrono::seconds(8),
         .problem = "Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V "

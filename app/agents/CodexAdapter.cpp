@@ -107,14 +107,14 @@ std::vector<std::string> CodexAdapter::argumenty(std::string instrukce, std::str
     return all;
 }
 
-std::optional<ZpravaAgenta> CodexAdapter::precti(std::string_view radek) const {
-    const auto root = parseDocument(radek);
+std::optional<ZpravaAgenta> CodexAdapter::precti(std::string_view line) const {
+    const auto root = parseDocument(line);
     if (!root || !root->is_object()) return std::nullopt;
     auto zprava = read(unwrap(root->get_object()));
     return zprava == ZpravaAgenta{} ? std::nullopt : std::optional(std::move(zprava));
 }
 
-bool CodexAdapter::jeRelacePryc(std::string_view chyby) const {
+bool CodexAdapter::isSessionGone(std::string_view chyby) const {
     return containsAny(lowerCase(chyby),
                        {"no such thread", "thread not found", "session not found", "invalid session"});
 }

@@ -12,8 +12,8 @@ class CodexAdapter final : public AgentAdapter {
     [[nodiscard]] Sentence napoveda() const override;
     [[nodiscard]] std::vector<std::string> argumenty(std::string instrukce, std::string slozka,
                                                      std::optional<std::string> relace) const override;
-    [[nodiscard]] std::optional<ZpravaAgenta> precti(std::string_view radek) const override;
-    [[nodiscard]] bool jeRelacePryc(std::string_view chyby) const override;
+    [[nodiscard]] std::optional<ZpravaAgenta> precti(std::string_view line) const override;
+    [[nodiscard]] bool isSessionGone(std::string_view chyby) const override;
 };
 
 } // namespace morvex

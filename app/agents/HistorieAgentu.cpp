@@ -63,10 +63,10 @@ std::optional<std::string> nameIn(const std::optional<std::string>& text) {
 
 /// The first task of the work item, or null.
 template <class Tasks, class Forgotten>
-auto* firstOf(const Uuid& workItemID, Tasks& polozky, Forgotten& zapomenuty) {
+auto* firstOf(const Uuid& workItemID, Tasks& polozky, Forgotten& forgotten) {
     auto found = std::ranges::find(polozky, workItemID, &UkolAgenta::workItemID);
     if (found != polozky.end()) return &*found;
-    return zapomenuty && zapomenuty->workItemID == workItemID ? &*zapomenuty : nullptr;
+    return forgotten && forgotten->workItemID == workItemID ? &*forgotten : nullptr;
 }
 
 /// The session of the first task that has a session and fulfils `condition`.
@@ -82,83 +82,84 @@ std::optional<std::string> firstSession(const std::vector<UkolAgenta>& polozky, 
 HistorieAgentu::HistorieAgentu(const std::filesystem::path& applicationSupport, Services services)
     : services_(services),
       soubor_(applicationSupport / "TalkSpan" / "agent-tasks.json", fileLimit),
-      saves_(services.saving, {[this] { return zacniUkladat(); },
-                               [this](const Result<void>& saved) { skonciUkladani(saved); }}) {}
+      saves_(services.saving,
+             {[this] { return startSaving(); }, [this](const Result<void>& saved) { finishSaving(saved); }}) {
+}
 
 std::unique_ptr<HistorieAgentu> HistorieAgentu::create(const std::filesystem::path& applicationSupport,
                                                        Services services) {
     std::unique_ptr<HistorieAgentu> historie(new HistorieAgentu(applicationSupport, services));
-    historie->nacti();
+    historie->load();
     return historie;
 }
 
-void HistorieAgentu::nacti() {
+void HistorieAgentu::load() {
     auto bytes = soubor_.read();
     if (bytes && !*bytes) return;
-    auto ukoly = bytes ? decode<std::vector<UkolAgenta>>(**bytes, fileLimits(fileLimit, (*bytes)->size()))
+    auto tasks = bytes ? decode<std::vector<UkolAgenta>>(**bytes, fileLimits(fileLimit, (*bytes)->size()))
                        : Result<std::vector<UkolAgenta>>(fail(bytes.error()));
-    if (!ukoly) {
+    if (!tasks) {
         if (bytes) soubor_.markDamaged();
-        setPotiz("Historii úkolů se nepodařilo načíst: {duvod}"_sentence(ukoly.error().popis()));
+        setPotiz("Historii úkolů se nepodařilo načíst: {duvod}"_sentence(tasks.error().popis()));
         return;
     }
     // Tasks with equal dates keep their order.
     std::multimap<Date, UkolAgenta, std::greater<>> byBeginning;
-    for (auto& ukol : *ukoly) byBeginning.emplace(ukol.zalozeno, bounded(ukol));
+    for (auto& ukol : *tasks) byBeginning.emplace(ukol.zalozeno, bounded(ukol));
     for (auto& [began, ukol] : byBeginning) polozky_.push_back(std::move(ukol));
     if (polozky_.size() > maximum) polozky_.resize(maximum);
-    prerusBezici();
+    interruptRunning();
 }
 
-void HistorieAgentu::prerusBezici() {
+void HistorieAgentu::interruptRunning() {
     bool isChanged = false;
     for (auto& ukol : polozky_) {
         if (ukol.stav != UkolAgenta::Stav::bezi) continue;
         ukol.stav = UkolAgenta::Stav::preruseno;
         if (!ukol.dokonceno) ukol.dokonceno = services_.saving.clock.now();
-        zvysRevizi(ukol);
+        raiseRevision(ukol);
         isChanged = true;
     }
     if (isChanged) ulozit();
 }
 
 const std::vector<UkolAgenta>& HistorieAgentu::polozky() const {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     return polozky_;
 }
 
 const std::optional<Sentence>& HistorieAgentu::potiz() const {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     return potiz_;
 }
 
 const UkolAgenta* HistorieAgentu::bezici() const {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     auto found = std::ranges::find(polozky_, UkolAgenta::Stav::bezi, &UkolAgenta::stav);
     if (found != polozky_.end()) return &*found;
-    return zapomenuty_ && zapomenuty_->stav == UkolAgenta::Stav::bezi ? &*zapomenuty_ : nullptr;
+    return forgotten_ && forgotten_->stav == UkolAgenta::Stav::bezi ? &*forgotten_ : nullptr;
 }
 
-Connection HistorieAgentu::priZmene(std::function<void()> zavolat) {
-    vyzadujHlavniVlakno();
-    return priZmene_.connect(std::move(zavolat));
+Connection HistorieAgentu::priZmene(std::function<void()> callback) {
+    requireMainThread();
+    return priZmene_.connect(std::move(callback));
 }
 
-UkolAgenta HistorieAgentu::zaloz(Zadani zadani) {
-    vyzadujHlavniVlakno();
-    auto found = zadani.workItemID ? vyjmi(*zadani.workItemID, zadani.nastroj) : std::nullopt;
-    auto ukol = found ? *std::move(found) : novy(zadani);
-    ukol.slozka = zadani.slozka;
-    if (auto nazev = nameIn(zadani.nazev)) ukol.nazev = *std::move(nazev);
-    if (zadani.conversationID) ukol.conversationID = zadani.conversationID;
-    ukol.instrukce = bounded(zadani.instrukce);
+UkolAgenta HistorieAgentu::zaloz(Assignment assignment) {
+    requireMainThread();
+    auto found = assignment.workItemID ? takeOut(*assignment.workItemID, assignment.nastroj) : std::nullopt;
+    auto ukol = found ? *std::move(found) : newTask(assignment);
+    ukol.slozka = assignment.slozka;
+    if (auto nazev = nameIn(assignment.nazev)) ukol.nazev = *std::move(nazev);
+    if (assignment.conversationID) ukol.conversationID = assignment.conversationID;
+    ukol.instrukce = bounded(assignment.instrukce);
     polozky_.insert(polozky_.begin(), ukol);
     if (polozky_.size() > maximum) polozky_.resize(maximum);
     ulozit();
     return ukol;
 }
 
-std::optional<UkolAgenta> HistorieAgentu::vyjmi(const Uuid& workItemID, const std::string& nastroj) {
+std::optional<UkolAgenta> HistorieAgentu::takeOut(const Uuid& workItemID, const std::string& nastroj) {
     auto found = std::ranges::find_if(polozky_, [&](const UkolAgenta& ukol) {
         return ukol.workItemID == workItemID && ukol.nastroj == nastroj;
     });
@@ -169,37 +170,37 @@ std::optional<UkolAgenta> HistorieAgentu::vyjmi(const Uuid& workItemID, const st
     ukol.dokonceno.reset();
     ukol.shrnuti.reset();
     ukol.chyba.reset();
-    zvysRevizi(ukol);
+    raiseRevision(ukol);
     return ukol;
 }
 
-UkolAgenta HistorieAgentu::novy(const Zadani& zadani) {
+UkolAgenta HistorieAgentu::newTask(const Assignment& assignment) {
     UkolAgenta ukol;
     ukol.id = services_.random.uuid();
-    ukol.workItemID = zadani.workItemID.value_or(ukol.id);
-    ukol.nastroj = zadani.nastroj;
-    ukol.nazev = bounded(firstLine(zadani.instrukce));
+    ukol.workItemID = assignment.workItemID.value_or(ukol.id);
+    ukol.nastroj = assignment.nastroj;
+    ukol.nazev = bounded(firstLine(assignment.instrukce));
     ukol.zalozeno = services_.saving.clock.now();
     ukol.aktualizovano = ukol.zalozeno;
     return ukol;
 }
 
-template <class Zmena> void HistorieAgentu::zmen(const Uuid& workItemID, Zmena zmena) {
-    vyzadujHlavniVlakno();
-    auto* ukol = najdi(workItemID);
+template <class Change> void HistorieAgentu::applyChange(const Uuid& workItemID, Change change) {
+    requireMainThread();
+    auto* ukol = lookUp(workItemID);
     if (!ukol) return;
-    zmena(*ukol);
-    zvysRevizi(*ukol);
+    change(*ukol);
+    raiseRevision(*ukol);
     ulozit();
 }
 
 void HistorieAgentu::nastavRelaci(const Uuid& workItemID, std::string relace) {
     auto usable = SessionId::usable(std::move(relace));
-    if (usable) zmen(workItemID, [&](UkolAgenta& ukol) { ukol.relace = *std::move(usable); });
+    if (usable) applyChange(workItemID, [&](UkolAgenta& ukol) { ukol.relace = *std::move(usable); });
 }
 
 void HistorieAgentu::dokonci(const Uuid& workItemID, std::string shrnuti, std::optional<std::string> relace) {
-    zmen(workItemID, [&](UkolAgenta& ukol) {
+    applyChange(workItemID, [&](UkolAgenta& ukol) {
         ukol.stav = UkolAgenta::Stav::hotovo;
         ukol.dokonceno = services_.saving.clock.now();
         ukol.shrnuti = bounded(shrnuti);
@@ -209,7 +210,7 @@ void HistorieAgentu::dokonci(const Uuid& workItemID, std::string shrnuti, std::o
 }
 
 void HistorieAgentu::selhal(const Uuid& workItemID, Sentence chyba) {
-    zmen(workItemID, [&](UkolAgenta& ukol) {
+    applyChange(workItemID, [&](UkolAgenta& ukol) {
         ukol.stav = UkolAgenta::Stav::chyba;
         ukol.dokonceno = services_.saving.clock.now();
         ukol.chyba = bounded(std::optional(chyba));
@@ -217,7 +218,7 @@ void HistorieAgentu::selhal(const Uuid& workItemID, Sentence chyba) {
 }
 
 void HistorieAgentu::preruseno(const Uuid& workItemID) {
-    zmen(workItemID, [&](UkolAgenta& ukol) {
+    applyChange(workItemID, [&](UkolAgenta& ukol) {
         ukol.stav = UkolAgenta::Stav::preruseno;
         ukol.dokonceno = services_.saving.clock.now();
         ukol.chyba.reset();
@@ -225,37 +226,37 @@ void HistorieAgentu::preruseno(const Uuid& workItemID) {
 }
 
 std::optional<UkolAgenta> HistorieAgentu::ukol(const Uuid& workItemID) const {
-    vyzadujHlavniVlakno();
-    const auto* found = firstOf(workItemID, polozky_, zapomenuty_);
+    requireMainThread();
+    const auto* found = firstOf(workItemID, polozky_, forgotten_);
     return found ? std::optional(*found) : std::nullopt;
 }
 
 std::optional<UkolAgenta> HistorieAgentu::ukolProRelaci(const std::string& nastroj,
                                                         const std::string& relace) const {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     auto found = std::ranges::find_if(
         polozky_, [&](const UkolAgenta& ukol) { return ukol.nastroj == nastroj && ukol.relace == relace; });
     return found == polozky_.end() ? std::nullopt : std::optional(*found);
 }
 
 std::vector<UkolAgenta> HistorieAgentu::nedorucene() const {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     std::vector<UkolAgenta> nedorucene;
     std::ranges::copy_if(polozky_, std::back_inserter(nedorucene), isUndelivered);
-    if (zapomenuty_ && isUndelivered(*zapomenuty_)) nedorucene.push_back(*zapomenuty_);
+    if (forgotten_ && isUndelivered(*forgotten_)) nedorucene.push_back(*forgotten_);
     return nedorucene;
 }
 
 void HistorieAgentu::potvrd(const Uuid& workItemID, std::uint64_t revize) {
-    vyzadujHlavniVlakno();
-    auto* ukol = potvrzovany(workItemID, revize);
-    const auto dorucena = ukol ? std::min(ukol->revize, revize) : 0;
-    if (!ukol || dorucena <= ukol->dorucenaRevize) return;
-    ukol->dorucenaRevize = dorucena;
+    requireMainThread();
+    auto* ukol = acknowledgedTask(workItemID, revize);
+    const auto delivered = ukol ? std::min(ukol->revize, revize) : 0;
+    if (!ukol || delivered <= ukol->dorucenaRevize) return;
+    ukol->dorucenaRevize = delivered;
     ulozit();
 }
 
-UkolAgenta* HistorieAgentu::potvrzovany(const Uuid& workItemID, std::uint64_t revize) {
+UkolAgenta* HistorieAgentu::acknowledgedTask(const Uuid& workItemID, std::uint64_t revize) {
     auto first = [this, &workItemID](auto condition) {
         auto found = std::ranges::find_if(polozky_, [&](const UkolAgenta& ukol) {
             return ukol.workItemID == workItemID && condition(ukol);
@@ -265,12 +266,12 @@ UkolAgenta* HistorieAgentu::potvrzovany(const Uuid& workItemID, std::uint64_t re
     auto* ukol =
         first([revize](const auto& known) { return known.revize == revize && isUndelivered(known); });
     if (!ukol) ukol = first([revize](const auto& known) { return known.revize >= revize; });
-    return ukol ? ukol : najdi(workItemID);
+    return ukol ? ukol : lookUp(workItemID);
 }
 
 std::optional<std::string> HistorieAgentu::relaceProUkol(const Uuid& workItemID,
                                                          const std::string& nastroj) const {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     return firstSession(polozky_, [&](const UkolAgenta& ukol) {
         return ukol.workItemID == workItemID && ukol.nastroj == nastroj;
     });
@@ -278,36 +279,36 @@ std::optional<std::string> HistorieAgentu::relaceProUkol(const Uuid& workItemID,
 
 std::optional<std::string> HistorieAgentu::relaceProSlozku(const std::string& nastroj,
                                                            const std::string& slozka) const {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     return firstSession(
         polozky_, [&](const UkolAgenta& ukol) { return ukol.nastroj == nastroj && ukol.slozka == slozka; });
 }
 
-std::optional<UkolAgenta> HistorieAgentu::prijmiPokracovani(const Hledany& hledany,
+std::optional<UkolAgenta> HistorieAgentu::prijmiPokracovani(const SoughtTask& sought,
                                                             const std::string& relace) {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     auto usable = SessionId::usable(trim(relace));
-    auto* ukol = usable ? najdi(hledany) : nullptr;
+    auto* ukol = usable ? lookUp(sought) : nullptr;
     if (!ukol) return std::nullopt;
     ukol->relace = *std::move(usable);
-    zvysRevizi(*ukol);
+    raiseRevision(*ukol);
     ulozit();
     return *ukol;
 }
 
-std::optional<UkolAgenta> HistorieAgentu::prejmenuj(const Hledany& hledany, const std::string& nazev) {
-    vyzadujHlavniVlakno();
+std::optional<UkolAgenta> HistorieAgentu::renameTask(const SoughtTask& sought, const std::string& nazev) {
+    requireMainThread();
     auto wanted = nameIn(nazev);
-    auto* ukol = wanted ? najdi(hledany) : nullptr;
+    auto* ukol = wanted ? lookUp(sought) : nullptr;
     if (!ukol) return std::nullopt;
     ukol->nazev = *std::move(wanted);
-    zvysRevizi(*ukol);
+    raiseRevision(*ukol);
     ulozit();
     return *ukol;
 }
 
 bool HistorieAgentu::otevritRelaci(const UkolAgenta& ukol) {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     const auto link = SessionLink::of(ukol);
     if (link && services_.opener.open(link->url)) return true;
     setPotiz(link ? link->failure : "Tento úkol ještě nemá relaci, ve které by šlo pokračovat."_sentence);
@@ -315,20 +316,20 @@ bool HistorieAgentu::otevritRelaci(const UkolAgenta& ukol) {
 }
 
 void HistorieAgentu::vymazat() {
-    vyzadujHlavniVlakno();
-    if (const auto* running = bezici()) zapomenuty_ = UkolAgenta(*running);
+    requireMainThread();
+    if (const auto* running = bezici()) forgotten_ = UkolAgenta(*running);
     polozky_.clear();
     ulozit();
 }
 
-UkolAgenta* HistorieAgentu::najdi(const Uuid& workItemID) {
-    return firstOf(workItemID, polozky_, zapomenuty_);
+UkolAgenta* HistorieAgentu::lookUp(const Uuid& workItemID) {
+    return firstOf(workItemID, polozky_, forgotten_);
 }
 
-UkolAgenta* HistorieAgentu::najdi(const Hledany& hledany) {
-    if (hledany.workItemID) return najdi(*hledany.workItemID);
-    const auto nastroj = hledany.nastroj.transform(AgentId::normalized);
-    const auto slozka = hledany.slozka ? fold(firstBytes(*hledany.slozka, longestPath)) : std::string{};
+UkolAgenta* HistorieAgentu::lookUp(const SoughtTask& sought) {
+    if (sought.workItemID) return lookUp(*sought.workItemID);
+    const auto nastroj = sought.nastroj.transform(AgentId::normalized);
+    const auto slozka = sought.slozka ? fold(firstBytes(*sought.slozka, longestPath)) : std::string{};
     auto first = [&](auto isThere) -> UkolAgenta* {
         auto found = std::ranges::find_if(polozky_, [&](const UkolAgenta& ukol) {
             return (!nastroj || ukol.nastroj == *nastroj) && isThere(ukol);
@@ -336,14 +337,14 @@ UkolAgenta* HistorieAgentu::najdi(const Hledany& hledany) {
         return found == polozky_.end() ? nullptr : &*found;
     };
     auto* there =
-        hledany.cesta ? first([&](const auto& ukol) { return ukol.slozka == *hledany.cesta; }) : nullptr;
+        sought.cesta ? first([&](const auto& ukol) { return ukol.slozka == *sought.cesta; }) : nullptr;
     if (there) return there;
     return first([&](const auto& ukol) {
-        return !hledany.slozka || fold(paths::lastComponent(ukol.slozka)) == slozka;
+        return !sought.slozka || fold(paths::lastComponent(ukol.slozka)) == slozka;
     });
 }
 
-void HistorieAgentu::zvysRevizi(UkolAgenta& ukol) const {
+void HistorieAgentu::raiseRevision(UkolAgenta& ukol) const {
     ukol.aktualizovano = services_.saving.clock.now();
     // A file may contain the highest revision. Starting again from zero would make the task count as
     // delivered.
@@ -355,7 +356,7 @@ void HistorieAgentu::ulozit() {
     priZmene_.tell();
 }
 
-SaveQueue::Save HistorieAgentu::zacniUkladat() {
+SaveQueue::Save HistorieAgentu::startSaving() {
     return {.write = [this, polozky = polozky_]() -> Result<void> {
         const auto text = encode(polozky);
         TRY(auto, json, parseJson(text, fileLimits(fileLimit, text.size())));
@@ -363,7 +364,7 @@ SaveQueue::Save HistorieAgentu::zacniUkladat() {
     }};
 }
 
-void HistorieAgentu::skonciUkladani(const Result<void>& saved) {
+void HistorieAgentu::finishSaving(const Result<void>& saved) {
     setPotiz(saved ? std::nullopt
                    : std::optional(
                          "Historii úkolů se nepodařilo uložit: {duvod}"_sentence(saved.error().popis())));
@@ -373,8 +374,8 @@ void HistorieAgentu::setPotiz(std::optional<Sentence> potiz) {
     if (std::exchange(potiz_, potiz) != potiz) priZmene_.tell();
 }
 
-void HistorieAgentu::vyzadujHlavniVlakno() const {
-    vyzaduj(std::this_thread::get_id() == hlavniVlakno_, "the agents' tasks were used off the main thread");
+void HistorieAgentu::requireMainThread() const {
+    require(std::this_thread::get_id() == mainThread_, "the agents' tasks were used off the main thread");
 }
 
 } // namespace morvex

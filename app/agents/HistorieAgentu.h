@@ -37,7 +37,7 @@ class HistorieAgentu {
     };
 
     /// A task that is to begin.
-    struct Zadani {
+    struct Assignment {
         std::optional<Uuid> workItemID; ///< the task to continue; absent for a new one
         std::optional<Uuid> conversationID;
         std::string nastroj;
@@ -60,12 +60,12 @@ class HistorieAgentu {
     [[nodiscard]] const UkolAgenta* bezici() const;
 
     /// Called after every change of the list or of `potiz`.
-    [[nodiscard]] Connection priZmene(std::function<void()> zavolat);
+    [[nodiscard]] Connection priZmene(std::function<void()> callback);
 
     /// Begins a task. A task with this work item and the same tool is continued under its id and session;
     /// otherwise a new one is made. The given folder applies. The task moves to the front, and the oldest
     /// tasks beyond `maximum` are dropped.
-    UkolAgenta zaloz(Zadani zadani);
+    UkolAgenta zaloz(Assignment assignment);
 
     void nastavRelaci(const Uuid& workItemID, std::string relace);
     void dokonci(const Uuid& workItemID, std::string shrnuti, std::optional<std::string> relace);
@@ -93,7 +93,7 @@ class HistorieAgentu {
     /// Describes the wanted task: the one of `workItemID`, otherwise the first with this tool (by any of its
     /// names) and in a folder of this name; criteria that are not given are ignored. A task in the folder at
     /// `cesta` is preferred to tasks whose folder only has the same name.
-    struct Hledany {
+    struct SoughtTask {
         std::optional<Uuid> workItemID;
         std::optional<std::string> nastroj;
         std::optional<std::string> slozka;
@@ -101,9 +101,9 @@ class HistorieAgentu {
     };
 
     /// Sets a task's session id, trimmed. Does nothing for a blank one.
-    std::optional<UkolAgenta> prijmiPokracovani(const Hledany& hledany, const std::string& relace);
+    std::optional<UkolAgenta> prijmiPokracovani(const SoughtTask& sought, const std::string& relace);
     /// Renames a task; the name is trimmed. Does nothing for a blank one.
-    std::optional<UkolAgenta> prejmenuj(const Hledany& hledany, const std::string& nazev);
+    std::optional<UkolAgenta> renameTask(const SoughtTask& sought, const std::string& nazev);
 
     /// Opens the task's session in its agent's application. If that fails, returns false and `potiz` says
     /// why.
@@ -115,32 +115,32 @@ class HistorieAgentu {
 
     /// Resumes when all changes so far have been saved or could not be saved. Awaited before the phone is
     /// told of a task and before the program ends.
-    Task<void> ulozeno() { return saves_.settled(); }
+    Task<void> saved() { return saves_.settled(); }
 
   private:
     HistorieAgentu(const std::filesystem::path& applicationSupport, Services services);
 
-    void nacti();
-    void prerusBezici();
+    void load();
+    void interruptRunning();
     void ulozit();
-    SaveQueue::Save zacniUkladat();
-    void skonciUkladani(const Result<void>& saved);
+    SaveQueue::Save startSaving();
+    void finishSaving(const Result<void>& saved);
     void setPotiz(std::optional<Sentence> potiz);
-    void zvysRevizi(UkolAgenta& ukol) const;
-    [[nodiscard]] UkolAgenta* najdi(const Uuid& workItemID);
-    [[nodiscard]] UkolAgenta* potvrzovany(const Uuid& workItemID, std::uint64_t revize);
-    [[nodiscard]] UkolAgenta* najdi(const Hledany& hledany);
-    [[nodiscard]] std::optional<UkolAgenta> vyjmi(const Uuid& workItemID, const std::string& nastroj);
-    [[nodiscard]] UkolAgenta novy(const Zadani& zadani);
-    /// Applies `zmena`, raises the revision and saves.
-    template <class Zmena> void zmen(const Uuid& workItemID, Zmena zmena);
-    void vyzadujHlavniVlakno() const;
+    void raiseRevision(UkolAgenta& ukol) const;
+    [[nodiscard]] UkolAgenta* lookUp(const Uuid& workItemID);
+    [[nodiscard]] UkolAgenta* acknowledgedTask(const Uuid& workItemID, std::uint64_t revize);
+    [[nodiscard]] UkolAgenta* lookUp(const SoughtTask& sought);
+    [[nodiscard]] std::optional<UkolAgenta> takeOut(const Uuid& workItemID, const std::string& nastroj);
+    [[nodiscard]] UkolAgenta newTask(const Assignment& assignment);
+    /// Applies `change`, raises the revision and saves.
+    template <class Change> void applyChange(const Uuid& workItemID, Change change);
+    void requireMainThread() const;
 
     Services services_;
     ArchiveFile soubor_;
-    std::thread::id hlavniVlakno_ = std::this_thread::get_id();
+    std::thread::id mainThread_ = std::this_thread::get_id();
     std::vector<UkolAgenta> polozky_;
-    std::optional<UkolAgenta> zapomenuty_; ///< it was running when the list was cleared
+    std::optional<UkolAgenta> forgotten_; ///< it was running when the list was cleared
     std::optional<Sentence> potiz_;
     Signal<> priZmene_;
     SaveQueue saves_;

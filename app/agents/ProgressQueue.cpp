@@ -15,47 +15,47 @@ std::size_t sizeOf(const std::optional<std::string>& text) {
     return text ? text->size() : 0;
 }
 
-std::size_t sizeOf(const ProgressQueue::Ohlas& ohlas) {
-    return sizeof ohlas + sizeOf(ohlas.relace) + sizeOf(ohlas.prubeh);
+std::size_t sizeOf(const ProgressQueue::ProgressItem& progressItem) {
+    return sizeof progressItem + sizeOf(progressItem.relace) + sizeOf(progressItem.prubeh);
 }
 
 } // namespace
 
-void ProgressQueue::pridej(Ohlas ohlas) {
-    if (ohlas.prubeh) ohlas.prubeh = excerpt(*ohlas.prubeh, mostCharacters);
+void ProgressQueue::add(ProgressItem progressItem) {
+    if (progressItem.prubeh) progressItem.prubeh = excerpt(*progressItem.prubeh, mostCharacters);
     std::lock_guard lock(zamek_);
-    bool isAwaited = !fronta_.empty();
-    velikost_ += sizeOf(ohlas);
-    fronta_.push_back(std::move(ohlas));
-    while (velikost_ > mostWaiting && fronta_.size() > 1) zahodNejstarsi();
-    if (!isAwaited) main_.post([self = shared_from_this()] { self->predej(); });
+    bool isAwaited = !queue_.empty();
+    size_ += sizeOf(progressItem);
+    queue_.push_back(std::move(progressItem));
+    while (size_ > mostWaiting && queue_.size() > 1) dropOldest();
+    if (!isAwaited) main_.post([self = shared_from_this()] { self->handOver(); });
 }
 
-void ProgressQueue::zahodNejstarsi() {
-    velikost_ -= sizeOf(fronta_.front());
-    auto relace = std::move(fronta_.front().relace);
-    fronta_.pop_front();
+void ProgressQueue::dropOldest() {
+    size_ -= sizeOf(queue_.front());
+    auto relace = std::move(queue_.front().relace);
+    queue_.pop_front();
     // A session is kept when its entry is dropped, unless a newer one waits.
-    if (fronta_.front().relace || !relace) return;
-    velikost_ += relace->size();
-    fronta_.front().relace = std::move(relace);
+    if (queue_.front().relace || !relace) return;
+    size_ += relace->size();
+    queue_.front().relace = std::move(relace);
 }
 
-void ProgressQueue::predej() {
-    std::deque<Ohlas> waiting;
+void ProgressQueue::handOver() {
+    std::deque<ProgressItem> waiting;
     {
         std::lock_guard lock(zamek_);
-        waiting.swap(fronta_);
-        velikost_ = 0;
+        waiting.swap(queue_);
+        size_ = 0;
     }
-    for (auto& one : waiting) ohlas(std::move(one));
+    for (auto& one : waiting) progressItem(std::move(one));
 }
 
-void ProgressQueue::ohlas(Ohlas ohlas) const {
-    if (ohlas.relace && posluchac_.priRelaci) posluchac_.priRelaci(*std::move(ohlas.relace));
-    if (!ohlas.prubeh) return;
-    if (auto bezici = bezici_.lock()) bezici->prubeh = ohlas.prubeh;
-    if (posluchac_.priPrubehu) posluchac_.priPrubehu(*std::move(ohlas.prubeh));
+void ProgressQueue::progressItem(ProgressItem progressItem) const {
+    if (progressItem.relace && posluchac_.onSession) posluchac_.onSession(*std::move(progressItem.relace));
+    if (!progressItem.prubeh) return;
+    if (auto bezici = bezici_.lock()) bezici->prubeh = progressItem.prubeh;
+    if (posluchac_.priPrubehu) posluchac_.priPrubehu(*std::move(progressItem.prubeh));
 }
 
 } // namespace morvex

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "app/agents/AgentListener.h"
 #include "app/agents/Bezici.h"
-#include "app/agents/PosluchacAgenta.h"
 #include "foundation/Executor.h"
 
 #include <cstddef>
@@ -20,31 +20,31 @@ namespace morvex {
 /// oldest progress is dropped. Kept alive by the line callback and by its own jobs.
 class ProgressQueue : public std::enable_shared_from_this<ProgressQueue> {
   public:
-    struct Ohlas {
+    struct ProgressItem {
         std::optional<std::string> relace;
         std::optional<std::string> prubeh;
     };
 
     /// `bezici` gets the latest progress as long as it exists.
-    ProgressQueue(Executor& main, PosluchacAgenta posluchac, std::weak_ptr<Bezici> bezici)
+    ProgressQueue(Executor& main, AgentListener posluchac, std::weak_ptr<Bezici> bezici)
         : main_(main), posluchac_(std::move(posluchac)), bezici_(std::move(bezici)) {}
 
     /// From any thread.
-    void pridej(Ohlas ohlas);
+    void add(ProgressItem progressItem);
 
     /// Delivers the message at once. Called on the main thread.
-    void ohlas(Ohlas ohlas) const;
+    void progressItem(ProgressItem progressItem) const;
 
   private:
-    void predej();
-    void zahodNejstarsi();
+    void handOver();
+    void dropOldest();
 
     Executor& main_;
-    const PosluchacAgenta posluchac_;
+    const AgentListener posluchac_;
     const std::weak_ptr<Bezici> bezici_;
     std::mutex zamek_;
-    std::deque<Ohlas> fronta_;
-    std::size_t velikost_ = 0;
+    std::deque<ProgressItem> queue_;
+    std::size_t size_ = 0;
 };
 
 } // namespace morvex

@@ -12,14 +12,15 @@ template <class Text> void keep(std::optional<Text>& kept, const std::optional<T
 
 } // namespace
 
-SberatelZprav::Relace SberatelZprav::pridej(const ZpravaAgenta& zprava) {
+SberatelZprav::Relace SberatelZprav::add(const ZpravaAgenta& zprava) {
     std::lock_guard lock(zamek_);
     keep(posledniText_, zprava.text);
     keep(zaver_, zprava.zaver);
     keep(chyba_, zprava.chyba);
     keep(relace_, zprava.relace);
-    const bool isNews = relace_ && zname_.size() < mostSessions && zname_.insert(*relace_).second;
-    return isNews ? Relace::nova : Relace::znama;
+    const bool isNews =
+        relace_ && knownSessions_.size() < mostSessions && knownSessions_.insert(*relace_).second;
+    return isNews ? Relace::fresh : Relace::known;
 }
 
 Prubeh SberatelZprav::prubeh(VysledekProcesu vysledek) const {

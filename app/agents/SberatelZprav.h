@@ -15,13 +15,13 @@ namespace morvex {
 /// the output, read by whoever awaits the run; safe from both.
 class SberatelZprav {
   public:
-    enum class Relace { nova, znama };
+    enum class Relace { fresh, known };
 
     /// At most this many sessions of one run are reported as new; no honest agent has that many.
     static constexpr std::size_t mostSessions = 16;
 
     /// Whether the message reports a session that no earlier message reported.
-    Relace pridej(const ZpravaAgenta& zprava);
+    Relace add(const ZpravaAgenta& zprava);
 
     [[nodiscard]] Prubeh prubeh(VysledekProcesu vysledek) const;
 
@@ -31,7 +31,7 @@ class SberatelZprav {
     std::optional<std::string> posledniText_;
     std::optional<std::string> zaver_;
     std::optional<Sentence> chyba_;
-    std::set<std::string> zname_;
+    std::set<std::string> knownSessions_;
 };
 
 } // namespace morvex

@@ -21,12 +21,12 @@ class TaskSync final : public AgentReports {
     Task<void> poslatStav() override { return poslatStav_(); }
 
     Task<void> poslatUkol(UkolAgenta ukol) override;
-    Task<void> poslatPrubeh(std::string text, std::string requestID) override;
+    Task<void> sendProgress(std::string text, std::string requestID) override;
 
-    void potvrzeno(const MacPayload::WorkItemAck& potvrzeni);
+    void potvrzeno(const MacPayload::WorkItemAck& acknowledgement);
 
     /// Sends the unacknowledged tasks one after the other, as long as this link is the current one.
-    Task<void> doplnit(std::shared_ptr<SecureLink> link);
+    Task<void> catchUp(std::shared_ptr<SecureLink> link);
 
   private:
     HistorieAgentu& historie_;

@@ -39,7 +39,7 @@ void describe(auto& io, Is<UkolAgenta> auto& ukol) {
 template struct Codec<UkolAgenta>;
 template struct Codec<std::vector<UkolAgenta>>;
 
-WorkItemStatus::Case stavProTelefon(UkolAgenta::Stav stav) {
+WorkItemStatus::Case statusForPhone(UkolAgenta::Stav stav) {
     switch (stav) {
     case UkolAgenta::Stav::bezi:
         return WorkItemStatus::inProgress;
@@ -53,14 +53,14 @@ WorkItemStatus::Case stavProTelefon(UkolAgenta::Stav stav) {
     std::unreachable();
 }
 
-WorkItem jakoWorkItem(const UkolAgenta& ukol) {
+WorkItem asWorkItem(const UkolAgenta& ukol) {
     WorkItem item;
     item.id = ukol.workItemID;
     item.conversationID = ukol.conversationID;
     item.title = ukol.nazev;
     item.originalRequest = ukol.instrukce;
     item.summary = ukol.shrnuti;
-    item.status = stavProTelefon(ukol.stav);
+    item.status = statusForPhone(ukol.stav);
     if (ukol.chyba) item.lastError = ukol.chyba->czech();
     item.source = WorkItemSource::mac;
     item.createdAt = ukol.zalozeno;

@@ -49,7 +49,7 @@ extern template struct Codec<UkolAgenta>;
 extern template struct Codec<std::vector<UkolAgenta>>;
 
 /// The task as it is sent to the phone.
-WorkItem jakoWorkItem(const UkolAgenta& ukol);
-WorkItemStatus::Case stavProTelefon(UkolAgenta::Stav stav);
+WorkItem asWorkItem(const UkolAgenta& ukol);
+WorkItemStatus::Case statusForPhone(UkolAgenta::Stav stav);
 
 } // namespace morvex

@@ -20,15 +20,15 @@ const std::string holdReason = "Morvex for Mac má zůstat dostupný pro telefon
 Bdelost::Bdelost(Services services) : services_(services) {
     stav_.drzetVzhuru = services_.defaults.boolean(holdKey).value_or(false);
     stav_.spoustetPoPrihlaseni = services_.loginItem.isEnabled();
-    sleeps_ = services_.sleep.onSleep([this] { usnout(); });
-    wakes_ = services_.sleep.onWake([this] { probuditSe(); });
+    sleeps_ = services_.sleep.onSleep([this] { fallAsleep(); });
+    wakes_ = services_.sleep.onWake([this] { wakeUp(); });
     stav_.naNapajeni = services_.power.onMains();
-    services_.scope.spawn(hlidatNapajeni());
-    pouzitAktivitu();
+    services_.scope.spawn(watchPower());
+    applyActivity();
 }
 
-void Bdelost::setSpoustetPoPrihlaseni(bool spoustet) {
-    auto changed = spoustet ? services_.loginItem.enroll() : services_.loginItem.withdraw();
+void Bdelost::setSpoustetPoPrihlaseni(bool startsAtLogin) {
+    auto changed = startsAtLogin ? services_.loginItem.enroll() : services_.loginItem.withdraw();
     if (!changed) logCause("changing the start at login", changed.error());
     stav_.potiz = changed ? std::nullopt
                           : std::optional("Spouštění po přihlášení se nepodařilo nastavit: {duvod}"_sentence(
@@ -36,10 +36,10 @@ void Bdelost::setSpoustetPoPrihlaseni(bool spoustet) {
     stav_.spoustetPoPrihlaseni = services_.loginItem.isEnabled();
 }
 
-void Bdelost::setDrzetVzhuru(bool drzet) {
-    stav_.drzetVzhuru = drzet;
-    services_.defaults.set(holdKey, drzet);
-    pouzitAktivitu();
+void Bdelost::setDrzetVzhuru(bool keepAwake) {
+    stav_.drzetVzhuru = keepAwake;
+    services_.defaults.set(holdKey, keepAwake);
+    applyActivity();
 }
 
 Sentence Bdelost::stavText() const {
@@ -57,46 +57,46 @@ Connection Bdelost::naProbuzeni(std::function<void()> slot) {
     return probuzeni_.connect(std::move(slot));
 }
 
-void Bdelost::muzeUsnout() {
+void Bdelost::allowSleep() {
     // After the wake the system prepares to wait for the next sleep, so a late call must not reach it.
     if (stav_.spi) services_.sleep.letSleep();
 }
 
-Task<void> Bdelost::hlidatNapajeni() {
-    while (co_await sleepFor(services_.clock, powerInterval, services_.scope.token())) precistNapajeni();
+Task<void> Bdelost::watchPower() {
+    while (co_await sleepFor(services_.clock, powerInterval, services_.scope.token())) readPower();
 }
 
-Task<void> Bdelost::omezitCekani(int spanek) {
+Task<void> Bdelost::limitWait(int spanek) {
     co_await sleepFor(services_.clock, longestDelayOfSleep, services_.scope.token());
-    if (spanek == spanek_) muzeUsnout();
+    if (spanek == spanek_) allowSleep();
 }
 
-void Bdelost::precistNapajeni() {
+void Bdelost::readPower() {
     bool mains = services_.power.onMains();
     if (mains == stav_.naNapajeni) return;
     stav_.naNapajeni = mains;
-    pouzitAktivitu();
+    applyActivity();
 }
 
-void Bdelost::pouzitAktivitu() {
+void Bdelost::applyActivity() {
     aktivita_.reset();
-    stav_.potizDrzeni = std::nullopt;
+    stav_.keepAwakeTrouble = std::nullopt;
     if (!stav_.drzetVzhuru || !stav_.naNapajeni) return;
     aktivita_ = services_.inhibitor.holdOffIdleSleep(holdReason, [this](const Error& error) {
-        stav_.potizDrzeni = "Počítač se nepodařilo udržet vzhůru: {duvod}"_sentence(error.popis());
+        stav_.keepAwakeTrouble = "Počítač se nepodařilo udržet vzhůru: {duvod}"_sentence(error.popis());
     });
 }
 
-void Bdelost::usnout() {
+void Bdelost::fallAsleep() {
     stav_.spi = true;
-    services_.scope.spawn(omezitCekani(++spanek_));
-    if (!usnuti_.isHeard()) muzeUsnout();
+    services_.scope.spawn(limitWait(++spanek_));
+    if (!usnuti_.isHeard()) allowSleep();
     usnuti_.tell();
 }
 
-void Bdelost::probuditSe() {
+void Bdelost::wakeUp() {
     stav_.spi = false;
-    precistNapajeni();
+    readPower();
     probuzeni_.tell();
 }
 

@@ -43,7 +43,7 @@ class Bdelost {
         /// The last problem with the start at login.
         QProperty<std::optional<Sentence>> potiz;
         /// Why the computer may fall asleep although it should not.
-        QProperty<std::optional<Sentence>> potizDrzeni;
+        QProperty<std::optional<Sentence>> keepAwakeTrouble;
     };
 
     explicit Bdelost(Services services);
@@ -53,27 +53,27 @@ class Bdelost {
     [[nodiscard]] Stav& stav() { return stav_; }
 
     /// Afterwards the field shows the actual setting, even if the change failed.
-    void setSpoustetPoPrihlaseni(bool spoustet);
-    void setDrzetVzhuru(bool drzet);
+    void setSpoustetPoPrihlaseni(bool startsAtLogin);
+    void setDrzetVzhuru(bool keepAwake);
 
     [[nodiscard]] Sentence stavText() const;
 
     /// Lets the computer fall asleep: whoever was told by `naUsnuti` is ready. The system waits at most 3
     /// seconds for this call.
-    void muzeUsnout();
+    void allowSleep();
 
-    /// Told when this computer falls asleep; it waits for `muzeUsnout` only if somebody is told.
+    /// Told when this computer falls asleep; it waits for `allowSleep` only if somebody is told.
     [[nodiscard]] Connection naUsnuti(std::function<void()> slot);
     /// Told when it has woken up and the power source is known again.
     [[nodiscard]] Connection naProbuzeni(std::function<void()> slot);
 
   private:
-    Task<void> hlidatNapajeni();
-    Task<void> omezitCekani(int spanek);
-    void precistNapajeni();
-    void pouzitAktivitu();
-    void usnout();
-    void probuditSe();
+    Task<void> watchPower();
+    Task<void> limitWait(int spanek);
+    void readPower();
+    void applyActivity();
+    void fallAsleep();
+    void wakeUp();
 
     Services services_;
     Stav stav_;

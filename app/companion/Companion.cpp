@@ -28,7 +28,7 @@ Companion::Companion(CompanionServices services)
     : parts_(std::make_unique<Parts>(*this, std::move(services))) {
     auto& defaults = parts_->services.defaults;
     parts_->state.relayAdresa = defaults.text(relayAddressKey).value_or(defaultRelayAddress);
-    parts_->state.potizNastaveni = defaults.problem();
+    parts_->state.settingsTrouble = defaults.problem();
     installCallbacks();
 }
 
@@ -38,18 +38,18 @@ void Companion::installCallbacks() {
     auto& parts = *parts_;
     connections_ = {
         parts.services.defaults.onProblem(
-            [&parts] { parts.state.potizNastaveni = parts.services.defaults.problem(); }),
+            [&parts] { parts.state.settingsTrouble = parts.services.defaults.problem(); }),
         parts.integrations.onChange([&parts] {
             for (auto* feature : parts.context.features) feature->switched();
             parts.scope.spawn(parts.status.poslatStav());
         }),
         parts.schvalovani.poslatNaTelefon([&parts](const ApprovalRequest& request) {
-            if (parts.phone.jePritomne()) parts.scope.spawn(sendRequest(&parts.phone, request));
+            if (parts.phone.isPresent()) parts.scope.spawn(sendRequest(&parts.phone, request));
         }),
-        parts.bdelost.naUsnuti([this] { usnout(); }),
+        parts.bdelost.naUsnuti([this] { fallAsleep(); }),
         parts.bdelost.naProbuzeni([this] { pripojit(); }),
         parts.services.network.onChange([this] {
-            if (!std::exchange(sitSeMeni_, true)) parts_->scope.spawn(poZmeneSite());
+            if (!std::exchange(isNetworkChanging_, true)) parts_->scope.spawn(afterNetworkChange());
         }),
     };
 }
@@ -78,23 +78,23 @@ PairingFlow& Companion::parovani() {
     return parts_->parovani;
 }
 
-ToolGate& Companion::nastroje() {
+ToolGate& Companion::toolGate() {
     return parts_->gate;
 }
 
 Task<void> Companion::spustit() {
-    (void)co_await parts_->keys.nacist();
+    (void)co_await parts_->keys.load();
 }
 
-void Companion::zkusitZnovu() {
-    parts_->keys.zkusitZnovu();
+void Companion::tryAgain() {
+    parts_->keys.tryAgain();
 }
 
-Task<void> Companion::ukoncit() {
+Task<void> Companion::shutDown() {
     auto& parts = *parts_;
-    konci_ = true;
-    parts.keys.ukoncit();
-    parts.parovani.ukoncit();
+    isEnding_ = true;
+    parts.keys.shutDown();
+    parts.parovani.shutDown();
     for (auto* feature : parts.context.features) feature->stop();
     odpojit();
     parts.scope.stop();
@@ -107,53 +107,53 @@ Task<void> Companion::ukoncit() {
 void Companion::pripojit() {
     const auto& identita = parts_->keys.identita();
     const auto& protejsek = parts_->state.protejsek.value();
-    if (konci_ || !identita || !protejsek) return;
+    if (isEnding_ || !identita || !protejsek) return;
     odpojit();
     auto link = SecureLink::create(identita, *protejsek, DeviceRole::mac, parts_->services.link);
     if (link)
         parts_->phone.pripojit(*std::move(link));
     else
-        parts_->keys.neplatne(link.error());
+        parts_->keys.declareInvalid(link.error());
 }
 
 void Companion::odpojit() {
     parts_->phone.odpojit();
-    parts_->state.dalsiPokus = std::nullopt;
+    parts_->state.nextAttempt = std::nullopt;
 }
 
-void Companion::zkusitHned() {
-    parts_->state.dalsiPokus = std::nullopt;
-    parts_->phone.zkusitHned();
-    parts_->parovani.zkusitHned();
+void Companion::connectNow() {
+    parts_->state.nextAttempt = std::nullopt;
+    parts_->phone.connectNow();
+    parts_->parovani.connectNow();
 }
 
-Task<void> Companion::poZmeneSite() {
+Task<void> Companion::afterNetworkChange() {
     const bool isOver = co_await sleepFor(parts_->services.clock(), networkSettles, parts_->scope.token());
-    sitSeMeni_ = false;
-    if (isOver) zkusitHned();
+    isNetworkChanging_ = false;
+    if (isOver) connectNow();
 }
 
-void Companion::zapomenoutNeplatny() {
-    auto neplatny = parts_->state.protejsek.value();
-    if (!neplatny) return;
-    opustitTelefon();
-    parts_->scope.spawn(parts_->keys.zapomenout(*std::move(neplatny)));
+void Companion::forgetInvalid() {
+    auto invalid = parts_->state.protejsek.value();
+    if (!invalid) return;
+    abandonPhone();
+    parts_->scope.spawn(parts_->keys.forgetPhone(*std::move(invalid)));
 }
 
-void Companion::opustitTelefon() {
+void Companion::abandonPhone() {
     parts_->state.protejsek = std::nullopt;
     odpojit();
     parts_->schvalovani.vyresit(false);
-    parts_->inbox.opustit();
+    parts_->inbox.abandon();
 }
 
 Task<void> Companion::obnovitSluzby() {
-    auto& zjistovani = parts_->state.zjistovani;
-    zjistovani = zjistovani + 1;
+    auto& detectionsUnderWay = parts_->state.detectionsUnderWay;
+    detectionsUnderWay = detectionsUnderWay + 1;
     TaskScope looks(parts_->services.main);
     for (auto* feature : parts_->context.features) looks.spawn(feature->refresh());
     co_await looks.join();
-    zjistovani = zjistovani - 1;
+    detectionsUnderWay = detectionsUnderWay - 1;
     co_await parts_->status.poslatStav();
 }
 
@@ -161,17 +161,17 @@ void Companion::obnovit() {
     parts_->scope.spawn(obnovitSluzby());
 }
 
-void Companion::usnout() {
+void Companion::fallAsleep() {
     parts_->schvalovani.vyresit(false);
     for (auto* feature : parts_->context.features) feature->sleep();
     odpojit();
     parts_->state.dostupnost = MacAvailability{MacAvailability::Spanek{parts_->services.clock().now()}};
-    parts_->scope.spawn(usnoutPoOdpojeni());
+    parts_->scope.spawn(fallAsleepOnceDisconnected());
 }
 
-Task<void> Companion::usnoutPoOdpojeni() {
+Task<void> Companion::fallAsleepOnceDisconnected() {
     co_await parts_->phone.odpojeno();
-    parts_->bdelost.muzeUsnout();
+    parts_->bdelost.allowSleep();
 }
 
 void Companion::setRelayAdresa(const std::string& adresa) {
@@ -180,9 +180,9 @@ void Companion::setRelayAdresa(const std::string& adresa) {
     parts_->services.defaults.set(relayAddressKey, adresa);
 }
 
-Result<void> Companion::zvolitRelay(const std::string& adresa) {
-    TRY(const auto, zvolena, RelayAddress::entered(adresa));
-    setRelayAdresa(zvolena.text());
+Result<void> Companion::chooseRelay(const std::string& adresa) {
+    TRY(const auto, chosen, RelayAddress::entered(adresa));
+    setRelayAdresa(chosen.text());
     return {};
 }
 

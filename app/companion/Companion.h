@@ -24,7 +24,7 @@ class ToolGate;
 /// thread only.
 ///
 /// Order of calls: construct it, make the features from `context`, call `spustit` once. At the very end await
-/// `ukoncit`, then destroy the features, then this object.
+/// `shutDown`, then destroy the features, then this object.
 class Companion {
   public:
     explicit Companion(CompanionServices services);
@@ -35,16 +35,16 @@ class Companion {
     [[nodiscard]] FeatureContext& context();
 
     /// Loads the identity (or makes one), what the features keep in the vault, and the peer, and connects if
-    /// there is a peer. If a keyring stays locked or the identity cannot be stored, `zkusitZnovu` tries
+    /// there is a peer. If a keyring stays locked or the identity cannot be stored, `tryAgain` tries
     /// again.
     Task<void> spustit();
 
     /// Withdraws the question that a keyring has open and loads the keys again. Does nothing if the keys are
     /// already loaded.
-    void zkusitZnovu();
+    void tryAgain();
 
     /// Ends the link and all running tasks.
-    Task<void> ukoncit();
+    Task<void> shutDown();
 
     /// Builds the link from identity and peer. Does nothing if one of them is missing.
     void pripojit();
@@ -52,7 +52,7 @@ class Companion {
     void odpojit();
 
     /// Makes a link that waits for its next attempt try now; this includes the link of a pairing.
-    void zkusitHned();
+    void connectNow();
 
     /// Has the features look again for what they need, then sends the status.
     Task<void> obnovitSluzby();
@@ -63,7 +63,7 @@ class Companion {
     void setRelayAdresa(const std::string& adresa);
     /// Takes an address that a person typed. Fails with `RelayAddressRefused`; the previous address then
     /// stays.
-    Result<void> zvolitRelay(const std::string& adresa);
+    Result<void> chooseRelay(const std::string& adresa);
 
     /// Views read and watch this; only this object and its parts write.
     [[nodiscard]] CompanionState& stav();
@@ -71,22 +71,22 @@ class Companion {
     [[nodiscard]] Schvalovani& schvalovani();
     [[nodiscard]] Bdelost& bdelost();
     [[nodiscard]] PairingFlow& parovani();
-    [[nodiscard]] ToolGate& nastroje();
+    [[nodiscard]] ToolGate& toolGate();
 
   private:
     struct Parts;
 
     void installCallbacks();
     /// Forgets the phone, because it is no longer paired, and ends what it has begun.
-    void opustitTelefon();
-    void zapomenoutNeplatny();
-    Task<void> poZmeneSite();
-    void usnout();
-    Task<void> usnoutPoOdpojeni();
+    void abandonPhone();
+    void forgetInvalid();
+    Task<void> afterNetworkChange();
+    void fallAsleep();
+    Task<void> fallAsleepOnceDisconnected();
 
     std::unique_ptr<Parts> parts_;
-    bool sitSeMeni_ = false; ///< the network reported a change less than a second ago
-    bool konci_ = false;     ///< nothing may connect any more
+    bool isNetworkChanging_ = false; ///< the network reported a change less than a second ago
+    bool isEnding_ = false;          ///< nothing may connect any more
     std::vector<Connection> connections_;
 };
 

@@ -29,7 +29,7 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
       gate(tools, state, schvalovani, services.link.random),
       phone(services.main, scope, inbox,
             [this](std::shared_ptr<SecureLink> link, SecureLink::Udalost event) {
-                return events.zpracovat(std::move(link), std::move(event));
+                return events.handle(std::move(link), std::move(event));
             }),
       context{services,
               integrations,
@@ -51,13 +51,13 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
                 companion.obnovit();
             }}),
       events({state, services.clock(), schvalovani, context.features, context.poslatStav,
-              [&companion] { companion.zapomenoutNeplatny(); }}),
+              [&companion] { companion.forgetInvalid(); }}),
       parovani({services.main, services.link.relay, services.http, scope, keys}, state,
                {[&companion] { companion.pripojit(); }, [&companion] { companion.odpojit(); },
-                [&companion] { companion.opustitTelefon(); }}) {
+                [&companion] { companion.abandonPhone(); }}) {
     tools.add(MacToolName::status, [] { return true; }, &status, &StatusSync::nastroj);
     inbox.take<MacPayload::ToolCall>([this](MacPayload::ToolCall call, Delivery delivery) {
-        return calls.zpracovat(std::move(call), std::move(delivery));
+        return calls.handle(std::move(call), std::move(delivery));
     });
     inbox.take<MacPayload::ApprovalDecision>([this](MacPayload::ApprovalDecision decision, const Delivery&) {
         return decide(&schvalovani, std::move(decision));

@@ -28,7 +28,7 @@ class LinkEvents {
 
     explicit LinkEvents(Services services) : services_(std::move(services)) {}
 
-    Task<void> zpracovat(std::shared_ptr<SecureLink> link, SecureLink::Udalost udalost);
+    Task<void> handle(std::shared_ptr<SecureLink> link, SecureLink::Udalost udalost);
 
   private:
     void dostupnost(const MacAvailability& stav);

@@ -1,6 +1,6 @@
 #include "app/companion/OwnKeys.h"
 
-#include "app/companion/NahraditPar.h"
+#include "app/companion/ReplacePeer.h"
 #include "shared-apple/KeychainChyba.h"
 #include "shared-apple/OwnIdentity.h"
 #include "shared/base/Try.h"
@@ -20,40 +20,40 @@ constexpr Clock::Duration lockedRetry = std::chrono::hours(1);
 
 } // namespace
 
-void OwnKeys::zkusitZnovu() {
-    if (jsouTu()) return;
+void OwnKeys::tryAgain() {
+    if (arePresent()) return;
     services_.vault.stopAsking();
-    if (!std::exchange(nactouSeZnovu_, true)) services_.scope.spawn(nacistZnovu());
+    if (!std::exchange(willLoadAgain_, true)) services_.scope.spawn(loadAgain());
 }
 
-Task<void> OwnKeys::nacistZnovu() {
-    (void)co_await nacist();
+Task<void> OwnKeys::loadAgain() {
+    (void)co_await load();
 }
 
-Task<Result<void>> OwnKeys::nacist() {
-    const auto turn = co_await nacitani_.take();
-    nactouSeZnovu_ = false;
-    if (jsouTu() || konci_) co_return Result<void>{};
-    state_.klice = StavKlicu{};
+Task<Result<void>> OwnKeys::load() {
+    const auto turn = co_await loadTurns_.take();
+    willLoadAgain_ = false;
+    if (arePresent() || isEnding_) co_return Result<void>{};
+    state_.keys = KeysState{};
     state_.potiz = std::nullopt;
     if (!identita_) {
         CO_CHECK(co_await nactiIdentitu());
         co_await next_.identityIsThere();
     }
-    CO_TRY(const bool, jeNacteny, co_await nactiProtejsek());
-    state_.klice = StavKlicu{StavKlicu::Pripad::jsou};
-    if (jeNacteny) next_.peerIsRead();
+    CO_TRY(const bool, isLoaded, co_await nactiProtejsek());
+    state_.keys = KeysState{KeysState::Case::present};
+    if (isLoaded) next_.peerIsRead();
     co_return Result<void>{};
 }
 
 Task<Result<void>> OwnKeys::nactiIdentitu() {
     auto* uloziste = &services_.uloziste;
     auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return ownIdentity(*uloziste); });
-    if (!loaded) co_return fail(nejsou(loaded.error()));
+    if (!loaded) co_return fail(missing(loaded.error()));
     identita_ = *std::move(loaded);
-    state_.identifikator = identita_->deviceID().rawValue;
+    state_.identifier = identita_->deviceID().rawValue;
     auto* vault = &services_.vault;
-    state_.kliceJsouVSouborech = co_await runOn(
+    state_.areKeysInFiles = co_await runOn(
         services_.vaultThread, [vault] { return vault->place() == SecretVault::Place::privateFiles; });
     co_return Result<void>{};
 }
@@ -61,9 +61,9 @@ Task<Result<void>> OwnKeys::nactiIdentitu() {
 Task<Result<bool>> OwnKeys::nactiProtejsek() {
     auto* uloziste = &services_.uloziste;
     auto loaded = co_await runOn(services_.vaultThread, [uloziste] { return uloziste->nactiProtejsek(); });
-    if (!loaded && (konci_ || jeZamceno(loaded.error()))) co_return fail(nejsou(loaded.error()));
+    if (!loaded && (isEnding_ || isLocked(loaded.error()))) co_return fail(missing(loaded.error()));
     if (!loaded) {
-        neplatne(loaded.error());
+        declareInvalid(loaded.error());
         co_return false;
     }
     state_.protejsek = *std::move(loaded);
@@ -71,21 +71,21 @@ Task<Result<bool>> OwnKeys::nactiProtejsek() {
     co_return true;
 }
 
-void OwnKeys::neplatne(const Error& error) {
+void OwnKeys::declareInvalid(const Error& error) {
     state_.dostupnost = MacAvailability{MacAvailability::NeplatneParovani{error.popis()}};
     state_.potiz = error.popis();
 }
 
-Error OwnKeys::nejsou(const Error& error) {
-    if (konci_) return error;
-    if (jeZamceno(error)) {
-        state_.dostupnost = MacAvailability{MacAvailability::Preruseno{klicenkaZamcena}};
-        state_.potiz = klicenkaZamcenaCele;
+Error OwnKeys::missing(const Error& error) {
+    if (isEnding_) return error;
+    if (isLocked(error)) {
+        state_.dostupnost = MacAvailability{MacAvailability::Preruseno{keychainLocked}};
+        state_.potiz = keychainLockedExplained;
     } else {
-        neplatne(error);
+        declareInvalid(error);
     }
-    state_.klice = StavKlicu{StavKlicu::Pripad::nejsou, *state_.potiz.value()};
-    return TextError{state_.klice.value().duvod};
+    state_.keys = KeysState{KeysState::Case::missing, *state_.potiz.value()};
+    return TextError{state_.keys.value().duvod};
 }
 
 Task<Result<void>> OwnKeys::ulozit(PairedPeer peer) {
@@ -96,31 +96,32 @@ Task<Result<void>> OwnKeys::ulozit(PairedPeer peer) {
     co_return saved;
 }
 
-Task<void> OwnKeys::zapomenout(PairedPeer peer) {
-    return nahradit(std::move(peer), [](const Error& proc) {
+Task<void> OwnKeys::forgetPhone(PairedPeer peer) {
+    return replaceStored(std::move(peer), [](const Error& proc) {
         return "Odpojení telefonu se nepodařilo uložit: {duvod}"_sentence(proc.popis());
     });
 }
 
-Task<void> OwnKeys::vratit(PairedPeer odmitnuty) {
-    return nahradit(std::move(odmitnuty), [](const Error& proc) {
+Task<void> OwnKeys::putBack(PairedPeer refused) {
+    return replaceStored(std::move(refused), [](const Error& proc) {
         return "Zrušené párování se nepodařilo smazat: {duvod}"_sentence(proc.popis());
     });
 }
 
-Task<void> OwnKeys::nahradit(PairedPeer peer, Sentence (*neslo)(const Error& proc)) {
+Task<void> OwnKeys::replaceStored(PairedPeer peer, Sentence (*failureText)(const Error& proc)) {
     auto* uloziste = &services_.uloziste;
     const auto number = ++lastNumber_;
     for (;;) {
-        const bool jePosledni = konci_;
-        auto done = co_await runOn(services_.vaultThread, [uloziste, &peer, ted = state_.protejsek.value()] {
-            return nahraditPar(*uloziste, peer, ted);
-        });
+        const bool isLast = isEnding_;
+        auto done =
+            co_await runOn(services_.vaultThread, [uloziste, &peer, replacement = state_.protejsek.value()] {
+                return replacePeer(*uloziste, peer, replacement);
+            });
         if (done) break;
-        unfinished_.insert_or_assign(number, neslo(done.error()));
+        unfinished_.insert_or_assign(number, failureText(done.error()));
         tellUnfinished();
-        if (jePosledni) co_return;
-        const auto pause = jeZamceno(done.error()) ? lockedRetry : vaultRetry;
+        if (isLast) co_return;
+        const auto pause = isLocked(done.error()) ? lockedRetry : vaultRetry;
         (void)co_await sleepFor(services_.clock, pause, pauses_.get_token());
     }
     unfinished_.erase(number);
@@ -129,18 +130,18 @@ Task<void> OwnKeys::nahradit(PairedPeer peer, Sentence (*neslo)(const Error& pro
 }
 
 void OwnKeys::retryNow() {
-    if (!konci_) std::exchange(pauses_, {}).request_stop();
+    if (!isEnding_) std::exchange(pauses_, {}).request_stop();
 }
 
 void OwnKeys::tellUnfinished() {
     if (unfinished_.empty())
-        state_.potizTrezoru = std::nullopt;
+        state_.vaultTrouble = std::nullopt;
     else
-        state_.potizTrezoru = unfinished_.rbegin()->second;
+        state_.vaultTrouble = unfinished_.rbegin()->second;
 }
 
-void OwnKeys::ukoncit() {
-    konci_ = true;
+void OwnKeys::shutDown() {
+    isEnding_ = true;
     services_.vault.end();
     pauses_.request_stop();
 }

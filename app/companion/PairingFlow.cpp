@@ -33,35 +33,35 @@ PairingFlow::PairingFlow(Services services, CompanionState& state, Link link)
       relay_(services.http, services.relay.clock) {}
 
 void PairingFlow::zacitParovani() {
-    if (konci_) return;
+    if (isEnding_) return;
     ++generation_;
-    cekaNaKlice_ = !services_.klice.jsouTu();
-    if (cekaNaKlice_) {
+    awaitsKeys_ = !services_.keys.arePresent();
+    if (awaitsKeys_) {
         // The failure of an earlier attempt must not stay on screen.
         state_.parovani = StavParovani{};
-        return services_.scope.spawn(nacistAZacit(generation_));
+        return services_.scope.spawn(loadAndBegin(generation_));
     }
     auto address = RelayAddress::parse(state_.relayAdresa.value());
-    if (!address) return selhat(RelayAddress::nonsense);
-    state_.telefonOdesel = false;
+    if (!address) return failWith(RelayAddress::nonsense);
+    state_.phoneHasLeft = false;
     state_.parovani = StavParovani{StavParovani::Zakladam{}};
     services_.scope.spawn(zalozit(*std::move(address), generation_));
 }
 
-Task<void> PairingFlow::nacistAZacit(std::uint64_t generation) {
-    auto loaded = co_await services_.klice.nacist();
-    if (konci_ || generation != generation_) co_return;
-    cekaNaKlice_ = false;
-    if (!loaded) co_return selhat(loaded.error().popis());
+Task<void> PairingFlow::loadAndBegin(std::uint64_t generation) {
+    auto loaded = co_await services_.keys.load();
+    if (isEnding_ || generation != generation_) co_return;
+    awaitsKeys_ = false;
+    if (!loaded) co_return failWith(loaded.error().popis());
     state_.parovani = StavParovani{};
     // Loading may have found a phone that is already paired.
-    if (services_.klice.jsouTu() && !state_.protejsek.value()) zacitParovani();
+    if (services_.keys.arePresent() && !state_.protejsek.value()) zacitParovani();
 }
 
 Task<void> PairingFlow::zalozit(RelayAddress address, std::uint64_t generation) {
     auto zalozeni = co_await relay_.zalozit(address, identita(), DeviceRole::mac);
-    if (konci_ || generation != generation_) co_return;
-    if (!zalozeni) co_return selhat(zalozeni.error().popis());
+    if (isEnding_ || generation != generation_) co_return;
+    if (!zalozeni) co_return failWith(zalozeni.error().popis());
     PairingBundle bundle{ProtocolVersion::current, address.text(),           zalozeni->pairID,
                          zalozeni->pairingToken,   identita()->signingKey(), identita()->agreementKey()};
     state_.parovani = StavParovani{StavParovani::CekamNaTelefon{Parovani::qrText(bundle), zalozeni->platiDo}};
@@ -80,7 +80,7 @@ void PairingFlow::listenFor(const RelayAddress& address, const PairID& pair) {
 Task<void> PairingFlow::listen(std::shared_ptr<RelayLink> link, std::string relayURL, PairID pair,
                                std::stop_token stop) {
     while (auto event = co_await link->udalosti().next(stop)) {
-        sledovat(*event);
+        follow(*event);
         auto* obalka = std::get_if<RelayLink::Obalka>(&*event);
         if (!obalka) continue;
         const auto& envelope = obalka->envelope;
@@ -90,21 +90,21 @@ Task<void> PairingFlow::listen(std::shared_ptr<RelayLink> link, std::string rela
     }
 }
 
-void PairingFlow::sledovat(const RelayLink::Udalost& event) {
+void PairingFlow::follow(const RelayLink::Udalost& event) {
     if (!rozdelany_) return;
     if (const auto* presence = std::get_if<RelayLink::Protejsek>(&event))
-        state_.telefonOdesel = !presence->online;
+        state_.phoneHasLeft = !presence->online;
     if (const auto* login = std::get_if<RelayLink::Prihlaseno>(&event))
-        state_.telefonOdesel = !login->protejsekOnline;
+        state_.phoneHasLeft = !login->protejsekOnline;
 }
 
 void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL) {
     auto hello = decode<PairingHello>(envelope.ciphertext, messageLimits);
     if (!hello)
-        return selhat(
+        return failWith(
             "Telefon poslal nekompatibilní párovací zprávu: {duvod}"_sentence(hello.error().popis()));
     if (!Parovani::checkHello(*hello, envelope.pair))
-        return selhat("Představení telefonu má neplatný podpis. Nic jsem neuložil."_sentence);
+        return failWith("Představení telefonu má neplatný podpis. Nic jsem neuložil."_sentence);
     PairedPeer peer{envelope.pair,
                     relayURL,
                     hello->device,
@@ -113,34 +113,34 @@ void PairingFlow::prijmout(const Envelope& envelope, const std::string& relayURL
                     DeviceRole::phone,
                     services_.relay.clock.now()};
     auto pairKey = identita()->pairKey(peer);
-    if (!pairKey) return selhat("Klíč telefonu nejde použít: {duvod}"_sentence(pairKey.error().popis()));
+    if (!pairKey) return failWith("Klíč telefonu nejde použít: {duvod}"_sentence(pairKey.error().popis()));
     rozdelany_ = std::move(peer);
-    state_.telefonOdesel = false;
+    state_.phoneHasLeft = false;
     state_.parovani = StavParovani{StavParovani::OverCislo{Parovani::comparisonNumber(*pairKey)}};
 }
 
 void PairingFlow::potvrditCislo(const std::string& cislo) {
     const auto* shown = state_.parovani.value().as<StavParovani::OverCislo>();
-    if (!rozdelany_ || !shown || shown->cislo != cislo || ukladana_ == generation_) return;
-    ukladana_ = generation_;
+    if (!rozdelany_ || !shown || shown->cislo != cislo || pairingBeingSaved_ == generation_) return;
+    pairingBeingSaved_ = generation_;
     services_.scope.spawn(ulozit(*rozdelany_, generation_));
 }
 
 Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
-    auto saved = co_await services_.klice.ulozit(peer);
-    if (ukladana_ == generation) ukladana_.reset();
+    auto saved = co_await services_.keys.ulozit(peer);
+    if (pairingBeingSaved_ == generation) pairingBeingSaved_.reset();
     // Meanwhile the user has refused, cancelled or started the pairing anew.
-    if (generation != generation_) co_return co_await services_.klice.vratit(std::move(peer));
-    const auto neulozeno =
+    if (generation != generation_) co_return co_await services_.keys.putBack(std::move(peer));
+    const auto notSaved =
         saved ? std::nullopt
               : std::optional("Párování se nepodařilo uložit: {duvod}"_sentence(saved.error().popis()));
     // At the end of the program the confirmed phone stays stored; nobody sees the state of the pairing.
-    if (konci_ && neulozeno) state_.potizTrezoru = neulozeno;
-    if (konci_) co_return;
-    if (neulozeno) co_return selhat(*neulozeno);
+    if (isEnding_ && notSaved) state_.vaultTrouble = notSaved;
+    if (isEnding_) co_return;
+    if (notSaved) co_return failWith(*notSaved);
     ++generation_;
     if (const auto& before = state_.protejsek.value(); before && before->deviceID != peer.deviceID)
-        link_.opustit();
+        link_.abandon();
     state_.protejsek = peer;
     rozdelany_.reset();
     state_.parovani = StavParovani{};
@@ -151,49 +151,49 @@ Task<void> PairingFlow::ulozit(PairedPeer peer, std::uint64_t generation) {
 void PairingFlow::odmitnoutCislo() {
     ++generation_;
     rozdelany_.reset();
-    state_.telefonOdesel = false;
+    state_.phoneHasLeft = false;
     zastavit();
-    selhat("Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; "
-           "pokud se to bude opakovat, někdo poslouchá."_sentence);
+    failWith("Čísla se neshodovala. Párování jsem zrušil a nic neuložil. Zkus to znovu; "
+             "pokud se to bude opakovat, někdo poslouchá."_sentence);
 }
 
 void PairingFlow::zrusitParovani() {
     ++generation_;
-    cekaNaKlice_ = false;
+    awaitsKeys_ = false;
     state_.parovani = StavParovani{};
     rozdelany_.reset();
-    state_.telefonOdesel = false;
+    state_.phoneHasLeft = false;
     zastavit();
     if (state_.protejsek.value()) link_.pripojit();
 }
 
 void PairingFlow::odvolat() {
     // Nothing that would begin now is carried out any more.
-    if (konci_) return;
+    if (isEnding_) return;
     const auto protejsek = state_.protejsek.value();
     auto address = protejsek ? RelayAddress::parse(protejsek->relayURL) : std::nullopt;
     if (!identita() || !protejsek) return;
-    if (!address) return selhat(RelayAddress::keptOneIsUnusable);
-    link_.opustit();
+    if (!address) return failWith(RelayAddress::keptOneIsUnusable);
+    link_.abandon();
     state_.dostupnost = MacAvailability{MacAvailability::Nesparovano{}};
-    state_.telefonOdesel = false;
+    state_.phoneHasLeft = false;
     // Problems with the phone that was disconnected no longer matter.
     state_.potiz = std::nullopt;
-    services_.scope.spawn(zapomenout(*std::move(address), *protejsek));
+    services_.scope.spawn(forgetPhone(*std::move(address), *protejsek));
 }
 
-Task<void> PairingFlow::zapomenout(RelayAddress address, PairedPeer protejsek) {
+Task<void> PairingFlow::forgetPhone(RelayAddress address, PairedPeer protejsek) {
     // Both may fail, and another phone may be paired while they run.
     (void)co_await relay_.odvolat(std::move(address), protejsek.pairID, protejsek.deviceID, identita());
-    co_await services_.klice.zapomenout(std::move(protejsek));
+    co_await services_.keys.forgetPhone(std::move(protejsek));
 }
 
-void PairingFlow::zkusitHned() {
+void PairingFlow::connectNow() {
     if (parovaci_) services_.scope.spawn(tryNow(parovaci_));
 }
 
-void PairingFlow::ukoncit() {
-    konci_ = true;
+void PairingFlow::shutDown() {
+    isEnding_ = true;
     zastavit();
 }
 
@@ -203,7 +203,7 @@ void PairingFlow::zastavit() {
     services_.scope.spawn(takeDown(std::exchange(parovaci_, nullptr), std::move(parovaciPosluchac_)));
 }
 
-void PairingFlow::selhat(Sentence text) {
+void PairingFlow::failWith(Sentence text) {
     state_.parovani = StavParovani{StavParovani::Chyba{std::move(text)}};
 }
 

@@ -25,7 +25,7 @@ class PairingFlow {
         RelayLink::Services relay;
         HttpClient& http;
         TaskScope& scope;
-        OwnKeys& klice;
+        OwnKeys& keys;
     };
 
     /// Actions on the link to the phone that was paired before.
@@ -33,7 +33,7 @@ class PairingFlow {
         std::function<void()> pripojit;
         std::function<void()> odpojit;
         /// Forgets the phone and ends what it has begun.
-        std::function<void()> opustit;
+        std::function<void()> abandon;
     };
 
     PairingFlow(Services services, CompanionState& state, Link link);
@@ -42,7 +42,7 @@ class PairingFlow {
     void zacitParovani();
 
     /// Whether a pairing waits for the keys of this computer; the state is `necinne` meanwhile.
-    [[nodiscard]] bool cekaNaKlice() const { return cekaNaKlice_; }
+    [[nodiscard]] bool awaitsKeys() const { return awaitsKeys_; }
 
     /// "Souhlasí" under this number. Does nothing if another number is on screen by now.
     void potvrditCislo(const std::string& cislo);
@@ -55,29 +55,29 @@ class PairingFlow {
     void odvolat();
 
     /// If the link of the pairing waits for its next attempt, the attempt begins now.
-    void zkusitHned();
+    void connectNow();
 
     /// For the end of the program: answers that arrive later change nothing.
-    void ukoncit();
+    void shutDown();
 
   private:
     [[nodiscard]] const std::shared_ptr<const DeviceIdentity>& identita() const {
-        return services_.klice.identita();
+        return services_.keys.identita();
     }
 
-    Task<void> nacistAZacit(std::uint64_t generation);
+    Task<void> loadAndBegin(std::uint64_t generation);
     Task<void> zalozit(RelayAddress address, std::uint64_t generation);
     void listenFor(const RelayAddress& address, const PairID& pair);
     Task<void> listen(std::shared_ptr<RelayLink> link, std::string relayURL, PairID pair,
                       std::stop_token stop);
     /// Notes whether the phone that has sent its hello is still connected.
-    void sledovat(const RelayLink::Udalost& event);
+    void follow(const RelayLink::Udalost& event);
     void prijmout(const Envelope& envelope, const std::string& relayURL);
     Task<void> ulozit(PairedPeer peer, std::uint64_t generation);
-    Task<void> zapomenout(RelayAddress address, PairedPeer protejsek);
+    Task<void> forgetPhone(RelayAddress address, PairedPeer protejsek);
     /// Stops the pairing link in the background.
     void zastavit();
-    void selhat(Sentence text);
+    void failWith(Sentence text);
 
     Services services_;
     CompanionState& state_;
@@ -86,9 +86,9 @@ class PairingFlow {
     std::shared_ptr<RelayLink> parovaci_;
     std::unique_ptr<TaskScope> parovaciPosluchac_;
     std::optional<PairedPeer> rozdelany_; ///< the phone whose number the user has yet to confirm
-    bool cekaNaKlice_ = false;
-    std::optional<std::uint64_t> ukladana_; ///< the pairing whose phone is being stored
-    bool konci_ = false;
+    bool awaitsKeys_ = false;
+    std::optional<std::uint64_t> pairingBeingSaved_; ///< the pairing whose phone is being stored
+    bool isEnding_ = false;
     std::uint64_t generation_ = 0; ///< recognises late answers to an abandoned pairing
 };
 

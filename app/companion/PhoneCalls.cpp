@@ -18,13 +18,13 @@ boost::json::object argumentsOf(const std::string& json) {
 
 } // namespace
 
-Task<void> PhoneCalls::zpracovat(MacPayload::ToolCall call, Delivery delivery) {
+Task<void> PhoneCalls::handle(MacPayload::ToolCall call, Delivery delivery) {
     // Messages that the phone sent before the call are stored and acknowledged before the call is carried
     // out.
     for (auto* feature : features_) co_await feature->settled();
-    if (phoneLink_.soucasne() != delivery.link) co_return;
+    if (phoneLink_.current() != delivery.link) co_return;
     auto outcome = co_await gate_.provestNastroj(
-        {std::move(call.name), argumentsOf(call.argumentsJSON), delivery.requestID, inbox_.opusteni()});
+        {std::move(call.name), argumentsOf(call.argumentsJSON), delivery.requestID, inbox_.abandonment()});
     MacPayload::ToolResult result{outcome.ok, encode(outcome.result)};
     auto sent = co_await delivery.link->poslat({std::move(result)}, delivery.requestID);
     if (sent || !sent.error().as<MessageTooLong>()) co_return;

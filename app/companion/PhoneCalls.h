@@ -20,7 +20,7 @@ class PhoneCalls {
 
     /// Runs the tool and sends what it answers over the link by which the call came. A lost reply stays lost:
     /// the work is done and stands.
-    Task<void> zpracovat(MacPayload::ToolCall call, Delivery delivery);
+    Task<void> handle(MacPayload::ToolCall call, Delivery delivery);
 
   private:
     ToolGate& gate_;

@@ -10,7 +10,7 @@ namespace morvex {
 
 /// Shown when a phone went away while its number was being compared. The phone stores nothing before its own
 /// user has agreed too.
-inline constexpr auto telefonMezitimOdesel =
+inline constexpr auto phoneLeftMeanwhile =
     "Telefon mezitím odešel. Pokud párování vzdal, nepřipojí se a je potřeba ho spárovat znovu."_sentence;
 
 /// The state of the pairing, for the pairing view.

@@ -22,7 +22,7 @@ class ToolGate {
     [[nodiscard]] std::vector<ToolDescriptor> nabizeneNastroje() const { return table_.offered(); }
 
     /// Those of the offered tools that the status names.
-    [[nodiscard]] std::vector<ToolDescriptor> nastrojeVeStavu() const { return table_.inStatus(); }
+    [[nodiscard]] std::vector<ToolDescriptor> toolsInStatus() const { return table_.inStatus(); }
 
     /// For the phone: runs a tool on offer and refuses any other. A tool that fails gives a refusal, never an
     /// exception.

@@ -121,7 +121,7 @@ std::optional<AppSummary> ConsoleApps::find(const std::string& words) const {
 
 Task<void> ConsoleApps::turn(AppSummary app, bool on) {
     const auto kept = co_await services_.apps.setEnabled(app.id, on);
-    if (!kept) co_return services_.output.trouble(neulozenoKvuli(kept.error()));
+    if (!kept) co_return services_.output.trouble(notSavedBecause(kept.error()));
     services_.output.line((on ? "Zapnuto: " : "Vypnuto: ") + app.name);
 }
 

@@ -9,7 +9,7 @@
 namespace morvex {
 
 ConsoleFolders::ConsoleFolders(Services services) : services_(std::move(services)) {
-    asked_ = services_.slozky.priOtazce([this] { printQuestion(); });
+    asked_ = services_.slozky.onQuestion([this] { printQuestion(); });
 }
 
 void ConsoleFolders::print() const {
@@ -48,15 +48,15 @@ void ConsoleFolders::disallow(const std::string& path) {
 }
 
 void ConsoleFolders::printQuestion() const {
-    const auto& otazka = services_.slozky.otazka();
-    if (!otazka) return;
-    services_.output.line("Povolit složku " + otazka->slozka + "? " + otazka->popis().czech());
+    const auto& question = services_.slozky.question();
+    if (!question) return;
+    services_.output.line("Povolit složku " + question->slozka + "? " + question->popis().czech());
     services_.output.line("Odpověz „ano“ nebo „ne“.");
 }
 
 void ConsoleFolders::answer(Slozky::Odpoved odpoved) {
-    if (!services_.slozky.otazka()) return services_.output.line("Na nic se teď neptám.");
-    services_.slozky.odpovedet(odpoved);
+    if (!services_.slozky.question()) return services_.output.line("Na nic se teď neptám.");
+    services_.slozky.answerQuestion(odpoved);
 }
 
 } // namespace morvex

@@ -18,7 +18,7 @@ void ConsolePairing::tell() {
     if (pairing.as<StavParovani::Zakladam>()) output_.line("Párování: zakládám pár u relaye…");
     if (const auto* failed = pairing.as<StavParovani::Chyba>())
         output_.line("Párování: " + failed->text.czech());
-    if (pairing.as<StavParovani::Necinne>() && !companion_.parovani().cekaNaKlice())
+    if (pairing.as<StavParovani::Necinne>() && !companion_.parovani().awaitsKeys())
         output_.line("Párování: nic neprobíhá");
     if (const auto* waiting = pairing.as<StavParovani::CekamNaTelefon>()) {
         output_.line("Kód pro telefon, platí do " + formatDate(waiting->platiDo) + ":");
@@ -43,7 +43,7 @@ void ConsolePairing::lineTyped() {
 
 void ConsolePairing::begin() {
     const auto& state = companion_.stav();
-    if (state.klice.value().pripad != StavKlicu::Pripad::jsou) output_.line(zkousimKlice);
+    if (state.keys.value().kind != KeysState::Case::present) output_.line(tryingKeys);
     if (state.parovani.value().as<StavParovani::Zakladam>())
         return output_.line("Pár se u relaye už zakládá.");
     companion_.parovani().zacitParovani();
@@ -63,7 +63,7 @@ void ConsolePairing::judge(Verdict verdict) {
 
 void ConsolePairing::cancel() {
     const bool isIdle = companion_.stav().parovani.value().as<StavParovani::Necinne>();
-    if (isIdle && !companion_.parovani().cekaNaKlice()) return output_.line("Žádné párování neprobíhá.");
+    if (isIdle && !companion_.parovani().awaitsKeys()) return output_.line("Žádné párování neprobíhá.");
     companion_.parovani().zrusitParovani();
     if (isIdle) tell();
 }

@@ -17,7 +17,7 @@ class ConsolePairing {
     enum class Verdict { same, different };
 
     /// Printed while the vault is asked again for the keys of this computer.
-    static constexpr const char* zkousimKlice = "Zkouším znovu získat klíče tohoto počítače.";
+    static constexpr const char* tryingKeys = "Zkouším znovu získat klíče tohoto počítače.";
 
     /// `codes` means that the output is a terminal that can show a QR code. Both references outlive this
     /// object.

@@ -72,12 +72,12 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
         {"odebrat", "CESTA", "odebere povolenou složku",
          [](ConsoleShell& shell, const std::string& path) {
              shell.folders_.disallow(path);
-             shell.output_.trouble(shell.companion_.stav().potizNastaveni);
+             shell.output_.trouble(shell.companion_.stav().settingsTrouble);
          }},
         {"ano", "", "povolí složku, na kterou se ptám",
-         [](ConsoleShell& shell, const std::string&) { shell.folders_.answer(Slozky::Odpoved::ano); }},
+         [](ConsoleShell& shell, const std::string&) { shell.folders_.answer(Slozky::Odpoved::yes); }},
         {"ne", "", "nepovolí složku, na kterou se ptám",
-         [](ConsoleShell& shell, const std::string&) { shell.folders_.answer(Slozky::Odpoved::ne); }},
+         [](ConsoleShell& shell, const std::string&) { shell.folders_.answer(Slozky::Odpoved::no); }},
         {"zapnout", "CO", "zapne skupinu nástrojů",
          [](ConsoleShell& shell, const std::string& name) { shell.switchIntegration(name, true); }},
         {"vypnout", "CO", "vypne skupinu nástrojů",
@@ -138,7 +138,7 @@ ConsoleShell::ConsoleShell(Companion& companion, Features& features, Services se
 
 void ConsoleShell::greet(const std::string& version) {
     output_.line("Morvex " + version + " běží. Příkazy ukáže „pomoc“.");
-    if (companion_.stav().nacitajiSeKlice()) printAvailability();
+    if (companion_.stav().areKeysLoading()) printAvailability();
     printTaskTrouble();
 }
 
@@ -146,13 +146,13 @@ void ConsoleShell::watch() {
     auto& state = companion_.stav();
     notifiers_.push_back(state.dostupnost.addNotifier([this] { tellOfAvailability(); }));
     auto& bdelost = companion_.bdelost().stav();
-    for (auto* potiz :
-         {&state.potiz, &state.potizTrezoru, &state.potizNastaveni, &bdelost.potiz, &bdelost.potizDrzeni})
+    for (auto* potiz : {&state.potiz, &state.vaultTrouble, &state.settingsTrouble, &bdelost.potiz,
+                        &bdelost.keepAwakeTrouble})
         notifiers_.push_back(potiz->addNotifier([this, potiz] {
             if (potiz->value() && mayTellOfLink()) output_.trouble(potiz->value());
         }));
     tasksChanged_ = features_.agents.historie().priZmene([this] { printTaskTrouble(); });
-    notifiers_.push_back(state.telefonOdesel.addNotifier([this] { tellOfLeaving(); }));
+    notifiers_.push_back(state.phoneHasLeft.addNotifier([this] { tellOfLeaving(); }));
 }
 
 void ConsoleShell::handle(std::string_view line) {
@@ -195,9 +195,9 @@ void ConsoleShell::printStatus() {
     printAvailability();
     printNextAttempt();
     output_.trouble(state.potiz);
-    output_.trouble(state.potizTrezoru);
-    output_.trouble(state.potizNastaveni);
-    if (state.kliceJsouVSouborech) output_.line(kliceVSouborech);
+    output_.trouble(state.vaultTrouble);
+    output_.trouble(state.settingsTrouble);
+    if (state.areKeysInFiles) output_.line(keysInFiles);
     const auto& peer = state.protejsek.value();
     output_.line("Telefon: " + (peer ? peer->deviceID.rawValue : std::string("žádný")));
     output_.line("Relay: " + state.relayAdresa.value());
@@ -208,33 +208,33 @@ void ConsoleShell::printStatus() {
     output_.line("Zapnuto: " + join(on, ", "));
     printWakefulness();
     printLoginItem();
-    output_.trouble(companion_.bdelost().stav().potizDrzeni);
+    output_.trouble(companion_.bdelost().stav().keepAwakeTrouble);
     output_.trouble(companion_.bdelost().stav().potiz);
     output_.trouble(features_.agents.historie().potiz());
 }
 
 void ConsoleShell::printAvailability() {
-    auto text = companion_.stav().popisSpojeni(services_.clock.now()).czech();
+    auto text = companion_.stav().linkText(services_.clock.now()).czech();
     if (std::exchange(shownAvailability_, text) != text) output_.line("Stav: " + text);
 }
 
 void ConsoleShell::printNextAttempt() const {
-    const auto& when = companion_.stav().dalsiPokus.value();
+    const auto& when = companion_.stav().nextAttempt.value();
     const auto now = services_.clock.sinceBoot();
-    if (when && *when > now) output_.line(popisDalsihoPokusu(*when - now));
+    if (when && *when > now) output_.line(nextAttemptText(*when - now));
 }
 
 void ConsoleShell::tryNow() {
-    if (companion_.stav().klice.value().pripad != StavKlicu::Pripad::jsou) {
-        output_.line(ConsolePairing::zkousimKlice);
-        return companion_.zkusitZnovu();
+    if (companion_.stav().keys.value().kind != KeysState::Case::present) {
+        output_.line(ConsolePairing::tryingKeys);
+        return companion_.tryAgain();
     }
-    output_.line(companion_.stav().dalsiPokus.value() ? "Zkouším to hned." : "Na další pokus se nečeká.");
-    companion_.zkusitHned();
+    output_.line(companion_.stav().nextAttempt.value() ? "Zkouším to hned." : "Na další pokus se nečeká.");
+    companion_.connectNow();
 }
 
 void ConsoleShell::tellOfAvailability() {
-    const auto text = companion_.stav().popisSpojeni(services_.clock.now()).czech();
+    const auto text = companion_.stav().linkText(services_.clock.now()).czech();
     if (text != shownAvailability_ && mayTellOfLink()) printAvailability();
 }
 
@@ -262,8 +262,8 @@ void ConsoleShell::printLoginItem() {
 
 /// Limited too, because a relay may report the phone's leaving any number of times.
 void ConsoleShell::tellOfLeaving() {
-    if (companion_.stav().telefonOdesel.value() && mayTellOfLink())
-        output_.line("Párování: " + telefonMezitimOdesel.czech());
+    if (companion_.stav().phoneHasLeft.value() && mayTellOfLink())
+        output_.line("Párování: " + phoneLeftMeanwhile.czech());
 }
 
 void ConsoleShell::printTasks() const {
@@ -278,26 +278,26 @@ void ConsoleShell::printTaskTrouble() {
 }
 
 void ConsoleShell::stopTask() {
-    const auto uloha = features_.agents.uloha();
-    if (uloha && features_.agents.zastavitUkol(*uloha)) return output_.line("Zastavuji úlohu.");
-    output_.line(uloha ? "Úloha už končí." : "Žádná úloha neběží.");
+    const auto currentTask = features_.agents.currentTask();
+    if (currentTask && features_.agents.stopTask(*currentTask)) return output_.line("Zastavuji úlohu.");
+    output_.line(currentTask ? "Úloha už končí." : "Žádná úloha neběží.");
 }
 
 void ConsoleShell::continueTask(const std::string& number) {
     auto& historie = features_.agents.historie();
-    const auto& ukoly = historie.polozky();
+    const auto& tasks = historie.polozky();
     std::size_t position = 0;
     auto [end, problem] = std::from_chars(number.data(), number.data() + number.size(), position);
     const bool isNumber = problem == std::errc() && end == number.data() + number.size();
-    if (!isNumber || position < 1 || position > ukoly.size())
+    if (!isNumber || position < 1 || position > tasks.size())
         return output_.line("Úloha „" + number + "“ tu není. Čísla ukáže „ulohy“.");
     shownTaskTrouble_.reset();
-    if (historie.otevritRelaci(ukoly[position - 1])) return output_.line("Otevírám relaci.");
+    if (historie.otevritRelaci(tasks[position - 1])) return output_.line("Otevírám relaci.");
     printTaskTrouble();
 }
 
 void ConsoleShell::setRelay(const std::string& address) {
-    const auto chosen = companion_.zvolitRelay(address);
+    const auto chosen = companion_.chooseRelay(address);
     const auto& kept = companion_.stav().relayAdresa.value();
     output_.line(chosen ? "Relay: " + kept : chosen.error().popis().czech() + " Zůstává " + kept);
 }
@@ -318,7 +318,7 @@ void ConsoleShell::forgetTasks(const std::string& answer) {
 Task<void> ConsoleShell::forgetAndTell() {
     auto& historie = features_.agents.historie();
     historie.vymazat();
-    co_await historie.ulozeno();
+    co_await historie.saved();
     if (!historie.potiz()) output_.line("Úlohy jsou zapomenuté.");
 }
 
@@ -327,14 +327,14 @@ void ConsoleShell::switchIntegration(const std::string& name, bool value) {
     if (found == integrations.end())
         return output_.line("Neznámá skupina „" + name + "“. Seznam ukáže „pomoc“.");
     if (value) return services_.scope.spawn(turnOnAndTell(found->integration, std::string(found->name)));
-    companion_.integrations().vypnout(found->integration);
+    companion_.integrations().turnOff(found->integration);
     output_.line("Vypnuto: " + std::string(found->name));
-    output_.trouble(companion_.stav().potizNastaveni);
+    output_.trouble(companion_.stav().settingsTrouble);
 }
 
 Task<void> ConsoleShell::turnOnAndTell(Integration integration, std::string name) {
-    const auto kept = co_await companion_.integrations().zapnout(integration);
-    if (!kept) co_return output_.trouble(neulozenoKvuli(kept.error()));
+    const auto kept = co_await companion_.integrations().turnOn(integration);
+    if (!kept) co_return output_.trouble(notSavedBecause(kept.error()));
     if (companion_.integrations().isOn(integration)) output_.line("Zapnuto: " + name);
 }
 
@@ -343,7 +343,7 @@ void ConsoleShell::keepAwake(const std::string& word) {
     if (!wanted) return;
     companion_.bdelost().setDrzetVzhuru(*wanted);
     printWakefulness();
-    output_.trouble(companion_.stav().potizNastaveni);
+    output_.trouble(companion_.stav().settingsTrouble);
 }
 
 void ConsoleShell::startAtLogin(const std::string& word) {

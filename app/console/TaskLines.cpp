@@ -23,7 +23,7 @@ std::optional<std::string> news(const UkolAgenta& ukol, const Bezici* bezici) {
 /// program.
 std::string line(std::size_t number, const UkolAgenta& ukol, const Bezici* bezici) {
     auto text = "Úloha " + std::to_string(number) + ": " + firstLine(ukol.nazev) + " — " +
-                std::string(WorkItemStatus(stavProTelefon(ukol.stav)).words()) + " (" +
+                std::string(WorkItemStatus(statusForPhone(ukol.stav)).words()) + " (" +
                 firstLine(ukol.nastroj) + ", " + firstLine(paths::lastComponent(ukol.slozka)) + ")";
     if (auto told = news(ukol, bezici)) text += ": " + firstLine(*told);
     return text;

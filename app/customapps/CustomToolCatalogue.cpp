@@ -144,7 +144,7 @@ void CustomToolCatalogue::add(const StoredApp& app, CustomTool tool) {
 
 Task<ToolOutcome> CustomToolCatalogue::runTool(ToolCall call) {
     auto answer =
-        co_await callTool(std::move(call.name), std::move(call.arguments), std::move(call.opusteni));
+        co_await callTool(std::move(call.name), std::move(call.arguments), std::move(call.abandonment));
     const bool ok = isOk(answer);
     co_return ToolOutcome{ok, std::move(answer)};
 }

@@ -119,7 +119,7 @@ Task<void> MacCustomAppsService::replacePhoneApps(std::vector<CompanionCustomApp
     apps_ = std::move(apps);
     keep();
     // The phone understands the next status as the confirmation that its list is stored.
-    co_await services_.defaults.ulozeno();
+    co_await services_.defaults.saved();
     appsChanged();
 }
 
@@ -176,7 +176,7 @@ Task<Result<void>> MacCustomAppsService::save(std::optional<std::string> storedI
     });
     if (saved || !isNew) co_return saved;
     // If the app is on the disk in spite of the failure, it keeps its token.
-    co_await services_.defaults.ulozeno();
+    co_await services_.defaults.saved();
     if (!services_.defaults.problem()) co_await services_.keychain.remove(tokenAccount(id));
     co_return saved;
 }

@@ -62,8 +62,8 @@ void FileTools::addTo(ToolTable& table, std::function<bool()> isOn) {
 }
 
 Task<ToolOutcome> FileTools::search(FilesSearch search, ToolCall) {
-    auto found = co_await soubory_.hledej(std::move(search.pattern), std::move(search.folder), mostFilesFound,
-                                          slozky_.snimek(), stop_);
+    auto found = co_await files_.hledej(std::move(search.pattern), std::move(search.folder), mostFilesFound,
+                                        slozky_.snapshot(), stop_);
     if (!found) co_return ToolOutcome::refused(found.error());
     boost::json::array files;
     for (auto& path : *found) files.emplace_back(std::move(path));
@@ -73,7 +73,7 @@ Task<ToolOutcome> FileTools::search(FilesSearch search, ToolCall) {
 
 Task<ToolOutcome> FileTools::read(FileToRead file, ToolCall) {
     if (file.path.empty()) co_return ToolOutcome::refused("Chybí cesta.");
-    auto content = co_await soubory_.precti(std::move(file.path), std::move(file.folder), slozky_.snimek());
+    auto content = co_await files_.precti(std::move(file.path), std::move(file.folder), slozky_.snapshot());
     if (!content) co_return ToolOutcome::refused(content.error());
     co_return ToolOutcome::done({{"content", *content}});
 }
@@ -81,13 +81,12 @@ Task<ToolOutcome> FileTools::read(FileToRead file, ToolCall) {
 Task<ToolOutcome> FileTools::write(FileToWrite file, ToolCall) {
     if (file.path.empty() || file.content.empty()) co_return ToolOutcome::refused("Chybí cesta nebo obsah.");
     const auto bytes = onDisk(file.path, file.content);
-    if (!allowance_.take(bytes))
-        co_return ToolOutcome::refused(SouboryChyba{SouboryChyba::PrilisMnohoZapsano{}});
-    auto written = co_await soubory_.zapis(std::move(file.path), std::move(file.content),
-                                           std::move(file.folder), slozky_.snimek());
+    if (!allowance_.take(bytes)) co_return ToolOutcome::refused(SouboryChyba{SouboryChyba::TooMuchWritten{}});
+    auto written = co_await files_.zapis(std::move(file.path), std::move(file.content),
+                                         std::move(file.folder), slozky_.snapshot());
     // A write that failed midway may still have used the disk space.
     const auto* refusal = written ? nullptr : written.error().as<SouboryChyba>();
-    if (refusal && refusal->nicNezapsalo()) allowance_.giveBack(bytes);
+    if (refusal && refusal->wroteNothing()) allowance_.giveBack(bytes);
     if (!written) co_return ToolOutcome::refused(written.error());
     co_return ToolOutcome::done({{"written", *written}});
 }

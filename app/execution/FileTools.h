@@ -20,7 +20,7 @@ class FileTools {
   public:
     /// `stop` ends a running search.
     FileTools(const Slozky& slozky, Executor& worker, WriteAllowance allowance, std::stop_token stop)
-        : slozky_(slozky), soubory_(worker), allowance_(std::move(allowance)), stop_(std::move(stop)) {}
+        : slozky_(slozky), files_(worker), allowance_(std::move(allowance)), stop_(std::move(stop)) {}
 
     /// They are offered while `isOn` and at least one folder is allowed.
     void addTo(ToolTable& table, std::function<bool()> isOn);
@@ -31,7 +31,7 @@ class FileTools {
     Task<ToolOutcome> write(FileToWrite file, ToolCall call);
 
     const Slozky& slozky_;
-    SouboryBridge soubory_;
+    SouboryBridge files_;
     WriteAllowance allowance_; ///< spans all connections, so a new one begins no new hour
     std::stop_token stop_;
 };

@@ -19,7 +19,7 @@ class FilesFeature final : public Feature {
     void addTo(MacStatus& status) const override;
     void addTo(boost::json::object& answer) const override;
 
-    void stop() override { slozky_->ukoncit(); }
+    void stop() override { slozky_->shutDown(); }
 
   private:
     std::unique_ptr<Slozky> slozky_;

@@ -154,13 +154,13 @@ Result<Holding> holdingOf(int folder) {
 }
 
 std::unexpected<Error> refusal(std::string_view name) {
-    return fail(SouboryChyba{SouboryChyba::SpustilByProgram{paths::lastComponent(name)}});
+    return fail(SouboryChyba{SouboryChyba::WouldStartProgram{paths::lastComponent(name)}});
 }
 
 } // namespace
 
-Result<void> checkNames(std::string_view odSlozky) {
-    for (const auto& name : paths::components(odSlozky))
+Result<void> checkNames(std::string_view belowFolder) {
+    for (const auto& name : paths::components(belowFolder))
         if (isObeyed(folded(name))) return refusal(name);
     return {};
 }

@@ -11,7 +11,7 @@
 namespace morvex::ObeyedFiles {
 
 /// Whether a name on the way from the allowed folder to the file is in the table of `docs/security.md`.
-Result<void> checkNames(std::string_view odSlozky);
+Result<void> checkNames(std::string_view belowFolder);
 
 /// Whether the folder, once it holds this, is a bare repository of git, which is recognized by what it holds.
 /// Fails with `SystemError` when the folder cannot be listed.

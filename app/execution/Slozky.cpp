@@ -31,8 +31,8 @@ Slozky::Slozky(UserDefaults& defaults, FolderBookmarks& bookmarks, FolderPicker&
 std::unique_ptr<Slozky> Slozky::create(UserDefaults& defaults, FolderBookmarks& bookmarks,
                                        FolderPicker& picker, const StandardFolders& standardFolders) {
     std::unique_ptr<Slozky> slozky(new Slozky(defaults, bookmarks, picker, standardFolders));
-    slozky->nacistZalozky();
-    slozky->nacistCesty();
+    slozky->loadBookmarks();
+    slozky->loadPaths();
     slozky->ulozit();
     return slozky;
 }
@@ -42,41 +42,41 @@ Slozky::~Slozky() {
 }
 
 const std::vector<std::string>& Slozky::povolene() const {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     return povolene_;
 }
 
 const std::set<std::string>& Slozky::vyzadujiObnoveni() const {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     return vyzadujiObnoveni_;
 }
 
 const std::optional<Sentence>& Slozky::chybaOpravneni() const {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     return chybaOpravneni_;
 }
 
-PovoleneSlozky Slozky::snimek() const {
-    vyzadujHlavniVlakno();
+AllowedFolders Slozky::snapshot() const {
+    requireMainThread();
     return {povolene_, standardFolders_};
 }
 
 std::vector<std::string> Slozky::aliasy() const {
-    vyzadujHlavniVlakno();
-    if (!aliasy_) aliasy_ = snimek().aliasy();
+    requireMainThread();
+    if (!aliasy_) aliasy_ = snapshot().aliasy();
     return *aliasy_;
 }
 
 std::optional<std::string> Slozky::slozkaProAlias(const std::optional<std::string>& alias) const {
-    return snimek().slozkaProAlias(alias);
+    return snapshot().slozkaProAlias(alias);
 }
 
 bool Slozky::obsahuje(std::string_view cesta) const {
-    return snimek().obsahuje(cesta);
+    return snapshot().obsahuje(cesta);
 }
 
 Task<void> Slozky::pridat() {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     if (chybaOpravneni_) {
         chybaOpravneni_.reset();
         priZmene_.tell();
@@ -86,163 +86,163 @@ Task<void> Slozky::pridat() {
     if (!vyzadujiObnoveni_.empty()) question.startAt = *vyzadujiObnoveni_.begin();
 
     auto chosen = co_await picker_.pick(std::move(question));
-    if (chosen.empty() || !co_await jsouChtene(chosen)) co_return;
-    const auto nove = noveZalozky(std::move(chosen));
-    auto ulozeno = co_await ulozitNove(nove);
-    if (ulozeno)
-        for (const auto& [slozka, zalozka] : nove) povolit(slozka, zalozka);
+    if (chosen.empty() || !co_await areWanted(chosen)) co_return;
+    const auto newBookmarks = makeBookmarks(std::move(chosen));
+    auto saved = co_await saveNewBookmarks(newBookmarks);
+    if (saved)
+        for (const auto& [slozka, zalozka] : newBookmarks) allow(slozka, zalozka);
     else
-        nepodariloSe(nove.front().first, ulozeno.error());
+        reportFailure(newBookmarks.front().first, saved.error());
     priZmene_.tell();
 }
 
-Task<bool> Slozky::jsouChtene(std::vector<std::string> chosen) {
-    std::vector<SirokaSlozka> siroke;
+Task<bool> Slozky::areWanted(std::vector<std::string> chosen) {
+    std::vector<WideFolder> wideFolders;
     for (const auto& path : chosen)
-        if (auto siroka = SirokaSlozka::posoud(paths::standardized(path), standardFolders_))
-            siroke.push_back(*std::move(siroka));
-    if (siroke.empty()) co_return true;
-    const auto turn = co_await otazky_.take();
-    for (auto& siroka : siroke)
-        if (!co_await zeptatSe(std::move(siroka))) co_return false;
+        if (auto wideFolder = WideFolder::judge(paths::standardized(path), standardFolders_))
+            wideFolders.push_back(*std::move(wideFolder));
+    if (wideFolders.empty()) co_return true;
+    const auto turn = co_await questionTurns_.take();
+    for (auto& wideFolder : wideFolders)
+        if (!co_await ask(std::move(wideFolder))) co_return false;
     co_return true;
 }
 
-Task<bool> Slozky::zeptatSe(SirokaSlozka slozka) {
-    if (konci_) co_return false;
+Task<bool> Slozky::ask(WideFolder slozka) {
+    if (isEnding_) co_return false;
     auto odpoved = std::make_shared<OneShot<Odpoved>>();
     pokracovani_ = odpoved;
-    otazka_ = std::move(slozka);
-    priOtazce_.tell();
-    co_return co_await odpoved->wait() == Odpoved::ano;
+    question_ = std::move(slozka);
+    onQuestion_.tell();
+    co_return co_await odpoved->wait() == Odpoved::yes;
 }
 
-const std::optional<SirokaSlozka>& Slozky::otazka() const {
-    vyzadujHlavniVlakno();
-    return otazka_;
+const std::optional<WideFolder>& Slozky::question() const {
+    requireMainThread();
+    return question_;
 }
 
-void Slozky::odpovedet(Odpoved odpoved) {
-    vyzadujHlavniVlakno();
-    if (!otazka_) return;
-    otazka_.reset();
+void Slozky::answerQuestion(Odpoved odpoved) {
+    requireMainThread();
+    if (!question_) return;
+    question_.reset();
     std::exchange(pokracovani_, nullptr)->answer(odpoved);
-    priOtazce_.tell();
+    onQuestion_.tell();
 }
 
-Connection Slozky::priOtazce(std::function<void()> zavolat) {
-    vyzadujHlavniVlakno();
-    return priOtazce_.connect(std::move(zavolat));
+Connection Slozky::onQuestion(std::function<void()> callback) {
+    requireMainThread();
+    return onQuestion_.connect(std::move(callback));
 }
 
-void Slozky::ukoncit() {
-    konci_ = true;
-    odpovedet(Odpoved::ne);
+void Slozky::shutDown() {
+    isEnding_ = true;
+    answerQuestion(Odpoved::no);
 }
 
-Slozky::Nove Slozky::noveZalozky(std::vector<std::string> chosen) {
-    Nove nove;
+Slozky::NewBookmarks Slozky::makeBookmarks(std::vector<std::string> chosen) {
+    NewBookmarks newBookmarks;
     for (const auto& path : chosen) {
         auto slozka = paths::standardized(path);
         auto zalozka = bookmarks_.create(slozka);
         if (zalozka)
-            nove.emplace_back(std::move(slozka), *std::move(zalozka));
+            newBookmarks.emplace_back(std::move(slozka), *std::move(zalozka));
         else
-            nepodariloSe(slozka, zalozka.error());
+            reportFailure(slozka, zalozka.error());
     }
-    return nove;
+    return newBookmarks;
 }
 
 /// A folder is allowed only once that is on the disk. If the user removes a folder meanwhile, the save is
 /// repeated without it.
-Task<Result<void>> Slozky::ulozitNove(const Nove& nove) {
-    if (nove.empty()) co_return Result<void>{};
-    const auto turn = co_await ukladani_.take();
-    Result<void> ulozeno;
+Task<Result<void>> Slozky::saveNewBookmarks(const NewBookmarks& newBookmarks) {
+    if (newBookmarks.empty()) co_return Result<void>{};
+    const auto turn = co_await saveTurns_.take();
+    Result<void> saved;
     do {
         auto povolene = povolene_;
         auto zalozky = zalozky_;
-        for (const auto& [slozka, zalozka] : nove) {
+        for (const auto& [slozka, zalozka] : newBookmarks) {
             if (std::ranges::find(povolene, slozka) == povolene.end()) povolene.push_back(slozka);
             zalozky[slozka] = zalozka;
         }
-        ulozeno = co_await defaults_.setOnceSaved(hodnoty(povolene, zalozky));
-    } while (!ulozeno && ulozeno.error().as<ChangedMeanwhile>());
-    co_return ulozeno;
+        saved = co_await defaults_.setOnceSaved(defaultsValues(povolene, zalozky));
+    } while (!saved && saved.error().as<ChangedMeanwhile>());
+    co_return saved;
 }
 
-void Slozky::nepodariloSe(const std::string& slozka, const Error& proc) {
+void Slozky::reportFailure(const std::string& slozka, const Error& proc) {
     logCause("allowing a folder", proc);
     chybaOpravneni_ = "Oprávnění ke složce {slozka} se nepodařilo uložit: {duvod}"_sentence(
         paths::lastComponent(slozka), proc.popis());
 }
 
 void Slozky::odebrat(std::string slozka) {
-    vyzadujHlavniVlakno();
+    requireMainThread();
     slozka = paths::standardized(slozka);
     if (std::erase(povolene_, slozka) == 0) return;
     aliasy_.reset();
     vyzadujiObnoveni_.erase(slozka);
     zalozky_.erase(slozka);
-    ukoncitPristup(slozka);
+    endAccess(slozka);
     ulozit();
 }
 
-Connection Slozky::priZmene(std::function<void()> zavolat) {
-    vyzadujHlavniVlakno();
-    return priZmene_.connect(std::move(zavolat));
+Connection Slozky::priZmene(std::function<void()> callback) {
+    requireMainThread();
+    return priZmene_.connect(std::move(callback));
 }
 
-void Slozky::nacistZalozky() {
+void Slozky::loadBookmarks() {
     for (auto& zalozka : defaults_.dataList(bookmarksKey).value_or(std::vector<Bytes>())) {
         auto resolved = bookmarks_.resolve(zalozka);
         auto slozka = resolved ? keptFolder(resolved->path) : std::nullopt;
-        if (!slozka || jePovolena(*slozka)) continue;
+        if (!slozka || isAllowed(*slozka)) continue;
         povolene_.push_back(*slozka);
-        zacitPristup(*slozka);
+        beginAccess(*slozka);
         if (resolved->stale) zalozka = bookmarks_.create(*slozka).value_or(std::move(zalozka));
         zalozky_[*slozka] = std::move(zalozka);
     }
 }
 
-void Slozky::nacistCesty() {
+void Slozky::loadPaths() {
     for (const auto& cesta : defaults_.texts(pathsKey).value_or(std::vector<std::string>())) {
         auto slozka = keptFolder(cesta);
-        if (!slozka || jePovolena(*slozka)) continue;
+        if (!slozka || isAllowed(*slozka)) continue;
         povolene_.push_back(*slozka);
         vyzadujiObnoveni_.insert(*slozka);
     }
 }
 
-void Slozky::povolit(const std::string& slozka, const Bytes& zalozka) {
-    if (!jePovolena(slozka)) povolene_.push_back(slozka);
+void Slozky::allow(const std::string& slozka, const Bytes& zalozka) {
+    if (!isAllowed(slozka)) povolene_.push_back(slozka);
     aliasy_.reset();
     zalozky_[slozka] = zalozka;
     vyzadujiObnoveni_.erase(slozka);
-    ukoncitPristup(slozka);
-    zacitPristup(slozka);
+    endAccess(slozka);
+    beginAccess(slozka);
 }
 
-bool Slozky::jePovolena(const std::string& slozka) const {
+bool Slozky::isAllowed(const std::string& slozka) const {
     return std::ranges::find(povolene_, slozka) != povolene_.end();
 }
 
-void Slozky::zacitPristup(const std::string& slozka) {
+void Slozky::beginAccess(const std::string& slozka) {
     if (bookmarks_.startAccess(slozka)) aktivniPristupy_.insert(slozka);
 }
 
-void Slozky::ukoncitPristup(const std::string& slozka) {
+void Slozky::endAccess(const std::string& slozka) {
     if (aktivniPristupy_.erase(slozka) > 0) bookmarks_.stopAccess(slozka);
 }
 
 void Slozky::ulozit() {
-    defaults_.setTogether(hodnoty(povolene_, zalozky_));
+    defaults_.setTogether(defaultsValues(povolene_, zalozky_));
     priZmene_.tell();
 }
 
 /// Both lists go into one save, because a folder that is in only one of them counts as allowed.
-DefaultsValues Slozky::hodnoty(const std::vector<std::string>& povolene,
-                               const std::map<std::string, Bytes>& zalozky) {
+DefaultsValues Slozky::defaultsValues(const std::vector<std::string>& povolene,
+                                      const std::map<std::string, Bytes>& zalozky) {
     std::vector<DefaultsItem> kept;
     for (const auto& slozka : povolene)
         if (auto found = zalozky.find(slozka); found != zalozky.end()) kept.emplace_back(found->second);
@@ -250,8 +250,8 @@ DefaultsValues Slozky::hodnoty(const std::vector<std::string>& povolene,
             {bookmarksKey, std::move(kept)}};
 }
 
-void Slozky::vyzadujHlavniVlakno() const {
-    vyzaduj(std::this_thread::get_id() == hlavniVlakno_, "the allowed folders were used off the main thread");
+void Slozky::requireMainThread() const {
+    require(std::this_thread::get_id() == mainThread_, "the allowed folders were used off the main thread");
 }
 
 } // namespace morvex

@@ -1,8 +1,8 @@
 #include "app/execution/SouboryBridge.h"
 
+#include "app/execution/CheckedPath.h"
 #include "app/execution/FileSearch.h"
 #include "app/execution/ObeyedFiles.h"
-#include "app/execution/OverenaCesta.h"
 #include "foundation/Paths.h"
 #include "foundation/ProgramLog.h"
 #include "foundation/Text.h"
@@ -18,13 +18,13 @@ namespace {
 
 using Chyba = SouboryBridge::Chyba;
 
-std::unexpected<Error> zapisSelhal(const Error& proc) {
+std::unexpected<Error> writeFailed(const Error& proc) {
     logCause("writing a file", proc);
     return fail(Chyba{Chyba::Selhalo{"Zápis selhal: " + proc.popis().czech()}});
 }
 
 /// The error for a file that could not be opened or read.
-Chyba chybaCteni(const Error& error, const std::string& name) {
+Chyba readError(const Error& error, const std::string& name) {
     switch (systemCode(error)) {
     case ENOENT:
     case ENOTDIR:
@@ -33,49 +33,49 @@ Chyba chybaCteni(const Error& error, const std::string& name) {
     case ENAMETOOLONG:
         return {Chyba::NeniSoubor{name}};
     case EFBIG:
-        return {Chyba::PrilisVelky{name, SouboryBridge::ctenyLimit / 1024}};
+        return {Chyba::PrilisVelky{name, SouboryBridge::readLimit / 1024}};
     default:
         logCause("reading a file", error);
         return {Chyba::Selhalo{"Soubor " + name + " se nepodařilo přečíst."}};
     }
 }
 
-Result<Bytes> readFile(const OverenaCesta& cesta) {
+Result<Bytes> readFile(const CheckedPath& cesta) {
     TRY(auto, folder, BeneathFolder::open(cesta.slozka));
-    TRY(auto, file, folder.openFile(cesta.odSlozky()));
-    return readUpTo(file.get(), SouboryBridge::ctenyLimit);
+    TRY(auto, file, folder.openFile(cesta.belowFolder()));
+    return readUpTo(file.get(), SouboryBridge::readLimit);
 }
 
 Result<std::string> readText(const std::string& cesta, const std::optional<std::string>& slozka,
-                             const PovoleneSlozky& slozky) {
+                             const AllowedFolders& slozky) {
     TRY(auto, checked, overCestu(cesta, slozka, slozky));
     auto bytes = readFile(checked);
-    if (!bytes) return fail(chybaCteni(bytes.error(), checked.jmeno()));
+    if (!bytes) return fail(readError(bytes.error(), checked.jmeno()));
     return repairUtf8(asText(*bytes));
 }
 
 Result<std::string> writeText(const std::string& cesta, const std::string& obsah,
-                              const std::optional<std::string>& slozka, const PovoleneSlozky& slozky) {
+                              const std::optional<std::string>& slozka, const AllowedFolders& slozky) {
     // The path check reports such a path as "not a file", which does not fit a file that is to be created.
-    if (cesta.contains('\0')) return zapisSelhal(SystemError{EINVAL});
+    if (cesta.contains('\0')) return writeFailed(SystemError{EINVAL});
     TRY(auto, checked, overCestu(cesta, slozka, slozky));
     auto folder = BeneathFolder::open(checked.slozka);
-    if (!folder) return zapisSelhal(folder.error());
-    auto exists = folder->exists(checked.odSlozky());
+    if (!folder) return writeFailed(folder.error());
+    auto exists = folder->exists(checked.belowFolder());
     // A path that cannot be examined, such as one that is too long, could not be read back later either.
-    if (!exists) return zapisSelhal(exists.error());
+    if (!exists) return writeFailed(exists.error());
     if (*exists) return fail(Chyba{Chyba::UzExistuje{checked.jmeno()}});
-    CHECK(ObeyedFiles::checkNames(checked.odSlozky()));
-    auto written = folder->writeNew(checked.odSlozky(), asBytes(obsah), ObeyedFiles::checkRepository);
+    CHECK(ObeyedFiles::checkNames(checked.belowFolder()));
+    auto written = folder->writeNew(checked.belowFolder(), asBytes(obsah), ObeyedFiles::checkRepository);
     if (!written && written.error().as<Chyba>()) return fail(written.error());
-    if (!written) return zapisSelhal(written.error());
+    if (!written) return writeFailed(written.error());
     return checked.jmeno();
 }
 
 Result<std::vector<std::string>> search(const std::string& dotaz, const std::optional<std::string>& slozka,
-                                        int limit, const PovoleneSlozky& slozky, std::stop_token stop) {
+                                        int limit, const AllowedFolders& slozky, std::stop_token stop) {
     auto chosen = slozky.slozkaProAlias(slozka);
-    if (!chosen) return fail(Chyba::bezSlozky("Neurčil jsi složku.", slozky.aliasy()));
+    if (!chosen) return fail(Chyba::noFolder("Neurčil jsi složku.", slozky.aliasy()));
     auto resolved = paths::resolved(*chosen);
     if (!resolved) return std::vector<std::string>();
     auto folder = BeneathFolder::open(*resolved);
@@ -86,18 +86,18 @@ Result<std::vector<std::string>> search(const std::string& dotaz, const std::opt
 } // namespace
 
 Task<Result<std::string>> SouboryBridge::precti(std::string cesta, std::optional<std::string> slozka,
-                                                PovoleneSlozky slozky) {
+                                                AllowedFolders slozky) {
     return runOn(worker_, [=] { return readText(cesta, slozka, slozky); });
 }
 
 Task<Result<std::string>> SouboryBridge::zapis(std::string cesta, std::string obsah,
-                                               std::optional<std::string> slozka, PovoleneSlozky slozky) {
+                                               std::optional<std::string> slozka, AllowedFolders slozky) {
     return runOn(worker_, [=] { return writeText(cesta, obsah, slozka, slozky); });
 }
 
 Task<Result<std::vector<std::string>>> SouboryBridge::hledej(std::optional<std::string> dotaz,
                                                              std::optional<std::string> slozka, int limit,
-                                                             PovoleneSlozky slozky, std::stop_token stop) {
+                                                             AllowedFolders slozky, std::stop_token stop) {
     return runOn(worker_, [=] { return search(dotaz.value_or(""), slozka, limit, slozky, stop); });
 }
 

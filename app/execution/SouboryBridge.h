@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/execution/PovoleneSlozky.h"
+#include "app/execution/AllowedFolders.h"
 #include "app/execution/SouboryChyba.h"
 #include "foundation/Task.h"
 #include "shared/base/Error.h"
@@ -22,23 +22,23 @@ class SouboryBridge {
     using Chyba = SouboryChyba;
 
     /// The largest file that is read, in bytes.
-    static constexpr std::size_t ctenyLimit = 256 * 1024;
+    static constexpr std::size_t readLimit = 256 * 1024;
 
     explicit SouboryBridge(Executor& worker) : worker_(worker) {}
 
     /// The text of a file; invalid UTF-8 is repaired.
     Task<Result<std::string>> precti(std::string cesta, std::optional<std::string> slozka,
-                                     PovoleneSlozky slozky);
+                                     AllowedFolders slozky);
 
     /// Creates a new file and its parent folders, unless a program would obey the file. Returns its name.
     Task<Result<std::string>> zapis(std::string cesta, std::string obsah, std::optional<std::string> slozka,
-                                    PovoleneSlozky slozky);
+                                    AllowedFolders slozky);
 
     /// At most `limit` files whose name contains `dotaz`, as paths relative to the folder, in the order of
     /// the disk. Fails with `TalkSpanError::Cancelled` if `stop` is requested before the end.
     Task<Result<std::vector<std::string>>> hledej(std::optional<std::string> dotaz,
                                                   std::optional<std::string> slozka, int limit,
-                                                  PovoleneSlozky slozky, std::stop_token stop);
+                                                  AllowedFolders slozky, std::stop_token stop);
 
   private:
     Executor& worker_;

@@ -32,11 +32,11 @@ struct Popis {
                             " už existuje. Přepsání musíš potvrdit — to zatím neumím.");
     }
 
-    Sentence operator()(const SouboryChyba::SpustilByProgram& chyba) const {
+    Sentence operator()(const SouboryChyba::WouldStartProgram& chyba) const {
         return inCzechAlone("Soubor " + chyba.name + " by mohl sám spustit program. Takový nezapisuju.");
     }
 
-    Sentence operator()(const SouboryChyba::PrilisMnohoZapsano&) const {
+    Sentence operator()(const SouboryChyba::TooMuchWritten&) const {
         return inCzechAlone(
             "Za poslední hodinu už bylo zapsáno tolik, kolik smí, tedy 1 GB. Zkus to později.");
     }
@@ -47,12 +47,12 @@ struct Popis {
 } // namespace
 
 Sentence SouboryChyba::popis() const {
-    return std::visit(Popis{}, pripad);
+    return std::visit(Popis{}, kind);
 }
 
-SouboryChyba SouboryChyba::bezSlozky(std::string_view vyzva, const std::vector<std::string>& aliasy) {
+SouboryChyba SouboryChyba::noFolder(std::string_view prompt, const std::vector<std::string>& aliasy) {
     if (aliasy.empty()) return {Selhalo{"Na Macu není povolená žádná složka."}};
-    return {Selhalo{std::string(vyzva) + " Povolené: " + join(aliasy, ", ") + "."}};
+    return {Selhalo{std::string(prompt) + " Povolené: " + join(aliasy, ", ") + "."}};
 }
 
 } // namespace morvex

@@ -38,13 +38,13 @@ struct SouboryChyba {
         bool operator==(const UzExistuje&) const = default;
     };
 
-    struct SpustilByProgram {
+    struct WouldStartProgram {
         std::string name;
-        bool operator==(const SpustilByProgram&) const = default;
+        bool operator==(const WouldStartProgram&) const = default;
     };
 
-    struct PrilisMnohoZapsano {
-        bool operator==(const PrilisMnohoZapsano&) const = default;
+    struct TooMuchWritten {
+        bool operator==(const TooMuchWritten&) const = default;
     };
 
     struct Selhalo {
@@ -52,19 +52,19 @@ struct SouboryChyba {
         bool operator==(const Selhalo&) const = default;
     };
 
-    std::variant<MimoPovolene, ZakazanaCesta, NeniSoubor, PrilisVelky, UzExistuje, SpustilByProgram,
-                 PrilisMnohoZapsano, Selhalo>
-        pripad;
+    std::variant<MimoPovolene, ZakazanaCesta, NeniSoubor, PrilisVelky, UzExistuje, WouldStartProgram,
+                 TooMuchWritten, Selhalo>
+        kind;
 
     [[nodiscard]] Sentence popis() const;
 
     /// Whether it is certain that nothing was written.
-    [[nodiscard]] bool nicNezapsalo() const { return !std::holds_alternative<Selhalo>(pripad); }
+    [[nodiscard]] bool wroteNothing() const { return !std::holds_alternative<Selhalo>(kind); }
 
     bool operator==(const SouboryChyba&) const = default;
 
-    /// The folder is not known: `vyzva` followed by the names to choose from, or a note that there is none.
-    static SouboryChyba bezSlozky(std::string_view vyzva, const std::vector<std::string>& aliasy);
+    /// The folder is not known: `prompt` followed by the names to choose from, or a note that there is none.
+    static SouboryChyba noFolder(std::string_view prompt, const std::vector<std::string>& aliasy);
 };
 
 } // namespace morvex

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/execution/PovoleneSlozky.h"
+#include "app/execution/AllowedFolders.h"
 #include "app/execution/TerminalChyba.h"
 #include "app/programs/ProgramDiscovery.h"
 
@@ -35,7 +35,7 @@ class TerminalBridge {
     };
 
     /// Returns the folders that are allowed at the moment of the call.
-    using NyniPovolene = std::function<PovoleneSlozky()>;
+    using AllowedNow = std::function<AllowedFolders()>;
 
     explicit TerminalBridge(Services services) : services_(services) {}
 
@@ -44,13 +44,13 @@ class TerminalBridge {
     /// `TalkSpanError::Cancelled` if `stop` was requested before the launch; afterwards `stop` cancels the
     /// command. The folders that are allowed when the command starts apply.
     Task<Result<Vysledek>> spustitPrikaz(std::string program, std::vector<std::string> argumenty,
-                                         std::optional<std::string> slozka, NyniPovolene povolene,
+                                         std::optional<std::string> slozka, AllowedNow povolene,
                                          std::stop_token stop);
 
   private:
     /// The working folder, after it and all paths among the arguments were found to be allowed.
-    Task<Result<std::string>> overMista(std::vector<std::string> argumenty, std::optional<std::string> slozka,
-                                        NyniPovolene povolene);
+    Task<Result<std::string>> checkPlaces(std::vector<std::string> argumenty,
+                                          std::optional<std::string> slozka, AllowedNow povolene);
     Task<Result<Vysledek>> spust(OutsideProgram program, std::stop_token stop);
 
     Services services_;

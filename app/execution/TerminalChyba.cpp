@@ -13,7 +13,7 @@ struct Popis {
     }
 
     Sentence operator()(const TerminalChyba::VyzadujePotvrzeni& chyba) const {
-        return inCzechAlone(chyba.prikaz +
+        return inCzechAlone(chyba.command +
                             " vyžaduje tvoje potvrzení. Schvalování zatím neumím — udělej to na Macu sám.");
     }
 
@@ -29,7 +29,7 @@ struct Popis {
 } // namespace
 
 Sentence TerminalChyba::popis() const {
-    return std::visit(Popis{}, pripad);
+    return std::visit(Popis{}, kind);
 }
 
 } // namespace morvex

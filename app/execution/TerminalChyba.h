@@ -15,7 +15,7 @@ struct TerminalChyba {
     };
 
     struct VyzadujePotvrzeni {
-        std::string prikaz; ///< such as `git push`
+        std::string command; ///< such as `git push`
         bool operator==(const VyzadujePotvrzeni&) const = default;
     };
 
@@ -29,7 +29,7 @@ struct TerminalChyba {
         bool operator==(const PodezreleArgumenty&) const = default;
     };
 
-    std::variant<ZakazanyProgram, VyzadujePotvrzeni, MimoPovolene, PodezreleArgumenty> pripad;
+    std::variant<ZakazanyProgram, VyzadujePotvrzeni, MimoPovolene, PodezreleArgumenty> kind;
 
     [[nodiscard]] Sentence popis() const;
     bool operator==(const TerminalChyba&) const = default;

@@ -1,6 +1,6 @@
 #include "app/execution/TerminalGate.h"
 
-#include "app/execution/OverenaCesta.h"
+#include "app/execution/CheckedPath.h"
 #include "app/execution/TerminalChyba.h"
 #include "foundation/Paths.h"
 #include "foundation/Text.h"
@@ -56,7 +56,7 @@ std::optional<std::string> suspicion(const std::string& argument) {
 
 } // namespace
 
-Result<std::string> povolenyProgram(const std::string& program, const std::vector<std::string>& argumenty) {
+Result<std::string> allowedProgram(const std::string& program, const std::vector<std::string>& argumenty) {
     auto name = paths::lastComponent(program);
     if (!contains(allowedPrograms, name)) return fail(TerminalChyba{TerminalChyba::ZakazanyProgram{name}});
     if (auto word = subcommand(argumenty); word && needsTheUser(name, *word))
@@ -67,18 +67,18 @@ Result<std::string> povolenyProgram(const std::string& program, const std::vecto
     return name;
 }
 
-Result<std::string> pracovniSlozka(const std::optional<std::string>& slozka, const PovoleneSlozky& slozky) {
+Result<std::string> workingFolder(const std::optional<std::string>& slozka, const AllowedFolders& slozky) {
     if (auto found = slozky.slozkaProAlias(slozka)) return *found;
     return fail(TerminalChyba{TerminalChyba::MimoPovolene{slozka.value_or("(neurčena)")}});
 }
 
-bool jeCesta(const std::string& argument) {
+bool isPath(const std::string& argument) {
     return argument.starts_with('/') || argument.starts_with('~');
 }
 
-Result<void> overCesty(const std::vector<std::string>& argumenty, const PovoleneSlozky& slozky) {
+Result<void> checkPaths(const std::vector<std::string>& argumenty, const AllowedFolders& slozky) {
     for (const auto& argument : argumenty) {
-        if (jeCesta(argument)) CHECK(overCestu(argument, std::nullopt, slozky));
+        if (isPath(argument)) CHECK(overCestu(argument, std::nullopt, slozky));
     }
     return {};
 }

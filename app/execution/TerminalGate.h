@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/execution/PovoleneSlozky.h"
+#include "app/execution/AllowedFolders.h"
 #include "shared/base/Error.h"
 
 #include <optional>
@@ -12,17 +12,17 @@ namespace morvex::TerminalGate {
 
 /// The name of the allowed program: the last component of `program`, whatever precedes it. Arguments are
 /// judged only as words. Fails with `TerminalChyba`.
-Result<std::string> povolenyProgram(const std::string& program, const std::vector<std::string>& argumenty);
+Result<std::string> allowedProgram(const std::string& program, const std::vector<std::string>& argumenty);
 
 /// The working folder. Fails with `TerminalChyba`.
-Result<std::string> pracovniSlozka(const std::optional<std::string>& slozka, const PovoleneSlozky& slozky);
+Result<std::string> workingFolder(const std::optional<std::string>& slozka, const AllowedFolders& slozky);
 
 /// Whether an argument looks like a path that may lead anywhere. Relative paths do not count, even with `..`
 /// in them.
-bool jeCesta(const std::string& argument);
+bool isPath(const std::string& argument);
 
 /// Checks that every argument that looks like a path lies in an allowed folder. May block on the disk; fails
 /// with `SouboryChyba`.
-Result<void> overCesty(const std::vector<std::string>& argumenty, const PovoleneSlozky& slozky);
+Result<void> checkPaths(const std::vector<std::string>& argumenty, const AllowedFolders& slozky);
 
 } // namespace morvex::TerminalGate

@@ -25,13 +25,13 @@ void TerminalTools::addTo(ToolTable& table, std::function<bool()> isOn) {
 
 Task<ToolOutcome> TerminalTools::run(CommandToRun command, ToolCall call) {
     if (command.program.empty()) co_return ToolOutcome::refused("Chybí program.");
-    std::stop_source konec;
-    auto ukonci = [&konec] { konec.request_stop(); };
-    std::stop_callback atTheEnd(stop_, ukonci);
-    std::stop_callback whenAbandoned(call.opusteni, ukonci);
+    std::stop_source ending;
+    auto requestStop = [&ending] { ending.request_stop(); };
+    std::stop_callback atTheEnd(stop_, requestStop);
+    std::stop_callback whenAbandoned(call.abandonment, requestStop);
     auto ended = co_await terminal_.spustitPrikaz(
         std::move(command.program), std::move(command.args).value_or(std::vector<std::string>{}),
-        std::move(command.folder), [this] { return slozky_.snimek(); }, konec.get_token());
+        std::move(command.folder), [this] { return slozky_.snapshot(); }, ending.get_token());
     if (!ended) co_return ToolOutcome::refused(ended.error());
     co_return ToolOutcome{
         ended->status == 0,

@@ -14,7 +14,7 @@ struct CommandToRun;
 /// The tool `mac.terminal.run`. Main thread.
 class TerminalTools {
   public:
-    /// `stop` ends a running command, as the call's own `opusteni` does.
+    /// `stop` ends a running command, as the call's own `abandonment` does.
     TerminalTools(const Slozky& slozky, TerminalBridge::Services services, std::stop_token stop)
         : slozky_(slozky), terminal_(services), stop_(std::move(stop)) {}
 

@@ -14,7 +14,7 @@ struct MacStatus;
 
 /// A subsystem that the companion runs without knowing what it is: files, agents, notes. Its constructor adds
 /// its tools to the table and its handlers to the phone's inbox; the functions below tell it about other
-/// events. Made after the companion; destroyed after the end of `Companion::ukoncit` and before the
+/// events. Made after the companion; destroyed after the end of `Companion::shutDown` and before the
 /// companion. Main thread only.
 class Feature {
   public:

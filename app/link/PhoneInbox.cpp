@@ -16,7 +16,7 @@ Task<void> PhoneInbox::zpracovatZpravu(MacPayload payload, Delivery delivery) {
 }
 
 Task<PhoneInbox::SettingsTurn> PhoneInbox::settingsTurn() {
-    const auto abandoned = opusteni();
+    const auto abandoned = abandonment();
     auto turn = co_await settings_.take();
     if (abandoned.stop_requested()) co_return std::nullopt;
     co_return SettingsTurn(std::move(turn));

@@ -38,7 +38,7 @@ class PhoneInbox {
     /// Handles all messages of this kind with `handler` from now on. Each kind has one handler.
     template <class Kind> void take(Handler<Kind> handler) {
         auto& place = handlers_[placeOf<Kind>()];
-        vyzaduj(!place, "a kind of message has two handlers");
+        require(!place, "a kind of message has two handlers");
         place = [handler = std::move(handler)](MacPayload payload, Delivery delivery) {
             return handler(std::get<Kind>(std::move(payload.value)), std::move(delivery));
         };
@@ -55,11 +55,11 @@ class PhoneInbox {
     Task<SettingsTurn> settingsTurn();
 
     /// Its stop is requested when the phone that is paired now is unpaired.
-    [[nodiscard]] std::stop_token opusteni() const { return prace_.get_token(); }
+    [[nodiscard]] std::stop_token abandonment() const { return work_.get_token(); }
 
     /// Called when the phone is unpaired: programs that its calls have started end, and its settings that
     /// wait for their turn are dropped. Later messages belong to a newly paired phone.
-    void opustit() { std::exchange(prace_, {}).request_stop(); }
+    void abandon() { std::exchange(work_, {}).request_stop(); }
 
   private:
     using AnyHandler = std::function<Task<void>(MacPayload, Delivery)>;
@@ -75,7 +75,7 @@ class PhoneInbox {
     }
 
     std::array<AnyHandler, std::variant_size_v<Kinds>> handlers_;
-    std::stop_source prace_; ///< stopped when the paired phone is abandoned
+    std::stop_source work_; ///< stopped when the paired phone is abandoned
     Turns settings_;
 };
 

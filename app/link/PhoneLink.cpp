@@ -13,7 +13,7 @@ Task<void> start(std::shared_ptr<SecureLink> link) {
 }
 
 Task<void> tryNow(std::shared_ptr<SecureLink> link) {
-    co_await link->zkusitHned();
+    co_await link->connectNow();
 }
 
 Task<void> takeDown(std::shared_ptr<SecureLink> link) {
@@ -35,7 +35,7 @@ bool isCall(const SecureLink::Zprava& message) {
 } // namespace
 
 PhoneLink::PhoneLink(Executor& main, TaskScope& scope, PhoneInbox& inbox, Handler handler)
-    : main_(main), scope_(scope), inbox_(inbox), handler_(std::move(handler)), odchazejici_(main) {}
+    : main_(main), scope_(scope), inbox_(inbox), handler_(std::move(handler)), leaving_(main) {}
 
 void PhoneLink::pripojit(std::shared_ptr<SecureLink> link) {
     odpojit();
@@ -52,10 +52,10 @@ void PhoneLink::odpojit() {
     for (auto* session = relace_.get(); session; session = session->before.get()) session->waiting.clear();
     beginSession();
     scope_.spawn(drain(std::move(posluchac_)));
-    odchazejici_.spawn(takeDown(std::exchange(link_, nullptr)));
+    leaving_.spawn(takeDown(std::exchange(link_, nullptr)));
 }
 
-void PhoneLink::zkusitHned() {
+void PhoneLink::connectNow() {
     if (link_) scope_.spawn(tryNow(link_));
 }
 

@@ -31,16 +31,16 @@ class PhoneLink {
     void odpojit();
 
     /// If the link waits for its next attempt, the attempt begins now.
-    void zkusitHned();
+    void connectNow();
 
     /// Resumes when no link is going down any more. Must be awaited before this object is destroyed.
-    Task<void> odpojeno() { return odchazejici_.join(); }
+    Task<void> odpojeno() { return leaving_.join(); }
 
-    [[nodiscard]] bool jePritomne() const { return link_ != nullptr; }
+    [[nodiscard]] bool isPresent() const { return link_ != nullptr; }
 
     /// The link of this moment, or null. A reply goes over the link by which its call came, and is lost with
     /// it.
-    [[nodiscard]] std::shared_ptr<SecureLink> soucasne() const { return link_; }
+    [[nodiscard]] std::shared_ptr<SecureLink> current() const { return link_; }
 
     /// Sends over the current link. Without a link it fails with `TalkSpanError::MacOffline`, otherwise as
     /// `SecureLink::poslat` does.
@@ -71,7 +71,7 @@ class PhoneLink {
     std::shared_ptr<SecureLink> link_;
     std::shared_ptr<TaskScope> posluchac_;
     std::shared_ptr<Session> relace_ = std::make_shared<Session>(); ///< the latest one
-    TaskScope odchazejici_;                                         ///< links that go down
+    TaskScope leaving_;                                             ///< links that go down
 };
 
 } // namespace morvex

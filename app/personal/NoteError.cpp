@@ -7,7 +7,7 @@
 namespace morvex {
 
 Sentence NoteError::popis() const {
-    switch (pripad) {
+    switch (kind) {
     case missingData:
         return inCzechAlone("Poznámka musí mít název i obsah.");
     case notFound:

@@ -11,7 +11,7 @@ struct NoteError {
         notFound,    ///< no note has this title
     };
 
-    Case pripad;
+    Case kind;
 
     [[nodiscard]] Sentence popis() const;
     bool operator==(const NoteError&) const = default;

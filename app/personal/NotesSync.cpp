@@ -19,61 +19,62 @@ NotesSync::NotesSync(PoznamkyStore& poznamky, SouhrnyStore& souhrny, Services se
       phoneLink_(services.phone),
       scope_(services.scope),
       tellTrouble_(std::move(services.tellTrouble)),
-      potvrzovani_(services.main) {
+      acknowledging_(services.main) {
     noteChanged_ = poznamky_.priZmene([this](const MorvexNote& note) { poslatPoznamku(note); });
 }
 
 Task<void> NotesSync::prijmout(MacPayload::NoteUpdate zprava, std::shared_ptr<SecureLink> link) {
     const MacPayload::NoteAck taken{zprava.note.id, zprava.note.revision};
-    co_await zaradit(
+    co_await enqueue(
         {poznamky_.prijmout(std::move(zprava.note)), std::move(link), {taken}, noteAckID(taken.id)});
 }
 
 Task<void> NotesSync::prijmout(MacPayload::SummaryUpdate zprava, std::shared_ptr<SecureLink> link) {
     const MacPayload::SummaryAck taken{zprava.summary.id, zprava.summary.revision};
-    co_await zaradit({souhrny_.prijmout(std::move(zprava.summary)),
+    co_await enqueue({souhrny_.prijmout(std::move(zprava.summary)),
                       std::move(link),
                       {taken},
                       "summary-ack:" + taken.id.text()});
 }
 
-Task<void> NotesSync::zaradit(Prijaty zaznam) {
-    prijate_.push_back(std::move(zaznam));
-    if (potvrzovani_.live() == 0) potvrzovani_.spawn(potvrzovat());
+Task<void> NotesSync::enqueue(ReceivedRecord received) {
+    received_.push_back(std::move(received));
+    if (acknowledging_.live() == 0) acknowledging_.spawn(acknowledge());
     // One record that cannot be saved fails the common save of all waiting records. The same number of
     // records is then saved one by one, so that each of the others succeeds when the phone offers it again.
-    const bool isAlone = poJednom_ > 0;
-    if (isAlone) --poJednom_;
-    if (isAlone || prijate_.size() >= mostWaiting) co_await vyrizeno();
+    const bool isAlone = oneByOne_ > 0;
+    if (isAlone) --oneByOne_;
+    if (isAlone || received_.size() >= mostWaiting) co_await allSettled();
 }
 
-Task<void> NotesSync::potvrzovat() {
-    for (; !prijate_.empty(); prijate_.pop_front()) {
-        auto& zaznam = prijate_.front();
-        if (!co_await std::move(zaznam.ulozeni))
-            ++poJednom_;
-        else if (zaznam.spojeni)
-            (void)co_await zaznam.spojeni->poslat(std::move(zaznam.potvrzeni), std::move(zaznam.requestID));
+Task<void> NotesSync::acknowledge() {
+    for (; !received_.empty(); received_.pop_front()) {
+        auto& received = received_.front();
+        if (!co_await std::move(received.saving))
+            ++oneByOne_;
+        else if (received.spojeni)
+            (void)co_await received.spojeni->poslat(std::move(received.acknowledgement),
+                                                    std::move(received.requestID));
     }
 }
 
-Task<void> NotesSync::vyrizeno() {
-    poznamky_.spechat();
-    souhrny_.spechat();
-    co_await potvrzovani_.join();
+Task<void> NotesSync::allSettled() {
+    poznamky_.hurry();
+    souhrny_.hurry();
+    co_await acknowledging_.join();
 }
 
 void NotesSync::poslatPoznamku(const MorvexNote& note) {
-    if (phoneLink_.jePritomne()) scope_.spawn(odeslat(note));
+    if (phoneLink_.isPresent()) scope_.spawn(odeslat(note));
 }
 
-Task<void> NotesSync::doplnit(std::shared_ptr<SecureLink> link) {
+Task<void> NotesSync::catchUp(std::shared_ptr<SecureLink> link) {
     // Once the phone receives a note from here, it takes it for stored, so all notes are saved first.
-    co_await vyrizeno();
+    co_await allSettled();
     // Iterates over ids, because notes may change between two sends. Notes that are added meanwhile are sent
     // separately. A note that the phone sends meanwhile is acknowledged when it is saved.
     for (const auto& id : poznamky_.ids()) {
-        if (!link || phoneLink_.soucasne() != link) co_return;
+        if (!link || phoneLink_.current() != link) co_return;
         if (const auto* note = poznamky_.keptNote(id)) co_await odeslat(*note);
     }
 }

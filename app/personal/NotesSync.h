@@ -20,7 +20,7 @@ namespace morvex {
 /// Keeps notes and summaries in step with the phone. It does not track what has arrived: every note is sent
 /// again whenever the phone reconnects, and the revisions of the notes make that harmless. A lost send is
 /// never an error here; if a note exceeds the frame limit, the user is told once. Main thread; owned by its
-/// feature; the companion's `scope` runs the sends. `vyrizeno` must be awaited before this object is
+/// feature; the companion's `scope` runs the sends. `allSettled` must be awaited before this object is
 /// destroyed.
 ///
 /// Records that the phone sends in quick succession are saved together: each is merged at once and waits
@@ -47,25 +47,25 @@ class NotesSync {
     Task<void> prijmout(MacPayload::SummaryUpdate zprava, std::shared_ptr<SecureLink> link);
 
     /// Resumes when every record that has arrived so far is saved and acknowledged, or refused.
-    Task<void> vyrizeno();
+    Task<void> allSettled();
 
     /// Sends one note in the background. Does nothing without a link.
     void poslatPoznamku(const MorvexNote& note);
 
     /// Sends every note, including deleted ones, one after the other, as long as this link is the current
     /// one.
-    Task<void> doplnit(std::shared_ptr<SecureLink> link);
+    Task<void> catchUp(std::shared_ptr<SecureLink> link);
 
   private:
-    struct Prijaty {
-        Task<bool> ulozeni;
+    struct ReceivedRecord {
+        Task<bool> saving;
         std::shared_ptr<SecureLink> spojeni; ///< the link it came by
-        MacPayload potvrzeni;
+        MacPayload acknowledgement;
         std::string requestID;
     };
 
-    Task<void> zaradit(Prijaty zaznam);
-    Task<void> potvrzovat();
+    Task<void> enqueue(ReceivedRecord received);
+    Task<void> acknowledge();
     Task<void> odeslat(MorvexNote note);
     void tellTooLong(const MorvexNote& note);
 
@@ -75,9 +75,9 @@ class NotesSync {
     TaskScope& scope_;
     std::function<void(Sentence)> tellTrouble_;
     std::set<std::string> tooLong_; ///< versions of notes that exceed the frame limit and were reported
-    std::deque<Prijaty> prijate_;
-    std::size_t poJednom_ = 0; ///< how many of the next records are saved one by one
-    TaskScope potvrzovani_;    ///< runs while `prijate_` is not empty
+    std::deque<ReceivedRecord> received_;
+    std::size_t oneByOne_ = 0; ///< how many of the next records are saved one by one
+    TaskScope acknowledging_;  ///< runs while `received_` is not empty
     Connection noteChanged_;
 };
 

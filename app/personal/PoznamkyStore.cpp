@@ -46,9 +46,9 @@ PoznamkyStore::PoznamkyStore(const std::filesystem::path& applicationSupport, Sa
       clock_(saving.clock),
       random_(random),
       records_(soubor_.load().notes.records),
-      saves_(saving, {[this] { return zacniUkladat(); },
-                      [this](const Result<void>& saved) { skonciUkladani(saved); }}) {
-    obnovNotes(records_.all());
+      saves_(saving,
+             {[this] { return startSaving(); }, [this](const Result<void>& saved) { finishSaving(saved); }}) {
+    refreshNotes(records_.all());
 }
 
 std::vector<MorvexNote> PoznamkyStore::vsechny() const {
@@ -77,13 +77,13 @@ Task<Result<MorvexNote>> PoznamkyStore::vytvorit(std::string title, std::string 
     const auto name = trim(title);
     auto content = trim(body);
     if (name.empty() || content.empty()) co_return fail(NoteError{NoteError::missingData});
-    co_return co_await ulozZmenu(
+    co_return co_await saveChange(
         {random_.uuid(), cutTitle(name), std::move(content), clock_.now(), clock_.now(), 1, std::nullopt});
 }
 
 Task<Result<MorvexNote>> PoznamkyStore::upravit(std::string title, std::optional<std::string> newTitle,
                                                 std::optional<std::string> newBody) {
-    const auto* found = najdi(title);
+    const auto* found = lookUp(title);
     if (!found) co_return fail(NoteError{NoteError::notFound});
     auto note = *found;
     if (newTitle) {
@@ -99,41 +99,41 @@ Task<Result<MorvexNote>> PoznamkyStore::upravit(std::string title, std::optional
         }
         note.body = std::move(content);
     }
-    zvysRevizi(note);
-    co_return co_await ulozZmenu(std::move(note));
+    raiseRevision(note);
+    co_return co_await saveChange(std::move(note));
 }
 
 Task<Result<MorvexNote>> PoznamkyStore::smazat(std::string title) {
-    const auto* found = najdi(title);
+    const auto* found = lookUp(title);
     if (!found) co_return fail(NoteError{NoteError::notFound});
     auto note = *found;
-    zvysRevizi(note);
+    raiseRevision(note);
     note.deletedAt = note.updatedAt;
-    co_return co_await ulozZmenu(std::move(note));
+    co_return co_await saveChange(std::move(note));
 }
 
 Task<bool> PoznamkyStore::prijmout(MorvexNote note) {
     const auto* stored = records_.find(note.id);
     // The phone may forget its version once the version that replaces it is on the disk.
     if (stored && !note.supersedes(*stored)) return saves_.onDisk(records_.standing(note.id));
-    if (!vejdeSe(note, stored)) {
+    if (!fits(note, stored)) {
         setProblem(SystemError{EFBIG}.popis());
         return refused();
     }
     const auto growth = note.title.size() + note.body.size();
     records_.receive(std::move(note));
-    jePrijata_ = true;
+    hasReceivedNote_ = true;
     return SaveQueue::onDisk(saves_.request(growth));
 }
 
 /// A note that does not get longer always fits.
-bool PoznamkyStore::vejdeSe(const MorvexNote& note, const MorvexNote* stored) const {
+bool PoznamkyStore::fits(const MorvexNote& note, const MorvexNote* stored) const {
     const auto length = lengthOf(note);
     const auto before = stored ? lengthOf(*stored) : 0;
     return length <= before || records_.bytes() - before + length + frameLength <= receivedLimit;
 }
 
-const MorvexNote* PoznamkyStore::najdi(const std::string& title) const {
+const MorvexNote* PoznamkyStore::lookUp(const std::string& title) const {
     if (title.size() > longestNamed) return nullptr;
     const auto wanted = fold(title);
     auto found = std::ranges::find_if(records_.all(), [&](const Records::Kept& kept) {
@@ -142,13 +142,13 @@ const MorvexNote* PoznamkyStore::najdi(const std::string& title) const {
     return found == records_.all().end() ? nullptr : found->record.get();
 }
 
-void PoznamkyStore::zvysRevizi(MorvexNote& note) const {
-    vyzaduj(note.revision < std::numeric_limits<std::uint64_t>::max(), "a note has no higher revision left");
+void PoznamkyStore::raiseRevision(MorvexNote& note) const {
+    require(note.revision < std::numeric_limits<std::uint64_t>::max(), "a note has no higher revision left");
     ++note.revision;
     note.updatedAt = clock_.now();
 }
 
-Task<Result<MorvexNote>> PoznamkyStore::ulozZmenu(MorvexNote note) {
+Task<Result<MorvexNote>> PoznamkyStore::saveChange(MorvexNote note) {
     records_.change(note);
     const auto save = saves_.request(note.title.size() + note.body.size());
     // A tool or a person is waiting for the result.
@@ -158,15 +158,15 @@ Task<Result<MorvexNote>> PoznamkyStore::ulozZmenu(MorvexNote note) {
     co_return note;
 }
 
-SaveQueue::Save PoznamkyStore::zacniUkladat() {
-    jePrijataUkladana_ = std::exchange(jePrijata_, false);
-    ukladane_ = records_.beginSave();
+SaveQueue::Save PoznamkyStore::startSaving() {
+    savesReceivedNote_ = std::exchange(hasReceivedNote_, false);
+    beingSaved_ = records_.beginSave();
     return {records_.bytes(),
-            [this, records = ukladane_] { return soubor_.save({.notes = {copied(records)}}); }};
+            [this, records = beingSaved_] { return soubor_.save({.notes = {copied(records)}}); }};
 }
 
-void PoznamkyStore::skonciUkladani(const Result<void>& saved) {
-    const auto records = std::exchange(ukladane_, {});
+void PoznamkyStore::finishSaving(const Result<void>& saved) {
+    const auto records = std::exchange(beingSaved_, {});
     if (saved)
         records_.saved();
     else
@@ -176,16 +176,16 @@ void PoznamkyStore::skonciUkladani(const Result<void>& saved) {
         return note && !note->deletedAt;
     });
     if (saved) {
-        obnovNotes(records);
+        refreshNotes(records);
         setProblem(std::nullopt);
         return;
     }
-    if (!jePrijataUkladana_) return;
-    obnovNotes(records_.withoutReceived());
+    if (!savesReceivedNote_) return;
+    refreshNotes(records_.withoutReceived());
     setProblem(saved.error().popis());
 }
 
-void PoznamkyStore::obnovNotes(const Records::List& records) {
+void PoznamkyStore::refreshNotes(const Records::List& records) {
     auto visible = records;
     std::erase_if(visible, [](const auto& kept) { return kept.record->deletedAt.has_value(); });
     visible = newestFirst(visible, &MorvexNote::updatedAt);

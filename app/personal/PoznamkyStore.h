@@ -24,7 +24,7 @@ namespace morvex {
 /// This computer's copy of the user's notes, in "Morvex/notes-from-iphone.json". Phone and computer both
 /// edit; the revision of each note decides which version is valid. The record of a deleted note is kept for
 /// ever. Main thread; the file is read once and written on the storage thread, with rapid changes written
-/// together. The owner awaits `ulozeno` before it destroys the store.
+/// together. The owner awaits `saved` before it destroys the store.
 ///
 /// A local change that cannot be saved fails, but stays in memory until a later save writes it, so that the
 /// user's words are not lost. A note of the phone that cannot be saved is undone, since the phone must not be
@@ -85,34 +85,34 @@ class PoznamkyStore {
     Task<bool> prijmout(MorvexNote note);
 
     /// Starts a waiting save now instead of collecting more changes.
-    void spechat() { saves_.hurry(); }
+    void hurry() { saves_.hurry(); }
 
     /// The same; resumes when all saves requested so far have ended.
-    Task<void> ulozeno() { return saves_.settled(); }
+    Task<void> saved() { return saves_.settled(); }
 
     /// How many notes are kept in folded form.
     [[nodiscard]] std::size_t folded() const { return folded_.size(); }
 
     /// Called after each local change that was saved, never for a note of the phone.
-    [[nodiscard]] Connection priZmene(std::function<void(const MorvexNote&)> zavolat) {
-        return priZmene_.connect(std::move(zavolat));
+    [[nodiscard]] Connection priZmene(std::function<void(const MorvexNote&)> callback) {
+        return priZmene_.connect(std::move(callback));
     }
 
     /// For views: called when `notes()` or `problem()` has changed.
-    [[nodiscard]] Connection onChange(std::function<void()> zavolat) {
-        return onChange_.connect(std::move(zavolat));
+    [[nodiscard]] Connection onChange(std::function<void()> callback) {
+        return onChange_.connect(std::move(callback));
     }
 
   private:
     using Records = RecordsAhead<MorvexNote>;
 
-    [[nodiscard]] const MorvexNote* najdi(const std::string& title) const;
-    void zvysRevizi(MorvexNote& note) const;
-    Task<Result<MorvexNote>> ulozZmenu(MorvexNote note);
-    [[nodiscard]] bool vejdeSe(const MorvexNote& note, const MorvexNote* stored) const;
-    SaveQueue::Save zacniUkladat();
-    void skonciUkladani(const Result<void>& saved);
-    void obnovNotes(const Records::List& records);
+    [[nodiscard]] const MorvexNote* lookUp(const std::string& title) const;
+    void raiseRevision(MorvexNote& note) const;
+    Task<Result<MorvexNote>> saveChange(MorvexNote note);
+    [[nodiscard]] bool fits(const MorvexNote& note, const MorvexNote* stored) const;
+    SaveQueue::Save startSaving();
+    void finishSaving(const Result<void>& saved);
+    void refreshNotes(const Records::List& records);
     void setProblem(std::optional<Sentence> problem);
 
     File soubor_;
@@ -121,9 +121,9 @@ class PoznamkyStore {
     Clock& clock_;
     Random& random_;
     Records records_;
-    Records::List ukladane_;         ///< what the running save writes
-    bool jePrijata_ = false;         ///< a note of the phone waits for the next save
-    bool jePrijataUkladana_ = false; ///< the running save contains a note of the phone
+    Records::List beingSaved_;       ///< what the running save writes
+    bool hasReceivedNote_ = false;   ///< a note of the phone waits for the next save
+    bool savesReceivedNote_ = false; ///< the running save contains a note of the phone
     std::vector<MorvexNote> notes_;
     mutable FoldedNotes folded_; ///< a cache that const functions fill
     std::optional<Sentence> problem_;

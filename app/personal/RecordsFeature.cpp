@@ -23,17 +23,17 @@ RecordsFeature::RecordsFeature(FeatureContext& context)
 }
 
 Task<void> RecordsFeature::catchUp(std::shared_ptr<SecureLink> link) {
-    return sync_.doplnit(std::move(link));
+    return sync_.catchUp(std::move(link));
 }
 
 Task<void> RecordsFeature::settled() {
-    return sync_.vyrizeno();
+    return sync_.allSettled();
 }
 
 Task<void> RecordsFeature::saved() {
-    co_await sync_.vyrizeno();
-    co_await poznamky_.ulozeno();
-    co_await souhrny_.ulozeno();
+    co_await sync_.allSettled();
+    co_await poznamky_.saved();
+    co_await souhrny_.saved();
 }
 
 } // namespace morvex

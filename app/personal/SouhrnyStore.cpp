@@ -9,8 +9,8 @@ namespace morvex {
 SouhrnyStore::SouhrnyStore(const std::filesystem::path& applicationSupport, Saving saving)
     : soubor_(applicationSupport / "Morvex" / "summaries-from-iphone.json"),
       records_(soubor_.load().summaries.records),
-      saves_(saving, {[this] { return zacniUkladat(); },
-                      [this](const Result<void>& saved) { skonciUkladani(saved); }}) {
+      saves_(saving,
+             {[this] { return startSaving(); }, [this](const Result<void>& saved) { finishSaving(saved); }}) {
     records_.reorder(newestFirst(records_.all(), &MorvexSummary::createdAt));
     summaries_ = copied(records_.all());
 }
@@ -24,14 +24,14 @@ Task<bool> SouhrnyStore::prijmout(MorvexSummary summary) {
     return SaveQueue::onDisk(saves_.request(growth));
 }
 
-SaveQueue::Save SouhrnyStore::zacniUkladat() {
-    ukladane_ = newestFirst(records_.beginSave(), &MorvexSummary::createdAt);
+SaveQueue::Save SouhrnyStore::startSaving() {
+    beingSaved_ = newestFirst(records_.beginSave(), &MorvexSummary::createdAt);
     return {records_.bytes(),
-            [this, records = ukladane_] { return soubor_.save({.summaries = {copied(records)}}); }};
+            [this, records = beingSaved_] { return soubor_.save({.summaries = {copied(records)}}); }};
 }
 
-void SouhrnyStore::skonciUkladani(const Result<void>& saved) {
-    const auto records = std::exchange(ukladane_, {});
+void SouhrnyStore::finishSaving(const Result<void>& saved) {
+    const auto records = std::exchange(beingSaved_, {});
     if (saved) {
         records_.saved();
         // Reordered only after a successful save, so that an undone change gets its old place back too.

@@ -16,7 +16,7 @@ namespace morvex {
 
 /// The summaries that the phone has written, in "Morvex/summaries-from-iphone.json". This computer only reads
 /// them. Main thread; the file is read once and written on the storage thread, with rapid changes written
-/// together. The owner awaits `ulozeno` before it destroys the store.
+/// together. The owner awaits `saved` before it destroys the store.
 class SouhrnyStore {
   public:
     /// Reads the file.
@@ -35,25 +35,25 @@ class SouhrnyStore {
     Task<bool> prijmout(MorvexSummary summary);
 
     /// Starts a waiting save now instead of collecting more summaries.
-    void spechat() { saves_.hurry(); }
+    void hurry() { saves_.hurry(); }
 
     /// The same; resumes when all saves requested so far have ended.
-    Task<void> ulozeno() { return saves_.settled(); }
+    Task<void> saved() { return saves_.settled(); }
 
     /// For views: called when `summaries()` or `problem()` has changed.
-    [[nodiscard]] Connection onChange(std::function<void()> zavolat) {
-        return onChange_.connect(std::move(zavolat));
+    [[nodiscard]] Connection onChange(std::function<void()> callback) {
+        return onChange_.connect(std::move(callback));
     }
 
   private:
     using Records = RecordsAhead<MorvexSummary>;
 
-    SaveQueue::Save zacniUkladat();
-    void skonciUkladani(const Result<void>& saved);
+    SaveQueue::Save startSaving();
+    void finishSaving(const Result<void>& saved);
 
     RecordFile<SummariesArchive> soubor_;
     Records records_;
-    Records::List ukladane_; ///< what the running save writes
+    Records::List beingSaved_; ///< what the running save writes
     std::vector<MorvexSummary> summaries_;
     Signal<> onChange_;
     std::optional<Sentence> problem_;

@@ -11,7 +11,7 @@
 
 namespace morvex {
 
-class BehProgramu;
+class ProgramRun;
 
 /// Starts an outside program and follows it to its end. Each run needs its own object, which lives until the
 /// awaited run has ended. Every outside program on this computer's side is started through this class.
@@ -24,7 +24,7 @@ class ProcessRunner {
     /// When the program has ended, its output is awaited for up to two more seconds, in case a program that
     /// it started holds the pipes.
     Task<Result<VysledekProcesu>> spustit(OutsideProgram program, Clock::Duration timeout,
-                                          NaRadek naRadek = {}, Zachyt zachyt = {});
+                                          NaRadek naRadek = {}, Capture capture = {});
 
     /// Asks the program and everything it has started to end, and kills what is left after four seconds.
     /// False if no program is running. From any thread.
@@ -32,16 +32,16 @@ class ProcessRunner {
 
     /// Asks the program once to end: nothing is killed later, and the result does not mention it. False if no
     /// program is running. From any thread, also from within the line callback.
-    bool ukoncit();
+    bool askToEnd();
 
   private:
-    void drz(std::shared_ptr<BehProgramu> beh);
-    std::shared_ptr<BehProgramu> drzeny();
+    void hold(std::shared_ptr<ProgramRun> programRun);
+    std::shared_ptr<ProgramRun> held();
 
     ProcessLauncher& launcher_;
     Clock& clock_;
     std::mutex zamek_;
-    std::shared_ptr<BehProgramu> proces_;
+    std::shared_ptr<ProgramRun> proces_;
 };
 
 } // namespace morvex

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::chrono::seconds timeLimit{8};
 /// Only the last line counts; a start-up file may write whatever it likes before it.
-constexpr Zachyt zachyt{.vystup = 1024 * 1024, .castVystupu = Zachyt::Cast::konec, .chyby = 0};
+constexpr Capture capture{.vystup = 1024 * 1024, .outputPart = Capture::Part::ending, .chyby = 0};
 
 /// A leading ~ is the home folder of the account.
 constexpr std::array<std::string_view, 18> wellKnown = {
@@ -69,7 +69,7 @@ std::string lastLine(const VysledekProcesu& result) {
     auto lines = split(result.vystup, '\n');
     if (lines.empty()) return "";
     // Where the text was cut, its first line may be the end of a longer one.
-    const bool isWhole = lines.size() > 1 || !result.vystupUriznut || result.vystup.starts_with('\n');
+    const bool isWhole = lines.size() > 1 || !result.isOutputCut || result.vystup.starts_with('\n');
     return isWhole ? std::move(lines.back()) : "";
 }
 
@@ -88,54 +88,56 @@ std::string normalized(const std::vector<std::string>& entries) {
     return join(kept, ":");
 }
 
-std::optional<ProgramDiscovery::Nalez> search(const std::vector<std::string>& names, std::string_view path) {
+std::optional<ProgramDiscovery::FoundProgram> search(const std::vector<std::string>& names,
+                                                     std::string_view path) {
     auto folders = split(path, ':');
     for (const auto& name : names)
         for (auto& folder : folders)
             if (auto binary = paths::below(folder, name); isExecutableFile(binary))
-                return ProgramDiscovery::Nalez{std::move(binary), std::move(folder)};
+                return ProgramDiscovery::FoundProgram{std::move(binary), std::move(folder)};
     return std::nullopt;
 }
 
 } // namespace
 
-Task<std::string> ProgramDiscovery::prihlasovaciPath(Pamet pamet) {
-    std::shared_ptr<OneShot<bool>> poJinem;
+Task<std::string> ProgramDiscovery::prihlasovaciPath(Cache cache) {
+    std::shared_ptr<OneShot<bool>> otherLook;
     {
         std::lock_guard lock(zamek_);
-        if (path_ && pamet == Pamet::pouzij) co_return *path_;
-        if (zjistujeSe_)
-            cekajici_.push_back(poJinem = std::make_shared<OneShot<bool>>());
+        if (path_ && cache == Cache::use) co_return *path_;
+        if (isDetecting_)
+            cekajici_.push_back(otherLook = std::make_shared<OneShot<bool>>());
         else
-            zjistujeSe_ = true;
+            isDetecting_ = true;
     }
-    if (poJinem) {
-        co_await poJinem->wait();
+    if (otherLook) {
+        co_await otherLook->wait();
         co_return co_await prihlasovaciPath();
     }
-    auto path = co_await zjistitPath();
+    auto path = co_await detectPath();
     std::vector<std::shared_ptr<OneShot<bool>>> cekajici;
     {
         std::lock_guard lock(zamek_);
         path_ = path;
-        zjistujeSe_ = false;
+        isDetecting_ = false;
         cekajici.swap(cekajici_);
     }
-    for (const auto& dalsi : cekajici) dalsi->answer(true);
+    for (const auto& waiter : cekajici) waiter->answer(true);
     co_return path;
 }
 
-Task<std::string> ProgramDiscovery::zjistitPath() {
+Task<std::string> ProgramDiscovery::detectPath() {
     auto entries = co_await zeShellu();
-    append(entries, split(vlastni("PATH"), ':'));
-    append(entries, znameAdresare());
+    append(entries, split(ownVariable("PATH"), ':'));
+    append(entries, knownDirectories());
     auto path = normalized(entries);
     entries = split(path, ':');
-    append(entries, co_await odSpravcuBalicku(path));
+    append(entries, co_await fromPackageManagers(path));
     co_return normalized(entries);
 }
 
-Task<std::optional<ProgramDiscovery::Nalez>> ProgramDiscovery::najdiBinarku(std::vector<std::string> jmena) {
+Task<std::optional<ProgramDiscovery::FoundProgram>>
+ProgramDiscovery::najdiBinarku(std::vector<std::string> jmena) {
     auto path = co_await prihlasovaciPath();
     co_return co_await runOn(workers_, [&jmena, &path] { return search(jmena, path); });
 }
@@ -153,36 +155,36 @@ Task<Environment> ProgramDiscovery::prostrediNastroju() {
 /// Interactive, since only so are the user's start-up files read.
 Task<std::vector<std::string>> ProgramDiscovery::zeShellu() {
     if (!account_.environment.contains("SHELL")) co_return std::vector<std::string>{};
-    auto answer = co_await posledniRadek({.binary = vlastni("SHELL"),
-                                          .args = {"-ilc", R"(command -p echo "$PATH")"},
-                                          .cwd = {},
-                                          .env = account_.environment});
+    auto answer = co_await lastLineOf({.binary = ownVariable("SHELL"),
+                                       .args = {"-ilc", R"(command -p echo "$PATH")"},
+                                       .cwd = {},
+                                       .env = account_.environment});
     co_return split(answer, ':');
 }
 
-Task<std::vector<std::string>> ProgramDiscovery::odSpravcuBalicku(std::string path) {
+Task<std::vector<std::string>> ProgramDiscovery::fromPackageManagers(std::string path) {
     std::vector<std::string> folders;
     for (const auto& manager : packageManagers) {
         auto found = co_await runOn(workers_, [&] { return search({manager.name}, path); });
         if (!found) continue;
         OutsideProgram program{
-            .binary = found->binarka, .args = manager.args, .cwd = {}, .env = {{"PATH", path}}};
-        auto answer = trim(co_await posledniRadek(std::move(program)));
+            .binary = found->binary, .args = manager.args, .cwd = {}, .env = {{"PATH", path}}};
+        auto answer = trim(co_await lastLineOf(std::move(program)));
         if (answer.starts_with('/')) folders.push_back(answer.append(manager.suffix));
     }
     co_return folders;
 }
 
 /// Of the standard output, whatever the status; empty when there is none or the program did not start.
-Task<std::string> ProgramDiscovery::posledniRadek(OutsideProgram program) {
+Task<std::string> ProgramDiscovery::lastLineOf(OutsideProgram program) {
     if (stop_.stop_requested()) co_return "";
     ProcessRunner runner(launcher_, clock_);
     std::stop_callback cancel(stop_, [&runner] { runner.zrusit(); });
-    auto result = co_await runner.spustit(std::move(program), timeLimit, {}, zachyt);
+    auto result = co_await runner.spustit(std::move(program), timeLimit, {}, capture);
     co_return result ? lastLine(*result) : "";
 }
 
-std::vector<std::string> ProgramDiscovery::znameAdresare() const {
+std::vector<std::string> ProgramDiscovery::knownDirectories() const {
     std::vector<std::string> folders;
     for (auto folder : wellKnown)
         folders.push_back(folder.starts_with('~') ? account_.home + std::string(folder.substr(1))
@@ -190,8 +192,8 @@ std::vector<std::string> ProgramDiscovery::znameAdresare() const {
     return folders;
 }
 
-std::string ProgramDiscovery::vlastni(const std::string& promenna) const {
-    auto found = account_.environment.find(promenna);
+std::string ProgramDiscovery::ownVariable(const std::string& variable) const {
+    auto found = account_.environment.find(variable);
     return found == account_.environment.end() ? "" : found->second;
 }
 

@@ -24,13 +24,13 @@ class ProgramDiscovery {
         std::string home;        ///< home directory of the account, whatever the environment says
     };
 
-    struct Nalez {
-        std::string binarka;
-        std::string adresar; ///< the entry of the search path that contains it
-        bool operator==(const Nalez&) const = default;
+    struct FoundProgram {
+        std::string binary;
+        std::string directory; ///< the entry of the search path that contains it
+        bool operator==(const FoundProgram&) const = default;
     };
 
-    enum class Pamet { pouzij, obnov };
+    enum class Cache { use, refresh };
 
     /// `stop` ends the programs that are being asked; what they would have said is then missing.
     ProgramDiscovery(ProcessLauncher& launcher, Clock& clock, Executor& workers, Account account,
@@ -44,21 +44,21 @@ class ProgramDiscovery {
     /// The search path, joined with ":". Resolved once in the life of this object, however many callers ask
     /// at the same time. That runs the login shell and the package managers, which take up to 8 seconds each,
     /// plus the time to stop them.
-    Task<std::string> prihlasovaciPath(Pamet pamet = Pamet::pouzij);
+    Task<std::string> prihlasovaciPath(Cache cache = Cache::use);
 
     /// Finds the first of the names that exists anywhere.
-    Task<std::optional<Nalez>> najdiBinarku(std::vector<std::string> jmena);
+    Task<std::optional<FoundProgram>> najdiBinarku(std::vector<std::string> jmena);
 
     /// The environment in which a tool gives plain text and asks nothing.
     Task<Environment> prostrediNastroju();
 
   private:
-    Task<std::string> zjistitPath();
+    Task<std::string> detectPath();
     Task<std::vector<std::string>> zeShellu();
-    Task<std::vector<std::string>> odSpravcuBalicku(std::string path);
-    Task<std::string> posledniRadek(OutsideProgram program);
-    [[nodiscard]] std::vector<std::string> znameAdresare() const;
-    [[nodiscard]] std::string vlastni(const std::string& promenna) const;
+    Task<std::vector<std::string>> fromPackageManagers(std::string path);
+    Task<std::string> lastLineOf(OutsideProgram program);
+    [[nodiscard]] std::vector<std::string> knownDirectories() const;
+    [[nodiscard]] std::string ownVariable(const std::string& variable) const;
 
     ProcessLauncher& launcher_;
     Clock& clock_;
@@ -67,7 +67,7 @@ class ProgramDiscovery {
     const std::stop_token stop_;
     std::mutex zamek_;
     std::optional<std::string> path_;
-    bool zjistujeSe_ = false;
+    bool isDetecting_ = false;
     std::vector<std::shared_ptr<OneShot<bool>>> cekajici_; ///< wait for another caller to resolve the path
 };
 

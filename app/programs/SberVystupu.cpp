@@ -18,8 +18,8 @@ void appendEnd(std::size_t limit, std::string& kept, std::string_view chunk) {
     if (kept.size() / 2 > limit) kept.erase(0, kept.size() - limit);
 }
 
-void append(std::size_t limit, Zachyt::Cast cast, std::string& kept, std::string_view chunk) {
-    if (cast == Zachyt::Cast::konec)
+void append(std::size_t limit, Capture::Part part, std::string& kept, std::string_view chunk) {
+    if (part == Capture::Part::ending)
         appendEnd(limit, kept, chunk);
     else
         appendUpTo(limit, kept, chunk);
@@ -36,62 +36,62 @@ std::string decode(std::string bytes) {
 
 } // namespace
 
-void SberVystupu::pridejVystup(std::string_view chunk) {
-    bajtuVystupu_ += chunk.size();
-    append(zachyt_.vystup, zachyt_.castVystupu, vystup_, chunk);
+void SberVystupu::addOutput(std::string_view chunk) {
+    outputBytes_ += chunk.size();
+    append(capture_.vystup, capture_.outputPart, vystup_, chunk);
     if (!naRadek_) return;
     // Each chunk is decoded separately, so a character split between two chunks is intact only in the result.
     if (isValidUtf8(chunk))
-        rozdel(chunk);
+        splitLines(chunk);
     else
-        rozdel(repairUtf8(chunk));
+        splitLines(repairUtf8(chunk));
 }
 
-void SberVystupu::pridejChyby(std::string_view chunk) {
-    append(zachyt_.chyby, zachyt_.castChyb, chyby_, chunk);
+void SberVystupu::addErrors(std::string_view chunk) {
+    append(capture_.chyby, capture_.errorsPart, chyby_, chunk);
 }
 
 void SberVystupu::dokonci() {
-    if (naRadek_) predejNedokonceny();
+    if (naRadek_) handOverUnfinished();
 }
 
-std::string SberVystupu::vezmiVystup() {
-    return decode(end(zachyt_.vystup, std::exchange(vystup_, {})));
+std::string SberVystupu::takeOutput() {
+    return decode(end(capture_.vystup, std::exchange(vystup_, {})));
 }
 
-std::string SberVystupu::vezmiChyby() {
-    return decode(end(zachyt_.chyby, std::exchange(chyby_, {})));
+std::string SberVystupu::takeErrors() {
+    return decode(end(capture_.chyby, std::exchange(chyby_, {})));
 }
 
-void SberVystupu::rozdel(std::string_view text) {
+void SberVystupu::splitLines(std::string_view text) {
     for (auto end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
-        if (nedokoncenyRadek_.empty() && !prilisDlouhy_) {
-            predej(text.substr(0, end));
+        if (nedokoncenyRadek_.empty() && !isTooLong_) {
+            handOver(text.substr(0, end));
         } else {
-            pripoj(text.substr(0, end));
-            predejNedokonceny();
+            extendLine(text.substr(0, end));
+            handOverUnfinished();
         }
         text.remove_prefix(end + 1);
     }
-    pripoj(text);
+    extendLine(text);
 }
 
-void SberVystupu::pripoj(std::string_view text) {
-    if (text.size() > zachyt_.radek - nedokoncenyRadek_.size()) prilisDlouhy_ = true;
-    if (prilisDlouhy_)
+void SberVystupu::extendLine(std::string_view text) {
+    if (text.size() > capture_.line - nedokoncenyRadek_.size()) isTooLong_ = true;
+    if (isTooLong_)
         std::string().swap(nedokoncenyRadek_);
     else
         nedokoncenyRadek_ += text;
 }
 
-void SberVystupu::predejNedokonceny() {
-    prilisDlouhy_ = false;
-    predej(std::exchange(nedokoncenyRadek_, {}));
+void SberVystupu::handOverUnfinished() {
+    isTooLong_ = false;
+    handOver(std::exchange(nedokoncenyRadek_, {}));
 }
 
-void SberVystupu::predej(std::string_view radek) const {
-    if (radek.size() <= zachyt_.radek && radek.find_first_not_of(" \t") != std::string_view::npos)
-        naRadek_(radek);
+void SberVystupu::handOver(std::string_view line) const {
+    if (line.size() <= capture_.line && line.find_first_not_of(" \t") != std::string_view::npos)
+        naRadek_(line);
 }
 
 } // namespace morvex

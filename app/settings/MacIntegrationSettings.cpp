@@ -53,14 +53,14 @@ MacIntegrationSettings::MacIntegrationSettings(UserDefaults& defaults) : default
     for (std::size_t i = 0; i < integrationCount; ++i) values_[i] = read(defaults, switches[i]);
 }
 
-void MacIntegrationSettings::vypnout(Integration integration) {
+void MacIntegrationSettings::turnOff(Integration integration) {
     // A write is also needed to overtake a switching on that is not saved yet.
     if (isOn(integration) || isTurningOn_[index(integration)])
         defaults_.set(switches[index(integration)].key, false);
     change(integration, false);
 }
 
-Task<Result<void>> MacIntegrationSettings::zapnout(Integration integration) {
+Task<Result<void>> MacIntegrationSettings::turnOn(Integration integration) {
     const auto i = index(integration);
     if (values_[i]) co_return Result<void>{};
     DefaultsValues values;

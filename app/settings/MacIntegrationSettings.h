@@ -37,15 +37,15 @@ class MacIntegrationSettings {
 
     /// Takes effect at once; saving continues in the background until it succeeds. Does nothing if it is
     /// already off.
-    void vypnout(Integration integration);
+    void turnOff(Integration integration);
 
     /// Takes effect once it is saved. Fails with what prevented saving, but not if it was switched off again
     /// meanwhile. The task ends before this object is destroyed.
-    Task<Result<void>> zapnout(Integration integration);
+    Task<Result<void>> turnOn(Integration integration);
 
     /// Called after each change.
-    [[nodiscard]] Connection onChange(std::function<void()> zavolat) {
-        return onChange_.connect(std::move(zavolat));
+    [[nodiscard]] Connection onChange(std::function<void()> callback) {
+        return onChange_.connect(std::move(callback));
     }
 
   private:
@@ -55,7 +55,7 @@ class MacIntegrationSettings {
 
     UserDefaults& defaults_;
     std::array<bool, integrationCount> values_{};
-    std::array<int, integrationCount> isTurningOn_{}; ///< how many calls of `zapnout` wait for their save
+    std::array<int, integrationCount> isTurningOn_{}; ///< how many calls of `turnOn` wait for their save
     Signal<> onChange_;
 };
 

@@ -22,7 +22,7 @@ struct ToolCall {
     std::string requestID; ///< identifies the call in progress messages
     /// Its stop is requested when the phone that made the call is unpaired. Programs that the call has
     /// started end then, even if the call was already answered.
-    std::stop_token opusteni = {};
+    std::stop_token abandonment = {};
 };
 
 /// What a tool answers: a JSON object, and whether it did its work.

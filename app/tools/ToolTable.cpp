@@ -40,12 +40,12 @@ std::vector<ToolDescriptor> descriptorsOf(const std::vector<std::shared_ptr<cons
 
 ToolDescriptor ToolTable::descriptorOf(std::string_view name) {
     const auto* descriptor = ToolCatalogue::find(name);
-    vyzaduj(descriptor != nullptr, "the catalogue lacks a tool");
+    require(descriptor != nullptr, "the catalogue lacks a tool");
     return *descriptor;
 }
 
 void ToolTable::add(Tool tool) {
-    vyzaduj(find(tool.descriptor.name) == nullptr, "a tool was added twice");
+    require(find(tool.descriptor.name) == nullptr, "a tool was added twice");
     const auto rank = rankOf(tool.descriptor.name);
     add({rank, std::make_shared<const Tool>(std::move(tool)), nullptr});
 }

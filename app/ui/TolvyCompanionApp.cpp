@@ -59,10 +59,10 @@ TolvyCompanionApp::~TolvyCompanionApp() {
 
 void TolvyCompanionApp::start() {
     item_.show();
-    if (!state_.nacitajiSeKlice()) return openAtStart();
+    if (!state_.areKeysLoading()) return openAtStart();
     isStarting_ = true;
-    keysNotifier_ = state_.klice.addNotifier([this] {
-        if (!state_.nacitajiSeKlice() && std::exchange(isStarting_, false)) openAtStart();
+    keysNotifier_ = state_.keys.addNotifier([this] {
+        if (!state_.areKeysLoading() && std::exchange(isStarting_, false)) openAtStart();
     });
     scope_.spawn(openMainWindowWhileKeysAreAwaited());
 }

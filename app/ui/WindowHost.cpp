@@ -102,10 +102,10 @@ QQuickWindow* WindowHost::load(const QString& component) {
         engine_->addImageProvider(QStringLiteral("glyph"), new GlyphProvider);
     }
     QQmlComponent source(engine_.get(), QUrl(QStringLiteral("qrc:/qml/Morvex/%1.qml").arg(component)));
-    vyzaduj(source.isReady(), source.errorString().toUtf8().constData());
+    require(source.isReady(), source.errorString().toUtf8().constData());
     auto* window = qobject_cast<QQuickWindow*>(
         source.createWithInitialProperties({{QStringLiteral("companion"), QVariant::fromValue(&model_)}}));
-    vyzaduj(window != nullptr, "a window is no window");
+    require(window != nullptr, "a window is no window");
     new DescriptionNews(*window);
     new PressGuard(*window, clock_);
     connect(window, &QWindow::visibleChanged, this, [this, window](bool visible) {

@@ -62,7 +62,7 @@ MacVoiceController::MacVoiceController(UserDefaults& defaults, const Keychain& k
       textLanguage_(languageInForce(defaults)),
       shortcut_(storedShortcut(defaults)) {}
 
-Task<void> MacVoiceController::nacist() {
+Task<void> MacVoiceController::load() {
     auto key = co_await keychain_.read(keyAccount);
     auto places = co_await keychain_.read(placesAccount);
     publish(apiKey_, std::move(key).value_or(""));
@@ -86,7 +86,7 @@ Task<void> MacVoiceController::applyPreferences(CompanionPreferences preferences
     if (isSupportedLanguage(preferences.language)) applyLanguage(preferences.language);
     if (isSupportedVoice(preferences.voice)) setVoice(preferences.voice);
     if (preferences.places) co_await setPlaces(*std::move(preferences.places));
-    co_await defaults_.ulozeno();
+    co_await defaults_.saved();
 }
 
 void MacVoiceController::applyLanguage(const std::string& code) {

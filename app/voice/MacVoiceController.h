@@ -20,7 +20,7 @@ namespace morvex {
 /// shortcut and the named places. The phone sends most of them. The key and the places are stored in the
 /// keychain, the rest in the user defaults. Owned by the companion; main thread only.
 ///
-/// Order of calls: the constructor, then `nacist` once, which must end before any message of the phone is
+/// Order of calls: the constructor, then `load` once, which must end before any message of the phone is
 /// handled, then the rest. Keys and lists of places take effect in the order of the calls.
 class MacVoiceController {
   public:
@@ -34,7 +34,7 @@ class MacVoiceController {
     MacVoiceController(UserDefaults& defaults, const Keychain& keychain);
 
     /// Reads the key and the places from the keychain.
-    Task<void> nacist();
+    Task<void> load();
 
     /// Stores the key, trimmed; an empty one deletes it. The key is used only once the keychain has it; if
     /// the keychain refuses, the previous key stays in use and `credentialProblem` says why.
@@ -75,8 +75,8 @@ class MacVoiceController {
     [[nodiscard]] const std::vector<CompanionPlace>& places() const { return places_; }
 
     /// Called after each change of a preference.
-    [[nodiscard]] Connection priZmene(std::function<void()> zavolat) {
-        return priZmene_.connect(std::move(zavolat));
+    [[nodiscard]] Connection priZmene(std::function<void()> callback) {
+        return priZmene_.connect(std::move(callback));
     }
 
   private:

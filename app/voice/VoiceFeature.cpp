@@ -21,7 +21,7 @@ VoiceFeature::VoiceFeature(FeatureContext& context)
 }
 
 Task<void> VoiceFeature::load() {
-    return controller_.nacist();
+    return controller_.load();
 }
 
 Task<void> VoiceFeature::takeKey(std::string key) {

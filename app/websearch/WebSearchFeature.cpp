@@ -28,7 +28,7 @@ WebSearchFeature::WebSearchFeature(FeatureContext& context, const MacVoiceContro
 }
 
 Task<ToolOutcome> WebSearchFeature::search(Query query, ToolCall call) {
-    const EitherStop stop(std::move(call.opusteni), context_.scope.token());
+    const EitherStop stop(std::move(call.abandonment), context_.scope.token());
     auto transport = [this, token = stop.token()](WebSearchRequest request) {
         return send(std::move(request), token);
     };

@@ -29,7 +29,7 @@ BoottimeClock::BoottimeClock(FileDescriptor timer, FileDescriptor end)
     : timer_(std::move(timer)), end_(std::move(end)) {}
 
 BoottimeClock::~BoottimeClock() {
-    vyzaduj(::eventfd_write(end_.get(), 1) == 0, "the clock's thread cannot be told to end");
+    require(::eventfd_write(end_.get(), 1) == 0, "the clock's thread cannot be told to end");
     thread_.join();
 }
 
@@ -39,7 +39,7 @@ Date BoottimeClock::now() const {
 
 Clock::Duration BoottimeClock::sinceBoot() const {
     timespec time{};
-    vyzaduj(::clock_gettime(CLOCK_BOOTTIME, &time) == 0, "the system has no clock that counts suspend");
+    require(::clock_gettime(CLOCK_BOOTTIME, &time) == 0, "the system has no clock that counts suspend");
     return std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
 }
 
@@ -64,7 +64,7 @@ void BoottimeClock::run() {
     std::array<pollfd, 2> events{{{timer_.get(), POLLIN, 0}, {end_.get(), POLLIN, 0}}};
     for (;;) {
         int ready = ::poll(events.data(), events.size(), -1);
-        vyzaduj(ready >= 0 || errno == EINTR, "the clock's thread cannot wait");
+        require(ready >= 0 || errno == EINTR, "the clock's thread cannot wait");
         if (ready <= 0) continue;
         if (events[1].revents != 0) return;
         if (auto callback = takeDue()) (*callback)();
@@ -91,7 +91,7 @@ void BoottimeClock::wakeAt(Duration when) {
     itimerspec time{};
     time.it_value.tv_sec = seconds.count();
     time.it_value.tv_nsec = (positive - seconds).count();
-    vyzaduj(::timerfd_settime(timer_.get(), TFD_TIMER_ABSTIME, &time, nullptr) == 0, "a timer cannot be set");
+    require(::timerfd_settime(timer_.get(), TFD_TIMER_ABSTIME, &time, nullptr) == 0, "a timer cannot be set");
 }
 
 } // namespace morvex

@@ -96,7 +96,7 @@ void SpawnedChild::follow() {
     while (std::ranges::any_of(std::span(watched).first(3), isOpen)) {
         int ready = ::poll(watched.data(), watched.size(), -1);
         if (ready < 0 && errno == EINTR) continue;
-        vyzaduj(ready > 0, "a child cannot be watched");
+        require(ready > 0, "a child cannot be watched");
         if (abandoned.revents != 0) {
             if (isOpen(output)) readWhatIsThere(output_, &ChildListener::output);
             if (isOpen(errors)) readWhatIsThere(errors_, &ChildListener::errors);

@@ -13,7 +13,7 @@ Uuid SystemRandom::uuid() {
     do drawn = ::getrandom(bytes.data(), bytes.size(), 0);
     while (drawn < 0 && errno == EINTR);
     // getrandom(2) never returns fewer of up to 256 bytes once the generator is seeded.
-    vyzaduj(drawn == static_cast<ssize_t>(bytes.size()), "the kernel gives no random bytes");
+    require(drawn == static_cast<ssize_t>(bytes.size()), "the kernel gives no random bytes");
     return Uuid::fromRandom(bytes);
 }
 

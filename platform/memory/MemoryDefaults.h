@@ -29,7 +29,7 @@ class MemoryDefaults final : public UserDefaults {
         co_return Result<void>{};
     }
 
-    Task<void> ulozeno() override { co_return; }
+    Task<void> saved() override { co_return; }
 
     [[nodiscard]] std::optional<Sentence> problem() const override { return problem_; }
 

@@ -18,7 +18,7 @@ namespace {
 CURLM* makeMulti() {
     static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
     auto* multi = ready == CURLE_OK ? curl_multi_init() : nullptr;
-    vyzaduj(multi != nullptr, "libcurl does not start");
+    require(multi != nullptr, "libcurl does not start");
     return multi;
 }
 

@@ -62,7 +62,7 @@ void TlsSession::opened() {
 
 void TlsSession::send(std::string bytes, Reply<void> reply) {
     if (failure_) return reply(fail(*failure_));
-    vyzaduj(!writing_, "two sends wait on one connection");
+    require(!writing_, "two sends wait on one connection");
     outgoing_ = std::move(bytes);
     sender_ = std::move(reply);
     writing_ = true;
@@ -76,7 +76,7 @@ void TlsSession::send(std::string bytes, Reply<void> reply) {
 void TlsSession::receive(Reply<std::string> reply) {
     if (failure_) return reply(fail(*failure_));
     if (hasEnded_) return reply(std::string());
-    vyzaduj(!reading_, "two receives wait on one connection");
+    require(!reading_, "two receives wait on one connection");
     receiver_ = std::move(reply);
     reading_ = true;
     stream_.async_read_some(

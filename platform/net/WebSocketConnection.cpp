@@ -127,7 +127,7 @@ void WebSocketConnection::writeNext() {
 
 void WebSocketConnection::receive(Reply<WebSocketFrame> reply) {
     if (arrived_.empty() && failure_) return reply(fail(*failure_));
-    vyzaduj(!receiver_, "two receives wait on one WebSocket");
+    require(!receiver_, "two receives wait on one WebSocket");
     if (arrived_.empty()) {
         receiver_ = std::move(reply);
         return;

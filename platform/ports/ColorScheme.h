@@ -18,8 +18,8 @@ class ColorScheme {
     [[nodiscard]] virtual Preference preference() const = 0;
 
     /// Called after each change.
-    [[nodiscard]] Connection onChange(std::function<void()> zavolat) {
-        return changed_.connect(std::move(zavolat));
+    [[nodiscard]] Connection onChange(std::function<void()> callback) {
+        return changed_.connect(std::move(callback));
     }
 
   protected:

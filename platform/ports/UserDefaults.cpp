@@ -25,7 +25,7 @@ template <class T> std::optional<std::vector<T>> listOf(std::optional<DefaultsVa
 
 } // namespace
 
-Sentence neulozenoKvuli(const Error& error) {
+Sentence notSavedBecause(const Error& error) {
     return "Nastavení se nepodařilo uložit: {duvod}"_sentence(error.popis());
 }
 

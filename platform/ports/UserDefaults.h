@@ -28,7 +28,7 @@ struct ChangedMeanwhile {
 };
 
 /// "Nastavení se nepodařilo uložit: …", for the user.
-Sentence neulozenoKvuli(const Error& error);
+Sentence notSavedBecause(const Error& error);
 
 /// The user's settings: one flat table from key to value, kept across restarts. A change applies at once and
 /// is saved in the background, so that nobody waits for the disk. Main thread only.
@@ -47,15 +47,15 @@ class UserDefaults {
     virtual Task<Result<void>> setOnceSaved(DefaultsValues values) = 0;
 
     /// Completes when all changes made so far have been written, or could not be.
-    virtual Task<void> ulozeno() = 0;
+    virtual Task<void> saved() = 0;
 
     /// Why the settings could not be read or saved, as a sentence for the user; nothing if there is no
     /// problem.
     [[nodiscard]] virtual std::optional<Sentence> problem() const = 0;
 
     /// Called after each change of `problem`.
-    [[nodiscard]] Connection onProblem(std::function<void()> zavolat) {
-        return problemChanged_.connect(std::move(zavolat));
+    [[nodiscard]] Connection onProblem(std::function<void()> callback) {
+        return problemChanged_.connect(std::move(callback));
     }
 
     void set(const std::string& key, DefaultsValue value);

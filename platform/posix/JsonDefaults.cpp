@@ -114,8 +114,8 @@ Result<void> bringInto(const std::filesystem::path& path, const json::object& ch
 JsonDefaults::JsonDefaults(const std::filesystem::path& configHome, Saving saving)
     : path_(configHome / "Morvex" / "defaults.json"),
       saving_(saving),
-      saves_(saving, {[this] { return zacniUkladat(); },
-                      [this](const Result<void>& result) { dokonciUkladani(result); }}) {
+      saves_(saving, {[this] { return startSaving(); },
+                      [this](const Result<void>& result) { finishSaving(result); }}) {
     read();
 }
 
@@ -214,7 +214,7 @@ void JsonDefaults::save() {
     if (unsaved_ && !isEnding_) (void)saves_.request(0);
 }
 
-SaveQueue::Save JsonDefaults::zacniUkladat() {
+SaveQueue::Save JsonDefaults::startSaving() {
     forgetRetry();
     unsaved_ = false;
     if (!isKnown_)
@@ -236,14 +236,14 @@ json::object JsonDefaults::withProposals() const {
     return values;
 }
 
-void JsonDefaults::dokonciUkladani(const Result<void>& result) {
+void JsonDefaults::finishSaving(const Result<void>& result) {
     if (result) values_ = withProposals();
     proposalsUnderWay_.clear();
     // A failed save may have reached the disk nevertheless, even with a proposal that does not count, so the
     // file has to be written again.
     if (!result) unsaved_ = true;
     if (!result && !result.error().as<LeftOut>() && !isEnding_) waitForRetry();
-    auto problem = result ? std::nullopt : std::optional(neulozenoKvuli(result.error()));
+    auto problem = result ? std::nullopt : std::optional(notSavedBecause(result.error()));
     if (std::exchange(saveProblem_, problem) != problem) tellOfProblem();
 }
 
@@ -260,12 +260,12 @@ void JsonDefaults::forgetRetry() {
     if (retry_ != 0) saving_.clock.forget(std::exchange(retry_, 0));
 }
 
-Task<void> JsonDefaults::ulozeno() {
+Task<void> JsonDefaults::saved() {
     save();
     co_await saves_.settled();
 }
 
-Task<void> JsonDefaults::ukoncit() {
+Task<void> JsonDefaults::shutDown() {
     forgetRetry();
     save();
     isEnding_ = true;

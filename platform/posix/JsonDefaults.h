@@ -44,7 +44,7 @@ class JsonDefaults : public UserDefaults {
     Task<Result<void>> setOnceSaved(DefaultsValues values) override;
 
     /// Also retries changes that could not be saved.
-    Task<void> ulozeno() override;
+    Task<void> saved() override;
 
     [[nodiscard]] std::optional<Sentence> problem() const override;
 
@@ -53,7 +53,7 @@ class JsonDefaults : public UserDefaults {
 
     /// Saves the remaining changes and retries those that could not be saved. Must be awaited before this
     /// object is destroyed. Later changes are not saved.
-    Task<void> ukoncit();
+    Task<void> shutDown();
 
   private:
     /// Values that apply only after they were saved.
@@ -70,8 +70,8 @@ class JsonDefaults : public UserDefaults {
     void read();
     void setDamagedAside();
     void save();
-    SaveQueue::Save zacniUkladat();
-    void dokonciUkladani(const Result<void>& result);
+    SaveQueue::Save startSaving();
+    void finishSaving(const Result<void>& result);
     void waitForRetry();
     void forgetRetry();
 

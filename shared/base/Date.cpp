@@ -39,7 +39,7 @@ std::string formatDate(Date date) {
     using namespace std::chrono;
     const sys_seconds second{seconds{wholeSeconds(date)}};
     const auto midnight = floor<days>(second);
-    vyzaduj(midnight >= firstDay && midnight <= lastDay, "a date outside the years 0 to 9999 has no form");
+    require(midnight >= firstDay && midnight <= lastDay, "a date outside the years 0 to 9999 has no form");
     const year_month_day day{midnight};
     const hh_mm_ss time{second - midnight};
 

@@ -5,7 +5,7 @@
 
 namespace morvex {
 
-void vyzaduj(bool condition, const char* text, std::source_location where) {
+void require(bool condition, const char* text, std::source_location where) {
     if (condition) [[likely]]
         return;
     std::fprintf(stderr, "%s:%u: %s\n", where.file_name(), static_cast<unsigned>(where.line()), text);

@@ -37,7 +37,7 @@ struct Algorithms {
 
     static const Algorithms& get() {
         static const Algorithms algorithms;
-        vyzaduj(algorithms.sha256 && algorithms.hkdf && algorithms.chacha,
+        require(algorithms.sha256 && algorithms.hkdf && algorithms.chacha,
                 "OpenSSL lacks SHA-256, HKDF or ChaCha20-Poly1305");
         return algorithms;
     }
@@ -56,7 +56,7 @@ class ErrorScope {
 
 Key privateKeyOf(const char* algorithm, KeyView bytes) {
     Key key(EVP_PKEY_new_raw_private_key_ex(nullptr, algorithm, nullptr, bytes.data(), bytes.size()));
-    vyzaduj(key != nullptr, "OpenSSL makes no private key from 32 bytes");
+    require(key != nullptr, "OpenSSL makes no private key from 32 bytes");
     return key;
 }
 
@@ -64,7 +64,7 @@ RawKey publicKeyOf(const char* algorithm, KeyView privateKey) {
     RawKey raw;
     std::size_t size = raw.size();
     auto key = privateKeyOf(algorithm, privateKey);
-    vyzaduj(EVP_PKEY_get_raw_public_key(key.get(), raw.data(), &size) == 1 && size == raw.size(),
+    require(EVP_PKEY_get_raw_public_key(key.get(), raw.data(), &size) == 1 && size == raw.size(),
             "OpenSSL gives no public half of a key");
     return raw;
 }
@@ -100,13 +100,13 @@ bool feed(EVP_CIPHER_CTX* context, const Direction& direction, ByteView input, s
 } // namespace
 
 void fillRandom(std::span<std::uint8_t> bytes) {
-    vyzaduj(RAND_priv_bytes_ex(nullptr, bytes.data(), bytes.size(), 0) == 1,
+    require(RAND_priv_bytes_ex(nullptr, bytes.data(), bytes.size(), 0) == 1,
             "the system gives no random bytes");
 }
 
 Digest sha256(ByteView bytes) {
     Digest digest;
-    vyzaduj(EVP_Digest(bytes.data(), bytes.size(), digest.data(), nullptr, Algorithms::get().sha256,
+    require(EVP_Digest(bytes.data(), bytes.size(), digest.data(), nullptr, Algorithms::get().sha256,
                        nullptr) == 1,
             "OpenSSL does not compute SHA-256");
     return digest;
@@ -124,7 +124,7 @@ void detail::hkdfSha256(ByteView keyMaterial, ByteView salt, ByteView info, std:
                                      bytes(OSSL_KDF_PARAM_KEY, keyMaterial), bytes(OSSL_KDF_PARAM_SALT, salt),
                                      bytes(OSSL_KDF_PARAM_INFO, info), OSSL_PARAM_construct_end()};
     KdfContext context(EVP_KDF_CTX_new(Algorithms::get().hkdf));
-    vyzaduj(context && EVP_KDF_derive(context.get(), output.data(), output.size(), parameters) == 1,
+    require(context && EVP_KDF_derive(context.get(), output.data(), output.size(), parameters) == 1,
             "OpenSSL does not compute HKDF");
 }
 
@@ -137,7 +137,7 @@ Bytes ed25519Sign(ByteView message, KeyView privateKey) {
     std::size_t size = signature.size();
     auto key = privateKeyOf("ED25519", privateKey);
     DigestContext context(EVP_MD_CTX_new());
-    vyzaduj(context && EVP_DigestSignInit(context.get(), nullptr, nullptr, nullptr, key.get()) == 1 &&
+    require(context && EVP_DigestSignInit(context.get(), nullptr, nullptr, nullptr, key.get()) == 1 &&
                 EVP_DigestSign(context.get(), signature.data(), &size, message.data(), message.size()) == 1 &&
                 size == signature.size(),
             "OpenSSL does not sign with Ed25519");

@@ -14,7 +14,7 @@ class OutgoingCounter {
 
     /// Ends the process when the numbers run out.
     std::uint64_t next() {
-        vyzaduj(last_ < std::numeric_limits<std::uint64_t>::max(), "the message counter has no next value");
+        require(last_ < std::numeric_limits<std::uint64_t>::max(), "the message counter has no next value");
         return ++last_;
     }
 

@@ -99,7 +99,7 @@ Result<Bytes> SecureChannel::open(const Envelope& envelope, Date now) {
     }
     if (!isUnambiguous(envelope)) return fail(AmbiguousIdentity{});
     poslednPrichozi_ = envelope.counter;
-    videneZpravy_.vloz(envelope.msgID);
+    videneZpravy_.insert(envelope.msgID);
     return plaintext;
 }
 

@@ -6,7 +6,7 @@ bool VideneZpravy::obsahuje(std::string_view msgID) const {
     return mnozina_.contains(sha256(asBytes(msgID)));
 }
 
-void VideneZpravy::vloz(std::string_view msgID) {
+void VideneZpravy::insert(std::string_view msgID) {
     const auto digest = sha256(asBytes(msgID));
     if (!mnozina_.insert(digest).second) return;
     poradi_.push_back(digest);

@@ -13,16 +13,16 @@ namespace morvex {
 /// digests, since the peer chooses the length of the ids.
 class VideneZpravy {
   public:
-    static constexpr std::size_t obvyklyStrop = 512;
+    static constexpr std::size_t usualLimit = 512;
 
-    explicit VideneZpravy(std::size_t strop = obvyklyStrop) : strop_(strop) {}
+    explicit VideneZpravy(std::size_t strop = usualLimit) : strop_(strop) {}
 
     [[nodiscard]] bool obsahuje(std::string_view msgID) const;
 
     [[nodiscard]] std::size_t pocet() const { return poradi_.size(); }
 
     /// An id that is already in the set keeps its position.
-    void vloz(std::string_view msgID);
+    void insert(std::string_view msgID);
 
   private:
     std::deque<Digest> poradi_;

@@ -100,7 +100,7 @@ void appendJsonNumber(std::string& out, std::uint64_t number) {
 }
 
 void appendJsonNumber(std::string& out, double number) {
-    vyzaduj(std::isfinite(number), "a number that is not finite has no JSON form");
+    require(std::isfinite(number), "a number that is not finite has no JSON form");
     appendDigits(out, number);
 }
 

@@ -7,15 +7,15 @@
 namespace morvex {
 
 Sentence MacAvailability::popis(DeviceRole protejsek, Date now) const {
-    const bool jeTelefon = protejsek == DeviceRole::phone;
+    const bool isPhone = protejsek == DeviceRole::phone;
     return std::visit(
         Overloaded{
             [](const NeplatneParovani& state) { return "Párování neplatí — {duvod}"_sentence(state.duvod); },
             [&](const Spanek& state) {
                 const auto since = std::chrono::duration_cast<std::chrono::minutes>(now - state.od).count();
                 const auto minut = std::max<std::int64_t>(since, 1);
-                return jeTelefon ? "Telefon spí ({minut} min)"_sentence(minut)
-                                 : "Mac spí ({minut} min)"_sentence(minut);
+                return isPhone ? "Telefon spí ({minut} min)"_sentence(minut)
+                               : "Mac spí ({minut} min)"_sentence(minut);
             },
             [](const Pripojuji& state) {
                 return state.pokus < 2 ? Sentence("Připojuji…"_sentence)
@@ -25,7 +25,7 @@ Sentence MacAvailability::popis(DeviceRole protejsek, Date now) const {
             [](const Zaneprazdneny& state) { return "Pracuje: {cim}"_sentence(state.cim); },
             [](const Nesparovano&) -> Sentence { return "Nespárováno"_sentence; },
             [&](const Offline&) -> Sentence {
-                if (jeTelefon) return "Telefon není připojený"_sentence;
+                if (isPhone) return "Telefon není připojený"_sentence;
                 return "Mac není připojený"_sentence;
             },
             [](const Pripraveny&) -> Sentence { return "Připraven"_sentence; },

@@ -10,7 +10,7 @@ namespace morvex {
 namespace {
 
 std::int64_t wholeSeconds(double seconds) {
-    vyzaduj(std::abs(seconds) < 0x1p63, "an age that is not finite has no words");
+    require(std::abs(seconds) < 0x1p63, "an age that is not finite has no words");
     return static_cast<std::int64_t>(seconds);
 }
 

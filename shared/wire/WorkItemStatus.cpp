@@ -13,7 +13,7 @@ inline constexpr std::array<std::string_view, 8> rawValues<WorkItemStatus::Case>
     "completed", "failed",      "cancelled",       "interrupted"};
 
 WorkItemStatus::WorkItemStatus(Case known) {
-    vyzaduj(known != unknown, "an unknown status has a word of its own");
+    require(known != unknown, "an unknown status has a word of its own");
     rawValue = morvex::rawValue(known);
 }
 

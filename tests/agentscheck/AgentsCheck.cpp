@@ -53,8 +53,8 @@ Task<void> work(Check check, std::string folder, std::optional<std::string> sess
     scope.spawn(cancelLater(check.clock, check.runner, scope.token()));
     AgentRunner::Posluchac posluchac{[](std::string text) { print("progress", text); },
                                      [](std::string id) { print("session", id); }};
-    AgentRunner::Zadani zadani{"check", {}, check.agent, "Odpověz jedním slovem.", folder, session};
-    auto outcome = co_await check.runner.spust(std::move(zadani), std::move(posluchac));
+    AgentRunner::Assignment assignment{"check", {}, check.agent, "Odpověz jedním slovem.", folder, session};
+    auto outcome = co_await check.runner.spust(std::move(assignment), std::move(posluchac));
     scope.stop();
     co_await scope.join();
     print(outcome ? "result" : "failure", outcome ? outcome->text : outcome.error().popis().czech());
@@ -62,7 +62,7 @@ Task<void> work(Check check, std::string folder, std::optional<std::string> sess
 
 int run() {
     auto clock = SystemClock::create();
-    vyzaduj(clock.has_value(), "there is no clock");
+    require(clock.has_value(), "there is no clock");
     TemporaryFolder first;
     TemporaryFolder second;
     SystemLauncher launcher;

@@ -23,7 +23,7 @@ void watch(std::stop_token stop) {
     std::mutex mutex;
     std::condition_variable_any ended;
     std::unique_lock lock(mutex);
-    vyzaduj(ended.wait_for(lock, stop, 5min, [&stop] { return stop.stop_requested(); }),
+    require(ended.wait_for(lock, stop, 5min, [&stop] { return stop.stop_requested(); }),
             "an attack made the companion or its relay wait for ever");
 }
 
@@ -64,7 +64,7 @@ std::unique_ptr<HostileRelay::Line> AttackedCompanion::connect() {
         if (auto line = relay.take(20ms)) return line;
         mac->pass(31s);
     }
-    vyzaduj(false, "the companion does not connect any more");
+    require(false, "the companion does not connect any more");
     return nullptr;
 }
 
@@ -82,7 +82,7 @@ std::unique_ptr<HostileRelay::Line> AttackedCompanion::logIn(bool phoneIsOnline)
 std::unique_ptr<HostileRelay::Line> AttackedCompanion::secure() {
     auto line = logIn();
     auto message = line->receive();
-    vyzaduj(message && message->as<RelayMessage::Forward>(), "the companion sent no hello");
+    require(message && message->as<RelayMessage::Forward>(), "the companion sent no hello");
     phoneClock.setWallClock(mac->clock().now());
     auto hello = phone.newHello();
     phone.meet(*identity, message->as<RelayMessage::Forward>()->envelope);

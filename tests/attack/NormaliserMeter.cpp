@@ -94,7 +94,7 @@ U_NAMESPACE_BEGIN
 
 const Normalizer2* Normalizer2::getNFDInstance(UErrorCode& status) {
     const auto* library = getInstance(nullptr, "nfc", UNORM2_DECOMPOSE, status);
-    morvex::vyzaduj(U_SUCCESS(status), "ICU has no normalization data");
+    morvex::require(U_SUCCESS(status), "ICU has no normalization data");
     static const UnicodeSet all(0, 0x10ffff);
     static const morvex::CountingNormaliser instance(*library, all);
     return &instance;

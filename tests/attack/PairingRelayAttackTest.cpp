@@ -59,7 +59,7 @@ std::string packedZeros(std::size_t count) {
     std::string packed(count / 512, '\0');
     z_stream stream{};
     constexpr int gzip = 16;
-    vyzaduj(deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, MAX_WBITS + gzip, MAX_MEM_LEVEL,
+    require(deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, MAX_WBITS + gzip, MAX_MEM_LEVEL,
                          Z_DEFAULT_STRATEGY) == Z_OK,
             "zlib does not start");
     stream.next_out = reinterpret_cast<Bytef*>(packed.data());

@@ -33,7 +33,7 @@ sockaddr_in local(std::uint16_t port) {
 
 FileDescriptor newSocket() {
     FileDescriptor made(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    vyzaduj(static_cast<bool>(made), "no socket");
+    require(static_cast<bool>(made), "no socket");
     return made;
 }
 
@@ -161,7 +161,7 @@ FaultProxy::FaultProxy(const std::string& relay)
     : listening_(newSocket()),
       relayPort_(static_cast<std::uint16_t>(std::stoi(relay.substr(relay.rfind(':') + 1)))) {
     auto address = local(0);
-    vyzaduj(::bind(listening_.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
+    require(::bind(listening_.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
                 ::listen(listening_.get(), SOMAXCONN) == 0,
             "the proxy cannot listen");
     acceptor_ = std::jthread([this](std::stop_token stop) { accept(std::move(stop)); });

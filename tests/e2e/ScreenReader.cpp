@@ -91,10 +91,10 @@ ScreenReader::ScreenReader(const ChildProgram::Environment& session) {
         std::vector<std::string>{"/usr/libexec/at-spi-bus-launcher", "--launch-immediately"}, session);
     const auto address =
         std::ranges::find(session, "DBUS_SESSION_BUS_ADDRESS", &ChildProgram::Environment::value_type::first);
-    vyzaduj(address != session.end(), "a session has a bus");
+    require(address != session.end(), "a session has a bus");
     auto bus = QDBusConnection::connectToBus(QString::fromStdString(address->second), sessionName);
     bus_ = QDBusConnection::connectToBus(QString::fromStdString(addressOf(bus)), busName);
-    vyzaduj(bus_->isConnected(), "at-spi2-core does not start");
+    require(bus_->isConnected(), "at-spi2-core does not start");
 }
 
 ScreenReader::~ScreenReader() {

@@ -15,8 +15,8 @@ ToldDescriptions::ToldDescriptions(QDBusConnection bus) : bus_(std::move(bus)) {
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("/org/a11y/atspi/registry"),
         QStringLiteral("org.a11y.atspi.Registry"), QStringLiteral("RegisterEvent"));
     wish.setArguments({QStringLiteral("Object:PropertyChange")});
-    vyzaduj(bus_.call(wish).type() == QDBusMessage::ReplyMessage, "the registry takes no wishes");
-    vyzaduj(bus_.connect({}, {}, QStringLiteral("org.a11y.atspi.Event.Object"),
+    require(bus_.call(wish).type() == QDBusMessage::ReplyMessage, "the registry takes no wishes");
+    require(bus_.connect({}, {}, QStringLiteral("org.a11y.atspi.Event.Object"),
                          QStringLiteral("PropertyChange"), this, SLOT(note(QDBusMessage))),
             "nothing is heard of the bus");
 }

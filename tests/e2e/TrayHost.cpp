@@ -68,7 +68,7 @@ TrayHost::Value TrayHost::call(const char* interface, const char* method, GVaria
     Value reply(g_dbus_connection_call_sync(service_.connection(), name.c_str(), "/StatusNotifierItem",
                                             interface, method, arguments, nullptr, G_DBUS_CALL_FLAGS_NONE,
                                             patience, nullptr, nullptr));
-    vyzaduj(reply != nullptr, "the tray item does not answer");
+    require(reply != nullptr, "the tray item does not answer");
     return reply;
 }
 

@@ -22,16 +22,16 @@ constexpr std::string_view inside = "inside";
 Answer answerOf(const Error& error) {
     using Chyba = SouboryChyba;
     const auto* chyba = error.as<Chyba>();
-    vyzaduj(chyba != nullptr, "a failure of another kind");
+    require(chyba != nullptr, "a failure of another kind");
     return std::visit(Overloaded{[](const Chyba::MimoPovolene&) { return Answer::outside; },
                                  [](const Chyba::ZakazanaCesta&) { return Answer::forbidden; },
                                  [](const Chyba::NeniSoubor&) { return Answer::notAFile; },
                                  [](const Chyba::PrilisVelky&) { return Answer::tooLarge; },
                                  [](const Chyba::UzExistuje&) { return Answer::exists; },
-                                 [](const Chyba::SpustilByProgram&) { return Answer::obeyed; },
-                                 [](const Chyba::PrilisMnohoZapsano&) { return Answer::failed; },
+                                 [](const Chyba::WouldStartProgram&) { return Answer::obeyed; },
+                                 [](const Chyba::TooMuchWritten&) { return Answer::failed; },
                                  [](const Chyba::Selhalo&) { return Answer::failed; }},
-                      chyba->pripad);
+                      chyba->kind);
 }
 
 /// Removes the text before `mark`, and the mark, from `text` and returns it.
@@ -81,18 +81,18 @@ std::string LaidTree::rooted(std::string_view text) const {
 }
 
 LaidTree::Read LaidTree::read(const std::string& path) {
-    auto text = executor_.run(soubory_.precti(path, folder_, tree_.allowed(allowed_))).value();
+    auto text = executor_.run(files_.precti(path, folder_, tree_.allowed(allowed_))).value();
     if (!text) return {answerOf(text.error()), {}};
     return {Answer::done, *text};
 }
 
 Answer LaidTree::write(const std::string& path, const std::string& content) {
-    auto written = executor_.run(soubory_.zapis(path, content, folder_, tree_.allowed(allowed_))).value();
+    auto written = executor_.run(files_.zapis(path, content, folder_, tree_.allowed(allowed_))).value();
     return written ? Answer::done : answerOf(written.error());
 }
 
 std::optional<std::vector<std::string>> LaidTree::search(const std::string& query) {
-    auto found = executor_.run(soubory_.hledej(query, folder_, 50, tree_.allowed(allowed_), {})).value();
+    auto found = executor_.run(files_.hledej(query, folder_, 50, tree_.allowed(allowed_), {})).value();
     if (!found) return std::nullopt;
     std::ranges::sort(*found);
     return *std::move(found);
@@ -118,7 +118,7 @@ void LaidTree::lay(const std::string& entry) {
     else if (sign == "=")
         layLink(name, placeOf(rest));
     else if (sign == "|")
-        vyzaduj(::mkfifo(tree_.path(name).c_str(), 0600) == 0, "no pipe");
+        require(::mkfifo(tree_.path(name).c_str(), 0600) == 0, "no pipe");
     else if (sign == "*")
         socket(name);
     else if (sign == "!")
@@ -144,9 +144,9 @@ void LaidTree::socket(const std::string& name) const {
     FileDescriptor opened(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
     auto path = tree_.path(name);
-    vyzaduj(path.size() < sizeof address.sun_path, "too long a name for a socket");
+    require(path.size() < sizeof address.sun_path, "too long a name for a socket");
     std::ranges::copy(path, address.sun_path);
-    vyzaduj(::bind(opened.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0, "no socket");
+    require(::bind(opened.get(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0, "no socket");
 }
 
 } // namespace morvex

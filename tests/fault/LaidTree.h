@@ -67,7 +67,7 @@ class LaidTree {
     std::optional<std::string> folder_;
     std::vector<std::string> closed_;
     ManualExecutor executor_;
-    SouboryBridge soubory_{executor_};
+    SouboryBridge files_{executor_};
 };
 
 } // namespace morvex

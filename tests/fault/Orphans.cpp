@@ -52,10 +52,10 @@ std::set<pid_t> childrenOf(pid_t parent, Of which) {
 } // namespace
 
 bool succeedsAboveOrphans(const std::function<bool()>& body) {
-    vyzaduj(::prctl(PR_SET_CHILD_SUBREAPER, 1) == 0, "orphans cannot be adopted");
+    require(::prctl(PR_SET_CHILD_SUBREAPER, 1) == 0, "orphans cannot be adopted");
     std::fflush(nullptr);
     const auto child = ::fork();
-    vyzaduj(child >= 0, "no process for the test");
+    require(child >= 0, "no process for the test");
     if (child == 0) runAndEnd(body);
     int status = 0;
     while (::wait(&status) != child) {

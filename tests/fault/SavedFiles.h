@@ -45,7 +45,7 @@ inline void layNothing(const std::filesystem::path&, const std::string&) {}
 
 /// Creates the data by an undisturbed change.
 template <auto change> void layByChange(const std::filesystem::path& home, const std::string& text) {
-    vyzaduj(change(home, text)(), "nothing could be laid");
+    require(change(home, text)(), "nothing could be laid");
 }
 
 /// What the stores of records need in addition to their file. They save before their calls return.

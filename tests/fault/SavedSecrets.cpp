@@ -60,7 +60,7 @@ const Bytes& staleKey() {
 }
 
 void layHalf(const fs::path& home, const std::string&) {
-    vyzaduj(FileVault(home).add(service, agreementAccount, staleKey()) == vaultStatus::ok, "no key");
+    require(FileVault(home).add(service, agreementAccount, staleKey()) == vaultStatus::ok, "no key");
 }
 
 std::function<bool()> change(const fs::path& home, const std::string&) {
@@ -158,7 +158,7 @@ constexpr auto service = "služba";
 constexpr auto account = "účet";
 
 void lay(const fs::path& home, const std::string& text) {
-    vyzaduj(FileVault(home).add(service, account, asBytes(text)) == vaultStatus::ok, "no secret");
+    require(FileVault(home).add(service, account, asBytes(text)) == vaultStatus::ok, "no secret");
 }
 
 std::function<bool()> change(const fs::path& home, const std::string& text) {

@@ -49,7 +49,7 @@ struct Opened {
 
     void allow(const fs::path& folder) {
         picker.answers.push_back({folder.string()});
-        vyzaduj(executor.run(slozky->pridat()), "the choice of a folder waits");
+        require(executor.run(slozky->pridat()), "the choice of a folder waits");
     }
 
     InodeBookmarks bookmarks;

@@ -1,5 +1,5 @@
+#include "app/execution/CheckedPath.h"
 #include "app/execution/FileSearch.h"
-#include "app/execution/OverenaCesta.h"
 #include "app/execution/SouboryBridge.h"
 #include "platform/memory/ManualExecutor.h"
 #include "platform/posix/BeneathFolder.h"
@@ -127,9 +127,8 @@ class SwapRaceTest : public testing::Test {
     /// Classifies a refusal of the tool: one for another reason than the path comes from the use.
     static Outcome refusal(const Error& error) {
         const auto* chyba = error.as<SouboryChyba>();
-        return chyba && std::holds_alternative<SouboryChyba::Selhalo>(chyba->pripad)
-                   ? Outcome::refusedInUse
-                   : Outcome::refusedByCheck;
+        return chyba && std::holds_alternative<SouboryChyba::Selhalo>(chyba->kind) ? Outcome::refusedInUse
+                                                                                   : Outcome::refusedByCheck;
     }
 
     /// Performs the tools' steps with an exchange in between. An allowed folder may be reached through a link
@@ -157,7 +156,7 @@ class SwapRaceTest : public testing::Test {
     /// Only "inside" may ever be read from this path.
     std::size_t raceReading(const std::string& path, const std::string& left, const std::string& right) {
         return race(left, right, [&](std::size_t, Swapper&) {
-            auto result = executor.run(soubory.precti(path, {}, tree.allowed())).value();
+            auto result = executor.run(files.precti(path, {}, tree.allowed())).value();
             if (!result) return refusal(result.error());
             EXPECT_EQ(*result, "inside");
             return Outcome::through;
@@ -175,7 +174,7 @@ class SwapRaceTest : public testing::Test {
     /// Only "file" may ever be found by the tool.
     void raceSearching(const std::string& left, const std::string& right) {
         race(left, right, [&](std::size_t, Swapper&) {
-            const auto found = executor.run(soubory.hledej({}, {}, 50, tree.allowed(), {})).value();
+            const auto found = executor.run(files.hledej({}, {}, 50, tree.allowed(), {})).value();
             return expectFilesAlone(found) ? Outcome::through : Outcome::foundNothing;
         });
     }
@@ -210,7 +209,7 @@ class SwapRaceTest : public testing::Test {
 
     FileTree tree;
     ManualExecutor executor;
-    SouboryBridge soubory{executor};
+    SouboryBridge files{executor};
 };
 
 TEST_F(SwapRaceTest, AFileSwappedForALinkIsNeverReadFromOutside) {
@@ -260,7 +259,7 @@ TEST_F(SwapRaceTest, AFolderSwappedForALinkIsNeverWrittenThrough) {
     tree.link("home/Projects/link", tree.path("outside"));
     const auto refused = race("home/Projects/folder", "home/Projects/link", [&](std::size_t i, Swapper&) {
         auto name = std::to_string(i % 2) + "/file";
-        auto written = executor.run(soubory.zapis("folder/" + name, "x", {}, tree.allowed())).value();
+        auto written = executor.run(files.zapis("folder/" + name, "x", {}, tree.allowed())).value();
         // The file is removed, and sometimes its folder, so that the next attempt has to create them.
         ::unlinkat(folder.get(), name.c_str(), 0);
         if (i % 5 == 0) ::unlinkat(folder.get(), std::to_string(i % 2).c_str(), AT_REMOVEDIR);
@@ -291,7 +290,7 @@ TEST_F(SwapRaceTest, ALinkToWhatDoesNotExistThatComesAndGoesIsNeverWrittenThroug
     const auto inside = opened("home/Projects");
     tree.link("home/Projects/new", tree.path("outside/made"));
     race("home/Projects/new", "home/Projects/away", [&](std::size_t, Swapper&) {
-        auto written = executor.run(soubory.zapis("new", "x", {}, tree.allowed())).value();
+        auto written = executor.run(files.zapis("new", "x", {}, tree.allowed())).value();
         if (!written) return refusal(written.error());
         ::unlinkat(inside.get(), "new", 0);
         return Outcome::through;

@@ -63,7 +63,7 @@ class Tracer {
 
     TracedEnd run() {
         int status = wait();
-        vyzaduj(WIFSTOPPED(status) && WSTOPSIG(status) == SIGSTOP, "the child cannot be traced");
+        require(WIFSTOPPED(status) && WSTOPSIG(status) == SIGSTOP, "the child cannot be traced");
         ask(PTRACE_SETOPTIONS, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
         for (long signal = 0;;) {
             // A child that was killed while stopped cannot be continued. After its only fault a child runs
@@ -88,12 +88,12 @@ class Tracer {
   private:
     int wait() const {
         int status = 0;
-        vyzaduj(::waitpid(child_, &status, 0) == child_, "the child is lost");
+        require(::waitpid(child_, &status, 0) == child_, "the child is lost");
         return status;
     }
 
     void ask(__ptrace_request request, long data) const {
-        vyzaduj(::ptrace(request, child_, nullptr, data) == 0, "the child cannot be traced");
+        require(::ptrace(request, child_, nullptr, data) == 0, "the child cannot be traced");
     }
 
     [[nodiscard]] std::uint64_t get(std::size_t offset) const {
@@ -101,7 +101,7 @@ class Tracer {
     }
 
     void set(std::size_t offset, std::uint64_t value) const {
-        vyzaduj(::ptrace(PTRACE_POKEUSER, child_, offset, value) == 0, "a register cannot be set");
+        require(::ptrace(PTRACE_POKEUSER, child_, offset, value) == 0, "a register cannot be set");
     }
 
     void enter() {
@@ -190,8 +190,8 @@ class OneProcessor {
         cpu_set_t one;
         CPU_ZERO(&one);
         CPU_SET(::sched_getcpu(), &one);
-        vyzaduj(::sched_getaffinity(0, sizeof all_, &all_) == 0, "the processors are unknown");
-        vyzaduj(::sched_setaffinity(0, sizeof one, &one) == 0, "the processor cannot be kept");
+        require(::sched_getaffinity(0, sizeof all_, &all_) == 0, "the processors are unknown");
+        require(::sched_setaffinity(0, sizeof one, &one) == 0, "the processor cannot be kept");
     }
 
     ~OneProcessor() { ::sched_setaffinity(0, sizeof all_, &all_); }
@@ -209,7 +209,7 @@ TracedEnd runTraced(const std::function<std::function<bool()>()>& prepare, Syste
                     FaultTime time) {
     OneProcessor processor;
     auto child = ::fork();
-    vyzaduj(child >= 0, "no child");
+    require(child >= 0, "no child");
     if (child == 0) runChild(prepare, time);
     return Tracer(child, fault).run();
 }

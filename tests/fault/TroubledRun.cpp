@@ -23,7 +23,7 @@ void TroubledRun::cancel() {
 }
 
 void TroubledRun::askToEnd() {
-    if (runner_.ukoncit()) asked_ = true;
+    if (runner_.askToEnd()) asked_ = true;
 }
 
 bool TroubledRun::hasEnded() const {

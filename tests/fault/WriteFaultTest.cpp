@@ -17,8 +17,8 @@ TracedEnd writeWith(std::size_t call, const std::string& sentence) {
     auto work = [&] {
         return [&] {
             ManualExecutor executor;
-            SouboryBridge soubory(executor);
-            const auto written = executor.run(soubory.zapis("new", "x", {}, tree.allowed())).value();
+            SouboryBridge files(executor);
+            const auto written = executor.run(files.zapis("new", "x", {}, tree.allowed())).value();
             return !written && written.error().popis().czech() == sentence;
         };
     };

@@ -43,13 +43,13 @@ void ModelMac::stop() {
     wake();
     auto isOver = std::make_shared<bool>(false);
     executor_.start([](Companion* companion, std::shared_ptr<bool> over) -> Task<void> {
-        co_await companion->ukoncit();
+        co_await companion->shutDown();
         *over = true;
     }(companion_.get(), isOver));
     while (executor_.runUntilIdle() + runDisk() > 0) continue;
     agentEnds();
     while (executor_.runUntilIdle() + runDisk() > 0) continue;
-    vyzaduj(*isOver, "the companion does not come to its end");
+    require(*isOver, "the companion does not come to its end");
     features_.reset();
     companion_.reset();
 }

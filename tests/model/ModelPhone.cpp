@@ -74,7 +74,7 @@ void ModelPhone::stop() {
     if (!program_) return;
     program_->interruption.request_stop();
     executor_.runUntilIdle();
-    vyzaduj(program_->isOver, "the phone's program outlives its interruption");
+    require(program_->isOver, "the phone's program outlives its interruption");
 }
 
 /// The program still has to run to its end, since tasks must end, but it is disconnected, and everything it

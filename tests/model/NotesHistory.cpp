@@ -133,7 +133,7 @@ void NotesHistory::editOnMac() {
     // A failure can have two causes: if no note has the title, nothing changed; if the text was refused, the
     // title may have changed already.
     const auto* refused = changed ? nullptr : changed.error().as<NoteError>();
-    isUnsaved_ = !changed && (isUnsaved_ || !refused || refused->pripad == NoteError::missingData);
+    isUnsaved_ = !changed && (isUnsaved_ || !refused || refused->kind == NoteError::missingData);
     for (const auto& note : mac_->vsechny()) {
         if (!isUnsaved_ && (!changed || note.id != changed->id)) continue;
         macMade_[{note.id, note.revision}] = note;
@@ -183,7 +183,7 @@ void NotesHistory::tellPhone(MacPayload payload, std::string requestID, std::str
 }
 
 void NotesHistory::phoneHears(Inbox::Event event) {
-    vyzaduj(executor_.run(sync_->heard(std::move(event))), "the phone waits for something");
+    require(executor_.run(sync_->heard(std::move(event))), "the phone waits for something");
 }
 
 void NotesHistory::deliverToMac() {
@@ -211,7 +211,7 @@ void NotesHistory::deliverToMac() {
         isTaken = summaries_->prijmout(update->summary);
         if (isTaken) tellPhone({MacPayload::SummaryAck{update->summary.id, update->summary.revision}});
     }
-    vyzaduj(isTaken || brokenDisks_.contains(Side::mac), "a record was refused although it can be saved");
+    require(isTaken || brokenDisks_.contains(Side::mac), "a record was refused although it can be saved");
 }
 
 void NotesHistory::deliverToPhone() {
@@ -268,7 +268,7 @@ void NotesHistory::pairAnew() {
         removeMacArchive("notes-from-iphone.json");
         removeMacArchive("summaries-from-iphone.json");
     }
-    vyzaduj(phone_->forgetConfirmations().has_value(), "the phone cannot save");
+    require(phone_->forgetConfirmations().has_value(), "the phone cannot save");
 }
 
 void NotesHistory::removeMacArchive(const char* name) {

@@ -112,7 +112,7 @@ std::string TwoParties::difference() {
     if (!std::ranges::includes(kept, sent)) differing += told("summary of the phone", sent);
     const auto tasks = texts(phone_.tasks().items());
     for (const auto& ukol : mac_.features().agents.historie().polozky())
-        if (const auto text = encode(jakoWorkItem(ukol)); !tasks.contains(text))
+        if (const auto text = encode(asWorkItem(ukol)); !tasks.contains(text))
             differing += "task " + text + "\n";
     return differing;
 }
@@ -121,7 +121,7 @@ std::string TwoParties::unconfirmed() {
     std::string open;
     for (const auto& id : phone_.records().unconfirmed()) open += "unconfirmed " + id.text() + "\n";
     for (const auto& ukol : mac_.features().agents.historie().nedorucene())
-        open += "undelivered " + encode(jakoWorkItem(ukol)) + "\n";
+        open += "undelivered " + encode(asWorkItem(ukol)) + "\n";
     return open;
 }
 

@@ -114,7 +114,7 @@ void SoakRun::reconnect(std::size_t number) {
         pair_.cutMac();
     }
     const auto waited = pair_.connect();
-    vyzaduj(waited.has_value(), "the pair does not connect again");
+    require(waited.has_value(), "the pair does not connect again");
     passed_ += *waited;
 }
 

@@ -44,7 +44,7 @@ template <class T> T await(Executor& executor, Task<T> task) {
     auto future = promise->get_future();
     executor.post(
         [task = std::move(task), promise]() mutable { detail::driveAwait(std::move(task), promise); });
-    vyzaduj(future.wait_for(std::chrono::minutes(1)) == std::future_status::ready, "a task did not end");
+    require(future.wait_for(std::chrono::minutes(1)) == std::future_status::ready, "a task did not end");
     return future.get();
 }
 

@@ -17,7 +17,7 @@ namespace morvex {
 struct OwnExecutor {
     template <class T> T ended(Task<T> task) {
         auto result = executor.run(std::move(task));
-        vyzaduj(result.has_value(), "a store waits for something");
+        require(result.has_value(), "a store waits for something");
         return *std::move(result);
     }
 
@@ -43,7 +43,7 @@ class AwaitedNotes : private OwnExecutor, public PoznamkyStore {
 
     bool prijmout(MorvexNote note) {
         auto taken = PoznamkyStore::prijmout(std::move(note));
-        spechat();
+        hurry();
         return ended(std::move(taken));
     }
 };
@@ -56,7 +56,7 @@ class AwaitedSummaries : private OwnExecutor, public SouhrnyStore {
 
     bool prijmout(MorvexSummary summary) {
         auto taken = SouhrnyStore::prijmout(std::move(summary));
-        spechat();
+        hurry();
         return ended(std::move(taken));
     }
 

@@ -21,13 +21,13 @@ class BusService {
                                                        G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
         connection_.reset(
             g_dbus_connection_new_for_address_sync(bus.c_str(), flags, nullptr, nullptr, nullptr));
-        vyzaduj(connection_ != nullptr, "a test cannot reach its bus");
+        require(connection_ != nullptr, "a test cannot reach its bus");
         filter_ = g_dbus_connection_add_filter(connection_.get(), &BusService::pass, this, nullptr);
         GLibHandle<GVariant, g_variant_unref> owned(g_dbus_connection_call_sync(
             connection_.get(), "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
             "RequestName", g_variant_new("(su)", name, 0U), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
             nullptr));
-        vyzaduj(owned != nullptr, "a test cannot own a name on its bus");
+        require(owned != nullptr, "a test cannot own a name on its bus");
     }
 
     ~BusService() {

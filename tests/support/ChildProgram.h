@@ -32,7 +32,7 @@ class ChildProgram {
         for (auto& word : command) arguments.push_back(word.data());
         arguments.push_back(nullptr);
         pid_ = ::fork();
-        vyzaduj(pid_ >= 0, "a test cannot start a program");
+        require(pid_ >= 0, "a test cannot start a program");
         if (pid_ == 0) {
             ::prctl(PR_SET_PDEATHSIG, SIGKILL);
             ::dup2(inputReader.get(), STDIN_FILENO);
@@ -42,7 +42,7 @@ class ChildProgram {
             ::perror(arguments[0]);
             ::_exit(127);
         }
-        vyzaduj(::write(inputWriter.get(), input.data(), input.size()) == std::ssize(input),
+        require(::write(inputWriter.get(), input.data(), input.size()) == std::ssize(input),
                 "a test cannot write to its program");
         output_ = std::move(outputReader);
     }
@@ -69,7 +69,7 @@ class ChildProgram {
   private:
     static std::pair<FileDescriptor, FileDescriptor> makePipe() {
         std::array<int, 2> ends{};
-        vyzaduj(::pipe2(ends.data(), O_CLOEXEC) == 0, "a test cannot make a pipe");
+        require(::pipe2(ends.data(), O_CLOEXEC) == 0, "a test cannot make a pipe");
         return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
     }
 

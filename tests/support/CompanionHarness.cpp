@@ -62,7 +62,7 @@ void CompanionHarness::logInBeforeThePhone() {
 
 void CompanionHarness::end() {
     TaskScope ending(executor);
-    ending.spawn(companion->ukoncit());
+    ending.spawn(companion->shutDown());
     while (executor.runUntilIdle() + workers->runUntilIdle() + records->runUntilIdle() > 0) continue;
     EXPECT_EQ(ending.live(), 0);
     features.reset();

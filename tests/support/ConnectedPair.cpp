@@ -28,7 +28,7 @@ PairStore storeOf(const DeviceIdentity& mac, const DeviceIdentity& phone) {
     auto store = PairStore::open(":memory:").value();
     const Member creator{mac.deviceID(), mac.signingKey(), DeviceRole::mac};
     const Member second{phone.deviceID(), phone.signingKey(), DeviceRole::phone};
-    vyzaduj(store.create(pair, creator, {}, dateFromSeconds(4'000'000'000)) && store.join(pair, second),
+    require(store.create(pair, creator, {}, dateFromSeconds(4'000'000'000)) && store.join(pair, second),
             "the pair cannot be kept");
     return store;
 }
@@ -41,7 +41,7 @@ ConnectedPair::ConnectedPair()
     startRelay("0");
     mac_.emplace(macIdentity_, remembered(*phoneIdentity_, DeviceRole::phone, relay_->address()), home());
     phone_.emplace(phoneIdentity_, remembered(*macIdentity_, DeviceRole::mac, relay_->address()));
-    vyzaduj(connect().has_value(), "the pair does not connect");
+    require(connect().has_value(), "the pair does not connect");
 }
 
 void ConnectedPair::startRelay(const std::string& port) {
@@ -49,7 +49,7 @@ void ConnectedPair::startRelay(const std::string& port) {
     options.port = port;
     auto relay =
         RelayServer::create(options, {}, storeOf(*macIdentity_, *phoneIdentity_), [](std::string_view) {});
-    vyzaduj(relay.has_value(), "the relay does not start");
+    require(relay.has_value(), "the relay does not start");
     relay_ = *std::move(relay);
     relayThread_ = std::thread([this] { relay_->run(); });
 }

@@ -23,7 +23,7 @@ class PrivateBus {
                                      "--print-address"},
             ChildProgram::Environment{});
         address_ = daemon_->readLine();
-        vyzaduj(!address_.empty(), "dbus-daemon does not start");
+        require(!address_.empty(), "dbus-daemon does not start");
     }
 
     [[nodiscard]] const std::string& address() const { return address_; }

@@ -35,7 +35,7 @@ Program::Program(const std::string& name, const std::vector<std::string>& argume
     : name_(name) {
     std::array<int, 2> in{};
     std::array<int, 2> out{};
-    vyzaduj(::pipe2(in.data(), O_CLOEXEC) == 0 && ::pipe2(out.data(), O_CLOEXEC) == 0, "no pipes");
+    require(::pipe2(in.data(), O_CLOEXEC) == 0 && ::pipe2(out.data(), O_CLOEXEC) == 0, "no pipes");
 
     std::vector<std::string> words{std::string(MORVEX_BIN_DIR) + "/" + name};
     words.insert(words.end(), arguments.begin(), arguments.end());
@@ -50,7 +50,7 @@ Program::Program(const std::string& name, const std::vector<std::string>& argume
     auto failure = ::posix_spawn(&process_, words[0].c_str(), &actions, nullptr, pointers(words).data(),
                                  pointers(variables).data());
     posix_spawn_file_actions_destroy(&actions);
-    vyzaduj(failure == 0, "a program cannot be started");
+    require(failure == 0, "a program cannot be started");
     ::close(in[0]);
     ::close(out[1]);
     input_ = in[1];
@@ -76,7 +76,7 @@ std::string Program::waitForNextLine(const std::string& text) {
 
 void Program::type(const std::string& line) const {
     auto text = line + "\n";
-    vyzaduj(::write(input_, text.data(), text.size()) == static_cast<ssize_t>(text.size()),
+    require(::write(input_, text.data(), text.size()) == static_cast<ssize_t>(text.size()),
             "the input is closed");
 }
 
@@ -125,14 +125,14 @@ void Program::waitForHandler(int number) const {
             if (name == "SigCgt:" && (std::stoull(value, nullptr, 16) >> (number - 1)) & 1U) return;
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
-    vyzaduj(false, "a program does not take a signal over");
+    require(false, "a program does not take a signal over");
 }
 
 Program::Stepped Program::endBySignals(int first, int second, std::size_t distance) {
     constexpr int systemCall = SIGTRAP | 0x80;
     const auto send = [this](int number) { ::syscall(SYS_tgkill, process_, process_, number); };
     int status = 0;
-    vyzaduj(::ptrace(PTRACE_SEIZE, process_, nullptr, PTRACE_O_TRACESYSGOOD) == 0 &&
+    require(::ptrace(PTRACE_SEIZE, process_, nullptr, PTRACE_O_TRACESYSGOOD) == 0 &&
                 ::ptrace(PTRACE_INTERRUPT, process_, nullptr, nullptr) == 0 &&
                 ::waitpid(process_, &status, __WALL) == process_,
             "a program cannot be traced");
@@ -185,7 +185,7 @@ std::string Program::waitFor(const std::string& text, std::size_t& from) {
     std::string line;
     if (!changed_.wait_for(lock, patience, [&] { return findLine(text, from, line); })) {
         std::cerr << name_ << " never printed \"" << text << "\" but:\n" << output_;
-        vyzaduj(false, "a program did not print what was waited for");
+        require(false, "a program did not print what was waited for");
     }
     return line;
 }

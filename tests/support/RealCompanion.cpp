@@ -42,7 +42,7 @@ void RealCompanion::start(const std::string& relayAddress) {
 }
 
 RealCompanion::~RealCompanion() {
-    await(main_, companion_->ukoncit());
+    await(main_, companion_->shutDown());
     on([this] {
         features_.reset();
         companion_.reset();

@@ -50,7 +50,7 @@ class RealCompanion {
     template <class Condition> void until(Condition condition) {
         auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
         while (!on(condition)) {
-            vyzaduj(std::chrono::steady_clock::now() < deadline, "the companion did not get there");
+            require(std::chrono::steady_clock::now() < deadline, "the companion did not get there");
             std::this_thread::yield();
         }
     }

@@ -47,7 +47,7 @@ void ScriptedDevice::exchangeHellos() {
                                          {pair, identity.deviceID(), other_->deviceID, role_})
                        .value();
     }
-    vyzaduj(channel_.has_value(), "the other device sent no hello");
+    require(channel_.has_value(), "the other device sent no hello");
     deliver({RelayMessage::Forward{keyExchange(pair, identity.deviceID(), other_->deviceID, "session",
                                                toBytes(encode(mine)), clock_.now(), random_.uuid())}});
 }

@@ -12,7 +12,7 @@ class TemporaryFolder {
   public:
     TemporaryFolder() {
         auto pattern = (std::filesystem::temp_directory_path() / "morvex-test-XXXXXX").string();
-        vyzaduj(::mkdtemp(pattern.data()) != nullptr, "no temporary folder");
+        require(::mkdtemp(pattern.data()) != nullptr, "no temporary folder");
         path_ = std::filesystem::canonical(pattern);
     }
 

@@ -12,7 +12,7 @@ namespace morvex {
 namespace {
 
 void check(bool condition) {
-    vyzaduj(condition, "OpenSSL made no certificate");
+    require(condition, "OpenSSL made no certificate");
 }
 
 template <class Write> std::string pem(Write write) {

@@ -21,7 +21,7 @@ std::string hex(ByteView bytes) {
 }
 
 RawKey key32(ByteView bytes) {
-    vyzaduj(bytes.size() == keySize, "the test gives 32 bytes");
+    require(bytes.size() == keySize, "the test gives 32 bytes");
     RawKey key;
     std::ranges::copy(bytes, key.begin());
     return key;

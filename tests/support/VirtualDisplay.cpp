@@ -16,7 +16,7 @@ namespace morvex {
 namespace {
 
 template <class Reply> auto held(Reply* reply) {
-    vyzaduj(reply != nullptr, "the display does not answer");
+    require(reply != nullptr, "the display does not answer");
     return XcbOwned<Reply>(reply);
 }
 
@@ -34,7 +34,7 @@ VirtualDisplay::VirtualDisplay() {
                                        ChildProgram::Environment{});
     name_ = ":" + server_->readLine();
     connection_ = xcb_connect(name_.c_str(), nullptr);
-    vyzaduj(xcb_connection_has_error(connection_) == 0, "Xvfb does not start");
+    require(xcb_connection_has_error(connection_) == 0, "Xvfb does not start");
     screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
 }
 
@@ -166,7 +166,7 @@ VirtualDisplay::Key VirtualDisplay::find(xcb_keysym_t symbol) {
         for (std::size_t row = 0; row < count; ++row)
             if (symbols[row * columns + column] == symbol)
                 return {static_cast<xcb_keycode_t>(setup->min_keycode + row), column == 1};
-    vyzaduj(false, "the keyboard has no such key");
+    require(false, "the keyboard has no such key");
     return {};
 }
 

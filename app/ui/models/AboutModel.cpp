@@ -9,20 +9,20 @@ namespace morvex {
 
 AboutModel::AboutModel(CompanionState& state, QString appVersion, Clipboard& clipboard)
     : state_(state), appVersion_(std::move(appVersion)), clipboard_(clipboard) {
-    watch(state_.identifikator);
-    watch(state_.potizNastaveni);
+    watch(state_.identifier);
+    watch(state_.settingsTrouble);
 }
 
 QString AboutModel::identifier() const {
-    return QString::fromStdString(state_.identifikator.value());
+    return QString::fromStdString(state_.identifier.value());
 }
 
 void AboutModel::copyIdentifier() {
-    clipboard_.setText(state_.identifikator.value());
+    clipboard_.setText(state_.identifier.value());
 }
 
 QString AboutModel::trouble() const {
-    return localized(state_.potizNastaveni.value().value_or(Sentence()));
+    return localized(state_.settingsTrouble.value().value_or(Sentence()));
 }
 
 QString AboutModel::protocolVersion() const {

@@ -89,7 +89,7 @@ void AgentTasksModel::resume(const QString& id) {
 }
 
 void AgentTasksModel::stop(const QString& id) {
-    if (const auto* ukol = find(id)) agents_.zastavitUkol(ukol->workItemID);
+    if (const auto* ukol = find(id)) agents_.stopTask(ukol->workItemID);
 }
 
 void AgentTasksModel::clear() {

@@ -40,7 +40,7 @@ QVariantMap newsRow(const SeenTool& tool) {
 CustomAppsModel::CustomAppsModel(MacCustomAppsService& service, CompanionState& state, TaskScope& scope)
     : service_(service),
       scope_(scope),
-      trouble_(state.potizNastaveni, [this] { refresh(); }),
+      trouble_(state.settingsTrouble, [this] { refresh(); }),
       rows_(*this, [this] { return readRows(); }) {
     follow(service_.onRowsChange([this] { refresh(); }));
 }

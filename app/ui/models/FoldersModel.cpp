@@ -9,9 +9,9 @@ namespace morvex {
 
 FoldersModel::FoldersModel(Slozky& slozky, CompanionState& state, TaskScope& scope)
     : slozky_(slozky), state_(state), scope_(scope), rows_(*this, [this] { return readRows(); }) {
-    watch(state_.potizNastaveni);
+    watch(state_.settingsTrouble);
     follow(slozky_.priZmene([this] { refresh(); }));
-    follow(slozky_.priOtazce([this] { Q_EMIT asking(); }));
+    follow(slozky_.onQuestion([this] { Q_EMIT asking(); }));
 }
 
 QVariantList FoldersModel::readRows() const {
@@ -34,19 +34,19 @@ bool FoldersModel::anyNeedsRenewal() const {
 
 QString FoldersModel::trouble() const {
     QStringList troubles;
-    for (const auto& potiz : {slozky_.chybaOpravneni(), state_.potizNastaveni.value()})
+    for (const auto& potiz : {slozky_.chybaOpravneni(), state_.settingsTrouble.value()})
         if (potiz) troubles << localized(*potiz);
     return troubles.join(QChar(u'\n'));
 }
 
 QString FoldersModel::askedPath() const {
-    const auto& otazka = slozky_.otazka();
-    return otazka ? QFile::decodeName(otazka->slozka.c_str()) : QString();
+    const auto& question = slozky_.question();
+    return question ? QFile::decodeName(question->slozka.c_str()) : QString();
 }
 
 QString FoldersModel::warning() const {
-    const auto& otazka = slozky_.otazka();
-    return otazka ? localized(otazka->popis()) : QString();
+    const auto& question = slozky_.question();
+    return question ? localized(question->popis()) : QString();
 }
 
 void FoldersModel::add() {
@@ -54,11 +54,11 @@ void FoldersModel::add() {
 }
 
 void FoldersModel::allowAsked() {
-    slozky_.odpovedet(Slozky::Odpoved::ano);
+    slozky_.answerQuestion(Slozky::Odpoved::yes);
 }
 
 void FoldersModel::refuseAsked() {
-    slozky_.odpovedet(Slozky::Odpoved::ne);
+    slozky_.answerQuestion(Slozky::Odpoved::no);
 }
 
 void FoldersModel::remove(const QString& path) {

@@ -35,13 +35,13 @@ bool IntegrationRow::on() const {
 
 void IntegrationRow::setOn(bool on) {
     if (on) return scope_.spawn(turnOn(&settings_, description_.integration, this));
-    settings_.vypnout(description_.integration);
+    settings_.turnOff(description_.integration);
     end({});
 }
 
 Task<void> IntegrationRow::turnOn(MacIntegrationSettings* settings, Integration integration,
                                   QPointer<IntegrationRow> row) {
-    const auto result = co_await settings->zapnout(integration);
+    const auto result = co_await settings->turnOn(integration);
     if (row) row->end(result);
 }
 

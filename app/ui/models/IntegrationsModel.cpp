@@ -20,11 +20,11 @@ IntegrationsModel::IntegrationsModel(Companion& companion, Features& features, T
     : companion_(companion),
       features_(features),
       scope_(scope),
-      trouble_(companion.stav().potizNastaveni, [this] { refresh(); }) {
+      trouble_(companion.stav().settingsTrouble, [this] { refresh(); }) {
     addPersonalData();
     addMacTools();
     addCustomApps();
-    watch(companion_.stav().zjistovani);
+    watch(companion_.stav().detectionsUnderWay);
 }
 
 void IntegrationsModel::refreshRows() {
@@ -32,7 +32,7 @@ void IntegrationsModel::refreshRows() {
 }
 
 bool IntegrationsModel::detecting() const {
-    return companion_.stav().zjistovani > 0;
+    return companion_.stav().detectionsUnderWay > 0;
 }
 
 void IntegrationsModel::detectAgain() {
@@ -107,10 +107,10 @@ void IntegrationsModel::addMacTools() {
 
 void IntegrationsModel::addAgent(Integration integration, Sentence name, QProperty<AgentStatus>& status) {
     auto isKnown = [this, &status] {
-        return !detecting() && status.value().problem != Sentence(AgentsFeature::Stav::jesteNevim);
+        return !detecting() && status.value().problem != Sentence(AgentsFeature::Stav::notKnownYet);
     };
     auto detail = [isKnown, &status]() -> Sentence {
-        if (!isKnown()) return AgentsFeature::Stav::jesteNevim;
+        if (!isKnown()) return AgentsFeature::Stav::notKnownYet;
         if (status.value().installed) return "Nainstalováno"_sentence;
         return "Nenainstalováno"_sentence;
     };
@@ -121,7 +121,7 @@ void IntegrationsModel::addAgent(Integration integration, Sentence name, QProper
         add(macTools_,
             {.integration = integration, .name = std::move(name), .detail = detail, .problem = problem});
     row.follow(status);
-    row.follow(companion_.stav().zjistovani);
+    row.follow(companion_.stav().detectionsUnderWay);
 }
 
 IntegrationRow& IntegrationsModel::add(QList<QObject*>& group, IntegrationRow::Description description) {

@@ -12,21 +12,21 @@ LinkModel::LinkModel(Companion& companion, Clock& clock, TaskScope& scope)
     watch(state_.relayAdresa);
     watch(state_.protejsek);
     watch(state_.potiz);
-    watch(state_.potizTrezoru);
-    watch(state_.klice);
-    watch(state_.kliceJsouVSouborech);
-    watch(state_.dalsiPokus);
-    attemptNotifier_ = state_.dalsiPokus.addNotifier([this] { countSeconds(); });
+    watch(state_.vaultTrouble);
+    watch(state_.keys);
+    watch(state_.areKeysInFiles);
+    watch(state_.nextAttempt);
+    attemptNotifier_ = state_.nextAttempt.addNotifier([this] { countSeconds(); });
     sleepNotifier_ = state_.dostupnost.addNotifier([this] { countMinutes(); });
 }
 
 QString LinkModel::availability() const {
-    return localized(state_.popisSpojeni(clock_.now()));
+    return localized(state_.linkText(clock_.now()));
 }
 
 QString LinkModel::symbol() const {
-    return pictureName(state_.nacitajiSeKlice() ? AvailabilitySymbol::connecting
-                                                : availabilitySymbol(state_.dostupnost));
+    return pictureName(state_.areKeysLoading() ? AvailabilitySymbol::connecting
+                                               : availabilitySymbol(state_.dostupnost));
 }
 
 bool LinkModel::usable() const {
@@ -34,8 +34,7 @@ bool LinkModel::usable() const {
 }
 
 bool LinkModel::needsAttention() const {
-    return !state_.nacitajiSeKlice() &&
-           availabilitySymbol(state_.dostupnost) == AvailabilitySymbol::attention;
+    return !state_.areKeysLoading() && availabilitySymbol(state_.dostupnost) == AvailabilitySymbol::attention;
 }
 
 QString LinkModel::relay() const {
@@ -45,22 +44,22 @@ QString LinkModel::relay() const {
 
 QString LinkModel::nextAttempt() const {
     const auto left = untilNextAttempt();
-    return left > Clock::Duration::zero() ? localized(popisDalsihoPokusu(left)) : QString();
+    return left > Clock::Duration::zero() ? localized(nextAttemptText(left)) : QString();
 }
 
 void LinkModel::tryNow() {
-    companion_.zkusitHned();
+    companion_.connectNow();
 }
 
 QString LinkModel::placeOfKeys() const {
-    return state_.kliceJsouVSouborech.value() ? localized(kliceVSouborech) : QString();
+    return state_.areKeysInFiles.value() ? localized(keysInFiles) : QString();
 }
 
 QString LinkModel::trouble() const {
     QStringList troubles;
-    if (const auto& potiz = state_.potizTrezoru.value()) troubles << localized(*potiz);
+    if (const auto& potiz = state_.vaultTrouble.value()) troubles << localized(*potiz);
     // The pairing card reports problems with the keys, together with what can be done.
-    const bool isOfTheKeys = state_.klice.value().pripad == StavKlicu::Pripad::nejsou;
+    const bool isOfTheKeys = state_.keys.value().kind == KeysState::Case::missing;
     if (const auto& potiz = state_.potiz.value(); potiz && !isOfTheKeys) troubles << localized(*potiz);
     return troubles.join(QChar(u'\n'));
 }
@@ -80,7 +79,7 @@ Task<void> LinkModel::refreshEachMinute() {
 }
 
 Clock::Duration LinkModel::untilNextAttempt() const {
-    const auto& when = state_.dalsiPokus.value();
+    const auto& when = state_.nextAttempt.value();
     return when ? *when - clock_.sinceBoot() : Clock::Duration::zero();
 }
 

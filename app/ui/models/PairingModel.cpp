@@ -10,17 +10,17 @@ namespace morvex {
 PairingModel::PairingModel(Companion& companion, Services services)
     : companion_(companion), services_(services) {
     auto& state = companion_.stav();
-    watch(state.klice);
+    watch(state.keys);
     watch(state.parovani);
     watch(state.protejsek);
-    watch(state.telefonOdesel);
+    watch(state.phoneHasLeft);
     watch(state.relayAdresa);
     codeNotifier_ = state.parovani.addNotifier([this] { watchExpiry(); });
 }
 
 PairingModel::Situation PairingModel::situation() const {
-    if (companion_.stav().nacitajiSeKlice()) return Situation::LoadingKeys;
-    if (companion_.stav().klice.value().pripad == StavKlicu::Pripad::nejsou) return Situation::NoKeys;
+    if (companion_.stav().areKeysLoading()) return Situation::LoadingKeys;
+    if (companion_.stav().keys.value().kind == KeysState::Case::missing) return Situation::NoKeys;
     const auto& pairing = companion_.stav().parovani.value();
     if (pairing.as<StavParovani::Zakladam>()) return Situation::Creating;
     if (pairing.as<StavParovani::CekamNaTelefon>()) return Situation::ShowingCode;
@@ -30,8 +30,8 @@ PairingModel::Situation PairingModel::situation() const {
 }
 
 QString PairingModel::keys() const {
-    return localized(companion_.stav().nacitajiSeKlice() ? Sentence(odemkniKlicenku)
-                                                         : companion_.stav().klice.value().duvod);
+    return localized(companion_.stav().areKeysLoading() ? Sentence(unlockKeychain)
+                                                        : companion_.stav().keys.value().duvod);
 }
 
 bool PairingModel::hasPhone() const {
@@ -69,7 +69,7 @@ QString PairingModel::number() const {
 }
 
 QString PairingModel::phoneLeft() const {
-    return companion_.stav().telefonOdesel.value() ? localized(telefonMezitimOdesel) : QString();
+    return companion_.stav().phoneHasLeft.value() ? localized(phoneLeftMeanwhile) : QString();
 }
 
 QString PairingModel::failure() const {
@@ -82,7 +82,7 @@ QString PairingModel::relayAddress() const {
 }
 
 void PairingModel::setRelayAddress(const QString& address) {
-    const auto chosen = companion_.zvolitRelay(address.toStdString());
+    const auto chosen = companion_.chooseRelay(address.toStdString());
     relayProblem_ = chosen ? Sentence() : chosen.error().popis();
     refresh();
 }
@@ -97,7 +97,7 @@ bool PairingModel::relayIsLocal() const {
 }
 
 void PairingModel::loadKeys() {
-    companion_.zkusitZnovu();
+    companion_.tryAgain();
 }
 
 void PairingModel::start() {

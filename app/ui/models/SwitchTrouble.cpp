@@ -14,7 +14,7 @@ SwitchTrouble::SwitchTrouble(QProperty<std::optional<Sentence>>& settings, std::
       })) {}
 
 void SwitchTrouble::note(const Result<void>& result) {
-    refusal_ = result ? Sentence() : neulozenoKvuli(result.error());
+    refusal_ = result ? Sentence() : notSavedBecause(result.error());
     changed_();
 }
 

@@ -6,12 +6,12 @@ namespace morvex {
 
 WakefulnessModel::WakefulnessModel(Bdelost& bdelost, CompanionState& settings)
     : bdelost_(bdelost), state_(settings) {
-    watch(state_.potizNastaveni);
+    watch(state_.settingsTrouble);
     auto& state = bdelost_.stav();
     for (auto* property : {&state.spoustetPoPrihlaseni, &state.drzetVzhuru, &state.naNapajeni, &state.spi})
         watch(*property);
     watch(state.potiz);
-    watch(state.potizDrzeni);
+    watch(state.keepAwakeTrouble);
 }
 
 bool WakefulnessModel::startsAtLogin() const {
@@ -41,11 +41,11 @@ QString WakefulnessModel::loginTrouble() const {
 }
 
 QString WakefulnessModel::wakeTrouble() const {
-    return localized(bdelost_.stav().potizDrzeni.value().value_or(Sentence()));
+    return localized(bdelost_.stav().keepAwakeTrouble.value().value_or(Sentence()));
 }
 
 QString WakefulnessModel::trouble() const {
-    return localized(state_.potizNastaveni.value().value_or(Sentence()));
+    return localized(state_.settingsTrouble.value().value_or(Sentence()));
 }
 
 } // namespace morvex

@@ -13,7 +13,7 @@ Karta {
     RadekStavu {
         nazev: qsTr("Telefon")
         hodnota: view.model.availability
-        obrazek: `image://glyph/availability/${view.model.symbol}/${Vzhled.hex(view.model.needsAttention ? Vzhled.attention : Vzhled.accent)}`
+        pictureSource: `image://glyph/availability/${view.model.symbol}/${Vzhled.hex(view.model.needsAttention ? Vzhled.attention : Vzhled.accent)}`
         barva: view.model.needsAttention ? Vzhled.attention : view.model.usable ? Vzhled.accent : Vzhled.text
     }
 

@@ -8,7 +8,7 @@ RowLayout {
     property string nazev
     property string hodnota
     property color barva: Vzhled.text
-    property alias obrazek: picture.source
+    property alias pictureSource: picture.source
 
     Layout.fillWidth: true
     spacing: Vzhled.gap

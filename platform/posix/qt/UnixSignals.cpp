@@ -27,7 +27,7 @@ void note(int) {
 
 UnixSignals::UnixSignals(std::function<void()> onSignal) : onSignal_(std::move(onSignal)) {
     std::array<int, 2> ends{};
-    vyzaduj(::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) == 0, "no pipe for signals");
+    require(::pipe2(ends.data(), O_CLOEXEC | O_NONBLOCK) == 0, "no pipe for signals");
     readEnd_ = ends[0];
     writeEnd = ends[1];
     notifier_ = std::make_unique<QSocketNotifier>(readEnd_, QSocketNotifier::Read);
@@ -41,7 +41,7 @@ UnixSignals::UnixSignals(std::function<void()> onSignal) : onSignal_(std::move(o
         struct sigaction action{};
         action.sa_handler = note;
         action.sa_flags = SA_RESTART;
-        vyzaduj(::sigaction(signal, &action, nullptr) == 0, "a signal cannot be taken over");
+        require(::sigaction(signal, &action, nullptr) == 0, "a signal cannot be taken over");
     }
 }
 

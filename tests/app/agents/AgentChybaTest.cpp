@@ -12,7 +12,7 @@ TEST(AgentChyba, HasASentenceForEachCase) {
     EXPECT_EQ(Chyba{Chyba::NeznamyNastroj{"vim"}}.popis().czech(), "Nástroj vim neznám.");
     EXPECT_EQ(Chyba{Chyba::Nenainstalovano{Sentence("Jak to je.")}}.popis().czech(), "Jak to je.");
     EXPECT_EQ(Chyba{Chyba::SlozkaNeexistuje{"/a"}}.popis().czech(), "Složka /a neexistuje.");
-    EXPECT_EQ(Chyba{Chyba::SlozkaUzNeniPovolena{"/a"}}.popis().czech(), "Složka /a už není povolená.");
+    EXPECT_EQ(Chyba{Chyba::FolderNoLongerAllowed{"/a"}}.popis().czech(), "Složka /a už není povolená.");
     EXPECT_EQ(Chyba{Chyba::PrazdnaInstrukce{}}.popis().czech(), "Prázdné zadání.");
 }
 

@@ -45,8 +45,8 @@ class AgentDetectionTest : public AgentFixture {
     }
 
     Adaptery adapters{{"rare", std::make_shared<RareAgent>()},
-                      {"codex", znameAdaptery().at("codex")},
-                      {"claude-code", znameAdaptery().at("claude-code")}};
+                      {"codex", knownAdapters().at("codex")},
+                      {"claude-code", knownAdapters().at("claude-code")}};
     AgentRunner runner{{programs, clock, discovery, executor, executor}, stop.get_token(), adapters};
     std::optional<AgentStatus> status;
 };

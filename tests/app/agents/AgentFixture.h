@@ -33,7 +33,7 @@ class RareAgent final : public AgentAdapter {
 
     [[nodiscard]] std::optional<ZpravaAgenta> precti(std::string_view) const override { return {}; }
 
-    [[nodiscard]] bool jeRelacePryc(std::string_view) const override { return false; }
+    [[nodiscard]] bool isSessionGone(std::string_view) const override { return false; }
 };
 
 /// Agents that are found on the disk and played by the test.

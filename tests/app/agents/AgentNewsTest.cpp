@@ -49,13 +49,13 @@ TEST_F(AgentNewsTest, ALinkThatTakesNothingHoldsOneSendAndTheNewest) {
 }
 
 TEST_F(AgentNewsTest, WaitsUntilAllIsSent) {
-    EXPECT_TRUE(executor.run(news.odeslano())) << "nothing is on its way";
+    EXPECT_TRUE(executor.run(news.allSent())) << "nothing is on its way";
     reports.isHeld = true;
     progress(1);
     progress(2);
     auto isSent = std::make_shared<bool>(false);
     executor.start([](AgentNews* news, std::shared_ptr<bool> isSent) -> Task<void> {
-        co_await news->odeslano();
+        co_await news->allSent();
         *isSent = true;
     }(&news, isSent));
     executor.runUntilIdle();
@@ -69,7 +69,7 @@ TEST_F(AgentNewsTest, WaitsUntilAllIsSent) {
 TEST_F(AgentNewsTest, NothingIsBegunAfterTheStop) {
     scope.stop();
     progress(1);
-    EXPECT_TRUE(executor.run(news.odeslano()));
+    EXPECT_TRUE(executor.run(news.allSent()));
     EXPECT_TRUE(reports.sent.empty());
 }
 

@@ -15,12 +15,12 @@ namespace morvex {
 /// A runner whose agents the test plays.
 class AgentRunnerFixture : public AgentFixture {
   protected:
-    using Zadani = AgentRunner::Zadani;
+    using Assignment = AgentRunner::Assignment;
     using Vysledek = AgentRunner::Vysledek;
     using Outcome = std::shared_ptr<std::optional<Result<Vysledek>>>;
 
-    [[nodiscard]] Zadani task(const std::string& tool = "codex",
-                              std::optional<std::string> session = {}) const {
+    [[nodiscard]] Assignment task(const std::string& tool = "codex",
+                                  std::optional<std::string> session = {}) const {
         return {.requestID = "r1",
                 .workItemID = {},
                 .nastroj = tool,
@@ -30,18 +30,18 @@ class AgentRunnerFixture : public AgentFixture {
     }
 
     /// Starts a task and goes as far as it gets.
-    Outcome begin(Zadani zadani) {
-        auto outcome = start(std::move(zadani));
+    Outcome begin(Assignment assignment) {
+        auto outcome = start(std::move(assignment));
         executor.runUntilIdle();
         return outcome;
     }
 
     /// Starts it with the next run of the executor.
-    Outcome start(Zadani zadani) {
+    Outcome start(Assignment assignment) {
         auto outcome = std::make_shared<std::optional<Result<Vysledek>>>();
-        PosluchacAgenta posluchac{[this](std::string text) { heard.push_back(std::move(text)); },
-                                  [this](std::string id) { sessions.push_back(std::move(id)); }};
-        executor.start(store(runner.spust(std::move(zadani), std::move(posluchac)), outcome));
+        AgentListener posluchac{[this](std::string text) { heard.push_back(std::move(text)); },
+                                [this](std::string id) { sessions.push_back(std::move(id)); }};
+        executor.start(store(runner.spust(std::move(assignment), std::move(posluchac)), outcome));
         return outcome;
     }
 
@@ -80,7 +80,7 @@ class AgentRunnerFixture : public AgentFixture {
     std::vector<std::string> heard;
     std::vector<std::string> sessions;
     Adaptery adapters = [] {
-        auto all = znameAdaptery();
+        auto all = knownAdapters();
         all.emplace("rare", std::make_shared<RareAgent>());
         return all;
     }();

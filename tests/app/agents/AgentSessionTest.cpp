@@ -25,7 +25,7 @@ class AgentSessionTest : public AgentRunnerFixture {
 
     const std::vector<std::string> noIds{"--dangerous", "-", "", "a\nb", std::string(513, 'x')};
 
-    void remember(const std::string& id, const Zadani& given) {
+    void remember(const std::string& id, const Assignment& given) {
         begin(given);
         say(R"({"type":"thread.started","thread_id":")" + id + "\"}");
         finish();
@@ -35,7 +35,7 @@ class AgentSessionTest : public AgentRunnerFixture {
 TEST_F(AgentSessionTest, AWishToStopTouchesNoRunningAgentAndLetsNoSecondOneStart) {
     std::stop_source wish;
     auto given = task("codex", "t0");
-    given.zastaveni = wish.get_token();
+    given.cancellation = wish.get_token();
     auto outcome = begin(std::move(given));
     const auto before = launches();
     wish.request_stop();
@@ -48,7 +48,7 @@ TEST_F(AgentSessionTest, AWishToStopTouchesNoRunningAgentAndLetsNoSecondOneStart
 TEST_F(AgentSessionTest, AFolderThatWasRemovedMeanwhileIsNotWorkedInAgain) {
     bool isAllowed = true;
     auto given = task("codex", "t0");
-    given.jePovolena = [&] { return isAllowed; };
+    given.isAllowed = [&] { return isAllowed; };
     auto outcome = begin(std::move(given));
     const auto before = launches();
     isAllowed = false;

@@ -1,5 +1,5 @@
 #include "app/agents/AgentTools.h"
-#include "app/execution/PovoleneSlozky.h"
+#include "app/execution/AllowedFolders.h"
 #include "platform/memory/FixedFolders.h"
 #include "platform/memory/ImmediateExecutor.h"
 #include "platform/memory/ScriptedRandom.h"
@@ -55,9 +55,9 @@ class AgentToolRowsTest : public AgentRunnerFixture {
     AgentTools tools{runner,
                      *historie,
                      reports,
-                     {[this] { return PovoleneSlozky(folders, standard).aliasy(); },
+                     {[this] { return AllowedFolders(folders, standard).aliasy(); },
                       [this](const std::optional<std::string>& alias) {
-                          return PovoleneSlozky(folders, standard).slozkaProAlias(alias);
+                          return AllowedFolders(folders, standard).slozkaProAlias(alias);
                       },
                       [](const std::string&) { return true; }},
                      scope};
@@ -86,7 +86,7 @@ TEST_F(AgentToolRowsTest, ProgressGoesOutBeforeTheEndOfTheTaskHoweverSlowTheLink
     finish();
     EXPECT_EQ(ukol().stav, UkolAgenta::Stav::hotovo) << "the end is recorded at once";
     EXPECT_THAT(reports.sent, ElementsAre("progress r1: Spouštím: 0"));
-    EXPECT_TRUE(tools.uloha());
+    EXPECT_TRUE(tools.currentTask());
     EXPECT_FALSE(call("mac.codex.run", {{"instruction", "Další"}}).ok) << "busy until the phone was told";
 
     reports.release();
@@ -95,14 +95,16 @@ TEST_F(AgentToolRowsTest, ProgressGoesOutBeforeTheEndOfTheTaskHoweverSlowTheLink
     ASSERT_EQ(sent.size(), 2 * (1 + AgentNews::mostWaiting) + 2);
     EXPECT_THAT((std::vector(sent.end() - 4, sent.end())),
                 ElementsAre("progress r1: Spouštím: 999", "status", "task completed 2", "status"));
-    EXPECT_FALSE(tools.uloha());
+    EXPECT_FALSE(tools.currentTask());
     acceptRun();
     finish();
 }
 
 TEST_F(AgentToolRowsTest, TheLastStatusOfATaskIsOfAComputerThatIsFree) {
     std::vector<std::pair<std::string, bool>> busy;
-    reports.whenSent = [&](const std::string& word) { busy.emplace_back(word, tools.uloha().has_value()); };
+    reports.whenSent = [&](const std::string& word) {
+        busy.emplace_back(word, tools.currentTask().has_value());
+    };
     acceptRun();
     finish();
     EXPECT_THAT(busy, ElementsAre(std::pair{"task in_progress 1", true}, std::pair{"status", true},
@@ -174,7 +176,7 @@ TEST_F(AgentToolRowsTest, AStopAfterTheRecordedEndStopsNothing) {
     acceptRun();
     reports.isHeld = true;
     finish();
-    EXPECT_TRUE(tools.uloha()) << "the phone is still being told";
+    EXPECT_TRUE(tools.currentTask()) << "the phone is still being told";
     EXPECT_FALSE(tools.zastavit(ukol().workItemID));
 }
 
@@ -241,7 +243,7 @@ TEST_F(AgentToolRowsTest, AtTheEndOfTheProgramOnlyACancelIsLeftForTheNextStart) 
         TaskScope ending(executor);
         AgentRunner agent({programs, clock, discovery, executor, executor}, ending.token());
         AgentTools own(agent, *historie, reports,
-                       {[this] { return PovoleneSlozky(folders, standard).aliasy(); },
+                       {[this] { return AllowedFolders(folders, standard).aliasy(); },
                         [this](const std::optional<std::string>&) { return std::optional(path("work")); },
                         [](const std::string&) { return true; }},
                        ending);

@@ -185,9 +185,9 @@ TEST(ClaudeCodeAdapter, OtherErrorsInLinesOfOtherTypesAreNoErrors) {
 TEST(ClaudeCodeAdapter, KnowsTheWordsOfASessionThatIsGone) {
     for (const char* words : {"no conversation found", "session not found", "could not find session",
                               "invalid session", "No conversation found with session ID: s1"})
-        EXPECT_TRUE(claude.jeRelacePryc(words)) << words;
+        EXPECT_TRUE(claude.isSessionGone(words)) << words;
     for (const char* words : {"", "thread not found", "no such thread", "conversation"})
-        EXPECT_FALSE(claude.jeRelacePryc(words)) << words;
+        EXPECT_FALSE(claude.isSessionGone(words)) << words;
 }
 
 } // namespace

@@ -54,7 +54,7 @@ TEST(CodexAdapter, SaysWhatItIs) {
     EXPECT_EQ(codex.napoveda(), "Nainstaluj: npm i -g @openai/codex (nebo brew install codex). Codex ve "
                                 "webovém ChatGPT ani rozšíření "
                                 "do editoru žádné CLI neinstalují.");
-    EXPECT_FALSE(codex.kontrolaPrihlaseni());
+    EXPECT_FALSE(codex.loginCheck());
 }
 
 TEST(CodexAdapter, BuildsTheCommandLineOfANewSession) {
@@ -172,9 +172,9 @@ TEST(CodexAdapter, TakesTheSessionFromTheFirstPlaceThatHasOne) {
 TEST(CodexAdapter, KnowsTheWordsOfASessionThatIsGone) {
     for (const char* words : {"no such thread", "thread not found", "session not found", "invalid session",
                               "Error: Thread Not Found (t1)", "INVALID SESSION"})
-        EXPECT_TRUE(codex.jeRelacePryc(words)) << words;
+        EXPECT_TRUE(codex.isSessionGone(words)) << words;
     for (const char* words : {"", "not found", "thread  not found", "no conversation found", "sessions"})
-        EXPECT_FALSE(codex.jeRelacePryc(words)) << words;
+        EXPECT_FALSE(codex.isSessionGone(words)) << words;
 }
 
 } // namespace

@@ -18,10 +18,10 @@ class HeldReports final : public AgentReports {
     Task<void> poslatStav() override { return take("status"); }
 
     Task<void> poslatUkol(UkolAgenta ukol) override {
-        return take("task " + jakoWorkItem(ukol).status.rawValue + " " + std::to_string(ukol.revize));
+        return take("task " + asWorkItem(ukol).status.rawValue + " " + std::to_string(ukol.revize));
     }
 
-    Task<void> poslatPrubeh(std::string text, std::string requestID) override {
+    Task<void> sendProgress(std::string text, std::string requestID) override {
         return take("progress " + requestID + ": " + text);
     }
 

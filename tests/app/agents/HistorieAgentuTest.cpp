@@ -94,19 +94,19 @@ TEST_F(HistorieAgentuTest, WhatIsNoNameOfASessionIsNotKept) {
 TEST_F(HistorieAgentuTest, WithAnIdOnlyThatTaskIsMeant) {
     auto older = begin("codex", "1", "/home/jana/Ukázka");
     begin("claude-code", "2", "/home/jana/Projekty");
-    EXPECT_EQ(historie->prejmenuj({older.workItemID, "claude", "Projekty"}, "Úklid")->id, older.id);
+    EXPECT_EQ(historie->renameTask({older.workItemID, "claude", "Projekty"}, "Úklid")->id, older.id);
     EXPECT_EQ(historie->prijmiPokracovani({older.workItemID, "claude", "Projekty"}, "r")->id, older.id);
 }
 
 TEST_F(HistorieAgentuTest, OfFoldersOfOneNameTheOneAtThePathIsMeant) {
     auto inFirst = begin("codex", "1", "/a/projekt");
     auto inSecond = begin("codex", "2", "/b/projekt");
-    EXPECT_EQ(historie->prejmenuj({{}, {}, "projekt", "/a/projekt"}, "Úklid")->id, inFirst.id);
-    EXPECT_EQ(historie->prejmenuj({{}, {}, "b/projekt", "/b/projekt"}, "Úklid")->id, inSecond.id);
-    EXPECT_EQ(historie->prejmenuj({{}, {}, "projekt", "/c/projekt"}, "Úklid")->id, inSecond.id)
+    EXPECT_EQ(historie->renameTask({{}, {}, "projekt", "/a/projekt"}, "Úklid")->id, inFirst.id);
+    EXPECT_EQ(historie->renameTask({{}, {}, "b/projekt", "/b/projekt"}, "Úklid")->id, inSecond.id);
+    EXPECT_EQ(historie->renameTask({{}, {}, "projekt", "/c/projekt"}, "Úklid")->id, inSecond.id)
         << "no task ran there, so the name alone counts";
-    EXPECT_FALSE(historie->prejmenuj({{}, {}, "c/projekt", "/c/projekt"}, "Úklid"));
-    EXPECT_FALSE(historie->prejmenuj({{}, "claude", "projekt", "/a/projekt"}, "Úklid"));
+    EXPECT_FALSE(historie->renameTask({{}, {}, "c/projekt", "/c/projekt"}, "Úklid"));
+    EXPECT_FALSE(historie->renameTask({{}, "claude", "projekt", "/a/projekt"}, "Úklid"));
 }
 
 TEST_F(HistorieAgentuTest, QuirkAWorkItemIsReusedOnlyWithTheSameTool) {
@@ -174,7 +174,7 @@ TEST_F(HistorieAgentuTest, AnUnknownWorkItemIsIgnored) {
     historie->preruseno(unknown());
     historie->potvrd(unknown(), 5);
     EXPECT_FALSE(historie->prijmiPokracovani({unknown(), {}, {}}, "r"));
-    EXPECT_FALSE(historie->prejmenuj({unknown(), "codex", "Projekty"}, "Název"));
+    EXPECT_FALSE(historie->renameTask({unknown(), "codex", "Projekty"}, "Název"));
     EXPECT_FALSE(historie->ukol(unknown()));
     EXPECT_EQ(historie->polozky(), std::vector{before});
     EXPECT_EQ(changes, 0);
@@ -290,12 +290,12 @@ TEST_F(HistorieAgentuTest, AContinuationFindsAFolderThatDiffersOnlyInDiacritics)
 TEST_F(HistorieAgentuTest, RenamingTrimsAndRefusesABlankName) {
     auto older = begin("codex", "1", "/home/jana/Ukázka");
     auto newer = begin("claude-code", "2");
-    EXPECT_FALSE(historie->prejmenuj({}, "  \n"));
-    EXPECT_EQ(historie->prejmenuj({{}, "codex", "ukazka"}, "  Úklid \n")->nazev, "Úklid");
+    EXPECT_FALSE(historie->renameTask({}, "  \n"));
+    EXPECT_EQ(historie->renameTask({{}, "codex", "ukazka"}, "  Úklid \n")->nazev, "Úklid");
     EXPECT_EQ(historie->ukol(older.workItemID)->nazev, "Úklid");
     EXPECT_EQ(historie->ukol(older.workItemID)->revize, 2U);
-    EXPECT_EQ(historie->prejmenuj({}, "Poslední")->id, newer.id);
-    EXPECT_FALSE(historie->prejmenuj({{}, "claude", "Ukázka"}, "Nic"));
+    EXPECT_EQ(historie->renameTask({}, "Poslední")->id, newer.id);
+    EXPECT_FALSE(historie->renameTask({{}, "claude", "Ukázka"}, "Nic"));
     load();
     EXPECT_EQ(historie->ukol(older.workItemID)->nazev, "Úklid");
 }
@@ -342,7 +342,7 @@ TEST_F(HistorieAgentuTest, OffTheMainThreadTheProgramEnds) {
         [&] { begin("codex", "2"); },
         [&] { (void)historie->prijmiPokracovani({id, {}, {}}, "r"); },
         [&] { historie->potvrd(id, 1); },
-        [&] { (void)historie->prejmenuj({id, {}, {}}, "Název"); },
+        [&] { (void)historie->renameTask({id, {}, {}}, "Název"); },
         [&] { historie->vymazat(); },
         [&] { (void)historie->otevritRelaci({}); },
     };

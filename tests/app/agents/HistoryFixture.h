@@ -43,9 +43,9 @@ class HistoryFixture : public testing::Test {
     }
 
     /// A new task, begun a second after the one before.
-    UkolAgenta begin(HistorieAgentu::Zadani zadani) {
+    UkolAgenta begin(HistorieAgentu::Assignment assignment) {
         clock.advance(std::chrono::seconds(1));
-        return historie->zaloz(std::move(zadani));
+        return historie->zaloz(std::move(assignment));
     }
 
     UkolAgenta begin(const std::string& nastroj, const std::string& instrukce,

@@ -23,7 +23,7 @@ const Words sentences{"Oprav testy", "help me", "help\n", " help",  "Pokračuj",
 /// command line stays as it is.
 Words handedOver(const std::string& instruction) {
     Words all;
-    for (const auto& [id, adapter] : znameAdaptery())
+    for (const auto& [id, adapter] : knownAdapters())
         for (const auto& session : {std::optional<std::string>(), std::optional<std::string>("t1")}) {
             auto usual = adapter->argumenty("Oprav to.", "/work", session);
             const auto place = std::ranges::distance(usual.begin(), std::ranges::find(usual, "Oprav to."));

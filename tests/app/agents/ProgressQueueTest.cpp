@@ -11,17 +11,17 @@ using testing::ElementsAre;
 
 class ProgressQueueTest : public testing::Test {
   protected:
-    void progress(std::string text) { queue->pridej({.relace = {}, .prubeh = std::move(text)}); }
+    void progress(std::string text) { queue->add({.relace = {}, .prubeh = std::move(text)}); }
 
-    void session(std::string id) { queue->pridej({.relace = std::move(id), .prubeh = {}}); }
+    void session(std::string id) { queue->add({.relace = std::move(id), .prubeh = {}}); }
 
     ManualExecutor executor;
     std::vector<std::string> heard;
     std::shared_ptr<Bezici> task = std::make_shared<Bezici>();
     std::shared_ptr<ProgressQueue> queue = std::make_shared<ProgressQueue>(
         executor,
-        PosluchacAgenta{[this](std::string text) { heard.push_back(std::move(text)); },
-                        [this](std::string id) { heard.push_back("session " + id); }},
+        AgentListener{[this](std::string text) { heard.push_back(std::move(text)); },
+                      [this](std::string id) { heard.push_back("session " + id); }},
         task);
 };
 
@@ -29,7 +29,7 @@ TEST_F(ProgressQueueTest, PassesAllOnInOrderByOneJob) {
     progress("a");
     session("s");
     progress("b");
-    queue->pridej({.relace = "t", .prubeh = "c"});
+    queue->add({.relace = "t", .prubeh = "c"});
     EXPECT_TRUE(heard.empty());
     EXPECT_EQ(executor.runUntilIdle(), 1);
     EXPECT_THAT(heard, ElementsAre("a", "session s", "b", "session t", "c"));
@@ -41,7 +41,7 @@ TEST_F(ProgressQueueTest, PassesAllOnInOrderByOneJob) {
 TEST_F(ProgressQueueTest, TheTaskHasItsProgressBeforeItIsTold) {
     std::vector<std::optional<std::string>> seen;
     queue = std::make_shared<ProgressQueue>(
-        executor, PosluchacAgenta{[&](const std::string&) { seen.push_back(task->prubeh); }, {}}, task);
+        executor, AgentListener{[&](const std::string&) { seen.push_back(task->prubeh); }, {}}, task);
     progress("a");
     progress("b");
     executor.runUntilIdle();
@@ -56,7 +56,7 @@ TEST_F(ProgressQueueTest, LateProgressFindsNoTaskAndIsStillPassedOn) {
 }
 
 TEST_F(ProgressQueueTest, AnEmptyListenerHearsNothing) {
-    queue = std::make_shared<ProgressQueue>(executor, PosluchacAgenta{}, task);
+    queue = std::make_shared<ProgressQueue>(executor, AgentListener{}, task);
     progress("a");
     session("s");
     executor.runUntilIdle();

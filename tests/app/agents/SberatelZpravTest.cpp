@@ -14,13 +14,13 @@ ZpravaAgenta session(std::optional<std::string> id) {
 }
 
 TEST(SberatelZprav, KeepsTheLatestOfEachKindThatIsNotEmpty) {
-    SberatelZprav sberatel;
-    sberatel.pridej({.relace = "s1", .prubeh = "p", .text = "t1", .zaver = "z1", .chyba = Sentence("c1")});
-    sberatel.pridej({.relace = "", .prubeh = {}, .text = "t2", .zaver = {}, .chyba = Sentence("")});
-    sberatel.pridej({.relace = "s2", .prubeh = {}, .text = "", .zaver = "", .chyba = Sentence("c2")});
+    SberatelZprav collector;
+    collector.add({.relace = "s1", .prubeh = "p", .text = "t1", .zaver = "z1", .chyba = Sentence("c1")});
+    collector.add({.relace = "", .prubeh = {}, .text = "t2", .zaver = {}, .chyba = Sentence("")});
+    collector.add({.relace = "s2", .prubeh = {}, .text = "", .zaver = "", .chyba = Sentence("c2")});
     VysledekProcesu vysledek;
     vysledek.navratovyKod = 3;
-    auto prubeh = sberatel.prubeh(vysledek);
+    auto prubeh = collector.prubeh(vysledek);
     EXPECT_EQ(prubeh.relace, "s2");
     EXPECT_EQ(prubeh.posledniText, "t2");
     EXPECT_EQ(prubeh.zaver, "z1");
@@ -35,26 +35,26 @@ TEST(SberatelZprav, HoldsNothingAtFirst) {
 }
 
 TEST(SberatelZprav, TellsOfASessionOnceARun) {
-    SberatelZprav sberatel;
-    auto add = [&](std::optional<std::string> id) { return sberatel.pridej(session(std::move(id))); };
-    EXPECT_EQ(add({}), Relace::znama);
-    EXPECT_EQ(add(""), Relace::znama);
-    EXPECT_EQ(add("a"), Relace::nova);
-    EXPECT_EQ(add("a"), Relace::znama);
-    EXPECT_EQ(add({}), Relace::znama);
-    EXPECT_EQ(add("b"), Relace::nova);
-    EXPECT_EQ(add("a"), Relace::znama) << "it was told before";
-    EXPECT_EQ(add({}), Relace::znama);
-    EXPECT_EQ(sberatel.prubeh({}).relace, "a") << "the latest is the one that goes on";
+    SberatelZprav collector;
+    auto add = [&](std::optional<std::string> id) { return collector.add(session(std::move(id))); };
+    EXPECT_EQ(add({}), Relace::known);
+    EXPECT_EQ(add(""), Relace::known);
+    EXPECT_EQ(add("a"), Relace::fresh);
+    EXPECT_EQ(add("a"), Relace::known);
+    EXPECT_EQ(add({}), Relace::known);
+    EXPECT_EQ(add("b"), Relace::fresh);
+    EXPECT_EQ(add("a"), Relace::known) << "it was told before";
+    EXPECT_EQ(add({}), Relace::known);
+    EXPECT_EQ(collector.prubeh({}).relace, "a") << "the latest is the one that goes on";
 }
 
 TEST(SberatelZprav, AnAgentThatInventsSessionsIsNoNewsAnyMore) {
-    SberatelZprav sberatel;
+    SberatelZprav collector;
     std::size_t news = 0;
     for (int i = 0; i < 1000; ++i)
-        if (sberatel.pridej(session(std::to_string(i))) == Relace::nova) ++news;
+        if (collector.add(session(std::to_string(i))) == Relace::fresh) ++news;
     EXPECT_EQ(news, SberatelZprav::mostSessions);
-    EXPECT_EQ(sberatel.prubeh({}).relace, "999");
+    EXPECT_EQ(collector.prubeh({}).relace, "999");
 }
 
 } // namespace

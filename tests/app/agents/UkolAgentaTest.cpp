@@ -40,11 +40,11 @@ TEST(UkolAgenta, ThePhoneIsToldOfItAsAWorkItem) {
                   ukol.aktualizovano,
                   3,
                   AgentContinuation{"codex", "r1", "Projekty"}};
-    EXPECT_EQ(jakoWorkItem(ukol), item);
+    EXPECT_EQ(asWorkItem(ukol), item);
 }
 
 TEST(UkolAgenta, WithoutASessionThereIsNothingToContinue) {
-    EXPECT_FALSE(jakoWorkItem(example()).agent);
+    EXPECT_FALSE(asWorkItem(example()).agent);
 }
 
 TEST(UkolAgenta, EveryStateHasItsWordForThePhone) {
@@ -58,8 +58,8 @@ TEST(UkolAgenta, EveryStateHasItsWordForThePhone) {
         auto ukol = example();
         ukol.stav = stav;
         ukol.chyba = Sentence("Nejde to.");
-        EXPECT_EQ(jakoWorkItem(ukol).status, status);
-        EXPECT_EQ(jakoWorkItem(ukol).lastError, "Nejde to.");
+        EXPECT_EQ(asWorkItem(ukol).status, status);
+        EXPECT_EQ(asWorkItem(ukol).lastError, "Nejde to.");
     }
 }
 

@@ -115,10 +115,10 @@ TEST_F(AgentToolsTest, ATaskIsBusyWhileItsAgentIsStillLookedFor) {
     begin("mac.codex.run");
     EXPECT_FALSE(features->agents.runner().bezici());
     EXPECT_EQ(error("mac.claude.run", {{"instruction", "x"}}), busy);
-    EXPECT_TRUE(features->agents.uloha());
+    EXPECT_TRUE(features->agents.currentTask());
     finish();
     finish();
-    EXPECT_FALSE(features->agents.uloha());
+    EXPECT_FALSE(features->agents.currentTask());
 }
 
 TEST_F(AgentToolsTest, AFolderThatIsRemovedWhileTheAgentIsLookedForIsNotWorkedIn) {
@@ -128,7 +128,7 @@ TEST_F(AgentToolsTest, AFolderThatIsRemovedWhileTheAgentIsLookedForIsNotWorkedIn
     features->files.slozky().odebrat(folder);
     finish();
     EXPECT_EQ(historie().polozky().front().chyba, "Složka " + folder + " už není povolená.");
-    EXPECT_FALSE(features->agents.uloha());
+    EXPECT_FALSE(features->agents.currentTask());
 }
 
 TEST_F(AgentToolsTest, ProgressOfTheLastMomentComesBeforeTheEndOfTheTask) {
@@ -290,7 +290,7 @@ TEST_F(AgentToolsTest, RenamingRefusesInItsOwnWords) {
 
 TEST_F(AgentToolsTest, AreOfferedWithAFolderASwitchAndAnInstalledAgent) {
     startSecured();
-    auto& gate = companion->nastroje();
+    auto& gate = companion->toolGate();
     EXPECT_EQ(offeredAgentTools(gate), std::vector<std::string>{}) << "without a folder";
     allowFolder("Projekty");
     EXPECT_EQ(offeredAgentTools(gate),
@@ -299,16 +299,16 @@ TEST_F(AgentToolsTest, AreOfferedWithAFolderASwitchAndAnInstalledAgent) {
     features->agents.stav().claude = AgentStatus{false, {}, {}, Sentence("chybí")};
     EXPECT_EQ(offeredAgentTools(gate),
               (std::vector<std::string>{"mac.codex.run", "mac.codex.cancel", "mac.agent.rename"}));
-    companion->integrations().vypnout(Integration::codex);
+    companion->integrations().turnOff(Integration::codex);
     EXPECT_EQ(offeredAgentTools(gate), std::vector<std::string>{"mac.agent.rename"})
         << "whether an agent is installed does not matter for a name";
-    companion->integrations().vypnout(Integration::claude);
+    companion->integrations().turnOff(Integration::claude);
     EXPECT_EQ(offeredAgentTools(gate), std::vector<std::string>{});
 }
 
 TEST_F(AgentToolsTest, EachRunOfTheOwnAssistantTellsThePhoneUnderAFreshLocalId) {
     startWithFolder();
-    auto& gate = companion->nastroje();
+    auto& gate = companion->toolGate();
     const std::string prefix = "mac-local:";
     std::set<Uuid> ids;
     for (int run = 0; run < 2; ++run) {

@@ -49,7 +49,7 @@ class BdelostTest : public testing::Test {
     std::string trouble() const { return bdelost->stav().potiz.value().value_or(Sentence("none")).czech(); }
 
     std::string holdTrouble() const {
-        return bdelost->stav().potizDrzeni.value().value_or(Sentence("none")).czech();
+        return bdelost->stav().keepAwakeTrouble.value().value_or(Sentence("none")).czech();
     }
 
     ManualExecutor executor;
@@ -222,7 +222,7 @@ TEST_F(BdelostTest, TheSleepWaitsUntilWhoeverWasToldIsReady) {
     sleep.fallAsleep();
     pass(2999ms);
     EXPECT_EQ(sleep.allowed, 0);
-    bdelost->muzeUsnout();
+    bdelost->allowSleep();
     EXPECT_EQ(sleep.allowed, 1);
 }
 
@@ -263,7 +263,7 @@ TEST_F(BdelostTest, WhoIsReadyOnlyAfterTheWakeDoesNotLetTheNextSleepGo) {
     const auto readying = bdelost->naUsnuti([] {});
     sleep.fallAsleep();
     sleep.wake();
-    bdelost->muzeUsnout();
+    bdelost->allowSleep();
     EXPECT_EQ(sleep.allowed, 0);
 }
 

@@ -60,7 +60,7 @@ TEST(CompanionState, EachFieldNotifiesOfAChangeAndOfNoEqualWrite) {
           StavParovani{StavParovani::OverCislo{"123 457"}});
     watch(state.protejsek, std::optional<PairedPeer>{PairedPeer{}}, std::optional{peer});
     watch(state.potiz, std::optional<Sentence>{}, trouble);
-    watch(state.potizNastaveni, std::optional<Sentence>{}, trouble);
+    watch(state.settingsTrouble, std::optional<Sentence>{}, trouble);
     watch(state.relayAdresa, std::string{"http://a"}, std::string{"http://b"});
     watch(state.postaDostupna, false, true);
 }

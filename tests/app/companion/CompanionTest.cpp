@@ -43,7 +43,7 @@ TEST_F(CompanionTest, AnEndDuringTheStartIsClean) {
     make();
     auto starting = std::make_shared<TaskScope>(executor);
     starting->spawn(companion->spustit());
-    EXPECT_TRUE(executor.run(companion->ukoncit()));
+    EXPECT_TRUE(executor.run(companion->shutDown()));
     executor.runUntilIdle();
     EXPECT_EQ(starting->live(), 0);
     EXPECT_TRUE(sockets.urls.empty());
@@ -125,7 +125,7 @@ TEST_F(CompanionTest, ARefusedRemovalOfARevokedPeerIsTriedAgainAtTheNextRevocati
     EXPECT_FALSE(companion->stav().protejsek.value());
     EXPECT_TRUE(store.held.nactiProtejsek().value()) << "the vault refused";
 
-    EXPECT_EQ(companion->stav().potizTrezoru.value(),
+    EXPECT_EQ(companion->stav().vaultTrouble.value(),
               "Odpojení telefonu se nepodařilo uložit: Trezor odmítl.");
 
     end();

@@ -90,7 +90,7 @@ class FeatureTest : public CompanionHarness {
     }
 
     void endAll() {
-        EXPECT_TRUE(executor.run(companion->ukoncit()));
+        EXPECT_TRUE(executor.run(companion->shutDown()));
         madeUp.reset();
         features.reset();
         companion.reset();
@@ -111,9 +111,10 @@ TEST_F(FeatureTest, HearsOfTheStartAndOfEachSession) {
 }
 
 TEST_F(FeatureTest, IsLoadedOnceHoweverOftenThePhoneIsReadInVain) {
-    store.failPeerLoad = Error(KeychainChyba{vaultStatus::userCanceled, KeychainChyba::Pokus::cteni, "", {}});
+    store.failPeerLoad =
+        Error(KeychainChyba{vaultStatus::userCanceled, KeychainChyba::Pokus::reading, "", {}});
     startAll();
-    companion->zkusitZnovu();
+    companion->tryAgain();
     executor.runUntilIdle();
     EXPECT_EQ(news(), Lines{"load"});
 }
@@ -144,7 +145,7 @@ TEST_F(FeatureTest, HearsOfSwitchesAndOfARefreshBeforeTheStatusGoesOut) {
     connect();
     (void)takeStatuses();
     (void)news();
-    companion->integrations().vypnout(Integration::terminal);
+    companion->integrations().turnOff(Integration::terminal);
     EXPECT_EQ(news(), Lines{"switched"});
     EXPECT_EQ(takeStatuses().size(), 1U);
     companion->obnovit();

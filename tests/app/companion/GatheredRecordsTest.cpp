@@ -186,7 +186,7 @@ TEST_F(GatheredRecordsTest, TheEndOfTheProgramWaitsUntilEverythingIsSaved) {
     send("a");
     send("b");
     TaskScope ending(executor);
-    ending.spawn(companion->ukoncit());
+    ending.spawn(companion->shutDown());
     executor.runUntilIdle();
     EXPECT_EQ(ending.live(), 1) << "the disk is still at work";
     while (executor.runUntilIdle() + disk.runUntilIdle() > 0) continue;

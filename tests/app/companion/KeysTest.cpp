@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 class KeysTest : public PairingHarness {
   protected:
     static KeychainChyba locked(std::int32_t status = vaultStatus::userCanceled) {
-        return {status, KeychainChyba::Pokus::cteni, "identita.podpisovy",
+        return {status, KeychainChyba::Pokus::reading, "identita.podpisovy",
                 Sentence("uživatel odemčení zrušil")};
     }
 
@@ -22,7 +22,7 @@ class KeysTest : public PairingHarness {
     }
 
     void tryAgain() {
-        companion->zkusitZnovu();
+        companion->tryAgain();
         executor.runUntilIdle();
     }
 
@@ -36,7 +36,7 @@ class KeysTest : public PairingHarness {
         while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
     }
 
-    StavKlicu::Pripad keys() { return companion->stav().klice.value().pripad; }
+    KeysState::Case keys() { return companion->stav().keys.value().kind; }
 
     ManualExecutor slow;
 };
@@ -52,14 +52,13 @@ TEST_F(KeysTest, AKeyringThatStaysLockedIsToldWithoutJargonAndAskedAgain) {
         for (int question = 0; question < 2; ++question) {
             EXPECT_EQ(availability(), "Spojení přerušeno — Klíčenka zůstala zamčená.");
             EXPECT_EQ(trouble(), told);
-            EXPECT_EQ(companion->stav().klice.value(),
-                      (StavKlicu{StavKlicu::Pripad::nejsou, Sentence(told)}));
+            EXPECT_EQ(companion->stav().keys.value(), (KeysState{KeysState::Case::missing, Sentence(told)}));
             EXPECT_TRUE(sockets.urls.empty());
             tryAgain();
         }
         store.failLoad.reset();
         tryAgain();
-        EXPECT_EQ(keys(), StavKlicu::Pripad::jsou);
+        EXPECT_EQ(keys(), KeysState::Case::present);
         EXPECT_NE(trouble(), told);
         EXPECT_EQ(availability(), "Připojuji… (2. pokus)");
         EXPECT_EQ(sockets.urls.size(), 1U);
@@ -71,11 +70,11 @@ TEST_F(KeysTest, AKeyringThatStaysLockedIsToldWithoutJargonAndAskedAgain) {
 TEST_F(KeysTest, KeysThatCouldNotBeKeptAreMadeOnceTheCauseIsGone) {
     store.failSave = TextError{"Na disku není místo."};
     start();
-    EXPECT_EQ(companion->stav().klice.value(),
-              (StavKlicu{StavKlicu::Pripad::nejsou, Sentence("Na disku není místo.")}));
+    EXPECT_EQ(companion->stav().keys.value(),
+              (KeysState{KeysState::Case::missing, Sentence("Na disku není místo.")}));
     store.failSave.reset();
     tryAgain();
-    EXPECT_EQ(keys(), StavKlicu::Pripad::jsou);
+    EXPECT_EQ(keys(), KeysState::Case::present);
     EXPECT_EQ(availability(), "Nespárováno");
     EXPECT_EQ(trouble(), "none");
     EXPECT_TRUE(store.held.nactiIdentitu().value());
@@ -87,18 +86,18 @@ TEST_F(KeysTest, KeysThatCouldNotBeKeptAreMadeOnceTheCauseIsGone) {
 TEST_F(KeysTest, WhileTheyAreAwaitedNobodyKnowsOfAPhone) {
     keepAPairedIdentity();
     startWithSlowVault();
-    EXPECT_EQ(keys(), StavKlicu::Pripad::nacitaji);
-    EXPECT_EQ(companion->stav().popisSpojeni(clock.now()), "Čekám na klíče tohoto počítače…");
+    EXPECT_EQ(keys(), KeysState::Case::loading);
+    EXPECT_EQ(companion->stav().linkText(clock.now()), "Čekám na klíče tohoto počítače…");
     runAll();
-    EXPECT_EQ(keys(), StavKlicu::Pripad::jsou);
-    EXPECT_NE(companion->stav().popisSpojeni(clock.now()), "Čekám na klíče tohoto počítače…");
+    EXPECT_EQ(keys(), KeysState::Case::present);
+    EXPECT_NE(companion->stav().linkText(clock.now()), "Čekám na klíče tohoto počítače…");
 }
 
 TEST_F(KeysTest, AQuestionThatIsOpenIsTakenBackAndAskedOnceMore) {
     store.failLoad = locked();
     startWithSlowVault();
     for (int presses = 1; presses <= 3; ++presses) {
-        companion->zkusitZnovu();
+        companion->tryAgain();
         executor.runUntilIdle();
         EXPECT_EQ(vault.stops, presses);
     }
@@ -111,12 +110,12 @@ TEST_F(KeysTest, AVaultThatIsLockedWhenThePhoneIsReadIsToldAndAskedAgain) {
     store.failPeerLoad = locked();
     start();
     EXPECT_EQ(availability(), "Spojení přerušeno — Klíčenka zůstala zamčená.");
-    EXPECT_EQ(companion->stav().klice.value().pripad, StavKlicu::Pripad::nejsou);
+    EXPECT_EQ(companion->stav().keys.value().kind, KeysState::Case::missing);
     store.failPeerLoad.reset();
     (void)sockets.layOut();
-    companion->zkusitZnovu();
+    companion->tryAgain();
     executor.runUntilIdle();
-    EXPECT_EQ(companion->stav().klice.value().pripad, StavKlicu::Pripad::jsou);
+    EXPECT_EQ(companion->stav().keys.value().kind, KeysState::Case::present);
     EXPECT_TRUE(companion->stav().protejsek.value());
     EXPECT_EQ(sockets.urls.size(), 1U);
 }
@@ -125,10 +124,10 @@ TEST_F(KeysTest, AnEndAsksNobodyAnyMoreAndTellsNothingOfIt) {
     store.failLoad = locked();
     startWithSlowVault();
     TaskScope ending(executor);
-    ending.spawn(companion->ukoncit());
+    ending.spawn(companion->shutDown());
     executor.runUntilIdle();
     EXPECT_TRUE(vault.isEnded);
-    companion->zkusitZnovu();
+    companion->tryAgain();
     runAll();
     EXPECT_EQ(store.loads, 1);
     EXPECT_EQ(ending.live(), 0);
@@ -168,7 +167,7 @@ class ForgettingTest : public KeysTest {
     bool isForgotten() { return !store.held.nactiProtejsek().value(); }
 
     std::string unsaved() {
-        return companion->stav().potizTrezoru.value().value_or(Sentence("none")).czech();
+        return companion->stav().vaultTrouble.value().value_or(Sentence("none")).czech();
     }
 
     void startConnected() {
@@ -181,7 +180,7 @@ class ForgettingTest : public KeysTest {
 
 TEST_F(ForgettingTest, NothingIsRemovedFromAVaultThatCannotBeRead) {
     startConnected();
-    store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, KeychainChyba::Pokus::cteni, "", {}});
+    store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, KeychainChyba::Pokus::reading, "", {}});
     unpair();
     EXPECT_TRUE(unsaved().starts_with("Odpojení telefonu se nepodařilo uložit: ")) << unsaved();
     EXPECT_FALSE(isForgotten());
@@ -284,7 +283,7 @@ TEST_F(ForgettingTest, IsTriedOnceMoreAtTheEndAndToldBehindIt) {
             unpair();
             if (isMended) store.failDelete.reset();
             TaskScope ending(executor);
-            ending.spawn(companion->ukoncit());
+            ending.spawn(companion->shutDown());
             executor.runUntilIdle();
             EXPECT_EQ(ending.live(), 0);
             EXPECT_EQ(isForgotten(), isMended);
@@ -310,9 +309,9 @@ TEST_F(ForgettingTest, AnUnpairingLeavesAPhoneThatWasPairedSince) {
 
 TEST_F(KeysTest, AnEndWhileThePhoneIsReadTellsNothingOfIt) {
     keepAPairedIdentity();
-    store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, KeychainChyba::Pokus::cteni, "", {}});
+    store.failPeerLoad = Error(KeychainChyba{vaultStatus::io, KeychainChyba::Pokus::reading, "", {}});
     TaskScope ending(executor);
-    store.onPeerLoad = [&] { ending.spawn(companion->ukoncit()); };
+    store.onPeerLoad = [&] { ending.spawn(companion->shutDown()); };
     startWithSlowVault();
     runAll();
     EXPECT_EQ(ending.live(), 0);
@@ -346,17 +345,17 @@ TEST_F(KeysTest, APairingThatWaitsForThemBeginsOnceAndCanBeCancelled) {
     layOutPair();
     for (int presses = 0; presses < 3; ++presses) flow().zacitParovani();
     executor.runUntilIdle();
-    EXPECT_TRUE(flow().cekaNaKlice());
+    EXPECT_TRUE(flow().awaitsKeys());
     EXPECT_EQ(state(), StavParovani{}) << "the relay is not asked yet";
     while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
     EXPECT_EQ(http.requests.size(), 1U);
-    EXPECT_FALSE(flow().cekaNaKlice());
+    EXPECT_FALSE(flow().awaitsKeys());
     end();
 
     start();
     flow().zacitParovani();
     flow().zrusitParovani();
-    EXPECT_FALSE(flow().cekaNaKlice());
+    EXPECT_FALSE(flow().awaitsKeys());
     while (slow.runUntilIdle() + executor.runUntilIdle() > 0) continue;
     EXPECT_EQ(http.requests.size(), 1U);
     EXPECT_EQ(state(), StavParovani{});
@@ -384,7 +383,7 @@ TEST_F(KeysTest, ThatTheyLieInFilesIsTold) {
     for (auto place : {SecretVault::Place::privateFiles, SecretVault::Place::keyring}) {
         vault.where = place;
         start();
-        EXPECT_EQ(companion->stav().kliceJsouVSouborech.value(), place == SecretVault::Place::privateFiles);
+        EXPECT_EQ(companion->stav().areKeysInFiles.value(), place == SecretVault::Place::privateFiles);
         end();
     }
 }

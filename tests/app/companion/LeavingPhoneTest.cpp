@@ -13,7 +13,7 @@ using LeavingPhoneTest = PairingHarness;
 TEST_F(LeavingPhoneTest, APhoneThatLeavesWhileItsNumberIsComparedIsToldUntilItIsBack) {
     start();
     beginPairing();
-    const auto& left = companion->stav().telefonOdesel;
+    const auto& left = companion->stav().phoneHasLeft;
     phone.deliver({RelayMessage::PeerOnline{true}});
     phone.deliver({RelayMessage::PeerOnline{false}});
     executor.runUntilIdle();
@@ -43,7 +43,7 @@ TEST_F(LeavingPhoneTest, APhoneThatIsGoneWhenTheLinkComesBackHasLeft) {
     phone.attach(second, *mac);
     phone.logIn(false);
     executor.runUntilIdle();
-    EXPECT_TRUE(companion->stav().telefonOdesel.value());
+    EXPECT_TRUE(companion->stav().phoneHasLeft.value());
 }
 
 TEST_F(LeavingPhoneTest, ThatThePhoneHasLeftIsToldAfterAgreeingUntilItHasASession) {
@@ -54,7 +54,7 @@ TEST_F(LeavingPhoneTest, ThatThePhoneHasLeftIsToldAfterAgreeingUntilItHasASessio
     executor.runUntilIdle();
     auto socket = sockets.layOut();
     agree();
-    const auto& left = companion->stav().telefonOdesel;
+    const auto& left = companion->stav().phoneHasLeft;
     EXPECT_TRUE(left.value());
     phone.attach(socket, *mac);
     phone.logIn(false);
@@ -69,7 +69,7 @@ TEST_F(LeavingPhoneTest, ThatThePhoneHasLeftIsToldAfterAgreeingUntilItHasASessio
 
 TEST_F(LeavingPhoneTest, AnEndOfTheComparisonEndsTheWordOfThePhonesLeaving) {
     start();
-    const auto& left = companion->stav().telefonOdesel;
+    const auto& left = companion->stav().phoneHasLeft;
     const std::function<void()> ends[] = {[this] { flow().odmitnoutCislo(); },
                                           [this] { flow().zrusitParovani(); },
                                           [this] { flow().zacitParovani(); },

@@ -30,7 +30,7 @@ class NextAttemptTest : public PairingHarness {
     }
 
     std::optional<Clock::Duration> left() {
-        const auto& when = companion->stav().dalsiPokus.value();
+        const auto& when = companion->stav().nextAttempt.value();
         if (!when) return std::nullopt;
         return *when - clock.sinceBoot();
     }
@@ -53,7 +53,7 @@ TEST_F(NextAttemptTest, IsToldWhileTheLinkWaitsForIt) {
 TEST_F(NextAttemptTest, IsNotToldAnyMoreWhileAnEarlyOneIsMade) {
     loseLink();
     sockets.layOut();
-    companion->zkusitHned();
+    companion->connectNow();
     executor.runUntilIdle();
     EXPECT_EQ(left(), std::nullopt);
 }
@@ -76,7 +76,7 @@ TEST_F(NextAttemptTest, IsNotToldAnyMoreOnceTheLinkIsThereOrGone) {
 TEST_F(NextAttemptTest, BeginsAtOnceWhenAPersonSaysSo) {
     loseLink();
     const auto attempts = sockets.urls.size();
-    companion->zkusitHned();
+    companion->connectNow();
     executor.runUntilIdle();
     EXPECT_EQ(sockets.urls.size(), attempts + 1);
     EXPECT_EQ(left(), 30s);

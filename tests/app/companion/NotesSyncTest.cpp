@@ -343,7 +343,7 @@ TEST_F(NotesSyncTest, ACatchUpWhoseLinkGoesWhileItWaitsForASaveSendsNothing) {
 
 TEST_F(NotesSyncTest, NotesAreOffTheOfferWithTheirSwitchButStayInStep) {
     startSecured();
-    companion->integrations().vypnout(Integration::notes);
+    companion->integrations().turnOff(Integration::notes);
     EXPECT_EQ(call("mac.notes.search", "{}").json,
               R"({"error":"Nástroj mac.notes.search tenhle Mac nemá."})");
     phone.send({MacPayload::NoteUpdate{note("Z telefonu")}}, "n");

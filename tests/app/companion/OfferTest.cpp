@@ -33,12 +33,12 @@ class OfferTest : public AgentHarness {
   protected:
     Names offered() {
         Names names;
-        for (auto& tool : companion->nastroje().nabizeneNastroje()) names.push_back(std::move(tool.name));
+        for (auto& tool : companion->toolGate().nabizeneNastroje()) names.push_back(std::move(tool.name));
         return names;
     }
 
     void turnOn(Integration integration) {
-        EXPECT_TRUE(ended(companion->integrations().zapnout(integration)).has_value());
+        EXPECT_TRUE(ended(companion->integrations().turnOn(integration)).has_value());
     }
 };
 
@@ -71,7 +71,7 @@ TEST_F(OfferTest, EverySwitchTakesItsOwnToolsOffAndNoOthers) {
     for (const auto& [off, missing] : rows) {
         auto left = all;
         for (const auto& name : missing) EXPECT_EQ(std::erase(left, name), 1U) << name;
-        for (auto integration : off) companion->integrations().vypnout(integration);
+        for (auto integration : off) companion->integrations().turnOff(integration);
         EXPECT_EQ(offered(), left) << testing::PrintToString(missing);
         for (auto integration : off) turnOn(integration);
         EXPECT_EQ(offered(), all) << testing::PrintToString(missing);

@@ -67,7 +67,7 @@ TEST_F(PairingEndsTest, AgreeingAgainAfterAFailedSaveTriesAgain) {
 TEST_F(PairingEndsTest, NothingIsUnpairedOnceTheProgramEnds) {
     startSecured();
     TaskScope ending(executor);
-    ending.spawn(companion->ukoncit());
+    ending.spawn(companion->shutDown());
     executor.runUntilIdle();
     flow().odvolat();
     executor.runUntilIdle();
@@ -80,7 +80,7 @@ TEST_F(PairingEndsTest, NothingIsUnpairedOnceTheProgramEnds) {
 TEST_F(PairingEndsTest, NoPairingBeginsOnceTheProgramEnds) {
     start();
     TaskScope ending(executor);
-    ending.spawn(companion->ukoncit());
+    ending.spawn(companion->shutDown());
     executor.runUntilIdle();
     const auto asked = http.requests.size();
     flow().zacitParovani();

@@ -45,11 +45,11 @@ class RefusalDuringTheSaveTest : public PairingSaveTest {
 TEST_F(RefusalDuringTheSaveTest, ThatCannotBeTakenBackIsToldAndTriedAgain) {
     refuseWithoutRemoval();
     EXPECT_TRUE(failure().starts_with("Čísla se neshodovala.")) << failure();
-    EXPECT_EQ(companion->stav().potizTrezoru.value(),
+    EXPECT_EQ(companion->stav().vaultTrouble.value(),
               "Zrušené párování se nepodařilo smazat: Na disku není místo.");
     mendTheVault();
     EXPECT_FALSE(store.held.nactiProtejsek().value());
-    EXPECT_FALSE(companion->stav().potizTrezoru.value());
+    EXPECT_FALSE(companion->stav().vaultTrouble.value());
 }
 
 TEST_F(RefusalDuringTheSaveTest, LeavesAPhoneThatWasPairedSince) {
@@ -106,7 +106,7 @@ class CancelDuringTheSaveTest : public SlowPairingSaveTest {
         store.failSave = TextError{"Na disku není místo."};
         flow().zrusitParovani();
         runAll();
-        EXPECT_EQ(companion->stav().potizTrezoru.value(),
+        EXPECT_EQ(companion->stav().vaultTrouble.value(),
                   "Zrušené párování se nepodařilo smazat: Na disku není místo.");
         EXPECT_EQ(store.held.nactiProtejsek().value()->deviceID, another.identity.deviceID());
         store.failSave.reset();
@@ -115,7 +115,7 @@ class CancelDuringTheSaveTest : public SlowPairingSaveTest {
     void retry() {
         clock.advance(5s);
         runAll();
-        EXPECT_FALSE(companion->stav().potizTrezoru.value());
+        EXPECT_FALSE(companion->stav().vaultTrouble.value());
     }
 
     ScriptedPhone another{clock};
@@ -152,7 +152,7 @@ TEST_F(SlowPairingSaveTest, AnEndDuringTheSaveKeepsAConfirmedPhone) {
     sendHello(hello());
     agree();
     TaskScope ending(executor);
-    ending.spawn(companion->ukoncit());
+    ending.spawn(companion->shutDown());
     runAll();
     EXPECT_EQ(ending.live(), 0);
     EXPECT_TRUE(store.held.nactiProtejsek().value());
@@ -167,7 +167,7 @@ TEST_F(SlowPairingSaveTest, AnEndDuringTheSaveOfARefusedPhoneKeepsNothing) {
     agree();
     flow().odmitnoutCislo();
     TaskScope ending(executor);
-    ending.spawn(companion->ukoncit());
+    ending.spawn(companion->shutDown());
     runAll();
     EXPECT_EQ(ending.live(), 0);
     EXPECT_FALSE(store.held.nactiProtejsek().value());
@@ -182,10 +182,10 @@ TEST_F(SlowPairingSaveTest, AFailureDuringTheEndIsToldBehindIt) {
     agree();
     store.failSave = TextError{"Trezor odmítl."};
     TaskScope ending(executor);
-    ending.spawn(companion->ukoncit());
+    ending.spawn(companion->shutDown());
     runAll();
     EXPECT_EQ(ending.live(), 0);
-    EXPECT_EQ(companion->stav().potizTrezoru.value(), "Párování se nepodařilo uložit: Trezor odmítl.");
+    EXPECT_EQ(companion->stav().vaultTrouble.value(), "Párování se nepodařilo uložit: Trezor odmítl.");
     features.reset();
     companion.reset();
 }
@@ -204,7 +204,7 @@ TEST_F(SlowPairingSaveTest, ASaveThatHangsHoldsUpNoLaterAgreement) {
     EXPECT_EQ(store.held.nactiProtejsek().value()->pairID, PairID{"SECOND"});
     EXPECT_EQ(companion->stav().protejsek.value(), store.held.nactiProtejsek().value());
     TaskScope ending(executor);
-    ending.spawn(companion->ukoncit());
+    ending.spawn(companion->shutDown());
     runAll();
     EXPECT_EQ(ending.live(), 0);
     features.reset();

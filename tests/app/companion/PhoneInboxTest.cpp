@@ -30,7 +30,7 @@ TEST(PhoneInboxTest, ASettingWaitsForTheOneBeforeAndIsNotTakenOfAPhoneThatWasAba
     }(&inbox, &isTaken));
     executor.runUntilIdle();
     EXPECT_EQ(isTaken, std::nullopt);
-    inbox.opustit();
+    inbox.abandon();
     first.reset();
     executor.runUntilIdle();
     EXPECT_EQ(isTaken, false);

@@ -99,10 +99,10 @@ TEST_F(PhoneSettingsTest, TheSwitchOfTheIntegrationReachesTheApps) {
     defaults.set("integration.customApps.enabled", false);
     startSecured();
     EXPECT_FALSE(features->customApps.service().isActive());
-    EXPECT_TRUE(ended(companion->integrations().zapnout(Integration::customApps)));
+    EXPECT_TRUE(ended(companion->integrations().turnOn(Integration::customApps)));
     EXPECT_TRUE(features->customApps.service().isActive());
     EXPECT_EQ(takeStatuses().size(), 1U);
-    companion->integrations().vypnout(Integration::customApps);
+    companion->integrations().turnOff(Integration::customApps);
     EXPECT_FALSE(features->customApps.service().isActive());
     EXPECT_EQ(takeStatuses().size(), 2U);
 }

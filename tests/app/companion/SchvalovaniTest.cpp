@@ -174,7 +174,7 @@ TEST_F(SchvalovaniTest, AViewThatDecidesAtOnceSparesThePhoneTheQuestion) {
 TEST_F(SchvalovaniTest, AtTheEndOfTheProgramTheAnswerIsNo) {
     start();
     auto open = askFor("x");
-    EXPECT_TRUE(executor.run(companion->ukoncit()));
+    EXPECT_TRUE(executor.run(companion->shutDown()));
     EXPECT_EQ(*open, false);
     EXPECT_EQ(*askFor("late"), false);
     companion.reset();

@@ -45,7 +45,7 @@ TEST_F(StatusTest, TellsWhatThisComputerCanDo) {
 TEST_F(StatusTest, AnAgentThatIsSwitchedOffSaysSoWhateverWasDetected) {
     startSecured();
     features->agents.stav().claude = AgentStatus{true, "1.0", "/usr/bin", {}};
-    companion->integrations().vypnout(Integration::claude);
+    companion->integrations().turnOff(Integration::claude);
     auto status = takeStatuses().back();
     EXPECT_EQ(status.claude, (AgentStatus{false, {}, {}, Sentence("Vypnuto")}));
     EXPECT_NE(status.codex.problem, "Vypnuto");
@@ -65,9 +65,9 @@ TEST_F(StatusTest, IsSentOnEveryChangeOfFoldersAndSwitches) {
     startSecured();
     allowFolder("Projekty");
     EXPECT_FALSE(takeStatuses().empty());
-    companion->integrations().vypnout(Integration::terminal);
+    companion->integrations().turnOff(Integration::terminal);
     EXPECT_EQ(takeStatuses().size(), 1U);
-    companion->integrations().vypnout(Integration::terminal);
+    companion->integrations().turnOff(Integration::terminal);
     EXPECT_TRUE(takeStatuses().empty());
 }
 

@@ -128,18 +128,18 @@ TEST_F(TaskSyncTest, ThePersonStopsATaskByItsWorkItem) {
     startWithFolder();
     auto other = complete("s1");
     auto id = begin("mac.codex.run");
-    EXPECT_FALSE(features->agents.zastavitUkol(other));
+    EXPECT_FALSE(features->agents.stopTask(other));
     EXPECT_TRUE(agent().signals.empty());
-    EXPECT_TRUE(features->agents.zastavitUkol(id));
+    EXPECT_TRUE(features->agents.stopTask(id));
     finish(15);
     EXPECT_EQ(historie().ukol(id)->stav, UkolAgenta::Stav::preruseno);
-    EXPECT_FALSE(features->agents.zastavitUkol(id));
+    EXPECT_FALSE(features->agents.stopTask(id));
 }
 
 TEST_F(TaskSyncTest, AnEndOfTheProgramStopsTheAgentAndTheNextStartTellsOfTheInterruption) {
     startWithFolder();
     auto id = begin("mac.codex.run");
-    executor.start(companion->ukoncit());
+    executor.start(companion->shutDown());
     executor.runUntilIdle();
     EXPECT_EQ(agent().signals, std::vector{ChildSignal::terminate});
     finish(15);
@@ -177,7 +177,7 @@ TEST_F(TaskSyncTest, ThePersonStopsATaskThatTheHistoryHasForgotten) {
     startWithFolder();
     auto id = begin("mac.codex.run");
     historie().vymazat();
-    EXPECT_TRUE(features->agents.zastavitUkol(id));
+    EXPECT_TRUE(features->agents.stopTask(id));
     finish(15);
     EXPECT_EQ(itemsIn(settled()).back().status, WorkItemStatus::interrupted);
 }
@@ -227,7 +227,7 @@ TEST_F(TaskSyncTest, BothAgentsAreLookedForAtOnceAndEachIsToldAsSoonAsItIsKnown)
 
 TEST_F(TaskSyncTest, AnAgentThatIsSwitchedOffIsToldToBe) {
     startSecured();
-    companion->integrations().vypnout(Integration::codex);
+    companion->integrations().turnOff(Integration::codex);
     auto status = takeStatuses().back();
     EXPECT_EQ(status.codex, (AgentStatus{false, {}, {}, Sentence("Vypnuto")}));
     EXPECT_TRUE(status.claude.installed);

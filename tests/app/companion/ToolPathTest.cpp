@@ -117,7 +117,7 @@ TEST_F(ToolPathTest, BadArgumentsAreNoArguments) {
 TEST_F(ToolPathTest, AToolThatIsNotOnOfferEndsInOneSentenceAndInTheTrouble) {
     startSecured();
     allowFolder("Projekty");
-    companion->integrations().vypnout(Integration::files);
+    companion->integrations().turnOff(Integration::files);
     auto answer = call("mac.files.read", R"({"path":"a.txt"})");
     EXPECT_FALSE(answer.ok);
     EXPECT_EQ(answer.json, errorOf("Nástroj mac.files.read tenhle Mac nemá."));
@@ -126,12 +126,12 @@ TEST_F(ToolPathTest, AToolThatIsNotOnOfferEndsInOneSentenceAndInTheTrouble) {
 
 TEST_F(ToolPathTest, WithoutAnAllowedFolderNoFileToolIsOffered) {
     startSecured();
-    companion->integrations().vypnout(Integration::notes);
-    EXPECT_EQ(namesOf(companion->nastroje().nabizeneNastroje()), std::vector<std::string>{"mac.status"});
+    companion->integrations().turnOff(Integration::notes);
+    EXPECT_EQ(namesOf(companion->toolGate().nabizeneNastroje()), std::vector<std::string>{"mac.status"});
     auto folder = allowFolder("Projekty");
-    EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 6U);
+    EXPECT_EQ(companion->toolGate().nabizeneNastroje().size(), 6U);
     features->files.slozky().odebrat(folder);
-    EXPECT_EQ(companion->nastroje().nabizeneNastroje().size(), 1U);
+    EXPECT_EQ(companion->toolGate().nabizeneNastroje().size(), 1U);
 }
 
 TEST_F(ToolPathTest, ReservedAndUnknownNamesAreRefusedAlike) {
@@ -230,8 +230,8 @@ Task<std::string> local(ToolGate& gate, std::string name, boost::json::object ar
 TEST_F(ToolPathTest, TheOwnAssistantReadsWithoutAskingAndLeavesTheTroubleAlone) {
     start();
     allowFolder("Projekty");
-    EXPECT_EQ(executor.run(local(companion->nastroje(), "mac.files.read", {})), errorOf("Chybí cesta."));
-    EXPECT_EQ(executor.run(local(companion->nastroje(), "mac.web.search", {})),
+    EXPECT_EQ(executor.run(local(companion->toolGate(), "mac.files.read", {})), errorOf("Chybí cesta."));
+    EXPECT_EQ(executor.run(local(companion->toolGate(), "mac.web.search", {})),
               errorOf("Nástroj mac.web.search tenhle Mac nemá."));
     EXPECT_EQ(trouble(), "none");
 }
@@ -239,7 +239,7 @@ TEST_F(ToolPathTest, TheOwnAssistantReadsWithoutAskingAndLeavesTheTroubleAlone) 
 TEST_F(ToolPathTest, TheOwnAssistantAsksBeforeEveryChange) {
     start();
     auto folder = allowFolder("Projekty");
-    auto& gate = companion->nastroje();
+    auto& gate = companion->toolGate();
     auto& approvals = companion->schvalovani();
     auto write = [&] { return local(gate, "mac.files.write", {{"path", "a.txt"}, {"content", "1"}}); };
 
@@ -261,14 +261,14 @@ TEST_F(ToolPathTest, TheOwnAssistantAsksBeforeEveryChange) {
 TEST_F(ToolPathTest, WhatLeftTheOfferWhileItWasAskedAboutIsNotCarriedOut) {
     start();
     auto folder = allowFolder("Projekty");
-    auto writing = local(companion->nastroje(), "mac.files.write", {{"path", "a.txt"}, {"content", "1"}});
+    auto writing = local(companion->toolGate(), "mac.files.write", {{"path", "a.txt"}, {"content", "1"}});
     auto answer = std::make_shared<std::string>();
     executor.start([](Task<std::string> held, std::shared_ptr<std::string> kept) -> Task<void> {
         *kept = co_await std::move(held);
     }(std::move(writing), answer));
     executor.runUntilIdle();
     ASSERT_TRUE(companion->schvalovani().zadost().value());
-    companion->integrations().vypnout(Integration::files);
+    companion->integrations().turnOff(Integration::files);
     companion->schvalovani().rozhodnout(true);
     executor.runUntilIdle();
     EXPECT_EQ(*answer, errorOf("Nástroj mac.files.write tenhle Mac nemá."));
@@ -290,7 +290,7 @@ TEST_F(ToolPathTest, WhateverIsNotAYesRefusesTheOwnAssistant) {
     };
     for (const auto& end : ends) {
         auto answer = std::make_shared<std::string>();
-        executor.start(noteLocal(companion->nastroje(), answer));
+        executor.start(noteLocal(companion->toolGate(), answer));
         executor.runUntilIdle();
         EXPECT_EQ(*answer, "");
         end();

@@ -87,7 +87,7 @@ class UnpairingTest : public AgentHarness, public testing::WithParamInterface<Wa
         executor.start([](ToolGate* gate, std::string name, boost::json::object given,
                           std::shared_ptr<std::optional<boost::json::object>> kept) -> Task<void> {
             kept->emplace(co_await gate->provestMistne(std::move(name), std::move(given)));
-        }(&companion->nastroje(), tool, std::move(arguments), answer));
+        }(&companion->toolGate(), tool, std::move(arguments), answer));
         executor.runUntilIdle();
         if (isApproved) companion->schvalovani().rozhodnout(true);
         executor.runUntilIdle();
@@ -172,7 +172,7 @@ TEST_P(UnpairingTest, ARunningAgentIsStoppedAndItsTaskKeptAsInterrupted) {
     EXPECT_EQ(agent().signals, std::vector{asked});
     finish(15);
     EXPECT_EQ(historie().ukol(id)->stav, UkolAgenta::Stav::preruseno);
-    EXPECT_FALSE(features->agents.uloha());
+    EXPECT_FALSE(features->agents.currentTask());
 }
 
 TEST_P(UnpairingTest, ATaskThatIsBeingPreparedStartsNoAgent) {
@@ -303,7 +303,7 @@ TEST_P(UnpairingTest, TheNextPhoneIsToldOfTheInterruptionAndMayBeginATask) {
     pairAgain(another);
     another.call("mac.codex.run", R"({"instruction":"Další"})", "early");
     executor.runUntilIdle();
-    EXPECT_EQ(features->agents.uloha(), id) << "the old one has not ended yet";
+    EXPECT_EQ(features->agents.currentTask(), id) << "the old one has not ended yet";
     (void)another.take();
     finish(old, 15);
     executor.runUntilIdle();
@@ -313,7 +313,7 @@ TEST_P(UnpairingTest, TheNextPhoneIsToldOfTheInterruptionAndMayBeginATask) {
 
     another.call("mac.codex.run", R"({"instruction":"Další"})", "late");
     executor.runUntilIdle();
-    EXPECT_NE(features->agents.uloha(), id);
+    EXPECT_NE(features->agents.currentTask(), id);
     EXPECT_TRUE(agent().signals.empty());
     finish();
     EXPECT_EQ(historie().polozky().front().stav, UkolAgenta::Stav::hotovo);

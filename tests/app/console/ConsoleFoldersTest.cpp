@@ -48,7 +48,7 @@ TEST_F(ConsoleFoldersTest, ANoToOneFolderSaysNothingOfTheNext) {
 TEST_F(ConsoleFoldersTest, AQuestionThatIsOpenAtTheEndDoesNotHoldTheProgram) {
     startShell();
     type("povolit /");
-    EXPECT_TRUE(executor.run(companion->ukoncit()));
+    EXPECT_TRUE(executor.run(companion->shutDown()));
     EXPECT_TRUE(features->files.slozky().povolene().empty());
 }
 

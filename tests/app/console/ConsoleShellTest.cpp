@@ -81,7 +81,7 @@ TEST_F(ConsoleShellTest, TellsAtOnceAndInTheStatusThatTheSettingsAreNotSaved) {
 TEST_F(ConsoleShellTest, AnUnpairingThatIsNotSavedIsTold) {
     startShell();
     lines.clear();
-    companion->stav().potizTrezoru = Sentence("Odpojení telefonu se nepodařilo uložit: Na disku není místo.");
+    companion->stav().vaultTrouble = Sentence("Odpojení telefonu se nepodařilo uložit: Na disku není místo.");
     const std::string told = "Potíž: Odpojení telefonu se nepodařilo uložit: Na disku není místo.";
     EXPECT_EQ(lines, std::vector<std::string>{told});
     EXPECT_TRUE(hasLine(type("stav"), told));
@@ -89,7 +89,7 @@ TEST_F(ConsoleShellTest, AnUnpairingThatIsNotSavedIsTold) {
 
 TEST_F(ConsoleShellTest, ATroubleOfTheSettingsThatWasToldBeforeStandsBesideEachChangeToo) {
     startShell();
-    companion->stav().potizNastaveni = Sentence("Na disku není místo.");
+    companion->stav().settingsTrouble = Sentence("Na disku není místo.");
     const auto folder = allowFolder("Projekty");
     const std::string told = "Potíž: Na disku není místo.";
     EXPECT_TRUE(hasLine(type("vypnout terminal"), told));
@@ -100,8 +100,8 @@ TEST_F(ConsoleShellTest, ATroubleOfTheSettingsThatWasToldBeforeStandsBesideEachC
 TEST_F(ConsoleShellTest, TellsThatThePhoneHasLeftWhileItsNumberWaits) {
     startShell();
     lines.clear();
-    companion->stav().telefonOdesel = true;
-    companion->stav().telefonOdesel = false;
+    companion->stav().phoneHasLeft = true;
+    companion->stav().phoneHasLeft = false;
     EXPECT_EQ(lines,
               std::vector<std::string>{"Párování: Telefon mezitím odešel. Pokud párování vzdal, nepřipojí "
                                        "se a je potřeba ho spárovat znovu."});

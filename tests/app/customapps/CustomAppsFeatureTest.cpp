@@ -24,7 +24,7 @@ class CustomAppsFeatureTest : public CompanionHarness {
 
     std::vector<std::string> offered() {
         std::vector<std::string> names;
-        for (const auto& tool : companion->nastroje().nabizeneNastroje()) names.push_back(tool.name);
+        for (const auto& tool : companion->toolGate().nabizeneNastroje()) names.push_back(tool.name);
         return names;
     }
 
@@ -72,15 +72,15 @@ TEST_F(CustomAppsFeatureTest, EachChangedSwitchAsksAnewWhileTheFamilyIsOn) {
     lend("now", 3);
     add("Počasí");
     EXPECT_EQ(http.requests.size(), 1U);
-    companion->integrations().vypnout(Integration::notes);
+    companion->integrations().turnOff(Integration::notes);
     executor.runUntilIdle();
     EXPECT_EQ(http.requests.size(), 2U);
     EXPECT_NE(customTool(), "none");
-    companion->integrations().vypnout(Integration::customApps);
+    companion->integrations().turnOff(Integration::customApps);
     executor.runUntilIdle();
     EXPECT_EQ(http.requests.size(), 2U);
     EXPECT_EQ(customTool(), "none");
-    EXPECT_TRUE(ended(companion->integrations().zapnout(Integration::customApps)).has_value());
+    EXPECT_TRUE(ended(companion->integrations().turnOn(Integration::customApps)).has_value());
     executor.runUntilIdle();
     EXPECT_EQ(http.requests.size(), 3U);
     EXPECT_NE(customTool(), "none");
@@ -110,7 +110,7 @@ TEST_F(CustomAppsFeatureTest, TheComputersOwnAssistantAsksBeforeACustomTool) {
     add("Počasí");
     executor.start([](ToolGate& gate, std::string name) -> Task<void> {
         (void)co_await gate.provestMistne(std::move(name), {});
-    }(companion->nastroje(), customTool()));
+    }(companion->toolGate(), customTool()));
     executor.runUntilIdle();
     EXPECT_TRUE(companion->schvalovani().zadost().value());
     EXPECT_EQ(http.requests.size(), 1U);

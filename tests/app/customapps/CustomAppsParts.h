@@ -22,7 +22,7 @@ class CustomAppsParts {
 
     ~CustomAppsParts() {
         scope.stop();
-        vyzaduj(executor_.run(scope.join()), "a refresh does not end");
+        require(executor_.run(scope.join()), "a refresh does not end");
         executor_.run(seen.saved());
     }
 

@@ -15,7 +15,7 @@ using Chyba = SouboryBridge::Chyba;
 class BareRepositoryTest : public testing::Test {
   protected:
     std::string write(const std::string& path) {
-        auto result = executor.run(soubory.zapis(path, "text", "Projects", tree.allowed())).value();
+        auto result = executor.run(files.zapis(path, "text", "Projects", tree.allowed())).value();
         return result ? *result : result.error().popis().czech();
     }
 
@@ -31,13 +31,13 @@ class BareRepositoryTest : public testing::Test {
     }
 
     void expectRefused(const std::string& path, const std::string& name) {
-        EXPECT_EQ(write(path), (Chyba{Chyba::SpustilByProgram{name}}.popis().czech())) << path;
+        EXPECT_EQ(write(path), (Chyba{Chyba::WouldStartProgram{name}}.popis().czech())) << path;
         EXPECT_FALSE(tree.exists("home/Projects/" + path)) << path;
     }
 
     FileTree tree;
     ManualExecutor executor;
-    SouboryBridge soubory{executor};
+    SouboryBridge files{executor};
 };
 
 TEST_F(BareRepositoryTest, AHeadIsNotPutBesideWhatMakesARepository) {
@@ -134,8 +134,8 @@ TEST_F(BareRepositoryTest, LinksAreJudgedByWhereTheyLead) {
     tree.link("home/Projects/nice", "b.git");
     tree.link("home/Projects/new.txt", "b.git/description");
     tree.link("home/Projects/linked/HEAD", "/nowhere");
-    EXPECT_EQ(write("nice/x"), (Chyba{Chyba::SpustilByProgram{"x"}}.popis().czech()));
-    EXPECT_EQ(write("new.txt"), (Chyba{Chyba::SpustilByProgram{"description"}}.popis().czech()));
+    EXPECT_EQ(write("nice/x"), (Chyba{Chyba::WouldStartProgram{"x"}}.popis().czech()));
+    EXPECT_EQ(write("new.txt"), (Chyba{Chyba::WouldStartProgram{"description"}}.popis().czech()));
     EXPECT_EQ(write("nice/../plain/x"), "x");
     expectRefused("linked/x", "x");
 }

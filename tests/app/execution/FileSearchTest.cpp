@@ -26,11 +26,11 @@ using Found = std::vector<std::string>;
 class FileSearchTest : public testing::Test {
   protected:
     Found search(const std::optional<std::string>& query, int limit = 50) {
-        return executor.run(soubory.hledej(query, {}, limit, tree.allowed(), {})).value().value();
+        return executor.run(files.hledej(query, {}, limit, tree.allowed(), {})).value().value();
     }
 
-    std::string refusal(const std::optional<std::string>& slozka, const PovoleneSlozky& slozky) {
-        auto result = executor.run(soubory.hledej("a", slozka, 50, slozky, {})).value();
+    std::string refusal(const std::optional<std::string>& slozka, const AllowedFolders& slozky) {
+        auto result = executor.run(files.hledej("a", slozka, 50, slozky, {})).value();
         return result ? "" : result.error().popis().czech();
     }
 
@@ -41,7 +41,7 @@ class FileSearchTest : public testing::Test {
 
     FileTree tree;
     ManualExecutor executor;
-    SouboryBridge soubory{executor};
+    SouboryBridge files{executor};
 };
 
 TEST_F(FileSearchTest, AnAbsentOrEmptyQueryMatchesEveryFile) {
@@ -146,7 +146,7 @@ TEST_F(FileSearchTest, AMissingFolderGivesAnEmptyList) {
 TEST_F(FileSearchTest, AFolderThatIsALinkIsSearched) {
     tree.file("outside/a", "");
     tree.link("home/way", tree.path("outside"));
-    auto result = executor.run(soubory.hledej({}, {}, 50, tree.allowed({"home/way"}), {}));
+    auto result = executor.run(files.hledej({}, {}, 50, tree.allowed({"home/way"}), {}));
     EXPECT_THAT(result->value(), ElementsAre("a"));
 }
 
@@ -163,7 +163,7 @@ TEST_F(FileSearchTest, TheFolderThatIsNamedIsWalked) {
     tree.file("outside/second", "");
     const auto two = tree.allowed({"home/Projects", "outside"});
     auto found = [&](const std::string& slozka) {
-        return executor.run(soubory.hledej({}, slozka, 50, two, {})).value().value();
+        return executor.run(files.hledej({}, slozka, 50, two, {})).value().value();
     };
     EXPECT_THAT(found("Projects"), ElementsAre("first"));
     EXPECT_THAT(found("outside"), ElementsAre("second"));
@@ -190,7 +190,7 @@ TEST_F(FileSearchTest, AStopEndsTheWalk) {
     tree.file("home/Projects/a", "");
     std::stop_source stop;
     stop.request_stop();
-    auto result = executor.run(soubory.hledej({}, {}, 50, tree.allowed(), stop.get_token())).value();
+    auto result = executor.run(files.hledej({}, {}, 50, tree.allowed(), stop.get_token())).value();
     ASSERT_FALSE(result);
     const auto* known = result.error().as<TalkSpanError>();
     ASSERT_NE(known, nullptr);

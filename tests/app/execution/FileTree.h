@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/execution/PovoleneSlozky.h"
+#include "app/execution/AllowedFolders.h"
 #include "platform/memory/FixedFolders.h"
 #include "tests/support/FolderTree.h"
 
@@ -19,7 +19,7 @@ class FileTree : public FolderTree {
         standard.homes["eva"] = path("outside");
     }
 
-    [[nodiscard]] PovoleneSlozky allowed(const std::vector<std::string>& names = {"home/Projects"}) const {
+    [[nodiscard]] AllowedFolders allowed(const std::vector<std::string>& names = {"home/Projects"}) const {
         std::vector<std::string> slozky;
         for (const auto& name : names) slozky.push_back(path(name));
         return {std::move(slozky), standard};

@@ -113,7 +113,7 @@ class ObeyedFilesTest : public testing::Test {
   protected:
     /// What is said to a new file of this text; its name when it was written.
     std::string write(const std::string& path, const std::vector<std::string>& folders = {"home/Projects"}) {
-        auto result = executor.run(soubory.zapis(path, "text", "Projects", tree.allowed(folders))).value();
+        auto result = executor.run(files.zapis(path, "text", "Projects", tree.allowed(folders))).value();
         return result ? *result : result.error().popis().czech();
     }
 
@@ -122,7 +122,7 @@ class ObeyedFilesTest : public testing::Test {
     }
 
     static std::string refused(const std::string& name) {
-        return Chyba{Chyba::SpustilByProgram{name}}.popis().czech();
+        return Chyba{Chyba::WouldStartProgram{name}}.popis().czech();
     }
 
     /// A path is refused by this name, and nothing is made on the way there.
@@ -133,7 +133,7 @@ class ObeyedFilesTest : public testing::Test {
 
     FileTree tree;
     ManualExecutor executor;
-    SouboryBridge soubory{executor};
+    SouboryBridge files{executor};
 };
 
 std::string upperAscii(std::string text) {
@@ -201,8 +201,8 @@ TEST_F(ObeyedFilesTest, ReadingAndSearchingStayAsTheyAre) {
     tree.file("home/Projects/bare/HEAD", "inside");
     tree.file("home/Projects/bare/config", "inside");
     for (const std::string path : {".git/config", ".envrc", "bare/HEAD", "bare/config"})
-        EXPECT_EQ(executor.run(soubory.precti(path, {}, tree.allowed())).value(), "inside") << path;
-    auto found = executor.run(soubory.hledej("HEAD", {}, 9, tree.allowed(), {})).value();
+        EXPECT_EQ(executor.run(files.precti(path, {}, tree.allowed())).value(), "inside") << path;
+    auto found = executor.run(files.hledej("HEAD", {}, 9, tree.allowed(), {})).value();
     EXPECT_EQ(found, std::vector<std::string>{"bare/HEAD"});
 }
 

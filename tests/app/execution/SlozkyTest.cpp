@@ -281,9 +281,9 @@ TEST_F(SlozkyTest, AFolderThatSomebodyReplacedNeedsRenewal) {
 TEST_F(SlozkyTest, ASnapshotKeepsTheFoldersOfItsMoment) {
     auto slozky = load();
     choose(*slozky, {a});
-    auto snimek = slozky->snimek();
+    auto snapshot = slozky->snapshot();
     slozky->odebrat(a);
-    EXPECT_TRUE(snimek.obsahuje(a + "/file"));
+    EXPECT_TRUE(snapshot.obsahuje(a + "/file"));
     EXPECT_FALSE(slozky->obsahuje(a + "/file"));
 }
 

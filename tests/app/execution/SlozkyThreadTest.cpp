@@ -13,13 +13,13 @@ TEST_F(SlozkyThreadTest, UseOnAnotherThreadEndsTheProcess) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     auto slozky = load();
     const std::vector<std::function<void()>> uses{
-        [&] { (void)slozky->povolene(); },       [&] { (void)slozky->vyzadujiObnoveni(); },
-        [&] { (void)slozky->chybaOpravneni(); }, [&] { (void)slozky->snimek(); },
-        [&] { (void)slozky->aliasy(); },         [&] { (void)slozky->slozkaProAlias("a"); },
-        [&] { (void)slozky->obsahuje("/a"); },   [&] { ManualExecutor().run(slozky->pridat()); },
-        [&] { slozky->odebrat("/a"); },          [&] { (void)slozky->priZmene([] {}); },
-        [&] { (void)slozky->otazka(); },         [&] { slozky->odpovedet(Slozky::Odpoved::ne); },
-        [&] { (void)slozky->priOtazce([] {}); },
+        [&] { (void)slozky->povolene(); },        [&] { (void)slozky->vyzadujiObnoveni(); },
+        [&] { (void)slozky->chybaOpravneni(); },  [&] { (void)slozky->snapshot(); },
+        [&] { (void)slozky->aliasy(); },          [&] { (void)slozky->slozkaProAlias("a"); },
+        [&] { (void)slozky->obsahuje("/a"); },    [&] { ManualExecutor().run(slozky->pridat()); },
+        [&] { slozky->odebrat("/a"); },           [&] { (void)slozky->priZmene([] {}); },
+        [&] { (void)slozky->question(); },        [&] { slozky->answerQuestion(Slozky::Odpoved::no); },
+        [&] { (void)slozky->onQuestion([] {}); },
     };
     for (const auto& use : uses) EXPECT_DEATH(std::thread(use).join(), "off the main thread");
 }

@@ -22,12 +22,12 @@ using Chyba = SouboryBridge::Chyba;
 class SouboryBridgeTest : public testing::Test {
   protected:
     std::string read(const std::string& path, const std::optional<std::string>& slozka = {}) {
-        return said(executor.run(soubory.precti(path, slozka, tree.allowed())).value());
+        return said(executor.run(files.precti(path, slozka, tree.allowed())).value());
     }
 
     std::string write(const std::string& path, const std::string& text,
                       const std::optional<std::string>& slozka = {}) {
-        return said(executor.run(soubory.zapis(path, text, slozka, tree.allowed())).value());
+        return said(executor.run(files.zapis(path, text, slozka, tree.allowed())).value());
     }
 
     static std::string said(const Result<std::string>& result) {
@@ -44,7 +44,7 @@ class SouboryBridgeTest : public testing::Test {
 
     FileTree tree;
     ManualExecutor executor;
-    SouboryBridge soubory{executor};
+    SouboryBridge files{executor};
 };
 
 TEST_F(SouboryBridgeTest, ReadsTheTextOfAFile) {
@@ -80,10 +80,10 @@ TEST_F(SouboryBridgeTest, AFileOf256KilobytesIsReadAndOneByteMoreIsNot) {
 }
 
 TEST_F(SouboryBridgeTest, AFileWhoseSizeIsNotKnownIsRead) {
-    PovoleneSlozky proc({"/proc"}, tree.standard);
+    AllowedFolders proc({"/proc"}, tree.standard);
     auto self = "/proc/" + std::to_string(::getpid());
     EXPECT_EQ(std::filesystem::file_size(self + "/status"), 0U);
-    EXPECT_TRUE(said(executor.run(soubory.precti(self + "/status", {}, proc)).value()).starts_with("Name:"));
+    EXPECT_TRUE(said(executor.run(files.precti(self + "/status", {}, proc)).value()).starts_with("Name:"));
 }
 
 TEST_F(SouboryBridgeTest, WhatIsMissingOrAFolderIsNoFile) {
@@ -102,15 +102,15 @@ TEST_F(SouboryBridgeTest, APipeOrADeviceIsNoFileAndIsNotWaitedFor) {
     ASSERT_EQ(::mkfifo(tree.path("home/Projects/pipe").c_str(), 0600), 0);
     EXPECT_EQ(read("pipe"), notAFile("pipe"));
     EXPECT_EQ(write("pipe", "x"), exists("pipe"));
-    PovoleneSlozky devices({"/dev"}, tree.standard);
-    EXPECT_EQ(said(executor.run(soubory.precti("/dev/zero", {}, devices)).value()), notAFile("zero"));
+    AllowedFolders devices({"/dev"}, tree.standard);
+    EXPECT_EQ(said(executor.run(files.precti("/dev/zero", {}, devices)).value()), notAFile("zero"));
 }
 
 TEST_F(SouboryBridgeTest, AFileThatCannotBeReadIsTold) {
-    PovoleneSlozky proc({"/proc"}, tree.standard);
+    AllowedFolders proc({"/proc"}, tree.standard);
     // A process's own memory has nothing at address 0: the file opens and the read fails.
     auto memory = "/proc/" + std::to_string(::getpid()) + "/mem";
-    EXPECT_EQ(said(executor.run(soubory.precti(memory, {}, proc)).value()),
+    EXPECT_EQ(said(executor.run(files.precti(memory, {}, proc)).value()),
               "Soubor mem se nepodařilo přečíst.");
 }
 

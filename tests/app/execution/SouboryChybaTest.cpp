@@ -22,9 +22,9 @@ TEST(SouboryChyba, EveryCaseHasItsSentence) {
                   "Soubor a má přes 256 kB. Na čtení hlasem je to moc; řekni, co v něm hledat."},
              Case{{Chyba::UzExistuje{"a"}},
                   "Soubor a už existuje. Přepsání musíš potvrdit — to zatím neumím."},
-             Case{{Chyba::SpustilByProgram{".git"}},
+             Case{{Chyba::WouldStartProgram{".git"}},
                   "Soubor .git by mohl sám spustit program. Takový nezapisuju."},
-             Case{{Chyba::PrilisMnohoZapsano{}},
+             Case{{Chyba::TooMuchWritten{}},
                   "Za poslední hodinu už bylo zapsáno tolik, kolik smí, tedy 1 GB. Zkus to později."},
              Case{{Chyba::Selhalo{"Text."}}, "Text."},
          })
@@ -32,8 +32,8 @@ TEST(SouboryChyba, EveryCaseHasItsSentence) {
 }
 
 TEST(SouboryChyba, AMissingFolderNamesTheAllowedOnesOrSaysThatThereIsNone) {
-    EXPECT_EQ(Chyba::bezSlozky("Vyber.", {"a", "b"}).popis().czech(), "Vyber. Povolené: a, b.");
-    EXPECT_EQ(Chyba::bezSlozky("Vyber.", {}).popis().czech(), "Na Macu není povolená žádná složka.");
+    EXPECT_EQ(Chyba::noFolder("Vyber.", {"a", "b"}).popis().czech(), "Vyber. Povolené: a, b.");
+    EXPECT_EQ(Chyba::noFolder("Vyber.", {}).popis().czech(), "Na Macu není povolená žádná složka.");
 }
 
 } // namespace

@@ -29,7 +29,7 @@ std::string takeWord(std::string_view& text) {
             word += isEscape ? unescaped(text.front()) : text.front();
         }
     }
-    vyzaduj(!quoted, "a quote is open in the table");
+    require(!quoted, "a quote is open in the table");
     text.remove_prefix(text.empty() ? 0 : 1);
     return word;
 }
@@ -47,7 +47,7 @@ std::vector<std::string> words(std::string_view text, const std::string& root) {
 /// The detail of a verdict may have spaces in it, and quotes around it where they stand at an end.
 TerminalRow row(int line, std::string_view text, const std::string& root) {
     auto middle = text.find(arrow);
-    vyzaduj(middle != std::string_view::npos, "a row without a verdict");
+    require(middle != std::string_view::npos, "a row without a verdict");
     auto verdict = text.substr(middle + arrow.size());
     TerminalRow made{
         .line = line, .command = words(text.substr(0, middle), root), .verdict = {}, .detail = {}};

@@ -36,7 +36,7 @@ TEST_F(RealProgramsTest, AGrandchildInASessionOfItsOwnCannotHangTheCaller) {
                               "read x <" +
                               path + ".go; echo parent");
     // The parent ends once its child lives in its own session.
-    vyzaduj(::mkfifo((path + ".go").c_str(), 0600) == 0 || errno == EEXIST, "no pipe");
+    require(::mkfifo((path + ".go").c_str(), 0600) == 0 || errno == EEXIST, "no pipe");
     run.lines->waitForAny();
     std::ofstream(path + ".go") << "go\n";
     run.lines->waitFor("parent");
@@ -98,7 +98,7 @@ TEST_F(RealProgramsTest, WhatWasWrittenBeforeNobodyWaitsAnyMoreIsReadByASlowRead
     const auto go = fifo();
     const auto again = go + ".again";
     const auto written = go + ".written";
-    for (const auto& path : {again, written}) vyzaduj(::mkfifo(path.c_str(), 0600) == 0, "no pipe");
+    for (const auto& path : {again, written}) require(::mkfifo(path.c_str(), 0600) == 0, "no pipe");
     std::promise<void> late;
     std::promise<void> reads;
     const auto slowly = [&, mayRead = reads.get_future().share()](std::string_view line) {

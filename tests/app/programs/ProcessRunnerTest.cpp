@@ -19,10 +19,10 @@ using namespace std::chrono_literals;
 /// A run whose program the test plays.
 class ProcessRunnerTest : public testing::Test {
   protected:
-    void begin(Zachyt zachyt = {}, bool withCallback = true) {
+    void begin(Capture capture = {}, bool withCallback = true) {
         NaRadek callback = [this](std::string_view line) { lines.emplace_back(line); };
         executor.start(store(runner.spustit({.binary = "/bin/tool", .args = {"a"}}, 30s,
-                                            withCallback ? callback : NaRadek{}, zachyt)));
+                                            withCallback ? callback : NaRadek{}, capture)));
         executor.runUntilIdle();
     }
 
@@ -146,7 +146,7 @@ TEST_F(ProcessRunnerTest, KeepsTheEndOfTheErrorsWhenTheCallerWantsThat) {
         {{"aaň", "bcd"}, "\ufffdbcd"},
     };
     for (const auto& [chunks, kept] : cases) {
-        begin({.chyby = 4, .castChyb = Zachyt::Cast::konec});
+        begin({.chyby = 4, .errorsPart = Capture::Part::ending});
         for (const auto& chunk : chunks) child().listener->errors(chunk);
         EXPECT_EQ(exitAndEnd().chyby, kept);
     }
@@ -169,12 +169,12 @@ TEST_F(ProcessRunnerTest, KeepsTheEndOfTheOutputWhenTheCallerWantsThatAndSaysWhe
         {{"\xff\xff\xff\xff"}, "\ufffd\ufffd\ufffd\ufffd", "\ufffd\ufffd\ufffd\ufffd", false},
     };
     for (const auto& [chunks, wantedEnd, beginning, isCut] : cases)
-        for (auto cast : {Zachyt::Cast::konec, Zachyt::Cast::zacatek}) {
-            begin({.vystup = 4, .castVystupu = cast});
+        for (auto part : {Capture::Part::ending, Capture::Part::beginning}) {
+            begin({.vystup = 4, .outputPart = part});
             for (const auto& chunk : chunks) say(chunk);
             const auto whole = exitAndEnd();
-            EXPECT_EQ(whole.vystup, cast == Zachyt::Cast::konec ? wantedEnd : beginning);
-            EXPECT_EQ(whole.vystupUriznut, isCut) << wantedEnd;
+            EXPECT_EQ(whole.vystup, part == Capture::Part::ending ? wantedEnd : beginning);
+            EXPECT_EQ(whole.isOutputCut, isCut) << wantedEnd;
         }
 }
 
@@ -187,7 +187,7 @@ TEST_F(ProcessRunnerTest, ALineThatIsTooLongIsPassedOverAsAWhole) {
     };
     for (const auto& chunks : cases) {
         lines.clear();
-        begin({.radek = 4});
+        begin({.line = 4});
         for (const auto& chunk : chunks)
             if (!chunk.empty()) say(chunk);
         exitAndEnd();
@@ -196,7 +196,7 @@ TEST_F(ProcessRunnerTest, ALineThatIsTooLongIsPassedOverAsAWhole) {
 }
 
 TEST_F(ProcessRunnerTest, ALastLineThatIsTooLongIsPassedOver) {
-    begin({.radek = 4});
+    begin({.line = 4});
     for (const char* chunk : {"a\n", "123", "456"}) say(chunk);
     EXPECT_EQ(exitAndEnd().vystup, "a\n123456");
     EXPECT_EQ(lines, std::vector<std::string>{"a"});
@@ -266,13 +266,13 @@ TEST_F(ProcessRunnerTest, ACancelStopsInTheSameStages) {
 
 TEST_F(ProcessRunnerTest, AnEndingIsAskedForOnceAndLeavesNoMark) {
     begin();
-    EXPECT_TRUE(runner.ukoncit());
+    EXPECT_TRUE(runner.askToEnd());
     clock.advance(5s);
     EXPECT_EQ(child().signals, Signals{ChildSignal::terminate});
     exit(15);
-    EXPECT_FALSE(runner.ukoncit());
+    EXPECT_FALSE(runner.askToEnd());
     auto whole = end();
-    EXPECT_FALSE(runner.ukoncit());
+    EXPECT_FALSE(runner.askToEnd());
     EXPECT_FALSE(whole.zruseno);
     EXPECT_FALSE(whole.vyprselCas);
     EXPECT_EQ(whole.navratovyKod, 15);

@@ -23,7 +23,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using Answer = ScriptedPrograms::Answer;
-using Nalez = ProgramDiscovery::Nalez;
+using FoundProgram = ProgramDiscovery::FoundProgram;
 using testing::ElementsAre;
 using testing::IsSupersetOf;
 using testing::StartsWith;
@@ -68,7 +68,7 @@ class ProgramDiscoveryTest : public testing::Test {
         return all;
     }
 
-    std::optional<Nalez> find(const std::vector<std::string>& names) {
+    std::optional<FoundProgram> find(const std::vector<std::string>& names) {
         return executor.run(discovery().najdiBinarku(names)).value();
     }
 
@@ -312,7 +312,7 @@ TEST_F(ProgramDiscoveryTest, ThePathIsResolvedOnceUntilItIsRenewed) {
     find({"x"});
     executor.run(discovery().prostrediNastroju());
     EXPECT_EQ(programs.programs.size(), started);
-    EXPECT_THAT(executor.run(discovery().prihlasovaciPath(ProgramDiscovery::Pamet::obnov)).value(),
+    EXPECT_THAT(executor.run(discovery().prihlasovaciPath(ProgramDiscovery::Cache::refresh)).value(),
                 StartsWith("/second:"));
     EXPECT_THAT(resolved(), StartsWith("/second:"));
 }
@@ -322,8 +322,8 @@ TEST_F(ProgramDiscoveryTest, TheOrderOfNamesOutranksTheOrderOfFolders) {
     file("three/first");
     file("one/second");
     file("two/second");
-    EXPECT_EQ(find({"first", "second"}), (Nalez{path("three/first"), path("three")}));
-    EXPECT_EQ(find({"missing-tool", "second"}), (Nalez{path("one/second"), path("one")}));
+    EXPECT_EQ(find({"first", "second"}), (FoundProgram{path("three/first"), path("three")}));
+    EXPECT_EQ(find({"missing-tool", "second"}), (FoundProgram{path("one/second"), path("one")}));
 }
 
 TEST_F(ProgramDiscoveryTest, OnlyAnExecutableFileIsFound) {
@@ -334,7 +334,7 @@ TEST_F(ProgramDiscoveryTest, OnlyAnExecutableFileIsFound) {
     std::filesystem::create_directories(path("three"));
     file("elsewhere/tool");
     std::filesystem::create_symlink(path("elsewhere/tool"), path("three/tool"));
-    EXPECT_EQ(find({"tool"}), (Nalez{path("three/tool"), path("three")}));
+    EXPECT_EQ(find({"tool"}), (FoundProgram{path("three/tool"), path("three")}));
 }
 
 TEST_F(ProgramDiscoveryTest, ATextThatIsNoNameIsNotFound) {
@@ -372,7 +372,7 @@ TEST(ProgramDiscovery, ARealShellWithABannerGivesThePathOfItsStartUpFiles) {
          folder.path().string()});
     EXPECT_THAT(await(home, discovery.prihlasovaciPath()),
                 testing::AllOf(StartsWith("/from/profile:/"), testing::HasSubstr(":/opt/homebrew/bin:")));
-    EXPECT_EQ(await(home, discovery.najdiBinarku({"no-such-tool", "sh"}))->binarka.substr(0, 5), "/usr/");
+    EXPECT_EQ(await(home, discovery.najdiBinarku({"no-such-tool", "sh"}))->binary.substr(0, 5), "/usr/");
 }
 
 } // namespace

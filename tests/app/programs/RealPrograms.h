@@ -35,14 +35,14 @@ class Lines {
     /// Blocks until the line is there.
     void waitFor(const std::string& line) {
         std::unique_lock lock(mutex_);
-        vyzaduj(more_.wait_for(lock, std::chrono::minutes(1),
+        require(more_.wait_for(lock, std::chrono::minutes(1),
                                [&] { return std::ranges::find(lines_, line) != lines_.end(); }),
                 "a line did not come");
     }
 
     void waitForAny() {
         std::unique_lock lock(mutex_);
-        vyzaduj(more_.wait_for(lock, std::chrono::minutes(1), [&] { return !lines_.empty(); }),
+        require(more_.wait_for(lock, std::chrono::minutes(1), [&] { return !lines_.empty(); }),
                 "no line came");
     }
 
@@ -66,9 +66,9 @@ class RealPrograms {
         return {.binary = "/bin/sh", .args = {"-c", script}, .cwd = {}, .env = {{"PATH", "/usr/bin:/bin"}}};
     }
 
-    Result<VysledekProcesu> run(OutsideProgram program, NaRadek naRadek = {}, Zachyt zachyt = {}) {
+    Result<VysledekProcesu> run(OutsideProgram program, NaRadek naRadek = {}, Capture capture = {}) {
         ProcessRunner runner(launcher, clock);
-        return await(home, runner.spustit(std::move(program), limit, std::move(naRadek), zachyt));
+        return await(home, runner.spustit(std::move(program), limit, std::move(naRadek), capture));
     }
 
     /// A run whose end the test awaits later.
@@ -98,7 +98,7 @@ class RealPrograms {
     void waitForWait(Clock::Duration wait) const {
         auto end = std::chrono::steady_clock::now() + std::chrono::minutes(1);
         while (clock.untilNext() != wait) {
-            vyzaduj(std::chrono::steady_clock::now() < end, "a wait did not begin");
+            require(std::chrono::steady_clock::now() < end, "a wait did not begin");
             std::this_thread::yield();
         }
     }

@@ -27,7 +27,7 @@ class RealProgramsTest : public testing::Test {
 
     std::string fifo() {
         auto path = (folder.path() / "fifo").string();
-        vyzaduj(::mkfifo(path.c_str(), 0600) == 0, "no pipe");
+        require(::mkfifo(path.c_str(), 0600) == 0, "no pipe");
         return path;
     }
 

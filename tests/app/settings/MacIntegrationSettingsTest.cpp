@@ -32,9 +32,9 @@ const std::vector<std::pair<Integration, std::string>> keys{
 void turn(MacIntegrationSettings& settings, Integration integration, bool on) {
     ManualExecutor executor;
     if (on)
-        EXPECT_TRUE(executor.run(settings.zapnout(integration)).value());
+        EXPECT_TRUE(executor.run(settings.turnOn(integration)).value());
     else
-        settings.vypnout(integration);
+        settings.turnOff(integration);
 }
 
 TEST(MacIntegrationSettings, AFreshInstallationHasEverythingOnButWebSearch) {
@@ -93,8 +93,8 @@ TEST(MacIntegrationSettings, WritingTheSameValueTwiceTellsOnce) {
     MacIntegrationSettings settings(defaults);
     int told = 0;
     const auto connection = settings.onChange([&told] { ++told; });
-    settings.vypnout(Integration::files);
-    settings.vypnout(Integration::files);
+    settings.turnOff(Integration::files);
+    settings.turnOff(Integration::files);
     turn(settings, Integration::notes, true);
     EXPECT_EQ(told, 1);
     EXPECT_EQ(defaults.writes, 1);
@@ -117,7 +117,7 @@ class SlowSwitchTest : public testing::Test, public SlowDefaults {
   protected:
     SlowSwitchTest() {
         connection = settings.onChange([this] { ++told; });
-        settings.vypnout(Integration::files);
+        settings.turnOff(Integration::files);
         write();
         told = 0;
     }
@@ -129,7 +129,7 @@ class SlowSwitchTest : public testing::Test, public SlowDefaults {
     }
 
     Task<void> note() {
-        const auto kept = co_await settings.zapnout(Integration::files);
+        const auto kept = co_await settings.turnOn(Integration::files);
         ends.push_back(kept ? "kept" : "refused");
     }
 
@@ -168,7 +168,7 @@ TEST_F(SlowSwitchTest, OffCountsAtOnceAndIsSavedLater) {
     turnOn();
     write();
     breakSaves();
-    settings.vypnout(Integration::files);
+    settings.turnOff(Integration::files);
     EXPECT_FALSE(isOn());
     write();
     EXPECT_TRUE(defaults.problem());
@@ -180,7 +180,7 @@ TEST_F(SlowSwitchTest, OffCountsAtOnceAndIsSavedLater) {
 
 TEST_F(SlowSwitchTest, OffEndsAnOnThatIsNotSavedYet) {
     turnOn();
-    settings.vypnout(Integration::files);
+    settings.turnOff(Integration::files);
     write();
     write();
     EXPECT_FALSE(isOn());
@@ -191,7 +191,7 @@ TEST_F(SlowSwitchTest, OffEndsAnOnThatIsNotSavedYet) {
 TEST_F(SlowSwitchTest, OffDuringTheSaveOfAnOnHoldsAlsoInTheFile) {
     turnOn();
     disk.runUntilIdle();
-    settings.vypnout(Integration::files);
+    settings.turnOff(Integration::files);
     write();
     write();
     EXPECT_FALSE(isOn());

@@ -74,7 +74,7 @@ TEST_F(AwaitedKeysTest, AKeyringThatStaysLockedIsToldOnceWithWhatCanBeDone) {
     const std::string told =
         "Klíčenka zůstala zamčená. Jsou v ní klíče tohoto počítače, bez nich se telefon nepřipojí.";
     store.failLoad =
-        KeychainChyba{vaultStatus::userCanceled, KeychainChyba::Pokus::cteni, "identita.podpisovy", {}};
+        KeychainChyba{vaultStatus::userCanceled, KeychainChyba::Pokus::reading, "identita.podpisovy", {}};
     startUiThenCompanion();
     letVaultWork();
     ASSERT_NE(window(), nullptr);

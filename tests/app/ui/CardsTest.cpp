@@ -92,20 +92,20 @@ TEST_F(CardsTest, ALookForTheAgentsIsSaidAndIsNoProblem) {
         EXPECT_FALSE(mentions("Zjistit znovu"));
     };
     for (auto* agent : {&agents.codex, &agents.claude})
-        *agent = AgentStatus{false, {}, {}, AgentsFeature::Stav::jesteNevim};
+        *agent = AgentStatus{false, {}, {}, AgentsFeature::Stav::notKnownYet};
     settle();
     isLooking();
     for (auto* agent : {&agents.codex, &agents.claude})
         *agent = AgentStatus{false, {}, {}, Sentence("Codex tu není.")};
-    state.zjistovani = 1;
+    state.detectionsUnderWay = 1;
     settle();
     isLooking();
-    state.zjistovani = 0;
+    state.detectionsUnderWay = 0;
     settle();
     EXPECT_TRUE(reads("Zjistit znovu: Codex"));
     EXPECT_FALSE(mentions("Zjišťuji…"));
     std::vector<int> looks;
-    auto noted = state.zjistovani.addNotifier([&] { looks.push_back(state.zjistovani); });
+    auto noted = state.detectionsUnderWay.addNotifier([&] { looks.push_back(state.detectionsUnderWay); });
     press("Obnovit stav");
     EXPECT_EQ(looks, (std::vector{1, 0}));
 }

@@ -1,6 +1,6 @@
 #include "app/agents/AgentChyba.h"
 #include "app/customapps/ServiceError.h"
-#include "app/execution/SirokaSlozka.h"
+#include "app/execution/WideFolder.h"
 #include "app/keychain/KeychainError.h"
 #include "app/ui/LanguageTable.h"
 #include "app/ui/Localized.h"
@@ -85,19 +85,19 @@ const std::vector<Words>& everyError() {
         return DecodeError{reason, "a.b[1]", Sentence("5")};
     };
     static const std::vector<Words> errors{
-        {"app/agents/AgentChyba.h", wordsOf(&AgentChyba::pripad)},
+        {"app/agents/AgentChyba.h", wordsOf(&AgentChyba::kind)},
         {"app/customapps/ServiceError.h", wordsOf(&ServiceError::value)},
-        {"app/execution/SirokaSlozka.h",
-         wordsOfEach<SirokaSlozka::Dosah>([](SirokaSlozka::Dosah dosah) { return SirokaSlozka{"", dosah}; })},
+        {"app/execution/WideFolder.h",
+         wordsOfEach<WideFolder::Reach>([](WideFolder::Reach reach) { return WideFolder{"", reach}; })},
         {"app/keychain/KeychainError.h", {filled<KeychainError>().popis()}},
         {"foundation/OneShot.h", {Abandoned{}.popis()}},
         {"shared/base/SystemError.h",
          wordsOfEach<SystemTrouble>([](SystemTrouble trouble) { return TextError{popis(trouble)}; })},
         {"platform/ports/UserDefaults.h", {ChangedMeanwhile{}.popis()}},
         {"shared-apple/KeychainChyba.h",
-         {KeychainChyba{5, KeychainChyba::Pokus::cteni, "identita", {}}.popis(),
-          KeychainChyba{5, KeychainChyba::Pokus::zapis, "identita", {}}.popis(),
-          KeychainChyba{5, KeychainChyba::Pokus::mazani, "identita", {}}.popis()}},
+         {KeychainChyba{5, KeychainChyba::Pokus::reading, "identita", {}}.popis(),
+          KeychainChyba{5, KeychainChyba::Pokus::writing, "identita", {}}.popis(),
+          KeychainChyba{5, KeychainChyba::Pokus::erasing, "identita", {}}.popis()}},
         {"shared-apple/MessageTooLong.h", {MessageTooLong{}.popis()}},
         {"shared-apple/RelayAddress.h",
          {RelayAddressRefused{}.popis(), RelayAddressRefused{Sample::text}.popis()}},

@@ -28,16 +28,16 @@ void EveryState::withoutAPhone(const Look& look) {
          {"a number", {StavParovani::OverCislo{"482 915"}}},
          {"a failure", {StavParovani::Chyba{Sentence("Adresa relaye nedává smysl.")}}}},
         look);
-    companion->stav().telefonOdesel = true;
+    companion->stav().phoneHasLeft = true;
     lookAtEach({{"a number of a phone that has left", {StavParovani::OverCislo{"482 915"}}}}, look);
-    companion->stav().telefonOdesel = false;
-    companion->stav().kliceJsouVSouborech = true;
+    companion->stav().phoneHasLeft = false;
+    companion->stav().areKeysInFiles = true;
     settle();
     look("keys in files", window());
-    companion->stav().klice = StavKlicu{};
+    companion->stav().keys = KeysState{};
     settle();
     look("keys that are awaited", window());
-    companion->stav().klice = StavKlicu{StavKlicu::Pripad::nejsou, klicenkaZamcenaCele};
+    companion->stav().keys = KeysState{KeysState::Case::missing, keychainLockedExplained};
     settle();
     look("a locked keyring", window());
 }
@@ -63,10 +63,10 @@ void EveryState::withAPhone(const Look& look) {
         settle();
         look(availability.popis(DeviceRole::phone, clock.now()).czech(), window());
     }
-    companion->stav().dalsiPokus = clock.sinceBoot() + 20s;
+    companion->stav().nextAttempt = clock.sinceBoot() + 20s;
     settle();
     look("the next attempt is waited for", window());
-    companion->stav().dalsiPokus = std::nullopt;
+    companion->stav().nextAttempt = std::nullopt;
     companion->stav().potiz = Sentence("Relay neodpověděl.");
     settle();
     look("trouble of the link", window());

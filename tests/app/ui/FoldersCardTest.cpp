@@ -41,10 +41,10 @@ TEST_F(FoldersCardTest, AFolderThatReachesFarIsAskedAboutInASheet) {
     ask();
     press("Zrušit");
     EXPECT_FALSE(mentions("Povolit složku"));
-    EXPECT_FALSE(features->files.slozky().otazka());
+    EXPECT_FALSE(features->files.slozky().question());
     ask();
     give(Qt::Key_Escape);
-    EXPECT_FALSE(features->files.slozky().otazka());
+    EXPECT_FALSE(features->files.slozky().question());
     EXPECT_TRUE(features->files.slozky().povolene().empty());
     ask();
     press("Povolit");
@@ -73,7 +73,7 @@ TEST_F(FoldersCardTest, TheQuestionAboutAFolderComesBackWithTheWindow) {
     press("Přidat nebo obnovit složku");
     window()->close();
     settle();
-    EXPECT_TRUE(features->files.slozky().otazka()) << "closing the window is no answer";
+    EXPECT_TRUE(features->files.slozky().question()) << "closing the window is no answer";
     ui->openMainWindow();
     settle();
     EXPECT_TRUE(reads("To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům."));

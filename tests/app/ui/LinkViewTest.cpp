@@ -71,7 +71,7 @@ TEST_F(LinkViewTest, AnUnpairingThatIsNotSavedIsToldBesideAnotherTrouble) {
     start();
     openUi();
     const std::string unsaved = "Odpojení telefonu se nepodařilo uložit: Na disku není místo.";
-    companion->stav().potizTrezoru = Sentence(unsaved);
+    companion->stav().vaultTrouble = Sentence(unsaved);
     settle();
     EXPECT_TRUE(reads(unsaved)) << texts();
     companion->stav().potiz = Sentence("Relay neodpověděl.");
@@ -86,7 +86,7 @@ TEST_F(LinkViewTest, SaysInOneLineThatTheKeysLieInFiles) {
     start();
     openUi();
     EXPECT_FALSE(mentions(told));
-    companion->stav().kliceJsouVSouborech = true;
+    companion->stav().areKeysInFiles = true;
     settle();
     EXPECT_TRUE(reads(told));
 }

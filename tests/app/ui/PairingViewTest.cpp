@@ -232,7 +232,7 @@ TEST_F(PairingViewTest, APhoneThatHasLeftIsToldBesideItsNumberAndOnceItIsPaired)
          {StavParovani{StavParovani::OverCislo{"123 456"}}, StavParovani{StavParovani::Necinne{}}}) {
         showState(state);
         for (bool hasLeft : {true, false}) {
-            companion->stav().telefonOdesel = hasLeft;
+            companion->stav().phoneHasLeft = hasLeft;
             settle();
             EXPECT_EQ(reads(told), hasLeft);
         }

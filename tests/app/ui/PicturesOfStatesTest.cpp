@@ -40,12 +40,12 @@ TEST_F(PicturesOfStatesTest, Approvals) {
 TEST_F(PicturesOfStatesTest, Integrations) {
     start();
     openUi();
-    const AgentStatus unknown{false, {}, {}, AgentsFeature::Stav::jesteNevim};
+    const AgentStatus unknown{false, {}, {}, AgentsFeature::Stav::notKnownYet};
     showAgents(unknown, unknown);
-    companion->stav().zjistovani = 1;
+    companion->stav().detectionsUnderWay = 1;
     settle();
     expectApproved(card("Integrace"), "integrations-detecting");
-    companion->stav().zjistovani = 0;
+    companion->stav().detectionsUnderWay = 0;
     showAgents({true, "0.9.0", "/usr/bin/codex", {}},
                {true, "2.1.0", "/usr/bin/claude",
                 Sentence("Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola "
@@ -67,7 +67,7 @@ TEST_F(PicturesOfStatesTest, Wakefulness) {
     expectApproved(card("Dostupnost"), "wakefulness-asleep");
     state.spi = false;
     state.naNapajeni = true;
-    state.potizDrzeni = Sentence(
+    state.keepAwakeTrouble = Sentence(
         "Počítač se nepodařilo udržet vzhůru: Přihlašovací služba systému to nezařídila (Access denied).");
     settle();
     expectApproved(card("Dostupnost"), "wakefulness-not-held");
@@ -127,15 +127,15 @@ TEST_F(PicturesOfStatesTest, Keys) {
     start();
     openUi();
     auto& state = companion->stav();
-    state.klice = StavKlicu{};
+    state.keys = KeysState{};
     settle();
     expectApproved(card("Párování s telefonem"), "pairing-keys-awaited");
     expectApproved(card("Spojení"), "link-keys-awaited");
-    state.klice = StavKlicu{StavKlicu::Pripad::nejsou, klicenkaZamcenaCele};
+    state.keys = KeysState{KeysState::Case::missing, keychainLockedExplained};
     settle();
     expectApproved(card("Párování s telefonem"), "pairing-keyring-locked");
-    state.klice = StavKlicu{StavKlicu::Pripad::jsou};
-    state.kliceJsouVSouborech = true;
+    state.keys = KeysState{KeysState::Case::present};
+    state.areKeysInFiles = true;
     settle();
     expectApproved(card("Spojení"), "link-keys-in-files");
 }
@@ -144,11 +144,11 @@ TEST_F(PicturesOfStatesTest, WaitingForThePhoneAndForTheRelay) {
     start();
     openUi();
     auto& state = companion->stav();
-    state.telefonOdesel = true;
+    state.phoneHasLeft = true;
     showState({StavParovani::OverCislo{"482 915"}});
     expectApproved(card("Párování s telefonem"), "pairing-phone-left");
     state.dostupnost = MacAvailability{MacAvailability::Pripojuji{6, 20}};
-    state.dalsiPokus = clock.sinceBoot() + std::chrono::seconds(20);
+    state.nextAttempt = clock.sinceBoot() + std::chrono::seconds(20);
     settle();
     expectApproved(card("Spojení"), "link-next-attempt");
 }

@@ -19,7 +19,7 @@ class MacVoiceControllerTest : public testing::Test {
     /// A controller as after a start of the program.
     MacVoiceController& start() {
         hlas = std::make_unique<MacVoiceController>(defaults, keychain);
-        EXPECT_TRUE(executor.run(hlas->nacist()));
+        EXPECT_TRUE(executor.run(hlas->load()));
         connection = hlas->priZmene([this] { ++changes; });
         changes = 0;
         return *hlas;

@@ -16,12 +16,12 @@ class WebSearchFeatureTest : public CompanionHarness {
     }
 
     void turnOn() {
-        EXPECT_TRUE(ended(companion->integrations().zapnout(Integration::webSearch)).has_value());
+        EXPECT_TRUE(ended(companion->integrations().turnOn(Integration::webSearch)).has_value());
         executor.runUntilIdle();
     }
 
     bool isOffered() {
-        return std::ranges::count(companion->nastroje().nabizeneNastroje(), "mac.web.search",
+        return std::ranges::count(companion->toolGate().nabizeneNastroje(), "mac.web.search",
                                   &ToolDescriptor::name) == 1;
     }
 

@@ -21,7 +21,7 @@ class Desktop {
         auto applications = folder_.path() / "data" / "applications";
         std::filesystem::create_directories(applications);
         std::filesystem::create_directories(folder_.path() / "config");
-        vyzaduj(::mkfifo(told().c_str(), 0600) == 0, "no pipe");
+        require(::mkfifo(told().c_str(), 0600) == 0, "no pipe");
         auto program = folder_.path() / "program";
         std::ofstream(program) << "#!/bin/sh\necho \"$1\" > " << told().string() << "\n";
         std::filesystem::permissions(program, std::filesystem::perms::owner_all);

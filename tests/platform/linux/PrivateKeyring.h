@@ -37,7 +37,7 @@ class PrivateKeyring {
                                                  password);
         auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
         while (!SecretServiceVault({.prompts = SecretServiceVault::Prompts::never}).answers()) {
-            vyzaduj(std::chrono::steady_clock::now() < deadline, "gnome-keyring-daemon does not start");
+            require(std::chrono::steady_clock::now() < deadline, "gnome-keyring-daemon does not start");
             std::this_thread::sleep_for(std::chrono::milliseconds(10));
         }
     }

@@ -24,7 +24,7 @@ template <class T> std::future<T> start(Executor& executor, Task<T> task) {
 
 /// What a started task came to.
 template <class T> T end(std::future<T> future) {
-    vyzaduj(future.wait_for(std::chrono::minutes(1)) == std::future_status::ready, "a task did not end");
+    require(future.wait_for(std::chrono::minutes(1)) == std::future_status::ready, "a task did not end");
     return future.get();
 }
 

@@ -52,7 +52,7 @@ SlowName::~SlowName() {
 
 void SlowName::waitForLookUp() {
     std::unique_lock lock(gate().mutex);
-    vyzaduj(gate().changed.wait_for(lock, std::chrono::minutes(1), [] { return gate().asked; }),
+    require(gate().changed.wait_for(lock, std::chrono::minutes(1), [] { return gate().asked; }),
             "nobody looked up the slow host");
 }
 

@@ -27,7 +27,7 @@ void WebSocketTest::echo(TestServer::Socket& socket) {
 
 std::shared_ptr<WebSocket> WebSocketTest::connect(const TestServer& server) {
     auto socket = await(executor_, client_->connect({"ws://" + server.authority() + "/v1/ws?v=1.4"}, {}));
-    vyzaduj(socket.has_value(), "the test's server cannot be reached");
+    require(socket.has_value(), "the test's server cannot be reached");
     return *std::move(socket);
 }
 

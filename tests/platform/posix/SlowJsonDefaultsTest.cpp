@@ -20,7 +20,7 @@ class SlowJsonDefaultsTest : public testing::Test, public SlowDefaults {
     }
 
     Task<void> note() {
-        co_await defaults.ukoncit();
+        co_await defaults.shutDown();
         ended_ = true;
     }
 
@@ -136,7 +136,7 @@ TEST_F(SlowJsonDefaultsTest, AskingWhetherAllIsSavedTriesAgain) {
     defaults.set("key", true);
     write();
     mendSaves();
-    home.start(defaults.ulozeno());
+    home.start(defaults.saved());
     write();
     EXPECT_FALSE(defaults.problem());
     EXPECT_EQ(kept().boolean("key"), true);

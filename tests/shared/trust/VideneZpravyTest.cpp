@@ -6,7 +6,7 @@ namespace morvex {
 
 TEST(VideneZpravy, Keeps512IdentitiesAfter513AndForgetsTheFirst) {
     VideneZpravy seen;
-    for (int i = 1; i <= 513; ++i) seen.vloz(std::to_string(i));
+    for (int i = 1; i <= 513; ++i) seen.insert(std::to_string(i));
     EXPECT_EQ(seen.pocet(), 512u);
     EXPECT_FALSE(seen.obsahuje("1"));
     EXPECT_TRUE(seen.obsahuje("2"));
@@ -15,7 +15,7 @@ TEST(VideneZpravy, Keeps512IdentitiesAfter513AndForgetsTheFirst) {
 
 TEST(VideneZpravy, AnIdentityThatIsHereKeepsItsPlace) {
     VideneZpravy seen(2);
-    for (auto id : {"a", "b", "a", "c"}) seen.vloz(id);
+    for (auto id : {"a", "b", "a", "c"}) seen.insert(id);
     EXPECT_EQ(seen.pocet(), 2u);
     EXPECT_FALSE(seen.obsahuje("a"));
     EXPECT_TRUE(seen.obsahuje("b"));
@@ -25,7 +25,7 @@ TEST(VideneZpravy, AnIdentityThatIsHereKeepsItsPlace) {
 TEST(VideneZpravy, IdentitiesThatDifferOnlyFarBehindAreTwo) {
     const std::string longest(1'000'000, 'x');
     VideneZpravy seen;
-    seen.vloz(longest + "a");
+    seen.insert(longest + "a");
     EXPECT_TRUE(seen.obsahuje(longest + "a"));
     EXPECT_FALSE(seen.obsahuje(longest + "b"));
     EXPECT_FALSE(seen.obsahuje(longest));

@@ -1,4 +1,4 @@
-#include "app/execution/OverenaCesta.h"
+#include "app/execution/CheckedPath.h"
 
 #include "app/execution/SouboryChyba.h"
 #include "foundation/Paths.h"
@@ -32,28 +32,28 @@ constexpr std::array<std::string_view, 12> forbiddenFragments = {
 };
 
 Result<std::string> absolute(std::string path, const std::optional<std::string>& slozka,
-                             const PovoleneSlozky& slozky) {
+                             const AllowedFolders& slozky) {
     if (path.starts_with('/')) return path;
     auto parts = paths::components(path);
-    auto named = slozky.slozkaNaZacatku(parts);
+    auto named = slozky.leadingFolder(parts);
     const auto base = named ? std::optional(std::move(named->slozka)) : slozky.slozkaProAlias(slozka);
-    if (!base) return fail(SouboryChyba::bezSlozky("Urči povolenou složku.", slozky.aliasy()));
-    if (named) parts.erase(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(named->casti));
+    if (!base) return fail(SouboryChyba::noFolder("Urči povolenou složku.", slozky.aliasy()));
+    if (named) parts.erase(parts.begin(), parts.begin() + static_cast<std::ptrdiff_t>(named->parts));
     return paths::below(*base, join(parts, "/"));
 }
 
 } // namespace
 
-std::string_view OverenaCesta::odSlozky() const {
+std::string_view CheckedPath::belowFolder() const {
     return std::string_view(cesta).substr(std::min(slozka.size() + 1, cesta.size()));
 }
 
-std::string OverenaCesta::jmeno() const {
+std::string CheckedPath::jmeno() const {
     return paths::lastComponent(cesta);
 }
 
-Result<OverenaCesta> overCestu(const std::string& cesta, const std::optional<std::string>& slozka,
-                               const PovoleneSlozky& slozky) {
+Result<CheckedPath> overCestu(const std::string& cesta, const std::optional<std::string>& slozka,
+                              const AllowedFolders& slozky) {
     auto trimmed = trim(cesta);
     if (trimmed.empty()) return fail(SouboryChyba{SouboryChyba::Selhalo{"Chybí cesta k souboru."}});
     if (trimmed.contains('\0'))
@@ -67,11 +67,11 @@ Result<OverenaCesta> overCestu(const std::string& cesta, const std::optional<std
         if (judged.contains(fragment))
             return fail(SouboryChyba{SouboryChyba::ZakazanaCesta{std::string(fragment)}});
 
-    auto folder = resolved ? slozky.slozkaNad(*resolved) : std::nullopt;
+    auto folder = resolved ? slozky.folderAbove(*resolved) : std::nullopt;
     if (!folder)
         return fail(
             SouboryChyba{SouboryChyba::MimoPovolene{paths::lastComponent(resolved.value_or(standardized))}});
-    return OverenaCesta{*std::move(resolved), *std::move(folder)};
+    return CheckedPath{*std::move(resolved), *std::move(folder)};
 }
 
 } // namespace morvex

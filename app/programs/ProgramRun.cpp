@@ -1,4 +1,4 @@
-#include "app/programs/BehProgramu.h"
+#include "app/programs/ProgramRun.h"
 
 #include "shared/base/Try.h"
 
@@ -12,12 +12,12 @@ constexpr std::chrono::seconds drainLimit{2};
 
 } // namespace
 
-BehProgramu::~BehProgramu() {
-    if (zastaveni_ == Zastaveni::prvniStupen) child_->signalAll(ChildSignal::kill);
+ProgramRun::~ProgramRun() {
+    if (stopStage_ == StopStage::firstStage) child_->signalAll(ChildSignal::kill);
 }
 
-Result<void> BehProgramu::spust(ProcessLauncher& launcher, const OutsideProgram& program,
-                                Clock::Duration timeout) {
+Result<void> ProgramRun::spust(ProcessLauncher& launcher, const OutsideProgram& program,
+                               Clock::Duration timeout) {
     {
         // Held during the launch, so that an immediate exit of the child is handled only after it.
         std::lock_guard lock(zamek_);
@@ -26,67 +26,68 @@ Result<void> BehProgramu::spust(ProcessLauncher& launcher, const OutsideProgram&
         bezi_ = true;
     }
     limit_ = clock_.at(clock_.sinceBoot() + timeout, [weak = weak_from_this()] {
-        if (auto self = weak.lock()) self->zastav(&BehProgramu::vyprselo_);
+        if (auto self = weak.lock()) self->stopFor(&ProgramRun::vyprselo_);
     });
     return {};
 }
 
-Task<VysledekProcesu> BehProgramu::vysledek() {
-    co_await konec_.wait();
+Task<VysledekProcesu> ProgramRun::vysledek() {
+    co_await ended_.wait();
     clock_.forget(limit_);
-    clock_.forget(dobeh_);
+    clock_.forget(drainTimer_);
     std::lock_guard lock(zamek_);
     co_return VysledekProcesu{.navratovyKod = status_,
-                              .vystup = sber_.vezmiVystup(),
-                              .vystupUriznut = sber_.jeVystupUriznut(),
-                              .chyby = sber_.vezmiChyby(),
+                              .vystup = collector_.takeOutput(),
+                              .isOutputCut = collector_.isOutputCut(),
+                              .chyby = collector_.takeErrors(),
                               .zruseno = zruseno_,
                               .vyprselCas = vyprselo_};
 }
 
-bool BehProgramu::zrusit() {
-    return zastav(&BehProgramu::zruseno_);
+bool ProgramRun::zrusit() {
+    return stopFor(&ProgramRun::zruseno_);
 }
 
-bool BehProgramu::ukoncit() {
+bool ProgramRun::askToEnd() {
     std::lock_guard lock(zamek_);
     if (bezi_) child_->signalGroup(ChildSignal::terminate);
     return bezi_;
 }
 
-void BehProgramu::exited(std::int32_t status) {
+void ProgramRun::exited(std::int32_t status) {
     {
         std::lock_guard lock(zamek_);
         bezi_ = false;
         status_ = status;
     }
-    dobeh_ = clock_.at(clock_.sinceBoot() + drainLimit, [weak = weak_from_this()] {
+    drainTimer_ = clock_.at(clock_.sinceBoot() + drainLimit, [weak = weak_from_this()] {
         if (auto self = weak.lock()) self->child_->abandonOutput();
     });
 }
 
-void BehProgramu::ended() {
-    sber_.dokonci();
-    konec_.answer(true);
+void ProgramRun::ended() {
+    collector_.dokonci();
+    ended_.answer(true);
 }
 
-bool BehProgramu::zastav(Priznak duvod) {
+bool ProgramRun::stopFor(Flag duvod) {
     bool first = false;
     {
         std::lock_guard lock(zamek_);
         if (!bezi_) return false;
         this->*duvod = true;
-        first = zastaveni_ == Zastaveni::zadne;
-        if (first) zastaveni_ = Zastaveni::prvniStupen;
+        first = stopStage_ == StopStage::none;
+        if (first) stopStage_ = StopStage::firstStage;
         child_->signalAll(ChildSignal::terminate);
     }
-    if (first) clock_.at(clock_.sinceBoot() + betweenStages, [self = shared_from_this()] { self->zabij(); });
+    if (first)
+        clock_.at(clock_.sinceBoot() + betweenStages, [self = shared_from_this()] { self->killAll(); });
     return true;
 }
 
-void BehProgramu::zabij() {
+void ProgramRun::killAll() {
     std::lock_guard lock(zamek_);
-    zastaveni_ = Zastaveni::druhyStupen;
+    stopStage_ = StopStage::secondStage;
     child_->signalAll(ChildSignal::kill);
 }
 

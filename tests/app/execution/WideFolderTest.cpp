@@ -1,4 +1,4 @@
-#include "app/execution/SirokaSlozka.h"
+#include "app/execution/WideFolder.h"
 
 #include "tests/app/execution/FileTree.h"
 
@@ -7,23 +7,23 @@
 namespace morvex {
 namespace {
 
-using enum SirokaSlozka::Dosah;
+using enum WideFolder::Reach;
 
-std::optional<SirokaSlozka::Dosah> reach(const std::string& slozka, const StandardFolders& standard) {
-    const auto siroka = SirokaSlozka::posoud(slozka, standard);
-    if (siroka) EXPECT_EQ(siroka->slozka, slozka) << "the person sees what was chosen";
-    return siroka ? std::optional(siroka->dosah) : std::nullopt;
+std::optional<WideFolder::Reach> reach(const std::string& slozka, const StandardFolders& standard) {
+    const auto wideFolder = WideFolder::judge(slozka, standard);
+    if (wideFolder) EXPECT_EQ(wideFolder->slozka, slozka) << "the person sees what was chosen";
+    return wideFolder ? std::optional(wideFolder->reach) : std::nullopt;
 }
 
-TEST(SirokaSlozka, IsTheDiskTheHomeFolderAndWhateverHoldsThat) {
+TEST(WideFolder, IsTheDiskTheHomeFolderAndWhateverHoldsThat) {
     FileTree tree;
     EXPECT_EQ(reach("/", tree.standard), disk);
-    EXPECT_EQ(reach(tree.path("home"), tree.standard), domov);
-    EXPECT_EQ(reach(tree.path(""), tree.standard), nadDomovem);
+    EXPECT_EQ(reach(tree.path("home"), tree.standard), homeFolder);
+    EXPECT_EQ(reach(tree.path(""), tree.standard), aboveHome);
     EXPECT_EQ(reach("/tmp", tree.standard).has_value(), tree.path("home").starts_with("/tmp/"));
 }
 
-TEST(SirokaSlozka, IsNoFolderBelowOrBesideTheHomeFolder) {
+TEST(WideFolder, IsNoFolderBelowOrBesideTheHomeFolder) {
     FileTree tree;
     tree.folder("home/Projects/home");
     tree.folder("home2");
@@ -32,14 +32,14 @@ TEST(SirokaSlozka, IsNoFolderBelowOrBesideTheHomeFolder) {
         EXPECT_EQ(reach(tree.path(name), tree.standard), std::nullopt) << name;
 }
 
-TEST(SirokaSlozka, IsJudgedWhereItsPathLeads) {
+TEST(WideFolder, IsJudgedWhereItsPathLeads) {
     FileTree tree;
     tree.link("outside/to-home", tree.path("home"));
     tree.link("outside/to-disk", "/");
     tree.link("outside/loop", "loop");
-    EXPECT_EQ(reach(tree.path("home/"), tree.standard), domov);
-    EXPECT_EQ(reach(tree.path("home/Projects/.."), tree.standard), domov);
-    EXPECT_EQ(reach(tree.path("outside/to-home"), tree.standard), domov);
+    EXPECT_EQ(reach(tree.path("home/"), tree.standard), homeFolder);
+    EXPECT_EQ(reach(tree.path("home/Projects/.."), tree.standard), homeFolder);
+    EXPECT_EQ(reach(tree.path("outside/to-home"), tree.standard), homeFolder);
     EXPECT_EQ(reach(tree.path("outside/to-home/Projects"), tree.standard), std::nullopt);
     EXPECT_EQ(reach(tree.path("outside/to-disk"), tree.standard), disk);
     EXPECT_EQ(reach("/proc/self/root", tree.standard), disk);
@@ -47,13 +47,13 @@ TEST(SirokaSlozka, IsJudgedWhereItsPathLeads) {
     EXPECT_EQ(reach(tree.path("outside/loop"), tree.standard), std::nullopt);
 }
 
-TEST(SirokaSlozka, AHomeFolderThatIsALinkIsWhereItLeads) {
+TEST(WideFolder, AHomeFolderThatIsALinkIsWhereItLeads) {
     FileTree tree;
     tree.folder("disk/eva");
     tree.link("eva", tree.path("disk/eva"));
     tree.standard.homeFolder = tree.path("eva");
-    EXPECT_EQ(reach(tree.path("disk/eva"), tree.standard), domov);
-    EXPECT_EQ(reach(tree.path("disk"), tree.standard), nadDomovem);
+    EXPECT_EQ(reach(tree.path("disk/eva"), tree.standard), homeFolder);
+    EXPECT_EQ(reach(tree.path("disk"), tree.standard), aboveHome);
 }
 
 /// The environment names another home folder than the account has.
@@ -75,17 +75,18 @@ struct TwoHomes final : StandardFolders {
     const FileTree& tree;
 };
 
-TEST(SirokaSlozka, BothHomeFoldersCount) {
+TEST(WideFolder, BothHomeFoldersCount) {
     FileTree tree;
-    EXPECT_EQ(reach(tree.path("home"), TwoHomes(tree)), domov);
-    EXPECT_EQ(reach(tree.path("outside"), TwoHomes(tree)), domov);
+    EXPECT_EQ(reach(tree.path("home"), TwoHomes(tree)), homeFolder);
+    EXPECT_EQ(reach(tree.path("outside"), TwoHomes(tree)), homeFolder);
 }
 
-TEST(SirokaSlozka, SaysWhatAllowingMeans) {
-    const auto words = [](SirokaSlozka::Dosah dosah) { return SirokaSlozka{"/x", dosah}.popis().czech(); };
+TEST(WideFolder, SaysWhatAllowingMeans) {
+    const auto words = [](WideFolder::Reach reach) { return WideFolder{"/x", reach}.popis().czech(); };
     EXPECT_EQ(words(disk), "To je celý disk: telefon se pak dostane ke všemu, k čemu se tu dostaneš ty.");
-    EXPECT_EQ(words(domov), "To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.");
-    EXPECT_EQ(words(nadDomovem),
+    EXPECT_EQ(words(homeFolder),
+              "To je tvoje domovská složka: telefon se pak dostane ke všem tvým souborům.");
+    EXPECT_EQ(words(aboveHome),
               "V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.");
 }
 

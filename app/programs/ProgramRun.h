@@ -14,13 +14,13 @@ namespace morvex {
 /// One run of a program, from its launch to its last output. Whoever awaits the run holds it, and a run that
 /// is being stopped holds itself until the second stage. The child is not reaped before that, so the process
 /// group that is killed is still its own.
-class BehProgramu final : public ChildListener, public std::enable_shared_from_this<BehProgramu> {
+class ProgramRun final : public ChildListener, public std::enable_shared_from_this<ProgramRun> {
   public:
-    BehProgramu(Clock& clock, SberVystupu sber) : clock_(clock), sber_(std::move(sber)) {}
+    ProgramRun(Clock& clock, SberVystupu collector) : clock_(clock), collector_(std::move(collector)) {}
 
     /// Runs the second stage of a stop if it is still due, for example because the program ended before its
     /// time.
-    ~BehProgramu() override;
+    ~ProgramRun() override;
 
     /// Launches the program. Called once, before anything else.
     Result<void> spust(ProcessLauncher& launcher, const OutsideProgram& program, Clock::Duration timeout);
@@ -32,32 +32,32 @@ class BehProgramu final : public ChildListener, public std::enable_shared_from_t
     bool zrusit();
 
     /// Like `zrusit`, without the second stage and without a mark in the result.
-    bool ukoncit();
+    bool askToEnd();
 
   private:
-    using Priznak = bool BehProgramu::*;
-    enum class Zastaveni { zadne, prvniStupen, druhyStupen };
+    using Flag = bool ProgramRun::*;
+    enum class StopStage { none, firstStage, secondStage };
 
-    void output(std::string_view chunk) override { sber_.pridejVystup(chunk); }
+    void output(std::string_view chunk) override { collector_.addOutput(chunk); }
 
-    void errors(std::string_view chunk) override { sber_.pridejChyby(chunk); }
+    void errors(std::string_view chunk) override { collector_.addErrors(chunk); }
 
     void exited(std::int32_t status) override;
     void ended() override;
 
-    bool zastav(Priznak duvod);
-    void zabij();
+    bool stopFor(Flag duvod);
+    void killAll();
 
     Clock& clock_;
-    SberVystupu sber_;
-    OneShot<bool> konec_;
+    SberVystupu collector_;
+    OneShot<bool> ended_;
     Clock::TimerId limit_ = 0;
-    Clock::TimerId dobeh_ = 0;
+    Clock::TimerId drainTimer_ = 0;
 
     std::mutex zamek_;
     std::unique_ptr<ChildProcess> child_;
     bool bezi_ = false;
-    Zastaveni zastaveni_ = Zastaveni::zadne;
+    StopStage stopStage_ = StopStage::none;
     bool zruseno_ = false;
     bool vyprselo_ = false;
     std::int32_t status_ = 0;

@@ -9,11 +9,11 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Folders of which the person is asked again.
-class SirokeSlozkyTest : public SlozkyFixture {
+class WideFoldersTest : public SlozkyFixture {
   protected:
-    SirokeSlozkyTest() {
-        connection = slozky->priOtazce([this] {
-            asked.push_back(slozky->otazka() ? slozky->otazka()->slozka : "none");
+    WideFoldersTest() {
+        connection = slozky->onQuestion([this] {
+            asked.push_back(slozky->question() ? slozky->question()->slozka : "none");
             EXPECT_THAT(slozky->povolene(), IsEmpty()) << "the question stands before anything is allowed";
         });
     }
@@ -25,7 +25,7 @@ class SirokeSlozkyTest : public SlozkyFixture {
     }
 
     void answer(Slozky::Odpoved odpoved) {
-        slozky->odpovedet(odpoved);
+        slozky->answerQuestion(odpoved);
         executor.runUntilIdle();
     }
 
@@ -35,71 +35,71 @@ class SirokeSlozkyTest : public SlozkyFixture {
     std::unique_ptr<Slozky> slozky = load();
 };
 
-TEST_F(SirokeSlozkyTest, AFolderThatReachesFarIsAllowedAfterAYes) {
+TEST_F(WideFoldersTest, AFolderThatReachesFarIsAllowedAfterAYes) {
     choose({home + "/Projects/.."});
-    EXPECT_EQ(slozky->otazka(), (SirokaSlozka{home, SirokaSlozka::Dosah::domov}));
+    EXPECT_EQ(slozky->question(), (WideFolder{home, WideFolder::Reach::homeFolder}));
     EXPECT_THAT(defaults.texts("slozky.povolene").value(), IsEmpty());
     EXPECT_THAT(bookmarks.calls, IsEmpty());
-    answer(Slozky::Odpoved::ano);
+    answer(Slozky::Odpoved::yes);
     EXPECT_THAT(slozky->povolene(), ElementsAre(home));
     EXPECT_THAT(asked, ElementsAre(home, "none"));
 }
 
-TEST_F(SirokeSlozkyTest, ANoLeavesAllAsItWas) {
+TEST_F(WideFoldersTest, ANoLeavesAllAsItWas) {
     const int writes = defaults.writes;
     const auto changed = slozky->priZmene([] { ADD_FAILURE() << "nothing changed"; });
     choose({a, home, b});
-    answer(Slozky::Odpoved::ne);
+    answer(Slozky::Odpoved::no);
     EXPECT_THAT(slozky->povolene(), IsEmpty());
     EXPECT_THAT(bookmarks.calls, IsEmpty());
     EXPECT_EQ(defaults.writes, writes);
     EXPECT_THAT(asked, ElementsAre(home, "none"));
 }
 
-TEST_F(SirokeSlozkyTest, EachIsAskedAboutBeforeTheFirstIsAllowed) {
+TEST_F(WideFoldersTest, EachIsAskedAboutBeforeTheFirstIsAllowed) {
     choose({"/", a, home});
-    answer(Slozky::Odpoved::ano);
+    answer(Slozky::Odpoved::yes);
     EXPECT_THAT(slozky->povolene(), IsEmpty());
-    answer(Slozky::Odpoved::ne);
+    answer(Slozky::Odpoved::no);
     EXPECT_THAT(slozky->povolene(), IsEmpty());
     EXPECT_THAT(asked, ElementsAre("/", "none", home, "none"));
 }
 
-TEST_F(SirokeSlozkyTest, AYesIsForTheQuestionThatIsOpen) {
-    answer(Slozky::Odpoved::ano);
+TEST_F(WideFoldersTest, AYesIsForTheQuestionThatIsOpen) {
+    answer(Slozky::Odpoved::yes);
     choose({home});
-    EXPECT_TRUE(slozky->otazka());
+    EXPECT_TRUE(slozky->question());
     EXPECT_THAT(slozky->povolene(), IsEmpty());
-    answer(Slozky::Odpoved::ne);
+    answer(Slozky::Odpoved::no);
 }
 
-TEST_F(SirokeSlozkyTest, AnotherChoiceIsAskedAboutAfterwards) {
+TEST_F(WideFoldersTest, AnotherChoiceIsAskedAboutAfterwards) {
     choose({home});
     choose({"/"});
-    answer(Slozky::Odpoved::ne);
-    EXPECT_EQ(slozky->otazka()->slozka, "/");
-    answer(Slozky::Odpoved::ne);
+    answer(Slozky::Odpoved::no);
+    EXPECT_EQ(slozky->question()->slozka, "/");
+    answer(Slozky::Odpoved::no);
     EXPECT_THAT(asked, ElementsAre(home, "none", "/", "none"));
 }
 
-TEST_F(SirokeSlozkyTest, AFolderThatNeedsNoQuestionDoesNotWaitForOne) {
+TEST_F(WideFoldersTest, AFolderThatNeedsNoQuestionDoesNotWaitForOne) {
     auto others = load();
     picker.answers = {{home}, {a}};
     executor.start(others->pridat());
     executor.start(others->pridat());
     executor.runUntilIdle();
     EXPECT_THAT(others->povolene(), ElementsAre(a));
-    others->odpovedet(Slozky::Odpoved::ne);
+    others->answerQuestion(Slozky::Odpoved::no);
     executor.runUntilIdle();
 }
 
-TEST_F(SirokeSlozkyTest, TheEndOfTheProgramIsANo) {
+TEST_F(WideFoldersTest, TheEndOfTheProgramIsANo) {
     choose({home});
-    slozky->ukoncit();
+    slozky->shutDown();
     executor.runUntilIdle();
-    EXPECT_EQ(slozky->otazka(), std::nullopt);
+    EXPECT_EQ(slozky->question(), std::nullopt);
     choose({home});
-    EXPECT_EQ(slozky->otazka(), std::nullopt);
+    EXPECT_EQ(slozky->question(), std::nullopt);
     EXPECT_THAT(slozky->povolene(), IsEmpty());
     EXPECT_THAT(asked, ElementsAre(home, "none"));
 }

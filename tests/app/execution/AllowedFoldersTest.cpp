@@ -1,4 +1,4 @@
-#include "app/execution/PovoleneSlozky.h"
+#include "app/execution/AllowedFolders.h"
 
 #include "tests/app/execution/FileTree.h"
 
@@ -7,7 +7,7 @@
 namespace morvex {
 namespace {
 
-TEST(PovoleneSlozky, AnAbsentOrBlankNameMeansTheOnlyFolder) {
+TEST(AllowedFolders, AnAbsentOrBlankNameMeansTheOnlyFolder) {
     FileTree tree;
     auto one = tree.allowed();
     auto two = tree.allowed({"home/Projects", "outside"});
@@ -19,7 +19,7 @@ TEST(PovoleneSlozky, AnAbsentOrBlankNameMeansTheOnlyFolder) {
     }
 }
 
-TEST(PovoleneSlozky, ANameIsFoundWithoutCaseAndDiacritics) {
+TEST(AllowedFolders, ANameIsFoundWithoutCaseAndDiacritics) {
     FileTree tree;
     auto slozky = tree.allowed({"home/Projects", "home/Účetní Knihy"});
     EXPECT_EQ(slozky.slozkaProAlias("PROJECTS"), tree.path("home/Projects"));
@@ -29,7 +29,7 @@ TEST(PovoleneSlozky, ANameIsFoundWithoutCaseAndDiacritics) {
     EXPECT_EQ(slozky.slozkaProAlias("home/Projects"), std::nullopt);
 }
 
-TEST(PovoleneSlozky, ANameOfMoreThan4096BytesNamesNothing) {
+TEST(AllowedFolders, ANameOfMoreThan4096BytesNamesNothing) {
     FileTree tree;
     auto slozky = tree.allowed({"home/Projects", "outside"});
     std::string name = "projects";
@@ -38,12 +38,12 @@ TEST(PovoleneSlozky, ANameOfMoreThan4096BytesNamesNothing) {
     EXPECT_EQ(slozky.slozkaProAlias(name + "\u0301"), std::nullopt);
 }
 
-TEST(PovoleneSlozky, TheFirstOfEqualNamesIsFound) {
+TEST(AllowedFolders, TheFirstOfEqualNamesIsFound) {
     FileTree tree;
     EXPECT_EQ(tree.allowed({"a/Data", "b/data"}).slozkaProAlias("data"), tree.path("a/Data"));
 }
 
-TEST(PovoleneSlozky, EveryDesktopAliasFindsAFolderNamedDesktopAndNoOther) {
+TEST(AllowedFolders, EveryDesktopAliasFindsAFolderNamedDesktopAndNoOther) {
     FileTree tree;
     auto slozky = tree.allowed({"home/Projects", "home/Desktop"});
     for (const auto* alias :
@@ -54,7 +54,7 @@ TEST(PovoleneSlozky, EveryDesktopAliasFindsAFolderNamedDesktopAndNoOther) {
     EXPECT_EQ(slozky.slozkaProAlias("ploše"), std::nullopt);
 }
 
-TEST(PovoleneSlozky, TheDesktopOfTheSystemIsFoundUnderAnyNameAndThroughLinks) {
+TEST(AllowedFolders, TheDesktopOfTheSystemIsFoundUnderAnyNameAndThroughLinks) {
     FileTree tree;
     tree.folder("home/Schreibtisch");
     tree.link("home/there", "Schreibtisch");
@@ -63,33 +63,33 @@ TEST(PovoleneSlozky, TheDesktopOfTheSystemIsFoundUnderAnyNameAndThroughLinks) {
               tree.path("home/Schreibtisch"));
 }
 
-TEST(PovoleneSlozky, ADesktopIsKnownByItsNameInAnyLetters) {
+TEST(AllowedFolders, ADesktopIsKnownByItsNameInAnyLetters) {
     FileTree tree;
     for (const std::string name : {"home/desktop", "home/DESKTOP", "home/De\u0301sktop"})
         EXPECT_EQ(tree.allowed({"home/Projects", name}).slozkaProAlias("na ploše"), tree.path(name));
     EXPECT_EQ(tree.allowed({"home/Projects", "home/Desktop folder"}).slozkaProAlias("plocha"), std::nullopt);
 }
 
-TEST(PovoleneSlozky, AnAllowedFolderThatLeadsToTheDesktopIsTheDesktop) {
+TEST(AllowedFolders, AnAllowedFolderThatLeadsToTheDesktopIsTheDesktop) {
     FileTree tree;
     tree.standard.desktopFolder = tree.folder("home/Schreibtisch");
     tree.link("home/way", "Schreibtisch");
     EXPECT_EQ(tree.allowed({"home/Projects", "home/way"}).slozkaProAlias("plocha"), tree.path("home/way"));
 }
 
-TEST(PovoleneSlozky, AFolderThatIsReallyNamedPlochaIsFoundByItsName) {
+TEST(AllowedFolders, AFolderThatIsReallyNamedPlochaIsFoundByItsName) {
     FileTree tree;
     EXPECT_EQ(tree.allowed({"home/Plocha", "home/Desktop"}).slozkaProAlias("plocha"),
               tree.path("home/Plocha"));
 }
 
-TEST(PovoleneSlozky, TheFirstFolderThatMatchesIsFoundByItsNameOrAsTheDesktop) {
+TEST(AllowedFolders, TheFirstFolderThatMatchesIsFoundByItsNameOrAsTheDesktop) {
     FileTree tree;
     EXPECT_EQ(tree.allowed({"home/Desktop", "home/Plocha"}).slozkaProAlias("plocha"),
               tree.path("home/Desktop"));
 }
 
-TEST(PovoleneSlozky, ADesktopThatLoopsIsNoDesktop) {
+TEST(AllowedFolders, ADesktopThatLoopsIsNoDesktop) {
     FileTree tree;
     tree.link("home/loop", "loop");
     tree.link("home/other", "other");
@@ -97,7 +97,7 @@ TEST(PovoleneSlozky, ADesktopThatLoopsIsNoDesktop) {
     EXPECT_EQ(tree.allowed({"home/other"}).slozkaProAlias("plocha"), std::nullopt);
 }
 
-TEST(PovoleneSlozky, AFolderAdmitsItselfAndWhatLiesBelowButNoSiblingOfTheSamePrefix) {
+TEST(AllowedFolders, AFolderAdmitsItselfAndWhatLiesBelowButNoSiblingOfTheSamePrefix) {
     FileTree tree;
     auto slozky = tree.allowed();
     EXPECT_TRUE(slozky.obsahuje(tree.path("home/Projects")));
@@ -111,46 +111,46 @@ TEST(PovoleneSlozky, AFolderAdmitsItselfAndWhatLiesBelowButNoSiblingOfTheSamePre
     EXPECT_FALSE(tree.allowed({}).obsahuje(tree.path("home/Projects")));
 }
 
-TEST(PovoleneSlozky, ALinkInsideThatPointsOutsideIsOutside) {
+TEST(AllowedFolders, ALinkInsideThatPointsOutsideIsOutside) {
     FileTree tree;
     tree.link("home/Projects/out", tree.path("outside"));
     EXPECT_FALSE(tree.allowed().obsahuje(tree.path("home/Projects/out")));
     EXPECT_FALSE(tree.allowed().obsahuje(tree.path("home/Projects/out/file")));
 }
 
-TEST(PovoleneSlozky, AFolderThatIsALinkAdmitsWhatItLeadsTo) {
+TEST(AllowedFolders, AFolderThatIsALinkAdmitsWhatItLeadsTo) {
     FileTree tree;
     tree.link("home/way", tree.path("outside"));
     auto slozky = tree.allowed({"home/way"});
     EXPECT_TRUE(slozky.obsahuje(tree.path("outside/file")));
     EXPECT_TRUE(slozky.obsahuje(tree.path("home/way/file")));
-    EXPECT_EQ(slozky.slozkaNad(tree.path("outside/file")), tree.path("outside"));
+    EXPECT_EQ(slozky.folderAbove(tree.path("outside/file")), tree.path("outside"));
 }
 
-TEST(PovoleneSlozky, OfFoldersInEachOtherTheInnermostCounts) {
+TEST(AllowedFolders, OfFoldersInEachOtherTheInnermostCounts) {
     FileTree tree;
     for (const auto& slozky :
          {tree.allowed({"home", "home/Projects"}), tree.allowed({"home/Projects", "home"})}) {
-        EXPECT_EQ(slozky.slozkaNad(tree.path("home/Projects/a")), tree.path("home/Projects"));
-        EXPECT_EQ(slozky.slozkaNad(tree.path("home/a")), tree.path("home"));
+        EXPECT_EQ(slozky.folderAbove(tree.path("home/Projects/a")), tree.path("home/Projects"));
+        EXPECT_EQ(slozky.folderAbove(tree.path("home/a")), tree.path("home"));
     }
 }
 
-TEST(PovoleneSlozky, OnlyNamesLeaveTheComputer) {
+TEST(AllowedFolders, OnlyNamesLeaveTheComputer) {
     FileTree tree;
     EXPECT_EQ(tree.allowed({"home/Projects", "outside"}).aliasy(),
               (std::vector<std::string>{"Projects", "outside"}));
 }
 
 /// The names of folders of one tree, each looked up again.
-std::vector<std::string> namesOf(const PovoleneSlozky& slozky) {
+std::vector<std::string> namesOf(const AllowedFolders& slozky) {
     const auto names = slozky.aliasy();
     for (std::size_t at = 0; at < names.size(); ++at)
         EXPECT_EQ(slozky.slozkaProAlias(names[at]), slozky.slozky()[at]) << names[at];
     return names;
 }
 
-TEST(PovoleneSlozky, OfEqualNamesEachFolderButTheFirstIsNamedWithItsParents) {
+TEST(AllowedFolders, OfEqualNamesEachFolderButTheFirstIsNamedWithItsParents) {
     FileTree tree;
     using Names = std::vector<std::string>;
     EXPECT_EQ(namesOf(tree.allowed({"osobni/projekt", "prace/projekt", "jine"})),
@@ -160,7 +160,7 @@ TEST(PovoleneSlozky, OfEqualNamesEachFolderButTheFirstIsNamedWithItsParents) {
     EXPECT_EQ(namesOf(tree.allowed({"a/Účty", "b/UCTY"})), (Names{"Účty", "b/UCTY"}));
 }
 
-TEST(PovoleneSlozky, ANameStaysWithItsFolderWhenAnotherIsAllowedLater) {
+TEST(AllowedFolders, ANameStaysWithItsFolderWhenAnotherIsAllowedLater) {
     FileTree tree;
     const std::vector<std::string> all{"a/x/projekt", "b/projekt", "b/x/projekt", "x/projekt", "projekt"};
     std::vector<std::string> before;
@@ -172,7 +172,7 @@ TEST(PovoleneSlozky, ANameStaysWithItsFolderWhenAnotherIsAllowedLater) {
     }
 }
 
-TEST(PovoleneSlozky, ANameWithParentsIsFoundWithoutCaseAndDiacritics) {
+TEST(AllowedFolders, ANameWithParentsIsFoundWithoutCaseAndDiacritics) {
     FileTree tree;
     auto slozky = tree.allowed({"osobni/Účty", "Práce/Účty"});
     EXPECT_EQ(slozky.slozkaProAlias(" práce/účty\n"), tree.path("Práce/Účty"));
@@ -180,7 +180,7 @@ TEST(PovoleneSlozky, ANameWithParentsIsFoundWithoutCaseAndDiacritics) {
     EXPECT_EQ(slozky.slozkaProAlias("ucty"), tree.path("osobni/Účty"));
 }
 
-TEST(PovoleneSlozky, OnlyTheNamesThatAreToldName) {
+TEST(AllowedFolders, OnlyTheNamesThatAreToldName) {
     FileTree tree;
     auto slozky = tree.allowed({"osobni/projekt", "prace/projekt"});
     EXPECT_EQ(slozky.slozkaProAlias("osobni/projekt"), std::nullopt);
@@ -189,20 +189,20 @@ TEST(PovoleneSlozky, OnlyTheNamesThatAreToldName) {
     EXPECT_EQ(slozky.slozkaProAlias(tree.path("prace/projekt")), std::nullopt);
 }
 
-TEST(PovoleneSlozky, FoldersThatDifferInCaseAloneAreNamedAsTheyAreSpelled) {
+TEST(AllowedFolders, FoldersThatDifferInCaseAloneAreNamedAsTheyAreSpelled) {
     FileTree tree;
     auto slozky = tree.allowed({"a/Projekt", "a/projekt", "a/PROJEKT"});
     EXPECT_EQ(namesOf(slozky), (std::vector<std::string>{"Projekt", "a/projekt", "a/PROJEKT"}));
     EXPECT_EQ(slozky.slozkaProAlias("a/Projekt"), tree.path("a/projekt")) << "the first that is told so";
 }
 
-TEST(PovoleneSlozky, AFolderWithoutAParentIsNamedWithTheSlashInFront) {
+TEST(AllowedFolders, AFolderWithoutAParentIsNamedWithTheSlashInFront) {
     FileTree tree;
-    PovoleneSlozky slozky({"/nikde/projekt", "/projekt", "/Projekt", "/"}, tree.standard);
+    AllowedFolders slozky({"/nikde/projekt", "/projekt", "/Projekt", "/"}, tree.standard);
     EXPECT_EQ(namesOf(slozky), (std::vector<std::string>{"projekt", "/projekt", "/Projekt", "/"}));
 }
 
-TEST(PovoleneSlozky, AFolderThatIsNamedLikeTheDesktopBeforeItIsNamedWithItsParent) {
+TEST(AllowedFolders, AFolderThatIsNamedLikeTheDesktopBeforeItIsNamedWithItsParent) {
     FileTree tree;
     EXPECT_EQ(namesOf(tree.allowed({"home/Desktop", "prace/Plocha"})),
               (std::vector<std::string>{"Desktop", "prace/Plocha"}));
@@ -210,12 +210,12 @@ TEST(PovoleneSlozky, AFolderThatIsNamedLikeTheDesktopBeforeItIsNamedWithItsParen
               (std::vector<std::string>{"Plocha", "Desktop"}));
 }
 
-TEST(PovoleneSlozky, APathBeginsInTheFolderOfTheLongestNameThatItBeginsWith) {
+TEST(AllowedFolders, APathBeginsInTheFolderOfTheLongestNameThatItBeginsWith) {
     FileTree tree;
     auto slozky = tree.allowed({"osobni/projekt", "y/prace/projekt", "x/prace"});
     auto begun = [&slozky](const std::vector<std::string>& parts) -> std::string {
-        auto found = slozky.slozkaNaZacatku(parts);
-        return found ? found->slozka + " " + std::to_string(found->casti) : "none";
+        auto found = slozky.leadingFolder(parts);
+        return found ? found->slozka + " " + std::to_string(found->parts) : "none";
     };
     EXPECT_EQ(begun({"prace", "projekt", "a"}), tree.path("y/prace/projekt") + " 2");
     EXPECT_EQ(begun({"PRACE", "Projekt"}), tree.path("y/prace/projekt") + " 2");

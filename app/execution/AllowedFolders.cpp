@@ -1,4 +1,4 @@
-#include "app/execution/PovoleneSlozky.h"
+#include "app/execution/AllowedFolders.h"
 
 #include "foundation/Paths.h"
 #include "foundation/Text.h"
@@ -49,20 +49,19 @@ bool liesIn(std::string_view path, std::string_view folder) {
 
 } // namespace
 
-std::vector<std::string> PovoleneSlozky::aliasy() const {
+std::vector<std::string> AllowedFolders::aliasy() const {
     std::vector<std::string> names;
     for (std::size_t poradi = 0; poradi < slozky_.size(); ++poradi) names.push_back(alias(poradi));
     return names;
 }
 
 /// A folder that is allowed later never takes the name of an earlier one.
-std::string PovoleneSlozky::alias(std::size_t poradi) const {
+std::string AllowedFolders::alias(std::size_t poradi) const {
     const auto& slozka = slozky_[poradi];
     const auto earlier = std::span(slozky_).first(poradi);
     auto bare = paths::lastComponent(slozka);
     const auto wanted = folded(bare);
-    if (std::ranges::none_of(earlier, [&](const auto& other) { return jmenujeSe(other, wanted); }))
-        return bare;
+    if (std::ranges::none_of(earlier, [&](const auto& other) { return isNamed(other, wanted); })) return bare;
     for (const auto same : samenesses)
         for (std::size_t parts = 2; const auto name = lastParts(slozka, parts); ++parts)
             if (std::ranges::none_of(earlier, [&](const auto& other) {
@@ -73,18 +72,18 @@ std::string PovoleneSlozky::alias(std::size_t poradi) const {
     return bare; // the paths differ only in bytes that are not text
 }
 
-std::optional<std::string> PovoleneSlozky::slozkaProAlias(const std::optional<std::string>& alias) const {
+std::optional<std::string> AllowedFolders::slozkaProAlias(const std::optional<std::string>& alias) const {
     const auto name = alias ? trim(*alias) : std::string{};
     if (name.empty()) return slozky_.size() == 1 ? std::optional(slozky_.front()) : std::nullopt;
     if (name.size() > longestAlias) return std::nullopt;
-    if (name.contains('/')) return slozkaSRodicem(name);
+    if (name.contains('/')) return folderWithParent(name);
     const auto wanted = folded(name);
     const auto found =
-        std::ranges::find_if(slozky_, [&](const auto& slozka) { return jmenujeSe(slozka, wanted); });
+        std::ranges::find_if(slozky_, [&](const auto& slozka) { return isNamed(slozka, wanted); });
     return found == slozky_.end() ? std::nullopt : std::optional(*found);
 }
 
-std::optional<std::string> PovoleneSlozky::slozkaSRodicem(const std::string& alias) const {
+std::optional<std::string> AllowedFolders::folderWithParent(const std::string& alias) const {
     const auto names = aliasy();
     for (const auto same : {samenesses[1], samenesses[0]})
         for (std::size_t poradi = 0; poradi < names.size(); ++poradi)
@@ -92,24 +91,24 @@ std::optional<std::string> PovoleneSlozky::slozkaSRodicem(const std::string& ali
     return std::nullopt;
 }
 
-std::optional<PovoleneSlozky::Zacatek>
-PovoleneSlozky::slozkaNaZacatku(const std::vector<std::string>& casti) const {
+std::optional<AllowedFolders::Zacatek>
+AllowedFolders::leadingFolder(const std::vector<std::string>& parts) const {
     std::size_t most = 1;
     for (const auto& name : aliasy()) most = std::max(most, paths::components(name).size());
-    for (auto count = std::min(most, casti.size()); count > 0; --count) {
-        const std::vector<std::string> name(casti.begin(),
-                                            casti.begin() + static_cast<std::ptrdiff_t>(count));
+    for (auto count = std::min(most, parts.size()); count > 0; --count) {
+        const std::vector<std::string> name(parts.begin(),
+                                            parts.begin() + static_cast<std::ptrdiff_t>(count));
         if (auto slozka = slozkaProAlias(join(name, "/"))) return Zacatek{*std::move(slozka), count};
     }
     return std::nullopt;
 }
 
-bool PovoleneSlozky::obsahuje(std::string_view cesta) const {
+bool AllowedFolders::obsahuje(std::string_view cesta) const {
     auto resolved = paths::resolved(cesta);
-    return resolved && slozkaNad(*resolved);
+    return resolved && folderAbove(*resolved);
 }
 
-std::optional<std::string> PovoleneSlozky::slozkaNad(std::string_view resolvedPath) const {
+std::optional<std::string> AllowedFolders::folderAbove(std::string_view resolvedPath) const {
     std::optional<std::string> innermost;
     for (const auto& slozka : slozky_)
         if (auto folder = paths::resolved(slozka); folder && liesIn(resolvedPath, *folder))
@@ -117,12 +116,12 @@ std::optional<std::string> PovoleneSlozky::slozkaNad(std::string_view resolvedPa
     return innermost;
 }
 
-bool PovoleneSlozky::jmenujeSe(const std::string& slozka, std::string_view wanted) const {
+bool AllowedFolders::isNamed(const std::string& slozka, std::string_view wanted) const {
     if (folded(paths::lastComponent(slozka)) == wanted) return true;
-    return std::ranges::find(desktopAliases, wanted) != desktopAliases.end() && jePlocha(slozka);
+    return std::ranges::find(desktopAliases, wanted) != desktopAliases.end() && isDesktop(slozka);
 }
 
-bool PovoleneSlozky::jePlocha(const std::string& slozka) const {
+bool AllowedFolders::isDesktop(const std::string& slozka) const {
     if (folded(paths::lastComponent(slozka)) == "desktop") return true;
     auto desktop = standardFolders_->desktop();
     auto resolved = desktop ? paths::resolved(*desktop) : std::nullopt;

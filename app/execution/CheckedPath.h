@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/execution/PovoleneSlozky.h"
+#include "app/execution/AllowedFolders.h"
 #include "shared/base/Error.h"
 
 #include <optional>
@@ -11,12 +11,12 @@ namespace morvex {
 
 /// A path that passed the path check. It describes the state at the time of the check, so a file must be
 /// opened through `BeneathFolder`, which refuses what was swapped since, and never by the requested text.
-struct OverenaCesta {
+struct CheckedPath {
     std::string cesta;  ///< absolute, links resolved, no NUL byte; a link in it must be newer than the check
     std::string slozka; ///< the allowed folder that contains it, links resolved
 
     /// The path relative to the folder; empty for the folder itself.
-    [[nodiscard]] std::string_view odSlozky() const;
+    [[nodiscard]] std::string_view belowFolder() const;
 
     /// The last component, for the user.
     [[nodiscard]] std::string jmeno() const;
@@ -24,7 +24,7 @@ struct OverenaCesta {
 
 /// The path check. A relative path starts in the allowed folder that its first components name, otherwise in
 /// the folder that `slozka` names. May block on the disk; fails with `SouboryChyba`.
-Result<OverenaCesta> overCestu(const std::string& cesta, const std::optional<std::string>& slozka,
-                               const PovoleneSlozky& slozky);
+Result<CheckedPath> overCestu(const std::string& cesta, const std::optional<std::string>& slozka,
+                              const AllowedFolders& slozky);
 
 } // namespace morvex

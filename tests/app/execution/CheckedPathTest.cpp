@@ -1,4 +1,4 @@
-#include "app/execution/OverenaCesta.h"
+#include "app/execution/CheckedPath.h"
 
 #include "app/execution/SouboryChyba.h"
 #include "tests/app/execution/FileTree.h"
@@ -8,7 +8,7 @@
 namespace morvex {
 namespace {
 
-std::string checked(const std::string& path, const PovoleneSlozky& slozky,
+std::string checked(const std::string& path, const AllowedFolders& slozky,
                     const std::optional<std::string>& slozka = {}) {
     auto result = overCestu(path, slozka, slozky);
     return result ? result->cesta : result.error().popis().czech();
@@ -133,7 +133,7 @@ TEST(OverCestu, ALinkThatStaysInsideIsResolved) {
     ASSERT_TRUE(result);
     EXPECT_EQ(result->cesta, tree.path("home/Projects/real/a"));
     EXPECT_EQ(result->slozka, tree.path("home/Projects"));
-    EXPECT_EQ(result->odSlozky(), "real/a");
+    EXPECT_EQ(result->belowFolder(), "real/a");
     EXPECT_EQ(result->jmeno(), "a");
 }
 
@@ -229,7 +229,7 @@ TEST(OverCestu, VeryLongPathsAreAnswered) {
 
 TEST(OverCestu, AnAllowedRootAdmitsNothingBelowIt) {
     FileTree tree;
-    PovoleneSlozky root({"/"}, tree.standard);
+    AllowedFolders root({"/"}, tree.standard);
     EXPECT_EQ(checked("/", root), "/");
     EXPECT_EQ(checked("/etc/hosts", root), outside("hosts"));
 }
