@@ -101,7 +101,8 @@ struct Bench {
     Keychain keychain{vault, storage};
     TemporaryFolder folder;
     SeenTools seen{folder.path(), {main, storage, *clock}};
-    CustomToolCatalogue catalogue{{client, keychain, workers, *clock, seen, {}}, [] { return true; }};
+    Turns tokens;
+    CustomToolCatalogue catalogue{{client, keychain, tokens, workers, *clock, seen, {}}, [] { return true; }};
 
     [[nodiscard]] std::vector<StoredApp> list() const {
         std::vector<StoredApp> all;

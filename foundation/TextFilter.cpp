@@ -1,5 +1,7 @@
 #include "foundation/TextFilter.h"
 
+#include "foundation/Text.h"
+
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
 
@@ -33,6 +35,12 @@ bool isIn(UChar32 codePoint, std::uint32_t categories) {
     return (U_GET_GC_MASK(codePoint) & categories) != 0;
 }
 
+bool isInvisible(UChar32 codePoint) {
+    if (isIn(codePoint, U_GC_CC_MASK)) return false;
+    return isIn(codePoint, U_GC_C_MASK) ||
+           u_hasBinaryProperty(codePoint, UCHAR_DEFAULT_IGNORABLE_CODE_POINT) != 0;
+}
+
 } // namespace
 
 std::string alphanumericText(std::string_view text) {
@@ -50,11 +58,21 @@ std::string visibleText(std::string_view text) {
     forEachCodePoint(text, [&kept](UChar32 codePoint) {
         if (isIn(codePoint, U_GC_CC_MASK | U_GC_ZL_MASK | U_GC_ZP_MASK))
             kept += ' ';
-        else if (!isIn(codePoint, U_GC_C_MASK) &&
-                 !u_hasBinaryProperty(codePoint, UCHAR_DEFAULT_IGNORABLE_CODE_POINT))
+        else if (!isInvisible(codePoint))
             append(kept, codePoint);
     });
     return kept;
+}
+
+std::string foreignWords(std::string_view text) {
+    constexpr std::size_t longest = 500;
+    return excerpt(visibleText(excerpt(text, longest * 8)), longest);
+}
+
+bool hasInvisible(std::string_view text) {
+    bool found = false;
+    forEachCodePoint(text, [&found](UChar32 codePoint) { found = found || isInvisible(codePoint); });
+    return found;
 }
 
 } // namespace morvex

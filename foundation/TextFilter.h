@@ -16,4 +16,11 @@ std::string alphanumericText(std::string_view text);
 /// or paragraph separator (Cc, Zl, Zp).
 std::string visibleText(std::string_view text);
 
+/// Words of another program that a person or an assistant is told: what a reader sees of the first 500
+/// characters.
+std::string foreignWords(std::string_view text);
+
+/// Whether it has a character that `visibleText` leaves out.
+bool hasInvisible(std::string_view text);
+
 } // namespace morvex

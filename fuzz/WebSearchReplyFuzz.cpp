@@ -11,9 +11,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace morvex;
     const std::string body(reinterpret_cast<const char*>(data), size);
-    const auto failure = WebSearchClient::read({500, body});
+    const auto failure = WebSearchClient::read({500, body}, "");
     require(!failure && isValidUtf8(failure.error().popis().czech()), "the words of a failure are no text");
-    const auto result = WebSearchClient::read({200, body});
+    const auto result = WebSearchClient::read({200, body}, "");
     if (!result) return 0;
     require(!result->answer.empty() && countCharacters(result->answer) <= 16'000,
             "an answer has a wrong length");

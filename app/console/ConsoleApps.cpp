@@ -4,6 +4,7 @@
 #include "platform/ports/UserDefaults.h"
 
 #include <algorithm>
+#include <iterator>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -40,8 +41,9 @@ const std::vector<ConsoleApps::Action>& ConsoleApps::actions() {
 void ConsoleApps::print() const {
     const auto apps = services_.apps.apps();
     if (apps.empty()) services_.output.line("Žádné vlastní aplikace. Přidá je „aplikace-pridat“.");
+    int number = 0;
     for (const auto& app : apps) {
-        services_.output.line("Aplikace: " + described(app));
+        services_.output.line("Aplikace " + std::to_string(++number) + ": " + described(app));
         if (app.outcome) services_.output.line("  " + app.outcome->popis().czech());
         if (app.news > 0)
             services_.output.line("  Změněné nebo nové nástroje: " + std::to_string(app.news) +
@@ -79,13 +81,15 @@ void ConsoleApps::showNews(const AppSummary& app) {
     const auto news = services_.apps.news(app.id);
     if (news.empty()) return services_.output.line("Od posledního pohledu se nic nezměnilo.");
     shown_[app.id] = news;
-    for (const auto& tool : news) {
-        services_.output.line((tool.known ? "Změněný nástroj: " : "Nový nástroj: ") + tool.name);
-        if (tool.known)
-            services_.output.foreign("Bylo: " + tool.known->description + " " + tool.known->schema);
-        services_.output.foreign("Je: " + tool.news->description + " " + tool.news->schema);
-    }
+    for (const auto& tool : news) printNews(toolNews(tool));
     services_.output.line("Až to projdeš, napiš „aplikace videl " + app.name + "“.");
+}
+
+void ConsoleApps::printNews(const ToolNews& news) const {
+    const auto& output = services_.output;
+    output.line((news.isNew ? "Nový nástroj: " : "Změněný nástroj: ") + news.name);
+    if (!news.isNew) output.foreign("Bylo: " + news.before + " " + news.schemaBefore);
+    output.foreign((news.isPast ? "Mezitím bylo: " : "Je: ") + news.after + " " + news.schemaAfter);
 }
 
 void ConsoleApps::markSeen(const AppSummary& app) {
@@ -106,16 +110,18 @@ void ConsoleApps::hold(const AppSummary& app, bool holds) {
 
 std::optional<AppSummary> ConsoleApps::find(const std::string& words) const {
     const auto wanted = fold(words);
+    const auto apps = services_.apps.apps();
     std::vector<AppSummary> named;
-    for (auto& app : services_.apps.apps()) {
-        if (app.endpoint == words) return app;
-        if (fold(app.name) == wanted) named.push_back(std::move(app));
-    }
+    std::ranges::copy_if(apps, std::back_inserter(named), [&](const AppSummary& app) {
+        return fold(app.name) == wanted || app.endpoint == words;
+    });
     if (named.size() == 1) return named.front();
+    for (std::size_t i = 0; named.empty() && i < apps.size(); ++i)
+        if (std::to_string(i + 1) == words) return apps[i];
     if (named.empty())
         services_.output.line("Aplikace „" + words + "“ tu není. Seznam ukáže „aplikace“.");
     else
-        services_.output.line("Aplikací „" + words + "“ je tu víc. Napiš místo názvu adresu.");
+        services_.output.line("Aplikací „" + words + "“ je tu víc. Napiš místo názvu číslo ze seznamu.");
     return std::nullopt;
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/console/ConsoleOutput.h"
 #include "app/customapps/MacCustomAppsService.h"
+#include "app/customapps/ToolNews.h"
 #include "foundation/TaskScope.h"
 
 #include <functional>
@@ -56,13 +57,14 @@ class ConsoleApps {
     void switchApp(const AppSummary& app, bool on);
     void removeApp(const AppSummary& app);
     void showNews(const AppSummary& app);
+    void printNews(const ToolNews& news) const;
     void markSeen(const AppSummary& app);
     void hold(const AppSummary& app, bool holds);
     void takeToken(const std::string& token);
     Task<void> add(Draft draft, std::string token);
     Task<void> turn(AppSummary app, bool on);
     Task<void> remove(AppSummary app);
-    /// The app with this name, or with this address where several have the name; says so if there is none.
+    /// The only app with this name or address, or the one with this number in the list; says so otherwise.
     [[nodiscard]] std::optional<AppSummary> find(const std::string& words) const;
 
     Services services_;

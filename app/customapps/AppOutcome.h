@@ -13,6 +13,7 @@ struct AppOutcome {
     bool isAsking = false;                ///< no answer yet; the rest does not count
     std::size_t tools = 0;                ///< that are offered
     std::size_t waiting = 0;              ///< tools that wait until a person has looked at them
+    std::size_t leftOut = 0;              ///< that the server named too, but that cannot be used
     std::chrono::milliseconds took{0};    ///< from the question to the answer
     std::optional<Sentence> failure = {}; ///< why there are none
 

@@ -22,10 +22,31 @@ std::string textIn(const boost::json::object& tool, std::string_view name) {
     return value && value->is_string() ? std::string(value->get_string()) : std::string();
 }
 
-std::string schemaOf(const boost::json::object& tool) {
-    for (const auto* name : {"inputSchema", "parameters"})
-        if (const auto* schema = tool.if_contains(name); schema && schema->is_object())
-            return encode(schema->get_object());
+bool isForReading(std::string_view member) {
+    return member == "description" || member == "title" || member == "$comment";
+}
+
+/// Takes characters that nobody sees out of the texts that people read. Whether there are none elsewhere.
+bool makeVisible(boost::json::value& value, bool isForReaders = false) {
+    if (auto* text = value.if_string()) {
+        if (isForReaders) *text = visibleText(*text);
+        return !hasInvisible(*text);
+    }
+    if (auto* elements = value.if_array())
+        return std::ranges::all_of(*elements, [](auto& element) { return makeVisible(element); });
+    auto* members = value.if_object();
+    return !members || std::ranges::all_of(*members, [](auto& member) {
+        return !hasInvisible(member.key()) && makeVisible(member.value(), isForReading(member.key()));
+    });
+}
+
+std::optional<std::string> schemaOf(const boost::json::object& tool) {
+    for (const auto* name : {"inputSchema", "parameters"}) {
+        const auto* schema = tool.if_contains(name);
+        if (!schema || !schema->is_object()) continue;
+        auto visible = *schema;
+        return makeVisible(visible) ? std::optional(encode(visible)) : std::nullopt;
+    }
     return anyArguments;
 }
 
@@ -33,11 +54,13 @@ std::string schemaOf(const boost::json::object& tool) {
 std::optional<DescribedTool> described(const boost::json::value& element) {
     const auto* tool = element.if_object();
     if (!tool) return std::nullopt;
-    DescribedTool described{textIn(*tool, "name"), textIn(*tool, "description"), schemaOf(*tool)};
-    const bool isUsable = !described.name.empty() && described.name.size() <= customToolLimits::longestName &&
-                          described.description.size() <= customToolLimits::longestDescription &&
-                          described.schema.size() <= customToolLimits::longestSchema;
-    return isUsable ? std::optional(std::move(described)) : std::nullopt;
+    const auto name = textIn(*tool, "name");
+    const auto description = textIn(*tool, "description");
+    const bool isUsable = !name.empty() && name.size() <= customToolLimits::longestName &&
+                          description.size() <= customToolLimits::longestDescription;
+    auto schema = isUsable ? schemaOf(*tool) : std::nullopt;
+    if (!schema || schema->size() > customToolLimits::longestSchema) return std::nullopt;
+    return DescribedTool{name, visibleText(description), *std::move(schema)};
 }
 
 std::optional<ListedTool> listed(const boost::json::value& element) {
@@ -48,7 +71,7 @@ std::optional<ListedTool> listed(const boost::json::value& element) {
 }
 
 std::string summaryOf(const StoredApp& app, const DescribedTool& tool) {
-    auto description = trim(visibleText(tool.description));
+    auto description = trim(tool.description);
     if (description.empty()) description = visibleText(tool.name);
     return visibleText(app.name) + ": " + description + ".";
 }
@@ -60,8 +83,8 @@ std::string customToolName(std::string_view appID, std::string_view remoteName) 
     constexpr std::size_t longest = 62;
     std::string compact(appID);
     std::erase(compact, '-');
-    const auto name =
-        "mac.custom." + lowerCase(excerpt(compact, prefixLength)) + "." + alphanumericText(remoteName);
+    const auto prefix = alphanumericText(lowerCase(excerpt(compact, prefixLength)));
+    const auto name = "mac.custom." + prefix + "." + alphanumericText(remoteName);
     return excerpt(name, longest);
 }
 

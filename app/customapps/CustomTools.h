@@ -20,12 +20,13 @@ namespace customToolLimits {
 
 inline constexpr std::size_t mostOfApp = 256;
 inline constexpr std::size_t mostInAll = 512;
-inline constexpr std::size_t longestName = 4'000;        ///< bytes
+inline constexpr std::size_t longestName = 256;          ///< bytes
 inline constexpr std::size_t longestDescription = 4'000; ///< bytes
 inline constexpr std::size_t longestSchema = 32 * 1024;  ///< bytes of its JSON
 /// Bytes of the summaries and schemas of all tools, so that the status, in which they are texts within a
-/// text, fits into a frame.
+/// text, fits into a frame; and of one app's, so that it leaves room for others.
 inline constexpr std::size_t longestInAll = 1024 * 1024;
+inline constexpr std::size_t longestOfApp = longestInAll / 2;
 
 } // namespace customToolLimits
 
@@ -46,8 +47,9 @@ struct ListedTool {
     SeenDescription seen;
 };
 
-/// What the server of an app says of its tools, in its order. An element that cannot be used has no value,
-/// but keeps its place.
+/// What the server of an app says of its tools, in its order, without characters that nobody sees. An element
+/// that cannot be used has no value, but keeps its place; so has a tool that hides such characters where they
+/// cannot be taken out, in a name or a value of its schema.
 using ToolList = std::vector<std::optional<ListedTool>>;
 
 /// Reads the `tools` in the result of `tools/list`; none if that is no array. May take some milliseconds.

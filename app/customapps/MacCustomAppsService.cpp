@@ -40,7 +40,7 @@ std::vector<StoredApp> stored(const UserDefaults& defaults) {
 MacCustomAppsService::MacCustomAppsService(Services services)
     : services_(services),
       apps_(stored(services.defaults)),
-      catalogue_({services.http, services.keychain, services.workers, services.clock, services.seen,
+      catalogue_({services.http, services.keychain, tokens_, services.workers, services.clock, services.seen,
                   services.scope.token()},
                  [this] { return active_; }) {
     outcomeChanged_ = catalogue_.onOutcome([this] { rowsChanged_.tell(); });
@@ -70,16 +70,22 @@ Task<void> MacCustomAppsService::refresh() {
     const auto number = ++refreshes_;
     std::vector<StoredApp> asked;
     if (active_) std::ranges::copy_if(apps_, std::back_inserter(asked), &StoredApp::isEnabled);
-    const bool changesNothing = asked.empty() && catalogue_.tools().empty();
+    isToolKnown_ = isToolKnown_ || !catalogue_.tools().empty();
+    const bool changesNothing = asked.empty() && !isToolKnown_;
     co_await catalogue_.refresh(std::move(asked));
     // A newer one tells when it has ended.
-    if (number == refreshes_ && !changesNothing) changed_.tell();
+    if (number == refreshes_ && !changesNothing) tellChange();
+}
+
+void MacCustomAppsService::tellChange() {
+    isToolKnown_ = !catalogue_.tools().empty();
+    changed_.tell();
 }
 
 void MacCustomAppsService::appsChanged() {
     std::vector<std::string> ids;
     for (const auto& app : apps_) ids.push_back(app.id);
-    services_.seen.keepOnly(ids);
+    services_.seen.prefer(ids);
     rowsChanged_.tell();
     refreshSoon();
 }
@@ -106,16 +112,18 @@ void MacCustomAppsService::setActive(bool active) {
     if (active_) return;
     catalogue_.clear();
     rowsChanged_.tell();
-    changed_.tell();
+    tellChange();
 }
 
 Task<void> MacCustomAppsService::replacePhoneApps(std::vector<CompanionCustomApp> list) {
     auto entries = accepted(std::move(list));
-    co_await keepTokens(entries);
+    const auto turn = co_await tokens_.take();
+    const bool isOtherToken = co_await keepTokens(entries);
     // The list is built only now, because the user may have changed an app while the keychain worked.
     std::vector<StoredApp> apps;
     std::ranges::copy_if(apps_, std::back_inserter(apps), &StoredApp::isFromMac);
     for (const auto& entry : entries) apps.push_back(fromPhone(entry));
+    if (apps == apps_ && !isOtherToken && catalogue_.isAsking()) co_return;
     apps_ = std::move(apps);
     keep();
     // The phone understands the next status as the confirmation that its list is stored.
@@ -142,20 +150,28 @@ StoredApp MacCustomAppsService::fromPhone(const CompanionCustomApp& entry) const
     return {entry.id, entry.name, entry.endpoint, enabled, StoredApp::fromIPhone};
 }
 
-Task<void> MacCustomAppsService::keepTokens(std::vector<CompanionCustomApp> entries) {
+Task<bool> MacCustomAppsService::keepTokens(std::vector<CompanionCustomApp> entries) {
     std::vector<std::string> gone;
     for (const auto& app : apps_)
         if (!app.isFromMac() && !std::ranges::count(entries, app.id, &CompanionCustomApp::id))
             gone.push_back(app.id);
     for (const auto& id : gone) co_await services_.keychain.remove(tokenAccount(id));
+    bool isOther = false;
     for (const auto& entry : entries) {
         auto token = trim(entry.token);
         const auto account = tokenAccount(entry.id);
         const auto present = co_await services_.keychain.read(account);
         if (!token.empty() && present == token) continue;
+        isOther = isOther || present.value_or("") != token;
         auto saved = co_await services_.keychain.save(std::move(token), account);
         if (!saved) co_await services_.keychain.remove(account);
     }
+    co_return isOther;
+}
+
+Task<void> MacCustomAppsService::restoreToken(std::string account, std::optional<std::string> token) {
+    const bool isRestored = token && co_await services_.keychain.save(*std::move(token), account);
+    if (!isRestored) co_await services_.keychain.remove(account);
 }
 
 Task<Result<void>> MacCustomAppsService::save(std::optional<std::string> storedID, std::string name,
@@ -167,17 +183,21 @@ Task<Result<void>> MacCustomAppsService::save(std::optional<std::string> storedI
     if (!normalizedAddress(endpoint)) co_return fail(ServiceError{ServiceError::InvalidAddress{}});
     bool isNew = !storedID || !hasMacApp(*storedID);
     auto id = isNew ? "mac-" + lowerCase(services_.random.uuid().text()) : *storedID;
-    if (!token.empty()) CO_CHECK(co_await services_.keychain.save(token, tokenAccount(id)));
+    const auto account = tokenAccount(id);
+    const auto turn = co_await tokens_.take();
+    std::optional<std::string> before;
+    if (!isNew && !token.empty()) before = co_await services_.keychain.read(account);
+    if (!token.empty()) CO_CHECK(co_await services_.keychain.save(token, account));
     auto saved = co_await keepOnceSaved([&](std::vector<StoredApp>& apps) {
         if (isNew)
             addMacApp(apps, {id, name, endpoint, true, StoredApp::fromMac});
         else if (auto* app = find(apps, id)) // it may have been removed while the keychain worked
             *app = {id, name, endpoint, app->isEnabled(), StoredApp::fromMac};
     });
-    if (saved || !isNew) co_return saved;
+    if (saved || token.empty()) co_return saved;
     // If the app is on the disk in spite of the failure, it keeps its token.
     co_await services_.defaults.saved();
-    if (!services_.defaults.problem()) co_await services_.keychain.remove(tokenAccount(id));
+    if (!services_.defaults.problem()) co_await restoreToken(account, before);
     co_return saved;
 }
 
@@ -220,10 +240,13 @@ Task<Result<void>> MacCustomAppsService::keepOnceSaved(std::function<void(std::v
 Task<void> MacCustomAppsService::remove(std::string id) {
     if (!hasMacApp(id)) co_return;
     std::erase_if(apps_, [&id](const StoredApp& app) { return app.id == id; });
-    keep();
+    services_.seen.forget(id);
     appsChanged();
-    // The token goes last, because a keyring may ask the user first.
-    co_await services_.keychain.remove(tokenAccount(id));
+    {
+        const auto turn = co_await tokens_.take();
+        co_await services_.keychain.remove(tokenAccount(id));
+    }
+    keep();
 }
 
 bool MacCustomAppsService::hasMacApp(const std::string& id) const {

@@ -81,12 +81,13 @@ class MacCustomAppsService {
     /// Entries that are not acceptable, or whose id is already taken, are dropped; in particular the phone
     /// must not change the token of an app of this computer. A token that the keychain refuses is lost; an
     /// empty token and the tokens of removed apps are deleted; an unchanged token is not written again. Ends
-    /// when the list has been saved or could not be saved.
+    /// when the list has been saved or could not be saved. A list that changes nothing does not disturb a
+    /// refresh that is under way.
     Task<void> replacePhoneApps(std::vector<CompanionCustomApp> list);
 
     /// Changes this computer's app with the id `storedID`, or adds one. An empty token keeps the present one.
-    /// Fails with `ServiceError`, `KeychainError` or the error of the save; nothing is changed or added then,
-    /// except the token of an existing app.
+    /// Fails with `ServiceError`, `KeychainError` or the error of the save; nothing is changed or added then.
+    /// A new token never goes to the address before, nor the token before to a new address with one.
     Task<Result<void>> save(std::optional<std::string> storedID, std::string name, std::string endpoint,
                             std::string token);
 
@@ -111,7 +112,11 @@ class MacCustomAppsService {
     [[nodiscard]] bool hasMacApp(const std::string& id) const;
     [[nodiscard]] std::vector<CompanionCustomApp> accepted(std::vector<CompanionCustomApp> list) const;
     [[nodiscard]] StoredApp fromPhone(const CompanionCustomApp& entry) const;
-    Task<void> keepTokens(std::vector<CompanionCustomApp> entries);
+    /// Whether a token has changed.
+    Task<bool> keepTokens(std::vector<CompanionCustomApp> entries);
+    /// `token` is absent where there was none.
+    Task<void> restoreToken(std::string account, std::optional<std::string> token);
+    void tellChange();
     void keep();
     /// The change takes effect once it is saved. If the list has changed meanwhile, the change is applied to
     /// the new list.
@@ -126,7 +131,9 @@ class MacCustomAppsService {
     bool active_ = true;
     Turns saving_;                    ///< saves of changes that are not in effect yet
     std::set<std::string> turningOn_; ///< apps that are being switched on
+    Turns tokens_;                    ///< held while a token and the address of its app are changed
     CustomToolCatalogue catalogue_;
+    bool isToolKnown_ = false; ///< somebody may have been told of a tool that the catalogue had
     Signal<> changed_;
     Signal<> rowsChanged_;
     std::uint64_t refreshes_ = 0;

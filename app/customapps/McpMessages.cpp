@@ -2,6 +2,7 @@
 
 #include "app/customapps/ServiceError.h"
 #include "foundation/Text.h"
+#include "foundation/TextFilter.h"
 #include "shared/base/Utf8.h"
 #include "shared/wire/Json.h"
 
@@ -13,6 +14,9 @@ namespace {
 
 /// Bytes of a body that is looked at for a refusal.
 constexpr std::size_t longestRefusal = std::size_t{64} * 1024;
+
+/// A list of tools with large schemas has more than other documents.
+constexpr std::size_t mostValues = std::size_t{256} * 1024;
 
 constexpr int unauthorized = 401;
 constexpr int forbidden = 403;
@@ -48,7 +52,7 @@ const boost::json::object* member(const boost::json::object& object, std::string
 
 std::string messageOf(const boost::json::object& error) {
     const auto* message = error.if_contains("message");
-    return message && message->is_string() ? std::string(message->get_string()) : "Neznámá chyba.";
+    return message && message->is_string() ? foreignWords(message->get_string()) : "Neznámá chyba.";
 }
 
 } // namespace
@@ -78,7 +82,7 @@ std::string_view mcpDocument(const HttpReply& reply) {
 Result<boost::json::object> mcpResult(const HttpReply& reply) {
     if (auto checked = checkStatus(reply.status); !checked)
         return std::unexpected(std::move(checked).error());
-    auto document = parseJson(mcpDocument(reply));
+    auto document = parseJson(mcpDocument(reply), {.values = mostValues});
     auto* message = document ? document->if_object() : nullptr;
     if (!message) return invalidResponse();
     if (const auto* error = member(*message, "error"))

@@ -23,8 +23,9 @@ constexpr std::string_view newestVersion = "2026-07-28";
 constexpr int badRequest = 400;
 constexpr int notFound = 404;
 
-/// The code of a JSON-RPC error by which a server tells what versions it supports.
-constexpr std::int64_t unsupportedVersion = -32022;
+// Codes of JSON-RPC errors.
+constexpr std::int64_t noSession = -32000;          ///< a session is wanted, or is gone
+constexpr std::int64_t unsupportedVersion = -32022; ///< the versions that are supported are told
 
 boost::json::object clientInfo() {
     return {{"name", "Morvex"}, {"version", "1"}};
@@ -67,6 +68,13 @@ std::string textIn(const boost::json::object& object, std::string_view name) {
     return value && value->is_string() ? std::string(value->get_string()) : std::string();
 }
 
+/// Of the next page; empty if there is none, or one that is too long to be sent back.
+std::string cursorIn(const boost::json::object& result) {
+    constexpr std::size_t longest = 1024;
+    auto cursor = textIn(result, "nextCursor");
+    return cursor.size() <= longest ? cursor : std::string();
+}
+
 } // namespace
 
 Task<Result<ToolList>> McpServer::listTools(Caller caller) {
@@ -74,7 +82,7 @@ Task<Result<ToolList>> McpServer::listTools(Caller caller) {
     McpQuestion question{"tools/list", {}};
     for (int page = 1;; ++page) {
         CO_TRY(auto, result, co_await ask(question, caller));
-        const auto cursor = textIn(result, "nextCursor");
+        const auto cursor = cursorIn(result);
         auto more = co_await runOn(services_.workers, [&result] { return toolList(result); });
         std::ranges::move(more, std::back_inserter(tools));
         const bool isLast = manner_ == Manner::plain || cursor.empty() || page == mostPages ||
@@ -91,33 +99,34 @@ Task<Result<boost::json::object>> McpServer::callTool(std::string name, boost::j
 }
 
 Task<Result<boost::json::object>> McpServer::ask(McpQuestion question, Caller caller) {
-    auto reply = co_await askOnce(question, caller);
-    if (reply && manner_ == Manner::plain) {
-        if (const auto wanted = mannerWantedBy(*reply)) {
-            manner_ = *wanted;
-            reply = co_await askOnce(question, caller);
-        }
-    } else if (reply && hasLostSession(*reply)) {
-        version_.clear();
-        reply = co_await askOnce(question, caller);
-    }
-    const bool isRefused = !reply || reply->status < 200 || reply->status > 299;
-    if (isRefused) {
-        manner_ = Manner::plain;
-        version_.clear();
-    }
-    if (!reply) co_return std::unexpected(std::move(reply).error());
-    auto result = co_await read(*std::move(reply));
-    if (!result) co_return fail(withoutToken(std::move(result).error(), caller.token));
+    const auto token = caller.token;
+    auto result = co_await askUnchecked(std::move(question), std::move(caller));
+    if (!result) co_return fail(withoutToken(std::move(result).error(), token));
     co_return result;
 }
 
-Task<Result<HttpReply>> McpServer::askOnce(McpQuestion question, Caller caller) {
-    if (manner_ == Manner::session && version_.empty()) CO_CHECK(co_await startSession(caller));
+Task<Result<boost::json::object>> McpServer::askUnchecked(McpQuestion question, Caller caller) {
+    CO_TRY(auto, answer, co_await askOnce(question, caller));
+    if (isToBeAskedAgain(answer)) {
+        CO_TRY(auto, second, co_await askOnce(std::move(question), std::move(caller)));
+        answer = std::move(second);
+        if (isRefusal(answer.reply)) forgetManner();
+    }
+    co_return co_await read(std::move(answer.reply));
+}
+
+Task<Result<McpServer::Answer>> McpServer::askOnce(McpQuestion question, Caller caller) {
+    if (manner_ == Manner::session) {
+        const auto turn = co_await starting_.take();
+        if (manner_ == Manner::session && version_.empty()) CO_CHECK(co_await startSession(caller));
+    }
+    Answer answer{{}, manner_, sessionID_};
     auto headers = headersFor(question);
     if (manner_ == Manner::newest) question.params["_meta"] = requestMeta();
-    co_return co_await post(mcpRequest(++services_.sequence, question), std::move(headers),
-                            std::move(caller));
+    auto body = mcpRequest(++services_.sequence, question);
+    CO_TRY(auto, reply, co_await post(std::move(body), std::move(headers), std::move(caller)));
+    answer.reply = std::move(reply);
+    co_return answer;
 }
 
 Task<Result<void>> McpServer::startSession(Caller caller) {
@@ -126,12 +135,19 @@ Task<Result<void>> McpServer::startSession(Caller caller) {
                                 {"capabilities", boost::json::object()},
                                 {"clientInfo", clientInfo()}}};
     CO_TRY(auto, reply, co_await post(mcpRequest(++services_.sequence, question), {}, caller));
-    const auto* id = reply.header("Mcp-Session-Id");
-    sessionID_ = id ? tokenFrom(*id) : std::string();
-    if (id && sessionID_.empty()) co_return fail(ServiceError{ServiceError::InvalidResponse{}});
-    CO_TRY(auto, result, co_await read(std::move(reply)));
-    version_ = tokenFrom(textIn(result, "protocolVersion"));
-    if (version_.empty()) co_return fail(ServiceError{ServiceError::InvalidResponse{}});
+    const auto* header = reply.header("Mcp-Session-Id");
+    const bool hasID = header != nullptr;
+    auto id = hasID ? tokenFrom(*header) : std::string();
+    auto result = co_await read(std::move(reply));
+    auto version = result ? tokenFrom(textIn(*result, "protocolVersion")) : std::string();
+    if (result && (version.empty() || (hasID && id.empty())))
+        result = fail(ServiceError{ServiceError::InvalidResponse{}});
+    if (!result) {
+        forgetManner();
+        co_return fail(std::move(result).error());
+    }
+    sessionID_ = std::move(id);
+    version_ = std::move(version);
     CO_CHECK(co_await post(mcpNotification("notifications/initialized"), headersFor({}), std::move(caller)));
     co_return Result<void>{};
 }
@@ -163,13 +179,42 @@ std::optional<McpServer::Manner> McpServer::mannerWantedBy(const HttpReply& repl
     if (!refusal) return std::nullopt;
     if (std::ranges::find(refusal->supported, newestVersion) != refusal->supported.end())
         return Manner::newest;
-    if (refusal->code == unsupportedVersion) return std::nullopt;
+    // Versions are dates.
+    const auto isOlder = [](const std::string& version) { return version < newestVersion; };
+    if (refusal->code == unsupportedVersion && std::ranges::none_of(refusal->supported, isOlder))
+        return std::nullopt;
     return Manner::session;
 }
 
-bool McpServer::hasLostSession(const HttpReply& reply) const {
-    if (manner_ != Manner::session) return false;
-    return reply.status == notFound || (reply.status == badRequest && mcpRefusal(reply));
+bool McpServer::isRefusal(const HttpReply& reply) {
+    return reply.status == badRequest || reply.status == notFound;
+}
+
+bool McpServer::hasLostSession(const HttpReply& reply) {
+    if (reply.status == notFound) return true;
+    const auto refusal = reply.status == badRequest ? mcpRefusal(reply) : std::nullopt;
+    return refusal && refusal->code == noSession;
+}
+
+bool McpServer::isToBeAskedAgain(const Answer& answer) {
+    if (answer.manner == Manner::plain) {
+        const auto wanted = mannerWantedBy(answer.reply);
+        // Another question may have found the manner meanwhile.
+        if (wanted && manner_ == Manner::plain) manner_ = *wanted;
+        return wanted.has_value();
+    }
+    if (answer.manner == Manner::session && hasLostSession(answer.reply)) {
+        if (answer.sessionID == sessionID_) version_.clear();
+        return true;
+    }
+    if (isRefusal(answer.reply)) forgetManner();
+    return false;
+}
+
+void McpServer::forgetManner() {
+    manner_ = Manner::plain;
+    version_.clear();
+    sessionID_.clear();
 }
 
 McpServer::Headers McpServer::headersFor(const McpQuestion& question) const {

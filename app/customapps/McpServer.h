@@ -4,6 +4,7 @@
 #include "app/customapps/McpMessages.h"
 #include "foundation/Clock.h"
 #include "foundation/Task.h"
+#include "foundation/Turns.h"
 #include "platform/ports/HttpClient.h"
 
 #include <boost/json/object.hpp>
@@ -23,7 +24,7 @@ namespace morvex {
 ///
 ///     plain ──400, the newest protocol is supported──▶ newest: headers and `_meta` in each request
 ///       │ └───400, any other JSON-RPC error──────────▶ session: `initialize` once, then its session
-///       ◀───── the manner fails
+///       ◀───── the server refuses a question in the manner, or a session
 ///
 /// A session that the server has lost begins anew once. Main thread only; the owner keeps this object alive
 /// while a question runs.
@@ -63,21 +64,34 @@ class McpServer {
 
     using Headers = std::vector<std::pair<std::string, std::string>>;
 
+    struct Answer {
+        HttpReply reply = {};
+        Manner manner = Manner::plain; ///< in which the question was asked
+        std::string sessionID;
+    };
+
+    /// No failure tells the token.
     Task<Result<boost::json::object>> ask(McpQuestion question, Caller caller);
-    Task<Result<HttpReply>> askOnce(McpQuestion question, Caller caller);
+    Task<Result<boost::json::object>> askUnchecked(McpQuestion question, Caller caller);
+    Task<Result<Answer>> askOnce(McpQuestion question, Caller caller);
     Task<Result<void>> startSession(Caller caller);
     Task<Result<HttpReply>> post(std::string body, Headers headers, Caller caller);
     Task<Result<boost::json::object>> read(HttpReply reply);
 
     [[nodiscard]] static std::optional<Manner> mannerWantedBy(const HttpReply& reply);
-    [[nodiscard]] bool hasLostSession(const HttpReply& reply) const;
+    [[nodiscard]] static bool isRefusal(const HttpReply& reply);
+    [[nodiscard]] static bool hasLostSession(const HttpReply& reply);
+    /// In another manner or in a new session, which it prepares.
+    [[nodiscard]] bool isToBeAskedAgain(const Answer& answer);
+    void forgetManner();
     [[nodiscard]] Headers headersFor(const McpQuestion& question) const;
 
     Services services_;
     std::string url_;
     Manner manner_ = Manner::plain;
     std::string sessionID_; ///< empty where the server has none
-    std::string version_;   ///< of the protocol in the session
+    std::string version_;   ///< of the protocol in the session; empty without one
+    Turns starting_;        ///< of a session
 };
 
 } // namespace morvex

@@ -1,14 +1,16 @@
 #include "app/customapps/SeenTools.h"
 
 #include "shared/base/Base64.h"
-#include "shared/base/Utf8.h"
 #include "shared/trust/Crypto.h"
 #include "shared/wire/CanonicalJson.h"
 #include "shared/wire/Describe.h"
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
+#include <map>
 #include <set>
+#include <tuple>
 #include <utility>
 
 namespace morvex {
@@ -21,8 +23,10 @@ void describe(auto& io, Is<SeenDescription> auto& seen) {
 
 void describe(auto& io, Is<SeenTool> auto& tool) {
     io.required("name", tool.name);
+    io.required("ordinal", tool.ordinal);
     io.optional("known", tool.known);
     io.optional("news", tool.news);
+    io.required("isPast", tool.isPast);
 }
 
 void describe(auto& io, Is<SeenApp> auto& app) {
@@ -46,32 +50,42 @@ void add(std::string& text, const std::string& part) {
     text.append(std::to_string(part.size())).append(":").append(part);
 }
 
-/// The names of the tools; a name that comes again gets its number.
-std::vector<std::string> distinctNames(const std::vector<NamedDescription>& tools) {
-    std::map<std::string, int> counts;
-    std::vector<std::string> names;
-    names.reserve(tools.size());
-    for (const auto& tool : tools) {
-        const auto& name = tool.name;
-        const int count = ++counts[name];
-        names.push_back(count == 1 ? name : name + '\n' + std::to_string(count));
-    }
-    return names;
+using Key = std::pair<std::string, std::int64_t>; ///< name and ordinal
+
+/// A tool for each of the list, in its order.
+std::vector<Key> keysOf(const std::vector<NamedDescription>& tools) {
+    std::map<std::string, std::int64_t> counts;
+    std::vector<Key> keys;
+    keys.reserve(tools.size());
+    for (const auto& tool : tools) keys.emplace_back(tool.name, ++counts[tool.name]);
+    return keys;
 }
 
-void note(SeenTool& tool, SeenDescription described) {
-    if (tool.known && tool.known->digest == described.digest)
-        tool.news.reset();
-    else
-        tool.news = std::move(described);
+bool isKnown(const SeenTool& tool, const SeenDescription& described) {
+    return tool.known && tool.known->digest == described.digest;
 }
 
-/// A tool that is gone has no news. If it was never looked at, it is new when it returns.
-void dropNewsOfGone(std::vector<SeenTool>& tools, const std::map<std::string, std::size_t>& present) {
-    std::erase_if(tools,
-                  [&present](const SeenTool& tool) { return !tool.known && !present.contains(tool.name); });
-    for (auto& tool : tools)
-        if (!present.contains(tool.name)) tool.news.reset();
+void note(SeenTool& tool, const SeenDescription& described) {
+    tool.isPast = isKnown(tool, described) && tool.news;
+    if (!isKnown(tool, described)) tool.news = described;
+}
+
+/// Those stay that were named last.
+void keepWithin(SeenTools::Room room, std::vector<SeenApp*> apps) {
+    std::vector<const SeenTool*> tools;
+    for (const auto* app : apps)
+        for (const auto& tool : app->tools) tools.push_back(&tool);
+    std::ranges::sort(tools, std::ranges::greater(), &SeenTool::lastNamed);
+    std::size_t bytes = 0;
+    const auto beyond =
+        std::ranges::find_if(tools, [&, count = std::size_t{0}](const SeenTool* tool) mutable {
+            bytes += tool->bytes();
+            return ++count > room.tools || bytes > room.bytes;
+        });
+    if (beyond == tools.end()) return;
+    const auto youngestGone = (*beyond)->lastNamed;
+    for (auto* app : apps)
+        std::erase_if(app->tools, [&](const SeenTool& tool) { return tool.lastNamed <= youngestGone; });
 }
 
 } // namespace
@@ -82,74 +96,69 @@ SeenDescription SeenDescription::of(const DescribedTool& tool) {
     add(all, tool.name);
     add(all, tool.description);
     add(all, schema);
-    return {base64Encode(sha256(asBytes(all))), firstBytes(tool.description, SeenTools::mostShown),
-            firstBytes(schema, SeenTools::mostShown)};
+    return {base64Encode(sha256(asBytes(all))), tool.description, schema};
+}
+
+std::size_t SeenTool::bytes() const {
+    constexpr std::size_t ownBytes = 200;
+    std::size_t bytes = name.size() + ownBytes;
+    for (const auto* seen : {&known, &news})
+        if (*seen) bytes += (*seen)->description.size() + (*seen)->schema.size();
+    return bytes;
+}
+
+bool SeenTool::operator==(const SeenTool& other) const {
+    const auto saved = [](const SeenTool& tool) {
+        return std::tie(tool.name, tool.ordinal, tool.known, tool.news, tool.isPast);
+    };
+    return saved(*this) == saved(other);
 }
 
 SeenTools::SeenTools(const std::filesystem::path& applicationSupport, Saving saving)
     : file_(applicationSupport / "Morvex" / "custom-app-tools.json"),
       archive_(file_.load()),
       saves_(saving,
-             {[this] { return beginSave(); }, [this](const Result<void>& saved) { endSave(saved); }}) {}
+             {[this] { return beginSave(); }, [this](const Result<void>& saved) { endSave(saved); }}) {
+    for (auto& app : archive_.apps)
+        for (auto& tool : app.tools) tool.lastNamed = ++named_;
+}
 
 std::vector<bool> SeenTools::compare(const std::string& id, const std::vector<NamedDescription>& tools) {
-    ++lists_;
-    const auto names = distinctNames(tools);
-    auto app = find(id) ? *find(id) : SeenApp{.id = id};
-    std::map<std::string, std::size_t> places;
-    for (std::size_t i = 0; i < app.tools.size(); ++i) places.emplace(app.tools[i].name, i);
-    std::map<std::string, std::size_t> present;
+    const auto keys = keysOf(tools);
+    const auto* before = find(id);
+    auto app = before ? *before : SeenApp{.id = id};
+    std::map<Key, std::size_t> places;
+    for (std::size_t i = 0; i < app.tools.size(); ++i) {
+        auto& tool = app.tools[i];
+        places.emplace(Key(tool.name, tool.ordinal), i);
+        tool.isPast = tool.news.has_value(); // until this list names it
+    }
+    std::vector<bool> offered;
+    named_ += tools.size();
     for (std::size_t i = 0; i < tools.size(); ++i) {
-        present.emplace(names[i], i);
-        namedBy_[{id, names[i]}] = lists_;
-        auto described = tools[i].seen;
-        if (const auto place = places.find(names[i]); place != places.end())
-            note(app.tools[place->second], std::move(described));
-        else if (app.isListed)
-            app.tools.push_back({names[i], std::nullopt, std::move(described)});
-        else
-            app.tools.push_back({names[i], std::move(described), std::nullopt});
+        const auto [place, isNew] = places.emplace(keys[i], app.tools.size());
+        if (isNew) app.tools.push_back({.name = keys[i].first, .ordinal = keys[i].second});
+        auto& tool = app.tools[place->second];
+        if (isNew && !app.isListed) tool.known = tools[i].seen;
+        note(tool, tools[i].seen);
+        tool.lastNamed = named_ - i; // of one list the first ones stay
+        offered.push_back(!app.holdsChanges || isKnown(tool, tools[i].seen));
     }
     app.isListed = true;
-    dropNewsOfGone(app.tools, present);
-    forgetBeyond(app);
-
-    std::vector<bool> offered(tools.size(), true);
-    if (app.holdsChanges)
-        for (const auto& tool : app.tools)
-            if (tool.news) offered[present.at(tool.name)] = false;
-    if (!find(id) || app != *find(id)) {
-        entry(id) = std::move(app);
+    keepWithin(roomOfApp, {&app});
+    const bool isOther = !before || app != *before;
+    entry(id) = std::move(app);
+    if (isOther) {
         forgetBeyondAll();
         save();
     }
     return offered;
 }
 
-std::uint64_t SeenTools::lastNamed(const std::string& app, const std::string& tool) const {
-    const auto list = namedBy_.find({app, tool});
-    return list == namedBy_.end() ? 0 : list->second;
-}
-
-void SeenTools::forgetBeyond(SeenApp& app) {
-    const auto age = [&](const SeenTool& tool) { return lastNamed(app.id, tool.name); };
-    while (app.tools.size() > mostOfApp) app.tools.erase(std::ranges::min_element(app.tools, {}, age));
-}
-
 void SeenTools::forgetBeyondAll() {
-    std::vector<std::uint64_t> ages;
-    for (const auto& app : archive_.apps)
-        for (const auto& tool : app.tools) ages.push_back(lastNamed(app.id, tool.name));
-    if (ages.size() <= mostInAll) return;
-    auto surplus = ages.size() - mostInAll;
-    std::ranges::nth_element(ages, ages.begin() + static_cast<std::ptrdiff_t>(surplus));
-    const auto youngestGone = ages[surplus];
-    for (auto& app : archive_.apps)
-        std::erase_if(app.tools, [&](const SeenTool& tool) {
-            const bool goes = surplus > 0 && lastNamed(app.id, tool.name) <= youngestGone;
-            if (goes) --surplus;
-            return goes;
-        });
+    std::vector<SeenApp*> apps;
+    for (auto& app : archive_.apps) apps.push_back(&app);
+    keepWithin(roomInAll, std::move(apps));
 }
 
 std::vector<SeenTool> SeenTools::news(const std::string& app) const {
@@ -169,9 +178,13 @@ std::size_t SeenTools::countNews(const std::string& app) const {
 
 void SeenTools::looked(const std::string& app, const std::vector<SeenTool>& shown) {
     if (!find(app)) return;
-    for (auto& tool : entry(app).tools)
-        if (tool.news && std::ranges::count(shown, tool) != 0)
-            tool.known = std::exchange(tool.news, std::nullopt);
+    auto& tools = entry(app).tools;
+    for (auto& tool : tools) {
+        if (!tool.news || std::ranges::count(shown, tool) == 0) continue;
+        auto news = std::exchange(tool.news, std::nullopt);
+        if (!std::exchange(tool.isPast, false)) tool.known = std::move(news);
+    }
+    std::erase_if(tools, [](const SeenTool& tool) { return !tool.known && !tool.news; });
     save();
 }
 
@@ -186,10 +199,15 @@ void SeenTools::setHoldsChanges(const std::string& app, bool holds) {
     save();
 }
 
-void SeenTools::keepOnly(const std::vector<std::string>& apps) {
-    const auto gone = std::erase_if(
-        archive_.apps, [&apps](const SeenApp& app) { return std::ranges::find(apps, app.id) == apps.end(); });
-    if (gone > 0) save();
+void SeenTools::forget(const std::string& app) {
+    if (std::erase_if(archive_.apps, [&app](const SeenApp& seen) { return seen.id == app; }) > 0) save();
+}
+
+void SeenTools::prefer(const std::vector<std::string>& apps) {
+    if (archive_.apps.size() <= mostApps) return;
+    const std::set<std::string> present(apps.begin(), apps.end());
+    if (std::erase_if(archive_.apps, [&](const SeenApp& app) { return !present.contains(app.id); }) > 0)
+        save();
 }
 
 const SeenApp* SeenTools::find(const std::string& app) const {
@@ -208,9 +226,10 @@ void SeenTools::save() {
 }
 
 SaveQueue::Save SeenTools::beginSave() {
-    // Saved without waiting for more, since it changes only when the tools of a server do.
-    constexpr std::size_t small = 0;
-    return {small, [this, archive = archive_] { return file_.save(archive); }};
+    std::size_t bytes = 0;
+    for (const auto& app : archive_.apps)
+        for (const auto& tool : app.tools) bytes += tool.bytes();
+    return {bytes, [this, archive = archive_] { return file_.save(archive); }};
 }
 
 void SeenTools::endSave(const Result<void>& saved) {

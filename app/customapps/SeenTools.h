@@ -10,10 +10,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
-#include <map>
 #include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace morvex {
@@ -27,9 +25,9 @@ struct DescribedTool {
 
 /// A description that was seen once.
 struct SeenDescription {
-    std::string digest;      ///< SHA-256 of name, description and schema in canonical form, in base64
-    std::string description; ///< the beginning of it
-    std::string schema;      ///< the beginning of its canonical form
+    std::string digest; ///< SHA-256 of name, description and schema in canonical form, in base64
+    std::string description;
+    std::string schema; ///< in canonical form
 
     /// Of a tool. May take some milliseconds for a large schema.
     static SeenDescription of(const DescribedTool& tool);
@@ -40,10 +38,15 @@ struct SeenDescription {
 /// One tool of an app. At least one of the two descriptions is there.
 struct SeenTool {
     std::string name;
-    std::optional<SeenDescription> known; ///< absent for a tool that came later and was not looked at yet
-    std::optional<SeenDescription> news;  ///< what the server says now, where a person has not looked at it
+    std::int64_t ordinal = 1;                  ///< among the tools of this name
+    std::optional<SeenDescription> known = {}; ///< absent for a later tool that nobody looked at yet
+    std::optional<SeenDescription> news = {};  ///< the last other one, until a person has looked at it
+    bool isPast = false;                       ///< the server does not say the news any more
+    std::uint64_t lastNamed = 0;               ///< grows with each tool that a list names; not saved
 
-    bool operator==(const SeenTool&) const = default;
+    [[nodiscard]] std::size_t bytes() const;
+
+    bool operator==(const SeenTool& other) const;
 };
 
 /// What a server says of a tool now.
@@ -72,16 +75,21 @@ extern template struct Codec<SeenToolsArchive>;
 
 /// What the tools of the custom apps said of themselves when they were seen for the first time, and what has
 /// changed since. A server may show harmless tools to the person who adds it and others later; so a change is
-/// shown until that person has looked. Kept in "Morvex/custom-app-tools.json". Main thread; the file is read
-/// once and written on the storage thread. The owner awaits `saved` before it destroys this object.
+/// shown until that person has looked, also when the server has taken it back meanwhile. Kept in
+/// "Morvex/custom-app-tools.json". Main thread; the file is read once and written on the storage thread. The
+/// owner awaits `saved` before it destroys this object.
 class SeenTools {
   public:
-    /// Tools of one app, and of all, that are remembered, those that are gone included. Beyond that those are
+    struct Room {
+        std::size_t tools;
+        std::size_t bytes;
+    };
+
+    /// What is remembered of one app, and of all, tools that are gone included. Beyond that those are
     /// forgotten that no list of this run of the program has named, or has named longest ago.
-    static constexpr std::size_t mostOfApp = 512;
-    static constexpr std::size_t mostInAll = 4'096;
-    /// Bytes of a description, and of a schema, that are kept to be shown.
-    static constexpr std::size_t mostShown = 2'000;
+    static constexpr Room roomOfApp{512, std::size_t{2} * 1024 * 1024};
+    static constexpr Room roomInAll{4'096, std::size_t{8} * 1024 * 1024};
+    static constexpr std::size_t mostApps = 512;
 
     /// Reads the file.
     SeenTools(const std::filesystem::path& applicationSupport, Saving saving);
@@ -103,8 +111,12 @@ class SeenTools {
     [[nodiscard]] bool holdsChanges(const std::string& app) const;
     void setHoldsChanges(const std::string& app, bool holds);
 
-    /// Forgets all apps but these.
-    void keepOnly(const std::vector<std::string>& apps);
+    /// Forgets an app that does not come back.
+    void forget(const std::string& app);
+
+    /// These are the apps at present. Others may come back, as those do that the phone lists: they are
+    /// forgotten only when more than `mostApps` are remembered.
+    void prefer(const std::vector<std::string>& apps);
 
     /// Why the last save failed; empty after a successful one.
     [[nodiscard]] const std::optional<Sentence>& problem() const { return problem_; }
@@ -117,11 +129,7 @@ class SeenTools {
     }
 
   private:
-    using Place = std::pair<std::string, std::string>; ///< an app and the name of a tool
-
-    void forgetBeyond(SeenApp& app);
     void forgetBeyondAll();
-    [[nodiscard]] std::uint64_t lastNamed(const std::string& app, const std::string& tool) const;
     [[nodiscard]] const SeenApp* find(const std::string& app) const;
     SeenApp& entry(const std::string& app);
     SaveQueue::Save beginSave();
@@ -130,8 +138,7 @@ class SeenTools {
 
     RecordFile<SeenToolsArchive> file_;
     SeenToolsArchive archive_;
-    std::uint64_t lists_ = 0;                ///< that were compared so far
-    std::map<Place, std::uint64_t> namedBy_; ///< the last list that named a tool
+    std::uint64_t named_ = 0; ///< tools that lists have named so far
     std::optional<Sentence> problem_;
     Signal<> changed_;
     SaveQueue saves_;

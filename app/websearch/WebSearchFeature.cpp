@@ -32,8 +32,9 @@ Task<ToolOutcome> WebSearchFeature::search(Query query, ToolCall call) {
     auto transport = [this, token = stop.token()](WebSearchRequest request) {
         return send(std::move(request), token);
     };
-    auto result = co_await WebSearchClient::search(std::move(query.query), voice_.apiKey(),
-                                                   voice_.textLanguage(), std::move(transport));
+    auto result =
+        co_await WebSearchClient::search(std::move(query.query), voice_.apiKey(), voice_.textLanguage(),
+                                         std::move(transport), context_.services.workers);
     if (!result) co_return ToolOutcome::refused(result.error());
     boost::json::array sources;
     for (auto& source : result->sources)

@@ -1,6 +1,7 @@
 #include "shared/web/WebSearchClient.h"
 
 #include "foundation/Text.h"
+#include "foundation/TextFilter.h"
 #include "shared/base/Try.h"
 #include "shared/web/WebSearchError.h"
 #include "shared/wire/Describe.h"
@@ -33,6 +34,8 @@ namespace {
 constexpr std::size_t longestQuery = 600;    ///< characters
 constexpr std::size_t longestAnswer = 16000; ///< characters
 constexpr std::size_t mostSources = 8;
+constexpr std::size_t longestTitle = 300;    ///< characters
+constexpr std::size_t longestAddress = 2048; ///< bytes; a source with a longer one is dropped
 
 std::unexpected<Error> invalidResponse() {
     return fail(WebSearchError{WebSearchError::InvalidResponse{}});
@@ -53,12 +56,14 @@ const boost::json::string* textIn(const boost::json::object& object, std::string
     return value ? value->if_string() : nullptr;
 }
 
-WebSearchError failureOf(const WebSearchReply& reply) {
+/// The service's own words must not carry the key on.
+WebSearchError failureOf(const WebSearchReply& reply, const std::string& apiKey) {
     const auto document = parseJson(reply.body);
     const auto* body = document ? document->if_object() : nullptr;
     const auto* error = body ? objectIn(*body, "error") : nullptr;
-    if (const auto* message = error ? textIn(*error, "message") : nullptr)
-        return {WebSearchError::Service{Sentence(std::string(*message))}};
+    const auto* message = error ? textIn(*error, "message") : nullptr;
+    if (message && (apiKey.empty() || !std::string_view(*message).contains(apiKey)))
+        return {WebSearchError::Service{Sentence(foreignWords(*message))}};
     return {WebSearchError::Service{"Webové hledání selhalo (HTTP {stav})."_sentence(reply.status)}};
 }
 
@@ -68,13 +73,13 @@ std::optional<WebSearchSource> sourceIn(const boost::json::value& value) {
     if (!object) return std::nullopt;
     if (const auto* inner = objectIn(*object, "url_citation")) object = inner;
     const auto* url = textIn(*object, "url");
-    if (!url) return std::nullopt;
+    if (!url || url->size() > longestAddress) return std::nullopt;
     auto host = httpsHost(*url);
     if (!host) return std::nullopt;
     const auto* title = textIn(*object, "title");
     auto words = title ? trim(std::string_view(*title)) : std::string();
     if (words.empty()) words = *std::move(host);
-    return WebSearchSource{std::move(words), std::string(*url)};
+    return WebSearchSource{excerpt(words, longestTitle), std::string(*url)};
 }
 
 /// Gathers what the elements of the output say, in their order.
@@ -118,10 +123,12 @@ class Gathering {
 } // namespace
 
 Task<Result<WebSearchResult>> WebSearchClient::search(std::string query, std::string apiKey,
-                                                      std::string language, Transport transport) {
+                                                      std::string language, Transport transport,
+                                                      Executor& workers) {
     CO_TRY(auto, asked, request(query, apiKey, language));
     CO_TRY(auto, reply, co_await transport(std::move(asked)));
-    co_return read(reply);
+    co_return co_await runOn(workers,
+                             [reply = std::move(reply), key = trim(apiKey)] { return read(reply, key); });
 }
 
 Result<WebSearchRequest> WebSearchClient::request(const std::string& query, const std::string& apiKey,
@@ -141,9 +148,9 @@ Result<WebSearchRequest> WebSearchClient::request(const std::string& query, cons
                             encode(body)};
 }
 
-Result<WebSearchResult> WebSearchClient::read(const WebSearchReply& reply) {
+Result<WebSearchResult> WebSearchClient::read(const WebSearchReply& reply, const std::string& apiKey) {
     if (reply.status == 0) return invalidResponse();
-    if (reply.status < 200 || reply.status > 299) return fail(failureOf(reply));
+    if (reply.status < 200 || reply.status > 299) return fail(failureOf(reply, apiKey));
     const auto document = parseJson(reply.body);
     const auto* body = document ? document->if_object() : nullptr;
     const auto* output = body ? arrayIn(*body, "output") : nullptr;

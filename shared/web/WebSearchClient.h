@@ -1,5 +1,6 @@
 #pragma once
 
+#include "foundation/Executor.h"
 #include "foundation/Task.h"
 #include "shared/base/Error.h"
 #include "shared/wire/Codec.h"
@@ -52,16 +53,17 @@ class WebSearchClient {
     /// Sends the request and gives the reply; fails in its own words.
     using Transport = std::function<Task<Result<WebSearchReply>>(WebSearchRequest)>;
 
-    /// Fails with `WebSearchError` or with the failure of the transport. `language` is a language code.
+    /// Fails with `WebSearchError` or with the failure of the transport. `language` is a language code. The
+    /// reply is read on `workers`.
     static Task<Result<WebSearchResult>> search(std::string query, std::string apiKey, std::string language,
-                                                Transport transport);
+                                                Transport transport, Executor& workers);
 
     /// Fails with `EmptyQuery`, then with `MissingKey`.
     static Result<WebSearchRequest> request(const std::string& query, const std::string& apiKey,
                                             const std::string& language);
 
-    /// May take some milliseconds for a long reply.
-    static Result<WebSearchResult> read(const WebSearchReply& reply);
+    /// May take some milliseconds for a long reply. A failure never tells the key of the request.
+    static Result<WebSearchResult> read(const WebSearchReply& reply, const std::string& apiKey);
 };
 
 } // namespace morvex

@@ -1,5 +1,6 @@
 #include "shared/trust/Parovani.h"
 #include "tests/attack/MemoryMeter.h"
+#include "tests/attack/TlsFaults.h"
 #include "tests/relay/RunningRelay.h"
 #include "tests/support/Devices.h"
 #include "tests/support/Effort.h"
@@ -9,8 +10,6 @@
 #include "tests/support/TestServer.h"
 
 #include <boost/asio/buffer.hpp>
-#include <boost/asio/ssl/context.hpp>
-#include <boost/asio/ssl/stream.hpp>
 #include <boost/asio/write.hpp>
 #include <gtest/gtest.h>
 
@@ -27,13 +26,6 @@ namespace {
 
 using namespace std::chrono_literals;
 using Socket = TestServer::Socket;
-namespace ssl = boost::asio::ssl;
-
-/// What an attacker on the path does with a connection to a relay whose address is https.
-struct Fault {
-    const char* what;
-    std::function<void(Socket&)> play;
-};
 
 /// Forwards bytes from one socket to the other until the connection has ended.
 void carry(Socket& from, Socket& to) {
@@ -75,47 +67,9 @@ class BadTls : public testing::Test {
 
     [[nodiscard]] std::string address() const { return "https://" + server.authority(); }
 
-    /// A TLS server with this certificate. Everything that the companion tells it is a leak.
-    std::function<void(Socket&)> holding(TestAuthority::Identity identity,
-                                         ssl::context::method method = ssl::context::tls_server) {
-        return [this, identity = std::move(identity), method](Socket& socket) {
-            ssl::context context(method);
-            if (method != ssl::context::tls_server) SSL_CTX_set_security_level(context.native_handle(), 0);
-            context.use_certificate_chain(boost::asio::buffer(identity.certificate));
-            context.use_private_key(boost::asio::buffer(identity.key), ssl::context::pem);
-            ssl::stream<Socket&> stream(socket, context);
-            boost::system::error_code error;
-            stream.handshake(ssl::stream_base::server, error);
-            std::array<char, 1> byte{};
-            if (!error) told += stream.read_some(boost::asio::buffer(byte), error);
-        };
-    }
-
-    /// Answers the first byte of a handshake with `bytes`.
-    static std::function<void(Socket&)> saying(std::string bytes) {
-        return [bytes = std::move(bytes)](Socket& socket) {
-            std::array<char, 1> byte{};
-            boost::system::error_code error;
-            socket.read_some(boost::asio::buffer(byte), error);
-            boost::asio::write(socket, boost::asio::buffer(bytes), error);
-            while (!error) socket.read_some(boost::asio::buffer(byte), error);
-        };
-    }
-
     TestAuthority authority;
-    const std::vector<Fault> faults{
-        {"an unknown authority", holding(TestAuthority().issue("IP:127.0.0.1"))},
-        {"nobody's signature", holding(TestAuthority::issueToItself("IP:127.0.0.1"))},
-        {"a certificate of yesterday", holding(authority.issue("IP:127.0.0.1", {-48h, -1h}))},
-        {"a certificate of tomorrow", holding(authority.issue("IP:127.0.0.1", {1h, 48h}))},
-        {"another address", holding(authority.issue("IP:127.0.0.2"))},
-        {"a name", holding(authority.issue("DNS:localhost,DNS:relay.example"))},
-        {"TLS 1.1", holding(authority.issue("IP:127.0.0.1"), ssl::context::tlsv11_server)},
-        {"HTTP", saying("HTTP/1.1 200 OK\r\nContent-Length: 2\r\n\r\n{}")},
-        {"an alert", saying(std::string("\x15\x03\x03\x00\x02\x02\x28", 7))},
-        {"a record too long", saying(std::string("\x16\x03\x03\xff\xff", 5) + std::string(70'000, 'x'))},
-    };
     std::atomic<std::size_t> told = 0;
+    const std::vector<TlsFault> faults = tlsFaults(authority, told);
     std::atomic<bool> isHonest = false;
 
   private:

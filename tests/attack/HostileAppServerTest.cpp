@@ -3,6 +3,7 @@
 #include "foundation/ThreadExecutor.h"
 #include "platform/memory/ManualClock.h"
 #include "platform/net/CurlHttpClient.h"
+#include "tests/attack/TlsFaults.h"
 #include "tests/support/Await.h"
 #include "tests/support/Effort.h"
 #include "tests/support/TestServer.h"
@@ -13,6 +14,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <atomic>
 #include <functional>
 #include <string>
 #include <vector>
@@ -97,9 +99,9 @@ std::string bomb() {
     return packed;
 }
 
-/// Names that fall into one slot of a table are told apart by how often they are compared.
-std::string collidingNames() {
-    return numbered(R"("name)", R"(":1)", 200'000);
+/// An object whose names a hash table may have to compare with each other.
+std::string manyNames(int count) {
+    return "{" + numbered(R"("name)", R"(":1)", count) + "}";
 }
 
 struct Row {
@@ -175,18 +177,23 @@ TEST_F(HostileAppServerTest, NothingThatAServerSendsDoesMoreThanFail) {
         {"65 levels", answering(R"({"result":)" + nested(65) + "}"), invalid},
         {"60 levels of a schema", naming(R"({"name":"deep","inputSchema":)" + nested(58) + "}"),
          "mac.custom.app.deep "},
-        {"a million levels", answering(std::string(1'000'000, '[')), invalid},
-        {"names without end", answering("{" + collidingNames() + "}"), invalid},
-        {"one key again and again", answering("{" + repeated(R"("a":1)", 300'000) + "}"), invalid},
-        {"100,000 tools", naming(numbered(R"({"name":"t)", "\"}", 100'000)), invalid},
+        {"a million levels", answering(R"({"result":)" + std::string(1'000'000, '[')), invalid},
+        {"200,000 names", naming(R"({"name":"t"},)" + manyNames(200'000)), invalid},
+        {"2,000 names in a schema", naming(R"({"name":"t","inputSchema":)" + manyNames(2'000) + "}"),
+         "mac.custom.app.t "},
+        {"one key again and again",
+         answering(R"({"result":{"tools":[{"name":"t"}]},)" + repeated(R"("a":1)", 300'000) + "}"), invalid},
+        {"100,000 tools", naming(numbered(R"({"name":"t)", "\"}", 100'000)), "256 tools"},
+        {"300,000 tools", naming(numbered(R"({"name":"t)", "\"}", 300'000)), tooLong},
+        {"300,000 numbers", naming(R"({"name":"t"},)" + repeated("1", 300'000)), invalid},
         {"10,000 tools", naming(numbered(R"({"name":"t)", "\"}", 10'000)), "256 tools"},
         {"one name 1,000 times", naming(repeated(R"({"name":"t"})", 1'000)), "256 tools"},
         {"a name that is a path", naming(R"({"name":"../../etc/passwd"})"),
          "mac.custom.app.______etc_passwd "},
         {"a name that is another tool", naming(R"({"name":"mac.files.read"})"),
          "mac.custom.app.mac_files_read "},
-        {"a name of marks", naming(R"({"name":"a)" + repeated("\u0301", 1'900, "") + "\"}"),
-         "mac.custom.app.a" + repeated("\u0301", 240, "") + " "},
+        {"a name of marks", naming(R"({"name":"a)" + repeated("\u0301", 120, "") + "\"}"),
+         "mac.custom.app.a" + repeated("\u0301", 120, "") + " "},
         {"a name that is too long", naming(R"({"name":")" + std::string(100'000, 'x') + "\"}"), ""},
         {"a large schema",
          naming(R"({"name":"t","inputSchema":{"a":")" + std::string(3'000'000, 'x') + "\"}}"), ""},
@@ -242,6 +249,20 @@ TEST_F(HostileAppServerTest, PagesWithoutEndAreBoundedInTime) {
     });
     EXPECT_EQ(listed("http://" + server.authority() + "/api/mcp"), "");
     EXPECT_LE(requests, McpServer::mostPages + 4);
+}
+
+TEST_F(HostileAppServerTest, AServerThatIsNotTheOneNamedIsToldNothing) {
+    TestAuthority authority;
+    std::atomic<std::size_t> told = 0;
+    CurlHttpClient client(authority.certificate());
+    for (const auto& fault : tlsFaults(authority, told)) {
+        TestServer server(fault.play);
+        McpServer asked({client, workers, clock, sequence}, "https://" + server.authority() + "/api/mcp");
+        const auto list = await(executor, asked.listTools({"secret", clock.sinceBoot() + 2s}));
+        ASSERT_FALSE(list) << fault.what;
+        EXPECT_EQ(list.error().popis().czech().contains("secret"), false) << fault.what;
+    }
+    EXPECT_EQ(told, 0U);
 }
 
 } // namespace

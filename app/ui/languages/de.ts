@@ -1392,6 +1392,10 @@
         <translation>Es ist: %1</translation>
     </message>
     <message>
+        <source>Mezitím bylo: %1</source>
+        <translation>Zwischendurch war es: %1</translation>
+    </message>
+    <message>
         <source>Beru na vědomí</source>
         <translation>Gesehen</translation>
     </message>
@@ -1431,6 +1435,13 @@
         <translation>
             <numerusform>Verbunden · {pocet} Werkzeug · {ceka} warten auf Genehmigung · {doba} ms</numerusform>
             <numerusform>Verbunden · {pocet} Werkzeuge · {ceka} warten auf Genehmigung · {doba} ms</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>{stav} · {pocet} nástrojů se nedá použít nebo se nevešlo</source>
+        <translation>
+            <numerusform>{stav} · {pocet} Werkzeug ist nicht brauchbar oder passte nicht hinein</numerusform>
+            <numerusform>{stav} · {pocet} Werkzeuge sind nicht brauchbar oder passten nicht hinein</numerusform>
         </translation>
     </message>
 </context>

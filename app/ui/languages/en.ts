@@ -1392,6 +1392,10 @@
         <translation>It is: %1</translation>
     </message>
     <message>
+        <source>Mezitím bylo: %1</source>
+        <translation>For a while it was: %1</translation>
+    </message>
+    <message>
         <source>Beru na vědomí</source>
         <translation>I have seen it</translation>
     </message>
@@ -1431,6 +1435,13 @@
         <translation>
             <numerusform>Connected · {pocet} tool · {ceka} waiting for approval · {doba} ms</numerusform>
             <numerusform>Connected · {pocet} tools · {ceka} waiting for approval · {doba} ms</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>{stav} · {pocet} nástrojů se nedá použít nebo se nevešlo</source>
+        <translation>
+            <numerusform>{stav} · {pocet} tool cannot be used or did not fit</numerusform>
+            <numerusform>{stav} · {pocet} tools cannot be used or did not fit</numerusform>
         </translation>
     </message>
 </context>

@@ -1392,6 +1392,10 @@
         <translation>Ahora: %1</translation>
     </message>
     <message>
+        <source>Mezitím bylo: %1</source>
+        <translation>Entretanto fue: %1</translation>
+    </message>
+    <message>
         <source>Beru na vědomí</source>
         <translation>Lo he visto</translation>
     </message>
@@ -1431,6 +1435,13 @@
         <translation>
             <numerusform>Conectada · {pocet} herramienta · {ceka} esperan aprobación · {doba} ms</numerusform>
             <numerusform>Conectada · {pocet} herramientas · {ceka} esperan aprobación · {doba} ms</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>{stav} · {pocet} nástrojů se nedá použít nebo se nevešlo</source>
+        <translation>
+            <numerusform>{stav} · {pocet} herramienta no se puede usar o no cabía</numerusform>
+            <numerusform>{stav} · {pocet} herramientas no se pueden usar o no cabían</numerusform>
         </translation>
     </message>
 </context>

@@ -1392,6 +1392,10 @@
         <translation>Maintenant : %1</translation>
     </message>
     <message>
+        <source>Mezitím bylo: %1</source>
+        <translation>Entre-temps : %1</translation>
+    </message>
+    <message>
         <source>Beru na vědomí</source>
         <translation>J’ai vu</translation>
     </message>
@@ -1431,6 +1435,13 @@
         <translation>
             <numerusform>Connectée · {pocet} outil · {ceka} en attente d’approbation · {doba} ms</numerusform>
             <numerusform>Connectée · {pocet} outils · {ceka} en attente d’approbation · {doba} ms</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>{stav} · {pocet} nástrojů se nedá použít nebo se nevešlo</source>
+        <translation>
+            <numerusform>{stav} · {pocet} outil est inutilisable ou n’a pas trouvé de place</numerusform>
+            <numerusform>{stav} · {pocet} outils sont inutilisables ou n’ont pas trouvé de place</numerusform>
         </translation>
     </message>
 </context>

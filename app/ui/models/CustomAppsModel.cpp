@@ -1,7 +1,7 @@
 #include "app/ui/models/CustomAppsModel.h"
 
+#include "app/customapps/ToolNews.h"
 #include "app/ui/Localized.h"
-#include "foundation/TextFilter.h"
 
 #include <QVariantMap>
 
@@ -19,20 +19,16 @@ QString failed(const std::optional<AppOutcome>& outcome) {
     return outcome && outcome->failure ? localized(outcome->popis()) : QString();
 }
 
-/// Words of a server, without what could look like other words.
-QString foreign(const std::string& text) {
-    return QString::fromStdString(visibleText(text));
-}
-
 QVariantMap newsRow(const SeenTool& tool) {
-    const auto before = tool.known.value_or(SeenDescription{});
-    const bool isOtherSchema = before.schema != tool.news->schema;
-    return {{QStringLiteral("name"), foreign(tool.name)},
-            {QStringLiteral("isNew"), !tool.known},
-            {QStringLiteral("before"), foreign(before.description)},
-            {QStringLiteral("after"), foreign(tool.news->description)},
-            {QStringLiteral("schemaBefore"), isOtherSchema ? foreign(before.schema) : QString()},
-            {QStringLiteral("schemaAfter"), isOtherSchema ? foreign(tool.news->schema) : QString()}};
+    const auto news = toolNews(tool);
+    const auto lines = [](const std::string& description, const std::string& schema) {
+        return QString::fromStdString(description + '\n' + schema).trimmed();
+    };
+    return {{QStringLiteral("name"), QString::fromStdString(news.name)},
+            {QStringLiteral("isNew"), news.isNew},
+            {QStringLiteral("isPast"), news.isPast},
+            {QStringLiteral("before"), lines(news.before, news.schemaBefore)},
+            {QStringLiteral("after"), lines(news.after, news.schemaAfter)}};
 }
 
 } // namespace

@@ -50,8 +50,8 @@ class CustomAppsModel final : public ViewModel {
                           const QString& token);
     /// Asks all apps for their tools.
     Q_INVOKABLE void askAgain();
-    /// The tools of the app that have changed or are new. Each is a map: `name`, `isNew`, `before` and
-    /// `after` (descriptions), `schemaBefore` and `schemaAfter` (empty where it is the same).
+    /// The tools of the app that have changed or are new. Each is a map: `name`, `isNew`, `isPast` (what is
+    /// `after` holds no more), `before` and `after` (what differs of description and schema).
     Q_INVOKABLE QVariantList newsOf(const QString& id);
     /// A person has looked at what the last `newsOf` told.
     Q_INVOKABLE void looked(const QString& id);

@@ -74,12 +74,12 @@ Sheet {
             CaptionText {
                 Layout.fillWidth: true
                 visible: !entry.modelData.isNew
-                text: qsTr("Bylo: %1").arg(`${entry.modelData.before}\n${entry.modelData.schemaBefore}`.trim())
+                text: qsTr("Bylo: %1").arg(entry.modelData.before)
             }
 
             CaptionText {
                 Layout.fillWidth: true
-                text: qsTr("Je: %1").arg(`${entry.modelData.after}\n${entry.modelData.schemaAfter}`.trim())
+                text: (entry.modelData.isPast ? qsTr("Mezitím bylo: %1") : qsTr("Je: %1")).arg(entry.modelData.after)
             }
         }
     }

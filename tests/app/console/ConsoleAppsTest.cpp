@@ -45,7 +45,7 @@ TEST_F(ConsoleAppsTest, AnAppIsAskedForLineByLineAndItsTokenIsNotShown) {
     const auto token = vault.items.find({Keychain::service, "custom.app." + apps().apps()[0].id + ".token"});
     ASSERT_NE(token, vault.items.end());
     EXPECT_EQ(asText(token->second), "secret");
-    EXPECT_EQ(type("aplikace"), (Lines{"Aplikace: Počasí, https://apps.example, zapnutá, přidaná na Macu",
+    EXPECT_EQ(type("aplikace"), (Lines{"Aplikace 1: Počasí, https://apps.example, zapnutá, přidaná na Macu",
                                        "  Nepřipojeno: síť neodpovídá"}));
 }
 
@@ -96,7 +96,7 @@ TEST_F(ConsoleAppsTest, AnAppOfThePhoneIsOnlySwitched) {
               Lines{"Aplikaci z iPhonu tu jde jen vypnout: „aplikace vyp Domov“."});
     EXPECT_EQ(type("aplikace vyp Domov"), Lines{"Vypnuto: Domov"});
     EXPECT_EQ(type("aplikace"),
-              Lines{"Aplikace: Domov, https://home.example, vypnutá, synchronizovaná z iPhonu"})
+              Lines{"Aplikace 1: Domov, https://home.example, vypnutá, synchronizovaná z iPhonu"})
         << "an app that is off is not asked";
 }
 
@@ -104,10 +104,23 @@ TEST_F(ConsoleAppsTest, OfTwoAppsWithOneNameTheAddressTellsWhich) {
     startShell();
     add("Domov", "https://one.example", "");
     add("domov", "https://two.example", "");
-    EXPECT_EQ(type("aplikace vyp Domov"), Lines{"Aplikací „Domov“ je tu víc. Napiš místo názvu adresu."});
+    EXPECT_EQ(type("aplikace vyp Domov"),
+              Lines{"Aplikací „Domov“ je tu víc. Napiš místo názvu číslo ze seznamu."});
     EXPECT_EQ(type("aplikace vyp https://two.example"), Lines{"Vypnuto: domov"});
     EXPECT_TRUE(apps().apps()[0].enabled);
     EXPECT_FALSE(apps().apps()[1].enabled);
+}
+
+TEST_F(ConsoleAppsTest, AnAppIsFoundByItsNumber) {
+    startShell();
+    add("Domov", "https://same.example", "");
+    takeFromPhone({{"p1", "Domov", "https://same.example", ""}});
+    EXPECT_EQ(type("aplikace vyp https://same.example"),
+              Lines{"Aplikací „https://same.example“ je tu víc. Napiš místo názvu číslo ze seznamu."});
+    EXPECT_EQ(type("aplikace vyp 2"), Lines{"Vypnuto: Domov"});
+    EXPECT_TRUE(apps().apps()[0].enabled);
+    EXPECT_FALSE(apps().apps()[1].enabled);
+    EXPECT_EQ(type("aplikace vyp 3"), Lines{"Aplikace „3“ tu není. Seznam ukáže „aplikace“."});
 }
 
 TEST_F(ConsoleAppsTest, TellsWhatCameOfAskingAndAsksAgain) {

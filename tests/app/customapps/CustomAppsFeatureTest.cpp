@@ -3,6 +3,7 @@
 #include "app/companion/ToolGate.h"
 #include "app/settings/MacIntegrationSettings.h"
 #include "tests/support/CompanionHarness.h"
+#include "tests/support/InstalledAgents.h"
 
 #include <algorithm>
 
@@ -41,9 +42,8 @@ class CustomAppsFeatureTest : public CompanionHarness {
     }
 };
 
-TEST_F(CustomAppsFeatureTest, AnAppsToolIsOfferedBetweenWebSearchAndTheAgentsAndRuns) {
+TEST_F(CustomAppsFeatureTest, AnAppsToolRuns) {
     startSecured();
-    allowFolder("f");
     lend("now");
     add("Počasí");
     const auto name = customTool();
@@ -116,6 +116,48 @@ TEST_F(CustomAppsFeatureTest, TheComputersOwnAssistantAsksBeforeACustomTool) {
     EXPECT_EQ(http.requests.size(), 1U);
     companion->schvalovani().vyresit(companion->schvalovani().zadost().value()->id, false);
     executor.runUntilIdle();
+}
+
+TEST_F(CustomAppsFeatureTest, AnAppsToolIsOfferedBetweenWebSearchAndTheAgents) {
+    installAgents(temporary.path() / "bin", environment, programs);
+    startSecured();
+    allowFolder("f");
+    EXPECT_TRUE(executor.run(features->voice.controller().setAPIKey("k")));
+    EXPECT_TRUE(ended(companion->integrations().turnOn(Integration::webSearch)).has_value());
+    lend("now");
+    add("Počasí");
+    const auto names = offered();
+    const auto custom = std::ranges::find(names, customTool());
+    ASSERT_NE(custom, names.end());
+    ASSERT_NE(custom, names.begin());
+    EXPECT_EQ(*(custom - 1), "mac.web.search");
+    ASSERT_NE(custom + 1, names.end());
+    EXPECT_EQ(*(custom + 1), "mac.codex.run");
+}
+
+TEST_F(CustomAppsFeatureTest, TheLargestListsOfToolsFitIntoAStatus) {
+    startSecured();
+    // A quotation mark is the byte that grows most in a text within a text.
+    const std::string schema = R"(,"inputSchema":{"a":")" + [] {
+        std::string quotes;
+        while (quotes.size() < 16'000) quotes += R"(\")";
+        return quotes;
+    }() + "\"}}";
+    std::string tools;
+    for (int i = 0; i < 256; ++i)
+        tools += (i == 0 ? "" : ",") + (R"({"name":"t)" + std::to_string(i) + "\"" + schema);
+    const HttpReply list{200, R"({"result":{"tools":[)" + tools + "]}}", {}};
+    http.replies.push_back(list);
+    add("A");
+    http.replies.push_back(list);
+    http.replies.push_back(list);
+    add("B");
+    const auto statuses = takeStatuses();
+    ASSERT_FALSE(statuses.empty());
+    EXPECT_EQ(trouble(), "none");
+    EXPECT_EQ(std::ranges::count_if(inStatus(statuses.back()),
+                                    [](const auto& name) { return name.starts_with("mac.custom."); }),
+              2 * static_cast<int>(customToolLimits::longestOfApp / 16'020));
 }
 
 } // namespace

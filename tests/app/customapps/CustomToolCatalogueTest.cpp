@@ -75,8 +75,9 @@ class CustomToolCatalogueTest : public testing::Test {
     CustomAppsParts parts{executor};
     HeldHttp http;
     bool isOn = true;
+    Turns tokens;
     CustomToolCatalogue catalogue{
-        {http, parts.keychain, executor, parts.clock, parts.seen, parts.scope.token()},
+        {http, parts.keychain, tokens, executor, parts.clock, parts.seen, parts.scope.token()},
         [this] { return isOn; }};
     int told = 0;
     Connection changed;
@@ -189,7 +190,9 @@ TEST_F(CustomToolCatalogueTest, ToolsInAllAreBoundedInNumberAndBytes) {
     refresh({app("one"), app("two"), app("three")});
     for (std::size_t number = 0; number < 3; ++number) answer(number, listOf(many));
     EXPECT_EQ(names().size(), customToolLimits::mostInAll);
-    EXPECT_EQ(outcome("three"), "Připojeno · 0 nástrojů · 0 ms");
+    EXPECT_EQ(outcome("one"), "Připojeno · 256 nástrojů · 0 ms · 44 nástrojů se nedá použít nebo se nevešlo");
+    EXPECT_EQ(outcome("three"),
+              "Připojeno · 0 nástrojů · 0 ms · 300 nástrojů se nedá použít nebo se nevešlo");
 
     std::string large;
     for (int i = 0; i < 100; ++i)
@@ -197,7 +200,90 @@ TEST_F(CustomToolCatalogueTest, ToolsInAllAreBoundedInNumberAndBytes) {
                                         std::string(30'000, 'x') + "\"}}");
     refresh({app("one")});
     answer(3, result(R"({"tools":[)" + large + "]}"));
-    EXPECT_EQ(names().size(), customToolLimits::longestInAll / 30'050);
+    EXPECT_EQ(names().size(), customToolLimits::longestOfApp / 30'050) << "others have room left";
+}
+
+TEST_F(CustomToolCatalogueTest, BehindAToolThatDoesNotFitNoneIsTaken) {
+    std::string tools;
+    for (int i = 0; i < 20; ++i)
+        tools += R"({"name":"t)" + std::to_string(i) + R"(","inputSchema":{"a":")" +
+                 std::string(30'000, 'x') + "\"}},";
+    refresh({app("one")});
+    answer(0, result(R"({"tools":[)" + tools + R"({"name":"small"}]})"));
+    EXPECT_EQ(names().back(), "mac.custom.one.t16");
+}
+
+TEST_F(CustomToolCatalogueTest, OneAppHas20SecondsForAllItsRequests) {
+    refresh({app("one"), app("two")});
+    parts.clock.advance(15s);
+    answer(0, {400, R"({"error":{"code":-32000,"message":"Server not initialized"}})", {}});
+    EXPECT_EQ(http.requests.at(1).timeLimit, 5s);
+    parts.clock.advance(6s);
+    answer(1, result(R"({"protocolVersion":"2025-06-18"})"));
+    EXPECT_EQ(outcome("one"), "Nepřipojeno: Server se neozval včas.");
+    EXPECT_EQ(http.requests.at(2).url, "https://two.example/api/mcp");
+    EXPECT_EQ(http.requests.at(2).timeLimit, 20s);
+}
+
+TEST_F(CustomToolCatalogueTest, AToolThatWaitsHoldsItsName) {
+    refresh({app("same-app-11"), app("same-app-12")});
+    answer(0, listOf({"a"}));
+    answer(1, listOf({}));
+    parts.seen.setHoldsChanges("same-app-11", true);
+    refresh({app("same-app-11"), app("same-app-12")});
+    answer(2, listOf({"b"}));
+    answer(3, listOf({"b"}));
+    EXPECT_EQ(names(), Names{"mac.custom.sameapp1.b.1"});
+}
+
+TEST_F(CustomToolCatalogueTest, AnApprovedToolIsNeverReplacedByAnotherOfItsName) {
+    refresh({app("one")});
+    answer(0, listOf({"a b", "a-b"}));
+    const auto approved = catalogue.tools().at(1);
+    EXPECT_EQ(approved->descriptor.name, "mac.custom.one.a_b.2");
+    refresh({app("one")});
+    answer(1, listOf({"a-b", "a b"}));
+    auto outcome = executor.run(approved->run({approved->descriptor.name, {}, "r"}));
+    EXPECT_EQ(encode(outcome->result),
+              R"({"ok":false,"error":"Připojená aplikace tento nástroj nenabízí."})");
+    EXPECT_EQ(http.requests.size(), 2U);
+}
+
+TEST_F(CustomToolCatalogueTest, ACallEndsWhenItsAppIsNotAskedAnyMore) {
+    auto moved = app("two");
+    moved.endpoint = "https://other.example";
+    const std::string ended = R"({"ok":false,"error":"zastaveno"})";
+    refresh({app("one"), app("two")});
+    answer(0, listOf({"t"}));
+    answer(1, listOf({"t"}));
+    std::string ofOne;
+    std::string ofTwo;
+    executor.start(noteCall("mac.custom.one.t", ofOne));
+    executor.start(noteCall("mac.custom.two.t", ofTwo));
+    executor.runUntilIdle();
+    refresh({app("one"), moved});
+    EXPECT_EQ(ofTwo, ended) << "it is another server now";
+    EXPECT_EQ(ofOne, "") << "a refresh ends no call";
+    catalogue.clear();
+    executor.runUntilIdle();
+    EXPECT_EQ(ofOne, ended);
+}
+
+TEST_F(CustomToolCatalogueTest, ACallIsNotSentWhenItsAppGoesWhileTheTokenIsBeingChanged) {
+    refresh({app("one")});
+    answer(0, listOf({"t"}));
+    std::string answered;
+    {
+        const auto turn = executor.run(tokens.take());
+        executor.start(noteCall("mac.custom.one.t", answered));
+        auto moved = app("one");
+        moved.endpoint = "https://other.example";
+        refresh({moved});
+    }
+    executor.runUntilIdle();
+    EXPECT_EQ(answered, R"({"ok":false,"error":"Připojená aplikace tento nástroj nenabízí."})");
+    ASSERT_EQ(http.requests.size(), 2U);
+    EXPECT_EQ(http.requests[1].url, "https://other.example/api/mcp");
 }
 
 TEST_F(CustomToolCatalogueTest, AChangedToolWaitsWhereThePersonWantsIt) {
@@ -246,6 +332,14 @@ TEST_F(CustomToolCatalogueTest, AResultBecomesAnAnswer) {
         EXPECT_EQ(called("mac.custom.one.t", result(row.result)), row.answer) << row.result;
     EXPECT_EQ(called("mac.custom.one.t", {401, "", {}}),
               R"({"ok":false,"error":"Vlastní aplikace odmítla přístupový token."})");
+}
+
+TEST_F(CustomToolCatalogueTest, AnErrorOfAToolNeverCarriesTheToken) {
+    executor.run(parts.keychain.save("secret", CustomToolCatalogue::tokenAccount("one")));
+    refresh({app("one")});
+    answer(0, listOf({"t"}));
+    EXPECT_EQ(called("mac.custom.one.t", result(R"({"isError":true,"content":[{"text":"bad secret"}]})")),
+              R"({"ok":false,"error":"Připojená aplikace vrátila chybu."})");
 }
 
 TEST_F(CustomToolCatalogueTest, AToolThatNobodyLendsIsRefused) {

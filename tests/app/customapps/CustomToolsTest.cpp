@@ -159,5 +159,32 @@ TEST(CustomTools, NoArrayIsNoTools) {
     EXPECT_TRUE(toolList({}).empty());
 }
 
+TEST(CustomTools, InvisibleCharactersAreTakenOutOfTheTextsOfASchema) {
+    const auto tools = toolsOf(
+        R"([{"name":"a","description":"re\u200bads\n","inputSchema":{"title":"T\u202e","properties":)"
+        R"({"x":{"description":"wh\u2066at\tis","enum":["\n"]},"description":{"$comment":"\u00adc"}}}}])");
+    ASSERT_EQ(tools.size(), 1U);
+    EXPECT_EQ(tools[0].descriptor.parametersJSON,
+              R"({"title":"T","properties":{"x":{"description":"what is","enum":["\n"]},)"
+              R"("description":{"$comment":"c"}}})");
+    EXPECT_EQ(tools[0].seen.description, "reads ");
+    EXPECT_EQ(tools[0].seen.schema.contains("\u202e"), false);
+}
+
+TEST(CustomTools, AToolWithInvisibleCharactersElsewhereInItsSchemaIsLeftOut) {
+    for (const char* schema : {R"({"x\u200b":1})", R"({"default":"\u200b"})", R"({"enum":["\u202e"]})",
+                               R"({"a":[{"b":[{"const":"\u2066"}]}]})"})
+        EXPECT_TRUE(toolsOf(R"([{"name":"a","inputSchema":)" + std::string(schema) + "}]").empty()) << schema;
+}
+
+TEST(CustomTools, ANameHasAtMost256Bytes) {
+    EXPECT_EQ(toolsOf("[" + named(std::string(256, 'x')) + "]").size(), 1U);
+    EXPECT_TRUE(toolsOf("[" + named(std::string(257, 'x')) + "]").empty());
+}
+
+TEST(CustomTools, TheIdOfAnAppOfThePhoneIsFilteredToo) {
+    EXPECT_EQ(customToolName("a b\n\u200bc", "x"), "mac.custom.a_b__c.x");
+}
+
 } // namespace
 } // namespace morvex

@@ -232,8 +232,10 @@ TEST_F(MacCustomAppsServiceTest, AnAppThatIsRemovedWhileItsTokenIsSavedStaysRemo
     MacCustomAppsService waiting(parts.services(defaults, slow));
     EXPECT_FALSE(executor.run(waiting.save(firstID, "b", "https://b", "druhý")));
     EXPECT_FALSE(executor.run(waiting.remove(firstID)));
-    storage.runUntilIdle();
-    executor.runUntilIdle();
+    for (int turn = 0; turn < 4; ++turn) {
+        storage.runUntilIdle();
+        executor.runUntilIdle();
+    }
     EXPECT_TRUE(waiting.apps().empty());
     EXPECT_EQ(token(firstID), std::nullopt);
     EXPECT_EQ(metadata(), "[]");

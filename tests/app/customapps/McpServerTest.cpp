@@ -166,12 +166,49 @@ TEST_F(McpServerTest, ALostSessionBeginsAnewOnce) {
     }
 }
 
-TEST_F(McpServerTest, AMannerThatFailsIsForgotten) {
-    script({notInitialized, initialized, accepted, tools, reply("", 503), tools});
+TEST_F(McpServerTest, AMannerThatTheServerRefusesIsForgotten) {
+    for (const auto& refused : {reply("", 400), refusal(-32600)}) {
+        server = makeServer();
+        script({notInitialized, initialized, accepted, tools, refused, tools});
+        EXPECT_EQ(list(), "a ");
+        EXPECT_EQ(list(), "Vlastní aplikace vrátila HTTP 400.");
+        EXPECT_EQ(http.requests.size(), 5U) << "a refused call is not sent again";
+        EXPECT_EQ(list(), "a ");
+        EXPECT_EQ(http.requests.back().headers, plainHeaders);
+    }
+}
+
+TEST_F(McpServerTest, AMannerOutlivesAFailureThatIsNotItsOwn) {
+    script({notInitialized, initialized, accepted, tools, reply("", 503)});
     EXPECT_EQ(list(), "a ");
     EXPECT_EQ(list(), "Vlastní aplikace vrátila HTTP 503.");
+    EXPECT_EQ(list(), "síť neodpovídá");
+    script({tools});
     EXPECT_EQ(list(), "a ");
-    EXPECT_EQ(http.requests.back().headers, plainHeaders);
+    EXPECT_EQ(extraHeaders(0).at(0).second, "s1");
+}
+
+TEST_F(McpServerTest, AServerWithOlderVersionsGetsASession) {
+    script({refusal(-32022, R"({"supported":["2025-11-25","2025-06-18"]})"), initialized, accepted, tools});
+    EXPECT_EQ(list(), "a ");
+    EXPECT_EQ(methods().at(1), "initialize");
+}
+
+TEST_F(McpServerTest, AnEndlessCursorEndsTheList) {
+    script({notInitialized, initialized, accepted,
+            result(R"({"tools":[{"name":"a"}],"nextCursor":")" + std::string(1'025, 'x') + "\"}"), tools});
+    EXPECT_EQ(list(), "a ");
+    EXPECT_EQ(http.requests.size(), 4U);
+}
+
+TEST_F(McpServerTest, AFailingHandshakeNeverTellsTheToken) {
+    script({notInitialized, reply(R"({"error":{"message":"bad token secret"}})")});
+    EXPECT_EQ(list("secret"), "Neznámá chyba.");
+}
+
+TEST_F(McpServerTest, TheWordsOfAServerAreCutAndVisible) {
+    script({reply(R"({"error":{"message":"a\u200b\n)" + std::string(100'000, 'x') + "\"}}")});
+    EXPECT_EQ(list(), "a " + std::string(498, 'x'));
 }
 
 TEST_F(McpServerTest, AnAnswerWithAnErrorIsNoFailureOfTheManner) {

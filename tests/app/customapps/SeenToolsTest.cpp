@@ -6,8 +6,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
+#include <functional>
 #include <memory>
+#include <ranges>
 #include <sys/stat.h>
 
 namespace morvex {
@@ -78,11 +81,19 @@ TEST_F(SeenToolsTest, AToolThatCameLaterIsNewsWithoutAnEarlierDescription) {
     EXPECT_FALSE(seen->news("app")[0].known);
 }
 
-TEST_F(SeenToolsTest, AChangeThatIsTakenBackIsNoNews) {
+TEST_F(SeenToolsTest, AChangeThatIsTakenBackStaysNewsUntilAPersonHasLooked) {
     seen->compare("app", {tool("a")});
-    seen->compare("app", {tool("a", "sends")});
-    seen->compare("app", {tool("a")});
+    seen->setHoldsChanges("app", true);
+    EXPECT_EQ(seen->compare("app", {tool("a", "sends")}), Offered{false});
+    EXPECT_FALSE(seen->news("app")[0].isPast);
+    EXPECT_EQ(seen->compare("app", {tool("a")}), Offered{true}) << "it is as it was";
+    ASSERT_EQ(newsOf("app"), Names({"a"}));
+    EXPECT_TRUE(seen->news("app")[0].isPast);
+    EXPECT_EQ(seen->news("app")[0].news->description, "sends");
+    seen->looked("app", seen->news("app"));
     EXPECT_EQ(newsOf("app"), Names());
+    EXPECT_EQ(seen->compare("app", {tool("a", "sends")}), Offered{false})
+        << "to have seen what is past is no approval";
 }
 
 TEST_F(SeenToolsTest, AToolThatGoesAndReturnsChangedIsNews) {
@@ -94,13 +105,19 @@ TEST_F(SeenToolsTest, AToolThatGoesAndReturnsChangedIsNews) {
     EXPECT_EQ(seen->news("app")[0].known.value_or(SeenDescription{}).description, "reads");
 }
 
-TEST_F(SeenToolsTest, ANewToolThatGoesBeforeAnybodyLookedIsNewAgainWhenItReturns) {
+TEST_F(SeenToolsTest, ANewToolThatGoesBeforeAnybodyLookedIsNewUntilThen) {
     seen->compare("app", {});
     seen->compare("app", {tool("a")});
     seen->compare("app", {});
+    ASSERT_EQ(newsOf("app"), Names({"a"}));
+    EXPECT_TRUE(seen->news("app")[0].isPast);
+    seen->compare("app", {tool("a")});
+    EXPECT_FALSE(seen->news("app")[0].isPast);
+    seen->compare("app", {});
+    seen->looked("app", seen->news("app"));
     EXPECT_EQ(newsOf("app"), Names());
     seen->compare("app", {tool("a")});
-    EXPECT_EQ(newsOf("app"), Names({"a"}));
+    EXPECT_EQ(newsOf("app"), Names({"a"})) << "nobody has seen it as it is offered";
 }
 
 TEST_F(SeenToolsTest, ToolsOfOneNameAreToldApartByTheirOrder) {
@@ -109,6 +126,13 @@ TEST_F(SeenToolsTest, ToolsOfOneNameAreToldApartByTheirOrder) {
     EXPECT_EQ(newsOf("app"), Names());
     seen->compare("app", {tool("a", "one"), tool("a", "three")});
     EXPECT_EQ(newsOf("app").size(), 1U);
+}
+
+TEST_F(SeenToolsTest, ANameThatLooksLikeASecondOneIsAToolOfItsOwn) {
+    seen->compare("app", {tool("a", "one"), tool("a\n2", "two"), tool("a", "three")});
+    seen->setHoldsChanges("app", true);
+    EXPECT_EQ(seen->compare("app", {tool("a", "one"), tool("a\n2", "evil"), tool("a", "three")}),
+              Offered({true, false, true}));
 }
 
 TEST_F(SeenToolsTest, LookingEndsTheNewsThatWereShownAndNoOthers) {
@@ -155,11 +179,22 @@ TEST_F(SeenToolsTest, EverythingIsReadAgainFromAPrivateFile) {
     EXPECT_EQ(found.st_mode & 0777U, 0600U);
 }
 
-TEST_F(SeenToolsTest, AnAppThatIsGoneIsForgotten) {
+TEST_F(SeenToolsTest, AnAppIsForgottenWhenItDoesNotComeBack) {
     seen->compare("app", {tool("a")});
-    seen->keepOnly({"other"});
+    seen->forget("app");
     seen->compare("app", {tool("a", "sends")});
     EXPECT_EQ(newsOf("app"), Names()) << "its list is a first one again";
+}
+
+TEST_F(SeenToolsTest, AnAppThatIsListedNoMoreIsForgottenOnceThereAreTooMany) {
+    seen->setHoldsChanges("gone", true);
+    for (std::size_t i = 1; i < SeenTools::mostApps; ++i) seen->setHoldsChanges(std::to_string(i), true);
+    seen->prefer({"1"});
+    EXPECT_TRUE(seen->holdsChanges("gone"));
+    seen->setHoldsChanges("one more", true);
+    seen->prefer({"1"});
+    EXPECT_FALSE(seen->holdsChanges("gone"));
+    EXPECT_TRUE(seen->holdsChanges("1"));
 }
 
 TEST_F(SeenToolsTest, OfAnAppThoseThatWereNamedLongestAgoAreForgottenFirst) {
@@ -175,7 +210,7 @@ TEST_F(SeenToolsTest, OfAnAppThoseThatWereNamedLongestAgoAreForgottenFirst) {
 }
 
 TEST_F(SeenToolsTest, OfAllAppsThoseThatWereNamedLongestAgoAreForgottenFirst) {
-    const int apps = static_cast<int>(SeenTools::mostInAll / 256) + 1;
+    const int apps = static_cast<int>(SeenTools::roomInAll.tools / 256) + 1;
     std::vector<NamedDescription> tools;
     for (int i = 0; i < 256; ++i) tools.push_back(tool("t" + std::to_string(i)));
     for (int app = 0; app < apps; ++app) seen->compare("app" + std::to_string(app), tools);
@@ -185,13 +220,45 @@ TEST_F(SeenToolsTest, OfAllAppsThoseThatWereNamedLongestAgoAreForgottenFirst) {
     EXPECT_EQ(newsOf("app0"), Names({"t0"})) << "forgotten, and new again";
 }
 
-TEST_F(SeenToolsTest, KeepsTheBeginningOfLongDescriptionsAndTellsEveryChange) {
-    const std::string text(5'000, 'x');
+TEST_F(SeenToolsTest, AChangeAtTheEndOfALongDescriptionIsKeptToBeShown) {
+    const std::string text(4'000, 'x');
     seen->compare("app", {tool("a", text)});
     seen->compare("app", {tool("a", text + "y")});
-    ASSERT_EQ(newsOf("app"), Names({"a"}));
-    EXPECT_EQ(seen->news("app")[0].news->description.size(), SeenTools::mostShown);
-    EXPECT_EQ(seen->countNews("app"), 1U);
+    ASSERT_EQ(seen->countNews("app"), 1U);
+    EXPECT_EQ(seen->news("app")[0].known->description, text);
+    EXPECT_EQ(seen->news("app")[0].news->description, text + "y");
+}
+
+TEST_F(SeenToolsTest, TheBytesOfAnAppAreLimited) {
+    const std::string text(32'000, 'x');
+    const auto fitting = static_cast<int>(SeenTools::roomOfApp.bytes / (text.size() + 300));
+    std::vector<NamedDescription> tools;
+    for (int i = 0; i < fitting; ++i) tools.push_back(tool(std::to_string(i), text));
+    seen->compare("app", tools);
+    seen->compare("app", tools);
+    EXPECT_EQ(newsOf("app"), Names()) << "all are known";
+    for (int i = 0; i < 3; ++i) tools.push_back(tool("more" + std::to_string(i), text));
+    seen->compare("other", tools);
+    seen->setHoldsChanges("other", true);
+    auto kept = seen->compare("other", tools);
+    EXPECT_EQ(std::ranges::count(kept, false), 2);
+    EXPECT_TRUE(std::ranges::all_of(kept | std::views::take(fitting + 1), std::identity()))
+        << "of one list the first ones stay";
+}
+
+TEST_F(SeenToolsTest, WhatWasReadFromTheFileIsForgottenBeforeWhatIsNamedNow) {
+    seen->compare("app", {tool("old")});
+    seen->compare("other", {tool("a")});
+    reload();
+    std::vector<NamedDescription> tools;
+    for (std::size_t i = 0; i < SeenTools::roomOfApp.tools; ++i) tools.push_back(tool(std::to_string(i)));
+    seen->compare("app", tools);
+    EXPECT_EQ(seen->countNews("app"), SeenTools::roomOfApp.tools);
+    seen->looked("app", seen->news("app"));
+    auto oneMore = tools;
+    oneMore.back() = tool("old");
+    seen->compare("app", oneMore);
+    EXPECT_EQ(newsOf("app"), Names({"old"}));
 }
 
 TEST_F(SeenToolsTest, AFailedSaveIsToldAndTheNewsStay) {

@@ -121,5 +121,35 @@ TEST_F(SlowCustomAppsTest, AnAppIsSwitchedOnAlsoWhileThePhoneSendsItsList) {
     EXPECT_EQ(service.apps().size(), 2U);
 }
 
+TEST_F(SlowCustomAppsTest, ANewTokenNeverGoesToTheAddressBefore) {
+    addOne();
+    start(service.setEnabled(id, true));
+    write();
+    const auto asked = parts.http.requests.size();
+    start(service.save(id, "a", "https://other", "nové"));
+    service.refreshSoon();
+    home.runUntilIdle();
+    EXPECT_EQ(parts.http.requests.size(), asked) << "until the address is saved";
+    write();
+    ASSERT_GT(parts.http.requests.size(), asked);
+    for (auto i = asked; i < parts.http.requests.size(); ++i) {
+        EXPECT_EQ(parts.http.requests[i].url, "https://other/api/mcp");
+        EXPECT_EQ(parts.http.requests[i].headers.at(0).second, "Bearer nové");
+    }
+}
+
+TEST_F(SlowCustomAppsTest, AnAddressThatCannotBeSavedKeepsItsToken) {
+    addOne();
+    const auto before = vault.items;
+    breakSaves();
+    start(service.save(id, "a", "https://other", "nové"));
+    write();
+    mendSaves();
+    write();
+    EXPECT_EQ(ends, std::vector<std::string>{"refused"});
+    EXPECT_EQ(service.apps().at(0).endpoint, "https://a");
+    EXPECT_EQ(vault.items, before);
+}
+
 } // namespace
 } // namespace morvex

@@ -24,7 +24,7 @@ std::string input(const std::string& query) {
 
 /// The result as JSON, or the words of the failure.
 std::string told(const std::string& body, int status = 200) {
-    const auto result = WebSearchClient::read({status, body});
+    const auto result = WebSearchClient::read({status, body}, "klic");
     return result ? encode(*result) : result.error().popis().czech();
 }
 
@@ -104,7 +104,7 @@ TEST(WebSearchClient, AnAnswerIsCutTo16000Characters) {
     std::string text;
     for (int i = 0; i < 16'001; ++i) text += "č";
     const auto result = WebSearchClient::read(
-        {200, R"({"output":[{"content":[{"type":"output_text","text":")" + text + R"("}]}]})"});
+        {200, R"({"output":[{"content":[{"type":"output_text","text":")" + text + R"("}]}]})"}, "");
     EXPECT_EQ(result.value().answer.size(), 16'000 * std::string("č").size());
 }
 
@@ -152,6 +152,22 @@ TEST(WebSearchClient, OfOneAddressTheFirstStaysAndOfAllTheFirstEight) {
     const auto read = decode<WebSearchResult>(withAnnotations("[" + many + "]")).value();
     EXPECT_EQ(read.sources.size(), 8U);
     EXPECT_EQ(read.sources.back().title, "7.example");
+}
+
+TEST(WebSearchClient, AnAddressMayHaveOtherLettersThanAsciiAndIsBounded) {
+    EXPECT_EQ(withAnnotations(R"([{"url":"https://cs.example/wiki/Brno-město"}])"),
+              sources(R"([{"title":"cs.example","url":"https://cs.example/wiki/Brno-město"}])"));
+    EXPECT_EQ(withAnnotations(R"([{"url":"https://a.example/)" + std::string(2'048, 'x') + "\"}]"),
+              sources("[]"));
+    EXPECT_EQ(withAnnotations(R"([{"url":"https://a.example/","title":")" + std::string(400, 'x') + "\"}]"),
+              sources(R"([{"title":")" + std::string(300, 'x') + R"(","url":"https://a.example/"}])"));
+}
+
+TEST(WebSearchClient, TheWordsOfTheServiceAreCutAndNeverCarryTheKey) {
+    EXPECT_EQ(told(R"({"error":{"message":"Incorrect API key provided: klic."}})", 401),
+              "Webové hledání selhalo (HTTP 401).");
+    EXPECT_EQ(told(R"({"error":{"message":"a\u200b\n)" + std::string(10'000, 'x') + "\"}}", 500),
+              "a " + std::string(498, 'x'));
 }
 
 } // namespace
