@@ -760,6 +760,18 @@
         <translation>Der Server hat die Verbindung beendet.</translation>
     </message>
     <message>
+        <source>Spojení s poštovním serverem selhalo: {potiz}</source>
+        <translation>Die Verbindung zum Mailserver ist fehlgeschlagen: {potiz}</translation>
+    </message>
+    <message>
+        <source>Server odmítl přihlášení. Zkontroluj adresu a heslo nebo heslo pro aplikaci.</source>
+        <translation>Der Server hat die Anmeldung abgelehnt. Prüfe die Adresse und das Passwort oder das App-Passwort.</translation>
+    </message>
+    <message>
+        <source>E-mailová adresa není platná.</source>
+        <translation>Die E-Mail-Adresse ist nicht gültig.</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>Die Verbindung kommt mit dem Senden nicht nach.</translation>
     </message>

@@ -760,6 +760,18 @@
         <translation>The server ended the connection.</translation>
     </message>
     <message>
+        <source>Spojení s poštovním serverem selhalo: {potiz}</source>
+        <translation>The connection to the mail server failed: {potiz}</translation>
+    </message>
+    <message>
+        <source>Server odmítl přihlášení. Zkontroluj adresu a heslo nebo heslo pro aplikaci.</source>
+        <translation>The server refused the login. Check the address and the password or app password.</translation>
+    </message>
+    <message>
+        <source>E-mailová adresa není platná.</source>
+        <translation>The e-mail address is not valid.</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>The connection cannot keep up with sending.</translation>
     </message>

@@ -760,6 +760,18 @@
         <translation>El servidor ha terminado la conexión.</translation>
     </message>
     <message>
+        <source>Spojení s poštovním serverem selhalo: {potiz}</source>
+        <translation>La conexión con el servidor de correo ha fallado: {potiz}</translation>
+    </message>
+    <message>
+        <source>Server odmítl přihlášení. Zkontroluj adresu a heslo nebo heslo pro aplikaci.</source>
+        <translation>El servidor ha rechazado el inicio de sesión. Comprueba la dirección y la contraseña o la contraseña de aplicación.</translation>
+    </message>
+    <message>
+        <source>E-mailová adresa není platná.</source>
+        <translation>La dirección de correo electrónico no es válida.</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>La conexión no da abasto para enviar.</translation>
     </message>

@@ -760,6 +760,18 @@
         <translation>Le serveur a mis fin à la connexion.</translation>
     </message>
     <message>
+        <source>Spojení s poštovním serverem selhalo: {potiz}</source>
+        <translation>La connexion au serveur de messagerie a échoué : {potiz}</translation>
+    </message>
+    <message>
+        <source>Server odmítl přihlášení. Zkontroluj adresu a heslo nebo heslo pro aplikaci.</source>
+        <translation>Le serveur a refusé la connexion. Vérifie l’adresse et le mot de passe ou le mot de passe d’application.</translation>
+    </message>
+    <message>
+        <source>E-mailová adresa není platná.</source>
+        <translation>L’adresse e-mail n’est pas valide.</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>La connexion ne parvient pas à suivre l’envoi.</translation>
     </message>
