@@ -2,25 +2,18 @@
 
 #include "shared/base/Try.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace morvex {
 
-namespace {
-
-NetworkError tooLong() {
-    return {"Odpověď serveru je příliš dlouhá."_sentence};
-}
-
-} // namespace
-
-Task<Result<std::string>> TlsLines::line() {
+Task<Result<std::string>> TlsLines::line(std::size_t longest) {
     if (failure_) co_return fail(*failure_);
     std::size_t searched = 0;
     for (;;) {
         const auto end = waiting_.find('\n', taken_ + searched);
         const auto length = end == std::string::npos ? waiting_.size() - taken_ : end + 1 - taken_;
-        if (length > limits_.line) co_return failFrom(tooLong());
+        if (length > longest) co_return failFrom(StreamTooLong{});
         if (end == std::string::npos) {
             searched = length;
             CO_CHECK(co_await readMore());
@@ -33,11 +26,10 @@ Task<Result<std::string>> TlsLines::line() {
     }
 }
 
-Task<Result<std::string>> TlsLines::bytes(std::size_t count) {
+Task<Result<std::string>> TlsLines::bytes(std::size_t most) {
     if (failure_) co_return fail(*failure_);
-    if (count > limits_.bytes) co_return failFrom(tooLong());
-    while (waiting_.size() - taken_ < count) CO_CHECK(co_await readMore());
-    co_return take(count);
+    if (waiting_.size() == taken_) CO_CHECK(co_await readMore());
+    co_return take(std::min(most, waiting_.size() - taken_));
 }
 
 Task<Result<void>> TlsLines::readMore() {

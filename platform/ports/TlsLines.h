@@ -16,24 +16,26 @@ struct StreamEnded {
     bool operator==(const StreamEnded&) const = default;
 };
 
+/// The server sent more than this program takes.
+struct StreamTooLong {
+    [[nodiscard]] Sentence popis() const { return "Odpověď serveru je příliš dlouhá."_sentence; }
+
+    bool operator==(const StreamTooLong&) const = default;
+};
+
 /// Takes lines and counted bytes from what a server sends. One call at a time. After a failure all later
 /// calls fail.
 class TlsLines {
   public:
-    struct Limits {
-        std::size_t line = std::size_t{64} * 1024;         ///< bytes of a line, including its end
-        std::size_t bytes = std::size_t{16} * 1024 * 1024; ///< bytes of one call of `bytes`
-    };
-
-    TlsLines(std::shared_ptr<TlsConnection> connection, Limits limits)
-        : connection_(std::move(connection)), limits_(limits) {}
+    explicit TlsLines(std::shared_ptr<TlsConnection> connection) : connection_(std::move(connection)) {}
 
     /// The next line without its end (LF or CRLF). Fails with `StreamEnded`, also after an incomplete line,
-    /// and with `NetworkError` when the line is too long.
-    Task<Result<std::string>> line();
+    /// with `StreamTooLong` for one of more than `longest` bytes, its end included, and with `NetworkError`.
+    Task<Result<std::string>> line(std::size_t longest);
 
-    /// Exactly the next `count` bytes. Fails like `line`, and at once when `count` is above the limit.
-    Task<Result<std::string>> bytes(std::size_t count);
+    /// The next bytes, as they arrive: at least one, at most `most`. Fails with `StreamEnded` and with
+    /// `NetworkError`.
+    Task<Result<std::string>> bytes(std::size_t most);
 
   private:
     Task<Result<void>> readMore();
@@ -43,7 +45,6 @@ class TlsLines {
     std::string take(std::size_t count);
 
     std::shared_ptr<TlsConnection> connection_;
-    Limits limits_;
     std::string waiting_;
     std::optional<Error> failure_;
     std::size_t taken_ = 0; ///< how many bytes of `waiting_` were already taken

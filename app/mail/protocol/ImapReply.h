@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace morvex {
 
@@ -31,16 +32,16 @@ class ImapReply {
 
     [[nodiscard]] bool isComplete() const { return outcome_.has_value(); }
 
-    /// What follows the tag, without white space around it. Only of a complete reply.
+    /// What follows the tag, 64 KiB of it at most, without white space around it. Only of a complete reply.
     [[nodiscard]] const std::string& outcome() const { return *outcome_; }
 
     [[nodiscard]] bool isOk() const;
 
     /// The collected lines, announcing lines and lines of literals among them, each with LF behind it.
-    [[nodiscard]] const std::string& lines() const { return lines_; }
+    [[nodiscard]] std::string takeLines() { return std::move(lines_); }
 
   private:
-    [[nodiscard]] bool fits(std::size_t count) const { return count <= longest - lines_.size(); }
+    Result<void> append(std::string_view line);
 
     std::string tag_; ///< with the blank behind it
     std::string lines_;

@@ -3,6 +3,7 @@
 #include "app/mail/protocol/ImapReply.h"
 #include "app/mail/protocol/MacIMAPMessage.h"
 #include "app/mail/protocol/MacMailConnection.h"
+#include "app/mail/protocol/MailLogin.h"
 
 #include <cstdint>
 #include <optional>
@@ -46,19 +47,17 @@ class MacIMAPClient {
     Task<void> logout();
 
   private:
-    [[nodiscard]] Result<void> checkCredentials() const;
     Task<Result<void>> awaitGreeting();
     /// The reply to a command, whatever its outcome.
     Task<Result<ImapReply>> ask(std::string command,
                                 std::size_t longestLine = MacMailConnection::longestLine);
+    Task<Result<ImapReply>> collect(std::string tag, std::size_t longestLine);
     /// The lines of a reply whose outcome is good.
     Task<Result<std::string>> command(std::string text,
                                       std::size_t longestLine = MacMailConnection::longestLine);
 
     Executor& workers_;
-    std::string host_;
-    std::string username_;
-    std::string password_;
+    MailLogin login_;
     MacMailConnection connection_;
     int sequence_ = 0; ///< of the last tag
 };

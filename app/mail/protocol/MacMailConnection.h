@@ -49,7 +49,6 @@ class MacMailConnection {
     using Interrupt = std::stop_callback<std::function<void()>>;
 
     template <class T> Task<Result<T>> within(Clock::Duration limit, Sentence words, Task<Result<T>> step);
-    Task<Result<void>> transmit(std::string bytes);
     /// Closes the connection, for a reason that `stop` overrides.
     std::unexpected<Error> failWith(Error reason);
 

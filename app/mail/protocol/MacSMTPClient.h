@@ -1,7 +1,9 @@
 #pragma once
 
 #include "app/mail/protocol/MacMailConnection.h"
+#include "app/mail/protocol/MailLogin.h"
 
+#include <cstdint>
 #include <stop_token>
 #include <string>
 
@@ -11,6 +13,7 @@ namespace morvex {
 class MacSMTPClient {
   public:
     static constexpr std::uint16_t port = 465;
+    static constexpr int mostReplyLines = 10'000;
 
     MacSMTPClient(MailServices services, std::string host, std::string username, std::string password,
                   std::string sender, std::string senderName, std::stop_token stop = {});
@@ -23,16 +26,15 @@ class MacSMTPClient {
     [[nodiscard]] Result<void> check(const std::string& recipient) const;
     Task<Result<void>> connect();
     Task<Result<void>> logIn();
+    Task<Result<void>> deliver(std::string to, std::string subject, std::string body);
     /// Sends a line and waits for the reply to it.
     Task<Result<void>> exchange(std::string line, int wanted);
     Task<Result<void>> expect(int wanted);
+    /// The words of a server that repeats the password are left out, since the phone is told them.
     [[nodiscard]] std::string withoutPassword(std::string line) const;
-    Task<std::string> message(std::string to, std::string subject, std::string body);
 
     MailServices services_;
-    std::string host_;
-    std::string username_;
-    std::string password_;
+    MailLogin login_;
     std::string sender_;
     std::string senderName_;
     MacMailConnection connection_;

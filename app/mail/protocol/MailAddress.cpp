@@ -42,9 +42,4 @@ Result<void> checkMailAddress(std::string_view address) {
     return {};
 }
 
-bool breaksMailLine(std::string_view text) {
-    using namespace std::string_view_literals;
-    return text.find_first_of("\r\n\0"sv) != std::string_view::npos;
-}
-
 } // namespace morvex

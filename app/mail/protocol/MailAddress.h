@@ -10,7 +10,4 @@ namespace morvex {
 /// break. Fails with `MacMailProtocolError::InvalidAddress`.
 Result<void> checkMailAddress(std::string_view address);
 
-/// What no quoted text and no line of these protocols can hold: CR, LF and NUL.
-bool breaksMailLine(std::string_view text);
-
 } // namespace morvex

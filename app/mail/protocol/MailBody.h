@@ -14,6 +14,6 @@ std::string decodedBody(std::string text);
 
 /// The decoded body in the lines of a reply to FETCH. Lines that begin with `*` or `)` count as the server's
 /// own. Nothing if the reply brings no body.
-std::optional<std::string> fetchedBody(std::string_view lines);
+std::optional<std::string> fetchedBody(std::string lines);
 
 } // namespace morvex

@@ -2,6 +2,7 @@
 
 #include "app/mail/protocol/MacIMAPMessage.h"
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,8 +15,8 @@ namespace morvex {
 /// name. A word that cannot be decoded stays, and so does white space between two words.
 std::string decodedHeader(std::string_view field);
 
-/// The messages in the lines of a reply to FETCH, the highest UID first. A message without a UID is left out.
-/// Only the first line of a folded field counts.
-std::vector<MacIMAPMessage> fetchedMessages(std::string_view lines);
+/// The messages in the lines of a reply to FETCH, the highest UID first. A message without a UID, or with one
+/// that is not among those `asked` for, is left out. Only the first line of a folded field counts.
+std::vector<MacIMAPMessage> fetchedMessages(std::string_view lines, std::vector<std::uint32_t> asked);
 
 } // namespace morvex

@@ -772,6 +772,38 @@
         <translation>Die E-Mail-Adresse ist nicht gültig.</translation>
     </message>
     <message>
+        <source>Spojení bylo zrušeno.</source>
+        <translation>Die Verbindung wurde abgebrochen.</translation>
+    </message>
+    <message>
+        <source>Server se do 15 sekund nepřipojil.</source>
+        <translation>Der Server hat sich nicht innerhalb von 15 Sekunden verbunden.</translation>
+    </message>
+    <message>
+        <source>Server nepřijal data.</source>
+        <translation>Der Server hat die Daten nicht angenommen.</translation>
+    </message>
+    <message>
+        <source>Server neodpověděl.</source>
+        <translation>Der Server hat nicht geantwortet.</translation>
+    </message>
+    <message>
+        <source>Server odpověděl: {odpoved}</source>
+        <translation>Der Server hat geantwortet: {odpoved}</translation>
+    </message>
+    <message>
+        <source>Nesrozumitelná odpověď SMTP serveru.</source>
+        <translation>Die Antwort des SMTP-Servers ist unverständlich.</translation>
+    </message>
+    <message>
+        <source>SMTP server odpověděl: {odpoved}</source>
+        <translation>Der SMTP-Server hat geantwortet: {odpoved}</translation>
+    </message>
+    <message>
+        <source>K serveru {server} se nepodařilo připojit: {potiz}</source>
+        <translation>Zum Server {server} konnte keine Verbindung hergestellt werden: {potiz}</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>Die Verbindung kommt mit dem Senden nicht nach.</translation>
     </message>

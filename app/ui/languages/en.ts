@@ -772,6 +772,38 @@
         <translation>The e-mail address is not valid.</translation>
     </message>
     <message>
+        <source>Spojení bylo zrušeno.</source>
+        <translation>The connection was cancelled.</translation>
+    </message>
+    <message>
+        <source>Server se do 15 sekund nepřipojil.</source>
+        <translation>The server did not connect within 15 seconds.</translation>
+    </message>
+    <message>
+        <source>Server nepřijal data.</source>
+        <translation>The server did not accept the data.</translation>
+    </message>
+    <message>
+        <source>Server neodpověděl.</source>
+        <translation>The server did not answer.</translation>
+    </message>
+    <message>
+        <source>Server odpověděl: {odpoved}</source>
+        <translation>The server answered: {odpoved}</translation>
+    </message>
+    <message>
+        <source>Nesrozumitelná odpověď SMTP serveru.</source>
+        <translation>The answer of the SMTP server is not intelligible.</translation>
+    </message>
+    <message>
+        <source>SMTP server odpověděl: {odpoved}</source>
+        <translation>The SMTP server answered: {odpoved}</translation>
+    </message>
+    <message>
+        <source>K serveru {server} se nepodařilo připojit: {potiz}</source>
+        <translation>Could not connect to the server {server}: {potiz}</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>The connection cannot keep up with sending.</translation>
     </message>

@@ -772,6 +772,38 @@
         <translation>La dirección de correo electrónico no es válida.</translation>
     </message>
     <message>
+        <source>Spojení bylo zrušeno.</source>
+        <translation>La conexión se ha cancelado.</translation>
+    </message>
+    <message>
+        <source>Server se do 15 sekund nepřipojil.</source>
+        <translation>El servidor no se ha conectado en 15 segundos.</translation>
+    </message>
+    <message>
+        <source>Server nepřijal data.</source>
+        <translation>El servidor no ha aceptado los datos.</translation>
+    </message>
+    <message>
+        <source>Server neodpověděl.</source>
+        <translation>El servidor no ha respondido.</translation>
+    </message>
+    <message>
+        <source>Server odpověděl: {odpoved}</source>
+        <translation>El servidor ha respondido: {odpoved}</translation>
+    </message>
+    <message>
+        <source>Nesrozumitelná odpověď SMTP serveru.</source>
+        <translation>La respuesta del servidor SMTP es incomprensible.</translation>
+    </message>
+    <message>
+        <source>SMTP server odpověděl: {odpoved}</source>
+        <translation>El servidor SMTP ha respondido: {odpoved}</translation>
+    </message>
+    <message>
+        <source>K serveru {server} se nepodařilo připojit: {potiz}</source>
+        <translation>No se ha podido conectar con el servidor {server}: {potiz}</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>La conexión no da abasto para enviar.</translation>
     </message>

@@ -772,6 +772,38 @@
         <translation>L’adresse e-mail n’est pas valide.</translation>
     </message>
     <message>
+        <source>Spojení bylo zrušeno.</source>
+        <translation>La connexion a été annulée.</translation>
+    </message>
+    <message>
+        <source>Server se do 15 sekund nepřipojil.</source>
+        <translation>Le serveur ne s’est pas connecté en 15 secondes.</translation>
+    </message>
+    <message>
+        <source>Server nepřijal data.</source>
+        <translation>Le serveur n’a pas accepté les données.</translation>
+    </message>
+    <message>
+        <source>Server neodpověděl.</source>
+        <translation>Le serveur n’a pas répondu.</translation>
+    </message>
+    <message>
+        <source>Server odpověděl: {odpoved}</source>
+        <translation>Le serveur a répondu : {odpoved}</translation>
+    </message>
+    <message>
+        <source>Nesrozumitelná odpověď SMTP serveru.</source>
+        <translation>La réponse du serveur SMTP est incompréhensible.</translation>
+    </message>
+    <message>
+        <source>SMTP server odpověděl: {odpoved}</source>
+        <translation>Le serveur SMTP a répondu : {odpoved}</translation>
+    </message>
+    <message>
+        <source>K serveru {server} se nepodařilo připojit: {potiz}</source>
+        <translation>Impossible de se connecter au serveur {server} : {potiz}</translation>
+    </message>
+    <message>
         <source>Spojení nestíhá odesílat.</source>
         <translation>La connexion ne parvient pas à suivre l’envoi.</translation>
     </message>
