@@ -37,7 +37,8 @@ std::int64_t existingMessages(std::string_view lines) {
     while (const auto line = reply.next()) {
         if (!line->starts_with(untagged) || !line->contains(" EXISTS")) continue;
         const auto number = line->substr(untagged.size());
-        if (const auto count = numberIn<std::int64_t>(number.substr(0, number.find(' ')))) return *count;
+        const auto count = numberIn<std::int64_t>(number.substr(0, number.find(' ')));
+        if (count && *count >= 0) return *count;
     }
     return 0;
 }
