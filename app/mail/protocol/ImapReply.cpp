@@ -57,16 +57,7 @@ Result<std::optional<std::size_t>> ImapReply::addLine(std::string_view line) {
 }
 
 Result<void> ImapReply::addLiteral(std::string_view bytes) {
-    constexpr std::size_t roomBehind = 1024;
-    lines_.reserve(lines_.size() + bytes.size() + roomBehind);
-    for (;;) {
-        const auto end = bytes.find('\n');
-        auto line = bytes.substr(0, end);
-        while (line.ends_with('\r')) line.remove_suffix(1);
-        CHECK(append(line));
-        if (end == std::string_view::npos) return {};
-        bytes.remove_prefix(end + 1);
-    }
+    return append(bytes);
 }
 
 bool ImapReply::isOk() const {

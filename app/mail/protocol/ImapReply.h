@@ -37,7 +37,7 @@ class ImapReply {
 
     [[nodiscard]] bool isOk() const;
 
-    /// The collected lines, announcing lines and lines of literals among them, each with LF behind it.
+    /// The collected lines, announcing lines and lines of literals among them, for `ReplyLines`.
     [[nodiscard]] std::string takeLines() { return std::move(lines_); }
 
   private:

@@ -6,7 +6,7 @@
 
 namespace morvex {
 
-/// Walks the lines of a reply, each of which ends with LF.
+/// Walks the lines that a reply has collected. Each ends with LF, in a literal also with CR LF.
 class ReplyLines {
   public:
     explicit ReplyLines(std::string_view lines) : rest_(lines) {}
@@ -15,7 +15,8 @@ class ReplyLines {
     std::optional<std::string_view> next() {
         if (rest_.empty()) return std::nullopt;
         const auto end = rest_.find('\n');
-        const auto line = rest_.substr(0, end);
+        auto line = rest_.substr(0, end);
+        while (line.ends_with('\r')) line.remove_suffix(1);
         rest_.remove_prefix(end == std::string_view::npos ? rest_.size() : end + 1);
         return line;
     }

@@ -1,5 +1,6 @@
 #include "app/mail/protocol/ImapReply.h"
 
+#include "app/mail/protocol/ReplyLines.h"
 #include "tests/app/mail/protocol/MailParts.h"
 
 #include <gtest/gtest.h>
@@ -68,13 +69,20 @@ TEST(ImapReply, WantsALiteralBehindTheLineThatAnnouncesIt) {
     }
 }
 
-TEST(ImapReply, CollectsTheLinesOfALiteralWithoutTheirReturns) {
+TEST(ImapReply, CollectsTheLinesOfALiteral) {
     ImapReply reply("A0001");
-    ASSERT_TRUE(reply.addLiteral("a\r\n\r\nb\rc\nA0001 OK\r\nd\r\r\n"));
+    ASSERT_TRUE(reply.addLiteral("a\r\n\r\nA0001 OK\r\n"));
     ASSERT_TRUE(reply.addLiteral(""));
-    ASSERT_TRUE(reply.addLiteral("e\r"));
+    ASSERT_TRUE(reply.addLiteral("b"));
     EXPECT_FALSE(reply.isComplete()) << "a literal never ends a reply";
-    EXPECT_EQ(reply.takeLines(), "a\n\nb\rc\nA0001 OK\nd\n\n\ne\n");
+    EXPECT_EQ(reply.takeLines(), "a\r\n\r\nA0001 OK\r\n\n\nb\n");
+}
+
+TEST(ReplyLines, HaveNoReturnsAtTheirEnds) {
+    std::vector<std::string> lines;
+    ReplyLines reply("a\r\n\r\n\nb\rc\r\r\nd\r");
+    while (const auto line = reply.next()) lines.emplace_back(*line);
+    EXPECT_EQ(lines, (std::vector<std::string>{"a", "", "", "b\rc", "d"}));
 }
 
 TEST(ImapReply, RefusesALiteralOfMoreThan16MiB) {

@@ -67,6 +67,7 @@ std::optional<std::string> fetched(const std::string& literal,
 
 TEST(MailBody, IsWhatStandsBetweenTheLinesOfTheServer) {
     EXPECT_EQ(fetched("Ahoj.\n\nJana\n"), "Ahoj.\n\nJana\n");
+    EXPECT_EQ(fetched("Ahoj.\r\n\r\nJana\r\n"), "Ahoj.\n\nJana\n") << "returns are stripped";
     EXPECT_EQ(fetched("Ahoj."), "Ahoj.");
     EXPECT_EQ(fetched(inBase64(czech) + "\n"), czech);
     EXPECT_EQ(fetched("\xe8\xff"), "\uFFFD\uFFFD");
