@@ -1,0 +1,128 @@
+#include "tests/app/mail/servers/RealMailServers.h"
+
+#include "shared/base/Require.h"
+
+#include <array>
+#include <chrono>
+#include <netinet/in.h>
+#include <pwd.h>
+#include <sys/socket.h>
+#include <thread>
+#include <unistd.h>
+
+namespace morvex {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+sockaddr_in localAddress(std::uint16_t port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_port = htons(port);
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
+/// A port on which nobody listens.
+std::uint16_t freePort() {
+    const FileDescriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    auto address = localAddress(0);
+    socklen_t size = sizeof address;
+    auto* generic = reinterpret_cast<sockaddr*>(&address);
+    require(::bind(socket.get(), generic, size) == 0 && ::getsockname(socket.get(), generic, &size) == 0,
+            "a test gets no port");
+    return ntohs(address.sin_port);
+}
+
+bool listens(std::uint16_t port) {
+    const FileDescriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    const auto address = localAddress(port);
+    return ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+}
+
+struct User {
+    std::string name;
+    uid_t uid;
+    gid_t gid;
+};
+
+User userNamed(const char* name) {
+    const auto* entry = ::getpwnam(name);
+    require(entry != nullptr, "a user of a server is missing");
+    return {name, entry->pw_uid, entry->pw_gid};
+}
+
+User thisUser() {
+    const auto* entry = ::getpwuid(::getuid());
+    require(entry != nullptr, "the user of the tests has no name");
+    return {entry->pw_name, entry->pw_uid, entry->pw_gid};
+}
+
+} // namespace
+
+RealImapServer::RealImapServer(const TestAuthority::Identity& identity) : port_(freePort()) {
+    const auto inbox = folder_.path() / "mail";
+    for (const auto* part : {"new", "cur", "tmp"}) std::filesystem::create_directories(inbox / part);
+    std::ofstream(folder_.path() / "dovecot.conf") << settings(IdentityFiles(folder_.path(), identity));
+    server_ = std::make_unique<ChildProgram>(
+        std::vector<std::string>{"/usr/sbin/dovecot", "-F", "-c", (folder_.path() / "dovecot.conf").string()},
+        ChildProgram::Environment{});
+    const auto giveUp = std::chrono::steady_clock::now() + 30s;
+    while (!listens(port_)) {
+        require(std::chrono::steady_clock::now() < giveUp, "dovecot does not start");
+        std::this_thread::sleep_for(10ms);
+    }
+}
+
+void RealImapServer::deliver(const std::string& name, const std::string& message, bool isRead) const {
+    const auto file = folder_.path() / "mail" / (isRead ? "cur" : "new") / (isRead ? name + ":2,S" : name);
+    std::ofstream(file) << message;
+    if (::getuid() == 0) {
+        const auto owner = userNamed("nobody");
+        require(::chown(file.c_str(), owner.uid, owner.gid) == 0, "a message cannot be given away");
+    }
+}
+
+/// Of a server that a superuser starts the parts that read mail run as others, as they insist.
+std::string RealImapServer::settings(const IdentityFiles& identity) const {
+    const bool isRoot = ::getuid() == 0;
+    const auto reader = isRoot ? userNamed("nobody") : thisUser();
+    const auto folder = folder_.path().string();
+    if (isRoot) {
+        std::filesystem::permissions(folder_.path(), std::filesystem::perms(0755));
+        for (const auto* part : {"mail", "mail/new", "mail/cur", "mail/tmp"})
+            require(::chown((folder_.path() / part).c_str(), reader.uid, reader.gid) == 0,
+                    "a mailbox cannot be given away");
+    }
+    const auto ids = "uid=" + std::to_string(reader.uid) + " gid=" + std::to_string(reader.gid);
+    return "base_dir = " + folder + "/run\nstate_dir = " + folder + "/run\nlog_path = " + folder +
+           "/log\nprotocols = imap\nlisten = 127.0.0.1\nfirst_valid_uid = 1\nauth_failure_delay = 0\n" +
+           (isRoot
+                ? std::string()
+                : "default_internal_user = " + reader.name + "\ndefault_login_user = " + reader.name + "\n") +
+           "ssl = required\nssl_cert = <" + identity.certificate.string() + "\nssl_key = <" +
+           identity.key.string() + "\nauth_mechanisms = plain login\nmail_location = maildir:" + folder +
+           "/mail\npassdb {\n  driver = static\n  args = password=" + password +
+           "\n}\nuserdb {\n  driver = static\n  args = " + ids + " home=" + folder +
+           "\n}\nnamespace inbox {\n  inbox = yes\n}\nservice anvil {\n  chroot =\n"
+           "  unix_listener anvil-auth-penalty {\n    mode = 0\n  }\n}\nservice stats {\n  "
+           "chroot =\n}\n"
+           "service imap-login {\n  chroot =\n  inet_listener imap {\n    port = 0\n  }\n"
+           "  inet_listener imaps {\n    address = 127.0.0.1\n    port = " +
+           std::to_string(port_) + "\n    ssl = yes\n  }\n}\n";
+}
+
+RealSmtpServer::RealSmtpServer(const TestAuthority::Identity& identity) {
+    const IdentityFiles files(folder_.path(), identity);
+    server_ = std::make_unique<ChildProgram>(
+        std::vector<std::string>{"/usr/bin/python3",
+                                 MORVEX_SOURCE_DIR "/tests/app/mail/servers/smtp_server.py",
+                                 files.certificate.string(), files.key.string(), username, password},
+        ChildProgram::Environment{});
+    const auto port = server_->readLine();
+    require(!port.empty(), "python3-aiosmtpd does not start");
+    port_ = static_cast<std::uint16_t>(std::stoi(port));
+}
+
+} // namespace morvex
