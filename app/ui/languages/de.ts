@@ -60,6 +60,10 @@
         <translation>Apple Mail gibt es nur unter macOS.</translation>
     </message>
     <message>
+        <source>Apple Mail neposkytl podporované automatizační rozhraní.</source>
+        <translation>Apple Mail bietet keine unterstützte Automatisierungsschnittstelle.</translation>
+    </message>
+    <message>
         <source>Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.</source>
         <translation>Das Programm wurde gefunden, aber `--version` hat nicht geantwortet. Prüfe die Installation.</translation>
     </message>
@@ -280,6 +284,18 @@
         <translation>Der Mac schläft</translation>
     </message>
     <message>
+        <source>Mail neodpověděl včas. Zkus menší počet zpráv.</source>
+        <translation>Mail hat nicht rechtzeitig geantwortet. Versuche es mit weniger Nachrichten.</translation>
+    </message>
+    <message>
+        <source>Mail operaci odmítl.</source>
+        <translation>Mail hat den Vorgang abgelehnt.</translation>
+    </message>
+    <message>
+        <source>Mail vrátil něco, čemu nerozumím.</source>
+        <translation>Mail hat etwas zurückgegeben, das ich nicht verstehe.</translation>
+    </message>
+    <message>
         <source>Mluvit bez držení</source>
         <translation>Freihändig sprechen</translation>
     </message>
@@ -294,6 +310,10 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>Schläft im Akkubetrieb ein — wach bleibt er nur bei Netzstrom</translation>
+    </message>
+    <message>
+        <source>Poštovní účet „{nazev}“ není v Morvex povolený.</source>
+        <translation>Das Mail-Konto „{nazev}“ ist in Morvex nicht erlaubt.</translation>
     </message>
     <message>
         <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
@@ -1052,6 +1072,14 @@
         <translation>Es läuft schon eine andere Aufgabe: {nastroj}. Warte oder brich sie ab.</translation>
     </message>
     <message>
+        <source>V Apple Mailu není nastavený žádný účet.</source>
+        <translation>In Apple Mail ist kein Konto eingerichtet.</translation>
+    </message>
+    <message>
+        <source>V Morvex není povolený žádný poštovní účet.</source>
+        <translation>In Morvex ist kein Mail-Konto erlaubt.</translation>
+    </message>
+    <message>
         <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
         <translation>In diesem Ordner liegt dein persönlicher Ordner: Das Telefon kommt dann an alle deine Dateien heran.</translation>
     </message>
@@ -1082,6 +1110,10 @@
     <message>
         <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
         <translation>Die eigene App gab eine ungültige Antwort.</translation>
+    </message>
+    <message>
+        <source>Vyber v nastavení Morvex výchozí účet pro odesílání.</source>
+        <translation>Wähle in den Einstellungen von Morvex das Standardkonto zum Senden.</translation>
     </message>
     <message>
         <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
@@ -1278,6 +1310,10 @@
     <message>
         <source>kód {cislo}</source>
         <translation>Code {cislo}</translation>
+    </message>
+    <message>
+        <source>macOS nepovolil ovládání aplikace Mail. Otevři Nastavení systému → Soukromí a zabezpečení → Automatizace a povol tam Morvex přístup k Mailu.</source>
+        <translation>macOS hat die Steuerung von Mail nicht erlaubt. Öffne Systemeinstellungen → Datenschutz &amp; Sicherheit → Automation und erlaube Morvex dort den Zugriff auf Mail.</translation>
     </message>
     <message>
         <source>objekt</source>

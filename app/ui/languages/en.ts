@@ -60,6 +60,10 @@
         <translation>Apple Mail exists on macOS only.</translation>
     </message>
     <message>
+        <source>Apple Mail neposkytl podporované automatizační rozhraní.</source>
+        <translation>Apple Mail did not offer a supported scripting interface.</translation>
+    </message>
+    <message>
         <source>Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.</source>
         <translation>The program was found, but `--version` did not answer. Check the installation.</translation>
     </message>
@@ -280,6 +284,18 @@
         <translation>The Mac is asleep</translation>
     </message>
     <message>
+        <source>Mail neodpověděl včas. Zkus menší počet zpráv.</source>
+        <translation>Mail did not answer in time. Try fewer messages.</translation>
+    </message>
+    <message>
+        <source>Mail operaci odmítl.</source>
+        <translation>Mail refused the operation.</translation>
+    </message>
+    <message>
+        <source>Mail vrátil něco, čemu nerozumím.</source>
+        <translation>Mail returned something that I do not understand.</translation>
+    </message>
+    <message>
         <source>Mluvit bez držení</source>
         <translation>Talk hands-free</translation>
     </message>
@@ -294,6 +310,10 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>Goes to sleep on battery — it is kept awake on mains power only</translation>
+    </message>
+    <message>
+        <source>Poštovní účet „{nazev}“ není v Morvex povolený.</source>
+        <translation>The mail account “{nazev}” is not allowed in Morvex.</translation>
     </message>
     <message>
         <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
@@ -1052,6 +1072,14 @@
         <translation>Another task is running: {nastroj}. Wait, or cancel it.</translation>
     </message>
     <message>
+        <source>V Apple Mailu není nastavený žádný účet.</source>
+        <translation>No account is set up in Apple Mail.</translation>
+    </message>
+    <message>
+        <source>V Morvex není povolený žádný poštovní účet.</source>
+        <translation>No mail account is allowed in Morvex.</translation>
+    </message>
+    <message>
         <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
         <translation>Your home folder lies in this folder: the phone will reach all of your files.</translation>
     </message>
@@ -1082,6 +1110,10 @@
     <message>
         <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
         <translation>The custom app gave an invalid answer.</translation>
+    </message>
+    <message>
+        <source>Vyber v nastavení Morvex výchozí účet pro odesílání.</source>
+        <translation>Choose the default account for sending in the settings of Morvex.</translation>
     </message>
     <message>
         <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
@@ -1278,6 +1310,10 @@
     <message>
         <source>kód {cislo}</source>
         <translation>code {cislo}</translation>
+    </message>
+    <message>
+        <source>macOS nepovolil ovládání aplikace Mail. Otevři Nastavení systému → Soukromí a zabezpečení → Automatizace a povol tam Morvex přístup k Mailu.</source>
+        <translation>macOS did not allow Mail to be controlled. Open System Settings → Privacy &amp; Security → Automation and allow Morvex access to Mail there.</translation>
     </message>
     <message>
         <source>objekt</source>

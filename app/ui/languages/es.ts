@@ -60,6 +60,10 @@
         <translation>Apple Mail solo existe en macOS.</translation>
     </message>
     <message>
+        <source>Apple Mail neposkytl podporované automatizační rozhraní.</source>
+        <translation>Apple Mail no ofrece una interfaz de automatización compatible.</translation>
+    </message>
+    <message>
         <source>Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.</source>
         <translation>Se ha encontrado el programa, pero `--version` no ha respondido. Comprueba la instalación.</translation>
     </message>
@@ -280,6 +284,18 @@
         <translation>El Mac duerme</translation>
     </message>
     <message>
+        <source>Mail neodpověděl včas. Zkus menší počet zpráv.</source>
+        <translation>Mail no respondió a tiempo. Prueba con menos mensajes.</translation>
+    </message>
+    <message>
+        <source>Mail operaci odmítl.</source>
+        <translation>Mail rechazó la operación.</translation>
+    </message>
+    <message>
+        <source>Mail vrátil něco, čemu nerozumím.</source>
+        <translation>Mail devolvió algo que no entiendo.</translation>
+    </message>
+    <message>
         <source>Mluvit bez držení</source>
         <translation>Hablar con manos libres</translation>
     </message>
@@ -294,6 +310,10 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>Con batería se duerme — solo se mantiene despierto con corriente</translation>
+    </message>
+    <message>
+        <source>Poštovní účet „{nazev}“ není v Morvex povolený.</source>
+        <translation>La cuenta de correo «{nazev}» no está permitida en Morvex.</translation>
     </message>
     <message>
         <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
@@ -1052,6 +1072,14 @@
         <translation>Ya hay otra tarea en curso: {nastroj}. Espera o cancélala.</translation>
     </message>
     <message>
+        <source>V Apple Mailu není nastavený žádný účet.</source>
+        <translation>No hay ninguna cuenta configurada en Apple Mail.</translation>
+    </message>
+    <message>
+        <source>V Morvex není povolený žádný poštovní účet.</source>
+        <translation>En Morvex no está permitida ninguna cuenta de correo.</translation>
+    </message>
+    <message>
         <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
         <translation>En esta carpeta está tu carpeta personal: el teléfono llegará a todos tus archivos.</translation>
     </message>
@@ -1082,6 +1110,10 @@
     <message>
         <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
         <translation>La app propia ha dado una respuesta no válida.</translation>
+    </message>
+    <message>
+        <source>Vyber v nastavení Morvex výchozí účet pro odesílání.</source>
+        <translation>Elige en los ajustes de Morvex la cuenta predeterminada para enviar.</translation>
     </message>
     <message>
         <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
@@ -1278,6 +1310,10 @@
     <message>
         <source>kód {cislo}</source>
         <translation>código {cislo}</translation>
+    </message>
+    <message>
+        <source>macOS nepovolil ovládání aplikace Mail. Otevři Nastavení systému → Soukromí a zabezpečení → Automatizace a povol tam Morvex přístup k Mailu.</source>
+        <translation>macOS no permitió controlar Mail. Abre Ajustes del Sistema → Privacidad y seguridad → Automatización y permite allí que Morvex acceda a Mail.</translation>
     </message>
     <message>
         <source>objekt</source>

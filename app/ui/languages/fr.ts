@@ -60,6 +60,10 @@
         <translation>Apple Mail n’existe que sous macOS.</translation>
     </message>
     <message>
+        <source>Apple Mail neposkytl podporované automatizační rozhraní.</source>
+        <translation>Apple Mail n’offre pas d’interface d’automatisation prise en charge.</translation>
+    </message>
+    <message>
         <source>Binárka nalezena, ale `--version` neodpovědělo. Zkontroluj instalaci.</source>
         <translation>Le programme a été trouvé, mais `--version` n’a pas répondu. Vérifie l’installation.</translation>
     </message>
@@ -280,6 +284,18 @@
         <translation>Le Mac est en veille</translation>
     </message>
     <message>
+        <source>Mail neodpověděl včas. Zkus menší počet zpráv.</source>
+        <translation>Mail n’a pas répondu à temps. Essaie avec moins de messages.</translation>
+    </message>
+    <message>
+        <source>Mail operaci odmítl.</source>
+        <translation>Mail a refusé l’opération.</translation>
+    </message>
+    <message>
+        <source>Mail vrátil něco, čemu nerozumím.</source>
+        <translation>Mail a renvoyé quelque chose que je ne comprends pas.</translation>
+    </message>
+    <message>
         <source>Mluvit bez držení</source>
         <translation>Parler mains libres</translation>
     </message>
@@ -294,6 +310,10 @@
     <message>
         <source>Na baterii usne — držení vzhůru platí jen při napájení</source>
         <translation>S’endort sur batterie — il ne reste éveillé que sur secteur</translation>
+    </message>
+    <message>
+        <source>Poštovní účet „{nazev}“ není v Morvex povolený.</source>
+        <translation>Le compte de messagerie « {nazev} » n’est pas autorisé dans Morvex.</translation>
     </message>
     <message>
         <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
@@ -1052,6 +1072,14 @@
         <translation>Une autre tâche est en cours : {nastroj}. Attends ou annule-la.</translation>
     </message>
     <message>
+        <source>V Apple Mailu není nastavený žádný účet.</source>
+        <translation>Aucun compte n’est configuré dans Apple Mail.</translation>
+    </message>
+    <message>
+        <source>V Morvex není povolený žádný poštovní účet.</source>
+        <translation>Aucun compte de messagerie n’est autorisé dans Morvex.</translation>
+    </message>
+    <message>
         <source>V téhle složce leží tvoje domovská: telefon se pak dostane ke všem tvým souborům.</source>
         <translation>Ton dossier personnel se trouve dans ce dossier : le téléphone aura accès à tous tes fichiers.</translation>
     </message>
@@ -1082,6 +1110,10 @@
     <message>
         <source>Vlastní aplikace vrátila neplatnou odpověď.</source>
         <translation>L’app personnelle a donné une réponse non valable.</translation>
+    </message>
+    <message>
+        <source>Vyber v nastavení Morvex výchozí účet pro odesílání.</source>
+        <translation>Choisis dans les réglages de Morvex le compte d’envoi par défaut.</translation>
     </message>
     <message>
         <source>Vyber složky, ve kterých smí Morvex pracovat.</source>
@@ -1278,6 +1310,10 @@
     <message>
         <source>kód {cislo}</source>
         <translation>code {cislo}</translation>
+    </message>
+    <message>
+        <source>macOS nepovolil ovládání aplikace Mail. Otevři Nastavení systému → Soukromí a zabezpečení → Automatizace a povol tam Morvex přístup k Mailu.</source>
+        <translation>macOS n’a pas autorisé le contrôle de Mail. Ouvre Réglages Système → Confidentialité et sécurité → Automatisation et autorise Morvex à accéder à Mail.</translation>
     </message>
     <message>
         <source>objekt</source>

@@ -1,0 +1,2 @@
+outgoingMessage(Application('com.apple.mail'), true);
+return 'Koncept je otevřený v Mailu.';

@@ -1,0 +1,3 @@
+const zprava = outgoingMessage(Application('com.apple.mail'), false);
+zprava.send();
+return 'Odesláno.';
