@@ -30,6 +30,7 @@ TEST(ScriptRun, EachStandardErrorHasItsSentence) {
         {"osascript: warning\nexecution error: Error: Účet neznám. (-2700)\nlast words",
          "Error: Účet neznám."},
         {"Error: the first\nError: the second", "Error: the second"},
+        {"Error: words\nlast words", "Error: words"},
         {"  \tError: indented  \n", "Error: indented"},
         {"one\ntwo\n\n  \n", "two"},
         {"0:60: execution error: Error: Error: text (-2700)", "0:60: Error: Error: text"},
