@@ -84,11 +84,10 @@ TEST_F(MacIMAPClientTest, RefusesWhatWouldBreakALineBeforeItConnects) {
 TEST_F(MacIMAPClientTest, ARefusedLoginIsOneWhateverTheServerSays) {
     for (const auto* answer : {"NO [AUTHENTICATIONFAILED] Wrong", "BAD LOGIN \"jana@b.cz\" \"tajné\"",
                                "NO [ALERT] Visit https://mail.example", "NO [LIMIT] Later", "", "BYE"}) {
-        parts.server = parts.tls.layOut();
-        if (parts.tls.asked.empty()) (void)parts.end(parts.tls.connect("", 0, {}));
-        MacIMAPClient refused(parts.services, "imap.b.cz", "jana@b.cz", "tajné");
-        say(greeting + "A0001 "s + answer + "\r\n");
-        const auto result = parts.end(refused.login());
+        MailParts own;
+        MacIMAPClient refused(own.services, "imap.b.cz", "jana@b.cz", "tajné");
+        own.server->deliver(greeting + "A0001 "s + answer + "\r\n");
+        const auto result = own.end(refused.login());
         ASSERT_FALSE(result) << answer;
         EXPECT_EQ(*result.error().as<MacMailProtocolError>(), MacMailProtocolError::login()) << answer;
     }
@@ -116,14 +115,13 @@ TEST_F(MacIMAPClientTest, TakesLeaveAfterARefusal) {
 
 TEST_F(MacIMAPClientTest, TheFailureOfTheLeaveDoesNotCount) {
     for (const auto* answer : {"A0002 NO\r\n", "A0002 BAD\r\n", "* BYE\r\n"}) {
-        parts.server = parts.tls.layOut();
-        if (parts.tls.asked.empty()) (void)parts.end(parts.tls.connect("", 0, {}));
-        MacIMAPClient leaving(parts.services, "imap.b.cz", "u", "p");
-        say(greeting + "A0001 OK\r\n"s + answer);
-        parts.server->endStream();
-        EXPECT_EQ(told(parts.end(leaving.login())), "ok");
-        EXPECT_TRUE(parts.executor.run(leaving.logout())) << answer;
-        EXPECT_TRUE(parts.server->isClosed);
+        MailParts own;
+        MacIMAPClient leaving(own.services, "imap.b.cz", "u", "p");
+        own.server->deliver(greeting + "A0001 OK\r\n"s + answer);
+        own.server->endStream();
+        EXPECT_EQ(told(own.end(leaving.login())), "ok");
+        EXPECT_TRUE(own.executor.run(leaving.logout())) << answer;
+        EXPECT_TRUE(own.server->isClosed);
     }
 }
 
