@@ -12,9 +12,8 @@ namespace {
 
 template <class Number> std::optional<Number> numberIn(std::string_view text) {
     Number number = 0;
-    const auto* last = text.data() + text.size();
-    const auto [end, error] = std::from_chars(text.data(), last, number);
-    if (error != std::errc() || end != last) return std::nullopt;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
     return number;
 }
 

@@ -120,6 +120,7 @@ std::vector<MacIMAPMessage> fetchedMessages(std::string_view lines, std::vector<
         }
     }
     std::vector<MacIMAPMessage> messages;
+    messages.reserve(drafts.size());
     for (auto& [uid, known] : drafts)
         messages.push_back({.uid = uid,
                             .from = std::move(known.from).value_or("(neznámý odesílatel)"),

@@ -16,7 +16,7 @@ std::optional<int> codeOf(std::string_view line) {
     const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
     if (code.size() < digits || !std::ranges::all_of(code, isDigit)) return std::nullopt;
     int number = 0;
-    std::from_chars(code.data(), code.data() + digits, number);
+    std::from_chars(code.data(), code.data() + code.size(), number);
     return number;
 }
 
