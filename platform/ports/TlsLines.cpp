@@ -42,7 +42,7 @@ Task<Result<void>> TlsLines::readMore() {
 }
 
 std::unexpected<Error> TlsLines::failFrom(Error error) {
-    waiting_ = {};
+    std::string().swap(waiting_);
     taken_ = 0;
     failure_ = std::move(error);
     return fail(*failure_);

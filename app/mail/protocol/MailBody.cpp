@@ -17,6 +17,11 @@ namespace {
 /// A shorter text is never taken for base64: too many words consist of its digits.
 constexpr std::size_t shortestBase64 = 25;
 
+/// An assignment would keep the memory.
+void release(std::string& text) {
+    std::string().swap(text);
+}
+
 bool isBase64Character(char character) {
     return isAsciiLetterOrDigit(character) || character == '+' || character == '/' || character == '=';
 }
@@ -29,7 +34,7 @@ std::optional<std::string> base64Text(std::string_view text) {
         return std::nullopt;
     const auto bytes = base64Decode(digits);
     if (!bytes) return std::nullopt;
-    digits = {};
+    release(digits);
     return repairUtf8(asText(*bytes));
 }
 
@@ -59,7 +64,7 @@ std::optional<std::string> fetchedBody(std::string lines) {
         text += *line;
     }
     if (!isThere) return std::nullopt;
-    lines = {};
+    release(lines);
     if (!isValidUtf8(text)) text = repairUtf8(text);
     return decodedBody(std::move(text));
 }
