@@ -77,6 +77,7 @@ struct Runtime {
                                    .sockets = system.sockets},
                          .random = system.random},
                 .http = system.http,
+                .tls = system.tls,
                 .uloziste = uloziste,
                 .vault = system.vault,
                 .defaults = system.defaults,
@@ -93,7 +94,8 @@ struct Runtime {
                 .environment = ownEnvironment(),
                 .jmenoZarizeni = computerName(),
                 .verzeAplikace = version,
-                .openAI = "https://api.openai.com"};
+                .openAI = "https://api.openai.com",
+                .osascript = "/usr/bin/osascript"};
     }
 };
 
@@ -164,8 +166,8 @@ int runConsole(Runtime& around, const Print& print) {
     Running running(around, picker, print);
     auto quit = [&running] { running.quit(); };
     TypingEcho echo(standardInput);
-    auto setTyping = [&echo](ConsoleApps::Typing typing) {
-        typing == ConsoleApps::Typing::shown ? echo.show() : echo.hide();
+    auto setTyping = [&echo](ConsoleQuestions::Typing typing) {
+        typing == ConsoleQuestions::Typing::shown ? echo.show() : echo.hide();
     };
     ConsoleShell shell(running.companion, running.features,
                        {*around.clock, picker, around.system.folders, running.commands, print, quit,

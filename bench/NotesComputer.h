@@ -28,19 +28,14 @@ namespace morvex {
 /// The data for `mac.status`, with no features. On the computer's main thread.
 class LocalStatus {
   public:
-    explicit LocalStatus(const CompanionState& state) : state_(state) {}
-
     [[nodiscard]] boost::json::object told(const std::vector<ToolDescriptor>& offer) const {
         return report_.forTool(offer);
     }
 
   private:
-    const CompanionState& state_;
-    MemoryDefaults defaults_;
-    MacIntegrationSettings integrations_{defaults_};
     std::vector<Feature*> features_;
     QProperty<bool> onPower_{true};
-    StatusReport report_{state_, integrations_, features_, onPower_, "1.0", "Mac"};
+    StatusReport report_{features_, onPower_, "1.0", "Mac"};
 };
 
 /// The computer's side: its notes, its link, and the gate before its tools.
@@ -96,7 +91,7 @@ class Computer {
     }
 
     Task<ToolOutcome> tellStatus(NoArguments, ToolCall) {
-        if (!status_) status_.emplace(state_);
+        if (!status_) status_.emplace();
         co_return ToolOutcome::done(status_->told(gate_.nabizeneNastroje()));
     }
 

@@ -61,7 +61,6 @@ struct CompanionState {
     QProperty<std::string> relayAdresa;
     /// How many refreshes of the features are running.
     QProperty<int> detectionsUnderWay{0};
-    QProperty<bool> postaDostupna{false};
 
     [[nodiscard]] bool areKeysLoading() const { return keys.value().kind == KeysState::Case::loading; }
 

@@ -58,7 +58,6 @@ MacStatus StatusReport::at(Date now, std::vector<ToolDescriptor> tools) const {
     status.appVersion = appVersion;
     status.deviceName = deviceName;
     status.tools = std::move(tools);
-    status.mailAvailable = integrations.isOn(Integration::appleMail) && state.postaDostupna;
     status.onPower = naNapajeni;
     status.sentAt = now;
     for (const auto* feature : features) feature->addTo(status);

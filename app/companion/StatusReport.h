@@ -16,8 +16,6 @@ namespace morvex {
 /// What the phone is told about this computer, computed at each send. Main thread; everything it refers to
 /// outlives it.
 struct StatusReport {
-    const CompanionState& state;
-    const MacIntegrationSettings& integrations;
     const std::vector<Feature*>& features;
     const QProperty<bool>& naNapajeni;
     std::string appVersion;

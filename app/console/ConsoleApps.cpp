@@ -137,35 +137,18 @@ Task<void> ConsoleApps::remove(AppSummary app) {
 }
 
 void ConsoleApps::startAdding() {
-    draft_.emplace();
-    services_.output.line("Název nové aplikace? Prázdný řádek přidávání zruší.");
+    using Question = ConsoleQuestions::Question;
+    services_.questions.ask(
+        {{"Název nové aplikace? Prázdný řádek přidávání zruší.", Question::Empty::giveUp},
+         {"Adresa služby MCP? Začíná https://.", Question::Empty::giveUp},
+         {"Přístupový token? Není povinný.", Question::Empty::answer, ConsoleQuestions::Typing::hidden}},
+        [this](ConsoleQuestions::Answers answers) {
+            services_.scope.spawn(add(std::move(answers[0]), std::move(answers[1]), std::move(answers[2])));
+        });
 }
 
-void ConsoleApps::answer(const std::string& line) {
-    if (draft_->name && draft_->endpoint) return takeToken(line);
-    const auto text = trim(line);
-    if (text.empty()) {
-        draft_.reset();
-        return services_.output.line("Nic jsem nepřidal.");
-    }
-    if (!draft_->name) {
-        draft_->name = text;
-        return services_.output.line("Adresa služby MCP? Začíná https://.");
-    }
-    draft_->endpoint = text;
-    services_.output.line("Přístupový token? Není povinný.");
-    services_.setTyping(Typing::hidden);
-}
-
-void ConsoleApps::takeToken(const std::string& token) {
-    services_.setTyping(Typing::shown);
-    services_.scope.spawn(add(*std::exchange(draft_, std::nullopt), token));
-}
-
-Task<void> ConsoleApps::add(Draft draft, std::string token) {
-    const auto name = *draft.name;
-    auto saved =
-        co_await services_.apps.save(std::nullopt, name, *std::move(draft.endpoint), std::move(token));
+Task<void> ConsoleApps::add(std::string name, std::string endpoint, std::string token) {
+    auto saved = co_await services_.apps.save(std::nullopt, name, std::move(endpoint), std::move(token));
     if (!saved) co_return services_.output.trouble(saved.error().popis());
     services_.output.line("Přidáno: " + name);
 }

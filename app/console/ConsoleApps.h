@@ -1,11 +1,11 @@
 #pragma once
 
 #include "app/console/ConsoleOutput.h"
+#include "app/console/ConsoleQuestions.h"
 #include "app/customapps/MacCustomAppsService.h"
 #include "app/customapps/ToolNews.h"
 #include "foundation/TaskScope.h"
 
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -16,41 +16,28 @@ namespace morvex {
 /// The console's commands for custom apps. Main thread.
 class ConsoleApps {
   public:
-    enum class Typing { shown, hidden };
-
     struct Services {
         MacCustomAppsService& apps;
         TaskScope& scope; ///< runs what a command starts
         const ConsoleOutput& output;
-        std::function<void(Typing)> setTyping; ///< whether the terminal shows what is typed
+        ConsoleQuestions& questions;
     };
 
     /// What follows the name of the command `aplikace`.
     static constexpr const char* usage = "zap|vyp|odebrat|zmeny|videl|hlidat|nehlidat NÁZEV, znovu";
 
     /// All references outlive this object.
-    explicit ConsoleApps(Services services) : services_(std::move(services)) {}
+    explicit ConsoleApps(Services services) : services_(services) {}
 
     void print() const;
 
     /// Switches an app on or off, removes it, shows changes of its tools, or asks all apps again.
     void change(const std::string& words);
 
-    /// Asks for name, address and token; the next lines are the answers. An empty name gives up.
+    /// Asks for name, address and token, and adds the app.
     void startAdding();
 
-    /// Whether the next line is an answer.
-    [[nodiscard]] bool isAsking() const { return draft_.has_value(); }
-
-    /// Takes the line as the answer; the token's line is not shown while it is typed.
-    void answer(const std::string& line);
-
   private:
-    struct Draft {
-        std::optional<std::string> name;
-        std::optional<std::string> endpoint;
-    };
-
     struct Action;
     static const std::vector<Action>& actions();
 
@@ -60,15 +47,13 @@ class ConsoleApps {
     void printNews(const ToolNews& news) const;
     void markSeen(const AppSummary& app);
     void hold(const AppSummary& app, bool holds);
-    void takeToken(const std::string& token);
-    Task<void> add(Draft draft, std::string token);
+    Task<void> add(std::string name, std::string endpoint, std::string token);
     Task<void> turn(AppSummary app, bool on);
     Task<void> remove(AppSummary app);
     /// The only app with this name or address, or the one with this number in the list; says so otherwise.
     [[nodiscard]] std::optional<AppSummary> find(const std::string& words) const;
 
     Services services_;
-    std::optional<Draft> draft_;
     std::map<std::string, std::vector<SeenTool>> shown_; ///< the news that were printed last, by app
 };
 

@@ -90,6 +90,15 @@ const std::vector<ConsoleShell::Command>& ConsoleShell::commands() {
          }},
         {"aplikace-pridat", "", "přidá vlastní aplikaci; na název, adresu a token se zeptá",
          [](ConsoleShell& shell, const std::string&) { shell.apps_.startAdding(); }},
+        {"ucty", "", "poštovní účty", [](ConsoleShell& shell, const std::string&) { shell.mail_.print(); }},
+        {"ucet-pridat", "", "přidá poštovní účet; na údaje se zeptá",
+         [](ConsoleShell& shell, const std::string&) { shell.mail_.startAdding(); }},
+        {"ucet-odebrat", "NÁZEV", "odebere poštovní účet i s heslem",
+         [](ConsoleShell& shell, const std::string& label) { shell.mail_.remove(label); }},
+        {"ucet-vychozi", "NÁZEV", "odesílá z něj, když se neřekne jiný",
+         [](ConsoleShell& shell, const std::string& label) { shell.mail_.setDefault(label); }},
+        {"ucet-overit", "NÁZEV", "zkusí se k účtu přihlásit",
+         [](ConsoleShell& shell, const std::string& label) { shell.mail_.test(label); }},
         {"vzhuru", "zap|vyp", "při napájení nenechá počítač usnout",
          [](ConsoleShell& shell, const std::string& word) { shell.keepAwake(word); }},
         {"po-prihlaseni", "zap|vyp", "spouští Morvex po přihlášení",
@@ -129,7 +138,9 @@ ConsoleShell::ConsoleShell(Companion& companion, Features& features, Services se
       services_(std::move(services)),
       output_(services_.print),
       folders_({features_.files.slozky(), services_.picker, services_.folders, services_.scope, output_}),
-      apps_({features_.customApps.service(), services_.scope, output_, services_.setTyping}),
+      questions_(output_, services_.setTyping),
+      apps_({features_.customApps.service(), services_.scope, output_, questions_}),
+      mail_({features_.mail, services_.scope, output_, questions_}),
       pairing_(companion_, output_,
                services_.drawsPictures ? ConsolePairing::Pictures::codes : ConsolePairing::Pictures::none),
       approvals_(companion_.schvalovani(), output_) {
@@ -156,8 +167,8 @@ void ConsoleShell::watch() {
 }
 
 void ConsoleShell::handle(std::string_view line) {
-    if (apps_.isAsking())
-        apps_.answer(std::string(line));
+    if (questions_.isAsking())
+        questions_.answer(std::string(line));
     else
         run(trim(line));
     approvals_.lineTyped();

@@ -4,6 +4,7 @@
 #include "app/console/ConsoleApprovals.h"
 #include "app/console/ConsoleApps.h"
 #include "app/console/ConsoleFolders.h"
+#include "app/console/ConsoleMail.h"
 #include "app/console/ConsoleOutput.h"
 #include "app/console/ConsolePairing.h"
 #include "foundation/Clock.h"
@@ -32,7 +33,7 @@ class ConsoleShell {
         TaskScope& scope;                       ///< runs what a command starts
         std::function<void(std::string)> print; ///< takes one line, or several
         std::function<void()> quit;
-        std::function<void(ConsoleApps::Typing)> setTyping;
+        std::function<void(ConsoleQuestions::Typing)> setTyping;
         bool drawsPictures = false; ///< the output is a terminal that can show a QR code
     };
 
@@ -83,7 +84,9 @@ class ConsoleShell {
     Services services_;
     ConsoleOutput output_;
     ConsoleFolders folders_;
+    ConsoleQuestions questions_;
     ConsoleApps apps_;
+    ConsoleMail mail_;
     ConsolePairing pairing_;
     ConsoleApprovals approvals_;
     Clock::Duration minuteOfNews_{0}; ///< when the counted minute began

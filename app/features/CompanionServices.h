@@ -11,6 +11,7 @@
 #include "platform/ports/SleepInhibitor.h"
 #include "platform/ports/SleepMonitor.h"
 #include "platform/ports/StandardFolders.h"
+#include "platform/ports/TlsClient.h"
 #include "platform/ports/UrlOpener.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared-apple/IdentityStore.h"
@@ -28,6 +29,7 @@ struct CompanionServices {
     Executor& workers;       ///< for file work, which may block
     SecureLink::Services link;
     HttpClient& http;
+    TlsClient& tls;
     IdentityStore& uloziste;
     SecretVault& vault;
     UserDefaults& defaults;
@@ -46,6 +48,7 @@ struct CompanionServices {
     std::string jmenoZarizeni; ///< name of this computer, shown on the phone
     std::string verzeAplikace; ///< "x.y.z (build)"
     std::string openAI;        ///< address of the OpenAI API, without a slash at its end
+    std::string osascript;     ///< path of the program that runs scripts for Apple Mail; it need not exist
 
     [[nodiscard]] Clock& clock() const { return link.relay.clock; }
 };

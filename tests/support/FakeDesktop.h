@@ -12,6 +12,7 @@
 #include "platform/memory/MemoryDefaults.h"
 #include "platform/memory/MemoryVault.h"
 #include "platform/memory/ScriptedPrograms.h"
+#include "platform/memory/ScriptedTls.h"
 #include "platform/memory/ScriptedUrlOpener.h"
 
 #include <string>
@@ -43,6 +44,8 @@ struct FakeDesktop {
     FakeLoginItem loginItem;
     ScriptedPrograms programs;
     ScriptedUrlOpener opener;
+    ScriptedTls tls;
+    std::string osascript = "/nonexistent/osascript"; ///< a test may put another one there before the start
 
     CompanionServices services(Executors executors, SecureLink::Services link, HttpClient& http,
                                IdentityStore& store, Environment environment = {},
@@ -53,6 +56,7 @@ struct FakeDesktop {
                 .workers = executors.workers,
                 .link = link,
                 .http = http,
+                .tls = tls,
                 .uloziste = store,
                 .vault = vault,
                 .defaults = defaults,
@@ -69,7 +73,8 @@ struct FakeDesktop {
                 .environment = std::move(environment),
                 .jmenoZarizeni = "Počítač",
                 .verzeAplikace = std::move(version),
-                .openAI = "https://api.openai.example"};
+                .openAI = "https://api.openai.example",
+                .osascript = osascript};
     }
 };
 

@@ -1524,5 +1524,151 @@
             <numerusform>{stav} · {pocet} Werkzeuge sind nicht brauchbar oder passten nicht hinein</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Chybí heslo k poštovnímu účtu.</source>
+        <translation>Das Passwort zum E-Mail-Konto fehlt.</translation>
+    </message>
+    <message>
+        <source>Není nastavený žádný přímý SMTP/IMAP účet.</source>
+        <translation>Es ist kein direktes SMTP/IMAP-Konto eingerichtet.</translation>
+    </message>
+    <message>
+        <source>Vyber výchozí SMTP účet nebo řekni jeho název.</source>
+        <translation>Wähle ein SMTP-Standardkonto oder nenne seinen Namen.</translation>
+    </message>
+    <message>
+        <source>Přímé SMTP neumí ukládat koncepty. Pro koncept použij účet v Apple Mailu.</source>
+        <translation>Direktes SMTP kann keine Entwürfe sichern. Nimm für einen Entwurf ein Konto in Apple Mail.</translation>
+    </message>
+    <message>
+        <source>SMTP účet „{nazev}“ není připojený.</source>
+        <translation>Das SMTP-Konto „{nazev}“ ist nicht verbunden.</translation>
+    </message>
+    <message>
+        <source>Zprávu s tímhle číslem jsem nenašel.</source>
+        <translation>Eine Nachricht mit dieser Nummer habe ich nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>E-mail byl odeslán z účtu {ucet}.</source>
+        <translation>Die E-Mail wurde vom Konto {ucet} gesendet.</translation>
+    </message>
+    <message>
+        <source>Ověřuji…</source>
+        <translation>Wird geprüft …</translation>
+    </message>
+    <message>
+        <source>Ověřeno</source>
+        <translation>Geprüft</translation>
+    </message>
+    <message>
+        <source>Chybí adresa nebo server.</source>
+        <translation>Adresse oder Server fehlt.</translation>
+    </message>
+    <message>
+        <source>Není vybrán</source>
+        <translation>Nicht gewählt</translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} účtů vybráno</source>
+        <translation>
+            <numerusform>{pocet} Konto ausgewählt</numerusform>
+            <numerusform>{pocet} Konten ausgewählt</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} účtů</source>
+        <translation>
+            <numerusform>{pocet} Konto</numerusform>
+            <numerusform>{pocet} Konten</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>SMTP / IMAP</source>
+        <translation>SMTP / IMAP</translation>
+    </message>
+    <message>
+        <source>Přidat účet</source>
+        <translation>Konto hinzufügen</translation>
+    </message>
+    <message>
+        <source>Přímé poštovní účty fungují nezávisle na Apple Mailu. Hesla zůstávají v Keychainu tohoto Macu.</source>
+        <translation>Direkte E-Mail-Konten arbeiten unabhängig von Apple Mail. Passwörter bleiben im Schlüsselbund dieses Mac.</translation>
+    </message>
+    <message>
+        <source>Zatím není připojený žádný SMTP účet.</source>
+        <translation>Noch ist kein SMTP-Konto verbunden.</translation>
+    </message>
+    <message>
+        <source>Výchozí účet pro odesílání</source>
+        <translation>Standardkonto zum Senden</translation>
+    </message>
+    <message>
+        <source>Ověřit</source>
+        <translation>Prüfen</translation>
+    </message>
+    <message>
+        <source>Nastavit jako výchozí</source>
+        <translation>Als Standard festlegen</translation>
+    </message>
+    <message>
+        <source>Upravit SMTP účet</source>
+        <translation>SMTP-Konto bearbeiten</translation>
+    </message>
+    <message>
+        <source>Přidat SMTP účet</source>
+        <translation>SMTP-Konto hinzufügen</translation>
+    </message>
+    <message>
+        <source>Odstranit účet</source>
+        <translation>Konto entfernen</translation>
+    </message>
+    <message>
+        <source>Uložit a ověřit</source>
+        <translation>Sichern und prüfen</translation>
+    </message>
+    <message>
+        <source>Stejné údaje jako v iPhone aplikaci. IMAP používá port 993 a SMTP port 465 se šifrováním TLS.</source>
+        <translation>Dieselben Angaben wie in der iPhone-App. IMAP nutzt Port 993 und SMTP Port 465 mit TLS-Verschlüsselung.</translation>
+    </message>
+    <message>
+        <source>Název účtu</source>
+        <translation>Name des Kontos</translation>
+    </message>
+    <message>
+        <source>E-mailová adresa</source>
+        <translation>E-Mail-Adresse</translation>
+    </message>
+    <message>
+        <source>Jméno odesílatele</source>
+        <translation>Name des Absenders</translation>
+    </message>
+    <message>
+        <source>IMAP server</source>
+        <translation>IMAP-Server</translation>
+    </message>
+    <message>
+        <source>SMTP server</source>
+        <translation>SMTP-Server</translation>
+    </message>
+    <message>
+        <source>Heslo nebo heslo pro aplikaci</source>
+        <translation>Passwort oder App-Passwort</translation>
+    </message>
+    <message>
+        <source>Služby, které programům nedovolí heslo (Outlook, Microsoft 365), takhle připojit nejde.</source>
+        <translation>Dienste, die Programmen kein Passwort erlauben (Outlook, Microsoft 365), lassen sich so nicht verbinden.</translation>
+    </message>
+    <message>
+        <source>Morvex zde vidí jen účty přidané přímo do Apple Mailu.</source>
+        <translation>Morvex sieht hier nur Konten, die direkt in Apple Mail angelegt sind.</translation>
+    </message>
+    <message>
+        <source>Odstranit účet „%1“?</source>
+        <translation>Konto „%1“ entfernen?</translation>
+    </message>
+    <message>
+        <source>Odstraní se i jeho heslo. Pošta na serveru zůstane.</source>
+        <translation>Sein Passwort wird mit entfernt. Die Post auf dem Server bleibt.</translation>
+    </message>
 </context>
 </TS>

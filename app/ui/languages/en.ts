@@ -1524,5 +1524,151 @@
             <numerusform>{stav} · {pocet} tools cannot be used or did not fit</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Chybí heslo k poštovnímu účtu.</source>
+        <translation>The password of the mail account is missing.</translation>
+    </message>
+    <message>
+        <source>Není nastavený žádný přímý SMTP/IMAP účet.</source>
+        <translation>No direct SMTP/IMAP account is set up.</translation>
+    </message>
+    <message>
+        <source>Vyber výchozí SMTP účet nebo řekni jeho název.</source>
+        <translation>Choose a default SMTP account or say its name.</translation>
+    </message>
+    <message>
+        <source>Přímé SMTP neumí ukládat koncepty. Pro koncept použij účet v Apple Mailu.</source>
+        <translation>Direct SMTP cannot keep drafts. Use an account in Apple Mail for a draft.</translation>
+    </message>
+    <message>
+        <source>SMTP účet „{nazev}“ není připojený.</source>
+        <translation>The SMTP account “{nazev}” is not connected.</translation>
+    </message>
+    <message>
+        <source>Zprávu s tímhle číslem jsem nenašel.</source>
+        <translation>I found no message with this number.</translation>
+    </message>
+    <message>
+        <source>E-mail byl odeslán z účtu {ucet}.</source>
+        <translation>The e-mail was sent from the account {ucet}.</translation>
+    </message>
+    <message>
+        <source>Ověřuji…</source>
+        <translation>Checking…</translation>
+    </message>
+    <message>
+        <source>Ověřeno</source>
+        <translation>Verified</translation>
+    </message>
+    <message>
+        <source>Chybí adresa nebo server.</source>
+        <translation>The address or a server is missing.</translation>
+    </message>
+    <message>
+        <source>Není vybrán</source>
+        <translation>None chosen</translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} účtů vybráno</source>
+        <translation>
+            <numerusform>{pocet} account chosen</numerusform>
+            <numerusform>{pocet} accounts chosen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} účtů</source>
+        <translation>
+            <numerusform>{pocet} account</numerusform>
+            <numerusform>{pocet} accounts</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>SMTP / IMAP</source>
+        <translation>SMTP / IMAP</translation>
+    </message>
+    <message>
+        <source>Přidat účet</source>
+        <translation>Add account</translation>
+    </message>
+    <message>
+        <source>Přímé poštovní účty fungují nezávisle na Apple Mailu. Hesla zůstávají v Keychainu tohoto Macu.</source>
+        <translation>Direct mail accounts work independently of Apple Mail. Passwords stay in the keychain of this Mac.</translation>
+    </message>
+    <message>
+        <source>Zatím není připojený žádný SMTP účet.</source>
+        <translation>No SMTP account is connected yet.</translation>
+    </message>
+    <message>
+        <source>Výchozí účet pro odesílání</source>
+        <translation>Default account for sending</translation>
+    </message>
+    <message>
+        <source>Ověřit</source>
+        <translation>Check</translation>
+    </message>
+    <message>
+        <source>Nastavit jako výchozí</source>
+        <translation>Make default</translation>
+    </message>
+    <message>
+        <source>Upravit SMTP účet</source>
+        <translation>Edit SMTP account</translation>
+    </message>
+    <message>
+        <source>Přidat SMTP účet</source>
+        <translation>Add SMTP account</translation>
+    </message>
+    <message>
+        <source>Odstranit účet</source>
+        <translation>Remove account</translation>
+    </message>
+    <message>
+        <source>Uložit a ověřit</source>
+        <translation>Save and check</translation>
+    </message>
+    <message>
+        <source>Stejné údaje jako v iPhone aplikaci. IMAP používá port 993 a SMTP port 465 se šifrováním TLS.</source>
+        <translation>The same details as in the iPhone app. IMAP uses port 993 and SMTP port 465, encrypted by TLS.</translation>
+    </message>
+    <message>
+        <source>Název účtu</source>
+        <translation>Account name</translation>
+    </message>
+    <message>
+        <source>E-mailová adresa</source>
+        <translation>E-mail address</translation>
+    </message>
+    <message>
+        <source>Jméno odesílatele</source>
+        <translation>Sender’s name</translation>
+    </message>
+    <message>
+        <source>IMAP server</source>
+        <translation>IMAP server</translation>
+    </message>
+    <message>
+        <source>SMTP server</source>
+        <translation>SMTP server</translation>
+    </message>
+    <message>
+        <source>Heslo nebo heslo pro aplikaci</source>
+        <translation>Password or app password</translation>
+    </message>
+    <message>
+        <source>Služby, které programům nedovolí heslo (Outlook, Microsoft 365), takhle připojit nejde.</source>
+        <translation>Services that allow programs no password (Outlook, Microsoft 365) cannot be connected this way.</translation>
+    </message>
+    <message>
+        <source>Morvex zde vidí jen účty přidané přímo do Apple Mailu.</source>
+        <translation>Here Morvex sees only accounts that were added to Apple Mail itself.</translation>
+    </message>
+    <message>
+        <source>Odstranit účet „%1“?</source>
+        <translation>Remove the account “%1”?</translation>
+    </message>
+    <message>
+        <source>Odstraní se i jeho heslo. Pošta na serveru zůstane.</source>
+        <translation>Its password goes too. The mail on the server stays.</translation>
+    </message>
 </context>
 </TS>

@@ -1524,5 +1524,151 @@
             <numerusform>{stav} · {pocet} herramientas no se pueden usar o no cabían</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Chybí heslo k poštovnímu účtu.</source>
+        <translation>Falta la contraseña de la cuenta de correo.</translation>
+    </message>
+    <message>
+        <source>Není nastavený žádný přímý SMTP/IMAP účet.</source>
+        <translation>No hay ninguna cuenta SMTP/IMAP directa configurada.</translation>
+    </message>
+    <message>
+        <source>Vyber výchozí SMTP účet nebo řekni jeho název.</source>
+        <translation>Elige una cuenta SMTP predeterminada o di su nombre.</translation>
+    </message>
+    <message>
+        <source>Přímé SMTP neumí ukládat koncepty. Pro koncept použij účet v Apple Mailu.</source>
+        <translation>El SMTP directo no guarda borradores. Para un borrador usa una cuenta de Apple Mail.</translation>
+    </message>
+    <message>
+        <source>SMTP účet „{nazev}“ není připojený.</source>
+        <translation>La cuenta SMTP «{nazev}» no está conectada.</translation>
+    </message>
+    <message>
+        <source>Zprávu s tímhle číslem jsem nenašel.</source>
+        <translation>No he encontrado ningún mensaje con este número.</translation>
+    </message>
+    <message>
+        <source>E-mail byl odeslán z účtu {ucet}.</source>
+        <translation>El correo se ha enviado desde la cuenta {ucet}.</translation>
+    </message>
+    <message>
+        <source>Ověřuji…</source>
+        <translation>Comprobando…</translation>
+    </message>
+    <message>
+        <source>Ověřeno</source>
+        <translation>Comprobada</translation>
+    </message>
+    <message>
+        <source>Chybí adresa nebo server.</source>
+        <translation>Falta la dirección o un servidor.</translation>
+    </message>
+    <message>
+        <source>Není vybrán</source>
+        <translation>Ninguna elegida</translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} účtů vybráno</source>
+        <translation>
+            <numerusform>{pocet} cuenta elegida</numerusform>
+            <numerusform>{pocet} cuentas elegidas</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} účtů</source>
+        <translation>
+            <numerusform>{pocet} cuenta</numerusform>
+            <numerusform>{pocet} cuentas</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>SMTP / IMAP</source>
+        <translation>SMTP / IMAP</translation>
+    </message>
+    <message>
+        <source>Přidat účet</source>
+        <translation>Añadir cuenta</translation>
+    </message>
+    <message>
+        <source>Přímé poštovní účty fungují nezávisle na Apple Mailu. Hesla zůstávají v Keychainu tohoto Macu.</source>
+        <translation>Las cuentas de correo directas funcionan sin Apple Mail. Las contraseñas se quedan en el llavero de este Mac.</translation>
+    </message>
+    <message>
+        <source>Zatím není připojený žádný SMTP účet.</source>
+        <translation>Todavía no hay ninguna cuenta SMTP conectada.</translation>
+    </message>
+    <message>
+        <source>Výchozí účet pro odesílání</source>
+        <translation>Cuenta predeterminada para enviar</translation>
+    </message>
+    <message>
+        <source>Ověřit</source>
+        <translation>Comprobar</translation>
+    </message>
+    <message>
+        <source>Nastavit jako výchozí</source>
+        <translation>Usar como predeterminada</translation>
+    </message>
+    <message>
+        <source>Upravit SMTP účet</source>
+        <translation>Editar cuenta SMTP</translation>
+    </message>
+    <message>
+        <source>Přidat SMTP účet</source>
+        <translation>Añadir cuenta SMTP</translation>
+    </message>
+    <message>
+        <source>Odstranit účet</source>
+        <translation>Eliminar la cuenta</translation>
+    </message>
+    <message>
+        <source>Uložit a ověřit</source>
+        <translation>Guardar y comprobar</translation>
+    </message>
+    <message>
+        <source>Stejné údaje jako v iPhone aplikaci. IMAP používá port 993 a SMTP port 465 se šifrováním TLS.</source>
+        <translation>Los mismos datos que en la app del iPhone. IMAP usa el puerto 993 y SMTP el 465, con cifrado TLS.</translation>
+    </message>
+    <message>
+        <source>Název účtu</source>
+        <translation>Nombre de la cuenta</translation>
+    </message>
+    <message>
+        <source>E-mailová adresa</source>
+        <translation>Dirección de correo</translation>
+    </message>
+    <message>
+        <source>Jméno odesílatele</source>
+        <translation>Nombre del remitente</translation>
+    </message>
+    <message>
+        <source>IMAP server</source>
+        <translation>Servidor IMAP</translation>
+    </message>
+    <message>
+        <source>SMTP server</source>
+        <translation>Servidor SMTP</translation>
+    </message>
+    <message>
+        <source>Heslo nebo heslo pro aplikaci</source>
+        <translation>Contraseña o contraseña de aplicación</translation>
+    </message>
+    <message>
+        <source>Služby, které programům nedovolí heslo (Outlook, Microsoft 365), takhle připojit nejde.</source>
+        <translation>Los servicios que no permiten contraseñas a los programas (Outlook, Microsoft 365) no se pueden conectar así.</translation>
+    </message>
+    <message>
+        <source>Morvex zde vidí jen účty přidané přímo do Apple Mailu.</source>
+        <translation>Aquí Morvex solo ve las cuentas añadidas directamente a Apple Mail.</translation>
+    </message>
+    <message>
+        <source>Odstranit účet „%1“?</source>
+        <translation>¿Eliminar la cuenta «%1»?</translation>
+    </message>
+    <message>
+        <source>Odstraní se i jeho heslo. Pošta na serveru zůstane.</source>
+        <translation>Se elimina también su contraseña. El correo se queda en el servidor.</translation>
+    </message>
 </context>
 </TS>

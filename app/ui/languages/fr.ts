@@ -1524,5 +1524,151 @@
             <numerusform>{stav} · {pocet} outils sont inutilisables ou n’ont pas trouvé de place</numerusform>
         </translation>
     </message>
+    <message>
+        <source>Chybí heslo k poštovnímu účtu.</source>
+        <translation>Il manque le mot de passe du compte de messagerie.</translation>
+    </message>
+    <message>
+        <source>Není nastavený žádný přímý SMTP/IMAP účet.</source>
+        <translation>Aucun compte SMTP/IMAP direct n’est configuré.</translation>
+    </message>
+    <message>
+        <source>Vyber výchozí SMTP účet nebo řekni jeho název.</source>
+        <translation>Choisis un compte SMTP par défaut ou dis son nom.</translation>
+    </message>
+    <message>
+        <source>Přímé SMTP neumí ukládat koncepty. Pro koncept použij účet v Apple Mailu.</source>
+        <translation>Le SMTP direct ne garde pas de brouillons. Pour un brouillon, prends un compte d’Apple Mail.</translation>
+    </message>
+    <message>
+        <source>SMTP účet „{nazev}“ není připojený.</source>
+        <translation>Le compte SMTP « {nazev} » n’est pas connecté.</translation>
+    </message>
+    <message>
+        <source>Zprávu s tímhle číslem jsem nenašel.</source>
+        <translation>Je n’ai trouvé aucun message avec ce numéro.</translation>
+    </message>
+    <message>
+        <source>E-mail byl odeslán z účtu {ucet}.</source>
+        <translation>L’e-mail a été envoyé depuis le compte {ucet}.</translation>
+    </message>
+    <message>
+        <source>Ověřuji…</source>
+        <translation>Vérification…</translation>
+    </message>
+    <message>
+        <source>Ověřeno</source>
+        <translation>Vérifié</translation>
+    </message>
+    <message>
+        <source>Chybí adresa nebo server.</source>
+        <translation>Il manque l’adresse ou un serveur.</translation>
+    </message>
+    <message>
+        <source>Není vybrán</source>
+        <translation>Aucun choisi</translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} účtů vybráno</source>
+        <translation>
+            <numerusform>{pocet} compte choisi</numerusform>
+            <numerusform>{pocet} comptes choisis</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} účtů</source>
+        <translation>
+            <numerusform>{pocet} compte</numerusform>
+            <numerusform>{pocet} comptes</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>SMTP / IMAP</source>
+        <translation>SMTP / IMAP</translation>
+    </message>
+    <message>
+        <source>Přidat účet</source>
+        <translation>Ajouter un compte</translation>
+    </message>
+    <message>
+        <source>Přímé poštovní účty fungují nezávisle na Apple Mailu. Hesla zůstávají v Keychainu tohoto Macu.</source>
+        <translation>Les comptes directs fonctionnent sans Apple Mail. Les mots de passe restent dans le trousseau de ce Mac.</translation>
+    </message>
+    <message>
+        <source>Zatím není připojený žádný SMTP účet.</source>
+        <translation>Aucun compte SMTP n’est encore connecté.</translation>
+    </message>
+    <message>
+        <source>Výchozí účet pro odesílání</source>
+        <translation>Compte d’envoi par défaut</translation>
+    </message>
+    <message>
+        <source>Ověřit</source>
+        <translation>Vérifier</translation>
+    </message>
+    <message>
+        <source>Nastavit jako výchozí</source>
+        <translation>Définir par défaut</translation>
+    </message>
+    <message>
+        <source>Upravit SMTP účet</source>
+        <translation>Modifier le compte SMTP</translation>
+    </message>
+    <message>
+        <source>Přidat SMTP účet</source>
+        <translation>Ajouter un compte SMTP</translation>
+    </message>
+    <message>
+        <source>Odstranit účet</source>
+        <translation>Supprimer le compte</translation>
+    </message>
+    <message>
+        <source>Uložit a ověřit</source>
+        <translation>Enregistrer et vérifier</translation>
+    </message>
+    <message>
+        <source>Stejné údaje jako v iPhone aplikaci. IMAP používá port 993 a SMTP port 465 se šifrováním TLS.</source>
+        <translation>Les mêmes données que dans l’app de l’iPhone. IMAP utilise le port 993 et SMTP le port 465, chiffrés par TLS.</translation>
+    </message>
+    <message>
+        <source>Název účtu</source>
+        <translation>Nom du compte</translation>
+    </message>
+    <message>
+        <source>E-mailová adresa</source>
+        <translation>Adresse e-mail</translation>
+    </message>
+    <message>
+        <source>Jméno odesílatele</source>
+        <translation>Nom de l’expéditeur</translation>
+    </message>
+    <message>
+        <source>IMAP server</source>
+        <translation>Serveur IMAP</translation>
+    </message>
+    <message>
+        <source>SMTP server</source>
+        <translation>Serveur SMTP</translation>
+    </message>
+    <message>
+        <source>Heslo nebo heslo pro aplikaci</source>
+        <translation>Mot de passe ou mot de passe d’application</translation>
+    </message>
+    <message>
+        <source>Služby, které programům nedovolí heslo (Outlook, Microsoft 365), takhle připojit nejde.</source>
+        <translation>Les services qui n’acceptent pas de mot de passe pour les programmes (Outlook, Microsoft 365) ne se connectent pas ainsi.</translation>
+    </message>
+    <message>
+        <source>Morvex zde vidí jen účty přidané přímo do Apple Mailu.</source>
+        <translation>Ici Morvex ne voit que les comptes ajoutés directement à Apple Mail.</translation>
+    </message>
+    <message>
+        <source>Odstranit účet „%1“?</source>
+        <translation>Supprimer le compte « %1 » ?</translation>
+    </message>
+    <message>
+        <source>Odstraní se i jeho heslo. Pošta na serveru zůstane.</source>
+        <translation>Son mot de passe est supprimé aussi. Le courrier reste sur le serveur.</translation>
+    </message>
 </context>
 </TS>

@@ -73,6 +73,8 @@ CompanionModel::CompanionModel(Companion& companion, Features& features, Service
       folders_(features.files.slozky(), companion.stav(), services_.scope),
       wakefulness_(companion.bdelost(), companion.stav()),
       customApps_(features.customApps.service(), companion.stav(), services_.scope),
+      directMail_(features.mail.smtp(), companion.stav(), services_.scope),
+      appleMail_(features.mail.appleAccounts(), companion.stav(), services_.scope),
       voice_(features.voice.controller()),
       tasks_(features.agents),
       notes_(notesOf(features.records.poznamky()), services_.clipboard),

@@ -3,8 +3,10 @@
 #include "app/assembly/Features.h"
 #include "app/ui/models/AboutModel.h"
 #include "app/ui/models/AgentTasksModel.h"
+#include "app/ui/models/AppleMailModel.h"
 #include "app/ui/models/ApprovalModel.h"
 #include "app/ui/models/CustomAppsModel.h"
+#include "app/ui/models/DirectMailModel.h"
 #include "app/ui/models/FoldersModel.h"
 #include "app/ui/models/IntegrationsModel.h"
 #include "app/ui/models/LinkModel.h"
@@ -34,6 +36,8 @@ class CompanionModel final : public QObject {
     Q_PROPERTY(morvex::FoldersModel* folders READ folders CONSTANT)
     Q_PROPERTY(morvex::WakefulnessModel* wakefulness READ wakefulness CONSTANT)
     Q_PROPERTY(morvex::CustomAppsModel* customApps READ customApps CONSTANT)
+    Q_PROPERTY(morvex::DirectMailModel* directMail READ directMail CONSTANT)
+    Q_PROPERTY(morvex::AppleMailModel* appleMail READ appleMail CONSTANT)
     Q_PROPERTY(morvex::VoiceModel* voice READ voice CONSTANT)
     Q_PROPERTY(morvex::AgentTasksModel* tasks READ tasks CONSTANT)
     Q_PROPERTY(morvex::RecordsModel* notes READ notes CONSTANT)
@@ -66,6 +70,10 @@ class CompanionModel final : public QObject {
 
     CustomAppsModel* customApps() { return &customApps_; }
 
+    DirectMailModel* directMail() { return &directMail_; }
+
+    AppleMailModel* appleMail() { return &appleMail_; }
+
     VoiceModel* voice() { return &voice_; }
 
     AgentTasksModel* tasks() { return &tasks_; }
@@ -94,6 +102,8 @@ class CompanionModel final : public QObject {
     FoldersModel folders_;
     WakefulnessModel wakefulness_;
     CustomAppsModel customApps_;
+    DirectMailModel directMail_;
+    AppleMailModel appleMail_;
     VoiceModel voice_;
     AgentTasksModel tasks_;
     RecordsModel notes_;

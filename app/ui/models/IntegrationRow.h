@@ -20,6 +20,8 @@ class IntegrationRow final : public ViewModel {
     Q_PROPERTY(QString detail READ detail NOTIFY detailChanged)
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
     Q_PROPERTY(QString action READ action NOTIFY actionChanged)
+    /// Which sheet its button opens.
+    Q_PROPERTY(QString sheet READ sheet CONSTANT)
     Q_PROPERTY(bool available READ available CONSTANT)
     Q_PROPERTY(bool on READ on WRITE setOn NOTIFY onChanged)
 
@@ -31,8 +33,9 @@ class IntegrationRow final : public ViewModel {
         std::function<Sentence()> detail;
         /// A problem that looking again ("Zjistit znovu") may solve; empty if there is none.
         std::function<Sentence()> problem = [] { return Sentence(); };
-        bool available = true; ///< the service exists on this system
-        Sentence action = {};  ///< label of its button; no button if empty
+        bool available = true;  ///< the service exists on this system
+        Sentence action = {};   ///< label of its button; no button if empty
+        const char* sheet = ""; ///< that the button opens
     };
 
     /// Called with the result of a switching.
@@ -46,6 +49,8 @@ class IntegrationRow final : public ViewModel {
     [[nodiscard]] QString problem() const;
 
     [[nodiscard]] QString action() const;
+
+    [[nodiscard]] QString sheet() const { return QString::fromLatin1(description_.sheet); }
 
     [[nodiscard]] bool available() const { return description_.available; }
 

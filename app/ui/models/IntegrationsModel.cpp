@@ -12,7 +12,6 @@ namespace {
 
 /// Why a row cannot be switched.
 constexpr auto notYet = "Tahle verze to ještě neumí."_sentence;
-constexpr auto onlyOnMac = "Apple Mail existuje jen v systému macOS."_sentence;
 
 } // namespace
 
@@ -49,8 +48,30 @@ void IntegrationsModel::addPersonalData() {
              return "{pocet} synchronizováno"_sentence(notes.notes().size());
          }});
     addWebSearch();
-    addMissing(Integration::appleMail, Sentence("Apple Mail"), onlyOnMac);
-    addMissing(Integration::smtp, Sentence("SMTP / IMAP"), notYet);
+    addMail();
+}
+
+void IntegrationsModel::addMail() {
+    auto& mail = features_.mail;
+    auto& accounts = mail.appleAccounts();
+    const bool exists = mail.hasAppleMail();
+    auto& apple = add(personalData_, {.integration = Integration::appleMail,
+                                      .name = Sentence("Apple Mail"),
+                                      .detail = [&accounts]() -> Sentence {
+                                          if (accounts.problem()) return *accounts.problem();
+                                          return "{pocet} účtů vybráno"_sentence(accounts.povolene().size());
+                                      },
+                                      .available = exists,
+                                      .action = exists ? Sentence("Spravovat"_sentence) : Sentence(),
+                                      .sheet = "appleMail"});
+    apple.follow(accounts.onChange([&apple] { apple.refresh(); }));
+    auto& direct = add(personalData_,
+                       {.integration = Integration::smtp,
+                        .name = Sentence("SMTP / IMAP"),
+                        .detail = [&mail] { return "{pocet} účtů"_sentence(mail.smtp().accounts().size()); },
+                        .action = "Spravovat"_sentence,
+                        .sheet = "directMail"});
+    direct.follow(mail.smtp().onChange([&direct] { direct.refresh(); }));
 }
 
 void IntegrationsModel::addWebSearch() {
@@ -77,7 +98,8 @@ void IntegrationsModel::addCustomApps() {
     auto& row = add(customApps_, {.integration = Integration::customApps,
                                   .name = "Vlastní aplikace"_sentence,
                                   .detail = [this] { return customAppsDetail(); },
-                                  .action = "Spravovat"_sentence});
+                                  .action = "Spravovat"_sentence,
+                                  .sheet = "customApps"});
     row.follow(service.onRowsChange([&row] { row.refresh(); }));
 }
 

@@ -51,6 +51,7 @@ class IntegrationsModel final : public ViewModel {
   private:
     void addPersonalData();
     void addWebSearch();
+    void addMail();
     void addMissing(Integration integration, Sentence name, Sentence reason);
     void addMacTools();
     void addCustomApps();

@@ -77,6 +77,12 @@ ScrollArea {
         onClosed: customApps.open()
     }
 
+    MailSheets {
+        id: mail
+
+        companion: view.companion
+    }
+
     ConfirmationSheet {
         id: wideFolder
 
@@ -164,7 +170,11 @@ ScrollArea {
             Layout.fillWidth: true
             model: view.companion.integrations
             voice: view.companion.voice
-            onManagingCustomApps: customApps.open()
+            onManaging: sheet => ({
+                    customApps: customApps.open,
+                    appleMail: mail.openApple,
+                    directMail: mail.openDirect
+                })[sheet]()
         }
 
         FoldersCard {

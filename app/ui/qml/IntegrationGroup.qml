@@ -9,7 +9,8 @@ ColumnLayout {
     required property string title
     required property IntegrationsModel model
     property alias rows: repeater.model
-    signal managing
+    /// Wants to open the sheet of a row.
+    signal managing(string sheet)
 
     Layout.fillWidth: true
     Layout.topMargin: Vzhled.hairGap
@@ -44,7 +45,7 @@ ColumnLayout {
                 available: entry.modelData.available
                 action: problem === "" ? entry.modelData.action : qsTr("Zjistit znovu")
                 onWanted: on => entry.modelData.on = on
-                onActed: problem === "" ? group.managing() : group.model.detectAgain()
+                onActed: problem === "" ? group.managing(entry.modelData.sheet) : group.model.detectAgain()
             }
         }
     }

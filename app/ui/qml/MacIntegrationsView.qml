@@ -8,7 +8,8 @@ Karta {
 
     required property IntegrationsModel model
     required property VoiceModel voice
-    signal managingCustomApps
+    /// Wants to open the sheet of a row.
+    signal managing(string sheet)
 
     title: qsTr("Integrace")
     glyph: "grid"
@@ -23,6 +24,7 @@ Karta {
         title: qsTr("Osobní data")
         rows: view.model.personalData
         model: view.model
+        onManaging: sheet => view.managing(sheet)
     }
 
     IntegrationGroup {
@@ -35,7 +37,7 @@ Karta {
         title: qsTr("Vlastní aplikace")
         rows: view.model.customApps
         model: view.model
-        onManaging: view.managingCustomApps()
+        onManaging: sheet => view.managing(sheet)
     }
 
     Note {

@@ -16,6 +16,7 @@
 #include "platform/linux/XdgAutostart.h"
 #include "platform/linux/XdgFolders.h"
 #include "platform/linux/system/Basics.h"
+#include "platform/net/AsioTlsClient.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
 #include "platform/posix/InodeBookmarks.h"
@@ -52,6 +53,7 @@ struct System {
     BeastWebSocketClient sockets;
     SystemRandom random;
     CurlHttpClient http;
+    AsioTlsClient tls;
     XdgFolders folders;
     JsonDefaults defaults;
     VaultChoice vault{folders.applicationSupport()};

@@ -62,7 +62,6 @@ TEST(CompanionState, EachFieldNotifiesOfAChangeAndOfNoEqualWrite) {
     watch(state.potiz, std::optional<Sentence>{}, trouble);
     watch(state.settingsTrouble, std::optional<Sentence>{}, trouble);
     watch(state.relayAdresa, std::string{"http://a"}, std::string{"http://b"});
-    watch(state.postaDostupna, false, true);
 }
 
 /// Which fields are written in which order while one event is handled.

@@ -81,7 +81,7 @@ TEST_F(OfferTest, EverySwitchTakesItsOwnToolsOffAndNoOthers) {
 TEST_F(OfferTest, EachToolReadsWhatItsSchemaTells) {
     make();
     const auto tools = companion->context().tools.all();
-    EXPECT_EQ(tools.size(), 15U);
+    EXPECT_EQ(tools.size(), 19U);
     for (const auto& tool : tools)
         EXPECT_EQ(tool->arguments, toldOf(tool->descriptor)) << tool->descriptor.name;
 }

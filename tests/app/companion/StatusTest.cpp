@@ -51,16 +51,6 @@ TEST_F(StatusTest, AnAgentThatIsSwitchedOffSaysSoWhateverWasDetected) {
     EXPECT_NE(status.codex.problem, "Vypnuto");
 }
 
-TEST_F(StatusTest, MailCanBeAvailableWithoutAnyMailTool) {
-    startSecured();
-    companion->stav().postaDostupna = true;
-    companion->obnovit();
-    auto status = takeStatuses().back();
-    EXPECT_TRUE(status.mailAvailable);
-    ASSERT_FALSE(status.tools.empty());
-    for (const auto& tool : status.tools) EXPECT_FALSE(tool.name.starts_with("mac.mail.")) << tool.name;
-}
-
 TEST_F(StatusTest, IsSentOnEveryChangeOfFoldersAndSwitches) {
     startSecured();
     allowFolder("Projekty");

@@ -6,7 +6,7 @@ namespace {
 class ConsoleAppsTest : public ConsoleFixture {
   protected:
     using Lines = std::vector<std::string>;
-    using Typing = ConsoleApps::Typing;
+    using Typing = ConsoleQuestions::Typing;
 
     /// Types a new app; returns what follows the last answer.
     Lines add(const std::string& name, const std::string& address, const std::string& token) {

@@ -30,7 +30,7 @@ class ConsoleFixture : public CompanionHarness {
             ConsoleShell::Services{clock, consolePicker, folders, *scope,
                                    [this](const std::string& text) { lines.push_back(text); },
                                    [this] { ++quits; },
-                                   [this](ConsoleApps::Typing typing) { typings.push_back(typing); }});
+                                   [this](ConsoleQuestions::Typing typing) { typings.push_back(typing); }});
     }
 
     std::vector<std::string> type(const std::string& line) {
@@ -48,7 +48,7 @@ class ConsoleFixture : public CompanionHarness {
     ConsoleFolderPicker consolePicker;
     std::vector<std::string> lines;
     int quits = 0;
-    std::vector<ConsoleApps::Typing> typings;
+    std::vector<ConsoleQuestions::Typing> typings;
     std::unique_ptr<ConsoleShell> shell;
 };
 

@@ -182,5 +182,30 @@ TEST_F(PicturesTest, Sheets) {
     expectApproved(pictureOf(window()), "sheet-app-error");
 }
 
+TEST_F(PicturesTest, MailSheets) {
+    startSecured();
+    openUi();
+    window()->resize(720, 560);
+    press("Spravovat: SMTP / IMAP");
+    expectApproved(pictureOf(window()), "sheet-mail-empty");
+    auto& smtp = features->mail.smtp();
+    const auto add = [&](const char* label, const char* address, const char* smtpHost) {
+        return ended(smtp.ulozit({"", label, address, "Eva Malá", "imap.example.com", smtpHost}, "x"))
+            .value();
+    };
+    const auto work = add("Práce", "eva@example.com", "smtp.example.com");
+    add("", "eva.mala@skola.example", "");
+    for (const bool isHeard : {true, false}) {
+        if (isHeard) tls.layOut()->deliver("* OK\r\nA0001 OK\r\nA0002 OK\r\n");
+        executor.run(smtp.otestovat(isHeard ? work : add("Doma", "eva@doma.example", "smtp.doma.example")));
+    }
+    settle();
+    expectApproved(pictureOf(window()), "sheet-mail");
+    press("Upravit: Práce");
+    expectApproved(pictureOf(window()), "sheet-mail-editor");
+    press("Odstranit účet");
+    expectApproved(pictureOf(window()), "sheet-mail-removal");
+}
+
 } // namespace
 } // namespace morvex
