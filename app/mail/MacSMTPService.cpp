@@ -57,7 +57,6 @@ Task<Result<std::vector<MacIMAPMessage>>> newest(MacIMAPClient& client, bool onl
     CO_CHECK(co_await client.select());
     CO_TRY(auto, uids, co_await client.search(onlyUnread));
     uids.resize(std::min(uids.size(), count));
-    if (uids.empty()) co_return std::vector<MacIMAPMessage>();
     co_return co_await client.fetchHeaders(std::move(uids));
 }
 
