@@ -39,6 +39,7 @@ std::vector<StoredApp> stored(const UserDefaults& defaults) {
 
 MacCustomAppsService::MacCustomAppsService(Services services)
     : services_(services),
+      changes_(services.defaults),
       apps_(stored(services.defaults)),
       catalogue_({services.http, services.keychain, tokens_, services.workers, services.clock, services.seen,
                   services.scope.token()},
@@ -221,20 +222,18 @@ Task<Result<void>> MacCustomAppsService::setEnabled(std::string id, bool enabled
 }
 
 Task<Result<void>> MacCustomAppsService::keepOnceSaved(std::function<void(std::vector<StoredApp>&)> change) {
-    const auto turn = co_await saving_.take();
     std::vector<StoredApp> apps;
-    Result<void> saved;
-    do {
+    auto changed = [&] {
         apps = apps_;
         change(apps);
         DefaultsValues values;
         values.emplace(metadataKey, toBytes(encode(apps)));
-        saved = co_await services_.defaults.setOnceSaved(std::move(values));
-    } while (!saved && saved.error().as<ChangedMeanwhile>());
-    if (!saved) co_return saved;
-    apps_ = std::move(apps);
-    appsChanged();
-    co_return saved;
+        return values;
+    };
+    co_return co_await changes_.make(changed, [&] {
+        apps_ = std::move(apps);
+        appsChanged();
+    });
 }
 
 Task<void> MacCustomAppsService::remove(std::string id) {

@@ -11,6 +11,7 @@
 #include "foundation/Task.h"
 #include "foundation/TaskScope.h"
 #include "foundation/Turns.h"
+#include "platform/ports/RightsChanges.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared/base/Error.h"
 #include "shared/wire/CompanionRecords.h"
@@ -127,9 +128,9 @@ class MacCustomAppsService {
     [[nodiscard]] AppSummary summaryOf(const StoredApp& app) const;
 
     Services services_;
+    RightsChanges changes_;
     std::vector<StoredApp> apps_;
     bool active_ = true;
-    Turns saving_;                    ///< saves of changes that are not in effect yet
     std::set<std::string> turningOn_; ///< apps that are being switched on
     Turns tokens_;                    ///< held while a token and the address of its app are changed
     CustomToolCatalogue catalogue_;

@@ -26,7 +26,11 @@ std::optional<std::string> keptFolder(const std::string& path) {
 
 Slozky::Slozky(UserDefaults& defaults, FolderBookmarks& bookmarks, FolderPicker& picker,
                const StandardFolders& standardFolders)
-    : defaults_(defaults), bookmarks_(bookmarks), picker_(picker), standardFolders_(standardFolders) {}
+    : defaults_(defaults),
+      changes_(defaults),
+      bookmarks_(bookmarks),
+      picker_(picker),
+      standardFolders_(standardFolders) {}
 
 std::unique_ptr<Slozky> Slozky::create(UserDefaults& defaults, FolderBookmarks& bookmarks,
                                        FolderPicker& picker, const StandardFolders& standardFolders) {
@@ -89,10 +93,7 @@ Task<void> Slozky::pridat() {
     if (chosen.empty() || !co_await areWanted(chosen)) co_return;
     const auto newBookmarks = makeBookmarks(std::move(chosen));
     auto saved = co_await saveNewBookmarks(newBookmarks);
-    if (saved)
-        for (const auto& [slozka, zalozka] : newBookmarks) allow(slozka, zalozka);
-    else
-        reportFailure(newBookmarks.front().first, saved.error());
+    if (!saved) reportFailure(newBookmarks.front().first, saved.error());
     priZmene_.tell();
 }
 
@@ -157,18 +158,18 @@ Slozky::NewBookmarks Slozky::makeBookmarks(std::vector<std::string> chosen) {
 /// repeated without it.
 Task<Result<void>> Slozky::saveNewBookmarks(const NewBookmarks& newBookmarks) {
     if (newBookmarks.empty()) co_return Result<void>{};
-    const auto turn = co_await saveTurns_.take();
-    Result<void> saved;
-    do {
+    auto withNew = [&] {
         auto povolene = povolene_;
         auto zalozky = zalozky_;
         for (const auto& [slozka, zalozka] : newBookmarks) {
             if (std::ranges::find(povolene, slozka) == povolene.end()) povolene.push_back(slozka);
             zalozky[slozka] = zalozka;
         }
-        saved = co_await defaults_.setOnceSaved(defaultsValues(povolene, zalozky));
-    } while (!saved && saved.error().as<ChangedMeanwhile>());
-    co_return saved;
+        return defaultsValues(povolene, zalozky);
+    };
+    co_return co_await changes_.make(withNew, [&] {
+        for (const auto& [slozka, zalozka] : newBookmarks) allow(slozka, zalozka);
+    });
 }
 
 void Slozky::reportFailure(const std::string& slozka, const Error& proc) {

@@ -8,6 +8,7 @@
 #include "foundation/Turns.h"
 #include "platform/ports/FolderBookmarks.h"
 #include "platform/ports/FolderPicker.h"
+#include "platform/ports/RightsChanges.h"
 #include "platform/ports/UserDefaults.h"
 #include "shared/base/Sentence.h"
 
@@ -105,6 +106,7 @@ class Slozky {
     void requireMainThread() const;
 
     UserDefaults& defaults_;
+    RightsChanges changes_; ///< folders that are not allowed yet
     FolderBookmarks& bookmarks_;
     FolderPicker& picker_;
     const StandardFolders& standardFolders_;
@@ -115,7 +117,6 @@ class Slozky {
     std::optional<Sentence> chybaOpravneni_;
     std::map<std::string, Bytes> zalozky_;
     std::set<std::string> aktivniPristupy_;
-    Turns saveTurns_; ///< saves of folders that are not allowed yet
     Signal<> priZmene_;
     Turns questionTurns_;
     mutable std::optional<std::vector<std::string>> aliasy_; ///< names of `povolene_`, computed on demand

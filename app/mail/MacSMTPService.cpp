@@ -87,7 +87,7 @@ void MacSMTPService::Settings::applyDefaultRule() {
 }
 
 MacSMTPService::MacSMTPService(Services services)
-    : services_(std::move(services)), settings_(stored(services_.defaults)) {}
+    : services_(std::move(services)), settings_(stored(services_.defaults)), changes_(services_.defaults) {}
 
 MacSMTPService::Settings MacSMTPService::stored(const UserDefaults& defaults) {
     Settings settings{{}, defaults.text(defaultKey)};
@@ -128,19 +128,17 @@ void MacSMTPService::keep() {
 }
 
 Task<Result<void>> MacSMTPService::keepOnceSaved(std::function<void(Settings&)> change) {
-    const auto turn = co_await saving_.take();
     Settings settings;
-    Result<void> saved;
-    do {
+    auto changed = [&] {
         settings = settings_;
         change(settings);
         settings.applyDefaultRule();
-        saved = co_await services_.defaults.setOnceSaved(values(settings));
-    } while (!saved && saved.error().as<ChangedMeanwhile>());
-    if (!saved) co_return saved;
-    settings_ = std::move(settings);
-    if (!settings_.defaultID) services_.defaults.remove(defaultKey);
-    co_return saved;
+        return values(settings);
+    };
+    co_return co_await changes_.make(changed, [&] {
+        settings_ = std::move(settings);
+        if (!settings_.defaultID) services_.defaults.remove(defaultKey);
+    });
 }
 
 Task<Result<std::string>> MacSMTPService::ulozit(MacSMTPAccount ucet, std::string heslo) {

@@ -7,7 +7,7 @@
 #include "app/mail/protocol/MailServices.h"
 #include "foundation/Random.h"
 #include "foundation/Signal.h"
-#include "foundation/Turns.h"
+#include "platform/ports/RightsChanges.h"
 #include "platform/ports/UserDefaults.h"
 
 #include <chrono>
@@ -127,7 +127,7 @@ class MacSMTPService {
     Services services_;
     Settings settings_;
     std::map<std::string, AccountState> states_;
-    Turns saving_; ///< saves of changes that are not in effect yet
+    RightsChanges changes_;
     Signal<> changed_;
 };
 

@@ -35,6 +35,7 @@ std::set<std::string> storedChoice(const UserDefaults& defaults) {
 
 MacMailAccounts::MacMailAccounts(Services services)
     : services_(services),
+      changes_(services.defaults),
       selected_(storedChoice(services.defaults)),
       selectionConfigured_(services.defaults.boolean(configuredKey).value_or(false)),
       defaultAccount_(services.defaults.text(defaultKey)) {}
@@ -94,19 +95,18 @@ void MacMailAccounts::forbid(const std::string& ucet) {
 
 Task<Result<void>> MacMailAccounts::allow(std::string ucet) {
     turningOn_.insert(ucet);
-    const auto turn = co_await saving_.take();
     std::set<std::string> selected;
-    Result<void> saved;
-    do {
+    auto chosenNow = [&] {
         selected = chosen();
         if (turningOn_.contains(ucet)) selected.insert(ucet);
-        saved = co_await services_.defaults.setOnceSaved(choice(selected, true));
-    } while (!saved && saved.error().as<ChangedMeanwhile>());
+        return choice(selected, true);
+    };
+    auto saved = co_await changes_.make(chosenNow, [&] {
+        selected_ = std::move(selected);
+        selectionConfigured_ = true;
+    });
     turningOn_.erase(ucet);
-    if (!saved) co_return saved;
-    selected_ = std::move(selected);
-    selectionConfigured_ = true;
-    changed_.tell();
+    if (saved) changed_.tell();
     co_return saved;
 }
 

@@ -3,7 +3,7 @@
 #include "app/mail/bridge/MailAccountsError.h"
 #include "app/mail/bridge/MailBridge.h"
 #include "foundation/Signal.h"
-#include "foundation/Turns.h"
+#include "platform/ports/RightsChanges.h"
 #include "platform/ports/UserDefaults.h"
 
 #include <functional>
@@ -76,13 +76,13 @@ class MacMailAccounts {
     void keep();
 
     Services services_;
+    RightsChanges changes_;
     std::vector<std::string> available_;
     std::set<std::string> selected_;
     bool selectionConfigured_ = false;
     std::optional<std::string> defaultAccount_;
     std::optional<Sentence> problem_;
     std::uint64_t loads_ = 0;
-    Turns saving_;                    ///< saves of permissions that are not in effect yet
     std::set<std::string> turningOn_; ///< accounts that are being allowed
     Signal<> changed_;
 };

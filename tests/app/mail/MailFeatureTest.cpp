@@ -5,9 +5,9 @@
 #include "app/settings/MacIntegrationSettings.h"
 #include "tests/app/mail/MailParts.h"
 #include "tests/support/CompanionHarness.h"
+#include "tests/support/InstalledMail.h"
 
 #include <algorithm>
-#include <fstream>
 
 namespace morvex {
 namespace {
@@ -17,13 +17,7 @@ class MailFeatureTest : public CompanionHarness {
     /// Makes a Mail with these accounts, as JSON.
     void haveMail(const std::string& accounts) {
         osascript = temporary.path() / "osascript";
-        std::ofstream(osascript) << "";
-        std::filesystem::permissions(osascript, std::filesystem::perms::owner_all);
-        programs.answer = [this, accounts](const OutsideProgram& program) {
-            const bool isScript = program.binary == osascript;
-            return isScript ? ScriptedPrograms::Answer{.output = accounts}
-                            : ScriptedPrograms::Answer{.status = 127};
-        };
+        installMail(osascript, programs, accounts);
     }
 
     MailFeature& mail() { return features->mail; }

@@ -1,8 +1,7 @@
+#include "tests/support/InstalledMail.h"
 #include "tests/support/UiHarness.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 
 namespace morvex {
 namespace {
@@ -12,12 +11,7 @@ class MailViewTest : public UiHarness {
     /// Lets Mail have these accounts, as JSON.
     void haveMail(const std::string& accounts) {
         osascript = temporary.path() / "osascript";
-        std::ofstream(osascript) << "";
-        std::filesystem::permissions(osascript, std::filesystem::perms::owner_all);
-        programs.answer = [this, accounts](const OutsideProgram& program) {
-            return program.binary == osascript ? ScriptedPrograms::Answer{.output = accounts}
-                                               : ScriptedPrograms::Answer{.status = 127};
-        };
+        installMail(osascript, programs, accounts);
     }
 
     MacSMTPService& smtp() { return features->mail.smtp(); }
