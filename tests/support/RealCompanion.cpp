@@ -39,6 +39,12 @@ void RealCompanion::start(const std::string& relayAddress) {
         companion_->setRelayAdresa(relayAddress);
     });
     await(main_, companion_->spustit());
+    // The status behind the first look for programs fails without a session. It must not replace the trouble
+    // that a test waits for.
+    auto& looks = companion_->stav().detectionsUnderWay;
+    until([&looks] { return looks.value() == 0; });
+    turnNetwork();
+    on([] {});
 }
 
 RealCompanion::~RealCompanion() {
