@@ -1,5 +1,7 @@
 #include "tests/app/ui/EveryState.h"
 
+#include "tests/support/InstalledMail.h"
+
 namespace morvex {
 
 using namespace std::chrono_literals;
@@ -76,6 +78,9 @@ void EveryState::withAPhone(const Look& look) {
 }
 
 void EveryState::inSheets(const Look& look) {
+    osascript = temporary.path() / "osascript";
+    installMail(osascript, programs,
+                R"(["Domov","Práce v dlouho pojmenované společnosti s ručením omezeným"])");
     startSecured();
     openWithKeyboard();
     fill();
@@ -104,6 +109,27 @@ void EveryState::inSheets(const Look& look) {
     look("the editor", window());
     press("Uložit");
     look("the editor with an error", window());
+    press("Zrušit");
+    press("Hotovo");
+    inMailSheets(look);
+}
+
+void EveryState::inMailSheets(const Look& look) {
+    press("Spravovat: SMTP / IMAP");
+    look("no mail accounts", window());
+    addMailAccounts();
+    look("mail accounts", window());
+    press("Upravit: Práce");
+    look("the editor of a mail account", window());
+    press("Odstranit účet");
+    look("a question about a mail account", window());
+    press("Zrušit");
+    press("Hotovo");
+    press("Spravovat: Apple Mail");
+    look("the accounts of Mail", window());
+    press("Domov");
+    look("an account of Mail that is not allowed", window());
+    press("Hotovo");
 }
 
 void EveryState::inTheTrayWindow(const Look& look) {

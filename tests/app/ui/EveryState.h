@@ -18,6 +18,7 @@ class EveryState : public ShownCompanion {
     void inTheTrayWindow(const Look& look);
 
   private:
+    void inMailSheets(const Look& look);
     void lookAtEach(const std::vector<std::pair<std::string, StavParovani>>& states, const Look& look);
 };
 

@@ -1,14 +1,16 @@
-#include "tests/app/ui/ShownCompanion.h"
+#include "tests/app/ui/EveryState.h"
 
 #include <QFont>
 #include <QGuiApplication>
 #include <QQuickItem>
 
+#include <array>
+
 namespace morvex {
 namespace {
 
 /// Every language in the narrowest window, also where the desktop asks for text twice as large.
-class LanguagesFitTest : public ShownCompanion, public testing::WithParamInterface<int> {
+class LanguagesFitTest : public EveryState, public testing::WithParamInterface<int> {
   protected:
     LanguagesFitTest() {
         auto larger = usual_;
@@ -40,6 +42,13 @@ class LanguagesFitTest : public ShownCompanion, public testing::WithParamInterfa
         for (const auto& misfit : misfits(shown->contentItem())) ADD_FAILURE() << state << ": " << misfit;
     }
 
+    void useLanguage(const char* code) {
+        phone.send({MacPayload::Preferences{{code, {}, {}}}}, "p");
+        settle();
+    }
+
+    static constexpr std::array languages{"cs", "en", "de", "fr", "es"};
+
   private:
     QFont usual_ = QGuiApplication::font();
 };
@@ -54,9 +63,8 @@ TEST_P(LanguagesFitTest, NothingIsCutOffInTheNarrowestWindow) {
     ask();
     window()->resize(window()->minimumSize());
     ui->toggleMenu({});
-    for (const char* code : {"cs", "en", "de", "fr", "es"}) {
-        phone.send({MacPayload::Preferences{{code, {}, {}}}}, "p");
-        settle();
+    for (const char* code : languages) {
+        useLanguage(code);
         expectAllFits(code, window());
         expectAllFits(std::string(code) + ", tray", menu());
         showState({StavParovani::OverCislo{"482 915"}});
@@ -65,6 +73,17 @@ TEST_P(LanguagesFitTest, NothingIsCutOffInTheNarrowestWindow) {
         expectAllFits(std::string(code) + ", a code", window());
         showState({StavParovani::Necinne{}});
     }
+}
+
+TEST_P(LanguagesFitTest, NothingIsCutOffInTheSheetsOfTheNarrowestWindow) {
+    inSheets([this](const std::string& state, QQuickWindow* shown) {
+        window()->resize(window()->minimumSize());
+        for (const char* code : languages) {
+            useLanguage(code);
+            expectAllFits(std::string(code) + ", " + state, shown);
+        }
+        useLanguage("cs");
+    });
 }
 
 } // namespace

@@ -81,6 +81,14 @@ void ShownCompanion::addApps() {
     settle();
 }
 
+void ShownCompanion::addMailAccounts() {
+    auto& smtp = features->mail.smtp();
+    EXPECT_TRUE(ended(
+        smtp.ulozit({"", "Práce", "eva@example.com", "Eva", "imap.example.com", "smtp.example.com"}, "x")));
+    EXPECT_TRUE(ended(smtp.ulozit({"", "Doma", "eva.novakova@example.com", "", "", "smtp.a"}, "x")));
+    settle();
+}
+
 void ShownCompanion::ask() {
     ask("Odeslat e-mail Janě",
         "Komu: jana@example.com\nPředmět: Zítřejší schůzka\n\nAhoj Jano, platí ta desátá hodina?");

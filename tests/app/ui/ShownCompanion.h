@@ -17,6 +17,8 @@ class ShownCompanion : public UiHarness {
     void fill();
     /// A custom app of the phone and one of this computer.
     void addApps();
+    /// Two direct mail accounts, the second one incomplete.
+    void addMailAccounts();
     void ask();
     void ask(const std::string& title, const std::string& detail);
     void showState(StavParovani state);
