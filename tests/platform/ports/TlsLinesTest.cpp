@@ -56,6 +56,8 @@ TEST_F(TlsLinesTest, GivesBytesBetweenLinesAsTheyArrive) {
     EXPECT_EQ(bytes(1), "'w'");
     EXPECT_EQ(line(), "')'");
     EXPECT_EQ(bytes(1), "waits");
+    server->endStream(); // ends the reading that waits
+    executor.runUntilIdle();
 }
 
 TEST_F(TlsLinesTest, TellsTheEndOfTheStreamAlsoWithinALine) {
