@@ -1,4 +1,4 @@
-#include "tests/app/mail/servers/RealMailServers.h"
+#include "tests/support/RealMailServers.h"
 
 #include "app/mail/protocol/MacIMAPClient.h"
 #include "app/mail/protocol/MacSMTPClient.h"

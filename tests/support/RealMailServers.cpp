@@ -1,4 +1,4 @@
-#include "tests/app/mail/servers/RealMailServers.h"
+#include "tests/support/RealMailServers.h"
 
 #include "shared/base/Require.h"
 
@@ -116,8 +116,7 @@ std::string RealImapServer::settings(const IdentityFiles& identity) const {
 RealSmtpServer::RealSmtpServer(const TestAuthority::Identity& identity) {
     const IdentityFiles files(folder_.path(), identity);
     server_ = std::make_unique<ChildProgram>(
-        std::vector<std::string>{"/usr/bin/python3",
-                                 MORVEX_SOURCE_DIR "/tests/app/mail/servers/smtp_server.py",
+        std::vector<std::string>{"/usr/bin/python3", MORVEX_SOURCE_DIR "/tests/support/smtp_server.py",
                                  files.certificate.string(), files.key.string(), username, password},
         ChildProgram::Environment{});
     const auto port = server_->readLine();
