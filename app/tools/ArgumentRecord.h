@@ -49,6 +49,11 @@ class ArgumentReader {
         field = readArgument(arguments_, name, T()).value_or(T());
     }
 
+    /// A missing one differs from an empty one.
+    template <class T> void required(std::string_view name, std::optional<T>& field) {
+        field = readArgument(arguments_, name, T());
+    }
+
     template <class T> void optional(std::string_view name, std::optional<T>& field) {
         field = readArgument(arguments_, name, T());
     }
@@ -80,6 +85,10 @@ struct ArgumentRow {
 class ArgumentLister {
   public:
     template <class T> void required(std::string_view name, T&) {
+        rows.push_back({std::string(name), typeName<T>(), true});
+    }
+
+    template <class T> void required(std::string_view name, std::optional<T>&) {
         rows.push_back({std::string(name), typeName<T>(), true});
     }
 

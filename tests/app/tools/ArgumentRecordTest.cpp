@@ -87,6 +87,20 @@ TEST(ArgumentRecord, AListWithOneElementThatIsNoTextIsMissingAsAWhole) {
     EXPECT_EQ(read(R"({"words":[]})").words, std::vector<std::string>{});
 }
 
+struct Named {
+    std::optional<std::string> id;
+};
+
+void describe(auto& io, Is<Named> auto& named) {
+    io.required("id", named.id);
+}
+
+TEST(ArgumentRecord, ARequiredTextThatIsAbsentMayDifferFromAnEmptyOne) {
+    EXPECT_EQ(readArguments<Named>(parseJson(R"({"id":""})").value().as_object()).id, "");
+    EXPECT_EQ(readArguments<Named>(parseJson("{}").value().as_object()).id, std::nullopt);
+    EXPECT_EQ(listArguments<Named>(), (std::vector<ArgumentRow>{{"id", "string", true}}));
+}
+
 TEST(ArgumentRecord, ListsWhatItDeclaresButForWhatThePhoneAdds) {
     EXPECT_EQ(listArguments<Record>(), (std::vector<ArgumentRow>{{"title", "string", true},
                                                                  {"note", "string", false},
