@@ -27,6 +27,9 @@ class PersonalDataStore {
     /// What is known now; never blocks.
     [[nodiscard]] virtual DataAccess access() const = 0;
 
+    /// Whether `requestAccess` may open a question to the user. Then it is not called unasked.
+    [[nodiscard]] virtual bool asksUser() const { return false; }
+
     /// Asks the system, and the user where the system does, whatever was said before. `access` tells the
     /// outcome; a failure is one of the asking itself. Fails when `stop` is requested.
     virtual Task<Result<void>> requestAccess(std::stop_token stop) = 0;

@@ -320,6 +320,10 @@
         <translation>Die Datei konnte beim Start nicht gelesen werden. Beende Morvex und starte es neu.</translation>
     </message>
     <message>
+        <source>Tento počítač nemá službu kalendářů, připomínek a kontaktů.</source>
+        <translation>Dieser Computer hat keinen Dienst für Kalender, Erinnerungen und Kontakte.</translation>
+    </message>
+    <message>
         <source>Zrušené párování se nepodařilo smazat: {duvod}</source>
         <translation>Die abgebrochene Kopplung konnte nicht gelöscht werden: {duvod}</translation>
     </message>

@@ -320,6 +320,10 @@
         <translation>The file could not be read at the start. Quit Morvex and start it again.</translation>
     </message>
     <message>
+        <source>Tento počítač nemá službu kalendářů, připomínek a kontaktů.</source>
+        <translation>This computer has no service for calendars, reminders and contacts.</translation>
+    </message>
+    <message>
         <source>Zrušené párování se nepodařilo smazat: {duvod}</source>
         <translation>The pairing that was cancelled could not be deleted: {duvod}</translation>
     </message>

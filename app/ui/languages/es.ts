@@ -320,6 +320,10 @@
         <translation>El archivo no se pudo leer al iniciar. Cierra Morvex y vuelve a abrirlo.</translation>
     </message>
     <message>
+        <source>Tento počítač nemá službu kalendářů, připomínek a kontaktů.</source>
+        <translation>Este ordenador no tiene ningún servicio de calendarios, recordatorios y contactos.</translation>
+    </message>
+    <message>
         <source>Zrušené párování se nepodařilo smazat: {duvod}</source>
         <translation>No se pudo eliminar la vinculación cancelada: {duvod}</translation>
     </message>

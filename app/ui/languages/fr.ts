@@ -320,6 +320,10 @@
         <translation>Le fichier n’a pas pu être lu au démarrage. Quitte Morvex et relance-le.</translation>
     </message>
     <message>
+        <source>Tento počítač nemá službu kalendářů, připomínek a kontaktů.</source>
+        <translation>Cet ordinateur n’a pas de service de calendriers, de rappels et de contacts.</translation>
+    </message>
+    <message>
         <source>Zrušené párování se nepodařilo smazat: {duvod}</source>
         <translation>L’association annulée n’a pas pu être supprimée : {duvod}</translation>
     </message>
