@@ -112,6 +112,10 @@
         <translation>Dafür fehlt die Berechtigung.</translation>
     </message>
     <message>
+        <source>Chybí název nebo platný čas události.</source>
+        <translation>Der Name oder eine gültige Zeit des Ereignisses fehlt.</translation>
+    </message>
+    <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
         <translation>Claude Code ist installiert, aber die Anmeldung ist ungültig oder die Prüfung hat nicht geantwortet. Führe im Terminal `claude auth login` aus und klicke dann hier auf Erneut suchen.</translation>
     </message>
@@ -168,6 +172,10 @@
         <translation>Der Kopf der Anfrage enthält ungültige Zeichen.</translation>
     </message>
     <message>
+        <source>Hledání místa selhalo.</source>
+        <translation>Die Suche nach dem Ort ist fehlgeschlagen.</translation>
+    </message>
+    <message>
         <source>Hotovo</source>
         <translation>Fertig</translation>
     </message>
@@ -216,6 +224,18 @@
         <translation>Kalender</translation>
     </message>
     <message>
+        <source>Kalendář je povolený pouze pro zápis</source>
+        <translation>Der Kalender ist nur zum Schreiben erlaubt</translation>
+    </message>
+    <message>
+        <source>Kalendář je připojený</source>
+        <translation>Der Kalender ist verbunden</translation>
+    </message>
+    <message>
+        <source>Kalendář čeká na povolení</source>
+        <translation>Der Kalender wartet auf die Erlaubnis</translation>
+    </message>
+    <message>
         <source>Když se čísla liší, nepotvrzuj. Znamená to, že mezi telefonem a Macem někdo je.</source>
         <translation>Wenn die Zahlen verschieden sind, bestätige nicht. Dann steht jemand zwischen Telefon und Mac.</translation>
     </message>
@@ -258,6 +278,14 @@
     <message>
         <source>Kontakty</source>
         <translation>Kontakte</translation>
+    </message>
+    <message>
+        <source>Kontakty jsou připojené</source>
+        <translation>Die Kontakte sind verbunden</translation>
+    </message>
+    <message>
+        <source>Kontakty čekají na povolení</source>
+        <translation>Die Kontakte warten auf die Erlaubnis</translation>
     </message>
     <message>
         <source>Kopírovat</source>
@@ -304,6 +332,30 @@
         <translation>Morvex läuft ohne die Sandbox des Systems, weil es deine eigenen Programme startet und in deinen Ordnern arbeitet. Den Zugriff auf Dateien bewacht die Liste der erlaubten Ordner.</translation>
     </message>
     <message>
+        <source>Morvex nemá plný přístup ke kalendářům na tomto Macu. Povol ho v okně Morvex nebo v Nastavení systému → Soukromí a zabezpečení → Kalendáře.</source>
+        <translation>Morvex hat keinen vollen Zugriff auf die Kalender auf diesem Mac. Erlaube ihn im Fenster von Morvex oder in Systemeinstellungen → Datenschutz &amp; Sicherheit → Kalender.</translation>
+    </message>
+    <message>
+        <source>Morvex nemá přístup k připomínkám tohoto Macu.</source>
+        <translation>Morvex hat keinen Zugriff auf die Erinnerungen dieses Mac.</translation>
+    </message>
+    <message>
+        <source>Morvex nemá přístup ke kontaktům tohoto Macu.</source>
+        <translation>Morvex hat keinen Zugriff auf die Kontakte dieses Mac.</translation>
+    </message>
+    <message>
+        <source>Místo pro polohovou připomínku se nepodařilo najít.</source>
+        <translation>Der Ort für die ortsabhängige Erinnerung wurde nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>Na Macu není dostupný seznam připomínek pro zápis.</source>
+        <translation>Auf dem Mac ist keine Erinnerungsliste zum Schreiben verfügbar.</translation>
+    </message>
+    <message>
+        <source>Na Macu není kalendář, do kterého lze zapisovat.</source>
+        <translation>Auf dem Mac gibt es keinen Kalender, in den man schreiben kann.</translation>
+    </message>
+    <message>
         <source>Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti vybilo notebook v tašce.</source>
         <translation>Im Akkubetrieb schläft der Mac unabhängig von dieser Einstellung ein. Den Ruhezustand ohne Netzstrom zu verhindern würde das Notebook in deiner Tasche leeren.</translation>
     </message>
@@ -316,12 +368,80 @@
         <translation>Das Mail-Konto „{nazev}“ ist in Morvex nicht erlaubt.</translation>
     </message>
     <message>
+        <source>Připomínku jsem nenašel.</source>
+        <translation>Ich habe die Erinnerung nicht gefunden.</translation>
+    </message>
+    <message>
+        <source>Připomínky jsou povolené pouze pro zápis</source>
+        <translation>Die Erinnerungen sind nur zum Schreiben erlaubt</translation>
+    </message>
+    <message>
+        <source>Připomínky jsou připojené</source>
+        <translation>Die Erinnerungen sind verbunden</translation>
+    </message>
+    <message>
+        <source>Připomínky čekají na povolení</source>
+        <translation>Die Erinnerungen warten auf die Erlaubnis</translation>
+    </message>
+    <message>
+        <source>Přístup k připomínkám byl zamítnut</source>
+        <translation>Der Zugriff auf die Erinnerungen wurde abgelehnt</translation>
+    </message>
+    <message>
+        <source>Přístup k připomínkám je systémem omezený</source>
+        <translation>Der Zugriff auf die Erinnerungen ist vom System eingeschränkt</translation>
+    </message>
+    <message>
+        <source>Přístup ke kalendáři byl zamítnut</source>
+        <translation>Der Zugriff auf den Kalender wurde abgelehnt</translation>
+    </message>
+    <message>
+        <source>Přístup ke kalendáři je systémem omezený</source>
+        <translation>Der Zugriff auf den Kalender ist vom System eingeschränkt</translation>
+    </message>
+    <message>
+        <source>Přístup ke kontaktům byl zamítnut</source>
+        <translation>Der Zugriff auf die Kontakte wurde abgelehnt</translation>
+    </message>
+    <message>
+        <source>Přístup ke kontaktům je systémem omezený</source>
+        <translation>Der Zugriff auf die Kontakte ist vom System eingeschränkt</translation>
+    </message>
+    <message>
         <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
         <translation>Die Datei konnte beim Start nicht gelesen werden. Beende Morvex und starte es neu.</translation>
     </message>
     <message>
+        <source>Stav kalendáře není známý</source>
+        <translation>Der Zustand des Kalenders ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Stav kontaktů není známý</source>
+        <translation>Der Zustand der Kontakte ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Stav připomínek není známý</source>
+        <translation>Der Zustand der Erinnerungen ist nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Systémová služba neodpověděla včas.</source>
+        <translation>Der Systemdienst hat nicht rechtzeitig geantwortet.</translation>
+    </message>
+    <message>
+        <source>Tento kalendář není v Morvex povolený.</source>
+        <translation>Dieser Kalender ist in Morvex nicht erlaubt.</translation>
+    </message>
+    <message>
         <source>Tento počítač nemá službu kalendářů, připomínek a kontaktů.</source>
         <translation>Dieser Computer hat keinen Dienst für Kalender, Erinnerungen und Kontakte.</translation>
+    </message>
+    <message>
+        <source>Událost už v kalendáři nemohu najít.</source>
+        <translation>Ich finde das Ereignis nicht mehr im Kalender.</translation>
+    </message>
+    <message>
+        <source>Vybraný kalendář je pouze pro čtení.</source>
+        <translation>Der gewählte Kalender ist schreibgeschützt.</translation>
     </message>
     <message>
         <source>Zrušené párování se nepodařilo smazat: {duvod}</source>

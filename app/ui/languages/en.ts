@@ -112,6 +112,10 @@
         <translation>The permission for it is missing.</translation>
     </message>
     <message>
+        <source>Chybí název nebo platný čas události.</source>
+        <translation>The name or a valid time of the event is missing.</translation>
+    </message>
+    <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
         <translation>Claude Code is installed, but its login is not valid or the check did not answer. Run `claude auth login` in a terminal, then click Check again here.</translation>
     </message>
@@ -168,6 +172,10 @@
         <translation>The request's header has invalid characters.</translation>
     </message>
     <message>
+        <source>Hledání místa selhalo.</source>
+        <translation>The search for the place failed.</translation>
+    </message>
+    <message>
         <source>Hotovo</source>
         <translation>Done</translation>
     </message>
@@ -216,6 +224,18 @@
         <translation>Calendar</translation>
     </message>
     <message>
+        <source>Kalendář je povolený pouze pro zápis</source>
+        <translation>The calendar is allowed for writing only</translation>
+    </message>
+    <message>
+        <source>Kalendář je připojený</source>
+        <translation>The calendar is connected</translation>
+    </message>
+    <message>
+        <source>Kalendář čeká na povolení</source>
+        <translation>The calendar is waiting for permission</translation>
+    </message>
+    <message>
         <source>Když se čísla liší, nepotvrzuj. Znamená to, že mezi telefonem a Macem někdo je.</source>
         <translation>If the numbers differ, do not confirm. It means that somebody stands between the phone and the Mac.</translation>
     </message>
@@ -258,6 +278,14 @@
     <message>
         <source>Kontakty</source>
         <translation>Contacts</translation>
+    </message>
+    <message>
+        <source>Kontakty jsou připojené</source>
+        <translation>Contacts are connected</translation>
+    </message>
+    <message>
+        <source>Kontakty čekají na povolení</source>
+        <translation>Contacts are waiting for permission</translation>
     </message>
     <message>
         <source>Kopírovat</source>
@@ -304,6 +332,30 @@
         <translation>Morvex runs without the system's sandbox, since it runs programs of your own and works in your folders. Access to files is guarded by the list of allowed folders.</translation>
     </message>
     <message>
+        <source>Morvex nemá plný přístup ke kalendářům na tomto Macu. Povol ho v okně Morvex nebo v Nastavení systému → Soukromí a zabezpečení → Kalendáře.</source>
+        <translation>Morvex does not have full access to the calendars on this Mac. Allow it in the Morvex window or in System Settings → Privacy &amp; Security → Calendars.</translation>
+    </message>
+    <message>
+        <source>Morvex nemá přístup k připomínkám tohoto Macu.</source>
+        <translation>Morvex has no access to the reminders of this Mac.</translation>
+    </message>
+    <message>
+        <source>Morvex nemá přístup ke kontaktům tohoto Macu.</source>
+        <translation>Morvex has no access to the contacts of this Mac.</translation>
+    </message>
+    <message>
+        <source>Místo pro polohovou připomínku se nepodařilo najít.</source>
+        <translation>The place for the location reminder could not be found.</translation>
+    </message>
+    <message>
+        <source>Na Macu není dostupný seznam připomínek pro zápis.</source>
+        <translation>No list of reminders that can be written to is available on the Mac.</translation>
+    </message>
+    <message>
+        <source>Na Macu není kalendář, do kterého lze zapisovat.</source>
+        <translation>There is no calendar on the Mac that can be written to.</translation>
+    </message>
+    <message>
         <source>Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti vybilo notebook v tašce.</source>
         <translation>On battery the Mac goes to sleep whatever this setting says. Holding off sleep without power would drain the laptop in your bag.</translation>
     </message>
@@ -316,12 +368,80 @@
         <translation>The mail account “{nazev}” is not allowed in Morvex.</translation>
     </message>
     <message>
+        <source>Připomínku jsem nenašel.</source>
+        <translation>I did not find the reminder.</translation>
+    </message>
+    <message>
+        <source>Připomínky jsou povolené pouze pro zápis</source>
+        <translation>Reminders are allowed for writing only</translation>
+    </message>
+    <message>
+        <source>Připomínky jsou připojené</source>
+        <translation>Reminders are connected</translation>
+    </message>
+    <message>
+        <source>Připomínky čekají na povolení</source>
+        <translation>Reminders are waiting for permission</translation>
+    </message>
+    <message>
+        <source>Přístup k připomínkám byl zamítnut</source>
+        <translation>Access to reminders was denied</translation>
+    </message>
+    <message>
+        <source>Přístup k připomínkám je systémem omezený</source>
+        <translation>Access to reminders is restricted by the system</translation>
+    </message>
+    <message>
+        <source>Přístup ke kalendáři byl zamítnut</source>
+        <translation>Access to the calendar was denied</translation>
+    </message>
+    <message>
+        <source>Přístup ke kalendáři je systémem omezený</source>
+        <translation>Access to the calendar is restricted by the system</translation>
+    </message>
+    <message>
+        <source>Přístup ke kontaktům byl zamítnut</source>
+        <translation>Access to contacts was denied</translation>
+    </message>
+    <message>
+        <source>Přístup ke kontaktům je systémem omezený</source>
+        <translation>Access to contacts is restricted by the system</translation>
+    </message>
+    <message>
         <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
         <translation>The file could not be read at the start. Quit Morvex and start it again.</translation>
     </message>
     <message>
+        <source>Stav kalendáře není známý</source>
+        <translation>The state of the calendar is not known</translation>
+    </message>
+    <message>
+        <source>Stav kontaktů není známý</source>
+        <translation>The state of contacts is not known</translation>
+    </message>
+    <message>
+        <source>Stav připomínek není známý</source>
+        <translation>The state of reminders is not known</translation>
+    </message>
+    <message>
+        <source>Systémová služba neodpověděla včas.</source>
+        <translation>The system service did not answer in time.</translation>
+    </message>
+    <message>
+        <source>Tento kalendář není v Morvex povolený.</source>
+        <translation>This calendar is not allowed in Morvex.</translation>
+    </message>
+    <message>
         <source>Tento počítač nemá službu kalendářů, připomínek a kontaktů.</source>
         <translation>This computer has no service for calendars, reminders and contacts.</translation>
+    </message>
+    <message>
+        <source>Událost už v kalendáři nemohu najít.</source>
+        <translation>I can no longer find the event in the calendar.</translation>
+    </message>
+    <message>
+        <source>Vybraný kalendář je pouze pro čtení.</source>
+        <translation>The chosen calendar is read-only.</translation>
     </message>
     <message>
         <source>Zrušené párování se nepodařilo smazat: {duvod}</source>

@@ -112,6 +112,10 @@
         <translation>Falta el permiso para ello.</translation>
     </message>
     <message>
+        <source>Chybí název nebo platný čas události.</source>
+        <translation>Falta el nombre o una hora válida del evento.</translation>
+    </message>
+    <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
         <translation>Claude Code está instalado, pero la sesión no es válida o la comprobación no ha respondido. Ejecuta `claude auth login` en una terminal y luego haz clic aquí en Buscar de nuevo.</translation>
     </message>
@@ -168,6 +172,10 @@
         <translation>La cabecera de la petición tiene caracteres no válidos.</translation>
     </message>
     <message>
+        <source>Hledání místa selhalo.</source>
+        <translation>La búsqueda del lugar falló.</translation>
+    </message>
+    <message>
         <source>Hotovo</source>
         <translation>Listo</translation>
     </message>
@@ -216,6 +224,18 @@
         <translation>Calendario</translation>
     </message>
     <message>
+        <source>Kalendář je povolený pouze pro zápis</source>
+        <translation>El calendario solo está permitido para escribir</translation>
+    </message>
+    <message>
+        <source>Kalendář je připojený</source>
+        <translation>El calendario está conectado</translation>
+    </message>
+    <message>
+        <source>Kalendář čeká na povolení</source>
+        <translation>El calendario espera el permiso</translation>
+    </message>
+    <message>
         <source>Když se čísla liší, nepotvrzuj. Znamená to, že mezi telefonem a Macem někdo je.</source>
         <translation>Si los números son distintos, no confirmes. Significa que hay alguien entre el teléfono y el Mac.</translation>
     </message>
@@ -258,6 +278,14 @@
     <message>
         <source>Kontakty</source>
         <translation>Contactos</translation>
+    </message>
+    <message>
+        <source>Kontakty jsou připojené</source>
+        <translation>Los contactos están conectados</translation>
+    </message>
+    <message>
+        <source>Kontakty čekají na povolení</source>
+        <translation>Los contactos esperan el permiso</translation>
     </message>
     <message>
         <source>Kopírovat</source>
@@ -304,6 +332,30 @@
         <translation>Morvex funciona sin el sandbox del sistema, porque inicia tus propios programas y trabaja en tus carpetas. El acceso a los archivos lo vigila la lista de carpetas permitidas.</translation>
     </message>
     <message>
+        <source>Morvex nemá plný přístup ke kalendářům na tomto Macu. Povol ho v okně Morvex nebo v Nastavení systému → Soukromí a zabezpečení → Kalendáře.</source>
+        <translation>Morvex no tiene acceso completo a los calendarios de este Mac. Permítelo en la ventana de Morvex o en Ajustes del Sistema → Privacidad y seguridad → Calendarios.</translation>
+    </message>
+    <message>
+        <source>Morvex nemá přístup k připomínkám tohoto Macu.</source>
+        <translation>Morvex no tiene acceso a los recordatorios de este Mac.</translation>
+    </message>
+    <message>
+        <source>Morvex nemá přístup ke kontaktům tohoto Macu.</source>
+        <translation>Morvex no tiene acceso a los contactos de este Mac.</translation>
+    </message>
+    <message>
+        <source>Místo pro polohovou připomínku se nepodařilo najít.</source>
+        <translation>No se pudo encontrar el lugar para el recordatorio por ubicación.</translation>
+    </message>
+    <message>
+        <source>Na Macu není dostupný seznam připomínek pro zápis.</source>
+        <translation>En el Mac no hay disponible ninguna lista de recordatorios en la que se pueda escribir.</translation>
+    </message>
+    <message>
+        <source>Na Macu není kalendář, do kterého lze zapisovat.</source>
+        <translation>En el Mac no hay ningún calendario en el que se pueda escribir.</translation>
+    </message>
+    <message>
         <source>Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti vybilo notebook v tašce.</source>
         <translation>Con batería el Mac se duerme diga lo que diga este ajuste. Impedir el reposo sin corriente agotaría el portátil en tu bolsa.</translation>
     </message>
@@ -316,12 +368,80 @@
         <translation>La cuenta de correo «{nazev}» no está permitida en Morvex.</translation>
     </message>
     <message>
+        <source>Připomínku jsem nenašel.</source>
+        <translation>No he encontrado el recordatorio.</translation>
+    </message>
+    <message>
+        <source>Připomínky jsou povolené pouze pro zápis</source>
+        <translation>Los recordatorios solo están permitidos para escribir</translation>
+    </message>
+    <message>
+        <source>Připomínky jsou připojené</source>
+        <translation>Los recordatorios están conectados</translation>
+    </message>
+    <message>
+        <source>Připomínky čekají na povolení</source>
+        <translation>Los recordatorios esperan el permiso</translation>
+    </message>
+    <message>
+        <source>Přístup k připomínkám byl zamítnut</source>
+        <translation>Se denegó el acceso a los recordatorios</translation>
+    </message>
+    <message>
+        <source>Přístup k připomínkám je systémem omezený</source>
+        <translation>El acceso a los recordatorios está restringido por el sistema</translation>
+    </message>
+    <message>
+        <source>Přístup ke kalendáři byl zamítnut</source>
+        <translation>Se denegó el acceso al calendario</translation>
+    </message>
+    <message>
+        <source>Přístup ke kalendáři je systémem omezený</source>
+        <translation>El acceso al calendario está restringido por el sistema</translation>
+    </message>
+    <message>
+        <source>Přístup ke kontaktům byl zamítnut</source>
+        <translation>Se denegó el acceso a los contactos</translation>
+    </message>
+    <message>
+        <source>Přístup ke kontaktům je systémem omezený</source>
+        <translation>El acceso a los contactos está restringido por el sistema</translation>
+    </message>
+    <message>
         <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
         <translation>El archivo no se pudo leer al iniciar. Cierra Morvex y vuelve a abrirlo.</translation>
     </message>
     <message>
+        <source>Stav kalendáře není známý</source>
+        <translation>No se conoce el estado del calendario</translation>
+    </message>
+    <message>
+        <source>Stav kontaktů není známý</source>
+        <translation>No se conoce el estado de los contactos</translation>
+    </message>
+    <message>
+        <source>Stav připomínek není známý</source>
+        <translation>No se conoce el estado de los recordatorios</translation>
+    </message>
+    <message>
+        <source>Systémová služba neodpověděla včas.</source>
+        <translation>El servicio del sistema no respondió a tiempo.</translation>
+    </message>
+    <message>
+        <source>Tento kalendář není v Morvex povolený.</source>
+        <translation>Este calendario no está permitido en Morvex.</translation>
+    </message>
+    <message>
         <source>Tento počítač nemá službu kalendářů, připomínek a kontaktů.</source>
         <translation>Este ordenador no tiene ningún servicio de calendarios, recordatorios y contactos.</translation>
+    </message>
+    <message>
+        <source>Událost už v kalendáři nemohu najít.</source>
+        <translation>Ya no encuentro el evento en el calendario.</translation>
+    </message>
+    <message>
+        <source>Vybraný kalendář je pouze pro čtení.</source>
+        <translation>El calendario elegido es de solo lectura.</translation>
     </message>
     <message>
         <source>Zrušené párování se nepodařilo smazat: {duvod}</source>

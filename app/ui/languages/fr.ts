@@ -112,6 +112,10 @@
         <translation>L’autorisation nécessaire manque.</translation>
     </message>
     <message>
+        <source>Chybí název nebo platný čas události.</source>
+        <translation>Il manque le nom ou une heure valable de l’événement.</translation>
+    </message>
+    <message>
         <source>Claude Code je nainstalovaný, ale přihlášení není platné nebo kontrola neodpověděla. V Terminálu spusť `claude auth login` a potom zde klikni na Zjistit znovu.</source>
         <translation>Claude Code est installé, mais la connexion n’est pas valable ou le contrôle n’a pas répondu. Lance `claude auth login` dans un terminal, puis clique ici sur Rechercher à nouveau.</translation>
     </message>
@@ -168,6 +172,10 @@
         <translation>L’en-tête de la requête contient des caractères non valides.</translation>
     </message>
     <message>
+        <source>Hledání místa selhalo.</source>
+        <translation>La recherche du lieu a échoué.</translation>
+    </message>
+    <message>
         <source>Hotovo</source>
         <translation>Terminé</translation>
     </message>
@@ -216,6 +224,18 @@
         <translation>Calendrier</translation>
     </message>
     <message>
+        <source>Kalendář je povolený pouze pro zápis</source>
+        <translation>Le calendrier n’est autorisé qu’en écriture</translation>
+    </message>
+    <message>
+        <source>Kalendář je připojený</source>
+        <translation>Le calendrier est connecté</translation>
+    </message>
+    <message>
+        <source>Kalendář čeká na povolení</source>
+        <translation>Le calendrier attend l’autorisation</translation>
+    </message>
+    <message>
         <source>Když se čísla liší, nepotvrzuj. Znamená to, že mezi telefonem a Macem někdo je.</source>
         <translation>Si les nombres diffèrent, ne confirme pas. Cela veut dire que quelqu’un se trouve entre le téléphone et le Mac.</translation>
     </message>
@@ -258,6 +278,14 @@
     <message>
         <source>Kontakty</source>
         <translation>Contacts</translation>
+    </message>
+    <message>
+        <source>Kontakty jsou připojené</source>
+        <translation>Les contacts sont connectés</translation>
+    </message>
+    <message>
+        <source>Kontakty čekají na povolení</source>
+        <translation>Les contacts attendent l’autorisation</translation>
     </message>
     <message>
         <source>Kopírovat</source>
@@ -304,6 +332,30 @@
         <translation>Morvex fonctionne sans le bac à sable du système, car il lance tes propres programmes et travaille dans tes dossiers. L’accès aux fichiers est gardé par la liste des dossiers autorisés.</translation>
     </message>
     <message>
+        <source>Morvex nemá plný přístup ke kalendářům na tomto Macu. Povol ho v okně Morvex nebo v Nastavení systému → Soukromí a zabezpečení → Kalendáře.</source>
+        <translation>Morvex n’a pas l’accès complet aux calendriers de ce Mac. Autorise-le dans la fenêtre de Morvex ou dans Réglages Système → Confidentialité et sécurité → Calendriers.</translation>
+    </message>
+    <message>
+        <source>Morvex nemá přístup k připomínkám tohoto Macu.</source>
+        <translation>Morvex n’a pas accès aux rappels de ce Mac.</translation>
+    </message>
+    <message>
+        <source>Morvex nemá přístup ke kontaktům tohoto Macu.</source>
+        <translation>Morvex n’a pas accès aux contacts de ce Mac.</translation>
+    </message>
+    <message>
+        <source>Místo pro polohovou připomínku se nepodařilo najít.</source>
+        <translation>Le lieu du rappel géolocalisé est introuvable.</translation>
+    </message>
+    <message>
+        <source>Na Macu není dostupný seznam připomínek pro zápis.</source>
+        <translation>Aucune liste de rappels modifiable n’est disponible sur le Mac.</translation>
+    </message>
+    <message>
+        <source>Na Macu není kalendář, do kterého lze zapisovat.</source>
+        <translation>Il n’y a sur le Mac aucun calendrier modifiable.</translation>
+    </message>
+    <message>
         <source>Na baterii Mac usne bez ohledu na tohle nastavení. Bránit spánku bez napájení by ti vybilo notebook v tašce.</source>
         <translation>Sur batterie, le Mac s’endort quel que soit ce réglage. Empêcher la veille sans secteur viderait le portable dans ton sac.</translation>
     </message>
@@ -316,12 +368,80 @@
         <translation>Le compte de messagerie « {nazev} » n’est pas autorisé dans Morvex.</translation>
     </message>
     <message>
+        <source>Připomínku jsem nenašel.</source>
+        <translation>Je n’ai pas trouvé le rappel.</translation>
+    </message>
+    <message>
+        <source>Připomínky jsou povolené pouze pro zápis</source>
+        <translation>Les rappels ne sont autorisés qu’en écriture</translation>
+    </message>
+    <message>
+        <source>Připomínky jsou připojené</source>
+        <translation>Les rappels sont connectés</translation>
+    </message>
+    <message>
+        <source>Připomínky čekají na povolení</source>
+        <translation>Les rappels attendent l’autorisation</translation>
+    </message>
+    <message>
+        <source>Přístup k připomínkám byl zamítnut</source>
+        <translation>L’accès aux rappels a été refusé</translation>
+    </message>
+    <message>
+        <source>Přístup k připomínkám je systémem omezený</source>
+        <translation>L’accès aux rappels est restreint par le système</translation>
+    </message>
+    <message>
+        <source>Přístup ke kalendáři byl zamítnut</source>
+        <translation>L’accès au calendrier a été refusé</translation>
+    </message>
+    <message>
+        <source>Přístup ke kalendáři je systémem omezený</source>
+        <translation>L’accès au calendrier est restreint par le système</translation>
+    </message>
+    <message>
+        <source>Přístup ke kontaktům byl zamítnut</source>
+        <translation>L’accès aux contacts a été refusé</translation>
+    </message>
+    <message>
+        <source>Přístup ke kontaktům je systémem omezený</source>
+        <translation>L’accès aux contacts est restreint par le système</translation>
+    </message>
+    <message>
         <source>Soubor s ním při startu nešel přečíst. Ukonči Morvex a spusť ho znovu.</source>
         <translation>Le fichier n’a pas pu être lu au démarrage. Quitte Morvex et relance-le.</translation>
     </message>
     <message>
+        <source>Stav kalendáře není známý</source>
+        <translation>L’état du calendrier n’est pas connu</translation>
+    </message>
+    <message>
+        <source>Stav kontaktů není známý</source>
+        <translation>L’état des contacts n’est pas connu</translation>
+    </message>
+    <message>
+        <source>Stav připomínek není známý</source>
+        <translation>L’état des rappels n’est pas connu</translation>
+    </message>
+    <message>
+        <source>Systémová služba neodpověděla včas.</source>
+        <translation>Le service système n’a pas répondu à temps.</translation>
+    </message>
+    <message>
+        <source>Tento kalendář není v Morvex povolený.</source>
+        <translation>Ce calendrier n’est pas autorisé dans Morvex.</translation>
+    </message>
+    <message>
         <source>Tento počítač nemá službu kalendářů, připomínek a kontaktů.</source>
         <translation>Cet ordinateur n’a pas de service de calendriers, de rappels et de contacts.</translation>
+    </message>
+    <message>
+        <source>Událost už v kalendáři nemohu najít.</source>
+        <translation>Je ne trouve plus l’événement dans le calendrier.</translation>
+    </message>
+    <message>
+        <source>Vybraný kalendář je pouze pro čtení.</source>
+        <translation>Le calendrier choisi est en lecture seule.</translation>
     </message>
     <message>
         <source>Zrušené párování se nepodařilo smazat: {duvod}</source>
