@@ -1,12 +1,15 @@
 #include "app/assembly/Features.h"
 #include "app/console/ConsoleFolderPicker.h"
 #include "app/console/ConsoleShell.h"
+#include "app/organizer/NominatimSearch.h"
 #include "app/ui/StartTrouble.h"
 #include "app/ui/TolvyCompanionApp.h"
 #include "foundation/ProgramLog.h"
 #include "foundation/TaskScope.h"
 #include "foundation/Text.h"
 #include "foundation/ThreadExecutor.h"
+#include "platform/ports/NoPersonalData.h"
+#include "platform/posix/HostLocalTime.h"
 #include "platform/posix/TypingEcho.h"
 #include "platform/posix/base/Kernel.h"
 #include "platform/posix/base/LogQueue.h"
@@ -66,6 +69,9 @@ struct Runtime {
     ProgramLog log{standardError, *clock};
     System system;
     KeychainStore uloziste{system.vault, "zz.bramwicks.tolvy"};
+    NoPersonalData personal;
+    NominatimSearch places{system.http, "https://nominatim.openstreetmap.org", MORVEX_VERSION};
+    HostLocalTime localTime;
 
     CompanionServices services(FolderPicker& picker) {
         return {.main = main,
@@ -91,6 +97,11 @@ struct Runtime {
                 .loginItem = system.loginItem,
                 .processes = system.processes,
                 .opener = system.opener,
+                .calendars = personal.calendars,
+                .reminders = personal.reminders,
+                .contacts = personal.contacts,
+                .places = places,
+                .localTime = localTime,
                 .environment = ownEnvironment(),
                 .jmenoZarizeni = computerName(),
                 .verzeAplikace = version,

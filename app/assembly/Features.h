@@ -8,6 +8,7 @@
 #include "app/execution/TerminalFeature.h"
 #include "app/features/FeatureContext.h"
 #include "app/mail/MailFeature.h"
+#include "app/organizer/OrganizerFeature.h"
 #include "app/personal/RecordsFeature.h"
 #include "app/programs/ProgramDiscovery.h"
 #include "app/voice/VoiceFeature.h"
@@ -38,6 +39,9 @@ struct Features {
     CustomAppsFeature customApps{context};
     VoiceFeature voice{context};
     WebSearchFeature webSearch{context, voice.controller()};
+    OrganizerFeature organizer{context, [&controller = voice.controller()](std::optional<std::string> text) {
+                                   return controller.resolvePlace(std::move(text));
+                               }};
     MailFeature mail;
 };
 

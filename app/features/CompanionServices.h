@@ -1,12 +1,17 @@
 #pragma once
 
+#include "platform/ports/CalendarStore.h"
+#include "platform/ports/ContactStore.h"
 #include "platform/ports/FolderBookmarks.h"
 #include "platform/ports/FolderPicker.h"
 #include "platform/ports/HttpClient.h"
+#include "platform/ports/LocalTime.h"
 #include "platform/ports/LoginItem.h"
 #include "platform/ports/NetworkMonitor.h"
+#include "platform/ports/PlaceSearch.h"
 #include "platform/ports/PowerMonitor.h"
 #include "platform/ports/ProcessLauncher.h"
+#include "platform/ports/ReminderStore.h"
 #include "platform/ports/SecretVault.h"
 #include "platform/ports/SleepInhibitor.h"
 #include "platform/ports/SleepMonitor.h"
@@ -43,6 +48,11 @@ struct CompanionServices {
     LoginItem& loginItem;
     ProcessLauncher& processes;
     UrlOpener& opener;
+    CalendarStore& calendars;
+    ReminderStore& reminders;
+    ContactStore& contacts;
+    PlaceSearch& places;
+    LocalTime& localTime;
 
     Environment environment;   ///< that of this program
     std::string jmenoZarizeni; ///< name of this computer, shown on the phone

@@ -14,7 +14,7 @@ MailFeature::MailFeature(FeatureContext& context, MailTools::Approve approve)
       smtp_({context.services.defaults,
              keychain_,
              context.random(),
-             {context.services.tls, context.clock(), context.services.workers},
+             {context.services.tls, context.clock(), context.services.workers, &context.services.localTime},
              context.scope.token()}),
       bridge_({context.services.processes, context.clock(), context.services.workers,
                context.services.environment, context.services.osascript}),

@@ -1,13 +1,18 @@
 #pragma once
 
 #include "app/features/CompanionServices.h"
+#include "platform/memory/FakeCalendarStore.h"
+#include "platform/memory/FakeContactStore.h"
 #include "platform/memory/FakeFolderPicker.h"
 #include "platform/memory/FakeLoginItem.h"
 #include "platform/memory/FakeNetworkMonitor.h"
+#include "platform/memory/FakePlaceSearch.h"
 #include "platform/memory/FakePower.h"
+#include "platform/memory/FakeReminderStore.h"
 #include "platform/memory/FakeSleepInhibitor.h"
 #include "platform/memory/FakeSleepMonitor.h"
 #include "platform/memory/FixedFolders.h"
+#include "platform/memory/FixedLocalTime.h"
 #include "platform/memory/MemoryBookmarks.h"
 #include "platform/memory/MemoryDefaults.h"
 #include "platform/memory/MemoryVault.h"
@@ -45,6 +50,11 @@ struct FakeDesktop {
     ScriptedPrograms programs;
     ScriptedUrlOpener opener;
     ScriptedTls tls;
+    FakeCalendarStore calendars;
+    FakeReminderStore reminders;
+    FakeContactStore contacts;
+    FakePlaceSearch places;
+    FixedLocalTime localTime;
     std::string osascript = "/nonexistent/osascript"; ///< a test may put another one there before the start
 
     CompanionServices services(Executors executors, SecureLink::Services link, HttpClient& http,
@@ -70,6 +80,11 @@ struct FakeDesktop {
                 .loginItem = loginItem,
                 .processes = programs,
                 .opener = opener,
+                .calendars = calendars,
+                .reminders = reminders,
+                .contacts = contacts,
+                .places = places,
+                .localTime = localTime,
                 .environment = std::move(environment),
                 .jmenoZarizeni = "Počítač",
                 .verzeAplikace = std::move(version),

@@ -50,9 +50,11 @@ TEST_F(OfferTest, EverySwitchTakesItsOwnToolsOffAndNoOthers) {
 
     using enum Integration;
     const std::vector<Row> rows{
-        {{calendar}, {}},
-        {{reminders}, {}},
-        {{contacts}, {}},
+        {{calendar},
+         {"mac.calendar.calendars", "mac.calendar.list", "mac.calendar.create", "mac.calendar.update",
+          "mac.calendar.delete"}},
+        {{reminders}, {"mac.reminders.list", "mac.reminders.create", "mac.reminders.complete"}},
+        {{contacts}, {"mac.contacts.find"}},
         {{notes}, {"mac.notes.search", "mac.notes.create", "mac.notes.update", "mac.notes.delete"}},
         {{customApps}, {}},
         {{appleMail}, {}},
@@ -65,9 +67,10 @@ TEST_F(OfferTest, EverySwitchTakesItsOwnToolsOffAndNoOthers) {
         {{terminal}, {"mac.terminal.run"}},
         {{webSearch}, {}},
     };
+    calendars.has = {{"1", "Práce", "Doma", true}};
     startWithFolder();
     const auto all = offered();
-    EXPECT_EQ(all.size(), 14U);
+    EXPECT_EQ(all.size(), 23U);
     for (const auto& [off, missing] : rows) {
         auto left = all;
         for (const auto& name : missing) EXPECT_EQ(std::erase(left, name), 1U) << name;
@@ -81,7 +84,7 @@ TEST_F(OfferTest, EverySwitchTakesItsOwnToolsOffAndNoOthers) {
 TEST_F(OfferTest, EachToolReadsWhatItsSchemaTells) {
     make();
     const auto tools = companion->context().tools.all();
-    EXPECT_EQ(tools.size(), 19U);
+    EXPECT_EQ(tools.size(), 28U);
     for (const auto& tool : tools)
         EXPECT_EQ(tool->arguments, toldOf(tool->descriptor)) << tool->descriptor.name;
 }

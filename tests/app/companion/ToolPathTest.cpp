@@ -31,10 +31,12 @@ TEST_F(ToolPathTest, TheStatusToolTellsWhatThisComputerIs) {
     EXPECT_EQ(result["app_version"], "1.2.3 (4)");
     EXPECT_EQ(result["busy"], "");
     EXPECT_EQ(result["folders"], (boost::json::array{"Ukázka"}));
-    EXPECT_EQ(result["tools"],
-              (boost::json::array{"mac.status", "mac.notes.search", "mac.notes.create", "mac.notes.update",
-                                  "mac.notes.delete", "mac.agent.rename", "mac.files.search",
-                                  "mac.files.read", "mac.files.write", "mac.terminal.run"}));
+    EXPECT_EQ(
+        result["tools"],
+        (boost::json::array{"mac.status", "mac.notes.search", "mac.notes.create", "mac.notes.update",
+                            "mac.notes.delete", "mac.reminders.list", "mac.reminders.create",
+                            "mac.reminders.complete", "mac.contacts.find", "mac.agent.rename",
+                            "mac.files.search", "mac.files.read", "mac.files.write", "mac.terminal.run"}));
     EXPECT_EQ(result.size(), 7U);
 }
 
@@ -126,7 +128,8 @@ TEST_F(ToolPathTest, AToolThatIsNotOnOfferEndsInOneSentenceAndInTheTrouble) {
 
 TEST_F(ToolPathTest, WithoutAnAllowedFolderNoFileToolIsOffered) {
     startSecured();
-    companion->integrations().turnOff(Integration::notes);
+    for (const auto other : {Integration::notes, Integration::reminders, Integration::contacts})
+        companion->integrations().turnOff(other);
     EXPECT_EQ(namesOf(companion->toolGate().nabizeneNastroje()), std::vector<std::string>{"mac.status"});
     auto folder = allowFolder("Projekty");
     EXPECT_EQ(companion->toolGate().nabizeneNastroje().size(), 6U);

@@ -103,7 +103,10 @@ TEST_F(MailFeatureTest, AMailIsSentAfterAYesOnThisComputer) {
     EXPECT_TRUE(server->sent.empty());
     companion->schvalovani().rozhodnout(true);
     executor.runUntilIdle();
-    EXPECT_FALSE(server->sent.empty());
+    const auto letter = std::ranges::find_if(
+        server->sent, [](const std::string& sent) { return sent.contains("\r\nDate: "); });
+    ASSERT_NE(letter, server->sent.end());
+    EXPECT_TRUE(letter->contains("Date: Fri, 15 Jan 2027 09:00:00 +0100\r\n")) << "the time of this computer";
 }
 
 } // namespace
