@@ -1,7 +1,6 @@
 #include "app/organizer/AnswerList.h"
 
 #include "shared/base/FrameLimit.h"
-#include "shared/base/Utf8.h"
 
 #include <utility>
 
@@ -31,11 +30,6 @@ void AnswerList::add(boost::json::object entry) {
 ToolOutcome AnswerList::outcome(std::string_view key) && {
     if (bytes_ > frameLimit) return ToolOutcome::tooLong();
     return ToolOutcome::done({{key, std::move(entries_)}});
-}
-
-boost::json::string answerText(std::string_view text) {
-    if (isValidUtf8(text)) return boost::json::string(text);
-    return boost::json::string(repairUtf8(text));
 }
 
 } // namespace morvex

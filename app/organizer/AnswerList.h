@@ -23,7 +23,4 @@ class AnswerList {
     std::size_t bytes_ = 0;
 };
 
-/// Text of a foreign program in an answer: invalid UTF-8 is repaired, since the phone would refuse all of it.
-boost::json::string answerText(std::string_view text);
-
 } // namespace morvex

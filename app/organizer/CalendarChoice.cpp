@@ -98,10 +98,10 @@ void CalendarChoice::forgetWriteCalendar() {
 }
 
 void CalendarChoice::prune(const std::vector<CalendarInfo>& present) {
-    bool isOther = false;
-    if (selectionConfigured_)
-        isOther = std::erase_if(selectedIDs_, [&](const std::string& id) { return !has(present, id); }) > 0;
-    std::erase_if(turningOn_, [&](const std::string& id) { return !has(present, id); });
+    const auto isGone = [&](const std::string& id) { return !has(present, id); };
+    // A save that is under way must not bring it back.
+    bool isOther = std::erase_if(turningOn_, isGone) > 0;
+    if (selectionConfigured_) isOther = std::erase_if(selectedIDs_, isGone) > 0 || isOther;
     if (writeCalendarID_ && !has(present, *writeCalendarID_)) {
         forgetWriteCalendar();
         isOther = true;

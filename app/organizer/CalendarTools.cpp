@@ -61,28 +61,28 @@ namespace {
 constexpr const char* missingID = "Chybí identifikátor události.";
 
 boost::json::object calendarEntry(const CalendarOption& calendar) {
-    return {{"id", answerText(calendar.id)},
-            {"name", answerText(calendar.name)},
-            {"account", answerText(calendar.account)},
+    return {{"id", calendar.id},
+            {"name", calendar.name},
+            {"account", calendar.account},
             {"writable", calendar.writable}};
 }
 
 boost::json::object eventEntry(const ListedEvent& listed, const TimeZone& zone) {
     const auto& event = listed.event;
-    return {{"id", answerText(event.id)},
-            {"title", answerText(event.title.value_or("(bez názvu)"))},
+    return {{"id", event.id},
+            {"title", event.title.value_or("(bez názvu)")},
             {"local_start", formatLocalDate(event.start, zone)},
             {"local_end", formatLocalDate(event.end, zone)},
             {"all_day", event.allDay},
-            {"calendar", answerText(listed.calendarName)},
-            {"location", answerText(event.location.value_or(""))},
+            {"calendar", listed.calendarName},
+            {"location", event.location.value_or("")},
             {"time_zone", zone.name()}};
 }
 
 /// Contains what was done and the title of the event.
 ToolOutcome answer(std::string_view done, const Result<std::string>& title) {
     if (!title) return ToolOutcome::refused(title.error());
-    return ToolOutcome::done({{done, true}, {"title", answerText(*title)}});
+    return ToolOutcome::done({{done, true}, {"title", *title}});
 }
 
 } // namespace
@@ -137,9 +137,8 @@ Task<ToolOutcome> CalendarTools::create(NewEvent event, ToolCall call) {
         return calendar_.createEvent(std::move(wanted), std::move(stop));
     });
     if (!created) co_return ToolOutcome::refused(created.error());
-    co_return ToolOutcome::done({{"created", true},
-                                 {"id", answerText(created->id)},
-                                 {"calendar", answerText(created->calendarName)}});
+    co_return ToolOutcome::done(
+        {{"created", true}, {"id", created->id}, {"calendar", created->calendarName}});
 }
 
 Task<ToolOutcome> CalendarTools::update(EventUpdate update, ToolCall call) {

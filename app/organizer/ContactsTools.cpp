@@ -23,13 +23,13 @@ constexpr std::int64_t usuallyFound = 5;
 
 boost::json::array texts(const std::vector<std::string>& values) {
     boost::json::array array;
-    for (const auto& value : values) array.emplace_back(answerText(value));
+    for (const auto& value : values) array.emplace_back(value);
     return array;
 }
 
 boost::json::object entry(const Contact& contact) {
-    return {{"id", answerText(contact.id)},
-            {"name", answerText(MacContactsService::nameOf(contact))},
+    return {{"id", contact.id},
+            {"name", MacContactsService::nameOf(contact)},
             {"emails", texts(contact.emails)},
             {"phones", texts(contact.phones)}};
 }

@@ -71,19 +71,15 @@ bool MacCalendarService::isUsable() const {
 
 Task<void> MacCalendarService::requestAccess(std::stop_token stop) {
     co_await access_.request(stop);
-    co_await loadAndTell(std::move(stop));
+    co_await reload(std::move(stop));
 }
 
 Task<void> MacCalendarService::refresh(std::stop_token stop) {
     co_await access_.look(stop);
-    co_await loadAndTell(std::move(stop));
+    co_await reload(std::move(stop));
 }
 
 Task<void> MacCalendarService::reload(std::stop_token stop) {
-    return loadAndTell(std::move(stop));
-}
-
-Task<void> MacCalendarService::loadAndTell(std::stop_token stop) {
     const auto loaded = co_await load(std::move(stop));
     if (!loaded) access_.setError(loaded.error().popis());
 }

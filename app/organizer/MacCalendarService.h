@@ -134,7 +134,6 @@ class MacCalendarService {
   private:
     Task<Result<void>> ensureAccess(std::stop_token stop);
     Task<Result<void>> load(std::stop_token stop);
-    Task<void> loadAndTell(std::stop_token stop);
     void take(std::vector<CalendarOption> calendars);
     void setOptions(std::vector<CalendarOption> options);
     [[nodiscard]] const CalendarOption* option(const std::string& id) const;

@@ -41,10 +41,10 @@ void describe(auto& io, Is<ReminderDone> auto& done) {
 namespace {
 
 boost::json::object entry(const Reminder& reminder) {
-    boost::json::object entry{{"id", answerText(reminder.id)},
-                              {"title", answerText(reminder.title)},
+    boost::json::object entry{{"id", reminder.id},
+                              {"title", reminder.title},
                               {"completed", reminder.completed},
-                              {"list", answerText(reminder.list)}};
+                              {"list", reminder.list}};
     if (reminder.due) entry.emplace("due", formatAnyDate(*reminder.due));
     return entry;
 }
@@ -82,8 +82,7 @@ Task<ToolOutcome> RemindersTools::create(ReminderArguments reminder, ToolCall ca
         return reminders_.createReminder(std::move(wanted), std::move(stop));
     });
     if (!id) co_return ToolOutcome::refused(id.error());
-    co_return ToolOutcome::done(
-        {{"created", true}, {"id", answerText(*id)}, {"title", answerText(reminder.title)}});
+    co_return ToolOutcome::done({{"created", true}, {"id", *id}, {"title", reminder.title}});
 }
 
 Task<ToolOutcome> RemindersTools::complete(ReminderDone done, ToolCall call) {
@@ -92,8 +91,7 @@ Task<ToolOutcome> RemindersTools::complete(ReminderDone done, ToolCall call) {
         return reminders_.completeReminder(*done.id, std::move(stop));
     });
     if (!completed) co_return ToolOutcome::refused(completed.error());
-    co_return ToolOutcome::done(
-        {{"completed", true}, {"id", answerText(*done.id)}, {"title", answerText(completed->title)}});
+    co_return ToolOutcome::done({{"completed", true}, {"id", *done.id}, {"title", completed->title}});
 }
 
 } // namespace morvex
