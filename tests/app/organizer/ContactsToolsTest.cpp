@@ -122,5 +122,20 @@ TEST_F(ContactsToolsTest, HostileTextsStayReadable) {
     EXPECT_TRUE(parseJson(find({{"query", "x"}})).has_value());
 }
 
+TEST_F(ContactsToolsTest, ViewsAskForAccessAndHearOfIt) {
+    int changes = 0;
+    const auto changed = contactService.onRowsChange([&changes] { ++changes; });
+    contacts.given = DataAccess::denied;
+    contacts.requestFailure = TextError("Zamítnuto.");
+    EXPECT_TRUE(executor.run(contactService.requestAccess()));
+    EXPECT_EQ(contactService.accessError(), Sentence("Zamítnuto."));
+    EXPECT_EQ(changes, 1);
+    contacts.changed.tell();
+    EXPECT_EQ(changes, 2);
+    EXPECT_TRUE(executor.run(contactService.refresh()));
+    EXPECT_EQ(contacts.requests, 1) << "a denial stands";
+    EXPECT_EQ(contactService.accessError(), std::nullopt);
+}
+
 } // namespace
 } // namespace morvex

@@ -255,5 +255,20 @@ TEST_F(RemindersToolsTest, HostileTextsStayReadable) {
               R"({"created":true,"id":"new","title":"x\r\nSUMMARY:y"})");
 }
 
+TEST_F(RemindersToolsTest, ViewsAskForAccessAndHearOfIt) {
+    int changes = 0;
+    const auto changed = reminderService.onRowsChange([&changes] { ++changes; });
+    reminders.given = DataAccess::denied;
+    reminders.requestFailure = TextError("Zamítnuto.");
+    EXPECT_TRUE(executor.run(reminderService.requestAccess()));
+    EXPECT_EQ(reminderService.accessError(), Sentence("Zamítnuto."));
+    EXPECT_EQ(changes, 1);
+    reminders.changed.tell();
+    EXPECT_EQ(changes, 2);
+    EXPECT_TRUE(executor.run(reminderService.refresh()));
+    EXPECT_EQ(reminders.requests, 1) << "a denial stands";
+    EXPECT_EQ(reminderService.accessError(), std::nullopt);
+}
+
 } // namespace
 } // namespace morvex
