@@ -5,6 +5,7 @@
 #include "app/console/ConsoleApps.h"
 #include "app/console/ConsoleFolders.h"
 #include "app/console/ConsoleMail.h"
+#include "app/console/ConsoleOrganizer.h"
 #include "app/console/ConsoleOutput.h"
 #include "app/console/ConsolePairing.h"
 #include "foundation/Clock.h"
@@ -87,6 +88,7 @@ class ConsoleShell {
     ConsoleQuestions questions_;
     ConsoleApps apps_;
     ConsoleMail mail_;
+    ConsoleOrganizer organizer_;
     ConsolePairing pairing_;
     ConsoleApprovals approvals_;
     Clock::Duration minuteOfNews_{0}; ///< when the counted minute began

@@ -42,6 +42,9 @@ class MacRemindersService {
     /// Why the reminders could not be asked the last time; for views.
     [[nodiscard]] const std::optional<Sentence>& accessError() const { return access_.error(); }
 
+    /// Whether this computer itself alerts at the place of a reminder.
+    [[nodiscard]] bool ringsAtPlaces() const { return services_.store.ringsAtPlaces(); }
+
     /// `accessError` tells a failure.
     Task<void> requestAccess(std::stop_token stop = {}) { return access_.request(std::move(stop)); }
 

@@ -14,6 +14,8 @@ namespace morvex {
 /// Reminders in memory.
 class FakeReminderStore final : public FakePersonalData<ReminderStore> {
   public:
+    [[nodiscard]] bool ringsAtPlaces() const override { return rings; }
+
     Task<Result<std::vector<ReminderList>>> lists(std::stop_token stop) override {
         CO_CHECK(co_await begin(std::move(stop)));
         co_return has;
@@ -46,6 +48,7 @@ class FakeReminderStore final : public FakePersonalData<ReminderStore> {
         co_return std::optional(*found);
     }
 
+    bool rings = false;
     std::vector<ReminderList> has;
     std::optional<std::string> usual; ///< the id of the default list
     std::vector<Reminder> held;

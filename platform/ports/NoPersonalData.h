@@ -38,6 +38,9 @@ class NoPersonalData {
 
         Task<Result<void>> requestAccess(std::stop_token stop) override;
         [[nodiscard]] Connection onChange(std::function<void()> slot) override;
+
+        [[nodiscard]] bool ringsAtPlaces() const override { return false; }
+
         Task<Result<std::vector<ReminderList>>> lists(std::stop_token stop) override;
         Task<Result<std::optional<std::string>>> defaultList(std::stop_token stop) override;
         Task<Result<std::vector<Reminder>>> reminders(bool includeCompleted, std::stop_token stop) override;

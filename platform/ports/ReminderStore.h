@@ -46,6 +46,9 @@ struct NewReminder {
 /// only.
 class ReminderStore : public PersonalDataStore {
   public:
+    /// Whether this computer itself alerts at a place, beside other devices that have the list.
+    [[nodiscard]] virtual bool ringsAtPlaces() const = 0;
+
     /// In the store's order.
     virtual Task<Result<std::vector<ReminderList>>> lists(std::stop_token stop) = 0;
 

@@ -1072,10 +1072,6 @@
         <translation>Das System hat einen Fehler gemeldet, den ich nicht kenne.</translation>
     </message>
     <message>
-        <source>Tahle verze to ještě neumí.</source>
-        <translation>Das beherrscht diese Version noch nicht.</translation>
-    </message>
-    <message>
         <source>Takovou cestu nejde použít.</source>
         <translation>Ein solcher Pfad ist nicht verwendbar.</translation>
     </message>
@@ -1793,6 +1789,45 @@
     <message>
         <source>Odstraní se i jeho heslo. Pošta na serveru zůstane.</source>
         <translation>Sein Passwort wird mit entfernt. Die Post auf dem Server bleibt.</translation>
+    </message>
+    <message>
+        <source>Vybrat</source>
+        <translation>Auswählen</translation>
+    </message>
+    <message>
+        <source>{stav}. Na místo upozorní zařízení, která seznam sdílejí, tento počítač ne.</source>
+        <translation>{stav}. An Orten erinnern Geräte, die die Liste teilen, dieser Computer nicht.</translation>
+    </message>
+    <message>
+        <source>Vybrat kalendáře</source>
+        <translation>Kalender auswählen</translation>
+    </message>
+    <message>
+        <source>Morvex uvidí pouze označené kalendáře.</source>
+        <translation>Morvex sieht nur die ausgewählten Kalender.</translation>
+    </message>
+    <message>
+        <source>Jen pro čtení</source>
+        <translation>Nur lesbar</translation>
+    </message>
+    <message>
+        <source>Výchozí pro nové události</source>
+        <translation>Standard für neue Ereignisse</translation>
+    </message>
+    <message>
+        <source>Automaticky</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} kalendářů vybráno</source>
+        <translation>
+            <numerusform>{pocet} Kalender ausgewählt</numerusform>
+            <numerusform>{pocet} Kalender ausgewählt</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Tahle verze to ještě neumí.</source>
+        <translation>Das beherrscht diese Version noch nicht.</translation>
     </message>
 </context>
 </TS>

@@ -1072,10 +1072,6 @@
         <translation>The system reported an error that I do not know.</translation>
     </message>
     <message>
-        <source>Tahle verze to ještě neumí.</source>
-        <translation>This version cannot do that yet.</translation>
-    </message>
-    <message>
         <source>Takovou cestu nejde použít.</source>
         <translation>Such a path cannot be used.</translation>
     </message>
@@ -1793,6 +1789,45 @@
     <message>
         <source>Odstraní se i jeho heslo. Pošta na serveru zůstane.</source>
         <translation>Its password goes too. The mail on the server stays.</translation>
+    </message>
+    <message>
+        <source>Vybrat</source>
+        <translation>Choose</translation>
+    </message>
+    <message>
+        <source>{stav}. Na místo upozorní zařízení, která seznam sdílejí, tento počítač ne.</source>
+        <translation>{stav}. Devices that share the list alert you at a place; this computer does not.</translation>
+    </message>
+    <message>
+        <source>Vybrat kalendáře</source>
+        <translation>Choose calendars</translation>
+    </message>
+    <message>
+        <source>Morvex uvidí pouze označené kalendáře.</source>
+        <translation>Morvex will see the selected calendars only.</translation>
+    </message>
+    <message>
+        <source>Jen pro čtení</source>
+        <translation>Read only</translation>
+    </message>
+    <message>
+        <source>Výchozí pro nové události</source>
+        <translation>Default for new events</translation>
+    </message>
+    <message>
+        <source>Automaticky</source>
+        <translation>Automatic</translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} kalendářů vybráno</source>
+        <translation>
+            <numerusform>{pocet} calendar selected</numerusform>
+            <numerusform>{pocet} calendars selected</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Tahle verze to ještě neumí.</source>
+        <translation>This version cannot do that yet.</translation>
     </message>
 </context>
 </TS>

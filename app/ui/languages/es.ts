@@ -1072,10 +1072,6 @@
         <translation>El sistema comunicó un error que no conozco.</translation>
     </message>
     <message>
-        <source>Tahle verze to ještě neumí.</source>
-        <translation>Esta versión todavía no sabe hacerlo.</translation>
-    </message>
-    <message>
         <source>Takovou cestu nejde použít.</source>
         <translation>Una ruta así no se puede usar.</translation>
     </message>
@@ -1793,6 +1789,45 @@
     <message>
         <source>Odstraní se i jeho heslo. Pošta na serveru zůstane.</source>
         <translation>Se elimina también su contraseña. El correo se queda en el servidor.</translation>
+    </message>
+    <message>
+        <source>Vybrat</source>
+        <translation>Elegir</translation>
+    </message>
+    <message>
+        <source>{stav}. Na místo upozorní zařízení, která seznam sdílejí, tento počítač ne.</source>
+        <translation>{stav}. En un lugar avisan los dispositivos que comparten la lista, este ordenador no.</translation>
+    </message>
+    <message>
+        <source>Vybrat kalendáře</source>
+        <translation>Elegir calendarios</translation>
+    </message>
+    <message>
+        <source>Morvex uvidí pouze označené kalendáře.</source>
+        <translation>Morvex solo verá los calendarios marcados.</translation>
+    </message>
+    <message>
+        <source>Jen pro čtení</source>
+        <translation>Solo lectura</translation>
+    </message>
+    <message>
+        <source>Výchozí pro nové události</source>
+        <translation>Predeterminado para eventos nuevos</translation>
+    </message>
+    <message>
+        <source>Automaticky</source>
+        <translation>Automático</translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} kalendářů vybráno</source>
+        <translation>
+            <numerusform>{pocet} calendario seleccionado</numerusform>
+            <numerusform>{pocet} calendarios seleccionados</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Tahle verze to ještě neumí.</source>
+        <translation>Esta versión todavía no sabe hacerlo.</translation>
     </message>
 </context>
 </TS>

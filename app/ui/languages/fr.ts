@@ -1072,10 +1072,6 @@
         <translation>Le système a signalé une erreur que je ne connais pas.</translation>
     </message>
     <message>
-        <source>Tahle verze to ještě neumí.</source>
-        <translation>Cette version ne sait pas encore le faire.</translation>
-    </message>
-    <message>
         <source>Takovou cestu nejde použít.</source>
         <translation>Un tel chemin n’est pas utilisable.</translation>
     </message>
@@ -1793,6 +1789,45 @@
     <message>
         <source>Odstraní se i jeho heslo. Pošta na serveru zůstane.</source>
         <translation>Son mot de passe est supprimé aussi. Le courrier reste sur le serveur.</translation>
+    </message>
+    <message>
+        <source>Vybrat</source>
+        <translation>Choisir</translation>
+    </message>
+    <message>
+        <source>{stav}. Na místo upozorní zařízení, která seznam sdílejí, tento počítač ne.</source>
+        <translation>{stav}. Les appareils qui partagent la liste préviennent à un lieu, cet ordinateur non.</translation>
+    </message>
+    <message>
+        <source>Vybrat kalendáře</source>
+        <translation>Choisir les calendriers</translation>
+    </message>
+    <message>
+        <source>Morvex uvidí pouze označené kalendáře.</source>
+        <translation>Morvex ne verra que les calendriers sélectionnés.</translation>
+    </message>
+    <message>
+        <source>Jen pro čtení</source>
+        <translation>Lecture seule</translation>
+    </message>
+    <message>
+        <source>Výchozí pro nové události</source>
+        <translation>Par défaut pour les nouveaux événements</translation>
+    </message>
+    <message>
+        <source>Automaticky</source>
+        <translation>Automatique</translation>
+    </message>
+    <message numerus="yes">
+        <source>{pocet} kalendářů vybráno</source>
+        <translation>
+            <numerusform>{pocet} calendrier sélectionné</numerusform>
+            <numerusform>{pocet} calendriers sélectionnés</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Tahle verze to ještě neumí.</source>
+        <translation>Cette version ne sait pas encore le faire.</translation>
     </message>
 </context>
 </TS>

@@ -72,6 +72,7 @@ CompanionModel::CompanionModel(Companion& companion, Features& features, Service
       integrations_(companion, features, services_.scope),
       folders_(features.files.slozky(), companion.stav(), services_.scope),
       wakefulness_(companion.bdelost(), companion.stav()),
+      calendars_(features.organizer.calendar(), companion.stav(), services_.scope),
       customApps_(features.customApps.service(), companion.stav(), services_.scope),
       directMail_(features.mail.smtp(), companion.stav(), services_.scope),
       appleMail_(features.mail.appleAccounts(), companion.stav(), services_.scope),

@@ -5,6 +5,7 @@
 #include "app/ui/models/AgentTasksModel.h"
 #include "app/ui/models/AppleMailModel.h"
 #include "app/ui/models/ApprovalModel.h"
+#include "app/ui/models/CalendarsModel.h"
 #include "app/ui/models/CustomAppsModel.h"
 #include "app/ui/models/DirectMailModel.h"
 #include "app/ui/models/FoldersModel.h"
@@ -35,6 +36,7 @@ class CompanionModel final : public QObject {
     Q_PROPERTY(morvex::IntegrationsModel* integrations READ integrations CONSTANT)
     Q_PROPERTY(morvex::FoldersModel* folders READ folders CONSTANT)
     Q_PROPERTY(morvex::WakefulnessModel* wakefulness READ wakefulness CONSTANT)
+    Q_PROPERTY(morvex::CalendarsModel* calendars READ calendars CONSTANT)
     Q_PROPERTY(morvex::CustomAppsModel* customApps READ customApps CONSTANT)
     Q_PROPERTY(morvex::DirectMailModel* directMail READ directMail CONSTANT)
     Q_PROPERTY(morvex::AppleMailModel* appleMail READ appleMail CONSTANT)
@@ -67,6 +69,8 @@ class CompanionModel final : public QObject {
     FoldersModel* folders() { return &folders_; }
 
     WakefulnessModel* wakefulness() { return &wakefulness_; }
+
+    CalendarsModel* calendars() { return &calendars_; }
 
     CustomAppsModel* customApps() { return &customApps_; }
 
@@ -101,6 +105,7 @@ class CompanionModel final : public QObject {
     IntegrationsModel integrations_;
     FoldersModel folders_;
     WakefulnessModel wakefulness_;
+    CalendarsModel calendars_;
     CustomAppsModel customApps_;
     DirectMailModel directMail_;
     AppleMailModel appleMail_;

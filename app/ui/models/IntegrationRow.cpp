@@ -26,7 +26,11 @@ QString IntegrationRow::problem() const {
 }
 
 QString IntegrationRow::action() const {
-    return localized(description_.action);
+    return localized(description_.action().label);
+}
+
+void IntegrationRow::act() {
+    if (const auto action = description_.action(); action.run) action.run();
 }
 
 bool IntegrationRow::on() const {

@@ -20,12 +20,19 @@ class IntegrationRow final : public ViewModel {
     Q_PROPERTY(QString detail READ detail NOTIFY detailChanged)
     Q_PROPERTY(QString problem READ problem NOTIFY problemChanged)
     Q_PROPERTY(QString action READ action NOTIFY actionChanged)
-    /// Which sheet its button opens.
-    Q_PROPERTY(QString sheet READ sheet CONSTANT)
+    /// Which sheet its button opens; empty if the button does something else.
+    Q_PROPERTY(QString sheet READ sheet NOTIFY actionChanged)
     Q_PROPERTY(bool available READ available CONSTANT)
     Q_PROPERTY(bool on READ on WRITE setOn NOTIFY onChanged)
 
   public:
+    /// The button of a row.
+    struct Action {
+        Sentence label = {};                 ///< no button if empty
+        const char* sheet = "";              ///< that the button opens
+        std::function<void()> run = nullptr; ///< what it does where it opens no sheet
+    };
+
     struct Description {
         Integration integration;
         Sentence name;
@@ -33,9 +40,8 @@ class IntegrationRow final : public ViewModel {
         std::function<Sentence()> detail;
         /// A problem that looking again ("Zjistit znovu") may solve; empty if there is none.
         std::function<Sentence()> problem = [] { return Sentence(); };
-        bool available = true;  ///< the service exists on this system
-        Sentence action = {};   ///< label of its button; no button if empty
-        const char* sheet = ""; ///< that the button opens
+        bool available = true; ///< the service exists on this system
+        std::function<Action()> action = [] { return Action(); };
     };
 
     /// Called with the result of a switching.
@@ -50,13 +56,16 @@ class IntegrationRow final : public ViewModel {
 
     [[nodiscard]] QString action() const;
 
-    [[nodiscard]] QString sheet() const { return QString::fromLatin1(description_.sheet); }
+    [[nodiscard]] QString sheet() const { return QString::fromLatin1(description_.action().sheet); }
 
     [[nodiscard]] bool available() const { return description_.available; }
 
     [[nodiscard]] bool on() const;
     /// Switching on takes effect, and shows, once it is saved.
     void setOn(bool on);
+
+    /// Presses the button where it opens no sheet.
+    Q_INVOKABLE void act();
 
     /// Reads the row again when this property changes, too.
     template <class Value> void follow(QProperty<Value>& property) { watch(property); }

@@ -10,8 +10,27 @@ namespace morvex {
 
 namespace {
 
-/// Why a row cannot be switched.
-constexpr auto notYet = "Tahle verze to ještě neumí."_sentence;
+using Action = IntegrationRow::Action;
+
+std::function<Action()> opening(const char* sheet) {
+    return [sheet] { return Action{"Spravovat"_sentence, sheet}; };
+}
+
+/// A row of what the system has to grant: its status, why it could not be asked, and the button that asks
+/// again.
+template <class Service>
+IntegrationRow::Description rowOf(Integration integration, Sentence name, Service& service,
+                                  TaskScope& scope) {
+    return {.integration = integration,
+            .name = std::move(name),
+            .detail = [&service] { return service.statusText(); },
+            .problem = [&service] { return service.accessError().value_or(Sentence()); },
+            .action = [&service, &scope]() -> Action {
+                if (service.authorizationStatus() == DataAccess::full) return {};
+                return {"Povolit"_sentence, "",
+                        [&service, &scope] { scope.spawn(service.requestAccess(scope.token())); }};
+            }};
+}
 
 } // namespace
 
@@ -39,9 +58,7 @@ void IntegrationsModel::detectAgain() {
 }
 
 void IntegrationsModel::addPersonalData() {
-    addMissing(Integration::calendar, "Kalendář"_sentence, notYet);
-    addMissing(Integration::reminders, "Připomínky"_sentence, notYet);
-    addMissing(Integration::contacts, "Kontakty"_sentence, notYet);
+    addOrganizer();
     auto& notes = features_.records.poznamky();
     add(personalData_,
         {.integration = Integration::notes, .name = "Poznámky Morvex"_sentence, .detail = [&notes] {
@@ -49,6 +66,36 @@ void IntegrationsModel::addPersonalData() {
          }});
     addWebSearch();
     addMail();
+}
+
+void IntegrationsModel::addOrganizer() {
+    auto& calendars = features_.organizer.calendar();
+    auto calendarRow = rowOf(Integration::calendar, "Kalendář"_sentence, calendars, scope_);
+    calendarRow.detail = [&calendars]() -> Sentence {
+        if (calendars.authorizationStatus() != DataAccess::full) return calendars.statusText();
+        return "{pocet} kalendářů vybráno"_sentence(calendars.enabledCalendars().size());
+    };
+    calendarRow.action = [&calendars, ask = std::move(calendarRow.action)]() -> Action {
+        if (calendars.authorizationStatus() != DataAccess::full) return ask();
+        return {"Vybrat"_sentence, "calendars"};
+    };
+    auto& calendar = add(personalData_, std::move(calendarRow));
+    calendar.follow(calendars.onRowsChange([&calendar] { calendar.refresh(); }));
+
+    auto& reminders = features_.organizer.reminders();
+    auto reminderRow = rowOf(Integration::reminders, "Připomínky"_sentence, reminders, scope_);
+    reminderRow.detail = [&reminders]() -> Sentence {
+        if (reminders.authorizationStatus() != DataAccess::full || reminders.ringsAtPlaces())
+            return reminders.statusText();
+        return "{stav}. Na místo upozorní zařízení, která seznam sdílejí, tento počítač ne."_sentence(
+            reminders.statusText());
+    };
+    auto& reminder = add(personalData_, std::move(reminderRow));
+    reminder.follow(reminders.onRowsChange([&reminder] { reminder.refresh(); }));
+
+    auto& contacts = features_.organizer.contacts();
+    auto& contact = add(personalData_, rowOf(Integration::contacts, "Kontakty"_sentence, contacts, scope_));
+    contact.follow(contacts.onRowsChange([&contact] { contact.refresh(); }));
 }
 
 void IntegrationsModel::addMail() {
@@ -62,15 +109,13 @@ void IntegrationsModel::addMail() {
                                           return "{pocet} účtů vybráno"_sentence(accounts.povolene().size());
                                       },
                                       .available = exists,
-                                      .action = exists ? Sentence("Spravovat"_sentence) : Sentence(),
-                                      .sheet = "appleMail"});
+                                      .action = exists ? opening("appleMail") : [] { return Action(); }});
     apple.follow(accounts.onChange([&apple] { apple.refresh(); }));
     auto& direct = add(personalData_,
                        {.integration = Integration::smtp,
                         .name = Sentence("SMTP / IMAP"),
                         .detail = [&mail] { return "{pocet} účtů"_sentence(mail.smtp().accounts().size()); },
-                        .action = "Spravovat"_sentence,
-                        .sheet = "directMail"});
+                        .action = opening("directMail")});
     direct.follow(mail.smtp().onChange([&direct] { direct.refresh(); }));
 }
 
@@ -86,20 +131,12 @@ void IntegrationsModel::addWebSearch() {
     row.follow(voice.priZmene([&row] { row.refresh(); }));
 }
 
-void IntegrationsModel::addMissing(Integration integration, Sentence name, Sentence reason) {
-    add(personalData_, {.integration = integration,
-                        .name = std::move(name),
-                        .detail = [reason = std::move(reason)] { return reason; },
-                        .available = false});
-}
-
 void IntegrationsModel::addCustomApps() {
     auto& service = features_.customApps.service();
     auto& row = add(customApps_, {.integration = Integration::customApps,
                                   .name = "Vlastní aplikace"_sentence,
                                   .detail = [this] { return customAppsDetail(); },
-                                  .action = "Spravovat"_sentence,
-                                  .sheet = "customApps"});
+                                  .action = opening("customApps")});
     row.follow(service.onRowsChange([&row] { row.refresh(); }));
 }
 

@@ -50,9 +50,9 @@ class IntegrationsModel final : public ViewModel {
 
   private:
     void addPersonalData();
+    void addOrganizer();
     void addWebSearch();
     void addMail();
-    void addMissing(Integration integration, Sentence name, Sentence reason);
     void addMacTools();
     void addCustomApps();
     [[nodiscard]] Sentence customAppsDetail() const;

@@ -77,6 +77,12 @@ ScrollArea {
         onClosed: customApps.open()
     }
 
+    MacCalendarSelectionView {
+        id: calendars
+
+        model: view.companion.calendars
+    }
+
     MailSheets {
         id: mail
 
@@ -171,6 +177,7 @@ ScrollArea {
             model: view.companion.integrations
             voice: view.companion.voice
             onManaging: sheet => ({
+                    calendars: calendars.open,
                     customApps: customApps.open,
                     appleMail: mail.openApple,
                     directMail: mail.openDirect

@@ -43,9 +43,16 @@ ColumnLayout {
                 problem: entry.modelData.problem
                 value: entry.modelData.on
                 available: entry.modelData.available
-                action: problem === "" ? entry.modelData.action : qsTr("Zjistit znovu")
+                action: entry.modelData.action === "" && problem !== "" ? qsTr("Zjistit znovu") : entry.modelData.action
                 onWanted: on => entry.modelData.on = on
-                onActed: problem === "" ? group.managing(entry.modelData.sheet) : group.model.detectAgain()
+                onActed: {
+                    if (entry.modelData.action === "")
+                        group.model.detectAgain();
+                    else if (entry.modelData.sheet === "")
+                        entry.modelData.act();
+                    else
+                        group.managing(entry.modelData.sheet);
+                }
             }
         }
     }

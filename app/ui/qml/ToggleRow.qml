@@ -7,6 +7,8 @@ SideRow {
     id: row
 
     property string name
+    /// What a screen reader calls it, where the name alone is not unique.
+    property string spokenName: name
     property string detail
     property string problem
     property bool value: false
@@ -19,13 +21,13 @@ SideRow {
         ActionButton {
             visible: row.action !== ""
             text: row.action
-            Accessible.name: `${row.action}: ${row.name}`
+            Accessible.name: `${row.action}: ${row.spokenName}`
             onClicked: row.acted()
         },
         ToggleSwitch {
             enabled: row.available
             value: row.value
-            Accessible.name: row.name
+            Accessible.name: row.spokenName
             Accessible.description: [row.detail, row.problem].filter(text => text !== "").join("\n")
             onWanted: on => row.wanted(on)
         }

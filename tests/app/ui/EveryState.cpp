@@ -81,6 +81,7 @@ void EveryState::inSheets(const Look& look) {
     osascript = temporary.path() / "osascript";
     installMail(osascript, programs,
                 R"(["Domov","Práce v dlouho pojmenované společnosti s ručením omezeným"])");
+    haveCalendars();
     startSecured();
     openWithKeyboard();
     fill();
@@ -98,6 +99,11 @@ void EveryState::inSheets(const Look& look) {
     press("Nákup");
     look("a note", window());
     press("Zavřít");
+    press("Vybrat: Kalendář");
+    look("the calendars", window());
+    press("Rodina, eva.novakova@example.com");
+    look("a calendar that is not allowed", window());
+    press("Hotovo");
     press("Spravovat: Vlastní aplikace");
     look("no custom apps", window());
     addApps();

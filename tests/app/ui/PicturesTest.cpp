@@ -182,6 +182,15 @@ TEST_F(PicturesTest, Sheets) {
     expectApproved(pictureOf(window()), "sheet-app-error");
 }
 
+TEST_F(PicturesTest, TheSheetOfTheCalendars) {
+    haveCalendars();
+    startSecured();
+    EXPECT_TRUE(ended(features->organizer.calendar().setCalendarEnabled("b", false)));
+    openUi();
+    press("Vybrat: Kalendář");
+    expectApproved(pictureOf(window()), "sheet-calendars");
+}
+
 TEST_F(PicturesTest, MailSheets) {
     startSecured();
     openUi();

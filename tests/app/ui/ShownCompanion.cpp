@@ -69,6 +69,13 @@ void ShownCompanion::fill() {
         AgentStatus{false, {}, {}, Sentence("Codex jsem na tomto počítači nenašel.")};
 }
 
+void ShownCompanion::haveCalendars() {
+    calendars.has = {{"a", "Osobní", "Tento počítač", true},
+                     {"b", "Rodina", "eva.novakova@example.com", true},
+                     {"c", "Práce", "eva.novakova@example.com", true},
+                     {"d", "Svátky v České republice", "eva.novakova@example.com", false}};
+}
+
 void ShownCompanion::addApps() {
     // The app of the phone is asked when its list comes, and again when the other one is added.
     const HttpReply weather{200, R"({"result":{"tools":[{"name":"now"},{"name":"week"}]}})", {}};

@@ -13,6 +13,8 @@ class ShownCompanion : public UiHarness {
 
     void useColors(bool dark);
 
+    /// Calendars of two accounts. Before the start.
+    void haveCalendars();
     /// Folders, tasks of agents, notes and summaries. After the start.
     void fill();
     /// A custom app of the phone and one of this computer.
