@@ -270,8 +270,8 @@ TEST_F(RelayAttack, AnythingButAWebSocketIsTriedAgainAndNeverFollowed) {
     using Socket = HostileRelay::Socket;
     const auto self = "Location: " + relay.address() + "/v1/ws?v=1.4\r\n";
     const std::vector<std::function<void(Socket&)>> answers{
-        [&](Socket& socket) { HostileRelay::reply(socket, 301, "", self); },
-        [&](Socket& socket) { HostileRelay::reply(socket, 307, "", self); },
+        [self](Socket& socket) { HostileRelay::reply(socket, 301, "", self); },
+        [self](Socket& socket) { HostileRelay::reply(socket, 307, "", self); },
         [](Socket& socket) { HostileRelay::reply(socket, 401, "", "WWW-Authenticate: Basic\r\n"); },
         [](Socket& socket) { HostileRelay::reply(socket, 200, "<html>"); },
         [](Socket& socket) { HostileRelay::reply(socket, 503, std::string(100'000, 'x')); },
@@ -293,7 +293,8 @@ TEST_F(RelayAttack, AnythingButAWebSocketIsTriedAgainAndNeverFollowed) {
     };
     for (const auto& answer : answers) {
         const auto before = relay.requests();
-        relay.refuseSocketsWith([&](Socket& socket, const auto&) { answer(socket); });
+        // The relay may still answer when the test has ended.
+        relay.refuseSocketsWith([answer](Socket& socket, const auto&) { answer(socket); });
         mac->on([this] { mac->companion().stav().potiz = std::nullopt; });
         for (int i = 0; i < 100 && !relay.waitForRequests(before + 2, 5ms); ++i) mac->pass(31s);
         EXPECT_GE(relay.requests(), before + 2) << "the companion tries again";
