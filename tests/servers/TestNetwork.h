@@ -8,8 +8,8 @@
 
 namespace morvex {
 
-/// Where all tests of this program run; their `main` makes it. In it, apps.example and servers.example are
-/// 127.0.0.1 and relay.example is 127.0.0.2.
+/// Where all tests of this program run; their `main` makes it. In it, relay.example is 127.0.0.2 and the
+/// other names are 127.0.0.1.
 struct TestNetwork {
     Outside outside;
     std::unique_ptr<PrivateNetwork> network;

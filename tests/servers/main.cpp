@@ -32,7 +32,8 @@ std::optional<std::string> refusalToBegin() {
     auto network = PrivateNetwork::enter();
     if (!network) return network.error();
     made->network = std::move(*network);
-    for (const char* name : {"apps.example", "servers.example"}) made->network->addName(name);
+    for (const char* name : {"apps.example", "servers.example", "imap.example", "smtp.example"})
+        made->network->addName(name);
     made->network->addName("relay.example", "127.0.0.2");
     made->network->trust(made->authority.certificate());
     return std::nullopt;

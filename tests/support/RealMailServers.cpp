@@ -61,7 +61,8 @@ User thisUser() {
 
 } // namespace
 
-RealImapServer::RealImapServer(const TestAuthority::Identity& identity) : port_(freePort()) {
+RealImapServer::RealImapServer(const TestAuthority::Identity& identity, std::optional<std::uint16_t> port)
+    : port_(port ? *port : freePort()) {
     const auto inbox = folder_.path() / "mail";
     for (const auto* part : {"new", "cur", "tmp"}) std::filesystem::create_directories(inbox / part);
     std::ofstream(folder_.path() / "dovecot.conf") << settings(IdentityFiles(folder_.path(), identity));
@@ -113,11 +114,12 @@ std::string RealImapServer::settings(const IdentityFiles& identity) const {
            std::to_string(port_) + "\n    ssl = yes\n  }\n}\n";
 }
 
-RealSmtpServer::RealSmtpServer(const TestAuthority::Identity& identity) {
+RealSmtpServer::RealSmtpServer(const TestAuthority::Identity& identity, std::uint16_t port) {
     const IdentityFiles files(folder_.path(), identity);
     server_ = std::make_unique<ChildProgram>(
         std::vector<std::string>{"/usr/bin/python3", MORVEX_SOURCE_DIR "/tests/support/smtp_server.py",
-                                 files.certificate.string(), files.key.string(), username, password},
+                                 files.certificate.string(), files.key.string(), username, password,
+                                 std::to_string(port)},
         ChildProgram::Environment{});
     const auto port = server_->readLine();
     require(!port.empty(), "python3-aiosmtpd does not start");

@@ -10,6 +10,7 @@
 #include <fstream>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -49,7 +50,8 @@ class RealImapServer {
     static constexpr auto username = "jana@b.cz";
     static constexpr auto password = R"(tajné"he\slo)";
 
-    explicit RealImapServer(const TestAuthority::Identity& identity);
+    /// Without a port it listens on a free one.
+    explicit RealImapServer(const TestAuthority::Identity& identity, std::optional<std::uint16_t> port = {});
 
     [[nodiscard]] std::uint16_t port() const { return port_; }
 
@@ -70,7 +72,8 @@ class RealSmtpServer {
     static constexpr auto username = "jana@b.cz";
     static constexpr auto password = R"(tajné"he\slo)";
 
-    explicit RealSmtpServer(const TestAuthority::Identity& identity);
+    /// Without a port it listens on a free one.
+    explicit RealSmtpServer(const TestAuthority::Identity& identity, std::uint16_t port = 0);
 
     [[nodiscard]] std::uint16_t port() const { return port_; }
 

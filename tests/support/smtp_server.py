@@ -1,6 +1,6 @@
-"""A mail server over TLS on a free port. Prints the port, then a line of JSON for each message that it takes.
+"""A mail server over TLS on a port, 0 for a free one. Prints the port, then a line of JSON for each message that it takes.
 
-usage: smtp_server.py CERTIFICATE KEY USERNAME PASSWORD
+usage: smtp_server.py CERTIFICATE KEY USERNAME PASSWORD PORT
 """
 import asyncio
 import email
@@ -16,7 +16,7 @@ from aiosmtpd.smtp import SMTP, AuthResult
 # It warns that passwords travel without STARTTLS, which here is within TLS.
 logging.disable()
 warnings.simplefilter("ignore")
-certificate, key, username, password = sys.argv[1:]
+certificate, key, username, password, port = sys.argv[1:]
 
 
 class Sink:
@@ -47,7 +47,7 @@ async def serve():
     server = await loop.create_server(
         lambda: SMTP(Sink(), hostname="test.local", authenticator=authenticate, auth_required=True, auth_require_tls=False,
                      data_size_limit=20_000_000),
-        "127.0.0.1", 0, ssl=context)
+        "127.0.0.1", int(port), ssl=context)
     print(server.sockets[0].getsockname()[1], flush=True)
     await server.serve_forever()
 
