@@ -121,9 +121,9 @@ RealSmtpServer::RealSmtpServer(const TestAuthority::Identity& identity, std::uin
                                  files.certificate.string(), files.key.string(), username, password,
                                  std::to_string(port)},
         ChildProgram::Environment{});
-    const auto port = server_->readLine();
-    require(!port.empty(), "python3-aiosmtpd does not start");
-    port_ = static_cast<std::uint16_t>(std::stoi(port));
+    const auto told = server_->readLine();
+    require(!told.empty(), "python3-aiosmtpd does not start");
+    port_ = static_cast<std::uint16_t>(std::stoi(told));
 }
 
 } // namespace morvex

@@ -68,8 +68,8 @@ Task<Result<void>> MacIMAPClient::login() {
 }
 
 Task<Result<std::int64_t>> MacIMAPClient::select() {
-    CO_TRY(const auto, lines, co_await command("SELECT \"INBOX\""));
-    co_return existingMessages(lines);
+    CO_TRY(auto, lines, co_await command("SELECT \"INBOX\""));
+    co_return co_await runOn(workers_, [&lines] { return existingMessages(lines); });
 }
 
 Task<Result<std::vector<std::uint32_t>>> MacIMAPClient::search(bool unreadOnly) {
