@@ -11,8 +11,9 @@ void ConsoleQuestions::ask(std::vector<Question> questions, std::function<void(A
 
 void ConsoleQuestions::printQuestion() const {
     const auto& question = asked_->current();
-    output_.line(question.words);
+    // Before the words, because a person or a program may answer as soon as they are there.
     if (question.typing == Typing::hidden) setTyping_(Typing::hidden);
+    output_.line(question.words);
 }
 
 void ConsoleQuestions::answer(const std::string& line) {

@@ -30,7 +30,10 @@ class ConsoleFixture : public CompanionHarness {
             ConsoleShell::Services{clock, consolePicker, folders, *scope,
                                    [this](const std::string& text) { lines.push_back(text); },
                                    [this] { ++quits; },
-                                   [this](ConsoleQuestions::Typing typing) { typings.push_back(typing); }});
+                                   [this](ConsoleQuestions::Typing typing) {
+                                       typings.push_back(typing);
+                                       linesBeforeTyping = lines;
+                                   }});
     }
 
     std::vector<std::string> type(const std::string& line) {
@@ -49,6 +52,7 @@ class ConsoleFixture : public CompanionHarness {
     std::vector<std::string> lines;
     int quits = 0;
     std::vector<ConsoleQuestions::Typing> typings;
+    std::vector<std::string> linesBeforeTyping; ///< printed when the last of `typings` came
     std::unique_ptr<ConsoleShell> shell;
 };
 

@@ -38,6 +38,7 @@ TEST_F(ConsoleMailTest, AnAccountIsAddedLineByLineAndChecked) {
     EXPECT_TRUE(typings.empty());
     EXPECT_EQ(type("smtp.a"), Lines{"Heslo nebo heslo pro aplikaci?"});
     EXPECT_EQ(typings, std::vector{Typing::hidden}) << "the password is not seen";
+    EXPECT_EQ(linesBeforeTyping, Lines{}) << "not even by who answers as soon as the question is there";
     EXPECT_EQ(type("tajne"), (Lines{"Přidáno: Práce", "Ověřeno"}));
     EXPECT_EQ(typings, (std::vector{Typing::hidden, Typing::shown}));
     EXPECT_TRUE(hasLine(type("ucty"), "Účet: Práce, eva@example.com, imap.a, smtp.a, výchozí, ověřený"));
