@@ -1,100 +1,58 @@
 #include "shared/base/SystemTrouble.h"
 #include "shared/wire/Json.h"
-#include "tests/servers/PrivateHousehold.h"
+#include "tests/servers/MailHousehold.h"
 #include "tests/servers/TestNetwork.h"
-#include "tests/support/RealMailServers.h"
 
 #include <boost/json.hpp>
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <functional>
-#include <future>
-#include <iterator>
-#include <memory>
+#include <chrono>
+#include <regex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace morvex {
 namespace {
 
+using namespace std::chrono_literals;
+
 namespace json = boost::json;
 
 constexpr auto refusedLogin = "Server odmítl přihlášení. Zkontroluj adresu a heslo nebo heslo pro aplikaci.";
+const std::string troubleOfServer = "Potíž: Spojení s poštovním serverem selhalo: ";
 
-/// The console, a relay and a phone that is paired, with real mail servers at the ports of mail.
-class MailTest : public testing::Test, protected PrivateHousehold {
+class MailTest : public testing::Test, protected MailHousehold {
   protected:
-    MailTest() { pair(*mac); }
-
-    void type(const std::string& command, const std::string& answer) {
-        mac->type(command);
-        mac->waitForNextLine(answer);
+    /// The result of sending this letter from an account after a yes.
+    Ended sendFrom(const std::string& account) {
+        auto mail = letter;
+        if (!account.empty()) mail["account"] = account;
+        return send(mail, [this] { mac->type("potvrdit"); });
     }
 
-    /// Adds an account as a person does, and waits for what came of the login.
-    void add(const std::string& name, const std::string& outcome,
-             const std::string& password = RealImapServer::password,
-             const std::string& imapHost = "imap.example") {
-        mac->type("ucet-pridat");
-        for (const auto& answer : {name, std::string(RealImapServer::username), std::string("Jana Nová"),
-                                   imapHost, std::string("smtp.example"), password})
-            mac->type(answer);
-        mac->waitForNextLine("Přidáno: " + name);
-        mac->waitForNextLine(outcome);
+    std::string onlyIdOf(const std::string& account) {
+        const auto found = answerOf("mac.mail.search", {{"account", account}});
+        EXPECT_EQ(found.at("count"), 1) << json::serialize(found);
+        return std::string(found.at("messages").as_array().at(0).at("id").as_string());
     }
 
-    Ended call(const std::string& tool, const json::object& arguments) {
-        return phone({"--json", "call", tool, json::serialize(arguments)});
-    }
-
-    /// What a call that works answers.
-    json::object answerOf(const std::string& tool, const json::object& arguments) {
-        const auto ended = call(tool, arguments);
-        EXPECT_EQ(ended.code, 0) << ended.output;
-        const auto parsed = parseJson(ended.output);
-        return parsed && parsed->is_object() ? parsed->as_object() : json::object();
-    }
-
-    /// Sends a mail while the computer asks, where a person answers with this.
-    Ended send(const json::object& mail, const std::function<void()>& answer) {
-        auto sent = std::async(std::launch::async, [&] { return call("mac.mail.send", mail); });
-        mac->waitForNextLine("Čeká na potvrzení: Odeslat mail");
-        answer();
-        return sent.get();
-    }
-
-    /// The files of the computer that contain this text.
-    std::vector<std::string> filesWith(const std::string& text) {
-        std::vector<std::string> found;
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(temporary.path() / "mac")) {
-            if (!entry.is_regular_file()) continue;
-            std::ifstream file(entry.path());
-            const std::string content(std::istreambuf_iterator<char>(file), {});
-            if (content.contains(text)) found.push_back(entry.path().parent_path().filename().string());
-        }
-        return found;
-    }
-
-    TestAuthority::Identity identity = testNetwork().authority.issue("DNS:imap.example,DNS:smtp.example");
-    RealImapServer imap{identity, 993};
-    RealSmtpServer smtp{identity, 465};
-    std::unique_ptr<Program> mac = startMac();
     const json::object letter{{"to", "petr@b.cz"}, {"subject", "Schůzka"}, {"body", "Přijdu v deset.\n"}};
 };
 
 TEST_F(MailTest, UnreadMailIsFoundAndReadAndStaysUnread) {
-    imap.deliver("1.a", "From: x@y.cz\nSubject: stara\n\nPrectena.\n", true);
-    imap.deliver("2.b", "From: =?UTF-8?Q?Ji=C5=99=C3=AD_Nov=C3=BD?= <j@b.cz>\nSubject: =?UTF-8?B?xaBrb2xh?=\n"
-                        "Date: Sat, 14 Mar 2026 10:00:00 +0100\n\nZ=C3=ADtra p=C5=99ijdu.\n");
-    add("Práce", "Ověřeno");
+    imap->deliver("1.a", "From: x@y.cz\nSubject: stara\n\nPrectena.\n", true);
+    imap->deliver("2.b",
+                  "From: =?UTF-8?Q?Ji=C5=99=C3=AD_Nov=C3=BD?= <j@b.cz>\nSubject: =?UTF-8?B?xaBrb2xh?=\n"
+                  "Date: Sat, 14 Mar 2026 10:00:00 +0100\n\nZ=C3=ADtra p=C5=99ijdu.\n");
+    add({"Práce"});
     for (int time = 0; time < 2; ++time) {
         const auto found = answerOf("mac.mail.search", {});
         ASSERT_EQ(found.at("count"), 1) << json::serialize(found);
         const auto& message = found.at("messages").as_array()[0].as_object();
         EXPECT_EQ(message.at("from"), "Jiří Nový <j@b.cz>");
         EXPECT_EQ(message.at("subject"), "Škola");
+        EXPECT_EQ(message.at("date"), "Sat, 14 Mar 2026 10:00:00 +0100");
         EXPECT_EQ(message.at("unread"), true);
         EXPECT_EQ(message.at("account"), "Práce");
         EXPECT_EQ(answerOf("mac.mail.read", {{"id", message.at("id")}}).at("body"), "Zítra přijdu.\n");
@@ -103,58 +61,198 @@ TEST_F(MailTest, UnreadMailIsFoundAndReadAndStaysUnread) {
         << "also what is read, in the account that is named without diacritics";
 }
 
-TEST_F(MailTest, AMailIsSentAfterAYesOnTheComputerAndNotAfterANo) {
-    add("Práce", "Ověřeno");
-    const auto refused = send(letter, [&] { mac->type("zamitnout"); });
+TEST_F(MailTest, ATextIsReadWholeAndItsPartsAreNotTakenApart) {
+    const std::string longText = "Příliš žluťoučký kůň úpěl ďábelské ódy.\n";
+    std::string many;
+    for (int line = 0; line < 2000; ++line) many += longText;
+    const std::vector<std::pair<std::string, std::string>> texts{
+        {many, many},
+        {"UMWZw61sacWhIMW+bHXFpW91xI1rw70ga8\nWvxYguCg==\n", "Příliš žluťoučký kůň.\n"},
+        {"--hranice\nContent-Type: text/plain; charset=utf-8\n\nP=C5=99=C3=ADli=C5=A1 =\nkr=C3=A1tk=C3=A9\n"
+         "--hranice\nContent-Type: text/html; charset=utf-8\n\n<p>úpěl</p>\n--hranice--\n",
+         "--hranice\nContent-Type: text/plain; charset=utf-8\n\nPříliš krátké\n"
+         "--hranice\nContent-Type: text/html; charset=utf-8\n\n<p>úpěl</p>\n--hranice--\n"},
+        {"", ""}};
+    for (std::size_t number = 0; number < texts.size(); ++number)
+        imap->deliver(std::to_string(number) + ".m",
+                      "From: x@y.cz\nContent-Type: multipart/alternative; boundary=hranice\nSubject: text " +
+                          std::to_string(number) + "\n\n" + texts[number].first);
+    add({"Práce"});
+    const auto found = answerOf("mac.mail.search", {}).at("messages").as_array();
+    ASSERT_EQ(found.size(), texts.size());
+    for (std::size_t number = 0; number < texts.size(); ++number) {
+        const auto& message = found.at(texts.size() - 1 - number);
+        EXPECT_EQ(message.at("subject").as_string(), "text " + std::to_string(number));
+        EXPECT_EQ(answerOf("mac.mail.read", {{"id", message.at("id")}}).at("body").as_string(),
+                  texts[number].second);
+    }
+}
+
+TEST_F(MailTest, AMailArrivesByteForByteAfterAYesOnTheComputer) {
+    add({"Práce"});
+    const auto before = mac->output().size();
+    const auto sent = sendFrom("");
+    EXPECT_EQ(sent.code, 0) << sent.output;
+    EXPECT_TRUE(sent.output.contains("E-mail byl odeslán z účtu Práce.")) << sent.output;
+    const auto asked = mac->output().substr(before);
+    for (const char* line : {"Odesílatel: Práce", "Komu: petr@b.cz", "Předmět: Schůzka", "Přijdu v deset."})
+        EXPECT_TRUE(asked.contains(line)) << asked;
+
+    const auto taken = parseJson(smtp->nextMessage()).value().as_object();
+    EXPECT_EQ(taken.at("sender"), RealSmtpServer::username);
+    EXPECT_EQ(taken.at("recipients"), json::array{"petr@b.cz"});
+    const std::regex date("\r\nDate: [A-Z][a-z]{2}, \\d{1,2} [A-Z][a-z]{2} \\d{4} \\d\\d:\\d\\d:\\d\\d "
+                          "[+-]\\d{4}\r\n");
+    EXPECT_EQ(std::regex_replace(std::string(taken.at("content").as_string()), date, "\r\nDate: then\r\n"),
+              "From: =?UTF-8?B?SmFuYSBOb3bDoQ==?= <jana@b.cz>\r\nTo: <petr@b.cz>\r\n"
+              "Subject: =?UTF-8?B?U2Noxa96a2E=?=\r\nDate: then\r\nMIME-Version: 1.0\r\n"
+              "Content-Type: text/plain; charset=UTF-8\r\nContent-Transfer-Encoding: base64\r\n\r\n"
+              "UMWZaWpkdSB2IGRlc2V0Lgo=\r\n");
+    EXPECT_TRUE(smtp->end().empty());
+}
+
+TEST_F(MailTest, NothingIsSentAfterANo) {
+    add({"Práce"});
+    const auto refused = send(letter, [this] { mac->type("zamitnout"); });
     EXPECT_EQ(refused.code, 1);
     EXPECT_TRUE(refused.output.contains("Neodesláno — nepotvrzeno.")) << refused.output;
-    const auto sent = send(letter, [&] { mac->type("potvrdit"); });
-    EXPECT_EQ(sent.code, 0) << sent.output;
-    const auto taken = parseJson(smtp.nextMessage()).value().as_object();
-    EXPECT_EQ(taken.at("sender"), RealSmtpServer::username);
-    EXPECT_EQ(taken.at("recipients"), json::array{"petr@b.cz"}) << "the refused one never came";
-    EXPECT_EQ(taken.at("from"), "Jana Nová <jana@b.cz>");
-    EXPECT_EQ(taken.at("subject"), "Schůzka");
-    EXPECT_EQ(taken.at("body"), "Přijdu v deset.\n");
+    EXPECT_TRUE(smtp->end().empty());
+}
+
+TEST_F(MailTest, ThePhoneShowsTheQuestionThatTheComputerDecides) {
+    add({"Práce"});
+    const auto refused = send(letter, [this] { mac->type("zamitnout"); }, {"--approve", "yes"});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_TRUE(refused.output.contains("Mac žádá o potvrzení: Odeslat mail")) << refused.output;
+    EXPECT_TRUE(refused.output.contains("Rozhodni na Macu: ")) << refused.output;
+    EXPECT_TRUE(smtp->end().empty());
+}
+
+TEST_F(MailTest, WhatTheServerRefusesIsToldInItsWords) {
+    add({"Práce"});
+    const auto refused =
+        send({{"to", "nobody@c.cz"}, {"subject", "x"}, {"body", "x"}}, [this] { mac->type("potvrdit"); });
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_TRUE(refused.output.contains("SMTP server odpověděl: 550 5.1.1 No such user")) << refused.output;
+    EXPECT_TRUE(smtp->end().empty());
 }
 
 TEST_F(MailTest, AnAccountThatIsRemovedWhileTheQuestionWaitsSendsNothing) {
-    add("Práce", "Ověřeno");
-    const auto ended = send(letter, [&] {
+    add({"Práce"});
+    const auto ended = send(letter, [this] {
         type("ucet-odebrat Práce", "Odebráno: Práce");
         mac->type("potvrdit");
     });
     EXPECT_EQ(ended.code, 1);
-    EXPECT_TRUE(ended.output.contains("není připojený")) << ended.output;
-    EXPECT_EQ(call("mac.mail.search", {}).code, 1) << "without an account there are no mail tools";
+    EXPECT_TRUE(ended.output.contains("SMTP účet „Práce“ není připojený.")) << ended.output;
+    EXPECT_TRUE(smtp->end().empty());
 }
 
 TEST_F(MailTest, ThePasswordIsInTheVaultAloneAndGoesWithTheAccount) {
     const std::string password = RealImapServer::password;
-    add("Práce", "Ověřeno");
+    add({"Práce"});
     type("ucty", "Účet: Práce, jana@b.cz, imap.example, smtp.example, výchozí, ověřený");
-    EXPECT_EQ(filesWith(password), std::vector<std::string>{"zz.bramwick.Morvex.mac"});
+    EXPECT_EQ(sendFrom("").code, 0);
+    EXPECT_EQ(foldersWith(password), std::vector<std::string>{"zz.bramwick.Morvex.mac"});
+    EXPECT_FALSE(foldersWith("imap.example").empty()) << "the settings are among the files";
     EXPECT_FALSE(mac->output().contains(password));
     type("ucet-odebrat prace", "Odebráno: Práce");
-    EXPECT_TRUE(filesWith(password).empty());
+    EXPECT_TRUE(foldersWith(password).empty());
 }
 
-TEST_F(MailTest, OneOfTwoAccountsIsTheDefault) {
-    add("Práce", "Ověřeno");
-    add("Doma", "Ověřeno");
-    type("ucet-vychozi doma", "Výchozí účet pro odesílání: Doma");
-    type("ucty", "Účet: Doma, jana@b.cz, imap.example, smtp.example, výchozí, ověřený");
+TEST_F(MailTest, OneOfTwoAccountsIsTheDefaultAndTheOtherIsNamed) {
+    add({"Práce", "Jana v práci"});
+    add({"Škola", "Jana ve škole"});
+    type("ucet-vychozi skola", "Výchozí účet pro odesílání: Škola");
+    type("ucty", "Účet: Škola, jana@b.cz, imap.example, smtp.example, výchozí, ověřený");
+    for (const auto& [named, sender] : {std::pair("", "Jana ve škole <jana@b.cz>"),
+                                        {"PRACE", "Jana v práci <jana@b.cz>"},
+                                        {"skola", "Jana ve škole <jana@b.cz>"}}) {
+        EXPECT_EQ(sendFrom(named).code, 0);
+        EXPECT_EQ(parseJson(smtp->nextMessage()).value().at("from"), sender) << named;
+    }
+    const auto unknown = call("mac.mail.search", {{"account", "Doma"}});
+    EXPECT_EQ(unknown.code, 1);
+    EXPECT_TRUE(unknown.output.contains("Poštovní účet „Doma“ není v Morvex povolený.")) << unknown.output;
+}
+
+TEST_F(MailTest, AnAccountThatIsRemovedIsOutOfThePhonesReach) {
+    imap->deliver("1.a", "From: x@y.cz\nSubject: a\n\nText.\n");
+    add({"Práce"});
+    add({"Škola"});
+    const auto id = onlyIdOf("prace");
+    EXPECT_EQ(answerOf("mac.mail.search", {}).at("count"), 2) << "each account is a source of its own";
+    type("ucet-odebrat PRÁCE", "Odebráno: Práce");
+    const auto refused = call("mac.mail.read", {{"id", id}});
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_TRUE(refused.output.contains("není připojený.")) << refused.output;
+    EXPECT_EQ(answerOf("mac.mail.search", {}).at("count"), 1);
+    type("ucet-odebrat Škola", "Odebráno: Škola");
+    const auto without = call("mac.mail.search", {});
+    EXPECT_EQ(without.code, 1);
+    EXPECT_TRUE(without.output.contains("Nástroj mac.mail.search tenhle Mac nemá.")) << without.output;
+}
+
+TEST_F(MailTest, ThereIsNoAppleMailHere) {
     type("ucty", "Potíž: Apple Mail existuje jen v systému macOS.");
+    add({"Práce"});
+    const auto draft = call("mac.mail.createDraft", letter);
+    EXPECT_EQ(draft.code, 1);
+    EXPECT_TRUE(draft.output.contains("Přímé SMTP neumí ukládat koncepty.")) << draft.output;
 }
 
 TEST_F(MailTest, WhatIsWrongWithAnAccountIsTold) {
-    add("Heslo", "Potíž: " + std::string(refusedLogin), "jiné");
-    type("ucet-overit heslo", "Potíž: " + std::string(refusedLogin));
-    add("Jméno", popis(SystemTrouble::certificateOtherName).czech(), RealImapServer::password,
-        "servers.example");
-    add("Nikde", "Potíž: ", RealImapServer::password, "neexistuje.example");
-    add("Dobrý", "Ověřeno");
-    type("ucet-overit dobry", "Ověřeno");
+    const std::string refused = "Potíž: " + std::string(refusedLogin);
+    add({.name = "Heslo", .password = "jiné"}, refused);
+    EXPECT_EQ(type("ucet-overit heslo", refusedLogin), refused);
+    add({.name = "Jméno", .imapHost = "servers.example"},
+        troubleOfServer + popis(SystemTrouble::certificateOtherName).czech());
+    add({.name = "Nikde", .imapHost = "neexistuje.example"},
+        troubleOfServer + popis(SystemTrouble::unknownName).czech());
+    add({"Dobrý"});
+    EXPECT_EQ(type("ucet-overit dobry", "Ověřeno"), "Ověřeno");
+    imap.reset();
+    EXPECT_EQ(type("ucet-overit dobry", troubleOfServer),
+              troubleOfServer + popis(SystemTrouble::refused).czech());
+}
+
+TEST_F(MailTest, ACertificateThatProvesNothingIsToldByItsClass) {
+    add({"Práce"});
+    const auto& authority = testNetwork().authority;
+    const std::string names = "DNS:imap.example,DNS:smtp.example";
+    const std::vector<std::pair<TestAuthority::Identity, SystemTrouble>> identities{
+        {authority.issue(names, {-48h, -1h}), SystemTrouble::certificateExpired},
+        {authority.issue("DNS:apps.example"), SystemTrouble::certificateOtherName},
+        {TestAuthority().issue(names), SystemTrouble::certificateUntrusted},
+        {TestAuthority::issueToItself(names), SystemTrouble::certificateUntrusted}};
+    for (const auto& [wrong, trouble] : identities) {
+        imap.reset();
+        imap = std::make_unique<RealImapServer>(wrong, 993);
+        smtp.reset();
+        smtp = std::make_unique<RealSmtpServer>(wrong, 465);
+        const auto why = popis(trouble).czech();
+        EXPECT_EQ(type("ucet-overit prace", troubleOfServer), troubleOfServer + why);
+        const auto refused = sendFrom("");
+        EXPECT_EQ(refused.code, 1);
+        EXPECT_TRUE(refused.output.contains("K serveru smtp.example se nepodařilo připojit: " + why))
+            << refused.output;
+        EXPECT_TRUE(smtp->end().empty());
+    }
+}
+
+/// The console on a terminal, which shows what is typed.
+class MailTerminalTest : public testing::Test, protected MailHousehold {
+  protected:
+    MailTerminalTest() : MailHousehold(Program::Input::terminal) {}
+};
+
+TEST_F(MailTerminalTest, EverythingButThePasswordIsSeenWhileItIsTyped) {
+    add({"Práce"});
+    const auto seen = mac->echo();
+    EXPECT_TRUE(seen.contains("smtp.example")) << seen;
+    EXPECT_FALSE(seen.contains("tajn")) << seen;
+    type("ucty", "Účet: Práce");
+    EXPECT_TRUE(mac->echo().contains("ucty"));
 }
 
 } // namespace

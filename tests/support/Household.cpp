@@ -28,8 +28,8 @@ void Household::restartRelay() {
     startRelay();
 }
 
-std::unique_ptr<Program> Household::startMac(const std::string& home) {
-    auto mac = std::make_unique<Program>("morvex", std::vector<std::string>{}, environment(home));
+std::unique_ptr<Program> Household::startMac(const std::string& home, Program::Input input) {
+    auto mac = std::make_unique<Program>("morvex", std::vector<std::string>{}, environment(home), input);
     mac->waitForLine("běží");
     mac->type("relay " + relayAddress);
     return mac;

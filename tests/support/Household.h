@@ -20,7 +20,8 @@ class Household {
     void restartRelay();
 
     /// A companion in the home of this name.
-    std::unique_ptr<Program> startMac(const std::string& home = "mac");
+    std::unique_ptr<Program> startMac(const std::string& home = "mac",
+                                      Program::Input input = Program::Input::pipe);
     /// Runs one command of the phone.
     Ended phone(std::vector<std::string> arguments, const std::string& input = "");
 

@@ -9,6 +9,8 @@
 #include <fcntl.h>
 #include <fstream>
 #include <iostream>
+#include <poll.h>
+#include <pty.h>
 #include <spawn.h>
 #include <sys/ptrace.h>
 #include <sys/syscall.h>
@@ -21,6 +23,18 @@ namespace {
 
 constexpr std::chrono::seconds patience{30};
 
+/// What the program reads from, and what is typed into.
+std::array<int, 2> openInput(Program::Input kind) {
+    std::array<int, 2> ends{};
+    if (kind == Program::Input::pipe) {
+        require(::pipe2(ends.data(), O_CLOEXEC) == 0, "no pipe");
+        return ends;
+    }
+    require(::openpty(&ends[1], ends.data(), nullptr, nullptr, nullptr) == 0, "no terminal");
+    for (const int end : ends) ::fcntl(end, F_SETFD, FD_CLOEXEC);
+    return ends;
+}
+
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> all;
     for (auto& text : texts) all.push_back(text.data());
@@ -28,29 +42,46 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
     return all;
 }
 
+/// Starts this command with its input and its output. A terminal that a program opens in a session of its own
+/// is that session's.
+pid_t start(std::vector<std::string>& words, std::vector<std::string>& variables, Program::Input kind, int in,
+            int out) {
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    if (kind == Program::Input::terminal) {
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+        posix_spawn_file_actions_addopen(&actions, 0, ::ttyname(in), O_RDWR, 0);
+    } else {
+        posix_spawn_file_actions_adddup2(&actions, in, 0);
+    }
+    posix_spawn_file_actions_adddup2(&actions, out, 1);
+    posix_spawn_file_actions_adddup2(&actions, out, 2);
+    pid_t process = -1;
+    const auto failure = ::posix_spawn(&process, words[0].c_str(), &actions, &attributes,
+                                       pointers(words).data(), pointers(variables).data());
+    posix_spawn_file_actions_destroy(&actions);
+    posix_spawnattr_destroy(&attributes);
+    require(failure == 0, "a program cannot be started");
+    return process;
+}
+
 } // namespace
 
 Program::Program(const std::string& name, const std::vector<std::string>& arguments,
-                 const Environment& environment)
+                 const Environment& environment, Input input)
     : name_(name) {
-    std::array<int, 2> in{};
+    const auto in = openInput(input);
     std::array<int, 2> out{};
-    require(::pipe2(in.data(), O_CLOEXEC) == 0 && ::pipe2(out.data(), O_CLOEXEC) == 0, "no pipes");
+    require(::pipe2(out.data(), O_CLOEXEC) == 0, "no pipes");
 
     std::vector<std::string> words{std::string(MORVEX_BIN_DIR) + "/" + name};
     words.insert(words.end(), arguments.begin(), arguments.end());
     std::vector<std::string> variables;
     for (const auto& [key, value] : environment) variables.push_back(key + "=" + value);
 
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_adddup2(&actions, in[0], 0);
-    posix_spawn_file_actions_adddup2(&actions, out[1], 1);
-    posix_spawn_file_actions_adddup2(&actions, out[1], 2);
-    auto failure = ::posix_spawn(&process_, words[0].c_str(), &actions, nullptr, pointers(words).data(),
-                                 pointers(variables).data());
-    posix_spawn_file_actions_destroy(&actions);
-    require(failure == 0, "a program cannot be started");
+    process_ = start(words, variables, input, in[0], out[1]);
     ::close(in[0]);
     ::close(out[1]);
     input_ = in[1];
@@ -78,6 +109,17 @@ void Program::type(const std::string& line) const {
     auto text = line + "\n";
     require(::write(input_, text.data(), text.size()) == static_cast<ssize_t>(text.size()),
             "the input is closed");
+}
+
+std::string Program::echo() const {
+    std::string shown;
+    std::array<char, 4096> chunk{};
+    for (pollfd ready{input_, POLLIN, 0}; ::poll(&ready, 1, 0) > 0 && (ready.revents & POLLIN) != 0;) {
+        const auto got = ::read(input_, chunk.data(), chunk.size());
+        if (got <= 0) break;
+        shown.append(chunk.data(), static_cast<std::size_t>(got));
+    }
+    return shown;
 }
 
 void Program::closeInput() {

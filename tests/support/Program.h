@@ -16,9 +16,11 @@ class Program {
   public:
     using Environment = std::map<std::string, std::string>;
 
+    enum class Input { pipe, terminal };
+
     /// `environment` is the complete environment of the program.
     Program(const std::string& name, const std::vector<std::string>& arguments,
-            const Environment& environment);
+            const Environment& environment, Input input = Input::pipe);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -30,6 +32,8 @@ class Program {
 
     void type(const std::string& line) const;
     void closeInput();
+    /// What the terminal of the input has shown of the typed lines since the last call.
+    [[nodiscard]] std::string echo() const;
     void signal(int number) const;
 
     /// Waits until the program has installed a handler for this signal.

@@ -126,4 +126,11 @@ RealSmtpServer::RealSmtpServer(const TestAuthority::Identity& identity, std::uin
     port_ = static_cast<std::uint16_t>(std::stoi(told));
 }
 
+std::vector<std::string> RealSmtpServer::end() {
+    server_->end();
+    std::vector<std::string> left;
+    for (auto line = server_->readLine(); !line.empty(); line = server_->readLine()) left.push_back(line);
+    return left;
+}
+
 } // namespace morvex

@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace morvex {
 
@@ -79,6 +80,9 @@ class RealSmtpServer {
 
     /// The next message that it took, as JSON.
     std::string nextMessage() { return server_->readLine(); }
+
+    /// Ends the server, and gives the messages that it took and nobody has asked for.
+    std::vector<std::string> end();
 
   private:
     TemporaryFolder folder_;

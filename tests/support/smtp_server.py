@@ -30,7 +30,7 @@ class Sink:
         message = email.message_from_bytes(envelope.content, policy=email.policy.default)
         told = {"sender": envelope.mail_from, "recipients": envelope.rcpt_tos, "from": str(message["From"]),
                 "to": str(message["To"]), "subject": str(message["Subject"]), "date": str(message["Date"]),
-                "headers": message.keys(), "body": message.get_content()}
+                "headers": message.keys(), "body": message.get_content(), "content": envelope.content.decode("latin-1")}
         print(json.dumps(told, ensure_ascii=False), flush=True)
         return "250 2.0.0 Ok"
 
