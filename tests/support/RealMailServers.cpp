@@ -4,6 +4,7 @@
 
 #include <array>
 #include <chrono>
+#include <grp.h>
 #include <netinet/in.h>
 #include <pwd.h>
 #include <sys/socket.h>
@@ -43,20 +44,24 @@ bool listens(std::uint16_t port) {
 
 struct User {
     std::string name;
+    std::string group;
     uid_t uid;
     gid_t gid;
 };
 
-User userNamed(const char* name) {
-    const auto* entry = ::getpwnam(name);
+User userOf(const passwd* entry) {
     require(entry != nullptr, "a user of a server is missing");
-    return {name, entry->pw_uid, entry->pw_gid};
+    const auto* group = ::getgrgid(entry->pw_gid);
+    require(group != nullptr, "the group of a user has no name");
+    return {entry->pw_name, group->gr_name, entry->pw_uid, entry->pw_gid};
+}
+
+User userNamed(const char* name) {
+    return userOf(::getpwnam(name));
 }
 
 User thisUser() {
-    const auto* entry = ::getpwuid(::getuid());
-    require(entry != nullptr, "the user of the tests has no name");
-    return {entry->pw_name, entry->pw_uid, entry->pw_gid};
+    return userOf(::getpwuid(::getuid()));
 }
 
 } // namespace
@@ -99,9 +104,9 @@ std::string RealImapServer::settings(const IdentityFiles& identity) const {
     const auto ids = "uid=" + std::to_string(reader.uid) + " gid=" + std::to_string(reader.gid);
     return "base_dir = " + folder + "/run\nstate_dir = " + folder + "/run\nlog_path = " + folder +
            "/log\nprotocols = imap\nlisten = 127.0.0.1\nfirst_valid_uid = 1\nauth_failure_delay = 0\n" +
-           (isRoot
-                ? std::string()
-                : "default_internal_user = " + reader.name + "\ndefault_login_user = " + reader.name + "\n") +
+           (isRoot ? std::string()
+                   : "default_internal_user = " + reader.name + "\ndefault_login_user = " + reader.name +
+                         "\ndefault_internal_group = " + reader.group + "\n") +
            "ssl = required\nssl_cert = <" + identity.certificate.string() + "\nssl_key = <" +
            identity.key.string() + "\nauth_mechanisms = plain login\nmail_location = maildir:" + folder +
            "/mail\npassdb {\n  driver = static\n  args = password=" + password +
