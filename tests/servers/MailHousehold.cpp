@@ -44,6 +44,11 @@ MailHousehold::MailHousehold(Program::Input input)
     pair(*mac);
 }
 
+MailHousehold::~MailHousehold() {
+    mac->type("konec");
+    EXPECT_EQ(mac->wait(), 0) << mac->output();
+}
+
 std::string MailHousehold::type(const std::string& command, const std::string& answer) {
     mac->type(command);
     return mac->waitForNextLine(answer);

@@ -26,6 +26,10 @@ class MailHousehold : public PrivateHousehold {
     };
 
     explicit MailHousehold(Program::Input input = Program::Input::pipe);
+    /// Ends the companion by its command, so that a sanitizer tells what it has found in it.
+    ~MailHousehold();
+    MailHousehold(const MailHousehold&) = delete;
+    MailHousehold& operator=(const MailHousehold&) = delete;
 
     /// Types a command, and returns the line of the console that contains `answer`.
     std::string type(const std::string& command, const std::string& answer);
