@@ -99,9 +99,12 @@ xcb_window_t VirtualDisplay::withKeyboard() {
 
 bool VirtualDisplay::isOnTop(xcb_window_t window) {
     const auto top = topWindow();
-    while (window != top && window != 0 && window != screen_->root)
-        window =
-            held(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr))->parent;
+    while (window != top && window != 0 && window != screen_->root) {
+        const XcbOwned<xcb_query_tree_reply_t> place(
+            xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
+        if (!place) return false; // it has gone
+        window = place->parent;
+    }
     return top != 0 && window == top;
 }
 
@@ -142,9 +145,10 @@ xcb_window_t VirtualDisplay::topWindow() {
     // Checks the windows from top to bottom; input-only windows do not count.
     const auto* windows = xcb_query_tree_children(reply.get());
     for (auto index = xcb_query_tree_children_length(reply.get()); index-- > 0;) {
-        auto attributes = held(xcb_get_window_attributes_reply(
+        const XcbOwned<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
             connection_, xcb_get_window_attributes(connection_, windows[index]), nullptr));
-        if (attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
+        // A window may go before it is asked about.
+        if (attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE &&
             attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT)
             return windows[index];
     }
