@@ -2,12 +2,9 @@
 #include "app/mail/protocol/MacSMTPClient.h"
 #include "app/mail/protocol/MailBody.h"
 #include "bench/Measure.h"
-#include "foundation/ThreadExecutor.h"
 #include "shared/base/Base64.h"
 #include "tests/support/Await.h"
-#include "tests/support/RealMailServers.h"
-
-#include MORVEX_BASICS
+#include "tests/support/RealMail.h"
 
 #include <cstdio>
 #include <fstream>
@@ -28,19 +25,8 @@ constexpr int unread = 50;
 constexpr int rounds = 7;
 
 /// Part of this program as long as it runs: its threads are not ended.
-struct Bench {
-    TestAuthority authority;
-    TestAuthority::Identity identity = authority.issue("DNS:localhost");
-    RealImapServer imap{identity};
-    RealSmtpServer smtp{identity};
-    std::unique_ptr<Clock> clock = SystemClock::create().value();
-    ThreadExecutor main{"main"};
-    ThreadExecutor workers{"workers"};
-    AsioTlsClient tls{NetworkLimits{}, authority.certificate()};
-    OtherPorts ports{tls, {{993, imap.port()}, {465, smtp.port()}}};
+struct Bench : RealMail {
     TemporaryFolder folder;
-
-    [[nodiscard]] MailServices services() { return {ports, *clock, workers}; }
 
     [[nodiscard]] MacIMAPClient reader() {
         return {services(), "localhost", RealImapServer::username, RealImapServer::password};

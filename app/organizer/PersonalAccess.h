@@ -1,12 +1,12 @@
 #pragma once
 
+#include "app/organizer/CallLimit.h"
 #include "foundation/Clock.h"
 #include "foundation/Signal.h"
 #include "foundation/Task.h"
 #include "platform/ports/PersonalDataStore.h"
 #include "shared/base/Sentence.h"
 
-#include <chrono>
 #include <functional>
 #include <optional>
 #include <stop_token>
@@ -18,7 +18,7 @@ namespace morvex {
 class PersonalAccess {
   public:
     /// What the system may take for an answer that needs no person.
-    static constexpr std::chrono::seconds patience{15};
+    static constexpr auto patience = CallLimit::longest;
 
     /// Both outlive this object.
     PersonalAccess(PersonalDataStore& store, Clock& clock);

@@ -1,13 +1,9 @@
-#include "tests/support/RealMailServers.h"
-
 #include "app/mail/protocol/MacIMAPClient.h"
 #include "app/mail/protocol/MacSMTPClient.h"
-#include "foundation/ThreadExecutor.h"
 #include "shared/base/Base64.h"
 #include "shared/base/SystemTrouble.h"
 #include "tests/support/Await.h"
-
-#include MORVEX_BASICS
+#include "tests/support/RealMail.h"
 
 #include <boost/json/parse.hpp>
 #include <gtest/gtest.h>
@@ -27,37 +23,23 @@ template <class T> std::string told(const Result<T>& result) {
 /// The servers are started once; each test fills the inbox with messages of its own.
 class RealMailServersTest : public testing::Test {
   protected:
-    struct Servers {
-        TestAuthority authority;
-        TestAuthority::Identity identity = authority.issue("DNS:localhost");
-        RealImapServer imap{identity};
-        RealSmtpServer smtp{identity};
-        std::unique_ptr<SystemClock> clock = SystemClock::create().value();
-        ThreadExecutor main{"main"};
-        ThreadExecutor workers{"workers"};
-        AsioTlsClient tls{NetworkLimits{}, authority.certificate()};
-        OtherPorts ports{tls, {{993, imap.port()}, {465, smtp.port()}}};
-    };
-
-    static void SetUpTestSuite() { servers = std::make_unique<Servers>(); }
+    static void SetUpTestSuite() { servers = std::make_unique<RealMail>(); }
 
     static void TearDownTestSuite() { servers.reset(); }
 
-    static MailServices services() { return {servers->ports, *servers->clock, servers->workers}; }
-
     static MacIMAPClient reader(const std::string& password = RealImapServer::password,
                                 const std::string& host = "localhost") {
-        return {services(), host, RealImapServer::username, password};
+        return {servers->services(), host, RealImapServer::username, password};
     }
 
     static MacSMTPClient sender(const std::string& password = RealSmtpServer::password,
                                 const std::string& host = "localhost") {
-        return {services(), host, RealSmtpServer::username, password, "jana@b.cz", "Jana Nová"};
+        return {servers->services(), host, RealSmtpServer::username, password, "jana@b.cz", "Jana Nová"};
     }
 
     template <class T> static T end(Task<T> task) { return await(servers->main, std::move(task)); }
 
-    static inline std::unique_ptr<Servers> servers;
+    static inline std::unique_ptr<RealMail> servers;
 };
 
 TEST_F(RealMailServersTest, ReadAnInbox) {
