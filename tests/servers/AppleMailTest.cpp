@@ -35,6 +35,19 @@ class AppleMailTest : public testing::Test {
         if (!mounted) GTEST_SKIP() << "this system lets no program be mounted (" << mounted.error() << ").";
         osascript = std::move(*mounted);
         home = std::make_unique<MailHousehold>();
+        waitUntilMailIsOffered();
+    }
+
+    /// The accounts are asked for at the start, behind which the tools of mail are offered. The computer may
+    /// well be connected before.
+    void waitUntilMailIsOffered() const {
+        constexpr int attempts = 50;
+        std::string offered;
+        for (int attempt = 0; attempt < attempts; ++attempt) {
+            offered = home->phone({"tools"}).output;
+            if (offered.contains("mac.mail.send")) return;
+        }
+        FAIL() << "mail is not offered, only\n" << offered;
     }
 
     /// Each run has a journal of its own, for the accounts may be asked for at any time.
