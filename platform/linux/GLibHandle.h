@@ -32,6 +32,9 @@ class GLibError {
 
     [[nodiscard]] bool is(GQuark domain, int code) const { return g_error_matches(error_, domain, code); }
 
+    /// Null if nothing failed.
+    [[nodiscard]] const GError* get() const { return error_; }
+
     /// In English, or in the language of the system.
     [[nodiscard]] std::string message() const { return error_ ? error_->message : std::string(); }
 

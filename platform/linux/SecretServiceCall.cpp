@@ -2,11 +2,10 @@
 
 #include "foundation/ProgramLog.h"
 #include "platform/linux/SecretServicePrompt.h"
+#include "platform/linux/SessionBus.h"
 #include "platform/posix/VaultRules.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <string_view>
 
 namespace morvex {
 
@@ -33,12 +32,6 @@ Attributes attributesOf(const std::string& service, const std::string& account) 
 Value valueOf(ByteView bytes) {
     return Value(secret_value_new(reinterpret_cast<const char*>(bytes.data()),
                                   static_cast<gssize>(bytes.size()), "application/octet-stream"));
-}
-
-/// Without an address, or with "autolaunch:", GLib would look for a bus elsewhere or launch one.
-bool namesABus(const char* address) {
-    std::string_view text(address ? address : "");
-    return !text.empty() && !text.contains("autolaunch:");
 }
 
 /// Whether the error means that the service is gone.
@@ -87,7 +80,7 @@ SecretServiceCall::~SecretServiceCall() {
 
 SecretServiceCall::Outcome<void> SecretServiceCall::open() {
     constexpr auto absent = std::unexpected(vaultStatus::notAvailable);
-    if (!namesABus(std::getenv("DBUS_SESSION_BUS_ADDRESS"))) return absent;
+    if (!namesASessionBus()) return absent;
     bus_.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, deadline_.cancellable(), nullptr));
     if (!bus_) return absent;
     // By default GLib ends the process when the session bus ends; this program must go on, since it serves a

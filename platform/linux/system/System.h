@@ -15,10 +15,14 @@
 #include "platform/linux/VaultChoice.h"
 #include "platform/linux/XdgAutostart.h"
 #include "platform/linux/XdgFolders.h"
+#include "platform/linux/evolution/EvolutionCalendarStore.h"
+#include "platform/linux/evolution/EvolutionContactStore.h"
+#include "platform/linux/evolution/EvolutionReminderStore.h"
 #include "platform/linux/system/Basics.h"
 #include "platform/net/AsioTlsClient.h"
 #include "platform/net/BeastWebSocketClient.h"
 #include "platform/net/CurlHttpClient.h"
+#include "platform/posix/HostLocalTime.h"
 #include "platform/posix/InodeBookmarks.h"
 #include "platform/posix/JsonDefaults.h"
 #include "platform/posix/OwnEnvironment.h"
@@ -48,7 +52,8 @@ struct System {
            const std::string& executable)
         : defaults(folders.configuration(), {main, records, clock}),
           loginItem(folders.configuration(), executable),
-          processes(&started) {}
+          processes(&started),
+          personalData(main, localTime) {}
 
     BeastWebSocketClient sockets;
     SystemRandom random;
@@ -66,6 +71,11 @@ struct System {
     XdgAutostart loginItem;
     SystemLauncher processes;
     DesktopUrlOpener opener;
+    HostLocalTime localTime;
+    EvolutionService personalData;
+    EvolutionCalendarStore calendars{personalData};
+    EvolutionReminderStore reminders{personalData};
+    EvolutionContactStore contacts{personalData};
 };
 
 /// The additional services of a companion with a window.

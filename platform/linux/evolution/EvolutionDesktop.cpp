@@ -1,0 +1,170 @@
+#include "platform/linux/evolution/EvolutionDesktop.h"
+
+#include "foundation/OneShot.h"
+#include "foundation/ProgramLog.h"
+#include "foundation/TextFilter.h"
+#include "platform/linux/SessionBus.h"
+#include "shared/base/SystemTrouble.h"
+
+#include <algorithm>
+#include <libebook/libebook.h>
+#include <libecal/libecal.h>
+
+namespace morvex {
+
+namespace {
+
+struct Trouble {
+    SystemTrouble kind;
+
+    [[nodiscard]] Sentence popis() const { return morvex::popis(kind); }
+};
+
+/// Does not wait until a calendar of a server has been reached; what it has stored here is enough.
+constexpr auto withoutWaiting = static_cast<guint32>(-1);
+
+const char* extensionOf(SourceKind kind) {
+    switch (kind) {
+    case SourceKind::events:
+        return E_SOURCE_EXTENSION_CALENDAR;
+    case SourceKind::tasks:
+        return E_SOURCE_EXTENSION_TASK_LIST;
+    case SourceKind::contacts:
+        return E_SOURCE_EXTENSION_ADDRESS_BOOK;
+    }
+}
+
+EClient* connect(SourceKind kind, ESource* source, GCancellable* cancellable, GError** error) {
+    switch (kind) {
+    case SourceKind::events:
+        return e_cal_client_connect_sync(source, E_CAL_CLIENT_SOURCE_TYPE_EVENTS, withoutWaiting, cancellable,
+                                         error);
+    case SourceKind::tasks:
+        return e_cal_client_connect_sync(source, E_CAL_CLIENT_SOURCE_TYPE_TASKS, withoutWaiting, cancellable,
+                                         error);
+    case SourceKind::contacts:
+        return e_book_client_connect_sync(source, withoutWaiting, cancellable, error);
+    }
+}
+
+std::string textOf(const char* text) {
+    return text ? text : "";
+}
+
+bool isMissing(const GLibError& error) {
+    return error.is(G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
+           error.is(G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
+}
+
+} // namespace
+
+Error evolutionFailure(const GLibError& error) {
+    if (error.is(G_IO_ERROR, G_IO_ERROR_CANCELLED)) return Abandoned{};
+    auto words = foreignWords(error.message());
+    if (words.find_first_not_of(' ') == std::string::npos) return Trouble{SystemTrouble::other};
+    return TextError(std::move(words));
+}
+
+EvolutionDesktop::~EvolutionDesktop() {
+    close();
+}
+
+void EvolutionDesktop::close() {
+    for (const auto& [key, client] : clients_) g_signal_handlers_disconnect_by_data(client.get(), this);
+    clients_.clear();
+    if (registry_) g_signal_handlers_disconnect_by_data(registry_.get(), this);
+    registry_.reset();
+    bus_.reset();
+}
+
+Result<void> EvolutionDesktop::open(GCancellable* cancellable) {
+    if (registry_ && !g_dbus_connection_is_closed(bus_.get())) return {};
+    close();
+    if (!namesASessionBus()) return fail(Trouble{SystemTrouble::serviceMissing});
+    GLibError error;
+    bus_.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable, error.slot()));
+    // By default GLib ends the process when the session bus ends.
+    if (bus_) g_dbus_connection_set_exit_on_close(bus_.get(), FALSE);
+    if (bus_) registry_.reset(e_source_registry_new_sync(cancellable, error.slot()));
+    if (!registry_) {
+        if (error.is(G_IO_ERROR, G_IO_ERROR_CANCELLED)) return fail(Abandoned{});
+        ProgramLog::write("calendars: " + error.message());
+        if (!bus_ || isMissing(error)) return fail(Trouble{SystemTrouble::serviceMissing});
+        return fail(evolutionFailure(error));
+    }
+    for (const char* signal :
+         {"source-added", "source-removed", "source-changed", "source-enabled", "source-disabled"})
+        g_signal_connect(registry_.get(), signal, G_CALLBACK(&EvolutionDesktop::sourceChanged), this);
+    return {};
+}
+
+std::vector<EvolutionDesktop::Source> EvolutionDesktop::sources(SourceKind kind) const {
+    std::vector<Source> found;
+    GLibHandle<GList, g_list_free> list(e_source_registry_list_enabled(registry_.get(), extensionOf(kind)));
+    for (GList* node = list.get(); node; node = node->next) {
+        GLibHandle<ESource> source(E_SOURCE(node->data));
+        const char* parent = e_source_get_parent(source.get());
+        GLibHandle<ESource> account(parent ? e_source_registry_ref_source(registry_.get(), parent) : nullptr);
+        Source each{.source = nullptr,
+                    .id = textOf(e_source_get_uid(source.get())),
+                    .name = visibleText(textOf(e_source_get_display_name(source.get()))),
+                    .account = account ? visibleText(textOf(e_source_get_display_name(account.get()))) : ""};
+        each.source = std::move(source);
+        found.push_back(std::move(each));
+    }
+    std::ranges::sort(found, {}, [](const Source& each) { return std::tie(each.name, each.id); });
+    return found;
+}
+
+std::optional<std::string> EvolutionDesktop::defaultSource(SourceKind kind) const {
+    GLibHandle<ESource> source(
+        e_source_registry_ref_default_for_extension_name(registry_.get(), extensionOf(kind)));
+    if (!source || !e_source_registry_check_enabled(registry_.get(), source.get())) return std::nullopt;
+    return textOf(e_source_get_uid(source.get()));
+}
+
+Result<EClient*> EvolutionDesktop::client(SourceKind kind, const std::string& id, GCancellable* cancellable) {
+    GLibHandle<ESource> source(e_source_registry_ref_source(registry_.get(), id.c_str()));
+    const bool isThere = source && e_source_has_extension(source.get(), extensionOf(kind)) &&
+                         e_source_registry_check_enabled(registry_.get(), source.get());
+    if (!isThere) {
+        clients_.erase({kind, id});
+        return fail(Trouble{SystemTrouble::notFound});
+    }
+    auto& known = clients_[{kind, id}];
+    if (known) return known.get();
+    GLibError error;
+    known.reset(connect(kind, source.get(), cancellable, error.slot()));
+    if (!known) {
+        clients_.erase({kind, id});
+        return fail(evolutionFailure(error));
+    }
+    g_signal_connect(known.get(), "backend-died", G_CALLBACK(&EvolutionDesktop::died), this);
+    return known.get();
+}
+
+bool EvolutionDesktop::isLost(const GLibError& error) {
+    const GQuark domain = error.get()->domain;
+    return (domain == G_DBUS_ERROR || domain == G_IO_ERROR) && !error.is(G_IO_ERROR, G_IO_ERROR_CANCELLED);
+}
+
+bool EvolutionDesktop::isUndelivered(const GLibError& error) {
+    // The plain failure is that of a proxy whose service has gone.
+    return isMissing(error) || error.is(G_DBUS_ERROR, G_DBUS_ERROR_UNKNOWN_OBJECT) ||
+           error.is(G_DBUS_ERROR, G_DBUS_ERROR_UNKNOWN_METHOD) || error.is(G_IO_ERROR, G_IO_ERROR_FAILED);
+}
+
+void EvolutionDesktop::died(EClient* client, gpointer self) {
+    std::erase_if(static_cast<EvolutionDesktop*>(self)->clients_,
+                  [client](const auto& entry) { return entry.second.get() == client; });
+}
+
+void EvolutionDesktop::sourceChanged(ESourceRegistry*, ESource* source, gpointer self) {
+    const bool isOurs = e_source_has_extension(source, E_SOURCE_EXTENSION_CALENDAR) ||
+                        e_source_has_extension(source, E_SOURCE_EXTENSION_TASK_LIST) ||
+                        e_source_has_extension(source, E_SOURCE_EXTENSION_ADDRESS_BOOK) ||
+                        e_source_has_extension(source, E_SOURCE_EXTENSION_COLLECTION);
+    if (isOurs) static_cast<EvolutionDesktop*>(self)->changed_();
+}
+
+} // namespace morvex

@@ -1,0 +1,80 @@
+#pragma once
+
+#include "platform/linux/GLibHandle.h"
+#include "shared/base/Error.h"
+
+#include <libedataserver/libedataserver.h>
+
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace morvex {
+
+enum class SourceKind { events, tasks, contacts };
+
+/// The failure of a call, in the service's own words as far as a reader can see them; `Abandoned` when the
+/// call was cancelled.
+Error evolutionFailure(const GLibError& error);
+
+/// The desktop's accounts and the services behind them. Lives on one thread, whose default context hears the
+/// signals. Every call that may block ends when its cancellable is cancelled.
+class EvolutionDesktop {
+  public:
+    struct Source {
+        GLibHandle<ESource> source;
+        std::string id;
+        std::string name;
+        std::string account;
+    };
+
+    /// `changed` is called when sources come, go or change.
+    explicit EvolutionDesktop(std::function<void()> changed) : changed_(std::move(changed)) {}
+    ~EvolutionDesktop();
+
+    EvolutionDesktop(const EvolutionDesktop&) = delete;
+    EvolutionDesktop& operator=(const EvolutionDesktop&) = delete;
+
+    /// Reaches the registry of sources, also again after the bus has ended. First of all calls.
+    Result<void> open(GCancellable* cancellable);
+
+    /// The enabled ones, by name.
+    [[nodiscard]] std::vector<Source> sources(SourceKind kind) const;
+    [[nodiscard]] std::optional<std::string> defaultSource(SourceKind kind) const;
+
+    /// A service that was lost since the last call is opened anew: `work` gets the client (`ECalClient` or
+    /// `EBookClient`), an error and the cancellable. It is called a second time if the first one certainly
+    /// did not arrive. A source that is gone fails with `SystemTrouble::notFound`.
+    template <class T, class Work>
+    Result<T> with(SourceKind kind, const std::string& id, GCancellable* cancellable, Work work) {
+        for (bool again : {true, false}) {
+            auto client = this->client(kind, id, cancellable);
+            if (!client) return std::unexpected(client.error());
+            GLibError error;
+            Result<T> result = work(*client, error);
+            if (!error.get() || !isLost(error)) return result;
+            clients_.erase({kind, id});
+            if (!again || !isUndelivered(error)) return result;
+        }
+        std::unreachable();
+    }
+
+  private:
+    static bool isLost(const GLibError& error);
+    static bool isUndelivered(const GLibError& error);
+    static void died(EClient* client, gpointer self);
+    static void sourceChanged(ESourceRegistry* registry, ESource* source, gpointer self);
+
+    Result<EClient*> client(SourceKind kind, const std::string& id, GCancellable* cancellable);
+    void close();
+
+    std::function<void()> changed_;
+    GLibHandle<GDBusConnection> bus_;
+    GLibHandle<ESourceRegistry> registry_;
+    std::map<std::pair<SourceKind, std::string>, GLibHandle<EClient>> clients_;
+};
+
+} // namespace morvex
