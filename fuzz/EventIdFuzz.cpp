@@ -1,4 +1,5 @@
-// The id of an event, as a phone sends it back: what is read is written the same, and names what may be asked.
+// The id of an event, as a phone sends it back: what is read is written the same, and names what may be
+// asked.
 
 #include "platform/linux/evolution/EventId.h"
 #include "shared/base/Bytes.h"

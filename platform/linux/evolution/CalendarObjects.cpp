@@ -33,7 +33,8 @@ Result<EventSeries> CalendarCall::series(const std::string& uid) const {
     }
     std::vector<Component> found;
     for (GSList* node = list; node; node = node->next)
-        found.emplace_back(i_cal_component_clone(e_cal_component_get_icalcomponent(E_CAL_COMPONENT(node->data))));
+        found.emplace_back(
+            i_cal_component_clone(e_cal_component_get_icalcomponent(E_CAL_COMPONENT(node->data))));
     g_slist_free_full(list, g_object_unref);
     auto groups = EventSeries::grouped(std::move(found));
     const auto group = groups.find(uid);

@@ -45,7 +45,8 @@ std::optional<std::string> contactQuery(std::string_view name) {
     if (words.empty() || words.size() > mostWords) return std::nullopt;
     std::string query = "(and";
     for (const auto& word : words)
-        query += " (or (contains \"full_name\" " + inQuotes(word) + ") (contains \"org\" " + inQuotes(word) + "))";
+        query +=
+            " (or (contains \"full_name\" " + inQuotes(word) + ") (contains \"org\" " + inQuotes(word) + "))";
     return query + ")";
 }
 

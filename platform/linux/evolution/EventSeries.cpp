@@ -10,7 +10,8 @@ namespace {
 
 using namespace std::chrono;
 
-Occurrence occurrence(ICalComponent* component, const IcalTime& start, seconds length, const TimeZone& local) {
+Occurrence occurrence(ICalComponent* component, const IcalTime& start, seconds length,
+                      const TimeZone& local) {
     Occurrence made;
     made.component = component;
     made.start = start;
@@ -22,7 +23,8 @@ Occurrence occurrence(ICalComponent* component, const IcalTime& start, seconds l
     return made;
 }
 
-std::optional<Occurrence> ofComponent(ICalComponent* component, const TimeZone& local, const ZoneLookup& zones) {
+std::optional<Occurrence> ofComponent(ICalComponent* component, const TimeZone& local,
+                                      const ZoneLookup& zones) {
     const auto start = IcalTime::of(component, I_CAL_DTSTART_PROPERTY, zones);
     if (!start) return std::nullopt;
     return occurrence(component, *start, lengthOf(component, *start, local, zones), local);

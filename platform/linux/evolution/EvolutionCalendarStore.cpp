@@ -16,10 +16,10 @@ using namespace std::chrono;
 template <class T, class Work>
 Result<T> inCalendar(EvolutionDesktop& desktop, const std::string& calendar, const TimeZone& local,
                      GCancellable* cancellable, Work work) {
-    return desktop.with<T>(
-        SourceKind::events, calendar, cancellable, [&](EClient* client, GLibError& error) -> Result<T> {
-            return work(CalendarCall{E_CAL_CLIENT(client), local, cancellable, error});
-        });
+    return desktop.with<T>(SourceKind::events, calendar, cancellable,
+                           [&](EClient* client, GLibError& error) -> Result<T> {
+                               return work(CalendarCall{E_CAL_CLIENT(client), local, cancellable, error});
+                           });
 }
 
 bool isGone(const Error& error) {
@@ -43,11 +43,12 @@ class Gathering {
     Gathering(Date from, Date to, std::size_t limit)
         : from_(floor<seconds>(from)), to_(ceil<seconds>(to)), limit_(limit) {}
 
-    /// Series and changed occurrences are all asked for, since the service looks for a changed occurrence where
-    /// it was before; the rest a day around the time, since it may take a day for one of another zone.
+    /// Series and changed occurrences are all asked for, since the service looks for a changed occurrence
+    /// where it was before; the rest a day around the time, since it may take a day for one of another zone.
     [[nodiscard]] std::string query() const {
         const auto made = [](sys_seconds time) {
-            return "(make-time \"" + IcalTime{IcalTime::Kind::utc, time.time_since_epoch(), nullptr, ""}.key() + "\")";
+            return "(make-time \"" +
+                   IcalTime{IcalTime::Kind::utc, time.time_since_epoch(), nullptr, ""}.key() + "\")";
         };
         return "(or (has-recurrences?) (occur-in-time-range? " + made(from_ - days(1)) + " " +
                made(to_ + days(1)) + "))";
@@ -65,7 +66,8 @@ class Gathering {
     }
 
     std::vector<CalendarEvent> take() {
-        std::ranges::sort(events_, {}, [](const CalendarEvent& each) { return std::tie(each.start, each.id); });
+        std::ranges::sort(events_, {},
+                          [](const CalendarEvent& each) { return std::tie(each.start, each.id); });
         if (events_.size() > limit_) events_.resize(limit_);
         return std::move(events_);
     }
@@ -89,12 +91,12 @@ Result<std::vector<CalendarEvent>> gather(EvolutionDesktop& desktop, Gathering g
     std::optional<Error> failure;
     bool anyAnswered = calendars.empty();
     for (const auto& calendar : calendars) {
-        const auto done = inCalendar<void>(
-            desktop, calendar, local, cancellable, [&](const CalendarCall& call) -> Result<void> {
-                TRY(auto, components, call.query(gathering.query()));
-                gathering.add(calendar, std::move(components), call);
-                return {};
-            });
+        const auto done = inCalendar<void>(desktop, calendar, local, cancellable,
+                                           [&](const CalendarCall& call) -> Result<void> {
+                                               TRY(auto, components, call.query(gathering.query()));
+                                               gathering.add(calendar, std::move(components), call);
+                                               return {};
+                                           });
         anyAnswered = anyAnswered || done || isGone(done.error());
         if (!done && done.error().as<Abandoned>()) return fail(done.error());
         if (!done && !isGone(done.error()) && !failure) failure = done.error();
@@ -111,12 +113,13 @@ Result<T> withEvent(EvolutionDesktop& desktop, const std::string& text, const Ti
                     GCancellable* cancellable, T absent, Work work) {
     const auto id = EventId::parse(text);
     if (!id) return absent;
-    auto result = inCalendar<T>(desktop, id->source, local, cancellable, [&](const CalendarCall& call) -> Result<T> {
-        TRY(auto, series, call.series(id->uid));
-        const auto found = series.named(id->recurrence, local, call.zones());
-        if (!found) return absent;
-        return work(call, *id, series, *found);
-    });
+    auto result =
+        inCalendar<T>(desktop, id->source, local, cancellable, [&](const CalendarCall& call) -> Result<T> {
+            TRY(auto, series, call.series(id->uid));
+            const auto found = series.named(id->recurrence, local, call.zones());
+            if (!found) return absent;
+            return work(call, *id, series, *found);
+        });
     if (!result && isGone(result.error())) return absent;
     return result;
 }
@@ -191,8 +194,8 @@ Result<bool> change(const CalendarCall& call, const Occurrence& found, const Cal
 Result<bool> erase(const CalendarCall& call, const EventId& id, const EventSeries& series,
                    const Occurrence& found) {
     const auto planned = IcalTime::of(found.component, I_CAL_RECURRENCEID_PROPERTY, call.zones());
-    // A changed occurrence is named by what stands in it. That leaves an exception without a zone, which other
-    // programs may not understand, so the series gets the true one too.
+    // A changed occurrence is named by what stands in it. That leaves an exception without a zone, which
+    // other programs may not understand, so the series gets the true one too.
     if (planned) CHECK(call.remove(id.uid, planned->text().c_str()));
     if (planned && !series.master()) return true;
     if (planned && id.recurrence == planned->text()) return true;
@@ -209,9 +212,10 @@ Task<Result<std::vector<CalendarInfo>>> EvolutionCalendarStore::calendars(std::s
            GCancellable* cancellable) -> Result<std::vector<CalendarInfo>> {
             std::vector<CalendarInfo> found;
             for (const auto& each : desktop.sources(SourceKind::events)) {
-                const auto writable = desktop.with<bool>(
-                    SourceKind::events, each.id, cancellable,
-                    [](EClient* client, GLibError&) -> Result<bool> { return !e_client_is_readonly(client); });
+                const auto writable = desktop.with<bool>(SourceKind::events, each.id, cancellable,
+                                                         [](EClient* client, GLibError&) -> Result<bool> {
+                                                             return !e_client_is_readonly(client);
+                                                         });
                 if (!writable && writable.error().as<Abandoned>()) return fail(writable.error());
                 found.push_back({each.id, each.name, each.account, writable.value_or(false)});
             }
@@ -233,14 +237,14 @@ Task<Result<std::vector<CalendarEvent>>> EvolutionCalendarStore::events(Date fro
                                                                         std::stop_token stop) {
     if (to <= from || limit == 0) co_return std::vector<CalendarEvent>();
     co_return co_await service_.run(
-        std::move(stop),
-        [gathering = Gathering(from, to, limit), calendars = std::move(calendars)](
-            EvolutionDesktop& desktop, const TimeZone& local, GCancellable* cancellable) {
+        std::move(stop), [gathering = Gathering(from, to, limit), calendars = std::move(calendars)](
+                             EvolutionDesktop& desktop, const TimeZone& local, GCancellable* cancellable) {
             return gather(desktop, gathering, calendars, local, cancellable);
         });
 }
 
-Task<Result<std::optional<CalendarEvent>>> EvolutionCalendarStore::event(std::string id, std::stop_token stop) {
+Task<Result<std::optional<CalendarEvent>>> EvolutionCalendarStore::event(std::string id,
+                                                                         std::stop_token stop) {
     co_return co_await service_.run(
         std::move(stop),
         [id = std::move(id)](EvolutionDesktop& desktop, const TimeZone& local, GCancellable* cancellable) {
@@ -253,22 +257,22 @@ Task<Result<std::optional<CalendarEvent>>> EvolutionCalendarStore::event(std::st
 }
 
 Task<Result<std::string>> EvolutionCalendarStore::create(NewCalendarEvent event, std::stop_token stop) {
-    co_return co_await service_.run(
-        std::move(stop),
-        [event = std::move(event)](EvolutionDesktop& desktop, const TimeZone& local, GCancellable* cancellable) {
-            // Made once, so that a second attempt has the same id.
-            const auto component = newComponent(I_CAL_VEVENT_COMPONENT);
-            return inCalendar<std::string>(
-                desktop, event.calendar, local, cancellable,
-                [&](const CalendarCall& call) -> Result<std::string> {
-                    setText(component.get(), I_CAL_SUMMARY_PROPERTY, event.title);
-                    if (event.location) setText(component.get(), I_CAL_LOCATION_PROPERTY, *event.location);
-                    CHECK(setTimes(call, component.get(),
-                                   {floor<seconds>(event.start), floor<seconds>(event.end)}));
-                    CHECK(call.create(component.get()));
-                    return EventId{event.calendar, i_cal_component_get_uid(component.get()), ""}.text();
-                });
-        });
+    co_return co_await service_.run(std::move(stop), [event = std::move(event)](EvolutionDesktop& desktop,
+                                                                                const TimeZone& local,
+                                                                                GCancellable* cancellable) {
+        // Made once, so that a second attempt has the same id.
+        const auto component = newComponent(I_CAL_VEVENT_COMPONENT);
+        return inCalendar<std::string>(
+            desktop, event.calendar, local, cancellable,
+            [&](const CalendarCall& call) -> Result<std::string> {
+                setText(component.get(), I_CAL_SUMMARY_PROPERTY, event.title);
+                if (event.location) setText(component.get(), I_CAL_LOCATION_PROPERTY, *event.location);
+                CHECK(setTimes(call, component.get(),
+                               {floor<seconds>(event.start), floor<seconds>(event.end)}));
+                CHECK(call.create(component.get()));
+                return EventId{event.calendar, i_cal_component_get_uid(component.get()), ""}.text();
+            });
+    });
 }
 
 Task<Result<bool>> EvolutionCalendarStore::update(std::string id, CalendarEventChange wanted,

@@ -5,8 +5,9 @@
 #include "platform/linux/evolution/ContactUnion.h"
 #include "platform/linux/evolution/EventId.h"
 
-#include <iterator>
 #include <libebook/libebook.h>
+
+#include <iterator>
 
 namespace morvex {
 
@@ -43,8 +44,9 @@ Contact told(EContact* contact, const std::string& book) {
     return made;
 }
 
-Result<std::vector<BookContact>> inBook(EBookClient* client, const std::string& book, const std::string& query,
-                                        GCancellable* cancellable, GLibError& error) {
+Result<std::vector<BookContact>> inBook(EBookClient* client, const std::string& book,
+                                        const std::string& query, GCancellable* cancellable,
+                                        GLibError& error) {
     GSList* list = nullptr;
     if (!e_book_client_get_contacts_sync(client, query.c_str(), &list, cancellable, error.slot()))
         return fail(evolutionFailure(error));

@@ -6,9 +6,10 @@
 #include "platform/linux/SessionBus.h"
 #include "shared/base/SystemTrouble.h"
 
-#include <algorithm>
 #include <libebook/libebook.h>
 #include <libecal/libecal.h>
+
+#include <algorithm>
 
 namespace morvex {
 

@@ -33,6 +33,7 @@ class EvolutionDesktop {
 
     /// `changed` is called when sources come, go or change.
     explicit EvolutionDesktop(std::function<void()> changed) : changed_(std::move(changed)) {}
+
     ~EvolutionDesktop();
 
     EvolutionDesktop(const EvolutionDesktop&) = delete;

@@ -19,10 +19,10 @@ using namespace std::chrono;
 template <class T, class Work>
 Result<T> inList(EvolutionDesktop& desktop, const std::string& list, const TimeZone& local,
                  GCancellable* cancellable, Work work) {
-    return desktop.with<T>(
-        SourceKind::tasks, list, cancellable, [&](EClient* client, GLibError& error) -> Result<T> {
-            return work(CalendarCall{E_CAL_CLIENT(client), local, cancellable, error});
-        });
+    return desktop.with<T>(SourceKind::tasks, list, cancellable,
+                           [&](EClient* client, GLibError& error) -> Result<T> {
+                               return work(CalendarCall{E_CAL_CLIENT(client), local, cancellable, error});
+                           });
 }
 
 bool isCompleted(ICalComponent* component) {
@@ -47,7 +47,8 @@ std::string keyOf(ICalComponent* component, const EventSeries& series, const Cal
     return time ? time->key() : "";
 }
 
-Reminder told(ICalComponent* component, const EventId& id, const std::string& list, const CalendarCall& call) {
+Reminder told(ICalComponent* component, const EventId& id, const std::string& list,
+              const CalendarCall& call) {
     const auto due = dueOf(component, call);
     return {.id = id.text(),
             .title = textOf(component, I_CAL_SUMMARY_PROPERTY).value_or(""),
@@ -97,7 +98,8 @@ Component alarmAt(const std::string& title, sys_seconds moment) {
 /// With a point, whatever the language of the system.
 std::string decimal(double number, int digits) {
     std::array<char, 400> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed, digits);
+    const auto end =
+        std::to_chars(text.data(), text.data() + text.size(), number, std::chars_format::fixed, digits);
     return {text.data(), end.ptr};
 }
 
@@ -151,7 +153,8 @@ ICalComponent* componentOf(const EventSeries& series, const EventId& id, const C
     return series.master();
 }
 
-Result<std::optional<Reminder>> completeOne(const CalendarCall& call, const EventId& id, const std::string& list) {
+Result<std::optional<Reminder>> completeOne(const CalendarCall& call, const EventId& id,
+                                            const std::string& list) {
     TRY(auto, series, call.series(id.uid));
     auto* component = componentOf(series, id, call);
     if (!component || i_cal_component_isa(component) != I_CAL_VTODO_COMPONENT) return std::nullopt;
@@ -162,8 +165,8 @@ Result<std::optional<Reminder>> completeOne(const CalendarCall& call, const Even
     const bool isOver = next > id.recurrence;
     if (next < id.recurrence) return std::nullopt;
     if (!reminder.completed && !isOver) {
-        if (!e_cal_util_mark_task_complete_sync(component, static_cast<time_t>(-1), call.client, call.cancellable,
-                                                call.error.slot()))
+        if (!e_cal_util_mark_task_complete_sync(component, static_cast<time_t>(-1), call.client,
+                                                call.cancellable, call.error.slot()))
             return call.failure();
         const bool isOne = firstProperty(component, I_CAL_RECURRENCEID_PROPERTY) != nullptr;
         CHECK(call.modify(component, isOne ? E_CAL_OBJ_MOD_THIS : E_CAL_OBJ_MOD_ALL));
@@ -175,20 +178,22 @@ Result<std::optional<Reminder>> completeOne(const CalendarCall& call, const Even
 } // namespace
 
 Task<Result<std::vector<ReminderList>>> EvolutionReminderStore::lists(std::stop_token stop) {
-    co_return co_await service_.run(
-        std::move(stop),
-        [](EvolutionDesktop& desktop, const TimeZone&,
-           GCancellable* cancellable) -> Result<std::vector<ReminderList>> {
-            std::vector<ReminderList> found;
-            for (const auto& each : desktop.sources(SourceKind::tasks)) {
-                const auto writable = desktop.with<bool>(
-                    SourceKind::tasks, each.id, cancellable,
-                    [](EClient* client, GLibError&) -> Result<bool> { return !e_client_is_readonly(client); });
-                if (!writable && writable.error().as<Abandoned>()) return fail(writable.error());
-                found.push_back({each.id, each.name, writable.value_or(false)});
-            }
-            return found;
-        });
+    co_return co_await service_.run(std::move(stop),
+                                    [](EvolutionDesktop& desktop, const TimeZone&,
+                                       GCancellable* cancellable) -> Result<std::vector<ReminderList>> {
+                                        std::vector<ReminderList> found;
+                                        for (const auto& each : desktop.sources(SourceKind::tasks)) {
+                                            const auto writable = desktop.with<bool>(
+                                                SourceKind::tasks, each.id, cancellable,
+                                                [](EClient* client, GLibError&) -> Result<bool> {
+                                                    return !e_client_is_readonly(client);
+                                                });
+                                            if (!writable && writable.error().as<Abandoned>())
+                                                return fail(writable.error());
+                                            found.push_back({each.id, each.name, writable.value_or(false)});
+                                        }
+                                        return found;
+                                    });
 }
 
 Task<Result<std::optional<std::string>>> EvolutionReminderStore::defaultList(std::stop_token stop) {
@@ -199,7 +204,8 @@ Task<Result<std::optional<std::string>>> EvolutionReminderStore::defaultList(std
         });
 }
 
-Task<Result<std::vector<Reminder>>> EvolutionReminderStore::reminders(bool includeCompleted, std::stop_token stop) {
+Task<Result<std::vector<Reminder>>> EvolutionReminderStore::reminders(bool includeCompleted,
+                                                                      std::stop_token stop) {
     co_return co_await service_.run(
         std::move(stop),
         [includeCompleted](EvolutionDesktop& desktop, const TimeZone& local,
@@ -227,13 +233,13 @@ Task<Result<std::string>> EvolutionReminderStore::create(NewReminder reminder, s
         std::move(stop), [reminder = std::move(reminder)](EvolutionDesktop& desktop, const TimeZone& local,
                                                           GCancellable* cancellable) {
             const auto blank = newComponent(I_CAL_VTODO_COMPONENT);
-            return inList<std::string>(
-                desktop, reminder.list, local, cancellable, [&](const CalendarCall& call) -> Result<std::string> {
-                    const Component component(i_cal_component_clone(blank.get()));
-                    CHECK(fill(call, component.get(), reminder));
-                    CHECK(call.create(component.get()));
-                    return EventId{reminder.list, uidOf(component.get()), ""}.text();
-                });
+            return inList<std::string>(desktop, reminder.list, local, cancellable,
+                                       [&](const CalendarCall& call) -> Result<std::string> {
+                                           const Component component(i_cal_component_clone(blank.get()));
+                                           CHECK(fill(call, component.get(), reminder));
+                                           CHECK(call.create(component.get()));
+                                           return EventId{reminder.list, uidOf(component.get()), ""}.text();
+                                       });
         });
 }
 

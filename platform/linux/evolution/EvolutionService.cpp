@@ -68,9 +68,9 @@ bool EvolutionService::hasThread() {
 }
 
 Task<Result<void>> EvolutionService::requestAccess(std::stop_token stop) {
-    const auto reached = co_await run(
-        std::move(stop),
-        [](EvolutionDesktop&, const TimeZone&, GCancellable*) -> Result<void> { return {}; });
+    const auto reached =
+        co_await run(std::move(stop),
+                     [](EvolutionDesktop&, const TimeZone&, GCancellable*) -> Result<void> { return {}; });
     // Who stops asking learns nothing new.
     const bool isNews = reached || !reached.error().as<Abandoned>() || access_ == DataAccess::notDetermined;
     if (isNews) setAccess(reached ? DataAccess::full : DataAccess::restricted);

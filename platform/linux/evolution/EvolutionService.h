@@ -29,7 +29,9 @@ class EvolutionService {
 
     [[nodiscard]] DataAccess access() const { return access_; }
 
-    [[nodiscard]] Connection onChange(std::function<void()> slot) { return changes_.connect(std::move(slot)); }
+    [[nodiscard]] Connection onChange(std::function<void()> slot) {
+        return changes_.connect(std::move(slot));
+    }
 
     Task<Result<void>> requestAccess(std::stop_token stop);
 

@@ -21,8 +21,8 @@ class EvolutionThread {
     EvolutionThread(const EvolutionThread&) = delete;
     EvolutionThread& operator=(const EvolutionThread&) = delete;
 
-    /// Cancels the job that runs and drops the others, also later ones. Waits for two seconds at most; a thread
-    /// that still blocks then ends by itself later.
+    /// Cancels the job that runs and drops the others, also later ones. Waits for two seconds at most; a
+    /// thread that still blocks then ends by itself later.
     void end();
 
     /// From any thread. `cancellable` is that of the job.

@@ -31,10 +31,10 @@ std::string written(seconds wall, bool isDay) {
     const year_month_day day{sys_days(midnight)};
     const hh_mm_ss time(wall - midnight);
     std::array<char, 64> text{};
-    const int length = std::snprintf(
-        text.data(), text.size(), isDay ? "%04d%02u%02u" : "%04d%02u%02uT%02d%02d%02d", int(day.year()),
-        unsigned(day.month()), unsigned(day.day()), int(time.hours().count()), int(time.minutes().count()),
-        int(time.seconds().count()));
+    const int length =
+        std::snprintf(text.data(), text.size(), isDay ? "%04d%02u%02u" : "%04d%02u%02uT%02d%02d%02d",
+                      int(day.year()), unsigned(day.month()), unsigned(day.day()), int(time.hours().count()),
+                      int(time.minutes().count()), int(time.seconds().count()));
     return {text.data(), static_cast<std::size_t>(length)};
 }
 
@@ -61,7 +61,8 @@ std::optional<IcalTime> IcalTime::of(ICalProperty* property, const ZoneLookup& z
     return of(time.get(), zone ? i_cal_parameter_get_tzid(zone.get()) : nullptr, zones);
 }
 
-std::optional<IcalTime> IcalTime::of(ICalComponent* component, ICalPropertyKind kind, const ZoneLookup& zones) {
+std::optional<IcalTime> IcalTime::of(ICalComponent* component, ICalPropertyKind kind,
+                                     const ZoneLookup& zones) {
     const auto property = firstProperty(component, kind);
     return property ? of(property.get(), zones) : std::nullopt;
 }
@@ -90,8 +91,7 @@ IcalTime IcalTime::at(seconds other) const {
 }
 
 GLibHandle<ICalTime> IcalTime::value() const {
-    GLibHandle<ICalTime> time(
-        i_cal_time_new_from_string((text() + (kind == Kind::utc ? "Z" : "")).c_str()));
+    GLibHandle<ICalTime> time(i_cal_time_new_from_string((text() + (kind == Kind::utc ? "Z" : "")).c_str()));
     if (kind == Kind::zoned) i_cal_time_set_timezone(time.get(), zone);
     return time;
 }

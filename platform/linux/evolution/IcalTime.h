@@ -21,16 +21,17 @@ struct IcalTime {
     enum class Kind { day, floating, utc, zoned };
 
     Kind kind = Kind::floating;
-    std::chrono::seconds wall{0};  ///< what the clock shows, counted as if it showed UTC
-    ICalTimezone* zone = nullptr;  ///< of `zoned`; belongs to its calendar
-    std::string zoneId;            ///< its TZID
+    std::chrono::seconds wall{0}; ///< what the clock shows, counted as if it showed UTC
+    ICalTimezone* zone = nullptr; ///< of `zoned`; belongs to its calendar
+    std::string zoneId;           ///< its TZID
 
     /// The value of a property that holds one.
     static std::optional<IcalTime> of(ICalProperty* property, const ZoneLookup& zones);
     static std::optional<IcalTime> of(ICalTime* value, const char* zoneId, const ZoneLookup& zones);
 
     /// Of a component, its first property of this kind.
-    static std::optional<IcalTime> of(ICalComponent* component, ICalPropertyKind kind, const ZoneLookup& zones);
+    static std::optional<IcalTime> of(ICalComponent* component, ICalPropertyKind kind,
+                                      const ZoneLookup& zones);
 
     /// By the clocks of `local` where it has no zone of its own.
     [[nodiscard]] std::chrono::sys_seconds instant(const TimeZone& local) const;

@@ -1,0 +1,165 @@
+#include "platform/linux/evolution/EvolutionService.h"
+
+#include "platform/linux/evolution/EvolutionContactStore.h"
+#include "platform/linux/evolution/EvolutionReminderStore.h"
+#include "tests/platform/linux/evolution/EvolutionTest.h"
+#include "tests/support/BusService.h"
+#include "tests/support/PrivateBus.h"
+
+#include <atomic>
+#include <semaphore>
+
+namespace morvex {
+namespace {
+
+using namespace std::chrono_literals;
+
+class EvolutionServiceTest : public EvolutionTest {
+  protected:
+    /// Stops a moment after the call began.
+    struct SoonStopped {
+        std::stop_source source;
+        std::jthread later{[this] {
+            std::this_thread::sleep_for(300ms);
+            source.request_stop();
+        }};
+    };
+};
+
+TEST_F(EvolutionServiceTest, AStoppedServiceHoldsNobodyAndTheNextCallsWork) {
+    EvolutionCalendarStore store(*service);
+    ASSERT_TRUE(run(store.calendars({})).has_value());
+    const auto process = PrivateDesktop::processOf(PrivateDesktop::calendars);
+    ::kill(process, SIGSTOP);
+    for (int call = 0; call < 2; ++call) {
+        SoonStopped soon;
+        const auto found = run(store.events(at("2026-03-20T00:00:00Z"), at("2026-04-20T00:00:00Z"),
+                                            {personal}, 10, soon.source.get_token()));
+        ASSERT_FALSE(found.has_value());
+        EXPECT_NE(found.error().as<Abandoned>(), nullptr);
+    }
+    ::kill(process, SIGCONT);
+    EXPECT_TRUE(run(store.events(at("2026-03-20T00:00:00Z"), at("2026-04-20T00:00:00Z"), {personal}, 10, {}))
+                    .has_value());
+}
+
+TEST_F(EvolutionServiceTest, AKilledServiceIsStartedAgain) {
+    EvolutionCalendarStore store(*service);
+    const auto id =
+        run(store.create({"x", at("2026-03-28T10:00:00Z"), at("2026-03-28T11:00:00Z"), {}, personal}, {}));
+    ASSERT_TRUE(id.has_value());
+    ::kill(PrivateDesktop::processOf(PrivateDesktop::calendars), SIGKILL);
+    EXPECT_TRUE(run(store.event(*id, {})).value().has_value());
+    ::kill(PrivateDesktop::processOf(PrivateDesktop::calendars), SIGKILL);
+    EXPECT_TRUE(
+        run(store.create({"y", at("2026-03-28T10:00:00Z"), at("2026-03-28T11:00:00Z"), {}, personal}, {}))
+            .has_value());
+}
+
+TEST_F(EvolutionServiceTest, ASourceThatComesAndGoesIsTold) {
+    EvolutionCalendarStore store(*service);
+    ASSERT_TRUE(run(store.requestAccess({})).has_value());
+    std::atomic_int told = 0;
+    const auto connection = store.onChange([&told] { ++told; });
+    const auto has = [&](bool wanted) {
+        return eventually([&] {
+            const auto calendars = run(store.calendars({})).value();
+            return std::ranges::any_of(calendars, [](const auto& each) { return each.id == "work"; }) ==
+                   wanted;
+        });
+    };
+    desktop->addSource("work", "Práce", "Calendar");
+    EXPECT_TRUE(has(true));
+    EXPECT_TRUE(eventually([&] { return told > 0; }));
+    told = 0;
+    desktop->removeSource("work");
+    EXPECT_TRUE(has(false));
+    EXPECT_TRUE(eventually([&] { return told > 0; }));
+}
+
+TEST_F(EvolutionServiceTest, AThreadThatBlocksInACancelledCallIsReplaced) {
+    std::binary_semaphore over(0);
+    SoonStopped soon;
+    const auto stopped = run(service->run(
+        soon.source.get_token(), [&over](EvolutionDesktop&, const TimeZone&, GCancellable*) -> Result<void> {
+            over.acquire();
+            return {};
+        }));
+    EXPECT_FALSE(stopped.has_value());
+    std::this_thread::sleep_for(1100ms);
+    EXPECT_TRUE(run(service->requestAccess({})).has_value());
+    EXPECT_EQ(EvolutionThread::givenUp(), 1);
+    over.release();
+    EXPECT_TRUE(eventually([] { return EvolutionThread::givenUp() == 0; }));
+}
+
+TEST_F(EvolutionServiceTest, RemindersAreMadeAndCompletedOnce) {
+    EvolutionReminderStore store(*service);
+    const NewReminder wanted{"Koupit", at("2026-03-28T10:00:59Z"),
+                             PlaceAlarm{{"Dům \"u lípy\"; a, b\r\nEND:VALARM", 50.08, 14.42}, false}, tasks};
+    const auto id = run(store.create(wanted, {}));
+    ASSERT_TRUE(id.has_value()) << id.error().popis();
+    const auto text = stored(tasks, EventId::parse(*id)->uid, SourceKind::tasks).front();
+    for (const char* part : {"Europe/Prague:20260328T110000", "TRIGGER;VALUE=DATE-TIME:20260328T100000Z",
+                             "X-APPLE-PROXIMITY:DEPART", ":geo:50.080000,14.420000", "X-APPLE-RADIUS=200",
+                             "X-APPLE-STRUCTURED-LOCATION;VALUE=URI", "LOCATION:Dům"})
+        EXPECT_THAT(text, testing::HasSubstr(part));
+    auto open = run(store.reminders(false, {})).value();
+    ASSERT_EQ(open.size(), 1U);
+    EXPECT_EQ(open.front().due, at("2026-03-28T10:00:00Z"));
+    for (int time = 0; time < 2; ++time) EXPECT_TRUE(run(store.complete(*id, {})).value()->completed);
+    EXPECT_TRUE(run(store.reminders(false, {})).value().empty());
+    EXPECT_TRUE(run(store.reminders(true, {})).value().front().completed);
+    EXPECT_THAT(stored(tasks, EventId::parse(*id)->uid, SourceKind::tasks).front(),
+                testing::HasSubstr("X-APPLE-PROXIMITY:DEPART"));
+    EXPECT_EQ(run(store.complete("nic", {})).value(), std::nullopt);
+}
+
+TEST_F(EvolutionServiceTest, OneOccurrenceOfARecurringTaskIsCompleted) {
+    EvolutionReminderStore store(*service);
+    put(tasks,
+        "BEGIN:VTODO\r\nUID:t\r\nSUMMARY:t\r\nDTSTART:20260401T080000Z\r\nDUE:20260401T090000Z\r\nRRULE:FREQ="
+        "DAILY;COUNT=3\r\nEND:VTODO\r\n",
+        SourceKind::tasks);
+    const auto first = run(store.reminders(false, {})).value().front();
+    EXPECT_EQ(first.due, at("2026-04-01T09:00:00Z"));
+    for (int time = 0; time < 2; ++time) EXPECT_TRUE(run(store.complete(first.id, {})).value()->completed);
+    const auto open = run(store.reminders(false, {})).value();
+    ASSERT_EQ(open.size(), 1U);
+    EXPECT_EQ(open.front().due, at("2026-04-02T09:00:00Z"));
+}
+
+TEST(EvolutionServiceAlone, WithoutABusTheAccessIsRestricted) {
+    for (const char* address : {"", "unix:path=/nonexistent/bus"}) {
+        EnvironmentValue session("DBUS_SESSION_BUS_ADDRESS", address);
+        ThreadExecutor main("main");
+        FixedLocalTime localTime;
+        EvolutionService service(main, localTime);
+        EXPECT_EQ(service.access(), DataAccess::notDetermined);
+        const auto reached = await(main, service.requestAccess({}));
+        ASSERT_FALSE(reached.has_value());
+        EXPECT_FALSE(reached.error().popis().empty());
+        EXPECT_EQ(service.access(), DataAccess::restricted);
+    }
+}
+
+TEST(EvolutionServiceAlone, WithoutTheServicesTheAccessIsRestricted) {
+    PrivateBus bus;
+    EnvironmentValue session("DBUS_SESSION_BUS_ADDRESS", bus.address());
+    ThreadExecutor main("main");
+    FixedLocalTime localTime;
+    EvolutionService service(main, localTime);
+    EXPECT_FALSE(await(main, service.requestAccess({})).has_value());
+    EXPECT_EQ(service.access(), DataAccess::restricted);
+}
+
+TEST(EvolutionId, ReadsWhatItWritesAndNothingElse) {
+    const EventId id{"a:b", "c%d\n é", "20260405T070000Z"};
+    EXPECT_EQ(EventId::parse(id.text()), id);
+    for (const char* text : {"", "a", "a:b", "a:b:x", ":b:", "a::", "a:b:2026040",
+                             "%61:b:", "a:%zz:", "a:%ff:", "a:%00:", "a:b:c:"})
+        EXPECT_EQ(EventId::parse(text), std::nullopt) << text;
+}
+
+} // namespace
+} // namespace morvex
