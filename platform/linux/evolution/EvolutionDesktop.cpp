@@ -57,6 +57,14 @@ bool isMissing(const GLibError& error) {
            error.is(G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
 }
 
+bool isServed(GDBusConnection* bus, GCancellable* cancellable, GLibError& error) {
+    GLibHandle<GVariant, g_variant_unref> owner(g_dbus_connection_call_sync(
+        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetNameOwner",
+        g_variant_new("(s)", "org.gnome.evolution.dataserver.Sources5"), nullptr, G_DBUS_CALL_FLAGS_NONE, -1,
+        cancellable, error.slot()));
+    return owner != nullptr;
+}
+
 } // namespace
 
 Error evolutionFailure(const GLibError& error) {
@@ -87,6 +95,8 @@ Result<void> EvolutionDesktop::open(GCancellable* cancellable) {
     // By default GLib ends the process when the session bus ends.
     if (bus_) g_dbus_connection_set_exit_on_close(bus_.get(), FALSE);
     if (bus_) registry_.reset(e_source_registry_new_sync(cancellable, error.slot()));
+    // The library makes a registry without sources where no service is.
+    if (registry_ && !isServed(bus_.get(), cancellable, error)) registry_.reset();
     if (!registry_) {
         if (error.is(G_IO_ERROR, G_IO_ERROR_CANCELLED)) return fail(Abandoned{});
         ProgramLog::write("calendars: " + error.message());
@@ -149,10 +159,8 @@ bool EvolutionDesktop::isLost(const GLibError& error) {
     return (domain == G_DBUS_ERROR || domain == G_IO_ERROR) && !error.is(G_IO_ERROR, G_IO_ERROR_CANCELLED);
 }
 
-bool EvolutionDesktop::isUndelivered(const GLibError& error) {
-    // The plain failure is that of a proxy whose service has gone.
-    return isMissing(error) || error.is(G_DBUS_ERROR, G_DBUS_ERROR_UNKNOWN_OBJECT) ||
-           error.is(G_DBUS_ERROR, G_DBUS_ERROR_UNKNOWN_METHOD) || error.is(G_IO_ERROR, G_IO_ERROR_FAILED);
+bool EvolutionDesktop::isFinal(const Error& error) {
+    return error.as<Abandoned>() || error.as<Trouble>();
 }
 
 void EvolutionDesktop::died(EClient* client, gpointer self) {

@@ -47,25 +47,27 @@ class EvolutionDesktop {
     [[nodiscard]] std::optional<std::string> defaultSource(SourceKind kind) const;
 
     /// A service that was lost since the last call is opened anew: `work` gets the client (`ECalClient` or
-    /// `EBookClient`), an error and the cancellable. It is called a second time if the first one certainly
-    /// did not arrive. A source that is gone fails with `SystemTrouble::notFound`.
+    /// `EBookClient`), an error and the cancellable. It is called a second time if the service was lost
+    /// during the first one, so it must be harmless to repeat. A source that is gone fails with
+    /// `SystemTrouble::notFound`.
     template <class T, class Work>
     Result<T> with(SourceKind kind, const std::string& id, GCancellable* cancellable, Work work) {
         for (bool again : {true, false}) {
             auto client = this->client(kind, id, cancellable);
+            if (!client && again && !isFinal(client.error())) continue;
             if (!client) return std::unexpected(client.error());
             GLibError error;
             Result<T> result = work(*client, error);
             if (!error.get() || !isLost(error)) return result;
             clients_.erase({kind, id});
-            if (!again || !isUndelivered(error)) return result;
+            if (!again) return result;
         }
         std::unreachable();
     }
 
   private:
     static bool isLost(const GLibError& error);
-    static bool isUndelivered(const GLibError& error);
+    static bool isFinal(const Error& error);
     static void died(EClient* client, gpointer self);
     static void sourceChanged(ESourceRegistry* registry, ESource* source, gpointer self);
 
