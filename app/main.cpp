@@ -8,7 +8,6 @@
 #include "foundation/TaskScope.h"
 #include "foundation/Text.h"
 #include "foundation/ThreadExecutor.h"
-#include "platform/ports/NoPersonalData.h"
 #include "platform/posix/HostLocalTime.h"
 #include "platform/posix/TypingEcho.h"
 #include "platform/posix/base/Kernel.h"
@@ -69,9 +68,7 @@ struct Runtime {
     ProgramLog log{standardError, *clock};
     System system;
     KeychainStore uloziste{system.vault, "zz.bramwicks.tolvy"};
-    NoPersonalData personal;
     NominatimSearch places{system.http, "https://nominatim.openstreetmap.org", MORVEX_VERSION};
-    HostLocalTime localTime;
 
     CompanionServices services(FolderPicker& picker) {
         return {.main = main,
@@ -97,11 +94,11 @@ struct Runtime {
                 .loginItem = system.loginItem,
                 .processes = system.processes,
                 .opener = system.opener,
-                .calendars = personal.calendars,
-                .reminders = personal.reminders,
-                .contacts = personal.contacts,
+                .calendars = system.calendars,
+                .reminders = system.reminders,
+                .contacts = system.contacts,
                 .places = places,
-                .localTime = localTime,
+                .localTime = system.localTime,
                 .environment = ownEnvironment(),
                 .jmenoZarizeni = computerName(),
                 .verzeAplikace = version,

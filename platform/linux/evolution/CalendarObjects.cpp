@@ -6,11 +6,13 @@ namespace morvex {
 
 ZoneLookup CalendarCall::zones() const {
     return [*this](const char* id) -> ICalTimezone* {
-        if (auto* known = i_cal_timezone_get_builtin_timezone(id)) return known;
-        if (auto* known = i_cal_timezone_get_builtin_timezone_from_tzid(id)) return known;
-        ICalTimezone* zone = nullptr;
+        const auto [asked, isNew] = zonesAskedFor->try_emplace(id, nullptr);
+        auto*& zone = asked->second;
+        if (!isNew) return zone;
+        zone = i_cal_timezone_get_builtin_timezone(id);
+        if (!zone) zone = i_cal_timezone_get_builtin_timezone_from_tzid(id);
         // One that the calendar does not define either counts as the zone of this computer.
-        e_cal_client_get_timezone_sync(client, id, &zone, cancellable, nullptr);
+        if (!zone) e_cal_client_get_timezone_sync(client, id, &zone, cancellable, nullptr);
         return zone;
     };
 }
@@ -54,8 +56,11 @@ Result<void> CalendarCall::create(ICalComponent* component) const {
     GLibHandle<char, g_free> uid;
     char* made = nullptr;
     if (!e_cal_client_create_object_sync(client, component, E_CAL_OPERATION_FLAG_NONE, &made, cancellable,
-                                         error.slot()))
+                                         error.slot())) {
+        // The first attempt got there, though its answer was lost: no other object has this UID.
+        if (error.is(E_CAL_CLIENT_ERROR, E_CAL_CLIENT_ERROR_OBJECT_ID_ALREADY_EXISTS)) return {};
         return failure();
+    }
     uid.reset(made);
     // The calendar may have chosen another one.
     if (uid) i_cal_component_set_uid(component, uid.get());

@@ -4,6 +4,11 @@
 #include "platform/linux/evolution/EventSeries.h"
 #include "platform/linux/evolution/EvolutionDesktop.h"
 
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
 namespace morvex {
 
 // What the calendars and the task lists do alike with the objects of a client. On the thread of the desktop.
@@ -15,6 +20,7 @@ struct CalendarCall {
     GCancellable* cancellable;
     GLibError& error;
 
+    /// Asks the calendar for each zone once.
     [[nodiscard]] ZoneLookup zones() const;
 
     /// By an expression of the service.
@@ -31,6 +37,9 @@ struct CalendarCall {
     Result<void> remove(const std::string& uid, const char* recurrence) const;
 
     [[nodiscard]] std::unexpected<Error> failure() const { return fail(evolutionFailure(error)); }
+
+    std::shared_ptr<std::map<std::string, ICalTimezone*>> zonesAskedFor =
+        std::make_shared<std::map<std::string, ICalTimezone*>>();
 };
 
 /// Replaces the property of this kind by one of this time.

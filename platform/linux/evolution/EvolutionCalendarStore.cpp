@@ -1,7 +1,6 @@
 #include "platform/linux/evolution/EvolutionCalendarStore.h"
 
 #include "platform/linux/evolution/CalendarObjects.h"
-#include "shared/base/SystemTrouble.h"
 #include "shared/base/Try.h"
 
 #include <algorithm>
@@ -20,10 +19,6 @@ Result<T> inCalendar(EvolutionDesktop& desktop, const std::string& calendar, con
                            [&](EClient* client, GLibError& error) -> Result<T> {
                                return work(CalendarCall{E_CAL_CLIENT(client), local, cancellable, error});
                            });
-}
-
-bool isGone(const Error& error) {
-    return error.popis() == popis(SystemTrouble::notFound);
 }
 
 CalendarEvent told(const Occurrence& each, const std::string& calendar) {
@@ -54,15 +49,21 @@ class Gathering {
                made(to_ + days(1)) + "))";
     }
 
-    void add(const std::string& calendar, std::vector<Component> components, const CalendarCall& call) {
+    /// A calendar may take `longest`, so that one whose series are made to cost time does not take it from the
+    /// others.
+    Result<void> add(const std::string& calendar, std::vector<Component> components,
+                     const CalendarCall& call) {
         const auto zones = call.zones();
+        const auto until = steady_clock::now() + longest;
         for (auto& [uid, series] : EventSeries::grouped(std::move(components))) {
-            if (g_cancellable_is_cancelled(call.cancellable)) return;
+            if (g_cancellable_is_cancelled(call.cancellable)) return fail(Abandoned{});
+            if (steady_clock::now() > until) return fail(EvolutionTrouble{SystemTrouble::serviceSilent});
             auto found = series.between(from_, to_, call.local, zones);
             keepFirst(found, [](const Occurrence& each) { return each.begins; });
             for (const auto& each : found) events_.push_back(told(each, calendar));
             if (events_.size() > 2 * limit_ + 1000) keepFirst(events_, &CalendarEvent::start);
         }
+        return {};
     }
 
     std::vector<CalendarEvent> take() {
@@ -73,6 +74,8 @@ class Gathering {
     }
 
   private:
+    static constexpr seconds longest{5};
+
     template <class Each, class Begin> void keepFirst(std::vector<Each>& all, Begin begin) const {
         if (all.size() <= limit_) return;
         std::ranges::nth_element(all, all.begin() + static_cast<std::ptrdiff_t>(limit_), {}, begin);
@@ -88,22 +91,16 @@ class Gathering {
 Result<std::vector<CalendarEvent>> gather(EvolutionDesktop& desktop, Gathering gathering,
                                           const std::vector<std::string>& calendars, const TimeZone& local,
                                           GCancellable* cancellable) {
-    std::optional<Error> failure;
-    bool anyAnswered = calendars.empty();
+    AnswersTogether answers;
     for (const auto& calendar : calendars) {
         const auto done = inCalendar<void>(desktop, calendar, local, cancellable,
                                            [&](const CalendarCall& call) -> Result<void> {
                                                TRY(auto, components, call.query(gathering.query()));
-                                               gathering.add(calendar, std::move(components), call);
-                                               return {};
+                                               return gathering.add(calendar, std::move(components), call);
                                            });
-        anyAnswered = anyAnswered || done || isGone(done.error());
-        if (!done && done.error().as<Abandoned>()) return fail(done.error());
-        if (!done && !isGone(done.error()) && !failure) failure = done.error();
+        if (!answers.add(done)) break;
     }
-    if (g_cancellable_is_cancelled(cancellable)) return fail(Abandoned{});
-    // A calendar that fails does not hide what the others have.
-    if (failure && !anyAnswered) return fail(*failure);
+    CHECK(answers.outcome());
     return gathering.take();
 }
 

@@ -4,6 +4,7 @@
 #include "platform/linux/evolution/ContactQuery.h"
 #include "platform/linux/evolution/ContactUnion.h"
 #include "platform/linux/evolution/EventId.h"
+#include "shared/base/Try.h"
 
 #include <libebook/libebook.h>
 
@@ -44,39 +45,52 @@ Contact told(EContact* contact, const std::string& book) {
     return made;
 }
 
+/// More than anybody reads; one letter as a name finds a whole book.
+constexpr std::size_t mostOfABook = 500;
+
+Result<std::vector<std::string>> idsOf(EBookClient* client, const std::string& query,
+                                       GCancellable* cancellable, GLibError& error) {
+    GSList* list = nullptr;
+    if (!e_book_client_get_contacts_uids_sync(client, query.c_str(), &list, cancellable, error.slot()))
+        return fail(evolutionFailure(error));
+    std::vector<std::string> ids;
+    for (GSList* node = list; node && ids.size() < mostOfABook; node = node->next)
+        ids.emplace_back(static_cast<const char*>(node->data));
+    g_slist_free_full(list, g_free);
+    return ids;
+}
+
+/// Takes one contact at a time, since a contact may have pictures of many megabytes.
 Result<std::vector<BookContact>> inBook(EBookClient* client, const std::string& book,
                                         const std::string& query, GCancellable* cancellable,
                                         GLibError& error) {
-    GSList* list = nullptr;
-    if (!e_book_client_get_contacts_sync(client, query.c_str(), &list, cancellable, error.slot()))
-        return fail(evolutionFailure(error));
+    TRY(const auto, ids, idsOf(client, query, cancellable, error));
     std::vector<BookContact> found;
-    for (GSList* node = list; node; node = node->next) {
-        auto* contact = E_CONTACT(node->data);
-        if (!e_contact_get(contact, E_CONTACT_IS_LIST)) found.push_back({book, told(contact, book)});
+    for (const auto& id : ids) {
+        EContact* read = nullptr;
+        e_book_client_get_contact_sync(client, id.c_str(), &read, cancellable, error.slot());
+        const GLibHandle<EContact> contact(read);
+        if (error.is(E_BOOK_CLIENT_ERROR, E_BOOK_CLIENT_ERROR_CONTACT_NOT_FOUND)) continue;
+        if (!contact) return fail(evolutionFailure(error));
+        if (!e_contact_get(contact.get(), E_CONTACT_IS_LIST))
+            found.push_back({book, told(contact.get(), book)});
     }
-    g_slist_free_full(list, g_object_unref);
     return found;
 }
 
 Result<std::vector<BookContact>> inAllBooks(EvolutionDesktop& desktop, const std::string& query,
                                             GCancellable* cancellable) {
     std::vector<BookContact> all;
-    std::optional<Error> failure;
-    const auto books = desktop.sources(SourceKind::contacts);
-    bool anyAnswered = books.empty();
-    for (const auto& book : books) {
+    AnswersTogether answers;
+    for (const auto& book : desktop.sources(SourceKind::contacts)) {
         auto found = desktop.with<std::vector<BookContact>>(
             SourceKind::contacts, book.id, cancellable, [&](EClient* client, GLibError& error) {
                 return inBook(E_BOOK_CLIENT(client), book.id, query, cancellable, error);
             });
-        anyAnswered = anyAnswered || found;
-        if (!found && found.error().as<Abandoned>()) return found;
-        if (!found) failure = found.error();
+        if (!answers.add(found)) break;
         if (found) std::ranges::move(*found, std::back_inserter(all));
     }
-    // A book that fails does not hide what the others have.
-    if (failure && !anyAnswered) return fail(*failure);
+    CHECK(answers.outcome());
     return all;
 }
 
@@ -90,9 +104,8 @@ Task<Result<std::vector<Contact>>> EvolutionContactStore::named(std::string name
         std::move(stop),
         [query = *query, limit](EvolutionDesktop& desktop, const TimeZone&,
                                 GCancellable* cancellable) -> Result<std::vector<Contact>> {
-            auto found = inAllBooks(desktop, query, cancellable);
-            if (!found) return fail(found.error());
-            auto contacts = unified(*std::move(found));
+            TRY(auto, found, inAllBooks(desktop, query, cancellable));
+            auto contacts = unified(std::move(found));
             if (contacts.size() > limit) contacts.resize(limit);
             return contacts;
         });

@@ -4,22 +4,18 @@
 #include "foundation/ProgramLog.h"
 #include "foundation/TextFilter.h"
 #include "platform/linux/SessionBus.h"
-#include "shared/base/SystemTrouble.h"
 
 #include <libebook/libebook.h>
 #include <libecal/libecal.h>
 
 #include <algorithm>
+#include <chrono>
+#include <set>
+#include <thread>
 
 namespace morvex {
 
 namespace {
-
-struct Trouble {
-    SystemTrouble kind;
-
-    [[nodiscard]] Sentence popis() const { return morvex::popis(kind); }
-};
 
 /// Does not wait until a calendar of a server has been reached; what it has stored here is enough.
 constexpr auto withoutWaiting = static_cast<guint32>(-1);
@@ -52,6 +48,10 @@ std::string textOf(const char* text) {
     return text ? text : "";
 }
 
+void freeSources(GList* list) {
+    g_list_free_full(list, g_object_unref);
+}
+
 bool isMissing(const GLibError& error) {
     return error.is(G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
            error.is(G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
@@ -67,10 +67,34 @@ bool isServed(GDBusConnection* bus, GCancellable* cancellable, GLibError& error)
 
 } // namespace
 
+bool isGone(const Error& error) {
+    const auto* trouble = error.as<EvolutionTrouble>();
+    return trouble && trouble->kind == SystemTrouble::notFound;
+}
+
+bool AnswersTogether::add(const std::optional<Error>& failure) {
+    if (failure && failure->as<Abandoned>()) {
+        failure_ = failure;
+        anyAnswered_ = false;
+        return false;
+    }
+    anyAnswered_ = anyAnswered_ || !failure || isGone(*failure);
+    if (failure && !isGone(*failure)) {
+        ProgramLog::write("one of several sources failed: " + failure->popis().czech());
+        if (!failure_) failure_ = failure;
+    }
+    return true;
+}
+
+Result<void> AnswersTogether::outcome() const {
+    if (failure_ && !anyAnswered_) return fail(*failure_);
+    return {};
+}
+
 Error evolutionFailure(const GLibError& error) {
     if (error.is(G_IO_ERROR, G_IO_ERROR_CANCELLED)) return Abandoned{};
     auto words = foreignWords(error.message());
-    if (words.find_first_not_of(' ') == std::string::npos) return Trouble{SystemTrouble::other};
+    if (words.find_first_not_of(' ') == std::string::npos) return EvolutionTrouble{SystemTrouble::other};
     return TextError(std::move(words));
 }
 
@@ -79,7 +103,6 @@ EvolutionDesktop::~EvolutionDesktop() {
 }
 
 void EvolutionDesktop::close() {
-    for (const auto& [key, client] : clients_) g_signal_handlers_disconnect_by_data(client.get(), this);
     clients_.clear();
     if (registry_) g_signal_handlers_disconnect_by_data(registry_.get(), this);
     registry_.reset();
@@ -89,7 +112,7 @@ void EvolutionDesktop::close() {
 Result<void> EvolutionDesktop::open(GCancellable* cancellable) {
     if (registry_ && !g_dbus_connection_is_closed(bus_.get())) return {};
     close();
-    if (!namesASessionBus()) return fail(Trouble{SystemTrouble::serviceMissing});
+    if (!namesASessionBus()) return fail(EvolutionTrouble{SystemTrouble::serviceMissing});
     GLibError error;
     bus_.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable, error.slot()));
     // By default GLib ends the process when the session bus ends.
@@ -100,20 +123,49 @@ Result<void> EvolutionDesktop::open(GCancellable* cancellable) {
     if (!registry_) {
         if (error.is(G_IO_ERROR, G_IO_ERROR_CANCELLED)) return fail(Abandoned{});
         ProgramLog::write("calendars: " + error.message());
-        if (!bus_ || isMissing(error)) return fail(Trouble{SystemTrouble::serviceMissing});
+        if (!bus_ || isMissing(error)) return fail(EvolutionTrouble{SystemTrouble::serviceMissing});
         return fail(evolutionFailure(error));
     }
     for (const char* signal :
          {"source-added", "source-removed", "source-changed", "source-enabled", "source-disabled"})
         g_signal_connect(registry_.get(), signal, G_CALLBACK(&EvolutionDesktop::sourceChanged), this);
+    waitForAccounts(cancellable);
     return {};
+}
+
+bool EvolutionDesktop::hasAllOfItsAccounts() const {
+    std::set<std::string> awaited;
+    GLibHandle<GList, freeSources> accounts(
+        e_source_registry_list_enabled(registry_.get(), E_SOURCE_EXTENSION_COLLECTION));
+    for (GList* node = accounts.get(); node; node = node->next) {
+        auto* account = E_SOURCE(node->data);
+        auto* offer =
+            E_SOURCE_COLLECTION(e_source_get_extension(account, E_SOURCE_EXTENSION_COLLECTION));
+        if (e_source_collection_get_calendar_enabled(offer) || e_source_collection_get_contacts_enabled(offer))
+            awaited.insert(textOf(e_source_get_uid(account)));
+    }
+    for (const auto kind : {SourceKind::events, SourceKind::tasks, SourceKind::contacts}) {
+        GLibHandle<GList, freeSources> sources(
+            e_source_registry_list_sources(registry_.get(), extensionOf(kind)));
+        for (GList* node = sources.get(); node; node = node->next)
+            awaited.erase(textOf(e_source_get_parent(E_SOURCE(node->data))));
+    }
+    return awaited.empty();
+}
+
+void EvolutionDesktop::waitForAccounts(GCancellable* cancellable) const {
+    using Time = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds pause{20};
+    const auto until = Time::now() + longestWaitForAccounts;
+    while (!hasAllOfItsAccounts() && !g_cancellable_is_cancelled(cancellable) && Time::now() < until)
+        std::this_thread::sleep_for(pause);
 }
 
 std::vector<EvolutionDesktop::Source> EvolutionDesktop::sources(SourceKind kind) const {
     std::vector<Source> found;
-    GLibHandle<GList, g_list_free> list(e_source_registry_list_enabled(registry_.get(), extensionOf(kind)));
+    GLibHandle<GList, freeSources> list(e_source_registry_list_enabled(registry_.get(), extensionOf(kind)));
     for (GList* node = list.get(); node; node = node->next) {
-        GLibHandle<ESource> source(E_SOURCE(node->data));
+        GLibHandle<ESource> source(E_SOURCE(g_object_ref(node->data)));
         const char* parent = e_source_get_parent(source.get());
         GLibHandle<ESource> account(parent ? e_source_registry_ref_source(registry_.get(), parent) : nullptr);
         Source each{.source = nullptr,
@@ -140,18 +192,21 @@ Result<EClient*> EvolutionDesktop::client(SourceKind kind, const std::string& id
                          e_source_registry_check_enabled(registry_.get(), source.get());
     if (!isThere) {
         clients_.erase({kind, id});
-        return fail(Trouble{SystemTrouble::notFound});
+        return fail(EvolutionTrouble{SystemTrouble::notFound});
     }
-    auto& known = clients_[{kind, id}];
-    if (known) return known.get();
+    const auto known = clients_.find({kind, id});
+    if (known != clients_.end()) return known->second->client.get();
     GLibError error;
-    known.reset(connect(kind, source.get(), cancellable, error.slot()));
-    if (!known) {
-        clients_.erase({kind, id});
-        return fail(evolutionFailure(error));
-    }
-    g_signal_connect(known.get(), "backend-died", G_CALLBACK(&EvolutionDesktop::died), this);
-    return known.get();
+    auto* made = connect(kind, source.get(), cancellable, error.slot());
+    if (!made) return fail(evolutionFailure(error));
+    clients_[{kind, id}] = std::make_unique<HeardClient>(made, *this);
+    return made;
+}
+
+EvolutionDesktop::HeardClient::HeardClient(EClient* made, EvolutionDesktop& desktop)
+    : client(made), hearer(&desktop) {
+    g_signal_connect(made, "backend-died", G_CALLBACK(&EvolutionDesktop::died), hearer);
+    g_signal_connect(made, "notify::readonly", G_CALLBACK(&EvolutionDesktop::becameWritable), hearer);
 }
 
 bool EvolutionDesktop::isLost(const GLibError& error) {
@@ -160,12 +215,16 @@ bool EvolutionDesktop::isLost(const GLibError& error) {
 }
 
 bool EvolutionDesktop::isFinal(const Error& error) {
-    return error.as<Abandoned>() || error.as<Trouble>();
+    return error.as<Abandoned>() || error.as<EvolutionTrouble>();
 }
 
 void EvolutionDesktop::died(EClient* client, gpointer self) {
     std::erase_if(static_cast<EvolutionDesktop*>(self)->clients_,
-                  [client](const auto& entry) { return entry.second.get() == client; });
+                  [client](const auto& entry) { return entry.second->client.get() == client; });
+}
+
+void EvolutionDesktop::becameWritable(EClient*, GParamSpec*, gpointer self) {
+    static_cast<EvolutionDesktop*>(self)->changed_();
 }
 
 void EvolutionDesktop::sourceChanged(ESourceRegistry*, ESource* source, gpointer self) {

@@ -2,11 +2,14 @@
 
 #include "platform/linux/GLibHandle.h"
 #include "shared/base/Error.h"
+#include "shared/base/SystemTrouble.h"
 
 #include <libedataserver/libedataserver.h>
 
+#include <chrono>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -15,6 +18,16 @@
 namespace morvex {
 
 enum class SourceKind { events, tasks, contacts };
+
+/// A failure of this side.
+struct EvolutionTrouble {
+    SystemTrouble kind;
+
+    [[nodiscard]] Sentence popis() const { return morvex::popis(kind); }
+};
+
+/// Whether a call failed because the source does not exist any more.
+bool isGone(const Error& error);
 
 /// The failure of a call, in the service's own words as far as a reader can see them; `Abandoned` when the
 /// call was cancelled.
@@ -31,6 +44,8 @@ class EvolutionDesktop {
         std::string account;
     };
 
+    static constexpr std::chrono::seconds longestWaitForAccounts{2};
+
     /// `changed` is called when sources come, go or change.
     explicit EvolutionDesktop(std::function<void()> changed) : changed_(std::move(changed)) {}
 
@@ -39,7 +54,9 @@ class EvolutionDesktop {
     EvolutionDesktop(const EvolutionDesktop&) = delete;
     EvolutionDesktop& operator=(const EvolutionDesktop&) = delete;
 
-    /// Reaches the registry of sources, also again after the bus has ended. First of all calls.
+    /// Reaches the registry of sources, also again after the bus has ended. First of all calls. Then waits for
+    /// `longestWaitForAccounts` at most until each account on the Internet has its sources, which it makes after
+    /// the registry has started.
     Result<void> open(GCancellable* cancellable);
 
     /// The enabled ones, by name.
@@ -66,18 +83,51 @@ class EvolutionDesktop {
     }
 
   private:
+    /// A client whose signals a desktop hears.
+    struct HeardClient {
+        HeardClient(EClient* made, EvolutionDesktop& desktop);
+        ~HeardClient() { g_signal_handlers_disconnect_by_data(client.get(), hearer); }
+        HeardClient(const HeardClient&) = delete;
+        HeardClient& operator=(const HeardClient&) = delete;
+
+        GLibHandle<EClient> client;
+        EvolutionDesktop* hearer;
+    };
+
     static bool isLost(const GLibError& error);
     static bool isFinal(const Error& error);
     static void died(EClient* client, gpointer self);
+    static void becameWritable(EClient* client, GParamSpec*, gpointer self);
     static void sourceChanged(ESourceRegistry* registry, ESource* source, gpointer self);
 
+    void waitForAccounts(GCancellable* cancellable) const;
+    [[nodiscard]] bool hasAllOfItsAccounts() const;
     Result<EClient*> client(SourceKind kind, const std::string& id, GCancellable* cancellable);
     void close();
 
     std::function<void()> changed_;
     GLibHandle<GDBusConnection> bus_;
     GLibHandle<ESourceRegistry> registry_;
-    std::map<std::pair<SourceKind, std::string>, GLibHandle<EClient>> clients_;
+    std::map<std::pair<SourceKind, std::string>, std::unique_ptr<HeardClient>> clients_;
+};
+
+/// What several sources answer to one question. One that fails does not hide what the others have, and one that
+/// is gone has nothing.
+class AnswersTogether {
+  public:
+    /// Returns false if the call was cancelled, so that the rest need not be asked.
+    template <class T> bool add(const Result<T>& answer) {
+        return add(answer ? std::optional<Error>() : answer.error());
+    }
+
+    /// Fails if none has answered, with the first failure, or if the call was cancelled.
+    [[nodiscard]] Result<void> outcome() const;
+
+  private:
+    bool add(const std::optional<Error>& failure);
+
+    std::optional<Error> failure_;
+    bool anyAnswered_ = false;
 };
 
 } // namespace morvex

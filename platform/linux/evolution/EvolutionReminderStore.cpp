@@ -2,7 +2,6 @@
 
 #include "foundation/TextFilter.h"
 #include "platform/linux/evolution/CalendarObjects.h"
-#include "shared/base/SystemTrouble.h"
 #include "shared/base/Try.h"
 
 #include <algorithm>
@@ -211,19 +210,15 @@ Task<Result<std::vector<Reminder>>> EvolutionReminderStore::reminders(bool inclu
         [includeCompleted](EvolutionDesktop& desktop, const TimeZone& local,
                            GCancellable* cancellable) -> Result<std::vector<Reminder>> {
             std::vector<Reminder> all;
-            std::optional<Error> failure;
-            const auto lists = desktop.sources(SourceKind::tasks);
-            bool anyAnswered = lists.empty();
-            for (const auto& list : lists) {
+            AnswersTogether answers;
+            for (const auto& list : desktop.sources(SourceKind::tasks)) {
                 auto found = inList<std::vector<Reminder>>(
                     desktop, list.id, local, cancellable,
                     [&](const CalendarCall& call) { return inOneList(call, list, includeCompleted); });
-                anyAnswered = anyAnswered || found;
-                if (!found && found.error().as<Abandoned>()) return found;
-                if (!found) failure = found.error();
+                if (!answers.add(found)) break;
                 if (found) std::ranges::move(*found, std::back_inserter(all));
             }
-            if (failure && !anyAnswered) return fail(*failure);
+            CHECK(answers.outcome());
             return all;
         });
 }

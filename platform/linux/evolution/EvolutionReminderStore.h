@@ -11,6 +11,9 @@ class EvolutionReminderStore final : public EvolutionStore<ReminderStore> {
   public:
     using EvolutionStore::EvolutionStore;
 
+    /// No desktop watches where the computer is.
+    [[nodiscard]] bool ringsAtPlaces() const override { return false; }
+
     Task<Result<std::vector<ReminderList>>> lists(std::stop_token stop) override;
     Task<Result<std::optional<std::string>>> defaultList(std::stop_token stop) override;
     Task<Result<std::vector<Reminder>>> reminders(bool includeCompleted, std::stop_token stop) override;
