@@ -1,13 +1,12 @@
 #include "tests/support/RealMailServers.h"
 
 #include "shared/base/Require.h"
+#include "tests/support/LoopbackPort.h"
 
 #include <array>
 #include <chrono>
 #include <grp.h>
-#include <netinet/in.h>
 #include <pwd.h>
-#include <sys/socket.h>
 #include <thread>
 #include <unistd.h>
 
@@ -16,31 +15,6 @@ namespace morvex {
 namespace {
 
 using namespace std::chrono_literals;
-
-sockaddr_in localAddress(std::uint16_t port) {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(port);
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    return address;
-}
-
-/// A port on which nobody listens.
-std::uint16_t freePort() {
-    const FileDescriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    auto address = localAddress(0);
-    socklen_t size = sizeof address;
-    auto* generic = reinterpret_cast<sockaddr*>(&address);
-    require(::bind(socket.get(), generic, size) == 0 && ::getsockname(socket.get(), generic, &size) == 0,
-            "a test gets no port");
-    return ntohs(address.sin_port);
-}
-
-bool listens(std::uint16_t port) {
-    const FileDescriptor socket(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0));
-    const auto address = localAddress(port);
-    return ::connect(socket.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-}
 
 struct User {
     std::string name;
@@ -74,11 +48,7 @@ RealImapServer::RealImapServer(const TestAuthority::Identity& identity, std::opt
     server_ = std::make_unique<ChildProgram>(
         std::vector<std::string>{"/usr/sbin/dovecot", "-F", "-c", (folder_.path() / "dovecot.conf").string()},
         ChildProgram::Environment{});
-    const auto giveUp = std::chrono::steady_clock::now() + 30s;
-    while (!listens(port_)) {
-        require(std::chrono::steady_clock::now() < giveUp, "dovecot does not start");
-        std::this_thread::sleep_for(10ms);
-    }
+    waitForListener(port_, "dovecot does not start");
 }
 
 void RealImapServer::deliver(const std::string& name, const std::string& message, bool isRead) const {

@@ -49,8 +49,8 @@ class Gathering {
                made(to_ + days(1)) + "))";
     }
 
-    /// A calendar may take `longest`, so that one whose series are made to cost time does not take it from the
-    /// others.
+    /// A calendar may take `longest`, so that one whose series are made to cost time does not take it from
+    /// the others.
     Result<void> add(const std::string& calendar, std::vector<Component> components,
                      const CalendarCall& call) {
         const auto zones = call.zones();

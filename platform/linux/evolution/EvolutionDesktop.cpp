@@ -139,9 +139,9 @@ bool EvolutionDesktop::hasAllOfItsAccounts() const {
         e_source_registry_list_enabled(registry_.get(), E_SOURCE_EXTENSION_COLLECTION));
     for (GList* node = accounts.get(); node; node = node->next) {
         auto* account = E_SOURCE(node->data);
-        auto* offer =
-            E_SOURCE_COLLECTION(e_source_get_extension(account, E_SOURCE_EXTENSION_COLLECTION));
-        if (e_source_collection_get_calendar_enabled(offer) || e_source_collection_get_contacts_enabled(offer))
+        auto* offer = E_SOURCE_COLLECTION(e_source_get_extension(account, E_SOURCE_EXTENSION_COLLECTION));
+        if (e_source_collection_get_calendar_enabled(offer) ||
+            e_source_collection_get_contacts_enabled(offer))
             awaited.insert(textOf(e_source_get_uid(account)));
     }
     for (const auto kind : {SourceKind::events, SourceKind::tasks, SourceKind::contacts}) {

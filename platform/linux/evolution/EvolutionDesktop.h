@@ -54,9 +54,9 @@ class EvolutionDesktop {
     EvolutionDesktop(const EvolutionDesktop&) = delete;
     EvolutionDesktop& operator=(const EvolutionDesktop&) = delete;
 
-    /// Reaches the registry of sources, also again after the bus has ended. First of all calls. Then waits for
-    /// `longestWaitForAccounts` at most until each account on the Internet has its sources, which it makes after
-    /// the registry has started.
+    /// Reaches the registry of sources, also again after the bus has ended. First of all calls. Then waits
+    /// for `longestWaitForAccounts` at most until each account on the Internet has its sources, which it
+    /// makes after the registry has started.
     Result<void> open(GCancellable* cancellable);
 
     /// The enabled ones, by name.
@@ -86,7 +86,9 @@ class EvolutionDesktop {
     /// A client whose signals a desktop hears.
     struct HeardClient {
         HeardClient(EClient* made, EvolutionDesktop& desktop);
+
         ~HeardClient() { g_signal_handlers_disconnect_by_data(client.get(), hearer); }
+
         HeardClient(const HeardClient&) = delete;
         HeardClient& operator=(const HeardClient&) = delete;
 
@@ -111,8 +113,8 @@ class EvolutionDesktop {
     std::map<std::pair<SourceKind, std::string>, std::unique_ptr<HeardClient>> clients_;
 };
 
-/// What several sources answer to one question. One that fails does not hide what the others have, and one that
-/// is gone has nothing.
+/// What several sources answer to one question. One that fails does not hide what the others have, and one
+/// that is gone has nothing.
 class AnswersTogether {
   public:
     /// Returns false if the call was cancelled, so that the rest need not be asked.

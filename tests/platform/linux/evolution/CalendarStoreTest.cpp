@@ -13,7 +13,7 @@ class EvolutionCalendarStoreTest : public EvolutionTest {
   protected:
     void SetUp() override {
         EvolutionTest::SetUp();
-        if (service) store.emplace(*service);
+        store.emplace(*service);
     }
 
     ~EvolutionCalendarStoreTest() override { store.reset(); }

@@ -16,7 +16,6 @@ class EvolutionContactStoreTest : public EvolutionTest {
 
     void SetUp() override {
         EvolutionTest::SetUp();
-        if (!service) return;
         desktop->addSource(work, "Práce", "Address Book");
         store.emplace(*service);
     }
@@ -68,9 +67,9 @@ class EvolutionContactStoreTest : public EvolutionTest {
 using Names = std::vector<std::string>;
 
 TEST_F(EvolutionContactStoreTest, APersonIsTakenWithEverything) {
-    put(personal,
-        {vcard("N:Žluťoučký;Řehoř;;;\r\nFN:Řehoř Žluťoučký\r\nORG:Škola;Třída\r\nEMAIL;TYPE=WORK:r@skola.example\r\n"
-               "EMAIL;TYPE=HOME:r@doma.example\r\nTEL;TYPE=CELL:+420 123 456 789\r\nTEL:987\r\n")});
+    put(personal, {vcard("N:Žluťoučký;Řehoř;;;\r\nFN:Řehoř "
+                         "Žluťoučký\r\nORG:Škola;Třída\r\nEMAIL;TYPE=WORK:r@skola.example\r\n"
+                         "EMAIL;TYPE=HOME:r@doma.example\r\nTEL;TYPE=CELL:+420 123 456 789\r\nTEL:987\r\n")});
     const auto found = named("Řehoř");
     ASSERT_EQ(found.size(), 1U);
     const auto& contact = found.front();
@@ -102,7 +101,8 @@ TEST_F(EvolutionContactStoreTest, EveryWordIsInTheNameOrTheOrganization) {
 }
 
 TEST_F(EvolutionContactStoreTest, ACompanyHasNoOtherName) {
-    put(personal, {vcard("FN:Pekárna\r\nORG:Pekárna\r\nTEL:1\r\n"), vcard("FN:Lékárna U Anděla\r\nN:;;;;\r\n")});
+    put(personal,
+        {vcard("FN:Pekárna\r\nORG:Pekárna\r\nTEL:1\r\n"), vcard("FN:Lékárna U Anděla\r\nN:;;;;\r\n")});
     const auto bakery = named("pekarna");
     ASSERT_EQ(bakery.size(), 1U);
     EXPECT_EQ(bakery[0].givenName + bakery[0].familyName, "");
@@ -114,9 +114,11 @@ TEST_F(EvolutionContactStoreTest, OnePersonInTwoBooksIsOne) {
     put(personal, {vcard("N:Nová;Jana;;;\r\nFN:Jana Nová\r\nEMAIL:JANA@a.example\r\nTEL:+420 111\r\n"),
                    vcard("N:Malý;Petr;;;\r\nFN:Petr Malý\r\nTEL:00420 222-333\r\n"),
                    vcard("N:Jiná;Eva;;;\r\nFN:Eva Jiná\r\nEMAIL:e1@a.example\r\n")});
-    put(work, {vcard("N:Nová;Jana;;;\r\nFN:Jana Nová\r\nORG:Firma\r\nEMAIL:jana@a.example\r\nEMAIL:j@b.example\r\n"),
-               vcard("N:Malý;Petr;;;\r\nFN:Petr Malý\r\nTEL:+420222333\r\n"),
-               vcard("N:Jiná;Eva;;;\r\nFN:Eva Jiná\r\nEMAIL:e2@a.example\r\n")});
+    put(work,
+        {vcard(
+             "N:Nová;Jana;;;\r\nFN:Jana Nová\r\nORG:Firma\r\nEMAIL:jana@a.example\r\nEMAIL:j@b.example\r\n"),
+         vcard("N:Malý;Petr;;;\r\nFN:Petr Malý\r\nTEL:+420222333\r\n"),
+         vcard("N:Jiná;Eva;;;\r\nFN:Eva Jiná\r\nEMAIL:e2@a.example\r\n")});
     const auto jana = named("jana");
     ASSERT_EQ(jana.size(), 1U);
     EXPECT_EQ(jana[0].organization, "Firma");
@@ -125,7 +127,8 @@ TEST_F(EvolutionContactStoreTest, OnePersonInTwoBooksIsOne) {
     EXPECT_THAT(jana[0].emails, testing::Contains("j@b.example"));
     EXPECT_EQ(named("petr").size(), 1U);
     EXPECT_EQ(named("eva").size(), 2U);
-    EXPECT_EQ(namesOf("a"), (Names{"Eva|Jiná|", "Eva|Jiná|", "Jana|Nová|" + jana[0].organization, "Petr|Malý|"}));
+    EXPECT_EQ(namesOf("a"),
+              (Names{"Eva|Jiná|", "Eva|Jiná|", "Jana|Nová|" + jana[0].organization, "Petr|Malý|"}));
 }
 
 TEST_F(EvolutionContactStoreTest, TwoOfOneBookStayTwo) {
@@ -158,7 +161,8 @@ TEST_F(EvolutionContactStoreTest, ABookThatFailsDoesNotHideTheOthers) {
 TEST_F(EvolutionContactStoreTest, OfAWholeBookOnlySomeAreRead) {
     std::vector<std::string> cards;
     for (int each = 0; each < 510; ++each)
-        cards.push_back(vcard("N:X;A" + std::to_string(each) + ";;;\r\nFN:A" + std::to_string(each) + " X\r\n"));
+        cards.push_back(
+            vcard("N:X;A" + std::to_string(each) + ";;;\r\nFN:A" + std::to_string(each) + " X\r\n"));
     put(personal, cards);
     EXPECT_EQ(named("x", 1000).size(), 500U);
     EXPECT_EQ(named("x", 7).size(), 7U);

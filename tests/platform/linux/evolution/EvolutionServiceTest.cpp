@@ -16,6 +16,19 @@ using namespace std::chrono_literals;
 
 class EvolutionServiceTest : public EvolutionTest {
   protected:
+    /// As the program of an account does it, at once.
+    static void addCalendarOfAccount(const char* id, const char* name, const char* account) {
+        GLibHandle<ESourceRegistry> registry(e_source_registry_new_sync(nullptr, nullptr));
+        GLibHandle<ESource> source(e_source_new_with_uid(id, nullptr, nullptr));
+        e_source_set_display_name(source.get(), name);
+        e_source_set_parent(source.get(), account);
+        e_source_backend_set_backend_name(
+            E_SOURCE_BACKEND(e_source_get_extension(source.get(), E_SOURCE_EXTENSION_CALENDAR)), "local");
+        GList one{source.get(), nullptr, nullptr};
+        require(e_source_registry_create_sources_sync(registry.get(), &one, nullptr, nullptr),
+                "a test cannot add a calendar");
+    }
+
     /// Stops a moment after the call began.
     struct SoonStopped {
         std::stop_source source;
@@ -29,7 +42,7 @@ class EvolutionServiceTest : public EvolutionTest {
 TEST_F(EvolutionServiceTest, AStoppedServiceHoldsNobodyAndTheNextCallsWork) {
     EvolutionCalendarStore store(*service);
     ASSERT_TRUE(run(store.calendars({})).has_value());
-    const auto process = PrivateDesktop::processOf(PrivateDesktop::calendars);
+    const auto process = processOf(PrivateDesktop::calendars);
     ::kill(process, SIGSTOP);
     for (int call = 0; call < 2; ++call) {
         SoonStopped soon;
@@ -48,12 +61,77 @@ TEST_F(EvolutionServiceTest, AKilledServiceIsStartedAgain) {
     const auto id =
         run(store.create({"x", at("2026-03-28T10:00:00Z"), at("2026-03-28T11:00:00Z"), {}, personal}, {}));
     ASSERT_TRUE(id.has_value());
-    ::kill(PrivateDesktop::processOf(PrivateDesktop::calendars), SIGKILL);
+    ::kill(processOf(PrivateDesktop::calendars), SIGKILL);
     EXPECT_TRUE(run(store.event(*id, {})).value().has_value());
-    ::kill(PrivateDesktop::processOf(PrivateDesktop::calendars), SIGKILL);
+    ::kill(processOf(PrivateDesktop::calendars), SIGKILL);
     EXPECT_TRUE(
         run(store.create({"y", at("2026-03-28T10:00:00Z"), at("2026-03-28T11:00:00Z"), {}, personal}, {}))
             .has_value());
+}
+
+TEST_F(EvolutionServiceTest, AServiceThatIsKilledWithinACallIsAskedAgain) {
+    EvolutionCalendarStore store(*service);
+    ASSERT_TRUE(run(store.calendars({})).has_value());
+    const NewCalendarEvent wanted{"x", at("2026-03-28T10:00:00Z"), at("2026-03-28T11:00:00Z"), {}, personal};
+    const auto process = processOf(PrivateDesktop::calendars);
+    ::kill(process, SIGSTOP);
+    std::jthread killer([process] {
+        std::this_thread::sleep_for(200ms);
+        ::kill(process, SIGKILL);
+    });
+    const auto id = run(store.create(wanted, {}));
+    ASSERT_TRUE(id.has_value()) << id.error().popis();
+    EXPECT_TRUE(run(store.event(*id, {})).value().has_value());
+    EXPECT_EQ(run(store.events(wanted.start, wanted.end, {personal}, 10, {})).value().size(), 1U);
+}
+
+/// As if only the answer to the first attempt was lost.
+TEST_F(EvolutionServiceTest, AnObjectThatIsMadeTwiceIsThereOnce) {
+    const auto event = vevent("twice", "DTSTART:20260328T100000Z\r\nDTEND:20260328T110000Z\r\n");
+    put(personal, event);
+    put(personal, event);
+    EXPECT_EQ(stored(personal, "twice").size(), 1U);
+}
+
+TEST_F(EvolutionServiceTest, TheEndWaitsForNoService) {
+    EvolutionCalendarStore store(*service);
+    ASSERT_TRUE(run(store.calendars({})).has_value());
+    ::kill(processOf(PrivateDesktop::calendars), SIGSTOP);
+    SoonStopped soon;
+    const auto found = run(store.events(at("2026-03-20T00:00:00Z"), at("2026-04-20T00:00:00Z"), {personal},
+                                        10, soon.source.get_token()));
+    EXPECT_FALSE(found.has_value());
+    // Another call that nobody waits for any more.
+    const auto before = std::chrono::steady_clock::now();
+    service.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - before, 10s);
+}
+
+/// The accounts of the Internet make their calendars once the registry runs.
+TEST_F(EvolutionServiceTest, TheFirstListHasTheCalendarsOfAnAccountThatMakesThemLate) {
+    std::ofstream(desktop->sources() / "account.source")
+        << "[Data Source]\nDisplayName=Jana\nEnabled=true\nParent=\n\n[Collection]\nBackendName=none\n"
+           "CalendarEnabled=true\nContactsEnabled=false\n";
+    EvolutionCalendarStore store(*service);
+    std::jthread late([] {
+        while (!processOf(PrivateDesktop::registry)) std::this_thread::sleep_for(10ms);
+        std::this_thread::sleep_for(300ms);
+        addCalendarOfAccount("late", "Pozdní", "account");
+    });
+    const auto calendars = run(store.calendars({}));
+    ASSERT_TRUE(calendars.has_value());
+    const auto isLate = [](const CalendarInfo& each) { return each.id == "late"; };
+    const auto found = std::ranges::find_if(*calendars, isLate);
+    ASSERT_NE(found, calendars->end());
+    EXPECT_EQ(found->account, "Jana");
+}
+
+TEST_F(EvolutionServiceTest, AnAccountWithoutCalendarsIsNotWaitedForLong) {
+    std::ofstream(desktop->sources() / "account.source")
+        << "[Data Source]\nDisplayName=Jana\nEnabled=true\nParent=\n\n[Collection]\nBackendName=none\n"
+           "CalendarEnabled=true\nContactsEnabled=true\n";
+    EvolutionCalendarStore store(*service);
+    EXPECT_EQ(run(store.calendars({})).value().size(), 2U);
 }
 
 TEST_F(EvolutionServiceTest, ASourceThatComesAndGoesIsTold) {
@@ -139,6 +217,22 @@ TEST(EvolutionServiceAlone, WithoutABusTheAccessIsRestricted) {
         const auto reached = await(main, service.requestAccess({}));
         ASSERT_FALSE(reached.has_value());
         EXPECT_FALSE(reached.error().popis().empty());
+        EXPECT_EQ(service.access(), DataAccess::restricted);
+    }
+}
+
+TEST(EvolutionServiceAlone, ARegistryThatNeverComesHoldsNobody) {
+    PrivateDesktop desktop(PrivateDesktop::registry);
+    ThreadExecutor main("main");
+    FixedLocalTime localTime;
+    EvolutionService service(main, localTime);
+    for (int call = 0; call < 2; ++call) {
+        std::stop_source source;
+        std::jthread later([&source] {
+            std::this_thread::sleep_for(300ms);
+            source.request_stop();
+        });
+        EXPECT_FALSE(await(main, service.requestAccess(source.get_token())).has_value());
         EXPECT_EQ(service.access(), DataAccess::restricted);
     }
 }

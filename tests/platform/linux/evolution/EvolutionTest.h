@@ -4,13 +4,14 @@
 #include "platform/linux/evolution/CalendarObjects.h"
 #include "platform/linux/evolution/EvolutionCalendarStore.h"
 #include "platform/memory/FixedLocalTime.h"
-#include "tests/platform/linux/evolution/PrivateDesktop.h"
 #include "tests/support/Await.h"
+#include "tests/support/PrivateDesktop.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <csignal>
 #include <string>
 #include <vector>
 
@@ -23,14 +24,33 @@ class EvolutionTest : public testing::Test {
     static inline const std::string tasks = "system-task-list";
 
     void SetUp() override {
-        if (!PrivateDesktop::isInstalled()) GTEST_SKIP() << "evolution-data-server is not installed";
         desktop.emplace();
         service.emplace(main, localTime);
     }
 
     ~EvolutionTest() override {
         service.reset();
+        // One that a test has stopped would stay.
+        for (const char* name : {PrivateDesktop::calendars, PrivateDesktop::books, PrivateDesktop::registry})
+            if (const auto process = desktop ? processOf(name) : 0) ::kill(process, SIGKILL);
         desktop.reset();
+    }
+
+    /// The process that has a name on the bus, or 0.
+    static pid_t processOf(const char* name) {
+        const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
+        GLibHandle<GDBusConnection> bus(g_dbus_connection_new_for_address_sync(
+            address,
+            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
+            nullptr, nullptr, nullptr));
+        if (!bus) return 0;
+        GLibHandle<GVariant, g_variant_unref> answer(g_dbus_connection_call_sync(
+            bus.get(), "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetConnectionUnixProcessID",
+            g_variant_new("(s)", name), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+        guint32 process = 0;
+        if (answer) g_variant_get(answer.get(), "(u)", &process);
+        return static_cast<pid_t>(process);
     }
 
     template <class T> T run(Task<T> task) { return await(main, std::move(task)); }

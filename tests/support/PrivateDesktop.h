@@ -1,17 +1,16 @@
 #pragma once
 
-#include "platform/linux/GLibHandle.h"
+#include "shared/base/Require.h"
 #include "tests/support/ChildProgram.h"
 #include "tests/support/EnvironmentValue.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <csignal>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <memory>
 #include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace morvex {
@@ -24,15 +23,21 @@ class PrivateDesktop {
     static constexpr const char* calendars = "org.gnome.evolution.dataserver.Calendar8";
     static constexpr const char* books = "org.gnome.evolution.dataserver.AddressBook10";
 
-    static bool isInstalled() { return std::filesystem::exists(installed(registry)); }
-
-    PrivateDesktop() {
+    /// `silent` names a service that is started and never comes to the bus.
+    explicit PrivateDesktop(const std::string& silent = "") {
+        require(std::filesystem::exists(installed(registry)),
+                "evolution-data-server is missing; dev/install installs it");
         const auto services = home_.path() / "services";
         std::filesystem::create_directories(services);
         std::filesystem::create_directories(sources());
         // Only these: a keyring or an account of the machine has no part in it.
-        for (const char* name : {registry, calendars, books})
-            std::filesystem::copy(installed(name), services);
+        for (const std::string name : {registry, calendars, books}) {
+            if (name == silent)
+                std::ofstream(services / (name + ".service"))
+                    << "[D-BUS Service]\nName=" << name << "\nExec=/bin/sleep 30\n";
+            else
+                std::filesystem::copy(installed(name), services);
+        }
         const auto settings = home_.path() / "bus.conf";
         std::ofstream(settings) << "<busconfig><type>session</type><listen>unix:path="
                                 << (home_.path() / "bus").string()
@@ -56,11 +61,6 @@ class PrivateDesktop {
         address_.emplace("DBUS_SESSION_BUS_ADDRESS", bus_->readLine());
     }
 
-    ~PrivateDesktop() {
-        for (const char* name : {calendars, books, registry})
-            if (const auto process = processOf(name)) ::kill(process, SIGKILL);
-    }
-
     PrivateDesktop(const PrivateDesktop&) = delete;
     PrivateDesktop& operator=(const PrivateDesktop&) = delete;
 
@@ -78,24 +78,21 @@ class PrivateDesktop {
             << "]\nBackendName=local\n";
     }
 
-    void removeSource(const std::string& id) const { std::filesystem::remove(sources() / (id + ".source")); }
-
-    /// The process that has a name on the bus, or 0.
-    static pid_t processOf(const char* name) {
-        const char* address = std::getenv("DBUS_SESSION_BUS_ADDRESS");
-        GLibHandle<GDBusConnection> bus(g_dbus_connection_new_for_address_sync(
-            address,
-            static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
-                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION),
-            nullptr, nullptr, nullptr));
-        if (!bus) return 0;
-        GLibHandle<GVariant, g_variant_unref> answer(g_dbus_connection_call_sync(
-            bus.get(), "org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetConnectionUnixProcessID",
-            g_variant_new("(s)", name), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
-        guint32 process = 0;
-        if (answer) g_variant_get(answer.get(), "(u)", &process);
-        return static_cast<pid_t>(process);
+    /// A calendar of a CalDAV server without a password, whose address is http://127.0.0.1:`port``path`.
+    void addCalDav(const std::string& id, const std::string& name, std::uint16_t port,
+                   const std::string& path) const {
+        std::ofstream(sources() / (id + ".source"))
+            << "[Data Source]\nDisplayName=" << name
+            << "\nEnabled=true\nParent=caldav-stub\n\n[Authentication]\nHost=127.0.0.1\nMethod=plain/"
+               "password\n"
+               "Port="
+            << port
+            << "\nUser=jana\nRememberPassword=false\n\n[Security]\nMethod=none\n\n[Offline]\n"
+               "StaySynchronized=true\n\n[WebDAV Backend]\nResourcePath="
+            << path << "\nCalendarAutoSchedule=false\n\n[Calendar]\nBackendName=caldav\n";
     }
+
+    void removeSource(const std::string& id) const { std::filesystem::remove(sources() / (id + ".source")); }
 
   private:
     static std::string installed(const std::string& name) {
