@@ -65,19 +65,6 @@ std::string MailHousehold::add(const TypedAccount& account, const std::string& o
     return mac->waitForNextLine(outcome);
 }
 
-Ended MailHousehold::call(const std::string& tool, const boost::json::object& arguments,
-                          std::vector<std::string> options) {
-    options.insert(options.end(), {"--json", "call", tool, boost::json::serialize(arguments)});
-    return phone(std::move(options));
-}
-
-boost::json::object MailHousehold::answerOf(const std::string& tool, const boost::json::object& arguments) {
-    const auto ended = call(tool, arguments);
-    EXPECT_EQ(ended.code, 0) << ended.output;
-    const auto parsed = parseJson(ended.output);
-    return parsed && parsed->is_object() ? parsed->as_object() : boost::json::object();
-}
-
 Ended MailHousehold::send(const boost::json::object& mail, const std::function<void()>& decide,
                           const std::vector<std::string>& phoneOptions) {
     auto sent = std::async(std::launch::async, [&] { return call("mac.mail.send", mail, phoneOptions); });

@@ -37,13 +37,6 @@ class MailHousehold : public PrivateHousehold {
     /// Adds an account line by line, and returns the line with what came of the login.
     std::string add(const TypedAccount& account, const std::string& outcome = "Ověřeno");
 
-    /// Calls a tool from the phone.
-    Ended call(const std::string& tool, const boost::json::object& arguments,
-               std::vector<std::string> options = {});
-
-    /// What a call that works answers.
-    boost::json::object answerOf(const std::string& tool, const boost::json::object& arguments);
-
     /// The result of `mac.mail.send`, during which the computer asks and a person does this.
     Ended send(const boost::json::object& mail, const std::function<void()>& decide,
                const std::vector<std::string>& phoneOptions = {});

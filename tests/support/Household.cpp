@@ -1,7 +1,9 @@
 #include "tests/support/Household.h"
 
 #include "shared/base/Require.h"
+#include "shared/wire/Json.h"
 
+#include <boost/json.hpp>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -38,6 +40,19 @@ std::unique_ptr<Program> Household::startMac(const std::string& home, Program::I
 Ended Household::phone(std::vector<std::string> arguments, const std::string& input) {
     arguments.insert(arguments.begin(), {"--data", (temporary.path() / "phone").string()});
     return runProgram("morvex-phone", arguments, environment("phone"), input);
+}
+
+Ended Household::call(const std::string& tool, const boost::json::object& arguments,
+                      std::vector<std::string> options) {
+    options.insert(options.end(), {"--json", "call", tool, boost::json::serialize(arguments)});
+    return phone(std::move(options));
+}
+
+boost::json::object Household::answerOf(const std::string& tool, const boost::json::object& arguments) {
+    const auto ended = call(tool, arguments);
+    EXPECT_EQ(ended.code, 0) << ended.output;
+    const auto parsed = parseJson(ended.output);
+    return parsed && parsed->is_object() ? parsed->as_object() : boost::json::object();
 }
 
 std::string Household::pair(Program& mac) {

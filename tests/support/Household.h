@@ -3,6 +3,8 @@
 #include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <boost/json/object.hpp>
+
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -24,6 +26,12 @@ class Household {
                                       Program::Input input = Program::Input::pipe);
     /// Runs one command of the phone.
     Ended phone(std::vector<std::string> arguments, const std::string& input = "");
+
+    /// Calls a tool from the phone.
+    Ended call(const std::string& tool, const boost::json::object& arguments,
+               std::vector<std::string> options = {});
+    /// What a call that works answers.
+    boost::json::object answerOf(const std::string& tool, const boost::json::object& arguments);
 
     /// Pairs phone and computer; returns the number that both have shown.
     std::string pair(Program& mac);

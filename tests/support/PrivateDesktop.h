@@ -6,6 +6,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -63,6 +64,23 @@ class PrivateDesktop {
 
     PrivateDesktop(const PrivateDesktop&) = delete;
     PrivateDesktop& operator=(const PrivateDesktop&) = delete;
+
+    [[nodiscard]] std::string address() const { return std::getenv("DBUS_SESSION_BUS_ADDRESS"); }
+
+    /// Ends the session bus, with which the services end.
+    void end() { bus_->end(); }
+
+    /// Puts a contact into the address book of this computer, as another program would.
+    static void addContact(const std::string& familyName, const std::string& givenName,
+                           const std::string& email, const std::string& phone) {
+        const auto card = "BEGIN:VCARD\r\nVERSION:3.0\r\nN:" + familyName + ";" + givenName +
+                          ";;;\r\nFN:" + givenName + " " + familyName + "\r\nEMAIL:" + email +
+                          "\r\nTEL:" + phone + "\r\nEND:VCARD\r\n";
+        ChildProgram adding({"/usr/bin/python3", MORVEX_SOURCE_DIR "/tests/support/add_contact.py",
+                             "system-address-book", card},
+                            {});
+        require(!adding.readLine().empty(), "a test cannot add a contact");
+    }
 
     /// The folder of the files that describe sources.
     [[nodiscard]] std::filesystem::path sources() const {

@@ -57,6 +57,11 @@ bool isMissing(const GLibError& error) {
            error.is(G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
 }
 
+Error missing() {
+    return RegistryUnreachable{
+        TextError("Tento počítač nemá službu kalendářů, připomínek a kontaktů."_sentence)};
+}
+
 bool isServed(GDBusConnection* bus, GCancellable* cancellable, GLibError& error) {
     GLibHandle<GVariant, g_variant_unref> owner(g_dbus_connection_call_sync(
         bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetNameOwner",
@@ -112,7 +117,7 @@ void EvolutionDesktop::close() {
 Result<void> EvolutionDesktop::open(GCancellable* cancellable) {
     if (registry_ && !g_dbus_connection_is_closed(bus_.get())) return {};
     close();
-    if (!namesASessionBus()) return fail(EvolutionTrouble{SystemTrouble::serviceMissing});
+    if (!namesASessionBus()) return fail(missing());
     GLibError error;
     bus_.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable, error.slot()));
     // By default GLib ends the process when the session bus ends.
@@ -123,8 +128,8 @@ Result<void> EvolutionDesktop::open(GCancellable* cancellable) {
     if (!registry_) {
         if (error.is(G_IO_ERROR, G_IO_ERROR_CANCELLED)) return fail(Abandoned{});
         ProgramLog::write("calendars: " + error.message());
-        if (!bus_ || isMissing(error)) return fail(EvolutionTrouble{SystemTrouble::serviceMissing});
-        return fail(evolutionFailure(error));
+        if (!bus_ || isMissing(error)) return fail(missing());
+        return fail(RegistryUnreachable{evolutionFailure(error)});
     }
     for (const char* signal :
          {"source-added", "source-removed", "source-changed", "source-enabled", "source-disabled"})

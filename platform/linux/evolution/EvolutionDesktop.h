@@ -26,6 +26,13 @@ struct EvolutionTrouble {
     [[nodiscard]] Sentence popis() const { return morvex::popis(kind); }
 };
 
+/// The registry of sources cannot be reached.
+struct RegistryUnreachable {
+    Error cause;
+
+    [[nodiscard]] Sentence popis() const { return cause.popis(); }
+};
+
 /// Whether a call failed because the source does not exist any more.
 bool isGone(const Error& error);
 
@@ -56,7 +63,7 @@ class EvolutionDesktop {
 
     /// Reaches the registry of sources, also again after the bus has ended. First of all calls. Then waits
     /// for `longestWaitForAccounts` at most until each account on the Internet has its sources, which it
-    /// makes after the registry has started.
+    /// makes after the registry has started. Fails with `RegistryUnreachable` or `Abandoned`.
     Result<void> open(GCancellable* cancellable);
 
     /// The enabled ones, by name.

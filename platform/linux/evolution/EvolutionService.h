@@ -35,7 +35,8 @@ class EvolutionService {
 
     Task<Result<void>> requestAccess(std::stop_token stop);
 
-    /// Runs `work(desktop, zone, cancellable)`, which returns a `Result`, once the desktop is open.
+    /// Runs `work(desktop, zone, cancellable)`, which returns a `Result`, once the desktop is open. Where it
+    /// cannot be opened the access ends.
     template <class Work>
     auto run(std::stop_token stop, Work work)
         -> Task<std::invoke_result_t<Work&, EvolutionDesktop&, const TimeZone&, GCancellable*>> {
@@ -55,7 +56,9 @@ class EvolutionService {
             shot->answer(fail(Abandoned{}));
             thread->cancel(cancellable.get());
         });
-        co_return co_await shot->wait();
+        auto answer = co_await shot->wait();
+        if (!answer && answer.error().template as<RegistryUnreachable>()) setAccess(DataAccess::restricted);
+        co_return answer;
     }
 
   private:

@@ -221,6 +221,17 @@ TEST(EvolutionServiceAlone, WithoutABusTheAccessIsRestricted) {
     }
 }
 
+TEST_F(EvolutionServiceTest, TheAccessEndsWithTheSessionBus) {
+    EvolutionCalendarStore store(*service);
+    ASSERT_TRUE(run(store.requestAccess({})).has_value());
+    std::atomic_int told = 0;
+    const auto connection = store.onChange([&told] { ++told; });
+    desktop->end();
+    EXPECT_FALSE(run(store.calendars({})).has_value());
+    EXPECT_EQ(store.access(), DataAccess::restricted);
+    EXPECT_TRUE(eventually([&told] { return told > 0; }));
+}
+
 TEST(EvolutionServiceAlone, ARegistryThatNeverComesHoldsNobody) {
     PrivateDesktop desktop(PrivateDesktop::registry);
     ThreadExecutor main("main");
