@@ -220,6 +220,62 @@ TEST_F(EvolutionCalendarStoreTest, ASeriesBySecondsGivesTheFirstOnes) {
     EXPECT_EQ(found.back().start, at("2026-03-20T00:00:19Z"));
 }
 
+TEST_F(EvolutionCalendarStoreTest, ARuleWithAnEndlessSearchGivesItsFirstTimeAlone) {
+    const std::vector<std::string> rules{"FREQ=SECONDLY;BYMONTH=2;BYMONTHDAY=30", "FREQ=HOURLY;BYHOUR=9",
+                                         "FREQ=WEEKLY;BYMONTHDAY=30;BYMONTH=2", "FREQ=DAILY;BYYEARDAY=9"};
+    for (std::size_t each = 0; each < rules.size(); ++each)
+        put(personal,
+            vevent("r" + std::to_string(each), "DTSTART:20260401T100000Z\r\nRRULE:" + rules[each] + "\r\n"));
+    Listed expected;
+    for (std::size_t each = 0; each < rules.size(); ++each)
+        expected.push_back("r" + std::to_string(each) + " 2026-04-01T10:00:00Z");
+    auto found = listed("2026-03-20T00:00:00Z", "2030-03-20T00:00:00Z");
+    std::ranges::sort(found);
+    EXPECT_EQ(found, expected);
+}
+
+TEST_F(EvolutionCalendarStoreTest, OfSeveralRulesFourCount) {
+    std::string rules;
+    for (const char* day : {"05", "06", "07", "08", "09"})
+        rules += "RRULE:FREQ=MONTHLY;BYMONTHDAY=" + std::string(day) + ";COUNT=2\r\n";
+    put(personal, vevent("m", "DTSTART:20260401T100000Z\r\n" + rules));
+    EXPECT_EQ(listed("2026-03-31T00:00:00Z", "2026-04-12T00:00:00Z"),
+              (Listed{"m 2026-04-01T10:00:00Z", "m 2026-04-05T10:00:00Z", "m 2026-04-06T10:00:00Z",
+                      "m 2026-04-07T10:00:00Z", "m 2026-04-08T10:00:00Z"}));
+}
+
+/// Each of these rules never comes true, which costs the library a third of a second.
+TEST_F(EvolutionCalendarStoreTest, ACalendarOfCostlySeriesTakesNoTimeFromTheOthers) {
+    desktop->addSource("costly", "Drahý", "Calendar");
+    const std::string never = "RRULE:FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=30\r\n";
+    for (int each = 0; each < 40; ++each)
+        put("costly",
+            vevent("c" + std::to_string(each), "DTSTART:20260401T100000Z\r\n" + never + never + never));
+    put(personal, vevent("e", "DTSTART:20260402T100000Z\r\n"));
+    const auto found = run(store->events(at("2026-03-20T00:00:00Z"), at("2026-04-20T00:00:00Z"),
+                                         {"costly", personal}, 2000, {}));
+    ASSERT_TRUE(found.has_value()) << found.error().popis();
+    EXPECT_EQ(found->back().title, "e");
+    EXPECT_LT(found->size(), 41U);
+    const auto alone =
+        run(store->events(at("2026-03-20T00:00:00Z"), at("2026-04-20T00:00:00Z"), {"costly"}, 2000, {}));
+    ASSERT_FALSE(alone.has_value());
+    EXPECT_EQ(alone.error().popis(), popis(SystemTrouble::serviceSilent));
+}
+
+TEST_F(EvolutionCalendarStoreTest, ManyDatesOfExceptionAreTakenOutAtOnce) {
+    std::string lines = "DTSTART:20260101T000000Z\r\nRRULE:FREQ=MINUTELY\r\n";
+    for (int year = 1900; year < 2100; ++year)
+        for (const char* month : {"01", "02", "03", "04", "05", "06", "07", "08", "09", "10", "11"})
+            for (const char* day : {"01", "07", "14"})
+                lines += "EXDATE;VALUE=DATE:" + std::to_string(year) + month + day + "\r\n";
+    put(personal, vevent("m", lines));
+    const auto found = events("2026-03-31T23:58:00Z", "2026-04-02T00:02:00Z");
+    ASSERT_EQ(found.size(), 4U);
+    EXPECT_EQ(found[1].start, at("2026-03-31T23:59:00Z"));
+    EXPECT_EQ(found[2].start, at("2026-04-02T00:00:00Z"));
+}
+
 TEST_F(EvolutionCalendarStoreTest, HostileTextsStayTexts) {
     const std::string injected = "a\r\nDTSTART:20200101T000000Z\r\nEND:VEVENT\r\nBEGIN:VEVENT;,\\n\"";
     const std::string controls = std::string("b\0c", 3) + "\x1b[2J\x7f";

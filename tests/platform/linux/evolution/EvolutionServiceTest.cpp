@@ -171,6 +171,25 @@ TEST_F(EvolutionServiceTest, AThreadThatBlocksInACancelledCallIsReplaced) {
     EXPECT_TRUE(eventually([] { return EvolutionThread::givenUp() == 0; }));
 }
 
+TEST_F(EvolutionServiceTest, BeyondFourThreadsThatBlockEveryCallFails) {
+    std::counting_semaphore<8> over(0);
+    const auto block = [&over](EvolutionDesktop&, const TimeZone&, GCancellable*) -> Result<void> {
+        over.acquire();
+        return {};
+    };
+    for (int thread = 0; thread < 5; ++thread) {
+        SoonStopped soon;
+        EXPECT_FALSE(run(service->run(soon.source.get_token(), block)).has_value());
+        std::this_thread::sleep_for(1100ms);
+    }
+    const auto refused = run(service->requestAccess({}));
+    ASSERT_FALSE(refused.has_value());
+    EXPECT_EQ(refused.error().popis(), popis(SystemTrouble::serviceSilent));
+    EXPECT_EQ(EvolutionThread::givenUp(), 4);
+    over.release(5);
+    EXPECT_TRUE(eventually([this] { return run(service->requestAccess({})).has_value(); }));
+}
+
 TEST_F(EvolutionServiceTest, RemindersAreMadeAndCompletedOnce) {
     EvolutionReminderStore store(*service);
     const NewReminder wanted{"Koupit", at("2026-03-28T10:00:59Z"),
@@ -264,6 +283,9 @@ TEST(EvolutionId, ReadsWhatItWritesAndNothingElse) {
     for (const char* text : {"", "a", "a:b", "a:b:x", ":b:", "a::", "a:b:2026040",
                              "%61:b:", "a:%zz:", "a:%ff:", "a:%00:", "a:b:c:"})
         EXPECT_EQ(EventId::parse(text), std::nullopt) << text;
+    const std::string longest(8192 - 3, 'u');
+    EXPECT_TRUE(EventId::parse("a:" + longest + ":").has_value());
+    EXPECT_FALSE(EventId::parse("a:" + longest + "u:").has_value());
 }
 
 } // namespace
