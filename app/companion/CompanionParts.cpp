@@ -12,6 +12,15 @@ Task<void> loadAll(std::vector<Feature*> features) {
     for (auto* feature : features) co_await feature->load();
 }
 
+Task<void> begin(Companion* companion, FeatureContext* context) {
+    TaskScope preparations(context->services.main);
+    for (auto* feature : context->features) preparations.spawn(feature->prepare());
+    co_await preparations.join();
+    if (context->scope.token().stop_requested()) co_return;
+    companion->pripojit();
+    companion->obnovit();
+}
+
 Task<void> decide(Schvalovani* schvalovani, MacPayload::ApprovalDecision decision) {
     schvalovani->vyresit(decision.id, decision.approved);
     co_return;
@@ -45,10 +54,7 @@ Companion::Parts::Parts(Companion& companion, CompanionServices given)
       calls(gate, phone, inbox, context.features),
       keys({services.vaultThread, services.uloziste, services.vault, services.clock(), scope}, state,
            {[this] { return loadAll(context.features); },
-            [&companion] {
-                companion.pripojit();
-                companion.obnovit();
-            }}),
+            [&companion, this] { return begin(&companion, &context); }}),
       events({state, services.clock(), schvalovani, context.features, context.poslatStav,
               [&companion] { companion.forgetInvalid(); }}),
       parovani({services.main, services.link.relay, services.http, scope, keys}, state,

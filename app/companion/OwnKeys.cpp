@@ -31,9 +31,16 @@ Task<void> OwnKeys::loadAgain() {
 }
 
 Task<Result<void>> OwnKeys::load() {
+    CO_TRY(const bool, isPeerRead, co_await loadMissing());
+    // Nobody who asks for the keys meanwhile waits for this.
+    if (isPeerRead) co_await next_.peerIsRead();
+    co_return Result<void>{};
+}
+
+Task<Result<bool>> OwnKeys::loadMissing() {
     const auto turn = co_await loadTurns_.take();
     willLoadAgain_ = false;
-    if (arePresent() || isEnding_) co_return Result<void>{};
+    if (arePresent() || isEnding_) co_return false;
     state_.keys = KeysState{};
     state_.potiz = std::nullopt;
     if (!identita_) {
@@ -42,8 +49,7 @@ Task<Result<void>> OwnKeys::load() {
     }
     CO_TRY(const bool, isLoaded, co_await nactiProtejsek());
     state_.keys = KeysState{KeysState::Case::present};
-    if (isLoaded) next_.peerIsRead();
-    co_return Result<void>{};
+    co_return isLoaded;
 }
 
 Task<Result<void>> OwnKeys::nactiIdentitu() {

@@ -31,10 +31,10 @@ class OwnKeys {
         TaskScope& scope;
     };
 
-    /// What to do after loading. Both are called on the main thread.
+    /// What to do after loading. Both are called once, on the main thread.
     struct Next {
-        std::function<Task<void>()> identityIsThere; ///< called once, awaited before the phone is read
-        std::function<void()> peerIsRead;            ///< called even if no phone is stored
+        std::function<Task<void>()> identityIsThere; ///< awaited before the phone is read
+        std::function<Task<void>()> peerIsRead;      ///< called even if no phone is stored
     };
 
     OwnKeys(Services services, CompanionState& state, Next next)
@@ -72,6 +72,8 @@ class OwnKeys {
 
   private:
     Task<void> loadAgain();
+    /// Returns whether the peer has been read now.
+    Task<Result<bool>> loadMissing();
     Task<Result<void>> nactiIdentitu();
     /// Returns whether the peer could be read. Fails if the vault is locked.
     Task<Result<bool>> nactiProtejsek();

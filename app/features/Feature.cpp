@@ -12,6 +12,10 @@ Task<void> Feature::load() {
     co_return;
 }
 
+Task<void> Feature::prepare() {
+    co_return;
+}
+
 Task<void> Feature::refresh() {
     co_return;
 }

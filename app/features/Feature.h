@@ -26,6 +26,10 @@ class Feature {
     /// yet.
     virtual Task<void> load();
 
+    /// Learns what the first offer to the phone depends on, in a few seconds at most. The phone is connected
+    /// afterwards; the keys are there, so nobody waits at the computer.
+    virtual Task<void> prepare();
+
     /// Adds this feature's part of the status that the phone gets.
     virtual void addTo(MacStatus&) const {}
 

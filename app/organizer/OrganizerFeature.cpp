@@ -30,7 +30,7 @@ OrganizerFeature::OrganizerFeature(FeatureContext& context, RemindersTools::Reso
     storeChanged_ = context.services.calendars.onChange([this] { storeChanged(); });
 }
 
-Task<void> OrganizerFeature::load() {
+Task<void> OrganizerFeature::prepare() {
     if (context_.scope.token().stop_requested()) co_return;
     auto ended = std::make_shared<FirstLook>();
     auto& clock = context_.clock();

@@ -27,7 +27,7 @@ class OrganizerFeature final : public Feature {
 
     /// Looks at all three once, so that the first offer is true. What takes too long goes on in the
     /// background; the status is sent behind it.
-    Task<void> load() override;
+    Task<void> prepare() override;
     Task<void> refresh() override;
 
   private:

@@ -1,5 +1,6 @@
 #include "tests/e2e/EndToEnd.h"
 #include "tests/support/PrivateDesktop.h"
+#include "tests/support/Sanitized.h"
 
 #include <boost/json.hpp>
 
@@ -17,6 +18,7 @@ class OrganizerTest : public EndToEnd {
         shared["DBUS_SESSION_BUS_ADDRESS"] = desktop.address();
         shared["GSETTINGS_BACKEND"] = "memory";
         shared["TZ"] = "Europe/Prague";
+        shared["ASAN_OPTIONS"] = wholeStacks();
         desktop.addSource("work", "Práce", "Calendar");
         mac = startMac();
         pair(*mac);

@@ -1,5 +1,6 @@
 #include "app/features/Feature.h"
 
+#include "foundation/OneShot.h"
 #include "foundation/TaskScope.h"
 #include "shared-apple/KeychainChyba.h"
 #include "shared/wire/Json.h"
@@ -17,13 +18,18 @@ using Lines = std::vector<std::string>;
 /// A subsystem that the companion has never heard of, which notes what it is told.
 class MadeUpFeature final : public Feature {
   public:
-    MadeUpFeature(FeatureContext& context, Lines& told)
-        : Feature(context), scope_(context.scope), told_(told) {
+    MadeUpFeature(FeatureContext& context, Lines& told, std::shared_ptr<OneShot<bool>> prepared)
+        : Feature(context), scope_(context.scope), told_(told), prepared_(std::move(prepared)) {
         context.inbox.take<MacPayload::Cancel>(
             [this](const MacPayload::Cancel&, const Delivery&) { return note("message"); });
     }
 
     Task<void> load() override { return note("load"); }
+
+    Task<void> prepare() override {
+        told_.emplace_back("prepare");
+        if (prepared_) co_await prepared_->wait();
+    }
 
     void addTo(MacStatus& status) const override { status.deviceName += " with more"; }
 
@@ -55,6 +61,7 @@ class MadeUpFeature final : public Feature {
 
     TaskScope& scope_;
     Lines& told_;
+    std::shared_ptr<OneShot<bool>> prepared_; ///< what its preparation waits for, if anything
 };
 
 /// Ends some time after it was to.
@@ -76,7 +83,7 @@ class FeatureTest : public CompanionHarness {
         auto socket = sockets.layOut();
         companion = std::make_unique<Companion>(services());
         features = std::make_unique<Features>(*companion);
-        madeUp = std::make_unique<MadeUpFeature>(companion->context(), told);
+        madeUp = std::make_unique<MadeUpFeature>(companion->context(), told, prepared);
         executor.start(companion->spustit());
         executor.runUntilIdle();
         phone.attach(socket, *mac);
@@ -100,12 +107,43 @@ class FeatureTest : public CompanionHarness {
     Lines news() { return std::exchange(told, {}); }
 
     Lines told;
+    std::shared_ptr<OneShot<bool>> prepared;
     std::unique_ptr<MadeUpFeature> madeUp;
 };
 
+/// A slow desktop looks like no keyring that waits for a person.
+TEST_F(FeatureTest, PreparesWithTheKeysThereBeforeThePhoneIsConnected) {
+    prepared = std::make_shared<OneShot<bool>>();
+    startAll();
+    EXPECT_EQ(news(), (Lines{"load", "prepare"}));
+    EXPECT_FALSE(companion->stav().areKeysLoading());
+    EXPECT_TRUE(companion->stav().protejsek.value().has_value());
+    EXPECT_EQ(sockets.urls.size(), 0U);
+    prepared->answer(true);
+    executor.runUntilIdle();
+    EXPECT_EQ(news(), Lines{"refresh"});
+    EXPECT_EQ(sockets.urls.size(), 1U);
+    connect();
+    EXPECT_EQ(news(), Lines{"catch up"});
+}
+
+TEST_F(FeatureTest, TheEndDuringThePreparationConnectsNobody) {
+    prepared = std::make_shared<OneShot<bool>>();
+    startAll();
+    EXPECT_TRUE(executor.run(companion->shutDown()));
+    news();
+    prepared->answer(true);
+    executor.runUntilIdle();
+    EXPECT_EQ(news(), Lines());
+    EXPECT_EQ(sockets.urls.size(), 0U);
+    madeUp.reset();
+    features.reset();
+    companion.reset();
+}
+
 TEST_F(FeatureTest, HearsOfTheStartAndOfEachSession) {
     startAll();
-    EXPECT_EQ(news(), (Lines{"load", "refresh"}));
+    EXPECT_EQ(news(), (Lines{"load", "prepare", "refresh"}));
     connect();
     EXPECT_EQ(news(), Lines{"catch up"});
 }

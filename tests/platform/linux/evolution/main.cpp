@@ -1,4 +1,5 @@
 #include "tests/support/ChildProgram.h"
+#include "tests/support/Sanitized.h"
 
 #include <gtest/gtest.h>
 
@@ -15,6 +16,7 @@ bool passesAlone(const std::string& program, const std::string& name) {
     const pid_t child = ::fork();
     if (child == 0) {
         ::setenv(alone, "1", 1);
+        ::setenv("ASAN_OPTIONS", morvex::wholeStacks().c_str(), 1);
         const std::string filter = "--gtest_filter=" + name;
         ::execl(program.c_str(), program.c_str(), filter.c_str(), "--gtest_brief=1", nullptr);
         ::_exit(127);
