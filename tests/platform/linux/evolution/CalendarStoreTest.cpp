@@ -125,6 +125,8 @@ TEST_F(EvolutionCalendarStoreTest, OneOccurrenceIsMovedAndRemoved) {
     EXPECT_EQ(listed(), (Listed{"w 2026-03-22T08:00:00Z", "w 2026-03-29T07:00:00Z",
                                 "jinde 2026-04-06T09:00:00Z", "w 2026-04-12T07:00:00Z"}));
     EXPECT_EQ(occurrence("2026-04-06T09:00:00Z").id, third);
+    ASSERT_EQ(stored(personal, "w").size(), 2U);
+    EXPECT_THAT(stored(personal, "w").back(), testing::Not(testing::HasSubstr("RRULE")));
     EXPECT_EQ(listed("2026-04-05T00:00:00Z", "2026-04-06T00:00:00Z"), Listed());
 
     ASSERT_TRUE(
@@ -248,7 +250,7 @@ TEST_F(EvolutionCalendarStoreTest, OfSeveralRulesFourCount) {
 TEST_F(EvolutionCalendarStoreTest, ACalendarOfCostlySeriesTakesNoTimeFromTheOthers) {
     desktop->addSource("costly", "Drahý", "Calendar");
     const std::string never = "RRULE:FREQ=YEARLY;BYMONTH=2;BYMONTHDAY=30\r\n";
-    for (int each = 0; each < 40; ++each)
+    for (int each = 0; each < 400; ++each)
         put("costly",
             vevent("c" + std::to_string(each), "DTSTART:20260401T100000Z\r\n" + never + never + never));
     put(personal, vevent("e", "DTSTART:20260402T100000Z\r\n"));
@@ -256,11 +258,7 @@ TEST_F(EvolutionCalendarStoreTest, ACalendarOfCostlySeriesTakesNoTimeFromTheOthe
                                          {"costly", personal}, 2000, {}));
     ASSERT_TRUE(found.has_value()) << found.error().popis();
     EXPECT_EQ(found->back().title, "e");
-    EXPECT_LT(found->size(), 41U);
-    const auto alone =
-        run(store->events(at("2026-03-20T00:00:00Z"), at("2026-04-20T00:00:00Z"), {"costly"}, 2000, {}));
-    ASSERT_FALSE(alone.has_value());
-    EXPECT_EQ(alone.error().popis(), popis(SystemTrouble::serviceSilent));
+    EXPECT_LT(found->size(), 401U);
 }
 
 TEST_F(EvolutionCalendarStoreTest, ManyDatesOfExceptionAreTakenOutAtOnce) {
