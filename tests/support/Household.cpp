@@ -86,7 +86,7 @@ Program::Environment Household::environment(const std::string& home) {
     auto variables = shared;
     variables.insert({{"HOME", folder.string()}, {"PATH", "/usr/bin:/bin"}});
     for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS", "TSAN_OPTIONS"})
-        if (const char* value = std::getenv(name)) variables[name] = value;
+        if (const char* value = std::getenv(name)) variables.insert({name, value});
     return variables;
 }
 

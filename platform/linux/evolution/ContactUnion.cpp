@@ -50,7 +50,7 @@ class Kinds {
     }
 
     void join(std::size_t left, std::size_t right) {
-        const auto [low, high] = std::minmax(first(left), first(right));
+        const auto [low, high] = std::minmax({first(left), first(right)});
         earlier_[high] = low;
     }
 
