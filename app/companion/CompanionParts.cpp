@@ -16,7 +16,6 @@ Task<void> begin(Companion* companion, FeatureContext* context) {
     TaskScope preparations(context->services.main);
     for (auto* feature : context->features) preparations.spawn(feature->prepare());
     co_await preparations.join();
-    if (context->scope.token().stop_requested()) co_return;
     companion->pripojit();
     companion->obnovit();
 }

@@ -3,7 +3,7 @@
 #include "foundation/OneShot.h"
 #include "foundation/ProgramLog.h"
 #include "foundation/TextFilter.h"
-#include "platform/linux/SessionBus.h"
+#include "shared/base/Try.h"
 
 #include <libebook/libebook.h>
 #include <libecal/libecal.h>
@@ -52,24 +52,6 @@ void freeSources(GList* list) {
     g_list_free_full(list, g_object_unref);
 }
 
-bool isMissing(const GLibError& error) {
-    return error.is(G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
-           error.is(G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER);
-}
-
-Error missing() {
-    return RegistryUnreachable{
-        TextError("Tento počítač nemá službu kalendářů, připomínek a kontaktů."_sentence)};
-}
-
-bool isServed(GDBusConnection* bus, GCancellable* cancellable, GLibError& error) {
-    GLibHandle<GVariant, g_variant_unref> owner(g_dbus_connection_call_sync(
-        bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", "GetNameOwner",
-        g_variant_new("(s)", "org.gnome.evolution.dataserver.Sources5"), nullptr, G_DBUS_CALL_FLAGS_NONE, -1,
-        cancellable, error.slot()));
-    return owner != nullptr;
-}
-
 } // namespace
 
 bool isGone(const Error& error) {
@@ -96,44 +78,13 @@ Result<void> AnswersTogether::outcome() const {
     return {};
 }
 
-Error evolutionFailure(const GLibError& error) {
-    if (error.is(G_IO_ERROR, G_IO_ERROR_CANCELLED)) return Abandoned{};
-    auto words = foreignWords(error.message());
-    if (words.find_first_not_of(' ') == std::string::npos) return EvolutionTrouble{SystemTrouble::other};
-    return TextError(std::move(words));
-}
-
-EvolutionDesktop::~EvolutionDesktop() {
-    close();
-}
-
-void EvolutionDesktop::close() {
-    clients_.clear();
-    if (registry_) g_signal_handlers_disconnect_by_data(registry_.get(), this);
-    registry_.reset();
-    bus_.reset();
-}
-
 Result<void> EvolutionDesktop::open(GCancellable* cancellable) {
-    if (registry_ && !g_dbus_connection_is_closed(bus_.get())) return {};
-    close();
-    if (!namesASessionBus()) return fail(missing());
-    GLibError error;
-    bus_.reset(g_bus_get_sync(G_BUS_TYPE_SESSION, cancellable, error.slot()));
-    // By default GLib ends the process when the session bus ends.
-    if (bus_) g_dbus_connection_set_exit_on_close(bus_.get(), FALSE);
-    if (bus_) registry_.reset(e_source_registry_new_sync(cancellable, error.slot()));
-    // The library makes a registry without sources where no service is.
-    if (registry_ && !isServed(bus_.get(), cancellable, error)) registry_.reset();
-    if (!registry_) {
-        if (error.is(G_IO_ERROR, G_IO_ERROR_CANCELLED)) return fail(Abandoned{});
-        ProgramLog::write("calendars: " + error.message());
-        if (!bus_ || isMissing(error)) return fail(missing());
-        return fail(RegistryUnreachable{evolutionFailure(error)});
-    }
-    for (const char* signal :
-         {"source-added", "source-removed", "source-changed", "source-enabled", "source-disabled"})
-        g_signal_connect(registry_.get(), signal, G_CALLBACK(&EvolutionDesktop::sourceChanged), this);
+    registry_.sources.reset();
+    TRY(auto, opened, shared_->open(cancellable));
+    const bool isKnown = opened.number == registry_.number;
+    registry_ = std::move(opened);
+    if (isKnown) return {};
+    clients_.clear();
     waitForAccounts(cancellable);
     return {};
 }
@@ -141,7 +92,7 @@ Result<void> EvolutionDesktop::open(GCancellable* cancellable) {
 bool EvolutionDesktop::hasAllOfItsAccounts() const {
     std::set<std::string> awaited;
     GLibHandle<GList, freeSources> accounts(
-        e_source_registry_list_enabled(registry_.get(), E_SOURCE_EXTENSION_COLLECTION));
+        e_source_registry_list_enabled(registry_.sources.get(), E_SOURCE_EXTENSION_COLLECTION));
     for (GList* node = accounts.get(); node; node = node->next) {
         auto* account = E_SOURCE(node->data);
         auto* offer = E_SOURCE_COLLECTION(e_source_get_extension(account, E_SOURCE_EXTENSION_COLLECTION));
@@ -151,7 +102,7 @@ bool EvolutionDesktop::hasAllOfItsAccounts() const {
     }
     for (const auto kind : {SourceKind::events, SourceKind::tasks, SourceKind::contacts}) {
         GLibHandle<GList, freeSources> sources(
-            e_source_registry_list_sources(registry_.get(), extensionOf(kind)));
+            e_source_registry_list_sources(registry_.sources.get(), extensionOf(kind)));
         for (GList* node = sources.get(); node; node = node->next)
             awaited.erase(textOf(e_source_get_parent(E_SOURCE(node->data))));
     }
@@ -168,11 +119,13 @@ void EvolutionDesktop::waitForAccounts(GCancellable* cancellable) const {
 
 std::vector<EvolutionDesktop::Source> EvolutionDesktop::sources(SourceKind kind) const {
     std::vector<Source> found;
-    GLibHandle<GList, freeSources> list(e_source_registry_list_enabled(registry_.get(), extensionOf(kind)));
+    GLibHandle<GList, freeSources> list(
+        e_source_registry_list_enabled(registry_.sources.get(), extensionOf(kind)));
     for (GList* node = list.get(); node; node = node->next) {
         GLibHandle<ESource> source(E_SOURCE(g_object_ref(node->data)));
         const char* parent = e_source_get_parent(source.get());
-        GLibHandle<ESource> account(parent ? e_source_registry_ref_source(registry_.get(), parent) : nullptr);
+        GLibHandle<ESource> account(parent ? e_source_registry_ref_source(registry_.sources.get(), parent)
+                                           : nullptr);
         Source each{.source = nullptr,
                     .id = textOf(e_source_get_uid(source.get())),
                     .name = visibleText(textOf(e_source_get_display_name(source.get()))),
@@ -186,15 +139,16 @@ std::vector<EvolutionDesktop::Source> EvolutionDesktop::sources(SourceKind kind)
 
 std::optional<std::string> EvolutionDesktop::defaultSource(SourceKind kind) const {
     GLibHandle<ESource> source(
-        e_source_registry_ref_default_for_extension_name(registry_.get(), extensionOf(kind)));
-    if (!source || !e_source_registry_check_enabled(registry_.get(), source.get())) return std::nullopt;
+        e_source_registry_ref_default_for_extension_name(registry_.sources.get(), extensionOf(kind)));
+    if (!source || !e_source_registry_check_enabled(registry_.sources.get(), source.get()))
+        return std::nullopt;
     return textOf(e_source_get_uid(source.get()));
 }
 
 Result<EClient*> EvolutionDesktop::client(SourceKind kind, const std::string& id, GCancellable* cancellable) {
-    GLibHandle<ESource> source(e_source_registry_ref_source(registry_.get(), id.c_str()));
+    GLibHandle<ESource> source(e_source_registry_ref_source(registry_.sources.get(), id.c_str()));
     const bool isThere = source && e_source_has_extension(source.get(), extensionOf(kind)) &&
-                         e_source_registry_check_enabled(registry_.get(), source.get());
+                         e_source_registry_check_enabled(registry_.sources.get(), source.get());
     if (!isThere) {
         clients_.erase({kind, id});
         return fail(EvolutionTrouble{SystemTrouble::notFound});
@@ -230,14 +184,6 @@ void EvolutionDesktop::died(EClient* client, gpointer self) {
 
 void EvolutionDesktop::becameWritable(EClient*, GParamSpec*, gpointer self) {
     static_cast<EvolutionDesktop*>(self)->changed_();
-}
-
-void EvolutionDesktop::sourceChanged(ESourceRegistry*, ESource* source, gpointer self) {
-    const bool isOurs = e_source_has_extension(source, E_SOURCE_EXTENSION_CALENDAR) ||
-                        e_source_has_extension(source, E_SOURCE_EXTENSION_TASK_LIST) ||
-                        e_source_has_extension(source, E_SOURCE_EXTENSION_ADDRESS_BOOK) ||
-                        e_source_has_extension(source, E_SOURCE_EXTENSION_COLLECTION);
-    if (isOurs) static_cast<EvolutionDesktop*>(self)->changed_();
 }
 
 } // namespace morvex

@@ -1,10 +1,8 @@
 #pragma once
 
-#include "platform/linux/GLibHandle.h"
+#include "platform/linux/evolution/EvolutionRegistry.h"
 #include "shared/base/Error.h"
 #include "shared/base/SystemTrouble.h"
-
-#include <libedataserver/libedataserver.h>
 
 #include <chrono>
 #include <functional>
@@ -26,19 +24,8 @@ struct EvolutionTrouble {
     [[nodiscard]] Sentence popis() const { return morvex::popis(kind); }
 };
 
-/// The registry of sources cannot be reached.
-struct RegistryUnreachable {
-    Error cause;
-
-    [[nodiscard]] Sentence popis() const { return cause.popis(); }
-};
-
 /// Whether a call failed because the source does not exist any more.
 bool isGone(const Error& error);
-
-/// The failure of a call, in the service's own words as far as a reader can see them; `Abandoned` when the
-/// call was cancelled.
-Error evolutionFailure(const GLibError& error);
 
 /// The desktop's accounts and the services behind them. Lives on one thread, whose default context hears the
 /// signals. Every call that may block ends when its cancellable is cancelled.
@@ -53,10 +40,9 @@ class EvolutionDesktop {
 
     static constexpr std::chrono::seconds longestWaitForAccounts{2};
 
-    /// `changed` is called when sources come, go or change.
-    explicit EvolutionDesktop(std::function<void()> changed) : changed_(std::move(changed)) {}
-
-    ~EvolutionDesktop();
+    /// `changed` is called when a calendar becomes writable.
+    EvolutionDesktop(std::shared_ptr<EvolutionRegistry> shared, std::function<void()> changed)
+        : shared_(std::move(shared)), changed_(std::move(changed)) {}
 
     EvolutionDesktop(const EvolutionDesktop&) = delete;
     EvolutionDesktop& operator=(const EvolutionDesktop&) = delete;
@@ -107,16 +93,14 @@ class EvolutionDesktop {
     static bool isFinal(const Error& error);
     static void died(EClient* client, gpointer self);
     static void becameWritable(EClient* client, GParamSpec*, gpointer self);
-    static void sourceChanged(ESourceRegistry* registry, ESource* source, gpointer self);
 
     void waitForAccounts(GCancellable* cancellable) const;
     [[nodiscard]] bool hasAllOfItsAccounts() const;
     Result<EClient*> client(SourceKind kind, const std::string& id, GCancellable* cancellable);
-    void close();
 
+    std::shared_ptr<EvolutionRegistry> shared_;
     std::function<void()> changed_;
-    GLibHandle<GDBusConnection> bus_;
-    GLibHandle<ESourceRegistry> registry_;
+    EvolutionRegistry::Opened registry_;
     std::map<std::pair<SourceKind, std::string>, std::unique_ptr<HeardClient>> clients_;
 };
 

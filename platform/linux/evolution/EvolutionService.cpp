@@ -52,6 +52,7 @@ EvolutionService::EvolutionService(Executor& main, LocalTime& localTime)
 EvolutionService::~EvolutionService() {
     relay_->end();
     if (thread_) thread_->end();
+    if (registry_) registry_->end();
 }
 
 Error EvolutionService::silent() {
@@ -61,7 +62,9 @@ Error EvolutionService::silent() {
 bool EvolutionService::hasThread() {
     if (thread_ && !thread_->isStuck()) return true;
     if (thread_ && EvolutionThread::givenUp() >= mostGivenUp) return false;
-    auto fresh = std::make_shared<EvolutionThread>([relay = relay_] { relay->tell(); });
+    const auto tell = [relay = relay_] { relay->tell(); };
+    if (!registry_) registry_ = std::make_shared<EvolutionRegistry>(tell);
+    auto fresh = std::make_shared<EvolutionThread>(registry_, tell);
     if (thread_) thread_->giveUp(*fresh);
     thread_ = std::move(fresh);
     return true;

@@ -73,6 +73,7 @@ class EvolutionService {
     Signal<> changes_;
     DataAccess access_ = DataAccess::notDetermined;
     std::shared_ptr<Changes> relay_;
+    std::shared_ptr<EvolutionRegistry> registry_;
     std::shared_ptr<EvolutionThread> thread_;
 };
 

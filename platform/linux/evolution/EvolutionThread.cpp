@@ -33,7 +33,8 @@ struct EvolutionThread::State {
         Work work;
     };
 
-    explicit State(std::function<void()> told) : changed(std::move(told)) {}
+    State(std::shared_ptr<EvolutionRegistry> shared, std::function<void()> told)
+        : registry(std::move(shared)), changed(std::move(told)) {}
 
     void wake() const { g_main_context_wakeup(context.get()); }
 
@@ -53,6 +54,7 @@ struct EvolutionThread::State {
         cancelled.reset();
     }
 
+    const std::shared_ptr<EvolutionRegistry> registry;
     const std::function<void()> changed;
     const GLibHandle<GMainContext, g_main_context_unref> context{g_main_context_new()};
     std::mutex mutex; ///< guards what follows
@@ -65,8 +67,8 @@ struct EvolutionThread::State {
     bool isGivenUp = false;
 };
 
-EvolutionThread::EvolutionThread(std::function<void()> changed)
-    : state_(std::make_shared<State>(std::move(changed))) {
+EvolutionThread::EvolutionThread(std::shared_ptr<EvolutionRegistry> registry, std::function<void()> changed)
+    : state_(std::make_shared<State>(std::move(registry), std::move(changed))) {
     std::thread([state = state_] { run(state); }).detach();
 }
 
@@ -78,7 +80,7 @@ void EvolutionThread::run(const std::shared_ptr<State>& state) {
         while (g_main_context_iteration(context, FALSE)) continue;
     };
     {
-        EvolutionDesktop desktop(state->changed);
+        EvolutionDesktop desktop(state->registry, state->changed);
         const auto isEnding = [&state] {
             std::lock_guard lock(state->mutex);
             return state->ending;

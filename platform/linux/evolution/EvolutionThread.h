@@ -14,7 +14,7 @@ class EvolutionThread {
     using Work = std::move_only_function<void(EvolutionDesktop&)>;
 
     /// `changed` is called on the thread, also after this object was destroyed while a job blocked.
-    explicit EvolutionThread(std::function<void()> changed);
+    EvolutionThread(std::shared_ptr<EvolutionRegistry> registry, std::function<void()> changed);
 
     ~EvolutionThread() { end(); }
 

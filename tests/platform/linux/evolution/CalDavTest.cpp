@@ -80,12 +80,11 @@ TEST_F(CalDavTest, ItsEventsAreListed) {
 TEST_F(CalDavTest, ThatItBecomesWritableIsTold) {
     server.stop();
     EXPECT_FALSE(info().writable) << "nobody has reached its server yet";
-    std::atomic_int told = 0;
-    const auto connection = store->onChange([&told] { ++told; });
+    const Changes changes(main, *store);
     server.start();
     lookAtTheServer();
     ASSERT_TRUE(eventually([this] { return events().size() == 5; }));
-    EXPECT_TRUE(eventually([&told] { return told > 0; }));
+    EXPECT_TRUE(eventually([&] { return changes.told > 0; }));
     EXPECT_TRUE(info().writable);
 }
 

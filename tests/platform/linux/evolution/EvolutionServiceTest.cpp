@@ -152,14 +152,13 @@ TEST_F(EvolutionServiceTest, AnAccountWithoutCalendarsIsNotWaitedForLong) {
 TEST_F(EvolutionServiceTest, ASourceThatComesAndGoesIsTold) {
     EvolutionCalendarStore store(*service);
     ASSERT_TRUE(run(store.requestAccess({})).has_value());
-    std::atomic_int told = 0;
-    const auto connection = store.onChange([&told] { ++told; });
+    const Changes changes(main, store);
     const auto has = [&] {
         const auto calendars = run(store.calendars({})).value();
         return std::ranges::any_of(calendars, [](const auto& each) { return each.id == "work"; });
     };
     addCalendarOfAccount("work", "Práce", "local-stub");
-    EXPECT_TRUE(eventually([&] { return told > 0; }));
+    EXPECT_TRUE(eventually([&] { return changes.told > 0; }));
     EXPECT_TRUE(has());
     desktop->removeSource("work");
     EXPECT_TRUE(eventually([&] { return !has(); }));
@@ -177,6 +176,10 @@ TEST_F(EvolutionServiceTest, AThreadThatBlocksInACancelledCallIsReplaced) {
     std::this_thread::sleep_for(1100ms);
     EXPECT_TRUE(run(service->requestAccess({})).has_value());
     EXPECT_EQ(EvolutionThread::givenUp(), 1);
+    EvolutionCalendarStore store(*service);
+    const Changes changes(main, store);
+    addCalendarOfAccount("work", "Práce", "local-stub");
+    EXPECT_TRUE(eventually([&] { return changes.told > 0; })) << "the new thread hears nothing";
     over.release();
     EXPECT_TRUE(eventually([] { return EvolutionThread::givenUp() == 0; }));
 }
@@ -254,12 +257,11 @@ TEST(EvolutionServiceAlone, WithoutABusTheAccessIsRestricted) {
 TEST_F(EvolutionServiceTest, TheAccessEndsWithTheSessionBus) {
     EvolutionCalendarStore store(*service);
     ASSERT_TRUE(run(store.requestAccess({})).has_value());
-    std::atomic_int told = 0;
-    const auto connection = store.onChange([&told] { ++told; });
+    const Changes changes(main, store);
     desktop->end();
     EXPECT_FALSE(run(store.calendars({})).has_value());
     EXPECT_EQ(store.access(), DataAccess::restricted);
-    EXPECT_TRUE(eventually([&told] { return told > 0; }));
+    EXPECT_TRUE(eventually([&] { return changes.told > 0; }));
 }
 
 TEST(EvolutionServiceAlone, ARegistryThatNeverComesHoldsNobody) {

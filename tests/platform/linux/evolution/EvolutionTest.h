@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <string>
@@ -106,6 +107,33 @@ class EvolutionTest : public testing::Test {
             }));
         return done ? *done : std::vector<std::string>{done.error().popis().czech()};
     }
+
+    /// Counts the changes that a store tells, on the thread where it does.
+    class Changes {
+      public:
+        Changes(Executor& main, PersonalDataStore& store) : main_(main) {
+            await(main_, [](Changes* self, PersonalDataStore* from) -> Task<bool> {
+                self->connection_ = from->onChange([self] { ++self->told; });
+                co_return true;
+            }(this, &store));
+        }
+
+        ~Changes() {
+            await(main_, [](Changes* self) -> Task<bool> {
+                self->connection_.reset();
+                co_return true;
+            }(this));
+        }
+
+        Changes(const Changes&) = delete;
+        Changes& operator=(const Changes&) = delete;
+
+        std::atomic_int told = 0;
+
+      private:
+        Executor& main_;
+        std::optional<Connection> connection_;
+    };
 
     template <class Condition> static bool eventually(Condition condition) {
         const auto giveUp = std::chrono::steady_clock::now() + std::chrono::seconds(20);
