@@ -100,6 +100,7 @@ TEST_F(EvolutionServiceTest, AnObjectThatIsMadeTwiceIsThereOnce) {
 }
 
 TEST_F(EvolutionServiceTest, TheEndLeavesACallThatBlocks) {
+    ASSERT_TRUE(run(service->requestAccess({})).has_value());
     struct State {
         std::atomic_bool isOver = false;
         std::atomic_bool gaveUp = false;
@@ -165,6 +166,7 @@ TEST_F(EvolutionServiceTest, ASourceThatComesAndGoesIsTold) {
 }
 
 TEST_F(EvolutionServiceTest, AThreadThatBlocksInACancelledCallIsReplaced) {
+    ASSERT_TRUE(run(service->requestAccess({})).has_value());
     std::binary_semaphore over(0);
     SoonStopped soon;
     const auto stopped = run(service->run(
@@ -185,6 +187,7 @@ TEST_F(EvolutionServiceTest, AThreadThatBlocksInACancelledCallIsReplaced) {
 }
 
 TEST_F(EvolutionServiceTest, BeyondFourThreadsThatBlockEveryCallFails) {
+    ASSERT_TRUE(run(service->requestAccess({})).has_value());
     std::counting_semaphore<8> over(0);
     const auto block = [&over](EvolutionDesktop&, const TimeZone&, GCancellable*) -> Result<void> {
         over.acquire();
