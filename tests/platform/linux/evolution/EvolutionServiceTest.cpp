@@ -101,6 +101,7 @@ TEST_F(EvolutionServiceTest, AnObjectThatIsMadeTwiceIsThereOnce) {
 
 TEST_F(EvolutionServiceTest, TheEndLeavesACallThatBlocks) {
     ASSERT_TRUE(run(service->requestAccess({})).has_value());
+
     struct State {
         std::atomic_bool isOver = false;
         std::atomic_bool gaveUp = false;
